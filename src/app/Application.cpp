@@ -1,0 +1,87 @@
+#include "app/Application.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QQuickStyle>
+#include <QStyleFactory>
+#include <QtPlugin>
+#include <QtQml/qqmlextensionplugin.h>
+#include <utility>
+
+#include "app/controls/Fonts.h"
+#include "app/controls/QtColor.h"
+#include "app/desktop/LinuxWorkspace.h"
+#include "app/desktop/QtFolderPanel.h"
+#include "app/desktop/Renderer.h"
+#include "look/MarrowTheme.h"
+#include "platform/HomeDirectory.h"
+#include "platform/ThreadedDispatch.h"
+
+Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_WindowPlugin)
+
+namespace tessaly {
+
+namespace {
+
+// Dialogs of Qt's own follow the window.
+QPalette darkPalette() {
+  const QColor surface = toQColor(MarrowTheme::bg2);
+  const QColor ink = toQColor(MarrowTheme::ink);
+  const QColor muted = toQColor(MarrowTheme::muted);
+  QPalette palette(toQColor(MarrowTheme::bg3), surface);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                          QPalette::ToolTipText, QPalette::BrightText, QPalette::HighlightedText})
+    palette.setColor(role, ink);
+  palette.setColor(QPalette::Base, toQColor(MarrowTheme::bg));
+  palette.setColor(QPalette::AlternateBase, surface);
+  palette.setColor(QPalette::ToolTipBase, surface);
+  palette.setColor(QPalette::PlaceholderText, muted);
+  palette.setColor(QPalette::Highlight, toQColor(MarrowTheme::accent));
+  palette.setColor(QPalette::Link, toQColor(MarrowTheme::accent));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, toQColor(MarrowTheme::other));
+  return palette;
+}
+
+}  // namespace
+
+void Application::setUpLook() {
+  QQuickStyle::setStyle(QStringLiteral("Basic"));
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setPalette(darkPalette());
+  Fonts::install();
+  chooseRenderer();
+}
+
+Application::Application(const Seams& seams) {
+  if (seams.dispatch == nullptr)
+    ownDispatch_ = std::make_unique<ThreadedDispatch>(
+        [this](Dispatch::Work work) { mainQueue_.post(std::move(work)); });
+  Dispatch& dispatch = seams.dispatch != nullptr ? *seams.dispatch : *ownDispatch_;
+  const std::string home =
+      seams.homeDirectory.empty() ? homeDirectory() : seams.homeDirectory;
+  if (seams.folderPanel == nullptr) ownFolderPanel_ = std::make_unique<QtFolderPanel>(home);
+  if (seams.workspace == nullptr) ownWorkspace_ = std::make_unique<LinuxWorkspace>(dispatch);
+
+  session_ = std::make_unique<ScanSession>(ScanSession::Services{
+      .dispatch = dispatch,
+      .folderPanel = seams.folderPanel != nullptr ? *seams.folderPanel : *ownFolderPanel_,
+      .workspace = seams.workspace != nullptr ? *seams.workspace : *ownWorkspace_,
+      .homeDirectory = home,
+      .walk = seams.walk});
+
+  engine_ = std::make_unique<QQmlApplicationEngine>();
+  engine_->setInitialProperties({{QStringLiteral("session"), QVariant::fromValue(session_.get())}});
+  engine_->load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Window/MainWindow.qml")));
+  if (!engine_->rootObjects().isEmpty())
+    window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
+  if (window_ == nullptr) qFatal("The main window could not be made.");
+}
+
+Application::~Application() = default;
+
+}  // namespace tessaly

@@ -1,0 +1,54 @@
+// Puts the program together: the desktop behind the seams of platform/, the session, and the window
+// that shows it. The program, the journeys and the picture tool all start here.
+//
+// Main thread only. One at a time.
+#pragma once
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <memory>
+#include <string>
+
+#include "app/desktop/MainQueue.h"
+#include "platform/Dispatch.h"
+#include "platform/FolderPanel.h"
+#include "platform/Workspace.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class Application {
+ public:
+  // What a test puts in the place of the machine. Whatever is null or empty is the real thing.
+  // The objects outlive the Application.
+  struct Seams {
+    Dispatch* dispatch = nullptr;
+    FolderPanel* folderPanel = nullptr;
+    Workspace* workspace = nullptr;
+    std::string homeDirectory;
+    ScanSession::Walk walk;
+  };
+
+  // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
+  // when the QApplication stands.
+  static void setUpLook();
+
+  // Makes the session and the window, which is not shown yet. Ends the program with a message when
+  // the window cannot be made, which only a broken build brings about.
+  explicit Application(const Seams& seams = {});
+  ~Application();
+
+  ScanSession& session() { return *session_; }
+  QQuickWindow& window() { return *window_; }
+
+ private:
+  MainQueue mainQueue_;
+  std::unique_ptr<Dispatch> ownDispatch_;
+  std::unique_ptr<FolderPanel> ownFolderPanel_;
+  std::unique_ptr<Workspace> ownWorkspace_;
+  std::unique_ptr<ScanSession> session_;
+  std::unique_ptr<QQmlApplicationEngine> engine_;
+  QQuickWindow* window_ = nullptr;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,18 @@
+// The tests of the controls draw in memory, with the renderer that needs no graphics card.
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include "app/controls/Fonts.h"
+
+Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QUICK_BACKEND", "software");
+  QGuiApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  tessaly::Fonts::install();
+  return RUN_ALL_TESTS();
+}

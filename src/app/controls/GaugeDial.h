@@ -1,0 +1,47 @@
+// The ring of the storage gauge: an open track and, over it, the value's arc, coloured from the
+// accent to the level's colour. The ring fills the item's width and opens below.
+#pragma once
+
+#include <QColor>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/controls/TexturedItem.h"
+
+namespace tessaly {
+
+class GaugeDial : public TexturedItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(double usedPercent READ usedPercent WRITE setUsedPercent NOTIFY usedPercentChanged)
+  // Where the value's arc ends, as a fraction of the circle.
+  Q_PROPERTY(double arcEnd READ arcEnd NOTIFY usedPercentChanged)
+  Q_PROPERTY(double strokeWidth READ strokeWidth CONSTANT)
+  Q_PROPERTY(QColor trackColor READ trackColor CONSTANT)
+  Q_PROPERTY(QColor levelColor READ levelColor NOTIFY usedPercentChanged)
+  // The height of the ring's centre over the item's top.
+  Q_PROPERTY(double centerY READ centerY NOTIFY centerYChanged)
+
+ public:
+  explicit GaugeDial(QQuickItem* parent = nullptr);
+
+  double usedPercent() const { return usedPercent_; }
+  void setUsedPercent(double percent);
+  double arcEnd() const;
+  double strokeWidth() const { return 10; }
+  QColor trackColor() const { return QColor(255, 255, 255, 20); }
+  QColor levelColor() const;
+  double centerY() const { return width() / 2; }
+
+ signals:
+  void usedPercentChanged();
+  void centerYChanged();
+
+ protected:
+  void paint(QPainter& painter) const override;
+  void geometryChange(const QRectF& now, const QRectF& before) override;
+
+ private:
+  double usedPercent_ = 0;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,27 @@
+// Puts its content on a raised surface. The content fills the card within the card's padding, and the
+// card is as large as its content unless it is told otherwise.
+import QtQuick
+import QtQuick.Templates as T
+import Tessaly.Controls
+
+T.Pane {
+    id: card
+
+    required property real radius
+    required property real strokeOpacity
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    padding: 0
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: card.radius
+        color: Theme.bg2
+        outlineColor: Qt.rgba(1, 1, 1, card.strokeOpacity)
+        outlineWidth: 1
+        shadowColor: Qt.rgba(0, 0, 0, 0.35)
+        shadowRadius: 8
+        shadowOffset: 3
+    }
+}

@@ -1,0 +1,31 @@
+// A small button of a row of choices, lit in its tint while it is the chosen one.
+import QtQuick
+import Tessaly.Controls
+
+MarrowButton {
+    id: control
+
+    required property bool active
+    property color tint: Theme.accent
+
+    labelSize: 12
+    labelWeight: active ? Font.DemiBold : Font.Normal
+    labelColor: active ? tint : Theme.muted
+    leftPadding: 11
+    rightPadding: 11
+    topPadding: 5
+    bottomPadding: 5
+    opacity: pressed ? 0.8 : 1
+    focusRadius: height / 2
+
+    Accessible.checkable: true
+    Accessible.checked: active
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: control.height / 2
+        color: control.active ? Qt.alpha(control.tint, 0.18) : Qt.rgba(1, 1, 1, 0.04)
+        outlineColor: control.active ? Qt.alpha(control.tint, 0.45) : Qt.rgba(1, 1, 1, 0.08)
+        outlineWidth: 1
+    }
+}

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "app/controls/PropertyTable.h"
+
+namespace tessaly {
+namespace {
+
+const char* kPlain = "MarrowPill { text: \"Treemap\"; active: false }";
+const char* kActive = "MarrowPill { text: \"Treemap\"; active: true }";
+
+TEST(MarrowPill, is_muted_and_regular_while_it_is_not_active) {
+  const ControlScene scene(kPlain);
+  expectProperties(scene, {{"label", "text", "Treemap"},
+                           {"label", "color", "#9ca3af at 1.00"},
+                           {"label", "font.pixelSize", 12},
+                           {"label", "font.weight", QFont::Normal},
+                           {"background", "color", "#ffffff at 0.04"},
+                           {"background", "outlineColor", "#ffffff at 0.08"},
+                           {"background", "outlineWidth", 1},
+                           {"", "opacity", 1}});
+}
+
+TEST(MarrowPill, takes_its_tint_and_semibold_while_it_is_active) {
+  const ControlScene scene(kActive);
+  expectProperties(scene, {{"label", "color", "#007aff at 1.00"},
+                           {"label", "font.pixelSize", 12},
+                           {"label", "font.weight", QFont::DemiBold},
+                           {"background", "color", "#007aff at 0.18"},
+                           {"background", "outlineColor", "#007aff at 0.45"},
+                           {"background", "outlineWidth", 1}});
+}
+
+TEST(MarrowPill, follows_its_active_state_as_it_changes) {
+  const ControlScene scene(kPlain);
+  scene.control()->setProperty("active", true);
+  expectProperties(scene, {{"label", "color", "#007aff at 1.00"},
+                           {"label", "font.weight", QFont::DemiBold},
+                           {"background", "color", "#007aff at 0.18"}});
+  scene.control()->setProperty("active", false);
+  expectProperties(scene, {{"label", "color", "#9ca3af at 1.00"},
+                           {"label", "font.weight", QFont::Normal},
+                           {"background", "color", "#ffffff at 0.04"}});
+}
+
+TEST(MarrowPill, shows_any_tint_in_label_fill_and_outline) {
+  const ControlScene scene("MarrowPill { text: \"A\"; active: true; tint: Theme.warning }");
+  expectProperties(scene, {{"label", "color", "#ff9500 at 1.00"},
+                           {"background", "color", "#ff9500 at 0.18"},
+                           {"background", "outlineColor", "#ff9500 at 0.45"}});
+}
+
+TEST(MarrowPill, leaves_11_points_beside_its_label_and_5_above_and_below) {
+  const ControlScene scene(kPlain);
+  const QQuickItem* label = scene.find("label");
+  EXPECT_EQ(scene.control()->width(), std::ceil(label->implicitWidth()) + 22);
+  EXPECT_EQ(scene.control()->height(), std::ceil(label->implicitHeight()) + 10);
+  const QPointF corner = label->mapToItem(scene.control(), QPointF(0, 0));
+  EXPECT_NEAR(corner.x(), 11, 0.51);
+  EXPECT_EQ(corner.y(), 5);
+}
+
+TEST(MarrowPill, is_a_capsule) {
+  ControlScene scene(kActive);
+  expectProperties(scene, {{"background", "radius", scene.control()->height() / 2}});
+  EXPECT_EQ(scene.pixel(0, 0), QColor(0x12, 0x13, 0x18));
+}
+
+TEST(MarrowPill, is_drawn_at_four_fifths_while_pressed) {
+  ControlScene scene(kActive);
+  scene.activate();
+  const double middle = scene.control()->height() / 2;
+  const QColor before = scene.pixel(6, middle);
+  QTest::mousePress(&scene.view(), Qt::LeftButton, {}, scene.center());
+  expectProperties(scene, {{"", "opacity", 0.8}});
+  const QColor pressed = scene.pixel(6, middle);
+  QTest::mouseRelease(&scene.view(), Qt::LeftButton, {}, scene.center());
+  expectProperties(scene, {{"", "opacity", 1}});
+
+  EXPECT_EQ(scene.pixel(6, middle), before);
+  const auto faded = [](int full, int under) { return under + 0.8 * (full - under); };
+  EXPECT_NEAR(pressed.red(), faded(before.red(), 0x12), 2);
+  EXPECT_NEAR(pressed.green(), faded(before.green(), 0x13), 2);
+  EXPECT_NEAR(pressed.blue(), faded(before.blue(), 0x18), 2);
+  EXPECT_GT(before.blue(), pressed.blue());
+}
+
+TEST(MarrowPill, shows_its_symbol_before_the_label_in_the_labels_colour) {
+  const ControlScene scene(
+      "MarrowPill { text: \"Map\"; active: true; symbol: \"square.split.2x2\"; labelSize: 11\n"
+      "labelWeight: Font.Medium }");
+  expectProperties(scene, {{"symbol", "name", "square.split.2x2"},
+                           {"symbol", "size", 11},
+                           {"symbol", "color", "#007aff at 1.00"},
+                           {"label", "font.pixelSize", 11},
+                           {"label", "font.weight", QFont::Medium}});
+  const QQuickItem* symbol = scene.find("symbol");
+  EXPECT_LT(symbol->mapToScene(QPointF(symbol->width(), 0)).x(),
+            scene.find("label")->mapToScene(QPointF(0, 0)).x());
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,36 @@
+// Properties of a control read from its items and compared with a table.
+#pragma once
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+#include <QFont>
+
+#include "app/controls/ControlScene.h"
+
+namespace tessaly {
+
+struct PropertyRow {
+  QString item;
+  QString property;
+  QVariant expected;
+};
+
+// Colours are expected as text, "#rrggbb at 0.18"; numbers to a thousandth.
+inline void expectProperties(const ControlScene& scene, const std::vector<PropertyRow>& rows) {
+  for (const PropertyRow& row : rows) {
+    SCOPED_TRACE((row.item + "." + row.property).toStdString());
+    const QVariant actual = scene.read(row.item, row.property);
+    if (actual.metaType() == QMetaType::fromType<QColor>()) {
+      EXPECT_EQ(describe(actual.value<QColor>()).toStdString(),
+                row.expected.toString().toStdString());
+    } else if (row.expected.metaType() == QMetaType::fromType<QString>()) {
+      EXPECT_EQ(actual.toString().toStdString(), row.expected.toString().toStdString());
+    } else {
+      EXPECT_NEAR(actual.toDouble(), row.expected.toDouble(), 0.001);
+    }
+  }
+}
+
+}  // namespace tessaly

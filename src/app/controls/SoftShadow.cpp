@@ -1,0 +1,174 @@
+#include "app/controls/SoftShadow.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include <QCache>
+#include <QImage>
+#include <QPainter>
+
+#include "app/controls/ContinuousShape.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kCachedSilhouettes = 48;
+
+// A blurred silhouette in pixels: opacity alone, `margin` pixels of blur round a shape that
+// stretches at its middle row and column.
+struct Silhouette {
+  QImage alpha;
+  int margin = 0;
+};
+
+// The odd widths of three boxes whose cascade has this standard deviation.
+std::array<int, 3> boxWidths(double sigma) {
+  const double ideal = std::sqrt(12 * sigma * sigma / 3 + 1);
+  int lower = static_cast<int>(std::floor(ideal));
+  if (lower % 2 == 0) --lower;
+  lower = std::max(lower, 1);
+  const double count =
+      (12 * sigma * sigma - 3.0 * lower * lower - 12.0 * lower - 9) / (-4.0 * lower - 4);
+  const long small = std::clamp(std::lround(count), 0L, 3L);
+  std::array<int, 3> widths{};
+  for (int i = 0; i < 3; ++i) widths[static_cast<std::size_t>(i)] = i < small ? lower : lower + 2;
+  return widths;
+}
+
+int blurMargin(double sigma) {
+  int margin = 0;
+  for (const int width : boxWidths(sigma)) margin += width / 2;
+  return margin;
+}
+
+// One box blur along a line of `count` samples that lie `stride` apart. What lies outside is empty.
+void blurLine(std::uint8_t* line, int count, qsizetype stride, int width,
+              std::vector<std::uint8_t>& copy) {
+  copy.resize(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) copy[static_cast<std::size_t>(i)] = line[i * stride];
+  const int half = width / 2;
+  int sum = 0;
+  for (int i = 0; i < std::min(half, count); ++i) sum += copy[static_cast<std::size_t>(i)];
+  for (int i = 0; i < count; ++i) {
+    if (i + half < count) sum += copy[static_cast<std::size_t>(i + half)];
+    line[i * stride] = static_cast<std::uint8_t>((sum + half) / width);
+    if (i - half >= 0) sum -= copy[static_cast<std::size_t>(i - half)];
+  }
+}
+
+void blur(QImage& alpha, double sigma) {
+  std::vector<std::uint8_t> copy;
+  for (const int width : boxWidths(sigma)) {
+    if (width <= 1) continue;
+    for (int y = 0; y < alpha.height(); ++y) {
+      blurLine(alpha.scanLine(y), alpha.width(), 1, width, copy);
+    }
+    for (int x = 0; x < alpha.width(); ++x) {
+      blurLine(alpha.bits() + x, alpha.height(), alpha.bytesPerLine(), width, copy);
+    }
+  }
+}
+
+Silhouette makeSilhouette(const QSize& shape, double cornerRadius, double sigma) {
+  Silhouette made;
+  made.margin = blurMargin(sigma);
+  QImage drawn(shape + QSize(2 * made.margin, 2 * made.margin),
+               QImage::Format_ARGB32_Premultiplied);
+  drawn.fill(Qt::transparent);
+  QPainter painter(&drawn);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillPath(
+      ContinuousShape::path(QRectF(QPointF(made.margin, made.margin), shape), cornerRadius),
+      Qt::black);
+  painter.end();
+  made.alpha = drawn.convertToFormat(QImage::Format_Alpha8);
+  blur(made.alpha, sigma);
+  return made;
+}
+
+Silhouette silhouette(const QSize& shape, double cornerRadius, double sigma) {
+  static QCache<QString, Silhouette> cache(kCachedSilhouettes);
+  const QString key = QStringLiteral("%1|%2|%3|%4")
+                          .arg(shape.width())
+                          .arg(shape.height())
+                          .arg(cornerRadius)
+                          .arg(sigma);
+  if (const Silhouette* known = cache.object(key)) return *known;
+  auto* made = new Silhouette(makeSilhouette(shape, cornerRadius, sigma));
+  Silhouette result = *made;
+  cache.insert(key, made);
+  return result;
+}
+
+QImage colored(const QImage& alpha, const QColor& color) {
+  QImage image(alpha.size(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(color);
+  image.setAlphaChannel(alpha);
+  QPainter painter(&image);
+  // The alpha channel replaced the colour's own opacity.
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+  painter.fillRect(image.rect(), QColor(0, 0, 0, color.alpha()));
+  return image;
+}
+
+// Draws `image` over `target`, keeping `edgeX` and `edgeY` pixels at its sides and stretching the
+// one row and column between them.
+void drawStretched(QPainter& painter, const QImage& image, const QRect& target, int edgeX,
+                   int edgeY) {
+  const int sourceX[] = {0, edgeX, image.width() - edgeX, image.width()};
+  const int sourceY[] = {0, edgeY, image.height() - edgeY, image.height()};
+  const int targetX[] = {target.left(), target.left() + edgeX,
+                         target.left() + target.width() - edgeX, target.left() + target.width()};
+  const int targetY[] = {target.top(), target.top() + edgeY, target.top() + target.height() - edgeY,
+                         target.top() + target.height()};
+  for (int row = 0; row < 3; ++row) {
+    for (int column = 0; column < 3; ++column) {
+      const QRect from(sourceX[column], sourceY[row], sourceX[column + 1] - sourceX[column],
+                       sourceY[row + 1] - sourceY[row]);
+      const QRect to(targetX[column], targetY[row], targetX[column + 1] - targetX[column],
+                     targetY[row + 1] - targetY[row]);
+      if (!from.isEmpty() && !to.isEmpty()) painter.drawImage(to, image, from);
+    }
+  }
+}
+
+}  // namespace
+
+double SoftShadow::extent() const {
+  return radius > 0 ? 3 * radius + 1 : 0;
+}
+
+QRectF SoftShadow::paintedRect(const QRectF& shape) const {
+  const double grown = extent();
+  return shape.translated(offset).adjusted(-grown, -grown, grown, grown);
+}
+
+void SoftShadow::paint(QPainter& painter, const QRectF& shape, double cornerRadius) const {
+  if (!isVisible() || shape.isEmpty()) return;
+  const QTransform transform = painter.worldTransform();
+  const double scale = transform.m11();
+  const QRect pixels = transform.mapRect(shape.translated(offset)).toRect();
+  if (pixels.isEmpty()) return;
+  const double sigma = radius * scale;
+  const double corner = cornerRadius * scale;
+  const int margin = blurMargin(sigma);
+
+  // What lies further from the edge than corner and blur reach is the same all along a side.
+  const int edge = static_cast<int>(std::ceil(ContinuousShape::reach(corner))) + 2 * margin;
+  const int width = std::min(pixels.width(), 2 * (edge - margin) + 1);
+  const int height = std::min(pixels.height(), 2 * (edge - margin) + 1);
+  const Silhouette shadow = silhouette(QSize(width, height), corner, sigma);
+
+  painter.save();
+  painter.resetTransform();
+  drawStretched(painter, colored(shadow.alpha, color),
+                pixels.adjusted(-margin, -margin, margin, margin), (shadow.alpha.width() - 1) / 2,
+                (shadow.alpha.height() - 1) / 2);
+  painter.restore();
+}
+
+}  // namespace tessaly

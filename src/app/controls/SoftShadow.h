@@ -1,0 +1,36 @@
+// Painted shadows and glows: the blurred silhouette of a rounded shape, made on the processor, so
+// that it is there on every renderer.
+//
+// The blur is three box blurs, which come close to a Gaussian (W. M. Wells, "Efficient synthesis of
+// Gaussian filters by cascaded uniform filters", 1986). A silhouette is blurred once for its radius
+// and blur and kept; its middle stretches, so a shape of any size costs nine copies. Main thread
+// only, or the render thread while the main thread waits for it.
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+
+class QPainter;
+
+namespace tessaly {
+
+struct SoftShadow {
+  QColor color = Qt::transparent;
+  // The standard deviation of the blur, in points.
+  double radius = 0;
+  QPointF offset;
+
+  bool isVisible() const { return color.alpha() > 0; }
+
+  // How far the blur reaches beyond the shape's edge, in points.
+  double extent() const;
+
+  // The area the shadow of `shape` covers.
+  QRectF paintedRect(const QRectF& shape) const;
+
+  // Paints the shadow of the continuous shape `shape` with corners of `cornerRadius`. The painter
+  // may be scaled and translated, not rotated.
+  void paint(QPainter& painter, const QRectF& shape, double cornerRadius) const;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,76 @@
+#include "app/controls/TexturedItem.h"
+
+#include <cmath>
+
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+namespace tessaly {
+
+TexturedItem::TexturedItem(QQuickItem* parent) : QQuickItem(parent) {
+  setFlag(ItemHasContents, true);
+}
+
+// The painted area grown to whole pixels, so that no pixel of the picture is ever stretched.
+QRectF TexturedItem::pixelAlignedRect(double devicePixelRatio) const {
+  const QRectF rect = paintedRect();
+  const double left = std::floor(rect.left() * devicePixelRatio);
+  const double top = std::floor(rect.top() * devicePixelRatio);
+  const double right = std::ceil(rect.right() * devicePixelRatio);
+  const double bottom = std::ceil(rect.bottom() * devicePixelRatio);
+  return QRectF(left, top, right - left, bottom - top);
+}
+
+QImage TexturedItem::toImage(double devicePixelRatio) const {
+  const QRectF pixels = pixelAlignedRect(devicePixelRatio);
+  if (pixels.isEmpty()) return {};
+  QImage image(pixels.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(-pixels.topLeft());
+  painter.scale(devicePixelRatio, devicePixelRatio);
+  paint(painter);
+  return image;
+}
+
+void TexturedItem::repaint() {
+  dirty_ = true;
+  update();
+}
+
+QSGNode* TexturedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
+  const double ratio = window()->effectiveDevicePixelRatio();
+  auto* node = static_cast<QSGImageNode*>(old);
+  if (node != nullptr && !dirty_) return node;
+  dirty_ = false;
+
+  const QImage image = toImage(ratio);
+  if (image.isNull()) {
+    delete node;
+    return nullptr;
+  }
+  if (node == nullptr) {
+    node = window()->createImageNode();
+    node->setOwnsTexture(true);
+  }
+  const QRectF pixels = pixelAlignedRect(ratio);
+  node->setTexture(window()->createTextureFromImage(image));
+  node->setFiltering(QSGTexture::Linear);
+  node->setSourceRect(QRectF(QPointF(0, 0), pixels.size()));
+  node->setRect(QRectF(pixels.topLeft() / ratio, pixels.size() / ratio));
+  return node;
+}
+
+void TexturedItem::geometryChange(const QRectF& now, const QRectF& before) {
+  QQuickItem::geometryChange(now, before);
+  if (now.size() != before.size()) repaint();
+}
+
+void TexturedItem::itemChange(ItemChange change, const ItemChangeData& data) {
+  QQuickItem::itemChange(change, data);
+  if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) repaint();
+}
+
+}  // namespace tessaly

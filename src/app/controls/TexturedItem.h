@@ -1,0 +1,42 @@
+// An item that is painted once into a picture and shown as that picture until something about it
+// changes. Unlike Qt's painted item it may paint outside its own bounds, which shadows need, and
+// its pixels are those of the screen at every scale. Works on the software renderer and on the
+// others.
+#pragma once
+
+#include <QImage>
+#include <QQuickItem>
+
+class QPainter;
+
+namespace tessaly {
+
+class TexturedItem : public QQuickItem {
+  Q_OBJECT
+
+ public:
+  explicit TexturedItem(QQuickItem* parent = nullptr);
+
+  // What the item looks like now, at this pixel ratio: the same pixels as on the screen.
+  QImage toImage(double devicePixelRatio) const;
+
+ protected:
+  // The area that paint() touches, in the item's own coordinates.
+  virtual QRectF paintedRect() const { return boundingRect(); }
+  // Paints in the item's own coordinates. Runs on the render thread while the main thread waits.
+  virtual void paint(QPainter& painter) const = 0;
+
+  // To be called when what paint() draws has changed.
+  void repaint();
+
+  QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData*) override;
+  void geometryChange(const QRectF& now, const QRectF& before) override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+ private:
+  QRectF pixelAlignedRect(double devicePixelRatio) const;
+
+  bool dirty_ = true;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,32 @@
+#include "app/desktop/FileUri.h"
+
+namespace tessaly {
+
+namespace {
+
+// The unreserved characters of RFC 3986, and the slash that parts components. Others that a path
+// may hold unescaped are escaped all the same: receivers differ in what they make of them.
+bool standsAsItIs(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+         c == '.' || c == '_' || c == '~' || c == '/';
+}
+
+}  // namespace
+
+std::string fileUri(std::string_view path) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string uri = "file://";
+  for (const char c : path) {
+    if (standsAsItIs(c)) {
+      uri += c;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    uri += '%';
+    uri += digits[byte >> 4];
+    uri += digits[byte & 15];
+  }
+  return uri;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,41 @@
+// The workspace on a Linux desktop: files are revealed by the file manager that answers to
+// org.freedesktop.FileManager1 on the session bus, and opened by xdg-open, which also shows the
+// folder where no file manager answers. A file that has gone since is not asked for: its folder is
+// shown instead.
+//
+// Both operations hand everything to a worker queue at once, since a bus, a file manager and a
+// disk can each take their time.
+#pragma once
+
+#include <QDBusConnection>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/Dispatch.h"
+#include "platform/Workspace.h"
+
+namespace tessaly {
+
+class LinuxWorkspace : public Workspace {
+ public:
+  // How it reaches the desktop. Both are called on a worker thread.
+  struct Desktop {
+    std::function<QDBusConnection()> sessionBus;
+    // Opens a URI in its default application, without waiting for it.
+    std::function<void(const std::string& uri)> openUri;
+
+    static Desktop real();
+  };
+
+  explicit LinuxWorkspace(Dispatch& dispatch, Desktop desktop = Desktop::real());
+
+  void reveal(const std::vector<std::string>& paths) override;
+  void open(const std::string& path) override;
+
+ private:
+  Dispatch& dispatch_;
+  Desktop desktop_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,19 @@
+// The main queue of the Dispatch, on Qt's event loop: work runs on the thread that made the queue,
+// one piece at a time, in the order in which it was handed over. What is still waiting when the
+// queue goes is dropped. post() may be called from any thread.
+#pragma once
+
+#include <QObject>
+
+#include "platform/Dispatch.h"
+
+namespace tessaly {
+
+class MainQueue : public QObject {
+ public:
+  using QObject::QObject;
+
+  void post(Dispatch::Work work);
+};
+
+}  // namespace tessaly

@@ -1,0 +1,58 @@
+#include "app/desktop/MainQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QThread>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+TEST(MainQueue, runs_nothing_inside_post) {
+  MainQueue queue;
+  bool ran = false;
+  queue.post([&] { ran = true; });
+  EXPECT_FALSE(ran);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(ran);
+}
+
+TEST(MainQueue, keeps_the_order_in_which_work_was_handed_over) {
+  MainQueue queue;
+  std::vector<int> order;
+  for (int i = 0; i < 50; ++i) queue.post([&order, i] { order.push_back(i); });
+  QCoreApplication::processEvents();
+  ASSERT_EQ(order.size(), 50u);
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
+}
+
+TEST(MainQueue, brings_work_of_another_thread_to_its_own) {
+  MainQueue queue;
+  QEventLoop loop;
+  QThread* ranOn = nullptr;
+  std::thread worker([&] {
+    queue.post([&] {
+      ranOn = QThread::currentThread();
+      loop.quit();
+    });
+  });
+  loop.exec();
+  worker.join();
+  EXPECT_EQ(ranOn, QThread::currentThread());
+}
+
+TEST(MainQueue, drops_what_waits_when_it_goes) {
+  auto queue = std::make_unique<MainQueue>();
+  bool ran = false;
+  queue->post([&] { ran = true; });
+  queue.reset();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(ran);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,24 @@
+// The folder panel as a dialog of Qt's own, in the dark look of the window. Main thread only;
+// chooseFolder() runs the event loop until the user has answered.
+//
+// The dialog shows only folders whose names are UTF-8, so the path it gives back is exact.
+#pragma once
+
+#include <string>
+
+#include "platform/FolderPanel.h"
+
+namespace tessaly {
+
+class QtFolderPanel : public FolderPanel {
+ public:
+  // `startDirectory` is where the panel opens the first time; later it opens where it was left.
+  explicit QtFolderPanel(std::string startDirectory);
+
+  std::optional<std::string> chooseFolder(const Request& request) override;
+
+ private:
+  std::string directory_;
+};
+
+}  // namespace tessaly

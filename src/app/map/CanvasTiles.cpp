@@ -1,0 +1,42 @@
+#include "app/map/CanvasTiles.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "treemap/NodeTint.h"
+#include "treemap/TreemapLayout.h"
+
+namespace tessaly {
+
+CanvasTiles::CanvasTiles(const DiskNode& node, QSizeF size, const State& state) {
+  auto rects = TreemapLayout::layout(node, {0, 0, size.width(), size.height()});
+  std::ranges::stable_sort(rects, {}, &TreemapRect::depth);
+  tiles_.reserve(rects.size());
+  const double now = NodeTint::presentTime();
+  for (auto& rect : rects) {
+    const Color tint =
+        NodeTint::color(rect.node, state.filters, state.grewPaths, state.heatmap, now);
+    const bool selected = !state.selected.empty() && state.selected.contains(rect.node.path());
+    tiles_.push_back({std::move(rect), tint, selected});
+  }
+}
+
+std::optional<std::size_t> CanvasTiles::at(QPointF point) const {
+  for (std::size_t i = tiles_.size(); i-- > 0;) {
+    const TreemapRect& rect = tiles_[i].rect;
+    if (point.x() >= rect.x && point.x() < rect.x + rect.width && point.y() >= rect.y &&
+        point.y() < rect.y + rect.height) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> CanvasTiles::find(std::string_view path) const {
+  for (std::size_t i = 0; i < tiles_.size(); ++i) {
+    if (tiles_[i].rect.node.path() == path) return i;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tessaly

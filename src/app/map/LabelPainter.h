@@ -1,0 +1,54 @@
+// Paints the labels of tiles: white text and icons with a soft shadow. Laying out and blurring a
+// text costs more than painting a tile, so each is made once and kept as a picture while it is in
+// use. Main thread only.
+#pragma once
+
+#include <QFont>
+#include <QHash>
+#include <QImage>
+#include <QString>
+
+#include "app/map/PixelCanvas.h"
+#include "app/map/TileLabel.h"
+#include "treemap/TreemapRect.h"
+
+namespace tessaly {
+
+class LabelPainter {
+ public:
+  LabelPainter();
+
+  // The label of the tile, if it has one, over what the canvas shows. Never reaches beyond the tile.
+  void paint(PixelCanvas& canvas, const TreemapRect& rect);
+
+  // To be called after all tiles have been painted: lets go of pictures that were not in use, once
+  // there are many.
+  void endPass();
+
+ private:
+  enum Style { name11, name12, sizeText, icon };
+
+  // A text or an icon with its shadow.
+  struct Picture {
+    QImage image;
+    double width = 0;  // what it takes in a row, in points
+    double height = 0;
+    unsigned lastPass = 0;
+  };
+
+  const QFont& fontOf(Style style) const;
+  const Picture& picture(Style style, const QString& text, double scale);
+  Picture makeText(Style style, const QString& text, double scale) const;
+  static Picture makeIcon(const QString& name, double scale);
+  void drawName(PixelCanvas& canvas, Style style, const QString& text, double left, double middle,
+                double room);
+
+  QFont nameFont11_;
+  QFont nameFont12_;
+  QFont sizeFont_;
+  double scale_ = 0;
+  unsigned pass_ = 0;
+  QHash<QString, Picture> pictures_;
+};
+
+}  // namespace tessaly

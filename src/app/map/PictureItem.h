@@ -1,0 +1,39 @@
+// An item that shows a picture made elsewhere, pixel for pixel, on every renderer. Its own size has
+// no part in where the picture stands.
+#pragma once
+
+#include <QImage>
+#include <QQuickItem>
+
+#include "app/map/PixelCanvas.h"
+
+namespace tessaly {
+
+class PictureItem : public QQuickItem {
+  Q_OBJECT
+
+ public:
+  explicit PictureItem(QQuickItem* parent = nullptr);
+
+  // Shows these pixels where they belong, in the item's coordinates.
+  void show(const PixelCanvas& picture);
+
+  // Shows nothing.
+  void clear();
+
+  bool isClear() const { return image_.isNull(); }
+
+  // How many pictures it has been given so far.
+  int pictureCount() const { return pictureCount_; }
+
+ protected:
+  QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
+
+ private:
+  QImage image_;
+  QRectF place_;
+  int pictureCount_ = 0;
+  bool changed_ = false;
+};
+
+}  // namespace tessaly

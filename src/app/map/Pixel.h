@@ -1,0 +1,36 @@
+// Arithmetic on pixels of the form 0xAARRGGBB with colours multiplied by their alpha, the form of
+// QImage::Format_ARGB32_Premultiplied.
+#pragma once
+
+#include <cstdint>
+
+#include "look/Color.h"
+
+namespace tessaly::Pixel {
+
+// Each of the four channels times `factor` / 255, rounded.
+constexpr std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
+  std::uint32_t even = (pixel & 0xFF00FFu) * factor;
+  even = (even + ((even >> 8) & 0xFF00FFu) + 0x800080u) >> 8;
+  std::uint32_t odd = ((pixel >> 8) & 0xFF00FFu) * factor;
+  odd = odd + ((odd >> 8) & 0xFF00FFu) + 0x800080u;
+  return (even & 0xFF00FFu) | (odd & 0xFF00FF00u);
+}
+
+// `source` laid over `below`.
+constexpr std::uint32_t over(std::uint32_t source, std::uint32_t below) {
+  return source + scaled(below, 255 - (source >> 24));
+}
+
+// From channels of 0 to 1, already multiplied by `alpha`.
+constexpr std::uint32_t fromParts(double alpha, double red, double green, double blue) {
+  const auto channel = [](double part) { return static_cast<std::uint32_t>(part * 255 + 0.5); };
+  return channel(alpha) << 24 | channel(red) << 16 | channel(green) << 8 | channel(blue);
+}
+
+constexpr std::uint32_t fromColor(const Color& color) {
+  const double part = color.opacity / 255;
+  return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
+}
+
+}  // namespace tessaly::Pixel

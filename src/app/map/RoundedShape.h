@@ -1,0 +1,62 @@
+// How much of each pixel a rounded rectangle covers, row by row: what the painting of tiles stands
+// on. Corners are continuous: their curvature grows gradually where the straight edge ends, as that
+// of the superellipse |x|^2.5 + |y|^2.5 = 1 does, and they cut off as much of the corner as a
+// quarter circle of the same radius.
+//
+// Coordinates are pixels of the image that is painted on. A shape hands out views into a buffer of
+// its own, so each thread needs its own shape.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "treemap/Rect.h"
+
+namespace tessaly {
+
+class RoundedShape {
+ public:
+  // One row of pixels. `edges` holds the coverage, 0 to 255, of the pixels from begin to solidBegin
+  // and, right behind those, of the pixels from solidEnd to end; `solid` is that of the pixels
+  // between. Valid until the next call of row().
+  struct Row {
+    int begin = 0;
+    int solidBegin = 0;
+    int solidEnd = 0;
+    int end = 0;
+    std::uint8_t solid = 0;
+    const std::uint8_t* edges = nullptr;
+
+    std::uint8_t at(int x) const {
+      if (x < begin || x >= end) return 0;
+      if (x < solidBegin) return edges[x - begin];
+      if (x < solidEnd) return solid;
+      return edges[x - solidEnd + solidBegin - begin];
+    }
+  };
+
+  RoundedShape(const Rect& rect, double radius);
+
+  const Rect& rect() const { return rect_; }
+
+  // The rows that the shape reaches: firstRow() up to, but not including, endRow().
+  int firstRow() const { return firstRow_; }
+  int endRow() const { return endRow_; }
+
+  // Coverage of the pixels of row `y`, which is empty outside those rows.
+  Row row(int y);
+
+ private:
+  double insetAt(double fromEdge) const;
+
+  Rect rect_;
+  double reach_ = 0;  // how far from the corner the curve begins
+  int firstRow_ = 0;
+  int endRow_ = 0;
+  std::vector<std::uint8_t> edges_;
+  Row straight_;  // the row between the corners, which is the same wherever it stands
+  bool straightKnown_ = false;
+  std::vector<std::uint8_t> straightEdges_;
+};
+
+}  // namespace tessaly

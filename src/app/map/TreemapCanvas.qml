@@ -1,0 +1,22 @@
+// The interactive treemap of one folder: the surface with its tiles, and the tooltip above it.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+
+TreemapSurface {
+    id: canvas
+    objectName: "treemapCanvas"
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: qsTr("Treemap")
+    Accessible.description: canvas.tooltip.shown
+        ? [canvas.tooltip.name, canvas.tooltip.size, canvas.tooltip.facts].join(", ") : ""
+
+    MapTooltip {
+        x: canvas.tooltip.place.x
+        y: canvas.tooltip.place.y
+        width: canvas.tooltip.width
+        visible: canvas.tooltip.shown
+        tip: canvas.tooltip
+    }
+}

@@ -1,0 +1,90 @@
+// The drawing of one folder as a treemap, and what the pointer does to it. All tiles and the
+// selection are painted once into one picture; the tile under the pointer is painted once more, as
+// it looks highlighted, into a small picture above that. So moving the pointer repaints no tile but
+// the one it has come to. The layout is made anew when the folder, the size of the canvas or what
+// colours and marks the tiles has changed.
+#pragma once
+
+#include <QPointF>
+#include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "app/map/CanvasTiles.h"
+#include "app/map/LabelPainter.h"
+#include "app/map/PictureItem.h"
+#include "app/map/TooltipState.h"
+#include "app/model/NodeHandle.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class TreemapSurface : public QQuickItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged
+                 REQUIRED)
+  Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged REQUIRED)
+
+  Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)
+
+ public:
+  explicit TreemapSurface(QQuickItem* parent = nullptr);
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+  NodeHandle node() const { return node_; }
+  void setNode(const NodeHandle& node);
+
+  const std::optional<std::string>& hoverPath() const { return hoverPath_; }
+  TooltipState* tooltip() { return &tooltip_; }
+
+  const CanvasTiles& tiles() const { return tiles_; }
+  // The pictures, bottom first: all tiles, and the highlighted one.
+  const PictureItem& tileTexture() const { return *tileTexture_; }
+  const PictureItem& hoverOverlay() const { return *hoverOverlay_; }
+
+ signals:
+  // The user wants to see what is inside this folder.
+  void open(const tessaly::NodeHandle& node);
+  void sessionChanged();
+  void nodeChanged();
+
+ protected:
+  void updatePolish() override;
+  void geometryChange(const QRectF& now, const QRectF& before) override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+  void hoverEnterEvent(QHoverEvent* event) override;
+  void hoverMoveEvent(QHoverEvent* event) override;
+  void hoverLeaveEvent(QHoverEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  void renew();
+  void setMouse(QPointF mouse);
+  void enter(std::optional<std::size_t> index);
+  void showHighlight();
+  void click(const DiskNode& node);
+  double scale() const;
+
+  ScanSession* session_ = nullptr;
+  NodeHandle node_;
+  CanvasTiles tiles_;
+  LabelPainter labels_;
+  PictureItem* tileTexture_;
+  PictureItem* hoverOverlay_;
+  bool stale_ = true;  // the tiles no longer are what they would be if made now
+
+  QPointF mouse_;
+  bool pointerInside_ = false;
+  std::optional<std::string> hoverPath_;
+  std::optional<std::size_t> hovered_;  // place of the tile at hoverPath_ among the tiles
+  TooltipState tooltip_;
+  std::optional<std::string> pressedPath_;
+  QPointF pressedAt_;
+};
+
+}  // namespace tessaly

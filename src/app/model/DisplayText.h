@@ -1,0 +1,13 @@
+// Names and paths as a person reads them. Only for showing: the bytes cannot be had back from it.
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+namespace tessaly {
+
+// `bytes` as text on one line. What is not UTF-8, and every control character and line break, stands
+// as a replacement character.
+QString displayText(std::string_view bytes);
+
+}  // namespace tessaly

@@ -1,0 +1,88 @@
+// What the map pane shows: which of its screens, and the texts on them. It observes the session and
+// adds nothing to its state.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+#include <optional>
+#include <string>
+
+#include "app/model/NodeHandle.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class DiskMapState : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
+  // A scan runs while the result of an older one is on screen.
+  Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
+  Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY screenChanged)
+
+  // The folder on screen.
+  Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY nodeChanged)
+  Q_PROPERTY(QString nodeName READ nodeName NOTIFY nodeChanged)
+  Q_PROPERTY(QString sizeText READ sizeText NOTIFY nodeChanged)
+  Q_PROPERTY(QString itemsText READ itemsText NOTIFY nodeChanged)
+  // Counts and time of the scan; empty while there are none to show.
+  Q_PROPERTY(QString statsText READ statsText NOTIFY statsTextChanged)
+
+  // The running scan.
+  Q_PROPERTY(QString scanningText READ scanningText NOTIFY progressChanged)
+  Q_PROPERTY(QString bannerText READ bannerText NOTIFY progressChanged)
+  // What went wrong with the last one; empty when nothing did.
+  Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
+  Q_PROPERTY(QString percentText READ percentText NOTIFY percentTextChanged)
+
+ public:
+  enum Screen { Idle, Scanning, Failed, Result };
+  Q_ENUM(Screen)
+
+  static Screen screenFor(ScanStatus status, bool hasCurrent);
+
+  using QObject::QObject;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  Screen screen() const;
+  bool isRescanning() const;
+  bool showsTreemap() const;
+  NodeHandle node() const { return NodeHandle(node_); }
+  QString nodeName() const;
+  QString sizeText() const;
+  QString itemsText() const;
+  QString statsText() const;
+  QString scanningText() const;
+  QString bannerText() const;
+  QString errorText() const;
+  QString percentText() const;
+
+  // Drills into a folder of the map.
+  Q_INVOKABLE void open(const tessaly::NodeHandle& node);
+
+ signals:
+  void sessionChanged();
+  void screenChanged();
+  void nodeChanged();
+  // Another folder than before is on screen, not just a newer scan of the same one: what a view
+  // remembers of the pointer no longer holds.
+  void placeChanged();
+  void statsTextChanged();
+  void progressChanged();
+  void errorTextChanged();
+  void percentTextChanged();
+
+ private:
+  void takeCurrent();
+  QString progressText() const;
+
+  ScanSession* session_ = nullptr;
+  std::optional<DiskNode> node_;
+  std::string place_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,88 @@
+// What kinds a folder's content falls into: a bar with a segment for each, and words for the largest
+// six. Without any content it takes up no space.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Panes
+
+Column {
+    id: bar
+
+    property alias node: slices.node
+
+    visible: !slices.empty
+    spacing: 6
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: slices.summary
+
+    KindBreakdownModel {
+        id: slices
+    }
+
+    Row {
+        objectName: "segments"
+        spacing: 1
+
+        Repeater {
+            model: slices
+
+            Rectangle {
+                required property color kindColor
+                required property real fraction
+
+                width: Math.max(2, fraction * bar.width)
+                height: 10
+                radius: Math.min(3, width / 2)
+                color: kindColor
+            }
+        }
+    }
+
+    Row {
+        objectName: "legend"
+        spacing: 14
+
+        Repeater {
+            model: slices
+
+            Row {
+                id: entry
+
+                required property int index
+                required property color kindColor
+                required property string word
+                required property string percentText
+
+                visible: index < 6
+                spacing: 4
+
+                Rectangle {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 5
+                    height: 5
+                    radius: 2.5
+                    color: entry.kindColor
+                }
+
+                Text {
+                    objectName: "word"
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: entry.word
+                    color: Theme.secondary
+                    font.family: Theme.uiFamily
+                    font.pixelSize: 10
+                }
+
+                Text {
+                    objectName: "percent"
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: entry.percentText
+                    color: Theme.muted
+                    font.family: Theme.monoFamily
+                    font.pixelSize: 10
+                }
+            }
+        }
+    }
+}

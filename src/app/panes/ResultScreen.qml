@@ -1,0 +1,64 @@
+// The finished tree. While it is scanned anew it stays where it is, under a banner.
+import QtQuick
+import QtQuick.Layouts
+import Tessaly.Map
+import Tessaly.Model
+import Tessaly.Panes
+
+Item {
+    id: screen
+
+    required property ScanSession session
+    required property DiskMapState map
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TreemapHeader {
+            objectName: "header"
+            Layout.fillWidth: true
+            visible: screen.map.showsTreemap
+            map: screen.map
+        }
+
+        Loader {
+            id: treemap
+
+            objectName: "treemap"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: 10
+            Layout.rightMargin: 10
+            Layout.bottomMargin: 10
+            active: screen.map.showsTreemap
+            sourceComponent: TreemapCanvas {
+                objectName: "canvas"
+                session: screen.session
+                node: screen.map.node
+                onOpen: node => screen.map.open(node)
+            }
+
+            // Another folder is another canvas: what the old one knew of the pointer is gone.
+            Connections {
+                target: screen.map
+
+                function onPlaceChanged() {
+                    treemap.active = false
+                    treemap.active = Qt.binding(() => screen.map.showsTreemap)
+                }
+            }
+        }
+    }
+
+    Loader {
+        objectName: "banner"
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 10
+        active: screen.map.rescanning
+        sourceComponent: ScanningBanner {
+            session: screen.session
+            map: screen.map
+        }
+    }
+}

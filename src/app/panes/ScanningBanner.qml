@@ -1,0 +1,86 @@
+// A scan that runs while an older result is on screen.
+import QtQuick
+import QtQuick.Layouts
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Panes
+
+RoundedPanel {
+    id: banner
+
+    required property ScanSession session
+    required property DiskMapState map
+
+    width: 480
+    height: 44
+    radius: 10
+    color: Qt.alpha(Theme.bg2, 0.96)
+    outlineColor: Qt.rgba(1, 1, 1, 0.12)
+    outlineWidth: 1
+    shadowColor: Qt.rgba(0, 0, 0, 0.5)
+    shadowRadius: 12
+    shadowOffset: 4
+
+    // What lies under the banner gets no clicks through it.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 14
+        anchors.rightMargin: 8
+        spacing: 10
+
+        ProgressRing {
+            objectName: "ring"
+            Layout.preferredWidth: 18
+            Layout.preferredHeight: 18
+            strokeWidth: 2.5
+            value: banner.session.scanPercent
+            from: "#007AFF"
+            to: "#5856D6"
+
+            Accessible.role: Accessible.ProgressBar
+            Accessible.name: "Scan, " + banner.map.percentText
+
+            NumberAnimation on turn {
+                from: 0
+                to: 1
+                duration: 1400
+                loops: Animation.Infinite
+            }
+        }
+
+        Text {
+            objectName: "progress"
+            Layout.fillWidth: true
+            text: banner.map.bannerText
+            textFormat: Text.PlainText
+            elide: Text.ElideMiddle
+            maximumLineCount: 1
+            color: Theme.secondary
+            font.family: Theme.monoFamily
+            font.pixelSize: 11
+        }
+
+        Text {
+            objectName: "percent"
+            Layout.minimumWidth: 34
+            horizontalAlignment: Text.AlignRight
+            text: banner.map.percentText
+            color: Theme.ink
+            font.family: Theme.uiFamily
+            font.pixelSize: 11
+            font.weight: Font.Bold
+        }
+
+        MarrowSecondaryButton {
+            objectName: "cancel"
+            text: "Cancel"
+            onClicked: banner.session.cancel()
+        }
+    }
+}

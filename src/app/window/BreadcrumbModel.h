@@ -1,0 +1,52 @@
+// The way from the scanned folder down to the folder on screen, one row each. It follows the
+// session's navigation stack; rows that stay are kept, so that views keep what belongs to them.
+#pragma once
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+#include <string>
+#include <vector>
+
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class BreadcrumbModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+
+ public:
+  enum Role {
+    NameRole = Qt::UserRole + 1,
+    FirstRole,  // the scanned folder
+    LastRole,   // the folder on screen
+  };
+
+  using QAbstractListModel::QAbstractListModel;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override;
+
+ signals:
+  void sessionChanged();
+
+ private:
+  struct Crumb {
+    std::string path;
+    std::string name;
+    friend bool operator==(const Crumb&, const Crumb&) = default;
+  };
+
+  void follow();
+
+  ScanSession* session_ = nullptr;
+  std::vector<Crumb> crumbs_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,57 @@
+// The main window: its bars, and the pane in front.
+import QtQuick
+import QtQuick.Layouts
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Panes
+import Tessaly.Window
+
+Window {
+    id: window
+
+    required property ScanSession session
+
+    objectName: "mainWindow"
+    title: "Tessaly"
+    width: 1280
+    height: 820
+    minimumWidth: 1100
+    minimumHeight: 680
+    color: Theme.bg
+
+    WindowState {
+        id: bars
+
+        session: window.session
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TitleBar {
+            objectName: "titleBar"
+            Layout.fillWidth: true
+            session: window.session
+            bars: bars
+        }
+
+        Loader {
+            objectName: "breadcrumbs"
+            Layout.fillWidth: true
+            Layout.preferredHeight: active ? 36 : 0
+            active: bars.showsBreadcrumbs
+            visible: active
+            sourceComponent: BreadcrumbBar {
+                session: window.session
+            }
+        }
+
+        DiskMapView {
+            objectName: "diskMap"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            session: window.session
+        }
+    }
+}

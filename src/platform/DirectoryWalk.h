@@ -1,0 +1,86 @@
+// Enumerates all that lies below one folder, with attributes, in pre-order: everything below a
+// directory comes before the directory's next sibling.
+//
+// The caller takes the items one by one with next(). Meanwhile threads of the walk read ahead: each
+// directory is a piece of work, and the caller's own thread reads whatever it needs that nobody has
+// read yet, and whatever comes next while it would otherwise wait. Memory is bounded: at most 4,096
+// directories and some 65,000 items are read ahead.
+//
+// Links are reported, never followed. Directories are opened relative to their parents'
+// descriptors, so depth and length of paths have no limit. When descriptors run short, those of
+// directories that are still needed are closed and opened again later. A directory that cannot be
+// read is reported like an empty one. Pseudo file systems and automount points are reported and
+// never entered.
+//
+// One object, one walk, one thread that calls next(). The destructor joins the walk's threads.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class DirectoryWalk {
+ public:
+  enum class Type : std::uint8_t { directory, file, link, other };
+
+  struct Item {
+    std::string_view name;  // valid until the next call of next()
+    Type type = Type::other;
+    bool hasAttributes = false;      // whether the next two could be read; links have none
+    std::int64_t allocatedSize = 0;  // bytes on disk; of a directory its own length
+    double mtime = 0;                // seconds since 1970
+    std::uint32_t depth = 0;         // 1 directly in the root
+    std::uint8_t mark = 0;           // mark of the directory that holds the item
+    // A large directory is read in several runs; a name changed between them may come again.
+    bool mayComeTwice = false;
+  };
+
+  // A directory about to be read.
+  class Candidate {
+   public:
+    virtual std::string path() const = 0;  // absolute, put together on each call
+
+    std::string_view name;
+    std::uint32_t depth = 0;  // 1 directly in the root
+    std::uint8_t mark = 0;    // mark of the directory that holds it
+
+   protected:
+    ~Candidate() = default;
+  };
+
+  struct Descent {
+    bool enter = true;
+    std::uint8_t mark = 0;  // handed on to all items directly in it
+  };
+
+  // Says whether a directory is entered. Called once for each directory, from any thread and ahead
+  // of next(), so it must be a pure function of the candidate. A directory that is not entered is
+  // reported without attributes.
+  using Decide = std::function<Descent(const Candidate&)>;
+
+  // `root` is an absolute path without links. `threads` counts the caller's; 0 means two to four,
+  // by the number of cores.
+  DirectoryWalk(const std::string& root, Decide decide, int threads = 0);
+  ~DirectoryWalk();
+  DirectoryWalk(const DirectoryWalk&) = delete;
+  DirectoryWalk& operator=(const DirectoryWalk&) = delete;
+
+  // Whether the root could be opened as a directory. If not, there are no items.
+  bool isOpen() const;
+
+  // The next item, or null at the end. Valid until the next call.
+  const Item* next();
+
+  // Names directly in `root`, links included; 0 if it cannot be read.
+  static std::size_t countEntries(const std::string& root);
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace tessaly

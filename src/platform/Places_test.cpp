@@ -1,0 +1,44 @@
+#include "platform/Places.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace tessaly {
+namespace {
+
+using Names = std::unordered_set<std::string>;
+
+TEST(Places, macos_skips_eight_names_anywhere) {
+  EXPECT_EQ(Places::forMacos().skipNames,
+            (Names{".Trash", ".Trashes", ".Spotlight-V100", ".fseventsd", ".DocumentRevisions-V100",
+                   ".TemporaryItems", ".vol", "Backups.backupdb"}));
+  EXPECT_TRUE(Places::forMacos().skipPaths.empty());
+}
+
+TEST(Places, linux_skips_the_same_names_and_the_trash_of_this_user) {
+  Names expected = Places::forMacos().skipNames;
+  expected.insert(".Trash-" + std::to_string(getuid()));
+  EXPECT_EQ(Places::forLinux().skipNames, expected);
+  ASSERT_EQ(Places::forLinux().skipPaths.size(), 1U);
+  EXPECT_TRUE(Places::forLinux().skipPaths.front().ends_with("/Trash"));
+  EXPECT_TRUE(Places::forLinux().skipPaths.front().starts_with("/"));
+}
+
+TEST(Places, each_system_has_its_own_names_directly_under_the_root) {
+  EXPECT_EQ(Places::forMacos().skipRootNames,
+            (Names{"dev", "proc", "cores", "Network", "Volumes", "private", "tmp", "sbin", "bin",
+                   "etc", "var", "home"}));
+  EXPECT_EQ(Places::forLinux().skipRootNames,
+            (Names{"dev", "proc", "sys", "run", "tmp", "mnt", "media", "snap", "lost+found"}));
+}
+
+TEST(Places, videos_is_an_important_folder_on_linux_alone) {
+  const Names six = {"Desktop", "Downloads", "Documents", "Pictures", "Movies", "Music"};
+  EXPECT_EQ(Places::forMacos().importantFolders, six);
+  Names seven = six;
+  seven.insert("Videos");
+  EXPECT_EQ(Places::forLinux().importantFolders, seven);
+}
+
+}  // namespace
+}  // namespace tessaly

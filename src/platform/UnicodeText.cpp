@@ -1,0 +1,116 @@
+#include "platform/UnicodeText.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+
+namespace tessaly::UnicodeText {
+
+namespace {
+
+constexpr char32_t replacementCharacter = 0xFFFD;
+
+bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
+char asciiLowercased(char byte) {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
+void appendUtf8(std::string& text, char32_t value) {
+  utf8proc_uint8_t bytes[4];
+  const utf8proc_ssize_t length =
+      utf8proc_encode_char(static_cast<utf8proc_int32_t>(value), bytes);
+  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+}
+
+void appendLowercased(std::string& text, char32_t value) {
+  // The only character whose lower-case form is more than one, wherever it stands.
+  constexpr char32_t capitalIWithDot = 0x130;
+  constexpr char32_t combiningDot = 0x307;
+  if (value == capitalIWithDot) {
+    text += 'i';
+    appendUtf8(text, combiningDot);
+    return;
+  }
+  appendUtf8(text, static_cast<char32_t>(
+                       utf8proc_tolower(static_cast<utf8proc_int32_t>(value))));
+}
+
+// Length in bytes of the first grapheme cluster of `text`, which must not be empty.
+std::size_t firstGraphemeLength(std::string_view text) {
+  // Nothing joins an ASCII character to the next one, but for the two of a line end.
+  if (isAscii(text[0]) && text[0] != '\r' && (text.size() == 1 || isAscii(text[1]))) return 1;
+
+  Scalar before = firstScalar(text);
+  std::size_t length = before.length;
+  utf8proc_int32_t state = 0;
+  while (before.isText && length < text.size()) {
+    const Scalar next = firstScalar(text.substr(length));
+    if (!next.isText || utf8proc_grapheme_break_stateful(
+                            static_cast<utf8proc_int32_t>(before.value),
+                            static_cast<utf8proc_int32_t>(next.value), &state)) {
+      break;
+    }
+    length += next.length;
+    before = next;
+  }
+  return length;
+}
+
+}  // namespace
+
+Scalar firstScalar(std::string_view text) {
+  if (isAscii(text[0])) return {static_cast<char32_t>(text[0]), 1, true};
+  utf8proc_int32_t value = 0;
+  const utf8proc_ssize_t length =
+      utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                       static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)), &value);
+  if (length < 1 || value < 0) return {replacementCharacter, 1, false};
+  return {static_cast<char32_t>(value), static_cast<std::size_t>(length), true};
+}
+
+std::string lowercased(std::string_view text) {
+  std::string lower;
+  lower.reserve(text.size());
+  while (!text.empty()) {
+    if (isAscii(text[0])) {
+      lower += asciiLowercased(text[0]);
+      text.remove_prefix(1);
+      continue;
+    }
+    const Scalar scalar = firstScalar(text);
+    if (scalar.isText) {
+      appendLowercased(lower, scalar.value);
+    } else {
+      lower += text[0];
+    }
+    text.remove_prefix(scalar.length);
+  }
+  return lower;
+}
+
+std::size_t graphemeCount(std::string_view text) {
+  std::size_t count = 0;
+  for (; !text.empty(); ++count) text.remove_prefix(firstGraphemeLength(text));
+  return count;
+}
+
+std::string_view firstGraphemes(std::string_view text, std::size_t count) {
+  std::size_t length = 0;
+  for (; count > 0 && length < text.size(); --count) {
+    length += firstGraphemeLength(text.substr(length));
+  }
+  return text.substr(0, length);
+}
+
+std::uint64_t scalarSum(std::string_view text) {
+  std::uint64_t sum = 0;
+  while (!text.empty()) {
+    const Scalar scalar = firstScalar(text);
+    sum += scalar.value;
+    text.remove_prefix(scalar.length);
+  }
+  return sum;
+}
+
+}  // namespace tessaly::UnicodeText

@@ -1,0 +1,109 @@
+#include "platform/UnicodeText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tessaly {
+namespace {
+
+using std::string_literals::operator""s;
+
+TEST(UnicodeTextLowercased, leaves_an_empty_text_empty) {
+  EXPECT_EQ(UnicodeText::lowercased(""), "");
+}
+
+TEST(UnicodeTextLowercased, lowers_ascii_letters_and_nothing_else_of_ascii) {
+  EXPECT_EQ(UnicodeText::lowercased("Photos.APP"), "photos.app");
+  EXPECT_EQ(UnicodeText::lowercased("@AZ[`az{ 09"), "@az[`az{ 09");
+}
+
+TEST(UnicodeTextLowercased, lowers_letters_of_every_script) {
+  EXPECT_EQ(UnicodeText::lowercased("ÄÖÜ ÉCRAN"), "äöü écran");
+  EXPECT_EQ(UnicodeText::lowercased("МОСКВА ΑΘΗΝΑ"), "москва αθηνα");
+  EXPECT_EQ(UnicodeText::lowercased("𐐀"), "𐐨");
+  EXPECT_EQ(UnicodeText::lowercased("文件 ملف 🎬"), "文件 ملف 🎬");
+}
+
+TEST(UnicodeTextLowercased, may_change_the_length) {
+  EXPECT_EQ(UnicodeText::lowercased("\u0130"), "i\u0307");
+  EXPECT_EQ(UnicodeText::lowercased("\u1E9E"), "\u00DF");
+  EXPECT_EQ(UnicodeText::lowercased("\u212A"), "k");
+}
+
+TEST(UnicodeTextLowercased, keeps_bytes_that_are_no_text) {
+  EXPECT_EQ(UnicodeText::lowercased("A\xff\xc3" "B\xe2\x82" "C"), "a\xff\xc3" "b\xe2\x82" "c");
+  EXPECT_EQ(UnicodeText::lowercased("\xed\xa0\x80X"), "\xed\xa0\x80x");  // a surrogate
+  EXPECT_EQ(UnicodeText::lowercased("\xc1\x81"), "\xc1\x81");            // overlong
+  EXPECT_EQ(UnicodeText::lowercased("\xf4\x90\x80\x80"), "\xf4\x90\x80\x80");
+  EXPECT_EQ(UnicodeText::lowercased("A\0B"s), "a\0b"s);
+}
+
+TEST(UnicodeTextScalar, reads_one_character_or_one_byte) {
+  const auto isScalar = [](std::string_view text, char32_t value, std::size_t length, bool isText) {
+    const UnicodeText::Scalar scalar = UnicodeText::firstScalar(text);
+    return scalar.value == value && scalar.length == length && scalar.isText == isText;
+  };
+  EXPECT_TRUE(isScalar("az", U'a', 1, true));
+  EXPECT_TRUE(isScalar("€x", U'€', 3, true));
+  EXPECT_TRUE(isScalar("\U0010FFFF", U'\U0010FFFF', 4, true));
+  EXPECT_TRUE(isScalar("\xef\xbf\xbe", char32_t{0xFFFE}, 3, true));
+  EXPECT_TRUE(isScalar("\xff" "a", char32_t{0xFFFD}, 1, false));
+  EXPECT_TRUE(isScalar("\xe2\x82", char32_t{0xFFFD}, 1, false));
+  EXPECT_TRUE(isScalar("\x80", char32_t{0xFFFD}, 1, false));
+}
+
+TEST(UnicodeTextScalar, never_reads_past_the_end) {
+  const std::string euro = "\xe2\x82\xac";
+  EXPECT_FALSE(UnicodeText::firstScalar(std::string_view(euro).substr(0, 2)).isText);
+}
+
+TEST(UnicodeTextGraphemes, counts_what_a_reader_sees) {
+  EXPECT_EQ(UnicodeText::graphemeCount(""), 0U);
+  EXPECT_EQ(UnicodeText::graphemeCount("Library"), 7U);
+  EXPECT_EQ(UnicodeText::graphemeCount("e\u0301cran"), 5U);
+  EXPECT_EQ(UnicodeText::graphemeCount("a\u0300\u0301"), 1U);
+  EXPECT_EQ(UnicodeText::graphemeCount("文件"), 2U);
+  EXPECT_EQ(UnicodeText::graphemeCount("👨‍👩‍👧"), 1U);
+  EXPECT_EQ(UnicodeText::graphemeCount("🇩🇪🇫🇷"), 2U);
+  EXPECT_EQ(UnicodeText::graphemeCount("👍🏽!"), 2U);
+  EXPECT_EQ(UnicodeText::graphemeCount("각"), 1U);
+}
+
+TEST(UnicodeTextGraphemes, a_line_end_of_two_bytes_is_one) {
+  EXPECT_EQ(UnicodeText::graphemeCount("a\r\nb"), 3U);
+  EXPECT_EQ(UnicodeText::graphemeCount("\n\r"), 2U);
+}
+
+TEST(UnicodeTextGraphemes, a_byte_that_is_no_text_is_one_and_joins_nothing) {
+  EXPECT_EQ(UnicodeText::graphemeCount("\xff\xfe"), 2U);
+  EXPECT_EQ(UnicodeText::graphemeCount("a\xe2\x82"), 3U);
+  EXPECT_EQ(UnicodeText::graphemeCount("\xff\u0301"), 2U);
+  EXPECT_EQ(UnicodeText::graphemeCount("e\u0301\xff"), 2U);
+}
+
+TEST(UnicodeTextGraphemes, a_cut_never_falls_inside_one) {
+  EXPECT_EQ(UnicodeText::firstGraphemes("Library", 3), "Lib");
+  EXPECT_EQ(UnicodeText::firstGraphemes("Library", 7), "Library");
+  EXPECT_EQ(UnicodeText::firstGraphemes("Library", 100), "Library");
+  EXPECT_EQ(UnicodeText::firstGraphemes("Library", 0), "");
+  EXPECT_EQ(UnicodeText::firstGraphemes("", 4), "");
+  EXPECT_EQ(UnicodeText::firstGraphemes("e\u0301cran", 2), "e\u0301c");
+  EXPECT_EQ(UnicodeText::firstGraphemes("👨‍👩‍👧👍🏽", 1), "👨‍👩‍👧");
+  EXPECT_EQ(UnicodeText::firstGraphemes("\xff\xfe\xfd", 2), "\xff\xfe");
+}
+
+TEST(UnicodeTextScalarSum, adds_scalar_values) {
+  EXPECT_EQ(UnicodeText::scalarSum(""), 0U);
+  EXPECT_EQ(UnicodeText::scalarSum("src"), std::uint64_t{'s'} + 'r' + 'c');
+  EXPECT_EQ(UnicodeText::scalarSum("é"), 0xE9U);
+  EXPECT_EQ(UnicodeText::scalarSum("🎬"), 0x1F3ACU);
+}
+
+TEST(UnicodeTextScalarSum, a_byte_that_is_no_text_counts_as_the_replacement_character) {
+  EXPECT_EQ(UnicodeText::scalarSum("\xff\xfe"), 2U * 0xFFFDU);
+  EXPECT_EQ(UnicodeText::scalarSum("a\xe2\x82"), 'a' + 2U * 0xFFFDU);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,167 @@
+#include "platform/WorkerQueue.h"
+
+#include <gtest/gtest.h>
+#include <pthread.h>
+#if defined(__linux__)
+#include <sys/resource.h>
+#endif
+
+#include <array>
+#include <atomic>
+#include <future>
+#include <latch>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+void waitUntilNoneIsBusy(const WorkerQueue& queue) {
+  while (true) {
+    const WorkerQueue::Counts counts = queue.counts();
+    if (counts.busy == 0 && counts.waiting == 0) return;
+    std::this_thread::yield();
+  }
+}
+
+template <class Result>
+Result resultOn(WorkerQueue& queue, Result (*work)()) {
+  std::promise<Result> promise;
+  queue.async([&] { promise.set_value(work()); });
+  const Result result = promise.get_future().get();
+  waitUntilNoneIsBusy(queue);
+  return result;
+}
+
+TEST(WorkerQueue, starts_no_thread_before_there_is_work) {
+  const WorkerQueue queue({.name = "test"});
+  EXPECT_EQ(queue.counts().threads, 0u);
+}
+
+TEST(WorkerQueue, grows_while_its_work_blocks) {
+  // Each piece waits for all others, so that none ends unless all have begun.
+  constexpr int pieces = 20;
+  WorkerQueue queue({.name = "test"});
+  std::latch allBegun(pieces);
+  for (int k = 0; k < pieces; ++k) queue.async([&] { allBegun.arrive_and_wait(); });
+  waitUntilNoneIsBusy(queue);
+  EXPECT_TRUE(allBegun.try_wait());
+}
+
+TEST(WorkerQueue, gives_new_work_to_a_thread_that_is_free) {
+  WorkerQueue queue({.name = "test"});
+  std::set<std::thread::id> threads;
+  for (int k = 0; k < 50; ++k) {
+    threads.insert(resultOn<std::thread::id>(queue, [] { return std::this_thread::get_id(); }));
+  }
+  EXPECT_EQ(threads.size(), 1u);
+  EXPECT_EQ(queue.counts().threads, 1u);
+}
+
+TEST(WorkerQueue, keeps_only_a_few_threads_that_have_nothing_to_do) {
+  constexpr int pieces = 20;
+  WorkerQueue queue({.name = "test", .maxIdleThreads = 3});
+  std::latch allBegun(pieces);
+  for (int k = 0; k < pieces; ++k) queue.async([&] { allBegun.arrive_and_wait(); });
+  waitUntilNoneIsBusy(queue);
+  EXPECT_LE(queue.counts().threads, 3u);
+  // Those that stayed still work.
+  EXPECT_EQ(resultOn<int>(queue, [] { return 7; }), 7);
+}
+
+TEST(WorkerQueue, lets_work_wait_beyond_its_greatest_number_of_threads) {
+  WorkerQueue queue({.name = "test", .maxThreads = 2});
+  std::latch release(1);
+  std::atomic<int> running = 0;
+  std::atomic<int> most = 0;
+  for (int k = 0; k < 6; ++k) {
+    queue.async([&] {
+      const int now = ++running;
+      for (int seen = most; seen < now && !most.compare_exchange_weak(seen, now);) {
+      }
+      release.wait();
+      --running;
+    });
+  }
+  EXPECT_EQ(queue.counts().threads, 2u);
+  release.count_down();
+  waitUntilNoneIsBusy(queue);
+  EXPECT_LE(most, 2);
+  EXPECT_EQ(running, 0);
+}
+
+TEST(WorkerQueue, begins_work_in_the_order_in_which_it_came) {
+  WorkerQueue queue({.name = "test", .maxThreads = 1});
+  std::vector<int> order;
+  for (int k = 0; k < 100; ++k) queue.async([&order, k] { order.push_back(k); });
+  waitUntilNoneIsBusy(queue);
+  ASSERT_EQ(order.size(), 100u);
+  for (int k = 0; k < 100; ++k) EXPECT_EQ(order[static_cast<std::size_t>(k)], k);
+}
+
+TEST(WorkerQueue, waits_at_its_end_for_running_work_and_drops_the_rest) {
+  bool firstHasEnded = false;
+  bool secondHasRun = false;
+  {
+    WorkerQueue queue({.name = "test", .maxThreads = 1});
+    std::latch firstHasBegun(1);
+    auto token = std::make_shared<int>();
+    queue.async([&, watched = std::weak_ptr<int>(token)] {
+      firstHasBegun.count_down();
+      // Ends only after the destructor has begun: that is what drops the second piece.
+      while (!watched.expired()) std::this_thread::yield();
+      firstHasEnded = true;
+    });
+    firstHasBegun.wait();
+    queue.async([&, token = std::move(token)] { secondHasRun = true; });
+  }
+  EXPECT_TRUE(firstHasEnded);
+  EXPECT_FALSE(secondHasRun);
+}
+
+TEST(WorkerQueue, drops_work_that_comes_after_its_stop) {
+  WorkerQueue queue({.name = "test"});
+  EXPECT_EQ(resultOn<int>(queue, [] { return 1; }), 1);
+  queue.stop();
+  const auto token = std::make_shared<int>();
+  queue.async([token] {});
+  EXPECT_EQ(token.use_count(), 1);
+  EXPECT_EQ(queue.counts().threads, 0u);
+}
+
+TEST(WorkerQueue, takes_work_from_its_own_work) {
+  WorkerQueue queue({.name = "test"});
+  std::promise<int> promise;
+  queue.async([&] { queue.async([&] { promise.set_value(3); }); });
+  EXPECT_EQ(promise.get_future().get(), 3);
+}
+
+TEST(WorkerQueue, puts_its_name_on_its_threads) {
+  WorkerQueue queue({.name = "a rather long name"});
+  const std::string name = resultOn<std::string>(queue, [] {
+    std::array<char, 64> buffer{};
+    pthread_getname_np(pthread_self(), buffer.data(), buffer.size());
+    return std::string(buffer.data());
+  });
+  EXPECT_TRUE(std::string("a rather long name").starts_with(name));
+  EXPECT_GE(name.size(), 15u);
+}
+
+#if defined(__linux__)
+TEST(WorkerQueue, of_low_priority_is_nicer_than_the_thread_that_made_it) {
+  const auto niceness = [] { return getpriority(PRIO_PROCESS, 0); };
+  const int own = niceness();
+  if (own > 14) GTEST_SKIP() << "the tests themselves run at the lowest priority";
+  WorkerQueue low({.name = "test", .priority = WorkerQueue::Priority::low});
+  WorkerQueue normal({.name = "test"});
+  EXPECT_GT(resultOn<int>(low, niceness), own);
+  EXPECT_EQ(resultOn<int>(normal, niceness), own);
+  EXPECT_EQ(niceness(), own);
+}
+#endif
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,38 @@
+#include "platform/DirectoryWalk.h"
+
+#include <dirent.h>
+#include <utility>
+
+#include "platform/linux/walk/OpenDirectory.h"
+#include "platform/linux/walk/WalkEngine.h"
+
+namespace tessaly {
+
+class DirectoryWalk::Impl : public walk::WalkEngine {
+ public:
+  using WalkEngine::WalkEngine;
+};
+
+DirectoryWalk::DirectoryWalk(const std::string& root, Decide decide, int threads)
+    : impl_(std::make_unique<Impl>(root, std::move(decide), threads)) {}
+
+DirectoryWalk::~DirectoryWalk() = default;
+
+bool DirectoryWalk::isOpen() const {
+  return impl_->isOpen();
+}
+
+const DirectoryWalk::Item* DirectoryWalk::next() {
+  return impl_->next();
+}
+
+std::size_t DirectoryWalk::countEntries(const std::string& root) {
+  DIR* const directory = fdopendir(walk::openDirectory(root));
+  if (directory == nullptr) return 0;
+  std::size_t count = 0;
+  while (readdir(directory) != nullptr) ++count;
+  closedir(directory);
+  return count < 2 ? 0 : count - 2;  // "." and ".."
+}
+
+}  // namespace tessaly

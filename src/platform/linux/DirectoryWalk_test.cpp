@@ -1,0 +1,195 @@
+#include "platform/DirectoryWalk.h"
+
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include "platform/ResolvedPath.h"
+#include "platform/linux/walk/OpenDirectory.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using Type = DirectoryWalk::Type;
+
+class DirectoryWalkTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "walk-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    root_ = fs::canonical(pattern);
+  }
+  void TearDown() override { fs::remove_all(root_); }
+
+  void folder(const std::string& path) { fs::create_directories(root_ / path); }
+  void file(const std::string& path, std::size_t bytes = 0) {
+    fs::create_directories((root_ / path).parent_path());
+    std::ofstream(root_ / path, std::ios::binary) << std::string(bytes, 'x');
+  }
+
+  // Items as paths below the root, in the order in which they come.
+  std::vector<std::string> walk(const DirectoryWalk::Decide& decide = {}, int threads = 2) {
+    DirectoryWalk walk(root_.string(), decide, threads);
+    std::vector<std::string> at;
+    std::vector<std::string> paths;
+    while (const DirectoryWalk::Item* item = walk.next()) {
+      at.resize(item->depth - 1);
+      at.emplace_back(item->name);
+      std::string path;
+      for (const std::string& part : at) path += "/" + part;
+      paths.push_back(path);
+    }
+    return paths;
+  }
+
+  fs::path root_;
+};
+
+TEST_F(DirectoryWalkTest, what_lies_below_a_directory_comes_before_its_next_sibling) {
+  for (int i = 0; i < 40; ++i) {
+    for (int j = 0; j < 5; ++j) {
+      file("d" + std::to_string(i) + "/e" + std::to_string(j) + "/file");
+    }
+  }
+  for (const int threads : {1, 2, 4}) {
+    const std::vector<std::string> paths = walk({}, threads);
+    EXPECT_EQ(paths.size(), 40U + 40 * 5 + 40 * 5);
+    std::map<std::string, std::size_t> place;
+    for (std::size_t i = 0; i < paths.size(); ++i) place[paths[i]] = i;
+    EXPECT_EQ(place.size(), paths.size());
+    for (const auto& [path, index] : place) {
+      std::size_t below = 0;
+      for (const std::string& other : paths) below += other.starts_with(path + "/") ? 1U : 0U;
+      for (std::size_t i = 1; i <= below; ++i) {
+        EXPECT_TRUE(paths[index + i].starts_with(path + "/")) << paths[index + i];
+      }
+    }
+  }
+}
+
+TEST_F(DirectoryWalkTest, each_item_tells_its_type_size_time_and_depth) {
+  file("dir/file", 10000);
+  fs::create_symlink("file", root_ / "dir/link");
+  ASSERT_EQ(mkfifo((root_ / "fifo").c_str(), 0600), 0);
+  const timespec times[2] = {{5, 0}, {1234567, 500000000}};
+  ASSERT_EQ(utimensat(AT_FDCWD, (root_ / "dir/file").c_str(), times, 0), 0);
+  ASSERT_EQ(utimensat(AT_FDCWD, (root_ / "dir").c_str(), times, 0), 0);
+  struct stat expected;
+  ASSERT_EQ(stat((root_ / "dir/file").c_str(), &expected), 0);
+  struct stat expectedDir;
+  ASSERT_EQ(stat((root_ / "dir").c_str(), &expectedDir), 0);
+
+  DirectoryWalk walk(root_.string(), {});
+  std::map<std::string, DirectoryWalk::Item> items;
+  while (const DirectoryWalk::Item* item = walk.next()) items[std::string(item->name)] = *item;
+  ASSERT_EQ(items.size(), 4U);
+  EXPECT_EQ(items["dir"].type, Type::directory);
+  EXPECT_EQ(items["dir"].depth, 1U);
+  EXPECT_EQ(items["dir"].allocatedSize, expectedDir.st_size);
+  EXPECT_EQ(items["dir"].mtime, 1234567.5);
+  EXPECT_EQ(items["file"].type, Type::file);
+  EXPECT_EQ(items["file"].depth, 2U);
+  EXPECT_EQ(items["file"].allocatedSize, expected.st_blocks * 512);
+  EXPECT_EQ(items["file"].mtime, 1234567.5);
+  EXPECT_EQ(items["link"].type, Type::link);
+  EXPECT_FALSE(items["link"].hasAttributes);
+  EXPECT_EQ(items["fifo"].type, Type::other);
+  EXPECT_TRUE(items["fifo"].hasAttributes);
+}
+
+TEST_F(DirectoryWalkTest, a_directory_that_is_refused_is_reported_without_its_contents) {
+  file("keep/file");
+  file("skip/file");
+  const std::vector<std::string> paths = walk([this](const DirectoryWalk::Candidate& candidate) {
+    EXPECT_EQ(candidate.path(), (root_ / candidate.name).string());
+    return DirectoryWalk::Descent{.enter = candidate.name != "skip"};
+  });
+  EXPECT_EQ(paths.size(), 3U);
+  EXPECT_NE(std::find(paths.begin(), paths.end(), "/skip"), paths.end());
+  EXPECT_NE(std::find(paths.begin(), paths.end(), "/keep/file"), paths.end());
+}
+
+TEST_F(DirectoryWalkTest, a_mark_is_handed_on_to_what_lies_in_the_directory) {
+  file("marked/file");
+  file("plain/file");
+  const DirectoryWalk::Decide decide = [](const DirectoryWalk::Candidate& candidate) {
+    return DirectoryWalk::Descent{
+        .mark = static_cast<std::uint8_t>(candidate.name == "marked" ? 7 : 0)};
+  };
+  DirectoryWalk walk(root_.string(), decide);
+  std::set<std::pair<std::string, int>> marks;
+  while (const DirectoryWalk::Item* item = walk.next()) marks.emplace(item->name, item->mark);
+  EXPECT_EQ(marks, (std::set<std::pair<std::string, int>>{
+                       {"file", 0}, {"file", 7}, {"marked", 0}, {"plain", 0}}));
+}
+
+TEST_F(DirectoryWalkTest, a_walk_may_be_left_anywhere) {
+  for (int i = 0; i < 300; ++i) file("a" + std::to_string(i) + "/b/c/file");
+  for (int taken = 0; taken < 1300; taken += 37) {
+    DirectoryWalk walk(root_.string(), {}, 3);
+    int got = 0;
+    while (got < taken && walk.next() != nullptr) ++got;
+    EXPECT_EQ(got, std::min(taken, 1200));
+  }
+}
+
+TEST_F(DirectoryWalkTest, what_is_no_directory_is_not_open) {
+  file("file");
+  EXPECT_FALSE(DirectoryWalk((root_ / "file").string(), {}).isOpen());
+  DirectoryWalk missing((root_ / "missing").string(), {});
+  EXPECT_FALSE(missing.isOpen());
+  EXPECT_EQ(missing.next(), nullptr);
+  EXPECT_EQ(DirectoryWalk::countEntries((root_ / "missing").string()), 0U);
+}
+
+TEST_F(DirectoryWalkTest, entries_are_counted_links_and_hidden_ones_included) {
+  file("one");
+  file(".two");
+  fs::create_symlink("nowhere", root_ / "three");
+  folder("four");
+  EXPECT_EQ(DirectoryWalk::countEntries(root_.string()), 4U);
+}
+
+TEST_F(DirectoryWalkTest, a_root_longer_than_the_system_takes_at_once_is_opened) {
+  const std::string component(200, 'n');
+  std::string path = root_.string();
+  ASSERT_EQ(chdir(path.c_str()), 0);
+  for (int i = 0; i < 30; ++i) {
+    ASSERT_EQ(mkdir(component.c_str(), 0700), 0);
+    ASSERT_EQ(chdir(component.c_str()), 0);
+    path += "/" + component;
+  }
+  std::ofstream("bottom") << "x";
+  ASSERT_EQ(chdir("/"), 0);
+  ASSERT_GT(path.size(), static_cast<std::size_t>(PATH_MAX));
+
+  DirectoryWalk walk(path, {});
+  ASSERT_TRUE(walk.isOpen());
+  const DirectoryWalk::Item* const item = walk.next();
+  ASSERT_NE(item, nullptr);
+  EXPECT_EQ(item->name, "bottom");
+  EXPECT_LT(walk::openDirectory(path + "/missing"), 0);
+}
+
+TEST_F(DirectoryWalkTest, resolving_a_path_follows_links_and_keeps_what_does_not_exist) {
+  folder("real/inside");
+  fs::create_directory_symlink("real", root_ / "alias");
+  EXPECT_EQ(resolvedPath((root_ / "alias/inside/../inside//").string()),
+            (root_ / "real/inside").string());
+  EXPECT_EQ(resolvedPath((root_ / "alias/missing/x").string()),
+            (root_ / "real/missing/x").string());
+  EXPECT_EQ(resolvedPath("/"), "/");
+}
+
+}  // namespace
+}  // namespace tessaly

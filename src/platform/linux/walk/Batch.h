@@ -1,0 +1,83 @@
+// What one turn of reading a directory brings: a run of its entries. A directory of ordinary size
+// is one batch, a large one a chain of them, which several threads can read at once.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <sys/types.h>
+
+#include "platform/DirectoryWalk.h"
+#include "platform/linux/walk/ClosedPlaces.h"
+
+namespace tessaly::walk {
+
+struct Folder;
+
+struct Record {
+  union {
+    std::int64_t allocatedSize;
+    Folder* child;  // of a directory that is entered
+  };
+  double mtime;
+  std::uint32_t nameOffset;
+  std::uint16_t nameLength;
+  DirectoryWalk::Type type;
+  bool hasAttributes;  // of a directory: whether it is entered
+};
+static_assert(sizeof(Record) == 24);
+
+struct Batch {
+  enum class State : std::uint8_t { pending, claimed, done };
+
+  Folder* folder = nullptr;
+  Batch* next = nullptr;  // the rest of a large directory; set before `state` is done
+  off_t position = 0;     // where in the directory's stream reading begins
+  std::atomic<State> state = State::pending;
+
+  // Neighbours among the batches that are not done, in pre-order. Guarded by the walk's mutex.
+  Batch* before = nullptr;
+  Batch* after = nullptr;
+
+  std::uint32_t count = 0;
+  std::unique_ptr<std::byte[]> data;  // `count` records, then the names, each ended by a NUL
+
+  const Record* records() const { return reinterpret_cast<const Record*>(data.get()); }
+  const char* names() const {
+    return reinterpret_cast<const char*>(data.get()) + count * sizeof(Record);
+  }
+  std::string_view name(const Record& record) const {
+    return {names() + record.nameOffset, record.nameLength};
+  }
+};
+
+// A directory that the walk enters. Lives from the reading of its parent until the consumer leaves
+// it; `name` lies in a batch of the parent, which lives as long.
+struct Folder {
+  Folder* parent = nullptr;
+  std::string_view name;
+  std::uint32_t depth = 0;
+  std::uint8_t mark = 0;
+  const ClosedPlaces* closed = nullptr;  // places below that are not entered, if any
+
+  // What was found at opening. Written by the reader of the first batch.
+  bool hasAttributes = false;
+  double mtime = 0;
+  std::int64_t length = 0;
+  dev_t device = 0;
+  ino_t inode = 0;
+
+  // The descriptor and who needs it. Guarded by the walk's mutex; see OpenFolders.
+  int descriptor = -1;
+  int needs = 0;  // directories inside that are not opened yet, and a stream not read to its end
+  int pins = 0;   // threads that use the descriptor at this moment
+  Folder* older = nullptr;
+  Folder* newer = nullptr;
+  bool listed = false;
+
+  Batch first;
+};
+
+}  // namespace tessaly::walk

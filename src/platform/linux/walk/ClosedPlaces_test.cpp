@@ -1,0 +1,74 @@
+#include "platform/linux/walk/ClosedPlaces.h"
+
+#include <gtest/gtest.h>
+#include <linux/magic.h>
+
+namespace tessaly::walk {
+namespace {
+
+constexpr std::string_view table =
+    "22 1 254:0 / / rw,relatime shared:1 - ext4 /dev/vda rw\n"
+    "23 22 0:21 / /proc rw,nosuid - proc proc rw\n"
+    "24 22 0:22 / /srv/jail/proc rw - proc proc rw\n"
+    "25 22 0:23 / /srv/my\\040disk rw master:2 shared:9 - autofs systemd-1 rw,fd=29\n"
+    "26 22 0:24 / /srv/data rw - autofs systemd-1 rw\n"
+    "27 26 8:1 / /srv/data rw - xfs /dev/sda1 rw\n"
+    "28 22 0:25 / /srv/scratch rw - tmpfs tmpfs rw\n";
+
+const ClosedPlaces* at(const ClosedPlaces& places, std::initializer_list<const char*> components) {
+  const ClosedPlaces* place = &places;
+  for (const char* component : components) {
+    if (place != nullptr) place = place->below(component);
+  }
+  return place;
+}
+
+TEST(ClosedPlaces, a_pseudo_file_system_below_the_root_is_closed) {
+  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  const ClosedPlaces* const proc = at(places, {"jail", "proc"});
+  ASSERT_NE(proc, nullptr);
+  EXPECT_TRUE(proc->isClosed());
+  EXPECT_FALSE(at(places, {"jail"})->isClosed());
+}
+
+TEST(ClosedPlaces, a_mount_outside_the_root_is_not_known) {
+  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  EXPECT_EQ(at(places, {"proc"}), nullptr);
+  EXPECT_EQ(at(closedPlacesBelow("/sr", table), {"v"}), nullptr);
+}
+
+TEST(ClosedPlaces, the_slash_root_has_every_mount_below_it) {
+  const ClosedPlaces places = closedPlacesBelow("/", table);
+  ASSERT_NE(at(places, {"proc"}), nullptr);
+  EXPECT_TRUE(at(places, {"proc"})->isClosed());
+  EXPECT_TRUE(at(places, {"srv", "jail", "proc"})->isClosed());
+}
+
+TEST(ClosedPlaces, an_automount_point_is_closed_until_something_is_mounted_on_it) {
+  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  ASSERT_NE(at(places, {"my disk"}), nullptr);
+  EXPECT_TRUE(at(places, {"my disk"})->isClosed());
+  EXPECT_EQ(at(places, {"data"}), nullptr);
+}
+
+TEST(ClosedPlaces, an_ordinary_file_system_is_open) {
+  EXPECT_EQ(at(closedPlacesBelow("/srv", table), {"scratch"}), nullptr);
+}
+
+TEST(ClosedPlaces, damaged_lines_are_passed_over) {
+  for (const std::string_view text :
+       {"", "\n\n", "24 22 0:22 / /srv/jail", "24 22 0:22 / /srv/jail/proc rw - ", "- - - - - -",
+        "24 22 0:22 / /srv/a\\04 rw - ext4 x rw", "24 22 0:22 / /srv/b\\ rw -"}) {
+    EXPECT_EQ(at(closedPlacesBelow("/srv", text), {"jail"}), nullptr) << text;
+  }
+}
+
+TEST(ClosedPlaces, a_file_system_that_holds_no_files_is_known_by_its_magic_number) {
+  EXPECT_TRUE(isPseudoFileSystem(PROC_SUPER_MAGIC));
+  EXPECT_TRUE(isPseudoFileSystem(AUTOFS_SUPER_MAGIC));
+  EXPECT_FALSE(isPseudoFileSystem(EXT4_SUPER_MAGIC));
+  EXPECT_FALSE(isPseudoFileSystem(TMPFS_MAGIC));
+}
+
+}  // namespace
+}  // namespace tessaly::walk

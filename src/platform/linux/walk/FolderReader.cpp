@@ -1,0 +1,225 @@
+#include "platform/linux/walk/FolderReader.h"
+
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace tessaly::walk {
+
+namespace {
+
+constexpr std::size_t entriesCapacity = 64 * 1024;
+
+// What getdents64 writes, up to the name.
+struct EntryHeader {
+  std::uint64_t inode;
+  std::int64_t offset;
+  std::uint16_t length;
+  std::uint8_t type;
+};
+constexpr std::size_t entryNameOffset = 19;
+
+double seconds(std::int64_t whole, std::uint32_t nanoseconds) {
+  return static_cast<double>(whole) + static_cast<double>(nanoseconds) / 1e9;
+}
+
+DirectoryWalk::Type typeOf(unsigned mode) {
+  if (S_ISDIR(mode)) return DirectoryWalk::Type::directory;
+  if (S_ISREG(mode)) return DirectoryWalk::Type::file;
+  if (S_ISLNK(mode)) return DirectoryWalk::Type::link;
+  return DirectoryWalk::Type::other;
+}
+
+DirectoryWalk::Type typeOf(std::uint8_t entryType) {
+  switch (entryType) {
+    case DT_DIR:
+      return DirectoryWalk::Type::directory;
+    case DT_REG:
+      return DirectoryWalk::Type::file;
+    case DT_LNK:
+      return DirectoryWalk::Type::link;
+    default:
+      return DirectoryWalk::Type::other;
+  }
+}
+
+class FolderCandidate final : public DirectoryWalk::Candidate {
+ public:
+  FolderCandidate(const std::string& root, const Folder& parent, std::string_view childName)
+      : root_(root), parent_(parent) {
+    name = childName;
+    depth = parent.depth + 1;
+    mark = parent.mark;
+  }
+
+  std::string path() const override {
+    std::string text = folderPath(root_, parent_);
+    if (!text.ends_with('/')) text += '/';
+    text += name;
+    return text;
+  }
+
+ private:
+  const std::string& root_;
+  const Folder& parent_;
+};
+
+}  // namespace
+
+struct FolderReader::Entry {
+  const char* name;
+  std::size_t nameLength;
+  std::uint8_t type;
+};
+
+FolderReader::FolderReader(const DirectoryWalk::Decide& decide, const std::string& root,
+                           const std::atomic<bool>& stop)
+    : decide_(decide),
+      root_(root),
+      stop_(stop),
+      entries_(std::make_unique_for_overwrite<char[]>(entriesCapacity)) {}
+
+FolderReader::~FolderReader() = default;
+
+bool FolderReader::readEntries(int descriptor, off_t& resume) {
+  filled_ = 0;
+  while (entriesCapacity - filled_ >= entriesCapacity / 2) {
+    const long got =
+        syscall(SYS_getdents64, descriptor, entries_.get() + filled_, entriesCapacity - filled_);
+    if (got <= 0) return false;  // the end, or what a directory removed meanwhile answers
+    filled_ += static_cast<std::size_t>(got);
+  }
+  std::size_t last = 0;
+  for (std::size_t at = 0; at < filled_;) {
+    last = at;
+    std::uint16_t length = 0;
+    std::memcpy(&length, entries_.get() + at + offsetof(EntryHeader, length), sizeof length);
+    at += length;
+  }
+  std::int64_t offset = 0;
+  std::memcpy(&offset, entries_.get() + last + offsetof(EntryHeader, offset), sizeof offset);
+  resume = offset;
+  return true;
+}
+
+void FolderReader::readAttributes(int descriptor, Batch& batch) {
+  records_.clear();
+  names_.clear();
+  children_.clear();
+  for (std::size_t at = 0; at < filled_ && !stop_.load(std::memory_order_relaxed);) {
+    const char* const raw = entries_.get() + at;
+    std::uint16_t length = 0;
+    std::memcpy(&length, raw + offsetof(EntryHeader, length), sizeof length);
+    at += length;
+    const char* const name = raw + entryNameOffset;
+    if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'))) continue;
+    addEntry(
+        descriptor, *batch.folder,
+        {name, std::strlen(name), static_cast<std::uint8_t>(raw[offsetof(EntryHeader, type)])});
+  }
+  store(batch);
+}
+
+void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) {
+  Record record{};
+  record.nameOffset = static_cast<std::uint32_t>(names_.size());
+  record.nameLength = static_cast<std::uint16_t>(entry.nameLength);
+  record.type = typeOf(entry.type);
+  names_.insert(names_.end(), entry.name, entry.name + entry.nameLength + 1);
+
+  if (entry.type != DT_DIR && entry.type != DT_LNK) {
+    struct statx attributes;
+    if (statx(descriptor, entry.name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC,
+              STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE, &attributes) == 0) {
+      record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
+      record.hasAttributes = true;
+      record.allocatedSize = static_cast<std::int64_t>((attributes.stx_mask & STATX_BLOCKS) != 0
+                                                           ? attributes.stx_blocks * 512
+                                                           : attributes.stx_size);
+      record.mtime = seconds(attributes.stx_mtime.tv_sec, attributes.stx_mtime.tv_nsec);
+    }
+  }
+  if (record.type == DirectoryWalk::Type::directory) {
+    record.allocatedSize = 0;
+    record.mtime = 0;
+    DirectoryWalk::Descent descent;
+    const std::string_view name(entry.name, entry.nameLength);
+    record.hasAttributes = enters(folder, name, descent);
+    if (record.hasAttributes) {
+      auto* const child = new Folder;
+      child->parent = &folder;
+      child->depth = folder.depth + 1;
+      child->mark = descent.mark;
+      child->closed = folder.closed == nullptr ? nullptr : folder.closed->below(name);
+      child->first.folder = child;
+      record.child = child;
+      children_.push_back(child);
+    }
+  }
+  records_.push_back(record);
+}
+
+bool FolderReader::enters(Folder& folder, std::string_view name,
+                          DirectoryWalk::Descent& descent) const {
+  if (folder.closed != nullptr) {
+    const ClosedPlaces* const place = folder.closed->below(name);
+    if (place != nullptr && place->isClosed()) return false;
+  }
+  if (decide_) descent = decide_(FolderCandidate(root_, folder, name));
+  return descent.enter;
+}
+
+void FolderReader::store(Batch& batch) {
+  const std::size_t recordBytes = records_.size() * sizeof(Record);
+  batch.count = static_cast<std::uint32_t>(records_.size());
+  if (batch.count == 0) return;
+  batch.data = std::make_unique_for_overwrite<std::byte[]>(recordBytes + names_.size());
+  std::memcpy(batch.data.get(), records_.data(), recordBytes);
+  std::memcpy(batch.data.get() + recordBytes, names_.data(), names_.size());
+  for (std::size_t i = 0; i < records_.size(); ++i) {
+    const Record& record = records_[i];
+    if (record.type == DirectoryWalk::Type::directory && record.hasAttributes) {
+      record.child->name = batch.name(record);
+    }
+  }
+}
+
+void readFolderAttributes(int descriptor, Folder& folder) {
+  struct stat attributes;
+  if (fstat(descriptor, &attributes) != 0) return;
+  folder.hasAttributes = true;
+  folder.length = attributes.st_size;
+  folder.mtime =
+      seconds(attributes.st_mtim.tv_sec, static_cast<std::uint32_t>(attributes.st_mtim.tv_nsec));
+  folder.device = attributes.st_dev;
+  folder.inode = attributes.st_ino;
+}
+
+void readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder) {
+  struct stat attributes;
+  if (fstatat(parentDescriptor, name, &attributes, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+    return;
+  }
+  folder.hasAttributes = S_ISDIR(attributes.st_mode);
+  folder.length = attributes.st_size;
+  folder.mtime =
+      seconds(attributes.st_mtim.tv_sec, static_cast<std::uint32_t>(attributes.st_mtim.tv_nsec));
+}
+
+std::string folderPath(const std::string& root, const Folder& folder) {
+  std::vector<std::string_view> names;
+  for (const Folder* at = &folder; at->parent != nullptr; at = at->parent)
+    names.push_back(at->name);
+  std::string path = root;
+  for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    if (!path.ends_with('/')) path += '/';
+    path += *name;
+  }
+  return path;
+}
+
+}  // namespace tessaly::walk

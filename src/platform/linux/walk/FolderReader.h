@@ -1,0 +1,56 @@
+// Reads one run of entries of an open directory, with their attributes. One reader a thread.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/linux/walk/Batch.h"
+
+namespace tessaly::walk {
+
+class FolderReader {
+ public:
+  // `stop` ends a run early; the walk is being abandoned then.
+  FolderReader(const DirectoryWalk::Decide& decide, const std::string& root,
+               const std::atomic<bool>& stop);
+  ~FolderReader();
+
+  // Reads up to 64 KiB of entries of the directory open at `descriptor`. Returns whether there may
+  // be more, and then sets `resume` to where to go on: another thread can do that from here on.
+  bool readEntries(int descriptor, off_t& resume);
+
+  // Looks up the attributes of the entries read and puts all of it into `batch`.
+  void readAttributes(int descriptor, Batch& batch);
+
+  // The directories among them that are to be entered, in order. The caller owns them.
+  std::vector<Folder*>& children() { return children_; }
+
+ private:
+  struct Entry;
+
+  void addEntry(int descriptor, Folder& folder, const Entry& entry);
+  bool enters(Folder& folder, std::string_view name, DirectoryWalk::Descent& descent) const;
+  void store(Batch& batch);
+
+  const DirectoryWalk::Decide& decide_;
+  const std::string& root_;
+  const std::atomic<bool>& stop_;
+  std::unique_ptr<char[]> entries_;
+  std::size_t filled_ = 0;
+  std::vector<Record> records_;
+  std::vector<char> names_;
+  std::vector<Folder*> children_;
+};
+
+// What `descriptor`, an open directory, says of itself.
+void readFolderAttributes(int descriptor, Folder& folder);
+
+// The same by name, for a directory that cannot be opened.
+void readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder);
+
+// The absolute path of a folder, or of the entry `name` in it.
+std::string folderPath(const std::string& root, const Folder& folder);
+
+}  // namespace tessaly::walk

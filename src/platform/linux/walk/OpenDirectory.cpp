@@ -1,0 +1,40 @@
+#include "platform/linux/walk/OpenDirectory.h"
+
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tessaly::walk {
+
+int openDirectory(const std::string& path) {
+  constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+  constexpr std::size_t longest = PATH_MAX - 1;
+  if (path.size() <= longest) return open(path.c_str(), flags);
+
+  // The kernel takes no longer path at once, so go there in stretches that end before a "/".
+  int directory = AT_FDCWD;
+  for (std::size_t at = 0; at < path.size();) {
+    std::size_t end = path.size();
+    if (end - at > longest) {
+      end = path.rfind('/', at + longest);
+      if (end == std::string::npos || end <= at) {
+        if (directory != AT_FDCWD) close(directory);
+        errno = ENAMETOOLONG;
+        return -1;
+      }
+    }
+    const int next = openat(directory, path.substr(at, end - at).c_str(), flags);
+    const int error = errno;
+    if (directory != AT_FDCWD) close(directory);
+    if (next < 0) {
+      errno = error;
+      return -1;
+    }
+    directory = next;
+    for (at = end; at < path.size() && path[at] == '/';) ++at;
+  }
+  return directory;
+}
+
+}  // namespace tessaly::walk

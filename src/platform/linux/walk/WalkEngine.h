@@ -1,0 +1,105 @@
+// The machinery of a walk: the batches still to be read, who reads them, and the consumer's way
+// through them.
+//
+// All batches that are not read yet stand in one list, in pre-order. A thread in want of work takes
+// the first that nobody has claimed; the batches of the directories that it finds take the place of
+// the one it read. So reading stays just ahead of the consumer, who takes the batches in order, and
+// few directories are open at any time: the ancestors of where reading stands.
+//
+// One mutex guards the list, the descriptors and the counts of readers. What a batch holds belongs
+// to its reader until `state` is done, and to the consumer from then on.
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/DirectoryWalk.h"
+#include "platform/linux/walk/Batch.h"
+#include "platform/linux/walk/ClosedPlaces.h"
+#include "platform/linux/walk/FolderReader.h"
+#include "platform/linux/walk/OpenFolders.h"
+
+namespace tessaly::walk {
+
+class WalkEngine {
+ public:
+  WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads);
+  ~WalkEngine();
+  WalkEngine(const WalkEngine&) = delete;
+  WalkEngine& operator=(const WalkEngine&) = delete;
+
+  bool isOpen() const { return rootDescriptor_ >= 0; }
+  const DirectoryWalk::Item* next();
+
+ private:
+  enum class Role { consumer, helper };
+  enum class Outcome { read, outOfDescriptors };
+  using Lock = std::unique_lock<std::mutex>;
+
+  struct Frame {
+    Batch* batch;
+    std::uint32_t index;
+  };
+
+  // Reading.
+  void helperLoop();
+  void waitForWork(Lock& lock);
+  Batch* firstPending();
+  bool mayReadAhead() const;
+  Outcome claimAndRead(Lock& lock, Batch& batch, FolderReader& reader, Role role);
+  Outcome readFolder(Lock& lock, Batch& batch, FolderReader& reader, Role role);
+  void readRun(Lock& lock, int descriptor, Batch& batch, FolderReader& reader);
+  void publish(Batch& batch, const std::vector<Folder*>& children);
+  void giveBack(Batch& batch);
+
+  // Descriptors. The lock is held on entry and on return.
+  int openFolder(Lock& lock, Folder& folder, Role role);
+  int openRelative(Lock& lock, int directory, const char* name, Role role);
+  int reopen(Lock& lock, Folder& folder, Role role);
+  void closeAll(Lock& lock, std::vector<int>& descriptors);
+  int takeOver(Folder& folder, int descriptor);
+  void unpin(Folder& folder);
+  void needNoMore(Folder& folder);
+  void closeIfUnused(Folder& folder);
+  void keepToBudget();
+
+  // The consumer.
+  void ensureRead(Batch& batch);
+  void enter(Folder& folder);
+  void leaveBatch();
+  void fillItem(const Batch& batch, const Record& record);
+  void freeUnconsumed();
+
+  const std::string root_;
+  const DirectoryWalk::Decide decide_;
+  ClosedPlaces closed_;
+  int rootDescriptor_ = -1;
+  std::atomic<bool> stop_ = false;
+
+  std::mutex mutex_;
+  std::condition_variable work_;   // helpers wait here for something to read
+  std::condition_variable ready_;  // the consumer waits here for a batch that a helper reads
+  Batch* front_ = nullptr;
+  OpenFolders openFolders_;
+  std::vector<int> toClose_;
+  int idleHelpers_ = 0;
+  bool consumerWaits_ = false;
+
+  // Read and not consumed yet. Changed by both sides without the mutex.
+  std::atomic<std::size_t> aheadBatches_ = 0;
+  std::atomic<std::size_t> aheadItems_ = 0;
+  std::atomic<int> helpersAtLimit_ = 0;
+
+  FolderReader consumerReader_;
+  std::vector<Frame> frames_;
+  Folder* entering_ = nullptr;
+  DirectoryWalk::Item item_;
+  std::vector<std::thread> helpers_;
+};
+
+}  // namespace tessaly::walk

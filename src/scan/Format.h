@@ -1,0 +1,20 @@
+// Numbers as texts. The same on every machine: no locale is asked. Pure, safe from any thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tessaly::Format {
+
+// A count of bytes in the largest unit that fits, in steps of 1024 up to "PB": "1023 B", "1.0 KB".
+// Counts below 1 give "0 B".
+std::string bytes(std::int64_t count);
+
+// Bytes per second, up to "GB/s": "512 B/s", "1.0 KB/s". What is not above 0 gives "0 B/s".
+std::string rate(double bytesPerSecond);
+
+// `value` with this many digits after the point. The exact value is rounded, and a tie goes to the
+// even digit.
+std::string fixed(double value, int decimals);
+
+}  // namespace tessaly::Format

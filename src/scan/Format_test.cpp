@@ -1,0 +1,99 @@
+#include "scan/Format.h"
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace tessaly {
+namespace {
+
+TEST(FormatBytes, says_zero_bytes_for_a_count_below_one) {
+  EXPECT_EQ(Format::bytes(0), "0 B");
+  EXPECT_EQ(Format::bytes(-5), "0 B");
+  EXPECT_EQ(Format::bytes(std::numeric_limits<std::int64_t>::min()), "0 B");
+}
+
+TEST(FormatBytes, writes_bytes_without_decimals) {
+  EXPECT_EQ(Format::bytes(1), "1 B");
+  EXPECT_EQ(Format::bytes(1023), "1023 B");
+}
+
+TEST(FormatBytes, steps_by_1024) {
+  EXPECT_EQ(Format::bytes(1024), "1.0 KB");
+  EXPECT_EQ(Format::bytes(1000 * 1024), "1000.0 KB");
+  EXPECT_EQ(Format::bytes(std::int64_t{1} << 20U), "1.0 MB");
+  EXPECT_EQ(Format::bytes(std::int64_t{3} << 29U), "1.5 GB");
+  EXPECT_EQ(Format::bytes(std::int64_t{1} << 40U), "1.0 TB");
+  EXPECT_EQ(Format::bytes(std::int64_t{1} << 50U), "1.0 PB");
+}
+
+TEST(FormatBytes, chooses_the_unit_before_it_rounds) {
+  EXPECT_EQ(Format::bytes((std::int64_t{1} << 20U) - 1), "1024.0 KB");
+}
+
+TEST(FormatBytes, has_no_unit_above_petabytes) {
+  EXPECT_EQ(Format::bytes(std::int64_t{1} << 60U), "1024.0 PB");
+  EXPECT_EQ(Format::bytes(std::numeric_limits<std::int64_t>::max()), "8192.0 PB");
+}
+
+TEST(FormatBytes, rounds_a_tie_to_the_even_digit) {
+  EXPECT_EQ(Format::bytes(1280), "1.2 KB");  // 1.25
+  EXPECT_EQ(Format::bytes(1792), "1.8 KB");  // 1.75
+  EXPECT_EQ(Format::bytes(1281), "1.3 KB");
+}
+
+TEST(FormatRate, is_zero_for_what_is_not_above_zero) {
+  EXPECT_EQ(Format::rate(-1), "0 B/s");
+  EXPECT_EQ(Format::rate(0), "0 B/s");
+  EXPECT_EQ(Format::rate(std::nan("")), "0 B/s");
+}
+
+TEST(FormatRate, tests_the_value_before_it_is_rounded) {
+  EXPECT_EQ(Format::rate(1023.6), "1024 B/s");
+  EXPECT_EQ(Format::rate(1024), "1.0 KB/s");
+  EXPECT_EQ(Format::rate(0.5), "0 B/s");
+  EXPECT_EQ(Format::rate(1.5), "2 B/s");
+}
+
+TEST(FormatRate, has_no_unit_above_gigabytes) {
+  EXPECT_EQ(Format::rate(1024.0 * 1024), "1.0 MB/s");
+  EXPECT_EQ(Format::rate(1024.0 * 1024 * 1024), "1.0 GB/s");
+  EXPECT_EQ(Format::rate(std::pow(2, 50)), "1048576.0 GB/s");
+}
+
+TEST(FormatRate, writes_the_largest_number_whole) {
+  const double largest = std::numeric_limits<double>::max();
+  EXPECT_EQ(Format::rate(largest), Format::fixed(largest / 1024 / 1024 / 1024, 1) + " GB/s");
+  EXPECT_EQ(Format::fixed(-largest, 2).size(), 313U);
+}
+
+TEST(FormatFixed, agrees_with_the_c_library_on_random_values) {
+  std::mt19937_64 random(20240817);
+  std::uniform_real_distribution<double> magnitude(-3, 15);
+  for (int i = 0; i < 20000; ++i) {
+    // Half of them on a grid of eighths, where ties are.
+    double value = std::pow(10.0, magnitude(random));
+    if (i % 2 == 0) value = std::round(value * 8) / 8;
+    for (const int decimals : {0, 1, 2}) {
+      char expected[64];
+      std::snprintf(expected, sizeof expected, "%.*f", decimals, value);
+      ASSERT_EQ(Format::fixed(value, decimals), expected);
+    }
+  }
+}
+
+TEST(FormatFixed, asks_no_locale) {
+  const std::string before = std::setlocale(LC_ALL, nullptr);
+  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8"}) {
+    if (std::setlocale(LC_ALL, name) == nullptr) continue;
+    EXPECT_EQ(Format::bytes(1536), "1.5 KB");
+  }
+  std::setlocale(LC_ALL, before.c_str());
+  EXPECT_EQ(Format::bytes(1536), "1.5 KB");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,80 @@
+#include "scan/ScanInsights.h"
+
+#include "scan/DiskTree.h"
+
+namespace tessaly::ScanInsights {
+
+namespace {
+
+// A node on the way down to the path that is looked for.
+struct Step {
+  DiskTree::Index index;
+  std::size_t pathLength;  // how much of the wanted path the node's own path is
+};
+
+}  // namespace
+
+std::optional<std::vector<DiskNode>> chain(const DiskNode& from, std::string_view to) {
+  const DiskTree& tree = DiskTree::of(from);
+  const DiskTree::Index top = DiskTree::indexOf(from);
+  const DiskTree::Index end = tree.entry(top).end;
+
+  const auto found = [&](const std::vector<Step>& steps) {
+    std::vector<DiskNode> nodes;
+    nodes.reserve(steps.size());
+    for (const Step& step : steps) nodes.push_back(DiskTree::nodeAt(from, step.index));
+    return nodes;
+  };
+
+  const std::string topPath = tree.path(top);
+  std::vector<Step> steps{{top, topPath.size()}};
+  if (to == topPath) return found(steps);
+  // The top is searched whatever its path is; below it, only what can hold the wanted one.
+  const bool topIsAbove = to.starts_with(topPath);
+
+  for (DiskTree::Index index = top + 1; index < end;) {
+    while (index >= tree.entry(steps.back().index).end) steps.pop_back();
+    const Step& parent = steps.back();
+    const DiskTree::Entry& entry = tree.entry(index);
+    const std::string_view part = tree.pathPart(index);
+
+    std::string_view rest = to;
+    bool matches = true;
+    if (entry.pathForm() != DiskTree::PathForm::absolute) {
+      matches = parent.index != top || topIsAbove;
+      if (matches) rest.remove_prefix(parent.pathLength);
+      if (matches && !tree.endsInSlash(parent.index)) {
+        matches = rest.starts_with('/');
+        if (matches) rest.remove_prefix(1);
+      }
+    }
+    matches = matches && rest.starts_with(part);
+    if (matches) rest.remove_prefix(part.size());
+
+    if (!matches || (!rest.empty() && rest.front() != '/')) {
+      index = entry.end;
+      continue;
+    }
+    steps.push_back({index, to.size() - rest.size()});
+    if (rest.empty()) return found(steps);
+    ++index;
+  }
+  return std::nullopt;
+}
+
+ScanStats stats(const DiskNode& root, double duration) {
+  const DiskTree& tree = DiskTree::of(root);
+  const DiskTree::Index top = DiskTree::indexOf(root);
+  const DiskTree::Index end = tree.entry(top).end;
+
+  ScanStats stats;
+  stats.nodes = static_cast<std::int64_t>(root.subtreeCount());
+  for (DiskTree::Index index = top; index < end; ++index) {
+    ++(tree.entry(index).isDir() ? stats.folders : stats.files);
+  }
+  stats.duration = duration;
+  stats.bytes = root.size();
+  return stats;
+}
+
+}  // namespace tessaly::ScanInsights

@@ -1,0 +1,33 @@
+#include "session/CancelFlag.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace tessaly {
+namespace {
+
+TEST(CancelFlag, is_not_set_at_first_and_stays_set_afterwards) {
+  CancelFlag flag;
+  EXPECT_FALSE(flag.isSet());
+  flag.set();
+  EXPECT_TRUE(flag.isSet());
+  flag.set();
+  EXPECT_TRUE(flag.isSet());
+}
+
+TEST(CancelFlag, reaches_a_thread_that_polls_it) {
+  CancelFlag flag;
+  int writtenBefore = 0;
+  int seen = 0;
+  std::thread walk([&] {
+    while (!flag.isSet()) std::this_thread::yield();
+    seen = writtenBefore;
+  });
+  writtenBefore = 7;
+  flag.set();
+  walk.join();
+  EXPECT_EQ(seen, 7);
+}
+
+}  // namespace
+}  // namespace tessaly

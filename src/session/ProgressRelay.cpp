@@ -1,0 +1,58 @@
+#include "session/ProgressRelay.h"
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+// The newest value that has not been delivered yet.
+template <class Value>
+class Newest {
+ public:
+  // True if none was waiting, so that somebody has to come for this one.
+  bool put(const Value& value) {
+    const std::lock_guard lock(mutex_);
+    const bool isFirst = !value_;
+    value_ = value;
+    return isFirst;
+  }
+
+  Value take() {
+    const std::lock_guard lock(mutex_);
+    return *std::exchange(value_, std::nullopt);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::optional<Value> value_;
+};
+
+}  // namespace
+
+struct ProgressRelay::Waiting {
+  explicit Waiting(Receiver r) : receiver(std::move(r)) {}
+
+  const Receiver receiver;
+  Newest<std::string> line;
+  Newest<double> percent;
+};
+
+ProgressRelay::ProgressRelay(Dispatch& dispatch, Receiver receiver)
+    : dispatch_(dispatch), waiting_(std::make_shared<Waiting>(std::move(receiver))) {}
+
+void ProgressRelay::line(const std::string& line) {
+  if (!waiting_->line.put(line)) return;
+  dispatch_.async(Dispatch::Queue::main,
+                  [waiting = waiting_] { waiting->receiver.line(waiting->line.take()); });
+}
+
+void ProgressRelay::percent(double fraction) {
+  if (!waiting_->percent.put(fraction)) return;
+  dispatch_.async(Dispatch::Queue::main,
+                  [waiting = waiting_] { waiting->receiver.percent(waiting->percent.take()); });
+}
+
+}  // namespace tessaly

@@ -1,0 +1,98 @@
+#include "session/ScanSession.h"
+
+#include <utility>
+
+#include <QPointer>
+
+#include "session/FieldChanges.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::chrono::milliseconds toastTime(2800);
+
+}  // namespace
+
+ScanSession::ScanSession(Services services, QObject* parent)
+    : QObject(parent), services_(std::move(services)), filters_(BloatFilter::catalog()) {
+  if (!services_.walk) {
+    services_.walk = [](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                        const DiskScanner::Options& options) {
+      return DiskScanner::scan(root, callbacks, options);
+    };
+  }
+  if (!services_.now) services_.now = [] { return Clock::now(); };
+}
+
+ScanSession::~ScanSession() {
+  sessionEnded_->set();
+  if (cancelFlag_) cancelFlag_->set();
+}
+
+void ScanSession::flash(const std::string& text) {
+  // By text alone: an equal message that is shown again goes with the first one's time.
+  services_.dispatch.after(toastTime, Dispatch::Queue::main, [session = QPointer(this), text] {
+    if (!session || session->toast_ != text) return;
+    session->setField(session->toast_, {}, &ScanSession::toastChanged);
+  });
+  setField(toast_, std::optional(text), &ScanSession::toastChanged);
+}
+
+QString ScanSession::toastText() const {
+  return QString::fromStdString(toast_.value_or(""));
+}
+
+void ScanSession::setPane(MainPane pane) {
+  setField(pane_, pane, &ScanSession::paneChanged);
+}
+
+void ScanSession::setVizMode(VizMode mode) {
+  setField(vizMode_, mode, &ScanSession::vizModeChanged);
+}
+
+void ScanSession::setFilters(std::vector<BloatFilter> filters) {
+  setField(filters_, std::move(filters), &ScanSession::filtersChanged);
+}
+
+void ScanSession::setExcludes(std::vector<std::string> excludes) {
+  setField(excludes_, std::move(excludes), &ScanSession::excludesChanged);
+}
+
+void ScanSession::setQueueOpen(bool open) {
+  setField(queueOpen_, open, &ScanSession::queueOpenChanged);
+}
+
+void ScanSession::setQueueMinimized(bool minimized) {
+  setField(queueMinimized_, minimized, &ScanSession::queueMinimizedChanged);
+}
+
+void ScanSession::setSearchOpen(bool open) {
+  setField(searchOpen_, open, &ScanSession::searchOpenChanged);
+}
+
+void ScanSession::setAiOpen(bool open) {
+  setField(aiOpen_, open, &ScanSession::aiOpenChanged);
+}
+
+void ScanSession::setOcrOpen(bool open) {
+  setField(ocrOpen_, open, &ScanSession::ocrOpenChanged);
+}
+
+void ScanSession::setHeatmap(bool on) {
+  setField(heatmap_, on, &ScanSession::heatmapChanged);
+}
+
+void ScanSession::setMenuNode(std::optional<DiskNode> node) {
+  setField(menuNode_, std::move(node), &ScanSession::menuNodeChanged);
+}
+
+void ScanSession::setCriticalWarning(std::optional<DiskNode> node) {
+  setField(criticalWarning_, std::move(node), &ScanSession::criticalWarningChanged);
+}
+
+void ScanSession::setFocused(std::optional<DiskNode> node) {
+  setField(focused_, std::move(node), &ScanSession::focusedChanged);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,245 @@
+// The one long-lived state object of the program. Every pane observes its fields through their
+// signals, and every lasting action goes through it.
+//
+// All of it is used on the main thread only. Walks run on a worker queue of the Dispatch and come
+// home by its main queue; a result that a newer scan or a cancel has overtaken is dropped.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <QObject>
+#include <QString>
+
+#include "platform/Dispatch.h"
+#include "platform/FolderPanel.h"
+#include "platform/Workspace.h"
+#include "scan/DiskNode.h"
+#include "scan/DiskScanner.h"
+#include "scan/ScanInsights.h"
+#include "session/CancelFlag.h"
+#include "treemap/BloatFilter.h"
+
+namespace tessaly {
+
+enum class MainPane { map, apps, monitor };
+enum class ScanStatus { idle, scanning, complete, error };
+enum class VizMode {
+  treemap,
+  list,
+  grew,
+  duplicates,
+  compare,
+  largest,
+  aliases,
+  cloud,
+  clones,
+  history,
+  safe
+};
+
+class ScanSession : public QObject {
+  Q_OBJECT
+  // What views bind to directly. Texts that hold names are shown with replacement characters where
+  // the bytes are not UTF-8.
+  Q_PROPERTY(QString progress READ progressText NOTIFY progressChanged)
+  Q_PROPERTY(double scanPercent READ scanPercent NOTIFY scanPercentChanged)
+  Q_PROPERTY(QString errorMessage READ errorText NOTIFY errorMessageChanged)
+  Q_PROPERTY(bool searchOpen READ searchOpen WRITE setSearchOpen NOTIFY searchOpenChanged)
+  Q_PROPERTY(bool aiOpen READ aiOpen WRITE setAiOpen NOTIFY aiOpenChanged)
+  Q_PROPERTY(bool ocrOpen READ ocrOpen WRITE setOcrOpen NOTIFY ocrOpenChanged)
+  Q_PROPERTY(bool queueOpen READ queueOpen WRITE setQueueOpen NOTIFY queueOpenChanged)
+  Q_PROPERTY(
+      bool queueMinimized READ queueMinimized WRITE setQueueMinimized NOTIFY queueMinimizedChanged)
+  Q_PROPERTY(bool heatmap READ heatmap WRITE setHeatmap NOTIFY heatmapChanged)
+  Q_PROPERTY(QString toast READ toastText NOTIFY toastChanged)
+  Q_PROPERTY(bool watching READ watching NOTIFY watchingChanged)
+
+ public:
+  using Clock = std::chrono::steady_clock;
+  using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,
+                                      const DiskScanner::Options&)>;
+
+  // What the session asks of the machine. All of it outlives the session, the Dispatch its walks
+  // too.
+  struct Services {
+    Dispatch& dispatch;
+    FolderPanel& folderPanel;
+    Workspace& workspace;
+    std::string homeDirectory;
+    Walk walk = {};                               // DiskScanner::scan where none is given
+    std::function<Clock::time_point()> now = {};  // the steady clock where none is given
+  };
+
+  explicit ScanSession(Services services, QObject* parent = nullptr);
+  // Stops the walks that still run, without waiting for them; what they bring home is dropped.
+  ~ScanSession() override;
+
+  // Scanning.
+  void scan(const std::string& root);
+  Q_INVOKABLE void scanHome();
+  Q_INVOKABLE void cancel();
+  Q_INVOKABLE void rescan();
+  Q_INVOKABLE void chooseFolder();
+
+  // Navigation in the finished tree.
+  std::optional<DiskNode> current() const;  // the node on screen: the last of stack()
+  Q_INVOKABLE void back();
+  Q_INVOKABLE void jump(int index);
+  void open(const DiskNode& node);
+  void expandPackage(const DiskNode& node);
+  void focusPath(const std::string& path);
+  // Shows `node` in the file viewer of the desktop.
+  void reveal(const DiskNode& node);
+
+  // Shows a short message, and takes it away 2.8 seconds later unless a newer one stands there.
+  void flash(const std::string& text);
+
+  // Fields, in declared order.
+  MainPane pane() const { return pane_; }
+  void setPane(MainPane pane);
+  ScanStatus status() const { return status_; }
+  const std::string& progress() const { return progress_; }
+  QString progressText() const { return QString::fromStdString(progress_); }
+  double scanPercent() const { return scanPercent_; }  // 0 to 1
+  const std::string& errorMessage() const { return errorMessage_; }
+  QString errorText() const { return QString::fromStdString(errorMessage_); }
+  const std::vector<DiskNode>& stack() const { return stack_; }  // scan root first
+  VizMode vizMode() const { return vizMode_; }
+  void setVizMode(VizMode mode);
+  const std::vector<BloatFilter>& filters() const { return filters_; }
+  void setFilters(std::vector<BloatFilter> filters);
+  const std::vector<DiskNode>& queue() const { return queue_; }
+  bool queueOpen() const { return queueOpen_; }
+  void setQueueOpen(bool open);
+  bool queueMinimized() const { return queueMinimized_; }
+  void setQueueMinimized(bool minimized);
+  bool searchOpen() const { return searchOpen_; }
+  void setSearchOpen(bool open);
+  int trashCount() const { return trashCount_; }
+  const std::string& scanRoot() const { return scanRoot_; }
+  const std::optional<DiskNode>& menuNode() const { return menuNode_; }
+  void setMenuNode(std::optional<DiskNode> node);
+  const std::optional<DiskNode>& criticalWarning() const { return criticalWarning_; }
+  void setCriticalWarning(std::optional<DiskNode> node);
+  const std::vector<std::string>& recents() const { return recents_; }
+  const std::set<std::string>& grewPaths() const { return grewPaths_; }
+  const std::optional<std::string>& toast() const { return toast_; }
+  QString toastText() const;
+  const std::optional<DiskNode>& focused() const { return focused_; }
+  void setFocused(std::optional<DiskNode> node);
+  const std::set<std::string>& selected() const { return selected_; }
+  const std::vector<DiskNode>& selectedNodes() const { return selectedNodes_; }
+  bool heatmap() const { return heatmap_; }
+  void setHeatmap(bool on);
+  const std::string& compareLeftName() const { return compareLeftName_; }
+  const std::string& compareRightName() const { return compareRightName_; }
+  bool watching() const { return watching_; }
+  const std::string& watchPath() const { return watchPath_; }
+  const std::vector<std::string>& pins() const { return pins_; }
+  const std::optional<ScanStats>& scanStats() const { return scanStats_; }
+  const std::vector<DiskNode>& largest() const { return largest_; }
+  const std::vector<DiskNode>& emptyFolders() const { return emptyFolders_; }
+  const std::vector<std::string>& excludes() const { return excludes_; }
+  void setExcludes(std::vector<std::string> excludes);
+  bool aiOpen() const { return aiOpen_; }
+  void setAiOpen(bool open);
+  bool ocrOpen() const { return ocrOpen_; }
+  void setOcrOpen(bool open);
+
+ signals:
+  void paneChanged();
+  void statusChanged();
+  void progressChanged();
+  void scanPercentChanged();
+  void errorMessageChanged();
+  void stackChanged();
+  void vizModeChanged();
+  void filtersChanged();
+  void queueChanged();
+  void queueOpenChanged();
+  void queueMinimizedChanged();
+  void searchOpenChanged();
+  void trashCountChanged();
+  void scanRootChanged();
+  void menuNodeChanged();
+  void criticalWarningChanged();
+  void recentsChanged();
+  void grewPathsChanged();
+  void toastChanged();
+  void focusedChanged();
+  void selectionChanged();  // selected and selectedNodes, which always change together
+  void heatmapChanged();
+  void compareNamesChanged();
+  void watchingChanged();
+  void watchPathChanged();
+  void pinsChanged();
+  void scanStatsChanged();
+  void largestChanged();
+  void emptyFoldersChanged();
+  void excludesChanged();
+  void aiOpenChanged();
+  void ocrOpenChanged();
+
+ private:
+  class FieldChanges;
+  using Signal = void (ScanSession::*)();
+
+  template <class Field>
+  void setField(Field& field, Field value, Signal changed);
+
+  void startWalk(const std::string& root);
+  void finishWalk(std::uint64_t generation, const CancelFlag& flag, const DiskNode& result,
+                  const std::string& root);
+  void applyScanResult(const DiskNode& result, const std::string& root);
+  void clearSelection(FieldChanges& changes);
+
+  Services services_;
+  std::uint64_t generation_ = 0;  // of the latest scan or cancel; a result of another is void
+  std::shared_ptr<CancelFlag> cancelFlag_;  // of the latest scan
+  std::optional<Clock::time_point> scanStarted_;
+  std::shared_ptr<CancelFlag> sessionEnded_ = std::make_shared<CancelFlag>();
+
+  MainPane pane_ = MainPane::map;
+  ScanStatus status_ = ScanStatus::idle;
+  std::string progress_;
+  double scanPercent_ = 0;
+  std::string errorMessage_;
+  std::vector<DiskNode> stack_;
+  VizMode vizMode_ = VizMode::treemap;
+  std::vector<BloatFilter> filters_;
+  std::vector<DiskNode> queue_;
+  bool queueOpen_ = false;
+  bool queueMinimized_ = false;
+  bool searchOpen_ = false;
+  int trashCount_ = 0;
+  std::string scanRoot_;
+  std::optional<DiskNode> menuNode_;
+  std::optional<DiskNode> criticalWarning_;
+  std::vector<std::string> recents_;
+  std::set<std::string> grewPaths_;
+  std::optional<std::string> toast_;
+  std::optional<DiskNode> focused_;
+  std::set<std::string> selected_;
+  std::vector<DiskNode> selectedNodes_;
+  bool heatmap_ = false;
+  std::string compareLeftName_;
+  std::string compareRightName_;
+  bool watching_ = false;
+  std::string watchPath_;
+  std::vector<std::string> pins_;
+  std::optional<ScanStats> scanStats_;
+  std::vector<DiskNode> largest_;
+  std::vector<DiskNode> emptyFolders_;
+  std::vector<std::string> excludes_;
+  bool aiOpen_ = false;
+  bool ocrOpen_ = false;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,102 @@
+// Moving about in a finished tree. Nodes are values and the tree never changes: only the stack
+// does.
+
+#include <cstddef>
+#include <utility>
+
+#include <QPointer>
+
+#include "scan/Package.h"
+#include "session/FieldChanges.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+std::optional<DiskNode> ScanSession::current() const {
+  if (stack_.empty()) return std::nullopt;
+  return stack_.back();
+}
+
+void ScanSession::back() {
+  if (stack_.size() >= 2) jump(static_cast<int>(stack_.size()) - 2);
+}
+
+void ScanSession::jump(int index) {
+  if (index < 0 || static_cast<std::size_t>(index) >= stack_.size()) return;
+  if (static_cast<std::size_t>(index) + 1 == stack_.size()) return;
+  FieldChanges changes(*this);
+  stack_.erase(stack_.begin() + index + 1, stack_.end());
+  changes.note(&ScanSession::stackChanged);
+  changes.announce();
+}
+
+void ScanSession::open(const DiskNode& node) {
+  const bool hasChildren = !node.children().empty();
+  if (!hasChildren && isPackageName(node.name())) {
+    expandPackage(node);
+    return;
+  }
+  if (!node.isDir() || !hasChildren) return;
+  FieldChanges changes(*this);
+  clearSelection(changes);
+  stack_.push_back(node);
+  changes.note(&ScanSession::stackChanged);
+  changes.announce();
+}
+
+void ScanSession::expandPackage(const DiskNode& node) {
+  Dispatch& dispatch = services_.dispatch;
+  // The user has no way to stop this walk; only the end of the session does.
+  dispatch.async(Dispatch::Queue::userInitiated,
+                 [&dispatch, session = QPointer(this), path = node.path(), walk = services_.walk,
+                  ended = sessionEnded_] {
+                   DiskScanner::Callbacks callbacks;
+                   callbacks.isCancelled = [&ended = *ended] { return ended.isSet(); };
+                   DiskScanner::Options options;
+                   options.expandPackages = true;
+                   DiskNode result = walk(path, callbacks, options);
+                   dispatch.async(Dispatch::Queue::main, [session, result = std::move(result)] {
+                     if (!session) return;
+                     FieldChanges changes(*session);
+                     session->clearSelection(changes);
+                     session->stack_.push_back(result);
+                     changes.note(&ScanSession::stackChanged);
+                     changes.announce();
+                   });
+                 });
+  flash("Opening package " + std::string(node.name()) + "…");
+}
+
+void ScanSession::focusPath(const std::string& path) {
+  if (stack_.empty()) {
+    services_.workspace.reveal({path});
+    return;
+  }
+  std::optional<std::vector<DiskNode>> chain = ScanInsights::chain(stack_.front(), path);
+  if (!chain) {
+    // Left out of the tree, or never in it.
+    services_.workspace.reveal({path});
+    return;
+  }
+  const DiskNode target = chain->back();
+  // A file shows inside the map of its folder.
+  if (chain->size() > 1 && !target.isDir()) chain->pop_back();
+
+  FieldChanges changes(*this);
+  changes.set(stack_, std::move(*chain), &ScanSession::stackChanged);
+  changes.set(focused_, std::optional(target), &ScanSession::focusedChanged);
+  changes.set(vizMode_, VizMode::treemap, &ScanSession::vizModeChanged);
+  changes.set(pane_, MainPane::map, &ScanSession::paneChanged);
+  changes.announce();
+}
+
+void ScanSession::reveal(const DiskNode& node) {
+  services_.workspace.reveal({node.path()});
+}
+
+void ScanSession::clearSelection(FieldChanges& changes) {
+  changes.set(selected_, std::set<std::string>(), &ScanSession::selectionChanged);
+  changes.set(selectedNodes_, std::vector<DiskNode>(), &ScanSession::selectionChanged);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,311 @@
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+// /r
+//   big/        600
+//     deep/     400
+//       film    400
+//     song      200
+//   Foo.app     300, without children
+//   empty/        0
+//   note         10
+//   + 20 more    40
+class Navigation : public SessionFixture {
+ protected:
+  using Paths = std::vector<std::string>;
+
+  const DiskNode film_ = file("/r/big/deep/film", 400);
+  const DiskNode deep_ = folder("/r/big/deep", 400, {film_});
+  const DiskNode song_ = file("/r/big/song", 200);
+  const DiskNode big_ = folder("/r/big", 600, {deep_, song_});
+  const DiskNode app_ = folder("/r/Foo.app", 300);
+  const DiskNode empty_ = folder("/r/empty", 0);
+  const DiskNode note_ = file("/r/note", 10);
+  const DiskNode rest_ = DiskNode({.name = "+ 20 more", .path = "/r/__rest__", .size = 40});
+  const DiskNode root_ = folder("/r", 950, {big_, app_, empty_, note_, rest_});
+
+  void SetUp() override { scanTo(root_); }
+
+  void openBigAndDeep() {
+    session().open(big_);
+    session().open(deep_);
+    ASSERT_EQ(stackPaths(), (Paths{"/r", "/r/big", "/r/big/deep"}));
+  }
+};
+
+TEST_F(Navigation, stands_at_the_last_of_the_stack) {
+  EXPECT_EQ(session().current()->path(), "/r");
+  session().open(big_);
+  EXPECT_EQ(session().current()->path(), "/r/big");
+}
+
+// Back.
+
+TEST_F(Navigation, back_leaves_the_node_on_screen) {
+  openBigAndDeep();
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().back();
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
+  EXPECT_EQ(stack.count(), 1);
+}
+
+TEST_F(Navigation, back_does_not_leave_the_root) {
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().back();
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+  EXPECT_EQ(stack.count(), 0);
+}
+
+TEST(NavigationWithoutTree, goes_nowhere) {
+  HandSteppedDispatch dispatch;
+  FakeFolderPanel panel;
+  FakeWorkspace workspace;
+  ScanSession session({dispatch, panel, workspace, "/home/user"});
+  session.back();
+  session.jump(0);
+  session.jump(-1);
+  EXPECT_TRUE(session.stack().empty());
+  EXPECT_FALSE(session.current());
+}
+
+TEST_F(Navigation, back_keeps_the_focus) {
+  session().open(big_);
+  session().setFocused(song_);
+  session().back();
+  EXPECT_EQ(session().focused(), song_);
+}
+
+// Jump.
+
+TEST_F(Navigation, jump_keeps_all_up_to_the_index) {
+  openBigAndDeep();
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().jump(1);
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
+  session().jump(0);
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+  EXPECT_EQ(stack.count(), 2);
+}
+
+TEST_F(Navigation, jump_to_the_last_index_changes_nothing) {
+  openBigAndDeep();
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().jump(2);
+  EXPECT_EQ(session().stack().size(), 3u);
+  EXPECT_EQ(stack.count(), 0);
+}
+
+TEST_F(Navigation, jump_outside_the_stack_does_nothing) {
+  openBigAndDeep();
+  session().jump(-1);
+  session().jump(3);
+  session().jump(1000);
+  EXPECT_EQ(session().stack().size(), 3u);
+}
+
+// Open.
+
+TEST_F(Navigation, open_enters_a_folder_with_children) {
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().open(big_);
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
+  EXPECT_EQ(stack.count(), 1);
+}
+
+TEST_F(Navigation, open_takes_a_node_of_its_own_stack) {
+  session().open(session().stack().front());
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r"}));
+}
+
+TEST_F(Navigation, open_does_nothing_for_a_file_an_empty_folder_and_a_remainder) {
+  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+  session().open(note_);
+  session().open(empty_);
+  session().open(rest_);
+  EXPECT_EQ(stack.count(), 0);
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
+  EXPECT_FALSE(session().toast());
+}
+
+TEST_F(Navigation, open_walks_a_package_without_children) {
+  for (const char* name :
+       {"/r/Foo.app", "/r/FOO.APP", "/r/Photos.photoslibrary", "/r/Disk.SparseBundle"}) {
+    session().open(folder(name, 300));
+    EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1u) << name;
+    dispatch().drainAll();
+  }
+}
+
+TEST_F(Navigation, open_walks_a_file_that_is_named_like_a_package) {
+  session().open(file("/r/Tool.app", 5));
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1u);
+}
+
+TEST_F(Navigation, open_enters_a_package_that_has_children) {
+  session().open(folder("/r/Foo.app", 300, {folder("/r/Foo.app/Contents", 300)}));
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
+}
+
+// Expanding a package.
+
+TEST_F(Navigation, expanding_a_package_says_so_and_shows_its_inside) {
+  walks().at(1).result = folder("/r/Foo.app", 300, {folder("/r/Foo.app/Contents", 300)});
+  session().expandPackage(app_);
+  EXPECT_EQ(session().toast(), "Opening package Foo.app…");
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  dispatch().drainAll();
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
+  EXPECT_EQ(session().current()->children().size(), 1u);
+  session().back();
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+}
+
+TEST_F(Navigation, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
+  std::vector<BloatFilter> filters = BloatFilter::catalog();
+  for (BloatFilter& filter : filters) filter.skipScan = true;
+  session().setFilters(filters);
+  session().setExcludes({"/r"});
+  session().expandPackage(app_);
+  dispatch().drainAll();
+  const WalkScript& walk = walks().at(1);
+  ASSERT_TRUE(walk.hasRun);
+  EXPECT_EQ(walk.root, "/r/Foo.app");
+  EXPECT_TRUE(walk.options.expandPackages);
+  EXPECT_TRUE(walk.options.extraNames.empty());
+  EXPECT_TRUE(walk.options.extraSuffixes.empty());
+  EXPECT_TRUE(walk.options.extraPrefixes.empty());
+  EXPECT_FALSE(walk.hadProgress);
+}
+
+TEST_F(Navigation, expanding_a_package_is_not_ended_by_cancel) {
+  bool wasCancelled = true;
+  walks().at(1).result = app_;
+  walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
+    session().cancel();
+    wasCancelled = callbacks.isCancelled && callbacks.isCancelled();
+  };
+  session().expandPackage(app_);
+  dispatch().drainAll();
+  EXPECT_FALSE(wasCancelled);
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
+}
+
+TEST_F(Navigation, expanding_a_package_during_a_scan_goes_on_the_old_stack_until_the_scan_ends) {
+  std::vector<Paths> stacks;
+  QObject::connect(&session(), &ScanSession::stackChanged, [&] { stacks.push_back(stackPaths()); });
+  walks().at(1).during = [&](const DiskScanner::Callbacks&) {
+    session().expandPackage(app_);
+    dispatch().drainAll();
+    EXPECT_EQ(session().status(), ScanStatus::scanning);
+  };
+  walks().at(1).result = root_;
+  walks().at(2).result = app_;
+  session().scan("/r");
+  dispatch().drainAll();
+  EXPECT_EQ(stacks, (std::vector<Paths>{{"/r", "/r/Foo.app"}, {"/r"}}));
+}
+
+TEST_F(Navigation, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile) {
+  walks().at(1).during = [&](const DiskScanner::Callbacks&) {
+    session().scan("/other");
+    dispatch().drainAll();
+    EXPECT_EQ(stackPaths(), Paths{"/other"});
+  };
+  walks().at(1).result = app_;
+  walks().at(2).result = folder("/other", 5, {file("/other/f", 5)});
+  session().expandPackage(app_);
+  dispatch().drainAll();
+  EXPECT_EQ(stackPaths(), (Paths{"/other", "/r/Foo.app"}));
+}
+
+TEST_F(Navigation, expanding_a_package_ends_with_its_session) {
+  bool wasCancelled = false;
+  walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
+    endSession();
+    wasCancelled = callbacks.isCancelled();
+  };
+  session().expandPackage(app_);
+  dispatch().drainAll();
+  EXPECT_TRUE(wasCancelled);
+}
+
+// Showing a path in the map.
+
+TEST_F(Navigation, focus_on_a_file_shows_it_inside_its_folder) {
+  session().setVizMode(VizMode::largest);
+  session().setPane(MainPane::apps);
+  session().focusPath("/r/big/deep/film");
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big", "/r/big/deep"}));
+  EXPECT_EQ(session().focused(), film_);
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_TRUE(workspace_.revealed.empty());
+}
+
+TEST_F(Navigation, focus_on_a_folder_enters_it) {
+  session().focusPath("/r/empty");
+  EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/empty"}));
+  EXPECT_EQ(session().focused(), empty_);
+}
+
+TEST_F(Navigation, focus_on_the_root_goes_to_the_top) {
+  openBigAndDeep();
+  session().focusPath("/r");
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+  EXPECT_EQ(session().focused(), root_);
+}
+
+TEST_F(Navigation, focus_on_a_root_that_is_a_file_shows_it) {
+  scanTo(file("/single", 5));
+  session().focusPath("/single");
+  EXPECT_EQ(stackPaths(), Paths{"/single"});
+  EXPECT_EQ(session().focused()->path(), "/single");
+}
+
+TEST_F(Navigation, focus_starts_from_the_root_wherever_the_map_stands) {
+  openBigAndDeep();
+  session().focusPath("/r/note");
+  EXPECT_EQ(stackPaths(), Paths{"/r"});
+  EXPECT_EQ(session().focused(), note_);
+}
+
+TEST_F(Navigation, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
+  openBigAndDeep();
+  session().setVizMode(VizMode::largest);
+  session().setPane(MainPane::apps);
+  session().focusPath("/r/big/pruned\xff");
+  EXPECT_EQ(workspace_.revealed, (std::vector<Paths>{{"/r/big/pruned\xff"}}));
+  EXPECT_EQ(session().stack().size(), 3u);
+  EXPECT_FALSE(session().focused());
+  EXPECT_EQ(session().vizMode(), VizMode::largest);
+  EXPECT_EQ(session().pane(), MainPane::apps);
+}
+
+TEST(NavigationWithoutTree, reveals_what_it_is_to_focus_on) {
+  HandSteppedDispatch dispatch;
+  FakeFolderPanel panel;
+  FakeWorkspace workspace;
+  ScanSession session({dispatch, panel, workspace, "/home/user"});
+  session.focusPath("/r/note");
+  EXPECT_EQ(workspace.revealed, (std::vector<std::vector<std::string>>{{"/r/note"}}));
+  EXPECT_FALSE(session.focused());
+}
+
+TEST_F(Navigation, reveal_hands_over_the_bytes_of_the_path) {
+  session().reveal(file("/r/caf\xe9", 1));
+  EXPECT_EQ(workspace_.revealed, (std::vector<Paths>{{"/r/caf\xe9"}}));
+  EXPECT_TRUE(workspace_.opened.empty());
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,116 @@
+// The session with real threads underneath, walking a real folder.
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <QObject>
+
+#include "platform/ThreadedDispatch.h"
+#include "session/ScanSession.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/MainLoop.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using Callbacks = DiskScanner::Callbacks;
+using Options = DiskScanner::Options;
+
+class ScanSessionThreads : public ::testing::Test {
+ protected:
+  std::unique_ptr<ScanSession> makeSession(ScanSession::Walk walk = {}) {
+    return std::make_unique<ScanSession>(ScanSession::Services{.dispatch = dispatch_,
+                                                               .folderPanel = folderPanel_,
+                                                               .workspace = workspace_,
+                                                               .homeDirectory = "/",
+                                                               .walk = std::move(walk)});
+  }
+
+  void runUntil(const ScanSession& session, ScanStatus status) {
+    mainLoop_.runUntil([&] { return session.status() == status; });
+  }
+
+  MainLoop mainLoop_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
+};
+
+TEST_F(ScanSessionThreads, scan_a_real_folder) {
+  const TempTree tree(
+      "music/\n"
+      "  song 400K\n"
+      "note 4K\n");
+  const auto session = makeSession();
+  session->scan(tree.path());
+  runUntil(*session, ScanStatus::complete);
+  ASSERT_EQ(session->stack().size(), 1u);
+  EXPECT_EQ(session->current()->path(), tree.path());
+  EXPECT_EQ(session->current()->children().size(), 1u);
+  EXPECT_EQ(session->current()->children().front().name(), "music");
+  ASSERT_TRUE(session->scanStats());
+  EXPECT_EQ(session->scanStats()->nodes, 3);
+  EXPECT_EQ(session->scanPercent(), 1);
+}
+
+TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
+  const TempTree tree;
+  const auto session = makeSession();
+  session->scan(tree.at("gone"));
+  runUntil(*session, ScanStatus::error);
+  EXPECT_EQ(session->errorMessage(), "Nothing readable at " + tree.at("gone") +
+                                         ". Grant Full Disk Access or pick another folder.");
+}
+
+TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
+  // The first walk runs until it is told to stop.
+  std::atomic<int> stopped = 0;
+  const auto session =
+      makeSession([&](const std::string& root, const Callbacks& callbacks, const Options&) {
+        if (root == "/first") {
+          while (!callbacks.isCancelled()) callbacks.progress("first");
+          ++stopped;
+        }
+        callbacks.progress("second");
+        return DiskNode({.name = root.substr(1), .path = root, .size = 1, .isDir = true});
+      });
+  bool hasShownFirst = false;
+  QObject::connect(session.get(), &ScanSession::stackChanged,
+                   [&] { hasShownFirst |= session->current()->path() == "/first"; });
+  session->scan("/first");
+  mainLoop_.runUntil([&] { return session->progress() == "first"; });
+  session->scan("/second");
+  runUntil(*session, ScanStatus::complete);
+  EXPECT_EQ(session->current()->path(), "/second");
+  while (stopped == 0) std::this_thread::yield();
+  mainLoop_.runPosted();
+  EXPECT_EQ(session->current()->path(), "/second");
+  EXPECT_FALSE(hasShownFirst);
+}
+
+TEST_F(ScanSessionThreads, survive_a_session_that_goes_while_its_walk_runs) {
+  std::atomic<bool> hasStopped = false;
+  auto session = makeSession([&](const std::string&, const Callbacks& callbacks, const Options&) {
+    while (!callbacks.isCancelled()) {
+      callbacks.progress("on and on");
+      callbacks.percent(0.5);
+    }
+    callbacks.progress("Cancelled");
+    hasStopped = true;
+    return DiskNode();
+  });
+  session->scan("/r");
+  mainLoop_.runUntil([&] { return session->progress() == "on and on"; });
+  session.reset();
+  while (!hasStopped) std::this_thread::yield();
+  mainLoop_.runPosted();
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,118 @@
+// A session to try out: its Dispatch is stepped by hand, its walks do what a test wrote down
+// for them beforehand, and its clock stands still.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "session/ScanSession.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+
+namespace tessaly {
+
+inline DiskNode file(const std::string& path, std::int64_t size) {
+  return DiskNode({.name = path.substr(path.rfind('/') + 1), .path = path, .size = size});
+}
+
+inline DiskNode folder(const std::string& path, std::int64_t size,
+                       const std::vector<DiskNode>& children = {}) {
+  return DiskNode({.name = path.substr(path.rfind('/') + 1),
+                   .path = path,
+                   .size = size,
+                   .isDir = true,
+                   .kind = FileKind::folder},
+                  children);
+}
+
+class SessionFixture : public ::testing::Test {
+ protected:
+  using Queue = Dispatch::Queue;
+
+  // One walk that the session asks for. What it is to do is written by the test before it runs,
+  // what it was asked for is there to read afterwards.
+  struct WalkScript {
+    std::function<void(const DiskScanner::Callbacks&)> during;
+    DiskNode result = folder("/nothing", 0);
+
+    bool hasRun = false;
+    bool hadProgress = false;  // whether callbacks for progress and percent were given
+    std::string root;
+    DiskScanner::Options options;
+  };
+
+  // The walks in the order in which they run. Grows as they are looked at or run.
+  class Walks {
+   public:
+    WalkScript& at(std::size_t index) {
+      if (scripts_.size() <= index) scripts_.resize(index + 1);
+      return scripts_[index];
+    }
+    std::size_t ran() const { return ran_; }
+
+    DiskNode run(const std::string& root, const DiskScanner::Callbacks& callbacks,
+                 const DiskScanner::Options& options) {
+      WalkScript& script = at(ran_++);
+      script.hasRun = true;
+      script.hadProgress = callbacks.progress || callbacks.percent;
+      script.root = root;
+      script.options = options;
+      if (script.during) script.during(callbacks);
+      return script.result;
+    }
+
+   private:
+    std::deque<WalkScript> scripts_;
+    std::size_t ran_ = 0;
+  };
+
+  ScanSession& session() { return *session_; }
+  bool hasSession() const { return session_ != nullptr; }
+  void endSession() { session_.reset(); }
+  HandSteppedDispatch& dispatch() { return dispatch_; }
+  Walks& walks() { return walks_; }
+
+  // Runs what waits on the queue of walks, and only that.
+  void runWalks() { dispatch_.drain(Queue::userInitiated); }
+  void runMain() { dispatch_.drain(Queue::main); }
+
+  // A whole scan of `tree`, from the call to the tree on screen.
+  void scanTo(const DiskNode& tree) {
+    walks_.at(walks_.ran()).result = tree;
+    session_->scan(tree.path());
+    dispatch_.drainAll();
+    ASSERT_EQ(session_->status(), ScanStatus::complete);
+  }
+
+  std::vector<std::string> stackPaths() const {
+    std::vector<std::string> paths;
+    for (const DiskNode& node : session_->stack()) paths.push_back(node.path());
+    return paths;
+  }
+
+  HandSteppedDispatch dispatch_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  Walks walks_;
+  ScanSession::Clock::time_point now_{};
+  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(ScanSession::Services{
+      .dispatch = dispatch_,
+      .folderPanel = folderPanel_,
+      .workspace = workspace_,
+      .homeDirectory = "/home/user",
+      .walk =
+          [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                 const DiskScanner::Options& options) {
+            return walks_.run(root, callbacks, options);
+          },
+      .now = [this] { return now_; }});
+};
+
+}  // namespace tessaly

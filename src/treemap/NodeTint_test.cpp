@@ -1,0 +1,220 @@
+#include "treemap/NodeTint.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "look/MarrowTheme.h"
+#include "treemap/SampleTrees_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing_trees::file;
+using testing_trees::folder;
+
+constexpr double now = 1'700'000'000;
+constexpr double day = 86400;
+
+DiskNode aged(std::optional<double> mtime) {
+  return DiskNode({"f", "/f", 1, false, FileKind::other, mtime});
+}
+
+DiskNode app(const std::string& name) {
+  return DiskNode({name, "/" + name, 1, true, FileKind::app, std::nullopt});
+}
+
+std::vector<BloatFilter> enabling(const std::string& id) {
+  std::vector<BloatFilter> filters = BloatFilter::catalog();
+  for (BloatFilter& filter : filters) filter.enabled = filter.id == id;
+  return filters;
+}
+
+Color byAge(std::optional<double> mtime) {
+  return NodeTint::color(aged(mtime), {}, {}, true, now);
+}
+
+Color tint(const DiskNode& node, const std::vector<BloatFilter>& filters = BloatFilter::catalog(),
+           const std::set<std::string>& grew = {}) {
+  return NodeTint::color(node, filters, grew, false, now);
+}
+
+TEST(NodeTintBase, of_package_folders_is_that_of_developers) {
+  EXPECT_EQ(NodeTint::base(folder("/node_modules", 1)), MarrowTheme::developer);
+  EXPECT_EQ(NodeTint::base(folder("/NODE_Modules", 1)), MarrowTheme::developer);
+  EXPECT_EQ(NodeTint::base(folder("/.npm", 1)), MarrowTheme::developer);
+  EXPECT_EQ(NodeTint::base(folder("/my.npmrc-backup", 1)), MarrowTheme::developer);
+  EXPECT_EQ(NodeTint::base(folder("/my_node_modules", 1)),
+            MarrowTheme::folderColor("my_node_modules"));
+}
+
+TEST(NodeTintBase, of_a_plain_file_goes_by_kind_whatever_its_name) {
+  EXPECT_EQ(NodeTint::base(file("/my.npmrc-backup", 1)), MarrowTheme::other);
+  EXPECT_EQ(NodeTint::base(file("/xcode", 1, FileKind::image)), MarrowTheme::image);
+  EXPECT_EQ(NodeTint::base(file("/build", 1, FileKind::folder)), MarrowTheme::folderPalette[0]);
+  EXPECT_EQ(NodeTint::base(file("/disk.dmg", 1, FileKind::disk)), Color::fromRgb(0xA855F7));
+  EXPECT_EQ(NodeTint::base(file("/a.app", 1, FileKind::app)), MarrowTheme::accent);
+}
+
+TEST(NodeTintBase, finds_xcode_anywhere_in_the_name) {
+  EXPECT_EQ(NodeTint::base(folder("/Xcode Projects", 1)), MarrowTheme::folderPalette[3]);
+  EXPECT_EQ(NodeTint::base(folder("/my-XCODE", 1)), MarrowTheme::folderPalette[3]);
+  EXPECT_EQ(NodeTint::base(folder("/DerivedData", 1)), MarrowTheme::folderPalette[3]);
+  EXPECT_EQ(NodeTint::base(folder("/DerivedData2", 1)), MarrowTheme::folderColor("DerivedData2"));
+}
+
+TEST(NodeTintBase, knows_folders_of_builds_by_their_whole_name) {
+  for (const char* path : {"/build", "/Build", "/dist", "/out", "/.next"}) {
+    EXPECT_EQ(NodeTint::base(folder(path, 1)), MarrowTheme::folderPalette[7]) << path;
+  }
+  for (const char* name : {"builds", "distribution", "layout", ".nextcloud"}) {
+    EXPECT_EQ(NodeTint::base(folder(std::string("/") + name, 1)), MarrowTheme::folderColor(name));
+  }
+  EXPECT_NE(MarrowTheme::folderColor("builds"), MarrowTheme::folderPalette[7]);
+}
+
+TEST(NodeTintBase, asks_for_the_name_before_the_kind) {
+  EXPECT_EQ(NodeTint::base(app("Build.app")), MarrowTheme::accent);
+  EXPECT_EQ(NodeTint::base(app("Xcode.app")), MarrowTheme::folderPalette[3]);
+}
+
+TEST(NodeTintBase, of_any_other_folder_goes_by_the_letters_of_its_name) {
+  EXPECT_EQ(NodeTint::base(folder("/home/Z", 1)), MarrowTheme::folderPalette[0]);
+  EXPECT_EQ(NodeTint::base(folder("/a/listen", 1)), NodeTint::base(folder("/b/silent", 9)));
+  EXPECT_EQ(NodeTint::base(folder("/a", 1)), MarrowTheme::folderPalette[97 % 15]);
+  EXPECT_EQ(NodeTint::base(folder("/A", 1)), MarrowTheme::folderPalette[65 % 15]);
+}
+
+TEST(NodeTint, without_filters_and_growth_is_the_base) {
+  EXPECT_EQ(tint(folder("/src", 1)), NodeTint::base(folder("/src", 1)));
+  EXPECT_EQ(tint(folder("/src", 1), {}), NodeTint::base(folder("/src", 1)));
+}
+
+TEST(NodeTint, warns_of_what_grew_by_its_exact_path) {
+  EXPECT_EQ(tint(folder("/src", 1), BloatFilter::catalog(), {"/src"}), MarrowTheme::warning);
+  EXPECT_EQ(tint(folder("/src", 1), {}, {"/src"}), MarrowTheme::warning);
+  EXPECT_EQ(tint(folder("/src", 1), {}, {"/src/a", "/sr", "/SRC"}),
+            NodeTint::base(folder("/src", 1)));
+}
+
+TEST(NodeTint, highlights_what_an_enabled_filter_finds_in_the_name) {
+  EXPECT_EQ(tint(file("/a/film.MP4", 1, FileKind::video), enabling("videos")),
+            MarrowTheme::highlight);
+  EXPECT_EQ(tint(file("/a/film.mp4.part", 1), enabling("videos")), MarrowTheme::highlight);
+  EXPECT_EQ(tint(folder("/a/deriveddata", 1), enabling("xcode")), MarrowTheme::highlight);
+}
+
+TEST(NodeTint, highlights_everything_under_a_folder_that_matches) {
+  EXPECT_EQ(tint(file("/a/node_modules/b/c.js", 1, FileKind::code), enabling("node_modules")),
+            MarrowTheme::highlight);
+  EXPECT_EQ(tint(file("/Library/Application Support/mobilesync/x", 1), enabling("ios_backups")),
+            MarrowTheme::highlight);
+}
+
+TEST(NodeTint, highlights_by_the_name_even_when_the_path_does_not_hold_it) {
+  const DiskNode root({"Parallels", "/", 1, true, FileKind::folder, std::nullopt});
+  EXPECT_EQ(tint(root, enabling("virtual_machines")), MarrowTheme::highlight);
+}
+
+TEST(NodeTint, takes_patterns_for_mere_parts_of_a_path) {
+  EXPECT_EQ(tint(folder("/Layouts", 1), enabling("build")), MarrowTheme::highlight);
+}
+
+TEST(NodeTint, makes_faint_what_no_enabled_filter_finds) {
+  const Color faint = tint(folder("/src", 1), enabling("videos"));
+  Color expected = NodeTint::base(folder("/src", 1));
+  EXPECT_EQ(expected.opacity, 1);
+  expected.opacity = 0.28;
+  EXPECT_EQ(faint, expected);
+}
+
+TEST(NodeTint, shows_no_growth_while_a_filter_is_enabled) {
+  EXPECT_EQ(tint(folder("/src", 1), enabling("videos"), {"/src"}),
+            NodeTint::base(folder("/src", 1)).atOpacity(0.28));
+  EXPECT_EQ(tint(folder("/x.mp4", 1), enabling("videos"), {"/x.mp4"}), MarrowTheme::highlight);
+}
+
+TEST(NodeTint, makes_faint_even_when_the_enabled_filter_has_no_pattern) {
+  const std::vector<BloatFilter> filters = {{"id", "Name", {}, "symbol", true, false}};
+  EXPECT_EQ(tint(folder("/src", 1), filters, {"/src"}).opacity, 0.28);
+}
+
+TEST(NodeTint, asks_only_enabled_filters) {
+  std::vector<BloatFilter> filters = BloatFilter::catalog();
+  for (BloatFilter& filter : filters) filter.skipScan = true;
+  EXPECT_EQ(tint(file("/a.mp4", 1, FileKind::video), filters), MarrowTheme::video);
+}
+
+TEST(NodeTint, has_no_effect_of_filters_and_growth_in_the_heat_map) {
+  const DiskNode node({"a.mp4", "/a.mp4", 1, false, FileKind::video, now - 10 * day});
+  EXPECT_EQ(NodeTint::color(node, enabling("videos"), {"/a.mp4"}, true, now), MarrowTheme::accent);
+}
+
+TEST(NodeTintByAge, changes_at_seven_thirty_and_a_hundred_and_eighty_days) {
+  EXPECT_EQ(byAge(now), MarrowTheme::success);
+  EXPECT_EQ(byAge(now - 7 * day + 1), MarrowTheme::success);
+  EXPECT_EQ(byAge(now - 7 * day), MarrowTheme::accent);
+  EXPECT_EQ(byAge(now - 30 * day + 1), MarrowTheme::accent);
+  EXPECT_EQ(byAge(now - 30 * day), MarrowTheme::warning);
+  EXPECT_EQ(byAge(now - 179.9 * day), MarrowTheme::warning);
+  EXPECT_EQ(byAge(now - 180 * day), MarrowTheme::other);
+  EXPECT_EQ(byAge(1), MarrowTheme::other);
+}
+
+TEST(NodeTintByAge, takes_the_future_for_new) {
+  EXPECT_EQ(byAge(now + 1000 * day), MarrowTheme::success);
+}
+
+TEST(NodeTintByAge, of_an_unknown_time_is_that_of_other) {
+  EXPECT_EQ(byAge(std::nullopt), MarrowTheme::other);
+  EXPECT_EQ(byAge(0), MarrowTheme::other);
+  EXPECT_EQ(byAge(-day), MarrowTheme::other);
+}
+
+TEST(NodeTintByAge, reads_the_clock_when_no_time_is_given) {
+  EXPECT_EQ(NodeTint::color(aged(NodeTint::presentTime() - 10 * day), {}, {}, true),
+            MarrowTheme::accent);
+  EXPECT_EQ(NodeTint::ageLabel(NodeTint::presentTime() - 10.5 * day), "10 days ago");
+}
+
+TEST(AgeLabel, says_when_there_is_no_date) {
+  EXPECT_EQ(NodeTint::ageLabel(std::nullopt, now), "Unknown date");
+  EXPECT_EQ(NodeTint::ageLabel(0, now), "Unknown date");
+  EXPECT_EQ(NodeTint::ageLabel(-1, now), "Unknown date");
+  EXPECT_EQ(NodeTint::ageLabel(std::numeric_limits<double>::quiet_NaN(), now), "Unknown date");
+}
+
+TEST(AgeLabel, counts_whole_days) {
+  EXPECT_EQ(NodeTint::ageLabel(now, now), "Today");
+  EXPECT_EQ(NodeTint::ageLabel(now - day + 1, now), "Today");
+  EXPECT_EQ(NodeTint::ageLabel(now - day, now), "1 day ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 2 * day + 1, now), "1 day ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 2 * day, now), "2 days ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 29 * day, now), "29 days ago");
+}
+
+TEST(AgeLabel, counts_months_of_thirty_days) {
+  EXPECT_EQ(NodeTint::ageLabel(now - 30 * day, now), "1 mo ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 59 * day, now), "1 mo ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 60 * day, now), "2 mo ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 359 * day, now), "11 mo ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 364 * day, now), "12 mo ago");
+}
+
+TEST(AgeLabel, counts_years_of_three_hundred_and_sixty_five_days) {
+  EXPECT_EQ(NodeTint::ageLabel(now - 365 * day, now), "1+ yr ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 729 * day, now), "1+ yr ago");
+  EXPECT_EQ(NodeTint::ageLabel(now - 730 * day, now), "2+ yr ago");
+}
+
+TEST(AgeLabel, says_today_for_the_future) {
+  EXPECT_EQ(NodeTint::ageLabel(now + 5, now), "Today");
+  EXPECT_EQ(NodeTint::ageLabel(now + 500 * day, now), "Today");
+  EXPECT_EQ(NodeTint::ageLabel(std::numeric_limits<double>::infinity(), now), "Today");
+}
+
+}  // namespace
+}  // namespace tessaly

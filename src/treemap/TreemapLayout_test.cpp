@@ -1,0 +1,385 @@
+#include "treemap/TreemapLayout.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <limits>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "treemap/SampleTrees_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing_trees::Dice;
+using testing_trees::file;
+using testing_trees::files;
+using testing_trees::folder;
+using testing_trees::randomFolder;
+
+DiskNode folderOf(const std::vector<std::int64_t>& sizes, const std::string& path = "/r") {
+  std::int64_t sum = 0;
+  for (const std::int64_t size : sizes) sum += size;
+  return folder(path, sum, files(sizes, path));
+}
+
+std::vector<TreemapRect> squarified(const std::vector<std::int64_t>& sizes, const Rect& rect) {
+  return TreemapLayout::squarify(files(sizes), rect);
+}
+
+// Rectangles to four decimals.
+void expectRects(const std::vector<TreemapRect>& actual, const std::vector<Rect>& expected) {
+  ASSERT_EQ(actual.size(), expected.size());
+  for (std::size_t k = 0; k < actual.size(); ++k) {
+    EXPECT_NEAR(actual[k].x, expected[k].x, 0.00005) << k;
+    EXPECT_NEAR(actual[k].y, expected[k].y, 0.00005) << k;
+    EXPECT_NEAR(actual[k].width, expected[k].width, 0.00005) << k;
+    EXPECT_NEAR(actual[k].height, expected[k].height, 0.00005) << k;
+  }
+}
+
+std::vector<std::string> names(const std::vector<TreemapRect>& tiles) {
+  std::vector<std::string> all;
+  for (const TreemapRect& tile : tiles) all.emplace_back(tile.node.name());
+  return all;
+}
+
+TEST(Squarify, places_three_in_a_wide_rectangle) {
+  expectRects(squarified({50, 30, 20}, {0, 0, 100, 60}),
+              {{0, 0, 50, 60}, {50, 0, 30, 60}, {80, 0, 20, 60}});
+}
+
+TEST(Squarify, lets_the_last_item_take_what_is_left_even_when_it_is_the_smallest) {
+  expectRects(squarified({40, 30, 20, 10}, {0, 0, 100, 100}),
+              {{0, 0, 70, 57.1429}, {0, 57.1429, 70, 42.8571}, {70, 0, 30, 20}, {70, 20, 30, 80}});
+}
+
+TEST(Squarify, places_seven) {
+  expectRects(squarified({6, 6, 4, 3, 2, 2, 1}, {0, 0, 600, 400}),
+              {{0, 0, 300, 200},
+               {0, 200, 300, 200},
+               {300, 0, 171.4286, 116.6667},
+               {471.4286, 0, 128.5714, 116.6667},
+               {300, 116.6667, 300, 113.3333},
+               {300, 230, 300, 113.3333},
+               {300, 343.3333, 300, 56.6667}});
+}
+
+TEST(Squarify, gives_a_single_item_everything) {
+  expectRects(squarified({7}, {3, 4, 20, 10}), {{3, 4, 20, 10}});
+}
+
+TEST(Squarify, keeps_the_order_given) {
+  EXPECT_EQ(names(squarified({1, 5, 3}, {0, 0, 90, 90})),
+            (std::vector<std::string>{"0", "1", "2"}));
+}
+
+TEST(Squarify, marks_its_rectangles_as_plain) {
+  for (const TreemapRect& tile : squarified({5, 3}, {0, 0, 90, 90})) {
+    EXPECT_EQ(tile.depth, 0);
+    EXPECT_FALSE(tile.nested);
+    EXPECT_EQ(tile.parentSize, 0);
+  }
+}
+
+TEST(Squarify, of_nothing_is_empty) {
+  EXPECT_TRUE(squarified({}, {0, 0, 90, 90}).empty());
+}
+
+TEST(Squarify, needs_a_width_and_a_height_above_one) {
+  EXPECT_TRUE(squarified({5}, {0, 0, 1, 90}).empty());
+  EXPECT_TRUE(squarified({5}, {0, 0, 90, 1}).empty());
+  EXPECT_TRUE(squarified({5}, {0, 0, -90, 90}).empty());
+  EXPECT_EQ(squarified({5}, {0, 0, 1.001, 1.001}).size(), 1U);
+}
+
+TEST(Squarify, leaves_out_items_without_a_size) {
+  EXPECT_EQ(names(squarified({0, 5, -2, 3, 0}, {0, 0, 90, 90})),
+            (std::vector<std::string>{"1", "3"}));
+}
+
+TEST(Squarify, stacks_items_at_the_edge_when_none_has_a_size) {
+  expectRects(squarified({0, 0}, {0, 0, 100, 60}), {{0, 0, 100, 0}, {0, 0, 100, 0}});
+  expectRects(squarified({-3, 0}, {0, 0, 60, 100}), {{0, 0, 0, 100}, {0, 0, 0, 100}});
+}
+
+TEST(Squarify, starts_a_square_at_its_left_edge) {
+  // Three equal items: the first two share the first strip.
+  expectRects(squarified({1, 1, 1}, {0, 0, 90, 90}),
+              {{0, 0, 60, 45}, {0, 45, 60, 45}, {60, 0, 30, 90}});
+}
+
+TEST(Squarify, starts_a_tall_rectangle_at_its_top_edge) {
+  expectRects(squarified({50, 30, 20}, {0, 0, 60, 100}),
+              {{0, 0, 60, 50}, {0, 50, 60, 30}, {0, 80, 60, 20}});
+}
+
+TEST(SquarifyDeathTest, refuses_sizes_whose_sum_overflows) {
+  constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  EXPECT_EQ(squarified({most - 1, 1}, {0, 0, 90, 90}).size(), 2U);
+  EXPECT_DEATH(squarified({most, 1}, {0, 0, 90, 90}), "overflow");
+}
+
+TEST(TreemapLayout, of_a_node_without_children_is_empty) {
+  EXPECT_TRUE(TreemapLayout::layout(folder("/r", 100), {0, 0, 400, 300}).empty());
+  EXPECT_TRUE(TreemapLayout::layout(file("/r", 100), {0, 0, 400, 300}).empty());
+  EXPECT_TRUE(TreemapLayout::layout(DiskNode(), {0, 0, 400, 300}).empty());
+}
+
+TEST(TreemapLayout, of_a_node_with_empty_children_only_is_empty) {
+  EXPECT_TRUE(TreemapLayout::layout(folderOf({0, 0, 0}), {0, 0, 400, 300}).empty());
+  EXPECT_TRUE(
+      TreemapLayout::layout(folder("/r", 9, files({-1, 0}, "/r")), {0, 0, 400, 300}).empty());
+}
+
+TEST(TreemapLayout, needs_fifteen_by_fifteen_for_a_tile) {
+  const DiskNode root = folderOf({10});
+  for (const double side : {0.0, 1.0, 2.0, 9.0, 9.5, 10.0, 13.0, 14.9}) {
+    EXPECT_TRUE(TreemapLayout::layout(root, {0, 0, side, side}).empty()) << side;
+    EXPECT_TRUE(TreemapLayout::layout(root, {0, 0, side, 400}).empty()) << side;
+    EXPECT_TRUE(TreemapLayout::layout(root, {0, 0, 400, side}).empty()) << side;
+  }
+  expectRects(TreemapLayout::layout(root, {0, 0, 15, 15}), {{5, 5, 5, 5}});
+}
+
+TEST(TreemapLayout, keeps_to_the_place_of_its_rectangle) {
+  expectRects(TreemapLayout::layout(folderOf({10}), {100, 200, 60, 50}), {{105, 205, 50, 40}});
+}
+
+TEST(TreemapLayout, leaves_gaps_of_two_between_neighbours) {
+  // Inside the inset of four: 100 by 60.
+  expectRects(TreemapLayout::layout(folderOf({50, 30, 20}), {0, 0, 108, 68}),
+              {{5, 5, 48, 58}, {55, 5, 28, 58}, {85, 5, 18, 58}});
+}
+
+TEST(TreemapLayout, sorts_the_largest_first_and_equals_in_stored_order) {
+  EXPECT_EQ(names(TreemapLayout::layout(folderOf({5, 9, 5, 20, 5, 9}), {0, 0, 400, 300})),
+            (std::vector<std::string>{"3", "1", "5", "0", "2", "4"}));
+}
+
+TEST(TreemapLayout, shows_at_most_the_hundred_largest_of_a_folder) {
+  std::vector<std::int64_t> sizes;
+  for (int k = 0; k < 101; ++k) sizes.push_back(1000 + k);
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000});
+  ASSERT_EQ(tiles.size(), 100U);
+  EXPECT_EQ(tiles.front().node.size(), 1100);
+  EXPECT_EQ(tiles.back().node.size(), 1001);
+}
+
+TEST(TreemapLayout, drops_the_last_stored_of_a_hundred_and_one_equals) {
+  const std::vector<TreemapRect> tiles =
+      TreemapLayout::layout(folderOf(std::vector<std::int64_t>(101, 1000)), {0, 0, 2000, 2000});
+  ASSERT_EQ(tiles.size(), 100U);
+  for (std::size_t k = 0; k < tiles.size(); ++k) {
+    EXPECT_EQ(tiles[k].node.name(), std::to_string(k));
+  }
+}
+
+TEST(TreemapLayout, keeps_a_late_large_child_and_drops_the_last_stored_of_the_smallest) {
+  std::vector<std::int64_t> sizes(100, 1000);
+  sizes.push_back(5000);
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000});
+  ASSERT_EQ(tiles.size(), 100U);
+  EXPECT_EQ(tiles[0].node.name(), "100");
+  EXPECT_EQ(tiles[1].node.name(), "0");
+  EXPECT_EQ(tiles[99].node.name(), "98");
+}
+
+TEST(TreemapLayout, cuts_to_a_hundred_only_after_leaving_out_empty_children) {
+  std::vector<std::int64_t> sizes(200, 0);
+  for (std::size_t k = 0; k < sizes.size(); k += 2) sizes[k] = 1000;
+  EXPECT_EQ(TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000}).size(), 100U);
+}
+
+TEST(TreemapLayout, shows_a_twentieth_of_a_percent_at_the_top_level_alone) {
+  const Rect rect = {0, 0, 20'000, 20'000};
+  const DiskNode inside = folder("/r/d", 10'000, files({9995, 5}, "/r/d"));
+  EXPECT_EQ(TreemapLayout::layout(inside, rect).size(), 2U);
+
+  const DiskNode root = folder("/r", 10'000, {inside});
+  EXPECT_EQ(names(TreemapLayout::layout(root, rect)), (std::vector<std::string>{"d", "0"}));
+}
+
+TEST(TreemapLayout, shows_a_thousandth_of_its_parent_at_any_level) {
+  const DiskNode root = folder("/r", 1000, {folder("/r/d", 1000, files({999, 1}, "/r/d"))});
+  EXPECT_EQ(names(TreemapLayout::layout(root, {0, 0, 20'000, 20'000})),
+            (std::vector<std::string>{"d", "0", "1"}));
+}
+
+TEST(TreemapLayout, measures_shares_against_the_stored_size_of_the_parent) {
+  // The folder weighs much more than its named children: the smaller one falls below a thousandth.
+  const DiskNode root =
+      folder("/r", 1'000'000, {folder("/r/d", 1'000'000, files({2000, 900}, "/r/d"))});
+  EXPECT_EQ(names(TreemapLayout::layout(root, {0, 0, 20'000, 20'000})),
+            (std::vector<std::string>{"d", "0"}));
+}
+
+TEST(TreemapLayout, carries_the_stored_size_of_the_parent_even_when_it_is_zero) {
+  const DiskNode root = folder("/r", 0, {folder("/r/d", 70, files({30, 20}, "/r/d"))});
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
+  ASSERT_EQ(tiles.size(), 3U);
+  EXPECT_EQ(tiles[0].parentSize, 0);
+  EXPECT_EQ(tiles[1].parentSize, 70);
+  EXPECT_EQ(tiles[2].parentSize, 70);
+}
+
+TEST(TreemapLayout, opens_a_folder_under_a_header_band) {
+  const DiskNode root = folder("/r", 50, {folder("/r/d", 50, files({50}, "/r/d"))});
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 210, 160});
+  expectRects(tiles, {{5, 5, 200, 150}, {8, 26, 194, 126}});
+  EXPECT_TRUE(tiles[0].nested);
+  EXPECT_EQ(tiles[0].depth, 0);
+  EXPECT_FALSE(tiles[1].nested);
+  EXPECT_EQ(tiles[1].depth, 1);
+}
+
+// A folder in a folder in a folder, five deep, each the only child, with a file at the end.
+DiskNode nestOfFolders() {
+  DiskNode node = file("/r/a/b/c/d/e/f", 100);
+  for (const char* path : {"/r/a/b/c/d/e", "/r/a/b/c/d", "/r/a/b/c", "/r/a/b", "/r/a", "/r"}) {
+    node = folder(path, 100, {node});
+  }
+  return node;
+}
+
+TEST(TreemapLayout, opens_a_folder_of_fifty_six_by_forty_four_at_depth_two) {
+  const DiskNode root = nestOfFolders();
+  // At depth 2 a tile is 22 narrower and 58 lower than the canvas.
+  const std::vector<TreemapRect> opened = TreemapLayout::layout(root, {0, 0, 78, 102});
+  expectRects(opened, {{5, 5, 68, 92}, {8, 26, 62, 68}, {11, 47, 56, 44}, {14, 68, 50, 20}});
+  EXPECT_TRUE(opened[2].nested);
+  EXPECT_EQ(opened[2].depth, 2);
+  EXPECT_FALSE(opened[3].nested);
+}
+
+TEST(TreemapLayout, keeps_a_slightly_smaller_folder_shut) {
+  const DiskNode root = nestOfFolders();
+  for (const Rect& rect : {Rect{0, 0, 77.9, 102}, Rect{0, 0, 78, 101.9}}) {
+    const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, rect);
+    ASSERT_EQ(tiles.size(), 3U);
+    EXPECT_FALSE(tiles[2].nested);
+  }
+}
+
+TEST(TreemapLayout, never_opens_a_folder_at_depth_three) {
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(nestOfFolders(), {0, 0, 4000, 3000});
+  ASSERT_EQ(tiles.size(), 4U);
+  EXPECT_EQ(tiles[3].depth, 3);
+  EXPECT_GT(tiles[3].width, 3000);
+  EXPECT_FALSE(tiles[3].nested);
+}
+
+TEST(TreemapLayout, opens_neither_empty_folders_nor_files) {
+  const DiskNode odd({"odd", "/r/odd", 40, false, FileKind::app, std::nullopt},
+                     files({40}, "/r/odd"));
+  const DiskNode root = folder("/r", 100, {folder("/r/empty", 60), odd});
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
+  ASSERT_EQ(tiles.size(), 2U);
+  EXPECT_FALSE(tiles[0].nested);
+  EXPECT_FALSE(tiles[1].nested);
+}
+
+TEST(TreemapLayout, marks_a_folder_as_opened_even_when_nothing_in_it_shows) {
+  const DiskNode root = folder("/r", 60, {folder("/r/d", 60, files({0, 0}, "/r/d"))});
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
+  ASSERT_EQ(tiles.size(), 1U);
+  EXPECT_TRUE(tiles[0].nested);
+}
+
+TEST(TreemapLayout, drops_a_tile_below_five_points_and_goes_on_with_the_next) {
+  // The strip of the two equal small ones is too narrow for the gap; the rest is not.
+  const DiskNode root = folderOf({985, 10, 5});
+  const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 408, 308});
+  ASSERT_FALSE(tiles.empty());
+  EXPECT_EQ(tiles.size(), 1U);
+  EXPECT_EQ(tiles[0].node.name(), "0");
+
+  // Here the last tile, which takes all that is left, is the one that shows.
+  const std::vector<TreemapRect> rest =
+      TreemapLayout::layout(folderOf({40, 30, 20, 2}), {0, 0, 58, 58});
+  EXPECT_EQ(names(rest), (std::vector<std::string>{"0", "1", "2", "3"}));
+}
+
+TEST(TreemapLayout, never_makes_more_than_five_hundred_tiles) {
+  std::vector<DiskNode> folders;
+  for (int k = 0; k < 10; ++k) {
+    const std::string path = "/r/d" + std::to_string(k);
+    folders.push_back(folder(path, 100'000, files(std::vector<std::int64_t>(100, 1000), path)));
+  }
+  const std::vector<TreemapRect> tiles =
+      TreemapLayout::layout(folder("/r", 1'000'000, folders), {0, 0, 4000, 4000});
+  ASSERT_EQ(tiles.size(), 500U);
+  // Four folders with all they hold, and the fifth cut off in the middle.
+  EXPECT_EQ(tiles[404].node.path(), "/r/d4");
+  EXPECT_TRUE(tiles[404].nested);
+  EXPECT_EQ(tiles[499].node.path(), "/r/d4/94");
+}
+
+TEST(TreemapLayout, tells_how_tiles_stand_in_each_other) {
+  Dice dice(4711);
+  std::size_t nestedTiles = 0;
+  for (int round = 0; round < 400; ++round) {
+    SCOPED_TRACE("round " + std::to_string(round));
+    const DiskNode root = randomFolder(dice, "/r", 4, 40);
+    const Rect rect = {dice.fraction() * 20, 0, 20 + dice.fraction() * 2000,
+                       20 + dice.fraction() * 1500};
+    const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, rect);
+    ASSERT_LE(tiles.size(), 500U);
+    ASSERT_EQ(tiles, TreemapLayout::layout(root, rect));
+
+    std::set<std::string> paths;
+    std::vector<const TreemapRect*> open;  // the tiles that the present one may stand in
+    for (const TreemapRect& tile : tiles) {
+      ASSERT_TRUE(paths.insert(tile.node.path()).second) << "a path twice";
+      ASSERT_GE(tile.width, 5);
+      ASSERT_GE(tile.height, 5);
+      ASSERT_GE(tile.depth, 0);
+      ASSERT_LE(tile.depth, 3);
+      ASSERT_LE(static_cast<std::size_t>(tile.depth), open.size()) << "no parent before it";
+      open.resize(static_cast<std::size_t>(tile.depth));
+
+      Rect outer = {rect.x + 5, rect.y + 5, rect.width - 10, rect.height - 10};
+      std::string parent = "/r";
+      if (!open.empty()) {
+        ASSERT_TRUE(open.back()->nested);
+        outer = {open.back()->x + 3, open.back()->y + 21, open.back()->width - 6,
+                 open.back()->height - 24};
+        parent = open.back()->node.path();
+        ASSERT_EQ(tile.parentSize, open.back()->node.size());
+        ++nestedTiles;
+      } else {
+        ASSERT_EQ(tile.parentSize, root.size());
+      }
+      ASSERT_EQ(tile.node.path(), parent + "/" + std::string(tile.node.name()));
+      constexpr double rounding = 1e-6;
+      ASSERT_GE(tile.x, outer.x - rounding);
+      ASSERT_GE(tile.y, outer.y - rounding);
+      ASSERT_LE(tile.x + tile.width, outer.x + outer.width + rounding);
+      ASSERT_LE(tile.y + tile.height, outer.y + outer.height + rounding);
+      open.push_back(&tile);
+    }
+  }
+  EXPECT_GT(nestedTiles, 3000U);
+}
+
+TEST(TreemapLayout, keeps_siblings_two_points_apart) {
+  Dice dice(8);
+  for (int round = 0; round < 100; ++round) {
+    SCOPED_TRACE("round " + std::to_string(round));
+    const std::vector<TreemapRect> tiles =
+        TreemapLayout::layout(randomFolder(dice, "/r", 0, 40), {0, 0, 900, 700});
+    for (const TreemapRect& a : tiles) {
+      const Rect wide = {a.x - 0.9999, a.y - 0.9999, a.width + 1.9998, a.height + 1.9998};
+      for (const TreemapRect& b : tiles) {
+        if (&a == &b) continue;
+        const Rect other = {b.x - 0.9999, b.y - 0.9999, b.width + 1.9998, b.height + 1.9998};
+        ASSERT_FALSE(overlap(wide, other)) << a.node.name() << " and " << b.node.name();
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tessaly

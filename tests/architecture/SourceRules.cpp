@@ -1,0 +1,209 @@
+#include "architecture/SourceRules.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <regex>
+#include <string_view>
+
+namespace tessaly::architecture {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 9> rooms = {
+    "platform", "look", "scan", "treemap", "system", "reclaim", "assistants", "session", "app"};
+
+// The headers of QtCore, and of QtTest for tests, that session may name without their module.
+// A bare name does not tell its module, so what is not listed here is taken for something else.
+constexpr std::array<std::string_view, 46> coreHeaders = {"QAbstractItemModel",
+                                                          "QAbstractListModel",
+                                                          "QByteArray",
+                                                          "QByteArrayView",
+                                                          "QChar",
+                                                          "QCoreApplication",
+                                                          "QDateTime",
+                                                          "QDebug",
+                                                          "QDir",
+                                                          "QElapsedTimer",
+                                                          "QEvent",
+                                                          "QEventLoop",
+                                                          "QFile",
+                                                          "QFileInfo",
+                                                          "QFlags",
+                                                          "QHash",
+                                                          "QHashFunctions",
+                                                          "QJsonDocument",
+                                                          "QLatin1StringView",
+                                                          "QList",
+                                                          "QLocale",
+                                                          "QMap",
+                                                          "QMetaEnum",
+                                                          "QMetaObject",
+                                                          "QMetaType",
+                                                          "QModelIndex",
+                                                          "QMutex",
+                                                          "QObject",
+                                                          "QPointer",
+                                                          "QProperty",
+                                                          "QSaveFile",
+                                                          "QScopeGuard",
+                                                          "QSet",
+                                                          "QSignalSpy",
+                                                          "QString",
+                                                          "QStringList",
+                                                          "QStringView",
+                                                          "QTemporaryDir",
+                                                          "QTest",
+                                                          "QThread",
+                                                          "QTimer",
+                                                          "QUrl",
+                                                          "QVariant",
+                                                          "QVariantList",
+                                                          "QVariantMap",
+                                                          "QtGlobal"};
+
+struct Line {
+  std::string file;  // relative to the folder that was asked about, with "/"
+  int number = 0;
+  std::string text;
+
+  std::string complaint(const std::string& what) const {
+    return file + ":" + std::to_string(number) + ": " + what;
+  }
+};
+
+bool isSource(const fs::path& path) {
+  constexpr std::array<std::string_view, 6> endings = {".h", ".cpp", ".mm", ".qml", ".js", ".in"};
+  return std::find(endings.begin(), endings.end(), path.extension().string()) != endings.end();
+}
+
+void forEachLine(const fs::path& folder, const std::function<void(const Line&)>& visit) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file() && isSource(entry.path())) {
+      files.push_back(entry.path());
+    }
+  }
+  std::sort(files.begin(), files.end());
+  for (const fs::path& file : files) {
+    std::ifstream stream(file);
+    Line line{.file = fs::relative(file, folder).generic_string(), .number = 0, .text = {}};
+    while (std::getline(stream, line.text)) {
+      ++line.number;
+      visit(line);
+    }
+  }
+}
+
+std::optional<int> rank(std::string_view room) {
+  const auto place = std::find(rooms.begin(), rooms.end(), room);
+  return place == rooms.end() ? std::nullopt
+                              : std::optional(static_cast<int>(place - rooms.begin()));
+}
+
+std::string_view firstComponent(std::string_view path) {
+  return path.substr(0, path.find('/'));
+}
+
+bool isTest(std::string_view file) {
+  return file.find("_test.") != std::string_view::npos;
+}
+
+bool isMain(std::string_view file) {
+  return file.starts_with("app/main");
+}
+
+std::optional<std::string> quotedComplaint(std::string_view file, std::string_view included) {
+  const std::string_view room = firstComponent(file);
+  const std::string_view other = firstComponent(included);
+  if (!rank(other)) {
+    const bool generated = included.ends_with(".moc");
+    const bool fixture = isTest(file) && other == "support";
+    return generated || fixture
+               ? std::nullopt
+               : std::optional("\"" + std::string(included) + "\" is not named by its room");
+  }
+  if (*rank(other) > *rank(room)) {
+    return std::string(room) + " includes " + std::string(other) + ": the arrow runs back";
+  }
+  const bool oneSystem =
+      included.starts_with("platform/linux/") || included.starts_with("platform/macos/");
+  if (oneSystem && room != "platform" && !isMain(file)) {
+    return "only platform and app/main may name an implementation for one system";
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> angledComplaint(std::string_view file, const std::string& included) {
+  static const std::regex anyQt("(Qt[A-Za-z0-9]*/.*)|(Q[A-Za-z0-9]+)|(qt?[a-z0-9_]+\\.h)");
+  if (!std::regex_match(included, anyQt) || included == "queue") {
+    return std::nullopt;
+  }
+  const std::string_view room = firstComponent(file);
+  if (*rank(room) < *rank("session")) {
+    return "<" + included + ">: " + std::string(room) + " is built without Qt";
+  }
+  const bool core =
+      included.starts_with("QtCore/") || (isTest(file) && included.starts_with("QtTest/")) ||
+      std::find(coreHeaders.begin(), coreHeaders.end(), included) != coreHeaders.end();
+  if (room == "session" && !core) {
+    return "<" + included + "> is not known to be a header of QtCore, which is all session has";
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<std::string> forbiddenIncludes(const fs::path& src) {
+  static const std::regex include("\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"].*");
+  std::vector<std::string> complaints;
+  forEachLine(src, [&complaints](const Line& line) {
+    std::smatch match;
+    if (!std::regex_match(line.text, match, include)) {
+      return;
+    }
+    if (!rank(firstComponent(line.file))) {
+      complaints.push_back(line.complaint("not in a room that is known"));
+      return;
+    }
+    const auto complaint = match[1] == "\"" ? quotedComplaint(line.file, match[2].str())
+                                            : angledComplaint(line.file, match[2].str());
+    if (complaint) {
+      complaints.push_back(line.complaint(*complaint));
+    }
+  });
+  return complaints;
+}
+
+std::vector<std::string> forbiddenThreads(const fs::path& src) {
+  static const std::regex hop(
+      "std::(j?thread\\b(?!::)|async\\b)|\\bmoveToThread\\b|\\binvokeMethod\\b|\\bQThread::"
+      "create\\b|"
+      "\\bQtConcurrent\\b");
+  // The main queue as Qt answers it: the one seam of platform/ that has to hop by Qt's own means.
+  constexpr std::string_view mainQueue = "app/desktop/MainQueue.cpp";
+  std::vector<std::string> complaints;
+  forEachLine(src, [&complaints](const Line& line) {
+    if (line.file.starts_with("platform/") || line.file == mainQueue || isTest(line.file) ||
+        !std::regex_search(line.text.substr(0, line.text.find("//")), hop)) {
+      return;
+    }
+    complaints.push_back(line.complaint("hops between threads go through platform/Dispatch.h"));
+  });
+  return complaints;
+}
+
+std::vector<std::string> overlongFiles(const fs::path& folder, int limit) {
+  std::vector<std::string> complaints;
+  forEachLine(folder, [&complaints, limit](const Line& line) {
+    if (line.number == limit + 1) {
+      complaints.push_back(line.complaint("more than " + std::to_string(limit) + " lines"));
+    }
+  });
+  return complaints;
+}
+
+}  // namespace tessaly::architecture

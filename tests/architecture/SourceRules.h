@@ -1,0 +1,23 @@
+// The rules that keep the rooms of src/ apart, checked against the text of the sources.
+//
+// Rooms in the order of the arrows: app, session, assistants, reclaim, system, treemap, scan, look,
+// platform. A room may include itself and what stands to its right.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tessaly::architecture {
+
+// Includes against the arrows, of Qt where there is no Qt, of one system's implementation outside
+// platform/, or of a file of src/ that is not named by its room. One line each, "file:line: what".
+std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
+
+// Threads and hops between threads made anywhere but in the rooms that own them.
+std::vector<std::string> forbiddenThreads(const std::filesystem::path& src);
+
+// Source files below `folder` with more than `limit` lines.
+std::vector<std::string> overlongFiles(const std::filesystem::path& folder, int limit);
+
+}  // namespace tessaly::architecture

@@ -1,0 +1,123 @@
+#include "architecture/SourceRules.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace tessaly::architecture {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A source tree to plant violations in.
+class PlantedSources : public testing::Test {
+ protected:
+  PlantedSources() {
+    std::string pattern = (fs::temp_directory_path() / "tessaly-rules-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) {
+      std::abort();
+    }
+    src_ = pattern;
+  }
+  ~PlantedSources() override { fs::remove_all(src_); }
+
+  void plant(const std::string& file, const std::string& text) {
+    fs::create_directories((src_ / file).parent_path());
+    std::ofstream(src_ / file) << text;
+  }
+
+  fs::path src_;
+};
+
+TEST_F(PlantedSources, include_with_the_arrow_is_allowed) {
+  plant("scan/A.cpp", "#include \"scan/A.h\"\n#include \"platform/Places.h\"\n#include <queue>\n");
+  plant("app/B.cpp", "#include <QQuickItem>\n#include \"session/ScanSession.h\"\n");
+  EXPECT_THAT(forbiddenIncludes(src_), IsEmpty());
+}
+
+TEST_F(PlantedSources, include_against_the_arrow_is_found) {
+  plant("scan/A.cpp", "\n#include \"treemap/TreemapLayout.h\"\n");
+  plant("reclaim/B.h", "#  include \"assistants/Brief.h\"\n");
+  EXPECT_THAT(forbiddenIncludes(src_),
+              ElementsAre("reclaim/B.h:1: reclaim includes assistants: the arrow runs back",
+                          "scan/A.cpp:2: scan includes treemap: the arrow runs back"));
+}
+
+TEST_F(PlantedSources, qt_is_found_in_a_room_without_it) {
+  plant("platform/linux/A.cpp", "#include <QString>\n");
+  plant("treemap/B.h", "#include <QtCore/QObject>\n");
+  plant("scan/C.cpp", "#include <qstring.h>\n");
+  EXPECT_THAT(forbiddenIncludes(src_),
+              ElementsAre("platform/linux/A.cpp:1: <QString>: platform is built without Qt",
+                          "scan/C.cpp:1: <qstring.h>: scan is built without Qt",
+                          "treemap/B.h:1: <QtCore/QObject>: treemap is built without Qt"));
+}
+
+TEST_F(PlantedSources, session_has_qt_core_alone) {
+  plant("session/A.h", "#include <QObject>\n#include <QtCore/QMimeData>\n");
+  plant("session/B.h", "#include <QColor>\n#include <QtGui/QImage>\n");
+  plant("session/B_test.cpp", "#include <QtTest/QSignalSpy>\n#include \"support/TempTree.h\"\n");
+  EXPECT_THAT(
+      forbiddenIncludes(src_),
+      ElementsAre(
+          "session/B.h:1: <QColor> is not known to be a header of QtCore, which is all session has",
+          "session/B.h:2: <QtGui/QImage> is not known to be a header of QtCore, which is all "
+          "session has"));
+}
+
+TEST_F(PlantedSources, implementation_for_one_system_is_named_only_by_platform_and_main) {
+  plant("app/main.cpp", "#include \"platform/linux/Trash.h\"\n");
+  plant("platform/linux/A.cpp", "#include \"platform/linux/Trash.h\"\n");
+  plant("scan/A.cpp", "#include \"platform/linux/Trash.h\"\n");
+  EXPECT_THAT(forbiddenIncludes(src_),
+              ElementsAre("scan/A.cpp:1: only platform and app/main may name an implementation for "
+                          "one system"));
+}
+
+TEST_F(PlantedSources, include_without_a_room_is_found) {
+  plant("scan/A.cpp", "#include \"DiskNode.h\"\n#include \"support/TempTree.h\"\n");
+  plant("utils/B.cpp", "#include <string>\n");
+  EXPECT_THAT(forbiddenIncludes(src_),
+              ElementsAre("scan/A.cpp:1: \"DiskNode.h\" is not named by its room",
+                          "scan/A.cpp:2: \"support/TempTree.h\" is not named by its room",
+                          "utils/B.cpp:1: not in a room that is known"));
+}
+
+TEST_F(PlantedSources, thread_outside_platform_is_found) {
+  plant("platform/A.cpp", "std::thread worker;\n");
+  plant("scan/A.cpp", "auto n = std::thread::hardware_concurrency();  // std::thread\n");
+  plant("scan/B.cpp", "std::jthread worker;\n");
+  plant("app/C.cpp", "QMetaObject::invokeMethod(this, f);\n");
+  EXPECT_THAT(forbiddenThreads(src_),
+              ElementsAre("app/C.cpp:1: hops between threads go through platform/Dispatch.h",
+                          "scan/B.cpp:1: hops between threads go through platform/Dispatch.h"));
+}
+
+TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
+  plant("scan/Short.cpp", "1\n2\n3\n");
+  plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
+  EXPECT_THAT(overlongFiles(src_, 3), ElementsAre("scan/Long.cpp:4: more than 3 lines"));
+}
+
+const fs::path project = TESSALY_PROJECT_FOLDER;
+
+TEST(Sources, include_only_along_the_arrows) {
+  EXPECT_THAT(forbiddenIncludes(project / "src"), IsEmpty());
+}
+
+TEST(Sources, hop_between_threads_only_through_dispatch) {
+  EXPECT_THAT(forbiddenThreads(project / "src"), IsEmpty());
+}
+
+TEST(Sources, stay_below_six_hundred_lines_a_file) {
+  for (const char* folder : {"src", "tests", "bench"}) {
+    EXPECT_THAT(overlongFiles(project / folder, 600), IsEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace tessaly::architecture

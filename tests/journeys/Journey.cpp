@@ -1,0 +1,83 @@
+#include "journeys/Journey.h"
+
+#include <QTest>
+
+#include "journeys/WindowItems.h"
+#include "treemap/TreemapLayout.h"
+
+namespace tessaly {
+
+Journey::Journey(std::string_view tree)
+    : tree_(tree),
+      application_({.dispatch = &dispatch_,
+                    .folderPanel = &folderPanel_,
+                    .workspace = &workspace_,
+                    .homeDirectory = tree_.path()}) {
+  window().show();
+  settle(window());
+}
+
+QQuickItem* Journey::item(const QString& name) {
+  settle(window());
+  QQuickItem* found = itemNamed(window(), name);
+  EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+  return found;
+}
+
+bool Journey::shows(const QString& name) {
+  settle(window());
+  return !itemsNamed(window().contentItem(), name).empty();
+}
+
+QString Journey::text(const QString& name) {
+  QQuickItem* found = item(name);
+  return found != nullptr ? found->property("text").toString() : QString();
+}
+
+QPoint Journey::tilePoint(std::string_view below) {
+  QQuickItem* canvas = item("canvas");
+  const auto current = session().current();
+  if (canvas == nullptr || !current) return {};
+  const std::string path = tree_.at(below);
+  for (const TreemapRect& rect :
+       TreemapLayout::layout(*current, {0, 0, canvas->width(), canvas->height()})) {
+    if (rect.node.path() != path) continue;
+    const double down = rect.nested ? 10 : rect.height / 2;
+    return canvas->mapToScene(QPointF(rect.x + rect.width / 2, rect.y + down)).toPoint();
+  }
+  ADD_FAILURE() << "no tile for " << path;
+  return {};
+}
+
+void Journey::click(const QString& name) {
+  if (QQuickItem* found = item(name)) clickAt(middleOf(found));
+}
+
+void Journey::clickAt(QPoint point) {
+  QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, point);
+  settle(window());
+}
+
+void Journey::hoverAt(QPoint point) {
+  QTest::mouseMove(&window(), point);
+  settle(window());
+}
+
+void Journey::press(Qt::Key key) {
+  QTest::keyClick(&window(), key);
+  settle(window());
+}
+
+void Journey::walk() { ASSERT_TRUE(dispatch_.step(Dispatch::Queue::userInitiated)); }
+
+void Journey::comeHome() {
+  dispatch_.drain(Dispatch::Queue::main);
+  settle(window());
+}
+
+void Journey::finishScan() {
+  walk();
+  comeHome();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,53 @@
+// The real window over a folder made for the test, with every queue stepped by hand: the walk runs
+// when the journey says so, and what it reports arrives when the journey says so.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QQuickItem>
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "app/Application.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+
+class Journey : public testing::Test {
+ protected:
+  explicit Journey(std::string_view tree);
+
+  ScanSession& session() { return application_.session(); }
+  QQuickWindow& window() { return application_.window(); }
+
+  // What is shown under this object name; a failure and null when there is no such thing.
+  QQuickItem* item(const QString& name);
+  bool shows(const QString& name);
+  QString text(const QString& name);
+
+  // The tile of the item at `below` under the root, as a point of the window where nothing lies
+  // over the tile: in its header if it has tiles inside.
+  QPoint tilePoint(std::string_view below);
+
+  void click(const QString& name);
+  void clickAt(QPoint point);
+  void hoverAt(QPoint point);
+  void press(Qt::Key key);
+
+  // Runs the walk that waits, and then brings home what it has to say.
+  void walk();
+  void comeHome();
+  void finishScan();
+
+  TempTree tree_;
+  HandSteppedDispatch dispatch_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  Application application_;
+};
+
+}  // namespace tessaly

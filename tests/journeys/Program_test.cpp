@@ -1,0 +1,246 @@
+// The built program itself, on an X server of its own, over a home folder made for the test. What
+// it puts on the screen is compared, pixel by pixel, with where the layout says that the tiles are.
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <algorithm>
+
+#include "app/Application.h"
+#include "journeys/WindowItems.h"
+#include "journeys/XServer.h"
+#include "look/MarrowTheme.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+#include "support/TempTree.h"
+#include "treemap/NodeTint.h"
+#include "treemap/TreemapLayout.h"
+
+namespace tessaly {
+namespace {
+
+const QSize screenSize(1280, 820);  // that of the window, which the server puts at its corner
+
+// A window without a screen over the same folder, to learn where things stand in it.
+class Twin {
+ public:
+  explicit Twin(const std::string& home)
+      : application_({.dispatch = &dispatch_,
+                      .folderPanel = &folderPanel_,
+                      .workspace = &workspace_,
+                      .homeDirectory = home}) {
+    application_.window().show();
+    settle(application_.window());
+  }
+
+  QPoint middleOf(const QString& name) {
+    return tessaly::middleOf(itemNamed(application_.window(), name));
+  }
+
+  void scan() {
+    application_.session().scanHome();
+    dispatch_.drainAll();
+    settle(application_.window());
+  }
+
+  void drillInto(const DiskNode& node) {
+    application_.session().open(node);
+    settle(application_.window());
+  }
+
+  // The tiles on the map, in the window.
+  std::vector<TreemapRect> tiles() {
+    QQuickItem* canvas = itemNamed(application_.window(), QStringLiteral("canvas"));
+    const QPointF corner = canvas->mapToScene(QPointF(0, 0));
+    auto rects = TreemapLayout::layout(*application_.session().current(),
+                                       {0, 0, canvas->width(), canvas->height()});
+    for (auto& rect : rects) {
+      rect.x += corner.x();
+      rect.y += corner.y();
+    }
+    return rects;
+  }
+
+ private:
+  HandSteppedDispatch dispatch_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  Application application_;
+};
+
+QProcessEnvironment environmentFor(const XServer& server, const std::string& home) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const auto* name : {"QT_QPA_PLATFORM", "QT_QUICK_BACKEND", "QSG_RHI_BACKEND",
+                           "QT_SCALE_FACTOR", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE"})
+    environment.remove(QString::fromLatin1(name));
+  environment.insert(QStringLiteral("DISPLAY"), server.display());
+  environment.insert(QStringLiteral("HOME"), QString::fromStdString(home));
+  // No bus is needed, and none of the user's is to be touched.
+  environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/none"));
+  return environment;
+}
+
+class Program {
+ public:
+  Program(const XServer& server, const std::string& home) {
+    process_.setProcessEnvironment(environmentFor(server, home));
+    process_.setProcessChannelMode(QProcess::ForwardedChannels);
+    process_.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+    EXPECT_TRUE(process_.waitForStarted());
+  }
+  ~Program() {
+    process_.kill();
+    process_.waitForFinished();
+  }
+  bool isRunning() const { return process_.state() == QProcess::Running; }
+
+ private:
+  QProcess process_;
+};
+
+int distance(QRgb a, QRgb b) {
+  return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                   std::abs(qBlue(a) - qBlue(b))});
+}
+
+QRgb over(const Color& below, const Color& above, double opacity) {
+  const auto mix = [opacity](int under, int upper) {
+    return qRound(under * (1 - opacity) + upper * opacity);
+  };
+  return qRgb(mix(below.red, above.red), mix(below.green, above.green),
+              mix(below.blue, above.blue));
+}
+
+QRgb background() { return over(MarrowTheme::bg, MarrowTheme::bg, 1); }
+
+// Whether `pixel` is the fill of a tile of colour `tint` on the bare canvas, at any place of its
+// gradient from opacity 0.92 to 0.7.
+bool isFillOf(QRgb pixel, const Color& tint) {
+  const QRgb strong = over(MarrowTheme::bg, tint, 0.92);
+  const QRgb faint = over(MarrowTheme::bg, tint, 0.7);
+  const auto within = [](int value, int a, int b) {
+    return value >= std::min(a, b) - 3 && value <= std::max(a, b) + 3;
+  };
+  return within(qRed(pixel), qRed(strong), qRed(faint)) &&
+         within(qGreen(pixel), qGreen(strong), qGreen(faint)) &&
+         within(qBlue(pixel), qBlue(strong), qBlue(faint));
+}
+
+QRgb at(const QImage& screen, double x, double y) {
+  return screen.pixel(static_cast<int>(x), static_cast<int>(y));
+}
+
+// What is wrong with how a tile without tiles inside stands on the screen; empty when nothing is.
+// Looked at below the middle, where there is neither label nor sheen.
+std::string wrongAbout(const QImage& screen, const TreemapRect& rect) {
+  const Color tint = NodeTint::color(rect.node, BloatFilter::catalog(), {}, false);
+  const double middle = rect.x + rect.width / 2;
+  const double low = rect.y + rect.height * 0.75;
+  const double right = rect.x + rect.width;
+  const double bottom = rect.y + rect.height;
+  // Three points inside an edge it is fill; one point beyond it, in the gap, it is background.
+  if (!isFillOf(at(screen, middle, low), tint)) return "middle";
+  if (!isFillOf(at(screen, rect.x + 3, low), tint)) return "inside the left edge";
+  if (!isFillOf(at(screen, right - 3, low), tint)) return "inside the right edge";
+  if (!isFillOf(at(screen, middle, bottom - 3), tint)) return "inside the bottom edge";
+  if (distance(at(screen, rect.x - 1, low), background()) > 40) return "left of it";
+  if (distance(at(screen, right + 0.5, low), background()) > 40) return "right of it";
+  if (distance(at(screen, middle, bottom + 0.5), background()) > 40) return "below it";
+  if (distance(at(screen, middle, rect.y - 1), background()) > 40) return "above it";
+  return "";
+}
+
+class ProgramTest : public testing::Test {
+ protected:
+  ProgramTest()
+      : home_(
+            "Films/\n"
+            "  long.mp4 40M\n"
+            "  short.mp4 20M\n"
+            "disk.iso 30M\n"
+            "backup.zip 20M\n"
+            "paper.pdf 10M\n"
+            "photo.jpg 5M\n"
+            "song.bin 5M\n"),
+        twin_(home_.path()),
+        server_(screenSize) {}
+
+  bool showsIdleScreen() {
+    // The middle of the primary button is its label; its left part is the gradient of the accent.
+    const QPoint point = twin_.middleOf(QStringLiteral("scanHome")) - QPoint(90, 0);
+    return server_.lookUntil([&](const QImage& screen) {
+      const QRgb pixel = screen.pixel(point);
+      return qBlue(pixel) > 150 && qRed(pixel) < 40;
+    });
+  }
+
+  TempTree home_;
+  Twin twin_;
+  XServer server_;
+};
+
+TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
+  Program program(server_, home_.path());
+  ASSERT_TRUE(showsIdleScreen());
+  server_.click(twin_.middleOf(QStringLiteral("scanHome")));
+  server_.movePointer({1, 1});
+  twin_.scan();
+
+  std::vector<TreemapRect> leaves = twin_.tiles();
+  std::erase_if(leaves, [](const TreemapRect& rect) { return rect.depth > 0 || rect.nested; });
+  ASSERT_EQ(leaves.size(), 5u);
+  EXPECT_TRUE(server_.lookUntil([&](const QImage& screen) {
+    return std::all_of(leaves.begin(), leaves.end(),
+                       [&](const TreemapRect& rect) { return wrongAbout(screen, rect).empty(); });
+  }));
+  const QImage screen = server_.look();
+  for (const auto& rect : leaves)
+    EXPECT_EQ(wrongAbout(screen, rect), "") << rect.node.path();
+  EXPECT_TRUE(program.isRunning());
+}
+
+TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
+  Program program(server_, home_.path());
+  ASSERT_TRUE(showsIdleScreen());
+  server_.click(twin_.middleOf(QStringLiteral("scanHome")));
+  twin_.scan();
+  const std::vector<TreemapRect> top = twin_.tiles();
+  const auto films = std::find_if(top.begin(), top.end(), [](const TreemapRect& rect) {
+    return rect.node.name() == "Films";
+  });
+  ASSERT_NE(films, top.end());
+  ASSERT_TRUE(films->nested);
+  const auto disk = std::find_if(top.begin(), top.end(), [](const TreemapRect& rect) {
+    return rect.node.name() == "disk.iso";
+  });
+  ASSERT_TRUE(server_.lookUntil(
+      [&](const QImage& screen) { return wrongAbout(screen, *disk).empty(); }));
+
+  server_.click(QPointF(films->x + films->width / 2, films->y + 10).toPoint());
+  server_.movePointer({1, 1});
+  twin_.drillInto(films->node);
+  const std::vector<TreemapRect> inside = twin_.tiles();
+  ASSERT_EQ(inside.size(), 2u);
+  EXPECT_TRUE(server_.lookUntil([&](const QImage& screen) {
+    return std::all_of(inside.begin(), inside.end(),
+                       [&](const TreemapRect& rect) { return wrongAbout(screen, rect).empty(); });
+  }));
+}
+
+TEST(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    environment.remove(QString::fromLatin1(name));
+  process.setProcessEnvironment(environment);
+  process.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+  ASSERT_TRUE(process.waitForFinished());
+  EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(process.exitCode(), 2);
+  EXPECT_EQ(process.readAllStandardError(),
+            QByteArray("tessaly: there is no display to open a window on\n"));
+  EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
+}
+
+}  // namespace
+}  // namespace tessaly

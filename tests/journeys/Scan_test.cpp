@@ -1,0 +1,144 @@
+// From the start of the program to a map: what the pane shows while a scan goes its way.
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+class Scan : public Journey {
+ protected:
+  Scan()
+      : Journey(
+            "Movies/\n"
+            "  holiday.mp4 4M\n"
+            "  short.mov 1M\n"
+            "Code/\n"
+            "  main.cpp 512K\n"
+            "notes.txt 300K\n") {}
+};
+
+TEST_F(Scan, begins_on_the_idle_screen) {
+  EXPECT_TRUE(shows("idleScreen"));
+  EXPECT_TRUE(shows("scanHome"));
+  EXPECT_TRUE(shows("chooseFolder"));
+  EXPECT_FALSE(shows("back"));
+  EXPECT_FALSE(shows("crumbs"));
+  EXPECT_EQ(window().title(), QStringLiteral("Tessaly"));
+}
+
+TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
+  click("scanHome");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_FALSE(shows("idleScreen"));
+  EXPECT_TRUE(shows("scanningScreen"));
+  EXPECT_FALSE(shows("canvas"));
+  EXPECT_EQ(text("progress"), QStringLiteral("Scanning started…"));
+  EXPECT_EQ(text("percent"), QStringLiteral("0%"));
+}
+
+TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
+  click("scanHome");
+  finishScan();
+  EXPECT_TRUE(shows("resultScreen"));
+  EXPECT_FALSE(shows("banner"));
+  ASSERT_TRUE(session().current().has_value());
+  EXPECT_EQ(session().current()->path(), tree_.path());
+  QQuickItem* header = item("header");
+  EXPECT_EQ(itemNamed(header, "items")->property("text").toString(), QStringLiteral("(3 items)"));
+  EXPECT_EQ(itemNamed(header, "size")->property("text").toString(), QStringLiteral("5.8 MB"));
+  EXPECT_TRUE(itemNamed(header, "stats")
+                  ->property("text")
+                  .toString()
+                  .startsWith(QStringLiteral("4 files · 3 folders · ")));
+  EXPECT_TRUE(shows("breakdown"));
+}
+
+TEST_F(Scan, starts_from_the_keyboard) {
+  press(Qt::Key_Tab);
+  EXPECT_TRUE(item("scanHome")->hasActiveFocus());
+  press(Qt::Key_Tab);
+  EXPECT_TRUE(item("chooseFolder")->hasActiveFocus());
+  press(Qt::Key_Backtab);
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
+  folderPanel_.answer = tree_.at("Movies");
+  click("chooseFolder");
+  ASSERT_EQ(folderPanel_.requests.size(), 1u);
+  finishScan();
+  EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
+}
+
+TEST_F(Scan, stays_idle_when_the_panel_is_left_without_a_choice) {
+  click("chooseFolder");
+  EXPECT_TRUE(shows("idleScreen"));
+}
+
+TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
+  click("scanHome");
+  click("cancel");
+  EXPECT_TRUE(shows("idleScreen"));
+  finishScan();
+  EXPECT_TRUE(shows("idleScreen"));
+  EXPECT_FALSE(session().current().has_value());
+}
+
+TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
+  click("scanHome");
+  finishScan();
+  const QString sizeBefore = itemNamed(item("header"), "size")->property("text").toString();
+  tree_.plant("later.zip 2M\n");
+  session().rescan();
+  EXPECT_TRUE(shows("banner"));
+  EXPECT_TRUE(shows("canvas"));
+  EXPECT_FALSE(shows("scanningScreen"));
+  EXPECT_FALSE(shows("stats"));
+  EXPECT_EQ(text("progress"), QStringLiteral("Scanning started…"));
+  EXPECT_EQ(itemNamed(item("header"), "size")->property("text").toString(), sizeBefore);
+  finishScan();
+  EXPECT_FALSE(shows("banner"));
+  EXPECT_EQ(itemNamed(item("header"), "size")->property("text").toString(),
+            QStringLiteral("7.8 MB"));
+}
+
+TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
+  click("scanHome");
+  finishScan();
+  session().rescan();
+  click("cancel");
+  EXPECT_FALSE(shows("banner"));
+  EXPECT_TRUE(shows("canvas"));
+  finishScan();
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(Scan, overtaken_by_another_is_never_shown) {
+  click("scanHome");
+  walk();  // the first tree is on its way home
+  session().scan(tree_.at("Movies"));
+  comeHome();
+  EXPECT_TRUE(shows("scanningScreen"));
+  EXPECT_EQ(text("progress"), QStringLiteral("Scanning started…"));
+  finishScan();
+  EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
+  EXPECT_EQ(session().stack().size(), 1u);
+}
+
+TEST_F(Scan, that_reads_nothing_says_so_and_tries_the_home_folder_again) {
+  session().scan(tree_.at("gone"));
+  finishScan();
+  EXPECT_TRUE(shows("failedScreen"));
+  EXPECT_EQ(text("message"), QStringLiteral("Nothing readable at ") +
+                                 QString::fromStdString(tree_.at("gone")) +
+                                 QStringLiteral(
+                                     ". Grant Full Disk Access or pick another folder."));
+  click("tryAgain");
+  finishScan();
+  EXPECT_TRUE(shows("canvas"));
+  EXPECT_EQ(session().current()->path(), tree_.path());
+}
+
+}  // namespace
+}  // namespace tessaly

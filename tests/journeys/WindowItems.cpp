@@ -1,0 +1,45 @@
+#include "journeys/WindowItems.h"
+
+#include <QCoreApplication>
+
+namespace tessaly {
+
+namespace {
+
+void collect(QQuickItem* item, const QString& name, std::vector<QQuickItem*>& found) {
+  if (!item->isVisible()) return;
+  if (item->objectName() == name) found.push_back(item);
+  for (QQuickItem* child : item->childItems()) collect(child, name, found);
+}
+
+}  // namespace
+
+std::vector<QQuickItem*> itemsNamed(QQuickItem* top, const QString& name) {
+  std::vector<QQuickItem*> found;
+  if (top != nullptr) collect(top, name, found);
+  return found;
+}
+
+QQuickItem* itemNamed(QQuickItem* top, const QString& name) {
+  const auto found = itemsNamed(top, name);
+  return found.size() == 1 ? found.front() : nullptr;
+}
+
+QQuickItem* itemNamed(QQuickWindow& window, const QString& name) {
+  return itemNamed(window.contentItem(), name);
+}
+
+QPoint middleOf(QQuickItem* item) {
+  return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void settle(QQuickWindow& window) {
+  // Deferred deletions, layouts and polishing each may bring about the next.
+  for (int round = 0; round < 3; ++round) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    window.grabWindow();
+  }
+}
+
+}  // namespace tessaly

@@ -1,0 +1,45 @@
+// An X server of the test's own, without a screen to look at (Xvfb), and what a person in front of
+// it could do: look, and click. Ends with the object.
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QImage>
+#include <QProcess>
+#include <QSize>
+#include <QString>
+#include <functional>
+
+namespace tessaly {
+
+class XServer {
+ public:
+  // Throws std::runtime_error when there is no Xvfb or it does not come up.
+  explicit XServer(QSize screen);
+  ~XServer();
+  XServer(const XServer&) = delete;
+  XServer& operator=(const XServer&) = delete;
+
+  // As DISPLAY takes it.
+  const QString& display() const { return display_; }
+
+  // All of the screen as it is now.
+  QImage look();
+
+  // Looks again and again until `seen` holds; false when it does not within a minute.
+  bool lookUntil(const std::function<bool(const QImage&)>& seen);
+
+  // Presses and releases the left button there; throws where xdotool is missing.
+  void click(QPoint point);
+  void movePointer(QPoint point);
+
+ private:
+  void xdotool(const QStringList& arguments);
+
+  QProcess process_;
+  QString display_;
+  xcb_connection_t* connection_ = nullptr;
+  xcb_screen_t* screen_ = nullptr;
+};
+
+}  // namespace tessaly

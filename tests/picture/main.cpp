@@ -1,0 +1,132 @@
+// Runs the real window, brings it to the screen that is asked for, and writes what it shows as a
+// picture.
+#include <QApplication>
+#include <QEventLoop>
+#include <QImage>
+#include <QMouseEvent>
+#include <cstdio>
+#include <functional>
+
+#include "app/Application.h"
+#include "app/desktop/Display.h"
+#include "app/model/DisplayText.h"
+#include "picture/HeldWalk.h"
+#include "picture/PictureOptions.h"
+#include "platform/HomeDirectory.h"
+
+using namespace tessaly;
+using Screen = PictureOptions::Screen;
+
+namespace {
+
+int fail(const char* message) {
+  std::fprintf(stderr, "tessaly_picture: %s\n", message);
+  return 1;
+}
+
+// Runs the event loop until `reached` holds; it is asked after every change of the scan.
+void runUntil(ScanSession& session, const std::function<bool()>& reached) {
+  QEventLoop loop;
+  const auto look = [&] {
+    if (reached()) loop.quit();
+  };
+  QObject::connect(&session, &ScanSession::statusChanged, &loop, look, Qt::QueuedConnection);
+  QObject::connect(&session, &ScanSession::scanPercentChanged, &loop, look, Qt::QueuedConnection);
+  if (!reached()) loop.exec();
+}
+
+bool hasEnded(const ScanSession& session) { return session.status() != ScanStatus::scanning; }
+
+bool drillInto(ScanSession& session, const QString& name) {
+  const auto current = session.current();
+  if (!current) return false;
+  for (const DiskNode& child : current->children()) {
+    if (displayText(child.name()) != name) continue;
+    session.open(child);
+    return true;
+  }
+  return false;
+}
+
+// The scene as it stands, whether or not the platform has had the time to show it.
+void settle() {
+  for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
+}
+
+int takePicture(const PictureOptions& options) {
+  HeldWalk walk;
+  const std::string root = options.root.empty() ? homeDirectory() : options.root;
+  const bool fails = options.screen == Screen::failed;
+  Application application({.homeDirectory = fails ? root + "/nothing here" : root,
+                           .walk = std::ref(walk)});
+  const HeldWalk::Release releaseAtTheEnd(walk);
+  ScanSession& session = application.session();
+  QQuickWindow& window = application.window();
+  window.setMinimumSize(QSize(1, 1));
+  window.resize(options.size);
+  window.show();
+
+  const auto scanToEnd = [&] {
+    session.scanHome();
+    runUntil(session, [&] { return hasEnded(session); });
+  };
+  const auto scanHalfWay = [&] {
+    walk.holdHalfWay();
+    session.scanHome();
+    runUntil(session, [&] { return hasEnded(session) || session.scanPercent() >= 0.3; });
+  };
+  switch (options.screen) {
+    case Screen::idle:
+      break;
+    case Screen::failed:
+    case Screen::map:
+      scanToEnd();
+      break;
+    case Screen::rescanning:
+      scanToEnd();
+      scanHalfWay();
+      break;
+    case Screen::scanning:
+      scanHalfWay();
+      break;
+  }
+  if ((options.screen == Screen::scanning || options.screen == Screen::rescanning) &&
+      hasEnded(session))
+    return fail("the scan was over before it could be seen");
+  if (options.screen == Screen::map && session.status() != ScanStatus::complete)
+    return fail("nothing could be read there");
+  for (const QString& name : options.drill)
+    if (!drillInto(session, name)) return fail("there is no such folder to drill into");
+
+  settle();
+  if (options.hover) {
+    const QPointF point(*options.hover);
+    QMouseEvent move(QEvent::MouseMove, point, window.mapToGlobal(point), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &move);
+    settle();
+  }
+  const QImage picture = window.grabWindow();
+  if (picture.isNull() || !picture.save(options.file)) return fail("the picture cannot be written");
+  std::printf("%s: %d x %d\n", qUtf8Printable(options.file), picture.width(), picture.height());
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  const auto options = PictureOptions::parse(arguments);
+  if (!options) {
+    std::fputs(PictureOptions::usage(), stderr);
+    return 2;
+  }
+  // Without a display the window is drawn all the same, on none.
+  if (platformFor(DisplayFacts::ofThisMachine()).empty()) qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (options->scale != 1) qputenv("QT_SCALE_FACTOR", QByteArray::number(options->scale));
+  int count = 1;
+  QApplication qtApplication(count, argv);
+  Application::setUpLook();
+  return takePicture(*options);
+}

@@ -1,0 +1,110 @@
+#include "scan/ScanFacts.h"
+#include "support/SequentialScan.h"
+#include "support/TreeDifference.h"
+
+namespace tessaly {
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class Cancelling : public ScanFacts {};
+TESSALY_FOR_ALL_WALKERS(Cancelling);
+
+constexpr const char* home = R"(
+  folder-##/ x12
+    inner-#/ x6
+      film-# 256K x2
+      small-# 4K x4
+    Tool.app/
+      binary 64K
+    link -> inner-0
+  .Trash/
+    film 1M
+  film 1M
+)";
+
+TEST_P(Cancelling, on_the_first_item_gives_an_empty_root) {
+  const TempTree tree(home);
+  ScanRecord record(1);
+  const DiskNode root = GetParam().scan(tree.path(), record.callbacks());
+  EXPECT_THAT(record.lines(), ElementsAre("Cancelled"));
+  EXPECT_THAT(record.fractions(), ElementsAre(0.0));
+  EXPECT_EQ(root.size(), 0);
+  EXPECT_THAT(childNames(root), IsEmpty());
+  EXPECT_EQ(root.path(), tree.path());
+}
+
+TEST_P(Cancelling, at_any_item_leaves_what_was_walked_and_builds_no_map) {
+  const TempTree tree(home);
+  ScanRecord whole;
+  GetParam().scan(tree.path(), whole.callbacks());
+  const std::size_t items = whole.polls() - 1;
+  for (std::size_t at = 1; at <= items; at += at < 40 ? 1 : 29) {
+    SCOPED_TRACE(at);
+    ScanRecord expected(at);
+    const DiskNode partial = SequentialScan::scan(tree.path(), expected.callbacks());
+    ScanRecord record(at);
+    const DiskNode root = GetParam().scan(tree.path(), record.callbacks());
+    EXPECT_THAT(record.lines(), Contains("Cancelled"));
+    EXPECT_THAT(record.lines(), Not(Contains("Building map…")));
+    EXPECT_EQ(record.polls(), at + 1);
+    EXPECT_EQ(differenceOf(expected, record), "");
+    ASSERT_EQ(differenceOf(partial, root), "");
+  }
+}
+
+TEST_P(Cancelling, current_entry_counts_as_finished) {
+  const TempTree tree(R"(
+    only/
+      a 4K
+      b 4K
+  )");
+  ScanRecord record(2);
+  GetParam().scan(tree.path(), record.callbacks());
+  EXPECT_THAT(record.lines(), ElementsAre("0%  only", "Cancelled"));
+  EXPECT_THAT(record.fractions(), ElementsAre(0, 0, 1));
+}
+
+TEST_P(Cancelling, after_the_last_item_builds_no_map_either) {
+  const TempTree tree(home);
+  ScanRecord whole;
+  const DiskNode complete = GetParam().scan(tree.path(), whole.callbacks());
+  ScanRecord record(whole.polls());
+  const DiskNode root = GetParam().scan(tree.path(), record.callbacks());
+  EXPECT_EQ(root, complete);
+  EXPECT_THAT(record.lines(), Not(Contains("Cancelled")));
+  EXPECT_THAT(record.lines(), Not(Contains("Building map…")));
+}
+
+TEST_P(Cancelling, without_other_callbacks_gives_the_same_part) {
+  const TempTree tree(home);
+  ScanRecord record(50);
+  const DiskNode part = GetParam().scan(tree.path(), record.callbacks());
+  ScanRecord silent(50);
+  const DiskNode same = GetParam().scan(tree.path(), {{}, {}, silent.callbacks().isCancelled});
+  EXPECT_EQ(differenceOf(part, same), "");
+}
+
+TEST_P(Cancelling, in_a_wide_and_deep_tree_comes_back_from_anywhere) {
+  TempTree tree(R"(
+    wide/
+      ##### x9000
+    many-###/ x300
+      inner-#/ x4
+        film-# x3
+  )");
+  tree.chain("many-007", "d", 300);
+  for (const std::size_t at : {1, 2, 10, 100, 1000, 4096, 4097, 9000, 9100, 12000}) {
+    ScanRecord record(static_cast<std::size_t>(at));
+    GetParam().scan(tree.path(), record.callbacks());
+    EXPECT_EQ(record.polls(), at + 1);
+    EXPECT_THAT(record.lines(), Not(Contains("Building map…")));
+  }
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,23 @@
+// A folder panel whose user has made up his mind beforehand.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/FolderPanel.h"
+
+namespace tessaly {
+
+class FakeFolderPanel final : public FolderPanel {
+ public:
+  std::optional<std::string> chooseFolder(const Request& request) override {
+    requests.push_back(request);
+    return answer;
+  }
+
+  std::optional<std::string> answer;  // absent: the user backs out
+  std::vector<Request> requests;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,20 @@
+// A desktop that only remembers what it was asked to do.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Workspace.h"
+
+namespace tessaly {
+
+class FakeWorkspace final : public Workspace {
+ public:
+  void reveal(const std::vector<std::string>& paths) override { revealed.push_back(paths); }
+  void open(const std::string& path) override { opened.push_back(path); }
+
+  std::vector<std::vector<std::string>> revealed;  // one entry a request
+  std::vector<std::string> opened;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,59 @@
+// Writes down every callback of one scan, in order, and can cancel it at an item.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "scan/DiskScanner.h"
+
+namespace tessaly {
+
+class ScanRecord {
+ public:
+  struct Event {
+    enum class Form { line, fraction, poll };
+    Form form = Form::poll;
+    std::string text;
+    double fraction = 0;
+
+    friend bool operator==(const Event&, const Event&) = default;
+  };
+
+  static constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+  // From poll number `cancelAt` on, counted from 1, the scan is told that it is cancelled.
+  explicit ScanRecord(std::size_t cancelAt = never) : cancelAt_(cancelAt) {}
+
+  // Called within poll number `at`.
+  void during(std::size_t at, std::function<void()> action) {
+    actionAt_ = at;
+    action_ = std::move(action);
+  }
+
+  // Callbacks that write into this record, which must outlive them. They must be called on the
+  // thread that calls this.
+  DiskScanner::Callbacks callbacks();
+
+  const std::vector<Event>& events() const { return events_; }
+  std::vector<std::string> lines() const;
+  std::vector<double> fractions() const;
+  std::size_t polls() const { return polls_; }
+  bool wasCalledElsewhere() const { return elsewhere_; }
+
+ private:
+  std::size_t cancelAt_;
+  std::size_t actionAt_ = 0;
+  std::function<void()> action_;
+  std::vector<Event> events_;
+  std::size_t polls_ = 0;
+  std::atomic<bool> elsewhere_ = false;
+};
+
+// The first place where two records differ, for a person; "" when they are equal.
+std::string differenceOf(const ScanRecord& expected, const ScanRecord& actual);
+
+}  // namespace tessaly

@@ -1,0 +1,45 @@
+// The accumulator of the sequential scan, and the pruned tree that is made from it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "scan/DiskNode.h"
+
+namespace tessaly::SequentialScan {
+
+struct Acc {
+  std::string name;
+  std::string path;
+  std::int64_t size = 0;
+  bool isDir = false;
+  double mtime = 0;
+  std::map<std::string, std::unique_ptr<Acc>> children;
+
+  Acc() = default;
+  Acc(Acc&&) = default;
+  Acc& operator=(Acc&&) = default;
+  ~Acc();  // takes down any depth without recursion
+};
+
+using FolderNames = std::unordered_set<std::string>;
+
+// Folds one item into `acc`, the root, whose path is `fullRoot`.
+void add(Acc& acc, const std::vector<std::string>& parts, std::int64_t size, bool isDir,
+         const std::string& fullRoot, std::optional<double> mtime, const FolderNames& important);
+
+DiskNode freeze(const Acc& acc, int depth, const std::string& parentName, bool expandPackages,
+                const FolderNames& important);
+
+// `folder` with one more component.
+std::string appended(const std::string& folder, const std::string& component);
+
+// Lower case by Unicode, whatever the locale; bytes that are no UTF-8 stay.
+std::string lowerCased(const std::string& text);
+
+}  // namespace tessaly::SequentialScan
