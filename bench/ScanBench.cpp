@@ -18,13 +18,14 @@
 
 namespace {
 
+using tessaly::bench::DuSample;
 using tessaly::bench::ScanSample;
 using tessaly::bench::TreeCount;
 
 constexpr int everyThread = 0;
 
 struct Fastest {
-  double du = std::numeric_limits<double>::max();
+  DuSample du{std::numeric_limits<double>::max(), 0};
   ScanSample scan;
   ScanSample single;
 };
@@ -56,15 +57,18 @@ Fastest race(const std::string& folder, int runs, bool cold, bool alsoSingle) {
   };
   for (int run = 0; run < runs; ++run) {
     prepare();
-    fastest.du = std::min(fastest.du, tessaly::bench::sampleDu(folder));
+    const DuSample du = tessaly::bench::sampleDu(folder);
+    if (du.seconds < fastest.du.seconds) {
+      fastest.du = du;
+    }
     prepare();
     keepFaster(fastest.scan, tessaly::bench::sampleScan(folder, everyThread));
     if (alsoSingle) {
       prepare();
       keepFaster(fastest.single, tessaly::bench::sampleScan(folder, 1));
     }
-    std::fprintf(stderr, "  run %d of %d: du %.3f s, scan %.3f s\n", run + 1, runs, fastest.du,
-                 fastest.scan.seconds);
+    std::fprintf(stderr, "  run %d of %d: du %.3f s, scan %.3f s\n", run + 1, runs,
+                 fastest.du.seconds, fastest.scan.seconds);
   }
   if (alsoSingle && fastest.single.treeHash != fastest.scan.treeHash) {
     std::fprintf(stderr, "scan_bench: one thread and many gave different trees\n");
@@ -83,21 +87,20 @@ void rowNotMeasured(const char* figure, double bound, const char* reason) {
   std::printf("| %s | %.6g | - | not measured | %s |\n", figure, bound, reason);
 }
 
-std::string times(double du, const ScanSample& scan) {
+std::string times(const DuSample& du, const ScanSample& scan) {
   char text[160];
-  std::snprintf(text, sizeof text, "du %.3f s, scan %.3f s (%.3f s of CPU)", du, scan.seconds,
-                scan.cpuSeconds);
+  std::snprintf(text, sizeof text, "du %.3f s (CPU %.3f s), scan %.3f s (CPU %.3f s)", du.seconds,
+                du.cpuSeconds, scan.seconds, scan.cpuSeconds);
   return text;
 }
 
-void memoryRow(const TreeCount& count, const ScanSample& scan) {
+void memoryRow(const char* figure, const TreeCount& count, const ScanSample& scan) {
   const double bound =
       20.0 * static_cast<double>(count.files) + 150.0 * static_cast<double>(scan.nodes);
   char text[160];
   std::snprintf(text, sizeof text, "%lld files, %lld nodes; highest of all runs",
                 static_cast<long long>(count.files), static_cast<long long>(scan.nodes));
-  row("peak memory of a scan, MiB", bound / 1048576, static_cast<double>(scan.peakBytes) / 1048576,
-      text);
+  row(figure, bound / 1048576, static_cast<double>(scan.peakBytes) / 1048576, text);
 }
 
 void instructionRow(const TreeCount& count, const ScanSample& scan) {
@@ -117,8 +120,8 @@ void measureHome(const std::string& folder, int runs, int coldRuns) {
                static_cast<long long>(count.files), static_cast<long long>(count.folders),
                static_cast<long long>(count.links));
   const Fastest warm = race(folder, runs, false, true);
-  row("warm scan / du -s", 0.52, warm.scan.seconds / warm.du, times(warm.du, warm.scan));
-  row("warm scan / du -s, one thread", 0.95, warm.single.seconds / warm.du,
+  row("warm scan / du -s", 0.52, warm.scan.seconds / warm.du.seconds, times(warm.du, warm.scan));
+  row("warm scan / du -s, one thread", 0.95, warm.single.seconds / warm.du.seconds,
       times(warm.du, warm.single));
   constexpr const char* coldFigure = "cold scan / du -s";
   if (coldRuns == 0) {
@@ -127,26 +130,22 @@ void measureHome(const std::string& folder, int runs, int coldRuns) {
     rowNotMeasured(coldFigure, 0.70, "only root can empty the disk caches");
   } else {
     const Fastest cold = race(folder, coldRuns, true, false);
-    row(coldFigure, 0.70, cold.scan.seconds / cold.du, times(cold.du, cold.scan));
+    row(coldFigure, 0.70, cold.scan.seconds / cold.du.seconds, times(cold.du, cold.scan));
   }
   row("freezing the tree, ms", 25, warm.scan.freezeSeconds * 1000,
       "from the line \"Building map…\" to the return");
-  memoryRow(count, warm.scan);
+  memoryRow("peak memory, MiB", count, warm.scan);
   instructionRow(count, warm.scan);
 }
 
 void measureFlat(const std::string& folder, int runs) {
   const TreeCount count = tessaly::bench::countTree(folder);
   const Fastest warm = race(folder, runs, false, true);
-  row("flat folder, warm scan / du -s", 0.65, warm.scan.seconds / warm.du,
+  row("flat folder, warm scan / du -s", 0.65, warm.scan.seconds / warm.du.seconds,
       times(warm.du, warm.scan));
-  std::printf("| flat folder, one thread | | %.4g | | %s |\n", warm.single.seconds / warm.du,
-              times(warm.du, warm.single).c_str());
-  char text[160];
-  std::snprintf(text, sizeof text, "%lld files, %lld nodes", static_cast<long long>(count.files),
-                static_cast<long long>(warm.scan.nodes));
-  std::printf("| flat folder, peak memory, MiB | | %.4g | | %s |\n",
-              static_cast<double>(warm.scan.peakBytes) / 1048576, text);
+  std::printf("| flat folder, one thread | | %.4g | | %s |\n",
+              warm.single.seconds / warm.du.seconds, times(warm.du, warm.single).c_str());
+  memoryRow("flat folder, peak memory, MiB", count, warm.scan);
 }
 
 int numberAfter(const std::vector<std::string_view>& words, std::string_view option,

@@ -44,9 +44,9 @@ std::int64_t statusBytes(std::string_view name) {
   return 0;
 }
 
-double cpuSeconds() {
+double cpuSeconds(int whose) {
   rusage usage{};
-  ::getrusage(RUSAGE_SELF, &usage);
+  ::getrusage(whose, &usage);
   const auto seconds = [](const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
   };
@@ -140,13 +140,13 @@ ScanSample scanInThisProcess(const std::string& folder, int threads) {
   const InstructionCounter counter;
   std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts again from what is in use
   const std::int64_t before = statusBytes("VmRSS:");
-  const double cpuBefore = cpuSeconds();
+  const double cpuBefore = cpuSeconds(RUSAGE_SELF);
   counter.start();
   const double start = now();
   const DiskNode tree = DiskScanner::scan(folder, callbacks, options);
   const double end = now();
   sample.instructions = counter.stop();
-  sample.cpuSeconds = cpuSeconds() - cpuBefore;
+  sample.cpuSeconds = cpuSeconds(RUSAGE_SELF) - cpuBefore;
   sample.peakBytes = statusBytes("VmHWM:") - before;
   sample.seconds = end - start;
   sample.freezeSeconds = freezeStart > 0 ? end - freezeStart : 0;
@@ -180,7 +180,8 @@ ScanSample sampleScan(const std::string& folder, int threads) {
   return sample;
 }
 
-double sampleDu(const std::string& folder) {
+DuSample sampleDu(const std::string& folder) {
+  const double cpuBefore = cpuSeconds(RUSAGE_CHILDREN);
   const double start = now();
   const pid_t child = ::fork();
   if (child < 0) {
@@ -194,11 +195,11 @@ double sampleDu(const std::string& folder) {
     ::_exit(127);
   }
   const int code = exitCode(child);
-  const double seconds = now() - start;
+  const DuSample sample{now() - start, cpuSeconds(RUSAGE_CHILDREN) - cpuBefore};
   if (code > 1) {  // 1 is a folder that du could not read
     fail("run du");
   }
-  return seconds;
+  return sample;
 }
 
 bool dropDiskCaches() {

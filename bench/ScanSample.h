@@ -35,8 +35,13 @@ ScanSample scanInThisProcess(const std::string& folder, int threads);
 // Scans in a new process and waits for it; ends the program when the process fails.
 ScanSample sampleScan(const std::string& folder, int threads);
 
-// Wall seconds of `du -s folder` from fork to exit.
-double sampleDu(const std::string& folder);
+struct DuSample {
+  double seconds = 0;  // from fork to exit, by the monotonic clock
+  double cpuSeconds = 0;
+};
+
+// Runs `du -s folder`; ends the program when that is not to be had.
+DuSample sampleDu(const std::string& folder);
 
 // Writes back and forgets everything the kernel has cached of the disk; false without the right.
 bool dropDiskCaches();

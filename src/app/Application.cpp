@@ -57,6 +57,8 @@ void Application::setUpLook() {
   chooseRenderer();
 }
 
+Application::Application() : Application(Seams{}) {}
+
 Application::Application(const Seams& seams) {
   if (seams.dispatch == nullptr)
     ownDispatch_ = std::make_unique<ThreadedDispatch>(

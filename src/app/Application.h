@@ -25,8 +25,8 @@ class Application {
     Dispatch* dispatch = nullptr;
     FolderPanel* folderPanel = nullptr;
     Workspace* workspace = nullptr;
-    std::string homeDirectory;
-    ScanSession::Walk walk;
+    std::string homeDirectory = {};
+    ScanSession::Walk walk = {};
   };
 
   // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
@@ -35,7 +35,8 @@ class Application {
 
   // Makes the session and the window, which is not shown yet. Ends the program with a message when
   // the window cannot be made, which only a broken build brings about.
-  explicit Application(const Seams& seams = {});
+  Application();
+  explicit Application(const Seams& seams);
   ~Application();
 
   ScanSession& session() { return *session_; }

@@ -1,7 +1,6 @@
 #include "platform/CheckedArithmetic.h"
 
 #include <gtest/gtest.h>
-
 #include <limits>
 
 namespace tessaly {

@@ -1,8 +1,7 @@
 #include "platform/UnicodeText.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
+#include <utf8proc.h>
 
 namespace tessaly::UnicodeText {
 
@@ -10,7 +9,9 @@ namespace {
 
 constexpr char32_t replacementCharacter = 0xFFFD;
 
-bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+bool isAscii(char byte) {
+  return static_cast<unsigned char>(byte) < 0x80;
+}
 
 char asciiLowercased(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
@@ -18,8 +19,7 @@ char asciiLowercased(char byte) {
 
 void appendUtf8(std::string& text, char32_t value) {
   utf8proc_uint8_t bytes[4];
-  const utf8proc_ssize_t length =
-      utf8proc_encode_char(static_cast<utf8proc_int32_t>(value), bytes);
+  const utf8proc_ssize_t length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(value), bytes);
   text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
 }
 
@@ -32,8 +32,7 @@ void appendLowercased(std::string& text, char32_t value) {
     appendUtf8(text, combiningDot);
     return;
   }
-  appendUtf8(text, static_cast<char32_t>(
-                       utf8proc_tolower(static_cast<utf8proc_int32_t>(value))));
+  appendUtf8(text, static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(value))));
 }
 
 // Length in bytes of the first grapheme cluster of `text`, which must not be empty.
@@ -46,9 +45,9 @@ std::size_t firstGraphemeLength(std::string_view text) {
   utf8proc_int32_t state = 0;
   while (before.isText && length < text.size()) {
     const Scalar next = firstScalar(text.substr(length));
-    if (!next.isText || utf8proc_grapheme_break_stateful(
-                            static_cast<utf8proc_int32_t>(before.value),
-                            static_cast<utf8proc_int32_t>(next.value), &state)) {
+    if (!next.isText ||
+        utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(before.value),
+                                         static_cast<utf8proc_int32_t>(next.value), &state)) {
       break;
     }
     length += next.length;
@@ -62,9 +61,9 @@ std::size_t firstGraphemeLength(std::string_view text) {
 Scalar firstScalar(std::string_view text) {
   if (isAscii(text[0])) return {static_cast<char32_t>(text[0]), 1, true};
   utf8proc_int32_t value = 0;
-  const utf8proc_ssize_t length =
-      utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                       static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)), &value);
+  const utf8proc_ssize_t length = utf8proc_iterate(
+      reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+      static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)), &value);
   if (length < 1 || value < 0) return {replacementCharacter, 1, false};
   return {static_cast<char32_t>(value), static_cast<std::size_t>(length), true};
 }

@@ -22,8 +22,8 @@ struct Scalar {
 // The first scalar value of `text`, which must not be empty.
 Scalar firstScalar(std::string_view text);
 
-// Every character replaced by its lower-case form, which may be of another length. Bytes that are no
-// text stay as they are.
+// Every character replaced by its lower-case form, which may be of another length. Bytes that are
+// no text stay as they are.
 std::string lowercased(std::string_view text);
 
 // How many characters a reader sees. A byte that is no text counts as one.

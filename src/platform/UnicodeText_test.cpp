@@ -1,7 +1,6 @@
 #include "platform/UnicodeText.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 
 namespace tessaly {
@@ -32,7 +31,12 @@ TEST(UnicodeTextLowercased, may_change_the_length) {
 }
 
 TEST(UnicodeTextLowercased, keeps_bytes_that_are_no_text) {
-  EXPECT_EQ(UnicodeText::lowercased("A\xff\xc3" "B\xe2\x82" "C"), "a\xff\xc3" "b\xe2\x82" "c");
+  EXPECT_EQ(UnicodeText::lowercased("A\xff\xc3"
+                                    "B\xe2\x82"
+                                    "C"),
+            "a\xff\xc3"
+            "b\xe2\x82"
+            "c");
   EXPECT_EQ(UnicodeText::lowercased("\xed\xa0\x80X"), "\xed\xa0\x80x");  // a surrogate
   EXPECT_EQ(UnicodeText::lowercased("\xc1\x81"), "\xc1\x81");            // overlong
   EXPECT_EQ(UnicodeText::lowercased("\xf4\x90\x80\x80"), "\xf4\x90\x80\x80");
@@ -48,7 +52,10 @@ TEST(UnicodeTextScalar, reads_one_character_or_one_byte) {
   EXPECT_TRUE(isScalar("€x", U'€', 3, true));
   EXPECT_TRUE(isScalar("\U0010FFFF", U'\U0010FFFF', 4, true));
   EXPECT_TRUE(isScalar("\xef\xbf\xbe", char32_t{0xFFFE}, 3, true));
-  EXPECT_TRUE(isScalar("\xff" "a", char32_t{0xFFFD}, 1, false));
+  EXPECT_TRUE(
+      isScalar("\xff"
+               "a",
+               char32_t{0xFFFD}, 1, false));
   EXPECT_TRUE(isScalar("\xe2\x82", char32_t{0xFFFD}, 1, false));
   EXPECT_TRUE(isScalar("\x80", char32_t{0xFFFD}, 1, false));
 }

@@ -1,11 +1,10 @@
 #include "scan/DiskNodeJson.h"
 
-#include <simdjson.h>
-
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <simdjson.h>
 #include <vector>
 
 #include "scan/DiskTree.h"
@@ -55,7 +54,8 @@ class Encoder {
  private:
   struct OpenNode {
     DiskTree::Index index;
-    std::size_t pathLength;  // in path_
+    std::size_t pathBegin;  // its escaped path is this part of paths_
+    std::size_t pathEnd;
   };
 
   void beginNode(DiskTree::Index index) {
@@ -63,15 +63,14 @@ class Encoder {
     json_ += "{\"name\":\"";
     const std::size_t nameBegin = json_.size();
     JsonText::appendEscaped(json_, tree_.name(index));
-    extendPath(index, std::string_view(json_).substr(nameBegin));
+    openPath(index, std::string_view(json_).substr(nameBegin));
     json_ += "\",\"path\":\"";
-    json_ += path_;
+    json_.append(paths_, open_.back().pathBegin);
     json_ += "\",\"size\":";
     appendNumber(json_, entry.size);
     json_ += entry.isDir() ? ",\"isDir\":true,\"kind\":\"" : ",\"isDir\":false,\"kind\":\"";
     json_ += rawText(entry.kind);
     json_ += "\",\"children\":[";
-    open_.push_back({index, path_.size()});
   }
 
   void endNode() {
@@ -89,36 +88,121 @@ class Encoder {
     while (!open_.empty() && tree_.entry(open_.back().index).end <= index) endNode();
   }
 
-  void extendPath(DiskTree::Index index, std::string_view escapedName) {
-    if (index == top_) {
-      JsonText::appendEscaped(path_, tree_.path(index));
-      return;
-    }
+  void openPath(DiskTree::Index index, std::string_view escapedName) {
     const DiskTree::PathForm form = tree_.entry(index).pathForm();
-    if (form == DiskTree::PathForm::absolute) {
-      // The nodes that come after it may need the parent's path again.
-      path_ = escapedPath(index);
-      return;
-    }
-    restoreParentPath();
-    if (!tree_.endsInSlash(open_.back().index)) path_ += '/';
-    if (form == DiskTree::PathForm::name) {
-      path_ += escapedName;
+    const std::size_t parentEnd = open_.empty() ? 0 : open_.back().pathEnd;
+    paths_.resize(parentEnd);
+    std::size_t begin = parentEnd;
+    if (open_.empty()) {
+      JsonText::appendEscaped(paths_, tree_.path(index));
+    } else if (form == DiskTree::PathForm::absolute) {
+      JsonText::appendEscaped(paths_, tree_.pathPart(index));
     } else {
-      JsonText::appendEscaped(path_, tree_.pathPart(index));
+      begin = open_.back().pathBegin;
+      if (!tree_.endsInSlash(open_.back().index)) paths_ += '/';
+      if (form == DiskTree::PathForm::name) {
+        paths_ += escapedName;
+      } else {
+        JsonText::appendEscaped(paths_, tree_.pathPart(index));
+      }
     }
+    open_.push_back({index, begin, paths_.size()});
   }
-
-  void restoreParentPath();
-  std::string escapedPath(DiskTree::Index index) const;
 
   const DiskTree& tree_;
   DiskTree::Index top_;
   std::vector<OpenNode> open_;
-  std::string path_;
+  std::string paths_;
   std::string json_;
 };
 
+// Reads a parsed file from its top down, and stops at the first thing that is wrong.
+class Decoder {
+ public:
+  std::optional<DiskNode> decode(std::string_view json) {
+    simdjson::dom::parser parser;
+    simdjson::dom::element top;
+    if (parser.parse(json.data(), json.size()).get(top) != simdjson::SUCCESS) return std::nullopt;
+    if (!addNode(top, 0)) return std::nullopt;
+    return builder_.finish();
+  }
+
+ private:
+  // Recurses no deeper than maximumDepth.
+  bool addNode(const simdjson::dom::element& element, int depth) {
+    if (depth > maximumDepth) return false;
+    simdjson::dom::object fields;
+    if (element.get(fields) != simdjson::SUCCESS) return false;
+
+    std::optional<std::string_view> name;
+    std::optional<std::string_view> path;
+    std::optional<std::string_view> kindText;
+    std::optional<std::int64_t> size;
+    std::optional<bool> isDir;
+    std::optional<simdjson::dom::array> children;
+    std::optional<double> mtime;
+    for (const simdjson::dom::key_value_pair field : fields) {
+      const std::string_view key = field.key;
+      const bool isRead = key == "name"       ? read(field.value, name)
+                          : key == "path"     ? read(field.value, path)
+                          : key == "size"     ? read(field.value, size)
+                          : key == "isDir"    ? read(field.value, isDir)
+                          : key == "kind"     ? read(field.value, kindText)
+                          : key == "children" ? read(field.value, children)
+                          : key == "mtime"    ? readTime(field.value, mtime)
+                                              : true;
+      if (!isRead) return false;
+    }
+    if (!name || !path || !size || !isDir || !kindText || !children) return false;
+    const std::optional<FileKind> kind = fileKindFromRawText(*kindText);
+    if (!kind || *size < 0 || __builtin_add_overflow(total_, *size, &total_)) return false;
+
+    builder_.open({asBytes(*name, nameBytes_), *size, *isDir, *kind, mtime},
+                  asBytes(*path, pathBytes_));
+    for (const simdjson::dom::element child : *children) {
+      if (!addNode(child, depth + 1)) return false;
+    }
+    builder_.close();
+    return true;
+  }
+
+  template <typename Value>
+  static bool read(const simdjson::dom::element& element, std::optional<Value>& value) {
+    Value read;
+    if (element.get(read) != simdjson::SUCCESS) return false;
+    value = read;
+    return true;
+  }
+
+  // Takes whole numbers as well, and null for an absent time.
+  static bool readTime(const simdjson::dom::element& element, std::optional<double>& value) {
+    if (element.is_null()) {
+      value.reset();
+      return true;
+    }
+    return read(element, value);
+  }
+
+  static std::string_view asBytes(std::string_view text, std::string& storage) {
+    if (!JsonText::holdsBytes(text)) return text;
+    storage = JsonText::bytesOf(text);
+    return storage;
+  }
+
+  DiskTreeBuilder builder_;
+  std::int64_t total_ = 0;
+  std::string nameBytes_;
+  std::string pathBytes_;
+};
+
 }  // namespace
+
+std::string encode(const DiskNode& node) {
+  return Encoder(node).encode();
+}
+
+std::optional<DiskNode> decode(std::string_view json) {
+  return Decoder().decode(json);
+}
 
 }  // namespace tessaly::DiskNodeJson

@@ -327,8 +327,6 @@ TEST(DiskNodeDepth, a_hundred_thousand_levels_need_no_stack) {
   EXPECT_EQ(copied.children().front(), deep);
 }
 
-using DiskTreeBuilderDeath = testing::Test;
-
 TEST(DiskTreeBuilderDeath, ends_the_program_when_nodes_do_not_pair_up) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const DiskTreeItem item{"a", 1, true, FileKind::folder, std::nullopt};

@@ -100,7 +100,7 @@ class Folding {
     std::int64_t smallFiles = 0;  // counted once more in the directory itself
     double mtime = 0;
     // Children by name; only for a directory read in several runs, see DirectoryWalk::Item.
-    std::unique_ptr<std::unordered_map<std::string_view, Index>> byName;
+    std::unique_ptr<std::unordered_map<std::string_view, Index>> byName = {};
   };
 
   void leaveDirectory() {

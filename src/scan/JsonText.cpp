@@ -79,6 +79,10 @@ void appendEscaped(std::string& json, std::string_view bytes) {
   }
 }
 
+bool holdsBytes(std::string_view text) {
+  return text.find(byteMark) != std::string_view::npos;
+}
+
 std::string bytesOf(std::string_view text) {
   std::string bytes;
   bytes.reserve(text.size());

@@ -18,4 +18,7 @@ void appendEscaped(std::string& json, std::string_view bytes);
 // JSON itself already undone.
 std::string bytesOf(std::string_view text);
 
+// Whether bytesOf() may give anything else than the text itself.
+bool holdsBytes(std::string_view text);
+
 }  // namespace tessaly::JsonText

@@ -22,7 +22,8 @@ std::vector<KindSlice> slices(const DiskNode& node) {
   for (DiskTree::Index index = top + 1; index < end;) {
     const DiskTree::Entry& entry = tree.entry(index);
     const bool isOpened = entry.isDir() && entry.kind != FileKind::app && entry.childCount > 0;
-    if (!isOpened) add(entry.isDir() && entry.kind != FileKind::app ? FileKind::folder : entry.kind, entry.size);
+    if (!isOpened)
+      add(entry.isDir() && entry.kind != FileKind::app ? FileKind::folder : entry.kind, entry.size);
     index = isOpened ? index + 1 : entry.end;
   }
 

@@ -20,10 +20,10 @@ struct KindSlice {
 
 namespace KindBreakdown {
 
-// One slice for each kind that weighs at least a byte below `node`, largest first, equal ones in the
-// order of the kinds. Counted are files, apps as a whole, and the folders that the tree stops at;
-// `node` itself is not. Bytes that have no node of their own in a folder with children are in no
-// slice, so the slices can add up to less than the node's size.
+// One slice for each kind that weighs at least a byte below `node`, largest first, equal ones in
+// the order of the kinds. Counted are files, apps as a whole, and the folders that the tree stops
+// at; `node` itself is not. Bytes that have no node of their own in a folder with children are in
+// no slice, so the slices can add up to less than the node's size.
 std::vector<KindSlice> slices(const DiskNode& node);
 
 }  // namespace KindBreakdown

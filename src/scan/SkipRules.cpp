@@ -32,7 +32,7 @@ SkipRules::SkipRules(const std::string& root, const DiskScanner::Options& option
 }
 
 bool SkipRules::hasSkippedSuffix(std::string_view name) const {
-  const std::string lower = lowercased(name);
+  const std::string lower = UnicodeText::lowercased(name);
   return std::any_of(suffixes_.begin(), suffixes_.end(),
                      [&](const std::string& suffix) { return lower.ends_with(suffix); });
 }

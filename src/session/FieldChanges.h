@@ -3,7 +3,6 @@
 // session's own sources.
 #pragma once
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -26,14 +25,10 @@ class ScanSession::FieldChanges {
   }
 
   // For a field that was changed in place.
-  void note(Signal changed) {
-    if (std::find(changed_.begin(), changed_.end(), changed) == changed_.end()) {
-      changed_.push_back(changed);
-    }
-  }
+  void note(Signal changed) { changed_.push_back(changed); }
 
-  // Emits each signal once, in the order of the changes. The last thing to do in a step: whoever
-  // hears of it may take the next one, or end the session.
+  // Emits the signals in the order of the changes. The last thing to do in a step: whoever hears of
+  // it may take the next one, or end the session.
   void announce() {
     for (const Signal changed : std::exchange(changed_, {})) {
       if (session_) emit(session_->*changed)();

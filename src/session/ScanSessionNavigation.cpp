@@ -46,24 +46,24 @@ void ScanSession::open(const DiskNode& node) {
 
 void ScanSession::expandPackage(const DiskNode& node) {
   Dispatch& dispatch = services_.dispatch;
-  // The user has no way to stop this walk; only the end of the session does.
-  dispatch.async(Dispatch::Queue::userInitiated,
-                 [&dispatch, session = QPointer(this), path = node.path(), walk = services_.walk,
-                  ended = sessionEnded_] {
-                   DiskScanner::Callbacks callbacks;
-                   callbacks.isCancelled = [&ended = *ended] { return ended.isSet(); };
-                   DiskScanner::Options options;
-                   options.expandPackages = true;
-                   DiskNode result = walk(path, callbacks, options);
-                   dispatch.async(Dispatch::Queue::main, [session, result = std::move(result)] {
-                     if (!session) return;
-                     FieldChanges changes(*session);
-                     session->clearSelection(changes);
-                     session->stack_.push_back(result);
-                     changes.note(&ScanSession::stackChanged);
-                     changes.announce();
-                   });
-                 });
+  auto work = [&dispatch, session = QPointer(this), path = node.path(), walk = services_.walk,
+               ended = sessionEnded_] {
+    DiskScanner::Callbacks callbacks;
+    // The user has no way to stop this walk; only the end of the session does.
+    callbacks.isCancelled = [&ended = *ended] { return ended.isSet(); };
+    DiskScanner::Options options;
+    options.expandPackages = true;
+    const DiskNode result = walk(path, callbacks, options);
+    dispatch.async(Dispatch::Queue::main, [session, result] {
+      if (!session) return;
+      FieldChanges changes(*session);
+      session->clearSelection(changes);
+      session->stack_.push_back(result);
+      changes.note(&ScanSession::stackChanged);
+      changes.announce();
+    });
+  };
+  dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
   flash("Opening package " + std::string(node.name()) + "…");
 }
 
@@ -95,8 +95,10 @@ void ScanSession::reveal(const DiskNode& node) {
 }
 
 void ScanSession::clearSelection(FieldChanges& changes) {
-  changes.set(selected_, std::set<std::string>(), &ScanSession::selectionChanged);
-  changes.set(selectedNodes_, std::vector<DiskNode>(), &ScanSession::selectionChanged);
+  if (selected_.empty()) return;
+  selected_.clear();
+  selectedNodes_.clear();
+  changes.note(&ScanSession::selectionChanged);
 }
 
 }  // namespace tessaly

@@ -22,6 +22,14 @@ class Navigation : public SessionFixture {
  protected:
   using Paths = std::vector<std::string>;
 
+  static DiskNode remainder() {
+    DiskNode::Fields fields;
+    fields.name = "+ 20 more";
+    fields.path = "/r/__rest__";
+    fields.size = 40;
+    return DiskNode(fields);
+  }
+
   const DiskNode film_ = file("/r/big/deep/film", 400);
   const DiskNode deep_ = folder("/r/big/deep", 400, {film_});
   const DiskNode song_ = file("/r/big/song", 200);
@@ -29,7 +37,7 @@ class Navigation : public SessionFixture {
   const DiskNode app_ = folder("/r/Foo.app", 300);
   const DiskNode empty_ = folder("/r/empty", 0);
   const DiskNode note_ = file("/r/note", 10);
-  const DiskNode rest_ = DiskNode({.name = "+ 20 more", .path = "/r/__rest__", .size = 40});
+  const DiskNode rest_ = remainder();
   const DiskNode root_ = folder("/r", 950, {big_, app_, empty_, note_, rest_});
 
   void SetUp() override { scanTo(root_); }

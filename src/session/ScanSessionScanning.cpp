@@ -1,5 +1,6 @@
 // How a scan runs, from the call to the tree on screen, with scans that overtake each other.
 
+#include <memory>
 #include <utility>
 
 #include <QPointer>
@@ -11,8 +12,6 @@
 namespace tessaly {
 
 void ScanSession::scan(const std::string& root) {
-  // A copy: `root` may well be scanRoot_.
-  const std::string newRoot = root;
   if (cancelFlag_) cancelFlag_->set();
   ++generation_;
   cancelFlag_ = std::make_shared<CancelFlag>();
@@ -24,8 +23,8 @@ void ScanSession::scan(const std::string& root) {
   changes.set(progress_, "Scanning started…", &ScanSession::progressChanged);
   changes.set(scanPercent_, 0.0, &ScanSession::scanPercentChanged);
   changes.set(errorMessage_, "", &ScanSession::errorMessageChanged);
-  changes.set(scanRoot_, newRoot, &ScanSession::scanRootChanged);
-  startWalk(newRoot);
+  changes.set(scanRoot_, root, &ScanSession::scanRootChanged);
+  startWalk(root);
   changes.announce();
 }
 
@@ -33,19 +32,17 @@ void ScanSession::startWalk(const std::string& root) {
   Dispatch& dispatch = services_.dispatch;
   const QPointer<ScanSession> session(this);
   const std::uint64_t generation = generation_;
+  const std::shared_ptr<CancelFlag> flag = cancelFlag_;
 
-  ProgressRelay relay(dispatch, {.line =
-                                     [session, generation](const std::string& line) {
-                                       if (!session || session->generation_ != generation) return;
-                                       session->setField(session->progress_, line,
-                                                         &ScanSession::progressChanged);
-                                     },
-                                 .percent =
-                                     [session, generation](double fraction) {
-                                       if (!session || session->generation_ != generation) return;
-                                       session->setField(session->scanPercent_, fraction,
-                                                         &ScanSession::scanPercentChanged);
-                                     }});
+  ProgressRelay::Receiver receiver;
+  receiver.line = [session, generation](const std::string& line) {
+    if (!session || session->generation_ != generation) return;
+    session->setField(session->progress_, line, &ScanSession::progressChanged);
+  };
+  receiver.percent = [session, generation](double fraction) {
+    if (!session || session->generation_ != generation) return;
+    session->setField(session->scanPercent_, fraction, &ScanSession::scanPercentChanged);
+  };
 
   BloatFilter::ScanExcludes skipped = BloatFilter::scanExcludes(filters_);
   DiskScanner::Options options;
@@ -53,22 +50,21 @@ void ScanSession::startWalk(const std::string& root) {
   options.extraSuffixes = std::move(skipped.suffixes);
   options.extraPrefixes = excludes_;
 
-  // From here on nothing of the session is touched but on the main queue, where it is known whether
-  // it still exists.
-  dispatch.async(Dispatch::Queue::userInitiated,
-                 [&dispatch, session, generation, root, flag = cancelFlag_, walk = services_.walk,
-                  relay = std::move(relay), options = std::move(options)]() mutable {
-                   const DiskScanner::Callbacks callbacks{
-                       .progress = [&relay](const std::string& line) { relay.line(line); },
-                       .percent = [&relay](double fraction) { relay.percent(fraction); },
-                       .isCancelled = [&flag = *flag] { return flag.isSet(); }};
-                   DiskNode result = walk(root, callbacks, options);
-                   dispatch.async(Dispatch::Queue::main,
-                                  [session, generation, flag, root, result = std::move(result)] {
-                                    if (session)
-                                      session->finishWalk(generation, *flag, result, root);
-                                  });
-                 });
+  // Runs on a worker. Of the session it touches nothing but on the main queue, where it is known
+  // whether the session still exists.
+  auto work = [&dispatch, session, generation, flag, root, walk = services_.walk,
+               relay = ProgressRelay(dispatch, std::move(receiver)),
+               options = std::move(options)]() mutable {
+    DiskScanner::Callbacks callbacks;
+    callbacks.progress = [&relay](const std::string& line) { relay.line(line); };
+    callbacks.percent = [&relay](double fraction) { relay.percent(fraction); };
+    callbacks.isCancelled = [&flag = *flag] { return flag.isSet(); };
+    const DiskNode result = walk(root, callbacks, options);
+    dispatch.async(Dispatch::Queue::main, [session, generation, flag, root, result] {
+      if (session) session->finishWalk(generation, *flag, result, root);
+    });
+  };
+  dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
 }
 
 void ScanSession::finishWalk(std::uint64_t generation, const CancelFlag& flag,

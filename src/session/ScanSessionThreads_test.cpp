@@ -10,9 +10,7 @@
 #include <QObject>
 
 #include "platform/ThreadedDispatch.h"
-#include "session/ScanSession.h"
-#include "support/FakeFolderPanel.h"
-#include "support/FakeWorkspace.h"
+#include "session/SessionFixture_test.h"
 #include "support/MainLoop.h"
 #include "support/TempTree.h"
 
@@ -78,7 +76,7 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
           ++stopped;
         }
         callbacks.progress("second");
-        return DiskNode({.name = root.substr(1), .path = root, .size = 1, .isDir = true});
+        return folder(root, 1);
       });
   bool hasShownFirst = false;
   QObject::connect(session.get(), &ScanSession::stackChanged,

@@ -2,6 +2,8 @@
 // for them beforehand, and its clock stands still.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <gtest/gtest.h>
@@ -19,17 +21,22 @@
 namespace tessaly {
 
 inline DiskNode file(const std::string& path, std::int64_t size) {
-  return DiskNode({.name = path.substr(path.rfind('/') + 1), .path = path, .size = size});
+  DiskNode::Fields fields;
+  fields.name = path.substr(path.rfind('/') + 1);
+  fields.path = path;
+  fields.size = size;
+  return DiskNode(fields);
 }
 
 inline DiskNode folder(const std::string& path, std::int64_t size,
                        const std::vector<DiskNode>& children = {}) {
-  return DiskNode({.name = path.substr(path.rfind('/') + 1),
-                   .path = path,
-                   .size = size,
-                   .isDir = true,
-                   .kind = FileKind::folder},
-                  children);
+  DiskNode::Fields fields;
+  fields.name = path.substr(path.rfind('/') + 1);
+  fields.path = path;
+  fields.size = size;
+  fields.isDir = true;
+  fields.kind = FileKind::folder;
+  return DiskNode(fields, children);
 }
 
 class SessionFixture : public ::testing::Test {

@@ -13,7 +13,7 @@ constexpr std::size_t longestSuffix = 8;
 
 bool isSuffix(std::string_view pattern) {
   return pattern.starts_with('.') && pattern.find('.', 1) == std::string_view::npos &&
-         graphemeCount(pattern) <= longestSuffix;
+         UnicodeText::graphemeCount(pattern) <= longestSuffix;
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ BloatFilter::ScanExcludes BloatFilter::scanExcludes(const std::vector<BloatFilte
     if (!filter.skipScan) continue;
     for (const std::string& pattern : filter.patterns) {
       if (isSuffix(pattern)) {
-        excludes.suffixes.insert(lowercased(pattern));
+        excludes.suffixes.insert(UnicodeText::lowercased(pattern));
       } else {
         excludes.names.insert(pattern);
       }

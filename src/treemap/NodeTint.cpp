@@ -48,11 +48,11 @@ Color color(const DiskNode& node, const std::vector<BloatFilter>& filters,
     if (!filter.enabled) continue;
     if (!anyEnabled) {
       anyEnabled = true;
-      name = lowercased(node.name());
-      path = lowercased(node.path());
+      name = UnicodeText::lowercased(node.name());
+      path = UnicodeText::lowercased(node.path());
     }
     for (const std::string& pattern : filter.patterns) {
-      const std::string part = lowercased(pattern);
+      const std::string part = UnicodeText::lowercased(pattern);
       if (contains(name, part) || contains(path, part)) return MarrowTheme::highlight;
     }
   }
@@ -63,7 +63,7 @@ Color color(const DiskNode& node, const std::vector<BloatFilter>& filters,
 
 Color base(const DiskNode& node) {
   if (!node.isDir()) return KindColor::of(node.kind());
-  const std::string lower = lowercased(node.name());
+  const std::string lower = UnicodeText::lowercased(node.name());
   if (lower == "node_modules" || contains(lower, ".npm")) return MarrowTheme::developer;
   if (lower == "deriveddata" || contains(lower, "xcode")) return MarrowTheme::folderPalette[3];
   if (lower == ".next" || lower == "dist" || lower == "build" || lower == "out") {

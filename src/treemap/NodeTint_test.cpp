@@ -172,6 +172,9 @@ TEST(NodeTintByAge, of_an_unknown_time_is_that_of_other) {
   EXPECT_EQ(byAge(std::nullopt), MarrowTheme::other);
   EXPECT_EQ(byAge(0), MarrowTheme::other);
   EXPECT_EQ(byAge(-day), MarrowTheme::other);
+  // Even where the clock itself is near 1970.
+  EXPECT_EQ(NodeTint::color(aged(0), {}, {}, true, 5 * day), MarrowTheme::other);
+  EXPECT_EQ(NodeTint::color(aged(1), {}, {}, true, 5 * day), MarrowTheme::success);
 }
 
 TEST(NodeTintByAge, reads_the_clock_when_no_time_is_given) {

@@ -120,6 +120,8 @@ TEST(SquarifyDeathTest, refuses_sizes_whose_sum_overflows) {
   constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(squarified({most - 1, 1}, {0, 0, 90, 90}).size(), 2U);
   EXPECT_DEATH(squarified({most, 1}, {0, 0, 90, 90}), "overflow");
+  // No two of these stand in one row.
+  EXPECT_DEATH(squarified({most - 2, 2, 1}, {0, 0, 90, 90}), "overflow");
 }
 
 TEST(TreemapLayout, of_a_node_without_children_is_empty) {

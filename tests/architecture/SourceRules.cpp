@@ -65,6 +65,9 @@ constexpr std::array<std::string_view, 46> coreHeaders = {"QAbstractItemModel",
                                                           "QVariantMap",
                                                           "QtGlobal"};
 
+// The main queue as Qt answers it: the one seam of platform/ that has to hop by Qt's own means.
+constexpr std::string_view mainQueue = "app/desktop/MainQueue.cpp";
+
 struct Line {
   std::string file;  // relative to the folder that was asked about, with "/"
   int number = 0;
@@ -183,8 +186,6 @@ std::vector<std::string> forbiddenThreads(const fs::path& src) {
       "std::(j?thread\\b(?!::)|async\\b)|\\bmoveToThread\\b|\\binvokeMethod\\b|\\bQThread::"
       "create\\b|"
       "\\bQtConcurrent\\b");
-  // The main queue as Qt answers it: the one seam of platform/ that has to hop by Qt's own means.
-  constexpr std::string_view mainQueue = "app/desktop/MainQueue.cpp";
   std::vector<std::string> complaints;
   forEachLine(src, [&complaints](const Line& line) {
     if (line.file.starts_with("platform/") || line.file == mainQueue || isTest(line.file) ||

@@ -1,10 +1,26 @@
-// The main of the journeys: the program's own look, without a display.
+// The main of the journeys: the program's own look, without a display, and no complaint of a view
+// passed over.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <cstdio>
 
 #include "app/Application.h"
+
+namespace {
+
+// What a view complains about is an error in the view, even if the picture comes out right.
+void failOnComplaints(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  const bool ofView = message.startsWith(QLatin1String("qrc:")) ||
+                      QLatin1String(context.category) == QLatin1String("qml");
+  if (ofView && type != QtDebugMsg)
+    ADD_FAILURE() << message.toStdString();
+  else
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -12,5 +28,6 @@ int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   const QApplication application(argc, argv);
   tessaly::Application::setUpLook();
+  qInstallMessageHandler(failOnComplaints);
   return RUN_ALL_TESTS();
 }

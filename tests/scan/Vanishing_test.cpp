@@ -15,7 +15,10 @@ namespace {
 namespace fs = std::filesystem;
 
 class Vanishing : public ScanFacts {};
-TESSALY_FOR_ALL_WALKERS(Vanishing);
+INSTANTIATE_TEST_SUITE_P(by, Vanishing,
+                         testing::Values(Walker{"one_thread", 1}, Walker{"two_threads", 2},
+                                         Walker{"four_threads", 4}, Walker{"eight_threads", 8}),
+                         [](const auto& instance) { return std::string(instance.param.name); });
 
 constexpr const char* home = R"(
   folder-##/ x20

@@ -105,7 +105,8 @@ void add(Acc& acc, const std::vector<std::string>& parts, std::int64_t size, boo
   for (std::size_t place = 0; place < parts.size(); ++place) {
     const std::string& part = parts[place];
     const bool last = place + 1 == parts.size();
-    running = appended(running, part);
+    if (running != "/") running += '/';
+    running += part;
     if (last && !isDir && size < smallFileLimit && !important.contains(cursor->name)) {
       update(*cursor, size, mtime);
       return;

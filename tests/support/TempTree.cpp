@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <span>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -179,6 +180,21 @@ void plantLines(int top, int folder, Lines lines) {
   }
 }
 
+// Where trees of a hundred thousand files are made and removed fastest: in memory, when there is
+// plenty of it and nobody has said otherwise.
+std::string placeForTrees() {
+  const std::string memory = "/dev/shm";
+  constexpr std::uint64_t enoughBytes = std::uint64_t{1} << 30;
+  constexpr std::uint64_t enoughFiles = 600000;
+  struct statvfs system {};
+  if (std::getenv("TMPDIR") == nullptr && access(memory.c_str(), W_OK | X_OK) == 0 &&
+      statvfs(memory.c_str(), &system) == 0 && system.f_favail >= enoughFiles &&
+      std::uint64_t{system.f_bavail} * system.f_frsize >= enoughBytes) {
+    return memory;
+  }
+  return fs::temp_directory_path().native();
+}
+
 }  // namespace
 
 void plantTree(int top, int folder, std::string_view text) {
@@ -186,7 +202,7 @@ void plantTree(int top, int folder, std::string_view text) {
 }
 
 TempTree::TempTree(std::string_view text) {
-  std::string place = (fs::temp_directory_path() / "tessaly-XXXXXX").native();
+  std::string place = placeForTrees() + "/tessaly-XXXXXX";
   if (mkdtemp(place.data()) == nullptr) fail(place);
   path_ = fs::canonical(place).native();
   if (chmod(path_.c_str(), 0755) != 0) fail(path_);

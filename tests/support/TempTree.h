@@ -24,7 +24,8 @@
 //   mtime=S    modification time, seconds since 1970, to the nanosecond; 1600000000 otherwise
 //   x100       the line a hundred times, each "#" of the name a digit of the number, from 0 on
 //
-// Whatever cannot be built as asked throws, with the line.
+// Trees stand in memory where there is plenty of it; TMPDIR chooses another place. Whatever cannot
+// be built as asked throws, with the line.
 #pragma once
 
 #include <cstdint>

@@ -2,11 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QtQml/qqmlextensionplugin.h>
 
 #include "app/controls/Fonts.h"
-
-Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

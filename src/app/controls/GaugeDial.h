@@ -9,7 +9,7 @@
 
 namespace tessaly {
 
-class GaugeDial : public TexturedItem {
+class GaugeDial : public tessaly::TexturedItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(double usedPercent READ usedPercent WRITE setUsedPercent NOTIFY usedPercentChanged)

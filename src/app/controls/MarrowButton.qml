@@ -17,6 +17,12 @@ T.Button {
     // The corners of the focus ring.
     property real focusRadius: 8
 
+    // What a click does, for what is not the mouse.
+    function press() {
+        if (enabled)
+            clicked()
+    }
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.StrongFocus
@@ -25,43 +31,19 @@ T.Button {
     Accessible.role: Accessible.Button
     Accessible.name: control.text
     Accessible.focusable: true
-    Accessible.onPressAction: control.click()
+    Accessible.onPressAction: control.press()
 
-    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) control.click() }
-    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) control.click() }
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) control.press() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) control.press() }
 
-    contentItem: Item {
-        // Whole points, so that what stands beside the button starts on a pixel.
-        implicitWidth: Math.ceil(row.implicitWidth)
-        implicitHeight: Math.ceil(row.implicitHeight)
-
-        Row {
-            id: row
-
-            x: Math.round((parent.width - width) / 2)
-            y: Math.round((parent.height - height) / 2)
-            spacing: control.symbol !== "" && control.text !== "" ? 6 : 0
-
-            Symbol {
-                objectName: "symbol"
-                y: Math.round((row.height - height) / 2)
-                name: control.symbol
-                size: control.symbolSize
-                color: control.symbolColor
-            }
-
-            Text {
-                objectName: "label"
-                y: Math.round((row.height - height) / 2)
-                visible: text !== ""
-                text: control.text
-                textFormat: Text.PlainText
-                color: control.labelColor
-                font.family: Theme.uiFamily
-                font.pixelSize: control.labelSize
-                font.weight: control.labelWeight
-            }
-        }
+    contentItem: SymbolLabel {
+        symbol: control.symbol
+        symbolSize: control.symbolSize
+        symbolColor: control.symbolColor
+        text: control.text
+        textSize: control.labelSize
+        textWeight: control.labelWeight
+        textColor: control.labelColor
     }
 
     RoundedPanel {

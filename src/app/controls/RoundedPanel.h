@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-class RoundedPanel : public TexturedItem {
+class RoundedPanel : public tessaly::TexturedItem {
   Q_OBJECT
   QML_ELEMENT
   // Corners of `radius` points; more than half the height makes a capsule.

@@ -1,6 +1,8 @@
 #include "app/controls/RoundedPanel.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 #include <QPainter>
@@ -14,6 +16,16 @@ namespace {
 // The share of a Gaussian that lies beyond `distance`.
 double beyond(double distance, double sigma) {
   return 0.5 * std::erfc(distance / (sigma * std::sqrt(2)));
+}
+
+int largestDifference(const QImage& a, const QImage& b) {
+  int largest = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      largest = std::max(largest, std::abs(qAlpha(a.pixel(x, y)) - qAlpha(b.pixel(x, y))));
+    }
+  }
+  return largest;
 }
 
 TEST(ContinuousShape, keeps_to_its_rectangle_and_cuts_its_corners) {
@@ -80,8 +92,8 @@ TEST_F(RoundedPanelPicture, has_smooth_corners) {
 
 TEST_F(RoundedPanelPicture, has_four_equal_corners) {
   const QImage image = at(2);
-  EXPECT_EQ(image, image.mirrored(true, false));
-  EXPECT_EQ(image, image.mirrored(false, true));
+  EXPECT_LE(largestDifference(image, image.mirrored(true, false)), 3);
+  EXPECT_LE(largestDifference(image, image.mirrored(false, true)), 3);
 }
 
 TEST_F(RoundedPanelPicture, runs_its_gradient_from_top_to_bottom_or_to_the_far_corner) {
@@ -120,7 +132,7 @@ TEST_F(RoundedPanelPicture, casts_its_shadow_outside_its_bounds) {
   const int margin = (image.width() - 80) / 2;
   ASSERT_GE(margin, 12);
   // Down the middle, below the panel: the shadow's edge lies at 43 points.
-  const int top = (image.height() - 40 - 3) / 2;
+  const int top = (image.height() - 40) / 2 - 3;
   for (const int below : {0, 2, 4, 8}) {
     const double distance = below + 0.5 - 3;
     EXPECT_NEAR(image.pixelColor(margin + 40, top + 40 + below).alpha(), 128 * beyond(distance, 4),

@@ -107,11 +107,8 @@ Silhouette silhouette(const QSize& shape, double cornerRadius, double sigma) {
 QImage colored(const QImage& alpha, const QColor& color) {
   QImage image(alpha.size(), QImage::Format_ARGB32_Premultiplied);
   image.fill(color);
+  // Multiplies, so the colour's own opacity stays in force.
   image.setAlphaChannel(alpha);
-  QPainter painter(&image);
-  // The alpha channel replaced the colour's own opacity.
-  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-  painter.fillRect(image.rect(), QColor(0, 0, 0, color.alpha()));
   return image;
 }
 

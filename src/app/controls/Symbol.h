@@ -10,7 +10,7 @@
 
 namespace tessaly {
 
-class Symbol : public TexturedItem {
+class Symbol : public tessaly::TexturedItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged REQUIRED)

@@ -25,7 +25,7 @@ void collect(const QString& source, const QString& file, Uses& uses) {
 // In views: what is bound to a property called symbol or ...Symbol, and the name of a Symbol.
 void collectFromQml(const QString& text, const QString& file, Uses& uses) {
   static const QRegularExpression bound(
-      "\\b(?:symbol|\\w+Symbol)\\s*:([^\\n]*(?:\\n\\s*[?:][^\\n]*)*)");
+      "\\b(?:symbol|\\w+Symbol)\\s*:([^\\n;]*(?:\\n\\s*[?:][^\\n;]*)*)");
   auto bindings = bound.globalMatch(text);
   while (bindings.hasNext()) collect(bindings.next().captured(1), file, uses);
   static const QRegularExpression item("\\bSymbol\\s*\\{([^{}]*)");
@@ -97,7 +97,7 @@ TEST(SymbolNames, are_found_in_every_way_a_source_may_hold_them) {
       "A.cpp", uses);
   QStringList names;
   for (const auto& use : uses) names.append(use.first);
-  EXPECT_EQ(names.join(" "), "eight four.2x2 one.fill seven.text six three two");
+  EXPECT_EQ(names.join(" ").toStdString(), "eight four.2x2 one.fill seven.text six three two");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
 
 class QPainter;
 
@@ -13,6 +14,7 @@ namespace tessaly {
 
 class TexturedItem : public QQuickItem {
   Q_OBJECT
+  QML_ANONYMOUS
 
  public:
   explicit TexturedItem(QQuickItem* parent = nullptr);

@@ -2,14 +2,15 @@
 // whenever something they depend on changes.
 #pragma once
 
-#include <QPointF>
-#include <QSizeF>
 #include <cstddef>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <QPointF>
+#include <QSizeF>
 
 #include "app/map/CanvasTile.h"
 #include "scan/DiskNode.h"

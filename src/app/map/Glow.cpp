@@ -30,7 +30,9 @@ std::vector<std::uint32_t> strengths(int first, int count, double low, double hi
 
 }  // namespace
 
-double Glow::reach(double radius) { return radius * range; }
+double Glow::reach(double radius) {
+  return radius * range;
+}
 
 Glow::Glow(const Rect& rect, const Color& color, double radius, double scale) {
   const double left = rect.x * scale;

@@ -1,10 +1,11 @@
 // The soft shadow that lies centred under a tile, as if the tile were opaque.
 #pragma once
 
-#include <QRect>
 #include <array>
 #include <cstdint>
 #include <vector>
+
+#include <QRect>
 
 #include "app/map/PixelCanvas.h"
 #include "look/Color.h"
@@ -28,8 +29,8 @@ class Glow {
   void paint(PixelCanvas& canvas) const;
 
  private:
-  QRect area_;                           // pixels of the canvas
-  std::vector<std::uint32_t> columns_;   // strength of each, 0 to 255
+  QRect area_;                          // pixels of the canvas
+  std::vector<std::uint32_t> columns_;  // strength of each, 0 to 255
   std::vector<std::uint32_t> rows_;
   std::array<std::uint32_t, 256> colors_{};  // by strength
   int fullFrom_ = 0;  // the columns of full strength, in pixels of the canvas

@@ -1,10 +1,11 @@
 #include "app/map/LabelPainter.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <QColor>
 #include <QFontMetricsF>
 #include <QPainter>
-#include <algorithm>
-#include <cmath>
 
 #include "app/controls/Fonts.h"
 #include "app/controls/SymbolPainter.h"
@@ -48,8 +49,7 @@ const QFont& LabelPainter::fontOf(Style style) const {
   return style == sizeText ? sizeFont_ : nameFont11_;
 }
 
-LabelPainter::Picture LabelPainter::makeText(Style style, const QString& text,
-                                             double scale) const {
+LabelPainter::Picture LabelPainter::makeText(Style style, const QString& text, double scale) const {
   const QFont& font = fontOf(style);
   const QFontMetricsF metrics(font);
   Picture made;
@@ -90,20 +90,32 @@ LabelPainter::Picture LabelPainter::makeIcon(const QString& name, double scale) 
   return made;
 }
 
-const LabelPainter::Picture& LabelPainter::picture(Style style, const QString& text,
-                                                   double scale) {
-  if (scale != scale_) {
-    pictures_.clear();
-    scale_ = scale;
-  }
-  const QString key = QChar(static_cast<char16_t>(u'0' + style)) + text;
+template <typename Make>
+const LabelPainter::Picture& LabelPainter::kept(const QString& key, Make make) {
   auto found = pictures_.find(key);
-  if (found == pictures_.end()) {
-    found =
-        pictures_.insert(key, style == icon ? makeIcon(text, scale) : makeText(style, text, scale));
-  }
+  if (found == pictures_.end()) found = pictures_.insert(key, make());
   found->lastPass = pass_;
   return *found;
+}
+
+const LabelPainter::Picture& LabelPainter::picture(Style style, const QString& text) {
+  return kept(QChar(static_cast<char16_t>(u'0' + style)) + text, [&] {
+    return style == icon ? makeIcon(text, scale_) : makeText(style, text, scale_);
+  });
+}
+
+const LabelPainter::Picture& LabelPainter::fitting(Style style, const QString& text, double room) {
+  const Picture& whole = picture(style, text);
+  if (whole.width <= room) return whole;
+  // Wide letters: fewer fit than a tile of this width usually has room for. Room is counted in
+  // quarters of a point, so that a folder seen again finds its pictures.
+  const int quarters = static_cast<int>(room * 4);
+  const QString key =
+      QStringLiteral("%1/%2/%3").arg(static_cast<int>(style)).arg(quarters).arg(text);
+  return kept(key, [&] {
+    const QFontMetricsF metrics(fontOf(style));
+    return makeText(style, metrics.elidedText(text, Qt::ElideRight, quarters / 4.0), scale_);
+  });
 }
 
 void LabelPainter::endPass() {
@@ -123,6 +135,10 @@ void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
   const int margin = TextShadow::margin(scale);
   const Style nameStyle = label->nameSize == 12 ? name12 : name11;
   canvas.setClip(outerClip & row);
+  if (scale != scale_) {
+    pictures_.clear();
+    scale_ = scale;
+  }
 
   const auto place = [&](const Picture& part, double left, double middle) {
     canvas.draw(part.image, static_cast<int>(std::lround(left * scale)) - margin,
@@ -134,35 +150,20 @@ void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
   const double rowHeight = QFontMetricsF(fontOf(nameStyle)).height();
   const double middle = rect.y + label->topPadding + rowHeight / 2;
 
-  const QLatin1StringView symbol(label->symbol.data(), static_cast<qsizetype>(label->symbol.size()));
-  const Picture& symbolPicture = picture(icon, symbol, scale);
+  const QLatin1StringView symbol(label->symbol.data(),
+                                 static_cast<qsizetype>(label->symbol.size()));
+  const Picture& symbolPicture = picture(icon, symbol);
   place(symbolPicture, left, middle);
   left += symbolPicture.width + gap;
 
   if (!label->size.empty()) {
-    const Picture& size = picture(sizeText, QString::fromStdString(label->size), scale);
+    const Picture& size = picture(sizeText, QString::fromStdString(label->size));
     right -= size.width;
     place(size, right, middle);
     right -= gap;
   }
-  drawName(canvas, nameStyle, displayText(label->name), left, middle, right - left);
+  if (right > left) place(fitting(nameStyle, displayText(label->name), right - left), left, middle);
   canvas.setClip(outerClip);
-}
-
-void LabelPainter::drawName(PixelCanvas& canvas, Style style, const QString& text, double left,
-                            double middle, double room) {
-  if (room <= 0) return;
-  const double scale = canvas.scale();
-  const Picture* name = &picture(style, text, scale);
-  if (name->width > room) {
-    // Wide letters: fewer fit than a tile of this width usually has room for.
-    const QString fitting = QFontMetricsF(fontOf(style)).elidedText(text, Qt::ElideRight, room);
-    if (fitting.isEmpty()) return;
-    name = &picture(style, fitting, scale);
-  }
-  const int margin = TextShadow::margin(scale);
-  canvas.draw(name->image, static_cast<int>(std::lround(left * scale)) - margin,
-              static_cast<int>(std::lround((middle - name->height / 2) * scale)) - margin);
 }
 
 }  // namespace tessaly

@@ -18,7 +18,8 @@ class LabelPainter {
  public:
   LabelPainter();
 
-  // The label of the tile, if it has one, over what the canvas shows. Never reaches beyond the tile.
+  // The label of the tile, if it has one, over what the canvas shows. Never reaches beyond the
+  // tile.
   void paint(PixelCanvas& canvas, const TreemapRect& rect);
 
   // To be called after all tiles have been painted: lets go of pictures that were not in use, once
@@ -37,11 +38,13 @@ class LabelPainter {
   };
 
   const QFont& fontOf(Style style) const;
-  const Picture& picture(Style style, const QString& text, double scale);
+  template <typename Make>
+  const Picture& kept(const QString& key, Make make);
+  const Picture& picture(Style style, const QString& text);
+  // `text`, cut where it would be wider than `room` points.
+  const Picture& fitting(Style style, const QString& text, double room);
   Picture makeText(Style style, const QString& text, double scale) const;
   static Picture makeIcon(const QString& name, double scale);
-  void drawName(PixelCanvas& canvas, Style style, const QString& text, double left, double middle,
-                double room);
 
   QFont nameFont11_;
   QFont nameFont12_;

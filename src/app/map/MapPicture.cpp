@@ -1,8 +1,9 @@
 #include "app/map/MapPicture.h"
 
-#include <QRegion>
 #include <cmath>
 #include <vector>
+
+#include <QRegion>
 
 #include "app/map/TilePainter.h"
 

@@ -1,9 +1,10 @@
 // Puts the picture of a treemap together from ground, tiles and labels. Main thread only.
 #pragma once
 
-#include <QSizeF>
 #include <cstddef>
 #include <optional>
+
+#include <QSizeF>
 
 #include "app/map/CanvasTiles.h"
 #include "app/map/LabelPainter.h"
@@ -14,9 +15,9 @@ namespace tessaly::MapPicture {
 // The whole canvas of `size` points at `scale` pixels a point, no tile highlighted.
 PixelCanvas whole(const CanvasTiles& tiles, QSizeF size, double scale, LabelPainter& labels);
 
-// What is laid over that picture while the tile at `index` is highlighted: the tile as it then looks
-// and the glow around it, with nothing where later tiles cover it. Covers just that part of the
-// canvas. Absent for a selected tile, which looks the same either way.
+// What is laid over that picture while the tile at `index` is highlighted: the tile as it then
+// looks and the glow around it, with nothing where later tiles cover it. Covers just that part of
+// the canvas. Absent for a selected tile, which looks the same either way.
 std::optional<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
                                      double scale, LabelPainter& labels);
 

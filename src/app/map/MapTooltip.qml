@@ -1,6 +1,7 @@
 // The panel beside the pointer that tells what the tile under it is.
 import QtQuick
 import Tessaly.Controls
+import Tessaly.Map
 
 RoundedPanel {
     id: panel

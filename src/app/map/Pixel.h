@@ -10,11 +10,11 @@ namespace tessaly::Pixel {
 
 // Each of the four channels times `factor` / 255, rounded.
 constexpr std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
-  std::uint32_t even = (pixel & 0xFF00FFu) * factor;
-  even = (even + ((even >> 8) & 0xFF00FFu) + 0x800080u) >> 8;
-  std::uint32_t odd = ((pixel >> 8) & 0xFF00FFu) * factor;
-  odd = odd + ((odd >> 8) & 0xFF00FFu) + 0x800080u;
-  return (even & 0xFF00FFu) | (odd & 0xFF00FF00u);
+  std::uint32_t even = (pixel & 0xFF00FFu) * factor + 0x800080u;
+  even = ((even + ((even >> 8) & 0xFF00FFu)) >> 8) & 0xFF00FFu;
+  std::uint32_t odd = ((pixel >> 8) & 0xFF00FFu) * factor + 0x800080u;
+  odd = (odd + ((odd >> 8) & 0xFF00FFu)) & 0xFF00FF00u;
+  return even | odd;
 }
 
 // `source` laid over `below`.
@@ -31,6 +31,23 @@ constexpr std::uint32_t fromParts(double alpha, double red, double green, double
 constexpr std::uint32_t fromColor(const Color& color) {
   const double part = color.opacity / 255;
   return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
+}
+
+// A pixel with its channels in lanes of 16 bits: blue, red, green and, on top, alpha.
+inline constexpr std::uint64_t lanes = 0x00FF00FF00FF00FFu;
+
+constexpr std::uint64_t spread(std::uint32_t pixel) {
+  return (pixel | static_cast<std::uint64_t>(pixel) << 24) & lanes;
+}
+
+constexpr std::uint32_t packed(std::uint64_t spreadOut) {
+  return static_cast<std::uint32_t>(spreadOut | spreadOut >> 24);
+}
+
+// scaled() for a pixel in lanes.
+constexpr std::uint64_t scaledLanes(std::uint64_t spreadOut, std::uint64_t factor) {
+  const std::uint64_t product = spreadOut * factor + 0x0080008000800080u;
+  return ((product + ((product >> 8) & lanes)) >> 8) & lanes;
 }
 
 }  // namespace tessaly::Pixel

@@ -36,7 +36,9 @@ PixelCanvas::PixelCanvas(const QRect& area, double scale)
   stride_ = image_.bytesPerLine() / static_cast<qsizetype>(sizeof(std::uint32_t));
 }
 
-void PixelCanvas::setClip(const QRect& clip) { clip_ = clip & area_; }
+void PixelCanvas::setClip(const QRect& clip) {
+  clip_ = clip & area_;
+}
 
 Rect PixelCanvas::toPixels(const Rect& points) const {
   return {points.x * scale_, points.y * scale_, points.width * scale_, points.height * scale_};
@@ -119,7 +121,8 @@ void PixelCanvas::keep(RoundedShape& shape) {
 void PixelCanvas::draw(const QImage& picture, int x, int y) {
   const QRect place = QRect(x, y, picture.width(), picture.height()) & clip_;
   for (int line = place.top(); line <= place.bottom(); ++line) {
-    const auto* source = reinterpret_cast<const std::uint32_t*>(picture.constScanLine(line - y)) - x;
+    const auto* source =
+        reinterpret_cast<const std::uint32_t*>(picture.constScanLine(line - y)) - x;
     std::uint32_t* pixels = row(line);
     for (int column = place.left(); column <= place.right(); ++column) {
       if (source[column] != 0) pixels[column] = Pixel::over(source[column], pixels[column]);

@@ -1,10 +1,11 @@
-// The pixels of a part of the canvas, in an image: where tiles are painted without a QPainter, whose
-// rounded gradient fills are several times slower. One thread at a time.
+// The pixels of a part of the canvas, in an image: where tiles are painted without a QPainter,
+// whose rounded gradient fills are several times slower. One thread at a time.
 #pragma once
+
+#include <cstdint>
 
 #include <QImage>
 #include <QRect>
-#include <cstdint>
 
 #include "app/map/RoundedShape.h"
 #include "treemap/Rect.h"

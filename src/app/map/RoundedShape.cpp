@@ -14,8 +14,7 @@ constexpr int steps = 256;
 
 // How far from the corner the curve begins, for a radius of 1, so that it passes the diagonal where
 // the quarter circle does.
-const double reachPerRadius =
-    (1 - std::sqrt(0.5)) / (1 - std::pow(0.5, 1 / exponent));
+const double reachPerRadius = (1 - std::sqrt(0.5)) / (1 - std::pow(0.5, 1 / exponent));
 
 // The curve: inset from one edge at each distance from the other, both as parts of the reach.
 const std::array<float, steps + 1>& curve() {

@@ -57,7 +57,9 @@ void blur(const std::vector<std::uint32_t>& weights, const std::vector<std::uint
 
 }  // namespace
 
-int margin(double scale) { return static_cast<int>(std::ceil((deviation * 2.5 + down) * scale)); }
+int margin(double scale) {
+  return static_cast<int>(std::ceil((deviation * 2.5 + down) * scale));
+}
 
 void layUnder(QImage& picture, double scale) {
   const int width = picture.width();

@@ -23,8 +23,8 @@ struct TileLabel {
   // Space at the left and right end of the label, in points.
   static constexpr double sidePadding = 6;
 
-  // `name` cut to the characters that a tile of `width` points allows, with an ellipsis when any are
-  // left out. What a character is, is what a reader takes for one.
+  // `name` cut to the characters that a tile of `width` points allows, with an ellipsis when any
+  // are left out. What a character is, is what a reader takes for one.
   static std::string shortened(std::string_view name, double width, bool besideSize);
 
   static std::string_view symbolOf(const DiskNode& node);

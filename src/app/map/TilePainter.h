@@ -1,8 +1,9 @@
 // Paints the ground of the canvas and its tiles, without labels.
 #pragma once
 
-#include <QSizeF>
 #include <optional>
+
+#include <QSizeF>
 
 #include "app/map/CanvasTile.h"
 #include "app/map/Glow.h"

@@ -1,6 +1,7 @@
 // The interactive treemap of one folder: the surface with its tiles, and the tooltip above it.
 import QtQuick
 import Tessaly.Controls
+import Tessaly.Map
 import Tessaly.Model
 
 TreemapSurface {

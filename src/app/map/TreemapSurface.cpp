@@ -65,7 +65,9 @@ void TreemapSurface::renew() {
   polish();
 }
 
-double TreemapSurface::scale() const { return window()->effectiveDevicePixelRatio(); }
+double TreemapSurface::scale() const {
+  return window()->effectiveDevicePixelRatio();
+}
 
 void TreemapSurface::updatePolish() {
   if (!stale_ || window() == nullptr) return;
@@ -74,9 +76,9 @@ void TreemapSurface::updatePolish() {
     tiles_ = {};
     tileTexture_->clear();
   } else {
-    tiles_ = CanvasTiles(*node_.node(), size(),
-                         {session_->filters(), session_->grewPaths(), session_->selected(),
-                          session_->heatmap()});
+    tiles_ = CanvasTiles(
+        *node_.node(), size(),
+        {session_->filters(), session_->grewPaths(), session_->selected(), session_->heatmap()});
     tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_));
   }
   hovered_ = std::nullopt;
@@ -88,7 +90,9 @@ void TreemapSurface::hoverEnterEvent(QHoverEvent* event) {
   setMouse(event->position());
 }
 
-void TreemapSurface::hoverMoveEvent(QHoverEvent* event) { setMouse(event->position()); }
+void TreemapSurface::hoverMoveEvent(QHoverEvent* event) {
+  setMouse(event->position());
+}
 
 void TreemapSurface::hoverLeaveEvent(QHoverEvent*) {
   pointerInside_ = false;

@@ -5,12 +5,13 @@
 // colours and marks the tiles has changed.
 #pragma once
 
-#include <QPointF>
-#include <QQuickItem>
-#include <QtQml/qqmlregistration.h>
 #include <cstddef>
 #include <optional>
 #include <string>
+
+#include <QPointF>
+#include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
 
 #include "app/map/CanvasTiles.h"
 #include "app/map/LabelPainter.h"
@@ -24,8 +25,8 @@ namespace tessaly {
 class TreemapSurface : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged
-                 REQUIRED)
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged REQUIRED)
 
   Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)

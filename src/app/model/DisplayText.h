@@ -1,13 +1,14 @@
 // Names and paths as a person reads them. Only for showing: the bytes cannot be had back from it.
 #pragma once
 
-#include <QString>
 #include <string_view>
+
+#include <QString>
 
 namespace tessaly {
 
-// `bytes` as text on one line. What is not UTF-8, and every control character and line break, stands
-// as a replacement character.
+// `bytes` as text on one line. What is not UTF-8, and every control character and line break,
+// stands as a replacement character.
 QString displayText(std::string_view bytes);
 
 }  // namespace tessaly

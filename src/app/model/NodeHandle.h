@@ -2,10 +2,11 @@
 // bytes they are. Copying it is as cheap as copying the node.
 #pragma once
 
-#include <QObject>
-#include <QtQml/qqmlregistration.h>
 #include <optional>
 #include <utility>
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 #include "scan/DiskNode.h"
 

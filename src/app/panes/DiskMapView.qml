@@ -9,7 +9,7 @@ Item {
     required property ScanSession session
 
     DiskMapState {
-        id: map
+        id: mapState
 
         session: view.session
     }
@@ -17,7 +17,7 @@ Item {
     Loader {
         objectName: "idleScreen"
         anchors.fill: parent
-        active: map.screen === DiskMapState.Idle
+        active: mapState.screen === DiskMapState.Idle
         sourceComponent: IdleScreen {
             session: view.session
         }
@@ -26,30 +26,30 @@ Item {
     Loader {
         objectName: "scanningScreen"
         anchors.fill: parent
-        active: map.screen === DiskMapState.Scanning
+        active: mapState.screen === DiskMapState.Scanning
         sourceComponent: ScanningScreen {
             session: view.session
-            map: map
+            map: mapState
         }
     }
 
     Loader {
         objectName: "failedScreen"
         anchors.fill: parent
-        active: map.screen === DiskMapState.Failed
+        active: mapState.screen === DiskMapState.Failed
         sourceComponent: FailedScreen {
             session: view.session
-            map: map
+            map: mapState
         }
     }
 
     Loader {
         objectName: "resultScreen"
         anchors.fill: parent
-        active: map.screen === DiskMapState.Result
+        active: mapState.screen === DiskMapState.Result
         sourceComponent: ResultScreen {
             session: view.session
-            map: map
+            map: mapState
         }
     }
 }

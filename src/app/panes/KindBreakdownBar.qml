@@ -9,6 +9,7 @@ Column {
     id: bar
 
     property alias node: slices.node
+    readonly property alias empty: slices.empty
 
     visible: !slices.empty
     spacing: 6

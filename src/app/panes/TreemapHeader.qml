@@ -1,34 +1,41 @@
 // Which folder the map shows, how large it is, and what it holds.
 import QtQuick
-import QtQuick.Layouts
 import Tessaly.Controls
 import Tessaly.Panes
 
-ColumnLayout {
+Item {
     id: header
 
     required property DiskMapState map
 
-    spacing: 8
+    implicitHeight: bar.empty ? row.y + row.height + 10 : bar.y + bar.height + 8
 
-    RowLayout {
-        Layout.fillWidth: true
-        Layout.topMargin: 10
-        Layout.leftMargin: 14
-        Layout.rightMargin: 14
-        Layout.bottomMargin: bar.visible ? 0 : 10
+    Row {
+        id: row
+
+        x: 14
+        y: 10
         spacing: 7
 
         Symbol {
+            id: symbol
+
+            anchors.verticalCenter: parent.verticalCenter
             name: "folder.fill"
             size: 11
             color: Theme.accent
         }
 
         Text {
+            id: name
+
+            // All that the other texts leave over, if it needs that much.
+            readonly property real room: header.width - 2 * row.x - 4 * row.spacing - symbol.width
+                - size.implicitWidth - items.implicitWidth - stats.implicitWidth
+
             objectName: "name"
-            Layout.fillWidth: true
-            Layout.maximumWidth: Math.ceil(implicitWidth)
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(0, Math.min(implicitWidth, room))
             text: header.map.nodeName
             textFormat: Text.PlainText
             elide: Text.ElideMiddle
@@ -40,7 +47,10 @@ ColumnLayout {
         }
 
         Text {
+            id: size
+
             objectName: "size"
+            anchors.verticalCenter: parent.verticalCenter
             text: header.map.sizeText
             color: Theme.muted
             font.family: Theme.uiFamily
@@ -49,36 +59,39 @@ ColumnLayout {
         }
 
         Text {
+            id: items
+
             objectName: "items"
+            anchors.verticalCenter: parent.verticalCenter
             text: header.map.itemsText
             color: Theme.muted
             opacity: 0.8
             font.family: Theme.uiFamily
             font.pixelSize: 11
         }
+    }
 
-        Item {
-            Layout.fillWidth: true
-        }
+    Text {
+        id: stats
 
-        Text {
-            objectName: "stats"
-            visible: text !== ""
-            text: header.map.statsText
-            color: Theme.muted
-            font.family: Theme.monoFamily
-            font.pixelSize: 10
-        }
+        objectName: "stats"
+        anchors.right: parent.right
+        anchors.rightMargin: row.x
+        anchors.verticalCenter: row.verticalCenter
+        visible: text !== ""
+        text: header.map.statsText
+        color: Theme.muted
+        font.family: Theme.monoFamily
+        font.pixelSize: 10
     }
 
     KindBreakdownBar {
         id: bar
 
         objectName: "breakdown"
-        Layout.fillWidth: true
-        Layout.leftMargin: 14
-        Layout.rightMargin: 14
-        Layout.bottomMargin: 8
+        x: row.x
+        y: row.y + row.height + 8
+        width: parent.width - 2 * x
         node: header.map.node
     }
 }

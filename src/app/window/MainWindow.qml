@@ -20,7 +20,7 @@ Window {
     color: Theme.bg
 
     WindowState {
-        id: bars
+        id: barsState
 
         session: window.session
     }
@@ -33,14 +33,14 @@ Window {
             objectName: "titleBar"
             Layout.fillWidth: true
             session: window.session
-            bars: bars
+            bars: barsState
         }
 
         Loader {
             objectName: "breadcrumbs"
             Layout.fillWidth: true
             Layout.preferredHeight: active ? 36 : 0
-            active: bars.showsBreadcrumbs
+            active: barsState.showsBreadcrumbs
             visible: active
             sourceComponent: BreadcrumbBar {
                 session: window.session

@@ -1,0 +1,198 @@
+// The CPU time that the treemap costs on the software renderer, in a real window of 1280 by 820
+// with 500 tiles: a full repaint, and a move of the pointer to another tile, each up to and with
+// the rendering of the frame. Prints the minimum of seven repetitions, and how often the picture of
+// all tiles was painted while the pointer moved, which is to be never.
+//
+// Usage: tessaly_canvas_bench [scale]    with 2 for the pixels of a dense screen
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include "app/controls/Fonts.h"
+#include "app/map/TreemapSurface.h"
+#include "session/ScanSession.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+
+Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
+
+namespace tessaly {
+namespace {
+
+constexpr int repetitions = 7;
+constexpr std::int64_t sampleBytes = std::int64_t{500} << 30;
+
+double cpuMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+// A folder `levels` deep with names of several scripts, the same on every run.
+class SampleFolder {
+ public:
+  explicit SampleFolder(unsigned seed) : random_(seed) {}
+
+  DiskNode make(int levels, const std::string& path, std::int64_t size) {
+    std::vector<DiskNode> children;
+    if (levels > 0) children = makeChildren(levels, path, size);
+    return DiskNode({.name = path.substr(path.rfind('/') + 1),
+                     .path = path,
+                     .size = size,
+                     .isDir = true,
+                     .kind = FileKind::folder,
+                     .mtime = {}},
+                    children);
+  }
+
+ private:
+  static constexpr std::array names = {
+      "Library",        "Documents",   "node_modules",
+      "photos-2023",    "build",       "مستندات العائلة",
+      "文档和照片存档", "holiday.mp4", "IMG_2041.HEIC",
+      "🎉 party pics",   "main.cpp",    "a-very-long-file-name-that-goes-on-and-on.txt",
+      "caf\xE9.txt"};
+
+  std::vector<DiskNode> makeChildren(int levels, const std::string& path, std::int64_t size) {
+    constexpr int count = 30;
+    std::vector<double> weights;
+    for (int i = 0; i < count; ++i) {
+      weights.push_back(std::pow(0.05 + 0.95 * static_cast<double>(random_() % 1000) / 1000, 3));
+    }
+    std::ranges::sort(weights, std::greater<>());
+    const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
+    std::vector<DiskNode> children;
+    for (int i = 0; i < count; ++i) {
+      const std::string name =
+          std::string(names[random_() % names.size()]) + " " + std::to_string(random_() % 100000);
+      const double share = weights[static_cast<std::size_t>(i)] / sum;
+      const auto part = static_cast<std::int64_t>(static_cast<double>(size) * share);
+      const std::string childPath = path + "/" + name;
+      if (random_() % 3 != 0) {
+        children.push_back(make(levels - 1, childPath, part));
+      } else {
+        const FileKind kind = allFileKinds[1 + random_() % 8];
+        children.push_back(
+            DiskNode({.name = name, .path = childPath, .size = part, .kind = kind, .mtime = {}}));
+      }
+    }
+    return children;
+  }
+
+  std::mt19937 random_;
+};
+
+class CanvasBench {
+ public:
+  CanvasBench() {
+    window_.resize(1280, 820);
+    QQmlComponent component(&engine_);
+    component.setData("import Tessaly.Map\nTreemapCanvas { width: 1280; height: 820 }", QUrl());
+    const NodeHandle node(SampleFolder(7).make(4, "/home", sampleBytes));
+    canvas_.reset(qobject_cast<TreemapSurface*>(component.createWithInitialProperties(
+        {{"session", QVariant::fromValue(&session_)}, {"node", QVariant::fromValue(node)}})));
+    if (!canvas_) qFatal("%s", qPrintable(component.errorString()));
+    canvas_->setParentItem(window_.contentItem());
+    window_.show();
+    waitForFrame();
+  }
+
+  void run() {
+    std::printf("tiles %zu, pixels a point %g\n", canvas_->tiles().all().size(),
+                window_.effectiveDevicePixelRatio());
+    double repaint = 1e9;
+    for (int i = 0; i < repetitions; ++i) {
+      const double before = cpuMilliseconds();
+      emit session_.selectionChanged();
+      waitForFrame();
+      repaint = std::min(repaint, cpuMilliseconds() - before);
+    }
+    std::printf("full repaint: %.2f ms\n", repaint);
+
+    double otherNames = 1e9;
+    for (unsigned i = 0; i < repetitions; ++i) {
+      canvas_->setNode(NodeHandle(SampleFolder(100 + i).make(4, "/home", sampleBytes)));
+      const double before = cpuMilliseconds();
+      waitForFrame();
+      otherNames = std::min(otherNames, cpuMilliseconds() - before);
+    }
+    std::printf("full repaint with names not seen before: %.2f ms\n", otherNames);
+    canvas_->setNode(NodeHandle(SampleFolder(7).make(4, "/home", sampleBytes)));
+    waitForFrame();
+
+    const std::vector<CanvasTile> tiles = canvas_->tiles().all();
+    std::vector<double> moves(tiles.size(), 1e9);
+    const int painted = canvas_->tileTexture().pictureCount();
+    for (int i = 0; i < repetitions; ++i) {
+      for (std::size_t tile = 0; tile < tiles.size(); ++tile) {
+        const double before = cpuMilliseconds();
+        moveTo(tiles[tile].rect);
+        waitForFrame();
+        moves[tile] = std::min(moves[tile], cpuMilliseconds() - before);
+      }
+    }
+    const double sum = std::accumulate(moves.begin(), moves.end(), 0.0);
+    const auto worst = std::ranges::max_element(moves);
+    const TreemapRect& slowest = tiles[static_cast<std::size_t>(worst - moves.begin())].rect;
+    std::printf("move to a tile: mean %.3f ms, worst %.3f ms (a tile of %.0f by %.0f)\n",
+                sum / static_cast<double>(moves.size()), *worst, slowest.width, slowest.height);
+    std::printf("paintings of all tiles meanwhile: %d\n",
+                canvas_->tileTexture().pictureCount() - painted);
+  }
+
+ private:
+  // Blocks until the next frame has been rendered, so that waiting costs no time that counts.
+  void waitForFrame() {
+    QEventLoop loop;
+    QObject::connect(&window_, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    window_.update();
+    loop.exec();
+  }
+
+  void moveTo(const TreemapRect& rect) {
+    // A folder's header band, or the middle of a tile.
+    const QPointF point(rect.x + rect.width / 2, rect.y + (rect.nested ? 9 : rect.height / 2));
+    QMouseEvent event(QEvent::MouseMove, point, window_.mapToGlobal(point), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window_, &event);
+  }
+
+  HandSteppedDispatch dispatch_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  ScanSession session_{{dispatch_, folderPanel_, workspace_, "/home"}};
+  QQmlEngine engine_;
+  QQuickWindow window_;
+  std::unique_ptr<TreemapSurface> canvas_;
+};
+
+}  // namespace
+}  // namespace tessaly
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QUICK_BACKEND", "software");
+  if (argc > 1) qputenv("QT_SCALE_FACTOR", argv[1]);
+  const QApplication application(argc, argv);
+  tessaly::Fonts::install();
+  tessaly::CanvasBench().run();
+}

@@ -1,0 +1,140 @@
+#include "app/panes/DiskMapState.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class DiskMapStateTest : public SessionFixture {
+ protected:
+  DiskMapStateTest() { state_.setSession(&session()); }
+
+  void scan(const DiskNode& result) {
+    walks_.at(walks_.ran()).result = result;
+    session().scan(result.path());
+    dispatch_.drainAll();
+  }
+
+  DiskMapState state_;
+};
+
+TEST(DiskMapScreen, follows_the_status_and_whether_there_is_a_tree) {
+  using S = DiskMapState;
+  EXPECT_EQ(S::screenFor(ScanStatus::idle, false), S::Idle);
+  EXPECT_EQ(S::screenFor(ScanStatus::idle, true), S::Idle);
+  EXPECT_EQ(S::screenFor(ScanStatus::scanning, true), S::Result);
+  EXPECT_EQ(S::screenFor(ScanStatus::scanning, false), S::Scanning);
+  EXPECT_EQ(S::screenFor(ScanStatus::complete, true), S::Result);
+  EXPECT_EQ(S::screenFor(ScanStatus::complete, false), S::Idle);
+  EXPECT_EQ(S::screenFor(ScanStatus::error, false), S::Failed);
+  EXPECT_EQ(S::screenFor(ScanStatus::error, true), S::Failed);
+}
+
+TEST(DiskMapStateAlone, is_idle_and_without_texts) {
+  const DiskMapState state;
+  EXPECT_EQ(state.screen(), DiskMapState::Idle);
+  EXPECT_FALSE(state.showsTreemap());
+  EXPECT_FALSE(state.isRescanning());
+  EXPECT_FALSE(state.node().isValid());
+  EXPECT_EQ(state.statsText(), QString());
+}
+
+TEST_F(DiskMapStateTest, goes_from_idle_over_scanning_to_the_result) {
+  QSignalSpy changes(&state_, &DiskMapState::screenChanged);
+  EXPECT_EQ(state_.screen(), DiskMapState::Idle);
+  walks_.at(0).result = folder("/home", 10, {file("/home/a", 10)});
+  session().scan("/home");
+  EXPECT_EQ(state_.screen(), DiskMapState::Scanning);
+  EXPECT_FALSE(state_.isRescanning());
+  EXPECT_GE(changes.count(), 1);
+  changes.clear();
+  dispatch_.drainAll();
+  EXPECT_EQ(state_.screen(), DiskMapState::Result);
+  EXPECT_GE(changes.count(), 1);
+  session().rescan();
+  EXPECT_EQ(state_.screen(), DiskMapState::Result);
+  EXPECT_TRUE(state_.isRescanning());
+}
+
+TEST_F(DiskMapStateTest, words_the_folder_on_screen) {
+  scan(folder("/home", 3 << 20, {file("/home/a", 2 << 20), file("/home/b", 1 << 20)}));
+  EXPECT_EQ(state_.nodeName(), QStringLiteral("home"));
+  EXPECT_EQ(state_.sizeText(), QStringLiteral("3.0 MB"));
+  EXPECT_EQ(state_.itemsText(), QStringLiteral("(2 items)"));
+  EXPECT_EQ(state_.node().node()->path(), "/home");
+}
+
+TEST_F(DiskMapStateTest, shows_a_name_that_is_not_text_on_one_line) {
+  scan(folder("/caf\xe9\n", 1));
+  EXPECT_EQ(state_.nodeName(), QStringLiteral("caf\ufffd\ufffd"));
+}
+
+TEST_F(DiskMapStateTest, words_the_counts_of_a_finished_scan_only) {
+  scan(folder("/home", 10, {folder("/home/d", 9, {file("/home/d/a", 9)})}));
+  EXPECT_EQ(state_.statsText(), QStringLiteral("1 files · 2 folders · 0.00s"));
+  session().rescan();
+  EXPECT_EQ(state_.statsText(), QString());
+}
+
+TEST_F(DiskMapStateTest, words_the_time_of_the_scan_with_two_decimals) {
+  walks_.at(0).during = [this](const DiskScanner::Callbacks&) {
+    now_ += std::chrono::milliseconds(12346);
+  };
+  scan(folder("/home", 10));
+  EXPECT_EQ(state_.statsText(), QStringLiteral("0 files · 1 folders · 12.35s"));
+}
+
+TEST_F(DiskMapStateTest, stands_in_for_progress_that_is_not_there_yet) {
+  EXPECT_EQ(state_.scanningText(), QStringLiteral("Walking directory tree"));
+  EXPECT_EQ(state_.bannerText(), QStringLiteral("Scanning…"));
+  session().scan("/home");
+  EXPECT_EQ(state_.scanningText(), QStringLiteral("Scanning started…"));
+  EXPECT_EQ(state_.bannerText(), QStringLiteral("Scanning started…"));
+}
+
+TEST_F(DiskMapStateTest, cuts_the_percentage_to_a_whole_number) {
+  EXPECT_EQ(state_.percentText(), QStringLiteral("0%"));
+  walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) { callbacks.percent(0.429); };
+  session().scan("/home");
+  dispatch_.step(Dispatch::Queue::userInitiated);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(state_.percentText(), QStringLiteral("42%"));
+}
+
+TEST_F(DiskMapStateTest, tells_what_went_wrong) {
+  scan(folder("/gone", 0));
+  EXPECT_EQ(state_.screen(), DiskMapState::Failed);
+  EXPECT_TRUE(state_.errorText().startsWith(QStringLiteral("Nothing readable at /gone.")));
+}
+
+TEST_F(DiskMapStateTest, notices_another_place_but_not_a_newer_scan_of_the_same) {
+  scan(folder("/home", 10, {folder("/home/d", 9, {file("/home/d/a", 9)})}));
+  QSignalSpy places(&state_, &DiskMapState::placeChanged);
+  QSignalSpy nodes(&state_, &DiskMapState::nodeChanged);
+  scan(folder("/home", 12, {folder("/home/d", 11, {file("/home/d/a", 11)})}));
+  EXPECT_EQ(places.count(), 0);
+  EXPECT_GE(nodes.count(), 1);
+  state_.open(NodeHandle(session().current()->children().front()));
+  EXPECT_EQ(places.count(), 1);
+  EXPECT_EQ(state_.nodeName(), QStringLiteral("d"));
+}
+
+TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
+  scan(folder("/home", 10));
+  EXPECT_TRUE(state_.showsTreemap());
+  session().setVizMode(VizMode::largest);
+  EXPECT_FALSE(state_.showsTreemap());
+}
+
+TEST_F(DiskMapStateTest, opens_nothing_for_an_empty_handle) {
+  scan(folder("/home", 10));
+  state_.open(NodeHandle());
+  EXPECT_EQ(session().stack().size(), 1u);
+}
+
+}  // namespace
+}  // namespace tessaly

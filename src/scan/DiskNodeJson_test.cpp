@@ -1,0 +1,304 @@
+#include "scan/DiskNodeJson.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace tessaly {
+namespace {
+
+using DiskNodeJson::decode;
+using DiskNodeJson::encode;
+
+const std::string leafText =
+    R"({"name":"a","path":"/a","size":1,"isDir":false,"kind":"other","children":[]})";
+
+// The text of a leaf with one value, or one key, replaced.
+std::string leafWith(const std::string& from, const std::string& to) {
+  std::string text = leafText;
+  const std::size_t position = text.find(from);
+  EXPECT_NE(position, std::string::npos) << from;
+  return text.replace(position, from.size(), to);
+}
+
+DiskNode leaf(const std::string& name, std::int64_t size) {
+  return DiskNode({name, "/t/" + name, size, false, FileKind::other, std::nullopt});
+}
+
+DiskNode timed(double mtime) {
+  return DiskNode({"a", "/a", 1, false, FileKind::other, mtime});
+}
+
+std::string timeText(double mtime) {
+  const std::string text = encode(timed(mtime));
+  const std::size_t begin = text.find("\"mtime\":");
+  if (begin == std::string::npos) return "";
+  return text.substr(begin + 8, text.size() - begin - 9);
+}
+
+// A tree of `levels` nodes below one another.
+std::string chainText(int levels) {
+  std::string text;
+  for (int level = 0; level < levels; ++level) {
+    text += R"({"name":"a","path":"/a","size":0,"isDir":true,"kind":"folder","children":[)";
+  }
+  for (int level = 0; level < levels; ++level) text += "]}";
+  return text;
+}
+
+TEST(DiskNodeJsonEncode, writes_the_keys_in_order_without_blanks) {
+  const DiskNode tree({"h", "/home/h", 30, true, FileKind::folder, 1700000000.5},
+                      {DiskNode({"x.mp4", "/home/h/x.mp4", 20, false, FileKind::video, 12.0}),
+                       DiskNode({"+ 3 more", "/home/h/__rest__", 10, false, FileKind::other, {}})});
+  EXPECT_EQ(
+      encode(tree),
+      R"({"name":"h","path":"/home/h","size":30,"isDir":true,"kind":"folder","children":[)"
+      R"({"name":"x.mp4","path":"/home/h/x.mp4","size":20,"isDir":false,"kind":"video","children":[],"mtime":12},)"
+      R"({"name":"+ 3 more","path":"/home/h/__rest__","size":10,"isDir":false,"kind":"other","children":[]})"
+      R"(],"mtime":1700000000.5})");
+}
+
+TEST(DiskNodeJsonEncode, writes_a_default_node) {
+  EXPECT_EQ(encode(DiskNode()),
+            R"({"name":"","path":"","size":0,"isDir":false,"kind":"other","children":[]})");
+}
+
+TEST(DiskNodeJsonEncode, writes_a_node_inside_a_tree_as_a_tree) {
+  const DiskNode tree({"t", "/t", 3, true, FileKind::folder, {}},
+                      {DiskNode({"u", "/t/u", 2, true, FileKind::folder, {}},
+                                {DiskNode({"x", "/t/u/x", 2, false, FileKind::code, {}})}),
+                       leaf("y", 1)});
+  const DiskNode inside = tree.children().front();
+  EXPECT_EQ(encode(inside),
+            R"({"name":"u","path":"/t/u","size":2,"isDir":true,"kind":"folder","children":[)"
+            R"({"name":"x","path":"/t/u/x","size":2,"isDir":false,"kind":"code","children":[]}]})");
+  EXPECT_EQ(decode(encode(inside)), inside);
+}
+
+TEST(DiskNodeJsonEncode, keeps_paths_apart_from_those_of_the_parents) {
+  const DiskNode tree({"/", "/", 3, true, FileKind::folder, {}},
+                      {DiskNode({"u", "/u", 2, true, FileKind::folder, {}},
+                                {DiskNode({"far", "/far/away", 1, true, FileKind::folder, {}},
+                                          {DiskNode({"z", "/far/away/z", 1, false, {}, {}})}),
+                                 DiskNode({"x", "/u/x", 1, false, FileKind::code, {}})}),
+                       DiskNode({"v", "/v", 1, false, FileKind::code, {}})});
+  const std::string text = encode(tree);
+  for (const char* path : {"/", "/u", "/far/away", "/far/away/z", "/u/x", "/v"}) {
+    EXPECT_NE(text.find("\"path\":\"" + std::string(path) + "\","), std::string::npos) << path;
+  }
+  EXPECT_EQ(decode(text), tree);
+}
+
+TEST(DiskNodeJsonEncode, writes_times_as_short_as_they_can_be_read_back) {
+  EXPECT_EQ(timeText(1700000000), "1700000000");
+  EXPECT_EQ(timeText(0), "0");
+  EXPECT_EQ(timeText(-3), "-3");
+  EXPECT_EQ(timeText(0.1), "0.1");
+  EXPECT_EQ(timeText(1723891234.123456), "1723891234.123456");
+  for (const double mtime : {1e300, 5e-324, 9007199254740993.0, -1e19, 1e19, 1.0 / 3}) {
+    EXPECT_EQ(decode(encode(timed(mtime)))->mtime(), mtime);
+  }
+}
+
+TEST(DiskNodeJsonEncode, leaves_out_a_time_that_is_no_number) {
+  EXPECT_EQ(timeText(std::numeric_limits<double>::quiet_NaN()), "");
+  EXPECT_EQ(timeText(std::numeric_limits<double>::infinity()), "");
+}
+
+TEST(DiskNodeJsonEncode, writes_sizes_up_to_the_largest) {
+  const DiskNode node = leaf("a", std::numeric_limits<std::int64_t>::max());
+  EXPECT_NE(encode(node).find("\"size\":9223372036854775807,"), std::string::npos);
+  EXPECT_EQ(decode(encode(node)), node);
+}
+
+TEST(DiskNodeJsonEncode, escapes_what_is_no_text) {
+  const DiskNode node({"\xff\n\"", "/\xff\n\"", 1, false, FileKind::other, {}});
+  EXPECT_TRUE(encode(node).starts_with(
+      "{\"name\":\"\U0010FFFF\\n\\\"\",\"path\":\"/\U0010FFFF\\n\\\"\",\"size\":1,"))
+      << encode(node);
+  EXPECT_EQ(decode(encode(node)), node);
+}
+
+TEST(DiskNodeJsonDecode, reads_a_leaf) {
+  EXPECT_EQ(decode(leafText), DiskNode({"a", "/a", 1, false, FileKind::other, {}}));
+}
+
+TEST(DiskNodeJsonDecode, takes_keys_in_any_order_and_with_blanks) {
+  EXPECT_EQ(decode(R"( { "children" : [ ] , "mtime" : 2.5 , "kind" : "code" , "isDir" : true ,
+                        "size" : 7 , "path" : "\/x\/a" , "name" : "\u0061" } )"),
+            DiskNode({"a", "/x/a", 7, true, FileKind::code, 2.5}));
+}
+
+TEST(DiskNodeJsonDecode, passes_over_unknown_keys) {
+  EXPECT_EQ(decode(leafWith("\"size\"", R"("more":{"size":[1,null,{}]},"size")")),
+            decode(leafText));
+}
+
+TEST(DiskNodeJsonDecode, a_time_is_a_whole_number_or_not_or_absent) {
+  const auto withTime = [](const std::string& time) {
+    return decode(leafWith("[]", "[],\"mtime\":" + time));
+  };
+  EXPECT_EQ(withTime("5")->mtime(), 5.0);
+  EXPECT_EQ(withTime("5.25")->mtime(), 5.25);
+  EXPECT_EQ(withTime("18446744073709551615")->mtime(), 18446744073709551615.0);
+  EXPECT_EQ(withTime("null")->mtime(), std::nullopt);
+  for (const char* wrong : {"\"5\"", "true", "[]", "{}", "NaN", "Infinity", "1e999", "nul", "-"}) {
+    EXPECT_EQ(withTime(wrong), std::nullopt) << wrong;
+  }
+}
+
+TEST(DiskNodeJsonDecode, refuses_a_missing_key) {
+  for (const char* key : {"name", "path", "size", "isDir", "kind", "children"}) {
+    const std::string quoted = '"' + std::string(key) + '"';
+    EXPECT_EQ(decode(leafWith(quoted, "\"other\"")), std::nullopt) << key;
+  }
+}
+
+TEST(DiskNodeJsonDecode, refuses_values_of_another_type) {
+  for (const char* value : {"null", "1", "true", "[]", "{}"}) {
+    EXPECT_EQ(decode(leafWith("\"a\"", value)), std::nullopt) << value;
+    EXPECT_EQ(decode(leafWith("\"/a\"", value)), std::nullopt) << value;
+    EXPECT_EQ(decode(leafWith("\"other\"", value)), std::nullopt) << value;
+  }
+  for (const char* value : {"null", "\"1\"", "true", "[]", "1.0", "1e0", "1.5", "-0.0"}) {
+    EXPECT_EQ(decode(leafWith(":1,", ":" + std::string(value) + ",")), std::nullopt) << value;
+  }
+  for (const char* value : {"null", "0", "1", "\"false\"", "[]"}) {
+    EXPECT_EQ(decode(leafWith("false", value)), std::nullopt) << value;
+  }
+  for (const char* value : {"null", "{}", "0", "\"\"", "[null]", "[1]", "[[]]", "[{}]"}) {
+    EXPECT_EQ(decode(leafWith("[]", value)), std::nullopt) << value;
+  }
+}
+
+TEST(DiskNodeJsonDecode, refuses_an_unknown_kind) {
+  EXPECT_EQ(decode(leafWith("\"other\"", "\"music\"")), std::nullopt);
+  EXPECT_EQ(decode(leafWith("\"other\"", "\"\"")), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, refuses_sizes_that_cannot_be) {
+  EXPECT_EQ(decode(leafWith(":1,", ":-1,")), std::nullopt);
+  EXPECT_EQ(decode(leafWith(":1,", ":9223372036854775808,")), std::nullopt);
+  EXPECT_EQ(decode(leafWith(":1,", ":99999999999999999999999,")), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, refuses_sizes_that_add_up_to_too_much) {
+  constexpr std::int64_t half = std::numeric_limits<std::int64_t>::max() / 2;
+  const auto tree = [](std::int64_t extra) {
+    return DiskNode({"t", "/t", half, true, FileKind::folder, {}},
+                    {leaf("a", half), leaf("b", extra)});
+  };
+  EXPECT_EQ(decode(encode(tree(1))), tree(1));
+  EXPECT_EQ(decode(encode(tree(2))), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, refuses_what_is_too_deep) {
+  EXPECT_TRUE(decode(chainText(DiskNodeJson::maximumDepth + 1)));
+  EXPECT_EQ(decode(chainText(DiskNodeJson::maximumDepth + 2)), std::nullopt);
+  EXPECT_EQ(decode(chainText(100000)), std::nullopt);
+  EXPECT_EQ(decode(std::string(100000, '[')), std::nullopt);
+  EXPECT_EQ(decode(leafWith("\"a\"", std::string(100000, '[') + std::string(100000, ']'))),
+            std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, refuses_what_is_no_tree) {
+  for (const char* text : {"", " ", "null", "1", "\"a\"", "[]", "{}", "[{}]", "{", "}", "\0", "NaN",
+                           "{\"name\":\"\xff\"}", "\xef\xbb\xbf"}) {
+    EXPECT_EQ(decode(text), std::nullopt) << text;
+  }
+  EXPECT_EQ(decode(leafText + "x"), std::nullopt);
+  EXPECT_EQ(decode(leafText + leafText), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, refuses_text_that_is_not_utf8) {
+  EXPECT_EQ(decode(leafWith("\"a\"", "\"\xff\"")), std::nullopt);
+  EXPECT_EQ(decode(leafWith("\"a\"", "\"\xed\xa0\x80\"")), std::nullopt);
+}
+
+// Any tree that a scan may give, and a few that it may not.
+DiskNode randomTree(std::mt19937_64& random, const std::string& path, int depth) {
+  const auto randomName = [&random] {
+    std::string name;
+    for (auto length = 1 + random() % 6; length > 0; --length) {
+      switch (random() % 5) {
+        case 0:
+          name += static_cast<char>(1 + random() % 255);
+          break;
+        case 1:
+          name += random() % 2 == 0 ? "é" : "\U0010FFFF";
+          break;
+        default:
+          name += static_cast<char>('a' + random() % 26);
+      }
+    }
+    return name;
+  };
+  std::vector<DiskNode> children;
+  if (depth < 5) {
+    for (auto count = random() % 5; count > 0; --count) {
+      const std::string below = path + (path == "/" ? "" : "/") + randomName();
+      children.push_back(
+          randomTree(random, random() % 10 == 0 ? "/" + randomName() : below, depth + 1));
+    }
+    if (random() % 3 == 0) {
+      children.emplace_back(
+          DiskNode::Fields{"+ 9 more", path + "/__rest__", 12, false, FileKind::other, {}});
+    }
+  }
+  DiskNode::Fields fields;
+  fields.name = random() % 4 == 0 ? randomName() : path.substr(path.rfind('/') + 1);
+  fields.path = path;
+  fields.size = static_cast<std::int64_t>(random() >> (16 + random() % 40));
+  fields.isDir = !children.empty() || random() % 2 == 0;
+  fields.kind = allFileKinds[random() % allFileKinds.size()];
+  if (random() % 3 != 0) fields.mtime = static_cast<double>(random() >> 20U) / 1024.0;
+  return DiskNode(fields, children);
+}
+
+TEST(DiskNodeJson, random_trees_come_back_the_same) {
+  std::mt19937_64 random(7);
+  std::size_t nodes = 0;
+  for (int round = 0; round < 300; ++round) {
+    const DiskNode tree = randomTree(random, round % 2 == 0 ? "/" : "/home/\xe9t\xe9", 0);
+    const std::string text = encode(tree);
+    const std::optional<DiskNode> back = decode(text);
+    ASSERT_TRUE(back) << text;
+    ASSERT_EQ(*back, tree) << text;
+    ASSERT_EQ(encode(*back), text);
+    nodes += tree.subtreeCount();
+  }
+  EXPECT_GT(nodes, 5000U);
+}
+
+TEST(DiskNodeJson, a_text_cut_anywhere_is_refused) {
+  std::mt19937_64 random(3);
+  const std::string text = encode(randomTree(random, "/r", 2));
+  ASSERT_GT(text.size(), 500U);
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    EXPECT_EQ(decode(std::string_view(text).substr(0, length)), std::nullopt) << length;
+  }
+  EXPECT_TRUE(decode(text));
+}
+
+TEST(DiskNodeJson, a_text_with_one_byte_changed_is_refused_or_read_as_another_tree) {
+  std::mt19937_64 random(5);
+  const DiskNode tree = randomTree(random, "/r", 3);
+  const std::string text = encode(tree);
+  int refused = 0;
+  for (std::size_t position = 0; position < text.size(); ++position) {
+    std::string changed = text;
+    changed[position] = static_cast<char>(changed[position] ^ (1U << (random() % 8)));
+    const std::optional<DiskNode> back = decode(changed);
+    if (back) {
+      // Whatever was read is a tree that can be written and read again.
+      EXPECT_EQ(decode(encode(*back)), back);
+    } else {
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 0);
+}
+
+}  // namespace
+}  // namespace tessaly
