@@ -33,7 +33,7 @@ class DiskNode {
     std::int64_t size = 0;
     bool isDir = false;
     FileKind kind = FileKind::other;
-    std::optional<double> mtime;
+    std::optional<double> mtime = std::nullopt;
   };
 
   class Children;

@@ -155,6 +155,19 @@ TEST(DiskNode, bytes_that_are_no_text_stay_as_they_are) {
   EXPECT_EQ(node.children().front().path(), "/\xfe/" + odd);
 }
 
+TEST(DiskTree, knows_a_path_without_building_it) {
+  const DiskNode root = folder("/x/a", 1, {folder("/x/a/b", 1, {file("/x/a/b/c", 1)})});
+  const DiskNode c = root.children().front().children().front();
+  const auto isPathOfC = [&c](std::string_view path) {
+    return DiskTree::of(c).pathIs(DiskTree::indexOf(c), path);
+  };
+  EXPECT_TRUE(isPathOfC("/x/a/b/c"));
+  for (const char* other : {"", "c", "/c", "b/c", "/x/a/b/d", "/x/a/bc", "/x/a/b.c", "/x/a.b/c",
+                            "/y/a/b/c", "/w/x/a/b/c", "/x/a/b/c/", "/x/a/b//c", "x/a/b/c"}) {
+    EXPECT_FALSE(isPathOfC(other)) << other;
+  }
+}
+
 TEST(DiskTreeBuilder, a_path_below_that_of_the_parent_is_not_stored) {
   DiskTreeBuilder builder;
   builder.open({"a", 1, true, FileKind::folder, std::nullopt}, "/x/a");
@@ -289,12 +302,15 @@ TEST(DiskNodeEquality, sees_a_difference_far_below) {
   EXPECT_EQ(tree(3, "/a/b/x"), tree(3, "/a/b/x"));
   EXPECT_NE(tree(3, "/a/b/x"), tree(4, "/a/b/x"));
   EXPECT_NE(tree(3, "/a/b/x"), tree(3, "/elsewhere/x"));
+  EXPECT_NE(tree(3, "/here/x"), tree(3, "/elsewhere/x"));
+  EXPECT_NE(tree(3, "/a/b/c/x"), tree(3, "/a/b/d/x"));
+  EXPECT_NE(tree(3, "/a/b/x"), tree(3, "x"));
 }
 
 TEST(DiskNodeEquality, sees_which_folder_holds_a_node) {
-  // The same nodes in the same pre-order, once as a child and once as a sibling.
+  // The same nodes in the same pre-order, one of them once as a child and once as a sibling.
   const DiskNode::Fields b{"b", "/a/b", 1, true, FileKind::folder, std::nullopt};
-  const DiskNode x = file("/a/b/x", 1);
+  const DiskNode x = file("/q/x", 1);
   const DiskNode inside = folder("/a", 2, {DiskNode(b, {x})});
   const DiskNode beside = folder("/a", 2, {DiskNode(b), x});
   EXPECT_NE(inside, beside);

@@ -44,7 +44,8 @@ TEST(ScanInsightsChain, to_the_root_is_the_root_alone) {
 }
 
 TEST(ScanInsightsChain, is_absent_for_a_path_that_the_tree_does_not_have) {
-  for (const char* path : {"", "/", "/h/", "/h/a/", "/h/a/z", "/h/a/x/deeper", "/h/abc", "/q"}) {
+  for (const char* path : {"", "/", "/h/", "/h/a/", "/h/a/z", "/h/a/x/deeper", "/h/abc", "/q",
+                           "/q/a", "/q/ab/x", "x"}) {
     EXPECT_EQ(ScanInsights::chain(sample(), path), std::nullopt) << path;
   }
 }
@@ -75,6 +76,11 @@ TEST(ScanInsightsChain, enters_a_child_that_does_not_lie_below_its_parent) {
       "/h", true, 9, {node("/q/a", true, 5, {node("/q/a/x", false, 5)}), node("/h/b", false, 4)});
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/q/a/x")), ElementsAre("/h", "/q/a", "/q/a/x"));
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/h/b")), ElementsAre("/h", "/h/b"));
+}
+
+TEST(ScanInsightsChain, does_not_enter_a_folder_whose_name_is_a_beginning_of_the_wanted_one) {
+  const DiskNode tree = node("/h", true, 9, {node("/h/a", true, 5, {node("/h/ab/x", false, 5)})});
+  EXPECT_EQ(ScanInsights::chain(tree, "/h/ab/x"), std::nullopt);
 }
 
 TEST(ScanInsightsChain, compares_bytes) {

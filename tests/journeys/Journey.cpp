@@ -59,6 +59,8 @@ void Journey::clickAt(QPoint point) {
 }
 
 void Journey::hoverAt(QPoint point) {
+  // A pointer that already stands there would not move, and an earlier test may have left it there.
+  QTest::mouseMove(&window(), QPoint(1, 1));
   QTest::mouseMove(&window(), point);
   settle(window());
 }

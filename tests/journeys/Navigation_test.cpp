@@ -19,7 +19,7 @@ class Navigation : public Journey {
             "Code/\n"
             "  main.cpp 2M\n"
             "notes.txt 2M\n"
-            "<b>caf\\xE9</b>\\n.zip 2M\n") {
+            "<b>caf\\xE9<br>\\n.zip 2M\n") {
     session().scanHome();
     finishScan();
   }
@@ -78,10 +78,10 @@ TEST_F(Navigation, reveals_a_clicked_file_and_stays) {
 }
 
 TEST_F(Navigation, reveals_a_file_by_its_bytes) {
-  clickAt(tilePoint("<b>caf\xE9</b>\n.zip"));
+  clickAt(tilePoint("<b>caf\xE9<br>\n.zip"));
   dispatch_.drainAll();
   EXPECT_EQ(workspace_.revealed,
-            (std::vector<std::vector<std::string>>{{tree_.at("<b>caf\xE9</b>\n.zip")}}));
+            (std::vector<std::vector<std::string>>{{tree_.at("<b>caf\xE9<br>\n.zip")}}));
 }
 
 TEST_F(Navigation, goes_back_one_step) {

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "scan/ScanFacts.h"
+#include "support/Descriptor.h"
 #include "support/SequentialScan.h"
 #include "support/TreeDifference.h"
 
@@ -26,6 +27,14 @@ class DeepTrees : public ScanFacts {
   static void plantChain(TempTree& tree, const std::string& name, int levels) {
     tree.chain("", name, levels, [&](int folder, int level) {
       if (level == levels) plantTree(folder, folder, "film 1M mtime=1700000000");
+    });
+  }
+
+  // A chain with a further folder on each level, which comes before or after the chain's own.
+  static void plantChainWithNeighbours(TempTree& tree, int levels) {
+    const Descriptor top(open(tree.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    tree.chain("", "m", levels, [&](int folder, int level) {
+      plantTree(top.get(), folder, level % 2 == 0 ? "a/\n  x = seed" : "z/\n  x = seed");
     });
   }
 
@@ -65,15 +74,16 @@ TEST_P(DeepTrees, file_below_5000_folders_makes_all_of_them_newer) {
 
 TEST_P(DeepTrees, second_folder_on_each_of_5000_levels_counts) {
   TempTree tree("seed 256K");
-  const int top = open(tree.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  ASSERT_GE(top, 0);
-  tree.chain("", "m", depth, [&](int folder, int level) {
-    plantTree(top, folder, level % 2 == 0 ? "a/\n  x = seed" : "z/\n  x = seed");
-  });
-  close(top);
+  plantChainWithNeighbours(tree, depth);
   const DiskNode root = scan(tree.path());
   EXPECT_EQ(root.size(), (depth + 1) * 256 * KiB);
   EXPECT_EQ(below(root, "m/m/a").size(), 256 * KiB);
+  EXPECT_EQ(below(root, down("m", 12)).size(), (depth - 11) * 256 * KiB);
+}
+
+TEST_P(DeepTrees, second_folder_on_each_level_is_met_as_the_model_meets_it) {
+  TempTree tree("seed 256K");
+  plantChainWithNeighbours(tree, 1200);
   expectLikeTheModel(tree.path());
 }
 

@@ -58,7 +58,7 @@ TEST_P(DescriptorLimit, wide_tree_is_the_same) {
 
 TEST_P(DescriptorLimit, deep_tree_is_the_same) {
   TempTree tree;
-  tree.chain("", "folder", 5000, [&](int folder, int level) {
+  tree.chain("", "folder", limit() == 64 ? 5000 : 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
   });
   expectSame(tree.path());
@@ -66,7 +66,7 @@ TEST_P(DescriptorLimit, deep_tree_is_the_same) {
 
 TEST_P(DescriptorLimit, deep_package_is_the_same) {
   TempTree tree("Tool.app/");
-  tree.chain("Tool.app", "folder", 3000, [&](int folder, int level) {
+  tree.chain("Tool.app", "folder", limit() == 64 ? 3000 : 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
   });
   expectSame(tree.path());

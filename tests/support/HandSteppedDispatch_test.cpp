@@ -71,6 +71,12 @@ TEST(HandSteppedDispatch, keeps_delayed_work_off_its_queue_until_time_has_moved_
   EXPECT_EQ(dispatch.waiting(Queue::main), 1u);
 }
 
+TEST(HandSteppedDispatch, puts_work_without_delay_on_its_queue_at_once) {
+  HandSteppedDispatch dispatch;
+  dispatch.after(milliseconds(0), Queue::utility, [] {});
+  EXPECT_EQ(dispatch.waiting(Queue::utility), 1u);
+}
+
 TEST(HandSteppedDispatch, puts_what_becomes_due_in_the_order_of_its_times) {
   HandSteppedDispatch dispatch;
   std::string ran;

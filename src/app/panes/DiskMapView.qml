@@ -15,39 +15,39 @@ Item {
     }
 
     Loader {
-        objectName: "idleScreen"
         anchors.fill: parent
         active: mapState.screen === DiskMapState.Idle
         sourceComponent: IdleScreen {
+            objectName: "idleScreen"
             session: view.session
         }
     }
 
     Loader {
-        objectName: "scanningScreen"
         anchors.fill: parent
         active: mapState.screen === DiskMapState.Scanning
         sourceComponent: ScanningScreen {
+            objectName: "scanningScreen"
             session: view.session
             map: mapState
         }
     }
 
     Loader {
-        objectName: "failedScreen"
         anchors.fill: parent
         active: mapState.screen === DiskMapState.Failed
         sourceComponent: FailedScreen {
+            objectName: "failedScreen"
             session: view.session
             map: mapState
         }
     }
 
     Loader {
-        objectName: "resultScreen"
         anchors.fill: parent
         active: mapState.screen === DiskMapState.Result
         sourceComponent: ResultScreen {
+            objectName: "resultScreen"
             session: view.session
             map: mapState
         }

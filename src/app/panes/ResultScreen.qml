@@ -25,7 +25,6 @@ Item {
         Loader {
             id: treemap
 
-            objectName: "treemap"
             Layout.fillWidth: true
             Layout.fillHeight: true
             Layout.leftMargin: 10
@@ -52,11 +51,11 @@ Item {
     }
 
     Loader {
-        objectName: "banner"
         anchors.horizontalCenter: parent.horizontalCenter
         y: 10
         active: screen.map.rescanning
         sourceComponent: ScanningBanner {
+            objectName: "banner"
             session: screen.session
             map: screen.map
         }

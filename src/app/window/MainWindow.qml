@@ -37,12 +37,12 @@ Window {
         }
 
         Loader {
-            objectName: "breadcrumbs"
             Layout.fillWidth: true
             Layout.preferredHeight: active ? 36 : 0
             active: barsState.showsBreadcrumbs
             visible: active
             sourceComponent: BreadcrumbBar {
+                objectName: "breadcrumbs"
                 session: window.session
             }
         }

@@ -1,0 +1,34 @@
+#include "app/map/KindWord.h"
+
+#include <gtest/gtest.h>
+
+#include "app/map/SampleTiles_test.h"
+
+namespace tessaly {
+namespace {
+
+TEST(KindWord, has_a_word_for_every_kind) {
+  EXPECT_EQ(KindWord::of(FileKind::folder), "Folder");
+  EXPECT_EQ(KindWord::of(FileKind::app), "Application");
+  EXPECT_EQ(KindWord::of(FileKind::video), "Video");
+  EXPECT_EQ(KindWord::of(FileKind::image), "Image");
+  EXPECT_EQ(KindWord::of(FileKind::document), "Document");
+  EXPECT_EQ(KindWord::of(FileKind::code), "Developer");
+  EXPECT_EQ(KindWord::of(FileKind::archive), "Archive");
+  EXPECT_EQ(KindWord::of(FileKind::disk), "Disk image");
+  EXPECT_EQ(KindWord::of(FileKind::other), "File");
+}
+
+TEST(KindWord, calls_a_directory_a_folder_whatever_its_kind) {
+  const DiskNode bundle({.name = "Tool.app",
+                         .path = "/Tool.app",
+                         .size = 1,
+                         .isDir = true,
+                         .kind = FileKind::app,
+                         .mtime = {}});
+  EXPECT_EQ(KindWord::of(bundle), "Folder");
+  EXPECT_EQ(KindWord::of(fileNode("/Tool.app", 1, FileKind::app)), "Application");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,113 @@
+#include "app/map/LabelPainter.h"
+
+#include <gtest/gtest.h>
+
+#include "app/map/SampleTiles_test.h"
+#include "app/map/TextShadow.h"
+
+namespace tessaly {
+namespace {
+
+PixelCanvas labelled(const TreemapRect& rect, double scale = 1) {
+  PixelCanvas canvas(QRect(0, 0, static_cast<int>(400 * scale), static_cast<int>(200 * scale)),
+                     scale);
+  LabelPainter().paint(canvas, rect);
+  return canvas;
+}
+
+TreemapRect named(const std::string& name, double width, double height) {
+  TreemapRect rect = tileRect(fileNode("/" + name, 5 << 20), width, height);
+  rect.x = rect.y = 20;
+  return rect;
+}
+
+// The smallest rectangle around all pixels with an alpha above `least`.
+QRect inkOf(const PixelCanvas& canvas, int least = 0) {
+  QRect ink;
+  const QImage& image = canvas.image();
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (qAlpha(image.pixel(x, y)) > least) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+TEST(LabelPainter, paints_nothing_on_a_tile_too_small_for_a_label) {
+  EXPECT_TRUE(inkOf(labelled(named("a.txt", 38, 100))).isEmpty());
+  EXPECT_FALSE(inkOf(labelled(named("a.txt", 39, 21))).isEmpty());
+}
+
+TEST(LabelPainter, paints_from_padding_to_padding_with_the_size_at_the_right_end) {
+  const QRect ink = inkOf(labelled(named("a.txt", 200, 100)), 200);
+  EXPECT_GE(ink.left(), 26);
+  EXPECT_LE(ink.left(), 29);
+  EXPECT_GE(ink.right(), 209);
+  EXPECT_LE(ink.right(), 214);
+  EXPECT_GE(ink.top(), 25);
+  EXPECT_LE(ink.bottom(), 42);
+}
+
+TEST(LabelPainter, never_paints_beyond_the_tile_however_wide_the_letters_are) {
+  for (const char* name : {"文档和照片存档文档和照片存档", "﷽﷽﷽﷽", "WWWWWWWWWWWWWWWWWW",
+                           "🧑‍💻🧑‍💻🧑‍💻🧑‍💻🧑‍💻"}) {
+    for (const double width : {38.5, 60.0, 95.0, 140.0}) {
+      const QRect ink = inkOf(labelled(named(name, width, 30)));
+      EXPECT_GE(ink.left(), 20) << name << width;
+      EXPECT_LE(ink.right(), static_cast<int>(20 + width)) << name << width;
+    }
+  }
+}
+
+TEST(LabelPainter, shows_names_of_other_scripts_rather_than_empty_boxes) {
+  // A character that no font has is drawn the same as any other such character.
+  const auto picture = [](const char* name) { return labelled(named(name, 90, 40)).image(); };
+  const QImage missing = picture("\U000FFFFD");
+  for (const char* name : {"文", "م", "🎉", "é"}) EXPECT_NE(picture(name), missing) << name;
+  EXPECT_NE(picture("文"), picture("档"));
+  EXPECT_NE(picture("م"), picture("ت"));
+  EXPECT_NE(picture("🎉"), picture("🧑"));
+}
+
+TEST(LabelPainter, shows_bytes_that_are_no_text_as_replacement_characters) {
+  EXPECT_EQ(labelled(named("a\xE9", 90, 40)).image(), labelled(named("a\uFFFD", 90, 40)).image());
+}
+
+TEST(LabelPainter, is_sharp_at_twice_the_pixels) {
+  const QRect once = inkOf(labelled(named("a.txt", 200, 100)), 200);
+  const QRect twice = inkOf(labelled(named("a.txt", 200, 100), 2), 200);
+  EXPECT_NEAR(twice.width(), once.width() * 2, 4);
+  EXPECT_NEAR(twice.height(), once.height() * 2, 4);
+}
+
+TEST(LabelPainter, paints_the_same_from_a_picture_that_it_kept) {
+  LabelPainter labels;
+  const TreemapRect rect = named("文档和照片存档文档和照片存档", 200, 100);
+  PixelCanvas first(QRect(0, 0, 400, 200), 1);
+  PixelCanvas second(QRect(0, 0, 400, 200), 1);
+  labels.paint(first, rect);
+  labels.endPass();
+  labels.paint(second, rect);
+  EXPECT_EQ(first.image(), second.image());
+}
+
+TEST(TextShadow, lies_under_the_text_and_a_point_below_it) {
+  QImage picture(41, 41, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(0);
+  for (int y = 17; y < 24; ++y) {
+    for (int x = 17; x < 24; ++x) picture.setPixel(x, y, 0xFFFFFFFF);
+  }
+  TextShadow::layUnder(picture, 1);
+  EXPECT_EQ(picture.pixel(20, 20), 0xFFFFFFFFu);
+  const auto alpha = [&](int x, int y) { return qAlpha(picture.pixel(x, y)); };
+  EXPECT_GT(alpha(20, 25), 40);
+  EXPECT_LT(alpha(20, 25), 0.7 * 255);
+  EXPECT_EQ(qRed(picture.pixel(20, 25)), 0);
+  // The middle of the text is row 20, that of its shadow row 21.
+  EXPECT_EQ(alpha(20, 26), alpha(20, 16));
+  EXPECT_GT(alpha(20, 26), alpha(20, 27));
+  EXPECT_EQ(alpha(15, 21), alpha(25, 21));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,149 @@
+#include "app/map/MapPicture.h"
+
+#include <gtest/gtest.h>
+
+#include "app/map/Pixel.h"
+#include "app/map/SampleTiles_test.h"
+#include "app/map/TilePainter.h"
+
+namespace tessaly {
+namespace {
+
+constexpr QSizeF size(600, 400);
+// What is left of a tile this far from its edges holds nothing that its rounded corners cut off.
+constexpr double insideCorners = 3;
+
+DiskNode sample() {
+  std::vector<DiskNode> inner;
+  for (int i = 0; i < 6; ++i) inner.push_back(fileNode("/r/a/" + std::to_string(i), 60 - i * 5));
+  std::vector<DiskNode> children = {folderNode("/r/a", 300, inner)};
+  for (int i = 0; i < 5; ++i) {
+    children.push_back(fileNode("/r/file" + std::to_string(i), 80 - i * 10, FileKind::video));
+  }
+  return folderNode("/r", 700, children);
+}
+
+class MapPictureTest : public ::testing::Test {
+ protected:
+  void select(const std::set<std::string>& paths) {
+    selected_ = paths;
+    tiles_ = CanvasTiles(sample(), size, {filters_, grown_, selected_, false});
+  }
+
+  std::size_t index(std::string_view path) const { return tiles_.find(path).value(); }
+
+  // Every tile painted in its turn with the one at `highlighted` as it then looks: what the picture
+  // with the overlay on top of it stands in for.
+  QImage painted(std::optional<std::size_t> highlighted, double scale = 1) {
+    PixelCanvas canvas(QRect(0, 0, static_cast<int>(size.width() * scale),
+                             static_cast<int>(size.height() * scale)),
+                       scale);
+    TilePainter::paintGround(canvas, size);
+    for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
+      if (const auto glow = TilePainter::glowOf(tiles_[i], i == highlighted, scale)) {
+        glow->paint(canvas);
+      }
+      TilePainter::paintBody(canvas, tiles_[i], i == highlighted);
+      labels_.paint(canvas, tiles_[i].rect);
+    }
+    TilePainter::paintOutline(canvas, size);
+    TilePainter::cutCorners(canvas, size);
+    return canvas.image();
+  }
+
+  // The picture of all tiles with the overlay of `highlighted` over it.
+  QImage composed(std::size_t highlighted, double scale = 1) {
+    PixelCanvas canvas = MapPicture::whole(tiles_, size, scale, labels_);
+    const auto overlay = MapPicture::highlight(tiles_, highlighted, size, scale, labels_);
+    if (overlay) canvas.draw(overlay->image(), overlay->area().x(), overlay->area().y());
+    return canvas.image();
+  }
+
+  // The largest difference between two pictures inside `rect` points, `inset` from its edges.
+  static int differenceIn(const QImage& a, const QImage& b, const Rect& rect, double inset,
+                          double scale = 1) {
+    int largest = 0;
+    for (int y = static_cast<int>((rect.y + inset) * scale);
+         y < static_cast<int>((rect.y + rect.height - inset) * scale); ++y) {
+      for (int x = static_cast<int>((rect.x + inset) * scale);
+           x < static_cast<int>((rect.x + rect.width - inset) * scale); ++x) {
+        largest = std::max(largest, difference(a.pixel(x, y), b.pixel(x, y)));
+      }
+    }
+    return largest;
+  }
+
+  std::vector<BloatFilter> filters_;
+  std::set<std::string> grown_;
+  std::set<std::string> selected_;
+  CanvasTiles tiles_{sample(), size, {filters_, grown_, selected_, false}};
+  LabelPainter labels_;
+};
+
+TEST_F(MapPictureTest, of_the_whole_canvas_is_every_tile_painted_in_turn) {
+  EXPECT_EQ(MapPicture::whole(tiles_, size, 1, labels_).image(), painted(std::nullopt));
+}
+
+TEST_F(MapPictureTest, of_a_highlighted_file_is_the_tile_as_it_would_be_painted_in_its_turn) {
+  for (const char* path : {"/r/file0", "/r/a/0", "/r/a/3", "/r/file4"}) {
+    for (const double scale : {1.0, 2.0}) {
+      const std::size_t tile = index(path);
+      const Rect rect = tiles_[tile].rect.rect();
+      EXPECT_LE(differenceIn(composed(tile, scale), painted(tile, scale), rect, -1, scale), 1)
+          << path << " at " << scale;
+    }
+  }
+}
+
+TEST_F(MapPictureTest, of_a_highlighted_folder_changes_its_header_and_no_tile_in_it) {
+  const std::size_t folder = index("/r/a");
+  ASSERT_TRUE(tiles_[folder].rect.nested);
+  const QImage plain = painted(std::nullopt);
+  const QImage with = composed(folder);
+  const Rect rect = tiles_[folder].rect.rect();
+  EXPECT_LE(differenceIn(with, painted(folder), {rect.x, rect.y, rect.width, 19}, 0), 1);
+  EXPECT_GT(differenceIn(with, plain, {rect.x, rect.y, rect.width, 19}, 0), 10);
+  for (int i = 0; i < 6; ++i) {
+    const Rect inside = tiles_[index("/r/a/" + std::to_string(i))].rect.rect();
+    EXPECT_EQ(differenceIn(with, plain, inside, insideCorners), 0) << i;
+  }
+}
+
+TEST_F(MapPictureTest, of_a_highlight_glows_over_earlier_tiles_and_not_over_later_ones) {
+  const std::size_t tile = index("/r/file1");
+  const QImage plain = painted(std::nullopt);
+  const QImage with = composed(tile);
+  const Rect earlier = tiles_[index("/r/file0")].rect.rect();
+  const Rect later = tiles_[index("/r/file2")].rect.rect();
+  EXPECT_GT(differenceIn(with, plain, earlier, 0), 10);
+  EXPECT_EQ(differenceIn(with, plain, later, insideCorners), 0);
+}
+
+TEST_F(MapPictureTest, of_a_selected_tile_needs_no_highlight) {
+  select({"/r/file1"});
+  EXPECT_FALSE(MapPicture::highlight(tiles_, index("/r/file1"), size, 1, labels_).has_value());
+}
+
+TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_selected_neighbours) {
+  for (const char* neighbour : {"/r/file0", "/r/file2", "/r/a/5"}) {
+    select({neighbour});
+    for (const char* path : {"/r/file1", "/r/a"}) {
+      const std::size_t tile = index(path);
+      const Rect rect = tiles_[tile].rect.rect();
+      EXPECT_LE(differenceIn(composed(tile), painted(tile), {rect.x, rect.y, rect.width, 19}, 0), 2)
+          << path << " beside " << neighbour;
+    }
+  }
+}
+
+TEST_F(MapPictureTest, of_a_highlight_covers_the_tile_and_its_glow_alone) {
+  const std::size_t tile = index("/r/file4");
+  const auto overlay = MapPicture::highlight(tiles_, tile, size, 1, labels_);
+  ASSERT_TRUE(overlay.has_value());
+  const Rect rect = tiles_[tile].rect.rect();
+  EXPECT_LE(overlay->area().width(), rect.width + 32);
+  EXPECT_LE(overlay->area().height(), rect.height + 32);
+}
+
+}  // namespace
+}  // namespace tessaly

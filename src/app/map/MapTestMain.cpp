@@ -1,0 +1,15 @@
+// The tests of the map draw in memory, with the renderer that needs no graphics card.
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+
+#include "app/controls/Fonts.h"
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QUICK_BACKEND", "software");
+  const QGuiApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  tessaly::Fonts::install();
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,106 @@
+#include "app/map/PixelCanvas.h"
+
+#include <gtest/gtest.h>
+
+#include "app/map/Pixel.h"
+#include "app/map/SampleTiles_test.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::uint32_t red = 0xFFFF0000;
+constexpr std::uint32_t halfWhite = 0x80808080;
+
+TEST(Pixel, scales_every_channel_with_rounding) {
+  for (std::uint32_t value = 0; value < 256; ++value) {
+    for (std::uint32_t factor = 0; factor < 256; ++factor) {
+      const std::uint32_t expected = (value * factor * 2 + 255) / 510;
+      ASSERT_EQ(Pixel::scaled(value * 0x01010101u, factor), expected * 0x01010101u);
+      ASSERT_EQ(Pixel::packed(Pixel::scaledLanes(Pixel::spread(value * 0x01010101u), factor)),
+                expected * 0x01010101u);
+    }
+  }
+}
+
+TEST(Pixel, keeps_its_channels_apart_in_lanes) {
+  EXPECT_EQ(Pixel::spread(0x11223344), 0x0011003300220044u);
+  EXPECT_EQ(Pixel::packed(Pixel::spread(0x11223344)), 0x11223344u);
+}
+
+TEST(Pixel, of_a_colour_is_multiplied_by_its_opacity) {
+  EXPECT_EQ(Pixel::fromColor(Color::fromRgb(0x0080FF)), 0xFF0080FFu);
+  EXPECT_EQ(Pixel::fromColor(Color::fromRgb(0xFF0000).atOpacity(0.5)), 0x80800000u);
+}
+
+TEST(PixelCanvas, paints_where_the_shape_is_in_coordinates_of_the_canvas) {
+  PixelCanvas canvas(QRect(100, 200, 10, 10), 1);
+  RoundedShape shape({102, 203, 4, 2}, 0);
+  canvas.fill(shape, red);
+  EXPECT_EQ(pixelAt(canvas, 102, 203), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 105, 204), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 106, 204), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 102, 205), "#00000000");
+}
+
+TEST(PixelCanvas, paints_nothing_outside_its_clip) {
+  PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
+  canvas.setClip(QRect(3, 3, 2, 2));
+  RoundedShape shape({-5, -5, 30, 30}, 3);
+  canvas.fill(shape, red);
+  EXPECT_EQ(pixelAt(canvas, 2, 3), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 3, 3), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 4, 4), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 5, 4), "#00000000");
+}
+
+TEST(PixelCanvas, lays_colours_over_what_is_there) {
+  PixelCanvas canvas(QRect(0, 0, 4, 4), 1);
+  RoundedShape shape({0, 0, 4, 4}, 0);
+  canvas.fill(shape, red);
+  canvas.fill(shape, halfWhite);
+  EXPECT_EQ(pixelAt(canvas, 1, 1), "#ffff8080");
+}
+
+TEST(PixelCanvas, strokes_half_on_either_side_of_the_edge) {
+  PixelCanvas canvas(QRect(0, 0, 20, 20), 1);
+  canvas.stroke({5, 5, 10, 10}, 0, 2, red);
+  EXPECT_EQ(pixelAt(canvas, 10, 3), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 10, 4), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 10, 5), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 10, 6), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 4, 10), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 15, 10), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 10, 10), "#00000000");
+}
+
+TEST(PixelCanvas, erases_what_a_shape_covers_and_keeps_what_it_covers) {
+  PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
+  RoundedShape all({0, 0, 10, 10}, 0);
+  RoundedShape part({2, 2, 4.5, 4}, 0);
+  canvas.fill(all, red);
+  canvas.erase(part);
+  EXPECT_EQ(pixelAt(canvas, 3, 3), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 6, 3), "#7f7f0000");
+  EXPECT_EQ(pixelAt(canvas, 7, 3), "#ffff0000");
+  canvas.fill(all, red);
+  canvas.keep(part);
+  EXPECT_EQ(pixelAt(canvas, 3, 3), "#ffff0000");
+  EXPECT_EQ(pixelAt(canvas, 6, 3), "#80800000");
+  EXPECT_EQ(pixelAt(canvas, 7, 3), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 3, 9), "#00000000");
+}
+
+TEST(PixelCanvas, draws_a_picture_that_reaches_beyond_its_clip) {
+  PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
+  QImage picture(20, 20, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(0xFF00FF00);
+  canvas.setClip(QRect(4, 4, 3, 3));
+  canvas.draw(picture, -5, -5);
+  EXPECT_EQ(pixelAt(canvas, 3, 4), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 4, 4), "#ff00ff00");
+  EXPECT_EQ(pixelAt(canvas, 6, 6), "#ff00ff00");
+  EXPECT_EQ(pixelAt(canvas, 7, 6), "#00000000");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,79 @@
+#include "app/map/RoundedShape.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace tessaly {
+namespace {
+
+double areaOf(RoundedShape& shape) {
+  double area = 0;
+  for (int y = shape.firstRow(); y < shape.endRow(); ++y) {
+    const RoundedShape::Row row = shape.row(y);
+    for (int x = row.begin; x < row.end; ++x) area += row.at(x) / 255.0;
+  }
+  return area;
+}
+
+TEST(RoundedShape, covers_whole_pixels_of_a_rectangle_on_pixel_edges) {
+  RoundedShape shape({2, 3, 10, 5}, 0);
+  EXPECT_EQ(shape.firstRow(), 3);
+  EXPECT_EQ(shape.endRow(), 8);
+  const RoundedShape::Row row = shape.row(4);
+  EXPECT_EQ(row.begin, 2);
+  EXPECT_EQ(row.end, 12);
+  for (int x = 2; x < 12; ++x) EXPECT_EQ(row.at(x), 255) << x;
+  EXPECT_EQ(row.at(1), 0);
+  EXPECT_EQ(row.at(12), 0);
+}
+
+TEST(RoundedShape, covers_parts_of_the_pixels_on_its_edges) {
+  RoundedShape shape({0.25, 0.5, 10, 10}, 0);
+  EXPECT_NEAR(shape.row(5).at(0), 0.75 * 255, 1);
+  EXPECT_NEAR(shape.row(5).at(10), 0.25 * 255, 1);
+  EXPECT_NEAR(shape.row(0).at(5), 0.5 * 255, 1);
+  EXPECT_NEAR(shape.row(0).at(0), 0.375 * 255, 1);
+}
+
+TEST(RoundedShape, covers_the_area_of_any_rectangle_wherever_it_stands) {
+  for (const double offset : {0.0, 0.1, 0.33, 0.5, 0.77}) {
+    RoundedShape shape({offset, offset * 2, 7.3, 5.6}, 0);
+    EXPECT_NEAR(areaOf(shape), 7.3 * 5.6, 0.1) << offset;
+  }
+}
+
+TEST(RoundedShape, cuts_its_corners_off_where_a_quarter_circle_would) {
+  RoundedShape shape({0, 0, 100, 100}, 20);
+  // On the diagonal a circle of radius 20 leaves the corner at 20 * (1 - 0.7071) = 5.86.
+  EXPECT_EQ(shape.row(4).at(4), 0);
+  EXPECT_GT(shape.row(5).at(5), 0);
+  EXPECT_EQ(shape.row(7).at(7), 255);
+}
+
+TEST(RoundedShape, has_four_equal_corners) {
+  RoundedShape shape({0, 0, 40, 30}, 8);
+  for (int y = 0; y < 10; ++y) {
+    for (int x = 0; x < 10; ++x) {
+      const int coverage = shape.row(y).at(x);
+      EXPECT_EQ(shape.row(y).at(39 - x), coverage) << x << "," << y;
+      EXPECT_EQ(shape.row(29 - y).at(x), coverage) << x << "," << y;
+    }
+  }
+}
+
+TEST(RoundedShape, limits_its_corners_to_half_of_the_shorter_side) {
+  RoundedShape shape({0, 0, 5, 5}, 50);
+  EXPECT_GT(areaOf(shape), 15);
+  EXPECT_LT(areaOf(shape), 25);
+  EXPECT_EQ(shape.row(2).at(2), 255);
+}
+
+TEST(RoundedShape, of_no_size_covers_nothing) {
+  RoundedShape flat({3, 3, 10, -2}, 4);
+  EXPECT_EQ(areaOf(flat), 0);
+  RoundedShape thin({3, 3, 0, 10}, 4);
+  EXPECT_EQ(areaOf(thin), 0);
+}
+
+}  // namespace
+}  // namespace tessaly

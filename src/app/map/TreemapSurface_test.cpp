@@ -1,0 +1,330 @@
+// The canvas in a real window, without a display: moved over and clicked on as a person would.
+#include "app/map/TreemapSurface.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include "app/map/SampleTiles_test.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+
+Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
+
+namespace tessaly {
+namespace {
+
+DiskNode sample() {
+  return folderNode("/r", 1000,
+                    {folderNode("/r/docs", 500,
+                                {fileNode("/r/docs/a.pdf", 300, FileKind::document),
+                                 fileNode("/r/docs/b.pdf", 200, FileKind::document)}),
+                     fileNode("/r/film.mp4", 300, FileKind::video), folderNode("/r/empty", 150),
+                     fileNode("/r/caf\xE9", 50)});
+}
+
+class TreemapSurfaceTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    window_.resize(900, 600);
+    show(sample());
+  }
+
+  // Puts a fresh canvas of `node` into the window and draws it.
+  void show(const DiskNode& node) {
+    canvas_.reset();
+    QQmlComponent component(&engine_);
+    component.setData("import Tessaly.Map\nTreemapCanvas { x: 50; width: 800; height: 600 }",
+                      QUrl());
+    canvas_.reset(qobject_cast<TreemapSurface*>(
+        component.createWithInitialProperties({{"session", QVariant::fromValue(&session_)},
+                                               {"node", QVariant::fromValue(NodeHandle(node))}})));
+    ASSERT_TRUE(canvas_) << component.errorString().toStdString();
+    QObject::connect(canvas_.get(), &TreemapSurface::open, [this](const NodeHandle& opened) {
+      opened_.push_back(opened.node()->path());
+    });
+    canvas_->setParentItem(window_.contentItem());
+    window_.show();
+    draw();
+  }
+
+  // Renders the next frame with all that has changed.
+  void draw() {
+    QEventLoop loop;
+    QObject::connect(&window_, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    window_.update();
+    loop.exec();
+  }
+
+  void send(QEvent::Type type, QPointF point, Qt::MouseButton button, Qt::MouseButtons buttons) {
+    const QPointF place = canvas_->mapToScene(point);
+    QMouseEvent event(type, place, window_.mapToGlobal(place), button, buttons, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window_, &event);
+  }
+  void moveTo(QPointF point) { send(QEvent::MouseMove, point, Qt::NoButton, Qt::NoButton); }
+  void press(QPointF point) {
+    send(QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::LeftButton);
+  }
+  void release(QPointF point) {
+    send(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
+  }
+  void click(QPointF point) {
+    moveTo(point);
+    press(point);
+    release(point);
+  }
+
+  // A point on the tile that no other tile covers.
+  QPointF on(std::string_view path) const {
+    const TreemapRect& rect = canvas_->tiles()[canvas_->tiles().find(path).value()].rect;
+    return {rect.x + rect.width / 2, rect.y + (rect.nested ? 10 : rect.height / 2)};
+  }
+
+  QQuickItem* item(const char* name) const {
+    return canvas_->findChild<QQuickItem*>(QString::fromLatin1(name));
+  }
+  std::string textOf(const char* name) const {
+    return item(name)->property("text").toString().toStdString();
+  }
+  std::optional<std::string> focusedPath() const {
+    if (!session_.focused()) return std::nullopt;
+    return session_.focused()->path();
+  }
+
+  HandSteppedDispatch dispatch_;
+  FakeFolderPanel folderPanel_;
+  FakeWorkspace workspace_;
+  ScanSession session_{{dispatch_, folderPanel_, workspace_, "/home"}};
+  QQmlEngine engine_;
+  QQuickWindow window_;
+  std::unique_ptr<TreemapSurface> canvas_;
+  std::vector<std::string> opened_;
+};
+
+TEST_F(TreemapSurfaceTest, focuses_and_remembers_the_tile_that_the_pointer_enters) {
+  moveTo(on("/r/film.mp4"));
+  EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+  EXPECT_EQ(canvas_->cursor().shape(), Qt::PointingHandCursor);
+}
+
+TEST_F(TreemapSurfaceTest, takes_the_topmost_tile_under_the_pointer) {
+  moveTo(on("/r/docs/a.pdf"));
+  EXPECT_EQ(canvas_->hoverPath(), "/r/docs/a.pdf");
+  moveTo(on("/r/docs"));
+  EXPECT_EQ(canvas_->hoverPath(), "/r/docs");
+}
+
+TEST_F(TreemapSurfaceTest, paints_no_tile_of_the_picture_when_the_pointer_moves) {
+  draw();
+  const int before = canvas_->tileTexture().pictureCount();
+  const int highlights = canvas_->hoverOverlay().pictureCount();
+  for (const char* path : {"/r/film.mp4", "/r/docs", "/r/docs/b.pdf", "/r/empty"}) {
+    moveTo(on(path));
+    draw();
+  }
+  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before);
+  EXPECT_EQ(canvas_->hoverOverlay().pictureCount(), highlights + 4);
+}
+
+TEST_F(TreemapSurfaceTest, paints_a_highlight_once_while_the_pointer_stays_on_the_tile) {
+  moveTo(on("/r/film.mp4"));
+  const int before = canvas_->hoverOverlay().pictureCount();
+  moveTo(on("/r/film.mp4") + QPointF(5, 5));
+  EXPECT_EQ(canvas_->hoverOverlay().pictureCount(), before);
+}
+
+TEST_F(TreemapSurfaceTest, shows_the_highlight_in_the_window) {
+  const QImage plain = window_.grabWindow();
+  const QPointF point = on("/r/film.mp4");
+  moveTo(point);
+  draw();
+  const QImage hovered = window_.grabWindow();
+  const QPoint place = (canvas_->mapToScene(point) - QPointF(20, 20)).toPoint();
+  EXPECT_GT(qGreen(hovered.pixel(place)), qGreen(plain.pixel(place)));
+  moveTo({1, 1});
+  draw();
+  EXPECT_EQ(window_.grabWindow(), plain);
+}
+
+TEST_F(TreemapSurfaceTest, forgets_the_tile_when_the_pointer_leaves_it) {
+  moveTo(on("/r/film.mp4"));
+  moveTo({1, 1});
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  EXPECT_TRUE(canvas_->hoverOverlay().isClear());
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+  EXPECT_EQ(canvas_->cursor().shape(), Qt::ArrowCursor);
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+}
+
+TEST_F(TreemapSurfaceTest, forgets_the_tile_when_the_pointer_leaves_the_canvas) {
+  moveTo(on("/r/film.mp4"));
+  moveTo({-20, 100});
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, tells_in_the_tooltip_what_the_tile_is) {
+  moveTo(on("/r/docs"));
+  EXPECT_TRUE(item("mapTooltip")->isVisible());
+  EXPECT_EQ(textOf("tooltipName"), "docs");
+  EXPECT_EQ(textOf("tooltipSize"), "500 B");
+  EXPECT_EQ(textOf("tooltipFacts"), "Folder · 50.0% of parent · 2 items");
+  EXPECT_EQ(textOf("tooltipPath"), "/r/docs");
+  EXPECT_FALSE(item("tooltipAge")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, shows_names_that_are_no_text_and_keeps_their_bytes) {
+  moveTo(on("/r/caf\xE9"));
+  EXPECT_EQ(textOf("tooltipName"), "caf\uFFFD");
+  EXPECT_EQ(focusedPath(), "/r/caf\xE9");
+  click(on("/r/caf\xE9"));
+  EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{"/r/caf\xE9"}}));
+}
+
+TEST_F(TreemapSurfaceTest, places_the_tooltip_beside_the_pointer) {
+  moveTo({100, 120});
+  draw();
+  const QQuickItem* tooltip = item("mapTooltip");
+  EXPECT_EQ(tooltip->position(), QPointF(116, 138));
+  EXPECT_EQ(tooltip->width(), 270);
+  moveTo({780, 590});
+  EXPECT_EQ(tooltip->position(), QPointF(498, 460));
+}
+
+TEST_F(TreemapSurfaceTest, shows_the_tooltip_in_the_colours_and_sizes_of_its_design) {
+  moveTo(on("/r/film.mp4"));
+  const auto font = [&](const char* name) { return item(name)->property("font").value<QFont>(); };
+  EXPECT_EQ(font("tooltipName").pixelSize(), 13);
+  EXPECT_EQ(font("tooltipName").weight(), QFont::Bold);
+  EXPECT_EQ(font("tooltipSize").pixelSize(), 20);
+  EXPECT_EQ(font("tooltipSize").weight(), QFont::Bold);
+  EXPECT_EQ(font("tooltipFacts").pixelSize(), 11);
+  EXPECT_EQ(font("tooltipAge").pixelSize(), 11);
+  EXPECT_EQ(font("tooltipPath").pixelSize(), 10);
+  EXPECT_EQ(item("tooltipPath")->opacity(), 0.8);
+  EXPECT_EQ(item("tooltipDot")->size(), QSizeF(10, 10));
+  EXPECT_EQ(item("tooltipDot")->property("color").value<QColor>(), QColor("#3B82F6"));
+}
+
+TEST_F(TreemapSurfaceTest, tells_ages_only_while_the_heat_map_is_on) {
+  session_.setHeatmap(true);
+  draw();
+  moveTo(on("/r/film.mp4"));
+  EXPECT_TRUE(item("tooltipAge")->isVisible());
+  EXPECT_EQ(textOf("tooltipAge"), "Unknown date");
+  session_.setHeatmap(false);
+  draw();
+  EXPECT_FALSE(item("tooltipAge")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, lets_the_pointer_through_the_tooltip) {
+  moveTo(on("/r/docs/a.pdf"));
+  draw();
+  const QQuickItem* tooltip = item("mapTooltip");
+  const QPointF under = tooltip->position() + QPointF(tooltip->width() / 2, 50);
+  const auto beneath = canvas_->tiles().at(under);
+  ASSERT_TRUE(beneath.has_value());
+  moveTo(under);
+  EXPECT_EQ(canvas_->hoverPath(), canvas_->tiles()[*beneath].rect.node.path());
+}
+
+TEST_F(TreemapSurfaceTest, drills_into_a_folder_with_children) {
+  click(on("/r/docs"));
+  EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
+  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_EQ(focusedPath(), "/r/docs");
+}
+
+TEST_F(TreemapSurfaceTest, reveals_a_file_and_a_folder_without_children) {
+  click(on("/r/film.mp4"));
+  click(on("/r/empty"));
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_EQ(workspace_.revealed,
+            (std::vector<std::vector<std::string>>{{"/r/film.mp4"}, {"/r/empty"}}));
+}
+
+TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
+  moveTo(on("/r/film.mp4"));
+  session_.setFocused(std::nullopt);
+  click(on("/r/film.mp4"));
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+}
+
+TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_elsewhere_for_a_click) {
+  moveTo(on("/r/docs"));
+  press(on("/r/docs"));
+  release(on("/r/film.mp4"));
+  press(on("/r/film.mp4"));
+  release(on("/r/film.mp4") + QPointF(8, 0));
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_TRUE(workspace_.revealed.empty());
+}
+
+TEST_F(TreemapSurfaceTest, does_nothing_when_clicked_between_tiles) {
+  click({1, 1});
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_EQ(focusedPath(), std::nullopt);
+}
+
+TEST_F(TreemapSurfaceTest, survives_being_removed_by_its_own_click) {
+  QObject::connect(canvas_.get(), &TreemapSurface::open,
+                   [this] { canvas_->setNode(NodeHandle(folderNode("/other", 0))); });
+  click(on("/r/docs"));
+  draw();
+  EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
+  EXPECT_TRUE(canvas_->tiles().all().empty());
+}
+
+TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
+  const int before = canvas_->tileTexture().pictureCount();
+  session_.setHeatmap(true);
+  session_.setFilters({});
+  canvas_->setNode(NodeHandle(sample()));
+  draw();
+  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
+}
+
+TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
+  canvas_->setSize({500, 300});
+  draw();
+  ASSERT_EQ(canvas_->tiles().all().size(), 6U);
+  for (const CanvasTile& tile : canvas_->tiles().all()) {
+    EXPECT_LE(tile.rect.x + tile.rect.width, 496) << tile.rect.node.path();
+    EXPECT_LE(tile.rect.y + tile.rect.height, 296) << tile.rect.node.path();
+  }
+}
+
+TEST_F(TreemapSurfaceTest, highlights_what_came_under_a_pointer_that_stands_still) {
+  const QPointF point = on("/r/film.mp4");
+  moveTo(point);
+  canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/s/one");
+  EXPECT_EQ(textOf("tooltipName"), "one");
+  canvas_->setNode(NodeHandle(folderNode("/s", 10)));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, draws_an_empty_folder_as_bare_ground) {
+  show(folderNode("/r", 0));
+  EXPECT_TRUE(canvas_->tiles().all().empty());
+  const QImage picture = window_.grabWindow();
+  EXPECT_EQ(picture.pixelColor(450, 300), QColor("#121318"));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,72 @@
+// Other file systems inside the walked tree, mounted in a namespace of a child process.
+#include <cerrno>
+#include <cstring>
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "scan/ScanFacts.h"
+#include "support/SequentialScan.h"
+#include "support/TreeDifference.h"
+
+namespace tessaly {
+namespace {
+
+class Mounts : public ScanFacts {
+ protected:
+  // Runs `body` where `type` is mounted on the folder `below` of `tree`.
+  static void expectMounted(const TempTree& tree, const char* type, const std::string& below,
+                            const std::function<std::string()>& body) {
+    const std::string refused = "refused: ";
+    const std::string told = inForkedChild([&]() -> std::string {
+      const int spaces = CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER);
+      if (unshare(spaces) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+          mount(type, tree.at(below).c_str(), type, 0, nullptr) != 0) {
+        return refused + std::strerror(errno);
+      }
+      return body();
+    });
+    if (told.starts_with(refused)) GTEST_SKIP() << "no mounting here, " << told;
+    EXPECT_EQ(told, "");
+  }
+};
+TESSALY_FOR_ALL_WALKERS(Mounts);
+
+constexpr const char* fixture = R"(
+  before/
+    film 1M
+  inside/
+    mounted/
+  after/
+    film 1M
+)";
+
+TEST_P(Mounts, views_of_the_kernel_are_folders_that_are_never_entered) {
+  for (const char* type : {"proc", "sysfs"}) {
+    const TempTree tree(fixture);
+    expectMounted(tree, type, "inside/mounted", [&]() -> std::string {
+      ScanRecord record;
+      const DiskNode root = GetParam().scan(tree.path(), record.callbacks());
+      const DiskNode mounted = below(root, "inside/mounted");
+      if (!mounted.isDir() || mounted.size() != 0 || !mounted.children().empty()) {
+        return treeText(root);
+      }
+      if (record.polls() != 7) return std::to_string(record.polls()) + " polls";
+      return root.size() == 2 * MiB ? "" : treeText(root);
+    });
+  }
+}
+
+TEST_P(Mounts, other_disks_are_walked) {
+  TempTree tree(fixture);
+  expectMounted(tree, "tmpfs", "inside/mounted", [&]() -> std::string {
+    tree.plant("inside/mounted", "film 1M\nDownloads/\n  tiny 4K");
+    const DiskNode root = scan(tree.path());
+    if (root.size() != 3 * MiB + 4 * KiB) return treeText(root);
+    if (!has(root, "inside/mounted/Downloads/tiny")) return treeText(root);
+    return differenceOf(SequentialScan::scan(tree.path()), root);
+  });
+}
+
+}  // namespace
+}  // namespace tessaly
