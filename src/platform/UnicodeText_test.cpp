@@ -6,7 +6,7 @@
 namespace tessaly {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 TEST(UnicodeTextLowercased, leaves_an_empty_text_empty) {
   EXPECT_EQ(UnicodeText::lowercased(""), "");

@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 std::string escaped(std::string_view bytes) {
   std::string json;

@@ -121,5 +121,23 @@ TEST_P(DeepTrees, excluded_folder_is_found_at_any_length_of_path) {
   EXPECT_EQ(scan(tree.path(), options).size(), 1 * MiB);
 }
 
+// The model cannot go there: it reaches its root by one path.
+TEST(DeepRoot, beyond_the_longest_path_of_the_system_is_walked) {
+  TempTree tree;
+  tree.chain("", "folder", 3000, [&](int folder, int level) {
+    if (level == 3000) plantTree(folder, folder, "film 1M");
+  });
+  std::string root = tree.path();
+  for (int level = 0; level < 2000; ++level) root += "/folder";
+  for (const int threads : {1, 4}) {
+    DiskScanner::Options options;
+    options.threads = threads;
+    const DiskNode node = DiskScanner::scan(root, {}, options);
+    EXPECT_EQ(node.size(), 1 * MiB);
+    EXPECT_EQ(node.path(), root);
+    EXPECT_EQ(node.name(), "folder");
+  }
+}
+
 }  // namespace
 }  // namespace tessaly

@@ -14,42 +14,34 @@ Item {
         session: view.session
     }
 
-    Loader {
+    IdleScreen {
+        objectName: "idleScreen"
         anchors.fill: parent
-        active: mapState.screen === DiskMapState.Idle
-        sourceComponent: IdleScreen {
-            objectName: "idleScreen"
-            session: view.session
-        }
+        visible: mapState.screen === DiskMapState.Idle
+        session: view.session
     }
 
-    Loader {
+    ScanningScreen {
+        objectName: "scanningScreen"
         anchors.fill: parent
-        active: mapState.screen === DiskMapState.Scanning
-        sourceComponent: ScanningScreen {
-            objectName: "scanningScreen"
-            session: view.session
-            map: mapState
-        }
+        visible: mapState.screen === DiskMapState.Scanning
+        session: view.session
+        map: mapState
     }
 
-    Loader {
+    FailedScreen {
+        objectName: "failedScreen"
         anchors.fill: parent
-        active: mapState.screen === DiskMapState.Failed
-        sourceComponent: FailedScreen {
-            objectName: "failedScreen"
-            session: view.session
-            map: mapState
-        }
+        visible: mapState.screen === DiskMapState.Failed
+        session: view.session
+        map: mapState
     }
 
-    Loader {
+    ResultScreen {
+        objectName: "resultScreen"
         anchors.fill: parent
-        active: mapState.screen === DiskMapState.Result
-        sourceComponent: ResultScreen {
-            objectName: "resultScreen"
-            session: view.session
-            map: mapState
-        }
+        visible: mapState.screen === DiskMapState.Result
+        session: view.session
+        map: mapState
     }
 }

@@ -2,7 +2,6 @@
 // six. Without any content it takes up no space.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Panes
 
 Column {
@@ -23,6 +22,7 @@ Column {
 
     Row {
         objectName: "segments"
+        width: parent.width
         spacing: 1
 
         Repeater {
@@ -32,7 +32,7 @@ Column {
                 required property color kindColor
                 required property real fraction
 
-                width: Math.max(2, fraction * bar.width)
+                width: Math.max(2, fraction * (parent ? parent.width : 0))
                 height: 10
                 radius: Math.min(3, width / 2)
                 color: kindColor

@@ -47,6 +47,7 @@ RoundedPanel {
             Accessible.name: "Scan, " + banner.map.percentText
 
             NumberAnimation on turn {
+                running: banner.visible
                 from: 0
                 to: 1
                 duration: 1400

@@ -28,6 +28,7 @@ Item {
             Accessible.name: "Scan, " + screen.map.percentText
 
             NumberAnimation on turn {
+                running: screen.visible
                 from: 0
                 to: 1
                 duration: 1400

@@ -19,8 +19,6 @@ Rectangle {
     }
 
     ListView {
-        id: list
-
         objectName: "crumbs"
         anchors.fill: parent
         anchors.leftMargin: 14
@@ -32,8 +30,8 @@ Rectangle {
         // All steps exist, also those out of sight, so that Tab reaches each.
         cacheBuffer: 1000000
         model: crumbs
-        onCountChanged: Qt.callLater(positionViewAtEnd)
-        onWidthChanged: Qt.callLater(positionViewAtEnd)
+        onCountChanged: positionViewAtEnd()
+        onWidthChanged: positionViewAtEnd()
 
         delegate: Row {
             id: step
@@ -52,8 +50,10 @@ Rectangle {
                 text: step.name
                 symbol: step.first ? "internaldrive" : "folder"
                 current: step.last
-                onClicked: bar.session.jump(step.index)
-                onActiveFocusChanged: if (activeFocus) list.positionViewAtIndex(step.index, ListView.Contain)
+                onClicked: step.ListView.view.model.jump(step.index)
+                onActiveFocusChanged: {
+                    if (activeFocus) step.ListView.view.positionViewAtIndex(step.index, ListView.Contain)
+                }
             }
 
             Symbol {

@@ -42,6 +42,10 @@ void BreadcrumbModel::follow() {
   if (kept > 0) emit dataChanged(index(kept - 1), index(kept - 1), {LastRole});
 }
 
+void BreadcrumbModel::jump(int row) {
+  if (session_ != nullptr) session_->jump(row);
+}
+
 int BreadcrumbModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(crumbs_.size());
 }

@@ -29,6 +29,9 @@ class BreadcrumbModel : public QAbstractListModel {
   ScanSession* session() const { return session_; }
   void setSession(ScanSession* session);
 
+  // Makes the folder of this row the one on screen.
+  Q_INVOKABLE void jump(int row);
+
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;

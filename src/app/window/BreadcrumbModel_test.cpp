@@ -75,6 +75,14 @@ TEST_F(BreadcrumbModelTest, keeps_the_rows_that_stay) {
   EXPECT_TRUE(flag(1, BreadcrumbModel::LastRole));
 }
 
+TEST_F(BreadcrumbModelTest, leads_to_the_folder_of_a_row) {
+  drillIn();
+  drillIn();
+  model_.jump(0);
+  EXPECT_EQ(names(), QStringList{"home"});
+  EXPECT_EQ(session().current()->path(), "/home");
+}
+
 TEST_F(BreadcrumbModelTest, begins_anew_with_another_root) {
   drillIn();
   walks_.at(1).result = tree("/srv", 20);

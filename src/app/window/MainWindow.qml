@@ -36,15 +36,12 @@ Window {
             bars: barsState
         }
 
-        Loader {
+        BreadcrumbBar {
+            objectName: "breadcrumbs"
             Layout.fillWidth: true
-            Layout.preferredHeight: active ? 36 : 0
-            active: barsState.showsBreadcrumbs
-            visible: active
-            sourceComponent: BreadcrumbBar {
-                objectName: "breadcrumbs"
-                session: window.session
-            }
+            Layout.preferredHeight: 36
+            visible: barsState.showsBreadcrumbs
+            session: window.session
         }
 
         DiskMapView {
