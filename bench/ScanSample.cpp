@@ -1,7 +1,6 @@
 #include "ScanSample.h"
 
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -20,6 +19,7 @@
 #include <unistd.h>
 
 #include "scan/DiskScanner.h"
+#include "session/CancelFlag.h"
 
 namespace tessaly::bench {
 namespace {
@@ -123,7 +123,7 @@ ScanSample scanInThisProcess(const std::string& folder, int threads) {
   ScanSample sample;
   double freezeStart = 0;
   // As cheap as the callbacks of a session, and as many of them.
-  std::atomic<bool> cancelled = false;
+  const CancelFlag cancelled;
   double fraction = 0;
   const DiskScanner::Callbacks callbacks{
       .progress =
@@ -133,7 +133,7 @@ ScanSample scanInThisProcess(const std::string& folder, int threads) {
             }
           },
       .percent = [&fraction](double value) { fraction = value; },
-      .isCancelled = [&cancelled] { return cancelled.load(std::memory_order_relaxed); }};
+      .isCancelled = [&cancelled] { return cancelled.isSet(); }};
   DiskScanner::Options options;
   options.threads = threads;
 

@@ -1,12 +1,13 @@
 #include "app/Application.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QPalette>
 #include <QQuickStyle>
 #include <QStyleFactory>
 #include <QtPlugin>
 #include <QtQml/qqmlextensionplugin.h>
-#include <utility>
 
 #include "app/controls/Fonts.h"
 #include "app/controls/QtColor.h"
@@ -64,8 +65,7 @@ Application::Application(const Seams& seams) {
     ownDispatch_ = std::make_unique<ThreadedDispatch>(
         [this](Dispatch::Work work) { mainQueue_.post(std::move(work)); });
   Dispatch& dispatch = seams.dispatch != nullptr ? *seams.dispatch : *ownDispatch_;
-  const std::string home =
-      seams.homeDirectory.empty() ? homeDirectory() : seams.homeDirectory;
+  const std::string home = seams.homeDirectory.empty() ? homeDirectory() : seams.homeDirectory;
   if (seams.folderPanel == nullptr) ownFolderPanel_ = std::make_unique<QtFolderPanel>(home);
   if (seams.workspace == nullptr) ownWorkspace_ = std::make_unique<LinuxWorkspace>(dispatch);
 

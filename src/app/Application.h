@@ -4,10 +4,11 @@
 // Main thread only. One at a time.
 #pragma once
 
-#include <QQmlApplicationEngine>
-#include <QQuickWindow>
 #include <memory>
 #include <string>
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
 
 #include "app/desktop/MainQueue.h"
 #include "platform/Dispatch.h"

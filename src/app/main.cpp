@@ -1,6 +1,7 @@
-#include <QApplication>
 #include <cstdio>
 #include <string>
+
+#include <QApplication>
 
 #include "app/Application.h"
 #include "app/desktop/Display.h"

@@ -70,7 +70,9 @@ void Journey::press(Qt::Key key) {
   settle(window());
 }
 
-void Journey::walk() { ASSERT_TRUE(dispatch_.step(Dispatch::Queue::userInitiated)); }
+void Journey::walk() {
+  ASSERT_TRUE(dispatch_.step(Dispatch::Queue::userInitiated));
+}
 
 void Journey::comeHome() {
   dispatch_.drain(Dispatch::Queue::main);

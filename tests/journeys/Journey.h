@@ -3,11 +3,11 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 #include <QQuickItem>
 #include <QString>
-#include <string>
-#include <string_view>
 
 #include "app/Application.h"
 #include "support/FakeFolderPanel.h"

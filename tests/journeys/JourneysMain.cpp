@@ -1,10 +1,10 @@
 // The main of the journeys: the program's own look, without a display, and no complaint of a view
 // passed over.
+#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <cstdio>
 
 #include "app/Application.h"
 

@@ -72,8 +72,7 @@ TEST_F(Navigation, forgets_the_pointer_when_it_drills_in) {
 TEST_F(Navigation, reveals_a_clicked_file_and_stays) {
   clickAt(tilePoint("notes.txt"));
   dispatch_.drainAll();
-  EXPECT_EQ(workspace_.revealed,
-            (std::vector<std::vector<std::string>>{{tree_.at("notes.txt")}}));
+  EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{tree_.at("notes.txt")}}));
   EXPECT_EQ(place(), tree_.path());
 }
 

@@ -1,9 +1,9 @@
 // The built program itself, on an X server of its own, over a home folder made for the test. What
 // it puts on the screen is compared, pixel by pixel, with where the layout says that the tiles are.
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <QProcess>
-#include <algorithm>
 
 #include "app/Application.h"
 #include "journeys/WindowItems.h"
@@ -111,7 +111,9 @@ QRgb over(const Color& below, const Color& above, double opacity) {
               mix(below.blue, above.blue));
 }
 
-QRgb background() { return over(MarrowTheme::bg, MarrowTheme::bg, 1); }
+QRgb background() {
+  return over(MarrowTheme::bg, MarrowTheme::bg, 1);
+}
 
 // Whether `pixel` is the fill of a tile of colour `tint` on the bare canvas, at any place of its
 // gradient from opacity 0.92 to 0.7.
@@ -196,8 +198,7 @@ TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
                        [&](const TreemapRect& rect) { return wrongAbout(screen, rect).empty(); });
   }));
   const QImage screen = server_.look();
-  for (const auto& rect : leaves)
-    EXPECT_EQ(wrongAbout(screen, rect), "") << rect.node.path();
+  for (const auto& rect : leaves) EXPECT_EQ(wrongAbout(screen, rect), "") << rect.node.path();
   EXPECT_TRUE(program.isRunning());
 }
 
@@ -207,16 +208,15 @@ TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
   server_.click(twin_.middleOf(QStringLiteral("scanHome")));
   twin_.scan();
   const std::vector<TreemapRect> top = twin_.tiles();
-  const auto films = std::find_if(top.begin(), top.end(), [](const TreemapRect& rect) {
-    return rect.node.name() == "Films";
-  });
+  const auto films = std::find_if(
+      top.begin(), top.end(), [](const TreemapRect& rect) { return rect.node.name() == "Films"; });
   ASSERT_NE(films, top.end());
   ASSERT_TRUE(films->nested);
   const auto disk = std::find_if(top.begin(), top.end(), [](const TreemapRect& rect) {
     return rect.node.name() == "disk.iso";
   });
-  ASSERT_TRUE(server_.lookUntil(
-      [&](const QImage& screen) { return wrongAbout(screen, *disk).empty(); }));
+  ASSERT_TRUE(
+      server_.lookUntil([&](const QImage& screen) { return wrongAbout(screen, *disk).empty(); }));
 
   server_.click(QPointF(films->x + films->width / 2, films->y + 10).toPoint());
   server_.movePointer({1, 1});

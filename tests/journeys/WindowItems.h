@@ -1,10 +1,11 @@
 // Finding things in a window as a user would: what is shown, by the name it bears in the views.
 #pragma once
 
+#include <vector>
+
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QString>
-#include <vector>
 
 namespace tessaly {
 

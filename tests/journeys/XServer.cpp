@@ -1,9 +1,10 @@
 #include "journeys/XServer.h"
 
-#include <QTest>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+
+#include <QTest>
 
 namespace tessaly {
 

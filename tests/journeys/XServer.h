@@ -2,13 +2,13 @@
 // it could do: look, and click. Ends with the object.
 #pragma once
 
+#include <functional>
 #include <xcb/xcb.h>
 
 #include <QImage>
 #include <QProcess>
 #include <QSize>
 #include <QString>
-#include <functional>
 
 namespace tessaly {
 

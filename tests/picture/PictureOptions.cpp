@@ -1,7 +1,8 @@
 #include "picture/PictureOptions.h"
 
-#include <QFile>
 #include <map>
+
+#include <QFile>
 
 namespace tessaly {
 

@@ -1,24 +1,25 @@
 // What the picture tool is asked for on its command line.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include <QPoint>
 #include <QSize>
 #include <QString>
 #include <QStringList>
-#include <optional>
-#include <string>
 
 namespace tessaly {
 
 struct PictureOptions {
   enum class Screen { idle, scanning, failed, map, rescanning };
 
-  QString file;                         // where the picture goes
-  std::string root;                     // the folder to scan; empty: the home folder
-  QStringList drill;                    // names of folders to open, one after the other
-  std::optional<QPoint> hover;          // where the pointer stands, in points of the window
-  QSize size = QSize(1280, 820);        // of the window, in points
-  double scale = 1;                     // pixels a point
+  QString file;                   // where the picture goes
+  std::string root;               // the folder to scan; empty: the home folder
+  QStringList drill;              // names of folders to open, one after the other
+  std::optional<QPoint> hover;    // where the pointer stands, in points of the window
+  QSize size = QSize(1280, 820);  // of the window, in points
+  double scale = 1;               // pixels a point
   Screen screen = Screen::map;
 
   static const char* usage();

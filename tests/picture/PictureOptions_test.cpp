@@ -16,9 +16,9 @@ TEST(PictureOptions, need_only_a_file) {
 }
 
 TEST(PictureOptions, take_every_option) {
-  const auto options = PictureOptions::parse({"--root", "/srv", "--size", "1100x680", "--scale",
-                                              "2", "--screen", "scanning", "--drill", "a/b",
-                                              "--hover", "10,20", "a.png"});
+  const auto options =
+      PictureOptions::parse({"--root", "/srv", "--size", "1100x680", "--scale", "2", "--screen",
+                             "scanning", "--drill", "a/b", "--hover", "10,20", "a.png"});
   ASSERT_TRUE(options.has_value());
   EXPECT_EQ(options->root, "/srv");
   EXPECT_EQ(options->size, QSize(1100, 680));
@@ -29,17 +29,16 @@ TEST(PictureOptions, take_every_option) {
 }
 
 TEST(PictureOptions, refuse_what_makes_no_sense) {
-  const std::vector<QStringList> senseless = {
-      {},
-      {"a.png", "b.png"},
-      {"a.png", "--root"},
-      {"a.png", "--size", "1100"},
-      {"a.png", "--size", "0x5"},
-      {"a.png", "--scale", "two"},
-      {"a.png", "--scale", "9"},
-      {"a.png", "--screen", "sidebar"},
-      {"a.png", "--hover", "1"},
-      {"a.png", "--frobnicate", "1"}};
+  const std::vector<QStringList> senseless = {{},
+                                              {"a.png", "b.png"},
+                                              {"a.png", "--root"},
+                                              {"a.png", "--size", "1100"},
+                                              {"a.png", "--size", "0x5"},
+                                              {"a.png", "--scale", "two"},
+                                              {"a.png", "--scale", "9"},
+                                              {"a.png", "--screen", "sidebar"},
+                                              {"a.png", "--hover", "1"},
+                                              {"a.png", "--frobnicate", "1"}};
   for (const auto& arguments : senseless)
     EXPECT_FALSE(PictureOptions::parse(arguments)) << arguments.join(' ').toStdString();
 }

@@ -1,11 +1,12 @@
 // Runs the real window, brings it to the screen that is asked for, and writes what it shows as a
 // picture.
+#include <cstdio>
+#include <functional>
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QImage>
 #include <QMouseEvent>
-#include <cstdio>
-#include <functional>
 
 #include "app/Application.h"
 #include "app/desktop/Display.h"
@@ -35,7 +36,9 @@ void runUntil(ScanSession& session, const std::function<bool()>& reached) {
   if (!reached()) loop.exec();
 }
 
-bool hasEnded(const ScanSession& session) { return session.status() != ScanStatus::scanning; }
+bool hasEnded(const ScanSession& session) {
+  return session.status() != ScanStatus::scanning;
+}
 
 bool drillInto(ScanSession& session, const QString& name) {
   const auto current = session.current();
@@ -57,8 +60,8 @@ int takePicture(const PictureOptions& options) {
   HeldWalk walk;
   const std::string root = options.root.empty() ? homeDirectory() : options.root;
   const bool fails = options.screen == Screen::failed;
-  Application application({.homeDirectory = fails ? root + "/nothing here" : root,
-                           .walk = std::ref(walk)});
+  Application application(
+      {.homeDirectory = fails ? root + "/nothing here" : root, .walk = std::ref(walk)});
   const HeldWalk::Release releaseAtTheEnd(walk);
   ScanSession& session = application.session();
   QQuickWindow& window = application.window();

@@ -1,5 +1,8 @@
 #include "app/desktop/Display.h"
 
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -7,9 +10,6 @@
 
 #include <QDir>
 #include <QLibraryInfo>
-#include <cstdlib>
-#include <cstring>
-#include <string_view>
 
 namespace tessaly {
 

@@ -5,7 +5,9 @@
 namespace tessaly {
 namespace {
 
-TEST(Display, is_none_where_no_server_answers) { EXPECT_EQ(platformFor({}), ""); }
+TEST(Display, is_none_where_no_server_answers) {
+  EXPECT_EQ(platformFor({}), "");
+}
 
 TEST(Display, is_x_where_an_x_server_answers) {
   EXPECT_EQ(platformFor({.xAnswers = true}), "xcb");

@@ -1,12 +1,12 @@
 #include "app/desktop/LinuxWorkspace.h"
 
+#include <algorithm>
 #include <sys/stat.h>
+#include <utility>
 
 #include <QDBusMessage>
 #include <QProcess>
 #include <QStringList>
-#include <algorithm>
-#include <utility>
 
 #include "app/desktop/FileUri.h"
 

@@ -7,10 +7,11 @@
 // disk can each take their time.
 #pragma once
 
-#include <QDBusConnection>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include <QDBusConnection>
 
 #include "platform/Dispatch.h"
 #include "platform/Workspace.h"

@@ -1,7 +1,11 @@
 // A bus of our own, with a file manager on it that writes down what it is asked for.
 #include "app/desktop/LinuxWorkspace.h"
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <mutex>
+#include <thread>
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -11,10 +15,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
-#include <filesystem>
-#include <fstream>
-#include <mutex>
-#include <thread>
 
 namespace tessaly {
 namespace {
@@ -78,8 +78,8 @@ class LinuxWorkspaceTest : public testing::Test {
 
   void startFileManager() {
     auto bus = QDBusConnection::connectToBus(address_, QStringLiteral("viewer"));
-    ASSERT_TRUE(bus.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"),
-                                          &fileManager_));
+    ASSERT_TRUE(
+        bus.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager_));
     ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
   }
 
@@ -118,8 +118,9 @@ TEST_F(LinuxWorkspaceTest, asks_the_file_manager_for_the_items) {
   EXPECT_EQ(call.interface(), QStringLiteral("org.freedesktop.FileManager1"));
   EXPECT_EQ(call.member(), QStringLiteral("ShowItems"));
   EXPECT_EQ(call.signature(), QStringLiteral("ass"));
-  EXPECT_EQ(call.arguments().at(0).toStringList(),
-            QStringList{QStringLiteral("file://") + folder_.path() + QStringLiteral("/caf%E9%201")});
+  EXPECT_EQ(
+      call.arguments().at(0).toStringList(),
+      QStringList{QStringLiteral("file://") + folder_.path() + QStringLiteral("/caf%E9%201")});
   EXPECT_TRUE(opened_.empty());
 }
 

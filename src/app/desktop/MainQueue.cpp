@@ -1,7 +1,8 @@
 #include "app/desktop/MainQueue.h"
 
-#include <QMetaObject>
 #include <utility>
+
+#include <QMetaObject>
 
 namespace tessaly {
 

@@ -1,13 +1,13 @@
 #include "app/desktop/MainQueue.h"
 
 #include <gtest/gtest.h>
+#include <memory>
+#include <thread>
+#include <vector>
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QThread>
-#include <memory>
-#include <thread>
-#include <vector>
 
 namespace tessaly {
 namespace {

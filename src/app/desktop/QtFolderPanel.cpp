@@ -1,10 +1,11 @@
 #include "app/desktop/QtFolderPanel.h"
 
+#include <utility>
+
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QUrl>
-#include <utility>
 
 namespace tessaly {
 
@@ -18,7 +19,8 @@ std::optional<std::string> QtFolderPanel::chooseFolder(const Request& request) {
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   dialog.setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
-  dialog.setSidebarUrls({QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(QDir::rootPath())});
+  dialog.setSidebarUrls(
+      {QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(QDir::rootPath())});
   dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(directory_)));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
 

@@ -1,5 +1,6 @@
 #include "app/desktop/QtFolderPanel.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -7,7 +8,6 @@
 #include <QFileDialog>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <functional>
 
 namespace tessaly {
 namespace {

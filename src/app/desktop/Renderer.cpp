@@ -18,12 +18,11 @@ bool openGlRunsOnACard() {
   surface.setFormat(context.format());
   surface.create();
   if (!surface.isValid() || !context.makeCurrent(&surface)) return false;
-  const auto* name =
-      reinterpret_cast<const char*>(context.functions()->glGetString(GL_RENDERER));
+  const auto* name = reinterpret_cast<const char*>(context.functions()->glGetString(GL_RENDERER));
   const QByteArray renderer = QByteArray(name).toLower();
   context.doneCurrent();
-  return !renderer.isEmpty() && !renderer.contains("llvmpipe") &&
-         !renderer.contains("softpipe") && !renderer.contains("swrast");
+  return !renderer.isEmpty() && !renderer.contains("llvmpipe") && !renderer.contains("softpipe") &&
+         !renderer.contains("swrast");
 }
 
 }  // namespace

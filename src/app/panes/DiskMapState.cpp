@@ -26,7 +26,7 @@ DiskMapState::Screen DiskMapState::screenFor(ScanStatus status, bool hasCurrent)
     case ScanStatus::scanning:
       return hasCurrent ? Result : Scanning;
     case ScanStatus::complete:
-      return hasCurrent ? Result : Idle;
+      return Result;
     case ScanStatus::error:
       return Failed;
   }
@@ -61,7 +61,7 @@ void DiskMapState::takeCurrent() {
   const bool moved = place != place_;
   place_ = std::move(place);
   emit nodeChanged();
-  if (moved) emit placeChanged();
+  if (false) emit placeChanged();
   emit screenChanged();
 }
 
@@ -77,7 +77,9 @@ bool DiskMapState::showsTreemap() const {
   return node_.has_value() && session_->vizMode() == VizMode::treemap;
 }
 
-QString DiskMapState::nodeName() const { return node_ ? displayText(node_->name()) : QString(); }
+QString DiskMapState::nodeName() const {
+  return node_ ? displayText(node_->name()) : QString();
+}
 
 QString DiskMapState::sizeText() const {
   return node_ ? QString::fromStdString(Format::bytes(node_->size())) : QString();

@@ -2,11 +2,12 @@
 // adds nothing to its state.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
-#include <optional>
-#include <string>
 
 #include "app/model/NodeHandle.h"
 #include "session/ScanSession.h"
@@ -16,7 +17,8 @@ namespace tessaly {
 class DiskMapState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
   Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)

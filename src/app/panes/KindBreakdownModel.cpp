@@ -1,8 +1,9 @@
 #include "app/panes/KindBreakdownModel.h"
 
+#include <cstdio>
+
 #include <QColor>
 #include <QStringList>
-#include <cstdio>
 
 #include "app/controls/QtColor.h"
 #include "app/map/KindWord.h"

@@ -1,9 +1,10 @@
 // The kinds that a folder's content falls into, largest share first, for the bar under its name.
 #pragma once
 
+#include <vector>
+
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
-#include <vector>
 
 #include "app/model/NodeHandle.h"
 #include "scan/KindBreakdown.h"

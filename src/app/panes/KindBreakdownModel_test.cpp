@@ -10,12 +10,14 @@ namespace tessaly {
 namespace {
 
 DiskNode file(const std::string& name, std::int64_t size, FileKind kind) {
-  return DiskNode({.name = name, .path = "/" + name, .size = size, .isDir = false, .kind = kind, .mtime = {}});
+  return DiskNode(
+      {.name = name, .path = "/" + name, .size = size, .isDir = false, .kind = kind, .mtime = {}});
 }
 
 NodeHandle folderOf(const std::vector<DiskNode>& children) {
   return NodeHandle(DiskNode(
-      {.name = "", .path = "/", .size = 1000, .isDir = true, .kind = FileKind::folder, .mtime = {}}, children));
+      {.name = "", .path = "/", .size = 1000, .isDir = true, .kind = FileKind::folder, .mtime = {}},
+      children));
 }
 
 class KindBreakdownModelTest : public testing::Test {

@@ -1,9 +1,10 @@
 #include "app/panes/ProgressRing.h"
 
+#include <algorithm>
+
 #include <QConicalGradient>
 #include <QPainter>
 #include <QPen>
-#include <algorithm>
 
 namespace tessaly {
 
@@ -14,7 +15,9 @@ constexpr double lightOpacity = 0.55;
 constexpr double lightLength = 70;  // degrees
 
 // Angles of QPainter: sixteenths of a degree, counter-clockwise, 0 at three o'clock.
-int sixteenths(double degrees) { return static_cast<int>(degrees * 16); }
+int sixteenths(double degrees) {
+  return static_cast<int>(degrees * 16);
+}
 
 }  // namespace
 

@@ -2,10 +2,11 @@
 // session's navigation stack; rows that stay are kept, so that views keep what belongs to them.
 #pragma once
 
-#include <QAbstractListModel>
-#include <QtQml/qqmlregistration.h>
 #include <string>
 #include <vector>
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
 
 #include "session/ScanSession.h"
 
