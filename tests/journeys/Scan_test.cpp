@@ -1,4 +1,6 @@
 // From the start of the program to a map: what the pane shows while a scan goes its way.
+#include <QSignalSpy>
+
 #include "journeys/Journey.h"
 #include "journeys/WindowItems.h"
 
@@ -51,6 +53,16 @@ TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
                   .toString()
                   .startsWith(QStringLiteral("4 files · 3 folders · ")));
   EXPECT_TRUE(shows("breakdown"));
+}
+
+TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
+  click("scanHome");
+  QSignalSpy turns(item("ring"), SIGNAL(changed()));
+  EXPECT_TRUE(turns.wait(60000));
+  finishScan();
+  session().rescan();
+  QSignalSpy turnsOfTheBanner(item("ring"), SIGNAL(changed()));
+  EXPECT_TRUE(turnsOfTheBanner.wait(60000));
 }
 
 TEST_F(Scan, starts_from_the_keyboard) {

@@ -84,31 +84,66 @@ TEST_P(DescriptorLimit, folder_of_many_files_is_the_same) {
   expectSame(tree.path());
 }
 
-// All descriptors but a few are taken by somebody else, as they are in a process under load.
-TEST_P(DescriptorLimit, tree_is_the_same_when_others_hold_nearly_all_descriptors) {
+// Takes all descriptors of the process but `left`, as a process under load does.
+std::vector<Descriptor> allDescriptorsBut(std::size_t left) {
+  std::vector<Descriptor> held;
+  while (true) {
+    Descriptor one(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    if (!one) break;
+    held.push_back(std::move(one));
+  }
+  for (; left > 0 && !held.empty(); --left) held.pop_back();
+  return held;
+}
+
+class FewDescriptors : public DescriptorLimit {
+ protected:
+  static void expectSameWithFew(const std::string& root, std::size_t left) {
+    EXPECT_EQ(inForkedChild([&]() -> std::string {
+                ScanRecord expected;
+                const DiskNode before = scan(root, expected);
+                rlimit number{};
+                number.rlim_cur = number.rlim_max = static_cast<rlim_t>(limit());
+                if (setrlimit(RLIMIT_NOFILE, &number) != 0) return "no limit";
+                const std::vector<Descriptor> held = allDescriptorsBut(left);
+                ScanRecord record;
+                const DiskNode after = scan(root, record);
+                return differenceOf(before, after) + differenceOf(expected, record);
+              }),
+              "");
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(of, FewDescriptors,
+                         testing::Combine(testing::Values(1024, 64, 16), testing::Values(0, 1, 4)),
+                         [](const testing::TestParamInfo<std::tuple<int, int>>& instance) {
+                           return std::to_string(std::get<0>(instance.param)) + "_with_threads_" +
+                                  std::to_string(std::get<1>(instance.param));
+                         });
+
+TEST_P(FewDescriptors, left_by_others_are_enough_for_a_flat_tree) {
   const TempTree tree(R"(
     many-##/ x60
       inner-#/ x3
         film 4K
   )");
-  EXPECT_EQ(inForkedChild([&]() -> std::string {
-              ScanRecord expected;
-              const DiskNode before = scan(tree.path(), expected);
-              rlimit number{};
-              number.rlim_cur = number.rlim_max = static_cast<rlim_t>(limit());
-              if (setrlimit(RLIMIT_NOFILE, &number) != 0) return "no limit";
-              std::vector<Descriptor> held;
-              while (true) {
-                Descriptor one(open("/dev/null", O_RDONLY | O_CLOEXEC));
-                if (!one) break;
-                held.push_back(std::move(one));
-              }
-              for (int freed = 0; freed < 6 && !held.empty(); ++freed) held.pop_back();
-              ScanRecord record;
-              const DiskNode after = scan(tree.path(), record);
-              return differenceOf(before, after) + differenceOf(expected, record);
-            }),
-            "");
+  expectSameWithFew(tree.path(), 6);
+}
+
+TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_tree) {
+  TempTree tree;
+  tree.chain("", "folder", 60, [&](int folder, int level) {
+    plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
+  });
+  expectSameWithFew(tree.path(), 6);
+}
+
+TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_package) {
+  TempTree tree("Tool.app/");
+  tree.chain("Tool.app", "folder", 60, [&](int folder, int level) {
+    plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
+  });
+  expectSameWithFew(tree.path(), 6);
 }
 
 }  // namespace

@@ -8,13 +8,12 @@
 #include <thread>
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QEventLoop>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <QTemporaryFile>
+
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -94,13 +93,13 @@ class LinuxWorkspaceTest : public testing::Test {
   }
 
   std::string file(const std::string& name) {
-    const std::string path = folder_.path().toStdString() + "/" + name;
+    const std::string path = folder_.path() + "/" + name;
     std::ofstream(path) << "x";
     return path;
   }
 
   ThreadDispatch dispatch_;
-  QTemporaryDir folder_;
+  TempTree folder_;
   QProcess daemon_;
   QString address_;
   FileManager fileManager_;
@@ -118,29 +117,29 @@ TEST_F(LinuxWorkspaceTest, asks_the_file_manager_for_the_items) {
   EXPECT_EQ(call.interface(), QStringLiteral("org.freedesktop.FileManager1"));
   EXPECT_EQ(call.member(), QStringLiteral("ShowItems"));
   EXPECT_EQ(call.signature(), QStringLiteral("ass"));
-  EXPECT_EQ(
-      call.arguments().at(0).toStringList(),
-      QStringList{QStringLiteral("file://") + folder_.path() + QStringLiteral("/caf%E9%201")});
+  EXPECT_EQ(call.arguments().at(0).toStringList(),
+            QStringList{QStringLiteral("file://") + QString::fromStdString(folder_.path()) +
+                        QStringLiteral("/caf%E9%201")});
   EXPECT_TRUE(opened_.empty());
 }
 
 TEST_F(LinuxWorkspaceTest, shows_the_folder_where_no_file_manager_answers) {
   workspace().reveal({file("a"), file("b")});
   dispatch_.finish();
-  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path().toStdString()});
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
 TEST_F(LinuxWorkspaceTest, shows_the_folder_of_a_file_that_has_gone) {
   startFileManager();
-  workspace().reveal({folder_.path().toStdString() + "/gone"});
+  workspace().reveal({folder_.path() + "/gone"});
   dispatch_.finish();
   EXPECT_TRUE(fileManager_.calls.empty());
-  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path().toStdString()});
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
 TEST_F(LinuxWorkspaceTest, does_nothing_where_the_folder_has_gone_as_well) {
   startFileManager();
-  workspace().reveal({folder_.path().toStdString() + "/gone/with/it"});
+  workspace().reveal({folder_.path() + "/gone/with/it"});
   dispatch_.finish();
   EXPECT_TRUE(fileManager_.calls.empty());
   EXPECT_TRUE(opened_.empty());
@@ -148,7 +147,7 @@ TEST_F(LinuxWorkspaceTest, does_nothing_where_the_folder_has_gone_as_well) {
 
 TEST_F(LinuxWorkspaceTest, reveals_a_broken_link_itself) {
   startFileManager();
-  const std::string link = folder_.path().toStdString() + "/link";
+  const std::string link = folder_.path() + "/link";
   std::filesystem::create_symlink("/nowhere", link);
   workspace().reveal({link});
   dispatch_.finish();

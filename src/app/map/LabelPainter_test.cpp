@@ -52,11 +52,20 @@ TEST(LabelPainter, never_paints_beyond_the_tile_however_wide_the_letters_are) {
   for (const char* name : {"文档和照片存档文档和照片存档", "﷽﷽﷽﷽", "WWWWWWWWWWWWWWWWWW",
                            "🧑‍💻🧑‍💻🧑‍💻🧑‍💻🧑‍💻"}) {
     for (const double width : {38.5, 60.0, 95.0, 140.0}) {
-      const QRect ink = inkOf(labelled(named(name, width, 30)));
+      const QRect ink = inkOf(labelled(named(name, width, 21)));
       EXPECT_GE(ink.left(), 20) << name << width;
       EXPECT_LE(ink.right(), static_cast<int>(20 + width)) << name << width;
+      EXPECT_LE(ink.bottom(), 40) << name << width;
     }
   }
+}
+
+TEST(LabelPainter, cuts_a_name_of_wide_letters_before_it_reaches_the_size) {
+  const auto sizeOf = [](const char* name) {
+    // The size takes 36 points before the padding of 6, and its shadow a little more.
+    return labelled(named(name, 160, 40)).image().copy(138, 20, 42, 40);
+  };
+  EXPECT_EQ(sizeOf("WWWWWWWWWWW"), sizeOf("a"));
 }
 
 TEST(LabelPainter, shows_names_of_other_scripts_rather_than_empty_boxes) {

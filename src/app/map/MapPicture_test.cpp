@@ -14,7 +14,8 @@ constexpr QSizeF size(600, 400);
 constexpr double insideCorners = 3;
 
 DiskNode sample() {
-  std::vector<DiskNode> inner;
+  std::vector<DiskNode> inner = {
+      folderNode("/r/a/sub", 120, {fileNode("/r/a/sub/0", 70), fileNode("/r/a/sub/1", 50)})};
   for (int i = 0; i < 6; ++i) inner.push_back(fileNode("/r/a/" + std::to_string(i), 60 - i * 5));
   std::vector<DiskNode> children = {folderNode("/r/a", 300, inner)};
   for (int i = 0; i < 5; ++i) {
@@ -134,6 +135,14 @@ TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_selected_neighbours) {
           << path << " beside " << neighbour;
     }
   }
+}
+
+TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_a_selected_tile_two_levels_further_in) {
+  select({"/r/a/sub/0"});
+  const std::size_t tile = index("/r/a");
+  ASSERT_EQ(tiles_[index("/r/a/sub/0")].rect.depth, 2);
+  const Rect rect = tiles_[tile].rect.rect();
+  EXPECT_LE(differenceIn(composed(tile), painted(tile), {rect.x, rect.y, 2, rect.height}, 0), 2);
 }
 
 TEST_F(MapPictureTest, of_a_highlight_covers_the_tile_and_its_glow_alone) {

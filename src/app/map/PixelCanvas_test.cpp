@@ -73,6 +73,16 @@ TEST(PixelCanvas, strokes_half_on_either_side_of_the_edge) {
   EXPECT_EQ(pixelAt(canvas, 10, 10), "#00000000");
 }
 
+TEST(PixelCanvas, strokes_parts_of_pixels_on_both_sides_of_the_line) {
+  PixelCanvas canvas(QRect(0, 0, 20, 20), 1);
+  canvas.stroke({5.25, 5.25, 9.5, 9.5}, 0, 1, red);
+  EXPECT_EQ(pixelAt(canvas, 4, 10), "#40400000");
+  EXPECT_EQ(pixelAt(canvas, 5, 10), "#bfbf0000");
+  EXPECT_EQ(pixelAt(canvas, 6, 10), "#00000000");
+  EXPECT_EQ(pixelAt(canvas, 14, 10), "#bfbf0000");
+  EXPECT_EQ(pixelAt(canvas, 15, 10), "#40400000");
+}
+
 TEST(PixelCanvas, erases_what_a_shape_covers_and_keeps_what_it_covers) {
   PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
   RoundedShape all({0, 0, 10, 10}, 0);

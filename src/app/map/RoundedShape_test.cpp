@@ -50,6 +50,13 @@ TEST(RoundedShape, cuts_its_corners_off_where_a_quarter_circle_would) {
   EXPECT_EQ(shape.row(7).at(7), 255);
 }
 
+TEST(RoundedShape, leaves_its_straight_edges_earlier_than_a_quarter_circle_would) {
+  RoundedShape shape({0, 0, 100, 100}, 20);
+  // At the first of four heights in the uppermost row a circle of radius 20 stands at 17.8.
+  EXPECT_LT(shape.row(0).at(18), 255);
+  EXPECT_EQ(shape.row(0).at(25), 255);
+}
+
 TEST(RoundedShape, has_four_equal_corners) {
   RoundedShape shape({0, 0, 40, 30}, 8);
   for (int y = 0; y < 10; ++y) {

@@ -1,8 +1,6 @@
 // The interactive treemap of one folder: the surface with its tiles, and the tooltip above it.
 import QtQuick
-import Tessaly.Controls
 import Tessaly.Map
-import Tessaly.Model
 
 TreemapSurface {
     id: canvas
@@ -11,7 +9,7 @@ TreemapSurface {
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Treemap")
     Accessible.description: canvas.tooltip.shown
-        ? [canvas.tooltip.name, canvas.tooltip.size, canvas.tooltip.facts].join(", ") : ""
+        ? `${canvas.tooltip.name}, ${canvas.tooltip.size}, ${canvas.tooltip.facts}` : ""
 
     MapTooltip {
         x: canvas.tooltip.place.x

@@ -261,12 +261,21 @@ TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
-TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_elsewhere_for_a_click) {
-  moveTo(on("/r/docs"));
-  press(on("/r/docs"));
-  release(on("/r/film.mp4"));
+TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {
   press(on("/r/film.mp4"));
   release(on("/r/film.mp4") + QPointF(8, 0));
+  EXPECT_TRUE(workspace_.revealed.empty());
+  press(on("/r/film.mp4"));
+  release(on("/r/film.mp4") + QPointF(7.5, 0));
+  EXPECT_EQ(workspace_.revealed.size(), 1U);
+}
+
+TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click) {
+  const TreemapRect& folder = canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].rect;
+  const TreemapRect& inside = canvas_->tiles()[canvas_->tiles().find("/r/docs/a.pdf").value()].rect;
+  ASSERT_LT(inside.y - folder.y, 24);
+  press({inside.x + 20, inside.y - 2});
+  release({inside.x + 20, inside.y + 2});
   EXPECT_TRUE(opened_.empty());
   EXPECT_TRUE(workspace_.revealed.empty());
 }
@@ -317,6 +326,15 @@ TEST_F(TreemapSurfaceTest, highlights_what_came_under_a_pointer_that_stands_stil
   draw();
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
   EXPECT_FALSE(item("mapTooltip")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {
+  const QPointF point = on("/r/film.mp4");
+  moveTo(point);
+  moveTo({-20, point.y()});
+  canvas_->setNode(NodeHandle(sample()));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
 }
 
 TEST_F(TreemapSurfaceTest, draws_an_empty_folder_as_bare_ground) {

@@ -26,7 +26,7 @@ DiskMapState::Screen DiskMapState::screenFor(ScanStatus status, bool hasCurrent)
     case ScanStatus::scanning:
       return hasCurrent ? Result : Scanning;
     case ScanStatus::complete:
-      return Result;
+      return hasCurrent ? Result : Idle;
     case ScanStatus::error:
       return Failed;
   }
@@ -61,7 +61,7 @@ void DiskMapState::takeCurrent() {
   const bool moved = place != place_;
   place_ = std::move(place);
   emit nodeChanged();
-  if (false) emit placeChanged();
+  if (moved) emit placeChanged();
   emit screenChanged();
 }
 
