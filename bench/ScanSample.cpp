@@ -125,15 +125,14 @@ ScanSample scanInThisProcess(const std::string& folder, int threads) {
   // As cheap as the callbacks of a session, and as many of them.
   const CancelFlag cancelled;
   double fraction = 0;
-  const DiskScanner::Callbacks callbacks{
-      .progress =
-          [&freezeStart](const std::string& line) {
-            if (line == "Building map…") {
-              freezeStart = now();
-            }
-          },
-      .percent = [&fraction](double value) { fraction = value; },
-      .isCancelled = [&cancelled] { return cancelled.isSet(); }};
+  const DiskScanner::Callbacks callbacks{.progress =
+                                             [&freezeStart](const std::string& line) {
+                                               if (line == "Building map…") {
+                                                 freezeStart = now();
+                                               }
+                                             },
+                                         .percent = [&fraction](double value) { fraction = value; },
+                                         .isCancelled = [&cancelled] { return cancelled.isSet(); }};
   DiskScanner::Options options;
   options.threads = threads;
 
