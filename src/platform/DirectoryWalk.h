@@ -4,7 +4,7 @@
 // The caller takes the items one by one with next(). Meanwhile threads of the walk read ahead: each
 // directory is a piece of work, and the caller's own thread reads whatever it needs that nobody has
 // read yet, and whatever comes next while it would otherwise wait. Memory is bounded: at most 4,096
-// directories and some 65,000 items are read ahead.
+// directories and some 32,000 items are read ahead.
 //
 // Links are reported, never followed. Directories are opened relative to their parents'
 // descriptors, so depth and length of paths have no limit. When descriptors run short, those of

@@ -1,6 +1,8 @@
 #include "scan/ScanProgress.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "scan/ScanLimits.h"
 
@@ -10,18 +12,29 @@ ScanProgress::ScanProgress(const DiskScanner::Callbacks& callbacks, std::size_t 
     : callbacks_(callbacks), topCount_(std::max<std::size_t>(topCount, 1)) {}
 
 double ScanProgress::fraction() const {
-  return std::clamp(static_cast<double>(finished_.size()) / static_cast<double>(topCount_), 0.0,
-                    1.0);
+  return std::min(static_cast<double>(finished_) / static_cast<double>(topCount_), 1.0);
 }
 
-std::string ScanProgress::line(std::string_view text) const {
-  std::string result = std::to_string(static_cast<int>(fraction() * 100)) + "%  ";
-  return result.append(text);
+// Built in one place that keeps its room: a folder of many files has a line for each.
+const std::string& ScanProgress::line(std::string_view text, std::string_view more) {
+  std::array<char, 8> percent;
+  const auto end =
+      std::to_chars(percent.begin(), percent.end(), static_cast<int>(fraction() * 100)).ptr;
+  line_.assign(percent.begin(), end);
+  return line_.append("%  ").append(text).append(more);
+}
+
+void ScanProgress::finish() {
+  ++finished_;
+  if (callbacks_.percent) callbacks_.percent(fraction());
 }
 
 void ScanProgress::finishTop(std::string_view name) {
-  if (name.empty()) return;
-  if (finished_.emplace(name).second && callbacks_.percent) callbacks_.percent(fraction());
+  if (name == current_) {
+    finishLastTop();
+  } else {
+    finish();
+  }
 }
 
 void ScanProgress::reachTop(std::string_view name) {
@@ -30,15 +43,18 @@ void ScanProgress::reachTop(std::string_view name) {
   if (callbacks_.percent) callbacks_.percent(fraction());
   if (callbacks_.progress) callbacks_.progress(line(name));
   current_ = name;
+  currentIsFinished_ = false;
 }
 
 void ScanProgress::finishLastTop() {
-  if (current_) finishTop(*current_);
+  if (currentIsFinished_) return;
+  currentIsFinished_ = true;
+  finish();
 }
 
 void ScanProgress::countItem(std::uint64_t items) {
   if (items % scanLimits::progressStride != 0 || !callbacks_.progress) return;
-  callbacks_.progress(line("Mapping " + current_.value_or(std::string())));
+  callbacks_.progress(line("Mapping ", current_));
 }
 
 }  // namespace tessaly

@@ -4,10 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "scan/DiskScanner.h"
 
@@ -31,12 +29,17 @@ class ScanProgress {
 
  private:
   double fraction() const;
-  std::string line(std::string_view text) const;
+  void finish();
+  const std::string& line(std::string_view text, std::string_view more = {});
 
   const DiskScanner::Callbacks& callbacks_;
   std::size_t topCount_;
-  std::unordered_set<std::string> finished_;
-  std::optional<std::string> current_;
+  // The walk is in pre-order, so a top-level entry that it has left never comes back, and counting
+  // them is as good as keeping their names.
+  std::size_t finished_ = 0;
+  std::string current_;  // empty at first
+  bool currentIsFinished_ = true;
+  std::string line_;
 };
 
 }  // namespace tessaly

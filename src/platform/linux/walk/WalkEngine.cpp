@@ -17,7 +17,7 @@ namespace tessaly::walk {
 namespace {
 
 constexpr std::size_t mostBatchesAhead = 4096;
-constexpr std::size_t mostItemsAhead = 64 * 1024;
+constexpr std::size_t mostItemsAhead = 32 * 1024;
 
 int threadCount(int wanted) {
   if (wanted > 0) return wanted;
