@@ -26,6 +26,9 @@ class OpenFolders {
   // is none such. The root's is never given up.
   int evict();
 
+  // Descriptors have run out: from now on half as many as are open here have to do.
+  void lowerBudget() { budget_ = count_ / 2; }
+
   bool overBudget() const { return count_ > budget_; }
   std::size_t budget() const { return budget_; }
 

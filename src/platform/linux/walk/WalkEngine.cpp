@@ -389,7 +389,10 @@ int WalkEngine::openFolder(Lock& lock, Folder& folder, Role role) {
   return descriptor;
 }
 
-int WalkEngine::openRelative(Lock& lock, int directory, const char* name, Role role) {
+// Opens an entry of a directory; a negative errno when it cannot be. When descriptors run out,
+// closes those that are kept for later, then those in `held` but the last, which is `directory`.
+int WalkEngine::openRelative(Lock& lock, int directory, const char* name, Role role,
+                             std::vector<OpenedOnTheWay>* held) {
   // Other parts of the program may hold descriptors too, for a moment.
   constexpr int mostWaits = 500;
   constexpr auto wait = std::chrono::milliseconds(4);
@@ -400,8 +403,13 @@ int WalkEngine::openRelative(Lock& lock, int directory, const char* name, Role r
     lock.lock();
     if (descriptor >= 0) return descriptor;
     if (error != EMFILE && error != ENFILE) return -error;
-    if (stop_) return -error;
-    const int spare = openFolders_.evict();
+    if (stop_) return -EMFILE;
+    openFolders_.lowerBudget();
+    int spare = openFolders_.evict();
+    if (spare < 0 && held != nullptr && held->size() > 1) {
+      spare = held->front().descriptor;
+      held->erase(held->begin());
+    }
     if (spare >= 0) {
       toClose_.push_back(spare);
       closeAll(lock, toClose_);
@@ -422,19 +430,14 @@ int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
   Folder* base = &folder;
   for (; base->descriptor < 0; base = base->parent) chain.push_back(base);
   ++base->pins;
-  const std::size_t keep = std::max<std::size_t>(openFolders_.budget() / 2, 1);
 
-  struct Opened {
-    Folder* folder;
-    int descriptor;
-  };
-  std::vector<Opened> opened;
+  std::vector<OpenedOnTheWay> opened;
   int directory = base->descriptor;
   int result = 0;
   for (std::size_t left = chain.size(); left > 0; --left) {
     Folder& at = *chain[left - 1];
     // The names lie in batches of ancestors, which stay until the consumer has left them.
-    result = openRelative(lock, directory, at.name.data(), role);
+    result = openRelative(lock, directory, at.name.data(), role, &opened);
     if (result < 0) break;
     Folder seen;
     readFolderAttributes(result, seen);
@@ -445,7 +448,7 @@ int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
     }
     opened.push_back({&at, result});
     directory = result;
-    if (opened.size() > keep) {
+    if (opened.size() > std::max<std::size_t>(openFolders_.budget() / 2, 1)) {
       close(opened.front().descriptor);
       opened.erase(opened.begin());
     }
@@ -453,7 +456,7 @@ int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
   unpin(*base);
 
   if (!opened.empty() && result >= 0) opened.pop_back();
-  for (const Opened& each : opened) {
+  for (const OpenedOnTheWay& each : opened) {
     if (result >= 0 && each.folder->descriptor < 0 && each.folder->needs > 0) {
       each.folder->descriptor = each.descriptor;
       openFolders_.add(*each.folder);

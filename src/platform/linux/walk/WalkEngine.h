@@ -46,6 +46,12 @@ class WalkEngine {
     std::uint32_t index;
   };
 
+  // A folder opened again on the way to another.
+  struct OpenedOnTheWay {
+    Folder* folder;
+    int descriptor;
+  };
+
   // Reading.
   void helperLoop();
   void waitForWork(Lock& lock);
@@ -59,7 +65,8 @@ class WalkEngine {
 
   // Descriptors. The lock is held on entry and on return.
   int openFolder(Lock& lock, Folder& folder, Role role);
-  int openRelative(Lock& lock, int directory, const char* name, Role role);
+  int openRelative(Lock& lock, int directory, const char* name, Role role,
+                   std::vector<OpenedOnTheWay>* held = nullptr);
   int reopen(Lock& lock, Folder& folder, Role role);
   void closeAll(Lock& lock, std::vector<int>& descriptors);
   int takeOver(Folder& folder, int descriptor);
