@@ -31,7 +31,7 @@ template <class Result>
 Result resultOn(WorkerQueue& queue, Result (*work)()) {
   std::promise<Result> promise;
   queue.async([&] { promise.set_value(work()); });
-  const Result result = promise.get_future().get();
+  Result result = promise.get_future().get();
   waitUntilNoneIsBusy(queue);
   return result;
 }

@@ -20,13 +20,13 @@ ScanAccumulator::Index ScanAccumulator::append(Index parent, std::string_view na
 
 ScanAccumulator::Index ScanAccumulator::newNode(std::string_view name, bool isDir) {
   if (count_ % blockNodes == 0) blocks_.push_back(std::make_unique<Node[]>(blockNodes));
-  if (nameRoom_ < name.size()) {
+  if (nameBlocks_.empty() || nameRoom_ < name.size()) {
     nameRoom_ = std::max(blockNameBytes, name.size());
     nameBlocks_.push_back(std::make_unique_for_overwrite<char[]>(nameRoom_));
   }
   // Names fill a block from its end.
   nameRoom_ -= name.size();
-  char* const place = nameBlocks_.empty() ? nullptr : nameBlocks_.back().get() + nameRoom_;
+  char* const place = nameBlocks_.back().get() + nameRoom_;
   if (!name.empty()) std::memcpy(place, name.data(), name.size());
   nameBytes_ += name.size();
 

@@ -13,7 +13,6 @@ namespace {
 
 using testing_trees::Dice;
 using testing_trees::file;
-using testing_trees::folder;
 using testing_trees::randomFolder;
 
 TreemapRect tile(const std::string& path, const Rect& rect) {

@@ -6,7 +6,6 @@ namespace tessaly {
 namespace {
 
 using testing::Contains;
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;

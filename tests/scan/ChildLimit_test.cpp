@@ -3,7 +3,6 @@
 namespace tessaly {
 namespace {
 
-using testing::IsEmpty;
 using testing::SizeIs;
 
 // Many names for one file stand for many files: they weigh the same and take no room.

@@ -1,5 +1,6 @@
 // Other file systems inside the walked tree, mounted in a namespace of a child process.
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <sched.h>
 #include <sys/mount.h>
@@ -91,6 +92,34 @@ TEST_P(Mounts, other_disks_are_walked) {
     if (root.size() != 3 * MiB + 4 * KiB) return treeText(root);
     if (!has(root, "inside/mounted/Downloads/tiny")) return treeText(root);
     return differenceOf(SequentialScan::scan(tree.path()), root);
+  });
+}
+
+// ext4 without the feature "filetype" tells of an entry only that it is there.
+TEST_P(Mounts, what_an_entry_is_is_asked_for_where_the_folder_does_not_tell) {
+  TempTree tree("disk sparse=16M\nmounted/");
+  expectInNamespace([&]() -> std::string {
+    const std::string disk = "'" + tree.at("disk") + "'";
+    const std::string make = "mkfs.ext4 -q -O ^filetype " + disk + " && mount -o loop " + disk +
+                             " '" + tree.at("mounted") + "'";
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    tree.plant("mounted", R"(
+      Downloads/
+        film 2M
+        tiny 4K
+      deeper/
+        still/
+          sound 1M
+      empty/
+      alias -> deeper
+      pipe fifo
+      Tool.app/
+        part 1M
+    )");
+    const DiskNode root = scan(tree.at("mounted"));
+    if (!has(root, "Downloads/tiny") || !has(root, "deeper/still/sound")) return treeText(root);
+    if (root.size() < 4 * MiB) return treeText(root);
+    return differenceOf(SequentialScan::scan(tree.at("mounted")), root);
   });
 }
 

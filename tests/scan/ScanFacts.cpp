@@ -17,7 +17,7 @@ std::optional<DiskNode> child(const DiskNode& node, std::string_view name) {
 std::optional<DiskNode> found(DiskNode node, std::string_view path) {
   while (true) {
     const auto slash = std::min(path.find('/'), path.size());
-    const auto next = child(node, path.substr(0, slash));
+    auto next = child(node, path.substr(0, slash));
     if (!next || slash == path.size()) return next;
     node = *next;
     path.remove_prefix(slash + 1);

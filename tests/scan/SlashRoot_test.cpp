@@ -1,6 +1,7 @@
 // The root of a disk, played by a fixture: a child process makes it its own "/".
 #include <fstream>
 #include <sched.h>
+#include <string_view>
 #include <unistd.h>
 
 #include "scan/ScanFacts.h"
@@ -16,10 +17,10 @@ class SlashRoot : public ScanFacts {
   static bool inside(const TempTree& tree, const std::function<std::string()>& body,
                      std::string& told) {
     SequentialScan::lowerCased("A");  // its tables come from files that will be out of reach
-    const std::string refused = "refused";
+    constexpr std::string_view refused = "refused";
     told = inForkedChild([&]() -> std::string {
-      if (geteuid() != 0 && unshare(CLONE_NEWUSER) != 0) return refused;
-      if (chroot(tree.path().c_str()) != 0 || chdir("/") != 0) return refused;
+      if (geteuid() != 0 && unshare(CLONE_NEWUSER) != 0) return std::string(refused);
+      if (chroot(tree.path().c_str()) != 0 || chdir("/") != 0) return std::string(refused);
       return body();
     });
     return told != refused;

@@ -52,11 +52,12 @@ void blurLine(std::uint8_t* line, int count, qsizetype stride, int width,
   for (int i = 0; i < count; ++i) copy[static_cast<std::size_t>(i)] = line[i * stride];
   const int half = width / 2;
   int sum = 0;
-  for (int i = 0; i < std::min(half, count); ++i) sum += copy[static_cast<std::size_t>(i)];
+  const std::uint8_t* const values = copy.data();
+  for (int i = 0; i < std::min(half, count); ++i) sum += values[i];
   for (int i = 0; i < count; ++i) {
-    if (i + half < count) sum += copy[static_cast<std::size_t>(i + half)];
+    if (i + half < count) sum += values[i + half];
     line[i * stride] = static_cast<std::uint8_t>((sum + half) / width);
-    if (i - half >= 0) sum -= copy[static_cast<std::size_t>(i - half)];
+    if (i - half >= 0) sum -= values[i - half];
   }
 }
 

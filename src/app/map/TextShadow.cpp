@@ -37,6 +37,7 @@ std::vector<std::uint32_t> kernel(double scale) {
 void blur(const std::vector<std::uint32_t>& weights, const std::vector<std::uint8_t>& from,
           std::vector<std::uint8_t>& to, int width, int height, int stepX, int stepY) {
   const int radius = static_cast<int>(weights.size()) / 2;
+  const std::uint32_t* const middle = weights.data() + radius;
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
       const int along = stepX != 0 ? x : y;
@@ -44,13 +45,10 @@ void blur(const std::vector<std::uint32_t>& weights, const std::vector<std::uint
       const int first = std::max(-radius, -along);
       const int last = std::min(radius, length - 1 - along);
       std::uint32_t sum = 32768;
-      const int center = y * width + x;
-      const int step = stepX + stepY * width;
-      for (int i = first; i <= last; ++i) {
-        sum += weights[static_cast<std::size_t>(i + radius)] *
-               from[static_cast<std::size_t>(center + i * step)];
-      }
-      to[static_cast<std::size_t>(center)] = static_cast<std::uint8_t>(std::min(sum >> 16, 255u));
+      const std::ptrdiff_t center = std::ptrdiff_t{y} * width + x;
+      const std::ptrdiff_t step = stepX + std::ptrdiff_t{stepY} * width;
+      for (int i = first; i <= last; ++i) sum += middle[i] * from.data()[center + i * step];
+      to.data()[center] = static_cast<std::uint8_t>(std::min(sum >> 16, 255u));
     }
   }
 }
@@ -72,8 +70,9 @@ void layUnder(QImage& picture, double scale) {
   std::vector<std::uint8_t> blurred(alpha.size());
   for (int y = 0; y < height; ++y) {
     const std::uint32_t* pixels = pixelsOf(y);
+    std::uint8_t* const row = alpha.data() + std::ptrdiff_t{y} * width;
     for (int x = 0; x < width; ++x) {
-      alpha[static_cast<std::size_t>(y * width + x)] = static_cast<std::uint8_t>(pixels[x] >> 24);
+      row[x] = static_cast<std::uint8_t>(pixels[x] >> 24);
     }
   }
   const auto weights = kernel(scale);
@@ -83,8 +82,9 @@ void layUnder(QImage& picture, double scale) {
   const int shift = static_cast<int>(std::lround(down * scale));
   for (int y = shift; y < height; ++y) {
     std::uint32_t* pixels = pixelsOf(y);
+    const std::uint8_t* const row = alpha.data() + std::ptrdiff_t{y - shift} * width;
     for (int x = 0; x < width; ++x) {
-      const double shade = alpha[static_cast<std::size_t>((y - shift) * width + x)] * opacity;
+      const double shade = row[x] * opacity;
       pixels[x] = Pixel::over(pixels[x], static_cast<std::uint32_t>(shade + 0.5) << 24);
     }
   }
