@@ -9,6 +9,9 @@ namespace tessaly {
 
 namespace {
 
+// The volume of "/", whatever the system.
+constexpr const char* startupName = "Macintosh HD";
+
 // Names that hold what was already given up, or what the system keeps for itself.
 std::unordered_set<std::string> commonSkipNames() {
   return {".Trash",          ".Trashes", ".Spotlight-V100", ".fseventsd", ".DocumentRevisions-V100",
@@ -17,6 +20,19 @@ std::unordered_set<std::string> commonSkipNames() {
 
 std::unordered_set<std::string> commonImportantFolders() {
   return {"Desktop", "Downloads", "Documents", "Pictures", "Movies", "Music"};
+}
+
+std::vector<std::string> commonCriticalFolders() {
+  return {"/",    "/Applications", "/Library", "/System", "/Users",
+          "/usr", "/bin",          "/sbin",    "/private"};
+}
+
+std::vector<std::string> commonCriticalPrefixes() {
+  return {"/System", "/usr", "/bin", "/sbin", "/private", "/Library"};
+}
+
+void append(std::vector<std::string>& list, const std::vector<std::string>& more) {
+  list.insert(list.end(), more.begin(), more.end());
 }
 
 std::string dataHome() {
@@ -34,6 +50,29 @@ const Places& Places::forMacos() {
                         "bin", "etc", "var", "home"},
       .skipPaths = {},
       .importantFolders = commonImportantFolders(),
+      .volumes = {.skipMounts = {"/dev", "/private/var/vm", "/System/Volumes/Preboot",
+                                 "/System/Volumes/VM", "/System/Volumes/Update",
+                                 "/System/Volumes/xarts", "/System/Volumes/iSCPreboot",
+                                 "/System/Volumes/Hardware", "/System/Volumes/Update/mnt1"},
+                  .skipPrefixes = {"/System/Volumes/"},
+                  .keptMounts = {{"/", startupName},
+                                 {"/System/Volumes/Data", "Macintosh HD — Data"}},
+                  .keptPrefixes = {"/Volumes/"}},
+      .critical = {.exact = commonCriticalFolders(),
+                   .prefixes = commonCriticalPrefixes(),
+                   .exempt = {"/usr/local"},
+                   .exactInHome = {"/Library"},
+                   .allowedInHome = {"/Library/Caches", "/Library/Logs",
+                                     "/Library/Saved Application State",
+                                     "/Library/Developer/Xcode/DerivedData",
+                                     "/Library/Developer/Xcode/iOS DeviceSupport",
+                                     "/Library/Developer/CoreSimulator/Caches",
+                                     "/Library/Caches/Homebrew", "/Library/Caches/pip",
+                                     "/Library/Caches/Yarn", "/Library/Caches/CocoaPods",
+                                     "/Library/pnpm"},
+                   .protectedInHome = {"/Library/Developer/Xcode/Archives",
+                                       "/Library/Application Support", "/Library/Preferences"},
+                   .protectsByText = true},
   };
   return places;
 }
@@ -45,7 +84,24 @@ const Places& Places::forLinux() {
         .skipRootNames = {"dev", "proc", "sys", "run", "tmp", "mnt", "media", "snap", "lost+found"},
         .skipPaths = {dataHome() + "/Trash"},
         .importantFolders = commonImportantFolders(),
+        // What a desktop or a person mounts by hand; all else belongs to the system.
+        .volumes = {.skipMounts = {},
+                    .skipPrefixes = {},
+                    .keptMounts = {{"/", startupName}, {"/home", ""}},
+                    .keptPrefixes = {"/media/", "/run/media/", "/mnt/"}},
+        // A service's home may well lie in /var/lib.
+        .critical = {.exact = commonCriticalFolders(),
+                     .prefixes = commonCriticalPrefixes(),
+                     .exempt = {"/usr/local"},
+                     .exactInHome = {},
+                     .allowedInHome = {"/.cache", "/.local/share/Trash", "/.local/share/pnpm"},
+                     .protectedInHome = {"/.config", "/.local/share", "/.ssh", "/.gnupg"},
+                     .freesHome = true},
     };
+    append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",
+                                 "/mnt", "/opt", "/proc", "/root", "/run", "/srv", "/sys", "/var"});
+    append(made.critical.prefixes,
+           {"/boot", "/dev", "/etc", "/lib", "/lib64", "/proc", "/sys", "/var/lib"});
     made.skipNames.insert(".Trash-" + std::to_string(getuid()));
     made.importantFolders.insert("Videos");
     return made;

@@ -7,6 +7,8 @@ namespace tessaly {
 namespace {
 
 using Names = std::unordered_set<std::string>;
+using Prefixes = std::vector<std::string>;
+using NamedMounts = std::unordered_map<std::string, std::string>;
 
 TEST(Places, macos_skips_eight_names_anywhere) {
   EXPECT_EQ(Places::forMacos().skipNames,
@@ -38,6 +40,29 @@ TEST(Places, videos_is_an_important_folder_on_linux_alone) {
   Names seven = six;
   seven.insert("Videos");
   EXPECT_EQ(Places::forLinux().importantFolders, seven);
+}
+
+TEST(Places, macos_never_lists_nine_mounts) {
+  EXPECT_EQ(Places::forMacos().volumes.skipMounts,
+            (Names{"/dev", "/private/var/vm", "/System/Volumes/Preboot", "/System/Volumes/VM",
+                   "/System/Volumes/Update", "/System/Volumes/xarts", "/System/Volumes/iSCPreboot",
+                   "/System/Volumes/Hardware", "/System/Volumes/Update/mnt1"}));
+}
+
+TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
+  const VolumePlaces& volumes = Places::forMacos().volumes;
+  EXPECT_EQ(volumes.keptMounts,
+            (NamedMounts{{"/", "Macintosh HD"}, {"/System/Volumes/Data", "Macintosh HD — Data"}}));
+  EXPECT_EQ(volumes.keptPrefixes, Prefixes{"/Volumes/"});
+  EXPECT_EQ(volumes.skipPrefixes, Prefixes{"/System/Volumes/"});
+}
+
+TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
+  const VolumePlaces& volumes = Places::forLinux().volumes;
+  EXPECT_EQ(volumes.keptMounts, (NamedMounts{{"/", "Macintosh HD"}, {"/home", ""}}));
+  EXPECT_EQ(volumes.keptPrefixes, (Prefixes{"/media/", "/run/media/", "/mnt/"}));
+  EXPECT_TRUE(volumes.skipMounts.empty());
+  EXPECT_TRUE(volumes.skipPrefixes.empty());
 }
 
 }  // namespace

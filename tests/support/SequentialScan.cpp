@@ -19,7 +19,7 @@ using Item = FolderEnumerator::Item;
 // Absolute, links resolved as far as the path leads anywhere, no "/" at the end.
 std::string resolved(const std::string& path) {
   std::error_code error;
-  const std::string canonical = fs::canonical(path, error).native();
+  std::string canonical = fs::canonical(path, error).native();
   if (!error) return canonical;
   std::string plain = fs::absolute(path).lexically_normal().native();
   while (plain.size() > 1 && plain.ends_with('/')) plain.pop_back();

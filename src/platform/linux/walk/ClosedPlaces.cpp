@@ -1,58 +1,13 @@
 #include "platform/linux/walk/ClosedPlaces.h"
 
 #include <algorithm>
-#include <array>
 #include <linux/magic.h>
-#include <optional>
+
+#include "platform/linux/MountTable.h"
 
 namespace tessaly::walk {
 
 namespace {
-
-constexpr std::array<std::string_view, 22> pseudoTypes = {
-    "autofs",    "binfmt_misc", "bpf",      "cgroup",   "cgroup2",    "configfs",
-    "debugfs",   "devpts",      "devtmpfs", "efivarfs", "fusectl",    "hugetlbfs",
-    "mqueue",    "nsfs",        "proc",     "pstore",   "rpc_pipefs", "securityfs",
-    "selinuxfs", "sysfs",       "tracefs",  "nfsd"};
-
-struct Mount {
-  std::string point;
-  std::string_view type;
-};
-
-// The kernel writes blanks, tabs, line feeds and backslashes of a path as \ and three octal digits.
-std::string unescaped(std::string_view field) {
-  std::string text;
-  for (std::size_t i = 0; i < field.size(); ++i) {
-    const auto octal = [&](std::size_t at) { return field[at] >= '0' && field[at] <= '7'; };
-    if (field[i] == '\\' && i + 3 < field.size() && octal(i + 1) && octal(i + 2) && octal(i + 3)) {
-      text += static_cast<char>((field[i + 1] - '0') * 64 + (field[i + 2] - '0') * 8 +
-                                (field[i + 3] - '0'));
-      i += 3;
-    } else {
-      text += field[i];
-    }
-  }
-  return text;
-}
-
-std::vector<std::string_view> fields(std::string_view line) {
-  std::vector<std::string_view> found;
-  while (!line.empty()) {
-    const std::size_t end = std::min(line.find(' '), line.size());
-    if (end > 0) found.push_back(line.substr(0, end));
-    line.remove_prefix(std::min(end + 1, line.size()));
-  }
-  return found;
-}
-
-// id, parent, device, root, mount point, options, optional fields, "-", type, source, options.
-std::optional<Mount> parseLine(std::string_view line) {
-  const std::vector<std::string_view> all = fields(line);
-  const auto dash = std::find(all.begin(), all.end(), "-");
-  if (dash - all.begin() < 6 || all.end() - dash < 2) return std::nullopt;
-  return Mount{unescaped(all[4]), *(dash + 1)};
-}
 
 std::vector<std::string> split(std::string_view path) {
   std::vector<std::string> components;
@@ -83,14 +38,7 @@ const ClosedPlaces* ClosedPlaces::below(std::string_view name) const {
 
 ClosedPlaces closedPlacesBelow(std::string_view root, std::string_view mountinfo) {
   std::map<std::string, bool> closedByPoint;
-  while (!mountinfo.empty()) {
-    const std::size_t end = std::min(mountinfo.find('\n'), mountinfo.size());
-    if (const std::optional<Mount> mount = parseLine(mountinfo.substr(0, end))) {
-      closedByPoint[mount->point] =
-          std::find(pseudoTypes.begin(), pseudoTypes.end(), mount->type) != pseudoTypes.end();
-    }
-    mountinfo.remove_prefix(std::min(end + 1, mountinfo.size()));
-  }
+  for (const Mount& mount : mountsIn(mountinfo)) closedByPoint[mount.point] = mount.isPseudo();
 
   const std::string prefix = root == "/" ? "/" : std::string(root) + "/";
   ClosedPlaces places;

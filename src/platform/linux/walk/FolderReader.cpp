@@ -1,5 +1,6 @@
 #include "platform/linux/walk/FolderReader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -180,8 +181,7 @@ void FolderReader::store(Batch& batch) {
   batch.data = std::make_unique_for_overwrite<std::byte[]>(recordBytes + names_.size());
   std::memcpy(batch.data.get(), records_.data(), recordBytes);
   std::memcpy(batch.data.get() + recordBytes, names_.data(), names_.size());
-  for (std::size_t i = 0; i < records_.size(); ++i) {
-    const Record& record = records_[i];
+  for (const Record& record : records_) {
     if (record.type == DirectoryWalk::Type::directory && record.hasAttributes) {
       record.child->name = batch.name(record);
     }
@@ -215,9 +215,10 @@ std::string folderPath(const std::string& root, const Folder& folder) {
   for (const Folder* at = &folder; at->parent != nullptr; at = at->parent)
     names.push_back(at->name);
   std::string path = root;
-  for (auto name = names.rbegin(); name != names.rend(); ++name) {
+  std::ranges::reverse(names);
+  for (const std::string_view name : names) {
     if (!path.ends_with('/')) path += '/';
-    path += *name;
+    path += name;
   }
   return path;
 }

@@ -1,0 +1,12 @@
+// The Trash of the user that this process runs as, by the rules of the system.
+#pragma once
+
+#include <memory>
+
+#include "platform/TrashMover.h"
+
+namespace tessaly {
+
+std::unique_ptr<TrashMover> userTrash();
+
+}  // namespace tessaly

@@ -1,0 +1,32 @@
+// A file descriptor that is closed with the object.
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace tessaly {
+
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int number = -1) : number_(number) {}
+  FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
+  ~FileDescriptor() {
+    if (number_ >= 0) ::close(number_);
+  }
+
+  int get() const { return number_; }
+  explicit operator bool() const { return number_ >= 0; }
+
+  // Closes it now, for those to whom the answer matters: -1 with errno set when what was written
+  // could not be stored after all. The descriptor is gone either way.
+  int close() { return ::close(std::exchange(number_, -1)); }
+
+ private:
+  int number_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,69 @@
+#include "platform/linux/MountTable.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::array<std::string_view, 22> pseudoTypes = {
+    "autofs",    "binfmt_misc", "bpf",      "cgroup",   "cgroup2",    "configfs",
+    "debugfs",   "devpts",      "devtmpfs", "efivarfs", "fusectl",    "hugetlbfs",
+    "mqueue",    "nsfs",        "proc",     "pstore",   "rpc_pipefs", "securityfs",
+    "selinuxfs", "sysfs",       "tracefs",  "nfsd"};
+
+// The kernel writes blanks, tabs, line feeds and backslashes of a path as \ and three octal digits.
+std::string unescaped(std::string_view field) {
+  std::string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    const auto octal = [&](std::size_t at) { return field[at] >= '0' && field[at] <= '7'; };
+    if (field[i] == '\\' && i + 3 < field.size() && octal(i + 1) && octal(i + 2) && octal(i + 3)) {
+      text += static_cast<char>((field[i + 1] - '0') * 64 + (field[i + 2] - '0') * 8 +
+                                (field[i + 3] - '0'));
+      i += 3;
+    } else {
+      text += field[i];
+    }
+  }
+  return text;
+}
+
+std::vector<std::string_view> fields(std::string_view line) {
+  std::vector<std::string_view> found;
+  while (!line.empty()) {
+    const std::size_t end = std::min(line.find(' '), line.size());
+    if (end > 0) found.push_back(line.substr(0, end));
+    line.remove_prefix(std::min(end + 1, line.size()));
+  }
+  return found;
+}
+
+// id, parent, device, root, mount point, options, optional fields, "-", type, source, options.
+std::optional<Mount> mountOn(std::string_view line) {
+  const std::vector<std::string_view> all = fields(line);
+  const auto dash = std::find(all.begin(), all.end(), "-");
+  if (dash - all.begin() < 6 || all.end() - dash < 2) return std::nullopt;
+  return Mount{.point = unescaped(all[4]), .type = std::string(*(dash + 1))};
+}
+
+}  // namespace
+
+bool Mount::isPseudo() const {
+  return std::find(pseudoTypes.begin(), pseudoTypes.end(), type) != pseudoTypes.end();
+}
+
+std::vector<Mount> mountsIn(std::string_view mountinfo) {
+  std::vector<Mount> mounts;
+  while (!mountinfo.empty()) {
+    const std::size_t end = std::min(mountinfo.find('\n'), mountinfo.size());
+    if (std::optional<Mount> mount = mountOn(mountinfo.substr(0, end))) {
+      mounts.push_back(*std::move(mount));
+    }
+    mountinfo.remove_prefix(std::min(end + 1, mountinfo.size()));
+  }
+  return mounts;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,83 @@
+#include "platform/Process.h"
+
+#include <fcntl.h>
+
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/process/Pipe.h"
+#include "platform/linux/process/Reading.h"
+#include "platform/linux/process/Reaper.h"
+#include "platform/linux/process/Spawn.h"
+
+namespace tessaly {
+
+struct Process::State {
+  process::Child child;
+  FileDescriptor output;
+  FileDescriptor error;
+  std::optional<Exit> exit;
+
+  State() = default;
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
+  ~State() {
+    if (child.number < 0 || exit) return;
+    // Before the rest, since the reaper may need a descriptor.
+    output = FileDescriptor();
+    error = FileDescriptor();
+    process::Reaper::instance().adopt(std::move(child));
+  }
+};
+
+Process::Process(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Process::~Process() = default;
+Process::Process(Process&& other) noexcept = default;
+Process& Process::operator=(Process&& other) noexcept = default;
+
+Result<Process> Process::launch(const Launch& launch) {
+  auto state = std::make_unique<State>();
+  FileDescriptor itsOutput;
+  FileDescriptor itsError;
+  const auto capture = [&](Stream stream, FileDescriptor& ours, FileDescriptor& its) -> Outcome {
+    if (stream == Stream::inherited) return succeeded();
+    Result<process::Pipe> pipe = process::Pipe::make(launch.path);
+    if (!pipe) return pipe.error();
+    ours = std::move(pipe.value().reading);
+    its = std::move(pipe.value().writing);
+    // Ours alone: each end has a state of its own.
+    fcntl(ours.get(), F_SETFL, O_NONBLOCK);
+    return succeeded();
+  };
+  if (Outcome made = capture(launch.output, state->output, itsOutput); !made) return made.error();
+  if (Outcome made = capture(launch.error, state->error, itsError); !made) return made.error();
+
+  Result<process::Child> child = process::spawn(launch, std::move(itsOutput), std::move(itsError));
+  if (!child) return child.error();
+  state->child = std::move(child).value();
+  return Process(std::move(state));
+}
+
+bool Process::waitUntil(Deadline deadline) {
+  while (!state_->exit) {
+    if (!process::waitUntilReadable(state_->child.handle.get(), deadline)) return false;
+    state_->exit = process::reaped(state_->child.number);
+  }
+  return true;
+}
+
+std::optional<Process::Exit> Process::exit() const {
+  return state_->exit;
+}
+
+void Process::terminate() {
+  if (!state_->exit) process::terminate(state_->child);
+}
+
+std::string Process::readOutput(Deadline deadline) {
+  const int pipe = state_->output.get();
+  if (pipe < 0) return {};
+  // Once it has exited, no more than this can be the program's own.
+  const int room = fcntl(pipe, F_GETPIPE_SZ);
+  return process::readUntil(pipe, deadline, room > 0 ? static_cast<std::size_t>(room) : 0);
+}
+
+}  // namespace tessaly

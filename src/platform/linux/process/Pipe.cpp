@@ -1,0 +1,31 @@
+#include "platform/linux/process/Pipe.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tessaly::process {
+
+namespace {
+
+// With a number of theirs it would be taken for a standard stream: by this program, whose own
+// output would go into it, and while those of a started program are put together.
+bool liftAboveStandard(FileDescriptor& end) {
+  if (end.get() > STDERR_FILENO) return true;
+  end = FileDescriptor(fcntl(end.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  return static_cast<bool>(end);
+}
+
+}  // namespace
+
+Result<Pipe> Pipe::make(std::string_view path) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return SystemError::fromErrno(errno, path);
+  Pipe pipe{.reading = FileDescriptor(ends[0]), .writing = FileDescriptor(ends[1])};
+  if (!liftAboveStandard(pipe.reading) || !liftAboveStandard(pipe.writing)) {
+    return SystemError::fromErrno(errno, path);
+  }
+  return pipe;
+}
+
+}  // namespace tessaly::process

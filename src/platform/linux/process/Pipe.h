@@ -1,0 +1,18 @@
+// The two ends of a pipe, neither of which gets into programs that are started meanwhile.
+#pragma once
+
+#include "platform/SystemError.h"
+#include "platform/linux/FileDescriptor.h"
+
+namespace tessaly::process {
+
+struct Pipe {
+  FileDescriptor reading;
+  FileDescriptor writing;
+
+  // Neither end has the number of standard input, output or error, even where one of those is
+  // closed. An error names `path`, for which the pipe was meant.
+  static Result<Pipe> make(std::string_view path);
+};
+
+}  // namespace tessaly::process

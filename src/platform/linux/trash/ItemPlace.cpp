@@ -1,0 +1,90 @@
+#include "platform/linux/trash/ItemPlace.h"
+
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/linux/trash/Uninterrupted.h"
+
+namespace tessaly {
+
+namespace {
+
+// The system would read a path with a zero in it only up to there, and mean another item.
+bool isMeant(const std::string& path) {
+  return path.starts_with('/') && path.find('\0') == std::string::npos;
+}
+
+std::string withoutSlashesBehind(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+}  // namespace
+
+Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string& name,
+                                const std::string& path) {
+  constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_EMPTY_PATH | AT_NO_AUTOMOUNT;
+  struct statx status {};
+  if (::statx(folder.get(), name.c_str(), flags, STATX_INO | STATX_MNT_ID, &status) != 0) {
+    return SystemError::fromErrno(errno, path);
+  }
+  if ((status.stx_mask & STATX_MNT_ID) == 0) return SystemError::fromErrno(ENOSYS, path);
+  return ItemIdentity{.deviceMajor = status.stx_dev_major,
+                      .deviceMinor = status.stx_dev_minor,
+                      .inode = status.stx_ino,
+                      .mount = status.stx_mnt_id};
+}
+
+Result<ItemPlace> placeOfItem(const std::string& path) {
+  if (!isMeant(path)) return SystemError::fromErrno(EINVAL, path);
+  const std::string item = withoutSlashesBehind(path);
+  if (item == "/") return SystemError::fromErrno(EBUSY, path);
+  const std::size_t slash = item.rfind('/');
+  ItemPlace place;
+  place.name = item.substr(slash + 1);
+  if (place.name == "." || place.name == "..") return SystemError::fromErrno(EINVAL, path);
+  const std::string folder = item.substr(0, slash + 1);
+  place.folder = FileDescriptor(
+      uninterrupted([&] { return ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+  if (!place.folder) return SystemError::fromErrno(errno, path);
+  return place;
+}
+
+FileDescriptor openFolder(const FileDescriptor& folder, const std::string& name, int flags) {
+  return FileDescriptor(uninterrupted([&] {
+    return ::openat(folder.get(), name.c_str(), flags | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  }));
+}
+
+Result<std::string> pathOf(const FileDescriptor& folder, const std::string& path) {
+  const std::string link = "/proc/self/fd/" + std::to_string(folder.get());
+  char target[PATH_MAX];
+  const ssize_t length = ::readlink(link.c_str(), target, sizeof target);
+  if (length < 0) return SystemError::fromErrno(errno, path);
+  std::string found(target, static_cast<std::size_t>(length));
+  // The system says so in front of it when it cannot be reached from the root.
+  if (!found.starts_with('/')) return SystemError::fromErrno(ENOENT, path);
+  return found;
+}
+
+void syncFolder(const FileDescriptor& folder) {
+  const FileDescriptor readable = openFolder(folder, ".", O_RDONLY);
+  if (readable) uninterrupted([&] { return ::fsync(readable.get()); });
+}
+
+void makeFoldersAbove(const std::string& path) {
+  if (!isMeant(path)) return;
+  const std::string folder = withoutSlashesBehind(path);
+  const std::size_t end = folder.rfind('/');
+  // Most often nothing is missing.
+  struct stat status {};
+  if (::stat(folder.substr(0, end + 1).c_str(), &status) == 0) return;
+  for (std::size_t slash = folder.find('/', 1); slash <= end; slash = folder.find('/', slash + 1)) {
+    ::mkdir(folder.substr(0, slash).c_str(), 0777);
+  }
+}
+
+}  // namespace tessaly

@@ -1,0 +1,228 @@
+#include "platform/linux/trash/TrashFolder.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "platform/ApplicationSupport.h"
+#include "platform/linux/MountTable.h"
+#include "platform/linux/trash/Uninterrupted.h"
+
+namespace tessaly {
+
+namespace {
+
+struct stat statusOf(const FileDescriptor& folder) {
+  struct stat status {};
+  if (::fstat(folder.get(), &status) != 0) status = {};
+  return status;
+}
+
+// Through links.
+FileDescriptor openPath(const std::string& path) {
+  return FileDescriptor(
+      uninterrupted([&] { return ::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+}
+
+// A true folder of that name, made when it is missing. An empty descriptor, with errno set, where
+// there is something else.
+FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name) {
+  const bool isNew = ::mkdirat(parent.get(), name.c_str(), 0700) == 0;
+  if (!isNew && errno != EEXIST) {
+    // What cannot be made may be there all the same: a disk that takes no changes says so first.
+    const int code = errno;
+    FileDescriptor there = openFolder(parent, name, O_PATH);
+    if (!there) errno = code;
+    return there;
+  }
+  if (isNew) syncFolder(parent);
+  return openFolder(parent, name, O_PATH);
+}
+
+// The same, and it must belong to the user.
+FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name, uid_t user) {
+  FileDescriptor folder = ownFolder(parent, name);
+  if (!folder || statusOf(folder).st_uid == user) return folder;
+  errno = EACCES;
+  return FileDescriptor();
+}
+
+// The folders from an item upwards to the top of its file system.
+struct Ancestors {
+  std::vector<ItemIdentity> all;
+  FileDescriptor top;
+};
+
+Result<Ancestors> ancestorsOf(const ItemPlace& item, const std::string& path) {
+  Ancestors ancestors;
+  FileDescriptor folder = openFolder(item.folder, ".", O_PATH);
+  if (!folder) return SystemError::fromErrno(errno, path);
+  Result<ItemIdentity> identity = identityOf(folder, "", path);
+  while (identity) {
+    ancestors.all.push_back(identity.value());
+    FileDescriptor above = openFolder(folder, "..", O_PATH);
+    if (!above) return SystemError::fromErrno(errno, path);
+    identity = identityOf(above, "", path);
+    // Above the root is the root.
+    const bool isTop = identity && (identity.value().mount != ancestors.all.back().mount ||
+                                    identity.value().isSameItem(ancestors.all.back()));
+    if (isTop) {
+      ancestors.top = std::move(folder);
+      return ancestors;
+    }
+    folder = std::move(above);
+  }
+  return identity.error();
+}
+
+// Whether the folder `path`, or the first above it that is there, is reached by `mount`. An error
+// when that cannot be found out: to take the one Trash because the other did not answer would hide
+// items from who looks for them.
+Result<bool> liesOn(std::uint64_t mount, std::string path) {
+  while (true) {
+    if (const FileDescriptor folder = openPath(path)) {
+      const Result<ItemIdentity> identity = identityOf(folder, "", path);
+      if (!identity) return identity.error();
+      return identity.value().mount == mount;
+    }
+    if ((errno != ENOENT && errno != ENOTDIR) || path.size() <= 1) {
+      return SystemError::fromErrno(errno, path);
+    }
+    const std::size_t slash = path.rfind('/');
+    path.resize(slash == std::string::npos ? 0 : std::max<std::size_t>(slash, 1));
+  }
+}
+
+// Of a file that does not tell its length.
+Result<std::string> contentOf(const std::string& path) {
+  const FileDescriptor file(
+      uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
+  std::string content;
+  std::array<char, 16384> part{};
+  while (file) {
+    const ssize_t count =
+        uninterrupted([&] { return ::read(file.get(), part.data(), part.size()); });
+    if (count == 0) return content;
+    if (count < 0) break;
+    content.append(part.data(), static_cast<std::size_t>(count));
+  }
+  return SystemError::fromErrno(errno, path);
+}
+
+bool isNameOfTrash(std::string_view name) {
+  constexpr std::string_view shared = ".Trash";
+  if (!name.starts_with(shared)) return false;
+  name.remove_prefix(shared.size());
+  if (name.empty()) return true;
+  return name.size() > 1 && name.front() == '-' &&
+         name.find_first_not_of("0123456789", 1) == std::string_view::npos;
+}
+
+class Search {
+ public:
+  Search(const ItemPlace& item, const std::string& path, const TrashPlace& place)
+      : item_(item), path_(path), homeTrash_(place.homeTrash), place_(place) {}
+
+  Result<TrashFolder> run() {
+    const Result<ItemIdentity> self = identityOf(item_.folder, item_.name, path_);
+    if (!self) return self.error();
+    Result<Ancestors> ancestors = ancestorsOf(item_, path_);
+    if (!ancestors) return ancestors.error();
+    mount_ = ancestors.value().all.front().mount;
+    if (self.value().mount != mount_) return SystemError::fromErrno(EBUSY, path_);
+    const Result<std::string> folder = pathOf(item_.folder, path_);
+    if (!folder) return folder.error();
+    const Result<std::string> top = pathOf(ancestors.value().top, path_);
+    if (!top) return top.error();
+    const std::string absolute = below(folder.value(), item_.name);
+    const std::string prefix = below(top.value(), "");
+    // A folder on the way was moved just now.
+    if (!absolute.starts_with(prefix)) return SystemError::fromErrno(ESTALE, path_);
+    const std::string relative = absolute.substr(prefix.size());
+    if (isNameOfTrash(relative.substr(0, relative.find('/')))) return inTrash();
+    if (const Outcome free = holdsNoMount(below(absolute, "")); !free) return free.error();
+
+    const Result<bool> home = liesOn(mount_, homeTrash_);
+    if (!home) return home.error();
+    const bool isHome = home.value();
+    const FileDescriptor trash =
+        isHome ? openHome() : openAtTop(ancestors.value().top, top.value());
+    if (!trash) return SystemError::fromErrno(errno, trashPath_);
+    const Result<ItemIdentity> identity = identityOf(trash, "", trashPath_);
+    if (!identity) return identity.error();
+    std::vector<ItemIdentity>& all = ancestors.value().all;
+    all.push_back(self.value());
+    const auto isTrash = [&](const ItemIdentity& one) { return one.isSameItem(identity.value()); };
+    if (std::any_of(all.begin(), all.end(), isTrash)) return inTrash();
+    TrashFolder found{.files = ownFolder(trash, "files"),
+                      .info = FileDescriptor(),
+                      .path = trashPath_,
+                      .itemPath = isHome ? absolute : relative};
+    if (found.files) found.info = ownFolder(trash, "info");
+    if (!found.info) return SystemError::fromErrno(errno, trashPath_);
+    return found;
+  }
+
+ private:
+  static std::string below(const std::string& folder, const std::string& name) {
+    return folder.ends_with('/') ? folder + name : folder + "/" + name;
+  }
+
+  SystemError inTrash() const { return SystemError::fromErrno(EINVAL, path_); }
+
+  // The file system would go along into the Trash, and who empties that would empty a disk.
+  Outcome holdsNoMount(const std::string& inside) const {
+    const Result<std::string> table = contentOf(place_.mountinfo);
+    if (!table) return table.error();
+    const std::vector<Mount> mounts = mountsIn(table.value());
+    const auto isInside = [&](const Mount& mount) { return mount.point.starts_with(inside); };
+    if (std::none_of(mounts.begin(), mounts.end(), isInside)) return succeeded();
+    return SystemError::fromErrno(EBUSY, path_);
+  }
+
+  // It may be a link: it is the user who put it there.
+  FileDescriptor openHome() {
+    trashPath_ = homeTrash_;
+    FileDescriptor folder = openPath(homeTrash_);
+    if (folder || errno != ENOENT) return folder;
+    if (const Outcome made = makeFolders(homeTrash_); !made) {
+      errno = made.error().code;
+      return FileDescriptor();
+    }
+    return openPath(homeTrash_);
+  }
+
+  FileDescriptor openAtTop(const FileDescriptor& top, const std::string& topPath) {
+    const std::string user = std::to_string(place_.user);
+    // What everybody shares must be sticky, or anybody could exchange another's folder in it.
+    if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
+        shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
+      trashPath_ = below(topPath, ".Trash/" + user);
+      if (FileDescriptor own = ownFolder(shared, user, place_.user)) return own;
+    }
+    trashPath_ = below(topPath, ".Trash-" + user);
+    return ownFolder(top, ".Trash-" + user, place_.user);
+  }
+
+  const ItemPlace& item_;
+  const std::string& path_;
+  const std::string& homeTrash_;
+  const TrashPlace& place_;
+  std::uint64_t mount_ = 0;
+  std::string trashPath_;
+};
+
+}  // namespace
+
+Result<TrashFolder> trashFolderFor(const ItemPlace& item, const std::string& path,
+                                   const TrashPlace& place) {
+  return Search(item, path, place).run();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,14 @@
+// Runs the two scripts about the Trash, and no other.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/tools/Tools.h"
+
+namespace tessaly::tools {
+
+// `args` without the tool's own name: "-e" and a script, or "--help".
+int osascript(const std::vector<std::string>& args, Streams streams, Seams seams);
+
+}  // namespace tessaly::tools

@@ -1,0 +1,20 @@
+// An icon that nobody looks at.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/ApplicationIcon.h"
+
+namespace tessaly {
+
+class FakeApplicationIcon final : public ApplicationIcon {
+ public:
+  void setBadge(const std::string& text) override { badges.push_back(text); }
+  void requestAttention() override { ++attentionRequests; }
+
+  std::vector<std::string> badges;  // one entry a call
+  int attentionRequests = 0;
+};
+
+}  // namespace tessaly

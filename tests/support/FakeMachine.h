@@ -1,0 +1,53 @@
+// All that a session asks of the machine, as fakes. Nothing of the user's is read or touched, and
+// no tool can be started unless a test lends one.
+#pragma once
+
+#include <string>
+
+#include "session/MarrowPrefs.h"
+#include "session/ScanSession.h"
+#include "support/FakeApplicationIcon.h"
+#include "support/FakeFolderPanel.h"
+#include "support/FakeNotificationCenter.h"
+#include "support/FakePasteboard.h"
+#include "support/FakeSavePanel.h"
+#include "support/FakeWorkspace.h"
+#include "support/HandSteppedDispatch.h"
+#include "support/MemorySettings.h"
+#include "support/MemoryTrash.h"
+#include "support/NoTools.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+
+struct FakeMachine {
+  HandSteppedDispatch dispatch;
+  FakeFolderPanel folderPanel;
+  FakeSavePanel savePanel;
+  FakeWorkspace workspace;
+  FakePasteboard pasteboard;
+  FakeApplicationIcon icon;
+  FakeNotificationCenter notifications;
+  MemoryTrash trash;
+  MemorySettings settings;
+  MarrowPrefs prefs{settings};
+  TempTree support;
+
+  // For a session whose user lives in `homeDirectory`.
+  ScanSession::Services services(const std::string& homeDirectory) {
+    return {.dispatch = dispatch,
+            .folderPanel = folderPanel,
+            .savePanel = savePanel,
+            .workspace = workspace,
+            .pasteboard = pasteboard,
+            .icon = icon,
+            .notifications = notifications,
+            .trash = trash,
+            .prefs = prefs,
+            .homeDirectory = homeDirectory,
+            .supportDirectory = support.path(),
+            .run = noTools};
+  }
+};
+
+}  // namespace tessaly

@@ -1,0 +1,19 @@
+// Notifications that nobody sees.
+#pragma once
+
+#include <vector>
+
+#include "platform/NotificationCenter.h"
+
+namespace tessaly {
+
+class FakeNotificationCenter final : public NotificationCenter {
+ public:
+  void requestAuthorization() override { ++authorizationRequests; }
+  void post(const Notification& notification) override { posted.push_back(notification); }
+
+  int authorizationRequests = 0;
+  std::vector<Notification> posted;
+};
+
+}  // namespace tessaly

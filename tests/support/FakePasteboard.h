@@ -1,0 +1,18 @@
+// A pasteboard that holds what was put on it last.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/Pasteboard.h"
+
+namespace tessaly {
+
+class FakePasteboard final : public Pasteboard {
+ public:
+  void setText(const std::string& newText) override { text = newText; }
+
+  std::optional<std::string> text;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,23 @@
+// A save panel whose user has made up his mind beforehand.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/SavePanel.h"
+
+namespace tessaly {
+
+class FakeSavePanel final : public SavePanel {
+ public:
+  std::optional<std::string> chooseFile(const Request& request) override {
+    requests.push_back(request);
+    return answer;
+  }
+
+  std::optional<std::string> answer;  // absent: the user backs out
+  std::vector<Request> requests;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,95 @@
+#include "support/MemoryTrash.h"
+
+#include <cerrno>
+#include <utility>
+#include <vector>
+
+namespace tessaly {
+
+namespace {
+
+std::string withoutSlashesBehind(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+std::string folderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+bool isWithin(const std::string& path, const std::string& folder) {
+  return path == folder || path.starts_with(folder + "/");
+}
+
+// 0, or why this is the path of no item.
+int objectionTo(const std::string& path) {
+  if (!path.starts_with('/') || path.find('\0') != std::string::npos) return EINVAL;
+  if (path == "/") return EBUSY;
+  const std::string name = path.substr(path.rfind('/') + 1);
+  return name == "." || name == ".." ? EINVAL : 0;
+}
+
+}  // namespace
+
+void MemoryTrash::put(const std::string& path, const std::string& content) {
+  makeFoldersAbove(path);
+  items_[path] = content;
+}
+
+void MemoryTrash::remove(const std::string& path) {
+  std::erase_if(items_, [&](const auto& item) { return isWithin(item.first, path); });
+}
+
+std::string MemoryTrash::contentOf(const std::string& path) const {
+  const auto found = items_.find(path);
+  return found == items_.end() ? "" : found->second;
+}
+
+Result<std::string> MemoryTrash::moveToTrash(const std::string& path) {
+  const std::string item = withoutSlashesBehind(path);
+  if (const int objection = objectionTo(item); objection != 0) {
+    return SystemError::fromErrno(objection, path);
+  }
+  if (!has(item)) return SystemError::fromErrno(ENOENT, path);
+  if (isWithin(item, trash) || isWithin(trash, item)) return SystemError::fromErrno(EINVAL, path);
+  if (refused_.contains(item)) return SystemError::fromErrno(EACCES, path);
+  const std::string wanted = std::string(trash) + "/" + item.substr(item.rfind('/') + 1);
+  std::string place = wanted;
+  for (int number = 2; has(place); ++number) place = wanted + "." + std::to_string(number);
+  makeFoldersAbove(place);
+  move(item, place);
+  return tellsPlaces_ ? place : std::string();
+}
+
+Outcome MemoryTrash::putBack(const std::string& trashPath, const std::string& original) {
+  const std::string item = withoutSlashesBehind(original);
+  for (const std::string& path : {trashPath, item}) {
+    if (const int objection = objectionTo(path); objection != 0) {
+      return SystemError::fromErrno(objection, path);
+    }
+  }
+  makeFoldersAbove(item);
+  if (!has(trashPath)) return SystemError::fromErrno(ENOENT, trashPath);
+  if (has(item)) return SystemError::fromErrno(EEXIST, original);
+  if (refused_.contains(trashPath)) return SystemError::fromErrno(EACCES, original);
+  move(trashPath, item);
+  return succeeded();
+}
+
+void MemoryTrash::makeFoldersAbove(const std::string& path) {
+  for (std::string folder = folderOf(path); !has(folder); folder = folderOf(folder)) {
+    items_[folder];
+  }
+}
+
+void MemoryTrash::move(const std::string& from, const std::string& to) {
+  std::vector<std::pair<std::string, std::string>> moved;
+  for (const auto& [path, content] : items_) {
+    if (isWithin(path, from)) moved.emplace_back(to + path.substr(from.size()), content);
+  }
+  remove(from);
+  items_.insert(moved.begin(), moved.end());
+}
+
+}  // namespace tessaly

@@ -1,0 +1,43 @@
+// A Trash over a disk that is only a list of paths.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "platform/TrashMover.h"
+
+namespace tessaly {
+
+class MemoryTrash final : public TrashMover {
+ public:
+  // Puts an item there, with the folders above it that are missing. `content` is whatever is to be
+  // told apart.
+  void put(const std::string& path, const std::string& content = "");
+  // Takes away the item and all that is in it.
+  void remove(const std::string& path);
+  bool has(const std::string& path) const { return items_.contains(path); }
+  // "" for an item that is not there.
+  std::string contentOf(const std::string& path) const;
+
+  // From now on the item is not moved from where it is.
+  void refuse(const std::string& path) { refused_.insert(path); }
+  // Moves are made, and nobody is told where to.
+  void tellNoPlaces() { tellsPlaces_ = false; }
+
+  Result<std::string> moveToTrash(const std::string& path) override;
+  Outcome putBack(const std::string& trashPath, const std::string& original) override;
+
+  // The folder that its items go to.
+  static constexpr const char* trash = "/home/user/.Trash";
+
+ private:
+  void makeFoldersAbove(const std::string& path);
+  void move(const std::string& from, const std::string& to);
+
+  std::map<std::string, std::string> items_ = {{"/", ""}};
+  std::set<std::string> refused_;
+  bool tellsPlaces_ = true;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,15 @@
+// A system on which no tool can be started.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "system/Shell.h"
+
+namespace tessaly {
+
+inline std::string noTools(const std::string& path, const std::vector<std::string>&) {
+  throw ToolError("POSIX", 2, path + ": there are no tools here");
+}
+
+}  // namespace tessaly

@@ -1,0 +1,71 @@
+// A dispatch that a test can wait for: each piece for a worker queue gets a thread of its own, the
+// main queue is Qt's event loop on the thread that made it.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QObject>
+
+#include "platform/Dispatch.h"
+
+namespace tessaly {
+
+class QtDispatch final : public Dispatch {
+ public:
+  ~QtDispatch() override { finish(); }
+
+  void async(Queue queue, Work work) override {
+    const std::lock_guard lock(mutex_);
+    ++unfinished_;
+    if (queue == Queue::main) {
+      onMain([this, work = std::move(work)] {
+        work();
+        ended();
+      });
+    } else {
+      threads_.emplace_back([this, work = std::move(work)] {
+        work();
+        onMain([this] { ended(); });
+      });
+    }
+  }
+
+  // No test has waited for time to pass.
+  void after(std::chrono::milliseconds, Queue, Work) override { ADD_FAILURE(); }
+
+  // Runs the event loop until all work has ended, with what that work has handed over.
+  void finish() {
+    while (isBusy()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    for (std::thread& thread : threads_) thread.join();
+    threads_.clear();
+  }
+
+ private:
+  bool isBusy() {
+    const std::lock_guard lock(mutex_);
+    return unfinished_ > 0;
+  }
+  void ended() {
+    const std::lock_guard lock(mutex_);
+    --unfinished_;
+  }
+  void onMain(Work work) {
+    QMetaObject::invokeMethod(&main_, std::move(work), Qt::QueuedConnection);
+  }
+
+  std::mutex mutex_;
+  std::size_t unfinished_ = 0;
+  std::vector<std::thread> threads_;
+  QObject main_;
+};
+
+}  // namespace tessaly

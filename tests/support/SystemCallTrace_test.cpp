@@ -1,0 +1,139 @@
+#include "support/SystemCallTrace.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using End = TracedRun::End;
+
+class SystemCallTraceTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const std::string obstacle = SystemCallTrace::obstacle();
+    if (!obstacle.empty()) GTEST_SKIP() << obstacle;
+  }
+};
+
+// Makes two folders one after the other.
+std::function<std::string()> makeTwo(const TempTree& tree) {
+  return [first = tree.at("first"), second = tree.at("second")]() -> std::string {
+    if (mkdir(first.c_str(), 0700) != 0) return std::string("first: ") + std::strerror(errno);
+    if (mkdir(second.c_str(), 0700) != 0) return std::string("second: ") + std::strerror(errno);
+    return "made";
+  };
+}
+
+bool isThere(const TempTree& tree, const char* name) {
+  return access(tree.at(name).c_str(), F_OK) == 0;
+}
+
+TEST_F(SystemCallTraceTest, tells_what_the_body_returned_and_which_calls_it_made) {
+  const TempTree tree;
+  const TracedRun run = SystemCallTrace::of(makeTwo(tree));
+  EXPECT_EQ(run.end, End::finished);
+  EXPECT_EQ(run.told, "made");
+  EXPECT_EQ(run.failedCall, -1);
+  EXPECT_EQ(run.calls.size(), 2u);
+  EXPECT_TRUE(isThere(tree, "first"));
+  EXPECT_TRUE(isThere(tree, "second"));
+}
+
+TEST_F(SystemCallTraceTest, takes_long_answers) {
+  const TracedRun run = SystemCallTrace::of([] { return std::string(300000, 'x'); });
+  EXPECT_EQ(run.told, std::string(300000, 'x'));
+}
+
+TEST_F(SystemCallTraceTest, kills_before_and_after_each_call) {
+  struct State {
+    bool first;
+    bool second;
+    bool operator==(const State&) const = default;
+  };
+  std::vector<State> found;
+  while (true) {
+    const TempTree tree;
+    const TracedRun run = SystemCallTrace::killedAt(found.size() + 1, makeTwo(tree));
+    if (run.end != End::killed) {
+      EXPECT_EQ(run.told, "made");
+      break;
+    }
+    found.push_back({isThere(tree, "first"), isThere(tree, "second")});
+  }
+  EXPECT_EQ(found,
+            (std::vector<State>{{false, false}, {true, false}, {true, false}, {true, true}}));
+}
+
+TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
+  {
+    const TempTree tree;
+    const TracedRun run = SystemCallTrace::failingAt(1, EDQUOT, makeTwo(tree));
+    EXPECT_EQ(run.end, End::finished);
+    EXPECT_EQ(run.told, std::string("first: ") + std::strerror(EDQUOT));
+    EXPECT_EQ(run.failedCall, run.calls.front());
+    EXPECT_FALSE(isThere(tree, "first"));
+  }
+  {
+    const TempTree tree;
+    const TracedRun run = SystemCallTrace::failingAt(2, EIO, makeTwo(tree));
+    EXPECT_EQ(run.told, std::string("second: ") + std::strerror(EIO));
+    EXPECT_TRUE(isThere(tree, "first"));
+    EXPECT_FALSE(isThere(tree, "second"));
+  }
+  {
+    const TempTree tree;
+    const TracedRun run = SystemCallTrace::failingAt(3, EIO, makeTwo(tree));
+    EXPECT_EQ(run.told, "made");
+    EXPECT_EQ(run.failedCall, -1);
+  }
+}
+
+TEST_F(SystemCallTraceTest, does_not_count_calls_for_memory) {
+  const TracedRun run = SystemCallTrace::failingAt(1, EIO, [] {
+    const std::string large(64U << 20U, 'x');
+    return std::string(::syscall(SYS_getppid) < 0 && large.back() == 'x' ? "failed" : "ran");
+  });
+  EXPECT_EQ(run.told, "failed");
+  EXPECT_EQ(run.failedCall, SYS_getppid);
+  EXPECT_GE(std::count(run.calls.begin(), run.calls.end(), SYS_mmap), 1);
+}
+
+TEST_F(SystemCallTraceTest, tells_of_a_body_that_crashes_leaves_or_throws) {
+  const TracedRun crashed = SystemCallTrace::of([]() -> std::string {
+    ::signal(SIGTERM, SIG_DFL);
+    ::raise(SIGTERM);
+    return "";
+  });
+  EXPECT_EQ(crashed.end, End::crashed);
+  EXPECT_EQ(crashed.told, "child ended by signal " + std::to_string(SIGTERM));
+  const TracedRun left = SystemCallTrace::of([]() -> std::string { _exit(7); });
+  EXPECT_EQ(left.end, End::crashed);
+  EXPECT_EQ(left.told, "child left with 7");
+  const TracedRun thrown =
+      SystemCallTrace::of([]() -> std::string { throw std::runtime_error("no"); });
+  EXPECT_EQ(thrown.end, End::finished);
+  EXPECT_EQ(thrown.told, "exception: no");
+}
+
+TEST_F(SystemCallTraceTest, signals_reach_the_body) {
+  static volatile std::sig_atomic_t seen = 0;
+  const TracedRun run = SystemCallTrace::of([] {
+    ::signal(SIGUSR1, [](int) { seen = 1; });
+    ::raise(SIGUSR1);
+    return std::string(seen == 1 ? "seen" : "not seen");
+  });
+  EXPECT_EQ(run.told, "seen");
+}
+
+}  // namespace
+}  // namespace tessaly

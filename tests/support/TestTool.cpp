@@ -1,0 +1,40 @@
+#include "support/TestTool.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+void check(bool isDone, const std::string& path) {
+  if (!isDone) throw std::system_error(errno, std::generic_category(), path);
+}
+
+}  // namespace
+
+std::string testTool() {
+  return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "tessaly_test_tool";
+}
+
+Hold::Hold(std::string path)
+    : path_(std::move(path)), lock_(open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+  check(lock_ && flock(lock_.get(), LOCK_EX) == 0, path_);
+}
+
+Messages::Messages(std::string path) : path_(std::move(path)) {
+  check(mkfifo(path_.c_str(), 0600) == 0, path_);
+}
+
+void Messages::wait() const {
+  const Descriptor end(open(path_.c_str(), O_RDONLY | O_CLOEXEC));
+  char message = 0;
+  check(end && read(end.get(), &message, 1) == 1, path_);
+}
+
+}  // namespace tessaly

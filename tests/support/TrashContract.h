@@ -1,0 +1,215 @@
+// What every TrashMover promises, as tests. To run them against an implementation, give a harness
+// over a disk with a Trash and nothing else of note:
+//
+//   struct Harness {
+//     TrashMover& mover();
+//     std::string at(const std::string& below);  // the path of an item in a folder that is there
+//     // With the folders above it; an item has content, a folder is the item above another.
+//     void put(const std::string& path, const std::string& content);
+//     void remove(const std::string& path);      // the item and all in it
+//     bool has(const std::string& path);
+//     std::string contentOf(const std::string& path);  // "" for one that is not there
+//   };
+//   INSTANTIATE_TYPED_TEST_SUITE_P(MyTrash, TrashContract, Harness);
+#pragma once
+
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "platform/TrashMover.h"
+
+namespace tessaly {
+
+template <class Harness>
+class TrashContract : public ::testing::Test {
+ protected:
+  using Kind = SystemError::Kind;
+
+  TrashMover& mover() { return harness_.mover(); }
+  std::string at(const std::string& below) { return harness_.at(below); }
+
+  // "" after a failure.
+  std::string trash(const std::string& path) {
+    const Result<std::string> moved = mover().moveToTrash(path);
+    EXPECT_TRUE(moved) << path << ": " << (moved ? "" : moved.error().description());
+    return moved ? moved.value() : "";
+  }
+  SystemError refusalOf(const std::string& path) {
+    const Result<std::string> moved = mover().moveToTrash(path);
+    EXPECT_FALSE(moved) << path;
+    return moved ? SystemError() : moved.error();
+  }
+  SystemError refusalOf(const std::string& trashPath, const std::string& original) {
+    const Outcome back = mover().putBack(trashPath, original);
+    EXPECT_FALSE(back) << original;
+    return back ? SystemError() : back.error();
+  }
+
+  Harness harness_;
+};
+
+TYPED_TEST_SUITE_P(TrashContract);
+
+TYPED_TEST_P(TrashContract, moves_an_item_and_tells_where_it_is) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "content");
+  const std::string place = this->trash(this->at("folder/film"));
+  EXPECT_FALSE(disk.has(this->at("folder/film")));
+  EXPECT_TRUE(disk.has(this->at("folder")));
+  EXPECT_EQ(disk.contentOf(place), "content");
+  EXPECT_TRUE(place.starts_with('/'));
+}
+
+TYPED_TEST_P(TrashContract, moves_a_folder_with_all_in_it) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/deeper/film"), "1");
+  disk.put(this->at("folder/sound"), "2");
+  disk.put(this->at("folder2"), "3");
+  const std::string place = this->trash(this->at("folder"));
+  EXPECT_FALSE(disk.has(this->at("folder")));
+  EXPECT_EQ(disk.contentOf(place + "/deeper/film"), "1");
+  EXPECT_EQ(disk.contentOf(place + "/sound"), "2");
+  EXPECT_EQ(disk.contentOf(this->at("folder2")), "3");
+}
+
+TYPED_TEST_P(TrashContract, keeps_all_items_of_one_name) {
+  auto& disk = this->harness_;
+  std::vector<std::string> places;
+  for (int number = 0; number < 40; ++number) {
+    disk.put(this->at("film.mkv"), std::to_string(number));
+    places.push_back(this->trash(this->at("film.mkv")));
+  }
+  for (int number = 0; number < 40; ++number) {
+    EXPECT_EQ(disk.contentOf(places[static_cast<std::size_t>(number)]), std::to_string(number));
+  }
+}
+
+TYPED_TEST_P(TrashContract, takes_any_name) {
+  auto& disk = this->harness_;
+  const std::vector<std::string> names = {"line\nfeed",
+                                          "\xff\xfe",
+                                          "%41",
+                                          " ",
+                                          "-rf",
+                                          "...",
+                                          "\\x",
+                                          "\"'",
+                                          "\xE2\x82\xAC",
+                                          std::string(255, 'n'),
+                                          std::string(251, 'n') + ".mkv"};
+  for (const std::string& name : names) {
+    disk.put(this->at(name), name);
+    const std::string place = this->trash(this->at(name));
+    EXPECT_FALSE(disk.has(this->at(name)));
+    EXPECT_EQ(disk.contentOf(place), name);
+    EXPECT_TRUE(this->mover().putBack(place, this->at(name)));
+    EXPECT_EQ(disk.contentOf(this->at(name)), name);
+  }
+}
+
+TYPED_TEST_P(TrashContract, means_the_item_itself_when_slashes_stand_behind_it) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "content");
+  const std::string place = this->trash(this->at("folder") + "///");
+  EXPECT_EQ(disk.contentOf(place + "/film"), "content");
+  EXPECT_TRUE(this->mover().putBack(place, this->at("folder") + "//"));
+  EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
+}
+
+TYPED_TEST_P(TrashContract, refuses_what_is_not_there) {
+  EXPECT_EQ(this->refusalOf(this->at("none")).kind, SystemError::Kind::notFound);
+  EXPECT_EQ(this->refusalOf(this->at("none/none")).kind, SystemError::Kind::notFound);
+}
+
+TYPED_TEST_P(TrashContract, refuses_paths_that_name_no_item) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "content");
+  const std::string folder = this->at("folder");
+  for (const std::string& path :
+       {std::string(), std::string("."), std::string(".."), std::string("folder"), folder + "/.",
+        folder + "/..", folder + "/./", folder + std::string("\0x", 2)}) {
+    EXPECT_EQ(this->refusalOf(path).code, EINVAL) << path;
+  }
+  EXPECT_EQ(this->refusalOf("/").code, EBUSY);
+  EXPECT_EQ(this->refusalOf("//").code, EBUSY);
+  EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
+}
+
+TYPED_TEST_P(TrashContract, refuses_what_is_in_the_trash_already) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "content");
+  const std::string place = this->trash(this->at("folder"));
+  for (const std::string& path : {place + "/film", place, place.substr(0, place.rfind('/'))}) {
+    EXPECT_EQ(this->refusalOf(path).code, EINVAL) << path;
+  }
+  EXPECT_EQ(disk.contentOf(place + "/film"), "content");
+}
+
+TYPED_TEST_P(TrashContract, puts_back_what_it_moved_as_often_as_is_asked) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "content");
+  for (int round = 0; round < 3; ++round) {
+    const std::string place = this->trash(this->at("folder"));
+    ASSERT_TRUE(this->mover().putBack(place, this->at("folder")));
+    EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
+    EXPECT_FALSE(disk.has(place));
+  }
+}
+
+TYPED_TEST_P(TrashContract, makes_folders_that_went_meanwhile) {
+  auto& disk = this->harness_;
+  disk.put(this->at("a/b/c/film"), "content");
+  const std::string place = this->trash(this->at("a/b/c/film"));
+  disk.remove(this->at("a"));
+  EXPECT_TRUE(this->mover().putBack(place, this->at("a/b/c/film")));
+  EXPECT_EQ(disk.contentOf(this->at("a/b/c/film")), "content");
+}
+
+TYPED_TEST_P(TrashContract, never_replaces_what_stands_there_now) {
+  auto& disk = this->harness_;
+  disk.put(this->at("film"), "old");
+  const std::string place = this->trash(this->at("film"));
+  disk.put(this->at("film"), "new");
+  EXPECT_EQ(this->refusalOf(place, this->at("film")).kind, SystemError::Kind::alreadyExists);
+  EXPECT_EQ(disk.contentOf(this->at("film")), "new");
+  EXPECT_EQ(disk.contentOf(place), "old");
+  disk.remove(this->at("film"));
+  EXPECT_TRUE(this->mover().putBack(place, this->at("film")));
+  EXPECT_EQ(disk.contentOf(this->at("film")), "old");
+}
+
+TYPED_TEST_P(TrashContract, cannot_put_back_what_is_gone_from_the_trash) {
+  auto& disk = this->harness_;
+  disk.put(this->at("film"), "content");
+  const std::string place = this->trash(this->at("film"));
+  disk.remove(place);
+  EXPECT_EQ(this->refusalOf(place, this->at("film")).kind, SystemError::Kind::notFound);
+  EXPECT_FALSE(disk.has(this->at("film")));
+}
+
+TYPED_TEST_P(TrashContract, cannot_put_back_to_a_path_that_names_no_item) {
+  auto& disk = this->harness_;
+  disk.put(this->at("film"), "content");
+  const std::string place = this->trash(this->at("film"));
+  for (const std::string& path : {std::string(), std::string("film"), this->at("."), this->at(".."),
+                                  this->at("film") + std::string("\0x", 2)}) {
+    EXPECT_EQ(this->refusalOf(place, path).code, EINVAL) << path;
+  }
+  EXPECT_EQ(this->refusalOf("", this->at("film")).code, EINVAL);
+  EXPECT_EQ(disk.contentOf(place), "content");
+  EXPECT_FALSE(disk.has(this->at("film")));
+}
+
+REGISTER_TYPED_TEST_SUITE_P(TrashContract, moves_an_item_and_tells_where_it_is,
+                            moves_a_folder_with_all_in_it, keeps_all_items_of_one_name,
+                            takes_any_name, means_the_item_itself_when_slashes_stand_behind_it,
+                            refuses_what_is_not_there, refuses_paths_that_name_no_item,
+                            refuses_what_is_in_the_trash_already,
+                            puts_back_what_it_moved_as_often_as_is_asked,
+                            makes_folders_that_went_meanwhile, never_replaces_what_stands_there_now,
+                            cannot_put_back_what_is_gone_from_the_trash,
+                            cannot_put_back_to_a_path_that_names_no_item);
+
+}  // namespace tessaly
