@@ -1,6 +1,5 @@
 #include "scan/DiskNodeJson.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -8,28 +7,13 @@
 #include <vector>
 
 #include "scan/DiskTree.h"
+#include "scan/JsonDom.h"
+#include "scan/JsonNumber.h"
 #include "scan/JsonText.h"
 
 namespace tessaly::DiskNodeJson {
 
 namespace {
-
-template <typename Number>
-void appendNumber(std::string& json, Number number) {
-  char digits[32];
-  const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, number);
-  json.append(digits, result.ptr);
-}
-
-void appendTime(std::string& json, double seconds) {
-  // Up to here every integral double is a 64-bit integer, which has no exponent when written.
-  constexpr double integersEnd = 9007199254740992.0;
-  if (std::fabs(seconds) < integersEnd && std::trunc(seconds) == seconds) {
-    appendNumber(json, static_cast<std::int64_t>(seconds));
-  } else {
-    appendNumber(json, seconds);
-  }
-}
 
 // Writes the nodes of a subtree in their order. A path is never put together: that of the parent is
 // at hand already escaped, and what a node adds to it follows a "/", so that no character can span
@@ -67,7 +51,7 @@ class Encoder {
     json_ += "\",\"path\":\"";
     json_.append(paths_, open_.back().pathBegin);
     json_ += "\",\"size\":";
-    appendNumber(json_, entry.size);
+    JsonNumber::appendInteger(json_, entry.size);
     json_ += entry.isDir() ? ",\"isDir\":true,\"kind\":\"" : ",\"isDir\":false,\"kind\":\"";
     json_ += rawText(entry.kind);
     json_ += "\",\"children\":[";
@@ -78,7 +62,7 @@ class Encoder {
     json_ += ']';
     if (entry.hasMtime() && std::isfinite(entry.mtime)) {
       json_ += ",\"mtime\":";
-      appendTime(json_, entry.mtime);
+      JsonNumber::appendDouble(json_, entry.mtime);
     }
     json_ += '}';
     open_.pop_back();
@@ -122,14 +106,14 @@ class Decoder {
   std::optional<DiskNode> decode(std::string_view json) {
     simdjson::dom::parser parser;
     simdjson::dom::element top;
-    if (parser.parse(json.data(), json.size()).get(top) != simdjson::SUCCESS) return std::nullopt;
-    if (!addNode(top, 0)) return std::nullopt;
+    if (!JsonDom::parse(parser, json, top) || !addNode(top, {}, 0)) return std::nullopt;
     return builder_.finish();
   }
 
  private:
-  // Recurses no deeper than maximumDepth.
-  bool addNode(const simdjson::dom::element& element, int depth) {
+  // Recurses no deeper than maximumDepth. `parentPath` is the text that stands for the path of the
+  // open node.
+  bool addNode(const simdjson::dom::element& element, std::string_view parentPath, int depth) {
     if (depth > maximumDepth) return false;
     simdjson::dom::object fields;
     if (element.get(fields) != simdjson::SUCCESS) return false;
@@ -143,12 +127,12 @@ class Decoder {
     std::optional<double> mtime;
     for (const simdjson::dom::key_value_pair field : fields) {
       const std::string_view key = field.key;
-      const bool isRead = key == "name"       ? read(field.value, name)
-                          : key == "path"     ? read(field.value, path)
-                          : key == "size"     ? read(field.value, size)
-                          : key == "isDir"    ? read(field.value, isDir)
-                          : key == "kind"     ? read(field.value, kindText)
-                          : key == "children" ? read(field.value, children)
+      const bool isRead = key == "name"       ? JsonDom::read(field.value, name)
+                          : key == "path"     ? JsonDom::read(field.value, path)
+                          : key == "size"     ? JsonDom::read(field.value, size)
+                          : key == "isDir"    ? JsonDom::read(field.value, isDir)
+                          : key == "kind"     ? JsonDom::read(field.value, kindText)
+                          : key == "children" ? JsonDom::read(field.value, children)
                           : key == "mtime"    ? readTime(field.value, mtime)
                                               : true;
       if (!isRead) return false;
@@ -156,22 +140,37 @@ class Decoder {
     if (!name || !path || !size || !isDir || !kindText || !children) return false;
     const std::optional<FileKind> kind = fileKindFromRawText(*kindText);
     if (!kind || *size < 0 || __builtin_add_overflow(total_, *size, &total_)) return false;
+    if (holdsNul(*name) || holdsNul(*path)) return false;
 
-    builder_.open({asBytes(*name, nameBytes_), *size, *isDir, *kind, mtime},
-                  asBytes(*path, pathBytes_));
+    openNode({asBytes(*name, nameBytes_), *size, *isDir, *kind, mtime}, *name, *path,
+             depth == 0 ? std::nullopt : componentBelow(parentPath, *path));
     for (const simdjson::dom::element child : *children) {
-      if (!addNode(child, depth + 1)) return false;
+      if (!addNode(child, *path, depth + 1)) return false;
     }
     builder_.close();
     return true;
   }
 
-  template <typename Value>
-  static bool read(const simdjson::dom::element& element, std::optional<Value>& value) {
-    Value read;
-    if (element.get(read) != simdjson::SUCCESS) return false;
-    value = read;
-    return true;
+  // What `path` adds to that of the parent. Texts that begin alike stand for bytes that begin
+  // alike, so that most paths need not be looked at any closer. Absent where they do not.
+  static std::optional<std::string_view> componentBelow(std::string_view parentPath,
+                                                        std::string_view path) {
+    if (!path.starts_with(parentPath)) return std::nullopt;
+    path.remove_prefix(parentPath.size());
+    if (parentPath.ends_with('/')) return path;
+    if (!path.starts_with('/')) return std::nullopt;
+    return path.substr(1);
+  }
+
+  void openNode(const DiskTreeItem& item, std::string_view nameText, std::string_view pathText,
+                std::optional<std::string_view> component) {
+    if (!component) {
+      builder_.open(item, asBytes(pathText, pathBytes_));
+    } else if (*component == nameText) {
+      builder_.openBelow(item);
+    } else {
+      builder_.openBelow(item, asBytes(*component, pathBytes_));
+    }
   }
 
   // Takes whole numbers as well, and null for an absent time.
@@ -180,8 +179,11 @@ class Decoder {
       value.reset();
       return true;
     }
-    return read(element, value);
+    return JsonDom::read(element, value);
   }
+
+  // The system would take such a path for the shorter one that ends there, which is another item.
+  static bool holdsNul(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
   static std::string_view asBytes(std::string_view text, std::string& storage) {
     if (!JsonText::holdsBytes(text)) return text;

@@ -19,7 +19,7 @@ std::string encode(const DiskNode& node);
 // The tree that was encoded; absent when `json` is anything else. Keys may stand in any order, and
 // unknown ones are passed over. Also refused is what no scan can have written and what would end
 // the program later on: a negative size, sizes that add up to more than 64 bits, more than
-// maximumDepth levels below the root.
+// maximumDepth levels below the root, a name or a path with a NUL byte in it.
 std::optional<DiskNode> decode(std::string_view json);
 
 }  // namespace tessaly::DiskNodeJson

@@ -8,6 +8,7 @@
 namespace tessaly {
 namespace {
 
+using namespace std::string_literals;
 using DiskNodeJson::decode;
 using DiskNodeJson::encode;
 
@@ -212,6 +213,47 @@ TEST(DiskNodeJsonDecode, refuses_what_is_no_tree) {
   }
   EXPECT_EQ(decode(leafText + "x"), std::nullopt);
   EXPECT_EQ(decode(leafText + leafText), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, paths_are_told_apart_by_what_their_texts_stand_for) {
+  // The name of the folder, as text and byte by byte.
+  const std::string bytes = "/\U0010FFC3\U0010FFA9";
+  const auto folderWith = [](const std::string& path, const std::string& childPath) {
+    return decode(R"({"name":"é","path":")" + path +
+                  R"(","size":1,"isDir":true,"kind":"folder","children":[)"
+                  R"({"name":"a","path":")" +
+                  childPath + R"(","size":1,"isDir":false,"kind":"other","children":[]}]})");
+  };
+  const DiskNode expected({"é", "/é", 1, true, FileKind::folder, {}},
+                          {DiskNode({"a", "/é/a", 1, false, FileKind::other, {}})});
+  EXPECT_EQ(folderWith("/é", "/é/a"), expected);
+  EXPECT_EQ(folderWith(bytes, bytes + "/a"), expected);
+  EXPECT_EQ(folderWith("/é", bytes + "/a"), expected);
+  EXPECT_EQ(folderWith(bytes, "/é/a"), expected);
+  EXPECT_EQ(folderWith("/é", "/éa")->children().front().path(), "/éa");
+  EXPECT_EQ(folderWith("/é", "/é")->children().front().path(), "/é");
+  EXPECT_EQ(folderWith("/é", "/é/")->children().front().path(), "/é/");
+  EXPECT_EQ(folderWith("/é", "/é/b/a")->children().front().path(), "/é/b/a");
+  EXPECT_EQ(folderWith("/", "/a")->children().front().path(), "/a");
+  EXPECT_EQ(folderWith("", "/a")->children().front().path(), "/a");
+  EXPECT_EQ(folderWith("", "a")->children().front().path(), "a");
+}
+
+TEST(DiskNodeJsonDecode, refuses_nul_bytes) {
+  for (const std::string& value : {R"("\u0000")"s, R"("x\u0000/y")"s, "\"\0\""s}) {
+    EXPECT_EQ(decode(leafWith("\"a\"", value)), std::nullopt) << value;
+    EXPECT_EQ(decode(leafWith("\"/a\"", value)), std::nullopt) << value;
+  }
+  EXPECT_EQ(decode(leafText + "\0"s), std::nullopt);
+}
+
+TEST(DiskNodeJsonDecode, of_several_values_under_one_key_the_last_one_counts) {
+  EXPECT_EQ(decode(leafWith("\"isDir\"", R"("size":5,"isDir")")),
+            DiskNode({"a", "/a", 5, false, FileKind::other, {}}));
+}
+
+TEST(DiskNodeJsonDecode, refuses_a_byte_order_mark) {
+  EXPECT_EQ(decode("\xef\xbb\xbf" + leafText), std::nullopt);
 }
 
 TEST(DiskNodeJsonDecode, refuses_text_that_is_not_utf8) {

@@ -50,4 +50,11 @@ std::string rate(double bytesPerSecond) {
   return withUnit(value / 1024, "GB/s");
 }
 
+std::string counted(std::size_t count, std::string_view noun) {
+  std::string text = std::to_string(count);
+  text.append(" ").append(noun);
+  if (count != 1) text += 's';
+  return text;
+}
+
 }  // namespace tessaly::Format

@@ -1,8 +1,10 @@
 // Numbers as texts. The same on every machine: no locale is asked. Pure, safe from any thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tessaly::Format {
 
@@ -16,5 +18,8 @@ std::string rate(double bytesPerSecond);
 // `value` with this many digits after the point. The exact value is rounded, and a tie goes to the
 // even digit.
 std::string fixed(double value, int decimals);
+
+// A number of things: "1 item", "2 items", "0 items".
+std::string counted(std::size_t count, std::string_view noun);
 
 }  // namespace tessaly::Format

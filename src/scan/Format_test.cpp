@@ -95,5 +95,11 @@ TEST(FormatFixed, asks_no_locale) {
   EXPECT_EQ(Format::bytes(1536), "1.5 KB");
 }
 
+TEST(FormatCounted, puts_an_s_behind_all_but_one) {
+  EXPECT_EQ(Format::counted(0, "item"), "0 items");
+  EXPECT_EQ(Format::counted(1, "item"), "1 item");
+  EXPECT_EQ(Format::counted(2, "path"), "2 paths");
+}
+
 }  // namespace
 }  // namespace tessaly

@@ -1,10 +1,20 @@
 #include "scan/ScanInsights.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
+
 #include "scan/DiskTree.h"
 
 namespace tessaly::ScanInsights {
 
 namespace {
+
+// By name alone, so that a file of the disk that is called like one goes with them.
+bool looksLikeRemainder(std::string_view name) {
+  return name.starts_with("+ ");
+}
 
 // A node on the way down to the path that is looked for.
 struct Step {
@@ -13,6 +23,62 @@ struct Step {
 };
 
 }  // namespace
+
+std::vector<DiskNode> largestFiles(const DiskNode& root, std::int64_t limit) {
+  if (limit <= 0) return {};
+  const DiskTree& tree = DiskTree::of(root);
+  const DiskTree::Index top = DiskTree::indexOf(root);
+  const DiskTree::Index end = tree.entry(top).end;
+
+  struct File {
+    std::int64_t size;
+    DiskTree::Index index;
+  };
+  std::vector<File> files;
+  files.reserve(end - top);
+  for (DiskTree::Index index = top; index < end; ++index) {
+    const DiskTree::Entry& entry = tree.entry(index);
+    if (entry.isDir() || looksLikeRemainder(tree.name(index))) continue;
+    files.push_back({entry.size, index});
+  }
+
+  const auto comesBefore = [](const File& a, const File& b) {
+    return a.size != b.size ? a.size > b.size : a.index < b.index;
+  };
+  if (static_cast<std::uint64_t>(limit) < files.size()) {
+    const auto cut = files.begin() + static_cast<std::ptrdiff_t>(limit);
+    std::nth_element(files.begin(), cut, files.end(), comesBefore);
+    files.erase(cut, files.end());
+  }
+  std::sort(files.begin(), files.end(), comesBefore);
+
+  std::vector<DiskNode> nodes;
+  nodes.reserve(files.size());
+  for (const File& file : files) nodes.push_back(DiskTree::nodeAt(root, file.index));
+  return nodes;
+}
+
+std::vector<DiskNode> emptyFolders(const DiskNode& root, std::int64_t limit) {
+  const DiskTree& tree = DiskTree::of(root);
+  const DiskTree::Index top = DiskTree::indexOf(root);
+  const DiskTree::Index end = tree.entry(top).end;
+  const std::string topPath = tree.path(top);
+
+  std::vector<std::pair<std::string, DiskTree::Index>> folders;
+  for (DiskTree::Index index = top + 1; index < end; ++index) {
+    if (static_cast<std::int64_t>(folders.size()) >= limit) break;
+    const DiskTree::Entry& entry = tree.entry(index);
+    if (!entry.isDir() || entry.kind == FileKind::app || entry.childCount != 0) continue;
+    if (looksLikeRemainder(tree.name(index)) || tree.pathIs(index, topPath)) continue;
+    folders.emplace_back(tree.path(index), index);
+  }
+  std::sort(folders.begin(), folders.end());
+
+  std::vector<DiskNode> nodes;
+  nodes.reserve(folders.size());
+  for (const auto& [path, index] : folders) nodes.push_back(DiskTree::nodeAt(root, index));
+  return nodes;
+}
 
 std::optional<std::vector<DiskNode>> chain(const DiskNode& from, std::string_view to) {
   const DiskTree& tree = DiskTree::of(from);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,15 @@ struct ScanStats {
 
 namespace ScanInsights {
 
+// The `limit` largest of all files at or below `root`, largest first, equal ones in walk order.
+// What is named like a remainder node is left out. No files for a limit below 1.
+std::vector<DiskNode> largestFiles(const DiskNode& root, std::int64_t limit);
+
+// Folders without a node below them, in the order of the bytes of their paths: the first `limit` in
+// walk order, whatever comes after. Never the root, a bundle, or what is named like a remainder
+// node. Such a folder may hold small files, which its size tells. No folders for a limit below 1.
+std::vector<DiskNode> emptyFolders(const DiskNode& root, std::int64_t limit);
+
 // The nodes from `from` down to the one at path `to`, both included; absent when the tree has no
 // such node.
 std::optional<std::vector<DiskNode>> chain(const DiskNode& from, std::string_view to);
@@ -34,3 +44,15 @@ ScanStats stats(const DiskNode& root, double duration);
 }  // namespace ScanInsights
 
 }  // namespace tessaly
+
+template <>
+struct std::hash<tessaly::ScanStats> {
+  std::size_t operator()(const tessaly::ScanStats& stats) const {
+    const std::hash<std::int64_t> countHash;
+    std::size_t sum = countHash(stats.nodes);
+    for (const std::int64_t count : {stats.files, stats.folders, stats.bytes}) {
+      sum = sum * 31 + countHash(count);
+    }
+    return sum * 31 + std::hash<double>{}(stats.duration);
+  }
+};

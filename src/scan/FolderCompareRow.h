@@ -1,0 +1,28 @@
+// One line of a comparison of two folders. Its identity is the relative path, which is bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace tessaly {
+
+struct FolderCompareRow {
+  std::string relative;    // path below the compared folders; "." is the folders themselves
+  std::int64_t left = 0;   // bytes in the left folder; 0 where it has no such item
+  std::int64_t right = 0;  // bytes in the right one
+
+  friend bool operator==(const FolderCompareRow&, const FolderCompareRow&) = default;
+};
+
+}  // namespace tessaly
+
+template <>
+struct std::hash<tessaly::FolderCompareRow> {
+  std::size_t operator()(const tessaly::FolderCompareRow& row) const {
+    const std::hash<std::int64_t> sizeHash;
+    return (std::hash<std::string>{}(row.relative) * 31 + sizeHash(row.left)) * 31 +
+           sizeHash(row.right);
+  }
+};

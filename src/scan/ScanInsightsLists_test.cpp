@@ -1,0 +1,214 @@
+// The lists that ScanInsights reads off a tree: largest files and empty folders.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "scan/ScanInsights.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t noLimit = std::numeric_limits<std::int64_t>::max();
+
+DiskNode file(const std::string& path, std::int64_t size) {
+  return DiskNode({path.substr(path.rfind('/') + 1), path, size, false, FileKind::other, {}});
+}
+
+DiskNode folder(const std::string& path, std::int64_t size,
+                const std::vector<DiskNode>& children = {}, FileKind kind = FileKind::folder) {
+  return DiskNode({path.substr(path.rfind('/') + 1), path, size, true, kind, {}}, children);
+}
+
+DiskNode remainder(const std::string& parent, std::int64_t size) {
+  return DiskNode({"+ 20 more", parent + "/__rest__", size, false, FileKind::other, {}});
+}
+
+std::vector<std::string> pathsOf(const std::vector<DiskNode>& nodes) {
+  std::vector<std::string> paths;
+  for (const DiskNode& node : nodes) paths.push_back(node.path());
+  return paths;
+}
+
+std::vector<std::string> largest(const DiskNode& root, std::int64_t limit) {
+  return pathsOf(ScanInsights::largestFiles(root, limit));
+}
+
+std::vector<std::string> empty(const DiskNode& root, std::int64_t limit) {
+  return pathsOf(ScanInsights::emptyFolders(root, limit));
+}
+
+// /h
+//   a/         9000
+//     b/       8000
+//       f      8000
+//     c/          0
+//     g         900
+//   d/          500, with no node below
+//   Tool.app/   400, with no node below
+//   k           950
+//   + 20 more  9999
+DiskNode sample() {
+  return folder("/h", 20000,
+                {folder("/h/a", 9000,
+                        {folder("/h/a/b", 8000, {file("/h/a/b/f", 8000)}), file("/h/a/g", 900),
+                         folder("/h/a/c", 0)}),
+                 file("/h/k", 950), folder("/h/d", 500),
+                 folder("/h/Tool.app", 400, {}, FileKind::app), remainder("/h", 9999)});
+}
+
+// Largest files.
+
+TEST(LargestFiles, lets_the_files_of_all_folders_compete) {
+  EXPECT_THAT(largest(sample(), 10), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
+}
+
+TEST(LargestFiles, gives_whole_nodes) {
+  const std::vector<DiskNode> files = ScanInsights::largestFiles(sample(), 1);
+  EXPECT_THAT(files, ElementsAre(file("/h/a/b/f", 8000)));
+}
+
+TEST(LargestFiles, gives_the_first_of_them_up_to_its_limit) {
+  EXPECT_THAT(largest(sample(), 2), ElementsAre("/h/a/b/f", "/h/k"));
+  EXPECT_THAT(largest(sample(), 3), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
+  EXPECT_THAT(largest(sample(), noLimit), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
+}
+
+TEST(LargestFiles, gives_none_for_a_limit_below_one) {
+  EXPECT_THAT(largest(sample(), 0), IsEmpty());
+  EXPECT_THAT(largest(sample(), -1), IsEmpty());
+  EXPECT_THAT(largest(sample(), std::numeric_limits<std::int64_t>::min()), IsEmpty());
+}
+
+TEST(LargestFiles, never_contains_a_remainder_although_it_counts_as_a_file) {
+  const DiskNode tree = folder("/h", 500, {file("/h/f", 1), remainder("/h", 499)});
+  EXPECT_THAT(largest(tree, 10), ElementsAre("/h/f"));
+  EXPECT_EQ(ScanInsights::stats(tree, 0).files, 2);
+}
+
+TEST(LargestFiles, leaves_out_a_file_that_is_named_like_a_remainder) {
+  const DiskNode tree = folder("/h", 9, {file("/h/+ notes", 5), file("/h/+notes", 4)});
+  EXPECT_THAT(largest(tree, 10), ElementsAre("/h/+notes"));
+}
+
+TEST(LargestFiles, tests_the_root_like_any_node) {
+  EXPECT_THAT(largest(file("/single", 5), 10), ElementsAre("/single"));
+  EXPECT_THAT(largest(folder("/h", 5), 10), IsEmpty());
+  EXPECT_THAT(largest(remainder("/h", 5), 10), IsEmpty());
+}
+
+TEST(LargestFiles, looks_below_the_given_node_alone) {
+  EXPECT_THAT(largest(sample().children().front(), 10), ElementsAre("/h/a/b/f", "/h/a/g"));
+}
+
+TEST(LargestFiles, looks_into_a_bundle_that_has_children) {
+  const DiskNode tree = folder("/T.app", 9, {file("/T.app/binary", 9)}, FileKind::app);
+  EXPECT_THAT(largest(tree, 10), ElementsAre("/T.app/binary"));
+}
+
+TEST(LargestFiles, leaves_equal_ones_in_walk_order) {
+  std::vector<DiskNode> files;
+  std::vector<std::string> paths;
+  for (int k = 0; k < 100; ++k) {
+    paths.push_back("/h/" + std::to_string(k * 7 % 100));
+    files.push_back(file(paths.back(), 5));
+  }
+  const DiskNode tree = folder("/h", 500, files);
+  EXPECT_EQ(largest(tree, noLimit), paths);
+  paths.resize(30);
+  EXPECT_EQ(largest(tree, 30), paths);
+}
+
+// Empty folders.
+
+TEST(EmptyFolders, are_those_without_a_node_below_whatever_their_size) {
+  EXPECT_THAT(ScanInsights::emptyFolders(sample(), 10),
+              ElementsAre(folder("/h/a/c", 0), folder("/h/d", 500)));
+}
+
+TEST(EmptyFolders, never_list_the_root) {
+  EXPECT_THAT(empty(folder("/h", 0), 10), IsEmpty());
+  EXPECT_THAT(empty(DiskNode(), 10), IsEmpty());
+}
+
+TEST(EmptyFolders, never_list_another_node_with_the_path_of_the_root) {
+  const DiskNode tree = folder("/h", 5, {folder("/q", 5, {folder("/h", 5)}), folder("/h/h", 0)});
+  EXPECT_THAT(empty(tree, 10), ElementsAre("/h/h"));
+}
+
+TEST(EmptyFolders, leave_out_bundles_files_and_what_is_named_like_a_remainder) {
+  const DiskNode tree =
+      folder("/h", 9,
+             {folder("/h/Tool.app", 3, {}, FileKind::app), folder("/h/+ 20 more", 2),
+              file("/h/f", 2), remainder("/h", 2), folder("/h/+x", 0)});
+  EXPECT_THAT(empty(tree, 10), ElementsAre("/h/+x"));
+}
+
+TEST(EmptyFolders, stand_in_the_order_of_the_bytes_of_their_paths) {
+  const DiskNode tree =
+      folder("/h", 9,
+             {folder("/h/\xff", 5), folder("/h/b", 4), folder("/h/a", 3, {folder("/h/a/x", 3)}),
+              folder("/h/a!", 2), folder("/h/B", 1)});
+  EXPECT_THAT(empty(tree, 10), ElementsAre("/h/B", "/h/a!", "/h/a/x", "/h/b", "/h/\xff"));
+}
+
+TEST(EmptyFolders, stop_at_the_limit_in_walk_order_and_are_sorted_afterwards) {
+  const DiskNode tree = folder("/h", 9,
+                               {folder("/h/z", 5, {folder("/h/z/2", 2), folder("/h/z/1", 1)}),
+                                folder("/h/m", 3), folder("/h/a", 1)});
+  EXPECT_THAT(empty(tree, 1), ElementsAre("/h/z/2"));
+  EXPECT_THAT(empty(tree, 2), ElementsAre("/h/z/1", "/h/z/2"));
+  EXPECT_THAT(empty(tree, 3), ElementsAre("/h/m", "/h/z/1", "/h/z/2"));
+  EXPECT_THAT(empty(tree, 4), ElementsAre("/h/a", "/h/m", "/h/z/1", "/h/z/2"));
+  EXPECT_THAT(empty(tree, noLimit), ElementsAre("/h/a", "/h/m", "/h/z/1", "/h/z/2"));
+}
+
+TEST(EmptyFolders, are_the_first_200_of_the_walk_and_not_of_the_alphabet) {
+  std::vector<DiskNode> folders;
+  for (int k = 0; k < 500; ++k) {
+    folders.push_back(folder("/h/" + std::to_string(999 - k), 0));
+  }
+  const std::vector<std::string> paths = empty(folder("/h", 0, folders), 200);
+  ASSERT_EQ(paths.size(), 200U);
+  EXPECT_EQ(paths.front(), "/h/800");
+  EXPECT_EQ(paths.back(), "/h/999");
+}
+
+TEST(EmptyFolders, are_none_for_a_limit_below_one) {
+  EXPECT_THAT(empty(sample(), 0), IsEmpty());
+  EXPECT_THAT(empty(sample(), -1), IsEmpty());
+}
+
+TEST(EmptyFolders, of_one_path_stand_in_walk_order) {
+  const DiskNode tree = folder("/h", 9, {folder("/h/b", 4), folder("/h/a", 3), folder("/h/a", 2)});
+  EXPECT_THAT(ScanInsights::emptyFolders(tree, 10),
+              ElementsAre(folder("/h/a", 3), folder("/h/a", 2), folder("/h/b", 4)));
+}
+
+TEST(EmptyFolders, are_looked_for_below_the_given_node_alone) {
+  EXPECT_THAT(empty(sample().children().front(), 10), ElementsAre("/h/a/c"));
+}
+
+// Stats as a value.
+
+TEST(ScanStats, equality_and_hash_cover_all_five_fields) {
+  const ScanStats stats{7, 3, 4, 1.5, 100};
+  const std::vector<ScanStats> others{{8, 3, 4, 1.5, 100}, {7, 2, 4, 1.5, 100}, {7, 3, 5, 1.5, 100},
+                                      {7, 3, 4, 2, 100},   {7, 3, 4, 1.5, 101}, {7, 4, 3, 1.5, 100},
+                                      {7, 100, 4, 1.5, 3}};
+  std::unordered_set<ScanStats> all{stats, {7, 3, 4, 1.5, 100}};
+  EXPECT_EQ(all.size(), 1U);
+  all.insert(others.begin(), others.end());
+  EXPECT_EQ(all.size(), others.size() + 1);
+  for (const ScanStats& other : others) {
+    EXPECT_NE(std::hash<ScanStats>{}(other), std::hash<ScanStats>{}(stats));
+  }
+}
+
+}  // namespace
+}  // namespace tessaly

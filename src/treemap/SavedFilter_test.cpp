@@ -1,0 +1,59 @@
+#include "treemap/SavedFilter.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaly {
+namespace {
+
+using namespace std::string_literals;
+using Filters = std::vector<SavedFilter>;
+
+const std::string text =
+    R"([{"id":"build","enabled":true,"skipScan":false},{"id":"é\"","enabled":false,"skipScan":true}])";
+const Filters filters = {{"build", true, false}, {"é\"", false, true}};
+
+TEST(SavedFilter, is_written_with_its_keys_in_order_and_without_blanks) {
+  EXPECT_EQ(SavedFilter::encode(filters), text);
+  EXPECT_EQ(SavedFilter::encode({}), "[]");
+}
+
+TEST(SavedFilter, is_read_back_as_written) {
+  EXPECT_EQ(SavedFilter::decode(text), filters);
+  EXPECT_EQ(SavedFilter::decode("[]"), Filters{});
+  const Filters odd = {{"\xff\0"s, true, true}, {"", false, false}};
+  EXPECT_EQ(SavedFilter::decode(SavedFilter::encode(odd)), odd);
+}
+
+TEST(SavedFilter, takes_keys_in_any_order_and_passes_over_unknown_ones) {
+  EXPECT_EQ(SavedFilter::decode(
+                R"( [ { "skipScan" : true , "new" : 1e999, "id" : "x", "enabled" : false } ] )"),
+            (Filters{{"x", false, true}}));
+}
+
+TEST(SavedFilter, refuses_other_types_and_missing_keys) {
+  for (const char* wrong :
+       {"", "null", "{}", "1", "[null]", "[[]]", "[{}]", "[1]", R"([{"id":"a","enabled":true}])",
+        R"([{"id":"a","skipScan":true}])", R"([{"enabled":true,"skipScan":true}])",
+        R"([{"id":1,"enabled":true,"skipScan":true}])",
+        R"([{"id":"a","enabled":1,"skipScan":true}])",
+        R"([{"id":"a","enabled":true,"skipScan":"true"}])",
+        R"([{"id":"a","enabled":true,"skipScan":null}])"}) {
+    EXPECT_EQ(SavedFilter::decode(wrong), std::nullopt) << wrong;
+  }
+  // One that is wrong makes all of it count for nothing.
+  EXPECT_EQ(SavedFilter::decode(text.substr(0, text.size() - 1) + ",{}]"), std::nullopt);
+}
+
+TEST(SavedFilter, refuses_what_is_damaged) {
+  for (const std::string& wrong :
+       {"\0"s, text + "\0"s, text + "x", "\xEF\xBB\xBF" + text, "\xff"s, std::string(100000, '['),
+        std::string(100000, '[') + std::string(100000, ']')}) {
+    EXPECT_EQ(SavedFilter::decode(wrong), std::nullopt) << wrong.substr(0, 100);
+  }
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    EXPECT_EQ(SavedFilter::decode(std::string_view(text).substr(0, length)), std::nullopt);
+  }
+}
+
+}  // namespace
+}  // namespace tessaly
