@@ -1,0 +1,50 @@
+// Where what the user throws away goes: to the Trash, with a record of it, and back. Refuses
+// nothing; who should be warned first is for the caller to ask. A failure is an absent value or a
+// false, never more.
+//
+// Every call blocks and keeps nothing. Safe from any thread as far as the mover is.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/TrashMover.h"
+
+namespace tessaly {
+
+struct TrashedItem {
+  std::string original;   // the path that was handed to the move, as it was given; bytes
+  std::string trashPath;  // where the item is in the Trash; empty where nobody told
+
+  friend bool operator==(const TrashedItem&, const TrashedItem&) = default;
+};
+
+namespace Trash {
+
+struct Moved {
+  std::vector<TrashedItem> items;
+  std::vector<std::string> errors;  // the paths that did not move
+
+  friend bool operator==(const Moved&, const Moved&) = default;
+};
+
+// Absent when the item did not move.
+std::optional<TrashedItem> moveRecording(const std::string& path, TrashMover& mover);
+
+// All of them one after the other, whatever fails; both lists in the order of `paths`.
+Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover);
+
+// True when the item stands at `original` again by this call. False for one without `trashPath`,
+// and where something stands at `original`, which is never replaced. Folders above it that are
+// missing are made.
+bool putBack(const TrashedItem& item, TrashMover& mover);
+
+}  // namespace Trash
+}  // namespace tessaly
+
+template <>
+struct std::hash<tessaly::TrashedItem> {
+  std::size_t operator()(const tessaly::TrashedItem& item) const noexcept;
+};

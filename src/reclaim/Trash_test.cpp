@@ -1,0 +1,111 @@
+#include "reclaim/Trash.h"
+
+#include <gtest/gtest.h>
+
+#include "support/MemoryTrash.h"
+
+namespace tessaly {
+namespace {
+
+TEST(Trash, records_the_path_as_it_was_given) {
+  MemoryTrash disk;
+  disk.put("/data/folder/film", "content");
+  const std::optional<TrashedItem> item = Trash::moveRecording("/data/folder//", disk);
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->original, "/data/folder//");
+  EXPECT_EQ(disk.contentOf(item->trashPath + "/film"), "content");
+  EXPECT_TRUE(Trash::putBack(*item, disk));
+  EXPECT_EQ(disk.contentOf("/data/folder/film"), "content");
+}
+
+TEST(Trash, records_nothing_of_what_did_not_move) {
+  MemoryTrash disk;
+  disk.put("/kept");
+  disk.refuse("/kept");
+  EXPECT_EQ(Trash::moveRecording("/kept", disk), std::nullopt);
+  EXPECT_EQ(Trash::moveRecording("/missing", disk), std::nullopt);
+  EXPECT_TRUE(disk.has("/kept"));
+}
+
+TEST(Trash, records_an_item_also_when_nobody_tells_where_it_is) {
+  MemoryTrash disk;
+  disk.put("/a");
+  disk.tellNoPlaces();
+  const std::optional<TrashedItem> item = Trash::moveRecording("/a", disk);
+  EXPECT_EQ(item, (TrashedItem{.original = "/a", .trashPath = ""}));
+  EXPECT_FALSE(Trash::putBack(*item, disk));
+  EXPECT_FALSE(disk.has("/a"));
+}
+
+TEST(Trash, moves_many_in_order_whatever_fails) {
+  MemoryTrash disk;
+  for (const char* path : {"/a", "/b", "/c", "/d"}) disk.put(path, path);
+  disk.refuse("/b");
+  const Trash::Moved moved =
+      Trash::moveManyRecording({"/d", "/missing", "/a", "/b", "/c", "/a"}, disk);
+  ASSERT_EQ(moved.items.size(), 3U);
+  EXPECT_EQ(moved.items[0].original, "/d");
+  EXPECT_EQ(moved.items[1].original, "/a");
+  EXPECT_EQ(moved.items[2].original, "/c");
+  EXPECT_EQ(moved.errors, (std::vector<std::string>{"/missing", "/b", "/a"}));
+  EXPECT_TRUE(disk.has("/b"));
+  for (const TrashedItem& item : moved.items) {
+    EXPECT_EQ(disk.contentOf(item.trashPath), item.original);
+    EXPECT_FALSE(disk.has(item.original));
+  }
+}
+
+TEST(Trash, moves_none_of_none) {
+  MemoryTrash disk;
+  EXPECT_EQ(Trash::moveManyRecording({}, disk), Trash::Moved());
+}
+
+TEST(Trash, one_good_and_one_missing_path_give_one_item_and_one_error) {
+  MemoryTrash disk;
+  disk.put("/good", "content");
+  const Trash::Moved moved = Trash::moveManyRecording({"/good", "/missing"}, disk);
+  ASSERT_EQ(moved.items.size(), 1U);
+  EXPECT_EQ(disk.contentOf(moved.items[0].trashPath), "content");
+  EXPECT_EQ(moved.errors, std::vector<std::string>{"/missing"});
+}
+
+TEST(Trash, puts_back_into_folders_that_went_meanwhile) {
+  MemoryTrash disk;
+  disk.put("/a/b/film", "content");
+  const std::optional<TrashedItem> item = Trash::moveRecording("/a/b/film", disk);
+  ASSERT_TRUE(item);
+  disk.remove("/a");
+  EXPECT_TRUE(Trash::putBack(*item, disk));
+  EXPECT_EQ(disk.contentOf("/a/b/film"), "content");
+}
+
+TEST(Trash, leaves_alone_what_stands_at_the_original) {
+  MemoryTrash disk;
+  disk.put("/film", "old");
+  const std::optional<TrashedItem> item = Trash::moveRecording("/film", disk);
+  ASSERT_TRUE(item);
+  disk.put("/film", "new");
+  EXPECT_FALSE(Trash::putBack(*item, disk));
+  EXPECT_EQ(disk.contentOf("/film"), "new");
+  EXPECT_EQ(disk.contentOf(item->trashPath), "old");
+}
+
+TEST(Trash, cannot_put_back_what_was_emptied_from_it) {
+  MemoryTrash disk;
+  disk.put("/film");
+  const std::optional<TrashedItem> item = Trash::moveRecording("/film", disk);
+  ASSERT_TRUE(item);
+  disk.remove(item->trashPath);
+  EXPECT_FALSE(Trash::putBack(*item, disk));
+  EXPECT_FALSE(Trash::putBack(*item, disk));
+}
+
+TEST(TrashedItem, equal_items_have_one_hash_and_the_two_paths_count_apart) {
+  const std::hash<TrashedItem> hash;
+  const TrashedItem item{.original = "/a", .trashPath = "/b"};
+  EXPECT_EQ(hash(item), hash({.original = "/a", .trashPath = "/b"}));
+  EXPECT_NE(hash(item), hash({.original = "/b", .trashPath = "/a"}));
+}
+
+}  // namespace
+}  // namespace tessaly

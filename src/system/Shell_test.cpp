@@ -1,0 +1,76 @@
+#include "system/Shell.h"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+constexpr std::int64_t kibibyte = 1024;
+
+TEST(ShellDu, takes_the_number_before_the_path) {
+  EXPECT_EQ(Shell::parseDu("1234\t/a/b\n"), 1263616);
+}
+
+TEST(ShellDu, takes_the_first_piece_of_a_path_with_blanks) {
+  EXPECT_EQ(Shell::parseDu("1234\t/a b  c\td\n"), 1263616);
+}
+
+TEST(ShellDu, drops_empty_pieces_at_the_beginning) {
+  EXPECT_EQ(Shell::parseDu(" \t 7\t/a\n"), 7 * kibibyte);
+}
+
+TEST(ShellDu, is_0_without_pieces) {
+  EXPECT_EQ(Shell::parseDu(""), 0);
+  EXPECT_EQ(Shell::parseDu(" \t "), 0);
+}
+
+TEST(ShellDu, accepts_a_sign) {
+  EXPECT_EQ(Shell::parseDu("+5\t/a"), 5 * kibibyte);
+  EXPECT_EQ(Shell::parseDu("-5\t/a"), -5 * kibibyte);
+}
+
+TEST(ShellDu, is_0_for_what_is_no_whole_number) {
+  for (const char* text :
+       {"12x\t/a", "x12\t/a", "+-5\t/a", "--5\t/a", "+\t/a", "1.5\t/a", "0x10\t/a", "1,234\t/a",
+        "du: cannot access '/a'", "1234\n", "\n5\t/a"}) {
+    EXPECT_EQ(Shell::parseDu(text), 0) << text;
+  }
+}
+
+TEST(ShellDu, is_0_where_the_number_or_its_bytes_do_not_fit) {
+  EXPECT_EQ(Shell::parseDu("9223372036854775808\t/a"), 0);
+  EXPECT_EQ(Shell::parseDu("9007199254740992\t/a"), 0);
+  EXPECT_EQ(Shell::parseDu("9007199254740991\t/a"), 9223372036854774784);
+  EXPECT_EQ(Shell::parseDu("-9007199254740992\t/a"), INT64_MIN);
+  EXPECT_EQ(Shell::parseDu("-9007199254740993\t/a"), 0);
+}
+
+TEST(ShellDu, asks_du_for_the_total_of_the_path_as_it_is) {
+  std::string tool;
+  std::vector<std::string> args;
+  const auto run = [&](const std::string& path, const std::vector<std::string>& given) {
+    tool = path;
+    args = given;
+    return std::string("1234\t/a b");
+  };
+  EXPECT_EQ(Shell::duBytes("/a b", run), 1263616);
+  EXPECT_EQ(tool, "/usr/bin/du");
+  EXPECT_EQ(args, (std::vector<std::string>{"-sk", "-d", "0", "/a b"}));
+}
+
+TEST(ShellDu, is_0_where_du_does_not_answer) {
+  using Args = std::vector<std::string>;
+  const auto late = [](const std::string& path, const Args&) -> std::string {
+    throw ToolError("Marrow", 1, "timed out: " + path);
+  };
+  const auto broken = [](const std::string&, const Args&) -> std::string { throw 1; };
+  EXPECT_EQ(Shell::duBytes("/a", late), 0);
+  EXPECT_EQ(Shell::duBytes("/a", broken), 0);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,14 @@
+#include "system/ToolText.h"
+
+namespace tessaly {
+
+std::string toolText(const Shell::Run& run, const std::string& path,
+                     const std::vector<std::string>& args, double timeout) {
+  try {
+    return run ? run(path, args) : Shell::run(path, args, timeout);
+  } catch (...) {
+    return {};
+  }
+}
+
+}  // namespace tessaly
