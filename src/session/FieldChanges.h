@@ -3,6 +3,7 @@
 // session's own sources.
 #pragma once
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -24,8 +25,10 @@ class ScanSession::FieldChanges {
     note(changed);
   }
 
-  // For a field that was changed in place.
-  void note(Signal changed) { changed_.push_back(changed); }
+  // For a field that was changed in place. One that changes twice in a step is announced once.
+  void note(Signal changed) {
+    if (std::ranges::find(changed_, changed) == changed_.end()) changed_.push_back(changed);
+  }
 
   // Emits the signals in the order of the changes. The last thing to do in a step: whoever hears of
   // it may take the next one, or end the session.

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "session/FieldChanges.h"
+#include "system/DiskSpace.h"
 
 namespace tessaly {
 
@@ -15,14 +16,19 @@ constexpr std::chrono::milliseconds toastTime(2800);
 }  // namespace
 
 ScanSession::ScanSession(Services services, QObject* parent)
-    : QObject(parent), services_(std::move(services)), filters_(BloatFilter::catalog()) {
+    : QObject(parent),
+      services_(std::move(services)),
+      filters_(ScanStore::applySavedFilters(BloatFilter::catalog(), settings())) {
   if (!services_.walk) {
     services_.walk = [](const std::string& root, const DiskScanner::Callbacks& callbacks,
                         const DiskScanner::Options& options) {
       return DiskScanner::scan(root, callbacks, options);
     };
   }
+  if (!services_.volumeUsage) services_.volumeUsage = [] { return DiskSpace::volumeUsage(); };
   if (!services_.now) services_.now = [] { return Clock::now(); };
+  if (!services_.date) services_.date = [] { return std::chrono::system_clock::now(); };
+  restore();
 }
 
 ScanSession::~ScanSession() {
@@ -31,12 +37,18 @@ ScanSession::~ScanSession() {
 }
 
 void ScanSession::flash(const std::string& text) {
+  FieldChanges changes(*this);
+  showToast(changes, text);
+  changes.announce();
+}
+
+void ScanSession::showToast(FieldChanges& changes, const std::string& text) {
   // By text alone: an equal message that is shown again goes with the first one's time.
   services_.dispatch.after(toastTime, Dispatch::Queue::main, [session = QPointer(this), text] {
     if (!session || session->toast_ != text) return;
     session->setField(session->toast_, {}, &ScanSession::toastChanged);
   });
-  setField(toast_, std::optional(text), &ScanSession::toastChanged);
+  changes.set(toast_, std::optional(text), &ScanSession::toastChanged);
 }
 
 QString ScanSession::toastText() const {

@@ -17,13 +17,27 @@
 #include <QObject>
 #include <QString>
 
+#include "platform/ApplicationIcon.h"
 #include "platform/Dispatch.h"
 #include "platform/FolderPanel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Pasteboard.h"
+#include "platform/SavePanel.h"
+#include "platform/TrashMover.h"
 #include "platform/Workspace.h"
+#include "reclaim/Trash.h"
 #include "scan/DiskNode.h"
 #include "scan/DiskScanner.h"
+#include "scan/FolderCompareRow.h"
+#include "scan/HistoryPoint.h"
+#include "scan/ScanDelta.h"
 #include "scan/ScanInsights.h"
 #include "session/CancelFlag.h"
+#include "session/MarrowPrefs.h"
+#include "session/ScanStore.h"
+#include "system/DiskUsage.h"
+#include "system/Shell.h"
+#include "system/VolumeMount.h"
 #include "treemap/BloatFilter.h"
 
 namespace tessaly {
@@ -67,16 +81,28 @@ class ScanSession : public QObject {
                                       const DiskScanner::Options&)>;
 
   // What the session asks of the machine. All of it outlives the session, the Dispatch its walks
-  // too.
+  // too. Where a function is not given, the named one is taken.
   struct Services {
     Dispatch& dispatch;
     FolderPanel& folderPanel;
+    SavePanel& savePanel;
     Workspace& workspace;
+    Pasteboard& pasteboard;
+    ApplicationIcon& icon;
+    NotificationCenter& notifications;
+    TrashMover& trash;
+    MarrowPrefs& prefs;  // and the settings that they live in
     std::string homeDirectory;
-    Walk walk = {};                               // DiskScanner::scan where none is given
-    std::function<Clock::time_point()> now = {};  // the steady clock where none is given
+    ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
+    Walk walk = {};                                                    // DiskScanner::scan
+    Shell::Run run = {};                                               // Shell::run
+    std::function<std::optional<DiskUsage>()> volumeUsage = {};        // DiskSpace::volumeUsage
+    std::function<Clock::time_point()> now = {};                       // the steady clock
+    std::function<std::chrono::system_clock::time_point()> date = {};  // the system's clock
   };
 
+  // Brings back what the last run has left: settings, and the last tree with all that goes with it.
+  // Asks tools of the system how full the disk is and what is mounted, and waits for them.
   explicit ScanSession(Services services, QObject* parent = nullptr);
   // Stops the walks that still run, without waiting for them; what they bring home is dropped.
   ~ScanSession() override;
@@ -88,6 +114,10 @@ class ScanSession : public QObject {
   Q_INVOKABLE void rescan();
   Q_INVOKABLE void chooseFolder();
 
+  // Asks for a folder, and compares it with the scan's root, whatever of that is on screen. The
+  // rows of an earlier comparison stay until it is done. Nothing happens without a tree.
+  Q_INVOKABLE void compareWithFolder();
+
   // Navigation in the finished tree.
   std::optional<DiskNode> current() const;  // the node on screen: the last of stack()
   Q_INVOKABLE void back();
@@ -97,6 +127,40 @@ class ScanSession : public QObject {
   void focusPath(const std::string& path);
   // Shows `node` in the file viewer of the desktop.
   void reveal(const DiskNode& node);
+
+  // Selection on the map. Nodes are told apart by their paths.
+  void selectNodes(const std::vector<DiskNode>& nodes, bool additive);
+  void toggleSelect(const DiskNode& node);
+  Q_INVOKABLE void selectAllCurrent();
+  // The paths of what is selected, or else of what has the focus, a line each.
+  Q_INVOKABLE void copySelectedPaths();
+
+  // The cleanup queue.
+  void addToQueue(const DiskNode& node);
+  Q_INVOKABLE void queueSelected();
+  void removeFromQueue(const std::string& path);
+  // Moves all of it to the Trash.
+  Q_INVOKABLE void emptyQueue();
+
+  // Moves what has the focus, or else the node on screen, to the Trash; warns, and moves nothing,
+  // where it is critical.
+  Q_INVOKABLE void trashFocused();
+  // Puts back what the last move took.
+  Q_INVOKABLE void undoTrash();
+
+  // What the next scan leaves out, and what the map highlights.
+  Q_INVOKABLE void addExclude();
+  void removeExclude(const std::string& path);
+  void toggleFilter(const std::string& id);
+  void toggleSkip(const std::string& id);
+
+  // Writes a report on the node on screen where the user wants it.
+  Q_INVOKABLE void exportJSON();
+
+  // Asks anew how full the disk is and what lies in the Trash, and waits for the answers.
+  void refreshDisk();
+  // The name of the mounted volume that holds the node on screen.
+  std::string currentVolumeName() const;
 
   // Shows a short message, and takes it away 2.8 seconds later unless a newer one stands there.
   void flash(const std::string& text);
@@ -122,13 +186,17 @@ class ScanSession : public QObject {
   void setQueueMinimized(bool minimized);
   bool searchOpen() const { return searchOpen_; }
   void setSearchOpen(bool open);
-  int trashCount() const { return trashCount_; }
+  const DiskUsage& disk() const { return disk_; }  // of the start-up volume
+  std::int64_t trashCount() const { return trashCount_; }
   const std::string& scanRoot() const { return scanRoot_; }
   const std::optional<DiskNode>& menuNode() const { return menuNode_; }
   void setMenuNode(std::optional<DiskNode> node);
   const std::optional<DiskNode>& criticalWarning() const { return criticalWarning_; }
   void setCriticalWarning(std::optional<DiskNode> node);
   const std::vector<std::string>& recents() const { return recents_; }
+  const std::vector<VolumeMount>& volumes() const { return volumes_; }
+  // What has grown since the scan of this root before, and its paths.
+  const std::vector<ScanDelta>& deltas() const { return deltas_; }
   const std::set<std::string>& grewPaths() const { return grewPaths_; }
   const std::optional<std::string>& toast() const { return toast_; }
   QString toastText() const;
@@ -138,16 +206,21 @@ class ScanSession : public QObject {
   const std::vector<DiskNode>& selectedNodes() const { return selectedNodes_; }
   bool heatmap() const { return heatmap_; }
   void setHeatmap(bool on);
+  const std::vector<FolderCompareRow>& compareRows() const { return compareRows_; }
   const std::string& compareLeftName() const { return compareLeftName_; }
   const std::string& compareRightName() const { return compareRightName_; }
   bool watching() const { return watching_; }
   const std::string& watchPath() const { return watchPath_; }
   const std::vector<std::string>& pins() const { return pins_; }
+  // What the last move to the Trash took, in its order.
+  const std::vector<TrashedItem>& lastTrashed() const { return lastTrashed_; }
   const std::optional<ScanStats>& scanStats() const { return scanStats_; }
   const std::vector<DiskNode>& largest() const { return largest_; }
   const std::vector<DiskNode>& emptyFolders() const { return emptyFolders_; }
   const std::vector<std::string>& excludes() const { return excludes_; }
   void setExcludes(std::vector<std::string> excludes);
+  // The scans of this root, oldest first.
+  const std::vector<HistoryPoint>& history() const { return history_; }
   bool aiOpen() const { return aiOpen_; }
   void setAiOpen(bool open);
   bool ocrOpen() const { return ocrOpen_; }
@@ -166,24 +239,29 @@ class ScanSession : public QObject {
   void queueOpenChanged();
   void queueMinimizedChanged();
   void searchOpenChanged();
+  void diskChanged();
   void trashCountChanged();
   void scanRootChanged();
   void menuNodeChanged();
   void criticalWarningChanged();
   void recentsChanged();
-  void grewPathsChanged();
+  void volumesChanged();
+  void deltasChanged();  // deltas and grewPaths, which always change together
   void toastChanged();
   void focusedChanged();
   void selectionChanged();  // selected and selectedNodes, which always change together
   void heatmapChanged();
-  void compareNamesChanged();
+  void compareRowsChanged();
+  void compareNamesChanged();  // the left and the right one, which always change together
   void watchingChanged();
   void watchPathChanged();
   void pinsChanged();
+  void lastTrashedChanged();
   void scanStatsChanged();
   void largestChanged();
   void emptyFoldersChanged();
   void excludesChanged();
+  void historyChanged();
   void aiOpenChanged();
   void ocrOpenChanged();
 
@@ -197,8 +275,17 @@ class ScanSession : public QObject {
   void startWalk(const std::string& root);
   void finishWalk(std::uint64_t generation, const CancelFlag& flag, const DiskNode& result,
                   const std::string& root);
+  void restore();
   void applyScanResult(const DiskNode& result, const std::string& root);
+  void takeGrowth(FieldChanges& changes, const PathSizes& older, const PathSizes& newer);
+  void takeInsights(FieldChanges& changes, const DiskNode& tree, double duration);
+  void readDisk(FieldChanges& changes);
+  void showToast(FieldChanges& changes, const std::string& text);
   void clearSelection(FieldChanges& changes);
+  void enqueue(FieldChanges& changes, const DiskNode& node);
+  void announceAndLookAgain(FieldChanges& changes);
+  void toggle(const std::string& id, bool BloatFilter::*which);
+  SettingsStore& settings() const { return services_.prefs.defaults(); }
 
   Services services_;
   std::uint64_t generation_ = 0;  // of the latest scan or cancel; a result of another is void
@@ -218,26 +305,32 @@ class ScanSession : public QObject {
   bool queueOpen_ = false;
   bool queueMinimized_ = false;
   bool searchOpen_ = false;
-  int trashCount_ = 0;
+  DiskUsage disk_;
+  std::int64_t trashCount_ = 0;
   std::string scanRoot_;
   std::optional<DiskNode> menuNode_;
   std::optional<DiskNode> criticalWarning_;
   std::vector<std::string> recents_;
+  std::vector<VolumeMount> volumes_;
+  std::vector<ScanDelta> deltas_;
   std::set<std::string> grewPaths_;
   std::optional<std::string> toast_;
   std::optional<DiskNode> focused_;
   std::set<std::string> selected_;
   std::vector<DiskNode> selectedNodes_;
   bool heatmap_ = false;
+  std::vector<FolderCompareRow> compareRows_;
   std::string compareLeftName_;
   std::string compareRightName_;
   bool watching_ = false;
   std::string watchPath_;
   std::vector<std::string> pins_;
+  std::vector<TrashedItem> lastTrashed_;
   std::optional<ScanStats> scanStats_;
   std::vector<DiskNode> largest_;
   std::vector<DiskNode> emptyFolders_;
   std::vector<std::string> excludes_;
+  std::vector<HistoryPoint> history_;
   bool aiOpen_ = false;
   bool ocrOpen_ = false;
 };

@@ -72,16 +72,14 @@ TEST_F(Navigation, back_does_not_leave_the_root) {
   EXPECT_EQ(stack.count(), 0);
 }
 
-TEST(NavigationWithoutTree, goes_nowhere) {
-  HandSteppedDispatch dispatch;
-  FakeFolderPanel panel;
-  FakeWorkspace workspace;
-  ScanSession session({dispatch, panel, workspace, "/home/user"});
-  session.back();
-  session.jump(0);
-  session.jump(-1);
-  EXPECT_TRUE(session.stack().empty());
-  EXPECT_FALSE(session.current());
+using NavigationWithoutTree = SessionFixture;
+
+TEST_F(NavigationWithoutTree, goes_nowhere) {
+  session().back();
+  session().jump(0);
+  session().jump(-1);
+  EXPECT_TRUE(session().stack().empty());
+  EXPECT_FALSE(session().current());
 }
 
 TEST_F(Navigation, back_keeps_the_focus) {
@@ -134,13 +132,14 @@ TEST_F(Navigation, open_takes_a_node_of_its_own_stack) {
 }
 
 TEST_F(Navigation, open_does_nothing_for_a_file_an_empty_folder_and_a_remainder) {
+  const auto toast = session().toast();
   QSignalSpy stack(&session(), &ScanSession::stackChanged);
   session().open(note_);
   session().open(empty_);
   session().open(rest_);
   EXPECT_EQ(stack.count(), 0);
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
-  EXPECT_FALSE(session().toast());
+  EXPECT_EQ(session().toast(), toast);
 }
 
 TEST_F(Navigation, open_walks_a_package_without_children) {
@@ -299,14 +298,10 @@ TEST_F(Navigation, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
   EXPECT_EQ(session().pane(), MainPane::apps);
 }
 
-TEST(NavigationWithoutTree, reveals_what_it_is_to_focus_on) {
-  HandSteppedDispatch dispatch;
-  FakeFolderPanel panel;
-  FakeWorkspace workspace;
-  ScanSession session({dispatch, panel, workspace, "/home/user"});
-  session.focusPath("/r/note");
-  EXPECT_EQ(workspace.revealed, (std::vector<std::vector<std::string>>{{"/r/note"}}));
-  EXPECT_FALSE(session.focused());
+TEST_F(NavigationWithoutTree, reveals_what_it_is_to_focus_on) {
+  session().focusPath("/r/note");
+  EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{"/r/note"}}));
+  EXPECT_FALSE(session().focused());
 }
 
 TEST_F(Navigation, reveal_hands_over_the_bytes_of_the_path) {

@@ -87,22 +87,6 @@ void ScanSession::finishWalk(std::uint64_t generation, const CancelFlag& flag,
   changes.announce();
 }
 
-void ScanSession::applyScanResult(const DiskNode& result, const std::string&) {
-  const Clock::time_point now = services_.now();
-  const std::chrono::duration<double> duration = now - scanStarted_.value_or(now);
-
-  FieldChanges changes(*this);
-  // Never compared with the old one: a new scan brings a new tree, even if it looks the same.
-  stack_ = {result};
-  changes.note(&ScanSession::stackChanged);
-  changes.set(status_, ScanStatus::complete, &ScanSession::statusChanged);
-  changes.set(progress_, "", &ScanSession::progressChanged);
-  changes.set(scanPercent_, 1.0, &ScanSession::scanPercentChanged);
-  changes.set(scanStats_, ScanInsights::stats(result, duration.count()),
-              &ScanSession::scanStatsChanged);
-  changes.announce();
-}
-
 void ScanSession::cancel() {
   if (cancelFlag_) cancelFlag_->set();
   ++generation_;

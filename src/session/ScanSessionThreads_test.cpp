@@ -23,11 +23,20 @@ using Options = DiskScanner::Options;
 class ScanSessionThreads : public ::testing::Test {
  protected:
   std::unique_ptr<ScanSession> makeSession(ScanSession::Walk walk = {}) {
-    return std::make_unique<ScanSession>(ScanSession::Services{.dispatch = dispatch_,
-                                                               .folderPanel = folderPanel_,
-                                                               .workspace = workspace_,
-                                                               .homeDirectory = "/",
-                                                               .walk = std::move(walk)});
+    return std::make_unique<ScanSession>(
+        ScanSession::Services{.dispatch = dispatch_,
+                              .folderPanel = machine_.folderPanel,
+                              .savePanel = machine_.savePanel,
+                              .workspace = machine_.workspace,
+                              .pasteboard = machine_.pasteboard,
+                              .icon = machine_.icon,
+                              .notifications = machine_.notifications,
+                              .trash = machine_.trash,
+                              .prefs = machine_.prefs,
+                              .homeDirectory = "/",
+                              .supportDirectory = machine_.support.path(),
+                              .walk = std::move(walk),
+                              .run = noTools});
   }
 
   void runUntil(const ScanSession& session, ScanStatus status) {
@@ -35,8 +44,7 @@ class ScanSessionThreads : public ::testing::Test {
   }
 
   MainLoop mainLoop_;
-  FakeFolderPanel folderPanel_;
-  FakeWorkspace workspace_;
+  FakeMachine machine_;
   ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
 };
 

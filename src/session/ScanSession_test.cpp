@@ -40,6 +40,7 @@ TEST_F(ScanSessionTest, begins_idle_on_the_map_with_nothing_in_it) {
   EXPECT_TRUE(s.selected().empty());
   EXPECT_TRUE(s.selectedNodes().empty());
   EXPECT_FALSE(s.heatmap());
+  EXPECT_TRUE(s.compareRows().empty());
   EXPECT_EQ(s.compareLeftName(), "");
   EXPECT_EQ(s.compareRightName(), "");
   EXPECT_FALSE(s.watching());

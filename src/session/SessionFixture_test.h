@@ -2,6 +2,7 @@
 // for them beforehand, and its clock stands still.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -14,9 +15,7 @@
 #include <vector>
 
 #include "session/ScanSession.h"
-#include "support/FakeFolderPanel.h"
-#include "support/FakeWorkspace.h"
-#include "support/HandSteppedDispatch.h"
+#include "support/FakeMachine.h"
 
 namespace tessaly {
 
@@ -104,22 +103,48 @@ class SessionFixture : public ::testing::Test {
     return paths;
   }
 
-  HandSteppedDispatch dispatch_;
-  FakeFolderPanel folderPanel_;
-  FakeWorkspace workspace_;
+  // The next run of the program on the same machine.
+  void restart() {
+    session_.reset();
+    session_ = makeSession();
+  }
+
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  FakeFolderPanel& folderPanel_ = machine_.folderPanel;
+  FakeWorkspace& workspace_ = machine_.workspace;
+  MemorySettings& settings_ = machine_.settings;
+  TempTree& support_ = machine_.support;
   Walks walks_;
+  std::string df_;                   // what "df -k" prints; there is no df while it is empty
+  std::string trash_;                // what counting the Trash prints; the same
+  std::optional<DiskUsage> volume_;  // of the start-up volume
   ScanSession::Clock::time_point now_{};
-  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(ScanSession::Services{
-      .dispatch = dispatch_,
-      .folderPanel = folderPanel_,
-      .workspace = workspace_,
-      .homeDirectory = "/home/user",
-      .walk =
-          [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
-                 const DiskScanner::Options& options) {
-            return walks_.run(root, callbacks, options);
-          },
-      .now = [this] { return now_; }});
+  std::chrono::system_clock::time_point date_{};
+  std::unique_ptr<ScanSession> session_ = makeSession();
+
+ private:
+  std::unique_ptr<ScanSession> makeSession() {
+    ScanSession::Services services = machine_.services("/home/user");
+    services.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                           const DiskScanner::Options& options) {
+      return walks_.run(root, callbacks, options);
+    };
+    services.run = [this](const std::string& path, const std::vector<std::string>& args) {
+      return runTool(path, args);
+    };
+    services.volumeUsage = [this] { return volume_; };
+    services.now = [this] { return now_; };
+    services.date = [this] { return date_; };
+    return std::make_unique<ScanSession>(std::move(services));
+  }
+
+  std::string runTool(const std::string& path, const std::vector<std::string>& args) const {
+    const std::vector<std::string> everyVolume = {"-k"};
+    if (path == "/bin/df" && args == everyVolume && !df_.empty()) return df_;
+    if (path == "/usr/bin/osascript" && !trash_.empty()) return trash_;
+    return noTools(path, args);
+  }
 };
 
 }  // namespace tessaly

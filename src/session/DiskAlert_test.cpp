@@ -1,0 +1,110 @@
+#include "session/DiskAlert.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+
+#include "support/FakeNotificationCenter.h"
+#include "support/MemorySettings.h"
+
+namespace tessaly {
+namespace {
+
+using namespace std::chrono_literals;
+
+class DiskAlertTest : public testing::Test {
+ protected:
+  void check(double percent, std::chrono::hours later = 0h) {
+    DiskAlert::check(percent, prefs_, settings_, notifications_, noon_ + later);
+  }
+
+  MemorySettings settings_;
+  MarrowPrefs prefs_{settings_};
+  FakeNotificationCenter notifications_;
+  // 2026-03-01, 12:00 in the time zone of whoever runs this.
+  std::chrono::system_clock::time_point noon_ = [] {
+    std::tm parts{};
+    parts.tm_year = 126;
+    parts.tm_mon = 2;
+    parts.tm_mday = 1;
+    parts.tm_hour = 12;
+    parts.tm_isdst = -1;
+    return std::chrono::system_clock::from_time_t(std::mktime(&parts));
+  }();
+};
+
+TEST_F(DiskAlertTest, does_nothing_below_ninety) {
+  check(89.9);
+  check(0);
+  check(std::numeric_limits<double>::quiet_NaN());
+  EXPECT_TRUE(notifications_.posted.empty());
+  EXPECT_EQ(notifications_.authorizationRequests, 0);
+  EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), std::nullopt);
+}
+
+TEST_F(DiskAlertTest, warns_at_ninety) {
+  check(90.0);
+  ASSERT_EQ(notifications_.posted.size(), 1U);
+  EXPECT_EQ(notifications_.authorizationRequests, 1);
+  EXPECT_EQ(notifications_.posted.front(),
+            (NotificationCenter::Notification{
+                .identifier = "marrow.disk.pressure",
+                .title = "Disk almost full",
+                .body = "This Mac is 90% full. Open Tessaly to reclaim space.",
+                .hasSound = true}));
+  EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), "2026-03-01");
+}
+
+TEST_F(DiskAlertTest, rounds_the_percentage_to_the_even_whole) {
+  check(92.5);
+  check(93.5, 24h);
+  ASSERT_EQ(notifications_.posted.size(), 2U);
+  EXPECT_EQ(notifications_.posted[0].body, "This Mac is 92% full. Open Tessaly to reclaim space.");
+  EXPECT_EQ(notifications_.posted[1].body, "This Mac is 94% full. Open Tessaly to reclaim space.");
+}
+
+TEST_F(DiskAlertTest, warns_once_a_day) {
+  check(95);
+  check(99);
+  check(95, 11h);
+  EXPECT_EQ(notifications_.posted.size(), 1U);
+  check(95, 24h);
+  EXPECT_EQ(notifications_.posted.size(), 2U);
+  EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), "2026-03-02");
+}
+
+TEST_F(DiskAlertTest, a_day_begins_at_local_midnight) {
+  check(95, 11h);
+  check(95, 13h);
+  EXPECT_EQ(notifications_.posted.size(), 2U);
+}
+
+TEST_F(DiskAlertTest, leaves_the_day_alone_when_switched_off) {
+  prefs_.setDiskAlerts(false);
+  check(99);
+  EXPECT_TRUE(notifications_.posted.empty());
+  EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), std::nullopt);
+}
+
+TEST_F(DiskAlertTest, a_stored_day_of_another_form_does_not_keep_it_quiet) {
+  settings_.setBoolean("marrow.diskAlert.lastDay", true);
+  check(95);
+  EXPECT_EQ(notifications_.posted.size(), 1U);
+}
+
+// Who hears the warning may look whether the day is stored already: it is.
+TEST_F(DiskAlertTest, stores_the_day_before_anything_is_shown) {
+  struct Watching final : NotificationCenter {
+    explicit Watching(SettingsStore& store) : settings(store) {}
+    void requestAuthorization() override { atRequest = settings.text("marrow.diskAlert.lastDay"); }
+    void post(const Notification&) override {}
+    SettingsStore& settings;
+    std::optional<std::string> atRequest;
+  } watching(settings_);
+  DiskAlert::check(95, prefs_, settings_, watching, noon_);
+  EXPECT_EQ(watching.atRequest, "2026-03-01");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,418 @@
+// Selection, queue, Trash, excludes, filters and the report.
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include <QSignalSpy>
+
+#include "scan/ExportReport.h"
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::UnorderedElementsAre;
+
+class Actions : public SessionFixture {
+ protected:
+  Actions() { scanTo(tree_); }
+
+  static std::vector<std::string> paths(const std::vector<DiskNode>& nodes) {
+    std::vector<std::string> all;
+    all.reserve(nodes.size());
+    for (const DiskNode& node : nodes) all.push_back(node.path());
+    return all;
+  }
+  std::vector<std::string> selected() { return paths(session().selectedNodes()); }
+  std::vector<std::string> queued() { return paths(session().queue()); }
+
+  // Puts the tree's items on the disk that the Trash knows.
+  void plant() {
+    for (const DiskNode* node : {&film_, &song_, &note_, &below_}) {
+      machine_.trash.put(node->path(), std::string(node->name()));
+    }
+  }
+
+  DiskNode below_ = file("/data/big/below", 5);
+  DiskNode big_ = folder("/data/big", 5, {below_});
+  DiskNode film_ = file("/data/film", 4);
+  DiskNode song_ = file("/data/song", 3);
+  DiskNode note_ = file("/data/note", 2);
+  DiskNode rest_ = file("/data/__rest__", 1);
+  DiskNode tree_ = folder("/data", 15, {big_, film_, song_, note_, [] {
+                                          DiskNode::Fields fields;
+                                          fields.name = "+ 7 more";
+                                          fields.path = "/data/__rest__";
+                                          fields.size = 1;
+                                          return DiskNode(fields);
+                                        }()});
+};
+
+// Selection.
+
+TEST_F(Actions, select_nodes_replaces_what_was_selected) {
+  session().selectNodes({film_, song_}, false);
+  session().selectNodes({note_}, false);
+  EXPECT_THAT(selected(), ElementsAre("/data/note"));
+  EXPECT_THAT(session().selected(), UnorderedElementsAre("/data/note"));
+  EXPECT_EQ(session().focused(), note_);
+}
+
+TEST_F(Actions, select_nodes_adds_each_once_in_the_order_of_selection) {
+  session().selectNodes({song_}, false);
+  session().selectNodes({film_, song_}, true);
+  EXPECT_THAT(selected(), ElementsAre("/data/song", "/data/film"));
+  EXPECT_EQ(session().focused(), song_);
+}
+
+TEST_F(Actions, selecting_nothing_clears_the_selection_and_keeps_the_focus) {
+  session().selectNodes({film_}, false);
+  session().selectNodes({}, false);
+  EXPECT_THAT(selected(), IsEmpty());
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_EQ(session().focused(), film_);
+}
+
+TEST_F(Actions, a_selection_is_announced_once) {
+  session().selectNodes({film_}, false);
+  const QSignalSpy changed(&session(), &ScanSession::selectionChanged);
+  session().selectNodes({song_}, false);
+  EXPECT_EQ(changed.count(), 1);
+  session().selectNodes({song_}, true);
+  EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(Actions, toggling_takes_a_node_in_and_out_and_focuses_it_both_times) {
+  session().toggleSelect(film_);
+  session().toggleSelect(song_);
+  EXPECT_THAT(selected(), ElementsAre("/data/film", "/data/song"));
+  session().toggleSelect(film_);
+  EXPECT_THAT(selected(), ElementsAre("/data/song"));
+  EXPECT_THAT(session().selected(), UnorderedElementsAre("/data/song"));
+  EXPECT_EQ(session().focused(), film_);
+}
+
+TEST_F(Actions, select_all_takes_the_children_but_for_remainders) {
+  session().selectAllCurrent();
+  EXPECT_THAT(selected(), ElementsAre("/data/big", "/data/film", "/data/song", "/data/note"));
+  EXPECT_EQ(session().toast(), "Selected 4");
+}
+
+TEST_F(Actions, select_all_in_an_empty_folder_says_nothing) {
+  session().selectNodes({film_}, false);
+  scanTo(folder("/bare", 7));
+  const auto toast = session().toast();
+  session().selectAllCurrent();
+  EXPECT_THAT(selected(), IsEmpty());
+  EXPECT_EQ(session().toast(), toast);
+}
+
+TEST_F(Actions, copying_takes_the_selected_paths_a_line_each) {
+  session().selectNodes({song_, film_}, false);
+  session().copySelectedPaths();
+  EXPECT_EQ(machine_.pasteboard.text, "/data/song\n/data/film");
+  EXPECT_EQ(session().toast(), "Copied 2 paths");
+}
+
+TEST_F(Actions, copying_takes_the_focus_where_nothing_is_selected) {
+  session().setFocused(note_);
+  session().copySelectedPaths();
+  EXPECT_EQ(machine_.pasteboard.text, "/data/note");
+  EXPECT_EQ(session().toast(), "Copied 1 path");
+}
+
+TEST_F(Actions, copying_nothing_leaves_the_pasteboard_alone) {
+  const auto toast = session().toast();
+  session().copySelectedPaths();
+  EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
+  EXPECT_EQ(session().toast(), toast);
+}
+
+// Queue.
+
+TEST_F(Actions, queueing_opens_the_panel_unfolded) {
+  session().setQueueMinimized(true);
+  session().addToQueue(film_);
+  EXPECT_THAT(queued(), ElementsAre("/data/film"));
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_FALSE(session().queueMinimized());
+}
+
+TEST_F(Actions, a_node_that_is_queued_already_does_not_open_the_panel_again) {
+  session().addToQueue(film_);
+  session().setQueueOpen(false);
+  session().setQueueMinimized(true);
+  session().addToQueue(file("/data/film", 99));
+  EXPECT_THAT(queued(), ElementsAre("/data/film"));
+  EXPECT_EQ(session().queue().front().size(), 4);
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
+}
+
+TEST_F(Actions, queueing_the_selection_empties_it_and_counts_it) {
+  session().addToQueue(film_);
+  session().selectNodes({film_, song_}, false);
+  session().queueSelected();
+  EXPECT_THAT(queued(), ElementsAre("/data/film", "/data/song"));
+  EXPECT_THAT(selected(), IsEmpty());
+  EXPECT_EQ(session().toast(), "Queued 2 items");
+  session().selectNodes({note_}, false);
+  session().queueSelected();
+  EXPECT_EQ(session().toast(), "Queued 1 item");
+}
+
+TEST_F(Actions, queueing_without_a_selection_does_nothing) {
+  const auto toast = session().toast();
+  session().queueSelected();
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_EQ(session().toast(), toast);
+}
+
+TEST_F(Actions, taking_the_last_node_out_of_the_queue_closes_the_panel) {
+  session().addToQueue(film_);
+  session().addToQueue(song_);
+  session().removeFromQueue("/data/film");
+  EXPECT_THAT(queued(), ElementsAre("/data/song"));
+  EXPECT_TRUE(session().queueOpen());
+  session().removeFromQueue("/nowhere");
+  EXPECT_TRUE(session().queueOpen());
+  session().removeFromQueue("/data/song");
+  EXPECT_FALSE(session().queueOpen());
+}
+
+TEST_F(Actions, emptying_the_queue_moves_all_of_it_and_looks_again) {
+  plant();
+  machine_.trash.refuse("/data/song");
+  for (const DiskNode& node : {film_, song_, note_}) session().addToQueue(node);
+  trash_ = "2\n";
+  session().emptyQueue();
+  EXPECT_FALSE(machine_.trash.has("/data/film"));
+  EXPECT_TRUE(machine_.trash.has("/data/song"));
+  EXPECT_FALSE(machine_.trash.has("/data/note"));
+  ASSERT_THAT(session().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().lastTrashed()[0].original, "/data/film");
+  EXPECT_EQ(session().lastTrashed()[1].original, "/data/note");
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().trashCount(), 2);
+}
+
+TEST_F(Actions, emptying_a_queue_of_which_nothing_moves_leaves_nothing_to_undo) {
+  plant();
+  session().setFocused(film_);
+  session().trashFocused();
+  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
+  session().addToQueue(file("/data/gone", 1));
+  session().emptyQueue();
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+}
+
+// Trash.
+
+TEST_F(Actions, trashing_moves_the_focus_and_looks_again) {
+  plant();
+  session().setFocused(film_);
+  session().trashFocused();
+  EXPECT_FALSE(machine_.trash.has("/data/film"));
+  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().lastTrashed().front().original, "/data/film");
+  EXPECT_EQ(session().toast(), "Moved film to Trash");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().scanRoot(), "/data");
+}
+
+TEST_F(Actions, trashing_without_a_focus_moves_the_node_on_screen) {
+  plant();
+  session().open(big_);
+  session().trashFocused();
+  EXPECT_FALSE(machine_.trash.has("/data/big"));
+  EXPECT_EQ(session().toast(), "Moved big to Trash");
+}
+
+TEST_F(Actions, trashing_without_a_tree_does_nothing) {
+  restart();
+  settings_.remove("marrow.lastScanRoot");
+  const TempTree empty;
+  ScanSession::Services services = machine_.services("/home/user");
+  services.supportDirectory = empty.path();
+  ScanSession bare(services);
+  bare.trashFocused();
+  EXPECT_EQ(bare.toast(), std::nullopt);
+  EXPECT_EQ(bare.criticalWarning(), std::nullopt);
+}
+
+TEST_F(Actions, trashing_the_home_folder_warns_and_moves_nothing) {
+  machine_.trash.put("/home/user/film");
+  scanTo(folder("/home/user", 3, {file("/home/user/film", 3)}));
+  session().trashFocused();
+  ASSERT_TRUE(session().criticalWarning().has_value());
+  EXPECT_EQ(session().criticalWarning()->path(), "/home/user");
+  EXPECT_TRUE(machine_.trash.has("/home/user/film"));
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(Actions, a_move_that_fails_says_the_same_and_keeps_what_can_be_undone) {
+  plant();
+  session().setFocused(film_);
+  session().trashFocused();
+  machine_.trash.refuse("/data/song");
+  session().setFocused(song_);
+  session().trashFocused();
+  EXPECT_EQ(session().toast(), "Moved song to Trash");
+  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().lastTrashed().front().original, "/data/film");
+}
+
+TEST_F(Actions, undoing_puts_back_what_the_queue_moved) {
+  plant();
+  session().setFocused(below_);
+  session().trashFocused();
+  session().addToQueue(film_);
+  session().addToQueue(note_);
+  session().emptyQueue();
+  session().undoTrash();
+  EXPECT_EQ(machine_.trash.contentOf("/data/film"), "film");
+  EXPECT_EQ(machine_.trash.contentOf("/data/note"), "note");
+  EXPECT_FALSE(machine_.trash.has("/data/big/below"));
+  EXPECT_EQ(session().toast(), "Put back 2 items");
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+TEST_F(Actions, undoing_brings_a_folder_back_before_its_contents) {
+  plant();
+  session().addToQueue(below_);
+  session().addToQueue(big_);
+  session().emptyQueue();
+  session().undoTrash();
+  EXPECT_EQ(machine_.trash.contentOf("/data/big/below"), "below");
+  EXPECT_EQ(session().toast(), "Put back 2 items");
+}
+
+TEST_F(Actions, undoing_counts_what_came_back_and_forgets_the_rest) {
+  plant();
+  session().addToQueue(film_);
+  session().addToQueue(note_);
+  session().emptyQueue();
+  machine_.trash.put("/data/film", "another");
+  session().undoTrash();
+  EXPECT_EQ(session().toast(), "Put back 1 item");
+  EXPECT_EQ(machine_.trash.contentOf("/data/film"), "another");
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+}
+
+TEST_F(Actions, undoing_nothing_does_nothing) {
+  const auto toast = session().toast();
+  session().undoTrash();
+  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+// Excludes and filters.
+
+TEST_F(Actions, excluding_a_folder_asks_for_it_and_stores_it) {
+  folderPanel_.answer = "/data/big";
+  session().addExclude();
+  ASSERT_FALSE(folderPanel_.requests.empty());
+  EXPECT_EQ(folderPanel_.requests.back().prompt, "Exclude");
+  EXPECT_EQ(folderPanel_.requests.back().message, "This folder will be skipped on the next scan.");
+  EXPECT_THAT(session().excludes(), ElementsAre("/data/big"));
+  EXPECT_EQ(settings_.texts("marrow.excludes"), std::vector<std::string>{"/data/big"});
+  EXPECT_EQ(session().toast(), "Excluded big");
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(walks().ran(), 1u);
+}
+
+TEST_F(Actions, a_folder_is_excluded_once_and_a_panel_left_alone_excludes_nothing) {
+  folderPanel_.answer = "/data/big";
+  session().addExclude();
+  const QSignalSpy changed(&session(), &ScanSession::excludesChanged);
+  session().addExclude();
+  folderPanel_.answer.reset();
+  session().addExclude();
+  EXPECT_THAT(session().excludes(), ElementsAre("/data/big"));
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(Actions, excludes_are_taken_away_and_stored) {
+  session().setExcludes({"/a", "/b", "/a"});
+  session().removeExclude("/a");
+  EXPECT_THAT(session().excludes(), ElementsAre("/b"));
+  EXPECT_EQ(settings_.texts("marrow.excludes"), std::vector<std::string>{"/b"});
+}
+
+TEST_F(Actions, filters_are_switched_and_stored) {
+  const std::string id = session().filters()[1].id;
+  const QSignalSpy changed(&session(), &ScanSession::filtersChanged);
+  session().toggleFilter(id);
+  session().toggleSkip(id);
+  EXPECT_TRUE(session().filters()[1].enabled);
+  EXPECT_TRUE(session().filters()[1].skipScan);
+  session().toggleFilter(id);
+  EXPECT_FALSE(session().filters()[1].enabled);
+  EXPECT_EQ(changed.count(), 3);
+  restart();
+  EXPECT_FALSE(session().filters()[1].enabled);
+  EXPECT_TRUE(session().filters()[1].skipScan);
+}
+
+TEST_F(Actions, a_filter_that_is_not_there_is_not_switched) {
+  const auto before = session().filters();
+  session().toggleFilter("nothing");
+  EXPECT_EQ(session().filters(), before);
+  EXPECT_EQ(settings_.binary("marrow.filters"), std::nullopt);
+}
+
+// The report.
+
+TEST_F(Actions, the_report_on_the_node_on_screen_is_written_where_the_user_wants) {
+  const TempTree place;
+  session().open(big_);
+  machine_.savePanel.answer = place.at("report.json");
+  session().exportJSON();
+  ASSERT_THAT(machine_.savePanel.requests, SizeIs(1));
+  EXPECT_EQ(machine_.savePanel.requests.front(),
+            (SavePanel::Request{"marrow-big.json", "json", true}));
+  std::ifstream written(place.at("report.json"));
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(written), {}), ExportReport::json(big_));
+}
+
+TEST_F(Actions, a_report_that_cannot_be_written_is_dropped_in_silence) {
+  const TempTree place;
+  const auto toast = session().toast();
+  machine_.savePanel.answer = place.at("nowhere/report.json");
+  session().exportJSON();
+  machine_.savePanel.answer.reset();
+  session().exportJSON();
+  EXPECT_EQ(session().toast(), toast);
+}
+
+// What a scan tells the desktop.
+
+TEST_F(Actions, a_finished_scan_asks_for_attention_and_shows_how_full_the_disk_is) {
+  volume_ = DiskUsage{.total = 1000, .used = 875, .free = 125, .usedPercent = 87.5};
+  scanTo(tree_);
+  EXPECT_EQ(machine_.icon.badges.back(), "88%");
+  EXPECT_EQ(machine_.icon.attentionRequests, 2);
+  EXPECT_THAT(machine_.notifications.posted, IsEmpty());
+}
+
+TEST_F(Actions, a_full_disk_is_told_once) {
+  volume_ = DiskUsage{.total = 1000, .used = 950, .free = 50, .usedPercent = 95};
+  session().refreshDisk();
+  session().refreshDisk();
+  EXPECT_THAT(machine_.notifications.posted, SizeIs(1));
+  EXPECT_EQ(machine_.icon.badges.back(), "95%");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,69 @@
+// What goes to the Trash, and comes back. The walk that follows shows what the disk has become.
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <QPointer>
+
+#include "reclaim/CriticalPaths.h"
+#include "scan/Format.h"
+#include "session/FieldChanges.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+void ScanSession::trashFocused() {
+  const std::optional<DiskNode> target = focused_ ? focused_ : current();
+  if (!target) return;
+  const std::string path = target->path();
+  if (CriticalPaths::isCritical(path, services_.homeDirectory)) {
+    setCriticalWarning(target);
+    return;
+  }
+  FieldChanges changes(*this);
+  if (std::optional<TrashedItem> item = Trash::moveRecording(path, services_.trash)) {
+    changes.set(lastTrashed_, std::vector{std::move(*item)}, &ScanSession::lastTrashedChanged);
+  }
+  // Said of a move that failed as well: the walk shows what is true.
+  showToast(changes, "Moved " + std::string(target->name()) + " to Trash");
+  const QPointer<ScanSession> session(this);
+  changes.announce();
+  if (session) rescan();
+}
+
+void ScanSession::emptyQueue() {
+  std::vector<std::string> paths;
+  paths.reserve(queue_.size());
+  for (const DiskNode& node : queue_) paths.push_back(node.path());
+  Trash::Moved moved = Trash::moveManyRecording(paths, services_.trash);
+
+  FieldChanges changes(*this);
+  changes.set(lastTrashed_, std::move(moved.items), &ScanSession::lastTrashedChanged);
+  changes.set(queue_, std::vector<DiskNode>(), &ScanSession::queueChanged);
+  changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
+  announceAndLookAgain(changes);
+}
+
+void ScanSession::undoTrash() {
+  if (lastTrashed_.empty()) return;
+  std::size_t count = 0;
+  // A folder that went after its contents comes back before them.
+  for (auto item = lastTrashed_.rbegin(); item != lastTrashed_.rend(); ++item) {
+    if (Trash::putBack(*item, services_.trash)) ++count;
+  }
+  FieldChanges changes(*this);
+  changes.set(lastTrashed_, std::vector<TrashedItem>(), &ScanSession::lastTrashedChanged);
+  showToast(changes, "Put back " + Format::counted(count, "item"));
+  announceAndLookAgain(changes);
+}
+
+void ScanSession::announceAndLookAgain(FieldChanges& changes) {
+  const QPointer<ScanSession> session(this);
+  changes.announce();
+  if (session) rescan();
+  if (session) refreshDisk();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,506 @@
+#include <cstdint>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+#include "support/ForkedChild.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using Rows = std::vector<FolderCompareRow>;
+
+constexpr std::int64_t MiB = 1048576;
+
+// On screen is
+// /l           9 MiB
+//   big/       8
+//     deep/    6
+//       film   6
+//     song     2
+//   note      10 bytes
+// and /r, which the panel gives, holds
+//   big/       5
+//     deep/    5
+//       film   5
+//   other     20 bytes
+class Comparing : public SessionFixture {
+ protected:
+  const DiskNode left_ =
+      folder("/l", 9 * MiB,
+             {folder("/l/big", 8 * MiB,
+                     {folder("/l/big/deep", 6 * MiB, {file("/l/big/deep/film", 6 * MiB)}),
+                      file("/l/big/song", 2 * MiB)}),
+              file("/l/note", 10)});
+  const DiskNode right_ =
+      folder("/r", 5 * MiB,
+             {folder("/r/big", 5 * MiB,
+                     {folder("/r/big/deep", 5 * MiB, {file("/r/big/deep/film", 5 * MiB)})}),
+              file("/r/other", 20)});
+  // What the two differ in: deep/ by exactly what is listed, its film not at all, for it lies too
+  // deep.
+  const Rows rows_ = {{".", 9 * MiB, 5 * MiB},  {"big", 8 * MiB, 5 * MiB},
+                      {"big/song", 2 * MiB, 0}, {"big/deep", 6 * MiB, 5 * MiB},
+                      {"other", 0, 20},         {"note", 10, 0}};
+
+  void SetUp() override {
+    scanTo(left_);
+    folderPanel_.answer = "/r";
+  }
+
+  // What the next walk brings.
+  void bring(const DiskNode& tree) { walks().at(walks().ran()).result = tree; }
+
+  void compareWith(const DiskNode& tree) {
+    bring(tree);
+    folderPanel_.answer = tree.path();
+    session().compareWithFolder();
+    dispatch().drainAll();
+  }
+};
+
+TEST_F(Comparing, asks_for_a_folder) {
+  session().compareWithFolder();
+  ASSERT_EQ(folderPanel_.requests.size(), 1u);
+  EXPECT_EQ(folderPanel_.requests[0].prompt, "Compare");
+  EXPECT_EQ(folderPanel_.requests[0].message, "Choose a folder to compare with the current map.");
+}
+
+TEST_F(Comparing, does_nothing_when_the_user_backs_out) {
+  folderPanel_.answer = std::nullopt;
+  session().compareWithFolder();
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().compareLeftName(), "");
+  EXPECT_EQ(session().compareRightName(), "");
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
+}
+
+TEST_F(Comparing, shows_its_mode_and_both_names_before_anything_is_walked) {
+  folderPanel_.answer = "/backup/old r/";
+  QSignalSpy names(&session(), &ScanSession::compareNamesChanged);
+  QSignalSpy mode(&session(), &ScanSession::vizModeChanged);
+  session().compareWithFolder();
+  EXPECT_EQ(session().vizMode(), VizMode::compare);
+  EXPECT_EQ(session().compareLeftName(), "l");
+  EXPECT_EQ(session().compareRightName(), "old r");
+  EXPECT_EQ(names.count(), 1);
+  EXPECT_EQ(mode.count(), 1);
+  EXPECT_EQ(walks().ran(), 1u);
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1u);
+}
+
+TEST_F(Comparing, calls_the_root_of_the_disk_by_its_names) {
+  DiskNode::Fields fields;
+  fields.name = "Macintosh HD";
+  fields.path = "/";
+  fields.size = 5;
+  fields.isDir = true;
+  scanTo(DiskNode(fields));
+  folderPanel_.answer = "/";
+  session().compareWithFolder();
+  EXPECT_EQ(session().compareLeftName(), "Macintosh HD");
+  EXPECT_EQ(session().compareRightName(), "/");
+}
+
+TEST_F(Comparing, tells_of_names_that_are_new_and_of_no_others) {
+  session().compareWithFolder();
+  QSignalSpy names(&session(), &ScanSession::compareNamesChanged);
+  session().compareWithFolder();
+  EXPECT_EQ(names.count(), 0);
+  folderPanel_.answer = "/s";
+  session().compareWithFolder();
+  EXPECT_EQ(names.count(), 1);
+  dispatch().drainAll();
+  scanTo(folder("/m", 5));
+  session().compareWithFolder();
+  EXPECT_EQ(names.count(), 2);
+  EXPECT_EQ(session().compareLeftName(), "m");
+}
+
+TEST_F(Comparing, walks_the_chosen_folder_whole_and_without_a_word) {
+  std::vector<BloatFilter> filters = BloatFilter::catalog();
+  for (BloatFilter& filter : filters) filter.skipScan = true;
+  session().setFilters(filters);
+  session().setExcludes({"/r/big"});
+  session().compareWithFolder();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0u);
+  runWalks();
+  ASSERT_EQ(walks().ran(), 2u);
+  const WalkScript& walk = walks().at(1);
+  EXPECT_EQ(walk.root, "/r");
+  EXPECT_FALSE(walk.hadProgress);
+  EXPECT_TRUE(walk.options.extraNames.empty());
+  EXPECT_TRUE(walk.options.extraSuffixes.empty());
+  EXPECT_TRUE(walk.options.extraPrefixes.empty());
+  EXPECT_FALSE(walk.options.expandPackages);
+}
+
+TEST_F(Comparing, lists_what_differs_in_the_first_three_levels) {
+  bring(right_);
+  session().compareWithFolder();
+  QSignalSpy rows(&session(), &ScanSession::compareRowsChanged);
+  runWalks();
+  EXPECT_TRUE(session().compareRows().empty());
+  runMain();
+  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(rows.count(), 1);
+}
+
+TEST_F(Comparing, lists_a_mebibyte_and_not_a_byte_less) {
+  scanTo(folder("/l", 9 * MiB, {file("/l/a", 3 * MiB), file("/l/b", 3 * MiB)}));
+  compareWith(folder("/r", 9 * MiB, {file("/r/a", 4 * MiB), file("/r/b", 4 * MiB - 1)}));
+  EXPECT_EQ(session().compareRows(), (Rows{{"a", 3 * MiB, 4 * MiB}}));
+}
+
+TEST_F(Comparing, takes_the_root_of_the_scan_and_not_the_node_on_screen) {
+  session().open(session().current()->children().front());
+  ASSERT_EQ(session().current()->path(), "/l/big");
+  bring(right_);
+  session().compareWithFolder();
+  EXPECT_EQ(session().compareLeftName(), "l");
+  dispatch().drainAll();
+  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(stackPaths(), (std::vector<std::string>{"/l", "/l/big"}));
+}
+
+TEST_F(Comparing, leaves_the_map_and_the_state_of_scans_alone) {
+  session().setPane(MainPane::apps);
+  session().setFocused(file("/l/note", 10));
+  compareWith(right_);
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().progress(), "");
+  EXPECT_EQ(session().scanPercent(), 1);
+  EXPECT_EQ(session().scanRoot(), "/l");
+  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().focused()->path(), "/l/note");
+  EXPECT_EQ(session().stack(), std::vector<DiskNode>{left_});
+}
+
+TEST_F(Comparing, keeps_its_old_rows_until_the_new_ones_are_there) {
+  compareWith(right_);
+  ASSERT_EQ(session().compareRows(), rows_);
+  bring(folder("/s", 9 * MiB));
+  folderPanel_.answer = "/s";
+  session().compareWithFolder();
+  EXPECT_EQ(session().compareRightName(), "s");
+  EXPECT_EQ(session().compareRows(), rows_);
+  runWalks();
+  EXPECT_EQ(session().compareRows(), rows_);
+  runMain();
+  EXPECT_EQ(session().compareRows(), (Rows{{"big", 8 * MiB, 0},
+                                           {"big/deep", 6 * MiB, 0},
+                                           {"big/song", 2 * MiB, 0},
+                                           {"note", 10, 0}}));
+}
+
+TEST_F(Comparing, keeps_its_old_rows_when_the_user_backs_out_of_the_next) {
+  compareWith(right_);
+  folderPanel_.answer = std::nullopt;
+  session().compareWithFolder();
+  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().compareRightName(), "r");
+}
+
+TEST_F(Comparing, takes_the_rows_away_when_nothing_differs) {
+  compareWith(right_);
+  compareWith(left_);
+  EXPECT_TRUE(session().compareRows().empty());
+}
+
+TEST_F(Comparing, keeps_the_bytes_of_names_that_are_not_utf8) {
+  scanTo(folder("/l\xff", 9, {file("/l\xff/caf\xe9", 9)}));
+  compareWith(folder("/r\xfe", 9, {file("/r\xfe/caf\xe8", 9)}));
+  EXPECT_EQ(session().compareLeftName(), "l\xff");
+  EXPECT_EQ(session().compareRightName(), "r\xfe");
+  EXPECT_EQ(session().compareRows(), (Rows{{"caf\xe8", 0, 9}, {"caf\xe9", 9, 0}}));
+}
+
+// Comparisons and scans that overlap.
+
+TEST_F(Comparing, is_overwritten_by_an_earlier_one_that_ends_later) {
+  // The first walk takes so long that all of the second comparison fits into it.
+  walks().at(1).result = right_;
+  walks().at(1).during = [&](const DiskScanner::Callbacks&) {
+    compareWith(folder("/s", 9 * MiB));
+    EXPECT_EQ(session().compareRows().size(), 4u);
+    EXPECT_EQ(session().compareRightName(), "s");
+  };
+  session().compareWithFolder();
+  dispatch().drainAll();
+  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().compareRightName(), "s");
+}
+
+TEST_F(Comparing, goes_on_through_a_scan_and_a_cancel) {
+  bool wasCancelled = true;
+  walks().at(1).result = right_;
+  walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
+    scanTo(folder("/m", 5, {file("/m/f", 5)}));
+    session().cancel();
+    wasCancelled = callbacks.isCancelled && callbacks.isCancelled();
+  };
+  session().compareWithFolder();
+  dispatch().drainAll();
+  EXPECT_FALSE(wasCancelled);
+  // Between the tree that was on screen when it began, and the chosen folder.
+  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().compareLeftName(), "l");
+  EXPECT_EQ(stackPaths(), std::vector<std::string>{"/m"});
+}
+
+TEST_F(Comparing, brings_its_rows_home_during_a_rescan) {
+  bring(right_);
+  session().compareWithFolder();
+  runWalks();
+  session().rescan();
+  runMain();
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().compareRows(), rows_);
+}
+
+TEST_F(Comparing, shows_its_rows_in_whatever_mode_the_user_has_gone_to) {
+  bring(right_);
+  session().compareWithFolder();
+  session().setVizMode(VizMode::largest);
+  dispatch().drainAll();
+  EXPECT_EQ(session().vizMode(), VizMode::largest);
+  EXPECT_EQ(session().compareRows(), rows_);
+}
+
+// The end of the session.
+
+TEST_F(Comparing, ends_with_its_session) {
+  bool wasCancelled = false;
+  walks().at(1).result = right_;
+  walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
+    endSession();
+    wasCancelled = callbacks.isCancelled();
+  };
+  session().compareWithFolder();
+  dispatch().drainAll();
+  EXPECT_TRUE(walks().at(1).hasRun);
+  EXPECT_TRUE(wasCancelled);
+}
+
+TEST_F(Comparing, may_bring_its_rows_home_after_its_session_is_gone) {
+  bring(right_);
+  session().compareWithFolder();
+  runWalks();
+  endSession();
+  EXPECT_GT(dispatch().drain(Queue::main), 0u);
+}
+
+TEST_F(Comparing, lets_whoever_hears_of_it_end_the_session) {
+  QObject::connect(&session(), &ScanSession::vizModeChanged, [this] { endSession(); });
+  session().compareWithFolder();
+  EXPECT_FALSE(hasSession());
+  dispatch().drainAll();
+}
+
+// What happens while the panel is up, for it runs the event loop; and real folders.
+
+class BusyPanel final : public FolderPanel {
+ public:
+  std::optional<std::string> chooseFolder(const Request&) override {
+    if (meanwhile) meanwhile();
+    return answer;
+  }
+
+  std::function<void()> meanwhile;
+  std::optional<std::string> answer;
+};
+
+class ComparingRealFolders : public ::testing::Test {
+ protected:
+  void scan(const std::string& root) {
+    session_->scan(root);
+    dispatch_.drainAll();
+    ASSERT_EQ(session_->status(), ScanStatus::complete);
+  }
+
+  Rows compareWith(const std::string& path) {
+    panel_.answer = path;
+    session_->compareWithFolder();
+    dispatch_.drainAll();
+    return session_->compareRows();
+  }
+
+  ScanSession::Services services() {
+    return {.dispatch = dispatch_,
+            .folderPanel = panel_,
+            .savePanel = machine_.savePanel,
+            .workspace = machine_.workspace,
+            .pasteboard = machine_.pasteboard,
+            .icon = machine_.icon,
+            .notifications = machine_.notifications,
+            .trash = machine_.trash,
+            .prefs = machine_.prefs,
+            .homeDirectory = "/",
+            .supportDirectory = machine_.support.path(),
+            .run = noTools};
+  }
+
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  BusyPanel panel_;
+  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(services());
+};
+
+TEST_F(ComparingRealFolders, asks_for_a_folder_and_stops_without_a_tree) {
+  bool wasAsked = false;
+  panel_.meanwhile = [&] { wasAsked = true; };
+  compareWith("/");
+  EXPECT_TRUE(wasAsked);
+  EXPECT_EQ(session_->vizMode(), VizMode::treemap);
+  EXPECT_EQ(session_->compareRightName(), "");
+  EXPECT_TRUE(session_->compareRows().empty());
+}
+
+TEST_F(ComparingRealFolders, takes_the_tree_that_is_there_when_the_panel_closes) {
+  const TempTree tree("first/\n  a 400K\nsecond/\n  b 400K\n");
+  scan(tree.at("first"));
+  panel_.meanwhile = [&] { scan(tree.at("second")); };
+  EXPECT_EQ(compareWith(tree.at("second")), Rows{});
+  EXPECT_EQ(session_->compareLeftName(), "second");
+}
+
+TEST_F(ComparingRealFolders, survives_a_session_that_ends_while_the_panel_is_up) {
+  const TempTree tree("a 400K\n");
+  scan(tree.path());
+  panel_.meanwhile = [&] { session_.reset(); };
+  panel_.answer = tree.path();
+  session_->compareWithFolder();
+  EXPECT_EQ(dispatch_.drain(Dispatch::Queue::userInitiated), 0u);
+}
+
+TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_itself) {
+  const TempTree tree(R"(
+    Downloads/
+      note 10
+      caf\xe9/
+        \xff\xfe 2M
+        empty/
+    Tool.app/
+      binary 3M
+    many/
+      part## 1M x100
+    small## 4K x20
+    zero/
+  )");
+  scan(tree.path());
+  ASSERT_GT(session_->scanStats()->nodes, 80);
+  EXPECT_EQ(compareWith(tree.path()), Rows{});
+  EXPECT_EQ(session_->vizMode(), VizMode::compare);
+}
+
+TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_its_copy) {
+  const char* const items = R"(
+    caf\xe9/
+      \xff\xfe 2M
+    film 2M
+  )";
+  const TempTree left(items);
+  const TempTree right(items);
+  scan(left.path());
+  EXPECT_EQ(compareWith(right.path()), Rows{});
+  EXPECT_NE(session_->compareLeftName(), session_->compareRightName());
+}
+
+TEST_F(ComparingRealFolders, finds_what_has_come_and_gone_since_the_scan) {
+  TempTree tree(R"(
+    caf\xe9/
+      \xff\xfe 2M
+    film 2M
+  )");
+  scan(tree.path());
+  tree.plant("caf\xe9", R"(\xff\xfd 3M)");
+  ASSERT_EQ(unlink(tree.at("film").c_str()), 0);
+  EXPECT_EQ(compareWith(tree.path()), (Rows{{"caf\xe9", 2 * MiB, 5 * MiB},
+                                            {"caf\xe9/\xff\xfd", 0, 3 * MiB},
+                                            {"film", 2 * MiB, 0},
+                                            {".", 4 * MiB, 5 * MiB}}));
+}
+
+TEST_F(ComparingRealFolders, of_an_empty_right_side_lists_all_of_the_left) {
+  const TempTree tree("l/\n  film 2M\nempty/\nfile 2M\n");
+  const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
+  scan(tree.at("l"));
+  EXPECT_EQ(compareWith(tree.at("empty")), allOfLeft);
+  EXPECT_EQ(session_->status(), ScanStatus::complete);
+  EXPECT_EQ(session_->errorMessage(), "");
+}
+
+TEST_F(ComparingRealFolders, takes_a_folder_that_is_gone_and_one_that_is_none_for_empty) {
+  const TempTree tree("l/\n  film 2M\nfile 2M\n");
+  const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
+  for (const char* right : {"gone", "file"}) {
+    scan(tree.at("l"));
+    EXPECT_EQ(compareWith(tree.at(right)), allOfLeft) << right;
+    EXPECT_EQ(session_->compareRightName(), right);
+    EXPECT_EQ(session_->status(), ScanStatus::complete);
+    EXPECT_EQ(session_->errorMessage(), "");
+    EXPECT_NE(compareWith(tree.at("l")), allOfLeft);
+  }
+}
+
+TEST_F(ComparingRealFolders, takes_a_folder_that_may_not_be_read_for_empty) {
+  const TempTree tree(R"(
+    l/
+      film 2M
+    locked/ mode=0
+      film 2M
+    half/
+      locked/ mode=0
+        film 2M
+      film 2M
+  )");
+  const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
+  const std::string complaint = asOtherUser([&]() -> std::string {
+    scan(tree.at("l"));
+    if (compareWith(tree.at("locked")) != allOfLeft) return "the locked folder is not empty";
+    if (!session_->errorMessage().empty()) return session_->errorMessage();
+    return compareWith(tree.at("half")).empty() ? "" : "what can be read does not count";
+  });
+  EXPECT_EQ(complaint, "");
+}
+
+TEST_F(ComparingRealFolders, follows_a_link_to_the_chosen_folder) {
+  const TempTree tree(R"(
+    l/
+      film 2M
+    r/
+      film 4M
+    link -> r
+  )");
+  scan(tree.at("l"));
+  EXPECT_EQ(compareWith(tree.at("link")),
+            (Rows{{".", 2 * MiB, 4 * MiB}, {"film", 2 * MiB, 4 * MiB}}));
+  EXPECT_EQ(session_->compareRightName(), "link");
+  EXPECT_EQ(compareWith(tree.at("r/")),
+            (Rows{{".", 2 * MiB, 4 * MiB}, {"film", 2 * MiB, 4 * MiB}}));
+  EXPECT_EQ(session_->compareRightName(), "r");
+}
+
+TEST_F(ComparingRealFolders, compares_remainders_like_any_item) {
+  const TempTree tree(R"(
+    l/
+      part## 1M x90
+    r/
+      part## 1M x93
+  )");
+  scan(tree.at("l"));
+  EXPECT_EQ(compareWith(tree.at("r")),
+            (Rows{{".", 90 * MiB, 93 * MiB}, {"__rest__", 10 * MiB, 13 * MiB}}));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,133 @@
+// What a finished scan leaves behind, on screen and on disk, and what the next run brings back.
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "scan/Format.h"
+#include "scan/ScanDiff.h"
+#include "session/DiskAlert.h"
+#include "session/FieldChanges.h"
+#include "session/ScanSession.h"
+#include "system/DiskSpace.h"
+#include "system/VolumeEngine.h"
+
+namespace tessaly {
+
+namespace {
+
+// Sizes are kept of a root, its children and theirs.
+constexpr int keptLevels = 2;
+constexpr std::int64_t smallestGrowth = 1048576;
+constexpr std::size_t recentsLimit = 5;
+constexpr int largestLimit = 80;
+constexpr int emptyFoldersLimit = 200;
+
+std::vector<std::string> textsOrNone(const SettingsStore& settings, std::string_view key) {
+  return settings.texts(key).value_or(std::vector<std::string>());
+}
+
+}  // namespace
+
+void ScanSession::restore() {
+  // Nobody can be listening yet, so that fields are set without a word.
+  recents_ = textsOrNone(settings(), ScanStore::recentsKey);
+  pins_ = textsOrNone(settings(), ScanStore::pinsKey);
+  excludes_ = textsOrNone(settings(), ScanStore::excludesKey);
+  disk_ = DiskSpace::usage(services_.volumeUsage(), std::nullopt, services_.run);
+  volumes_ = VolumeEngine::list(services_.run);
+
+  const std::optional<DiskNode> tree = ScanStore::loadTree(services_.supportDirectory);
+  if (!tree) return;
+  const std::string root = settings().text(ScanStore::lastScanRootKey).value_or(tree->path());
+  stack_ = {*tree};
+  scanRoot_ = root;
+  status_ = ScanStatus::complete;
+  FieldChanges changes(*this);
+  takeGrowth(changes, ScanStore::loadSizes(root, services_.supportDirectory),
+             ScanDiff::flatten(*tree, 0, keptLevels));
+  takeInsights(changes, *tree, 0);
+  history_ = ScanStore::loadHistory(root, services_.supportDirectory);
+}
+
+void ScanSession::applyScanResult(const DiskNode& result, const std::string& root) {
+  FieldChanges changes(*this);
+  const ScanStore::Directory& directory = services_.supportDirectory;
+
+  const PathSizes sizes = ScanDiff::flatten(result, 0, keptLevels);
+  takeGrowth(changes, ScanStore::loadSizes(root, directory), sizes);
+  ScanStore::saveSizes(sizes, root, directory);
+  settings().setText(ScanStore::lastScanRootKey, root);
+  ScanStore::saveTree(result, directory);
+  ScanStore::pushRecent(root, settings(), recentsLimit);
+  changes.set(recents_, textsOrNone(settings(), ScanStore::recentsKey),
+              &ScanSession::recentsChanged);
+  changes.set(volumes_, VolumeEngine::list(services_.run), &ScanSession::volumesChanged);
+
+  // Never compared with the old one: a new scan brings a new tree, even if it looks the same.
+  stack_ = {result};
+  changes.note(&ScanSession::stackChanged);
+  changes.set(status_, ScanStatus::complete, &ScanSession::statusChanged);
+  changes.set(progress_, "", &ScanSession::progressChanged);
+  changes.set(scanPercent_, 1.0, &ScanSession::scanPercentChanged);
+
+  const Clock::time_point now = services_.now();
+  const std::chrono::duration<double> duration = now - scanStarted_.value_or(now);
+  takeInsights(changes, result, duration.count());
+
+  const std::chrono::duration<double> date = services_.date().time_since_epoch();
+  ScanStore::appendHistory({.at = date.count(), .bytes = result.size(), .files = scanStats_->files},
+                           root, directory);
+  changes.set(history_, ScanStore::loadHistory(root, directory), &ScanSession::historyChanged);
+
+  readDisk(changes);
+  showToast(changes, "Scan complete — " + Format::bytes(result.size()));
+  services_.icon.requestAttention();
+  changes.announce();
+}
+
+void ScanSession::takeGrowth(FieldChanges& changes, const PathSizes& older,
+                             const PathSizes& newer) {
+  std::vector<ScanDelta> deltas = ScanDiff::compare(older, newer, smallestGrowth);
+  if (deltas == deltas_) return;
+  deltas_ = std::move(deltas);
+  grewPaths_.clear();
+  for (const ScanDelta& delta : deltas_) grewPaths_.insert(delta.path);
+  changes.note(&ScanSession::deltasChanged);
+}
+
+void ScanSession::takeInsights(FieldChanges& changes, const DiskNode& tree, double duration) {
+  changes.set(scanStats_, ScanInsights::stats(tree, duration), &ScanSession::scanStatsChanged);
+  changes.set(largest_, ScanInsights::largestFiles(tree, largestLimit),
+              &ScanSession::largestChanged);
+  changes.set(emptyFolders_, ScanInsights::emptyFolders(tree, emptyFoldersLimit),
+              &ScanSession::emptyFoldersChanged);
+}
+
+void ScanSession::refreshDisk() {
+  FieldChanges changes(*this);
+  readDisk(changes);
+  changes.announce();
+}
+
+void ScanSession::readDisk(FieldChanges& changes) {
+  changes.set(disk_, DiskSpace::usage(services_.volumeUsage(), std::nullopt, services_.run),
+              &ScanSession::diskChanged);
+  changes.set(trashCount_, DiskSpace::trashCount(services_.run), &ScanSession::trashCountChanged);
+  services_.icon.setBadge(Format::fixed(disk_.usedPercent, 0) + "%");
+  DiskAlert::check(disk_.usedPercent, services_.prefs, settings(), services_.notifications,
+                   services_.date());
+}
+
+std::string ScanSession::currentVolumeName() const {
+  if (!stack_.empty()) {
+    const std::string path = stack_.back().path();
+    for (const VolumeMount& volume : volumes_) {
+      if (volume.path != "/" && path.starts_with(volume.path)) return volume.name;
+    }
+  }
+  return "Macintosh HD";
+}
+
+}  // namespace tessaly

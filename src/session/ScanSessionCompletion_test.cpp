@@ -1,0 +1,294 @@
+// What a finished scan leaves behind, and what the next run of the program brings back.
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include <QObject>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr std::int64_t MiB = 1048576;
+
+// A root of 60 MiB with a folder of 40 MiB, a file in it, and an empty folder.
+DiskNode sampleTree(const std::string& path = "/data", std::int64_t inner = 40 * MiB) {
+  const std::string below = path + "/inner";
+  return folder(path, inner + 20 * MiB,
+                {folder(below, inner, {file(below + "/film.mp4", inner)}),
+                 file(path + "/disk.iso", 20 * MiB), folder(path + "/empty", 0)});
+}
+
+std::vector<std::string> paths(const std::vector<DiskNode>& nodes) {
+  std::vector<std::string> all;
+  all.reserve(nodes.size());
+  for (const DiskNode& node : nodes) all.push_back(node.path());
+  return all;
+}
+
+class ScanSessionCompletion : public SessionFixture {
+ protected:
+  std::string supportFile(const std::string& name) const {
+    std::ifstream file(support_.at(name));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+};
+
+const std::string twoVolumes =
+    "Filesystem 1K-blocks Used Available Use% Mounted on\n"
+    "/dev/sda1 100 60 40 60% /\n"
+    "/dev/sdb1 200 50 150 25% /media/stick\n";
+
+TEST_F(ScanSessionCompletion, writes_the_files_of_the_root) {
+  date_ = std::chrono::system_clock::time_point(std::chrono::milliseconds(1700000000500));
+  scanTo(sampleTree());
+  EXPECT_EQ(supportFile("sizes_data.json"),
+            "{\"/data\":62914560,\"/data/disk.iso\":20971520,\"/data/empty\":0,"
+            "\"/data/inner\":41943040,\"/data/inner/film.mp4\":41943040}");
+  EXPECT_EQ(supportFile("history_data.json"),
+            "[{\"at\":1700000000.5,\"bytes\":62914560,\"files\":2}]");
+  EXPECT_EQ(ScanStore::loadTree(support_.path()), sampleTree());
+  EXPECT_EQ(settings_.text("marrow.lastScanRoot"), "/data");
+  EXPECT_EQ(settings_.texts("marrow.recents"), std::vector<std::string>{"/data"});
+}
+
+TEST_F(ScanSessionCompletion, keeps_sizes_of_three_levels) {
+  const DiskNode deep =
+      folder("/a", 4, {folder("/a/b", 4, {folder("/a/b/c", 4, {folder("/a/b/c/d", 4)})})});
+  scanTo(deep);
+  EXPECT_EQ(supportFile("sizes_a.json"), "{\"/a\":4,\"/a/b\":4,\"/a/b/c\":4}");
+}
+
+TEST_F(ScanSessionCompletion, the_first_scan_of_a_root_lists_its_whole_top_as_growth) {
+  scanTo(sampleTree());
+  std::vector<std::string> grown;
+  for (const ScanDelta& delta : session().deltas()) grown.push_back(delta.path);
+  EXPECT_THAT(grown, ElementsAre("/data", "/data/inner", "/data/inner/film.mp4", "/data/disk.iso"));
+  EXPECT_THAT(session().grewPaths(),
+              ElementsAre("/data", "/data/disk.iso", "/data/inner", "/data/inner/film.mp4"));
+}
+
+TEST_F(ScanSessionCompletion, a_later_scan_lists_what_grew_by_a_mebibyte) {
+  scanTo(sampleTree());
+  scanTo(sampleTree("/data", 41 * MiB));
+  ASSERT_THAT(session().deltas(), SizeIs(3));
+  EXPECT_EQ(session().deltas().front(), (ScanDelta{"data", "/data", 60 * MiB, 61 * MiB}));
+  scanTo(sampleTree("/data", 42 * MiB - 1));
+  EXPECT_THAT(session().deltas(), IsEmpty());
+  EXPECT_THAT(session().grewPaths(), IsEmpty());
+}
+
+TEST_F(ScanSessionCompletion, roots_are_compared_each_with_its_own_past) {
+  scanTo(sampleTree("/data"));
+  scanTo(sampleTree("/other"));
+  EXPECT_THAT(session().deltas(), SizeIs(4));
+  scanTo(sampleTree("/data"));
+  EXPECT_THAT(session().deltas(), IsEmpty());
+}
+
+TEST_F(ScanSessionCompletion, shows_the_largest_files_and_the_empty_folders) {
+  scanTo(sampleTree());
+  EXPECT_THAT(paths(session().largest()), ElementsAre("/data/inner/film.mp4", "/data/disk.iso"));
+  EXPECT_THAT(paths(session().emptyFolders()), ElementsAre("/data/empty"));
+}
+
+TEST_F(ScanSessionCompletion, shows_eighty_files_and_two_hundred_folders_at_most) {
+  std::vector<DiskNode> children;
+  for (int i = 0; i < 300; ++i) {
+    children.push_back(file("/data/f" + std::to_string(i), 1));
+    children.push_back(folder("/data/d" + std::to_string(i), 0));
+  }
+  scanTo(folder("/data", 300, children));
+  EXPECT_THAT(session().largest(), SizeIs(80));
+  EXPECT_THAT(session().emptyFolders(), SizeIs(200));
+}
+
+TEST_F(ScanSessionCompletion, remembers_five_roots_the_newest_first) {
+  for (const char* root : {"/a", "/b", "/c", "/d", "/e", "/f", "/d"}) scanTo(sampleTree(root));
+  EXPECT_THAT(session().recents(), ElementsAre("/d", "/f", "/e", "/c", "/b"));
+}
+
+TEST_F(ScanSessionCompletion, history_keeps_the_newest_sixty_scans) {
+  for (int i = 0; i < 61; ++i) {
+    date_ = std::chrono::system_clock::time_point(std::chrono::seconds(i));
+    scanTo(sampleTree());
+  }
+  ASSERT_THAT(session().history(), SizeIs(60));
+  EXPECT_EQ(session().history().front(), (HistoryPoint{1, 60 * MiB, 2}));
+  EXPECT_EQ(session().history().back(), (HistoryPoint{60, 60 * MiB, 2}));
+  EXPECT_EQ(ScanStore::loadHistory("/data", support_.path()), session().history());
+}
+
+TEST_F(ScanSessionCompletion, says_how_much_was_scanned) {
+  scanTo(sampleTree());
+  EXPECT_EQ(session().toast(), "Scan complete — 60.0 MB");
+}
+
+TEST_F(ScanSessionCompletion, takes_the_volumes_again) {
+  EXPECT_THAT(session().volumes(), IsEmpty());
+  df_ = twoVolumes;
+  scanTo(sampleTree());
+  ASSERT_THAT(session().volumes(), SizeIs(2));
+  EXPECT_EQ(session().volumes()[1], (VolumeMount{"stick", "/media/stick", 204800, 25}));
+  df_.clear();
+  scanTo(sampleTree());
+  EXPECT_THAT(session().volumes(), IsEmpty());
+}
+
+TEST_F(ScanSessionCompletion, asks_how_full_disk_and_trash_are) {
+  volume_ = DiskUsage{.total = 100, .used = 87, .free = 13, .usedPercent = 87};
+  trash_ = "12\n";
+  const QSignalSpy disk(session_.get(), &ScanSession::diskChanged);
+  const QSignalSpy trash(session_.get(), &ScanSession::trashCountChanged);
+  scanTo(sampleTree());
+  EXPECT_EQ(session().disk(), *volume_);
+  EXPECT_EQ(session().trashCount(), 12);
+  EXPECT_EQ(disk.count(), 1);
+  EXPECT_EQ(trash.count(), 1);
+  trash_ = "3\n";
+  session().refreshDisk();
+  EXPECT_EQ(session().trashCount(), 3);
+}
+
+TEST_F(ScanSessionCompletion, whoever_is_told_of_the_tree_finds_all_that_belongs_to_it) {
+  bool wasTold = false;
+  QObject::connect(session_.get(), &ScanSession::stackChanged, session_.get(), [&] {
+    wasTold = true;
+    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_THAT(session().recents(), ElementsAre("/data"));
+    EXPECT_THAT(session().deltas(), SizeIs(4));
+    EXPECT_THAT(session().history(), SizeIs(1));
+    EXPECT_TRUE(session().scanStats().has_value());
+  });
+  scanTo(sampleTree());
+  EXPECT_TRUE(wasTold);
+}
+
+TEST_F(ScanSessionCompletion, goes_on_where_nothing_can_be_written) {
+  std::ofstream(support_.at("file"));
+  ScanSession::Services services = machine_.services("/home/user");
+  services.supportDirectory = support_.at("file");
+  services.walk = [](const auto&, const auto&, const auto&) { return sampleTree(); };
+  ScanSession session(services);
+  session.scan("/data");
+  dispatch().drainAll();
+  EXPECT_EQ(session.status(), ScanStatus::complete);
+  EXPECT_THAT(session.deltas(), SizeIs(4));
+  EXPECT_THAT(session.history(), IsEmpty());
+}
+
+TEST_F(ScanSessionCompletion, a_restart_brings_the_tree_back_without_a_walk) {
+  now_ += std::chrono::seconds(5);
+  scanTo(sampleTree());
+  ASSERT_GE(session().scanStats()->duration, 0);
+  const auto ran = walks().ran();
+  df_ = twoVolumes;
+  volume_ = DiskUsage{.total = 100, .used = 87, .free = 13, .usedPercent = 87};
+  restart();
+  EXPECT_EQ(walks().ran(), ran);
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  ASSERT_THAT(session().stack(), SizeIs(1));
+  EXPECT_EQ(session().stack().front(), sampleTree());
+  EXPECT_EQ(session().scanRoot(), "/data");
+  EXPECT_EQ(session().scanStats(),
+            (ScanStats{.nodes = 5, .files = 2, .folders = 3, .duration = 0, .bytes = 60 * MiB}));
+  EXPECT_THAT(paths(session().largest()), SizeIs(2));
+  EXPECT_THAT(paths(session().emptyFolders()), SizeIs(1));
+  EXPECT_THAT(session().history(), SizeIs(1));
+  EXPECT_THAT(session().recents(), ElementsAre("/data"));
+  EXPECT_THAT(session().volumes(), SizeIs(2));
+  EXPECT_EQ(session().disk(), *volume_);
+  // The sizes of the same scan are there to compare with: nothing has grown.
+  EXPECT_THAT(session().deltas(), IsEmpty());
+  EXPECT_EQ(session().toast(), std::nullopt);
+}
+
+TEST_F(ScanSessionCompletion, a_restored_tree_can_be_scanned_again) {
+  scanTo(sampleTree());
+  restart();
+  session().rescan();
+  dispatch().drainAll();
+  EXPECT_EQ(walks().at(1).root, "/data");
+}
+
+TEST_F(ScanSessionCompletion, a_restored_tree_without_its_root_stands_for_itself) {
+  ScanStore::saveTree(sampleTree("/elsewhere"), support_.path());
+  restart();
+  EXPECT_EQ(session().scanRoot(), "/elsewhere");
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(ScanSessionCompletion, starts_idle_where_no_tree_can_be_read) {
+  restart();
+  EXPECT_EQ(session().status(), ScanStatus::idle);
+  std::ofstream(support_.at("last-tree.json")) << "{\"name\":";
+  restart();
+  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_THAT(session().stack(), IsEmpty());
+  EXPECT_EQ(session().errorMessage(), "");
+  EXPECT_EQ(session().scanRoot(), "");
+}
+
+TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
+  settings_.setTexts("marrow.recents", {"/a", "/b"});
+  settings_.setTexts("marrow.pins", {"/p"});
+  settings_.setTexts("marrow.excludes", {"/x\xff"});
+  std::vector<BloatFilter> filters = BloatFilter::catalog();
+  filters[2].enabled = true;
+  filters[3].skipScan = true;
+  ScanStore::saveFilters(filters, settings_);
+  restart();
+  EXPECT_THAT(session().recents(), ElementsAre("/a", "/b"));
+  EXPECT_THAT(session().pins(), ElementsAre("/p"));
+  EXPECT_THAT(session().excludes(), ElementsAre("/x\xff"));
+  EXPECT_EQ(session().filters(), filters);
+}
+
+TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_none) {
+  settings_.setText("marrow.recents", "/a");
+  settings_.setBoolean("marrow.pins", true);
+  settings_.setBinary("marrow.excludes", "/x");
+  restart();
+  EXPECT_THAT(session().recents(), IsEmpty());
+  EXPECT_THAT(session().pins(), IsEmpty());
+  EXPECT_THAT(session().excludes(), IsEmpty());
+}
+
+TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_too) {
+  settings_.setTexts("marrow.excludes", {"/data/inner"});
+  restart();
+  session().scan("/data");
+  dispatch().drainAll();
+  EXPECT_THAT(walks().at(0).options.extraPrefixes, ElementsAre("/data/inner"));
+}
+
+TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
+  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+  df_ = twoVolumes;
+  scanTo(sampleTree("/media/stick/music"));
+  EXPECT_EQ(session().currentVolumeName(), "stick");
+  scanTo(sampleTree("/data"));
+  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+}
+
+TEST_F(ScanSessionCompletion, selection_queue_and_menu_stay_as_they_are) {
+  scanTo(sampleTree());
+  session().setFocused(file("/data/disk.iso", 20 * MiB));
+  session().setMenuNode(file("/data/disk.iso", 20 * MiB));
+  scanTo(sampleTree());
+  EXPECT_TRUE(session().focused().has_value());
+  EXPECT_TRUE(session().menuNode().has_value());
+}
+
+}  // namespace
+}  // namespace tessaly

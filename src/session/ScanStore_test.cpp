@@ -1,0 +1,345 @@
+#include "session/ScanStore.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "support/ForkedChild.h"
+#include "support/MemorySettings.h"
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Texts = std::vector<std::string>;
+using Points = std::vector<HistoryPoint>;
+
+DiskNode sampleTree() {
+  return DiskNode({"t", "/t", 3, true, FileKind::folder, 1700000000.5},
+                  {DiskNode({"\xff", "/t/\xff", 2, false, FileKind::video, {}})});
+}
+
+// The store over a folder of its own.
+class ScanStoreFiles : public ::testing::Test {
+ protected:
+  TempTree tree;
+  const std::string folder = tree.path();
+};
+
+TEST_F(ScanStoreFiles, names_and_forms_are_as_they_always_were) {
+  ScanStore::saveSizes({{"/Volumes/Data/Music", 7}, {"/Volumes/Data/Music/a", 5}},
+                       "/Volumes/Data/Music", folder);
+  ScanStore::appendHistory({1700000000, 7, 2}, "/Volumes/Data/Music", folder);
+  ScanStore::appendHistory({1700000060.5, 8, 3}, "/Volumes/Data/Music", folder);
+  ScanStore::saveSizes({}, "/", folder);
+  ScanStore::appendHistory({1, 2, 3}, "/", folder);
+  ScanStore::saveTree(sampleTree(), folder);
+  EXPECT_THAT(entriesOf(folder),
+              ElementsAre("history_.json", "history_Volumes_Data_Music.json", "last-tree.json",
+                          "sizes_.json", "sizes_Volumes_Data_Music.json"));
+  EXPECT_EQ(contentOf(tree.at("sizes_Volumes_Data_Music.json")),
+            R"({"/Volumes/Data/Music":7,"/Volumes/Data/Music/a":5})");
+  EXPECT_EQ(contentOf(tree.at("history_Volumes_Data_Music.json")),
+            R"([{"at":1700000000,"bytes":7,"files":2},{"at":1700000060.5,"bytes":8,"files":3}])");
+  EXPECT_EQ(contentOf(tree.at("sizes_.json")), "{}");
+  EXPECT_EQ(contentOf(tree.at("last-tree.json")),
+            "{\"name\":\"t\",\"path\":\"/t\",\"size\":3,\"isDir\":true,\"kind\":\"folder\","
+            "\"children\":[{\"name\":\"\U0010FFFF\",\"path\":\"/t/\U0010FFFF\",\"size\":2,"
+            "\"isDir\":false,\"kind\":\"video\",\"children\":[]}],\"mtime\":1700000000.5}");
+}
+
+TEST_F(ScanStoreFiles, what_was_saved_is_loaded) {
+  const PathSizes sizes = {{"/r", 4096}, {"/r/\xe9", 0}};
+  ScanStore::saveSizes(sizes, "/r", folder);
+  EXPECT_EQ(ScanStore::loadSizes("/r", folder), sizes);
+  ScanStore::saveTree(sampleTree(), folder);
+  EXPECT_EQ(ScanStore::loadTree(folder), sampleTree());
+  ScanStore::appendHistory({1.5, 2, 3}, "/r", folder);
+  EXPECT_EQ(ScanStore::loadHistory("/r", folder), (Points{{1.5, 2, 3}}));
+}
+
+TEST_F(ScanStoreFiles, nothing_is_there_at_first) {
+  EXPECT_THAT(ScanStore::loadSizes("/r", folder), IsEmpty());
+  EXPECT_THAT(ScanStore::loadHistory("/r", folder), IsEmpty());
+  EXPECT_EQ(ScanStore::loadTree(folder), std::nullopt);
+  EXPECT_THAT(ScanStore::loadSizes("/r", tree.at("none")), IsEmpty());
+}
+
+TEST_F(ScanStoreFiles, each_root_has_its_own) {
+  ScanStore::saveSizes({{"/a", 1}}, "/a", folder);
+  ScanStore::appendHistory({1, 1, 1}, "/a", folder);
+  EXPECT_THAT(ScanStore::loadSizes("/b", folder), IsEmpty());
+  EXPECT_THAT(ScanStore::loadHistory("/b", folder), IsEmpty());
+}
+
+TEST_F(ScanStoreFiles, roots_that_differ_in_slash_and_underscore_alone_share_theirs) {
+  ScanStore::saveSizes({{"/a/b", 1}}, "/a/b", folder);
+  ScanStore::appendHistory({1, 1, 1}, "/a/b", folder);
+  ScanStore::appendHistory({2, 2, 2}, "/a_b", folder);
+  EXPECT_EQ(ScanStore::loadSizes("/a_b", folder), (PathSizes{{"/a/b", 1}}));
+  EXPECT_EQ(ScanStore::loadHistory("/a/b", folder), (Points{{1, 1, 1}, {2, 2, 2}}));
+  EXPECT_THAT(entriesOf(folder), ElementsAre("history_a_b.json", "sizes_a_b.json"));
+}
+
+TEST_F(ScanStoreFiles, there_is_one_tree_for_all_roots) {
+  ScanStore::saveTree(DiskNode({"a", "/a", 1, true, FileKind::folder, {}}), folder);
+  ScanStore::saveTree(sampleTree(), folder);
+  EXPECT_EQ(ScanStore::loadTree(folder)->path(), "/t");
+}
+
+TEST_F(ScanStoreFiles, the_sixty_first_point_drops_the_oldest) {
+  for (int scan = 1; scan <= 60; ++scan)
+    ScanStore::appendHistory({1.0 * scan, scan, 0}, "/r", folder);
+  EXPECT_EQ(ScanStore::loadHistory("/r", folder).size(), 60U);
+  EXPECT_EQ(ScanStore::loadHistory("/r", folder).front().at, 1);
+  ScanStore::appendHistory({61, 61, 0}, "/r", folder);
+  const Points points = ScanStore::loadHistory("/r", folder);
+  ASSERT_EQ(points.size(), 60U);
+  for (std::size_t k = 0; k < points.size(); ++k)
+    EXPECT_EQ(points[k].at, 2.0 + static_cast<double>(k));
+}
+
+TEST_F(ScanStoreFiles, damaged_files_count_as_missing_and_are_overwritten) {
+  const std::string deep(100000, '[');
+  for (const std::string& damaged :
+       {""s, "\0"s, "null"s, "{"s, "[1,"s, "[]x"s, "[{\"at\":1,\"bytes\":1.5,\"files\":1}]"s,
+        "{\"/r\":-1}"s, "{\"/r\":1e3}"s, "\xff\xfe"s, "\xEF\xBB\xBF{}"s, deep,
+        std::string(100000, '{'), deep + std::string(100000, ']')}) {
+    for (const char* file : {"sizes_r.json", "history_r.json", "last-tree.json"}) {
+      putFile(tree.at(file), damaged);
+    }
+    EXPECT_THAT(ScanStore::loadSizes("/r", folder), IsEmpty());
+    EXPECT_THAT(ScanStore::loadHistory("/r", folder), IsEmpty());
+    EXPECT_EQ(ScanStore::loadTree(folder), std::nullopt);
+    ScanStore::appendHistory({1, 2, 3}, "/r", folder);
+    EXPECT_EQ(ScanStore::loadHistory("/r", folder), (Points{{1, 2, 3}}));
+    ScanStore::saveSizes({{"/r", 1}}, "/r", folder);
+    EXPECT_EQ(ScanStore::loadSizes("/r", folder), (PathSizes{{"/r", 1}}));
+    ScanStore::saveTree(sampleTree(), folder);
+    EXPECT_EQ(ScanStore::loadTree(folder), sampleTree());
+  }
+}
+
+TEST_F(ScanStoreFiles, folders_and_pipes_in_place_of_files_count_as_missing) {
+  for (const char* planted : {"sizes_r.json/\nhistory_r.json/\nlast-tree.json/\n",
+                              "sizes_r.json fifo\nhistory_r.json fifo\nlast-tree.json fifo\n"}) {
+    const TempTree odd(planted);
+    EXPECT_THAT(ScanStore::loadSizes("/r", odd.path()), IsEmpty());
+    EXPECT_THAT(ScanStore::loadHistory("/r", odd.path()), IsEmpty());
+    EXPECT_EQ(ScanStore::loadTree(odd.path()), std::nullopt);
+    ScanStore::saveSizes({{"/r", 1}}, "/r", odd.path());
+    ScanStore::appendHistory({1, 2, 3}, "/r", odd.path());
+    ScanStore::saveTree(sampleTree(), odd.path());
+    EXPECT_EQ(entriesOf(odd.path()).size(), 3U);
+  }
+}
+
+TEST_F(ScanStoreFiles, a_write_that_fails_leaves_the_old_file) {
+  ScanStore::saveSizes({{"/r", 1}}, "/r", folder);
+  chmod(folder.c_str(), 0555);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              ScanStore::saveSizes({{"/r", 2}}, "/r", folder);
+              ScanStore::saveTree(sampleTree(), folder);
+              ScanStore::appendHistory({1, 2, 3}, "/r", folder);
+              return "";
+            }),
+            "");
+  chmod(folder.c_str(), 0755);
+  EXPECT_EQ(ScanStore::loadSizes("/r", folder), (PathSizes{{"/r", 1}}));
+  EXPECT_THAT(entriesOf(folder), ElementsAre("sizes_r.json"));
+  ScanStore::saveSizes({{"/r", 2}}, "/r", tree.at("none"));
+  EXPECT_FALSE(fs::exists(tree.at("none")));
+}
+
+TEST_F(ScanStoreFiles, a_root_whose_files_would_have_too_long_names_is_never_remembered) {
+  // "sizes" and ".json" leave 245 of 255 bytes, "history" two less.
+  const std::string fits = "/" + std::string(242, 'r');
+  const std::string tooLong = "/" + std::string(245, 'r');
+  for (const std::string& root : {fits, tooLong}) {
+    ScanStore::saveSizes({{root, 1}}, root, folder);
+    ScanStore::appendHistory({1, 2, 3}, root, folder);
+  }
+  EXPECT_EQ(ScanStore::loadSizes(fits, folder).size(), 1U);
+  EXPECT_EQ(ScanStore::loadHistory(fits, folder).size(), 1U);
+  EXPECT_THAT(ScanStore::loadSizes(tooLong, folder), IsEmpty());
+  EXPECT_THAT(ScanStore::loadHistory(tooLong, folder), IsEmpty());
+  EXPECT_EQ(entriesOf(folder).size(), 2U);
+}
+
+TEST_F(ScanStoreFiles, a_root_may_be_any_bytes) {
+  ScanStore::saveSizes({{"/\xff", 1}}, "/\xff", folder);
+  EXPECT_EQ(ScanStore::loadSizes("/\xff", folder), (PathSizes{{"/\xff", 1}}));
+  EXPECT_THAT(entriesOf(folder), ElementsAre("sizes_\xff.json"));
+}
+
+TEST_F(ScanStoreFiles, the_support_folder_is_used_and_made_where_none_is_given) {
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              ::setenv("XDG_DATA_HOME", tree.at("data/home").c_str(), 1);
+              if (!ScanStore::loadSizes("/r").empty()) return "sizes from nowhere";
+              ScanStore::saveSizes({{"/r", 1}}, "/r");
+              ScanStore::appendHistory({1, 2, 3}, "/r");
+              ScanStore::saveTree(sampleTree());
+              if (ScanStore::loadSizes("/r").size() != 1) return "no sizes";
+              if (ScanStore::loadHistory("/r").size() != 1) return "no history";
+              if (ScanStore::loadTree() != sampleTree()) return "no tree";
+              return ScanStore::supportDir();
+            }),
+            tree.at("data/home/Marrow"));
+  EXPECT_THAT(entriesOf(tree.at("data/home/Marrow")),
+              ElementsAre("history_r.json", "last-tree.json", "sizes_r.json"));
+}
+
+TEST_F(ScanStoreFiles, a_support_folder_that_cannot_be_made_is_given_all_the_same) {
+  tree.plant("file\n");
+  EXPECT_EQ(inForkedChild([&] {
+              ::setenv("XDG_DATA_HOME", tree.at("file").c_str(), 1);
+              ScanStore::saveTree(sampleTree());
+              return ScanStore::supportDir() + (ScanStore::loadTree() ? " with a tree" : "");
+            }),
+            tree.at("file/Marrow"));
+}
+
+// What the store keeps in settings.
+class ScanStoreSettings : public ::testing::Test {
+ protected:
+  MemorySettings settings;
+};
+
+BloatFilter filter(const std::string& id, bool enabled, bool skipScan) {
+  return {id, "Name of " + id, {id}, "folder", enabled, skipScan};
+}
+
+TEST_F(ScanStoreSettings, keys_are_as_they_always_were) {
+  EXPECT_EQ(ScanStore::lastScanRootKey, "marrow.lastScanRoot");
+  EXPECT_EQ(ScanStore::excludesKey, "marrow.excludes");
+  ScanStore::togglePin("/p", settings);
+  ScanStore::pushRecent("/r", settings, 5);
+  ScanStore::saveFilters({filter("a", true, false)}, settings);
+  EXPECT_EQ(settings.texts("marrow.pins"), Texts{"/p"});
+  EXPECT_EQ(settings.texts("marrow.recents"), Texts{"/r"});
+  EXPECT_EQ(settings.binary("marrow.filters"), R"([{"id":"a","enabled":true,"skipScan":false}])");
+}
+
+TEST_F(ScanStoreSettings, a_ninth_pin_drops_the_oldest) {
+  for (int k = 1; k <= 8; ++k) ScanStore::togglePin("/" + std::to_string(k), settings);
+  EXPECT_EQ(settings.texts("marrow.pins"), (Texts{"/8", "/7", "/6", "/5", "/4", "/3", "/2", "/1"}));
+  const Texts pins = ScanStore::togglePin("/9", settings);
+  EXPECT_EQ(pins, (Texts{"/9", "/8", "/7", "/6", "/5", "/4", "/3", "/2"}));
+  EXPECT_EQ(settings.texts("marrow.pins"), pins);
+}
+
+TEST_F(ScanStoreSettings, toggling_a_pinned_path_removes_it_wherever_it_stands) {
+  for (const char* pinned : {"/first", "/middle", "/last"}) {
+    settings.setTexts("marrow.pins", {"/first", "/middle", "/last"});
+    const Texts pins = ScanStore::togglePin(pinned, settings);
+    EXPECT_EQ(pins.size(), 2U);
+    EXPECT_EQ(std::count(pins.begin(), pins.end(), pinned), 0);
+    EXPECT_EQ(settings.texts("marrow.pins"), pins);
+  }
+  EXPECT_THAT(ScanStore::togglePin("/first", settings), ElementsAre("/middle"));
+  EXPECT_THAT(ScanStore::togglePin("/middle", settings), IsEmpty());
+  EXPECT_EQ(settings.texts("marrow.pins"), Texts{});
+}
+
+TEST_F(ScanStoreSettings, only_the_first_of_several_equal_pins_is_removed) {
+  settings.setTexts("marrow.pins", {"/a", "/b", "/a"});
+  EXPECT_EQ(ScanStore::togglePin("/a", settings), (Texts{"/b", "/a"}));
+}
+
+TEST_F(ScanStoreSettings, pins_of_another_type_count_as_none) {
+  settings.setText("marrow.pins", "/a");
+  EXPECT_EQ(ScanStore::togglePin("/b", settings), Texts{"/b"});
+}
+
+TEST_F(ScanStoreSettings, pins_are_bytes) {
+  ScanStore::togglePin("/\xff", settings);
+  EXPECT_EQ(settings.texts("marrow.pins"), Texts{"/\xff"});
+  EXPECT_EQ(ScanStore::togglePin("/\xfe", settings), (Texts{"/\xfe", "/\xff"}));
+}
+
+TEST_F(ScanStoreSettings, the_same_root_is_recent_once_and_at_the_front) {
+  ScanStore::pushRecent("/a", settings, 5);
+  ScanStore::pushRecent("/a", settings, 5);
+  EXPECT_EQ(settings.texts("marrow.recents"), Texts{"/a"});
+  ScanStore::pushRecent("/b", settings, 5);
+  ScanStore::pushRecent("/a", settings, 5);
+  EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/a", "/b"}));
+  settings.setTexts("marrow.recents", {"/a", "/b", "/a", "/c", "/a"});
+  ScanStore::pushRecent("/a", settings, 5);
+  EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/a", "/b", "/c"}));
+}
+
+TEST_F(ScanStoreSettings, as_many_roots_are_recent_as_are_asked_for) {
+  for (int k = 1; k <= 6; ++k) ScanStore::pushRecent("/" + std::to_string(k), settings, 5);
+  EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/6", "/5", "/4", "/3", "/2"}));
+  ScanStore::pushRecent("/7", settings, 2);
+  EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/7", "/6"}));
+  ScanStore::pushRecent("/8", settings, 0);
+  EXPECT_EQ(settings.texts("marrow.recents"), Texts{});
+}
+
+TEST_F(ScanStoreSettings, saved_switches_are_put_over_the_catalogue) {
+  const std::vector<BloatFilter>& catalog = BloatFilter::catalog();
+  std::vector<BloatFilter> switched = catalog;
+  switched[0].enabled = true;
+  switched[3].skipScan = true;
+  switched[11].enabled = switched[11].skipScan = true;
+  ScanStore::saveFilters(switched, settings);
+  EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), switched);
+}
+
+TEST_F(ScanStoreSettings, filters_that_were_never_saved_keep_their_defaults) {
+  ScanStore::saveFilters({filter("b", true, false)}, settings);
+  const std::vector<BloatFilter> catalog = {filter("a", true, true), filter("b", false, true),
+                                            filter("c", false, false)};
+  EXPECT_EQ(
+      ScanStore::applySavedFilters(catalog, settings),
+      (std::vector{filter("a", true, true), filter("b", true, false), filter("c", false, false)}));
+}
+
+TEST_F(ScanStoreSettings, a_saved_filter_that_the_catalogue_does_not_know_has_no_effect) {
+  ScanStore::saveFilters({filter("gone", true, true), filter("a", true, false)}, settings);
+  EXPECT_EQ(ScanStore::applySavedFilters({filter("a", false, false)}, settings),
+            (std::vector{filter("a", true, false)}));
+}
+
+TEST_F(ScanStoreSettings, all_but_the_switches_comes_from_the_catalogue) {
+  BloatFilter old = filter("a", true, true);
+  old.name = "Old name";
+  old.patterns = {"old"};
+  old.symbol = "old";
+  ScanStore::saveFilters({old}, settings);
+  EXPECT_EQ(ScanStore::applySavedFilters({filter("a", false, false)}, settings),
+            (std::vector{filter("a", true, true)}));
+}
+
+TEST_F(ScanStoreSettings, damaged_filters_leave_the_catalogue_as_it_is) {
+  const std::vector<BloatFilter> catalog = {filter("a", false, true)};
+  EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), catalog);
+  for (const std::string& damaged :
+       {""s, "null"s, "{}"s, "[{}]"s, "[{\"id\":\"a\",\"enabled\":true}]"s, "\xff"s,
+        R"([{"id":"a","enabled":true,"skipScan":false})"s, std::string(100000, '[')}) {
+    settings.setBinary("marrow.filters", damaged);
+    EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), catalog) << damaged.substr(0, 100);
+  }
+  settings.setText("marrow.filters", R"([{"id":"a","enabled":true,"skipScan":false}])");
+  EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), catalog);
+}
+
+TEST_F(ScanStoreSettings, of_several_saved_states_of_one_filter_the_last_one_counts) {
+  settings.setBinary("marrow.filters", R"([{"id":"a","enabled":true,"skipScan":true},)"
+                                       R"({"id":"a","enabled":false,"skipScan":true}])");
+  EXPECT_EQ(ScanStore::applySavedFilters({filter("a", true, false)}, settings),
+            (std::vector{filter("a", false, true)}));
+}
+
+}  // namespace
+}  // namespace tessaly
