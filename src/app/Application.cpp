@@ -11,12 +11,18 @@
 
 #include "app/controls/Fonts.h"
 #include "app/controls/QtColor.h"
+#include "app/desktop/LinuxApplicationIcon.h"
+#include "app/desktop/LinuxNotifications.h"
 #include "app/desktop/LinuxWorkspace.h"
 #include "app/desktop/QtFolderPanel.h"
+#include "app/desktop/QtPasteboard.h"
+#include "app/desktop/QtSavePanel.h"
 #include "app/desktop/Renderer.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/ThreadedDispatch.h"
+#include "platform/UserTrash.h"
+#include "session/SettingsFile.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
@@ -48,6 +54,14 @@ QPalette darkPalette() {
   return palette;
 }
 
+// What the test lends, or else the real thing, which is made only then.
+template <class Seam, class Own, class Make>
+Seam& orOwn(Seam* lent, std::unique_ptr<Own>& own, Make make) {
+  if (lent != nullptr) return *lent;
+  own = make();
+  return *own;
+}
+
 }  // namespace
 
 void Application::setUpLook() {
@@ -66,15 +80,31 @@ Application::Application(const Seams& seams) {
         [this](Dispatch::Work work) { mainQueue_.post(std::move(work)); });
   Dispatch& dispatch = seams.dispatch != nullptr ? *seams.dispatch : *ownDispatch_;
   const std::string home = seams.homeDirectory.empty() ? homeDirectory() : seams.homeDirectory;
-  if (seams.folderPanel == nullptr) ownFolderPanel_ = std::make_unique<QtFolderPanel>(home);
-  if (seams.workspace == nullptr) ownWorkspace_ = std::make_unique<LinuxWorkspace>(dispatch);
+  SettingsStore& settings = orOwn(seams.settings, ownSettings_, [] {
+    return std::make_unique<SettingsFile>(SettingsFile::standardPath());
+  });
+  prefs_ = std::make_unique<MarrowPrefs>(settings);
 
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
-      .folderPanel = seams.folderPanel != nullptr ? *seams.folderPanel : *ownFolderPanel_,
-      .workspace = seams.workspace != nullptr ? *seams.workspace : *ownWorkspace_,
+      .folderPanel = orOwn(seams.folderPanel, ownFolderPanel_,
+                           [&] { return std::make_unique<QtFolderPanel>(home); }),
+      .savePanel = orOwn(seams.savePanel, ownSavePanel_,
+                         [&] { return std::make_unique<QtSavePanel>(home); }),
+      .workspace = orOwn(seams.workspace, ownWorkspace_,
+                         [&] { return std::make_unique<LinuxWorkspace>(dispatch); }),
+      .pasteboard =
+          orOwn(seams.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); }),
+      .icon = orOwn(seams.icon, ownIcon_,
+                    [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
+      .notifications = orOwn(seams.notifications, ownNotifications_,
+                             [&] { return std::make_unique<LinuxNotifications>(dispatch); }),
+      .trash = orOwn(seams.trash, ownTrash_, [] { return userTrash(); }),
+      .prefs = *prefs_,
       .homeDirectory = home,
-      .walk = seams.walk});
+      .supportDirectory = seams.supportDirectory,
+      .walk = seams.walk,
+      .run = seams.run});
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
   engine_->setInitialProperties({{QStringLiteral("session"), QVariant::fromValue(session_.get())}});
@@ -82,6 +112,7 @@ Application::Application(const Seams& seams) {
   if (!engine_->rootObjects().isEmpty())
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
   if (window_ == nullptr) qFatal("The main window could not be made.");
+  if (ownIcon_) ownIcon_->setWindow(window_);
 }
 
 Application::~Application() = default;

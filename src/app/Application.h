@@ -10,10 +10,18 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
+#include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/MainQueue.h"
+#include "platform/ApplicationIcon.h"
 #include "platform/Dispatch.h"
 #include "platform/FolderPanel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Pasteboard.h"
+#include "platform/SavePanel.h"
+#include "platform/SettingsStore.h"
+#include "platform/TrashMover.h"
 #include "platform/Workspace.h"
+#include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -25,9 +33,17 @@ class Application {
   struct Seams {
     Dispatch* dispatch = nullptr;
     FolderPanel* folderPanel = nullptr;
+    SavePanel* savePanel = nullptr;
     Workspace* workspace = nullptr;
+    Pasteboard* pasteboard = nullptr;
+    ApplicationIcon* icon = nullptr;
+    NotificationCenter* notifications = nullptr;
+    TrashMover* trash = nullptr;
+    SettingsStore* settings = nullptr;
     std::string homeDirectory = {};
+    ScanStore::Directory supportDirectory = {};  // where scans leave their files
     ScanSession::Walk walk = {};
+    Shell::Run run = {};
   };
 
   // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
@@ -47,7 +63,14 @@ class Application {
   MainQueue mainQueue_;
   std::unique_ptr<Dispatch> ownDispatch_;
   std::unique_ptr<FolderPanel> ownFolderPanel_;
+  std::unique_ptr<SavePanel> ownSavePanel_;
   std::unique_ptr<Workspace> ownWorkspace_;
+  std::unique_ptr<Pasteboard> ownPasteboard_;
+  std::unique_ptr<LinuxApplicationIcon> ownIcon_;
+  std::unique_ptr<NotificationCenter> ownNotifications_;
+  std::unique_ptr<TrashMover> ownTrash_;
+  std::unique_ptr<SettingsStore> ownSettings_;
+  std::unique_ptr<MarrowPrefs> prefs_;
   std::unique_ptr<ScanSession> session_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
   QQuickWindow* window_ = nullptr;

@@ -2,17 +2,14 @@
 
 #include <QTest>
 
+#include "journeys/Seams.h"
 #include "journeys/WindowItems.h"
 #include "treemap/TreemapLayout.h"
 
 namespace tessaly {
 
 Journey::Journey(std::string_view tree)
-    : tree_(tree),
-      application_({.dispatch = &dispatch_,
-                    .folderPanel = &folderPanel_,
-                    .workspace = &workspace_,
-                    .homeDirectory = tree_.path()}) {
+    : tree_(tree), application_(seamsOf(machine_, tree_.path())) {
   window().show();
   settle(window());
 }

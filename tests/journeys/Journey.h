@@ -10,10 +10,7 @@
 #include <QString>
 
 #include "app/Application.h"
-#include "support/FakeFolderPanel.h"
-#include "support/FakeWorkspace.h"
-#include "support/HandSteppedDispatch.h"
-#include "support/TempTree.h"
+#include "support/FakeMachine.h"
 
 namespace tessaly {
 
@@ -44,9 +41,10 @@ class Journey : public testing::Test {
   void finishScan();
 
   TempTree tree_;
-  HandSteppedDispatch dispatch_;
-  FakeFolderPanel folderPanel_;
-  FakeWorkspace workspace_;
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  FakeFolderPanel& folderPanel_ = machine_.folderPanel;
+  FakeWorkspace& workspace_ = machine_.workspace;
   Application application_;
 };
 

@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <QImage>
 #include <QMouseEvent>
+#include <QTemporaryDir>
 
 #include "app/Application.h"
 #include "app/desktop/Display.h"
@@ -14,6 +15,7 @@
 #include "picture/HeldWalk.h"
 #include "picture/PictureOptions.h"
 #include "platform/HomeDirectory.h"
+#include "support/MemorySettings.h"
 
 using namespace tessaly;
 using Screen = PictureOptions::Screen;
@@ -60,8 +62,13 @@ int takePicture(const PictureOptions& options) {
   HeldWalk walk;
   const std::string root = options.root.empty() ? homeDirectory() : options.root;
   const bool fails = options.screen == Screen::failed;
-  Application application(
-      {.homeDirectory = fails ? root + "/nothing here" : root, .walk = std::ref(walk)});
+  // The picture neither shows nor changes what the program remembers for its user.
+  MemorySettings settings;
+  const QTemporaryDir support;
+  Application application({.settings = &settings,
+                           .homeDirectory = fails ? root + "/nothing here" : root,
+                           .supportDirectory = support.path().toStdString(),
+                           .walk = std::ref(walk)});
   const HeldWalk::Release releaseAtTheEnd(walk);
   ScanSession& session = application.session();
   QQuickWindow& window = application.window();
@@ -82,7 +89,11 @@ int takePicture(const PictureOptions& options) {
     case Screen::idle:
       break;
     case Screen::failed:
+      scanToEnd();
+      break;
     case Screen::map:
+      scanToEnd();
+      // At the first scan of a folder all of it counts as grown, and has the colour of that.
       scanToEnd();
       break;
     case Screen::rescanning:

@@ -5,104 +5,49 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <mutex>
-#include <thread>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
-#include <QEventLoop>
-#include <QProcess>
 
+#include "support/PrivateBus.h"
+#include "support/QtDispatch.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
 
-// Runs each task on a thread of its own, and joins them all on request.
-class ThreadDispatch : public Dispatch {
- public:
-  void async(Queue queue, Work work) override {
-    EXPECT_NE(queue, Queue::main);
-    threads_.emplace_back(std::move(work));
-  }
-  void after(std::chrono::milliseconds, Queue, Work) override { ADD_FAILURE(); }
-
-  // Keeps the main thread's events going meanwhile: the fake file manager answers there.
-  void finish() {
-    for (auto& thread : threads_) {
-      QEventLoop loop;
-      std::thread joiner([&] {
-        thread.join();
-        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
-      });
-      loop.exec();
-      joiner.join();
-    }
-    threads_.clear();
-  }
-
- private:
-  std::vector<std::thread> threads_;
-};
-
-class FileManager : public QDBusVirtualObject {
- public:
-  QString introspect(const QString&) const override { return {}; }
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    calls.push_back(message);
-    connection.send(message.createReply());
-    return true;
-  }
-  std::vector<QDBusMessage> calls;
-};
-
 class LinuxWorkspaceTest : public testing::Test {
  protected:
-  void SetUp() override {
-    daemon_.setProgram(QStringLiteral("dbus-daemon"));
-    daemon_.setArguments({QStringLiteral("--session"), QStringLiteral("--nofork"),
-                          QStringLiteral("--print-address")});
-    daemon_.start();
-    ASSERT_TRUE(daemon_.waitForReadyRead()) << "dbus-daemon is needed for this test";
-    address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-  }
+  void SetUp() override { ASSERT_TRUE(bus_.isRunning()) << "dbus-daemon is needed for this test"; }
 
-  void TearDown() override {
-    dispatch_.finish();
-    QDBusConnection::disconnectFromBus(QStringLiteral("viewer"));
-    QDBusConnection::disconnectFromBus(QStringLiteral("workspace"));
-    daemon_.kill();
-    daemon_.waitForFinished();
-  }
+  void TearDown() override { dispatch_.finish(); }
 
   void startFileManager() {
-    auto bus = QDBusConnection::connectToBus(address_, QStringLiteral("viewer"));
+    QDBusConnection bus = bus_.connection(QStringLiteral("viewer"));
     ASSERT_TRUE(
         bus.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager_));
     ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
   }
 
   LinuxWorkspace workspace() {
-    return LinuxWorkspace(
-        dispatch_,
-        {[this] { return QDBusConnection::connectToBus(address_, QStringLiteral("workspace")); },
-         [this](const std::string& uri) {
-           const std::lock_guard lock(mutex_);
-           opened_.push_back(uri);
-         }});
+    return LinuxWorkspace(dispatch_,
+                          {[this] { return bus_.connection(QStringLiteral("workspace")); },
+                           [this](const std::string& uri) {
+                             const std::lock_guard lock(mutex_);
+                             opened_.push_back(uri);
+                           }});
   }
 
   std::string file(const std::string& name) {
-    const std::string path = folder_.path() + "/" + name;
+    std::string path = folder_.path() + "/" + name;
     std::ofstream(path) << "x";
     return path;
   }
 
-  ThreadDispatch dispatch_;
+  BusObject fileManager_;
+  PrivateBus bus_;
+  QtDispatch dispatch_;
   TempTree folder_;
-  QProcess daemon_;
-  QString address_;
-  FileManager fileManager_;
   std::mutex mutex_;
   std::vector<std::string> opened_;
 };

@@ -1,37 +1,27 @@
 #include "app/desktop/QtFolderPanel.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QTemporaryDir>
-#include <QTimer>
+
+#include "support/ModalDialog.h"
 
 namespace tessaly {
 namespace {
 
 const FolderPanel::Request request{.prompt = "Scan", .message = "Choose a folder to map."};
 
-// Runs `answer` on the dialog as soon as it is up.
-void whenUp(std::function<void(QFileDialog&)> answer) {
-  QTimer::singleShot(0, [answer = std::move(answer)] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
-    answer(*dialog);
-  });
-}
-
 TEST(QtFolderPanel, gives_nothing_when_the_user_backs_out) {
   QtFolderPanel panel("/");
-  whenUp([](QFileDialog& dialog) { dialog.reject(); });
+  whenUp<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(panel.chooseFolder(request), std::nullopt);
 }
 
 TEST(QtFolderPanel, bears_the_message_and_the_prompt) {
   QtFolderPanel panel("/");
-  whenUp([](QFileDialog& dialog) {
+  whenUp<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Choose a folder to map."));
     EXPECT_EQ(dialog.labelText(QFileDialog::Accept), QStringLiteral("Scan"));
     EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
@@ -45,7 +35,7 @@ TEST(QtFolderPanel, gives_the_chosen_folder) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("d\u00e9j\u00e0 vu")));
   QtFolderPanel panel(folder.path().toStdString());
-  whenUp([](QFileDialog& dialog) {
+  whenUp<QFileDialog>([](QFileDialog& dialog) {
     dialog.selectFile(QStringLiteral("d\u00e9j\u00e0 vu"));
     dialog.QDialog::accept();
   });
@@ -56,13 +46,13 @@ TEST(QtFolderPanel, opens_where_it_was_left) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("in")));
   QtFolderPanel panel("/");
-  whenUp([&](QFileDialog& dialog) {
+  whenUp<QFileDialog>([&](QFileDialog& dialog) {
     dialog.setDirectory(folder.path());
     dialog.selectFile(QStringLiteral("in"));
     dialog.QDialog::accept();
   });
   ASSERT_TRUE(panel.chooseFolder(request).has_value());
-  whenUp([&](QFileDialog& dialog) {
+  whenUp<QFileDialog>([&](QFileDialog& dialog) {
     EXPECT_EQ(dialog.directory().absolutePath(), folder.path());
     dialog.reject();
   });

@@ -35,7 +35,7 @@ void TreemapSurface::setSession(ScanSession* session) {
   session_ = session;
   if (session_ != nullptr) {
     connect(session_, &ScanSession::filtersChanged, this, &TreemapSurface::renew);
-    connect(session_, &ScanSession::grewPathsChanged, this, &TreemapSurface::renew);
+    connect(session_, &ScanSession::deltasChanged, this, &TreemapSurface::renew);
     connect(session_, &ScanSession::heatmapChanged, this, &TreemapSurface::renew);
     connect(session_, &ScanSession::selectionChanged, this, &TreemapSurface::renew);
   }

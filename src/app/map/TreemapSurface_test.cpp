@@ -13,9 +13,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 
 #include "app/map/SampleTiles_test.h"
-#include "support/FakeFolderPanel.h"
-#include "support/FakeWorkspace.h"
-#include "support/HandSteppedDispatch.h"
+#include "support/FakeMachine.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
@@ -101,10 +99,9 @@ class TreemapSurfaceTest : public ::testing::Test {
     return session_.focused()->path();
   }
 
-  HandSteppedDispatch dispatch_;
-  FakeFolderPanel folderPanel_;
-  FakeWorkspace workspace_;
-  ScanSession session_{{dispatch_, folderPanel_, workspace_, "/home"}};
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  ScanSession session_{machine_.services("/home")};
   QQmlEngine engine_;
   QQuickWindow window_;
   std::unique_ptr<TreemapSurface> canvas_;
@@ -189,7 +186,7 @@ TEST_F(TreemapSurfaceTest, shows_names_that_are_no_text_and_keeps_their_bytes) {
   EXPECT_EQ(textOf("tooltipName"), "caf\uFFFD");
   EXPECT_EQ(focusedPath(), "/r/caf\xE9");
   click(on("/r/caf\xE9"));
-  EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{"/r/caf\xE9"}}));
+  EXPECT_EQ(machine_.workspace.revealed, (std::vector<std::vector<std::string>>{{"/r/caf\xE9"}}));
 }
 
 TEST_F(TreemapSurfaceTest, places_the_tooltip_beside_the_pointer) {
@@ -242,7 +239,7 @@ TEST_F(TreemapSurfaceTest, lets_the_pointer_through_the_tooltip) {
 TEST_F(TreemapSurfaceTest, drills_into_a_folder_with_children) {
   click(on("/r/docs"));
   EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
-  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
   EXPECT_EQ(focusedPath(), "/r/docs");
 }
 
@@ -250,7 +247,7 @@ TEST_F(TreemapSurfaceTest, reveals_a_file_and_a_folder_without_children) {
   click(on("/r/film.mp4"));
   click(on("/r/empty"));
   EXPECT_TRUE(opened_.empty());
-  EXPECT_EQ(workspace_.revealed,
+  EXPECT_EQ(machine_.workspace.revealed,
             (std::vector<std::vector<std::string>>{{"/r/film.mp4"}, {"/r/empty"}}));
 }
 
@@ -264,10 +261,10 @@ TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
 TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {
   press(on("/r/film.mp4"));
   release(on("/r/film.mp4") + QPointF(8, 0));
-  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
   press(on("/r/film.mp4"));
   release(on("/r/film.mp4") + QPointF(7.5, 0));
-  EXPECT_EQ(workspace_.revealed.size(), 1U);
+  EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
 }
 
 TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click) {
@@ -277,13 +274,13 @@ TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click)
   press({inside.x + 20, inside.y - 2});
   release({inside.x + 20, inside.y + 2});
   EXPECT_TRUE(opened_.empty());
-  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
 TEST_F(TreemapSurfaceTest, does_nothing_when_clicked_between_tiles) {
   click({1, 1});
   EXPECT_TRUE(opened_.empty());
-  EXPECT_TRUE(workspace_.revealed.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
   EXPECT_EQ(focusedPath(), std::nullopt);
 }
 

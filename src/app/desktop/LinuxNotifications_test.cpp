@@ -1,0 +1,234 @@
+// A notification service of our own, on a bus of our own.
+#include "app/desktop/LinuxNotifications.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include <QDBusArgument>
+#include <QDBusError>
+
+#include "support/PrivateBus.h"
+#include "support/QtDispatch.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+const QString serviceName = QStringLiteral("org.freedesktop.Notifications");
+const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
+
+const NotificationCenter::Notification nearlyFull{.identifier = "marrow.disk.pressure",
+                                                  .title = "Disk almost full",
+                                                  .body = "This Mac is 93% full.",
+                                                  .hasSound = true};
+
+NotificationCenter::Notification saying(const std::string& body,
+                                        const std::string& identifier = "news") {
+  return {.identifier = identifier, .title = "News", .body = body};
+}
+
+class LinuxNotificationsTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(bus_.isRunning()) << "dbus-daemon is needed for this test"; }
+
+  QDBusConnection server() { return bus_.connection(QStringLiteral("server")); }
+  QDBusConnection program() { return bus_.connection(QStringLiteral("program")); }
+
+  void startService() {
+    service_.answer = [this](const QDBusMessage& call, const QDBusConnection& bus) {
+      bus.send(call.createReply(++lastId_));
+    };
+    ASSERT_TRUE(server().registerVirtualObject(objectPath, &service_));
+    ASSERT_TRUE(server().registerService(serviceName));
+  }
+
+  // The service takes its time.
+  void holdAnswers() {
+    service_.answer = [](const QDBusMessage& call, const QDBusConnection&) {
+      call.setDelayedReply(true);
+    };
+  }
+
+  // Long enough for a notification that must first ask who the service is.
+  void settle() {
+    dispatch_.finish();
+    for (int i = 0; i < 3; ++i) catchUp(program(), serviceName, objectPath);
+  }
+
+  void post(const NotificationCenter::Notification& notification) {
+    notifications_.post(notification);
+    settle();
+  }
+
+  QVariant argument(std::size_t call, int position) const {
+    return service_.calls.at(call).arguments().at(position);
+  }
+  uint replacedBy(std::size_t call) const { return argument(call, 1).toUInt(); }
+  QString body(std::size_t call) const { return argument(call, 4).toString(); }
+  QVariantMap hints(std::size_t call) const {
+    return qdbus_cast<QVariantMap>(argument(call, 6).value<QDBusArgument>());
+  }
+
+  uint lastId_ = 6;
+  BusObject service_;
+  PrivateBus bus_;
+  QtDispatch dispatch_;
+  LinuxNotifications notifications_{dispatch_, [this] { return program(); }};
+};
+
+TEST_F(LinuxNotificationsTest, shows_the_notification) {
+  startService();
+  post(nearlyFull);
+  ASSERT_EQ(service_.calls.size(), 1u);
+  const QDBusMessage& call = service_.calls.front();
+  EXPECT_EQ(call.interface(), serviceName);
+  EXPECT_EQ(call.member(), QStringLiteral("Notify"));
+  EXPECT_EQ(call.signature(), QStringLiteral("susssasa{sv}i"));
+  EXPECT_EQ(argument(0, 0), QStringLiteral("Tessaly"));
+  EXPECT_EQ(replacedBy(0), 0u);
+  EXPECT_EQ(argument(0, 3), QStringLiteral("Disk almost full"));
+  EXPECT_EQ(body(0), QStringLiteral("This Mac is 93% full."));
+  EXPECT_TRUE(argument(0, 5).toStringList().isEmpty());
+  EXPECT_EQ(argument(0, 7), -1);
+  EXPECT_EQ(hints(0),
+            (QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("tessaly")},
+                         {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}}));
+}
+
+TEST_F(LinuxNotificationsTest, is_silent_unless_there_is_to_be_a_sound) {
+  startService();
+  post(saying("quiet"));
+  EXPECT_EQ(hints(0), (QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("tessaly")},
+                                   {QStringLiteral("suppress-sound"), true}}));
+}
+
+TEST_F(LinuxNotificationsTest, keeps_the_service_from_reading_the_body_as_markup) {
+  startService();
+  post({.identifier = "news", .title = "a < b", .body = "R&D <b>caf\u00e9</b>"});
+  EXPECT_EQ(argument(0, 3), QStringLiteral("a < b"));
+  EXPECT_EQ(body(0), QStringLiteral("R&amp;D &lt;b&gt;caf\u00e9&lt;/b&gt;"));
+}
+
+TEST_F(LinuxNotificationsTest, replaces_the_earlier_one_of_the_same_identifier) {
+  startService();
+  post(saying("first"));
+  post(saying("second"));
+  post(saying("third"));
+  ASSERT_EQ(service_.calls.size(), 3u);
+  EXPECT_EQ(replacedBy(1), 7u);
+  EXPECT_EQ(replacedBy(2), 8u);
+}
+
+TEST_F(LinuxNotificationsTest, leaves_those_of_other_identifiers_alone) {
+  startService();
+  post(saying("first", "a"));
+  post(saying("second", "b"));
+  ASSERT_EQ(service_.calls.size(), 2u);
+  EXPECT_EQ(replacedBy(1), 0u);
+}
+
+TEST_F(LinuxNotificationsTest, shows_the_newest_once_the_one_under_way_has_its_id) {
+  startService();
+  holdAnswers();
+  post(saying("first"));
+  post(saying("second"));
+  post(saying("third"));
+  ASSERT_EQ(service_.calls.size(), 1u);
+  server().send(service_.calls.front().createReply(31u));
+  settle();
+  ASSERT_EQ(service_.calls.size(), 2u);
+  EXPECT_EQ(body(1), QStringLiteral("third"));
+  EXPECT_EQ(replacedBy(1), 31u);
+}
+
+TEST_F(LinuxNotificationsTest, goes_on_with_others_while_one_gets_no_answer) {
+  startService();
+  holdAnswers();
+  post(saying("first", "a"));
+  post(saying("second", "b"));
+  ASSERT_EQ(service_.calls.size(), 2u);
+  EXPECT_EQ(body(1), QStringLiteral("second"));
+}
+
+TEST_F(LinuxNotificationsTest, takes_no_id_from_a_service_that_refused) {
+  startService();
+  const auto accept = service_.answer;
+  post(saying("first"));
+  service_.answer = [](const QDBusMessage& call, const QDBusConnection& bus) {
+    bus.send(call.createErrorReply(QDBusError::LimitsExceeded, QStringLiteral("too many")));
+  };
+  post(saying("second"));
+  service_.answer = accept;
+  post(saying("third"));
+  ASSERT_EQ(service_.calls.size(), 3u);
+  EXPECT_EQ(replacedBy(1), 7u);
+  EXPECT_EQ(replacedBy(2), 0u);
+}
+
+TEST_F(LinuxNotificationsTest, replaces_nothing_at_a_service_that_was_started_anew) {
+  startService();
+  post(saying("first"));
+  ASSERT_TRUE(server().unregisterService(serviceName));
+  BusObject successor;
+  QDBusConnection other = bus_.connection(QStringLiteral("successor"));
+  ASSERT_TRUE(other.registerVirtualObject(objectPath, &successor));
+  ASSERT_TRUE(other.registerService(serviceName));
+  post(saying("second"));
+  other.unregisterObject(objectPath);
+  EXPECT_EQ(service_.calls.size(), 1u);
+  ASSERT_EQ(successor.calls.size(), 1u);
+  EXPECT_EQ(successor.calls.front().arguments().at(1).toUInt(), 0u);
+}
+
+TEST_F(LinuxNotificationsTest, waits_for_nobody_while_the_service_is_started) {
+  const TempTree folder;
+  const std::string pipe = folder.path() + "/started";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  bus_.startServiceBy(serviceName, ": > " + pipe);
+  notifications_.post(nearlyFull);
+  dispatch_.finish();
+  // Opens once the bus has been asked for the service and has begun to start it.
+  const int started = open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_GE(started, 0);
+  close(started);
+  EXPECT_TRUE(service_.calls.empty());
+  startService();
+  settle();
+  ASSERT_EQ(service_.calls.size(), 1u);
+  EXPECT_EQ(argument(0, 3), QStringLiteral("Disk almost full"));
+}
+
+TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_service_but_does_once_there_is) {
+  notifications_.post(saying("lost"));
+  dispatch_.finish();
+  catchUp(program(), serviceName, objectPath);
+  startService();
+  post(saying("shown"));
+  ASSERT_EQ(service_.calls.size(), 1u);
+  EXPECT_EQ(body(0), QStringLiteral("shown"));
+}
+
+TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_bus) {
+  startService();
+  LinuxNotifications notifications(dispatch_,
+                                   [] { return QDBusConnection(QStringLiteral("nobody")); });
+  notifications.post(saying("first"));
+  notifications.post(saying("second"));
+  dispatch_.finish();
+  notifications.post(saying("third"));
+  settle();
+  EXPECT_TRUE(service_.calls.empty());
+}
+
+TEST_F(LinuxNotificationsTest, asks_nobody_for_leave) {
+  startService();
+  notifications_.requestAuthorization();
+  settle();
+  EXPECT_TRUE(service_.calls.empty());
+}
+
+}  // namespace
+}  // namespace tessaly

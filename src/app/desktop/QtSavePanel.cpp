@@ -1,0 +1,72 @@
+#include "app/desktop/QtSavePanel.h"
+
+#include <utility>
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QListView>
+
+#include "app/desktop/FilePanel.h"
+#include "app/desktop/SuggestedName.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int mostBytesInName = 255;
+
+// Puts the extension behind the name before the dialog looks whether such a file is there. Qt's own
+// default suffix would leave "backup.2024" without one.
+class SaveDialog : public QFileDialog {
+ public:
+  explicit SaveDialog(const QString& extension) : ending_(QLatin1Char('.') + extension) {
+    setAcceptMode(QFileDialog::AcceptSave);
+    setFileMode(QFileDialog::AnyFile);
+    setNameFilter(extension.toUpper() + QStringLiteral(" (*") + ending_ + QLatin1Char(')'));
+  }
+
+  void accept() override {
+    auto* nameField = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* list = findChild<QListView*>(QStringLiteral("listView"));
+    const QStringList files = selectedFiles();
+    if (nameField == nullptr || list == nullptr || files.isEmpty()) return;
+    QString path = files.first();
+    // A folder is entered, not written to.
+    if (!QFileInfo(path).isDir()) {
+      if (!path.endsWith(ending_, Qt::CaseInsensitive)) {
+        path += ending_;
+        nameField->setText(directory().relativeFilePath(path));
+        // The list follows what is typed, and Qt goes by the list first.
+        list->selectionModel()->clear();
+      }
+      // No file can bear it, so the user had better think of another.
+      if (QFile::encodeName(QFileInfo(path).fileName()).size() > mostBytesInName) return;
+    }
+    QFileDialog::accept();
+  }
+
+ private:
+  QString ending_;
+};
+
+}  // namespace
+
+QtSavePanel::QtSavePanel(std::string startDirectory) : directory_(std::move(startDirectory)) {}
+
+std::optional<std::string> QtSavePanel::chooseFile(const Request& request) {
+  SaveDialog dialog(QString::fromStdString(request.extension));
+  dialog.setObjectName(QStringLiteral("savePanel"));
+  dialog.setOption(QFileDialog::ReadOnly, !request.canCreateDirectories);
+  FilePanel::setUp(dialog, directory_);
+  dialog.selectFile(QString::fromStdString(suggestedName(request.fileName, request.extension)));
+  std::optional<std::string> path = FilePanel::run(dialog);
+  // Which may be another folder than the one in sight: the user can type a path.
+  if (path)
+    directory_ = FilePanel::bytesOf(QFileInfo(dialog.selectedFiles().first()).absolutePath());
+  return path;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,26 @@
+// The program on a machine of fakes.
+#pragma once
+
+#include <string>
+
+#include "app/Application.h"
+#include "support/FakeMachine.h"
+
+namespace tessaly {
+
+inline Application::Seams seamsOf(FakeMachine& machine, const std::string& homeDirectory) {
+  return {.dispatch = &machine.dispatch,
+          .folderPanel = &machine.folderPanel,
+          .savePanel = &machine.savePanel,
+          .workspace = &machine.workspace,
+          .pasteboard = &machine.pasteboard,
+          .icon = &machine.icon,
+          .notifications = &machine.notifications,
+          .trash = &machine.trash,
+          .settings = &machine.settings,
+          .homeDirectory = homeDirectory,
+          .supportDirectory = machine.support.path(),
+          .run = noTools};
+}
+
+}  // namespace tessaly

@@ -1,0 +1,350 @@
+// Items on the file system of the home Trash.
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include "platform/linux/trash/MoveItem.h"
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+#include "support/SystemCallTrace.h"
+#include "support/TrashContract.h"
+#include "trash/TrashOnDisk.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Kind = SystemError::Kind;
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Home, TrashContract, TrashOnDisk);
+
+class HomeTrash : public testing::Test {
+ protected:
+  std::string trash(const std::string& path) {
+    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    EXPECT_TRUE(moved) << told(moved);
+    return moved ? moved.value() : "";
+  }
+  SystemError refusalOf(const std::string& path) {
+    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    EXPECT_FALSE(moved) << path;
+    return moved ? SystemError() : moved.error();
+  }
+  SystemError refusalOf(const std::string& trashPath, const std::string& original) {
+    const Outcome back = disk_.mover().putBack(trashPath, original);
+    EXPECT_FALSE(back) << original;
+    return back ? SystemError() : back.error();
+  }
+
+  TrashOnDisk disk_;
+};
+
+TEST_F(HomeTrash, is_made_for_the_user_alone) {
+  const mode_t before = umask(0);
+  disk_.put(disk_.at("film"), "x");
+  const std::string place = trash(disk_.at("film"));
+  umask(before);
+  EXPECT_EQ(place, disk_.homeTrash() + "/files/film");
+  for (const char* below : {"", "/files", "/info"}) {
+    EXPECT_EQ(permissionsOf(disk_.homeTrash() + below), 0700U) << below;
+  }
+  EXPECT_EQ(permissionsOf(infoPathOf(place)), 0600U);
+}
+
+TEST_F(HomeTrash, records_where_the_item_was_and_when_it_went) {
+  disk_.put(disk_.at("a b%/film\xff\n"), "x");
+  const std::time_t before = std::time(nullptr);
+  const std::string place = trash(disk_.at("a b%/film\xff\n"));
+  const std::time_t after = std::time(nullptr);
+  EXPECT_EQ(recordedPath(place), disk_.at("a b%/film\xff\n"));
+  const std::string info = contentOf(infoPathOf(place));
+  const std::string key = "\nDeletionDate=";
+  const std::size_t start = info.find(key) + key.size();
+  std::tm parsed{};
+  parsed.tm_isdst = -1;
+  const char* rest = ::strptime(info.c_str() + start, "%Y-%m-%dT%H:%M:%S", &parsed);
+  ASSERT_NE(rest, nullptr) << info;
+  EXPECT_STREQ(rest, "\n");
+  const std::time_t deleted = std::mktime(&parsed);
+  EXPECT_LE(before, deleted);
+  EXPECT_LE(deleted, after);
+}
+
+TEST_F(HomeTrash, is_empty_again_after_all_was_put_back) {
+  for (const char* name : {"a", "b", "folder/x"}) disk_.put(disk_.at(name), name);
+  for (const char* name : {"a", "b", "folder"}) {
+    const std::string place = trash(disk_.at(name));
+    EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at(name))), "");
+  }
+  EXPECT_THAT(disk_.files(), IsEmpty());
+  EXPECT_THAT(disk_.infos(), IsEmpty());
+}
+
+TEST_F(HomeTrash, takes_links_and_not_what_they_lead_to) {
+  disk_.tree.plant("here", R"(
+    folder/
+      film 4K
+    file 4K
+    toFolder -> folder
+    toFile -> file
+    broken -> nowhere
+    loop -> loop
+  )");
+  for (const std::string name : {"toFolder", "toFile", "broken", "loop", "toFolder/"}) {
+    const std::string link = disk_.at(name.substr(0, name.find('/')));
+    const fs::path target = fs::read_symlink(link);
+    const std::string place = trash(disk_.at(name));
+    EXPECT_FALSE(isThere(link)) << name;
+    EXPECT_EQ(fs::read_symlink(place), target);
+    EXPECT_EQ(recordedPath(place), link);
+    EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at(name))), "");
+    EXPECT_EQ(fs::read_symlink(link), target);
+  }
+  EXPECT_TRUE(isThere(disk_.at("folder/film")));
+  EXPECT_TRUE(isThere(disk_.at("file")));
+}
+
+TEST_F(HomeTrash, records_the_true_place_of_what_was_reached_by_a_link) {
+  disk_.put(disk_.at("real/film"), "x");
+  fs::create_directory_symlink("real", disk_.at("alias"));
+  const std::string place = trash(disk_.at("alias/film"));
+  EXPECT_EQ(recordedPath(place), disk_.at("real/film"));
+  EXPECT_FALSE(isThere(disk_.at("real/film")));
+  EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at("alias/film"))), "");
+  EXPECT_TRUE(isThere(disk_.at("real/film")));
+}
+
+TEST_F(HomeTrash, steps_over_names_that_others_left_half_taken) {
+  disk_.put(disk_.homeTrash() + "/info/film.trashinfo", "orphan");
+  disk_.put(disk_.homeTrash() + "/files/film.2", "orphan");
+  disk_.put(disk_.at("film"), "x");
+  EXPECT_EQ(trash(disk_.at("film")), disk_.homeTrash() + "/files/film.3");
+  EXPECT_THAT(disk_.files(), ElementsAre("film.2", "film.3"));
+  EXPECT_THAT(disk_.infos(), ElementsAre("film.3.trashinfo", "film.trashinfo"));
+  EXPECT_EQ(contentOf(disk_.homeTrash() + "/info/film.trashinfo"), "orphan");
+}
+
+TEST_F(HomeTrash, shortens_long_names_and_records_them_whole) {
+  const std::vector<std::string> names = {std::string(255, 'n'), std::string(255, '\xff'),
+                                          std::string(251, 'n') + ".mkv"};
+  for (const std::string& name : names) {
+    for (int round = 0; round < 2; ++round) {
+      disk_.put(disk_.at(name), "x");
+      const std::string place = trash(disk_.at(name));
+      EXPECT_LE(fs::path(infoPathOf(place)).filename().string().size(), 255U);
+      EXPECT_EQ(recordedPath(place), disk_.at(name));
+    }
+  }
+  EXPECT_EQ(disk_.files().size(), 6U);
+}
+
+TEST_F(HomeTrash, takes_a_large_folder_with_as_many_calls_as_an_empty_one) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  disk_.tree.plant("here", "first/\nmany/\n  part##### x50000\nnone/\n");
+  const auto callsFor = [&](const char* name) {
+    const TracedRun run =
+        SystemCallTrace::of([&] { return told(disk_.mover().moveToTrash(disk_.at(name))); });
+    EXPECT_EQ(run.told, "");
+    return run.calls.size();
+  };
+  callsFor("first");
+  EXPECT_EQ(callsFor("many"), callsFor("none"));
+  EXPECT_EQ(TrashOnDisk::namesIn(disk_.homeTrash() + "/files/many").size(), 50000U);
+  EXPECT_EQ(told(disk_.mover().putBack(disk_.homeTrash() + "/files/many", disk_.at("many"))), "");
+  EXPECT_EQ(TrashOnDisk::namesIn(disk_.at("many")).size(), 50000U);
+}
+
+TEST_F(HomeTrash, takes_pipes_and_hard_links) {
+  disk_.tree.plant("here", "pipe fifo\nfile 4K\ntwin = here/file\n");
+  for (const char* name : {"pipe", "twin"}) trash(disk_.at(name));
+  EXPECT_TRUE(isThere(disk_.at("file")));
+  EXPECT_THAT(disk_.files(), ElementsAre("pipe", "twin"));
+}
+
+TEST_F(HomeTrash, refuses_folders_that_hold_it_and_its_own_folders) {
+  disk_.put(disk_.at("film"), "x");
+  trash(disk_.at("film"));
+  for (const std::string& path :
+       {disk_.tree.at("home"), disk_.tree.at("home/data"), disk_.homeTrash(),
+        disk_.homeTrash() + "/", disk_.homeTrash() + "/files", disk_.homeTrash() + "/info",
+        disk_.homeTrash() + "/info/film.trashinfo", disk_.homeTrash() + "/files/film"}) {
+    EXPECT_EQ(refusalOf(path).code, EINVAL) << path;
+  }
+  EXPECT_THAT(disk_.files(), ElementsAre("film"));
+  EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo"));
+}
+
+TEST_F(HomeTrash, may_be_a_link_that_the_user_made) {
+  disk_.put(disk_.at("film"), "x");
+  fs::create_directories(disk_.tree.at("home/data"));
+  fs::create_directory(disk_.tree.at("elsewhere"));
+  fs::create_directory_symlink("../../elsewhere", disk_.homeTrash());
+  const std::string place = trash(disk_.at("film"));
+  EXPECT_TRUE(isThere(disk_.tree.at("elsewhere/files/film")));
+  EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at("film"))), "");
+  EXPECT_THAT(TrashOnDisk::namesIn(disk_.tree.at("elsewhere/info")), IsEmpty());
+}
+
+TEST_F(HomeTrash, moves_nothing_where_it_is_no_folder_or_has_links_for_folders) {
+  disk_.put(disk_.at("film"), "x");
+  disk_.put(disk_.homeTrash(), "a file");
+  EXPECT_EQ(refusalOf(disk_.at("film")).kind, Kind::notADirectory);
+  TrashOnDisk::remove(disk_.homeTrash());
+  fs::create_directories(disk_.homeTrash());
+  fs::create_directory(disk_.tree.at("elsewhere"));
+  for (const char* name : {"files", "info"}) {
+    fs::create_directory_symlink("../../../elsewhere", disk_.homeTrash() + "/" + name);
+    EXPECT_EQ(refusalOf(disk_.at("film")).kind, Kind::notADirectory);
+    fs::remove(disk_.homeTrash() + "/" + name);
+  }
+  EXPECT_TRUE(isThere(disk_.at("film")));
+  EXPECT_THAT(TrashOnDisk::namesIn(disk_.tree.at("elsewhere")), IsEmpty());
+}
+
+TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
+  disk_.tree.plant("here", "locked/ mode=0555\n  film 4K\n");
+  ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
+  ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              UserTrashMover mover(disk_.place());
+              const Result<std::string> moved = mover.moveToTrash(disk_.at("locked/film"));
+              if (moved) return "moved";
+              if (moved.error().kind != Kind::notPermitted) return told(moved);
+              return disk_.infos().empty() && disk_.files().empty() ? "" : "something was left";
+            }),
+            "");
+  EXPECT_TRUE(isThere(disk_.at("locked/film")));
+}
+
+TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
+  if (getuid() != 0) GTEST_SKIP() << "only root has items of others";
+  disk_.tree.plant("here", "sticky/ mode=01777\n  film 4K\n");
+  ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
+  ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              UserTrashMover mover(disk_.place());
+              const Result<std::string> moved = mover.moveToTrash(disk_.at("sticky/film"));
+              if (moved) return "moved";
+              if (moved.error().kind != Kind::notPermitted) return told(moved);
+              return disk_.infos().empty() ? "" : "an info was left";
+            }),
+            "");
+  EXPECT_TRUE(isThere(disk_.at("sticky/film")));
+}
+
+TEST_F(HomeTrash, gives_back_over_nothing_at_all) {
+  disk_.tree.plant("here", "target\n");
+  disk_.put(disk_.at("film"), "x");
+  const std::string place = trash(disk_.at("film"));
+  fs::create_symlink("nowhere", disk_.at("film"));
+  EXPECT_EQ(refusalOf(place, disk_.at("film")).kind, Kind::alreadyExists);
+  EXPECT_TRUE(fs::is_symlink(disk_.at("film")));
+  fs::remove(disk_.at("film"));
+  disk_.put(disk_.at("folder/x"), "x");
+  const std::string folder = trash(disk_.at("folder"));
+  fs::create_directory(disk_.at("folder"));
+  EXPECT_EQ(refusalOf(folder, disk_.at("folder")).kind, Kind::alreadyExists);
+  EXPECT_THAT(TrashOnDisk::namesIn(disk_.at("folder")), IsEmpty());
+  EXPECT_THAT(disk_.files(), ElementsAre("film", "folder"));
+  EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo", "folder.trashinfo"));
+  // A twin is an item of its own, though the two are one file.
+  fs::create_hard_link(place, disk_.at("film"));
+  EXPECT_EQ(refusalOf(place, disk_.at("film")).kind, Kind::alreadyExists);
+  EXPECT_TRUE(isThere(place));
+}
+
+// Whatever appears at the original at the last moment is safe: no call could replace it.
+TEST_F(HomeTrash, makes_no_move_that_could_replace_something) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  disk_.put(disk_.at("film"), "x");
+  const TracedRun away = SystemCallTrace::of([&] {
+    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film"));
+    return moved ? moved.value() : "";
+  });
+  const TracedRun back =
+      SystemCallTrace::of([&] { return told(disk_.mover().putBack(away.told, disk_.at("film"))); });
+  EXPECT_EQ(back.told, "");
+  for (const TracedRun* run : {&away, &back}) {
+    EXPECT_EQ(std::count(run->calls.begin(), run->calls.end(), SYS_renameat2), 1);
+    EXPECT_EQ(std::count(run->calls.begin(), run->calls.end(), SYS_renameat), 0);
+  }
+}
+
+// A power cut leaves what a kill does: the record is on disk before the item moves, and it goes
+// only once the item is back.
+TEST_F(HomeTrash, has_all_on_disk_in_the_order_in_which_it_was_done) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  disk_.put(disk_.at("first"), "x");
+  trash(disk_.at("first"));
+  disk_.put(disk_.at("film"), "x");
+  const auto order = [](const TracedRun& run) {
+    std::string told;
+    for (const long call : run.calls) {
+      if (call == SYS_write) told += "write ";
+      if (call == SYS_fsync) told += "sync ";
+      if (call == SYS_renameat2) told += "move ";
+      if (call == SYS_unlinkat) told += "remove ";
+    }
+    return told;
+  };
+  const TracedRun away =
+      SystemCallTrace::of([&] { return told(disk_.mover().moveToTrash(disk_.at("film"))); });
+  EXPECT_EQ(away.told, "");
+  EXPECT_EQ(order(away), "write sync sync move sync sync ");
+  const TracedRun back = SystemCallTrace::of([&] {
+    return told(disk_.mover().putBack(disk_.homeTrash() + "/files/film", disk_.at("film")));
+  });
+  EXPECT_EQ(back.told, "");
+  EXPECT_EQ(order(back), "move sync sync remove sync ");
+}
+
+TEST_F(HomeTrash, gives_up_where_a_file_is_in_the_way_of_a_folder) {
+  disk_.put(disk_.at("a/b/film"), "x");
+  const std::string place = trash(disk_.at("a/b/film"));
+  TrashOnDisk::remove(disk_.at("a"));
+  disk_.put(disk_.at("a"), "in the way");
+  EXPECT_EQ(refusalOf(place, disk_.at("a/b/film")).kind, Kind::notADirectory);
+  EXPECT_EQ(contentOf(disk_.at("a")), "in the way");
+  EXPECT_TRUE(isThere(place));
+  EXPECT_TRUE(isThere(infoPathOf(place)));
+}
+
+TEST_F(HomeTrash, knows_an_item_that_has_moved_although_it_was_told_otherwise) {
+  disk_.put(disk_.at("old/film"), "x");
+  fs::create_directory(disk_.at("new"));
+  const std::string name = "film";
+  const FileDescriptor from(open(disk_.at("old").c_str(), O_PATH | O_DIRECTORY));
+  const FileDescriptor to(open(disk_.at("new").c_str(), O_PATH | O_DIRECTORY));
+  const Result<ItemIdentity> item = identityOf(from, name, "");
+  ASSERT_TRUE(item);
+  const auto moved = [&] { return hasMoved({from, name}, {to, name}, item.value()); };
+  EXPECT_FALSE(moved());
+  fs::create_hard_link(disk_.at("old/film"), disk_.at("new/film"));
+  EXPECT_FALSE(moved());
+  fs::remove(disk_.at("old/film"));
+  EXPECT_TRUE(moved());
+  fs::remove(disk_.at("new/film"));
+  EXPECT_FALSE(moved());
+  disk_.put(disk_.at("other"), "x");
+  fs::rename(disk_.at("other"), disk_.at("new/film"));
+  disk_.put(disk_.at("more"), "x");
+  fs::rename(disk_.at("more"), disk_.at("new/film"));
+  EXPECT_FALSE(moved());
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,120 @@
+// What other programs of the desktop make of our Trash, and we of theirs.
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "support/PlainFiles.h"
+#include "trash/TrashOnDisk.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Answer {
+  int status = -1;
+  std::string output;  // with what went to standard error
+};
+
+class OtherPrograms : public testing::Test {
+ protected:
+  // Runs a command with this disk's home.
+  Answer run(const std::string& command) const {
+    const std::string home = disk_.tree.at("home");
+    const std::string line =
+        "HOME='" + home + "' XDG_DATA_HOME='" + home + "/data' " + command + " 2>&1";
+    Answer answer;
+    FILE* output = ::popen(line.c_str(), "r");
+    if (output == nullptr) return answer;
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), output)) {
+      answer.output.append(buffer.data(), count);
+    }
+    const int status = ::pclose(output);
+    answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return answer;
+  }
+
+  static bool isInstalled(const std::string& tool) {
+    return std::system(("command -v " + tool + " >/dev/null 2>&1").c_str()) == 0;
+  }
+
+  static std::string pathLineOf(const std::string& info) {
+    const std::string text = contentOf(info);
+    const std::size_t start = text.find("Path=");
+    return start == std::string::npos ? "" : text.substr(start, text.find('\n', start) - start);
+  }
+
+  TrashOnDisk disk_;
+};
+
+constexpr std::array names = {"film.mkv", "a b%c.txt", "line\nfeed",
+                              "\xff\xfe", "\xC3\xA9",  "!@#$&()+,;=[]{}~^`|<>?*:\"\\"};
+
+TEST_F(OtherPrograms, gio_records_the_same_path_for_any_name) {
+  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  for (const std::string name : names) {
+    disk_.put(disk_.at(name), "x");
+    const Answer answer = run("gio trash '" + disk_.at(name) + "'");
+    ASSERT_EQ(answer.status, 0) << answer.output;
+    const std::string theirs = pathLineOf(disk_.homeTrash() + "/info/" + name + ".trashinfo");
+    ASSERT_NE(theirs, "");
+    TrashOnDisk::remove(disk_.homeTrash());
+    disk_.put(disk_.at(name), "x");
+    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at(name));
+    ASSERT_TRUE(moved) << told(moved);
+    EXPECT_EQ(pathLineOf(infoPathOf(moved.value())), theirs);
+    TrashOnDisk::remove(disk_.homeTrash());
+  }
+}
+
+TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
+  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  for (const std::string name : names) {
+    disk_.put(disk_.at(name), name);
+    ASSERT_EQ(run("gio trash '" + disk_.at(name) + "'").status, 0);
+    EXPECT_FALSE(isThere(disk_.at(name)));
+    const std::string place = disk_.homeTrash() + "/files/" + name;
+    EXPECT_EQ(told(disk_.mover().putBack(place, recordedPath(place))), "");
+    EXPECT_EQ(contentOf(disk_.at(name)), name);
+    EXPECT_TRUE(disk_.infos().empty());
+  }
+}
+
+TEST_F(OtherPrograms, gio_and_we_step_over_each_others_names) {
+  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  for (int round = 0; round < 3; ++round) {
+    disk_.put(disk_.at("film.mkv"), "x");
+    ASSERT_EQ(run("gio trash '" + disk_.at("film.mkv") + "'").status, 0);
+    disk_.put(disk_.at("film.mkv"), "x");
+    ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("film.mkv")));
+  }
+  EXPECT_EQ(disk_.files().size(), 6U);
+  EXPECT_EQ(disk_.infos().size(), 6U);
+}
+
+TEST_F(OtherPrograms, gio_lists_what_we_threw_away) {
+  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  const Answer empty = run("gio trash --list");
+  if (empty.status != 0 || empty.output.find("not supported") != std::string::npos) {
+    GTEST_SKIP() << "gio cannot list a Trash here: " << empty.output;
+  }
+  disk_.put(disk_.at("a b%c.txt"), "x");
+  ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
+  const Answer listed = run("gio trash --list");
+  EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
+}
+
+TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
+  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  disk_.put(disk_.at("a b%c.txt"), "x");
+  ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
+  const Answer listed = run("trash-list");
+  EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,63 @@
+#include "trash/TrashOnDisk.h"
+
+#include <filesystem>
+
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+
+namespace fs = std::filesystem;
+
+std::string infoPathOf(const std::string& trashPath) {
+  const fs::path path(trashPath);
+  return (path.parent_path().parent_path() / "info" / path.filename()).string() + ".trashinfo";
+}
+
+std::string recordedPath(const std::string& trashPath) {
+  const std::string text = contentOf(infoPathOf(trashPath));
+  const std::string head = "[Trash Info]\nPath=";
+  if (!text.starts_with(head)) return "";
+  const std::string encoded = text.substr(head.size(), text.find('\n', head.size()) - head.size());
+  std::string path;
+  for (std::size_t i = 0; i < encoded.size(); ++i) {
+    if (encoded[i] == '%') {
+      path += static_cast<char>(std::stoi(encoded.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else {
+      path += encoded[i];
+    }
+  }
+  return path;
+}
+
+bool isThere(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+std::string told(const Outcome& outcome) {
+  return outcome ? "" : outcome.error().description();
+}
+
+std::string told(const Result<std::string>& moved) {
+  return moved ? "" : moved.error().description();
+}
+
+void TrashOnDisk::put(const std::string& path, const std::string& content) {
+  fs::create_directories(fs::path(path).parent_path());
+  putFile(path, content);
+}
+
+std::string TrashOnDisk::contentOf(const std::string& path) {
+  return tessaly::contentOf(path);
+}
+
+std::vector<std::string> TrashOnDisk::namesIn(const std::string& folder) {
+  return isThere(folder) ? entriesOf(folder) : std::vector<std::string>();
+}
+
+void TrashOnDisk::removeTreeOrFile(const std::string& path) {
+  fs::remove_all(path);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,57 @@
+// A folder on disk with items to throw away and a home Trash of its own, and what one can see of
+// them.
+#pragma once
+
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "platform/linux/trash/UserTrashMover.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+
+// What the info of the item at `trashPath` records as its path; "" where there is no info, or none
+// that can be read.
+std::string recordedPath(const std::string& trashPath);
+
+std::string infoPathOf(const std::string& trashPath);
+
+bool isThere(const std::string& path);  // also a link that leads nowhere
+
+// "" for a success, else why not.
+std::string told(const Outcome& outcome);
+std::string told(const Result<std::string>& moved);
+
+class TrashOnDisk {
+ public:
+  explicit TrashOnDisk(std::string_view items = {}) : tree(items) { tree.plant("here/\nhome/\n"); }
+
+  TrashMover& mover() { return mover_; }
+  std::string at(const std::string& below) const { return tree.at("here/" + below); }
+  // Of the user of the moment.
+  TrashPlace place() const {
+    return {.homeTrash = homeTrash(), .mountinfo = "/proc/self/mountinfo", .user = geteuid()};
+  }
+  std::string homeTrash() const { return tree.at("home/data/Trash"); }
+
+  void put(const std::string& path, const std::string& content);
+  static void remove(const std::string& path) { removeTreeOrFile(path); }
+  static bool has(const std::string& path) { return isThere(path); }
+  static std::string contentOf(const std::string& path);
+
+  // Names in "files" and "info" of the home Trash; none where there is no such folder.
+  std::vector<std::string> files() const { return namesIn(homeTrash() + "/files"); }
+  std::vector<std::string> infos() const { return namesIn(homeTrash() + "/info"); }
+
+  static std::vector<std::string> namesIn(const std::string& folder);
+
+  TempTree tree;
+
+ private:
+  static void removeTreeOrFile(const std::string& path);
+
+  UserTrashMover mover_ = UserTrashMover(place());
+};
+
+}  // namespace tessaly

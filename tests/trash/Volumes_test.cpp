@@ -1,0 +1,412 @@
+// Items on other file systems than that of the home Trash, mounted in a namespace of a child
+// process.
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+#include "trash/TrashOnDisk.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = SystemError::Kind;
+using Body = std::function<std::string()>;
+
+class VolumeTrash : public testing::Test {
+ protected:
+  VolumeTrash() { disk_.tree.plant("volume/\n"); }
+
+  // Runs `body`, which gives "" for as expected, where mounting changes nothing for others. A body
+  // that cannot mount says why after "refused".
+  static void expectInNamespace(const Body& body) {
+    const std::string told = inForkedChild([&]() -> std::string {
+      const int spaces = CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER);
+      if (unshare(spaces) != 0 ||
+          ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+        return refusal();
+      }
+      return body();
+    });
+    if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+    EXPECT_EQ(told, "");
+  }
+
+  static std::string refusal() { return std::string("refused: ") + std::strerror(errno); }
+
+  // Runs `body` with a file system in memory on the folder "volume".
+  void expectOnTmpfs(const Body& body, const char* options = "mode=0755") {
+    expectInNamespace([&]() -> std::string {
+      if (::mount("tmpfs", volume().c_str(), "tmpfs", 0, options) != 0) return refusal();
+      return body();
+    });
+  }
+
+  std::string volume() const { return disk_.tree.at("volume"); }
+  std::string on(const std::string& below) const { return volume() + "/" + below; }
+  static std::string user() { return std::to_string(geteuid()); }
+  std::string ownTrash() const { return on(".Trash-" + user()); }
+
+  // Throws `path` away and puts it back; "" when it went to `trash`, recorded as `recorded`.
+  std::string goAndReturn(const std::string& path, const std::string& trash,
+                          const std::string& recorded) {
+    const std::string content = contentOf(path);
+    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    if (!moved) return told(moved);
+    const std::string& place = moved.value();
+    if (!place.starts_with(trash + "/files/")) return "it went to " + place;
+    if (isThere(path)) return "it is still there";
+    if (contentOf(place) != content) return "it is not whole";
+    if (recordedPath(place) != recorded) return "recorded is " + contentOf(infoPathOf(place));
+    const std::string info = infoPathOf(place);
+    const Outcome back = disk_.mover().putBack(place, path);
+    if (!back) return told(back);
+    if (contentOf(path) != content) return "it came back damaged";
+    return isThere(info) || isThere(place) ? "something is left in the Trash" : "";
+  }
+
+  // "" when the item cannot go, for that reason, and is still where it was, and no info is left.
+  std::string stays(const std::string& path, Kind kind) {
+    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    if (moved) return "it went to " + moved.value();
+    if (moved.error().kind != kind) return told(moved);
+    if (!isThere(path)) return "it is gone";
+    const bool isLeft =
+        !disk_.infos().empty() || !TrashOnDisk::namesIn(ownTrash() + "/info").empty();
+    return isLeft ? "an info is left" : "";
+  }
+
+  TrashOnDisk disk_;
+};
+
+TEST_F(VolumeTrash, is_a_folder_at_the_top_with_paths_from_there) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("deep/er/film"), "x");
+    disk_.put(on("film"), "x");
+    std::string told = goAndReturn(on("deep/er/film"), ownTrash(), "deep/er/film");
+    if (told.empty()) told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return told;
+    if (isThere(disk_.homeTrash())) return "a Trash was made in the home";
+    for (const char* below : {"", "/files", "/info"}) {
+      if (permissionsOf(ownTrash() + below) != 0700) return "others may look";
+    }
+    return "";
+  });
+}
+
+TEST_F(VolumeTrash, puts_items_back_into_folders_that_went) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("deep/er/film"), "x");
+    const Result<std::string> moved = disk_.mover().moveToTrash(on("deep/er/film"));
+    if (!moved) return told(moved);
+    fs::remove_all(on("deep"));
+    const Outcome back = disk_.mover().putBack(moved.value(), on("deep/er/film"));
+    return back && isThere(on("deep/er/film")) ? "" : told(back);
+  });
+}
+
+TEST_F(VolumeTrash, is_in_the_shared_folder_when_that_is_sticky) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    fs::create_directory(on(".Trash"));
+    if (chmod(on(".Trash").c_str(), 01777) != 0) return "chmod";
+    const std::string told = goAndReturn(on("film"), on(".Trash/" + user()), "film");
+    if (!told.empty()) return told;
+    if (permissionsOf(on(".Trash/" + user())) != 0700) return "others may look";
+    return isThere(ownTrash()) ? "another Trash was made" : "";
+  });
+}
+
+TEST_F(VolumeTrash, is_not_in_a_shared_folder_that_anybody_could_have_changed) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    fs::create_directory(on(".Trash"));
+    if (chmod(on(".Trash").c_str(), 0777) != 0) return "chmod";
+    std::string told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return "not sticky: " + told;
+    if (!fs::is_empty(on(".Trash"))) return "not sticky, but used";
+    fs::remove(on(".Trash"));
+    fs::create_directory(on("elsewhere"));
+    if (chmod(on("elsewhere").c_str(), 01777) != 0) return "chmod";
+    fs::create_directory_symlink("elsewhere", on(".Trash"));
+    told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return "a link: " + told;
+    return fs::is_empty(on("elsewhere")) ? "" : "the link was followed";
+  });
+}
+
+TEST_F(VolumeTrash, is_not_the_folder_of_another_in_the_shared_one) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    fs::create_directory(on(".Trash"));
+    if (chmod(on(".Trash").c_str(), 01777) != 0) return "chmod";
+    fs::create_directory(on("elsewhere"));
+    fs::create_directory_symlink("../elsewhere", on(".Trash/" + user()));
+    std::string told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return "a link: " + told;
+    if (!fs::is_empty(on("elsewhere"))) return "the link was followed";
+    fs::remove(on(".Trash/" + user()));
+    fs::create_directory(on(".Trash/" + user()));
+    if (chown(on(".Trash/" + user()).c_str(), 1, 1) != 0) return "refused: only root can";
+    return goAndReturn(on("film"), ownTrash(), "film");
+  });
+}
+
+TEST_F(VolumeTrash, is_never_a_link_or_a_file) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    fs::create_directories(on("elsewhere/files"));
+    fs::create_directories(on("elsewhere/info"));
+    fs::create_directory_symlink("elsewhere", ownTrash());
+    std::string told = stays(on("film"), Kind::notADirectory);
+    if (!told.empty()) return "a link: " + told;
+    if (!fs::is_empty(on("elsewhere/files")) || !fs::is_empty(on("elsewhere/info"))) {
+      return "the link was followed";
+    }
+    fs::remove(ownTrash());
+    disk_.put(ownTrash(), "a file");
+    told = stays(on("film"), Kind::notADirectory);
+    return told.empty() && contentOf(ownTrash()) == "a file" ? "" : "a file: " + told;
+  });
+}
+
+TEST_F(VolumeTrash, is_never_the_folder_of_another) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    fs::create_directory(ownTrash());
+    if (chown(ownTrash().c_str(), 1, 1) != 0) return "refused: only root can";
+    const std::string told = stays(on("film"), Kind::notPermitted);
+    return told.empty() && !fs::is_empty(ownTrash()) ? "it was used" : told;
+  });
+}
+
+TEST_F(VolumeTrash, takes_neither_itself_nor_what_is_in_it) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    disk_.put(on(".Trash/0/files/film"), "x");
+    const Result<std::string> moved = disk_.mover().moveToTrash(on("film"));
+    if (!moved) return told(moved);
+    for (const std::string& path :
+         {moved.value(), infoPathOf(moved.value()), ownTrash(), ownTrash() + "/info", on(".Trash"),
+          on(".Trash/0"), on(".Trash/0/files/film")}) {
+      const Result<std::string> again = disk_.mover().moveToTrash(path);
+      if (again) return path + " went to " + again.value();
+      if (again.error().code != EINVAL || !isThere(path)) return told(again);
+    }
+    return "";
+  });
+}
+
+TEST_F(VolumeTrash, takes_no_file_system) {
+  expectOnTmpfs([&]() -> std::string {
+    for (const std::string& path : {volume(), volume() + "/"}) {
+      const Result<std::string> moved = disk_.mover().moveToTrash(path);
+      if (moved) return "it went to " + moved.value();
+      if (moved.error().code != EBUSY) return told(moved);
+    }
+    return isThere(ownTrash()) ? "a Trash was made for nothing" : "";
+  });
+}
+
+TEST_F(VolumeTrash, takes_no_folder_with_a_file_system_in_it) {
+  expectInNamespace([&]() -> std::string {
+    fs::create_directories(disk_.at("a b/deeper/volume"));
+    fs::create_directories(disk_.at("a"));
+    const std::string point = disk_.at("a b/deeper/volume");
+    if (::mount("tmpfs", point.c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+    for (const char* name : {"a b", "a b/deeper/"}) {
+      const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at(name));
+      if (moved) return "it went to " + moved.value();
+      if (moved.error().code != EBUSY) return told(moved);
+    }
+    if (!disk_.infos().empty()) return "an info is left";
+    return told(disk_.mover().moveToTrash(disk_.at("a")));
+  });
+}
+
+TEST_F(VolumeTrash, takes_no_file_that_another_is_mounted_on) {
+  expectInNamespace([&]() -> std::string {
+    disk_.put(disk_.at("film"), "x");
+    disk_.put(disk_.at("over"), "y");
+    const int flags = MS_BIND;
+    if (::mount(disk_.at("over").c_str(), disk_.at("film").c_str(), nullptr, flags, nullptr) != 0) {
+      return refusal();
+    }
+    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film"));
+    return !moved && moved.error().code == EBUSY ? "" : "it went, or: " + told(moved);
+  });
+}
+
+TEST_F(VolumeTrash, is_told_by_the_mount_and_not_by_the_device) {
+  expectInNamespace([&]() -> std::string {
+    disk_.put(disk_.at("deep/film"), "x");
+    if (::mount(disk_.at("").c_str(), volume().c_str(), nullptr, MS_BIND, nullptr) != 0) {
+      return refusal();
+    }
+    const std::string told = goAndReturn(on("deep/film"), ownTrash(), "deep/film");
+    if (!told.empty()) return told;
+    if (isThere(disk_.homeTrash())) return "a Trash was made in the home";
+    return goAndReturn(disk_.at("deep/film"), disk_.homeTrash(), disk_.at("deep/film"));
+  });
+}
+
+TEST_F(VolumeTrash, is_not_to_be_had_where_nothing_may_be_changed) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    const unsigned long flags = MS_REMOUNT | MS_RDONLY;
+    if (::mount("tmpfs", volume().c_str(), "tmpfs", flags, nullptr) != 0) return refusal();
+    std::string told = stays(on("film"), Kind::readOnly);
+    if (!told.empty()) return "without a Trash: " + told;
+    if (::mount("tmpfs", volume().c_str(), "tmpfs", MS_REMOUNT, nullptr) != 0) return refusal();
+    told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return told;
+    if (::mount("tmpfs", volume().c_str(), "tmpfs", flags, nullptr) != 0) return refusal();
+    return stays(on("film"), Kind::readOnly);
+  });
+}
+
+TEST_F(VolumeTrash, leaves_items_in_it_that_cannot_come_back) {
+  expectOnTmpfs([&]() -> std::string {
+    disk_.put(on("film"), "x");
+    const Result<std::string> moved = disk_.mover().moveToTrash(on("film"));
+    if (!moved) return told(moved);
+    const unsigned long flags = MS_REMOUNT | MS_RDONLY;
+    if (::mount("tmpfs", volume().c_str(), "tmpfs", flags, nullptr) != 0) return refusal();
+    Outcome back = disk_.mover().putBack(moved.value(), on("film"));
+    if (back || back.error().kind != Kind::readOnly) return "read-only: " + told(back);
+    if (::mount("tmpfs", volume().c_str(), "tmpfs", MS_REMOUNT, nullptr) != 0) return refusal();
+    back = disk_.mover().putBack(moved.value(), disk_.at("film"));
+    if (back || back.error().kind != Kind::crossesDevices) return "elsewhere: " + told(back);
+    if (contentOf(moved.value()) != "x" || recordedPath(moved.value()) != "film") return "lost";
+    return isThere(disk_.at("film")) ? "two copies" : "";
+  });
+}
+
+// Writes until nothing more fits.
+void fill(const std::string& path) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  const std::string block(4096, 'x');
+  while (write(file, block.data(), block.size()) > 0) {
+  }
+  close(file);
+}
+
+TEST_F(VolumeTrash, needs_room_for_a_record) {
+  expectOnTmpfs(
+      [&]() -> std::string {
+        disk_.put(on("film"), "x");
+        std::string told = goAndReturn(on("film"), ownTrash(), "film");
+        if (!told.empty()) return told;
+        fill(on("full"));
+        told = stays(on("film"), Kind::noSpace);
+        if (!told.empty()) return told;
+        fs::remove(on("full"));
+        return goAndReturn(on("film"), ownTrash(), "film");
+      },
+      "size=64k");
+}
+
+TEST_F(VolumeTrash, needs_room_for_its_folders) {
+  expectOnTmpfs(
+      [&]() -> std::string {
+        disk_.put(on("film"), "x");
+        for (int i = 0; std::ofstream(on("file" + std::to_string(i))).is_open(); ++i) {
+        }
+        const std::string told = stays(on("film"), Kind::noSpace);
+        if (!told.empty()) return told;
+        fs::remove(on("file0"));  // room for the outermost folder alone
+        return stays(on("film"), Kind::noSpace);
+      },
+      "nr_inodes=16");
+}
+
+TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
+  if (getuid() != 0) GTEST_SKIP() << "only root has a top of others";
+  expectOnTmpfs([&]() -> std::string {
+    disk_.tree.plant("volume", "open/ mode=0777\n");
+    if (chmod(disk_.tree.path().c_str(), 0755) != 0) return "chmod";
+    return asOtherUser([&]() -> std::string {
+      putFile(on("open/film"), "x");
+      UserTrashMover mover(disk_.place());
+      const Result<std::string> moved = mover.moveToTrash(on("open/film"));
+      if (moved) return "it went to " + moved.value();
+      if (moved.error().kind != Kind::notPermitted) return told(moved);
+      return contentOf(on("open/film")) == "x" ? "" : "it is gone";
+    });
+  });
+}
+
+TEST_F(VolumeTrash, is_as_good_on_a_disk_as_in_memory) {
+  disk_.tree.plant("disk sparse=16M\n");
+  expectInNamespace([&]() -> std::string {
+    const std::string image = "'" + disk_.tree.at("disk") + "'";
+    const std::string make =
+        "mkfs.ext4 -q " + image + " && mount -o loop " + image + " '" + volume() + "'";
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    for (const std::string& name : {std::string("film"), std::string(255, 'n'),
+                                    std::string("line\nfeed"), std::string("\xff\xfe")}) {
+      disk_.put(on("a/" + name), name);
+      const std::string told = goAndReturn(on("a/" + name), ownTrash(), "a/" + name);
+      if (!told.empty()) return told;
+    }
+    fs::create_symlink("nowhere", on("broken"));
+    const Result<std::string> moved = disk_.mover().moveToTrash(on("broken"));
+    if (!moved || isThere(on("broken")) || fs::read_symlink(moved.value()) != "nowhere") {
+      return "broken link: " + told(moved);
+    }
+    disk_.put(on("broken"), "new");
+    const Outcome back = disk_.mover().putBack(moved.value(), on("broken"));
+    if (back || back.error().kind != Kind::alreadyExists) return "replaced: " + told(back);
+    const Result<std::string> lost = disk_.mover().moveToTrash(on("lost+found"));
+    if (!lost) return told(lost);
+    return told(disk_.mover().putBack(lost.value(), on("lost+found")));
+  });
+}
+
+// A part of a layered file system that cannot be renamed is on the same mount all the same.
+TEST_F(VolumeTrash, copies_nothing_where_a_mount_is_no_whole) {
+  disk_.tree.plant("lower/\n  folder/\n    film 4K\nupper/\nwork/\n");
+  expectInNamespace([&]() -> std::string {
+    const std::string options = "lowerdir=" + disk_.tree.at("lower") +
+                                ",upperdir=" + disk_.tree.at("upper") +
+                                ",workdir=" + disk_.tree.at("work") + ",redirect_dir=off";
+    if (::mount("overlay", volume().c_str(), "overlay", 0, options.c_str()) != 0) return refusal();
+    const std::string told = stays(on("folder"), Kind::crossesDevices);
+    if (!told.empty()) return told;
+    return isThere(on("folder/film")) ? "" : "the folder is not whole";
+  });
+}
+
+TEST_F(VolumeTrash, is_at_the_top_of_the_mount_also_in_a_subvolume) {
+  disk_.tree.plant("disk sparse=256M\n");
+  expectInNamespace([&]() -> std::string {
+    const std::string image = "'" + disk_.tree.at("disk") + "'";
+    const std::string top = "'" + volume() + "'";
+    const std::string make = "mkfs.btrfs -q " + image + " && mount -o loop " + image + " " + top +
+                             " && btrfs subvolume create " + top + "/sub";
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    disk_.put(on("film"), "x");
+    disk_.put(on("sub/film"), "x");
+    // Another device, and nothing can be renamed out of it; but no mount of its own.
+    std::string told = stays(on("sub/film"), Kind::crossesDevices);
+    if (told.empty()) told = goAndReturn(on("film"), ownTrash(), "film");
+    if (!told.empty()) return told;
+    if (isThere(on("sub/.Trash-" + user()))) return "a Trash where nobody looks";
+    const std::string alone = "umount " + top + " && mount -o loop,subvol=sub " + image + " " + top;
+    if (std::system(("{ " + alone + "; } >&2").c_str()) != 0) return "refused: " + alone;
+    return goAndReturn(on("film"), ownTrash(), "film");
+  });
+}
+
+}  // namespace
+}  // namespace tessaly
