@@ -17,6 +17,8 @@
 #include <QTimer>
 
 #include "app/Application.h"
+#include "support/MemorySettings.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -47,7 +49,10 @@ void runFor(std::chrono::milliseconds duration) {
 }
 
 Figures scanOnce(const std::string& folder) {
-  Application application({.homeDirectory = folder});
+  MemorySettings settings;
+  const TempTree support;
+  Application application(
+      {.settings = &settings, .homeDirectory = folder, .supportDirectory = support.path()});
   application.window().show();
   runFor(std::chrono::milliseconds(500));
 

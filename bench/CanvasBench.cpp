@@ -27,9 +27,7 @@
 #include "app/controls/Fonts.h"
 #include "app/map/TreemapSurface.h"
 #include "session/ScanSession.h"
-#include "support/FakeFolderPanel.h"
-#include "support/FakeWorkspace.h"
-#include "support/HandSteppedDispatch.h"
+#include "support/FakeMachine.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
@@ -176,10 +174,9 @@ class CanvasBench {
     QCoreApplication::sendEvent(&window_, &event);
   }
 
-  HandSteppedDispatch dispatch_;
-  FakeFolderPanel folderPanel_;
-  FakeWorkspace workspace_;
-  ScanSession session_{{dispatch_, folderPanel_, workspace_, "/home"}};
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  ScanSession session_{machine_.services("/home")};
   QQmlEngine engine_;
   QQuickWindow window_;
   std::unique_ptr<TreemapSurface> canvas_;
