@@ -13,10 +13,10 @@ const QString& fence() {
   return interface;
 }
 
-// Unlike that of a session, without the folders where the machine's services are listed.
-std::string configuration(const std::string& services) {
-  return "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-         "<servicedir>" +
+// Unlike that of a session, without the folders where the machine's services are listed. The socket
+// goes when the folder does.
+std::string configuration(const std::string& folder, const std::string& services) {
+  return "<busconfig><type>session</type><listen>unix:tmpdir=" + folder + "</listen><servicedir>" +
          services +
          "</servicedir><policy context='default'><allow send_destination='*'/>"
          "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>";
@@ -28,7 +28,7 @@ PrivateBus::PrivateBus() {
   const std::string services = folder_.path() + "/services";
   std::filesystem::create_directory(services);
   const std::string file = folder_.path() + "/bus.conf";
-  std::ofstream(file) << configuration(services);
+  std::ofstream(file) << configuration(folder_.path(), services);
   daemon_.setProgram(QStringLiteral("dbus-daemon"));
   daemon_.setArguments({QStringLiteral("--config-file=") + QString::fromStdString(file),
                         QStringLiteral("--nofork"), QStringLiteral("--print-address")});
