@@ -5,7 +5,7 @@
 namespace tessaly {
 namespace {
 
-DiskNode node(DiskNode::Fields fields, const std::vector<DiskNode>& children = {}) {
+DiskNode node(const DiskNode::Fields& fields, const std::vector<DiskNode>& children = {}) {
   return DiskNode(fields, children);
 }
 

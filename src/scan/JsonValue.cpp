@@ -102,8 +102,7 @@ bool read(ondemand::value& source, JsonValue& value, int depth) {
       return source.get_bool().get(value.held.emplace<bool>()) == simdjson::SUCCESS;
     case ondemand::json_type::null: {
       bool isNull = false;
-      return source.is_null().get(isNull) == simdjson::SUCCESS &&
-             isNull;
+      return source.is_null().get(isNull) == simdjson::SUCCESS && isNull;
     }
   }
   return false;

@@ -1,5 +1,6 @@
 // What goes to the Trash, and comes back. The walk that follows shows what the disk has become.
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -48,14 +49,13 @@ void ScanSession::emptyQueue() {
 
 void ScanSession::undoTrash() {
   if (lastTrashed_.empty()) return;
-  std::size_t count = 0;
   // A folder that went after its contents comes back before them.
-  for (auto item = lastTrashed_.rbegin(); item != lastTrashed_.rend(); ++item) {
-    if (Trash::putBack(*item, services_.trash)) ++count;
-  }
+  const auto count = std::count_if(
+      lastTrashed_.rbegin(), lastTrashed_.rend(),
+      [this](const TrashedItem& item) { return Trash::putBack(item, services_.trash); });
   FieldChanges changes(*this);
   changes.set(lastTrashed_, std::vector<TrashedItem>(), &ScanSession::lastTrashedChanged);
-  showToast(changes, "Put back " + Format::counted(count, "item"));
+  showToast(changes, "Put back " + Format::counted(static_cast<std::size_t>(count), "item"));
   announceAndLookAgain(changes);
 }
 

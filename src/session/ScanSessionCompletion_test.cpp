@@ -175,7 +175,7 @@ TEST_F(ScanSessionCompletion, whoever_is_told_of_the_tree_finds_all_that_belongs
 }
 
 TEST_F(ScanSessionCompletion, goes_on_where_nothing_can_be_written) {
-  std::ofstream(support_.at("file"));
+  std::ofstream(support_.at("file")) << "no folder";
   ScanSession::Services services = machine_.services("/home/user");
   services.supportDirectory = support_.at("file");
   services.walk = [](const auto&, const auto&, const auto&) { return sampleTree(); };
