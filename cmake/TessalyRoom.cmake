@@ -16,6 +16,11 @@ function(tessaly_tests name)
   add_executable(tessaly_${name}_test ${TESTS_SOURCES})
   target_include_directories(tessaly_${name}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(tessaly_${name}_test PRIVATE ${TESTS_LINKS} tessaly_compiler GTest::gtest GTest::gmock)
+  # What is tested is what is worth optimising. Under the sanitizers, optimising assertions takes more
+  # time than it saves.
+  if(TESSALY_SANITIZE)
+    target_compile_options(tessaly_${name}_test PRIVATE -O0)
+  endif()
   if(NOT TESTS_OWN_MAIN)
     target_link_libraries(tessaly_${name}_test PRIVATE GTest::gtest_main)
   endif()

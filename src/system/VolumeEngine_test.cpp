@@ -256,6 +256,10 @@ TEST(VolumeEngineList, a_tool_that_fails_lists_nothing) {
 }
 
 TEST(VolumeEngineList, starts_the_real_df_where_no_stand_in_is_given) {
+  // In a changed root, "/" need not be a place where something is mounted.
+  if (Shell::run("/bin/df", {"-k"}, 6).find(" /\n") == std::string::npos) {
+    GTEST_SKIP() << "df does not list / here";
+  }
   const Volumes volumes = VolumeEngine::list();
   const auto root = std::find_if(volumes.begin(), volumes.end(),
                                  [](const VolumeMount& volume) { return volume.path == "/"; });

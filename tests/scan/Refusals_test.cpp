@@ -48,7 +48,7 @@ TEST_P(Refusals, folder_that_may_be_entered_but_not_listed_is_empty) {
 
 TEST_P(Refusals, folder_that_may_be_listed_but_not_entered_counts_nothing) {
   const TempTree tree(R"(
-    listed/ mode=0744
+    listed/ mode=0444
       film 1M
       folder/
         film 1M
@@ -65,7 +65,7 @@ TEST_P(Refusals, folder_that_may_be_listed_but_not_entered_counts_nothing) {
 
 TEST_P(Refusals, names_without_attributes_are_empty_files_in_important_folders) {
   const TempTree tree(R"(
-    Documents/ mode=0744
+    Documents/ mode=0444
       film 1M
       Tool.app/
         film 1M
@@ -106,7 +106,7 @@ TEST_P(Refusals, many_locked_folders_give_what_the_model_gives) {
     a-##/ x30
       locked-#/ mode=0 x5
         film 4K
-      listed-#/ mode=0744 x3
+      listed-#/ mode=0444 x3
         film 4K
       unlisted-#/ mode=0311 x3
         film 4K
