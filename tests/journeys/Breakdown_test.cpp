@@ -9,13 +9,13 @@ class SevenKinds : public Journey {
  protected:
   SevenKinds()
       : Journey(
-            "a.mp4 40M\n"
-            "b.zip 700K\n"
-            "c.pdf 600K\n"
-            "d.jpg 500K\n"
-            "e.cpp 400K\n"
-            "f.iso 300K\n"
-            "g.bin 40K\n") {
+            "a#.mp4 80M x5\n"
+            "b.zip 7M\n"
+            "c.pdf 6M\n"
+            "d.jpg 5M\n"
+            "e.cpp 4M\n"
+            "f.iso 3M\n"
+            "g.bin 400K\n") {
     session().scanHome();
     finishScan();
   }
@@ -29,7 +29,7 @@ TEST_F(SevenKinds, have_a_segment_each_and_the_smallest_is_two_wide) {
     if (child->width() > 0) widths.push_back(child->width());
   ASSERT_EQ(widths.size(), 7u);
   EXPECT_EQ(widths.back(), 2);
-  EXPECT_NEAR(widths.front(), segments->width() * 40960 / 43500, 0.01);
+  EXPECT_NEAR(widths.front(), segments->width() * 400 / 425.390625, 0.01);
 }
 
 TEST_F(SevenKinds, have_words_for_the_largest_six) {
