@@ -2,6 +2,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 #include <utility>
 
 namespace tessaly {
@@ -13,11 +16,28 @@ const QString& fence() {
   return interface;
 }
 
+std::string socketIn(const std::string& folder) {
+  return folder + "/socket";
+}
+
+// Whether somebody listens there.
+bool answers(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (path.size() >= sizeof address.sun_path) return false;
+  path.copy(address.sun_path, path.size());
+  const int end = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const bool isConnected =
+      connect(end, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  close(end);
+  return isConnected;
+}
+
 // Unlike that of a session, without the folders where the machine's services are listed. The socket
 // goes when the folder does.
 std::string configuration(const std::string& folder, const std::string& services) {
-  return "<busconfig><type>session</type><listen>unix:tmpdir=" + folder + "</listen><servicedir>" +
-         services +
+  return "<busconfig><type>session</type><listen>unix:path=" + socketIn(folder) +
+         "</listen><servicedir>" + services +
          "</servicedir><policy context='default'><allow send_destination='*'/>"
          "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>";
 }
@@ -29,17 +49,27 @@ PrivateBus::PrivateBus() {
   std::filesystem::create_directory(services);
   const std::string file = folder_.path() + "/bus.conf";
   std::ofstream(file) << configuration(folder_.path(), services);
-  daemon_.setProgram(QStringLiteral("dbus-daemon"));
-  daemon_.setArguments({QStringLiteral("--config-file=") + QString::fromStdString(file),
-                        QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-  daemon_.start();
-  if (daemon_.waitForReadyRead()) address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+  Result<Process> launched =
+      Process::launch({.path = "/usr/bin/dbus-daemon",
+                       .args = {"--config-file=" + file, "--nofork", "--nopidfile"},
+                       // It must not hold the test's own open, should that one die.
+                       .output = Process::Stream::captured,
+                       .error = Process::Stream::captured});
+  if (!launched) return;
+  daemon_ = std::move(launched).value();
+  const std::string socket = socketIn(folder_.path());
+  while (!answers(socket)) {
+    // Looks again in a moment, unless it has given up.
+    if (daemon_->waitUntil(Deadline::after(0.002))) return;
+  }
+  address_ = QStringLiteral("unix:path=") + QString::fromStdString(socket);
 }
 
 PrivateBus::~PrivateBus() {
   for (const QString& name : std::as_const(names_)) QDBusConnection::disconnectFromBus(name);
-  daemon_.kill();
-  daemon_.waitForFinished();
+  if (!daemon_) return;
+  daemon_->terminate();
+  daemon_->waitUntil(Deadline::never());
 }
 
 QDBusConnection PrivateBus::connection(const QString& who) {

@@ -4,16 +4,17 @@
 
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 
+#include "platform/Process.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -37,7 +38,8 @@ class PrivateBus {
 
  private:
   TempTree folder_;  // of the bus's configuration and its services
-  QProcess daemon_;
+  // None of Qt's own: how QProcess forks makes the thread sanitizer blind on this thread.
+  std::optional<Process> daemon_;
   QString address_;
   QStringList names_;  // of the connections
   std::mutex namesMutex_;

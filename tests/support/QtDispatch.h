@@ -12,9 +12,8 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QMetaObject>
-#include <QObject>
 
+#include "app/desktop/MainQueue.h"
 #include "platform/Dispatch.h"
 
 namespace tessaly {
@@ -58,14 +57,12 @@ class QtDispatch final : public Dispatch {
     const std::lock_guard lock(mutex_);
     --unfinished_;
   }
-  void onMain(Work work) {
-    QMetaObject::invokeMethod(&main_, std::move(work), Qt::QueuedConnection);
-  }
+  void onMain(Work work) { main_.post(std::move(work)); }
 
   std::mutex mutex_;
   std::size_t unfinished_ = 0;
   std::vector<std::thread> threads_;
-  QObject main_;
+  MainQueue main_;
 };
 
 }  // namespace tessaly

@@ -3,6 +3,9 @@
 // queue goes is dropped. post() may be called from any thread.
 #pragma once
 
+#include <deque>
+#include <mutex>
+
 #include <QObject>
 
 #include "platform/Dispatch.h"
@@ -14,6 +17,17 @@ class MainQueue : public QObject {
   using QObject::QObject;
 
   void post(Dispatch::Work work);
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  Dispatch::Work takeNext();
+
+  // Kept here and not in the events, so that the hand-over between threads is under a lock of our
+  // own, where the thread sanitizer sees it.
+  std::mutex mutex_;
+  std::deque<Dispatch::Work> waiting_;
 };
 
 }  // namespace tessaly
