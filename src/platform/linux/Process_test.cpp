@@ -197,7 +197,7 @@ TEST(Process, writes_to_our_streams_where_they_are_inherited) {
               return captured +
                      std::string(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
             }),
-            "it is xxx");
+            "it is " + std::string(3, 'x'));
 }
 
 TEST(Process, does_not_mix_its_streams) {
