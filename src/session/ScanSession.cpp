@@ -51,10 +51,6 @@ void ScanSession::showToast(FieldChanges& changes, const std::string& text) {
   changes.set(toast_, std::optional(text), &ScanSession::toastChanged);
 }
 
-QString ScanSession::toastText() const {
-  return QString::fromStdString(toast_.value_or(""));
-}
-
 void ScanSession::setPane(MainPane pane) {
   setField(pane_, pane, &ScanSession::paneChanged);
 }

@@ -34,6 +34,7 @@
 #include "scan/ScanInsights.h"
 #include "session/CancelFlag.h"
 #include "session/MarrowPrefs.h"
+#include "session/PostScanAnalysis.h"
 #include "session/ScanStore.h"
 #include "system/DiskUsage.h"
 #include "system/Shell.h"
@@ -72,7 +73,6 @@ class ScanSession : public QObject {
   Q_PROPERTY(
       bool queueMinimized READ queueMinimized WRITE setQueueMinimized NOTIFY queueMinimizedChanged)
   Q_PROPERTY(bool heatmap READ heatmap WRITE setHeatmap NOTIFY heatmapChanged)
-  Q_PROPERTY(QString toast READ toastText NOTIFY toastChanged)
   Q_PROPERTY(bool watching READ watching NOTIFY watchingChanged)
 
  public:
@@ -94,6 +94,7 @@ class ScanSession : public QObject {
     MarrowPrefs& prefs;  // and the settings that they live in
     std::string homeDirectory;
     ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
+    PostScanAnalysis::Stages analysis = {};                            // none
     Walk walk = {};                                                    // DiskScanner::scan
     Shell::Run run = {};                                               // Shell::run
     std::function<std::optional<DiskUsage>()> volumeUsage = {};        // DiskSpace::volumeUsage
@@ -132,6 +133,7 @@ class ScanSession : public QObject {
   void selectNodes(const std::vector<DiskNode>& nodes, bool additive);
   void toggleSelect(const DiskNode& node);
   Q_INVOKABLE void selectAllCurrent();
+  Q_INVOKABLE void clearSelection();
   // The paths of what is selected, or else of what has the focus, a line each.
   Q_INVOKABLE void copySelectedPaths();
 
@@ -145,6 +147,13 @@ class ScanSession : public QObject {
   // Moves what has the focus, or else the node on screen, to the Trash; warns, and moves nothing,
   // where it is critical.
   Q_INVOKABLE void trashFocused();
+  // Moves one item to the Trash without a record, so that undoTrash() does not know of it; warns,
+  // and moves nothing, where it is critical. Takes the node's menu away.
+  void trash(const DiskNode& node);
+  // The answers to the warning: move the item all the same, without a record, or leave it alone.
+  // Nothing happens when there is no warning.
+  Q_INVOKABLE void overruleWarning();
+  Q_INVOKABLE void dismissWarning();
   // Puts back what the last move took.
   Q_INVOKABLE void undoTrash();
 
@@ -161,6 +170,9 @@ class ScanSession : public QObject {
   void refreshDisk();
   // The name of the mounted volume that holds the node on screen.
   std::string currentVolumeName() const;
+
+  // The user's home directory, by which places are told to be critical.
+  const std::string& homeDirectory() const { return services_.homeDirectory; }
 
   // Shows a short message, and takes it away 2.8 seconds later unless a newer one stands there.
   void flash(const std::string& text);
@@ -199,7 +211,6 @@ class ScanSession : public QObject {
   const std::vector<ScanDelta>& deltas() const { return deltas_; }
   const std::set<std::string>& grewPaths() const { return grewPaths_; }
   const std::optional<std::string>& toast() const { return toast_; }
-  QString toastText() const;
   const std::optional<DiskNode>& focused() const { return focused_; }
   void setFocused(std::optional<DiskNode> node);
   const std::set<std::string>& selected() const { return selected_; }
@@ -277,6 +288,7 @@ class ScanSession : public QObject {
                   const std::string& root);
   void restore();
   void applyScanResult(const DiskNode& result, const std::string& root);
+  void analyse(const DiskNode& result, const std::string& root);
   void takeGrowth(FieldChanges& changes, const PathSizes& older, const PathSizes& newer);
   void takeInsights(FieldChanges& changes, const DiskNode& tree, double duration);
   void readDisk(FieldChanges& changes);

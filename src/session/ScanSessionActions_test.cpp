@@ -72,6 +72,14 @@ TEST_F(Actions, select_nodes_adds_each_once_in_the_order_of_selection) {
   EXPECT_EQ(session().focused(), song_);
 }
 
+TEST_F(Actions, clear_selection_keeps_the_focus) {
+  session().selectNodes({film_, song_}, false);
+  session().clearSelection();
+  EXPECT_THAT(selected(), IsEmpty());
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_EQ(session().focused(), song_);
+}
+
 TEST_F(Actions, selecting_nothing_clears_the_selection_and_keeps_the_focus) {
   session().selectNodes({film_}, false);
   session().selectNodes({}, false);
@@ -258,6 +266,53 @@ TEST_F(Actions, trashing_the_home_folder_warns_and_moves_nothing) {
   EXPECT_TRUE(machine_.trash.has("/home/user/film"));
   EXPECT_THAT(session().lastTrashed(), IsEmpty());
   EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(Actions, trash_of_one_node_moves_it_without_a_record_and_looks_again) {
+  plant();
+  session().setFocused(song_);
+  session().trashFocused();
+  session().setMenuNode(film_);
+  session().trash(*session().menuNode());
+  EXPECT_FALSE(machine_.trash.has("/data/film"));
+  EXPECT_EQ(session().menuNode(), std::nullopt);
+  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().lastTrashed().front().original, "/data/song");
+  EXPECT_EQ(session().toast(), "Moved song to Trash");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+TEST_F(Actions, trash_of_a_critical_node_closes_its_menu_and_warns) {
+  const DiskNode critical = folder("/usr/lib", 1);
+  machine_.trash.put("/usr/lib");
+  session().setMenuNode(critical);
+  session().trash(critical);
+  EXPECT_EQ(session().menuNode(), std::nullopt);
+  EXPECT_EQ(session().criticalWarning(), critical);
+  EXPECT_TRUE(machine_.trash.has("/usr/lib"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(Actions, a_dismissed_warning_leaves_everything_as_it_is) {
+  machine_.trash.put("/usr/lib");
+  session().setCriticalWarning(folder("/usr/lib", 1));
+  session().dismissWarning();
+  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_TRUE(machine_.trash.has("/usr/lib"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  session().overruleWarning();
+  EXPECT_TRUE(machine_.trash.has("/usr/lib"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(Actions, an_overruled_warning_moves_the_item_without_a_record_and_looks_again) {
+  machine_.trash.put("/usr/lib");
+  session().setCriticalWarning(folder("/usr/lib", 1));
+  session().overruleWarning();
+  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_FALSE(machine_.trash.has("/usr/lib"));
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
 }
 
 TEST_F(Actions, a_move_that_fails_says_the_same_and_keeps_what_can_be_undone) {

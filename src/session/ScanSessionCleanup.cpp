@@ -34,6 +34,36 @@ void ScanSession::trashFocused() {
   if (session) rescan();
 }
 
+void ScanSession::trash(const DiskNode& node) {
+  const DiskNode target = node;  // may be the menu's own, which goes away here
+  FieldChanges changes(*this);
+  changes.set(menuNode_, std::optional<DiskNode>(), &ScanSession::menuNodeChanged);
+  if (CriticalPaths::isCritical(target.path(), services_.homeDirectory)) {
+    changes.set(criticalWarning_, std::optional(target), &ScanSession::criticalWarningChanged);
+    changes.announce();
+    return;
+  }
+  Trash::moveRecording(target.path(), services_.trash);
+  const QPointer<ScanSession> session(this);
+  changes.announce();
+  if (session) rescan();
+}
+
+void ScanSession::overruleWarning() {
+  if (!criticalWarning_) return;
+  const std::string path = criticalWarning_->path();
+  FieldChanges changes(*this);
+  changes.set(criticalWarning_, std::optional<DiskNode>(), &ScanSession::criticalWarningChanged);
+  Trash::moveRecording(path, services_.trash);
+  const QPointer<ScanSession> session(this);
+  changes.announce();
+  if (session) rescan();
+}
+
+void ScanSession::dismissWarning() {
+  setCriticalWarning(std::nullopt);
+}
+
 void ScanSession::emptyQueue() {
   std::vector<std::string> paths;
   paths.reserve(queue_.size());

@@ -334,25 +334,11 @@ class ComparingRealFolders : public ::testing::Test {
     return session_->compareRows();
   }
 
-  ScanSession::Services services() {
-    return {.dispatch = dispatch_,
-            .folderPanel = panel_,
-            .savePanel = machine_.savePanel,
-            .workspace = machine_.workspace,
-            .pasteboard = machine_.pasteboard,
-            .icon = machine_.icon,
-            .notifications = machine_.notifications,
-            .trash = machine_.trash,
-            .prefs = machine_.prefs,
-            .homeDirectory = "/",
-            .supportDirectory = machine_.support.path(),
-            .run = noTools};
-  }
-
   FakeMachine machine_;
   HandSteppedDispatch& dispatch_ = machine_.dispatch;
   BusyPanel panel_;
-  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(services());
+  std::unique_ptr<ScanSession> session_ =
+      std::make_unique<ScanSession>(machine_.services("/", dispatch_, panel_));
 };
 
 TEST_F(ComparingRealFolders, asks_for_a_folder_and_stops_without_a_tree) {

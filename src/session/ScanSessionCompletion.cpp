@@ -84,6 +84,7 @@ void ScanSession::applyScanResult(const DiskNode& result, const std::string& roo
   readDisk(changes);
   showToast(changes, "Scan complete — " + Format::bytes(result.size()));
   services_.icon.requestAttention();
+  analyse(result, root);
   changes.announce();
 }
 

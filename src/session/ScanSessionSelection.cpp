@@ -53,6 +53,12 @@ void ScanSession::selectAllCurrent() {
   if (session && !nodes.empty()) flash("Selected " + std::to_string(nodes.size()));
 }
 
+void ScanSession::clearSelection() {
+  FieldChanges changes(*this);
+  clearSelection(changes);
+  changes.announce();
+}
+
 void ScanSession::copySelectedPaths() {
   std::vector<std::string> paths;
   for (const DiskNode& node : selectedNodes_) paths.push_back(node.path());

@@ -23,20 +23,9 @@ using Options = DiskScanner::Options;
 class ScanSessionThreads : public ::testing::Test {
  protected:
   std::unique_ptr<ScanSession> makeSession(ScanSession::Walk walk = {}) {
-    return std::make_unique<ScanSession>(
-        ScanSession::Services{.dispatch = dispatch_,
-                              .folderPanel = machine_.folderPanel,
-                              .savePanel = machine_.savePanel,
-                              .workspace = machine_.workspace,
-                              .pasteboard = machine_.pasteboard,
-                              .icon = machine_.icon,
-                              .notifications = machine_.notifications,
-                              .trash = machine_.trash,
-                              .prefs = machine_.prefs,
-                              .homeDirectory = "/",
-                              .supportDirectory = machine_.support.path(),
-                              .walk = std::move(walk),
-                              .run = noTools});
+    ScanSession::Services services = machine_.services("/", dispatch_, machine_.folderPanel);
+    services.walk = std::move(walk);
+    return std::make_unique<ScanSession>(std::move(services));
   }
 
   void runUntil(const ScanSession& session, ScanStatus status) {

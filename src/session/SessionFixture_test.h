@@ -121,11 +121,13 @@ class SessionFixture : public ::testing::Test {
   std::optional<DiskUsage> volume_;  // of the start-up volume
   ScanSession::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
+  PostScanAnalysis::Stages analysis_;  // of the next session
   std::unique_ptr<ScanSession> session_ = makeSession();
 
  private:
   std::unique_ptr<ScanSession> makeSession() {
     ScanSession::Services services = machine_.services("/home/user");
+    services.analysis = analysis_;
     services.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
                            const DiskScanner::Options& options) {
       return walks_.run(root, callbacks, options);

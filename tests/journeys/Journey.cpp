@@ -51,7 +51,11 @@ void Journey::click(const QString& name) {
 }
 
 void Journey::clickAt(QPoint point) {
-  QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, point);
+  clickHolding(Qt::NoModifier, point);
+}
+
+void Journey::clickHolding(Qt::KeyboardModifiers modifiers, QPoint point) {
+  QTest::mouseClick(&window(), Qt::LeftButton, modifiers, point);
   settle(window());
 }
 
@@ -62,8 +66,8 @@ void Journey::hoverAt(QPoint point) {
   settle(window());
 }
 
-void Journey::press(Qt::Key key) {
-  QTest::keyClick(&window(), key);
+void Journey::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QTest::keyClick(&window(), key, modifiers);
   settle(window());
 }
 

@@ -32,8 +32,9 @@ class Journey : public testing::Test {
 
   void click(const QString& name);
   void clickAt(QPoint point);
+  void clickHolding(Qt::KeyboardModifiers modifiers, QPoint point);
   void hoverAt(QPoint point);
-  void press(Qt::Key key);
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
   // Runs the walk that waits, and then brings home what it has to say.
   void walk();

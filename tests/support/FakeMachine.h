@@ -35,8 +35,14 @@ struct FakeMachine {
 
   // For a session whose user lives in `homeDirectory`.
   ScanSession::Services services(const std::string& homeDirectory) {
-    return {.dispatch = dispatch,
-            .folderPanel = folderPanel,
+    return services(homeDirectory, dispatch, folderPanel);
+  }
+
+  // The same with queues and a panel that are none of this machine's.
+  ScanSession::Services services(const std::string& homeDirectory, Dispatch& lentDispatch,
+                                 FolderPanel& lentPanel) {
+    return {.dispatch = lentDispatch,
+            .folderPanel = lentPanel,
             .savePanel = savePanel,
             .workspace = workspace,
             .pasteboard = pasteboard,

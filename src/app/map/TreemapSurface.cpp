@@ -148,13 +148,20 @@ void TreemapSurface::mouseReleaseEvent(QMouseEvent* event) {
   const auto pressedPath = std::exchange(pressedPath_, std::nullopt);
   if (!pressedPath || QLineF(pressedAt_, event->position()).length() >= dragDistance) return;
   const auto index = tiles_.at(event->position());
-  if (index && tiles_[*index].rect.node.path() == pressedPath) click(tiles_[*index].rect.node);
+  if (index && tiles_[*index].rect.node.path() == pressedPath) {
+    click(tiles_[*index].rect.node, event->modifiers());
+  }
 }
 
-void TreemapSurface::click(const DiskNode& node) {
+void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {
   const DiskNode clicked = node;  // the handlers may replace the tiles
   session_->setFocused(clicked);
-  if (clicked.isDir() && !clicked.children().empty()) {
+  if (modifiers.testFlag(Qt::ShiftModifier)) {
+    session_->toggleSelect(clicked);
+  } else if (modifiers.testFlag(Qt::ControlModifier)) {  // Command on macOS
+    session_->addToQueue(clicked);
+    session_->flash("Queued " + std::string(clicked.name()));
+  } else if (clicked.isDir() && !clicked.children().empty()) {
     emit open(NodeHandle(clicked));
   } else {
     session_->reveal(clicked);

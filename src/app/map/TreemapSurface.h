@@ -68,7 +68,7 @@ class TreemapSurface : public QQuickItem {
   void setMouse(QPointF mouse);
   void enter(std::optional<std::size_t> index);
   void showHighlight();
-  void click(const DiskNode& node);
+  void click(const DiskNode& node, Qt::KeyboardModifiers modifiers);
   double scale() const;
 
   ScanSession* session_ = nullptr;

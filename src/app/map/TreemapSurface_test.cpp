@@ -66,7 +66,7 @@ class TreemapSurfaceTest : public ::testing::Test {
 
   void send(QEvent::Type type, QPointF point, Qt::MouseButton button, Qt::MouseButtons buttons) {
     const QPointF place = canvas_->mapToScene(point);
-    QMouseEvent event(type, place, window_.mapToGlobal(place), button, buttons, Qt::NoModifier);
+    QMouseEvent event(type, place, window_.mapToGlobal(place), button, buttons, modifiers_);
     QCoreApplication::sendEvent(&window_, &event);
   }
   void moveTo(QPointF point) { send(QEvent::MouseMove, point, Qt::NoButton, Qt::NoButton); }
@@ -80,6 +80,12 @@ class TreemapSurfaceTest : public ::testing::Test {
     moveTo(point);
     press(point);
     release(point);
+  }
+
+  void clickHolding(Qt::KeyboardModifiers modifiers, QPointF point) {
+    modifiers_ = modifiers;
+    click(point);
+    modifiers_ = Qt::NoModifier;
   }
 
   // A point on the tile that no other tile covers.
@@ -106,6 +112,7 @@ class TreemapSurfaceTest : public ::testing::Test {
   QQuickWindow window_;
   std::unique_ptr<TreemapSurface> canvas_;
   std::vector<std::string> opened_;
+  Qt::KeyboardModifiers modifiers_ = Qt::NoModifier;  // held at every event of the pointer
 };
 
 TEST_F(TreemapSurfaceTest, focuses_and_remembers_the_tile_that_the_pointer_enters) {
@@ -256,6 +263,36 @@ TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
   session_.setFocused(std::nullopt);
   click(on("/r/film.mp4"));
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
+}
+
+TEST_F(TreemapSurfaceTest, selects_and_deselects_the_tile_clicked_with_shift) {
+  clickHolding(Qt::ShiftModifier, on("/r/docs"));
+  clickHolding(Qt::ShiftModifier, on("/r/film.mp4"));
+  draw();
+  EXPECT_EQ(session_.selected(), (std::set<std::string>{"/r/docs", "/r/film.mp4"}));
+  EXPECT_TRUE(canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].selected);
+  clickHolding(Qt::ShiftModifier, on("/r/docs"));
+  draw();
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_FALSE(canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].selected);
+  EXPECT_EQ(focusedPath(), "/r/docs");
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
+}
+
+TEST_F(TreemapSurfaceTest, queues_the_tile_clicked_with_command_and_says_so) {
+  clickHolding(Qt::ControlModifier, on("/r/docs"));
+  ASSERT_EQ(session_.queue().size(), 1U);
+  EXPECT_EQ(session_.queue().front().path(), "/r/docs");
+  EXPECT_EQ(session_.toast(), "Queued docs");
+  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(opened_.empty());
+}
+
+TEST_F(TreemapSurfaceTest, selects_and_does_not_queue_with_shift_and_command_together) {
+  clickHolding(Qt::ShiftModifier | Qt::ControlModifier, on("/r/film.mp4"));
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_TRUE(session_.queue().empty());
 }
 
 TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {

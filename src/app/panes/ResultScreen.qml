@@ -15,6 +15,12 @@ Item {
         anchors.fill: parent
         spacing: 0
 
+        ModeBar {
+            objectName: "modeBar"
+            Layout.fillWidth: true
+            session: screen.session
+        }
+
         TreemapHeader {
             objectName: "header"
             Layout.fillWidth: true

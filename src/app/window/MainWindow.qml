@@ -51,4 +51,24 @@ Window {
             session: window.session
         }
     }
+
+    Toast {
+        anchors.fill: parent
+        session: window.session
+    }
+
+    ProtectedLocationAlert {
+        id: alert
+
+        objectName: "protectedLocation"
+        anchors.fill: parent
+        session: window.session
+    }
+
+    // What lies under an alert takes no commands.
+    Shortcut {
+        sequence: "Ctrl+Backspace"
+        enabled: !alert.shown
+        onActivated: window.session.trashFocused()
+    }
 }

@@ -1,0 +1,45 @@
+// What the row above the map offers at the moment.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class ModeBarState : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY modeChanged)
+  // How many items are selected.
+  Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
+  // The last move to the Trash can be taken back.
+  Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY lastTrashedChanged)
+
+ public:
+  using QObject::QObject;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  bool showsTreemap() const;
+  int selectedCount() const;
+  bool canPutBack() const;
+
+  Q_INVOKABLE void showTreemap();
+
+ signals:
+  void sessionChanged();
+  void modeChanged();
+  void selectionChanged();
+  void lastTrashedChanged();
+
+ private:
+  ScanSession* session_ = nullptr;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,101 @@
+// Asks before a critical item goes to the Trash. The way out is at hand: Cancel has the keyboard.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Window
+
+ModalLayer {
+    id: alert
+
+    required property ScanSession session
+
+    shown: state.shown
+    onDismissed: alert.session.dismissWarning()
+    onShownChanged: {
+        if (shown)
+            cancel.forceActiveFocus(Qt.PopupFocusReason)
+    }
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: title.text
+    Accessible.description: state.message
+
+    ProtectedLocationState {
+        id: state
+
+        session: alert.session
+    }
+
+    Column {
+        x: 20
+        width: alert.panelWidth - 40
+        topPadding: 20
+        bottomPadding: 20
+        spacing: 10
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: "exclamationmark.triangle.fill"
+            size: 30
+            color: Theme.warning
+        }
+
+        Text {
+            id: title
+
+            objectName: "alertTitle"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "Protected location"
+            color: Theme.ink
+            font.family: Theme.uiFamily
+            font.pixelSize: 14
+            font.weight: Font.Bold
+        }
+
+        Text {
+            objectName: "alertMessage"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: state.message
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 12
+            color: Theme.secondary
+            font.family: Theme.uiFamily
+            font.pixelSize: 12
+        }
+
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            topPadding: 8
+            spacing: 10
+
+            MarrowSecondaryButton {
+                id: overrule
+
+                objectName: "overrule"
+                width: 160
+                height: 32
+                text: "Move to Trash"
+                labelColor: Theme.error
+                KeyNavigation.tab: cancel
+                KeyNavigation.backtab: cancel
+                onClicked: alert.session.overruleWarning()
+            }
+
+            MarrowPrimaryButton {
+                id: cancel
+
+                objectName: "dismiss"
+                width: 160
+                height: 32
+                text: "Cancel"
+                KeyNavigation.tab: overrule
+                KeyNavigation.backtab: overrule
+                onClicked: alert.session.dismissWarning()
+            }
+        }
+    }
+}

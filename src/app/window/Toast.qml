@@ -1,0 +1,99 @@
+// A short message over the bottom of the window. It comes up from the edge and goes the same way,
+// and never takes a click from what lies under it.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Window
+
+Item {
+    id: place
+
+    required property ScanSession session
+
+    enabled: false
+    visible: message.shown || toast.opacity > 0
+
+    ToastState {
+        id: message
+
+        session: place.session
+    }
+
+    RoundedPanel {
+        id: toast
+
+        objectName: "toastPanel"
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: place.height - height - 20
+        width: row.width + 28
+        height: row.height + 16
+        radius: 8
+        opacity: 0
+        color: Qt.alpha(Theme.bg2, 0.96)
+        outlineColor: Qt.rgba(1, 1, 1, 0.12)
+        outlineWidth: 1
+        shadowColor: Qt.rgba(0, 0, 0, 0.5)
+        shadowRadius: 12
+        shadowOffset: 4
+
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: message.text
+        Accessible.ignored: !message.shown
+
+        Row {
+            id: row
+
+            x: 14
+            y: 8
+            spacing: 6
+
+            Symbol {
+                id: bolt
+
+                objectName: "toastSymbol"
+                anchors.verticalCenter: parent.verticalCenter
+                name: "bolt.fill"
+                size: 11
+                color: Theme.accent
+            }
+
+            Text {
+                objectName: "toast"
+                width: Math.min(implicitWidth, place.width - 80 - bolt.width)
+                text: message.text
+                textFormat: Text.PlainText
+                elide: Text.ElideMiddle
+                maximumLineCount: 1
+                color: Theme.ink
+                font.family: Theme.uiFamily
+                font.pixelSize: 12
+                font.weight: Font.Medium
+            }
+        }
+
+        states: State {
+            name: "shown"
+            when: message.shown
+
+            PropertyChanges {
+                toast.opacity: 1
+                lift.y: 0
+            }
+        }
+
+        transform: Translate {
+            id: lift
+
+            y: toast.height + 20
+        }
+
+        transitions: Transition {
+            NumberAnimation {
+                targets: [toast, lift]
+                properties: "opacity,y"
+                duration: 200
+                easing.type: Easing.OutCubic
+            }
+        }
+    }
+}

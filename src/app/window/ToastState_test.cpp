@@ -1,0 +1,43 @@
+#include "app/window/ToastState.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class ToastStateTest : public SessionFixture {
+ protected:
+  ToastStateTest() { state_.setSession(&session()); }
+
+  ToastState state_;
+};
+
+TEST(ToastStateAlone, shows_nothing) {
+  const ToastState state;
+  EXPECT_FALSE(state.isShown());
+}
+
+TEST_F(ToastStateTest, shows_the_message_while_it_stands) {
+  const QSignalSpy changes(&state_, &ToastState::changed);
+  session().flash("Hello");
+  EXPECT_TRUE(state_.isShown());
+  EXPECT_EQ(state_.text(), QStringLiteral("Hello"));
+  EXPECT_EQ(changes.count(), 1);
+  dispatch().advance(std::chrono::milliseconds(2800));
+  runMain();
+  EXPECT_FALSE(state_.isShown());
+  EXPECT_EQ(state_.text(), QStringLiteral("Hello"));
+}
+
+TEST_F(ToastStateTest, stays_on_one_line_whatever_a_name_holds) {
+  session().flash("Moved caf\xe9\nbar to Trash");
+  EXPECT_EQ(state_.text(), QStringLiteral("Moved caf\uFFFD\uFFFDbar to Trash"));
+}
+
+}  // namespace
+}  // namespace tessaly

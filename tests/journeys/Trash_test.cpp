@@ -1,0 +1,174 @@
+// To the Trash and back, on the map.
+#include <filesystem>
+#include <gmock/gmock.h>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class TrashJourney : public Journey {
+ protected:
+  TrashJourney()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "Code/\n"
+            "  main.cpp 3M\n"
+            "notes.txt 2M\n"
+            "caf\\xE9.zip 2M\n") {
+    for (const char* below : {"Movies", "Code", "notes.txt", "caf\xE9.zip"}) {
+      machine_.trash.put(tree_.at(below), below);
+    }
+    session().scanHome();
+    finishScan();
+  }
+
+  void pressCommandDelete() { press(Qt::Key_Backspace, Qt::ControlModifier); }
+};
+
+TEST_F(TrashJourney, command_delete_moves_the_tile_under_the_pointer) {
+  hoverAt(tilePoint("notes.txt"));
+  pressCommandDelete();
+  EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_EQ(text("toast"), QStringLiteral("Moved notes.txt to Trash"));
+  EXPECT_TRUE(shows("banner"));
+  finishScan();
+  EXPECT_TRUE(shows("putBack"));
+}
+
+TEST_F(TrashJourney, put_back_brings_back_what_the_last_move_took) {
+  hoverAt(tilePoint("caf\xE9.zip"));
+  pressCommandDelete();
+  finishScan();
+  ASSERT_FALSE(machine_.trash.has(tree_.at("caf\xE9.zip")));
+  click("putBack");
+  EXPECT_EQ(machine_.trash.contentOf(tree_.at("caf\xE9.zip")), "caf\xE9.zip");
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 1 item"));
+  EXPECT_FALSE(shows("putBack"));
+}
+
+TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
+  EXPECT_FALSE(shows("queueSelection"));
+  clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (2)"));
+  clickHolding(Qt::ControlModifier, tilePoint("Code"));
+  EXPECT_EQ(text("toast"), QStringLiteral("Queued Code"));
+  EXPECT_THAT(session().queue(), SizeIs(1));
+  click("queueSelection");
+  EXPECT_EQ(text("toast"), QStringLiteral("Queued 2 items"));
+  ASSERT_THAT(session().queue(), SizeIs(3));
+  EXPECT_EQ(session().queue()[1].path(), tree_.at("notes.txt"));
+  EXPECT_EQ(session().queue()[2].path(), tree_.at("Movies"));
+  EXPECT_FALSE(shows("queueSelection"));
+  EXPECT_FALSE(shows("clearSelection"));
+}
+
+TEST_F(TrashJourney, clear_empties_the_selection_at_once) {
+  clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
+  click("clearSelection");
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_FALSE(shows("clearSelection"));
+}
+
+TEST_F(TrashJourney, a_mark_holds_the_node_and_not_the_place_where_it_was) {
+  clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
+  std::filesystem::resize_file(tree_.at("Code/main.cpp"), 0);
+  session().rescan();
+  finishScan();
+  click("queueSelection");
+  session().emptyQueue();
+  EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Code")));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("caf\xE9.zip")));
+}
+
+class ProtectedLocation : public TrashJourney {
+ protected:
+  // The home itself is what stands on screen, and so what Command Delete means.
+  void askForTheHome() {
+    machine_.trash.put(tree_.path());
+    session().setFocused(std::nullopt);
+    pressCommandDelete();
+  }
+};
+
+TEST_F(ProtectedLocation, is_asked_about_before_anything_moves) {
+  askForTheHome();
+  EXPECT_TRUE(shows("protectedLocation"));
+  EXPECT_EQ(text("alertTitle"), QStringLiteral("Protected location"));
+  EXPECT_EQ(text("alertMessage"),
+            QStringLiteral("Your home folder\n\n") + QString::fromStdString(tree_.path()));
+  EXPECT_TRUE(machine_.trash.has(tree_.path()));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(ProtectedLocation, is_left_alone_by_return_which_cancels) {
+  askForTheHome();
+  EXPECT_TRUE(item("dismiss")->hasActiveFocus());
+  press(Qt::Key_Return);
+  EXPECT_FALSE(shows("protectedLocation"));
+  EXPECT_TRUE(machine_.trash.has(tree_.path()));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(ProtectedLocation, is_left_alone_by_escape_and_by_a_click_beside_the_question) {
+  askForTheHome();
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("protectedLocation"));
+  askForTheHome();
+  clickAt({5, window().height() - 5});
+  EXPECT_FALSE(shows("protectedLocation"));
+  EXPECT_TRUE(machine_.trash.has(tree_.path()));
+}
+
+TEST_F(ProtectedLocation, goes_to_the_trash_when_the_warning_is_overruled) {
+  askForTheHome();
+  press(Qt::Key_Tab);
+  EXPECT_TRUE(item("overrule")->hasActiveFocus());
+  press(Qt::Key_Space);
+  EXPECT_FALSE(shows("protectedLocation"));
+  EXPECT_FALSE(machine_.trash.has(tree_.path()));
+  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+TEST_F(ProtectedLocation, keeps_the_keyboard_to_itself_while_it_is_asked_about) {
+  askForTheHome();
+  for (int i = 0; i < 4; ++i) {
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(item("overrule")->hasActiveFocus() || item("dismiss")->hasActiveFocus());
+  }
+  session().setFocused(session().current()->children()[0]);
+  pressCommandDelete();
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
+  EXPECT_TRUE(shows("protectedLocation"));
+}
+
+TEST_F(ProtectedLocation, gives_the_keyboard_back_when_it_is_answered) {
+  clickAt(tilePoint("Movies"));
+  press(Qt::Key_Tab);
+  QQuickItem* const before = window().activeFocusItem();
+  ASSERT_NE(before, nullptr);
+  session().setCriticalWarning(session().stack().front());
+  settle(window());
+  EXPECT_NE(window().activeFocusItem(), before);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(window().activeFocusItem(), before);
+}
+
+TEST_F(ProtectedLocation, leaves_no_tile_to_the_pointer_while_it_is_asked_about) {
+  const QPoint notes = tilePoint("notes.txt");
+  askForTheHome();
+  hoverAt(notes);
+  EXPECT_EQ(session().focused(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tessaly
