@@ -1,5 +1,7 @@
 #include "journeys/Journey.h"
 
+#include <utility>
+
 #include <QTest>
 
 #include "journeys/Seams.h"
@@ -8,10 +10,21 @@
 
 namespace tessaly {
 
-Journey::Journey(std::string_view tree)
-    : tree_(tree), application_(seamsOf(machine_, tree_.path())) {
+Journey::Journey(std::string_view tree, Lend lend) : tree_(tree), lend_(std::move(lend)) {
+  start();
+}
+
+void Journey::start() {
+  Application::Seams seams = seamsOf(machine_, tree_.path());
+  if (lend_) lend_(seams);
+  application_ = std::make_unique<Application>(seams);
   window().show();
   settle(window());
+}
+
+void Journey::restart() {
+  application_.reset();
+  start();
 }
 
 QQuickItem* Journey::item(const QString& name) {

@@ -2,7 +2,9 @@
 // when the journey says so, and what it reports arrives when the journey says so.
 #pragma once
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,10 +18,16 @@ namespace tessaly {
 
 class Journey : public testing::Test {
  protected:
-  explicit Journey(std::string_view tree);
+  // What of the machine is to be another than the fake one; called for each run of the program.
+  using Lend = std::function<void(Application::Seams&)>;
 
-  ScanSession& session() { return application_.session(); }
-  QQuickWindow& window() { return application_.window(); }
+  explicit Journey(std::string_view tree, Lend lend = {});
+
+  ScanSession& session() { return application_->session(); }
+  QQuickWindow& window() { return application_->window(); }
+
+  // Ends the program, and starts it once more on the same machine.
+  void restart();
 
   // What is shown under this object name; a failure and null when there is no such thing.
   QQuickItem* item(const QString& name);
@@ -46,7 +54,12 @@ class Journey : public testing::Test {
   HandSteppedDispatch& dispatch_ = machine_.dispatch;
   FakeFolderPanel& folderPanel_ = machine_.folderPanel;
   FakeWorkspace& workspace_ = machine_.workspace;
-  Application application_;
+
+ private:
+  void start();
+
+  Lend lend_;
+  std::unique_ptr<Application> application_;
 };
 
 }  // namespace tessaly

@@ -1,0 +1,153 @@
+// The whole way on a real disk: scanned, marked, thrown away, put back, and found again by the next
+// run of the program.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+#include "platform/linux/trash/UserTrashMover.h"
+#include "scan/DiskScanner.h"
+#include "session/SettingsFile.h"
+#include "support/TreeDifference.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+// All that a folder holds, by path: kind and permissions, time, and content or target.
+std::map<std::string, std::string> photographOf(const std::string& top) {
+  std::map<std::string, std::string> items;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(top)) {
+    struct stat status {};
+    EXPECT_EQ(lstat(entry.path().c_str(), &status), 0) << entry.path();
+    std::string facts = std::to_string(status.st_mode);
+    if (entry.is_symlink()) {
+      facts += " -> " + fs::read_symlink(entry.path()).string();
+    } else if (entry.is_regular_file()) {
+      std::ifstream file(entry.path(), std::ios::binary);
+      facts += " " + std::to_string(status.st_mtim.tv_sec) + "." +
+               std::to_string(status.st_mtim.tv_nsec) + " " +
+               std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    items.emplace(entry.path().string().substr(top.size()), facts);
+  }
+  return items;
+}
+
+// What the program keeps on this disk beside the user's files.
+struct Keeping {
+  TempTree state{"data/\nsettings/\n"};
+  UserTrashMover trash{{.homeTrash = state.at("data/Trash"),
+                        .mountinfo = "/proc/self/mountinfo",
+                        .user = geteuid()}};
+  std::unique_ptr<SettingsFile> settings;
+  int walks = 0;
+};
+
+class ThereAndBack : private Keeping, public Journey {
+ protected:
+  ThereAndBack()
+      : Journey(
+            "Movies/\n"
+            "  old/ mode=0750\n"
+            "    beach.mp4 6M mtime=1500000000.5\n"
+            "    best -> beach.mp4\n"
+            "Code/\n"
+            "  main.cpp 3M mode=0600\n"
+            "notes.txt 2M mtime=1400000000.25\n"
+            "caf\\xE9\\n.zip 2M\n"
+            "stays.iso 4M\n",
+            [this](Application::Seams& seams) { lend(seams); }) {}
+
+  std::string trashFiles() const { return state.at("data/Trash/files"); }
+  std::string trashInfos() const { return state.at("data/Trash/info"); }
+  int walksSoFar() const { return walks; }
+
+ private:
+  void lend(Application::Seams& seams) {
+    settings = std::make_unique<SettingsFile>(state.at("settings/settings.json"));
+    seams.settings = settings.get();
+    seams.trash = &trash;
+    seams.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                        const DiskScanner::Options& options) {
+      ++walks;
+      return DiskScanner::scan(root, callbacks, options);
+    };
+  }
+};
+
+std::ptrdiff_t itemsIn(const std::string& folder) {
+  return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+}
+
+TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
+  const auto before = photographOf(tree_.path());
+  click("scanHome");
+  finishScan();
+  ASSERT_EQ(walksSoFar(), 1);
+
+  for (const char* below : {"Movies", "notes.txt", "caf\xE9\n.zip"}) {
+    clickHolding(Qt::ShiftModifier, tilePoint(below));
+  }
+  ASSERT_EQ(session().selectedNodes().size(), 3U);
+  click("queueSelection");
+  ASSERT_EQ(session().queue().size(), 3U);
+  session().emptyQueue();
+
+  EXPECT_FALSE(fs::exists(tree_.at("Movies")));
+  EXPECT_FALSE(fs::exists(tree_.at("notes.txt")));
+  EXPECT_FALSE(fs::exists(tree_.at("caf\xE9\n.zip")));
+  EXPECT_TRUE(fs::exists(tree_.at("Code/main.cpp")));
+  EXPECT_EQ(itemsIn(trashFiles()), 3);
+  EXPECT_EQ(itemsIn(trashInfos()), 3);
+  finishScan();
+  EXPECT_EQ(session().current()->children().size(), 2U);
+
+  click("putBack");
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 3 items"));
+  finishScan();
+  EXPECT_EQ(photographOf(tree_.path()), before);
+  EXPECT_EQ(itemsIn(trashFiles()), 0);
+  EXPECT_EQ(itemsIn(trashInfos()), 0);
+  ASSERT_EQ(walksSoFar(), 3);
+
+  const std::optional<DiskNode> tree = session().current();
+  restart();
+  EXPECT_TRUE(shows("canvas"));
+  ASSERT_TRUE(session().current().has_value());
+  EXPECT_EQ(differenceOf(*tree, *session().current()), "");
+  EXPECT_EQ(session().scanRoot(), tree_.path());
+  hoverAt(tilePoint("caf\xE9\n.zip"));
+  EXPECT_EQ(session().focused()->path(), tree_.at("caf\xE9\n.zip"));
+  dispatch_.drainAll();
+  EXPECT_EQ(walksSoFar(), 3);
+  EXPECT_EQ(photographOf(tree_.path()), before);
+}
+
+TEST_F(ThereAndBack, keeps_what_was_thrown_away_for_other_programs_when_the_run_ends) {
+  click("scanHome");
+  finishScan();
+  hoverAt(tilePoint("notes.txt"));
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  ASSERT_FALSE(fs::exists(tree_.at("notes.txt")));
+  finishScan();
+  restart();
+  // What can be taken back is a matter of one run; the item is in the Trash all the same.
+  EXPECT_FALSE(shows("putBack"));
+  EXPECT_EQ(itemsIn(trashFiles()), 1);
+  std::ifstream info(trashInfos() + "/notes.txt.trashinfo");
+  const std::string record(std::istreambuf_iterator<char>(info), {});
+  EXPECT_NE(record.find("\nPath=" + tree_.at("notes.txt") + "\n"), std::string::npos) << record;
+}
+
+}  // namespace
+}  // namespace tessaly
