@@ -1,0 +1,17 @@
+// Makes AccessController a type that QML knows, so that a view can ask for one by a typed property.
+#pragma once
+
+#include <QtQml/qqml.h>
+
+#include "session/AccessController.h"
+
+namespace tessaly {
+
+struct AccessControllerType {
+  Q_GADGET
+  QML_FOREIGN(tessaly::AccessController)
+  QML_NAMED_ELEMENT(AccessController)
+  QML_UNCREATABLE("The program makes one and hands it to its views.")
+};
+
+}  // namespace tessaly
