@@ -18,16 +18,19 @@
 #include "app/desktop/QtPasteboard.h"
 #include "app/desktop/QtSavePanel.h"
 #include "app/desktop/Renderer.h"
+#include "app/preview/PreviewReader.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/ThreadedDispatch.h"
 #include "platform/UserTrash.h"
+#include "reclaim/Trash.h"
 #include "session/SettingsFile.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_QuickLookPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_WindowPlugin)
 
 namespace tessaly {
@@ -85,16 +88,19 @@ Application::Application(const Seams& seams) {
   });
   prefs_ = std::make_unique<MarrowPrefs>(settings);
 
+  Workspace& workspace = orOwn(seams.workspace, ownWorkspace_,
+                               [&] { return std::make_unique<LinuxWorkspace>(dispatch); });
+  Pasteboard& pasteboard =
+      orOwn(seams.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); });
+
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
       .folderPanel = orOwn(seams.folderPanel, ownFolderPanel_,
                            [&] { return std::make_unique<QtFolderPanel>(home); }),
       .savePanel = orOwn(seams.savePanel, ownSavePanel_,
                          [&] { return std::make_unique<QtSavePanel>(home); }),
-      .workspace = orOwn(seams.workspace, ownWorkspace_,
-                         [&] { return std::make_unique<LinuxWorkspace>(dispatch); }),
-      .pasteboard =
-          orOwn(seams.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); }),
+      .workspace = workspace,
+      .pasteboard = pasteboard,
       .icon = orOwn(seams.icon, ownIcon_,
                     [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
       .notifications = orOwn(seams.notifications, ownNotifications_,
@@ -104,15 +110,44 @@ Application::Application(const Seams& seams) {
       .homeDirectory = home,
       .supportDirectory = seams.supportDirectory,
       .walk = seams.walk,
-      .run = seams.run});
+      .run = seams.run,
+      .volumeUsage = seams.volumeUsage,
+      .now = seams.now,
+      .date = seams.date});
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
-  engine_->setInitialProperties({{QStringLiteral("session"), QVariant::fromValue(session_.get())}});
+  PreviewPanel& previewPanel = orOwn(seams.previewPanel, ownPreviewPanel_, [&] {
+    return std::make_unique<PreviewWindow>(
+        *engine_, dispatch,
+        [](const std::string& path, const std::function<bool()>& isCancelled) {
+          return PreviewReader::read(path, {.limits = {}, .cancelled = isCancelled});
+        },
+        [&workspace](const std::string& path) { workspace.open(path); });
+  });
+  quickLook_ = std::make_unique<QuickLook>(&previewPanel);
+  const OpenTool openTool = seams.openTool.value_or(OpenTool::real());
+  nodeActions_ = std::make_unique<NodeActions>(
+      NodeActions::Doors{.workspace = workspace,
+                         .pasteboard = pasteboard,
+                         .quickLook = [this](const std::string& path) { quickLook_->show(path); },
+                         .openTerminal =
+                             [&workspace, openTool](const std::string& path) {
+                               Trash::openTerminal(path, workspace, openTool);
+                             },
+                         .openInEditor =
+                             [&workspace, openTool](const std::string& path) {
+                               Trash::openInEditor(path, workspace, openTool);
+                             }});
+
+  engine_->setInitialProperties(
+      {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
+       {QStringLiteral("actions"), QVariant::fromValue(nodeActions_.get())}});
   engine_->load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Window/MainWindow.qml")));
   if (!engine_->rootObjects().isEmpty())
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
   if (window_ == nullptr) qFatal("The main window could not be made.");
   if (ownIcon_) ownIcon_->setWindow(window_);
+  if (ownPreviewPanel_) ownPreviewPanel_->setOwner(window_);
 }
 
 Application::~Application() = default;

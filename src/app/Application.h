@@ -4,7 +4,10 @@
 // Main thread only. One at a time.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <QQmlApplicationEngine>
@@ -12,15 +15,20 @@
 
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/MainQueue.h"
+#include "app/model/NodeActions.h"
+#include "app/quicklook/PreviewWindow.h"
+#include "app/quicklook/QuickLook.h"
 #include "platform/ApplicationIcon.h"
 #include "platform/Dispatch.h"
 #include "platform/FolderPanel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
+#include "platform/PreviewPanel.h"
 #include "platform/SavePanel.h"
 #include "platform/SettingsStore.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
+#include "reclaim/OpenTool.h"
 #include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
 
@@ -36,14 +44,19 @@ class Application {
     SavePanel* savePanel = nullptr;
     Workspace* workspace = nullptr;
     Pasteboard* pasteboard = nullptr;
+    PreviewPanel* previewPanel = nullptr;
     ApplicationIcon* icon = nullptr;
     NotificationCenter* notifications = nullptr;
     TrashMover* trash = nullptr;
     SettingsStore* settings = nullptr;
+    std::optional<OpenTool> openTool = {};  // what opens terminals and editors
     std::string homeDirectory = {};
     ScanStore::Directory supportDirectory = {};  // where scans leave their files
     ScanSession::Walk walk = {};
     Shell::Run run = {};
+    std::function<std::optional<DiskUsage>()> volumeUsage = {};
+    std::function<ScanSession::Clock::time_point()> now = {};
+    std::function<std::chrono::system_clock::time_point()> date = {};
   };
 
   // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
@@ -73,6 +86,9 @@ class Application {
   std::unique_ptr<MarrowPrefs> prefs_;
   std::unique_ptr<ScanSession> session_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
+  std::unique_ptr<PreviewWindow> ownPreviewPanel_;
+  std::unique_ptr<QuickLook> quickLook_;
+  std::unique_ptr<NodeActions> nodeActions_;
   QQuickWindow* window_ = nullptr;
 };
 

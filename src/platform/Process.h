@@ -32,6 +32,9 @@ class Process {
     std::vector<std::pair<std::string, std::string>> environment = {};
     Stream output = Stream::inherited;
     Stream error = Stream::inherited;
+    // For what a person goes on working with: in a session of its own, so that it outlives us and
+    // our terminal, with nothing to read, and with its words lost where they are not captured.
+    bool isDetached = false;
   };
 
   // How it ended.

@@ -14,7 +14,8 @@ struct Entry {
   std::string_view subcommand;
 };
 
-constexpr std::array<Entry, 1> entries = {{
+constexpr std::array<Entry, 2> entries = {{
+    {"/usr/bin/open", "open"},
     {"/usr/bin/osascript", "osascript"},
 }};
 

@@ -1,8 +1,34 @@
 #include "reclaim/Trash.h"
 
+#include <algorithm>
+#include <array>
+#include <sys/stat.h>
 #include <utility>
 
 namespace tessaly::Trash {
+
+namespace {
+
+constexpr std::array<const char*, 4> editors = {"Cursor", "Visual Studio Code", "Code", "TextEdit"};
+
+bool isFolder(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::string withoutSlashesAtItsEnd(std::string path) {
+  path.resize(path.find_last_not_of('/') + 1);
+  return path;
+}
+
+std::string parentOf(const std::string& path) {
+  std::string parent = withoutSlashesAtItsEnd(path);
+  parent.resize(parent.rfind('/') + 1);
+  parent = withoutSlashesAtItsEnd(std::move(parent));
+  return parent.empty() ? "/" : parent;
+}
+
+}  // namespace
 
 std::optional<TrashedItem> moveRecording(const std::string& path, TrashMover& mover) {
   Result<std::string> moved = mover.moveToTrash(path);
@@ -25,6 +51,19 @@ Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover
 bool putBack(const TrashedItem& item, TrashMover& mover) {
   if (item.trashPath.empty()) return false;
   return mover.putBack(item.trashPath, item.original).ok();
+}
+
+void openTerminal(const std::string& path, Workspace& workspace, const OpenTool& tool) {
+  const std::string folder = isFolder(path) ? path : parentOf(path);
+  workspace.open(folder);
+  tool.start({"-a", "Terminal", folder});
+}
+
+void openInEditor(const std::string& path, Workspace& workspace, const OpenTool& tool) {
+  const bool isOpen = std::any_of(editors.begin(), editors.end(), [&](const char* editor) {
+    return tool.run({"-a", editor, path});
+  });
+  if (!isOpen) workspace.open(path);
 }
 
 }  // namespace tessaly::Trash

@@ -1,8 +1,8 @@
 // Where what the user throws away goes: to the Trash, with a record of it, and back. Refuses
-// nothing; who should be warned first is for the caller to ask. A failure is an absent value or a
-// false, never more.
+// nothing; who should be warned first is for the caller to ask. And where the user looks at it
+// before: in a terminal or an editor. A failure is an absent value, a false or silence, never more.
 //
-// Every call blocks and keeps nothing. Safe from any thread as far as the mover is.
+// Every call blocks and keeps nothing. Moves are safe from any thread as far as the mover is.
 #pragma once
 
 #include <functional>
@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "platform/TrashMover.h"
+#include "platform/Workspace.h"
+#include "reclaim/OpenTool.h"
 
 namespace tessaly {
 
@@ -40,6 +42,18 @@ Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover
 // and where something stands at `original`, which is never replaced. Folders above it that are
 // missing are made.
 bool putBack(const TrashedItem& item, TrashMover& mover);
+
+// Shows the folder at the absolute `path`, or the one that holds what else it is or was, in the
+// file viewer, and opens a terminal in it. Waits for neither. Main thread only.
+void openTerminal(const std::string& path, Workspace& workspace,
+                  const OpenTool& tool = OpenTool::real());
+
+// Opens the absolute `path` in the first of the known editors that `tool` succeeds with, or, where
+// there is none of them, in its default application. Blocks until the tool has exited for each that
+// is tried: a moment, or, as it is in the worst case, four times as long as the tool is waited for.
+// Main thread only.
+void openInEditor(const std::string& path, Workspace& workspace,
+                  const OpenTool& tool = OpenTool::real());
 
 }  // namespace Trash
 }  // namespace tessaly

@@ -84,6 +84,16 @@ void Journey::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   settle(window());
 }
 
+void Journey::tabTo(const QString& name) {
+  constexpr int stopsOfAWindow = 200;
+  for (int stop = 0; stop < stopsOfAWindow; ++stop) {
+    press(Qt::Key_Tab);
+    const QQuickItem* const focused = window().activeFocusItem();
+    if (focused != nullptr && focused->objectName() == name) return;
+  }
+  ADD_FAILURE() << "Tab does not come to " << name.toStdString();
+}
+
 void Journey::walk() {
   ASSERT_TRUE(dispatch_.step(Dispatch::Queue::userInitiated));
 }

@@ -43,6 +43,9 @@ class Journey : public testing::Test {
   void clickHolding(Qt::KeyboardModifiers modifiers, QPoint point);
   void hoverAt(QPoint point);
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  // Goes on with Tab until the item of this name has the keyboard; a failure where it is not
+  // reached.
+  void tabTo(const QString& name);
 
   // Runs the walk that waits, and then brings home what it has to say.
   void walk();

@@ -210,6 +210,7 @@ TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
   server_.click(twin_.middleOf(QStringLiteral("scanHome")));
+  server_.movePointer({1, 1});
   twin_.scan();
   const std::vector<TreemapRect> top = twin_.tiles();
   const auto films = std::find_if(

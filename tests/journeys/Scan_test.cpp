@@ -66,8 +66,7 @@ TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
 }
 
 TEST_F(Scan, starts_from_the_keyboard) {
-  press(Qt::Key_Tab);
-  EXPECT_TRUE(item("scanHome")->hasActiveFocus());
+  tabTo("scanHome");
   press(Qt::Key_Tab);
   EXPECT_TRUE(item("chooseFolder")->hasActiveFocus());
   press(Qt::Key_Backtab);

@@ -14,10 +14,12 @@ inline Application::Seams seamsOf(FakeMachine& machine, const std::string& homeD
           .savePanel = &machine.savePanel,
           .workspace = &machine.workspace,
           .pasteboard = &machine.pasteboard,
+          .previewPanel = &machine.previewPanel,
           .icon = &machine.icon,
           .notifications = &machine.notifications,
           .trash = &machine.trash,
           .settings = &machine.settings,
+          .openTool = machine.openTool.tool(),
           .homeDirectory = homeDirectory,
           .supportDirectory = machine.support.path(),
           .run = noTools};

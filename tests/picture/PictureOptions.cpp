@@ -44,6 +44,10 @@ bool take(PictureOptions& options, const QString& name, const QString& value) {
     options.scale = value.toDouble(&isNumber);
     return isNumber && options.scale >= 0.5 && options.scale <= 4;
   }
+  if (name == QLatin1String("--fixture")) {
+    options.fixture = value;
+    return !value.isEmpty();
+  }
   if (name == QLatin1String("--screen")) {
     static const std::map<QString, Screen> screens = {
         {QStringLiteral("idle"), Screen::idle},
@@ -63,7 +67,8 @@ bool take(PictureOptions& options, const QString& name, const QString& value) {
 
 const char* PictureOptions::usage() {
   return "usage: tessaly_picture OUT.png [--root DIR] [--drill NAME/NAME] [--hover X,Y]\n"
-         "       [--size WxH] [--scale FACTOR] [--screen idle|scanning|failed|map|rescanning]\n";
+         "       [--size WxH] [--scale FACTOR] [--screen idle|scanning|failed|map|rescanning]\n"
+         "       tessaly_picture OUT.png --fixture SCREEN [--size WxH] [--scale FACTOR]\n";
 }
 
 std::optional<PictureOptions> PictureOptions::parse(const QStringList& arguments) {

@@ -21,6 +21,7 @@ struct PictureOptions {
   QSize size = QSize(1280, 820);  // of the window, in points
   double scale = 1;               // pixels a point
   Screen screen = Screen::map;
+  QString fixture;  // a screen over a machine that is made up; empty: over this one
 
   static const char* usage();
 

@@ -12,6 +12,7 @@
 #include "app/Application.h"
 #include "app/desktop/Display.h"
 #include "app/model/DisplayText.h"
+#include "picture/FixtureWindow.h"
 #include "picture/HeldWalk.h"
 #include "picture/PictureOptions.h"
 #include "platform/HomeDirectory.h"
@@ -56,6 +57,12 @@ bool drillInto(ScanSession& session, const QString& name) {
 // The scene as it stands, whether or not the platform has had the time to show it.
 void settle() {
   for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
+}
+
+int write(const QImage& picture, const QString& file) {
+  if (picture.isNull() || !picture.save(file)) return fail("the picture cannot be written");
+  std::printf("%s: %d x %d\n", qUtf8Printable(file), picture.width(), picture.height());
+  return 0;
 }
 
 int takePicture(const PictureOptions& options) {
@@ -120,10 +127,19 @@ int takePicture(const PictureOptions& options) {
     QCoreApplication::sendEvent(&window, &move);
     settle();
   }
-  const QImage picture = window.grabWindow();
-  if (picture.isNull() || !picture.save(options.file)) return fail("the picture cannot be written");
-  std::printf("%s: %d x %d\n", qUtf8Printable(options.file), picture.width(), picture.height());
-  return 0;
+  return write(window.grabWindow(), options.file);
+}
+
+int takeFixturePicture(const PictureOptions& options) {
+  const auto screen = FixtureWindow::screenNamed(options.fixture);
+  if (!screen) {
+    std::fprintf(stderr, "tessaly_picture: there is no screen %s; there are %s\n",
+                 qUtf8Printable(options.fixture),
+                 qUtf8Printable(FixtureWindow::names().join(QStringLiteral(", "))));
+    return 2;
+  }
+  FixtureWindow window(*screen, options.size);
+  return write(window.picture(), options.file);
 }
 
 }  // namespace
@@ -142,5 +158,5 @@ int main(int argc, char** argv) {
   int count = 1;
   QApplication qtApplication(count, argv);
   Application::setUpLook();
-  return takePicture(*options);
+  return options->fixture.isEmpty() ? takePicture(*options) : takeFixturePicture(*options);
 }

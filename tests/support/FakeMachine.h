@@ -9,7 +9,9 @@
 #include "support/FakeApplicationIcon.h"
 #include "support/FakeFolderPanel.h"
 #include "support/FakeNotificationCenter.h"
+#include "support/FakeOpenTool.h"
 #include "support/FakePasteboard.h"
+#include "support/FakePreviewPanel.h"
 #include "support/FakeSavePanel.h"
 #include "support/FakeWorkspace.h"
 #include "support/HandSteppedDispatch.h"
@@ -26,6 +28,8 @@ struct FakeMachine {
   FakeSavePanel savePanel;
   FakeWorkspace workspace;
   FakePasteboard pasteboard;
+  FakePreviewPanel previewPanel;
+  FakeOpenTool openTool;
   FakeApplicationIcon icon;
   FakeNotificationCenter notifications;
   MemoryTrash trash;

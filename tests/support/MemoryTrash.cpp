@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <utility>
-#include <vector>
 
 namespace tessaly {
 
@@ -75,6 +74,31 @@ Outcome MemoryTrash::putBack(const std::string& trashPath, const std::string& or
   if (refused_.contains(trashPath)) return SystemError::fromErrno(EACCES, original);
   move(trashPath, item);
   return succeeded();
+}
+
+Result<std::int64_t> MemoryTrash::count() {
+  return static_cast<std::int64_t>(itemsInTrash().size());
+}
+
+EmptiedTrash MemoryTrash::empty() {
+  EmptiedTrash result;
+  for (const std::string& item : itemsInTrash()) {
+    if (refused_.contains(item)) {
+      result.addFailure(SystemError::fromErrno(EACCES, item));
+    } else {
+      remove(item);
+      ++result.deleted;
+    }
+  }
+  return result;
+}
+
+std::vector<std::string> MemoryTrash::itemsInTrash() const {
+  std::vector<std::string> found;
+  for (const auto& [path, content] : items_) {
+    if (folderOf(path) == trash) found.push_back(path);
+  }
+  return found;
 }
 
 void MemoryTrash::makeFoldersAbove(const std::string& path) {

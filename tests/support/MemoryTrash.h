@@ -1,15 +1,18 @@
 // A Trash over a disk that is only a list of paths.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
+#include "platform/TrashCan.h"
 #include "platform/TrashMover.h"
 
 namespace tessaly {
 
-class MemoryTrash final : public TrashMover {
+class MemoryTrash final : public TrashMover, public TrashCan {
  public:
   // Puts an item there, with the folders above it that are missing. `content` is whatever is to be
   // told apart.
@@ -20,7 +23,7 @@ class MemoryTrash final : public TrashMover {
   // "" for an item that is not there.
   std::string contentOf(const std::string& path) const;
 
-  // From now on the item is not moved from where it is.
+  // From now on the item is not moved from where it is, nor deleted there.
   void refuse(const std::string& path) { refused_.insert(path); }
   // Moves are made, and nobody is told where to.
   void tellNoPlaces() { tellsPlaces_ = false; }
@@ -28,11 +31,15 @@ class MemoryTrash final : public TrashMover {
   Result<std::string> moveToTrash(const std::string& path) override;
   Outcome putBack(const std::string& trashPath, const std::string& original) override;
 
+  Result<std::int64_t> count() override;
+  EmptiedTrash empty() override;
+
   // The folder that its items go to.
   static constexpr const char* trash = "/home/user/.Trash";
 
  private:
   void makeFoldersAbove(const std::string& path);
+  std::vector<std::string> itemsInTrash() const;
   void move(const std::string& from, const std::string& to);
 
   std::map<std::string, std::string> items_ = {{"/", ""}};

@@ -1,5 +1,6 @@
 #include "support/MemoryTrash.h"
 
+#include "support/TrashCanContract.h"
 #include "support/TrashContract.h"
 
 namespace tessaly {
@@ -9,6 +10,7 @@ struct MemoryTrashHarness {
   MemoryTrashHarness() { disk.put("/home/user/here"); }
 
   TrashMover& mover() { return disk; }
+  TrashCan& can() { return disk; }
   static std::string at(const std::string& below) { return "/home/user/here/" + below; }
   void put(const std::string& path, const std::string& content) { disk.put(path, content); }
   void remove(const std::string& path) { disk.remove(path); }
@@ -19,6 +21,7 @@ struct MemoryTrashHarness {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(MemoryTrash, TrashContract, MemoryTrashHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryTrash, TrashCanContract, MemoryTrashHarness);
 
 TEST(MemoryTrash, refuses_what_it_was_told_to) {
   MemoryTrash disk;
@@ -28,6 +31,20 @@ TEST(MemoryTrash, refuses_what_it_was_told_to) {
   ASSERT_FALSE(moved);
   EXPECT_EQ(moved.error().kind, SystemError::Kind::notPermitted);
   EXPECT_TRUE(disk.has("/a"));
+}
+
+TEST(MemoryTrash, does_not_delete_what_it_was_told_to_refuse) {
+  MemoryTrash disk;
+  disk.put("/a");
+  disk.put("/b");
+  const std::string place = disk.moveToTrash("/a").value();
+  EXPECT_TRUE(disk.moveToTrash("/b"));
+  disk.refuse(place);
+  const EmptiedTrash emptied = disk.empty();
+  EXPECT_EQ(emptied.deleted, 1);
+  EXPECT_EQ(emptied.failures, 1);
+  EXPECT_EQ(emptied.errors, std::vector{SystemError::fromErrno(EACCES, place)});
+  EXPECT_TRUE(disk.has(place));
 }
 
 TEST(MemoryTrash, moves_without_a_word_of_where_to) {

@@ -13,6 +13,7 @@
 #include "support/ForkedChild.h"
 #include "support/PlainFiles.h"
 #include "support/SystemCallTrace.h"
+#include "support/TrashCanContract.h"
 #include "support/TrashContract.h"
 #include "trash/TrashOnDisk.h"
 
@@ -25,6 +26,7 @@ using testing::IsEmpty;
 using Kind = SystemError::Kind;
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Home, TrashContract, TrashOnDisk);
+INSTANTIATE_TYPED_TEST_SUITE_P(Home, TrashCanContract, TrashOnDisk);
 
 class HomeTrash : public testing::Test {
  protected:

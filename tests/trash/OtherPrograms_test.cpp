@@ -116,5 +116,35 @@ TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
   EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
 }
 
+TEST_F(OtherPrograms, trash_list_lists_nothing_after_emptying) {
+  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  disk_.put(disk_.at("folder/film"), "x");
+  disk_.put(disk_.at("film"), "x");
+  for (const char* name : {"folder", "film"}) {
+    ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at(name)));
+  }
+  const auto listsOurs = [&] {
+    return run("trash-list").output.find(disk_.at("")) != std::string::npos;
+  };
+  EXPECT_TRUE(listsOurs());
+  EXPECT_EQ(told(disk_.can().empty()), "");
+  EXPECT_FALSE(listsOurs());
+}
+
+TEST_F(OtherPrograms, what_gio_threw_away_is_deleted_with_its_records) {
+  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  disk_.put(disk_.at("folder/film"), "x");
+  ASSERT_EQ(run("gio trash '" + disk_.at("folder") + "'").status, 0);
+  for (const std::string name : names) {
+    disk_.put(disk_.at(name), name);
+    ASSERT_EQ(run("gio trash '" + disk_.at(name) + "'").status, 0);
+  }
+  const EmptiedTrash emptied = disk_.can().empty();
+  EXPECT_EQ(told(emptied), "");
+  EXPECT_EQ(emptied.deleted, static_cast<std::int64_t>(names.size()) + 1);
+  EXPECT_TRUE(disk_.files().empty());
+  EXPECT_TRUE(disk_.infos().empty());
+}
+
 }  // namespace
 }  // namespace tessaly

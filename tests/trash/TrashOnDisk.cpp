@@ -43,6 +43,24 @@ std::string told(const Result<std::string>& moved) {
   return moved ? "" : moved.error().description();
 }
 
+std::string told(const EmptiedTrash& emptied) {
+  if (emptied.isComplete()) return "";
+  std::string text = std::to_string(emptied.failures) + " failed";
+  for (const SystemError& error : emptied.errors) {
+    text += "; " + error.path.substr(0, 500) + ": " + std::to_string(error.code);
+  }
+  return text;
+}
+
+TrashPlace TrashOnDisk::placeWith(const std::vector<std::string>& points) const {
+  std::string list;
+  for (const std::string& point : points) list += "1 1 8:1 / " + point + " rw - ext4 none rw\n";
+  TrashPlace alone = place();
+  alone.mountinfo = tree.at("mountinfo" + std::to_string(points.size()));
+  putFile(alone.mountinfo, list);
+  return alone;
+}
+
 void TrashOnDisk::put(const std::string& path, const std::string& content) {
   fs::create_directories(fs::path(path).parent_path());
   putFile(path, content);

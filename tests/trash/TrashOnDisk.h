@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "platform/linux/UserTrashCan.h"
 #include "platform/linux/trash/UserTrashMover.h"
 #include "support/TempTree.h"
 
@@ -22,17 +23,22 @@ bool isThere(const std::string& path);  // also a link that leads nowhere
 // "" for a success, else why not.
 std::string told(const Outcome& outcome);
 std::string told(const Result<std::string>& moved);
+std::string told(const EmptiedTrash& emptied);  // "" where nothing has failed
 
 class TrashOnDisk {
  public:
   explicit TrashOnDisk(std::string_view items = {}) : tree(items) { tree.plant("here/\nhome/\n"); }
 
   TrashMover& mover() { return mover_; }
+  TrashCan& can() { return can_; }  // of the home alone
   std::string at(const std::string& below) const { return tree.at("here/" + below); }
   // Of the user of the moment.
   TrashPlace place() const {
     return {.homeTrash = homeTrash(), .mountinfo = "/proc/self/mountinfo", .user = geteuid()};
   }
+  // The same, and of all file systems only those mounted at `points`: whoever runs the tests may
+  // have a Trash of his own elsewhere.
+  TrashPlace placeWith(const std::vector<std::string>& points) const;
   std::string homeTrash() const { return tree.at("home/data/Trash"); }
 
   void put(const std::string& path, const std::string& content);
@@ -52,6 +58,7 @@ class TrashOnDisk {
   static void removeTreeOrFile(const std::string& path);
 
   UserTrashMover mover_ = UserTrashMover(place());
+  UserTrashCan can_ = UserTrashCan(placeWith({}));
 };
 
 }  // namespace tessaly

@@ -2,18 +2,17 @@
 // process.
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "support/ForkedChild.h"
 #include "support/PlainFiles.h"
+#include "support/PrivateMounts.h"
 #include "trash/TrashOnDisk.h"
 
 namespace tessaly {
@@ -30,33 +29,10 @@ class VolumeTrash : public testing::Test {
   // Runs `body`, which gives "" for as expected, where mounting changes nothing for others. A body
   // that cannot mount says why after "refused".
   static void expectInNamespace(const Body& body) {
-    const std::string told = inForkedChild([&]() -> std::string {
-      if (!enterNamespace()) return refusal();
-      const unsigned long flags = MS_REC | MS_PRIVATE;
-      if (::mount("none", "/", nullptr, flags, nullptr) != 0) return refusal();
-      return body();
-    });
+    const std::string told = inPrivateMounts(body);
     if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
     EXPECT_EQ(told, "");
   }
-
-  // Whoever is not root may mount only in a space of users of his own, and files there must have
-  // an owner that it knows.
-  static bool enterNamespace() {
-    if (geteuid() == 0) return unshare(CLONE_NEWNS) == 0;
-    const auto map = [](unsigned id) {
-      return std::to_string(id) + " " + std::to_string(id) + " 1";
-    };
-    const std::string users = map(geteuid());
-    const std::string groups = map(getegid());
-    if (unshare(CLONE_NEWNS | CLONE_NEWUSER) != 0) return false;
-    putFile("/proc/self/setgroups", "deny");
-    putFile("/proc/self/uid_map", users);
-    putFile("/proc/self/gid_map", groups);
-    return true;
-  }
-
-  static std::string refusal() { return std::string("refused: ") + std::strerror(errno); }
 
   // Runs `body` with a file system in memory on the folder "volume".
   void expectOnTmpfs(const Body& body, const char* options = "mode=0755") {

@@ -1,22 +1,31 @@
 #include "app/desktop/LinuxWorkspace.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 #include <sys/stat.h>
 #include <utility>
 
 #include <QDBusMessage>
-#include <QProcess>
 #include <QStringList>
 
-#include "app/desktop/FileUri.h"
+#include "platform/FileUri.h"
+#include "platform/Process.h"
+#include "platform/ProgramSearch.h"
 
 namespace tessaly {
 
 namespace {
 
+// Whether there is something at `path`, if only a link that leads nowhere.
 bool exists(const std::string& path) {
   struct stat status = {};
   return lstat(path.c_str(), &status) == 0;
+}
+
+bool canBeOpened(const std::string& path) {
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0;
 }
 
 std::string parentOf(const std::string& path) {
@@ -58,16 +67,28 @@ void revealNow(const LinuxWorkspace::Desktop& desktop, const std::vector<std::st
     if (exists(folder)) desktop.openUri(fileUri(folder));
 }
 
+void openNow(const LinuxWorkspace::Desktop& desktop, const std::string& path) {
+  if (canBeOpened(path)) {
+    desktop.openUri(fileUri(path));
+  } else if (const std::string folder = parentOf(path); exists(folder)) {
+    desktop.openUri(fileUri(folder));
+  }
+}
+
+// On some desktops xdg-open ends only with the application, which goes on when we have ended.
+void startXdgOpen(const std::string& uri) {
+  const char* const searchPath = std::getenv("PATH");
+  const std::optional<std::string> program =
+      ProgramSearch::find("xdg-open", searchPath != nullptr ? searchPath : "");
+  if (program) {
+    (void)Process::launch({.path = *program, .args = {uri}, .isDetached = true});
+  }
+}
+
 }  // namespace
 
 LinuxWorkspace::Desktop LinuxWorkspace::Desktop::real() {
-  return {
-      [] { return QDBusConnection::sessionBus(); },
-      [](const std::string& uri) {
-        // A URI is plain ASCII, so the bytes of the path survive the way through QString.
-        QProcess::startDetached(QStringLiteral("xdg-open"), {QString::fromStdString(uri)});
-      },
-  };
+  return {[] { return QDBusConnection::sessionBus(); }, startXdgOpen};
 }
 
 LinuxWorkspace::LinuxWorkspace(Dispatch& dispatch, Desktop desktop)
@@ -80,7 +101,7 @@ void LinuxWorkspace::reveal(const std::vector<std::string>& paths) {
 
 void LinuxWorkspace::open(const std::string& path) {
   dispatch_.async(Dispatch::Queue::userInitiated,
-                  [desktop = desktop_, path] { desktop.openUri(fileUri(path)); });
+                  [desktop = desktop_, path] { openNow(desktop, path); });
 }
 
 }  // namespace tessaly

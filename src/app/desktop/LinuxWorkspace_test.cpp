@@ -5,13 +5,16 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <sys/stat.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 
+#include "support/OwnProcess.h"
 #include "support/PrivateBus.h"
 #include "support/QtDispatch.h"
 #include "support/TempTree.h"
+#include "support/TestTool.h"
 
 namespace tessaly {
 namespace {
@@ -100,9 +103,88 @@ TEST_F(LinuxWorkspaceTest, reveals_a_broken_link_itself) {
 }
 
 TEST_F(LinuxWorkspaceTest, opens_a_file_by_its_uri) {
-  workspace().open("/a b/\xff");
+  const std::string path = file("a b\xff");
+  workspace().open(path);
   dispatch_.finish();
-  EXPECT_EQ(opened_, std::vector<std::string>{"file:///a%20b/%FF"});
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path() + "/a%20b%FF"});
+}
+
+TEST_F(LinuxWorkspaceTest, opens_a_folder) {
+  workspace().open(folder_.path());
+  dispatch_.finish();
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
+}
+
+TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_file_that_has_gone) {
+  startFileManager();
+  workspace().open(folder_.path() + "/gone");
+  dispatch_.finish();
+  EXPECT_TRUE(fileManager_.calls.empty());
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
+}
+
+TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_link_that_leads_nowhere) {
+  const std::string link = folder_.path() + "/link";
+  std::filesystem::create_symlink("/nowhere", link);
+  workspace().open(link);
+  dispatch_.finish();
+  EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
+}
+
+TEST_F(LinuxWorkspaceTest, opens_nothing_where_the_folder_has_gone_as_well) {
+  workspace().open(folder_.path() + "/gone/with/it");
+  dispatch_.finish();
+  EXPECT_TRUE(opened_.empty());
+}
+
+// The real desktop, but for a script in the place of xdg-open.
+class StartedXdgOpen : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(mkfifo(folder_.at("told").c_str(), 0600), 0);
+    before_ = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(folder_.path()));
+  }
+
+  void TearDown() override { qputenv("PATH", before_); }
+
+  // Goes on until somebody listens, and ends when the hold is released.
+  void plantXdgOpen(const std::string& holdPath) const {
+    const std::string path = folder_.at("xdg-open");
+    std::ofstream(path) << "#!/bin/sh\n"
+                        << "printf '%s\\n' \"$@\" >'" << folder_.at("told") << "'\n"
+                        << "exec '" << testTool() << "' hold '" << holdPath << "'\n";
+    ASSERT_EQ(chmod(path.c_str(), 0755), 0);
+  }
+
+  std::string told() const {
+    std::ifstream fifo(folder_.at("told"));
+    std::string text;
+    std::getline(fifo, text, '\0');
+    return text;
+  }
+
+  TempTree folder_;
+  QByteArray before_;
+};
+
+TEST_F(StartedXdgOpen, gets_the_uri_and_is_seen_off_when_it_ends) {
+  Hold hold(folder_.at("hold"));
+  plantXdgOpen(hold.path());
+  const OwnProcess before = OwnProcess::now();
+  LinuxWorkspace::Desktop::real().openUri("file:///a%20b");
+  EXPECT_EQ(told(), "file:///a%20b\n");
+  EXPECT_TRUE(OwnProcess::now().hasChildren);
+  hold.release();
+  // The hold is closed with its release.
+  const OwnProcess after{before.descriptors - 1, before.threads, false};
+  EXPECT_EQ(settled(after), after);
+}
+
+TEST_F(StartedXdgOpen, is_missed_in_silence) {
+  const OwnProcess before = OwnProcess::now();
+  LinuxWorkspace::Desktop::real().openUri("file:///a%20b");
+  EXPECT_EQ(OwnProcess::now(), before);
 }
 
 }  // namespace

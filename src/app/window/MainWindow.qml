@@ -1,4 +1,4 @@
-// The main window: its bars, and the pane in front.
+// The main window: its bars, the pane in front, and what lies over them.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
@@ -10,6 +10,10 @@ Window {
     id: window
 
     required property ScanSession session
+    required property NodeActions actions
+
+    // While one of these is up, no command acts on what lies under it.
+    readonly property bool commandsAllowed: !alert.shown && !menu.shown
 
     objectName: "mainWindow"
     title: "Tessaly"
@@ -17,7 +21,23 @@ Window {
     height: 820
     minimumWidth: 1100
     minimumHeight: 680
-    color: Theme.bg
+
+    WindowChrome {
+        objectName: "chrome"
+    }
+
+    Rectangle {
+        objectName: "ground"
+        anchors.fill: parent
+        color: Theme.bg
+    }
+
+    WindowMover {
+        id: mover
+
+        objectName: "mover"
+        anchors.fill: parent
+    }
 
     WindowState {
         id: barsState
@@ -34,6 +54,15 @@ Window {
             Layout.fillWidth: true
             session: window.session
             bars: barsState
+
+            WindowButtons {
+                objectName: "windowButtons"
+                x: 13
+                anchors.verticalCenter: parent.verticalCenter
+                onCloseAsked: window.close()
+                onMinimiseAsked: window.showMinimized()
+                onZoomAsked: mover.zoom()
+            }
         }
 
         BreadcrumbBar {
@@ -57,6 +86,15 @@ Window {
         session: window.session
     }
 
+    NodeMenu {
+        id: menu
+
+        objectName: "nodeMenu"
+        anchors.fill: parent
+        session: window.session
+        actions: window.actions
+    }
+
     ProtectedLocationAlert {
         id: alert
 
@@ -65,10 +103,23 @@ Window {
         session: window.session
     }
 
-    // What lies under an alert takes no commands.
+    WindowEdges {
+        objectName: "edges"
+        anchors.fill: parent
+    }
+
+    // Looks into what has the focus on the map, and comes before the button that has the keyboard:
+    // Return presses that.
+    Shortcut {
+        sequence: "Space"
+        enabled: window.commandsAllowed && barsState.pane === WindowState.Map
+            && barsState.hasFocusedNode
+        onActivated: window.actions.quickLook(barsState.focusedNode)
+    }
+
     Shortcut {
         sequence: "Ctrl+Backspace"
-        enabled: !alert.shown
+        enabled: window.commandsAllowed
         onActivated: window.session.trashFocused()
     }
 }

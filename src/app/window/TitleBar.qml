@@ -17,7 +17,7 @@ Item {
         anchors.fill: parent
         anchors.leftMargin: 78
         anchors.rightMargin: 14
-        spacing: 12
+        spacing: 10
 
         Text {
             objectName: "name"
@@ -26,6 +26,32 @@ Item {
             font.family: Theme.uiFamily
             font.pixelSize: 13
             font.weight: Font.Bold
+        }
+
+        Row {
+            spacing: 5
+
+            Symbol {
+                objectName: "volumeSymbol"
+                anchors.verticalCenter: parent.verticalCenter
+                name: "externaldrive"
+                size: 10
+                color: Theme.accent
+            }
+
+            Text {
+                objectName: "volumeName"
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, 110)
+                text: bar.bars.volumeName
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                color: Theme.muted
+                font.family: Theme.uiFamily
+                font.pixelSize: 11
+                font.weight: Font.Medium
+            }
         }
 
         MarrowButton {
@@ -55,6 +81,69 @@ Item {
 
         Item {
             Layout.fillWidth: true
+        }
+
+        SearchField {
+            objectName: "searchField"
+            Layout.preferredWidth: 380
+            onClicked: bar.session.searchOpen = true
+        }
+
+        Item {
+            Layout.fillWidth: true
+        }
+
+        Row {
+            spacing: 6
+
+            PaneButton {
+                objectName: "showMap"
+                text: "Map"
+                symbol: "square.split.2x2"
+                active: bar.bars.pane === WindowState.Map
+                onClicked: bar.bars.pane = WindowState.Map
+            }
+
+            PaneButton {
+                objectName: "showApps"
+                text: "Apps"
+                symbol: "square.grid.2x2"
+                active: bar.bars.pane === WindowState.Apps
+                onClicked: bar.bars.pane = WindowState.Apps
+            }
+
+            PaneButton {
+                objectName: "showPulse"
+                text: "Pulse"
+                symbol: "waveform.path.ecg"
+                active: bar.bars.pane === WindowState.Monitor
+                onClicked: bar.bars.pane = WindowState.Monitor
+            }
+        }
+
+        Rectangle {
+            objectName: "rule"
+            Layout.preferredWidth: 1
+            Layout.preferredHeight: 16
+            color: Qt.rgba(1, 1, 1, 0.12)
+        }
+
+        Row {
+            spacing: 2
+
+            OverlayButton {
+                objectName: "openAssistant"
+                symbol: "sparkles"
+                Accessible.name: "Assistant"
+                onClicked: bar.session.aiOpen = true
+            }
+
+            OverlayButton {
+                objectName: "openInbox"
+                symbol: "text.viewfinder"
+                Accessible.name: "Screenshot inbox"
+                onClicked: bar.session.ocrOpen = true
+            }
         }
     }
 }

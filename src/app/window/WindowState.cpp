@@ -1,6 +1,12 @@
 #include "app/window/WindowState.h"
 
+#include "app/model/DisplayText.h"
+
 namespace tessaly {
+
+static_assert(static_cast<int>(MainPane::map) == WindowState::Map);
+static_assert(static_cast<int>(MainPane::apps) == WindowState::Apps);
+static_assert(static_cast<int>(MainPane::monitor) == WindowState::Monitor);
 
 void WindowState::setSession(ScanSession* session) {
   if (session == session_) return;
@@ -9,9 +15,20 @@ void WindowState::setSession(ScanSession* session) {
   if (session_ != nullptr) {
     connect(session_, &ScanSession::stackChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::paneChanged, this, &WindowState::changed);
+    connect(session_, &ScanSession::volumesChanged, this, &WindowState::changed);
+    connect(session_, &ScanSession::focusedChanged, this, &WindowState::focusedChanged);
   }
   emit sessionChanged();
   emit changed();
+  emit focusedChanged();
+}
+
+WindowState::Pane WindowState::pane() const {
+  return session_ != nullptr ? static_cast<Pane>(session_->pane()) : Map;
+}
+
+void WindowState::setPane(Pane pane) {
+  if (session_ != nullptr) session_->setPane(static_cast<MainPane>(pane));
 }
 
 bool WindowState::showsBackButton() const {
@@ -20,6 +37,18 @@ bool WindowState::showsBackButton() const {
 
 bool WindowState::showsBreadcrumbs() const {
   return showsBackButton() && session_->pane() == MainPane::map;
+}
+
+QString WindowState::volumeName() const {
+  return session_ != nullptr ? displayText(session_->currentVolumeName()) : QString();
+}
+
+bool WindowState::hasFocusedNode() const {
+  return session_ != nullptr && session_->focused().has_value();
+}
+
+NodeHandle WindowState::focusedNode() const {
+  return session_ != nullptr ? NodeHandle(session_->focused()) : NodeHandle();
 }
 
 }  // namespace tessaly

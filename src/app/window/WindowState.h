@@ -1,9 +1,12 @@
-// Which of the window's bars and buttons stand, as the session goes.
+// Which pane is in front, which of the window's bars and buttons stand, and what they say, as the
+// session goes.
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/NodeHandle.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -13,23 +16,38 @@ class WindowState : public QObject {
   QML_ELEMENT
   Q_PROPERTY(
       tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(Pane pane READ pane WRITE setPane NOTIFY changed)
   Q_PROPERTY(bool showsBackButton READ showsBackButton NOTIFY changed)
   Q_PROPERTY(bool showsBreadcrumbs READ showsBreadcrumbs NOTIFY changed)
+  // The volume of the folder on screen.
+  Q_PROPERTY(QString volumeName READ volumeName NOTIFY changed)
+  // Something on the map can be shown, thrown away or copied.
+  Q_PROPERTY(bool hasFocusedNode READ hasFocusedNode NOTIFY focusedChanged)
+  Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
 
  public:
+  enum Pane { Map, Apps, Monitor };
+  Q_ENUM(Pane)
+
   using QObject::QObject;
 
   ScanSession* session() const { return session_; }
   void setSession(ScanSession* session);
 
+  Pane pane() const;
+  void setPane(Pane pane);
   // There is a folder to go back to, whichever pane is in front.
   bool showsBackButton() const;
   // The same, and the map is in front.
   bool showsBreadcrumbs() const;
+  QString volumeName() const;
+  bool hasFocusedNode() const;
+  NodeHandle focusedNode() const;
 
  signals:
   void sessionChanged();
   void changed();
+  void focusedChanged();
 
  private:
   ScanSession* session_ = nullptr;

@@ -12,19 +12,11 @@
 #include <utility>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/Uninterrupted.h"
 
 namespace tessaly::AtomicFile {
 
 namespace {
-
-// Calls again what a signal interrupted.
-template <class Call>
-auto uninterrupted(const Call& call) {
-  while (true) {
-    const auto result = call();
-    if (result >= 0 || errno != EINTR) return result;
-  }
-}
 
 SystemError lastError(std::string_view path) {
   return SystemError::fromErrno(errno, path);

@@ -204,6 +204,42 @@ TEST(Process, does_not_mix_its_streams) {
   EXPECT_EQ(outputOf(tool({"complain", "10", "say", "fine", "complain", "10"})), "fine");
 }
 
+TEST(Process, is_in_our_session_unless_it_is_detached) {
+  Process::Launch launch = tool({});
+  launch.path = "/bin/sh";
+  launch.args = {"-c",
+                 "read number name state parent group session rest </proc/self/stat\n"
+                 "echo $((number == session)) $session"};
+  EXPECT_EQ(outputOf(launch), "0 " + std::to_string(getsid(0)) + "\n");
+  launch.isDetached = true;
+  EXPECT_EQ(outputOf(launch).substr(0, 2), "1 ");
+}
+
+TEST(Process, has_none_of_our_streams_where_it_is_detached) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              int ends[2];
+              if (pipe(ends) != 0 || write(ends[1], "ours", 4) != 4) return "no pipe";
+              dup2(ends[0], STDIN_FILENO);
+              dup2(ends[1], STDOUT_FILENO);
+              dup2(ends[1], STDERR_FILENO);
+              Process::Launch launch = tool({"copy", "say", "lost", "complain", "3"});
+              launch.output = Process::Stream::inherited;
+              launch.error = Process::Stream::inherited;
+              launch.isDetached = true;
+              const std::string told = outputOf(launch);
+              char buffer[100];
+              const ssize_t count = read(ends[0], buffer, sizeof buffer);
+              return told + std::string(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
+            }),
+            "ours");
+}
+
+TEST(Process, is_captured_also_where_it_is_detached) {
+  Process::Launch launch = tool({"copy", "complain", "10", "say", "fine ", "descriptors"});
+  launch.isDetached = true;
+  EXPECT_EQ(outputOf(launch), "fine 0 1 2");
+}
+
 class ClosedStreams : public testing::TestWithParam<int> {};
 
 INSTANTIATE_TEST_SUITE_P(of, ClosedStreams, testing::Range(1, 8));

@@ -2,35 +2,27 @@
 // user's data directory for the home, and one at the top of each other file system.
 #pragma once
 
-#include <string>
-#include <sys/types.h>
+#include <utility>
 
 #include "platform/TrashCan.h"
+#include "platform/linux/trash/TrashPlace.h"
 
 namespace tessaly {
 
-class UserTrashCan : public TrashCan {
+class UserTrashCan final : public TrashCan {
  public:
-  struct Place {
-    std::string homeTrash;  // absolute path
-    std::string mountinfo;  // path of the list of mounts, in the kernel's form
-    uid_t user = 0;
-
-    // Of the user that this process runs as.
-    static Place current();
-  };
-
-  explicit UserTrashCan(Place place = Place::current()) : place_(std::move(place)) {}
+  explicit UserTrashCan(TrashPlace place = TrashPlace::current()) : place_(std::move(place)) {}
 
   // Fails when a Trash of the user is there and cannot be read. A file system that does not let the
   // user look at its top has none.
   Result<std::int64_t> count() override;
 
-  // Not to be had so far: an error of the kind notSupported. Nothing is deleted.
-  Outcome empty() override;
+  // Needs a system that tells mounts apart (Linux 5.8); on an older one nothing is deleted, and the
+  // errors are of the kind notSupported.
+  EmptiedTrash empty() override;
 
  private:
-  Place place_;
+  TrashPlace place_;
 };
 
 }  // namespace tessaly

@@ -179,19 +179,11 @@ TEST_F(UserTrashCanTest, fails_without_the_list_of_mounts) {
   EXPECT_EQ(counted.error().path, tree_.at("missing"));
 }
 
-TEST_F(UserTrashCanTest, deletes_nothing) {
-  build("home/\n  Trash/\n    files/\n      a\n");
-  const Outcome outcome = trashCan().empty();
-  ASSERT_FALSE(outcome.ok());
-  EXPECT_EQ(outcome.error().kind, SystemError::Kind::notSupported);
-  EXPECT_EQ(count(), 1);
-}
-
-TEST(UserTrashCanPlace, is_the_users_data_folder_and_the_kernels_list) {
-  const UserTrashCan::Place place = UserTrashCan::Place::current();
+TEST(TrashPlace, is_the_users_data_folder_and_the_kernels_list) {
+  const TrashPlace place = TrashPlace::current();
   EXPECT_TRUE(place.homeTrash.ends_with("/Trash"));
   EXPECT_EQ(place.mountinfo, "/proc/self/mountinfo");
-  EXPECT_EQ(place.user, getuid());
+  EXPECT_EQ(place.user, geteuid());
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "platform/tools/Osascript.h"
 
+#include <algorithm>
+#include <csignal>
+#include <cstddef>
 #include <ostream>
 #include <string_view>
 
@@ -23,28 +26,51 @@ int countTrash(Streams streams, TrashCan& trash) {
   return done;
 }
 
+// On one line, and short enough for a pipe that nobody reads: paths may be as long as they like,
+// and hold line feeds.
+std::string printable(SystemError error) {
+  constexpr std::size_t most = 4096;
+  if (error.path.size() > most) error.path = error.path.substr(0, most) + "...";
+  std::string text = error.description();
+  const auto isControl = [](char byte) { return static_cast<unsigned char>(byte) < ' '; };
+  std::replace_if(text.begin(), text.end(), isControl, '?');
+  return text;
+}
+
+// Whoever asked may lose patience and ask us to end. What has been begun is finished all the same:
+// half of it would leave things behind that no list shows, and the room would not be free.
+class Undisturbed {
+ public:
+  Undisturbed() : before_(std::signal(SIGTERM, SIG_IGN)) {}
+  ~Undisturbed() { std::signal(SIGTERM, before_); }
+  Undisturbed(const Undisturbed&) = delete;
+  Undisturbed& operator=(const Undisturbed&) = delete;
+
+ private:
+  void (*before_)(int);
+};
+
 int emptyTrash(Streams streams, TrashCan& trash) {
-  const Outcome outcome = trash.empty();
-  if (outcome) return done;
-  if (outcome.error().kind == SystemError::Kind::notSupported) {
-    streams.err << "osascript: emptying the Trash is not available; nothing was deleted\n";
-  } else {
-    streams.err << "osascript: the Trash cannot be emptied: " << outcome.error().description()
-                << "\n";
-  }
+  const Undisturbed whileItLasts;
+  const EmptiedTrash emptied = trash.empty();
+  if (emptied.isComplete()) return done;
+  streams.err << "0:" << emptyScript.size() << ": execution error: " << emptied.failures
+              << (emptied.failures == 1 ? " item" : " items")
+              << " in the Trash cannot be deleted: " << printable(emptied.errors.front())
+              << " (-10000)\n";
   return failed;
 }
 
 }  // namespace
 
-int osascript(const std::vector<std::string>& args, Streams streams, Seams seams) {
+int osascript(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
   if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
     streams.out << "Usage: tessaly-tools osascript -e SCRIPT\n"
                    "\n"
                    "Scripts:\n"
                 << "  " << countScript
                 << "\n      prints how many items were thrown away, on all volumes\n"
-                << "  " << emptyScript << "\n      deletes them for good; not available so far\n";
+                << "  " << emptyScript << "\n      deletes them for good\n";
     return done;
   }
   if (args.size() != 2 || args[0] != "-e") {

@@ -1,6 +1,8 @@
 #include "platform/tools/Osascript.h"
 
 #include <cerrno>
+#include <csignal>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -9,16 +11,19 @@ namespace tessaly::tools {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class KnownTrashCan : public TrashCan {
  public:
   Result<std::int64_t> counted = std::int64_t{0};
-  Outcome emptied = tessaly::succeeded();
+  EmptiedTrash emptied;
   int timesEmptied = 0;
+  std::function<void()> whileEmptying = [] {};
 
   Result<std::int64_t> count() override { return counted; }
-  Outcome empty() override {
+  EmptiedTrash empty() override {
     ++timesEmptied;
+    whileEmptying();
     return emptied;
   }
 };
@@ -63,16 +68,45 @@ TEST_F(OsascriptTest, empties_the_trash_and_prints_nothing) {
   EXPECT_EQ(trash_.timesEmptied, 1);
 }
 
-TEST_F(OsascriptTest, tells_that_the_trash_cannot_be_emptied_here) {
-  trash_.emptied = SystemError::fromErrno(EOPNOTSUPP, "/home/x/Trash");
-  EXPECT_EQ(run({"-e", empty}), 1);
-  expectLineOfError("not available");
+TEST_F(OsascriptTest, finishes_emptying_although_it_is_asked_to_end) {
+  bool isFinished = false;
+  trash_.whileEmptying = [&] {
+    std::raise(SIGTERM);
+    isFinished = true;
+  };
+  EXPECT_EQ(run({"-e", empty}), 0);
+  EXPECT_TRUE(isFinished);
+  // And only as long as that takes.
+  EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST_F(OsascriptTest, tells_why_the_trash_cannot_be_emptied) {
-  trash_.emptied = SystemError::fromErrno(EROFS, "/home/x/Trash");
+TEST_F(OsascriptTest, tells_what_could_not_be_deleted_first) {
+  trash_.emptied.deleted = 5;
+  trash_.emptied.addFailure(SystemError::fromErrno(EROFS, "/home/x/Trash/files/film"));
   EXPECT_EQ(run({"-e", empty}), 1);
-  expectLineOfError("/home/x/Trash: Read-only file system");
+  expectLineOfError("1 item in the Trash cannot be deleted: ");
+  EXPECT_THAT(err_.str(), HasSubstr("/home/x/Trash/files/film: Read-only file system"));
+  EXPECT_THAT(err_.str(),
+              StartsWith("0:" + std::to_string(std::string(empty).size()) + ": execution error: "));
+  err_.str("");
+  trash_.emptied.addFailure(SystemError::fromErrno(EBUSY, "/home/x/Trash/files/disk"));
+  EXPECT_EQ(run({"-e", empty}), 1);
+  expectLineOfError("2 items in the Trash cannot be deleted: /home/x/Trash/files/film: ");
+}
+
+TEST_F(OsascriptTest, tells_that_on_one_line_of_bounded_length_whatever_the_name) {
+  const std::string longPath(std::size_t{1} << 20U, 'n');
+  for (const std::string& path : {std::string("/a\nb\r\x1b[31m"), longPath}) {
+    trash_.emptied = EmptiedTrash();
+    trash_.emptied.addFailure(SystemError::fromErrno(EPERM, path));
+    EXPECT_EQ(run({"-e", empty}), 1);
+    expectLineOfError("execution error");
+    EXPECT_THAT(err_.str(), HasSubstr(": Operation not permitted (-10000)"));
+    EXPECT_EQ(err_.str().find('\r'), std::string::npos);
+    EXPECT_EQ(err_.str().find('\x1b'), std::string::npos);
+    EXPECT_LT(err_.str().size(), 8192U);
+    err_.str("");
+  }
 }
 
 TEST_F(OsascriptTest, does_not_understand_other_scripts) {

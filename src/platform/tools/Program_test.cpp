@@ -1,9 +1,13 @@
 // The built executable, started as a person or the program would.
+#include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 
 #include "platform/Process.h"
 #include "platform/StandInTools.h"
 #include "platform/linux/UserTrashCan.h"
+#include "support/PrivateMounts.h"
 #include "support/TempTree.h"
 
 namespace tessaly::tools {
@@ -37,13 +41,20 @@ class ProgramTest : public testing::Test {
     return {process.value().readOutput(Deadline::never()), *process.value().exit()};
   }
 
+  // For this process and what it starts: nothing on any file system can be changed any more.
+  static bool makeAllReadOnly() {
+    mount_attr attributes{};
+    attributes.attr_set = MOUNT_ATTR_RDONLY;
+    return ::mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &attributes, sizeof attributes) == 0;
+  }
+
   static std::string program() {
     return StandInTools::standInFor("/usr/bin/osascript")->executable;
   }
 
   // The tests' machine may have other folders of the user.
   std::string counted() const {
-    UserTrashCan::Place place = UserTrashCan::Place::current();
+    TrashPlace place = TrashPlace::current();
     place.homeTrash = data_.at("Trash");
     const Result<std::int64_t> count = UserTrashCan(place).count();
     EXPECT_TRUE(count.ok());
@@ -67,11 +78,38 @@ TEST_F(ProgramTest, counts_the_trash_in_place_of_the_given_tool) {
   EXPECT_TRUE(answer.exit.isSuccess());
 }
 
-TEST_F(ProgramTest, deletes_nothing_so_far) {
-  const Answer answer = run("/usr/bin/osascript", {"-e", empty});
-  EXPECT_EQ(answer.output, "");
-  EXPECT_EQ(answer.exit.status, 1);
-  EXPECT_EQ(data_.length("Trash/files/b/c"), 0);
+// Empties every Trash of whoever runs the tests, so all is made unchangeable first but for the one
+// that is meant.
+TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    if (!makeAllReadOnly()) return refusal();
+    if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+    TrashPlace place = TrashPlace::current();
+    place.homeTrash = data_.at("Trash");
+    if (UserTrashCan(place).count().value() != 0) return "refused: there is a Trash elsewhere";
+    data_.plant("Trash/\n  files/\n    a\n    b/\n      c\n  info/\n    a.trashinfo\n");
+    const Answer answer = run("/usr/bin/osascript", {"-e", empty});
+    if (!answer.exit.isSuccess()) return "status " + std::to_string(answer.exit.status);
+    if (!answer.output.empty()) return answer.output;
+    const auto isEmpty = [&](const char* part) {
+      return std::filesystem::is_empty(data_.at(part));
+    };
+    return isEmpty("Trash/files") && isEmpty("Trash/info") ? "" : "something is left";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "");
+}
+
+TEST_F(ProgramTest, tells_when_something_stays_in_the_trash) {
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    if (!makeAllReadOnly()) return refusal();
+    const Answer answer = run("/usr/bin/osascript", {"-e", empty});
+    if (answer.exit.status != 1) return "status " + std::to_string(answer.exit.status);
+    if (!answer.output.empty()) return answer.output;
+    return data_.length("Trash/files/b/c") == 0 ? "" : "it is gone";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "");
 }
 
 TEST_F(ProgramTest, helps) {

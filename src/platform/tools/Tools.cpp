@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "platform/tools/Open.h"
 #include "platform/tools/Osascript.h"
 
 namespace tessaly::tools {
@@ -14,10 +15,11 @@ namespace {
 struct Subcommand {
   std::string_view name;
   std::string_view purpose;
-  int (*run)(const std::vector<std::string>& args, Streams streams, Seams seams);
+  int (*run)(const std::vector<std::string>& args, Streams streams, const Seams& seams);
 };
 
-constexpr std::array<Subcommand, 1> subcommands = {{
+constexpr std::array<Subcommand, 2> subcommands = {{
+    {"open", "opens a file or folder in an application", open},
     {"osascript", "counts what is in the Trash, and empties it", osascript},
 }};
 
@@ -35,7 +37,7 @@ void printHelp(std::ostream& out) {
 
 }  // namespace
 
-int run(const std::vector<std::string>& args, Streams streams, Seams seams) {
+int run(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
   if (args.empty()) {
     streams.err << "tessaly-tools: which tool? See tessaly-tools --help\n";
     return misused;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/TrashCan.h"
+#include "platform/tools/Programs.h"
 
 namespace tessaly::tools {
 
@@ -21,10 +22,11 @@ struct Streams {
 // What the subcommands ask for their answers.
 struct Seams {
   TrashCan& trash;
+  Programs programs = Programs::real();
 };
 
 // Runs the subcommand that `args` begin with, "--help" among them, and gives the process's status.
 // What goes wrong is told in a line of `err`, and then there is nothing in `out`.
-int run(const std::vector<std::string>& args, Streams streams, Seams seams);
+int run(const std::vector<std::string>& args, Streams streams, const Seams& seams);
 
 }  // namespace tessaly::tools

@@ -12,7 +12,7 @@ using testing::HasSubstr;
 class ThreeItems : public TrashCan {
  public:
   Result<std::int64_t> count() override { return std::int64_t{3}; }
-  Outcome empty() override { return tessaly::succeeded(); }
+  EmptiedTrash empty() override { return {}; }
 };
 
 class ToolsTest : public testing::Test {

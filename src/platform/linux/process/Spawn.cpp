@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -25,6 +26,9 @@ class Actions {
   void connect(const FileDescriptor& end, int standard) {
     if (end) note(posix_spawn_file_actions_adddup2(&actions_, end.get(), standard));
   }
+  void connectToNothing(int standard) {
+    note(posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0));
+  }
   void closeAllButStandard() {
     note(posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1));
   }
@@ -45,10 +49,10 @@ class Actions {
 };
 
 // No signal blocked, none ignored: a thread that blocks signals must not start a program that
-// cannot be terminated.
-class PlainSignals {
+// cannot be terminated. A session of its own where it is asked for.
+class Attributes {
  public:
-  PlainSignals() {
+  explicit Attributes(bool isDetached) {
     failure_ = posix_spawnattr_init(&attributes_);
     sigset_t none;
     sigset_t all;
@@ -56,11 +60,13 @@ class PlainSignals {
     sigfillset(&all);
     posix_spawnattr_setsigmask(&attributes_, &none);
     posix_spawnattr_setsigdefault(&attributes_, &all);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    const int signals = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    const int flags = isDetached ? signals | POSIX_SPAWN_SETSID : signals;
+    posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
   }
-  ~PlainSignals() { posix_spawnattr_destroy(&attributes_); }
-  PlainSignals(const PlainSignals&) = delete;
-  PlainSignals& operator=(const PlainSignals&) = delete;
+  ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+  Attributes(const Attributes&) = delete;
+  Attributes& operator=(const Attributes&) = delete;
 
   int failure() const { return failure_; }
   const posix_spawnattr_t* get() const { return &attributes_; }
@@ -137,18 +143,23 @@ Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDe
   std::vector<std::string> variables = environmentOf(launch);
 
   Actions actions;
+  if (launch.isDetached) {
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+      actions.connectToNothing(standard);
+    }
+  }
   actions.connect(output, STDOUT_FILENO);
   actions.connect(error, STDERR_FILENO);
   // Also what other threads have open without O_CLOEXEC, or libraries that know nothing of it.
   actions.closeAllButStandard();
   if (launch.cwd) actions.enter(*launch.cwd);
   if (actions.failure() != 0) return failed(actions.failure());
-  const PlainSignals signals;
-  if (signals.failure() != 0) return failed(signals.failure());
+  const Attributes attributes(launch.isDetached);
+  if (attributes.failure() != 0) return failed(attributes.failure());
 
   keepEndedChildren();
   Child child;
-  const int code = posix_spawn(&child.number, executable.c_str(), actions.get(), signals.get(),
+  const int code = posix_spawn(&child.number, executable.c_str(), actions.get(), attributes.get(),
                                pointers(words).data(), pointers(variables).data());
   if (code != 0) return failed(code);
 

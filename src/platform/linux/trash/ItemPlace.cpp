@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/trash/Uninterrupted.h"
+#include "platform/linux/Uninterrupted.h"
 
 namespace tessaly {
 

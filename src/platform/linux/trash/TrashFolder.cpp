@@ -1,7 +1,6 @@
 #include "platform/linux/trash/TrashFolder.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <string_view>
@@ -11,8 +10,8 @@
 #include <vector>
 
 #include "platform/ApplicationSupport.h"
-#include "platform/linux/MountTable.h"
-#include "platform/linux/trash/Uninterrupted.h"
+#include "platform/linux/ReadMounts.h"
+#include "platform/linux/Uninterrupted.h"
 
 namespace tessaly {
 
@@ -99,22 +98,6 @@ Result<bool> liesOn(std::uint64_t mount, std::string path) {
   }
 }
 
-// Of a file that does not tell its length.
-Result<std::string> contentOf(const std::string& path) {
-  const FileDescriptor file(
-      uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
-  std::string content;
-  std::array<char, 16384> part{};
-  while (file) {
-    const ssize_t count =
-        uninterrupted([&] { return ::read(file.get(), part.data(), part.size()); });
-    if (count == 0) return content;
-    if (count < 0) break;
-    content.append(part.data(), static_cast<std::size_t>(count));
-  }
-  return SystemError::fromErrno(errno, path);
-}
-
 bool isNameOfTrash(std::string_view name) {
   constexpr std::string_view shared = ".Trash";
   if (!name.starts_with(shared)) return false;
@@ -178,9 +161,9 @@ class Search {
 
   // The file system would go along into the Trash, and who empties that would empty a disk.
   Outcome holdsNoMount(const std::string& inside) const {
-    const Result<std::string> table = contentOf(place_.mountinfo);
+    const Result<std::vector<Mount>> table = readMounts(place_.mountinfo);
     if (!table) return table.error();
-    const std::vector<Mount> mounts = mountsIn(table.value());
+    const std::vector<Mount>& mounts = table.value();
     const auto isInside = [&](const Mount& mount) { return mount.point.starts_with(inside); };
     if (std::none_of(mounts.begin(), mounts.end(), isInside)) return succeeded();
     return SystemError::fromErrno(EBUSY, path_);

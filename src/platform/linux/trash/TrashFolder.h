@@ -6,20 +6,13 @@
 #pragma once
 
 #include <string>
-#include <sys/types.h>
 
 #include "platform/SystemError.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/TrashPlace.h"
 
 namespace tessaly {
-
-// Whose Trash it is, and what there is beside it.
-struct TrashPlace {
-  std::string homeTrash;  // absolute path
-  std::string mountinfo;  // path of the list of mounts, in the kernel's form
-  uid_t user = 0;
-};
 
 struct TrashFolder {
   FileDescriptor files;

@@ -8,11 +8,11 @@
 #include <string_view>
 #include <unistd.h>
 
-#include "platform/ApplicationSupport.h"
+#include "platform/linux/Uninterrupted.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/MoveItem.h"
+#include "platform/linux/trash/TrashFolder.h"
 #include "platform/linux/trash/TrashInfo.h"
-#include "platform/linux/trash/Uninterrupted.h"
 
 namespace tessaly {
 
@@ -96,12 +96,6 @@ std::size_t longestName(const FileDescriptor& folder) {
 }
 
 }  // namespace
-
-TrashPlace UserTrashMover::currentPlace() {
-  return {.homeTrash = applicationSupportDirectory() + "/Trash",
-          .mountinfo = "/proc/self/mountinfo",
-          .user = ::geteuid()};
-}
 
 Result<std::string> UserTrashMover::moveToTrash(const std::string& path) {
   const Result<ItemPlace> place = placeOfItem(path);

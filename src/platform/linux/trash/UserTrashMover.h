@@ -7,16 +7,13 @@
 #include <utility>
 
 #include "platform/TrashMover.h"
-#include "platform/linux/trash/TrashFolder.h"
+#include "platform/linux/trash/TrashPlace.h"
 
 namespace tessaly {
 
 class UserTrashMover final : public TrashMover {
  public:
-  // That of the user that this process runs as.
-  static TrashPlace currentPlace();
-
-  explicit UserTrashMover(TrashPlace place = currentPlace()) : place_(std::move(place)) {}
+  explicit UserTrashMover(TrashPlace place = TrashPlace::current()) : place_(std::move(place)) {}
 
   // First the file that tells where the item came from is written, then the item is moved in one
   // step. Ended in between, the program leaves the item where it was, beside such a file without an

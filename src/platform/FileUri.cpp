@@ -1,4 +1,4 @@
-#include "app/desktop/FileUri.h"
+#include "platform/FileUri.h"
 
 namespace tessaly {
 

@@ -1,0 +1,36 @@
+// The content of a file as the readers of libraries take it. Once the request is cancelled, or more
+// was read than the budget allows, every further read fails, so that no library goes on for long.
+//
+// Made, used and destroyed on one thread, within the lifetimes of the item and the request.
+#pragma once
+
+#include <cstdint>
+
+#include <QIODevice>
+
+#include "app/preview/PreviewRequest.h"
+#include "platform/HeldItem.h"
+
+namespace tessaly {
+
+class ItemDevice : public QIODevice {
+ public:
+  // `item` has its content open; `budget` is in bytes. The device is open.
+  ItemDevice(const HeldItem& item, std::int64_t budget, const PreviewRequest& request);
+
+  qint64 size() const override { return item_.facts().size; }
+  bool seek(qint64 position) override;
+
+ protected:
+  qint64 readData(char* to, qint64 count) override;
+  qint64 writeData(const char* from, qint64 count) override;
+
+ private:
+  const HeldItem& item_;
+  const PreviewRequest& request_;
+  std::int64_t left_;
+  std::int64_t at_ = 0;
+  bool isOver_ = false;
+};
+
+}  // namespace tessaly

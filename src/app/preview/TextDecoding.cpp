@@ -1,0 +1,243 @@
+#include "app/preview/TextDecoding.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/UnicodeText.h"
+
+namespace tessaly::TextDecoding {
+
+namespace {
+
+// What is no character of the encoding, and how it is shown.
+constexpr char32_t noCharacter = 0xFFFFFFFF;
+constexpr char32_t replacement = 0xFFFD;
+
+// One character of an encoding: its bytes, 0 where the rest is the beginning of one that is cut.
+struct Step {
+  char32_t value = noCharacter;
+  std::size_t length = 0;
+};
+using Decode = Step (*)(std::string_view rest);
+
+// The bytes that a UTF-8 character takes, by its first.
+std::size_t lengthByLead(unsigned char lead) {
+  if (lead >= 0xF0) return lead <= 0xF4 ? 4 : 1;
+  if (lead >= 0xE0) return 3;
+  return lead >= 0xC2 ? 2 : 1;
+}
+
+Step utf8(std::string_view rest) {
+  const UnicodeText::Scalar scalar = UnicodeText::firstScalar(rest);
+  if (!scalar.isText && lengthByLead(static_cast<unsigned char>(rest[0])) > rest.size() &&
+      std::all_of(rest.begin() + 1, rest.end(), [](char c) { return (c & 0xC0) == 0x80; })) {
+    return {.value = noCharacter, .length = 0};
+  }
+  return {.value = scalar.isText ? scalar.value : noCharacter, .length = scalar.length};
+}
+
+template <bool isBig>
+char32_t unitAt(std::string_view bytes, std::size_t at) {
+  const auto first = static_cast<unsigned char>(bytes[at]);
+  const auto second = static_cast<unsigned char>(bytes[at + 1]);
+  return isBig ? first << 8U | second : second << 8U | first;
+}
+
+bool isSurrogate(char32_t value) {
+  return value >= 0xD800 && value <= 0xDFFF;
+}
+
+template <bool isBig>
+Step utf16(std::string_view rest) {
+  if (rest.size() < 2) return {};
+  const char32_t high = unitAt<isBig>(rest, 0);
+  if (!isSurrogate(high)) return {.value = high, .length = 2};
+  if (high >= 0xDC00) return {.value = noCharacter, .length = 2};
+  if (rest.size() < 4) return {};
+  const char32_t low = unitAt<isBig>(rest, 2);
+  if (low < 0xDC00 || low > 0xDFFF) return {.value = noCharacter, .length = 2};
+  return {.value = 0x10000 + ((high - 0xD800) << 10U) + (low - 0xDC00), .length = 4};
+}
+
+template <bool isBig>
+Step utf32(std::string_view rest) {
+  if (rest.size() < 4) return {};
+  const char32_t upper = unitAt<isBig>(rest, isBig ? 0 : 2);
+  const char32_t value = upper << 16U | unitAt<isBig>(rest, isBig ? 2 : 0);
+  return {.value = value > 0x10FFFF || isSurrogate(value) ? noCharacter : value, .length = 4};
+}
+
+// The characters that Windows-1252 has where Latin-1 has control characters; 0 for none.
+Step windows1252(std::string_view rest) {
+  constexpr char16_t extra[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
+                                  0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+  const auto byte = static_cast<unsigned char>(rest[0]);
+  const bool isExtra = byte >= 0x80 && byte < 0xA0;
+  return {.value = !isExtra                  ? byte
+                   : extra[byte - 0x80] != 0 ? extra[byte - 0x80]
+                                             : noCharacter,
+          .length = 1};
+}
+
+struct Mark {
+  std::string_view bytes;
+  Decode decode;
+};
+
+using namespace std::string_view_literals;
+
+// The mark of UTF-16 begins like that of UTF-32.
+constexpr Mark marks[] = {{"\xEF\xBB\xBF"sv, utf8},
+                          {"\xFF\xFE\0\0"sv, utf32<false>},
+                          {"\0\0\xFE\xFF"sv, utf32<true>},
+                          {"\xFF\xFE"sv, utf16<false>},
+                          {"\xFE\xFF"sv, utf16<true>}};
+
+bool isControl(char32_t value) {
+  return value < 0x20 || (value >= 0x7F && value < 0xA0);
+}
+
+// Those that texts have: white space, and what terminals are told.
+bool isUsualControl(char32_t value) {
+  return (value >= '\b' && value <= '\r') || value == 0x1B || value == 0x85;
+}
+
+bool isNoncharacter(char32_t value) {
+  return (value >= 0xFDD0 && value <= 0xFDEF) || (value & 0xFFFE) == 0xFFFE;
+}
+
+struct Census {
+  std::size_t characters = 0;
+  std::size_t errors = 0;    // what is no character
+  std::size_t controls = 0;  // unusual ones
+  std::size_t beyond = 0;    // characters beyond ASCII
+};
+
+Census censusOf(std::string_view bytes, bool isWholeFile, Decode decode) {
+  Census census;
+  while (!bytes.empty()) {
+    const Step step = decode(bytes);
+    if (step.length == 0) {
+      if (isWholeFile) ++census.errors;
+      break;
+    }
+    ++census.characters;
+    if (step.value == noCharacter) {
+      ++census.errors;
+    } else if (isControl(step.value) || isNoncharacter(step.value)) {
+      if (!isUsualControl(step.value)) ++census.controls;
+    } else if (step.value > 0x7F) {
+      ++census.beyond;
+    }
+    bytes.remove_prefix(step.length);
+  }
+  return census;
+}
+
+// Null for what is no text.
+Decode encodingOf(std::string_view bytes, bool isWholeFile) {
+  if (bytes.find('\0') != std::string_view::npos) return nullptr;
+  const Census unicode = censusOf(bytes, isWholeFile, utf8);
+  // A text with a slip in it is still what it is otherwise.
+  if (unicode.errors == 0 || unicode.errors * 4 <= unicode.beyond) {
+    return unicode.controls * 10 <= unicode.characters ? utf8 : nullptr;
+  }
+  const Census western = censusOf(bytes, isWholeFile, windows1252);
+  const bool isText = (western.errors + western.controls) * 50 <= western.characters &&
+                      western.beyond * 2 <= western.characters;
+  return isText ? windows1252 : nullptr;
+}
+
+// Takes characters and makes lines of them.
+class Lines {
+ public:
+  Lines(const Limits& limits, std::size_t expected) : limits_(limits) { units_.reserve(expected); }
+
+  // Gives false, and takes nothing, when there are enough lines.
+  bool add(char32_t value) {
+    const bool isSecondHalf = value == '\n' && wasReturn_;
+    wasReturn_ = value == '\r';
+    if (isSecondHalf) return true;
+    if (value == '\n' || value == '\r' || value == 0x85 || value == 0x2028 || value == 0x2029) {
+      return endLine();
+    }
+    value = shown(value);
+    const std::size_t length = value > 0xFFFF ? 2 : 1;
+    if (inLine_ + length > limits_.lineLength && !endLine()) return false;
+    if (lines_ >= limits_.lines) return false;
+    put(value);
+    inLine_ += length;
+    return true;
+  }
+
+  std::u16string take() { return std::move(units_); }
+
+ private:
+  static char32_t shown(char32_t value) {
+    if (value == '\t') return value;
+    if (value < 0x20) return 0x2400 + value;
+    if (value == 0x7F) return 0x2421;
+    return isControl(value) || value == noCharacter || isNoncharacter(value) ? replacement : value;
+  }
+
+  bool endLine() {
+    if (lines_ >= limits_.lines) return false;
+    units_ += u'\n';
+    ++lines_;
+    inLine_ = 0;
+    return true;
+  }
+
+  void put(char32_t value) {
+    if (value > 0xFFFF) {
+      units_ += static_cast<char16_t>(0xD800 + ((value - 0x10000) >> 10U));
+      units_ += static_cast<char16_t>(0xDC00 + ((value - 0x10000) & 0x3FFU));
+    } else {
+      units_ += static_cast<char16_t>(value);
+    }
+  }
+
+  const Limits& limits_;
+  std::u16string units_;
+  std::size_t lines_ = 0;   // ended
+  std::size_t inLine_ = 0;  // units
+  bool wasReturn_ = false;
+};
+
+Text textOf(std::string_view bytes, bool isWholeFile, Decode decode, const Limits& limits) {
+  Lines lines(limits, bytes.size());
+  bool isWhole = isWholeFile;
+  while (!bytes.empty()) {
+    Step step = decode(bytes);
+    if (step.length == 0) {
+      if (!isWholeFile) break;
+      step.length = bytes.size();
+    }
+    if (!lines.add(step.value)) {
+      isWhole = false;
+      break;
+    }
+    bytes.remove_prefix(step.length);
+  }
+  return {.units = lines.take(), .isWhole = isWhole};
+}
+
+}  // namespace
+
+std::optional<Text> decoded(std::string_view bytes, bool isWholeFile, const Limits& limits) {
+  for (const Mark& mark : marks) {
+    if (!bytes.starts_with(mark.bytes)) continue;
+    const std::string_view text = bytes.substr(mark.bytes.size());
+    const Census census = censusOf(text, isWholeFile, mark.decode);
+    // Other files may begin so by chance.
+    if ((census.errors + census.controls) * 10 > census.characters) return std::nullopt;
+    return textOf(text, isWholeFile, mark.decode, limits);
+  }
+  const Decode decode = encodingOf(bytes, isWholeFile);
+  if (decode == nullptr) return std::nullopt;
+  return textOf(bytes, isWholeFile, decode, limits);
+}
+
+}  // namespace tessaly::TextDecoding

@@ -1,0 +1,46 @@
+// One picture of a preview. Its implicit size is that of its pixels on the screen; in an item of
+// another size it is scaled to it, smoothly.
+#pragma once
+
+#include <QImage>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/controls/TexturedItem.h"
+#include "app/quicklook/PreviewState.h"
+
+namespace tessaly {
+
+class PreviewPicture : public tessaly::TexturedItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::PreviewState* preview READ preview WRITE setPreview NOTIFY previewChanged REQUIRED)
+  Q_PROPERTY(int index READ index WRITE setIndex NOTIFY indexChanged REQUIRED)
+
+ public:
+  using TexturedItem::TexturedItem;
+
+  PreviewState* preview() const { return preview_; }
+  void setPreview(PreviewState* preview);
+  int index() const { return index_; }
+  void setIndex(int index);
+
+ signals:
+  void previewChanged();
+  void indexChanged();
+
+ protected:
+  void paint(QPainter& painter) const override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+ private:
+  void take();
+  void fitToPicture();
+
+  QPointer<PreviewState> preview_;
+  int index_ = -1;
+  QImage picture_;
+};
+
+}  // namespace tessaly

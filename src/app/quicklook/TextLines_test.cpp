@@ -1,0 +1,94 @@
+#include "app/quicklook/TextLines.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include <QAbstractItemModelTester>
+
+#include "app/quicklook/TextLinesModel.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> linesOf(const QString& text) {
+  const TextLines lines(text);
+  std::vector<std::string> result;
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    result.push_back(lines[i].toString().toStdString());
+  return result;
+}
+
+QString repeated(qsizetype count, QChar character = u'x') {
+  return QString(count, character);
+}
+
+TEST(TextLines, of_nothing_are_none) {
+  EXPECT_THAT(linesOf({}), IsEmpty());
+}
+
+TEST(TextLines, end_in_every_way_that_lines_end) {
+  EXPECT_THAT(linesOf("a\nb\r\nc\rd"), ElementsAre("a", "b", "c", "d"));
+}
+
+TEST(TextLines, keep_the_empty_ones_between_others) {
+  EXPECT_THAT(linesOf("\na\n\r\n\rb"), ElementsAre("", "a", "", "", "b"));
+}
+
+TEST(TextLines, have_no_empty_one_behind_the_last_ending) {
+  EXPECT_THAT(linesOf("a\n"), ElementsAre("a"));
+  EXPECT_THAT(linesOf("\n"), ElementsAre(""));
+}
+
+TEST(TextLines, reach_the_next_stop_with_a_tab) {
+  EXPECT_THAT(linesOf("\tx\nab\tx\nabcd\tx"), ElementsAre("    x", "ab  x", "abcd    x"));
+}
+
+TEST(TextLines, show_control_characters_as_replaced_ones) {
+  EXPECT_THAT(linesOf(QString::fromLatin1("a\x1b[0m\0b", 7)),
+              ElementsAre("a\xef\xbf\xbd[0m\xef\xbf\xbd"
+                          "b"));
+}
+
+TEST(TextLines, go_on_in_the_next_line_when_they_are_too_long) {
+  EXPECT_THAT(linesOf(repeated(TextLines::longest) + "\nb"),
+              ElementsAre(std::string(TextLines::longest, 'x'), "b"));
+  EXPECT_THAT(
+      linesOf(repeated(2 * TextLines::longest + 1)),
+      ElementsAre(std::string(TextLines::longest, 'x'), std::string(TextLines::longest, 'x'), "x"));
+}
+
+TEST(TextLines, tear_no_character_apart) {
+  const QString fox = QString::fromUtf8("\xf0\x9f\xa6\x8a");  // two units
+  const TextLines ofPairs(repeated(TextLines::longest - 1) + fox + "y");
+  ASSERT_EQ(ofPairs.size(), 2U);
+  EXPECT_EQ(ofPairs[1].toString(), fox + "y");
+
+  const QString marked = QString::fromUtf8("e\xcc\x81");
+  const TextLines ofMarks(repeated(TextLines::longest - 1) + marked);
+  ASSERT_EQ(ofMarks.size(), 2U);
+  EXPECT_EQ(ofMarks[1].toString(), marked);
+}
+
+TEST(TextLines, come_to_an_end_where_a_character_has_none) {
+  const TextLines lines("a" + repeated(3 * TextLines::longest, QChar(0x0301)));
+  EXPECT_EQ(lines.size(), 4U);
+}
+
+TEST(TextLinesModel, gives_the_lines_in_their_order) {
+  TextLinesModel model;
+  const QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  EXPECT_EQ(model.rowCount(), 0);
+  model.setLines(TextLines("a\nb"));
+  ASSERT_EQ(model.rowCount(), 2);
+  EXPECT_EQ(model.data(model.index(1), TextLinesModel::LineRole).toString(), "b");
+  model.setLines({});
+  EXPECT_EQ(model.rowCount(), 0);
+}
+
+}  // namespace
+}  // namespace tessaly

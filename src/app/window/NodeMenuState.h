@@ -1,0 +1,45 @@
+// The question what to do with one item of the map.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/model/NodeHandle.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class NodeMenuState : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(bool shown READ isShown NOTIFY changed)
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY changed)
+
+ public:
+  using QObject::QObject;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  bool isShown() const;
+  QString title() const;
+  NodeHandle node() const;
+
+  Q_INVOKABLE void dismiss();
+  // Both for the node that the question was about; nothing for a handle without one.
+  Q_INVOKABLE void addToQueue(const tessaly::NodeHandle& node);
+  Q_INVOKABLE void trash(const tessaly::NodeHandle& node);
+
+ signals:
+  void sessionChanged();
+  void changed();
+
+ private:
+  ScanSession* session_ = nullptr;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,23 @@
+// Opens something over the window; a symbol alone.
+import QtQuick
+import Tessaly.Controls
+
+MarrowButton {
+    id: button
+
+    symbolSize: 13
+    symbolColor: hovered ? Theme.ink : Theme.muted
+    text: ""
+    leftPadding: 6
+    rightPadding: 6
+    topPadding: 5
+    bottomPadding: 5
+    opacity: pressed ? 0.75 : 1
+    focusRadius: 6
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: 6
+        color: button.hovered ? Qt.rgba(1, 1, 1, 0.08) : "transparent"
+    }
+}

@@ -1,0 +1,64 @@
+// Looks like a field to type into and is a button: it opens the search, which has the real one.
+import QtQuick
+import QtQuick.Layouts
+import Tessaly.Controls
+
+MarrowButton {
+    id: field
+
+    text: "Search files, folders & caches…"
+    leftPadding: 10
+    rightPadding: 6
+    topPadding: 5
+    bottomPadding: 5
+    opacity: pressed ? 0.75 : 1
+    focusRadius: 8
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: 8
+        color: Qt.alpha(Theme.bg3, 0.7)
+        outlineColor: Qt.rgba(1, 1, 1, 0.08)
+        outlineWidth: 1
+    }
+
+    contentItem: RowLayout {
+        spacing: 7
+
+        Symbol {
+            objectName: "searchSymbol"
+            name: "magnifyingglass"
+            size: 11
+            color: Theme.accent
+        }
+
+        Text {
+            objectName: "searchText"
+            Layout.fillWidth: true
+            text: field.text
+            elide: Text.ElideRight
+            color: Theme.muted
+            font.family: Theme.uiFamily
+            font.pixelSize: 12
+        }
+
+        RoundedPanel {
+            objectName: "keyCap"
+            Layout.preferredWidth: cap.implicitWidth + 10
+            Layout.preferredHeight: cap.implicitHeight + 4
+            radius: 4
+            color: Qt.rgba(1, 1, 1, 0.08)
+
+            Text {
+                id: cap
+
+                objectName: "keyCapText"
+                anchors.centerIn: parent
+                text: "⌘F"
+                color: Theme.muted
+                font.family: Theme.uiFamily
+                font.pixelSize: 10
+            }
+        }
+    }
+}

@@ -1,0 +1,29 @@
+// One of the window's own three buttons: a small disc that tells what it does while the pointer or
+// the keyboard is on one of them.
+import QtQuick
+import Tessaly.Controls
+
+MarrowButton {
+    id: button
+
+    required property color tint
+    required property string sign
+    required property bool lit
+
+    symbol: lit ? sign : ""
+    symbolSize: 8
+    symbolColor: Qt.rgba(0, 0, 0, 0.65)
+    text: ""
+    implicitWidth: 12
+    implicitHeight: 12
+    opacity: pressed ? 0.75 : 1
+    focusRadius: 6
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: 6
+        color: button.tint
+        outlineColor: Qt.rgba(0, 0, 0, 0.2)
+        outlineWidth: 0.5
+    }
+}

@@ -1,0 +1,119 @@
+// A window without a frame, moved and resized by hand where no desktop does it.
+#include "app/window/WindowChrome.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <QCoreApplication>
+#include <QQuickWindow>
+#include <QTest>
+
+#include "app/window/WindowEdges.h"
+#include "app/window/WindowMover.h"
+
+namespace tessaly {
+namespace {
+
+class FramelessWindow : public ::testing::Test {
+ protected:
+  FramelessWindow() {
+    window_.setMinimumSize({300, 200});
+    window_.setGeometry(100, 80, 400, 300);
+    mover_.setParentItem(window_.contentItem());
+    edges_.setParentItem(window_.contentItem());
+    for (QQuickItem* item : {static_cast<QQuickItem*>(&mover_), static_cast<QQuickItem*>(&edges_)})
+      item->setSize(QSizeF(400, 300));
+    window_.show();
+    QCoreApplication::processEvents();
+  }
+
+  // Presses at `from`, a point of the window, and lets go `by` further on.
+  void pull(QPoint from, QPoint by) {
+    const QPoint stood = window_.position();
+    send(QEvent::MouseButtonPress, from, stood + from, Qt::LeftButton);
+    for (int step = 1; step <= 4; ++step) {
+      const QPoint way = by * step / 4;
+      send(QEvent::MouseMove, from, stood + from + way, Qt::LeftButton);
+    }
+    send(QEvent::MouseButtonRelease, from, stood + from + by, Qt::NoButton);
+  }
+
+  void send(QEvent::Type type, QPoint inWindow, QPoint onScreen, Qt::MouseButton held) {
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, inWindow, onScreen, button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window_, &event);
+  }
+
+  QQuickWindow window_;
+  WindowMover mover_;
+  WindowEdges edges_;
+};
+
+TEST(WindowChromeTest, takes_the_frame_off_once_it_is_in_a_window) {
+  WindowChrome chrome;
+  QQuickWindow window;
+  chrome.setParentItem(window.contentItem());
+  window.show();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.flags().testFlag(Qt::FramelessWindowHint); }));
+  EXPECT_EQ(window.color(), QColor("#1E1E1E"));
+}
+
+TEST_F(FramelessWindow, is_moved_by_its_background) {
+  pull({200, 150}, {40, -24});
+  EXPECT_EQ(window_.geometry(), QRect(140, 56, 400, 300));
+}
+
+TEST_F(FramelessWindow, is_not_moved_by_a_press_that_hardly_moves) {
+  pull({200, 150}, {2, 1});
+  EXPECT_EQ(window_.geometry(), QRect(100, 80, 400, 300));
+}
+
+TEST_F(FramelessWindow, fills_the_screen_at_a_double_click_and_comes_back) {
+  QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 150});
+  EXPECT_TRUE(window_.windowStates().testFlag(Qt::WindowMaximized));
+  mover_.zoom();
+  EXPECT_FALSE(window_.windowStates().testFlag(Qt::WindowMaximized));
+}
+
+TEST_F(FramelessWindow, is_resized_by_each_edge_and_corner) {
+  struct Case {
+    QPoint at;
+    QPoint by;
+    QRect expected;
+  };
+  for (const Case& c : {Case{{2, 150}, {-20, 7}, {80, 80, 420, 300}},
+                        Case{{398, 150}, {20, 7}, {100, 80, 420, 300}},
+                        Case{{200, 2}, {7, -20}, {100, 60, 400, 320}},
+                        Case{{200, 298}, {7, 20}, {100, 80, 400, 320}},
+                        Case{{2, 2}, {-20, -12}, {80, 68, 420, 312}},
+                        Case{{390, 2}, {20, -12}, {100, 68, 420, 312}},
+                        Case{{2, 292}, {-20, 12}, {80, 80, 420, 312}},
+                        Case{{398, 298}, {20, 12}, {100, 80, 420, 312}}}) {
+    window_.setGeometry(100, 80, 400, 300);
+    QCoreApplication::processEvents();
+    pull(c.at, c.by);
+    EXPECT_EQ(window_.geometry(), c.expected) << "at " << c.at.x() << ", " << c.at.y();
+  }
+}
+
+TEST_F(FramelessWindow, keeps_the_edge_across_at_its_smallest_size) {
+  pull({2, 2}, {300, 300});
+  EXPECT_EQ(window_.geometry(), QRect(200, 180, 300, 200));
+  window_.setGeometry(100, 80, 400, 300);
+  QCoreApplication::processEvents();
+  pull({398, 298}, {-300, -300});
+  EXPECT_EQ(window_.geometry(), QRect(100, 80, 300, 200));
+}
+
+TEST_F(FramelessWindow, leaves_what_is_not_at_an_edge_to_what_lies_there) {
+  EXPECT_FALSE(edges_.contains({200, 150}));
+  EXPECT_FALSE(edges_.contains({5, 150}));
+  EXPECT_TRUE(edges_.contains({4.9, 150}));
+  EXPECT_TRUE(edges_.contains({399, 299}));
+  EXPECT_FALSE(edges_.contains({-1, 150}));
+  window_.showMaximized();
+  EXPECT_FALSE(edges_.contains({2, 150}));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,68 @@
+#include "app/window/WindowState.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class WindowStateTest : public SessionFixture {
+ protected:
+  WindowStateTest() { state_.setSession(&session()); }
+
+  WindowState state_;
+};
+
+TEST(WindowStateAlone, has_nothing_to_tell) {
+  WindowState state;
+  EXPECT_EQ(state.pane(), WindowState::Map);
+  EXPECT_FALSE(state.showsBackButton());
+  EXPECT_FALSE(state.hasFocusedNode());
+  EXPECT_EQ(state.volumeName(), QString());
+}
+
+TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
+  const QSignalSpy changes(&state_, &WindowState::changed);
+  state_.setPane(WindowState::Monitor);
+  EXPECT_EQ(session().pane(), MainPane::monitor);
+  session().setPane(MainPane::apps);
+  EXPECT_EQ(state_.pane(), WindowState::Apps);
+  EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the_map_alone) {
+  scanTo(folder("/data", 2, {folder("/data/in", 2, {file("/data/in/a", 2)})}));
+  EXPECT_FALSE(state_.showsBackButton());
+  EXPECT_FALSE(state_.showsBreadcrumbs());
+  session().open(session().current()->children()[0]);
+  EXPECT_TRUE(state_.showsBackButton());
+  EXPECT_TRUE(state_.showsBreadcrumbs());
+  session().setPane(MainPane::apps);
+  EXPECT_TRUE(state_.showsBackButton());
+  EXPECT_FALSE(state_.showsBreadcrumbs());
+}
+
+TEST_F(WindowStateTest, names_the_volume_of_the_folder_on_screen) {
+  EXPECT_EQ(state_.volumeName(), QStringLiteral("Macintosh HD"));
+  df_ =
+      "Filesystem 1K-blocks Used Available Use% Mounted on\n"
+      "/dev/sda1 100 50 50 50% /\n"
+      "/dev/sdb1 100 50 50 50% /media/user/Music\n";
+  scanTo(folder("/media/user/Music/a", 1, {file("/media/user/Music/a/b", 1)}));
+  EXPECT_EQ(state_.volumeName(), QStringLiteral("Music"));
+}
+
+TEST_F(WindowStateTest, tells_whether_something_has_the_focus) {
+  const QSignalSpy changes(&state_, &WindowState::focusedChanged);
+  session().setFocused(file("/a", 1));
+  EXPECT_TRUE(state_.hasFocusedNode());
+  session().setFocused(std::nullopt);
+  EXPECT_FALSE(state_.hasFocusedNode());
+  EXPECT_EQ(changes.count(), 2);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,189 @@
+#include "platform/HeldItem.h"
+
+#include <cerrno>
+#include <climits>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/Uninterrupted.h"
+
+namespace tessaly {
+
+namespace {
+
+FileDescriptor openAt(int folder, const std::string& name, int flags) {
+  return FileDescriptor(
+      uninterrupted([&] { return ::openat(folder, name.c_str(), flags | O_CLOEXEC); }));
+}
+
+// The kernel takes no longer path at once, so go there in stretches that end before a "/".
+FileDescriptor openPath(const std::string& path, int flags) {
+  constexpr std::size_t longest = PATH_MAX - 1;
+  FileDescriptor folder(AT_FDCWD);
+  std::size_t at = 0;
+  while (path.size() - at > longest) {
+    const std::size_t end = path.rfind('/', at + longest);
+    if (end == std::string::npos || end <= at) {
+      errno = ENAMETOOLONG;
+      return FileDescriptor();
+    }
+    folder = openAt(folder.get(), path.substr(at, end - at), O_PATH | O_DIRECTORY);
+    if (!folder) return folder;
+    at = path.find_first_not_of('/', end);
+    if (at == std::string::npos) return openAt(folder.get(), ".", flags);
+  }
+  return openAt(folder.get(), path.substr(at), flags);
+}
+
+// The item itself, also where it is a link, without opening it.
+Result<struct statx> statusOf(const FileDescriptor& item, const std::string& path) {
+  struct statx status {};
+  constexpr unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
+  if (::statx(item.get(), "", AT_EMPTY_PATH | AT_NO_AUTOMOUNT, wanted, &status) != 0) {
+    return SystemError::fromErrno(errno, path);
+  }
+  return status;
+}
+
+double secondsOf(const struct statx_timestamp& time) {
+  return static_cast<double>(time.tv_sec) + time.tv_nsec / 1e9;
+}
+
+// As long as it may be: some file systems do not tell its length.
+std::string targetOf(const FileDescriptor& link) {
+  for (std::size_t room = 256;; room *= 2) {
+    std::string target(room, '\0');
+    const ssize_t length = ::readlinkat(link.get(), "", target.data(), room);
+    if (length < 0) return {};
+    if (static_cast<std::size_t>(length) == room) continue;
+    target.resize(static_cast<std::size_t>(length));
+    return target;
+  }
+}
+
+bool isDirectory(int folder, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+  struct statx status {};
+  constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
+  return ::statx(folder, entry.d_name, flags, STATX_TYPE, &status) == 0 && S_ISDIR(status.stx_mode);
+}
+
+// Of a link that is there itself.
+bool isDeadEnd(int error) {
+  return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+}
+
+HeldItem::Facts factsFrom(const struct statx& status) {
+  HeldItem::Facts facts;
+  if (S_ISREG(status.stx_mode)) facts.type = HeldItem::Type::file;
+  if (S_ISDIR(status.stx_mode)) facts.type = HeldItem::Type::folder;
+  facts.size = static_cast<std::int64_t>(status.stx_size);
+  if ((status.stx_mask & STATX_BTIME) != 0) facts.created = secondsOf(status.stx_btime);
+  if ((status.stx_mask & STATX_MTIME) != 0) facts.modified = secondsOf(status.stx_mtime);
+  return facts;
+}
+
+}  // namespace
+
+struct HeldItem::Descriptors {
+  FileDescriptor item;     // O_PATH
+  FileDescriptor content;  // of a file that was opened
+};
+
+HeldItem::HeldItem() : held_(std::make_unique<Descriptors>()) {}
+HeldItem::HeldItem(HeldItem&& other) noexcept = default;
+HeldItem& HeldItem::operator=(HeldItem&& other) noexcept = default;
+HeldItem::~HeldItem() = default;
+
+Result<HeldItem> HeldItem::at(const std::string& path) {
+  // The system would read a path with a zero in it only up to there, and mean another item.
+  if (!path.starts_with('/') || path.find('\0') != std::string::npos) {
+    return SystemError::fromErrno(EINVAL, path);
+  }
+  HeldItem held;
+  held.path_ = path;
+  held.held_->item = openPath(path, O_PATH | O_NOFOLLOW);
+  if (!held.held_->item) return SystemError::fromErrno(errno, path);
+  Result<struct statx> status = statusOf(held.held_->item, path);
+  if (!status) return status.error();
+
+  std::string linkTarget;
+  bool isBrokenLink = false;
+  if (S_ISLNK(status.value().stx_mode)) {
+    linkTarget = targetOf(held.held_->item);
+    FileDescriptor end = openPath(path, O_PATH);
+    if (end) {
+      held.held_->item = std::move(end);
+      status = statusOf(held.held_->item, path);
+      if (!status) return status.error();
+    } else if (isDeadEnd(errno)) {
+      isBrokenLink = true;
+    } else {
+      return SystemError::fromErrno(errno, path);
+    }
+  }
+  held.facts_ = factsFrom(status.value());
+  held.facts_.linkTarget = std::move(linkTarget);
+  held.facts_.isBrokenLink = isBrokenLink;
+  return held;
+}
+
+// By the descriptor's own name, which means this item whatever stands at its path by now.
+// O_NONBLOCK for those files of the system that would wait for news.
+Outcome HeldItem::openContent() {
+  if (facts_.type != Type::file) return SystemError::fromErrno(EINVAL, path_);
+  const std::string name = "/proc/self/fd/" + std::to_string(held_->item.get());
+  held_->content = openAt(AT_FDCWD, name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  if (!held_->content) return SystemError::fromErrno(errno, path_);
+  return succeeded();
+}
+
+Result<std::size_t> HeldItem::read(std::int64_t offset, char* to, std::size_t count) const {
+  const ssize_t length =
+      uninterrupted([&] { return ::pread(held_->content.get(), to, count, offset); });
+  if (length < 0) return SystemError::fromErrno(errno, path_);
+  return static_cast<std::size_t>(length);
+}
+
+std::string HeldItem::contentPath() const {
+  return "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(held_->content.get());
+}
+
+Outcome HeldItem::forEachEntry(const std::function<bool(const Entry&)>& take) const {
+  const int folder = uninterrupted(
+      [&] { return ::openat(held_->item.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+  if (folder < 0) return SystemError::fromErrno(errno, path_);
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(::fdopendir(folder), ::closedir);
+  if (!stream) {
+    const int error = errno;
+    ::close(folder);
+    return SystemError::fromErrno(error, path_);
+  }
+  while (true) {
+    errno = 0;
+    const dirent* entry = ::readdir(stream.get());
+    if (entry == nullptr) break;
+    const std::string_view name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    if (!take({.name = name, .isFolder = isDirectory(folder, *entry)})) return succeeded();
+  }
+  if (errno != 0) return SystemError::fromErrno(errno, path_);
+  return succeeded();
+}
+
+std::int64_t HeldItem::entrySize(const std::string& name) const {
+  struct statx status {};
+  constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
+  if (::statx(held_->item.get(), name.c_str(), flags, STATX_TYPE | STATX_SIZE, &status) != 0 ||
+      S_ISDIR(status.stx_mode)) {
+    return 0;
+  }
+  return static_cast<std::int64_t>(status.stx_size);
+}
+
+}  // namespace tessaly

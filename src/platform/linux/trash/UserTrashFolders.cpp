@@ -1,0 +1,108 @@
+#include "platform/linux/trash/UserTrashFolders.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <utility>
+
+#include "platform/linux/ReadMounts.h"
+#include "platform/linux/Uninterrupted.h"
+#include "platform/linux/trash/ItemPlace.h"
+
+namespace tessaly {
+
+namespace {
+
+// Through links.
+FileDescriptor lookUpTop(const std::string& path) {
+  return FileDescriptor(
+      uninterrupted([&] { return ::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+}
+
+struct stat statusOf(const FileDescriptor& folder) {
+  struct stat status {};
+  if (::fstat(folder.get(), &status) != 0) status = {};
+  return status;
+}
+
+bool isReadOnly(const FileDescriptor& folder) {
+  struct statvfs status {};
+  return ::fstatvfs(folder.get(), &status) == 0 && (status.f_flag & ST_RDONLY) != 0;
+}
+
+class Search {
+ public:
+  explicit Search(const TrashPlace& place) : place_(place) {}
+
+  UserTrashFolders run() {
+    lookInHome();
+    lookOnMounts();
+    return std::move(found_);
+  }
+
+ private:
+  void lookInHome() {
+    FileDescriptor home = lookUpTop(place_.homeTrash);
+    if (home) {
+      add(std::move(home), place_.homeTrash);
+    } else if (errno != ENOENT && errno != ENOTDIR) {
+      found_.errors.push_back(SystemError::fromErrno(errno, place_.homeTrash));
+    }
+  }
+
+  void lookOnMounts() {
+    const Result<std::vector<Mount>> mounts = readMounts(place_.mountinfo);
+    if (!mounts) {
+      found_.errors.push_back(mounts.error());
+      return;
+    }
+    for (const Mount& mount : mounts.value()) {
+      if (!mount.isPseudo()) lookAtTop(mount.point);
+    }
+  }
+
+  void lookAtTop(const std::string& point) {
+    const FileDescriptor top = lookUpTop(point);
+    if (!top) return;
+    const std::string user = std::to_string(place_.user);
+    const std::string prefix = point.ends_with('/') ? point : point + "/";
+    // What everybody shares must be sticky, or anybody could exchange another's folder in it.
+    if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
+        shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
+      addOwn(openFolder(shared, user, O_PATH), prefix + ".Trash/" + user);
+    }
+    addOwn(openFolder(top, ".Trash-" + user, O_PATH), prefix + ".Trash-" + user);
+  }
+
+  void addOwn(FileDescriptor folder, const std::string& path) {
+    if (folder && statusOf(folder).st_uid == place_.user) add(std::move(folder), path);
+  }
+
+  void add(FileDescriptor folder, const std::string& path) {
+    const struct stat status = statusOf(folder);
+    const auto isSame = [&](const UserTrashFolder& other) {
+      const struct stat known = statusOf(other.folder);
+      return known.st_dev == status.st_dev && known.st_ino == status.st_ino;
+    };
+    const auto known = std::find_if(found_.all.begin(), found_.all.end(), isSame);
+    UserTrashFolder found{.folder = std::move(folder), .path = path};
+    if (known == found_.all.end()) {
+      found_.all.push_back(std::move(found));
+    } else if (isReadOnly(known->folder) && !isReadOnly(found.folder)) {
+      *known = std::move(found);
+    }
+  }
+
+  const TrashPlace& place_;
+  UserTrashFolders found_;
+};
+
+}  // namespace
+
+UserTrashFolders userTrashFolders(const TrashPlace& place) {
+  return Search(place).run();
+}
+
+}  // namespace tessaly

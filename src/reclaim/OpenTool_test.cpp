@@ -1,0 +1,133 @@
+#include "reclaim/OpenTool.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "reclaim/Trash.h"
+#include "support/FakeWorkspace.h"
+#include "support/OwnProcess.h"
+#include "support/TempTree.h"
+#include "support/TestTool.h"
+
+namespace tessaly {
+namespace {
+
+constexpr double longEnough = 600;
+
+TEST(OpenTool, has_succeeded_with_status_0_alone) {
+  const OpenTool tool = OpenTool::at(testTool(), longEnough);
+  EXPECT_TRUE(tool.run({}));
+  EXPECT_FALSE(tool.run({"exit", "1"}));
+  EXPECT_FALSE(tool.run({"exit", "255"}));
+}
+
+TEST(OpenTool, has_failed_where_it_cannot_be_started) {
+  const TempTree tree("note");
+  const OwnProcess before = OwnProcess::now();
+  for (const char* path : {"note", "gone"}) {
+    const OpenTool tool = OpenTool::at(tree.at(path), longEnough);
+    EXPECT_FALSE(tool.run({}));
+    tool.start({});
+  }
+  EXPECT_EQ(OwnProcess::now(), before);
+}
+
+TEST(OpenTool, has_failed_where_it_does_not_come_to_an_end_and_is_ended) {
+  const OwnProcess before = OwnProcess::now();
+  EXPECT_FALSE(OpenTool::at(testTool(), 0).run({"sleep"}));
+  EXPECT_EQ(settled(before), before);
+}
+
+TEST(OpenTool, is_started_without_being_waited_for) {
+  const TempTree folder;
+  Hold hold(folder.at("hold"));
+  const Messages ended(folder.at("ended"));
+  const OwnProcess before = OwnProcess::now();
+  OpenTool::at(testTool(), longEnough).start({"hold", hold.path(), "tell", ended.path()});
+  EXPECT_TRUE(OwnProcess::now().hasChildren);
+  hold.release();
+  ended.wait();
+  // The hold is closed with its release.
+  const OwnProcess after{before.descriptors - 1, before.threads, false};
+  EXPECT_EQ(settled(after), after);
+}
+
+// A variable of the environment for the time of a test.
+class Variable {
+ public:
+  Variable(const char* name, const std::string& value) : name_(name) {
+    if (const char* const before = std::getenv(name)) before_ = before;
+    setenv(name, value.c_str(), 1);
+  }
+  ~Variable() {
+    if (before_) {
+      setenv(name_, before_->c_str(), 1);
+    } else {
+      unsetenv(name_);
+    }
+  }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+
+ private:
+  const char* name_;
+  std::optional<std::string> before_;
+};
+
+// The real tool on a machine that has nothing but what a test plants.
+class RealOpenTool : public testing::Test {
+ protected:
+  TempTree tree_ = TempTree(R"(
+    bin/
+    folder/
+      note
+  )");
+  Variable path_ = Variable("PATH", tree_.at("bin"));
+  Variable terminal_ = Variable("TERMINAL", "");
+  Variable display_ = Variable("DISPLAY", ":7");
+  FakeWorkspace workspace_;
+
+  void SetUp() override { ASSERT_EQ(mkfifo(tree_.at("told").c_str(), 0600), 0); }
+
+  // A program that tells its arguments and where it is.
+  void plantTeller(const std::string& name) const {
+    const std::string path = tree_.at("bin/" + name);
+    std::ofstream(path) << "#!/bin/sh\n{ echo \"$*\"; /bin/pwd; } >'" << tree_.at("told") << "'\n";
+    ASSERT_EQ(chmod(path.c_str(), 0755), 0);
+  }
+
+  std::string told() const {
+    std::ifstream fifo(tree_.at("told"));
+    std::string text;
+    std::getline(fifo, text, '\0');
+    return text;
+  }
+};
+
+TEST_F(RealOpenTool, opens_a_terminal_in_the_folder_of_a_file) {
+  plantTeller("x-terminal-emulator");
+  Trash::openTerminal(tree_.at("folder/note"), workspace_);
+  EXPECT_EQ(told(), "\n" + tree_.at("folder") + "\n");
+  EXPECT_EQ(workspace_.opened, std::vector{tree_.at("folder")});
+}
+
+TEST_F(RealOpenTool, opens_a_file_in_the_editor_that_is_there) {
+  plantTeller("gedit");
+  Trash::openInEditor(tree_.at("folder/note"), workspace_);
+  EXPECT_TRUE(told().starts_with(tree_.at("folder/note") + "\n"));
+  EXPECT_TRUE(workspace_.opened.empty());
+}
+
+TEST_F(RealOpenTool, leaves_a_file_to_its_application_where_there_is_no_editor) {
+  Trash::openTerminal(tree_.at("folder"), workspace_);
+  Trash::openInEditor(tree_.at("folder/note"), workspace_);
+  EXPECT_EQ(workspace_.opened, (std::vector{tree_.at("folder"), tree_.at("folder/note")}));
+}
+
+}  // namespace
+}  // namespace tessaly

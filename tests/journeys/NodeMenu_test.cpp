@@ -1,0 +1,126 @@
+// What can be done with one item: the menu that asks.
+#include <gmock/gmock.h>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class NodeMenuJourney : public Journey {
+ protected:
+  NodeMenuJourney()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "caf\\xE9.zip 2M\n") {
+    machine_.trash.put(tree_.at("Movies"), "Movies");
+    session().scanHome();
+    finishScan();
+  }
+
+  void askAbout(std::string_view below) {
+    for (const DiskNode& child : session().current()->children()) {
+      if (child.path() == tree_.at(below)) session().setMenuNode(child);
+    }
+    settle(window());
+    ASSERT_TRUE(shows("nodeMenu"));
+  }
+};
+
+TEST_F(NodeMenuJourney, asks_by_the_name_of_the_item) {
+  EXPECT_FALSE(shows("nodeMenu"));
+  askAbout("caf\xE9.zip");
+  EXPECT_EQ(text("menuTitle"), QStringLiteral("caf\uFFFD.zip"));
+}
+
+TEST_F(NodeMenuJourney, lists_its_answers_in_order_and_goes_through_them_by_the_keyboard) {
+  askAbout("Movies");
+  QStringList answers;
+  for (int i = 0; i < 9; ++i) {
+    answers << window().activeFocusItem()->property("text").toString();
+    press(Qt::Key_Down);
+  }
+  EXPECT_EQ(answers,
+            (QStringList{"Reveal in Finder", "Open", "Quick Look", "Copy Path", "Open in Terminal",
+                         "Open in Editor", "Add to Cleanup Queue", "Move to Trash", "Cancel"}));
+  EXPECT_TRUE(item("menuReveal")->hasActiveFocus());
+  press(Qt::Key_Up);
+  EXPECT_TRUE(item("menuCancel")->hasActiveFocus());
+  press(Qt::Key_Tab);
+  EXPECT_TRUE(item("menuReveal")->hasActiveFocus());
+}
+
+TEST_F(NodeMenuJourney, does_what_is_answered_to_the_bytes_of_the_item) {
+  const std::string odd = tree_.at("caf\xE9.zip");
+  askAbout("caf\xE9.zip");
+  click("menuReveal");
+  EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(odd)));
+  EXPECT_FALSE(shows("nodeMenu"));
+  askAbout("caf\xE9.zip");
+  click("menuOpen");
+  EXPECT_THAT(workspace_.opened, ElementsAre(odd));
+  askAbout("caf\xE9.zip");
+  click("menuCopyPath");
+  EXPECT_EQ(machine_.pasteboard.text, odd);
+  askAbout("caf\xE9.zip");
+  click("menuQuickLook");
+  ASSERT_THAT(machine_.previewPanel.shown, SizeIs(1));
+  EXPECT_THAT(machine_.previewPanel.shown.front(), EndsWith("/caf%E9.zip"));
+  askAbout("caf\xE9.zip");
+  click("menuTerminal");
+  EXPECT_THAT(machine_.openTool.started, ElementsAre(ElementsAre("-a", "Terminal", tree_.path())));
+  machine_.openTool.application = "Code";
+  askAbout("caf\xE9.zip");
+  click("menuEditor");
+  EXPECT_THAT(machine_.openTool.waitedFor, ElementsAre(ElementsAre("-a", "Cursor", odd),
+                                                       ElementsAre("-a", "Visual Studio Code", odd),
+                                                       ElementsAre("-a", "Code", odd)));
+  askAbout("caf\xE9.zip");
+  click("menuQueue");
+  ASSERT_THAT(session().queue(), SizeIs(1));
+  EXPECT_EQ(session().queue().front().path(), odd);
+  EXPECT_EQ(session().menuNode(), std::nullopt);
+}
+
+TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
+  askAbout("Movies");
+  click("menuTrash");
+  EXPECT_FALSE(shows("nodeMenu"));
+  EXPECT_FALSE(machine_.trash.has(tree_.at("Movies")));
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_FALSE(shows("putBack"));
+}
+
+TEST_F(NodeMenuJourney, goes_away_by_cancel_and_by_escape_and_does_nothing) {
+  askAbout("Movies");
+  click("menuCancel");
+  EXPECT_FALSE(shows("nodeMenu"));
+  askAbout("Movies");
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("nodeMenu"));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
+  EXPECT_THAT(workspace_.revealed, IsEmpty());
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+TEST_F(NodeMenuJourney, closes_before_it_warns_of_a_protected_location) {
+  machine_.trash.put(tree_.path());
+  session().setMenuNode(session().current());
+  settle(window());
+  click("menuTrash");
+  EXPECT_FALSE(shows("nodeMenu"));
+  EXPECT_TRUE(shows("protectedLocation"));
+  EXPECT_TRUE(item("dismiss")->hasActiveFocus());
+  click("dismiss");
+  EXPECT_TRUE(machine_.trash.has(tree_.path()));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+}
+
+}  // namespace
+}  // namespace tessaly

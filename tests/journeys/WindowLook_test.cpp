@@ -1,0 +1,186 @@
+// The sizes, colours, fonts and texts of the window's furniture.
+#include <QFont>
+
+#include "journeys/Journey.h"
+#include "journeys/Look.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+class WindowLook : public Journey {
+ protected:
+  WindowLook()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "notes.txt 2M\n") {}
+
+  void scan() {
+    session().scanHome();
+    finishScan();
+  }
+
+  void drillIn() {
+    scan();
+    session().open(session().current()->children()[0]);
+  }
+};
+
+TEST_F(WindowLook, has_its_size_and_its_smallest_size) {
+  EXPECT_EQ(window().size(), QSize(1280, 820));
+  EXPECT_EQ(window().minimumSize(), QSize(1100, 680));
+  EXPECT_EQ(window().color(), QColor("#1E1E1E"));
+  EXPECT_TRUE(window().flags().testFlag(Qt::FramelessWindowHint));
+  expectLook(window().contentItem(), {{"ground", "color", "#121318 at 1.00"},
+                                      {"ground", "width", 1280},
+                                      {"ground", "height", 820}});
+}
+
+TEST_F(WindowLook, of_the_title_bar) {
+  drillIn();
+  QQuickItem* const bar = item("titleBar");
+  ASSERT_NE(bar, nullptr);
+  EXPECT_EQ(itemNamed(bar, "name")->mapToScene(QPointF()).x(), 78);
+  QQuickItem* const last = itemNamed(bar, "openInbox");
+  EXPECT_EQ(last->mapToScene(QPointF(last->width(), 0)).x(), 1280 - 14);
+  expectLook(bar, {
+                      {"name", "text", "Tessaly"},
+                      {"name", "font.pixelSize", 13},
+                      {"name", "font.weight", QFont::Bold},
+                      {"volumeSymbol", "name", "externaldrive"},
+                      {"volumeSymbol", "size", 10},
+                      {"volumeSymbol", "color", "#007aff at 1.00"},
+                      {"volumeName", "text", "Macintosh HD"},
+                      {"volumeName", "font.pixelSize", 11},
+                      {"volumeName", "font.weight", QFont::Medium},
+                      {"volumeName", "color", "#9ca3af at 1.00"},
+                      {"back/symbol", "name", "chevron.left"},
+                      {"back/label", "text", "Back"},
+                      {"back/label", "font.pixelSize", 11},
+                      {"back/label", "font.weight", QFont::Medium},
+                      {"back/label", "color", "#007aff at 1.00"},
+                      {"back/background", "color", "#007aff at 0.12"},
+                      {"back/background", "radius", 5},
+                      {"searchField", "width", 380},
+                      {"searchField/background", "color", "#232530 at 0.70"},
+                      {"searchField/background", "radius", 8},
+                      {"searchField/background", "outlineColor", "#ffffff at 0.08"},
+                      {"searchField/searchSymbol", "name", "magnifyingglass"},
+                      {"searchField/searchSymbol", "size", 11},
+                      {"searchField/searchSymbol", "color", "#007aff at 1.00"},
+                      {"searchField/searchText", "text", "Search files, folders & caches…"},
+                      {"searchField/searchText", "font.pixelSize", 12},
+                      {"searchField/searchText", "color", "#9ca3af at 1.00"},
+                      {"searchField/keyCap", "radius", 4},
+                      {"searchField/keyCap", "color", "#ffffff at 0.08"},
+                      {"searchField/keyCapText", "text", "⌘F"},
+                      {"searchField/keyCapText", "font.pixelSize", 10},
+                      {"rule", "width", 1},
+                      {"rule", "height", 16},
+                      {"openAssistant/symbol", "name", "sparkles"},
+                      {"openInbox/symbol", "name", "text.viewfinder"},
+                  });
+}
+
+TEST_F(WindowLook, of_the_pane_switch) {
+  session().setPane(MainPane::apps);
+  QQuickItem* const bar = item("titleBar");
+  expectLook(bar, {
+                      {"showMap/label", "text", "Map"},
+                      {"showMap/symbol", "name", "square.split.2x2"},
+                      {"showMap/label", "font.pixelSize", 11},
+                      {"showMap/label", "font.weight", QFont::Medium},
+                      {"showMap/label", "color", "#9ca3af at 1.00"},
+                      {"showMap", "active", false},
+                      {"showApps/label", "text", "Apps"},
+                      {"showApps/symbol", "name", "square.grid.2x2"},
+                      {"showApps/label", "color", "#007aff at 1.00"},
+                      {"showApps/label", "font.weight", QFont::Medium},
+                      {"showApps", "active", true},
+                      {"showPulse/label", "text", "Pulse"},
+                      {"showPulse/symbol", "name", "waveform.path.ecg"},
+                      {"showPulse", "active", false},
+                  });
+}
+
+TEST_F(WindowLook, of_the_breadcrumbs) {
+  drillIn();
+  QQuickItem* const bar = item("breadcrumbs");
+  expectLook(bar, {{"", "height", 36},
+                   {"", "color", "#121318 at 1.00"},
+                   {"rule", "height", 1},
+                   {"rule", "color", "#ffffff at 0.05"}});
+  const auto chips = itemsNamed(bar, "chip");
+  ASSERT_EQ(chips.size(), 2U);
+  expectLook(chips[0], {{"symbol", "name", "internaldrive"},
+                        {"symbol", "size", 10},
+                        {"symbol", "color", "#9ca3af at 1.00"},
+                        {"label", "font.pixelSize", 11},
+                        {"label", "color", "#9ca3af at 1.00"},
+                        {"background", "color", "#ffffff at 0.03"},
+                        {"background", "outlineColor", "#ffffff at 0.06"},
+                        {"background", "outlineWidth", 1},
+                        {"background", "radius", 6}});
+  expectLook(chips[1], {{"symbol", "name", "folder"},
+                        {"symbol", "color", "#007aff at 1.00"},
+                        {"label", "text", "Movies"},
+                        {"label", "color", "#ffffff at 1.00"},
+                        {"background", "outlineColor", "#007aff at 0.30"},
+                        {"background", "radius", 6}});
+}
+
+TEST_F(WindowLook, of_the_toast) {
+  session().flash("Hello");
+  QQuickItem* const panel = item("toastPanel");
+  expectLook(panel, {{"", "radius", 8},
+                     {"", "color", "#181a22 at 0.96"},
+                     {"", "outlineColor", "#ffffff at 0.12"},
+                     {"", "outlineWidth", 1},
+                     {"", "shadowColor", "#000000 at 0.50"},
+                     {"", "shadowRadius", 12},
+                     {"", "shadowOffset", 4},
+                     {"toastSymbol", "name", "bolt.fill"},
+                     {"toastSymbol", "size", 11},
+                     {"toastSymbol", "color", "#007aff at 1.00"},
+                     {"toast", "text", "Hello"},
+                     {"toast", "font.pixelSize", 12},
+                     {"toast", "font.weight", QFont::Medium},
+                     {"toast", "color", "#ffffff at 1.00"}});
+  EXPECT_EQ(panel->y() + panel->height(), 820 - 20);
+  EXPECT_NEAR(panel->x() + panel->width() / 2, 640, 0.5);
+  const QQuickItem* const text = itemNamed(panel, "toast");
+  const QQuickItem* const symbol = itemNamed(panel, "toastSymbol");
+  EXPECT_EQ(symbol->mapToItem(panel, QPointF()).x(), 14);
+  EXPECT_EQ(text->mapToItem(panel, QPointF(text->width(), 0)).x(), panel->width() - 14);
+}
+
+TEST_F(WindowLook, of_a_toast_that_takes_no_click) {
+  scan();
+  session().flash("Hello");
+  QQuickItem* const panel = item("toastPanel");
+  clickAt(QPoint(640, 820 - 20 - static_cast<int>(panel->height() / 2)));
+  // What lies there is a tile, and it got the click.
+  ASSERT_TRUE(session().focused().has_value());
+}
+
+TEST_F(WindowLook, fits_the_smallest_window_with_the_longest_names) {
+  drillIn();
+  window().resize(1100, 680);
+  settle(window());
+  QQuickItem* const bar = item("titleBar");
+  double end = 78;
+  for (const char* name : {"name", "volumeName", "back", "searchField", "showMap", "showApps",
+                           "showPulse", "rule", "openAssistant", "openInbox"}) {
+    const QQuickItem* const part = itemNamed(bar, name);
+    ASSERT_NE(part, nullptr) << name;
+    const double begin = part->mapToScene(QPointF()).x();
+    EXPECT_GE(begin, end) << name;
+    end = begin + part->width();
+  }
+  EXPECT_LE(end, 1100 - 14);
+  EXPECT_EQ(itemNamed(bar, "searchField")->width(), 380);
+}
+
+}  // namespace
+}  // namespace tessaly

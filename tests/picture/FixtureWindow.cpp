@@ -1,0 +1,185 @@
+#include "picture/FixtureWindow.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QQuickItem>
+
+#include "picture/FixtureTree.h"
+
+namespace tessaly {
+
+namespace {
+
+using Screen = FixtureWindow::Screen;
+
+constexpr std::array<std::pair<const char*, Screen>, 10> screens = {{
+    {"idle", Screen::idle},
+    {"scanning", Screen::scanning},
+    {"failed", Screen::failed},
+    {"map", Screen::map},
+    {"drilled", Screen::drilled},
+    {"rescanning", Screen::rescanning},
+    {"selected", Screen::selected},
+    {"toast", Screen::toast},
+    {"menu", Screen::menu},
+    {"alert", Screen::alert},
+}};
+
+DiskNode childOf(const DiskNode& node, std::string_view name) {
+  for (const DiskNode& child : node.children()) {
+    if (child.name() == name) return child;
+  }
+  return node;
+}
+
+Application::Seams seamsOf(FakeMachine& machine, bool canBeRead) {
+  return {.dispatch = &machine.dispatch,
+          .folderPanel = &machine.folderPanel,
+          .savePanel = &machine.savePanel,
+          .workspace = &machine.workspace,
+          .pasteboard = &machine.pasteboard,
+          .previewPanel = &machine.previewPanel,
+          .icon = &machine.icon,
+          .notifications = &machine.notifications,
+          .trash = &machine.trash,
+          .settings = &machine.settings,
+          .openTool = machine.openTool.tool(),
+          .homeDirectory = fixtureHome,
+          .supportDirectory = machine.support.path(),
+          .walk =
+              [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                          const DiskScanner::Options&) {
+                callbacks.progress("Scanning " + root + "/Code/atlas/target");
+                callbacks.percent(0.42);
+                DiskNode::Fields nothing;
+                nothing.path = root;
+                nothing.isDir = true;
+                return canBeRead ? fixtureTree() : DiskNode(nothing);
+              },
+          .run = [](const std::string& path, const std::vector<std::string>& args) -> std::string {
+            if (path == "/bin/df")
+              return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
+                     "/dev/nvme0n1p2 488245288 371066418 92310000 81% /\n"
+                     "/dev/sda1 976762584 410240284 566522300 43% /media/ada/Photos\n";
+            if (path == "/usr/bin/osascript") return "12\n";
+            return noTools(path, args);
+          },
+          .volumeUsage =
+              [] {
+                return DiskUsage{.total = 499963174912,
+                                 .used = 405436694528,
+                                 .free = 94526480384,
+                                 .usedPercent = 81.1,
+                                 .purgeable = 0};
+              },
+          .now = [] { return ScanSession::Clock::time_point(); },
+          .date = [] { return std::chrono::system_clock::from_time_t(1700000000); }};
+}
+
+// What has been begun is seen to its end: layouts, deferred work, and messages that come in.
+void settle(QQuickWindow& window) {
+  const auto isMoving = [&] {
+    const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
+    return toast != nullptr && toast->opacity() > 0 && toast->opacity() < 1;
+  };
+  do {
+    for (int round = 0; round < 3; ++round) {
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      QCoreApplication::processEvents();
+      window.grabWindow();
+    }
+  } while (isMoving());
+}
+
+}  // namespace
+
+std::optional<Screen> FixtureWindow::screenNamed(const QString& name) {
+  for (const auto& [known, screen] : screens) {
+    if (name == QLatin1String(known)) return screen;
+  }
+  return std::nullopt;
+}
+
+QStringList FixtureWindow::names() {
+  QStringList all;
+  for (const auto& [name, screen] : screens) all << QString::fromLatin1(name);
+  return all;
+}
+
+FixtureWindow::FixtureWindow(Screen screen, QSize size)
+    : application_(std::make_unique<Application>(seamsOf(machine_, screen != Screen::failed))) {
+  QQuickWindow& window = application_->window();
+  window.resize(size);
+  window.show();
+  settle(window);
+  show(screen);
+}
+
+void FixtureWindow::scan() {
+  application_->session().scanHome();
+  machine_.dispatch.drainAll();
+}
+
+void FixtureWindow::scanHalfWay() {
+  ScanSession& session = application_->session();
+  session.scanHome();
+  machine_.dispatch.step(Dispatch::Queue::userInitiated);
+  while (session.scanPercent() < 0.3 && machine_.dispatch.step(Dispatch::Queue::main)) {
+  }
+}
+
+void FixtureWindow::show(Screen screen) {
+  ScanSession& session = application_->session();
+  if (screen == Screen::idle) return;
+  if (screen == Screen::scanning) return scanHalfWay();
+  scan();
+  if (screen == Screen::failed) return;
+  // At the first scan of a folder all of it counts as grown, and has the colour of that.
+  scan();
+  const DiskNode tree = *session.current();
+  switch (screen) {
+    case Screen::drilled:
+      session.open(childOf(tree, "Movies"));
+      break;
+    case Screen::rescanning:
+      scanHalfWay();
+      break;
+    case Screen::selected:
+      machine_.trash.put(std::string(fixtureHome) + "/old.iso");
+      session.setFocused([] {
+        DiskNode::Fields gone;
+        gone.path = std::string(fixtureHome) + "/old.iso";
+        gone.name = "old.iso";
+        return DiskNode(gone);
+      }());
+      session.trashFocused();
+      machine_.dispatch.drainAll();
+      session.selectNodes(
+          {childOf(childOf(tree, "Downloads"), "linux.iso"), childOf(tree, "VirtualBox VMs"),
+           childOf(childOf(tree, "Movies"), "wedding.mkv")},
+          false);
+      break;
+    case Screen::menu:
+      session.setMenuNode(childOf(tree, "Downloads"));
+      break;
+    case Screen::alert:
+      session.setCriticalWarning(tree);
+      break;
+    default:
+      break;
+  }
+  // The message that the scan is complete goes, but where it is what is wanted.
+  if (screen != Screen::toast) {
+    while (machine_.dispatch.advanceToNextDue()) machine_.dispatch.drain(Dispatch::Queue::main);
+  }
+}
+
+QImage FixtureWindow::picture() {
+  settle(application_->window());
+  return application_->window().grabWindow();
+}
+
+}  // namespace tessaly

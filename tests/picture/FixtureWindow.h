@@ -1,0 +1,52 @@
+// The real window over a machine that is made up, from its disk to its clock, brought to one of its
+// screens. Two pictures of a screen are the same wherever and whenever they are taken, as far as
+// the fonts are.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include "app/Application.h"
+#include "support/FakeMachine.h"
+
+namespace tessaly {
+
+class FixtureWindow {
+ public:
+  enum class Screen {
+    idle,
+    scanning,
+    failed,
+    map,
+    drilled,
+    rescanning,
+    selected,
+    toast,
+    menu,
+    alert
+  };
+
+  // By their names on the command line, and back.
+  static std::optional<Screen> screenNamed(const QString& name);
+  static QStringList names();
+
+  FixtureWindow(Screen screen, QSize size);
+
+  QImage picture();
+
+ private:
+  void scan();
+  void scanHalfWay();
+  void show(Screen screen);
+
+  FakeMachine machine_;
+  std::unique_ptr<Application> application_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,68 @@
+// Files as the readers of previews get them.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+
+#include "platform/HeldItem.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+
+// With its content open, if it is a file.
+inline HeldItem held(const std::string& path) {
+  Result<HeldItem> item = HeldItem::at(path);
+  if (!item) throw std::runtime_error(item.error().description());
+  if (item.value().facts().type == HeldItem::Type::file && !item.value().openContent()) {
+    throw std::runtime_error("cannot be opened: " + path);
+  }
+  return std::move(item.value());
+}
+
+// An image as a file has it.
+inline std::string encoded(const QImage& image, const char* format) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!image.save(&buffer, format)) throw std::runtime_error(std::string("cannot write ") + format);
+  return bytes.toStdString();
+}
+
+// Of several colours, so that what is turned or mixed up shows: the upper left quarter is red, the
+// upper right one green, the lower left one blue and the last one white.
+inline QImage quarters(int width, int height) {
+  QImage image(width, height, QImage::Format_RGB32);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const bool isRight = x >= width / 2;
+      const QRgb upper = isRight ? qRgb(0, 255, 0) : qRgb(255, 0, 0);
+      const QRgb lower = isRight ? qRgb(255, 255, 255) : qRgb(0, 0, 255);
+      image.setPixel(x, y, y < height / 2 ? upper : lower);
+    }
+  }
+  return image;
+}
+
+// The colours of the quarters from the upper left to the lower right, a letter each: r, g, b, w, or
+// "?".
+inline std::string colorsOf(const QImage& image) {
+  std::string letters;
+  for (const double y : {0.25, 0.75}) {
+    for (const double x : {0.25, 0.75}) {
+      const QRgb color =
+          image.pixel(static_cast<int>(x * image.width()), static_cast<int>(y * image.height()));
+      const int bits = (qRed(color) > 200 ? 1 : 0) + (qGreen(color) > 200 ? 2 : 0) +
+                       (qBlue(color) > 200 ? 4 : 0);
+      letters += "?rg?b??w"[bits];
+    }
+  }
+  return letters;
+}
+
+}  // namespace tessaly

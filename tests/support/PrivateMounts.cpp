@@ -1,0 +1,44 @@
+#include "support/PrivateMounts.h"
+
+#include <cerrno>
+#include <cstring>
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+
+namespace {
+
+// Whoever is not root may mount only in a space of users of his own, and files there must have an
+// owner that it knows.
+bool enterNamespace() {
+  if (geteuid() == 0) return unshare(CLONE_NEWNS) == 0;
+  const auto map = [](unsigned id) { return std::to_string(id) + " " + std::to_string(id) + " 1"; };
+  const std::string users = map(geteuid());
+  const std::string groups = map(getegid());
+  if (unshare(CLONE_NEWNS | CLONE_NEWUSER) != 0) return false;
+  putFile("/proc/self/setgroups", "deny");
+  putFile("/proc/self/uid_map", users);
+  putFile("/proc/self/gid_map", groups);
+  return true;
+}
+
+}  // namespace
+
+std::string inPrivateMounts(const std::function<std::string()>& body) {
+  return inForkedChild([&]() -> std::string {
+    if (!enterNamespace()) return refusal();
+    if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) return refusal();
+    return body();
+  });
+}
+
+std::string refusal() {
+  return std::string("refused: ") + std::strerror(errno);
+}
+
+}  // namespace tessaly
