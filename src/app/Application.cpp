@@ -25,10 +25,12 @@
 #include "platform/UserTrash.h"
 #include "reclaim/Trash.h"
 #include "session/SettingsFile.h"
+#include "system/FullDiskAccess.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_OverlaysPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_QuickLookPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_WindowPlugin)
@@ -93,6 +95,10 @@ Application::Application(const Seams& seams) {
   Pasteboard& pasteboard =
       orOwn(seams.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); });
 
+  access_ = std::make_unique<AccessController>(
+      settings, seams.access ? seams.access : [paths = FullDiskAccess::probePaths(home)] {
+        return FullDiskAccess::isGranted(paths);
+      });
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
       .folderPanel = orOwn(seams.folderPanel, ownFolderPanel_,
@@ -139,15 +145,37 @@ Application::Application(const Seams& seams) {
                                Trash::openInEditor(path, workspace, openTool);
                              }});
 
+  gateActions_ = std::make_unique<AccessGateActions>(AccessGateActions::Services{
+      .access = *access_,
+      .workspace = workspace,
+      .relaunch = {.dispatch = dispatch,
+                   .giveUpInstance = {},
+                   .quit = seams.quit ? seams.quit : [] { QCoreApplication::quit(); },
+                   .launch = seams.launch}});
+
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
-       {QStringLiteral("actions"), QVariant::fromValue(nodeActions_.get())}});
+       {QStringLiteral("actions"), QVariant::fromValue(nodeActions_.get())},
+       {QStringLiteral("gateActions"), QVariant::fromValue(gateActions_.get())}});
   engine_->load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Window/MainWindow.qml")));
   if (!engine_->rootObjects().isEmpty())
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
   if (window_ == nullptr) qFatal("The main window could not be made.");
   if (ownIcon_) ownIcon_->setWindow(window_);
   if (ownPreviewPanel_) ownPreviewPanel_->setOwner(window_);
+
+  session_->refreshDisk();
+  access_->refresh();
+  // Settings and other programs may have changed much while the user was there.
+  QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, window_,
+                   [this](Qt::ApplicationState state) {
+                     if (state == Qt::ApplicationActive) lookAgain();
+                   });
+}
+
+void Application::lookAgain() {
+  access_->refresh();
+  session_->refreshDisk();
 }
 
 Application::~Application() = default;

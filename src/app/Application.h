@@ -16,6 +16,7 @@
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/MainQueue.h"
 #include "app/model/NodeActions.h"
+#include "app/overlays/AccessGateActions.h"
 #include "app/quicklook/PreviewWindow.h"
 #include "app/quicklook/QuickLook.h"
 #include "platform/ApplicationIcon.h"
@@ -24,11 +25,13 @@
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
 #include "platform/PreviewPanel.h"
+#include "platform/Process.h"
 #include "platform/SavePanel.h"
 #include "platform/SettingsStore.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/OpenTool.h"
+#include "session/AccessController.h"
 #include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
 
@@ -50,6 +53,9 @@ class Application {
     TrashMover* trash = nullptr;
     SettingsStore* settings = nullptr;
     std::optional<OpenTool> openTool = {};  // what opens terminals and editors
+    AccessController::Probe access = {};    // whether all of the disk may be read
+    std::function<Outcome(const Process::Launch&)> launch = {};  // of the program anew
+    std::function<void()> quit = {};
     std::string homeDirectory = {};
     ScanStore::Directory supportDirectory = {};  // where scans leave their files
     ScanSession::Walk walk = {};
@@ -70,9 +76,12 @@ class Application {
   ~Application();
 
   ScanSession& session() { return *session_; }
+  AccessController& access() { return *access_; }
   QQuickWindow& window() { return *window_; }
 
  private:
+  void lookAgain();
+
   MainQueue mainQueue_;
   std::unique_ptr<Dispatch> ownDispatch_;
   std::unique_ptr<FolderPanel> ownFolderPanel_;
@@ -84,11 +93,13 @@ class Application {
   std::unique_ptr<TrashMover> ownTrash_;
   std::unique_ptr<SettingsStore> ownSettings_;
   std::unique_ptr<MarrowPrefs> prefs_;
+  std::unique_ptr<AccessController> access_;
   std::unique_ptr<ScanSession> session_;
+  std::unique_ptr<NodeActions> nodeActions_;
+  std::unique_ptr<AccessGateActions> gateActions_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
   std::unique_ptr<PreviewWindow> ownPreviewPanel_;
   std::unique_ptr<QuickLook> quickLook_;
-  std::unique_ptr<NodeActions> nodeActions_;
   QQuickWindow* window_ = nullptr;
 };
 

@@ -73,6 +73,12 @@ const Places& Places::forMacos() {
                    .protectedInHome = {"/Library/Developer/Xcode/Archives",
                                        "/Library/Application Support", "/Library/Preferences"},
                    .protectsByText = true},
+      .accessProbes = {{.path = "/Library/Application Support/com.apple.TCC/TCC.db",
+                        .isInHome = true},
+                       {.path = "/Library/Application Support/com.apple.TCC/TCC.db"},
+                       {.path = "/Library/Mail", .isInHome = true},
+                       {.path = "/Library/Messages", .isInHome = true},
+                       {.path = "/Library/Safari/CloudTabs.db", .isInHome = true}},
   };
   return places;
 }
@@ -97,6 +103,8 @@ const Places& Places::forLinux() {
                      .allowedInHome = {"/.cache", "/.local/share/Trash", "/.local/share/pnpm"},
                      .protectedInHome = {"/.config", "/.local/share", "/.ssh", "/.gnupg"},
                      .freesHome = true},
+        // Nothing is kept from a program here, unless it runs shut in.
+        .accessProbes = {{.path = "/"}},
     };
     append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",
                                  "/mnt", "/opt", "/proc", "/root", "/run", "/srv", "/sys", "/var"});

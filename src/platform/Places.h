@@ -37,6 +37,12 @@ struct CriticalPlaces {
   bool freesHome = false;
 };
 
+// What is kept from every program but those with access to the whole disk.
+struct AccessProbe {
+  std::string path;       // begins with "/"
+  bool isInHome = false;  // `path` is relative to the home
+};
+
 struct Places {
   std::unordered_set<std::string> skipNames;         // names no walk enters, at any depth
   std::unordered_set<std::string> skipRootNames;     // names left out directly under "/"
@@ -44,6 +50,7 @@ struct Places {
   std::unordered_set<std::string> importantFolders;  // folders whose small files keep a node
   VolumePlaces volumes;
   CriticalPlaces critical;
+  std::vector<AccessProbe> accessProbes;  // one of them that can be read tells that all can
 
   static const Places& forMacos();
   static const Places& forLinux();

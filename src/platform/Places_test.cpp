@@ -65,5 +65,25 @@ TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
   EXPECT_TRUE(volumes.skipPrefixes.empty());
 }
 
+// "~" stands for the home.
+std::vector<std::string> probesOf(const Places& places) {
+  std::vector<std::string> paths;
+  for (const AccessProbe& probe : places.accessProbes)
+    paths.push_back((probe.isInHome ? "~" : "") + probe.path);
+  return paths;
+}
+
+TEST(Places, macos_tells_access_to_the_whole_disk_by_five_places) {
+  EXPECT_EQ(probesOf(Places::forMacos()),
+            (std::vector<std::string>{"~/Library/Application Support/com.apple.TCC/TCC.db",
+                                      "/Library/Application Support/com.apple.TCC/TCC.db",
+                                      "~/Library/Mail", "~/Library/Messages",
+                                      "~/Library/Safari/CloudTabs.db"}));
+}
+
+TEST(Places, linux_tells_access_to_the_whole_disk_by_its_root) {
+  EXPECT_EQ(probesOf(Places::forLinux()), std::vector<std::string>{"/"});
+}
+
 }  // namespace
 }  // namespace tessaly

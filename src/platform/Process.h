@@ -26,7 +26,7 @@ class Process {
 
   struct Launch {
     std::string path;                     // of the executable, absolute
-    std::vector<std::string> args;        // without its own name; bytes, handed over as they are
+    std::vector<std::string> args = {};   // without its own name; bytes, handed over as they are
     std::optional<std::string> cwd = {};  // its working directory; ours when absent
     // Variables that it gets beside those of our environment, or in their place.
     std::vector<std::pair<std::string, std::string>> environment = {};

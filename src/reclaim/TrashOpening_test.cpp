@@ -42,6 +42,7 @@ class TrashOpening : public testing::Test {
     explicit ListedWorkspace(TrashOpening& test) : test_(test) {}
     void reveal(const std::vector<std::string>&) override { test_.calls_.emplace_back("reveal"); }
     void open(const std::string& path) override { test_.note("workspace: ", {path}); }
+    bool openSettings(const std::string&) override { return false; }
 
    private:
     TrashOpening& test_;

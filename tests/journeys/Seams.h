@@ -20,9 +20,17 @@ inline Application::Seams seamsOf(FakeMachine& machine, const std::string& homeD
           .trash = &machine.trash,
           .settings = &machine.settings,
           .openTool = machine.openTool.tool(),
+          .access = [&machine] { return machine.isAccessGranted; },
+          .launch =
+              [&machine](const Process::Launch& launch) {
+                machine.launched.push_back(launch);
+                return succeeded();
+              },
+          .quit = [&machine] { ++machine.timesQuit; },
           .homeDirectory = homeDirectory,
           .supportDirectory = machine.support.path(),
-          .run = noTools};
+          .run = noTools,
+          .volumeUsage = [&machine] { return machine.disk; }};
 }
 
 }  // namespace tessaly

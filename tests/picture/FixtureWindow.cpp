@@ -47,6 +47,13 @@ Application::Seams seamsOf(FakeMachine& machine, bool canBeRead) {
           .trash = &machine.trash,
           .settings = &machine.settings,
           .openTool = machine.openTool.tool(),
+          .access = [&machine] { return machine.isAccessGranted; },
+          .launch =
+              [&machine](const Process::Launch& launch) {
+                machine.launched.push_back(launch);
+                return succeeded();
+              },
+          .quit = [&machine] { ++machine.timesQuit; },
           .homeDirectory = fixtureHome,
           .supportDirectory = machine.support.path(),
           .walk =

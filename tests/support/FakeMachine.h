@@ -3,7 +3,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "platform/Process.h"
 #include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
 #include "support/FakeApplicationIcon.h"
@@ -19,6 +21,7 @@
 #include "support/MemoryTrash.h"
 #include "support/NoTools.h"
 #include "support/TempTree.h"
+#include "system/DiskUsage.h"
 
 namespace tessaly {
 
@@ -33,6 +36,10 @@ struct FakeMachine {
   FakeApplicationIcon icon;
   FakeNotificationCenter notifications;
   MemoryTrash trash;
+  bool isAccessGranted = true;
+  DiskUsage disk = {.total = 1000, .used = 400, .free = 600, .usedPercent = 40, .purgeable = 0};
+  std::vector<Process::Launch> launched;  // of the program anew
+  int timesQuit = 0;
   MemorySettings settings;
   MarrowPrefs prefs{settings};
   TempTree support;

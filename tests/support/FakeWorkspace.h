@@ -12,9 +12,15 @@ class FakeWorkspace final : public Workspace {
  public:
   void reveal(const std::vector<std::string>& paths) override { revealed.push_back(paths); }
   void open(const std::string& path) override { opened.push_back(path); }
+  bool openSettings(const std::string& url) override {
+    settingsAsked.push_back(url);
+    return url == settingsPage;
+  }
 
   std::vector<std::vector<std::string>> revealed;  // one entry a request
   std::vector<std::string> opened;
+  std::vector<std::string> settingsAsked;
+  std::string settingsPage;  // the one page of settings that this desktop has
 };
 
 }  // namespace tessaly

@@ -18,7 +18,8 @@ struct PropertyRow {
 };
 
 // Colours are expected as text, "#rrggbb at 0.18"; numbers to a thousandth.
-inline void expectProperties(const ControlScene& scene, const std::vector<PropertyRow>& rows) {
+template <class Scene>
+void expectProperties(const Scene& scene, const std::vector<PropertyRow>& rows) {
   for (const PropertyRow& row : rows) {
     SCOPED_TRACE((row.item + "." + row.property).toStdString());
     const QVariant actual = scene.read(row.item, row.property);

@@ -3,7 +3,7 @@
 // folder where no file manager answers. A file that has gone since is not asked for: its folder is
 // shown instead.
 //
-// Both operations hand everything to a worker queue at once, since a bus, a file manager and a
+// Both hand everything to a worker queue at once, since a bus, a file manager and a
 // disk can each take their time.
 #pragma once
 
@@ -33,6 +33,8 @@ class LinuxWorkspace : public Workspace {
 
   void reveal(const std::vector<std::string>& paths) override;
   void open(const std::string& path) override;
+  // No desktop on Linux has a page to give programs access to the disk.
+  bool openSettings(const std::string& /*url*/) override { return false; }
 
  private:
   Dispatch& dispatch_;

@@ -187,5 +187,11 @@ TEST_F(StartedXdgOpen, is_missed_in_silence) {
   EXPECT_EQ(OwnProcess::now(), before);
 }
 
+TEST_F(LinuxWorkspaceTest, has_no_pages_of_settings_and_asks_nobody_for_one) {
+  EXPECT_FALSE(workspace().openSettings("x-apple.systempreferences:com.apple.preference.security"));
+  dispatch_.finish();
+  EXPECT_TRUE(opened_.empty());
+}
+
 }  // namespace
 }  // namespace tessaly

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
 import Tessaly.Model
-import Tessaly.Panes
+import Tessaly.Overlays
 import Tessaly.Window
 
 Window {
@@ -11,9 +11,11 @@ Window {
 
     required property ScanSession session
     required property NodeActions actions
+    required property AccessGateActions gateActions
 
     // While one of these is up, no command acts on what lies under it.
-    readonly property bool commandsAllowed: !alert.shown && !menu.shown
+    readonly property bool commandsAllowed: !alert.shown && !menu.shown && !gate.shown
+        && !session.searchOpen && !session.aiOpen && !session.ocrOpen
 
     objectName: "mainWindow"
     title: "Tessaly"
@@ -50,19 +52,12 @@ Window {
         spacing: 0
 
         TitleBar {
+            id: titleBar
+
             objectName: "titleBar"
             Layout.fillWidth: true
             session: window.session
             bars: barsState
-
-            WindowButtons {
-                objectName: "windowButtons"
-                x: 13
-                anchors.verticalCenter: parent.verticalCenter
-                onCloseAsked: window.close()
-                onMinimiseAsked: window.showMinimized()
-                onZoomAsked: mover.zoom()
-            }
         }
 
         BreadcrumbBar {
@@ -73,17 +68,57 @@ Window {
             session: window.session
         }
 
-        DiskMapView {
-            objectName: "diskMap"
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            session: window.session
+        RowLayout {
+            spacing: 0
+
+            MainArea {
+                objectName: "mainArea"
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                session: window.session
+                bars: barsState
+            }
         }
+    }
+
+    QueueFrame {
+        objectName: "cleanupQueue"
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 16
+        visible: window.session.queueOpen
+        onClosed: window.session.queueOpen = false
     }
 
     Toast {
         anchors.fill: parent
         session: window.session
+    }
+
+    AccessGateView {
+        id: gate
+
+        objectName: "gate"
+        anchors.fill: parent
+        actions: window.gateActions
+    }
+
+    PlainFrame {
+        objectName: "assistant"
+        anchors.fill: parent
+        title: "AI Hub"
+        isCard: true
+        shown: window.session.aiOpen
+        onClosed: window.session.aiOpen = false
+    }
+
+    PlainFrame {
+        objectName: "inbox"
+        anchors.fill: parent
+        title: "Screenshot Inbox"
+        isCard: true
+        shown: window.session.ocrOpen
+        onClosed: window.session.ocrOpen = false
     }
 
     NodeMenu {
@@ -103,9 +138,39 @@ Window {
         session: window.session
     }
 
+    // The window itself can be had hold of whatever stands before its content.
+    WindowMover {
+        objectName: "gateMover"
+        width: parent.width
+        height: titleBar.height
+        visible: gate.shown
+    }
+
+    WindowButtons {
+        objectName: "windowButtons"
+        x: 13
+        y: Math.round((titleBar.height - height) / 2)
+        onCloseAsked: window.close()
+        onMinimiseAsked: window.showMinimized()
+        onZoomAsked: mover.zoom()
+    }
+
     WindowEdges {
         objectName: "edges"
         anchors.fill: parent
+    }
+
+    // Puts away what lies over the map, one after the other; cards and questions do so themselves.
+    Shortcut {
+        sequence: "Escape"
+        enabled: window.commandsAllowed
+            && (window.session.queueOpen || barsState.pane !== WindowState.Map)
+        onActivated: {
+            if (window.session.queueOpen)
+                window.session.queueOpen = false
+            else
+                barsState.pane = WindowState.Map
+        }
     }
 
     // Looks into what has the focus on the map, and comes before the button that has the keyboard:

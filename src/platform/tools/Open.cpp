@@ -95,11 +95,23 @@ int openByDefault(const Target& target, std::ostream& err, const Programs& progr
   return failed;
 }
 
+// Another instance of a program that may run already. Whether there is a display is its own affair.
+int startAnother(const std::string& application, std::ostream& err, const Programs& programs) {
+  const Outcome started = programs.start({.path = application, .isDetached = true});
+  if (started) return done;
+  err << "The application '" << shown(application)
+      << "' cannot be opened: " << shown(started.error().description()) << "\n";
+  return failed;
+}
+
 }  // namespace
 
 int open(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
+  if (args.size() == 2 && args[0] == "-n")
+    return startAnother(args[1], streams.err, seams.programs);
   if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
     streams.out << "Usage: tessaly-tools open [-a APPLICATION] PATH\n"
+                   "       tessaly-tools open -n PROGRAM\n"
                    "\n"
                    "Opens a file or folder in the desktop's default application, or in\n"
                    "\n"
@@ -112,7 +124,7 @@ int open(const std::vector<std::string>& args, Streams streams, const Seams& sea
   }
   const std::optional<Request> request = requestOf(args);
   if (!request) {
-    streams.err << "usage: open [-a APPLICATION] PATH\n";
+    streams.err << "usage: open [-a APPLICATION] PATH, or open -n PROGRAM\n";
     return misused;
   }
   const Result<Target> target = targetAt(request->path);

@@ -84,6 +84,13 @@ TEST_F(OpenProgramTest, passes_over_what_turns_out_to_be_no_program) {
   EXPECT_EQ(told(), ofItsOwn() + tree_.at("work") + "\n" + tree_.at("work") + "\n");
 }
 
+TEST_F(OpenProgramTest, leaves_another_instance_of_a_program_behind) {
+  plantTeller("an other");
+  ASSERT_EQ(run({"-n", tree_.at("bin/an other")}), 0);
+  EXPECT_EQ(told(), ofItsOwn() + "\n" + tree_.at("work") + "\n");
+  EXPECT_EQ(run({"-n", tree_.at("bin/none")}), 1);
+}
+
 TEST_F(OpenProgramTest, fails_for_what_this_machine_has_not) {
   EXPECT_EQ(run({"-a", "Cursor", tree_.at("work")}), 1);
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 1);

@@ -339,9 +339,15 @@ TEST_F(OpenTest, opens_nothing_without_a_display) {
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 0);
 }
 
+TEST_F(OpenTest, starts_another_instance_of_a_program_without_arguments_and_without_a_display) {
+  variables_.clear();
+  EXPECT_EQ(run({"-n", "/opt/caf\xE9 bar"}), done);
+  EXPECT_THAT(started_, ElementsAre("/opt/caf\xE9 bar"));
+}
+
 TEST_F(OpenTest, is_misused_without_exactly_one_path) {
   const std::vector<std::vector<std::string>> misuses = {
-      {},     {"-a"},           {"-a", "Terminal"},          {"-x"}, {"-n", "/"}, {"/", "/"},
+      {},     {"-a"},           {"-a", "Terminal"},          {"-x"}, {"-n"}, {"/", "/"},
       {"--"}, {"-b", "x", "/"}, {"-a", "Terminal", "/", "/"}};
   for (const std::vector<std::string>& args : misuses) {
     EXPECT_EQ(run(args), 2);

@@ -1,0 +1,199 @@
+// Stands before the whole window until the program may read the whole disk, or the user goes on
+// without: what is missing, how to grant it, and the ways past. Only its buttons lead on.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Overlays
+
+InputShield {
+    id: gate
+
+    required property AccessGateActions actions
+
+    shown: actions.access.showGate
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: heading.text
+    Accessible.description: caption.text
+
+    // The shortcuts of what lies below are keys like any others. Leaving the program is not.
+    Keys.onShortcutOverride: event => {
+        const leaves = event.key === Qt.Key_Q || event.key === Qt.Key_W
+        event.accepted = !(leaves && event.modifiers === Qt.ControlModifier)
+    }
+
+    Timer {
+        objectName: "refreshTimer"
+        interval: 1500
+        repeat: true
+        running: gate.shown
+        onTriggered: gate.actions.refresh()
+    }
+
+    Rectangle {
+        objectName: "backdrop"
+        anchors.fill: parent
+        color: Theme.bg
+    }
+
+    Column {
+        objectName: "column"
+        anchors.centerIn: parent
+        width: Math.min(620, gate.width - 80)
+
+        Symbol {
+            objectName: "emblem"
+            anchors.horizontalCenter: parent.horizontalCenter
+            // Whole points, so that what stands below starts on a pixel.
+            height: Math.ceil(implicitHeight)
+            name: "externaldrive.fill"
+            size: 44
+            color: Theme.accent
+        }
+
+        Item {
+            width: 1
+            height: 16
+        }
+
+        Text {
+            id: heading
+
+            objectName: "heading"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            height: Math.ceil(implicitHeight)
+            text: "Full Disk Access isn’t active yet"
+            wrapMode: Text.Wrap
+            color: Theme.ink
+            font.family: Theme.uiFamily
+            font.pixelSize: 22
+            font.weight: Font.Bold
+        }
+
+        Item {
+            width: 1
+            height: 10
+        }
+
+        Text {
+            id: caption
+
+            objectName: "caption"
+            x: (parent.width - width) / 2
+            width: Math.min(580, parent.width)
+            height: Math.ceil(implicitHeight)
+            horizontalAlignment: Text.AlignHCenter
+            text: "Settings can show Tessaly as on while still bound to an older copy. macOS matches the exact app that’s running. Toggle Tessaly off, then on, using this app — then quit and reopen."
+            wrapMode: Text.Wrap
+            lineHeight: 1.25
+            color: Theme.muted
+            font.family: Theme.uiFamily
+            font.pixelSize: 13
+        }
+
+        Item {
+            width: 1
+            height: 22
+        }
+
+        MarrowCard {
+            objectName: "card"
+            width: parent.width
+            radius: 12
+            strokeOpacity: 0.08
+            padding: 18
+
+            contentItem: Column {
+                spacing: 14
+
+                AccessStep {
+                    objectName: "step1"
+                    width: parent.width
+                    number: 1
+                    text: "Click Grant access. Finder highlights this Tessaly; Settings opens Full Disk Access."
+                }
+
+                AccessStep {
+                    objectName: "step2"
+                    width: parent.width
+                    number: 2
+                    text: "Turn Tessaly off, then on again. If you see two copies, enable the one Finder selected."
+                }
+
+                AccessStep {
+                    objectName: "step3"
+                    width: parent.width
+                    number: 3
+                    text: "Click Quit & Reopen. The permission only applies after a relaunch."
+                }
+            }
+        }
+
+        Item {
+            width: 1
+            height: 24
+        }
+
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 12
+
+            GateButton {
+                objectName: "grant"
+                text: "Grant access"
+                isPrimary: !gate.actions.hasBegun
+                onClicked: gate.actions.grant()
+            }
+
+            GateButton {
+                objectName: "relaunch"
+                text: "Quit & Reopen"
+                isPrimary: gate.actions.hasBegun
+                onClicked: gate.actions.relaunch()
+            }
+
+            GateButton {
+                objectName: "check"
+                text: "Check again"
+                onClicked: gate.actions.refresh()
+            }
+        }
+
+        Item {
+            width: 1
+            height: 16
+        }
+
+        MarrowButton {
+            objectName: "skip"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: "Not now — scan a folder"
+            labelSize: 12
+            labelColor: hovered || pressed ? Theme.ink : Theme.secondary
+            leftPadding: 10
+            rightPadding: 10
+            topPadding: 6
+            bottomPadding: 6
+            opacity: pressed ? 0.75 : 1
+            focusRadius: 6
+            onClicked: gate.actions.skip()
+        }
+
+        Item {
+            width: 1
+            height: 10
+        }
+
+        Text {
+            objectName: "note"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            height: Math.ceil(implicitHeight)
+            text: "Scan Home and Choose Folder work without this. Full Mac scan needs Full Disk Access on this exact app."
+            wrapMode: Text.Wrap
+            color: Theme.muted
+            font.family: Theme.uiFamily
+            font.pixelSize: 11
+        }
+    }
+}

@@ -1,0 +1,109 @@
+// A frame with a title and a button that closes it, around whatever it is given. It fills its place,
+// or is a card in the middle of it that comes before everything else there.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Overlays
+
+InputShield {
+    id: frame
+
+    required property string title
+    property bool isCard: false
+    property color surfaceColor: isCard ? Theme.bg2 : Theme.bg
+    default property alias body: bodyPlace.data
+
+    // The user wants none of it any more.
+    signal closed
+
+    isModal: isCard
+    onClickedBeside: frame.closed()
+
+    Accessible.role: isCard ? Accessible.Dialog : Accessible.Pane
+    Accessible.name: title
+
+    Keys.onEscapePressed: frame.closed()
+
+    Rectangle {
+        objectName: "dim"
+        anchors.fill: parent
+        visible: frame.isCard
+        color: Qt.rgba(0, 0, 0, 0.35)
+    }
+
+    RoundedPanel {
+        objectName: "surface"
+        x: frame.isCard ? Math.round((frame.width - width) / 2) : 0
+        y: frame.isCard ? Math.round((frame.height - height) / 2) : 0
+        width: frame.isCard ? Math.min(560, frame.width) : frame.width
+        height: frame.isCard ? Math.min(420, frame.height) : frame.height
+        radius: frame.isCard ? 12 : 0
+        color: frame.surfaceColor
+        outlineColor: Qt.rgba(1, 1, 1, frame.isCard ? 0.14 : 0)
+        outlineWidth: 1
+        shadowColor: Qt.rgba(0, 0, 0, frame.isCard ? 0.6 : 0)
+        shadowRadius: 18
+        shadowOffset: 8
+
+        // What is on the card is not beside it.
+        MouseArea {
+            anchors.fill: parent
+            enabled: frame.isCard
+            acceptedButtons: Qt.AllButtons
+        }
+
+        Text {
+            objectName: "title"
+            x: 18
+            y: Math.round((48 - height) / 2)
+            width: close.x - 2 * x
+            text: frame.title
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+            color: Theme.ink
+            font.family: Theme.uiFamily
+            font.pixelSize: 15
+            font.weight: Font.Bold
+        }
+
+        Rectangle {
+            objectName: "rule"
+            x: frame.isCard ? 1 : 0
+            y: 48
+            width: parent.width - 2 * x
+            height: 1
+            color: Qt.rgba(1, 1, 1, 0.06)
+        }
+
+        Item {
+            id: bodyPlace
+
+            objectName: "body"
+            y: 49
+            width: parent.width
+            height: parent.height - y
+        }
+
+        MarrowButton {
+            id: close
+
+            objectName: "close"
+            x: parent.width - width - 12
+            y: 10
+            width: 28
+            height: 28
+            symbol: "xmark"
+            symbolSize: 12
+            symbolColor: hovered || pressed ? Theme.ink : Theme.muted
+            opacity: pressed ? 0.75 : 1
+            focusRadius: 7
+            Accessible.name: "Close"
+            onClicked: frame.closed()
+
+            background: RoundedPanel {
+                objectName: "background"
+                radius: 7
+                color: Qt.rgba(1, 1, 1, close.hovered ? 0.08 : 0)
+            }
+        }
+    }
+}

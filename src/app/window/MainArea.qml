@@ -1,0 +1,45 @@
+// What the window shows beside its sidebar: the pane in front, and the search over it.
+import QtQuick
+import Tessaly.Model
+import Tessaly.Overlays
+import Tessaly.Panes
+import Tessaly.Window
+
+Item {
+    id: area
+
+    required property ScanSession session
+    required property WindowState bars
+
+    DiskMapView {
+        objectName: "diskMap"
+        anchors.fill: parent
+        visible: area.bars.pane === WindowState.Map
+        session: area.session
+    }
+
+    PlainFrame {
+        objectName: "apps"
+        anchors.fill: parent
+        title: "Apps"
+        shown: area.bars.pane === WindowState.Apps
+        onClosed: area.bars.pane = WindowState.Map
+    }
+
+    PlainFrame {
+        objectName: "pulse"
+        anchors.fill: parent
+        title: "Pulse"
+        shown: area.bars.pane === WindowState.Monitor
+        onClosed: area.bars.pane = WindowState.Map
+    }
+
+    PlainFrame {
+        objectName: "search"
+        anchors.fill: parent
+        title: "Search"
+        isCard: true
+        shown: area.session.searchOpen
+        onClosed: area.session.searchOpen = false
+    }
+}
