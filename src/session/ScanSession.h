@@ -156,12 +156,18 @@ class ScanSession : public QObject {
   Q_INVOKABLE void dismissWarning();
   // Puts back what the last move took.
   Q_INVOKABLE void undoTrash();
+  // Asks the system, on a worker queue, to empty the Trash. Whatever comes of it, `ended` is then
+  // called on the main thread, unless the session is gone, and the disk is looked at anew.
+  void emptyTrash(std::function<void()> ended);
 
   // What the next scan leaves out, and what the map highlights.
   Q_INVOKABLE void addExclude();
   void removeExclude(const std::string& path);
   void toggleFilter(const std::string& id);
   void toggleSkip(const std::string& id);
+
+  // Pins a folder, or takes its pin away.
+  void togglePin(const std::string& path);
 
   // Writes a report on the node on screen where the user wants it.
   Q_INVOKABLE void exportJSON();

@@ -469,5 +469,56 @@ TEST_F(Actions, a_full_disk_is_told_once) {
   EXPECT_EQ(machine_.icon.badges.back(), "95%");
 }
 
+TEST_F(Actions, a_folder_is_pinned_in_front_and_let_go_again) {
+  const QSignalSpy changes(&session(), &ScanSession::pinsChanged);
+  session().togglePin("/a");
+  session().togglePin("/b\xff");
+  EXPECT_THAT(session().pins(), ElementsAre("/b\xff", "/a"));
+  EXPECT_THAT(settings_.texts("marrow.pins").value(), ElementsAre("/b\xff", "/a"));
+  session().togglePin("/b\xff");
+  EXPECT_THAT(session().pins(), ElementsAre("/a"));
+  EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(Actions, the_trash_is_emptied_off_the_main_thread_and_looked_at_afterwards) {
+  trash_ = "3";
+  emptied_ = "0";
+  session().refreshDisk();
+  std::vector<std::int64_t> countsAtTheEnd;
+  session().emptyTrash([&] { countsAtTheEnd.push_back(session().trashCount()); });
+  EXPECT_EQ(emptyings_, 0);
+  EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 1U);
+  dispatch_.step(Queue::userInitiated);
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_THAT(countsAtTheEnd, IsEmpty());
+  EXPECT_EQ(session().trashCount(), 3);
+  runMain();
+  EXPECT_THAT(countsAtTheEnd, ElementsAre(3));
+  EXPECT_EQ(session().trashCount(), 0);
+}
+
+TEST_F(Actions, a_trash_that_cannot_be_emptied_stays_without_a_word) {
+  trash_ = "3";
+  session().refreshDisk();
+  const auto toast = session().toast();
+  bool hasEnded = false;
+  session().emptyTrash([&] { hasEnded = true; });
+  dispatch_.drainAll();
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_TRUE(hasEnded);
+  EXPECT_EQ(session().trashCount(), 3);
+  EXPECT_EQ(session().toast(), toast);
+}
+
+TEST_F(Actions, nobody_hears_of_an_emptied_trash_once_the_session_has_ended) {
+  emptied_ = "0";
+  bool hasEnded = false;
+  session().emptyTrash([&] { hasEnded = true; });
+  dispatch_.step(Queue::userInitiated);
+  endSession();
+  runMain();
+  EXPECT_FALSE(hasEnded);
+}
+
 }  // namespace
 }  // namespace tessaly

@@ -55,6 +55,10 @@ void ScanSession::toggle(const std::string& id, bool BloatFilter::*which) {
   changes.announce();
 }
 
+void ScanSession::togglePin(const std::string& path) {
+  setField(pins_, ScanStore::togglePin(path, settings()), &ScanSession::pinsChanged);
+}
+
 void ScanSession::exportJSON() {
   const std::optional<DiskNode> node = current();
   if (!node) return;

@@ -12,6 +12,7 @@
 #include "scan/Format.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
+#include "system/DiskSpace.h"
 
 namespace tessaly {
 
@@ -87,6 +88,19 @@ void ScanSession::undoTrash() {
   changes.set(lastTrashed_, std::vector<TrashedItem>(), &ScanSession::lastTrashedChanged);
   showToast(changes, "Put back " + Format::counted(static_cast<std::size_t>(count), "item"));
   announceAndLookAgain(changes);
+}
+
+void ScanSession::emptyTrash(std::function<void()> ended) {
+  auto home = [session = QPointer(this), ended = std::move(ended)] {
+    if (!session) return;
+    if (ended) ended();
+    if (session) session->refreshDisk();
+  };
+  auto work = [&dispatch = services_.dispatch, run = services_.run, home = std::move(home)] {
+    DiskSpace::emptyTrash(run);
+    dispatch.async(Dispatch::Queue::main, home);
+  };
+  services_.dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
 }
 
 void ScanSession::announceAndLookAgain(FieldChanges& changes) {

@@ -116,8 +116,10 @@ class SessionFixture : public ::testing::Test {
   MemorySettings& settings_ = machine_.settings;
   TempTree& support_ = machine_.support;
   Walks walks_;
-  std::string df_;                   // what "df -k" prints; there is no df while it is empty
-  std::string trash_;                // what counting the Trash prints; the same
+  std::string df_;       // what "df -k" prints; there is no df while it is empty
+  std::string trash_;    // what counting the Trash prints; the same
+  std::string emptied_;  // the same after it was emptied, which fails while this is empty
+  int emptyings_ = 0;    // how often the Trash was to be emptied
   std::optional<DiskUsage> volume_;  // of the start-up volume
   ScanSession::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
@@ -141,8 +143,15 @@ class SessionFixture : public ::testing::Test {
     return std::make_unique<ScanSession>(std::move(services));
   }
 
-  std::string runTool(const std::string& path, const std::vector<std::string>& args) const {
+  std::string runTool(const std::string& path, const std::vector<std::string>& args) {
     const std::vector<std::string> everyVolume = {"-k"};
+    const std::vector<std::string> emptying = {"-e", "tell application \"Finder\" to empty trash"};
+    if (path == "/usr/bin/osascript" && args == emptying) {
+      ++emptyings_;
+      if (emptied_.empty()) return noTools(path, args);
+      trash_ = emptied_;
+      return {};
+    }
     if (path == "/bin/df" && args == everyVolume && !df_.empty()) return df_;
     if (path == "/usr/bin/osascript" && !trash_.empty()) return trash_;
     return noTools(path, args);

@@ -173,7 +173,7 @@ class ProgramTest : public testing::Test {
 
   bool showsIdleScreen() {
     // The middle of the primary button is its label; its left part is the gradient of the accent.
-    const QPoint point = twin_.middleOf(QStringLiteral("scanHome")) - QPoint(90, 0);
+    const QPoint point = twin_.middleOf(QStringLiteral("idleScanHome")) - QPoint(90, 0);
     return server_.lookUntil([&](const QImage& screen) {
       const QRgb pixel = screen.pixel(point);
       return qBlue(pixel) > 150 && qRed(pixel) < 40;
@@ -188,7 +188,7 @@ class ProgramTest : public testing::Test {
 TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
-  server_.click(twin_.middleOf(QStringLiteral("scanHome")));
+  server_.click(twin_.middleOf(QStringLiteral("idleScanHome")));
   server_.movePointer({1, 1});
   twin_.scan();
 
@@ -209,7 +209,7 @@ TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
 TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
-  server_.click(twin_.middleOf(QStringLiteral("scanHome")));
+  server_.click(twin_.middleOf(QStringLiteral("idleScanHome")));
   server_.movePointer({1, 1});
   twin_.scan();
   const std::vector<TreemapRect> top = twin_.tiles();

@@ -21,15 +21,15 @@ class Scan : public Journey {
 
 TEST_F(Scan, begins_on_the_idle_screen) {
   EXPECT_TRUE(shows("idleScreen"));
-  EXPECT_TRUE(shows("scanHome"));
-  EXPECT_TRUE(shows("chooseFolder"));
+  EXPECT_TRUE(shows("idleScanHome"));
+  EXPECT_TRUE(shows("idleChooseFolder"));
   EXPECT_FALSE(shows("back"));
   EXPECT_FALSE(shows("crumbs"));
   EXPECT_EQ(window().title(), QStringLiteral("Tessaly"));
 }
 
 TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
-  click("scanHome");
+  click("idleScanHome");
   EXPECT_EQ(session().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("idleScreen"));
   EXPECT_TRUE(shows("scanningScreen"));
@@ -39,7 +39,7 @@ TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
 }
 
 TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
-  click("scanHome");
+  click("idleScanHome");
   finishScan();
   EXPECT_TRUE(shows("resultScreen"));
   EXPECT_FALSE(shows("banner"));
@@ -56,7 +56,7 @@ TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
 }
 
 TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
-  click("scanHome");
+  click("idleScanHome");
   QSignalSpy turns(item("ring"), SIGNAL(changed()));
   EXPECT_TRUE(turns.wait(60000));
   finishScan();
@@ -66,9 +66,9 @@ TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
 }
 
 TEST_F(Scan, starts_from_the_keyboard) {
-  tabTo("scanHome");
+  tabTo("idleScanHome");
   press(Qt::Key_Tab);
-  EXPECT_TRUE(item("chooseFolder")->hasActiveFocus());
+  EXPECT_TRUE(item("idleChooseFolder")->hasActiveFocus());
   press(Qt::Key_Backtab);
   press(Qt::Key_Return);
   EXPECT_EQ(session().status(), ScanStatus::scanning);
@@ -76,19 +76,19 @@ TEST_F(Scan, starts_from_the_keyboard) {
 
 TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
   folderPanel_.answer = tree_.at("Movies");
-  click("chooseFolder");
+  click("idleChooseFolder");
   ASSERT_EQ(folderPanel_.requests.size(), 1u);
   finishScan();
   EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
 }
 
 TEST_F(Scan, stays_idle_when_the_panel_is_left_without_a_choice) {
-  click("chooseFolder");
+  click("idleChooseFolder");
   EXPECT_TRUE(shows("idleScreen"));
 }
 
 TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
-  click("scanHome");
+  click("idleScanHome");
   click("cancel");
   EXPECT_TRUE(shows("idleScreen"));
   finishScan();
@@ -97,7 +97,7 @@ TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
 }
 
 TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
-  click("scanHome");
+  click("idleScanHome");
   finishScan();
   const QString sizeBefore = itemNamed(item("header"), "size")->property("text").toString();
   tree_.plant("later.zip 2M\n");
@@ -115,7 +115,7 @@ TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
 }
 
 TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
-  click("scanHome");
+  click("idleScanHome");
   finishScan();
   session().rescan();
   click("cancel");
@@ -126,7 +126,7 @@ TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
 }
 
 TEST_F(Scan, overtaken_by_another_is_never_shown) {
-  click("scanHome");
+  click("idleScanHome");
   walk();  // the first tree is on its way home
   session().scan(tree_.at("Movies"));
   comeHome();

@@ -91,7 +91,7 @@ std::ptrdiff_t itemsIn(const std::string& folder) {
 
 TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
   const auto before = photographOf(tree_.path());
-  click("scanHome");
+  click("idleScanHome");
   finishScan();
   ASSERT_EQ(walksSoFar(), 1);
 
@@ -134,7 +134,7 @@ TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
 }
 
 TEST_F(ThereAndBack, keeps_what_was_thrown_away_for_other_programs_when_the_run_ends) {
-  click("scanHome");
+  click("idleScanHome");
   finishScan();
   hoverAt(tilePoint("notes.txt"));
   press(Qt::Key_Backspace, Qt::ControlModifier);

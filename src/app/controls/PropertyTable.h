@@ -1,4 +1,5 @@
-// Properties of a control read from its items and compared with a table.
+// Properties of a control read from its items and compared with a table. A scene is what has a
+// read(item, property), as ControlScene has.
 #pragma once
 
 #include <cmath>

@@ -77,7 +77,7 @@ Item {
             spacing: 12
 
             MarrowPrimaryButton {
-                objectName: "scanHome"
+                objectName: "idleScanHome"
                 width: 200
                 text: "Scan Home Folder"
                 symbol: "house.fill"
@@ -85,7 +85,7 @@ Item {
             }
 
             MarrowSecondaryButton {
-                objectName: "chooseFolder"
+                objectName: "idleChooseFolder"
                 width: 180
                 height: parent.height
                 text: "Choose Folder…"

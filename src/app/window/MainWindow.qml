@@ -4,6 +4,7 @@ import QtQuick.Layouts
 import Tessaly.Controls
 import Tessaly.Model
 import Tessaly.Overlays
+import Tessaly.Sidebar
 import Tessaly.Window
 
 Window {
@@ -70,6 +71,21 @@ Window {
 
         RowLayout {
             spacing: 0
+
+            SidebarView {
+                objectName: "sidebar"
+                Layout.preferredWidth: 260
+                Layout.fillHeight: true
+                session: window.session
+                access: window.gateActions.access
+            }
+
+            Rectangle {
+                objectName: "sidebarRule"
+                Layout.preferredWidth: 1
+                Layout.fillHeight: true
+                color: Qt.rgba(1, 1, 1, 0.06)
+            }
 
             MainArea {
                 objectName: "mainArea"

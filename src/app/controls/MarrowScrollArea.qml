@@ -1,0 +1,93 @@
+// A column of any length behind a window of its own. It scrolls by the wheel, by Page Up, Page Down,
+// Home and End, and by itself to whatever the keyboard comes to.
+import QtQuick
+import QtQuick.Templates as T
+
+Flickable {
+    id: area
+
+    property real padding: 0
+    property alias spacing: column.spacing
+    default property alias content: column.data
+
+    // Where the keyboard has come to by Tab; what was clicked is in sight already.
+    readonly property Item keyboardItem: {
+        const control = Window.activeFocusItem as T.Control
+        return control !== null && control.visualFocus ? control : null
+    }
+
+    function scrollTo(y) {
+        contentY = Math.max(0, Math.min(y, contentHeight - height))
+    }
+
+    // What lies above an item, as the header of its section, is shown with it.
+    function reveal(item) {
+        const top = item.mapToItem(column, 0, 0).y + padding
+        if (top - 36 < contentY)
+            scrollTo(top - 36)
+        else if (top + item.height + padding > contentY + height)
+            scrollTo(top + item.height + padding - height)
+    }
+
+    function holds(item) {
+        while (item !== null && item !== column)
+            item = item.parent
+        return item !== null
+    }
+
+    contentWidth: width
+    contentHeight: column.implicitHeight + 2 * padding
+    clip: true
+    flickableDirection: Flickable.VerticalFlick
+    boundsBehavior: Flickable.StopAtBounds
+    onContentHeightChanged: returnToBounds()
+    onHeightChanged: returnToBounds()
+    onKeyboardItemChanged: {
+        if (keyboardItem !== null && holds(keyboardItem))
+            reveal(keyboardItem)
+    }
+
+    // At once, by half the angle: a notch of a mouse is 60 points.
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: event => area.scrollTo(area.contentY - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
+    }
+
+    Keys.onPressed: event => {
+        event.accepted = true
+        if (event.key === Qt.Key_PageDown)
+            scrollTo(contentY + height - 36)
+        else if (event.key === Qt.Key_PageUp)
+            scrollTo(contentY - height + 36)
+        else if (event.key === Qt.Key_Home)
+            scrollTo(0)
+        else if (event.key === Qt.Key_End)
+            scrollTo(contentHeight)
+        else
+            event.accepted = false
+    }
+
+    Column {
+        id: column
+
+        x: area.padding
+        y: area.padding
+        width: area.width - 2 * area.padding
+    }
+
+    T.ScrollBar.vertical: T.ScrollBar {
+        id: bar
+
+        objectName: "scrollBar"
+        implicitWidth: 8
+        rightPadding: 2
+        visible: size < 1
+        minimumSize: 0.08
+
+        contentItem: Rectangle {
+            implicitWidth: 6
+            radius: 3
+            color: Qt.rgba(1, 1, 1, bar.active || bar.pressed ? 0.3 : 0.12)
+        }
+    }
+}

@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "app/controls/PropertyTable.h"
+
+namespace tessaly {
+namespace {
+
+class MarrowScrollArea : public testing::Test {
+ protected:
+  // Ten buttons of 40 points and a gap of 10: 490 points and the padding, in a height of 200.
+  MarrowScrollArea() { scene_.activate(); }
+
+  double scrolled() const { return scene_.read("", "contentY").toDouble(); }
+  void press(Qt::Key key) { QTest::keyClick(&scene_.view(), key); }
+  void wheel(QPoint pixels, QPoint angle) {
+    const QPointF point = scene_.center();
+    QWheelEvent event(point, scene_.view().mapToGlobal(point), pixels, angle, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&scene_.view(), &event);
+  }
+
+  ControlScene scene_{
+      "MarrowScrollArea { width: 200; height: 200; padding: 12; spacing: 10\n"
+      "Repeater { model: 10; MarrowButton { width: 100; height: 40; text: index } } }"};
+};
+
+TEST_F(MarrowScrollArea, is_as_high_as_its_column_and_the_padding_around_it) {
+  expectProperties(scene_, {{"", "contentHeight", 490 + 24}, {"scrollBar", "visible", true}});
+}
+
+TEST_F(MarrowScrollArea, scrolls_by_the_wheel_between_its_ends) {
+  wheel({}, {0, -120});
+  EXPECT_EQ(scrolled(), 60);
+  wheel({0, -25}, {0, -120});
+  EXPECT_EQ(scrolled(), 85);
+  wheel({}, {0, -1200});
+  EXPECT_EQ(scrolled(), 514 - 200);
+  wheel({}, {0, 1200});
+  EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(MarrowScrollArea, shows_what_the_keyboard_comes_to_with_what_stands_above_it) {
+  for (int tab = 0; tab < 4; ++tab) press(Qt::Key_Tab);
+  EXPECT_EQ(scrolled(), 12 + 3 * 50 + 40 + 12 - 200);
+  for (int tab = 0; tab < 6; ++tab) press(Qt::Key_Tab);
+  EXPECT_EQ(scrolled(), 514 - 200);
+  for (int tab = 0; tab < 7; ++tab)
+    QTest::keyClick(&scene_.view(), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(scrolled(), 12 + 2 * 50 - 36);
+}
+
+TEST_F(MarrowScrollArea, leafs_by_keys) {
+  press(Qt::Key_Tab);
+  press(Qt::Key_PageDown);
+  EXPECT_EQ(scrolled(), 164);
+  press(Qt::Key_End);
+  EXPECT_EQ(scrolled(), 514 - 200);
+  press(Qt::Key_PageUp);
+  EXPECT_EQ(scrolled(), 314 - 164);
+  press(Qt::Key_Home);
+  EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(MarrowScrollArea, stays_where_it_is_when_something_in_sight_is_clicked) {
+  wheel({}, {0, -120});
+  QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, QPoint(60, 45));
+  EXPECT_EQ(scrolled(), 60);
+}
+
+TEST_F(MarrowScrollArea, comes_back_when_its_content_gets_shorter) {
+  press(Qt::Key_Tab);
+  press(Qt::Key_End);
+  scene_.control()->setHeight(400);
+  EXPECT_EQ(scrolled(), 514 - 400);
+  scene_.control()->setHeight(600);
+  EXPECT_EQ(scrolled(), 0);
+  EXPECT_FALSE(scene_.find("scrollBar")->isVisible());
+}
+
+}  // namespace
+}  // namespace tessaly

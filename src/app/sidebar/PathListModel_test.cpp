@@ -1,0 +1,129 @@
+#include "app/sidebar/PathListModel.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using Paths = std::vector<std::string>;
+
+class PathListModelTest : public SessionFixture {
+ protected:
+  void start(PathListModel::List list, std::string_view key, const Paths& paths) {
+    model_.setSession(nullptr);
+    settings_.setTexts(key, paths);
+    restart();
+    model_.setList(list);
+    model_.setSession(&session());
+  }
+
+  QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < model_.rowCount(); ++row)
+      texts.push_back(at(row, role).toString().toStdString());
+    return texts;
+  }
+  Paths handed() {
+    Paths paths;
+    for (int row = 0; row < model_.rowCount(); ++row)
+      paths.push_back(at(row, PathListModel::PathRole).value<PathHandle>().path());
+    return paths;
+  }
+
+  PathListModel model_;
+  QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST(PathListModelAlone, is_empty) {
+  const PathListModel model;
+  EXPECT_EQ(model.count(), 0);
+}
+
+TEST_F(PathListModelTest,
+       calls_the_disk_and_the_home_by_their_names_and_all_else_by_its_last_part) {
+  for (const auto& [list, key] : {std::pair(PathListModel::Pins, "marrow.pins"),
+                                  {PathListModel::Recents, "marrow.recents"}}) {
+    start(list, key, {"/", "/home/user", "/home/user/Films", "/srv/user", "/media/a b/"});
+    EXPECT_THAT(column(PathListModel::NameRole),
+                ElementsAre("Macintosh HD", "Home", "Films", "user", "a b"));
+  }
+}
+
+TEST_F(PathListModelTest, calls_every_excluded_folder_by_its_last_part) {
+  start(PathListModel::Excludes, "marrow.excludes", {"/", "/home/user", "/srv/data"});
+  EXPECT_THAT(column(PathListModel::NameRole), ElementsAre("/", "user", "data"));
+  EXPECT_THAT(column(PathListModel::PlaceRole), ElementsAre("/", "/home/user", "/srv/data"));
+}
+
+TEST_F(PathListModelTest, hands_over_the_bytes_of_names_that_are_no_text) {
+  start(PathListModel::Recents, "marrow.recents", {"/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"});
+  EXPECT_THAT(column(PathListModel::NameRole),
+              ElementsAre("caf\uFFFD", "caf\uFFFD", "two\uFFFDlines"));
+  EXPECT_THAT(handed(), ElementsAre("/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"));
+}
+
+TEST_F(PathListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) {
+  start(PathListModel::Pins, "marrow.pins", {"/a", "/b", "/c"});
+  const QSignalSpy resets(&model_, &PathListModel::modelReset);
+  QSignalSpy removals(&model_, &PathListModel::rowsRemoved);
+  QSignalSpy insertions(&model_, &PathListModel::rowsInserted);
+  session().togglePin("/b");
+  session().togglePin("/d");
+  EXPECT_THAT(handed(), ElementsAre("/d", "/a", "/c"));
+  EXPECT_EQ(resets.count(), 0);
+  ASSERT_EQ(removals.count(), 1);
+  EXPECT_EQ(removals.at(0).at(1).toInt(), 1);
+  ASSERT_EQ(insertions.count(), 1);
+  EXPECT_EQ(insertions.at(0).at(1).toInt(), 0);
+}
+
+TEST_F(PathListModelTest, moves_a_recent_folder_to_the_front) {
+  start(PathListModel::Recents, "marrow.recents", {"/a", "/b", "/c"});
+  const QSignalSpy removals(&model_, &PathListModel::rowsRemoved);
+  QSignalSpy moves(&model_, &PathListModel::rowsMoved);
+  scanTo(folder("/c", 5, {file("/c/f", 5)}));
+  EXPECT_THAT(handed(), ElementsAre("/c", "/a", "/b"));
+  EXPECT_EQ(removals.count(), 0);
+  EXPECT_EQ(moves.count(), 1);
+}
+
+TEST_F(PathListModelTest, follows_lists_that_have_little_in_common) {
+  start(PathListModel::Excludes, "marrow.excludes", {"/a", "/b", "/c", "/d"});
+  const std::vector<Paths> steps = {
+      {"/d", "/x", "/b"}, {"/x", "/x", "/b", "/x"}, {"/b", "/x"}, {}, {"/a"}, {"/c", "/b", "/a"}};
+  for (const Paths& step : steps) {
+    session().setExcludes(step);
+    EXPECT_EQ(handed(), step);
+    EXPECT_EQ(model_.count(), static_cast<int>(step.size()));
+  }
+}
+
+TEST_F(PathListModelTest, tells_of_its_count_once_it_is_another) {
+  start(PathListModel::Excludes, "marrow.excludes", {"/a", "/b"});
+  const QSignalSpy counts(&model_, &PathListModel::countChanged);
+  session().setExcludes({"/b", "/a"});
+  EXPECT_EQ(counts.count(), 0);
+  session().removeExclude("/a");
+  EXPECT_EQ(counts.count(), 1);
+}
+
+TEST_F(PathListModelTest, follows_its_own_list_alone) {
+  start(PathListModel::Pins, "marrow.pins", {"/a"});
+  session().setExcludes({"/x"});
+  EXPECT_THAT(handed(), ElementsAre("/a"));
+  model_.setList(PathListModel::Excludes);
+  EXPECT_THAT(handed(), ElementsAre("/x"));
+}
+
+}  // namespace
+}  // namespace tessaly

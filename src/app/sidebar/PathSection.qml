@@ -1,0 +1,41 @@
+// A list of folders at hand under its header; without a folder it is not there.
+import QtQuick
+import Tessaly.Sidebar
+
+Column {
+    id: section
+
+    required property SidebarState actions
+    required property int list
+    required property string title
+    required property string symbol
+    required property color tint
+
+    visible: folders.count > 0
+    spacing: 3
+
+    PathListModel {
+        id: folders
+
+        session: section.actions.session
+        list: section.list
+    }
+
+    SectionHeader {
+        objectName: "sectionHeader"
+        title: section.title
+        symbol: section.symbol
+        tint: section.tint
+    }
+
+    Repeater {
+        model: folders
+
+        PathRow {
+            objectName: "pathRow"
+            width: section.width
+            actions: section.actions
+            pinned: section.list === PathListModel.Pins
+        }
+    }
+}

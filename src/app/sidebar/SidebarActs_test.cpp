@@ -1,0 +1,361 @@
+// What the sidebar shows in which case, and what its controls do to the pointer.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "app/sidebar/SidebarScene_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+
+class Sidebar : public SidebarScene {
+ protected:
+  QQuickItem* rowOf(const QString& section, const QString& name) const {
+    for (QQuickItem* row : all("pathRow", find(section)))
+      if (row->property("name") == name) return row;
+    ADD_FAILURE() << "no row for " << name.toStdString();
+    return find(section);
+  }
+  QQuickItem* in(QQuickItem* row, const QString& name) const { return all(name, row).front(); }
+  std::vector<std::string> many(const std::string& start, int count) const {
+    std::vector<std::string> paths;
+    for (int i = 0; i < count; ++i) paths.push_back(start + std::to_string(i));
+    return paths;
+  }
+};
+
+TEST_F(Sidebar, with_nothing_shows_what_is_always_there) {
+  show(1000);
+  EXPECT_FALSE(shows("volumeMenu"));
+  EXPECT_FALSE(shows("volumesAndHistorySection"));
+  EXPECT_TRUE(shows("noExcludes"));
+  EXPECT_FALSE(shows("cancelScan"));
+  EXPECT_TRUE(all("badge", find("diskTreemap")).empty());
+  EXPECT_TRUE(all("badge", find("emptyTrash")).empty());
+  EXPECT_EQ(rectOf(find("excludedSection")).top(),
+            rectOf(find("cleanupCategoriesSection")).bottom() + 14);
+  keepPicture("sidebar-empty");
+}
+
+TEST_F(Sidebar, with_everything_keeps_all_in_the_column_and_apart) {
+  fill();
+  show(680);
+  keepPicture("sidebar-680");
+  double bottom = 0;
+  for (const char* name : {"volumeName", "volumeTotal", "gauge", "headerTitle", "background",
+                           "pathLabel", "star", "excludeName", "removeExclude", "highlight", "skip",
+                           "devBloatHint", "dotLabel", "rescanVolume"}) {
+    const auto items = all(name);
+    EXPECT_FALSE(items.empty()) << name;
+    for (QQuickItem* item : items) {
+      EXPECT_GE(rectOf(item).left(), 12) << name;
+      EXPECT_LE(rectOf(item).right(), 248) << name;
+    }
+  }
+  for (const char* name : {"driveCard", "quickActionsSection", "cleanupCategoriesSection", "pinned",
+                           "recents", "excludedSection", "devBloatSection", "fileTypeLegend"}) {
+    QQuickItem* section = find(name);
+    EXPECT_GE(rectOf(section).top(), bottom) << name;
+    bottom = rectOf(section).bottom();
+    double above = rectOf(section).top();
+    for (QQuickItem* child : section->childItems()) {
+      if (!child->isVisible() || child->height() == 0 || section->objectName() == "driveCard")
+        continue;
+      EXPECT_GE(rectOf(child).top(), above) << name;
+      above = rectOf(child).bottom();
+    }
+  }
+  find("scrollArea")->setProperty("contentY", 500);
+  keepPicture("sidebar-680-below");
+  view().resize(260, 1420);
+  keepPicture("sidebar-full");
+}
+
+TEST_F(Sidebar, shows_a_list_only_when_it_holds_something) {
+  remember(ScanStore::recentsKey, {"/srv/a"});
+  show(1000);
+  EXPECT_FALSE(shows("pinned"));
+  EXPECT_TRUE(shows("recents"));
+  EXPECT_EQ(rectOf(find("recents")).top(), rectOf(find("cleanupCategoriesSection")).bottom() + 14);
+  click(in(rowOf("recents", "a"), "star"));
+  EXPECT_TRUE(shows("pinned"));
+  EXPECT_EQ(rectOf(find("recents")).top(), rectOf(find("pinned")).bottom() + 14);
+}
+
+TEST_F(Sidebar, shows_the_volume_menu_from_the_second_volume_on) {
+  mount({"/"});
+  show();
+  EXPECT_FALSE(shows("volumeMenu"));
+  mount({"/", "Backup"});
+  settle();
+  EXPECT_TRUE(shows("volumeMenu"));
+  mount({"/"});
+  settle();
+  EXPECT_FALSE(shows("volumeMenu"));
+}
+
+TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
+  mount({"/", "Backup", "Films"});
+  show();
+  click("volumeMenu");
+  EXPECT_EQ(labels("volumeList", "volumeLabel"), (QStringList{"Macintosh HD", "Backup", "Films"}));
+  keepPicture("sidebar-volumes");
+  click(all("volume")[2]);
+  EXPECT_EQ(session().scanRoot(), "/media/Films");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_FALSE(shows("volumeList"));
+}
+
+TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
+  mount({"/", "Backup"});
+  show();
+  click("volumeMenu");
+  click("volumeMenu");
+  EXPECT_FALSE(shows("volumeList"));
+  click("volumeMenu");
+  EXPECT_TRUE(shows("volumeList"));
+  click("rescanVolume");
+  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  click("volumeMenu");
+  EXPECT_TRUE(shows("volumeList"));
+  mount({"/"});
+  settle();
+  EXPECT_FALSE(shows("volumeMenu"));
+  EXPECT_FALSE(shows("volumeList"));
+}
+
+TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
+  settings_.setTexts(ScanStore::pinsKey, {"/"});
+  remember(ScanStore::recentsKey, {"/"});
+  mount({"/", "Backup"});
+  const std::string before = session().scanRoot();
+  show(1000);
+  const std::vector<std::function<void()>> ways = {
+      [&] { click("scanFullMac"); },
+      [&] { click(in(rowOf("pinned", "Macintosh HD"), "pathLabel")); },
+      [&] { click(in(rowOf("recents", "Macintosh HD"), "pathLabel")); },
+      [&] {
+        click("volumeMenu");
+        click(all("volume")[0]);
+      }};
+  for (const auto& way : ways) {
+    access().setShowGate(false);
+    way();
+    EXPECT_TRUE(access().showGate());
+    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_EQ(session().scanRoot(), before);
+  }
+  mayRead_ = true;
+  for (const auto& way : ways) {
+    way();
+    EXPECT_EQ(session().status(), ScanStatus::scanning);
+    EXPECT_EQ(session().scanRoot(), "/");
+    session().cancel();
+    settle();
+  }
+  EXPECT_FALSE(access().showGate());
+}
+
+TEST_F(Sidebar, scans_any_other_folder_straight_away) {
+  settings_.setTexts(ScanStore::pinsKey, {"/srv/pin"});
+  remember(ScanStore::recentsKey, {"/srv/caf\xe9"});
+  show(1000);
+  click(in(rowOf("pinned", "pin"), "pathLabel"));
+  EXPECT_EQ(session().scanRoot(), "/srv/pin");
+  session().cancel();
+  settle();
+  click(in(rowOf("recents", QStringLiteral("caf\uFFFD")), "pathLabel"));
+  EXPECT_EQ(session().scanRoot(), "/srv/caf\xe9");
+  session().cancel();
+  settle();
+  click("scanHome");
+  EXPECT_EQ(session().scanRoot(), "/home/user");
+  session().cancel();
+  settle();
+  folderPanel_.answer = "/chosen";
+  click("chooseFolder");
+  EXPECT_EQ(session().scanRoot(), "/chosen");
+  EXPECT_FALSE(access().showGate());
+}
+
+TEST_F(Sidebar, starts_no_second_scan_while_one_runs) {
+  fill();
+  show(1180);
+  session().scan("/srv/running");
+  settle();
+  for (const char* name : {"scanFullMac", "scanHome", "chooseFolder"}) {
+    EXPECT_FALSE(find(name)->isEnabled()) << name;
+    click(name);
+  }
+  for (QQuickItem* label : all("pathLabel")) {
+    EXPECT_FALSE(label->isEnabled());
+    click(label);
+  }
+  for (QQuickItem* star : all("star")) EXPECT_TRUE(star->isEnabled());
+  EXPECT_EQ(session().scanRoot(), "/srv/running");
+  EXPECT_FALSE(access().showGate());
+  EXPECT_TRUE(folderPanel_.requests.empty());
+  keepPicture("sidebar-scanning");
+  click("cancelScan");
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_FALSE(shows("cancelScan"));
+  EXPECT_TRUE(find("scanHome")->isEnabled());
+}
+
+TEST_F(Sidebar, scans_again_from_its_foot) {
+  fill();
+  show();
+  click("rescanVolume");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().scanRoot(), "/home/user");
+}
+
+TEST_F(Sidebar, brings_the_panes_to_the_front) {
+  show();
+  click("systemPulse");
+  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_TRUE(read("systemPulse", "active").toBool());
+  EXPECT_FALSE(read("diskTreemap", "active").toBool());
+  click("appLeftovers");
+  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_TRUE(read("appLeftovers", "active").toBool());
+  click("diskTreemap");
+  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_TRUE(read("diskTreemap", "active").toBool());
+}
+
+TEST_F(Sidebar, empties_the_trash_at_a_click_and_not_twice) {
+  fillTrash(3);
+  show();
+  click("emptyTrash");
+  click("emptyTrash");
+  dispatch_.drainAll();
+  settle();
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_TRUE(all("badge", find("emptyTrash")).empty());
+  EXPECT_FALSE(read("emptyTrash", "active").toBool());
+  click("emptyTrash");
+  dispatch_.drainAll();
+  EXPECT_EQ(emptyings_, 1);
+}
+
+TEST_F(Sidebar, shows_a_pinned_folder_that_is_recent_too_in_both_lists) {
+  remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
+  show(1000);
+  click(in(rowOf("recents", "b"), "star"));
+  EXPECT_THAT(session().pins(), ElementsAre("/srv/b"));
+  EXPECT_EQ(labels("pinned"), QStringList{"b"});
+  EXPECT_EQ(labels("recents"), (QStringList{"a", "b"}));
+  EXPECT_EQ(in(in(rowOf("pinned", "b"), "star"), "symbol")->property("name"), "star.fill");
+  EXPECT_EQ(in(in(rowOf("recents", "b"), "star"), "symbol")->property("name"), "star");
+  click(in(rowOf("pinned", "b"), "star"));
+  EXPECT_TRUE(session().pins().empty());
+  EXPECT_FALSE(shows("pinned"));
+}
+
+TEST_F(Sidebar, leaves_folders_out_and_takes_them_back) {
+  show(1000);
+  folderPanel_.answer = "/srv/caf\xe9";
+  click("addExclude");
+  EXPECT_THAT(session().excludes(), ElementsAre("/srv/caf\xe9"));
+  EXPECT_EQ(labels("excludedSection", "excludeName"), QStringList{QStringLiteral("caf\uFFFD")});
+  EXPECT_FALSE(shows("noExcludes"));
+  click("removeExclude");
+  EXPECT_TRUE(session().excludes().empty());
+  EXPECT_TRUE(shows("noExcludes"));
+}
+
+TEST_F(Sidebar, switches_filters_and_skips_them_each_for_itself) {
+  show(1000);
+  click("xcode/highlight");
+  click("build/skip");
+  EXPECT_TRUE(session().filters()[1].enabled);
+  EXPECT_FALSE(session().filters()[1].skipScan);
+  EXPECT_FALSE(session().filters()[2].enabled);
+  EXPECT_TRUE(session().filters()[2].skipScan);
+  EXPECT_TRUE(read("xcode/highlight", "on").toBool());
+  EXPECT_FALSE(read("build/highlight", "on").toBool());
+  click("xcode/highlight");
+  click("build/skip");
+  EXPECT_EQ(session().filters(), BloatFilter::catalog());
+}
+
+TEST_F(Sidebar, says_what_a_symbol_does_when_the_pointer_rests_on_it) {
+  show(1000);
+  hover(find("addExclude"));
+  auto* tip = find("addExclude")->findChild<QObject*>("toolTip");
+  ASSERT_NE(tip, nullptr);
+  EXPECT_EQ(tip->property("text"), "Exclude a folder from scans");
+  EXPECT_GT(tip->property("delay").toInt(), 0);
+  tip->setProperty("delay", 0);
+  hover(find("scanHome"));
+  EXPECT_EQ(find("addExclude")->findChild<QObject*>("toolTip"), nullptr);
+}
+
+TEST_F(Sidebar, holds_hundreds_of_rows_that_do_not_touch) {
+  settings_.setTexts(ScanStore::pinsKey, many("/srv/pin", 200));
+  settings_.setTexts(ScanStore::recentsKey, many("/srv/recent", 200));
+  remember(ScanStore::excludesKey, many("/srv/" + std::string(300, 'w') + "-", 200));
+  show();
+  std::vector<QQuickItem*> rows = all("pathRow");
+  ASSERT_EQ(rows.size(), 400U);
+  const auto excluded = all("excludeRow");
+  ASSERT_EQ(excluded.size(), 200U);
+  rows.insert(rows.end(), excluded.begin(), excluded.end());
+  double bottom = 0;
+  for (QQuickItem* row : rows) {
+    const QRectF rect = rectOf(row);
+    EXPECT_GE(rect.top(), bottom);
+    EXPECT_GT(rect.height(), 15);
+    EXPECT_EQ(rect.left(), 12);
+    EXPECT_EQ(rect.right(), 248);
+    bottom = rect.bottom();
+  }
+  EXPECT_GE(rectOf(find("devBloatSection")).top(), bottom);
+  EXPECT_TRUE(read("scrollBar", "visible").toBool());
+  EXPECT_TRUE(all("excludeName").front()->property("truncated").toBool());
+  press(Qt::Key_Tab);
+  press(Qt::Key_End);
+  EXPECT_EQ(scrolled(), read("scrollArea", "contentHeight").toDouble() -
+                            read("scrollArea", "height").toDouble());
+  EXPECT_LE(rectOf(find("fileTypeLegend")).bottom(), rectOf(find("bottomScanFooter")).top());
+}
+
+TEST_F(Sidebar, elides_long_names_everywhere) {
+  const std::string longName(200, 'w');
+  settings_.setTexts(ScanStore::pinsKey, {"/srv/" + longName});
+  settings_.setTexts(ScanStore::recentsKey, {"/srv/" + longName});
+  remember(ScanStore::excludesKey, {"/srv/" + longName});
+  df_ =
+      "Filesystem 1K-blocks Used Available Use% Mounted on\n/dev/sda1 1 1 1 60% /\n"
+      "/dev/sda2 1 1 1 60% /media/" +
+      longName + "\n";
+  scanTo(folder("/media/" + longName, 1, {file("/media/" + longName + "/f", 1)}));
+  show(1000);
+  click("volumeMenu");
+  for (QQuickItem* item : {in(find("pinned"), "label"), in(find("recents"), "label"),
+                           find("excludeName"), find("volumeName"), all("volumeLabel")[1]}) {
+    EXPECT_TRUE(item->property("truncated").toBool());
+    EXPECT_LE(rectOf(item).right(), 260);
+  }
+}
+
+TEST_F(Sidebar, scrolls_by_the_wheel_as_far_as_there_is_something) {
+  fill();
+  show();
+  EXPECT_EQ(scrolled(), 0);
+  wheel(-15);
+  EXPECT_EQ(scrolled(), 60);
+  for (int turn = 0; turn < 60; ++turn) wheel(-15);
+  EXPECT_EQ(scrolled(), read("scrollArea", "contentHeight").toDouble() -
+                            read("scrollArea", "height").toDouble());
+  for (int turn = 0; turn < 60; ++turn) wheel(15);
+  EXPECT_EQ(scrolled(), 0);
+}
+
+}  // namespace
+}  // namespace tessaly

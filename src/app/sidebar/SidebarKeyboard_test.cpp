@@ -1,0 +1,261 @@
+// The sidebar without a pointer.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <QAccessible>
+#include <QQmlComponent>
+#include <QQmlEngine>
+
+#include "app/sidebar/SidebarScene_test.h"
+
+namespace tessaly {
+namespace {
+
+class SidebarKeyboard : public SidebarScene {
+ protected:
+  QQuickItem* focused() { return view().activeFocusItem(); }
+
+  // Presses Tab until the keyboard is at this item.
+  bool tabTo(QQuickItem* item) {
+    for (int steps = 0; steps < 1500; ++steps) {
+      if (focused() == item) return true;
+      press(Qt::Key_Tab);
+    }
+    return false;
+  }
+  // The rows of the volume menu that there are, from the top.
+  std::vector<QQuickItem*> volumes() {
+    std::vector<QQuickItem*> rows = all("volume");
+    std::ranges::sort(rows, {}, [](QQuickItem* row) { return rectOf(row).top(); });
+    return rows;
+  }
+  bool isInSight(QQuickItem* item) {
+    const QRectF rect = rectOf(item);
+    return rect.top() >= 0 && rect.bottom() <= rectOf(find("bottomScanFooter")).top();
+  }
+};
+
+TEST_F(SidebarKeyboard, comes_to_every_control_from_top_to_bottom_and_brings_it_into_sight) {
+  QAccessible::setActive(true);
+  fill();
+  show();
+  std::vector<QQuickItem*> walk;
+  std::set<QQuickItem*> seen;
+  press(Qt::Key_Tab);
+  while (focused() != nullptr && seen.insert(focused()).second) {
+    walk.push_back(focused());
+    press(Qt::Key_Tab);
+  }
+  QStringList names;
+  for (QQuickItem* item : walk) names << item->objectName();
+  QStringList expected = {"volumeMenu",  "scanFullMac", "scanHome",     "chooseFolder",
+                          "diskTreemap", "systemPulse", "appLeftovers", "emptyTrash"};
+  for (int row = 0; row < 6; ++row)
+    expected << "pathLabel"
+             << "star";
+  expected << "addExclude"
+           << "removeExclude"
+           << "removeExclude";
+  for (int row = 0; row < 12; ++row)
+    expected << "highlight"
+             << "skip";
+  expected << "rescanVolume";
+  EXPECT_EQ(names.join(' ').toStdString(), expected.join(' ').toStdString());
+
+  for (QQuickItem* item : walk) {
+    ASSERT_TRUE(tabTo(item));
+    SCOPED_TRACE(item->objectName().toStdString());
+    EXPECT_TRUE(shows("focusRing"));
+    EXPECT_EQ(all("focusRing").size(), 1U);
+    EXPECT_TRUE(item->objectName() == "rescanVolume" || isInSight(item));
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(item);
+    ASSERT_NE(interface, nullptr);
+    EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty());
+    EXPECT_TRUE(interface->state().focusable);
+    ASSERT_NE(interface->actionInterface(), nullptr);
+    EXPECT_TRUE(interface->actionInterface()->actionNames().contains(
+        QAccessibleActionInterface::pressAction()));
+  }
+}
+
+TEST_F(SidebarKeyboard, goes_the_same_way_back) {
+  fill();
+  show();
+  ASSERT_TRUE(tabTo(find("rescanVolume")));
+  press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(focused(), find("logs_caches/skip"));
+  EXPECT_TRUE(isInSight(focused()));
+  ASSERT_TRUE(tabTo(find("scanFullMac")));
+  EXPECT_TRUE(isInSight(focused()));
+}
+
+TEST_F(SidebarKeyboard, presses_entries_by_return_and_by_space) {
+  show();
+  ASSERT_TRUE(tabTo(find("systemPulse")));
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().pane(), MainPane::monitor);
+  ASSERT_TRUE(tabTo(find("appLeftovers")));
+  press(Qt::Key_Space);
+  EXPECT_EQ(session().pane(), MainPane::apps);
+}
+
+TEST_F(SidebarKeyboard, turns_switches) {
+  show();
+  ASSERT_TRUE(tabTo(find("docker/highlight")));
+  press(Qt::Key_Space);
+  EXPECT_TRUE(session().filters()[4].enabled);
+  press(Qt::Key_Return);
+  EXPECT_FALSE(session().filters()[4].enabled);
+  press(Qt::Key_Tab);
+  press(Qt::Key_Space);
+  EXPECT_TRUE(session().filters()[4].skipScan);
+}
+
+TEST_F(SidebarKeyboard, opens_the_volumes_chooses_one_and_gets_the_keyboard_back) {
+  mount({"/", "Backup", "Films"});
+  show();
+  press(Qt::Key_Tab);
+  ASSERT_EQ(focused(), find("volumeMenu"));
+  press(Qt::Key_Return);
+  ASSERT_TRUE(shows("volumeList"));
+  EXPECT_EQ(focused(), volumes()[0]);
+  press(Qt::Key_Down);
+  EXPECT_EQ(focused(), volumes()[1]);
+  press(Qt::Key_End);
+  EXPECT_EQ(read("volumeList", "currentIndex").toInt(), 2);
+  press(Qt::Key_Home);
+  press(Qt::Key_Up);
+  EXPECT_EQ(read("volumeList", "currentIndex").toInt(), 2);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), volumes()[2]);
+  press(Qt::Key_Up);
+  press(Qt::Key_Return);
+  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_EQ(session().scanRoot(), "/media/Backup");
+  EXPECT_EQ(focused(), find("volumeMenu"));
+  EXPECT_TRUE(shows("focusRing"));
+}
+
+TEST_F(SidebarKeyboard, leaves_the_volumes_by_escape_whatever_else_escape_does_in_the_window) {
+  mount({"/", "Backup"});
+  show();
+  QQmlComponent component(view().engine());
+  component.setData("import QtQuick; Item { Shortcut { sequence: \"Escape\" } }", {});
+  const std::unique_ptr<QObject> other(component.create());
+  ASSERT_NE(other, nullptr) << component.errorString().toStdString();
+  qobject_cast<QQuickItem*>(other.get())->setParentItem(view().contentItem());
+  press(Qt::Key_Tab);
+  press(Qt::Key_Space);
+  ASSERT_TRUE(shows("volumeList"));
+  press(Qt::Key_Down);
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_EQ(focused(), find("volumeMenu"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  press(Qt::Key_Space);
+  EXPECT_EQ(read("volumeList", "currentIndex").toInt(), 0);
+}
+
+TEST_F(SidebarKeyboard, reaches_the_last_of_hundreds_of_volumes) {
+  QAccessible::setActive(true);
+  QStringList names = {"/"};
+  for (int i = 1; i < 200; ++i) names << QStringLiteral("disk%1").arg(i);
+  mount(names);
+  show();
+  press(Qt::Key_Tab);
+  press(Qt::Key_Return);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(focused())->role(), QAccessible::MenuItem);
+  EXPECT_TRUE(QAccessible::queryAccessibleInterface(focused())->state().focused);
+  const QRectF list = rectOf(find("volumeList"));
+  EXPECT_LE(list.bottom(), 680);
+  EXPECT_GE(list.left(), 0);
+  EXPECT_LE(list.right(), 260);
+  press(Qt::Key_End);
+  EXPECT_EQ(read("volumeList", "currentIndex").toInt(), 199);
+  EXPECT_TRUE(list.contains(rectOf(focused())));
+  double bottom = -1e9;
+  for (QQuickItem* row : volumes()) {
+    EXPECT_GE(rectOf(row).top(), bottom);
+    bottom = rectOf(row).bottom();
+  }
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().scanRoot(), "/media/disk199");
+}
+
+TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
+  settings_.setTexts(ScanStore::pinsKey, {"/srv/a", "/srv/b"});
+  remember(ScanStore::excludesKey, {"/srv/x", "/srv/y"});
+  show();
+  ASSERT_TRUE(tabTo(all("star")[0]));
+  press(Qt::Key_Return);
+  ASSERT_EQ(all("pathRow").size(), 1U);
+  EXPECT_EQ(focused(), find("pathLabel"));
+  press(Qt::Key_Tab);
+  press(Qt::Key_Space);
+  EXPECT_FALSE(shows("pinned"));
+  EXPECT_EQ(focused(), find("addExclude"));
+  press(Qt::Key_Tab);
+  press(Qt::Key_Space);
+  ASSERT_EQ(all("excludeRow").size(), 1U);
+  EXPECT_EQ(focused(), find("removeExclude"));
+  press(Qt::Key_Space);
+  EXPECT_TRUE(session().excludes().empty());
+  EXPECT_EQ(focused(), find("node_modules/highlight"));
+}
+
+TEST_F(SidebarKeyboard, keeps_its_place_when_another_row_comes_in_front) {
+  remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
+  show(1000);
+  QQuickItem* star = all("star")[1];
+  ASSERT_TRUE(tabTo(star));
+  scanTo(folder("/srv/c", 1, {file("/srv/c/f", 1)}));
+  settle();
+  ASSERT_EQ(all("star").size(), 3U);
+  EXPECT_EQ(focused(), all("star")[2]);
+}
+
+TEST_F(SidebarKeyboard, leafs_through_the_column) {
+  fill();
+  show();
+  press(Qt::Key_Tab);
+  press(Qt::Key_PageDown);
+  EXPECT_GT(scrolled(), 0);
+  press(Qt::Key_End);
+  const double end = scrolled();
+  EXPECT_EQ(end, read("scrollArea", "contentHeight").toDouble() -
+                     read("scrollArea", "height").toDouble());
+  press(Qt::Key_PageUp);
+  EXPECT_LT(scrolled(), end);
+  press(Qt::Key_Home);
+  EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(SidebarKeyboard, tells_assistive_tools_what_is_on_and_which_folder_is_meant) {
+  QAccessible::setActive(true);
+  fill();
+  show();
+  const auto at = [this](QQuickItem* item) { return QAccessible::queryAccessibleInterface(item); };
+  EXPECT_TRUE(at(find("diskTreemap"))->state().selected);
+  EXPECT_FALSE(at(find("systemPulse"))->state().selected);
+  EXPECT_EQ(at(find("emptyTrash"))->text(QAccessible::Description), "17");
+  EXPECT_EQ(at(find("xcode/highlight"))->role(), QAccessible::CheckBox);
+  EXPECT_TRUE(at(find("xcode/highlight"))->state().checked);
+  EXPECT_FALSE(at(find("build/highlight"))->state().checked);
+  EXPECT_TRUE(at(find("build/skip"))->state().checked);
+  at(find("build/highlight"))
+      ->actionInterface()
+      ->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_TRUE(session().filters()[2].enabled);
+  EXPECT_TRUE(at(find("build/highlight"))->state().checked);
+  EXPECT_EQ(at(find("build/skip"))->text(QAccessible::Description), "Build Artifacts");
+  EXPECT_EQ(at(all("star")[0])->text(QAccessible::Name), "Unpin");
+  EXPECT_EQ(at(all("star")[0])->text(QAccessible::Description), "/home/user/Projects");
+  EXPECT_EQ(at(all("pathLabel")[0])->text(QAccessible::Name), "Projects");
+}
+
+}  // namespace
+}  // namespace tessaly

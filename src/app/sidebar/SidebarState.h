@@ -1,0 +1,109 @@
+// What the sidebar says and does: the figures of the disk in words, what is active, and the rules
+// behind its rows. Gone with its view; all that lasts is the session's.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/model/PathHandle.h"
+#include "session/AccessController.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class SidebarState : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(
+      tessaly::AccessController* access READ access WRITE setAccess NOTIFY accessChanged REQUIRED)
+
+  Q_PROPERTY(QString volumeName READ volumeName NOTIFY volumeNameChanged)
+  Q_PROPERTY(QString totalText READ totalText NOTIFY diskChanged)
+  Q_PROPERTY(double usedPercent READ usedPercent NOTIFY diskChanged)  // 0 to 100
+  Q_PROPERTY(qint64 usedBytes READ usedBytes NOTIFY diskChanged)
+  Q_PROPERTY(qint64 totalBytes READ totalBytes NOTIFY diskChanged)
+  Q_PROPERTY(qint64 freeBytes READ freeBytes NOTIFY diskChanged)
+
+  Q_PROPERTY(bool scanning READ isScanning NOTIFY scanningChanged)
+  Q_PROPERTY(QString percentText READ percentText NOTIFY percentTextChanged)
+
+  Q_PROPERTY(bool showsMap READ showsMap NOTIFY paneChanged)
+  Q_PROPERTY(bool showsMonitor READ showsMonitor NOTIFY paneChanged)
+  Q_PROPERTY(bool showsApps READ showsApps NOTIFY paneChanged)
+  // The size of what is on screen, and how many items lie in the Trash; empty when there is none.
+  Q_PROPERTY(QString mapBadge READ mapBadge NOTIFY mapBadgeChanged)
+  Q_PROPERTY(QString trashBadge READ trashBadge NOTIFY trashBadgeChanged)
+  // The Trash is being emptied.
+  Q_PROPERTY(bool emptying READ isEmptying NOTIFY emptyingChanged)
+
+ public:
+  using QObject::QObject;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+  AccessController* access() const { return access_; }
+  void setAccess(AccessController* access);
+
+  QString volumeName() const;
+  QString totalText() const;
+  double usedPercent() const { return disk().usedPercent; }
+  qint64 usedBytes() const { return disk().used; }
+  qint64 totalBytes() const { return disk().total; }
+  qint64 freeBytes() const { return disk().free; }
+
+  bool isScanning() const;
+  QString percentText() const;
+
+  bool showsMap() const { return shows(MainPane::map); }
+  bool showsMonitor() const { return shows(MainPane::monitor); }
+  bool showsApps() const { return shows(MainPane::apps); }
+  QString mapBadge() const;
+  QString trashBadge() const;
+  bool isEmptying() const { return emptying_; }
+
+  // Scans a folder. The whole disk is scanned only with the right to read it, which is looked for
+  // anew; without it the gate is raised and nothing starts.
+  Q_INVOKABLE void scanPath(const tessaly::PathHandle& path);
+  Q_INVOKABLE void scanFullMac();
+
+  Q_INVOKABLE void showMap();
+  Q_INVOKABLE void showMonitor();
+  Q_INVOKABLE void showApps();
+
+  // Empties the Trash at once, without a question. Nothing happens while there is nothing in it,
+  // and while it is being emptied.
+  Q_INVOKABLE void emptyTrash();
+
+  Q_INVOKABLE void togglePin(const tessaly::PathHandle& path);
+  Q_INVOKABLE void removeExclude(const tessaly::PathHandle& path);
+  Q_INVOKABLE void toggleFilter(const QString& filterId);
+  Q_INVOKABLE void toggleSkip(const QString& filterId);
+
+ signals:
+  void sessionChanged();
+  void accessChanged();
+  void volumeNameChanged();
+  void diskChanged();
+  void scanningChanged();
+  void percentTextChanged();
+  void paneChanged();
+  void mapBadgeChanged();
+  void trashBadgeChanged();
+  void emptyingChanged();
+
+ private:
+  const DiskUsage& disk() const;
+  bool shows(MainPane pane) const;
+  void setPane(MainPane pane);
+  void setEmptying(bool emptying);
+
+  ScanSession* session_ = nullptr;
+  QPointer<AccessController> access_;
+  bool emptying_ = false;
+};
+
+}  // namespace tessaly

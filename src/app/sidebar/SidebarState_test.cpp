@@ -1,0 +1,250 @@
+#include "app/sidebar/SidebarState.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class SidebarStateTest : public SessionFixture {
+ protected:
+  SidebarStateTest() {
+    state_->setSession(&session());
+    state_->setAccess(&access_);
+  }
+
+  bool mayRead_ = false;
+  int probes_ = 0;
+  AccessController access_{settings_, [this] {
+                             ++probes_;
+                             return mayRead_;
+                           }};
+  std::unique_ptr<SidebarState> state_ = std::make_unique<SidebarState>();
+};
+
+TEST(SidebarStateAlone, says_and_does_nothing) {
+  SidebarState state;
+  EXPECT_EQ(state.volumeName(), QString());
+  EXPECT_EQ(state.mapBadge(), QString());
+  EXPECT_EQ(state.trashBadge(), QString());
+  EXPECT_FALSE(state.isScanning());
+  EXPECT_FALSE(state.showsMap());
+  EXPECT_EQ(state.totalBytes(), 0);
+  state.scanFullMac();
+  state.scanPath(PathHandle("/a"));
+  state.emptyTrash();
+  EXPECT_FALSE(state.isEmptying());
+}
+
+TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
+  const QSignalSpy disks(state_.get(), &SidebarState::diskChanged);
+  const QSignalSpy names(state_.get(), &SidebarState::volumeNameChanged);
+  EXPECT_EQ(state_->volumeName(), QStringLiteral("Macintosh HD"));
+  volume_ =
+      DiskUsage{.total = 4LL << 30U, .used = 3LL << 30U, .free = 1LL << 30U, .usedPercent = 75};
+  df_ =
+      "Filesystem 1K-blocks Used Available Use% Mounted on\n"
+      "/dev/sdb1 200 50 150 25% /media/st\xef"
+      "ck\n";
+  scanTo(
+      folder("/media/st\xef"
+             "ck",
+             1,
+             {file("/media/st\xef"
+                   "ck/f",
+                   1)}));
+  EXPECT_EQ(state_->volumeName(), QStringLiteral("st\uFFFDck"));
+  EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB APFS"));
+  EXPECT_EQ(state_->usedPercent(), 75);
+  EXPECT_EQ(state_->usedBytes(), qint64{3} << 30U);
+  EXPECT_EQ(state_->totalBytes(), qint64{4} << 30U);
+  EXPECT_EQ(state_->freeBytes(), qint64{1} << 30U);
+  EXPECT_EQ(disks.count(), 1);
+  EXPECT_GE(names.count(), 1);
+}
+
+TEST_F(SidebarStateTest, raises_the_gate_for_the_whole_disk_without_the_right_to_read_it) {
+  for (const bool byPath : {false, true}) {
+    access_.setShowGate(false);
+    const int before = probes_;
+    if (byPath) {
+      state_->scanPath(PathHandle("/"));
+    } else {
+      state_->scanFullMac();
+    }
+    EXPECT_EQ(probes_, before + 1) << "the right is looked for anew";
+    EXPECT_TRUE(access_.showGate());
+    EXPECT_EQ(session().status(), ScanStatus::idle);
+    EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 0U);
+  }
+}
+
+TEST_F(SidebarStateTest, scans_the_whole_disk_as_soon_as_the_right_is_there) {
+  ASSERT_TRUE(access_.showGate());
+  mayRead_ = true;
+  state_->scanFullMac();
+  EXPECT_FALSE(access_.showGate());
+  EXPECT_EQ(session().scanRoot(), "/");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  session().cancel();
+  state_->scanPath(PathHandle("/"));
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+TEST_F(SidebarStateTest, scans_any_other_folder_straight_away) {
+  access_.setShowGate(false);
+  const int before = probes_;
+  state_->scanPath(
+      PathHandle("/media/st\xef"
+                 "ck"));
+  EXPECT_EQ(session().scanRoot(),
+            "/media/st\xef"
+            "ck");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(probes_, before);
+  EXPECT_FALSE(access_.showGate());
+}
+
+TEST_F(SidebarStateTest, tells_how_far_a_scan_is_in_whole_percent) {
+  const QSignalSpy scans(state_.get(), &SidebarState::scanningChanged);
+  QSignalSpy percents(state_.get(), &SidebarState::percentTextChanged);
+  walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) { callbacks.percent(0.469); };
+  walks_.at(0).result = folder("/a", 1, {file("/a/f", 1)});
+  session().scan("/a");
+  EXPECT_TRUE(state_->isScanning());
+  EXPECT_EQ(state_->percentText(), QStringLiteral("0%"));
+  runWalks();
+  dispatch_.step(Queue::main);
+  EXPECT_EQ(state_->percentText(), QStringLiteral("46%"));
+  EXPECT_GE(percents.count(), 1);
+  dispatch_.drainAll();
+  EXPECT_FALSE(state_->isScanning());
+  EXPECT_EQ(scans.count(), 2);
+}
+
+TEST_F(SidebarStateTest, knows_and_changes_the_pane_in_front) {
+  const QSignalSpy changes(state_.get(), &SidebarState::paneChanged);
+  EXPECT_TRUE(state_->showsMap());
+  state_->showMonitor();
+  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_TRUE(state_->showsMonitor());
+  EXPECT_FALSE(state_->showsMap());
+  state_->showApps();
+  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_TRUE(state_->showsApps());
+  state_->showMap();
+  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(SidebarStateTest, puts_the_size_of_what_is_on_screen_behind_the_map) {
+  EXPECT_EQ(state_->mapBadge(), QString());
+  const QSignalSpy changes(state_.get(), &SidebarState::mapBadgeChanged);
+  scanTo(folder("/a", 3 << 20U, {folder("/a/b", 1 << 20U, {file("/a/b/f", 1 << 20U)})}));
+  EXPECT_EQ(state_->mapBadge(), QStringLiteral("3.0 MB"));
+  session().open(session().current()->children().front());
+  EXPECT_EQ(state_->mapBadge(), QStringLiteral("1.0 MB"));
+  EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(SidebarStateTest, counts_what_lies_in_the_trash_from_one_on) {
+  const QSignalSpy changes(state_.get(), &SidebarState::trashBadgeChanged);
+  for (const auto& [printed, badge] :
+       {std::pair("1", "1"), {"1234", "1234"}, {"0", ""}, {"-1", ""}}) {
+    trash_ = printed;
+    session().refreshDisk();
+    EXPECT_EQ(state_->trashBadge().toStdString(), badge);
+  }
+  EXPECT_EQ(changes.count(), 4);
+}
+
+TEST_F(SidebarStateTest, empties_the_trash_once_however_often_it_is_asked) {
+  trash_ = "3";
+  emptied_ = "0";
+  session().refreshDisk();
+  const QSignalSpy changes(state_.get(), &SidebarState::emptyingChanged);
+  state_->emptyTrash();
+  EXPECT_TRUE(state_->isEmptying());
+  state_->emptyTrash();
+  EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 1U);
+  dispatch_.drain(Queue::userInitiated);
+  EXPECT_TRUE(state_->isEmptying());
+  state_->emptyTrash();
+  EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 0U);
+  runMain();
+  EXPECT_FALSE(state_->isEmptying());
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_EQ(state_->trashBadge(), QString());
+  EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(SidebarStateTest, has_stopped_emptying_when_the_new_count_comes) {
+  trash_ = "3";
+  emptied_ = "0";
+  session().refreshDisk();
+  state_->emptyTrash();
+  bool wasEmptying = true;
+  QObject::connect(state_.get(), &SidebarState::trashBadgeChanged, state_.get(),
+                   [&] { wasEmptying = state_->isEmptying(); });
+  dispatch_.drainAll();
+  EXPECT_FALSE(wasEmptying);
+}
+
+TEST_F(SidebarStateTest, may_try_again_when_the_trash_could_not_be_emptied) {
+  trash_ = "3";
+  session().refreshDisk();
+  for (int tries = 1; tries <= 2; ++tries) {
+    state_->emptyTrash();
+    dispatch_.drainAll();
+    EXPECT_FALSE(state_->isEmptying());
+    EXPECT_EQ(state_->trashBadge(), QStringLiteral("3"));
+    EXPECT_EQ(emptyings_, tries);
+  }
+}
+
+TEST_F(SidebarStateTest, does_nothing_with_an_empty_trash) {
+  emptied_ = "0";
+  trash_ = "0";
+  session().refreshDisk();
+  state_->emptyTrash();
+  EXPECT_FALSE(state_->isEmptying());
+  dispatch_.drainAll();
+  EXPECT_EQ(emptyings_, 0);
+}
+
+TEST_F(SidebarStateTest, may_go_while_the_trash_is_being_emptied) {
+  trash_ = "3";
+  emptied_ = "0";
+  session().refreshDisk();
+  state_->emptyTrash();
+  state_.reset();
+  dispatch_.drainAll();
+  EXPECT_EQ(session().trashCount(), 0);
+}
+
+TEST_F(SidebarStateTest, acts_on_the_bytes_of_a_folder) {
+  const PathHandle folder("/caf\xe9");
+  state_->togglePin(folder);
+  EXPECT_EQ(session().pins(), std::vector<std::string>{"/caf\xe9"});
+  state_->togglePin(folder);
+  EXPECT_TRUE(session().pins().empty());
+  session().setExcludes({"/caf\xe8", "/caf\xe9"});
+  state_->removeExclude(folder);
+  EXPECT_EQ(session().excludes(), std::vector<std::string>{"/caf\xe8"});
+}
+
+TEST_F(SidebarStateTest, skips_a_filter_without_highlighting_it_and_the_other_way_round) {
+  state_->toggleFilter(QStringLiteral("xcode"));
+  state_->toggleSkip(QStringLiteral("build"));
+  EXPECT_TRUE(session().filters()[1].enabled);
+  EXPECT_FALSE(session().filters()[1].skipScan);
+  EXPECT_FALSE(session().filters()[2].enabled);
+  EXPECT_TRUE(session().filters()[2].skipScan);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,47 @@
+#include "app/sidebar/VolumeListModel.h"
+
+#include <cstddef>
+
+#include "app/model/DisplayText.h"
+
+namespace tessaly {
+
+void VolumeListModel::setSession(ScanSession* session) {
+  if (session == session_) return;
+  if (session_ != nullptr) session_->disconnect(this);
+  session_ = session;
+  if (session_ != nullptr)
+    connect(session_, &ScanSession::volumesChanged, this, &VolumeListModel::follow);
+  emit sessionChanged();
+  follow();
+}
+
+void VolumeListModel::follow() {
+  beginResetModel();
+  volumes_ = session_ != nullptr ? session_->volumes() : std::vector<VolumeMount>();
+  endResetModel();
+  emit countChanged();
+}
+
+int VolumeListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : count();
+}
+
+QVariant VolumeListModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  const VolumeMount& volume = volumes_[static_cast<std::size_t>(index.row())];
+  switch (role) {
+    case NameRole:
+      return displayText(volume.name);
+    case PathRole:
+      return QVariant::fromValue(PathHandle(volume.path));
+    default:
+      return {};
+  }
+}
+
+QHash<int, QByteArray> VolumeListModel::roleNames() const {
+  return {{NameRole, "name"}, {PathRole, "path"}};
+}
+
+}  // namespace tessaly
