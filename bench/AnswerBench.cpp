@@ -17,6 +17,9 @@
 #include <QTimer>
 
 #include "app/Application.h"
+#include "support/FakeHotKey.h"
+#include "support/FakeLoginItem.h"
+#include "support/FakeStatusBarExtra.h"
 #include "support/MemorySettings.h"
 #include "support/TempTree.h"
 
@@ -50,9 +53,16 @@ void runFor(std::chrono::milliseconds duration) {
 
 Figures scanOnce(const std::string& folder) {
   MemorySettings settings;
+  FakeLoginItem loginItem;
+  FakeStatusBarExtra statusBar;
+  FakeHotKey hotKey;
   const TempTree support;
-  Application application(
-      {.settings = &settings, .homeDirectory = folder, .supportDirectory = support.path()});
+  Application application({.settings = &settings,
+                           .loginItem = &loginItem,
+                           .statusBar = &statusBar,
+                           .hotKey = &hotKey,
+                           .homeDirectory = folder,
+                           .supportDirectory = support.path()});
   application.window().show();
   runFor(std::chrono::milliseconds(500));
 

@@ -13,11 +13,14 @@
 #include "app/controls/QtColor.h"
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/LinuxNotifications.h"
+#include "app/desktop/LinuxStatusBarExtra.h"
 #include "app/desktop/LinuxWorkspace.h"
 #include "app/desktop/QtFolderPanel.h"
 #include "app/desktop/QtPasteboard.h"
 #include "app/desktop/QtSavePanel.h"
 #include "app/desktop/Renderer.h"
+#include "app/desktop/StatusIcon.h"
+#include "app/desktop/X11HotKey.h"
 #include "app/preview/PreviewReader.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
@@ -91,6 +94,9 @@ Application::Application(const Seams& seams) {
   });
   prefs_ = std::make_unique<MarrowPrefs>(settings);
 
+  NotificationCenter& notifications = orOwn(seams.notifications, ownNotifications_, [&] {
+    return std::make_unique<LinuxNotifications>(dispatch);
+  });
   Workspace& workspace = orOwn(seams.workspace, ownWorkspace_,
                                [&] { return std::make_unique<LinuxWorkspace>(dispatch); });
   Pasteboard& pasteboard =
@@ -110,8 +116,7 @@ Application::Application(const Seams& seams) {
       .pasteboard = pasteboard,
       .icon = orOwn(seams.icon, ownIcon_,
                     [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
-      .notifications = orOwn(seams.notifications, ownNotifications_,
-                             [&] { return std::make_unique<LinuxNotifications>(dispatch); }),
+      .notifications = notifications,
       .trash = orOwn(seams.trash, ownTrash_, [] { return userTrash(); }),
       .prefs = *prefs_,
       .homeDirectory = home,
@@ -121,6 +126,9 @@ Application::Application(const Seams& seams) {
       .volumeUsage = seams.volumeUsage,
       .now = seams.now,
       .date = seams.date});
+  LoginItem& login = orOwn(seams.loginItem, ownLoginItem_, [] { return loginItem(); });
+  installHotKey(
+      orOwn(seams.hotKey, ownHotKey_, [&] { return std::make_unique<X11HotKey>(dispatch); }));
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
   PreviewPanel& previewPanel = orOwn(seams.previewPanel, ownPreviewPanel_, [&] {
@@ -146,13 +154,15 @@ Application::Application(const Seams& seams) {
                                Trash::openInEditor(path, workspace, openTool);
                              }});
 
-  gateActions_ = std::make_unique<AccessGateActions>(AccessGateActions::Services{
-      .access = *access_,
-      .workspace = workspace,
-      .relaunch = {.dispatch = dispatch,
-                   .giveUpInstance = {},
-                   .quit = seams.quit ? seams.quit : [] { QCoreApplication::quit(); },
-                   .launch = seams.launch}});
+  // Not quit(), which a window may refuse.
+  const std::function<void()> quit = seams.quit ? seams.quit : [] { QCoreApplication::exit(); };
+  gateActions_ = std::make_unique<AccessGateActions>(
+      AccessGateActions::Services{.access = *access_,
+                                  .workspace = workspace,
+                                  .relaunch = {.dispatch = dispatch,
+                                               .giveUpInstance = seams.giveUpInstance,
+                                               .quit = quit,
+                                               .launch = seams.launch}});
 
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
@@ -164,6 +174,31 @@ Application::Application(const Seams& seams) {
   if (window_ == nullptr) qFatal("The main window could not be made.");
   if (ownIcon_) ownIcon_->setWindow(window_);
   if (ownPreviewPanel_) ownPreviewPanel_->setOwner(window_);
+
+  activation_.add(*window_);
+  QObject::connect(prefs_.get(), &MarrowPrefs::mainWindowWanted, engine_.get(),
+                   [this] { bringForward(); });
+
+  StatusBarExtra& extra = orOwn(seams.statusBar, ownStatusBar_, [&] {
+    return std::make_unique<LinuxStatusBarExtra>(
+        dispatch, [](const StatusBarExtra::Label& label) { return StatusIcon::paint(label); });
+  });
+  statusBar_ = std::make_unique<StatusBar>(
+      *session_, login, extra,
+      StatusBar::Program{.showMainWindow = [this] { prefs_->showMainWindow(); },
+                         .activate = [this] { bringForward(); },
+                         .quit = quit});
+  windowStart_ = std::make_unique<WindowStart>(
+      dispatch, extra,
+      WindowStart::Window{.show = [this] { window_->show(); },
+                          .setQuitsOnClose = QGuiApplication::setQuitOnLastWindowClosed});
+  delegate_ = std::make_unique<AppDelegate>(AppDelegate::Services{
+      .prefs = *prefs_,
+      .notifications = notifications,
+      .beginWindow = [this](bool startHidden) { windowStart_->begin(startHidden); },
+      .volumeUsage = seams.volumeUsage,
+      .run = seams.run,
+      .date = seams.date});
 
   session_->refreshDisk();
   access_->refresh();
@@ -180,5 +215,25 @@ void Application::lookAgain() {
 }
 
 Application::~Application() = default;
+
+void Application::launch() {
+  delegate_->applicationDidFinishLaunching();
+}
+
+void Application::reopen() {
+  delegate_->applicationShouldHandleReopen(window_->isVisible());
+}
+
+void Application::bringForward() {
+  windowStart_->settle();
+  activation_.showMainWindow();
+}
+
+void Application::installHotKey(GlobalHotKey& hotKey) {
+  hotKey.install([this] {
+    bringForward();
+    session_->setSearchOpen(true);
+  });
+}
 
 }  // namespace tessaly

@@ -15,6 +15,8 @@
 
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/MainQueue.h"
+#include "app/desktop/WindowActivation.h"
+#include "app/desktop/WindowStart.h"
 #include "app/model/NodeActions.h"
 #include "app/overlays/AccessGateActions.h"
 #include "app/quicklook/PreviewWindow.h"
@@ -22,18 +24,23 @@
 #include "platform/ApplicationIcon.h"
 #include "platform/Dispatch.h"
 #include "platform/FolderPanel.h"
+#include "platform/GlobalHotKey.h"
+#include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
 #include "platform/PreviewPanel.h"
 #include "platform/Process.h"
 #include "platform/SavePanel.h"
 #include "platform/SettingsStore.h"
+#include "platform/StatusBarExtra.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/OpenTool.h"
 #include "session/AccessController.h"
+#include "session/AppDelegate.h"
 #include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
+#include "session/StatusBar.h"
 
 namespace tessaly {
 
@@ -55,7 +62,11 @@ class Application {
     std::optional<OpenTool> openTool = {};  // what opens terminals and editors
     AccessController::Probe access = {};    // whether all of the disk may be read
     std::function<Outcome(const Process::Launch&)> launch = {};  // of the program anew
+    std::function<void()> giveUpInstance = {};                   // lets that start beside this one
     std::function<void()> quit = {};
+    LoginItem* loginItem = nullptr;
+    StatusBarExtra* statusBar = nullptr;
+    GlobalHotKey* hotKey = nullptr;
     std::string homeDirectory = {};
     ScanStore::Directory supportDirectory = {};  // where scans leave their files
     ScanSession::Walk walk = {};
@@ -75,12 +86,19 @@ class Application {
   explicit Application(const Seams& seams);
   ~Application();
 
+  // The life of the program begins: the window shows, unless the user wants it hidden.
+  void launch();
+  // The program was started again while it runs.
+  void reopen();
+
   ScanSession& session() { return *session_; }
   AccessController& access() { return *access_; }
   QQuickWindow& window() { return *window_; }
 
  private:
   void lookAgain();
+  void bringForward();
+  void installHotKey(GlobalHotKey& hotKey);
 
   MainQueue mainQueue_;
   std::unique_ptr<Dispatch> ownDispatch_;
@@ -92,15 +110,22 @@ class Application {
   std::unique_ptr<NotificationCenter> ownNotifications_;
   std::unique_ptr<TrashMover> ownTrash_;
   std::unique_ptr<SettingsStore> ownSettings_;
+  std::unique_ptr<LoginItem> ownLoginItem_;
+  std::unique_ptr<StatusBarExtra> ownStatusBar_;
   std::unique_ptr<MarrowPrefs> prefs_;
   std::unique_ptr<AccessController> access_;
   std::unique_ptr<ScanSession> session_;
+  WindowActivation activation_;
+  std::unique_ptr<AppDelegate> delegate_;
   std::unique_ptr<NodeActions> nodeActions_;
   std::unique_ptr<AccessGateActions> gateActions_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
   std::unique_ptr<PreviewWindow> ownPreviewPanel_;
   std::unique_ptr<QuickLook> quickLook_;
   QQuickWindow* window_ = nullptr;
+  std::unique_ptr<StatusBar> statusBar_;
+  std::unique_ptr<WindowStart> windowStart_;
+  std::unique_ptr<GlobalHotKey> ownHotKey_;  // goes first: it tells the others
 };
 
 }  // namespace tessaly

@@ -31,11 +31,15 @@ class MarrowPrefs : public QObject {
   bool diskAlerts() const { return diskAlerts_; }
   void setDiskAlerts(bool alerts);
 
+  // Asks for all main windows to come forward, from wherever they are.
+  Q_INVOKABLE void showMainWindow() { emit mainWindowWanted(); }
+
   SettingsStore& defaults() const { return defaults_; }
 
  signals:
   void startHiddenChanged();
   void diskAlertsChanged();
+  void mainWindowWanted();
 
  private:
   SettingsStore& defaults_;

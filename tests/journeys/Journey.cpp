@@ -14,10 +14,14 @@ Journey::Journey(std::string_view tree, Lend lend) : tree_(tree), lend_(std::mov
   start();
 }
 
-void Journey::start() {
+void Journey::make() {
   Application::Seams seams = seamsOf(machine_, tree_.path());
   if (lend_) lend_(seams);
   application_ = std::make_unique<Application>(seams);
+}
+
+void Journey::start() {
+  make();
   window().show();
   settle(window());
 }
@@ -25,6 +29,12 @@ void Journey::start() {
 void Journey::restart() {
   application_.reset();
   start();
+}
+
+void Journey::relaunch() {
+  application_.reset();
+  make();
+  application_->launch();
 }
 
 QQuickItem* Journey::item(const QString& name) {

@@ -26,8 +26,12 @@ class Journey : public testing::Test {
   ScanSession& session() { return application_->session(); }
   QQuickWindow& window() { return application_->window(); }
 
+  Application& application() { return *application_; }
+
   // Ends the program, and starts it once more on the same machine.
   void restart();
+  // The same, but whether the window shows is left to the program.
+  void relaunch();
 
   // What is shown under this object name; a failure and null when there is no such thing.
   QQuickItem* item(const QString& name);
@@ -59,6 +63,7 @@ class Journey : public testing::Test {
   FakeWorkspace& workspace_ = machine_.workspace;
 
  private:
+  void make();
   void start();
 
   Lend lend_;

@@ -10,9 +10,9 @@
 #include "app/Application.h"
 #include "journeys/Seams.h"
 #include "journeys/WindowItems.h"
-#include "journeys/XServer.h"
 #include "look/MarrowTheme.h"
 #include "support/TempTree.h"
+#include "support/XServer.h"
 #include "treemap/NodeTint.h"
 #include "treemap/TreemapLayout.h"
 
@@ -75,6 +75,7 @@ QProcessEnvironment environmentFor(const XServer& server, const std::string& hom
   environment.insert(QStringLiteral("HOME"), QString::fromStdString(home));
   for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
     environment.insert(QString::fromLatin1(name), QString::fromStdString(state));
+  environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state + "/run"));
   // No bus is needed, and none of the user's is to be touched.
   environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/none"));
   return environment;
@@ -95,7 +96,7 @@ class Program {
   bool isRunning() const { return process_.state() == QProcess::Running; }
 
  private:
-  TempTree state_;
+  TempTree state_{"run/ mode=0700\n"};
   QProcess process_;
 };
 
@@ -210,6 +211,7 @@ TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
   server_.click(twin_.middleOf(QStringLiteral("idleScanHome")));
+  // Where it stands the map comes up, and the glow of the tile under it reaches its neighbours.
   server_.movePointer({1, 1});
   twin_.scan();
   const std::vector<TreemapRect> top = twin_.tiles();

@@ -35,7 +35,9 @@ TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
   EXPECT_TRUE(shows("scanningScreen"));
   EXPECT_FALSE(shows("canvas"));
   EXPECT_EQ(text("progress"), QStringLiteral("Scanning started…"));
-  EXPECT_EQ(text("percent"), QStringLiteral("0%"));
+  QQuickItem* const percent = itemNamed(item("scanningScreen"), "percent");
+  ASSERT_NE(percent, nullptr);
+  EXPECT_EQ(percent->property("text").toString(), QStringLiteral("0%"));
 }
 
 TEST_F(Scan, ends_with_the_map_of_the_home_folder) {

@@ -27,6 +27,9 @@ inline Application::Seams seamsOf(FakeMachine& machine, const std::string& homeD
                 return succeeded();
               },
           .quit = [&machine] { ++machine.timesQuit; },
+          .loginItem = &machine.loginItem,
+          .statusBar = &machine.statusBar,
+          .hotKey = &machine.hotKey,
           .homeDirectory = homeDirectory,
           .supportDirectory = machine.support.path(),
           .run = noTools,

@@ -90,7 +90,9 @@ Application::Seams seamsOf(FakeMachine& machine, bool canBeRead) {
 void settle(QQuickWindow& window) {
   const auto isMoving = [&] {
     const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
-    return toast != nullptr && toast->opacity() > 0 && toast->opacity() < 1;
+    if (toast == nullptr) return false;
+    const bool isWanted = toast->property("state").toString() == QLatin1String("shown");
+    return isWanted ? toast->opacity() < 1 : toast->opacity() > 0;
   };
   do {
     for (int round = 0; round < 3; ++round) {

@@ -16,6 +16,9 @@
 #include "picture/HeldWalk.h"
 #include "picture/PictureOptions.h"
 #include "platform/HomeDirectory.h"
+#include "support/FakeHotKey.h"
+#include "support/FakeLoginItem.h"
+#include "support/FakeStatusBarExtra.h"
 #include "support/MemorySettings.h"
 
 using namespace tessaly;
@@ -71,8 +74,15 @@ int takePicture(const PictureOptions& options) {
   const bool fails = options.screen == Screen::failed;
   // The picture neither shows nor changes what the program remembers for its user.
   MemorySettings settings;
+  // Nor is it a program that the desktop knows of.
+  FakeLoginItem loginItem;
+  FakeStatusBarExtra statusBar;
+  FakeHotKey hotKey;
   const QTemporaryDir support;
   Application application({.settings = &settings,
+                           .loginItem = &loginItem,
+                           .statusBar = &statusBar,
+                           .hotKey = &hotKey,
                            .homeDirectory = fails ? root + "/nothing here" : root,
                            .supportDirectory = support.path().toStdString(),
                            .walk = std::ref(walk)});

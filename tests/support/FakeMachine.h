@@ -10,11 +10,14 @@
 #include "session/ScanSession.h"
 #include "support/FakeApplicationIcon.h"
 #include "support/FakeFolderPanel.h"
+#include "support/FakeHotKey.h"
+#include "support/FakeLoginItem.h"
 #include "support/FakeNotificationCenter.h"
 #include "support/FakeOpenTool.h"
 #include "support/FakePasteboard.h"
 #include "support/FakePreviewPanel.h"
 #include "support/FakeSavePanel.h"
+#include "support/FakeStatusBarExtra.h"
 #include "support/FakeWorkspace.h"
 #include "support/HandSteppedDispatch.h"
 #include "support/MemorySettings.h"
@@ -35,6 +38,9 @@ struct FakeMachine {
   FakeOpenTool openTool;
   FakeApplicationIcon icon;
   FakeNotificationCenter notifications;
+  FakeLoginItem loginItem;
+  FakeStatusBarExtra statusBar;
+  FakeHotKey hotKey;
   MemoryTrash trash;
   bool isAccessGranted = true;
   DiskUsage disk = {.total = 1000, .used = 400, .free = 600, .usedPercent = 40, .purgeable = 0};

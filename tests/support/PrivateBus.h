@@ -29,6 +29,9 @@ class PrivateBus {
   // False where dbus-daemon could not be started.
   bool isRunning() const { return !address_.isEmpty(); }
 
+  // As DBUS_SESSION_BUS_ADDRESS takes it.
+  const QString& address() const { return address_; }
+
   // A new connection of somebody who is not there yet, else the one he has. Any thread.
   QDBusConnection connection(const QString& who);
 

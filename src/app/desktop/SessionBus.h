@@ -23,6 +23,7 @@ class SessionBus {
   using Connect = std::function<QDBusConnection()>;
   // Gets the reply, or an error message.
   using Answer = std::function<void(const QDBusMessage&)>;
+  using Use = std::function<void(QDBusConnection& bus)>;
 
   static QDBusConnection connectToReal() { return QDBusConnection::sessionBus(); }
 
@@ -37,10 +38,11 @@ class SessionBus {
   // Sends a signal. Without a bus it is lost.
   void emitSignal(const QDBusMessage& signal);
 
- private:
-  using Use = std::function<void(QDBusConnection& bus)>;
-
+  // Runs `use` on the main thread as soon as the bus is open, which may be at once. Without a bus
+  // it gets a connection that is not connected.
   void whenOpen(Use use);
+
+ private:
   void opened(const QDBusConnection& bus);
 
   Dispatch& dispatch_;

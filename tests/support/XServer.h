@@ -3,12 +3,17 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 #include <xcb/xcb.h>
 
 #include <QImage>
-#include <QProcess>
 #include <QSize>
 #include <QString>
+
+#include "platform/Process.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 
@@ -33,10 +38,19 @@ class XServer {
   void click(QPoint point);
   void movePointer(QPoint point);
 
- private:
-  void xdotool(const QStringList& arguments);
+  // Presses and releases keys together, as xdotool names them: "ctrl+shift+space".
+  void pressKeys(const std::string& keys);
 
-  QProcess process_;
+  // A way in beside that of the program.
+  xcb_connection_t* connection() const { return connection_; }
+  xcb_window_t root() const { return screen_->root; }
+
+ private:
+  void xdotool(std::vector<std::string> arguments);
+
+  TempTree folder_;  // where the server says what it is called
+  // None of Qt's own: how QProcess forks makes the thread sanitizer blind on this thread.
+  std::optional<Process> process_;
   QString display_;
   xcb_connection_t* connection_ = nullptr;
   xcb_screen_t* screen_ = nullptr;

@@ -1,0 +1,55 @@
+#include "app/desktop/ReopenRequests.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+class ReopenRequestsTest : public testing::Test {
+ protected:
+  bool startAgain() { return !SingleInstance::claim(place_, 0).has_value(); }
+
+  TempTree tree_;
+  SingleInstance::Place place_{tree_.at("run"), "tessaly"};
+  int reopened_ = 0;
+  ReopenRequests requests_{*SingleInstance::claim(place_), [this] { ++reopened_; }};
+};
+
+TEST_F(ReopenRequestsTest, come_from_later_starts) {
+  ASSERT_TRUE(startAgain());
+  EXPECT_EQ(reopened_, 0);
+  while (reopened_ == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  ASSERT_TRUE(startAgain());
+  while (reopened_ == 1) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(reopened_, 2);
+}
+
+TEST_F(ReopenRequestsTest, end_when_the_instance_is_given_up) {
+  requests_.giveUp();
+  auto next = SingleInstance::claim(place_, 0);
+  ASSERT_TRUE(next.has_value());
+  EXPECT_TRUE(startAgain());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(reopened_, 0);
+  EXPECT_TRUE(next->takeRequests());
+  requests_.giveUp();
+}
+
+TEST(ReopenRequests, never_come_to_an_instance_that_stands_alone) {
+  TempTree tree("file\n");
+  int reopened = 0;
+  ReopenRequests requests(*SingleInstance::claim({tree.at("file/run"), "tessaly"}),
+                          [&] { ++reopened; });
+  QCoreApplication::processEvents();
+  requests.giveUp();
+  EXPECT_EQ(reopened, 0);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,126 @@
+#include "app/desktop/WindowActivation.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/desktop/X11Fixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class WindowActivationTest : public X11Fixture {
+ protected:
+  // From now on this test hears what is said to the window manager.
+  void listen() {
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(other_, server_.root(), XCB_CW_EVENT_MASK, &mask);
+    sync(other_);
+  }
+  void TearDown() override {
+    const std::uint32_t none = 0;
+    xcb_change_window_attributes(other_, server_.root(), XCB_CW_EVENT_MASK, &none);
+    sync(other_);
+  }
+  static void sync(xcb_connection_t* connection) {
+    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+  }
+
+  // The windows that asked to be activated in the name of the user.
+  std::vector<xcb_window_t> activated() {
+    sync(ofQt());
+    sync(other_);
+    const std::string name = "_NET_ACTIVE_WINDOW";
+    const std::unique_ptr<xcb_intern_atom_reply_t, void (*)(void*)> atom(
+        xcb_intern_atom_reply(
+            other_,
+            xcb_intern_atom(other_, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+            nullptr),
+        std::free);
+    std::vector<xcb_window_t> windows;
+    while (true) {
+      const std::unique_ptr<xcb_generic_event_t, void (*)(void*)> event(xcb_poll_for_event(other_),
+                                                                        std::free);
+      if (!event) return windows;
+      const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+      if ((event->response_type & 0x7fU) == XCB_CLIENT_MESSAGE && message->type == atom->atom &&
+          message->data.data32[0] == 2)
+        windows.push_back(message->window);
+    }
+  }
+
+  static xcb_window_t idOf(const QWindow& window) {
+    return static_cast<xcb_window_t>(window.winId());
+  }
+
+  XServer& server_ = sharedXServer();
+  xcb_connection_t* other_ = server_.connection();
+  WindowActivation activation_;
+};
+
+TEST_F(WindowActivationTest, shows_a_hidden_window_and_gives_it_the_keyboard) {
+  QWindow window;
+  activation_.add(window);
+  activation_.showMainWindow();
+  settle();
+  EXPECT_TRUE(window.isVisible());
+  while (!window.isActive()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+TEST_F(WindowActivationTest, asks_the_window_manager_in_the_name_of_the_user) {
+  QWindow window;
+  activation_.add(window);
+  listen();
+  activation_.showMainWindow();
+  EXPECT_EQ(activated(), std::vector{idOf(window)});
+  activation_.showMainWindow();
+  EXPECT_EQ(activated(), std::vector{idOf(window)});
+}
+
+TEST_F(WindowActivationTest, brings_a_minimised_window_back_as_large_as_it_was) {
+  QWindow window;
+  activation_.add(window);
+  window.setWindowStates(Qt::WindowMinimized | Qt::WindowMaximized);
+  activation_.showMainWindow();
+  EXPECT_EQ(window.windowStates(), Qt::WindowStates(Qt::WindowMaximized));
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(WindowActivationTest, brings_a_closed_window_back) {
+  QWindow window;
+  activation_.add(window);
+  activation_.showMainWindow();
+  window.close();
+  ASSERT_FALSE(window.isVisible());
+  activation_.showMainWindow();
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(WindowActivationTest, brings_all_main_windows_and_no_other_window) {
+  QWindow first;
+  QWindow second;
+  QWindow other;
+  activation_.add(first);
+  activation_.add(second);
+  listen();
+  activation_.showMainWindow();
+  EXPECT_TRUE(first.isVisible());
+  EXPECT_TRUE(second.isVisible());
+  EXPECT_FALSE(other.isVisible());
+  EXPECT_EQ(activated(), (std::vector{idOf(first), idOf(second)}));
+}
+
+TEST_F(WindowActivationTest, forgets_a_window_that_has_gone) {
+  QWindow staying;
+  {
+    QWindow going;
+    activation_.add(going);
+    activation_.add(staying);
+  }
+  activation_.showMainWindow();
+  EXPECT_TRUE(staying.isVisible());
+}
+
+}  // namespace
+}  // namespace tessaly

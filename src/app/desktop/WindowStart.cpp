@@ -1,0 +1,45 @@
+#include "app/desktop/WindowStart.h"
+
+#include <utility>
+
+#include "app/desktop/WindowPolicy.h"
+
+namespace tessaly {
+
+WindowStart::WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Window window)
+    : dispatch_(dispatch), extra_(extra), window_(std::move(window)) {
+  extra_.setPresenceChanged([this] { followPresence(); });
+  followPresence();
+}
+
+WindowStart::~WindowStart() {
+  extra_.setPresenceChanged({});
+}
+
+void WindowStart::begin(bool startHidden) {
+  startHidden_ = startHidden;
+  isSettled_ = false;
+  decide();
+  if (isSettled_) return;
+  dispatch_.after(patience, Dispatch::Queue::main, [weakSelf = std::weak_ptr(self_)] {
+    const auto self = weakSelf.lock();
+    if (!self) return;
+    (*self)->hasWaited_ = true;
+    (*self)->decide();
+  });
+}
+
+void WindowStart::followPresence() {
+  window_.setQuitsOnClose(WindowPolicy::quitsOnClose(extra_.presence()));
+  decide();
+}
+
+void WindowStart::decide() {
+  if (isSettled_) return;
+  const auto start = WindowPolicy::atStart(startHidden_, extra_.presence(), hasWaited_);
+  if (start == WindowPolicy::Start::wait) return;
+  isSettled_ = true;
+  if (start == WindowPolicy::Start::show) window_.show();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,152 @@
+#include "platform/linux/AutostartEntry.h"
+
+#include <map>
+#include <optional>
+
+namespace tessaly::AutostartEntry {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(blanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+// What stands in the group "Desktop Entry", without translations: the first value of each key.
+std::map<std::string_view, std::string_view> entriesOf(std::string_view text) {
+  std::map<std::string_view, std::string_view> entries;
+  bool isOurs = false;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (line.starts_with('[')) {
+      isOurs = trimmed(line) == "[Desktop Entry]";
+      continue;
+    }
+    const std::size_t equals = line.find('=');
+    if (!isOurs || line.starts_with('#') || equals == std::string_view::npos) continue;
+    entries.try_emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+  }
+  return entries;
+}
+
+// A value as it stands in the file.
+std::string escaped(std::string_view value) {
+  std::string text;
+  for (const char c : value) {
+    switch (c) {
+      case '\\':
+        text += "\\\\";
+        break;
+      case '\n':
+        text += "\\n";
+        break;
+      case '\t':
+        text += "\\t";
+        break;
+      case '\r':
+        text += "\\r";
+        break;
+      default:
+        text += c;
+    }
+  }
+  return text;
+}
+
+std::string unescaped(std::string_view text) {
+  std::string value;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 == text.size()) {
+      value += text[i];
+      continue;
+    }
+    switch (text[++i]) {
+      case 's':
+        value += ' ';
+        break;
+      case 'n':
+        value += '\n';
+        break;
+      case 't':
+        value += '\t';
+        break;
+      case 'r':
+        value += '\r';
+        break;
+      case '\\':
+        value += '\\';
+        break;
+      default:
+        value += {'\\', text[i]};
+    }
+  }
+  return value;
+}
+
+constexpr std::string_view escapedInQuotes = "\"`$\\";
+
+// One argument of a command line.
+std::string quoted(std::string_view argument) {
+  std::string text = "\"";
+  for (const char c : argument) {
+    if (escapedInQuotes.find(c) != std::string_view::npos) text += '\\';
+    if (c == '%') text += '%';
+    text += c;
+  }
+  return text + '"';
+}
+
+// The first argument of a command line, absent where its quotes do not end.
+std::optional<std::string> programOf(std::string_view command) {
+  std::string program;
+  bool isQuoted = false;
+  for (std::size_t i = 0; i < command.size(); ++i) {
+    const char c = command[i];
+    const char next = i + 1 < command.size() ? command[i + 1] : '\0';
+    if (c == '"') {
+      isQuoted = !isQuoted;
+    } else if (c == ' ' && !isQuoted) {
+      return program;
+    } else if ((c == '%' && next == '%') ||
+               (c == '\\' && isQuoted && escapedInQuotes.find(next) != std::string_view::npos)) {
+      program += command[++i];
+    } else {
+      program += c;
+    }
+  }
+  if (isQuoted) return std::nullopt;
+  return program;
+}
+
+// A name without a folder is looked for where programs lie.
+bool names(std::string_view program, std::string_view executable) {
+  if (program.empty()) return false;
+  if (program.find('/') != std::string_view::npos) return program == executable;
+  return program == executable.substr(executable.rfind('/') + 1);
+}
+
+}  // namespace
+
+std::string starting(std::string_view executable) {
+  return "[Desktop Entry]\nType=Application\nName=Tessaly\nIcon=tessaly\nExec=" +
+         escaped(quoted(executable)) + "\n";
+}
+
+bool starts(std::string_view text, std::string_view executable) {
+  const auto entries = entriesOf(text);
+  const auto value = [&entries](std::string_view key) {
+    const auto found = entries.find(key);
+    return found == entries.end() ? std::string() : unescaped(found->second);
+  };
+  const std::optional<std::string> program = programOf(value("Exec"));
+  return value("Type") == "Application" && value("Hidden") != "true" &&
+         value("X-GNOME-Autostart-enabled") != "false" && program && names(*program, executable);
+}
+
+}  // namespace tessaly::AutostartEntry

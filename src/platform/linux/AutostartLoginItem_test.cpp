@@ -1,0 +1,176 @@
+#include "platform/linux/AutostartLoginItem.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/Process.h"
+#include "support/FakeLoginItem.h"
+#include "support/LoginItemContract.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FakeHarness {
+  LoginItem& item() { return fake; }
+  void refuse() { fake.refuses = true; }
+
+  FakeLoginItem fake;
+};
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoginItemContract, FakeHarness);
+
+// As a user who may not write there. Root may, whatever the mode of a folder says, so its thread
+// works with files as nobody from then on.
+struct AutostartHarness {
+  AutostartHarness() { fs::permissions(tree.path(), readable); }
+  ~AutostartHarness() {
+    ::setfsuid(::geteuid());
+    if (fs::exists(tree.at("config"))) fs::permissions(tree.at("config"), fs::perms::owner_all);
+    if (fs::exists(folder)) fs::permissions(folder, fs::perms::owner_all);
+  }
+  AutostartHarness(const AutostartHarness&) = delete;
+  AutostartHarness& operator=(const AutostartHarness&) = delete;
+
+  LoginItem& item() { return autostart; }
+  void refuse() {
+    constexpr uid_t nobody = 65534;
+    fs::create_directory(tree.at("config"));
+    if (fs::exists(folder)) fs::permissions(folder, locked);
+    fs::permissions(tree.at("config"), locked);
+    if (::geteuid() == 0) ::setfsuid(nobody);
+  }
+
+  static constexpr fs::perms readable{0755};
+  static constexpr fs::perms locked{0555};
+
+  TempTree tree;
+  std::string folder = tree.at("config/autostart");
+  AutostartLoginItem autostart{folder, "/usr/bin/tessaly"};
+};
+INSTANTIATE_TYPED_TEST_SUITE_P(Autostart, LoginItemContract, AutostartHarness);
+
+class AutostartLoginItemTest : public testing::Test {
+ protected:
+  std::string content() const {
+    std::ifstream in(path_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  void write(const std::string& text) {
+    fs::create_directories(folder_);
+    std::ofstream(path_, std::ios::binary) << text;
+  }
+
+  TempTree tree_;
+  std::string folder_ = tree_.at("config/autostart");
+  std::string path_ = folder_ + "/tessaly.desktop";
+  AutostartLoginItem item_{folder_, "/usr/bin/tessaly"};
+};
+
+TEST_F(AutostartLoginItemTest, writes_one_file_into_a_folder_that_it_makes) {
+  ASSERT_TRUE(item_.setEnabled(true));
+  EXPECT_EQ(content(),
+            "[Desktop Entry]\nType=Application\nName=Tessaly\nIcon=tessaly\n"
+            "Exec=\"/usr/bin/tessaly\"\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+}
+
+TEST_F(AutostartLoginItemTest, leaves_no_file_when_it_is_off) {
+  ASSERT_TRUE(item_.setEnabled(true));
+  ASSERT_TRUE(item_.setEnabled(false));
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
+TEST_F(AutostartLoginItemTest, is_off_where_the_user_has_hidden_it_and_can_be_put_on_again) {
+  write("[Desktop Entry]\nType=Application\nExec=/usr/bin/tessaly\nHidden=true\n");
+  EXPECT_FALSE(item_.isEnabled());
+  EXPECT_TRUE(item_.setEnabled(false));
+  EXPECT_TRUE(fs::exists(path_));
+  EXPECT_TRUE(item_.setEnabled(true));
+  EXPECT_TRUE(item_.isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, is_off_where_the_file_starts_another_program_which_stays) {
+  const std::string other = "[Desktop Entry]\nType=Application\nExec=/opt/other\n";
+  write(other);
+  EXPECT_FALSE(item_.isEnabled());
+  EXPECT_TRUE(item_.setEnabled(false));
+  EXPECT_EQ(content(), other);
+}
+
+TEST_F(AutostartLoginItemTest, takes_the_place_of_an_entry_for_an_older_place_of_the_program) {
+  write("[Desktop Entry]\nType=Application\nExec=/old/tessaly\n");
+  EXPECT_TRUE(item_.setEnabled(true));
+  EXPECT_TRUE(item_.isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, is_on_by_a_file_that_the_user_wrote) {
+  write("[Desktop Entry]\nType=Application\nName=Mine\nExec=tessaly\n");
+  EXPECT_TRUE(item_.isEnabled());
+  EXPECT_TRUE(item_.setEnabled(true));
+  EXPECT_NE(content().find("Mine"), std::string::npos);
+  EXPECT_TRUE(item_.setEnabled(false));
+  EXPECT_FALSE(fs::exists(path_));
+}
+
+TEST_F(AutostartLoginItemTest, sees_at_once_what_others_change) {
+  ASSERT_TRUE(item_.setEnabled(true));
+  fs::remove(path_);
+  EXPECT_FALSE(item_.isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, is_off_and_refuses_where_something_else_than_a_file_stands) {
+  fs::create_directories(path_);
+  EXPECT_FALSE(item_.isEnabled());
+  EXPECT_FALSE(item_.setEnabled(true));
+  EXPECT_TRUE(item_.setEnabled(false));
+  EXPECT_TRUE(fs::is_directory(path_));
+}
+
+TEST_F(AutostartLoginItemTest, refuses_where_the_folder_is_a_file) {
+  tree_.plant("config\n");
+  EXPECT_FALSE(item_.setEnabled(true));
+  EXPECT_FALSE(item_.isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, waits_for_nobody_who_never_writes) {
+  fs::create_directories(folder_);
+  ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
+  EXPECT_FALSE(item_.isEnabled());
+}
+
+// Not our own reading of the rules: GLib's, which several desktops start programs by. It takes only
+// paths that are UTF-8, and none with a percent sign: it looks for the program before it makes one
+// of two.
+TEST_F(AutostartLoginItemTest, is_understood_by_another_program) {
+  const char* gio = "/usr/bin/gio";
+  if (!fs::exists(gio)) GTEST_SKIP() << "gio is needed for this test";
+  for (const std::string name :
+       {"plain", "with blanks", "\"quoted\"", "it's", "$HOME `id`", "back\\slash\\n", "a\ttab",
+        "semi;colon&ampersand|<>", "h\xC3\xA9", "equal=sign", "~ # * ? ( )"}) {
+    const std::string executable = tree_.at(name);
+    std::ofstream(executable, std::ios::binary) << "#!/bin/sh\necho ran \"$#\"\n";
+    fs::permissions(executable, fs::perms::owner_all);
+    AutostartLoginItem item(folder_, executable);
+    ASSERT_TRUE(item.setEnabled(true)) << name;
+
+    Result<Process> launched =
+        Process::launch({.path = gio,
+                         .args = {"launch", path_},
+                         .environment = {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/none"}},
+                         .output = Process::Stream::captured});
+    ASSERT_TRUE(launched.ok());
+    ASSERT_TRUE(launched.value().waitUntil(Deadline::never()));
+    EXPECT_EQ(launched.value().readOutput(Deadline::never()), "ran 0\n") << name;
+  }
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,101 @@
+// The window and what the desktop has of the program beside it: status bar, hot key, second start.
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::Contains;
+using Presence = StatusBarExtra::Presence;
+
+class DesktopJourney : public Journey {
+ protected:
+  DesktopJourney() : Journey("notes.txt 2M\n") {}
+
+  // As after the user has closed the window.
+  void closeWindow() {
+    machine_.statusBar.become(Presence::shown);
+    window().close();
+    settle(window());
+    ASSERT_FALSE(window().isVisible());
+  }
+};
+
+TEST_F(DesktopJourney, the_window_comes_back_from_the_status_bar) {
+  closeWindow();
+  EXPECT_TRUE(machine_.statusBar.click("Open Tessaly"));
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(DesktopJourney, quick_search_of_the_status_bar_opens_in_the_window) {
+  closeWindow();
+  EXPECT_TRUE(machine_.statusBar.click("Quick Search…"));
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_TRUE(session().searchOpen());
+}
+
+TEST_F(DesktopJourney, scan_home_of_the_status_bar_scans_in_the_window) {
+  closeWindow();
+  EXPECT_TRUE(machine_.statusBar.click("Scan Home"));
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().scanRoot(), tree_.path());
+}
+
+TEST_F(DesktopJourney, the_hot_key_opens_the_search_and_does_not_close_it) {
+  closeWindow();
+  machine_.hotKey.press();
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_TRUE(session().searchOpen());
+  machine_.hotKey.press();
+  EXPECT_TRUE(session().searchOpen());
+}
+
+TEST_F(DesktopJourney, a_second_start_brings_the_window_back) {
+  closeWindow();
+  application().reopen();
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(DesktopJourney, closing_quits_only_without_a_status_bar) {
+  machine_.statusBar.become(Presence::shown);
+  EXPECT_FALSE(QGuiApplication::quitOnLastWindowClosed());
+  machine_.statusBar.become(Presence::absent);
+  EXPECT_TRUE(QGuiApplication::quitOnLastWindowClosed());
+}
+
+TEST_F(DesktopJourney, the_login_item_is_switched_in_the_status_bar) {
+  EXPECT_THAT(machine_.statusBar.lines(), Contains("Open at Login: Off"));
+  EXPECT_TRUE(machine_.statusBar.click("Open at Login: Off"));
+  EXPECT_TRUE(machine_.loginItem.enabled);
+  EXPECT_THAT(machine_.statusBar.lines(), Contains("Open at Login: On"));
+}
+
+TEST_F(DesktopJourney, a_hidden_start_shows_the_window_only_when_it_is_asked_for) {
+  machine_.statusBar.become(Presence::shown);
+  machine_.prefs.setStartHidden(true);
+  relaunch();
+  EXPECT_FALSE(window().isVisible());
+  dispatch_.advanceToNextDue();
+  dispatch_.drainAll();
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_TRUE(machine_.statusBar.click("Open Tessaly"));
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(DesktopJourney, a_hidden_start_shows_the_window_where_nothing_else_would_show) {
+  machine_.statusBar.become(Presence::absent);
+  machine_.prefs.setStartHidden(true);
+  relaunch();
+  EXPECT_FALSE(window().isVisible());
+  dispatch_.advance(WindowStart::patience);
+  dispatch_.drainAll();
+  EXPECT_TRUE(window().isVisible());
+}
+
+}  // namespace
+}  // namespace tessaly
