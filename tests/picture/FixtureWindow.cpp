@@ -15,7 +15,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 10> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 12> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -26,6 +26,8 @@ constexpr std::array<std::pair<const char*, Screen>, 10> screens = {{
     {"toast", Screen::toast},
     {"menu", Screen::menu},
     {"alert", Screen::alert},
+    {"gate", Screen::gate},
+    {"sidebar", Screen::sidebar},
 }};
 
 DiskNode childOf(const DiskNode& node, std::string_view name) {
@@ -118,13 +120,24 @@ QStringList FixtureWindow::names() {
   return all;
 }
 
-FixtureWindow::FixtureWindow(Screen screen, QSize size)
-    : application_(std::make_unique<Application>(seamsOf(machine_, screen != Screen::failed))) {
+FixtureWindow::FixtureWindow(Screen screen, QSize size) {
+  prepare(screen);
+  application_ = std::make_unique<Application>(seamsOf(machine_, screen != Screen::failed));
   QQuickWindow& window = application_->window();
   window.resize(size);
   window.show();
   settle(window);
   show(screen);
+}
+
+// What the machine and the last run have left for this one.
+void FixtureWindow::prepare(Screen screen) {
+  machine_.isAccessGranted = screen != Screen::gate;
+  if (screen != Screen::sidebar) return;
+  const std::string home = fixtureHome;
+  machine_.settings.setTexts(ScanStore::pinsKey, {home + "/Code", "/media/ada/Photos"});
+  machine_.settings.setTexts(ScanStore::recentsKey, {home + "/Downloads", "/"});
+  machine_.settings.setTexts(ScanStore::excludesKey, {home + "/VirtualBox VMs"});
 }
 
 void FixtureWindow::scan() {
@@ -142,7 +155,7 @@ void FixtureWindow::scanHalfWay() {
 
 void FixtureWindow::show(Screen screen) {
   ScanSession& session = application_->session();
-  if (screen == Screen::idle) return;
+  if (screen == Screen::idle || screen == Screen::gate) return;
   if (screen == Screen::scanning) return scanHalfWay();
   scan();
   if (screen == Screen::failed) return;
@@ -176,6 +189,10 @@ void FixtureWindow::show(Screen screen) {
       break;
     case Screen::alert:
       session.setCriticalWarning(tree);
+      break;
+    case Screen::sidebar:
+      session.toggleFilter(session.filters()[0].id);
+      session.toggleSkip(session.filters()[2].id);
       break;
     default:
       break;

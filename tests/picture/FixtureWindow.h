@@ -29,7 +29,9 @@ class FixtureWindow {
     selected,
     toast,
     menu,
-    alert
+    alert,
+    gate,
+    sidebar
   };
 
   // By their names on the command line, and back.
@@ -41,6 +43,7 @@ class FixtureWindow {
   QImage picture();
 
  private:
+  void prepare(Screen screen);
   void scan();
   void scanHalfWay();
   void show(Screen screen);

@@ -11,7 +11,9 @@ Column {
     required property string symbol
     required property color tint
 
-    visible: folders.count > 0
+    readonly property bool isFilled: folders.count > 0
+
+    visible: isFilled
     spacing: 3
 
     PathListModel {

@@ -40,6 +40,15 @@ TEST_F(Sidebar, with_nothing_shows_what_is_always_there) {
   keepPicture("sidebar-empty");
 }
 
+TEST_F(Sidebar, lists_the_first_folder_that_is_scanned_while_it_is_looked_at) {
+  show(1000);
+  ASSERT_FALSE(shows("recents"));
+  scanTo(folder("/srv/a", 1, {file("/srv/a/b", 1)}));
+  settle();
+  EXPECT_TRUE(shows("recents"));
+  EXPECT_EQ(labels("recents"), QStringList{"a"});
+}
+
 TEST_F(Sidebar, with_everything_keeps_all_in_the_column_and_apart) {
   fill();
   show(680);

@@ -8,7 +8,8 @@ Column {
 
     required property SidebarState actions
 
-    visible: pinned.visible || recents.visible
+    // Not by what is to be seen of them: nothing of them is, as long as this is hidden.
+    visible: pinned.isFilled || recents.isFilled
     spacing: 14
 
     PathSection {
