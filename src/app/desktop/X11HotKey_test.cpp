@@ -146,6 +146,7 @@ TEST_F(X11HotKeyTest, keeps_nothing_where_another_program_has_only_part_of_it) {
   ASSERT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_2));
   install();
   EXPECT_FALSE(hotKey_->isInstalled());
+  sync(ofQt());
   EXPECT_TRUE(grabBeside(commandShift));
   EXPECT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_LOCK));
 }

@@ -1,0 +1,163 @@
+// What comes before the window or stands in for a pane: opened, and put away again.
+#include <gmock/gmock.h>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char* files =
+    "Movies/\n"
+    "  beach.mp4 6M\n"
+    "notes.txt 2M\n";
+
+class Frames : public Journey {
+ protected:
+  Frames() : Journey(files) {
+    session().scanHome();
+    finishScan();
+    session().open(session().current()->children()[0]);
+  }
+};
+
+TEST_F(Frames, panes_come_to_the_front_and_go_by_escape_and_by_close) {
+  click("showApps");
+  EXPECT_TRUE(shows("apps"));
+  EXPECT_FALSE(shows("diskMap"));
+  EXPECT_FALSE(shows("crumbs"));
+  EXPECT_TRUE(shows("back"));
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(shows("diskMap"));
+  click("showPulse");
+  EXPECT_TRUE(shows("pulse"));
+  click("close");
+  EXPECT_TRUE(shows("diskMap"));
+  EXPECT_TRUE(shows("crumbs"));
+}
+
+TEST_F(Frames, search_lies_over_whichever_pane_is_in_front) {
+  click("searchField");
+  EXPECT_TRUE(shows("search"));
+  session().setPane(MainPane::apps);
+  EXPECT_TRUE(shows("search"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(session().searchOpen());
+  EXPECT_EQ(session().pane(), MainPane::apps);
+}
+
+TEST_F(Frames, search_leaves_the_title_bar_and_the_sidebar_to_the_pointer) {
+  click("searchField");
+  click("showPulse");
+  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_TRUE(shows("search"));
+  click("diskTreemap");
+  EXPECT_EQ(session().pane(), MainPane::map);
+}
+
+TEST_F(Frames, cards_over_the_window_go_by_escape) {
+  click("openAssistant");
+  EXPECT_TRUE(shows("assistant"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("assistant"));
+  click("openInbox");
+  EXPECT_TRUE(shows("inbox"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(session().ocrOpen());
+}
+
+TEST_F(Frames, no_command_acts_on_what_lies_under_a_card) {
+  const DiskNode film = session().current()->children()[0];
+  machine_.trash.put(film.path());
+  session().setFocused(film);
+  for (const char* opener : {"openAssistant", "openInbox", "searchField"}) {
+    click(opener);
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    press(Qt::Key_Escape);
+  }
+  EXPECT_TRUE(machine_.trash.has(film.path()));
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_FALSE(machine_.trash.has(film.path()));
+}
+
+TEST_F(Frames, the_queue_stands_in_its_corner_and_goes_by_escape) {
+  session().addToQueue(session().current()->children()[0]);
+  QQuickItem* const queue = item("cleanupQueue");
+  ASSERT_NE(queue, nullptr);
+  EXPECT_EQ(queue->mapRectToScene(QRectF(0, 0, queue->width(), queue->height())),
+            QRectF(1280 - 16 - 420, 820 - 16 - 360, 420, 360));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_THAT(session().queue(), SizeIs(1));
+}
+
+// There before the program is.
+struct Closed {
+  bool isGranted = false;
+};
+
+class Gate : private Closed, public Journey {
+ protected:
+  Gate()
+      : Journey(files, [this](Application::Seams& seams) {
+          seams.access = [this] { return isGranted; };
+        }) {}
+
+  void grant() { isGranted = true; }
+};
+
+TEST_F(Gate, stands_before_the_window_until_access_is_granted) {
+  EXPECT_TRUE(shows("gate"));
+  grant();
+  click("check");
+  EXPECT_FALSE(shows("gate"));
+}
+
+TEST_F(Gate, lets_no_key_and_no_click_through) {
+  EXPECT_TRUE(item("grant")->hasActiveFocus());
+  clickAt({100, 300});
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(shows("gate"));
+  EXPECT_EQ(session().status(), ScanStatus::idle);
+}
+
+TEST_F(Gate, shows_the_program_in_the_file_viewer_and_asks_for_the_settings) {
+  click("grant");
+  ASSERT_THAT(workspace_.revealed, SizeIs(1));
+  EXPECT_THAT(workspace_.revealed.front(), SizeIs(1));
+  EXPECT_THAT(workspace_.settingsAsked, SizeIs(3));
+}
+
+TEST_F(Gate, starts_the_program_anew_and_ends_this_one) {
+  click("relaunch");
+  ASSERT_THAT(machine_.launched, SizeIs(1));
+  EXPECT_EQ(machine_.launched.front().path, "/usr/bin/open");
+  EXPECT_EQ(machine_.launched.front().args.front(), "-n");
+  EXPECT_EQ(machine_.timesQuit, 0);
+  while (dispatch_.advanceToNextDue()) comeHome();
+  EXPECT_EQ(machine_.timesQuit, 1);
+}
+
+TEST_F(Gate, is_gone_for_good_once_it_was_skipped) {
+  clickAt(middleOf(itemNamed(item("gate"), "skip")));
+  EXPECT_FALSE(shows("gate"));
+  restart();
+  EXPECT_FALSE(shows("gate"));
+  click("scanFullMac");
+  EXPECT_TRUE(shows("gate"));
+  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_THAT(machine_.launched, IsEmpty());
+}
+
+TEST_F(Gate, leaves_the_window_itself_to_its_user) {
+  EXPECT_TRUE(shows("windowButtons"));
+  click("zoomWindow");
+  EXPECT_TRUE(window().windowStates().testFlag(Qt::WindowMaximized));
+}
+
+}  // namespace
+}  // namespace tessaly

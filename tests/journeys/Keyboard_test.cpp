@@ -1,0 +1,113 @@
+// The whole window by the keyboard alone, as assistive tools are told of it.
+#include <gtest/gtest.h>
+#include <set>
+
+#include <QAccessible>
+#include <QTest>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+class Keyboard : public Journey {
+ protected:
+  Keyboard()
+      : Journey(
+            "Movies/\n"
+            "  2023/\n"
+            "    beach.mp4 6M\n"
+            "notes.txt 2M\n") {
+    session().scanHome();
+    finishScan();
+    session().open(session().current()->children()[0]);
+    session().selectNodes({session().current()->children()[0]}, false);
+    settle(window());
+  }
+
+  // What Tab comes to until it is where it began.
+  std::vector<QQuickItem*> stops() {
+    std::vector<QQuickItem*> all;
+    std::set<QQuickItem*> seen;
+    for (int i = 0; i < 300; ++i) {
+      press(Qt::Key_Tab);
+      QQuickItem* const stop = window().activeFocusItem();
+      if (stop == nullptr || !seen.insert(stop).second) break;
+      all.push_back(stop);
+    }
+    return all;
+  }
+
+  static std::string nameOf(QQuickItem* stop) {
+    return stop->objectName().toStdString() + " of " + stop->metaObject()->className();
+  }
+};
+
+TEST_F(Keyboard, comes_to_every_control_of_the_window) {
+  QStringList names;
+  for (const QQuickItem* stop : stops()) names << stop->objectName();
+  for (const char* name :
+       {"closeWindow", "minimiseWindow", "zoomWindow",    "back",          "searchField",
+        "showMap",     "showApps",       "showPulse",     "openAssistant", "openInbox",
+        "chip",        "scanFullMac",    "scanHome",      "chooseFolder",  "diskTreemap",
+        "systemPulse", "appLeftovers",   "emptyTrash",    "pathLabel",     "star",
+        "addExclude",  "highlight",      "skip",          "rescanVolume",  "treemapMode",
+        "heatmap",     "queueSelection", "clearSelection"}) {
+    EXPECT_TRUE(names.contains(QLatin1String(name))) << name << " is not reached";
+  }
+}
+
+TEST_F(Keyboard, tells_of_each_stop_what_it_is_called_and_that_it_can_be_used) {
+  for (QQuickItem* stop : stops()) {
+    QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(stop);
+    ASSERT_NE(told, nullptr) << nameOf(stop);
+    EXPECT_NE(told->text(QAccessible::Name), QString()) << nameOf(stop);
+    EXPECT_TRUE(told->state().focusable) << nameOf(stop);
+    EXPECT_FALSE(told->state().invisible) << nameOf(stop);
+    EXPECT_NE(told->role(), QAccessible::NoRole) << nameOf(stop);
+  }
+}
+
+TEST_F(Keyboard, shows_at_each_stop_where_it_is) {
+  for (QQuickItem* stop : stops()) {
+    settle(window());
+    stop->forceActiveFocus(Qt::TabFocusReason);
+    settle(window());
+    bool hasRing = false;
+    for (QQuickItem* ring : itemsNamed(stop, QStringLiteral("focusRing"))) {
+      hasRing = hasRing || ring->isVisible();
+    }
+    EXPECT_TRUE(hasRing) << nameOf(stop);
+  }
+}
+
+TEST_F(Keyboard, works_the_window) {
+  tabTo("showApps");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().pane(), MainPane::apps);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(session().pane(), MainPane::map);
+  tabTo("heatmap");
+  press(Qt::Key_Return);
+  EXPECT_TRUE(session().heatmap());
+  tabTo("queueSelection");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().queue().size(), 1U);
+  press(Qt::Key_Escape);
+  tabTo("openAssistant");
+  press(Qt::Key_Return);
+  EXPECT_TRUE(session().aiOpen());
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(session().aiOpen());
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("openAssistant"));
+  tabTo("back");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().stack().size(), 1U);
+  tabTo("rescanVolume");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+}  // namespace
+}  // namespace tessaly
