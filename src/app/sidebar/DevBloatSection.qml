@@ -63,6 +63,8 @@ Column {
         Repeater {
             model: filters
 
+            // The names of this file reach into the component, though the linter cannot know.
+            // qmllint disable unqualified
             RoundedPanel {
                 id: row
 
@@ -112,6 +114,7 @@ Column {
                     Accessible.checked: row.skipped
                 }
             }
+            // qmllint enable unqualified
         }
     }
 }

@@ -20,11 +20,14 @@ MarrowButton {
     Loader {
         objectName: "help"
         active: control.hovered
+        // The names of this file reach into the component, though the linter cannot know.
+        // qmllint disable unqualified
         sourceComponent: MarrowToolTip {
             objectName: "toolTip"
             parent: control
             text: control.help
             visible: control.hovered
         }
+        // qmllint enable unqualified
     }
 }

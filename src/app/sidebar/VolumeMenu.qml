@@ -77,8 +77,10 @@ MarrowButton {
             shadowOffset: 4
         }
 
+        // qmllint disable deferred-property-id
         contentItem: ListView {
             id: list
+            // qmllint enable deferred-property-id
 
             function choose() {
                 const row = currentItem as VolumeMenuRow
@@ -94,6 +96,7 @@ MarrowButton {
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             keyNavigationWraps: true
+            // qmllint disable unqualified
             delegate: VolumeMenuRow {
                 menu: list
                 onChosen: {
@@ -101,6 +104,7 @@ MarrowButton {
                     list.choose()
                 }
             }
+            // qmllint enable unqualified
 
             Accessible.role: Accessible.PopupMenu
             Accessible.name: "Volumes"

@@ -42,23 +42,9 @@ MarrowButton {
             font.pixelSize: 12
         }
 
-        RoundedPanel {
+        KeyCap {
             objectName: "keyCap"
-            Layout.preferredWidth: cap.implicitWidth + 10
-            Layout.preferredHeight: cap.implicitHeight + 4
-            radius: 4
-            color: Qt.rgba(1, 1, 1, 0.08)
-
-            Text {
-                id: cap
-
-                objectName: "keyCapText"
-                anchors.centerIn: parent
-                text: "⌘F"
-                color: Theme.muted
-                font.family: Theme.uiFamily
-                font.pixelSize: 10
-            }
+            text: "⌘F"
         }
     }
 }

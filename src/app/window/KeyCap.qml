@@ -1,0 +1,25 @@
+// The keys that do something, as on their caps.
+import QtQuick
+import Tessaly.Controls
+
+RoundedPanel {
+    id: cap
+
+    required property string text
+
+    implicitWidth: label.implicitWidth + 10
+    implicitHeight: label.implicitHeight + 4
+    radius: 4
+    color: Qt.rgba(1, 1, 1, 0.08)
+
+    Text {
+        id: label
+
+        objectName: "keyCapText"
+        anchors.centerIn: parent
+        text: cap.text
+        color: Theme.muted
+        font.family: Theme.uiFamily
+        font.pixelSize: 10
+    }
+}
