@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <utility>
 
 #include "support/PlainFiles.h"
 #include "trash/TrashOnDisk.h"
@@ -96,16 +97,48 @@ TEST_F(OtherPrograms, gio_and_we_step_over_each_others_names) {
   EXPECT_EQ(disk_.infos().size(), 6U);
 }
 
-TEST_F(OtherPrograms, gio_lists_what_we_threw_away) {
-  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
-  const Answer empty = run("gio trash --list");
-  if (empty.status != 0 || empty.output.find("not supported") != std::string::npos) {
-    GTEST_SKIP() << "gio cannot list a Trash here: " << empty.output;
+// What gio knows of the Trash it asks of a service on the session bus.
+class GioTrash : public OtherPrograms {
+ protected:
+  void SetUp() override {
+    for (const char* tool : {"gio", "dbus-run-session"}) {
+      if (!isInstalled(tool)) GTEST_SKIP() << tool << " is not installed";
+    }
+    disk_.tree.plant("home", "run/ mode=0700");
+    const Answer empty = gio("trash --list");
+    if (empty.status != 0 || empty.output.find("not supported") != std::string::npos) {
+      GTEST_SKIP() << "gio cannot list a Trash here: " << empty.output;
+    }
   }
-  disk_.put(disk_.at("a b%c.txt"), "x");
+
+  Answer gio(const std::string& arguments) const {
+    return run("XDG_RUNTIME_DIR='" + disk_.tree.at("home/run") + "' dbus-run-session -- gio " +
+               arguments);
+  }
+};
+
+TEST_F(GioTrash, lists_what_we_threw_away) {
+  for (const char* name : {"film.mkv", "a b%c.txt", "\xC3\xA9"}) {
+    disk_.put(disk_.at(name), "x");
+    ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at(name)));
+  }
+  const Answer listed = gio("trash --list");
+  // It writes what is not ASCII of a path as an escape.
+  for (const auto& [uri, name] :
+       {std::pair("film.mkv", "film.mkv"), std::pair("a%20b%25c.txt", "a b%c.txt"),
+        std::pair("%C3%A9", "\\xc3\\xa9")}) {
+    const std::string line = std::string("trash:///") + uri + "\t" + disk_.at(name) + "\n";
+    EXPECT_NE(listed.output.find(line), std::string::npos) << line << " in " << listed.output;
+  }
+}
+
+TEST_F(GioTrash, restores_what_we_threw_away) {
+  disk_.put(disk_.at("a b%c.txt"), "the content");
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
-  const Answer listed = run("gio trash --list");
-  EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
+  EXPECT_EQ(gio("trash --restore 'trash:///a%20b%25c.txt'").status, 0);
+  EXPECT_EQ(disk_.contentOf(disk_.at("a b%c.txt")), "the content");
+  EXPECT_TRUE(disk_.files().empty());
+  EXPECT_TRUE(disk_.infos().empty());
 }
 
 TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
