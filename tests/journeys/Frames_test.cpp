@@ -95,17 +95,18 @@ TEST_F(Frames, the_queue_stands_in_its_corner_and_goes_by_escape) {
   EXPECT_THAT(session().queue(), SizeIs(1));
 }
 
-// There before the program is.
+// There before the program is, which asks it from the start.
 struct Closed {
   bool isGranted = false;
+
+  Journey::Lend lend() {
+    return [this](Application::Seams& seams) { seams.access = [this] { return isGranted; }; };
+  }
 };
 
 class Gate : private Closed, public Journey {
  protected:
-  Gate()
-      : Journey(files, [this](Application::Seams& seams) {
-          seams.access = [this] { return isGranted; };
-        }) {}
+  Gate() : Journey(files, lend()) {}
 
   void grant() { isGranted = true; }
 };

@@ -17,10 +17,11 @@
 namespace tessaly {
 
 class Journey : public testing::Test {
- protected:
+ public:
   // What of the machine is to be another than the fake one; called for each run of the program.
   using Lend = std::function<void(Application::Seams&)>;
 
+ protected:
   explicit Journey(std::string_view tree, Lend lend = {});
 
   ScanSession& session() { return application_->session(); }

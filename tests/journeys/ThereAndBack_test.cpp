@@ -51,6 +51,19 @@ struct Keeping {
                         .user = geteuid()}};
   std::unique_ptr<SettingsFile> settings;
   int walks = 0;
+
+  Journey::Lend lend() {
+    return [this](Application::Seams& seams) {
+      settings = std::make_unique<SettingsFile>(state.at("settings/settings.json"));
+      seams.settings = settings.get();
+      seams.trash = &trash;
+      seams.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                          const DiskScanner::Options& options) {
+        ++walks;
+        return DiskScanner::scan(root, callbacks, options);
+      };
+    };
+  }
 };
 
 class ThereAndBack : private Keeping, public Journey {
@@ -66,23 +79,11 @@ class ThereAndBack : private Keeping, public Journey {
             "notes.txt 2M mtime=1400000000.25\n"
             "caf\\xE9\\n.zip 2M\n"
             "stays.iso 4M\n",
-            [this](Application::Seams& seams) { lend(seams); }) {}
+            lend()) {}
 
   std::string trashFiles() const { return state.at("data/Trash/files"); }
   std::string trashInfos() const { return state.at("data/Trash/info"); }
   int walksSoFar() const { return walks; }
-
- private:
-  void lend(Application::Seams& seams) {
-    settings = std::make_unique<SettingsFile>(state.at("settings/settings.json"));
-    seams.settings = settings.get();
-    seams.trash = &trash;
-    seams.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
-                        const DiskScanner::Options& options) {
-      ++walks;
-      return DiskScanner::scan(root, callbacks, options);
-    };
-  }
 };
 
 std::ptrdiff_t itemsIn(const std::string& folder) {
