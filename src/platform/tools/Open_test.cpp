@@ -24,7 +24,7 @@ class OpenTest : public testing::Test {
  protected:
   TempTree tree_ = TempTree(R"(
     bin/
-    work/
+    desk/
       -note
       note
       folder/
@@ -65,13 +65,13 @@ class OpenTest : public testing::Test {
     return open(args, {.out = out_, .err = err_}, Seams{.trash = trash, .programs = programs});
   }
 
-  // What is started for a folder "/.../work/folder", which is written as DIR.
+  // What is started for a folder "/.../desk/folder", which is written as DIR.
   std::string terminalFor(const std::string& variable) {
     variables_["TERMINAL"] = variable;
-    EXPECT_EQ(run({"-a", "Terminal", tree_.at("work/folder")}), 0);
+    EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk/folder")}), 0);
     if (started_.size() != 1) return "";
     std::string line = started_.front();
-    for (std::size_t at = 0; (at = line.find("work/folder")) != std::string::npos;) {
+    for (std::size_t at = 0; (at = line.find("desk/folder")) != std::string::npos;) {
       line.replace(at, 11, "DIR");
     }
     return line;
@@ -174,8 +174,8 @@ TEST_F(OpenTest, knows_the_terminal_that_a_link_leads_to) {
 
 TEST_F(OpenTest, opens_a_terminal_in_the_folder_of_a_file) {
   plantPrograms({"xterm"});
-  EXPECT_EQ(run({"-a", "Terminal", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/xterm in work"));
+  EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/xterm in desk"));
   EXPECT_EQ(run({"-a", "Terminal", "/etc/passwd"}), 0);
   EXPECT_THAT(started_, ElementsAre("bin/xterm in /etc"));
   EXPECT_EQ(run({"-a", "Terminal", "/"}), 0);
@@ -196,46 +196,46 @@ TEST_F(OpenTest, opens_a_terminal_in_the_root_for_a_file_that_lies_there) {
 TEST_F(OpenTest, tries_the_next_terminal_when_one_cannot_be_started) {
   plantPrograms({"konsole", "foot", "xterm"});
   broken_ = {tree_.at("bin/konsole")};
-  EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/konsole|--workdir|work in work", "bin/foot in work"));
+  EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/konsole|--workdir|desk in desk", "bin/foot in desk"));
   EXPECT_EQ(err_.str(), "");
 }
 
 TEST_F(OpenTest, fails_when_none_can_be_started) {
   plantPrograms({"foot", "xterm"});
   broken_ = {tree_.at("bin/foot"), tree_.at("bin/xterm")};
-  EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 1);
+  EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 1);
   EXPECT_EQ(started_.size(), 2U);
   expectLineOfError(tree_.at("bin/foot") + ": Permission denied");
 }
 
 TEST_F(OpenTest, fails_where_there_is_no_terminal) {
-  EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 1);
+  EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 1);
   EXPECT_EQ(err_.str(), "Unable to find application named 'Terminal'\n");
 }
 
 TEST_F(OpenTest, takes_each_editor_by_its_command) {
   plantPrograms({"cursor", "code", "kate"});
-  EXPECT_EQ(run({"-a", "Cursor", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/cursor|work/note"));
-  EXPECT_EQ(run({"-a", "Visual Studio Code", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/code|work/note"));
-  EXPECT_EQ(run({"-a", "Code", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/code|work/note"));
-  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/kate|work/note"));
+  EXPECT_EQ(run({"-a", "Cursor", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/cursor|desk/note"));
+  EXPECT_EQ(run({"-a", "Visual Studio Code", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/code|desk/note"));
+  EXPECT_EQ(run({"-a", "Code", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/code|desk/note"));
+  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/kate|desk/note"));
   EXPECT_EQ(out_.str() + err_.str(), "");
 }
 
 TEST_F(OpenTest, fails_for_each_editor_that_is_not_there) {
   plantPrograms({"vim", "xterm", "code-oss"});
   for (const std::string name : {"Cursor", "Visual Studio Code", "TextEdit"}) {
-    EXPECT_EQ(run({"-a", name, tree_.at("work/note")}), 1);
+    EXPECT_EQ(run({"-a", name, tree_.at("desk/note")}), 1);
     EXPECT_EQ(err_.str(), "Unable to find application named '" + name + "'\n");
     EXPECT_THAT(started_, IsEmpty());
   }
-  EXPECT_EQ(run({"-a", "Code", tree_.at("work/note")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/code-oss|work/note"));
+  EXPECT_EQ(run({"-a", "Code", tree_.at("desk/note")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/code-oss|desk/note"));
 }
 
 TEST_F(OpenTest, takes_the_plain_editors_in_their_order) {
@@ -244,27 +244,27 @@ TEST_F(OpenTest, takes_the_plain_editors_in_their_order) {
       "mousepad", "kwrite",  "gnome-text-editor", "gedit", "kate",       "vscodium", "codium"};
   for (const std::string& editor : fromTheLast) {
     plantPrograms({editor});
-    EXPECT_EQ(run({"-a", "TextEdit", tree_.at("work/note")}), 0);
-    EXPECT_THAT(started_, ElementsAre("bin/" + editor + "|work/note"));
+    EXPECT_EQ(run({"-a", "TextEdit", tree_.at("desk/note")}), 0);
+    EXPECT_THAT(started_, ElementsAre("bin/" + editor + "|desk/note"));
   }
 }
 
 TEST_F(OpenTest, asks_only_editors_for_a_folder_that_open_folders) {
   plantPrograms({"gedit", "kwrite"});
-  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("work/folder")}), 1);
+  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("desk/folder")}), 1);
   EXPECT_THAT(started_, IsEmpty());
   expectLineOfError("Unable to find application named 'TextEdit'");
   plantPrograms({"kate", "code"});
-  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("work/folder")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/kate|work/folder"));
-  EXPECT_EQ(run({"-a", "Code", tree_.at("work/folder")}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/code|work/folder"));
+  EXPECT_EQ(run({"-a", "TextEdit", tree_.at("desk/folder")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/kate|desk/folder"));
+  EXPECT_EQ(run({"-a", "Code", tree_.at("desk/folder")}), 0);
+  EXPECT_THAT(started_, ElementsAre("bin/code|desk/folder"));
 }
 
 TEST_F(OpenTest, knows_no_other_applications) {
   plantPrograms({"xterm", "rm", "Preview"});
   for (const std::string name : {"Preview", "", "rm", "xterm", "terminal", "/bin/sh"}) {
-    EXPECT_EQ(run({"-a", name, tree_.at("work/note")}), 1);
+    EXPECT_EQ(run({"-a", name, tree_.at("desk/note")}), 1);
     EXPECT_EQ(err_.str(), "Unable to find application named '" + name + "'\n");
     EXPECT_THAT(started_, IsEmpty());
   }
@@ -272,31 +272,31 @@ TEST_F(OpenTest, knows_no_other_applications) {
 
 TEST_F(OpenTest, opens_a_file_by_its_uri_where_no_application_is_named) {
   plantPrograms({"xdg-open"});
-  EXPECT_EQ(run({tree_.at("work/two\nlines")}), 0);
-  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://work/two%0Alines"));
-  EXPECT_EQ(run({tree_.at("work/folder")}), 0);
-  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://work/folder"));
+  EXPECT_EQ(run({tree_.at("desk/two\nlines")}), 0);
+  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://desk/two%0Alines"));
+  EXPECT_EQ(run({tree_.at("desk/folder")}), 0);
+  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://desk/folder"));
   EXPECT_THAT(started_, IsEmpty());
 }
 
 TEST_F(OpenTest, fails_as_the_default_application_does) {
-  EXPECT_EQ(run({tree_.at("work/note")}), 1);
-  expectLineOfError("No application knows how to open " + tree_.at("work/note"));
+  EXPECT_EQ(run({tree_.at("desk/note")}), 1);
+  expectLineOfError("No application knows how to open " + tree_.at("desk/note"));
   plantPrograms({"xdg-open"});
   exit_ = {.status = 3, .signal = 0};
-  EXPECT_EQ(run({tree_.at("work/note")}), 1);
-  expectLineOfError("No application knows how to open " + tree_.at("work/note"));
+  EXPECT_EQ(run({tree_.at("desk/note")}), 1);
+  expectLineOfError("No application knows how to open " + tree_.at("desk/note"));
   exit_ = {.status = 0, .signal = 9};
-  EXPECT_EQ(run({tree_.at("work/note")}), 1);
+  EXPECT_EQ(run({tree_.at("desk/note")}), 1);
   exit_ = {};
   broken_ = {tree_.at("bin/xdg-open")};
-  EXPECT_EQ(run({tree_.at("work/two\nlines")}), 1);
-  expectLineOfError("No application knows how to open " + tree_.at("work/two?lines"));
+  EXPECT_EQ(run({tree_.at("desk/two\nlines")}), 1);
+  expectLineOfError("No application knows how to open " + tree_.at("desk/two?lines"));
 }
 
 TEST_F(OpenTest, opens_nothing_of_what_is_not_there) {
   plantPrograms({"xterm", "kate", "xdg-open"});
-  for (const std::string path : {"work/gone", "work/broken", "work/note/in", "gone/with\nit"}) {
+  for (const std::string path : {"desk/gone", "desk/broken", "desk/note/in", "gone/with\nit"}) {
     for (const std::string name : {"Terminal", "TextEdit"}) {
       EXPECT_EQ(run({"-a", name, tree_.at(path)}), 1) << path;
       EXPECT_THAT(started_, IsEmpty());
@@ -305,8 +305,8 @@ TEST_F(OpenTest, opens_nothing_of_what_is_not_there) {
     EXPECT_THAT(waitedFor_, IsEmpty());
     expectLineOfError("");
   }
-  EXPECT_EQ(run({tree_.at("work/gone")}), 1);
-  EXPECT_EQ(err_.str(), "The file " + tree_.at("work/gone") + " does not exist.\n");
+  EXPECT_EQ(run({tree_.at("desk/gone")}), 1);
+  EXPECT_EQ(err_.str(), "The file " + tree_.at("desk/gone") + " does not exist.\n");
   EXPECT_EQ(run({"-a", "TextEdit", ""}), 1);
   EXPECT_EQ(err_.str(), "The file  does not exist.\n");
 }
@@ -315,13 +315,13 @@ TEST_F(OpenTest, makes_no_option_of_a_path) {
   plantPrograms({"xterm", "kate", "xdg-open"});
   char before[4096];
   ASSERT_NE(getcwd(before, sizeof before), nullptr);
-  ASSERT_EQ(chdir(tree_.at("work").c_str()), 0);
+  ASSERT_EQ(chdir(tree_.at("desk").c_str()), 0);
   EXPECT_EQ(run({"-a", "TextEdit", "-note"}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/kate|work/-note"));
+  EXPECT_THAT(started_, ElementsAre("bin/kate|desk/-note"));
   EXPECT_EQ(run({"--", "-note"}), 0);
-  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://work/-note"));
+  EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://desk/-note"));
   EXPECT_EQ(run({"-a", "Terminal", "folder"}), 0);
-  EXPECT_THAT(started_, ElementsAre("bin/xterm in work/folder"));
+  EXPECT_THAT(started_, ElementsAre("bin/xterm in desk/folder"));
   ASSERT_EQ(chdir(before), 0);
 }
 
@@ -329,14 +329,14 @@ TEST_F(OpenTest, opens_nothing_without_a_display) {
   plantPrograms({"xterm", "kate", "xdg-open"});
   variables_.erase("DISPLAY");
   for (const std::string name : {"Terminal", "TextEdit"}) {
-    EXPECT_EQ(run({"-a", name, tree_.at("work")}), 1);
+    EXPECT_EQ(run({"-a", name, tree_.at("desk")}), 1);
     EXPECT_THAT(started_, IsEmpty());
     expectLineOfError("no display");
   }
-  EXPECT_EQ(run({tree_.at("work")}), 1);
+  EXPECT_EQ(run({tree_.at("desk")}), 1);
   EXPECT_THAT(waitedFor_, IsEmpty());
   variables_["WAYLAND_DISPLAY"] = "wayland-0";
-  EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 0);
+  EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 0);
 }
 
 TEST_F(OpenTest, starts_another_instance_of_a_program_without_arguments_and_without_a_display) {
