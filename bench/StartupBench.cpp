@@ -19,10 +19,10 @@
 #include <QCoreApplication>
 
 #include "SampleTree.h"
-#include "journeys/XServer.h"
 #include "session/ScanStore.h"
 #include "session/SettingsFile.h"
 #include "support/TempTree.h"
+#include "support/XServer.h"
 
 namespace tessaly::bench {
 namespace {
