@@ -20,6 +20,7 @@
 namespace {
 
 using namespace tessaly;
+using bench::mostChildren;
 using bench::sampleTree;
 
 const DiskNode& plainTree() {

@@ -9,7 +9,6 @@ namespace tessaly::bench {
 
 namespace {
 
-constexpr int mostChildren = 80;
 constexpr int mostLevels = 12;
 
 class SampleTree {

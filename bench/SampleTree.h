@@ -9,6 +9,7 @@
 namespace tessaly::bench {
 
 constexpr int sampleNodes = 40000;
+constexpr int mostChildren = 80;  // of a folder
 
 // With names of these letters.
 DiskNode sampleTree(const std::string& letters);
