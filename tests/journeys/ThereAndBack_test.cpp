@@ -1,5 +1,6 @@
 // The whole way on a real disk: scanned, marked, thrown away, put back, and found again by the next
 // run of the program.
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -33,10 +34,11 @@ std::map<std::string, std::string> photographOf(const std::string& top) {
     if (entry.is_symlink()) {
       facts += " -> " + fs::read_symlink(entry.path()).string();
     } else if (entry.is_regular_file()) {
+      std::string content(static_cast<std::size_t>(status.st_size), '\0');
       std::ifstream file(entry.path(), std::ios::binary);
+      EXPECT_TRUE(file.read(content.data(), status.st_size)) << entry.path();
       facts += " " + std::to_string(status.st_mtim.tv_sec) + "." +
-               std::to_string(status.st_mtim.tv_nsec) + " " +
-               std::string(std::istreambuf_iterator<char>(file), {});
+               std::to_string(status.st_mtim.tv_nsec) + " " + content;
     }
     items.emplace(entry.path().string().substr(top.size()), facts);
   }

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <QCoreApplication>
 #include <QQuickItem>
@@ -145,6 +146,10 @@ void FixtureWindow::scan() {
   machine_.dispatch.drainAll();
 }
 
+void FixtureWindow::letMessagesGo() {
+  while (machine_.dispatch.advanceToNextDue()) machine_.dispatch.drain(Dispatch::Queue::main);
+}
+
 void FixtureWindow::scanHalfWay() {
   ScanSession& session = application_->session();
   session.scanHome();
@@ -167,8 +172,8 @@ void FixtureWindow::show(Screen screen) {
       session.open(childOf(tree, "Movies"));
       break;
     case Screen::rescanning:
-      scanHalfWay();
-      break;
+      letMessagesGo();
+      return scanHalfWay();
     case Screen::selected:
       machine_.trash.put(std::string(fixtureHome) + "/old.iso");
       session.setFocused([] {
@@ -198,9 +203,20 @@ void FixtureWindow::show(Screen screen) {
       break;
   }
   // The message that the scan is complete goes, but where it is what is wanted.
-  if (screen != Screen::toast) {
-    while (machine_.dispatch.advanceToNextDue()) machine_.dispatch.drain(Dispatch::Queue::main);
+  if (screen != Screen::toast) letMessagesGo();
+}
+
+QStringList FixtureWindow::visibleNames() const {
+  QStringList names;
+  std::vector<const QQuickItem*> waiting = {application_->window().contentItem()};
+  while (!waiting.empty()) {
+    const QQuickItem* const item = waiting.back();
+    waiting.pop_back();
+    if (!item->isVisible() || item->opacity() == 0) continue;
+    names << item->objectName();
+    for (const QQuickItem* const child : item->childItems()) waiting.push_back(child);
   }
+  return names;
 }
 
 QImage FixtureWindow::picture() {

@@ -41,10 +41,13 @@ class FixtureWindow {
   FixtureWindow(Screen screen, QSize size);
 
   QImage picture();
+  // The object names of all items that are to be seen.
+  QStringList visibleNames() const;
 
  private:
   void prepare(Screen screen);
   void scan();
+  void letMessagesGo();
   void scanHalfWay();
   void show(Screen screen);
 

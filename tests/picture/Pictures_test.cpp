@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 
 #include <QApplication>
@@ -94,6 +95,24 @@ std::vector<QString> allNames() {
 
 INSTANTIATE_TEST_SUITE_P(Screens, Pictures, testing::ValuesIn(allNames()),
                          [](const auto& screen) { return screen.param.toStdString(); });
+
+// What a screen is kept for; a picture of something else would be kept just as faithfully.
+TEST(PictureScreens, show_what_they_are_named_for) {
+  const std::map<QString, QString> subjects = {
+      {"idle", "idleScreen"},     {"scanning", "scanningScreen"},
+      {"failed", "failedScreen"}, {"map", "canvas"},
+      {"drilled", "chip"},        {"rescanning", "banner"},
+      {"selected", "putBack"},    {"toast", "toastPanel"},
+      {"menu", "nodeMenu"},       {"alert", "protectedLocation"},
+      {"gate", "gate"},           {"sidebar", "pinned"}};
+  for (const QString& name : FixtureWindow::names()) {
+    FixtureWindow window(*FixtureWindow::screenNamed(name), QSize(1280, 820));
+    window.picture();
+    const auto subject = subjects.find(name);
+    ASSERT_NE(subject, subjects.end()) << name.toStdString() << " has no subject";
+    EXPECT_TRUE(window.visibleNames().contains(subject->second)) << name.toStdString();
+  }
+}
 
 TEST(PictureDifferences, are_seen_where_a_word_is_missing) {
   FixtureWindow window(FixtureWindow::Screen::idle, QSize(1280, 820));
