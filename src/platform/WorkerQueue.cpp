@@ -25,8 +25,11 @@ void prepareThread(const WorkerQueue::Settings& settings) {
   constexpr std::size_t maxNameBytes = 15;
   pthread_setname_np(pthread_self(), settings.name.substr(0, maxNameBytes).c_str());
   // On Linux niceness belongs to the thread, not to the process.
-  constexpr int lowNiceness = 5;
-  if (isLow) setpriority(PRIO_PROCESS, static_cast<id_t>(syscall(SYS_gettid)), lowNiceness);
+  constexpr int steps = 5;
+  if (isLow) {
+    const auto thread = static_cast<id_t>(syscall(SYS_gettid));
+    setpriority(PRIO_PROCESS, thread, getpriority(PRIO_PROCESS, thread) + steps);
+  }
 #endif
 }
 
