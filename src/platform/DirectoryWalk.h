@@ -58,8 +58,9 @@ class DirectoryWalk {
   };
 
   // Says whether a directory is entered. Called once for each directory, from any thread and ahead
-  // of next(), so it must be a pure function of the candidate. A directory that is not entered is
-  // reported without attributes.
+  // of next(), so it must be a pure function of the candidate; with one thread, from the caller's
+  // alone. Not called for what is never entered. A directory that is not entered is reported
+  // without attributes.
   using Decide = std::function<Descent(const Candidate&)>;
 
   // `root` is an absolute path without links. `threads` counts the caller's; 0 means two to four,

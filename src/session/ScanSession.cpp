@@ -4,6 +4,7 @@
 
 #include <QPointer>
 
+#include "reclaim/ZipEngine.h"
 #include "session/FieldChanges.h"
 #include "system/DiskSpace.h"
 
@@ -25,6 +26,12 @@ ScanSession::ScanSession(Services services, QObject* parent)
       return DiskScanner::scan(root, callbacks, options);
     };
   }
+  if (!services_.archive) {
+    services_.archive = [](const std::vector<std::string>& paths, const std::string& to) {
+      return ZipEngine::archive(paths, to);
+    };
+  }
+  if (!services_.snapshot) services_.snapshot = &FolderWatch::snapshot;
   if (!services_.volumeUsage) services_.volumeUsage = [] { return DiskSpace::volumeUsage(); };
   if (!services_.now) services_.now = [] { return Clock::now(); };
   if (!services_.date) services_.date = [] { return std::chrono::system_clock::now(); };
@@ -33,6 +40,7 @@ ScanSession::ScanSession(Services services, QObject* parent)
 
 ScanSession::~ScanSession() {
   sessionEnded_->set();
+  if (watchEnded_) watchEnded_->set();
   if (cancelFlag_) cancelFlag_->set();
 }
 

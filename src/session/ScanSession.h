@@ -29,6 +29,8 @@
 #include "scan/DiskNode.h"
 #include "scan/DiskScanner.h"
 #include "scan/FolderCompareRow.h"
+#include "scan/FolderSnapshot.h"
+#include "scan/FolderWatch.h"
 #include "scan/HistoryPoint.h"
 #include "scan/ScanDelta.h"
 #include "scan/ScanInsights.h"
@@ -79,6 +81,9 @@ class ScanSession : public QObject {
   using Clock = std::chrono::steady_clock;
   using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,
                                       const DiskScanner::Options&)>;
+  using Archive = std::function<bool(const std::vector<std::string>& paths, const std::string& to)>;
+  using Snapshot =
+      std::function<FolderSnapshot(const std::string& path, const FolderWatch::IsCancelled&)>;
 
   // What the session asks of the machine. All of it outlives the session, the Dispatch its walks
   // too. Where a function is not given, the named one is taken.
@@ -96,6 +101,8 @@ class ScanSession : public QObject {
     ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
     PostScanAnalysis::Stages analysis = {};                            // none
     Walk walk = {};                                                    // DiskScanner::scan
+    Archive archive = {};                                              // ZipEngine::archive
+    Snapshot snapshot = {};                                            // FolderWatch::snapshot
     Shell::Run run = {};                                               // Shell::run
     std::function<std::optional<DiskUsage>()> volumeUsage = {};        // DiskSpace::volumeUsage
     std::function<Clock::time_point()> now = {};                       // the steady clock
@@ -105,7 +112,8 @@ class ScanSession : public QObject {
   // Brings back what the last run has left: settings, and the last tree with all that goes with it.
   // Asks tools of the system how full the disk is and what is mounted, and waits for them.
   explicit ScanSession(Services services, QObject* parent = nullptr);
-  // Stops the walks that still run, without waiting for them; what they bring home is dropped.
+  // Stops the walks and the watch that still run, without waiting for them; what they bring home is
+  // dropped.
   ~ScanSession() override;
 
   // Scanning.
@@ -143,6 +151,18 @@ class ScanSession : public QObject {
   void removeFromQueue(const std::string& path);
   // Moves all of it to the Trash.
   Q_INVOKABLE void emptyQueue();
+
+  // Archives the items where the user wants it, then moves them to the Trash; warns, and does
+  // nothing, where one of them is critical.
+  void zipThenTrash(std::vector<DiskNode> nodes);
+
+  // Looks at the folder on screen every 20 seconds, and tells what in it has grown by a mebibyte or
+  // more since the watch began. Replaces the watch that runs; does nothing without a tree.
+  Q_INVOKABLE void startWatch();
+  // Neither a scan nor a way through the tree does this.
+  Q_INVOKABLE void stopWatch();
+  // Looks once more, out of turn. Does nothing before the watch has its first look.
+  void pollWatch();
 
   // Moves what has the focus, or else the node on screen, to the Trash; warns, and moves nothing,
   // where it is critical.
@@ -228,6 +248,8 @@ class ScanSession : public QObject {
   const std::string& compareRightName() const { return compareRightName_; }
   bool watching() const { return watching_; }
   const std::string& watchPath() const { return watchPath_; }
+  // What has grown in the watched folder since the watch began, largest growth first.
+  const std::vector<ScanDelta>& watchGrew() const { return watchGrew_; }
   const std::vector<std::string>& pins() const { return pins_; }
   // What the last move to the Trash took, in its order.
   const std::vector<TrashedItem>& lastTrashed() const { return lastTrashed_; }
@@ -272,6 +294,7 @@ class ScanSession : public QObject {
   void compareNamesChanged();  // the left and the right one, which always change together
   void watchingChanged();
   void watchPathChanged();
+  void watchGrewChanged();
   void pinsChanged();
   void lastTrashedChanged();
   void scanStatsChanged();
@@ -302,7 +325,12 @@ class ScanSession : public QObject {
   void clearSelection(FieldChanges& changes);
   void enqueue(FieldChanges& changes, const DiskNode& node);
   void announceAndLookAgain(FieldChanges& changes);
+  void trashArchived(const std::vector<std::string>& paths, const std::string& archive);
   void toggle(const std::string& id, bool BloatFilter::*which);
+  void endWatch();
+  void beginWatch(std::shared_ptr<const FolderSnapshot> baseline, const std::string& name);
+  void tickWatchLater();
+  void takeWatchGrowth(std::vector<ScanDelta> grown);
   SettingsStore& settings() const { return services_.prefs.defaults(); }
 
   Services services_;
@@ -310,6 +338,10 @@ class ScanSession : public QObject {
   std::shared_ptr<CancelFlag> cancelFlag_;  // of the latest scan
   std::optional<Clock::time_point> scanStarted_;
   std::shared_ptr<CancelFlag> sessionEnded_ = std::make_shared<CancelFlag>();
+  // Of the watch that runs; null while none does. Once it is set, the timer and all looks under way
+  // are void.
+  std::shared_ptr<CancelFlag> watchEnded_;
+  std::shared_ptr<const FolderSnapshot> watchBaseline_;
 
   MainPane pane_ = MainPane::map;
   ScanStatus status_ = ScanStatus::idle;
@@ -342,6 +374,7 @@ class ScanSession : public QObject {
   std::string compareRightName_;
   bool watching_ = false;
   std::string watchPath_;
+  std::vector<ScanDelta> watchGrew_;
   std::vector<std::string> pins_;
   std::vector<TrashedItem> lastTrashed_;
   std::optional<ScanStats> scanStats_;

@@ -124,12 +124,14 @@ class SessionFixture : public ::testing::Test {
   ScanSession::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
   PostScanAnalysis::Stages analysis_;  // of the next session
+  ScanSession::Snapshot snapshot_;     // the same
   std::unique_ptr<ScanSession> session_ = makeSession();
 
  private:
   std::unique_ptr<ScanSession> makeSession() {
     ScanSession::Services services = machine_.services("/home/user");
     services.analysis = analysis_;
+    services.snapshot = snapshot_;
     services.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
                            const DiskScanner::Options& options) {
       return walks_.run(root, callbacks, options);

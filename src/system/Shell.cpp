@@ -1,6 +1,7 @@
 #include "system/Shell.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Deadline.h"
 #include "platform/Process.h"
@@ -28,11 +29,14 @@ bool isUtf8(std::string_view text) {
 std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
                 const std::optional<std::string>& cwd) {
   // Only here, where a tool's words are read, not for whatever a Process starts: an editor should
-  // speak the user's language.
+  // speak the user's language. Nor may options that the user keeps for zip change what it does
+  // here: some delete what has been archived.
+  const std::vector<std::pair<std::string, std::string>> environment = {
+      {"LC_ALL", "C"}, {"ZIPOPT", ""}, {"ZIP", ""}};
   Result<Process> launched = Process::launch({.path = path,
                                               .args = args,
                                               .cwd = cwd,
-                                              .environment = {{"LC_ALL", "C"}},
+                                              .environment = environment,
                                               .output = Process::Stream::captured,
                                               .error = Process::Stream::captured});
   if (!launched) {

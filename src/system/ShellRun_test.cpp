@@ -147,6 +147,14 @@ TEST(ShellRun, speaks_to_tools_in_no_language) {
   EXPECT_EQ(run({"variable", "LC_ALL"}), "C");
 }
 
+TEST(ShellRun, keeps_the_options_of_the_user_from_zip) {
+  for (const char* name : {"ZIPOPT", "ZIP"}) {
+    setenv(name, "-m", 1);
+    EXPECT_EQ(run({"variable", name}), "");
+    unsetenv(name);
+  }
+}
+
 TEST(ShellRun, raises_the_reason_why_a_tool_does_not_start) {
   const TempTree folder("note mode=0644\n");
   const auto expectLaunchError = [](const std::string& path, const std::optional<std::string>& cwd,

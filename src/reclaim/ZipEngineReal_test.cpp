@@ -1,0 +1,331 @@
+// Archives as the system's zip makes them and the system's unzip reads them.
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <sys/mount.h>
+#include <utility>
+
+#include "platform/Process.h"
+#include "reclaim/ZipEngine.h"
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+#include "support/PrivateMounts.h"
+#include "support/TempTree.h"
+#include "support/TestTool.h"
+#include "system/Shell.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RealZip : public testing::Test {
+ protected:
+  // What is in a folder: the content of each file, "/" for each folder, by the path below it.
+  using Contents = std::map<std::string, std::string>;
+
+  static Contents contentsOf(const std::string& folder) {
+    Contents contents;
+    for (const auto& entry : fs::recursive_directory_iterator(
+             folder, fs::directory_options::follow_directory_symlink)) {
+      const std::string name = entry.path().native().substr(folder.size() + 1);
+      contents[name] = entry.is_directory() ? "/" : contentOf(entry.path());
+    }
+    return contents;
+  }
+
+  static Process::Exit unzip(std::vector<std::string> args) {
+    Result<Process> process = Process::launch({.path = "/usr/bin/unzip", .args = std::move(args)});
+    if (!process) return {.status = 255, .signal = 0};
+    process.value().waitUntil(Deadline::never());
+    return *process.value().exit();
+  }
+
+  static bool isSound(const std::string& archive) { return unzip({"-tqq", archive}).isSuccess(); }
+
+  // Control characters in names are names here, not something to be left out.
+  Contents unpacked(const std::string& archive) const {
+    const TempTree out;
+    EXPECT_TRUE(unzip({"-qq", "-^", archive, "-d", out.path()}).isSuccess());
+    return contentsOf(out.path());
+  }
+
+  // Puts everything in "in" into an archive, and gives whether it comes out as it went in.
+  void expectToComeBackWhole() {
+    std::vector<std::string> paths;
+    for (const std::string& name : entriesOf(tree_.at("in")))
+      paths.push_back(tree_.at("in/" + name));
+    ASSERT_FALSE(paths.empty());
+    EXPECT_TRUE(ZipEngine::archive(paths, to_));
+    EXPECT_TRUE(isSound(to_));
+    EXPECT_EQ(unpacked(to_), contentsOf(tree_.at("in")));
+  }
+
+  void put(const std::string& name, const std::string& content) {
+    const std::string path = tree_.at("in/" + name);
+    fs::create_directories(fs::path(path).parent_path());
+    putFile(path, content);
+  }
+
+  // A machine on which `before` happens just before the number-th run of zip.
+  static ZipEngine::Machine machineWhere(int number, std::function<void()> before) {
+    return {.run =
+                [number, before = std::move(before)](
+                    const std::string& path, const std::vector<std::string>& args, double timeout,
+                    const std::string& cwd) mutable {
+                  if (--number == 0) before();
+                  return Shell::run(path, args, timeout, cwd);
+                },
+            .now = {}};
+  }
+
+  TempTree tree_{
+      "in/\n"
+      "kept/\n"};
+  std::string to_ = tree_.at("kept/out.zip");
+};
+
+TEST_F(RealZip, keeps_the_folders_below_the_common_parent) {
+  put("Code/deep/note", "note");
+  put("Code/main.cpp", "main");
+  put("Movies/film", std::string(300000, 'f'));
+  put("Movies/unmarked", "u");
+  fs::create_directories(tree_.at("in/Code/bare"));
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/Movies/film"), tree_.at("in/Code")}, to_));
+  EXPECT_TRUE(isSound(to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"Code", "/"},
+                                     {"Code/bare", "/"},
+                                     {"Code/deep", "/"},
+                                     {"Code/deep/note", "note"},
+                                     {"Code/main.cpp", "main"},
+                                     {"Movies", "/"},
+                                     {"Movies/film", std::string(300000, 'f')}}));
+}
+
+TEST_F(RealZip, takes_names_that_begin_with_a_dash) {
+  for (const char* name : {"-x", "-", "--", "-@", "-m", "-d/-y", "--help", "-r/z"}) put(name, name);
+  expectToComeBackWhole();
+}
+
+TEST_F(RealZip, takes_names_with_blanks_line_feeds_and_other_bytes) {
+  for (const char* name :
+       {" two  blanks ", "line\nfeed", "\n", "caf\xc3\xa9", "caf\xe9", "\xff\xfe", "\x01\x1b[31m",
+        "tab\t", "back\\slash", "'\"", "@", "$HOME", "a;b"}) {
+    put(name, name);
+  }
+  expectToComeBackWhole();
+}
+
+TEST_F(RealZip, keeps_the_bytes_of_a_name_that_unzip_would_change) {
+  const std::string name = "rub\x7fout";
+  put(name, "film");
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/" + name)}, to_));
+  EXPECT_TRUE(isSound(to_));
+  EXPECT_NE(contentOf(to_).find(name), std::string::npos);
+}
+
+TEST_F(RealZip, takes_names_that_look_like_patterns_as_they_are) {
+  for (const char* name : {"a[b]*", "?", "*", "[x]", "\\[x]", "{a,b}"}) put(name, name);
+  for (const char* name : {"ab", "abc", "x", "a"}) put(name, "unmarked");
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/a[b]*"), tree_.at("in/?"), tree_.at("in/*"),
+                                  tree_.at("in/[x]"), tree_.at("in/\\[x]"), tree_.at("in/{a,b}")},
+                                 to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"a[b]*", "a[b]*"},
+                                     {"?", "?"},
+                                     {"*", "*"},
+                                     {"[x]", "[x]"},
+                                     {"\\[x]", "\\[x]"},
+                                     {"{a,b}", "{a,b}"}}));
+}
+
+TEST_F(RealZip, takes_a_pattern_that_vanishes_for_no_other_item) {
+  put("*", "pattern");
+  put("film", "film");
+  put("note", "note");
+  const auto machine = machineWhere(1, [&] { fs::remove(tree_.at("in/*")); });
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/film"), tree_.at("in/*")}, to_, machine));
+  EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}}));
+}
+
+TEST_F(RealZip, writes_to_a_place_with_an_odd_name) {
+  put("film", "film");
+  for (const char* name : {"-x.zip", "a[b]*.zip", "line\nfeed.zip", "caf\xe9.zip", " .zip"}) {
+    const std::string to = tree_.at("kept/" + std::string(name));
+    EXPECT_TRUE(ZipEngine::archive({tree_.at("in/film")}, to)) << name;
+    EXPECT_TRUE(fs::exists(to)) << name;
+  }
+}
+
+TEST_F(RealZip, puts_what_a_link_leads_to_under_the_name_of_the_link) {
+  put("Code/main.cpp", "main");
+  fs::create_directory_symlink("Code", tree_.at("in/link"));
+  put("film", "film");
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/link"), tree_.at("in/film")}, to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}, {"link", "/"}, {"link/main.cpp", "main"}}));
+}
+
+TEST_F(RealZip, takes_an_item_and_what_lies_in_it_once) {
+  put("Code/main.cpp", "main");
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/Code/main.cpp"), tree_.at("in/Code")}, to_));
+  EXPECT_TRUE(isSound(to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"Code", "/"}, {"Code/main.cpp", "main"}}));
+}
+
+TEST_F(RealZip, takes_thousands_of_items_in_more_than_one_run) {
+  const std::string deep = std::string(200, 'd') + "/" + std::string(200, 'e');
+  tree_.plant("in", std::string(200, 'd') + "/\n  " + std::string(200, 'e') + "/\n    " +
+                        std::string(150, 'f') + "#### x5000\n");
+  std::vector<std::string> paths;
+  for (const std::string& name : entriesOf(tree_.at("in/" + deep))) {
+    paths.push_back(tree_.at("in/" + deep + "/" + name));
+    putFile(paths.back(), name);
+  }
+  put("film", "film");
+  paths.push_back(tree_.at("in/film"));
+  int runs = 0;
+  ZipEngine::Machine machine;
+  machine.run = [&runs](const std::string& path, const std::vector<std::string>& args,
+                        double timeout, const std::string& cwd) {
+    ++runs;
+    return Shell::run(path, args, timeout, cwd);
+  };
+  EXPECT_TRUE(ZipEngine::archive(paths, to_, machine));
+  EXPECT_GE(runs, 3);
+  EXPECT_TRUE(isSound(to_));
+  EXPECT_TRUE(unpacked(to_) == contentsOf(tree_.at("in")));
+}
+
+TEST_F(RealZip, replaces_the_old_file_and_adds_nothing_to_it) {
+  put("old", "old");
+  put("film", "film");
+  ASSERT_TRUE(ZipEngine::archive({tree_.at("in/old")}, to_));
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/film")}, to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}}));
+}
+
+TEST_F(RealZip, goes_on_without_an_item_that_vanishes_meanwhile) {
+  put("film", "film");
+  put("gone", "gone");
+  const auto machine = machineWhere(1, [&] { fs::remove(tree_.at("in/gone")); });
+  EXPECT_TRUE(ZipEngine::archive({tree_.at("in/gone"), tree_.at("in/film")}, to_, machine));
+  EXPECT_TRUE(isSound(to_));
+  EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}}));
+}
+
+TEST_F(RealZip, gives_no_archive_where_everything_vanishes_meanwhile) {
+  put("gone", "gone");
+  const auto machine = machineWhere(1, [&] { fs::remove(tree_.at("in/gone")); });
+  EXPECT_FALSE(ZipEngine::archive({tree_.at("in/gone")}, to_, machine));
+  EXPECT_FALSE(fs::exists(to_));
+}
+
+TEST_F(RealZip, gives_an_archive_of_the_rest_where_a_file_cannot_be_read) {
+  put("film", "film");
+  put("secret", "secret");
+  fs::permissions(tree_.path(), fs::perms::all);
+  fs::permissions(tree_.at("kept"), fs::perms::all);
+  fs::permissions(tree_.at("in/secret"), fs::perms::none);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              return ZipEngine::archive({tree_.at("in/film"), tree_.at("in/secret")}, to_)
+                         ? ""
+                         : "there is none";
+            }),
+            "");
+  EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}}));
+}
+
+TEST_F(RealZip, takes_a_file_that_it_cannot_replace_for_no_archive) {
+  put("film", "film");
+  putFile(to_, "old");
+  fs::permissions(tree_.at("kept"), fs::perms::owner_read | fs::perms::owner_exec |
+                                        fs::perms::others_read | fs::perms::others_exec);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              return ZipEngine::archive({tree_.at("in/film")}, to_) ? "there is one" : "";
+            }),
+            "");
+  EXPECT_EQ(contentOf(to_), "old");
+  fs::permissions(tree_.at("kept"), fs::perms::owner_all);
+}
+
+TEST_F(RealZip, gives_no_archive_in_a_folder_that_is_not_there) {
+  put("film", "film");
+  EXPECT_FALSE(ZipEngine::archive({tree_.at("in/film")}, tree_.at("nowhere/out.zip")));
+}
+
+TEST_F(RealZip, gives_no_archive_when_its_time_is_over) {
+  put("film", "film");
+  Hold hold(tree_.at("hold"));
+  ZipEngine::Machine machine;
+  // A tool that goes on until it is stopped, and no time for it.
+  machine.run = [&](const std::string&, const std::vector<std::string>&, double,
+                    const std::string& cwd) {
+    putFile(to_, "half");
+    return Shell::run(testTool(), {"hold", hold.path()}, 0, cwd);
+  };
+  EXPECT_FALSE(ZipEngine::archive({tree_.at("in/film")}, to_, machine));
+}
+
+// What stays within a file system with little room.
+class FullDisk : public RealZip {
+ protected:
+  void expectOnSmallDisk(const std::function<std::string()>& body) {
+    const std::string told = inPrivateMounts([&]() -> std::string {
+      if (::mount("tmpfs", tree_.at("kept").c_str(), "tmpfs", 0, "size=1M,mode=0755") != 0) {
+        return refusal();
+      }
+      return body();
+    });
+    if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+    EXPECT_EQ(told, "");
+  }
+
+  static std::string noise(std::size_t bytes) {
+    std::string text(bytes, '\0');
+    std::uint32_t state = 1;
+    for (char& byte : text) {
+      state = state * 1664525U + 1013904223U;
+      byte = static_cast<char>(state >> 24U);
+    }
+    return text;
+  }
+};
+
+TEST_F(FullDisk, gives_no_archive_and_nothing_is_left) {
+  put("film", noise(std::size_t{4} << 20));
+  expectOnSmallDisk([&]() -> std::string {
+    if (ZipEngine::archive({tree_.at("in/film")}, to_)) return "there is an archive";
+    return entriesOf(tree_.at("kept")).empty() ? "" : "something is left";
+  });
+}
+
+TEST_F(FullDisk, takes_no_archive_of_an_earlier_run_for_one_of_everything) {
+  const std::string deep = std::string(200, 'd') + "/" + std::string(200, 'e');
+  tree_.plant("in", std::string(200, 'd') + "/\n  " + std::string(200, 'e') + "/\n    " +
+                        std::string(20, 'f') + "#### x3000\n");
+  std::vector<std::string> paths;
+  for (const std::string& name : entriesOf(tree_.at("in/" + deep))) {
+    paths.push_back(tree_.at("in/" + deep + "/" + name));
+  }
+  // Fits into neither half of what is left.
+  put("film", noise(std::size_t{4} << 20));
+  paths.push_back(tree_.at("in/film"));
+  expectOnSmallDisk([&]() -> std::string {
+    ZipEngine::Machine machine;
+    int runs = 0;
+    machine.run = [&runs](const std::string& path, const std::vector<std::string>& args,
+                          double timeout, const std::string& cwd) {
+      ++runs;
+      // The entries of so many long names would fill the disk by themselves.
+      const auto end = runs == 1 ? args.begin() + 4 : args.end();
+      return Shell::run(path, {args.begin(), end}, timeout, cwd);
+    };
+    if (ZipEngine::archive(paths, to_, machine)) return "there is an archive";
+    if (runs < 2) return "there was one run";
+    return isSound(to_) ? "" : "the earlier one is damaged";
+  });
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,78 @@
+#include "scan/FolderWatch.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/CheckedArithmetic.h"
+#include "platform/DirectoryWalk.h"
+#include "platform/HeldItem.h"
+#include "platform/ResolvedPath.h"
+#include "scan/Package.h"
+
+namespace tessaly::FolderWatch {
+
+namespace {
+
+using Item = DirectoryWalk::Item;
+using Type = DirectoryWalk::Type;
+
+// The caller's. A snapshot is taken in the background, time and again: it should not take the
+// processors from whoever works.
+constexpr int threads = 1;
+
+std::int64_t allocatedBytes(const Item& item) {
+  return item.hasAttributes ? item.allocatedSize : 0;
+}
+
+// A directory by itself reports its length as its size. A link that has come into its place
+// meanwhile is not followed.
+std::int64_t ownBytes(const std::string& package) {
+  const Result<HeldItem> item = HeldItem::at(package);
+  const bool isThere = item.ok() && item.value().facts().linkTarget.empty();
+  return isThere ? item.value().facts().size : 0;
+}
+
+}  // namespace
+
+FolderSnapshot snapshot(const std::string& path, const IsCancelled& isCancelled) {
+  FolderSnapshot snapshot{.path = resolvedPath(path), .sizes = {}};
+  const std::string prefix = snapshot.path == "/" ? "/" : snapshot.path + "/";
+  const auto pathOf = [&](std::string_view name) { return prefix + std::string(name); };
+
+  // The walk asks about every folder but those that are never to be entered, and with the caller's
+  // thread alone it asks on that one.
+  std::vector<std::string> folders;
+  const auto onlyTell = [&](const DirectoryWalk::Candidate& candidate) {
+    if (!isPackageName(candidate.name)) folders.push_back(pathOf(candidate.name));
+    return DirectoryWalk::Descent{.enter = false};
+  };
+  DirectoryWalk children(snapshot.path, onlyTell, threads);
+  while (const Item* item = children.next()) {
+    if (isCancelled && isCancelled()) return snapshot;
+    if (item->type == Type::link) continue;
+    std::string child = pathOf(item->name);
+    std::int64_t size = allocatedBytes(*item);
+    if (item->type == Type::directory && isPackageName(item->name)) size = ownBytes(child);
+    snapshot.sizes.insert_or_assign(std::move(child), size);
+  }
+  for (const std::string& folder : folders) {
+    snapshot.sizes.insert_or_assign(folder, allocatedTree(folder, itemsPerChild, isCancelled));
+  }
+  return snapshot;
+}
+
+std::int64_t allocatedTree(const std::string& path, std::int64_t cap,
+                           const IsCancelled& isCancelled) {
+  DirectoryWalk walk(path, {}, threads);
+  std::int64_t bytes = 0;
+  std::int64_t items = 0;
+  while (const Item* item = walk.next()) {
+    if (++items > cap || (isCancelled && isCancelled())) break;
+    if (item->type == Type::link || item->type == Type::directory) continue;
+    bytes = checkedAdd(bytes, allocatedBytes(*item));
+  }
+  return bytes;
+}
+
+}  // namespace tessaly::FolderWatch

@@ -1,0 +1,454 @@
+#include "scan/FolderWatch.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "scan/ScanDiff.h"
+#include "support/ForkedChild.h"
+#include "support/PrivateMounts.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int64_t KiB = 1024;
+constexpr std::int64_t MiB = 1024 * KiB;
+
+FolderSnapshot snapshotOf(const TempTree& tree) {
+  return FolderWatch::snapshot(tree.path());
+}
+
+// What is told when `tree` becomes another by `change`.
+template <class Change>
+std::vector<ScanDelta> growth(TempTree& tree, const Change& change) {
+  const FolderSnapshot before = snapshotOf(tree);
+  change();
+  return ScanDiff::compare(before.sizes, snapshotOf(tree).sizes, MiB);
+}
+
+// --- A snapshot ---------------------------------------------------------------------------------
+
+TEST(FolderWatchSnapshot, measures_each_child_with_all_that_lies_in_it) {
+  const TempTree tree(R"(
+    Movies/
+      film 1M
+      old/
+        reel-# 12K x3
+    note 8K
+    empty/
+    nothing
+    pipe fifo
+  )");
+  EXPECT_EQ(snapshotOf(tree), (FolderSnapshot{tree.path(),
+                                              {{tree.at("Movies"), 1 * MiB + 36 * KiB},
+                                               {tree.at("note"), 8 * KiB},
+                                               {tree.at("empty"), 0},
+                                               {tree.at("nothing"), 0},
+                                               {tree.at("pipe"), 0}}}));
+}
+
+TEST(FolderWatchSnapshot, counts_hidden_items) {
+  const TempTree tree(R"(
+    .hidden/
+      .film 64K
+    .note 4K
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes,
+            (PathSizes{{tree.at(".hidden"), 64 * KiB}, {tree.at(".note"), 4 * KiB}}));
+}
+
+TEST(FolderWatchSnapshot, counts_the_bytes_on_disk_and_not_the_length) {
+  const TempTree tree(R"(
+    sparse sparse=2048G
+    short 10
+    folder/
+      sparse sparse=2048G
+      film 4K
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("sparse"), 0},
+                                               {tree.at("short"), tree.allocated("short")},
+                                               {tree.at("folder"), 4 * KiB}}));
+}
+
+TEST(FolderWatchSnapshot, has_no_entry_for_a_link) {
+  const TempTree tree(R"(
+    folder/
+      film 1M
+      to-note -> ../note
+      to-folder -> ../folder
+    note 1M
+    to-folder -> folder
+    to-note -> note
+    to-nothing -> gone
+    to-itself -> to-itself
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes,
+            (PathSizes{{tree.at("folder"), 1 * MiB}, {tree.at("note"), 1 * MiB}}));
+}
+
+TEST(FolderWatchSnapshot, of_a_link_is_one_of_the_folder_behind_it) {
+  const TempTree tree(R"(
+    folder/
+      note 8K
+    link -> folder
+  )");
+  const FolderSnapshot behind{tree.at("folder"), {{tree.at("folder/note"), 8 * KiB}}};
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("link")), behind);
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("link/")), behind);
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("folder/../folder//")), behind);
+}
+
+TEST(FolderWatchSnapshot, weighs_of_a_package_its_own_entry_alone) {
+  const TempTree tree(R"(
+    Tool.app/
+      binary 3M
+    Family.PhotosLibrary/
+      originals/
+        photo 3M
+    disk.sparsebundle/
+      bands/
+        0 3M
+  )");
+  PathSizes expected;
+  for (const char* name : {"Tool.app", "Family.PhotosLibrary", "disk.sparsebundle"}) {
+    expected[tree.at(name)] = tree.length(name);
+    ASSERT_GT(tree.length(name), 0) << name;
+  }
+  EXPECT_EQ(snapshotOf(tree).sizes, expected);
+}
+
+TEST(FolderWatchSnapshot, weighs_a_package_inside_a_child_with_what_it_holds) {
+  const TempTree tree(R"(
+    folder/
+      Tool.app/
+        binary 3M
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("folder"), 3 * MiB}}));
+}
+
+TEST(FolderWatchSnapshot, takes_a_file_with_the_name_of_a_package_for_a_file) {
+  const TempTree tree("Tool.app 3M\nSparse.app sparse=1G");
+  EXPECT_EQ(snapshotOf(tree).sizes,
+            (PathSizes{{tree.at("Tool.app"), 3 * MiB}, {tree.at("Sparse.app"), 0}}));
+}
+
+TEST(FolderWatchSnapshot, looks_at_8000_items_of_a_child_and_at_all_children) {
+  const TempTree tree(R"(
+    just/
+      film-#### 4K x8000
+    more/
+      film-#### 4K x8001
+    nested/
+      folder/
+        film-#### 4K x8000
+    other/
+      film 4K
+  )");
+  const PathSizes sizes = snapshotOf(tree).sizes;
+  EXPECT_EQ(sizes, (PathSizes{{tree.at("just"), 8000 * 4 * KiB},
+                              {tree.at("more"), 8000 * 4 * KiB},
+                              {tree.at("nested"), 7999 * 4 * KiB},
+                              {tree.at("other"), 4 * KiB}}));
+}
+
+TEST(FolderWatchSnapshot, has_no_limit_to_the_children) {
+  const TempTree tree(R"(
+    film-#### 4K x9000
+    folder-##/ x50
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes.size(), 9050U);
+}
+
+TEST(FolderWatchSnapshot, keeps_the_bytes_of_names) {
+  const TempTree tree(R"(
+    caf\xe9/
+      \xff 12K
+    \xfe\n\s 8K
+    caf\xc3\xa9 4K
+    -rf 4K
+  )");
+  EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("caf\xe9"), 12 * KiB},
+                                               {tree.at("\xfe\n "), 8 * KiB},
+                                               {tree.at("caf\xc3\xa9"), 4 * KiB},
+                                               {tree.at("-rf"), 4 * KiB}}));
+}
+
+TEST(FolderWatchSnapshot, goes_as_deep_as_folders_go) {
+  TempTree tree("top/");
+  tree.chain("top", "folder", 3000, [](int folder, int level) {
+    if (level == 3000) plantTree(folder, folder, "film 64K");
+  });
+  EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("top"), 64 * KiB}}));
+}
+
+TEST(FolderWatchSnapshot, of_a_folder_beyond_the_longest_path_is_whole) {
+  TempTree tree;
+  const std::string name(200, 'n');
+  tree.chain("", name, 30, [](int folder, int level) {
+    if (level == 30) plantTree(folder, folder, "inner/\n  film 64K\nTool.app/\n  binary 8K");
+  });
+  std::string path = tree.path();
+  for (int level = 0; level < 30; ++level) path += "/" + name;
+  const FolderSnapshot snapshot = FolderWatch::snapshot(path);
+  EXPECT_EQ(snapshot.path, path);
+  EXPECT_EQ(snapshot.sizes.size(), 2U);
+  EXPECT_EQ(snapshot.sizes.at(path + "/inner"), 64 * KiB);
+  EXPECT_GT(snapshot.sizes.at(path + "/Tool.app"), 0);
+}
+
+TEST(FolderWatchSnapshot, of_the_top_of_the_disk_has_paths_with_one_slash) {
+  const FolderSnapshot snapshot =
+      FolderWatch::snapshot("/", [polls = 0]() mutable { return ++polls > 4; });
+  EXPECT_EQ(snapshot.path, "/");
+  ASSERT_FALSE(snapshot.sizes.empty());
+  for (const auto& [path, size] : snapshot.sizes) {
+    EXPECT_EQ(path.rfind('/'), 0U) << path;
+    EXPECT_GT(path.size(), 1U);
+  }
+}
+
+TEST(FolderWatchSnapshot, is_empty_where_there_is_no_folder) {
+  const TempTree tree("file 4K\nlink -> gone");
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("gone")), (FolderSnapshot{tree.at("gone"), {}}));
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("file")), (FolderSnapshot{tree.at("file"), {}}));
+  EXPECT_EQ(FolderWatch::snapshot(tree.at("link")).sizes, PathSizes{});
+}
+
+TEST(FolderWatchSnapshot, has_the_resolved_path_of_a_folder_that_may_not_be_read) {
+  const TempTree tree(R"(
+    locked/ mode=0
+      film 1M
+    link -> locked
+  )");
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              const FolderSnapshot snapshot = FolderWatch::snapshot(tree.at("link"));
+              if (snapshot.path != tree.at("locked")) return snapshot.path;
+              return snapshot.sizes.empty() ? "" : "not empty";
+            }),
+            "");
+}
+
+TEST(FolderWatchSnapshot, passes_over_what_may_not_be_read) {
+  const TempTree tree(R"(
+    locked/ mode=0
+      film 1M
+    half/
+      locked/ mode=0
+        film 1M
+      film 1M
+    Tool.app/ mode=0
+      binary 1M
+    secret 1M mode=0
+  )");
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              const PathSizes expected{{tree.at("locked"), 0},
+                                       {tree.at("half"), 1 * MiB},
+                                       {tree.at("Tool.app"), tree.length("Tool.app")},
+                                       {tree.at("secret"), 1 * MiB}};
+              return snapshotOf(tree).sizes == expected ? "" : "other sizes";
+            }),
+            "");
+}
+
+TEST(FolderWatchSnapshot, lists_names_whose_attributes_may_not_be_read) {
+  const TempTree tree(R"(
+    listed/ mode=0444
+      film 1M
+      Tool.app/
+        binary 1M
+      folder/
+        film 1M
+  )");
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              const PathSizes expected{{tree.at("listed/film"), 0},
+                                       {tree.at("listed/Tool.app"), 0},
+                                       {tree.at("listed/folder"), 0}};
+              return FolderWatch::snapshot(tree.at("listed")).sizes == expected ? ""
+                                                                                : "other sizes";
+            }),
+            "");
+}
+
+TEST(FolderWatchSnapshot, stops_when_it_is_told_to) {
+  const TempTree tree(R"(
+    film 4K
+    folder-#/ x3
+      film-### 4K x500
+  )");
+  int polls = 0;
+  FolderWatch::snapshot(tree.path(), [&] { return ++polls == 2; });
+  EXPECT_EQ(polls, 2);
+
+  // In the midst of a child.
+  bool isTold = false;
+  polls = 0;
+  FolderWatch::snapshot(tree.path(), [&] {
+    isTold = isTold || ++polls == 100;
+    return isTold;
+  });
+  EXPECT_EQ(polls, 100);
+}
+
+// --- Mounts -------------------------------------------------------------------------------------
+
+TEST(FolderWatchMounts, views_of_the_kernel_weigh_nothing_and_are_not_entered) {
+  const TempTree tree(R"(
+    film 4K
+    mounted/
+    inside/
+      mounted/
+  )");
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    for (const char* below : {"mounted", "inside/mounted"}) {
+      if (mount("proc", tree.at(below).c_str(), "proc", 0, nullptr) != 0) return refusal();
+    }
+    int polls = 0;
+    const FolderSnapshot snapshot = FolderWatch::snapshot(tree.path(), [&] {
+      ++polls;
+      return false;
+    });
+    const PathSizes expected{
+        {tree.at("film"), 4 * KiB}, {tree.at("mounted"), 0}, {tree.at("inside"), 0}};
+    if (snapshot.sizes != expected) return "other sizes";
+    return polls == 4 ? "" : std::to_string(polls) + " items";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "");
+}
+
+TEST(FolderWatchMounts, other_disks_count) {
+  TempTree tree("mounted/\ninside/\n  mounted/");
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    for (const char* below : {"mounted", "inside/mounted"}) {
+      if (mount("tmpfs", tree.at(below).c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+      tree.plant(below, "film 64K");
+    }
+    const PathSizes expected{{tree.at("mounted"), 64 * KiB}, {tree.at("inside"), 64 * KiB}};
+    return snapshotOf(tree).sizes == expected ? "" : "other sizes";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "");
+}
+
+// --- Part of a tree -----------------------------------------------------------------------------
+
+TEST(FolderWatchAllocatedTree, stops_at_the_item_beyond_the_cap) {
+  const TempTree tree("film-# 4K x5");
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 6), 5 * 4 * KiB);
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 5), 5 * 4 * KiB);
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 4), 4 * 4 * KiB);
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 1), 4 * KiB);
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 0), 0);
+}
+
+TEST(FolderWatchAllocatedTree, counts_folders_and_links_as_items_that_add_nothing) {
+  const TempTree folders(R"(
+    a/
+      b/
+        film 4K
+  )");
+  EXPECT_EQ(FolderWatch::allocatedTree(folders.path(), 2), 0);
+  EXPECT_EQ(FolderWatch::allocatedTree(folders.path(), 3), 4 * KiB);
+
+  // Whichever comes first, four items are three files at most, and five are three.
+  const TempTree links(R"(
+    film-# 4K x3
+    link-# x2 -> film-0
+  )");
+  EXPECT_LE(FolderWatch::allocatedTree(links.path(), 4), 3 * 4 * KiB);
+  EXPECT_GE(FolderWatch::allocatedTree(links.path(), 4), 2 * 4 * KiB);
+  EXPECT_LE(FolderWatch::allocatedTree(links.path(), 2), 2 * 4 * KiB);
+  EXPECT_EQ(FolderWatch::allocatedTree(links.path(), 5), 3 * 4 * KiB);
+
+  const TempTree linksAlone(R"(
+    folder/
+      link-# x3 -> film
+  )");
+  int polls = 0;
+  FolderWatch::allocatedTree(linksAlone.path(), 2, [&] {
+    ++polls;
+    return false;
+  });
+  EXPECT_EQ(polls, 2);
+}
+
+TEST(FolderWatchAllocatedTree, follows_no_link) {
+  const TempTree tree(R"(
+    folder/
+      film 4K
+      up -> ..
+      beside -> ../other
+    other/
+      film 1M
+  )");
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.at("folder"), 100), 4 * KiB);
+}
+
+TEST(FolderWatchAllocatedTree, is_nothing_where_there_is_no_folder) {
+  const TempTree tree("file 4K");
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.at("gone"), 100), 0);
+  EXPECT_EQ(FolderWatch::allocatedTree(tree.at("file"), 100), 0);
+}
+
+// --- From one snapshot to the next --------------------------------------------------------------
+
+TEST(FolderWatchGrowth, of_a_mebibyte_is_told_and_of_a_block_less_is_not) {
+  TempTree tree(R"(
+    just/
+      film 64K
+    less/
+      film 64K
+  )");
+  const auto grown = growth(tree, [&] {
+    tree.plant("just", "new 1M");
+    tree.plant("less", "new 1044480");
+  });
+  EXPECT_EQ(grown,
+            (std::vector<ScanDelta>{{"just", tree.at("just"), 64 * KiB, 1 * MiB + 64 * KiB}}));
+}
+
+TEST(FolderWatchGrowth, of_what_is_new_counts_from_nothing) {
+  TempTree tree;
+  const auto grown =
+      growth(tree, [&] { tree.plant("caf\\xe9 1M\nfolder/\n  film 2M\nless 1044480"); });
+  EXPECT_EQ(grown, (std::vector<ScanDelta>{{"folder", tree.at("folder"), 0, 2 * MiB},
+                                           {"caf\xe9", tree.at("caf\xe9"), 0, 1 * MiB}}));
+}
+
+TEST(FolderWatchGrowth, of_a_package_is_not_noticed) {
+  TempTree tree("Tool.app/\n  binary 4K");
+  EXPECT_TRUE(growth(tree, [&] { tree.plant("Tool.app", "more 2M"); }).empty());
+}
+
+TEST(FolderWatchGrowth, behind_a_link_is_not_noticed) {
+  TempTree tree("folder/\n  link -> ../outside\nto-outside -> outside\noutside/");
+  const auto grown = growth(tree, [&] { tree.plant("outside", "film 2M"); });
+  EXPECT_EQ(grown, (std::vector<ScanDelta>{{"outside", tree.at("outside"), 0, 2 * MiB}}));
+}
+
+TEST(FolderWatchGrowth, is_none_where_things_shrink_or_go) {
+  TempTree tree("small/\n  film 4M\ngone/\n  film 4M\nfile 4M");
+  const auto grown = growth(tree, [&] {
+    fs::resize_file(tree.at("small/film"), 0);
+    ASSERT_TRUE(removeTree(tree.at("gone")));
+    ASSERT_EQ(unlink(tree.at("file").c_str()), 0);
+  });
+  EXPECT_TRUE(grown.empty());
+}
+
+TEST(FolderWatchGrowth, is_none_where_the_folder_itself_goes) {
+  TempTree tree("folder/\n  film 4M");
+  const FolderSnapshot before = FolderWatch::snapshot(tree.at("folder"));
+  ASSERT_EQ(before.sizes.size(), 1U);
+  ASSERT_TRUE(removeTree(tree.at("folder")));
+  EXPECT_TRUE(
+      ScanDiff::compare(before.sizes, FolderWatch::snapshot(tree.at("folder")).sizes, MiB).empty());
+}
+
+}  // namespace
+}  // namespace tessaly

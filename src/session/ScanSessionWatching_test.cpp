@@ -1,0 +1,740 @@
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <QSignalSpy>
+
+#include "platform/ThreadedDispatch.h"
+#include "session/SessionFixture_test.h"
+#include "support/MainLoop.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using namespace std::chrono_literals;
+using Deltas = std::vector<ScanDelta>;
+using Paths = std::vector<std::string>;
+
+constexpr std::int64_t KiB = 1024;
+constexpr std::int64_t MiB = 1024 * KiB;
+
+// On screen is /home with Movies/ and Code/. A look at a folder brings what `sizes_` has for it at
+// that moment.
+class Watching : public SessionFixture {
+ protected:
+  Watching() {
+    snapshot_ = [this](const std::string& path, const FolderWatch::IsCancelled& isCancelled) {
+      looks_.push_back(path);
+      FolderSnapshot snapshot{path, sizes_};
+      if (const auto during = std::exchange(duringLook_, {})) during(isCancelled);
+      return snapshot;
+    };
+    restart();
+    scanTo(home_);
+    dispatch().advance(1h);
+    dispatch().drainAll();
+  }
+
+  void runLooks() { dispatch().drain(Queue::utility); }
+
+  // A watch that has its baseline, whose toast is gone.
+  void watch(const PathSizes& baseline) {
+    sizes_ = baseline;
+    session().startWatch();
+    dispatch().drainAll();
+    ASSERT_TRUE(session().watching());
+    ASSERT_EQ(looks_.size(), 1U);
+  }
+
+  // The next tick of the timer, with the look it makes and what that brings home.
+  void nextTick() {
+    dispatch().advance(20s);
+    dispatch().drainAll();
+  }
+
+  std::string toast() { return session().toast().value_or("(none)"); }
+
+  void openMovies() { session().open(session().current()->children().front()); }
+
+  const DiskNode home_ =
+      folder("/home", 9 * MiB,
+             {folder("/home/Movies", 6 * MiB, {file("/home/Movies/film", 6 * MiB)}),
+              folder("/home/Code", 3 * MiB)});
+  PathSizes sizes_;
+  Paths looks_;
+  std::function<void(const FolderWatch::IsCancelled&)> duringLook_;  // in the next look alone
+};
+
+// --- Starting -----------------------------------------------------------------------------------
+
+TEST_F(Watching, is_off_at_first_and_after_a_restart) {
+  EXPECT_FALSE(session().watching());
+  EXPECT_EQ(session().watchPath(), "");
+  EXPECT_TRUE(session().watchGrew().empty());
+  watch({});
+  restart();
+  EXPECT_FALSE(session().watching());
+  EXPECT_EQ(session().watchPath(), "");
+}
+
+TEST_F(Watching, does_not_start_without_a_tree) {
+  TempTree nothing;
+  ScanSession::Services services = machine_.services("/");
+  services.supportDirectory = nothing.path();
+  services.snapshot = snapshot_;
+  ScanSession session(std::move(services));
+  ASSERT_TRUE(session.stack().empty());
+  QSignalSpy watching(&session, &ScanSession::watchingChanged);
+  session.startWatch();
+  EXPECT_FALSE(session.watching());
+  EXPECT_EQ(session.watchPath(), "");
+  EXPECT_EQ(watching.count(), 0);
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+}
+
+TEST_F(Watching, is_on_before_anything_is_looked_at) {
+  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
+  QSignalSpy path(&session(), &ScanSession::watchPathChanged);
+  session().startWatch();
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(session().watchPath(), "/home");
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(watching.count(), 1);
+  EXPECT_EQ(path.count(), 1);
+  EXPECT_EQ(looks_, Paths{});
+  EXPECT_EQ(toast(), "(none)");
+}
+
+TEST_F(Watching, looks_on_the_utility_queue_at_the_folder_on_screen) {
+  openMovies();
+  session().startWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
+  EXPECT_EQ(session().watchPath(), "/home/Movies");
+  runLooks();
+  EXPECT_EQ(looks_, Paths{"/home/Movies"});
+}
+
+TEST_F(Watching, says_so_once_it_has_its_baseline) {
+  session().startWatch();
+  runLooks();
+  EXPECT_EQ(toast(), "(none)");
+  runMain();
+  EXPECT_EQ(toast(), "Watching home");
+  EXPECT_TRUE(session().watchGrew().empty());
+}
+
+TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
+  session().startWatch();
+  openMovies();
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching home");
+  EXPECT_EQ(session().watchPath(), "/home");
+}
+
+// --- The timer ----------------------------------------------------------------------------------
+
+TEST_F(Watching, looks_again_20_seconds_after_the_baseline_and_not_before) {
+  session().startWatch();
+  runLooks();
+  dispatch().advance(7s);
+  runMain();
+  ASSERT_EQ(toast(), "Watching home");
+  dispatch().advance(20s - 1ns);
+  runMain();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+  dispatch().advance(1ns);
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+  runMain();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+  runLooks();
+  EXPECT_EQ(looks_, (Paths{"/home", "/home"}));
+}
+
+TEST_F(Watching, has_no_timer_while_the_first_look_goes_on) {
+  session().startWatch();
+  dispatch().advance(1h);
+  runMain();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+}
+
+TEST_F(Watching, goes_on_every_20_seconds) {
+  watch({});
+  for (std::size_t ticks = 1; ticks <= 10; ++ticks) {
+    dispatch().advance(20s - 1ns);
+    dispatch().drainAll();
+    EXPECT_EQ(looks_.size(), ticks);
+    dispatch().advance(1ns);
+    dispatch().drainAll();
+    EXPECT_EQ(looks_.size(), ticks + 1);
+  }
+}
+
+TEST_F(Watching, waits_for_no_slow_look) {
+  watch({});
+  for (std::size_t ticks = 1; ticks <= 3; ++ticks) {
+    dispatch().advance(20s);
+    runMain();
+    EXPECT_EQ(dispatch().waiting(Queue::utility), ticks);
+  }
+}
+
+TEST_F(Watching, applies_looks_that_overlap_as_they_arrive) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  // The first look takes so long that all of the second one fits into it.
+  duringLook_ = [this](const FolderWatch::IsCancelled&) {
+    sizes_ = {{"/home/a", 2 * MiB}};
+    nextTick();
+    EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 0, 2 * MiB}}));
+    EXPECT_EQ(toast(), "a grew by 2.0 MB");
+  };
+  nextTick();
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 0, 1 * MiB}}));
+  EXPECT_EQ(toast(), "a grew by 1.0 MB");
+}
+
+// --- Growth -------------------------------------------------------------------------------------
+
+TEST_F(Watching, tells_of_a_mebibyte) {
+  watch({{"/home/Movies", 6 * MiB}});
+  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  sizes_["/home/Movies"] = 7 * MiB;
+  nextTick();
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"Movies", "/home/Movies", 6 * MiB, 7 * MiB}}));
+  EXPECT_EQ(grew.count(), 1);
+  EXPECT_EQ(toast(), "Movies grew by 1.0 MB");
+}
+
+TEST_F(Watching, does_not_tell_of_a_byte_less) {
+  watch({{"/home/Movies", 6 * MiB}});
+  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  sizes_["/home/Movies"] = 7 * MiB - 1;
+  nextTick();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(grew.count(), 0);
+  EXPECT_EQ(toast(), "(none)");
+}
+
+TEST_F(Watching, tells_of_the_largest_growth) {
+  watch({{"/home/a", 100 * MiB}, {"/home/b", 1 * MiB}, {"/home/c", 5}});
+  sizes_ = {{"/home/a", 102 * MiB}, {"/home/b", 4 * MiB + 512 * KiB}, {"/home/c", 6}};
+  nextTick();
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"b", "/home/b", 1 * MiB, 4 * MiB + 512 * KiB},
+                                           {"a", "/home/a", 100 * MiB, 102 * MiB}}));
+  EXPECT_EQ(toast(), "b grew by 3.5 MB");
+}
+
+TEST_F(Watching, counts_a_new_child_from_nothing) {
+  watch({});
+  sizes_ = {{"/home/new", 3 * MiB}, {"/home/tiny", 1 * MiB - 1}};
+  nextTick();
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"new", "/home/new", 0, 3 * MiB}}));
+  EXPECT_EQ(toast(), "new grew by 3.0 MB");
+}
+
+TEST_F(Watching, has_no_row_for_what_shrinks_or_goes) {
+  watch({{"/home/a", 9 * MiB}, {"/home/b", 9 * MiB}});
+  sizes_ = {{"/home/a", 1}};
+  nextTick();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(toast(), "(none)");
+}
+
+TEST_F(Watching, tells_nothing_of_a_folder_that_can_no_longer_be_read) {
+  watch({{"/home/a", 9 * MiB}});
+  sizes_ = {};
+  nextTick();
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(toast(), "(none)");
+  EXPECT_EQ(session().errorMessage(), "");
+  sizes_ = {{"/home/a", 10 * MiB}};
+  nextTick();
+  EXPECT_EQ(toast(), "a grew by 1.0 MB");
+}
+
+TEST_F(Watching, compares_with_the_beginning_and_says_the_same_again_at_each_look) {
+  watch({{"/home/a", 1 * MiB}});
+  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  sizes_["/home/a"] = 3 * MiB;
+  for (int tick = 0; tick < 3; ++tick) {
+    nextTick();
+    EXPECT_EQ(toast(), "a grew by 2.0 MB");
+    EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 3 * MiB}}));
+    // Shown anew, not left standing.
+    dispatch().advance(2800ms);
+    runMain();
+    EXPECT_EQ(toast(), "(none)");
+    dispatch().advance(17200ms);
+    runMain();
+    dispatch().drain(Queue::utility);
+    EXPECT_EQ(toast(), "(none)");
+    runMain();
+    EXPECT_EQ(toast(), "a grew by 2.0 MB");
+  }
+  EXPECT_EQ(grew.count(), 1);
+  // Less than a mebibyte since the look before, and still told, since the sum is.
+  sizes_["/home/a"] = 3 * MiB + 512 * KiB;
+  nextTick();
+  EXPECT_EQ(toast(), "a grew by 2.5 MB");
+}
+
+TEST_F(Watching, forgets_growth_that_is_gone) {
+  watch({{"/home/a", 1 * MiB}});
+  sizes_["/home/a"] = 3 * MiB;
+  nextTick();
+  ASSERT_EQ(session().watchGrew().size(), 1U);
+  sizes_["/home/a"] = 1 * MiB;
+  nextTick();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(toast(), "(none)");
+}
+
+TEST_F(Watching, keeps_the_bytes_of_names_that_are_not_utf8) {
+  scanTo(folder("/caf\xe9", 9, {file("/caf\xe9/\xff", 9)}));
+  session().startWatch();
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching caf\xe9");
+  EXPECT_EQ(looks_, Paths{"/caf\xe9"});
+  sizes_ = {{"/caf\xe9/\xff", 1 * MiB}};
+  nextTick();
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"\xff", "/caf\xe9/\xff", 0, 1 * MiB}}));
+  EXPECT_EQ(toast(), "\xff grew by 1.0 MB");
+}
+
+TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  std::vector<std::string> seen;
+  const auto note = [&] {
+    seen.push_back(std::to_string(session().watchGrew().size()) + " " + toast());
+  };
+  dispatch().advance(19s);
+  dispatch().drainAll();
+  QObject::connect(&session(), &ScanSession::watchGrewChanged, note);
+  QObject::connect(&session(), &ScanSession::toastChanged, note);
+  dispatch().advance(1s);
+  dispatch().drainAll();
+  EXPECT_EQ(seen, (std::vector<std::string>(2, "1 a grew by 1.0 MB")));
+}
+
+// --- Looking out of turn ------------------------------------------------------------------------
+
+TEST_F(Watching, looks_out_of_turn_when_asked) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "a grew by 1.0 MB");
+}
+
+TEST_F(Watching, has_nothing_to_look_for_while_it_is_off_or_has_no_baseline) {
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+  session().startWatch();
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+  runLooks();
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+}
+
+TEST_F(Watching, has_no_baseline_of_the_watch_before) {
+  watch({});
+  session().stopWatch();
+  session().startWatch();
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+}
+
+// --- Stopping -----------------------------------------------------------------------------------
+
+TEST_F(Watching, clears_all_it_has_told_when_it_stops) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  nextTick();
+  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
+  QSignalSpy path(&session(), &ScanSession::watchPathChanged);
+  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  session().stopWatch();
+  EXPECT_FALSE(session().watching());
+  EXPECT_EQ(session().watchPath(), "");
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(watching.count(), 1);
+  EXPECT_EQ(path.count(), 1);
+  EXPECT_EQ(grew.count(), 1);
+}
+
+TEST_F(Watching, may_be_stopped_when_it_is_off) {
+  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
+  session().stopWatch();
+  session().stopWatch();
+  EXPECT_FALSE(session().watching());
+  EXPECT_EQ(watching.count(), 0);
+}
+
+TEST_F(Watching, never_looks_again_once_it_is_stopped) {
+  watch({});
+  session().stopWatch();
+  dispatch().advance(1h);
+  dispatch().drainAll();
+  EXPECT_EQ(looks_.size(), 1U);
+  EXPECT_FALSE(dispatch().advanceToNextDue());
+}
+
+TEST_F(Watching, has_neither_timer_nor_baseline_when_stopped_during_the_first_look) {
+  session().startWatch();
+  duringLook_ = [this](const FolderWatch::IsCancelled& isCancelled) {
+    EXPECT_FALSE(isCancelled());
+    session().stopWatch();
+    EXPECT_TRUE(isCancelled());
+  };
+  dispatch().drainAll();
+  EXPECT_EQ(looks_.size(), 1U);
+  EXPECT_FALSE(session().watching());
+  EXPECT_EQ(toast(), "(none)");
+  EXPECT_FALSE(dispatch().advanceToNextDue());
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+}
+
+TEST_F(Watching, drops_the_first_look_that_comes_home_after_a_stop) {
+  session().startWatch();
+  runLooks();
+  session().stopWatch();
+  runMain();
+  EXPECT_EQ(toast(), "(none)");
+  EXPECT_FALSE(dispatch().advanceToNextDue());
+}
+
+TEST_F(Watching, drops_a_look_that_is_under_way_when_it_stops) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  dispatch().advance(20s);
+  runMain();
+  runLooks();
+  ASSERT_EQ(looks_.size(), 2U);
+  session().stopWatch();
+  runMain();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_EQ(toast(), "(none)");
+}
+
+// --- Starting again -----------------------------------------------------------------------------
+
+TEST_F(Watching, moves_to_another_folder) {
+  watch({{"/home/a", 1}});
+  sizes_ = {{"/home/a", 3 * MiB}};
+  nextTick();
+  ASSERT_EQ(session().watchGrew().size(), 1U);
+  openMovies();
+  sizes_ = {{"/home/Movies/film", 6 * MiB}};
+  session().startWatch();
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(session().watchPath(), "/home/Movies");
+  EXPECT_TRUE(session().watchGrew().empty());
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching Movies");
+  sizes_ = {{"/home/Movies/film", 8 * MiB}};
+  looks_.clear();
+  nextTick();
+  EXPECT_EQ(looks_, Paths{"/home/Movies"});
+  EXPECT_EQ(toast(), "film grew by 2.0 MB");
+  nextTick();
+  EXPECT_EQ(looks_.size(), 2U);
+}
+
+TEST_F(Watching, drops_the_first_look_at_a_folder_it_has_left) {
+  session().startWatch();
+  runLooks();
+  openMovies();
+  session().startWatch();
+  runMain();
+  EXPECT_EQ(toast(), "(none)");
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching Movies");
+}
+
+TEST_F(Watching, drops_a_look_at_a_folder_it_has_left) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  dispatch().advance(20s);
+  runMain();
+  runLooks();
+  openMovies();
+  session().startWatch();
+  runMain();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_NE(toast(), "a grew by 1.0 MB");
+}
+
+TEST_F(Watching, of_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
+  watch({{"/home/a", 1 * MiB}});
+  dispatch().advance(10s);
+  sizes_ = {{"/home/a", 3 * MiB}};
+  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
+  session().startWatch();
+  EXPECT_EQ(watching.count(), 0);
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching home");
+  looks_.clear();
+  dispatch().advance(10s);
+  dispatch().drainAll();
+  EXPECT_EQ(looks_.size(), 0U);
+  dispatch().advance(10s);
+  dispatch().drainAll();
+  EXPECT_EQ(looks_.size(), 1U);
+  EXPECT_TRUE(session().watchGrew().empty());
+}
+
+TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
+  sizes_ = {{"/home/a", 1 * MiB}};
+  session().startWatch();
+  runLooks();
+  session().stopWatch();
+  session().startWatch();
+  runMain();
+  EXPECT_EQ(toast(), "(none)");
+  sizes_ = {{"/home/a", 5 * MiB}};
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching home");
+  looks_.clear();
+  nextTick();
+  EXPECT_EQ(looks_.size(), 1U);
+  EXPECT_TRUE(session().watchGrew().empty());
+
+  sizes_ = {{"/home/a", 9 * MiB}};
+  dispatch().advance(20s);
+  runMain();
+  runLooks();
+  session().stopWatch();
+  session().startWatch();
+  runMain();
+  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_NE(toast(), "a grew by 4.0 MB");
+}
+
+// --- What else happens meanwhile ----------------------------------------------------------------
+
+TEST_F(Watching, stays_where_it_is_through_scans_and_ways_through_the_tree) {
+  watch({{"/home/a", 1 * MiB}});
+  openMovies();
+  session().back();
+  openMovies();
+  session().setPane(MainPane::apps);
+  session().setVizMode(VizMode::largest);
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(session().watchPath(), "/home");
+
+  scanTo(folder("/other", 9, {file("/other/f", 9)}));
+  session().rescan();
+  session().cancel();
+  dispatch().drainAll();
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(session().watchPath(), "/home");
+  sizes_ = {{"/home/a", 2 * MiB}};
+  looks_.clear();
+  nextTick();
+  EXPECT_EQ(looks_, Paths{"/home"});
+  EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 2 * MiB}}));
+  EXPECT_EQ(toast(), "a grew by 1.0 MB");
+}
+
+TEST_F(Watching, takes_its_baseline_through_a_scan) {
+  session().startWatch();
+  runLooks();
+  session().rescan();
+  runMain();
+  EXPECT_EQ(toast(), "Watching home");
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+}
+
+// --- The end of the session ---------------------------------------------------------------------
+
+TEST_F(Watching, stops_its_look_when_the_session_ends) {
+  session().startWatch();
+  bool hasLooked = false;
+  duringLook_ = [&](const FolderWatch::IsCancelled& isCancelled) {
+    hasLooked = true;
+    EXPECT_FALSE(isCancelled());
+    endSession();
+    EXPECT_TRUE(isCancelled());
+  };
+  dispatch().drainAll();
+  EXPECT_TRUE(hasLooked);
+}
+
+TEST_F(Watching, may_bring_home_its_baseline_when_the_session_is_gone) {
+  session().startWatch();
+  runLooks();
+  endSession();
+  EXPECT_EQ(dispatch().drain(Queue::main), 1U);
+  EXPECT_FALSE(dispatch().advanceToNextDue());
+}
+
+TEST_F(Watching, does_not_keep_the_session) {
+  watch({});
+  dispatch().advance(20s);
+  endSession();
+  EXPECT_FALSE(hasSession());
+  dispatch().drainAll();
+  dispatch().advance(1h);
+  dispatch().drainAll();
+  EXPECT_EQ(looks_.size(), 1U);
+}
+
+TEST_F(Watching, may_bring_home_a_look_when_the_session_is_gone) {
+  watch({});
+  sizes_ = {{"/home/a", 1 * MiB}};
+  dispatch().advance(20s);
+  runMain();
+  runLooks();
+  endSession();
+  EXPECT_EQ(dispatch().drain(Queue::main), 1U);
+}
+
+TEST_F(Watching, lets_whoever_hears_of_it_end_the_session) {
+  QObject::connect(&session(), &ScanSession::watchingChanged, [this] { endSession(); });
+  session().startWatch();
+  EXPECT_FALSE(hasSession());
+  dispatch().drainAll();
+}
+
+TEST_F(Watching, lets_whoever_hears_of_growth_stop_it) {
+  watch({});
+  QObject::connect(&session(), &ScanSession::watchGrewChanged, [this] { session().stopWatch(); });
+  sizes_ = {{"/home/a", 1 * MiB}};
+  nextTick();
+  EXPECT_FALSE(session().watching());
+  EXPECT_TRUE(session().watchGrew().empty());
+  looks_.clear();
+  dispatch().advance(1h);
+  dispatch().drainAll();
+  EXPECT_TRUE(looks_.empty());
+}
+
+// --- Real folders -------------------------------------------------------------------------------
+
+class WatchingRealFolders : public ::testing::Test {
+ protected:
+  void watch(const TempTree& tree) {
+    session_->scan(tree.path());
+    dispatch_.drainAll();
+    ASSERT_EQ(session_->status(), ScanStatus::complete);
+    session_->startWatch();
+    dispatch_.drainAll();
+  }
+
+  std::string toastOfNextTick() {
+    dispatch_.advance(20s);
+    dispatch_.drainAll();
+    return session_->toast().value_or("(none)");
+  }
+
+  FakeMachine machine_;
+  HandSteppedDispatch& dispatch_ = machine_.dispatch;
+  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(machine_.services("/"));
+};
+
+TEST_F(WatchingRealFolders, tells_of_a_mebibyte_of_blocks) {
+  TempTree tree("folder/\n  film 512K\nnote 512K");
+  watch(tree);
+  EXPECT_EQ(toastOfNextTick(), "(none)");
+  tree.plant("folder", "new 1M");
+  EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
+  EXPECT_EQ(session_->watchGrew(),
+            (Deltas{{"folder", tree.at("folder"), 512 * KiB, 1 * MiB + 512 * KiB}}));
+}
+
+TEST_F(WatchingRealFolders, does_not_tell_of_a_block_less) {
+  TempTree tree("folder/\n  film 512K\nnote 512K");
+  watch(tree);
+  tree.plant("folder", "new 1044480");
+  ASSERT_EQ(tree.allocated("folder/new"), MiB - 4 * KiB);
+  EXPECT_EQ(toastOfNextTick(), "(none)");
+  tree.plant("folder", "block 4K");
+  EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
+}
+
+TEST_F(WatchingRealFolders, does_not_notice_a_package_that_grows) {
+  TempTree tree("Tool.app/\n  binary 512K\nnote 512K");
+  watch(tree);
+  tree.plant("Tool.app", "more 2M");
+  EXPECT_EQ(toastOfNextTick(), "(none)");
+}
+
+TEST_F(WatchingRealFolders, tells_nothing_of_a_folder_that_is_gone) {
+  TempTree tree("folder/\n  film 2M");
+  watch(tree);
+  ASSERT_TRUE(removeTree(tree.at("folder")));
+  EXPECT_EQ(toastOfNextTick(), "(none)");
+  EXPECT_TRUE(session_->watching());
+  EXPECT_EQ(session_->errorMessage(), "");
+}
+
+// --- Real threads -------------------------------------------------------------------------------
+
+class WatchingThreads : public ::testing::Test {
+ protected:
+  std::unique_ptr<ScanSession> makeSession(ScanSession::Snapshot snapshot = {}) {
+    ScanSession::Services services = machine_.services("/", dispatch_, machine_.folderPanel);
+    services.snapshot = std::move(snapshot);
+    return std::make_unique<ScanSession>(std::move(services));
+  }
+
+  void scan(ScanSession& session, const std::string& path) {
+    session.scan(path);
+    mainLoop_.runUntil([&] { return session.status() == ScanStatus::complete; });
+  }
+
+  MainLoop mainLoop_;
+  FakeMachine machine_;
+  ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
+};
+
+TEST_F(WatchingThreads, tell_of_growth) {
+  TempTree tree("folder/\n  film 512K");
+  const auto session = makeSession();
+  scan(*session, tree.path());
+  session->startWatch();
+  const std::string name = tree.path().substr(tree.path().rfind('/') + 1);
+  mainLoop_.runUntil([&] { return session->toast() == "Watching " + name; });
+  tree.plant("folder", "new 2M");
+  session->pollWatch();
+  mainLoop_.runUntil([&] { return !session->watchGrew().empty(); });
+  EXPECT_EQ(session->toast(), "folder grew by 2.0 MB");
+}
+
+TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
+  const TempTree tree("film 512K");
+  std::atomic<int> ended = 0;
+  auto session = makeSession(
+      [&](const std::string& path, const FolderWatch::IsCancelled& isCancelled) -> FolderSnapshot {
+        while (!isCancelled()) {
+        }
+        ++ended;
+        return {path, {}};
+      });
+  scan(*session, tree.path());
+  session->startWatch();
+  session->stopWatch();
+  session->startWatch();
+  session.reset();
+  while (ended < 2) std::this_thread::yield();
+  mainLoop_.runPosted();
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,109 @@
+// Archived, thrown away and put back, with the system's zip and a real Trash.
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <map>
+#include <string>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+#include "platform/Process.h"
+#include "platform/linux/trash/UserTrashMover.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+std::map<std::string, std::string> contentsOf(const std::string& top) {
+  std::map<std::string, std::string> contents;
+  for (const auto& entry : fs::recursive_directory_iterator(top)) {
+    contents[entry.path().string().substr(top.size() + 1)] =
+        entry.is_directory() ? "/" : contentOf(entry.path().string());
+  }
+  return contents;
+}
+
+// Lent to the program of the journey, and so made before it.
+struct Disk {
+  TempTree state{"data/\nkept/\nout/\n"};
+  UserTrashMover trash{{.homeTrash = state.at("data/Trash"),
+                        .mountinfo = "/proc/self/mountinfo",
+                        .user = geteuid()}};
+};
+
+class ZipJourney : protected Disk, public Journey {
+ protected:
+  ZipJourney()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "  cut/\n"
+            "    end.mp4 1M\n"
+            "-notes\\n 2M\n"
+            "caf\\xE9.zip 2M\n",
+            [this](Application::Seams& seams) { seams.trash = &trash; }) {
+    putFile(tree_.at("Movies/beach.mp4"), std::string(6 << 20, 'b'));
+    putFile(tree_.at("-notes\n"), std::string(2 << 20, 'n'));
+    machine_.savePanel.answer = archive();
+    session().scanHome();
+    finishScan();
+  }
+
+  std::string archive() const { return state.at("kept/out.zip"); }
+
+  std::map<std::string, std::string> unpacked() const {
+    Result<Process> unzip = Process::launch(
+        {.path = "/usr/bin/unzip", .args = {"-qq", "-^", archive(), "-d", state.at("out")}});
+    EXPECT_TRUE(unzip.ok());
+    if (!unzip) return {};
+    unzip.value().waitUntil(Deadline::never());
+    EXPECT_EQ(unzip.value().exit(), (Process::Exit{.status = 0, .signal = 0}));
+    return contentsOf(state.at("out"));
+  }
+};
+
+TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
+  const auto before = contentsOf(tree_.path());
+  clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  session().zipThenTrash(session().selectedNodes());
+  EXPECT_EQ(text("toast"), QStringLiteral("Zipping 2 items…"));
+  dispatch_.drain(Dispatch::Queue::userInitiated);
+  EXPECT_EQ(contentsOf(tree_.path()), before);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Archived to out.zip"));
+  finishScan();
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
+  EXPECT_THAT(session().current()->children(), SizeIs(1));
+
+  auto archived = before;
+  archived.erase("caf\xE9.zip");
+  EXPECT_TRUE(unpacked() == archived);
+
+  click("putBack");
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 2 items"));
+  EXPECT_TRUE(contentsOf(tree_.path()) == before);
+  finishScan();
+  EXPECT_THAT(session().current()->children(), SizeIs(3));
+}
+
+TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {
+  const auto before = contentsOf(tree_.path());
+  machine_.savePanel.answer = state.at("nowhere/out.zip");
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  session().zipThenTrash(session().selectedNodes());
+  dispatch_.drain(Dispatch::Queue::userInitiated);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Could not create zip"));
+  EXPECT_TRUE(contentsOf(tree_.path()) == before);
+  EXPECT_THAT(session().selectedNodes(), SizeIs(1));
+}
+
+}  // namespace
+}  // namespace tessaly
