@@ -30,6 +30,7 @@
 #include "session/SettingsFile.h"
 #include "system/FullDiskAccess.h"
 
+Q_IMPORT_QML_PLUGIN(Tessaly_CommandsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
@@ -163,10 +164,13 @@ Application::Application(const Seams& seams) {
                                                .giveUpInstance = seams.giveUpInstance,
                                                .quit = quit,
                                                .launch = seams.launch}});
+  commands_ = std::make_unique<MenuCommands>(
+      MenuCommands::Services{.session = *session_, .actions = *nodeActions_, .quit = quit});
 
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
        {QStringLiteral("actions"), QVariant::fromValue(nodeActions_.get())},
+       {QStringLiteral("commands"), QVariant::fromValue(commands_.get())},
        {QStringLiteral("gateActions"), QVariant::fromValue(gateActions_.get())}});
   engine_->load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Window/MainWindow.qml")));
   if (!engine_->rootObjects().isEmpty())

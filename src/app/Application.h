@@ -13,6 +13,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
+#include "app/commands/MenuCommands.h"
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/MainQueue.h"
 #include "app/desktop/WindowActivation.h"
@@ -118,6 +119,7 @@ class Application {
   WindowActivation activation_;
   std::unique_ptr<AppDelegate> delegate_;
   std::unique_ptr<NodeActions> nodeActions_;
+  std::unique_ptr<MenuCommands> commands_;
   std::unique_ptr<AccessGateActions> gateActions_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
   std::unique_ptr<PreviewWindow> ownPreviewPanel_;

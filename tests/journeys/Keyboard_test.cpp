@@ -48,12 +48,12 @@ TEST_F(Keyboard, comes_to_every_control_of_the_window) {
   QStringList names;
   for (const QQuickItem* stop : stops()) names << stop->objectName();
   for (const char* name :
-       {"closeWindow", "minimiseWindow", "zoomWindow",    "back",          "searchField",
-        "showMap",     "showApps",       "showPulse",     "openAssistant", "openInbox",
-        "chip",        "scanFullMac",    "scanHome",      "chooseFolder",  "diskTreemap",
-        "systemPulse", "appLeftovers",   "emptyTrash",    "pathLabel",     "star",
-        "addExclude",  "highlight",      "skip",          "rescanVolume",  "treemapMode",
-        "heatmap",     "queueSelection", "clearSelection"}) {
+       {"closeWindow", "minimiseWindow", "zoomWindow",     "back",          "searchField",
+        "showMap",     "showApps",       "showPulse",      "openAssistant", "openInbox",
+        "openMenu",    "chip",           "scanFullMac",    "scanHome",      "chooseFolder",
+        "diskTreemap", "systemPulse",    "appLeftovers",   "emptyTrash",    "pathLabel",
+        "star",        "addExclude",     "highlight",      "skip",          "rescanVolume",
+        "treemapMode", "heatmap",        "queueSelection", "clearSelection"}) {
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name << " is not reached";
   }
 }

@@ -42,7 +42,7 @@ TEST_F(WindowLook, of_the_title_bar) {
   QQuickItem* const bar = item("titleBar");
   ASSERT_NE(bar, nullptr);
   EXPECT_EQ(itemNamed(bar, "name")->mapToScene(QPointF()).x(), 78);
-  QQuickItem* const last = itemNamed(bar, "openInbox");
+  QQuickItem* const last = itemNamed(bar, "openMenu");
   EXPECT_EQ(last->mapToScene(QPointF(last->width(), 0)).x(), 1280 - 14);
   expectLook(bar, {
                       {"name", "text", "Tessaly"},
@@ -80,6 +80,7 @@ TEST_F(WindowLook, of_the_title_bar) {
                       {"rule", "height", 16},
                       {"openAssistant/symbol", "name", "sparkles"},
                       {"openInbox/symbol", "name", "text.viewfinder"},
+                      {"openMenu/symbol", "name", "line.3.horizontal"},
                   });
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 12> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 13> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -29,6 +29,7 @@ constexpr std::array<std::pair<const char*, Screen>, 12> screens = {{
     {"alert", Screen::alert},
     {"gate", Screen::gate},
     {"sidebar", Screen::sidebar},
+    {"commands", Screen::commands},
 }};
 
 DiskNode childOf(const DiskNode& node, std::string_view name) {
@@ -150,6 +151,12 @@ void FixtureWindow::letMessagesGo() {
   while (machine_.dispatch.advanceToNextDue()) machine_.dispatch.drain(Dispatch::Queue::main);
 }
 
+void FixtureWindow::openMenu() {
+  QQuickWindow& window = application_->window();
+  settle(window);
+  QMetaObject::invokeMethod(&window, "openMenu", Q_ARG(bool, true));
+}
+
 void FixtureWindow::scanHalfWay() {
   ScanSession& session = application_->session();
   session.scanHome();
@@ -198,6 +205,12 @@ void FixtureWindow::show(Screen screen) {
     case Screen::sidebar:
       session.toggleFilter(session.filters()[0].id);
       session.toggleSkip(session.filters()[2].id);
+      break;
+    case Screen::commands:
+      // As low as the window gets, the menu still fits.
+      application_->window().resize(1100, 680);
+      session.open(childOf(tree, "Movies"));
+      openMenu();
       break;
     default:
       break;

@@ -31,7 +31,8 @@ class FixtureWindow {
     menu,
     alert,
     gate,
-    sidebar
+    sidebar,
+    commands
   };
 
   // By their names on the command line, and back.
@@ -49,6 +50,7 @@ class FixtureWindow {
   void scan();
   void letMessagesGo();
   void scanHalfWay();
+  void openMenu();
   void show(Screen screen);
 
   FakeMachine machine_;

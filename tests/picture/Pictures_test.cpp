@@ -104,7 +104,8 @@ TEST(PictureScreens, show_what_they_are_named_for) {
       {"drilled", "chip"},        {"rescanning", "banner"},
       {"selected", "putBack"},    {"toast", "toastPanel"},
       {"menu", "nodeMenu"},       {"alert", "protectedLocation"},
-      {"gate", "gate"},           {"sidebar", "pinned"}};
+      {"gate", "gate"},           {"sidebar", "pinned"},
+      {"commands", "commandMenu"}};
   for (const QString& name : FixtureWindow::names()) {
     FixtureWindow window(*FixtureWindow::screenNamed(name), QSize(1280, 820));
     window.picture();

@@ -1,6 +1,7 @@
 // The main window: its bars, the pane in front, and what lies over them.
 import QtQuick
 import QtQuick.Layouts
+import Tessaly.Commands
 import Tessaly.Controls
 import Tessaly.Model
 import Tessaly.Overlays
@@ -13,10 +14,17 @@ Window {
     required property ScanSession session
     required property NodeActions actions
     required property AccessGateActions gateActions
+    required property MenuCommands commands
 
     // While one of these is up, no command acts on what lies under it.
-    readonly property bool commandsAllowed: !alert.shown && !menu.shown && !gate.shown
-        && !session.searchOpen && !session.aiOpen && !session.ocrOpen
+    readonly property bool isClear: !alert.shown && !menu.shown && !gate.shown
+        && !session.searchOpen && !session.aiOpen && !session.ocrOpen && !barsState.settingsOpen
+    readonly property bool commandsAllowed: isClear && !commandMenu.visible
+
+    function openMenu(byKeyboard: bool) {
+        const button = titleBar.menuButton
+        commandMenu.openAt(button.width - commandMenu.width, button.height + 4, byKeyboard)
+    }
 
     objectName: "mainWindow"
     title: "Tessaly"
@@ -59,6 +67,7 @@ Window {
             Layout.fillWidth: true
             session: window.session
             bars: barsState
+            onMenuAsked: window.openMenu(titleBar.menuButton.visualFocus)
         }
 
         BreadcrumbBar {
@@ -137,6 +146,15 @@ Window {
         onClosed: window.session.ocrOpen = false
     }
 
+    PlainFrame {
+        objectName: "settings"
+        anchors.fill: parent
+        title: "Settings"
+        isCard: true
+        shown: barsState.settingsOpen
+        onClosed: barsState.settingsOpen = false
+    }
+
     NodeMenu {
         id: menu
 
@@ -198,9 +216,45 @@ Window {
         onActivated: window.actions.quickLook(barsState.focusedNode)
     }
 
+    CommandMenu {
+        id: commandMenu
+
+        objectName: "commandMenu"
+        parent: titleBar.menuButton
+        commands: window.commands
+        allowed: window.isClear
+        onSettingsAsked: barsState.settingsOpen = true
+        onCloseAsked: window.close()
+    }
+
+    CommandShortcuts {
+        commands: window.commands
+        allowed: window.commandsAllowed
+        focusItem: window.activeFocusItem
+    }
+
     Shortcut {
-        sequence: "Ctrl+Backspace"
+        sequence: "F10"
         enabled: window.commandsAllowed
-        onActivated: window.session.trashFocused()
+        onActivated: window.openMenu(true)
+    }
+
+    Shortcut {
+        sequence: "Ctrl+,"
+        enabled: window.commandsAllowed
+        onActivated: barsState.settingsOpen = true
+    }
+
+    // The window and the program end whatever lies over the map.
+    Shortcut {
+        sequence: "Ctrl+W"
+        enabled: !commandMenu.visible
+        onActivated: window.close()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Q"
+        enabled: !commandMenu.visible
+        onActivated: window.commands.quit()
     }
 }

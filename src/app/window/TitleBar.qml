@@ -10,6 +10,10 @@ Item {
 
     required property ScanSession session
     required property WindowState bars
+    // The menu opens below it.
+    property alias menuButton: openMenu
+
+    signal menuAsked
 
     implicitHeight: 44
 
@@ -143,6 +147,18 @@ Item {
                 symbol: "text.viewfinder"
                 Accessible.name: "Screenshot inbox"
                 onClicked: bar.session.ocrOpen = true
+            }
+
+            OverlayButton {
+                id: openMenu
+
+                objectName: "openMenu"
+                symbol: "line.3.horizontal"
+                // A click leaves the keyboard to the field that the menu may edit.
+                focusPolicy: Qt.TabFocus
+                Accessible.role: Accessible.ButtonMenu
+                Accessible.name: "Menu"
+                onClicked: bar.menuAsked()
             }
         }
     }

@@ -43,6 +43,12 @@ QString WindowState::volumeName() const {
   return session_ != nullptr ? displayText(session_->currentVolumeName()) : QString();
 }
 
+void WindowState::setSettingsOpen(bool open) {
+  if (open == settingsOpen_) return;
+  settingsOpen_ = open;
+  emit settingsOpenChanged();
+}
+
 bool WindowState::hasFocusedNode() const {
   return session_ != nullptr && session_->focused().has_value();
 }

@@ -24,6 +24,8 @@ class WindowState : public QObject {
   // Something on the map can be shown, thrown away or copied.
   Q_PROPERTY(bool hasFocusedNode READ hasFocusedNode NOTIFY focusedChanged)
   Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
+  // The settings lie over the window.
+  Q_PROPERTY(bool settingsOpen READ settingsOpen WRITE setSettingsOpen NOTIFY settingsOpenChanged)
 
  public:
   enum Pane { Map, Apps, Monitor };
@@ -43,14 +45,18 @@ class WindowState : public QObject {
   QString volumeName() const;
   bool hasFocusedNode() const;
   NodeHandle focusedNode() const;
+  bool settingsOpen() const { return settingsOpen_; }
+  void setSettingsOpen(bool open);
 
  signals:
   void sessionChanged();
   void changed();
   void focusedChanged();
+  void settingsOpenChanged();
 
  private:
   ScanSession* session_ = nullptr;
+  bool settingsOpen_ = false;
 };
 
 }  // namespace tessaly

@@ -55,6 +55,18 @@ TEST_F(WindowStateTest, names_the_volume_of_the_folder_on_screen) {
   EXPECT_EQ(state_.volumeName(), QStringLiteral("Music"));
 }
 
+TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
+  const QSignalSpy changes(&state_, &WindowState::settingsOpenChanged);
+  EXPECT_FALSE(state_.settingsOpen());
+  state_.setSettingsOpen(true);
+  state_.setSettingsOpen(true);
+  EXPECT_TRUE(state_.settingsOpen());
+  EXPECT_EQ(changes.count(), 1);
+  state_.setSettingsOpen(false);
+  EXPECT_FALSE(state_.settingsOpen());
+  EXPECT_EQ(changes.count(), 2);
+}
+
 TEST_F(WindowStateTest, tells_whether_something_has_the_focus) {
   const QSignalSpy changes(&state_, &WindowState::focusedChanged);
   session().setFocused(file("/a", 1));

@@ -1,0 +1,118 @@
+// The keys of the commands in a window with a text field beside a place that is none.
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+
+#include "app/commands/MenuCommands.h"
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class CommandShortcuts : public SessionFixture {
+ protected:
+  CommandShortcuts()
+      : actions_({.workspace = machine_.workspace,
+                  .pasteboard = machine_.pasteboard,
+                  .quickLook = [](const std::string& /*path*/) {},
+                  .openTerminal = [](const std::string& /*path*/) {},
+                  .openInEditor = [](const std::string& /*path*/) {}}),
+        commands_({.session = session(), .actions = actions_, .quit = [] {}}) {
+    QObject::connect(view_.engine(), &QQmlEngine::warnings, [](const QList<QQmlError>& errors) {
+      for (const QQmlError& error : errors) ADD_FAILURE() << error.toString().toStdString();
+    });
+    auto* component = new QQmlComponent(view_.engine(), &view_);
+    component->setData(
+        "import QtQuick\nimport Tessaly.Commands\n"
+        "Item { id: root; required property MenuCommands commands; property bool allowed: true\n"
+        "Item { objectName: 'map'; focus: true }\n"
+        "TextInput { objectName: 'field'; text: 'one two' }\n"
+        "CommandShortcuts { commands: root.commands; allowed: root.allowed\n"
+        "focusItem: root.Window.activeFocusItem } }",
+        QUrl(QStringLiteral("qrc:/CommandShortcuts.qml")));
+    QObject* root = component->createWithInitialProperties(
+        {{QStringLiteral("commands"), QVariant::fromValue(&commands_)}});
+    if (root == nullptr) ADD_FAILURE() << component->errorString().toStdString();
+    view_.setContent(QUrl(), component, root);
+    view_.resize(400, 300);
+    view_.show();
+    view_.requestActivate();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
+    scanTo(folder("/data", 5, {file("/data/a", 3), file("/data/b", 2)}));
+  }
+
+  QQuickItem* item(const char* name) {
+    return view_.rootObject()->findChild<QQuickItem*>(QLatin1String(name));
+  }
+  void type(const char* name) { item(name)->forceActiveFocus(); }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+    QTest::keyClick(&view_, key, modifiers);
+  }
+
+  NodeActions actions_;
+  MenuCommands commands_;
+  QQuickView view_;
+};
+
+TEST_F(CommandShortcuts, trigger_their_commands) {
+  press(Qt::Key_A);
+  EXPECT_THAT(session().selected(), SizeIs(2));
+  press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_THAT(session().queue(), SizeIs(2));
+}
+
+TEST_F(CommandShortcuts, are_silent_where_they_are_not_allowed) {
+  view_.rootObject()->setProperty("allowed", false);
+  press(Qt::Key_A);
+  press(Qt::Key_F);
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_FALSE(session().searchOpen());
+}
+
+TEST_F(CommandShortcuts, leave_a_text_field_the_keys_that_it_edits_with) {
+  machine_.trash.put("/data/a");
+  session().setFocused(session().current()->children()[0]);
+  type("field");
+  QMetaObject::invokeMethod(item("field"), "deselect");
+  press(Qt::Key_A);
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_EQ(item("field")->property("selectedText"), "one two");
+  press(Qt::Key_C);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "one two");
+  press(Qt::Key_End, Qt::NoModifier);
+  press(Qt::Key_Backspace);
+  EXPECT_EQ(item("field")->property("text"), "one ");
+  EXPECT_TRUE(machine_.trash.has("/data/a"));
+}
+
+TEST_F(CommandShortcuts, of_no_use_to_a_text_field_trigger_beside_it_too) {
+  type("field");
+  session().setFocused(session().current()->children()[0]);
+  press(Qt::Key_L);
+  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_EQ(item("field")->property("text"), "one two");
+}
+
+TEST_F(CommandShortcuts, act_once_for_keys_that_are_held_down) {
+  machine_.trash.put("/data/a");
+  session().setFocused(session().current()->children()[0]);
+  press(Qt::Key_Backspace);
+  ASSERT_FALSE(machine_.trash.has("/data/a"));
+  machine_.trash.put("/data/b");
+  session().setFocused(session().current()->children()[1]);
+  // As a keyboard repeats a key that is held.
+  qt_sendShortcutOverrideEvent(&view_, 0, Qt::Key_Backspace, Qt::ControlModifier, {}, true);
+  EXPECT_TRUE(machine_.trash.has("/data/b"));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,119 @@
+#include "app/commands/MenuCommands.h"
+
+#include <utility>
+
+#include "app/model/NodeHandle.h"
+
+namespace tessaly {
+
+namespace {
+
+bool always(const ScanSession& /*session*/) {
+  return true;
+}
+
+bool hasSelection(const ScanSession& session) {
+  return !session.selected().empty();
+}
+
+bool hasTree(const ScanSession& session) {
+  return !session.stack().empty();
+}
+
+bool isBelowRoot(const ScanSession& session) {
+  return session.stack().size() >= 2;
+}
+
+bool canRescan(const ScanSession& session) {
+  return !session.scanRoot().empty() && session.status() != ScanStatus::scanning;
+}
+
+bool hasTrashed(const ScanSession& session) {
+  return !session.lastTrashed().empty();
+}
+
+}  // namespace
+
+MenuCommands::MenuCommands(Services services, QObject* parent)
+    : QObject(parent), services_(std::move(services)) {
+  addAll();
+  // All that the conditions go by.
+  for (const auto changed :
+       {&ScanSession::selectionChanged, &ScanSession::stackChanged, &ScanSession::scanRootChanged,
+        &ScanSession::statusChanged, &ScanSession::lastTrashedChanged})
+    connect(&services_.session, changed, this, &MenuCommands::refresh);
+}
+
+void MenuCommands::addAll() {
+  ScanSession& session = services_.session;
+  NodeActions& actions = services_.actions;
+  // Control stands for Command on this system, as Qt has it on the other one too.
+  constexpr auto command = Qt::CTRL;
+  constexpr auto shift = Qt::SHIFT;
+  constexpr auto option = Qt::ALT;
+  const auto search = [&session] { session.setSearchOpen(true); };
+
+  add("Search Files…", command | Qt::Key_F, always, search);
+  add("Quick Search", command | shift | Qt::Key_Space, always, search);
+  add("Queue Selection", command | shift | Qt::Key_L, hasSelection, &ScanSession::queueSelected);
+  add("Compare Folder…", command | Qt::Key_K, hasTree, &ScanSession::compareWithFolder);
+  add("Watch Folder", command | option | Qt::Key_W, hasTree, [&session] {
+    if (session.watching()) {
+      session.stopWatch();
+    } else {
+      session.startWatch();
+    }
+  });
+  add("Zip Then Trash Selection", command | shift | Qt::Key_E, hasSelection,
+      [&session] { session.zipThenTrash(session.selectedNodes()); });
+  add("Go Back", command | Qt::Key_BracketLeft, isBelowRoot, &ScanSession::back);
+  add("Rescan", command | Qt::Key_R, canRescan, &ScanSession::rescan);
+  add("Queue Focused Item", command | Qt::Key_L, always, [&session] {
+    // A copy: the session may let go of its own meanwhile.
+    if (const auto focused = session.focused()) session.addToQueue(*focused);
+  });
+  add("Quick Look", command | Qt::Key_Y, always,
+      [&session, &actions] { actions.quickLook(NodeHandle(session.focused())); });
+  add("Select All Visible", command | Qt::Key_A, hasTree, &ScanSession::selectAllCurrent);
+  add("Copy Path", command | shift | Qt::Key_C, always, &ScanSession::copySelectedPaths);
+  add("Put Back Last Trash", command | option | Qt::Key_Z, hasTrashed, &ScanSession::undoTrash);
+  add("Export JSON…", QKeySequence(), hasTree, &ScanSession::exportJSON);
+  add("Move Focused to Trash", command | Qt::Key_Backspace, always, &ScanSession::trashFocused);
+}
+
+void MenuCommands::add(const char* title, QKeySequence shortcut, Condition isAllowed,
+                       std::function<void()> act) {
+  all_.push_back(new Command(
+      {.title = QString::fromUtf8(title),
+       .shortcut = std::move(shortcut),
+       .isAllowed = [&session = services_.session, isAllowed] { return isAllowed(session); },
+       .act = std::move(act)},
+      this));
+}
+
+void MenuCommands::add(const char* title, QKeySequence shortcut, Condition isAllowed,
+                       void (ScanSession::*act)()) {
+  add(title, std::move(shortcut), isAllowed,
+      [&session = services_.session, act] { (session.*act)(); });
+}
+
+void MenuCommands::refresh() {
+  for (Command* command : all_) command->refresh();
+}
+
+void MenuCommands::quit() {
+  services_.quit();
+}
+
+QQmlListProperty<Command> MenuCommands::list() {
+  return {
+      this, &all_,
+      [](QQmlListProperty<Command>* list) {
+        return static_cast<qsizetype>(static_cast<std::vector<Command*>*>(list->data)->size());
+      },
+      [](QQmlListProperty<Command>* list, qsizetype index) {
+        return (*static_cast<std::vector<Command*>*>(list->data))[static_cast<std::size_t>(index)];
+      }};
+}
+
+}  // namespace tessaly

@@ -1,0 +1,53 @@
+// The commands of the main window, in the order of its menu. Each goes by what the session holds
+// when it is triggered, and is enabled and disabled as the session changes.
+//
+// Main thread only. The session and the actions outlive it.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QObject>
+#include <QQmlListProperty>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/commands/Command.h"
+#include "app/model/NodeActions.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class MenuCommands : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("The program makes its commands and hands them to its views.")
+  Q_PROPERTY(QQmlListProperty<tessaly::Command> all READ list CONSTANT)
+
+ public:
+  struct Services {
+    ScanSession& session;
+    NodeActions& actions;
+    std::function<void()> quit;  // ends the program
+  };
+
+  explicit MenuCommands(Services services, QObject* parent = nullptr);
+
+  const std::vector<Command*>& all() const { return all_; }
+  Q_INVOKABLE void quit();
+
+ private:
+  using Condition = bool (*)(const ScanSession&);
+
+  void add(const char* title, QKeySequence shortcut, Condition isAllowed,
+           std::function<void()> act);
+  void add(const char* title, QKeySequence shortcut, Condition isAllowed,
+           void (ScanSession::*act)());
+  void addAll();
+  void refresh();
+  QQmlListProperty<Command> list();
+
+  Services services_;
+  std::vector<Command*> all_;  // children of this
+};
+
+}  // namespace tessaly

@@ -1,0 +1,61 @@
+#include "app/commands/TextEditing.h"
+
+#include <QMetaObject>
+#include <QVariant>
+
+namespace tessaly {
+
+void TextEditing::setTarget(QQuickItem* target) {
+  target_ = target;
+  emit changed();
+}
+
+// The two kinds of field have no class in common, but the same operations.
+bool TextEditing::isField() const {
+  return target_ && (target_->inherits("QQuickTextInput") || target_->inherits("QQuickTextEdit"));
+}
+
+bool TextEditing::isReadOnly() const {
+  return target_->property("readOnly").toBool();
+}
+
+bool TextEditing::canCopy() const {
+  // What a field hides it does not give away.
+  return isField() && !target_->property("selectedText").toString().isEmpty() &&
+         target_->property("echoMode").toInt() == 0;
+}
+
+bool TextEditing::canCut() const {
+  return canCopy() && !isReadOnly();
+}
+
+bool TextEditing::canPaste() const {
+  return isField() && target_->property("canPaste").toBool() && !isReadOnly();
+}
+
+bool TextEditing::canSelectAll() const {
+  return isField() && target_->property("length").toInt() > 0;
+}
+
+void TextEditing::tell(const char* operation) {
+  QMetaObject::invokeMethod(target_, operation);
+  emit changed();
+}
+
+void TextEditing::cut() {
+  if (canCut()) tell("cut");
+}
+
+void TextEditing::copy() {
+  if (canCopy()) tell("copy");
+}
+
+void TextEditing::paste() {
+  if (canPaste()) tell("paste");
+}
+
+void TextEditing::selectAll() {
+  if (canSelectAll()) tell("selectAll");
+}
+
+}  // namespace tessaly

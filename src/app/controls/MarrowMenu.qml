@@ -1,0 +1,85 @@
+// A menu that pops up in the window and stays inside it. Its children are its rows: MarrowMenuItem,
+// MarrowMenuSeparator, MarrowMenuHeading, or a Repeater of them. While it is open the keyboard is
+// its own, and a press elsewhere puts it away and does nothing else; then the keyboard is back where
+// it was.
+import QtQuick
+import QtQuick.Templates as T
+import Tessaly.Controls
+
+T.Popup {
+    id: menu
+
+    default property alias entries: rows.entries
+    // For assistive tools.
+    property alias name: rows.name
+    property alias minimumWidth: rows.minimumWidth
+    // What had the keyboard before the menu opened, and whether it showed so. Still known when a row
+    // is triggered.
+    property Item previousFocus: null
+    property bool previousFocusShown: false
+    property bool startsAtFirst: false
+
+    // Opens with its corner at a point of its parent. The keyboard begins at the first row; the
+    // pointer, at none.
+    function openAt(x: real, y: real, byKeyboard: bool) {
+        menu.x = x
+        menu.y = y
+        startsAtFirst = byKeyboard
+        open()
+    }
+
+    width: rows.implicitWidth + leftPadding + rightPadding
+    height: {
+        const room = parent !== null && parent.Window.window !== null ? parent.Window.height - 16 : 0
+        const wanted = rows.implicitHeight + topPadding + bottomPadding
+        return room > 0 ? Math.min(wanted, room) : wanted
+    }
+    padding: 4
+    margins: 8
+    focus: true
+    modal: true
+    dim: false
+    closePolicy: T.Popup.CloseOnPressOutside
+    onAboutToShow: {
+        previousFocus = parent !== null ? parent.Window.activeFocusItem : null
+        const control = previousFocus as T.Control
+        previousFocusShown = control !== null && control.visualFocus
+        rows.reset()
+    }
+    onOpened: {
+        rows.forceActiveFocus(Qt.PopupFocusReason)
+        if (startsAtFirst)
+            rows.goToFirst()
+    }
+    // The keyboard goes back, unless it has gone somewhere else.
+    onClosed: {
+        const now = parent !== null ? parent.Window.activeFocusItem : null
+        if (previousFocus !== null && (now === null || now.parent === null))
+            previousFocus.forceActiveFocus(previousFocusShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+    }
+
+    background: RoundedPanel {
+        objectName: "menuGround"
+        radius: 8
+        color: Theme.bg3
+        outlineColor: Qt.rgba(1, 1, 1, 0.14)
+        outlineWidth: 1
+        shadowColor: Qt.rgba(0, 0, 0, 0.6)
+        shadowRadius: 12
+        shadowOffset: 4
+    }
+
+    // qmllint disable deferred-property-id
+    contentItem: MarrowMenuRows {
+        id: rows
+        // qmllint enable deferred-property-id
+
+        objectName: "menuRows"
+        onCloseAsked: menu.close()
+        onChosen: item => {
+            const row = item as MarrowMenuItem
+            menu.close()
+            row.triggered()
+        }
+    }
+}

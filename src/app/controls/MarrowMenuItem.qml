@@ -1,0 +1,86 @@
+// A row of a menu: what it does, and the keys that do it too. The menu around it says when it is
+// chosen, having closed before.
+import QtQuick
+import Tessaly.Controls
+
+Item {
+    id: row
+
+    required property string text
+    // The keys as a person reads them; empty for none.
+    property string shortcut: ""
+    // Takes something away for good, or nearly so.
+    property bool destructive: false
+    readonly property bool highlighted: focus && enabled
+    // Its menu listens to it.
+    property bool adopted: false
+
+    // It was chosen, and the menu is gone.
+    signal triggered
+    // For the menu: the pointer or an assistive tool has chosen it, or the pointer is on it.
+    signal picked
+    signal pointed
+
+    implicitWidth: Math.ceil(label.implicitWidth + (shortcut !== "" ? keys.implicitWidth + 24 : 0)) + 16
+    implicitHeight: 26
+    width: parent ? parent.width : implicitWidth
+
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
+    Accessible.description: shortcut
+    Accessible.focusable: enabled
+    Accessible.focused: activeFocus
+    Accessible.onPressAction: {
+        if (row.enabled)
+            row.picked()
+    }
+
+    RoundedPanel {
+        objectName: "menuFill"
+        anchors.fill: parent
+        radius: 5
+        color: row.highlighted ? Theme.accent : "transparent"
+    }
+
+    Text {
+        id: label
+
+        objectName: "menuLabel"
+        anchors.verticalCenter: parent.verticalCenter
+        x: 8
+        width: (row.shortcut !== "" ? keys.x - 24 : row.width - 8) - x
+        text: row.text
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        color: {
+            if (!row.enabled)
+                return Theme.muted
+            return row.destructive && !row.highlighted ? Theme.error : Theme.ink
+        }
+        font.family: Theme.uiFamily
+        font.pixelSize: 12
+    }
+
+    Text {
+        id: keys
+
+        objectName: "menuKeys"
+        anchors.verticalCenter: parent.verticalCenter
+        x: row.width - width - 8
+        visible: text !== ""
+        text: row.shortcut
+        textFormat: Text.PlainText
+        color: row.highlighted ? Theme.ink : Theme.muted
+        opacity: row.enabled ? 1 : 0.6
+        font.family: Theme.uiFamily
+        font.pixelSize: 12
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        onEntered: row.pointed()
+        onClicked: row.picked()
+    }
+}

@@ -1,0 +1,18 @@
+// The line between two groups of a menu.
+import QtQuick
+
+Item {
+    implicitHeight: 9
+    width: parent ? parent.width : implicitWidth
+
+    Accessible.role: Accessible.Separator
+
+    Rectangle {
+        objectName: "menuRule"
+        x: 8
+        y: 4
+        width: parent.width - 16
+        height: 1
+        color: Qt.rgba(1, 1, 1, 0.08)
+    }
+}

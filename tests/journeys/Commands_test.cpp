@@ -1,0 +1,408 @@
+// The commands of the window: by their keys, and from the menu.
+#include <functional>
+#include <gmock/gmock.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QTest>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char* tree =
+    "Movies/\n"
+    "  beach.mp4 6M\n"
+    "notes.txt 2M\n";
+
+struct Keys {
+  Qt::Key key;
+  Qt::KeyboardModifiers modifiers;
+};
+
+constexpr Qt::KeyboardModifiers command = Qt::ControlModifier;
+constexpr Qt::KeyboardModifiers commandShift = Qt::ControlModifier | Qt::ShiftModifier;
+constexpr Qt::KeyboardModifiers commandOption = Qt::ControlModifier | Qt::AltModifier;
+
+class CommandJourney : public Journey {
+ protected:
+  CommandJourney() : Journey(tree) {
+    for (const char* below : {"Movies", "notes.txt"}) machine_.trash.put(tree_.at(below), below);
+    session().scanHome();
+    finishScan();
+  }
+
+  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
+  bool isMenuOpen() { return shows("menuRows"); }
+  QQuickItem* rowOf(const QString& title) {
+    settle(window());
+    for (QQuickItem* row : itemsNamed(window().contentItem(), QStringLiteral("menuCommand")))
+      if (row->property("text") == title) return row;
+    ADD_FAILURE() << "the menu has no " << title.toStdString();
+    return nullptr;
+  }
+
+  void choose(const char* title) {
+    press(Qt::Key_F10);
+    ASSERT_TRUE(isMenuOpen());
+    if (QQuickItem* row = rowOf(QString::fromUtf8(title))) {
+      EXPECT_TRUE(row->isEnabled()) << title;
+      clickAt(middleOf(row));
+    }
+    EXPECT_FALSE(isMenuOpen());
+  }
+};
+
+// Each command that has keys, by them and from the menu.
+class Commands : public CommandJourney, public testing::WithParamInterface<bool> {
+ protected:
+  void give(const char* title, Keys keys) {
+    if (GetParam()) {
+      press(keys.key, keys.modifiers);
+    } else {
+      choose(title);
+    }
+  }
+};
+
+TEST_P(Commands, search_opens_the_search) {
+  give("Search Files…", {Qt::Key_F, command});
+  EXPECT_TRUE(shows("search"));
+}
+
+TEST_P(Commands, quick_search_opens_the_search) {
+  give("Quick Search", {Qt::Key_Space, commandShift});
+  EXPECT_TRUE(shows("search"));
+}
+
+TEST_P(Commands, queue_selection_queues_it) {
+  session().selectNodes({child(0), child(1)}, false);
+  give("Queue Selection", {Qt::Key_L, commandShift});
+  EXPECT_THAT(session().queue(), SizeIs(2));
+  EXPECT_TRUE(shows("cleanupQueue"));
+  EXPECT_EQ(text("toast"), QStringLiteral("Queued 2 items"));
+}
+
+TEST_P(Commands, compare_folder_asks_for_a_folder) {
+  give("Compare Folder…", {Qt::Key_K, command});
+  EXPECT_THAT(folderPanel_.requests, SizeIs(1));
+}
+
+TEST_P(Commands, watch_folder_watches_it_and_then_no_more) {
+  give("Watch Folder", {Qt::Key_W, commandOption});
+  EXPECT_TRUE(session().watching());
+  EXPECT_EQ(session().watchPath(), tree_.path());
+  give("Watch Folder", {Qt::Key_W, commandOption});
+  EXPECT_FALSE(session().watching());
+}
+
+TEST_P(Commands, zip_then_trash_asks_where_the_archive_goes) {
+  session().selectNodes({child(1)}, false);
+  give("Zip Then Trash Selection", {Qt::Key_E, commandShift});
+  EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
+}
+
+TEST_P(Commands, go_back_leaves_the_folder) {
+  session().open(child(0));
+  ASSERT_TRUE(shows("crumbs"));
+  give("Go Back", {Qt::Key_BracketLeft, command});
+  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_FALSE(shows("crumbs"));
+}
+
+TEST_P(Commands, rescan_scans_once_more) {
+  give("Rescan", {Qt::Key_R, command});
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_TRUE(shows("banner"));
+  press(Qt::Key_F10);
+  EXPECT_FALSE(rowOf("Rescan")->isEnabled());
+  finishScan();
+  EXPECT_TRUE(rowOf("Rescan")->isEnabled());
+}
+
+TEST_P(Commands, queue_focused_item_queues_it) {
+  session().setFocused(child(1));
+  give("Queue Focused Item", {Qt::Key_L, command});
+  ASSERT_THAT(session().queue(), SizeIs(1));
+  EXPECT_EQ(session().queue().front().path(), tree_.at("notes.txt"));
+  EXPECT_TRUE(shows("cleanupQueue"));
+}
+
+TEST_P(Commands, queue_focused_item_does_nothing_without_one) {
+  session().setFocused(std::nullopt);
+  give("Queue Focused Item", {Qt::Key_L, command});
+  EXPECT_THAT(session().queue(), IsEmpty());
+  EXPECT_FALSE(shows("cleanupQueue"));
+}
+
+TEST_P(Commands, quick_look_looks_into_the_focused_item) {
+  session().setFocused(child(1));
+  give("Quick Look", {Qt::Key_Y, command});
+  EXPECT_THAT(machine_.previewPanel.shown, ElementsAre("file://" + tree_.at("notes.txt")));
+}
+
+TEST_P(Commands, select_all_visible_selects_it) {
+  give("Select All Visible", {Qt::Key_A, command});
+  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (2)"));
+}
+
+TEST_P(Commands, copy_path_copies_what_is_selected) {
+  session().selectNodes({child(0), child(1)}, false);
+  give("Copy Path", {Qt::Key_C, commandShift});
+  EXPECT_EQ(machine_.pasteboard.text, tree_.at("Movies") + "\n" + tree_.at("notes.txt"));
+  EXPECT_EQ(text("toast"), QStringLiteral("Copied 2 paths"));
+}
+
+TEST_P(Commands, put_back_last_trash_puts_it_back) {
+  session().setFocused(child(1));
+  session().trashFocused();
+  finishScan();
+  ASSERT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  give("Put Back Last Trash", {Qt::Key_Z, commandOption});
+  EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 1 item"));
+}
+
+TEST_P(Commands, move_focused_to_trash_moves_it) {
+  session().setFocused(child(1));
+  give("Move Focused to Trash", {Qt::Key_Backspace, command});
+  EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_EQ(text("toast"), QStringLiteral("Moved notes.txt to Trash"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, Commands, testing::Bool(), [](const auto& way) {
+  return std::string(way.param ? "by_keys" : "from_the_menu");
+});
+
+class Menu : public CommandJourney {
+ protected:
+  QQuickItem* highlighted() {
+    QQuickItem* const now = window().activeFocusItem();
+    return now != nullptr && now->property("highlighted").toBool() ? now : nullptr;
+  }
+  std::string highlightedText() {
+    return highlighted() != nullptr ? highlighted()->property("text").toString().toStdString() : "";
+  }
+  // With the arrows, from wherever the keyboard is in the menu.
+  void goTo(const std::string& title) {
+    for (int row = 0; row < 30 && highlightedText() != title; ++row) press(Qt::Key_Down);
+    EXPECT_EQ(highlightedText(), title);
+  }
+  // A text field that has the keyboard.
+  std::unique_ptr<QQuickItem> field() {
+    QQmlComponent component(qmlEngine(window().contentItem()->childItems().first()));
+    component.setData("import QtQuick\nTextInput { text: 'one two'; z: 1 }", QUrl());
+    std::unique_ptr<QQuickItem> made(qobject_cast<QQuickItem*>(component.create()));
+    made->setParentItem(window().contentItem());
+    made->forceActiveFocus();
+    return made;
+  }
+};
+
+TEST_F(Menu, shows_the_commands_in_their_order_between_editing_and_the_program) {
+  press(Qt::Key_F10);
+  std::vector<std::string> titles;
+  for (QQuickItem* row : item("menuColumn")->childItems()) {
+    const QString title = row->property("text").toString();
+    const bool isLine = !itemsNamed(row, QStringLiteral("menuRule")).empty();
+    if (isLine || !title.isEmpty()) titles.push_back(isLine ? "-" : title.toStdString());
+  }
+  EXPECT_THAT(titles, ElementsAre("Cut", "Copy", "Paste", "Select All", "-", "Search Files…",
+                                  "Quick Search", "Queue Selection", "Compare Folder…",
+                                  "Watch Folder", "Zip Then Trash Selection", "Go Back", "Rescan",
+                                  "Queue Focused Item", "Quick Look", "Select All Visible",
+                                  "Copy Path", "Put Back Last Trash", "Export JSON…",
+                                  "Move Focused to Trash", "-", "Settings…", "Close", "Quit"));
+}
+
+TEST_F(Menu, fits_into_the_smallest_window) {
+  window().resize(1100, 680);
+  press(Qt::Key_F10);
+  QQuickItem* const place = item("menuPlace");
+  EXPECT_EQ(place->property("contentHeight").toDouble(), place->height());
+  EXPECT_TRUE(QRectF(0, 0, 1100, 680)
+                  .contains(place->mapRectToScene(QRectF(0, 0, place->width(), place->height()))));
+}
+
+TEST_F(Menu, is_gone_through_by_the_arrows_and_triggers_with_return) {
+  press(Qt::Key_F10);
+  EXPECT_EQ(highlightedText(), "Search Files…");
+  goTo("Select All Visible");
+  press(Qt::Key_Return);
+  EXPECT_FALSE(isMenuOpen());
+  EXPECT_THAT(session().selected(), SizeIs(2));
+}
+
+TEST_F(Menu, exports_what_has_no_keys) {
+  choose("Export JSON…");
+  EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
+}
+
+TEST_F(Menu, opens_by_its_button_and_gives_the_keyboard_back) {
+  click("openMenu");
+  EXPECT_TRUE(isMenuOpen());
+  EXPECT_EQ(highlighted(), nullptr);
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(isMenuOpen());
+  tabTo("openMenu");
+  press(Qt::Key_Return);
+  EXPECT_TRUE(isMenuOpen());
+  EXPECT_EQ(highlightedText(), "Search Files…");
+  press(Qt::Key_Escape);
+  EXPECT_EQ(window().activeFocusItem(), item("openMenu"));
+}
+
+TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
+  session().setFocused(child(1));
+  press(Qt::Key_F10);
+  press(Qt::Key_Backspace, command);
+  press(Qt::Key_A, command);
+  press(Qt::Key_Q, command);
+  press(Qt::Key_Comma, command);
+  EXPECT_TRUE(isMenuOpen());
+  EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_EQ(machine_.timesQuit, 0);
+}
+
+TEST_F(Menu, edits_the_text_field_that_had_the_keyboard) {
+  const auto text = field();
+  press(Qt::Key_F10);
+  EXPECT_FALSE(item("menuCut")->isEnabled());
+  click("menuSelectAll");
+  EXPECT_EQ(text->property("selectedText"), "one two");
+  EXPECT_TRUE(text->hasActiveFocus());
+  click("openMenu");
+  click("menuCut");
+  EXPECT_EQ(text->property("text"), "");
+  click("openMenu");
+  click("menuPaste");
+  EXPECT_EQ(text->property("text"), "one two");
+  EXPECT_THAT(session().selected(), IsEmpty());
+}
+
+TEST_F(Menu, leaves_a_text_field_its_keys) {
+  const auto text = field();
+  press(Qt::Key_A, command);
+  EXPECT_EQ(text->property("selectedText"), "one two");
+  session().setFocused(child(1));
+  press(Qt::Key_Backspace, command);
+  EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_THAT(session().selected(), IsEmpty());
+}
+
+TEST_F(Menu, has_no_editing_without_a_text_field) {
+  press(Qt::Key_F10);
+  for (const char* row : {"menuCut", "menuCopy", "menuPaste", "menuSelectAll"})
+    EXPECT_FALSE(item(row)->isEnabled()) << row;
+}
+
+TEST_F(Menu, opens_the_settings_which_go_by_escape_and_by_close) {
+  press(Qt::Key_F10);
+  click("menuSettings");
+  EXPECT_TRUE(shows("settings"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("settings"));
+  press(Qt::Key_Comma, command);
+  EXPECT_TRUE(shows("settings"));
+  click("close");
+  EXPECT_FALSE(shows("settings"));
+}
+
+TEST_F(Menu, closes_the_window) {
+  press(Qt::Key_W, command);
+  EXPECT_FALSE(window().isVisible());
+  window().show();
+  window().requestActivate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+  press(Qt::Key_F10);
+  click("menuClose");
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_EQ(machine_.timesQuit, 0);
+}
+
+TEST_F(Menu, ends_the_program) {
+  press(Qt::Key_Q, command);
+  EXPECT_EQ(machine_.timesQuit, 1);
+  press(Qt::Key_F10);
+  click("menuQuit");
+  EXPECT_EQ(machine_.timesQuit, 2);
+}
+
+class CommandsUnder : public CommandJourney {
+ protected:
+  // No keys of a command do anything, nor do those of the menu and the settings.
+  void expectSilence() {
+    session().setFocused(child(1));
+    const auto opened = folderPanel_.requests.size();
+    for (const Keys keys :
+         {Keys{Qt::Key_L, command}, Keys{Qt::Key_A, command}, Keys{Qt::Key_K, command},
+          Keys{Qt::Key_R, command}, Keys{Qt::Key_Y, command}, Keys{Qt::Key_C, commandShift},
+          Keys{Qt::Key_Backspace, command}, Keys{Qt::Key_Comma, command},
+          Keys{Qt::Key_F10, Qt::NoModifier}}) {
+      press(keys.key, keys.modifiers);
+    }
+    EXPECT_THAT(session().queue(), IsEmpty());
+    EXPECT_THAT(session().selected(), IsEmpty());
+    EXPECT_EQ(folderPanel_.requests.size(), opened);
+    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
+    EXPECT_FALSE(machine_.pasteboard.text.has_value());
+    EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
+    EXPECT_FALSE(isMenuOpen());
+  }
+};
+
+TEST_F(CommandsUnder, the_gate_are_silent) {
+  application().access().setShowGate(true);
+  ASSERT_TRUE(shows("gate"));
+  expectSilence();
+  EXPECT_FALSE(shows("settings"));
+}
+
+TEST_F(CommandsUnder, a_question_are_silent) {
+  session().setCriticalWarning(child(0));
+  ASSERT_TRUE(shows("protectedLocation"));
+  expectSilence();
+  session().dismissWarning();
+  session().setMenuNode(child(0));
+  ASSERT_TRUE(shows("nodeMenu"));
+  expectSilence();
+}
+
+TEST_F(CommandsUnder, a_card_are_silent) {
+  const std::function<void(bool)> cards[] = {[this](bool open) { session().setAiOpen(open); },
+                                             [this](bool open) { session().setOcrOpen(open); },
+                                             [this](bool open) { session().setSearchOpen(open); }};
+  for (const auto& setOpen : cards) {
+    setOpen(true);
+    expectSilence();
+    setOpen(false);
+  }
+  press(Qt::Key_Comma, command);
+  ASSERT_TRUE(shows("settings"));
+  expectSilence();
+}
+
+TEST_F(CommandsUnder, the_search_cannot_be_had_from_the_menu_either) {
+  session().setSearchOpen(true);
+  click("openMenu");
+  ASSERT_TRUE(isMenuOpen());
+  for (QQuickItem* row : itemsNamed(window().contentItem(), QStringLiteral("menuCommand")))
+    EXPECT_FALSE(row->isEnabled()) << row->property("text").toString().toStdString();
+  EXPECT_TRUE(item("menuQuit")->isEnabled());
+}
+
+}  // namespace
+}  // namespace tessaly
