@@ -37,6 +37,7 @@ Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_OverlaysPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_QuickLookPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_QueuePlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_SidebarPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_WindowPlugin)
 

@@ -149,6 +149,8 @@ class ScanSession : public QObject {
   void addToQueue(const DiskNode& node);
   Q_INVOKABLE void queueSelected();
   void removeFromQueue(const std::string& path);
+  // Lets all of it go; moves nothing.
+  Q_INVOKABLE void clearQueue();
   // Moves all of it to the Trash.
   Q_INVOKABLE void emptyQueue();
 

@@ -195,6 +195,59 @@ TEST_F(Actions, taking_the_last_node_out_of_the_queue_closes_the_panel) {
   EXPECT_FALSE(session().queueOpen());
 }
 
+TEST_F(Actions, queueing_once_more_after_the_last_node_has_left_opens_the_panel_again) {
+  session().addToQueue(film_);
+  session().removeFromQueue("/data/film");
+  session().addToQueue(song_);
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_FALSE(session().queueMinimized());
+  EXPECT_THAT(queued(), ElementsAre("/data/song"));
+}
+
+TEST_F(Actions, clearing_the_queue_lets_all_of_it_go_and_leaves_the_panel_folded) {
+  plant();
+  session().setFocused(note_);
+  session().trashFocused();
+  dispatch_.drainAll();
+  const auto undo = session().lastTrashed();
+  session().addToQueue(film_);
+  session().addToQueue(song_);
+  session().setQueueMinimized(true);
+  session().clearQueue();
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_TRUE(machine_.trash.has("/data/film"));
+  EXPECT_TRUE(machine_.trash.has("/data/song"));
+  EXPECT_EQ(session().lastTrashed(), undo);
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  session().addToQueue(film_);
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_FALSE(session().queueMinimized());
+}
+
+TEST_F(Actions, emptying_the_queue_takes_what_has_vanished_out_of_it_as_well) {
+  plant();
+  for (const DiskNode& node : {film_, file("/data/gone", 1), note_}) session().addToQueue(node);
+  session().setQueueMinimized(true);
+  session().emptyQueue();
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
+  ASSERT_THAT(session().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().lastTrashed()[0].original, "/data/film");
+  EXPECT_EQ(session().lastTrashed()[1].original, "/data/note");
+}
+
+TEST_F(Actions, emptying_the_queue_warns_of_no_critical_place) {
+  machine_.trash.put("/home/user/Documents");
+  machine_.trash.put("/home/user/.ssh");
+  session().addToQueue(folder("/home/user/.ssh", 1));
+  session().emptyQueue();
+  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_FALSE(machine_.trash.has("/home/user/.ssh"));
+}
+
 TEST_F(Actions, emptying_the_queue_moves_all_of_it_and_looks_again) {
   plant();
   machine_.trash.refuse("/data/song");

@@ -109,4 +109,11 @@ void ScanSession::removeFromQueue(const std::string& path) {
   changes.announce();
 }
 
+void ScanSession::clearQueue() {
+  FieldChanges changes(*this);
+  changes.set(queue_, std::vector<DiskNode>(), &ScanSession::queueChanged);
+  changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
+  changes.announce();
+}
+
 }  // namespace tessaly

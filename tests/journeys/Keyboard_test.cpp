@@ -48,12 +48,14 @@ TEST_F(Keyboard, comes_to_every_control_of_the_window) {
   QStringList names;
   for (const QQuickItem* stop : stops()) names << stop->objectName();
   for (const char* name :
-       {"closeWindow", "minimiseWindow", "zoomWindow",     "back",          "searchField",
-        "showMap",     "showApps",       "showPulse",      "openAssistant", "openInbox",
-        "openMenu",    "chip",           "scanFullMac",    "scanHome",      "chooseFolder",
-        "diskTreemap", "systemPulse",    "appLeftovers",   "emptyTrash",    "pathLabel",
-        "star",        "addExclude",     "highlight",      "skip",          "rescanVolume",
-        "treemapMode", "heatmap",        "queueSelection", "clearSelection"}) {
+       {"closeWindow", "minimiseWindow", "zoomWindow",   "back",           "searchField",
+        "showMap",     "showApps",       "showPulse",    "openAssistant",  "openInbox",
+        "openMenu",    "chip",           "scanFullMac",  "scanHome",       "chooseFolder",
+        "diskTreemap", "systemPulse",    "appLeftovers", "emptyTrash",     "pathLabel",
+        "star",        "addExclude",     "highlight",    "skip",           "rescanVolume",
+        "treemapMode", "listMode",       "grewMode",     "duplicatesMode", "compareMode",
+        "largestMode", "clonesMode",     "historyMode",  "safeMode",       "heatmap",
+        "watch",       "queueSelection", "zipSelection", "clearSelection"}) {
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name << " is not reached";
   }
 }

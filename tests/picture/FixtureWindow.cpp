@@ -16,7 +16,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 13> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 16> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -30,6 +30,9 @@ constexpr std::array<std::pair<const char*, Screen>, 13> screens = {{
     {"gate", Screen::gate},
     {"sidebar", Screen::sidebar},
     {"commands", Screen::commands},
+    {"queue", Screen::queue},
+    {"queue-minimised", Screen::queueMinimised},
+    {"list", Screen::list},
 }};
 
 DiskNode childOf(const DiskNode& node, std::string_view name) {
@@ -211,6 +214,15 @@ void FixtureWindow::show(Screen screen) {
       application_->window().resize(1100, 680);
       session.open(childOf(tree, "Movies"));
       openMenu();
+      break;
+    case Screen::queue:
+    case Screen::queueMinimised:
+      for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
+        session.addToQueue(childOf(tree, name));
+      session.setQueueMinimized(screen == Screen::queueMinimised);
+      break;
+    case Screen::list:
+      session.setVizMode(VizMode::list);
       break;
     default:
       break;

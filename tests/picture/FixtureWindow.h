@@ -32,7 +32,10 @@ class FixtureWindow {
     alert,
     gate,
     sidebar,
-    commands
+    commands,
+    queue,
+    queueMinimised,
+    list
   };
 
   // By their names on the command line, and back.

@@ -93,19 +93,30 @@ std::vector<QString> allNames() {
   return {names.begin(), names.end()};
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, Pictures, testing::ValuesIn(allNames()),
-                         [](const auto& screen) { return screen.param.toStdString(); });
+INSTANTIATE_TEST_SUITE_P(Screens, Pictures, testing::ValuesIn(allNames()), [](const auto& screen) {
+  return QString(screen.param).replace(u'-', u'_').toStdString();
+});
 
 // What a screen is kept for; a picture of something else would be kept just as faithfully.
 TEST(PictureScreens, show_what_they_are_named_for) {
-  const std::map<QString, QString> subjects = {
-      {"idle", "idleScreen"},     {"scanning", "scanningScreen"},
-      {"failed", "failedScreen"}, {"map", "canvas"},
-      {"drilled", "chip"},        {"rescanning", "banner"},
-      {"selected", "putBack"},    {"toast", "toastPanel"},
-      {"menu", "nodeMenu"},       {"alert", "protectedLocation"},
-      {"gate", "gate"},           {"sidebar", "pinned"},
-      {"commands", "commandMenu"}};
+  const std::map<QString, QString> subjects = {{"idle", "idleScreen"},
+                                               {"scanning", "scanningScreen"},
+                                               {"failed", "failedScreen"},
+                                               {"map", "canvas"},
+                                               {"drilled", "chip"},
+                                               {"rescanning", "banner"},
+                                               {"selected", "putBack"},
+                                               {"toast", "toastPanel"},
+                                               {"menu", "nodeMenu"},
+                                               {"alert", "protectedLocation"},
+                                               {"gate", "gate"},
+                                               {"sidebar", "pinned"},
+                                               {"commands", "commandMenu"},
+                                               {"queue", "queueList"},
+                                               {"queue-minimised", "cleanupQueue"},
+                                               {"list", "modeFrame"},
+                                               {"band", "rubberBand"},
+                                               {"tile-menu", "tileMenu"}};
   for (const QString& name : FixtureWindow::names()) {
     FixtureWindow window(*FixtureWindow::screenNamed(name), QSize(1280, 820));
     window.picture();

@@ -40,13 +40,20 @@ void Symbol::setColor(const QColor& color) {
   emit colorChanged();
 }
 
+void Symbol::setBold(bool bold) {
+  if (bold == bold_) return;
+  bold_ = bold;
+  repaint();
+  emit boldChanged();
+}
+
 void Symbol::paint(QPainter& painter) const {
   if (name_.isEmpty()) return;
   const double ratio = painter.worldTransform().m11();
   const int side = SymbolPainter::side(size_);
   // Whole points, since a symbol between pixels is a blurred one.
   const QPointF corner(std::floor((width() - side) / 2), std::floor((height() - side) / 2));
-  painter.drawImage(corner, SymbolPainter::image(name_, size_, color_, ratio));
+  painter.drawImage(corner, SymbolPainter::image(name_, size_, color_, ratio, bold_));
 }
 
 }  // namespace tessaly

@@ -16,6 +16,8 @@ class Symbol : public tessaly::TexturedItem {
   Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged REQUIRED)
   Q_PROPERTY(double size READ fontSize WRITE setFontSize NOTIFY fontSizeChanged REQUIRED)
   Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged REQUIRED)
+  // Whether it stands beside bold text.
+  Q_PROPERTY(bool bold READ isBold WRITE setBold NOTIFY boldChanged)
 
  public:
   explicit Symbol(QQuickItem* parent = nullptr);
@@ -26,11 +28,14 @@ class Symbol : public tessaly::TexturedItem {
   void setFontSize(double size);
   QColor color() const { return color_; }
   void setColor(const QColor& color);
+  bool isBold() const { return bold_; }
+  void setBold(bool bold);
 
  signals:
   void nameChanged();
   void fontSizeChanged();
   void colorChanged();
+  void boldChanged();
 
  protected:
   void paint(QPainter& painter) const override;
@@ -41,6 +46,7 @@ class Symbol : public tessaly::TexturedItem {
   QString name_;
   double size_ = 12;
   QColor color_ = Qt::white;
+  bool bold_ = false;
 };
 
 }  // namespace tessaly

@@ -17,6 +17,9 @@ namespace {
 constexpr double kGrid = 24;
 // Under one and a tenth points a line of a small symbol fades into its background.
 constexpr double kThinnestLine = 1.1;
+constexpr double kLine = 1.5;
+constexpr double kThickestLine = 2.6;
+constexpr double kBoldness = 1.4;
 constexpr int kCacheKilobytes = 4096;
 
 QString folder() {
@@ -26,16 +29,17 @@ QString pathOf(const QString& name) {
   return folder() + name + QStringLiteral(".svg");
 }
 
-// The drawing of a symbol, its lines thickened where the picture is so small that they would be
-// too thin to read. Empty when there is no such symbol.
-QByteArray drawing(const QString& name, int side) {
+// The drawing of a symbol, its lines thickened where it is to be bold, and where the picture is so
+// small that they would be too thin to read. Empty when there is no such symbol.
+QByteArray drawing(const QString& name, int side, bool isBold) {
   QFile file(pathOf(name));
   if (!file.open(QIODevice::ReadOnly)) return {};
   QByteArray svg = file.readAll();
-  const double thinnest = kThinnestLine * kGrid / side;
-  if (thinnest > 1.5) {
+  double line = std::clamp(kThinnestLine * kGrid / side, kLine, kThickestLine);
+  if (isBold) line *= kBoldness;
+  if (line > kLine) {
     svg.replace("stroke-width=\"1.5\"",
-                "stroke-width=\"" + QByteArray::number(std::min(thinnest, 2.6), 'f', 2) + "\"");
+                "stroke-width=\"" + QByteArray::number(line, 'f', 2) + "\"");
   }
   return svg;
 }
@@ -68,8 +72,8 @@ QImage drawMissing(const QString& name, int pixels, const QColor& color) {
   return image;
 }
 
-QImage draw(const QString& name, int side, int pixels, const QColor& color) {
-  const QByteArray svg = drawing(name, side);
+QImage draw(const QString& name, int side, int pixels, const QColor& color, bool isBold) {
+  const QByteArray svg = drawing(name, side, isBold);
   QSvgRenderer renderer(svg);
   if (svg.isEmpty() || !renderer.isValid()) return drawMissing(name, pixels, color);
   QImage image = blank(pixels);
@@ -87,14 +91,19 @@ int side(double size) {
   return std::max(1, static_cast<int>(std::lround(size * 1.25)));
 }
 
-QImage image(const QString& name, double size, const QColor& color, double devicePixelRatio) {
+QImage image(const QString& name, double size, const QColor& color, double devicePixelRatio,
+             bool isBold) {
   static QCache<QString, QImage> cache(kCacheKilobytes);
   const int points = side(size);
   const int pixels = std::max(1, static_cast<int>(std::lround(points * devicePixelRatio)));
-  const QString key =
-      QStringLiteral("%1|%2|%3|%4").arg(name).arg(points).arg(pixels).arg(color.rgba());
+  const QString key = QStringLiteral("%1|%2|%3|%4|%5")
+                          .arg(name)
+                          .arg(points)
+                          .arg(pixels)
+                          .arg(color.rgba())
+                          .arg(isBold ? 1 : 0);
   if (const QImage* known = cache.object(key)) return *known;
-  QImage drawn = draw(name, points, pixels, color);
+  QImage drawn = draw(name, points, pixels, color, isBold);
   drawn.setDevicePixelRatio(static_cast<double>(pixels) / points);
   cache.insert(key, new QImage(drawn), 1 + static_cast<int>(drawn.sizeInBytes() / 1024));
   return drawn;

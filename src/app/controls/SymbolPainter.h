@@ -19,7 +19,9 @@ int side(double size);
 
 // The symbol as a picture of side(size) points with this pixel ratio. A name that has no symbol
 // gives a dashed square and a warning in the log, so that it cannot be overlooked.
-QImage image(const QString& name, double size, const QColor& color, double devicePixelRatio);
+// A bold one has heavier lines.
+QImage image(const QString& name, double size, const QColor& color, double devicePixelRatio,
+             bool isBold = false);
 QPixmap pixmap(const QString& name, double size, const QColor& color, double devicePixelRatio);
 
 bool exists(const QString& name);

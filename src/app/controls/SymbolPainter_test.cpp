@@ -36,6 +36,15 @@ TEST(SymbolPainter, draws_every_symbol_with_some_ink_and_not_a_block) {
   }
 }
 
+TEST(SymbolPainter, draws_a_bold_symbol_with_more_ink_whatever_was_drawn_before) {
+  for (const double size : {10.0, 40.0}) {
+    const double plain = coverage(SymbolPainter::image("xmark", size, Qt::white, 2));
+    const double bold = coverage(SymbolPainter::image("xmark", size, Qt::white, 2, true));
+    EXPECT_GT(bold, plain * 1.2) << size;
+    EXPECT_LT(bold, plain * 1.6) << size;
+  }
+}
+
 TEST(SymbolPainter, keeps_every_symbol_off_the_edge_of_its_square) {
   for (const QString& name : SymbolPainter::names()) {
     const QImage image = SymbolPainter::image(name, 38.4, Qt::white, 1);

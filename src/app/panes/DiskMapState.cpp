@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "app/model/DisplayText.h"
+#include "app/panes/ModeListModel.h"
 #include "scan/Format.h"
 
 namespace tessaly {
@@ -77,6 +78,10 @@ bool DiskMapState::showsTreemap() const {
   return node_.has_value() && session_->vizMode() == VizMode::treemap;
 }
 
+QString DiskMapState::modeTitle() const {
+  return session_ != nullptr ? ModeListModel::labelOf(session_->vizMode()) : QString();
+}
+
 QString DiskMapState::nodeName() const {
   return node_ ? displayText(node_->name()) : QString();
 }
@@ -123,6 +128,10 @@ QString DiskMapState::percentText() const {
 
 void DiskMapState::open(const NodeHandle& node) {
   if (session_ != nullptr && node.isValid()) session_->open(*node.node());
+}
+
+void DiskMapState::showTreemap() {
+  if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
 }
 
 }  // namespace tessaly

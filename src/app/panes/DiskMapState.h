@@ -23,6 +23,8 @@ class DiskMapState : public QObject {
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
   Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY screenChanged)
+  // What the way of showing the tree is called.
+  Q_PROPERTY(QString modeTitle READ modeTitle NOTIFY screenChanged)
 
   // The folder on screen.
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY nodeChanged)
@@ -53,6 +55,7 @@ class DiskMapState : public QObject {
   Screen screen() const;
   bool isRescanning() const;
   bool showsTreemap() const;
+  QString modeTitle() const;
   NodeHandle node() const { return NodeHandle(node_); }
   QString nodeName() const;
   QString sizeText() const;
@@ -65,6 +68,7 @@ class DiskMapState : public QObject {
 
   // Drills into a folder of the map.
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
+  Q_INVOKABLE void showTreemap();
 
  signals:
   void sessionChanged();

@@ -128,6 +128,10 @@ TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
   EXPECT_TRUE(state_.showsTreemap());
   session().setVizMode(VizMode::largest);
   EXPECT_FALSE(state_.showsTreemap());
+  EXPECT_EQ(state_.modeTitle(), "Largest");
+  state_.showTreemap();
+  EXPECT_TRUE(state_.showsTreemap());
+  EXPECT_EQ(state_.modeTitle(), "Treemap");
 }
 
 TEST_F(DiskMapStateTest, opens_nothing_for_an_empty_handle) {

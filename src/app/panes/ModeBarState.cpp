@@ -7,18 +7,18 @@ void ModeBarState::setSession(ScanSession* session) {
   if (session_ != nullptr) session_->disconnect(this);
   session_ = session;
   if (session_ != nullptr) {
-    connect(session_, &ScanSession::vizModeChanged, this, &ModeBarState::modeChanged);
+    connect(session_, &ScanSession::stackChanged, this, &ModeBarState::canWatchChanged);
     connect(session_, &ScanSession::selectionChanged, this, &ModeBarState::selectionChanged);
     connect(session_, &ScanSession::lastTrashedChanged, this, &ModeBarState::lastTrashedChanged);
   }
   emit sessionChanged();
-  emit modeChanged();
+  emit canWatchChanged();
   emit selectionChanged();
   emit lastTrashedChanged();
 }
 
-bool ModeBarState::showsTreemap() const {
-  return session_ != nullptr && session_->vizMode() == VizMode::treemap;
+bool ModeBarState::canWatch() const {
+  return session_ != nullptr && !session_->stack().empty();
 }
 
 int ModeBarState::selectedCount() const {
@@ -29,8 +29,17 @@ bool ModeBarState::canPutBack() const {
   return session_ != nullptr && !session_->lastTrashed().empty();
 }
 
-void ModeBarState::showTreemap() {
-  if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
+void ModeBarState::toggleWatch() {
+  if (session_ == nullptr) return;
+  if (session_->watching()) {
+    session_->stopWatch();
+  } else {
+    session_->startWatch();
+  }
+}
+
+void ModeBarState::zipSelected() {
+  if (session_ != nullptr) session_->zipThenTrash(session_->selectedNodes());
 }
 
 }  // namespace tessaly

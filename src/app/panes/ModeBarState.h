@@ -14,7 +14,8 @@ class ModeBarState : public QObject {
   QML_ELEMENT
   Q_PROPERTY(
       tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
-  Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY modeChanged)
+  // There is a folder on screen that can be watched.
+  Q_PROPERTY(bool canWatch READ canWatch NOTIFY canWatchChanged)
   // How many items are selected.
   Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
   // The last move to the Trash can be taken back.
@@ -26,15 +27,16 @@ class ModeBarState : public QObject {
   ScanSession* session() const { return session_; }
   void setSession(ScanSession* session);
 
-  bool showsTreemap() const;
+  bool canWatch() const;
   int selectedCount() const;
   bool canPutBack() const;
 
-  Q_INVOKABLE void showTreemap();
+  Q_INVOKABLE void toggleWatch();
+  Q_INVOKABLE void zipSelected();
 
  signals:
   void sessionChanged();
-  void modeChanged();
+  void canWatchChanged();
   void selectionChanged();
   void lastTrashedChanged();
 

@@ -17,8 +17,10 @@ class ModeBarStateTest : public SessionFixture {
 };
 
 TEST(ModeBarStateAlone, offers_nothing) {
-  const ModeBarState state;
-  EXPECT_FALSE(state.showsTreemap());
+  ModeBarState state;
+  state.toggleWatch();
+  state.zipSelected();
+  EXPECT_FALSE(state.canWatch());
   EXPECT_EQ(state.selectedCount(), 0);
   EXPECT_FALSE(state.canPutBack());
 }
@@ -43,12 +45,11 @@ TEST_F(ModeBarStateTest, can_put_back_until_it_is_done) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(ModeBarStateTest, goes_back_to_the_treemap) {
-  session().setVizMode(VizMode::compare);
-  EXPECT_FALSE(state_.showsTreemap());
-  const QSignalSpy changes(&state_, &ModeBarState::modeChanged);
-  state_.showTreemap();
-  EXPECT_TRUE(state_.showsTreemap());
+TEST_F(ModeBarStateTest, can_watch_once_a_folder_is_on_screen) {
+  const QSignalSpy changes(&state_, &ModeBarState::canWatchChanged);
+  EXPECT_FALSE(state_.canWatch());
+  scanTo(folder("/data", 1, {file("/data/film", 1)}));
+  EXPECT_TRUE(state_.canWatch());
   EXPECT_EQ(changes.count(), 1);
 }
 

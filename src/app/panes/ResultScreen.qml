@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tessaly.Map
 import Tessaly.Model
+import Tessaly.Overlays
 import Tessaly.Panes
 
 Item {
@@ -37,6 +38,7 @@ Item {
             Layout.rightMargin: 10
             Layout.bottomMargin: 10
             active: screen.map.showsTreemap
+            visible: screen.map.showsTreemap
             // The names of this file reach into the component, though the linter cannot know.
             // qmllint disable unqualified
             sourceComponent: TreemapCanvas {
@@ -56,6 +58,15 @@ Item {
                     treemap.active = Qt.binding(() => screen.map.showsTreemap)
                 }
             }
+        }
+
+        PlainFrame {
+            objectName: "modeFrame"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            title: screen.map.modeTitle
+            shown: !screen.map.showsTreemap
+            onClosed: screen.map.showTreemap()
         }
     }
 

@@ -5,6 +5,7 @@ import Tessaly.Commands
 import Tessaly.Controls
 import Tessaly.Model
 import Tessaly.Overlays
+import Tessaly.Queue
 import Tessaly.Sidebar
 import Tessaly.Window
 
@@ -106,13 +107,12 @@ Window {
         }
     }
 
-    QueueFrame {
+    CleanupQueueView {
         objectName: "cleanupQueue"
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         anchors.margins: 16
-        visible: window.session.queueOpen
-        onClosed: window.session.queueOpen = false
+        session: window.session
     }
 
     Toast {
@@ -198,12 +198,15 @@ Window {
     Shortcut {
         sequence: "Escape"
         enabled: window.commandsAllowed
-            && (window.session.queueOpen || barsState.pane !== WindowState.Map)
+            && (window.session.queueOpen || barsState.pane !== WindowState.Map
+                || !barsState.showsTreemap)
         onActivated: {
             if (window.session.queueOpen)
                 window.session.queueOpen = false
-            else
+            else if (barsState.pane !== WindowState.Map)
                 barsState.pane = WindowState.Map
+            else
+                barsState.showTreemap()
         }
     }
 

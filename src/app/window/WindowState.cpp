@@ -15,6 +15,7 @@ void WindowState::setSession(ScanSession* session) {
   if (session_ != nullptr) {
     connect(session_, &ScanSession::stackChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::paneChanged, this, &WindowState::changed);
+    connect(session_, &ScanSession::vizModeChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::volumesChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::focusedChanged, this, &WindowState::focusedChanged);
   }
@@ -29,6 +30,14 @@ WindowState::Pane WindowState::pane() const {
 
 void WindowState::setPane(Pane pane) {
   if (session_ != nullptr) session_->setPane(static_cast<MainPane>(pane));
+}
+
+bool WindowState::showsTreemap() const {
+  return session_ == nullptr || session_->vizMode() == VizMode::treemap;
+}
+
+void WindowState::showTreemap() {
+  if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
 }
 
 bool WindowState::showsBackButton() const {

@@ -17,6 +17,8 @@ class WindowState : public QObject {
   Q_PROPERTY(
       tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
   Q_PROPERTY(Pane pane READ pane WRITE setPane NOTIFY changed)
+  // The map is drawn as tiles rather than listed.
+  Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY changed)
   Q_PROPERTY(bool showsBackButton READ showsBackButton NOTIFY changed)
   Q_PROPERTY(bool showsBreadcrumbs READ showsBreadcrumbs NOTIFY changed)
   // The volume of the folder on screen.
@@ -38,6 +40,8 @@ class WindowState : public QObject {
 
   Pane pane() const;
   void setPane(Pane pane);
+  bool showsTreemap() const;
+  Q_INVOKABLE void showTreemap();
   // There is a folder to go back to, whichever pane is in front.
   bool showsBackButton() const;
   // The same, and the map is in front.

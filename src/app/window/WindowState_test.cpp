@@ -33,6 +33,17 @@ TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
   EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(WindowStateTest, leads_back_to_the_treemap) {
+  const QSignalSpy changes(&state_, &WindowState::changed);
+  EXPECT_TRUE(state_.showsTreemap());
+  session().setVizMode(VizMode::history);
+  EXPECT_FALSE(state_.showsTreemap());
+  EXPECT_EQ(changes.count(), 1);
+  state_.showTreemap();
+  EXPECT_TRUE(state_.showsTreemap());
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+}
+
 TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the_map_alone) {
   scanTo(folder("/data", 2, {folder("/data/in", 2, {file("/data/in/a", 2)})}));
   EXPECT_FALSE(state_.showsBackButton());

@@ -1,0 +1,91 @@
+#include "app/panes/ModeListModel.h"
+
+#include <array>
+#include <cstddef>
+
+namespace tessaly {
+
+namespace {
+
+struct Button {
+  VizMode mode;
+  const char* key;
+  const char* label;
+};
+
+constexpr std::array<Button, 9> buttons = {{
+    {VizMode::treemap, "treemap", "Treemap"},
+    {VizMode::list, "list", "List Wins"},
+    {VizMode::grew, "grew", "Grew"},
+    {VizMode::duplicates, "duplicates", "Duplicates"},
+    {VizMode::compare, "compare", "Compare"},
+    {VizMode::largest, "largest", "Largest"},
+    {VizMode::clones, "clones", "APFS Clones"},
+    {VizMode::history, "history", "History"},
+    {VizMode::safe, "safe", "Safe Score"},
+}};
+
+constexpr VizMode firstOfSecondGroup = VizMode::clones;
+
+}  // namespace
+
+QString ModeListModel::labelOf(VizMode mode) {
+  for (const Button& button : buttons) {
+    if (button.mode == mode) return QString::fromLatin1(button.label);
+  }
+  return mode == VizMode::aliases ? QStringLiteral("Aliases") : QStringLiteral("Cloud");
+}
+
+void ModeListModel::setSession(ScanSession* session) {
+  if (session == session_) return;
+  if (session_ != nullptr) session_->disconnect(this);
+  session_ = session;
+  if (session_ != nullptr)
+    connect(session_, &ScanSession::vizModeChanged, this, &ModeListModel::takeMode);
+  emit sessionChanged();
+  takeMode();
+}
+
+void ModeListModel::takeMode() {
+  const std::optional<VizMode> before = mode_;
+  mode_ = session_ != nullptr ? std::optional(session_->vizMode()) : std::nullopt;
+  for (int row = 0; row < rowCount(); ++row) {
+    const VizMode mode = buttons[static_cast<std::size_t>(row)].mode;
+    if ((mode == before) != (mode == mode_)) emit dataChanged(index(row), index(row), {ActiveRole});
+  }
+}
+
+void ModeListModel::choose(int row) {
+  if (session_ == nullptr || row < 0 || row >= rowCount()) return;
+  session_->setVizMode(buttons[static_cast<std::size_t>(row)].mode);
+}
+
+int ModeListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(buttons.size());
+}
+
+QVariant ModeListModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  const Button& button = buttons[static_cast<std::size_t>(index.row())];
+  switch (role) {
+    case KeyRole:
+      return QString::fromLatin1(button.key);
+    case LabelRole:
+      return QString::fromLatin1(button.label);
+    case ActiveRole:
+      return button.mode == mode_;
+    case StartsGroupRole:
+      return button.mode == firstOfSecondGroup;
+    default:
+      return {};
+  }
+}
+
+QHash<int, QByteArray> ModeListModel::roleNames() const {
+  return {{KeyRole, "key"},
+          {LabelRole, "label"},
+          {ActiveRole, "isActive"},
+          {StartsGroupRole, "startsGroup"}};
+}
+
+}  // namespace tessaly

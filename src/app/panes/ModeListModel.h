@@ -1,0 +1,54 @@
+// The ways of showing the tree that have a button, a row each in the order of the buttons. Two ways
+// have none; they have a name all the same.
+#pragma once
+
+#include <optional>
+
+#include <QAbstractListModel>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class ModeListModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+
+ public:
+  enum Role {
+    KeyRole = Qt::UserRole + 1,  // the mode's name in the program
+    LabelRole,
+    ActiveRole,       // it is the one in force
+    StartsGroupRole,  // a rule stands before its button
+  };
+
+  // What a person calls a mode; the same on its button and over its view.
+  static QString labelOf(VizMode mode);
+
+  using QAbstractListModel::QAbstractListModel;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  // Shows the tree in the way of this row.
+  Q_INVOKABLE void choose(int row);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override;
+
+ signals:
+  void sessionChanged();
+
+ private:
+  void takeMode();
+
+  ScanSession* session_ = nullptr;
+  std::optional<VizMode> mode_;
+};
+
+}  // namespace tessaly

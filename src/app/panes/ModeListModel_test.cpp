@@ -1,0 +1,92 @@
+#include "app/panes/ModeListModel.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+
+class ModeListModelTest : public SessionFixture {
+ protected:
+  ModeListModelTest() { model_.setSession(&session()); }
+
+  QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < model_.rowCount(); ++row)
+      texts.push_back(at(row, role).toString().toStdString());
+    return texts;
+  }
+  std::vector<int> active() {
+    std::vector<int> rows;
+    for (int row = 0; row < model_.rowCount(); ++row)
+      if (at(row, ModeListModel::ActiveRole).toBool()) rows.push_back(row);
+    return rows;
+  }
+
+  ModeListModel model_;
+  QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST(ModeListModelAlone, has_its_buttons_and_none_of_them_active) {
+  ModeListModel model;
+  EXPECT_EQ(model.rowCount(), 9);
+  for (int row = 0; row < 9; ++row)
+    EXPECT_FALSE(model.data(model.index(row), ModeListModel::ActiveRole).toBool());
+  model.choose(1);
+}
+
+TEST_F(ModeListModelTest, lists_nine_of_the_eleven_modes) {
+  EXPECT_THAT(column(ModeListModel::LabelRole),
+              ElementsAre("Treemap", "List Wins", "Grew", "Duplicates", "Compare", "Largest",
+                          "APFS Clones", "History", "Safe Score"));
+  EXPECT_THAT(column(ModeListModel::KeyRole),
+              ElementsAre("treemap", "list", "grew", "duplicates", "compare", "largest", "clones",
+                          "history", "safe"));
+  for (int row = 0; row < 9; ++row)
+    EXPECT_EQ(at(row, ModeListModel::StartsGroupRole).toBool(), row == 6);
+}
+
+TEST_F(ModeListModelTest, sets_each_mode_by_its_row_and_never_the_two_without_one) {
+  const VizMode modes[] = {VizMode::treemap,    VizMode::list,    VizMode::grew,
+                           VizMode::duplicates, VizMode::compare, VizMode::largest,
+                           VizMode::clones,     VizMode::history, VizMode::safe};
+  for (int row = 0; row < 9; ++row) {
+    model_.choose(row);
+    EXPECT_EQ(session().vizMode(), modes[row]);
+    EXPECT_THAT(active(), ElementsAre(row));
+  }
+  for (const int row : {-1, 9, 10}) {
+    model_.choose(row);
+    EXPECT_EQ(session().vizMode(), VizMode::safe);
+  }
+}
+
+TEST_F(ModeListModelTest, tells_of_the_two_rows_that_change) {
+  QSignalSpy changes(&model_, &ModeListModel::dataChanged);
+  session().setVizMode(VizMode::history);
+  ASSERT_EQ(changes.count(), 2);
+  EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 0);
+  EXPECT_EQ(changes.at(1).at(0).toModelIndex().row(), 7);
+  session().setVizMode(VizMode::cloud);
+  EXPECT_EQ(changes.count(), 3);
+  EXPECT_THAT(active(), ElementsAre());
+}
+
+TEST_F(ModeListModelTest, has_a_label_for_every_mode) {
+  EXPECT_EQ(ModeListModel::labelOf(VizMode::clones), "APFS Clones");
+  EXPECT_EQ(ModeListModel::labelOf(VizMode::aliases), "Aliases");
+  EXPECT_EQ(ModeListModel::labelOf(VizMode::cloud), "Cloud");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,56 @@
+// What the panel of things to be thrown away says and does. It observes the session, to which all
+// of it belongs, and adds nothing to its state.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/model/NodeHandle.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+class CleanupQueueState : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(
+      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  Q_PROPERTY(Look look READ look NOTIFY lookChanged)
+  Q_PROPERTY(QString countText READ countText NOTIFY queueChanged)
+  // The header in words, for those who do not see it.
+  Q_PROPERTY(QString headerName READ headerName NOTIFY headerNameChanged)
+  // How much would go to the Trash. Ends the program where the sizes are more than can be counted.
+  Q_PROPERTY(QString moveText READ moveText NOTIFY queueChanged)
+
+ public:
+  enum Look { Hidden, Open, Minimized };
+  Q_ENUM(Look)
+
+  using QObject::QObject;
+
+  ScanSession* session() const { return session_; }
+  void setSession(ScanSession* session);
+
+  Look look() const;
+  QString countText() const;
+  QString headerName() const;
+  QString moveText() const;
+
+  Q_INVOKABLE void toggleMinimized();
+  Q_INVOKABLE void remove(const tessaly::NodeHandle& node);
+  Q_INVOKABLE void clear();
+  Q_INVOKABLE void zipThenTrash();
+  Q_INVOKABLE void moveToTrash();
+
+ signals:
+  void sessionChanged();
+  void lookChanged();
+  void queueChanged();
+  void headerNameChanged();
+
+ private:
+  ScanSession* session_ = nullptr;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,144 @@
+// What waits to be thrown away, in a panel over the window: hidden, open, or folded to its header.
+// Nothing moves before a button is pressed.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Queue
+
+FocusScope {
+    id: view
+
+    required property ScanSession session
+
+    // Where the keyboard was before it came in here.
+    property Item keyboardOutside: null
+    readonly property Item keyboardItem: Window.activeFocusItem
+
+    function holds(item) {
+        while (item !== null && item !== view)
+            item = item.parent
+        return item === view
+    }
+
+    // Back to where it was, or to what comes before the panel if that is gone.
+    function sendKeyboardAway() {
+        const outside = keyboardOutside
+        const next = outside !== null && outside.visible && outside.enabled
+            ? outside : nextItemInFocusChain(false)
+        focus = false
+        if (next !== null && !holds(next))
+            next.forceActiveFocus(Qt.OtherFocusReason)
+    }
+
+    width: 420
+    height: queue.look === CleanupQueueState.Minimized ? 44 : 360
+    visible: queue.look !== CleanupQueueState.Hidden
+    onVisibleChanged: {
+        if (!visible && activeFocus)
+            sendKeyboardAway()
+    }
+    onKeyboardItemChanged: {
+        if (keyboardItem !== null && !holds(keyboardItem))
+            keyboardOutside = keyboardItem
+    }
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: "Cleanup Queue"
+
+    CleanupQueueState {
+        id: queue
+
+        session: view.session
+    }
+
+    RoundedPanel {
+        objectName: "surface"
+        anchors.fill: parent
+        radius: 12
+        color: Theme.bg2
+        outlineColor: Qt.rgba(1, 1, 1, 0.1)
+        outlineWidth: 1
+        shadowColor: Qt.rgba(0, 0, 0, 0.45)
+        shadowRadius: 20
+    }
+
+    // What lies under it gets no clicks through it.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onWheel: {}
+    }
+
+    QueueHeader {
+        id: header
+
+        objectName: "queueHeader"
+        width: parent.width
+        height: 44
+        queue: queue
+
+        Keys.onTabPressed: event => {
+            if (body.visible && list.count > 0)
+                list.enter(false, Qt.TabFocusReason)
+            else
+                event.accepted = false
+        }
+    }
+
+    FocusScope {
+        id: body
+
+        y: header.height
+        width: parent.width
+        height: 360 - y
+        visible: queue.look === CleanupQueueState.Open
+        onVisibleChanged: {
+            if (!visible && activeFocus && view.visible)
+                header.forceActiveFocus(Qt.OtherFocusReason)
+        }
+
+        Rectangle {
+            objectName: "divider"
+            x: 1
+            width: parent.width - 2
+            height: 1
+            color: Qt.rgba(1, 1, 1, 0.08)
+        }
+
+        QueueList {
+            id: list
+
+            objectName: "queueList"
+            x: 1
+            y: 1
+            width: parent.width - 2
+            height: footer.y - y
+            queue: queue
+            model: QueueListModel {
+                session: view.session
+            }
+            onKeyboardLeft: steps => {
+                if (steps > 0)
+                    footer.takeKeyboard(Qt.TabFocusReason)
+                else
+                    header.forceActiveFocus(Qt.BacktabFocusReason)
+            }
+        }
+
+        QueueFooter {
+            id: footer
+
+            objectName: "queueFooter"
+            y: parent.height - height
+            width: parent.width
+            queue: queue
+            onKeyboardLeft: {
+                if (list.count > 0)
+                    list.enter(true, Qt.BacktabFocusReason)
+                else
+                    header.forceActiveFocus(Qt.BacktabFocusReason)
+            }
+        }
+    }
+}

@@ -1,0 +1,56 @@
+// The panel in a window of its own, between a button before it and one after it, over a session
+// whose machine is fake. Any complaint of the QML engine fails the test.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAccessible>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QString>
+#include <QStringList>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+
+class QueueScene : public SessionFixture {
+ protected:
+  void show();
+  QQuickView& view() { return *view_; }
+
+  void queue(const std::vector<DiskNode>& nodes);
+  // A film, a song with a name that is no text, and a note.
+  void queueThree();
+  std::vector<std::string> queued() const;
+
+  QQuickItem* panel();
+  // What is shown under this object name; a failure and null when there is no such thing.
+  QQuickItem* item(const QString& name);
+  bool shows(const QString& name);
+  // The rows in sight and near it, from the top.
+  std::vector<QQuickItem*> rows();
+  QStringList names();
+  QQuickItem* removeButton(int row);
+
+  // In the window.
+  static QRectF rectOf(QQuickItem* item);
+  QQuickItem* focused() { return view_->activeFocusItem(); }
+  void update();
+  void click(QQuickItem* item);
+  void clickAt(QPointF point);
+  void press(Qt::Key key);
+  void backtab();
+  void wheelAt(QPointF point, int degrees);
+  static QAccessibleInterface* told(QQuickItem* item);
+
+  // How often what lies under the panel was clicked and turned.
+  int clicksBelow() const;
+
+ private:
+  std::unique_ptr<QQuickView> view_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,149 @@
+// The panel by the pointer.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "app/queue/QueueScene_test.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+using QueueView = QueueScene;
+
+TEST_F(QueueView, is_hidden_until_something_waits) {
+  show();
+  EXPECT_FALSE(panel()->isVisible());
+  queueThree();
+  EXPECT_TRUE(panel()->isVisible());
+  session().setQueueOpen(false);
+  EXPECT_FALSE(panel()->isVisible());
+}
+
+TEST_F(QueueView, folds_and_unfolds_wherever_the_header_is_clicked) {
+  show();
+  queueThree();
+  bool isMinimized = false;
+  for (const double x : {203.0, 225.0, 300.0, 480.0, 600.0, 617.0}) {
+    for (const double y : {102.0, 122.0, 141.0}) {
+      clickAt({x, y});
+      isMinimized = !isMinimized;
+      EXPECT_EQ(session().queueMinimized(), isMinimized) << x << ", " << y;
+    }
+  }
+  EXPECT_THAT(session().queue(), SizeIs(3));
+}
+
+TEST_F(QueueView, opens_fully_on_a_new_path_and_not_on_one_that_waits) {
+  show();
+  queueThree();
+  click(item("queueHeader"));
+  queue({file("/data/note", 512)});
+  EXPECT_EQ(panel()->height(), 44);
+  queue({file("/data/other", 512)});
+  EXPECT_EQ(panel()->height(), 360);
+  EXPECT_THAT(rows(), SizeIs(4));
+}
+
+TEST_F(QueueView, lets_the_row_go_whose_button_is_clicked) {
+  show();
+  queueThree();
+  click(removeButton(1));
+  EXPECT_THAT(queued(), ElementsAre("/data/film.mp4", "/data/note"));
+  EXPECT_EQ(names(), (QStringList{"film.mp4", "note"}));
+  EXPECT_EQ(itemNamed(panel(), "count")->property("text").toString(), "2");
+  click(removeButton(0));
+  click(removeButton(0));
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(panel()->isVisible());
+  queue({file("/data/again", 1)});
+  EXPECT_TRUE(panel()->isVisible());
+  EXPECT_EQ(names(), QStringList{"again"});
+}
+
+TEST_F(QueueView, clears_and_moves_nothing) {
+  show();
+  machine_.trash.put("/data/note");
+  queueThree();
+  click(item("clear"));
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(panel()->isVisible());
+  EXPECT_TRUE(machine_.trash.has("/data/note"));
+}
+
+TEST_F(QueueView, moves_all_to_the_trash) {
+  show();
+  for (const char* path : {"/data/film.mp4", "/data/caf\xE9\n.mp3", "/data/note", "/data/other"})
+    machine_.trash.put(path);
+  queueThree();
+  click(item("moveToTrash"));
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_FALSE(panel()->isVisible());
+  EXPECT_THAT(session().lastTrashed(), SizeIs(3));
+  EXPECT_FALSE(machine_.trash.has("/data/caf\xE9\n.mp3"));
+  EXPECT_TRUE(machine_.trash.has("/data/other"));
+}
+
+TEST_F(QueueView, lets_no_click_and_no_wheel_through_to_what_lies_under_it) {
+  show();
+  queueThree();
+  for (const QPointF point : {QPointF(300, 120), QPointF(300, 300), QPointF(205, 455),
+                              QPointF(400, 380), QPointF(615, 455)}) {
+    QTest::mouseMove(&view(), point.toPoint());
+    for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+      if (button != Qt::LeftButton || point.y() > 144)
+        QTest::mouseClick(&view(), button, {}, point.toPoint());
+    wheelAt(point, -15);
+  }
+  EXPECT_EQ(clicksBelow(), 0);
+  clickAt({100, 300});
+  EXPECT_EQ(clicksBelow() % 100, 1);
+}
+
+TEST_F(QueueView, scrolls_by_the_wheel_and_keeps_only_the_rows_near_sight) {
+  show();
+  std::vector<DiskNode> nodes;
+  for (int i = 0; i < 5000; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
+  session().selectNodes(nodes, false);
+  session().queueSelected();
+  update();
+  EXPECT_LT(rows().size(), 40U);
+  QQuickItem* const list = item("queueList");
+  EXPECT_TRUE(itemNamed(panel(), "scrollBar") != nullptr);
+  wheelAt({300, 250}, -15);
+  EXPECT_EQ(list->property("contentY").toDouble(), 60);
+  wheelAt({300, 250}, -15 * 10000);
+  EXPECT_EQ(list->property("contentY").toDouble(), 5000 * 40 - list->height());
+  EXPECT_EQ(names().last(), "f4999");
+  EXPECT_LT(rows().size(), 40U);
+  click(removeButton(static_cast<int>(rows().size()) - 1));
+  EXPECT_THAT(queued(), SizeIs(4999));
+  EXPECT_EQ(names().last(), "f4998");
+  wheelAt({300, 250}, 15 * 20000);
+  EXPECT_EQ(names().first(), "f0");
+}
+
+TEST_F(QueueView, stays_where_it_was_scrolled_to_when_a_row_goes_and_one_comes) {
+  show();
+  std::vector<DiskNode> nodes;
+  for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
+  session().selectNodes(nodes, false);
+  session().queueSelected();
+  update();
+  wheelAt({300, 250}, -15 * 20);
+  QQuickItem* const list = item("queueList");
+  const double place = list->property("contentY").toDouble();
+  ASSERT_GT(place, 0);
+  click(removeButton(static_cast<int>(rows().size()) / 2));
+  EXPECT_EQ(list->property("contentY").toDouble(), place);
+  queue({file("/data/late", 1)});
+  EXPECT_EQ(list->property("contentY").toDouble(), place);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,104 @@
+// From the map to another way of showing the tree, and back.
+#include <gmock/gmock.h>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::SizeIs;
+
+class Modes : public Journey {
+ protected:
+  Modes()
+      : Journey(
+            "Movies/\n"
+            "  2023/\n"
+            "    beach.mp4 6M\n"
+            "notes.txt 2M\n") {
+    session().scanHome();
+    finishScan();
+    session().open(session().current()->children()[0]);
+    settle(window());
+  }
+
+  QString title() { return itemNamed(item("modeFrame"), "title")->property("text").toString(); }
+};
+
+TEST_F(Modes, show_their_view_in_place_of_the_map_and_its_header) {
+  EXPECT_TRUE(shows("canvas"));
+  EXPECT_TRUE(shows("header"));
+  EXPECT_FALSE(shows("modeFrame"));
+  const struct {
+    const char* button;
+    const char* title;
+  } rows[] = {{"listMode", "List Wins"},        {"grewMode", "Grew"},
+              {"duplicatesMode", "Duplicates"}, {"compareMode", "Compare"},
+              {"largestMode", "Largest"},       {"clonesMode", "APFS Clones"},
+              {"historyMode", "History"},       {"safeMode", "Safe Score"}};
+  for (const auto& row : rows) {
+    click(row.button);
+    EXPECT_TRUE(item(row.button)->property("active").toBool());
+    EXPECT_EQ(title(), row.title);
+    EXPECT_FALSE(shows("canvas"));
+    EXPECT_FALSE(shows("header"));
+    EXPECT_TRUE(shows("crumbs"));
+  }
+}
+
+TEST_F(Modes, lead_back_to_the_same_place_with_the_same_selection) {
+  session().selectNodes({session().current()->children()[0]}, false);
+  const auto place = session().current();
+  for (const char* way : {"treemapMode", "close", "escape"}) {
+    click("listMode");
+    EXPECT_FALSE(shows("canvas"));
+    if (QString(way) == "escape") {
+      press(Qt::Key_Escape);
+    } else {
+      tabTo(way);
+      press(Qt::Key_Return);
+    }
+    EXPECT_TRUE(shows("canvas")) << way;
+    EXPECT_EQ(session().current(), place);
+    EXPECT_THAT(session().selectedNodes(), SizeIs(1));
+    EXPECT_EQ(text("zipSelection"), "Zip (1)");
+  }
+}
+
+TEST_F(Modes, leave_the_selection_to_be_archived) {
+  session().selectNodes({session().current()->children()[0]}, false);
+  click("largestMode");
+  machine_.savePanel.answer = tree_.at("kept.zip");
+  click("zipSelection");
+  EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
+  EXPECT_EQ(text("toast"), QStringLiteral("Zipping 1 item…"));
+}
+
+TEST_F(Modes, are_left_by_escape_only_after_the_queue) {
+  click("listMode");
+  session().addToQueue(session().current()->children()[0]);
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_EQ(session().vizMode(), VizMode::list);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+}
+
+TEST_F(Modes, come_into_sight_one_by_one_in_the_smallest_window) {
+  window().resize(1100, 680);
+  session().selectNodes({session().current()->children()[0]}, false);
+  settle(window());
+  QQuickItem* const bar = item("modeBar");
+  const QRectF inSight = bar->mapRectToScene(QRectF(0, 0, bar->width(), bar->height()));
+  for (const char* name : {"treemapMode", "safeMode", "heatmap", "watch", "queueSelection",
+                           "zipSelection", "clearSelection"}) {
+    tabTo(name);
+    QQuickItem* const pill = item(name);
+    EXPECT_TRUE(inSight.contains(pill->mapRectToScene(QRectF(0, 0, pill->width(), pill->height()))))
+        << name;
+  }
+}
+
+}  // namespace
+}  // namespace tessaly

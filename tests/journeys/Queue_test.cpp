@@ -1,0 +1,192 @@
+// What is marked on the map, gathered in the panel, and thrown away in one act.
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <set>
+#include <string>
+
+#include <QTest>
+
+#include "journeys/Journey.h"
+#include "journeys/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char* files[] = {"Movies", "Code", "notes.txt", "caf\xE9\n.zip"};
+
+class QueueJourney : public Journey {
+ protected:
+  QueueJourney()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "Code/\n"
+            "  main.cpp 3M\n"
+            "notes.txt 2M\n"
+            "caf\\xE9\\n.zip 2M\n") {
+    for (const char* below : files) machine_.trash.put(tree_.at(below), below);
+    session().scanHome();
+    finishScan();
+  }
+
+  void mark(std::string_view below) { clickHolding(Qt::ControlModifier, tilePoint(below)); }
+  void markThree() {
+    for (const char* below : {"notes.txt", "caf\xE9\n.zip", "Code"}) mark(below);
+  }
+  std::vector<std::string> queued() {
+    std::vector<std::string> names;
+    for (const DiskNode& node : session().queue()) names.emplace_back(node.name());
+    return names;
+  }
+  // What of the four is still where it was.
+  std::set<std::string> left() {
+    std::set<std::string> names;
+    for (const char* below : files)
+      if (machine_.trash.has(tree_.at(below))) names.insert(below);
+    return names;
+  }
+  double panelHeight() {
+    QQuickItem* const panel = item("cleanupQueue");
+    return panel != nullptr ? panel->height() : 0;
+  }
+  void clickRemove(std::size_t row) {
+    settle(window());
+    const auto buttons = itemsNamed(window().contentItem(), "remove");
+    ASSERT_LT(row, buttons.size());
+    clickAt(middleOf(buttons[row]));
+  }
+};
+
+TEST_F(QueueJourney, goes_from_three_marks_to_the_trash_and_back) {
+  EXPECT_FALSE(shows("cleanupQueue"));
+  markThree();
+  EXPECT_THAT(queued(), ElementsAre("notes.txt", "caf\xE9\n.zip", "Code"));
+  EXPECT_EQ(panelHeight(), 360);
+  EXPECT_THAT(itemsNamed(window().contentItem(), "queueRow"), SizeIs(3));
+  EXPECT_EQ(text("moveToTrash"), QStringLiteral("Move 3 to Trash · 7.0 MB"));
+  click("queueHeader");
+  EXPECT_EQ(panelHeight(), 44);
+  EXPECT_FALSE(shows("moveToTrash"));
+  click("queueHeader");
+  EXPECT_EQ(panelHeight(), 360);
+  clickRemove(1);
+  EXPECT_THAT(queued(), ElementsAre("notes.txt", "Code"));
+  EXPECT_EQ(text("moveToTrash"), QStringLiteral("Move 2 to Trash · 5.0 MB"));
+  EXPECT_THAT(left(), SizeIs(4));
+  click("moveToTrash");
+  EXPECT_FALSE(shows("cleanupQueue"));
+  EXPECT_THAT(left(), ElementsAre("Movies", "caf\xE9\n.zip"));
+  EXPECT_TRUE(shows("banner"));
+  finishScan();
+  click("putBack");
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 2 items"));
+  EXPECT_THAT(left(), SizeIs(4));
+  EXPECT_EQ(machine_.trash.contentOf(tree_.at("notes.txt")), "notes.txt");
+}
+
+TEST_F(QueueJourney, takes_nothing_but_what_was_marked_whatever_the_next_scan_brings) {
+  mark("caf\xE9\n.zip");
+  mark("Code");
+  // Every tile is another's place afterwards.
+  std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
+  std::filesystem::resize_file(tree_.at("notes.txt"), 1);
+  session().rescan();
+  finishScan();
+  EXPECT_TRUE(shows("moveToTrash"));
+  click("moveToTrash");
+  EXPECT_THAT(left(), ElementsAre("Movies", "notes.txt"));
+  EXPECT_THAT(session().lastTrashed(), SizeIs(2));
+}
+
+TEST_F(QueueJourney, drops_without_a_word_what_is_gone_by_the_time) {
+  markThree();
+  ASSERT_TRUE(machine_.trash.moveToTrash(tree_.at("caf\xE9\n.zip")).ok());
+  session().rescan();
+  finishScan();
+  const auto toast = session().toast();
+  click("moveToTrash");
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_THAT(session().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().toast(), toast);
+  EXPECT_FALSE(shows("protectedLocation"));
+}
+
+TEST_F(QueueJourney, lets_all_of_it_go_and_opens_unfolded_the_next_time) {
+  markThree();
+  click("clear");
+  EXPECT_FALSE(shows("cleanupQueue"));
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_THAT(left(), SizeIs(4));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  session().setQueueMinimized(true);
+  mark("Code");
+  EXPECT_EQ(panelHeight(), 360);
+}
+
+TEST_F(QueueJourney, stays_folded_when_what_waits_already_is_marked_once_more) {
+  mark("notes.txt");
+  click("queueHeader");
+  mark("notes.txt");
+  EXPECT_EQ(panelHeight(), 44);
+  EXPECT_THAT(queued(), SizeIs(1));
+  mark("Code");
+  EXPECT_EQ(panelHeight(), 360);
+}
+
+TEST_F(QueueJourney, hands_all_that_waits_to_the_archive) {
+  markThree();
+  click("zipThenTrash");
+  EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
+  EXPECT_THAT(left(), SizeIs(4));
+  EXPECT_THAT(queued(), SizeIs(3));
+  machine_.savePanel.answer = tree_.at("kept.zip");
+  click("zipThenTrash");
+  EXPECT_EQ(text("toast"), QStringLiteral("Zipping 3 items…"));
+}
+
+TEST_F(QueueJourney, lets_no_click_through_to_the_map) {
+  mark("notes.txt");
+  settle(window());
+  QQuickItem* const panel = item("cleanupQueue");
+  session().setFocused(std::nullopt);
+  hoverAt(middleOf(panel));
+  EXPECT_EQ(session().focused(), std::nullopt);
+  clickHolding(Qt::ShiftModifier, middleOf(panel));
+  clickHolding(Qt::ControlModifier, middleOf(panel));
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(queued(), SizeIs(1));
+}
+
+TEST_F(QueueJourney, works_by_the_keyboard_and_goes_by_escape) {
+  markThree();
+  tabTo("queueHeader");
+  session().setFocused(std::nullopt);
+  press(Qt::Key_Space);
+  EXPECT_EQ(panelHeight(), 44);
+  press(Qt::Key_Return);
+  EXPECT_EQ(panelHeight(), 360);
+  press(Qt::Key_Tab);
+  press(Qt::Key_Return);
+  EXPECT_THAT(queued(), ElementsAre("caf\xE9\n.zip", "Code"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("cleanupQueue"));
+  EXPECT_THAT(queued(), SizeIs(2));
+  ASSERT_NE(window().activeFocusItem(), nullptr);
+  EXPECT_TRUE(window().activeFocusItem()->isVisible());
+}
+
+TEST_F(QueueJourney, stands_in_its_corner_of_the_smallest_window) {
+  window().resize(1100, 680);
+  mark("notes.txt");
+  QQuickItem* const panel = item("cleanupQueue");
+  ASSERT_NE(panel, nullptr);
+  EXPECT_EQ(panel->mapRectToScene(QRectF(0, 0, panel->width(), panel->height())),
+            QRectF(1100 - 16 - 420, 680 - 16 - 360, 420, 360));
+}
+
+}  // namespace
+}  // namespace tessaly
