@@ -5,14 +5,10 @@
 //
 // Usage: tessaly_canvas_bench [scale]    with 2 for the pixels of a dense screen
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <functional>
 #include <memory>
 #include <numeric>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -24,8 +20,10 @@
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include "SampleFolder.h"
 #include "app/controls/Fonts.h"
 #include "app/map/TreemapSurface.h"
+#include "app/model/NodeActions.h"
 #include "session/ScanSession.h"
 #include "support/FakeMachine.h"
 
@@ -37,7 +35,6 @@ namespace tessaly {
 namespace {
 
 constexpr int repetitions = 7;
-constexpr std::int64_t sampleBytes = std::int64_t{500} << 30;
 
 double cpuMilliseconds() {
   timespec now{};
@@ -45,69 +42,17 @@ double cpuMilliseconds() {
   return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-// A folder `levels` deep with names of several scripts, the same on every run.
-class SampleFolder {
- public:
-  explicit SampleFolder(unsigned seed) : random_(seed) {}
-
-  DiskNode make(int levels, const std::string& path, std::int64_t size) {
-    std::vector<DiskNode> children;
-    if (levels > 0) children = makeChildren(levels, path, size);
-    return DiskNode({.name = path.substr(path.rfind('/') + 1),
-                     .path = path,
-                     .size = size,
-                     .isDir = true,
-                     .kind = FileKind::folder,
-                     .mtime = {}},
-                    children);
-  }
-
- private:
-  static constexpr std::array names = {
-      "Library",        "Documents",   "node_modules",
-      "photos-2023",    "build",       "مستندات العائلة",
-      "文档和照片存档", "holiday.mp4", "IMG_2041.HEIC",
-      "🎉 party pics",   "main.cpp",    "a-very-long-file-name-that-goes-on-and-on.txt",
-      "caf\xE9.txt"};
-
-  std::vector<DiskNode> makeChildren(int levels, const std::string& path, std::int64_t size) {
-    constexpr int count = 30;
-    std::vector<double> weights;
-    for (int i = 0; i < count; ++i) {
-      weights.push_back(std::pow(0.05 + 0.95 * static_cast<double>(random_() % 1000) / 1000, 3));
-    }
-    std::ranges::sort(weights, std::greater<>());
-    const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
-    std::vector<DiskNode> children;
-    for (int i = 0; i < count; ++i) {
-      const std::string name =
-          std::string(names[random_() % names.size()]) + " " + std::to_string(random_() % 100000);
-      const double share = weights[static_cast<std::size_t>(i)] / sum;
-      const auto part = static_cast<std::int64_t>(static_cast<double>(size) * share);
-      const std::string childPath = path + "/" + name;
-      if (random_() % 3 != 0) {
-        children.push_back(make(levels - 1, childPath, part));
-      } else {
-        const FileKind kind = allFileKinds[1 + random_() % 8];
-        children.push_back(
-            DiskNode({.name = name, .path = childPath, .size = part, .kind = kind, .mtime = {}}));
-      }
-    }
-    return children;
-  }
-
-  std::mt19937 random_;
-};
-
 class CanvasBench {
  public:
   CanvasBench() {
     window_.resize(1280, 820);
     QQmlComponent component(&engine_);
     component.setData("import Tessaly.Map\nTreemapCanvas { width: 1280; height: 820 }", QUrl());
-    const NodeHandle node(SampleFolder(7).make(4, "/home", sampleBytes));
-    canvas_.reset(qobject_cast<TreemapSurface*>(component.createWithInitialProperties(
-        {{"session", QVariant::fromValue(&session_)}, {"node", QVariant::fromValue(node)}})));
+    const NodeHandle node(bench::sampleFolder(7));
+    canvas_.reset(qobject_cast<TreemapSurface*>(
+        component.createWithInitialProperties({{"session", QVariant::fromValue(&session_)},
+                                               {"actions", QVariant::fromValue(&actions_)},
+                                               {"node", QVariant::fromValue(node)}})));
     if (!canvas_) qFatal("%s", qPrintable(component.errorString()));
     canvas_->setParentItem(window_.contentItem());
     window_.show();
@@ -128,13 +73,13 @@ class CanvasBench {
 
     double otherNames = 1e9;
     for (unsigned i = 0; i < repetitions; ++i) {
-      canvas_->setNode(NodeHandle(SampleFolder(100 + i).make(4, "/home", sampleBytes)));
+      canvas_->setNode(NodeHandle(bench::sampleFolder(100 + i)));
       const double before = cpuMilliseconds();
       waitForFrame();
       otherNames = std::min(otherNames, cpuMilliseconds() - before);
     }
     std::printf("full repaint with names not seen before: %.2f ms\n", otherNames);
-    canvas_->setNode(NodeHandle(SampleFolder(7).make(4, "/home", sampleBytes)));
+    canvas_->setNode(NodeHandle(bench::sampleFolder(7)));
     waitForFrame();
 
     const std::vector<CanvasTile> tiles = canvas_->tiles().all();
@@ -177,6 +122,11 @@ class CanvasBench {
   FakeMachine machine_;
   HandSteppedDispatch& dispatch_ = machine_.dispatch;
   ScanSession session_{machine_.services("/home")};
+  NodeActions actions_{{.workspace = machine_.workspace,
+                        .pasteboard = machine_.pasteboard,
+                        .quickLook = {},
+                        .openTerminal = {},
+                        .openInEditor = {}}};
   QQmlEngine engine_;
   QQuickWindow window_;
   std::unique_ptr<TreemapSurface> canvas_;

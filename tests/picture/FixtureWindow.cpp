@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <QCoreApplication>
+#include <QMouseEvent>
 #include <QQuickItem>
 
 #include "picture/FixtureTree.h"
@@ -16,7 +17,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 16> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 18> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -33,6 +34,8 @@ constexpr std::array<std::pair<const char*, Screen>, 16> screens = {{
     {"queue", Screen::queue},
     {"queue-minimised", Screen::queueMinimised},
     {"list", Screen::list},
+    {"band", Screen::band},
+    {"tile-menu", Screen::tileMenu},
 }};
 
 DiskNode childOf(const DiskNode& node, std::string_view name) {
@@ -205,6 +208,17 @@ void FixtureWindow::show(Screen screen) {
     case Screen::alert:
       session.setCriticalWarning(tree);
       break;
+    case Screen::band:
+      settle(application_->window());
+      point(QEvent::MouseButtonPress, Qt::LeftButton, {140, 90});
+      point(QEvent::MouseMove, Qt::LeftButton, {240, 190});
+      point(QEvent::MouseMove, Qt::LeftButton, {560, 430});
+      break;
+    case Screen::tileMenu:
+      settle(application_->window());
+      point(QEvent::MouseButtonPress, Qt::RightButton, {60, 14});
+      point(QEvent::MouseButtonRelease, Qt::RightButton, {60, 14});
+      break;
     case Screen::sidebar:
       session.toggleFilter(session.filters()[0].id);
       session.toggleSkip(session.filters()[2].id);
@@ -242,6 +256,17 @@ QStringList FixtureWindow::visibleNames() const {
     for (const QQuickItem* const child : item->childItems()) waiting.push_back(child);
   }
   return names;
+}
+
+void FixtureWindow::point(QEvent::Type type, Qt::MouseButton button, QPointF place) {
+  QQuickWindow& window = application_->window();
+  const auto* const canvas = window.findChild<QQuickItem*>(QStringLiteral("canvas"));
+  if (canvas == nullptr) return;
+  const QPointF inWindow = canvas->mapToScene(place);
+  const bool isMove = type == QEvent::MouseMove;
+  QMouseEvent event(type, inWindow, window.mapToGlobal(inWindow), isMove ? Qt::NoButton : button,
+                    type == QEvent::MouseButtonRelease ? Qt::NoButton : button, Qt::NoModifier);
+  QCoreApplication::sendEvent(&window, &event);
 }
 
 QImage FixtureWindow::picture() {

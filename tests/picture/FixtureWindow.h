@@ -7,7 +7,9 @@
 #include <optional>
 #include <string>
 
+#include <QEvent>
 #include <QImage>
+#include <QPointF>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -35,7 +37,9 @@ class FixtureWindow {
     commands,
     queue,
     queueMinimised,
-    list
+    list,
+    band,
+    tileMenu
   };
 
   // By their names on the command line, and back.
@@ -55,6 +59,8 @@ class FixtureWindow {
   void scanHalfWay();
   void openMenu();
   void show(Screen screen);
+  // The pointer, in points of the map.
+  void point(QEvent::Type type, Qt::MouseButton button, QPointF place);
 
   FakeMachine machine_;
   std::unique_ptr<Application> application_;

@@ -5,6 +5,7 @@
 
 #include "treemap/NodeTint.h"
 #include "treemap/TreemapLayout.h"
+#include "treemap/TreemapSelect.h"
 
 namespace tessaly {
 
@@ -30,6 +31,13 @@ std::optional<std::size_t> CanvasTiles::at(QPointF point) const {
     }
   }
   return std::nullopt;
+}
+
+std::vector<DiskNode> CanvasTiles::within(const Rect& band) const {
+  std::vector<TreemapRect> rects;
+  rects.reserve(tiles_.size());
+  for (const CanvasTile& tile : tiles_) rects.push_back(tile.rect);
+  return TreemapSelect::hits(rects, band);
 }
 
 std::optional<std::size_t> CanvasTiles::find(std::string_view path) const {

@@ -15,6 +15,7 @@
 #include "app/map/CanvasTile.h"
 #include "scan/DiskNode.h"
 #include "treemap/BloatFilter.h"
+#include "treemap/Rect.h"
 
 namespace tessaly {
 
@@ -39,6 +40,9 @@ class CanvasTiles {
 
   // The topmost tile at `point`.
   std::optional<std::size_t> at(QPointF point) const;
+
+  // The nodes that a rubber band over the tiles selects, in the order of the tiles.
+  std::vector<DiskNode> within(const Rect& band) const;
 
   // The tile of the item at `path`.
   std::optional<std::size_t> find(std::string_view path) const;

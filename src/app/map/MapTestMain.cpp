@@ -2,8 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
+#include <QtQml/qqmlextensionplugin.h>
 
 #include "app/controls/Fonts.h"
+
+Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

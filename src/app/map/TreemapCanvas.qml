@@ -1,10 +1,16 @@
-// The interactive treemap of one folder: the surface with its tiles, and the tooltip above it.
+// The interactive treemap of one folder: the surface with its tiles, the tooltip above it, and the
+// menu of a tile.
 import QtQuick
 import Tessaly.Map
+import Tessaly.Model
 
 TreemapSurface {
     id: canvas
+
+    required property NodeActions actions
+
     objectName: "treemapCanvas"
+    onTileMenuAsked: (node, place) => tileMenu.ask(node, place, false)
 
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Treemap")
@@ -17,5 +23,14 @@ TreemapSurface {
         width: canvas.tooltip.width
         visible: canvas.tooltip.shown
         tip: canvas.tooltip
+    }
+
+    TileMenu {
+        id: tileMenu
+
+        session: canvas.session
+        actions: canvas.actions
+        onOpenAsked: node => canvas.open(node)
+        onTrashAsked: node => canvas.menu(node)
     }
 }

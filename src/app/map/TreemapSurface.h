@@ -3,6 +3,9 @@
 // it looks highlighted, into a small picture above that. So moving the pointer repaints no tile but
 // the one it has come to. The layout is made anew when the folder, the size of the canvas or what
 // colours and marks the tiles has changed.
+//
+// A drag draws a rubber band and selects what it touches. No tile is highlighted meanwhile, nor
+// afterwards until the pointer enters one.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +16,10 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/map/BandGesture.h"
+#include "app/map/BandItem.h"
 #include "app/map/CanvasTiles.h"
+#include "app/map/EscapeWatch.h"
 #include "app/map/LabelPainter.h"
 #include "app/map/PictureItem.h"
 #include "app/map/TooltipState.h"
@@ -43,13 +49,18 @@ class TreemapSurface : public QQuickItem {
   TooltipState* tooltip() { return &tooltip_; }
 
   const CanvasTiles& tiles() const { return tiles_; }
-  // The pictures, bottom first: all tiles, and the highlighted one.
+  // What is drawn, bottom first: all tiles, the highlighted one, and the rubber band.
   const PictureItem& tileTexture() const { return *tileTexture_; }
   const PictureItem& hoverOverlay() const { return *hoverOverlay_; }
+  const BandItem& band() const { return *bandItem_; }
 
  signals:
   // The user wants to see what is inside this folder.
   void open(const tessaly::NodeHandle& node);
+  // The user wants the menu of this tile, at a point of the canvas.
+  void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place);
+  // The user wants the item of this node in the Trash.
+  void menu(const tessaly::NodeHandle& node);
   void sessionChanged();
   void nodeChanged();
 
@@ -61,14 +72,21 @@ class TreemapSurface : public QQuickItem {
   void hoverMoveEvent(QHoverEvent* event) override;
   void hoverLeaveEvent(QHoverEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseUngrabEvent() override;
 
  private:
   void renew();
+  void makeTiles();
   void setMouse(QPointF mouse);
+  std::optional<std::size_t> tileToHighlight();
   void enter(std::optional<std::size_t> index);
   void showHighlight();
   void click(const DiskNode& node, Qt::KeyboardModifiers modifiers);
+  void drawBand();
+  void selectBand(Qt::KeyboardModifiers modifiers);
+  void dropBand();
   double scale() const;
 
   ScanSession* session_ = nullptr;
@@ -77,6 +95,7 @@ class TreemapSurface : public QQuickItem {
   LabelPainter labels_;
   PictureItem* tileTexture_;
   PictureItem* hoverOverlay_;
+  BandItem* bandItem_;
   bool stale_ = true;  // the tiles no longer are what they would be if made now
 
   QPointF mouse_;
@@ -85,7 +104,10 @@ class TreemapSurface : public QQuickItem {
   std::optional<std::size_t> hovered_;  // place of the tile at hoverPath_ among the tiles
   TooltipState tooltip_;
   std::optional<std::string> pressedPath_;
-  QPointF pressedAt_;
+  BandGesture gesture_;
+  // The tile on which the pointer stood when a drag ended. It has not been entered since.
+  std::optional<std::string> passedOverPath_;
+  EscapeWatch escapeWatch_;
 };
 
 }  // namespace tessaly

@@ -1,119 +1,12 @@
 // The canvas in a real window, without a display: moved over and clicked on as a person would.
-#include "app/map/TreemapSurface.h"
-
 #include <gtest/gtest.h>
-#include <memory>
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QMouseEvent>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
-
-#include "app/map/SampleTiles_test.h"
-#include "support/FakeMachine.h"
-
-Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
+#include "app/map/CanvasFixture_test.h"
 
 namespace tessaly {
 namespace {
 
-DiskNode sample() {
-  return folderNode("/r", 1000,
-                    {folderNode("/r/docs", 500,
-                                {fileNode("/r/docs/a.pdf", 300, FileKind::document),
-                                 fileNode("/r/docs/b.pdf", 200, FileKind::document)}),
-                     fileNode("/r/film.mp4", 300, FileKind::video), folderNode("/r/empty", 150),
-                     fileNode("/r/caf\xE9", 50)});
-}
-
-class TreemapSurfaceTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    window_.resize(900, 600);
-    show(sample());
-  }
-
-  // Puts a fresh canvas of `node` into the window and draws it.
-  void show(const DiskNode& node) {
-    canvas_.reset();
-    QQmlComponent component(&engine_);
-    component.setData("import Tessaly.Map\nTreemapCanvas { x: 50; width: 800; height: 600 }",
-                      QUrl());
-    canvas_.reset(qobject_cast<TreemapSurface*>(
-        component.createWithInitialProperties({{"session", QVariant::fromValue(&session_)},
-                                               {"node", QVariant::fromValue(NodeHandle(node))}})));
-    ASSERT_TRUE(canvas_) << component.errorString().toStdString();
-    QObject::connect(canvas_.get(), &TreemapSurface::open, [this](const NodeHandle& opened) {
-      opened_.push_back(opened.node()->path());
-    });
-    canvas_->setParentItem(window_.contentItem());
-    window_.show();
-    draw();
-  }
-
-  // Renders the next frame with all that has changed.
-  void draw() {
-    QEventLoop loop;
-    QObject::connect(&window_, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    window_.update();
-    loop.exec();
-  }
-
-  void send(QEvent::Type type, QPointF point, Qt::MouseButton button, Qt::MouseButtons buttons) {
-    const QPointF place = canvas_->mapToScene(point);
-    QMouseEvent event(type, place, window_.mapToGlobal(place), button, buttons, modifiers_);
-    QCoreApplication::sendEvent(&window_, &event);
-  }
-  void moveTo(QPointF point) { send(QEvent::MouseMove, point, Qt::NoButton, Qt::NoButton); }
-  void press(QPointF point) {
-    send(QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::LeftButton);
-  }
-  void release(QPointF point) {
-    send(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
-  }
-  void click(QPointF point) {
-    moveTo(point);
-    press(point);
-    release(point);
-  }
-
-  void clickHolding(Qt::KeyboardModifiers modifiers, QPointF point) {
-    modifiers_ = modifiers;
-    click(point);
-    modifiers_ = Qt::NoModifier;
-  }
-
-  // A point on the tile that no other tile covers.
-  QPointF on(std::string_view path) const {
-    const TreemapRect& rect = canvas_->tiles()[canvas_->tiles().find(path).value()].rect;
-    return {rect.x + rect.width / 2, rect.y + (rect.nested ? 10 : rect.height / 2)};
-  }
-
-  QQuickItem* item(const char* name) const {
-    return canvas_->findChild<QQuickItem*>(QString::fromLatin1(name));
-  }
-  std::string textOf(const char* name) const {
-    return item(name)->property("text").toString().toStdString();
-  }
-  std::optional<std::string> focusedPath() const {
-    if (!session_.focused()) return std::nullopt;
-    return session_.focused()->path();
-  }
-
-  FakeMachine machine_;
-  HandSteppedDispatch& dispatch_ = machine_.dispatch;
-  ScanSession session_{machine_.services("/home")};
-  QQmlEngine engine_;
-  QQuickWindow window_;
-  std::unique_ptr<TreemapSurface> canvas_;
-  std::vector<std::string> opened_;
-  Qt::KeyboardModifiers modifiers_ = Qt::NoModifier;  // held at every event of the pointer
-};
+class TreemapSurfaceTest : public CanvasFixture {};
 
 TEST_F(TreemapSurfaceTest, focuses_and_remembers_the_tile_that_the_pointer_enters) {
   moveTo(on("/r/film.mp4"));
@@ -334,7 +227,7 @@ TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
   const int before = canvas_->tileTexture().pictureCount();
   session_.setHeatmap(true);
   session_.setFilters({});
-  canvas_->setNode(NodeHandle(sample()));
+  canvas_->setNode(NodeHandle(canvasSample()));
   draw();
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
 }
@@ -366,7 +259,7 @@ TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
   moveTo({-20, point.y()});
-  canvas_->setNode(NodeHandle(sample()));
+  canvas_->setNode(NodeHandle(canvasSample()));
   draw();
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
 }

@@ -134,4 +134,8 @@ void DiskMapState::showTreemap() {
   if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
 }
 
+void DiskMapState::askAbout(const NodeHandle& node) {
+  if (session_ != nullptr && node.isValid()) session_->setMenuNode(node.node());
+}
+
 }  // namespace tessaly

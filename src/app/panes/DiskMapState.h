@@ -69,6 +69,8 @@ class DiskMapState : public QObject {
   // Drills into a folder of the map.
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void showTreemap();
+  // Lets the window ask what to do with an item of the map.
+  Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 
  signals:
   void sessionChanged();

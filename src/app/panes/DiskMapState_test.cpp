@@ -134,6 +134,16 @@ TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
   EXPECT_EQ(state_.modeTitle(), "Treemap");
 }
 
+TEST_F(DiskMapStateTest, asks_about_the_node_that_it_is_given) {
+  scan(folder("/home", 10, {file("/home/a", 9)}));
+  const DiskNode marked = session().current()->children().front();
+  scan(folder("/home", 10));
+  state_.askAbout(NodeHandle(marked));
+  EXPECT_EQ(session().menuNode(), marked);
+  state_.askAbout(NodeHandle());
+  EXPECT_EQ(session().menuNode(), marked);
+}
+
 TEST_F(DiskMapStateTest, opens_nothing_for_an_empty_handle) {
   scan(folder("/home", 10));
   state_.open(NodeHandle());

@@ -7,6 +7,7 @@ Item {
     id: view
 
     required property ScanSession session
+    required property NodeActions actions
 
     DiskMapState {
         id: mapState
@@ -42,6 +43,7 @@ Item {
         anchors.fill: parent
         visible: mapState.screen === DiskMapState.Result
         session: view.session
+        actions: view.actions
         map: mapState
     }
 }

@@ -10,6 +10,7 @@ Item {
     id: screen
 
     required property ScanSession session
+    required property NodeActions actions
     required property DiskMapState map
 
     ColumnLayout {
@@ -44,8 +45,10 @@ Item {
             sourceComponent: TreemapCanvas {
                 objectName: "canvas"
                 session: screen.session
+                actions: screen.actions
                 node: screen.map.node
                 onOpen: node => screen.map.open(node)
+                onMenu: node => screen.map.askAbout(node)
             }
             // qmllint enable unqualified
 

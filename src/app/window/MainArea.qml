@@ -9,6 +9,7 @@ Item {
     id: area
 
     required property ScanSession session
+    required property NodeActions actions
     required property WindowState bars
 
     DiskMapView {
@@ -16,6 +17,7 @@ Item {
         anchors.fill: parent
         visible: area.bars.pane === WindowState.Map
         session: area.session
+        actions: area.actions
     }
 
     PlainFrame {

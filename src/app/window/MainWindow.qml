@@ -102,6 +102,7 @@ Window {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 session: window.session
+                actions: window.actions
                 bars: barsState
             }
         }

@@ -1,0 +1,22 @@
+#include "app/map/TileMenuState.h"
+
+namespace tessaly {
+
+void TileMenuState::setNode(const NodeHandle& node) {
+  node_ = node;
+  emit nodeChanged();
+}
+
+bool TileMenuState::canOpenFolder() const {
+  return node_.isValid() && node_.node()->isDir() && !node_.node()->children().empty();
+}
+
+void TileMenuState::addToQueue() {
+  if (session_ != nullptr && node_.isValid()) session_->addToQueue(*node_.node());
+}
+
+void TileMenuState::zipThenTrash() {
+  if (session_ != nullptr && node_.isValid()) session_->zipThenTrash({*node_.node()});
+}
+
+}  // namespace tessaly

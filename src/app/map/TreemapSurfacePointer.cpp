@@ -1,0 +1,162 @@
+// What the pointer does on the canvas.
+
+#include <utility>
+
+#include <QCursor>
+#include <QHoverEvent>
+#include <QMouseEvent>
+#include <QQuickWindow>
+
+#include "app/map/MapPicture.h"
+#include "app/map/TooltipPlacement.h"
+#include "app/map/TooltipText.h"
+#include "app/map/TreemapSurface.h"
+#include "treemap/NodeTint.h"
+
+namespace tessaly {
+
+void TreemapSurface::hoverEnterEvent(QHoverEvent* event) {
+  hoverMoveEvent(event);
+}
+
+void TreemapSurface::hoverMoveEvent(QHoverEvent* event) {
+  setMouse(event->position());
+}
+
+void TreemapSurface::hoverLeaveEvent(QHoverEvent*) {
+  pointerInside_ = false;
+  enter(tileToHighlight());
+}
+
+void TreemapSurface::setMouse(QPointF mouse) {
+  mouse_ = mouse;
+  pointerInside_ = contains(mouse);
+  tooltip_.moveTo(TooltipPlacement::topLeft(mouse_, size()));
+  // Tiles that are about to be made anew are not the ones the pointer will be on.
+  if (!stale_) enter(tileToHighlight());
+}
+
+std::optional<std::size_t> TreemapSurface::tileToHighlight() {
+  if (gesture_.isDragging()) return std::nullopt;
+  const auto index = pointerInside_ ? tiles_.at(mouse_) : std::nullopt;
+  if (index && passedOverPath_ == tiles_[*index].rect.node.path()) return std::nullopt;
+  passedOverPath_ = std::nullopt;
+  return index;
+}
+
+// The pointer has come to the tile at `index`, or to none.
+void TreemapSurface::enter(std::optional<std::size_t> index) {
+  if (index && hovered_ == index) return;
+  hovered_ = index;
+  if (!index) {
+    hoverPath_ = std::nullopt;
+    hoverOverlay_->clear();
+    tooltip_.hide();
+    unsetCursor();
+    return;
+  }
+  const CanvasTile& tile = tiles_[*index];
+  const std::string path = tile.rect.node.path();
+  if (hoverPath_ != path) {
+    hoverPath_ = path;
+    session_->setFocused(tile.rect.node);
+    setCursor(Qt::PointingHandCursor);
+  }
+  showHighlight();
+  tooltip_.show(TooltipText::of(tile.rect, session_->heatmap(), NodeTint::presentTime()),
+                tile.tint);
+}
+
+void TreemapSurface::showHighlight() {
+  const auto picture = MapPicture::highlight(tiles_, *hovered_, size(), scale(), labels_);
+  if (picture) {
+    hoverOverlay_->show(*picture);
+  } else {
+    hoverOverlay_->clear();
+  }
+}
+
+void TreemapSurface::mousePressEvent(QMouseEvent* event) {
+  const auto index = tiles_.at(event->position());
+  if (event->button() == Qt::RightButton) {
+    if (index && !gesture_.isPressed()) {
+      emit tileMenuAsked(NodeHandle(tiles_[*index].rect.node), event->position());
+    }
+    return;
+  }
+  pressedPath_ = index ? std::optional(tiles_[*index].rect.node.path()) : std::nullopt;
+  gesture_.press(event->position());
+}
+
+void TreemapSurface::mouseMoveEvent(QMouseEvent* event) {
+  const bool wasDragging = gesture_.isDragging();
+  if (gesture_.moveTo(event->position())) {
+    if (!wasDragging) escapeWatch_.listenIn(window());
+    // However often the pointer moves, a band is drawn once a frame.
+    polish();
+  }
+  setMouse(event->position());
+}
+
+void TreemapSurface::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  if (gesture_.moveTo(event->position())) {
+    setMouse(event->position());
+    selectBand(event->modifiers());
+    return;
+  }
+  gesture_.end();
+  const auto pressedPath = std::exchange(pressedPath_, std::nullopt);
+  const auto index = tiles_.at(event->position());
+  if (pressedPath && index && tiles_[*index].rect.node.path() == pressedPath) {
+    click(tiles_[*index].rect.node, event->modifiers());
+  }
+}
+
+void TreemapSurface::mouseUngrabEvent() {
+  dropBand();
+}
+
+void TreemapSurface::drawBand() {
+  if (const auto band = gesture_.band(); band && window() != nullptr) {
+    bandItem_->show(*band, size(), scale());
+  } else {
+    bandItem_->hide();
+  }
+}
+
+void TreemapSurface::selectBand(Qt::KeyboardModifiers modifiers) {
+  makeTiles();  // of a tree that has just come, rather than of the one before
+  const std::vector<DiskNode> hits = tiles_.within(*gesture_.band());
+  dropBand();
+  if (session_ != nullptr) session_->selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
+}
+
+// There is no drag any more. The tile that the pointer is on has not been entered by it.
+void TreemapSurface::dropBand() {
+  if (gesture_.isDragging()) {
+    const auto index = tiles_.at(mouse_);
+    passedOverPath_ = index ? std::optional(tiles_[*index].rect.node.path()) : std::nullopt;
+    polish();
+  }
+  gesture_.end();
+  pressedPath_ = std::nullopt;
+  escapeWatch_.listenIn(nullptr);
+}
+
+void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {
+  const DiskNode clicked = node;  // the handlers may replace the tiles
+  session_->setFocused(clicked);
+  if (modifiers.testFlag(Qt::ShiftModifier)) {
+    session_->toggleSelect(clicked);
+  } else if (modifiers.testFlag(Qt::ControlModifier)) {  // Command on macOS
+    session_->addToQueue(clicked);
+    session_->flash("Queued " + std::string(clicked.name()));
+  } else if (clicked.isDir() && !clicked.children().empty()) {
+    emit open(NodeHandle(clicked));
+  } else {
+    session_->reveal(clicked);
+  }
+}
+
+}  // namespace tessaly
