@@ -25,7 +25,6 @@ constexpr std::int64_t deepestNested = 2;
 constexpr double smallestNestedWidth = 56;
 constexpr double smallestNestedHeight = 44;
 constexpr double sideInset = 2;
-constexpr double headerBand = 20;
 
 constexpr double worstPossible = std::numeric_limits<double>::max();
 

@@ -18,6 +18,9 @@
 
 namespace tessaly::TreemapLayout {
 
+// Height of what is left of a nested tile above the tiles that it holds.
+inline constexpr double headerBand = 20;
+
 // The tiles of what lies in `node`, up to four levels deep, drawn in `rect`: at most 500, none
 // smaller than 5 by 5. A tile stands before all tiles inside it, siblings stand largest first, and
 // each lies inside the tile of its parent. What does not fit is left out without a mark.

@@ -10,7 +10,7 @@ TreemapSurface {
     required property NodeActions actions
 
     objectName: "treemapCanvas"
-    onTileMenuAsked: (node, place) => tileMenu.ask(node, place, false)
+    onTileMenuAsked: (node, place, byKeyboard) => tileMenu.ask(node, place, byKeyboard)
 
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Treemap")
@@ -23,6 +23,20 @@ TreemapSurface {
         width: canvas.tooltip.width
         visible: canvas.tooltip.shown
         tip: canvas.tooltip
+    }
+
+    AssistiveAccess {
+        id: assistance
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: assistance.wanted
+        // qmllint disable unqualified
+        sourceComponent: TileElements {
+            surface: canvas
+        }
+        // qmllint enable unqualified
     }
 
     TileMenu {

@@ -15,6 +15,7 @@ TreemapSurface::TreemapSurface(QQuickItem* parent)
   hoverOverlay_->setObjectName(QStringLiteral("hoverOverlay"));
   bandItem_->setObjectName(QStringLiteral("rubberBand"));
   setAcceptHoverEvents(true);
+  setActiveFocusOnTab(true);
   setAcceptedMouseButtons(Qt::LeftButton | Qt::RightButton);
   connect(&escapeWatch_, &EscapeWatch::escaped, this, &TreemapSurface::dropBand);
 }
@@ -79,7 +80,12 @@ void TreemapSurface::makeTiles() {
     tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_));
   }
   hovered_ = std::nullopt;
-  enter(tileToHighlight());
+  emit tilesChanged();
+  if (const auto tile = tileOfKeyboard()) {
+    putKeyboardOn(*tile);
+  } else {
+    enter(tileToHighlight());
+  }
 }
 
 }  // namespace tessaly

@@ -4,6 +4,9 @@
 // the one it has come to. The layout is made anew when the folder, the size of the canvas or what
 // colours and marks the tiles has changed.
 //
+// The arrow keys go from tile to tile: the one they have come to is highlighted as if the pointer
+// were on it, until the pointer moves or the keyboard goes elsewhere.
+//
 // A drag draws a rubber band and selects what it touches. No tile is highlighted meanwhile, nor
 // afterwards until the pointer enters one.
 #pragma once
@@ -36,6 +39,8 @@ class TreemapSurface : public QQuickItem {
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged REQUIRED)
 
   Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)
+  // The place of the tile that the keyboard is on among the tiles; -1 for none.
+  Q_PROPERTY(int keyboardTile READ keyboardTile NOTIFY keyboardTileChanged)
 
  public:
   explicit TreemapSurface(QQuickItem* parent = nullptr);
@@ -48,6 +53,19 @@ class TreemapSurface : public QQuickItem {
   const std::optional<std::string>& hoverPath() const { return hoverPath_; }
   TooltipState* tooltip() { return &tooltip_; }
 
+  // The keyboard comes to the tile of what has the focus, or else to the one around it, or to the
+  // first one.
+  Q_INVOKABLE void takeKeyboard();
+  // Whether it is on a tile.
+  Q_INVOKABLE bool hasKeyboard() const { return keyboardPath_.has_value(); }
+  int keyboardTile() const;
+
+  // What a click without a key does, for who cannot click; and what one with Shift does.
+  Q_INVOKABLE void press(const tessaly::NodeHandle& node);
+  Q_INVOKABLE void toggle(const tessaly::NodeHandle& node);
+  // Tells assistive programs that the keyboard is on `element`.
+  Q_INVOKABLE void tellFocus(QQuickItem* element) const;
+
   const CanvasTiles& tiles() const { return tiles_; }
   // What is drawn, bottom first: all tiles, the highlighted one, and the rubber band.
   const PictureItem& tileTexture() const { return *tileTexture_; }
@@ -58,11 +76,13 @@ class TreemapSurface : public QQuickItem {
   // The user wants to see what is inside this folder.
   void open(const tessaly::NodeHandle& node);
   // The user wants the menu of this tile, at a point of the canvas.
-  void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place);
+  void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place, bool byKeyboard);
   // The user wants the item of this node in the Trash.
   void menu(const tessaly::NodeHandle& node);
   void sessionChanged();
   void nodeChanged();
+  void tilesChanged();
+  void keyboardTileChanged();
 
  protected:
   void updatePolish() override;
@@ -75,6 +95,9 @@ class TreemapSurface : public QQuickItem {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void renew();
@@ -87,6 +110,11 @@ class TreemapSurface : public QQuickItem {
   void drawBand();
   void selectBand(Qt::KeyboardModifiers modifiers);
   void dropBand();
+  bool actOn(const QKeyEvent& event);
+  std::optional<std::size_t> tileOfKeyboard() const;
+  std::optional<std::size_t> keyboardStart() const;
+  void putKeyboardOn(std::size_t index);
+  void takeKeyboardAway();
   double scale() const;
 
   ScanSession* session_ = nullptr;
@@ -108,6 +136,8 @@ class TreemapSurface : public QQuickItem {
   // The tile on which the pointer stood when a drag ended. It has not been entered since.
   std::optional<std::string> passedOverPath_;
   EscapeWatch escapeWatch_;
+  // The tile that the keyboard is on. It counts as the one under the pointer.
+  std::optional<std::string> keyboardPath_;
 };
 
 }  // namespace tessaly

@@ -29,6 +29,9 @@ void TreemapSurface::hoverLeaveEvent(QHoverEvent*) {
 }
 
 void TreemapSurface::setMouse(QPointF mouse) {
+  // A pointer that stands still is told of as well, with every frame.
+  if (keyboardPath_ && mouse == mouse_) return;
+  if (std::exchange(keyboardPath_, std::nullopt)) emit keyboardTileChanged();
   mouse_ = mouse;
   pointerInside_ = contains(mouse);
   tooltip_.moveTo(TooltipPlacement::topLeft(mouse_, size()));
@@ -38,6 +41,7 @@ void TreemapSurface::setMouse(QPointF mouse) {
 
 std::optional<std::size_t> TreemapSurface::tileToHighlight() {
   if (gesture_.isDragging()) return std::nullopt;
+  if (keyboardPath_) return tiles_.find(*keyboardPath_);
   const auto index = pointerInside_ ? tiles_.at(mouse_) : std::nullopt;
   if (index && passedOverPath_ == tiles_[*index].rect.node.path()) return std::nullopt;
   passedOverPath_ = std::nullopt;
@@ -77,10 +81,11 @@ void TreemapSurface::showHighlight() {
 }
 
 void TreemapSurface::mousePressEvent(QMouseEvent* event) {
+  forceActiveFocus(Qt::MouseFocusReason);
   const auto index = tiles_.at(event->position());
   if (event->button() == Qt::RightButton) {
     if (index && !gesture_.isPressed()) {
-      emit tileMenuAsked(NodeHandle(tiles_[*index].rect.node), event->position());
+      emit tileMenuAsked(NodeHandle(tiles_[*index].rect.node), event->position(), false);
     }
     return;
   }

@@ -52,13 +52,24 @@ Item {
             }
             // qmllint enable unqualified
 
-            // Another folder is another canvas: what the old one knew of the pointer is gone.
+            // Another folder is another canvas: what the old one knew of the pointer is gone,
+            // but the keyboard goes on where it was.
             Connections {
                 target: screen.map
 
                 function onPlaceChanged() {
+                    const before = treemap.item as TreemapCanvas
+                    const hadFocus = before !== null && before.activeFocus
+                    const wasOnTile = before !== null && before.hasKeyboard()
                     treemap.active = false
                     treemap.active = Qt.binding(() => screen.map.showsTreemap)
+                    const now = treemap.item as TreemapCanvas
+                    if (now === null || !hadFocus)
+                        return
+                    if (wasOnTile)
+                        now.takeKeyboard()
+                    else
+                        now.forceActiveFocus()
                 }
             }
         }

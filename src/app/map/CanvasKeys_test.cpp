@@ -1,0 +1,202 @@
+// The canvas as it is walked over by keyboard.
+#include <QKeyEvent>
+
+#include "app/map/CanvasFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class CanvasKeysTest : public CanvasFixture {
+ protected:
+  void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, modifiers);
+      QCoreApplication::sendEvent(&window_, &event);
+      isTaken_ = event.isAccepted();
+      if (type == QEvent::KeyPress) wasTaken_ = isTaken_;
+    }
+  }
+  void comeByTab() { canvas_->forceActiveFocus(Qt::TabFocusReason); }
+  // The tile that looks as if the pointer were on it.
+  std::string highlighted() const { return canvas_->hoverPath().value_or(""); }
+
+  bool isTaken_ = false;
+  bool wasTaken_ = false;
+};
+
+TEST_F(CanvasKeysTest, come_to_the_first_tile) {
+  EXPECT_TRUE(canvas_->activeFocusOnTab());
+  comeByTab();
+  EXPECT_EQ(highlighted(), "/r/docs");
+  EXPECT_EQ(focusedPath(), "/r/docs");
+  EXPECT_EQ(canvas_->keyboardTile(), 0);
+  EXPECT_EQ(textOf("tooltipName"), "docs");
+}
+
+TEST_F(CanvasKeysTest, come_to_what_has_the_focus) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+}
+
+TEST_F(CanvasKeysTest, come_to_the_tile_around_what_has_the_focus) {
+  session_.setFocused(fileNode("/r/docs/old/letter", 3));
+  comeByTab();
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, go_from_tile_to_tile) {
+  comeByTab();
+  key(Qt::Key_Down);
+  EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+  EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
+  key(Qt::Key_Up);
+  EXPECT_EQ(highlighted(), "/r/docs");
+  key(Qt::Key_Right);
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+  key(Qt::Key_Left);
+  EXPECT_NE(highlighted(), "/r/film.mp4");
+}
+
+TEST_F(CanvasKeysTest, stay_at_the_border) {
+  comeByTab();
+  key(Qt::Key_Up);
+  EXPECT_TRUE(wasTaken_);
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, leave_arrows_with_a_key_held_to_others) {
+  comeByTab();
+  key(Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_FALSE(wasTaken_);
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, open_a_folder_with_return) {
+  comeByTab();
+  key(Qt::Key_Return);
+  EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
+}
+
+TEST_F(CanvasKeysTest, show_a_file_in_the_file_viewer_with_return) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  key(Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
+  EXPECT_TRUE(opened_.empty());
+}
+
+TEST_F(CanvasKeysTest, select_with_shift_and_queue_with_command) {
+  comeByTab();
+  key(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/docs"});
+  EXPECT_TRUE(session_.queue().empty());
+  key(Qt::Key_Return, Qt::ControlModifier);
+  ASSERT_EQ(session_.queue().size(), 1U);
+  EXPECT_EQ(session_.queue()[0].path(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  std::vector<std::string> asked;
+  QObject::connect(canvas_.get(), &TreemapSurface::tileMenuAsked,
+                   [&](const NodeHandle& node, QPointF place, bool byKeyboard) {
+                     EXPECT_TRUE(byKeyboard);
+                     EXPECT_EQ(canvas_->tiles().at(place), canvas_->tiles().find("/r/film.mp4"));
+                     asked.push_back(node.node()->path());
+                   });
+  key(Qt::Key_F10);
+  EXPECT_FALSE(wasTaken_);
+  EXPECT_TRUE(asked.empty());
+  key(Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(asked, std::vector<std::string>{"/r/film.mp4"});
+}
+
+TEST_F(CanvasKeysTest, open_the_menu_and_come_back_from_it) {
+  comeByTab();
+  key(Qt::Key_Menu);
+  EXPECT_FALSE(canvas_->hasActiveFocus());
+  key(Qt::Key_Escape);
+  EXPECT_TRUE(canvas_->hasActiveFocus());
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, go_back_with_escape_where_there_is_a_way_back) {
+  comeByTab();
+  key(Qt::Key_Escape);
+  EXPECT_FALSE(wasTaken_);
+}
+
+TEST_F(CanvasKeysTest, go_on_from_the_tile_under_the_pointer) {
+  canvas_->forceActiveFocus(Qt::MouseFocusReason);
+  EXPECT_EQ(highlighted(), "");
+  moveTo(on("/r/docs/a.pdf"));
+  key(Qt::Key_Up);
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, give_way_to_the_pointer_when_it_moves) {
+  comeByTab();
+  moveTo(on("/r/film.mp4"));
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+  EXPECT_FALSE(canvas_->hasKeyboard());
+  EXPECT_EQ(canvas_->keyboardTile(), -1);
+}
+
+TEST_F(CanvasKeysTest, are_not_moved_by_a_pointer_that_stands_still) {
+  moveTo(on("/r/film.mp4"));
+  comeByTab();
+  key(Qt::Key_Left);
+  const std::string there = highlighted();
+  EXPECT_NE(there, "/r/film.mp4");
+  moveTo(on("/r/film.mp4"));
+  EXPECT_EQ(highlighted(), there);
+}
+
+TEST_F(CanvasKeysTest, highlight_nothing_once_they_are_elsewhere) {
+  QQuickItem other(window_.contentItem());
+  comeByTab();
+  other.forceActiveFocus(Qt::TabFocusReason);
+  EXPECT_EQ(highlighted(), "");
+  EXPECT_FALSE(canvas_->hasKeyboard());
+}
+
+TEST_F(CanvasKeysTest, come_back_from_a_menu_to_where_they_were) {
+  QQuickItem menu(window_.contentItem());
+  comeByTab();
+  menu.forceActiveFocus(Qt::PopupFocusReason);
+  canvas_->forceActiveFocus(Qt::PopupFocusReason);
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
+  comeByTab();
+  key(Qt::Key_Down);
+  session_.setHeatmap(true);
+  draw();
+  EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+  EXPECT_EQ(textOf("tooltipName"), "a.pdf");
+}
+
+TEST_F(CanvasKeysTest, go_to_a_tile_that_is_there_when_theirs_has_gone) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
+  draw();
+  EXPECT_EQ(highlighted(), "/r/left");
+  EXPECT_EQ(canvas_->keyboardTile(), 0);
+}
+
+TEST_F(CanvasKeysTest, do_nothing_on_an_empty_map) {
+  canvas_->setNode(NodeHandle(folderNode("/r", 0)));
+  draw();
+  comeByTab();
+  for (const int pressed : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Menu}) key(pressed);
+  EXPECT_EQ(highlighted(), "");
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_EQ(canvas_->keyboardTile(), -1);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,118 @@
+#include "app/map/TileElementModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+
+#include "app/map/CanvasFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+class TileElements : public CanvasFixture {
+ protected:
+  void SetUp() override {
+    CanvasFixture::SetUp();
+    QAccessible::setActive(true);
+  }
+  void TearDown() override { QAccessible::setActive(false); }
+
+  std::vector<QQuickItem*> elements() const {
+    const auto found = canvas_->findChildren<QQuickItem*>(QStringLiteral("tileElement"));
+    std::vector<QQuickItem*> all(found.begin(), found.end());
+    if (all.empty()) {
+      // Those of a Repeater are nobody's children but its view's.
+      std::vector<QQuickItem*> waiting = {canvas_.get()};
+      while (!waiting.empty()) {
+        QQuickItem* const item = waiting.back();
+        waiting.pop_back();
+        if (item->objectName() == QLatin1String("tileElement")) all.push_back(item);
+        for (QQuickItem* const child : item->childItems()) waiting.push_back(child);
+      }
+    }
+    return all;
+  }
+  QAccessibleInterface* element(const std::string& name) const {
+    for (QQuickItem* const item : elements()) {
+      QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(item);
+      if (face->text(QAccessible::Name).toStdString() == name) return face;
+    }
+    return nullptr;
+  }
+};
+
+TEST_F(TileElements, tell_name_and_size_and_share) {
+  EXPECT_EQ(elements().size(), canvas_->tiles().all().size());
+  QAccessibleInterface* const docs = element("docs");
+  ASSERT_NE(docs, nullptr);
+  EXPECT_EQ(docs->role(), QAccessible::PushButton);
+  EXPECT_EQ(docs->text(QAccessible::Description),
+            QStringLiteral("500 B, Folder · 50.0% of parent · 2 items"));
+}
+
+TEST_F(TileElements, stand_where_their_tiles_are) {
+  const TreemapRect& tile = canvas_->tiles()[canvas_->tiles().find("/r/film.mp4").value()].rect;
+  const QRect shown = element("film.mp4")->rect();
+  const QPointF corner =
+      window_.mapToGlobal(canvas_->mapToScene(QPointF(tile.x, tile.y)).toPoint());
+  EXPECT_NEAR(shown.x(), corner.x(), 1);
+  EXPECT_NEAR(shown.y(), corner.y(), 1);
+  EXPECT_NEAR(shown.width(), tile.width, 1);
+  EXPECT_NEAR(shown.height(), tile.height, 1);
+}
+
+TEST_F(TileElements, show_names_that_are_not_utf_8) {
+  EXPECT_NE(element("caf\xEF\xBF\xBD"), nullptr);
+}
+
+TEST_F(TileElements, open_when_they_are_pressed) {
+  element("docs")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
+}
+
+TEST_F(TileElements, are_selected_when_they_are_toggled) {
+  element("docs")->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/docs"});
+  draw();
+  EXPECT_TRUE(element("docs")->state().checked);
+  EXPECT_FALSE(element("film.mp4")->state().checked);
+}
+
+TEST_F(TileElements, know_which_of_them_the_keyboard_is_on) {
+  window_.requestActivate();
+  canvas_->forceActiveFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(element("docs")->state().focused);
+  EXPECT_FALSE(element("film.mp4")->state().focused);
+}
+
+TEST_F(TileElements, let_the_pointer_through) {
+  click(on("/r/docs/a.pdf"));
+  EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
+}
+
+TEST_F(TileElements, are_not_made_while_nobody_asks_for_them) {
+  QAccessible::setActive(false);
+  EXPECT_TRUE(elements().empty());
+}
+
+TEST_F(TileElements, follow_the_map) {
+  canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
+  draw();
+  EXPECT_EQ(elements().size(), 1U);
+  EXPECT_NE(element("left"), nullptr);
+}
+
+TEST_F(TileElements, are_a_well_behaved_model) {
+  TileElementModel model;
+  const QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  EXPECT_EQ(model.rowCount(), 0);
+  model.setCanvas(canvas_.get());
+  EXPECT_EQ(model.rowCount(), static_cast<int>(canvas_->tiles().all().size()));
+  EXPECT_EQ(model.data(model.index(0), Qt::DisplayRole).toString(), QStringLiteral("docs"));
+  EXPECT_FALSE(model.data(model.index(0), Qt::UserRole + 99).isValid());
+  canvas_.reset();
+  EXPECT_GT(model.rowCount(), 0);
+}
+
+}  // namespace
+}  // namespace tessaly

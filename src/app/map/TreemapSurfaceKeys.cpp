@@ -1,0 +1,157 @@
+// What the keyboard does on the canvas.
+
+#include <QAccessible>
+#include <QFocusEvent>
+#include <QKeyEvent>
+
+#include "app/map/TileNeighbour.h"
+#include "app/map/TooltipPlacement.h"
+#include "app/map/TreemapSurface.h"
+
+namespace tessaly {
+
+namespace {
+
+std::optional<TileDirection> directionOf(int key) {
+  switch (key) {
+    case Qt::Key_Left:
+      return TileDirection::left;
+    case Qt::Key_Right:
+      return TileDirection::right;
+    case Qt::Key_Up:
+      return TileDirection::up;
+    case Qt::Key_Down:
+      return TileDirection::down;
+    default:
+      return std::nullopt;
+  }
+}
+
+QPointF middleOfFace(const TreemapRect& rect) {
+  const Rect face = TileNeighbour::faceOf(rect);
+  return {face.x + face.width / 2, face.y + face.height / 2};
+}
+
+bool asksForMenu(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Menu ||
+         (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
+
+}  // namespace
+
+void TreemapSurface::keyPressEvent(QKeyEvent* event) {
+  event->setAccepted(session_ != nullptr && actOn(*event));
+}
+
+bool TreemapSurface::actOn(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Escape) {
+    if (session_->stack().size() < 2) return false;
+    session_->back();
+    return true;
+  }
+  makeTiles();
+  const auto direction = directionOf(event.key());
+  const bool opens = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (!direction && !opens && !asksForMenu(event)) return false;
+  // With a key held, arrows are nobody's here.
+  if (direction && (event.modifiers() & ~Qt::KeypadModifier) != 0) return false;
+  if (tiles_.all().empty()) return true;
+
+  // The first key only shows where the keyboard is, unless the pointer does.
+  if (!hovered_) {
+    putKeyboardOn(*keyboardStart());
+    if (direction) return true;
+  }
+  if (direction) {
+    if (const auto next = TileNeighbour::of(tiles_.all(), *hovered_, *direction)) {
+      putKeyboardOn(*next);
+    }
+    return true;
+  }
+  const TreemapRect tile = tiles_[*hovered_].rect;  // the handlers may replace the tiles
+  if (opens) {
+    click(tile.node, event.modifiers());
+  } else {
+    emit tileMenuAsked(NodeHandle(tile.node), middleOfFace(tile), true);
+  }
+  return true;
+}
+
+// The tile that the keyboard is on, or the one where it goes on because that is not there any more.
+std::optional<std::size_t> TreemapSurface::tileOfKeyboard() const {
+  if (!keyboardPath_) return std::nullopt;
+  const auto same = tiles_.find(*keyboardPath_);
+  return same ? same : keyboardStart();
+}
+
+std::optional<std::size_t> TreemapSurface::keyboardStart() const {
+  if (tiles_.all().empty()) return std::nullopt;
+  std::optional<std::size_t> start;
+  if (const auto& focused = session_->focused()) {
+    const std::string path = focused->path();
+    for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
+      const std::string tile = tiles_[i].rect.node.path();
+      // Deeper ones come later.
+      if (path == tile || path.starts_with(tile + "/")) start = i;
+    }
+  }
+  return start ? start : 0;
+}
+
+void TreemapSurface::putKeyboardOn(std::size_t index) {
+  const TreemapRect& rect = tiles_[index].rect;
+  keyboardPath_ = rect.node.path();
+  tooltip_.moveTo(TooltipPlacement::topLeft(middleOfFace(rect), size()));
+  enter(index);
+  emit keyboardTileChanged();
+}
+
+void TreemapSurface::takeKeyboardAway() {
+  if (!keyboardPath_) return;
+  keyboardPath_ = std::nullopt;
+  if (!stale_) enter(tileToHighlight());
+  emit keyboardTileChanged();
+}
+
+void TreemapSurface::takeKeyboard() {
+  forceActiveFocus(Qt::TabFocusReason);
+}
+
+int TreemapSurface::keyboardTile() const {
+  const auto index = keyboardPath_ ? tiles_.find(*keyboardPath_) : std::nullopt;
+  return index ? static_cast<int>(*index) : -1;
+}
+
+void TreemapSurface::focusInEvent(QFocusEvent* event) {
+  QQuickItem::focusInEvent(event);
+  if (event->reason() != Qt::TabFocusReason && event->reason() != Qt::BacktabFocusReason) return;
+  makeTiles();
+  if (session_ == nullptr || keyboardPath_) return;
+  if (const auto start = keyboardStart()) putKeyboardOn(*start);
+}
+
+void TreemapSurface::focusOutEvent(QFocusEvent* event) {
+  QQuickItem::focusOutEvent(event);
+  // From a menu, and from another program, one comes back to where one was.
+  if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason ||
+      event->reason() == Qt::MenuBarFocusReason) {
+    return;
+  }
+  takeKeyboardAway();
+}
+
+void TreemapSurface::press(const NodeHandle& node) {
+  if (session_ != nullptr && node.isValid()) click(*node.node(), Qt::NoModifier);
+}
+
+void TreemapSurface::toggle(const NodeHandle& node) {
+  if (session_ != nullptr && node.isValid()) click(*node.node(), Qt::ShiftModifier);
+}
+
+void TreemapSurface::tellFocus(QQuickItem* element) const {
+  if (element == nullptr) return;
+  QAccessibleEvent event(element, QAccessible::Focus);
+  QAccessible::updateAccessibility(&event);
+}
+
+}  // namespace tessaly
