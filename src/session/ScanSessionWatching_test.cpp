@@ -1,21 +1,15 @@
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
-#include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include <QSignalSpy>
 
-#include "platform/ThreadedDispatch.h"
-#include "session/SessionFixture_test.h"
-#include "support/MainLoop.h"
-#include "support/TempTree.h"
+#include "session/WatchingFixture_test.h"
 
 namespace tessaly {
 namespace {
@@ -23,58 +17,6 @@ namespace {
 using namespace std::chrono_literals;
 using Deltas = std::vector<ScanDelta>;
 using Paths = std::vector<std::string>;
-
-constexpr std::int64_t KiB = 1024;
-constexpr std::int64_t MiB = 1024 * KiB;
-
-// On screen is /home with Movies/ and Code/. A look at a folder brings what `sizes_` has for it at
-// that moment.
-class Watching : public SessionFixture {
- protected:
-  Watching() {
-    snapshot_ = [this](const std::string& path, const FolderWatch::IsCancelled& isCancelled) {
-      looks_.push_back(path);
-      FolderSnapshot snapshot{path, sizes_};
-      if (const auto during = std::exchange(duringLook_, {})) during(isCancelled);
-      return snapshot;
-    };
-    restart();
-    scanTo(home_);
-    dispatch().advance(1h);
-    dispatch().drainAll();
-  }
-
-  void runLooks() { dispatch().drain(Queue::utility); }
-
-  // A watch that has its baseline, whose toast is gone.
-  void watch(const PathSizes& baseline) {
-    sizes_ = baseline;
-    session().startWatch();
-    dispatch().drainAll();
-    ASSERT_TRUE(session().watching());
-    ASSERT_EQ(looks_.size(), 1U);
-  }
-
-  // The next tick of the timer, with the look it makes and what that brings home.
-  void nextTick() {
-    dispatch().advance(20s);
-    dispatch().drainAll();
-  }
-
-  std::string toast() { return session().toast().value_or("(none)"); }
-
-  void openMovies() { session().open(session().current()->children().front()); }
-
-  const DiskNode home_ =
-      folder("/home", 9 * MiB,
-             {folder("/home/Movies", 6 * MiB, {file("/home/Movies/film", 6 * MiB)}),
-              folder("/home/Code", 3 * MiB)});
-  PathSizes sizes_;
-  Paths looks_;
-  std::function<void(const FolderWatch::IsCancelled&)> duringLook_;  // in the next look alone
-};
-
-// --- Starting -----------------------------------------------------------------------------------
 
 TEST_F(Watching, is_off_at_first_and_after_a_restart) {
   EXPECT_FALSE(session().watching());
@@ -141,8 +83,6 @@ TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
   EXPECT_EQ(session().watchPath(), "/home");
 }
 
-// --- The timer ----------------------------------------------------------------------------------
-
 TEST_F(Watching, looks_again_20_seconds_after_the_baseline_and_not_before) {
   session().startWatch();
   runLooks();
@@ -202,8 +142,6 @@ TEST_F(Watching, applies_looks_that_overlap_as_they_arrive) {
   EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 0, 1 * MiB}}));
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
-
-// --- Growth -------------------------------------------------------------------------------------
 
 TEST_F(Watching, tells_of_a_mebibyte) {
   watch({{"/home/Movies", 6 * MiB}});
@@ -327,8 +265,6 @@ TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
   EXPECT_EQ(seen, (std::vector<std::string>(2, "1 a grew by 1.0 MB")));
 }
 
-// --- Looking out of turn ------------------------------------------------------------------------
-
 TEST_F(Watching, looks_out_of_turn_when_asked) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
@@ -356,8 +292,6 @@ TEST_F(Watching, has_no_baseline_of_the_watch_before) {
   session().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
-
-// --- Stopping -----------------------------------------------------------------------------------
 
 TEST_F(Watching, clears_all_it_has_told_when_it_stops) {
   watch({});
@@ -429,8 +363,6 @@ TEST_F(Watching, drops_a_look_that_is_under_way_when_it_stops) {
   EXPECT_TRUE(session().watchGrew().empty());
   EXPECT_EQ(toast(), "(none)");
 }
-
-// --- Starting again -----------------------------------------------------------------------------
 
 TEST_F(Watching, moves_to_another_folder) {
   watch({{"/home/a", 1}});
@@ -526,8 +458,6 @@ TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
   EXPECT_NE(toast(), "a grew by 4.0 MB");
 }
 
-// --- What else happens meanwhile ----------------------------------------------------------------
-
 TEST_F(Watching, stays_where_it_is_through_scans_and_ways_through_the_tree) {
   watch({{"/home/a", 1 * MiB}});
   openMovies();
@@ -560,8 +490,6 @@ TEST_F(Watching, takes_its_baseline_through_a_scan) {
   EXPECT_EQ(toast(), "Watching home");
   EXPECT_EQ(session().status(), ScanStatus::scanning);
 }
-
-// --- The end of the session ---------------------------------------------------------------------
 
 TEST_F(Watching, stops_its_look_when_the_session_ends) {
   session().startWatch();
@@ -623,117 +551,6 @@ TEST_F(Watching, lets_whoever_hears_of_growth_stop_it) {
   dispatch().advance(1h);
   dispatch().drainAll();
   EXPECT_TRUE(looks_.empty());
-}
-
-// --- Real folders -------------------------------------------------------------------------------
-
-class WatchingRealFolders : public ::testing::Test {
- protected:
-  void watch(const TempTree& tree) {
-    session_->scan(tree.path());
-    dispatch_.drainAll();
-    ASSERT_EQ(session_->status(), ScanStatus::complete);
-    session_->startWatch();
-    dispatch_.drainAll();
-  }
-
-  std::string toastOfNextTick() {
-    dispatch_.advance(20s);
-    dispatch_.drainAll();
-    return session_->toast().value_or("(none)");
-  }
-
-  FakeMachine machine_;
-  HandSteppedDispatch& dispatch_ = machine_.dispatch;
-  std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(machine_.services("/"));
-};
-
-TEST_F(WatchingRealFolders, tells_of_a_mebibyte_of_blocks) {
-  TempTree tree("folder/\n  film 512K\nnote 512K");
-  watch(tree);
-  EXPECT_EQ(toastOfNextTick(), "(none)");
-  tree.plant("folder", "new 1M");
-  EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
-  EXPECT_EQ(session_->watchGrew(),
-            (Deltas{{"folder", tree.at("folder"), 512 * KiB, 1 * MiB + 512 * KiB}}));
-}
-
-TEST_F(WatchingRealFolders, does_not_tell_of_a_block_less) {
-  TempTree tree("folder/\n  film 512K\nnote 512K");
-  watch(tree);
-  tree.plant("folder", "new 1044480");
-  ASSERT_EQ(tree.allocated("folder/new"), MiB - 4 * KiB);
-  EXPECT_EQ(toastOfNextTick(), "(none)");
-  tree.plant("folder", "block 4K");
-  EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
-}
-
-TEST_F(WatchingRealFolders, does_not_notice_a_package_that_grows) {
-  TempTree tree("Tool.app/\n  binary 512K\nnote 512K");
-  watch(tree);
-  tree.plant("Tool.app", "more 2M");
-  EXPECT_EQ(toastOfNextTick(), "(none)");
-}
-
-TEST_F(WatchingRealFolders, tells_nothing_of_a_folder_that_is_gone) {
-  TempTree tree("folder/\n  film 2M");
-  watch(tree);
-  ASSERT_TRUE(removeTree(tree.at("folder")));
-  EXPECT_EQ(toastOfNextTick(), "(none)");
-  EXPECT_TRUE(session_->watching());
-  EXPECT_EQ(session_->errorMessage(), "");
-}
-
-// --- Real threads -------------------------------------------------------------------------------
-
-class WatchingThreads : public ::testing::Test {
- protected:
-  std::unique_ptr<ScanSession> makeSession(ScanSession::Snapshot snapshot = {}) {
-    ScanSession::Services services = machine_.services("/", dispatch_, machine_.folderPanel);
-    services.snapshot = std::move(snapshot);
-    return std::make_unique<ScanSession>(std::move(services));
-  }
-
-  void scan(ScanSession& session, const std::string& path) {
-    session.scan(path);
-    mainLoop_.runUntil([&] { return session.status() == ScanStatus::complete; });
-  }
-
-  MainLoop mainLoop_;
-  FakeMachine machine_;
-  ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
-};
-
-TEST_F(WatchingThreads, tell_of_growth) {
-  TempTree tree("folder/\n  film 512K");
-  const auto session = makeSession();
-  scan(*session, tree.path());
-  session->startWatch();
-  const std::string name = tree.path().substr(tree.path().rfind('/') + 1);
-  mainLoop_.runUntil([&] { return session->toast() == "Watching " + name; });
-  tree.plant("folder", "new 2M");
-  session->pollWatch();
-  mainLoop_.runUntil([&] { return !session->watchGrew().empty(); });
-  EXPECT_EQ(session->toast(), "folder grew by 2.0 MB");
-}
-
-TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
-  const TempTree tree("film 512K");
-  std::atomic<int> ended = 0;
-  auto session = makeSession(
-      [&](const std::string& path, const FolderWatch::IsCancelled& isCancelled) -> FolderSnapshot {
-        while (!isCancelled()) {
-        }
-        ++ended;
-        return {path, {}};
-      });
-  scan(*session, tree.path());
-  session->startWatch();
-  session->stopWatch();
-  session->startWatch();
-  session.reset();
-  while (ended < 2) std::this_thread::yield();
-  mainLoop_.runPosted();
 }
 
 }  // namespace

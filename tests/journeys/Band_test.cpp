@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

@@ -1,6 +1,6 @@
 // The bar of kinds under the header.
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

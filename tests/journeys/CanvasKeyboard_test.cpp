@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

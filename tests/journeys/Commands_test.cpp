@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

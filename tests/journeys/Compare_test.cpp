@@ -15,7 +15,7 @@
 #include "app/Application.h"
 #include "journeys/Journey.h"
 #include "journeys/Seams.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

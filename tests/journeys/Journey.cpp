@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "journeys/Seams.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 #include "treemap/TreemapLayout.h"
 
 namespace tessaly {

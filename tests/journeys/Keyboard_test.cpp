@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {
@@ -55,7 +55,7 @@ TEST_F(Keyboard, comes_to_every_control_of_the_window) {
         "star",        "addExclude",     "highlight",    "skip",           "rescanVolume",
         "treemapMode", "listMode",       "grewMode",     "duplicatesMode", "compareMode",
         "largestMode", "clonesMode",     "historyMode",  "safeMode",       "heatmap",
-        "watch",       "queueSelection", "zipSelection", "clearSelection"}) {
+        "watch",       "queueSelection", "zipSelection", "clearSelection", "canvas"}) {
     EXPECT_TRUE(names.contains(QLatin1String(name))) << name << " is not reached";
   }
 }
@@ -76,7 +76,8 @@ TEST_F(Keyboard, shows_at_each_stop_where_it_is) {
     settle(window());
     stop->forceActiveFocus(Qt::TabFocusReason);
     settle(window());
-    bool hasRing = false;
+    // The map highlights the tile that it is on.
+    bool hasRing = stop->objectName() == QLatin1String("canvas") && shows("mapTooltip");
     for (QQuickItem* ring : itemsNamed(stop, QStringLiteral("focusRing"))) {
       hasRing = hasRing || ring->isVisible();
     }

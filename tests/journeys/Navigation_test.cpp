@@ -3,7 +3,7 @@
 
 #include "app/map/TreemapSurface.h"
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

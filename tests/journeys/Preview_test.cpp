@@ -8,7 +8,7 @@
 #include "app/preview/PreviewReader.h"
 #include "app/quicklook/PreviewWindow.h"
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

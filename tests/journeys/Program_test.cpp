@@ -9,9 +9,9 @@
 
 #include "app/Application.h"
 #include "journeys/Seams.h"
-#include "journeys/WindowItems.h"
 #include "look/MarrowTheme.h"
 #include "support/TempTree.h"
+#include "support/WindowItems.h"
 #include "support/XServer.h"
 #include "treemap/NodeTint.h"
 #include "treemap/TreemapLayout.h"

@@ -18,10 +18,10 @@
 
 #include "app/Application.h"
 #include "journeys/Seams.h"
-#include "journeys/WindowItems.h"
 #include "platform/Deadline.h"
 #include "platform/Process.h"
 #include "support/TempTree.h"
+#include "support/WindowItems.h"
 #include "support/XServer.h"
 
 namespace tessaly {

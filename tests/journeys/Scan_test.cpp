@@ -2,7 +2,7 @@
 #include <QSignalSpy>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

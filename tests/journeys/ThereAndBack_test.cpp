@@ -13,11 +13,11 @@
 #include <unistd.h>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
 #include "platform/linux/trash/UserTrashMover.h"
 #include "scan/DiskScanner.h"
 #include "session/SettingsFile.h"
 #include "support/TreeDifference.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {
@@ -61,6 +61,10 @@ TEST_F(TileMenuJourney, does_each_of_its_entries) {
   ASSERT_THAT(session().queue(), SizeIs(1));
   EXPECT_EQ(session().queue().front().path(), odd_);
   EXPECT_EQ(session().toast(), toast);
+  session().clearQueue();  // whose panel lies over the tile
+  choose("tileZip");
+  ASSERT_THAT(machine_.savePanel.requests, SizeIs(1));
+  EXPECT_EQ(machine_.savePanel.requests.front().extension, "zip");
 }
 
 TEST_F(TileMenuJourney, opens_the_folder_and_leaves_the_menu_behind) {

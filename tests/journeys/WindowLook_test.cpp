@@ -2,8 +2,8 @@
 #include <QFont>
 
 #include "journeys/Journey.h"
-#include "journeys/Look.h"
-#include "journeys/WindowItems.h"
+#include "support/Look.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

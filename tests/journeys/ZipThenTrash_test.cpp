@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "journeys/Journey.h"
-#include "journeys/WindowItems.h"
 #include "platform/Process.h"
 #include "platform/linux/trash/UserTrashMover.h"
 #include "support/PlainFiles.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

@@ -10,6 +10,7 @@
 #include <QQuickItem>
 
 #include "picture/FixtureTree.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 
@@ -94,23 +95,6 @@ Application::Seams seamsOf(FakeMachine& machine, bool canBeRead) {
               },
           .now = [] { return ScanSession::Clock::time_point(); },
           .date = [] { return std::chrono::system_clock::from_time_t(1700000000); }};
-}
-
-// What has been begun is seen to its end: layouts, deferred work, and messages that come in.
-void settle(QQuickWindow& window) {
-  const auto isMoving = [&] {
-    const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
-    if (toast == nullptr) return false;
-    const bool isWanted = toast->property("state").toString() == QLatin1String("shown");
-    return isWanted ? toast->opacity() < 1 : toast->opacity() > 0;
-  };
-  do {
-    for (int round = 0; round < 3; ++round) {
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-      QCoreApplication::processEvents();
-      window.grabWindow();
-    }
-  } while (isMoving());
 }
 
 }  // namespace

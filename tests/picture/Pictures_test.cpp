@@ -111,12 +111,12 @@ TEST(PictureScreens, show_what_they_are_named_for) {
                                                {"alert", "protectedLocation"},
                                                {"gate", "gate"},
                                                {"sidebar", "pinned"},
-                                               {"commands", "commandMenu"},
+                                               {"commands", "menuSettings"},
                                                {"queue", "queueList"},
                                                {"queue-minimised", "cleanupQueue"},
                                                {"list", "modeFrame"},
                                                {"band", "rubberBand"},
-                                               {"tile-menu", "tileMenu"}};
+                                               {"tile-menu", "tileReveal"}};
   for (const QString& name : FixtureWindow::names()) {
     FixtureWindow window(*FixtureWindow::screenNamed(name), QSize(1280, 820));
     window.picture();

@@ -38,24 +38,25 @@ bool TextEditing::canSelectAll() const {
 }
 
 void TextEditing::tell(const char* operation) {
-  QMetaObject::invokeMethod(target_, operation);
+  const QMetaObject& type = *target_->metaObject();
+  type.method(type.indexOfMethod(operation)).invoke(target_, Qt::DirectConnection);
   emit changed();
 }
 
 void TextEditing::cut() {
-  if (canCut()) tell("cut");
+  if (canCut()) tell("cut()");
 }
 
 void TextEditing::copy() {
-  if (canCopy()) tell("copy");
+  if (canCopy()) tell("copy()");
 }
 
 void TextEditing::paste() {
-  if (canPaste()) tell("paste");
+  if (canPaste()) tell("paste()");
 }
 
 void TextEditing::selectAll() {
-  if (canSelectAll()) tell("selectAll");
+  if (canSelectAll()) tell("selectAll()");
 }
 
 }  // namespace tessaly

@@ -13,9 +13,9 @@
 #include <QWheelEvent>
 #include <QtQml/qqmlextensionplugin.h>
 
-#include "journeys/Look.h"
-#include "journeys/WindowItems.h"
 #include "session/SessionFixture_test.h"
+#include "support/Look.h"
+#include "support/WindowItems.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)

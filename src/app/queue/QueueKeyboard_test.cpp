@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/queue/QueueScene_test.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

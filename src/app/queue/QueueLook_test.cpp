@@ -5,8 +5,8 @@
 #include <QFontMetricsF>
 
 #include "app/queue/QueueScene_test.h"
-#include "journeys/Look.h"
-#include "journeys/WindowItems.h"
+#include "support/Look.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

@@ -9,7 +9,7 @@
 #include <QWheelEvent>
 #include <QtQml/qqmlextensionplugin.h>
 
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)

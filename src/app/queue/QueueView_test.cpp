@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "app/queue/QueueScene_test.h"
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 namespace {

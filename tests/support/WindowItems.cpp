@@ -1,4 +1,4 @@
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 #include <QCoreApplication>
 
@@ -29,17 +29,31 @@ QQuickItem* itemNamed(QQuickWindow& window, const QString& name) {
   return itemNamed(window.contentItem(), name);
 }
 
+namespace {
+
+// The message of the window is the one thing that takes its time.
+bool isMessageMoving(const QQuickWindow& window) {
+  const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
+  if (toast == nullptr) return false;
+  const bool isWanted = toast->property("state").toString() == QLatin1String("shown");
+  return isWanted ? toast->opacity() < 1 : toast->opacity() > 0;
+}
+
+}  // namespace
+
 QPoint middleOf(QQuickItem* item) {
   return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
 }
 
 void settle(QQuickWindow& window) {
   // Deferred deletions, layouts and polishing each may bring about the next.
-  for (int round = 0; round < 3; ++round) {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
-    window.grabWindow();
-  }
+  do {
+    for (int round = 0; round < 3; ++round) {
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      QCoreApplication::processEvents();
+      window.grabWindow();
+    }
+  } while (isMessageMoving(window));
 }
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-#include "journeys/Look.h"
+#include "support/Look.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <QQmlEngine>
 #include <QQmlProperty>
 
-#include "journeys/WindowItems.h"
+#include "support/WindowItems.h"
 
 namespace tessaly {
 
