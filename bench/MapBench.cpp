@@ -1,10 +1,11 @@
-// What the map of a tree of 100,000 nodes costs in the real window, on the software renderer: from
-// the click on a folder to the painted map of it, a resize of the window up to the painted map, a
-// move of the pointer to another tile, and a move of a rubber band that grows over all tiles. The
-// scan is one of a machine that is made up.
+// What the map of a tree of 100,000 nodes costs in the real window, on the
+// software renderer: from the click on a folder to the painted map of it, a
+// resize of the window up to the painted map, a move of the pointer to another
+// tile, and a move of a rubber band that grows over all tiles. The scan is one
+// of a machine that is made up.
 //
-// Each thing is done seven times, and of the same thing the fastest counts; the percentile is that
-// over the moves of one band.
+// Each thing is done seven times, and of the same thing the fastest counts; the
+// percentile is that over the moves of one band.
 //
 // Usage: tessaly_map_bench [scale]    with 2 for the pixels of a dense screen
 #include <algorithm>
@@ -102,7 +103,8 @@ class MapBench {
     return *found;
   }
 
-  // Blocks until the next frame has been rendered, so that waiting costs no CPU.
+  // Blocks until the next frame has been rendered, so that waiting costs no
+  // CPU.
   void waitForFrame() {
     QEventLoop loop;
     QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
@@ -110,8 +112,7 @@ class MapBench {
     loop.exec();
   }
 
-  void send(QEvent::Type type, QPointF onCanvas, Qt::MouseButton button, Qt::MouseButtons buttons) {
-    const QPointF point = canvas().mapToScene(onCanvas);
+  void send(QEvent::Type type, QPointF point, Qt::MouseButton button, Qt::MouseButtons buttons) {
     QMouseEvent event(type, point, window().mapToGlobal(point), button, buttons, Qt::NoModifier);
     QCoreApplication::sendEvent(&window(), &event);
   }
@@ -125,7 +126,7 @@ class MapBench {
       return tile.rect.nested ? tile.rect.node.children().size() : 0;
     });
     const std::string path = largest->rect.node.path();
-    const QPointF point = on(largest->rect);
+    const QPointF point = canvas().mapToScene(on(largest->rect));
     Cost least;
     std::size_t tiles = 0;
     for (int i = 0; i < repetitions; ++i) {
@@ -174,11 +175,12 @@ class MapBench {
 
   void hover() {
     const std::vector<CanvasTile> tiles = canvas().tiles().all();
+    const QPointF origin = canvas().mapToScene({0, 0});
     std::vector<Cost> moves(tiles.size());
     for (int i = 0; i < repetitions; ++i) {
       for (std::size_t tile = 0; tile < tiles.size(); ++tile) {
         moves[tile].takeLess(costOf([&] {
-          send(QEvent::MouseMove, on(tiles[tile].rect), Qt::NoButton, Qt::NoButton);
+          send(QEvent::MouseMove, origin + on(tiles[tile].rect), Qt::NoButton, Qt::NoButton);
           waitForFrame();
         }));
       }
@@ -188,22 +190,23 @@ class MapBench {
 
   void band() {
     const QSizeF size = canvas().size();
+    const QPointF origin = canvas().mapToScene({0, 0});
     std::vector<Cost> moves(bandMoves);
     double release = 1e9;
     for (int i = 0; i < repetitions; ++i) {
-      send(QEvent::MouseButtonPress, {1, 1}, Qt::LeftButton, Qt::LeftButton);
+      send(QEvent::MouseButtonPress, origin + QPointF(1, 1), Qt::LeftButton, Qt::LeftButton);
       for (int move = 0; move < bandMoves; ++move) {
         const double part = (move + 1.0) / bandMoves;
         moves[static_cast<std::size_t>(move)].takeLess(costOf([&] {
           send(QEvent::MouseMove,
-               {10 + part * (size.width() - 12), 10 + part * (size.height() - 12)}, Qt::NoButton,
-               Qt::LeftButton);
+               origin + QPointF(10 + part * (size.width() - 12), 10 + part * (size.height() - 12)),
+               Qt::NoButton, Qt::LeftButton);
           waitForFrame();
         }));
       }
       const Cost end = costOf([&] {
-        send(QEvent::MouseButtonRelease, {size.width() - 2, size.height() - 2}, Qt::LeftButton,
-             Qt::NoButton);
+        send(QEvent::MouseButtonRelease, origin + QPointF(size.width() - 2, size.height() - 2),
+             Qt::LeftButton, Qt::NoButton);
         waitForFrame();
       });
       release = std::min(release, end.cpu);

@@ -1,6 +1,8 @@
 #include "app/map/MapPicture.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <vector>
 
 #include <QRegion>
@@ -39,36 +41,68 @@ void paintTile(PixelCanvas& canvas, const CanvasTile& tile, LabelPainter& labels
 constexpr double cornerCut = 3;
 // A hole smaller than this is painted faster than it is left out.
 constexpr int smallestHole = 24;
+// Each piece costs something, whatever its size.
+constexpr int mostPieces = 24;
 
-// The pieces of the canvas around one highlighted tile.
+// The tiles that meet a rectangle of pixels, and which a highlighted one is painted between.
 struct Surroundings {
-  std::vector<const CanvasTile*> below;  // what the tile is painted over, in order
+  std::vector<const CanvasTile*> below;  // what it is painted over, in order
   std::vector<const CanvasTile*> above;  // what covers parts of it
-  QRegion visible;                       // where anything of the tile or its glow may be seen
 };
+
+bool meets(const CanvasTile& tile, const QRect& pixels, double scale) {
+  return pixelsAround(tile.rect.rect(), TilePainter::reach(tile, false), scale).intersects(pixels);
+}
 
 Surroundings surroundingsOf(const CanvasTiles& tiles, std::size_t index, const QRect& area,
                             const QRect& body, double scale) {
   Surroundings found;
-  found.visible = area;
   const std::int64_t depth = tiles[index].rect.depth;
   for (std::size_t i = 0; i < tiles.all().size(); ++i) {
     const CanvasTile& tile = tiles[i];
     if (i < index) {
-      const double reach = TilePainter::reach(tile, false);
-      if (pixelsAround(tile.rect.rect(), reach, scale).intersects(body)) {
-        found.below.push_back(&tile);
-      }
+      if (meets(tile, body, scale)) found.below.push_back(&tile);
     } else if (i > index && (tile.rect.depth <= depth + 1 || tile.selected)) {
       // Deeper tiles lie inside tiles that are among these, but for the glow of a selected one.
-      const double reach = TilePainter::reach(tile, false);
-      if (!pixelsAround(tile.rect.rect(), reach, scale).intersects(area)) continue;
-      found.above.push_back(&tile);
-      const QRect hole = pixelsInside(tile.rect.rect(), cornerCut, scale);
-      if (hole.width() >= smallestHole && hole.height() >= smallestHole) found.visible -= hole;
+      if (meets(tile, area, scale)) found.above.push_back(&tile);
     }
   }
   return found;
+}
+
+// Where anything of a tile or its glow may be seen: `area` without what lies under other tiles, the
+// largest of them first.
+QRegion visiblePart(const QRect& area, const std::vector<const CanvasTile*>& above, double scale) {
+  std::vector<QRect> holes;
+  for (const CanvasTile* tile : above) {
+    const QRect hole = pixelsInside(tile->rect.rect(), cornerCut, scale) & area;
+    if (hole.width() >= smallestHole && hole.height() >= smallestHole) holes.push_back(hole);
+  }
+  std::ranges::stable_sort(holes, std::greater(),
+                           [](const QRect& hole) { return hole.width() * hole.height(); });
+  QRegion visible = area;
+  for (const QRect& hole : holes) {
+    const QRegion less = visible - hole;
+    if (less.rectCount() > mostPieces) break;
+    visible = less;
+  }
+  return visible;
+}
+
+void paintGlows(PixelCanvas& canvas, const std::vector<const CanvasTile*>& tiles) {
+  for (const CanvasTile* tile : tiles) {
+    if (const auto glow = TilePainter::glowOf(*tile, false, canvas.scale())) glow->paint(canvas);
+  }
+}
+
+// Takes away what `tile` covers.
+void eraseBelow(PixelCanvas& canvas, const CanvasTile& tile) {
+  const double line = TilePainter::bodyReach(tile, false);
+  const Rect rect = tile.rect.rect();
+  RoundedShape shape(canvas.toPixels({rect.x - line, rect.y - line, rect.width + 2 * line,
+                                      rect.height + 2 * line}),
+                     (tile.radius() + line) * canvas.scale());
+  canvas.erase(shape);
 }
 
 }  // namespace
@@ -83,48 +117,43 @@ PixelCanvas whole(const CanvasTiles& tiles, QSizeF size, double scale, LabelPain
   return canvas;
 }
 
-std::optional<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
-                                     double scale, LabelPainter& labels) {
+std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
+                                   double scale, LabelPainter& labels) {
   const CanvasTile& tile = tiles[index];
-  if (tile.selected) return std::nullopt;
+  if (tile.selected) return {};
   const Rect rect = tile.rect.rect();
   const QRect all = canvasPixels(size, scale);
   const QRect area = pixelsAround(rect, TilePainter::reach(tile, true), scale) & all;
   const QRect body = pixelsAround(rect, TilePainter::bodyReach(tile, true), scale) & all;
-  if (area.isEmpty()) return std::nullopt;
+  if (area.isEmpty()) return {};
 
-  PixelCanvas canvas(area, scale);
   const Surroundings around = surroundingsOf(tiles, index, area, body, scale);
-  const auto glow = TilePainter::glowOf(tile, true, scale);
-  for (const QRect& part : around.visible) {
+  const Glow glow = *TilePainter::glowOf(tile, true, scale);
+  std::vector<PixelCanvas> pieces;
+  for (const QRect& part : visiblePart(area, around.above, scale)) {
+    PixelCanvas& canvas = pieces.emplace_back(part, scale);
     // The fill lets what is under it shine through, so that is painted afresh below the tile, while
     // the glow around it lies over the picture that is there.
     canvas.setClip(part & body);
     if (!canvas.clip().isEmpty()) {
       TilePainter::paintGround(canvas, size);
-      for (const CanvasTile* below : around.below) paintTile(canvas, *below, labels);
+      for (const CanvasTile* below : around.below) {
+        if (meets(*below, canvas.clip(), scale)) paintTile(canvas, *below, labels);
+      }
     }
     canvas.setClip(part);
-    if (glow) glow->paint(canvas);
+    glow.paint(canvas);
     TilePainter::paintBody(canvas, tile, true);
     labels.paint(canvas, tile.rect);
     canvas.setClip(part & body);
-    for (const CanvasTile* above : around.above) {
-      if (const auto over = TilePainter::glowOf(*above, false, scale)) over->paint(canvas);
-    }
+    paintGlows(canvas, around.above);
     canvas.setClip(part);
     for (const CanvasTile* above : around.above) {
-      const double line = TilePainter::bodyReach(*above, false);
-      const Rect covered = above->rect.rect();
-      RoundedShape shape(canvas.toPixels({covered.x - line, covered.y - line,
-                                          covered.width + 2 * line, covered.height + 2 * line}),
-                         (above->radius() + line) * scale);
-      canvas.erase(shape);
+      if (meets(*above, part, scale)) eraseBelow(canvas, *above);
     }
+    TilePainter::cutCorners(canvas, size);
   }
-  canvas.setClip(area);
-  TilePainter::cutCorners(canvas, size);
-  return canvas;
+  return pieces;
 }
 
 }  // namespace tessaly::MapPicture

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <vector>
 
 #include <QSizeF>
 
@@ -16,9 +16,10 @@ namespace tessaly::MapPicture {
 PixelCanvas whole(const CanvasTiles& tiles, QSizeF size, double scale, LabelPainter& labels);
 
 // What is laid over that picture while the tile at `index` is highlighted: the tile as it then
-// looks and the glow around it, with nothing where later tiles cover it. Covers just that part of
-// the canvas. Absent for a selected tile, which looks the same either way.
-std::optional<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
-                                     double scale, LabelPainter& labels);
+// looks and the glow around it, with nothing where later tiles cover it. Pieces that do not overlap
+// and together cover just what may be seen of it: of a folder that is full of tiles, its header and
+// the strips between them. None for a selected tile, which looks the same either way.
+std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
+                                   double scale, LabelPainter& labels);
 
 }  // namespace tessaly::MapPicture

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegion>
+
 #include "app/map/Pixel.h"
 #include "app/map/SampleTiles_test.h"
 #include "app/map/TilePainter.h"
@@ -55,8 +57,10 @@ class MapPictureTest : public ::testing::Test {
   // The picture of all tiles with the overlay of `highlighted` over it.
   QImage composed(std::size_t highlighted, double scale = 1) {
     PixelCanvas canvas = MapPicture::whole(tiles_, size, scale, labels_);
-    const auto overlay = MapPicture::highlight(tiles_, highlighted, size, scale, labels_);
-    if (overlay) canvas.draw(overlay->image(), overlay->area().x(), overlay->area().y());
+    for (const PixelCanvas& piece :
+         MapPicture::highlight(tiles_, highlighted, size, scale, labels_)) {
+      canvas.draw(piece.image(), piece.area().x(), piece.area().y());
+    }
     return canvas.image();
   }
 
@@ -72,6 +76,14 @@ class MapPictureTest : public ::testing::Test {
       }
     }
     return largest;
+  }
+
+  static int areaOf(const QRect& rect) { return rect.width() * rect.height(); }
+
+  static QRegion regionOf(const std::vector<PixelCanvas>& pieces) {
+    QRegion region;
+    for (const PixelCanvas& piece : pieces) region += piece.area();
+    return region;
   }
 
   std::vector<BloatFilter> filters_;
@@ -122,7 +134,7 @@ TEST_F(MapPictureTest, of_a_highlight_glows_over_earlier_tiles_and_not_over_late
 
 TEST_F(MapPictureTest, of_a_selected_tile_needs_no_highlight) {
   select({"/r/file1"});
-  EXPECT_FALSE(MapPicture::highlight(tiles_, index("/r/file1"), size, 1, labels_).has_value());
+  EXPECT_TRUE(MapPicture::highlight(tiles_, index("/r/file1"), size, 1, labels_).empty());
 }
 
 TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_selected_neighbours) {
@@ -147,11 +159,48 @@ TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_a_selected_tile_two_leve
 
 TEST_F(MapPictureTest, of_a_highlight_covers_the_tile_and_its_glow_alone) {
   const std::size_t tile = index("/r/file4");
-  const auto overlay = MapPicture::highlight(tiles_, tile, size, 1, labels_);
-  ASSERT_TRUE(overlay.has_value());
+  const QRect covered =
+      regionOf(MapPicture::highlight(tiles_, tile, size, 1, labels_)).boundingRect();
   const Rect rect = tiles_[tile].rect.rect();
-  EXPECT_LE(overlay->area().width(), rect.width + 32);
-  EXPECT_LE(overlay->area().height(), rect.height + 32);
+  EXPECT_TRUE(covered.contains(QRect(static_cast<int>(rect.x), static_cast<int>(rect.y),
+                                     static_cast<int>(rect.width), static_cast<int>(rect.height))));
+  EXPECT_LE(covered.width(), rect.width + 32);
+  EXPECT_LE(covered.height(), rect.height + 32);
+}
+
+TEST_F(MapPictureTest, of_a_highlight_is_of_pieces_that_do_not_overlap) {
+  const auto pieces = MapPicture::highlight(tiles_, index("/r/a"), size, 1, labels_);
+  ASSERT_GT(pieces.size(), 1u);
+  EXPECT_LE(pieces.size(), 24u);
+  int pixels = 0;
+  for (const PixelCanvas& piece : pieces) pixels += areaOf(piece.area());
+  int together = 0;
+  for (const QRect& part : regionOf(pieces)) together += areaOf(part);
+  EXPECT_EQ(pixels, together);
+}
+
+TEST_F(MapPictureTest, of_a_highlighted_folder_leaves_the_tiles_in_it_out) {
+  const std::size_t folder = index("/r/a");
+  const QRegion covered = regionOf(MapPicture::highlight(tiles_, folder, size, 1, labels_));
+  for (const char* path : {"/r/a/sub", "/r/a/0", "/r/a/1"}) {
+    const Rect inside = tiles_[index(path)].rect.rect();
+    EXPECT_FALSE(covered.contains(QPoint(static_cast<int>(inside.x + inside.width / 2),
+                                         static_cast<int>(inside.y + inside.height / 2))))
+        << path;
+  }
+}
+
+TEST_F(MapPictureTest, of_a_highlighted_folder_of_very_many_tiles_is_of_few_pieces) {
+  std::vector<DiskNode> inner;
+  for (int i = 0; i < 60; ++i) inner.push_back(fileNode("/r/a/" + std::to_string(i), 100));
+  const DiskNode root = folderNode("/r", 6000, {folderNode("/r/a", 6000, inner)});
+  tiles_ = CanvasTiles(root, size, {filters_, grown_, selected_, false});
+  const std::size_t folder = index("/r/a");
+  ASSERT_GT(tiles_.all().size(), 50u);
+  EXPECT_LE(MapPicture::highlight(tiles_, folder, size, 1, labels_).size(), 24u);
+  const Rect rect = tiles_[folder].rect.rect();
+  EXPECT_LE(differenceIn(composed(folder), painted(folder), {rect.x, rect.y, rect.width, 19}, 0),
+            1);
 }
 
 }  // namespace

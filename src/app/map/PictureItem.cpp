@@ -10,39 +10,52 @@ PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
 }
 
 void PictureItem::show(const PixelCanvas& picture) {
-  image_ = picture.image();
+  pieces_.clear();
+  add(picture);
+  countPicture();
+}
+
+void PictureItem::show(const std::vector<PixelCanvas>& pieces) {
+  pieces_.clear();
+  for (const PixelCanvas& piece : pieces) add(piece);
+  countPicture();
+}
+
+void PictureItem::add(const PixelCanvas& picture) {
   const QRectF pixels(picture.area());
-  place_ = QRectF(pixels.topLeft() / picture.scale(), pixels.size() / picture.scale());
+  pieces_.push_back(
+      {.image = picture.image(),
+       .place = QRectF(pixels.topLeft() / picture.scale(), pixels.size() / picture.scale())});
+}
+
+void PictureItem::countPicture() {
   ++pictureCount_;
   changed_ = true;
   update();
 }
 
 void PictureItem::clear() {
-  if (image_.isNull()) return;
-  image_ = {};
+  if (pieces_.empty()) return;
+  pieces_.clear();
   changed_ = true;
   update();
 }
 
 QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
-  auto* node = static_cast<QSGImageNode*>(old);
-  if (image_.isNull()) {
-    delete node;
-    return nullptr;
-  }
-  if (node == nullptr) {
-    node = window()->createImageNode();
+  if (old != nullptr && !changed_) return old;
+  changed_ = false;
+  delete old;
+  if (pieces_.empty()) return nullptr;
+  auto* const all = new QSGNode;
+  for (const Piece& piece : pieces_) {
+    QSGImageNode* const node = window()->createImageNode();
     node->setOwnsTexture(true);
-    changed_ = true;
+    node->setTexture(window()->createTextureFromImage(piece.image));
+    node->setSourceRect(QRectF(QPointF(0, 0), QSizeF(piece.image.size())));
+    node->setRect(piece.place);
+    all->appendChildNode(node);
   }
-  if (changed_) {
-    node->setTexture(window()->createTextureFromImage(image_));
-    node->setSourceRect(QRectF(QPointF(0, 0), QSizeF(image_.size())));
-    node->setRect(place_);
-    changed_ = false;
-  }
-  return node;
+  return all;
 }
 
 }  // namespace tessaly

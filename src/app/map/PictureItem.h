@@ -2,6 +2,8 @@
 // no part in where the picture stands.
 #pragma once
 
+#include <vector>
+
 #include <QImage>
 #include <QQuickItem>
 
@@ -15,13 +17,14 @@ class PictureItem : public QQuickItem {
  public:
   explicit PictureItem(QQuickItem* parent = nullptr);
 
-  // Shows these pixels where they belong, in the item's coordinates.
+  // Shows these pixels where they belong, in the item's coordinates. A picture may come in pieces.
   void show(const PixelCanvas& picture);
+  void show(const std::vector<PixelCanvas>& pieces);
 
   // Shows nothing.
   void clear();
 
-  bool isClear() const { return image_.isNull(); }
+  bool isClear() const { return pieces_.empty(); }
 
   // How many pictures it has been given so far.
   int pictureCount() const { return pictureCount_; }
@@ -30,8 +33,15 @@ class PictureItem : public QQuickItem {
   QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
  private:
-  QImage image_;
-  QRectF place_;
+  struct Piece {
+    QImage image;
+    QRectF place;
+  };
+
+  void add(const PixelCanvas& picture);
+  void countPicture();
+
+  std::vector<Piece> pieces_;
   int pictureCount_ = 0;
   bool changed_ = false;
 };

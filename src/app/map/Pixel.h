@@ -33,21 +33,15 @@ constexpr std::uint32_t fromColor(const Color& color) {
   return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
 }
 
-// A pixel with its channels in lanes of 16 bits: blue, red, green and, on top, alpha.
+// Where the channels stand in a pixel with lanes of 16 bits: blue, red, green and, on top, alpha.
 inline constexpr std::uint64_t lanes = 0x00FF00FF00FF00FFu;
 
-constexpr std::uint64_t spread(std::uint32_t pixel) {
-  return (pixel | static_cast<std::uint64_t>(pixel) << 24) & lanes;
+// The pixel with these channels.
+constexpr std::uint32_t packed(std::uint64_t inLanes) {
+  return static_cast<std::uint32_t>(inLanes | inLanes >> 24);
 }
 
-constexpr std::uint32_t packed(std::uint64_t spreadOut) {
-  return static_cast<std::uint32_t>(spreadOut | spreadOut >> 24);
-}
-
-// scaled() for a pixel in lanes.
-constexpr std::uint64_t scaledLanes(std::uint64_t spreadOut, std::uint64_t factor) {
-  const std::uint64_t product = spreadOut * factor + 0x0080008000800080u;
-  return ((product + ((product >> 8) & lanes)) >> 8) & lanes;
-}
+// over() for `count` pixels from `below` on, each with the one of `sources` that stands for it.
+void layOver(std::uint32_t* below, const std::uint32_t* sources, int count);
 
 }  // namespace tessaly::Pixel

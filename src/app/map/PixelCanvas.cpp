@@ -23,7 +23,16 @@ void blendSpan(std::uint32_t* first, int count, std::uint32_t color) {
     return;
   }
   const std::uint32_t rest = 255 - (color >> 24);
-  for (int i = 0; i < count; ++i) first[i] = color + Pixel::scaled(first[i], rest);
+  // Below lies mostly what another span has left there, so the pixels of a run are the same.
+  std::uint32_t below = 0;
+  std::uint32_t blended = color;
+  for (int i = 0; i < count; ++i) {
+    if (first[i] != below) {
+      below = first[i];
+      blended = color + Pixel::scaled(below, rest);
+    }
+    first[i] = blended;
+  }
 }
 
 PixelCanvas::PixelCanvas(const QRect& area, double scale)
@@ -95,25 +104,43 @@ void PixelCanvas::stroke(const Rect& rect, double radius, double width, std::uin
 }
 
 void PixelCanvas::erase(RoundedShape& shape) {
+  const int left = clip_.left();
+  const int right = clip_.right() + 1;
   eachRow(shape, clip_, [&](int y, const RoundedShape::Row& covered) {
     std::uint32_t* pixels = row(y);
-    const int to = std::min(covered.end, clip_.right() + 1);
-    for (int x = std::max(covered.begin, clip_.left()); x < to; ++x) {
-      pixels[x] = Pixel::scaled(pixels[x], 255u - covered.at(x));
+    const auto scale = [&](int from, int to) {
+      for (int x = std::max(from, left); x < std::min(to, right); ++x) {
+        pixels[x] = Pixel::scaled(pixels[x], 255u - covered.at(x));
+      }
+    };
+    if (covered.solid == 255) {
+      scale(covered.begin, covered.solidBegin);
+      const int from = std::max(covered.solidBegin, left);
+      const int to = std::min(covered.solidEnd, right);
+      if (to > from) std::fill_n(pixels + from, to - from, 0u);
+      scale(covered.solidEnd, covered.end);
+    } else {
+      scale(covered.begin, covered.end);
     }
   });
 }
 
 void PixelCanvas::keep(RoundedShape& shape) {
+  const int left = clip_.left();
+  const int right = clip_.right() + 1;
   for (int y = clip_.top(); y <= clip_.bottom(); ++y) {
     const RoundedShape::Row covered = shape.row(y);
-    const bool whole = covered.solid == 255;
-    const int skipFrom = whole ? covered.solidBegin : clip_.right() + 1;
     std::uint32_t* pixels = row(y);
-    for (int x = clip_.left(); x <= clip_.right(); ++x) {
-      if (x == skipFrom && covered.solidEnd > x) x = covered.solidEnd;
-      if (x > clip_.right()) break;
-      pixels[x] = Pixel::scaled(pixels[x], covered.at(x));
+    const auto scale = [&](int from, int to) {
+      for (int x = std::max(from, left); x < std::min(to, right); ++x) {
+        pixels[x] = Pixel::scaled(pixels[x], covered.at(x));
+      }
+    };
+    if (covered.solid == 255 && covered.solidBegin < covered.solidEnd) {
+      scale(left, covered.solidBegin);
+      scale(covered.solidEnd, right);
+    } else {
+      scale(left, right);
     }
   }
 }

@@ -1,6 +1,9 @@
 #include "app/map/PixelCanvas.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <random>
+#include <vector>
 
 #include "app/map/Pixel.h"
 #include "app/map/SampleTiles_test.h"
@@ -16,15 +19,35 @@ TEST(Pixel, scales_every_channel_with_rounding) {
     for (std::uint32_t factor = 0; factor < 256; ++factor) {
       const std::uint32_t expected = (value * factor * 2 + 255) / 510;
       ASSERT_EQ(Pixel::scaled(value * 0x01010101u, factor), expected * 0x01010101u);
-      ASSERT_EQ(Pixel::packed(Pixel::scaledLanes(Pixel::spread(value * 0x01010101u), factor)),
-                expected * 0x01010101u);
     }
   }
 }
 
-TEST(Pixel, keeps_its_channels_apart_in_lanes) {
-  EXPECT_EQ(Pixel::spread(0x11223344), 0x0011003300220044u);
-  EXPECT_EQ(Pixel::packed(Pixel::spread(0x11223344)), 0x11223344u);
+TEST(Pixel, is_put_together_from_its_channels_in_lanes) {
+  EXPECT_EQ(Pixel::packed(0x0011003300220044u), 0x11223344u);
+}
+
+TEST(Pixel, of_a_whole_run_is_laid_over_as_each_would_be_alone) {
+  std::mt19937 random(7);
+  for (int count = 0; count < 70; ++count) {
+    std::vector<std::uint32_t> sources, below, expected;
+    for (int i = 0; i < count; ++i) {
+      const std::uint32_t alpha = random() % 256;
+      sources.push_back(alpha << 24 | Pixel::scaled(random() & 0xFFFFFFu, alpha));
+      below.push_back(Pixel::scaled(random() | 0xFF000000u, random() % 256));
+      expected.push_back(Pixel::over(sources.back(), below.back()));
+    }
+    Pixel::layOver(below.data(), sources.data(), count);
+    ASSERT_EQ(below, expected) << count;
+  }
+}
+
+TEST(PixelCanvas, lays_a_color_over_runs_of_the_same_and_over_single_pixels) {
+  std::vector<std::uint32_t> pixels = {0, red, red, 0, 0, halfWhite, red};
+  std::vector<std::uint32_t> expected;
+  for (const std::uint32_t below : pixels) expected.push_back(Pixel::over(halfWhite, below));
+  blendSpan(pixels.data(), static_cast<int>(pixels.size()), halfWhite);
+  EXPECT_EQ(pixels, expected);
 }
 
 TEST(Pixel, of_a_colour_is_multiplied_by_its_opacity) {

@@ -1,7 +1,9 @@
 #include "app/map/TilePainter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "app/map/Pixel.h"
 #include "look/MarrowTheme.h"
@@ -52,20 +54,22 @@ constexpr int pixelsBetween = 64;
 
 void fillSpan(std::uint32_t* pixels, int from, int to, const RowColors& colors,
               std::uint8_t coverage) {
+  std::array<std::uint32_t, pixelsBetween> run{};
   while (from < to) {
-    const int end = std::min(to, from + pixelsBetween);
+    const int count = std::min(to - from, pixelsBetween);
     const double start = colors.opacityAt(from + 0.5);
     std::uint64_t color = colors.lanes(start, 0.5);
     // No channel grows along a row, so the lanes never borrow from each other.
     const std::uint64_t step = colors.lanes(start, 0) - colors.lanes(start - colors.slope, 0);
-    for (int x = from; x < end; ++x) {
-      std::uint64_t source = (color >> 8) & Pixel::lanes;
-      if (coverage != 255) source = Pixel::scaledLanes(source, coverage);
-      pixels[x] = Pixel::packed(source +
-                                Pixel::scaledLanes(Pixel::spread(pixels[x]), 255 - (source >> 48)));
+    for (int x = 0; x < count; ++x) {
+      run[static_cast<std::size_t>(x)] = Pixel::packed((color >> 8) & Pixel::lanes);
       color -= step;
     }
-    from = end;
+    if (coverage != 255) {
+      for (std::uint32_t& pixel : run) pixel = Pixel::scaled(pixel, coverage);
+    }
+    Pixel::layOver(pixels + from, run.data(), count);
+    from += count;
   }
 }
 

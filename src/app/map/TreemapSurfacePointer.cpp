@@ -72,9 +72,9 @@ void TreemapSurface::enter(std::optional<std::size_t> index) {
 }
 
 void TreemapSurface::showHighlight() {
-  const auto picture = MapPicture::highlight(tiles_, *hovered_, size(), scale(), labels_);
-  if (picture) {
-    hoverOverlay_->show(*picture);
+  const auto pieces = MapPicture::highlight(tiles_, *hovered_, size(), scale(), labels_);
+  if (!pieces.empty()) {
+    hoverOverlay_->show(pieces);
   } else {
     hoverOverlay_->clear();
   }
