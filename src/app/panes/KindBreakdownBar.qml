@@ -58,7 +58,7 @@ Column {
                 visible: index < 6
                 spacing: 4
 
-                Rectangle {
+                RoundedPanel {
                     anchors.verticalCenter: parent.verticalCenter
                     width: 5
                     height: 5
