@@ -41,6 +41,38 @@ TEST_F(SevenKinds, have_words_for_the_largest_six) {
             (QStringList{"Video", "Archive", "Document", "Image", "Developer", "Disk image"}));
 }
 
+class NineKinds : public Journey {
+ protected:
+  NineKinds()
+      : Journey(
+            "a#.mp4 80M x5\n"
+            "b.zip 300K\n"
+            "c.pdf 300K\n"
+            "d.jpg 300K\n"
+            "e.cpp 300K\n"
+            "f.iso 300K\n"
+            "g.bin 300K\n"
+            "Tool.app/\n"
+            "  binary 300K\n"
+            "small/\n"
+            "  note 8K\n") {
+    session().scanHome();
+    finishScan();
+  }
+};
+
+TEST_F(NineKinds, are_all_in_sight_in_the_smallest_window) {
+  window().resize(1100, 680);
+  settle(window());
+  const auto segments = itemsNamed(item("breakdown"), "segment");
+  ASSERT_EQ(segments.size(), 9U);
+  for (std::size_t i = 1; i < 9; ++i) {
+    EXPECT_EQ(segments[i]->width(), 2) << i;
+    EXPECT_EQ(segments[i]->x(), segments[i - 1]->x() + segments[i - 1]->width() + 1) << i;
+  }
+  EXPECT_LE(segments.back()->mapToScene(QPointF(2, 0)).x(), 1100 - 4);
+}
+
 class NoKinds : public Journey {
  protected:
   NoKinds() : Journey("empty/\n") {

@@ -1,5 +1,4 @@
 // The commands of the window: by their keys, and from the menu.
-#include <functional>
 #include <gmock/gmock.h>
 #include <memory>
 #include <string>
@@ -9,8 +8,7 @@
 #include <QQmlEngine>
 #include <QTest>
 
-#include "journeys/Journey.h"
-#include "support/WindowItems.h"
+#include "journeys/CommandJourney.h"
 
 namespace tessaly {
 namespace {
@@ -19,52 +17,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr const char* tree =
-    "Movies/\n"
-    "  beach.mp4 6M\n"
-    "notes.txt 2M\n";
-
-struct Keys {
-  Qt::Key key;
-  Qt::KeyboardModifiers modifiers;
-};
-
-constexpr Qt::KeyboardModifiers command = Qt::ControlModifier;
-constexpr Qt::KeyboardModifiers commandShift = Qt::ControlModifier | Qt::ShiftModifier;
-constexpr Qt::KeyboardModifiers commandOption = Qt::ControlModifier | Qt::AltModifier;
-
-class CommandJourney : public Journey {
- protected:
-  CommandJourney() : Journey(tree) {
-    for (const char* below : {"Movies", "notes.txt"}) machine_.trash.put(tree_.at(below), below);
-    session().scanHome();
-    finishScan();
-  }
-
-  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
-  bool isMenuOpen() { return shows("menuRows"); }
-  QQuickItem* rowOf(const QString& title) {
-    settle(window());
-    for (QQuickItem* row : itemsNamed(window().contentItem(), QStringLiteral("menuCommand")))
-      if (row->property("text") == title) return row;
-    ADD_FAILURE() << "the menu has no " << title.toStdString();
-    return nullptr;
-  }
-
-  void choose(const char* title) {
-    press(Qt::Key_F10);
-    ASSERT_TRUE(isMenuOpen());
-    if (QQuickItem* row = rowOf(QString::fromUtf8(title))) {
-      EXPECT_TRUE(row->isEnabled()) << title;
-      clickAt(middleOf(row));
-    }
-    EXPECT_FALSE(isMenuOpen());
-  }
-};
-
 // Each command that has keys, by them and from the menu.
 class Commands : public CommandJourney, public testing::WithParamInterface<bool> {
  protected:
+  Commands() { scan(); }
+
   void give(const char* title, Keys keys) {
     if (GetParam()) {
       press(keys.key, keys.modifiers);
@@ -187,6 +144,8 @@ INSTANTIATE_TEST_SUITE_P(Both, Commands, testing::Bool(), [](const auto& way) {
 
 class Menu : public CommandJourney {
  protected:
+  Menu() { scan(); }
+
   QQuickItem* highlighted() {
     QQuickItem* const now = window().activeFocusItem();
     return now != nullptr && now->property("highlighted").toBool() ? now : nullptr;
@@ -261,6 +220,43 @@ TEST_F(Menu, opens_by_its_button_and_gives_the_keyboard_back) {
   EXPECT_EQ(highlightedText(), "Search Files…");
   press(Qt::Key_Escape);
   EXPECT_EQ(window().activeFocusItem(), item("openMenu"));
+}
+
+TEST_F(Menu, is_opened_and_put_away_by_f10) {
+  tabTo("watch");
+  press(Qt::Key_F10);
+  EXPECT_TRUE(isMenuOpen());
+  press(Qt::Key_F10);
+  EXPECT_FALSE(isMenuOpen());
+  EXPECT_EQ(window().activeFocusItem(), item("watch"));
+}
+
+TEST_F(Menu, leaves_the_keyboard_to_the_question_that_it_raises) {
+  machine_.trash.put(tree_.path());
+  session().setFocused(session().current());
+  tabTo("watch");
+  press(Qt::Key_F10);
+  goTo("Move Focused to Trash");
+  press(Qt::Key_Return);
+  EXPECT_FALSE(isMenuOpen());
+  ASSERT_TRUE(shows("protectedLocation"));
+  EXPECT_TRUE(item("dismiss")->hasActiveFocus());
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("protectedLocation"));
+  EXPECT_EQ(window().activeFocusItem(), item("watch"));
+  EXPECT_TRUE(machine_.trash.has(tree_.path()));
+}
+
+TEST_F(Menu, leaves_the_keyboard_to_the_card_that_it_opens) {
+  tabTo("watch");
+  press(Qt::Key_F10);
+  goTo("Search Files…");
+  press(Qt::Key_Return);
+  ASSERT_TRUE(shows("search"));
+  EXPECT_TRUE(item("close")->hasActiveFocus());
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("search"));
+  EXPECT_EQ(window().activeFocusItem(), item("watch"));
 }
 
 TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
@@ -338,70 +334,6 @@ TEST_F(Menu, ends_the_program) {
   press(Qt::Key_F10);
   click("menuQuit");
   EXPECT_EQ(machine_.timesQuit, 2);
-}
-
-class CommandsUnder : public CommandJourney {
- protected:
-  // No keys of a command do anything, nor do those of the menu and the settings.
-  void expectSilence() {
-    session().setFocused(child(1));
-    const auto opened = folderPanel_.requests.size();
-    for (const Keys keys :
-         {Keys{Qt::Key_L, command}, Keys{Qt::Key_A, command}, Keys{Qt::Key_K, command},
-          Keys{Qt::Key_R, command}, Keys{Qt::Key_Y, command}, Keys{Qt::Key_C, commandShift},
-          Keys{Qt::Key_Backspace, command}, Keys{Qt::Key_Comma, command},
-          Keys{Qt::Key_F10, Qt::NoModifier}}) {
-      press(keys.key, keys.modifiers);
-    }
-    EXPECT_THAT(session().queue(), IsEmpty());
-    EXPECT_THAT(session().selected(), IsEmpty());
-    EXPECT_EQ(folderPanel_.requests.size(), opened);
-    EXPECT_EQ(session().status(), ScanStatus::complete);
-    EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
-    EXPECT_FALSE(machine_.pasteboard.text.has_value());
-    EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
-    EXPECT_FALSE(isMenuOpen());
-  }
-};
-
-TEST_F(CommandsUnder, the_gate_are_silent) {
-  application().access().setShowGate(true);
-  ASSERT_TRUE(shows("gate"));
-  expectSilence();
-  EXPECT_FALSE(shows("settings"));
-}
-
-TEST_F(CommandsUnder, a_question_are_silent) {
-  session().setCriticalWarning(child(0));
-  ASSERT_TRUE(shows("protectedLocation"));
-  expectSilence();
-  session().dismissWarning();
-  session().setMenuNode(child(0));
-  ASSERT_TRUE(shows("nodeMenu"));
-  expectSilence();
-}
-
-TEST_F(CommandsUnder, a_card_are_silent) {
-  const std::function<void(bool)> cards[] = {[this](bool open) { session().setAiOpen(open); },
-                                             [this](bool open) { session().setOcrOpen(open); },
-                                             [this](bool open) { session().setSearchOpen(open); }};
-  for (const auto& setOpen : cards) {
-    setOpen(true);
-    expectSilence();
-    setOpen(false);
-  }
-  press(Qt::Key_Comma, command);
-  ASSERT_TRUE(shows("settings"));
-  expectSilence();
-}
-
-TEST_F(CommandsUnder, the_search_cannot_be_had_from_the_menu_either) {
-  session().setSearchOpen(true);
-  click("openMenu");
-  ASSERT_TRUE(isMenuOpen());
-  for (QQuickItem* row : itemsNamed(window().contentItem(), QStringLiteral("menuCommand")))
-    EXPECT_FALSE(row->isEnabled()) << row->property("text").toString().toStdString();
-  EXPECT_TRUE(item("menuQuit")->isEnabled());
 }
 
 }  // namespace

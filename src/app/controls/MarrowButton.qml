@@ -33,6 +33,8 @@ T.Button {
     Accessible.focusable: true
     Accessible.onPressAction: control.press()
 
+    // With Control, Alt or Meta it is a command's key, even while the command cannot be had.
+    Keys.onSpacePressed: event => event.accepted = (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)) !== 0
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) control.press() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) control.press() }
 

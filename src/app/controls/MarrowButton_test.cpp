@@ -51,6 +51,19 @@ TEST_P(MarrowButton, is_pressed_by_space_and_by_return) {
   EXPECT_EQ(clicked.count(), 3);
 }
 
+TEST_P(MarrowButton, leaves_space_with_other_keys_to_the_commands) {
+  scene_.activate();
+  QTest::keyClick(&scene_.view(), Qt::Key_Tab);
+  const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
+  for (const auto modifiers :
+       {Qt::KeyboardModifiers(Qt::ControlModifier | Qt::ShiftModifier),
+        Qt::KeyboardModifiers(Qt::ControlModifier), Qt::KeyboardModifiers(Qt::AltModifier),
+        Qt::KeyboardModifiers(Qt::MetaModifier)})
+    QTest::keyClick(&scene_.view(), Qt::Key_Space, modifiers);
+  EXPECT_EQ(clicked.count(), 0);
+  EXPECT_FALSE(scene_.control()->property("pressed").toBool());
+}
+
 TEST_P(MarrowButton, does_nothing_while_disabled) {
   scene_.activate();
   QTest::keyClick(&scene_.view(), Qt::Key_Tab);

@@ -129,7 +129,11 @@ FocusScope {
             rows.goToFirst()
         else if (event.key === Qt.Key_End)
             rows.goToLast()
-        else if (event.text !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)))
+        else if (event.key === Qt.Key_F10 || event.key === Qt.Key_Menu) {
+            // What opens a menu puts it away too.
+            if (!event.isAutoRepeat)
+                rows.closeAsked()
+        } else if (event.text !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)))
             rows.goToLetter(event.text)
         // The keyboard stays in the menu as long as it is open.
         event.accepted = true

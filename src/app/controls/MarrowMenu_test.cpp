@@ -232,6 +232,19 @@ TEST_F(MarrowMenu, leaves_with_escape_which_nobody_else_hears) {
   EXPECT_EQ(scene_.read("", "escapes").toInt(), 1);
 }
 
+TEST_F(MarrowMenu, leaves_with_the_keys_that_open_menus) {
+  for (const Qt::Key key : {Qt::Key_F10, Qt::Key_Menu}) {
+    open();
+    // As a keyboard repeats the key that has opened it, and is still held.
+    QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(&scene_.view(), &repeated);
+    EXPECT_TRUE(isOpen());
+    press(key);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(log(), "");
+  }
+}
+
 TEST_F(MarrowMenu, lets_no_key_through_while_it_is_open) {
   open();
   press(Qt::Key_Tab);

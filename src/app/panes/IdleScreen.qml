@@ -26,6 +26,7 @@ Item {
             shadowOffset: 6
 
             Symbol {
+                objectName: "emblemSymbol"
                 anchors.centerIn: parent
                 name: "externaldrive.fill"
                 size: 40

@@ -8,6 +8,8 @@ Column {
     id: bar
 
     property alias node: slices.node
+    // As far as the segments may go where their gaps bring them beyond the bar.
+    property real room: width
     readonly property alias empty: slices.empty
 
     visible: !slices.empty
@@ -21,8 +23,10 @@ Column {
     }
 
     Row {
+        id: segments
+
         objectName: "segments"
-        width: parent.width
+        width: slices.empty ? bar.width : slices.barWidth(bar.width, bar.room)
         spacing: 1
 
         Repeater {
@@ -32,7 +36,10 @@ Column {
                 required property color kindColor
                 required property real fraction
 
-                width: Math.max(2, fraction * (parent ? parent.width : 0))
+                objectName: "segment"
+                // qmllint disable unqualified
+                width: slices.segmentWidth(fraction, segments.width)
+                // qmllint enable unqualified
                 height: 10
                 radius: Math.min(3, width / 2)
                 color: kindColor
@@ -55,10 +62,12 @@ Column {
                 required property string word
                 required property string percentText
 
+                objectName: "entry"
                 visible: index < 6
                 spacing: 4
 
                 RoundedPanel {
+                    objectName: "dot"
                     anchors.verticalCenter: parent.verticalCenter
                     width: 5
                     height: 5

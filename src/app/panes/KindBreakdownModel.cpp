@@ -1,5 +1,7 @@
 #include "app/panes/KindBreakdownModel.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 
 #include <QColor>
@@ -40,6 +42,33 @@ QString KindBreakdownModel::summary() const {
   for (const auto& slice : slices_)
     parts << word(slice.kind) + QLatin1Char(' ') + percentText(slice.fraction);
   return parts.join(QStringLiteral(", "));
+}
+
+double KindBreakdownModel::segmentWidth(double fraction, double barWidth) {
+  return std::max(leastWidth, fraction * barWidth);
+}
+
+double KindBreakdownModel::barWidth(double wanted, double room) const {
+  if (slices_.empty()) return wanted;
+  const double gaps = gap * static_cast<double>(slices_.size() - 1);
+  double width = wanted;
+  // As the bar gets narrower more segments come to their least width, which the others pay for.
+  for (std::size_t round = 0; round <= slices_.size(); ++round) {
+    double end = gaps;
+    double fixed = gaps;
+    double shares = 0;
+    for (const KindSlice& slice : slices_) {
+      const double segment = segmentWidth(slice.fraction, width);
+      end += segment;
+      if (segment > leastWidth)
+        shares += slice.fraction;
+      else
+        fixed += leastWidth;
+    }
+    if (end <= room || shares <= 0) break;
+    width = std::max(0.0, (room - fixed) / shares);
+  }
+  return width;
 }
 
 int KindBreakdownModel::rowCount(const QModelIndex& parent) const {

@@ -20,6 +20,7 @@ Item {
         Symbol {
             id: symbol
 
+            objectName: "folder"
             anchors.verticalCenter: parent.verticalCenter
             name: "folder.fill"
             size: 11
@@ -92,6 +93,7 @@ Item {
         x: row.x
         y: row.y + row.height + 8
         width: parent.width - 2 * x
+        room: width + x - 4
         node: header.map.node
     }
 }

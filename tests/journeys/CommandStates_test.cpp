@@ -1,0 +1,247 @@
+// What the commands can do and what they cannot, as the program goes from one state to another.
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <gmock/gmock.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "journeys/CommandJourney.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const std::vector<std::string> always = {"Search Files…", "Quick Search", "Queue Focused Item",
+                                         "Quick Look",    "Copy Path",    "Move Focused to Trash"};
+
+class CommandStates : public CommandJourney {
+ protected:
+  // All that the commands could have changed.
+  struct State {
+    ScanStatus status;
+    std::size_t depth;
+    std::size_t queued;
+    std::size_t selected;
+    bool isWatching;
+    bool searches;
+    std::size_t putBack;
+    std::size_t foldersAsked;
+    std::size_t placesAsked;
+    std::size_t previews;
+    std::optional<std::string> copied;
+    bool hasFilm;
+
+    bool operator==(const State&) const = default;
+  };
+
+  State state() {
+    return {.status = session().status(),
+            .depth = session().stack().size(),
+            .queued = session().queue().size(),
+            .selected = session().selected().size(),
+            .isWatching = session().watching(),
+            .searches = session().searchOpen(),
+            .putBack = session().lastTrashed().size(),
+            .foldersAsked = folderPanel_.requests.size(),
+            .placesAsked = machine_.savePanel.requests.size(),
+            .previews = machine_.previewPanel.shown.size(),
+            .copied = machine_.pasteboard.text,
+            .hasFilm = machine_.trash.has(tree_.at("Movies/beach.mp4"))};
+  }
+
+  // The keys of the commands but for those in `except`, each of which must change nothing.
+  void expectSilence(const std::vector<Qt::Key>& except = {}) {
+    const State before = state();
+    for (const Keys keys :
+         {Keys{Qt::Key_F, command}, Keys{Qt::Key_Space, commandShift},
+          Keys{Qt::Key_L, commandShift}, Keys{Qt::Key_K, command}, Keys{Qt::Key_W, commandOption},
+          Keys{Qt::Key_E, commandShift}, Keys{Qt::Key_BracketLeft, command},
+          Keys{Qt::Key_R, command}, Keys{Qt::Key_L, command}, Keys{Qt::Key_Y, command},
+          Keys{Qt::Key_A, command}, Keys{Qt::Key_C, commandShift}, Keys{Qt::Key_Z, commandOption},
+          Keys{Qt::Key_Backspace, command}}) {
+      if (std::find(except.begin(), except.end(), keys.key) != except.end()) continue;
+      press(keys.key, keys.modifiers);
+      EXPECT_TRUE(state() == before) << "key " << keys.key;
+    }
+  }
+
+  // A state in which each of the fifteen has something to act on.
+  void preparesAll() {
+    scan();
+    session().setFocused(child(1));
+    session().trashFocused();
+    finishScan();
+    session().open(child(0));
+    session().selectNodes({child(0)}, false);
+    session().setFocused(child(0));
+    settle(window());
+  }
+
+  std::vector<std::string> offeredByTheMenu() {
+    press(Qt::Key_F10);
+    EXPECT_TRUE(isMenuOpen());
+    std::vector<std::string> titles = offered();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isMenuOpen());
+    return titles;
+  }
+};
+
+TEST_F(CommandStates, before_any_scan_need_no_tree) {
+  EXPECT_THAT(offeredByTheMenu(), ElementsAreArray(always));
+  expectSilence({Qt::Key_F, Qt::Key_Space});
+  EXPECT_TRUE(shows("idleScreen"));
+  press(Qt::Key_F, command);
+  EXPECT_TRUE(shows("search"));
+}
+
+TEST_F(CommandStates, during_the_first_scan_need_no_tree) {
+  session().scanHome();
+  EXPECT_TRUE(shows("scanningScreen"));
+  EXPECT_THAT(offeredByTheMenu(), ElementsAreArray(always));
+  expectSilence({Qt::Key_F, Qt::Key_Space});
+  finishScan();
+  EXPECT_TRUE(shows("canvas"));
+}
+
+TEST_F(CommandStates, with_a_tree_alone_act_on_it) {
+  scan();
+  EXPECT_THAT(offeredByTheMenu(),
+              ElementsAre("Search Files…", "Quick Search", "Compare Folder…", "Watch Folder",
+                          "Rescan", "Queue Focused Item", "Quick Look", "Select All Visible",
+                          "Copy Path", "Export JSON…", "Move Focused to Trash"));
+}
+
+TEST_F(CommandStates, can_all_be_had_where_there_is_something_for_each) {
+  preparesAll();
+  EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
+}
+
+TEST_F(CommandStates, during_a_later_scan_are_as_before_but_for_rescan) {
+  preparesAll();
+  press(Qt::Key_R, command);
+  ASSERT_TRUE(shows("banner"));
+  EXPECT_THAT(offeredByTheMenu(), SizeIs(14));
+  press(Qt::Key_F10);
+  EXPECT_FALSE(rowOf("Rescan")->isEnabled());
+  press(Qt::Key_Escape);
+  // Would begin anew a scan that is overtaken, and the one that runs would bring nothing home.
+  press(Qt::Key_R, command);
+  finishScan();
+  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_THAT(offeredByTheMenu(), testing::Contains("Rescan"));
+}
+
+TEST_F(CommandStates, after_a_scan_that_failed_try_it_again) {
+  session().scan(tree_.at("gone"));
+  finishScan();
+  ASSERT_TRUE(shows("failedScreen"));
+  EXPECT_THAT(offeredByTheMenu(), testing::Contains("Rescan"));
+  tree_.plant("gone/\n  film 1M\n");
+  press(Qt::Key_R, command);
+  finishScan();
+  EXPECT_TRUE(shows("canvas"));
+  EXPECT_EQ(session().current()->path(), tree_.at("gone"));
+}
+
+TEST_F(CommandStates, act_beside_the_open_queue) {
+  preparesAll();
+  session().addToQueue(child(0));
+  ASSERT_TRUE(shows("cleanupQueue"));
+  EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
+  press(Qt::Key_BracketLeft, command);
+  EXPECT_THAT(session().stack(), SizeIs(1));
+}
+
+TEST_F(CommandStates, act_in_another_pane_as_on_the_map) {
+  preparesAll();
+  session().setPane(MainPane::apps);
+  EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
+  press(Qt::Key_L, command);
+  EXPECT_THAT(session().queue(), SizeIs(1));
+}
+
+// What comes before the window, and the name under which it shows.
+struct Layer {
+  const char* name;
+  std::function<void(Application&)> open;
+};
+
+class CommandsUnder : public CommandStates, public testing::WithParamInterface<Layer> {
+ protected:
+  CommandsUnder() {
+    preparesAll();
+    GetParam().open(application());
+    EXPECT_TRUE(shows(GetParam().name));
+  }
+};
+
+TEST_P(CommandsUnder, it_are_silent) {
+  expectSilence();
+  EXPECT_TRUE(shows(GetParam().name));
+}
+
+TEST_P(CommandsUnder, it_leave_menu_and_settings_where_they_are) {
+  press(Qt::Key_F10);
+  EXPECT_FALSE(isMenuOpen());
+  const bool areSettingsOpen = shows("settings");
+  press(Qt::Key_Comma, command);
+  EXPECT_EQ(shows("settings"), areSettingsOpen);
+  EXPECT_TRUE(shows(GetParam().name));
+}
+
+TEST_P(CommandsUnder, it_cannot_be_had_from_the_menu_either) {
+  // Where the button can be reached at all.
+  clickAt(middleOf(item("openMenu")));
+  EXPECT_EQ(isMenuOpen(), std::string(GetParam().name) == "search");
+  EXPECT_THAT(offered(), IsEmpty());
+}
+
+TEST_P(CommandsUnder, it_leave_the_way_out) {
+  press(Qt::Key_Q, command);
+  EXPECT_EQ(machine_.timesQuit, 1);
+  press(Qt::Key_W, command);
+  EXPECT_FALSE(window().isVisible());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Layers, CommandsUnder,
+    testing::Values(
+        Layer{"gate", [](Application& program) { program.access().setShowGate(true); }},
+        Layer{"protectedLocation",
+              [](Application& program) {
+                program.session().setCriticalWarning(program.session().current());
+              }},
+        Layer{"nodeMenu",
+              [](Application& program) {
+                program.session().setMenuNode(program.session().current());
+              }},
+        Layer{"search", [](Application& program) { program.session().setSearchOpen(true); }},
+        Layer{"assistant", [](Application& program) { program.session().setAiOpen(true); }},
+        Layer{"inbox", [](Application& program) { program.session().setOcrOpen(true); }}),
+    [](const auto& layer) { return std::string(layer.param.name); });
+
+class CommandsUnderSettings : public CommandStates {};
+
+TEST_F(CommandsUnderSettings, are_silent_until_they_are_put_away) {
+  preparesAll();
+  press(Qt::Key_Comma, command);
+  ASSERT_TRUE(shows("settings"));
+  expectSilence();
+  press(Qt::Key_F10);
+  EXPECT_FALSE(isMenuOpen());
+  EXPECT_TRUE(shows("settings"));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(shows("settings"));
+  press(Qt::Key_BracketLeft, command);
+  EXPECT_THAT(session().stack(), SizeIs(1));
+}
+
+}  // namespace
+}  // namespace tessaly
