@@ -1,4 +1,5 @@
 // What can be done with one item: the menu that asks.
+#include <filesystem>
 #include <gmock/gmock.h>
 
 #include "journeys/Journey.h"
@@ -95,6 +96,20 @@ TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
   EXPECT_FALSE(machine_.trash.has(tree_.at("Movies")));
   EXPECT_EQ(session().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("putBack"));
+}
+
+TEST_F(NodeMenuJourney, holds_the_item_that_it_asks_about_through_a_rescan) {
+  const std::string odd = tree_.at("caf\xE9.zip");
+  machine_.trash.put(odd, "archive");
+  askAbout("caf\xE9.zip");
+  std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
+  session().rescan();
+  finishScan();
+  ASSERT_EQ(session().current()->children()[0].path(), odd);
+  EXPECT_EQ(text("menuTitle"), QStringLiteral("caf\uFFFD.zip"));
+  click("menuTrash");
+  EXPECT_FALSE(machine_.trash.has(odd));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
 TEST_F(NodeMenuJourney, goes_away_by_cancel_and_by_escape_and_does_nothing) {

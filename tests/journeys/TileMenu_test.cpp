@@ -95,6 +95,20 @@ TEST_F(TileMenuJourney, holds_the_item_that_was_clicked_through_a_rescan) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
+TEST_F(TileMenuJourney, queues_the_item_that_was_clicked_after_a_rescan) {
+  secondaryClick(tilePoint("caf\xE9.zip"));
+  std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
+  session().rescan();
+  finishScan();
+  ASSERT_EQ(session().current()->children()[0].path(), odd_);
+  click("tileQueue");
+  ASSERT_THAT(session().queue(), SizeIs(1));
+  EXPECT_EQ(session().queue().front().path(), odd_);
+  click("moveToTrash");
+  EXPECT_FALSE(machine_.trash.has(odd_));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
+}
+
 TEST_F(TileMenuJourney, goes_away_by_escape_and_by_a_press_elsewhere_and_does_nothing) {
   secondaryClick(tilePoint("caf\xE9.zip"));
   EXPECT_TRUE(shows("tileReveal"));

@@ -139,6 +139,19 @@ TEST_F(ProtectedLocation, goes_to_the_trash_when_the_warning_is_overruled) {
   EXPECT_EQ(session().status(), ScanStatus::scanning);
 }
 
+TEST_F(ProtectedLocation, is_the_same_after_a_rescan) {
+  session().setCriticalWarning(session().current()->children()[0]);
+  ASSERT_EQ(session().criticalWarning()->path(), tree_.at("Movies"));
+  std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
+  session().rescan();
+  finishScan();
+  ASSERT_NE(session().current()->children()[0].path(), tree_.at("Movies"));
+  click("overrule");
+  EXPECT_FALSE(machine_.trash.has(tree_.at("Movies")));
+  for (const char* other : {"Code", "notes.txt", "caf\xE9.zip"})
+    EXPECT_TRUE(machine_.trash.has(tree_.at(other))) << other;
+}
+
 TEST_F(ProtectedLocation, keeps_the_keyboard_to_itself_while_it_is_asked_about) {
   askForTheHome();
   for (int i = 0; i < 4; ++i) {

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include <QTest>
+
 #include "journeys/Journey.h"
 #include "platform/Process.h"
 #include "platform/linux/trash/UserTrashMover.h"
@@ -91,6 +93,90 @@ TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
   EXPECT_TRUE(contentsOf(tree_.path()) == before);
   finishScan();
   EXPECT_THAT(session().current()->children(), SizeIs(3));
+}
+
+// Each tile has another's place after the scan, and there is one that was not there before.
+class ZipAfterRescan : public ZipJourney {
+ protected:
+  void scanOtherwise() {
+    putFile(tree_.at("caf\xE9.zip"), std::string(20 << 20, 'z'));
+    putFile(tree_.at("newcomer"), std::string(9 << 20, 'c'));
+    putFile(tree_.at("-notes\n"), "little");
+    session().rescan();
+    finishScan();
+    ASSERT_THAT(session().current()->children(), SizeIs(3));
+    ASSERT_EQ(session().current()->children()[0].path(), tree_.at("caf\xE9.zip"));
+  }
+  void finishArchive() {
+    dispatch_.drain(Dispatch::Queue::userInitiated);
+    dispatch_.step(Dispatch::Queue::main);
+    EXPECT_EQ(text("toast"), QStringLiteral("Archived to out.zip"));
+    finishScan();
+  }
+};
+
+TEST_F(ZipAfterRescan, takes_what_was_selected_before_and_nothing_else) {
+  clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  scanOtherwise();
+  EXPECT_EQ(text("zipSelection"), QStringLiteral("Zip (2)"));
+  click("zipSelection");
+  finishArchive();
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip", "newcomer"));
+  EXPECT_THAT(entriesOf(state.at("kept")), ElementsAre("out.zip"));
+  const auto archived = unpacked();
+  EXPECT_EQ(archived.size(), 5U);
+  EXPECT_EQ(archived.at("-notes\n"), "little");
+  EXPECT_TRUE(archived.contains("Movies/cut/end.mp4"));
+}
+
+TEST_F(ZipAfterRescan, takes_what_was_queued_before_and_nothing_else) {
+  clickHolding(Qt::ControlModifier, tilePoint("-notes\n"));
+  scanOtherwise();
+  click("zipThenTrash");
+  finishArchive();
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("Movies", "caf\xE9.zip", "newcomer"));
+  EXPECT_EQ(unpacked(), (std::map<std::string, std::string>{{"-notes\n", "little"}}));
+  EXPECT_FALSE(shows("cleanupQueue"));
+}
+
+TEST_F(ZipAfterRescan, takes_the_tile_whose_menu_was_open_before) {
+  QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, tilePoint("-notes\n"));
+  scanOtherwise();
+  click("tileZip");
+  EXPECT_EQ(text("toast"), QStringLiteral("Zipping 1 item…"));
+  finishArchive();
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("Movies", "caf\xE9.zip", "newcomer"));
+  EXPECT_EQ(unpacked(), (std::map<std::string, std::string>{{"-notes\n", "little"}}));
+}
+
+TEST_F(ZipAfterRescan, leaves_alone_what_took_the_place_of_what_is_gone) {
+  clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  fs::remove_all(tree_.at("Movies"));
+  session().rescan();
+  finishScan();
+  ASSERT_THAT(session().current()->children(), SizeIs(2));
+  click("zipSelection");
+  EXPECT_EQ(text("toast"), QStringLiteral("Zipping 1 item…"));
+  finishArchive();
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
+}
+
+TEST_F(ZipJourney, refuses_a_protected_place_with_all_that_is_selected_beside_it) {
+  const auto before = contentsOf(tree_.path());
+  clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
+  session().selectNodes({*session().current()}, true);
+  click("zipSelection");
+  EXPECT_TRUE(shows("protectedLocation"));
+  EXPECT_EQ(text("alertMessage"),
+            QStringLiteral("Your home folder\n\n") + QString::fromStdString(tree_.path()));
+  EXPECT_TRUE(machine_.savePanel.requests.empty());
+  click("dismiss");
+  EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0U);
+  EXPECT_TRUE(contentsOf(tree_.path()) == before);
+  EXPECT_FALSE(fs::exists(archive()));
+  EXPECT_THAT(session().selectedNodes(), SizeIs(2));
 }
 
 TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {

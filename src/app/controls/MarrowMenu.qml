@@ -37,8 +37,8 @@ T.Popup {
     padding: 4
     margins: 8
     focus: true
+    // What lies under it is not even pointed at.
     modal: true
-    dim: false
     closePolicy: T.Popup.CloseOnPressOutside
     onAboutToShow: {
         previousFocus = parent !== null ? parent.Window.activeFocusItem : null

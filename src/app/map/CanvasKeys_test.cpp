@@ -2,6 +2,8 @@
 #include <QKeyEvent>
 
 #include "app/map/CanvasFixture_test.h"
+#include "app/map/TileNeighbour.h"
+#include "app/map/TooltipPlacement.h"
 
 namespace tessaly {
 namespace {
@@ -16,7 +18,21 @@ class CanvasKeysTest : public CanvasFixture {
       if (type == QEvent::KeyPress) wasTaken_ = isTaken_;
     }
   }
+  // As often as a key that is held down repeats itself.
+  void hold(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    for (const bool isRepeat : {false, true, true}) {
+      QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), isRepeat);
+      QCoreApplication::sendEvent(&window_, &event);
+      wasTaken_ = event.isAccepted();
+    }
+  }
   void comeByTab() { canvas_->forceActiveFocus(Qt::TabFocusReason); }
+  // The middle of what can be seen of the tile itself.
+  QPointF middleOf(std::string_view path) const {
+    const Rect face =
+        TileNeighbour::faceOf(canvas_->tiles()[canvas_->tiles().find(path).value()].rect);
+    return {face.x + face.width / 2, face.y + face.height / 2};
+  }
   // The tile that looks as if the pointer were on it.
   std::string highlighted() const { return canvas_->hoverPath().value_or(""); }
 
@@ -31,6 +47,27 @@ TEST_F(CanvasKeysTest, come_to_the_first_tile) {
   EXPECT_EQ(focusedPath(), "/r/docs");
   EXPECT_EQ(canvas_->keyboardTile(), 0);
   EXPECT_EQ(textOf("tooltipName"), "docs");
+}
+
+TEST_F(CanvasKeysTest, come_to_a_tile_from_behind_as_well) {
+  canvas_->forceActiveFocus(Qt::BacktabFocusReason);
+  EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, show_the_tooltip_beside_the_middle_of_what_is_seen_of_the_tile) {
+  comeByTab();
+  EXPECT_TRUE(item("mapTooltip")->isVisible());
+  EXPECT_EQ(item("mapTooltip")->position(),
+            TooltipPlacement::topLeft(middleOf("/r/docs"), canvas_->size()));
+  key(Qt::Key_Down);
+  EXPECT_EQ(item("mapTooltip")->position(),
+            TooltipPlacement::topLeft(middleOf("/r/docs/a.pdf"), canvas_->size()));
+}
+
+TEST_F(CanvasKeysTest, come_to_no_tile_whose_name_only_begins_like_the_path) {
+  session_.setFocused(fileNode("/r/film.mp4.part", 3));
+  comeByTab();
+  EXPECT_EQ(highlighted(), "/r/docs");
 }
 
 TEST_F(CanvasKeysTest, come_to_what_has_the_focus) {
@@ -56,6 +93,30 @@ TEST_F(CanvasKeysTest, go_from_tile_to_tile) {
   EXPECT_EQ(highlighted(), "/r/film.mp4");
   key(Qt::Key_Left);
   EXPECT_NE(highlighted(), "/r/film.mp4");
+}
+
+TEST_F(CanvasKeysTest, go_by_the_arrows_of_the_keypad_too) {
+  comeByTab();
+  key(Qt::Key_Down, Qt::KeypadModifier);
+  EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+}
+
+TEST_F(CanvasKeysTest, show_with_the_first_arrow_only_where_they_are) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  canvas_->forceActiveFocus(Qt::MouseFocusReason);
+  ASSERT_EQ(highlighted(), "");
+  key(Qt::Key_Left);
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+  key(Qt::Key_Left);
+  EXPECT_NE(highlighted(), "/r/film.mp4");
+}
+
+TEST_F(CanvasKeysTest, act_on_what_is_there_and_not_on_what_is_still_drawn) {
+  comeByTab();
+  canvas_->setNode(NodeHandle(
+      folderNode("/s", 100, {folderNode("/s/new", 100, {fileNode("/s/new/one", 100)})})));
+  key(Qt::Key_Return);
+  EXPECT_EQ(opened_, std::vector<std::string>{"/s/new"});
 }
 
 TEST_F(CanvasKeysTest, stay_at_the_border) {
@@ -96,6 +157,47 @@ TEST_F(CanvasKeysTest, select_with_shift_and_queue_with_command) {
   EXPECT_EQ(session_.queue()[0].path(), "/r/docs");
 }
 
+TEST_F(CanvasKeysTest, act_once_however_long_return_is_held) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  hold(Qt::Key_Return);
+  EXPECT_TRUE(wasTaken_);
+  EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
+  hold(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  hold(Qt::Key_Enter, Qt::ShiftModifier);
+  EXPECT_TRUE(session_.selected().empty());
+}
+
+TEST_F(CanvasKeysTest, go_on_while_an_arrow_is_held) {
+  comeByTab();
+  hold(Qt::Key_Right);
+  const std::string there = highlighted();
+  key(Qt::Key_Right);
+  EXPECT_EQ(highlighted(), there);
+  EXPECT_NE(there, "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, do_nothing_while_a_band_is_drawn) {
+  comeByTab();
+  press(on("/r/film.mp4"));
+  dragTo(on("/r/docs/a.pdf"));
+  ASSERT_EQ(highlighted(), "");
+  for (const int pressed : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Menu}) {
+    key(pressed);
+    EXPECT_TRUE(wasTaken_);
+    EXPECT_EQ(highlighted(), "");
+  }
+  QQuickItem other(window_.contentItem());
+  other.forceActiveFocus(Qt::TabFocusReason);
+  comeByTab();
+  EXPECT_EQ(highlighted(), "");
+  EXPECT_TRUE(canvas_->hasActiveFocus());
+  EXPECT_TRUE(opened_.empty());
+  release(on("/r/docs/a.pdf"));
+  EXPECT_FALSE(session_.selected().empty());
+}
+
 TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
   session_.setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
@@ -111,6 +213,15 @@ TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
   EXPECT_TRUE(asked.empty());
   key(Qt::Key_F10, Qt::ShiftModifier);
   EXPECT_EQ(asked, std::vector<std::string>{"/r/film.mp4"});
+}
+
+TEST_F(CanvasKeysTest, ask_for_the_menu_in_the_header_of_a_folder) {
+  comeByTab();
+  std::optional<QPointF> asked;
+  QObject::connect(canvas_.get(), &TreemapSurface::tileMenuAsked,
+                   [&](const NodeHandle&, QPointF place) { asked = place; });
+  key(Qt::Key_Menu);
+  EXPECT_EQ(asked, middleOf("/r/docs"));
 }
 
 TEST_F(CanvasKeysTest, open_the_menu_and_come_back_from_it) {
@@ -168,6 +279,25 @@ TEST_F(CanvasKeysTest, come_back_from_a_menu_to_where_they_were) {
   menu.forceActiveFocus(Qt::PopupFocusReason);
   canvas_->forceActiveFocus(Qt::PopupFocusReason);
   EXPECT_EQ(highlighted(), "/r/docs");
+}
+
+TEST_F(CanvasKeysTest, come_back_from_the_menu_of_the_window_to_where_they_were) {
+  QQuickItem menu(window_.contentItem());
+  comeByTab();
+  key(Qt::Key_Down);
+  menu.forceActiveFocus(Qt::MenuBarFocusReason);
+  EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+}
+
+TEST_F(CanvasKeysTest, come_back_from_another_program_to_where_they_were) {
+  comeByTab();
+  key(Qt::Key_Down);
+  for (const auto type : {QEvent::FocusOut, QEvent::FocusIn}) {
+    QFocusEvent event(type, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&window_, &event);
+    EXPECT_EQ(canvas_->hasActiveFocus(), type == QEvent::FocusIn);
+    EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+  }
 }
 
 TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {

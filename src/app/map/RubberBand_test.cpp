@@ -271,6 +271,18 @@ TEST_F(RubberBandTest, takes_escape_from_the_window_only_while_it_is_drawn) {
   EXPECT_FALSE(after.isAccepted());
 }
 
+TEST_F(RubberBandTest, goes_on_when_another_button_is_pressed_and_released) {
+  dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
+  const QPointF end = endOn("/r/docs/b.pdf");
+  send(QEvent::MouseButtonPress, end, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
+  send(QEvent::MouseButtonRelease, end, Qt::RightButton, Qt::LeftButton);
+  draw();
+  EXPECT_TRUE(canvas_->band().band().has_value());
+  EXPECT_EQ(selectedNodes(), Paths{});
+  release(end);
+  EXPECT_EQ(selectedNodes(), (Paths{"/r/docs/a.pdf", "/r/docs/b.pdf"}));
+}
+
 TEST_F(RubberBandTest, selects_a_whole_folder_by_its_header) {
   const Rect folder = rectOf("/r/docs");
   press({folder.x + 5, folder.y + 3});

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QKeyEvent>
 
 #include "app/map/CanvasFixture_test.h"
 
@@ -82,6 +83,49 @@ TEST_F(TileElements, know_which_of_them_the_keyboard_is_on) {
   canvas_->forceActiveFocus(Qt::TabFocusReason);
   EXPECT_TRUE(element("docs")->state().focused);
   EXPECT_FALSE(element("film.mp4")->state().focused);
+}
+
+TEST_F(TileElements, have_the_keyboard_one_after_the_other_and_none_once_the_pointer_moves) {
+  canvas_->forceActiveFocus(Qt::TabFocusReason);
+  QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+  QCoreApplication::sendEvent(&window_, &down);
+  EXPECT_TRUE(element("a.pdf")->state().focused);
+  EXPECT_FALSE(element("docs")->state().focused);
+  moveTo(on("/r/film.mp4"));
+  EXPECT_FALSE(element("a.pdf")->state().focused);
+  EXPECT_FALSE(element("film.mp4")->state().focused);
+}
+
+TEST_F(TileElements, lend_the_keyboard_to_their_menu) {
+  canvas_->forceActiveFocus(Qt::TabFocusReason);
+  for (const int pressed : {Qt::Key_Menu, Qt::Key_Escape}) {
+    QKeyEvent event(QEvent::KeyPress, pressed, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window_, &event);
+    EXPECT_EQ(element("docs")->state().focused, pressed == Qt::Key_Escape);
+  }
+}
+
+TEST_F(TileElements, can_have_the_keyboard_and_be_chosen_and_pressed) {
+  const QAccessible::State state = element("film.mp4")->state();
+  EXPECT_TRUE(state.focusable);
+  EXPECT_TRUE(state.checkable);
+  const QStringList actions = element("film.mp4")->actionInterface()->actionNames();
+  EXPECT_TRUE(actions.contains(QAccessibleActionInterface::pressAction()));
+  EXPECT_TRUE(actions.contains(QAccessibleActionInterface::toggleAction()));
+}
+
+TEST_F(TileElements, act_on_their_own_node_whatever_came_meanwhile) {
+  QAccessibleInterface* const film = element("film.mp4");
+  canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
+  film->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+}
+
+TEST_F(TileElements, tell_no_share_where_the_parent_has_no_size) {
+  canvas_->setNode(NodeHandle(folderNode("/r", 0, {fileNode("/r/left", 100)})));
+  draw();
+  ASSERT_NE(element("left"), nullptr);
+  EXPECT_EQ(element("left")->text(QAccessible::Description), QStringLiteral("100 B, File"));
 }
 
 TEST_F(TileElements, let_the_pointer_through) {

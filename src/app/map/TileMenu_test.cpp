@@ -124,6 +124,23 @@ TEST_F(TileMenuTest, acts_on_the_node_that_was_clicked_after_another_tree_has_co
   EXPECT_EQ(session_.queue().front().size(), 300);
 }
 
+TEST_F(TileMenuTest, keeps_the_pointer_from_the_tiles_and_darkens_none) {
+  moveTo({1, 1});
+  draw();
+  const QImage plain = window_.grabWindow();
+  secondaryClick(on("/r/film.mp4"));
+  moveTo(on("/r/docs/a.pdf"));
+  draw();
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+  EXPECT_NE(canvas_->hoverPath(), "/r/docs/a.pdf");
+  const QPoint place = canvas_->mapToScene(on("/r/docs/a.pdf")).toPoint();
+  EXPECT_EQ(window_.grabWindow().pixel(place), plain.pixel(place));
+  QMetaObject::invokeMethod(menu(), "close");
+  draw();
+  moveTo(on("/r/docs/b.pdf"));
+  EXPECT_EQ(canvas_->hoverPath(), "/r/docs/b.pdf");
+}
+
 TEST_F(TileMenuTest, keeps_a_press_beside_it_from_the_tiles) {
   secondaryClick(on("/r/film.mp4"));
   click(on("/r/docs"));

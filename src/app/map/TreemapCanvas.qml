@@ -8,6 +8,8 @@ TreemapSurface {
     id: canvas
 
     required property NodeActions actions
+    // Its menu gives the keyboard back.
+    readonly property bool ownsKeyboard: activeFocus || tileMenu.visible
 
     objectName: "treemapCanvas"
     onTileMenuAsked: (node, place, byKeyboard) => tileMenu.ask(node, place, byKeyboard)

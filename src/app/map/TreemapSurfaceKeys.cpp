@@ -55,7 +55,9 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   if (!direction && !opens && !asksForMenu(event)) return false;
   // With a key held, arrows are nobody's here.
   if (direction && (event.modifiers() & ~Qt::KeypadModifier) != 0) return false;
-  if (tiles_.all().empty()) return true;
+  if (tiles_.all().empty() || gesture_.isDragging()) return true;
+  // A folder that opens must not hand the key on to what is in it.
+  if (opens && event.isAutoRepeat()) return true;
 
   // The first key only shows where the keyboard is, unless the pointer does.
   if (!hovered_) {
@@ -126,7 +128,7 @@ void TreemapSurface::focusInEvent(QFocusEvent* event) {
   QQuickItem::focusInEvent(event);
   if (event->reason() != Qt::TabFocusReason && event->reason() != Qt::BacktabFocusReason) return;
   makeTiles();
-  if (session_ == nullptr || keyboardPath_) return;
+  if (session_ == nullptr || keyboardPath_ || gesture_.isDragging()) return;
   if (const auto start = keyboardStart()) putKeyboardOn(*start);
 }
 

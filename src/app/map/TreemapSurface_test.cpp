@@ -1,7 +1,13 @@
 // The canvas in a real window, without a display: moved over and clicked on as a person would.
+#include <cmath>
 #include <gtest/gtest.h>
 
+#include "app/controls/Fonts.h"
 #include "app/map/CanvasFixture_test.h"
+#include "look/MarrowTheme.h"
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
+#include "treemap/NodeTint.h"
 
 namespace tessaly {
 namespace {
@@ -114,6 +120,51 @@ TEST_F(TreemapSurfaceTest, shows_the_tooltip_in_the_colours_and_sizes_of_its_des
   EXPECT_EQ(item("tooltipDot")->property("color").value<QColor>(), QColor("#3B82F6"));
 }
 
+TEST_F(TreemapSurfaceTest, shows_the_tooltip_on_a_panel_in_its_order) {
+  session_.setHeatmap(true);
+  draw();
+  moveTo(on("/r/film.mp4"));
+  draw();
+  const QQuickItem* panel = item("mapTooltip");
+  const auto colorOf = [](const QQuickItem* of, const char* name) {
+    const QColor color = of->property(name).value<QColor>();
+    return color.name().toStdString() + " " + std::to_string(std::lround(color.alphaF() * 100));
+  };
+  EXPECT_EQ(panel->property("radius"), 10);
+  EXPECT_EQ(colorOf(panel, "color"), "#181a22 95");
+  EXPECT_EQ(colorOf(panel, "outlineColor"), "#ffffff 14");
+  EXPECT_EQ(panel->property("outlineWidth"), 1);
+  EXPECT_EQ(colorOf(panel, "shadowColor"), "#000000 60");
+  EXPECT_EQ(panel->property("shadowRadius"), 18);
+  EXPECT_EQ(panel->property("shadowOffset"), 8);
+
+  double below = 12;
+  for (const char* name :
+       {"tooltipName", "tooltipSize", "tooltipFacts", "tooltipAge", "tooltipPath"}) {
+    const QQuickItem* line = item(name);
+    const QPointF place = line->mapToItem(panel, QPointF(0, 0));
+    EXPECT_GE(place.y(), below) << name;
+    EXPECT_EQ(place.x(), line == item("tooltipName") ? 28 : 12) << name;
+    EXPECT_LE(place.x() + line->width(), 258) << name;
+    below = place.y() + line->height();
+  }
+  EXPECT_EQ(item("tooltipName")->mapToItem(panel, QPointF(0, 0)).y(), 12);
+  EXPECT_EQ(item("tooltipDot")->mapToItem(panel, QPointF(0, 0)).x(), 12);
+  EXPECT_EQ(panel->height(), below + 12);
+
+  const auto family = [&](const char* name) {
+    return item(name)->property("font").value<QFont>().family();
+  };
+  for (const char* name : {"tooltipFacts", "tooltipAge", "tooltipPath"})
+    EXPECT_EQ(family(name), Fonts::family(Fonts::Voice::mono)) << name;
+  EXPECT_EQ(family("tooltipName"), Fonts::family(Fonts::Voice::ui));
+  EXPECT_EQ(family("tooltipSize"), Fonts::family(Fonts::Voice::rounded));
+  for (const char* name : {"tooltipName", "tooltipSize"})
+    EXPECT_EQ(colorOf(item(name), "color"), "#ffffff 100") << name;
+  for (const char* name : {"tooltipAge", "tooltipPath"})
+    EXPECT_EQ(colorOf(item(name), "color"), "#9ca3af 100") << name;
+}
+
 TEST_F(TreemapSurfaceTest, tells_ages_only_while_the_heat_map_is_on) {
   session_.setHeatmap(true);
   draw();
@@ -207,6 +258,17 @@ TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click)
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
+TEST_F(TreemapSurfaceTest, takes_no_press_for_a_click_on_what_came_under_it_meanwhile) {
+  press(on("/r/film.mp4"));
+  const QPointF point = on("/r/film.mp4");
+  canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
+  draw();
+  ASSERT_TRUE(canvas_->tiles().at(point).has_value());
+  release(point);
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
+}
+
 TEST_F(TreemapSurfaceTest, does_nothing_when_clicked_between_tiles) {
   click({1, 1});
   EXPECT_TRUE(opened_.empty());
@@ -232,6 +294,55 @@ TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
 }
 
+TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_a_filter_is_switched) {
+  const auto tint = [this] {
+    draw();
+    return canvas_->tiles()[canvas_->tiles().find("/r/film.mp4").value()].tint;
+  };
+  const Color plain = tint();
+  ASSERT_FALSE(session_.filters().empty());
+  const std::string filter = session_.filters().front().id;
+  session_.toggleFilter(filter);
+  EXPECT_EQ(tint(), plain.atOpacity(0.28));
+  session_.toggleFilter(filter);
+  EXPECT_EQ(tint(), plain);
+}
+
+TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_something_has_grown) {
+  const TempTree tree("film 4M\nnote 2M\n");
+  canvas_->setNode(NodeHandle(
+      folderNode(tree.path(), 6, {fileNode(tree.at("film"), 4), fileNode(tree.at("note"), 2)})));
+  const auto tint = [&](const char* below) {
+    draw();
+    return canvas_->tiles()[canvas_->tiles().find(tree.at(below)).value()].tint;
+  };
+  session_.scan(tree.path());
+  machine_.dispatch.drainAll();
+  session_.rescan();
+  machine_.dispatch.drainAll();
+  EXPECT_EQ(tint("film"), NodeTint::base(fileNode(tree.at("film"), 4)));
+  putFile(tree.at("film"), std::string(8 << 20, 'f'));
+  session_.rescan();
+  machine_.dispatch.drainAll();
+  EXPECT_EQ(tint("film"), MarrowTheme::warning);
+  EXPECT_NE(tint("note"), MarrowTheme::warning);
+}
+
+TEST_F(TreemapSurfaceTest, follows_its_session_and_no_other) {
+  FakeMachine machine;
+  ScanSession other(machine.services("/home"));
+  canvas_->setSession(&other);
+  draw();
+  const int before = canvas_->tileTexture().pictureCount();
+  session_.setHeatmap(true);
+  draw();
+  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before);
+  other.setHeatmap(true);
+  draw();
+  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
+  canvas_->setSession(&session_);
+}
+
 TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
   canvas_->setSize({500, 300});
   draw();
@@ -253,6 +364,15 @@ TEST_F(TreemapSurfaceTest, highlights_what_came_under_a_pointer_that_stands_stil
   draw();
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
   EXPECT_FALSE(item("mapTooltip")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, enters_no_tile_that_is_about_to_go) {
+  const QPointF point = on("/r/film.mp4");
+  canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
+  moveTo(point);
+  EXPECT_EQ(focusedPath(), std::nullopt);
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/s/one");
 }
 
 TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {

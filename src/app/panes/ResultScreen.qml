@@ -59,7 +59,7 @@ Item {
 
                 function onPlaceChanged() {
                     const before = treemap.item as TreemapCanvas
-                    const hadFocus = before !== null && before.activeFocus
+                    const hadFocus = before !== null && before.ownsKeyboard
                     const wasOnTile = before !== null && before.hasKeyboard()
                     treemap.active = false
                     treemap.active = Qt.binding(() => screen.map.showsTreemap)
