@@ -158,6 +158,7 @@ Application::Application(const Seams& seams) {
 
   // Not quit(), which a window may refuse.
   const std::function<void()> quit = seams.quit ? seams.quit : [] { QCoreApplication::exit(); };
+  QObject::connect(engine_.get(), &QQmlEngine::quit, engine_.get(), quit);
   gateActions_ = std::make_unique<AccessGateActions>(
       AccessGateActions::Services{.access = *access_,
                                   .workspace = workspace,

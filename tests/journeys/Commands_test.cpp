@@ -328,6 +328,11 @@ TEST_F(Menu, closes_the_window) {
   EXPECT_EQ(machine_.timesQuit, 0);
 }
 
+TEST_F(Menu, is_not_the_only_window_that_ends_the_program) {
+  qmlEngine(&window())->quit();
+  EXPECT_EQ(machine_.timesQuit, 1);
+}
+
 TEST_F(Menu, ends_the_program) {
   press(Qt::Key_Q, command);
   EXPECT_EQ(machine_.timesQuit, 1);

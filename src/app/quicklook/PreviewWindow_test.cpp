@@ -6,6 +6,8 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QQmlEngine>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "app/quicklook/PreviewWindowScene_test.h"
@@ -85,6 +87,13 @@ TEST_F(PreviewWindowTest, is_closed_by_space_escape_and_command_w) {
     press(key, modifiers);
     EXPECT_FALSE(isOpen()) << key;
   }
+}
+
+TEST_F(PreviewWindowTest, lets_the_program_be_ended) {
+  showText();
+  const QSignalSpy quits(qmlEngine(item("textView")), &QQmlEngine::quit);
+  press(Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(quits.count(), 1);
 }
 
 TEST_F(PreviewWindowTest, is_closed_by_the_same_keys_while_it_loads) {

@@ -28,6 +28,12 @@ Window {
         onActivated: window.close()
     }
 
+    Shortcut {
+        sequence: "Ctrl+Q"
+        autoRepeat: false
+        onActivated: Qt.quit()
+    }
+
     FocusScope {
         anchors.fill: parent
         focus: true
