@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include "journeys/CommandKeys.h"
 #include "journeys/Journey.h"
 #include "support/WindowItems.h"
 
@@ -14,15 +15,6 @@ namespace tessaly {
 
 class CommandJourney : public Journey {
  protected:
-  struct Keys {
-    Qt::Key key;
-    Qt::KeyboardModifiers modifiers;
-  };
-
-  static constexpr Qt::KeyboardModifiers command = Qt::ControlModifier;
-  static constexpr Qt::KeyboardModifiers commandShift = Qt::ControlModifier | Qt::ShiftModifier;
-  static constexpr Qt::KeyboardModifiers commandOption = Qt::ControlModifier | Qt::AltModifier;
-
   CommandJourney()
       : Journey(
             "Movies/\n"

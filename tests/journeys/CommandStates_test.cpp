@@ -58,13 +58,7 @@ class CommandStates : public CommandJourney {
   // The keys of the commands but for those in `except`, each of which must change nothing.
   void expectSilence(const std::vector<Qt::Key>& except = {}) {
     const State before = state();
-    for (const Keys keys :
-         {Keys{Qt::Key_F, command}, Keys{Qt::Key_Space, commandShift},
-          Keys{Qt::Key_L, commandShift}, Keys{Qt::Key_K, command}, Keys{Qt::Key_W, commandOption},
-          Keys{Qt::Key_E, commandShift}, Keys{Qt::Key_BracketLeft, command},
-          Keys{Qt::Key_R, command}, Keys{Qt::Key_L, command}, Keys{Qt::Key_Y, command},
-          Keys{Qt::Key_A, command}, Keys{Qt::Key_C, commandShift}, Keys{Qt::Key_Z, commandOption},
-          Keys{Qt::Key_Backspace, command}}) {
+    for (const Keys& keys : keysOfCommands) {
       if (std::find(except.begin(), except.end(), keys.key) != except.end()) continue;
       press(keys.key, keys.modifiers);
       EXPECT_TRUE(state() == before) << "key " << keys.key;

@@ -1,5 +1,7 @@
 // The window and what the desktop has of the program beside it: status bar, hot key, second start.
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include <QGuiApplication>
 
@@ -10,6 +12,8 @@ namespace tessaly {
 namespace {
 
 using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
 using Presence = StatusBarExtra::Presence;
 
 class DesktopJourney : public Journey {
@@ -55,6 +59,13 @@ TEST_F(DesktopJourney, the_hot_key_opens_the_search_and_does_not_close_it) {
   EXPECT_TRUE(session().searchOpen());
 }
 
+TEST_F(DesktopJourney, the_hot_key_leaves_the_pane_that_is_in_front) {
+  session().setPane(MainPane::apps);
+  machine_.hotKey.press();
+  EXPECT_TRUE(shows("search"));
+  EXPECT_EQ(session().pane(), MainPane::apps);
+}
+
 TEST_F(DesktopJourney, a_second_start_brings_the_window_back) {
   closeWindow();
   application().reopen();
@@ -95,6 +106,61 @@ TEST_F(DesktopJourney, a_hidden_start_shows_the_window_where_nothing_else_would_
   dispatch_.advance(WindowStart::patience);
   dispatch_.drainAll();
   EXPECT_TRUE(window().isVisible());
+}
+
+// What the program looks at while the user is elsewhere, in the order in which it does.
+struct Looks {
+  bool isGranted = false;
+  double usedPercent = 40;
+  std::vector<std::string> seen;
+
+  Journey::Lend lend() {
+    return [this](Application::Seams& seams) {
+      seams.access = [this] {
+        seen.emplace_back("access");
+        return isGranted;
+      };
+      seams.volumeUsage = [this] {
+        seen.emplace_back("disk");
+        return DiskUsage{.total = 1000, .used = 400, .free = 600, .usedPercent = usedPercent};
+      };
+    };
+  }
+};
+
+class Attention : protected Looks, public Journey {
+ protected:
+  Attention() : Journey("notes.txt 2M\n", lend()) {}
+
+  void become(Qt::ApplicationState state) {
+    emit qGuiApp->applicationStateChanged(state);
+    settle(window());
+  }
+};
+
+TEST_F(Attention, goes_to_the_disk_and_then_to_the_access_once_the_window_is_there) {
+  // Each of the two that keep it has looked for itself before. Becoming active may come after.
+  ASSERT_GE(seen.size(), 4U);
+  seen.resize(4);
+  EXPECT_THAT(seen, ElementsAre("access", "disk", "disk", "access"));
+}
+
+TEST_F(Attention, goes_to_the_access_and_then_to_the_disk_when_the_user_comes_back) {
+  seen.clear();
+  become(Qt::ApplicationInactive);
+  EXPECT_THAT(seen, IsEmpty());
+  become(Qt::ApplicationActive);
+  EXPECT_THAT(seen, ElementsAre("access", "disk"));
+}
+
+TEST_F(Attention, sees_at_once_what_the_user_did_elsewhere) {
+  EXPECT_TRUE(shows("gate"));
+  EXPECT_EQ(text("percent"), QStringLiteral("40%"));
+  isGranted = true;
+  usedPercent = 62;
+  become(Qt::ApplicationActive);
+  EXPECT_FALSE(shows("gate"));
+  EXPECT_EQ(text("percent"), QStringLiteral("62%"));
 }
 
 }  // namespace

@@ -112,5 +112,26 @@ TEST_F(Keyboard, works_the_window) {
   EXPECT_EQ(session().status(), ScanStatus::scanning);
 }
 
+TEST_F(Keyboard, goes_on_from_what_goes_away_under_it) {
+  tabTo("back");
+  press(Qt::Key_Return);
+  EXPECT_FALSE(shows("back"));
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("searchField"));
+  session().open(session().current()->children()[0]);
+  tabTo("chip");
+  press(Qt::Key_Return);
+  EXPECT_FALSE(shows("chip"));
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("scanFullMac"));
+  tabTo("scanHome");
+  press(Qt::Key_Return);
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("cancelScan"));
+  finishScan();
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("diskTreemap"));
+  tabTo("rescanVolume");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("treemapMode"));
+}
+
 }  // namespace
 }  // namespace tessaly

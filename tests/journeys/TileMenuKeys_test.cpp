@@ -1,9 +1,12 @@
 // The keyboard while the menu of a tile is open: it is the menu's, and nobody else's.
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <iterator>
+#include <vector>
 
 #include <QTest>
 
+#include "journeys/CommandKeys.h"
 #include "journeys/Journey.h"
 #include "support/WindowItems.h"
 
@@ -13,38 +16,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-struct Keys {
-  Qt::Key key;
-  Qt::KeyboardModifiers modifiers;
-};
-
-constexpr Qt::KeyboardModifiers command = Qt::ControlModifier;
-constexpr Qt::KeyboardModifiers commandShift = Qt::ControlModifier | Qt::ShiftModifier;
-constexpr Qt::KeyboardModifiers commandOption = Qt::ControlModifier | Qt::AltModifier;
-
-// All that the window listens to, but Escape.
-constexpr Keys keysOfTheWindow[] = {
-    {Qt::Key_Space, Qt::NoModifier},
-    {Qt::Key_F, command},
-    {Qt::Key_Space, commandShift},
-    {Qt::Key_L, commandShift},
-    {Qt::Key_K, command},
-    {Qt::Key_W, commandOption},
-    {Qt::Key_E, commandShift},
-    {Qt::Key_BracketLeft, command},
-    {Qt::Key_R, command},
-    {Qt::Key_L, command},
-    {Qt::Key_Y, command},
-    {Qt::Key_A, command},
-    {Qt::Key_C, commandShift},
-    {Qt::Key_Z, commandOption},
-    {Qt::Key_Backspace, command},
-    {Qt::Key_Comma, command},
-    {Qt::Key_F10, Qt::NoModifier},
-    {Qt::Key_W, command},
-    {Qt::Key_Q, command},
-};
 
 class TileMenuKeys : public Journey {
  protected:
@@ -105,7 +76,12 @@ class TileMenuKeys : public Journey {
 
 TEST_F(TileMenuKeys, reach_no_command_of_the_window) {
   makeReady();
-  for (const Keys& keys : keysOfTheWindow) {
+  std::vector<Keys> all = {{Qt::Key_Space, Qt::NoModifier},
+                           {Qt::Key_Comma, command},
+                           {Qt::Key_W, command},
+                           {Qt::Key_Q, command}};
+  all.insert(all.end(), std::begin(keysOfCommands), std::end(keysOfCommands));
+  for (const Keys& keys : all) {
     SCOPED_TRACE(testing::Message() << "key " << keys.key << " with " << int(keys.modifiers));
     openMenu(tilePoint("Movies/beach.mp4"));
     press(keys.key, keys.modifiers);
@@ -114,6 +90,13 @@ TEST_F(TileMenuKeys, reach_no_command_of_the_window) {
     press(Qt::Key_Escape);
     ASSERT_FALSE(isOpen());
   }
+}
+
+TEST_F(TileMenuKeys, open_no_other_menu_in_its_place) {
+  openMenu(tilePoint("notes.txt"));
+  press(Qt::Key_F10);
+  EXPECT_FALSE(isOpen());
+  EXPECT_FALSE(shows("menuQuit"));
 }
 
 TEST_F(TileMenuKeys, choose_with_space_and_look_into_nothing) {

@@ -25,6 +25,10 @@ class WindowLook : public Journey {
     scan();
     session().open(session().current()->children()[0]);
   }
+
+  static QRectF rectOf(QQuickItem* item) {
+    return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+  }
 };
 
 TEST_F(WindowLook, has_its_size_and_its_smallest_size) {
@@ -48,6 +52,7 @@ TEST_F(WindowLook, of_the_title_bar) {
                       {"name", "text", "Tessaly"},
                       {"name", "font.pixelSize", 13},
                       {"name", "font.weight", QFont::Bold},
+                      {"name", "color", "#ffffff at 1.00"},
                       {"volumeSymbol", "name", "externaldrive"},
                       {"volumeSymbol", "size", 10},
                       {"volumeSymbol", "color", "#007aff at 1.00"},
@@ -56,6 +61,8 @@ TEST_F(WindowLook, of_the_title_bar) {
                       {"volumeName", "font.weight", QFont::Medium},
                       {"volumeName", "color", "#9ca3af at 1.00"},
                       {"back/symbol", "name", "chevron.left"},
+                      {"back/symbol", "size", 11},
+                      {"back/symbol", "color", "#007aff at 1.00"},
                       {"back/label", "text", "Back"},
                       {"back/label", "font.pixelSize", 11},
                       {"back/label", "font.weight", QFont::Medium},
@@ -66,6 +73,7 @@ TEST_F(WindowLook, of_the_title_bar) {
                       {"searchField/background", "color", "#232530 at 0.70"},
                       {"searchField/background", "radius", 8},
                       {"searchField/background", "outlineColor", "#ffffff at 0.08"},
+                      {"searchField/background", "outlineWidth", 1},
                       {"searchField/searchSymbol", "name", "magnifyingglass"},
                       {"searchField/searchSymbol", "size", 11},
                       {"searchField/searchSymbol", "color", "#007aff at 1.00"},
@@ -90,17 +98,29 @@ TEST_F(WindowLook, of_the_pane_switch) {
   expectLook(bar, {
                       {"showMap/label", "text", "Map"},
                       {"showMap/symbol", "name", "square.split.2x2"},
+                      {"showMap/symbol", "size", 11},
+                      {"showMap/symbol", "color", "#9ca3af at 1.00"},
                       {"showMap/label", "font.pixelSize", 11},
                       {"showMap/label", "font.weight", QFont::Medium},
                       {"showMap/label", "color", "#9ca3af at 1.00"},
+                      {"showMap/background", "color", "#ffffff at 0.04"},
+                      {"showMap/background", "outlineColor", "#ffffff at 0.08"},
                       {"showMap", "active", false},
                       {"showApps/label", "text", "Apps"},
                       {"showApps/symbol", "name", "square.grid.2x2"},
+                      {"showApps/symbol", "size", 11},
+                      {"showApps/symbol", "color", "#007aff at 1.00"},
+                      {"showApps/background", "color", "#007aff at 0.18"},
+                      {"showApps/background", "outlineColor", "#007aff at 0.45"},
+                      {"showApps/label", "font.pixelSize", 11},
                       {"showApps/label", "color", "#007aff at 1.00"},
                       {"showApps/label", "font.weight", QFont::Medium},
                       {"showApps", "active", true},
                       {"showPulse/label", "text", "Pulse"},
                       {"showPulse/symbol", "name", "waveform.path.ecg"},
+                      {"showPulse/symbol", "size", 11},
+                      {"showPulse/label", "font.pixelSize", 11},
+                      {"showPulse/label", "font.weight", QFont::Medium},
                       {"showPulse", "active", false},
                   });
 }
@@ -111,6 +131,8 @@ TEST_F(WindowLook, of_the_breadcrumbs) {
   expectLook(bar, {{"", "height", 36},
                    {"", "color", "#121318 at 1.00"},
                    {"rule", "height", 1},
+                   {"rule", "y", 35},
+                   {"rule", "width", 1280},
                    {"rule", "color", "#ffffff at 0.05"}});
   const auto chips = itemsNamed(bar, "chip");
   ASSERT_EQ(chips.size(), 2U);
@@ -124,11 +146,67 @@ TEST_F(WindowLook, of_the_breadcrumbs) {
                         {"background", "outlineWidth", 1},
                         {"background", "radius", 6}});
   expectLook(chips[1], {{"symbol", "name", "folder"},
+                        {"symbol", "size", 10},
                         {"symbol", "color", "#007aff at 1.00"},
                         {"label", "text", "Movies"},
+                        {"label", "font.pixelSize", 11},
                         {"label", "color", "#ffffff at 1.00"},
+                        {"background", "color", "#007aff at 0.14"},
                         {"background", "outlineColor", "#007aff at 0.30"},
+                        {"background", "outlineWidth", 1},
                         {"background", "radius", 6}});
+  expectLook(bar, {{"chevron", "name", "chevron.right"},
+                   {"chevron", "size", 8},
+                   {"chevron", "color", "#9ca3af at 1.00"}});
+  const QRectF chevron = rectOf(itemNamed(bar, "chevron"));
+  EXPECT_GE(chevron.left(), rectOf(chips[0]).right());
+  EXPECT_LE(chevron.right(), rectOf(chips[1]).left());
+}
+
+TEST_F(WindowLook, of_the_column_of_bars_and_the_row_below_them) {
+  drillIn();
+  const QRectF title = rectOf(item("titleBar"));
+  const QRectF crumbs = rectOf(item("breadcrumbs"));
+  const QRectF sidebar = rectOf(item("sidebar"));
+  const QRectF rule = rectOf(item("sidebarRule"));
+  const QRectF area = rectOf(item("mainArea"));
+  EXPECT_EQ(title.topLeft(), QPointF(0, 0));
+  EXPECT_EQ(title.width(), 1280);
+  EXPECT_EQ(crumbs, QRectF(0, title.bottom(), 1280, 36));
+  EXPECT_EQ(sidebar, QRectF(0, crumbs.bottom(), 260, 820 - crumbs.bottom()));
+  EXPECT_EQ(rule, QRectF(260, sidebar.top(), 1, sidebar.height()));
+  EXPECT_EQ(area, QRectF(261, sidebar.top(), 1280 - 261, sidebar.height()));
+  expectLook(item("sidebarRule"), {{"", "color", "#ffffff at 0.06"}});
+  session().setPane(MainPane::apps);
+  EXPECT_EQ(rectOf(item("sidebar")).top(), title.bottom());
+}
+
+TEST_F(WindowLook, of_what_shows_the_panes_and_the_search) {
+  const QRectF area = rectOf(item("mainArea"));
+  EXPECT_EQ(rectOf(item("diskMap")), area);
+  session().setSearchOpen(true);
+  EXPECT_EQ(rectOf(item("search")), area);
+  session().setPane(MainPane::apps);
+  EXPECT_EQ(rectOf(item("apps")), area);
+  session().setPane(MainPane::monitor);
+  EXPECT_EQ(rectOf(item("pulse")), area);
+}
+
+TEST_F(WindowLook, of_what_lies_over_what) {
+  // Later ones lie over earlier ones.
+  std::vector<const QQuickItem*> layers;
+  for (const char* name :
+       {"mainArea", "cleanupQueue", "toastPanel", "gate", "assistant", "inbox"}) {
+    const QQuickItem* layer = window().findChild<QQuickItem*>(QString::fromLatin1(name));
+    ASSERT_NE(layer, nullptr) << name;
+    while (layer->parentItem() != window().contentItem()) layer = layer->parentItem();
+    layers.push_back(layer);
+  }
+  const auto order = window().contentItem()->childItems();
+  for (std::size_t i = 1; i < layers.size(); ++i) {
+    EXPECT_EQ(layers[i]->z(), 0);
+    EXPECT_LT(order.indexOf(layers[i - 1]), order.indexOf(layers[i])) << i;
+  }
 }
 
 TEST_F(WindowLook, of_the_toast) {
@@ -153,6 +231,8 @@ TEST_F(WindowLook, of_the_toast) {
   const QQuickItem* const text = itemNamed(panel, "toast");
   const QQuickItem* const symbol = itemNamed(panel, "toastSymbol");
   EXPECT_EQ(symbol->mapToItem(panel, QPointF()).x(), 14);
+  EXPECT_EQ(text->mapToItem(panel, QPointF()).y(), 8);
+  EXPECT_EQ(text->mapToItem(panel, QPointF(0, text->height())).y(), panel->height() - 8);
   EXPECT_EQ(text->mapToItem(panel, QPointF(text->width(), 0)).x(), panel->width() - 14);
 }
 
@@ -165,7 +245,24 @@ TEST_F(WindowLook, of_a_toast_that_takes_no_click) {
   ASSERT_TRUE(session().focused().has_value());
 }
 
-TEST_F(WindowLook, fits_the_smallest_window_with_the_longest_names) {
+TEST_F(WindowLook, of_a_toast_that_comes_up_from_the_edge_and_fades) {
+  QQuickItem* const panel = window().findChild<QQuickItem*>("toastPanel");
+  ASSERT_NE(panel, nullptr);
+  const auto topOf = [panel] { return rectOf(panel).top(); };
+  // Gone, it is below the window.
+  EXPECT_EQ(panel->opacity(), 0);
+  EXPECT_GE(topOf(), 820);
+  session().flash("Hello");
+  // It begins where it was.
+  QCoreApplication::sendPostedEvents();
+  EXPECT_LT(panel->opacity(), 1);
+  EXPECT_GT(topOf(), 820 - 20 - panel->height());
+  settle(window());
+  EXPECT_EQ(panel->opacity(), 1);
+  EXPECT_EQ(topOf(), 820 - 20 - panel->height());
+}
+
+TEST_F(WindowLook, stands_in_its_order_in_the_smallest_window) {
   drillIn();
   window().resize(1100, 680);
   settle(window());

@@ -18,7 +18,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 18> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 19> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -31,6 +31,7 @@ constexpr std::array<std::pair<const char*, Screen>, 18> screens = {{
     {"alert", Screen::alert},
     {"gate", Screen::gate},
     {"sidebar", Screen::sidebar},
+    {"sidebar-end", Screen::sidebarEnd},
     {"commands", Screen::commands},
     {"queue", Screen::queue},
     {"queue-minimised", Screen::queueMinimised},
@@ -125,7 +126,7 @@ FixtureWindow::FixtureWindow(Screen screen, QSize size) {
 // What the machine and the last run have left for this one.
 void FixtureWindow::prepare(Screen screen) {
   machine_.isAccessGranted = screen != Screen::gate;
-  if (screen != Screen::sidebar) return;
+  if (screen != Screen::sidebar && screen != Screen::sidebarEnd) return;
   const std::string home = fixtureHome;
   machine_.settings.setTexts(ScanStore::pinsKey, {home + "/Code", "/media/ada/Photos"});
   machine_.settings.setTexts(ScanStore::recentsKey, {home + "/Downloads", "/"});
@@ -145,6 +146,13 @@ void FixtureWindow::openMenu() {
   QQuickWindow& window = application_->window();
   settle(window);
   QMetaObject::invokeMethod(&window, "openMenu", Q_ARG(bool, true));
+}
+
+void FixtureWindow::scrollSidebarToItsEnd() {
+  QQuickWindow& window = application_->window();
+  settle(window);
+  if (auto* const area = window.findChild<QQuickItem*>(QStringLiteral("scrollArea")))
+    area->setProperty("contentY", area->property("contentHeight").toDouble() - area->height());
 }
 
 void FixtureWindow::scanHalfWay() {
@@ -204,8 +212,10 @@ void FixtureWindow::show(Screen screen) {
       point(QEvent::MouseButtonRelease, Qt::RightButton, {60, 14});
       break;
     case Screen::sidebar:
+    case Screen::sidebarEnd:
       session.toggleFilter(session.filters()[0].id);
       session.toggleSkip(session.filters()[2].id);
+      if (screen == Screen::sidebarEnd) scrollSidebarToItsEnd();
       break;
     case Screen::commands:
       // As low as the window gets, the menu still fits.

@@ -34,6 +34,7 @@ class FixtureWindow {
     alert,
     gate,
     sidebar,
+    sidebarEnd,
     commands,
     queue,
     queueMinimised,
@@ -58,6 +59,7 @@ class FixtureWindow {
   void letMessagesGo();
   void scanHalfWay();
   void openMenu();
+  void scrollSidebarToItsEnd();
   void show(Screen screen);
   // The pointer, in points of the map.
   void point(QEvent::Type type, Qt::MouseButton button, QPointF place);

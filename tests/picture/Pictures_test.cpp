@@ -111,6 +111,7 @@ TEST(PictureScreens, show_what_they_are_named_for) {
                                                {"alert", "protectedLocation"},
                                                {"gate", "gate"},
                                                {"sidebar", "pinned"},
+                                               {"sidebar-end", "legendCard"},
                                                {"commands", "menuSettings"},
                                                {"queue", "queueList"},
                                                {"queue-minimised", "cleanupQueue"},

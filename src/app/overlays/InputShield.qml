@@ -2,20 +2,27 @@
 // stays inside, no key gets through, and the keyboard goes back to where it was once this is gone. The
 // first control inside has it first.
 import QtQuick
+import QtQuick.Templates as T
 
 FocusScope {
     id: shield
 
     property bool shown: true
     property bool isModal: true
+    // Something else that is modal lies over this: the keyboard is to be had only once that has gone.
+    property bool covered: false
     default property alias content: place.data
 
     // The user has clicked where nothing of the content is.
     signal clickedBeside
 
-    // What had the keyboard before.
+    // What had the keyboard before, and whether it showed so.
     property Item previousFocus: null
+    property bool previousFocusShown: false
+    // Who has come here by the keyboard sees where it is, and where it is afterwards.
+    readonly property int reason: previousFocusShown ? Qt.TabFocusReason : Qt.PopupFocusReason
     property bool hasKeyboard: false
+    readonly property bool isInFront: Window.active
 
     // Goes in from one of the two ends.
     function enter(end, forward, reason) {
@@ -25,32 +32,50 @@ FocusScope {
     }
 
     function takeKeyboard() {
-        if (!visible || !isModal || hasKeyboard)
+        if (!visible || !isModal || covered || hasKeyboard)
+            return
+        // Of a window that is not in front it cannot be told who will have the keyboard again.
+        if (Window.window !== null && !isInFront && Window.activeFocusItem === null)
             return
         hasKeyboard = true
         previousFocus = Window.activeFocusItem
-        forceActiveFocus(Qt.PopupFocusReason)
-        enter(first, true, Qt.PopupFocusReason)
+        const control = previousFocus as T.Control
+        previousFocusShown = control !== null && control.visualFocus
+        forceActiveFocus(reason)
+        enter(first, true, reason)
+    }
+
+    // Tab has come to it from outside.
+    function enterByTab() {
+        enter(first, true, Qt.TabFocusReason)
     }
 
     function giveKeyboardBack() {
+        // Who has taken it meanwhile keeps it.
+        const isTaken = Window.activeFocusItem !== null && !activeFocus
         focus = false
         if (!hasKeyboard)
             return
         hasKeyboard = false
-        if (previousFocus !== null && previousFocus.visible)
-            previousFocus.forceActiveFocus(Qt.PopupFocusReason)
+        if (!isTaken && previousFocus !== null && previousFocus.visible)
+            previousFocus.forceActiveFocus(reason)
         previousFocus = null
     }
 
     visible: shown
+    // Later, since what covered it gives the keyboard back first, and so does the window. The linter
+    // takes that for a value that may be anything.
+    // qmllint disable
+    onCoveredChanged: Qt.callLater(takeKeyboard)
+    onIsInFrontChanged: Qt.callLater(takeKeyboard)
+    // qmllint enable
     onVisibleChanged: visible ? takeKeyboard() : giveKeyboardBack()
     Component.onCompleted: takeKeyboard()
     Component.onDestruction: giveKeyboardBack()
     // Made before its window, it finds no control to begin with until it is in there.
     onActiveFocusChanged: {
         if (hasKeyboard && Window.activeFocusItem === shield)
-            enter(first, true, Qt.PopupFocusReason)
+            enter(first, true, reason)
     }
 
     Keys.onPressed: event => event.accepted = shield.isModal

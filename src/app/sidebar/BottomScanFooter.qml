@@ -29,6 +29,10 @@ Item {
         text: "Rescan Volume"
         symbol: "arrow.clockwise"
         onClicked: footer.actions.session.rescan()
+
+        KeyboardGoesOn {
+            control: rescan
+        }
     }
 
     // As high as the button, so that nothing above moves when a scan begins.

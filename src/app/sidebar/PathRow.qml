@@ -37,6 +37,10 @@ RoundedPanel {
 
         Accessible.description: row.place
 
+        KeyboardGoesOn {
+            control: label
+        }
+
         contentItem: SidebarLabel {
             symbol: label.symbol
             symbolSize: label.symbolSize

@@ -137,6 +137,18 @@ TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
   EXPECT_FALSE(shows("volumeList"));
 }
 
+TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {
+  mount({"/", "Backup"});
+  show();
+  QQuickItem* const below = find("rescanVolume");
+  hover(below);
+  ASSERT_TRUE(below->property("hovered").toBool());
+  click("volumeMenu");
+  ASSERT_TRUE(shows("volumeList"));
+  hover(below);
+  EXPECT_FALSE(below->property("hovered").toBool());
+}
+
 TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
   settings_.setTexts(ScanStore::pinsKey, {"/"});
   remember(ScanStore::recentsKey, {"/"});

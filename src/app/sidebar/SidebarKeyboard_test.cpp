@@ -218,6 +218,65 @@ TEST_F(SidebarKeyboard, keeps_its_place_when_another_row_comes_in_front) {
   EXPECT_EQ(focused(), all("star")[2]);
 }
 
+TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
+  remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
+  show(1000);
+  ASSERT_TRUE(tabTo(find("scanHome")));
+  press(Qt::Key_Return);
+  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(focused(), find("cancelScan"));
+  EXPECT_TRUE(shows("focusRing"));
+  dispatch_.drainAll();
+  settle();
+  EXPECT_EQ(focused(), find("diskTreemap"));
+  ASSERT_TRUE(tabTo(all("pathLabel")[1]));
+  press(Qt::Key_Return);
+  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(focused(), all("star")[1]);
+  EXPECT_TRUE(shows("focusRing"));
+}
+
+TEST_F(SidebarKeyboard, is_not_sent_anywhere_by_a_scan_that_the_pointer_has_started) {
+  show();
+  click("scanHome");
+  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_NE(focused(), find("cancelScan"));
+  EXPECT_FALSE(shows("focusRing"));
+}
+
+TEST_F(SidebarKeyboard, does_not_press_what_has_gone_out_of_sight) {
+  scanTo(folder("/srv", 1, {file("/srv/f", 1)}));
+  show();
+  QQuickItem* const rescan = find("rescanVolume");
+  click(rescan);
+  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_FALSE(rescan->isVisible());
+  EXPECT_FALSE(rescan->hasActiveFocus());
+}
+
+TEST_F(SidebarKeyboard, goes_on_from_a_scan_that_it_has_given_up) {
+  show();
+  session().scan("/srv");
+  settle();
+  ASSERT_TRUE(tabTo(find("cancelScan")));
+  press(Qt::Key_Return);
+  dispatch_.drainAll();
+  settle();
+  ASSERT_FALSE(shows("cancelScan"));
+  EXPECT_EQ(focused(), find("diskTreemap"));
+  EXPECT_TRUE(shows("focusRing"));
+}
+
+TEST_F(SidebarKeyboard, goes_on_from_the_foot_when_it_turns_into_progress) {
+  scanTo(folder("/srv", 1, {file("/srv/f", 1)}));
+  show(1000);
+  ASSERT_TRUE(tabTo(find("rescanVolume")));
+  press(Qt::Key_Return);
+  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(focused(), find("cancelScan"));
+  EXPECT_TRUE(shows("focusRing"));
+}
+
 TEST_F(SidebarKeyboard, leafs_through_the_column) {
   fill();
   show();

@@ -38,6 +38,10 @@ MarrowButton {
         badgeColor: item.badgeColor
     }
 
+    KeyboardGoesOn {
+        control: item
+    }
+
     background: RoundedPanel {
         objectName: "background"
         radius: 6

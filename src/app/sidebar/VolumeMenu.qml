@@ -50,9 +50,8 @@ MarrowButton {
         padding: 4
         margins: 8
         focus: true
-        // A press elsewhere puts the list away, and does nothing else.
+        // A press elsewhere puts the list away and does nothing else; what lies there is not pointed at.
         modal: true
-        dim: false
         closePolicy: T.Popup.CloseOnPressOutside
         onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
         // The keyboard goes back to the button, unless it has gone somewhere else.

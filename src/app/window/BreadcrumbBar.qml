@@ -19,6 +19,12 @@ Rectangle {
     }
 
     ListView {
+        id: list
+
+        function scrollTo(x) {
+            contentX = Math.max(originX, Math.min(x, originX + contentWidth - width))
+        }
+
         objectName: "crumbs"
         anchors.fill: parent
         anchors.leftMargin: 14
@@ -32,6 +38,13 @@ Rectangle {
         model: crumbs
         onCountChanged: positionViewAtEnd()
         onWidthChanged: positionViewAtEnd()
+
+        // Either way the wheel is turned, since there is but one way to go.
+        WheelHandler {
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Vertical
+            onWheel: event => list.scrollTo(list.contentX - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
+        }
 
         delegate: Row {
             id: step
@@ -57,6 +70,7 @@ Rectangle {
             }
 
             Symbol {
+                objectName: "chevron"
                 anchors.verticalCenter: parent.verticalCenter
                 visible: !step.last
                 name: "chevron.right"

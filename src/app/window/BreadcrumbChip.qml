@@ -18,6 +18,10 @@ MarrowButton {
     opacity: pressed ? 0.8 : 1
     focusRadius: 6
 
+    KeyboardGoesOn {
+        control: chip
+    }
+
     background: RoundedPanel {
         objectName: "background"
         radius: 6

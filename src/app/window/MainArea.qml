@@ -11,6 +11,18 @@ Item {
     required property ScanSession session
     required property NodeActions actions
     required property WindowState bars
+    // Something lies over the whole window.
+    required property bool covered
+
+    // Tab goes from the bars into the search, past what lies under it.
+    Item {
+        activeFocusOnTab: search.visible
+        Accessible.ignored: true
+        onActiveFocusChanged: {
+            if (activeFocus)
+                search.enterByTab()
+        }
+    }
 
     DiskMapView {
         objectName: "diskMap"
@@ -37,11 +49,14 @@ Item {
     }
 
     PlainFrame {
+        id: search
+
         objectName: "search"
         anchors.fill: parent
         title: "Search"
         isCard: true
         shown: area.session.searchOpen
+        covered: area.covered
         onClosed: area.session.searchOpen = false
     }
 }

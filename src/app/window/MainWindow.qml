@@ -17,9 +17,11 @@ Window {
     required property AccessGateActions gateActions
     required property MenuCommands commands
 
+    // Something lies over the whole window, the search included.
+    readonly property bool isCovered: alert.shown || menu.shown || gate.shown || session.aiOpen
+        || session.ocrOpen || barsState.settingsOpen
     // While one of these is up, no command acts on what lies under it.
-    readonly property bool isClear: !alert.shown && !menu.shown && !gate.shown
-        && !session.searchOpen && !session.aiOpen && !session.ocrOpen && !barsState.settingsOpen
+    readonly property bool isClear: !isCovered && !session.searchOpen
     readonly property bool commandsAllowed: isClear && !commandMenu.visible
 
     function openMenu(byKeyboard: bool) {
@@ -104,6 +106,7 @@ Window {
                 session: window.session
                 actions: window.actions
                 bars: barsState
+                covered: window.isCovered || commandMenu.visible
             }
         }
     }
@@ -208,6 +211,23 @@ Window {
                 barsState.pane = WindowState.Map
             else
                 barsState.showTreemap()
+        }
+    }
+
+    // The search leaves the bars to the pointer, and the keyboard goes along with that.
+    Shortcut {
+        sequence: "Escape"
+        enabled: window.session.searchOpen && !window.isCovered && !commandMenu.visible
+        onActivated: window.session.searchOpen = false
+    }
+
+    // The search may be asked for from anywhere in the desktop.
+    Connections {
+        target: window.session
+
+        function onSearchOpenChanged() {
+            if (window.session.searchOpen)
+                commandMenu.close()
         }
     }
 

@@ -2,6 +2,7 @@
 // pointer and the keyboard from it, and gives the keyboard back when it goes. Escape and a click
 // beside the panel put it away.
 import QtQuick
+import QtQuick.Templates as T
 import Tessaly.Controls
 
 FocusScope {
@@ -14,18 +15,23 @@ FocusScope {
     // The user wants none of it.
     signal dismissed
 
-    // What had the keyboard before.
+    // What had the keyboard before, and whether it showed so.
     property Item previousFocus: null
+    property bool previousFocusShown: false
+    // Who has come here by the keyboard sees where it is, and where it is afterwards.
+    readonly property int reason: previousFocusShown ? Qt.TabFocusReason : Qt.PopupFocusReason
 
     visible: shown
     onShownChanged: {
         if (shown) {
             previousFocus = Window.activeFocusItem
-            forceActiveFocus(Qt.PopupFocusReason)
+            const control = previousFocus as T.Control
+            previousFocusShown = control !== null && control.visualFocus
+            forceActiveFocus(reason)
         } else {
             focus = false
             if (previousFocus !== null && previousFocus.visible)
-                previousFocus.forceActiveFocus(Qt.PopupFocusReason)
+                previousFocus.forceActiveFocus(reason)
             previousFocus = null
         }
     }

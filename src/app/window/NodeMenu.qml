@@ -21,7 +21,7 @@ ModalLayer {
     onDismissed: state.dismiss()
     onShownChanged: {
         if (shown)
-            reveal.forceActiveFocus(Qt.PopupFocusReason)
+            reveal.forceActiveFocus(reason)
     }
 
     Accessible.role: Accessible.PopupMenu

@@ -13,7 +13,7 @@ ModalLayer {
     onDismissed: alert.session.dismissWarning()
     onShownChanged: {
         if (shown)
-            cancel.forceActiveFocus(Qt.PopupFocusReason)
+            cancel.forceActiveFocus(reason)
     }
 
     Accessible.role: Accessible.AlertMessage

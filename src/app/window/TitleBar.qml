@@ -76,6 +76,10 @@ Item {
             focusRadius: 5
             onClicked: bar.session.back()
 
+            KeyboardGoesOn {
+                control: back
+            }
+
             background: RoundedPanel {
                 objectName: "background"
                 radius: 5

@@ -18,6 +18,8 @@ MarrowButton {
     implicitHeight: 12
     opacity: pressed ? 0.75 : 1
     focusRadius: 6
+    // A click leaves the keyboard where it is, and with what lies over the window.
+    focusPolicy: Qt.TabFocus
 
     background: RoundedPanel {
         objectName: "background"

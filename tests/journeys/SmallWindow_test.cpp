@@ -1,0 +1,225 @@
+// At the smallest size that the window takes, nothing overlaps and nothing is cut.
+#include <string>
+#include <vector>
+
+#include <QQuickItem>
+
+#include "journeys/Journey.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+constexpr QSize smallest(1100, 680);
+// Sizes of texts are no whole numbers, and are laid out as if they were.
+constexpr double slack = 1.01;
+
+const std::string disk = "/media/Photos-of-many-years-and-of-more-places-than-one-remembers";
+
+DiskNode file(const std::string& path) {
+  DiskNode::Fields fields;
+  fields.path = path;
+  fields.name = path.substr(path.rfind('/') + 1);
+  fields.size = std::int64_t{3} << 30U;
+  return DiskNode(fields);
+}
+
+DiskNode folder(const std::string& path, const std::vector<DiskNode>& children) {
+  DiskNode::Fields fields;
+  fields.path = path;
+  fields.name = path.substr(path.rfind('/') + 1);
+  fields.isDir = true;
+  for (const DiskNode& child : children) fields.size += child.size();
+  return DiskNode(fields, children);
+}
+
+struct Placed {
+  QQuickItem* item;
+  QRectF rect;  // in the window, as far as it is to be seen
+};
+
+// A name may be of any length, and gives way.
+bool isName(const QQuickItem* text) {
+  for (const QQuickItem* above = text; above != nullptr; above = above->parentItem()) {
+    static const QStringList names = {"volumeName", "pathLabel",    "excludeName", "menuTitle",
+                                      "toast",      "alertMessage", "name",        "chip"};
+    if (names.contains(above->objectName())) return true;
+  }
+  return false;
+}
+
+QRectF rectOf(QQuickItem* item) {
+  return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+}
+
+bool isWhole(const Placed& placed) {
+  const QRectF all = rectOf(placed.item);
+  return placed.rect.width() > all.width() - slack && placed.rect.height() > all.height() - slack;
+}
+
+// What is out of sight is to be brought into it.
+bool scrolls(const QQuickItem* item) {
+  for (const QQuickItem* above = item->parentItem(); above != nullptr;
+       above = above->parentItem()) {
+    if (above->inherits("QQuickFlickable")) return true;
+  }
+  return false;
+}
+
+QString placeOf(const QQuickItem* item) {
+  QString place;
+  for (const QQuickItem* above = item; above != nullptr; above = above->parentItem()) {
+    if (!above->objectName().isEmpty()) place = above->objectName() + '/' + place;
+  }
+  return place + item->property("text").toString();
+}
+
+class SmallWindow : public Journey {
+ protected:
+  SmallWindow() : Journey("nothing 1K\n", lend) {
+    window().resize(smallest);
+    settle(window());
+  }
+
+  // A disk with a long name and folders with longer ones.
+  static void lend(Application::Seams& seams) {
+    seams.run = [](const std::string& path, const std::vector<std::string>& args) {
+      if (path != "/bin/df") return noTools(path, args);
+      return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
+             "/dev/sda1 900000000 500000000 400000000 56% /\n"
+             "/dev/sdb1 900000000 500000000 400000000 56% " +
+             disk + "\n";
+    };
+    seams.walk = [](const std::string& root, const DiskScanner::Callbacks&,
+                    const DiskScanner::Options&) {
+      const std::string outer = root + "/A folder with a name as long as names hardly ever are";
+      const std::string inner = outer + "/And one inside of it whose name is no shorter than that";
+      return folder(
+          root,
+          {folder(outer, {folder(inner, {file(inner + "/film.mp4"), file(inner + "/song.mp3")}),
+                          file(outer + "/notes.txt")}),
+           file(root + "/disk.iso")});
+    };
+  }
+
+  void scan() {
+    session().scan(disk);
+    finishScan();
+    session().refreshDisk();
+    settle(window());
+  }
+  void drillIn() { session().open(session().current()->children()[0]); }
+
+  static void collect(QQuickItem* item, QRectF seen, std::vector<Placed>& found) {
+    if (!item->isVisible() || item->opacity() == 0) return;
+    if (item->clip()) seen = seen & rectOf(item);
+    const QRectF rect = rectOf(item) & seen;
+    if (!rect.isEmpty()) found.push_back({item, rect});
+    for (QQuickItem* child : item->childItems()) collect(child, seen, found);
+  }
+
+  std::vector<Placed> all(const QString& layer) {
+    settle(window());
+    QQuickItem* const top = layer.isEmpty() ? window().contentItem() : item(layer);
+    std::vector<Placed> found;
+    if (top != nullptr) collect(top, QRectF(-1e6, -1e6, 2e6, 2e6), found);
+    return found;
+  }
+
+  // All of the window, or of what lies over it.
+  void expectRoomForAll(const QString& layer = {}) {
+    const QRectF inWindow{{}, QSizeF(smallest)};
+    std::vector<Placed> controls;
+    std::vector<Placed> texts;
+    for (const Placed& placed : all(layer)) {
+      if (placed.item->activeFocusOnTab() && placed.item->isEnabled()) controls.push_back(placed);
+      if (placed.item->inherits("QQuickText") &&
+          !placed.item->property("text").toString().isEmpty())
+        texts.push_back(placed);
+    }
+    EXPECT_GT(controls.size(), 1U);
+    EXPECT_GT(texts.size(), 1U);
+    for (const Placed& text : texts) {
+      const std::string place = placeOf(text.item).toStdString();
+      EXPECT_TRUE(inWindow.contains(text.rect)) << place;
+      EXPECT_TRUE(isName(text.item) || !text.item->property("truncated").toBool()) << place;
+      EXPECT_TRUE(scrolls(text.item) || isWhole(text)) << place;
+      expectInsideOfItsControl(text.item, place);
+    }
+    for (const Placed& control : controls) {
+      EXPECT_TRUE(inWindow.contains(control.rect)) << placeOf(control.item).toStdString();
+    }
+    expectApart(controls);
+    expectApart(texts);
+  }
+
+ private:
+  static void expectInsideOfItsControl(QQuickItem* text, const std::string& place) {
+    for (QQuickItem* above = text->parentItem(); above != nullptr; above = above->parentItem()) {
+      if (!above->inherits("QQuickAbstractButton")) continue;
+      const QRectF room = rectOf(above).adjusted(-slack, -slack, slack, slack);
+      EXPECT_TRUE(room.contains(rectOf(text))) << place;
+      return;
+    }
+  }
+
+  static void expectApart(const std::vector<Placed>& items) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      for (std::size_t j = i + 1; j < items.size(); ++j) {
+        if (items[i].item->isAncestorOf(items[j].item)) continue;
+        const QRectF shared = items[i].rect & items[j].rect;
+        EXPECT_TRUE(shared.width() < slack || shared.height() < slack)
+            << placeOf(items[i].item).toStdString() << " and "
+            << placeOf(items[j].item).toStdString();
+      }
+    }
+  }
+};
+
+TEST_F(SmallWindow, has_room_before_the_first_scan) {
+  expectRoomForAll();
+}
+
+TEST_F(SmallWindow, has_room_while_it_scans) {
+  session().scan(disk);
+  expectRoomForAll();
+}
+
+TEST_F(SmallWindow, has_room_for_the_map) {
+  scan();
+  EXPECT_EQ(session().currentVolumeName(), disk.substr(7));
+  expectRoomForAll();
+}
+
+TEST_F(SmallWindow, has_room_two_folders_down_with_a_selection) {
+  scan();
+  drillIn();
+  drillIn();
+  session().selectNodes({session().current()->children()[0]}, false);
+  expectRoomForAll();
+}
+
+TEST_F(SmallWindow, has_room_for_the_other_panes) {
+  scan();
+  drillIn();
+  for (const MainPane pane : {MainPane::apps, MainPane::monitor}) {
+    session().setPane(pane);
+    expectRoomForAll();
+  }
+}
+
+TEST_F(SmallWindow, has_room_for_what_lies_over_the_window) {
+  scan();
+  drillIn();
+  session().setMenuNode(session().current());
+  expectRoomForAll("nodeMenu");
+  session().setMenuNode(std::nullopt);
+  session().setCriticalWarning(session().current());
+  expectRoomForAll("protectedLocation");
+  session().dismissWarning();
+  application().access().setShowGate(true);
+  expectRoomForAll("gate");
+}
+
+}  // namespace
+}  // namespace tessaly
