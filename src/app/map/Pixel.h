@@ -33,15 +33,23 @@ constexpr std::uint32_t fromColor(const Color& color) {
   return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
 }
 
-// Where the channels stand in a pixel with lanes of 16 bits: blue, red, green and, on top, alpha.
-inline constexpr std::uint64_t lanes = 0x00FF00FF00FF00FFu;
+// over() with `color` for `count` pixels from `below` on.
+void layOver(std::uint32_t* below, int count, std::uint32_t color);
 
-// The pixel with these channels.
-constexpr std::uint32_t packed(std::uint64_t inLanes) {
-  return static_cast<std::uint32_t>(inLanes | inLanes >> 24);
-}
+// Colours that fall evenly from pixel to pixel.
+struct Gradient {
+  // Channels of which the lower 8 bits are after the point.
+  struct Color {
+    std::uint16_t blue = 0;
+    std::uint16_t green = 0;
+    std::uint16_t red = 0;
+    std::uint16_t alpha = 0;
+  };
+  Color first;
+  Color step;  // what each pixel has less than the one before
+};
 
-// over() for `count` pixels from `below` on, each with the one of `sources` that stands for it.
-void layOver(std::uint32_t* below, const std::uint32_t* sources, int count);
+// The same with those colours, each scaled by `coverage`. None may fall below 0.
+void layOver(std::uint32_t* below, int count, const Gradient& colors, std::uint8_t coverage);
 
 }  // namespace tessaly::Pixel

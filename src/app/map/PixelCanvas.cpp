@@ -20,18 +20,8 @@ void eachRow(RoundedShape& shape, const QRect& clip, Use use) {
 void blendSpan(std::uint32_t* first, int count, std::uint32_t color) {
   if (color >> 24 == 255) {
     std::fill_n(first, count, color);
-    return;
-  }
-  const std::uint32_t rest = 255 - (color >> 24);
-  // Below lies mostly what another span has left there, so the pixels of a run are the same.
-  std::uint32_t below = 0;
-  std::uint32_t blended = color;
-  for (int i = 0; i < count; ++i) {
-    if (first[i] != below) {
-      below = first[i];
-      blended = color + Pixel::scaled(below, rest);
-    }
-    first[i] = blended;
+  } else {
+    Pixel::layOver(first, count, color);
   }
 }
 

@@ -23,31 +23,51 @@ TEST(Pixel, scales_every_channel_with_rounding) {
   }
 }
 
-TEST(Pixel, is_put_together_from_its_channels_in_lanes) {
-  EXPECT_EQ(Pixel::packed(0x0011003300220044u), 0x11223344u);
+// Some pixels, opaque and not.
+std::vector<std::uint32_t> somePixels(int count, std::mt19937& random) {
+  std::vector<std::uint32_t> pixels;
+  for (int i = 0; i < count; ++i) {
+    pixels.push_back(Pixel::scaled(random() | 0xFF000000u, i % 3 == 0 ? 255 : random() % 256));
+  }
+  return pixels;
 }
 
-TEST(Pixel, of_a_whole_run_is_laid_over_as_each_would_be_alone) {
+TEST(Pixel, is_laid_over_a_run_as_over_each_alone) {
   std::mt19937 random(7);
-  for (int count = 0; count < 70; ++count) {
-    std::vector<std::uint32_t> sources, below, expected;
-    for (int i = 0; i < count; ++i) {
-      const std::uint32_t alpha = random() % 256;
-      sources.push_back(alpha << 24 | Pixel::scaled(random() & 0xFFFFFFu, alpha));
-      below.push_back(Pixel::scaled(random() | 0xFF000000u, random() % 256));
-      expected.push_back(Pixel::over(sources.back(), below.back()));
-    }
-    Pixel::layOver(below.data(), sources.data(), count);
-    ASSERT_EQ(below, expected) << count;
+  for (int count = 0; count < 20; ++count) {
+    const std::uint32_t color = Pixel::scaled(random() | 0xFF000000u, random() % 256);
+    std::vector<std::uint32_t> pixels = somePixels(count, random);
+    std::vector<std::uint32_t> expected;
+    for (const std::uint32_t below : pixels) expected.push_back(Pixel::over(color, below));
+    Pixel::layOver(pixels.data(), count, color);
+    ASSERT_EQ(pixels, expected) << count;
   }
 }
 
-TEST(PixelCanvas, lays_a_color_over_runs_of_the_same_and_over_single_pixels) {
-  std::vector<std::uint32_t> pixels = {0, red, red, 0, 0, halfWhite, red};
-  std::vector<std::uint32_t> expected;
-  for (const std::uint32_t below : pixels) expected.push_back(Pixel::over(halfWhite, below));
-  blendSpan(pixels.data(), static_cast<int>(pixels.size()), halfWhite);
-  EXPECT_EQ(pixels, expected);
+TEST(Pixel, of_a_gradient_is_laid_over_a_run_as_its_color_alone) {
+  std::mt19937 random(7);
+  for (int count = 0; count < 70; ++count) {
+    const std::uint8_t coverage = count % 2 == 0 ? 255 : static_cast<std::uint8_t>(random());
+    // Falls by 0.5, 1, 1.25 and 0.875.
+    const Pixel::Gradient colors{
+        .first = {.blue = 0x9080, .green = 0xA000, .red = 0xC8FF, .alpha = 0xE680},
+        .step = {.blue = 0x80, .green = 0x100, .red = 0x140, .alpha = 0xE0}};
+    std::vector<std::uint32_t> pixels = somePixels(count, random);
+    std::vector<std::uint32_t> expected;
+    for (std::uint32_t i = 0; i < pixels.size(); ++i) {
+      const std::uint32_t color = (0xE680 - i * 0xE0) >> 8 << 24 | (0xC8FF - i * 0x140) >> 8 << 16 |
+                                  (0xA000 - i * 0x100) >> 8 << 8 | (0x9080 - i * 0x80) >> 8;
+      expected.push_back(Pixel::over(Pixel::scaled(color, coverage), pixels[i]));
+    }
+    Pixel::layOver(pixels.data(), count, colors, coverage);
+    ASSERT_EQ(pixels, expected) << count;
+  }
+}
+
+TEST(PixelCanvas, covers_what_was_there_with_an_opaque_span) {
+  std::vector<std::uint32_t> pixels = {0, halfWhite, red};
+  blendSpan(pixels.data(), 2, 0xFF00FF00);
+  EXPECT_EQ(pixels, (std::vector<std::uint32_t>{0xFF00FF00, 0xFF00FF00, red}));
 }
 
 TEST(Pixel, of_a_colour_is_multiplied_by_its_opacity) {

@@ -1,9 +1,7 @@
 #include "app/map/TilePainter.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstddef>
 
 #include "app/map/Pixel.h"
 #include "look/MarrowTheme.h"
@@ -35,41 +33,45 @@ struct RowColors {
                             white + rest * color.green / 255, white + rest * color.blue / 255);
   }
 
-  // The same with a channel a lane of 16 bits, 8 of them after the point.
-  std::uint64_t lanes(double opacity, double rounding) const {
+  // The same as a gradient has it.
+  Pixel::Gradient::Color exactly(double opacity, double rounding) const {
     const double rest = (1 - white) * opacity;
-    const auto lane = [&](double channel) {
-      return static_cast<std::uint64_t>((white * 255 + rest * channel + rounding) * 256);
+    const auto channel = [&](double value) {
+      return static_cast<std::uint16_t>((white * 255 + rest * value + rounding) * 256);
     };
-    return lane(color.blue) | lane(color.red) << 16 | lane(color.green) << 32 | lane(255) << 48;
+    return {.blue = channel(color.blue),
+            .green = channel(color.green),
+            .red = channel(color.red),
+            .alpha = channel(255)};
+  }
+
+  // From `opacity` on.
+  Pixel::Gradient gradient(double opacity) const {
+    const auto now = exactly(opacity, 0);
+    const auto next = exactly(opacity - slope, 0);
+    const auto fall = [](std::uint16_t from, std::uint16_t to) {
+      return static_cast<std::uint16_t>(from - to);
+    };
+    return {.first = exactly(opacity, 0.5),
+            .step = {.blue = fall(now.blue, next.blue),
+                     .green = fall(now.green, next.green),
+                     .red = fall(now.red, next.red),
+                     .alpha = fall(now.alpha, next.alpha)}};
   }
 
   std::uint32_t atPixel(int x) const { return at(opacityAt(x + 0.5)); }
 };
 
-// The solid part of a row: the colour of each pixel is stepped to from that of the one before, all
-// four channels at once. A step has 8 bits after the point, so every so many pixels the colour is
-// worked out afresh.
+// The steps of a gradient have 8 bits after the point, so every so many pixels the colour is worked
+// out afresh.
 constexpr int pixelsBetween = 64;
 
+// The solid part of a row.
 void fillSpan(std::uint32_t* pixels, int from, int to, const RowColors& colors,
               std::uint8_t coverage) {
-  std::array<std::uint32_t, pixelsBetween> run{};
-  while (from < to) {
-    const int count = std::min(to - from, pixelsBetween);
-    const double start = colors.opacityAt(from + 0.5);
-    std::uint64_t color = colors.lanes(start, 0.5);
-    // No channel grows along a row, so the lanes never borrow from each other.
-    const std::uint64_t step = colors.lanes(start, 0) - colors.lanes(start - colors.slope, 0);
-    for (int x = 0; x < count; ++x) {
-      run[static_cast<std::size_t>(x)] = Pixel::packed((color >> 8) & Pixel::lanes);
-      color -= step;
-    }
-    if (coverage != 255) {
-      for (std::uint32_t& pixel : run) pixel = Pixel::scaled(pixel, coverage);
-    }
-    Pixel::layOver(pixels + from, run.data(), count);
-    from += count;
+  for (; from < to; from += pixelsBetween) {
+    Pixel::layOver(pixels + from, std::min(to - from, pixelsBetween),
+                   colors.gradient(colors.opacityAt(from + 0.5)), coverage);
   }
 }
 
