@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QDataStream>
+#include <QIODevice>
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -40,6 +42,14 @@ void RoundedPanel::paint(QPainter& painter) const {
                                              std::max(0.0, radius - half)),
                        QPen(outlineColor_, outlineWidth_));
   }
+}
+
+QByteArray RoundedPanel::likeness() const {
+  QByteArray style;
+  QDataStream stream(&style, QIODevice::WriteOnly);
+  stream << size() << radius_ << color_ << endColor_ << diagonal_ << outlineColor_ << outlineWidth_
+         << shadow_.color << shadow_.radius << shadow_.offset;
+  return style;
 }
 
 }  // namespace tessaly

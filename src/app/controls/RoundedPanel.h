@@ -50,6 +50,7 @@ class RoundedPanel : public tessaly::TexturedItem {
  protected:
   QRectF paintedRect() const override;
   void paint(QPainter& painter) const override;
+  QByteArray likeness() const override;
 
  private:
   template <typename Value>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include <QPainter>
@@ -192,6 +193,59 @@ TEST(SoftShadow, keeps_the_opacity_of_its_colour) {
 
 TEST(SoftShadow, is_nothing_in_a_transparent_colour) {
   EXPECT_FALSE(SoftShadow().isVisible());
+}
+
+class CountingPanel : public RoundedPanel {
+ public:
+  using RoundedPanel::RoundedPanel;
+  mutable int paintings = 0;
+
+ protected:
+  void paint(QPainter& painter) const override {
+    ++paintings;
+    RoundedPanel::paint(painter);
+  }
+};
+
+class RoundedPanelOnScreen : public testing::Test {
+ protected:
+  RoundedPanelOnScreen() {
+    panel_.setRadius(8);
+    panel_.setColor(QColor(0x11, 0x52, 0x93));
+  }
+  // What has to be painted when the panel is shown after a change.
+  int paintingsFor(const std::function<void()>& change) {
+    const int before = panel_.paintings;
+    change();
+    scene_.view().grabWindow();
+    return panel_.paintings - before;
+  }
+
+  ControlScene scene_{"Item { width: 200; height: 100 }"};
+  CountingPanel panel_{scene_.view().contentItem()};
+};
+
+TEST_F(RoundedPanelOnScreen, is_painted_once_for_each_of_the_sizes_that_it_goes_back_to) {
+  EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 30}); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 50}); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 30}); }), 0);
+  const QImage shown = scene_.view().grabWindow();
+  EXPECT_EQ(shown.pixelColor(30, 29), QColor(0x11, 0x52, 0x93));
+  EXPECT_NE(shown.pixelColor(30, 31), QColor(0x11, 0x52, 0x93));
+}
+
+TEST_F(RoundedPanelOnScreen, is_painted_anew_for_each_other_look) {
+  EXPECT_EQ(paintingsFor([&] { panel_.setSize({61, 31}); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setSize({61.5, 30.5}); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setRadius(7); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setColor(QColor(0x12, 0x52, 0x93)); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setEndColor(Qt::red); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setDiagonal(true); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setOutlineColor(Qt::white); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setOutlineWidth(2); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setShadowColor(Qt::black); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setShadowRadius(3); }), 1);
+  EXPECT_EQ(paintingsFor([&] { panel_.setShadowOffset(2); }), 1);
 }
 
 TEST(RoundedPanel, is_shown_in_the_window_as_it_is_painted) {

@@ -2,11 +2,21 @@
 
 #include <cmath>
 
+#include <QCache>
+#include <QDataStream>
+#include <QIODevice>
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
 namespace tessaly {
+
+namespace {
+
+// Enough for what changes its size with each move of the pointer.
+constexpr int keptKilobytes = 2048;
+
+}  // namespace
 
 TexturedItem::TexturedItem(QQuickItem* parent) : QQuickItem(parent) {
   setFlag(ItemHasContents, true);
@@ -35,6 +45,19 @@ QImage TexturedItem::toImage(double devicePixelRatio) const {
   return image;
 }
 
+QImage TexturedItem::paintedOrKnown(double devicePixelRatio) const {
+  QByteArray key = likeness();
+  if (key.isEmpty()) return toImage(devicePixelRatio);
+  QDataStream stream(&key, QIODevice::Append);
+  stream << pixelAlignedRect(devicePixelRatio) << devicePixelRatio;
+  // Shared by all items, since no two are painted at a time.
+  static QCache<QByteArray, QImage> known(keptKilobytes);
+  if (const QImage* image = known.object(key)) return *image;
+  const QImage image = toImage(devicePixelRatio);
+  known.insert(key, new QImage(image), 1 + static_cast<int>(image.sizeInBytes() / 1024));
+  return image;
+}
+
 void TexturedItem::repaint() {
   dirty_ = true;
   update();
@@ -46,7 +69,7 @@ QSGNode* TexturedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
   if (node != nullptr && !dirty_) return node;
   dirty_ = false;
 
-  const QImage image = toImage(ratio);
+  const QImage image = paintedOrKnown(ratio);
   if (image.isNull()) {
     delete node;
     return nullptr;

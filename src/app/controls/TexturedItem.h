@@ -4,6 +4,7 @@
 // others.
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
@@ -27,6 +28,9 @@ class TexturedItem : public QQuickItem {
   virtual QRectF paintedRect() const { return boundingRect(); }
   // Paints in the item's own coordinates. Runs on the render thread while the main thread waits.
   virtual void paint(QPainter& painter) const = 0;
+  // What is the same for all items that are painted the same in the same area, so that a picture of
+  // late is shown again instead of being painted. Empty where that cannot be told.
+  virtual QByteArray likeness() const { return {}; }
 
   // To be called when what paint() draws has changed.
   void repaint();
@@ -37,6 +41,7 @@ class TexturedItem : public QQuickItem {
 
  private:
   QRectF pixelAlignedRect(double devicePixelRatio) const;
+  QImage paintedOrKnown(double devicePixelRatio) const;
 
   bool dirty_ = true;
 };
