@@ -219,6 +219,26 @@ TEST_F(LayersBehindTheGate, have_no_keyboard_before_it_has_gone) {
   EXPECT_TRUE(hasKeyboard("search"));
 }
 
+// As on a desktop where the press of a button brings its window forward.
+TEST_F(LayersBehindTheGate, lose_no_click_that_brings_the_window_forward) {
+  const QPoint skip = middleOf(itemsNamed(item("gate"), QStringLiteral("skip")).front());
+  clickAt(skip);
+  ASSERT_FALSE(shows("gate"));
+  QWindow elsewhere;
+  elsewhere.show();
+  elsewhere.requestActivate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
+  click("scanFullMac");
+  ASSERT_TRUE(shows("gate"));
+  QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, skip);
+  window().requestActivate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+  settle(window());
+  EXPECT_TRUE(hasKeyboard("gate"));
+  QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, skip);
+  EXPECT_FALSE(shows("gate"));
+}
+
 TEST_F(LayersBehindTheGate, are_not_reached_by_way_of_the_buttons_of_the_window) {
   click("zoomWindow");
   for (int stop = 0; stop < 6; ++stop) {

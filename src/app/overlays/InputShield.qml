@@ -38,6 +38,10 @@ FocusScope {
         if (Window.window !== null && !isInFront && Window.activeFocusItem === null)
             return
         hasKeyboard = true
+        // The click that has brought the window forward has put the keyboard in here already, and
+        // would not count as one if it was taken away in its midst.
+        if (activeFocus && Window.activeFocusItem !== shield)
+            return
         previousFocus = Window.activeFocusItem
         const control = previousFocus as T.Control
         previousFocusShown = control !== null && control.visualFocus
