@@ -1,5 +1,6 @@
 #include "app/map/Pixel.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
@@ -58,6 +59,14 @@ void changeAll(std::uint32_t* pixels, int count, Change change) {
 }
 
 }  // namespace
+
+void fill(std::uint32_t* first, int count, std::uint32_t color) {
+  const std::array<std::uint32_t, block> colors = {color, color, color, color};
+  for (; count >= block; count -= block, first += block) {
+    std::memcpy(first, colors.data(), sizeof colors);
+  }
+  std::fill_n(first, count, color);
+}
 
 void layOver(std::uint32_t* below, int count, std::uint32_t color) {
   const std::array<std::uint32_t, block> colors = {color, color, color, color};

@@ -33,6 +33,9 @@ constexpr std::uint32_t fromColor(const Color& color) {
   return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
 }
 
+// Sets `count` pixels from `first` on to `color`.
+void fill(std::uint32_t* first, int count, std::uint32_t color);
+
 // over() with `color` for `count` pixels from `below` on.
 void layOver(std::uint32_t* below, int count, std::uint32_t color);
 

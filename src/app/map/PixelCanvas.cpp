@@ -19,7 +19,7 @@ void eachRow(RoundedShape& shape, const QRect& clip, Use use) {
 
 void blendSpan(std::uint32_t* first, int count, std::uint32_t color) {
   if (color >> 24 == 255) {
-    std::fill_n(first, count, color);
+    Pixel::fill(first, count, color);
   } else {
     Pixel::layOver(first, count, color);
   }
@@ -107,7 +107,7 @@ void PixelCanvas::erase(RoundedShape& shape) {
       scale(covered.begin, covered.solidBegin);
       const int from = std::max(covered.solidBegin, left);
       const int to = std::min(covered.solidEnd, right);
-      if (to > from) std::fill_n(pixels + from, to - from, 0u);
+      if (to > from) Pixel::fill(pixels + from, to - from, 0);
       scale(covered.solidEnd, covered.end);
     } else {
       scale(covered.begin, covered.end);

@@ -1,5 +1,6 @@
 #include "app/map/PixelCanvas.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
@@ -60,6 +61,16 @@ TEST(Pixel, of_a_gradient_is_laid_over_a_run_as_its_color_alone) {
       expected.push_back(Pixel::over(Pixel::scaled(color, coverage), pixels[i]));
     }
     Pixel::layOver(pixels.data(), count, colors, coverage);
+    ASSERT_EQ(pixels, expected) << count;
+  }
+}
+
+TEST(Pixel, fills_a_run_and_nothing_beyond) {
+  for (int count = 0; count < 20; ++count) {
+    std::vector<std::uint32_t> pixels(21, halfWhite);
+    std::vector<std::uint32_t> expected = pixels;
+    Pixel::fill(pixels.data(), count, red);
+    std::fill_n(expected.begin(), count, red);
     ASSERT_EQ(pixels, expected) << count;
   }
 }
