@@ -97,6 +97,26 @@ TEST_F(MapPictureTest, of_the_whole_canvas_is_every_tile_painted_in_turn) {
   EXPECT_EQ(MapPicture::whole(tiles_, size, 1, labels_).image(), painted(std::nullopt));
 }
 
+TEST_F(MapPictureTest, of_the_whole_canvas_covers_what_is_behind_it_but_at_its_corners) {
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    const PixelCanvas canvas = MapPicture::whole(tiles_, size, scale, labels_);
+    const QRect part = TilePainter::opaquePart(size, scale);
+    EXPECT_EQ(part.width(), canvas.area().width());
+    EXPECT_GT(part.height(), canvas.area().height() - 50 * scale);
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      for (int x = part.left(); x <= part.right(); ++x) {
+        ASSERT_EQ(qAlpha(canvas.image().pixel(x, y)), 255) << x << "," << y << " at " << scale;
+      }
+    }
+  }
+}
+
+TEST_F(MapPictureTest,
+       of_a_canvas_that_ends_inside_a_pixel_or_is_all_corners_is_not_taken_for_opaque) {
+  EXPECT_TRUE(TilePainter::opaquePart({601, 400}, 1.25).isEmpty());
+  EXPECT_TRUE(TilePainter::opaquePart({600, 12}, 1).isEmpty());
+}
+
 TEST_F(MapPictureTest, of_a_highlighted_file_is_the_tile_as_it_would_be_painted_in_its_turn) {
   for (const char* path : {"/r/file0", "/r/a/0", "/r/a/3", "/r/file4"}) {
     for (const double scale : {1.0, 2.0}) {

@@ -1,6 +1,7 @@
 #include "app/map/PictureItem.h"
 
 #include <QQuickWindow>
+#include <QRegion>
 #include <QSGImageNode>
 
 namespace tessaly {
@@ -9,23 +10,34 @@ PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
   setFlag(ItemHasContents, true);
 }
 
-void PictureItem::show(const PixelCanvas& picture) {
+void PictureItem::show(const PixelCanvas& picture, const QRect& opaque) {
   pieces_.clear();
-  add(picture);
+  const QPoint origin = picture.area().topLeft();
+  const auto cut = [&](const QRect& part) {
+    return picture.image().copy(part.translated(-origin));
+  };
+  const QRect covering = opaque & picture.area();
+  for (const QRect& part : QRegion(picture.area()) - covering) {
+    add(cut(part), part, picture.scale());
+  }
+  if (!covering.isEmpty()) {
+    QImage image = cut(covering);
+    image.reinterpretAsFormat(QImage::Format_RGB32);
+    add(image, covering, picture.scale());
+  }
   countPicture();
 }
 
 void PictureItem::show(const std::vector<PixelCanvas>& pieces) {
   pieces_.clear();
-  for (const PixelCanvas& piece : pieces) add(piece);
+  for (const PixelCanvas& piece : pieces) add(piece.image(), piece.area(), piece.scale());
   countPicture();
 }
 
-void PictureItem::add(const PixelCanvas& picture) {
-  const QRectF pixels(picture.area());
+void PictureItem::add(const QImage& image, const QRect& pixels, double scale) {
+  const QRectF place(pixels);
   pieces_.push_back(
-      {.image = picture.image(),
-       .place = QRectF(pixels.topLeft() / picture.scale(), pixels.size() / picture.scale())});
+      {.image = image, .place = QRectF(place.topLeft() / scale, place.size() / scale)});
 }
 
 void PictureItem::countPicture() {

@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QQuickItem>
+#include <QRect>
 
 #include "app/map/PixelCanvas.h"
 
@@ -17,8 +18,10 @@ class PictureItem : public QQuickItem {
  public:
   explicit PictureItem(QQuickItem* parent = nullptr);
 
-  // Shows these pixels where they belong, in the item's coordinates. A picture may come in pieces.
-  void show(const PixelCanvas& picture);
+  // Shows these pixels where they belong, in the item's coordinates. Those in `opaque`, pixels of
+  // the canvas as well, cover all behind them: where they change, nothing else is drawn.
+  void show(const PixelCanvas& picture, const QRect& opaque);
+  // The same for a picture in pieces.
   void show(const std::vector<PixelCanvas>& pieces);
 
   // Shows nothing.
@@ -38,7 +41,7 @@ class PictureItem : public QQuickItem {
     QRectF place;
   };
 
-  void add(const PixelCanvas& picture);
+  void add(const QImage& image, const QRect& pixels, double scale);
   void countPicture();
 
   std::vector<Piece> pieces_;

@@ -39,6 +39,9 @@ class RoundedShape {
 
   const Rect& rect() const { return rect_; }
 
+  // How far from a corner, along either edge, its curve begins.
+  double cornerReach() const { return reach_; }
+
   // The rows that the shape reaches: firstRow() up to, but not including, endRow().
   int firstRow() const { return firstRow_; }
   int endRow() const { return endRow_; }

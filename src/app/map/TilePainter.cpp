@@ -135,6 +135,16 @@ void cutCorners(PixelCanvas& canvas, QSizeF size) {
   canvas.keep(shape);
 }
 
+QRect opaquePart(QSizeF size, double scale) {
+  const double width = size.width() * scale;
+  if (width != std::floor(width)) return {};
+  const double height = size.height() * scale;
+  const double cut = RoundedShape({0, 0, width, height}, canvasRadius * scale).cornerReach();
+  const int first = static_cast<int>(std::ceil(cut));
+  const int end = static_cast<int>(std::floor(height - cut));
+  return {0, first, static_cast<int>(width), end - first};
+}
+
 std::optional<Glow> glowOf(const CanvasTile& tile, bool highlighted, double scale) {
   if (!highlighted && !tile.selected) return std::nullopt;
   const Color color = tile.selected ? MarrowTheme::accent : tile.tint;

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include <QRect>
 #include <QSizeF>
 
 #include "app/map/CanvasTile.h"
@@ -19,6 +20,10 @@ void paintOutline(PixelCanvas& canvas, QSizeF size);
 
 // Takes away what lies outside the rounded corners of the canvas.
 void cutCorners(PixelCanvas& canvas, QSizeF size);
+
+// The pixels of such a canvas that cover all behind them once it is painted: its rows between the
+// corners. Empty where the canvas ends inside a pixel.
+QRect opaquePart(QSizeF size, double scale);
 
 // The glow that lies under a tile which is highlighted or selected.
 std::optional<Glow> glowOf(const CanvasTile& tile, bool highlighted, double scale);

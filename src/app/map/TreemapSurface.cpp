@@ -3,6 +3,7 @@
 #include <QQuickWindow>
 
 #include "app/map/MapPicture.h"
+#include "app/map/TilePainter.h"
 
 namespace tessaly {
 
@@ -77,7 +78,8 @@ void TreemapSurface::makeTiles() {
     tiles_ = CanvasTiles(
         *node_.node(), size(),
         {session_->filters(), session_->grewPaths(), session_->selected(), session_->heatmap()});
-    tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_));
+    tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_),
+                       TilePainter::opaquePart(size(), scale()));
   }
   hovered_ = std::nullopt;
   emit tilesChanged();
