@@ -53,7 +53,7 @@ QImage TexturedItem::paintedOrKnown(double devicePixelRatio) const {
   // Shared by all items, since no two are painted at a time.
   static QCache<QByteArray, QImage> known(keptKilobytes);
   if (const QImage* image = known.object(key)) return *image;
-  const QImage image = toImage(devicePixelRatio);
+  QImage image = toImage(devicePixelRatio);
   known.insert(key, new QImage(image), 1 + static_cast<int>(image.sizeInBytes() / 1024));
   return image;
 }
