@@ -83,13 +83,25 @@ class RelaunchTest : public testing::Test {
     return std::move(started).value();
   }
 
-  // The programs that run with the state of this test.
+  static bool isProgram(const std::string& pid) {
+    return contentsOf("/proc/" + pid + "/comm") == "tessaly\n";
+  }
+
+  static std::string parentOf(const std::filesystem::path& process) {
+    std::ifstream status(process / "status");
+    for (std::string line; std::getline(status, line);)
+      if (line.starts_with("PPid:")) return line.substr(line.find_first_of("0123456789"));
+    return {};
+  }
+
+  // The programs that run with the state of this test. What one of them has just forked to start a
+  // tool is still called like it, and is left out.
   std::vector<pid_t> running() const {
     std::vector<pid_t> found;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
       const std::string name = entry.path().filename().string();
       if (name.find_first_not_of("0123456789") != std::string::npos) continue;
-      if (contentsOf(entry.path() / "comm") != "tessaly\n") continue;
+      if (!isProgram(name) || isProgram(parentOf(entry.path()))) continue;
       if (contentsOf(entry.path() / "environ").find(state_.path()) == std::string::npos) continue;
       found.push_back(static_cast<pid_t>(std::stol(name)));
     }
