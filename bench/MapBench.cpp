@@ -1,11 +1,10 @@
-// What the map of a tree of 100,000 nodes costs in the real window, on the
-// software renderer: from the click on a folder to the painted map of it, a
-// resize of the window up to the painted map, a move of the pointer to another
-// tile, and a move of a rubber band that grows over all tiles. The scan is one
-// of a machine that is made up.
+// What the map of a tree of 100,000 nodes costs in the real window, on the software renderer: from
+// the click on a folder to the painted map of it, a resize of the window up to the painted map, a
+// move of the pointer to another tile, and a move of a rubber band that grows over all tiles. The
+// scan is one of a machine that is made up.
 //
-// Each thing is done seven times, and of the same thing the fastest counts; the
-// percentile is that over the moves of one band.
+// Each thing is done seven times, and of the same thing the fastest counts; the percentile is that
+// over the moves of one band.
 //
 // Usage: tessaly_map_bench [scale]    with 2 for the pixels of a dense screen
 #include <algorithm>
@@ -103,8 +102,7 @@ class MapBench {
     return *found;
   }
 
-  // Blocks until the next frame has been rendered, so that waiting costs no
-  // CPU.
+  // Blocks until the next frame has been rendered, so that waiting costs no CPU.
   void waitForFrame() {
     QEventLoop loop;
     QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);

@@ -11,13 +11,15 @@ namespace {
 
 // In deviations of the Gaussian: further out a glow is below what a pixel can show.
 constexpr double range = 2.5;
+// The same inwards: further in it is as strong as a pixel can show.
+constexpr double farInside = 3;
 
 // Strengths of `count` pixels from `first` on, along one axis of the blurred rectangle.
 std::vector<std::uint32_t> strengths(int first, int count, double low, double high,
                                      double deviation) {
   std::vector<std::uint32_t> values(static_cast<std::size_t>(std::max(count, 0)));
   const double unit = deviation * std::sqrt(2.0);
-  const double far = deviation * 3;
+  const double far = deviation * farInside;
   for (std::size_t i = 0; i < values.size(); ++i) {
     const double middle = first + static_cast<double>(i) + 0.5;
     const bool isInside = middle - low > far && high - middle > far;
@@ -32,6 +34,10 @@ std::vector<std::uint32_t> strengths(int first, int count, double low, double hi
 
 double Glow::reach(double radius) {
   return radius * range;
+}
+
+double Glow::depth(double radius) {
+  return radius * farInside;
 }
 
 Glow::Glow(const Rect& rect, const Color& color, double radius, double scale) {

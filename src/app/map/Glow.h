@@ -25,6 +25,9 @@ class Glow {
   // How far from the tile a glow of this radius is still seen, in points.
   static double reach(double radius);
 
+  // How far inside the tile it has its whole strength, in points.
+  static double depth(double radius);
+
   // Lays the glow over the canvas, inside its clip.
   void paint(PixelCanvas& canvas) const;
 

@@ -29,14 +29,6 @@ QFont fontWith(Fonts::Voice voice, int pixelSize, QFont::Weight weight) {
   return font;
 }
 
-// The part of a tile that its label and the shadow of it can reach, all in pixels.
-QRect rowOf(const Rect& tile, double scale) {
-  const double height = std::min(tile.height, highestRow * scale);
-  return {QPoint(static_cast<int>(std::floor(tile.x)), static_cast<int>(std::floor(tile.y))),
-          QPoint(static_cast<int>(std::ceil(tile.x + tile.width)) - 1,
-                 static_cast<int>(std::ceil(tile.y + height)) - 1)};
-}
-
 }  // namespace
 
 LabelPainter::LabelPainter()
@@ -118,6 +110,14 @@ const LabelPainter::Picture& LabelPainter::fitting(Style style, const QString& t
   });
 }
 
+QRect LabelPainter::area(const TreemapRect& rect, double scale) {
+  const double height = std::min(rect.height, highestRow);
+  return {QPoint(static_cast<int>(std::floor(rect.x * scale)),
+                 static_cast<int>(std::floor(rect.y * scale))),
+          QPoint(static_cast<int>(std::ceil((rect.x + rect.width) * scale)) - 1,
+                 static_cast<int>(std::ceil((rect.y + height) * scale)) - 1)};
+}
+
 void LabelPainter::endPass() {
   if (pictures_.size() > picturesToKeep) {
     pictures_.removeIf([this](auto entry) { return entry.value().lastPass != pass_; });
@@ -128,7 +128,7 @@ void LabelPainter::endPass() {
 void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
   const double scale = canvas.scale();
   const QRect outerClip = canvas.clip();
-  const QRect row = rowOf(canvas.toPixels(rect.rect()), scale);
+  const QRect row = area(rect, scale);
   if (!row.intersects(outerClip)) return;
   const auto label = TileLabel::of(rect);
   if (!label) return;
