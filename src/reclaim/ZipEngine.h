@@ -29,8 +29,9 @@ std::string suggestedName(
 std::string commonParent(const std::vector<std::string>& paths);
 
 // Packs what is there of `paths`, folders with all that is in them, into a new archive at `to`,
-// each under its path below their common parent. True when the archive is there then. What zip
-// could not read, or what went meanwhile, may be missing from it.
+// each under its path below their common parent. True when that archive is there then; a file or
+// folder that was there before, and that zip has left as it was, is none. What zip could not read,
+// or what went meanwhile, may be missing from it.
 //
 // A file at `to` is replaced, and gone even where no archive comes of it. An archive that would lie
 // at or inside one of `paths` is not made. Items are followed where they are links. All of it may

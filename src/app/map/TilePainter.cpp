@@ -73,8 +73,9 @@ constexpr int pixelsBetween = 64;
 void fillSpan(std::uint32_t* pixels, int begin, int from, int to, const RowColors& colors,
               std::uint8_t coverage) {
   while (from < to) {
-    const int start = std::max(from & -pixelsBetween, begin);
-    const int end = std::min((from & -pixelsBetween) + pixelsBetween, to);
+    const int step = from - from % pixelsBetween;
+    const int start = std::max(step, begin);
+    const int end = std::min(step + pixelsBetween, to);
     Pixel::layOver(pixels + from, end - from,
                    colors.gradient(colors.opacityAt(start + 0.5)).from(from - start), coverage);
     from = end;
