@@ -235,8 +235,8 @@ TEST_F(MapPictureTest, of_a_highlighted_folder_that_is_nearly_empty_is_as_painte
   }
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_lies_under_the_glow_of_a_selected_tile_in_it) {
-  selected_ = {"/r/a/0"};
+TEST_F(MapPictureTest, of_a_highlighted_folder_lies_under_the_glow_of_selected_tiles_in_it) {
+  for (const DiskNode& file : files("/r/a", 100)) selected_.insert(file.path());
   showSparseFolder();
   const std::size_t folder = index("/r/a");
   ASSERT_TRUE(tiles_[index("/r/a/0")].selected);
