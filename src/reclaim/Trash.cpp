@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <sys/stat.h>
 #include <utility>
 
@@ -30,27 +31,27 @@ std::string parentOf(const std::string& path) {
 
 }  // namespace
 
-std::optional<TrashedItem> moveRecording(const std::string& path, TrashMover& mover) {
+Result<TrashedItem> moveRecording(const std::string& path, TrashMover& mover) {
   Result<std::string> moved = mover.moveToTrash(path);
-  if (!moved) return std::nullopt;
+  if (!moved) return moved.error();
   return TrashedItem{.original = path, .trashPath = std::move(moved).value()};
 }
 
 Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover) {
   Moved moved;
   for (const std::string& path : paths) {
-    if (std::optional<TrashedItem> item = moveRecording(path, mover)) {
-      moved.items.push_back(*std::move(item));
+    if (Result<TrashedItem> item = moveRecording(path, mover)) {
+      moved.items.push_back(std::move(item).value());
     } else {
-      moved.errors.push_back(path);
+      moved.errors.push_back({.path = path, .cause = item.error()});
     }
   }
   return moved;
 }
 
-bool putBack(const TrashedItem& item, TrashMover& mover) {
-  if (item.trashPath.empty()) return false;
-  return mover.putBack(item.trashPath, item.original).ok();
+Outcome putBack(const TrashedItem& item, TrashMover& mover) {
+  if (item.trashPath.empty()) return SystemError::fromErrno(ENOENT, item.original);
+  return mover.putBack(item.trashPath, item.original);
 }
 
 void openTerminal(const std::string& path, Workspace& workspace, const OpenTool& tool) {

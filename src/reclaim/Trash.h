@@ -1,15 +1,16 @@
 // Where what the user throws away goes: to the Trash, with a record of it, and back. Refuses
 // nothing; who should be warned first is for the caller to ask. And where the user looks at it
-// before: in a terminal or an editor. A failure is an absent value, a false or silence, never more.
+// before: in a terminal or an editor. A failure of a move comes with its cause; one of opening
+// something is silence.
 //
 // Every call blocks and keeps nothing. Moves are safe from any thread as far as the mover is.
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/SystemError.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/OpenTool.h"
@@ -25,23 +26,31 @@ struct TrashedItem {
 
 namespace Trash {
 
+// What did not move, and why.
+struct Failure {
+  std::string path;  // as it was given; bytes
+  SystemError cause;
+
+  friend bool operator==(const Failure&, const Failure&) = default;
+};
+
 struct Moved {
   std::vector<TrashedItem> items;
-  std::vector<std::string> errors;  // the paths that did not move
+  std::vector<Failure> errors;
 
   friend bool operator==(const Moved&, const Moved&) = default;
 };
 
-// Absent when the item did not move.
-std::optional<TrashedItem> moveRecording(const std::string& path, TrashMover& mover);
+// An error when the item did not move.
+Result<TrashedItem> moveRecording(const std::string& path, TrashMover& mover);
 
 // All of them one after the other, whatever fails; both lists in the order of `paths`.
 Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover);
 
-// True when the item stands at `original` again by this call. False for one without `trashPath`,
-// and where something stands at `original`, which is never replaced. Folders above it that are
-// missing are made.
-bool putBack(const TrashedItem& item, TrashMover& mover);
+// Succeeds when the item stands at `original` again by this call. Fails for one without
+// `trashPath`, and where something stands at `original`, which is never replaced. Folders above it
+// that are missing are made.
+Outcome putBack(const TrashedItem& item, TrashMover& mover);
 
 // Shows the folder at the absolute `path`, or the one that holds what else it is or was, in the
 // file viewer, and opens a terminal in it. Waits for neither. Main thread only.

@@ -7,14 +7,20 @@
 namespace tessaly {
 namespace {
 
+std::vector<std::string> pathsOf(const std::vector<Trash::Failure>& failures) {
+  std::vector<std::string> paths;
+  for (const Trash::Failure& failure : failures) paths.push_back(failure.path);
+  return paths;
+}
+
 TEST(Trash, records_the_path_as_it_was_given) {
   MemoryTrash disk;
   disk.put("/data/folder/film", "content");
-  const std::optional<TrashedItem> item = Trash::moveRecording("/data/folder//", disk);
-  ASSERT_TRUE(item);
-  EXPECT_EQ(item->original, "/data/folder//");
-  EXPECT_EQ(disk.contentOf(item->trashPath + "/film"), "content");
-  EXPECT_TRUE(Trash::putBack(*item, disk));
+  const Result<TrashedItem> item = Trash::moveRecording("/data/folder//", disk);
+  ASSERT_TRUE(item.ok());
+  EXPECT_EQ(item.value().original, "/data/folder//");
+  EXPECT_EQ(disk.contentOf(item.value().trashPath + "/film"), "content");
+  EXPECT_TRUE(Trash::putBack(item.value(), disk));
   EXPECT_EQ(disk.contentOf("/data/folder/film"), "content");
 }
 
@@ -22,8 +28,8 @@ TEST(Trash, records_nothing_of_what_did_not_move) {
   MemoryTrash disk;
   disk.put("/kept");
   disk.refuse("/kept");
-  EXPECT_EQ(Trash::moveRecording("/kept", disk), std::nullopt);
-  EXPECT_EQ(Trash::moveRecording("/missing", disk), std::nullopt);
+  EXPECT_EQ(Trash::moveRecording("/kept", disk).error().kind, SystemError::Kind::notPermitted);
+  EXPECT_EQ(Trash::moveRecording("/missing", disk).error().kind, SystemError::Kind::notFound);
   EXPECT_TRUE(disk.has("/kept"));
 }
 
@@ -31,9 +37,9 @@ TEST(Trash, records_an_item_also_when_nobody_tells_where_it_is) {
   MemoryTrash disk;
   disk.put("/a");
   disk.tellNoPlaces();
-  const std::optional<TrashedItem> item = Trash::moveRecording("/a", disk);
-  EXPECT_EQ(item, (TrashedItem{.original = "/a", .trashPath = ""}));
-  EXPECT_FALSE(Trash::putBack(*item, disk));
+  const Result<TrashedItem> item = Trash::moveRecording("/a", disk);
+  EXPECT_EQ(item.value(), (TrashedItem{.original = "/a", .trashPath = ""}));
+  EXPECT_FALSE(Trash::putBack(item.value(), disk));
   EXPECT_FALSE(disk.has("/a"));
 }
 
@@ -47,7 +53,9 @@ TEST(Trash, moves_many_in_order_whatever_fails) {
   EXPECT_EQ(moved.items[0].original, "/d");
   EXPECT_EQ(moved.items[1].original, "/a");
   EXPECT_EQ(moved.items[2].original, "/c");
-  EXPECT_EQ(moved.errors, (std::vector<std::string>{"/missing", "/b", "/a"}));
+  EXPECT_EQ(pathsOf(moved.errors), (std::vector<std::string>{"/missing", "/b", "/a"}));
+  EXPECT_EQ(moved.errors[0].cause.kind, SystemError::Kind::notFound);
+  EXPECT_EQ(moved.errors[1].cause.kind, SystemError::Kind::notPermitted);
   EXPECT_TRUE(disk.has("/b"));
   for (const TrashedItem& item : moved.items) {
     EXPECT_EQ(disk.contentOf(item.trashPath), item.original);
@@ -66,38 +74,38 @@ TEST(Trash, one_good_and_one_missing_path_give_one_item_and_one_error) {
   const Trash::Moved moved = Trash::moveManyRecording({"/good", "/missing"}, disk);
   ASSERT_EQ(moved.items.size(), 1U);
   EXPECT_EQ(disk.contentOf(moved.items[0].trashPath), "content");
-  EXPECT_EQ(moved.errors, std::vector<std::string>{"/missing"});
+  EXPECT_EQ(pathsOf(moved.errors), std::vector<std::string>{"/missing"});
 }
 
 TEST(Trash, puts_back_into_folders_that_went_meanwhile) {
   MemoryTrash disk;
   disk.put("/a/b/film", "content");
-  const std::optional<TrashedItem> item = Trash::moveRecording("/a/b/film", disk);
-  ASSERT_TRUE(item);
+  const Result<TrashedItem> item = Trash::moveRecording("/a/b/film", disk);
+  ASSERT_TRUE(item.ok());
   disk.remove("/a");
-  EXPECT_TRUE(Trash::putBack(*item, disk));
+  EXPECT_TRUE(Trash::putBack(item.value(), disk));
   EXPECT_EQ(disk.contentOf("/a/b/film"), "content");
 }
 
 TEST(Trash, leaves_alone_what_stands_at_the_original) {
   MemoryTrash disk;
   disk.put("/film", "old");
-  const std::optional<TrashedItem> item = Trash::moveRecording("/film", disk);
-  ASSERT_TRUE(item);
+  const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
+  ASSERT_TRUE(item.ok());
   disk.put("/film", "new");
-  EXPECT_FALSE(Trash::putBack(*item, disk));
+  EXPECT_FALSE(Trash::putBack(item.value(), disk));
   EXPECT_EQ(disk.contentOf("/film"), "new");
-  EXPECT_EQ(disk.contentOf(item->trashPath), "old");
+  EXPECT_EQ(disk.contentOf(item.value().trashPath), "old");
 }
 
 TEST(Trash, cannot_put_back_what_was_emptied_from_it) {
   MemoryTrash disk;
   disk.put("/film");
-  const std::optional<TrashedItem> item = Trash::moveRecording("/film", disk);
-  ASSERT_TRUE(item);
-  disk.remove(item->trashPath);
-  EXPECT_FALSE(Trash::putBack(*item, disk));
-  EXPECT_FALSE(Trash::putBack(*item, disk));
+  const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
+  ASSERT_TRUE(item.ok());
+  disk.remove(item.value().trashPath);
+  EXPECT_FALSE(Trash::putBack(item.value(), disk));
+  EXPECT_FALSE(Trash::putBack(item.value(), disk));
 }
 
 TEST(TrashedItem, equal_items_have_one_hash_and_the_two_paths_count_apart) {

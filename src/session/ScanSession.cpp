@@ -59,6 +59,14 @@ void ScanSession::showToast(FieldChanges& changes, const std::string& text) {
   changes.set(toast_, std::optional(text), &ScanSession::toastChanged);
 }
 
+void ScanSession::tellFailure(const std::string& text) {
+  setField(failure_, std::optional(text), &ScanSession::failureChanged);
+}
+
+void ScanSession::dismissFailure() {
+  setField(failure_, {}, &ScanSession::failureChanged);
+}
+
 void ScanSession::setPane(MainPane pane) {
   setField(pane_, pane, &ScanSession::paneChanged);
 }

@@ -205,6 +205,11 @@ class ScanSession : public QObject {
   // Shows a short message, and takes it away 2.8 seconds later unless a newer one stands there.
   void flash(const std::string& text);
 
+  // Tells of something that failed and that the user has to know of. It stays, whatever else is
+  // flashed, until it is dismissed or a later failure takes its place.
+  void tellFailure(const std::string& text);
+  Q_INVOKABLE void dismissFailure();
+
   // Fields, in declared order.
   MainPane pane() const { return pane_; }
   void setPane(MainPane pane);
@@ -239,6 +244,7 @@ class ScanSession : public QObject {
   const std::vector<ScanDelta>& deltas() const { return deltas_; }
   const std::set<std::string>& grewPaths() const { return grewPaths_; }
   const std::optional<std::string>& toast() const { return toast_; }
+  const std::optional<std::string>& failure() const { return failure_; }
   const std::optional<DiskNode>& focused() const { return focused_; }
   void setFocused(std::optional<DiskNode> node);
   const std::set<std::string>& selected() const { return selected_; }
@@ -289,6 +295,7 @@ class ScanSession : public QObject {
   void volumesChanged();
   void deltasChanged();  // deltas and grewPaths, which always change together
   void toastChanged();
+  void failureChanged();
   void focusedChanged();
   void selectionChanged();  // selected and selectedNodes, which always change together
   void heatmapChanged();
@@ -367,6 +374,7 @@ class ScanSession : public QObject {
   std::vector<ScanDelta> deltas_;
   std::set<std::string> grewPaths_;
   std::optional<std::string> toast_;
+  std::optional<std::string> failure_;
   std::optional<DiskNode> focused_;
   std::set<std::string> selected_;
   std::vector<DiskNode> selectedNodes_;

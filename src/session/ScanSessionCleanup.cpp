@@ -25,8 +25,9 @@ void ScanSession::trashFocused() {
     return;
   }
   FieldChanges changes(*this);
-  if (std::optional<TrashedItem> item = Trash::moveRecording(path, services_.trash)) {
-    changes.set(lastTrashed_, std::vector{std::move(*item)}, &ScanSession::lastTrashedChanged);
+  if (Result<TrashedItem> item = Trash::moveRecording(path, services_.trash)) {
+    changes.set(lastTrashed_, std::vector{std::move(item).value()},
+                &ScanSession::lastTrashedChanged);
   }
   // Said of a move that failed as well: the walk shows what is true.
   showToast(changes, "Moved " + std::string(target->name()) + " to Trash");
@@ -44,7 +45,7 @@ void ScanSession::trash(const DiskNode& node) {
     changes.announce();
     return;
   }
-  Trash::moveRecording(target.path(), services_.trash);
+  static_cast<void>(Trash::moveRecording(target.path(), services_.trash));
   const QPointer<ScanSession> session(this);
   changes.announce();
   if (session) rescan();
@@ -55,7 +56,7 @@ void ScanSession::overruleWarning() {
   const std::string path = criticalWarning_->path();
   FieldChanges changes(*this);
   changes.set(criticalWarning_, std::optional<DiskNode>(), &ScanSession::criticalWarningChanged);
-  Trash::moveRecording(path, services_.trash);
+  static_cast<void>(Trash::moveRecording(path, services_.trash));
   const QPointer<ScanSession> session(this);
   changes.announce();
   if (session) rescan();
@@ -83,7 +84,7 @@ void ScanSession::undoTrash() {
   // A folder that went after its contents comes back before them.
   const auto count = std::count_if(
       lastTrashed_.rbegin(), lastTrashed_.rend(),
-      [this](const TrashedItem& item) { return Trash::putBack(item, services_.trash); });
+      [this](const TrashedItem& item) { return Trash::putBack(item, services_.trash).ok(); });
   FieldChanges changes(*this);
   changes.set(lastTrashed_, std::vector<TrashedItem>(), &ScanSession::lastTrashedChanged);
   showToast(changes, "Put back " + Format::counted(static_cast<std::size_t>(count), "item"));

@@ -36,6 +36,7 @@ TEST_F(ScanSessionTest, begins_idle_on_the_map_with_nothing_in_it) {
   EXPECT_TRUE(s.recents().empty());
   EXPECT_TRUE(s.grewPaths().empty());
   EXPECT_FALSE(s.toast());
+  EXPECT_FALSE(s.failure());
   EXPECT_FALSE(s.focused());
   EXPECT_TRUE(s.selected().empty());
   EXPECT_TRUE(s.selectedNodes().empty());
@@ -113,6 +114,19 @@ TEST_F(Toast, outlives_the_session_without_harm) {
   endSession();
   dispatch().advance(milliseconds(2800));
   EXPECT_EQ(dispatch().drain(Queue::main), 1u);
+}
+
+TEST_F(ScanSessionTest, keeps_a_failure_whatever_is_flashed_until_it_is_dismissed) {
+  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
+  session().tellFailure("first");
+  session().tellFailure("second");
+  session().flash("Hello");
+  dispatch().advance(milliseconds(10000));
+  runMain();
+  EXPECT_EQ(session().failure(), "second");
+  session().dismissFailure();
+  EXPECT_FALSE(session().failure());
+  EXPECT_EQ(changed.count(), 3);
 }
 
 }  // namespace

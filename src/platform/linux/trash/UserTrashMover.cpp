@@ -5,12 +5,11 @@
 #include <ctime>
 #include <fcntl.h>
 #include <random>
-#include <string_view>
 #include <unistd.h>
 
-#include "platform/linux/Uninterrupted.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/MoveItem.h"
+#include "platform/linux/trash/NewInfo.h"
 #include "platform/linux/trash/TrashFolder.h"
 #include "platform/linux/trash/TrashInfo.h"
 
@@ -24,64 +23,6 @@ std::tm localTime() {
   ::localtime_r(&now, &local);
   return local;
 }
-
-bool writeAll(const FileDescriptor& file, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t written =
-        uninterrupted([&] { return ::write(file.get(), content.data(), content.size()); });
-    if (written <= 0) {
-      if (written == 0) errno = EIO;
-      return false;
-    }
-    content.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
-// A file in a folder of infos that was not there before, on disk before anything is moved. It is
-// taken away again unless it is kept.
-class NewInfo {
- public:
-  // Not there after a failure, with errno set.
-  NewInfo(const FileDescriptor& folder, std::string name, std::string_view content)
-      : folder_(folder), name_(std::move(name)) {
-    FileDescriptor file(uninterrupted([&] {
-      const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-      return ::openat(folder_.get(), name_.c_str(), flags, 0600);
-    }));
-    if (!file) return;
-    isThere_ = true;
-    // An interrupted close has closed all the same.
-    const bool isWritten = writeAll(file, content) &&
-                           uninterrupted([&] { return ::fsync(file.get()); }) == 0 &&
-                           (file.close() == 0 || errno == EINTR);
-    if (isWritten) {
-      syncFolder(folder_);
-    } else {
-      remove();
-    }
-  }
-  NewInfo(const NewInfo&) = delete;
-  NewInfo& operator=(const NewInfo&) = delete;
-  ~NewInfo() {
-    if (isThere_) remove();
-  }
-
-  bool isThere() const { return isThere_; }
-  void keep() { isThere_ = false; }
-
- private:
-  void remove() {
-    const int code = errno;
-    ::unlinkat(folder_.get(), name_.c_str(), 0);
-    errno = code;
-    isThere_ = false;
-  }
-
-  const FileDescriptor& folder_;
-  const std::string name_;
-  bool isThere_ = false;
-};
 
 // Small numbers read well; where many items of one name lie, each would have to be tried.
 unsigned numberOf(unsigned attempt) {

@@ -1,0 +1,60 @@
+#include "platform/linux/trash/NewInfo.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/linux/Uninterrupted.h"
+#include "platform/linux/trash/ItemPlace.h"
+
+namespace tessaly {
+
+namespace {
+
+bool writeAll(const FileDescriptor& file, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written =
+        uninterrupted([&] { return ::write(file.get(), content.data(), content.size()); });
+    if (written <= 0) {
+      if (written == 0) errno = EIO;
+      return false;
+    }
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+}  // namespace
+
+NewInfo::NewInfo(const FileDescriptor& folder, std::string name, std::string_view content)
+    : folder_(folder), name_(std::move(name)) {
+  FileDescriptor file(uninterrupted([&] {
+    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    return ::openat(folder_.get(), name_.c_str(), flags, 0600);
+  }));
+  if (!file) return;
+  isThere_ = true;
+  // An interrupted close has closed all the same.
+  const bool isWritten = writeAll(file, content) &&
+                         uninterrupted([&] { return ::fsync(file.get()); }) == 0 &&
+                         (file.close() == 0 || errno == EINTR);
+  if (isWritten) {
+    syncFolder(folder_);
+  } else {
+    remove();
+  }
+}
+
+NewInfo::~NewInfo() {
+  if (isThere_) remove();
+}
+
+void NewInfo::remove() {
+  const int code = errno;
+  ::unlinkat(folder_.get(), name_.c_str(), 0);
+  errno = code;
+  isThere_ = false;
+}
+
+}  // namespace tessaly
