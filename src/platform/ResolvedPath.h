@@ -9,4 +9,9 @@ namespace tessaly {
 // resolved. Where the path, or the end of it, does not exist, that part is kept as it is written.
 std::string resolvedPath(const std::string& path);
 
+// The same for the folders above the item at the absolute `path`, which itself may be a link: its
+// name stays as it is written. A path that names no item of its own (such as "/x/..") stays as it
+// is, and so does one that is not absolute.
+std::string resolvedAbove(const std::string& path);
+
 }  // namespace tessaly

@@ -35,6 +35,10 @@ SystemError::Kind kindOf(int code) {
     case EMFILE:
     case ENFILE:
       return Kind::tooManyOpenFiles;
+    case ESTALE:
+      return Kind::stale;
+    case ELOOP:
+      return Kind::linkOnTheWay;
     case ENOSYS:
     case EOPNOTSUPP:
       return Kind::notSupported;

@@ -24,6 +24,8 @@ struct SystemError {
     notADirectory,     // a folder was needed
     isADirectory,      // a file was needed
     tooManyOpenFiles,  // the process, or the system, is out of descriptors
+    stale,             // another item stands where the one that was meant stood
+    linkOnTheWay,      // a symbolic link stands where a folder was meant, or leads in a circle
     notSupported,      // the system or the file system has no such operation
     other,
   };

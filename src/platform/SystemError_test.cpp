@@ -30,6 +30,8 @@ TEST(SystemError, tells_apart_what_callers_act_on) {
   EXPECT_EQ(SystemError::fromErrno(EISDIR, "x").kind, Kind::isADirectory);
   EXPECT_EQ(SystemError::fromErrno(EMFILE, "x").kind, Kind::tooManyOpenFiles);
   EXPECT_EQ(SystemError::fromErrno(ENFILE, "x").kind, Kind::tooManyOpenFiles);
+  EXPECT_EQ(SystemError::fromErrno(ESTALE, "x").kind, Kind::stale);
+  EXPECT_EQ(SystemError::fromErrno(ELOOP, "x").kind, Kind::linkOnTheWay);
   EXPECT_EQ(SystemError::fromErrno(ENOSYS, "x").kind, Kind::notSupported);
   EXPECT_EQ(SystemError::fromErrno(EIO, "x").kind, Kind::other);
 }

@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <utility>
 
+#include "platform/ResolvedPath.h"
+
 namespace tessaly::Trash {
 
 namespace {
@@ -31,19 +33,37 @@ std::string parentOf(const std::string& path) {
 
 }  // namespace
 
+Location locate(const std::string& path) {
+  return {.original = path, .place = resolvedAbove(path)};
+}
+
 Result<TrashedItem> moveRecording(const std::string& path, TrashMover& mover) {
-  Result<std::string> moved = mover.moveToTrash(path);
+  return moveRecording(Location{.original = path, .place = path}, mover);
+}
+
+Result<TrashedItem> moveRecording(const Location& location, TrashMover& mover) {
+  Result<ItemInTrash> moved = mover.moveToTrash(location.place);
   if (!moved) return moved.error();
-  return TrashedItem{.original = path, .trashPath = std::move(moved).value()};
+  return TrashedItem{.original = location.original,
+                     .trashPath = std::move(moved.value().path),
+                     .place = location.place,
+                     .identity = std::move(moved.value().identity)};
 }
 
 Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover) {
+  std::vector<Location> locations;
+  locations.reserve(paths.size());
+  for (const std::string& path : paths) locations.push_back({.original = path, .place = path});
+  return moveManyRecording(std::span<const Location>(locations), mover);
+}
+
+Moved moveManyRecording(std::span<const Location> locations, TrashMover& mover) {
   Moved moved;
-  for (const std::string& path : paths) {
-    if (Result<TrashedItem> item = moveRecording(path, mover)) {
+  for (const Location& location : locations) {
+    if (Result<TrashedItem> item = moveRecording(location, mover)) {
       moved.items.push_back(std::move(item).value());
     } else {
-      moved.errors.push_back({.path = path, .cause = item.error()});
+      moved.errors.push_back({.path = location.original, .cause = item.error()});
     }
   }
   return moved;
@@ -51,7 +71,7 @@ Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover
 
 Outcome putBack(const TrashedItem& item, TrashMover& mover) {
   if (item.trashPath.empty()) return SystemError::fromErrno(ENOENT, item.original);
-  return mover.putBack(item.trashPath, item.original);
+  return mover.putBack({.path = item.trashPath, .identity = item.identity}, item.place);
 }
 
 void openTerminal(const std::string& path, Workspace& workspace, const OpenTool& tool) {

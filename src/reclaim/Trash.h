@@ -7,10 +7,12 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "platform/SystemError.h"
+#include "platform/TrashIdentity.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/OpenTool.h"
@@ -18,8 +20,10 @@
 namespace tessaly {
 
 struct TrashedItem {
-  std::string original;   // the path that was handed to the move, as it was given; bytes
-  std::string trashPath;  // where the item is in the Trash; empty where nobody told
+  std::string original;    // the path that was handed to the move, as it was given; bytes
+  std::string trashPath;   // where the item is in the Trash; empty where nobody told
+  std::string place;       // `original` without links above the item: where it comes back to
+  TrashIdentity identity;  // of the item, since its name in the Trash may be used again
 
   friend bool operator==(const TrashedItem&, const TrashedItem&) = default;
 };
@@ -41,15 +45,33 @@ struct Moved {
   friend bool operator==(const Moved&, const Moved&) = default;
 };
 
-// An error when the item did not move.
+// Where an item stands. A path may lead to it through links ("~/.cache" often is one), and who may
+// change a folder on the way can turn it elsewhere later on: so whoever lists such paths looks
+// where they lead when the row is listed, and what is moved is what was listed.
+struct Location {
+  std::string original;  // the path, as it was given; bytes
+  std::string place;     // the same without links above the item, which may be one itself
+
+  friend bool operator==(const Location&, const Location&) = default;
+};
+
+// Asks the disk; from any thread.
+Location locate(const std::string& path);
+
+// An error when the item did not move. No link on the way to it is followed: for paths of a tree,
+// which have none.
 Result<TrashedItem> moveRecording(const std::string& path, TrashMover& mover);
+// The same through the place that was found; what is told of the item has the path as it was given.
+Result<TrashedItem> moveRecording(const Location& location, TrashMover& mover);
 
-// All of them one after the other, whatever fails; both lists in the order of `paths`.
+// All of them one after the other, whatever fails; both lists in the order of those given.
 Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover);
+Moved moveManyRecording(std::span<const Location> locations, TrashMover& mover);
 
-// Succeeds when the item stands at `original` again by this call. Fails for one without
-// `trashPath`, and where something stands at `original`, which is never replaced. Folders above it
-// that are missing are made.
+// Succeeds when the item stands at its place again by this call. Fails for one without `trashPath`,
+// and where the item is not in the Trash any more (both notFound); where another item has its name
+// there (stale); and where something stands at its place (alreadyExists), which is never replaced.
+// Folders above the place that are missing are made.
 Outcome putBack(const TrashedItem& item, TrashMover& mover);
 
 // Shows the folder at the absolute `path`, or the one that holds what else it is or was, in the

@@ -33,7 +33,7 @@ int objectionTo(const std::string& path) {
 
 void MemoryTrash::put(const std::string& path, const std::string& content) {
   makeFoldersAbove(path);
-  items_[path] = content;
+  items_[path] = {.content = content, .number = ++last_};
 }
 
 void MemoryTrash::remove(const std::string& path) {
@@ -42,10 +42,10 @@ void MemoryTrash::remove(const std::string& path) {
 
 std::string MemoryTrash::contentOf(const std::string& path) const {
   const auto found = items_.find(path);
-  return found == items_.end() ? "" : found->second;
+  return found == items_.end() ? "" : found->second.content;
 }
 
-Result<std::string> MemoryTrash::moveToTrash(const std::string& path) {
+Result<ItemInTrash> MemoryTrash::moveToTrash(const std::string& path) {
   const std::string item = withoutSlashesBehind(path);
   if (const int objection = objectionTo(item); objection != 0) {
     return SystemError::fromErrno(objection, path);
@@ -58,10 +58,11 @@ Result<std::string> MemoryTrash::moveToTrash(const std::string& path) {
   for (int number = 2; has(place); ++number) place = wanted + "." + std::to_string(number);
   makeFoldersAbove(place);
   move(item, place);
-  return tellsPlaces_ ? place : std::string();
+  return ItemInTrash{.path = tellsPlaces_ ? place : std::string(), .identity = identityOf(place)};
 }
 
-Outcome MemoryTrash::putBack(const std::string& trashPath, const std::string& original) {
+Outcome MemoryTrash::putBack(const ItemInTrash& inTrash, const std::string& original) {
+  const std::string& trashPath = inTrash.path;
   const std::string item = withoutSlashesBehind(original);
   for (const std::string& path : {trashPath, item}) {
     if (const int objection = objectionTo(path); objection != 0) {
@@ -70,6 +71,7 @@ Outcome MemoryTrash::putBack(const std::string& trashPath, const std::string& or
   }
   makeFoldersAbove(item);
   if (!has(trashPath)) return SystemError::fromErrno(ENOENT, trashPath);
+  if (identityOf(trashPath) != inTrash.identity) return SystemError::fromErrno(ESTALE, trashPath);
   if (has(item)) return SystemError::fromErrno(EEXIST, original);
   if (refused_.contains(trashPath)) return SystemError::fromErrno(EACCES, original);
   move(trashPath, item);
@@ -95,7 +97,7 @@ EmptiedTrash MemoryTrash::empty() {
 
 std::vector<std::string> MemoryTrash::itemsInTrash() const {
   std::vector<std::string> found;
-  for (const auto& [path, content] : items_) {
+  for (const auto& [path, item] : items_) {
     if (folderOf(path) == trash) found.push_back(path);
   }
   return found;
@@ -103,14 +105,18 @@ std::vector<std::string> MemoryTrash::itemsInTrash() const {
 
 void MemoryTrash::makeFoldersAbove(const std::string& path) {
   for (std::string folder = folderOf(path); !has(folder); folder = folderOf(folder)) {
-    items_[folder];
+    items_[folder].number = ++last_;
   }
 }
 
+TrashIdentity MemoryTrash::identityOf(const std::string& path) const {
+  return {.item = "item " + std::to_string(items_.at(path).number), .record = {}};
+}
+
 void MemoryTrash::move(const std::string& from, const std::string& to) {
-  std::vector<std::pair<std::string, std::string>> moved;
-  for (const auto& [path, content] : items_) {
-    if (isWithin(path, from)) moved.emplace_back(to + path.substr(from.size()), content);
+  std::vector<std::pair<std::string, Item>> moved;
+  for (const auto& [path, item] : items_) {
+    if (isWithin(path, from)) moved.emplace_back(to + path.substr(from.size()), item);
   }
   remove(from);
   items_.insert(moved.begin(), moved.end());

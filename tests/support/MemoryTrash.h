@@ -14,8 +14,8 @@ namespace tessaly {
 
 class MemoryTrash final : public TrashMover, public TrashCan {
  public:
-  // Puts an item there, with the folders above it that are missing. `content` is whatever is to be
-  // told apart.
+  // Puts a new item there, with the folders above it that are missing. `content` is whatever is to
+  // be told apart.
   void put(const std::string& path, const std::string& content = "");
   // Takes away the item and all that is in it.
   void remove(const std::string& path);
@@ -28,8 +28,8 @@ class MemoryTrash final : public TrashMover, public TrashCan {
   // Moves are made, and nobody is told where to.
   void tellNoPlaces() { tellsPlaces_ = false; }
 
-  Result<std::string> moveToTrash(const std::string& path) override;
-  Outcome putBack(const std::string& trashPath, const std::string& original) override;
+  Result<ItemInTrash> moveToTrash(const std::string& path) override;
+  Outcome putBack(const ItemInTrash& item, const std::string& original) override;
 
   Result<std::int64_t> count() override;
   EmptiedTrash empty() override;
@@ -38,11 +38,18 @@ class MemoryTrash final : public TrashMover, public TrashCan {
   static constexpr const char* trash = "/home/user/.Trash";
 
  private:
+  struct Item {
+    std::string content;
+    unsigned number = 0;  // never given again
+  };
+
   void makeFoldersAbove(const std::string& path);
+  TrashIdentity identityOf(const std::string& path) const;
   std::vector<std::string> itemsInTrash() const;
   void move(const std::string& from, const std::string& to);
 
-  std::map<std::string, std::string> items_ = {{"/", ""}};
+  unsigned last_ = 0;
+  std::map<std::string, Item> items_ = {{"/", {}}};
   std::set<std::string> refused_;
   bool tellsPlaces_ = true;
 };

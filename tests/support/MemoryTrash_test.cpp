@@ -14,6 +14,7 @@ struct MemoryTrashHarness {
   static std::string at(const std::string& below) { return "/home/user/here/" + below; }
   void put(const std::string& path, const std::string& content) { disk.put(path, content); }
   void remove(const std::string& path) { disk.remove(path); }
+  void takeOut(const std::string& trashPath) { disk.remove(trashPath); }
   bool has(const std::string& path) const { return disk.has(path); }
   std::string contentOf(const std::string& path) const { return disk.contentOf(path); }
 
@@ -27,7 +28,7 @@ TEST(MemoryTrash, refuses_what_it_was_told_to) {
   MemoryTrash disk;
   disk.put("/a");
   disk.refuse("/a");
-  const Result<std::string> moved = disk.moveToTrash("/a");
+  const Result<ItemInTrash> moved = disk.moveToTrash("/a");
   ASSERT_FALSE(moved);
   EXPECT_EQ(moved.error().kind, SystemError::Kind::notPermitted);
   EXPECT_TRUE(disk.has("/a"));
@@ -37,7 +38,7 @@ TEST(MemoryTrash, does_not_delete_what_it_was_told_to_refuse) {
   MemoryTrash disk;
   disk.put("/a");
   disk.put("/b");
-  const std::string place = disk.moveToTrash("/a").value();
+  const std::string place = disk.moveToTrash("/a").value().path;
   EXPECT_TRUE(disk.moveToTrash("/b"));
   disk.refuse(place);
   const EmptiedTrash emptied = disk.empty();
@@ -51,9 +52,9 @@ TEST(MemoryTrash, moves_without_a_word_of_where_to) {
   MemoryTrash disk;
   disk.put("/a");
   disk.tellNoPlaces();
-  const Result<std::string> moved = disk.moveToTrash("/a");
+  const Result<ItemInTrash> moved = disk.moveToTrash("/a");
   ASSERT_TRUE(moved);
-  EXPECT_EQ(moved.value(), "");
+  EXPECT_EQ(moved.value().path, "");
   EXPECT_FALSE(disk.has("/a"));
 }
 

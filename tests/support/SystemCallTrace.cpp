@@ -16,6 +16,7 @@
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "support/Descriptor.h"
 
@@ -122,6 +123,9 @@ struct Plan {
   std::size_t killStop = 0;  // from 1; 0 for none
   std::size_t failCall = 0;
   int code = 0;
+  SystemCallTrace::Refusals refusals = {};
+  std::size_t actStop = 0;
+  std::function<void()> act = {};
 };
 
 // Follows one child from its first stop to the end of its body.
@@ -177,7 +181,12 @@ class Tracer {
       case Phase::body:
         if (mark == endMark) return letFinish();
         if (isBefore ? !noteCall(static_cast<long>(info.entry.nr)) : !noteReturn()) return false;
-        return ++stops_ != plan_.killStop || killBody();
+        ++stops_;
+        if (stops_ == plan_.actStop) {
+          plan_.act();
+          run_.wasInterrupted = true;
+        }
+        return stops_ != plan_.killStop || killBody();
       case Phase::after:
         break;
     }
@@ -186,16 +195,22 @@ class Tracer {
 
   bool noteCall(long number) {
     run_.calls.push_back(number);
+    if (const auto refused = plan_.refusals.find(number); refused != plan_.refusals.end()) {
+      return fail(number, refused->second);
+    }
     if (isForMemoryOrTurns(number) || ++countedCalls_ != plan_.failCall) return true;
+    return fail(number, plan_.code);
+  }
+
+  bool fail(long number, int code) {
     run_.failedCall = number;
-    isFailing_ = true;
+    failure_ = code;
     return skipCall(child_);
   }
 
   bool noteReturn() {
-    if (!isFailing_) return true;
-    isFailing_ = false;
-    return setResult(child_, -plan_.code);
+    const int code = std::exchange(failure_, 0);
+    return code == 0 || setResult(child_, -code);
   }
 
   bool letFinish() {
@@ -230,7 +245,7 @@ class Tracer {
   int status_ = 0;
   bool isThere_ = true;
   Phase phase_ = Phase::before;
-  bool isFailing_ = false;
+  int failure_ = 0;  // of the call that is being made
   std::size_t stops_ = 0;
   std::size_t countedCalls_ = 0;
   TracedRun run_;
@@ -283,12 +298,22 @@ TracedRun of(const std::function<std::string()>& body) {
   return traced({}, body);
 }
 
-TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body) {
-  return traced({.killStop = stop}, body);
+TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
+                   const Refusals& refusals) {
+  return traced({.killStop = stop, .refusals = refusals}, body);
 }
 
 TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body) {
   return traced({.failCall = call, .code = code}, body);
+}
+
+TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body) {
+  return traced({.refusals = refusals}, body);
+}
+
+TracedRun interruptedAt(std::size_t stop, const std::function<void()>& act,
+                        const std::function<std::string()>& body, const Refusals& refusals) {
+  return traced({.refusals = refusals, .actStop = stop, .act = act}, body);
 }
 
 }  // namespace SystemCallTrace

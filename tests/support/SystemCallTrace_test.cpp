@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -96,6 +97,39 @@ TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
     EXPECT_EQ(run.told, "made");
     EXPECT_EQ(run.failedCall, -1);
   }
+}
+
+TEST_F(SystemCallTraceTest, refuses_calls_whenever_they_are_made) {
+  const TempTree tree;
+  const SystemCallTrace::Refusals refusals = {{SYS_getppid, ENOSYS}};
+  const TracedRun run = SystemCallTrace::refusing(refusals, [&]() -> std::string {
+    for (int round = 0; round < 3; ++round) {
+      if (::syscall(SYS_getppid) != -1 || errno != ENOSYS) return "ran";
+    }
+    return makeTwo(tree)();
+  });
+  EXPECT_EQ(run.told, "made");
+  EXPECT_EQ(run.failedCall, SYS_getppid);
+}
+
+TEST_F(SystemCallTraceTest, lets_something_be_done_at_any_stop) {
+  std::vector<std::string> told;
+  while (true) {
+    const TempTree tree;
+    bool isDone = false;
+    const auto act = [&] {
+      isDone = true;
+      ::mkdir(tree.at("second").c_str(), 0700);
+    };
+    const TracedRun run = SystemCallTrace::interruptedAt(told.size() + 1, act, makeTwo(tree));
+    EXPECT_EQ(run.wasInterrupted, isDone);
+    EXPECT_EQ(run.end, End::finished);
+    if (!run.wasInterrupted) break;
+    told.push_back(run.told);
+  }
+  const std::string late = std::string("second: ") + std::strerror(EEXIST);
+  ASSERT_EQ(told.size(), 4U);
+  EXPECT_EQ(std::vector(told.begin(), told.begin() + 3), std::vector(3, late));
 }
 
 TEST_F(SystemCallTraceTest, does_not_count_calls_for_memory) {

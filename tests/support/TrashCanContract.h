@@ -20,12 +20,15 @@ template <class Harness>
 class TrashCanContract : public ::testing::Test {
  protected:
   // "" after a failure.
-  std::string trash(const std::string& below, const std::string& content = "content") {
+  ItemInTrash trashItem(const std::string& below, const std::string& content = "content") {
     harness_.put(harness_.at(below), content);
     const std::string item = harness_.at(below.substr(0, below.find('/')));
-    const Result<std::string> moved = harness_.mover().moveToTrash(item);
+    const Result<ItemInTrash> moved = harness_.mover().moveToTrash(item);
     EXPECT_TRUE(moved) << item << ": " << (moved ? "" : moved.error().description());
-    return moved ? moved.value() : "";
+    return moved ? moved.value() : ItemInTrash();
+  }
+  std::string trash(const std::string& below, const std::string& content = "content") {
+    return trashItem(below, content).path;
   }
   std::int64_t count() {
     const Result<std::int64_t> counted = harness_.can().count();
@@ -64,17 +67,17 @@ TYPED_TEST_P(TrashCanContract, counts_items_and_deletes_them) {
 }
 
 TYPED_TEST_P(TrashCanContract, leaves_nothing_to_be_put_back) {
-  const std::string place = this->trash("folder/film");
+  const ItemInTrash item = this->trashItem("folder/film");
   EXPECT_EQ(this->empty(), 1);
-  const Outcome back = this->harness_.mover().putBack(place, this->harness_.at("folder"));
+  const Outcome back = this->harness_.mover().putBack(item, this->harness_.at("folder"));
   ASSERT_FALSE(back);
   EXPECT_EQ(back.error().kind, SystemError::Kind::notFound);
   EXPECT_FALSE(this->harness_.has(this->harness_.at("folder")));
 }
 
 TYPED_TEST_P(TrashCanContract, leaves_alone_what_was_put_back) {
-  const std::string place = this->trash("folder/film");
-  ASSERT_TRUE(this->harness_.mover().putBack(place, this->harness_.at("folder")));
+  const ItemInTrash item = this->trashItem("folder/film");
+  ASSERT_TRUE(this->harness_.mover().putBack(item, this->harness_.at("folder")));
   EXPECT_EQ(this->count(), 0);
   EXPECT_EQ(this->empty(), 0);
   EXPECT_EQ(this->harness_.contentOf(this->harness_.at("folder/film")), "content");

@@ -7,6 +7,8 @@
 //     // With the folders above it; an item has content, a folder is the item above another.
 //     void put(const std::string& path, const std::string& content);
 //     void remove(const std::string& path);      // the item and all in it
+//     // As another program takes an item out of the Trash: with all that tells of it there.
+//     void takeOut(const std::string& trashPath);
 //     bool has(const std::string& path);
 //     std::string contentOf(const std::string& path);  // "" for one that is not there
 //   };
@@ -30,19 +32,19 @@ class TrashContract : public ::testing::Test {
   TrashMover& mover() { return harness_.mover(); }
   std::string at(const std::string& below) { return harness_.at(below); }
 
-  // "" after a failure.
-  std::string trash(const std::string& path) {
-    const Result<std::string> moved = mover().moveToTrash(path);
+  // None after a failure.
+  ItemInTrash trash(const std::string& path) {
+    const Result<ItemInTrash> moved = mover().moveToTrash(path);
     EXPECT_TRUE(moved) << path << ": " << (moved ? "" : moved.error().description());
-    return moved ? moved.value() : "";
+    return moved ? moved.value() : ItemInTrash();
   }
   SystemError refusalOf(const std::string& path) {
-    const Result<std::string> moved = mover().moveToTrash(path);
+    const Result<ItemInTrash> moved = mover().moveToTrash(path);
     EXPECT_FALSE(moved) << path;
     return moved ? SystemError() : moved.error();
   }
-  SystemError refusalOf(const std::string& trashPath, const std::string& original) {
-    const Outcome back = mover().putBack(trashPath, original);
+  SystemError refusalOf(const ItemInTrash& item, const std::string& original) {
+    const Outcome back = mover().putBack(item, original);
     EXPECT_FALSE(back) << original;
     return back ? SystemError() : back.error();
   }
@@ -55,11 +57,11 @@ TYPED_TEST_SUITE_P(TrashContract);
 TYPED_TEST_P(TrashContract, moves_an_item_and_tells_where_it_is) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
-  const std::string place = this->trash(this->at("folder/film"));
+  const ItemInTrash item = this->trash(this->at("folder/film"));
   EXPECT_FALSE(disk.has(this->at("folder/film")));
   EXPECT_TRUE(disk.has(this->at("folder")));
-  EXPECT_EQ(disk.contentOf(place), "content");
-  EXPECT_TRUE(place.starts_with('/'));
+  EXPECT_EQ(disk.contentOf(item.path), "content");
+  EXPECT_TRUE(item.path.starts_with('/'));
 }
 
 TYPED_TEST_P(TrashContract, moves_a_folder_with_all_in_it) {
@@ -67,22 +69,22 @@ TYPED_TEST_P(TrashContract, moves_a_folder_with_all_in_it) {
   disk.put(this->at("folder/deeper/film"), "1");
   disk.put(this->at("folder/sound"), "2");
   disk.put(this->at("folder2"), "3");
-  const std::string place = this->trash(this->at("folder"));
+  const ItemInTrash item = this->trash(this->at("folder"));
   EXPECT_FALSE(disk.has(this->at("folder")));
-  EXPECT_EQ(disk.contentOf(place + "/deeper/film"), "1");
-  EXPECT_EQ(disk.contentOf(place + "/sound"), "2");
+  EXPECT_EQ(disk.contentOf(item.path + "/deeper/film"), "1");
+  EXPECT_EQ(disk.contentOf(item.path + "/sound"), "2");
   EXPECT_EQ(disk.contentOf(this->at("folder2")), "3");
 }
 
 TYPED_TEST_P(TrashContract, keeps_all_items_of_one_name) {
   auto& disk = this->harness_;
-  std::vector<std::string> places;
+  std::vector<ItemInTrash> items;
   for (int number = 0; number < 40; ++number) {
     disk.put(this->at("film.mkv"), std::to_string(number));
-    places.push_back(this->trash(this->at("film.mkv")));
+    items.push_back(this->trash(this->at("film.mkv")));
   }
   for (int number = 0; number < 40; ++number) {
-    EXPECT_EQ(disk.contentOf(places[static_cast<std::size_t>(number)]), std::to_string(number));
+    EXPECT_EQ(disk.contentOf(items[static_cast<std::size_t>(number)].path), std::to_string(number));
   }
 }
 
@@ -101,10 +103,10 @@ TYPED_TEST_P(TrashContract, takes_any_name) {
                                           std::string(251, 'n') + ".mkv"};
   for (const std::string& name : names) {
     disk.put(this->at(name), name);
-    const std::string place = this->trash(this->at(name));
+    const ItemInTrash item = this->trash(this->at(name));
     EXPECT_FALSE(disk.has(this->at(name)));
-    EXPECT_EQ(disk.contentOf(place), name);
-    EXPECT_TRUE(this->mover().putBack(place, this->at(name)));
+    EXPECT_EQ(disk.contentOf(item.path), name);
+    EXPECT_TRUE(this->mover().putBack(item, this->at(name)));
     EXPECT_EQ(disk.contentOf(this->at(name)), name);
   }
 }
@@ -112,9 +114,9 @@ TYPED_TEST_P(TrashContract, takes_any_name) {
 TYPED_TEST_P(TrashContract, means_the_item_itself_when_slashes_stand_behind_it) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
-  const std::string place = this->trash(this->at("folder") + "///");
-  EXPECT_EQ(disk.contentOf(place + "/film"), "content");
-  EXPECT_TRUE(this->mover().putBack(place, this->at("folder") + "//"));
+  const ItemInTrash item = this->trash(this->at("folder") + "///");
+  EXPECT_EQ(disk.contentOf(item.path + "/film"), "content");
+  EXPECT_TRUE(this->mover().putBack(item, this->at("folder") + "//"));
   EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
 }
 
@@ -140,65 +142,105 @@ TYPED_TEST_P(TrashContract, refuses_paths_that_name_no_item) {
 TYPED_TEST_P(TrashContract, refuses_what_is_in_the_trash_already) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
-  const std::string place = this->trash(this->at("folder"));
+  const ItemInTrash item = this->trash(this->at("folder"));
+  const std::string& place = item.path;
   for (const std::string& path : {place + "/film", place, place.substr(0, place.rfind('/'))}) {
     EXPECT_EQ(this->refusalOf(path).code, EINVAL) << path;
   }
-  EXPECT_EQ(disk.contentOf(place + "/film"), "content");
+  EXPECT_EQ(disk.contentOf(item.path + "/film"), "content");
 }
 
 TYPED_TEST_P(TrashContract, puts_back_what_it_moved_as_often_as_is_asked) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   for (int round = 0; round < 3; ++round) {
-    const std::string place = this->trash(this->at("folder"));
-    ASSERT_TRUE(this->mover().putBack(place, this->at("folder")));
+    const ItemInTrash item = this->trash(this->at("folder"));
+    ASSERT_TRUE(this->mover().putBack(item, this->at("folder")));
     EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
-    EXPECT_FALSE(disk.has(place));
+    EXPECT_FALSE(disk.has(item.path));
   }
 }
 
 TYPED_TEST_P(TrashContract, makes_folders_that_went_meanwhile) {
   auto& disk = this->harness_;
   disk.put(this->at("a/b/c/film"), "content");
-  const std::string place = this->trash(this->at("a/b/c/film"));
+  const ItemInTrash item = this->trash(this->at("a/b/c/film"));
   disk.remove(this->at("a"));
-  EXPECT_TRUE(this->mover().putBack(place, this->at("a/b/c/film")));
+  EXPECT_TRUE(this->mover().putBack(item, this->at("a/b/c/film")));
   EXPECT_EQ(disk.contentOf(this->at("a/b/c/film")), "content");
 }
 
 TYPED_TEST_P(TrashContract, never_replaces_what_stands_there_now) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "old");
-  const std::string place = this->trash(this->at("film"));
+  const ItemInTrash item = this->trash(this->at("film"));
   disk.put(this->at("film"), "new");
-  EXPECT_EQ(this->refusalOf(place, this->at("film")).kind, SystemError::Kind::alreadyExists);
+  EXPECT_EQ(this->refusalOf(item, this->at("film")).kind, SystemError::Kind::alreadyExists);
   EXPECT_EQ(disk.contentOf(this->at("film")), "new");
-  EXPECT_EQ(disk.contentOf(place), "old");
+  EXPECT_EQ(disk.contentOf(item.path), "old");
   disk.remove(this->at("film"));
-  EXPECT_TRUE(this->mover().putBack(place, this->at("film")));
+  EXPECT_TRUE(this->mover().putBack(item, this->at("film")));
   EXPECT_EQ(disk.contentOf(this->at("film")), "old");
 }
 
 TYPED_TEST_P(TrashContract, cannot_put_back_what_is_gone_from_the_trash) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "content");
-  const std::string place = this->trash(this->at("film"));
-  disk.remove(place);
-  EXPECT_EQ(this->refusalOf(place, this->at("film")).kind, SystemError::Kind::notFound);
+  const ItemInTrash item = this->trash(this->at("film"));
+  disk.remove(item.path);
+  EXPECT_EQ(this->refusalOf(item, this->at("film")).kind, SystemError::Kind::notFound);
   EXPECT_FALSE(disk.has(this->at("film")));
+}
+
+// The second item is there before the first one goes, so that no disk takes it for the same.
+TYPED_TEST_P(TrashContract, does_not_take_an_item_for_an_earlier_one_of_its_name) {
+  auto& disk = this->harness_;
+  disk.put(this->at("notes.txt"), "first");
+  disk.put(this->at("elsewhere/notes.txt"), "the second");
+  const ItemInTrash first = this->trash(this->at("notes.txt"));
+  disk.takeOut(first.path);
+  const ItemInTrash second = this->trash(this->at("elsewhere/notes.txt"));
+  ASSERT_EQ(second.path, first.path);
+  EXPECT_NE(second.identity, first.identity);
+  EXPECT_EQ(this->refusalOf(first, this->at("notes.txt")).kind, SystemError::Kind::stale);
+  EXPECT_FALSE(disk.has(this->at("notes.txt")));
+  EXPECT_EQ(disk.contentOf(second.path), "the second");
+  EXPECT_TRUE(this->mover().putBack(second, this->at("elsewhere/notes.txt")));
+  EXPECT_EQ(disk.contentOf(this->at("elsewhere/notes.txt")), "the second");
+}
+
+TYPED_TEST_P(TrashContract, does_not_take_a_folder_for_an_earlier_one_of_its_name) {
+  auto& disk = this->harness_;
+  disk.put(this->at("folder/film"), "first");
+  disk.put(this->at("elsewhere/folder/film"), "the second");
+  const ItemInTrash first = this->trash(this->at("folder"));
+  disk.takeOut(first.path);
+  const ItemInTrash second = this->trash(this->at("elsewhere/folder"));
+  ASSERT_EQ(second.path, first.path);
+  EXPECT_EQ(this->refusalOf(first, this->at("folder")).kind, SystemError::Kind::stale);
+  EXPECT_EQ(disk.contentOf(second.path + "/film"), "the second");
+}
+
+TYPED_TEST_P(TrashContract, puts_back_nothing_that_it_did_not_look_at) {
+  auto& disk = this->harness_;
+  disk.put(this->at("film"), "content");
+  const ItemInTrash item = this->trash(this->at("film"));
+  const ItemInTrash unknown{.path = item.path, .identity = {}};
+  EXPECT_EQ(this->refusalOf(unknown, this->at("film")).kind, SystemError::Kind::stale);
+  EXPECT_EQ(disk.contentOf(item.path), "content");
 }
 
 TYPED_TEST_P(TrashContract, cannot_put_back_to_a_path_that_names_no_item) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "content");
-  const std::string place = this->trash(this->at("film"));
+  const ItemInTrash item = this->trash(this->at("film"));
   for (const std::string& path : {std::string(), std::string("film"), this->at("."), this->at(".."),
                                   this->at("film") + std::string("\0x", 2)}) {
-    EXPECT_EQ(this->refusalOf(place, path).code, EINVAL) << path;
+    EXPECT_EQ(this->refusalOf(item, path).code, EINVAL) << path;
   }
-  EXPECT_EQ(this->refusalOf("", this->at("film")).code, EINVAL);
-  EXPECT_EQ(disk.contentOf(place), "content");
+  const ItemInTrash nowhere{.path = "", .identity = item.identity};
+  EXPECT_EQ(this->refusalOf(nowhere, this->at("film")).code, EINVAL);
+  EXPECT_EQ(disk.contentOf(item.path), "content");
   EXPECT_FALSE(disk.has(this->at("film")));
 }
 
@@ -210,6 +252,9 @@ REGISTER_TYPED_TEST_SUITE_P(TrashContract, moves_an_item_and_tells_where_it_is,
                             puts_back_what_it_moved_as_often_as_is_asked,
                             makes_folders_that_went_meanwhile, never_replaces_what_stands_there_now,
                             cannot_put_back_what_is_gone_from_the_trash,
+                            does_not_take_an_item_for_an_earlier_one_of_its_name,
+                            does_not_take_a_folder_for_an_earlier_one_of_its_name,
+                            puts_back_nothing_that_it_did_not_look_at,
                             cannot_put_back_to_a_path_that_names_no_item);
 
 }  // namespace tessaly

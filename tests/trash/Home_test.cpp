@@ -30,18 +30,19 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Home, TrashCanContract, TrashOnDisk);
 
 class HomeTrash : public testing::Test {
  protected:
-  std::string trash(const std::string& path) {
-    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+  ItemInTrash trashItem(const std::string& path) {
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
     EXPECT_TRUE(moved) << told(moved);
-    return moved ? moved.value() : "";
+    return moved ? moved.value() : ItemInTrash();
   }
+  std::string trash(const std::string& path) { return trashItem(path).path; }
   SystemError refusalOf(const std::string& path) {
-    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
     EXPECT_FALSE(moved) << path;
     return moved ? SystemError() : moved.error();
   }
-  SystemError refusalOf(const std::string& trashPath, const std::string& original) {
-    const Outcome back = disk_.mover().putBack(trashPath, original);
+  SystemError refusalOf(const ItemInTrash& item, const std::string& original) {
+    const Outcome back = disk_.mover().putBack(item, original);
     EXPECT_FALSE(back) << original;
     return back ? SystemError() : back.error();
   }
@@ -83,8 +84,8 @@ TEST_F(HomeTrash, records_where_the_item_was_and_when_it_went) {
 TEST_F(HomeTrash, is_empty_again_after_all_was_put_back) {
   for (const char* name : {"a", "b", "folder/x"}) disk_.put(disk_.at(name), name);
   for (const char* name : {"a", "b", "folder"}) {
-    const std::string place = trash(disk_.at(name));
-    EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at(name))), "");
+    const ItemInTrash item = trashItem(disk_.at(name));
+    EXPECT_EQ(told(disk_.mover().putBack(item, disk_.at(name))), "");
   }
   EXPECT_THAT(disk_.files(), IsEmpty());
   EXPECT_THAT(disk_.infos(), IsEmpty());
@@ -103,25 +104,15 @@ TEST_F(HomeTrash, takes_links_and_not_what_they_lead_to) {
   for (const std::string name : {"toFolder", "toFile", "broken", "loop", "toFolder/"}) {
     const std::string link = disk_.at(name.substr(0, name.find('/')));
     const fs::path target = fs::read_symlink(link);
-    const std::string place = trash(disk_.at(name));
+    const ItemInTrash item = trashItem(disk_.at(name));
     EXPECT_FALSE(isThere(link)) << name;
-    EXPECT_EQ(fs::read_symlink(place), target);
-    EXPECT_EQ(recordedPath(place), link);
-    EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at(name))), "");
+    EXPECT_EQ(fs::read_symlink(item.path), target);
+    EXPECT_EQ(recordedPath(item.path), link);
+    EXPECT_EQ(told(disk_.mover().putBack(item, disk_.at(name))), "");
     EXPECT_EQ(fs::read_symlink(link), target);
   }
   EXPECT_TRUE(isThere(disk_.at("folder/film")));
   EXPECT_TRUE(isThere(disk_.at("file")));
-}
-
-TEST_F(HomeTrash, records_the_true_place_of_what_was_reached_by_a_link) {
-  disk_.put(disk_.at("real/film"), "x");
-  fs::create_directory_symlink("real", disk_.at("alias"));
-  const std::string place = trash(disk_.at("alias/film"));
-  EXPECT_EQ(recordedPath(place), disk_.at("real/film"));
-  EXPECT_FALSE(isThere(disk_.at("real/film")));
-  EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at("alias/film"))), "");
-  EXPECT_TRUE(isThere(disk_.at("real/film")));
 }
 
 TEST_F(HomeTrash, steps_over_names_that_others_left_half_taken) {
@@ -162,7 +153,8 @@ TEST_F(HomeTrash, takes_a_large_folder_with_as_many_calls_as_an_empty_one) {
   callsFor("first");
   EXPECT_EQ(callsFor("many"), callsFor("none"));
   EXPECT_EQ(TrashOnDisk::namesIn(disk_.homeTrash() + "/files/many").size(), 50000U);
-  EXPECT_EQ(told(disk_.mover().putBack(disk_.homeTrash() + "/files/many", disk_.at("many"))), "");
+  const ItemInTrash many = knownInTrash(disk_.homeTrash() + "/files/many");
+  EXPECT_EQ(told(disk_.mover().putBack(many, disk_.at("many"))), "");
   EXPECT_EQ(TrashOnDisk::namesIn(disk_.at("many")).size(), 50000U);
 }
 
@@ -191,9 +183,10 @@ TEST_F(HomeTrash, may_be_a_link_that_the_user_made) {
   fs::create_directories(disk_.tree.at("home/data"));
   fs::create_directory(disk_.tree.at("elsewhere"));
   fs::create_directory_symlink("../../elsewhere", disk_.homeTrash());
-  const std::string place = trash(disk_.at("film"));
-  EXPECT_TRUE(isThere(disk_.tree.at("elsewhere/files/film")));
-  EXPECT_EQ(told(disk_.mover().putBack(place, disk_.at("film"))), "");
+  const ItemInTrash item = trashItem(disk_.at("film"));
+  EXPECT_EQ(item.path, disk_.tree.at("elsewhere/files/film"));
+  EXPECT_TRUE(isThere(item.path));
+  EXPECT_EQ(told(disk_.mover().putBack(item, disk_.at("film"))), "");
   EXPECT_THAT(TrashOnDisk::namesIn(disk_.tree.at("elsewhere/info")), IsEmpty());
 }
 
@@ -219,7 +212,7 @@ TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
               UserTrashMover mover(disk_.place());
-              const Result<std::string> moved = mover.moveToTrash(disk_.at("locked/film"));
+              const Result<ItemInTrash> moved = mover.moveToTrash(disk_.at("locked/film"));
               if (moved) return "moved";
               if (moved.error().kind != Kind::notPermitted) return told(moved);
               return disk_.infos().empty() && disk_.files().empty() ? "" : "something was left";
@@ -235,7 +228,7 @@ TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
               UserTrashMover mover(disk_.place());
-              const Result<std::string> moved = mover.moveToTrash(disk_.at("sticky/film"));
+              const Result<ItemInTrash> moved = mover.moveToTrash(disk_.at("sticky/film"));
               if (moved) return "moved";
               if (moved.error().kind != Kind::notPermitted) return told(moved);
               return disk_.infos().empty() ? "" : "an info was left";
@@ -247,22 +240,22 @@ TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
 TEST_F(HomeTrash, gives_back_over_nothing_at_all) {
   disk_.tree.plant("here", "target\n");
   disk_.put(disk_.at("film"), "x");
-  const std::string place = trash(disk_.at("film"));
+  const ItemInTrash film = trashItem(disk_.at("film"));
   fs::create_symlink("nowhere", disk_.at("film"));
-  EXPECT_EQ(refusalOf(place, disk_.at("film")).kind, Kind::alreadyExists);
+  EXPECT_EQ(refusalOf(film, disk_.at("film")).kind, Kind::alreadyExists);
   EXPECT_TRUE(fs::is_symlink(disk_.at("film")));
   fs::remove(disk_.at("film"));
   disk_.put(disk_.at("folder/x"), "x");
-  const std::string folder = trash(disk_.at("folder"));
+  const ItemInTrash folder = trashItem(disk_.at("folder"));
   fs::create_directory(disk_.at("folder"));
   EXPECT_EQ(refusalOf(folder, disk_.at("folder")).kind, Kind::alreadyExists);
   EXPECT_THAT(TrashOnDisk::namesIn(disk_.at("folder")), IsEmpty());
   EXPECT_THAT(disk_.files(), ElementsAre("film", "folder"));
   EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo", "folder.trashinfo"));
   // A twin is an item of its own, though the two are one file.
-  fs::create_hard_link(place, disk_.at("film"));
-  EXPECT_EQ(refusalOf(place, disk_.at("film")).kind, Kind::alreadyExists);
-  EXPECT_TRUE(isThere(place));
+  fs::create_hard_link(film.path, disk_.at("film"));
+  EXPECT_EQ(refusalOf(film, disk_.at("film")).kind, Kind::alreadyExists);
+  EXPECT_TRUE(isThere(film.path));
 }
 
 // Whatever appears at the original at the last moment is safe: no call could replace it.
@@ -271,12 +264,12 @@ TEST_F(HomeTrash, makes_no_move_that_could_replace_something) {
     GTEST_SKIP() << obstacle;
   }
   disk_.put(disk_.at("film"), "x");
-  const TracedRun away = SystemCallTrace::of([&] {
-    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film"));
-    return moved ? moved.value() : "";
-  });
+  const TracedRun away =
+      SystemCallTrace::of([&] { return told(disk_.mover().moveToTrash(disk_.at("film"))); });
+  EXPECT_EQ(away.told, "");
+  const ItemInTrash item = knownInTrash(disk_.homeTrash() + "/files/film");
   const TracedRun back =
-      SystemCallTrace::of([&] { return told(disk_.mover().putBack(away.told, disk_.at("film"))); });
+      SystemCallTrace::of([&] { return told(disk_.mover().putBack(item, disk_.at("film"))); });
   EXPECT_EQ(back.told, "");
   for (const TracedRun* run : {&away, &back}) {
     EXPECT_EQ(std::count(run->calls.begin(), run->calls.end(), SYS_renameat2), 1);
@@ -307,22 +300,22 @@ TEST_F(HomeTrash, has_all_on_disk_in_the_order_in_which_it_was_done) {
       SystemCallTrace::of([&] { return told(disk_.mover().moveToTrash(disk_.at("film"))); });
   EXPECT_EQ(away.told, "");
   EXPECT_EQ(order(away), "write sync sync move sync sync ");
-  const TracedRun back = SystemCallTrace::of([&] {
-    return told(disk_.mover().putBack(disk_.homeTrash() + "/files/film", disk_.at("film")));
-  });
+  const ItemInTrash item = knownInTrash(disk_.homeTrash() + "/files/film");
+  const TracedRun back =
+      SystemCallTrace::of([&] { return told(disk_.mover().putBack(item, disk_.at("film"))); });
   EXPECT_EQ(back.told, "");
   EXPECT_EQ(order(back), "move sync sync remove sync ");
 }
 
 TEST_F(HomeTrash, gives_up_where_a_file_is_in_the_way_of_a_folder) {
   disk_.put(disk_.at("a/b/film"), "x");
-  const std::string place = trash(disk_.at("a/b/film"));
+  const ItemInTrash item = trashItem(disk_.at("a/b/film"));
   TrashOnDisk::remove(disk_.at("a"));
   disk_.put(disk_.at("a"), "in the way");
-  EXPECT_EQ(refusalOf(place, disk_.at("a/b/film")).kind, Kind::notADirectory);
+  EXPECT_EQ(refusalOf(item, disk_.at("a/b/film")).kind, Kind::notADirectory);
   EXPECT_EQ(contentOf(disk_.at("a")), "in the way");
-  EXPECT_TRUE(isThere(place));
-  EXPECT_TRUE(isThere(infoPathOf(place)));
+  EXPECT_TRUE(isThere(item.path));
+  EXPECT_TRUE(isThere(infoPathOf(item.path)));
 }
 
 TEST_F(HomeTrash, knows_an_item_that_has_moved_although_it_was_told_otherwise) {

@@ -1,11 +1,18 @@
-// File systems that know no move that leaves alone what stands at its end.
+// File systems that know no move that leaves alone what stands at its end, and some of them no
+// second names either.
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/syscall.h>
+#include <unistd.h>
 
+#include "support/PlainFiles.h"
 #include "support/SystemCallTrace.h"
 #include "trash/TrashOnDisk.h"
 
@@ -13,83 +20,177 @@ namespace tessaly {
 namespace {
 
 namespace fs = std::filesystem;
+using End = TracedRun::End;
+using SystemCallTrace::Refusals;
 
-class MissingFlag : public testing::TestWithParam<const char*> {
+const Refusals noFlag = {{SYS_renameat2, EINVAL}};
+const Refusals noLinksEither = {{SYS_renameat2, EINVAL}, {SYS_linkat, EPERM}};
+
+struct Case {
+  const char* name;
+  const char* item;
+  Refusals refusals;
+
+  friend void PrintTo(const Case& one, std::ostream* out) { *out << one.name; }
+};
+
+class MissingFlag : public testing::TestWithParam<Case> {
  protected:
-  using Body = std::function<std::string(TrashOnDisk&)>;
-
   void SetUp() override {
     const std::string obstacle = SystemCallTrace::obstacle();
     if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   }
 
-  // Runs the body on a disk that was made ready for it, with the move refused as such a file system
-  // does. What it told is in `told_`, what is there then in `disk_`.
-  void run(const std::function<void(TrashOnDisk&)>& makeReady, const Body& body) {
-    for (std::size_t call = 1;; ++call) {
-      disk_ = std::make_unique<TrashOnDisk>(items);
-      makeReady(*disk_);
-      const TracedRun traced =
-          SystemCallTrace::failingAt(call, EINVAL, [&] { return body(*disk_); });
-      ASSERT_NE(traced.failedCall, -1) << "nothing was moved: " << traced.told;
-      told_ = traced.told;
-      if (traced.failedCall == SYS_renameat2) return;
-    }
+  static std::unique_ptr<TrashOnDisk> freshDisk() { return std::make_unique<TrashOnDisk>(items); }
+  void throwAway() {
+    const Result<ItemInTrash> moved = disk_->mover().moveToTrash(item());
+    ASSERT_EQ(told(moved), "");
+    inTrash_ = moved.value();
   }
+  std::string putBack() { return told(disk_->mover().putBack(inTrash_, item())); }
 
-  std::string item() const { return disk_->tree.at(GetParam()); }
-  std::string inTrash() const {
-    return disk_->homeTrash() + "/files/" + fs::path(GetParam()).filename().string();
-  }
+  std::string item() const { return disk_->tree.at(GetParam().item); }
+  std::string place() const { return disk_->homeTrash() + "/files/" + GetParam().item; }
 
   static constexpr const char* items = "film 4K\nfolder/\n  film 4K\nlink -> nowhere\nempty/\n";
-  std::unique_ptr<TrashOnDisk> disk_;
-  std::string told_;
+  std::unique_ptr<TrashOnDisk> disk_ = freshDisk();
+  ItemInTrash inTrash_;
 };
-INSTANTIATE_TEST_SUITE_P(Items, MissingFlag, testing::Values("film", "folder", "link", "empty"));
-
-void leaveReady(TrashOnDisk&) {}
+INSTANTIATE_TEST_SUITE_P(Items, MissingFlag,
+                         testing::Values(Case{"film", "film", noFlag},
+                                         Case{"folder", "folder", noFlag},
+                                         Case{"link", "link", noFlag},
+                                         Case{"empty", "empty", noFlag},
+                                         Case{"film_without_links", "film", noLinksEither},
+                                         Case{"link_without_links", "link", noLinksEither}),
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST_P(MissingFlag, items_move_all_the_same) {
-  run(leaveReady,
-      [](TrashOnDisk& disk) { return told(disk.mover().moveToTrash(disk.tree.at(GetParam()))); });
-  EXPECT_EQ(told_, "");
+  const TracedRun run = SystemCallTrace::refusing(
+      GetParam().refusals, [&] { return told(disk_->mover().moveToTrash(item())); });
+  EXPECT_NE(run.failedCall, -1);
+  EXPECT_EQ(run.told, "");
   EXPECT_FALSE(isThere(item()));
-  EXPECT_TRUE(isThere(inTrash()));
-  EXPECT_EQ(recordedPath(inTrash()), item());
+  EXPECT_TRUE(isThere(place()));
+  EXPECT_EQ(recordedPath(place()), item());
 }
 
 TEST_P(MissingFlag, items_come_back_all_the_same) {
-  run(
-      [](TrashOnDisk& disk) {
-        EXPECT_EQ(told(disk.mover().moveToTrash(disk.tree.at(GetParam()))), "");
-      },
-      [&](TrashOnDisk& disk) {
-        return told(disk.mover().putBack(disk.homeTrash() + "/files/" + GetParam(),
-                                         disk.tree.at(GetParam())));
-      });
-  EXPECT_EQ(told_, "");
+  throwAway();
+  const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&] { return putBack(); });
+  EXPECT_NE(run.failedCall, -1);
+  EXPECT_EQ(run.told, "");
   EXPECT_TRUE(isThere(item()));
   EXPECT_TRUE(disk_->files().empty());
   EXPECT_TRUE(disk_->infos().empty());
 }
 
 TEST_P(MissingFlag, nothing_is_replaced) {
-  run(
-      [](TrashOnDisk& disk) {
-        EXPECT_EQ(told(disk.mover().moveToTrash(disk.tree.at(GetParam()))), "");
-        fs::create_directory(disk.tree.at(GetParam()));
-      },
-      [&](TrashOnDisk& disk) -> std::string {
-        const Outcome back = disk.mover().putBack(disk.homeTrash() + "/files/" + GetParam(),
-                                                  disk.tree.at(GetParam()));
-        if (back) return "came back";
-        return back.error().kind == SystemError::Kind::alreadyExists ? "" : told(back);
-      });
-  EXPECT_EQ(told_, "");
+  throwAway();
+  fs::create_directory(item());
+  const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&]() -> std::string {
+    const Outcome back = disk_->mover().putBack(inTrash_, item());
+    if (back) return "came back";
+    return back.error().kind == SystemError::Kind::alreadyExists ? "" : told(back);
+  });
+  EXPECT_EQ(run.told, "");
   EXPECT_TRUE(fs::is_empty(item()));
-  EXPECT_TRUE(isThere(inTrash()));
-  EXPECT_EQ(recordedPath(inTrash()), item());
+  EXPECT_TRUE(isThere(place()));
+  EXPECT_EQ(recordedPath(place()), item());
+}
+
+// The last stops before the move itself are those at which a file could still get under it.
+TEST_P(MissingFlag, a_file_that_a_program_makes_meanwhile_is_safe) {
+  std::size_t refused = 0;
+  std::size_t stop = 1;
+  for (;; ++stop) {
+    disk_ = freshDisk();
+    throwAway();
+    bool isMade = false;
+    const auto make = [&] {
+      // As programs do that do not want to replace anything either.
+      const int file = ::open(item().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+      isMade = file >= 0;
+      if (isMade && ::write(file, "new", 3) != 3) isMade = false;
+      if (file >= 0) ::close(file);
+    };
+    const TracedRun run = SystemCallTrace::interruptedAt(
+        stop, make, [&] { return putBack(); }, GetParam().refusals);
+    ASSERT_EQ(run.end, End::finished) << run.told;
+    if (isMade) {
+      ++refused;
+      EXPECT_EQ(contentOf(item()), "new") << stop;
+      EXPECT_NE(run.told, "") << stop;
+      EXPECT_TRUE(isThere(place())) << stop;
+      EXPECT_EQ(recordedPath(place()), item()) << stop;
+    } else {
+      EXPECT_EQ(run.told, "") << stop;
+      EXPECT_FALSE(isThere(place())) << stop;
+      EXPECT_TRUE(isThere(item())) << stop;
+    }
+    if (!run.wasInterrupted) break;
+  }
+  EXPECT_GT(refused, 10U);
+  std::printf("a file made at each of %zu places, kept at %zu\n", stop - 1, refused);
+}
+
+// A program that saves by a move puts a new file where the item was; that one is not the item.
+TEST_P(MissingFlag, a_file_that_is_saved_over_the_item_is_kept) {
+  if (fs::is_directory(item())) GTEST_SKIP() << "a folder is not saved";
+  for (std::size_t stop = 1;; ++stop) {
+    disk_ = freshDisk();
+    const auto save = [&] {
+      putFile(disk_->tree.at("draft"), "saved");
+      fs::rename(disk_->tree.at("draft"), item());
+    };
+    const TracedRun run = SystemCallTrace::interruptedAt(
+        stop, save, [&] { return told(disk_->mover().moveToTrash(item())); }, GetParam().refusals);
+    ASSERT_EQ(run.end, End::finished) << run.told;
+    if (!run.wasInterrupted) break;
+    EXPECT_EQ(run.told, "") << stop;
+    EXPECT_TRUE(isThere(place())) << stop;
+    EXPECT_TRUE((contentOf(item()) == "saved") != (contentOf(place()) == "saved")) << stop;
+  }
+}
+
+TEST_P(MissingFlag, one_whole_item_is_left_wherever_the_program_is_killed) {
+  const std::string content = contentOf(item());
+  for (std::size_t stop = 1;; ++stop) {
+    disk_ = freshDisk();
+    throwAway();
+    const TracedRun run = SystemCallTrace::killedAt(
+        stop, [&] { return putBack(); }, GetParam().refusals);
+    const bool isInTrash = isThere(place()) && recordedPath(place()) == item();
+    const bool isBack = isThere(item()) && contentOf(item()) == content;
+    EXPECT_TRUE(isInTrash || isBack) << stop;
+    if (run.end == End::killed) continue;
+    EXPECT_EQ(run.told, "");
+    EXPECT_TRUE(isBack && !isInTrash);
+    break;
+  }
+}
+
+// Into the file that holds the name, as a program writes that does not mind what is there.
+TEST_P(MissingFlag, what_is_written_at_the_original_is_safe_up_to_the_last_look) {
+  if (!GetParam().refusals.contains(SYS_linkat)) GTEST_SKIP() << "no file holds the name";
+  throwAway();
+  const TracedRun plain = SystemCallTrace::refusing(GetParam().refusals, [&] { return putBack(); });
+  const auto moved = std::find(plain.calls.begin(), plain.calls.end(), SYS_renameat);
+  ASSERT_NE(moved, plain.calls.end());
+  const auto before = static_cast<std::size_t>(moved - plain.calls.begin());
+  // Two stops a call: the last one that is safe comes before the look, which is the call before.
+  const std::size_t lastSafe = 2 * before - 1;
+  for (std::size_t stop = 1; stop <= lastSafe; ++stop) {
+    disk_ = freshDisk();
+    throwAway();
+    const auto write = [&] { std::ofstream(item(), std::ios::app) << "new"; };
+    const TracedRun run = SystemCallTrace::interruptedAt(
+        stop, write, [&] { return putBack(); }, GetParam().refusals);
+    ASSERT_TRUE(run.wasInterrupted);
+    EXPECT_NE(run.told, "") << stop;
+    EXPECT_EQ(contentOf(item()), "new") << stop;
+    EXPECT_TRUE(isThere(place())) << stop;
+  }
 }
 
 }  // namespace

@@ -65,9 +65,9 @@ TEST_F(OtherPrograms, gio_records_the_same_path_for_any_name) {
     ASSERT_NE(theirs, "");
     TrashOnDisk::remove(disk_.homeTrash());
     disk_.put(disk_.at(name), "x");
-    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at(name));
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at(name));
     ASSERT_TRUE(moved) << told(moved);
-    EXPECT_EQ(pathLineOf(infoPathOf(moved.value())), theirs);
+    EXPECT_EQ(pathLineOf(infoPathOf(moved.value().path)), theirs);
     TrashOnDisk::remove(disk_.homeTrash());
   }
 }
@@ -79,7 +79,7 @@ TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
     ASSERT_EQ(run("gio trash '" + disk_.at(name) + "'").status, 0);
     EXPECT_FALSE(isThere(disk_.at(name)));
     const std::string place = disk_.homeTrash() + "/files/" + name;
-    EXPECT_EQ(told(disk_.mover().putBack(place, recordedPath(place))), "");
+    EXPECT_EQ(told(disk_.mover().putBack(knownInTrash(place), recordedPath(place))), "");
     EXPECT_EQ(contentOf(disk_.at(name)), name);
     EXPECT_TRUE(disk_.infos().empty());
   }

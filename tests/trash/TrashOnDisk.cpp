@@ -1,7 +1,10 @@
 #include "trash/TrashOnDisk.h"
 
+#include <fcntl.h>
 #include <filesystem>
+#include <gtest/gtest.h>
 
+#include "platform/linux/trash/KnownItems.h"
 #include "support/PlainFiles.h"
 
 namespace tessaly {
@@ -30,6 +33,19 @@ std::string recordedPath(const std::string& trashPath) {
   return path;
 }
 
+ItemInTrash knownInTrash(const std::string& trashPath) {
+  const fs::path path(trashPath);
+  const FileDescriptor files(::open(path.parent_path().c_str(), O_PATH | O_CLOEXEC));
+  const FileDescriptor item(::open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  const Result<KnownItems> known = KnownItems::in(files, trashPath);
+  EXPECT_TRUE(known);
+  if (!known) return {};
+  const Result<TrashIdentity> identity =
+      known.value().identityOf(item, contentOf(infoPathOf(trashPath)), trashPath);
+  EXPECT_TRUE(identity);
+  return {.path = trashPath, .identity = identity ? identity.value() : TrashIdentity()};
+}
+
 bool isThere(const std::string& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0;
@@ -39,7 +55,7 @@ std::string told(const Outcome& outcome) {
   return outcome ? "" : outcome.error().description();
 }
 
-std::string told(const Result<std::string>& moved) {
+std::string told(const Result<ItemInTrash>& moved) {
   return moved ? "" : moved.error().description();
 }
 
@@ -64,6 +80,11 @@ TrashPlace TrashOnDisk::placeWith(const std::vector<std::string>& points) const 
 void TrashOnDisk::put(const std::string& path, const std::string& content) {
   fs::create_directories(fs::path(path).parent_path());
   putFile(path, content);
+}
+
+void TrashOnDisk::takeOut(const std::string& trashPath) {
+  fs::remove_all(trashPath);
+  fs::remove(infoPathOf(trashPath));
 }
 
 std::string TrashOnDisk::contentOf(const std::string& path) {

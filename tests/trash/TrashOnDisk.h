@@ -18,11 +18,14 @@ std::string recordedPath(const std::string& trashPath);
 
 std::string infoPathOf(const std::string& trashPath);
 
+// The item that stands in a Trash now, as if our mover had moved it there.
+ItemInTrash knownInTrash(const std::string& trashPath);
+
 bool isThere(const std::string& path);  // also a link that leads nowhere
 
 // "" for a success, else why not.
 std::string told(const Outcome& outcome);
-std::string told(const Result<std::string>& moved);
+std::string told(const Result<ItemInTrash>& moved);
 std::string told(const EmptiedTrash& emptied);  // "" where nothing has failed
 
 class TrashOnDisk {
@@ -43,6 +46,8 @@ class TrashOnDisk {
 
   void put(const std::string& path, const std::string& content);
   static void remove(const std::string& path) { removeTreeOrFile(path); }
+  // With its info.
+  static void takeOut(const std::string& trashPath);
   static bool has(const std::string& path) { return isThere(path); }
   static std::string contentOf(const std::string& path);
 

@@ -51,15 +51,15 @@ class VolumeTrash : public testing::Test {
   std::string goAndReturn(const std::string& path, const std::string& trash,
                           const std::string& recorded) {
     const std::string content = contentOf(path);
-    const Result<std::string> moved = disk_.mover().moveToTrash(path);
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
     if (!moved) return told(moved);
-    const std::string& place = moved.value();
+    const std::string& place = moved.value().path;
     if (!place.starts_with(trash + "/files/")) return "it went to " + place;
     if (isThere(path)) return "it is still there";
     if (contentOf(place) != content) return "it is not whole";
     if (recordedPath(place) != recorded) return "recorded is " + contentOf(infoPathOf(place));
     const std::string info = infoPathOf(place);
-    const Outcome back = disk_.mover().putBack(place, path);
+    const Outcome back = disk_.mover().putBack(moved.value(), path);
     if (!back) return told(back);
     if (contentOf(path) != content) return "it came back damaged";
     return isThere(info) || isThere(place) ? "something is left in the Trash" : "";
@@ -67,8 +67,8 @@ class VolumeTrash : public testing::Test {
 
   // "" when the item cannot go, for that reason, and is still where it was, and no info is left.
   std::string stays(const std::string& path, Kind kind) {
-    const Result<std::string> moved = disk_.mover().moveToTrash(path);
-    if (moved) return "it went to " + moved.value();
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
+    if (moved) return "it went to " + moved.value().path;
     if (moved.error().kind != kind) return told(moved);
     if (!isThere(path)) return "it is gone";
     const bool isLeft =
@@ -97,7 +97,7 @@ TEST_F(VolumeTrash, is_a_folder_at_the_top_with_paths_from_there) {
 TEST_F(VolumeTrash, puts_items_back_into_folders_that_went) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("deep/er/film"), "x");
-    const Result<std::string> moved = disk_.mover().moveToTrash(on("deep/er/film"));
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("deep/er/film"));
     if (!moved) return told(moved);
     fs::remove_all(on("deep"));
     const Outcome back = disk_.mover().putBack(moved.value(), on("deep/er/film"));
@@ -184,13 +184,13 @@ TEST_F(VolumeTrash, takes_neither_itself_nor_what_is_in_it) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     disk_.put(on(".Trash/0/files/film"), "x");
-    const Result<std::string> moved = disk_.mover().moveToTrash(on("film"));
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("film"));
     if (!moved) return told(moved);
     for (const std::string& path :
-         {moved.value(), infoPathOf(moved.value()), ownTrash(), ownTrash() + "/info", on(".Trash"),
-          on(".Trash/0"), on(".Trash/0/files/film")}) {
-      const Result<std::string> again = disk_.mover().moveToTrash(path);
-      if (again) return path + " went to " + again.value();
+         {moved.value().path, infoPathOf(moved.value().path), ownTrash(), ownTrash() + "/info",
+          on(".Trash"), on(".Trash/0"), on(".Trash/0/files/film")}) {
+      const Result<ItemInTrash> again = disk_.mover().moveToTrash(path);
+      if (again) return path + " went to " + again.value().path;
       if (again.error().code != EINVAL || !isThere(path)) return told(again);
     }
     return "";
@@ -200,8 +200,8 @@ TEST_F(VolumeTrash, takes_neither_itself_nor_what_is_in_it) {
 TEST_F(VolumeTrash, takes_no_file_system) {
   expectOnTmpfs([&]() -> std::string {
     for (const std::string& path : {volume(), volume() + "/"}) {
-      const Result<std::string> moved = disk_.mover().moveToTrash(path);
-      if (moved) return "it went to " + moved.value();
+      const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
+      if (moved) return "it went to " + moved.value().path;
       if (moved.error().code != EBUSY) return told(moved);
     }
     return isThere(disk_.homeTrash()) ? "a Trash was made for nothing" : "";
@@ -215,8 +215,8 @@ TEST_F(VolumeTrash, takes_no_folder_with_a_file_system_in_it) {
     const std::string point = disk_.at("a b/deeper/volume");
     if (::mount("tmpfs", point.c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
     for (const char* name : {"a b", "a b/deeper/"}) {
-      const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at(name));
-      if (moved) return "it went to " + moved.value();
+      const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at(name));
+      if (moved) return "it went to " + moved.value().path;
       if (moved.error().code != EBUSY) return told(moved);
     }
     if (!disk_.infos().empty()) return "an info is left";
@@ -232,7 +232,7 @@ TEST_F(VolumeTrash, takes_no_file_that_another_is_mounted_on) {
     if (::mount(disk_.at("over").c_str(), disk_.at("film").c_str(), nullptr, flags, nullptr) != 0) {
       return refusal();
     }
-    const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film"));
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film"));
     if (moved || moved.error().code != EBUSY) return "it went, or: " + told(moved);
     return isThere(disk_.homeTrash()) ? "a Trash was made for nothing" : "";
   });
@@ -269,7 +269,7 @@ TEST_F(VolumeTrash, is_not_to_be_had_where_nothing_may_be_changed) {
 TEST_F(VolumeTrash, leaves_items_in_it_that_cannot_come_back) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
-    const Result<std::string> moved = disk_.mover().moveToTrash(on("film"));
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("film"));
     if (!moved) return told(moved);
     const unsigned long flags = MS_REMOUNT | MS_RDONLY;
     if (::mount("tmpfs", volume().c_str(), "tmpfs", flags, nullptr) != 0) return refusal();
@@ -278,7 +278,8 @@ TEST_F(VolumeTrash, leaves_items_in_it_that_cannot_come_back) {
     if (::mount("tmpfs", volume().c_str(), "tmpfs", MS_REMOUNT, nullptr) != 0) return refusal();
     back = disk_.mover().putBack(moved.value(), disk_.at("film"));
     if (back || back.error().kind != Kind::crossesDevices) return "elsewhere: " + told(back);
-    if (contentOf(moved.value()) != "x" || recordedPath(moved.value()) != "film") return "lost";
+    if (contentOf(moved.value().path) != "x" || recordedPath(moved.value().path) != "film")
+      return "lost";
     return isThere(disk_.at("film")) ? "two copies" : "";
   });
 }
@@ -329,8 +330,8 @@ TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
     return asOtherUser([&]() -> std::string {
       putFile(on("open/film"), "x");
       UserTrashMover mover(disk_.place());
-      const Result<std::string> moved = mover.moveToTrash(on("open/film"));
-      if (moved) return "it went to " + moved.value();
+      const Result<ItemInTrash> moved = mover.moveToTrash(on("open/film"));
+      if (moved) return "it went to " + moved.value().path;
       if (moved.error().kind != Kind::notPermitted) return told(moved);
       return contentOf(on("open/film")) == "x" ? "" : "it is gone";
     });
@@ -351,14 +352,14 @@ TEST_F(VolumeTrash, is_as_good_on_a_disk_as_in_memory) {
       if (!told.empty()) return told;
     }
     fs::create_symlink("nowhere", on("broken"));
-    const Result<std::string> moved = disk_.mover().moveToTrash(on("broken"));
-    if (!moved || isThere(on("broken")) || fs::read_symlink(moved.value()) != "nowhere") {
+    const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("broken"));
+    if (!moved || isThere(on("broken")) || fs::read_symlink(moved.value().path) != "nowhere") {
       return "broken link: " + told(moved);
     }
     disk_.put(on("broken"), "new");
     const Outcome back = disk_.mover().putBack(moved.value(), on("broken"));
     if (back || back.error().kind != Kind::alreadyExists) return "replaced: " + told(back);
-    const Result<std::string> lost = disk_.mover().moveToTrash(on("lost+found"));
+    const Result<ItemInTrash> lost = disk_.mover().moveToTrash(on("lost+found"));
     if (!lost) return told(lost);
     return told(disk_.mover().putBack(lost.value(), on("lost+found")));
   });

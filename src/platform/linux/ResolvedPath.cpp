@@ -20,4 +20,16 @@ std::string resolvedPath(const std::string& path) {
   return text;
 }
 
+std::string resolvedAbove(const std::string& path) {
+  // A zero would end what the system reads of it.
+  if (!path.starts_with('/') || path.find('\0') != std::string::npos) return path;
+  const std::size_t end = path.find_last_not_of('/');
+  if (end == std::string::npos) return path;
+  const std::size_t slash = path.rfind('/', end);
+  const std::string name = path.substr(slash + 1, end - slash);
+  if (name == "." || name == "..") return path;
+  const std::string above = resolvedPath(path.substr(0, slash + 1));
+  return above == "/" ? above + name : above + "/" + name;
+}
+
 }  // namespace tessaly

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "platform/linux/Uninterrupted.h"
+#include "platform/linux/trash/OpenFolderPath.h"
 
 namespace tessaly {
 
@@ -20,6 +21,20 @@ bool isMeant(const std::string& path) {
 std::string withoutSlashesBehind(std::string path) {
   while (path.size() > 1 && path.ends_with('/')) path.pop_back();
   return path;
+}
+
+Result<ItemPlace> placeIn(const std::string& path,
+                          FileDescriptor (*folderAt)(const std::string& folder)) {
+  if (!isMeant(path)) return SystemError::fromErrno(EINVAL, path);
+  const std::string item = withoutSlashesBehind(path);
+  if (item == "/") return SystemError::fromErrno(EBUSY, path);
+  const std::size_t slash = item.rfind('/');
+  ItemPlace place;
+  place.name = item.substr(slash + 1);
+  if (place.name == "." || place.name == "..") return SystemError::fromErrno(EINVAL, path);
+  place.folder = folderAt(item.substr(0, slash + 1));
+  if (!place.folder) return SystemError::fromErrno(errno, path);
+  return place;
 }
 
 }  // namespace
@@ -39,18 +54,16 @@ Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string&
 }
 
 Result<ItemPlace> placeOfItem(const std::string& path) {
-  if (!isMeant(path)) return SystemError::fromErrno(EINVAL, path);
-  const std::string item = withoutSlashesBehind(path);
-  if (item == "/") return SystemError::fromErrno(EBUSY, path);
-  const std::size_t slash = item.rfind('/');
-  ItemPlace place;
-  place.name = item.substr(slash + 1);
-  if (place.name == "." || place.name == "..") return SystemError::fromErrno(EINVAL, path);
-  const std::string folder = item.substr(0, slash + 1);
-  place.folder = FileDescriptor(
-      uninterrupted([&] { return ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
-  if (!place.folder) return SystemError::fromErrno(errno, path);
-  return place;
+  return placeIn(path, openFolderPath);
+}
+
+Result<ItemPlace> placeForItem(const std::string& path) {
+  return placeIn(path, makeFolderPath);
+}
+
+FileDescriptor holdItem(const FileDescriptor& folder, const std::string& name) {
+  return FileDescriptor(uninterrupted(
+      [&] { return ::openat(folder.get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC); }));
 }
 
 FileDescriptor openFolder(const FileDescriptor& folder, const std::string& name, int flags) {
@@ -73,18 +86,6 @@ Result<std::string> pathOf(const FileDescriptor& folder, const std::string& path
 void syncFolder(const FileDescriptor& folder) {
   const FileDescriptor readable = openFolder(folder, ".", O_RDONLY);
   if (readable) uninterrupted([&] { return ::fsync(readable.get()); });
-}
-
-void makeFoldersAbove(const std::string& path) {
-  if (!isMeant(path)) return;
-  const std::string folder = withoutSlashesBehind(path);
-  const std::size_t end = folder.rfind('/');
-  // Most often nothing is missing.
-  struct stat status {};
-  if (::stat(folder.substr(0, end + 1).c_str(), &status) == 0) return;
-  for (std::size_t slash = folder.find('/', 1); slash <= end; slash = folder.find('/', slash + 1)) {
-    ::mkdir(folder.substr(0, slash).c_str(), 0777);
-  }
 }
 
 }  // namespace tessaly

@@ -38,20 +38,25 @@ Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string&
                                 const std::string& path);
 
 // The folder of the absolute `path` and its last component, without slashes at its end. The item
-// itself need not be there. Refuses with EINVAL what cannot be meant, and the root with EBUSY.
+// itself need not be there. Refuses with EINVAL what cannot be meant, the root with EBUSY, and with
+// ELOOP a path on which a symbolic link stands above the item.
 Result<ItemPlace> placeOfItem(const std::string& path);
+
+// The same, after the folders above the item that are missing have been made.
+Result<ItemPlace> placeForItem(const std::string& path);
+
+// The item itself, also where it is a link, held fast by a descriptor (O_PATH) that opens nothing.
+FileDescriptor holdItem(const FileDescriptor& folder, const std::string& name);
 
 // The same, with `name` to be looked up there.
 FileDescriptor openFolder(const FileDescriptor& folder, const std::string& name, int flags);
 
-// The absolute path of an open folder, without links.
+// The absolute path of an open folder or a held item, without links. " (deleted)" stands behind
+// that of one which is no more.
 Result<std::string> pathOf(const FileDescriptor& folder, const std::string& path);
 
 // Makes what was done in the folder last. A folder that may not be read, or whose file system
 // cannot do that, is left to the system.
 void syncFolder(const FileDescriptor& folder);
-
-// Makes the folders above the item at `path` as far as they are missing and can be made.
-void makeFoldersAbove(const std::string& path);
 
 }  // namespace tessaly

@@ -6,18 +6,40 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/Uninterrupted.h"
+
 namespace tessaly {
 
 namespace {
+
+Result<bool> areOneItem(const ItemEnd& one, const ItemEnd& other) {
+  const Result<ItemIdentity> first = identityOf(one.folder, one.name, "");
+  if (!first) return first.error();
+  const Result<ItemIdentity> second = identityOf(other.folder, other.name, "");
+  if (!second) return second.error();
+  return first.value().isSameItem(second.value());
+}
+
+// False with errno ESTALE where the name belongs to another item by now.
+bool removeSecondName(const ItemEnd& name, const ItemEnd& kept) {
+  const Result<bool> isOne = areOneItem(name, kept);
+  if (!isOne || !isOne.value()) {
+    errno = isOne ? ESTALE : isOne.error().code;
+    return false;
+  }
+  return ::unlinkat(name.folder.get(), name.name.c_str(), 0) == 0;
+}
 
 // The same in all that can be seen from outside, but for a moment in which the item has two names.
 bool moveByName(const ItemEnd& from, const ItemEnd& to) {
   if (::linkat(from.folder.get(), from.name.c_str(), to.folder.get(), to.name.c_str(), 0) != 0) {
     return false;
   }
-  if (::unlinkat(from.folder.get(), from.name.c_str(), 0) == 0) return true;
+  if (removeSecondName(from, to)) return true;
   const int code = errno;
-  ::unlinkat(to.folder.get(), to.name.c_str(), 0);
+  // Another item has taken the first name, and so it is done.
+  if (code == ESTALE) return true;
+  removeSecondName(to, from);
   errno = code;
   return false;
 }
@@ -33,15 +55,44 @@ bool moveAfterLooking(const ItemEnd& from, const ItemEnd& to) {
   return ::renameat(from.folder.get(), from.name.c_str(), to.folder.get(), to.name.c_str()) == 0;
 }
 
+bool isStillOurs(const FileDescriptor& file, const ItemEnd& end) {
+  struct stat ours {};
+  struct stat there {};
+  return ::fstat(file.get(), &ours) == 0 &&
+         ::fstatat(end.folder.get(), end.name.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+         ours.st_dev == there.st_dev && ours.st_ino == there.st_ino && there.st_size == 0;
+}
+
+bool moveOverOwnFile(const ItemEnd& from, const ItemEnd& to) {
+  const FileDescriptor file(uninterrupted([&] {
+    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    return ::openat(to.folder.get(), to.name.c_str(), flags, 0600);
+  }));
+  if (!file) return false;
+  if (!isStillOurs(file, to)) {
+    errno = EEXIST;
+    return false;
+  }
+  if (::renameat(from.folder.get(), from.name.c_str(), to.folder.get(), to.name.c_str()) == 0) {
+    return true;
+  }
+  const int code = errno;
+  if (isStillOurs(file, to)) ::unlinkat(to.folder.get(), to.name.c_str(), 0);
+  // A file system whose plain move replaces nothing.
+  if (code == EEXIST) return moveAfterLooking(from, to);
+  errno = code;
+  return false;
+}
+
 bool moveWithoutTheFlag(const ItemEnd& from, const ItemEnd& to) {
   struct stat status {};
   const int flags = AT_SYMLINK_NOFOLLOW;
   if (::fstatat(from.folder.get(), from.name.c_str(), &status, flags) != 0) return false;
-  if (S_ISDIR(status.st_mode)) return moveAfterLooking(from, to);
+  if (S_ISDIR(status.st_mode) || to.isReserved) return moveAfterLooking(from, to);
   if (moveByName(from, to)) return true;
   // No second names on this file system.
   const bool hasNoLinks = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
-  return hasNoLinks && moveAfterLooking(from, to);
+  return hasNoLinks && moveOverOwnFile(from, to);
 }
 
 }  // namespace

@@ -149,6 +149,11 @@ class Search {
                       .itemPath = isHome ? absolute : relative};
     if (found.files) found.info = ownFolder(trash, "info");
     if (!found.info) return SystemError::fromErrno(errno, trashPath_);
+    if (isHome) {
+      Result<std::string> real = pathOf(trash, trashPath_);
+      if (!real) return real.error();
+      found.path = std::move(real).value();
+    }
     return found;
   }
 

@@ -17,7 +17,7 @@ namespace tessaly {
 struct TrashFolder {
   FileDescriptor files;
   FileDescriptor info;
-  std::string path;      // absolute
+  std::string path;      // absolute, without links
   std::string itemPath;  // how the item is to be recorded: absolute for the Trash of the home, else
                          // relative to the top of the file system
 };

@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemRecord.h"
+#include "platform/linux/trash/KnownItems.h"
 #include "platform/linux/trash/MoveItem.h"
 #include "platform/linux/trash/NewInfo.h"
 #include "platform/linux/trash/TrashFolder.h"
@@ -36,9 +38,21 @@ std::size_t longestName(const FileDescriptor& folder) {
   return static_cast<std::size_t>(told > 0 ? std::min(told, most) : most);
 }
 
+// Whether something else than the item that is held came to the place: it got the name in the Trash
+// between the look and the move. Not so when the item has come, and was replaced there since.
+bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemPlace& place) {
+  const Result<bool> stands = known.standsAt(place.folder, place.name, held);
+  if (!stands || stands.value()) return false;
+  const Result<std::string> folder = pathOf(place.folder, "");
+  const Result<std::string> last = pathOf(held, "");
+  if (!folder || !last) return true;
+  const std::string path = (folder.value() == "/" ? "" : folder.value()) + "/" + place.name;
+  return last.value() != path && last.value() != path + " (deleted)";
+}
+
 }  // namespace
 
-Result<std::string> UserTrashMover::moveToTrash(const std::string& path) {
+Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
   const Result<ItemPlace> place = placeOfItem(path);
   if (!place) return place.error();
   const ItemPlace& item = place.value();
@@ -47,6 +61,8 @@ Result<std::string> UserTrashMover::moveToTrash(const std::string& path) {
   const Result<TrashFolder> found = trashFolderFor(item, path, place_);
   if (!found) return found.error();
   const TrashFolder& trash = found.value();
+  const Result<KnownItems> known = KnownItems::in(trash.files, path);
+  if (!known) return known.error();
   const std::string content = TrashInfo::text(trash.itemPath, localTime());
   const std::size_t longest = longestName(trash.info);
   constexpr unsigned attempts = 1000;
@@ -56,35 +72,58 @@ Result<std::string> UserTrashMover::moveToTrash(const std::string& path) {
     NewInfo info(trash.info, name + std::string(TrashInfo::ending), content);
     code = info.isThere() ? 0 : errno;
     if (code != 0) continue;
-    code = moveItem({item.folder, item.name}, {trash.files, name}, identity.value());
+    const FileDescriptor held = holdItem(item.folder, item.name);
+    const ItemEnd from{item.folder, item.name};
+    const ItemEnd to{.folder = trash.files, .name = name, .isReserved = true};
+    code = held ? moveItem(from, to, identity.value()) : errno;
     if (code != 0) continue;
     info.keep();
+    code = ItemRecord(trash.info, name).keep(content);
+    // Nobody would know about it there. What cannot go back either is better known to the caller.
+    if (code != 0 && moveItem(to, from, identity.value()) == 0) continue;
+    Result<TrashIdentity> moved = known.value().identityOf(held, content, path);
     syncFolder(trash.files);
     syncFolder(item.folder);
-    return trash.path + "/files/" + name;
+    return ItemInTrash{.path = trash.path + "/files/" + name,
+                       .identity = moved ? std::move(moved).value() : TrashIdentity()};
   }
   return SystemError::fromErrno(code, path);
 }
 
-Outcome UserTrashMover::putBack(const std::string& trashPath, const std::string& original) {
-  const Result<ItemPlace> inTrash = placeOfItem(trashPath);
+Outcome UserTrashMover::putBack(const ItemInTrash& item, const std::string& original) {
+  const Result<ItemPlace> inTrash = placeOfItem(item.path);
   if (!inTrash) return inTrash.error();
   const ItemPlace& from = inTrash.value();
-  makeFoldersAbove(original);
-  const Result<ItemPlace> place = placeOfItem(original);
+  const Result<ItemPlace> place = placeForItem(original);
   if (!place) return place.error();
   const ItemPlace& to = place.value();
-  const Result<ItemIdentity> identity = identityOf(from.folder, from.name, trashPath);
+  const Result<KnownItems> known = KnownItems::in(from.folder, item.path);
+  if (!known) return known.error();
+  const FileDescriptor info = openFolder(from.folder, "../info", O_PATH);
+  const ItemRecord record(info, from.name);
+  const FileDescriptor held = holdItem(from.folder, from.name);
+  if (!held) return SystemError::fromErrno(errno, item.path);
+  const Result<std::string> told = record.content();
+  const Result<TrashIdentity> now =
+      known.value().identityOf(held, told ? told.value() : std::string(), item.path);
+  if (!now) return now.error();
+  const SystemError another = SystemError::fromErrno(ESTALE, item.path);
+  if (!known.value().areSame(now.value(), item.identity)) return another;
+  const Result<ItemIdentity> identity = identityOf(held, "", item.path);
   if (!identity) return identity.error();
-  const int code = moveItem({from.folder, from.name}, {to.folder, to.name}, identity.value());
+  const ItemEnd source{from.folder, from.name};
+  const ItemEnd target{to.folder, to.name};
+  const int code = moveItem(source, target, identity.value());
   if (code != 0) return SystemError::fromErrno(code, original);
+  if (isAnother(known.value(), held, to)) {
+    moveItem(target, source, identity.value());
+    return another;
+  }
   syncFolder(to.folder);
   syncFolder(from.folder);
-  // An info that stays tells of an item that is not there, which nobody minds.
-  if (const FileDescriptor info = openFolder(from.folder, "../info", O_PATH)) {
-    const std::string name = from.name + std::string(TrashInfo::ending);
-    if (::unlinkat(info.get(), name.c_str(), 0) == 0) syncFolder(info);
-  }
+  // A record that stays tells of an item that is not there, which nobody minds; but one of another
+  // item that is on its way must stay.
+  if (!item.identity.record.empty()) record.removeIf(item.identity.record);
   return succeeded();
 }
 

@@ -17,11 +17,14 @@ class UserTrashMover final : public TrashMover {
 
   // First the file that tells where the item came from is written, then the item is moved in one
   // step. Ended in between, the program leaves the item where it was, beside such a file without an
-  // item.
-  Result<std::string> moveToTrash(const std::string& path) override;
+  // item. Another program may take such a file for one left over, so it is written again where it
+  // is gone after the move; where it cannot be, the item goes back.
+  Result<ItemInTrash> moveToTrash(const std::string& path) override;
 
-  // The other way round: first the item, then that file is removed.
-  Outcome putBack(const std::string& trashPath, const std::string& original) override;
+  // The other way round: first the item, then that file is removed. The item is looked at
+  // immediately before the move and again at its end; what got its name between the two goes back
+  // to where it was.
+  Outcome putBack(const ItemInTrash& item, const std::string& original) override;
 
  private:
   TrashPlace place_;
