@@ -38,8 +38,10 @@ TEST(Trash, records_an_item_also_when_nobody_tells_where_it_is) {
   disk.put("/a");
   disk.tellNoPlaces();
   const Result<TrashedItem> item = Trash::moveRecording("/a", disk);
-  EXPECT_EQ(item.value(), (TrashedItem{.original = "/a", .trashPath = ""}));
-  EXPECT_FALSE(Trash::putBack(item.value(), disk));
+  ASSERT_TRUE(item.ok());
+  EXPECT_EQ(item.value().original, "/a");
+  EXPECT_EQ(item.value().trashPath, "");
+  EXPECT_EQ(Trash::putBack(item.value(), disk).error().kind, SystemError::Kind::notFound);
   EXPECT_FALSE(disk.has("/a"));
 }
 
@@ -65,7 +67,7 @@ TEST(Trash, moves_many_in_order_whatever_fails) {
 
 TEST(Trash, moves_none_of_none) {
   MemoryTrash disk;
-  EXPECT_EQ(Trash::moveManyRecording({}, disk), Trash::Moved());
+  EXPECT_EQ(Trash::moveManyRecording(std::vector<std::string>(), disk), Trash::Moved());
 }
 
 TEST(Trash, one_good_and_one_missing_path_give_one_item_and_one_error) {
@@ -93,7 +95,7 @@ TEST(Trash, leaves_alone_what_stands_at_the_original) {
   const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
   ASSERT_TRUE(item.ok());
   disk.put("/film", "new");
-  EXPECT_FALSE(Trash::putBack(item.value(), disk));
+  EXPECT_EQ(Trash::putBack(item.value(), disk).error().kind, SystemError::Kind::alreadyExists);
   EXPECT_EQ(disk.contentOf("/film"), "new");
   EXPECT_EQ(disk.contentOf(item.value().trashPath), "old");
 }
@@ -104,8 +106,40 @@ TEST(Trash, cannot_put_back_what_was_emptied_from_it) {
   const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
   ASSERT_TRUE(item.ok());
   disk.remove(item.value().trashPath);
-  EXPECT_FALSE(Trash::putBack(item.value(), disk));
-  EXPECT_FALSE(Trash::putBack(item.value(), disk));
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Trash::putBack(item.value(), disk).error().kind, SystemError::Kind::notFound);
+  }
+}
+
+TEST(Trash, does_not_put_back_another_item_that_has_the_name_by_now) {
+  MemoryTrash disk;
+  disk.put("/notes.txt", "first");
+  const Result<TrashedItem> first = Trash::moveRecording("/notes.txt", disk);
+  ASSERT_TRUE(first.ok());
+  disk.remove(first.value().trashPath);
+  disk.put("/notes.txt", "second");
+  const Result<TrashedItem> second = Trash::moveRecording("/notes.txt", disk);
+  ASSERT_TRUE(second.ok());
+  ASSERT_EQ(second.value().trashPath, first.value().trashPath);
+  EXPECT_NE(second.value(), first.value());
+  EXPECT_EQ(Trash::putBack(first.value(), disk).error().kind, SystemError::Kind::stale);
+  EXPECT_FALSE(disk.has("/notes.txt"));
+  EXPECT_EQ(disk.contentOf(second.value().trashPath), "second");
+}
+
+TEST(Trash, moves_by_the_place_that_was_found_and_puts_back_there) {
+  MemoryTrash disk;
+  disk.put("/elsewhere/pip", "wheels");
+  const Trash::Location pip{.original = "/home/user/.cache/pip", .place = "/elsewhere/pip"};
+  const Trash::Moved moved = Trash::moveManyRecording(std::vector{pip, pip}, disk);
+  ASSERT_EQ(moved.items.size(), 1U);
+  EXPECT_EQ(moved.items[0].original, "/home/user/.cache/pip");
+  EXPECT_EQ(moved.items[0].place, "/elsewhere/pip");
+  EXPECT_EQ(pathsOf(moved.errors), std::vector<std::string>{"/home/user/.cache/pip"});
+  EXPECT_FALSE(disk.has("/elsewhere/pip"));
+  EXPECT_TRUE(Trash::putBack(moved.items[0], disk));
+  EXPECT_EQ(disk.contentOf("/elsewhere/pip"), "wheels");
+  EXPECT_FALSE(disk.has("/home/user/.cache"));
 }
 
 TEST(TrashedItem, equal_items_have_one_hash_and_the_two_paths_count_apart) {

@@ -52,6 +52,26 @@ TEST_F(TrashJourney, put_back_brings_back_what_the_last_move_took) {
   EXPECT_FALSE(shows("putBack"));
 }
 
+// The name in the Trash is used again, as it is once the item has left it.
+TEST_F(TrashJourney, put_back_brings_back_no_other_item_of_the_name) {
+  hoverAt(tilePoint("notes.txt"));
+  pressCommandDelete();
+  finishScan();
+  machine_.trash.remove(std::string(MemoryTrash::trash) + "/notes.txt");
+  machine_.trash.put(tree_.at("notes.txt"), "the second");
+  for (const DiskNode& child : session().current()->children()) {
+    if (child.path() == tree_.at("notes.txt")) session().setMenuNode(child);
+  }
+  settle(window());
+  click("menuTrash");
+  finishScan();
+  ASSERT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  click("putBack");
+  EXPECT_EQ(text("toast"), QStringLiteral("Put back 0 items"));
+  EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_EQ(machine_.trash.contentOf(std::string(MemoryTrash::trash) + "/notes.txt"), "the second");
+}
+
 TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
   EXPECT_FALSE(shows("queueSelection"));
   clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));

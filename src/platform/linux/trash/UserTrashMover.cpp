@@ -50,6 +50,14 @@ bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemPl
   return last.value() != path && last.value() != path + " (deleted)";
 }
 
+// An item without a record goes back: nobody would know about it. Not so when another has taken its
+// name in the Trash already, or its place outside; then the caller is the one who knows.
+bool goesBack(const KnownItems& known, const FileDescriptor& held, const ItemEnd& inTrash,
+              const ItemEnd& outside, const ItemIdentity& identity) {
+  const Result<bool> stands = known.standsAt(inTrash.folder, inTrash.name, held);
+  return stands && stands.value() && moveItem(inTrash, outside, identity) == 0;
+}
+
 }  // namespace
 
 Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
@@ -79,8 +87,7 @@ Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
     if (code != 0) continue;
     info.keep();
     code = ItemRecord(trash.info, name).keep(content);
-    // Nobody would know about it there. What cannot go back either is better known to the caller.
-    if (code != 0 && moveItem(to, from, identity.value()) == 0) continue;
+    if (code != 0 && goesBack(known.value(), held, to, from, identity.value())) continue;
     Result<TrashIdentity> moved = known.value().identityOf(held, content, path);
     syncFolder(trash.files);
     syncFolder(item.folder);
