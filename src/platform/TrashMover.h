@@ -17,8 +17,8 @@
 namespace tessaly {
 
 struct ItemInTrash {
-  std::string path;        // bytes; empty where nobody told
-  TrashIdentity identity;  // of the item that was moved there
+  std::string path;             // bytes; empty where nobody told
+  TrashIdentity identity = {};  // of the item that was moved there
 
   friend bool operator==(const ItemInTrash&, const ItemInTrash&) = default;
 };

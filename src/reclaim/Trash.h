@@ -20,10 +20,12 @@
 namespace tessaly {
 
 struct TrashedItem {
-  std::string original;    // the path that was handed to the move, as it was given; bytes
-  std::string trashPath;   // where the item is in the Trash; empty where nobody told
-  std::string place;       // `original` without links above the item: where it comes back to
-  TrashIdentity identity;  // of the item, since its name in the Trash may be used again
+  std::string original;   // the path that was handed to the move, as it was given; bytes
+  std::string trashPath;  // where the item is in the Trash; empty where nobody told
+  // `original` without links above the item: where it comes back to.
+  std::string place = {};
+  // Of the item, since its name in the Trash may be used again.
+  TrashIdentity identity = {};
 
   friend bool operator==(const TrashedItem&, const TrashedItem&) = default;
 };
