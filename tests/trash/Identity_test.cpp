@@ -146,8 +146,7 @@ TEST_F(IdentityOnDisk, a_record_of_another_item_stays_when_the_item_comes_back) 
 // File systems mounted in a namespace of a child process, for which numbers of inodes do not last.
 struct Mounted {
   const char* name;
-  // Run with "top" for the folder to mount on and "back" for one beside it.
-  const char* command;
+  const char* command;  // mounts something on "volume", by what stands beside that folder
 
   friend void PrintTo(const Mounted& one, std::ostream* out) { *out << one.name; }
 };
@@ -185,7 +184,6 @@ INSTANTIATE_TEST_SUITE_P(
     Mounted, NumberlessVolume,
     testing::Values(
         Mounted{"vfat", "mkfs.vfat disk && mount -o loop disk volume"},
-        Mounted{"exfat", "mkfs.exfat disk && mount -o loop disk volume"},
         Mounted{"fuse", "bindfs back volume"},
         Mounted{"overlay",
                 "mount -t overlay -o lowerdir=back/lower,upperdir=back/upper,workdir=back/work "

@@ -1,5 +1,6 @@
 // Another program that works in the same Trash at the same time, at each step that ours makes.
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -176,6 +177,37 @@ TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_and_its_record) {
   }
   EXPECT_GT(refusals, 20U);
   std::printf("the name used again at each of %zu places, refused at %zu\n", stop - 1, refusals);
+}
+
+// On a file system without a move that replaces nothing: whatever gets the name in the Trash, once
+// the item has a second one, is looked at before that name goes.
+TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_where_that_loses_a_second_name) {
+  const SystemCallTrace::Refusals noFlag = {{SYS_renameat2, EINVAL}};
+  const auto moveAway = [&] {
+    const Result<ItemInTrash> moved = disk_->mover().moveToTrash(film());
+    EXPECT_EQ(told(moved), "");
+    return moved ? moved.value() : ItemInTrash();
+  };
+  ItemInTrash item = moveAway();
+  const auto putBack = [&] { return told(disk_->mover().putBack(item, film())); };
+  const TracedRun plain = SystemCallTrace::refusing(noFlag, putBack);
+  ASSERT_EQ(plain.told, "");
+  const auto linked = std::find(plain.calls.begin(), plain.calls.end(), SYS_linkat);
+  const auto removed = std::find(linked, plain.calls.end(), SYS_unlinkat);
+  ASSERT_NE(removed, plain.calls.end());
+  // Two stops a call; the last one that is safe comes before the look, the call before.
+  const std::size_t lastSafe = 2 * static_cast<std::size_t>(removed - plain.calls.begin()) - 1;
+  for (std::size_t stop = 1; stop <= lastSafe; ++stop) {
+    disk_ = freshDisk();
+    item = moveAway();
+    const TracedRun run = SystemCallTrace::interruptedAt(
+        stop, [&] { exchangeInTrash(); }, putBack, noFlag);
+    ASSERT_EQ(run.end, End::finished) << run.told;
+    EXPECT_EQ(contentOf(inTrash()), "the second") << stop;
+    EXPECT_EQ(recordedPath(inTrash()), disk_->at("elsewhere/film")) << stop;
+    EXPECT_EQ(contentOf(disk_->at("restored")), "first") << stop;
+    EXPECT_TRUE(!isThere(film()) || contentOf(film()) == "first") << stop;
+  }
 }
 
 // Just as the item has come back, a program saves a file of its own over it: that one stays.

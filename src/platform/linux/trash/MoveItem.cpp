@@ -22,7 +22,8 @@ Result<bool> areOneItem(const ItemEnd& one, const ItemEnd& other) {
 
 // False with errno ESTALE where the name belongs to another item by now.
 bool removeSecondName(const ItemEnd& name, const ItemEnd& kept) {
-  const Result<bool> isOne = areOneItem(name, kept);
+  // What is to go is looked at last.
+  const Result<bool> isOne = areOneItem(kept, name);
   if (!isOne || !isOne.value()) {
     errno = isOne ? ESTALE : isOne.error().code;
     return false;
