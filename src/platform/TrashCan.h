@@ -37,9 +37,10 @@ class TrashCan {
   // How many items were thrown away and lie there still; what is inside a folder does not count.
   virtual Result<std::int64_t> count() = 0;
 
-  // Deletes them all for good. What cannot be deleted does not keep the others from it, and can
-  // still be put back as far as that can be foreseen. Whoever empties the Trash once more, after an
-  // error or after the program was ended meanwhile, takes it up where it stopped.
+  // Deletes for good all that lies there when it is asked; what is thrown away meanwhile stays.
+  // What cannot be deleted does not keep the others from it, and can still be put back as far as
+  // that can be foreseen. Whoever empties the Trash once more, after an error or after the program
+  // was ended meanwhile, takes it up where it stopped.
   virtual EmptiedTrash empty() = 0;
 };
 

@@ -195,7 +195,7 @@ TEST_F(EmptyingFaults, what_is_left_is_whole_also_where_there_is_no_room) {
     const std::string folder = tree.at("volume/Trash");
     TrashPlace place = disk_->placeWith({});
     place.homeTrash = folder;
-    UserTrashCan can(place);
+    UserTrashCan can(place, anHourLater);
     std::size_t stop = 1;
     for (;; ++stop) {
       const char* volume = "volume";

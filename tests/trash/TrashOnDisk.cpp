@@ -68,6 +68,10 @@ std::string told(const EmptiedTrash& emptied) {
   return text;
 }
 
+std::int64_t anHourLater(const FileDescriptor& folder) {
+  return clockOfFolder(folder) + 3600;
+}
+
 TrashPlace TrashOnDisk::placeWith(const std::vector<std::string>& points) const {
   std::string list;
   for (const std::string& point : points) list += "1 1 8:1 / " + point + " rw - ext4 none rw\n";

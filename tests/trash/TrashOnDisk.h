@@ -2,6 +2,7 @@
 // them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -28,12 +29,15 @@ std::string told(const Outcome& outcome);
 std::string told(const Result<ItemInTrash>& moved);
 std::string told(const EmptiedTrash& emptied);  // "" where nothing has failed
 
+// The clock of the file system, put forward, so that what was made just now is no longer young.
+std::int64_t anHourLater(const FileDescriptor& folder);
+
 class TrashOnDisk {
  public:
   explicit TrashOnDisk(std::string_view items = {}) : tree(items) { tree.plant("here/\nhome/\n"); }
 
   TrashMover& mover() { return mover_; }
-  TrashCan& can() { return can_; }  // of the home alone
+  TrashCan& can() { return can_; }  // of the home alone, in an hour
   std::string at(const std::string& below) const { return tree.at("here/" + below); }
   // Of the user of the moment.
   TrashPlace place() const {
@@ -63,7 +67,7 @@ class TrashOnDisk {
   static void removeTreeOrFile(const std::string& path);
 
   UserTrashMover mover_ = UserTrashMover(place());
-  UserTrashCan can_ = UserTrashCan(placeWith({}));
+  UserTrashCan can_ = UserTrashCan(placeWith({}), anHourLater);
 };
 
 }  // namespace tessaly

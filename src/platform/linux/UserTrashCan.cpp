@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/linux/trash/EmptyTrashFolder.h"
 #include "platform/linux/trash/FolderEntries.h"
@@ -26,12 +28,15 @@ Result<std::int64_t> UserTrashCan::count() {
 }
 
 EmptiedTrash UserTrashCan::empty() {
-  const UserTrashFolders folders = userTrashFolders(place_);
+  UserTrashFolders folders = userTrashFolders(place_);
   EmptiedTrash result;
   for (const SystemError& error : folders.errors) result.addFailure(error);
-  for (const UserTrashFolder& trash : folders.all) {
-    emptyTrashFolder(trash, place_.user, result);
+  std::vector<TrashListing> listings;
+  for (UserTrashFolder& trash : folders.all) {
+    auto listing = listTrashFolder(std::move(trash), place_.user, clock_, result);
+    if (listing) listings.push_back(std::move(*listing));
   }
+  for (const TrashListing& listing : listings) emptyTrashFolder(listing, place_.user, result);
   return result;
 }
 

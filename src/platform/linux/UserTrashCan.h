@@ -5,24 +5,28 @@
 #include <utility>
 
 #include "platform/TrashCan.h"
+#include "platform/linux/trash/TrashListing.h"
 #include "platform/linux/trash/TrashPlace.h"
 
 namespace tessaly {
 
 class UserTrashCan final : public TrashCan {
  public:
-  explicit UserTrashCan(TrashPlace place = TrashPlace::current()) : place_(std::move(place)) {}
+  explicit UserTrashCan(TrashPlace place = TrashPlace::current(), FolderClock clock = clockOfFolder)
+      : place_(std::move(place)), clock_(std::move(clock)) {}
 
   // Fails when a Trash of the user is there and cannot be read. A file system that does not let the
   // user look at its top has none.
   Result<std::int64_t> count() override;
 
+  // Lists all folders before it deletes anything in any of them, and deletes what is in the lists.
   // Needs a system that tells mounts apart (Linux 5.8); on an older one nothing is deleted, and the
   // errors are of the kind notSupported.
   EmptiedTrash empty() override;
 
  private:
   TrashPlace place_;
+  FolderClock clock_;
 };
 
 }  // namespace tessaly

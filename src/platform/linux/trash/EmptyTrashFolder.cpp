@@ -1,21 +1,21 @@
 #include "platform/linux/trash/EmptyTrashFolder.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <set>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/FolderEntries.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/MoveItem.h"
 #include "platform/linux/trash/Obstacle.h"
 #include "platform/linux/trash/RemoveTree.h"
 #include "platform/linux/trash/TrashInfo.h"
+#include "platform/linux/trash/TrashPart.h"
 
 namespace tessaly {
 
@@ -35,48 +35,51 @@ int look(const FileDescriptor& folder, const std::string& name) {
   return ::fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
 }
 
-// The permissions of a folder of the user are open as long as this lives, or for good.
+// 0 when the item of that name is the one that was listed, ENOENT also when it is another, or an
+// errno.
+int lookAgain(const FileDescriptor& folder, const std::string& name, const ItemMark& listed) {
+  ItemMark now;
+  const int code = markOf(folder, name, now);
+  return code == 0 && !listed.isSameItem(now) ? ENOENT : code;
+}
+
+// A folder of the user whose permissions are open as long as this lives, or for good.
 class OpenedPermissions {
  public:
-  OpenedPermissions(const FileDescriptor& above, const std::string& name, uid_t user)
-      : held_(openFolder(above, name, O_PATH)) {
-    if (held_) before_ = openPermissions(held_, user);
-  }
+  OpenedPermissions(const FileDescriptor& held, uid_t user)
+      : held_(held), before_(openPermissions(held, user)) {}
   OpenedPermissions(const OpenedPermissions&) = delete;
   OpenedPermissions& operator=(const OpenedPermissions&) = delete;
   ~OpenedPermissions() {
-    if (held_ && (before_ & S_IRWXU) != S_IRWXU) setPermissions(held_, before_);
+    if ((before_ & S_IRWXU) != S_IRWXU) setPermissions(held_, before_);
   }
 
   void keep() { before_ = S_IRWXU; }
 
  private:
-  const FileDescriptor held_;
-  mode_t before_ = S_IRWXU;
+  const FileDescriptor& held_;
+  mode_t before_;
 };
 
 class Emptying {
  public:
-  Emptying(const UserTrashFolder& trash, uid_t user, EmptiedTrash& result)
-      : trash_(trash.folder), path_(trash.path), user_(user), result_(result) {}
+  Emptying(const TrashListing& listing, uid_t user, EmptiedTrash& result)
+      : listing_(listing),
+        trash_(listing.folder.folder),
+        path_(listing.folder.path),
+        user_(user),
+        result_(result) {}
 
   void run() {
-    const Result<ItemIdentity> identity = identityOf(trash_, "", path_);
-    if (!identity) return result_.addFailure(identity.error());
-    mount_ = identity.value().mount;
-    removeExpunged();
-    info_ = openPart("info");
-    // Read first: for what is recorded from now on, the item may still be on its way.
-    std::set<std::string> records;
-    if (info_) {
-      const int code = forEachEntry(info_, [&](std::string_view name, unsigned char type) {
-        if (type != DT_DIR && name.ends_with(TrashInfo::ending)) records.emplace(name);
-      });
-      noteError(code, "info");
+    removeRemains();
+    const bool hasOrphans = !listing_.orphans.empty();
+    const auto hasRecord = [](const TrashListing::Item& item) { return item.record.has_value(); };
+    if (hasOrphans || std::any_of(listing_.items.begin(), listing_.items.end(), hasRecord)) {
+      info_ = open("info");
     }
-    files_ = openPart("files");
+    if (hasOrphans || !listing_.items.empty()) files_ = open("files");
     if (files_) removeItems();
-    if (info_ && (files_ || filesAreMissing_)) removeOrphans(records);
+    if (info_) removeOrphans();
     remove(trash_, "directorysizes");
     remove(trash_, expungedName, AT_REMOVEDIR);
   }
@@ -86,69 +89,72 @@ class Emptying {
     return path_ + "/" + part + "/" + name;
   }
 
-  void noteError(int code, const std::string& part) {
-    if (code != 0) result_.addFailure(SystemError::fromErrno(code, path_ + "/" + part));
-  }
-
-  // A true folder on the same mount; what else stands there is no part of a Trash.
-  FileDescriptor openPart(const std::string& name) {
-    const FileDescriptor held = openFolder(trash_, name, O_PATH);
-    if (!held) {
-      const int code = errno;
-      const bool isMissing = code == ENOENT;
-      if (name == "files") filesAreMissing_ = isMissing;
-      if (!isMissing && code != ENOTDIR && code != ELOOP) noteError(code, name);
-      return FileDescriptor();
-    }
-    const Result<ItemIdentity> identity = identityOf(held, "", "");
-    if (!identity || identity.value().mount != mount_) {
-      noteError(identity ? EBUSY : identity.error().code, name);
-      return FileDescriptor();
-    }
-    openPermissions(held, user_);
-    FileDescriptor part = openFolder(held, ".", O_RDONLY);
-    if (!part) noteError(errno, name);
-    return part;
+  FileDescriptor open(const std::string& name) {
+    TrashPart part = openTrashPart(listing_.folder, name, user_);
+    if (part.hasFailed()) fail(SystemError::fromErrno(part.code, path_ + "/" + name));
+    return std::move(part.folder);
   }
 
   // What an emptying that was ended, or another program, has left to be deleted.
-  void removeExpunged() {
-    const int code = remove(trash_, expungedName);
-    if (code == 0 || code == ENOENT) return;
-    const Outcome removed = removeTree(trash_, expungedName, path_ + "/" + expungedName, user_);
-    if (!removed) result_.addFailure(removed.error());
+  void removeRemains() {
+    if (listing_.expunged && lookAgain(trash_, expungedName, *listing_.expunged) == 0) {
+      const int code = remove(trash_, expungedName);
+      if (code != 0) fail(SystemError::fromErrno(code, path_ + "/" + expungedName));
+    }
+    if (listing_.remains.empty()) return;
+    const FileDescriptor expunged = open(expungedName);
+    if (!expunged) return;
+    for (const ListedEntry& remain : listing_.remains) {
+      const Outcome removed = removeRemain(expunged, remain);
+      if (!removed) fail(removed.error());
+    }
+  }
+
+  Outcome removeRemain(const FileDescriptor& expunged, const ListedEntry& remain) {
+    const std::string path = pathOf(expungedName, remain.name);
+    if (!S_ISDIR(remain.mark.type)) {
+      int code = lookAgain(expunged, remain.name, remain.mark);
+      if (code == 0) code = remove(expunged, remain.name);
+      return code == 0 ? succeeded() : Outcome(SystemError::fromErrno(code, path));
+    }
+    // Held, so that its number stays the same.
+    const FileDescriptor held = openFolder(expunged, remain.name, O_PATH);
+    int code = held ? lookAgain(held, "", remain.mark) : errno;
+    if (code != 0) return SystemError::fromErrno(code, path);
+    const Result<ItemIdentity> identity = identityOf(held, "", path);
+    if (!identity) return identity.error();
+    return removeTree(expunged, remain.name, identity.value(), path, user_);
   }
 
   void removeItems() {
-    std::vector<std::string> folders;
-    std::vector<std::string> others;
-    const int code = forEachEntry(files_, [&](std::string_view name, unsigned char type) {
-      (type == DT_DIR ? folders : others).emplace_back(name);
-    });
+    std::vector<const TrashListing::Item*> folders;
     // First what needs no room: on a full disk it makes some.
-    for (const std::string& name : others) {
-      const int removed = remove(files_, name);
-      if (removed == EISDIR) {
-        folders.push_back(name);
+    for (const TrashListing::Item& item : listing_.items) {
+      if (S_ISDIR(item.entry.mark.type)) {
+        folders.push_back(&item);
       } else {
-        finish(name, removed);
+        finish(item, removeAtOnce(item, 0));
       }
     }
-    for (const std::string& name : folders) {
-      const int removed = remove(files_, name, AT_REMOVEDIR);
+    for (const TrashListing::Item* const item : folders) {
+      const int removed = removeAtOnce(*item, AT_REMOVEDIR);
       if (removed == ENOTEMPTY || removed == EEXIST) {
-        removeFolder(name);
+        removeFolder(*item);
       } else {
-        finish(name, removed);
+        finish(*item, removed);
       }
     }
-    noteError(code, "files");
+  }
+
+  int removeAtOnce(const TrashListing::Item& item, int flags) {
+    const int code = lookAgain(files_, item.entry.name, item.entry.mark);
+    return code == 0 ? remove(files_, item.entry.name, flags) : code;
   }
 
   // An item that was deleted in one step, or was not for the reason `code`.
-  void finish(const std::string& name, int code) {
-    if (code != 0) return fail(SystemError::fromErrno(code, pathOf("files", name)));
-    removeRecord(name + std::string(TrashInfo::ending));
+  void finish(const TrashListing::Item& item, int code) {
+    if (code != 0) return fail(SystemError::fromErrno(code, pathOf("files", item.entry.name)));
+    removeRecord(item);
     ++result_.deleted;
   }
 
@@ -157,40 +163,91 @@ class Emptying {
     if (error.code != ENOENT) result_.addFailure(error);
   }
 
-  void removeRecord(const std::string& record) {
-    const int code = info_ ? remove(info_, record) : 0;
+  void removeRecord(const TrashListing::Item& item) {
+    if (!info_ || !item.record) return;
+    const std::string record = item.entry.name + std::string(TrashInfo::ending);
+    int code = lookAgain(info_, record, *item.record);
+    if (code == 0) code = remove(info_, record);
     if (code != 0) fail(SystemError::fromErrno(code, pathOf("info", record)));
   }
 
-  void removeFolder(const std::string& name) {
+  void removeFolder(const TrashListing::Item& item) {
+    const std::string& name = item.entry.name;
     const std::string path = pathOf("files", name);
     const Outcome isFree = obstacleToDeleting(files_, name, path, user_);
-    if (!isFree) return fail(isFree.error());
-    const Result<ItemIdentity> identity = identityOf(files_, name, path);
+    if (!isFree) {
+      // Another emptying that moves the folder away in between is none.
+      if (look(files_, name) != ENOENT) fail(isFree.error());
+      return;
+    }
+    // Held, so that its number stays the same.
+    const FileDescriptor held = openFolder(files_, name, O_PATH);
+    int code = held ? lookAgain(held, "", item.entry.mark) : errno;
+    if (code != 0) return fail(SystemError::fromErrno(code, path));
+    const Result<ItemIdentity> identity = identityOf(held, "", path);
     if (!identity) return fail(identity.error());
     // A folder that is closed cannot be moved to another one.
-    OpenedPermissions opened(files_, name, user_);
-    const FileDescriptor expunged = openExpunged();
-    const int obstacle = expunged ? EEXIST : errno;
-    // Where there is no room for that folder, the item takes its place.
-    const FileDescriptor& aside = expunged ? expunged : trash_;
-    std::string asideName = expungedName;
-    int code = EINTR;
-    const int most = expunged ? mostRemains : 1;
-    for (int attempts = 0; attempts < most && (code == EEXIST || code == EINTR); ++attempts) {
-      if (expunged) asideName = std::to_string(++number_);
-      code = moveItem({files_, name}, {aside, asideName}, identity.value());
+    OpenedPermissions opened(held, user_);
+    const Aside aside = moveAside(name, identity.value());
+    if (aside.code != 0) return fail(SystemError::fromErrno(aside.code, path));
+    const FileDescriptor& place = aside.expunged ? aside.expunged : trash_;
+    // By its name another one may have been moved.
+    const Result<ItemIdentity> moved = identityOf(place, aside.name, path);
+    if (!moved) return fail(moved.error());
+    if (!moved.value().isSameItem(identity.value())) {
+      return moveBack({place, aside.name}, name, moved.value());
     }
-    if (code == EEXIST) code = obstacle;
-    if (code != 0) return fail(SystemError::fromErrno(code, path));
     opened.keep();
     syncFolder(files_);
-    removeRecord(name + std::string(TrashInfo::ending));
+    removeRecord(item);
     std::string asidePath = path_ + "/" + expungedName;
-    if (expunged) asidePath += "/" + asideName;
-    const Outcome removed = removeTree(aside, asideName, asidePath, user_);
+    if (aside.expunged) asidePath += "/" + aside.name;
+    const Outcome removed = removeTree(place, aside.name, identity.value(), asidePath, user_);
     if (!removed) return fail(removed.error());
     ++result_.deleted;
+  }
+
+  struct Aside {
+    FileDescriptor expunged;  // empty where the item has taken the place of that folder
+    std::string name;
+    int code = 0;
+  };
+
+  Aside moveAside(const std::string& name, const ItemIdentity& identity) {
+    // Another emptying may remove the folder once it has no use for it.
+    constexpr int mostTimes = 16;
+    Aside aside;
+    for (int times = 0; times < mostTimes; ++times) {
+      aside = tryToMoveAside(name, identity);
+      if (aside.code != ENOENT || look(files_, name) != 0) break;
+    }
+    return aside;
+  }
+
+  Aside tryToMoveAside(const std::string& name, const ItemIdentity& identity) {
+    Aside aside{.expunged = openExpunged(), .name = expungedName, .code = EINTR};
+    const int obstacle = aside.expunged ? EEXIST : errno;
+    // Where there is no room for that folder, the item takes its place.
+    const FileDescriptor& place = aside.expunged ? aside.expunged : trash_;
+    const int most = aside.expunged ? mostRemains : 1;
+    for (int attempts = 0; attempts < most && (aside.code == EEXIST || aside.code == EINTR);
+         ++attempts) {
+      if (aside.expunged) aside.name = std::to_string(++number_);
+      aside.code = moveItem({files_, name}, {place, aside.name}, identity);
+    }
+    if (aside.code == EEXIST) aside.code = obstacle;
+    return aside;
+  }
+
+  // To its name, or to one beside it when that is taken by now.
+  void moveBack(const ItemEnd& from, const std::string& name, const ItemIdentity& identity) {
+    constexpr unsigned attempts = 1000;
+    constexpr std::size_t longest = 255;
+    int code = EEXIST;
+    for (unsigned number = 1; number <= attempts && code == EEXIST; ++number) {
+      code = moveItem(from, {files_, TrashInfo::nameFor(name, number, longest)}, identity);
+    }
+    if (code != 0) fail(SystemError::fromErrno(code, pathOf("files", name)));
   }
 
   FileDescriptor openExpunged() const {
@@ -200,44 +257,46 @@ class Emptying {
     return folder;
   }
 
-  // Records without an item. Of those that are there now, only the ones that were there before.
-  void removeOrphans(const std::set<std::string>& before) {
-    std::vector<std::string> records;
-    const int code = forEachEntry(info_, [&](std::string_view name, unsigned char) {
-      if (before.contains(std::string(name))) records.emplace_back(name);
-    });
-    for (const std::string& record : records) {
-      const std::string item = record.substr(0, record.size() - TrashInfo::ending.size());
-      // Without the folder of items there is none; whether that is so is asked once more each time,
-      // since much depends on it.
-      const int looked = files_ ? look(files_, item) : look(trash_, "files");
-      if (looked == ENOENT) {
-        removeRecord(record);
-      } else if (looked != 0) {
-        noteError(looked, "info/" + record);
+  void removeOrphans() {
+    for (const ListedEntry& orphan : listing_.orphans) {
+      const std::string path = pathOf("info", orphan.name);
+      ItemMark now;
+      int code = markOf(info_, orphan.name, now);
+      // One that was written again may tell of another item.
+      if (code == 0 && !orphan.mark.isUnchanged(now)) continue;
+      if (code == 0) {
+        code = lookForItemOf(orphan.name);
+        if (code == ENOENT) code = remove(info_, orphan.name);
       }
+      if (code != 0) fail(SystemError::fromErrno(code, path));
     }
-    noteError(code, "info");
+  }
+
+  // ENOENT where the record has no item.
+  int lookForItemOf(const std::string& record) {
+    const std::string item = record.substr(0, record.size() - TrashInfo::ending.size());
+    // Without the folder of items there is none; whether that is so is asked once more each time,
+    // since much depends on it.
+    return files_ ? look(files_, item) : look(trash_, "files");
   }
 
   // More than these in "expunged" are not stepped over.
   static constexpr int mostRemains = 100000;
 
+  const TrashListing& listing_;
   const FileDescriptor& trash_;
   const std::string& path_;
   const uid_t user_;
   EmptiedTrash& result_;
-  std::uint64_t mount_ = 0;
   FileDescriptor files_;
   FileDescriptor info_;
-  bool filesAreMissing_ = false;
   unsigned number_ = 0;  // of the last name given in "expunged"
 };
 
 }  // namespace
 
-void emptyTrashFolder(const UserTrashFolder& trash, uid_t user, EmptiedTrash& result) {
-  Emptying(trash, user, result).run();
+void emptyTrashFolder(const TrashListing& listing, uid_t user, EmptiedTrash& result) {
+  Emptying(listing, user, result).run();
 }
 
 }  // namespace tessaly

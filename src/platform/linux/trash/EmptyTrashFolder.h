@@ -11,14 +11,18 @@
 #pragma once
 
 #include "platform/TrashCan.h"
-#include "platform/linux/trash/UserTrashFolders.h"
+#include "platform/linux/trash/TrashListing.h"
 
 namespace tessaly {
 
+// Deletes what is in the listing. Each item and each record is looked at again right before: one
+// that is not what was listed under its name stays, without an error. Others may empty the same
+// Trash at the same time.
+//
 // An item stays, whole and with its record, where one can see beforehand that not all of it can be
 // deleted, or where it cannot be moved. Nothing is done outside of the folder, and nothing on other
 // mounts below it. The cache of sizes beside the items goes too, since it would tell of items that
 // are gone. `user` owns the folders whose permissions may be opened.
-void emptyTrashFolder(const UserTrashFolder& trash, uid_t user, EmptiedTrash& result);
+void emptyTrashFolder(const TrashListing& listing, uid_t user, EmptiedTrash& result);
 
 }  // namespace tessaly

@@ -59,9 +59,9 @@ void setPermissions(const FileDescriptor& held, mode_t permissions) {
   ::chmod(itself.c_str(), permissions);
 }
 
-Outcome removeTree(const FileDescriptor& above, const std::string& name, const std::string& path,
-                   uid_t user) {
-  return Removal(user).run(above, name, path);
+Outcome removeTree(const FileDescriptor& above, const std::string& name, const ItemIdentity& item,
+                   const std::string& path, uid_t user) {
+  return Removal(user).run(above, name, item, path);
 }
 
 }  // namespace tessaly

@@ -9,6 +9,14 @@
 namespace tessaly {
 
 Outcome TreePass::run(const FileDescriptor& above, const std::string& name,
+                      const ItemIdentity& item, const std::string& path) {
+  item_ = item;
+  const Outcome outcome = run(above, name, path);
+  item_.reset();
+  return outcome;
+}
+
+Outcome TreePass::run(const FileDescriptor& above, const std::string& name,
                       const std::string& path) {
   path_ = path;
   error_.reset();
@@ -36,6 +44,8 @@ void TreePass::goDown() {
   const Result<ItemIdentity> identity = identityOf(held, "", "");
   if (!identity) return finishFolder(identity.error().code);
   if (identity.value().mount != levels_.front().identity.mount) return finishFolder(EBUSY);
+  const bool isStart = levels_.size() == 1;
+  if (isStart && item_ && !identity.value().isSameItem(*item_)) return finishFolder(ESTALE);
   FileDescriptor folder = open(held);
   if (!folder) return finishFolder(errno);
   levels_.push_back(Level{.name = name, .identity = identity.value(), .folders = {}});

@@ -26,6 +26,10 @@ class TreePass {
   // vanishes meanwhile is none; a file system mounted below is one (EBUSY).
   Outcome run(const FileDescriptor& above, const std::string& name, const std::string& path);
 
+  // The same, but ESTALE when another folder than `item` has that name.
+  Outcome run(const FileDescriptor& above, const std::string& name, const ItemIdentity& item,
+              const std::string& path);
+
  protected:
   enum class AfterError { goOn, stop };
 
@@ -63,6 +67,7 @@ class TreePass {
 
   const AfterError afterError_;
   std::string path_;
+  std::optional<ItemIdentity> item_;  // that the pass is to start with
   std::vector<Level> levels_;
   FileDescriptor current_;  // of the last level
   std::optional<SystemError> error_;

@@ -1,0 +1,23 @@
+// A folder within a folder of a Trash: "files", "info" or "expunged".
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/trash/UserTrashFolders.h"
+
+namespace tessaly {
+
+struct TrashPart {
+  FileDescriptor folder;  // open for reading; empty where there is none
+  int code = 0;           // why, as an errno: ENOENT, ENOTDIR where something else stands there,
+                          // EBUSY where another file system is mounted there
+  bool isMissing() const { return code == ENOENT; }
+  bool hasFailed() const { return code != 0 && code != ENOENT && code != ENOTDIR; }
+};
+
+// Never follows a link. The permissions of a folder of `user` that are closed are opened for good.
+TrashPart openTrashPart(const UserTrashFolder& trash, const std::string& name, uid_t user);
+
+}  // namespace tessaly
