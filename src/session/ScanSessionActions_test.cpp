@@ -563,6 +563,19 @@ TEST_F(Actions, a_trash_that_cannot_be_emptied_stays_without_a_word) {
   EXPECT_EQ(session().toast(), toast);
 }
 
+TEST_F(Actions, an_emptying_that_takes_longer_than_it_is_waited_for_is_told_to_go_on) {
+  trash_ = "3";
+  emptyingTakesLong_ = true;
+  bool hasEnded = false;
+  session().emptyTrash([&] { hasEnded = true; });
+  dispatch_.step(Queue::userInitiated);
+  trash_ = "2";
+  runMain();
+  EXPECT_TRUE(hasEnded);
+  EXPECT_EQ(session().toast(), "Emptying the Trash goes on in the background");
+  EXPECT_EQ(session().trashCount(), 2);
+}
+
 TEST_F(Actions, nobody_hears_of_an_emptied_trash_once_the_session_has_ended) {
   emptied_ = "0";
   bool hasEnded = false;

@@ -92,14 +92,18 @@ void ScanSession::undoTrash() {
 }
 
 void ScanSession::emptyTrash(std::function<void()> ended) {
-  auto home = [session = QPointer(this), ended = std::move(ended)] {
+  using DiskSpace::TrashEmptying;
+  auto home = [session = QPointer(this), ended = std::move(ended)](TrashEmptying emptying) {
     if (!session) return;
     if (ended) ended();
+    if (session && emptying == TrashEmptying::goesOn) {
+      session->flash("Emptying the Trash goes on in the background");
+    }
     if (session) session->refreshDisk();
   };
   auto work = [&dispatch = services_.dispatch, run = services_.run, home = std::move(home)] {
-    DiskSpace::emptyTrash(run);
-    dispatch.async(Dispatch::Queue::main, home);
+    const TrashEmptying emptying = DiskSpace::emptyTrash(run);
+    dispatch.async(Dispatch::Queue::main, [home, emptying] { home(emptying); });
   };
   services_.dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
 }

@@ -119,7 +119,8 @@ class SessionFixture : public ::testing::Test {
   std::string df_;       // what "df -k" prints; there is no df while it is empty
   std::string trash_;    // what counting the Trash prints; the same
   std::string emptied_;  // the same after it was emptied, which fails while this is empty
-  int emptyings_ = 0;    // how often the Trash was to be emptied
+  bool emptyingTakesLong_ = false;   // it outlives the time that it is waited for
+  int emptyings_ = 0;                // how often the Trash was to be emptied
   std::optional<DiskUsage> volume_;  // of the start-up volume
   ScanSession::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
@@ -150,6 +151,7 @@ class SessionFixture : public ::testing::Test {
     const std::vector<std::string> emptying = {"-e", "tell application \"Finder\" to empty trash"};
     if (path == "/usr/bin/osascript" && args == emptying) {
       ++emptyings_;
+      if (emptyingTakesLong_) throw ToolError("Marrow", 1, "timed out: " + path);
       if (emptied_.empty()) return noTools(path, args);
       trash_ = emptied_;
       return {};

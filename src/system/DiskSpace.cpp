@@ -84,8 +84,17 @@ std::int64_t trashCount(const Shell::Run& run) {
   return ToolOutput::integer(ToolOutput::trimmed(text)).value_or(0);
 }
 
-void emptyTrash(const Shell::Run& run) {
-  toolText(run, osascript, {"-e", "tell application \"Finder\" to empty trash"}, 30);
+TrashEmptying emptyTrash(const Shell::Run& run) {
+  const std::vector<std::string> script = {"-e", "tell application \"Finder\" to empty trash"};
+  constexpr double timeout = 30;
+  try {
+    run ? run(osascript, script) : Shell::run(osascript, script, timeout);
+  } catch (const ToolError& error) {
+    if (error.isTimeOut()) return TrashEmptying::goesOn;
+  } catch (...) {
+    return TrashEmptying::ended;
+  }
+  return TrashEmptying::ended;
 }
 
 }  // namespace tessaly::DiskSpace

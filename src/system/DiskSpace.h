@@ -39,7 +39,13 @@ DiskUsage usage(const std::optional<DiskUsage>& ofVolume,
 // Items in the Trash; 0 when they cannot be counted.
 std::int64_t trashCount(const Shell::Run& run = {});
 
+// What became of a request by the time that this program waits for it no longer.
+enum class TrashEmptying {
+  ended,   // by itself, also where not all could be deleted, or the tool did not start
+  goesOn,  // without us: who empties the Trash finishes what it was asked for
+};
+
 // Empties the Trash, if it can.
-void emptyTrash(const Shell::Run& run = {});
+TrashEmptying emptyTrash(const Shell::Run& run = {});
 
 }  // namespace tessaly::DiskSpace

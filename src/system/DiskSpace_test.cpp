@@ -334,6 +334,22 @@ TEST(DiskSpaceTrash, a_tool_that_fails_counts_nothing_and_empties_nothing) {
   EXPECT_NO_THROW(DiskSpace::emptyTrash(oddlyFailingRun));
 }
 
+TEST(DiskSpaceTrash, an_emptying_goes_on_whose_tool_still_runs_at_the_end_of_the_wait) {
+  using DiskSpace::TrashEmptying;
+  const auto emptying = [](const Shell::Run& run) { return DiskSpace::emptyTrash(run); };
+  EXPECT_EQ(emptying([](const auto& path, const auto&) -> std::string {
+              return Shell::run("/bin/sleep", {"1000"}, 0, std::nullopt) + path;
+            }),
+            TrashEmptying::goesOn);
+  EXPECT_EQ(emptying([](const auto&, const auto&) -> std::string {
+              return Shell::run("/nowhere/osascript", {}, 30);
+            }),
+            TrashEmptying::ended);
+  EXPECT_EQ(emptying(failingRun), TrashEmptying::ended);
+  EXPECT_EQ(emptying(oddlyFailingRun), TrashEmptying::ended);
+  EXPECT_EQ(emptying(Tool("").run()), TrashEmptying::ended);
+}
+
 TEST(DiskSpaceTrash, empties_through_the_script_tool) {
   Tool osascript("");
   DiskSpace::emptyTrash(osascript.run());

@@ -47,7 +47,7 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
   if (!tool.waitUntil(deadline)) {
     tool.terminate();
     tool.waitUntil(Deadline::after(graceSeconds));
-    throw ToolError("Marrow", 1, "timed out: " + path);
+    throw ToolError(ToolError::ownDomain, ToolError::timedOut, "timed out: " + path);
   }
   std::string output = tool.readOutput(deadline);
   if (!isUtf8(output)) output.clear();

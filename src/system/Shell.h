@@ -23,6 +23,12 @@ class ToolError : public std::runtime_error {
   const std::string& domain() const { return domain_; }
   int code() const { return code_; }
 
+  // Whether the tool still ran when its time was over.
+  bool isTimeOut() const { return domain_ == ownDomain && code_ == timedOut; }
+
+  static constexpr const char* ownDomain = "Marrow";
+  static constexpr int timedOut = 1;
+
  private:
   std::string domain_;
   int code_;

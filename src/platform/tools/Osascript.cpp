@@ -37,8 +37,10 @@ std::string printable(SystemError error) {
   return text;
 }
 
-// Whoever asked may lose patience and ask us to end. What has been begun is finished all the same:
-// half of it would leave things behind that no list shows, and the room would not be free.
+// Whoever asked may lose patience and ask us to end; Tessaly does so, and tells its user that the
+// emptying goes on. What has been begun is finished all the same: half of it would leave things
+// behind that no list shows, and the room would not be free. No more than was there at the asking
+// goes, however long that takes.
 class Undisturbed {
  public:
   Undisturbed() : before_(std::signal(SIGTERM, SIG_IGN)) {}

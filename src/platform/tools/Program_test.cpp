@@ -100,6 +100,34 @@ TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
   EXPECT_EQ(told, "");
 }
 
+// As the program does that has waited long enough.
+TEST_F(ProgramTest, empties_the_trash_to_the_end_although_it_is_asked_to_end) {
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    if (!makeAllReadOnly()) return refusal();
+    if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+    TrashPlace place = TrashPlace::current();
+    place.homeTrash = data_.at("Trash");
+    if (UserTrashCan(place).count().value() != 0) return "refused: there is a Trash elsewhere";
+    data_.plant("Trash/\n  files/\n    first\n    many/\n      part##### x50000\n  info/\n");
+    Result<Process> process = Process::launch({.path = "/usr/bin/osascript",
+                                               .args = {"-e", empty},
+                                               .environment = {{"XDG_DATA_HOME", data_.path()}}});
+    if (!process) return process.error().description();
+    Process& tool = process.value();
+    while (std::filesystem::exists(data_.at("Trash/files/first"))) {
+      if (tool.waitUntil(Deadline::after(0.001))) return "it has ended early";
+    }
+    tool.terminate();
+    tool.waitUntil(Deadline::never());
+    if (!tool.exit()->isSuccess()) return "signal " + std::to_string(tool.exit()->signal);
+    const bool isEmpty = std::filesystem::is_empty(data_.at("Trash/files"));
+    return isEmpty && !std::filesystem::exists(data_.at("Trash/expunged")) ? ""
+                                                                           : "something is left";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "");
+}
+
 TEST_F(ProgramTest, tells_when_something_stays_in_the_trash) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
