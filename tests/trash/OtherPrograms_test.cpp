@@ -132,6 +132,21 @@ TEST_F(GioTrash, lists_what_we_threw_away) {
   }
 }
 
+// As a record of the reserve has them behind it until the move is done.
+TEST_F(GioTrash, reads_a_record_with_line_feeds_behind_it) {
+  disk_.put(disk_.at("film.mkv"), "the content");
+  const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
+  ASSERT_TRUE(moved) << told(moved);
+  const std::string info = infoPathOf(moved.value());
+  putFile(info, contentOf(info) + std::string(16384, '\n'));
+  const Answer listed = gio("trash --list");
+  EXPECT_NE(listed.output.find("trash:///film.mkv\t" + disk_.at("film.mkv") + "\n"),
+            std::string::npos)
+      << listed.output;
+  EXPECT_EQ(gio("trash --restore 'trash:///film.mkv'").status, 0);
+  EXPECT_EQ(disk_.contentOf(disk_.at("film.mkv")), "the content");
+}
+
 TEST_F(GioTrash, restores_what_we_threw_away) {
   disk_.put(disk_.at("a b%c.txt"), "the content");
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
@@ -147,6 +162,18 @@ TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
   const Answer listed = run("trash-list");
   EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
+}
+
+TEST_F(OtherPrograms, trash_list_reads_a_record_with_line_feeds_behind_it) {
+  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  disk_.put(disk_.at("film.mkv"), "x");
+  const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
+  ASSERT_TRUE(moved) << told(moved);
+  const std::string info = infoPathOf(moved.value());
+  putFile(info, contentOf(info) + std::string(16384, '\n'));
+  const Answer listed = run("trash-list");
+  EXPECT_NE(listed.output.find(" " + disk_.at("film.mkv") + "\n"), std::string::npos)
+      << listed.output;
 }
 
 TEST_F(OtherPrograms, trash_list_lists_nothing_after_emptying) {

@@ -8,6 +8,7 @@
 
 #include "platform/linux/trash/EmptyTrashFolder.h"
 #include "platform/linux/trash/FolderEntries.h"
+#include "platform/linux/trash/InfoReserve.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/UserTrashFolders.h"
 
@@ -36,7 +37,13 @@ EmptiedTrash UserTrashCan::empty() {
     auto listing = listTrashFolder(std::move(trash), place_.user, clock_, result);
     if (listing) listings.push_back(std::move(*listing));
   }
-  for (const TrashListing& listing : listings) emptyTrashFolder(listing, place_.user, result);
+  for (const TrashListing& listing : listings) {
+    emptyTrashFolder(listing, place_.user, result);
+    // Now there may be room for what a full disk has used up.
+    if (listing.folder.path == place_.homeTrash) {
+      InfoReserve::fill(listing.folder.folder, InfoReserve::Where::whereItIsKept);
+    }
+  }
   return result;
 }
 

@@ -29,12 +29,29 @@ bool writeAll(const FileDescriptor& file, std::string_view content) {
 
 NewInfo::NewInfo(const FileDescriptor& folder, std::string name, std::string_view content)
     : folder_(folder), name_(std::move(name)) {
+  isThere_ = create(content);
+  if (isThere_ || (errno != ENOSPC && errno != EDQUOT)) return;
+  const int code = errno;
+  reserved_.emplace(folder_, name_, content);
+  isThere_ = static_cast<bool>(*reserved_);
+  if (!isThere_ && errno != EEXIST) errno = code;
+}
+
+NewInfo::~NewInfo() {
+  if (isThere_) remove();
+}
+
+void NewInfo::keep() {
+  if (isThere_ && reserved_) reserved_->keep();
+  isThere_ = false;
+}
+
+bool NewInfo::create(std::string_view content) {
   FileDescriptor file(uninterrupted([&] {
     const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     return ::openat(folder_.get(), name_.c_str(), flags, 0600);
   }));
-  if (!file) return;
-  isThere_ = true;
+  if (!file) return false;
   // An interrupted close has closed all the same.
   const bool isWritten = writeAll(file, content) &&
                          uninterrupted([&] { return ::fsync(file.get()); }) == 0 &&
@@ -44,15 +61,16 @@ NewInfo::NewInfo(const FileDescriptor& folder, std::string name, std::string_vie
   } else {
     remove();
   }
-}
-
-NewInfo::~NewInfo() {
-  if (isThere_) remove();
+  return isWritten;
 }
 
 void NewInfo::remove() {
   const int code = errno;
-  ::unlinkat(folder_.get(), name_.c_str(), 0);
+  if (reserved_) {
+    reserved_->giveBack();
+  } else {
+    ::unlinkat(folder_.get(), name_.c_str(), 0);
+  }
   errno = code;
   isThere_ = false;
 }

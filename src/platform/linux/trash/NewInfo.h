@@ -1,15 +1,18 @@
 // The file that tells of one item in the Trash, as it is made.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/trash/InfoReserve.h"
 
 namespace tessaly {
 
 // A file in a folder of infos that was not there before, on disk before anything is moved. It is
-// taken away again unless it is kept. The folder outlives it.
+// taken away again unless it is kept. Where the disk has no room for it, one of the reserve serves
+// as long as there is one. The folder outlives it.
 class NewInfo {
  public:
   // Not there after a failure, with errno set.
@@ -19,14 +22,16 @@ class NewInfo {
   ~NewInfo();
 
   bool isThere() const { return isThere_; }
-  void keep() { isThere_ = false; }
+  void keep();
 
  private:
+  bool create(std::string_view content);
   void remove();
 
   const FileDescriptor& folder_;
   const std::string name_;
   bool isThere_ = false;
+  std::optional<ReservedInfo> reserved_;
 };
 
 }  // namespace tessaly

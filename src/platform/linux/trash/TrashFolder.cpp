@@ -146,7 +146,8 @@ class Search {
     TrashFolder found{.files = ownFolder(trash, "files"),
                       .info = FileDescriptor(),
                       .path = trashPath_,
-                      .itemPath = isHome ? absolute : relative};
+                      .itemPath = isHome ? absolute : relative,
+                      .isHome = isHome};
     if (found.files) found.info = ownFolder(trash, "info");
     if (!found.info) return SystemError::fromErrno(errno, trashPath_);
     if (isHome) {

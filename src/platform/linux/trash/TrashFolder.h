@@ -20,6 +20,7 @@ struct TrashFolder {
   std::string path;      // absolute, without links
   std::string itemPath;  // how the item is to be recorded: absolute for the Trash of the home, else
                          // relative to the top of the file system
+  bool isHome = false;   // the Trash of the home
 };
 
 // Makes what is missing of it, for the user alone (0700). `path` is the item's, for errors.

@@ -135,6 +135,23 @@ TEST_F(TreePassTest, does_not_go_up_into_another_folder) {
   EXPECT_THAT(notes.met, testing::Not(testing::Contains("outer")));
 }
 
+TEST_F(TreePassTest, does_not_go_into_another_folder_than_it_is_to_start_with) {
+  tree_.plant("other/\n  film\n");
+  const FileDescriptor above(::open(tree_.path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const Result<ItemIdentity> item = identityOf(above, "item", "");
+  ASSERT_TRUE(item);
+  for (const char* name : {"item", "other"}) {
+    Notes notes;
+    const Outcome outcome = notes.run(above, name, item.value(), "/x");
+    const bool isItem = name == std::string("item");
+    EXPECT_EQ(outcome.ok(), isItem) << name;
+    EXPECT_EQ(notes.met.empty(), !isItem) << name;
+    if (!isItem) {
+      EXPECT_EQ(outcome.error(), SystemError::fromErrno(ESTALE, "/x"));
+    }
+  }
+}
+
 TEST_F(TreePassTest, does_not_go_into_what_became_a_link) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) {

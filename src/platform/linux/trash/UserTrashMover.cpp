@@ -7,6 +7,7 @@
 #include <random>
 #include <unistd.h>
 
+#include "platform/linux/trash/InfoReserve.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/ItemRecord.h"
 #include "platform/linux/trash/KnownItems.h"
@@ -91,6 +92,9 @@ Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
     Result<TrashIdentity> moved = known.value().identityOf(held, content, path);
     syncFolder(trash.files);
     syncFolder(item.folder);
+    if (trash.isHome) {
+      InfoReserve::fill(openFolder(trash.info, "..", O_PATH), InfoReserve::Where::everywhere);
+    }
     return ItemInTrash{.path = trash.path + "/files/" + name,
                        .identity = moved ? std::move(moved).value() : TrashIdentity()};
   }
