@@ -11,6 +11,7 @@
 #include <set>
 #include <sys/mount.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
@@ -23,7 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 using End = TracedRun::End;
 
-// All below a folder with kinds, permissions and contents, as one text.
+// All below a folder with kinds, permissions and contents, as one text; what is closed to this user
+// without what is in it.
 std::string pictureOf(const std::string& path) {
   std::string picture;
   const auto add = [&](const fs::path& item) {
@@ -38,7 +40,10 @@ std::string pictureOf(const std::string& path) {
   add(path);
   if (fs::is_symlink(path) || !fs::is_directory(path)) return picture;
   std::set<fs::path> sorted;
-  for (const auto& entry : fs::recursive_directory_iterator(path)) sorted.insert(entry.path());
+  constexpr auto options = fs::directory_options::skip_permission_denied;
+  for (const auto& entry : fs::recursive_directory_iterator(path, options)) {
+    sorted.insert(entry.path());
+  }
   for (const fs::path& item : sorted) add(item);
   return picture;
 }
@@ -103,7 +108,9 @@ class EmptyingFaults : public testing::Test {
       if (isCompared && pictureOf(inTrash("files/" + name)) != known->second) {
         return name + " is not whole";
       }
-      if (name == "closed" && contentOf(inTrash("files/closed/inside/film")).empty()) {
+      const std::string inside = inTrash("files/closed/inside");
+      const bool canLook = ::access(inside.c_str(), X_OK) == 0;
+      if (name == "closed" && canLook && contentOf(inside + "/film").empty()) {
         return "closed is not whole";
       }
       const std::string record = contentOf(inTrash("info/" + name + ".trashinfo"));
