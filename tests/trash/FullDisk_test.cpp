@@ -154,7 +154,7 @@ TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_ext4) {
 
 TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_in_memory) {
   expectInPrivateMounts([&] {
-    const std::string refused = mountTmpfs("size=4m");
+    std::string refused = mountTmpfs("size=4m");
     return refused.empty() ? useUp() : refused;
   });
 }
@@ -171,7 +171,7 @@ TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_btrfs) {
 
 TEST_F(FullDisk, takes_items_where_there_is_no_room_for_one_more_file) {
   expectInPrivateMounts([&]() -> std::string {
-    const std::string refused = mountTmpfs("size=4m,nr_inodes=256");
+    std::string refused = mountTmpfs("size=4m,nr_inodes=256");
     if (!refused.empty()) return refused;
     std::string wrong = makeReady();
     if (!wrong.empty()) return wrong;
@@ -197,7 +197,7 @@ TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can set a quota";
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   expectInPrivateMounts([&]() -> std::string {
-    const std::string refused =
+    std::string refused =
         mountTmpfs("size=64m,usrquota,usrquota_block_hardlimit=4m,mode=777");
     if (!refused.empty()) return refused;
     putFile(disk_.tree.at("mountinfo0"), "");
@@ -208,7 +208,7 @@ TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
 
 TEST_F(FullDisk, records_the_longest_path) {
   expectInPrivateMounts([&]() -> std::string {
-    const std::string refused = mountTmpfs("size=4m");
+    std::string refused = mountTmpfs("size=4m");
     if (!refused.empty()) return refused;
     std::string wrong = makeReady();
     if (!wrong.empty()) return wrong;
@@ -227,7 +227,7 @@ TEST_F(FullDisk, records_the_longest_path) {
 
 TEST_F(FullDisk, keeps_the_reserve_when_the_item_cannot_be_moved) {
   expectInPrivateMounts([&]() -> std::string {
-    const std::string refused = mountTmpfs("size=4m");
+    std::string refused = mountTmpfs("size=4m");
     if (!refused.empty()) return refused;
     std::string wrong = makeReady();
     if (!wrong.empty()) return wrong;
@@ -432,7 +432,7 @@ class ReserveFaults : public testing::Test {
     for (const char* folder : {"here", "home"}) fs::create_directory(disk_.tree.at(folder));
     putFile(disk_.at("first"), "x");
     putFile(disk_.at("film"), "content");
-    const std::string wrong = told(disk_.mover().moveToTrash(disk_.at("first")));
+    std::string wrong = told(disk_.mover().moveToTrash(disk_.at("first")));
     fill(disk_.at("full"));
     return wrong;
   }
@@ -465,7 +465,7 @@ TEST_F(ReserveFaults, one_copy_is_left_wherever_the_program_is_killed) {
     std::size_t stop = 1;
     for (;; ++stop) {
       const std::string where = " at stop " + std::to_string(stop);
-      if (const std::string wrong = mountFull(); !wrong.empty()) return wrong;
+      if (std::string wrong = mountFull(); !wrong.empty()) return wrong;
       const TracedRun run = SystemCallTrace::killedAt(stop, [&] { return act(); });
       const bool isKilled = run.end == End::killed;
       const std::string place = placeOf(disk_, isKilled);
@@ -473,7 +473,7 @@ TEST_F(ReserveFaults, one_copy_is_left_wherever_the_program_is_killed) {
       if (kept() + 1 < all) return std::to_string(kept()) + " are kept" + where;
       inTrash += place == "trash" ? 1 : 0;
       if (place == "original") {
-        if (const std::string wrong = act(); !wrong.empty()) return wrong + where;
+        if (std::string wrong = act(); !wrong.empty()) return wrong + where;
       }
       if (!unmount()) return refusal();
       if (isKilled) continue;
@@ -488,7 +488,7 @@ TEST_F(ReserveFaults, the_answer_is_true_whichever_call_fails) {
   for (const int code : {EIO, EACCES, ENOSPC, EINTR, EINVAL, EEXIST}) {
     expectInPrivateMounts([&]() -> std::string {
       for (std::size_t call = 1;; ++call) {
-        if (const std::string wrong = mountFull(); !wrong.empty()) return wrong;
+        if (std::string wrong = mountFull(); !wrong.empty()) return wrong;
         const TracedRun run = SystemCallTrace::failingAt(call, code, [&] { return act(); });
         const std::string where = " with errno " + std::to_string(code) + " at call " +
                                   std::to_string(call) + ", number " +

@@ -11,7 +11,7 @@ namespace tessaly {
 Outcome TreePass::run(const FileDescriptor& above, const std::string& name,
                       const ItemIdentity& item, const std::string& path) {
   item_ = item;
-  const Outcome outcome = run(above, name, path);
+  Outcome outcome = run(above, name, path);
   item_.reset();
   return outcome;
 }
