@@ -6,6 +6,11 @@
 // leads nowhere is filled in where it points. Anything that is no regular file, such as a device
 // that somebody linked there to be rid of the content, is neither read nor replaced.
 //
+// Where others may write, they must not lead a file elsewhere: a link at the path itself is
+// followed only where the user owns it, or where who owns the folder that it stands in does, and so
+// is a link on the way that stands in a folder in which others may write. Any other is an error
+// (EACCES).
+//
 // Safe from any thread. Two writers of one path do not mix: the last rename wins.
 #pragma once
 

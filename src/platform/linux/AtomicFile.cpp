@@ -6,10 +6,12 @@
 #include <climits>
 #include <cstdio>
 #include <fcntl.h>
+#include <iterator>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Uninterrupted.h"
@@ -22,49 +24,122 @@ SystemError lastError(std::string_view path) {
   return SystemError::fromErrno(errno, path);
 }
 
-// Where a file is, or is to be: an open folder and a name in it.
-struct Place {
-  FileDescriptor folder;
-  std::string folderPath;  // ends in "/" unless it is empty
-  std::string name;
-
-  std::string path() const { return folderPath + name; }
-};
-
-// The path at the end of the links that start at `path`; what it names need not be there.
-Result<std::string> endOfLinks(const std::string& path) {
-  constexpr int mostLinks = 40;  // as the kernel follows on its own
-  std::string end = path;
-  for (int links = 0; links < mostLinks; ++links) {
-    char target[PATH_MAX];
-    const ssize_t length = ::readlink(end.c_str(), target, sizeof target);
-    if (length < 0) {
-      if (errno == EINVAL || errno == ENOENT) return end;
-      return lastError(path);
-    }
-    const std::string_view leadsTo(target, static_cast<std::size_t>(length));
-    if (!leadsTo.starts_with('/')) {
-      end.resize(end.rfind('/') + 1);  // nothing is left of a path without "/"
-      end += leadsTo;
-    } else {
-      end = leadsTo;
-    }
-  }
-  return SystemError::fromErrno(ELOOP, path);
+FileDescriptor openAt(int folder, const std::string& name, int flags) {
+  return FileDescriptor(
+      uninterrupted([&] { return ::openat(folder, name.c_str(), flags | O_CLOEXEC); }));
 }
 
-Result<Place> placeOf(const std::string& path, int folderFlags) {
-  Result<std::string> end = endOfLinks(path);
-  if (!end) return end.error();
-  Place place;
-  place.folderPath = end.value().substr(0, end.value().rfind('/') + 1);
-  place.name = end.value().substr(place.folderPath.size());
-  if (place.name.empty()) return SystemError::fromErrno(path.empty() ? ENOENT : EISDIR, path);
-  const std::string folder = place.folderPath.empty() ? "." : place.folderPath;
-  place.folder = FileDescriptor(
-      uninterrupted([&] { return ::open(folder.c_str(), folderFlags | O_DIRECTORY | O_CLOEXEC); }));
-  if (!place.folder) return lastError(path);
-  return place;
+// Where a file is, or is to be: an open folder and a name in it.
+struct Place {
+  FileDescriptor folder;   // O_PATH
+  std::string folderPath;  // ends in "/" unless it is empty
+  std::string name;
+};
+
+// Goes along a path as the system does, but looks at each link before it is followed. Functions
+// that give a number give 0 or an errno.
+class Way {
+ public:
+  // To the end of the links that start at `path`; what that names need not be there.
+  int go(const std::string& path) {
+    int code = turnTo(path);
+    while (code == 0) {
+      const std::string name = std::move(ahead_.back());
+      ahead_.pop_back();
+      const bool isLast = ahead_.empty();
+      if (isLast && name.empty()) return EISDIR;
+      if (!isLast) {
+        code = enter(name);
+        if (code == 0) continue;
+        if (code != ENOTDIR && code != ELOOP) return code;
+      }
+      std::string target;
+      code = readLink(name, isLast, target);
+      if (code == 0 && target.empty()) {
+        place_.name = name;
+        return isLast ? 0 : ENOTDIR;
+      }
+      if (code == 0) code = ++links_ > mostLinks ? ELOOP : turnTo(target);
+    }
+    return code;
+  }
+
+  Place take() { return std::move(place_); }
+
+ private:
+  static constexpr int mostLinks = 40;  // as the kernel follows on its own
+
+  // From here on, or from the root, along `path` and then what lay ahead before.
+  int turnTo(const std::string& path) {
+    if (path.empty()) return ENOENT;
+    if (path.starts_with('/')) {
+      place_.folderPath = "/";
+    }
+    if (path.starts_with('/') || !place_.folder) {
+      const char* const start = path.starts_with('/') ? "/" : ".";
+      place_.folder = openAt(AT_FDCWD, start, O_PATH | O_DIRECTORY);
+      if (!place_.folder) return errno;
+    }
+    pushAhead(path);
+    return 0;
+  }
+
+  // A "/" at the very end gives an empty name, which no file has.
+  void pushAhead(const std::string& path) {
+    const bool isLast = ahead_.empty();
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < path.size();) {
+      const std::size_t end = std::min(path.find('/', at), path.size());
+      if (end > at) names.push_back(path.substr(at, end - at));
+      at = end + 1;
+    }
+    if (isLast && path.ends_with('/')) names.emplace_back();
+    std::move(names.rbegin(), names.rend(), std::back_inserter(ahead_));
+  }
+
+  int enter(const std::string& name) {
+    FileDescriptor folder = openAt(place_.folder.get(), name, O_PATH | O_DIRECTORY | O_NOFOLLOW);
+    if (!folder) return errno;
+    place_.folder = std::move(folder);
+    place_.folderPath += name + "/";
+    return 0;
+  }
+
+  // Leaves `target` empty where there is no link.
+  int readLink(const std::string& name, bool isLast, std::string& target) const {
+    const FileDescriptor link = openAt(place_.folder.get(), name, O_PATH | O_NOFOLLOW);
+    if (!link) return isLast && errno == ENOENT ? 0 : errno;
+    struct stat status {};
+    if (::fstat(link.get(), &status) != 0) return errno;
+    if (!S_ISLNK(status.st_mode)) return 0;
+    if (const int objection = objectionToFollowing(status, isLast); objection != 0) {
+      return objection;
+    }
+    char text[PATH_MAX];
+    const ssize_t length = ::readlinkat(link.get(), "", text, sizeof text);
+    if (length < 0) return errno;
+    target.assign(text, static_cast<std::size_t>(length));
+    return 0;
+  }
+
+  int objectionToFollowing(const struct stat& link, bool isLast) const {
+    struct stat folder {};
+    if (::fstat(place_.folder.get(), &folder) != 0) return errno;
+    if (link.st_uid == ::geteuid() || link.st_uid == folder.st_uid) return 0;
+    const bool isOpenToOthers = (folder.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    return isLast || isOpenToOthers ? EACCES : 0;
+  }
+
+  Place place_;
+  std::vector<std::string> ahead_;  // what comes next stands last
+  int links_ = 0;
+};
+
+Result<Place> placeOf(const std::string& path) {
+  Way way;
+  const int code = way.go(path);
+  if (code != 0) return SystemError::fromErrno(code, path);
+  return way.take();
 }
 
 // 0 for a regular file, else why it is not to be read or replaced.
@@ -161,8 +236,14 @@ bool moveWithoutReplacing(int folder, const std::string& from, const std::string
 Outcome replace(const std::string& path, std::string_view content, Durability durability,
                 Access access) {
   const bool isSynced = durability == Durability::synced;
-  const Result<Place> place = placeOf(path, isSynced ? O_RDONLY : O_PATH);
+  Result<Place> place = placeOf(path);
   if (!place) return place.error();
+  if (isSynced) {
+    // Only a folder that is open for reading can be synced.
+    FileDescriptor readable = openAt(place.value().folder.get(), ".", O_RDONLY | O_DIRECTORY);
+    if (!readable) return lastError(path);
+    place.value().folder = std::move(readable);
+  }
   const int folder = place.value().folder.get();
   if (const int objection = objectionToReplacing(place.value()); objection != 0) {
     return SystemError::fromErrno(objection, path);
@@ -177,8 +258,10 @@ Outcome replace(const std::string& path, std::string_view content, Durability du
 }
 
 Result<std::string> read(const std::string& path, std::size_t limit) {
-  const FileDescriptor file(uninterrupted(
-      [&] { return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
+  const Result<Place> place = placeOf(path);
+  if (!place) return place.error();
+  const FileDescriptor file = openAt(place.value().folder.get(), place.value().name,
+                                     O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
   struct stat status {};
   if (!file || ::fstat(file.get(), &status) != 0) return lastError(path);
   if (const int objection = objectionTo(status); objection != 0) {
@@ -204,7 +287,7 @@ Result<std::string> read(const std::string& path, std::size_t limit) {
 }
 
 Result<std::string> setAside(const std::string& path, std::string_view ending) {
-  Result<Place> found = placeOf(path, O_PATH);
+  Result<Place> found = placeOf(path);
   if (!found) return found.error();
   const Place& place = found.value();
   constexpr int tries = 10000;

@@ -1,0 +1,140 @@
+// Whose links a file is led along. The links are planted by a third user, so that root alone can
+// arrange it; the file is written by a user who owns nothing.
+#include <filesystem>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/AtomicFile.h"
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+constexpr uid_t third = 4321;
+constexpr uid_t nobody = 65534;  // who asOtherUser() runs as
+
+class AtomicFileLinks : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give a link to another user";
+    ASSERT_EQ(chmod(tree_.path().c_str(), 0755), 0);
+    ASSERT_EQ(chmod(tree_.at("private").c_str(), 0777), 0);
+    putFile(tree_.at("private/settings"), "old");
+    ASSERT_EQ(chmod(tree_.at("private/settings").c_str(), 0666), 0);
+  }
+
+  void give(const std::string& name, uid_t owner) const {
+    ASSERT_EQ(lchown(tree_.at(name).c_str(), owner, owner), 0);
+  }
+
+  // "" once the file at `name` was replaced, else why not.
+  std::string replaced(const std::string& name) const {
+    return asOtherUser([&] {
+      const Outcome outcome = AtomicFile::replace(
+          tree_.at(name), "new", AtomicFile::Durability::synced, AtomicFile::Access::usual);
+      return outcome ? std::string() : outcome.error().description();
+    });
+  }
+  std::string refusal(const std::string& name) const {
+    return SystemError::fromErrno(EACCES, tree_.at(name)).description();
+  }
+
+  TempTree tree_{
+      "private/\n"
+      "shared/ mode=01777\n"
+      "  report -> ../private/settings\n"
+      "  fresh -> ../private/fresh\n"
+      "  way -> ../private\n"
+      "  chain -> report\n"
+      "closed/\n"
+      "  report -> ../private/settings\n"
+      "  way -> ../private\n"};
+};
+
+TEST_F(AtomicFileLinks, of_a_third_user_lead_no_file_elsewhere) {
+  give("shared/report", third);
+  give("shared/fresh", third);
+  EXPECT_EQ(replaced("shared/report"), refusal("shared/report"));
+  EXPECT_EQ(replaced("shared/fresh"), refusal("shared/fresh"));
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
+  EXPECT_THAT(entriesOf(tree_.at("private")), ElementsAre("settings"));
+  EXPECT_THAT(entriesOf(tree_.at("shared")), ElementsAre("chain", "fresh", "report", "way"));
+}
+
+TEST_F(AtomicFileLinks, of_a_third_user_lead_nowhere_from_a_folder_that_is_closed_to_him_either) {
+  give("closed/report", third);
+  EXPECT_EQ(replaced("closed/report"), refusal("closed/report"));
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
+}
+
+TEST_F(AtomicFileLinks, of_the_user_and_of_the_owner_of_the_folder_are_followed) {
+  give("shared/report", nobody);
+  EXPECT_EQ(replaced("shared/report"), "");
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
+  EXPECT_EQ(replaced("shared/fresh"), "");
+  EXPECT_EQ(contentOf(tree_.at("private/fresh")), "new");
+}
+
+TEST_F(AtomicFileLinks, are_looked_at_one_by_one) {
+  give("shared/chain", nobody);
+  give("shared/report", third);
+  EXPECT_EQ(replaced("shared/chain"), refusal("shared/chain"));
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
+  give("shared/report", nobody);
+  EXPECT_EQ(replaced("shared/chain"), "");
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
+}
+
+TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_where_others_may_write) {
+  give("shared/way", third);
+  EXPECT_EQ(replaced("shared/way/settings"), refusal("shared/way/settings"));
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
+  give("shared/way", nobody);
+  EXPECT_EQ(replaced("shared/way/settings"), "");
+}
+
+TEST_F(AtomicFileLinks, on_the_way_are_followed_where_only_the_owner_of_the_folder_makes_any) {
+  give("closed/way", third);
+  EXPECT_EQ(replaced("closed/way/settings"), "");
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
+}
+
+TEST_F(AtomicFileLinks, of_a_third_user_are_neither_read_along_nor_set_aside) {
+  give("shared/report", third);
+  EXPECT_EQ(asOtherUser([&]() -> std::string {
+              const Result<std::string> found = AtomicFile::read(tree_.at("shared/report"), 100);
+              if (found) return "read";
+              const Result<std::string> moved =
+                  AtomicFile::setAside(tree_.at("shared/report"), ".old");
+              if (moved) return "moved";
+              return found.error().code == EACCES && moved.error().code == EACCES ? "" : "other";
+            }),
+            "");
+  EXPECT_THAT(entriesOf(tree_.at("private")), ElementsAre("settings"));
+}
+
+TEST_F(AtomicFileLinks, lead_from_folder_to_folder_as_the_system_goes) {
+  fs::create_directories(tree_.at("a/b/c"));
+  fs::create_directory_symlink("b/./c//", tree_.at("a/relative"));
+  fs::create_directory_symlink(tree_.at("a"), tree_.at("a/b/absolute"));
+  fs::create_symlink("../relative/../c/file", tree_.at("a/b/last"));
+  for (const char* name : {"a/relative/file", "a/b/absolute/b/last", "a/b/../b/c/./file"}) {
+    ASSERT_TRUE(AtomicFile::replace(tree_.at(name), name, AtomicFile::Durability::cached,
+                                    AtomicFile::Access::usual))
+        << name;
+    EXPECT_EQ(contentOf(tree_.at("a/b/c/file")), name);
+    EXPECT_EQ(AtomicFile::read(tree_.at(name), 100).value(), name);
+  }
+  EXPECT_THAT(entriesOf(tree_.at("a/b/c")), ElementsAre("file"));
+}
+
+}  // namespace
+}  // namespace tessaly
