@@ -6,6 +6,7 @@
 // any number may be started at once.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,9 @@ class Process {
   enum class Stream {
     inherited,  // ours
     captured,   // a pipe that only we can read
+    // A pipe that is read while waitUntil() waits, so that the program may write without end; only
+    // the beginning is kept. Where both streams are sampled, they share it.
+    sampled,
   };
 
   struct Launch {
@@ -66,11 +70,19 @@ class Process {
   // Asks it to end, which it may refuse. Does nothing once it has exited.
   void terminate();
 
+  // Ends it, which it cannot refuse; waitUntil() says when that is done. Does nothing once it has
+  // exited.
+  void kill();
+
   // What it has written to its captured output. To be called once, after it has exited: what it
   // left in the pipe is given whatever the deadline. Programs that it has started in turn may hold
   // the pipe open and write on; theirs is read up to the end too, but not past `deadline`, and
   // not beyond 64 MiB.
   std::string readOutput(Deadline deadline);
+
+  // The first of what it has written to its sampled streams, in the order of writing.
+  const std::string& sample() const;
+  static constexpr std::size_t mostSampled = 4096;  // bytes
 
  private:
   struct State;

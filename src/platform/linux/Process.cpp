@@ -1,6 +1,9 @@
 #include "platform/Process.h"
 
+#include <cerrno>
+#include <csignal>
 #include <fcntl.h>
+#include <unistd.h>
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/process/Pipe.h"
@@ -14,6 +17,8 @@ struct Process::State {
   process::Child child;
   FileDescriptor output;
   FileDescriptor error;
+  FileDescriptor sampled;
+  std::string sample;
   std::optional<Exit> exit;
 
   State() = default;
@@ -24,6 +29,7 @@ struct Process::State {
     // Before the rest, since the reaper may need a descriptor.
     output = FileDescriptor();
     error = FileDescriptor();
+    sampled = FileDescriptor();
     process::Reaper::instance().adopt(std::move(child));
   }
 };
@@ -37,8 +43,7 @@ Result<Process> Process::launch(const Launch& launch) {
   auto state = std::make_unique<State>();
   FileDescriptor itsOutput;
   FileDescriptor itsError;
-  const auto capture = [&](Stream stream, FileDescriptor& ours, FileDescriptor& its) -> Outcome {
-    if (stream == Stream::inherited) return succeeded();
+  const auto connect = [&](FileDescriptor& ours, FileDescriptor& its) -> Outcome {
     Result<process::Pipe> pipe = process::Pipe::make(launch.path);
     if (!pipe) return pipe.error();
     ours = std::move(pipe.value().reading);
@@ -47,8 +52,21 @@ Result<Process> Process::launch(const Launch& launch) {
     fcntl(ours.get(), F_SETFL, O_NONBLOCK);
     return succeeded();
   };
-  if (Outcome made = capture(launch.output, state->output, itsOutput); !made) return made.error();
-  if (Outcome made = capture(launch.error, state->error, itsError); !made) return made.error();
+  if (launch.output == Stream::captured) {
+    if (Outcome made = connect(state->output, itsOutput); !made) return made.error();
+  }
+  if (launch.error == Stream::captured) {
+    if (Outcome made = connect(state->error, itsError); !made) return made.error();
+  }
+  if (launch.output == Stream::sampled) {
+    if (Outcome made = connect(state->sampled, itsOutput); !made) return made.error();
+  }
+  if (launch.error == Stream::sampled && !state->sampled) {
+    if (Outcome made = connect(state->sampled, itsError); !made) return made.error();
+  } else if (launch.error == Stream::sampled) {
+    itsError = FileDescriptor(fcntl(itsOutput.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (!itsError) return SystemError::fromErrno(errno, launch.path);
+  }
 
   Result<process::Child> child = process::spawn(launch, std::move(itsOutput), std::move(itsError));
   if (!child) return child.error();
@@ -58,8 +76,16 @@ Result<Process> Process::launch(const Launch& launch) {
 
 bool Process::waitUntil(Deadline deadline) {
   while (!state_->exit) {
-    if (!process::waitUntilReadable(state_->child.handle.get(), deadline)) return false;
+    const int handle = state_->child.handle.get();
+    if (!process::waitUntilReadable(handle, state_->sampled.get(), deadline)) return false;
+    process::takeSample(state_->sampled, state_->sample, mostSampled);
     state_->exit = process::reaped(state_->child.number);
+    if (state_->exit) {
+      // What it wrote at the very end.
+      process::takeSample(state_->sampled, state_->sample, mostSampled);
+    } else if (deadline.hasPassed()) {
+      return false;  // though there may always be something to read
+    }
   }
   return true;
 }
@@ -69,7 +95,15 @@ std::optional<Process::Exit> Process::exit() const {
 }
 
 void Process::terminate() {
-  if (!state_->exit) process::terminate(state_->child);
+  if (!state_->exit) process::signal(state_->child, SIGTERM);
+}
+
+void Process::kill() {
+  if (!state_->exit) process::signal(state_->child, SIGKILL);
+}
+
+const std::string& Process::sample() const {
+  return state_->sample;
 }
 
 std::string Process::readOutput(Deadline deadline) {

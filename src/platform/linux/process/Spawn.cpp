@@ -178,8 +178,8 @@ Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDe
   return child;
 }
 
-void terminate(const Child& child) {
-  syscall(SYS_pidfd_send_signal, child.handle.get(), SIGTERM, nullptr, 0);
+void signal(const Child& child, int number) {
+  syscall(SYS_pidfd_send_signal, child.handle.get(), number, nullptr, 0);
 }
 
 std::optional<Process::Exit> reaped(pid_t number) {

@@ -20,8 +20,8 @@ struct Child {
 // stands in for it.
 Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDescriptor error);
 
-// Asks a child to end. One that has exited hears nothing.
-void terminate(const Child& child);
+// Sends a child the signal of that number. One that has exited hears nothing.
+void signal(const Child& child, int number);
 
 // Reaps a child that has exited and tells how it ended. Absent while it runs.
 std::optional<Process::Exit> reaped(pid_t number);
