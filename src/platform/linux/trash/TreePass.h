@@ -49,6 +49,9 @@ class TreePass {
   // few times.
   virtual int leave(const FileDescriptor& above, const std::string& name) = 0;
 
+  // The path of an entry that is being met.
+  std::string pathOfEntry(const std::string& name) const;
+
  private:
   struct Level {
     std::string name;
@@ -63,7 +66,6 @@ class TreePass {
   void finishFolder(int code);
   void fail(int code, const std::string& name);
   void read();
-  std::string pathOfEntry(const std::string& name) const;
 
   const AfterError afterError_;
   std::string path_;
