@@ -24,10 +24,8 @@ bool isUtf8(std::string_view text) {
   return true;
 }
 
-}  // namespace
-
-std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
-                const std::optional<std::string>& cwd) {
+Process started(const std::string& path, const std::vector<std::string>& args,
+                const std::optional<std::string>& cwd, Process::Stream streams) {
   // Only here, where a tool's words are read, not for whatever a Process starts: an editor should
   // speak the user's language. Nor may options that the user keeps for zip change what it does
   // here: some delete what has been archived.
@@ -37,12 +35,27 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
                                               .args = args,
                                               .cwd = cwd,
                                               .environment = environment,
-                                              .output = Process::Stream::captured,
-                                              .error = Process::Stream::captured});
+                                              .output = streams,
+                                              .error = streams});
   if (!launched) {
     throw ToolError("POSIX", launched.error().code, launched.error().description());
   }
-  Process tool = std::move(launched).value();
+  return std::move(launched).value();
+}
+
+void end(Process& tool, double grace) {
+  tool.terminate();
+  if (tool.waitUntil(Deadline::after(grace))) return;
+  tool.kill();
+  // One that the system itself holds up, as on a disk that does not answer, is left to end.
+  tool.waitUntil(Deadline::after(grace));
+}
+
+}  // namespace
+
+std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
+                const std::optional<std::string>& cwd) {
+  Process tool = started(path, args, cwd, Process::Stream::captured);
   const Deadline deadline = Deadline::after(timeout);
   if (!tool.waitUntil(deadline)) {
     tool.terminate();
@@ -52,6 +65,25 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
   std::string output = tool.readOutput(deadline);
   if (!isUtf8(output)) output.clear();
   return output;
+}
+
+Ending runToEnd(const std::string& path, const std::vector<std::string>& args, double timeout,
+                const std::optional<std::string>& cwd, const std::function<bool()>& isCancelled) {
+  constexpr double lookEvery = 0.025;
+  constexpr double cancelledGraceSeconds = 0.1;
+  Process tool = started(path, args, cwd, Process::Stream::sampled);
+  const Deadline deadline = Deadline::after(timeout);
+  while (!tool.waitUntil(Deadline::after(lookEvery))) {
+    if (isCancelled && isCancelled()) {
+      end(tool, cancelledGraceSeconds);
+      throw ToolError("Marrow", 2, "given up: " + path);
+    }
+    if (deadline.hasPassed()) {
+      end(tool, graceSeconds);
+      throw ToolError("Marrow", 1, "timed out: " + path);
+    }
+  }
+  return {.exit = *tool.exit(), .words = tool.sample()};
 }
 
 std::int64_t duBytes(const std::string& at, const Run& run) {

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Process.h"
+
 namespace tessaly {
 
 // Why a tool gave no output. what() is the description in words.
@@ -57,6 +59,22 @@ using Run =
 // ends the call at once, one beyond some decades is none.
 std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
                 const std::optional<std::string>& cwd = std::nullopt);
+
+// How a tool ended whose output is not wanted, but its exit status is.
+struct Ending {
+  Process::Exit exit;
+  std::string words;  // the first of all that it wrote, to its output or its standard error; bytes
+};
+
+// Like run(), for a tool that may take long and complain about much: nothing that it writes holds
+// it up. Asks `isCancelled` every 25 ms while the tool runs.
+//
+// Throws ToolError like run(), and in the domain "Marrow", with code 2, once `isCancelled` has said
+// so. The tool has ended then in each case: where asking it does not help, it is killed, after a
+// second, or after a tenth of that where it was cancelled.
+Ending runToEnd(const std::string& path, const std::vector<std::string>& args, double timeout,
+                const std::optional<std::string>& cwd,
+                const std::function<bool()>& isCancelled = {});
 
 // Bytes that the tree at `at` takes on disk, as du counts them; 0 when du cannot tell. Never
 // throws. `run` stands in for run() when it is not empty.

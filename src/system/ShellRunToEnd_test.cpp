@@ -1,0 +1,106 @@
+// Shell::runToEnd with real tools, whose steps tests/support/TestToolMain.cpp tells.
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "support/OwnProcess.h"
+#include "support/TempTree.h"
+#include "support/TestTool.h"
+#include "system/Shell.h"
+
+namespace tessaly {
+namespace {
+
+// For what is to end by itself, and for what is not.
+constexpr double ample = 600;
+constexpr double brief = 0.05;
+
+Shell::Ending runToEnd(const std::vector<std::string>& steps) {
+  return Shell::runToEnd(testTool(), steps, ample, std::nullopt);
+}
+
+// The code of the error in the domain "Marrow", or 0 for none.
+int codeOf(const std::vector<std::string>& steps, double timeout,
+           const std::function<bool()>& isCancelled = {}) {
+  try {
+    Shell::runToEnd(testTool(), steps, timeout, std::nullopt, isCancelled);
+  } catch (const ToolError& error) {
+    EXPECT_EQ(error.domain(), "Marrow");
+    return error.code();
+  }
+  return 0;
+}
+
+TEST(ShellRunToEnd, tells_how_the_tool_ended) {
+  EXPECT_EQ(runToEnd({"exit", "18"}).exit, (Process::Exit{.status = 18, .signal = 0}));
+  EXPECT_TRUE(runToEnd({}).exit.isSuccess());
+  const auto killed = Shell::runToEnd("/bin/sh", {"-c", "kill -9 $$"}, ample, std::nullopt).exit;
+  EXPECT_EQ(killed.signal, SIGKILL);
+}
+
+TEST(ShellRunToEnd, is_not_held_up_by_a_mebibyte_of_complaints) {
+  const Shell::Ending ending =
+      runToEnd({"say", "first", "complain", "1048576", "print", "1048576", "exit", "3"});
+  EXPECT_EQ(ending.exit.status, 3);
+  EXPECT_TRUE(ending.words.starts_with("firstxxx"));
+  EXPECT_EQ(ending.words.size(), Process::mostSampled);
+}
+
+TEST(ShellRunToEnd, starts_the_tool_in_the_given_folder_and_in_no_language) {
+  const TempTree folder;
+  EXPECT_EQ(Shell::runToEnd(testTool(), {"cwd"}, ample, folder.path()).words, folder.path());
+  EXPECT_EQ(runToEnd({"variable", "LC_ALL"}).words, "C");
+  EXPECT_EQ(runToEnd({"variable", "ZIPOPT"}).words, "");
+}
+
+TEST(ShellRunToEnd, times_out_like_the_other) {
+  EXPECT_EQ(codeOf({"sleep"}, brief), 1);
+  EXPECT_EQ(codeOf({"flood"}, brief), 1);
+}
+
+TEST(ShellRunToEnd, ends_a_tool_that_is_cancelled) {
+  const TempTree folder;
+  const Messages ready(folder.at("ready"));
+  std::atomic<bool> isCancelled = false;
+  std::thread other([&] {
+    ready.wait();
+    isCancelled = true;
+  });
+  EXPECT_EQ(codeOf({"record-term", folder.at("asked"), "tell", ready.path(), "sleep"}, ample,
+                   [&] { return isCancelled.load(); }),
+            2);
+  other.join();
+  EXPECT_TRUE(std::filesystem::exists(folder.at("asked")));
+}
+
+TEST(ShellRunToEnd, kills_a_cancelled_tool_that_does_not_terminate) {
+  const OwnProcess before = OwnProcess::now();
+  const TempTree folder;
+  const Messages ready(folder.at("ready"));
+  std::atomic<bool> isCancelled = false;
+  std::thread other([&] {
+    ready.wait();
+    isCancelled = true;
+  });
+  EXPECT_EQ(codeOf({"ignore-term", "tell", ready.path(), "sleep"}, ample,
+                   [&] { return isCancelled.load(); }),
+            2);
+  other.join();
+  EXPECT_EQ(settled(before), before);
+}
+
+TEST(ShellRunToEnd, raises_the_reason_why_a_tool_does_not_start) {
+  try {
+    Shell::runToEnd("/nowhere/tool", {}, ample, std::nullopt);
+    ADD_FAILURE() << "it has started";
+  } catch (const ToolError& error) {
+    EXPECT_EQ(error.domain(), "POSIX");
+    EXPECT_EQ(error.code(), ENOENT);
+  }
+}
+
+}  // namespace
+}  // namespace tessaly
