@@ -12,6 +12,9 @@ class SavePanel {
     std::string fileName;   // the name suggested, bytes of any kind, with its extension
     std::string extension;  // the only one allowed, lower case and without dot, such as "json"
     bool canCreateDirectories = false;
+    // Where a file of the suggested name stands in the folder in which the panel opens, a number is
+    // added to the name.
+    bool isForNewFile = false;
 
     friend bool operator==(const Request&, const Request&) = default;
   };

@@ -2,19 +2,24 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <ctime>
+#include <exception>
 #include <filesystem>
 #include <iterator>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <sys/stat.h>
-#include <tuple>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
-#include "platform/FileAccess.h"
 #include "platform/ResolvedPath.h"
+#include "platform/StagedFile.h"
+#include "platform/TreeSurvey.h"
+#include "reclaim/ZipListing.h"
 #include "scan/PathName.h"
 #include "scan/RelativeParts.h"
 #include "system/Shell.h"
@@ -27,10 +32,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* zip = "/usr/bin/zip";
 constexpr double allowedSeconds = 180;
-
-bool isThere(const std::string& path) {
-  return FileAccess::ofMachine().kindOf(path) != FileAccess::Kind::nothing;
-}
 
 std::string withoutSlashAtItsEnd(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
@@ -110,46 +111,237 @@ std::size_t countForOneRun(std::span<const std::string> names, std::size_t room)
   return std::max<std::size_t>(static_cast<std::size_t>(end - names.begin()), 1);
 }
 
-// Tells one state of the file at a path from another: zip puts a new file in the place of the
-// archive that it adds to. Absent where there is no file.
-using FileState = std::tuple<dev_t, ino_t, off_t, time_t, long>;
-std::optional<FileState> stateOf(const std::string& path) {
-  struct stat status {};
-  if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  return FileState(status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
-                   status.st_mtim.tv_nsec);
-}
+// What keeps items from being in an archive, in words.
+class Losses {
+ public:
+  bool any() const { return count_ > 0; }
 
-// Runs zip as often as it takes to hand it all of `names`. False when not everything got its turn.
-bool packAll(const std::vector<std::string>& names, const std::string& parent,
-             const std::string& to, const Machine& machine) {
-  const std::vector<std::string> leading = {"-r", "-q", to};
-  const std::size_t room = argumentRoom();
-  const auto start = machine.now();
-  std::optional<FileState> state = stateOf(to);  // of a file that could not be removed
-  bool isWritten = false;
-  for (std::span<const std::string> rest = names; !rest.empty();) {
-    const std::span<const std::string> turn = rest.first(countForOneRun(rest, room));
-    rest = rest.subspan(turn.size());
-    std::vector<std::string> args = leading;
-    std::ranges::transform(turn, std::back_inserter(args), asArgument);
-
-    const std::chrono::duration<double> passed = machine.now() - start;
-    const double left = allowedSeconds - passed.count();
-    if (left <= 0) return false;
-    machine.run(zip, args, left, parent);
-
-    const std::optional<FileState> before = std::exchange(state, stateOf(to));
-    if (state && state != before) {
-      isWritten = true;
-    } else if (std::ranges::any_of(
-                   turn, [&](const std::string& name) { return isThere(parent + "/" + name); })) {
-      // The disk is full, say. An archive of earlier turns must not pass for one of everything.
-      return false;
-    }
+  void add(const std::string& item, const std::string& why) {
+    constexpr int mostTold = 3;
+    if (++count_ > mostTold) return;
+    words_ += (words_.empty() ? "" : ", ") + shortened(item) + " (" + why + ")";
   }
-  return isWritten;
+
+  Archived archived() const {
+    constexpr int mostTold = 3;
+    const int untold = count_ - std::min(count_, mostTold);
+    const std::string more = untold > 0 ? " and " + std::to_string(untold) + " more" : "";
+    return {.end = Archived::End::incomplete, .cause = words_ + more};
+  }
+
+ private:
+  // The end of a long path, which has the item's own name.
+  static std::string shortened(const std::string& item) {
+    constexpr std::size_t longest = 120;
+    if (item.size() <= longest) return item;
+    std::size_t start = item.size() - longest;
+    while (start < item.size() && (static_cast<unsigned char>(item[start]) & 0xc0U) == 0x80U) {
+      ++start;
+    }
+    return "…" + item.substr(start);
+  }
+
+  std::string words_;
+  int count_ = 0;
+};
+
+std::string wordsFor(int obstacle) {
+  switch (obstacle) {
+    case EACCES:
+    case EPERM:
+      return "cannot be read";
+    case EOPNOTSUPP:
+      return "neither a file nor a folder";
+    case EBUSY:
+      return "a disk is mounted in it";
+    default:
+      return std::generic_category().message(obstacle);
+  }
 }
+
+// Why an entry will not be in the archive, or "".
+std::string wordsFor(const TreeSurvey::Entry& entry) {
+  if (entry.obstacle == 0) return {};
+  const bool isLink = entry.kind == FileIdentity::Kind::link;
+  return isLink && entry.obstacle != EACCES ? "a link that leads to no file or folder"
+                                            : wordsFor(entry.obstacle);
+}
+
+bool isIn(const ZipListing& listing, const TreeSurvey::Entry& entry) {
+  const bool isFolder = listing.sizeOf(entry.path + "/").has_value();
+  const std::optional<std::int64_t> size = listing.sizeOf(entry.path);
+  switch (entry.kind) {
+    case FileIdentity::Kind::folder:
+      return isFolder;
+    case FileIdentity::Kind::file:
+      return size == entry.size;
+    case FileIdentity::Kind::link:
+      return isFolder || size.has_value();
+    case FileIdentity::Kind::other:
+      break;
+  }
+  return false;
+}
+
+struct Item {
+  std::string path;
+  std::string name;  // below the common parent
+  TreeSurvey::State state = {};
+};
+
+Archived notMade(std::string cause) {
+  return {.end = Archived::End::notMade, .cause = std::move(cause)};
+}
+
+// The first line that is not empty, as far as it is of use.
+std::string firstLine(std::string_view words) {
+  constexpr std::size_t longest = 200;
+  words.remove_prefix(std::min(words.find_first_not_of("\n\t "), words.size()));
+  return std::string(words.substr(0, std::min(words.find('\n'), longest)));
+}
+
+// One call of archive().
+class Work {
+ public:
+  Work(const Request& request, const Machine& machine) : request_(request), machine_(machine) {
+    if (!machine_.run) machine_.run = Shell::runToEnd;
+    if (!machine_.now) machine_.now = [] { return std::chrono::steady_clock::now(); };
+  }
+
+  Archived done() {
+    if (std::optional<Archived> failure = nameItems()) return *std::move(failure);
+    if (std::optional<Archived> failure = lookBefore()) return *std::move(failure);
+    Result<StagedFile> staged = StagedFile::beside(request_.to);
+    if (!staged) return notMade(staged.error().description());
+    if (std::optional<Archived> failure = pack(staged.value().path())) return *std::move(failure);
+    if (std::optional<Archived> failure = compare(staged.value().path())) {
+      return *std::move(failure);
+    }
+    if (isGivenUp()) return {.end = Archived::End::givenUp};
+    Result<StagedFile::Placed> placed = staged.value().place(request_.replaced);
+    if (!placed) return notMade(placed.error().description());
+    Archived archived{.end = Archived::End::made,
+                      .path = std::move(placed.value().path),
+                      .identity = placed.value().identity};
+    for (Item& item : items_) {
+      archived.originals.push_back({std::move(item.path), item.state.item});
+    }
+    return archived;
+  }
+
+ private:
+  bool isGivenUp() const { return request_.isGivenUp && request_.isGivenUp(); }
+
+  // Each of these tells what it fails with, if it does.
+
+  std::optional<Archived> nameItems() {
+    if (request_.paths.empty()) return Archived();
+    Losses losses;
+    bool isAnyThere = false;
+    for (const std::string& path : request_.paths) {
+      const Result<FileIdentity> found = FileIdentity::of(path);
+      if (found) {
+        isAnyThere = true;
+      } else {
+        losses.add(path, found.error().code == ENOENT ? "gone" : wordsFor(found.error().code));
+      }
+    }
+    if (!isAnyThere) return notMade(losses.archived().cause);
+    if (losses.any()) return losses.archived();
+    if (wouldSpoilOne(request_.to, request_.paths)) {
+      return notMade("the archive would lie at or inside an item");
+    }
+    parent_ = commonParent(request_.paths);
+    for (const std::string& path : request_.paths) {
+      std::string name = nameBelow(parent_, path);
+      if (name.empty()) {
+        losses.add(path, "lies elsewhere, behind a link");
+      } else {
+        items_.push_back({.path = path, .name = std::move(name)});
+      }
+    }
+    if (items_.empty()) return notMade(losses.archived().cause);
+    return losses.any() ? std::optional(losses.archived()) : std::nullopt;
+  }
+
+  // What zip would have to leave out is found before it takes its minutes.
+  std::optional<Archived> lookBefore() {
+    Losses losses;
+    for (Item& item : items_) {
+      const auto take = [&](const TreeSurvey::Entry& entry) {
+        const std::string words = wordsFor(entry);
+        if (!words.empty()) losses.add(entry.path, words);
+        return !isGivenUp();
+      };
+      const Result<TreeSurvey::State> state = TreeSurvey::of(item.path, item.name, take);
+      if (isGivenUp()) return Archived{.end = Archived::End::givenUp};
+      if (state) {
+        item.state = state.value();
+      } else {
+        losses.add(state.error().path, wordsFor(state.error().code));
+      }
+    }
+    return losses.any() ? std::optional(losses.archived()) : std::nullopt;
+  }
+
+  // Runs zip as often as it takes to hand it all names.
+  std::optional<Archived> pack(const std::string& to) {
+    std::vector<std::string> names;
+    for (const Item& item : items_) names.push_back(item.name);
+    const std::size_t room = argumentRoom();
+    const auto start = machine_.now();
+    for (std::span<const std::string> rest = names; !rest.empty();) {
+      const std::span<const std::string> turn = rest.first(countForOneRun(rest, room));
+      rest = rest.subspan(turn.size());
+      std::vector<std::string> args = {"-r", "-q", to};
+      std::ranges::transform(turn, std::back_inserter(args), asArgument);
+
+      const std::chrono::duration<double> passed = machine_.now() - start;
+      const double left = allowedSeconds - passed.count();
+      if (left <= 0) return notMade("it takes too long");
+      if (isGivenUp()) return Archived{.end = Archived::End::givenUp};
+      const Shell::Ending ending = machine_.run(zip, args, left, parent_, request_.isGivenUp);
+      if (ending.exit.isSuccess()) continue;
+      const bool isRead = ending.exit.signal != 0 || !isLossStatus(ending.exit.status);
+      if (isRead) return notMade(firstLine(ending.words));
+      return Archived{.end = Archived::End::incomplete, .cause = firstLine(ending.words)};
+    }
+    return std::nullopt;
+  }
+
+  // With which zip says that it found nothing, or could not open a file.
+  static bool isLossStatus(int status) { return status == 12 || status == 18; }
+
+  std::optional<Archived> compare(const std::string& archive) {
+    const std::optional<ZipListing> listing = ZipListing::at(archive);
+    if (!listing) return notMade("zip has left no whole archive");
+    Losses losses;
+    for (const Item& item : items_) {
+      const auto take = [&](const TreeSurvey::Entry& entry) {
+        const std::string words = wordsFor(entry);
+        if (!words.empty()) {
+          losses.add(entry.path, words);
+        } else if (!isIn(*listing, entry)) {
+          losses.add(entry.path, "zip has left it out, or it has changed meanwhile");
+        }
+        return !isGivenUp();
+      };
+      const Result<TreeSurvey::State> state = TreeSurvey::of(item.path, item.name, take);
+      if (isGivenUp()) return Archived{.end = Archived::End::givenUp};
+      if (!state) {
+        losses.add(state.error().path, wordsFor(state.error().code));
+      } else if (state.value() != item.state && !losses.any()) {
+        losses.add(item.name, "changed while it was archived");
+      }
+    }
+    return losses.any() ? std::optional(losses.archived()) : std::nullopt;
+  }
+
+  const Request& request_;
+  Machine machine_;
+  std::string parent_;
+  std::vector<Item> items_;
+};
 
 }  // namespace
 
@@ -177,26 +369,16 @@ std::string commonParent(const std::vector<std::string>& paths) {
   return common.empty() ? "/" : common;
 }
 
-bool archive(const std::vector<std::string>& paths, const std::string& to, const Machine& machine) {
-  std::vector<std::string> present;
-  std::ranges::copy_if(paths, std::back_inserter(present), isThere);
-  if (present.empty() || wouldSpoilOne(to, present)) return false;
-  const std::string parent = commonParent(present);
-  std::vector<std::string> names;
-  for (const std::string& path : present) {
-    std::string name = nameBelow(parent, path);
-    if (!name.empty()) names.push_back(std::move(name));
-  }
-  if (names.empty()) return false;
-
-  unlink(to.c_str());
-  Machine whole = machine;
-  if (!whole.run) whole.run = Shell::run;
-  if (!whole.now) whole.now = [] { return std::chrono::steady_clock::now(); };
+Archived archive(const Request& request, const Machine& machine) {
   try {
-    return packAll(names, parent, to, whole);
-  } catch (...) {
-    return false;
+    return Work(request, machine).done();
+  } catch (const ToolError& error) {
+    constexpr int givenUp = 2;
+    const bool isOurs = error.domain() == "Marrow";
+    if (isOurs && error.code() == givenUp) return {.end = Archived::End::givenUp};
+    return notMade(isOurs ? "it takes too long" : error.what());
+  } catch (const std::exception& error) {
+    return notMade(error.what());
   }
 }
 

@@ -4,7 +4,6 @@
 
 #include <QPointer>
 
-#include "reclaim/ZipEngine.h"
 #include "session/FieldChanges.h"
 #include "system/DiskSpace.h"
 
@@ -27,8 +26,8 @@ ScanSession::ScanSession(Services services, QObject* parent)
     };
   }
   if (!services_.archive) {
-    services_.archive = [](const std::vector<std::string>& paths, const std::string& to) {
-      return ZipEngine::archive(paths, to);
+    services_.archive = [](const ZipEngine::Request& request) {
+      return ZipEngine::archive(request);
     };
   }
   if (!services_.snapshot) services_.snapshot = &FolderWatch::snapshot;
@@ -40,6 +39,7 @@ ScanSession::ScanSession(Services services, QObject* parent)
 
 ScanSession::~ScanSession() {
   sessionEnded_->set();
+  giveUpZips();
   if (watchEnded_) watchEnded_->set();
   if (cancelFlag_) cancelFlag_->set();
 }

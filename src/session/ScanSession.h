@@ -26,6 +26,7 @@
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/Trash.h"
+#include "reclaim/ZipEngine.h"
 #include "scan/DiskNode.h"
 #include "scan/DiskScanner.h"
 #include "scan/FolderCompareRow.h"
@@ -38,6 +39,7 @@
 #include "session/MarrowPrefs.h"
 #include "session/PostScanAnalysis.h"
 #include "session/ScanStore.h"
+#include "session/ZipsInWork.h"
 #include "system/DiskUsage.h"
 #include "system/Shell.h"
 #include "system/VolumeMount.h"
@@ -81,7 +83,7 @@ class ScanSession : public QObject {
   using Clock = std::chrono::steady_clock;
   using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,
                                       const DiskScanner::Options&)>;
-  using Archive = std::function<bool(const std::vector<std::string>& paths, const std::string& to)>;
+  using Archive = std::function<ZipEngine::Archived(const ZipEngine::Request&)>;
   using Snapshot =
       std::function<FolderSnapshot(const std::string& path, const FolderWatch::IsCancelled&)>;
 
@@ -112,8 +114,8 @@ class ScanSession : public QObject {
   // Brings back what the last run has left: settings, and the last tree with all that goes with it.
   // Asks tools of the system how full the disk is and what is mounted, and waits for them.
   explicit ScanSession(Services services, QObject* parent = nullptr);
-  // Stops the walks and the watch that still run, without waiting for them; what they bring home is
-  // dropped.
+  // Stops the walks, the watch and the archives that still run, without waiting for them; what they
+  // bring home is dropped.
   ~ScanSession() override;
 
   // Scanning.
@@ -154,9 +156,15 @@ class ScanSession : public QObject {
   // Moves all of it to the Trash.
   Q_INVOKABLE void emptyQueue();
 
-  // Archives the items where the user wants it, then moves them to the Trash; warns, and does
-  // nothing, where one of them is critical.
+  // Archives the items where the user wants it, then moves those to the Trash that are still what
+  // was archived; warns, and does nothing, where one of them is critical. Nothing moves unless the
+  // archive is complete and still stands where it was made.
   void zipThenTrash(std::vector<DiskNode> nodes);
+  // For quitting: every archive that is being made, or is asked for later, is given up, which takes
+  // some milliseconds, and nothing moves. Waits for nothing.
+  void giveUpZips();
+  // Whether a worker still makes an archive, given up or not.
+  bool isZipping() const { return zips_->areAny(); }
 
   // Looks at the folder on screen every 20 seconds, and tells what in it has grown by a mebibyte or
   // more since the watch began. Replaces the watch that runs; does nothing without a tree.
@@ -334,7 +342,9 @@ class ScanSession : public QObject {
   void clearSelection(FieldChanges& changes);
   void enqueue(FieldChanges& changes, const DiskNode& node);
   void announceAndLookAgain(FieldChanges& changes);
-  void trashArchived(const std::vector<std::string>& paths, const std::string& archive);
+  std::string nameForZip() const;
+  void takeArchive(const ZipEngine::Archived& archived);
+  void trashArchived(const ZipEngine::Archived& archived);
   void toggle(const std::string& id, bool BloatFilter::*which);
   void endWatch();
   void beginWatch(std::shared_ptr<const FolderSnapshot> baseline, const std::string& name);
@@ -347,6 +357,7 @@ class ScanSession : public QObject {
   std::shared_ptr<CancelFlag> cancelFlag_;  // of the latest scan
   std::optional<Clock::time_point> scanStarted_;
   std::shared_ptr<CancelFlag> sessionEnded_ = std::make_shared<CancelFlag>();
+  std::shared_ptr<ZipsInWork> zips_ = std::make_shared<ZipsInWork>();
   // Of the watch that runs; null while none does. Once it is set, the timer and all looks under way
   // are void.
   std::shared_ptr<CancelFlag> watchEnded_;

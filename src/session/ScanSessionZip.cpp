@@ -10,6 +10,8 @@
 #include <QPointer>
 
 #include "platform/FileAccess.h"
+#include "platform/FileIdentity.h"
+#include "platform/NumberedName.h"
 #include "reclaim/CriticalPaths.h"
 #include "reclaim/ZipEngine.h"
 #include "scan/Format.h"
@@ -18,6 +20,19 @@
 #include "session/ScanSession.h"
 
 namespace tessaly {
+
+namespace {
+
+// For items that are not what was archived any more.
+std::string wordsForOthers(const std::vector<std::string>& paths) {
+  std::string words =
+      Format::counted(paths.size(), "item") +
+      " changed after archiving and did not move: " + std::string(lastPathComponent(paths.front()));
+  if (paths.size() > 1) words += " and " + std::to_string(paths.size() - 1) + " more";
+  return words;
+}
+
+}  // namespace
 
 void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   const auto critical = std::ranges::find_if(nodes, [this](const DiskNode& node) {
@@ -36,44 +51,98 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   if (paths.empty()) return;
 
   const QPointer<ScanSession> session(this);
-  std::optional<std::string> chosen =
-      services_.savePanel.chooseFile({.fileName = ZipEngine::suggestedName(services_.date()),
-                                      .extension = "zip",
-                                      .canCreateDirectories = true});
+  std::optional<std::string> chosen = services_.savePanel.chooseFile({.fileName = nameForZip(),
+                                                                      .extension = "zip",
+                                                                      .canCreateDirectories = true,
+                                                                      .isForNewFile = true});
   // The panel runs the event loop meanwhile.
   if (!session || !chosen) return;
 
   const std::string toast = "Zipping " + Format::counted(paths.size(), "item") + "…";
+  ZipEngine::Request request{.paths = std::move(paths),
+                             .to = *std::move(chosen),
+                             .isGivenUp = [zips = zips_] { return zips->isGivenUp(); }};
+  // What the user has agreed to replace is what stands there now.
+  if (const Result<FileIdentity> old = FileIdentity::of(request.to)) request.replaced = old.value();
   Dispatch& dispatch = services_.dispatch;
-  auto work = [&dispatch, session, paths = std::move(paths), to = *std::move(chosen),
+  zips_->begin(std::string(lastPathComponent(request.to)));
+  auto work = [&dispatch, session, zips = zips_, request = std::move(request),
                archive = services_.archive] {
-    const bool isArchived = archive(paths, to);
-    dispatch.async(Dispatch::Queue::main, [session, paths, to, isArchived] {
-      if (!session) return;
-      if (isArchived) {
-        session->trashArchived(paths, to);
-      } else {
-        session->flash("Could not create zip");
-      }
+    ZipEngine::Archived archived = archive(request);
+    zips->end(std::string(lastPathComponent(request.to)));
+    dispatch.async(Dispatch::Queue::main, [session, archived = std::move(archived)] {
+      if (session) session->takeArchive(archived);
     });
   };
   dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
   flash(toast);
 }
 
-void ScanSession::trashArchived(const std::vector<std::string>& paths, const std::string& archive) {
-  Trash::Moved moved = Trash::moveManyRecording(paths, services_.trash);
+// Two archives of one minute are not to be suggested the same name.
+std::string ScanSession::nameForZip() const {
+  const std::string name = ZipEngine::suggestedName(services_.date());
+  int number = 1;
+  while (zips_->has(numberedName(name, number))) ++number;
+  return numberedName(name, number);
+}
+
+void ScanSession::giveUpZips() {
+  zips_->giveUp();
+}
+
+void ScanSession::takeArchive(const ZipEngine::Archived& archived) {
+  using End = ZipEngine::Archived::End;
+  const QPointer<ScanSession> session(this);
+  switch (archived.end) {
+    case End::made:
+      trashArchived(archived);
+      break;
+    case End::notMade:
+      flash("Could not create zip");
+      if (session && !archived.cause.empty())
+        tellFailure("Could not create zip: " + archived.cause);
+      break;
+    case End::incomplete:
+      flash("Archive would be incomplete; nothing was moved");
+      if (session) tellFailure("Nothing was moved. Not to be archived: " + archived.cause);
+      break;
+    case End::givenUp:
+      break;
+  }
+}
+
+void ScanSession::trashArchived(const ZipEngine::Archived& archived) {
+  const Result<FileIdentity> archive = FileIdentity::of(archived.path);
+  const std::string name(lastPathComponent(archived.path));
+  if (!archive || archive.value() != archived.identity) {
+    const QPointer<ScanSession> session(this);
+    flash("Archive is gone or changed; nothing was moved");
+    if (session) tellFailure("Nothing was moved. The archive is gone or changed: " + name);
+    return;
+  }
+  std::vector<std::string> unchanged;
+  std::vector<std::string> others;
+  std::unordered_set<std::string> all;
+  for (const ZipEngine::Original& original : archived.originals) {
+    const Result<FileIdentity> now = FileIdentity::of(original.path);
+    const bool isSame = now && now.value() == original.identity;
+    (isSame ? unchanged : others).push_back(original.path);
+    all.insert(original.path);
+  }
+  Trash::Moved moved = Trash::moveManyRecording(unchanged, services_.trash);
 
   FieldChanges changes(*this);
   changes.set(lastTrashed_, std::move(moved.items), &ScanSession::lastTrashedChanged);
   // What refused to move leaves the queue as well.
-  const std::unordered_set<std::string> archived(paths.begin(), paths.end());
   const auto left =
-      std::erase_if(queue_, [&](const DiskNode& node) { return archived.contains(node.path()); });
+      std::erase_if(queue_, [&](const DiskNode& node) { return all.contains(node.path()); });
   if (left != 0) changes.note(&ScanSession::queueChanged);
   if (queue_.empty()) changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
   clearSelection(changes);
-  showToast(changes, "Archived to " + std::string(lastPathComponent(archive)));
+  showToast(changes, "Archived to " + name);
+  if (!others.empty()) {
+    changes.set(failure_, std::optional(wordsForOthers(others)), &ScanSession::failureChanged);
+  }
   announceAndLookAgain(changes);
 }
 

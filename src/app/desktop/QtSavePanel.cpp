@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,6 +12,7 @@
 
 #include "app/desktop/FilePanel.h"
 #include "app/desktop/SuggestedName.h"
+#include "platform/NumberedName.h"
 
 namespace tessaly {
 
@@ -52,6 +54,18 @@ class SaveDialog : public QFileDialog {
   QString ending_;
 };
 
+// The first of the numbered names that nothing in the folder has.
+QString freeName(const std::string& name, const QString& folder) {
+  const QDir directory(folder);
+  int number = 1;
+  while (true) {
+    QString candidate = QString::fromStdString(numberedName(name, number));
+    const QFileInfo entry(directory.filePath(candidate));
+    if (!entry.exists() && !entry.isSymLink()) return candidate;
+    ++number;
+  }
+}
+
 }  // namespace
 
 QtSavePanel::QtSavePanel(std::string startDirectory) : directory_(std::move(startDirectory)) {}
@@ -61,7 +75,9 @@ std::optional<std::string> QtSavePanel::chooseFile(const Request& request) {
   dialog.setObjectName(QStringLiteral("savePanel"));
   dialog.setOption(QFileDialog::ReadOnly, !request.canCreateDirectories);
   FilePanel::setUp(dialog, directory_);
-  dialog.selectFile(QString::fromStdString(suggestedName(request.fileName, request.extension)));
+  const std::string name = suggestedName(request.fileName, request.extension);
+  dialog.selectFile(request.isForNewFile ? freeName(name, dialog.directory().absolutePath())
+                                         : QString::fromStdString(name));
   std::optional<std::string> path = FilePanel::run(dialog);
   // Which may be another folder than the one in sight: the user can type a path.
   if (path)

@@ -84,6 +84,24 @@ TEST_F(QtSavePanelTest, suggests_a_name_that_a_file_can_bear) {
             at(std::string(250, 'a') + ".json"));
 }
 
+TEST_F(QtSavePanelTest, suggests_a_name_that_is_free_where_the_file_is_to_be_a_new_one) {
+  SavePanel::Request forNewFile = request;
+  forNewFile.isForNewFile = true;
+  for (const char* name : {"marrow-home.json", "marrow-home 2.json", "marrow-home 3.json"}) {
+    whenUp<QFileDialog>([&](QFileDialog& dialog) {
+      EXPECT_EQ(typedIn(dialog), QString::fromUtf8(name));
+      accept(dialog);
+    });
+    EXPECT_EQ(panel_.chooseFile(forNewFile), at(name));
+    std::ofstream(at(name)) << "old";
+  }
+  whenUp<QFileDialog>([](QFileDialog& dialog) {
+    EXPECT_EQ(typedIn(dialog), QStringLiteral("marrow-home.json"));
+    dialog.reject();
+  });
+  panel_.chooseFile(request);
+}
+
 TEST_F(QtSavePanelTest, lets_folders_be_made_where_that_is_wanted) {
   for (const bool canCreate : {true, false}) {
     whenUp<QFileDialog>([canCreate](QFileDialog& dialog) {

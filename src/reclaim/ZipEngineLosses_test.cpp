@@ -1,0 +1,243 @@
+// What the system's zip leaves out, most of it in silence, and what changes while it works: no
+// archive is then taken for a complete one, and nothing that stood at its place is lost.
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+#include "reclaim/ZipEngine.h"
+#include "reclaim/ZipListing.h"
+#include "support/ForkedChild.h"
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
+#include "support/TestTool.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using End = ZipEngine::Archived::End;
+
+class ZipLosses : public testing::Test {
+ protected:
+  ZipLosses() {
+    fs::permissions(tree_.path(), fs::perms(0755));
+    fs::permissions(tree_.at("kept"), fs::perms::all);
+  }
+
+  ZipEngine::Request request() const {
+    const Result<FileIdentity> old = FileIdentity::of(to_);
+    return {.paths = {tree_.at("in")},
+            .to = to_,
+            .replaced = old ? std::optional(old.value()) : std::nullopt};
+  }
+
+  // How archiving "in" ended, and why, told across the end of a process.
+  static std::string told(const ZipEngine::Archived& archived) {
+    constexpr const char* ends[] = {"made", "not made", "incomplete", "given up"};
+    return std::string(ends[static_cast<int>(archived.end)]) + ": " + archived.cause;
+  }
+  std::string toldToOther() const {
+    return asOtherUser([&] { return told(ZipEngine::archive(request())); });
+  }
+
+  // Archives "in" while `meanwhile` happens just after zip has ended, or before it has begun.
+  enum class When { before, after };
+  ZipEngine::Archived archivedWhile(When when, const std::function<void()>& meanwhile) const {
+    ZipEngine::Machine machine;
+    machine.run = [&](const std::string& path, const std::vector<std::string>& args, double timeout,
+                      const std::string& cwd, const std::function<bool()>& isCancelled) {
+      if (when == When::before) meanwhile();
+      const Shell::Ending ending = Shell::runToEnd(path, args, timeout, cwd, isCancelled);
+      if (when == When::after) meanwhile();
+      return ending;
+    };
+    return ZipEngine::archive(request(), machine);
+  }
+
+  std::vector<std::string> kept() const { return entriesOf(tree_.at("kept")); }
+
+  TempTree tree_{
+      "in/\n"
+      "  film 4K\n"
+      "  Code/\n"
+      "    deep/\n"
+      "      main.cpp 4K\n"
+      "kept/\n"};
+  std::string to_ = tree_.at("kept/out.zip");
+};
+
+TEST_F(ZipLosses, are_told_of_a_file_that_cannot_be_read) {
+  putFile(to_, "old");
+  fs::permissions(tree_.at("in/Code/deep/main.cpp"), fs::perms::none);
+  EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep/main.cpp (cannot be read)");
+  EXPECT_EQ(contentOf(to_), "old");
+  EXPECT_THAT(kept(), ElementsAre("out.zip"));
+}
+
+TEST_F(ZipLosses, are_told_of_a_folder_that_cannot_be_read) {
+  fs::permissions(tree_.at("in/Code/deep"), fs::perms::none);
+  EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep (cannot be read)");
+  fs::permissions(tree_.at("in/Code/deep"), fs::perms::owner_all);
+  EXPECT_THAT(kept(), IsEmpty());
+}
+
+TEST_F(ZipLosses, are_told_of_a_folder_that_may_be_listed_and_not_entered) {
+  fs::permissions(tree_.at("in/Code/deep"), fs::perms(0744));
+  EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep (cannot be read)");
+  fs::permissions(tree_.at("in/Code/deep"), fs::perms::owner_all);
+}
+
+TEST_F(ZipLosses, are_told_of_pipes_sockets_and_links_that_lead_nowhere) {
+  tree_.plant("in/Code", "pipe fifo\n");
+  EXPECT_EQ(told(ZipEngine::archive(request())),
+            "incomplete: in/Code/pipe (neither a file nor a folder)");
+  fs::remove(tree_.at("in/Code/pipe"));
+  tree_.plant("in/Code", "tap socket\n");
+  EXPECT_EQ(told(ZipEngine::archive(request())),
+            "incomplete: in/Code/tap (neither a file nor a folder)");
+  fs::remove(tree_.at("in/Code/tap"));
+  tree_.plant("in/Code", "lock -> nowhere\n");
+  EXPECT_EQ(told(ZipEngine::archive(request())),
+            "incomplete: in/Code/lock (a link that leads to no file or folder)");
+  fs::remove(tree_.at("in/Code/lock"));
+  EXPECT_EQ(told(ZipEngine::archive(request())), "made: ");
+}
+
+TEST_F(ZipLosses, are_none_for_links_that_lead_to_something) {
+  tree_.plant("in", "alias -> film\nway -> Code\n");
+  EXPECT_EQ(told(ZipEngine::archive(request())), "made: ");
+  const auto listing = ZipListing::at(to_);
+  ASSERT_TRUE(listing);
+  EXPECT_EQ(listing->sizeOf("in/alias"), 4096);
+  EXPECT_EQ(listing->sizeOf("in/way/deep/main.cpp"), 4096);
+}
+
+TEST_F(ZipLosses, are_told_in_few_words_where_there_are_many) {
+  tree_.plant("in", std::string(200, 'n') + "#### x3000 mode=0\n");
+  const std::string words = toldToOther();
+  EXPECT_THAT(words, HasSubstr("and 2997 more"));
+  EXPECT_LE(words.size(), 1000U);
+}
+
+TEST_F(ZipLosses, that_zip_alone_finds_do_not_hold_it_up_with_its_complaints) {
+  tree_.plant("in", "f#### x3000\n");
+  const auto close = [&] {
+    for (const std::string& name : entriesOf(tree_.at("in"))) {
+      if (name.starts_with("f0") || name.starts_with("f1") || name.starts_with("f2")) {
+        chmod(tree_.at("in/" + name).c_str(), 0);
+      }
+    }
+  };
+  ASSERT_EQ(chmod(tree_.at("in").c_str(), 0777), 0);
+  const uid_t other = geteuid() == 0 ? 65534 : geteuid();
+  for (const std::string& name : entriesOf(tree_.at("in"))) {
+    ASSERT_EQ(lchown(tree_.at("in/" + name).c_str(), other, static_cast<gid_t>(-1)), 0);
+  }
+  const std::string words = asOtherUser([&] { return told(archivedWhile(When::before, close)); });
+  EXPECT_THAT(words, HasSubstr("incomplete: zip warning"));
+  EXPECT_THAT(kept(), IsEmpty());
+}
+
+TEST_F(ZipLosses, of_a_tool_that_complains_without_end_are_losses_all_the_same) {
+  ZipEngine::Machine machine;
+  machine.run = [](const std::string&, const std::vector<std::string>&, double timeout,
+                   const std::string& cwd, const std::function<bool()>& isCancelled) {
+    return Shell::runToEnd(testTool(), {"complain", "1048576", "exit", "18"}, timeout, cwd,
+                           isCancelled);
+  };
+  EXPECT_EQ(ZipEngine::archive(request(), machine).end, End::incomplete);
+}
+
+TEST_F(ZipLosses, are_seen_where_a_folder_is_closed_once_zip_has_begun) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder to another user";
+  ASSERT_EQ(chown(tree_.at("in/Code/deep").c_str(), 65534, 65534), 0);
+  const auto close = [&] { chmod(tree_.at("in/Code/deep").c_str(), 0); };
+  EXPECT_EQ(asOtherUser([&] { return told(archivedWhile(When::before, close)); }),
+            "incomplete: in/Code/deep (cannot be read)");
+}
+
+TEST_F(ZipLosses, are_seen_in_an_archive_that_zip_calls_fine) {
+  ZipEngine::Machine machine;
+  machine.run = [](const std::string& path, std::vector<std::string> args, double timeout,
+                   const std::string& cwd, const std::function<bool()>& isCancelled) {
+    args.insert(args.end(), {"-x", "*/main.cpp"});
+    return Shell::runToEnd(path, args, timeout, cwd, isCancelled);
+  };
+  const ZipEngine::Archived archived = ZipEngine::archive(request(), machine);
+  EXPECT_EQ(archived.end, End::incomplete);
+  EXPECT_THAT(archived.cause, HasSubstr("in/Code/deep/main.cpp"));
+  EXPECT_THAT(archived.cause, Not(HasSubstr("film")));
+}
+
+TEST_F(ZipLosses, are_feared_of_whatever_changes_deep_inside_after_it_was_packed) {
+  const std::string file = tree_.at("in/Code/deep/main.cpp");
+  const std::vector<std::function<void()>> changes = {
+      [&] { putFile(file, "longer or shorter"); },
+      [&] { putFile(file, std::string(fs::file_size(file), 'x')); },
+      [&] { putFile(tree_.at("in/Code/deep/new"), "new"); },
+      [&] { fs::remove(tree_.at("in/Code/deep/new")); },
+      [&] {
+        putFile(tree_.at("other"), contentOf(file));
+        fs::rename(tree_.at("other"), file);
+      },
+      [&] {
+        fs::remove(file);
+        fs::create_symlink("../../film", file);
+      },
+  };
+  for (std::size_t k = 0; k < changes.size(); ++k) {
+    const ZipEngine::Archived archived = archivedWhile(When::after, changes[k]);
+    EXPECT_EQ(archived.end, End::incomplete) << k;
+    EXPECT_THAT(archived.cause, Not(IsEmpty()));
+    EXPECT_THAT(kept(), IsEmpty());
+  }
+}
+
+TEST_F(ZipLosses, are_feared_of_an_item_that_another_takes_the_place_of) {
+  const auto exchange = [&] {
+    fs::rename(tree_.at("in"), tree_.at("away"));
+    fs::copy(tree_.at("away"), tree_.at("in"), fs::copy_options::recursive);
+  };
+  EXPECT_EQ(archivedWhile(When::after, exchange).end, End::incomplete);
+}
+
+TEST_F(ZipLosses, are_none_when_nothing_happens) {
+  EXPECT_EQ(archivedWhile(When::after, [] {}).end, End::made);
+  EXPECT_THAT(kept(), ElementsAre("out.zip"));
+}
+
+TEST_F(ZipLosses, do_not_come_of_an_archive_that_is_given_up) {
+  putFile(to_, "old");
+  const Messages ready(tree_.at("ready"));
+  std::atomic<bool> isGivenUp = false;
+  std::thread other([&] {
+    ready.wait();
+    isGivenUp = true;
+  });
+  ZipEngine::Request given = request();
+  given.isGivenUp = [&] { return isGivenUp.load(); };
+  ZipEngine::Machine machine;
+  machine.run = [&](const std::string&, const std::vector<std::string>& args, double timeout,
+                    const std::string& cwd, const std::function<bool()>& isCancelled) {
+    return Shell::runToEnd(testTool(), {"make", args[2], "tell", ready.path(), "sleep"}, timeout,
+                           cwd, isCancelled);
+  };
+  EXPECT_EQ(ZipEngine::archive(given, machine).end, End::givenUp);
+  other.join();
+  EXPECT_EQ(contentOf(to_), "old");
+  EXPECT_THAT(kept(), ElementsAre("out.zip"));
+  EXPECT_EQ(fs::file_size(tree_.at("in/film")), 4096U);
+}
+
+}  // namespace
+}  // namespace tessaly
