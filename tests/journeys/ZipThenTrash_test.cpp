@@ -20,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
+using testing::Pair;
 using testing::SizeIs;
 
 std::map<std::string, std::string> contentsOf(const std::string& top) {
@@ -189,6 +190,49 @@ TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {
   EXPECT_EQ(text("toast"), QStringLiteral("Could not create zip"));
   EXPECT_TRUE(contentsOf(tree_.path()) == before);
   EXPECT_THAT(session().selectedNodes(), SizeIs(1));
+}
+
+TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
+  tree_.plant("Movies/cut", "pipe fifo\n");
+  putFile(archive(), "kept from before");
+  clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  click("zipSelection");
+  dispatch_.drain(Dispatch::Queue::userInitiated);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Archive would be incomplete; nothing was moved"));
+  EXPECT_EQ(session().failure(),
+            "Nothing was moved. Not to be archived: Movies/cut/pipe (neither a file nor a folder)");
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("-notes\n", "Movies", "caf\xE9.zip"));
+  EXPECT_THAT(entriesOf(state.at("kept")), ElementsAre("out.zip"));
+  EXPECT_EQ(contentOf(archive()), "kept from before");
+  EXPECT_THAT(session().selectedNodes(), SizeIs(2));
+
+  fs::remove(tree_.at("Movies/cut/pipe"));
+  click("zipSelection");
+  dispatch_.drain(Dispatch::Queue::userInitiated);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Archived to out.zip"));
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
+  EXPECT_EQ(unpacked().size(), 5U);
+}
+
+TEST_F(ZipJourney, keeps_both_of_two_archives_for_one_name) {
+  const DiskNode notes = session().current()->children()[1];
+  ASSERT_EQ(notes.path(), tree_.at("-notes\n"));
+  clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
+  session().zipThenTrash({notes});
+  click("zipSelection");
+  ASSERT_THAT(machine_.savePanel.requests, SizeIs(2));
+  dispatch_.drain(Dispatch::Queue::userInitiated);
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Archived to out.zip"));
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("Movies", "caf\xE9.zip"));
+  dispatch_.step(Dispatch::Queue::main);
+  EXPECT_EQ(text("toast"), QStringLiteral("Archived to out 2.zip"));
+  EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
+  EXPECT_THAT(entriesOf(state.at("kept")), ElementsAre("out 2.zip", "out.zip"));
+  EXPECT_THAT(unpacked(), ElementsAre(Pair("-notes\n", std::string(2 << 20, 'n'))));
 }
 
 }  // namespace
