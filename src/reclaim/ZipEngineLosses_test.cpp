@@ -92,7 +92,7 @@ TEST_F(ZipLosses, are_told_of_a_folder_that_cannot_be_read) {
 }
 
 TEST_F(ZipLosses, are_told_of_a_folder_that_may_be_listed_and_not_entered) {
-  fs::permissions(tree_.at("in/Code/deep"), fs::perms(0744));
+  fs::permissions(tree_.at("in/Code/deep"), fs::perms(0644));
   EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep (cannot be read)");
   fs::permissions(tree_.at("in/Code/deep"), fs::perms::owner_all);
 }

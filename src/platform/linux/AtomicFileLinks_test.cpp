@@ -121,19 +121,19 @@ TEST_F(AtomicFileLinks, of_a_third_user_are_neither_read_along_nor_set_aside) {
   EXPECT_THAT(entriesOf(tree_.at("private")), ElementsAre("settings"));
 }
 
-TEST_F(AtomicFileLinks, lead_from_folder_to_folder_as_the_system_goes) {
-  fs::create_directories(tree_.at("a/b/c"));
-  fs::create_directory_symlink("b/./c//", tree_.at("a/relative"));
-  fs::create_directory_symlink(tree_.at("a"), tree_.at("a/b/absolute"));
-  fs::create_symlink("../relative/../c/file", tree_.at("a/b/last"));
+TEST(AtomicFileOwnLinks, lead_from_folder_to_folder_as_the_system_goes) {
+  const TempTree tree("a/\n  b/\n    c/\n");
+  fs::create_directory_symlink("b/./c//", tree.at("a/relative"));
+  fs::create_directory_symlink(tree.at("a"), tree.at("a/b/absolute"));
+  fs::create_symlink("../relative/../c/file", tree.at("a/b/last"));
   for (const char* name : {"a/relative/file", "a/b/absolute/b/last", "a/b/../b/c/./file"}) {
-    ASSERT_TRUE(AtomicFile::replace(tree_.at(name), name, AtomicFile::Durability::cached,
+    ASSERT_TRUE(AtomicFile::replace(tree.at(name), name, AtomicFile::Durability::cached,
                                     AtomicFile::Access::usual))
         << name;
-    EXPECT_EQ(contentOf(tree_.at("a/b/c/file")), name);
-    EXPECT_EQ(AtomicFile::read(tree_.at(name), 100).value(), name);
+    EXPECT_EQ(contentOf(tree.at("a/b/c/file")), name);
+    EXPECT_EQ(AtomicFile::read(tree.at(name), 100).value(), name);
   }
-  EXPECT_THAT(entriesOf(tree_.at("a/b/c")), ElementsAre("file"));
+  EXPECT_THAT(entriesOf(tree.at("a/b/c")), ElementsAre("file"));
 }
 
 }  // namespace
