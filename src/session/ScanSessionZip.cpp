@@ -140,10 +140,9 @@ void ScanSession::trashArchived(const ZipEngine::Archived& archived) {
   if (queue_.empty()) changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
   clearSelection(changes);
   showToast(changes, "Archived to " + name);
-  if (!others.empty()) {
-    changes.set(failure_, std::optional(wordsForOthers(others)), &ScanSession::failureChanged);
-  }
+  const QPointer<ScanSession> session(this);
   announceAndLookAgain(changes);
+  if (session && !others.empty()) tellFailure(wordsForOthers(others));
 }
 
 }  // namespace tessaly

@@ -14,6 +14,7 @@
 #include "platform/NumberedName.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/IdentityFromStatus.h"
+#include "platform/linux/NameInFolder.h"
 #include "platform/linux/Uninterrupted.h"
 #include "platform/linux/trash/FolderEntries.h"
 #include "platform/linux/trash/ItemPlace.h"
@@ -134,12 +135,12 @@ StagedFile& StagedFile::operator=(StagedFile&& other) noexcept = default;
 StagedFile::~StagedFile() = default;
 
 Result<StagedFile> StagedFile::beside(const std::string& target) {
-  Result<ItemPlace> place = placeOfItem(target);
+  Result<NameInFolder> place = NameInFolder::of(target);
   if (!place) return place.error();
   auto state = std::make_unique<State>();
   state->folder = std::move(place.value().folder);
   state->name = std::move(place.value().name);
-  state->folderPath = target.substr(0, target.rfind(state->name));
+  state->folderPath = std::move(place.value().folderPath);
   if (const int code = state->makeInside(); code != 0) return SystemError::fromErrno(code, target);
   state->fileName = "file" + extensionOf(state->name);
   state->path = state->folderPath + state->insideName + "/" + state->fileName;

@@ -139,6 +139,13 @@ TEST_F(Staged, stands_nowhere_when_it_was_not_written) {
   EXPECT_EQ(contentOf(target_), "old");
 }
 
+TEST_F(Staged, goes_to_a_folder_by_way_of_a_link) {
+  fs::create_directory_symlink("kept", tree_.at("way"));
+  target_ = tree_.at("way/out.zip");
+  EXPECT_EQ(placed(written("new"), std::nullopt), std::pair(target_, std::string("new")));
+  EXPECT_THAT(left(), ElementsAre("out.zip"));
+}
+
 TEST_F(Staged, needs_a_folder_and_a_name) {
   EXPECT_EQ(StagedFile::beside(tree_.at("none/out.zip")).error().code, ENOENT);
   EXPECT_EQ(StagedFile::beside(tree_.at("kept/..")).error().code, EINVAL);

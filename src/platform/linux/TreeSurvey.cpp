@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "platform/linux/IdentityFromStatus.h"
+#include "platform/linux/NameInFolder.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/TreePass.h"
 
@@ -107,7 +108,7 @@ class Survey final : public TreePass {
 
 Result<State> of(const std::string& path, const std::string& name,
                  const std::function<bool(const Entry&)>& take) {
-  const Result<ItemPlace> place = placeOfItem(path);
+  const Result<NameInFolder> place = NameInFolder::of(path);
   if (!place) return place.error();
   Survey survey(take);
   State state;
