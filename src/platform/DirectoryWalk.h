@@ -10,7 +10,7 @@
 // descriptors, so depth and length of paths have no limit. When descriptors run short, those of
 // directories that are still needed are closed and opened again later. A directory that cannot be
 // read is reported like an empty one. Pseudo file systems and automount points are reported and
-// never entered.
+// never entered, nor are mounts that show only what the walk sees at another place as well.
 //
 // One object, one walk, one thread that calls next(). The destructor joins the walk's threads.
 #pragma once
@@ -57,10 +57,10 @@ class DirectoryWalk {
     std::uint8_t mark = 0;  // handed on to all items directly in it
   };
 
-  // Says whether a directory is entered. Called once for each directory, from any thread and ahead
-  // of next(), so it must be a pure function of the candidate; with one thread, from the caller's
-  // alone. Not called for what is never entered. A directory that is not entered is reported
-  // without attributes.
+  // Says whether a directory is entered. Called from any thread and ahead of next(), once for each
+  // directory and once more for each that leads to a mount, so it must be a pure function of the
+  // candidate; with one thread, from the caller's alone. Not called for what is never entered. A
+  // directory that is not entered is reported without attributes.
   using Decide = std::function<Descent(const Candidate&)>;
 
   // `root` is an absolute path without links. `threads` counts the caller's; 0 means two to four,

@@ -1,8 +1,8 @@
 #include "scan/FolderWatch.h"
 
+#include <set>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "platform/CheckedArithmetic.h"
 #include "platform/DirectoryWalk.h"
@@ -42,9 +42,9 @@ FolderSnapshot snapshot(const std::string& path, const IsCancelled& isCancelled)
 
   // The walk asks about every folder but those that are never to be entered, and with the caller's
   // thread alone it asks on that one.
-  std::vector<std::string> folders;
+  std::set<std::string> folders;
   const auto onlyTell = [&](const DirectoryWalk::Candidate& candidate) {
-    if (!isPackageName(candidate.name)) folders.push_back(pathOf(candidate.name));
+    if (!isPackageName(candidate.name)) folders.insert(pathOf(candidate.name));
     return DirectoryWalk::Descent{.enter = false};
   };
   DirectoryWalk children(snapshot.path, onlyTell, threads);

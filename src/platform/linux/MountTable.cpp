@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <optional>
 
 namespace tessaly {
@@ -40,12 +41,28 @@ std::vector<std::string_view> fields(std::string_view line) {
   return found;
 }
 
+std::optional<std::uint64_t> number(std::string_view field) {
+  std::uint64_t value = 0;
+  const char* const end = field.data() + field.size();
+  const auto [stopped, error] = std::from_chars(field.data(), end, value);
+  if (error != std::errc() || stopped != end) return std::nullopt;
+  return value;
+}
+
 // id, parent, device, root, mount point, options, optional fields, "-", type, source, options.
 std::optional<Mount> mountOn(std::string_view line) {
   const std::vector<std::string_view> all = fields(line);
   const auto dash = std::find(all.begin(), all.end(), "-");
   if (dash - all.begin() < 6 || all.end() - dash < 2) return std::nullopt;
-  return Mount{.point = unescaped(all[4]), .type = std::string(*(dash + 1))};
+  const std::optional<std::uint64_t> id = number(all[0]);
+  const std::optional<std::uint64_t> parent = number(all[1]);
+  if (!id || !parent) return std::nullopt;
+  return Mount{.id = *id,
+               .parent = *parent,
+               .device = std::string(all[2]),
+               .root = unescaped(all[3]),
+               .point = unescaped(all[4]),
+               .type = std::string(*(dash + 1))};
 }
 
 }  // namespace

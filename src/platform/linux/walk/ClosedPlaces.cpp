@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <linux/magic.h>
+#include <utility>
 
-#include "platform/linux/MountTable.h"
+#include "platform/linux/VisibleMounts.h"
 
 namespace tessaly::walk {
 
@@ -21,7 +22,7 @@ std::vector<std::string> split(std::string_view path) {
 
 }  // namespace
 
-void ClosedPlaces::close(const std::vector<std::string>& components) {
+void ClosedPlaces::close(const std::vector<std::string>& components, std::uint64_t mount) {
   ClosedPlaces* place = this;
   for (const std::string& component : components) {
     std::unique_ptr<ClosedPlaces>& child = place->children_[component];
@@ -29,6 +30,7 @@ void ClosedPlaces::close(const std::vector<std::string>& components) {
     place = child.get();
   }
   place->closed_ = true;
+  place->mount_ = mount;
 }
 
 const ClosedPlaces* ClosedPlaces::below(std::string_view name) const {
@@ -36,16 +38,22 @@ const ClosedPlaces* ClosedPlaces::below(std::string_view name) const {
   return found == children_.end() ? nullptr : found->second.get();
 }
 
-ClosedPlaces closedPlacesBelow(std::string_view root, std::string_view mountinfo) {
-  std::map<std::string, bool> closedByPoint;
-  for (const Mount& mount : mountsIn(mountinfo)) closedByPoint[mount.point] = mount.isPseudo();
-
-  const std::string prefix = root == "/" ? "/" : std::string(root) + "/";
+ClosedPlaces closedPlacesBelow(const std::string& root, std::vector<Mount> mounts,
+                               const Reaches& reaches) {
+  const VisibleMounts visible(std::move(mounts));
+  const std::vector<Mount>& all = visible.all();
+  const auto componentsBelow = [&](const std::string& point) {
+    return split(std::string_view(point).substr(root == "/" ? 0 : root.size()));
+  };
   ClosedPlaces places;
-  for (const auto& [point, closed] : closedByPoint) {
-    if (closed && point.size() > prefix.size() && point.starts_with(prefix)) {
-      places.close(split(std::string_view(point).substr(prefix.size())));
+  for (VisibleMounts::Index i = 0; i < all.size(); ++i) {
+    const bool isBelow = all[i].point != root && isAtOrBelow(all[i].point, root);
+    if (isBelow && all[i].isPseudo() && visible.isVisible(i)) {
+      places.close(componentsBelow(all[i].point));
     }
+  }
+  for (const VisibleMounts::Index i : repeatedMounts(visible, root, reaches)) {
+    places.close(componentsBelow(all[i].point), all[i].id);
   }
   return places;
 }

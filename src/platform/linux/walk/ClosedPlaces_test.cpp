@@ -15,6 +15,10 @@ constexpr std::string_view table =
     "27 26 8:1 / /srv/data rw - xfs /dev/sda1 rw\n"
     "28 22 0:25 / /srv/scratch rw - tmpfs tmpfs rw\n";
 
+ClosedPlaces closedBelow(const std::string& root, std::string_view mountinfo) {
+  return closedPlacesBelow(root, mountsIn(mountinfo), [](const std::string&) { return true; });
+}
+
 const ClosedPlaces* at(const ClosedPlaces& places, std::initializer_list<const char*> components) {
   const ClosedPlaces* place = &places;
   for (const char* component : components) {
@@ -24,7 +28,7 @@ const ClosedPlaces* at(const ClosedPlaces& places, std::initializer_list<const c
 }
 
 TEST(ClosedPlaces, a_pseudo_file_system_below_the_root_is_closed) {
-  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  const ClosedPlaces places = closedBelow("/srv", table);
   const ClosedPlaces* const proc = at(places, {"jail", "proc"});
   ASSERT_NE(proc, nullptr);
   EXPECT_TRUE(proc->isClosed());
@@ -32,34 +36,50 @@ TEST(ClosedPlaces, a_pseudo_file_system_below_the_root_is_closed) {
 }
 
 TEST(ClosedPlaces, a_mount_outside_the_root_is_not_known) {
-  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  const ClosedPlaces places = closedBelow("/srv", table);
   EXPECT_EQ(at(places, {"proc"}), nullptr);
-  EXPECT_EQ(at(closedPlacesBelow("/sr", table), {"v"}), nullptr);
+  EXPECT_EQ(at(closedBelow("/sr", table), {"v"}), nullptr);
 }
 
 TEST(ClosedPlaces, the_slash_root_has_every_mount_below_it) {
-  const ClosedPlaces places = closedPlacesBelow("/", table);
+  const ClosedPlaces places = closedBelow("/", table);
   ASSERT_NE(at(places, {"proc"}), nullptr);
   EXPECT_TRUE(at(places, {"proc"})->isClosed());
   EXPECT_TRUE(at(places, {"srv", "jail", "proc"})->isClosed());
 }
 
 TEST(ClosedPlaces, an_automount_point_is_closed_until_something_is_mounted_on_it) {
-  const ClosedPlaces places = closedPlacesBelow("/srv", table);
+  const ClosedPlaces places = closedBelow("/srv", table);
   ASSERT_NE(at(places, {"my disk"}), nullptr);
   EXPECT_TRUE(at(places, {"my disk"})->isClosed());
   EXPECT_EQ(at(places, {"data"}), nullptr);
 }
 
 TEST(ClosedPlaces, an_ordinary_file_system_is_open) {
-  EXPECT_EQ(at(closedPlacesBelow("/srv", table), {"scratch"}), nullptr);
+  EXPECT_EQ(at(closedBelow("/srv", table), {"scratch"}), nullptr);
+}
+
+TEST(ClosedPlaces, what_another_mount_hides_is_not_closed) {
+  const std::string hidden = std::string(table) + "29 22 8:2 / /srv/jail rw - xfs /dev/sda2 rw\n";
+  EXPECT_EQ(at(closedBelow("/srv", hidden), {"jail", "proc"}), nullptr);
+}
+
+TEST(ClosedPlaces, a_mount_of_what_is_seen_elsewhere_is_closed_while_it_stands_there) {
+  const std::string bound =
+      std::string(table) + "29 22 254:0 /srv/a /srv/b\\040c rw - ext4 /dev/vda rw\n";
+  const ClosedPlaces places = closedBelow("/srv", bound);
+  const ClosedPlaces* const repeated = at(places, {"b c"});
+  ASSERT_NE(repeated, nullptr);
+  EXPECT_TRUE(repeated->isClosed());
+  EXPECT_EQ(repeated->mount(), 29U);
+  EXPECT_EQ(at(places, {"jail", "proc"})->mount(), 0U);
 }
 
 TEST(ClosedPlaces, damaged_lines_are_passed_over) {
   for (const std::string_view text :
        {"", "\n\n", "24 22 0:22 / /srv/jail", "24 22 0:22 / /srv/jail/proc rw - ", "- - - - - -",
         "24 22 0:22 / /srv/a\\04 rw - ext4 x rw", "24 22 0:22 / /srv/b\\ rw -"}) {
-    EXPECT_EQ(at(closedPlacesBelow("/srv", text), {"jail"}), nullptr) << text;
+    EXPECT_EQ(at(closedBelow("/srv", text), {"jail"}), nullptr) << text;
   }
 }
 

@@ -48,6 +48,16 @@ DirectoryWalk::Type typeOf(std::uint8_t entryType) {
   }
 }
 
+// Whether the entry belongs to the mount of this id. One that cannot be told counts as if it did.
+bool isTopOf(std::uint64_t mount, int directory, const char* name) {
+  struct statx attributes;
+  if (statx(directory, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC,
+            STATX_MNT_ID, &attributes) != 0) {
+    return true;
+  }
+  return (attributes.stx_mask & STATX_MNT_ID) == 0 || attributes.stx_mnt_id == mount;
+}
+
 class FolderCandidate final : public DirectoryWalk::Candidate {
  public:
   FolderCandidate(const std::string& root, const Folder& parent, std::string_view childName)
@@ -149,7 +159,7 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
     record.mtime = 0;
     DirectoryWalk::Descent descent;
     const std::string_view name(entry.name, entry.nameLength);
-    record.hasAttributes = enters(folder, name, descent);
+    record.hasAttributes = enters(descriptor, folder, entry, descent);
     if (record.hasAttributes) {
       auto* const child = new Folder;
       child->parent = &folder;
@@ -164,11 +174,15 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
   records_.push_back(record);
 }
 
-bool FolderReader::enters(Folder& folder, std::string_view name,
+bool FolderReader::enters(int descriptor, Folder& folder, const Entry& entry,
                           DirectoryWalk::Descent& descent) const {
+  const std::string_view name(entry.name, entry.nameLength);
   if (folder.closed != nullptr) {
     const ClosedPlaces* const place = folder.closed->below(name);
-    if (place != nullptr && place->isClosed()) return false;
+    if (place != nullptr && place->isClosed() &&
+        (place->mount() == 0 || isTopOf(place->mount(), descriptor, entry.name))) {
+      return false;
+    }
   }
   if (decide_) descent = decide_(FolderCandidate(root_, folder, name));
   return descent.enter;

@@ -31,7 +31,8 @@ class FolderReader {
   struct Entry;
 
   void addEntry(int descriptor, Folder& folder, const Entry& entry);
-  bool enters(Folder& folder, std::string_view name, DirectoryWalk::Descent& descent) const;
+  bool enters(int descriptor, Folder& folder, const Entry& entry,
+              DirectoryWalk::Descent& descent) const;
   void store(Batch& batch);
 
   const DirectoryWalk::Decide& decide_;

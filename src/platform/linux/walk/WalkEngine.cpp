@@ -4,12 +4,11 @@
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <fstream>
-#include <iterator>
 #include <sys/statfs.h>
 #include <unistd.h>
 #include <utility>
 
+#include "platform/linux/ReadMounts.h"
 #include "platform/linux/walk/OpenDirectory.h"
 
 namespace tessaly::walk {
@@ -24,9 +23,34 @@ int threadCount(int wanted) {
   return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 2, 4);
 }
 
-std::string mountTable() {
-  std::ifstream file("/proc/self/mountinfo", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+// None where the system does not tell: then nothing is known to be left out.
+std::vector<Mount> mountsOfNow() {
+  Result<std::vector<Mount>> mounts = readMounts("/proc/self/mountinfo");
+  return mounts ? std::move(mounts).value() : std::vector<Mount>();
+}
+
+class WayCandidate final : public DirectoryWalk::Candidate {
+ public:
+  std::string path() const override { return whole; }
+
+  std::string whole;
+};
+
+// Asks `decide` about each folder on the way from `root` to `path`.
+bool enters(const DirectoryWalk::Decide& decide, const std::string& root, const std::string& path) {
+  if (!decide) return true;
+  WayCandidate folder;
+  for (std::size_t start = root == "/" ? 1 : root.size() + 1; start < path.size();) {
+    const std::size_t end = std::min(path.find('/', start), path.size());
+    folder.whole = path.substr(0, end);
+    folder.name = std::string_view(path).substr(start, end - start);
+    ++folder.depth;
+    const DirectoryWalk::Descent descent = decide(folder);
+    if (!descent.enter) return false;
+    folder.mark = descent.mark;
+    start = end + 1;
+  }
+  return true;
 }
 
 bool isPseudo(int descriptor) {
@@ -39,7 +63,9 @@ bool isPseudo(int descriptor) {
 WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads)
     : root_(root),
       decide_(std::move(decide)),
-      closed_(closedPlacesBelow(root, mountTable())),
+      closed_(closedPlacesBelow(
+          root, mountsOfNow(),
+          [this](const std::string& path) { return enters(decide_, root_, path); })),
       consumerReader_(decide_, root_, stop_) {
   rootDescriptor_ = openDirectory(root_);
   if (rootDescriptor_ < 0) return;

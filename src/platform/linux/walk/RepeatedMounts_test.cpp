@@ -1,0 +1,212 @@
+#include "platform/linux/walk/RepeatedMounts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace tessaly::walk {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A list of mounts as the kernel writes it, built up row by row.
+class Table {
+ public:
+  // Mounted on the mount of number `parent`, numbers being those of the rows from 1 on.
+  Table& add(int parent, const std::string& device, const std::string& root,
+             const std::string& point, const std::string& type = "ext4") {
+    text_ += std::to_string(++rows_) + " " + std::to_string(parent) + " " + device + " " + root +
+             " " + point + " rw shared:1 - " + type + " none rw\n";
+    return *this;
+  }
+
+  // The points that a walk of `root` leaves out, which itself does not go below `kept`.
+  std::vector<std::string> leftOut(const std::string& root,
+                                   std::initializer_list<std::string> kept = {}) const {
+    const VisibleMounts mounts(mountsIn(text_));
+    const Reaches reaches = [&](const std::string& path) {
+      for (const std::string& place : kept) {
+        if (isAtOrBelow(path, place)) return false;
+      }
+      return true;
+    };
+    std::vector<std::string> points;
+    for (const auto index : repeatedMounts(mounts, root, reaches)) {
+      points.push_back(mounts.all()[index].point);
+    }
+    return points;
+  }
+
+ private:
+  std::string text_;
+  int rows_ = 0;
+};
+
+Table disk() {
+  return Table().add(0, "8:1", "/", "/");
+}
+
+TEST(RepeatedMounts, a_folder_bound_to_another_place_is_left_out_there) {
+  EXPECT_THAT(disk().add(1, "8:1", "/data/home", "/home").leftOut("/"), ElementsAre("/home"));
+}
+
+TEST(RepeatedMounts, another_device_is_walked) {
+  EXPECT_THAT(disk().add(1, "8:2", "/", "/home").add(1, "8:3", "/x", "/opt").leftOut("/"),
+              IsEmpty());
+}
+
+TEST(RepeatedMounts, roots_are_compared_by_components) {
+  Table table = disk();
+  table.add(1, "8:2", "/a", "/one").add(1, "8:2", "/ab", "/two").add(1, "8:2", "/a/b", "/three");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/three"));
+}
+
+TEST(RepeatedMounts, the_root_of_the_walk_is_never_left_out) {
+  const Table table = disk().add(1, "8:1", "/srv", "/mnt/x");
+  EXPECT_THAT(table.leftOut("/mnt/x"), IsEmpty());
+  EXPECT_THAT(table.leftOut("/mnt/x/below"), IsEmpty());
+  EXPECT_THAT(table.leftOut("/mnt"), IsEmpty());
+}
+
+TEST(RepeatedMounts, a_mount_is_walked_where_nothing_else_in_the_walk_shows_it) {
+  const Table table = disk().add(1, "8:1", "/data/home", "/home/all");
+  EXPECT_THAT(table.leftOut("/home"), IsEmpty());
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/home/all"));
+}
+
+TEST(RepeatedMounts, a_mount_is_walked_where_a_rule_keeps_the_walk_from_the_original) {
+  const Table table = disk().add(1, "8:1", "/data/home", "/home");
+  EXPECT_THAT(table.leftOut("/", {"/data"}), IsEmpty());
+  EXPECT_THAT(table.leftOut("/", {"/data/home"}), IsEmpty());
+  EXPECT_THAT(table.leftOut("/", {"/data/home/me"}), ElementsAre("/home"));
+}
+
+TEST(RepeatedMounts, what_no_rule_lets_the_walk_enter_needs_not_be_left_out) {
+  EXPECT_THAT(disk().add(1, "8:1", "/data", "/mnt/x").leftOut("/", {"/mnt"}), IsEmpty());
+}
+
+TEST(RepeatedMounts, a_mount_is_walked_where_another_one_hides_the_original) {
+  EXPECT_THAT(disk().add(1, "8:1", "/data/home", "/home").add(1, "8:2", "/", "/data").leftOut("/"),
+              IsEmpty());
+  EXPECT_THAT(
+      disk().add(1, "8:1", "/data/home", "/home").add(1, "8:2", "/", "/data/home").leftOut("/"),
+      IsEmpty());
+  EXPECT_THAT(
+      disk().add(1, "8:1", "/data/home", "/home").add(1, "8:2", "/", "/data/other").leftOut("/"),
+      ElementsAre("/home"));
+}
+
+TEST(RepeatedMounts, two_parts_of_one_btrfs_are_both_walked) {
+  Table table;
+  table.add(0, "0:30", "/@", "/", "btrfs").add(1, "0:30", "/@home", "/home", "btrfs");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+  // The whole of it, where the walk does not go.
+  table.add(1, "0:30", "/", "/mnt/top", "btrfs");
+  EXPECT_THAT(table.leftOut("/", {"/mnt"}), IsEmpty());
+  EXPECT_THAT(table.leftOut("/mnt/top"), IsEmpty());
+}
+
+TEST(RepeatedMounts, parts_of_a_btrfs_are_left_out_where_the_whole_of_it_is_walked) {
+  Table table;
+  table.add(0, "0:30", "/@", "/", "btrfs")
+      .add(1, "0:30", "/@home", "/home", "btrfs")
+      .add(1, "0:30", "/", "/pool", "btrfs");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/home"));
+  EXPECT_THAT(table.leftOut("/home"), IsEmpty());
+}
+
+TEST(RepeatedMounts, a_part_of_a_btrfs_mounted_in_its_own_place_is_walked) {
+  Table table;
+  table.add(0, "0:30", "/", "/", "btrfs").add(1, "0:30", "/var", "/var", "btrfs");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, of_equal_mounts_the_first_one_stays) {
+  Table table = disk();
+  table.add(1, "8:2", "/", "/a").add(1, "8:2", "/", "/b").add(1, "8:2", "/", "/c");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/b", "/c"));
+  EXPECT_THAT(table.leftOut("/", {"/a"}), ElementsAre("/c"));
+  EXPECT_THAT(table.leftOut("/b"), IsEmpty());
+}
+
+TEST(RepeatedMounts, one_of_a_chain_stays) {
+  Table table = disk();
+  table.add(1, "8:2", "/x/y", "/c").add(1, "8:2", "/x", "/b").add(1, "8:2", "/", "/a");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/c", "/b"));
+  EXPECT_THAT(table.leftOut("/", {"/a"}), ElementsAre("/c"));
+}
+
+TEST(RepeatedMounts, a_folder_bound_into_itself_is_left_out) {
+  EXPECT_THAT(disk().add(1, "8:1", "/srv", "/srv/a/b").leftOut("/"), ElementsAre("/srv/a/b"));
+  EXPECT_THAT(disk().add(1, "8:1", "/srv", "/srv/a/b").leftOut("/srv"), ElementsAre("/srv/a/b"));
+  EXPECT_THAT(disk().add(1, "8:1", "/srv", "/srv/a/b").leftOut("/srv/a"), IsEmpty());
+}
+
+TEST(RepeatedMounts, two_that_hold_each_others_originals_do_not_both_go) {
+  Table table = disk();
+  table.add(1, "8:2", "/", "/m")
+      .add(1, "8:3", "/", "/p")
+      .add(3, "8:2", "/", "/p/o")
+      .add(2, "8:3", "/", "/m/q");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/p/o", "/m/q"));
+}
+
+TEST(RepeatedMounts, a_mount_stays_that_holds_another_with_more_to_see) {
+  Table table = disk();
+  table.add(1, "8:2", "/a/b", "/m")
+      .add(1, "8:3", "/x/y", "/p")
+      .add(3, "8:2", "/a", "/p/o")
+      .add(2, "8:3", "/x", "/m/q");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, what_stands_in_for_another_may_go_when_a_third_stands_in_for_both) {
+  Table table = disk();
+  table.add(1, "8:1", "/srv/deep", "/c").add(1, "8:1", "/srv", "/b");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/c", "/b"));
+}
+
+TEST(RepeatedMounts, a_mount_in_a_mount_that_is_left_out_is_not_what_stays) {
+  Table table = disk();
+  // /b is bound with what is mounted in it.
+  table.add(1, "8:2", "/", "/a/disk").add(1, "8:1", "/a", "/b").add(3, "8:2", "/", "/b/disk");
+  EXPECT_THAT(table.leftOut("/"), ElementsAre("/b", "/b/disk"));
+  EXPECT_THAT(table.leftOut("/b"), IsEmpty());
+}
+
+TEST(RepeatedMounts, a_mount_stays_where_alone_a_disk_is_to_be_seen) {
+  Table table = disk();
+  table.add(1, "8:1", "/a", "/b").add(2, "8:2", "/", "/b/disk");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, hidden_mounts_do_not_count) {
+  Table table = disk();
+  table.add(1, "8:2", "/", "/a").add(2, "8:3", "/", "/a").add(1, "8:2", "/", "/b");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, a_folder_that_was_deleted_is_shown_by_its_mount_alone) {
+  EXPECT_THAT(disk().add(1, "8:1", "/gone//deleted", "/home").leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, what_the_kernel_tells_of_itself_is_not_counted_among_them) {
+  Table table = disk();
+  table.add(1, "0:5", "/", "/proc", "proc").add(1, "0:5", "/", "/jail/proc", "proc");
+  EXPECT_THAT(table.leftOut("/"), IsEmpty());
+}
+
+TEST(RepeatedMounts, names_that_are_no_text_are_compared_as_bytes) {
+  EXPECT_THAT(disk().add(1, "8:1", "/caf\xe9\\040x", "/b\xff").leftOut("/"), ElementsAre("/b\xff"));
+  EXPECT_THAT(disk().add(1, "8:1", "/caf\xe9\\040x", "/b").leftOut("/", {"/caf\xe9 x"}), IsEmpty());
+}
+
+TEST(RepeatedMounts, nothing_is_left_out_where_nothing_is_listed) {
+  EXPECT_THAT(Table().leftOut("/"), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessaly::walk
