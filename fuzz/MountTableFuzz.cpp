@@ -4,6 +4,8 @@
 
 #include "Target.h"
 #include "platform/linux/MountTable.h"
+#include "platform/linux/VisibleMounts.h"
+#include "platform/linux/walk/RepeatedMounts.h"
 
 namespace tessaly::fuzz {
 
@@ -31,9 +33,17 @@ void tryInput(std::string_view input) {
   for (const Mount& mount : mountsIn(text)) {
     require(!mount.point.empty() && !mount.type.empty(), "a mount has a point and a type");
   }
-  const std::string line = "36 35 98:0 /mnt1 /" + escaped(text) + " rw,noatime - ext4 /dev/r rw\n";
-  const Mount mount = {.point = "/" + text, .type = "ext4"};
-  require(mountsIn(line + line) == std::vector<Mount>{mount, mount}, "a mount point is any bytes");
+  const std::string path = "/" + escaped(text);
+  const std::string line = "36 35 98:0 " + path + " " + path + " rw,noatime - ext4 /dev/r rw\n";
+  const Mount mount = {36, 35, "98:0", "/" + text, "/" + text, "ext4"};
+  require(mountsIn(line + line) == std::vector<Mount>{mount, mount}, "paths are any bytes");
+
+  // However the mounts hide each other and go round in circles.
+  const VisibleMounts visible(mountsIn(text));
+  for (const auto i : walk::repeatedMounts(visible, "/", [](const std::string&) { return true; })) {
+    require(visible.isVisible(i), "what is left out was to be seen");
+    require(visible.all()[i].point != "/", "the root is never left out");
+  }
 }
 
 }  // namespace tessaly::fuzz

@@ -24,11 +24,14 @@
 #include "app/preview/PreviewReader.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
+#include "platform/MountedVolumes.h"
 #include "platform/ThreadedDispatch.h"
 #include "platform/UserTrash.h"
 #include "reclaim/Trash.h"
 #include "session/SettingsFile.h"
 #include "system/FullDiskAccess.h"
+#include "system/MountFigures.h"
+#include "system/ToolFigures.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_CommandsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
@@ -108,6 +111,13 @@ Application::Application(const Seams& seams) {
       settings, seams.access ? seams.access : [paths = FullDiskAccess::probePaths(home)] {
         return FullDiskAccess::isGranted(paths);
       });
+  MachineFigures& figures =
+      orOwn(seams.figures, ownFigures_, [&]() -> std::unique_ptr<MachineFigures> {
+        if (seams.run || seams.volumeUsage)
+          return std::make_unique<ToolFigures>(seams.run, seams.volumeUsage);
+        return std::make_unique<MountFigures>(
+            MountFigures::Machine{.dispatch = dispatch, .volumes = mountedVolumes()});
+      });
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
       .folderPanel = orOwn(seams.folderPanel, ownFolderPanel_,
@@ -125,9 +135,9 @@ Application::Application(const Seams& seams) {
       .supportDirectory = seams.supportDirectory,
       .walk = seams.walk,
       .run = seams.run,
-      .volumeUsage = seams.volumeUsage,
       .now = seams.now,
-      .date = seams.date});
+      .date = seams.date,
+      .figures = &figures});
   LoginItem& login = orOwn(seams.loginItem, ownLoginItem_, [] { return loginItem(); });
   installHotKey(
       orOwn(seams.hotKey, ownHotKey_, [&] { return std::make_unique<X11HotKey>(dispatch); }));
@@ -202,9 +212,8 @@ Application::Application(const Seams& seams) {
       .prefs = *prefs_,
       .notifications = notifications,
       .beginWindow = [this](bool startHidden) { windowStart_->begin(startHidden); },
-      .volumeUsage = seams.volumeUsage,
-      .run = seams.run,
-      .date = seams.date});
+      .date = seams.date,
+      .figures = &figures});
 
   session_->refreshDisk();
   access_->refresh();

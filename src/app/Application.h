@@ -75,6 +75,8 @@ class Application {
     std::function<std::optional<DiskUsage>()> volumeUsage = {};
     std::function<ScanSession::Clock::time_point()> now = {};
     std::function<std::chrono::system_clock::time_point()> date = {};
+    // Or else the figures of `run` and `volumeUsage`, where one of these is lent.
+    MachineFigures* figures = nullptr;
   };
 
   // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
@@ -110,6 +112,7 @@ class Application {
   std::unique_ptr<LinuxApplicationIcon> ownIcon_;
   std::unique_ptr<NotificationCenter> ownNotifications_;
   std::unique_ptr<TrashMover> ownTrash_;
+  std::unique_ptr<MachineFigures> ownFigures_;
   std::unique_ptr<SettingsStore> ownSettings_;
   std::unique_ptr<LoginItem> ownLoginItem_;
   std::unique_ptr<StatusBarExtra> ownStatusBar_;

@@ -3,20 +3,25 @@
 #include <utility>
 
 #include "session/DiskAlert.h"
-#include "system/DiskSpace.h"
+#include "system/ToolFigures.h"
 
 namespace tessaly {
 
 AppDelegate::AppDelegate(Services services) : services_(std::move(services)) {
-  if (!services_.volumeUsage) services_.volumeUsage = [] { return DiskSpace::volumeUsage(); };
+  if (services_.figures == nullptr) {
+    ownFigures_ = std::make_unique<ToolFigures>(services_.run, services_.volumeUsage);
+    services_.figures = ownFigures_.get();
+  }
   if (!services_.date) services_.date = std::chrono::system_clock::now;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
   services_.beginWindow(services_.prefs.startHidden());
-  const DiskUsage disk = DiskSpace::usage(services_.volumeUsage(), std::nullopt, services_.run);
-  DiskAlert::check(disk.usedPercent, services_.prefs, services_.prefs.defaults(),
-                   services_.notifications, services_.date());
+  // By reference to what outlives the figures, and with them every answer.
+  services_.figures->askDisk([&prefs = services_.prefs, &notifications = services_.notifications,
+                              date = services_.date](const DiskUsage& disk) {
+    DiskAlert::check(disk.usedPercent, prefs, prefs.defaults(), notifications, date());
+  });
 }
 
 bool AppDelegate::applicationShouldHandleReopen(bool) {

@@ -7,6 +7,7 @@
 
 #include "session/DiskAlert.h"
 #include "support/FakeNotificationCenter.h"
+#include "support/HeldFigures.h"
 #include "support/MemorySettings.h"
 #include "support/NoTools.h"
 
@@ -71,6 +72,19 @@ TEST_F(AppDelegateTest, asks_a_tool_where_the_file_system_says_nothing) {
   delegate.applicationDidFinishLaunching();
   EXPECT_EQ(asked, std::vector<std::string>{"/bin/df"});
   ASSERT_EQ(notifications_.posted.size(), 1u);
+}
+
+TEST_F(AppDelegateTest, tells_of_a_full_disk_when_that_is_known_and_waits_for_nothing) {
+  HeldFigures figures;
+  AppDelegate delegate({.prefs = prefs_,
+                        .notifications = notifications_,
+                        .beginWindow = [this](bool hidden) { begun_.push_back(hidden); },
+                        .figures = &figures});
+  delegate.applicationDidFinishLaunching();
+  EXPECT_EQ(begun_.size(), 1u);
+  EXPECT_TRUE(notifications_.posted.empty());
+  HeldFigures::answer(figures.disk, full(95));
+  EXPECT_EQ(notifications_.posted.size(), 1u);
 }
 
 TEST_F(AppDelegateTest, tells_nothing_of_a_disk_that_nobody_knows) {

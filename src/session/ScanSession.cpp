@@ -5,7 +5,7 @@
 #include <QPointer>
 
 #include "session/FieldChanges.h"
-#include "system/DiskSpace.h"
+#include "system/ToolFigures.h"
 
 namespace tessaly {
 
@@ -31,7 +31,10 @@ ScanSession::ScanSession(Services services, QObject* parent)
     };
   }
   if (!services_.snapshot) services_.snapshot = &FolderWatch::snapshot;
-  if (!services_.volumeUsage) services_.volumeUsage = [] { return DiskSpace::volumeUsage(); };
+  if (services_.figures == nullptr) {
+    ownFigures_ = std::make_unique<ToolFigures>(services_.run, services_.volumeUsage);
+    services_.figures = ownFigures_.get();
+  }
   if (!services_.now) services_.now = [] { return Clock::now(); };
   if (!services_.date) services_.date = [] { return std::chrono::system_clock::now(); };
   restore();

@@ -41,6 +41,7 @@
 #include "session/ScanStore.h"
 #include "session/ZipsInWork.h"
 #include "system/DiskUsage.h"
+#include "system/MachineFigures.h"
 #include "system/Shell.h"
 #include "system/VolumeMount.h"
 #include "treemap/BloatFilter.h"
@@ -109,10 +110,11 @@ class ScanSession : public QObject {
     std::function<std::optional<DiskUsage>()> volumeUsage = {};        // DiskSpace::volumeUsage
     std::function<Clock::time_point()> now = {};                       // the steady clock
     std::function<std::chrono::system_clock::time_point()> date = {};  // the system's clock
+    MachineFigures* figures = nullptr;  // ToolFigures of `run` and `volumeUsage`
   };
 
   // Brings back what the last run has left: settings, and the last tree with all that goes with it.
-  // Asks tools of the system how full the disk is and what is mounted, and waits for them.
+  // Asks how full the disk is and what is mounted.
   explicit ScanSession(Services services, QObject* parent = nullptr);
   // Stops the walks, the watch and the archives that still run, without waiting for them; what they
   // bring home is dropped.
@@ -202,7 +204,8 @@ class ScanSession : public QObject {
   // Writes a report on the node on screen where the user wants it.
   Q_INVOKABLE void exportJSON();
 
-  // Asks anew how full the disk is and what lies in the Trash, and waits for the answers.
+  // Asks anew how full the disk is and what lies in the Trash. Until they answer, the fields stay
+  // as they are.
   void refreshDisk();
   // The name of the mounted volume that holds the node on screen.
   std::string currentVolumeName() const;
@@ -338,6 +341,13 @@ class ScanSession : public QObject {
   void takeGrowth(FieldChanges& changes, const PathSizes& older, const PathSizes& newer);
   void takeInsights(FieldChanges& changes, const DiskNode& tree, double duration);
   void readDisk(FieldChanges& changes);
+  void readVolumes(FieldChanges& changes);
+  void takeDisk(FieldChanges& changes, const DiskUsage& disk);
+  template <class Answer>
+  using Question = void (MachineFigures::*)(MachineFigures::Take<Answer>);
+  // `use` is given the session, the step that the answer belongs to, and the answer.
+  template <class Answer, class Use>
+  void askFor(FieldChanges& changes, Question<Answer> question, Use use);
   void showToast(FieldChanges& changes, const std::string& text);
   void clearSelection(FieldChanges& changes);
   void enqueue(FieldChanges& changes, const DiskNode& node);
@@ -353,6 +363,7 @@ class ScanSession : public QObject {
   SettingsStore& settings() const { return services_.prefs.defaults(); }
 
   Services services_;
+  std::unique_ptr<MachineFigures> ownFigures_;
   std::uint64_t generation_ = 0;  // of the latest scan or cancel; a result of another is void
   std::shared_ptr<CancelFlag> cancelFlag_;  // of the latest scan
   std::optional<Clock::time_point> scanStarted_;

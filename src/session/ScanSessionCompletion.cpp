@@ -3,15 +3,18 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <utility>
+
+#include <QPointer>
 
 #include "scan/Format.h"
 #include "scan/ScanDiff.h"
 #include "session/DiskAlert.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
-#include "system/DiskSpace.h"
-#include "system/VolumeEngine.h"
+#include "system/MachineFigures.h"
 
 namespace tessaly {
 
@@ -30,13 +33,35 @@ std::vector<std::string> textsOrNone(const SettingsStore& settings, std::string_
 
 }  // namespace
 
+// An answer that is there at once belongs to the step that asked for it. One that comes later is a
+// step of its own.
+template <class Answer, class Use>
+void ScanSession::askFor(FieldChanges& changes, Question<Answer> question, Use use) {
+  const auto step = std::make_shared<FieldChanges*>(&changes);
+  (services_.figures->*question)([session = QPointer(this), step, use](const Answer& answer) {
+    if (!session) return;
+    if (*step != nullptr) {
+      std::invoke(use, *session, **step, answer);
+      return;
+    }
+    FieldChanges own(*session);
+    std::invoke(use, *session, own, answer);
+    own.announce();
+  });
+  *step = nullptr;
+}
+
 void ScanSession::restore() {
   // Nobody can be listening yet, so that fields are set without a word.
   recents_ = textsOrNone(settings(), ScanStore::recentsKey);
   pins_ = textsOrNone(settings(), ScanStore::pinsKey);
   excludes_ = textsOrNone(settings(), ScanStore::excludesKey);
-  disk_ = DiskSpace::usage(services_.volumeUsage(), std::nullopt, services_.run);
-  volumes_ = VolumeEngine::list(services_.run);
+  FieldChanges changes(*this);
+  askFor(changes, &MachineFigures::askDisk,
+         [](ScanSession& session, FieldChanges& step, const DiskUsage& disk) {
+           step.set(session.disk_, disk, &ScanSession::diskChanged);
+         });
+  readVolumes(changes);
 
   const std::optional<DiskNode> tree = ScanStore::loadTree(services_.supportDirectory);
   if (!tree) return;
@@ -44,7 +69,6 @@ void ScanSession::restore() {
   stack_ = {*tree};
   scanRoot_ = root;
   status_ = ScanStatus::complete;
-  FieldChanges changes(*this);
   takeGrowth(changes, ScanStore::loadSizes(root, services_.supportDirectory),
              ScanDiff::flatten(*tree, 0, keptLevels));
   takeInsights(changes, *tree, 0);
@@ -63,7 +87,7 @@ void ScanSession::applyScanResult(const DiskNode& result, const std::string& roo
   ScanStore::pushRecent(root, settings(), recentsLimit);
   changes.set(recents_, textsOrNone(settings(), ScanStore::recentsKey),
               &ScanSession::recentsChanged);
-  changes.set(volumes_, VolumeEngine::list(services_.run), &ScanSession::volumesChanged);
+  readVolumes(changes);
 
   // Never compared with the old one: a new scan brings a new tree, even if it looks the same.
   stack_ = {result};
@@ -113,9 +137,22 @@ void ScanSession::refreshDisk() {
 }
 
 void ScanSession::readDisk(FieldChanges& changes) {
-  changes.set(disk_, DiskSpace::usage(services_.volumeUsage(), std::nullopt, services_.run),
-              &ScanSession::diskChanged);
-  changes.set(trashCount_, DiskSpace::trashCount(services_.run), &ScanSession::trashCountChanged);
+  askFor(changes, &MachineFigures::askDisk, &ScanSession::takeDisk);
+  askFor(changes, &MachineFigures::askTrashCount,
+         [](ScanSession& session, FieldChanges& step, std::int64_t count) {
+           step.set(session.trashCount_, count, &ScanSession::trashCountChanged);
+         });
+}
+
+void ScanSession::readVolumes(FieldChanges& changes) {
+  askFor(changes, &MachineFigures::askVolumes,
+         [](ScanSession& session, FieldChanges& step, const std::vector<VolumeMount>& volumes) {
+           step.set(session.volumes_, volumes, &ScanSession::volumesChanged);
+         });
+}
+
+void ScanSession::takeDisk(FieldChanges& changes, const DiskUsage& disk) {
+  changes.set(disk_, disk, &ScanSession::diskChanged);
   services_.icon.setBadge(Format::fixed(disk_.usedPercent, 0) + "%");
   DiskAlert::check(disk_.usedPercent, services_.prefs, settings(), services_.notifications,
                    services_.date());

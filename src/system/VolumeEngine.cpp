@@ -1,6 +1,8 @@
 #include "system/VolumeEngine.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <unordered_set>
 #include <utility>
@@ -46,6 +48,18 @@ std::optional<VolumeMount> volumeOf(std::string_view line, const VolumePlaces& p
                      .usedPercent = DfTable::percent(words[4])};
 }
 
+// Of what this user may fill, in whole percent and rounded up.
+double percent(const VolumeFigures& figures) {
+  auto used = static_cast<std::uint64_t>(figures.used);
+  std::uint64_t fillable = used + static_cast<std::uint64_t>(figures.free);
+  if (used > std::numeric_limits<std::uint64_t>::max() / 100) {
+    used /= 100;
+    fillable /= 100;
+  }
+  if (fillable == 0) return 0;
+  return static_cast<double>(used * 100 / fillable + (used * 100 % fillable == 0 ? 0 : 1));
+}
+
 }  // namespace
 
 std::vector<VolumeMount> list(const Shell::Run& run) {
@@ -60,6 +74,38 @@ std::vector<VolumeMount> parse(std::string_view text, const Places& places) {
     if (volume && paths.insert(volume->path).second) volumes.push_back(std::move(*volume));
   }
   return volumes;
+}
+
+std::vector<Listed> listed(const std::vector<MountedVolume>& mounts, const Places& places) {
+  std::vector<Listed> all;
+  for (const MountedVolume& mount : mounts) {
+    std::optional<std::string> name = listedName(mount.path, places.volumes);
+    const bool isRepeated = std::any_of(
+        all.begin(), all.end(), [&](const Listed& other) { return other.mount.shows(mount); });
+    if (name && !isRepeated) all.push_back({.name = *std::move(name), .mount = mount});
+  }
+  return all;
+}
+
+std::optional<VolumeMount> withFigures(const Listed& volume, const VolumeFigures& figures) {
+  if (figures.total < 1) return std::nullopt;
+  return VolumeMount{.name = volume.name,
+                     .path = volume.mount.path,
+                     .total = figures.total,
+                     .usedPercent = percent(figures)};
+}
+
+VolumeMount withoutFigures(const Listed& volume) {
+  return {.name = volume.name, .path = volume.mount.path, .total = 0, .usedPercent = 0};
+}
+
+DiskUsage usageOf(const VolumeFigures& figures) {
+  if (figures.total < 1) return {};
+  return {.total = figures.total,
+          .used = figures.used,
+          .free = figures.free,
+          .usedPercent = percent(figures),
+          .purgeable = 0};
 }
 
 }  // namespace tessaly::VolumeEngine

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -284,6 +285,64 @@ TEST(VolumeMount, volumes_that_differ_anywhere_differ) {
     EXPECT_NE(volume, other);
     EXPECT_NE(hash(volume), hash(other));
   }
+}
+
+// Mounts of one disk each, or of parts of one.
+
+std::vector<std::string> listedAmong(const std::vector<MountedVolume>& mounts) {
+  std::vector<std::string> paths;
+  for (const auto& volume : VolumeEngine::listed(mounts, Places::forLinux()))
+    paths.push_back(volume.mount.path);
+  return paths;
+}
+
+TEST(VolumeEngineListed, is_what_a_person_knows_in_the_order_of_the_mounts) {
+  EXPECT_THAT(listedAmong({{1, "/mnt/b", "8:1", "/"},
+                           {2, "/", "8:2", "/"},
+                           {3, "/boot", "8:3", "/"},
+                           {4, "/media/me/stick", "8:4", "/"},
+                           {5, "/home", "8:5", "/"}}),
+              ElementsAre("/mnt/b", "/", "/media/me/stick", "/home"));
+}
+
+TEST(VolumeEngineListed, has_no_folder_that_a_volume_before_it_shows_too) {
+  EXPECT_THAT(listedAmong({{1, "/", "8:1", "/"},
+                           {2, "/home", "8:1", "/data/home"},
+                           {3, "/mnt/a", "8:2", "/"},
+                           {4, "/mnt/again", "8:2", "/"}}),
+              ElementsAre("/", "/mnt/a"));
+}
+
+TEST(VolumeEngineListed, has_a_folder_of_what_is_not_listed_itself) {
+  EXPECT_THAT(listedAmong({{1, "/data", "8:1", "/"}, {2, "/mnt/a", "8:1", "/a"}}),
+              ElementsAre("/mnt/a"));
+}
+
+TEST(VolumeEngineListed, has_each_part_of_a_btrfs_and_then_the_whole_of_it) {
+  EXPECT_THAT(
+      listedAmong(
+          {{1, "/", "0:30", "/@"}, {2, "/home", "0:30", "/@home"}, {3, "/mnt/top", "0:30", "/"}}),
+      ElementsAre("/", "/home", "/mnt/top"));
+}
+
+TEST(VolumeEngineListed, figures_are_rounded_up_to_whole_percent_as_df_does) {
+  const VolumeEngine::Listed volume{"a", {1, "/mnt/a", "8:1", "/"}};
+  const auto percent = [&](std::int64_t used, std::int64_t free) {
+    return VolumeEngine::withFigures(volume, {.total = 1, .used = used, .free = free})->usedPercent;
+  };
+  EXPECT_EQ(percent(60, 40), 60);
+  EXPECT_EQ(percent(601, 399), 61);
+  EXPECT_EQ(percent(0, 5), 0);
+  EXPECT_EQ(percent(5, 0), 100);
+  EXPECT_EQ(percent(0, 0), 0);
+  constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  EXPECT_EQ(percent(most, most), 50);
+  EXPECT_EQ(percent(most, 0), 100);
+  EXPECT_EQ(VolumeEngine::withFigures(volume, {}), std::nullopt);
+  EXPECT_EQ(VolumeEngine::withoutFigures(volume), (VolumeMount{"a", "/mnt/a", 0, 0}));
+  EXPECT_EQ(VolumeEngine::usageOf({.total = 100, .used = 50, .free = 40}),
+            (DiskUsage{.total = 100, .used = 50, .free = 40, .usedPercent = 56}));
+  EXPECT_EQ(VolumeEngine::usageOf({}), DiskUsage());
 }
 
 }  // namespace

@@ -1,15 +1,20 @@
 // The built program itself, on an X server of its own, over a home folder made for the test. What
 // it puts on the screen is compared, pixel by pixel, with where the layout says that the tiles are.
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
+#include <optional>
 #include <set>
 #include <string>
+#include <unistd.h>
+#include <utility>
 
 #include <QProcess>
 
 #include "app/Application.h"
 #include "journeys/Seams.h"
 #include "look/MarrowTheme.h"
+#include "support/DeadVolume.h"
 #include "support/TempTree.h"
 #include "support/WindowItems.h"
 #include "support/XServer.h"
@@ -83,7 +88,9 @@ QProcessEnvironment environmentFor(const XServer& server, const std::string& hom
 
 class Program {
  public:
-  Program(const XServer& server, const std::string& home) {
+  // `prepare` runs in the child, and may do what can be done between fork and exec.
+  Program(const XServer& server, const std::string& home, std::function<void()> prepare = {}) {
+    if (prepare) process_.setChildProcessModifier(std::move(prepare));
     process_.setProcessEnvironment(environmentFor(server, home, state_.path()));
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
     process_.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
@@ -94,6 +101,7 @@ class Program {
     process_.waitForFinished();
   }
   bool isRunning() const { return process_.state() == QProcess::Running; }
+  pid_t id() const { return static_cast<pid_t>(process_.processId()); }
 
  private:
   TempTree state_{"run/ mode=0700\n"};
@@ -237,6 +245,19 @@ TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
       return wrongAbout(screen, rect, twin_.grewPaths()).empty();
     });
   }));
+}
+
+TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
+  std::optional<Program> program;
+  DeadVolume dead;  // goes before the program, which cannot end while it waits
+  program.emplace(server_, home_.path(), [&dead] {
+    if (!dead.mountInChild()) _exit(1);
+  });
+  if (!dead.isMounted()) GTEST_SKIP() << "no file system can be mounted here";
+  // It asks the volume itself, and goes on waiting for it from here on.
+  EXPECT_TRUE(dead.isAskedBy(program->id()));
+  EXPECT_TRUE(showsIdleScreen());
+  EXPECT_TRUE(program->isRunning());
 }
 
 TEST(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {

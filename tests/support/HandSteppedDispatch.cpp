@@ -22,15 +22,18 @@ std::size_t HandSteppedDispatch::waiting(Queue queue) const {
 }
 
 bool HandSteppedDispatch::step(Queue queue) {
-  Work work;
-  {
-    const std::lock_guard lock(mutex_);
-    if (works(queue).empty()) return false;
-    work = std::move(works(queue).front());
-    works(queue).pop_front();
-  }
+  const Work work = take(queue);
+  if (!work) return false;
   work();
   return true;
+}
+
+Dispatch::Work HandSteppedDispatch::take(Queue queue) {
+  const std::lock_guard lock(mutex_);
+  if (works(queue).empty()) return {};
+  Work work = std::move(works(queue).front());
+  works(queue).pop_front();
+  return work;
 }
 
 std::size_t HandSteppedDispatch::drain(Queue queue) {

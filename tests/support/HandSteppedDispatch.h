@@ -28,6 +28,10 @@ class HandSteppedDispatch final : public Dispatch {
   // Runs the oldest piece of work of `queue`; false if there was none.
   bool step(Queue queue);
 
+  // Takes the oldest piece of work off `queue` without running it, as a worker does that hangs in
+  // it. Null if there was none. Whoever has it may run it later.
+  Work take(Queue queue);
+
   // Steps through `queue` until it is empty, with what that work adds to it. Returns the number of
   // steps.
   std::size_t drain(Queue queue);

@@ -39,6 +39,19 @@ TEST(HandSteppedDispatch, runs_nothing_of_its_own_accord) {
   for (const Queue queue : allQueues) EXPECT_EQ(dispatch.waiting(queue), 1u);
 }
 
+TEST(HandSteppedDispatch, hands_out_the_oldest_work_without_running_it) {
+  HandSteppedDispatch dispatch;
+  std::string ran;
+  dispatch.async(Queue::utility, [&] { ran += 'a'; });
+  dispatch.async(Queue::utility, [&] { ran += 'b'; });
+  const Dispatch::Work work = dispatch.take(Queue::utility);
+  dispatch.drainAll();
+  EXPECT_EQ(ran, "b");
+  work();
+  EXPECT_EQ(ran, "ba");
+  EXPECT_EQ(dispatch.take(Queue::utility), nullptr);
+}
+
 TEST(HandSteppedDispatch, takes_one_step_on_the_queue_it_is_told) {
   HandSteppedDispatch dispatch;
   std::string ran;

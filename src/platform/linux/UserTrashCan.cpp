@@ -1,15 +1,11 @@
 #include "platform/linux/UserTrashCan.h"
 
-#include <cerrno>
-#include <fcntl.h>
-#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "platform/linux/trash/CountItems.h"
 #include "platform/linux/trash/EmptyTrashFolder.h"
-#include "platform/linux/trash/FolderEntries.h"
 #include "platform/linux/trash/InfoReserve.h"
-#include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/UserTrashFolders.h"
 
 namespace tessaly {
@@ -19,11 +15,9 @@ Result<std::int64_t> UserTrashCan::count() {
   if (!folders.errors.empty()) return folders.errors.front();
   std::int64_t count = 0;
   for (const UserTrashFolder& trash : folders.all) {
-    const FileDescriptor files = openFolder(trash.folder, "files", O_RDONLY);
-    if (!files && (errno == ENOENT || errno == ENOTDIR || errno == ELOOP)) continue;
-    const int code =
-        files ? forEachEntry(files, [&](std::string_view, unsigned char) { ++count; }) : errno;
-    if (code != 0) return SystemError::fromErrno(code, trash.path);
+    const Result<std::int64_t> items = countItems(trash);
+    if (!items) return items.error();
+    count += items.value();
   }
   return count;
 }

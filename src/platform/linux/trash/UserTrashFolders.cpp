@@ -36,9 +36,19 @@ class Search {
  public:
   explicit Search(const TrashPlace& place) : place_(place) {}
 
-  UserTrashFolders run() {
+  UserTrashFolders everywhere() {
     lookInHome();
     lookOnMounts();
+    return std::move(found_);
+  }
+
+  UserTrashFolders inHome() {
+    lookInHome();
+    return std::move(found_);
+  }
+
+  UserTrashFolders on(const std::string& point) {
+    lookAtTop(point);
     return std::move(found_);
   }
 
@@ -102,7 +112,15 @@ class Search {
 }  // namespace
 
 UserTrashFolders userTrashFolders(const TrashPlace& place) {
-  return Search(place).run();
+  return Search(place).everywhere();
+}
+
+UserTrashFolders homeTrashFolder(const TrashPlace& place) {
+  return Search(place).inHome();
+}
+
+UserTrashFolders trashFoldersOn(const TrashPlace& place, const std::string& point) {
+  return Search(place).on(point);
 }
 
 }  // namespace tessaly

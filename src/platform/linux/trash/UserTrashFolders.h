@@ -31,4 +31,9 @@ struct UserTrashFolders {
 // that does not let the user look at its top has none.
 UserTrashFolders userTrashFolders(const TrashPlace& place);
 
+// Those of them in the home, and at the top of the file system mounted on `point`. Looking there
+// may block for as long as that file system takes.
+UserTrashFolders homeTrashFolder(const TrashPlace& place);
+UserTrashFolders trashFoldersOn(const TrashPlace& place, const std::string& point);
+
 }  // namespace tessaly

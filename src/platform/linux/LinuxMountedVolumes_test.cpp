@@ -1,0 +1,132 @@
+#include "platform/linux/LinuxMountedVolumes.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/PrivateMounts.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A list of mounts written for the test, and a home.
+class LinuxMountedVolumesTest : public testing::Test {
+ protected:
+  LinuxMountedVolumes volumes(const std::string& mountinfo) const {
+    std::ofstream(tree_.at("mountinfo")) << mountinfo;
+    return LinuxMountedVolumes({.homeTrash = tree_.at("home/Trash"),
+                                .mountinfo = tree_.at("mountinfo"),
+                                .user = getuid()});
+  }
+
+  std::vector<std::string> listed(const std::string& mountinfo) const {
+    const Result<std::vector<MountedVolume>> all = volumes(mountinfo).list();
+    EXPECT_TRUE(all.ok());
+    std::vector<std::string> paths;
+    for (const MountedVolume& volume : all.value()) paths.push_back(volume.path);
+    return paths;
+  }
+
+  TempTree tree_;
+};
+
+TEST_F(LinuxMountedVolumesTest, lists_what_is_mounted_in_its_order) {
+  const Result<std::vector<MountedVolume>> all =
+      volumes("22 1 8:1 / / rw - ext4 d rw\n30 22 8:2 /a /home rw - xfs e rw\n").list();
+  ASSERT_TRUE(all.ok());
+  EXPECT_THAT(all.value(), ElementsAre(MountedVolume{22, "/", "8:1", "/"},
+                                       MountedVolume{30, "/home", "8:2", "/a"}));
+}
+
+TEST_F(LinuxMountedVolumesTest, keeps_names_with_blanks_and_those_that_are_no_text) {
+  EXPECT_THAT(listed("22 1 8:1 / / rw - ext4 d rw\n"
+                     "30 22 8:2 / /media/caf\xe9 rw - vfat e rw\n"
+                     "31 22 8:3 / /media/My\\040Disk rw - vfat f rw\n"),
+              ElementsAre("/", "/media/caf\xe9", "/media/My Disk"));
+}
+
+TEST_F(LinuxMountedVolumesTest, leaves_out_what_is_hidden_and_what_holds_no_files) {
+  EXPECT_THAT(listed("22 1 8:1 / / rw - ext4 d rw\n"
+                     "30 22 8:2 / /mnt/a rw - xfs e rw\n"
+                     "31 30 8:3 / /mnt/a rw - xfs f rw\n"
+                     "32 22 0:5 / /proc rw - proc proc rw\n"
+                     "33 22 0:6 / /net rw - autofs none rw\n"),
+              ElementsAre("/", "/mnt/a"));
+}
+
+TEST_F(LinuxMountedVolumesTest, fails_without_the_list) {
+  LinuxMountedVolumes volumes({.homeTrash = "", .mountinfo = tree_.at("missing"), .user = 0});
+  ASSERT_FALSE(volumes.list().ok());
+  EXPECT_EQ(volumes.list().error().path, tree_.at("missing"));
+}
+
+TEST_F(LinuxMountedVolumesTest, counts_the_trash_of_the_home_and_of_a_volume_apart) {
+  const std::string user = std::to_string(getuid());
+  tree_.plant("home/\n  Trash/\n    files/\n      a\n      b\none/\n  .Trash-" + user +
+              "/\n    files/\n      c\ntwo/\n");
+  LinuxMountedVolumes all = volumes("");
+  const auto inHome = all.trashInHome();
+  const auto onOne = all.trashOn({1, tree_.at("one"), "8:1", "/"});
+  const auto onTwo = all.trashOn({2, tree_.at("two"), "8:2", "/"});
+  ASSERT_TRUE(inHome.ok() && onOne.ok() && onTwo.ok());
+  struct stat status {};
+  ASSERT_EQ(stat(tree_.at("home/Trash").c_str(), &status), 0);
+  EXPECT_THAT(inHome.value(), ElementsAre(CountedTrash{status.st_dev, status.st_ino, 2}));
+  ASSERT_EQ(onOne.value().size(), 1U);
+  EXPECT_EQ(onOne.value()[0].items, 1);
+  EXPECT_THAT(onTwo.value(), IsEmpty());
+}
+
+TEST_F(LinuxMountedVolumesTest, has_no_trash_where_nothing_was_thrown_away) {
+  const auto inHome = volumes("").trashInHome();
+  ASSERT_TRUE(inHome.ok());
+  EXPECT_THAT(inHome.value(), IsEmpty());
+}
+
+TEST(LinuxMountedVolumesOfMachine, have_figures_while_they_are_mounted) {
+  const TempTree tree("disk/\n");
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    if (mount("tmpfs", tree.at("disk").c_str(), "tmpfs", 0, "size=8M") != 0) return refusal();
+    LinuxMountedVolumes volumes;
+    const Result<std::vector<MountedVolume>> all = volumes.list();
+    if (!all.ok()) return "no list";
+    for (const MountedVolume& volume : all.value()) {
+      if (volume.path != tree.at("disk")) continue;
+      const Result<VolumeFigures> figures = volumes.figures(volume);
+      if (!figures.ok()) return figures.error().description();
+      if (figures.value().total != 8 << 20) return "another size";
+      if (figures.value().used + figures.value().free != 8 << 20) return "figures do not add up";
+      if (mount("tmpfs", tree.at("disk").c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+      if (volumes.figures(volume).ok()) return "figures of another one";
+      if (umount(tree.at("disk").c_str()) != 0) return refusal();
+      if (!volumes.figures(volume).ok()) return "no figures any more";
+      if (umount(tree.at("disk").c_str()) != 0) return refusal();
+      return volumes.figures(volume).ok() ? "figures of what is gone" : "";
+    }
+    return "not listed";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+  EXPECT_EQ(told, "");
+}
+
+TEST(MountedVolume, shows_what_lies_in_its_folder_of_the_same_device) {
+  const MountedVolume whole{1, "/a", "8:1", "/"};
+  const MountedVolume part{2, "/b", "8:1", "/x"};
+  const MountedVolume near{3, "/c", "8:1", "/xy"};
+  const MountedVolume other{4, "/d", "8:2", "/x"};
+  EXPECT_TRUE(whole.shows(part));
+  EXPECT_FALSE(part.shows(whole));
+  EXPECT_TRUE(part.shows(part));
+  EXPECT_FALSE(part.shows(near));
+  EXPECT_FALSE(whole.shows(other));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,182 @@
+// Figures of the machine that come later than they are asked for, or never.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+#include <QObject>
+#include <QSignalSpy>
+
+#include "session/ScanSession.h"
+#include "session/StatusBar.h"
+#include "support/FakeMachine.h"
+#include "support/FakeVolumes.h"
+#include "support/HeldFigures.h"
+#include "system/MountFigures.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr DiskUsage usage{.total = 100, .used = 95, .free = 5, .usedPercent = 95};
+const std::vector<VolumeMount> stick = {{"stick", "/media/stick", 200, 25}};
+
+DiskNode tree() {
+  DiskNode::Fields fields;
+  fields.name = "music";
+  fields.path = "/media/stick/music";
+  fields.size = 1;
+  fields.isDir = true;
+  return DiskNode(fields);
+}
+
+class LateFigures : public testing::Test {
+ protected:
+  LateFigures() {
+    ScanSession::Services services = machine_.services("/home/user");
+    services.walk = [](const auto&, const auto&, const auto&) { return tree(); };
+    services.figures = &figures_;
+    session_ = std::make_unique<ScanSession>(services);
+  }
+
+  void scan() {
+    session_->scan("/media/stick/music");
+    machine_.dispatch.drainAll();
+  }
+
+  FakeMachine machine_;
+  HeldFigures figures_;
+  std::unique_ptr<ScanSession> session_;
+};
+
+TEST_F(LateFigures, the_session_starts_without_them_and_takes_them_when_they_come) {
+  EXPECT_EQ(session_->disk(), DiskUsage());
+  EXPECT_THAT(session_->volumes(), IsEmpty());
+  const QSignalSpy disk(session_.get(), &ScanSession::diskChanged);
+  const QSignalSpy volumes(session_.get(), &ScanSession::volumesChanged);
+  HeldFigures::answer(figures_.disk, usage);
+  HeldFigures::answer(figures_.volumes, stick);
+  EXPECT_EQ(session_->disk(), usage);
+  EXPECT_EQ(session_->volumes(), stick);
+  EXPECT_EQ(disk.count(), 1);
+  EXPECT_EQ(volumes.count(), 1);
+}
+
+TEST_F(LateFigures, the_start_asks_for_the_disk_and_the_volumes_and_for_nothing_else) {
+  EXPECT_THAT(figures_.disk, SizeIs(1));
+  EXPECT_THAT(figures_.volumes, SizeIs(1));
+  EXPECT_THAT(figures_.trashCount, IsEmpty());
+  HeldFigures::answer(figures_.disk, usage);
+  EXPECT_THAT(machine_.icon.badges, IsEmpty());
+  EXPECT_THAT(machine_.notifications.posted, IsEmpty());
+}
+
+TEST_F(LateFigures, a_scan_is_complete_before_them) {
+  HeldFigures::answer(figures_.volumes, stick);
+  scan();
+  EXPECT_EQ(session_->status(), ScanStatus::complete);
+  EXPECT_THAT(session_->stack(), SizeIs(1));
+  EXPECT_EQ(machine_.icon.attentionRequests, 1);
+  EXPECT_THAT(figures_.volumes, SizeIs(1));
+  // The old ones stay meanwhile.
+  EXPECT_EQ(session_->volumes(), stick);
+  EXPECT_EQ(session_->currentVolumeName(), "stick");
+  HeldFigures::answer(figures_.volumes, {});
+  EXPECT_THAT(session_->volumes(), IsEmpty());
+}
+
+TEST_F(LateFigures, badge_and_warning_follow_the_answer) {
+  session_->refreshDisk();
+  EXPECT_THAT(machine_.icon.badges, IsEmpty());
+  EXPECT_THAT(machine_.notifications.posted, IsEmpty());
+  HeldFigures::answer(figures_.disk, usage);
+  EXPECT_THAT(machine_.icon.badges, ElementsAre("95%"));
+  EXPECT_THAT(machine_.notifications.posted, SizeIs(1));
+}
+
+TEST_F(LateFigures, what_is_never_answered_stays_as_it_was) {
+  session_->refreshDisk();
+  HeldFigures::answer(figures_.disk, usage);
+  HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
+  session_->refreshDisk();
+  scan();
+  EXPECT_EQ(session_->disk(), usage);
+  EXPECT_EQ(session_->trashCount(), 3);
+}
+
+TEST_F(LateFigures, one_that_does_not_come_holds_up_no_other) {
+  session_->refreshDisk();
+  HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
+  EXPECT_EQ(session_->trashCount(), 3);
+  EXPECT_EQ(session_->disk(), DiskUsage());
+}
+
+TEST_F(LateFigures, an_answer_to_a_session_that_is_gone_is_dropped) {
+  session_->refreshDisk();
+  session_.reset();
+  HeldFigures::answer(figures_.disk, usage);
+  HeldFigures::answer(figures_.volumes, stick);
+  HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
+  EXPECT_THAT(machine_.icon.badges, IsEmpty());
+  EXPECT_THAT(machine_.notifications.posted, IsEmpty());
+}
+
+TEST_F(LateFigures, whoever_is_told_of_an_answer_may_end_the_session) {
+  QObject::connect(session_.get(), &ScanSession::diskChanged, [this] { session_.reset(); });
+  HeldFigures::answer(figures_.disk, usage);
+  EXPECT_EQ(session_, nullptr);
+}
+
+TEST_F(LateFigures, the_status_bar_shows_them_when_they_come) {
+  StatusBar bar(*session_, machine_.loginItem, machine_.statusBar,
+                {.showMainWindow = [] {}, .activate = [] {}, .quit = [] {}});
+  EXPECT_EQ(machine_.statusBar.label.text, "0%");
+  HeldFigures::answer(figures_.disk, usage);
+  EXPECT_EQ(machine_.statusBar.label.text, "95%");
+}
+
+// The same over mounts, one of which hangs.
+TEST(DeadVolume, is_in_the_list_of_a_session_that_never_waits_for_it) {
+  FakeMachine machine;
+  const auto volumes = std::make_shared<FakeVolumes>();
+  volumes->mount("/mnt/dead", VolumeFigures{.total = 100, .used = 50, .free = 50});
+  volumes->mount("/", VolumeFigures{.total = 100, .used = 60, .free = 40});
+  MountFigures figures(
+      {.dispatch = machine.dispatch, .volumes = volumes, .volumeUsage = [] { return usage; }},
+      Places::forLinux());
+  ScanSession::Services services = machine.services("/home/user");
+  services.walk = [](const auto&, const auto&, const auto&) { return tree(); };
+  services.figures = &figures;
+  HandSteppedDispatch& dispatch = machine.dispatch;
+  using Queue = Dispatch::Queue;
+
+  ScanSession session(services);
+  EXPECT_EQ(dispatch.waiting(Queue::utility), 2U);  // the disk, and the list of mounts
+  EXPECT_TRUE(dispatch.step(Queue::utility) && dispatch.step(Queue::utility));
+  dispatch.drain(Queue::main);
+  EXPECT_EQ(session.disk(), usage);
+  const Dispatch::Work hanging = dispatch.take(Queue::utility);
+
+  session.scan("/media/stick/music");
+  session.refreshDisk();
+  dispatch.drainAll();
+  EXPECT_EQ(session.status(), ScanStatus::complete);
+  EXPECT_THAT(session.volumes(), IsEmpty());
+  dispatch.advance(MountFigures::volumePatience);
+  dispatch.drainAll();
+  EXPECT_THAT(session.volumes(), ElementsAre(VolumeMount{"dead", "/mnt/dead", 0, 0},
+                                             VolumeMount{"Macintosh HD", "/", 100, 60}));
+  EXPECT_THAT(volumes->asked, testing::Each("/"));
+
+  hanging();
+  session.scan("/media/stick/music");
+  dispatch.drainAll();
+  EXPECT_EQ(session.volumes()[0], (VolumeMount{"dead", "/mnt/dead", 100, 50}));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,47 @@
+// The figures of a system that tells its mounts itself. No tool is started, and nobody waits: each
+// file system is asked by itself, on a worker queue and for a few seconds at most.
+//
+// A volume that does not answer is listed without its figures, and what lies in its Trash does not
+// count. One that answers with an error is not listed.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include "platform/Dispatch.h"
+#include "platform/MountedVolumes.h"
+#include "platform/Places.h"
+#include "system/MachineFigures.h"
+
+namespace tessaly {
+
+class MountFigures final : public MachineFigures {
+ public:
+  using VolumeUsage = std::function<std::optional<DiskUsage>()>;
+
+  // For one volume.
+  static constexpr std::chrono::seconds diskPatience{5};
+  static constexpr std::chrono::seconds volumePatience{6};
+  static constexpr std::chrono::seconds trashPatience{6};
+
+  struct Machine {
+    Dispatch& dispatch;                       // outlives the object
+    std::shared_ptr<MountedVolumes> volumes;  // stays as long as one of them does not answer
+    VolumeUsage volumeUsage = {};             // DiskSpace::volumeUsage
+  };
+
+  explicit MountFigures(Machine machine, const Places& places = Places::current());
+  ~MountFigures() override;
+
+  void askDisk(Take<DiskUsage> take) override;
+  void askVolumes(Take<std::vector<VolumeMount>> take) override;
+  void askTrashCount(Take<std::int64_t> take) override;
+
+ private:
+  class Looks;
+
+  std::shared_ptr<Looks> looks_;
+};
+
+}  // namespace tessaly

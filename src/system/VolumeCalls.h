@@ -1,0 +1,65 @@
+// Questions to volumes, any of which may never answer.
+//
+// Each is asked on a worker queue, and given up when its time is over. A volume is asked one thing
+// at a time: while a question to it hangs, which cannot be ended, those that wait for it are given
+// up with it and new ones at once, so that a dead volume takes one thread and no more. Once it has
+// answered after all, it is asked again; the late answer itself is dropped.
+//
+// Main thread only. When the object goes, what it was to bring home is dropped.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/Dispatch.h"
+
+namespace tessaly {
+
+class VolumeCalls {
+ public:
+  // Whom a question goes to. Another number is another volume, also at the same place.
+  struct Volume {
+    std::uint64_t id = 0;
+    std::string path;
+
+    friend auto operator<=>(const Volume&, const Volume&) = default;
+  };
+
+  // Volumes that are asked at the same time, those that hang aside.
+  static constexpr std::size_t mostAtOnce = 4;
+
+  // `dispatch` outlives the object, and all questions under way.
+  explicit VolumeCalls(Dispatch& dispatch);
+  ~VolumeCalls();
+  VolumeCalls(const VolumeCalls&) = delete;
+  VolumeCalls& operator=(const VolumeCalls&) = delete;
+
+  // Runs `question` on a worker queue; it must not throw. `take` gets its answer on the main
+  // thread, after this call has returned, or nothing once `patience` is over.
+  template <class Answer>
+  void ask(Volume volume, std::chrono::milliseconds patience, std::function<Answer()> question,
+           std::function<void(std::optional<Answer>)> take) {
+    auto answer = std::make_shared<std::optional<Answer>>();
+    add(
+        std::move(volume), patience,
+        [answer, question = std::move(question)] { answer->emplace(question()); },
+        [answer, take = std::move(take)](bool isAnswered) {
+          take(isAnswered ? std::move(*answer) : std::nullopt);
+        });
+  }
+
+ private:
+  class Calls;
+
+  void add(Volume volume, std::chrono::milliseconds patience, Dispatch::Work question,
+           std::function<void(bool isAnswered)> end);
+
+  std::shared_ptr<Calls> calls_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,179 @@
+#include "system/VolumeCalls.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/HandSteppedDispatch.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Queue = Dispatch::Queue;
+using std::chrono::seconds;
+
+class VolumeCallsTest : public testing::Test {
+ protected:
+  // Asks `volume`, whose answer is `answer`; what comes home is noted.
+  void ask(const VolumeCalls::Volume& volume, int answer, seconds patience = seconds(6)) {
+    calls_->ask<int>(
+        volume, patience,
+        [this, answer] {
+          asked_.push_back(answer);
+          return answer;
+        },
+        [this, answer](std::optional<int> given) {
+          home_.push_back(std::to_string(answer) + (given == answer ? " answered" : " given up"));
+        });
+  }
+
+  HandSteppedDispatch dispatch_;
+  std::unique_ptr<VolumeCalls> calls_ = std::make_unique<VolumeCalls>(dispatch_);
+  std::vector<int> asked_;
+  std::vector<std::string> home_;
+  const VolumeCalls::Volume a_{1, "/a"};
+  const VolumeCalls::Volume b_{2, "/b"};
+};
+
+TEST_F(VolumeCallsTest, an_answer_comes_home_on_the_main_queue) {
+  ask(a_, 1);
+  EXPECT_THAT(asked_, IsEmpty());
+  dispatch_.step(Queue::utility);
+  EXPECT_THAT(asked_, ElementsAre(1));
+  EXPECT_THAT(home_, IsEmpty());
+  dispatch_.step(Queue::main);
+  EXPECT_THAT(home_, ElementsAre("1 answered"));
+  dispatch_.advance(seconds(60));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 answered"));
+}
+
+TEST_F(VolumeCallsTest, a_volume_that_hangs_holds_up_no_other) {
+  ask(a_, 1);
+  ask(b_, 2);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("2 answered"));
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("2 answered", "1 given up"));
+}
+
+TEST_F(VolumeCallsTest, a_volume_is_asked_one_thing_at_a_time) {
+  ask(a_, 1);
+  ask(a_, 2);
+  EXPECT_EQ(dispatch_.waiting(Queue::utility), 1U);
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 answered", "2 answered"));
+}
+
+TEST_F(VolumeCallsTest, what_waits_for_a_volume_that_hangs_is_given_up_with_it) {
+  ask(a_, 1);
+  ask(a_, 2);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 given up"));
+  EXPECT_THAT(asked_, IsEmpty());
+}
+
+TEST_F(VolumeCallsTest, a_volume_that_hangs_is_not_asked_again) {
+  ask(a_, 1);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  ask(a_, 2);
+  EXPECT_EQ(dispatch_.waiting(Queue::utility), 0U);
+  EXPECT_THAT(home_, ElementsAre("1 given up"));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 given up"));
+}
+
+TEST_F(VolumeCallsTest, a_volume_that_answers_late_is_asked_again) {
+  ask(a_, 1);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  hanging();
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up"));
+  ask(a_, 2);
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
+}
+
+TEST_F(VolumeCallsTest, what_is_mounted_in_the_place_of_one_that_hangs_is_asked) {
+  ask(a_, 1);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  ask({3, "/a"}, 2);
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
+}
+
+TEST_F(VolumeCallsTest, each_question_has_a_time_of_its_own) {
+  ask(a_, 1, seconds(5));
+  ask(b_, 2, seconds(9));
+  const auto one = dispatch_.take(Queue::utility);
+  const auto other = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(5));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up"));
+  other();
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
+}
+
+TEST_F(VolumeCallsTest, the_time_of_a_question_does_not_end_that_of_the_next) {
+  ask(a_, 1);
+  dispatch_.advance(seconds(5));
+  ask(a_, 2);
+  dispatch_.step(Queue::utility);
+  dispatch_.step(Queue::main);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(5));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 answered"));
+  dispatch_.advance(seconds(1));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 answered", "2 given up"));
+}
+
+TEST_F(VolumeCallsTest, a_few_are_asked_at_a_time_and_those_that_hang_make_room) {
+  std::vector<Dispatch::Work> hanging;
+  for (int i = 1; i <= 9; ++i) ask({static_cast<std::uint64_t>(i), "/v"}, i);
+  for (const int left : {5, 1}) {
+    EXPECT_EQ(dispatch_.waiting(Queue::utility), VolumeCalls::mostAtOnce) << left;
+    while (Dispatch::Work work = dispatch_.take(Queue::utility)) hanging.push_back(work);
+    dispatch_.advance(seconds(6));
+    dispatch_.drain(Queue::main);
+  }
+  EXPECT_EQ(home_.size(), 8U);
+  dispatch_.drainAll();
+  EXPECT_EQ(home_.back(), "9 answered");
+  for (const Dispatch::Work& work : hanging) work();
+  dispatch_.drainAll();
+  EXPECT_EQ(home_.size(), 9U);
+}
+
+TEST_F(VolumeCallsTest, nothing_comes_home_to_what_is_gone) {
+  ask(a_, 1);
+  ask(a_, 2);
+  ask(b_, 3);
+  dispatch_.step(Queue::utility);
+  const auto hanging = dispatch_.take(Queue::utility);
+  calls_.reset();
+  hanging();
+  dispatch_.advance(seconds(60));
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, IsEmpty());
+  EXPECT_THAT(asked_, ElementsAre(1, 3));
+}
+
+}  // namespace
+}  // namespace tessaly
