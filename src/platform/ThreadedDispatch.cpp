@@ -25,19 +25,32 @@ ThreadedDispatch::ThreadedDispatch(PostToMain postToMain)
       utility_({.name = "utility", .priority = WorkerQueue::Priority::low}) {}
 
 ThreadedDispatch::~ThreadedDispatch() {
+  dropDelayed();
+  if (timekeeper_.joinable()) timekeeper_.join();
+  // Work that still runs on one queue may hand over work to the other: both must have come to rest
+  // before either goes.
+  userInitiated_.stop();
+  utility_.stop();
+}
+
+void ThreadedDispatch::close() {
+  dropDelayed();
+  userInitiated_.close();
+  utility_.close();
+}
+
+bool ThreadedDispatch::isAtRest() const {
+  return userInitiated_.counts().busy == 0 && utility_.counts().busy == 0;
+}
+
+void ThreadedDispatch::dropDelayed() {
   DelayedWork dropped;
   {
     const std::lock_guard lock(delayedMutex_);
     stopping_ = true;
     std::swap(dropped, delayed_);
   }
-  dropped = {};
   delayedChanged_.notify_all();
-  if (timekeeper_.joinable()) timekeeper_.join();
-  // Work that still runs on one queue may hand over work to the other: both must have come to rest
-  // before either goes.
-  userInitiated_.stop();
-  utility_.stop();
 }
 
 void ThreadedDispatch::async(Queue queue, Work work) {

@@ -25,11 +25,20 @@ class ThreadedDispatch final : public Dispatch {
   // On the main thread, or at least on none of a worker queue.
   ~ThreadedDispatch() override;
 
+  // For a program that is about to end without the destructor: drops what has not begun on a worker
+  // queue or waits for its time, and what comes for the worker queues from now on. Does not wait
+  // for what runs. The main queue is left to its owner.
+  void close();
+
+  // Whether nothing runs on the worker queues. After close() this is true for good once it is.
+  bool isAtRest() const;
+
   void async(Queue queue, Work work) override;
   void after(std::chrono::milliseconds delay, Queue queue, Work work) override;
 
  private:
   void keepTime();
+  void dropDelayed();
 
   const PostToMain postToMain_;
   WorkerQueue userInitiated_;

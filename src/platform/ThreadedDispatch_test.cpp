@@ -83,6 +83,34 @@ TEST(ThreadedDispatch, drops_what_still_waits_for_its_time_at_its_end) {
   mainLoop.runPosted();
 }
 
+TEST(ThreadedDispatch, comes_to_rest_once_it_is_closed_and_what_runs_has_ended) {
+  MainLoop mainLoop;
+  ThreadedDispatch dispatch([&](Dispatch::Work work) { mainLoop.post(std::move(work)); });
+  EXPECT_TRUE(dispatch.isAtRest());
+  std::latch haveBegun(2);
+  std::latch held(1);
+  int begunLater = 0;
+  for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
+    dispatch.async(queue, [&, queue] {
+      haveBegun.count_down();
+      held.wait();
+      dispatch.async(queue, [&] { ++begunLater; });
+      dispatch.after(std::chrono::milliseconds(0), queue, [&] { ++begunLater; });
+    });
+  }
+  haveBegun.wait();
+  auto token = std::make_shared<int>();
+  const std::weak_ptr<int> watched = token;
+  dispatch.after(std::chrono::hours(1), Queue::main, [token = std::move(token)] {});
+
+  dispatch.close();
+  EXPECT_TRUE(watched.expired());
+  EXPECT_FALSE(dispatch.isAtRest());
+  held.count_down();
+  while (!dispatch.isAtRest()) std::this_thread::yield();
+  EXPECT_EQ(begunLater, 0);
+}
+
 TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
   MainLoop mainLoop;
   std::latch haveBegun(2);

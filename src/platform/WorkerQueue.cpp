@@ -92,7 +92,7 @@ void WorkerQueue::retire(Threads::iterator self, std::unique_lock<std::mutex>& l
   if (previous.joinable()) previous.join();
 }
 
-void WorkerQueue::stop() {
+void WorkerQueue::close() {
   std::deque<Dispatch::Work> dropped;
   {
     const std::lock_guard lock(mutex_);
@@ -100,7 +100,10 @@ void WorkerQueue::stop() {
     dropped.swap(waiting_);
   }
   wake_.notify_all();
-  dropped.clear();
+}
+
+void WorkerQueue::stop() {
+  close();
   // From here on the list of threads stays as it is: none starts and none retires.
   for (std::thread& thread : threads_) thread.join();
   threads_.clear();

@@ -46,10 +46,14 @@ class WorkerQueue {
   WorkerQueue(const WorkerQueue&) = delete;
   WorkerQueue& operator=(const WorkerQueue&) = delete;
 
-  // Runs `work` as soon as a thread is free for it. After stop() it is dropped.
+  // Runs `work` as soon as a thread is free for it. After close() it is dropped.
   void async(Dispatch::Work work);
 
-  // Drops the work that has not begun, waits until what runs has ended, and joins all threads.
+  // Drops the work that has not begun, and all that comes from now on. Does not wait for what runs,
+  // which counts() goes on to tell.
+  void close();
+
+  // Closes the queue, waits until what runs has ended, and joins all threads.
   void stop();
 
   Counts counts() const;

@@ -51,6 +51,31 @@ TEST(WorkerQueue, grows_while_its_work_blocks) {
   EXPECT_TRUE(allBegun.try_wait());
 }
 
+TEST(WorkerQueue, drops_what_has_not_begun_when_it_is_closed_and_waits_for_nothing) {
+  std::atomic<int> begun = 0;
+  std::latch held(1);
+  std::latch hasBegun(1);
+  {
+    WorkerQueue queue({.name = "test", .maxThreads = 1});
+    queue.async([&] {
+      ++begun;
+      hasBegun.count_down();
+      held.wait();
+    });
+    queue.async([&] { ++begun; });
+    hasBegun.wait();
+    // The piece that runs ends only after this.
+    queue.close();
+    EXPECT_EQ(queue.counts().busy, 1u);
+    EXPECT_EQ(queue.counts().waiting, 0u);
+    queue.async([&] { ++begun; });
+    EXPECT_EQ(queue.counts().waiting, 0u);
+    held.count_down();
+    waitUntilNoneIsBusy(queue);
+  }
+  EXPECT_EQ(begun, 1);
+}
+
 TEST(WorkerQueue, gives_new_work_to_a_thread_that_is_free) {
   WorkerQueue queue({.name = "test"});
   std::set<std::thread::id> threads;

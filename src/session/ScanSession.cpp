@@ -41,6 +41,10 @@ ScanSession::ScanSession(Services services, QObject* parent)
 }
 
 ScanSession::~ScanSession() {
+  end();
+}
+
+void ScanSession::end() {
   sessionEnded_->set();
   giveUpZips();
   if (watchEnded_) watchEnded_->set();

@@ -116,9 +116,12 @@ class ScanSession : public QObject {
   // Brings back what the last run has left: settings, and the last tree with all that goes with it.
   // Asks how full the disk is and what is mounted.
   explicit ScanSession(Services services, QObject* parent = nullptr);
-  // Stops the walks, the watch and the archives that still run, without waiting for them; what they
-  // bring home is dropped.
+  // Ends.
   ~ScanSession() override;
+
+  // Stops the walks, the watch and the archives that still run, without waiting for them; what they
+  // bring home is dropped. For a program that is about to end; not to be used on afterwards.
+  void end();
 
   // Scanning.
   void scan(const std::string& root);

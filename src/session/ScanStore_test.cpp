@@ -5,8 +5,10 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include "platform/SizeLimit.h"
 #include "support/ForkedChild.h"
 #include "support/MemorySettings.h"
 #include "support/PlainFiles.h"
@@ -54,6 +56,25 @@ TEST_F(ScanStoreFiles, names_and_forms_are_as_they_always_were) {
             "{\"name\":\"t\",\"path\":\"/t\",\"size\":3,\"isDir\":true,\"kind\":\"folder\","
             "\"children\":[{\"name\":\"\U0010FFFF\",\"path\":\"/t/\U0010FFFF\",\"size\":2,"
             "\"isDir\":false,\"kind\":\"video\",\"children\":[]}],\"mtime\":1700000000.5}");
+}
+
+TEST_F(ScanStoreFiles, what_is_too_large_for_the_limit_on_files_leaves_the_old_ones) {
+  ScanStore::saveTree(sampleTree(), folder);
+  ScanStore::saveSizes({{"/t", 3}}, "/t", folder);
+  EXPECT_EQ(
+      inForkedChild([&]() -> std::string {
+        SizeLimit::failWritesBeyond();
+        const rlimit limit{500, 500};
+        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return "no limit";
+        const std::string name(2000, 'n');
+        ScanStore::saveTree(DiskNode({name, "/" + name, 3, false, FileKind::other, {}}), folder);
+        ScanStore::saveSizes({{"/" + name, 3}}, "/t", folder);
+        return "";
+      }),
+      "");
+  EXPECT_EQ(ScanStore::loadTree(folder), sampleTree());
+  EXPECT_EQ(ScanStore::loadSizes("/t", folder), (PathSizes{{"/t", 3}}));
+  EXPECT_THAT(entriesOf(folder), ElementsAre("last-tree.json", "sizes_t.json"));
 }
 
 TEST_F(ScanStoreFiles, what_was_saved_is_loaded) {

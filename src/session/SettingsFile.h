@@ -36,6 +36,10 @@ class SettingsFile final : public SettingsStore {
 
   void remove(std::string_view key) override;
 
+  // Writes nothing more: what is changed from now on holds for this run only. For a program that
+  // makes room for another one, which reads the file.
+  void close() { mayWrite_ = false; }
+
  private:
   std::optional<SettingsValue> value(std::string_view key) const override;
   void set(std::string_view key, SettingsValue value) override;

@@ -5,10 +5,12 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "platform/SizeLimit.h"
 #include "support/ForkedChild.h"
 #include "support/PlainFiles.h"
 #include "support/SettingsContract.h"
@@ -105,6 +107,41 @@ TEST_F(SettingsFileTest, a_value_that_is_there_already_is_not_written_again) {
   EXPECT_FALSE(fs::exists(path));
   settings.setText("a", "2");
   EXPECT_TRUE(fs::exists(path));
+}
+
+TEST_F(SettingsFileTest, what_is_too_large_for_the_limit_on_files_leaves_the_old_file) {
+  SettingsFile(path).setText("a", "old");
+  const std::string before = contentOf(path);
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              SizeLimit::failWritesBeyond();
+              const rlimit limit{500, 500};
+              if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return "no limit";
+              SettingsFile settings(path);
+              settings.setText("b", std::string(2000, 'x'));
+              if (contentOf(path) != before) return "the old file is gone";
+              // It holds for this run, and what fits is written again.
+              if (settings.text("b") != std::string(2000, 'x')) return "the new value is lost";
+              settings.setText("b", "new");
+              return contentOf(path) == before ? "no way on" : "";
+            }),
+            "");
+  EXPECT_EQ(nextRun().text("a"), "old");
+  EXPECT_EQ(nextRun().text("b"), "new");
+  EXPECT_THAT(entriesOf(tree.path()), ElementsAre("settings.json"));
+}
+
+TEST_F(SettingsFileTest, nothing_is_written_once_it_is_closed) {
+  SettingsFile settings(path);
+  settings.setText("a", "1");
+  settings.close();
+  // As the instance does that comes next.
+  SettingsFile(path).setText("a", "2");
+  settings.setText("a", "3");
+  settings.setBoolean("b", true);
+  settings.remove("a");
+  EXPECT_EQ(nextRun().text("a"), "2");
+  EXPECT_EQ(nextRun().boolean("b"), std::nullopt);
+  EXPECT_EQ(settings.boolean("b"), true);
 }
 
 TEST_F(SettingsFileTest, only_the_user_may_read_it) {

@@ -1,0 +1,56 @@
+#include "platform/GuardedTrashMover.h"
+
+#include <cerrno>
+#include <utility>
+
+namespace tessaly {
+
+// One move, from its beginning to its end; not open when there is to be none.
+class GuardedTrashMover::Passage {
+ public:
+  explicit Passage(GuardedTrashMover& guard) : guard_(guard) {
+    const std::lock_guard lock(guard_.mutex_);
+    isOpen_ = !guard_.isClosed_;
+    if (isOpen_) ++guard_.moving_;
+  }
+  ~Passage() {
+    if (!isOpen_) return;
+    const std::lock_guard lock(guard_.mutex_);
+    --guard_.moving_;
+  }
+  Passage(const Passage&) = delete;
+  Passage& operator=(const Passage&) = delete;
+
+  bool isOpen() const { return isOpen_; }
+
+ private:
+  GuardedTrashMover& guard_;
+  bool isOpen_ = false;
+};
+
+GuardedTrashMover::GuardedTrashMover(std::unique_ptr<TrashMover> mover)
+    : mover_(std::move(mover)) {}
+
+void GuardedTrashMover::close() {
+  const std::lock_guard lock(mutex_);
+  isClosed_ = true;
+}
+
+bool GuardedTrashMover::isMoving() const {
+  const std::lock_guard lock(mutex_);
+  return moving_ > 0;
+}
+
+Result<std::string> GuardedTrashMover::moveToTrash(const std::string& path) {
+  const Passage passage(*this);
+  if (!passage.isOpen()) return SystemError::fromErrno(ECANCELED, path);
+  return mover_->moveToTrash(path);
+}
+
+Outcome GuardedTrashMover::putBack(const std::string& trashPath, const std::string& original) {
+  const Passage passage(*this);
+  if (!passage.isOpen()) return SystemError::fromErrno(ECANCELED, original);
+  return mover_->putBack(trashPath, original);
+}
+
+}  // namespace tessaly

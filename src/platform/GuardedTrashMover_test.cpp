@@ -1,0 +1,85 @@
+#include "platform/GuardedTrashMover.h"
+
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <latch>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace tessaly {
+namespace {
+
+// Has begun a move when it says so, and ends it when it is let go.
+class SlowMover final : public TrashMover {
+ public:
+  Result<std::string> moveToTrash(const std::string& path) override {
+    take();
+    return "/trash" + path;
+  }
+  Outcome putBack(const std::string&, const std::string&) override {
+    take();
+    return succeeded();
+  }
+
+  std::latch begun{1};
+  std::latch go{1};
+  int taken = 0;
+
+ private:
+  void take() {
+    ++taken;
+    begun.count_down();
+    go.wait();
+  }
+};
+
+class GuardedTrashMoverTest : public testing::Test {
+ protected:
+  GuardedTrashMoverTest() {
+    auto mover = std::make_unique<SlowMover>();
+    slow_ = mover.get();
+    guard_ = std::make_unique<GuardedTrashMover>(std::move(mover));
+  }
+
+  SlowMover* slow_ = nullptr;
+  std::unique_ptr<GuardedTrashMover> guard_;
+};
+
+TEST_F(GuardedTrashMoverTest, moves_as_the_mover_does) {
+  slow_->go.count_down();
+  EXPECT_EQ(guard_->moveToTrash("/a").value(), "/trash/a");
+}
+
+TEST_F(GuardedTrashMoverTest, tells_of_a_move_until_it_has_ended) {
+  EXPECT_FALSE(guard_->isMoving());
+  bool hasMoved = false;
+  std::thread worker([&] { hasMoved = guard_->moveToTrash("/a").ok(); });
+  slow_->begun.wait();
+  EXPECT_TRUE(guard_->isMoving());
+  // Closing does not take it back.
+  guard_->close();
+  EXPECT_TRUE(guard_->isMoving());
+  slow_->go.count_down();
+  worker.join();
+  EXPECT_FALSE(guard_->isMoving());
+  EXPECT_TRUE(hasMoved);
+}
+
+TEST_F(GuardedTrashMoverTest, begins_no_move_once_it_is_closed) {
+  slow_->go.count_down();
+  guard_->close();
+  const auto moved = guard_->moveToTrash("/a");
+  ASSERT_FALSE(moved.ok());
+  EXPECT_EQ(moved.error().code, ECANCELED);
+  EXPECT_EQ(moved.error().path, "/a");
+  const Outcome back = guard_->putBack("/trash/a", "/a");
+  ASSERT_FALSE(back.ok());
+  EXPECT_EQ(back.error().code, ECANCELED);
+  EXPECT_EQ(slow_->taken, 0);
+  EXPECT_FALSE(guard_->isMoving());
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,18 @@
+// The connections of this process to other programs: the display, the message bus.
+//
+// They end with the process, but only once all its threads have ended, and one that the kernel
+// holds, on a network folder that does not answer say, may take for ever. Until then the other ends
+// believe that the program is there: its icon stays in the panel, its windows on the screen.
+#pragma once
+
+namespace tessaly::OwnConnections {
+
+// Ends all connections by socket that this process has opened, at once for the other ends, but for
+// the one of descriptor `spared` (-1 for none). What had been sent arrives. Standard streams and
+// connections that the process was started with are left alone: others use them too.
+//
+// Whoever uses such a connection afterwards, on whatever thread, finds it broken. So it is for a
+// program that is about to end.
+void shutDown(int spared = -1);
+
+}  // namespace tessaly::OwnConnections

@@ -1,0 +1,88 @@
+#include "platform/OwnConnections.h"
+
+#include <array>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "support/Descriptor.h"
+#include "support/ForkedChild.h"
+
+namespace tessaly {
+namespace {
+
+struct Pair {
+  explicit Pair(int flags = SOCK_CLOEXEC) {
+    int ends[2] = {-1, -1};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | flags, 0, ends) != 0) return;
+    ours = Descriptor(ends[0]);
+    theirs = Descriptor(ends[1]);
+    // The other end stands for one in another process, where shutting down has to reach it.
+    ::fcntl(theirs.get(), F_SETFD, 0);
+  }
+
+  // What the other end reads: everything up to the end of the connection, or "open" where it has
+  // not ended.
+  std::string read() const {
+    std::string text;
+    std::array<char, 64> buffer{};
+    while (true) {
+      const ssize_t count = ::recv(theirs.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+      if (count < 0) return text + "open";
+      if (count == 0) return text;
+      text.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+  }
+
+  Descriptor ours;
+  Descriptor theirs;
+};
+
+// In a process of its own, where there are no connections of the test's.
+TEST(OwnConnections, end_for_the_other_side_after_what_was_sent) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              const Pair pair;
+              if (::send(pair.ours.get(), "last", 4, 0) != 4) return "not sent";
+              OwnConnections::shutDown();
+              return pair.read();
+            }),
+            "last");
+}
+
+TEST(OwnConnections, leave_out_the_one_that_is_spared) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              const Pair one;
+              const Pair other;
+              OwnConnections::shutDown(one.ours.get());
+              return one.read() + " " + other.read();
+            }),
+            "open ");
+}
+
+TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              // As it is with a descriptor that has survived the start of a program.
+              const Pair inherited(0);
+              const Pair standard;
+              if (::dup2(standard.ours.get(), STDERR_FILENO) < 0) return "no standard stream";
+              const Pair own;
+              OwnConnections::shutDown(standard.ours.get());
+              return inherited.read() + " " + standard.read() + " " + own.read();
+            }),
+            "open open ");
+}
+
+TEST(OwnConnections, are_no_files) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              int ends[2] = {-1, -1};
+              if (::pipe2(ends, O_CLOEXEC) != 0) return "no pipe";
+              OwnConnections::shutDown();
+              return ::write(ends[1], "x", 1) == 1 ? "" : "broken pipe";
+            }),
+            "");
+}
+
+}  // namespace
+}  // namespace tessaly
