@@ -1,5 +1,7 @@
 #include "app/desktop/Display.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -8,8 +10,12 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
+#include <QCoreApplication>
 #include <QDir>
-#include <QLibraryInfo>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
 
 namespace tessaly {
 
@@ -27,9 +33,42 @@ bool xServerAnswers() {
   return answers;
 }
 
-bool qtSpeaksWayland() {
-  const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
-  return !plugins.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+std::string lowerCase(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return lower;
+}
+
+// Where Qt looks for its platforms.
+QStringList pluginFolders() {
+  QStringList folders;
+  if (const std::string own = environment("QT_QPA_PLATFORM_PLUGIN_PATH"); !own.empty())
+    folders << QFile::decodeName(QByteArray::fromStdString(own));
+  for (const QString& path : QCoreApplication::libraryPaths())
+    folders << path + QStringLiteral("/platforms");
+  return folders;
+}
+
+// By what the plugins say of themselves; none is loaded.
+std::vector<std::string> installedPlatforms() {
+  std::vector<std::string> platforms;
+  for (const QString& folder : pluginFolders()) {
+    const QDir plugins(folder);
+    for (const QString& file : plugins.entryList(QDir::Files)) {
+      const QJsonObject facts = QPluginLoader(plugins.filePath(file)).metaData();
+      const QJsonArray names = facts.value(QStringLiteral("MetaData"))
+                                   .toObject()
+                                   .value(QStringLiteral("Keys"))
+                                   .toArray();
+      for (const auto& name : names) platforms.push_back(lowerCase(name.toString().toStdString()));
+    }
+  }
+  return platforms;
+}
+
+bool isWayland(std::string_view platform) {
+  return platform.starts_with("wayland");
 }
 
 bool waylandServerAnswers() {
@@ -49,36 +88,61 @@ bool waylandServerAnswers() {
   return answers;
 }
 
+// Qt does not mind the case of the name. What stands behind ":" are options.
+std::string nameOf(std::string_view platform) {
+  return lowerCase(platform.substr(0, platform.find(':')));
+}
+
+bool isInstalled(std::string_view name, const DisplayFacts& facts) {
+  return std::ranges::find(facts.installed, name) != facts.installed.end();
+}
+
 bool reached(std::string_view platform, const DisplayFacts& facts) {
-  const std::string_view name = platform.substr(0, platform.find(':'));
-  if (name.empty()) return false;
+  const std::string name = nameOf(platform);
+  if (!facts.requested.empty() && !isInstalled(name, facts)) return false;
   if (name == "xcb") return facts.xAnswers;
-  if (name.starts_with("wayland")) return facts.waylandAnswers;
+  if (isWayland(name)) return facts.waylandAnswers;
   return true;
+}
+
+std::vector<std::string_view> partsOf(std::string_view list) {
+  std::vector<std::string_view> parts;
+  while (!list.empty()) {
+    const auto end = list.find(';');
+    parts.push_back(list.substr(0, end));
+    list = end == std::string_view::npos ? std::string_view() : list.substr(end + 1);
+  }
+  return parts;
 }
 
 }  // namespace
 
 DisplayFacts DisplayFacts::ofThisMachine() {
-  return {
-      .requested = environment("QT_QPA_PLATFORM"),
-      .waylandSession = environment("XDG_SESSION_TYPE") == "wayland",
-      .waylandAnswers = qtSpeaksWayland() && waylandServerAnswers(),
-      .xAnswers = xServerAnswers(),
-  };
+  DisplayFacts facts = {.requested = environment("QT_QPA_PLATFORM"),
+                        .waylandSession = environment("XDG_SESSION_TYPE") == "wayland",
+                        .waylandAnswers = waylandServerAnswers(),
+                        .xAnswers = xServerAnswers()};
+  // Takes some milliseconds, which a usual start is spared.
+  if (!facts.requested.empty() || facts.waylandAnswers) facts.installed = installedPlatforms();
+  facts.waylandAnswers = facts.waylandAnswers && std::ranges::any_of(facts.installed, isWayland);
+  return facts;
 }
 
 std::string platformFor(const DisplayFacts& facts) {
   std::string order = facts.requested;
   if (order.empty()) order = facts.waylandSession ? "wayland;xcb" : "xcb;wayland";
-  std::string_view rest = order;
-  while (!rest.empty()) {
-    const auto end = rest.find(';');
-    const std::string_view platform = rest.substr(0, end);
+  for (const std::string_view platform : partsOf(order)) {
     if (reached(platform, facts)) return std::string(platform);
-    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
   }
   return "";
+}
+
+std::string complaintFor(const DisplayFacts& facts) {
+  const bool isUnknown = std::ranges::none_of(partsOf(facts.requested), [&](auto platform) {
+    return isInstalled(nameOf(platform), facts);
+  });
+  if (!facts.requested.empty() && isUnknown) return "QT_QPA_PLATFORM names no platform of Qt's";
+  return "there is no display to open a window on";
 }
 
 }  // namespace tessaly

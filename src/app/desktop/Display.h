@@ -3,12 +3,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tessaly {
 
 // What the machine says about its displays.
 struct DisplayFacts {
-  std::string requested = {};   // QT_QPA_PLATFORM: platforms of Qt's parted by ";", or empty
+  std::string requested = {};  // QT_QPA_PLATFORM: platforms of Qt's parted by ";", or empty
+  // The platforms that Qt has here, in lower case. Not looked for where none is requested.
+  std::vector<std::string> installed = {};
   bool waylandSession = false;  // the desktop is a Wayland one
   bool waylandAnswers = false;  // a Wayland server accepts connections, and Qt can speak to it
   bool xAnswers = false;        // an X server accepts connections
@@ -18,7 +21,11 @@ struct DisplayFacts {
 
 // The platform of Qt's to start with, as QApplication's -platform takes it: the first one requested
 // that can be reached, else the one of the session. Empty where there is no display. A requested
-// platform other than Wayland and X, such as "offscreen", needs no server and counts as reached.
+// platform other than Wayland and X, such as "offscreen", needs no server and counts as reached
+// where Qt has it.
 std::string platformFor(const DisplayFacts& facts);
+
+// What to tell the user, in one line without its end, where that is empty.
+std::string complaintFor(const DisplayFacts& facts);
 
 }  // namespace tessaly

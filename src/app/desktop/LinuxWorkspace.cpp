@@ -92,7 +92,12 @@ LinuxWorkspace::Desktop LinuxWorkspace::Desktop::real() {
 }
 
 LinuxWorkspace::LinuxWorkspace(Dispatch& dispatch, Desktop desktop)
-    : dispatch_(dispatch), desktop_(std::move(desktop)) {}
+    : dispatch_(dispatch),
+      desktop_{
+          std::move(desktop.sessionBus),
+          [isClosed = isClosed_, openUri = std::move(desktop.openUri)](const std::string& uri) {
+            if (!*isClosed) openUri(uri);
+          }} {}
 
 void LinuxWorkspace::reveal(const std::vector<std::string>& paths) {
   dispatch_.async(Dispatch::Queue::userInitiated,

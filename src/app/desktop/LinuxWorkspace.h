@@ -7,7 +7,9 @@
 // disk can each take their time.
 #pragma once
 
+#include <atomic>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,10 @@ class LinuxWorkspace : public Workspace {
 
   explicit LinuxWorkspace(Dispatch& dispatch, Desktop desktop = Desktop::real());
 
+  // For a program that is about to end: from now on nothing is opened any more, not in the place of
+  // a file manager that does not answer either.
+  void close() { *isClosed_ = true; }
+
   void reveal(const std::vector<std::string>& paths) override;
   void open(const std::string& path) override;
   // No desktop on Linux has a page to give programs access to the disk.
@@ -38,6 +44,8 @@ class LinuxWorkspace : public Workspace {
 
  private:
   Dispatch& dispatch_;
+  // Known to the workers too, which may outlive this object.
+  std::shared_ptr<std::atomic<bool>> isClosed_ = std::make_shared<std::atomic<bool>>(false);
   Desktop desktop_;
 };
 

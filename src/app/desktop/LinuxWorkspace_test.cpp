@@ -137,6 +137,21 @@ TEST_F(LinuxWorkspaceTest, opens_nothing_where_the_folder_has_gone_as_well) {
   EXPECT_TRUE(opened_.empty());
 }
 
+TEST_F(LinuxWorkspaceTest, opens_nothing_in_the_place_of_a_file_manager_once_it_is_closed) {
+  startFileManager();
+  LinuxWorkspace workspace = this->workspace();
+  fileManager_.answer = [&](const QDBusMessage& call, const QDBusConnection& bus) {
+    workspace.close();
+    bus.send(call.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+  };
+  workspace.reveal({file("a")});
+  dispatch_.finish();
+  ASSERT_EQ(fileManager_.calls.size(), 1u);
+  workspace.open(file("b"));
+  dispatch_.finish();
+  EXPECT_TRUE(opened_.empty());
+}
+
 // The real desktop, but for a script in the place of xdg-open.
 class StartedXdgOpen : public testing::Test {
  protected:

@@ -17,6 +17,7 @@ constexpr QEvent::Type workIsWaiting = QEvent::User;
 void MainQueue::post(Dispatch::Work work) {
   {
     const std::lock_guard lock(mutex_);
+    if (isClosed_) return;
     waiting_.push_back(std::move(work));
   }
   QCoreApplication::postEvent(this, new QEvent(workIsWaiting));
@@ -24,12 +25,21 @@ void MainQueue::post(Dispatch::Work work) {
 
 bool MainQueue::event(QEvent* event) {
   if (event->type() != workIsWaiting) return QObject::event(event);
-  takeNext()();
+  if (const Dispatch::Work work = takeNext()) work();
   return true;
+}
+
+void MainQueue::close() {
+  std::deque<Dispatch::Work> dropped;
+  const std::lock_guard lock(mutex_);
+  isClosed_ = true;
+  // An event is still on its way for each of them.
+  dropped.swap(waiting_);
 }
 
 Dispatch::Work MainQueue::takeNext() {
   const std::lock_guard lock(mutex_);
+  if (waiting_.empty()) return {};
   Dispatch::Work work = std::move(waiting_.front());
   waiting_.pop_front();
   return work;

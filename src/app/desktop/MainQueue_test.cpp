@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <QCoreApplication>
@@ -52,6 +53,18 @@ TEST(MainQueue, drops_what_waits_when_it_goes) {
   queue.reset();
   QCoreApplication::processEvents();
   EXPECT_FALSE(ran);
+}
+
+TEST(MainQueue, runs_nothing_once_it_is_closed) {
+  MainQueue queue;
+  int ran = 0;
+  // What is dropped may hold something that speaks up when it goes.
+  auto token = std::shared_ptr<void>(nullptr, [&](void*) { queue.post([&] { ++ran; }); });
+  queue.post([&ran, token = std::move(token)] { ++ran; });
+  queue.close();
+  queue.post([&] { ++ran; });
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ran, 0);
 }
 
 }  // namespace

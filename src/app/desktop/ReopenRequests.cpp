@@ -14,6 +14,10 @@ ReopenRequests::ReopenRequests(SingleInstance instance, std::function<void()> re
                    });
 }
 
+void ReopenRequests::hold() {
+  if (notifier_) notifier_->setEnabled(false);
+}
+
 void ReopenRequests::giveUp() {
   if (notifier_) {
     notifier_->setEnabled(false);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <optional>
+#include <poll.h>
+#include <thread>
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -39,6 +41,21 @@ TEST_F(ReopenRequestsTest, end_when_the_instance_is_given_up) {
   EXPECT_EQ(reopened_, 0);
   EXPECT_TRUE(next->takeRequests());
   requests_.giveUp();
+}
+
+TEST_F(ReopenRequestsTest, wait_while_they_are_held_for_the_instance_to_be_given_up) {
+  requests_.hold();
+  std::optional<SingleInstance> next;
+  std::thread start([&] { next = SingleInstance::claim(place_, 3600); });
+  // The request has come, and is there to be seen.
+  pollfd asked{requests_.descriptor(), POLLIN, 0};
+  while (::poll(&asked, 1, -1) < 0) {
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(reopened_, 0);
+  requests_.giveUp();
+  start.join();
+  EXPECT_TRUE(next.has_value());
 }
 
 TEST(ReopenRequests, never_come_to_an_instance_that_stands_alone) {

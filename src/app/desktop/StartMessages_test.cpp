@@ -1,0 +1,54 @@
+#include "app/desktop/StartMessages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include <QtGlobal>
+
+#include "support/ForkedChild.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string>& heard() {
+  static std::vector<std::string> messages;
+  return messages;
+}
+
+void hear(QtMsgType, const QMessageLogContext& context, const QString& text) {
+  heard().push_back(std::string(context.category) + ": " + text.toStdString());
+}
+
+TEST(StartMessages, are_heard_once_the_start_is_over) {
+  heard().clear();
+  const QtMessageHandler before = qInstallMessageHandler(hear);
+  {
+    const StartMessages messages([] {});
+    qWarning("one");
+    qInfo("two");
+    EXPECT_THAT(heard(), IsEmpty());
+  }
+  qWarning("three");
+  qInstallMessageHandler(before);
+  EXPECT_THAT(heard(), ElementsAre("default: one", "default: two", "default: three"));
+}
+
+TEST(StartMessages, are_lost_with_a_start_that_fails) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              qInstallMessageHandler(
+                  [](QtMsgType, const QMessageLogContext&, const QString&) { _exit(3); });
+              const StartMessages messages([] { _exit(7); });
+              qWarning("one");
+              qFatal("two");
+            }),
+            "child left with 7");
+}
+
+}  // namespace
+}  // namespace tessaly
