@@ -14,7 +14,6 @@
 #include "app/desktop/LinuxApplicationIcon.h"
 #include "app/desktop/LinuxNotifications.h"
 #include "app/desktop/LinuxStatusBarExtra.h"
-#include "app/desktop/LinuxWorkspace.h"
 #include "app/desktop/QtFolderPanel.h"
 #include "app/desktop/QtPasteboard.h"
 #include "app/desktop/QtSavePanel.h"
@@ -25,10 +24,8 @@
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/MountedVolumes.h"
-#include "platform/ThreadedDispatch.h"
 #include "platform/UserTrash.h"
 #include "reclaim/Trash.h"
-#include "session/SettingsFile.h"
 #include "system/FullDiskAccess.h"
 #include "system/MountFigures.h"
 #include "system/ToolFigures.h"
@@ -129,7 +126,8 @@ Application::Application(const Seams& seams) {
       .icon = orOwn(seams.icon, ownIcon_,
                     [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
       .notifications = notifications,
-      .trash = orOwn(seams.trash, ownTrash_, [] { return userTrash(); }),
+      .trash = orOwn(seams.trash, ownTrash_,
+                     [] { return std::make_unique<GuardedTrashMover>(userTrash()); }),
       .prefs = *prefs_,
       .homeDirectory = home,
       .supportDirectory = seams.supportDirectory,
@@ -237,6 +235,36 @@ void Application::launch() {
 
 void Application::reopen() {
   delegate_->applicationShouldHandleReopen(window_->isVisible());
+}
+
+void Application::hideWindows() {
+  for (QWindow* const open : QGuiApplication::allWindows()) open->hide();
+}
+
+void Application::leaveDesktop() {
+  // The window stays hidden, whatever becomes known of the status bar now.
+  windowStart_->settle();
+  ownHotKey_.reset();
+}
+
+void Application::endWriting() {
+  session_->end();
+  if (ownSettings_) ownSettings_->close();
+}
+
+void Application::giveUpWork() {
+  mainQueue_.close();
+  if (ownWorkspace_) ownWorkspace_->close();
+  if (ownTrash_) ownTrash_->close();
+  if (ownDispatch_) ownDispatch_->close();
+}
+
+bool Application::isBusy() const {
+  return isMoving() || (ownDispatch_ && !ownDispatch_->isAtRest());
+}
+
+bool Application::isMoving() const {
+  return ownTrash_ && ownTrash_->isMoving();
 }
 
 void Application::bringForward() {

@@ -15,6 +15,7 @@
 
 #include "app/commands/MenuCommands.h"
 #include "app/desktop/LinuxApplicationIcon.h"
+#include "app/desktop/LinuxWorkspace.h"
 #include "app/desktop/MainQueue.h"
 #include "app/desktop/WindowActivation.h"
 #include "app/desktop/WindowStart.h"
@@ -26,6 +27,7 @@
 #include "platform/Dispatch.h"
 #include "platform/FolderPanel.h"
 #include "platform/GlobalHotKey.h"
+#include "platform/GuardedTrashMover.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
@@ -34,6 +36,7 @@
 #include "platform/SavePanel.h"
 #include "platform/SettingsStore.h"
 #include "platform/StatusBarExtra.h"
+#include "platform/ThreadedDispatch.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
 #include "reclaim/OpenTool.h"
@@ -41,6 +44,7 @@
 #include "session/AppDelegate.h"
 #include "session/MarrowPrefs.h"
 #include "session/ScanSession.h"
+#include "session/SettingsFile.h"
 #include "session/StatusBar.h"
 
 namespace tessaly {
@@ -94,6 +98,14 @@ class Application {
   // The program was started again while it runs.
   void reopen();
 
+  // The steps of Quitting, as far as they are this object's. What a test has lent is left alone.
+  void hideWindows();
+  void leaveDesktop();
+  void endWriting();
+  void giveUpWork();
+  bool isBusy() const;
+  bool isMoving() const;
+
   ScanSession& session() { return *session_; }
   AccessController& access() { return *access_; }
   QQuickWindow& window() { return *window_; }
@@ -104,16 +116,16 @@ class Application {
   void installHotKey(GlobalHotKey& hotKey);
 
   MainQueue mainQueue_;
-  std::unique_ptr<Dispatch> ownDispatch_;
+  std::unique_ptr<ThreadedDispatch> ownDispatch_;
   std::unique_ptr<FolderPanel> ownFolderPanel_;
   std::unique_ptr<SavePanel> ownSavePanel_;
-  std::unique_ptr<Workspace> ownWorkspace_;
+  std::unique_ptr<LinuxWorkspace> ownWorkspace_;
   std::unique_ptr<Pasteboard> ownPasteboard_;
   std::unique_ptr<LinuxApplicationIcon> ownIcon_;
   std::unique_ptr<NotificationCenter> ownNotifications_;
-  std::unique_ptr<TrashMover> ownTrash_;
+  std::unique_ptr<GuardedTrashMover> ownTrash_;
   std::unique_ptr<MachineFigures> ownFigures_;
-  std::unique_ptr<SettingsStore> ownSettings_;
+  std::unique_ptr<SettingsFile> ownSettings_;
   std::unique_ptr<LoginItem> ownLoginItem_;
   std::unique_ptr<StatusBarExtra> ownStatusBar_;
   std::unique_ptr<MarrowPrefs> prefs_;

@@ -1,20 +1,81 @@
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <string>
+#include <thread>
+#include <unistd.h>
 #include <utility>
 
 #include <QApplication>
 
 #include "app/Application.h"
+#include "app/Quitting.h"
+#include "app/desktop/ClipboardHandOver.h"
 #include "app/desktop/Display.h"
+#include "app/desktop/QuitSignals.h"
 #include "app/desktop/ReopenRequests.h"
+#include "app/desktop/StartMessages.h"
+#include "platform/OwnConnections.h"
 #include "platform/SingleInstance.h"
+#include "platform/SizeLimit.h"
+
+namespace {
+
+constexpr int noDisplay = 2;
+
+void leaveWithoutWindow() {
+  std::fputs("tessaly: Qt cannot open a window on this display\n", stderr);
+  ::_exit(noDisplay);
+}
+
+tessaly::Quitting* quittingAtExit = nullptr;
+
+// Qt leaves by exit() when the display's server goes.
+void quitWithoutDisplay() {
+  if (quittingAtExit != nullptr) quittingAtExit->runWithoutDisplay(EXIT_FAILURE);
+}
+
+tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenRequests& requests,
+                             std::optional<tessaly::ClipboardHandOver>& handOver) {
+  using namespace tessaly;
+  return Quitting(
+      {.hideWindows = [&] { application.hideWindows(); },
+       .leaveDesktop =
+           [&] {
+             application.leaveDesktop();
+             handOver.emplace();
+             // The message bus takes the status item away. The display does the same
+             // with the windows, but for X11 while it has the clipboard.
+             OwnConnections::shutDown(handOver->descriptor());
+           },
+       .endWriting = [&] { application.endWriting(); },
+       .giveUpInstance = [&] { requests.giveUp(); },
+       .giveUpWork = [&] { application.giveUpWork(); },
+       .isBusy = [&] { return application.isBusy() || (handOver && handOver->isPending()); },
+       .isMoving = [&] { return application.isMoving(); },
+       .pause =
+           [&] {
+             constexpr std::chrono::milliseconds aMoment(2);
+             if (handOver) handOver->serve();
+             std::this_thread::sleep_for(aMoment);
+           },
+       .exit =
+           [](int status) {
+             OwnConnections::shutDown();
+             ::_exit(status);
+           }});
+}
+
+}  // namespace
 
 int main(int, char** argv) {
-  std::string platform = tessaly::platformFor(tessaly::DisplayFacts::ofThisMachine());
+  tessaly::SizeLimit::failWritesBeyond();
+  const auto display = tessaly::DisplayFacts::ofThisMachine();
+  std::string platform = tessaly::platformFor(display);
   if (platform.empty()) {
-    std::fputs("tessaly: there is no display to open a window on\n", stderr);
-    return 2;
+    std::fprintf(stderr, "tessaly: %s\n", tessaly::complaintFor(display).c_str());
+    return noDisplay;
   }
 
   using tessaly::SingleInstance;
@@ -26,7 +87,10 @@ int main(int, char** argv) {
   std::string option = "-platform";
   char* arguments[] = {argv[0], option.data(), platform.data(), nullptr};
   int count = 3;
+  std::optional<tessaly::StartMessages> messages(std::in_place, leaveWithoutWindow);
   QApplication qtApplication(count, arguments);
+  if (QGuiApplication::primaryScreen() == nullptr) leaveWithoutWindow();
+  messages.reset();
   QApplication::setApplicationName(QStringLiteral("Tessaly"));
   QApplication::setDesktopFileName(QStringLiteral("tessaly"));
   // A dialog or a job that ends must not take a program along that has its window closed.
@@ -34,8 +98,28 @@ int main(int, char** argv) {
 
   tessaly::Application::setUpLook();
   std::optional<tessaly::ReopenRequests> requests;
-  tessaly::Application application({.giveUpInstance = [&] { requests->giveUp(); }});
+  const auto quit = [&] {
+    requests->hold();
+    // Not quit(), which a window may refuse.
+    QCoreApplication::exit();
+  };
+  tessaly::Application application({.giveUpInstance =
+                                        [&] {
+                                          // The one to come reads what this one has written.
+                                          application.endWriting();
+                                          requests->giveUp();
+                                        },
+                                    .quit = quit});
   requests.emplace(std::move(*instance), [&] { application.reopen(); });
+
+  std::optional<tessaly::ClipboardHandOver> handOver;
+  tessaly::Quitting quitting = quittingOf(application, *requests, handOver);
+  quittingAtExit = &quitting;
+  std::atexit(quitWithoutDisplay);
+  const tessaly::QuitSignals quitSignals(quit);
+  QObject::connect(&qtApplication, &QGuiApplication::lastWindowClosed, &qtApplication, [&] {
+    if (QGuiApplication::quitOnLastWindowClosed()) quit();
+  });
   application.launch();
-  return QApplication::exec();
+  quitting.run(QApplication::exec());
 }

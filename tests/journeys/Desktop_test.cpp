@@ -4,8 +4,10 @@
 #include <vector>
 
 #include <QGuiApplication>
+#include <QWindow>
 
 #include "journeys/Journey.h"
+#include "support/PlainFiles.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -106,6 +108,33 @@ TEST_F(DesktopJourney, a_hidden_start_shows_the_window_where_nothing_else_would_
   dispatch_.advance(WindowStart::patience);
   dispatch_.drainAll();
   EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(DesktopJourney, a_scan_that_ends_while_the_program_does_leaves_nothing_for_the_next_start) {
+  session().scanHome();
+  application().endWriting();
+  finishScan();
+  EXPECT_THAT(entriesOf(machine_.support.path()), IsEmpty());
+  EXPECT_EQ(machine_.settings.text(ScanStore::lastScanRootKey), std::nullopt);
+}
+
+TEST_F(DesktopJourney, no_window_comes_back_by_itself_once_the_program_has_left_the_desktop) {
+  machine_.prefs.setStartHidden(true);
+  relaunch();
+  application().hideWindows();
+  application().leaveDesktop();
+  machine_.statusBar.become(Presence::absent);
+  dispatch_.advance(WindowStart::patience);
+  dispatch_.drainAll();
+  EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(DesktopJourney, all_windows_go_when_the_program_does) {
+  QWindow another;
+  another.show();
+  application().hideWindows();
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_FALSE(another.isVisible());
 }
 
 // What the program looks at while the user is elsewhere, in the order in which it does.

@@ -260,19 +260,47 @@ TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
   EXPECT_TRUE(program->isRunning());
 }
 
-TEST(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {
-  QProcess process;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-    environment.remove(QString::fromLatin1(name));
-  process.setProcessEnvironment(environment);
-  process.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
-  ASSERT_TRUE(process.waitForFinished());
-  EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-  EXPECT_EQ(process.exitCode(), 2);
-  EXPECT_EQ(process.readAllStandardError(),
-            QByteArray("tessaly: there is no display to open a window on\n"));
-  EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
+class ProgramWithoutDisplay : public testing::Test {
+ protected:
+  // A start on no display of the machine, but with `platform` for Qt where that is not empty.
+  static void expectRefusal(const char* platform, const char* line) {
+    SCOPED_TRACE(platform);
+    const TempTree state("run/ mode=0700\n");
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+      environment.remove(QString::fromLatin1(name));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state.at("run")));
+    if (*platform != 0)
+      environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QString::fromLatin1(platform));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 2);
+    EXPECT_EQ(process.readAllStandardError(), QByteArray(line));
+    EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
+  }
+};
+
+TEST_F(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {
+  expectRefusal("", "tessaly: there is no display to open a window on\n");
+}
+
+TEST_F(ProgramWithoutDisplay, says_so_too_where_it_was_requested_by_name) {
+  expectRefusal("xcb", "tessaly: there is no display to open a window on\n");
+  expectRefusal("XCB", "tessaly: there is no display to open a window on\n");
+}
+
+TEST_F(ProgramWithoutDisplay, says_in_one_line_that_qt_knows_no_such_platform_and_gives_2) {
+  for (const char* platform : {"nonsense", "nonsense:size=1x1", "nonsense;more", "two\nlines"})
+    expectRefusal(platform, "tessaly: QT_QPA_PLATFORM names no platform of Qt's\n");
+}
+
+TEST_F(ProgramWithoutDisplay, says_in_one_line_that_a_platform_does_not_start_and_gives_2) {
+  expectRefusal("offscreen:configfile=/none", "tessaly: Qt cannot open a window on this display\n");
+  // Has no screen where no framebuffer is of that name.
+  expectRefusal("linuxfb:fb=/none", "tessaly: Qt cannot open a window on this display\n");
 }
 
 }  // namespace

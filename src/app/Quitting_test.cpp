@@ -1,0 +1,109 @@
+#include "app/Quitting.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+// A program whose clock moves only while it pauses, by five milliseconds each time.
+class QuittingTest : public testing::Test {
+ protected:
+  Quitting::Steps steps() {
+    const auto note = [this](const char* step) {
+      return [this, step] { done_.emplace_back(step); };
+    };
+    return {.hideWindows = note("windows"),
+            .leaveDesktop = note("desktop"),
+            .endWriting = note("writing"),
+            .giveUpInstance = note("instance"),
+            .giveUpWork = note("work"),
+            .isBusy = [this] { return now_ < busyUntil_; },
+            .isMoving = [this] { return now_ < movingUntil_; },
+            .pause =
+                [this] {
+                  now_ += 5ms;
+                  if (inPause_) inPause_();
+                },
+            .exit =
+                [this](int status) {
+                  done_.emplace_back("exit " + std::to_string(status));
+                  ended_ = now_;
+                },
+            .now = [this] { return now_; }};
+  }
+
+  std::chrono::nanoseconds taken() const { return ended_ - begin_; }
+
+  std::vector<std::string> done_;
+  const Quitting::Time begin_{1000h};
+  Quitting::Time now_ = begin_;
+  Quitting::Time ended_;
+  Quitting::Time busyUntil_;
+  Quitting::Time movingUntil_;
+  std::function<void()> inPause_;
+};
+
+TEST_F(QuittingTest, lets_the_next_start_before_it_waits_for_anything) {
+  busyUntil_ = begin_ + 1h;
+  std::vector<std::string> beforeTheWait;
+  inPause_ = [&] {
+    if (beforeTheWait.empty()) beforeTheWait = done_;
+  };
+  Quitting(steps()).run(0);
+  EXPECT_THAT(beforeTheWait, ElementsAre("windows", "desktop", "writing", "instance", "work"));
+  EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 0"));
+}
+
+TEST_F(QuittingTest, ends_at_once_where_nothing_runs) {
+  Quitting(steps()).run(3);
+  EXPECT_EQ(done_.back(), "exit 3");
+  EXPECT_EQ(taken(), 0ms);
+}
+
+TEST_F(QuittingTest, waits_for_what_ends_in_time) {
+  busyUntil_ = begin_ + 70ms;
+  Quitting(steps()).run(0);
+  EXPECT_EQ(taken(), 70ms);
+}
+
+TEST_F(QuittingTest, leaves_what_does_not_end_in_time) {
+  busyUntil_ = begin_ + 1h;
+  Quitting(steps()).run(0);
+  EXPECT_EQ(taken(), 200ms);
+}
+
+TEST_F(QuittingTest, waits_longer_for_a_move_but_for_nothing_else_meanwhile) {
+  busyUntil_ = begin_ + 1h;
+  movingUntil_ = begin_ + 3s;
+  Quitting(steps()).run(0);
+  EXPECT_EQ(taken(), 3s);
+}
+
+TEST_F(QuittingTest, leaves_a_move_that_never_ends) {
+  busyUntil_ = movingUntil_ = begin_ + 1h;
+  Quitting(steps()).run(0);
+  EXPECT_EQ(taken(), Quitting::patienceForMoves);
+}
+
+TEST_F(QuittingTest, happens_once) {
+  busyUntil_ = begin_ + 50ms;
+  Quitting quitting(steps());
+  inPause_ = [&] { quitting.run(1); };
+  quitting.run(0);
+  quitting.runWithoutDisplay(1);
+  EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 0"));
+}
+
+TEST_F(QuittingTest, leaves_alone_what_was_on_a_display_that_has_gone) {
+  Quitting(steps()).runWithoutDisplay(1);
+  EXPECT_THAT(done_, ElementsAre("writing", "instance", "work", "exit 1"));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,215 @@
+// The end of the built program: for the user it comes at once, whatever its threads are held by.
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <QDBusConnectionInterface>
+#include <QTest>
+
+#include "journeys/ProgramOnDesktop.h"
+#include "platform/SingleInstance.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+class QuitTest : public ProgramOnDesktop {
+ protected:
+  QuitTest() : ProgramOnDesktop("network/\nnotes.txt 2M\n") {}
+
+  static bool holds(const std::function<bool()>& fact) { return QTest::qWaitFor(fact, 60000); }
+
+  // A program that scans, and waits in a folder that does not answer. Empty where it does, else the
+  // reason for which nothing can be mounted here.
+  std::string startHeld() {
+    const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
+    Process& holder =
+        start(TESSALY_HUNG_FOLDER, {home_.at("network"), state_.at("held"), TESSALY_PROGRAM});
+    const bool isUp = server_.lookUntil(
+        [&](const QImage& screen) { return shows(screen) || !isRunning(holder); });
+    if (!isUp || !isRunning(holder)) return "nothing can be mounted here";
+    server_.click(scan);
+    EXPECT_TRUE(holds([this] { return fs::exists(state_.at("held")); }));
+    return "";
+  }
+
+  // The one program of this test that owns a status item.
+  pid_t programBehind(const QString& item) {
+    return static_cast<pid_t>(desktop().interface()->servicePid(item).value());
+  }
+  bool isOnBus(const QString& item) {
+    return desktop().interface()->isServiceRegistered(item).value();
+  }
+  QDBusConnection desktop() { return bus_.connection(QStringLiteral("desktop")); }
+
+  // That of a process which has ended but for a thread that the kernel holds.
+  static char stateOf(pid_t pid) {
+    const std::string stat = contentOf("/proc/" + std::to_string(pid) + "/stat");
+    const std::size_t name = stat.rfind(')');
+    return name == std::string::npos ? '-' : stat[name + 2];
+  }
+
+  // Whether nobody has the program's hot key.
+  bool isHotKeyFree() {
+    xcb_connection_t* const connection = server_.connection();
+    constexpr xcb_keycode_t space = 65;
+    const auto asked = xcb_grab_key_checked(connection, 0, server_.root(),
+                                            XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT, space,
+                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_generic_error_t* const error = xcb_request_check(connection, asked);
+    const bool isFree = error == nullptr;
+    std::free(error);
+    if (isFree)
+      xcb_ungrab_key(connection, space, server_.root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT);
+    xcb_flush(connection);
+    return isFree;
+  }
+
+  // As the display does when the session ends.
+  void throwOutPrograms() {
+    xcb_connection_t* const connection = server_.connection();
+    xcb_query_tree_reply_t* const tree =
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, server_.root()), nullptr);
+    const xcb_window_t* const windows = xcb_query_tree_children(tree);
+    for (int i = 0; i < xcb_query_tree_children_length(tree); ++i)
+      xcb_kill_client(connection, windows[i]);
+    std::free(tree);
+    xcb_flush(connection);
+  }
+
+  // Whether a start on the display of this test would be the one instance.
+  bool isLockFree() const {
+    for (const auto& entry : fs::directory_iterator(state_.at("run"))) {
+      if (entry.path().extension() != ".lock") continue;
+      return SingleInstance::claim({state_.at("run"), entry.path().stem()}, 0).has_value();
+    }
+    return false;
+  }
+};
+
+TEST_F(QuitTest, shows_and_locks_nothing_more_while_a_thread_hangs_in_a_folder) {
+  startNotificationArea();
+  if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
+  ASSERT_TRUE(hasAnswered(1));
+  ASSERT_EQ(items_.size(), 1);
+  const QString item = items_.front();
+  const pid_t first = programBehind(item);
+  ASSERT_FALSE(isHotKeyFree());
+  ASSERT_FALSE(isLockFree());
+
+  ASSERT_EQ(::kill(first, SIGTERM), 0);
+  ASSERT_TRUE(holds([&] { return stateOf(first) == 'Z'; }));
+  EXPECT_TRUE(isRunning(programs_.front())) << "nothing hangs";
+  EXPECT_TRUE(goesAway());
+  EXPECT_TRUE(holds([&] { return !isOnBus(item); }));
+  EXPECT_TRUE(isHotKeyFree());
+
+  Process& next = start();
+  EXPECT_TRUE(comesUp());
+  EXPECT_TRUE(isRunning(next));
+  EXPECT_TRUE(hasAnswered(2));
+  EXPECT_FALSE(isLockFree());
+  EXPECT_EQ(stateOf(first), 'Z');
+}
+
+TEST_F(QuitTest, comes_by_the_close_button_where_there_is_no_notification_area) {
+  if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
+  server_.click(middleOf(QStringLiteral("closeWindow")));
+  EXPECT_TRUE(goesAway());
+  start();
+  EXPECT_TRUE(comesUp());
+}
+
+TEST_F(QuitTest, locks_nothing_more_where_the_display_has_gone) {
+  startNotificationArea();
+  if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
+  ASSERT_TRUE(hasAnswered(1));
+  const pid_t first = programBehind(items_.front());
+  ASSERT_FALSE(isLockFree());
+  throwOutPrograms();
+  EXPECT_TRUE(holds([&] { return stateOf(first) == 'Z'; }));
+  EXPECT_TRUE(isLockFree());
+}
+
+class EndOfProgram : public ProgramOnDesktop, public testing::WithParamInterface<int> {};
+
+TEST_P(EndOfProgram, is_a_good_one_when_it_is_asked_for) {
+  startNotificationArea();
+  Process& program = start();
+  ASSERT_TRUE(comesUp());
+  ASSERT_TRUE(hasAnswered(1));
+  const QDBusConnection desktop = bus_.connection(QStringLiteral("desktop"));
+  const pid_t pid = static_cast<pid_t>(desktop.interface()->servicePid(items_.front()).value());
+  ASSERT_EQ(::kill(pid, GetParam()), 0);
+  ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
+  EXPECT_EQ(program.exit(), Process::Exit{});
+}
+
+INSTANTIATE_TEST_SUITE_P(BySignal, EndOfProgram, testing::Values(SIGTERM, SIGINT, SIGHUP));
+
+TEST_F(QuitTest, gives_a_window_to_a_start_as_soon_as_its_own_has_gone) {
+  for (int run = 0; run < 3; ++run) {
+    Process& program = start();
+    ASSERT_TRUE(comesUp());
+    program.terminate();
+    ASSERT_TRUE(goesAway());
+    Process& next = start();
+    ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
+    ASSERT_TRUE(comesUp());
+    ASSERT_TRUE(isRunning(next));
+    next.terminate();
+    ASSERT_TRUE(next.waitUntil(Deadline::after(60)));
+    ASSERT_TRUE(goesAway());
+  }
+}
+
+// Not quitting is a fact as well.
+class LimitedFiles : public ProgramOnDesktop {
+ protected:
+  LimitedFiles() : ProgramOnDesktop(manyFiles()) {}
+
+  static std::string manyFiles() {
+    std::string tree;
+    for (int number = 0; number < 60; ++number)
+      tree += "file-of-the-number-" + std::to_string(number) + ".mp4 20M\n";
+    return tree;
+  }
+};
+
+TEST_F(LimitedFiles, end_no_program_that_would_write_larger_ones) {
+  const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
+  // Blocks of 512 bytes: room for the settings, but not for the sizes nor for the tree.
+  Process& program = start("/bin/sh", {"-c", "ulimit -f 4; exec \"$0\"", TESSALY_PROGRAM});
+  ASSERT_TRUE(comesUp());
+  server_.click(scan);
+  // Comes after the sizes and the tree.
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        return !isRunning(program) ||
+               contentOf(state_.at("Marrow/settings.json")).find("marrow.recents") !=
+                   std::string::npos;
+      },
+      60000));
+  EXPECT_TRUE(isRunning(program));
+  for (const std::string& name : entriesOf(state_.at("Marrow"))) {
+    EXPECT_FALSE(name.starts_with(".tessaly-")) << name;
+    EXPECT_FALSE(name.starts_with("sizes")) << name;
+    EXPECT_NE(name, "last-tree.json");
+  }
+  program.terminate();
+  ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
+  EXPECT_EQ(program.exit(), Process::Exit{});
+}
+
+}  // namespace
+}  // namespace tessaly
