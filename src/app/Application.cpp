@@ -21,6 +21,7 @@
 #include "app/desktop/StatusIcon.h"
 #include "app/desktop/X11HotKey.h"
 #include "app/preview/PreviewReader.h"
+#include "app/preview/ReaderProgram.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/MountedVolumes.h"
@@ -142,10 +143,18 @@ Application::Application(const Seams& seams) {
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
   PreviewPanel& previewPanel = orOwn(seams.previewPanel, ownPreviewPanel_, [&] {
+    const auto reader = std::make_shared<ReaderProgram>();
+    // The first preview is not far then, and until then the program that reads it takes no memory.
+    QObject::connect(
+        session_.get(), &ScanSession::focusedChanged, engine_.get(),
+        [reader, &dispatch] {
+          dispatch.async(Dispatch::Queue::utility, [reader] { reader->warmUp(); });
+        },
+        Qt::SingleShotConnection);
     return std::make_unique<PreviewWindow>(
         *engine_, dispatch,
-        [](const std::string& path, const std::function<bool()>& isCancelled) {
-          return PreviewReader::read(path, {.limits = {}, .cancelled = isCancelled});
+        [reader](const std::string& path, const std::function<bool()>& isCancelled) {
+          return PreviewReader::read(path, {.limits = {}, .cancelled = isCancelled}, *reader);
         },
         [&workspace](const std::string& path) { workspace.open(path); });
   });

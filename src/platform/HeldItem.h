@@ -24,6 +24,16 @@ class HeldItem {
  public:
   enum class Type : std::uint8_t { file, folder, other };
 
+  // Which item of the machine it is, whatever it is called.
+  struct Identity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    // In nanoseconds, 0 where it is not kept: inodes are used again.
+    std::uint64_t created = 0;
+
+    friend bool operator==(const Identity&, const Identity&) = default;
+  };
+
   // Of what a symbolic link leads to, or of the link itself where that is not there.
   struct Facts {
     Type type = Type::other;
@@ -31,7 +41,8 @@ class HeldItem {
     std::int64_t size = 0;  // bytes of content, as the system tells it; of a folder its own length
     std::optional<double> created;   // seconds since 1970; absent where that is not kept
     std::optional<double> modified;  // seconds since 1970
-    std::string linkTarget;          // bytes, as it is written; empty for anything but a link
+    Identity identity;
+    std::string linkTarget;  // bytes, as it is written; empty for anything but a link
   };
 
   struct Entry {
@@ -41,6 +52,9 @@ class HeldItem {
 
   // `path` is absolute and of any length. Links are followed.
   static Result<HeldItem> at(const std::string& path);
+
+  // The same, but a link at the end of `path` is not followed: it is itself the item, and `other`.
+  static Result<HeldItem> itself(const std::string& path);
 
   HeldItem(HeldItem&& other) noexcept;
   HeldItem& operator=(HeldItem&& other) noexcept;
@@ -55,9 +69,10 @@ class HeldItem {
   // end of the file, or where the system gives no more at once, and 0 behind it.
   Result<std::size_t> read(std::int64_t offset, char* to, std::size_t count) const;
 
-  // Where another process of this user can open the content, once openContent() has succeeded and
-  // while this object lives.
-  std::string contentPath() const;
+  // Where it stands, with no link at the end: for another process to hold it as well, by itself().
+  // What stands there then need not be the same any more, which its identity tells. An error where
+  // the system cannot tell.
+  Result<std::string> ownPath() const;
 
   // Tells of everything that stands directly in a folder, in no order, until `take` returns false.
   Outcome forEachEntry(const std::function<bool(const Entry&)>& take) const;
@@ -73,6 +88,7 @@ class HeldItem {
 
   std::string path_;
   Facts facts_;
+  bool isLink_ = false;  // what stands at the path
   std::unique_ptr<Descriptors> held_;
 };
 

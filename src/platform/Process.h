@@ -7,9 +7,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,9 +24,10 @@ class Process {
  public:
   enum class Stream {
     inherited,  // ours
-    captured,   // a pipe that only we can read
-    // A pipe that is read while waitUntil() waits, so that the program may write without end; only
-    // the beginning is kept. Where both streams are sampled, they share it.
+    captured,   // a channel of which only we have the other end
+    discarded,  // nothing to read, and what is written is lost
+    // For output: a pipe that is read while waitUntil() waits, so that the program may write
+    // without end; only the beginning is kept. Where both streams are sampled, they share it.
     sampled,
   };
 
@@ -36,6 +39,7 @@ class Process {
     std::vector<std::pair<std::string, std::string>> environment = {};
     Stream output = Stream::inherited;
     Stream error = Stream::inherited;
+    Stream input = Stream::inherited;
     // For what a person goes on working with: in a session of its own, so that it outlives us and
     // our terminal, with nothing to read, and with its words lost where they are not captured.
     bool isDetached = false;
@@ -55,8 +59,8 @@ class Process {
   // process is out of descriptors or memory. Nothing is left behind then.
   static Result<Process> launch(const Launch& launch);
 
-  // Does not wait: a program that still runs goes on by itself, and is seen off once it ends. The
-  // pipes are closed.
+  // Does not wait: a program that still runs goes on by itself, and is seen off once it ends. Its
+  // captured streams are closed, so that it finds the end of its input.
   ~Process();
   Process(Process&& other) noexcept;
   Process& operator=(Process&& other) noexcept;
@@ -73,6 +77,17 @@ class Process {
   // Ends it, which it cannot refuse; waitUntil() says when that is done. Does nothing once it has
   // exited.
   void kill();
+
+  // Writes to its captured input. False when the program does not read any more, or `deadline`
+  // has passed before it has taken all of it.
+  bool writeInput(std::string_view bytes, Deadline deadline);
+
+  enum class Reading : std::uint8_t { more, end, late };
+
+  // Waits for what it writes to its captured output, and appends what is there to `text`, `most`
+  // bytes at most. `end` once nobody can write any more, `late` when `deadline` passes before
+  // there is anything.
+  Reading readMore(std::string& text, std::size_t most, Deadline deadline);
 
   // What it has written to its captured output. To be called once, after it has exited: what it
   // left in the pipe is given whatever the deadline. Programs that it has started in turn may hold

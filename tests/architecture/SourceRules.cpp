@@ -197,6 +197,23 @@ std::vector<std::string> forbiddenThreads(const fs::path& src) {
   return complaints;
 }
 
+std::vector<std::string> strayDecoders(const fs::path& src) {
+  static const std::regex include(
+      "\\s*#\\s*include\\s*<((QtGui/)?(QImageReader|QMovie)|(QtPdf/)?QPdf(Document|Page).*|"
+      "(QtSvg/)?QSvg.*|QtPdf|QtSvg|lib(av|sw)[a-z]*/.*)>.*");
+  // The program's own symbols are no foreign files.
+  constexpr std::string_view symbols = "app/controls/SymbolPainter.cpp";
+  std::vector<std::string> complaints;
+  forEachLine(src, [&complaints](const Line& line) {
+    if (line.file.starts_with("app/preview/pages/") || line.file == symbols || isTest(line.file) ||
+        !std::regex_match(line.text, include)) {
+      return;
+    }
+    complaints.push_back(line.complaint("foreign files are decoded in app/preview/pages/ alone"));
+  });
+  return complaints;
+}
+
 std::vector<std::string> overlongFiles(const fs::path& folder, int limit) {
   std::vector<std::string> complaints;
   forEachLine(folder, [&complaints, limit](const Line& line) {

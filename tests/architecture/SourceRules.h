@@ -17,6 +17,9 @@ std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
 // Threads and hops between threads made anywhere but in the rooms that own them.
 std::vector<std::string> forbiddenThreads(const std::filesystem::path& src);
 
+// Libraries that decode foreign files, included anywhere but in the program that reads them.
+std::vector<std::string> strayDecoders(const std::filesystem::path& src);
+
 // Source files below `folder` with more than `limit` lines.
 std::vector<std::string> overlongFiles(const std::filesystem::path& folder, int limit);
 

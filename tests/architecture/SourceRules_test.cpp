@@ -97,6 +97,18 @@ TEST_F(PlantedSources, thread_outside_platform_is_found) {
                           "scan/B.cpp:1: hops between threads go through platform/Dispatch.h"));
 }
 
+TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
+  plant("app/preview/pages/A.cpp", "#include <QImageReader>\n");
+  plant("app/preview/A.cpp", "#include <QImage>\n#include <QImageReader>\n");
+  plant("app/quicklook/B.cpp",
+        "#include <QtPdf/QPdfDocument>\n#include <libavformat/avformat.h>\n");
+  EXPECT_THAT(
+      strayDecoders(src_),
+      ElementsAre("app/preview/A.cpp:2: foreign files are decoded in app/preview/pages/ alone",
+                  "app/quicklook/B.cpp:1: foreign files are decoded in app/preview/pages/ alone",
+                  "app/quicklook/B.cpp:2: foreign files are decoded in app/preview/pages/ alone"));
+}
+
 TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
@@ -111,6 +123,10 @@ TEST(Sources, include_only_along_the_arrows) {
 
 TEST(Sources, hop_between_threads_only_through_dispatch) {
   EXPECT_THAT(forbiddenThreads(project / "src"), IsEmpty());
+}
+
+TEST(Sources, decode_foreign_files_in_their_own_program_alone) {
+  EXPECT_THAT(strayDecoders(project / "src"), IsEmpty());
 }
 
 TEST(Sources, stay_below_six_hundred_lines_a_file) {

@@ -25,6 +25,10 @@ PreviewFailure hugeImage() {
   return {QStringLiteral("This image is too large to be shown.")};
 }
 
+PreviewFailure unshownImage() {
+  return {QStringLiteral("This image cannot be shown.")};
+}
+
 PreviewFailure damagedDocument() {
   return {QStringLiteral("This document is damaged and cannot be shown.")};
 }
@@ -47,6 +51,10 @@ PreviewFailure foreignDocument() {
 
 PreviewFailure damagedMedia() {
   return {QStringLiteral("This recording is damaged and cannot be read.")};
+}
+
+PreviewFailure unreadMedia() {
+  return {QStringLiteral("This recording cannot be read.")};
 }
 
 }  // namespace tessaly::PreviewFailures

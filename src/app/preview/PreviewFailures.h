@@ -11,11 +11,13 @@ PreviewFailure of(const SystemError& error, bool isFolder);
 
 PreviewFailure damagedImage();
 PreviewFailure hugeImage();
+PreviewFailure unshownImage();  // for no fault of its own
 PreviewFailure damagedDocument();
 PreviewFailure hugeDocument();
 PreviewFailure unshownDocument();  // for no fault of its own
 PreviewFailure lockedDocument();   // one that needs a password
 PreviewFailure foreignDocument();  // one that is encrypted in a way that is not known here
 PreviewFailure damagedMedia();
+PreviewFailure unreadMedia();  // for no fault of its own
 
 }  // namespace tessaly::PreviewFailures

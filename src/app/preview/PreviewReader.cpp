@@ -8,9 +8,6 @@
 
 #include "app/preview/ContentKind.h"
 #include "app/preview/FolderReader.h"
-#include "app/preview/ImageReader.h"
-#include "app/preview/MediaReader.h"
-#include "app/preview/PageReader.h"
 #include "app/preview/PreviewFailures.h"
 #include "app/preview/TextReader.h"
 #include "platform/HeldItem.h"
@@ -22,6 +19,7 @@ namespace tessaly::PreviewReader {
 namespace {
 
 using Family = ContentKind::Family;
+using Wanted = ReaderRequest::Wanted;
 
 PreviewFacts factsOf(const HeldItem& item) {
   const HeldItem::Facts& known = item.facts();
@@ -47,21 +45,20 @@ std::string_view imageByName(std::string_view name, std::string& lowercased) {
   return {};
 }
 
-PreviewBody unsignedFile(const HeldItem& file, std::string_view name,
-                         const PreviewRequest& request) {
+PreviewBody unsignedFile(const HeldItem& file, std::string_view name, const PreviewRequest& request,
+                         ReaderProgram& reader) {
   std::string lowercased;
   const std::string_view format = imageByName(name, lowercased);
-  if (!format.empty() && ImageReader::canRead(file, format, request)) {
-    return ImageReader::read(file, format, request);
+  if (!format.empty()) {
+    std::optional<PreviewBody> image = reader.read(file, Wanted::imageIfOne, format, request);
+    if (image) return *std::move(image);
   }
   if (std::optional<PreviewBody> text = TextReader::read(file, request)) return *std::move(text);
-  if (std::optional<PreviewBody> media = MediaReader::readUnsigned(file, request)) {
-    return *std::move(media);
-  }
-  return FactsOnly{};
+  return reader.read(file, Wanted::mediaIfOne, {}, request).value_or(FactsOnly{});
 }
 
-PreviewBody fileBody(HeldItem& file, std::string_view name, const PreviewRequest& request) {
+PreviewBody fileBody(HeldItem& file, std::string_view name, const PreviewRequest& request,
+                     ReaderProgram& reader) {
   if (const Outcome opened = file.openContent(); !opened) {
     return PreviewFailures::of(opened.error(), false);
   }
@@ -70,26 +67,30 @@ PreviewBody fileBody(HeldItem& file, std::string_view name, const PreviewRequest
   if (!length) return PreviewFailures::of(length.error(), false);
   head.resize(length.value());
   const ContentKind kind = ContentKind::of(head);
+  const auto readAs = [&](Wanted wanted) {
+    return reader.read(file, wanted, kind.image, request).value_or(FactsOnly{});
+  };
   switch (kind.family) {
     case Family::image:
-      return ImageReader::read(file, kind.image, request);
+      return readAs(Wanted::image);
     case Family::document:
-      return PageReader::read(file, request);
+      return readAs(Wanted::document);
     case Family::media:
-      return MediaReader::read(file, request);
+      return readAs(Wanted::media);
     case Family::closed:
       return FactsOnly{};
     case Family::unknown:
       break;
   }
-  return unsignedFile(file, name, request);
+  return unsignedFile(file, name, request, reader);
 }
 
-PreviewBody bodyOf(HeldItem& item, std::string_view name, const PreviewRequest& request) {
+PreviewBody bodyOf(HeldItem& item, std::string_view name, const PreviewRequest& request,
+                   ReaderProgram& reader) {
   if (request.isCancelled()) return FactsOnly{};
   switch (item.facts().type) {
     case HeldItem::Type::file:
-      return fileBody(item, name, request);
+      return fileBody(item, name, request, reader);
     case HeldItem::Type::folder:
       return FolderReader::read(item, request);
     case HeldItem::Type::other:
@@ -100,7 +101,7 @@ PreviewBody bodyOf(HeldItem& item, std::string_view name, const PreviewRequest& 
 
 }  // namespace
 
-PreviewContent read(const std::string& path, const PreviewRequest& request) {
+PreviewContent read(const std::string& path, const PreviewRequest& request, ReaderProgram& reader) {
   PreviewContent content;
   Result<HeldItem> item = HeldItem::at(path);
   if (item) {
@@ -110,7 +111,7 @@ PreviewContent read(const std::string& path, const PreviewRequest& request) {
   }
   content.facts.path = path;
   content.facts.name = lastPathComponent(path);
-  if (item) content.body = bodyOf(item.value(), content.facts.name, request);
+  if (item) content.body = bodyOf(item.value(), content.facts.name, request, reader);
   return content;
 }
 

@@ -25,8 +25,9 @@ namespace {
 using namespace std::string_literals;
 using testing::Optional;
 
-PreviewContent readAt(const std::string& path) {
-  return PreviewReader::read(path, PreviewRequest());
+PreviewContent readAt(const std::string& path, const PreviewRequest& request = {}) {
+  ReaderProgram reader;
+  return PreviewReader::read(path, request, reader);
 }
 
 template <class Body>
@@ -222,7 +223,7 @@ TEST(PreviewReader, cuts_a_long_text_between_characters) {
   putFile(tree.at("text"), text);
   PreviewRequest request;
   request.limits.textBytes = 99;
-  const PreviewContent content = PreviewReader::read(tree.at("text"), request);
+  const PreviewContent content = readAt(tree.at("text"), request);
   ASSERT_TRUE(shows<TextPreview>(content));
   EXPECT_EQ(textIn(content), text.substr(0, 97));
   EXPECT_FALSE(std::get<TextPreview>(content.body).isWhole);
@@ -233,10 +234,10 @@ TEST(PreviewReader, shows_a_text_of_just_the_limit_as_whole) {
   putFile(tree.at("text"), std::string(100, 'x'));
   PreviewRequest request;
   request.limits.textBytes = 100;
-  PreviewContent content = PreviewReader::read(tree.at("text"), request);
+  PreviewContent content = readAt(tree.at("text"), request);
   EXPECT_TRUE(std::get<TextPreview>(content.body).isWhole);
   request.limits.textBytes = 99;
-  content = PreviewReader::read(tree.at("text"), request);
+  content = readAt(tree.at("text"), request);
   EXPECT_FALSE(std::get<TextPreview>(content.body).isWhole);
 }
 
@@ -279,8 +280,9 @@ TEST(PreviewReader, shows_nothing_once_the_request_is_cancelled) {
     for (int limit = 1; !isDone; ++limit) {
       int polls = 0;
       PreviewRequest request;
+      request.limits.pixels = {20, 20};
       request.cancelled = [&] { return ++polls >= limit; };
-      const PreviewContent content = PreviewReader::read(tree.at(name), request);
+      const PreviewContent content = readAt(tree.at(name), request);
       isDone = polls < limit;
       EXPECT_TRUE(isDone || shows<FactsOnly>(content)) << name << " " << limit;
       ASSERT_LT(limit, 10'000) << name;

@@ -5,6 +5,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/types.h>
 #include <unistd.h>
 #include <utility>
@@ -83,7 +84,14 @@ HeldItem::Facts factsFrom(const struct statx& status) {
   if (S_ISREG(status.stx_mode)) facts.type = HeldItem::Type::file;
   if (S_ISDIR(status.stx_mode)) facts.type = HeldItem::Type::folder;
   facts.size = static_cast<std::int64_t>(status.stx_size);
-  if ((status.stx_mask & STATX_BTIME) != 0) facts.created = secondsOf(status.stx_btime);
+  facts.identity.device = makedev(status.stx_dev_major, status.stx_dev_minor);
+  facts.identity.inode = status.stx_ino;
+  if ((status.stx_mask & STATX_BTIME) != 0) {
+    facts.created = secondsOf(status.stx_btime);
+    // What a damaged file system tells may be anything, so without a sign.
+    facts.identity.created = static_cast<std::uint64_t>(status.stx_btime.tv_sec) * 1'000'000'000 +
+                             status.stx_btime.tv_nsec;
+  }
   if ((status.stx_mask & STATX_MTIME) != 0) facts.modified = secondsOf(status.stx_mtime);
   return facts;
 }
@@ -100,7 +108,7 @@ HeldItem::HeldItem(HeldItem&& other) noexcept = default;
 HeldItem& HeldItem::operator=(HeldItem&& other) noexcept = default;
 HeldItem::~HeldItem() = default;
 
-Result<HeldItem> HeldItem::at(const std::string& path) {
+Result<HeldItem> HeldItem::itself(const std::string& path) {
   // The system would read a path with a zero in it only up to there, and mean another item.
   if (!path.starts_with('/') || path.find('\0') != std::string::npos) {
     return SystemError::fromErrno(EINVAL, path);
@@ -109,28 +117,31 @@ Result<HeldItem> HeldItem::at(const std::string& path) {
   held.path_ = path;
   held.held_->item = openPath(path, O_PATH | O_NOFOLLOW);
   if (!held.held_->item) return SystemError::fromErrno(errno, path);
-  Result<struct statx> status = statusOf(held.held_->item, path);
+  const Result<struct statx> status = statusOf(held.held_->item, path);
   if (!status) return status.error();
+  held.facts_ = factsFrom(status.value());
+  if (S_ISLNK(status.value().stx_mode)) held.facts_.linkTarget = targetOf(held.held_->item);
+  held.isLink_ = S_ISLNK(status.value().stx_mode);
+  return held;
+}
 
-  std::string linkTarget;
-  bool isBrokenLink = false;
-  if (S_ISLNK(status.value().stx_mode)) {
-    linkTarget = targetOf(held.held_->item);
-    FileDescriptor end = openPath(path, O_PATH);
-    if (end) {
-      held.held_->item = std::move(end);
-      status = statusOf(held.held_->item, path);
-      if (!status) return status.error();
-    } else if (isDeadEnd(errno)) {
-      isBrokenLink = true;
-    } else {
-      return SystemError::fromErrno(errno, path);
-    }
+Result<HeldItem> HeldItem::at(const std::string& path) {
+  Result<HeldItem> link = itself(path);
+  if (!link || !link.value().isLink_) return link;
+  HeldItem& held = link.value();
+  FileDescriptor end = openPath(path, O_PATH);
+  if (!end) {
+    if (!isDeadEnd(errno)) return SystemError::fromErrno(errno, path);
+    held.facts_.isBrokenLink = true;
+    return link;
   }
+  const Result<struct statx> status = statusOf(end, path);
+  if (!status) return status.error();
+  held.held_->item = std::move(end);
+  std::string linkTarget = std::move(held.facts_.linkTarget);
   held.facts_ = factsFrom(status.value());
   held.facts_.linkTarget = std::move(linkTarget);
-  held.facts_.isBrokenLink = isBrokenLink;
-  return held;
+  return link;
 }
 
 // By the descriptor's own name, which means this item whatever stands at its path by now.
@@ -150,8 +161,14 @@ Result<std::size_t> HeldItem::read(std::int64_t offset, char* to, std::size_t co
   return static_cast<std::size_t>(length);
 }
 
-std::string HeldItem::contentPath() const {
-  return "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(held_->content.get());
+Result<std::string> HeldItem::ownPath() const {
+  if (!isLink_ || facts_.isBrokenLink) return path_;
+  const std::string name = "/proc/self/fd/" + std::to_string(held_->item.get());
+  std::string path(PATH_MAX, '\0');
+  const ssize_t length = ::readlink(name.c_str(), path.data(), path.size());
+  if (length < 0) return SystemError::fromErrno(errno, path_);
+  path.resize(static_cast<std::size_t>(length));
+  return path;
 }
 
 Outcome HeldItem::forEachEntry(const std::function<bool(const Entry&)>& take) const {

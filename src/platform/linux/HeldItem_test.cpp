@@ -90,14 +90,40 @@ TEST(HeldItem, reads_the_file_it_holds_though_another_takes_its_place) {
   EXPECT_EQ(firstBytes(item.value(), 100), "this one");
 }
 
-TEST(HeldItem, lends_its_content_to_another_process) {
-  const TempTree tree;
-  putFile(tree.at("file"), "this one");
-  Result<HeldItem> item = HeldItem::at(tree.at("file"));
-  ASSERT_TRUE(item.ok());
-  ASSERT_TRUE(item.value().openContent().ok());
-  ASSERT_EQ(::unlink(tree.at("file").c_str()), 0);
-  EXPECT_EQ(inForkedChild([&item] { return contentOf(item.value().contentPath()); }), "this one");
+TEST(HeldItem, has_an_identity_that_goes_with_the_item_and_not_with_the_name) {
+  const TempTree tree("file\nlink -> file\nother");
+  const HeldItem::Identity identity = HeldItem::at(tree.at("file")).value().facts().identity;
+  EXPECT_NE(identity, HeldItem::at(tree.at("other")).value().facts().identity);
+  EXPECT_EQ(identity, HeldItem::at(tree.at("link")).value().facts().identity);
+  EXPECT_NE(identity, HeldItem::itself(tree.at("link")).value().facts().identity);
+  ASSERT_EQ(::rename(tree.at("file").c_str(), tree.at("moved").c_str()), 0);
+  ASSERT_EQ(::rename(tree.at("other").c_str(), tree.at("file").c_str()), 0);
+  EXPECT_EQ(identity, HeldItem::at(tree.at("moved")).value().facts().identity);
+  EXPECT_NE(identity, HeldItem::at(tree.at("file")).value().facts().identity);
+}
+
+TEST(HeldItem, takes_a_link_for_itself_where_it_is_not_to_be_followed) {
+  const TempTree tree("file 5\nlink -> file");
+  Result<HeldItem> link = HeldItem::itself(tree.at("link"));
+  ASSERT_TRUE(link.ok());
+  EXPECT_EQ(link.value().facts().type, Type::other);
+  EXPECT_EQ(link.value().facts().linkTarget, "file");
+  EXPECT_FALSE(link.value().openContent().ok());
+  const Result<HeldItem> file = HeldItem::itself(tree.at("file"));
+  ASSERT_TRUE(file.ok());
+  EXPECT_EQ(file.value().facts().type, Type::file);
+  EXPECT_EQ(file.value().facts().size, 5);
+}
+
+TEST(HeldItem, tells_where_it_stands_without_the_link_that_led_to_it) {
+  const TempTree tree("folder/\n  file\nlink -> folder/file\nbroken -> nowhere");
+  const auto ownPath = [&tree](const char* name) {
+    const Result<std::string> path = HeldItem::at(tree.at(name)).value().ownPath();
+    return path ? path.value() : path.error().description();
+  };
+  EXPECT_EQ(ownPath("folder/file"), tree.at("folder/file"));
+  EXPECT_EQ(ownPath("link"), tree.at("folder/file"));
+  EXPECT_EQ(ownPath("broken"), tree.at("broken"));
 }
 
 TEST(HeldItem, follows_a_link_and_tells_what_it_says) {

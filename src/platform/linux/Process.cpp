@@ -15,6 +15,7 @@ namespace tessaly {
 
 struct Process::State {
   process::Child child;
+  FileDescriptor input;
   FileDescriptor output;
   FileDescriptor error;
   FileDescriptor sampled;
@@ -27,6 +28,7 @@ struct Process::State {
   ~State() {
     if (child.number < 0 || exit) return;
     // Before the rest, since the reaper may need a descriptor.
+    input = FileDescriptor();
     output = FileDescriptor();
     error = FileDescriptor();
     sampled = FileDescriptor();
@@ -41,34 +43,39 @@ Process& Process::operator=(Process&& other) noexcept = default;
 
 Result<Process> Process::launch(const Launch& launch) {
   auto state = std::make_unique<State>();
-  FileDescriptor itsOutput;
-  FileDescriptor itsError;
-  const auto connect = [&](FileDescriptor& ours, FileDescriptor& its) -> Outcome {
+  process::Ends its;
+  if (launch.input == Stream::captured) {
+    Result<process::Pipe> pipe = process::Pipe::makeOfSockets(launch.path);
+    if (!pipe) return pipe.error();
+    state->input = std::move(pipe.value().writing);
+    its.input = std::move(pipe.value().reading);
+  }
+  const auto connect = [&](FileDescriptor& ours, FileDescriptor& end) -> Outcome {
     Result<process::Pipe> pipe = process::Pipe::make(launch.path);
     if (!pipe) return pipe.error();
     ours = std::move(pipe.value().reading);
-    its = std::move(pipe.value().writing);
+    end = std::move(pipe.value().writing);
     // Ours alone: each end has a state of its own.
     fcntl(ours.get(), F_SETFL, O_NONBLOCK);
     return succeeded();
   };
   if (launch.output == Stream::captured) {
-    if (Outcome made = connect(state->output, itsOutput); !made) return made.error();
+    if (Outcome made = connect(state->output, its.output); !made) return made.error();
   }
   if (launch.error == Stream::captured) {
-    if (Outcome made = connect(state->error, itsError); !made) return made.error();
+    if (Outcome made = connect(state->error, its.error); !made) return made.error();
   }
   if (launch.output == Stream::sampled) {
-    if (Outcome made = connect(state->sampled, itsOutput); !made) return made.error();
+    if (Outcome made = connect(state->sampled, its.output); !made) return made.error();
   }
   if (launch.error == Stream::sampled && !state->sampled) {
-    if (Outcome made = connect(state->sampled, itsError); !made) return made.error();
+    if (Outcome made = connect(state->sampled, its.error); !made) return made.error();
   } else if (launch.error == Stream::sampled) {
-    itsError = FileDescriptor(fcntl(itsOutput.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-    if (!itsError) return SystemError::fromErrno(errno, launch.path);
+    its.error = FileDescriptor(fcntl(its.output.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (!its.error) return SystemError::fromErrno(errno, launch.path);
   }
 
-  Result<process::Child> child = process::spawn(launch, std::move(itsOutput), std::move(itsError));
+  Result<process::Child> child = process::spawn(launch, std::move(its));
   if (!child) return child.error();
   state->child = std::move(child).value();
   return Process(std::move(state));
@@ -95,15 +102,23 @@ std::optional<Process::Exit> Process::exit() const {
 }
 
 void Process::terminate() {
-  if (!state_->exit) process::signal(state_->child, SIGTERM);
+  if (!state_->exit) process::send(SIGTERM, state_->child);
 }
 
 void Process::kill() {
-  if (!state_->exit) process::signal(state_->child, SIGKILL);
+  if (!state_->exit) process::send(SIGKILL, state_->child);
 }
 
 const std::string& Process::sample() const {
   return state_->sample;
+}
+
+bool Process::writeInput(std::string_view bytes, Deadline deadline) {
+  return process::sendAll(state_->input.get(), bytes, deadline);
+}
+
+Process::Reading Process::readMore(std::string& text, std::size_t most, Deadline deadline) {
+  return process::readMore(state_->output.get(), text, most, deadline);
 }
 
 std::string Process::readOutput(Deadline deadline) {

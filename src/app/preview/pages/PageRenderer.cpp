@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <optional>
 
 #include <QImage>
@@ -11,17 +13,22 @@
 #include <QSize>
 #include <QSizeF>
 
+#include "app/preview/pages/ItemDevice.h"
+
 namespace tessaly::PageRenderer {
 
 namespace {
+
+using Verdict = ReaderAnswer::Verdict;
 
 // A page of `points` at the width asked for; none for a page without a size.
 std::optional<QSize> sizeOf(const QSizeF& points, int width) {
   if (!(points.width() > 0) || !(points.height() > 0)) return std::nullopt;
   const double ratio = points.height() / points.width();
   if (!std::isfinite(ratio)) return std::nullopt;
-  const double pixels =
-      ratio > PageSheets::tallest ? width * double{PageSheets::tallest} / ratio : width;
+  const double pixels = ratio > PreviewLimits::tallestPage
+                            ? width * double{PreviewLimits::tallestPage} / ratio
+                            : width;
   return QSize(std::max(1, static_cast<int>(std::lround(pixels))),
                std::max(1, static_cast<int>(std::lround(pixels * ratio))));
 }
@@ -36,53 +43,47 @@ QImage onWhite(const QImage& page) {
   return paper;
 }
 
-template <class Value>
-bool write(QIODevice& out, const Value& value) {
-  return out.write(reinterpret_cast<const char*>(&value), sizeof value) == sizeof value;
-}
-
-// Rows of pixels of 32 bits have no gaps.
-bool writeSheet(QIODevice& out, const QImage& page) {
-  return write(out, PageSheets::Sheet{.width = page.width(), .height = page.height()}) &&
-         out.write(reinterpret_cast<const char*>(page.constBits()), page.sizeInBytes()) ==
-             page.sizeInBytes();
-}
-
-PageSheets::Outcome outcomeOf(QPdfDocument::Error error) {
+Verdict verdictOf(QPdfDocument::Error error) {
   switch (error) {
     case QPdfDocument::Error::IncorrectPassword:
-      return PageSheets::locked;
+      return Verdict::locked;
     case QPdfDocument::Error::UnsupportedSecurityScheme:
-      return PageSheets::encrypted;
+      return Verdict::encrypted;
     default:
-      return PageSheets::damaged;
+      return Verdict::damaged;
   }
+}
+
+Verdict rendered(const HeldItem& file, AnswerWriter& answer, const PreviewLimits& limits) {
+  if (file.facts().size > limits.documentBytes) return Verdict::tooLarge;
+  // It is read here and there, and some of it again.
+  ItemDevice device(file, std::numeric_limits<std::int64_t>::max());
+  QPdfDocument pdf;
+  pdf.load(&device);
+  if (pdf.status() != QPdfDocument::Status::Ready) return verdictOf(pdf.error());
+
+  const int count = pdf.pageCount();
+  if (!answer.writePages(count)) return Verdict::unread;
+  QPdfDocumentRenderOptions options;
+  options.setRenderFlags(QPdfDocumentRenderOptions::RenderFlag::Annotations);
+  std::int64_t bytes = 0;
+  int written = 0;
+  for (int i = 0; i < std::min(count, limits.pages); ++i) {
+    const std::optional<QSize> size = sizeOf(pdf.pagePointSize(i), limits.pixels.width());
+    if (!size) break;
+    bytes += std::int64_t{4} * size->width() * size->height();
+    if (bytes > limits.pageBytes && i > 0) break;
+    const QImage page = onWhite(pdf.render(i, *size, options));
+    if (page.isNull() || !answer.writePicture(page)) break;
+    ++written;
+  }
+  return written > 0 ? Verdict::shown : Verdict::damaged;
 }
 
 }  // namespace
 
-PageSheets::Outcome render(QIODevice& document, QIODevice& out, const Limits& limits) {
-  QPdfDocument pdf;
-  pdf.load(&document);
-  if (pdf.status() != QPdfDocument::Status::Ready) return outcomeOf(pdf.error());
-
-  const int count = pdf.pageCount();
-  if (!write(out, PageSheets::Beginning{.count = count})) return PageSheets::failed;
-  QPdfDocumentRenderOptions options;
-  options.setRenderFlags(QPdfDocumentRenderOptions::RenderFlag::Annotations);
-  std::int64_t bytes = 0;
-  int rendered = 0;
-  for (int i = 0; i < std::min(count, limits.pages); ++i) {
-    const std::optional<QSize> size = sizeOf(pdf.pagePointSize(i), limits.width);
-    if (!size) break;
-    bytes += std::int64_t{4} * size->width() * size->height();
-    if (bytes > limits.bytes && i > 0) break;
-    const QImage page = onWhite(pdf.render(i, *size, options));
-    if (page.isNull()) break;
-    if (!writeSheet(out, page)) return PageSheets::failed;
-    ++rendered;
-  }
-  return rendered > 0 ? PageSheets::rendered : PageSheets::damaged;
+void render(const HeldItem& file, AnswerWriter& answer, const PreviewLimits& limits) {
+  answer.writeVerdict(rendered(file, answer, limits));
 }
 
 }  // namespace tessaly::PageRenderer

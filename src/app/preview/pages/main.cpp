@@ -1,35 +1,46 @@
-// Renders the pages of one document for a preview: see PageSheets.h.
-#include <cstdio>
-#include <sys/resource.h>
+// Reads one file of a foreign format for a preview: see ReaderRequest.h and ReaderAnswer.h. It is
+// started before it is needed, and gets ready then.
+#include <cstdlib>
+#include <optional>
+#include <string>
 #include <unistd.h>
 
-#include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
+#include <QImageReader>
 
-#include "app/preview/pages/PageRenderer.h"
+#include "app/preview/ReaderRequest.h"
+#include "app/preview/pages/AnswerWriter.h"
+#include "app/preview/pages/Confinement.h"
+#include "app/preview/pages/FileAnswer.h"
+#include "app/preview/pages/ImageReader.h"
 
-int main(int count, char** arguments) {
+int main(int, char** arguments) {
   using namespace tessaly;
-  // Whoever waits for it ends it sooner; this is for when nobody waits any more.
-  constexpr unsigned longest = 120;
-  ::alarm(longest);
-  // It may be brought down by what it reads, and says how it ended by what it returns alone.
-  const rlimit none = {};
-  ::setrlimit(RLIMIT_CORE, &none);
-  [[maybe_unused]] const std::FILE* lost = std::freopen("/dev/null", "w", stderr);
-  if (count != 6) return PageSheets::failed;
-  const QCoreApplication application(count, arguments);
-  const QByteArray width = arguments[3];
-  const QByteArray pages = arguments[4];
-  const QByteArray bytes = arguments[5];
-  QFile document(QString::fromLatin1(arguments[1]));
-  QFile out(QString::fromLatin1(arguments[2]));
-  if (!document.open(QIODevice::ReadOnly) ||
-      !out.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-    return PageSheets::failed;
-  }
-  const PageSheets::Outcome outcome = PageRenderer::render(
-      document, out, {.width = width.toInt(), .pages = pages.toInt(), .bytes = bytes.toLongLong()});
-  // All is written, and what the library has left lying about goes with the process.
-  ::_exit(outcome);
+  Confinement::limitResources();
+  const int answer = Confinement::takeAnswer();
+  if (answer < 0) return EXIT_FAILURE;
+  // Nothing of the desktop is needed, and no display.
+  ::unsetenv("QT_QPA_PLATFORMTHEME");
+  ::unsetenv("QT_IM_MODULE");
+  std::string option = "-platform";
+  std::string platform = "offscreen";
+  char* all[] = {arguments[0], option.data(), platform.data(), nullptr};
+  int count = 3;
+  const QGuiApplication application(count, all);
+  ImageReader::limitAllocation();
+  // Loads what knows them.
+  QImageReader::supportedImageFormats();
+
+  const std::optional<std::string> bytes = Confinement::awaitRequest();
+  const std::optional<ReaderRequest> request =
+      bytes ? ReaderRequest::decoded(*bytes) : std::nullopt;
+  if (!request) ::_exit(EXIT_SUCCESS);
+  Confinement::endWithRequest(request->limits.seconds);
+  QFile out;
+  if (!out.open(answer, QIODevice::WriteOnly | QIODevice::Unbuffered)) ::_exit(EXIT_FAILURE);
+  AnswerWriter writer(out);
+  FileAnswer::write(*request, writer);
+  // All is written, and what libraries have left lying about goes with the process.
+  ::_exit(EXIT_SUCCESS);
 }

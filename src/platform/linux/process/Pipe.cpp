@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace tessaly::process {
@@ -16,16 +17,28 @@ bool liftAboveStandard(FileDescriptor& end) {
   return static_cast<bool>(end);
 }
 
+Result<Pipe> lifted(Pipe pipe, std::string_view path) {
+  if (!liftAboveStandard(pipe.reading) || !liftAboveStandard(pipe.writing)) {
+    return SystemError::fromErrno(errno, path);
+  }
+  return pipe;
+}
+
 }  // namespace
 
 Result<Pipe> Pipe::make(std::string_view path) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return SystemError::fromErrno(errno, path);
-  Pipe pipe{.reading = FileDescriptor(ends[0]), .writing = FileDescriptor(ends[1])};
-  if (!liftAboveStandard(pipe.reading) || !liftAboveStandard(pipe.writing)) {
+  return lifted({.reading = FileDescriptor(ends[0]), .writing = FileDescriptor(ends[1])}, path);
+}
+
+Result<Pipe> Pipe::makeOfSockets(std::string_view path) {
+  int ends[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
     return SystemError::fromErrno(errno, path);
   }
-  return pipe;
+  ::shutdown(ends[0], SHUT_WR);
+  return lifted({.reading = FileDescriptor(ends[0]), .writing = FileDescriptor(ends[1])}, path);
 }
 
 }  // namespace tessaly::process

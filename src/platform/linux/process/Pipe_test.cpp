@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "support/ForkedChild.h"
@@ -16,6 +17,19 @@ TEST(Pipe, carries_bytes_from_one_end_to_the_other) {
   ASSERT_EQ(write(pipe.value().writing.get(), "abc", 3), 3);
   char bytes[3];
   EXPECT_EQ(read(pipe.value().reading.get(), bytes, 3), 3);
+}
+
+TEST(Pipe, is_written_to_without_a_signal_where_it_is_made_of_sockets) {
+  Result<Pipe> pipe = Pipe::makeOfSockets("");
+  ASSERT_TRUE(pipe.ok());
+  ASSERT_EQ(send(pipe.value().writing.get(), "abc", 3, MSG_NOSIGNAL), 3);
+  char bytes[3];
+  EXPECT_EQ(read(pipe.value().reading.get(), bytes, 3), 3);
+  for (const int end : {pipe.value().reading.get(), pipe.value().writing.get()}) {
+    EXPECT_EQ(fcntl(end, F_GETFD), FD_CLOEXEC);
+  }
+  pipe.value().reading = FileDescriptor();
+  EXPECT_EQ(send(pipe.value().writing.get(), "abc", 3, MSG_NOSIGNAL), -1);
 }
 
 class PipeAmongClosedStreams : public testing::TestWithParam<int> {};

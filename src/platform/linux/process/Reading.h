@@ -1,10 +1,12 @@
-// Waiting for a descriptor, and reading it, no longer than until a deadline.
+// Waiting for a descriptor, reading and writing it, no longer than until a deadline.
 #pragma once
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "platform/Deadline.h"
+#include "platform/Process.h"
 #include "platform/linux/FileDescriptor.h"
 
 namespace tessaly::process {
@@ -25,5 +27,11 @@ std::string readUntil(int descriptor, Deadline deadline, std::size_t sure);
 // Empties a pipe that does not block, without waiting for more, and adds to `sample` as long as
 // that has fewer than `most` bytes. Closes the pipe at its end.
 void takeSample(FileDescriptor& pipe, std::string& sample, std::size_t most);
+
+// Appends what is there, `most` bytes at most, of a descriptor that does not block.
+Process::Reading readMore(int descriptor, std::string& text, std::size_t most, Deadline deadline);
+
+// Sends all of `bytes` to a socket, or gives up at the deadline or where nobody reads any more.
+bool sendAll(int socket, std::string_view bytes, Deadline deadline);
 
 }  // namespace tessaly::process

@@ -128,7 +128,7 @@ int waitFor(pid_t number, int options, siginfo_t& told) {
 
 }  // namespace
 
-Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDescriptor error) {
+Result<Child> spawn(const Process::Launch& launch, Ends ends) {
   const auto failed = [&](int code) { return SystemError::fromErrno(code, launch.path); };
   // Cut at the NUL they would mean something else.
   if (holdsNul(launch)) return failed(EINVAL);
@@ -143,13 +143,15 @@ Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDe
   std::vector<std::string> variables = environmentOf(launch);
 
   Actions actions;
-  if (launch.isDetached) {
-    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+  const auto connect = [&](Process::Stream stream, const FileDescriptor& end, int standard) {
+    if (launch.isDetached || stream == Process::Stream::discarded) {
       actions.connectToNothing(standard);
     }
-  }
-  actions.connect(output, STDOUT_FILENO);
-  actions.connect(error, STDERR_FILENO);
+    actions.connect(end, standard);
+  };
+  connect(launch.input, ends.input, STDIN_FILENO);
+  connect(launch.output, ends.output, STDOUT_FILENO);
+  connect(launch.error, ends.error, STDERR_FILENO);
   // Also what other threads have open without O_CLOEXEC, or libraries that know nothing of it.
   actions.closeAllButStandard();
   if (launch.cwd) actions.enter(*launch.cwd);
@@ -164,8 +166,7 @@ Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDe
   if (code != 0) return failed(code);
 
   // Ours are not needed any more, and one of them makes room for the handle.
-  output = FileDescriptor();
-  error = FileDescriptor();
+  ends = Ends();
   // The C library's own header for these calls is not made for C++.
   child.handle = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, child.number, 0)));
   if (!child.handle) {
@@ -178,8 +179,8 @@ Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDe
   return child;
 }
 
-void signal(const Child& child, int number) {
-  syscall(SYS_pidfd_send_signal, child.handle.get(), number, nullptr, 0);
+void send(int signal, const Child& child) {
+  syscall(SYS_pidfd_send_signal, child.handle.get(), signal, nullptr, 0);
 }
 
 std::optional<Process::Exit> reaped(pid_t number) {

@@ -15,13 +15,19 @@ struct Child {
   FileDescriptor handle;  // a pidfd: readable once the child has exited
 };
 
-// Starts `launch` with the given ends as its standard output and error; one that is not open stands
-// for ours. Both are closed in any case. Errors name launch.path, also where another executable
-// stands in for it.
-Result<Child> spawn(const Process::Launch& launch, FileDescriptor output, FileDescriptor error);
+// The child's ends of its captured streams.
+struct Ends {
+  FileDescriptor input;
+  FileDescriptor output;
+  FileDescriptor error;
+};
 
-// Sends a child the signal of that number. One that has exited hears nothing.
-void signal(const Child& child, int number);
+// Starts `launch` with the given ends; one that is not open stands for what `launch` says. All are
+// closed in any case. Errors name launch.path, also where another executable stands in for it.
+Result<Child> spawn(const Process::Launch& launch, Ends ends);
+
+// Sends a child a signal. One that has exited hears nothing.
+void send(int signal, const Child& child);
 
 // Reaps a child that has exited and tells how it ended. Absent while it runs.
 std::optional<Process::Exit> reaped(pid_t number);

@@ -1,0 +1,476 @@
+#include "app/preview/ReaderProgram.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <thread>
+#include <unistd.h>
+#include <variant>
+#include <vector>
+
+#include <QBuffer>
+#include <QImageWriter>
+
+#include "app/preview/ContentKind.h"
+#include "app/preview/PreviewFailures.h"
+#include "platform/Deadline.h"
+#include "support/HostileFiles.h"
+#include "support/OwnProcess.h"
+#include "support/PreviewFile.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Wanted = ReaderRequest::Wanted;
+
+const std::string damagedImage = PreviewFailures::damagedImage().reason.toStdString();
+const std::string hugeImage = PreviewFailures::hugeImage().reason.toStdString();
+const std::string gone = "This file is no longer there.";
+
+// As PreviewReader asks, for a file that is what its content says.
+PreviewBody readFile(ReaderProgram& reader, const HeldItem& file,
+                     const PreviewRequest& request = {}) {
+  std::string head(ContentKind::headBytes, '\0');
+  head.resize(file.read(0, head.data(), head.size()).value());
+  const ContentKind kind = ContentKind::of(head);
+  const Wanted wanted = kind.family == ContentKind::Family::document ? Wanted::document
+                        : kind.family == ContentKind::Family::media  ? Wanted::media
+                                                                     : Wanted::image;
+  return reader.read(file, wanted, kind.image, request).value_or(FactsOnly{});
+}
+
+PreviewBody readBytes(ReaderProgram& reader, const std::string& bytes,
+                      const PreviewRequest& request = {}) {
+  const TempTree tree;
+  putFile(tree.at("file"), bytes);
+  return readFile(reader, held(tree.at("file")), request);
+}
+
+std::string reasonIn(const PreviewBody& body) {
+  const auto* failure = std::get_if<PreviewFailure>(&body);
+  return failure != nullptr ? failure->reason.toStdString() : "no failure";
+}
+
+bool showsImage(const PreviewBody& body) {
+  return std::holds_alternative<ImagePreview>(body);
+}
+
+// Children of this process that run.
+std::vector<pid_t> children() {
+  std::vector<pid_t> all;
+  for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
+    // Processes come and go meanwhile; of one that is gone there is nothing to be read.
+    std::ifstream file(entry.path() / "stat");
+    std::string text;
+    std::getline(file, text, '\0');
+    // What follows the name, which may hold anything.
+    const std::size_t end = text.rfind(')');
+    if (end == std::string::npos || text.size() < end + 4 || text[end + 2] == 'Z') continue;
+    if (std::stoi(text.substr(end + 4)) == ::getpid()) all.push_back(std::stoi(text));
+  }
+  return all;
+}
+
+// Waits, a minute at most.
+template <class Condition>
+bool comesAbout(const Condition& condition) {
+  const Deadline end = Deadline::after(60);
+  while (!condition()) {
+    if (end.hasPassed()) return false;
+    ::poll(nullptr, 0, 1);
+  }
+  return true;
+}
+
+// What the process has open, without the numbers of pipes and sockets.
+std::vector<std::string> openIn(pid_t process) {
+  std::vector<std::string> all;
+  std::error_code error;
+  fs::directory_iterator entry("/proc/" + std::to_string(process) + "/fd", error);
+  // The process may end meanwhile.
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    std::error_code closed;
+    const std::string target = fs::read_symlink(entry->path(), closed).string();
+    all.push_back(target.substr(0, target.find(":[")));
+  }
+  std::sort(all.begin(), all.end());
+  return all;
+}
+
+std::string limitOf(pid_t process, const std::string& name) {
+  std::ifstream file("/proc/" + std::to_string(process) + "/limits");
+  for (std::string line; std::getline(file, line);) {
+    if (!line.starts_with(name)) continue;
+    line.erase(0, line.find_first_not_of(' ', name.size()));
+    return line.substr(0, line.find(' '));
+  }
+  return "unknown";
+}
+
+PreviewRequest within(double seconds) {
+  PreviewRequest request;
+  request.limits.seconds = seconds;
+  return request;
+}
+
+// A thread in a reading that only the end of the request ends, and the process at it.
+class BusyReading {
+ public:
+  BusyReading(ReaderProgram& reader, const std::string& path) : file_(held(path)) {
+    request_.limits.seconds = 1e9;
+    request_.cancelled = [this] { return isCancelled_.load(); };
+    thread_ = std::thread([this, &reader] { body_ = readFile(reader, file_, request_); });
+    comesAbout([&] {
+      for (const pid_t child : children()) {
+        if (testing::Matches(testing::Contains(path))(openIn(child))) process_ = child;
+      }
+      return process_ != 0;
+    });
+  }
+  ~BusyReading() { cancel(); }
+
+  pid_t process() const { return process_; }
+  void cancel() {
+    isCancelled_ = true;
+    if (thread_.joinable()) thread_.join();
+  }
+  const PreviewBody& body() const { return body_; }
+  void join() { thread_.join(); }
+
+ private:
+  HeldItem file_;
+  PreviewRequest request_;
+  std::atomic<bool> isCancelled_ = false;
+  std::thread thread_;
+  pid_t process_ = 0;
+  PreviewBody body_;
+};
+
+// Whatever is read, the processes are gone afterwards.
+class ReaderProgramTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    EXPECT_TRUE(comesAbout([] { return !OwnProcess::now().hasChildren; }));
+  }
+};
+
+TEST_F(ReaderProgramTest, reads_images_documents_and_recordings) {
+  ReaderProgram reader;
+  const PreviewBody image = readBytes(reader, encoded(quarters(64, 32), "png"));
+  ASSERT_TRUE(showsImage(image));
+  EXPECT_EQ(std::get<ImagePreview>(image).pixels, QSize(64, 32));
+  EXPECT_EQ(colorsOf(std::get<ImagePreview>(image).image), "rgbw");
+  EXPECT_TRUE(std::holds_alternative<PagesPreview>(readBytes(reader, HostileFiles::document(""))));
+  const PreviewBody sound = readBytes(reader, HostileFiles::sound());
+  ASSERT_TRUE(std::holds_alternative<MediaPreview>(sound));
+  EXPECT_EQ(std::get<MediaPreview>(sound).facts.front().first, QStringLiteral("Duration"));
+}
+
+TEST_F(ReaderProgramTest, draws_the_letters_of_a_drawing) {
+  ReaderProgram reader;
+  const auto drawing = [](const std::string& text) {
+    return "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='40'><text x='0' y='40' "
+           "font-size='50'>" +
+           text + "</text></svg>";
+  };
+  const PreviewBody with = readBytes(reader, drawing("M"));
+  const PreviewBody without = readBytes(reader, drawing(" "));
+  ASSERT_TRUE(showsImage(with) && showsImage(without));
+  EXPECT_NE(std::get<ImagePreview>(with).image, std::get<ImagePreview>(without).image);
+}
+
+TEST_F(ReaderProgramTest, says_of_a_file_what_it_is_not) {
+  ReaderProgram reader;
+  const TempTree tree;
+  putFile(tree.at("text"), "only text");
+  const HeldItem file = held(tree.at("text"));
+  EXPECT_FALSE(reader.read(file, Wanted::imageIfOne, "tga", {}).has_value());
+  EXPECT_FALSE(reader.read(file, Wanted::mediaIfOne, {}, {}).has_value());
+}
+
+TEST_F(ReaderProgramTest, gives_up_a_drawing_that_takes_too_long) {
+  ReaderProgram reader;
+  EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::slowDrawing(), within(0.3))), hugeImage);
+}
+
+TEST_F(ReaderProgramTest, gives_up_a_photograph_of_countless_scans) {
+  ReaderProgram reader;
+  EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::photographOfScans(100'000), within(0.3))),
+            hugeImage);
+}
+
+// It ends for lack of memory or of time, whichever is over first.
+TEST_F(ReaderProgramTest, gives_up_a_document_whose_form_draws_itself) {
+  ReaderProgram reader;
+  const PreviewBody body = readBytes(reader, HostileFiles::documentThatDrawsItself(), within(2));
+  EXPECT_NE(reasonIn(body), "no failure");
+}
+
+TEST_F(ReaderProgramTest, refuses_an_image_that_promises_to_be_a_giant) {
+  ReaderProgram reader;
+  EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::pngOf(60'000, 60'000))), hugeImage);
+}
+
+TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_of_which_a_part_is_missing) {
+  ReaderProgram reader;
+  const std::string image = encoded(quarters(64, 64), "png");
+  EXPECT_EQ(reasonIn(readBytes(reader, image.substr(0, image.size() / 2))), damagedImage);
+  EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::document("").substr(0, 60))),
+            PreviewFailures::damagedDocument().reason.toStdString());
+  EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::sound().substr(0, 20))),
+            PreviewFailures::damagedMedia().reason.toStdString());
+}
+
+// One that has to be in memory as a whole to be decoded, of 45 million pixels.
+TEST_F(ReaderProgramTest, judges_the_first_image_as_it_does_later_ones) {
+  QImage large(9000, 5000, QImage::Format_Grayscale8);
+  large.fill(128);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QImageWriter writer(&buffer, "jpeg");
+  writer.setProgressiveScanWrite(true);
+  ASSERT_TRUE(writer.write(large));
+  ReaderProgram reader;
+  for (const char* turn : {"first", "second"}) {
+    const PreviewBody body = readBytes(reader, bytes.toStdString());
+    ASSERT_TRUE(showsImage(body)) << turn << ": " << reasonIn(body);
+    EXPECT_EQ(std::get<ImagePreview>(body).pixels, large.size()) << turn;
+  }
+}
+
+// Somebody else may be at the file between the moment when it is looked at and its reading.
+TEST_F(ReaderProgramTest, reads_the_file_that_was_looked_at_and_no_other) {
+  const TempTree tree("pipe fifo\nsocket socket\nlink -> file");
+  putFile(tree.at("other"), encoded(quarters(8, 8), "png"));
+  ASSERT_EQ(::symlink("other", tree.at("away").c_str()), 0);
+  ReaderProgram reader;
+  for (const char* name : {"other", "pipe", "socket", "away"}) {
+    putFile(tree.at("file"), encoded(quarters(16, 16), "png"));
+    const HeldItem file = held(tree.at("file"));
+    ASSERT_EQ(::rename(tree.at(name).c_str(), tree.at("file").c_str()), 0);
+    EXPECT_EQ(reasonIn(readFile(reader, file)), gone) << name;
+    // A pipe that was opened would have set free who waits at its other end.
+    if (name == "pipe"s) {
+      EXPECT_LT(::open(tree.at("file").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC), 0);
+      EXPECT_EQ(errno, ENXIO);
+    }
+    fs::remove(tree.at("file"));
+    // What the link led to.
+    putFile(tree.at("other"), encoded(quarters(8, 8), "png"));
+  }
+  const HeldItem file = [&] {
+    putFile(tree.at("file"), encoded(quarters(16, 16), "png"));
+    return held(tree.at("file"));
+  }();
+  fs::remove(tree.at("file"));
+  EXPECT_EQ(reasonIn(readFile(reader, file)), gone);
+}
+
+TEST_F(ReaderProgramTest, reads_what_a_link_leads_to) {
+  const TempTree tree("folder/\nlink -> folder/image");
+  putFile(tree.at("folder/image"), encoded(quarters(8, 8), "png"));
+  ReaderProgram reader;
+  EXPECT_TRUE(showsImage(readFile(reader, held(tree.at("link")))));
+}
+
+TEST_F(ReaderProgramTest, ends_the_process_at_a_file_when_the_request_is_cancelled) {
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  ReaderProgram reader;
+  BusyReading reading(reader, tree.at("drawing"));
+  ASSERT_NE(reading.process(), 0);
+  reading.cancel();
+  EXPECT_TRUE(std::holds_alternative<FactsOnly>(reading.body()));
+  EXPECT_TRUE(comesAbout([&] { return ::kill(reading.process(), 0) != 0 && errno == ESRCH; }));
+}
+
+TEST_F(ReaderProgramTest, asks_nobody_once_the_request_is_cancelled) {
+  ReaderProgram reader;
+  PreviewRequest request;
+  request.cancelled = [] { return true; };
+  EXPECT_TRUE(std::holds_alternative<FactsOnly>(
+      readBytes(reader, encoded(quarters(8, 8), "png"), request)));
+  EXPECT_THAT(children(), IsEmpty());
+}
+
+TEST_F(ReaderProgramTest, leaves_nothing_behind_whatever_it_reads) {
+  const OwnProcess before = OwnProcess::now();
+  {
+    ReaderProgram reader;
+    readBytes(reader, encoded(quarters(8, 8), "png"));
+    readBytes(reader, HostileFiles::slowDrawing(), within(0.1));
+    readBytes(reader, HostileFiles::documentThatDrawsItself(), within(0.1));
+    readBytes(reader, HostileFiles::document("").substr(0, 60));
+    int polls = 0;
+    PreviewRequest request = within(1e9);
+    request.cancelled = [&polls] { return ++polls > 2; };
+    readBytes(reader, HostileFiles::slowDrawing(), request);
+    // The one that waits for the next.
+    EXPECT_TRUE(comesAbout([] { return children().size() == 1; }));
+  }
+  EXPECT_EQ(settled(before), before);
+}
+
+TEST_F(ReaderProgramTest, keeps_one_process_waiting) {
+  ReaderProgram reader;
+  EXPECT_THAT(children(), IsEmpty());
+  reader.warmUp();
+  const std::vector<pid_t> first = children();
+  ASSERT_THAT(first, SizeIs(1));
+  reader.warmUp();
+  EXPECT_EQ(children(), first);
+  ASSERT_TRUE(showsImage(readBytes(reader, encoded(quarters(8, 8), "png"))));
+  std::vector<pid_t> second;
+  EXPECT_TRUE(comesAbout([&] { return (second = children()).size() == 1; }));
+  EXPECT_NE(second, first);
+}
+
+TEST_F(ReaderProgramTest, does_without_a_process_that_was_ended_while_it_waited) {
+  ReaderProgram reader;
+  reader.warmUp();
+  for (const pid_t child : children()) ::kill(child, SIGKILL);
+  ASSERT_TRUE(comesAbout([] { return children().empty(); }));
+  EXPECT_TRUE(showsImage(readBytes(reader, encoded(quarters(8, 8), "png"))));
+  EXPECT_TRUE(comesAbout([] { return children().size() == 1; }));
+}
+
+TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_at_which_a_process_was_ended) {
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  ReaderProgram reader;
+  BusyReading reading(reader, tree.at("drawing"));
+  ASSERT_NE(reading.process(), 0);
+  ::kill(reading.process(), SIGSEGV);
+  reading.join();
+  EXPECT_EQ(reasonIn(reading.body()), damagedImage);
+}
+
+TEST_F(ReaderProgramTest, reads_several_files_at_once) {
+  const TempTree tree;
+  putFile(tree.at("image"), encoded(quarters(64, 64), "png"));
+  ReaderProgram reader;
+  std::vector<PreviewBody> bodies(4);
+  std::vector<std::thread> threads;
+  for (PreviewBody& body : bodies) {
+    threads.emplace_back([&] { body = readFile(reader, held(tree.at("image"))); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const PreviewBody& body : bodies) EXPECT_TRUE(showsImage(body)) << reasonIn(body);
+}
+
+TEST_F(ReaderProgramTest, has_the_file_open_and_nothing_else_of_ours) {
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  ReaderProgram reader;
+  const BusyReading reading(reader, tree.at("drawing"));
+  ASSERT_NE(reading.process(), 0);
+  // The file is held to be looked at, and open to be read; the toolkit has a means to be woken up.
+  EXPECT_THAT(openIn(reading.process()),
+              testing::ElementsAre("/dev/null", "/dev/null", tree.at("drawing"), tree.at("drawing"),
+                                   "anon_inode", "pipe", "socket"));
+}
+
+TEST_F(ReaderProgramTest, has_limits_of_its_own) {
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  ReaderProgram reader;
+  const BusyReading reading(reader, tree.at("drawing"));
+  ASSERT_NE(reading.process(), 0);
+  const pid_t process = reading.process();
+  EXPECT_EQ(limitOf(process, "Max core file size"), "0");
+  EXPECT_EQ(limitOf(process, "Max file size"), "0");
+  EXPECT_EQ(limitOf(process, "Max open files"), "64");
+  EXPECT_TRUE(comesAbout([&] { return limitOf(process, "Max cpu time") != "unlimited"; }));
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+  EXPECT_EQ(limitOf(process, "Max data size"), std::to_string(1 << 30));
+#endif
+}
+
+// As when this program ends in whatever way: the system closes what it had open.
+TEST_F(ReaderProgramTest, ends_with_whoever_has_asked) {
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  const HeldItem file = held(tree.at("drawing"));
+  const OwnProcess before = OwnProcess::now();
+  {
+    Result<Process> process = Process::launch({.path = OwnPrograms::path(ReaderRequest::program),
+                                               .output = Process::Stream::captured,
+                                               .error = Process::Stream::discarded,
+                                               .input = Process::Stream::captured});
+    ASSERT_TRUE(process.ok());
+    PreviewLimits limits;
+    limits.seconds = 500;
+    const ReaderRequest request{.wanted = Wanted::image,
+                                .format = "svg",
+                                .path = tree.at("drawing"),
+                                .identity = file.facts().identity,
+                                .limits = limits};
+    ASSERT_TRUE(process.value().writeInput(*request.encoded(), Deadline::never()));
+    ASSERT_TRUE(comesAbout([&] {
+      const std::vector<pid_t> all = children();
+      return all.size() == 1 &&
+             testing::Matches(testing::Contains(tree.at("drawing")))(openIn(all.front()));
+    }));
+    // Nothing is written to it that would end it by itself.
+    EXPECT_FALSE(process.value().waitUntil(Deadline::after(0)));
+  }
+  EXPECT_EQ(settled(before), before);
+}
+
+TEST_F(ReaderProgramTest, keeps_the_complaints_of_libraries_to_itself) {
+  ReaderProgram reader;
+  testing::internal::CaptureStderr();
+  const PreviewBody body = readBytes(reader, HostileFiles::pngThatIsComplainedOf());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_TRUE(showsImage(body)) << reasonIn(body);
+}
+
+TEST_F(ReaderProgramTest, says_that_nothing_can_be_shown_where_the_program_is_missing) {
+  ReaderProgram reader("/nowhere/tessaly-pages");
+  reader.warmUp();
+  EXPECT_EQ(reasonIn(readBytes(reader, encoded(quarters(8, 8), "png"))),
+            "This image cannot be shown.");
+}
+
+// A program that was taken over may answer what it likes.
+class ReaderProgramTakenOver : public ReaderProgramTest {
+ protected:
+  std::string reasonWith(const std::string& does, double seconds) {
+    const TempTree tree;
+    putFile(tree.at("program"), "#!/bin/sh\n" + does + "\n");
+    EXPECT_EQ(::chmod(tree.at("program").c_str(), 0755), 0);
+    ReaderProgram reader(tree.at("program"));
+    return reasonIn(readBytes(reader, encoded(quarters(8, 8), "png"), within(seconds)));
+  }
+};
+
+TEST_F(ReaderProgramTakenOver, may_answer_nothing) {
+  EXPECT_EQ(reasonWith("exec sleep 1000", 0.2), hugeImage);
+  EXPECT_EQ(reasonWith("head -c 4 >/dev/null", 60), damagedImage);
+}
+
+TEST_F(ReaderProgramTakenOver, may_answer_nonsense) {
+  EXPECT_EQ(reasonWith("head -c 4 >/dev/null; echo nonsense that is no piece", 60), damagedImage);
+}
+
+TEST_F(ReaderProgramTakenOver, may_answer_without_end) {
+  EXPECT_EQ(reasonWith("exec cat /dev/zero", 60), damagedImage);
+}
+
+}  // namespace
+}  // namespace tessaly

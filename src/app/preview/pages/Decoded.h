@@ -1,0 +1,13 @@
+// What a decoder makes of a file: something to show, or a verdict on why there is nothing.
+#pragma once
+
+#include <variant>
+
+#include "app/preview/PreviewContent.h"
+#include "app/preview/ReaderAnswer.h"
+
+namespace tessaly {
+
+using Decoded = std::variant<ReaderAnswer::Verdict, ImagePreview, MediaPreview>;
+
+}  // namespace tessaly
