@@ -1,4 +1,5 @@
 // The map by keyboard alone.
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -35,10 +36,17 @@ TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
   press(Qt::Key_Return);
   ASSERT_EQ(session().stack().size(), 2U);
   EXPECT_TRUE(hasKeyboard());
+  // The focus stays on the folder that was opened until a key says otherwise.
+  EXPECT_EQ(focused(), tree_.at("Movies"));
+  EXPECT_FALSE(shows("mapTooltip"));
+  press(Qt::Key_Down);
   EXPECT_EQ(focused(), tree_.at("Movies/old"));
+  EXPECT_TRUE(shows("mapTooltip"));
 
   press(Qt::Key_Return);
   ASSERT_EQ(session().stack().size(), 3U);
+  EXPECT_EQ(focused(), tree_.at("Movies/old"));
+  press(Qt::Key_Down);
   EXPECT_EQ(focused(), tree_.at("Movies/old/beach.mp4"));
 
   press(Qt::Key_Escape);
@@ -47,12 +55,64 @@ TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
   press(Qt::Key_Escape);
   ASSERT_EQ(session().stack().size(), 1U);
   EXPECT_TRUE(hasKeyboard());
+  EXPECT_EQ(focused(), tree_.at("Movies/old/beach.mp4"));
   press(Qt::Key_Escape);
   EXPECT_EQ(session().stack().size(), 1U);
 }
 
+TEST_F(CanvasKeyboard, comes_back_to_the_folder_that_it_went_into) {
+  press(Qt::Key_Return);
+  ASSERT_EQ(session().stack().size(), 2U);
+  press(Qt::Key_Escape);
+  ASSERT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(focused(), tree_.at("Movies"));
+  EXPECT_EQ(itemNamed(item("mapTooltip"), "tooltipName")->property("text"), "Movies");
+}
+
+TEST_F(CanvasKeyboard, shows_a_tile_before_it_acts_on_it) {
+  press(Qt::Key_Return);
+  ASSERT_EQ(session().stack().size(), 2U);
+  press(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_TRUE(session().queue().empty());
+  EXPECT_EQ(focused(), tree_.at("Movies/old"));
+  press(Qt::Key_Return, Qt::ControlModifier);
+  ASSERT_EQ(session().queue().size(), 1U);
+  EXPECT_EQ(session().queue()[0].path(), tree_.at("Movies/old"));
+}
+
+TEST_F(CanvasKeyboard, takes_to_the_trash_what_was_focused_before_a_folder_opened) {
+  for (const char* below : {"Movies", "Movies/old", "Movies/new.mp4", "notes.txt"})
+    machine_.trash.put(tree_.at(below), below);
+  press(Qt::Key_Right);
+  ASSERT_EQ(focused(), tree_.at("notes.txt"));
+  session().open(session().current()->children()[0]);
+  settle(window());
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies/old")));
+}
+
+TEST_F(CanvasKeyboard, takes_nothing_else_to_the_trash_when_its_item_is_gone) {
+  for (const char* below : {"Movies", "notes.txt"}) machine_.trash.put(tree_.at(below), below);
+  press(Qt::Key_Right);
+  ASSERT_EQ(focused(), tree_.at("notes.txt"));
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  ASSERT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  std::filesystem::remove(tree_.at("notes.txt"));
+  finishScan();
+  EXPECT_EQ(focused(), tree_.at("notes.txt"));
+  EXPECT_FALSE(shows("mapTooltip"));
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
+  finishScan();
+  press(Qt::Key_Left);
+  EXPECT_EQ(focused(), tree_.at("Movies"));
+  EXPECT_TRUE(shows("mapTooltip"));
+}
+
 TEST_F(CanvasKeyboard, puts_the_queue_away_before_it_goes_back) {
   press(Qt::Key_Return);
+  press(Qt::Key_Down);
   press(Qt::Key_Return, Qt::ControlModifier);
   ASSERT_TRUE(session().queueOpen());
   press(Qt::Key_Escape);

@@ -27,6 +27,13 @@ class CanvasPointer : public Journey {
     QTest::mouseDClick(&window(), button, Qt::NoModifier, point);
     settle(window());
   }
+  void moveTo(QPoint point) {
+    QTest::mouseMove(&window(), point);
+    settle(window());
+  }
+  std::string focused() {
+    return session().focused() ? session().focused()->path() : std::string();
+  }
   bool isZoomed() { return window().windowStates().testFlag(Qt::WindowMaximized); }
 };
 
@@ -59,6 +66,67 @@ TEST_F(CanvasPointer, moves_no_window_by_a_drag) {
   QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(60, 20));
   settle(window());
   EXPECT_EQ(window().position(), before);
+}
+
+TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_it) {
+  const QPoint place = tilePoint("Movies");
+  clickAt(place);
+  ASSERT_EQ(session().stack().size(), 2U);
+  EXPECT_EQ(focused(), tree_.at("Movies"));
+  EXPECT_FALSE(shows("mapTooltip"));
+  press(Qt::Key_BracketLeft, Qt::ControlModifier);
+  ASSERT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(focused(), tree_.at("Movies"));
+
+  hoverAt(tilePoint("notes.txt"));
+  const std::string notes = tree_.at("notes.txt");
+  ASSERT_EQ(focused(), notes);
+  session().setHeatmap(true);
+  settle(window());
+  EXPECT_EQ(focused(), notes);
+  window().resize(1100, 680);
+  settle(window());
+  EXPECT_EQ(focused(), notes);
+  window().resize(1280, 820);
+  settle(window());
+  // The bar of the way back comes, and moves the map down.
+  session().open(session().current()->children()[0]);
+  settle(window());
+  EXPECT_EQ(focused(), notes);
+  session().back();
+  settle(window());
+  session().setVizMode(VizMode::list);
+  settle(window());
+  session().setVizMode(VizMode::treemap);
+  settle(window());
+  EXPECT_EQ(focused(), notes);
+  session().rescan();
+  finishScan();
+  EXPECT_EQ(focused(), notes);
+}
+
+TEST_F(CanvasPointer, focuses_what_is_under_it_when_it_moves_again) {
+  hoverAt(tilePoint("notes.txt"));
+  session().open(session().current()->children()[0]);
+  settle(window());
+  EXPECT_EQ(focused(), tree_.at("notes.txt"));
+  moveTo(tilePoint("Movies/beach.mp4"));
+  EXPECT_EQ(focused(), tree_.at("Movies/beach.mp4"));
+  EXPECT_TRUE(shows("mapTooltip"));
+}
+
+TEST_F(CanvasPointer, gives_no_focus_when_what_lay_over_the_map_goes_by_a_key) {
+  const QPoint movies = tilePoint("Movies");
+  hoverAt(tilePoint("notes.txt"));
+  session().setMenuNode(session().current()->children()[1]);
+  settle(window());
+  moveTo(movies);
+  press(Qt::Key_Escape);
+  ASSERT_FALSE(shows("nodeMenu"));
+  settle(window());
+  EXPECT_EQ(focused(), tree_.at("notes.txt"));
+  moveTo(movies + QPoint(1, 0));
+  EXPECT_EQ(focused(), tree_.at("Movies"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 
+#include "app/map/TreemapSurface.h"
 #include "journeys/Journey.h"
 #include "support/WindowItems.h"
 
@@ -39,6 +40,23 @@ TEST_F(TrashJourney, command_delete_moves_the_tile_under_the_pointer) {
   EXPECT_TRUE(shows("banner"));
   finishScan();
   EXPECT_TRUE(shows("putBack"));
+}
+
+TEST_F(TrashJourney, a_second_command_delete_takes_nothing_that_came_to_lie_under_the_pointer) {
+  const QPoint place = tilePoint("notes.txt");
+  hoverAt(place);
+  pressCommandDelete();
+  ASSERT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
+  std::filesystem::remove(tree_.at("notes.txt"));
+  finishScan();
+  const auto& map = *qobject_cast<const TreemapSurface*>(item("canvas"));
+  ASSERT_TRUE(map.tiles().at(map.mapFromScene(QPointF(place))).has_value());
+  EXPECT_EQ(session().focused()->path(), tree_.at("notes.txt"));
+  EXPECT_FALSE(shows("mapTooltip"));
+  pressCommandDelete();
+  finishScan();
+  for (const char* other : {"Movies", "Code", "caf\xE9.zip"})
+    EXPECT_TRUE(machine_.trash.has(tree_.at(other))) << other;
 }
 
 TEST_F(TrashJourney, put_back_brings_back_what_the_last_move_took) {

@@ -116,7 +116,18 @@ TEST_F(CanvasKeysTest, act_on_what_is_there_and_not_on_what_is_still_drawn) {
   canvas_->setNode(NodeHandle(
       folderNode("/s", 100, {folderNode("/s/new", 100, {fileNode("/s/new/one", 100)})})));
   key(Qt::Key_Return);
+  EXPECT_TRUE(opened_.empty());
+  EXPECT_EQ(highlighted(), "/s/new");
+  key(Qt::Key_Return);
   EXPECT_EQ(opened_, std::vector<std::string>{"/s/new"});
+}
+
+TEST_F(CanvasKeysTest, act_at_once_on_what_has_the_focus) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  canvas_->forceActiveFocus(Qt::MouseFocusReason);
+  ASSERT_EQ(highlighted(), "");
+  key(Qt::Key_Return);
+  EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
 }
 
 TEST_F(CanvasKeysTest, stay_at_the_border) {
@@ -309,13 +320,71 @@ TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
   EXPECT_EQ(textOf("tooltipName"), "a.pdf");
 }
 
-TEST_F(CanvasKeysTest, go_to_a_tile_that_is_there_when_theirs_has_gone) {
+TEST_F(CanvasKeysTest, change_no_focus_when_the_map_is_made_anew) {
+  comeByTab();
+  key(Qt::Key_Down);
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.setHeatmap(true);
+  draw();
+  EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+}
+
+TEST_F(CanvasKeysTest, are_on_no_tile_when_theirs_has_gone_until_a_key_is_pressed) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  comeByTab();
+  ASSERT_EQ(highlighted(), "/r/film.mp4");
+  canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
+  draw();
+  EXPECT_EQ(highlighted(), "");
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+  EXPECT_EQ(canvas_->keyboardTile(), -1);
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+  key(Qt::Key_Left);
+  EXPECT_EQ(highlighted(), "/r/left");
+  EXPECT_EQ(canvas_->keyboardTile(), 0);
+  EXPECT_EQ(focusedPath(), "/r/left");
+}
+
+TEST_F(CanvasKeysTest, are_back_on_their_tile_when_it_is_back) {
   session_.setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
   draw();
-  EXPECT_EQ(highlighted(), "/r/left");
-  EXPECT_EQ(canvas_->keyboardTile(), 0);
+  canvas_->setNode(NodeHandle(canvasSample()));
+  draw();
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+  EXPECT_EQ(item("mapTooltip")->position(),
+            TooltipPlacement::topLeft(middleOf("/r/film.mp4"), canvas_->size()));
+}
+
+TEST_F(CanvasKeysTest, leave_the_focus_where_it_is_when_they_go_elsewhere) {
+  QQuickItem other(window_.contentItem());
+  moveTo(on("/r/film.mp4"));
+  comeByTab();
+  key(Qt::Key_Left);
+  const auto there = focusedPath();
+  ASSERT_NE(there, "/r/film.mp4");
+  other.forceActiveFocus(Qt::TabFocusReason);
+  draw();
+  EXPECT_EQ(focusedPath(), there);
+  EXPECT_EQ(highlighted(), "");
+}
+
+TEST_F(CanvasKeysTest, go_on_from_another_canvas_on_what_has_the_focus_alone) {
+  session_.setFocused(fileNode("/r/film.mp4", 300));
+  canvas_->takeKeyboard();
+  draw();
+  EXPECT_TRUE(canvas_->hasActiveFocus());
+  EXPECT_EQ(highlighted(), "/r/film.mp4");
+
+  session_.setFocused(folderNode("/r", 1000));
+  show(canvasSample());
+  canvas_->takeKeyboard();
+  draw();
+  EXPECT_EQ(highlighted(), "");
+  EXPECT_TRUE(canvas_->hasKeyboard());
+  EXPECT_EQ(focusedPath(), "/r");
 }
 
 TEST_F(CanvasKeysTest, do_nothing_on_an_empty_map) {

@@ -3,6 +3,7 @@
 #include <QQuickWindow>
 
 #include "app/map/MapPicture.h"
+#include "app/map/PointerWatch.h"
 #include "app/map/TilePainter.h"
 
 namespace tessaly {
@@ -49,6 +50,8 @@ void TreemapSurface::geometryChange(const QRectF& now, const QRectF& before) {
 void TreemapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   QQuickItem::itemChange(change, data);
   if (change == ItemSceneChange) dropBand();
+  // From now on, so that the first move over the canvas is known for one.
+  if (change == ItemSceneChange && data.window != nullptr) PointerWatch::of(*data.window);
   if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) renew();
 }
 
@@ -83,11 +86,9 @@ void TreemapSurface::makeTiles() {
   }
   hovered_ = std::nullopt;
   emit tilesChanged();
-  if (const auto tile = tileOfKeyboard()) {
-    putKeyboardOn(*tile);
-  } else {
-    enter(tileToHighlight());
-  }
+  highlight(tileToKeep());
+  placeTooltip();
+  if (keyboardPath_) emit keyboardTileChanged();
 }
 
 }  // namespace tessaly

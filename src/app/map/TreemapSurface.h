@@ -7,6 +7,11 @@
 // The arrow keys go from tile to tile: the one they have come to is highlighted as if the pointer
 // were on it, until the pointer moves or the keyboard goes elsewhere.
 //
+// The focus follows who moves: the pointer that comes to a tile, a key, a click. Tiles that are
+// made anew below a pointer or under the keyboard never change it. Nor do they draw the highlight
+// to themselves, which would then be on one item while the commands take another: it stays on the
+// item that it was on, or comes to the one that has the focus, or goes.
+//
 // A drag draws a rubber band and selects what it touches. No tile is highlighted meanwhile, nor
 // afterwards until the pointer enters one.
 #pragma once
@@ -53,10 +58,10 @@ class TreemapSurface : public QQuickItem {
   const std::optional<std::string>& hoverPath() const { return hoverPath_; }
   TooltipState* tooltip() { return &tooltip_; }
 
-  // The keyboard comes to the tile of what has the focus, or else to the one around it, or to the
-  // first one.
+  // The keyboard goes on here that was on another canvas: on the tile of what has the focus, or on
+  // none before a key is pressed.
   Q_INVOKABLE void takeKeyboard();
-  // Whether it is on a tile.
+  // Whether it goes from tile to tile, even where it is on none at present.
   Q_INVOKABLE bool hasKeyboard() const { return keyboardPath_.has_value(); }
   int keyboardTile() const;
 
@@ -103,15 +108,18 @@ class TreemapSurface : public QQuickItem {
   void renew();
   void makeTiles();
   void setMouse(QPointF mouse);
-  std::optional<std::size_t> tileToHighlight();
-  void enter(std::optional<std::size_t> index);
+  std::optional<std::size_t> tileUnderPointer();
+  std::optional<std::size_t> tileToKeep();
+  void comeTo(std::optional<std::size_t> index);
+  void highlight(std::optional<std::size_t> index);
+  void placeTooltip();
+  bool hasFocus(const DiskNode& node) const;
   void showHighlight();
   void click(const DiskNode& node, Qt::KeyboardModifiers modifiers);
   void drawBand();
   void selectBand(Qt::KeyboardModifiers modifiers);
   void dropBand();
   bool actOn(const QKeyEvent& event);
-  std::optional<std::size_t> tileOfKeyboard() const;
   std::optional<std::size_t> keyboardStart() const;
   void putKeyboardOn(std::size_t index);
   void takeKeyboardAway();
@@ -136,7 +144,8 @@ class TreemapSurface : public QQuickItem {
   // The tile on which the pointer stood when a drag ended. It has not been entered since.
   std::optional<std::string> passedOverPath_;
   EscapeWatch escapeWatch_;
-  // The tile that the keyboard is on. It counts as the one under the pointer.
+  // The item that the keyboard is on, whether or not it has a tile. It counts as the one under the
+  // pointer.
   std::optional<std::string> keyboardPath_;
 };
 

@@ -59,10 +59,13 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   // A folder that opens must not hand the key on to what is in it.
   if (opens && event.isAutoRepeat()) return true;
 
-  // The first key only shows where the keyboard is, unless the pointer does.
+  // The first key only shows where the keyboard is, unless the pointer does; one that acts does so
+  // at once on nothing but what has the focus.
   if (!hovered_) {
-    putKeyboardOn(*keyboardStart());
-    if (direction) return true;
+    const std::size_t start = *keyboardStart();
+    const bool isKnown = hasFocus(tiles_[start].rect.node);
+    putKeyboardOn(start);
+    if (direction || !isKnown) return true;
   }
   if (direction) {
     if (const auto next = TileNeighbour::of(tiles_.all(), *hovered_, *direction)) {
@@ -79,13 +82,8 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   return true;
 }
 
-// The tile that the keyboard is on, or the one where it goes on because that is not there any more.
-std::optional<std::size_t> TreemapSurface::tileOfKeyboard() const {
-  if (!keyboardPath_) return std::nullopt;
-  const auto same = tiles_.find(*keyboardPath_);
-  return same ? same : keyboardStart();
-}
-
+// Where it comes to by a key: the tile of what has the focus, or else the one around it, or the
+// first one.
 std::optional<std::size_t> TreemapSurface::keyboardStart() const {
   if (tiles_.all().empty()) return std::nullopt;
   std::optional<std::size_t> start;
@@ -101,22 +99,37 @@ std::optional<std::size_t> TreemapSurface::keyboardStart() const {
 }
 
 void TreemapSurface::putKeyboardOn(std::size_t index) {
-  const TreemapRect& rect = tiles_[index].rect;
-  keyboardPath_ = rect.node.path();
-  tooltip_.moveTo(TooltipPlacement::topLeft(middleOfFace(rect), size()));
-  enter(index);
+  const DiskNode node = tiles_[index].rect.node;  // whoever is told may replace the tiles
+  keyboardPath_ = node.path();
+  highlight(index);
+  placeTooltip();
+  session_->setFocused(node);
   emit keyboardTileChanged();
+}
+
+// Beside the pointer, or beside the tile that the keyboard is on.
+void TreemapSurface::placeTooltip() {
+  const bool isByKeyboard = keyboardPath_ && hovered_;
+  const QPointF place = isByKeyboard ? middleOfFace(tiles_[*hovered_].rect) : mouse_;
+  tooltip_.moveTo(TooltipPlacement::topLeft(place, size()));
 }
 
 void TreemapSurface::takeKeyboardAway() {
   if (!keyboardPath_) return;
   keyboardPath_ = std::nullopt;
-  if (!stale_) enter(tileToHighlight());
+  if (!stale_) {
+    highlight(tileToKeep());
+    placeTooltip();
+  }
   emit keyboardTileChanged();
 }
 
 void TreemapSurface::takeKeyboard() {
-  forceActiveFocus(Qt::TabFocusReason);
+  forceActiveFocus(Qt::OtherFocusReason);
+  if (session_ == nullptr || gesture_.isDragging()) return;
+  const auto& focused = session_->focused();
+  keyboardPath_ = focused ? focused->path() : std::string();
+  renew();
 }
 
 int TreemapSurface::keyboardTile() const {

@@ -8,7 +8,7 @@
 #include <QQuickWindow>
 
 #include "app/map/MapPicture.h"
-#include "app/map/TooltipPlacement.h"
+#include "app/map/PointerWatch.h"
 #include "app/map/TooltipText.h"
 #include "app/map/TreemapSurface.h"
 #include "treemap/NodeTint.h"
@@ -25,31 +25,58 @@ void TreemapSurface::hoverMoveEvent(QHoverEvent* event) {
 
 void TreemapSurface::hoverLeaveEvent(QHoverEvent*) {
   pointerInside_ = false;
-  enter(tileToHighlight());
+  highlight(tileToKeep());
 }
 
 void TreemapSurface::setMouse(QPointF mouse) {
-  // A pointer that stands still is told of as well, with every frame.
-  if (keyboardPath_ && mouse == mouse_) return;
-  if (std::exchange(keyboardPath_, std::nullopt)) emit keyboardTileChanged();
+  const bool hasMoved = window() != nullptr && PointerWatch::of(*window()).takeMove();
   mouse_ = mouse;
   pointerInside_ = contains(mouse);
-  tooltip_.moveTo(TooltipPlacement::topLeft(mouse_, size()));
+  if (keyboardPath_ && !hasMoved) return;
+  if (std::exchange(keyboardPath_, std::nullopt)) emit keyboardTileChanged();
+  placeTooltip();
   // Tiles that are about to be made anew are not the ones the pointer will be on.
-  if (!stale_) enter(tileToHighlight());
+  if (stale_) return;
+  if (hasMoved) {
+    comeTo(tileUnderPointer());
+  } else {
+    highlight(tileToKeep());
+  }
 }
 
-std::optional<std::size_t> TreemapSurface::tileToHighlight() {
+std::optional<std::size_t> TreemapSurface::tileUnderPointer() {
   if (gesture_.isDragging()) return std::nullopt;
-  if (keyboardPath_) return tiles_.find(*keyboardPath_);
   const auto index = pointerInside_ ? tiles_.at(mouse_) : std::nullopt;
   if (index && passedOverPath_ == tiles_[*index].rect.node.path()) return std::nullopt;
   passedOverPath_ = std::nullopt;
   return index;
 }
 
+// The tile to be highlighted when nobody has moved.
+std::optional<std::size_t> TreemapSurface::tileToKeep() {
+  if (gesture_.isDragging()) return std::nullopt;
+  if (keyboardPath_) return tiles_.find(*keyboardPath_);
+  const auto index = tileUnderPointer();
+  if (!index || index == hovered_) return index;
+  const DiskNode& node = tiles_[*index].rect.node;
+  return hoverPath_ == node.path() || hasFocus(node) ? index : std::nullopt;
+}
+
+bool TreemapSurface::hasFocus(const DiskNode& node) const {
+  const auto& focused = session_->focused();
+  return focused && focused->path() == node.path();
+}
+
 // The pointer has come to the tile at `index`, or to none.
-void TreemapSurface::enter(std::optional<std::size_t> index) {
+void TreemapSurface::comeTo(std::optional<std::size_t> index) {
+  const bool isAnother = index != hovered_;
+  highlight(index);
+  if (!index || !isAnother) return;
+  const DiskNode node = tiles_[*index].rect.node;  // whoever is told may replace the tiles
+  session_->setFocused(node);
+}
+
+void TreemapSurface::highlight(std::optional<std::size_t> index) {
   if (index && hovered_ == index) return;
   hovered_ = index;
   if (!index) {
@@ -63,7 +90,6 @@ void TreemapSurface::enter(std::optional<std::size_t> index) {
   const std::string path = tile.rect.node.path();
   if (hoverPath_ != path) {
     hoverPath_ = path;
-    session_->setFocused(tile.rect.node);
     setCursor(Qt::PointingHandCursor);
   }
   showHighlight();

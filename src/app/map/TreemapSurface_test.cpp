@@ -353,17 +353,104 @@ TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
   }
 }
 
-TEST_F(TreemapSurfaceTest, highlights_what_came_under_a_pointer_that_stands_still) {
+TEST_F(TreemapSurfaceTest, leaves_what_came_under_a_pointer_alone_until_it_moves) {
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
   draw();
+  draw();
+  moveTo(point);
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+  EXPECT_EQ(canvas_->cursor().shape(), Qt::ArrowCursor);
+  moveTo(point + QPointF(1, 1));
+  EXPECT_EQ(focusedPath(), "/s/one");
   EXPECT_EQ(canvas_->hoverPath(), "/s/one");
   EXPECT_EQ(textOf("tooltipName"), "one");
+}
+
+TEST_F(TreemapSurfaceTest, keeps_the_highlight_on_the_item_under_the_pointer) {
+  moveTo(on("/r/film.mp4"));
+  session_.setFocused(folderNode("/r/empty", 150));
+  canvas_->setNode(NodeHandle(folderNode("/r", 10, {fileNode("/r/film.mp4", 10)})));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
+  EXPECT_EQ(textOf("tooltipSize"), "10 B");
+  EXPECT_EQ(focusedPath(), "/r/empty");
+}
+
+TEST_F(TreemapSurfaceTest, highlights_what_has_the_focus_when_it_comes_under_the_pointer) {
+  moveTo(on("/r/film.mp4"));
+  session_.setFocused(fileNode("/s/one", 10));
+  canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/s/one");
   canvas_->setNode(NodeHandle(folderNode("/s", 10)));
   draw();
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
   EXPECT_FALSE(item("mapTooltip")->isVisible());
+}
+
+TEST_F(TreemapSurfaceTest, gives_no_focus_to_tiles_that_move_under_the_pointer) {
+  moveTo(on("/r/film.mp4"));
+  for (const double x : {0, 200, 400, -200, 50}) {
+    canvas_->setX(x);
+    draw();
+    draw();
+    EXPECT_EQ(focusedPath(), "/r/film.mp4") << x;
+  }
+  for (const double width : {500, 1200, 800}) {
+    canvas_->setWidth(width);
+    draw();
+    draw();
+    EXPECT_EQ(focusedPath(), "/r/film.mp4") << width;
+  }
+}
+
+TEST_F(TreemapSurfaceTest, gives_no_focus_when_what_lay_over_it_goes) {
+  QQuickItem cover(window_.contentItem());
+  cover.setSize({900, 600});
+  cover.setZ(1);
+  cover.setAcceptHoverEvents(true);
+  draw();
+  session_.setFocused(folderNode("/r/empty", 150));
+  moveTo(on("/r/film.mp4"));
+  ASSERT_EQ(focusedPath(), "/r/empty");
+  cover.setVisible(false);
+  draw();
+  draw();
+  EXPECT_EQ(focusedPath(), "/r/empty");
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  moveTo(on("/r/film.mp4") + QPointF(1, 0));
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+}
+
+TEST_F(TreemapSurfaceTest, gives_no_focus_when_the_window_comes_or_goes_under_the_pointer) {
+  moveTo(on("/r/docs/a.pdf"));
+  const QPointF place = canvas_->mapToScene(on("/r/film.mp4"));
+  QEnterEvent uncovered(place, place, window_.mapToGlobal(place));
+  QCoreApplication::sendEvent(&window_, &uncovered);
+  draw();
+  EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
+  // The window has moved, and the pointer is where it was on the screen.
+  const QPointF other = canvas_->mapToScene(on("/r/empty"));
+  QMouseEvent told(QEvent::MouseMove, other, window_.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                   Qt::NoModifier);
+  QCoreApplication::sendEvent(&window_, &told);
+  draw();
+  EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
+}
+
+TEST_F(TreemapSurfaceTest, gives_no_focus_to_what_a_new_canvas_shows_under_the_pointer) {
+  const QPointF point = on("/r/film.mp4");
+  moveTo(point);
+  show(folderNode("/s", 10, {fileNode("/s/one", 10)}));
+  draw();
+  EXPECT_EQ(focusedPath(), "/r/film.mp4");
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  moveTo(point + QPointF(0, 2));
+  EXPECT_EQ(focusedPath(), "/s/one");
 }
 
 TEST_F(TreemapSurfaceTest, enters_no_tile_that_is_about_to_go) {
@@ -372,7 +459,10 @@ TEST_F(TreemapSurfaceTest, enters_no_tile_that_is_about_to_go) {
   moveTo(point);
   EXPECT_EQ(focusedPath(), std::nullopt);
   draw();
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+  moveTo(point + QPointF(1, 0));
   EXPECT_EQ(canvas_->hoverPath(), "/s/one");
+  EXPECT_EQ(focusedPath(), "/s/one");
 }
 
 TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {

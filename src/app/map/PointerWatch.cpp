@@ -1,0 +1,36 @@
+#include "app/map/PointerWatch.h"
+
+#include <utility>
+
+#include <QSinglePointEvent>
+
+namespace tessaly {
+
+PointerWatch::PointerWatch(QWindow& window) : QObject(&window) {
+  window.installEventFilter(this);
+}
+
+PointerWatch& PointerWatch::of(QWindow& window) {
+  auto* const watch = window.findChild<PointerWatch*>(QString(), Qt::FindDirectChildrenOnly);
+  return watch != nullptr ? *watch : *new PointerWatch(window);
+}
+
+bool PointerWatch::takeMove() {
+  return std::exchange(isMoving_, false);
+}
+
+bool PointerWatch::eventFilter(QObject* watched, QEvent* event) {
+  // A move that nobody has taken is over with the next event.
+  isMoving_ = false;
+  if (event->type() == QEvent::MouseMove || event->type() == QEvent::Enter) {
+    const auto& pointer = static_cast<const QSinglePointEvent&>(*event);
+    const Place place{pointer.scenePosition(), pointer.globalPosition()};
+    isMoving_ =
+        event->type() == QEvent::MouseMove &&
+        (!place_ || (place.inWindow != place_->inWindow && place.onScreen != place_->onScreen));
+    place_ = place;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace tessaly
