@@ -4,6 +4,7 @@
 
 #include <QPointer>
 
+#include "scan/Remainder.h"
 #include "session/FieldChanges.h"
 #include "system/ToolFigures.h"
 
@@ -115,6 +116,7 @@ void ScanSession::setHeatmap(bool on) {
 }
 
 void ScanSession::setMenuNode(std::optional<DiskNode> node) {
+  if (node && isRemainder(*node)) return;
   setField(menuNode_, std::move(node), &ScanSession::menuNodeChanged);
 }
 

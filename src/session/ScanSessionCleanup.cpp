@@ -10,6 +10,7 @@
 
 #include "reclaim/CriticalPaths.h"
 #include "scan/Format.h"
+#include "scan/Remainder.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
 #include "system/DiskSpace.h"
@@ -18,7 +19,7 @@ namespace tessaly {
 
 void ScanSession::trashFocused() {
   const std::optional<DiskNode> target = focused_ ? focused_ : current();
-  if (!target) return;
+  if (!target || isRemainder(*target)) return;
   const std::string path = target->path();
   if (CriticalPaths::isCritical(path, services_.homeDirectory)) {
     setCriticalWarning(target);
@@ -40,6 +41,10 @@ void ScanSession::trash(const DiskNode& node) {
   const DiskNode target = node;  // may be the menu's own, which goes away here
   FieldChanges changes(*this);
   changes.set(menuNode_, std::optional<DiskNode>(), &ScanSession::menuNodeChanged);
+  if (isRemainder(target)) {
+    changes.announce();
+    return;
+  }
   if (CriticalPaths::isCritical(target.path(), services_.homeDirectory)) {
     changes.set(criticalWarning_, std::optional(target), &ScanSession::criticalWarningChanged);
     changes.announce();
@@ -53,6 +58,10 @@ void ScanSession::trash(const DiskNode& node) {
 
 void ScanSession::overruleWarning() {
   if (!criticalWarning_) return;
+  if (isRemainder(*criticalWarning_)) {
+    dismissWarning();
+    return;
+  }
   const std::string path = criticalWarning_->path();
   FieldChanges changes(*this);
   changes.set(criticalWarning_, std::optional<DiskNode>(), &ScanSession::criticalWarningChanged);

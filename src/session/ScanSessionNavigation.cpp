@@ -6,7 +6,9 @@
 
 #include <QPointer>
 
+#include "platform/FileAccess.h"
 #include "scan/Package.h"
+#include "scan/Remainder.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
 
@@ -31,6 +33,7 @@ void ScanSession::jump(int index) {
 }
 
 void ScanSession::open(const DiskNode& node) {
+  if (isRemainder(node)) return;
   const bool hasChildren = !node.children().empty();
   if (!hasChildren && isPackageName(node.name())) {
     expandPackage(node);
@@ -45,6 +48,7 @@ void ScanSession::open(const DiskNode& node) {
 }
 
 void ScanSession::expandPackage(const DiskNode& node) {
+  if (isRemainder(node)) return;
   Dispatch& dispatch = services_.dispatch;
   auto work = [&dispatch, session = QPointer(this), path = node.path(), walk = services_.walk,
                ended = sessionEnded_] {
@@ -79,6 +83,13 @@ void ScanSession::focusPath(const std::string& path) {
     return;
   }
   const DiskNode target = chain->back();
+  if (isRemainder(target)) {
+    // There may be an item of this path all the same, for which the tree has no room.
+    if (FileAccess::ofMachine().kindOf(path) != FileAccess::Kind::nothing) {
+      services_.workspace.reveal({path});
+    }
+    return;
+  }
   // A file shows inside the map of its folder.
   if (chain->size() > 1 && !target.isDir()) chain->pop_back();
 
@@ -91,6 +102,7 @@ void ScanSession::focusPath(const std::string& path) {
 }
 
 void ScanSession::reveal(const DiskNode& node) {
+  if (isRemainder(node)) return;
   services_.workspace.reveal({node.path()});
 }
 

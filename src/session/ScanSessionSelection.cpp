@@ -2,12 +2,14 @@
 // nodes always change together.
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <QPointer>
 
 #include "scan/Format.h"
+#include "scan/Remainder.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
 
@@ -17,17 +19,21 @@ void ScanSession::selectNodes(const std::vector<DiskNode>& nodes, bool additive)
   FieldChanges changes(*this);
   if (!additive) clearSelection(changes);
   bool hasChanged = false;
+  std::optional<DiskNode> last;
   for (const DiskNode& node : nodes) {
+    if (isRemainder(node)) continue;
+    last = node;
     if (!selected_.insert(node.path()).second) continue;
     selectedNodes_.push_back(node);
     hasChanged = true;
   }
   if (hasChanged) changes.note(&ScanSession::selectionChanged);
-  if (!nodes.empty()) changes.set(focused_, nodes.back(), &ScanSession::focusedChanged);
+  if (last) changes.set(focused_, last, &ScanSession::focusedChanged);
   changes.announce();
 }
 
 void ScanSession::toggleSelect(const DiskNode& node) {
+  if (isRemainder(node)) return;
   FieldChanges changes(*this);
   const std::string path = node.path();
   if (selected_.erase(path) != 0) {
@@ -45,8 +51,7 @@ void ScanSession::selectAllCurrent() {
   if (stack_.empty()) return;
   std::vector<DiskNode> nodes;
   for (const DiskNode& child : stack_.back().children()) {
-    // Remainders stand for many items, and are none.
-    if (!child.name().starts_with("+ ")) nodes.push_back(child);
+    if (!isRemainder(child)) nodes.push_back(child);
   }
   const QPointer<ScanSession> session(this);
   selectNodes(nodes, false);
@@ -62,7 +67,7 @@ void ScanSession::clearSelection() {
 void ScanSession::copySelectedPaths() {
   std::vector<std::string> paths;
   for (const DiskNode& node : selectedNodes_) paths.push_back(node.path());
-  if (paths.empty() && focused_) paths.push_back(focused_->path());
+  if (paths.empty() && focused_ && !isRemainder(*focused_)) paths.push_back(focused_->path());
   if (paths.empty()) return;
   std::string lines;
   for (const std::string& path : paths) {
@@ -80,6 +85,7 @@ void ScanSession::addToQueue(const DiskNode& node) {
 }
 
 void ScanSession::enqueue(FieldChanges& changes, const DiskNode& node) {
+  if (isRemainder(node)) return;
   const std::string path = node.path();
   for (const DiskNode& queued : queue_) {
     if (queued.path() == path) return;

@@ -16,6 +16,7 @@
 #include "reclaim/ZipEngine.h"
 #include "scan/Format.h"
 #include "scan/PathName.h"
+#include "scan/Remainder.h"
 #include "session/FieldChanges.h"
 #include "session/ScanSession.h"
 
@@ -35,6 +36,7 @@ std::string wordsForOthers(const std::vector<std::string>& paths) {
 }  // namespace
 
 void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
+  std::erase_if(nodes, isRemainder);
   const auto critical = std::ranges::find_if(nodes, [this](const DiskNode& node) {
     return CriticalPaths::isCritical(node.path(), services_.homeDirectory);
   });

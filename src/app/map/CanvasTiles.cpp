@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "scan/Remainder.h"
 #include "treemap/NodeTint.h"
 #include "treemap/TreemapLayout.h"
 #include "treemap/TreemapSelect.h"
@@ -17,7 +18,8 @@ CanvasTiles::CanvasTiles(const DiskNode& node, QSizeF size, const State& state) 
   for (auto& rect : rects) {
     const Color tint =
         NodeTint::color(rect.node, state.filters, state.grewPaths, state.heatmap, now);
-    const bool selected = !state.selected.empty() && state.selected.contains(rect.node.path());
+    const bool selected = !state.selected.empty() && state.selected.contains(rect.node.path()) &&
+                          !isRemainder(rect.node);
     tiles_.push_back({std::move(rect), tint, selected});
   }
 }
@@ -41,10 +43,14 @@ std::vector<DiskNode> CanvasTiles::within(const Rect& band) const {
 }
 
 std::optional<std::size_t> CanvasTiles::find(std::string_view path) const {
+  std::optional<std::size_t> remainder;
   for (std::size_t i = 0; i < tiles_.size(); ++i) {
-    if (tiles_[i].rect.node.path() == path) return i;
+    const DiskNode& node = tiles_[i].rect.node;
+    if (node.path() != path) continue;
+    if (!isRemainder(node)) return i;
+    remainder = i;
   }
-  return std::nullopt;
+  return remainder;
 }
 
 }  // namespace tessaly

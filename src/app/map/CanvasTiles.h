@@ -44,7 +44,7 @@ class CanvasTiles {
   // The nodes that a rubber band over the tiles selects, in the order of the tiles.
   std::vector<DiskNode> within(const Rect& band) const;
 
-  // The tile of the item at `path`.
+  // The tile of the item at `path`; only where there is none, that of the remainder of this path.
   std::optional<std::size_t> find(std::string_view path) const;
 
  private:

@@ -55,6 +55,17 @@ TEST(CanvasTiles, are_found_by_path) {
   EXPECT_EQ(tiles.find("/r/a/"), std::nullopt);
 }
 
+TEST(CanvasTiles, of_an_item_come_before_that_of_a_remainder_of_the_same_path) {
+  const DiskNode remainder = remainderNode("/r", "+ 6 more", 10);
+  const CanvasTiles both =
+      tilesOf(folderNode("/r", 90, {fileNode("/r/__rest__", 80), remainder}), {"/r/__rest__"});
+  EXPECT_EQ(both.find("/r/__rest__"), 0U);
+  EXPECT_TRUE(both[0].selected);
+  EXPECT_FALSE(both[1].selected);
+  const CanvasTiles alone = tilesOf(folderNode("/r", 90, {fileNode("/r/a", 80), remainder}));
+  EXPECT_EQ(alone.find("/r/__rest__"), 1U);
+}
+
 TEST(CanvasTiles, know_whether_they_are_selected) {
   const CanvasTiles tiles = tilesOf(twoFolders(), {"/r/b", "/r/a/1"});
   EXPECT_FALSE(tiles[0].selected);

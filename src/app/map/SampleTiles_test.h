@@ -36,6 +36,17 @@ inline DiskNode folderNode(const std::string& path, std::int64_t size,
                   children);
 }
 
+// What stands for the children of `parent` that its tree has no room for.
+inline DiskNode remainderNode(const std::string& parent, const std::string& name,
+                              std::int64_t size) {
+  return DiskNode({.name = name,
+                   .path = parent + "/__rest__",
+                   .size = size,
+                   .isDir = false,
+                   .kind = FileKind::other,
+                   .mtime = {}});
+}
+
 inline TreemapRect tileRect(const DiskNode& node, double width, double height) {
   TreemapRect rect{node};
   rect.width = width;

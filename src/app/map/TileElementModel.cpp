@@ -3,6 +3,7 @@
 #include "app/map/TooltipText.h"
 #include "app/model/DisplayText.h"
 #include "app/model/NodeHandle.h"
+#include "scan/Remainder.h"
 
 namespace tessaly {
 
@@ -38,6 +39,8 @@ QVariant TileElementModel::data(const QModelIndex& index, int role) const {
       const TooltipText text = TooltipText::of(tile.rect, false, 0);
       return QString::fromStdString(text.size + ", " + text.facts);
     }
+    case SelectableRole:
+      return !isRemainder(tile.rect.node);
     case SelectedRole:
       return tile.selected;
     case NodeRole:
@@ -48,11 +51,8 @@ QVariant TileElementModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> TileElementModel::roleNames() const {
-  return {{PlaceRole, "place"},
-          {NameRole, "name"},
-          {FactsRole, "facts"},
-          {SelectedRole, "selected"},
-          {NodeRole, "node"}};
+  return {{PlaceRole, "place"},           {NameRole, "name"},         {FactsRole, "facts"},
+          {SelectableRole, "selectable"}, {SelectedRole, "selected"}, {NodeRole, "node"}};
 }
 
 }  // namespace tessaly

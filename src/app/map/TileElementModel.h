@@ -22,6 +22,7 @@ class TileElementModel : public QAbstractListModel {
     PlaceRole = Qt::UserRole + 1,  // a rectangle, in points of the canvas
     NameRole,
     FactsRole,  // size, kind, share of the parent, number of items
+    SelectableRole,
     SelectedRole,
     NodeRole,
   };

@@ -114,6 +114,21 @@ TEST_F(TileElements, can_have_the_keyboard_and_be_chosen_and_pressed) {
   EXPECT_TRUE(actions.contains(QAccessibleActionInterface::toggleAction()));
 }
 
+TEST_F(TileElements, cannot_be_chosen_where_they_stand_for_many_items) {
+  canvas_->setNode(NodeHandle(
+      folderNode("/r", 100, {fileNode("/r/left", 60), remainderNode("/r", "+ 6 more", 40)})));
+  draw();
+  ASSERT_NE(element("+ 6 more"), nullptr);
+  EXPECT_FALSE(element("+ 6 more")->state().checkable);
+  EXPECT_TRUE(element("left")->state().checkable);
+  for (const QString& action :
+       {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
+    element("+ 6 more")->actionInterface()->doAction(action);
+  }
+  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(machine_.workspace.revealed.empty());
+}
+
 TEST_F(TileElements, act_on_their_own_node_whatever_came_meanwhile) {
   QAccessibleInterface* const film = element("film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));

@@ -24,6 +24,7 @@ Item {
             required property rect place
             required property string name
             required property string facts
+            required property bool selectable
             required property bool selected
             required property nodeHandle node
 
@@ -39,7 +40,7 @@ Item {
             Accessible.focusable: true
             Accessible.focused: elements.surface.activeFocus
                 && elements.surface.keyboardTile === index
-            Accessible.checkable: true
+            Accessible.checkable: selectable
             Accessible.checked: selected
             Accessible.onPressAction: elements.surface.press(element.node)
             Accessible.onToggleAction: elements.surface.toggle(element.node)

@@ -80,7 +80,7 @@ class TreemapSurface : public QQuickItem {
  signals:
   // The user wants to see what is inside this folder.
   void open(const tessaly::NodeHandle& node);
-  // The user wants the menu of this tile, at a point of the canvas.
+  // The user wants the menu of this tile, which stands for an item, at a point of the canvas.
   void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place, bool byKeyboard);
   // The user wants the item of this node in the Trash.
   void menu(const tessaly::NodeHandle& node);
@@ -116,6 +116,7 @@ class TreemapSurface : public QQuickItem {
   bool hasFocus(const DiskNode& node) const;
   void showHighlight();
   void click(const DiskNode& node, Qt::KeyboardModifiers modifiers);
+  void askForMenu(const DiskNode& node, QPointF place, bool byKeyboard);
   void drawBand();
   void selectBand(Qt::KeyboardModifiers modifiers);
   void dropBand();

@@ -77,7 +77,7 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   if (opens) {
     click(tile.node, event.modifiers());
   } else {
-    emit tileMenuAsked(NodeHandle(tile.node), middleOfFace(tile), true);
+    askForMenu(tile.node, middleOfFace(tile), true);
   }
   return true;
 }
@@ -90,9 +90,9 @@ std::optional<std::size_t> TreemapSurface::keyboardStart() const {
   if (const auto& focused = session_->focused()) {
     const std::string path = focused->path();
     for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
-      const std::string tile = tiles_[i].rect.node.path();
+      const DiskNode& node = tiles_[i].rect.node;
       // Deeper ones come later.
-      if (path == tile || path.starts_with(tile + "/")) start = i;
+      if (hasFocus(node) || path.starts_with(node.path() + "/")) start = i;
     }
   }
   return start ? start : 0;

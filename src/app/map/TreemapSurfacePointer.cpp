@@ -11,6 +11,7 @@
 #include "app/map/PointerWatch.h"
 #include "app/map/TooltipText.h"
 #include "app/map/TreemapSurface.h"
+#include "scan/Remainder.h"
 #include "treemap/NodeTint.h"
 
 namespace tessaly {
@@ -59,12 +60,14 @@ std::optional<std::size_t> TreemapSurface::tileToKeep() {
   const auto index = tileUnderPointer();
   if (!index || index == hovered_) return index;
   const DiskNode& node = tiles_[*index].rect.node;
-  return hoverPath_ == node.path() || hasFocus(node) ? index : std::nullopt;
+  const bool isKnown = hasFocus(node) || (!isRemainder(node) && hoverPath_ == node.path());
+  return isKnown ? index : std::nullopt;
 }
 
 bool TreemapSurface::hasFocus(const DiskNode& node) const {
   const auto& focused = session_->focused();
-  return focused && focused->path() == node.path();
+  // A remainder may share its path with a file of the disk.
+  return focused && focused->path() == node.path() && isRemainder(*focused) == isRemainder(node);
 }
 
 // The pointer has come to the tile at `index`, or to none.
@@ -111,7 +114,7 @@ void TreemapSurface::mousePressEvent(QMouseEvent* event) {
   const auto index = tiles_.at(event->position());
   if (event->button() == Qt::RightButton) {
     if (index && !gesture_.isPressed()) {
-      emit tileMenuAsked(NodeHandle(tiles_[*index].rect.node), event->position(), false);
+      askForMenu(tiles_[*index].rect.node, event->position(), false);
     }
     return;
   }
@@ -175,9 +178,15 @@ void TreemapSurface::dropBand() {
   escapeWatch_.listenIn(nullptr);
 }
 
+void TreemapSurface::askForMenu(const DiskNode& node, QPointF place, bool byKeyboard) {
+  // Nothing of it could be done to a remainder.
+  if (!isRemainder(node)) emit tileMenuAsked(NodeHandle(node), place, byKeyboard);
+}
+
 void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {
   const DiskNode clicked = node;  // the handlers may replace the tiles
   session_->setFocused(clicked);
+  if (isRemainder(clicked)) return;
   if (modifiers.testFlag(Qt::ShiftModifier)) {
     session_->toggleSelect(clicked);
   } else if (modifiers.testFlag(Qt::ControlModifier)) {  // Command on macOS

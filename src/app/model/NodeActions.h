@@ -34,7 +34,7 @@ class NodeActions : public QObject {
 
   explicit NodeActions(Doors doors, QObject* parent = nullptr);
 
-  // Each does nothing for a handle without a node.
+  // Each does nothing for a handle without a node, or with one that is no item of the disk.
   Q_INVOKABLE void reveal(const tessaly::NodeHandle& node);
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void quickLook(const tessaly::NodeHandle& node);
@@ -43,6 +43,8 @@ class NodeActions : public QObject {
   Q_INVOKABLE void openInEditor(const tessaly::NodeHandle& node);
 
  private:
+  static void give(const NodeHandle& node, const OnPath& act);
+
   Doors doors_;
 };
 

@@ -65,5 +65,33 @@ TEST_F(NodeActionsTest, do_nothing_without_a_node) {
   EXPECT_THAT(asked_, IsEmpty());
 }
 
+TEST_F(NodeActionsTest, do_nothing_with_what_stands_for_many_items) {
+  DiskNode::Fields fields;
+  fields.name = "+ 6 more";
+  fields.path = "/data/__rest__";
+  const NodeHandle remainder{DiskNode(fields)};
+  actions_.reveal(remainder);
+  actions_.open(remainder);
+  actions_.copyPath(remainder);
+  actions_.quickLook(remainder);
+  actions_.openTerminal(remainder);
+  actions_.openInEditor(remainder);
+  EXPECT_THAT(workspace_.revealed, IsEmpty());
+  EXPECT_THAT(workspace_.opened, IsEmpty());
+  EXPECT_EQ(pasteboard_.text, std::nullopt);
+  EXPECT_THAT(asked_, IsEmpty());
+}
+
+TEST_F(NodeActionsTest, take_files_that_are_called_like_a_remainder) {
+  for (const char* name : {"__rest__", "+ 6 more"}) {
+    DiskNode::Fields fields;
+    fields.name = name;
+    fields.path = std::string("/data/") + name;
+    actions_.reveal(NodeHandle(DiskNode(fields)));
+  }
+  EXPECT_THAT(workspace_.revealed,
+              ElementsAre(ElementsAre("/data/__rest__"), ElementsAre("/data/+ 6 more")));
+}
+
 }  // namespace
 }  // namespace tessaly

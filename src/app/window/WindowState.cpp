@@ -1,6 +1,7 @@
 #include "app/window/WindowState.h"
 
 #include "app/model/DisplayText.h"
+#include "scan/Remainder.h"
 
 namespace tessaly {
 
@@ -59,7 +60,7 @@ void WindowState::setSettingsOpen(bool open) {
 }
 
 bool WindowState::hasFocusedNode() const {
-  return session_ != nullptr && session_->focused().has_value();
+  return session_ != nullptr && session_->focused() && !isRemainder(*session_->focused());
 }
 
 NodeHandle WindowState::focusedNode() const {

@@ -23,7 +23,7 @@ class WindowState : public QObject {
   Q_PROPERTY(bool showsBreadcrumbs READ showsBreadcrumbs NOTIFY changed)
   // The volume of the folder on screen.
   Q_PROPERTY(QString volumeName READ volumeName NOTIFY changed)
-  // Something on the map can be shown, thrown away or copied.
+  // Something on the map can be looked into.
   Q_PROPERTY(bool hasFocusedNode READ hasFocusedNode NOTIFY focusedChanged)
   Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
   // The settings lie over the window.

@@ -78,6 +78,16 @@ TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
   EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(WindowStateTest, has_nothing_to_look_into_in_what_stands_for_many_items) {
+  DiskNode::Fields fields;
+  fields.name = "+ 6 more";
+  fields.path = "/__rest__";
+  session().setFocused(DiskNode(fields));
+  EXPECT_FALSE(state_.hasFocusedNode());
+  session().setFocused(file("/__rest__", 1));
+  EXPECT_TRUE(state_.hasFocusedNode());
+}
+
 TEST_F(WindowStateTest, tells_whether_something_has_the_focus) {
   const QSignalSpy changes(&state_, &WindowState::focusedChanged);
   session().setFocused(file("/a", 1));

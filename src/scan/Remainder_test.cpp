@@ -1,0 +1,47 @@
+#include "scan/Remainder.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+
+#include "scan/DiskNodeJson.h"
+
+namespace tessaly {
+namespace {
+
+DiskNode named(const std::string& name, const std::string& path) {
+  return DiskNode({name, path, 10, false, FileKind::other, {}});
+}
+
+TEST(Remainder, is_known_by_a_path_that_ends_in_rest_under_another_name) {
+  EXPECT_TRUE(isRemainder(named("+ 6 more", "/home/h/__rest__")));
+  EXPECT_TRUE(isRemainder(named("+ 6 more", "/__rest__")));
+}
+
+TEST(Remainder, is_no_file_that_is_called_like_one) {
+  EXPECT_FALSE(isRemainder(named("__rest__", "/home/h/__rest__")));
+  EXPECT_FALSE(isRemainder(named("+ 6 more", "/home/h/+ 6 more")));
+  EXPECT_FALSE(isRemainder(named("+ notes", "/home/h/+ notes")));
+  EXPECT_FALSE(isRemainder(named("a__rest__", "/home/h/a__rest__")));
+  EXPECT_FALSE(isRemainder(named("film", "/home/__rest__/film")));
+}
+
+TEST(Remainder, is_no_disk_and_no_empty_place) {
+  EXPECT_FALSE(isRemainder(DiskNode()));
+  EXPECT_FALSE(isRemainder(DiskNode({"Macintosh HD", "/", 10, true, FileKind::folder, {}})));
+}
+
+TEST(Remainder, is_known_in_a_tree_that_was_saved) {
+  const DiskNode tree({"h", "/home/h", 40, true, FileKind::folder, {}},
+                      {named("__rest__", "/home/h/__rest__"), named("+ 6 more", "/home/h/+ 6 more"),
+                       named("+ 6 more", "/home/h/__rest__")});
+  const std::optional<DiskNode> restored = DiskNodeJson::decode(DiskNodeJson::encode(tree));
+  ASSERT_TRUE(restored.has_value());
+  EXPECT_FALSE(isRemainder(*restored));
+  EXPECT_FALSE(isRemainder(restored->children()[0]));
+  EXPECT_FALSE(isRemainder(restored->children()[1]));
+  EXPECT_TRUE(isRemainder(restored->children()[2]));
+}
+
+}  // namespace
+}  // namespace tessaly

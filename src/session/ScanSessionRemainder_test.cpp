@@ -1,0 +1,196 @@
+// A remainder stands for many items and is none. Whatever is asked of it, nothing happens, not even
+// to a file of the disk that has its path.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "session/SessionFixture_test.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class Remainder : public SessionFixture {
+ protected:
+  Remainder() {
+    for (const DiskNode* node : {&file_, &likeIt_, &film_}) machine_.trash.put(node->path());
+    scanTo(tree_);
+    toast_ = session().toast();
+  }
+
+  static std::vector<std::string> paths(const std::vector<DiskNode>& nodes) {
+    std::vector<std::string> all;
+    for (const DiskNode& node : nodes) all.push_back(node.path());
+    return all;
+  }
+  void expectNothingDone() {
+    for (const DiskNode* node : {&file_, &likeIt_, &film_}) {
+      EXPECT_TRUE(machine_.trash.has(node->path())) << node->path();
+    }
+    EXPECT_THAT(session().lastTrashed(), IsEmpty());
+    EXPECT_THAT(session().queue(), IsEmpty());
+    EXPECT_THAT(session().selected(), IsEmpty());
+    EXPECT_THAT(session().stack(), SizeIs(1));
+    EXPECT_THAT(machine_.workspace.revealed, IsEmpty());
+    EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
+    EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
+    EXPECT_EQ(session().toast(), toast_);
+    EXPECT_EQ(session().failure(), std::nullopt);
+    EXPECT_EQ(session().menuNode(), std::nullopt);
+    EXPECT_EQ(session().criticalWarning(), std::nullopt);
+    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_EQ(walks().ran(), 1U);
+  }
+
+  DiskNode remainder(const std::string& parent) const {
+    DiskNode::Fields fields;
+    fields.name = "+ 6 more";
+    fields.path = parent + "/__rest__";
+    fields.size = 5;
+    return DiskNode(fields);
+  }
+
+  const DiskNode film_ = file("/data/film", 9);
+  const DiskNode file_ = file("/data/__rest__", 8);
+  const DiskNode likeIt_ = file("/data/+ 6 more", 7);
+  const DiskNode rest_ = remainder("/data");
+  const DiskNode tree_ = folder("/data", 40, {film_, file_, likeIt_, rest_});
+  std::optional<std::string> toast_;
+};
+
+TEST_F(Remainder, that_has_the_focus_is_not_trashed_nor_is_the_folder_on_screen) {
+  session().setFocused(rest_);
+  session().trashFocused();
+  expectNothingDone();
+}
+
+TEST_F(Remainder, is_not_trashed_from_a_menu_which_goes_away) {
+  session().setMenuNode(film_);
+  session().trash(rest_);
+  expectNothingDone();
+}
+
+TEST_F(Remainder, of_a_critical_place_is_not_trashed_and_not_warned_of) {
+  const DiskNode critical = remainder("/usr");
+  machine_.trash.put("/usr/__rest__");
+  session().setFocused(critical);
+  session().trashFocused();
+  session().trash(critical);
+  session().zipThenTrash({critical});
+  expectNothingDone();
+  session().setCriticalWarning(critical);
+  session().overruleWarning();
+  EXPECT_TRUE(machine_.trash.has("/usr/__rest__"));
+  expectNothingDone();
+}
+
+TEST_F(Remainder, is_not_queued) {
+  session().addToQueue(rest_);
+  EXPECT_FALSE(session().queueOpen());
+  expectNothingDone();
+}
+
+TEST_F(Remainder, is_not_selected) {
+  session().toggleSelect(rest_);
+  session().selectNodes({rest_}, true);
+  session().queueSelected();
+  expectNothingDone();
+  EXPECT_EQ(session().focused(), std::nullopt);
+  session().selectNodes({film_, rest_}, false);
+  EXPECT_THAT(paths(session().selectedNodes()), ElementsAre(film_.path()));
+  EXPECT_EQ(session().focused(), film_);
+  session().selectNodes({rest_}, false);
+  EXPECT_THAT(session().selected(), IsEmpty());
+}
+
+TEST_F(Remainder, is_not_selected_with_all_but_what_is_called_like_it_is) {
+  session().selectAllCurrent();
+  EXPECT_THAT(paths(session().selectedNodes()),
+              ElementsAre(film_.path(), file_.path(), likeIt_.path()));
+  EXPECT_EQ(session().toast(), "Selected 3");
+}
+
+TEST_F(Remainder, is_not_archived_nor_is_the_file_of_its_path) {
+  // A session asks the disk what is there to be archived.
+  const TempTree disk("__rest__ 4K\n");
+  ScanSession session(machine_.services(disk.path()));
+  session.zipThenTrash({remainder(disk.path())});
+  EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
+  EXPECT_EQ(session.criticalWarning(), std::nullopt);
+  session.zipThenTrash({remainder(disk.path()), file(disk.at("__rest__"), 1)});
+  EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
+}
+
+TEST_F(Remainder, is_not_revealed) {
+  session().reveal(rest_);
+  expectNothingDone();
+}
+
+TEST_F(Remainder, is_not_opened) {
+  DiskNode::Fields fields;
+  fields.name = "+ 6 more.app";
+  fields.path = rest_.path();
+  fields.isDir = true;
+  const DiskNode odd(fields, {film_});
+  for (const DiskNode& node : {rest_, odd}) {
+    session().open(node);
+    session().expandPackage(node);
+    dispatch().drainAll();
+  }
+  expectNothingDone();
+}
+
+TEST_F(Remainder, gives_no_path_to_the_pasteboard) {
+  session().setFocused(rest_);
+  session().copySelectedPaths();
+  expectNothingDone();
+}
+
+TEST_F(Remainder, has_no_menu) {
+  session().setMenuNode(rest_);
+  expectNothingDone();
+}
+
+TEST_F(Remainder, is_not_led_to) {
+  scanTo(folder("/data", 9, {film_, rest_}));
+  session().setVizMode(VizMode::largest);
+  session().focusPath("/data/__rest__");
+  EXPECT_EQ(session().focused(), std::nullopt);
+  EXPECT_EQ(session().vizMode(), VizMode::largest);
+  EXPECT_THAT(machine_.workspace.revealed, IsEmpty());
+}
+
+TEST_F(Remainder, keeps_nobody_from_a_file_of_its_path) {
+  session().focusPath(file_.path());
+  EXPECT_EQ(session().focused(), file_);
+  // The file may also be among those that the tree has no room for.
+  const TempTree disk("__rest__ 4K\n");
+  scanTo(folder(disk.path(), 9, {remainder(disk.path())}));
+  session().focusPath(disk.at("__rest__"));
+  EXPECT_THAT(machine_.workspace.revealed, ElementsAre(ElementsAre(disk.at("__rest__"))));
+}
+
+TEST_F(Remainder, takes_nothing_from_files_that_are_called_like_it) {
+  for (const DiskNode& node : {file_, likeIt_}) {
+    session().reveal(node);
+    session().addToQueue(node);
+    session().toggleSelect(node);
+    session().setMenuNode(node);
+    EXPECT_EQ(session().menuNode(), node);
+    session().setFocused(node);
+    session().trashFocused();
+    EXPECT_FALSE(machine_.trash.has(node.path()));
+  }
+  EXPECT_THAT(machine_.workspace.revealed, SizeIs(2));
+  EXPECT_THAT(session().queue(), SizeIs(2));
+  EXPECT_THAT(session().selected(), SizeIs(2));
+}
+
+}  // namespace
+}  // namespace tessaly
