@@ -110,16 +110,18 @@ TEST_F(CanvasKeyboard, takes_nothing_else_to_the_trash_when_its_item_is_gone) {
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(CanvasKeyboard, puts_the_queue_away_before_it_goes_back) {
+TEST_F(CanvasKeyboard, folds_the_queue_before_it_goes_back) {
   press(Qt::Key_Return);
   press(Qt::Key_Down);
   press(Qt::Key_Return, Qt::ControlModifier);
   ASSERT_TRUE(session().queueOpen());
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
   EXPECT_EQ(session().stack().size(), 2U);
   press(Qt::Key_Escape);
   EXPECT_EQ(session().stack().size(), 1U);
+  EXPECT_TRUE(session().queueOpen());
 }
 
 TEST_F(CanvasKeyboard, acts_on_the_tile_it_is_on_with_the_commands) {

@@ -79,10 +79,11 @@ TEST_F(Modes, are_left_by_escape_only_after_the_queue) {
   click("listMode");
   session().addToQueue(session().current()->children()[0]);
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
   EXPECT_EQ(session().vizMode(), VizMode::list);
   press(Qt::Key_Escape);
   EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_TRUE(session().queueOpen());
 }
 
 TEST_F(Modes, come_into_sight_one_by_one_in_the_smallest_window) {

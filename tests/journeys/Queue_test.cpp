@@ -161,7 +161,7 @@ TEST_F(QueueJourney, lets_no_click_through_to_the_map) {
   EXPECT_THAT(queued(), SizeIs(1));
 }
 
-TEST_F(QueueJourney, works_by_the_keyboard_and_goes_by_escape) {
+TEST_F(QueueJourney, works_by_the_keyboard_and_folds_by_escape) {
   markThree();
   tabTo("queueHeader");
   session().setFocused(std::nullopt);
@@ -173,10 +173,49 @@ TEST_F(QueueJourney, works_by_the_keyboard_and_goes_by_escape) {
   press(Qt::Key_Return);
   EXPECT_THAT(queued(), ElementsAre("caf\xE9\n.zip", "Code"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(shows("cleanupQueue"));
+  EXPECT_EQ(panelHeight(), 44);
   EXPECT_THAT(queued(), SizeIs(2));
-  ASSERT_NE(window().activeFocusItem(), nullptr);
-  EXPECT_TRUE(window().activeFocusItem()->isVisible());
+  ASSERT_EQ(window().activeFocusItem(), item("queueHeader"));
+  EXPECT_THAT(itemsNamed(item("queueHeader"), "focusRing"), SizeIs(1));
+  press(Qt::Key_Return);
+  EXPECT_EQ(panelHeight(), 360);
+  EXPECT_TRUE(shows("moveToTrash"));
+}
+
+TEST_F(QueueJourney, is_never_out_of_reach_while_something_waits) {
+  markThree();
+  session().setVizMode(VizMode::list);
+  session().setPane(MainPane::apps);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(panelHeight(), 44);
+  EXPECT_EQ(session().pane(), MainPane::apps);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().vizMode(), VizMode::list);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  for (int i = 0; i < 3; ++i) press(Qt::Key_Escape);
+  EXPECT_EQ(panelHeight(), 44);
+  EXPECT_EQ(text("count"), QStringLiteral("3"));
+  session().rescan();
+  finishScan();
+  EXPECT_EQ(panelHeight(), 44);
+  click("queueHeader");
+  EXPECT_EQ(panelHeight(), 360);
+  EXPECT_THAT(queued(), SizeIs(3));
+}
+
+TEST_F(QueueJourney, leaves_the_keyboard_on_the_map_when_it_folds) {
+  mark("notes.txt");
+  clickAt(tilePoint("Code"));
+  ASSERT_TRUE(item("canvas")->hasActiveFocus());
+  press(Qt::Key_Escape);
+  EXPECT_EQ(panelHeight(), 44);
+  EXPECT_TRUE(item("canvas")->hasActiveFocus());
+  ASSERT_THAT(session().stack(), SizeIs(2));
+  press(Qt::Key_Escape);
+  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_EQ(panelHeight(), 44);
 }
 
 TEST_F(QueueJourney, stands_in_its_corner_of_the_smallest_window) {

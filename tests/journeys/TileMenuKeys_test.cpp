@@ -120,9 +120,10 @@ TEST_F(TileMenuKeys, put_away_the_menu_before_the_queue) {
   press(Qt::Key_Down);
   press(Qt::Key_Escape);
   EXPECT_FALSE(isOpen());
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_FALSE(session().queueMinimized());
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_TRUE(session().queueOpen());
 }
 
 TEST_F(TileMenuKeys, leave_the_tiles_where_they_are) {

@@ -94,8 +94,12 @@ FocusScope {
         height: 360 - y
         visible: queue.look === CleanupQueueState.Open
         onVisibleChanged: {
-            if (!visible && activeFocus && view.visible)
-                header.forceActiveFocus(Qt.OtherFocusReason)
+            if (!visible && activeFocus && view.visible) {
+                // Who works by the keyboard goes on seeing where it is.
+                const button = view.keyboardItem as MarrowButton
+                const isSeen = button !== null && button.visualFocus
+                header.forceActiveFocus(isSeen ? Qt.TabFocusReason : Qt.OtherFocusReason)
+            }
         }
 
         Rectangle {

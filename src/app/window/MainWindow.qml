@@ -202,11 +202,11 @@ Window {
     Shortcut {
         sequence: "Escape"
         enabled: window.commandsAllowed
-            && (window.session.queueOpen || barsState.pane !== WindowState.Map
+            && (barsState.queueUnfolded || barsState.pane !== WindowState.Map
                 || !barsState.showsTreemap)
         onActivated: {
-            if (window.session.queueOpen)
-                window.session.queueOpen = false
+            if (barsState.queueUnfolded)
+                barsState.putQueueAway()
             else if (barsState.pane !== WindowState.Map)
                 barsState.pane = WindowState.Map
             else

@@ -18,6 +18,8 @@ void WindowState::setSession(ScanSession* session) {
     connect(session_, &ScanSession::paneChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::vizModeChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::volumesChanged, this, &WindowState::changed);
+    connect(session_, &ScanSession::queueOpenChanged, this, &WindowState::changed);
+    connect(session_, &ScanSession::queueMinimizedChanged, this, &WindowState::changed);
     connect(session_, &ScanSession::focusedChanged, this, &WindowState::focusedChanged);
   }
   emit sessionChanged();
@@ -51,6 +53,19 @@ bool WindowState::showsBreadcrumbs() const {
 
 QString WindowState::volumeName() const {
   return session_ != nullptr ? displayText(session_->currentVolumeName()) : QString();
+}
+
+bool WindowState::isQueueUnfolded() const {
+  return session_ != nullptr && session_->queueOpen() && !session_->queueMinimized();
+}
+
+void WindowState::putQueueAway() {
+  if (session_ == nullptr) return;
+  if (session_->queue().empty()) {
+    session_->setQueueOpen(false);
+  } else {
+    session_->setQueueMinimized(true);
+  }
 }
 
 void WindowState::setSettingsOpen(bool open) {

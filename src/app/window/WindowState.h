@@ -26,6 +26,8 @@ class WindowState : public QObject {
   // Something on the map can be looked into.
   Q_PROPERTY(bool hasFocusedNode READ hasFocusedNode NOTIFY focusedChanged)
   Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
+  // The panel of the queue shows more than its header.
+  Q_PROPERTY(bool queueUnfolded READ isQueueUnfolded NOTIFY changed)
   // The settings lie over the window.
   Q_PROPERTY(bool settingsOpen READ settingsOpen WRITE setSettingsOpen NOTIFY settingsOpenChanged)
 
@@ -49,6 +51,10 @@ class WindowState : public QObject {
   QString volumeName() const;
   bool hasFocusedNode() const;
   NodeHandle focusedNode() const;
+  bool isQueueUnfolded() const;
+  // Folds the panel of the queue to its header, from which it comes back; hides it where nothing
+  // waits in it.
+  Q_INVOKABLE void putQueueAway();
   bool settingsOpen() const { return settingsOpen_; }
   void setSettingsOpen(bool open);
 

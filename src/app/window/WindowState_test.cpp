@@ -78,6 +78,25 @@ TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
   EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(WindowStateTest, folds_a_queue_in_which_something_waits_and_hides_an_empty_one) {
+  const QSignalSpy changes(&state_, &WindowState::changed);
+  EXPECT_FALSE(state_.isQueueUnfolded());
+  session().addToQueue(file("/a", 1));
+  EXPECT_TRUE(state_.isQueueUnfolded());
+  EXPECT_EQ(changes.count(), 1);
+  state_.putQueueAway();
+  EXPECT_FALSE(state_.isQueueUnfolded());
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_EQ(changes.count(), 2);
+  session().clearQueue();
+  session().setQueueOpen(true);
+  session().setQueueMinimized(false);
+  EXPECT_TRUE(state_.isQueueUnfolded());
+  state_.putQueueAway();
+  EXPECT_FALSE(session().queueOpen());
+}
+
 TEST_F(WindowStateTest, has_nothing_to_look_into_in_what_stands_for_many_items) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more";
