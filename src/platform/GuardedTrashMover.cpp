@@ -41,16 +41,16 @@ bool GuardedTrashMover::isMoving() const {
   return moving_ > 0;
 }
 
-Result<std::string> GuardedTrashMover::moveToTrash(const std::string& path) {
+Result<ItemInTrash> GuardedTrashMover::moveToTrash(const std::string& path) {
   const Passage passage(*this);
   if (!passage.isOpen()) return SystemError::fromErrno(ECANCELED, path);
   return mover_->moveToTrash(path);
 }
 
-Outcome GuardedTrashMover::putBack(const std::string& trashPath, const std::string& original) {
+Outcome GuardedTrashMover::putBack(const ItemInTrash& item, const std::string& original) {
   const Passage passage(*this);
   if (!passage.isOpen()) return SystemError::fromErrno(ECANCELED, original);
-  return mover_->putBack(trashPath, original);
+  return mover_->putBack(item, original);
 }
 
 }  // namespace tessaly

@@ -25,8 +25,8 @@ class GuardedTrashMover final : public TrashMover {
   // Whether a move is under way. After close() this is false for good once it is.
   bool isMoving() const;
 
-  Result<std::string> moveToTrash(const std::string& path) override;
-  Outcome putBack(const std::string& trashPath, const std::string& original) override;
+  Result<ItemInTrash> moveToTrash(const std::string& path) override;
+  Outcome putBack(const ItemInTrash& item, const std::string& original) override;
 
  private:
   class Passage;

@@ -14,11 +14,11 @@ namespace {
 // Has begun a move when it says so, and ends it when it is let go.
 class SlowMover final : public TrashMover {
  public:
-  Result<std::string> moveToTrash(const std::string& path) override {
+  Result<ItemInTrash> moveToTrash(const std::string& path) override {
     take();
-    return "/trash" + path;
+    return ItemInTrash{.path = "/trash" + path, .identity = {}};
   }
-  Outcome putBack(const std::string&, const std::string&) override {
+  Outcome putBack(const ItemInTrash&, const std::string&) override {
     take();
     return succeeded();
   }
@@ -49,7 +49,7 @@ class GuardedTrashMoverTest : public testing::Test {
 
 TEST_F(GuardedTrashMoverTest, moves_as_the_mover_does) {
   slow_->go.count_down();
-  EXPECT_EQ(guard_->moveToTrash("/a").value(), "/trash/a");
+  EXPECT_EQ(guard_->moveToTrash("/a").value().path, "/trash/a");
 }
 
 TEST_F(GuardedTrashMoverTest, tells_of_a_move_until_it_has_ended) {
@@ -74,7 +74,7 @@ TEST_F(GuardedTrashMoverTest, begins_no_move_once_it_is_closed) {
   ASSERT_FALSE(moved.ok());
   EXPECT_EQ(moved.error().code, ECANCELED);
   EXPECT_EQ(moved.error().path, "/a");
-  const Outcome back = guard_->putBack("/trash/a", "/a");
+  const Outcome back = guard_->putBack({.path = "/trash/a", .identity = {}}, "/a");
   ASSERT_FALSE(back.ok());
   EXPECT_EQ(back.error().code, ECANCELED);
   EXPECT_EQ(slow_->taken, 0);
