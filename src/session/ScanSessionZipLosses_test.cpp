@@ -1,0 +1,165 @@
+// What stays where it is: when an archive would lack something, when it or an item is another by
+// then, and when it is given up.
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "reclaim/ZipListing.h"
+#include "session/ZipFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// With the archive that is really made: an item that vanishes behind the panel may have been moved
+// elsewhere by a second run, so that nobody knows what the archive would have to hold.
+TEST_F(ZipThenTrash, moves_nothing_when_an_item_has_vanished_since_the_panel) {
+  SlowPanel panel;
+  panel.answer.answer = kept_.at("out.zip");
+  panel.meanwhile = [this] { vanish(film_); };
+  auto services = machine_.services(disk_.path());
+  ScanSession session({.dispatch = services.dispatch,
+                       .folderPanel = services.folderPanel,
+                       .savePanel = panel,
+                       .workspace = services.workspace,
+                       .pasteboard = services.pasteboard,
+                       .icon = services.icon,
+                       .notifications = services.notifications,
+                       .trash = services.trash,
+                       .prefs = services.prefs,
+                       .homeDirectory = services.homeDirectory,
+                       .supportDirectory = services.supportDirectory,
+                       .run = noTools});
+  session.addToQueue(film_);
+  session.zipThenTrash({film_, song_});
+  EXPECT_EQ(session.toast(), "Zipping 2 items…");
+  finish();
+  EXPECT_EQ(session.toast(), "Archive would be incomplete; nothing was moved");
+  EXPECT_TRUE(isOnDisk(song_));
+  EXPECT_THAT(session.lastTrashed(), IsEmpty());
+  EXPECT_THAT(session.queue(), ElementsAre(film_));
+  EXPECT_THAT(entriesOf(kept_.path()), IsEmpty());
+}
+
+TEST_F(ZipThenTrash, says_what_would_be_missing_and_moves_nothing) {
+  end_ = End::incomplete;
+  cause_ = "film (cannot be read)";
+  session().addToQueue(film_);
+  session().zipThenTrash({film_, song_});
+  finish();
+  EXPECT_EQ(session().toast(), "Archive would be incomplete; nothing was moved");
+  EXPECT_EQ(session().failure(), "Nothing was moved. Not to be archived: film (cannot be read)");
+  EXPECT_TRUE(isOnDisk(film_));
+  EXPECT_TRUE(isOnDisk(song_));
+  EXPECT_THAT(lastTrashed(), IsEmpty());
+  EXPECT_THAT(queued(), ElementsAre(film_.path()));
+}
+
+TEST_F(ZipThenTrash, moves_nothing_when_the_archive_is_another_or_gone_by_then) {
+  for (const bool isGone : {true, false}) {
+    session().zipThenTrash({film_});
+    runArchive();
+    fs::remove(kept_.at("My things.zip"));
+    if (!isGone) putFile(kept_.at("My things.zip"), "another");
+    bringHome();
+    EXPECT_EQ(session().toast(), "Archive is gone or changed; nothing was moved");
+    EXPECT_EQ(session().failure(),
+              "Nothing was moved. The archive is gone or changed: My things.zip");
+    EXPECT_TRUE(isOnDisk(film_));
+    EXPECT_THAT(lastTrashed(), IsEmpty());
+  }
+}
+
+TEST_F(ZipThenTrash, moves_no_item_that_another_has_taken_the_place_of_since) {
+  session().addToQueue(film_);
+  session().zipThenTrash({film_, song_});
+  runArchive();
+  putFile(disk_.at("newer"), "newer");
+  fs::rename(disk_.at("newer"), film_.path());
+  bringHome();
+  EXPECT_TRUE(isOnDisk(film_));
+  EXPECT_FALSE(isOnDisk(song_));
+  EXPECT_THAT(lastTrashed(), ElementsAre(song_.path()));
+  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().failure(), "1 item changed after archiving and did not move: film");
+  EXPECT_THAT(queued(), IsEmpty());
+}
+
+TEST_F(ZipThenTrash, moves_no_item_that_was_written_to_since) {
+  session().zipThenTrash({film_, song_});
+  runArchive();
+  putFile(film_.path(), "more than it was");
+  putFile(song_.path(), "and this");
+  bringHome();
+  EXPECT_THAT(lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().failure(),
+            "2 items changed after archiving and did not move: film and 1 more");
+}
+
+TEST_F(ZipThenTrash, tells_the_name_that_the_archive_has_got) {
+  auto services = machine_.services(disk_.path());
+  services.archive = [&](ZipEngine::Request request) {
+    request.to = kept_.at("My things 2.zip");
+    return made(request);
+  };
+  ScanSession session(services);
+  session.zipThenTrash({film_});
+  finish();
+  EXPECT_EQ(session.toast(), "Archived to My things 2.zip");
+  EXPECT_FALSE(isOnDisk(film_));
+}
+
+TEST_F(ZipThenTrash, replaces_what_the_user_has_seen_behind_the_panel) {
+  session().zipThenTrash({film_});
+  putFile(kept_.at("My things.zip"), "old");
+  session().zipThenTrash({song_});
+  const FileIdentity seen = FileIdentity::of(kept_.at("My things.zip")).value();
+  finish();
+  finish();
+  EXPECT_EQ(archives_.at(0).replaced, std::nullopt);
+  EXPECT_EQ(archives_.at(1).replaced, seen);
+}
+
+TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {
+  ScanSession session(machine_.services(disk_.path()));
+  session.zipThenTrash({film_});
+  session.zipThenTrash({song_});
+  finish();
+  EXPECT_EQ(session.toast(), "Archived to My things.zip");
+  finish();
+  EXPECT_EQ(session.toast(), "Archived to My things 2.zip");
+  EXPECT_FALSE(isOnDisk(film_));
+  EXPECT_FALSE(isOnDisk(song_));
+  EXPECT_THAT(entriesOf(kept_.path()), ElementsAre("My things 2.zip", "My things.zip"));
+  EXPECT_EQ(ZipListing::at(kept_.at("My things.zip"))->sizeOf("film"), 4);
+  EXPECT_EQ(ZipListing::at(kept_.at("My things 2.zip"))->sizeOf("song"), 4);
+}
+
+TEST_F(ZipThenTrash, is_given_up_for_quitting) {
+  session().zipThenTrash({film_});
+  EXPECT_TRUE(session().isZipping());
+  EXPECT_FALSE(archives_.size() > 0 && archives_[0].isGivenUp());
+  end_ = End::givenUp;
+  session().giveUpZips();
+  const auto toast = session().toast();
+  runArchive();
+  EXPECT_TRUE(archives_.at(0).isGivenUp());
+  EXPECT_FALSE(session().isZipping());
+  bringHome();
+  EXPECT_TRUE(isOnDisk(film_));
+  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().failure(), std::nullopt);
+}
+
+TEST_F(ZipThenTrash, is_given_up_when_the_session_ends) {
+  session().zipThenTrash({film_});
+  session_.reset();
+  machine_.dispatch.drainAll();
+  EXPECT_TRUE(archives_.at(0).isGivenUp());
+}
+
+}  // namespace
+}  // namespace tessaly
