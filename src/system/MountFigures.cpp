@@ -152,7 +152,8 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
 
   void lookAtEach(std::vector<VolumeEngine::Listed> listed) {
     using Figures = Result<VolumeFigures>;
-    const auto volumes = std::make_shared<const std::vector<VolumeEngine::Listed>>(listed);
+    const auto volumes =
+        std::make_shared<const std::vector<VolumeEngine::Listed>>(std::move(listed));
     const auto gathered = [self = weak_from_this(), volumes](auto answers) {
       const auto looks = self.lock();
       if (!looks) return;

@@ -109,9 +109,9 @@ VolumeCalls::VolumeCalls(Dispatch& dispatch) : calls_(std::make_shared<Calls>(di
 
 VolumeCalls::~VolumeCalls() = default;
 
-void VolumeCalls::add(Volume volume, std::chrono::milliseconds patience, Dispatch::Work question,
-                      std::function<void(bool isAnswered)> end) {
-  calls_->add({std::move(volume), patience, std::move(question), std::move(end)});
+void VolumeCalls::add(const Volume& volume, std::chrono::milliseconds patience,
+                      Dispatch::Work question, std::function<void(bool isAnswered)> end) {
+  calls_->add({volume, patience, std::move(question), std::move(end)});
 }
 
 }  // namespace tessaly

@@ -27,7 +27,10 @@ class VolumeCalls {
     std::uint64_t id = 0;
     std::string path;
 
-    friend auto operator<=>(const Volume&, const Volume&) = default;
+    friend bool operator==(const Volume&, const Volume&) = default;
+    friend bool operator<(const Volume& a, const Volume& b) {
+      return a.id != b.id ? a.id < b.id : a.path < b.path;
+    }
   };
 
   // Volumes that are asked at the same time, those that hang aside.
@@ -42,12 +45,11 @@ class VolumeCalls {
   // Runs `question` on a worker queue; it must not throw. `take` gets its answer on the main
   // thread, after this call has returned, or nothing once `patience` is over.
   template <class Answer>
-  void ask(Volume volume, std::chrono::milliseconds patience, std::function<Answer()> question,
-           std::function<void(std::optional<Answer>)> take) {
+  void ask(const Volume& volume, std::chrono::milliseconds patience,
+           std::function<Answer()> question, std::function<void(std::optional<Answer>)> take) {
     auto answer = std::make_shared<std::optional<Answer>>();
     add(
-        std::move(volume), patience,
-        [answer, question = std::move(question)] { answer->emplace(question()); },
+        volume, patience, [answer, question = std::move(question)] { answer->emplace(question()); },
         [answer, take = std::move(take)](bool isAnswered) {
           take(isAnswered ? std::move(*answer) : std::nullopt);
         });
@@ -56,7 +58,7 @@ class VolumeCalls {
  private:
   class Calls;
 
-  void add(Volume volume, std::chrono::milliseconds patience, Dispatch::Work question,
+  void add(const Volume& volume, std::chrono::milliseconds patience, Dispatch::Work question,
            std::function<void(bool isAnswered)> end);
 
   std::shared_ptr<Calls> calls_;

@@ -253,7 +253,7 @@ TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
   program.emplace(server_, home_.path(), [&dead] {
     if (!dead.mountInChild()) _exit(1);
   });
-  if (!dead.isMounted()) GTEST_SKIP() << "no file system can be mounted here";
+  if (!dead.isMounted()) GTEST_SKIP() << "this user can mount no file system here";
   // It asks the volume itself, and goes on waiting for it from here on.
   EXPECT_TRUE(dead.isAskedBy(program->id()));
   EXPECT_TRUE(showsIdleScreen());

@@ -89,7 +89,7 @@ TEST_P(BindMounts, a_copy_is_walked_where_the_original_is_excluded) {
     options.extraPrefixes = {tree.at("inside/original")};
     const DiskNode byPath = scan(tree.at("inside"), options);
     if (!has(byPath, "copy/deeper/sound")) return treeText(byPath);
-    if (const std::string told = wrong(byPath, 3 * MiB); !told.empty()) return told;
+    if (byPath.size() != 3 * MiB) return treeText(byPath);
     options = {};
     options.extraNames = {"original"};
     return wrong(scan(tree.at("inside"), options), 3 * MiB);

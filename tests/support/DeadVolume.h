@@ -16,7 +16,8 @@ class DeadVolume {
   DeadVolume& operator=(const DeadVolume&) = delete;
 
   // Mounts it on /media/dead, for the calling process and its children alone. To be called once,
-  // in a child between fork and exec. False where that is refused.
+  // in a child between fork and exec. False where that is refused,
+  // as it is to all but root.
   bool mountInChild() const;
 
   // Whether the child has mounted it.
@@ -28,10 +29,7 @@ class DeadVolume {
 
  private:
   int device_;
-  // Written before the fork: the child may not allocate.
-  std::string options_;
-  std::string users_;
-  std::string groups_;
+  std::string options_;  // written before the fork: the child may not allocate
 };
 
 }  // namespace tessaly
