@@ -1,4 +1,5 @@
 // Starts of the built program, one after the other and beside each other.
+#include <csignal>
 #include <gtest/gtest.h>
 
 #include "journeys/ProgramOnDesktop.h"
@@ -42,11 +43,13 @@ TEST_F(InstanceTest, the_hot_key_brings_up_the_window) {
 }
 
 TEST_F(InstanceTest, a_start_after_one_that_was_killed_has_a_window) {
+  startNotificationArea();
   Process& first = start();
   ASSERT_TRUE(comesUp());
-  first.terminate();
+  ASSERT_TRUE(hasAnswered(1));
+  ASSERT_EQ(::kill(programBehind(items_.front()), SIGKILL), 0);
   first.waitUntil(Deadline::never());
-  ASSERT_TRUE(server_.lookUntil([](const QImage& screen) { return !shows(screen); }));
+  ASSERT_TRUE(goesAway());
   start();
   EXPECT_TRUE(comesUp());
 }

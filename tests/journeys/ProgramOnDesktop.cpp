@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include <QDBusConnectionInterface>
 #include <QDBusVariant>
 #include <QTest>
 
@@ -80,6 +81,11 @@ Process::Exit ProgramOnDesktop::startAgain() {
 
 bool ProgramOnDesktop::hasAnswered(int looks) {
   return QTest::qWaitFor([&] { return looks_ >= looks; }, 60000);
+}
+
+pid_t ProgramOnDesktop::programBehind(const QString& item) {
+  const QDBusConnection desktop = bus_.connection(QStringLiteral("desktop"));
+  return static_cast<pid_t>(desktop.interface()->servicePid(item).value());
 }
 
 QPoint ProgramOnDesktop::middleOf(const QString& name) const {

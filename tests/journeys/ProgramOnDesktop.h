@@ -5,12 +5,15 @@
 #include <deque>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
+#include <sys/types.h>
 #include <utility>
 #include <vector>
 
 #include <QImage>
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 
 #include "platform/Process.h"
 #include "support/PrivateBus.h"
@@ -51,6 +54,9 @@ class ProgramOnDesktop : public testing::Test {
   }
   bool hasAnswered(int looks);
   static bool isRunning(Process& program) { return !program.waitUntil(Deadline::after(0)); }
+
+  // The process that has a status item.
+  pid_t programBehind(const QString& item);
 
   // Where something of this name stands in the window at its start, learnt from a window without a
   // screen.

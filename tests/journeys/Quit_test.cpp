@@ -43,10 +43,6 @@ class QuitTest : public ProgramOnDesktop {
     return "";
   }
 
-  // The one program of this test that owns a status item.
-  pid_t programBehind(const QString& item) {
-    return static_cast<pid_t>(desktop().interface()->servicePid(item).value());
-  }
   bool isOnBus(const QString& item) {
     return desktop().interface()->isServiceRegistered(item).value();
   }
@@ -148,9 +144,7 @@ TEST_P(EndOfProgram, is_a_good_one_when_it_is_asked_for) {
   Process& program = start();
   ASSERT_TRUE(comesUp());
   ASSERT_TRUE(hasAnswered(1));
-  const QDBusConnection desktop = bus_.connection(QStringLiteral("desktop"));
-  const pid_t pid = static_cast<pid_t>(desktop.interface()->servicePid(items_.front()).value());
-  ASSERT_EQ(::kill(pid, GetParam()), 0);
+  ASSERT_EQ(::kill(programBehind(items_.front()), GetParam()), 0);
   ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
   EXPECT_EQ(program.exit(), Process::Exit{});
 }
