@@ -8,6 +8,7 @@
 #include "app/preview/PreviewReader.h"
 #include "app/quicklook/PreviewWindow.h"
 #include "journeys/Journey.h"
+#include "support/PreviewFile.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -92,6 +93,20 @@ TEST_F(RealPreview, opens_over_the_window_and_goes_with_space) {
   ASSERT_TRUE(QTest::qWaitFor([] { return QGuiApplication::focusWindow() == panel(); }));
   QTest::keyClick(panel(), Qt::Key_Space);
   EXPECT_EQ(panel(), nullptr);
+}
+
+// What the file holds is a picture, which another program reads.
+TEST_F(RealPreview, shows_a_picture) {
+  putFile(tree_.at("notes.txt"), encoded(quarters(64, 32), "png"));
+  hoverAt(tilePoint("notes.txt"));
+  press(Qt::Key_Space);
+  dispatch_.drainAll();
+  ASSERT_NE(panel(), nullptr);
+  auto& shown = *qobject_cast<QQuickWindow*>(panel());
+  settle(shown);
+  const QQuickItem* picture = itemNamed(shown, "picture");
+  ASSERT_NE(picture, nullptr);
+  EXPECT_EQ(picture->implicitWidth(), 64);
 }
 
 TEST_F(RealPreview, shows_what_is_in_a_folder) {
