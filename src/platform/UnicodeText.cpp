@@ -88,6 +88,12 @@ std::string lowercased(std::string_view text) {
   return lower;
 }
 
+bool isDirectionControl(char32_t character) {
+  return character == 0x061c || character == 0x200e || character == 0x200f ||
+         (character >= 0x202a && character <= 0x202e) ||
+         (character >= 0x2066 && character <= 0x2069);
+}
+
 std::size_t graphemeCount(std::string_view text) {
   std::size_t count = 0;
   for (; !text.empty(); ++count) text.remove_prefix(firstGraphemeLength(text));

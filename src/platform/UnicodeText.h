@@ -22,6 +22,10 @@ struct Scalar {
 // The first scalar value of `text`, which must not be empty.
 Scalar firstScalar(std::string_view text);
 
+// Whether the character changes the direction in which the text around it is shown, and shows
+// nothing itself: "\u202Egpj.exe" looks like "exe.jpg".
+bool isDirectionControl(char32_t character);
+
 // Every character replaced by its lower-case form, which may be of another length. Bytes that are
 // no text stay as they are.
 std::string lowercased(std::string_view text);

@@ -103,6 +103,13 @@ TEST(UnicodeTextGraphemes, a_cut_never_falls_inside_one) {
   EXPECT_EQ(UnicodeText::firstGraphemes("\xff\xfe\xfd", 2), "\xff\xfe");
 }
 
+TEST(UnicodeTextDirection, is_controlled_by_these_and_no_others) {
+  std::u32string found;
+  for (char32_t character = 0; character <= 0x10ffff; ++character)
+    if (UnicodeText::isDirectionControl(character)) found += character;
+  EXPECT_EQ(found, U"\u061c\u200e\u200f\u202a\u202b\u202c\u202d\u202e\u2066\u2067\u2068\u2069");
+}
+
 TEST(UnicodeTextScalarSum, adds_scalar_values) {
   EXPECT_EQ(UnicodeText::scalarSum(""), 0U);
   EXPECT_EQ(UnicodeText::scalarSum("src"), std::uint64_t{'s'} + 'r' + 'c');

@@ -15,7 +15,8 @@ std::string editable(std::string_view name) {
   while (!name.empty()) {
     const auto scalar = UnicodeText::firstScalar(name);
     const bool isControl = scalar.value < 0x20 || (scalar.value >= 0x7f && scalar.value < 0xa0) ||
-                           scalar.value == 0x2028 || scalar.value == 0x2029;
+                           scalar.value == 0x2028 || scalar.value == 0x2029 ||
+                           UnicodeText::isDirectionControl(scalar.value);
     if (!scalar.isText) {
       result += "\xef\xbf\xbd";
     } else if (isControl || scalar.value == '/' || (scalar.value == '~' && result.empty())) {

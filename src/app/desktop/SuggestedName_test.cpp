@@ -31,6 +31,11 @@ TEST(SuggestedName, stands_on_one_line) {
   EXPECT_EQ(suggestedName(std::string("a\0b", 3), "json"), "a-b.json");
 }
 
+TEST(SuggestedName, reads_in_the_direction_of_its_letters) {
+  EXPECT_EQ(suggestedName("marrow-\u202Egpj.exe.json", "json"), "marrow--gpj.exe.json");
+  EXPECT_EQ(suggestedName("\u2067a\u2069\u200f.json", "json"), "-a--.json");
+}
+
 TEST(SuggestedName, has_nothing_that_a_name_field_reads_as_something_else) {
   EXPECT_EQ(suggestedName("two \"words\".json", "json"), "two 'words'.json");
   EXPECT_EQ(suggestedName("~root~.json", "json"), "-root~.json");

@@ -7,8 +7,8 @@
 
 namespace tessaly {
 
-// `bytes` as text on one line. What is not UTF-8, and every control character and line break,
-// stands as a replacement character.
+// `bytes` as text on one line, in the direction that its letters have. What is not UTF-8, and every
+// control character, line break and direction control, stands as a replacement character.
 QString displayText(std::string_view bytes);
 
 }  // namespace tessaly
