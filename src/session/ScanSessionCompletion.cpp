@@ -23,13 +23,8 @@ namespace {
 // Sizes are kept of a root, its children and theirs.
 constexpr int keptLevels = 2;
 constexpr std::int64_t smallestGrowth = 1048576;
-constexpr std::size_t recentsLimit = 5;
 constexpr int largestLimit = 80;
 constexpr int emptyFoldersLimit = 200;
-
-std::vector<std::string> textsOrNone(const SettingsStore& settings, std::string_view key) {
-  return settings.texts(key).value_or(std::vector<std::string>());
-}
 
 }  // namespace
 
@@ -53,9 +48,9 @@ void ScanSession::askFor(FieldChanges& changes, Question<Answer> question, Use u
 
 void ScanSession::restore() {
   // Nobody can be listening yet, so that fields are set without a word.
-  recents_ = textsOrNone(settings(), ScanStore::recentsKey);
-  pins_ = textsOrNone(settings(), ScanStore::pinsKey);
-  excludes_ = textsOrNone(settings(), ScanStore::excludesKey);
+  recents_ = ScanStore::recents(settings());
+  pins_ = ScanStore::pins(settings());
+  excludes_ = ScanStore::excludes(settings());
   FieldChanges changes(*this);
   askFor(changes, &MachineFigures::askDisk,
          [](ScanSession& session, FieldChanges& step, const DiskUsage& disk) {
@@ -84,9 +79,8 @@ void ScanSession::applyScanResult(const DiskNode& result, const std::string& roo
   ScanStore::saveSizes(sizes, root, directory);
   settings().setText(ScanStore::lastScanRootKey, root);
   ScanStore::saveTree(result, directory);
-  ScanStore::pushRecent(root, settings(), recentsLimit);
-  changes.set(recents_, textsOrNone(settings(), ScanStore::recentsKey),
-              &ScanSession::recentsChanged);
+  ScanStore::pushRecent(root, settings(), ScanStore::recentsLimit);
+  changes.set(recents_, ScanStore::recents(settings()), &ScanSession::recentsChanged);
   readVolumes(changes);
 
   // Never compared with the old one: a new scan brings a new tree, even if it looks the same.

@@ -254,6 +254,32 @@ TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
   EXPECT_EQ(session().filters(), filters);
 }
 
+TEST_F(ScanSessionCompletion, starts_with_no_more_pins_and_recent_roots_than_there_can_be) {
+  std::vector<std::string> many;
+  for (int i = 0; i < 100000; ++i) many.push_back("/srv/" + std::to_string(i));
+  settings_.setTexts("marrow.pins", many);
+  settings_.setTexts("marrow.recents", many);
+  restart();
+  EXPECT_EQ(session().pins(), std::vector<std::string>(many.begin(), many.begin() + 8));
+  EXPECT_EQ(session().recents(), std::vector<std::string>(many.begin(), many.begin() + 5));
+}
+
+TEST_F(ScanSessionCompletion, keeps_a_long_list_of_excludes_whole) {
+  std::vector<std::string> many;
+  for (int i = 0; i < 10000; ++i) many.push_back("/data/" + std::to_string(i));
+  settings_.setTexts("marrow.excludes", many);
+  restart();
+  EXPECT_EQ(session().excludes(), many);
+  scanTo(sampleTree());
+  EXPECT_EQ(walks().at(0).options.extraPrefixes, many);
+  session().removeExclude("/data/5000");
+  many.erase(many.begin() + 5000);
+  folderPanel_.answer = "/data/new";
+  session().addExclude();
+  many.emplace_back("/data/new");
+  EXPECT_EQ(settings_.texts("marrow.excludes"), many);
+}
+
 TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_none) {
   settings_.setText("marrow.recents", "/a");
   settings_.setBoolean("marrow.pins", true);

@@ -41,13 +41,20 @@ void save(std::string_view file, const Directory& directory, const std::string& 
                                         AtomicFile::Durability::cached, AtomicFile::Access::usual));
 }
 
+template <class Value>
+void keepFirst(std::vector<Value>& values, std::size_t limit) {
+  if (values.size() > limit) values.resize(limit);
+}
+
 std::vector<std::string> textsUnder(std::string_view key, const SettingsStore& defaults) {
   return defaults.texts(key).value_or(std::vector<std::string>());
 }
 
-template <class Value>
-void keepFirst(std::vector<Value>& values, std::size_t limit) {
-  if (values.size() > limit) values.resize(limit);
+std::vector<std::string> firstUnder(std::string_view key, const SettingsStore& defaults,
+                                    std::size_t limit) {
+  std::vector<std::string> texts = textsUnder(key, defaults);
+  keepFirst(texts, limit);
+  return texts;
 }
 
 }  // namespace
@@ -115,24 +122,36 @@ void saveFilters(const std::vector<BloatFilter>& filters, SettingsStore& default
   defaults.setBinary(filtersKey, SavedFilter::encode(saved));
 }
 
+std::vector<std::string> pins(const SettingsStore& defaults) {
+  return firstUnder(pinsKey, defaults, pinsLimit);
+}
+
+std::vector<std::string> recents(const SettingsStore& defaults) {
+  return firstUnder(recentsKey, defaults, recentsLimit);
+}
+
+std::vector<std::string> excludes(const SettingsStore& defaults) {
+  return textsUnder(excludesKey, defaults);
+}
+
 std::vector<std::string> togglePin(const std::string& path, SettingsStore& defaults) {
-  std::vector<std::string> pins = textsUnder(pinsKey, defaults);
-  if (const auto found = std::find(pins.begin(), pins.end(), path); found != pins.end()) {
-    pins.erase(found);
+  std::vector<std::string> paths = pins(defaults);
+  if (const auto found = std::find(paths.begin(), paths.end(), path); found != paths.end()) {
+    paths.erase(found);
   } else {
-    pins.insert(pins.begin(), path);
-    keepFirst(pins, pinsLimit);
+    paths.insert(paths.begin(), path);
+    keepFirst(paths, pinsLimit);
   }
-  defaults.setTexts(pinsKey, pins);
-  return pins;
+  defaults.setTexts(pinsKey, paths);
+  return paths;
 }
 
 void pushRecent(const std::string& root, SettingsStore& defaults, std::size_t limit) {
-  std::vector<std::string> recents = textsUnder(recentsKey, defaults);
-  std::erase(recents, root);
-  recents.insert(recents.begin(), root);
-  keepFirst(recents, limit);
-  defaults.setTexts(recentsKey, std::move(recents));
+  std::vector<std::string> roots = firstUnder(recentsKey, defaults, limit);
+  std::erase(roots, root);
+  roots.insert(roots.begin(), root);
+  keepFirst(roots, limit);
+  defaults.setTexts(recentsKey, std::move(roots));
 }
 
 }  // namespace tessaly::ScanStore

@@ -36,6 +36,7 @@ inline constexpr std::string_view filtersKey = "marrow.filters";            // b
 
 inline constexpr std::size_t historyLimit = 60;
 inline constexpr std::size_t pinsLimit = 8;
+inline constexpr std::size_t recentsLimit = 5;
 
 // The folder of the files when none is given. Made if it is not there.
 std::string supportDir();
@@ -60,6 +61,12 @@ void saveTree(const DiskNode& tree, const Directory& directory = {});
 std::vector<BloatFilter> applySavedFilters(const std::vector<BloatFilter>& catalog,
                                            const SettingsStore& defaults);
 void saveFilters(const std::vector<BloatFilter>& filters, SettingsStore& defaults);
+
+// The newest of the pins and of the recent roots, at most pinsLimit and recentsLimit of them,
+// however many a file of settings holds; and all excludes.
+std::vector<std::string> pins(const SettingsStore& defaults);
+std::vector<std::string> recents(const SettingsStore& defaults);
+std::vector<std::string> excludes(const SettingsStore& defaults);
 
 // Pins `path` in front of all others, of which the newest stay that make up pinsLimit with it, or
 // takes its pin away. Gives the pins.

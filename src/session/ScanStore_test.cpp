@@ -307,6 +307,40 @@ TEST_F(ScanStoreSettings, as_many_roots_are_recent_as_are_asked_for) {
   EXPECT_EQ(settings.texts("marrow.recents"), Texts{});
 }
 
+Texts numbered(int count) {
+  Texts texts;
+  for (int k = 1; k <= count; ++k) texts.push_back("/" + std::to_string(k));
+  return texts;
+}
+
+TEST_F(ScanStoreSettings, of_too_many_pins_and_recent_roots_the_newest_are_read) {
+  settings.setTexts("marrow.pins", numbered(100000));
+  settings.setTexts("marrow.recents", numbered(100000));
+  EXPECT_EQ(ScanStore::pins(settings), numbered(8));
+  EXPECT_EQ(ScanStore::recents(settings), numbered(5));
+}
+
+TEST_F(ScanStoreSettings, a_pin_that_is_not_read_is_not_there_to_be_taken_away) {
+  settings.setTexts("marrow.pins", numbered(100));
+  EXPECT_EQ(ScanStore::togglePin("/9", settings),
+            (Texts{"/9", "/1", "/2", "/3", "/4", "/5", "/6", "/7"}));
+  settings.setTexts("marrow.pins", numbered(100));
+  EXPECT_EQ(ScanStore::togglePin("/1", settings),
+            (Texts{"/2", "/3", "/4", "/5", "/6", "/7", "/8"}));
+  EXPECT_EQ(ScanStore::pins(settings).size(), 7U);
+}
+
+TEST_F(ScanStoreSettings, a_root_that_is_not_read_does_not_come_back_as_a_recent_one) {
+  settings.setTexts("marrow.recents", numbered(100));
+  ScanStore::pushRecent("/3", settings, 5);
+  EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/3", "/1", "/2", "/4", "/5"}));
+}
+
+TEST_F(ScanStoreSettings, all_excludes_are_read_however_many) {
+  settings.setTexts("marrow.excludes", numbered(10000));
+  EXPECT_EQ(ScanStore::excludes(settings), numbered(10000));
+}
+
 TEST_F(ScanStoreSettings, saved_switches_are_put_over_the_catalogue) {
   const std::vector<BloatFilter>& catalog = BloatFilter::catalog();
   std::vector<BloatFilter> switched = catalog;
