@@ -8,6 +8,8 @@ Column {
     id: section
 
     required property SidebarState actions
+    // What the section stands in.
+    required property MarrowScrollArea area
 
     spacing: 3
 
@@ -64,58 +66,41 @@ Column {
         font.pixelSize: 11
     }
 
-    Repeater {
-        model: folders
+    // Tab comes in from above, and Shift Tab from below.
+    Item {
+        id: above
 
-        // The names of this file reach into the component, though the linter cannot know.
-        // qmllint disable unqualified
-        RoundedPanel {
-            id: row
-
-            required property string name
-            required property string place
-            required property pathHandle path
-
-            objectName: "excludeRow"
-            width: section.width
-            height: remove.height + 6
-            radius: 6
-            color: Qt.rgba(1, 1, 1, 0.03)
-
-            Text {
-                objectName: "excludeName"
-                x: 6
-                y: Math.round((parent.height - height) / 2)
-                width: remove.x - 6 - x
-                text: row.name
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                color: Theme.ink
-                font.family: Theme.uiFamily
-                font.pixelSize: 12
-            }
-
-            SidebarIconButton {
-                id: remove
-
-                objectName: "removeExclude"
-                x: parent.width - width - 6
-                y: 3
-                symbol: "xmark"
-                symbolSize: 9
-                symbolColor: Theme.muted
-                padding: 4
-                help: "Remove"
-                target: row.place
-                onClicked: {
-                    // The row goes, and the keyboard goes on to what comes after it.
-                    if (activeFocus)
-                        nextItemInFocusChain().forceActiveFocus(focusReason)
-                    section.actions.removeExclude(row.path)
-                }
-            }
+        activeFocusOnTab: list.count > 0
+        Accessible.ignored: true
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.keyboardTo(0, Qt.TabFocusReason)
         }
-        // qmllint enable unqualified
+    }
+
+    ExcludeList {
+        id: list
+
+        objectName: "excludes"
+        width: parent.width
+        visible: count > 0
+        actions: section.actions
+        area: section.area
+        model: folders
+        onKeyboardLeft: (steps, reason) => {
+            const next = steps > 0 ? below.nextItemInFocusChain() : above.nextItemInFocusChain(false)
+            next.forceActiveFocus(reason)
+        }
+    }
+
+    Item {
+        id: below
+
+        activeFocusOnTab: list.count > 0
+        Accessible.ignored: true
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.keyboardTo(list.count - 1, Qt.BacktabFocusReason)
+        }
     }
 }

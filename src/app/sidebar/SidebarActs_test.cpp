@@ -1,4 +1,5 @@
 // What the sidebar shows in which case, and what its controls do to the pointer.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -290,6 +291,77 @@ TEST_F(Sidebar, leaves_folders_out_and_takes_them_back) {
   EXPECT_TRUE(shows("noExcludes"));
 }
 
+std::vector<std::string> manyFolders() {
+  std::vector<std::string> folders;
+  for (int i = 0; i < 10000; ++i) folders.push_back("/srv/" + std::to_string(i));
+  return folders;
+}
+
+// The rows that there are, to be seen or not.
+int rowsBuilt(QQuickItem* top, const QString& name) {
+  int count = top->objectName() == name ? 1 : 0;
+  for (QQuickItem* child : top->childItems()) count += rowsBuilt(child, name);
+  return count;
+}
+
+TEST_F(Sidebar, builds_only_the_rows_in_sight_of_ten_thousand_excluded_folders) {
+  remember(ScanStore::excludesKey, manyFolders());
+  show(1400);
+  EXPECT_EQ(read("excludes", "count"), 10000);
+  EXPECT_LE(rowsBuilt(find("excludedSection"), "excludeRow"), 40);
+  EXPECT_GE(rowsBuilt(find("excludedSection"), "excludeRow"), 10);
+  EXPECT_LE(rectOf(find("excludes")).height(), 300);
+  EXPECT_EQ(labels("excludedSection", "excludeName").front(), "0");
+  find("excludes")->setProperty("contentY", 1e9);
+  settle();
+  EXPECT_LE(rowsBuilt(find("excludedSection"), "excludeRow"), 40);
+  find("scrollArea")->setProperty("contentY", 1e9);
+  settle();
+  EXPECT_LE(rowsBuilt(find("excludedSection"), "excludeRow"), 40);
+}
+
+TEST_F(Sidebar, scrolls_a_long_list_of_excluded_folders_first_and_then_the_column) {
+  remember(ScanStore::excludesKey, manyFolders());
+  show(680);
+  QQuickItem* const area = find("scrollArea");
+  area->setProperty("contentY", rectOf(find("excludes")).top() - 200);
+  settle();
+  const double column = scrolled();
+  ASSERT_TRUE(rectOf(find("excludes")).contains(130, 300));
+  wheel(-30);
+  EXPECT_GT(read("excludes", "contentY").toDouble(), 0);
+  EXPECT_EQ(scrolled(), column);
+  wheel(30);
+  EXPECT_EQ(read("excludes", "contentY").toDouble(), 0);
+  wheel(30);
+  EXPECT_LT(scrolled(), column);
+}
+
+TEST_F(Sidebar, removes_the_row_that_was_clicked_out_of_a_long_list) {
+  remember(ScanStore::excludesKey, manyFolders());
+  show(1400);
+  find("excludes")->setProperty("contentY", 26 * 5000.0);
+  settle();
+  const QRectF list = rectOf(find("excludes"));
+  const std::vector<QQuickItem*> rows = all("excludeRow");
+  const auto inSight = std::ranges::find_if(
+      rows, [&](QQuickItem* candidate) { return list.contains(rectOf(candidate)); });
+  ASSERT_NE(inSight, rows.end());
+  QQuickItem* const row = *inSight;
+  const std::string path = "/srv/" + text(row, "excludeName").toStdString();
+  click(all("removeExclude", row).front());
+  EXPECT_EQ(session().excludes().size(), 9999U);
+  EXPECT_EQ(std::ranges::count(session().excludes(), path), 0);
+}
+
+TEST_F(Sidebar, shows_as_many_pins_and_recent_folders_as_there_can_be) {
+  settings_.setTexts(ScanStore::pinsKey, manyFolders());
+  remember(ScanStore::recentsKey, manyFolders());
+  show(1400);
+  EXPECT_EQ(rowsBuilt(find("pinned"), "pathRow"), 8);
+  EXPECT_EQ(rowsBuilt(find("recents"), "pathRow"), 5);
+}
+
 TEST_F(Sidebar, switches_filters_and_skips_them_each_for_itself) {
   show(1000);
   click("xcode/highlight");
@@ -323,10 +395,8 @@ TEST_F(Sidebar, holds_hundreds_of_rows_that_do_not_touch) {
   remember(ScanStore::excludesKey, many("/srv/" + std::string(300, 'w') + "-", 200));
   show();
   std::vector<QQuickItem*> rows = all("pathRow");
-  ASSERT_EQ(rows.size(), 400U);
-  const auto excluded = all("excludeRow");
-  ASSERT_EQ(excluded.size(), 200U);
-  rows.insert(rows.end(), excluded.begin(), excluded.end());
+  ASSERT_EQ(rows.size(), 13U);
+  const QRectF list = rectOf(find("excludes"));
   double bottom = 0;
   for (QQuickItem* row : rows) {
     const QRectF rect = rectOf(row);
@@ -336,7 +406,20 @@ TEST_F(Sidebar, holds_hundreds_of_rows_that_do_not_touch) {
     EXPECT_EQ(rect.right(), 248);
     bottom = rect.bottom();
   }
-  EXPECT_GE(rectOf(find("devBloatSection")).top(), bottom);
+  EXPECT_GE(list.top(), bottom);
+  std::vector<QQuickItem*> excluded = all("excludeRow");
+  ASSERT_GE(excluded.size(), 10U);
+  std::ranges::sort(excluded, {}, [](QQuickItem* row) { return rectOf(row).top(); });
+  bottom = list.top();
+  for (QQuickItem* row : excluded) {
+    const QRectF rect = rectOf(row);
+    EXPECT_GE(rect.top(), bottom);
+    EXPECT_GT(rect.height(), 15);
+    EXPECT_EQ(rect.left(), 12);
+    EXPECT_EQ(rect.right(), 238);
+    bottom = rect.bottom();
+  }
+  EXPECT_GE(rectOf(find("devBloatSection")).top(), list.bottom());
   EXPECT_TRUE(read("scrollBar", "visible").toBool());
   EXPECT_TRUE(all("excludeName").front()->property("truncated").toBool());
   press(Qt::Key_Tab);

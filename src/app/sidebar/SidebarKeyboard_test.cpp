@@ -207,6 +207,71 @@ TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
   EXPECT_EQ(focused(), find("node_modules/highlight"));
 }
 
+TEST_F(SidebarKeyboard, comes_to_every_row_of_a_long_list_and_out_at_its_ends) {
+  std::vector<std::string> folders;
+  for (int i = 0; i < 60; ++i) folders.push_back("/srv/" + std::to_string(i));
+  remember(ScanStore::excludesKey, folders);
+  show();
+  ASSERT_TRUE(tabTo(find("addExclude")));
+  for (const std::string& folder : folders) {
+    press(Qt::Key_Tab);
+    ASSERT_EQ(focused()->objectName(), "removeExclude");
+    ASSERT_EQ(focused()->property("target").toString().toStdString(), folder);
+    EXPECT_TRUE(isInSight(focused()));
+    EXPECT_TRUE(rectOf(find("excludes")).contains(rectOf(focused())));
+    EXPECT_TRUE(shows("focusRing"));
+  }
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), find("node_modules/highlight"));
+  press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(focused()->property("target"), "/srv/59");
+  press(Qt::Key_Home);
+  EXPECT_EQ(focused()->property("target"), "/srv/0");
+  press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(focused(), find("addExclude"));
+}
+
+TEST_F(SidebarKeyboard, leafs_through_ten_thousand_rows_and_takes_one_away) {
+  std::vector<std::string> folders;
+  for (int i = 0; i < 10000; ++i) folders.push_back("/srv/" + std::to_string(i));
+  remember(ScanStore::excludesKey, folders);
+  show();
+  ASSERT_TRUE(tabTo(find("addExclude")));
+  press(Qt::Key_Tab);
+  press(Qt::Key_PageDown);
+  EXPECT_NE(focused()->property("target"), "/srv/0");
+  press(Qt::Key_PageUp);
+  EXPECT_EQ(focused()->property("target"), "/srv/0");
+  press(Qt::Key_End);
+  EXPECT_EQ(focused()->property("target"), "/srv/9999");
+  EXPECT_TRUE(isInSight(focused()));
+  press(Qt::Key_Backtab, Qt::ShiftModifier);
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().excludes().size(), 9999U);
+  EXPECT_EQ(focused()->property("target"), "/srv/9999");
+  press(Qt::Key_Return);
+  EXPECT_EQ(session().excludes().size(), 9998U);
+  EXPECT_EQ(session().excludes().back(), "/srv/9997");
+  EXPECT_EQ(focused(), find("node_modules/highlight"));
+}
+
+TEST_F(SidebarKeyboard, keeps_the_row_that_it_is_on_when_the_wheel_takes_it_out_of_sight) {
+  std::vector<std::string> folders;
+  for (int i = 0; i < 1000; ++i) folders.push_back("/srv/" + std::to_string(i));
+  remember(ScanStore::excludesKey, folders);
+  show();
+  ASSERT_TRUE(tabTo(find("addExclude")));
+  press(Qt::Key_Tab);
+  press(Qt::Key_Tab);
+  find("excludes")->setProperty("contentY", 15000);
+  settle();
+  ASSERT_NE(focused(), nullptr);
+  EXPECT_EQ(focused()->property("target"), "/srv/1");
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused()->property("target"), "/srv/2");
+  EXPECT_TRUE(rectOf(find("excludes")).contains(rectOf(focused())));
+}
+
 TEST_F(SidebarKeyboard, keeps_its_place_when_another_row_comes_in_front) {
   remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
   show(1000);

@@ -22,6 +22,8 @@ Rectangle {
     }
 
     MarrowScrollArea {
+        id: scrollArea
+
         objectName: "scrollArea"
         anchors.top: parent.top
         anchors.bottom: footer.top
@@ -57,6 +59,7 @@ Rectangle {
             objectName: "excludedSection"
             width: parent.width
             actions: sidebarActions
+            area: scrollArea
         }
 
         DevBloatSection {
