@@ -70,7 +70,7 @@ Moved moveManyRecording(std::span<const Location> locations, TrashMover& mover) 
 }
 
 Outcome putBack(const TrashedItem& item, TrashMover& mover) {
-  if (item.trashPath.empty()) return SystemError::fromErrno(ENOENT, item.original);
+  if (item.trashPath.empty()) return SystemError::fromErrno(ENOENT, item.trashPath);
   return mover.putBack({.path = item.trashPath, .identity = item.identity}, item.place);
 }
 

@@ -68,11 +68,34 @@ void ScanSession::showToast(FieldChanges& changes, const std::string& text) {
 }
 
 void ScanSession::tellFailure(const std::string& text) {
-  setField(failure_, std::optional(text), &ScanSession::failureChanged);
+  FieldChanges changes(*this);
+  addFailure(changes, text);
+  changes.announce();
+}
+
+void ScanSession::addFailure(FieldChanges& changes, const std::string& text) {
+  if (!failures_.empty() && failures_.back() == text) return;
+  std::erase(failures_, text);
+  failures_.push_back(text);
+  if (failures_.size() > failuresLimit) failures_.erase(failures_.begin());
+  changes.note(&ScanSession::failureChanged);
+}
+
+void ScanSession::addFailures(FieldChanges& changes, const std::vector<Trash::Failure>& failures,
+                              FailureText::Act act) {
+  if (!failures.empty()) addFailure(changes, FailureText::line(failures, act));
 }
 
 void ScanSession::dismissFailure() {
-  setField(failure_, {}, &ScanSession::failureChanged);
+  if (failures_.empty()) return;
+  FieldChanges changes(*this);
+  failures_.pop_back();
+  changes.note(&ScanSession::failureChanged);
+  changes.announce();
+}
+
+std::optional<std::string> ScanSession::failure() const {
+  return failures_.empty() ? std::nullopt : std::optional(failures_.back());
 }
 
 void ScanSession::setPane(MainPane pane) {

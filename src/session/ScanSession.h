@@ -6,6 +6,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -15,7 +16,6 @@
 #include <vector>
 
 #include <QObject>
-#include <QString>
 
 #include "platform/ApplicationIcon.h"
 #include "platform/Dispatch.h"
@@ -25,6 +25,7 @@
 #include "platform/SavePanel.h"
 #include "platform/TrashMover.h"
 #include "platform/Workspace.h"
+#include "reclaim/FailureText.h"
 #include "reclaim/Trash.h"
 #include "reclaim/ZipEngine.h"
 #include "scan/DiskNode.h"
@@ -66,11 +67,8 @@ enum class VizMode {
 
 class ScanSession : public QObject {
   Q_OBJECT
-  // What views bind to directly. Texts that hold names are shown with replacement characters where
-  // the bytes are not UTF-8.
-  Q_PROPERTY(QString progress READ progressText NOTIFY progressChanged)
+  // What views bind to directly. No texts: those hold names, and displayText() alone shows names.
   Q_PROPERTY(double scanPercent READ scanPercent NOTIFY scanPercentChanged)
-  Q_PROPERTY(QString errorMessage READ errorText NOTIFY errorMessageChanged)
   Q_PROPERTY(bool searchOpen READ searchOpen WRITE setSearchOpen NOTIFY searchOpenChanged)
   Q_PROPERTY(bool aiOpen READ aiOpen WRITE setAiOpen NOTIFY aiOpenChanged)
   Q_PROPERTY(bool ocrOpen READ ocrOpen WRITE setOcrOpen NOTIFY ocrOpenChanged)
@@ -82,6 +80,9 @@ class ScanSession : public QObject {
 
  public:
   using Clock = std::chrono::steady_clock;
+
+  static constexpr std::size_t failuresLimit = 50;
+
   using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,
                                       const DiskScanner::Options&)>;
   using Archive = std::function<ZipEngine::Archived(const ZipEngine::Request&)>;
@@ -220,8 +221,10 @@ class ScanSession : public QObject {
   void flash(const std::string& text);
 
   // Tells of something that failed and that the user has to know of. It stays, whatever else is
-  // flashed, until it is dismissed or a later failure takes its place.
+  // flashed, until it is dismissed. A later failure comes before it; once that one is dismissed,
+  // this one is told again. The same text is told once.
   void tellFailure(const std::string& text);
+  // Of the failure that is told, the latest one.
   Q_INVOKABLE void dismissFailure();
 
   // Fields, in declared order.
@@ -229,10 +232,8 @@ class ScanSession : public QObject {
   void setPane(MainPane pane);
   ScanStatus status() const { return status_; }
   const std::string& progress() const { return progress_; }
-  QString progressText() const { return QString::fromStdString(progress_); }
   double scanPercent() const { return scanPercent_; }  // 0 to 1
   const std::string& errorMessage() const { return errorMessage_; }
-  QString errorText() const { return QString::fromStdString(errorMessage_); }
   const std::vector<DiskNode>& stack() const { return stack_; }  // scan root first
   VizMode vizMode() const { return vizMode_; }
   void setVizMode(VizMode mode);
@@ -258,7 +259,10 @@ class ScanSession : public QObject {
   const std::vector<ScanDelta>& deltas() const { return deltas_; }
   const std::set<std::string>& grewPaths() const { return grewPaths_; }
   const std::optional<std::string>& toast() const { return toast_; }
-  const std::optional<std::string>& failure() const { return failure_; }
+  // What failed and was not dismissed, the latest last; never more than failuresLimit.
+  const std::vector<std::string>& failures() const { return failures_; }
+  // The latest of them.
+  std::optional<std::string> failure() const;
   const std::optional<DiskNode>& focused() const { return focused_; }
   void setFocused(std::optional<DiskNode> node);
   const std::set<std::string>& selected() const { return selected_; }
@@ -352,6 +356,9 @@ class ScanSession : public QObject {
   template <class Answer, class Use>
   void askFor(FieldChanges& changes, Question<Answer> question, Use use);
   void showToast(FieldChanges& changes, const std::string& text);
+  void addFailure(FieldChanges& changes, const std::string& text);
+  void addFailures(FieldChanges& changes, const std::vector<Trash::Failure>& failures,
+                   FailureText::Act act);
   void clearSelection(FieldChanges& changes);
   void enqueue(FieldChanges& changes, const DiskNode& node);
   void announceAndLookAgain(FieldChanges& changes);
@@ -399,7 +406,7 @@ class ScanSession : public QObject {
   std::vector<ScanDelta> deltas_;
   std::set<std::string> grewPaths_;
   std::optional<std::string> toast_;
-  std::optional<std::string> failure_;
+  std::vector<std::string> failures_;
   std::optional<DiskNode> focused_;
   std::set<std::string> selected_;
   std::vector<DiskNode> selectedNodes_;

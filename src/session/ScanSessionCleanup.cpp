@@ -29,6 +29,8 @@ void ScanSession::trashFocused() {
   if (Result<TrashedItem> item = Trash::moveRecording(path, services_.trash)) {
     changes.set(lastTrashed_, std::vector{std::move(item).value()},
                 &ScanSession::lastTrashedChanged);
+  } else {
+    addFailures(changes, {{.path = path, .cause = item.error()}}, FailureText::Act::moveToTrash);
   }
   // Said of a move that failed as well: the walk shows what is true.
   showToast(changes, "Moved " + std::string(target->name()) + " to Trash");
@@ -50,7 +52,10 @@ void ScanSession::trash(const DiskNode& node) {
     changes.announce();
     return;
   }
-  static_cast<void>(Trash::moveRecording(target.path(), services_.trash));
+  const std::string path = target.path();
+  if (const auto item = Trash::moveRecording(path, services_.trash); !item) {
+    addFailures(changes, {{.path = path, .cause = item.error()}}, FailureText::Act::moveToTrash);
+  }
   const QPointer<ScanSession> session(this);
   changes.announce();
   if (session) rescan();
@@ -65,7 +70,9 @@ void ScanSession::overruleWarning() {
   const std::string path = criticalWarning_->path();
   FieldChanges changes(*this);
   changes.set(criticalWarning_, std::optional<DiskNode>(), &ScanSession::criticalWarningChanged);
-  static_cast<void>(Trash::moveRecording(path, services_.trash));
+  if (const auto item = Trash::moveRecording(path, services_.trash); !item) {
+    addFailures(changes, {{.path = path, .cause = item.error()}}, FailureText::Act::moveToTrash);
+  }
   const QPointer<ScanSession> session(this);
   changes.announce();
   if (session) rescan();
@@ -85,18 +92,23 @@ void ScanSession::emptyQueue() {
   changes.set(lastTrashed_, std::move(moved.items), &ScanSession::lastTrashedChanged);
   changes.set(queue_, std::vector<DiskNode>(), &ScanSession::queueChanged);
   changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
+  addFailures(changes, moved.errors, FailureText::Act::moveToTrash);
   announceAndLookAgain(changes);
 }
 
 void ScanSession::undoTrash() {
   if (lastTrashed_.empty()) return;
   // A folder that went after its contents comes back before them.
-  const auto count = std::count_if(
-      lastTrashed_.rbegin(), lastTrashed_.rend(),
-      [this](const TrashedItem& item) { return Trash::putBack(item, services_.trash).ok(); });
+  std::vector<Trash::Failure> failures;
+  std::for_each(lastTrashed_.rbegin(), lastTrashed_.rend(), [&](const TrashedItem& item) {
+    const Outcome outcome = Trash::putBack(item, services_.trash);
+    if (!outcome) failures.push_back({.path = item.original, .cause = outcome.error()});
+  });
+  const std::size_t count = lastTrashed_.size() - failures.size();
   FieldChanges changes(*this);
   changes.set(lastTrashed_, std::vector<TrashedItem>(), &ScanSession::lastTrashedChanged);
-  showToast(changes, "Put back " + Format::counted(static_cast<std::size_t>(count), "item"));
+  showToast(changes, "Put back " + Format::counted(count, "item"));
+  addFailures(changes, failures, FailureText::Act::putBack);
   announceAndLookAgain(changes);
 }
 

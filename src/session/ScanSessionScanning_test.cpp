@@ -136,7 +136,6 @@ TEST_F(Scan, takes_progress_that_is_not_utf8_as_the_bytes_it_is) {
   runWalks();
   dispatch().step(Queue::main);
   EXPECT_EQ(session().progress(), "3%  caf\xe9");
-  EXPECT_EQ(session().progressText(), QStringLiteral("3%  caf\uFFFD"));
 }
 
 // Scanning, and the walk ended with something.

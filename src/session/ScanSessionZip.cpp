@@ -141,10 +141,10 @@ void ScanSession::trashArchived(const ZipEngine::Archived& archived) {
   if (left != 0) changes.note(&ScanSession::queueChanged);
   if (queue_.empty()) changes.set(queueOpen_, false, &ScanSession::queueOpenChanged);
   clearSelection(changes);
+  addFailures(changes, moved.errors, FailureText::Act::moveToTrash);
+  if (!others.empty()) addFailure(changes, wordsForOthers(others));
   showToast(changes, "Archived to " + name);
-  const QPointer<ScanSession> session(this);
   announceAndLookAgain(changes);
-  if (session && !others.empty()) tellFailure(wordsForOthers(others));
 }
 
 }  // namespace tessaly

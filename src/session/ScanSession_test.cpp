@@ -119,14 +119,41 @@ TEST_F(Toast, outlives_the_session_without_harm) {
 TEST_F(ScanSessionTest, keeps_a_failure_whatever_is_flashed_until_it_is_dismissed) {
   const QSignalSpy changed(&session(), &ScanSession::failureChanged);
   session().tellFailure("first");
-  session().tellFailure("second");
   session().flash("Hello");
   dispatch().advance(milliseconds(10000));
   runMain();
-  EXPECT_EQ(session().failure(), "second");
+  EXPECT_EQ(session().failure(), "first");
   session().dismissFailure();
   EXPECT_FALSE(session().failure());
+  session().dismissFailure();
+  EXPECT_EQ(changed.count(), 2);
+}
+
+TEST_F(ScanSessionTest, tells_a_failure_again_once_a_later_one_is_dismissed) {
+  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
+  session().tellFailure("first");
+  session().tellFailure("second");
+  EXPECT_EQ(session().failure(), "second");
+  EXPECT_EQ(session().failures(), (std::vector<std::string>{"first", "second"}));
+  session().dismissFailure();
+  EXPECT_EQ(session().failure(), "first");
+  session().dismissFailure();
+  EXPECT_FALSE(session().failure());
+  EXPECT_EQ(changed.count(), 4);
+}
+
+TEST_F(ScanSessionTest, tells_the_same_failure_once) {
+  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
+  for (const char* text : {"first", "first", "second", "first"}) session().tellFailure(text);
+  EXPECT_EQ(session().failures(), (std::vector<std::string>{"second", "first"}));
   EXPECT_EQ(changed.count(), 3);
+}
+
+TEST_F(ScanSessionTest, holds_so_many_failures_and_no_more) {
+  for (std::size_t i = 0; i <= ScanSession::failuresLimit; ++i)
+    session().tellFailure(std::to_string(i));
+  EXPECT_EQ(session().failures().size(), ScanSession::failuresLimit);
+  EXPECT_EQ(session().failures().front(), "1");
 }
 
 }  // namespace

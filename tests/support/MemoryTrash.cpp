@@ -52,7 +52,9 @@ Result<ItemInTrash> MemoryTrash::moveToTrash(const std::string& path) {
   }
   if (!has(item)) return SystemError::fromErrno(ENOENT, path);
   if (isWithin(item, trash) || isWithin(trash, item)) return SystemError::fromErrno(EINVAL, path);
-  if (refused_.contains(item)) return SystemError::fromErrno(EACCES, path);
+  if (const auto refusal = refused_.find(item); refusal != refused_.end()) {
+    return SystemError::fromErrno(refusal->second, path);
+  }
   const std::string wanted = std::string(trash) + "/" + item.substr(item.rfind('/') + 1);
   std::string place = wanted;
   for (int number = 2; has(place); ++number) place = wanted + "." + std::to_string(number);
@@ -73,7 +75,9 @@ Outcome MemoryTrash::putBack(const ItemInTrash& inTrash, const std::string& orig
   if (!has(trashPath)) return SystemError::fromErrno(ENOENT, trashPath);
   if (identityOf(trashPath) != inTrash.identity) return SystemError::fromErrno(ESTALE, trashPath);
   if (has(item)) return SystemError::fromErrno(EEXIST, original);
-  if (refused_.contains(trashPath)) return SystemError::fromErrno(EACCES, original);
+  if (const auto refusal = refused_.find(trashPath); refusal != refused_.end()) {
+    return SystemError::fromErrno(refusal->second, original);
+  }
   move(trashPath, item);
   return succeeded();
 }
@@ -85,8 +89,8 @@ Result<std::int64_t> MemoryTrash::count() {
 EmptiedTrash MemoryTrash::empty() {
   EmptiedTrash result;
   for (const std::string& item : itemsInTrash()) {
-    if (refused_.contains(item)) {
-      result.addFailure(SystemError::fromErrno(EACCES, item));
+    if (const auto refusal = refused_.find(item); refusal != refused_.end()) {
+      result.addFailure(SystemError::fromErrno(refusal->second, item));
     } else {
       remove(item);
       ++result.deleted;

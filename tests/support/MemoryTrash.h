@@ -1,9 +1,9 @@
 // A Trash over a disk that is only a list of paths.
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -23,8 +23,8 @@ class MemoryTrash final : public TrashMover, public TrashCan {
   // "" for an item that is not there.
   std::string contentOf(const std::string& path) const;
 
-  // From now on the item is not moved from where it is, nor deleted there.
-  void refuse(const std::string& path) { refused_.insert(path); }
+  // From now on the item is not moved from where it is, nor deleted there, for this errno.
+  void refuse(const std::string& path, int code = EACCES) { refused_[path] = code; }
   // Moves are made, and nobody is told where to.
   void tellNoPlaces() { tellsPlaces_ = false; }
 
@@ -50,7 +50,7 @@ class MemoryTrash final : public TrashMover, public TrashCan {
 
   unsigned last_ = 0;
   std::map<std::string, Item> items_ = {{"/", {}}};
-  std::set<std::string> refused_;
+  std::map<std::string, int> refused_;
   bool tellsPlaces_ = true;
 };
 

@@ -81,6 +81,12 @@ Window {
             session: window.session
         }
 
+        FailureLine {
+            objectName: "failureLine"
+            Layout.fillWidth: true
+            session: window.session
+        }
+
         RowLayout {
             spacing: 0
 

@@ -1,0 +1,104 @@
+// What failed, in a row of its own that takes nothing from what is to be seen but its height. It
+// stays until it is dismissed; then the failure before it is told, if that was not dismissed.
+import QtQuick
+import Tessaly.Controls
+import Tessaly.Model
+import Tessaly.Window
+
+Rectangle {
+    id: line
+
+    required property ScanSession session
+
+    implicitHeight: Math.max(words.height, close.height) + 12
+    visible: failure.shown
+    color: Qt.alpha(Theme.warning, 0.14)
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: words.text
+    Accessible.description: failure.earlier
+
+    FailureState {
+        id: failure
+
+        session: line.session
+    }
+
+    Symbol {
+        id: sign
+
+        objectName: "failureSymbol"
+        x: 14
+        y: Math.round((line.height - height) / 2)
+        name: "exclamationmark.triangle.fill"
+        size: 13
+        color: Theme.warning
+    }
+
+    Text {
+        id: words
+
+        objectName: "failure"
+        x: sign.x + sign.width + 10
+        y: Math.round((line.height - height) / 2)
+        width: (count.visible ? count.x : close.x) - 12 - x
+        text: failure.text
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        elide: Text.ElideRight
+        maximumLineCount: 5
+        color: Theme.ink
+        font.family: Theme.uiFamily
+        font.pixelSize: 12
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: count
+
+        objectName: "earlierFailures"
+        x: close.x - 8 - width
+        y: Math.round((line.height - height) / 2)
+        visible: text !== ""
+        text: failure.earlier
+        textFormat: Text.PlainText
+        color: Theme.muted
+        font.family: Theme.uiFamily
+        font.pixelSize: 11
+        Accessible.ignored: true
+    }
+
+    MarrowButton {
+        id: close
+
+        objectName: "dismissFailure"
+        x: line.width - width - 14
+        y: Math.round((line.height - height) / 2)
+        symbol: "xmark"
+        symbolSize: 10
+        symbolColor: hovered ? Theme.ink : Theme.muted
+        padding: 6
+        opacity: pressed ? 0.7 : 1
+        focusRadius: 5
+        // A click leaves the keyboard where it is.
+        focusPolicy: Qt.TabFocus
+        onClicked: {
+            // The line goes, and the keyboard goes on to what comes after it.
+            if (activeFocus && failure.earlier === "")
+                nextItemInFocusChain().forceActiveFocus(focusReason)
+            line.session.dismissFailure()
+        }
+
+        Accessible.name: "Dismiss"
+        Accessible.description: words.text
+    }
+
+    Rectangle {
+        objectName: "rule"
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 1
+        color: Qt.alpha(Theme.warning, 0.3)
+    }
+}

@@ -1,0 +1,140 @@
+#include "reclaim/FailureText.h"
+
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/UnicodeText.h"
+
+namespace tessaly {
+namespace {
+
+using FailureText::Act;
+using Failures = std::vector<Trash::Failure>;
+
+Trash::Failure failure(const std::string& path, int code) {
+  return {.path = path, .cause = SystemError::fromErrno(code, path)};
+}
+
+struct Words {
+  int code;
+  const char* reason;
+};
+
+TEST(FailureText, has_words_for_every_cause_of_a_move) {
+  constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
+                           {EDQUOT, "the quota on the disk is used up"},
+                           {EXDEV, "no Trash on this volume"},
+                           {EACCES, "not permitted"},
+                           {EPERM, "not permitted"},
+                           {EROFS, "the volume is read-only"},
+                           {ENOENT, "not there any more"},
+                           {ENOTDIR, "not there any more"},
+                           {EEXIST, "no free name in the Trash"},
+                           {EBUSY, "a volume is mounted there"},
+                           {ESTALE, "moved or replaced meanwhile"},
+                           {EINVAL, "in the Trash already, or the Trash is in it"},
+                           {ENAMETOOLONG, "the name or the path is too long"},
+                           {EMFILE, "too many files are open"},
+                           {EOPNOTSUPP, "the file system cannot do it"},
+                           {ELOOP, "a link stands where a folder was"},
+                           {EIO, "Input/output error"},
+                           {EISDIR, "Is a directory"},
+                           {0, "unknown cause"}};
+  for (const Words& words : all) {
+    EXPECT_EQ(FailureText::reason(failure("/a/b", words.code), Act::moveToTrash), words.reason)
+        << words.code;
+  }
+}
+
+TEST(FailureText, has_words_for_every_cause_that_keeps_an_item_in_the_trash) {
+  constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
+                           {EDQUOT, "the quota on the disk is used up"},
+                           {EXDEV, "the old place is on another volume now"},
+                           {EACCES, "not permitted"},
+                           {EROFS, "the volume is read-only"},
+                           {ENOENT, "the old folder cannot be made"},
+                           {ENOTDIR, "a file stands where the old folder was"},
+                           {EEXIST, "something else stands at the old place"},
+                           {ESTALE, "another item has the name in the Trash now"},
+                           {ENAMETOOLONG, "the name or the path is too long"},
+                           {ELOOP, "a link stands where a folder was"},
+                           {EIO, "Input/output error"}};
+  for (const Words& words : all) {
+    EXPECT_EQ(FailureText::reason(failure("/a/b", words.code), Act::putBack), words.reason)
+        << words.code;
+  }
+}
+
+TEST(FailureText, tells_an_item_that_left_the_trash_from_a_folder_that_is_gone) {
+  const Trash::Failure gone{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "/trash/b")};
+  EXPECT_EQ(FailureText::reason(gone, Act::putBack), "not found in the Trash");
+  const Trash::Failure unknown{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "")};
+  EXPECT_EQ(FailureText::reason(unknown, Act::putBack), "not found in the Trash");
+}
+
+TEST(FailureText, of_nothing_is_empty) {
+  EXPECT_EQ(FailureText::line({}, Act::moveToTrash), "");
+}
+
+TEST(FailureText, names_one_item_and_why) {
+  EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EXDEV)}, Act::moveToTrash),
+            "“notes.txt” could not be moved to the Trash: no Trash on this volume");
+  EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EEXIST)}, Act::putBack),
+            "“notes.txt” could not be put back: something else stands at the old place");
+}
+
+TEST(FailureText, names_the_first_items_of_one_reason_and_counts_the_rest) {
+  Failures failures = {failure("/a", ENOSPC), failure("/b/", ENOSPC)};
+  EXPECT_EQ(FailureText::line(failures, Act::moveToTrash),
+            "“a” and “b” could not be moved to the Trash: no space for one more file on the disk");
+  failures.push_back(failure("/c", ENOSPC));
+  EXPECT_EQ(FailureText::line(failures, Act::moveToTrash),
+            "“a”, “b” and 1 more could not be moved to the Trash: no space for one more file on "
+            "the disk");
+}
+
+TEST(FailureText, tells_the_items_of_each_reason_apart) {
+  EXPECT_EQ(FailureText::line({failure("/a", ENOSPC), failure("/b", EACCES), failure("/c", ENOSPC),
+                               failure("/d", ENOSPC)},
+                              Act::moveToTrash),
+            "4 items could not be moved to the Trash: “a”, “c” and 1 more (no space for one more "
+            "file on the disk), “b” (not permitted)");
+}
+
+TEST(FailureText, counts_what_comes_after_the_third_reason) {
+  EXPECT_EQ(FailureText::line({failure("/a", EACCES), failure("/b", EROFS), failure("/c", EBUSY),
+                               failure("/d", EIO), failure("/e", EMFILE)},
+                              Act::moveToTrash),
+            "5 items could not be moved to the Trash: “a” (not permitted), “b” (the volume is "
+            "read-only), “c” (a volume is mounted there) and 2 more for other reasons");
+}
+
+TEST(FailureText, keeps_the_bytes_of_a_name) {
+  EXPECT_EQ(FailureText::line({failure("/caf\xe9\n", EROFS)}, Act::putBack),
+            "“caf\xe9\n” could not be put back: the volume is read-only");
+}
+
+TEST(FailureText, is_never_longer_than_can_be_shown) {
+  Failures failures;
+  for (const int code : {ENOSPC, EINVAL, EXDEV, EIO, EROFS, EBUSY}) {
+    for (int i = 0; i < 2000; ++i)
+      failures.push_back(failure("/" + std::string(255, 'm') + std::to_string(i), code));
+  }
+  const std::string line = FailureText::line(failures, Act::moveToTrash);
+  EXPECT_TRUE(line.starts_with("12000 items could not be moved to the Trash: “mmm")) << line;
+  EXPECT_LE(UnicodeText::graphemeCount(line), 500U) << line;
+}
+
+TEST(FailureText, cuts_a_long_name_between_characters) {
+  std::string name;
+  for (int i = 0; i < 33; ++i) name += "e\u0301";
+  const std::string line = FailureText::line({failure("/" + name, EROFS)}, Act::moveToTrash);
+  EXPECT_TRUE(line.starts_with("“" + name.substr(0, name.size() - 3) + "…” could")) << line;
+}
+
+}  // namespace
+}  // namespace tessaly

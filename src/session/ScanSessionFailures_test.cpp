@@ -1,0 +1,187 @@
+// What the session tells of moves to the Trash, and back, that failed.
+
+#include <cerrno>
+#include <chrono>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include <QObject>
+
+#include "session/SessionFixture_test.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Failures : public SessionFixture {
+ protected:
+  Failures() {
+    for (const DiskNode* node : {&film_, &song_, &note_})
+      machine_.trash.put(node->path(), std::string(node->name()));
+    scanTo(folder("/data", 9, {film_, song_, note_}));
+  }
+
+  void queue(const std::vector<DiskNode>& nodes) {
+    for (const DiskNode& node : nodes) session().addToQueue(node);
+  }
+  // Whatever is flashed meanwhile, and however long it takes.
+  void letTimePass() {
+    for (int i = 0; i < 3; ++i) {
+      session().flash("Something else " + std::to_string(i));
+      dispatch().advance(std::chrono::seconds(10));
+      dispatch().drainAll();
+    }
+    ASSERT_EQ(session().toast(), std::nullopt);
+  }
+
+  DiskNode film_ = file("/data/film", 4);
+  DiskNode song_ = file("/data/song", 3);
+  DiskNode note_ = file("/data/note", 2);
+};
+
+TEST_F(Failures, of_the_move_of_the_focus_is_told_beside_its_message_and_stays) {
+  machine_.trash.refuse(film_.path(), EXDEV);
+  session().setFocused(film_);
+  session().trashFocused();
+  EXPECT_EQ(session().toast(), "Moved film to Trash");
+  letTimePass();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film” could not be moved to the Trash: no Trash on this volume"));
+}
+
+TEST_F(Failures, of_the_move_from_the_menu_is_told) {
+  machine_.trash.refuse(film_.path(), ENOSPC);
+  session().setMenuNode(film_);
+  session().trash(*session().menuNode());
+  letTimePass();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film” could not be moved to the Trash: no space for one more file on "
+                          "the disk"));
+}
+
+TEST_F(Failures, of_the_move_that_overrules_the_warning_is_told) {
+  machine_.trash.put("/usr/lib");
+  machine_.trash.refuse("/usr/lib", EROFS);
+  session().setCriticalWarning(folder("/usr/lib", 1));
+  session().overruleWarning();
+  letTimePass();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“lib” could not be moved to the Trash: the volume is read-only"));
+}
+
+TEST_F(Failures, of_a_part_of_the_queue_is_told_of_that_part) {
+  machine_.trash.refuse(film_.path(), EACCES);
+  machine_.trash.remove(note_.path());
+  queue({film_, song_, note_});
+  session().emptyQueue();
+  letTimePass();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("2 items could not be moved to the Trash: “film” (not permitted), "
+                          "“note” (not there any more)"));
+  EXPECT_FALSE(machine_.trash.has(song_.path()));
+}
+
+TEST_F(Failures, of_the_whole_queue_is_told_in_one_text) {
+  for (const DiskNode* node : {&film_, &song_, &note_}) machine_.trash.refuse(node->path(), EDQUOT);
+  queue({film_, song_, note_});
+  session().emptyQueue();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film”, “song” and 1 more could not be moved to the Trash: the quota on "
+                          "the disk is used up"));
+}
+
+TEST_F(Failures, of_the_way_back_is_told_beside_its_message_and_stays) {
+  queue({film_, song_, note_});
+  session().emptyQueue();
+  machine_.trash.put(film_.path(), "another");
+  machine_.trash.remove(session().lastTrashed()[2].trashPath);
+  session().undoTrash();
+  EXPECT_EQ(session().toast(), "Put back 1 item");
+  letTimePass();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("2 items could not be put back: “note” (not found in the Trash), “film” "
+                          "(something else stands at the old place)"));
+  EXPECT_EQ(machine_.trash.contentOf(film_.path()), "another");
+}
+
+TEST_F(Failures, of_another_item_in_the_trash_is_told_as_that) {
+  queue({film_});
+  session().emptyQueue();
+  machine_.trash.refuse(session().lastTrashed()[0].trashPath, ESTALE);
+  session().undoTrash();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film” could not be put back: another item has the name in the Trash "
+                          "now"));
+}
+
+TEST_F(Failures, of_an_item_that_nobody_knows_the_place_of_is_told_on_its_way_back) {
+  machine_.trash.tellNoPlaces();
+  queue({film_});
+  session().emptyQueue();
+  session().undoTrash();
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film” could not be put back: not found in the Trash"));
+}
+
+TEST_F(Failures, of_the_move_after_an_archive_is_told_beside_its_message) {
+  const TempTree disk("film 1\n");
+  const DiskNode film = file(disk.at("film"), 1);
+  machine_.trash.put(film.path());
+  machine_.trash.refuse(film.path(), EACCES);
+  machine_.savePanel.answer = disk.at("kept.zip");
+  ScanSession::Services services = machine_.services(disk.path());
+  services.archive = [](const std::vector<std::string>&, const std::string&) { return true; };
+  ScanSession session(services);
+  session.zipThenTrash({film});
+  dispatch().drainAll();
+  EXPECT_EQ(session.toast(), "Archived to kept.zip");
+  EXPECT_THAT(session.failures(),
+              ElementsAre("“film” could not be moved to the Trash: not permitted"));
+}
+
+TEST_F(Failures, are_none_where_all_went_well) {
+  session().setFocused(film_);
+  session().trashFocused();
+  session().trash(song_);
+  queue({note_});
+  session().emptyQueue();
+  session().undoTrash();
+  EXPECT_THAT(session().failures(), IsEmpty());
+}
+
+TEST_F(Failures, stay_when_the_next_move_succeeds) {
+  machine_.trash.refuse(film_.path());
+  session().trash(film_);
+  session().trash(song_);
+  EXPECT_FALSE(machine_.trash.has(song_.path()));
+  EXPECT_THAT(session().failures(),
+              ElementsAre("“film” could not be moved to the Trash: not permitted"));
+}
+
+TEST_F(Failures, are_all_kept_when_the_next_move_fails_too) {
+  machine_.trash.refuse(film_.path());
+  machine_.trash.refuse(song_.path(), EBUSY);
+  session().trash(film_);
+  session().trash(song_);
+  EXPECT_EQ(session().failure(),
+            "“song” could not be moved to the Trash: a volume is mounted there");
+  session().dismissFailure();
+  EXPECT_EQ(session().failure(), "“film” could not be moved to the Trash: not permitted");
+}
+
+TEST_F(Failures, are_in_place_before_anything_of_the_move_is_announced) {
+  machine_.trash.refuse(film_.path());
+  queue({film_, song_});
+  std::size_t known = 0;
+  QObject::connect(&session(), &ScanSession::queueChanged, &session(),
+                   [&] { known = session().failures().size(); });
+  session().emptyQueue();
+  EXPECT_EQ(known, 1U);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,227 @@
+// Names that turn the text around them: nothing that the window holds, and nothing that assistive
+// tools are told, has such a character in it.
+#include <algorithm>
+#include <cerrno>
+#include <gmock/gmock.h>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModel>
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QMetaProperty>
+
+#include "journeys/Journey.h"
+#include "scan/DiskScanner.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+
+// Every direction control, and a name that it would make look like another.
+const std::string hostile =
+    "\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069\u200E\u200F\u061Cgpj.exe";
+const QString shownAs = QString(12, QChar(QChar::ReplacementCharacter)) + QStringLiteral("gpj.exe");
+
+bool isControl(QChar character) {
+  const char16_t value = character.unicode();
+  return value == 0x061c || value == 0x200e || value == 0x200f ||
+         (value >= 0x202a && value <= 0x202e) || (value >= 0x2066 && value <= 0x2069);
+}
+
+std::string runOfDf(const std::string& path, const std::vector<std::string>& args) {
+  if (path != "/bin/df") return noTools(path, args);
+  return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
+         "/dev/sda1 1000000 500000 500000 50% /\n"
+         "/dev/sdb1 1000000 500000 500000 50% /media/" +
+         hostile + "\n";
+}
+
+// What it tells first is what it tells last.
+DiskNode walkToldOfOneName(const std::string& root, const DiskScanner::Callbacks& callbacks,
+                           const DiskScanner::Options& options) {
+  callbacks.progress("12%  " + hostile);
+  return DiskScanner::scan(root, {}, options);
+}
+
+class HostileNames : public Journey {
+ protected:
+  explicit HostileNames(bool scans = true, bool realPreview = false)
+      : Journey(hostile + "/\n  in" + hostile + "/\n    deep" + hostile + " 3M\n" + "file" +
+                    hostile + " 2M\n",
+                [realPreview](Application::Seams& seams) {
+                  seams.run = runOfDf;
+                  seams.walk = walkToldOfOneName;
+                  if (realPreview) seams.previewPanel = nullptr;
+                }) {
+    QAccessible::setActive(true);
+    machine_.settings.setTexts(ScanStore::pinsKey, {"/srv/" + hostile});
+    machine_.settings.setTexts(ScanStore::recentsKey, {"/srv/recent" + hostile});
+    machine_.settings.setTexts(ScanStore::excludesKey, {"/srv/out" + hostile});
+    restart();
+    if (!scans) return;
+    session().scanHome();
+    finishScan();
+  }
+
+  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
+
+  // Reads all that the objects below the windows hold as text, and all that their accessible
+  // elements tell. Remembers where the name was found as it is to be shown.
+  void read() {
+    settle(window());
+    for (QWindow* top : QGuiApplication::topLevelWindows()) {
+      auto* const quick = qobject_cast<QQuickWindow*>(top);
+      if (quick == nullptr || !quick->isVisible()) continue;
+      readObject(quick);
+      readTree(quick->contentItem());
+    }
+  }
+
+  // "object.property" of every text with a control in it.
+  std::set<std::string> misleading_;
+  // Object names, and classes of models, that held the name as it is to be shown.
+  std::set<std::string> shown_;
+
+ private:
+  void take(const QString& text, const QString& owner, const QString& what) {
+    if (std::any_of(text.begin(), text.end(), isControl))
+      misleading_.insert((owner + '.' + what).toStdString());
+    if (text.contains(shownAs)) shown_.insert(owner.toStdString());
+  }
+
+  void readObject(QObject* object) {
+    const QString owner = object->objectName().isEmpty()
+                              ? QString::fromLatin1(object->metaObject()->className())
+                              : object->objectName();
+    const QMetaObject* const meta = object->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+      const QMetaProperty property = meta->property(i);
+      if (property.metaType() != QMetaType::fromType<QString>()) continue;
+      take(property.read(object).toString(), owner, QString::fromLatin1(property.name()));
+    }
+    if (const auto* const model = qobject_cast<QAbstractItemModel*>(object)) readModel(*model);
+    if (QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(object)) {
+      for (const auto part :
+           {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help})
+        take(told->text(part), owner, QStringLiteral("accessible text"));
+    }
+  }
+
+  void readModel(const QAbstractItemModel& model) {
+    const QString owner = QString::fromLatin1(model.metaObject()->className());
+    const QHash<int, QByteArray> roles = model.roleNames();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      for (auto role = roles.begin(); role != roles.end(); ++role) {
+        const QVariant value = model.data(model.index(row, 0), role.key());
+        if (value.metaType() == QMetaType::fromType<QString>())
+          take(value.toString(), owner, QString::fromLatin1(role.value()));
+      }
+    }
+  }
+
+  void readTree(QQuickItem* item) {
+    readObject(item);
+    // States and models hang on the items as plain children.
+    for (QObject* child : item->children()) {
+      if (qobject_cast<QQuickItem*>(child) == nullptr) readObject(child);
+    }
+    for (QQuickItem* child : item->childItems()) readTree(child);
+  }
+};
+
+TEST_F(HostileNames, turn_nothing_around_on_the_map_and_beside_it) {
+  session().open(child(0));
+  read();
+  hoverAt(middleOf(item("canvas")));
+  read();
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"chip", "pathLabel", "excludeName", "name", "tooltipName",
+                                    "tooltipPath", "tessaly::PathListModel",
+                                    "tessaly::BreadcrumbModel", "tessaly::VolumeListModel"}));
+}
+
+TEST_F(HostileNames, turn_nothing_around_in_questions_and_menus) {
+  session().setMenuNode(child(0));
+  read();
+  session().setMenuNode(std::nullopt);
+  session().setCriticalWarning(child(0));
+  read();
+  session().dismissWarning();
+  click("volumeMenu");
+  read();
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"menuTitle", "alertMessage", "volumeLabel"}));
+}
+
+TEST_F(HostileNames, turn_nothing_around_in_the_queue_and_in_messages) {
+  session().addToQueue(child(0));
+  session().addToQueue(child(1));
+  machine_.trash.put(child(0).path());
+  machine_.trash.refuse(child(0).path(), EROFS);
+  session().setFocused(child(0));
+  session().trashFocused();
+  read();
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"name", "toast", "failure", "tessaly::QueueListModel"}));
+}
+
+TEST_F(HostileNames, turn_nothing_around_while_a_scan_runs) {
+  session().scan(child(0).path());
+  walk();
+  while (dispatch_.step(Dispatch::Queue::main)) read();
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"progress"}));
+}
+
+class HostileRoot : public HostileNames {
+ protected:
+  HostileRoot() : HostileNames(false) {}
+};
+
+TEST_F(HostileRoot, turns_nothing_around_when_it_cannot_be_read) {
+  session().scan("/nowhere/" + hostile);
+  finishScan();
+  ASSERT_EQ(session().status(), ScanStatus::error);
+  read();
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"message"}));
+}
+
+TEST_F(HostileNames, turn_nothing_around_in_the_name_of_the_volume) {
+  session().scan("/media/" + hostile);
+  finishScan();
+  read();
+  EXPECT_THAT(misleading_, IsEmpty());
+}
+
+class HostilePreview : public HostileNames {
+ protected:
+  HostilePreview() : HostileNames(true, true) {}
+};
+
+TEST_F(HostilePreview, turns_nothing_around) {
+  for (const std::size_t index : {0U, 1U}) {
+    session().setMenuNode(child(index));
+    settle(window());
+    click("menuQuickLook");
+    dispatch_.drainAll();
+    read();
+  }
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"quickLookWindow", "name", "itemName"}));
+}
+
+TEST_F(HostileNames, are_handed_over_as_they_are) {
+  session().selectNodes({child(0)}, false);
+  session().copySelectedPaths();
+  EXPECT_EQ(machine_.pasteboard.text, child(0).path());
+  EXPECT_NE(child(0).path().find(hostile), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tessaly
