@@ -18,7 +18,7 @@ namespace {
 
 using Screen = FixtureWindow::Screen;
 
-constexpr std::array<std::pair<const char*, Screen>, 19> screens = {{
+constexpr std::array<std::pair<const char*, Screen>, 20> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -27,6 +27,7 @@ constexpr std::array<std::pair<const char*, Screen>, 19> screens = {{
     {"rescanning", Screen::rescanning},
     {"selected", Screen::selected},
     {"toast", Screen::toast},
+    {"failure", Screen::failure},
     {"menu", Screen::menu},
     {"alert", Screen::alert},
     {"gate", Screen::gate},
@@ -194,6 +195,17 @@ void FixtureWindow::show(Screen screen) {
            childOf(childOf(tree, "Movies"), "wedding.mkv")},
           false);
       break;
+    case Screen::failure: {
+      session.open(childOf(tree, "Movies"));
+      session.tellFailure("“notes.txt” could not be put back: not permitted");
+      // Nothing of the tree is on the disk that the Trash knows.
+      for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
+        session.addToQueue(childOf(tree, name));
+      session.emptyQueue();
+      machine_.dispatch.drainAll();
+      session.addToQueue(childOf(tree, "Downloads"));
+      break;
+    }
     case Screen::menu:
       session.setMenuNode(childOf(tree, "Downloads"));
       break;

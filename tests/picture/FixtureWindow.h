@@ -30,6 +30,7 @@ class FixtureWindow {
     rescanning,
     selected,
     toast,
+    failure,
     menu,
     alert,
     gate,

@@ -107,6 +107,7 @@ TEST(PictureScreens, show_what_they_are_named_for) {
                                                {"rescanning", "banner"},
                                                {"selected", "putBack"},
                                                {"toast", "toastPanel"},
+                                               {"failure", "failureLine"},
                                                {"menu", "nodeMenu"},
                                                {"alert", "protectedLocation"},
                                                {"gate", "gate"},
