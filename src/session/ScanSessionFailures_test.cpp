@@ -9,7 +9,6 @@
 #include <QObject>
 
 #include "session/SessionFixture_test.h"
-#include "support/PlainFiles.h"
 
 namespace tessaly {
 namespace {
@@ -125,22 +124,6 @@ TEST_F(Failures, of_an_item_that_nobody_knows_the_place_of_is_told_on_its_way_ba
   session().undoTrash();
   EXPECT_THAT(session().failures(),
               ElementsAre("“film” could not be put back: not found in the Trash"));
-}
-
-TEST_F(Failures, of_the_move_after_an_archive_is_told_beside_its_message) {
-  const TempTree disk("film 1\n");
-  const DiskNode film = file(disk.at("film"), 1);
-  machine_.trash.put(film.path());
-  machine_.trash.refuse(film.path(), EACCES);
-  machine_.savePanel.answer = disk.at("kept.zip");
-  ScanSession::Services services = machine_.services(disk.path());
-  services.archive = [](const std::vector<std::string>&, const std::string&) { return true; };
-  ScanSession session(services);
-  session.zipThenTrash({film});
-  dispatch().drainAll();
-  EXPECT_EQ(session.toast(), "Archived to kept.zip");
-  EXPECT_THAT(session.failures(),
-              ElementsAre("“film” could not be moved to the Trash: not permitted"));
 }
 
 TEST_F(Failures, are_none_where_all_went_well) {

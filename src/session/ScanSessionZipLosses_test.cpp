@@ -44,6 +44,16 @@ TEST_F(ZipThenTrash, moves_nothing_when_an_item_has_vanished_since_the_panel) {
   EXPECT_THAT(entriesOf(kept_.path()), IsEmpty());
 }
 
+TEST_F(ZipThenTrash, tells_beside_its_message_what_refuses_to_move) {
+  machine_.trash.refuse(film_.path());
+  session().zipThenTrash({film_, song_});
+  finish();
+  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().failure(), "“film” could not be moved to the Trash: not permitted");
+  EXPECT_TRUE(isOnDisk(film_));
+  EXPECT_FALSE(isOnDisk(song_));
+}
+
 TEST_F(ZipThenTrash, says_what_would_be_missing_and_moves_nothing) {
   end_ = End::incomplete;
   cause_ = "film (cannot be read)";

@@ -1,6 +1,7 @@
 // Runs a piece of code in a forked child, system call by system call, to see what it asks of the
-// system, to end it at any of them, to have any of them fail, and to do something else meanwhile. So
-// a test can show that work which must be all or nothing is just that, wherever it is interrupted:
+// system, to end it at any of them, to have any of them fail, and to do something else meanwhile.
+// So a test can show that work which must be all or nothing is just that, wherever it is
+// interrupted:
 //
 //   for (std::size_t stop = 1;; ++stop) {
 //     ...put everything in its place...

@@ -87,7 +87,7 @@ class FullDisk : public testing::Test {
     place.homeTrash = on("data/Trash");
     return place;
   }
-  Result<std::string> move(const std::string& name) const { return mover().moveToTrash(on(name)); }
+  Result<ItemInTrash> move(const std::string& name) const { return mover().moveToTrash(on(name)); }
 
   // Items "item00" and so on, of which one has been in the Trash already.
   std::string makeReady() const {
@@ -118,7 +118,7 @@ class FullDisk : public testing::Test {
       fill(on("full"));
       if (hasRoom(on("data/Trash/info/more"))) return "refused: the disk does not get full";
       const std::size_t before = kept();
-      const Result<std::string> moved = move(name);
+      const Result<ItemInTrash> moved = move(name);
       if (!moved) {
         if (moved.error().kind != Kind::noSpace) return told(moved);
         if (before != 0) return told(moved) + " with " + std::to_string(before) + " kept";
@@ -128,7 +128,7 @@ class FullDisk : public testing::Test {
       }
       ++taken;
       if (kept() != before - 1) return "taken from elsewhere";
-      wrong = objection(moved.value(), name);
+      wrong = objection(moved.value().path, name);
       if (!wrong.empty()) return wrong;
       if (i == 0) {
         const Outcome back = mover().putBack(moved.value(), on(name));
@@ -180,14 +180,14 @@ TEST_F(FullDisk, takes_items_where_there_is_no_room_for_one_more_file) {
       }
     };
     takeAll();
-    const Result<std::string> moved = move("item00");
+    const Result<ItemInTrash> moved = move("item00");
     if (!moved) return told(moved);
-    wrong = objection(moved.value(), "item00");
+    wrong = objection(moved.value().path, "item00");
     if (!wrong.empty()) return wrong;
     fs::remove_all(reserve());
     takeAll();
-    const Result<std::string> refusedMove = move("item01");
-    if (refusedMove) return "it went to " + refusedMove.value();
+    const Result<ItemInTrash> refusedMove = move("item01");
+    if (refusedMove) return "it went to " + refusedMove.value().path;
     return refusedMove.error().kind == Kind::noSpace && isThere(on("item01")) ? ""
                                                                               : told(refusedMove);
   });
@@ -197,8 +197,7 @@ TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can set a quota";
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   expectInPrivateMounts([&]() -> std::string {
-    std::string refused =
-        mountTmpfs("size=64m,usrquota,usrquota_block_hardlimit=4m,mode=777");
+    std::string refused = mountTmpfs("size=64m,usrquota,usrquota_block_hardlimit=4m,mode=777");
     if (!refused.empty()) return refused;
     putFile(disk_.tree.at("mountinfo0"), "");
     if (chmod(disk_.tree.at("mountinfo0").c_str(), 0666) != 0) return "chmod";
@@ -218,10 +217,10 @@ TEST_F(FullDisk, records_the_longest_path) {
     fs::create_directories(folder);
     putFile(folder + "/film", "x");
     fill(on("full"));
-    const Result<std::string> moved = mover().moveToTrash(folder + "/film");
+    const Result<ItemInTrash> moved = mover().moveToTrash(folder + "/film");
     if (!moved) return told(moved);
     if (kept() != InfoReserve::count - 1) return "there was room";
-    return recordedPath(moved.value()) == folder + "/film" ? "" : "it is not recorded";
+    return recordedPath(moved.value().path) == folder + "/film" ? "" : "it is not recorded";
   });
 }
 
@@ -234,10 +233,10 @@ TEST_F(FullDisk, keeps_the_reserve_when_the_item_cannot_be_moved) {
     fill(on("full"));
     // A file that bears the wanted name in "files" already, without a record.
     fs::rename(on("item01"), on("data/Trash/files/item00"));
-    const Result<std::string> moved = move("item00");
+    const Result<ItemInTrash> moved = move("item00");
     if (!moved) return told(moved);
     if (kept() != InfoReserve::count - 1) return std::to_string(kept()) + " are kept";
-    return objection(moved.value(), "item00");
+    return objection(moved.value().path, "item00");
   });
 }
 

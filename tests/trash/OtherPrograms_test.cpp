@@ -135,9 +135,9 @@ TEST_F(GioTrash, lists_what_we_threw_away) {
 // As a record of the reserve has them behind it until the move is done.
 TEST_F(GioTrash, reads_a_record_with_line_feeds_behind_it) {
   disk_.put(disk_.at("film.mkv"), "the content");
-  const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
+  const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
   ASSERT_TRUE(moved) << told(moved);
-  const std::string info = infoPathOf(moved.value());
+  const std::string info = infoPathOf(moved.value().path);
   putFile(info, contentOf(info) + std::string(16384, '\n'));
   const Answer listed = gio("trash --list");
   EXPECT_NE(listed.output.find("trash:///film.mkv\t" + disk_.at("film.mkv") + "\n"),
@@ -167,9 +167,9 @@ TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
 TEST_F(OtherPrograms, trash_list_reads_a_record_with_line_feeds_behind_it) {
   if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
   disk_.put(disk_.at("film.mkv"), "x");
-  const Result<std::string> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
+  const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
   ASSERT_TRUE(moved) << told(moved);
-  const std::string info = infoPathOf(moved.value());
+  const std::string info = infoPathOf(moved.value().path);
   putFile(info, contentOf(info) + std::string(16384, '\n'));
   const Answer listed = run("trash-list");
   EXPECT_NE(listed.output.find(" " + disk_.at("film.mkv") + "\n"), std::string::npos)
