@@ -39,6 +39,9 @@ Result<std::string> ItemRecord::content() const {
   }
   if (length > longest) return SystemError::fromErrno(EFBIG, name_);
   content.resize(length);
+  // A record that came from the reserve and could not be cut has more of them, which say nothing.
+  const std::size_t last = content.find_last_not_of('\n');
+  if (last != std::string::npos && last + 2 < content.size()) content.resize(last + 2);
   return content;
 }
 

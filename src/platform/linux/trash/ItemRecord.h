@@ -15,7 +15,8 @@ class ItemRecord {
   // Of the item called `itemName`.
   ItemRecord(const FileDescriptor& folder, const std::string& itemName);
 
-  // The whole of it. EFBIG for more than a path can fill; that is none of ours.
+  // The whole of it, with one line feed at its end at most. EFBIG for more than a path can fill;
+  // that is none of ours.
   Result<std::string> content() const;
 
   // Writes the record again where it is gone. 0, or an errno: EEXIST where that of another item
