@@ -3,12 +3,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <optional>
 #include <string>
 #include <unistd.h>
+#include <vector>
 #include <xcb/xcb.h>
 
 #include <QDBusConnectionInterface>
@@ -165,6 +167,58 @@ TEST_F(QuitTest, gives_a_window_to_a_start_as_soon_as_its_own_has_gone) {
     ASSERT_TRUE(next.waitUntil(Deadline::after(60)));
     ASSERT_TRUE(goesAway());
   }
+}
+
+class QuitWhileZipping : public ProgramOnDesktop {
+ protected:
+  // Zip reads for longer than any test lasts, and needs no room meanwhile.
+  QuitWhileZipping() : ProgramOnDesktop("notes.txt 2M\nfilm.mkv sparse=256G\n") {}
+
+  static bool holds(const std::function<bool()>& fact) { return QTest::qWaitFor(fact, 60000); }
+
+  std::vector<std::string> stagedArchives() const {
+    std::vector<std::string> found;
+    for (const std::string& name : entriesOf(home_.path()))
+      if (name.starts_with(".tessaly-")) found.push_back(name);
+    return found;
+  }
+
+  // How many processes zip something in the home.
+  std::size_t zips() const {
+    std::size_t count = 0;
+    std::error_code gone;
+    for (const auto& process : fs::directory_iterator("/proc", gone)) {
+      const fs::path folder = fs::read_symlink(process.path() / "cwd", gone);
+      if (folder == home_.path() && contentOf(process.path() / "comm") == "zip\n") ++count;
+    }
+    return count;
+  }
+};
+
+TEST_F(QuitWhileZipping, gives_the_archive_up_and_leaves_the_items) {
+  const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
+  startNotificationArea();
+  Process& program = start();
+  ASSERT_TRUE(comesUp());
+  ASSERT_TRUE(hasAnswered(1));
+  server_.click(scan);
+  ASSERT_TRUE(holds([this] {
+    return contentOf(state_.at("Marrow/settings.json")).find("marrow.recents") != std::string::npos;
+  }));
+  server_.pressKeys("ctrl+a");
+  server_.pressKeys("ctrl+shift+e");
+  // Takes what the panel suggests as soon as it is up.
+  ASSERT_TRUE(holds([this] {
+    if (zips() == 0) server_.pressKeys("Return");
+    return zips() == 1;
+  }));
+  ASSERT_EQ(stagedArchives().size(), 1U);
+
+  ASSERT_EQ(::kill(programBehind(items_.front()), SIGTERM), 0);
+  ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
+  EXPECT_EQ(program.exit(), Process::Exit{});
+  EXPECT_EQ(zips(), 0U);
+  EXPECT_THAT(entriesOf(home_.path()), testing::UnorderedElementsAre("notes.txt", "film.mkv"));
 }
 
 // Not quitting is a fact as well.
