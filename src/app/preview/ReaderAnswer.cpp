@@ -37,7 +37,7 @@ bool fits(const Head& head, const ReaderAnswer& answer, const ReaderAnswer::Boun
     case Kind::clearPicture:
       return answer.pictures.size() < bounds.pictures && head.first > 0 &&
              head.first <= bounds.width && head.second > 0 && head.second <= bounds.height &&
-             head.length == std::int64_t{4} * head.first * head.second;
+             head.length % 4 == 0 && head.length / 4 == std::int64_t{head.first} * head.second;
     case Kind::fact:
       return answer.facts.size() < mostFacts && head.length <= longestFact && head.first >= 0 &&
              std::int64_t{head.first} <= head.length;
