@@ -202,7 +202,7 @@ std::vector<std::string> strayDecoders(const fs::path& src) {
       "\\s*#\\s*include\\s*<((QtGui/)?(QImageReader|QMovie)|(QtPdf/)?QPdf(Document|Page).*|"
       "(QtSvg/)?QSvg.*|QtPdf|QtSvg|lib(av|sw)[a-z]*/.*)>.*");
   // The program's own symbols are no foreign files.
-  constexpr std::string_view symbols = "app/controls/SymbolPainter.cpp";
+  static constexpr std::string_view symbols = "app/controls/SymbolPainter.cpp";
   std::vector<std::string> complaints;
   forEachLine(src, [&complaints](const Line& line) {
     if (line.file.starts_with("app/preview/pages/") || line.file == symbols || isTest(line.file) ||
