@@ -163,12 +163,15 @@ class Emptying {
     if (error.code != ENOENT) result_.addFailure(error);
   }
 
-  void removeRecord(const TrashListing::Item& item) {
-    if (!info_ || !item.record) return;
+  // Whether the item was this emptying's to take: of two at the same time, both of which may see a
+  // folder moved away, one finds the record.
+  bool removeRecord(const TrashListing::Item& item) {
+    if (!info_ || !item.record) return true;
     const std::string record = item.entry.name + std::string(TrashInfo::ending);
     int code = lookAgain(info_, record, *item.record);
     if (code == 0) code = remove(info_, record);
     if (code != 0) fail(SystemError::fromErrno(code, pathOf("info", record)));
+    return code != ENOENT;
   }
 
   void removeFolder(const TrashListing::Item& item) {
@@ -199,12 +202,12 @@ class Emptying {
     }
     opened.keep();
     syncFolder(files_);
-    removeRecord(item);
+    const bool isOurs = removeRecord(item);
     std::string asidePath = path_ + "/" + expungedName;
     if (aside.expunged) asidePath += "/" + aside.name;
     const Outcome removed = removeTree(place, aside.name, identity.value(), asidePath, user_);
     if (!removed) return fail(removed.error());
-    ++result_.deleted;
+    if (isOurs) ++result_.deleted;
   }
 
   struct Aside {
