@@ -14,10 +14,12 @@ struct ItemMark {
   ItemIdentity identity;
   mode_t type = 0;  // S_IFREG and the like
   std::uint64_t size = 0;
-  std::int64_t changed = 0;  // the content, in nanoseconds since 1970
-  std::int64_t lastTouched =
-      0;                  // the later of that and of the last change of its attributes, in seconds
-  std::int64_t born = 0;  // in nanoseconds since 1970; 0 where the file system does not tell
+  // When the content was last changed, in nanoseconds since 1970.
+  std::int64_t changed = 0;
+  // The later of that and of the last change to the attributes, in seconds since 1970.
+  std::int64_t lastTouched = 0;
+  // In nanoseconds since 1970; 0 where the file system does not tell.
+  std::int64_t born = 0;
   // Some file systems number an item anew each time that it is looked up. There its size and the
   // time of its content stand for the number.
   bool hasStableNumber = true;

@@ -20,8 +20,7 @@ struct ItemEnd {
 // it that nothing is replaced. One without such a move gets the nearest that it has:
 //
 // - A folder, and what goes to a reserved name, is moved after a look. What appears there in
-// between
-//   is replaced, if it is an empty folder or, at a reserved name, a file.
+//   between is replaced, if it is an empty folder or, at a reserved name, a file.
 // - All else gets a second name, which replaces nothing, and loses its first one if that still is
 //   its own. What gets the first name between that look and the removal is lost.
 // - Where there are no second names either, an empty file takes the name at `to`, and the item is
