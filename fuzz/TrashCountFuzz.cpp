@@ -13,7 +13,7 @@ namespace {
 
 std::int64_t countOf(const std::string& printed) {
   return DiskSpace::trashCount(
-      [&printed](const std::string&, const std::vector<std::string>&) { return printed; });
+      [&printed](const std::string&, const std::vector<std::string>&, double) { return printed; });
 }
 
 }  // namespace

@@ -204,7 +204,12 @@ std::string firstLine(std::string_view words) {
 class Work {
  public:
   Work(const Request& request, const Machine& machine) : request_(request), machine_(machine) {
-    if (!machine_.run) machine_.run = Shell::runToEnd;
+    if (!machine_.run) {
+      machine_.run = [](const auto& path, const auto& args, double timeout, const auto& cwd,
+                        const auto& isCancelled) {
+        return Shell::runToEnd(path, args, timeout, cwd, isCancelled);
+      };
+    }
     if (!machine_.now) machine_.now = [] { return std::chrono::steady_clock::now(); };
   }
 

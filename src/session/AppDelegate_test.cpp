@@ -64,7 +64,7 @@ TEST_F(AppDelegateTest, asks_a_tool_where_the_file_system_says_nothing) {
                         .beginWindow = [](bool) {},
                         .volumeUsage = [] { return std::optional<DiskUsage>(); },
                         .run =
-                            [&](const std::string& path, const std::vector<std::string>&) {
+                            [&](const std::string& path, const std::vector<std::string>&, double) {
                               asked.push_back(path);
                               return "Filesystem 1024-blocks Used Available Capacity Mounted\n"
                                      "/dev/a 1000 950 50 95% /\n";

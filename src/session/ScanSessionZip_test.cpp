@@ -185,7 +185,7 @@ TEST_F(ZipThenTrash, looks_at_the_disk_again_at_once) {
   auto services = machine_.services(disk_.path());
   services.archive = made;
   bool isCounted = false;
-  services.run = [&](const std::string& path, const std::vector<std::string>& args) {
+  services.run = [&](const std::string& path, const std::vector<std::string>& args, double) {
     if (path != "/usr/bin/osascript") return noTools(path, args);
     isCounted = true;
     return std::string("7\n");

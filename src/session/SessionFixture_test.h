@@ -137,7 +137,7 @@ class SessionFixture : public ::testing::Test {
                            const DiskScanner::Options& options) {
       return walks_.run(root, callbacks, options);
     };
-    services.run = [this](const std::string& path, const std::vector<std::string>& args) {
+    services.run = [this](const std::string& path, const std::vector<std::string>& args, double) {
       return runTool(path, args);
     };
     services.volumeUsage = [this] { return volume_; };

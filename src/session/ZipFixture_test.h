@@ -111,7 +111,7 @@ class ZipThenTrash : public testing::Test {
                                        : ZipEngine::Archived{.end = end_, .cause = cause_};
             },
         .run =
-            [this](const std::string& path, const std::vector<std::string>& args) {
+            [this](const std::string& path, const std::vector<std::string>& args, double) {
               if (path == "/usr/bin/osascript") return std::string("7\n");
               return noTools(path, args);
             },

@@ -88,7 +88,7 @@ TrashEmptying emptyTrash(const Shell::Run& run) {
   const std::vector<std::string> script = {"-e", "tell application \"Finder\" to empty trash"};
   constexpr double timeout = 30;
   try {
-    run ? run(osascript, script) : Shell::run(osascript, script, timeout);
+    run ? run(osascript, script, timeout) : Shell::run(osascript, script, timeout);
   } catch (const ToolError& error) {
     if (error.isTimeOut()) return TrashEmptying::goesOn;
   } catch (...) {

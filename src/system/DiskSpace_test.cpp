@@ -25,9 +25,11 @@ class Tool {
   explicit Tool(std::string text) : text_(std::move(text)) {}
 
   Shell::Run run() {
-    return [this](const std::string& calledPath, const std::vector<std::string>& calledArgs) {
+    return [this](const std::string& calledPath, const std::vector<std::string>& calledArgs,
+                  double calledTimeout) {
       path = calledPath;
       args = calledArgs;
+      timeout = calledTimeout;
       ++calls;
       return text_;
     };
@@ -35,17 +37,20 @@ class Tool {
 
   std::string path;
   std::vector<std::string> args;
+  double timeout = 0;  // seconds
   int calls = 0;
 
  private:
   std::string text_;
 };
 
-std::string failingRun(const std::string& /*path*/, const std::vector<std::string>& /*args*/) {
+std::string failingRun(const std::string& /*path*/, const std::vector<std::string>& /*args*/,
+                       double /*timeout*/) {
   throw std::runtime_error("no such tool");
 }
 
-std::string oddlyFailingRun(const std::string& /*path*/, const std::vector<std::string>& /*args*/) {
+std::string oddlyFailingRun(const std::string& /*path*/, const std::vector<std::string>& /*args*/,
+                            double /*timeout*/) {
   throw 7;  // NOLINT: what a run throws is not ours to choose
 }
 
@@ -269,6 +274,7 @@ TEST(DiskSpaceUsage, df_is_asked_last) {
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, df.run()).total, 102400);
   EXPECT_EQ(df.path, "/bin/df");
   EXPECT_THAT(df.args, ElementsAre("-k", "/"));
+  EXPECT_EQ(df.timeout, 5);
   EXPECT_EQ(df.calls, 1);
 }
 
@@ -311,6 +317,7 @@ TEST(DiskSpaceTrash, counts_through_the_script_tool) {
   EXPECT_EQ(osascript.path, "/usr/bin/osascript");
   EXPECT_THAT(osascript.args,
               ElementsAre("-e", "tell application \"Finder\" to count items of trash"));
+  EXPECT_EQ(osascript.timeout, 6);
 }
 
 TEST(DiskSpaceTrash, reads_a_number_between_white_space_and_nothing_else) {
@@ -337,11 +344,11 @@ TEST(DiskSpaceTrash, a_tool_that_fails_counts_nothing_and_empties_nothing) {
 TEST(DiskSpaceTrash, an_emptying_goes_on_whose_tool_still_runs_at_the_end_of_the_wait) {
   using DiskSpace::TrashEmptying;
   const auto emptying = [](const Shell::Run& run) { return DiskSpace::emptyTrash(run); };
-  EXPECT_EQ(emptying([](const auto& path, const auto&) -> std::string {
+  EXPECT_EQ(emptying([](const auto& path, const auto&, double) -> std::string {
               return Shell::run("/bin/sleep", {"1000"}, 0, std::nullopt) + path;
             }),
             TrashEmptying::goesOn);
-  EXPECT_EQ(emptying([](const auto&, const auto&) -> std::string {
+  EXPECT_EQ(emptying([](const auto&, const auto&, double) -> std::string {
               return Shell::run("/nowhere/osascript", {}, 30);
             }),
             TrashEmptying::ended);
@@ -355,6 +362,7 @@ TEST(DiskSpaceTrash, empties_through_the_script_tool) {
   DiskSpace::emptyTrash(osascript.run());
   EXPECT_EQ(osascript.path, "/usr/bin/osascript");
   EXPECT_THAT(osascript.args, ElementsAre("-e", "tell application \"Finder\" to empty trash"));
+  EXPECT_EQ(osascript.timeout, 30);
   EXPECT_EQ(osascript.calls, 1);
 }
 

@@ -1,10 +1,12 @@
 #include "system/MountFigures.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/FakeVolumes.h"
@@ -16,6 +18,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Queue = Dispatch::Queue;
+using namespace std::chrono_literals;
 using Volumes = std::vector<VolumeMount>;
 
 constexpr VolumeFigures figures{.total = 1000, .used = 600, .free = 300};  // 67 %
@@ -50,13 +53,17 @@ class MountFiguresTest : public testing::Test {
     dispatch_.drain(Queue::main);
   }
 
+  std::unique_ptr<MountFigures> freshFigures() {
+    return std::make_unique<MountFigures>(
+        MountFigures::Machine{
+            .dispatch = dispatch_, .volumes = machine_, .volumeUsage = [this] { return usage_; }},
+        Places::forLinux());
+  }
+
   HandSteppedDispatch dispatch_;
   std::shared_ptr<FakeVolumes> machine_ = std::make_shared<FakeVolumes>();
   std::optional<DiskUsage> usage_;
-  std::unique_ptr<MountFigures> figures_ = std::make_unique<MountFigures>(
-      MountFigures::Machine{
-          .dispatch = dispatch_, .volumes = machine_, .volumeUsage = [this] { return usage_; }},
-      Places::forLinux());
+  std::unique_ptr<MountFigures> figures_ = freshFigures();
   std::vector<DiskUsage> disks_;
   std::vector<Volumes> volumes_;
   std::vector<std::int64_t> counts_;
@@ -131,6 +138,51 @@ TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_listed_without_its_fig
   hanging();
   dispatch_.drainAll();
   EXPECT_EQ(volumes_.size(), 1U);
+}
+
+// As long as the tools may take that tell the same on another system.
+TEST_F(MountFiguresTest, a_volume_has_six_seconds_to_answer_in) {
+  machine_->mount("/mnt/dead", figures);
+  askVolumes();
+  readList();
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(5999ms);
+  dispatch_.drainAll();
+  EXPECT_THAT(volumes_, IsEmpty());
+  dispatch_.advance(1ms);
+  dispatch_.drainAll();
+  EXPECT_EQ(volumes_.size(), 1U);
+}
+
+TEST_F(MountFiguresTest, a_trash_has_six_seconds_to_answer_in) {
+  machine_->homeTrash = {{9, 1, 2}};
+  machine_->mount("/mnt/dead", figures, {{8, 1, 5}});
+  askTrashCount();
+  readList();
+  const auto home = dispatch_.take(Queue::utility);
+  const auto hanging = dispatch_.take(Queue::utility);
+  home();
+  dispatch_.advance(5999ms);
+  dispatch_.drainAll();
+  EXPECT_THAT(counts_, IsEmpty());
+  dispatch_.advance(1ms);
+  dispatch_.drainAll();
+  EXPECT_THAT(counts_, ElementsAre(2));
+}
+
+TEST_F(MountFiguresTest, the_disk_has_five_seconds_to_answer_in) {
+  usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
+  for (const auto& [late, answers] : {std::pair(4999ms, 1), std::pair(5000ms, 0)}) {
+    disks_.clear();
+    figures_ = freshFigures();
+    askDisk();
+    const auto question = dispatch_.take(Queue::utility);
+    dispatch_.advance(late);
+    dispatch_.drain(Queue::main);
+    question();
+    dispatch_.drainAll();
+    EXPECT_EQ(static_cast<int>(disks_.size()), answers);
+  }
 }
 
 TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_waited_for_once) {

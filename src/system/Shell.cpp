@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/Deadline.h"
 #include "platform/Process.h"
 #include "platform/UnicodeText.h"
 #include "system/ToolOutput.h"
@@ -43,23 +42,23 @@ Process started(const std::string& path, const std::vector<std::string>& args,
   return std::move(launched).value();
 }
 
-void end(Process& tool, double grace) {
+void end(Process& tool, double grace, const After& after) {
   tool.terminate();
-  if (tool.waitUntil(Deadline::after(grace))) return;
+  if (tool.waitUntil(after(grace))) return;
   tool.kill();
   // One that the system itself holds up, as on a disk that does not answer, is left to end.
-  tool.waitUntil(Deadline::after(grace));
+  tool.waitUntil(after(grace));
 }
 
 }  // namespace
 
 std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
-                const std::optional<std::string>& cwd) {
+                const std::optional<std::string>& cwd, const After& after) {
   Process tool = started(path, args, cwd, Process::Stream::captured);
-  const Deadline deadline = Deadline::after(timeout);
+  const Deadline deadline = after(timeout);
   if (!tool.waitUntil(deadline)) {
     tool.terminate();
-    tool.waitUntil(Deadline::after(graceSeconds));
+    tool.waitUntil(after(graceSeconds));
     throw ToolError(ToolError::ownDomain, ToolError::timedOut, "timed out: " + path);
   }
   std::string output = tool.readOutput(deadline);
@@ -68,18 +67,19 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
 }
 
 Ending runToEnd(const std::string& path, const std::vector<std::string>& args, double timeout,
-                const std::optional<std::string>& cwd, const std::function<bool()>& isCancelled) {
+                const std::optional<std::string>& cwd, const std::function<bool()>& isCancelled,
+                const After& after) {
   constexpr double lookEvery = 0.025;
   constexpr double cancelledGraceSeconds = 0.1;
   Process tool = started(path, args, cwd, Process::Stream::sampled);
-  const Deadline deadline = Deadline::after(timeout);
-  while (!tool.waitUntil(Deadline::after(lookEvery))) {
+  const Deadline deadline = after(timeout);
+  while (!tool.waitUntil(after(lookEvery))) {
     if (isCancelled && isCancelled()) {
-      end(tool, cancelledGraceSeconds);
+      end(tool, cancelledGraceSeconds, after);
       throw ToolError("Marrow", 2, "given up: " + path);
     }
     if (deadline.hasPassed()) {
-      end(tool, graceSeconds);
+      end(tool, graceSeconds, after);
       throw ToolError("Marrow", 1, "timed out: " + path);
     }
   }

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Deadline.h"
 #include "platform/Process.h"
 
 namespace tessaly {
@@ -38,10 +39,14 @@ class ToolError : public std::runtime_error {
 
 namespace Shell {
 
-// Stands in for run() in engines that take one: from a tool's absolute path and its arguments to
-// what it printed. May throw.
-using Run =
-    std::function<std::string(const std::string& path, const std::vector<std::string>& args)>;
+// Stands in for run() in engines that take one: from a tool's absolute path, its arguments and the
+// seconds that it may take to what it printed. May throw.
+using Run = std::function<std::string(const std::string& path, const std::vector<std::string>& args,
+                                      double timeout)>;
+
+// From a number of seconds to the moment until which a tool is waited for: Deadline::after. Another
+// one lets a tool be late, or not, whatever the time.
+using After = std::function<Deadline(double seconds)>;
 
 // Starts the tool at absolute `path`, without a shell, waits for it to exit, and returns its
 // standard output. Its exit status does not matter. Output that is not UTF-8 gives the empty text.
@@ -58,7 +63,8 @@ using Run =
 // terminate and has one more second to do so. Any `timeout` is allowed: one that is not above 0
 // ends the call at once, one beyond some decades is none.
 std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
-                const std::optional<std::string>& cwd = std::nullopt);
+                const std::optional<std::string>& cwd = std::nullopt,
+                const After& after = Deadline::after);
 
 // How a tool ended whose output is not wanted, but its exit status is.
 struct Ending {
@@ -74,7 +80,8 @@ struct Ending {
 // second, or after a tenth of that where it was cancelled.
 Ending runToEnd(const std::string& path, const std::vector<std::string>& args, double timeout,
                 const std::optional<std::string>& cwd,
-                const std::function<bool()>& isCancelled = {});
+                const std::function<bool()>& isCancelled = {},
+                const After& after = Deadline::after);
 
 // Bytes that the tree at `at` takes on disk, as du counts them; 0 when du cannot tell. Never
 // throws. `run` stands in for run() when it is not empty.

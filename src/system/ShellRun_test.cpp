@@ -117,19 +117,6 @@ TEST(ShellRun, leaves_nothing_of_a_late_tool) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(ShellRun, returns_though_the_tool_does_not_terminate) {
-  const TempTree folder;
-  const OwnProcess before = OwnProcess::now();
-  {
-    const Hold hold(folder.at("hold"));
-    untilMade(folder.at("ignoring"), [&](double timeout) {
-      expectTimeOut({"ignore-term", "make", folder.at("ignoring"), "hold", hold.path()}, timeout);
-    });
-    EXPECT_TRUE(OwnProcess::now().hasChildren);
-  }
-  EXPECT_EQ(settled(before), before);
-}
-
 TEST(ShellRun, starts_the_tool_in_the_given_folder) {
   const TempTree folder("in\\shere/");
   EXPECT_EQ(Shell::run(testTool(), {"cwd"}, ample, folder.at("in here")), folder.at("in here"));
@@ -173,12 +160,6 @@ TEST(ShellRun, raises_the_reason_why_a_tool_does_not_start) {
   expectLaunchError(folder.path(), std::nullopt, EACCES);
   expectLaunchError(testTool(), folder.at("missing"), ENOENT);
   expectLaunchError("/usr/bin/osascript", folder.at("missing"), ENOENT);
-}
-
-TEST(ShellRun, gives_what_has_come_where_another_holds_the_output_past_the_time_out) {
-  const TempTree folder;
-  const Hold hold(folder.at("hold"));
-  EXPECT_EQ(run({"say", "a", "hand-over", "hold", hold.path()}, 1), "a");
 }
 
 TEST(ShellRun, reads_to_the_end_of_those_who_hold_the_output) {

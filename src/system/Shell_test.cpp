@@ -52,22 +52,26 @@ TEST(ShellDu, is_0_where_the_number_or_its_bytes_do_not_fit) {
 TEST(ShellDu, asks_du_for_the_total_of_the_path_as_it_is) {
   std::string tool;
   std::vector<std::string> args;
-  const auto run = [&](const std::string& path, const std::vector<std::string>& given) {
+  double seconds = 0;
+  const auto run = [&](const std::string& path, const std::vector<std::string>& given,
+                       double timeout) {
     tool = path;
     args = given;
+    seconds = timeout;
     return std::string("1234\t/a b");
   };
   EXPECT_EQ(Shell::duBytes("/a b", run), 1263616);
   EXPECT_EQ(tool, "/usr/bin/du");
   EXPECT_EQ(args, (std::vector<std::string>{"-sk", "-d", "0", "/a b"}));
+  EXPECT_EQ(seconds, 30);
 }
 
 TEST(ShellDu, is_0_where_du_does_not_answer) {
   using Args = std::vector<std::string>;
-  const auto late = [](const std::string& path, const Args&) -> std::string {
+  const auto late = [](const std::string& path, const Args&, double) -> std::string {
     throw ToolError("Marrow", 1, "timed out: " + path);
   };
-  const auto broken = [](const std::string&, const Args&) -> std::string { throw 1; };
+  const auto broken = [](const std::string&, const Args&, double) -> std::string { throw 1; };
   EXPECT_EQ(Shell::duBytes("/a", late), 0);
   EXPECT_EQ(Shell::duBytes("/a", broken), 0);
 }

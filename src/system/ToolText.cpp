@@ -5,7 +5,7 @@ namespace tessaly {
 std::string toolText(const Shell::Run& run, const std::string& path,
                      const std::vector<std::string>& args, double timeout) {
   try {
-    return run ? run(path, args) : Shell::run(path, args, timeout);
+    return run ? run(path, args, timeout) : Shell::run(path, args, timeout);
   } catch (...) {
     return {};
   }

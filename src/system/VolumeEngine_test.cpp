@@ -237,22 +237,24 @@ TEST(VolumeEngineParse, lists_nothing_from_empty_text_or_garbage) {
 TEST(VolumeEngineList, asks_df_for_all_volumes) {
   std::string calledPath;
   std::vector<std::string> calledArgs;
-  const Volumes volumes =
-      VolumeEngine::list([&](const std::string& path, const std::vector<std::string>& args) {
+  double calledTimeout = 0;
+  const Volumes volumes = VolumeEngine::list(
+      [&](const std::string& path, const std::vector<std::string>& args, double timeout) {
         calledPath = path;
         calledArgs = args;
+        calledTimeout = timeout;
         return row("/") + row("/nowhere");
       });
   EXPECT_THAT(volumes, ElementsAre(VolumeMount{"Macintosh HD", "/", 102400, 60.0}));
   EXPECT_EQ(calledPath, "/bin/df");
   EXPECT_THAT(calledArgs, ElementsAre("-k"));
+  EXPECT_EQ(calledTimeout, 6);
 }
 
 TEST(VolumeEngineList, a_tool_that_fails_lists_nothing) {
   EXPECT_THAT(
-      VolumeEngine::list([](const std::string&, const std::vector<std::string>&) -> std::string {
-        throw std::runtime_error("no such tool");
-      }),
+      VolumeEngine::list([](const std::string&, const std::vector<std::string>&,
+                            double) -> std::string { throw std::runtime_error("no such tool"); }),
       IsEmpty());
 }
 

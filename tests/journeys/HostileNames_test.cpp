@@ -33,7 +33,7 @@ bool isControl(QChar character) {
          (value >= 0x202a && value <= 0x202e) || (value >= 0x2066 && value <= 0x2069);
 }
 
-std::string runOfDf(const std::string& path, const std::vector<std::string>& args) {
+std::string runOfDf(const std::string& path, const std::vector<std::string>& args, double) {
   if (path != "/bin/df") return noTools(path, args);
   return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
          "/dev/sda1 1000000 500000 500000 50% /\n"

@@ -83,7 +83,7 @@ class SmallWindow : public Journey {
 
   // A disk with a long name and folders with longer ones.
   static void lend(Application::Seams& seams) {
-    seams.run = [](const std::string& path, const std::vector<std::string>& args) {
+    seams.run = [](const std::string& path, const std::vector<std::string>& args, double) {
       if (path != "/bin/df") return noTools(path, args);
       return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
              "/dev/sda1 900000000 500000000 400000000 56% /\n"

@@ -79,7 +79,8 @@ Application::Seams seamsOf(FakeMachine& machine, bool canBeRead) {
                 nothing.isDir = true;
                 return canBeRead ? fixtureTree() : DiskNode(nothing);
               },
-          .run = [](const std::string& path, const std::vector<std::string>& args) -> std::string {
+          .run = [](const std::string& path, const std::vector<std::string>& args,
+                    double) -> std::string {
             if (path == "/bin/df")
               return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
                      "/dev/nvme0n1p2 488245288 371066418 92310000 81% /\n"

@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-inline std::string noTools(const std::string& path, const std::vector<std::string>&) {
+inline std::string noTools(const std::string& path, const std::vector<std::string>&, double = 0) {
   throw ToolError("POSIX", 2, path + ": there are no tools here");
 }
 

@@ -303,8 +303,9 @@ TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
   return traced({.killStop = stop, .refusals = refusals}, body);
 }
 
-TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body) {
-  return traced({.failCall = call, .code = code}, body);
+TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body,
+                    const Refusals& refusals) {
+  return traced({.failCall = call, .code = code, .refusals = refusals}, body);
 }
 
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body) {

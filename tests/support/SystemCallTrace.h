@@ -55,7 +55,8 @@ TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
 // Lets the `call`-th call, counted from 1, fail with the errno `code`, without its having any
 // effect. Calls for memory and for taking turns are not counted, since a program can do little
 // without them and its sanitizers make them too.
-TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body);
+TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body,
+                    const Refusals& refusals = {});
 
 // Refuses calls as a system would that does not have them.
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body);

@@ -10,6 +10,7 @@
 
 #include "platform/linux/ReadMounts.h"
 #include "platform/linux/walk/OpenDirectory.h"
+#include "platform/linux/walk/ThreadCount.h"
 
 namespace tessaly::walk {
 
@@ -17,11 +18,6 @@ namespace {
 
 constexpr std::size_t mostBatchesAhead = 4096;
 constexpr std::size_t mostItemsAhead = 32 * 1024;
-
-int threadCount(int wanted) {
-  if (wanted > 0) return wanted;
-  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 2, 4);
-}
 
 // None where the system does not tell: then nothing is known to be left out.
 std::vector<Mount> mountsOfNow() {
@@ -79,7 +75,7 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
   openFolders_.add(*top);
   front_ = &top->first;
 
-  for (int i = 1; i < threadCount(threads); ++i) {
+  for (int i = threadCount(threads, std::thread::hardware_concurrency()); i > 1; --i) {
     helpers_.emplace_back([this] { helperLoop(); });
   }
   enter(*top);

@@ -1,0 +1,123 @@
+// How far the threads of a walk read ahead of a caller who has stopped to take items, and how many
+// they are.
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+
+#include "platform/DirectoryWalk.h"
+#include "platform/linux/walk/ThreadCount.h"
+#include "support/Eventually.h"
+#include "support/OwnProcess.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+TEST(ThreadsOfAWalk, are_two_to_four_by_the_number_of_cores) {
+  for (const auto& [cores, threads] :
+       {std::pair(0U, 2), {1U, 2}, {2U, 2}, {3U, 3}, {4U, 4}, {5U, 4}, {64U, 4}}) {
+    EXPECT_EQ(walk::threadCount(0, cores), threads) << cores;
+  }
+}
+
+TEST(ThreadsOfAWalk, are_as_many_as_are_asked_for) {
+  for (const int wanted : {1, 2, 3, 8}) EXPECT_EQ(walk::threadCount(wanted, 64), wanted);
+}
+
+TEST(ThreadsOfAWalk, are_there_beside_the_callers_until_it_ends) {
+  const TempTree tree("folder/\n");
+  const OwnProcess before = OwnProcess::now();
+  for (const int wanted : {0, 1, 2, 4}) {
+    const int all = walk::threadCount(wanted, std::thread::hardware_concurrency());
+    {
+      const DirectoryWalk walk(tree.path(), {}, wanted);
+      EXPECT_EQ(OwnProcess::now().threads, before.threads + static_cast<std::size_t>(all - 1));
+    }
+    EXPECT_EQ(OwnProcess::now().threads, before.threads) << wanted;
+  }
+}
+
+// Whether all threads of the process but the one that asks have nothing to do at this moment.
+bool doOthersSleep() {
+  std::size_t awake = 0;
+  std::error_code gone;
+  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task", gone)) {
+    std::string line;
+    std::getline(std::ifstream(task.path() / "stat"), line);
+    if (line.find(") S ") == std::string::npos) ++awake;
+  }
+  return awake <= 1;
+}
+
+// A walk with one thread that reads ahead, whose caller takes one item and then no more. It counts
+// the folders whose names are told to lie at the second level.
+class ReadingAhead : public testing::Test {
+ protected:
+  // How many there are once `expected` have come, and no more come.
+  std::size_t countWhen(std::size_t expected, const TempTree& tree) {
+    std::atomic<std::size_t> count = 0;
+    DirectoryWalk walk(
+        tree.path(),
+        [&count](const DirectoryWalk::Candidate& folder) {
+          if (folder.depth == 2) ++count;
+          return DirectoryWalk::Descent{};
+        },
+        2);
+    EXPECT_NE(walk.next(), nullptr);
+    eventually([&] { return count >= expected; }, "folders that are read ahead");
+    std::size_t seen = 0;
+    int looks = 0;
+    eventually(
+        [&] {
+          const std::size_t now = count;
+          looks = now == seen && doOthersSleep() ? looks + 1 : 0;
+          seen = now;
+          return looks == 20;
+        },
+        "the end of reading ahead");
+    return seen;
+  }
+};
+
+// The root, 2,048 folders in it and all but one of the folders in these are 4,096. The caller and
+// the thread may have one more at work.
+TEST_F(ReadingAhead, ends_after_4096_folders) {
+  const TempTree tree("folder-####/ x4000\n  inner/\n");
+  const std::size_t count = countWhen(2047, tree);
+  EXPECT_GE(count, 2047U);
+  EXPECT_LE(count, 2050U);
+}
+
+// 60 in the root, and 33 times 1,001.
+TEST_F(ReadingAhead, ends_after_32768_items) {
+  const TempTree tree("folder-##/ x60\n  inner/\n  film### x1000\n");
+  const std::size_t count = countWhen(33, tree);
+  EXPECT_GE(count, 33U);
+  EXPECT_LE(count, 35U);
+}
+
+TEST_F(ReadingAhead, goes_on_as_the_caller_does) {
+  const TempTree tree("folder-####/ x4000\n  inner/\n");
+  std::atomic<std::size_t> count = 0;
+  DirectoryWalk walk(
+      tree.path(),
+      [&count](const DirectoryWalk::Candidate& folder) {
+        if (folder.depth == 2) ++count;
+        return DirectoryWalk::Descent{};
+      },
+      2);
+  ASSERT_NE(walk.next(), nullptr);
+  eventually([&] { return count >= 2047; }, "folders that are read ahead");
+  // All but the last, which the caller does not come to.
+  for (int taken = 1; taken < 7000; ++taken) ASSERT_NE(walk.next(), nullptr);
+  eventually([&] { return count == 4000; }, "the rest, read ahead");
+  int rest = 0;
+  while (walk.next() != nullptr) ++rest;
+  EXPECT_EQ(rest, 8000 - 7000);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,91 @@
+// A walk short of descriptors closes those of folders that it still needs, and opens the folders
+// again by their names. Another may have such a name by then.
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/mount.h>
+#include <sys/resource.h>
+
+#include "platform/DirectoryWalk.h"
+#include "support/ForkedChild.h"
+#include "support/PrivateMounts.h"
+#include "support/TempTree.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* folders = R"(
+  film
+  part-##/ x20
+    a/
+      a/
+        a/
+          a/
+            a/
+              a/
+                a/
+                  a/
+                    film
+)";
+constexpr std::uint32_t deepest = 10;
+
+constexpr const char* decoys = "part-##/ x20\n  decoy\n";
+
+// Walks the tree with a few descriptors, on the caller's thread alone, and exchanges the folder
+// "top" in it at the first item of the deepest level: its descriptor has been given up by then. ""
+// where nothing is told of what has taken the place.
+std::string toldOfAnother(const std::string& root, const std::function<bool()>& exchange) {
+  const rlimit few{16, 16};
+  if (setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
+  DirectoryWalk walk(root, {}, 1);
+  bool isExchanged = false;
+  int left = 0;
+  while (const DirectoryWalk::Item* const item = walk.next()) {
+    if (item->name == "decoy") return "the walk has entered another folder";
+    if (isExchanged && item->depth == 2 && item->type == DirectoryWalk::Type::directory) ++left;
+    if (isExchanged || item->depth != deepest) continue;
+    isExchanged = exchange();
+    if (!isExchanged) return refusal();
+  }
+  if (!isExchanged) return "the deepest level was not reached";
+  return left > 0 ? "" : "nothing was left to be opened";
+}
+
+TEST(Reopening, takes_no_other_folder_of_the_name) {
+  TempTree tree("walked/\n  top/\nother/\n");
+  tree.plant("walked/top", folders);
+  tree.plant("other", decoys);
+  EXPECT_EQ(inForkedChild([&] {
+              return toldOfAnother(tree.at("walked"), [&] {
+                fs::rename(tree.at("walked/top"), tree.at("before"));
+                fs::rename(tree.at("other"), tree.at("walked/top"));
+                return true;
+              });
+            }),
+            "");
+}
+
+// The top folders of two file systems in memory have the same number.
+TEST(Reopening, takes_no_folder_of_the_number_on_another_file_system) {
+  TempTree tree("top/\n");
+  const std::string top = tree.at("top");
+  const std::string told = inPrivateMounts([&]() -> std::string {
+    if (::mount("tmpfs", top.c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
+    tree.plant("top", folders);
+    return toldOfAnother(tree.path(), [&] {
+      if (::mount("tmpfs", top.c_str(), "tmpfs", 0, nullptr) != 0) return false;
+      for (int number = 0; number < 20; ++number) {
+        const std::string name = std::to_string(number);
+        fs::create_directories(top + "/part-" + (number < 10 ? "0" : "") + name + "/decoy");
+      }
+      return true;
+    });
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+  EXPECT_EQ(told, "");
+}
+
+}  // namespace
+}  // namespace tessaly
