@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "support/DispatchContract.h"
+#include "support/Eventually.h"
 #include "support/MainLoop.h"
 
 namespace tessaly {
@@ -107,7 +108,7 @@ TEST(ThreadedDispatch, comes_to_rest_once_it_is_closed_and_what_runs_has_ended) 
   EXPECT_TRUE(watched.expired());
   EXPECT_FALSE(dispatch.isAtRest());
   held.count_down();
-  while (!dispatch.isAtRest()) std::this_thread::yield();
+  eventually([&] { return dispatch.isAtRest(); }, "a dispatch at rest");
   EXPECT_EQ(begunLater, 0);
 }
 
@@ -124,10 +125,12 @@ TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
       dispatch.async(queue, [&, other, watched = std::weak_ptr<int>(token)] {
         haveBegun.count_down();
         // The token goes with the delayed work, thus once the destructor is at work.
-        while (!watched.expired()) {
-          std::this_thread::yield();
-          dispatch.async(other, [] {});
-        }
+        eventually(
+            [&] {
+              dispatch.async(other, [] {});
+              return watched.expired();
+            },
+            "the drop of the delayed work");
         dispatch.async(other, [] {});
         dispatch.after(std::chrono::milliseconds(0), other, [] {});
         const std::lock_guard lock(mutex);

@@ -16,15 +16,19 @@
 #include <thread>
 #include <vector>
 
+#include "support/Eventually.h"
+#include "support/Needs.h"
+
 namespace tessaly {
 namespace {
 
 void waitUntilNoneIsBusy(const WorkerQueue& queue) {
-  while (true) {
-    const WorkerQueue::Counts counts = queue.counts();
-    if (counts.busy == 0 && counts.waiting == 0) return;
-    std::this_thread::yield();
-  }
+  eventually(
+      [&] {
+        const WorkerQueue::Counts counts = queue.counts();
+        return counts.busy == 0 && counts.waiting == 0;
+      },
+      "the end of all work");
 }
 
 template <class Result>
@@ -137,7 +141,7 @@ TEST(WorkerQueue, waits_at_its_end_for_running_work_and_drops_the_rest) {
     queue.async([&, watched = std::weak_ptr<int>(token)] {
       firstHasBegun.count_down();
       // Ends only after the destructor has begun: that is what drops the second piece.
-      while (!watched.expired()) std::this_thread::yield();
+      eventually([&] { return watched.expired(); }, "the drop of what waits");
       firstHasEnded = true;
     });
     firstHasBegun.wait();
@@ -179,7 +183,7 @@ TEST(WorkerQueue, puts_its_name_on_its_threads) {
 TEST(WorkerQueue, of_low_priority_is_nicer_than_the_thread_that_made_it) {
   const auto niceness = [] { return getpriority(PRIO_PROCESS, 0); };
   const int own = niceness();
-  if (own > 14) GTEST_SKIP() << "the tests themselves run at the lowest priority";
+  if (own > 14) GTEST_SKIP() << needs(Need::spareNiceness, "the tests run at the lowest priority");
   WorkerQueue low({.name = "test", .priority = WorkerQueue::Priority::low});
   WorkerQueue normal({.name = "test"});
   EXPECT_GT(resultOn<int>(low, niceness), own);

@@ -13,6 +13,7 @@
 #include "reclaim/ZipEngine.h"
 #include "reclaim/ZipListing.h"
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/TempTree.h"
 #include "support/TestTool.h"
@@ -159,7 +160,8 @@ TEST_F(ZipLosses, of_a_tool_that_complains_without_end_are_losses_all_the_same) 
 }
 
 TEST_F(ZipLosses, are_seen_where_a_folder_is_closed_once_zip_has_begun) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder to another user";
+  if (geteuid() != 0)
+    GTEST_SKIP() << needs(Need::root, "only root can give a folder to another user");
   ASSERT_EQ(chown(tree_.at("in/Code/deep").c_str(), 65534, 65534), 0);
   const auto close = [&] { chmod(tree_.at("in/Code/deep").c_str(), 0); };
   EXPECT_EQ(asOtherUser([&] { return told(archivedWhile(When::before, close)); }),

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "support/Eventually.h"
+
 namespace tessaly {
 namespace {
 
@@ -20,7 +22,7 @@ TEST(CancelFlag, reaches_a_thread_that_polls_it) {
   int writtenBefore = 0;
   int seen = 0;
   std::thread walk([&] {
-    while (!flag.isSet()) std::this_thread::yield();
+    eventually([&] { return flag.isSet(); }, "the flag");
     seen = writtenBefore;
   });
   writtenBefore = 7;

@@ -11,6 +11,7 @@
 
 #include "platform/ThreadedDispatch.h"
 #include "session/SessionFixture_test.h"
+#include "support/Eventually.h"
 #include "support/MainLoop.h"
 #include "support/TempTree.h"
 
@@ -69,7 +70,12 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
   const auto session =
       makeSession([&](const std::string& root, const Callbacks& callbacks, const Options&) {
         if (root == "/first") {
-          while (!callbacks.isCancelled()) callbacks.progress("first");
+          eventually(
+              [&] {
+                callbacks.progress("first");
+                return callbacks.isCancelled();
+              },
+              "the end of the first walk");
           ++stopped;
         }
         callbacks.progress("second");
@@ -83,7 +89,7 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
   session->scan("/second");
   runUntil(*session, ScanStatus::complete);
   EXPECT_EQ(session->current()->path(), "/second");
-  while (stopped == 0) std::this_thread::yield();
+  eventually([&] { return stopped > 0; }, "the first walk");
   mainLoop_.runPosted();
   EXPECT_EQ(session->current()->path(), "/second");
   EXPECT_FALSE(hasShownFirst);
@@ -92,10 +98,13 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
 TEST_F(ScanSessionThreads, survive_a_session_that_goes_while_its_walk_runs) {
   std::atomic<bool> hasStopped = false;
   auto session = makeSession([&](const std::string&, const Callbacks& callbacks, const Options&) {
-    while (!callbacks.isCancelled()) {
-      callbacks.progress("on and on");
-      callbacks.percent(0.5);
-    }
+    eventually(
+        [&] {
+          callbacks.progress("on and on");
+          callbacks.percent(0.5);
+          return callbacks.isCancelled();
+        },
+        "the end of the walk");
     callbacks.progress("Cancelled");
     hasStopped = true;
     return DiskNode();
@@ -103,7 +112,7 @@ TEST_F(ScanSessionThreads, survive_a_session_that_goes_while_its_walk_runs) {
   session->scan("/r");
   mainLoop_.runUntil([&] { return session->progress() == "on and on"; });
   session.reset();
-  while (!hasStopped) std::this_thread::yield();
+  eventually([&] { return hasStopped.load(); }, "the walk");
   mainLoop_.runPosted();
 }
 

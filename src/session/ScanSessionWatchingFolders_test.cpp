@@ -15,6 +15,7 @@
 
 #include "platform/ThreadedDispatch.h"
 #include "session/SessionFixture_test.h"
+#include "support/Eventually.h"
 #include "support/MainLoop.h"
 #include "support/TempTree.h"
 
@@ -120,8 +121,7 @@ TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
   std::atomic<int> ended = 0;
   auto session = makeSession(
       [&](const std::string& path, const FolderWatch::IsCancelled& isCancelled) -> FolderSnapshot {
-        while (!isCancelled()) {
-        }
+        eventually(isCancelled, "the end of the look");
         ++ended;
         return {path, {}};
       });
@@ -130,7 +130,7 @@ TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
   session->stopWatch();
   session->startWatch();
   session.reset();
-  while (ended < 2) std::this_thread::yield();
+  eventually([&] { return ended == 2; }, "both looks");
   mainLoop_.runPosted();
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/Needs.h"
 #include "system/Testdata_test.h"
 
 namespace tessaly {
@@ -261,7 +262,7 @@ TEST(VolumeEngineList, a_tool_that_fails_lists_nothing) {
 TEST(VolumeEngineList, starts_the_real_df_where_no_stand_in_is_given) {
   // In a changed root, "/" need not be a place where something is mounted.
   if (Shell::run("/bin/df", {"-k"}, 6).find(" /\n") == std::string::npos) {
-    GTEST_SKIP() << "df does not list / here";
+    GTEST_SKIP() << needs(Need::listedRoot, "df does not list /");
   }
   const Volumes volumes = VolumeEngine::list();
   const auto root = std::find_if(volumes.begin(), volumes.end(),

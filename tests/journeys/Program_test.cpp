@@ -15,6 +15,7 @@
 #include "journeys/Seams.h"
 #include "look/MarrowTheme.h"
 #include "support/DeadVolume.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 #include "support/WindowItems.h"
 #include "support/XServer.h"
@@ -253,7 +254,8 @@ TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
   program.emplace(server_, home_.path(), [&dead] {
     if (!dead.mountInChild()) _exit(1);
   });
-  if (!dead.isMounted()) GTEST_SKIP() << "this user can mount no file system here";
+  if (!dead.isMounted())
+    GTEST_SKIP() << needs(Need::fuse, "this user can mount no file system here");
   // It asks the volume itself, and goes on waiting for it from here on.
   EXPECT_TRUE(dead.isAskedBy(program->id()));
   EXPECT_TRUE(showsIdleScreen());

@@ -19,6 +19,7 @@
 
 #include "journeys/ProgramOnDesktop.h"
 #include "platform/SingleInstance.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 
 namespace tessaly {
@@ -40,7 +41,7 @@ class QuitTest : public ProgramOnDesktop {
         start(TESSALY_HUNG_FOLDER, {home_.at("network"), state_.at("held"), TESSALY_PROGRAM});
     const bool isUp = server_.lookUntil(
         [&](const QImage& screen) { return shows(screen) || !isRunning(holder); });
-    if (!isUp || !isRunning(holder)) return "nothing can be mounted here";
+    if (!isUp || !isRunning(holder)) return needs(Need::fuse, "nothing can be mounted here");
     server_.click(scan);
     EXPECT_TRUE(holds([this] { return fs::exists(state_.at("held")); }));
     return "";

@@ -20,6 +20,7 @@
 #include "journeys/Seams.h"
 #include "platform/Deadline.h"
 #include "platform/Process.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 #include "support/WindowItems.h"
 #include "support/XServer.h"
@@ -136,7 +137,7 @@ TEST_F(RelaunchTest, quits_and_comes_up_again_as_the_one_instance) {
   if (first.waitUntil(Deadline::after(0)) || !showsGate(grant)) {
     ASSERT_TRUE(first.waitUntil(Deadline::after(0)));
     ASSERT_EQ(first.exit()->status, refused);
-    GTEST_SKIP() << "nothing can be mounted here";
+    GTEST_SKIP() << needs(Need::mounts, "nothing can be mounted here");
   }
   const std::vector<pid_t> before = running();
   ASSERT_EQ(before.size(), 1u);

@@ -6,6 +6,7 @@
 #include "platform/DirectoryWalk.h"
 #include "scan/FolderWatch.h"
 #include "scan/ScanFacts.h"
+#include "support/Needs.h"
 #include "support/PrivateMounts.h"
 #include "support/TreeDifference.h"
 
@@ -210,7 +211,8 @@ TEST_P(BindMounts, parts_of_one_btrfs_are_walked_each) {
                              "/@ && btrfs -q subvolume create " + top + "/@home && mkdir " + top +
                              "/@/home && mount -o bind " + top + "/@ " + mounted +
                              " && mount -o bind " + top + "/@home " + mounted + "/home";
-    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::btrfs, make);
     tree.plant("mounted", "film 1M");
     tree.plant("mounted/home", "sound 2M");
     sync();

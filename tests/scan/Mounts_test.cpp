@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "scan/ScanFacts.h"
+#include "support/Needs.h"
 #include "support/SequentialScan.h"
 #include "support/TreeDifference.h"
 
@@ -36,7 +37,7 @@ class Mounts : public ScanFacts {
     EXPECT_EQ(told, "");
   }
 
-  static std::string refusal() { return std::string("refused: ") + std::strerror(errno); }
+  static std::string refusal() { return "refused: " + needs(Need::mounts, std::strerror(errno)); }
 };
 TESSALY_FOR_ALL_WALKERS(Mounts);
 

@@ -6,6 +6,7 @@
 #include <sys/mount.h>
 
 #include "scan/ScanFacts.h"
+#include "support/Needs.h"
 #include "support/PrivateMounts.h"
 
 namespace tessaly {
@@ -34,7 +35,8 @@ TEST(RepeatedNames, are_one_node_with_the_size_of_both) {
     const std::string make = "truncate -s 32M '" + tree.at("disk") +
                              "' && mke2fs -q -F -t ext2 -O ^dir_index -N 8192 '" + tree.at("disk") +
                              "' && mount -o loop '" + tree.at("disk") + "' '" + volume + "'";
-    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::image, make);
     const std::string wrong = furnish(volume);
     if (!wrong.empty()) return wrong;
     int items = 0;

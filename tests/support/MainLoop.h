@@ -5,10 +5,12 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <gtest/gtest.h>
 #include <mutex>
 #include <utility>
 
 #include "platform/Dispatch.h"
+#include "support/Eventually.h"
 
 namespace tessaly {
 
@@ -21,11 +23,14 @@ class MainLoop {
   }
 
   // Runs work as it comes in until `done` holds; asked before each piece. Only such work may make
-  // it hold.
+  // it hold. Where none comes for a time that is out of proportion, the test fails.
   void runUntil(const std::function<bool()>& done) {
     while (!done()) {
       std::unique_lock lock(mutex_);
-      posted_.wait(lock, [this] { return !works_.empty(); });
+      if (!posted_.wait_for(lock, longestAwaited, [this] { return !works_.empty(); })) {
+        ADD_FAILURE() << "in vain awaited: work for the main queue";
+        return;
+      }
       const Dispatch::Work work = std::move(works_.front());
       works_.pop_front();
       lock.unlock();

@@ -7,6 +7,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "support/Eventually.h"
+
 namespace tessaly {
 
 namespace {
@@ -58,10 +60,15 @@ PrivateBus::PrivateBus() {
   if (!launched) return;
   daemon_ = std::move(launched).value();
   const std::string socket = socketIn(folder_.path());
-  while (!answers(socket)) {
-    // Looks again in a moment, unless it has given up.
-    if (daemon_->waitUntil(Deadline::after(0.002))) return;
-  }
+  bool hasGivenUp = false;
+  eventually(
+      [&] {
+        if (answers(socket)) return true;
+        hasGivenUp = daemon_->waitUntil(Deadline::after(0.002));
+        return hasGivenUp;
+      },
+      "an answer of the bus");
+  if (hasGivenUp) return;
   address_ = QStringLiteral("unix:path=") + QString::fromStdString(socket);
 }
 

@@ -37,8 +37,8 @@ std::string inPrivateMounts(const std::function<std::string()>& body) {
   });
 }
 
-std::string refusal() {
-  return std::string("refused: ") + std::strerror(errno);
+std::string refusal(Need need) {
+  return "refused: " + needs(need, std::strerror(errno));
 }
 
 }  // namespace tessaly

@@ -5,13 +5,15 @@
 #include <functional>
 #include <string>
 
+#include "support/Needs.h"
+
 namespace tessaly {
 
 // What `body` returned, "" by habit for "as expected", as inForkedChild() has it. Begins with
 // "refused" where nothing can be mounted here; bodies use refusal() to say so too. For GTEST_SKIP.
 std::string inPrivateMounts(const std::function<std::string()>& body);
 
-// "refused" with the system's words for errno.
-std::string refusal();
+// "refused", what is needed, and the system's words for errno.
+std::string refusal(Need need = Need::mounts);
 
 }  // namespace tessaly

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "support/Descriptor.h"
+#include "support/Needs.h"
 
 namespace tessaly {
 namespace {
@@ -277,12 +278,14 @@ TracedRun traced(const Plan& plan, const std::function<std::string()>& body) {
 }
 
 std::string findObstacle() {
-  if (!canChangeCalls) return "system calls cannot be changed on this processor";
+  if (!canChangeCalls) {
+    return needs(Need::tracing, "system calls cannot be changed on this processor");
+  }
   const TracedRun run = traced({.failCall = 1, .code = ENOTUNIQ}, [] {
     return std::string(::syscall(SYS_getppid) < 0 && errno == ENOTUNIQ ? "failed" : "ran");
   });
   if (run.end == TracedRun::End::finished && run.told == "failed") return "";
-  return "system calls cannot be traced here: " + run.told;
+  return needs(Need::tracing, "system calls cannot be traced here: " + run.told);
 }
 
 }  // namespace

@@ -113,16 +113,18 @@ TEST_F(EmptyingMeanwhile, a_record_that_was_replaced_stays_when_its_item_goes) {
 
 TEST_F(EmptyingMeanwhile, a_record_without_an_item_stays_when_it_has_one_by_now) {
   plantItems("film\n");
-  for (const char* name : {"arrived", "replaced", "rewritten", "gone"}) record(name);
+  for (const char* name : {"arrived", "replaced", "rewritten", "touched", "gone"}) record(name);
+  makeOlder(trash("info"));
   const TrashListing listing = listed();
   putFile(trash("files/arrived"), "");
   putFile(trash("info/other"), "record of what is to come");
   fs::rename(trash("info/other"), recordOf("replaced"));
   putFile(recordOf("rewritten"), "longer than the record that was there before");
+  putFile(recordOf("touched"), contentOf(recordOf("touched")));
   EXPECT_EQ(empty(listing), 1);
   EXPECT_THAT(disk_->files(), ElementsAre("arrived"));
-  EXPECT_THAT(disk_->infos(),
-              ElementsAre("arrived.trashinfo", "replaced.trashinfo", "rewritten.trashinfo"));
+  EXPECT_THAT(disk_->infos(), ElementsAre("arrived.trashinfo", "replaced.trashinfo",
+                                          "rewritten.trashinfo", "touched.trashinfo"));
 }
 
 TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {

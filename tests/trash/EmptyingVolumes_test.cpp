@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "trash/TrashOnDisk.h"
@@ -44,7 +45,8 @@ class EmptyingVolumes : public testing::Test {
       const std::string image = "'" + disk_.tree.at("disk") + "'";
       const std::string make = "mkfs.ext4 -q " + std::string(options) + " " + image +
                                " && mount -o loop " + image + " '" + volume() + "'";
-      if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+      if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+        return "refused: " + needs(Need::image, make);
       return body();
     });
   }
@@ -343,7 +345,8 @@ TEST_F(EmptyingVolumes, leaves_items_whole_that_hold_what_is_marked_as_not_to_be
     const std::string fixed =
         "'" + files + "file' '" + files + "folder/deeper/fixed' '" + files + "locked'";
     const std::string mark = "chattr +i " + fixed + " && chattr +a '" + files + "grown/inside'";
-    if (std::system(("{ " + mark + "; } >&2").c_str()) != 0) return "refused: " + mark;
+    if (std::system(("{ " + mark + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::fixedAttributes, mark);
     const EmptiedTrash emptied = empty();
     if (emptied.deleted != 1 || emptied.failures != 4) return told(emptied);
     for (const SystemError& error : emptied.errors) {

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "trash/TrashOnDisk.h"
 
@@ -186,7 +187,7 @@ TEST_F(Emptying, opens_folders_of_the_user_that_are_closed) {
 
 // A folder of another user that stands in the user's own.
 TEST_F(Emptying, leaves_an_item_whole_that_holds_what_only_others_can_delete) {
-  if (getuid() != 0) GTEST_SKIP() << "only root has items of others";
+  if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has items of others");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
   plantItems(

@@ -14,6 +14,7 @@
 
 #include "platform/linux/trash/InfoReserve.h"
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "support/SystemCallTrace.h"
@@ -65,14 +66,15 @@ class FullDisk : public testing::Test {
   }
 
   // "" or why it cannot be mounted.
-  std::string mountTmpfs(const char* options) const {
-    return ::mount("tmpfs", volume().c_str(), "tmpfs", 0, options) == 0 ? "" : refusal();
+  std::string mountTmpfs(const char* options, Need need = Need::mounts) const {
+    return ::mount("tmpfs", volume().c_str(), "tmpfs", 0, options) == 0 ? "" : refusal(need);
   }
-  std::string mountImage(const std::string& make) const {
+  std::string mountImage(const std::string& make, Need need = Need::image) const {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
     const std::string line =
         make + " " + image + " >/dev/null && mount -o loop " + image + " '" + volume() + "'";
-    return std::system(("{ " + line + "; } >&2").c_str()) == 0 ? "" : "refused: " + line;
+    return std::system(("{ " + line + "; } >&2").c_str()) == 0 ? ""
+                                                               : "refused: " + needs(need, line);
   }
 
   std::string volume() const { return disk_.tree.at("volume"); }
@@ -164,7 +166,7 @@ TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_in_memory) {
 TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_btrfs) {
   disk_.tree.plant("disk sparse=256M\n");
   expectInPrivateMounts([&] {
-    const std::string refused = mountImage("mkfs.btrfs -q");
+    const std::string refused = mountImage("mkfs.btrfs -q", Need::btrfs);
     return refused.empty() ? useUp() : refused;
   });
 }
@@ -194,10 +196,11 @@ TEST_F(FullDisk, takes_items_where_there_is_no_room_for_one_more_file) {
 }
 
 TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root can set a quota";
+  if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can set a quota");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   expectInPrivateMounts([&]() -> std::string {
-    std::string refused = mountTmpfs("size=64m,usrquota,usrquota_block_hardlimit=4m,mode=777");
+    std::string refused =
+        mountTmpfs("size=64m,usrquota,usrquota_block_hardlimit=4m,mode=777", Need::quota);
     if (!refused.empty()) return refused;
     putFile(disk_.tree.at("mountinfo0"), "");
     if (chmod(disk_.tree.at("mountinfo0").c_str(), 0666) != 0) return "chmod";
@@ -260,12 +263,7 @@ class Reserve : public testing::Test {
     return run.told;
   }
 
-  bool canTrace() {
-    const std::string obstacle = SystemCallTrace::obstacle();
-    if (!obstacle.empty()) std::printf("%s\n", obstacle.c_str());
-    return obstacle.empty();
-  }
-
+  const std::string obstacle_ = SystemCallTrace::obstacle();
   TrashOnDisk disk_;
 };
 
@@ -313,7 +311,7 @@ TEST_F(Reserve, is_made_anew_where_a_copy_holds_no_room) {
 }
 
 TEST_F(Reserve, gives_a_record_like_any_other) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film"), "");
   const std::string place = disk_.homeTrash() + "/files/film";
   EXPECT_EQ(contentOf(place), "content");
@@ -323,7 +321,7 @@ TEST_F(Reserve, gives_a_record_like_any_other) {
 }
 
 TEST_F(Reserve, serves_where_the_user_may_have_no_more) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film", EDQUOT), "");
   EXPECT_EQ(recordedPath(disk_.homeTrash() + "/files/film"), disk_.at("film"));
   fs::remove_all(reserve());
@@ -333,7 +331,7 @@ TEST_F(Reserve, serves_where_the_user_may_have_no_more) {
 }
 
 TEST_F(Reserve, steps_over_names_that_are_taken) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   disk_.put(disk_.homeTrash() + "/info/film.trashinfo", "of another");
   EXPECT_EQ(moveWithoutRoom("film"), "");
   EXPECT_EQ(contentOf(disk_.homeTrash() + "/info/film.trashinfo"), "of another");
@@ -341,7 +339,7 @@ TEST_F(Reserve, steps_over_names_that_are_taken) {
 }
 
 TEST_F(Reserve, never_writes_to_what_is_not_its_own) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string content(InfoReserve::length, 'k');
   disk_.put(disk_.at("kept"), content);
   for (const std::string& name : entriesOf(reserve())) fs::remove(reserve(name));
@@ -358,7 +356,7 @@ TEST_F(Reserve, never_writes_to_what_is_not_its_own) {
 }
 
 TEST_F(Reserve, is_never_a_link) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string elsewhere = disk_.at("elsewhere");
   fs::rename(disk_.homeTrash() + "/" + InfoReserve::folderName, elsewhere);
   fs::remove(elsewhere + "/3");
@@ -371,8 +369,8 @@ TEST_F(Reserve, is_never_a_link) {
 }
 
 TEST_F(Reserve, is_never_the_folder_of_another) {
-  if (!canTrace()) GTEST_SKIP();
-  if (geteuid() != 0) GTEST_SKIP() << "only root gives folders away";
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
+  if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
   ASSERT_EQ(chown(reserve().c_str(), 1, 1), 0);
   fs::remove(reserve("3"));
   const std::vector<std::string> before = entriesOf(reserve());
@@ -382,7 +380,7 @@ TEST_F(Reserve, is_never_the_folder_of_another) {
 
 // Each step of a move, with another one made in between that takes from the reserve too.
 TEST_F(Reserve, gives_each_file_to_one_move) {
-  if (!canTrace()) GTEST_SKIP();
+  if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   std::size_t stop = 1;
   for (;; ++stop) {
     const std::string one = "one" + std::to_string(stop);

@@ -11,6 +11,7 @@
 
 #include "platform/linux/trash/MoveItem.h"
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/SystemCallTrace.h"
 #include "support/TrashCanContract.h"
@@ -221,8 +222,24 @@ TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
   EXPECT_TRUE(isThere(disk_.at("locked/film")));
 }
 
+// As any folder that the user makes.
+TEST_F(HomeTrash, makes_missing_folders_with_the_usual_permissions_as_it_gives_back) {
+  for (const mode_t mask : {mode_t{022}, mode_t{027}, mode_t{077}, mode_t{0}}) {
+    disk_.put(disk_.at("gone/deeper/film"), "x");
+    const ItemInTrash film = trashItem(disk_.at("gone/deeper/film"));
+    fs::remove_all(disk_.at("gone"));
+    const mode_t before = ::umask(mask);
+    const std::string back = told(disk_.mover().putBack(film, disk_.at("gone/deeper/film")));
+    ::umask(before);
+    EXPECT_EQ(back, "");
+    EXPECT_EQ(permissionsOf(disk_.at("gone")), 0777U & ~mask);
+    EXPECT_EQ(permissionsOf(disk_.at("gone/deeper")), 0777U & ~mask);
+    fs::remove_all(disk_.at("gone"));
+  }
+}
+
 TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
-  if (getuid() != 0) GTEST_SKIP() << "only root has items of others";
+  if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has items of others");
   disk_.tree.plant("here", "sticky/ mode=01777\n  film 4K\n");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);

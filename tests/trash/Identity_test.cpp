@@ -13,6 +13,7 @@
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/trash/ItemFacts.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "trash/TrashOnDisk.h"
@@ -72,7 +73,7 @@ TEST_F(IdentityOnDisk, a_second_item_of_the_name_stays_with_its_record) {
 }
 
 TEST_F(IdentityOnDisk, a_copy_is_not_the_item) {
-  if (!inodesLast()) GTEST_SKIP() << "no lasting inodes in the folder of the tests";
+  if (!inodesLast()) GTEST_SKIP() << needs(Need::lastingInodes, "the folder of the tests has none");
   disk_.put(disk_.at("film"), "content");
   const ItemInTrash item = trash(disk_.at("film"));
   const std::string copy = disk_.homeTrash() + "/files/copy";
@@ -107,7 +108,7 @@ TEST_F(IdentityOnDisk, an_item_that_went_twice_comes_back_by_what_was_told_last)
 
 // Another Trash at the same place, as that of another disk may be: the one inode is in both.
 TEST_F(IdentityOnDisk, an_item_in_another_trash_is_not_the_item) {
-  if (!inodesLast()) GTEST_SKIP() << "no lasting inodes in the folder of the tests";
+  if (!inodesLast()) GTEST_SKIP() << needs(Need::lastingInodes, "the folder of the tests has none");
   disk_.put(disk_.at("film"), "content");
   const ItemInTrash item = trash(disk_.at("film"));
   fs::rename(disk_.homeTrash(), disk_.homeTrash() + "-before");
@@ -146,6 +147,7 @@ TEST_F(IdentityOnDisk, a_record_of_another_item_stays_when_the_item_comes_back) 
 // File systems mounted in a namespace of a child process, for which numbers of inodes do not last.
 struct Mounted {
   const char* name;
+  Need need;
   const char* command;  // mounts something on "volume", by what stands beside that folder
 
   friend void PrintTo(const Mounted& one, std::ostream* out) { *out << one.name; }
@@ -163,7 +165,7 @@ class NumberlessVolume : public testing::TestWithParam<Mounted> {
     const std::string command =
         "cd '" + disk_.tree.path() + "' && { " + GetParam().command + "; } >&2";
     const std::string told = inPrivateMounts([&]() -> std::string {
-      if (std::system(command.c_str()) != 0) return "refused: " + command;
+      if (std::system(command.c_str()) != 0) return "refused: " + needs(GetParam().need, command);
       const FileDescriptor top(open(volume().c_str(), O_PATH | O_CLOEXEC));
       const Result<bool> last = inodesLastAt(top, "");
       const std::string outcome = !last || last.value() ? "numbers are taken to last here" : body();
@@ -183,9 +185,9 @@ class NumberlessVolume : public testing::TestWithParam<Mounted> {
 INSTANTIATE_TEST_SUITE_P(
     Mounted, NumberlessVolume,
     testing::Values(
-        Mounted{"vfat", "mkfs.vfat disk && mount -o loop disk volume"},
-        Mounted{"fuse", "bindfs back volume"},
-        Mounted{"overlay",
+        Mounted{"vfat", Need::vfat, "mkfs.vfat disk && mount -o loop disk volume"},
+        Mounted{"fuse", Need::bindfs, "bindfs back volume"},
+        Mounted{"overlay", Need::overlay,
                 "mount -t overlay -o lowerdir=back/lower,upperdir=back/upper,workdir=back/work "
                 "overlay volume"}),
     [](const auto& test) { return std::string(test.param.name); });

@@ -98,17 +98,55 @@ TEST_P(MissingFlag, items_come_back_all_the_same) {
 }
 
 TEST_P(MissingFlag, nothing_is_replaced) {
+  const std::string what = tellOf(item());
+  const std::string target = disk_->tree.at("target");
+  putFile(target, "theirs");
+  const std::vector<std::function<void()>> others = {
+      [&] { fs::create_directory(item()); },
+      [&] { putFile(item(), ""); },
+      [&] { putFile(item(), "new"); },
+      [&] { fs::create_symlink("nowhere else", item()); },
+      [&] { fs::create_symlink(target, item()); },
+  };
   throwAway();
-  fs::create_directory(item());
-  const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&]() -> std::string {
-    const Outcome back = disk_->mover().putBack(inTrash_, item());
-    if (back) return "came back";
-    return back.error().kind == SystemError::Kind::alreadyExists ? "" : told(back);
-  });
-  EXPECT_EQ(run.told, "");
-  EXPECT_TRUE(fs::is_empty(item()));
-  EXPECT_TRUE(isThere(place()));
-  EXPECT_EQ(recordedPath(place()), item());
+  for (const auto& makeOther : others) {
+    makeOther();
+    const std::string other = tellOf(item());
+    const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&]() -> std::string {
+      const Outcome back = disk_->mover().putBack(inTrash_, item());
+      if (back) return "came back";
+      return back.error().kind == SystemError::Kind::alreadyExists ? "" : told(back);
+    });
+    EXPECT_EQ(run.told, "") << other;
+    EXPECT_EQ(tellOf(item()), other);
+    EXPECT_EQ(tellOf(place()), what) << other;
+    EXPECT_EQ(recordedPath(place()), item()) << other;
+    fs::remove(item());
+  }
+  EXPECT_EQ(contentOf(target), "theirs");
+  EXPECT_EQ(putBack(), "");
+}
+
+// Each of these systems has one call less than it should, and then one that fails beside.
+TEST_P(MissingFlag, the_item_has_one_name_whichever_call_fails) {
+  const std::string what = tellOf(item());
+  for (const int code : {EIO, EACCES}) {
+    std::size_t refused = 0;
+    for (std::size_t call = 1;; ++call) {
+      disk_ = freshDisk();
+      throwAway();
+      const TracedRun run = SystemCallTrace::failingAt(
+          call, code, [&] { return putBack(); }, GetParam().refusals);
+      ASSERT_EQ(run.end, End::finished) << run.told;
+      const bool isBack = tellOf(item()) == what;
+      const bool isInTrash = tellOf(place()) == what && recordedPath(place()) == item();
+      EXPECT_TRUE(isBack != isInTrash) << "call " << call << ": " << run.told;
+      EXPECT_EQ(isBack, run.told.empty()) << "call " << call << ": " << run.told;
+      refused += isBack ? 0 : 1;
+      if (call > run.calls.size()) break;
+    }
+    EXPECT_GT(refused, 3U);
+  }
 }
 
 // The last stops before the move itself are those at which a file could still get under it.

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <utility>
 
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "trash/TrashOnDisk.h"
 
@@ -56,7 +57,7 @@ constexpr std::array names = {"film.mkv", "a b%c.txt", "line\nfeed",
                               "\xff\xfe", "\xC3\xA9",  "!@#$&()+,;=[]{}~^`|<>?*:\"\\"};
 
 TEST_F(OtherPrograms, gio_records_the_same_path_for_any_name) {
-  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (const std::string name : names) {
     disk_.put(disk_.at(name), "x");
     const Answer answer = run("gio trash '" + disk_.at(name) + "'");
@@ -73,7 +74,7 @@ TEST_F(OtherPrograms, gio_records_the_same_path_for_any_name) {
 }
 
 TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
-  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (const std::string name : names) {
     disk_.put(disk_.at(name), name);
     ASSERT_EQ(run("gio trash '" + disk_.at(name) + "'").status, 0);
@@ -86,7 +87,7 @@ TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
 }
 
 TEST_F(OtherPrograms, gio_and_we_step_over_each_others_names) {
-  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (int round = 0; round < 3; ++round) {
     disk_.put(disk_.at("film.mkv"), "x");
     ASSERT_EQ(run("gio trash '" + disk_.at("film.mkv") + "'").status, 0);
@@ -102,12 +103,13 @@ class GioTrash : public OtherPrograms {
  protected:
   void SetUp() override {
     for (const char* tool : {"gio", "dbus-run-session"}) {
-      if (!isInstalled(tool)) GTEST_SKIP() << tool << " is not installed";
+      if (!isInstalled(tool))
+        GTEST_SKIP() << needs(Need::gioTrash, std::string(tool) + " is not installed");
     }
     disk_.tree.plant("home", "run/ mode=0700");
     const Answer empty = gio("trash --list");
     if (empty.status != 0 || empty.output.find("not supported") != std::string::npos) {
-      GTEST_SKIP() << "gio cannot list a Trash here: " << empty.output;
+      GTEST_SKIP() << needs(Need::gioTrash, empty.output);
     }
   }
 
@@ -157,7 +159,7 @@ TEST_F(GioTrash, restores_what_we_threw_away) {
 }
 
 TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
-  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  if (!isInstalled("trash-list")) GTEST_SKIP() << needs(Need::trashCli, "not installed");
   disk_.put(disk_.at("a b%c.txt"), "x");
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
   const Answer listed = run("trash-list");
@@ -165,7 +167,7 @@ TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
 }
 
 TEST_F(OtherPrograms, trash_list_reads_a_record_with_line_feeds_behind_it) {
-  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  if (!isInstalled("trash-list")) GTEST_SKIP() << needs(Need::trashCli, "not installed");
   disk_.put(disk_.at("film.mkv"), "x");
   const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
   ASSERT_TRUE(moved) << told(moved);
@@ -177,7 +179,7 @@ TEST_F(OtherPrograms, trash_list_reads_a_record_with_line_feeds_behind_it) {
 }
 
 TEST_F(OtherPrograms, trash_list_lists_nothing_after_emptying) {
-  if (!isInstalled("trash-list")) GTEST_SKIP() << "trash-list is not installed";
+  if (!isInstalled("trash-list")) GTEST_SKIP() << needs(Need::trashCli, "not installed");
   disk_.put(disk_.at("folder/film"), "x");
   disk_.put(disk_.at("film"), "x");
   for (const char* name : {"folder", "film"}) {
@@ -192,7 +194,7 @@ TEST_F(OtherPrograms, trash_list_lists_nothing_after_emptying) {
 }
 
 TEST_F(OtherPrograms, what_gio_threw_away_is_deleted_with_its_records) {
-  if (!isInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+  if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   disk_.put(disk_.at("folder/film"), "x");
   ASSERT_EQ(run("gio trash '" + disk_.at("folder") + "'").status, 0);
   for (const std::string name : names) {

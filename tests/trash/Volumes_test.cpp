@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "trash/TrashOnDisk.h"
@@ -147,7 +148,8 @@ TEST_F(VolumeTrash, is_not_the_folder_of_another_in_the_shared_one) {
     if (!fs::is_empty(on("elsewhere"))) return "the link was followed";
     fs::remove(on(".Trash/" + user()));
     fs::create_directory(on(".Trash/" + user()));
-    if (chown(on(".Trash/" + user()).c_str(), 1, 1) != 0) return "refused: only root can";
+    if (chown(on(".Trash/" + user()).c_str(), 1, 1) != 0)
+      return "refused: " + needs(Need::root, "only root can");
     return goAndReturn(on("film"), ownTrash(), "film");
   });
 }
@@ -174,7 +176,8 @@ TEST_F(VolumeTrash, is_never_the_folder_of_another) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(ownTrash());
-    if (chown(ownTrash().c_str(), 1, 1) != 0) return "refused: only root can";
+    if (chown(ownTrash().c_str(), 1, 1) != 0)
+      return "refused: " + needs(Need::root, "only root can");
     std::string told = stays(on("film"), Kind::notPermitted);
     return told.empty() && !fs::is_empty(ownTrash()) ? "it was used" : told;
   });
@@ -323,7 +326,7 @@ TEST_F(VolumeTrash, needs_room_for_its_folders) {
 }
 
 TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
-  if (getuid() != 0) GTEST_SKIP() << "only root has a top of others";
+  if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has a top of others");
   expectOnTmpfs([&]() -> std::string {
     disk_.tree.plant("volume", "open/ mode=0777\n");
     if (chmod(disk_.tree.path().c_str(), 0755) != 0) return "chmod";
@@ -344,7 +347,8 @@ TEST_F(VolumeTrash, is_as_good_on_a_disk_as_in_memory) {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
     const std::string make =
         "mkfs.ext4 -q " + image + " && mount -o loop " + image + " '" + volume() + "'";
-    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::image, make);
     for (const std::string& name : {std::string("film"), std::string(255, 'n'),
                                     std::string("line\nfeed"), std::string("\xff\xfe")}) {
       disk_.put(on("a/" + name), name);
@@ -372,7 +376,9 @@ TEST_F(VolumeTrash, copies_nothing_where_a_mount_is_no_whole) {
     const std::string options = "lowerdir=" + disk_.tree.at("lower") +
                                 ",upperdir=" + disk_.tree.at("upper") +
                                 ",workdir=" + disk_.tree.at("work") + ",redirect_dir=off";
-    if (::mount("overlay", volume().c_str(), "overlay", 0, options.c_str()) != 0) return refusal();
+    if (::mount("overlay", volume().c_str(), "overlay", 0, options.c_str()) != 0) {
+      return refusal(Need::overlay);
+    }
     std::string told = stays(on("folder"), Kind::crossesDevices);
     if (!told.empty()) return told;
     return isThere(on("folder/film")) ? "" : "the folder is not whole";
@@ -386,7 +392,8 @@ TEST_F(VolumeTrash, is_at_the_top_of_the_mount_also_in_a_subvolume) {
     const std::string top = "'" + volume() + "'";
     const std::string make = "mkfs.btrfs -q " + image + " && mount -o loop " + image + " " + top +
                              " && btrfs subvolume create " + top + "/sub";
-    if (std::system(("{ " + make + "; } >&2").c_str()) != 0) return "refused: " + make;
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::btrfs, make);
     disk_.put(on("film"), "x");
     disk_.put(on("sub/film"), "x");
     // Another device, and nothing can be renamed out of it; but no mount of its own.
@@ -395,7 +402,8 @@ TEST_F(VolumeTrash, is_at_the_top_of_the_mount_also_in_a_subvolume) {
     if (!told.empty()) return told;
     if (isThere(on("sub/.Trash-" + user()))) return "a Trash where nobody looks";
     const std::string alone = "umount " + top + " && mount -o loop,subvol=sub " + image + " " + top;
-    if (std::system(("{ " + alone + "; } >&2").c_str()) != 0) return "refused: " + alone;
+    if (std::system(("{ " + alone + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::btrfs, alone);
     return goAndReturn(on("film"), ownTrash(), "film");
   });
 }

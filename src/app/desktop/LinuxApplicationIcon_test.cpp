@@ -12,6 +12,7 @@
 #include <QEventLoop>
 #include <QWindow>
 
+#include "support/Eventually.h"
 #include "support/PrivateBus.h"
 #include "support/QtDispatch.h"
 
@@ -114,7 +115,12 @@ TEST_F(LinuxApplicationIconTest, leaves_the_user_alone_who_is_there_already) {
   QWindow window;
   window.show();
   window.requestActivate();
-  while (!window.isActive()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  eventually(
+      [&] {
+        QCoreApplication::processEvents();
+        return window.isActive();
+      },
+      "the keyboard for the window");
   icon_.setWindow(&window);
   icon_.requestAttention();
   EXPECT_TRUE(alerts_.empty());

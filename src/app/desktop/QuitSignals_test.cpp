@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
+#include "support/Eventually.h"
+
 namespace tessaly {
 namespace {
 
@@ -21,7 +23,12 @@ TEST(QuitSignals, have_the_program_quit_from_its_event_loop) {
     ASSERT_FALSE(isUsual(signal));
     std::raise(signal);
     EXPECT_EQ(quits, 0);
-    while (quits == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    eventually(
+        [&] {
+          QCoreApplication::processEvents();
+          return quits > 0;
+        },
+        "the signal");
     EXPECT_EQ(quits, 1);
   }
 }

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
+#include "support/Eventually.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -26,9 +27,19 @@ class ReopenRequestsTest : public testing::Test {
 TEST_F(ReopenRequestsTest, come_from_later_starts) {
   ASSERT_TRUE(startAgain());
   EXPECT_EQ(reopened_, 0);
-  while (reopened_ == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  eventually(
+      [&] {
+        QCoreApplication::processEvents();
+        return reopened_ > 0;
+      },
+      "the first request");
   ASSERT_TRUE(startAgain());
-  while (reopened_ == 1) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  eventually(
+      [&] {
+        QCoreApplication::processEvents();
+        return reopened_ > 1;
+      },
+      "the second request");
   EXPECT_EQ(reopened_, 2);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/desktop/X11Fixture_test.h"
+#include "support/Eventually.h"
 
 namespace tessaly {
 namespace {
@@ -65,7 +66,12 @@ TEST_F(WindowActivationTest, shows_a_hidden_window_and_gives_it_the_keyboard) {
   activation_.showMainWindow();
   settle();
   EXPECT_TRUE(window.isVisible());
-  while (!window.isActive()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  eventually(
+      [&] {
+        QCoreApplication::processEvents();
+        return window.isActive();
+      },
+      "the keyboard for the window");
 }
 
 TEST_F(WindowActivationTest, asks_the_window_manager_in_the_name_of_the_user) {

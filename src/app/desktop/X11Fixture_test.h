@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include "support/Eventually.h"
 #include "support/XServer.h"
 
 namespace tessaly {
@@ -40,7 +41,12 @@ class X11Fixture : public testing::Test {
     xcb_send_event(sharedXServer().connection(), 0, message.window, 0,
                    reinterpret_cast<const char*>(&message));
     xcb_flush(sharedXServer().connection());
-    while (!arrival.hasCome) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    eventually(
+        [&] {
+          QCoreApplication::processEvents();
+          return arrival.hasCome;
+        },
+        "an event behind all others");
   }
 
  private:

@@ -25,6 +25,7 @@
 #include "app/preview/PreviewFailures.h"
 #include "platform/Deadline.h"
 #include "support/HostileFiles.h"
+#include "support/Needs.h"
 #include "support/OwnProcess.h"
 #include "support/PreviewFile.h"
 #include "support/TempTree.h"
@@ -396,9 +397,19 @@ TEST_F(ReaderProgramTest, has_limits_of_its_own) {
   EXPECT_EQ(limitOf(process, "Max file size"), "0");
   EXPECT_EQ(limitOf(process, "Max open files"), "64");
   EXPECT_TRUE(comesAbout([&] { return limitOf(process, "Max cpu time") != "unlimited"; }));
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-  EXPECT_EQ(limitOf(process, "Max data size"), std::to_string(1 << 30));
+}
+
+TEST_F(ReaderProgramTest, may_take_no_more_than_a_gibibyte_of_memory) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << needs(Need::plainBuild, "sanitizers themselves take more than any limit leaves");
 #endif
+  const TempTree tree;
+  putFile(tree.at("drawing"), HostileFiles::slowDrawing());
+  ReaderProgram reader;
+  const BusyReading reading(reader, tree.at("drawing"));
+  ASSERT_NE(reading.process(), 0);
+  EXPECT_TRUE(comesAbout(
+      [&] { return limitOf(reading.process(), "Max data size") == std::to_string(1 << 30); }));
 }
 
 // As when this program ends in whatever way: the system closes what it had open.

@@ -9,6 +9,7 @@
 
 #include "platform/AtomicFile.h"
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/TempTree.h"
 
@@ -24,7 +25,8 @@ constexpr uid_t nobody = 65534;  // who asOtherUser() runs as
 class AtomicFileLinks : public ::testing::Test {
  protected:
   void SetUp() override {
-    if (geteuid() != 0) GTEST_SKIP() << "only root can give a link to another user";
+    if (geteuid() != 0)
+      GTEST_SKIP() << needs(Need::root, "only root can give a link to another user");
     ASSERT_EQ(chmod(tree_.path().c_str(), 0755), 0);
     ASSERT_EQ(chmod(tree_.at("private").c_str(), 0777), 0);
     putFile(tree_.at("private/settings"), "old");

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/SystemCallTrace.h"
 #include "support/TempTree.h"
@@ -188,7 +189,7 @@ std::string onSmallDisk(const TempTree& tree, const std::function<std::string()>
     const int spaces = CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER);
     if (unshare(spaces) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
         mount("none", tree.at("full").c_str(), "tmpfs", 0, "size=64k") != 0) {
-      return std::string("refused: ") + std::strerror(errno);
+      return "refused: " + needs(Need::mounts, std::strerror(errno));
     }
     return body();
   });

@@ -12,6 +12,7 @@
 #include "platform/Process.h"
 #include "support/FakeLoginItem.h"
 #include "support/LoginItemContract.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -151,7 +152,7 @@ TEST_F(AutostartLoginItemTest, waits_for_nobody_who_never_writes) {
 // of two.
 TEST_F(AutostartLoginItemTest, is_understood_by_another_program) {
   const char* gio = "/usr/bin/gio";
-  if (!fs::exists(gio)) GTEST_SKIP() << "gio is needed for this test";
+  if (!fs::exists(gio)) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (const std::string name :
        {"plain", "with blanks", "\"quoted\"", "it's", "$HOME `id`", "back\\slash\\n", "a\ttab",
         "semi;colon&ampersand|<>", "h\xC3\xA9", "equal=sign", "~ # * ? ( )"}) {

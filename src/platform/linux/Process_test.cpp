@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "support/Descriptor.h"
+#include "support/Eventually.h"
 #include "support/ForkedChild.h"
 #include "support/OwnProcess.h"
 #include "support/TempTree.h"
@@ -493,15 +494,16 @@ void waitUntilReaperSleeps() {
     std::getline(std::ifstream(file) >> std::ws, line);
     return line;
   };
-  while (true) {
+  const auto sleeps = [&] {
     for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
       if (first(task.path() / "comm") == "tessaly-reaper" &&
           first(task.path() / "stat").find(") S ") != std::string::npos) {
-        return;
+        return true;
       }
     }
-    std::this_thread::yield();
-  }
+    return false;
+  };
+  eventually(sleeps, "a thread without a program to see off");
 }
 
 TEST(Process, is_seen_off_while_another_runs_on) {

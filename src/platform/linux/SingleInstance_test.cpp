@@ -15,7 +15,9 @@
 #include <utility>
 #include <vector>
 
+#include "support/Eventually.h"
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -197,7 +199,7 @@ TEST_F(SingleInstanceTest, stands_alone_where_others_may_write) {
 }
 
 TEST_F(SingleInstanceTest, stands_alone_in_a_folder_of_another_user) {
-  if (::geteuid() != 0) GTEST_SKIP() << "only root can be two users";
+  if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can be two users");
   tree_.plant("theirs/ mode=0755\n");
   ASSERT_EQ(::chmod(tree_.path().c_str(), 0755), 0);
   EXPECT_EQ(asOtherUser([this]() -> std::string {
@@ -209,7 +211,7 @@ TEST_F(SingleInstanceTest, stands_alone_in_a_folder_of_another_user) {
 
 // Who starts the program as root may have kept the folders of his own user.
 TEST_F(SingleInstanceTest, stands_alone_as_root_in_a_folder_of_the_user) {
-  if (::geteuid() != 0) GTEST_SKIP() << "only root can be two users";
+  if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can be two users");
   tree_.plant("theirs/ mode=0700\n");
   constexpr uid_t nobody = 65534;
   ASSERT_EQ(::chown(tree_.at("theirs").c_str(), nobody, static_cast<gid_t>(-1)), 0);
@@ -243,7 +245,7 @@ TEST_F(SingleInstanceTest, waits_for_a_start_that_is_half_way) {
   ASSERT_EQ(::fcntl(file, F_OFD_SETLK, &all), 0);
   std::optional<SingleInstance> claimed;
   std::thread start = startBeside(claimed);
-  while (!isWaitedFor(path)) std::this_thread::yield();
+  eventually([&] { return isWaitedFor(path); }, "the other start at the lock");
   EXPECT_EQ(::close(file), 0);
   start.join();
   ASSERT_TRUE(claimed.has_value());

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "support/ForkedChild.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -116,7 +117,7 @@ TEST_F(UserTrashCanTest, leaves_out_the_trash_of_others) {
 }
 
 TEST_F(UserTrashCanTest, leaves_out_a_folder_of_its_name_that_belongs_to_another) {
-  if (getuid() != 0) GTEST_SKIP() << "only root gives folders away";
+  if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
   build(
       "one/\n  .Trash-0/\n    files/\n      a\n  .Trash/ mode=01777\n    0/\n      files/\n        "
       "b\n",

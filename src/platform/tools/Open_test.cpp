@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/linux/UserTrashCan.h"
+#include "support/Needs.h"
 #include "support/TempTree.h"
 
 namespace tessaly::tools {
@@ -188,7 +189,7 @@ TEST_F(OpenTest, opens_a_terminal_in_the_root_for_a_file_that_lies_there) {
   for (const auto& entry : std::filesystem::directory_iterator("/")) {
     if (entry.exists() && !entry.is_directory()) file = entry.path();
   }
-  if (file.empty()) GTEST_SKIP() << "this machine has no file in its root";
+  if (file.empty()) GTEST_SKIP() << needs(Need::rootFile, "there is none in /");
   EXPECT_EQ(run({"-a", "Terminal", file}), 0);
   EXPECT_THAT(started_, ElementsAre("bin/xterm in /"));
 }
