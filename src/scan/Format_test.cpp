@@ -58,6 +58,23 @@ TEST(FormatRate, tests_the_value_before_it_is_rounded) {
   EXPECT_EQ(Format::rate(1.5), "2 B/s");
 }
 
+TEST(FormatRate, steps_by_1024_with_one_decimal) {
+  constexpr double KiB = 1024;
+  constexpr double MiB = 1024 * KiB;
+  constexpr double GiB = 1024 * MiB;
+  EXPECT_EQ(Format::rate(1.5 * KiB), "1.5 KB/s");
+  EXPECT_EQ(Format::rate(1000 * KiB), "1000.0 KB/s");
+  EXPECT_EQ(Format::rate(std::nextafter(MiB, 0)), "1024.0 KB/s");
+  EXPECT_EQ(Format::rate(MiB), "1.0 MB/s");
+  EXPECT_EQ(Format::rate(1.5 * MiB), "1.5 MB/s");
+  EXPECT_EQ(Format::rate(37.26 * MiB), "37.3 MB/s");
+  EXPECT_EQ(Format::rate(1000 * MiB), "1000.0 MB/s");
+  EXPECT_EQ(Format::rate(std::nextafter(GiB, 0)), "1024.0 MB/s");
+  EXPECT_EQ(Format::rate(GiB), "1.0 GB/s");
+  EXPECT_EQ(Format::rate(2.5 * GiB), "2.5 GB/s");
+  EXPECT_EQ(Format::rate(1024 * GiB), "1024.0 GB/s");
+}
+
 TEST(FormatRate, has_no_unit_above_gigabytes) {
   EXPECT_EQ(Format::rate(1024.0 * 1024), "1.0 MB/s");
   EXPECT_EQ(Format::rate(1024.0 * 1024 * 1024), "1.0 GB/s");

@@ -221,6 +221,33 @@ TEST_F(ScanSessionCompletion, a_restored_tree_can_be_scanned_again) {
   EXPECT_EQ(walks().at(1).root, "/data");
 }
 
+// The root is what was asked for, and the tree's own path may be another: where a link leads.
+TEST_F(ScanSessionCompletion,
+       a_restart_takes_the_root_that_was_scanned_and_not_the_path_of_the_tree) {
+  walks().at(0).result = sampleTree("/real");
+  session().scan("/link");
+  dispatch().drainAll();
+  const auto history = session().history();
+  ASSERT_THAT(history, SizeIs(1));
+  restart();
+  EXPECT_EQ(session().scanRoot(), "/link");
+  EXPECT_EQ(session().current()->path(), "/real");
+  EXPECT_EQ(session().history(), history);
+  EXPECT_THAT(session().deltas(), IsEmpty());
+  EXPECT_THAT(session().grewPaths(), IsEmpty());
+  session().rescan();
+  dispatch().drainAll();
+  EXPECT_EQ(walks().at(1).root, "/link");
+}
+
+TEST_F(ScanSessionCompletion, a_restored_tree_whose_root_is_no_text_stands_for_itself) {
+  scanTo(sampleTree("/elsewhere"));
+  settings_.setTexts("marrow.lastScanRoot", {"/other"});
+  restart();
+  EXPECT_EQ(session().scanRoot(), "/elsewhere");
+  EXPECT_THAT(session().history(), SizeIs(1));
+}
+
 TEST_F(ScanSessionCompletion, a_restored_tree_without_its_root_stands_for_itself) {
   ScanStore::saveTree(sampleTree("/elsewhere"), support_.path());
   restart();
@@ -307,13 +334,23 @@ TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
   EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
 }
 
-TEST_F(ScanSessionCompletion, selection_queue_and_menu_stay_as_they_are) {
+TEST_F(ScanSessionCompletion, focus_selection_queue_and_menu_stay_even_if_the_tree_lacks_them) {
   scanTo(sampleTree());
-  session().setFocused(file("/data/disk.iso", 20 * MiB));
-  session().setMenuNode(file("/data/disk.iso", 20 * MiB));
-  scanTo(sampleTree());
-  EXPECT_TRUE(session().focused().has_value());
-  EXPECT_TRUE(session().menuNode().has_value());
+  const DiskNode disk = file("/data/disk.iso", 20 * MiB);
+  const DiskNode gone = file("/data/gone", 1);
+  session().selectNodes({gone, disk}, false);
+  session().addToQueue(gone);
+  session().addToQueue(disk);
+  session().setQueueMinimized(true);
+  session().setMenuNode(gone);
+  scanTo(sampleTree("/other"));
+  EXPECT_EQ(session().focused(), disk);
+  EXPECT_EQ(session().menuNode(), gone);
+  EXPECT_THAT(session().selectedNodes(), ElementsAre(gone, disk));
+  EXPECT_THAT(session().selected(), ElementsAre("/data/disk.iso", "/data/gone"));
+  EXPECT_THAT(session().queue(), ElementsAre(gone, disk));
+  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().queueMinimized());
 }
 
 }  // namespace

@@ -82,11 +82,15 @@ TEST_F(NavigationWithoutTree, goes_nowhere) {
   EXPECT_FALSE(session().current());
 }
 
-TEST_F(Navigation, back_keeps_the_focus) {
-  session().open(big_);
-  session().setFocused(song_);
+TEST_F(Navigation, back_and_jump_keep_focus_and_selection) {
+  openBigAndDeep();
+  session().selectNodes({film_, song_}, false);
   session().back();
   EXPECT_EQ(session().focused(), song_);
+  EXPECT_EQ(session().selectedNodes(), (std::vector{film_, song_}));
+  session().jump(0);
+  EXPECT_EQ(session().focused(), song_);
+  EXPECT_EQ(session().selectedNodes(), (std::vector{film_, song_}));
 }
 
 // Jump.

@@ -1,0 +1,125 @@
+// The report on the node on screen, with a panel in which time passes: it runs the event loop, so
+// that scans end and clicks arrive before the user has made up his mind.
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "scan/ExportReport.h"
+#include "session/SessionFixture_test.h"
+#include "support/PlainFiles.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class SlowPanel final : public SavePanel {
+ public:
+  std::optional<std::string> chooseFile(const Request& request) override {
+    requests.push_back(request);
+    meanwhile();
+    return answer;
+  }
+
+  std::function<void()> meanwhile = [] {};
+  std::optional<std::string> answer;
+  std::vector<Request> requests;
+};
+
+class Report : public ::testing::Test {
+ protected:
+  Report() { panel_.answer = place_.at("report.json"); }
+
+  std::unique_ptr<ScanSession> makeSession() {
+    const ScanSession::Services machine = machine_.services("/home/user");
+    return std::make_unique<ScanSession>(
+        ScanSession::Services{.dispatch = machine.dispatch,
+                              .folderPanel = machine.folderPanel,
+                              .savePanel = panel_,
+                              .workspace = machine.workspace,
+                              .pasteboard = machine.pasteboard,
+                              .icon = machine.icon,
+                              .notifications = machine.notifications,
+                              .trash = machine.trash,
+                              .prefs = machine.prefs,
+                              .homeDirectory = machine.homeDirectory,
+                              .supportDirectory = machine.supportDirectory,
+                              .walk = [this](const std::string&, const DiskScanner::Callbacks&,
+                                             const DiskScanner::Options&) { return found_; },
+                              .run = noTools});
+  }
+
+  void scan(const DiskNode& tree) {
+    found_ = tree;
+    session_->scan(tree.path());
+    machine_.dispatch.drainAll();
+    ASSERT_EQ(session_->current(), tree);
+  }
+
+  std::string written() const { return contentOf(place_.at("report.json")); }
+
+  TempTree place_;
+  FakeMachine machine_;
+  SlowPanel panel_;
+  DiskNode found_;
+  const DiskNode big_ = folder("/data/big", 5, {file("/data/big/below", 5)});
+  const DiskNode tree_ = folder("/data", 9, {big_, file("/data/film", 4)});
+  const DiskNode other_ = folder("/other", 7, {file("/other/song", 7)});
+  std::unique_ptr<ScanSession> session_ = makeSession();
+};
+
+TEST_F(Report, is_on_the_node_on_screen_and_not_on_the_root) {
+  scan(tree_);
+  session_->open(big_);
+  session_->exportJSON();
+  EXPECT_EQ(written(), ExportReport::json(big_));
+}
+
+TEST_F(Report, is_on_the_tree_that_a_scan_has_brought_while_the_panel_was_up) {
+  scan(tree_);
+  panel_.meanwhile = [this] { scan(other_); };
+  session_->exportJSON();
+  EXPECT_EQ(panel_.requests.front().fileName, "marrow-data.json");
+  EXPECT_EQ(written(), ExportReport::json(other_));
+}
+
+TEST_F(Report, is_on_the_folder_that_was_entered_or_left_while_the_panel_was_up) {
+  scan(tree_);
+  panel_.meanwhile = [this] { session_->open(big_); };
+  session_->exportJSON();
+  EXPECT_EQ(written(), ExportReport::json(big_));
+  panel_.meanwhile = [this] { session_->back(); };
+  session_->exportJSON();
+  EXPECT_EQ(panel_.requests.back().fileName, "marrow-big.json");
+  EXPECT_EQ(written(), ExportReport::json(tree_));
+}
+
+TEST_F(Report, is_not_asked_for_without_a_tree) {
+  session_->exportJSON();
+  EXPECT_THAT(panel_.requests, IsEmpty());
+}
+
+TEST_F(Report, is_not_written_when_the_user_backs_out) {
+  scan(tree_);
+  panel_.answer.reset();
+  session_->exportJSON();
+  EXPECT_THAT(panel_.requests, SizeIs(1));
+  EXPECT_THAT(entriesOf(place_.path()), IsEmpty());
+}
+
+TEST_F(Report, is_not_written_when_the_session_ends_behind_the_panel) {
+  scan(tree_);
+  panel_.meanwhile = [this] { session_.reset(); };
+  session_->exportJSON();
+  EXPECT_EQ(session_, nullptr);
+  EXPECT_THAT(entriesOf(place_.path()), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessaly

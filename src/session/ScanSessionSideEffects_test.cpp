@@ -1,0 +1,475 @@
+// What each step of a session changes, with everything in it that could change: that much, and
+// nothing else.
+
+#include <chrono>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "session/SessionFixture_test.h"
+#include "support/PlainFiles.h"
+#include "support/SessionRecord.h"
+
+namespace tessaly {
+namespace {
+
+using Names = SessionRecord::Names;
+
+constexpr std::int64_t MiB = 1048576;
+
+// What the start of a scan of the same root changes.
+const Names aScanBegins = {"pane", "progress", "scanPercent", "status"};
+
+Names operator+(Names some, const Names& others) {
+  some.insert(others.begin(), others.end());
+  return some;
+}
+
+class SideEffects : public SessionFixture {
+ protected:
+  SideEffects() {
+    snapshot_ = [this](const std::string& path, const FolderWatch::IsCancelled&) {
+      return FolderSnapshot{path, watched_};
+    };
+    restart();
+    for (const DiskNode* node : {&film_, &song_, &note_, &gone_, &below_})
+      machine_.trash.put(node->path());
+    fillEveryField();
+  }
+
+  // The next walk finds this.
+  void willFind(const DiskNode& tree) { walks().at(walks().ran()).result = tree; }
+
+  void fillEveryField() {
+    df_ =
+        "Filesystem 1K-blocks Used Available Use% Mounted on\n"
+        "/dev/sda1 100 60 40 60% /\n";
+    volume_ = DiskUsage{.total = 100, .used = 50, .free = 50, .usedPercent = 50};
+    trash_ = "1\n";
+    willFind(tree_);
+    session().scan("/data");
+    dispatch().drainAll();
+
+    willFind(folder("/data", 5 * MiB, {file("/data/film", 5 * MiB)}));
+    folderPanel_.answer = "/else";
+    session().compareWithFolder();
+    session().startWatch();
+    dispatch().drainAll();
+    watched_["/data"] += 2 * MiB;
+    session().pollWatch();
+    dispatch().drainAll();
+
+    session().setFocused(gone_);
+    willFind(tree_);
+    session().trashFocused();
+    dispatch().drainAll();
+    folderPanel_.answer = "/data/left out";
+    session().addExclude();
+    session().togglePin("/data/big");
+    session().toggleFilter("docker");
+    session().toggleSkip("xcode");
+
+    session().open(big_);
+    session().selectNodes({film_, song_}, false);
+    session().setFocused(note_);
+    session().addToQueue(song_);
+    session().addToQueue(note_);
+    session().setQueueMinimized(true);
+    session().setSearchOpen(true);
+    session().setAiOpen(true);
+    session().setOcrOpen(true);
+    session().setHeatmap(true);
+    session().setVizMode(VizMode::largest);
+    session().setPane(MainPane::monitor);
+    session().setMenuNode(film_);
+    session().setCriticalWarning(folder("/usr/lib", 1));
+    session().tellFailure("Something did not move");
+    session().flash("Before");
+    ASSERT_EQ(session().status(), ScanStatus::complete);
+    ASSERT_EQ(session().progress(), "");
+  }
+
+  // Makes the machine another than the session knows.
+  void changeTheMachine() {
+    df_ += "/dev/sdb1 200 50 150 25% /media/stick\n";
+    volume_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
+    trash_ = "2\n";
+  }
+
+  // What `step` changes. Every field that it changes is announced, and no other is.
+  template <class Step>
+  Names changedBy(Step step) {
+    const SessionRecord record(session(), settings_);
+    step();
+    EXPECT_EQ(record.announced(), record.changedFields());
+    return record.changed();
+  }
+
+  std::vector<std::string> selectedPaths() {
+    std::vector<std::string> paths;
+    for (const DiskNode& node : session().selectedNodes()) paths.push_back(node.path());
+    return paths;
+  }
+
+  PathSizes watched_ = {{"/data", 1}};
+  DiskNode below_ = file("/data/big/below", 5 * MiB);
+  DiskNode deep_ = folder("/data/big/deep", MiB, {file("/data/big/deep/leaf", MiB)});
+  DiskNode big_ = folder("/data/big", 6 * MiB, {below_, deep_});
+  DiskNode film_ = file("/data/film", 4 * MiB);
+  DiskNode song_ = file("/data/song", 3 * MiB);
+  DiskNode note_ = file("/data/note", 2 * MiB);
+  DiskNode gone_ = file("/data/gone", 2 * MiB);
+  DiskNode app_ = folder("/data/Foo.app", MiB);
+  DiskNode empty_ = folder("/data/empty", 0);
+  DiskNode tree_ = folder("/data", 16 * MiB, {big_, film_, song_, note_, app_, empty_});
+};
+
+// The way through the tree.
+
+TEST_F(SideEffects, going_back_changes_the_stack_alone) {
+  EXPECT_EQ(changedBy([&] { session().back(); }), Names{"stack"});
+  EXPECT_EQ(changedBy([&] { session().back(); }), Names{});
+}
+
+TEST_F(SideEffects, a_jump_changes_the_stack_alone) {
+  EXPECT_EQ(changedBy([&] { session().jump(1); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().jump(2); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().jump(-1); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().jump(0); }), Names{"stack"});
+}
+
+TEST_F(SideEffects, opening_a_folder_empties_the_selection_and_keeps_all_else) {
+  EXPECT_EQ(changedBy([&] { session().open(deep_); }), (Names{"selection", "stack"}));
+  EXPECT_TRUE(session().selected().empty());
+  EXPECT_TRUE(session().selectedNodes().empty());
+}
+
+TEST_F(SideEffects, opening_what_cannot_be_entered_keeps_the_selection) {
+  for (const DiskNode& node : {film_, empty_}) {
+    EXPECT_EQ(changedBy([&] { session().open(node); }), Names{}) << node.path();
+    EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
+  }
+}
+
+TEST_F(SideEffects, opening_a_package_empties_the_selection_once_its_inside_is_there) {
+  for (const bool byOpening : {true, false}) {
+    session().selectNodes({film_, song_}, false);
+    session().setFocused(note_);
+    willFind(app_);
+    session().flash("Before");
+    EXPECT_EQ(changedBy([&] { byOpening ? session().open(app_) : session().expandPackage(app_); }),
+              Names{"toast"});
+    EXPECT_EQ(session().selectedNodes().size(), 2U);
+    // What is selected while the walk goes on is gone as well.
+    session().selectNodes({note_}, true);
+    EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"selection", "stack"}));
+    EXPECT_TRUE(session().selected().empty());
+    EXPECT_TRUE(session().selectedNodes().empty());
+  }
+}
+
+TEST_F(SideEffects, showing_a_path_in_the_map_keeps_selection_and_queue) {
+  EXPECT_EQ(changedBy([&] { session().focusPath("/data/film"); }),
+            (Names{"focused", "pane", "stack", "vizMode"}));
+  session().setVizMode(VizMode::safe);
+  session().setPane(MainPane::apps);
+  EXPECT_EQ(changedBy([&] { session().focusPath("/data"); }),
+            (Names{"focused", "pane", "vizMode"}));
+}
+
+TEST_F(SideEffects, showing_a_path_that_the_tree_does_not_hold_changes_nothing) {
+  EXPECT_EQ(changedBy([&] { session().focusPath("/data/pruned"); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().reveal(film_); }), Names{});
+  EXPECT_EQ(workspace_.revealed.size(), 2U);
+}
+
+// The selection.
+
+TEST_F(SideEffects, selecting_changes_selection_and_focus_alone) {
+  EXPECT_EQ(changedBy([&] { session().selectNodes({below_}, true); }),
+            (Names{"focused", "selection"}));
+  EXPECT_EQ(changedBy([&] { session().selectNodes({film_, below_}, false); }), Names{"selection"});
+  EXPECT_EQ(changedBy([&] { session().selectNodes({film_}, true); }), Names{"focused"});
+  EXPECT_EQ(changedBy([&] { session().selectNodes({}, true); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().selectNodes({}, false); }), Names{"selection"});
+}
+
+TEST_F(SideEffects, toggling_changes_selection_and_focus_alone) {
+  for (int i = 0; i < 2; ++i) {
+    session().setFocused(note_);
+    EXPECT_EQ(changedBy([&] { session().toggleSelect(below_); }), (Names{"focused", "selection"}));
+    EXPECT_EQ(session().focused(), below_);
+  }
+}
+
+TEST_F(SideEffects, selecting_all_says_so) {
+  EXPECT_EQ(changedBy([&] { session().selectAllCurrent(); }),
+            (Names{"focused", "selection", "toast"}));
+  EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/big/below", "/data/big/deep"}));
+  EXPECT_EQ(session().focused()->path(), "/data/big/deep");
+}
+
+TEST_F(SideEffects, clearing_the_selection_changes_it_alone) {
+  EXPECT_EQ(changedBy([&] { session().clearSelection(); }), Names{"selection"});
+}
+
+TEST_F(SideEffects, copying_paths_keeps_what_is_selected) {
+  EXPECT_EQ(changedBy([&] { session().copySelectedPaths(); }), Names{"toast"});
+  EXPECT_EQ(machine_.pasteboard.text, "/data/film\n/data/song");
+}
+
+// The queue.
+
+TEST_F(SideEffects, queueing_keeps_selection_and_focus) {
+  EXPECT_EQ(changedBy([&] { session().addToQueue(film_); }), (Names{"queue", "queueMinimized"}));
+  session().setQueueOpen(false);
+  session().setQueueMinimized(true);
+  EXPECT_EQ(changedBy([&] { session().addToQueue(film_); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().addToQueue(below_); }),
+            (Names{"queue", "queueMinimized", "queueOpen"}));
+}
+
+TEST_F(SideEffects, queueing_the_selection_empties_it_and_keeps_the_focus) {
+  EXPECT_EQ(changedBy([&] { session().queueSelected(); }),
+            (Names{"queue", "queueMinimized", "selection", "toast"}));
+  EXPECT_TRUE(session().selected().empty());
+  EXPECT_EQ(changedBy([&] { session().queueSelected(); }), Names{});
+}
+
+TEST_F(SideEffects, queueing_a_selection_that_waits_already_empties_it_and_opens_nothing) {
+  session().selectNodes({song_, note_}, false);
+  EXPECT_EQ(changedBy([&] { session().queueSelected(); }), (Names{"selection", "toast"}));
+  EXPECT_EQ(session().toast(), "Queued 2 items");
+}
+
+TEST_F(SideEffects, taking_out_of_the_queue_changes_it_alone_until_it_is_empty) {
+  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/film"); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/song"); }), Names{"queue"});
+  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/note"); }),
+            (Names{"queue", "queueOpen"}));
+}
+
+TEST_F(SideEffects, letting_the_queue_go_keeps_selection_focus_and_what_can_be_put_back) {
+  EXPECT_EQ(changedBy([&] { session().clearQueue(); }), (Names{"queue", "queueOpen"}));
+}
+
+TEST_F(SideEffects, emptying_the_queue_keeps_selection_and_focus_and_looks_again) {
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().emptyQueue(); }),
+            aScanBegins + Names({"disk", "lastTrashed", "queue", "queueOpen", "trashCount"}));
+}
+
+// The Trash.
+
+TEST_F(SideEffects, trashing_the_focus_keeps_selection_and_queue_and_looks_again) {
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().trashFocused(); }),
+            aScanBegins + Names({"lastTrashed", "toast"}));
+}
+
+TEST_F(SideEffects, trashing_a_critical_focus_warns_and_changes_nothing_else) {
+  session().setFocused(folder("/home/user", 1));
+  EXPECT_EQ(changedBy([&] { session().trashFocused(); }), Names{"criticalWarning"});
+}
+
+TEST_F(SideEffects, trashing_from_the_menu_takes_the_menu_away_and_looks_again) {
+  EXPECT_EQ(changedBy([&] { session().trash(*session().menuNode()); }),
+            aScanBegins + Names({"menuNode"}));
+  EXPECT_FALSE(machine_.trash.has("/data/film"));
+}
+
+TEST_F(SideEffects, trashing_a_critical_item_from_the_menu_warns_and_looks_at_nothing) {
+  EXPECT_EQ(changedBy([&] { session().trash(folder("/usr/bin", 1)); }),
+            (Names{"criticalWarning", "menuNode"}));
+}
+
+TEST_F(SideEffects, answers_to_the_warning_take_it_away) {
+  machine_.trash.put("/usr/lib");
+  EXPECT_EQ(changedBy([&] { session().dismissWarning(); }), Names{"criticalWarning"});
+  session().setCriticalWarning(folder("/usr/lib", 1));
+  EXPECT_EQ(changedBy([&] { session().overruleWarning(); }),
+            aScanBegins + Names({"criticalWarning"}));
+  EXPECT_FALSE(machine_.trash.has("/usr/lib"));
+}
+
+TEST_F(SideEffects, putting_back_keeps_selection_and_queue_and_looks_again) {
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().undoTrash(); }),
+            aScanBegins + Names({"disk", "lastTrashed", "toast", "trashCount"}));
+  EXPECT_TRUE(machine_.trash.has("/data/gone"));
+  const std::size_t before = walks().ran();
+  runWalks();
+  ASSERT_EQ(walks().ran(), before + 1);
+  EXPECT_EQ(walks().at(before).root, "/data");
+}
+
+TEST_F(SideEffects, putting_back_nothing_changes_nothing) {
+  willFind(tree_);
+  session().undoTrash();
+  dispatch().drainAll();
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().undoTrash(); }), Names{});
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
+}
+
+// Scans.
+
+TEST_F(SideEffects, the_start_of_a_scan_keeps_tree_selection_and_queue) {
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().scan("/else"); }), aScanBegins + Names({"scanRoot"}));
+}
+
+TEST_F(SideEffects, the_end_of_a_scan_keeps_focus_selection_queue_and_menu) {
+  session().scan("/else");
+  session().setPane(MainPane::apps);
+  changeTheMachine();
+  date_ += std::chrono::hours(1);
+  willFind(folder("/else", 9 * MiB, {file("/else/x", 9 * MiB), folder("/else/bare", 0)}));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }),
+            (Names{"deltas", "disk", "emptyFolders", "history", "largest", "progress", "recents",
+                   "scanPercent", "scanStats", "stack", "status", "toast", "trashCount", "volumes",
+                   "marrow.lastScanRoot", "marrow.recents"}));
+  EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/film", "/data/song"}));
+  EXPECT_EQ(session().queue(), (std::vector<DiskNode>{song_, note_}));
+}
+
+TEST_F(SideEffects, a_scan_that_reads_nothing_ends_and_changes_nothing_else) {
+  session().scan("/else");
+  changeTheMachine();
+  willFind(folder("/else", 0));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"status"});
+}
+
+TEST_F(SideEffects, cancelling_keeps_tree_selection_and_queue) {
+  walks().at(walks().ran()).during = [](const DiskScanner::Callbacks& callbacks) {
+    callbacks.progress("50%  x");
+    callbacks.percent(0.5);
+  };
+  session().scan("/else");
+  runWalks();
+  dispatch().step(Queue::main);
+  dispatch().step(Queue::main);
+  EXPECT_EQ(changedBy([&] { session().cancel(); }), (Names{"progress", "scanPercent", "status"}));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{});
+}
+
+TEST_F(SideEffects, progress_changes_no_more_than_it_tells) {
+  walks().at(walks().ran()).during = [](const DiskScanner::Callbacks& callbacks) {
+    callbacks.progress("50%  x");
+    callbacks.percent(0.5);
+  };
+  session().scan("/else");
+  runWalks();
+  EXPECT_EQ(changedBy([&] {
+              dispatch().step(Queue::main);
+              dispatch().step(Queue::main);
+            }),
+            (Names{"progress", "scanPercent"}));
+}
+
+// Comparing and watching.
+
+TEST_F(SideEffects, comparing_shows_its_mode_and_later_its_rows) {
+  folderPanel_.answer = "/third";
+  willFind(folder("/third", MiB, {file("/third/film", MiB)}));
+  EXPECT_EQ(changedBy([&] { session().compareWithFolder(); }), (Names{"compareNames", "vizMode"}));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"compareRows"});
+}
+
+TEST_F(SideEffects, watching_changes_what_is_told_of_it_alone) {
+  EXPECT_EQ(changedBy([&] { session().stopWatch(); }),
+            (Names{"watchGrew", "watchPath", "watching"}));
+  EXPECT_EQ(changedBy([&] { session().startWatch(); }), (Names{"watchPath", "watching"}));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"toast"});
+  watched_["/data/big"] = 9 * MiB;
+  session().pollWatch();
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"toast", "watchGrew"}));
+}
+
+// Choices.
+
+TEST_F(SideEffects, choices_change_their_own_field_and_setting_alone) {
+  EXPECT_EQ(changedBy([&] { session().toggleFilter("xcode"); }),
+            (Names{"filters", "marrow.filters"}));
+  EXPECT_EQ(changedBy([&] { session().toggleSkip("docker"); }),
+            (Names{"filters", "marrow.filters"}));
+  EXPECT_EQ(changedBy([&] { session().toggleSkip("nothing"); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().togglePin("/data/film"); }), (Names{"pins", "marrow.pins"}));
+  EXPECT_EQ(changedBy([&] { session().removeExclude("/data/left out"); }),
+            (Names{"excludes", "marrow.excludes"}));
+  folderPanel_.answer = "/data/big";
+  EXPECT_EQ(changedBy([&] { session().addExclude(); }),
+            (Names{"excludes", "marrow.excludes", "toast"}));
+  EXPECT_EQ(changedBy([&] { session().addExclude(); }), Names{});
+  folderPanel_.answer.reset();
+  EXPECT_EQ(changedBy([&] { session().addExclude(); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().chooseFolder(); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().compareWithFolder(); }), Names{});
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
+}
+
+TEST_F(SideEffects, a_filter_is_switched_in_the_one_way_that_is_asked_for) {
+  const auto switches = [&](const std::string& id) {
+    for (const BloatFilter& filter : session().filters())
+      if (filter.id == id) return std::pair(filter.enabled, filter.skipScan);
+    return std::pair(false, false);
+  };
+  EXPECT_EQ(switches("docker"), std::pair(true, false));
+  EXPECT_EQ(switches("xcode"), std::pair(false, true));
+  int switched = 0;
+  for (const BloatFilter& filter : session().filters())
+    switched += filter.enabled || filter.skipScan ? 1 : 0;
+  EXPECT_EQ(switched, 2);
+}
+
+TEST_F(SideEffects, a_report_changes_nothing) {
+  const TempTree place;
+  machine_.savePanel.answer = place.at("report.json");
+  EXPECT_EQ(changedBy([&] { session().exportJSON(); }), Names{});
+}
+
+TEST_F(SideEffects, a_look_at_the_disk_changes_its_figures_alone) {
+  changeTheMachine();
+  EXPECT_EQ(changedBy([&] { session().refreshDisk(); }), (Names{"disk", "trashCount"}));
+}
+
+TEST_F(SideEffects, messages_change_themselves_alone) {
+  EXPECT_EQ(changedBy([&] { session().flash("Hello"); }), Names{"toast"});
+  dispatch().advance(std::chrono::milliseconds(2800));
+  EXPECT_EQ(changedBy([&] { runMain(); }), Names{"toast"});
+  EXPECT_EQ(changedBy([&] { session().tellFailure("Another"); }), Names{"failures"});
+  EXPECT_EQ(changedBy([&] { session().dismissFailure(); }), Names{"failures"});
+}
+
+// The next run of the program.
+
+TEST_F(SideEffects, the_next_run_knows_choices_and_tree_and_no_selection_queue_or_undo) {
+  const auto recents = session().recents();
+  const auto pins = session().pins();
+  const auto excludes = session().excludes();
+  const auto filters = session().filters();
+  const auto history = session().history();
+  restart();
+  EXPECT_EQ(session().recents(), recents);
+  EXPECT_EQ(session().pins(), pins);
+  EXPECT_EQ(session().excludes(), excludes);
+  EXPECT_EQ(session().filters(), filters);
+  EXPECT_EQ(session().history(), history);
+  EXPECT_EQ(stackPaths(), std::vector<std::string>{"/data"});
+  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_TRUE(session().selected().empty());
+  EXPECT_TRUE(session().queue().empty());
+  EXPECT_FALSE(session().queueOpen());
+  EXPECT_FALSE(session().focused());
+  EXPECT_TRUE(session().lastTrashed().empty());
+  EXPECT_FALSE(session().heatmap());
+  EXPECT_FALSE(session().watching());
+  EXPECT_TRUE(session().compareRows().empty());
+  EXPECT_TRUE(session().failures().empty());
+}
+
+}  // namespace
+}  // namespace tessaly
