@@ -334,6 +334,16 @@ TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
   EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
 }
 
+TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen_and_not_of_the_root) {
+  df_ = twoVolumes;
+  scanTo(folder("/media", 2, {folder("/media/stick", 2, {file("/media/stick/film", 2)})}));
+  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+  session().open(session().current()->children().front());
+  EXPECT_EQ(session().currentVolumeName(), "stick");
+  session().back();
+  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+}
+
 TEST_F(ScanSessionCompletion, focus_selection_queue_and_menu_stay_even_if_the_tree_lacks_them) {
   scanTo(sampleTree());
   const DiskNode disk = file("/data/disk.iso", 20 * MiB);

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "session/SessionFixture_test.h"
-#include "support/PlainFiles.h"
 #include "support/SessionRecord.h"
 
 namespace tessaly {
@@ -52,6 +51,11 @@ class SideEffects : public SessionFixture {
     session().scan("/data");
     dispatch().drainAll();
 
+    session().setFocused(gone_);
+    willFind(tree_);
+    session().trashFocused();
+    dispatch().drainAll();
+
     willFind(folder("/data", 5 * MiB, {file("/data/film", 5 * MiB)}));
     folderPanel_.answer = "/else";
     session().compareWithFolder();
@@ -61,10 +65,6 @@ class SideEffects : public SessionFixture {
     session().pollWatch();
     dispatch().drainAll();
 
-    session().setFocused(gone_);
-    willFind(tree_);
-    session().trashFocused();
-    dispatch().drainAll();
     folderPanel_.answer = "/data/left out";
     session().addExclude();
     session().togglePin("/data/big");
@@ -89,6 +89,11 @@ class SideEffects : public SessionFixture {
     session().flash("Before");
     ASSERT_EQ(session().status(), ScanStatus::complete);
     ASSERT_EQ(session().progress(), "");
+    ASSERT_FALSE(session().compareRows().empty());
+    ASSERT_FALSE(session().watchGrew().empty());
+    ASSERT_FALSE(session().lastTrashed().empty());
+    ASSERT_FALSE(session().deltas().empty());
+    ASSERT_FALSE(session().emptyFolders().empty());
   }
 
   // Makes the machine another than the session knows.
@@ -441,6 +446,22 @@ TEST_F(SideEffects, messages_change_themselves_alone) {
   EXPECT_EQ(changedBy([&] { runMain(); }), Names{"toast"});
   EXPECT_EQ(changedBy([&] { session().tellFailure("Another"); }), Names{"failures"});
   EXPECT_EQ(changedBy([&] { session().dismissFailure(); }), Names{"failures"});
+}
+
+TEST_F(SideEffects, what_is_shown_is_changed_one_field_at_a_time) {
+  EXPECT_EQ(changedBy([&] { session().setPane(MainPane::apps); }), Names{"pane"});
+  EXPECT_EQ(changedBy([&] { session().setVizMode(VizMode::history); }), Names{"vizMode"});
+  EXPECT_EQ(changedBy([&] { session().setHeatmap(false); }), Names{"heatmap"});
+  EXPECT_EQ(changedBy([&] { session().setSearchOpen(false); }), Names{"searchOpen"});
+  EXPECT_EQ(changedBy([&] { session().setSearchOpen(true); }), Names{"searchOpen"});
+  EXPECT_EQ(changedBy([&] { session().setAiOpen(false); }), Names{"aiOpen"});
+  EXPECT_EQ(changedBy([&] { session().setOcrOpen(false); }), Names{"ocrOpen"});
+  EXPECT_EQ(changedBy([&] { session().setQueueOpen(false); }), Names{"queueOpen"});
+  EXPECT_EQ(changedBy([&] { session().setQueueMinimized(false); }), Names{"queueMinimized"});
+  EXPECT_EQ(changedBy([&] { session().setFocused(std::nullopt); }), Names{"focused"});
+  EXPECT_EQ(changedBy([&] { session().setMenuNode(std::nullopt); }), Names{"menuNode"});
+  EXPECT_EQ(changedBy([&] { session().setCriticalWarning(std::nullopt); }),
+            Names{"criticalWarning"});
 }
 
 // The next run of the program.

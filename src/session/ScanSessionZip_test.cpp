@@ -17,6 +17,7 @@
 #include "reclaim/ZipEngine.h"
 #include "session/ZipFixture_test.h"
 #include "support/PlainFiles.h"
+#include "support/SessionRecord.h"
 
 namespace tessaly {
 namespace {
@@ -179,6 +180,28 @@ TEST_F(ZipThenTrash, clears_the_selection_and_looks_again) {
   EXPECT_EQ(session().scanRoot(), disk_.path());
   machine_.dispatch.drainAll();
   EXPECT_EQ(walks_, walks + 1);
+}
+
+TEST_F(ZipThenTrash, changes_what_it_moves_and_keeps_the_focus) {
+  using Names = SessionRecord::Names;
+  session().addToQueue(film_);
+  session().addToQueue(song_);
+  session().setQueueMinimized(true);
+  session().selectNodes({film_}, false);
+  session().setFocused(note_);
+  session().setVizMode(VizMode::largest);
+  session().setPane(MainPane::apps);
+  {
+    const SessionRecord record(session(), machine_.settings);
+    session().zipThenTrash({film_});
+    runArchive();
+    EXPECT_EQ(record.changed(), Names{"toast"});
+  }
+  const SessionRecord record(session(), machine_.settings);
+  bringHome();
+  EXPECT_EQ(record.changed(), (Names{"lastTrashed", "pane", "progress", "queue", "scanPercent",
+                                     "selection", "status", "toast"}));
+  EXPECT_EQ(record.announced(), record.changedFields());
 }
 
 TEST_F(ZipThenTrash, looks_at_the_disk_again_at_once) {

@@ -236,15 +236,6 @@ TEST_F(WindowLook, of_the_toast) {
   EXPECT_EQ(text->mapToItem(panel, QPointF(text->width(), 0)).x(), panel->width() - 14);
 }
 
-TEST_F(WindowLook, of_a_toast_that_takes_no_click) {
-  scan();
-  session().flash("Hello");
-  QQuickItem* const panel = item("toastPanel");
-  clickAt(QPoint(640, 820 - 20 - static_cast<int>(panel->height() / 2)));
-  // What lies there is a tile, and it got the click.
-  ASSERT_TRUE(session().focused().has_value());
-}
-
 TEST_F(WindowLook, of_a_toast_that_comes_up_from_the_edge_and_fades) {
   QQuickItem* const panel = window().findChild<QQuickItem*>("toastPanel");
   ASSERT_NE(panel, nullptr);

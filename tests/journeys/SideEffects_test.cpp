@@ -1,0 +1,179 @@
+// What the controls of the window change of the session: what they are there for, and nothing else.
+#include <gmock/gmock.h>
+#include <string>
+
+#include <QTest>
+
+#include "journeys/Journey.h"
+#include "support/SessionRecord.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using Names = SessionRecord::Names;
+using testing::IsEmpty;
+
+const Names aScanBegins = {"pane", "progress", "scanPercent", "status"};
+
+class SideEffectsJourney : public Journey {
+ protected:
+  SideEffectsJourney()
+      : Journey(
+            "Movies/\n"
+            "  2023/\n"
+            "    beach.mp4 6M\n"
+            "  trailer.mov 3M\n"
+            "Code/\n"
+            "  main.cpp 4M\n"
+            "notes.txt 3M\n"
+            "song.mp3 3M\n") {
+    for (const char* below : {"Movies", "Code", "notes.txt", "song.mp3"})
+      machine_.trash.put(tree_.at(below), below);
+    session().scanHome();
+    finishScan();
+    session().setFocused(node("song.mp3"));
+    session().trashFocused();
+    finishScan();
+    // The pointer is on no tile, and something is in every field that could be lost.
+    hoverAt(QPoint(640, 5));
+    session().selectNodes({node("notes.txt"), node("Code")}, false);
+    session().setFocused(node("Code"));
+    session().flash("Before");
+    settle(window());
+  }
+
+  DiskNode node(const std::string& name) {
+    for (const DiskNode& child : session().stack().front().children())
+      if (child.name() == name) return child;
+    ADD_FAILURE() << "no " << name;
+    return {};
+  }
+
+  template <class Step>
+  Names changedBy(Step step) {
+    const SessionRecord record(session(), machine_.settings);
+    step();
+    settle(window());
+    return record.changed();
+  }
+  Names changedByClicking(const QString& name) {
+    return changedBy([&] { click(name); });
+  }
+};
+
+TEST_F(SideEffectsJourney, the_pointer_on_a_tile_changes_the_focus_alone) {
+  EXPECT_EQ(changedBy([&] { hoverAt(tilePoint("notes.txt")); }), Names{"focused"});
+  EXPECT_EQ(changedBy([&] { hoverAt(QPoint(640, 5)); }), Names{});
+}
+
+TEST_F(SideEffectsJourney, a_click_on_a_file_changes_the_focus_alone) {
+  EXPECT_EQ(changedBy([&] { clickAt(tilePoint("notes.txt")); }), Names{"focused"});
+  EXPECT_EQ(workspace_.revealed.size(), 1U);
+}
+
+TEST_F(SideEffectsJourney, a_click_on_a_folder_empties_the_selection_and_enters_it) {
+  EXPECT_EQ(changedBy([&] { clickAt(tilePoint("Movies")); }),
+            (Names{"focused", "selection", "stack"}));
+  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_FALSE(shows("clearSelection"));
+}
+
+TEST_F(SideEffectsJourney, a_click_with_shift_changes_selection_and_focus_alone) {
+  EXPECT_EQ(changedBy([&] { clickHolding(Qt::ShiftModifier, tilePoint("Movies")); }),
+            (Names{"focused", "selection"}));
+}
+
+TEST_F(SideEffectsJourney, a_click_with_command_keeps_the_selection) {
+  EXPECT_EQ(changedBy([&] { clickHolding(Qt::ControlModifier, tilePoint("notes.txt")); }),
+            (Names{"focused", "queue", "queueOpen", "toast"}));
+}
+
+TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
+  session().open(node("Movies"));
+  session().open(session().current()->children()[0]);
+  session().selectNodes({node("notes.txt")}, false);
+  settle(window());
+  EXPECT_EQ(changedByClicking("back"), Names{"stack"});
+  EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "chip")[1])); }),
+            Names{});
+  EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "chip")[0])); }),
+            Names{"stack"});
+}
+
+TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
+  // Wide enough to show the whole row beside what can be done with the selection.
+  window().resize(1800, 820);
+  session().addToQueue(node("notes.txt"));
+  session().setQueueMinimized(true);
+  for (const char* mode : {"listMode", "grewMode", "duplicatesMode", "compareMode", "largestMode",
+                           "clonesMode", "historyMode", "safeMode", "treemapMode"})
+    EXPECT_EQ(changedByClicking(mode), Names{"vizMode"}) << mode;
+  EXPECT_EQ(changedByClicking("treemapMode"), Names{});
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(changedByClicking("heatmap"), Names{"heatmap"});
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(changedByClicking("watch"), (Names{"watchPath", "watching"}));
+}
+
+TEST_F(SideEffectsJourney, the_acts_on_the_selection_change_what_they_say) {
+  EXPECT_EQ(changedByClicking("queueSelection"),
+            (Names{"queue", "queueOpen", "selection", "toast"}));
+  session().selectNodes({node("notes.txt")}, false);
+  EXPECT_EQ(changedByClicking("clearSelection"), Names{"selection"});
+}
+
+TEST_F(SideEffectsJourney, the_way_back_from_the_trash_looks_again) {
+  EXPECT_EQ(changedByClicking("putBack"),
+            (Names{"lastTrashed", "progress", "scanPercent", "status", "toast"}));
+  EXPECT_EQ(session().toast(), "Put back 1 item");
+  EXPECT_TRUE(shows("banner"));
+}
+
+TEST_F(SideEffectsJourney, the_bars_change_one_field_each) {
+  EXPECT_EQ(changedByClicking("showApps"), Names{"pane"});
+  EXPECT_EQ(changedByClicking("showPulse"), Names{"pane"});
+  EXPECT_EQ(changedByClicking("showMap"), Names{"pane"});
+  EXPECT_EQ(changedByClicking("openAssistant"), Names{"aiOpen"});
+  EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"aiOpen"});
+  EXPECT_EQ(changedByClicking("openInbox"), Names{"ocrOpen"});
+  EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"ocrOpen"});
+  EXPECT_EQ(changedByClicking("searchField"), Names{"searchOpen"});
+  EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"searchOpen"});
+}
+
+TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
+  session().addToQueue(node("notes.txt"));
+  session().addToQueue(node("Code"));
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(changedByClicking("queueHeader"), Names{"queueMinimized"});
+  EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "remove")[0])); }),
+            Names{"queue"});
+  EXPECT_EQ(changedByClicking("clear"), (Names{"queue", "queueOpen"}));
+}
+
+TEST_F(SideEffectsJourney, the_cancel_of_a_rescan_keeps_all_that_is_on_screen) {
+  session().open(node("Movies"));
+  session().selectNodes({node("notes.txt")}, false);
+  session().rescan();
+  settle(window());
+  EXPECT_EQ(changedByClicking("cancel"), (Names{"progress", "status"}));
+}
+
+TEST_F(SideEffectsJourney, the_end_of_a_rescan_keeps_focus_selection_and_queue) {
+  session().addToQueue(node("notes.txt"));
+  session().setQueueMinimized(true);
+  session().rescan();
+  settle(window());
+  const Names changed = changedBy([&] { finishScan(); });
+  for (const char* name : {"focused", "selection", "queue", "queueOpen", "queueMinimized",
+                           "vizMode", "heatmap", "pane", "pins", "excludes", "filters"})
+    EXPECT_FALSE(changed.contains(name)) << name;
+  EXPECT_TRUE(shows("clearSelection"));
+  EXPECT_TRUE(shows("cleanupQueue"));
+}
+
+TEST_F(SideEffectsJourney, another_size_of_the_window_changes_nothing) {
+  EXPECT_EQ(changedBy([&] { window().resize(1100, 680); }), Names{});
+}
+
+}  // namespace
+}  // namespace tessaly

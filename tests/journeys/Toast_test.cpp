@@ -1,0 +1,133 @@
+// The short message at the bottom of the window takes nothing of what is done to what lies under
+// it.
+#include <gmock/gmock.h>
+
+#include <QTest>
+
+#include "app/map/TreemapSurface.h"
+#include "journeys/Journey.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class ToastJourney : public Journey {
+ protected:
+  ToastJourney()
+      : Journey(
+            "Movies/\n"
+            "  beach.mp4 6M\n"
+            "notes.txt 2M\n") {
+    session().scanHome();
+    finishScan();
+    // Away from where the pointer of an earlier test may be.
+    hoverAt(QPoint(640, 5));
+  }
+
+  QRectF toast() {
+    QQuickItem* const panel = item("toastPanel");
+    if (panel == nullptr) return {};
+    EXPECT_EQ(panel->opacity(), 1);
+    return panel->mapRectToScene(QRectF(0, 0, panel->width(), panel->height()));
+  }
+  // A point on the symbol, on the text, and on the panel around them.
+  std::vector<QPoint> points() {
+    const QRectF panel = toast();
+    return {middleOf(item("toastSymbol")), middleOf(item("toast")),
+            QPointF(panel.left() + 5, panel.top() + 4).toPoint()};
+  }
+  // The item whose tile lies at this point of the window.
+  std::string under(QPoint point) {
+    auto* const canvas = qobject_cast<TreemapSurface*>(item("canvas"));
+    if (canvas == nullptr) return "no canvas";
+    const auto index = canvas->tiles().at(canvas->mapFromScene(QPointF(point)));
+    return index ? canvas->tiles()[*index].rect.node.path() : "no tile";
+  }
+};
+
+TEST_F(ToastJourney, lets_a_click_through_to_the_tile_under_it) {
+  session().flash("Hello");
+  for (const QPoint point : points()) {
+    ASSERT_EQ(under(point), tree_.at("Movies/beach.mp4"));
+    workspace_.revealed.clear();
+    clickAt(point);
+    EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(under(point))));
+  }
+  EXPECT_EQ(text("toast"), QStringLiteral("Hello"));
+}
+
+TEST_F(ToastJourney, lets_a_click_with_shift_and_with_command_through) {
+  session().flash("Hello");
+  clickHolding(Qt::ShiftModifier, points().front());
+  EXPECT_THAT(session().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
+  clickHolding(Qt::ControlModifier, points().front());
+  ASSERT_THAT(session().queue(), SizeIs(1));
+  EXPECT_EQ(session().queue().front().path(), tree_.at("Movies/beach.mp4"));
+}
+
+TEST_F(ToastJourney, lets_the_pointer_through_and_its_other_button) {
+  session().flash("Hello");
+  const QPoint point = points()[1];
+  ASSERT_FALSE(session().focused().has_value());
+  hoverAt(point);
+  ASSERT_TRUE(session().focused().has_value());
+  EXPECT_EQ(session().focused()->path(), under(point));
+  EXPECT_TRUE(shows("mapTooltip"));
+  QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, point);
+  EXPECT_TRUE(shows("tileReveal"));
+}
+
+TEST_F(ToastJourney, lets_a_band_begin_under_it) {
+  session().flash("Hello");
+  const QPoint from = points().back();
+  const QPoint to = from - QPoint(60, 60);
+  QTest::mouseMove(&window(), from);
+  QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
+  QTest::mouseMove(&window(), from - QPoint(30, 30));
+  QTest::mouseMove(&window(), to);
+  QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, to);
+  settle(window());
+  EXPECT_THAT(session().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
+}
+
+TEST_F(ToastJourney, lets_clicks_through_to_the_buttons_under_a_long_text) {
+  session().addToQueue(session().current()->children()[1]);
+  session().flash(std::string(400, 'W'));
+  const QPoint clear = middleOf(item("clear"));
+  ASSERT_TRUE(toast().contains(clear));
+  clickAt(clear);
+  EXPECT_THAT(session().queue(), IsEmpty());
+  EXPECT_FALSE(session().queueOpen());
+}
+
+TEST_F(ToastJourney, holds_nothing_that_the_keyboard_comes_to) {
+  session().flash("Hello");
+  const QQuickItem* const panel = item("toastPanel");
+  press(Qt::Key_Tab);
+  QQuickItem* const first = window().activeFocusItem();
+  for (int stop = 0; stop < 200; ++stop) {
+    ASSERT_NE(window().activeFocusItem(), nullptr);
+    EXPECT_FALSE(panel == window().activeFocusItem() ||
+                 panel->isAncestorOf(window().activeFocusItem()));
+    press(Qt::Key_Tab);
+    if (window().activeFocusItem() == first) return;
+  }
+  ADD_FAILURE() << "Tab does not come round";
+}
+
+// Unlike the message, what failed stays until it is told to go, and has a button for that.
+TEST_F(ToastJourney, stays_when_the_line_that_tells_a_failure_is_dismissed) {
+  session().tellFailure("Something did not move");
+  session().flash("Hello");
+  click("dismissFailure");
+  EXPECT_THAT(session().failures(), IsEmpty());
+  EXPECT_FALSE(shows("failureLine"));
+  EXPECT_EQ(text("toast"), QStringLiteral("Hello"));
+}
+
+}  // namespace
+}  // namespace tessaly
