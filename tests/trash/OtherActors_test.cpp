@@ -147,6 +147,37 @@ TEST_F(OtherActor, that_takes_the_name_over_before_the_item_comes_keeps_its_reco
   EXPECT_GT(exchanges, 5U);
 }
 
+// It takes our record, of which there is no item yet, for one left over, and then throws away
+// something of the same name. So our item cannot have that name; what we give up is our own record.
+TEST_F(OtherActor, that_throws_away_an_item_of_the_name_keeps_its_record) {
+  const auto act = [&] { return told(disk_->mover().moveToTrash(film())); };
+  const std::size_t lastStop = stopAfterMove(SystemCallTrace::of(act));
+  std::size_t exchanges = 0;
+  for (std::size_t stop = 1; stop <= lastStop; ++stop) {
+    disk_ = freshDisk();
+    const std::string other = "[Trash Info]\nPath=" + disk_->at("elsewhere/film") + "\n";
+    bool isTaken = false;
+    const auto throwAway = [&] {
+      if (isThere(inTrash())) return;
+      isTaken = fs::remove(info());
+      if (!isTaken) return;
+      putFile(info(), other);
+      fs::rename(disk_->at("elsewhere/film"), inTrash());
+    };
+    const TracedRun run = SystemCallTrace::interruptedAt(stop, throwAway, act);
+    ASSERT_EQ(run.end, End::finished) << run.told;
+    EXPECT_EQ(run.told, "") << stop;
+    if (!isTaken) continue;
+    ++exchanges;
+    EXPECT_EQ(contentOf(inTrash()), "the second") << stop;
+    EXPECT_EQ(contentOf(info()), other) << stop;
+    const std::string place = disk_->homeTrash() + "/files/film.2";
+    EXPECT_EQ(contentOf(place), "first") << stop;
+    EXPECT_EQ(recordedPath(place), film()) << stop;
+  }
+  EXPECT_GT(exchanges, 5U);
+}
+
 TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_and_its_record) {
   std::size_t refusals = 0;
   std::size_t stop = 1;

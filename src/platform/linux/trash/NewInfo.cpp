@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -52,8 +53,9 @@ bool NewInfo::create(std::string_view content) {
     return ::openat(folder_.get(), name_.c_str(), flags, 0600);
   }));
   if (!file) return false;
+  held_ = FileDescriptor(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
   // An interrupted close has closed all the same.
-  const bool isWritten = writeAll(file, content) &&
+  const bool isWritten = held_ && writeAll(file, content) &&
                          uninterrupted([&] { return ::fsync(file.get()); }) == 0 &&
                          (file.close() == 0 || errno == EINTR);
   if (isWritten) {
@@ -68,11 +70,22 @@ void NewInfo::remove() {
   const int code = errno;
   if (reserved_) {
     reserved_->giveBack();
-  } else {
+  } else if (hasItsName()) {
     ::unlinkat(folder_.get(), name_.c_str(), 0);
   }
   errno = code;
   isThere_ = false;
+}
+
+// Another program may have taken it for a record left over, and stored one of its own.
+bool NewInfo::hasItsName() const {
+  // It was made just now.
+  if (!held_) return true;
+  struct stat own {};
+  struct stat there {};
+  return ::fstat(held_.get(), &own) == 0 &&
+         ::fstatat(folder_.get(), name_.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+         own.st_dev == there.st_dev && own.st_ino == there.st_ino;
 }
 
 }  // namespace tessaly
