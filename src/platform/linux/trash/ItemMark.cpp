@@ -30,10 +30,11 @@ bool keepsNumbers(const FileDescriptor& folder) {
 
 bool ItemMark::isSameItem(const ItemMark& other) const {
   if (type != other.type || born != other.born) return false;
-  if (hasStableNumber) return identity.isSameItem(other.identity);
-  return identity.deviceMajor == other.identity.deviceMajor &&
-         identity.deviceMinor == other.identity.deviceMinor && size == other.size &&
-         changed == other.changed;
+  const bool isOneNumber = hasStableNumber ? identity.isSameItem(other.identity)
+                                           : identity.deviceMajor == other.identity.deviceMajor &&
+                                                 identity.deviceMinor == other.identity.deviceMinor;
+  const bool isKnownByNumber = hasStableNumber && born != 0;
+  return isOneNumber && (isKnownByNumber || (size == other.size && changed == other.changed));
 }
 
 bool ItemMark::isUnchanged(const ItemMark& other) const {

@@ -14,16 +14,15 @@ struct ItemMark {
   ItemIdentity identity;
   mode_t type = 0;  // S_IFREG and the like
   std::uint64_t size = 0;
-  // When the content was last changed, in nanoseconds since 1970.
-  std::int64_t changed = 0;
-  // The later of that and of the last change to the attributes, in seconds since 1970.
-  std::int64_t lastTouched = 0;
-  // In nanoseconds since 1970; 0 where the file system does not tell.
-  std::int64_t born = 0;
-  // Some file systems number an item anew each time that it is looked up. There its size and the
-  // time of its content stand for the number.
+  // Times are since 1970.
+  std::int64_t changed = 0;      // the content, in nanoseconds
+  std::int64_t lastTouched = 0;  // the content or the attributes, in seconds
+  std::int64_t born = 0;         // in nanoseconds; 0 where the file system does not tell
+  // Some file systems number an item anew each time that it is looked up.
   bool hasStableNumber = true;
 
+  // Where there is no stable number, or no birth to tell that a number was given again, the size
+  // and the time of the content must be the same as well.
   bool isSameItem(const ItemMark& other) const;
   // The same, and nothing was written to it.
   bool isUnchanged(const ItemMark& other) const;
