@@ -71,6 +71,9 @@ tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenR
 
 int main(int, char** argv) {
   tessaly::SizeLimit::failWritesBeyond();
+  // Not all libraries see to it, and the end of the display or of the message bus comes when the
+  // session ends.
+  tessaly::OwnConnections::failWritesToEnded();
   const auto display = tessaly::DisplayFacts::ofThisMachine();
   std::string platform = tessaly::platformFor(display);
   if (platform.empty()) {

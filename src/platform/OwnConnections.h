@@ -7,6 +7,11 @@
 
 namespace tessaly::OwnConnections {
 
+// A write to a connection or a pipe of which the other end is gone fails from now on (EPIPE), in
+// place of ending the program. Programs that a Process starts do not inherit this. To be called
+// before there are other threads.
+void failWritesToEnded();
+
 // Ends all connections by socket that this process has opened, at once for the other ends, but for
 // the one of descriptor `spared` (-1 for none). What had been sent arrives. Standard streams and
 // connections that the process was started with are left alone: others use them too.

@@ -1,6 +1,7 @@
 #include "platform/OwnConnections.h"
 
 #include <charconv>
+#include <csignal>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -20,6 +21,10 @@ bool isOurs(int descriptor) {
 }
 
 }  // namespace
+
+void failWritesToEnded() {
+  std::signal(SIGPIPE, SIG_IGN);
+}
 
 void shutDown(int spared) {
   const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir("/proc/self/fd"), ::closedir);

@@ -1,6 +1,7 @@
 #include "platform/OwnConnections.h"
 
 #include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -72,6 +73,17 @@ TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
               return inherited.read() + " " + standard.read() + " " + own.read();
             }),
             "open open ");
+}
+
+TEST(OwnConnections, end_no_program_that_writes_to_one_which_has_ended) {
+  EXPECT_EQ(inForkedChild([]() -> std::string {
+              OwnConnections::failWritesToEnded();
+              const Pair pair;
+              OwnConnections::shutDown();
+              if (::write(pair.ours.get(), "late", 4) != -1 || errno != EPIPE) return "written";
+              return "";
+            }),
+            "");
 }
 
 TEST(OwnConnections, are_no_files) {
