@@ -9,6 +9,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "platform/linux/AllocatedBytes.h"
+
 namespace tessaly::walk {
 
 namespace {
@@ -148,9 +150,9 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
               STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE, &attributes) == 0) {
       record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
       record.hasAttributes = true;
-      record.allocatedSize = static_cast<std::int64_t>((attributes.stx_mask & STATX_BLOCKS) != 0
-                                                           ? attributes.stx_blocks * 512
-                                                           : attributes.stx_size);
+      record.allocatedSize = (attributes.stx_mask & STATX_BLOCKS) != 0
+                                 ? bytesOfBlocks(attributes.stx_blocks)
+                                 : static_cast<std::int64_t>(attributes.stx_size);
       record.mtime = seconds(attributes.stx_mtime.tv_sec, attributes.stx_mtime.tv_nsec);
     }
   }

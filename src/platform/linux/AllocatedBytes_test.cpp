@@ -1,0 +1,25 @@
+#include "platform/linux/AllocatedBytes.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaly {
+namespace {
+
+constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max() / 512;
+
+TEST(AllocatedBytes, are_512_a_block_up_to_the_largest_size) {
+  EXPECT_EQ(bytesOfBlocks(0), 0);
+  EXPECT_EQ(bytesOfBlocks(8), 4096);
+  EXPECT_EQ(bytesOfBlocks(most), std::numeric_limits<std::int64_t>::max() - 511);
+}
+
+TEST(AllocatedBytesDeath, that_no_size_can_hold_end_the_program) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  // The last two would come out as 0 and as 512 bytes less than nothing.
+  EXPECT_DEATH(bytesOfBlocks(most + 1), "size overflow");
+  EXPECT_DEATH(bytesOfBlocks(std::uint64_t{1} << 55U), "size overflow");
+  EXPECT_DEATH(bytesOfBlocks(std::numeric_limits<std::uint64_t>::max()), "size overflow");
+}
+
+}  // namespace
+}  // namespace tessaly
