@@ -21,6 +21,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/MountSnapshot.h"
+
 namespace tessaly {
 
 class DirectoryWalk {
@@ -64,8 +66,10 @@ class DirectoryWalk {
   using Decide = std::function<Descent(const Candidate&)>;
 
   // `root` is an absolute path without links. `threads` counts the caller's; 0 means two to four,
-  // by the number of cores.
-  DirectoryWalk(const std::string& root, Decide decide, int threads = 0);
+  // by the number of cores. Where the system refuses a thread there are fewer, down to the caller's
+  // alone. `mounts` is what the walk takes for what is mounted; where it is null, the walk asks.
+  DirectoryWalk(const std::string& root, Decide decide, int threads = 0,
+                const std::shared_ptr<const MountSnapshot>& mounts = nullptr);
   ~DirectoryWalk();
   DirectoryWalk(const DirectoryWalk&) = delete;
   DirectoryWalk& operator=(const DirectoryWalk&) = delete;

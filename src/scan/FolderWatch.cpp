@@ -47,7 +47,9 @@ FolderSnapshot snapshot(const std::string& path, const IsCancelled& isCancelled)
     if (!isPackageName(candidate.name)) folders.insert(pathOf(candidate.name));
     return DirectoryWalk::Descent{.enter = false};
   };
-  DirectoryWalk children(snapshot.path, onlyTell, threads);
+  // Asked for once and not by each of the walks, of which there may be thousands.
+  const std::shared_ptr<const MountSnapshot> mounts = mountsOfNow();
+  DirectoryWalk children(snapshot.path, onlyTell, threads, mounts);
   while (const Item* item = children.next()) {
     if (isCancelled && isCancelled()) return snapshot;
     if (item->type == Type::link) continue;
@@ -57,14 +59,17 @@ FolderSnapshot snapshot(const std::string& path, const IsCancelled& isCancelled)
     snapshot.sizes.insert_or_assign(std::move(child), size);
   }
   for (const std::string& folder : folders) {
-    snapshot.sizes.insert_or_assign(folder, allocatedTree(folder, itemsPerChild, isCancelled));
+    if (isCancelled && isCancelled()) break;
+    snapshot.sizes.insert_or_assign(folder,
+                                    allocatedTree(folder, itemsPerChild, isCancelled, mounts));
   }
   return snapshot;
 }
 
 std::int64_t allocatedTree(const std::string& path, std::int64_t cap,
-                           const IsCancelled& isCancelled) {
-  DirectoryWalk walk(path, {}, threads);
+                           const IsCancelled& isCancelled,
+                           const std::shared_ptr<const MountSnapshot>& mounts) {
+  DirectoryWalk walk(path, {}, threads, mounts);
   std::int64_t bytes = 0;
   std::int64_t items = 0;
   while (const Item* item = walk.next()) {

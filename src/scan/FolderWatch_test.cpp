@@ -1,14 +1,18 @@
 #include "scan/FolderWatch.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/mount.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "scan/ScanDiff.h"
 #include "support/ForkedChild.h"
 #include "support/PrivateMounts.h"
+#include "support/SystemCallTrace.h"
 #include "support/TempTree.h"
 
 namespace tessaly {
@@ -294,7 +298,34 @@ TEST(FolderWatchSnapshot, stops_when_it_is_told_to) {
   EXPECT_EQ(polls, 100);
 }
 
+TEST(FolderWatchSnapshot, asks_before_each_child_whether_it_is_to_stop) {
+  const TempTree tree("empty-##/ x20");
+  int polls = 0;
+  FolderWatch::snapshot(tree.path(), [&] { return ++polls == 25; });
+  EXPECT_EQ(polls, 25);
+}
+
 // --- Mounts -------------------------------------------------------------------------------------
+
+// How often a file was read from in a look at the folder. Folders are read by another call, so
+// that it can only be the list of mounts.
+std::ptrdiff_t readsInALook(const std::string& path) {
+  const TracedRun run = SystemCallTrace::of([&]() -> std::string {
+    FolderWatch::snapshot(path);
+    return "";
+  });
+  EXPECT_EQ(run.end, TracedRun::End::finished) << run.told;
+  return std::count(run.calls.begin(), run.calls.end(), long{SYS_read});
+}
+
+TEST(FolderWatchMounts, are_asked_for_once_a_look_however_many_children_there_are) {
+  if (!SystemCallTrace::obstacle().empty()) GTEST_SKIP() << SystemCallTrace::obstacle();
+  const TempTree one("child/\n  film 4K");
+  const TempTree many("child-##/ x40\n  film 4K");
+  const std::ptrdiff_t expected = readsInALook(one.path());
+  EXPECT_GT(expected, 0);
+  EXPECT_EQ(readsInALook(many.path()), expected);
+}
 
 TEST(FolderWatchMounts, views_of_the_kernel_weigh_nothing_and_are_not_entered) {
   const TempTree tree(R"(
@@ -315,7 +346,8 @@ TEST(FolderWatchMounts, views_of_the_kernel_weigh_nothing_and_are_not_entered) {
     const PathSizes expected{
         {tree.at("film"), 4 * KiB}, {tree.at("mounted"), 0}, {tree.at("inside"), 0}};
     if (snapshot.sizes != expected) return "other sizes";
-    return polls == 4 ? "" : std::to_string(polls) + " items";
+    // The three children, "inside" before it is measured, and what lies in it.
+    return polls == 5 ? "" : std::to_string(polls) + " polls";
   });
   if (told.starts_with("refused")) GTEST_SKIP() << told;
   EXPECT_EQ(told, "");

@@ -13,8 +13,10 @@ class DirectoryWalk::Impl : public walk::WalkEngine {
   using WalkEngine::WalkEngine;
 };
 
-DirectoryWalk::DirectoryWalk(const std::string& root, Decide decide, int threads)
-    : impl_(std::make_unique<Impl>(root, std::move(decide), threads)) {}
+DirectoryWalk::DirectoryWalk(const std::string& root, Decide decide, int threads,
+                             const std::shared_ptr<const MountSnapshot>& mounts)
+    : impl_(std::make_unique<Impl>(root, std::move(decide), threads,
+                                   mounts != nullptr ? *mounts : *mountsOfNow())) {}
 
 DirectoryWalk::~DirectoryWalk() = default;
 

@@ -1,57 +1,121 @@
 #include "platform/linux/VisibleMounts.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
+#include "platform/linux/FoldersUpwards.h"
+
 namespace tessaly {
+
+namespace {
+
+using Index = VisibleMounts::Index;
+
+// The numbers of `count` mounts, in the order of `key` and then their own.
+template <class Key>
+std::vector<Index> sortedBy(std::size_t count, const Key& key) {
+  std::vector<Index> all(count);
+  std::iota(all.begin(), all.end(), Index{0});
+  std::ranges::stable_sort(all, {}, key);
+  return all;
+}
+
+template <class Value, class Key>
+std::span<const Index> equalTo(const std::vector<Index>& sorted, const Value& value,
+                               const Key& key) {
+  const auto found = std::ranges::equal_range(sorted, value, {}, key);
+  return {found.begin(), found.end()};
+}
+
+}  // namespace
 
 bool isAtOrBelow(std::string_view path, std::string_view folder) {
   if (folder == "/") return path.starts_with('/');
   return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
-VisibleMounts::VisibleMounts(std::vector<Mount> mounts) : mounts_(std::move(mounts)) {
+VisibleMounts::VisibleMounts(std::vector<Mount> mounts)
+    : mounts_(std::move(mounts)),
+      pseudo_(mounts_.size()),
+      parents_(mounts_.size()),
+      depths_(mounts_.size()),
+      children_(mounts_.size()) {
   std::unordered_map<std::uint64_t, Index> byId;
   for (Index i = 0; i < mounts_.size(); ++i) byId.emplace(mounts_[i].id, i);
-  parents_.resize(mounts_.size());
   for (Index i = 0; i < mounts_.size(); ++i) {
+    pseudo_[i] = mounts_[i].isPseudo();
     const auto parent = byId.find(mounts_[i].parent);
     if (parent != byId.end() && parent->second != i) parents_[i] = parent->second;
   }
-
-  std::vector<bool> isOpen(mounts_.size());
-  for (Index i = 0; i < mounts_.size(); ++i) isOpen[i] = !isShadowed(i);
-  depths_.resize(mounts_.size());
+  byParent_ = sortedBy(mounts_.size(), [this](Index i) {
+    return std::tuple(mounts_[i].parent, parents_[i], std::string_view(mounts_[i].point));
+  });
+  findDepths();
+  byPoint_ = sortedBy(mounts_.size(), [this](Index i) {
+    return std::pair(std::string_view(mounts_[i].point), depths_[i]);
+  });
+  byRoot_ = sortedBy(mounts_.size(), [this](Index i) {
+    return std::pair(std::string_view(mounts_[i].device), std::string_view(mounts_[i].root));
+  });
   for (Index i = 0; i < mounts_.size(); ++i) {
-    std::size_t depth = 1;
-    std::optional<Index> at = i;
-    // A damaged list may lead round in a circle.
-    for (; isOpen[*at] && depth <= mounts_.size(); ++depth) {
-      at = parents_[*at];
-      if (!at) break;
-    }
-    depths_[i] = at ? 0 : depth;
+    if (depths_[i] > 1) children_[*parents_[i]].push_back(i);
   }
 }
 
+// The mounts at `point` that lie on the same one as `mount`.
+std::span<const Index> VisibleMounts::neighboursAt(Index mount, std::string_view point) const {
+  return equalTo(
+      byParent_, std::tuple(mounts_[mount].parent, parents_[mount], point), [this](Index i) {
+        return std::tuple(mounts_[i].parent, parents_[i], std::string_view(mounts_[i].point));
+      });
+}
+
 bool VisibleMounts::isShadowed(Index mount) const {
-  const Mount& self = mounts_[mount];
+  const std::string_view self = mounts_[mount].point;
+  bool isHidden = neighboursAt(mount, self).back() > mount;
+  // What is not mounted on a listed mount is not known to hide what lies below it.
+  if (isHidden || !parents_[mount]) return isHidden;
+  forEachUpwards(self, [&](std::string_view folder) {
+    isHidden = folder != self && !neighboursAt(mount, folder).empty();
+    return !isHidden;
+  });
+  return isHidden;
+}
+
+// A mount is one deeper than its parent. In a damaged list, which may lead round in a circle, the
+// way is hidden to all that end in it: whoever is met again still has the depth 0.
+void VisibleMounts::findDepths() {
+  std::vector<bool> isKnown(mounts_.size());
+  std::vector<Index> way;
   for (Index i = 0; i < mounts_.size(); ++i) {
-    const Mount& other = mounts_[i];
-    if (i == mount || other.parent != self.parent || parents_[i] != parents_[mount]) continue;
-    if (!isAtOrBelow(self.point, other.point)) continue;
-    // What is not mounted on a listed mount is not known to hide what lies below it.
-    if (other.point == self.point ? i > mount : parents_[mount].has_value()) return true;
+    std::optional<Index> at = i;
+    for (; at && !isKnown[*at]; at = parents_[*at]) {
+      isKnown[*at] = true;
+      if (isShadowed(*at)) break;
+      way.push_back(*at);
+    }
+    std::size_t depth = at ? depths_[*at] : 0;
+    const bool isOpen = !at || depth > 0;
+    for (; !way.empty(); way.pop_back()) {
+      if (isOpen) depths_[way.back()] = ++depth;
+    }
   }
-  return false;
 }
 
 std::optional<VisibleMounts::Index> VisibleMounts::at(std::string_view path) const {
   std::optional<Index> deepest;
-  for (Index i = 0; i < mounts_.size(); ++i) {
-    if (depths_[i] == 0 || !isAtOrBelow(path, mounts_[i].point)) continue;
-    if (!deepest || depths_[i] >= depths_[*deepest]) deepest = i;
-  }
+  forEachUpwards(path, [&](std::string_view folder) {
+    const std::span<const Index> there =
+        equalTo(byPoint_, folder, [this](Index i) { return std::string_view(mounts_[i].point); });
+    if (there.empty() || depths_[there.back()] == 0) return true;
+    const auto order = [this](Index i) { return std::pair(depths_[i], i); };
+    if (!deepest || order(there.back()) > order(*deepest)) deepest = there.back();
+    return true;
+  });
   return deepest;
 }
 
@@ -61,6 +125,27 @@ std::vector<VisibleMounts::Index> VisibleMounts::way(Index mount) const {
     all.push_back(*at);
   }
   return all;
+}
+
+std::vector<VisibleMounts::Index> VisibleMounts::below(std::string_view folder) const {
+  const auto point = [this](Index i) { return std::string_view(mounts_[i].point); };
+  std::string prefix(folder);
+  if (!prefix.ends_with('/')) prefix += '/';
+  std::vector<Index> all;
+  // What begins with a text stands together where texts are in order.
+  for (auto at = std::ranges::lower_bound(byPoint_, std::string_view(prefix), {}, point);
+       at != byPoint_.end() && point(*at).starts_with(prefix); ++at) {
+    if (point(*at) != prefix) all.push_back(*at);
+  }
+  std::ranges::sort(all);
+  return all;
+}
+
+std::span<const VisibleMounts::Index> VisibleMounts::showing(std::string_view device,
+                                                             std::string_view root) const {
+  return equalTo(byRoot_, std::pair(device, root), [this](Index i) {
+    return std::pair(std::string_view(mounts_[i].device), std::string_view(mounts_[i].root));
+  });
 }
 
 }  // namespace tessaly

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <linux/magic.h>
-#include <utility>
-
-#include "platform/linux/VisibleMounts.h"
 
 namespace tessaly::walk {
 
@@ -38,21 +35,17 @@ const ClosedPlaces* ClosedPlaces::below(std::string_view name) const {
   return found == children_.end() ? nullptr : found->second.get();
 }
 
-ClosedPlaces closedPlacesBelow(const std::string& root, std::vector<Mount> mounts,
+ClosedPlaces closedPlacesBelow(const std::string& root, const VisibleMounts& mounts,
                                const Reaches& reaches) {
-  const VisibleMounts visible(std::move(mounts));
-  const std::vector<Mount>& all = visible.all();
+  const std::vector<Mount>& all = mounts.all();
   const auto componentsBelow = [&](const std::string& point) {
     return split(std::string_view(point).substr(root == "/" ? 0 : root.size()));
   };
   ClosedPlaces places;
-  for (VisibleMounts::Index i = 0; i < all.size(); ++i) {
-    const bool isBelow = all[i].point != root && isAtOrBelow(all[i].point, root);
-    if (isBelow && all[i].isPseudo() && visible.isVisible(i)) {
-      places.close(componentsBelow(all[i].point));
-    }
+  for (const VisibleMounts::Index i : mounts.below(root)) {
+    if (mounts.isPseudo(i) && mounts.isVisible(i)) places.close(componentsBelow(all[i].point));
   }
-  for (const VisibleMounts::Index i : repeatedMounts(visible, root, reaches)) {
+  for (const VisibleMounts::Index i : repeatedMounts(mounts, root, reaches)) {
     places.close(componentsBelow(all[i].point), all[i].id);
   }
   return places;

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/MountTable.h"
+#include "platform/linux/VisibleMounts.h"
 #include "platform/linux/walk/RepeatedMounts.h"
 
 namespace tessaly::walk {
@@ -34,7 +34,7 @@ class ClosedPlaces {
 
 // Of the mounts below `root` that are to be seen: automount points and pseudo file systems, which
 // must not be touched, and those that show only what a walk by these rules sees elsewhere.
-ClosedPlaces closedPlacesBelow(const std::string& root, std::vector<Mount> mounts,
+ClosedPlaces closedPlacesBelow(const std::string& root, const VisibleMounts& mounts,
                                const Reaches& reaches);
 
 // Whether a file system of this magic number (statfs's f_type) holds no files that take up space.

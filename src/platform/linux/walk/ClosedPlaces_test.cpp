@@ -16,7 +16,8 @@ constexpr std::string_view table =
     "28 22 0:25 / /srv/scratch rw - tmpfs tmpfs rw\n";
 
 ClosedPlaces closedBelow(const std::string& root, std::string_view mountinfo) {
-  return closedPlacesBelow(root, mountsIn(mountinfo), [](const std::string&) { return true; });
+  return closedPlacesBelow(root, VisibleMounts(mountsIn(mountinfo)),
+                           [](const std::string&) { return true; });
 }
 
 const ClosedPlaces* at(const ClosedPlaces& places, std::initializer_list<const char*> components) {

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/linux/FoldersUpwards.h"
 
 namespace tessaly::walk {
 
@@ -12,10 +16,8 @@ using Index = VisibleMounts::Index;
 // How the system calls the root of a mount that was deleted. Nothing else shows it.
 constexpr std::string_view deletedMark = "//deleted";
 
-// Where in `other` the top of `mount` is to be seen; absent where it is not.
-std::optional<std::string> placeIn(const Mount& other, const Mount& mount) {
-  if (other.device != mount.device || !isAtOrBelow(mount.root, other.root)) return std::nullopt;
-  if (mount.root.ends_with(deletedMark) || other.root.ends_with(deletedMark)) return std::nullopt;
+// Where in `other`, whose root is that of `mount` or above it, the top of `mount` is to be seen.
+std::string placeIn(const Mount& other, const Mount& mount) {
   std::string_view rest = mount.root;
   rest.remove_prefix(other.root == "/" ? 1 : std::min(rest.size(), other.root.size() + 1));
   std::string place = other.point;
@@ -26,98 +28,157 @@ std::optional<std::string> placeIn(const Mount& other, const Mount& mount) {
 
 class Choice {
  public:
-  Choice(const VisibleMounts& mounts, const std::string& root, const Reaches& reaches)
+  Choice(const VisibleMounts& mounts, std::vector<Index> below, const std::string& root,
+         const Reaches& reaches)
       : mounts_(mounts),
+        below_(std::move(below)),
         root_(root),
+        rootMount_(mounts.at(root)),
         reaches_(reaches),
+        isBelowRoot_(mounts.all().size()),
         closed_(mounts.all().size()),
-        standIns_(mounts.all().size()) {}
+        rulesReach_(mounts.all().size()),
+        standIns_(mounts.all().size()),
+        standsFor_(mounts.all().size()) {
+    for (const Index i : below_) isBelowRoot_[i] = true;
+  }
 
   std::vector<Index> run() {
-    const std::vector<Mount>& all = mounts_.all();
-    for (Index i = 0; i < all.size(); ++i) closed_[i] = all[i].isPseudo();
     // From the last on, so that the first of equals stays.
-    for (Index i = all.size(); i-- > 0;) {
-      if (closed_[i] || !isBelowRoot(i) || !mounts_.isVisible(i)) continue;
-      if (!standInFor(i) || !isReached(all[i].point)) continue;
-      closeIfAllIsSeen(i);
+    for (auto i = below_.rbegin(); i != below_.rend(); ++i) {
+      if (isClosed(*i) || !mounts_.isVisible(*i)) continue;
+      if (standInFor(*i) && isReached(*i)) closeIfAllIsSeen(*i);
     }
     std::vector<Index> repeated;
-    for (Index i = 0; i < all.size(); ++i) {
+    for (const Index i : below_) {
       if (standIns_[i]) repeated.push_back(i);
     }
     return repeated;
   }
 
  private:
-  bool isBelowRoot(Index mount) const {
-    const std::string& point = mounts_.all()[mount].point;
-    return point != root_ && isAtOrBelow(point, root_);
-  }
+  // What one step has changed.
+  struct Step {
+    std::vector<Index> closed;
+    std::vector<std::pair<Index, std::optional<Index>>> standInsBefore;
+  };
 
-  // Whether the walk sees what stands at `path`, with what is closed by now left out.
-  bool isReached(const std::string& path) const {
-    const std::optional<Index> mount = mounts_.at(path);
-    return mount && isAtOrBelow(path, root_) && isOpen(*mount) && reaches_(path);
-  }
+  bool isClosed(Index mount) const { return closed_[mount] || mounts_.isPseudo(mount); }
 
   // Whether no mount on the way from the root to the top of `mount` is closed.
   bool isOpen(Index mount) const {
-    const std::vector<Index> way = mounts_.way(mount);
-    return std::none_of(way.begin(), way.end(),
-                        [this](Index i) { return closed_[i] && isBelowRoot(i); });
+    for (std::optional<Index> at = mount; at && isBelowRoot_[*at]; at = mounts_.parent(*at)) {
+      if (isClosed(*at)) return false;
+    }
+    return true;
+  }
+
+  // Whether the walk comes to the top of `mount`, or lies in it, with what is closed by now left
+  // out. The rules are asked last: they may do more than compare texts.
+  bool isReached(Index mount) {
+    if (!isBelowRoot_[mount]) return rootMount_ == mount;
+    return mounts_.isVisible(mount) && isOpen(mount) && rulesReach(mount);
+  }
+
+  bool rulesReach(Index mount) {
+    std::optional<bool>& known = rulesReach_[mount];
+    if (!known) known = reaches_(mounts_.all()[mount].point);
+    return *known;
+  }
+
+  // Whether the walk sees all of `mount` in `other`.
+  bool standsIn(Index other, Index mount) {
+    if (other == mount || isClosed(other) || !isReached(other)) return false;
+    const Mount& it = mounts_.all()[other];
+    if (it.root.ends_with(deletedMark)) return false;
+    const std::string place = placeIn(it, mounts_.all()[mount]);
+    if (isBelowRoot_[other] && place == it.point) return true;
+    return mounts_.at(place) == other && isAtOrBelow(place, root_) && reaches_(place);
   }
 
   // A mount that the walk enters and where it sees all of `mount`.
-  std::optional<Index> standInFor(Index mount) const {
-    const std::vector<Mount>& all = mounts_.all();
-    for (Index i = 0; i < all.size(); ++i) {
-      if (i == mount || closed_[i]) continue;
-      const std::optional<std::string> place = placeIn(all[i], all[mount]);
-      if (place && mounts_.at(*place) == i && isReached(*place)) return i;
-    }
-    return std::nullopt;
+  std::optional<Index> standInFor(Index mount) {
+    const Mount& self = mounts_.all()[mount];
+    if (self.root.ends_with(deletedMark)) return std::nullopt;
+    std::optional<Index> found;
+    forEachUpwards(self.root, [&](std::string_view folder) {
+      const std::span<const Index> all = mounts_.showing(self.device, folder);
+      const auto one =
+          std::ranges::find_if(all, [&](Index other) { return standsIn(other, mount); });
+      if (one != all.end()) found = *one;
+      return !found;
+    });
+    return found;
   }
 
   // Closing a mount takes away all that is mounted in it: that has to be seen elsewhere too, and
   // may have stood in for others.
   void closeIfAllIsSeen(Index mount) {
-    const std::vector<bool> closedBefore = closed_;
-    const std::vector<std::optional<Index>> standInsBefore = standIns_;
+    Step step;
     std::vector<Index> gone = whatGoesWith(mount);
-    for (const Index i : gone) closed_[i] = true;
-    for (Index i = 0; i < standIns_.size(); ++i) {
-      if (standIns_[i] && !isOpen(*standIns_[i])) gone.push_back(i);
+    step.closed = gone;
+    for (std::size_t i = 0; i < step.closed.size(); ++i) {
+      closed_[step.closed[i]] = true;
+      const std::vector<Index>& others = standsFor_[step.closed[i]];
+      gone.insert(gone.end(), others.begin(), others.end());
     }
-    const auto isSeen = [this](Index i) { return (standIns_[i] = standInFor(i)).has_value(); };
-    if (std::all_of(gone.begin(), gone.end(), isSeen)) return;
-    closed_ = closedBefore;
-    standIns_ = standInsBefore;
+    for (const Index i : gone) {
+      if (!replaceStandIn(i, step)) {
+        undo(step);
+        return;
+      }
+    }
+  }
+
+  bool replaceStandIn(Index mount, Step& step) {
+    const std::optional<Index> standIn = standInFor(mount);
+    if (!standIn) return false;
+    step.standInsBefore.emplace_back(mount, standIns_[mount]);
+    setStandIn(mount, standIn);
+    return true;
+  }
+
+  void setStandIn(Index mount, std::optional<Index> standIn) {
+    if (standIns_[mount]) std::erase(standsFor_[*standIns_[mount]], mount);
+    standIns_[mount] = standIn;
+    if (standIn) standsFor_[*standIn].push_back(mount);
+  }
+
+  void undo(const Step& step) {
+    for (const auto& [mount, standIn] : step.standInsBefore) setStandIn(mount, standIn);
+    for (const Index i : step.closed) closed_[i] = false;
   }
 
   // The mount and those in it that the walk would see.
-  std::vector<Index> whatGoesWith(Index mount) const {
-    std::vector<Index> all;
-    for (Index i = 0; i < closed_.size(); ++i) {
-      const std::vector<Index> way = mounts_.way(i);
-      if (std::find(way.begin(), way.end(), mount) == way.end()) continue;
-      if (mounts_.isVisible(i) && isReached(mounts_.all()[i].point)) all.push_back(i);
+  std::vector<Index> whatGoesWith(Index mount) {
+    std::vector<Index> all = {mount};
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      const std::span<const Index> inside = mounts_.on(all[i]);
+      all.insert(all.end(), inside.begin(), inside.end());
     }
+    std::erase_if(all, [this](Index i) { return !isReached(i); });
     return all;
   }
 
   const VisibleMounts& mounts_;
+  const std::vector<Index> below_;  // the root of the walk
   const std::string& root_;
+  const std::optional<Index> rootMount_;
   const Reaches& reaches_;
+  std::vector<bool> isBelowRoot_;
   std::vector<bool> closed_;
-  std::vector<std::optional<Index>> standIns_;  // of what is closed for being repeated
+  std::vector<std::optional<bool>> rulesReach_;  // what they say of the tops, where they were asked
+  std::vector<std::optional<Index>> standIns_;   // of what is closed for being repeated
+  std::vector<std::vector<Index>> standsFor_;    // the other way round
 };
 
 }  // namespace
 
 std::vector<Index> repeatedMounts(const VisibleMounts& mounts, const std::string& root,
                                   const Reaches& reaches) {
-  return Choice(mounts, root, reaches).run();
+  std::vector<Index> below = mounts.below(root);
+  if (below.empty()) return {};
+  return Choice(mounts, std::move(below), root, reaches).run();
 }
 
 }  // namespace tessaly::walk

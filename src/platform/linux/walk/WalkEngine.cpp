@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/linux/ReadMounts.h"
+#include "platform/linux/MountSnapshotData.h"
 #include "platform/linux/walk/OpenDirectory.h"
 #include "platform/linux/walk/ThreadCount.h"
 
@@ -18,12 +18,6 @@ namespace {
 
 constexpr std::size_t mostBatchesAhead = 4096;
 constexpr std::size_t mostItemsAhead = 32 * 1024;
-
-// None where the system does not tell: then nothing is known to be left out.
-std::vector<Mount> mountsOfNow() {
-  Result<std::vector<Mount>> mounts = readMounts("/proc/self/mountinfo");
-  return mounts ? std::move(mounts).value() : std::vector<Mount>();
-}
 
 class WayCandidate final : public DirectoryWalk::Candidate {
  public:
@@ -56,11 +50,12 @@ bool isPseudo(int descriptor) {
 
 }  // namespace
 
-WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads)
+WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
+                       const MountSnapshot& mounts, const StartThread& startThread)
     : root_(root),
       decide_(std::move(decide)),
       closed_(closedPlacesBelow(
-          root, mountsOfNow(),
+          root, mounts.mounts(),
           [this](const std::string& path) { return enters(decide_, root_, path); })),
       consumerReader_(decide_, root_, stop_) {
   rootDescriptor_ = openDirectory(root_);
@@ -76,7 +71,9 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
   front_ = &top->first;
 
   for (int i = threadCount(threads, std::thread::hardware_concurrency()); i > 1; --i) {
-    helpers_.emplace_back([this] { helperLoop(); });
+    std::thread helper = startThread([this] { helperLoop(); });
+    if (!helper.joinable()) break;  // those that there are read more
+    helpers_.push_back(std::move(helper));
   }
   enter(*top);
 }

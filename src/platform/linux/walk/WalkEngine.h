@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "platform/DirectoryWalk.h"
+#include "platform/StartThread.h"
 #include "platform/linux/walk/Batch.h"
 #include "platform/linux/walk/ClosedPlaces.h"
 #include "platform/linux/walk/FolderReader.h"
@@ -28,7 +29,8 @@ namespace tessaly::walk {
 
 class WalkEngine {
  public:
-  WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads);
+  WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
+             const MountSnapshot& mounts, const StartThread& startThread = tessaly::startThread);
   ~WalkEngine();
   WalkEngine(const WalkEngine&) = delete;
   WalkEngine& operator=(const WalkEngine&) = delete;
