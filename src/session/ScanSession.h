@@ -177,7 +177,8 @@ class ScanSession : public QObject {
   Q_INVOKABLE void startWatch();
   // Neither a scan nor a way through the tree does this.
   Q_INVOKABLE void stopWatch();
-  // Looks once more, out of turn. Does nothing before the watch has its first look.
+  // Looks once more, out of turn. Does nothing before the watch has its first look, and while it
+  // looks.
   void pollWatch();
 
   // Moves what has the focus, or else the node on screen, to the Trash; warns, and moves nothing,
@@ -383,6 +384,7 @@ class ScanSession : public QObject {
   // are void.
   std::shared_ptr<CancelFlag> watchEnded_;
   std::shared_ptr<const FolderSnapshot> watchBaseline_;
+  bool isLooking_ = false;  // a look of the watch that runs is under way, the first one aside
 
   MainPane pane_ = MainPane::map;
   ScanStatus status_ = ScanStatus::idle;

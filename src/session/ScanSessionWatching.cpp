@@ -64,6 +64,7 @@ void ScanSession::endWatch() {
   if (watchEnded_) watchEnded_->set();
   watchEnded_ = nullptr;
   watchBaseline_ = nullptr;
+  isLooking_ = false;
 }
 
 void ScanSession::beginWatch(std::shared_ptr<const FolderSnapshot> baseline,
@@ -77,7 +78,7 @@ void ScanSession::tickWatchLater() {
   services_.dispatch.after(betweenLooks, Dispatch::Queue::main,
                            [session = QPointer(this), ended = watchEnded_] {
                              if (!session || ended->isSet()) return;
-                             // However long the look takes, the next is 20 seconds away.
+                             // However long the look takes, the next tick is 20 seconds away.
                              session->tickWatchLater();
                              session->pollWatch();
                            });
@@ -85,6 +86,8 @@ void ScanSession::tickWatchLater() {
 
 void ScanSession::pollWatch() {
   if (!watching_ || watchPath_.empty() || !watchBaseline_) return;
+  // Looks at a slow disk would take ever more of it from each other, and each a thread.
+  if (std::exchange(isLooking_, true)) return;
   Dispatch& dispatch = services_.dispatch;
   auto work = [&dispatch, session = QPointer(this), ended = watchEnded_, baseline = watchBaseline_,
                path = watchPath_, look = services_.snapshot] {
@@ -98,6 +101,7 @@ void ScanSession::pollWatch() {
 }
 
 void ScanSession::takeWatchGrowth(std::vector<ScanDelta> grown) {
+  isLooking_ = false;
   FieldChanges changes(*this);
   changes.set(watchGrew_, std::move(grown), &ScanSession::watchGrewChanged);
   if (!watchGrew_.empty()) {

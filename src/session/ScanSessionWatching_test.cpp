@@ -119,28 +119,55 @@ TEST_F(Watching, goes_on_every_20_seconds) {
   }
 }
 
-TEST_F(Watching, waits_for_no_slow_look) {
+TEST_F(Watching, begins_no_look_while_one_is_under_way) {
   watch({});
-  for (std::size_t ticks = 1; ticks <= 3; ++ticks) {
+  for (int ticks = 1; ticks <= 3; ++ticks) {
     dispatch().advance(20s);
     runMain();
-    EXPECT_EQ(dispatch().waiting(Queue::utility), ticks);
+    session().pollWatch();
+    EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   }
+  // Nor while what it has found is on its way home.
+  runLooks();
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
+  EXPECT_EQ(looks_.size(), 2U);
 }
 
-TEST_F(Watching, applies_looks_that_overlap_as_they_arrive) {
+TEST_F(Watching, looks_again_at_the_next_tick_after_a_slow_look) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
-  // The first look takes so long that all of the second one fits into it.
+  // Three ticks fit into it.
   duringLook_ = [this](const FolderWatch::IsCancelled&) {
-    sizes_ = {{"/home/a", 2 * MiB}};
-    nextTick();
-    EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 0, 2 * MiB}}));
-    EXPECT_EQ(toast(), "a grew by 2.0 MB");
+    for (int tick = 0; tick < 3; ++tick) nextTick();
+    EXPECT_EQ(looks_.size(), 2U);
   };
   nextTick();
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 0, 1 * MiB}}));
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
+  sizes_ = {{"/home/a", 2 * MiB}};
+  nextTick();
+  EXPECT_EQ(looks_.size(), 3U);
+  EXPECT_EQ(toast(), "a grew by 2.0 MB");
+}
+
+TEST_F(Watching, of_another_folder_waits_for_no_look_at_the_one_before) {
+  watch({});
+  dispatch().advance(20s);
+  runMain();
+  const auto slowLook = dispatch().take(Queue::utility);
+  openMovies();
+  session().startWatch();
+  dispatch().drainAll();
+  EXPECT_EQ(toast(), "Watching Movies");
+  nextTick();
+  EXPECT_EQ(looks_, (Paths{"/home", "/home/Movies", "/home/Movies"}));
+  // What the slow one brings home makes no room for a second look.
+  dispatch().advance(20s);
+  runMain();
+  slowLook();
+  runMain();
+  session().pollWatch();
+  EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
 TEST_F(Watching, tells_of_a_mebibyte) {
