@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "platform/HomeDirectory.h"
+#include "platform/ResolvedPath.h"
 
 namespace tessaly {
 
@@ -35,13 +36,12 @@ void append(std::vector<std::string>& list, const std::vector<std::string>& more
   list.insert(list.end(), more.begin(), more.end());
 }
 
-std::string dataHome() {
-  const char* const set = std::getenv("XDG_DATA_HOME");
-  if (set != nullptr && set[0] == '/') return set;
-  return homeDirectory() + "/.local/share";
-}
-
 }  // namespace
+
+std::string trashInDataHome(const char* environment, const std::string& home) {
+  const std::string data = environment != nullptr ? environment : "";
+  return resolvedPath((data.starts_with('/') ? data : home + "/.local/share") + "/Trash");
+}
 
 const Places& Places::forMacos() {
   static const Places places = {
@@ -88,7 +88,7 @@ const Places& Places::forLinux() {
     Places made = {
         .skipNames = commonSkipNames(),
         .skipRootNames = {"dev", "proc", "sys", "run", "tmp", "mnt", "media", "snap", "lost+found"},
-        .skipPaths = {dataHome() + "/Trash"},
+        .skipPaths = {trashInDataHome(std::getenv("XDG_DATA_HOME"), homeDirectory())},
         .importantFolders = commonImportantFolders(),
         // What a desktop or a person mounts by hand; all else belongs to the system.
         .volumes = {.skipMounts = {},

@@ -57,4 +57,9 @@ struct Places {
   static const Places& current();
 };
 
+// The Trash that programs on Linux keep in the user's folder for data, with its links resolved, as
+// the paths of a scanned tree are. `environment` is what $XDG_DATA_HOME holds, null where it is not
+// set; it counts only when it is an absolute path. `home` is resolved.
+std::string trashInDataHome(const char* environment, const std::string& home);
+
 }  // namespace tessaly

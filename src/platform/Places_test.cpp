@@ -1,7 +1,10 @@
 #include "platform/Places.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <unistd.h>
+
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -24,6 +27,49 @@ TEST(Places, linux_skips_the_same_names_and_the_trash_of_this_user) {
   ASSERT_EQ(Places::forLinux().skipPaths.size(), 1U);
   EXPECT_TRUE(Places::forLinux().skipPaths.front().ends_with("/Trash"));
   EXPECT_TRUE(Places::forLinux().skipPaths.front().starts_with("/"));
+}
+
+TEST(Places, trash_of_the_home_is_found_whatever_way_leads_there) {
+  const TempTree tree(R"(
+    real/
+      share/
+        Trash/
+    elsewhere/
+      share/
+        Trash -> ../junk
+      junk/
+    link -> real/share
+    home/
+      .local -> ../real
+  )");
+  const std::string trash = tree.at("real/share/Trash");
+  for (const char* way : {"real/share", "real/share/", "real/share//", "link", "link/",
+                          "real/../real/./share", "link/../share"}) {
+    EXPECT_EQ(trashInDataHome(tree.at(way).c_str(), "/nowhere"), trash) << way;
+  }
+  EXPECT_EQ(trashInDataHome(tree.at("elsewhere/share").c_str(), ""), tree.at("elsewhere/junk"));
+  for (const char* none : {static_cast<const char*>(nullptr), "", "share", "./share"}) {
+    EXPECT_EQ(trashInDataHome(none, tree.at("home")), trash);
+  }
+}
+
+TEST(Places, trash_of_the_home_that_is_not_there_yet_is_known) {
+  const TempTree tree("share/\nlink -> share");
+  EXPECT_EQ(trashInDataHome(tree.at("link/new/").c_str(), ""), tree.at("share/new/Trash"));
+  EXPECT_EQ(trashInDataHome(nullptr, "/"), "/.local/share/Trash");
+}
+
+// Places are made once for a process.
+TEST(PlacesOfProcess, linux_skips_the_trash_behind_a_link_in_the_environment) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        const TempTree tree("data/\nlink -> data");
+        setenv("XDG_DATA_HOME", (tree.at("link") + "/").c_str(), 1);
+        const std::string skipped = Places::forLinux().skipPaths.front();
+        std::exit(skipped == tree.at("data/Trash") ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
 }
 
 TEST(Places, each_system_has_its_own_names_directly_under_the_root) {

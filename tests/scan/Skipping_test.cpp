@@ -167,6 +167,23 @@ TEST_P(Skipping, places_of_the_system_are_left_out_by_path) {
   EXPECT_THAT(childNames(below(root, "share")), ElementsAre("other"));
 }
 
+TEST_P(Skipping, trash_behind_a_link_or_a_slash_too_many_is_left_out) {
+  const TempTree tree(R"(
+    data/
+      Trash/
+        film 1M
+      kept 1M
+    link -> data
+  )");
+  for (const char* way : {"data", "data/", "link", "link//"}) {
+    Places places = Places::forLinux();
+    places.skipPaths = {trashInDataHome(tree.at(way).c_str(), "/nowhere")};
+    const DiskNode root = scan(tree.path(), {}, places);
+    EXPECT_EQ(root.size(), 1 * MiB) << way;
+    EXPECT_FALSE(has(root, "data/Trash")) << way;
+  }
+}
+
 TEST_P(Skipping, root_named_like_what_is_skipped_is_walked) {
   const TempTree tree(R"(
     .Trash/
