@@ -1,5 +1,6 @@
 #include "platform/ThreadedDispatch.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -8,6 +9,11 @@ namespace tessaly {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// Before a thread is asked for again that was refused.
+constexpr std::chrono::milliseconds untilNextTry(100);
+// The longest that the main thread is held at a time while it keeps the time itself.
+constexpr std::chrono::milliseconds longestTurn(10);
 
 DelayedWork::Time sinceEpoch(Clock::time_point time) {
   return std::chrono::duration_cast<DelayedWork::Time>(time.time_since_epoch());
@@ -19,12 +25,16 @@ Clock::time_point timePoint(DelayedWork::Time time) {
 
 }  // namespace
 
-ThreadedDispatch::ThreadedDispatch(PostToMain postToMain)
+ThreadedDispatch::ThreadedDispatch(PostToMain postToMain, const StartThread& startThread)
     : postToMain_(std::move(postToMain)),
-      userInitiated_({.name = "userInitiated"}),
-      utility_({.name = "utility", .priority = WorkerQueue::Priority::low}) {}
+      startThread_(startThread),
+      userInitiated_({.name = "userInitiated", .startThread = startThread}),
+      utility_(
+          {.name = "utility", .priority = WorkerQueue::Priority::low, .startThread = startThread}) {
+}
 
 ThreadedDispatch::~ThreadedDispatch() {
+  life_ = nullptr;
   dropDelayed();
   if (timekeeper_.joinable()) timekeeper_.join();
   // Work that still runs on one queue may hand over work to the other: both must have come to rest
@@ -59,40 +69,98 @@ void ThreadedDispatch::async(Queue queue, Work work) {
       postToMain_(std::move(work));
       break;
     case Queue::userInitiated:
-      userInitiated_.async(std::move(work));
+      handOver(userInitiated_, std::move(work));
       break;
     case Queue::utility:
-      utility_.async(std::move(work));
+      handOver(utility_, std::move(work));
       break;
   }
+}
+
+void ThreadedDispatch::handOver(WorkerQueue& queue, Work work) {
+  if (!queue.async(std::move(work))) growLater();
+}
+
+void ThreadedDispatch::growLater() {
+  {
+    const Lock lock(delayedMutex_);
+    if (std::exchange(growsLater_, true)) return;
+  }
+  after(untilNextTry, Queue::main, whileAlive(&ThreadedDispatch::grow));
+}
+
+void ThreadedDispatch::grow() {
+  {
+    const Lock lock(delayedMutex_);
+    growsLater_ = false;
+  }
+  const bool hasAll = userInitiated_.grow();
+  if (!utility_.grow() || !hasAll) growLater();
 }
 
 void ThreadedDispatch::after(std::chrono::milliseconds delay, Queue queue, Work work) {
   const DelayedWork::Time due = sinceEpoch(Clock::now()) + delay;
-  const std::lock_guard lock(delayedMutex_);
-  if (stopping_) return;
-  delayed_.add(due, queue, std::move(work));
-  if (!timekeeper_.joinable()) timekeeper_ = std::thread([this] { keepTime(); });
-  delayedChanged_.notify_one();
+  {
+    const Lock lock(delayedMutex_);
+    if (stopping_) return;
+    delayed_.add(due, queue, std::move(work));
+    if (hasTimekeeper()) {
+      delayedChanged_.notify_one();
+      return;
+    }
+    if (std::exchange(mainKeepsTime_, true)) return;
+  }
+  takeTurnOnMain();
+}
+
+bool ThreadedDispatch::hasTimekeeper() {
+  if (!timekeeper_.joinable()) timekeeper_ = startThread_([this] { keepTime(); });
+  return timekeeper_.joinable();
 }
 
 void ThreadedDispatch::keepTime() {
-  std::unique_lock lock(delayedMutex_);
-  while (!stopping_) {
-    const std::optional<DelayedWork::Time> due = delayed_.nextDue();
-    if (!due) {
-      delayedChanged_.wait(lock);
-      continue;
-    }
-    std::optional<DelayedWork::Item> item = delayed_.takeDue(sinceEpoch(Clock::now()));
-    if (!item) {
+  Lock lock(delayedMutex_);
+  while (true) {
+    handOverDue(lock);
+    if (stopping_) return;
+    if (const std::optional<DelayedWork::Time> due = delayed_.nextDue()) {
       delayedChanged_.wait_until(lock, timePoint(*due));
-      continue;
+    } else {
+      delayedChanged_.wait(lock);
     }
+  }
+}
+
+// What the timekeeper does, a turn at a time, and what else there is on the main queue in between.
+void ThreadedDispatch::keepTimeOnMain() {
+  Lock lock(delayedMutex_);
+  handOverDue(lock);
+  const std::optional<DelayedWork::Time> due = delayed_.nextDue();
+  mainKeepsTime_ = due && !hasTimekeeper();
+  if (!mainKeepsTime_) return;
+  lock.unlock();
+  std::this_thread::sleep_until(std::min(timePoint(*due), Clock::now() + longestTurn));
+  takeTurnOnMain();
+}
+
+void ThreadedDispatch::takeTurnOnMain() {
+  postToMain_(whileAlive(&ThreadedDispatch::keepTimeOnMain));
+}
+
+void ThreadedDispatch::handOverDue(Lock& lock) {
+  while (std::optional<DelayedWork::Item> item = delayed_.takeDue(sinceEpoch(Clock::now()))) {
     lock.unlock();
     async(item->queue, std::move(item->work));
+    item.reset();
     lock.lock();
   }
+}
+
+// For the main queue, which may come to it when this object has gone.
+Dispatch::Work ThreadedDispatch::whileAlive(void (ThreadedDispatch::*step)()) {
+  return [this, step, life = alive_] {
+    if (!life.expired()) (this->*step)();
+  };
 }
 
 }  // namespace tessaly

@@ -6,12 +6,16 @@
 #include <latch>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "support/DispatchContract.h"
 #include "support/Eventually.h"
+#include "support/ForkedChild.h"
 #include "support/MainLoop.h"
+#include "support/RefusedThreads.h"
 
 namespace tessaly {
 namespace {
@@ -141,6 +145,132 @@ TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
     dispatch.after(std::chrono::hours(1), Queue::main, [token = std::move(token)] {});
   }
   EXPECT_EQ(handedOver, 2);
+}
+
+// --- Where threads are refused -------------------------------------------------------------------
+
+// A main queue, and a system that tells how many threads it grants.
+class FewThreads : public ::testing::Test {
+ protected:
+  // Hands over work to each worker queue, and some for later, which notes on the main queue that it
+  // has run.
+  void handOverWork() {
+    for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
+      for (int k = 0; k < pieces; ++k) {
+        dispatch_->async(queue, [this] { note(); });
+        dispatch_->after(std::chrono::milliseconds(k), queue, [this] { note(); });
+      }
+    }
+    dispatch_->after(std::chrono::milliseconds(1), Queue::main, [this] { note(); });
+  }
+  static constexpr int pieces = 20;
+  static constexpr int handedOver = 4 * pieces + 1;
+
+  void note() {
+    dispatch_->async(Queue::main, [this] { ++ran_; });
+  }
+
+  MainLoop mainLoop_;
+  RefusedThreads system_;
+  std::unique_ptr<ThreadedDispatch> dispatch_ = std::make_unique<ThreadedDispatch>(
+      [this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }, system_.startThread());
+  int ran_ = 0;
+};
+
+TEST_F(FewThreads, keep_no_work_from_being_run_once_there_are_some) {
+  handOverWork();
+  // Asked for once at the hand-over of each piece, and then again and again.
+  mainLoop_.runUntil([this] { return system_.refused() > 2 * handedOver; });
+  EXPECT_EQ(ran_, 1);  // what was for the main queue
+  system_.relent();
+  mainLoop_.runUntil([this] { return ran_ == handedOver; });
+}
+
+TEST_F(FewThreads, are_enough_for_all_work_when_there_are_no_more) {
+  system_.relent();
+  for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
+    dispatch_->after(std::chrono::milliseconds(0), queue, [this] { note(); });
+  }
+  mainLoop_.runUntil([this] { return ran_ == 2; });
+  system_.refuse();
+  handOverWork();
+  mainLoop_.runUntil([this] { return ran_ == 2 + handedOver; });
+}
+
+TEST_F(FewThreads, hold_up_no_work_for_longer_behind_work_that_blocks) {
+  system_.relent();
+  std::latch laterHasRun(1);
+  bool isDone = false;
+  std::latch hasBegun(1);
+  dispatch_->async(Queue::utility, [&] {
+    hasBegun.count_down();
+    laterHasRun.wait();
+    dispatch_->async(Queue::main, [&] { isDone = true; });
+  });
+  hasBegun.wait();
+  system_.refuse();
+  dispatch_->async(Queue::utility, [&] { laterHasRun.count_down(); });
+  mainLoop_.runUntil([this] { return system_.refused() > 2; });
+  EXPECT_FALSE(isDone);
+  system_.relent();
+  mainLoop_.runUntil([&] { return isDone; });
+}
+
+TEST_F(FewThreads, keep_the_order_of_times_on_the_main_queue) {
+  std::vector<int> order;
+  for (const int k : {30, 0, 20, 10}) {
+    dispatch_->after(std::chrono::milliseconds(k), Queue::main,
+                     [&order, k] { order.push_back(k); });
+  }
+  mainLoop_.runUntil([&] { return order.size() == 4; });
+  EXPECT_EQ(order, (std::vector<int>{0, 10, 20, 30}));
+}
+
+TEST_F(FewThreads, leave_nothing_behind_at_the_end) {
+  auto token = std::make_shared<int>();
+  const std::weak_ptr<int> watched = token;
+  dispatch_->async(Queue::utility, [token] {});
+  dispatch_->after(std::chrono::hours(1), Queue::main, [token = std::move(token)] {});
+  dispatch_.reset();
+  EXPECT_TRUE(watched.expired());
+  // What was to try again comes to nothing.
+  mainLoop_.runPosted();
+  mainLoop_.runPosted();
+}
+
+TEST_F(FewThreads, end_with_the_work_that_is_dropped_when_it_is_closed) {
+  handOverWork();
+  dispatch_->close();
+  system_.relent();
+  EXPECT_TRUE(dispatch_->isAtRest());
+  for (int turn = 0; turn < 5; ++turn) mainLoop_.runPosted();
+  EXPECT_EQ(ran_, 0);
+  EXPECT_TRUE(dispatch_->isAtRest());
+}
+
+// The system itself refuses them.
+TEST(ThreadedDispatchAtLimit, runs_all_work_once_the_limit_is_lifted) {
+  EXPECT_EQ(asOtherUser([]() -> std::string {
+              if (const std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
+              ThreadedHarness harness;
+              int ran = 0;
+              const auto note = [&] { harness.dispatch().async(Queue::main, [&] { ++ran; }); };
+              for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
+                for (int k = 0; k < 10; ++k) {
+                  harness.dispatch().async(queue, note);
+                  harness.dispatch().after(std::chrono::milliseconds(k), queue, note);
+                }
+              }
+              bool isLifted = false;
+              harness.dispatch().after(std::chrono::milliseconds(150), Queue::main,
+                                       [&] { isLifted = true; });
+              harness.runMainUntil([&] { return isLifted; });
+              if (ran != 0) return std::to_string(ran) + " pieces without a thread";
+              if (const std::string wrong = grantThreads(); !wrong.empty()) return wrong;
+              harness.runMainUntil([&] { return ran == 40; });
+              return "";
+            }),
+            "");
 }
 
 }  // namespace

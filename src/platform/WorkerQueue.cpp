@@ -7,7 +7,7 @@
 #include <unistd.h>
 #endif
 
-#include <system_error>
+#include <iterator>
 #include <utility>
 
 namespace tessaly {
@@ -41,25 +41,34 @@ WorkerQueue::~WorkerQueue() {
   stop();
 }
 
-void WorkerQueue::async(Dispatch::Work work) {
+bool WorkerQueue::async(Dispatch::Work work) {
   const std::lock_guard lock(mutex_);
-  if (stopping_) return;
+  if (stopping_) return true;
   waiting_.push_back(std::move(work));
-  const std::size_t freeThreads = threads_.size() - busy_;
-  if (waiting_.size() > freeThreads && threads_.size() < settings_.maxThreads) startThread();
+  const bool isServed = startMissingThreads();
   wake_.notify_one();
+  return isServed;
 }
 
-void WorkerQueue::startThread() {
+bool WorkerQueue::grow() {
+  const std::lock_guard lock(mutex_);
+  return startMissingThreads();
+}
+
+bool WorkerQueue::startMissingThreads() {
+  while (waiting_.size() > threads_.size() - busy_ && threads_.size() < settings_.maxThreads) {
+    if (!startThread()) return false;
+  }
+  return true;
+}
+
+bool WorkerQueue::startThread() {
   threads_.emplace_back();
   const auto self = std::prev(threads_.end());
-  try {
-    *self = std::thread([this, self] { serve(self); });
-  } catch (const std::system_error&) {
-    threads_.erase(self);
-    // The threads there are will get to the work. Without any, nobody ever would.
-    if (threads_.empty()) throw;
-  }
+  *self = settings_.startThread([this, self] { serve(self); });
+  if (self->joinable()) return true;
+  threads_.erase(self);
+  return false;
 }
 
 void WorkerQueue::serve(Threads::iterator self) {

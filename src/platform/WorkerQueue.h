@@ -2,7 +2,8 @@
 //
 // Work begins in the order in which it was handed over and runs concurrently. When all threads are
 // busy the next piece gets another thread, so that work that blocks holds up no other; threads that
-// have nothing to do wait for more, a few of them, and the rest go.
+// have nothing to do wait for more, a few of them, and the rest go. Where the system refuses a
+// thread, work waits for those there are, and for grow().
 //
 // Work must not throw. async() may be called from any thread, that of a running piece included.
 #pragma once
@@ -16,6 +17,7 @@
 #include <thread>
 
 #include "platform/Dispatch.h"
+#include "platform/StartThread.h"
 
 namespace tessaly {
 
@@ -32,6 +34,7 @@ class WorkerQueue {
     // Beyond this many threads, work waits. Only a guard against a flood.
     std::size_t maxThreads = 512;
     std::size_t maxIdleThreads = 4;
+    StartThread startThread = tessaly::startThread;
   };
 
   struct Counts {
@@ -46,8 +49,12 @@ class WorkerQueue {
   WorkerQueue(const WorkerQueue&) = delete;
   WorkerQueue& operator=(const WorkerQueue&) = delete;
 
-  // Runs `work` as soon as a thread is free for it. After close() it is dropped.
-  void async(Dispatch::Work work);
+  // Runs `work` as soon as a thread is free for it. After close() it is dropped. False when work
+  // waits for a thread that the system refuses: then grow() is to be called later.
+  bool async(Dispatch::Work work);
+
+  // Tries again to start the threads that work waits for. False when the system still refuses one.
+  bool grow();
 
   // Drops the work that has not begun, and all that comes from now on. Does not wait for what runs,
   // which counts() goes on to tell.
@@ -61,7 +68,8 @@ class WorkerQueue {
  private:
   using Threads = std::list<std::thread>;
 
-  void startThread();
+  bool startMissingThreads();
+  bool startThread();
   void serve(Threads::iterator self);
   void retire(Threads::iterator self, std::unique_lock<std::mutex>& lock);
 

@@ -18,6 +18,7 @@
 
 #include "support/Eventually.h"
 #include "support/Needs.h"
+#include "support/RefusedThreads.h"
 
 namespace tessaly {
 namespace {
@@ -177,6 +178,51 @@ TEST(WorkerQueue, puts_its_name_on_its_threads) {
   });
   EXPECT_TRUE(std::string("a rather long name").starts_with(name));
   EXPECT_GE(name.size(), 15u);
+}
+
+TEST(WorkerQueue, keeps_work_for_which_it_gets_no_thread) {
+  RefusedThreads system;
+  WorkerQueue queue({.name = "test", .startThread = system.startThread()});
+  std::atomic<int> ran = 0;
+  for (int k = 0; k < 3; ++k) EXPECT_FALSE(queue.async([&] { ++ran; }));
+  EXPECT_FALSE(queue.grow());
+  EXPECT_EQ(queue.counts().threads, 0U);
+  EXPECT_EQ(queue.counts().waiting, 3U);
+  system.relent();
+  EXPECT_TRUE(queue.grow());
+  waitUntilNoneIsBusy(queue);
+  EXPECT_EQ(ran, 3);
+}
+
+TEST(WorkerQueue, runs_all_its_work_on_the_threads_it_has_where_it_gets_no_more) {
+  RefusedThreads system(false);
+  WorkerQueue queue({.name = "test", .startThread = system.startThread()});
+  std::latch release(1);
+  std::vector<int> order;
+  EXPECT_TRUE(queue.async([&] { release.wait(); }));
+  system.refuse();
+  for (int k = 0; k < 5; ++k) EXPECT_FALSE(queue.async([&order, k] { order.push_back(k); }));
+  EXPECT_EQ(queue.counts().threads, 1U);
+  release.count_down();
+  waitUntilNoneIsBusy(queue);
+  EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3, 4}));
+  EXPECT_TRUE(queue.grow());
+}
+
+TEST(WorkerQueue, starts_the_threads_that_were_refused_once_it_gets_them) {
+  constexpr int pieces = 4;
+  RefusedThreads system(false);
+  WorkerQueue queue({.name = "test", .startThread = system.startThread()});
+  std::latch allBegun(pieces);
+  queue.async([&] { allBegun.arrive_and_wait(); });
+  system.refuse();
+  for (int k = 1; k < pieces; ++k) queue.async([&] { allBegun.arrive_and_wait(); });
+  EXPECT_FALSE(queue.grow());
+  EXPECT_FALSE(allBegun.try_wait());
+  system.relent();
+  EXPECT_TRUE(queue.grow());
+  waitUntilNoneIsBusy(queue);
+  EXPECT_TRUE(allBegun.try_wait());
 }
 
 #if defined(__linux__)

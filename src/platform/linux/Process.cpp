@@ -42,6 +42,8 @@ Process::Process(Process&& other) noexcept = default;
 Process& Process::operator=(Process&& other) noexcept = default;
 
 Result<Process> Process::launch(const Launch& launch) {
+  // Children that have ended take from what the user may have of them.
+  process::Reaper::instance().catchUp();
   auto state = std::make_unique<State>();
   process::Ends its;
   if (launch.input == Stream::captured) {

@@ -3,7 +3,6 @@
 #include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -28,20 +27,33 @@ Reaper& Reaper::instance() {
   return reaper;
 }
 
+Reaper::Reaper(StartThread startThread) : startThread_(std::move(startThread)) {}
+
 void Reaper::adopt(Child child) {
   if (reaped(child.number)) return;
   const std::lock_guard lock(mutex_);
   newcomers_.push_back(std::move(child));
-  if (isServing_) {
-    if (bell_) eventfd_write(bell_.get(), 1);
-    return;
+  if (!isServing_) {
+    startServing();
+  } else if (bell_) {
+    eventfd_write(bell_.get(), 1);
   }
+}
+
+void Reaper::catchUp() {
+  const std::lock_guard lock(mutex_);
+  if (isServing_) return;
+  std::erase_if(newcomers_, [](const Child& child) { return reaped(child.number).has_value(); });
+  if (!newcomers_.empty()) startServing();
+}
+
+void Reaper::startServing() {
   bell_ = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-  try {
-    std::thread([this] { serve(); }).detach();
-    isServing_ = true;
-  } catch (const std::system_error&) {
-    // No room for a thread. The next child to be adopted brings another try.
+  std::thread thread = startThread_([this] { serve(); });
+  isServing_ = thread.joinable();
+  if (isServing_) {
+    thread.detach();
+  } else {
     bell_ = FileDescriptor();
   }
 }

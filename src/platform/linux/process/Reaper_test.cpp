@@ -1,0 +1,76 @@
+#include "platform/linux/process/Reaper.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "support/Eventually.h"
+#include "support/RefusedThreads.h"
+
+namespace tessaly::process {
+namespace {
+
+// A child that runs until it is ended.
+pid_t child() {
+  const pid_t number = ::fork();
+  if (number != 0) return number;
+  while (true) ::pause();
+}
+
+Child held(pid_t number) {
+  return {number, FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, number, 0)))};
+}
+
+// Ends it and waits until it could be reaped.
+void end(pid_t number) {
+  ::kill(number, SIGKILL);
+  siginfo_t told{};
+  ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(number), &told, WEXITED | WNOWAIT), 0);
+}
+
+// Whether it still is a child of this process, be it one that has ended.
+bool isThere(pid_t number) {
+  return ::kill(number, 0) == 0;
+}
+
+// Its thread may outlive the test.
+struct Refused {
+  RefusedThreads system;
+  Reaper reaper{system.startThread()};
+
+  static Refused& one() {
+    static Refused& all = *new Refused;
+    return all;
+  }
+};
+
+TEST(Reaper, sees_off_what_has_ended_while_it_had_no_thread) {
+  Refused& refused = Refused::one();
+  refused.system.refuse();
+  const pid_t number = child();
+  ASSERT_GT(number, 0);
+  refused.reaper.adopt(held(number));
+  EXPECT_GT(refused.system.refused(), 0);
+  end(number);
+  EXPECT_TRUE(isThere(number));
+  refused.reaper.catchUp();
+  EXPECT_FALSE(isThere(number));
+}
+
+TEST(Reaper, sees_off_what_still_runs_once_it_has_a_thread) {
+  Refused& refused = Refused::one();
+  refused.system.refuse();
+  const pid_t number = child();
+  ASSERT_GT(number, 0);
+  refused.reaper.adopt(held(number));
+  refused.reaper.catchUp();
+  refused.system.relent();
+  refused.reaper.catchUp();
+  ::kill(number, SIGKILL);
+  EXPECT_TRUE(eventually([&] { return !isThere(number); }, "the child's end"));
+}
+
+}  // namespace
+}  // namespace tessaly::process
