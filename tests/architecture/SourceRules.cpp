@@ -197,6 +197,21 @@ std::vector<std::string> forbiddenThreads(const fs::path& src) {
   return complaints;
 }
 
+std::vector<std::string> unguardedThreads(const fs::path& src) {
+  // Where a thread is made at once; a variable or a member that is to hold one is none yet.
+  static const std::regex start("std::j?thread( +\\w+)? *[({]|\\bpthread_create\\b");
+  static constexpr std::string_view door = "platform/StartThread.";
+  std::vector<std::string> complaints;
+  forEachLine(src, [&complaints](const Line& line) {
+    if (line.file.starts_with(door) || isTest(line.file) ||
+        !std::regex_search(line.text.substr(0, line.text.find("//")), start)) {
+      return;
+    }
+    complaints.push_back(line.complaint("the system may refuse a thread: startThread() tells"));
+  });
+  return complaints;
+}
+
 std::vector<std::string> strayDecoders(const fs::path& src) {
   static const std::regex include(
       "\\s*#\\s*include\\s*<((QtGui/)?(QImageReader|QMovie)|(QtPdf/)?QPdf(Document|Page).*|"

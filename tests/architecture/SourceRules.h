@@ -17,6 +17,9 @@ std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
 // Threads and hops between threads made anywhere but in the rooms that own them.
 std::vector<std::string> forbiddenThreads(const std::filesystem::path& src);
 
+// Threads started without a thought of their being refused, which would end the program.
+std::vector<std::string> unguardedThreads(const std::filesystem::path& src);
+
 // Libraries that decode foreign files, included anywhere but in the program that reads them.
 std::vector<std::string> strayDecoders(const std::filesystem::path& src);
 

@@ -97,6 +97,19 @@ TEST_F(PlantedSources, thread_outside_platform_is_found) {
                           "scan/B.cpp:1: hops between threads go through platform/Dispatch.h"));
 }
 
+TEST_F(PlantedSources, thread_that_may_not_be_refused_is_found) {
+  plant("platform/StartThread.cpp", "return std::thread(body);\n");
+  plant("platform/A.cpp", "std::thread worker;\nstd::vector<std::thread> all;\n");
+  plant("platform/A_test.cpp", "std::thread worker([] {});\n");
+  plant("platform/linux/B.cpp", "std::thread([this] { serve(); }).detach();\n");
+  plant("platform/linux/C.cpp", "std::jthread worker{serve};\npthread_create(&one, 0, f, 0);\n");
+  EXPECT_THAT(
+      unguardedThreads(src_),
+      ElementsAre("platform/linux/B.cpp:1: the system may refuse a thread: startThread() tells",
+                  "platform/linux/C.cpp:1: the system may refuse a thread: startThread() tells",
+                  "platform/linux/C.cpp:2: the system may refuse a thread: startThread() tells"));
+}
+
 TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
   plant("app/preview/pages/A.cpp", "#include <QImageReader>\n");
   plant("app/preview/A.cpp", "#include <QImage>\n#include <QImageReader>\n");
@@ -123,6 +136,10 @@ TEST(Sources, include_only_along_the_arrows) {
 
 TEST(Sources, hop_between_threads_only_through_dispatch) {
   EXPECT_THAT(forbiddenThreads(project / "src"), IsEmpty());
+}
+
+TEST(Sources, start_threads_only_where_they_may_be_refused) {
+  EXPECT_THAT(unguardedThreads(project / "src"), IsEmpty());
 }
 
 TEST(Sources, decode_foreign_files_in_their_own_program_alone) {
