@@ -8,8 +8,9 @@
 //
 // Links are reported, never followed. Directories are opened relative to their parents'
 // descriptors, so depth and length of paths have no limit. When descriptors run short, those of
-// directories that are still needed are closed and opened again later. A directory that cannot be
-// read is reported like an empty one. Pseudo file systems and automount points are reported and
+// directories that are still needed are closed and opened again later; one is enough for a walk.
+// What cannot be read is reported without attributes or contents, and told to who wants to know.
+// Pseudo file systems and automount points are reported and
 // never entered, nor are mounts that show only what the walk sees at another place as well.
 //
 // One object, one walk, one thread that calls next(). The destructor joins the walk's threads.
@@ -41,12 +42,12 @@ class DirectoryWalk {
     bool mayComeTwice = false;
   };
 
-  // A directory about to be read.
+  // A directory about to be read, or an item that could not be.
   class Candidate {
    public:
     virtual std::string path() const = 0;  // absolute, put together on each call
 
-    std::string_view name;
+    std::string_view name;    // empty for the root
     std::uint32_t depth = 0;  // 1 directly in the root
     std::uint8_t mark = 0;    // mark of the directory that holds it
 
@@ -65,11 +66,19 @@ class DirectoryWalk {
   // directory that is not entered is reported without attributes.
   using Decide = std::function<Descent(const Candidate&)>;
 
+  // Told of each item that is there and could not be read, or not to its end, and of the errno: a
+  // directory that cannot be opened or listed, whether it is the root or below it, and any other
+  // item whose attributes cannot be had. Each item is told once. What has vanished since its
+  // directory was listed is not told, nor what is never entered. Called on the thread that makes
+  // the walk and calls next(), during these two. The candidate is valid during the call.
+  using Unreadable = std::function<void(const Candidate& item, int code)>;
+
   // `root` is an absolute path without links. `threads` counts the caller's; 0 means two to four,
   // by the number of cores. Where the system refuses a thread there are fewer, down to the caller's
   // alone. `mounts` is what the walk takes for what is mounted; where it is null, the walk asks.
   DirectoryWalk(const std::string& root, Decide decide, int threads = 0,
-                const std::shared_ptr<const MountSnapshot>& mounts = nullptr);
+                const std::shared_ptr<const MountSnapshot>& mounts = nullptr,
+                Unreadable unreadable = {});
   ~DirectoryWalk();
   DirectoryWalk(const DirectoryWalk&) = delete;
   DirectoryWalk& operator=(const DirectoryWalk&) = delete;

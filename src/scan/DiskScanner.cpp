@@ -155,7 +155,8 @@ class Scan {
   DiskNode run() {
     DirectoryWalk walk(
         root_, [this](const DirectoryWalk::Candidate& candidate) { return decide(candidate); },
-        threads_);
+        threads_, nullptr,
+        [this](const DirectoryWalk::Candidate& item, int code) { tell(item, code); });
     if (!walk.isOpen()) {
       if (callbacks_.percent) callbacks_.percent(1.0);
       return frozen();
@@ -202,6 +203,12 @@ class Scan {
     }
     const bool opaque = !expandPackages_ && isPackageName(candidate.name);
     return {.enter = true, .mark = opaque ? insidePackage : std::uint8_t{0}};
+  }
+
+  // The walk looks at files before it is known whether they are left out.
+  void tell(const DirectoryWalk::Candidate& item, int code) const {
+    if (!callbacks_.unreadable || (item.depth > 0 && !decide(item).enter)) return;
+    callbacks_.unreadable(SystemError::fromErrno(code, item.path()));
   }
 
   void take(const Item& item, std::uint64_t items, ScanProgress& progress) {

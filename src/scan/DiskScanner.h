@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/Places.h"
+#include "platform/SystemError.h"
 #include "scan/DiskNode.h"
 
 namespace tessaly::DiskScanner {
@@ -25,6 +26,10 @@ struct Callbacks {
   std::function<void(const std::string& line)> progress;  // a status line
   std::function<void(double fraction)> percent;  // 0 to 1, in top-level entries of the root
   std::function<bool()> isCancelled;             // polled once per item
+  // Told of each item that is there and could not be read, or not to its end: the root or a folder
+  // that cannot be opened or listed, any other item whose attributes cannot be had, also inside a
+  // package. Not told is what is left out of the scan, and what has vanished meanwhile.
+  std::function<void(const SystemError& failure)> unreadable = {};
 };
 
 struct Options {
@@ -36,8 +41,8 @@ struct Options {
 };
 
 // Walks `root` and blocks until done; not for the main thread. Never fails: what cannot be read is
-// passed over, and the worst result is a root of size 0 without children. After a cancellation the
-// result is the part that was walked.
+// passed over and told, and the worst result is a root of size 0 without children. After a
+// cancellation the result is the part that was walked.
 DiskNode scan(const std::string& root, const Callbacks& callbacks = {}, const Options& options = {},
               const Places& places = Places::current());
 

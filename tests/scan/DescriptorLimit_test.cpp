@@ -1,5 +1,8 @@
 // A process may run out of file descriptors at any moment. A scan then does with what it has.
+#include <cerrno>
+#include <climits>
 #include <fcntl.h>
+#include <set>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -144,6 +147,156 @@ TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_package) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
   });
   expectSameWithFew(tree.path(), 6);
+}
+
+// A tree, and what was told of it: the error's number and the path, a line each.
+struct Scanned {
+  DiskNode root;
+  std::vector<std::string> told;
+};
+
+Scanned scanAndNote(const std::string& root, int threads, std::function<void()> duringFirst = {}) {
+  ScanRecord record;
+  if (duringFirst) record.during(1, std::move(duringFirst));
+  DiskScanner::Callbacks callbacks = record.callbacks();
+  std::vector<std::string> told;
+  callbacks.unreadable = [&](const SystemError& failure) {
+    told.push_back(std::to_string(failure.code) + " " + failure.path);
+  };
+  DiskScanner::Options options;
+  options.threads = threads;
+  DiskNode node = DiskScanner::scan(root, callbacks, options, Places::forLinux());
+  return {std::move(node), std::move(told)};
+}
+
+bool lowerLimit(rlim_t to) {
+  rlimit number{};
+  if (getrlimit(RLIMIT_NOFILE, &number) != 0) return false;
+  number.rlim_cur = to;
+  return setrlimit(RLIMIT_NOFILE, &number) == 0;
+}
+
+class LastDescriptors : public testing::TestWithParam<std::tuple<int, int>> {
+ protected:
+  static int left() { return std::get<0>(GetParam()); }
+  static int threads() { return std::get<1>(GetParam()); }
+
+  static void expectSame(const std::string& root) {
+    EXPECT_EQ(inForkedChild([&]() -> std::string {
+                const Scanned before = scanAndNote(root, threads());
+                if (!lowerLimit(64)) return "no limit";
+                const std::vector<Descriptor> held =
+                    allDescriptorsBut(static_cast<std::size_t>(left()));
+                const Scanned after = scanAndNote(root, threads());
+                if (!after.told.empty()) return "told: " + after.told.front();
+                return differenceOf(before.root, after.root);
+              }),
+              "");
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(of, LastDescriptors,
+                         testing::Combine(testing::Values(1, 2, 3), testing::Values(1, 4)),
+                         [](const testing::TestParamInfo<std::tuple<int, int>>& instance) {
+                           return std::to_string(std::get<0>(instance.param)) + "_with_threads_" +
+                                  std::to_string(std::get<1>(instance.param));
+                         });
+
+TEST_P(LastDescriptors, are_enough_for_a_tree) {
+  const TempTree tree(R"(
+    many-##/ x30
+      inner-#/ x3
+        film 4K
+        Tool.app/
+          Contents/
+            film 4K
+  )");
+  expectSame(tree.path());
+}
+
+TEST_P(LastDescriptors, are_enough_for_a_deep_tree) {
+  TempTree tree;
+  tree.chain("", "folder", 60, [&](int folder, int level) {
+    plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
+  });
+  expectSame(tree.path());
+}
+
+TEST_P(LastDescriptors, are_enough_for_a_folder_that_is_read_in_runs) {
+  const TempTree tree(R"(
+    a-#####/ x2000
+    b-##### 4K x8000
+    other/
+      c-##### x8000
+      film 1M
+  )");
+  expectSame(tree.path());
+}
+
+// Paths that are longer than the system takes at once need two, and are told where there is one.
+TEST_P(LastDescriptors, are_enough_for_paths_of_any_length_or_told) {
+  TempTree tree;
+  tree.chain("", std::string(200, 'n'), 40, [&](int folder, int level) {
+    plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
+  });
+  if (left() > 1) {
+    expectSame(tree.path());
+    return;
+  }
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              if (!lowerLimit(64)) return "no limit";
+              const std::vector<Descriptor> held = allDescriptorsBut(1);
+              const Scanned scanned = scanAndNote(tree.path(), threads());
+              if (scanned.told.empty()) return "nothing was told";
+              for (const std::string& line : scanned.told) {
+                if (!line.starts_with(std::to_string(EMFILE) + " ")) return line;
+                if (line.size() < PATH_MAX) return "too early: " + line;
+              }
+              return "";
+            }),
+            "");
+}
+
+class LostDescriptors : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(with, LostDescriptors, testing::Values(1, 4), [](const auto& instance) {
+  return std::to_string(instance.param) + "_threads";
+});
+
+// Nothing can be opened any more once the walk has begun, as when another part of the program takes
+// all that the walk gives back. A wait for each of the folders would last for half an hour.
+TEST_P(LostDescriptors, leave_no_folder_empty_in_silence) {
+  constexpr int folders = 1000;
+  const TempTree tree(R"(
+    many-###/ x1000
+      film 4K
+  )");
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              const Scanned scanned = scanAndNote(tree.path(), GetParam(), [] { lowerLimit(0); });
+              const std::set<std::string> told(scanned.told.begin(), scanned.told.end());
+              if (told.empty()) return "nothing was told";
+              if (told.size() != scanned.told.size()) return "something was told twice";
+              int whole = 0;
+              for (int number = 0; number < folders; ++number) {
+                const std::string digits = std::to_string(folders + number).substr(1);
+                const std::string line = std::to_string(EMFILE) + " " + tree.at("many-" + digits);
+                if (!told.contains(line)) ++whole;
+              }
+              if (whole + static_cast<int>(told.size()) != folders) return "other things were told";
+              return scanned.root.size() == whole * 4 * KiB ? "" : "another size";
+            }),
+            "");
+}
+
+TEST(NoDescriptor, leaves_nothing_but_the_root_told) {
+  const TempTree tree("film 1M\n");
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              if (!lowerLimit(64)) return "no limit";
+              const std::vector<Descriptor> held = allDescriptorsBut(0);
+              const Scanned scanned = scanAndNote(tree.path(), 0);
+              if (scanned.root.size() != 0) return treeText(scanned.root);
+              return scanned.told.size() == 1 ? scanned.told.front() : "";
+            }),
+            std::to_string(EMFILE) + " " + tree.path());
 }
 
 }  // namespace

@@ -123,6 +123,7 @@ std::string readAll(int from) {
 struct Plan {
   std::size_t killStop = 0;  // from 1; 0 for none
   std::size_t failCall = 0;
+  long failNumber = -1;  // only calls of this number count for `failCall`; -1 for all
   int code = 0;
   SystemCallTrace::Refusals refusals = {};
   std::size_t actStop = 0;
@@ -199,7 +200,9 @@ class Tracer {
     if (const auto refused = plan_.refusals.find(number); refused != plan_.refusals.end()) {
       return fail(number, refused->second);
     }
-    if (isForMemoryOrTurns(number) || ++countedCalls_ != plan_.failCall) return true;
+    const bool counts =
+        plan_.failNumber < 0 ? !isForMemoryOrTurns(number) : number == plan_.failNumber;
+    if (!counts || ++countedCalls_ != plan_.failCall) return true;
     return fail(number, plan_.code);
   }
 
@@ -309,6 +312,11 @@ TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
 TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body,
                     const Refusals& refusals) {
   return traced({.failCall = call, .code = code, .refusals = refusals}, body);
+}
+
+TracedRun failingNth(long number, std::size_t nth, int code,
+                     const std::function<std::string()>& body) {
+  return traced({.failCall = nth, .failNumber = number, .code = code}, body);
 }
 
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body) {

@@ -58,6 +58,10 @@ TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
 TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body,
                     const Refusals& refusals = {});
 
+// Lets the `nth` of the calls of this number, counted from 1, fail in the same way.
+TracedRun failingNth(long number, std::size_t nth, int code,
+                     const std::function<std::string()>& body);
+
 // Refuses calls as a system would that does not have them.
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body);
 

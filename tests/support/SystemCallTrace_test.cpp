@@ -99,6 +99,21 @@ TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
   }
 }
 
+TEST_F(SystemCallTraceTest, lets_one_call_of_a_number_fail) {
+  const auto body = [] {
+    std::string told;
+    for (int round = 0; round < 3; ++round) {
+      ::syscall(SYS_getuid);
+      told += ::syscall(SYS_getppid) < 0 ? "failed " : "ran ";
+    }
+    return told;
+  };
+  EXPECT_EQ(SystemCallTrace::failingNth(SYS_getppid, 2, EIO, body).told, "ran failed ran ");
+  const TracedRun run = SystemCallTrace::failingNth(SYS_getppid, 4, EIO, body);
+  EXPECT_EQ(run.told, "ran ran ran ");
+  EXPECT_EQ(run.failedCall, -1);
+}
+
 TEST_F(SystemCallTraceTest, refuses_calls_whenever_they_are_made) {
   const TempTree tree;
   const SystemCallTrace::Refusals refusals = {{SYS_getppid, ENOSYS}};

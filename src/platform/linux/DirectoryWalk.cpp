@@ -14,9 +14,11 @@ class DirectoryWalk::Impl : public walk::WalkEngine {
 };
 
 DirectoryWalk::DirectoryWalk(const std::string& root, Decide decide, int threads,
-                             const std::shared_ptr<const MountSnapshot>& mounts)
+                             const std::shared_ptr<const MountSnapshot>& mounts,
+                             Unreadable unreadable)
     : impl_(std::make_unique<Impl>(root, std::move(decide), threads,
-                                   mounts != nullptr ? *mounts : *mountsOfNow())) {}
+                                   mounts != nullptr ? *mounts : *mountsOfNow(),
+                                   std::move(unreadable))) {}
 
 DirectoryWalk::~DirectoryWalk() = default;
 

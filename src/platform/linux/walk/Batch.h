@@ -19,7 +19,8 @@ struct Folder;
 struct Record {
   union {
     std::int64_t allocatedSize;
-    Folder* child;  // of a directory that is entered
+    Folder* child;         // of a directory that is entered
+    std::int64_t failure;  // without attributes: the errno that kept them from being read, or 0
   };
   double mtime;
   std::uint32_t nameOffset;
@@ -41,6 +42,9 @@ struct Batch {
   Batch* before = nullptr;
   Batch* after = nullptr;
 
+  // The errno that kept the directory from being read at all, or this run and what comes after it
+  // from being read to the end; 0 for none.
+  int failure = 0;
   std::uint32_t count = 0;
   std::unique_ptr<std::byte[]> data;  // `count` records, then the names, each ended by a NUL
 

@@ -1,6 +1,7 @@
 #include "platform/linux/walk/FolderReader.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -10,6 +11,8 @@
 #include <unistd.h>
 
 #include "platform/linux/AllocatedBytes.h"
+#include "platform/linux/Uninterrupted.h"
+#include "platform/linux/walk/FolderCandidate.h"
 
 namespace tessaly::walk {
 
@@ -50,36 +53,28 @@ DirectoryWalk::Type typeOf(std::uint8_t entryType) {
   }
 }
 
+// Looks at an entry, not at what a link leads to. Gives 0, or the errno of a failure.
+int look(int directory, const char* name, unsigned mask, struct statx& attributes) {
+  constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+  const int result =
+      uninterrupted([&] { return statx(directory, name, flags, mask, &attributes); });
+  return result == 0 ? 0 : errno;
+}
+
+// An entry that has gone since the directory was listed is nothing that could not be read.
+int failureOf(int error) {
+  return error == ENOENT ? 0 : error;
+}
+
 // Whether the entry belongs to the mount of this id. One that cannot be told counts as if it did.
-bool isTopOf(std::uint64_t mount, int directory, const char* name) {
+bool isTopOf(std::uint64_t mount, int directory, const char* name, int& failure) {
   struct statx attributes;
-  if (statx(directory, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC,
-            STATX_MNT_ID, &attributes) != 0) {
+  if (const int error = look(directory, name, STATX_MNT_ID, attributes); error != 0) {
+    failure = failureOf(error);
     return true;
   }
   return (attributes.stx_mask & STATX_MNT_ID) == 0 || attributes.stx_mnt_id == mount;
 }
-
-class FolderCandidate final : public DirectoryWalk::Candidate {
- public:
-  FolderCandidate(const std::string& root, const Folder& parent, std::string_view childName)
-      : root_(root), parent_(parent) {
-    name = childName;
-    depth = parent.depth + 1;
-    mark = parent.mark;
-  }
-
-  std::string path() const override {
-    std::string text = folderPath(root_, parent_);
-    if (!text.ends_with('/')) text += '/';
-    text += name;
-    return text;
-  }
-
- private:
-  const std::string& root_;
-  const Folder& parent_;
-};
 
 }  // namespace
 
@@ -98,12 +93,15 @@ FolderReader::FolderReader(const DirectoryWalk::Decide& decide, const std::strin
 
 FolderReader::~FolderReader() = default;
 
-bool FolderReader::readEntries(int descriptor, off_t& resume) {
+FolderReader::Run FolderReader::readEntries(int descriptor) {
   filled_ = 0;
   while (entriesCapacity - filled_ >= entriesCapacity / 2) {
-    const long got =
-        syscall(SYS_getdents64, descriptor, entries_.get() + filled_, entriesCapacity - filled_);
-    if (got <= 0) return false;  // the end, or what a directory removed meanwhile answers
+    const long got = uninterrupted([&] {
+      return syscall(SYS_getdents64, descriptor, entries_.get() + filled_,
+                     entriesCapacity - filled_);
+    });
+    if (got < 0) return {.failure = failureOf(errno)};  // one removed meanwhile is not there
+    if (got == 0) return {};
     filled_ += static_cast<std::size_t>(got);
   }
   std::size_t last = 0;
@@ -115,8 +113,7 @@ bool FolderReader::readEntries(int descriptor, off_t& resume) {
   }
   std::int64_t offset = 0;
   std::memcpy(&offset, entries_.get() + last + offsetof(EntryHeader, offset), sizeof offset);
-  resume = offset;
-  return true;
+  return {.hasRest = true, .resume = offset};
 }
 
 void FolderReader::readAttributes(int descriptor, Batch& batch) {
@@ -146,8 +143,10 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
 
   if (entry.type != DT_DIR && entry.type != DT_LNK) {
     struct statx attributes;
-    if (statx(descriptor, entry.name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC,
-              STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE, &attributes) == 0) {
+    const int error = look(descriptor, entry.name,
+                           STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE, attributes);
+    record.failure = failureOf(error);
+    if (error == 0) {
       record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
       record.hasAttributes = true;
       record.allocatedSize = (attributes.stx_mask & STATX_BLOCKS) != 0
@@ -161,7 +160,9 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
     record.mtime = 0;
     DirectoryWalk::Descent descent;
     const std::string_view name(entry.name, entry.nameLength);
-    record.hasAttributes = enters(descriptor, folder, entry, descent);
+    int failure = 0;
+    record.hasAttributes = enters(descriptor, folder, entry, descent, failure);
+    record.failure = failure;
     if (record.hasAttributes) {
       auto* const child = new Folder;
       child->parent = &folder;
@@ -177,12 +178,12 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
 }
 
 bool FolderReader::enters(int descriptor, Folder& folder, const Entry& entry,
-                          DirectoryWalk::Descent& descent) const {
+                          DirectoryWalk::Descent& descent, int& failure) const {
   const std::string_view name(entry.name, entry.nameLength);
   if (folder.closed != nullptr) {
     const ClosedPlaces* const place = folder.closed->below(name);
     if (place != nullptr && place->isClosed() &&
-        (place->mount() == 0 || isTopOf(place->mount(), descriptor, entry.name))) {
+        (place->mount() == 0 || isTopOf(place->mount(), descriptor, entry.name, failure))) {
       return false;
     }
   }
@@ -204,26 +205,29 @@ void FolderReader::store(Batch& batch) {
   }
 }
 
-void readFolderAttributes(int descriptor, Folder& folder) {
+int readFolderAttributes(int descriptor, Folder& folder) {
   struct stat attributes;
-  if (fstat(descriptor, &attributes) != 0) return;
+  if (uninterrupted([&] { return fstat(descriptor, &attributes); }) != 0) return errno;
   folder.hasAttributes = true;
   folder.length = attributes.st_size;
   folder.mtime =
       seconds(attributes.st_mtim.tv_sec, static_cast<std::uint32_t>(attributes.st_mtim.tv_nsec));
   folder.device = attributes.st_dev;
   folder.inode = attributes.st_ino;
+  return 0;
 }
 
-void readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder) {
+bool readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder) {
   struct stat attributes;
-  if (fstatat(parentDescriptor, name, &attributes, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
-    return;
+  constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
+  if (uninterrupted([&] { return fstatat(parentDescriptor, name, &attributes, flags); }) != 0) {
+    return errno != ENOENT;
   }
   folder.hasAttributes = S_ISDIR(attributes.st_mode);
   folder.length = attributes.st_size;
   folder.mtime =
       seconds(attributes.st_mtim.tv_sec, static_cast<std::uint32_t>(attributes.st_mtim.tv_nsec));
+  return folder.hasAttributes;
 }
 
 std::string folderPath(const std::string& root, const Folder& folder) {

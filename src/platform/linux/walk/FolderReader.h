@@ -17,9 +17,15 @@ class FolderReader {
                const std::atomic<bool>& stop);
   ~FolderReader();
 
-  // Reads up to 64 KiB of entries of the directory open at `descriptor`. Returns whether there may
-  // be more, and then sets `resume` to where to go on: another thread can do that from here on.
-  bool readEntries(int descriptor, off_t& resume);
+  struct Run {
+    bool hasRest = false;  // there may be more entries, from `resume` on
+    off_t resume = 0;
+    int failure = 0;  // the errno that ended the run early; 0 for none
+  };
+
+  // Reads up to 64 KiB of entries of the directory open at `descriptor`. Where there may be more,
+  // another thread can go on with them from here on. A failure leaves what came before it.
+  Run readEntries(int descriptor);
 
   // Looks up the attributes of the entries read and puts all of it into `batch`.
   void readAttributes(int descriptor, Batch& batch);
@@ -31,8 +37,8 @@ class FolderReader {
   struct Entry;
 
   void addEntry(int descriptor, Folder& folder, const Entry& entry);
-  bool enters(int descriptor, Folder& folder, const Entry& entry,
-              DirectoryWalk::Descent& descent) const;
+  bool enters(int descriptor, Folder& folder, const Entry& entry, DirectoryWalk::Descent& descent,
+              int& failure) const;
   void store(Batch& batch);
 
   const DirectoryWalk::Decide& decide_;
@@ -45,11 +51,12 @@ class FolderReader {
   std::vector<Folder*> children_;
 };
 
-// What `descriptor`, an open directory, says of itself.
-void readFolderAttributes(int descriptor, Folder& folder);
+// What `descriptor`, an open directory, says of itself. Gives 0, or the errno of a failure.
+int readFolderAttributes(int descriptor, Folder& folder);
 
-// The same by name, for a directory that cannot be opened.
-void readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder);
+// The same by name, for a directory that cannot be opened. Gives false where no directory has the
+// name any more.
+bool readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder);
 
 // The absolute path of a folder, or of the entry `name` in it.
 std::string folderPath(const std::string& root, const Folder& folder);

@@ -5,12 +5,22 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "platform/linux/Uninterrupted.h"
+
 namespace tessaly::walk {
 
-int openDirectory(const std::string& path) {
-  constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+namespace {
+
+int openAt(int directory, const std::string& path, int flags) {
+  return uninterrupted(
+      [&] { return openat(directory, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags); });
+}
+
+}  // namespace
+
+int openDirectory(const std::string& path, int flags) {
   constexpr std::size_t longest = PATH_MAX - 1;
-  if (path.size() <= longest) return open(path.c_str(), flags);
+  if (path.size() <= longest) return openAt(AT_FDCWD, path, flags);
 
   // The kernel takes no longer path at once, so go there in stretches that end before a "/".
   int directory = AT_FDCWD;
@@ -24,7 +34,7 @@ int openDirectory(const std::string& path) {
         return -1;
       }
     }
-    const int next = openat(directory, path.substr(at, end - at).c_str(), flags);
+    const int next = openAt(directory, path.substr(at, end - at), flags);
     const int error = errno;
     if (directory != AT_FDCWD) close(directory);
     if (next < 0) {

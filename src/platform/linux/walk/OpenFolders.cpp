@@ -46,4 +46,13 @@ int OpenFolders::evict() {
   return -1;
 }
 
+int OpenFolders::evictRootToo() {
+  const int spare = evict();
+  if (spare >= 0) return spare;
+  for (Folder* folder = oldest_; folder != nullptr; folder = folder->newer) {
+    if (folder->pins == 0) return remove(*folder);
+  }
+  return -1;
+}
+
 }  // namespace tessaly::walk

@@ -23,8 +23,11 @@ class OpenFolders {
   int remove(Folder& folder);
 
   // Gives up the descriptor of a folder that no thread is using; the caller closes it. -1 if there
-  // is none such. The root's is never given up.
+  // is none such.
   int evict();
+
+  // The same, down to the root's, from which all others are opened again.
+  int evictRootToo();
 
   // Descriptors have run out: from now on half as many as are open here have to do.
   void lowerBudget() { budget_ = count_ / 2; }

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <fcntl.h>
-#include <sys/statfs.h>
 #include <unistd.h>
 #include <utility>
 
 #include "platform/linux/MountSnapshotData.h"
+#include "platform/linux/Uninterrupted.h"
+#include "platform/linux/walk/FolderCandidate.h"
 #include "platform/linux/walk/OpenDirectory.h"
 #include "platform/linux/walk/ThreadCount.h"
 
@@ -43,36 +42,37 @@ bool enters(const DirectoryWalk::Decide& decide, const std::string& root, const 
   return true;
 }
 
-bool isPseudo(int descriptor) {
-  struct statfs system;
-  return fstatfs(descriptor, &system) == 0 && isPseudoFileSystem(static_cast<long>(system.f_type));
-}
-
 }  // namespace
 
 WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
-                       const MountSnapshot& mounts, const StartThread& startThread)
+                       const MountSnapshot& mounts, DirectoryWalk::Unreadable unreadable,
+                       const StartThread& startThread)
     : root_(root),
       decide_(std::move(decide)),
+      unreadable_(std::move(unreadable)),
       closed_(closedPlacesBelow(
           root, mounts.mounts(),
           [this](const std::string& path) { return enters(decide_, root_, path); })),
       consumerReader_(decide_, root_, stop_) {
-  rootDescriptor_ = openDirectory(root_);
-  if (rootDescriptor_ < 0) return;
+  const int descriptor = openDirectory(root_);
+  if (descriptor < 0) {
+    tell(FolderCandidate(root_, Folder()), errno);
+    return;
+  }
+  isOpen_ = true;
 
   auto* const top = new Folder;
   top->closed = &closed_;
-  top->descriptor = rootDescriptor_;
+  top->descriptor = descriptor;
   top->needs = 2;  // its stream, and the walk, which finds its way to closed folders from there
   top->first.folder = top;
-  readFolderAttributes(rootDescriptor_, *top);
+  top->first.failure = readFolderAttributes(descriptor, *top);
   openFolders_.add(*top);
   front_ = &top->first;
 
   for (int i = threadCount(threads, std::thread::hardware_concurrency()); i > 1; --i) {
     std::thread helper = startThread([this] { helperLoop(); });
-    if (!helper.joinable()) break;  // those that there are read more
+    if (!helper.joinable()) break;  // the others read its share
     helpers_.push_back(std::move(helper));
   }
   enter(*top);
@@ -88,7 +88,6 @@ WalkEngine::~WalkEngine() {
 
   freeUnconsumed();
   for (const int descriptor : toClose_) close(descriptor);
-  if (rootDescriptor_ >= 0) close(rootDescriptor_);
 }
 
 // Every folder hangs on a record that the consumer has not taken, or is one it stands in.
@@ -115,7 +114,7 @@ void WalkEngine::freeUnconsumed() {
     if (batch != &batch->folder->first) delete batch;
   }
   for (Folder* folder : folders) {
-    if (folder->descriptor >= 0 && folder->parent != nullptr) close(folder->descriptor);
+    if (folder->descriptor >= 0) close(folder->descriptor);
     delete folder;
   }
 }
@@ -143,16 +142,20 @@ void WalkEngine::fillItem(const Batch& batch, const Record& record) {
   item_.depth = batch.folder->depth + 1;
   item_.mark = batch.folder->mark;
   item_.mayComeTwice = &batch != &batch.folder->first;
+  item_.hasAttributes = record.hasAttributes;
+  item_.allocatedSize = 0;
+  item_.mtime = 0;
+  if (!record.hasAttributes) {
+    if (record.failure != 0) {
+      tell(FolderCandidate(root_, *batch.folder, item_.name), static_cast<int>(record.failure));
+    }
+    return;
+  }
   if (record.type != DirectoryWalk::Type::directory) {
-    item_.hasAttributes = record.hasAttributes;
     item_.allocatedSize = record.allocatedSize;
     item_.mtime = record.mtime;
     return;
   }
-  item_.hasAttributes = false;
-  item_.allocatedSize = 0;
-  item_.mtime = 0;
-  if (!record.hasAttributes) return;
   Folder& folder = *record.child;
   ensureRead(folder.first);
   entering_ = &folder;
@@ -163,7 +166,19 @@ void WalkEngine::fillItem(const Batch& batch, const Record& record) {
 
 void WalkEngine::enter(Folder& folder) {
   ensureRead(folder.first);
+  tellOfFailure(folder.first);
   frames_.push_back({&folder.first, 0});
+}
+
+// Once for each folder: what failed at its beginning stands for the rest.
+void WalkEngine::tellOfFailure(const Batch& batch) const {
+  const Batch& first = batch.folder->first;
+  if (batch.failure == 0 || (&batch != &first && first.failure != 0)) return;
+  tell(FolderCandidate(root_, *batch.folder), batch.failure);
+}
+
+void WalkEngine::tell(const DirectoryWalk::Candidate& item, int code) const {
+  if (unreadable_) unreadable_(item, code);
 }
 
 // Goes on to the rest of the directory, or leaves it.
@@ -174,13 +189,17 @@ void WalkEngine::leaveBatch() {
   const std::size_t items = batch->count;
   if (rest != nullptr) {
     ensureRead(*rest);
+    tellOfFailure(*rest);
     frames_.back() = {rest, 0};
   } else {
     frames_.pop_back();
   }
   batch->data.reset();
   if (batch != &folder->first) delete batch;
-  if (rest == nullptr) delete folder;
+  if (rest == nullptr) {
+    if (folder->parent == nullptr) leaveRoot(*folder);
+    delete folder;
+  }
 
   aheadItems_.fetch_sub(items);
   const std::size_t left = aheadBatches_.fetch_sub(1) - 1;
@@ -188,6 +207,12 @@ void WalkEngine::leaveBatch() {
     const Lock lock(mutex_);
     work_.notify_all();
   }
+}
+
+// The walk needs the way from there no more.
+void WalkEngine::leaveRoot(Folder& root) {
+  const Lock lock(mutex_);
+  needNoMore(root);
 }
 
 // Returns once `batch` is read: reads it, or reads others while a helper is at it.
@@ -218,13 +243,15 @@ void WalkEngine::ensureRead(Batch& batch) {
 void WalkEngine::helperLoop() {
   FolderReader reader(decide_, root_, stop_);
   Lock lock(mutex_);
-  while (!stop_) {
+  while (!stop_ && !helpersRetire_) {
     Batch* const batch = mayReadAhead() ? firstPending() : nullptr;
     if (batch == nullptr) {
       waitForWork(lock);
       continue;
     }
+    ++busyHelpers_;
     const Outcome outcome = claimAndRead(lock, *batch, reader, Role::helper);
+    --busyHelpers_;
     if (consumerWaits_) ready_.notify_one();
     if (outcome == Outcome::outOfDescriptors) return;  // the fewer that read, the fewer are needed
   }
@@ -268,12 +295,16 @@ WalkEngine::Outcome WalkEngine::readFolder(Lock& lock, Batch& batch, FolderReade
   int descriptor = folder.descriptor;
   if (descriptor < 0) {
     descriptor = first ? openFolder(lock, folder, role) : reopen(lock, folder, role);
-    if (descriptor == -EMFILE) {
+    if (descriptor == -EMFILE && role == Role::helper) {
       --folder.pins;
       giveBack(batch);
       return Outcome::outOfDescriptors;
     }
-    if (descriptor >= 0) descriptor = takeOver(folder, descriptor);
+    if (descriptor >= 0) {
+      descriptor = takeOver(folder, descriptor);
+    } else if (descriptor != nothingToRead) {
+      batch.failure = -descriptor;
+    }
   }
   if (first && folder.parent != nullptr) needNoMore(*folder.parent);
 
@@ -289,12 +320,18 @@ WalkEngine::Outcome WalkEngine::readFolder(Lock& lock, Batch& batch, FolderReade
 
 void WalkEngine::readRun(Lock& lock, int descriptor, Batch& batch, FolderReader& reader) {
   lock.unlock();
-  if (batch.position != 0) lseek(descriptor, batch.position, SEEK_SET);
-  off_t resume = 0;
-  if (reader.readEntries(descriptor, resume)) {
+  if (batch.position != 0 &&
+      uninterrupted([&] { return lseek(descriptor, batch.position, SEEK_SET); }) < 0) {
+    batch.failure = errno;
+    lock.lock();
+    return;
+  }
+  const FolderReader::Run run = reader.readEntries(descriptor);
+  if (batch.failure == 0) batch.failure = run.failure;
+  if (run.hasRest) {
     auto* const rest = new Batch;
     rest->folder = batch.folder;
-    rest->position = resume;
+    rest->position = run.resume;
     lock.lock();
     ++batch.folder->needs;
     batch.next = rest;
@@ -329,161 +366,6 @@ void WalkEngine::publish(Batch& batch, const std::vector<Folder*>& children) {
 
 void WalkEngine::giveBack(Batch& batch) {
   batch.state.store(Batch::State::pending, std::memory_order_relaxed);
-}
-
-// --- Descriptors --------------------------------------------------------------------------------
-
-void WalkEngine::closeAll(Lock& lock, std::vector<int>& descriptors) {
-  if (descriptors.empty()) return;
-  std::vector<int> mine;
-  mine.swap(descriptors);
-  lock.unlock();
-  for (const int descriptor : mine) close(descriptor);
-  lock.lock();
-}
-
-// Keeps `descriptor` as the folder's, unless another thread was faster. Returns the one in force.
-int WalkEngine::takeOver(Folder& folder, int descriptor) {
-  if (folder.descriptor < 0) {
-    folder.descriptor = descriptor;
-    openFolders_.add(folder);
-  } else {
-    toClose_.push_back(descriptor);
-  }
-  return folder.descriptor;
-}
-
-void WalkEngine::unpin(Folder& folder) {
-  --folder.pins;
-  closeIfUnused(folder);
-}
-
-void WalkEngine::needNoMore(Folder& folder) {
-  --folder.needs;
-  closeIfUnused(folder);
-}
-
-void WalkEngine::closeIfUnused(Folder& folder) {
-  if (folder.needs > 0 || folder.pins > 0) return;
-  const int descriptor = openFolders_.remove(folder);
-  if (descriptor >= 0) toClose_.push_back(descriptor);
-}
-
-void WalkEngine::keepToBudget() {
-  while (openFolders_.overBudget()) {
-    const int spare = openFolders_.evict();
-    if (spare < 0) return;
-    toClose_.push_back(spare);
-  }
-}
-
-// The descriptor of a directory opened for the first time, with its attributes read; a negative
-// errno when it cannot be.
-int WalkEngine::openFolder(Lock& lock, Folder& folder, Role role) {
-  Folder& parent = *folder.parent;
-  folder.needs = 1;
-  ++parent.pins;
-  int directory = parent.descriptor;
-  if (directory < 0) {
-    directory = reopen(lock, parent, role);
-    if (directory >= 0) directory = takeOver(parent, directory);
-  }
-  if (directory < 0) {
-    unpin(parent);
-    return directory;
-  }
-  int descriptor = openRelative(lock, directory, folder.name.data(), role);
-  lock.unlock();
-  if (descriptor >= 0) {
-    readFolderAttributes(descriptor, folder);
-    if (folder.device != parent.device && isPseudo(descriptor)) {
-      close(descriptor);
-      descriptor = -EXDEV;
-    }
-  } else if (descriptor != -EMFILE) {
-    readFolderAttributesByName(directory, folder.name.data(), folder);
-  }
-  lock.lock();
-  unpin(parent);
-  return descriptor;
-}
-
-// Opens an entry of a directory; a negative errno when it cannot be. When descriptors run out,
-// closes those that are kept for later, then those in `held` but the last, which is `directory`.
-int WalkEngine::openRelative(Lock& lock, int directory, const char* name, Role role,
-                             std::vector<OpenedOnTheWay>* held) {
-  // Other parts of the program may hold descriptors too, for a moment.
-  constexpr int mostWaits = 500;
-  constexpr auto wait = std::chrono::milliseconds(4);
-  for (int waits = 0;;) {
-    lock.unlock();
-    const int descriptor = openat(directory, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    const int error = descriptor < 0 ? errno : 0;
-    lock.lock();
-    if (descriptor >= 0) return descriptor;
-    if (error != EMFILE && error != ENFILE) return -error;
-    if (stop_) return -EMFILE;
-    openFolders_.lowerBudget();
-    int spare = openFolders_.evict();
-    if (spare < 0 && held != nullptr && held->size() > 1) {
-      spare = held->front().descriptor;
-      held->erase(held->begin());
-    }
-    if (spare >= 0) {
-      toClose_.push_back(spare);
-      closeAll(lock, toClose_);
-      continue;
-    }
-    if (role == Role::helper) return -EMFILE;
-    if (++waits > mostWaits) return -ENFILE;
-    lock.unlock();
-    std::this_thread::sleep_for(wait);
-    lock.lock();
-  }
-}
-
-// Opens a directory whose descriptor was given up, from its nearest ancestor that is open, and
-// leaves as many of those in between open as the budget allows: the way back up needs them.
-int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
-  std::vector<Folder*> chain;
-  Folder* base = &folder;
-  for (; base->descriptor < 0; base = base->parent) chain.push_back(base);
-  ++base->pins;
-
-  std::vector<OpenedOnTheWay> opened;
-  int directory = base->descriptor;
-  int result = 0;
-  for (std::size_t left = chain.size(); left > 0; --left) {
-    Folder& at = *chain[left - 1];
-    // The names lie in batches of ancestors, which stay until the consumer has left them.
-    result = openRelative(lock, directory, at.name.data(), role, &opened);
-    if (result < 0) break;
-    Folder seen;
-    readFolderAttributes(result, seen);
-    if (seen.inode != at.inode || seen.device != at.device) {
-      toClose_.push_back(result);
-      result = -ENOENT;  // another directory stands there now
-      break;
-    }
-    opened.push_back({&at, result});
-    directory = result;
-    if (opened.size() > std::max<std::size_t>(openFolders_.budget() / 2, 1)) {
-      close(opened.front().descriptor);
-      opened.erase(opened.begin());
-    }
-  }
-  unpin(*base);
-
-  if (!opened.empty() && result >= 0) opened.pop_back();
-  for (const OpenedOnTheWay& each : opened) {
-    if (result >= 0 && each.folder->descriptor < 0 && each.folder->needs > 0) {
-      each.folder->descriptor = each.descriptor;
-      openFolders_.add(*each.folder);
-    } else {
-      toClose_.push_back(each.descriptor);
-    }
-  }
-  return result;
 }
 
 }  // namespace tessaly::walk

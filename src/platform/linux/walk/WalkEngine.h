@@ -6,11 +6,16 @@
 // the one it read. So reading stays just ahead of the consumer, who takes the batches in order, and
 // few directories are open at any time: the ancestors of where reading stands.
 //
+// When descriptors run out, helpers leave for good, and the consumer goes on alone. One descriptor
+// is enough for it: it then opens each directory by its whole path, and makes sure that the
+// directory lies where the walk has found it.
+//
 // One mutex guards the list, the descriptors and the counts of readers. What a batch holds belongs
 // to its reader until `state` is done, and to the consumer from then on.
 #pragma once
 
 #include <atomic>
+#include <climits>
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
@@ -30,12 +35,13 @@ namespace tessaly::walk {
 class WalkEngine {
  public:
   WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
-             const MountSnapshot& mounts, const StartThread& startThread = tessaly::startThread);
+             const MountSnapshot& mounts, DirectoryWalk::Unreadable unreadable = {},
+             const StartThread& startThread = tessaly::startThread);
   ~WalkEngine();
   WalkEngine(const WalkEngine&) = delete;
   WalkEngine& operator=(const WalkEngine&) = delete;
 
-  bool isOpen() const { return rootDescriptor_ >= 0; }
+  bool isOpen() const { return isOpen_; }
   const DirectoryWalk::Item* next();
 
  private:
@@ -65,11 +71,21 @@ class WalkEngine {
   void publish(Batch& batch, const std::vector<Folder*>& children);
   void giveBack(Batch& batch);
 
+  // What opening gives for a directory that is not there any more, or not to be entered.
+  static constexpr int nothingToRead = INT_MIN;
+
   // Descriptors. The lock is held on entry and on return.
   int openFolder(Lock& lock, Folder& folder, Role role);
-  int openRelative(Lock& lock, int directory, const char* name, Role role,
+  int openInParent(Lock& lock, Folder& folder, Role role);
+  int openRelative(Lock& lock, int directory, Folder& seen, const char* name, Role role,
                    std::vector<OpenedOnTheWay>* held = nullptr);
+  int openFolderByPath(Lock& lock, Folder& folder);
+  int openByPath(Lock& lock, const Folder& folder, Folder& seen);
   int reopen(Lock& lock, Folder& folder, Role role);
+  int reopenFromAncestor(Lock& lock, Folder& folder, Role role);
+  int keepIfSame(int descriptor, const Folder& folder);
+  void retireHelpers(Lock& lock);
+  bool giveUpAll(Lock& lock);
   void closeAll(Lock& lock, std::vector<int>& descriptors);
   int takeOver(Folder& folder, int descriptor);
   void unpin(Folder& folder);
@@ -81,13 +97,17 @@ class WalkEngine {
   void ensureRead(Batch& batch);
   void enter(Folder& folder);
   void leaveBatch();
+  void leaveRoot(Folder& root);
   void fillItem(const Batch& batch, const Record& record);
   void freeUnconsumed();
+  void tellOfFailure(const Batch& batch) const;
+  void tell(const DirectoryWalk::Candidate& item, int code) const;
 
   const std::string root_;
   const DirectoryWalk::Decide decide_;
+  const DirectoryWalk::Unreadable unreadable_;
   ClosedPlaces closed_;
-  int rootDescriptor_ = -1;
+  bool isOpen_ = false;
   std::atomic<bool> stop_ = false;
 
   std::mutex mutex_;
@@ -97,6 +117,9 @@ class WalkEngine {
   OpenFolders openFolders_;
   std::vector<int> toClose_;
   int idleHelpers_ = 0;
+  int busyHelpers_ = 0;
+  bool helpersRetire_ = false;
+  int waitsLeft_ = 250;  // for descriptors of others, in the whole walk
   bool consumerWaits_ = false;
 
   // Read and not consumed yet. Changed by both sides without the mutex.

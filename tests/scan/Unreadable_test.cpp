@@ -1,0 +1,173 @@
+// What a scan tells of what it could not read. The tests run as root on some machines, whom nothing
+// is refused: so most of this happens in a child that is somebody else.
+#include <cerrno>
+#include <filesystem>
+#include <set>
+#include <sys/stat.h>
+#include <thread>
+
+#include "scan/ScanFacts.h"
+#include "support/TreeDifference.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+// One line for each item that was told: its errno and its path below the root.
+class Told {
+ public:
+  explicit Told(std::string root) : root_(std::move(root)) {}
+
+  void add(const SystemError& failure) {
+    if (std::this_thread::get_id() != thread_) lines_.insert("on another thread");
+    const std::string line =
+        strerrorname_np(failure.code) + (" " + failure.path.substr(root_.size()));
+    if (!lines_.insert(line).second) lines_.insert(line + " twice");
+  }
+
+  std::string text() const {
+    std::string all;
+    for (const std::string& line : lines_) all += line + "\n";
+    return all;
+  }
+
+ private:
+  std::string root_;
+  std::thread::id thread_ = std::this_thread::get_id();
+  std::set<std::string> lines_;
+};
+
+class Unreadable : public testing::TestWithParam<int> {
+ protected:
+  // What a scan of `root` tells.
+  static std::string told(const std::string& root, DiskScanner::Options options = {},
+                          DiskScanner::Callbacks callbacks = {}) {
+    Told told(root);
+    callbacks.unreadable = [&](const SystemError& failure) { told.add(failure); };
+    options.threads = GetParam();
+    DiskScanner::scan(root, callbacks, options, Places::forLinux());
+    return told.text();
+  }
+
+  static std::string toldAsOther(const std::string& root,
+                                 const DiskScanner::Options& options = {}) {
+    return asOtherUser([&] { return told(root, options); });
+  }
+};
+INSTANTIATE_TEST_SUITE_P(by, Unreadable, testing::Values(1, 4), [](const auto& instance) {
+  return std::to_string(instance.param) + "_threads";
+});
+
+TEST_P(Unreadable, nothing_is_told_where_all_can_be_read) {
+  const TempTree tree(R"(
+    folder/
+      film 1M
+      pipe fifo
+      dead -> nowhere
+    empty/
+    secret 1M mode=0
+  )");
+  EXPECT_EQ(toldAsOther(tree.path()), "");
+}
+
+TEST_P(Unreadable, folder_that_cannot_be_opened_is_told) {
+  const TempTree tree(R"(
+    a/
+      locked/ mode=0
+        film 1M
+    unlisted/ mode=0311
+      film 1M
+    open/
+      film 1M
+  )");
+  EXPECT_EQ(toldAsOther(tree.path()), "EACCES /a/locked\nEACCES /unlisted\n");
+}
+
+TEST_P(Unreadable, names_without_attributes_are_told_each_and_links_are_not) {
+  const TempTree tree(R"(
+    listed/ mode=0444
+      film 1M
+      folder/
+        film 1M
+      link -> film
+    film 1M
+  )");
+  EXPECT_EQ(toldAsOther(tree.path()), "EACCES /listed/film\nEACCES /listed/folder\n");
+}
+
+TEST_P(Unreadable, what_lies_in_a_package_is_told) {
+  const TempTree tree(R"(
+    Tool.app/
+      .Trash/ mode=0
+        film 1M
+      binary 1M
+    Locked.app/ mode=0
+  )");
+  EXPECT_EQ(toldAsOther(tree.path()), "EACCES /Locked.app\nEACCES /Tool.app/.Trash\n");
+}
+
+TEST_P(Unreadable, what_the_scan_leaves_out_is_not_told) {
+  const TempTree tree(R"(
+    .Trash/ mode=0
+    excluded/ mode=0
+    build/ mode=0
+    listed/ mode=0444
+      old.log 4K
+      build 4K
+      excluded 4K
+      film 4K
+  )");
+  DiskScanner::Options options;
+  options.extraNames = {"build"};
+  options.extraSuffixes = {".log"};
+  options.extraPrefixes = {tree.at("excluded"), tree.at("listed/excluded")};
+  EXPECT_EQ(toldAsOther(tree.path(), options), "EACCES /listed/film\n");
+}
+
+TEST_P(Unreadable, root_that_cannot_be_read_is_told) {
+  const TempTree tree("locked/ mode=0\n");
+  EXPECT_EQ(toldAsOther(tree.at("locked")), "EACCES \n");
+  EXPECT_EQ(told(tree.at("missing")), "ENOENT \n");
+}
+
+TEST_P(Unreadable, what_vanishes_meanwhile_is_not_told) {
+  const TempTree tree(R"(
+    folder-##/ x20
+      inner-#/ x5
+        film-# 4K x2
+  )");
+  ScanRecord record;
+  record.during(1, [&] {
+    for (const auto& entry : fs::directory_iterator(tree.path())) removeTree(entry.path().native());
+  });
+  EXPECT_EQ(told(tree.path(), {}, record.callbacks()), "");
+}
+
+TEST_P(Unreadable, folder_that_becomes_something_else_meanwhile_is_not_told) {
+  const TempTree tree(R"(
+    folder/
+      inner-##/ x60
+        film 4K
+  )");
+  ScanRecord record;
+  record.during(2, [&] {
+    int number = 0;
+    std::vector<std::string> paths;
+    for (const auto& entry : fs::directory_iterator(tree.at("folder"))) {
+      paths.push_back(entry.path().native());
+    }
+    for (const std::string& path : paths) {
+      removeTree(path);
+      if (++number % 2 == 0) {
+        ASSERT_EQ(mknod(path.c_str(), S_IFREG | 0600, 0), 0);
+      } else {
+        fs::create_directory_symlink(tree.path(), path);
+      }
+    }
+  });
+  EXPECT_EQ(told(tree.path(), {}, record.callbacks()), "");
+}
+
+}  // namespace
+}  // namespace tessaly
