@@ -36,6 +36,7 @@
 #include "scan/HistoryPoint.h"
 #include "scan/ScanDelta.h"
 #include "scan/ScanInsights.h"
+#include "scan/UnreadableItems.h"
 #include "session/CancelFlag.h"
 #include "session/MarrowPrefs.h"
 #include "session/PostScanAnalysis.h"
@@ -281,6 +282,10 @@ class ScanSession : public QObject {
   // What the last move to the Trash took, in its order.
   const std::vector<TrashedItem>& lastTrashed() const { return lastTrashed_; }
   const std::optional<ScanStats>& scanStats() const { return scanStats_; }
+  // What the scan of the tree could not read. Like scanStats() it belongs to the scan: to open a
+  // folder or a package adds nothing, though a package is read anew for that. None of a tree that
+  // the last run has left.
+  const UnreadableItems& unreadable() const { return unreadable_; }
   const std::vector<DiskNode>& largest() const { return largest_; }
   const std::vector<DiskNode>& emptyFolders() const { return emptyFolders_; }
   const std::vector<std::string>& excludes() const { return excludes_; }
@@ -326,6 +331,7 @@ class ScanSession : public QObject {
   void pinsChanged();
   void lastTrashedChanged();
   void scanStatsChanged();
+  void unreadableChanged();
   void largestChanged();
   void emptyFoldersChanged();
   void excludesChanged();
@@ -342,9 +348,10 @@ class ScanSession : public QObject {
 
   void startWalk(const std::string& root);
   void finishWalk(std::uint64_t generation, const CancelFlag& flag, const DiskNode& result,
-                  const std::string& root);
+                  const std::string& root, const UnreadableItems& unreadable);
   void restore();
-  void applyScanResult(const DiskNode& result, const std::string& root);
+  void applyScanResult(const DiskNode& result, const std::string& root,
+                       const UnreadableItems& unreadable);
   void analyse(const DiskNode& result, const std::string& root);
   void takeGrowth(FieldChanges& changes, const PathSizes& older, const PathSizes& newer);
   void takeInsights(FieldChanges& changes, const DiskNode& tree, double duration);
@@ -422,6 +429,7 @@ class ScanSession : public QObject {
   std::vector<std::string> pins_;
   std::vector<TrashedItem> lastTrashed_;
   std::optional<ScanStats> scanStats_;
+  UnreadableItems unreadable_;
   std::vector<DiskNode> largest_;
   std::vector<DiskNode> emptyFolders_;
   std::vector<std::string> excludes_;

@@ -70,7 +70,8 @@ void ScanSession::restore() {
   history_ = ScanStore::loadHistory(root, services_.supportDirectory);
 }
 
-void ScanSession::applyScanResult(const DiskNode& result, const std::string& root) {
+void ScanSession::applyScanResult(const DiskNode& result, const std::string& root,
+                                  const UnreadableItems& unreadable) {
   FieldChanges changes(*this);
   const ScanStore::Directory& directory = services_.supportDirectory;
 
@@ -93,6 +94,7 @@ void ScanSession::applyScanResult(const DiskNode& result, const std::string& roo
   const Clock::time_point now = services_.now();
   const std::chrono::duration<double> duration = now - scanStarted_.value_or(now);
   takeInsights(changes, result, duration.count());
+  changes.set(unreadable_, unreadable, &ScanSession::unreadableChanged);
 
   const std::chrono::duration<double> date = services_.date().time_since_epoch();
   ScanStore::appendHistory({.at = date.count(), .bytes = result.size(), .files = scanStats_->files},

@@ -59,19 +59,24 @@ void ScanSession::startWalk(const std::string& root) {
     callbacks.progress = [&relay](const std::string& line) { relay.line(line); };
     callbacks.percent = [&relay](double fraction) { relay.percent(fraction); };
     callbacks.isCancelled = [&flag = *flag] { return flag.isSet(); };
+    UnreadableItems unreadable;
+    callbacks.unreadable = [&unreadable](const SystemError& failure) { unreadable.add(failure); };
     const DiskNode result = walk(root, callbacks, options);
-    dispatch.async(Dispatch::Queue::main, [session, generation, flag, root, result] {
-      if (session) session->finishWalk(generation, *flag, result, root);
-    });
+    dispatch.async(Dispatch::Queue::main,
+                   [session, generation, flag, root, result, unreadable = std::move(unreadable)] {
+                     if (!session) return;
+                     session->finishWalk(generation, *flag, result, root, unreadable);
+                   });
   };
   dispatch.async(Dispatch::Queue::userInitiated, std::move(work));
 }
 
 void ScanSession::finishWalk(std::uint64_t generation, const CancelFlag& flag,
-                             const DiskNode& result, const std::string& root) {
+                             const DiskNode& result, const std::string& root,
+                             const UnreadableItems& unreadable) {
   if (generation != generation_ || flag.isSet()) return;
   if (result.size() != 0 || !result.children().empty()) {
-    applyScanResult(result, root);
+    applyScanResult(result, root, unreadable);
     return;
   }
   // An older tree is worth more than a complaint.

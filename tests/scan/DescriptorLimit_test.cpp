@@ -1,13 +1,11 @@
 // A process may run out of file descriptors at any moment. A scan then does with what it has.
 #include <cerrno>
 #include <climits>
-#include <fcntl.h>
 #include <set>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include "scan/ScanFacts.h"
-#include "support/Descriptor.h"
+#include "support/AllDescriptorsBut.h"
 #include "support/TreeDifference.h"
 
 namespace tessaly {
@@ -85,18 +83,6 @@ TEST_P(DescriptorLimit, folder_of_many_files_is_the_same) {
       film 1M
   )");
   expectSame(tree.path());
-}
-
-// Takes all descriptors of the process but `left`, as a process under load does.
-std::vector<Descriptor> allDescriptorsBut(std::size_t left) {
-  std::vector<Descriptor> held;
-  while (true) {
-    Descriptor one(open("/dev/null", O_RDONLY | O_CLOEXEC));
-    if (!one) break;
-    held.push_back(std::move(one));
-  }
-  for (; left > 0 && !held.empty(); --left) held.pop_back();
-  return held;
 }
 
 class FewDescriptors : public DescriptorLimit {

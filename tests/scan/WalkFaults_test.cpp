@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
-#include <vector>
 
 #include "scan/ScanFacts.h"
-#include "support/Descriptor.h"
+#include "support/AllDescriptorsBut.h"
 #include "support/SystemCallTrace.h"
 #include "support/TreeDifference.h"
 
@@ -118,13 +116,7 @@ TEST_P(WalkFaults, the_tree_is_right_or_it_is_told_with_one_descriptor) {
     rlimit number{};
     number.rlim_cur = number.rlim_max = 16;
     if (setrlimit(RLIMIT_NOFILE, &number) != 0) return "no limit";
-    std::vector<Descriptor> held;
-    while (true) {
-      Descriptor one(open("/dev/null", O_RDONLY | O_CLOEXEC));
-      if (!one) break;
-      held.push_back(std::move(one));
-    }
-    if (!held.empty()) held.pop_back();
+    const std::vector<Descriptor> held = allDescriptorsBut(1);
     return outcome(tree.path(), expected);
   };
   expectRightOrTold(body);

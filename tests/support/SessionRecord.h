@@ -59,6 +59,7 @@ class SessionRecord {
     keep("pins", &S::pinsChanged, &S::pins);
     keep("lastTrashed", &S::lastTrashedChanged, &S::lastTrashed);
     keep("scanStats", &S::scanStatsChanged, &S::scanStats);
+    keep("unreadable", &S::unreadableChanged, &S::unreadable);
     keep("largest", &S::largestChanged, &S::largest);
     keep("emptyFolders", &S::emptyFoldersChanged, &S::emptyFolders);
     keep("excludes", &S::excludesChanged, &S::excludes);

@@ -5,6 +5,7 @@
 
 #include "app/model/DisplayText.h"
 #include "app/panes/ModeListModel.h"
+#include "app/panes/UnreadableText.h"
 #include "scan/Format.h"
 
 namespace tessaly {
@@ -44,6 +45,7 @@ void DiskMapState::setSession(ScanSession* session) {
     connect(session_, &ScanSession::statusChanged, this, &DiskMapState::statsTextChanged);
     connect(session_, &ScanSession::vizModeChanged, this, &DiskMapState::screenChanged);
     connect(session_, &ScanSession::scanStatsChanged, this, &DiskMapState::statsTextChanged);
+    connect(session_, &ScanSession::unreadableChanged, this, &DiskMapState::statsTextChanged);
     connect(session_, &ScanSession::progressChanged, this, &DiskMapState::progressChanged);
     connect(session_, &ScanSession::errorMessageChanged, this, &DiskMapState::errorTextChanged);
     connect(session_, &ScanSession::scanPercentChanged, this, &DiskMapState::percentTextChanged);
@@ -94,13 +96,25 @@ QString DiskMapState::itemsText() const {
   return node_ ? QStringLiteral("(%1 items)").arg(node_->children().size()) : QString();
 }
 
+bool DiskMapState::hasFigures() const {
+  return session_ != nullptr && session_->status() == ScanStatus::complete &&
+         session_->scanStats().has_value();
+}
+
 QString DiskMapState::statsText() const {
-  if (session_ == nullptr || session_->status() != ScanStatus::complete) return {};
+  if (!hasFigures()) return {};
   const auto& stats = session_->scanStats();
-  if (!stats) return {};
   return QStringLiteral("%1 files · %2 folders · %3")
       .arg(QString::number(stats->files), QString::number(stats->folders),
            seconds(stats->duration));
+}
+
+QString DiskMapState::unreadableText() const {
+  return hasFigures() ? UnreadableText::figure(session_->unreadable()) : QString();
+}
+
+QString DiskMapState::unreadableList() const {
+  return hasFigures() ? UnreadableText::list(session_->unreadable()) : QString();
 }
 
 QString DiskMapState::scanningText() const {

@@ -33,6 +33,9 @@ class DiskMapState : public QObject {
   Q_PROPERTY(QString itemsText READ itemsText NOTIFY nodeChanged)
   // Counts and time of the scan; empty while there are none to show.
   Q_PROPERTY(QString statsText READ statsText NOTIFY statsTextChanged)
+  // How much of it could not be read, beside the counts, and what; empty while that is nothing.
+  Q_PROPERTY(QString unreadableText READ unreadableText NOTIFY statsTextChanged)
+  Q_PROPERTY(QString unreadableList READ unreadableList NOTIFY statsTextChanged)
 
   // The running scan.
   Q_PROPERTY(QString scanningText READ scanningText NOTIFY progressChanged)
@@ -61,6 +64,8 @@ class DiskMapState : public QObject {
   QString sizeText() const;
   QString itemsText() const;
   QString statsText() const;
+  QString unreadableText() const;
+  QString unreadableList() const;
   QString scanningText() const;
   QString bannerText() const;
   QString errorText() const;
@@ -87,6 +92,7 @@ class DiskMapState : public QObject {
  private:
   void takeCurrent();
   QString progressText() const;
+  bool hasFigures() const;
 
   ScanSession* session_ = nullptr;
   std::optional<DiskNode> node_;

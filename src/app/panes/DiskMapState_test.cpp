@@ -1,5 +1,6 @@
 #include "app/panes/DiskMapState.h"
 
+#include <cerrno>
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
@@ -78,6 +79,26 @@ TEST_F(DiskMapStateTest, words_the_counts_of_a_finished_scan_only) {
   EXPECT_EQ(state_.statsText(), QStringLiteral("1 files · 2 folders · 0.00s"));
   session().rescan();
   EXPECT_EQ(state_.statsText(), QString());
+}
+
+TEST_F(DiskMapStateTest, words_what_could_not_be_read_beside_the_counts_only) {
+  QSignalSpy changes(&state_, &DiskMapState::statsTextChanged);
+  walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) {
+    callbacks.unreadable(SystemError::fromErrno(EACCES, "/home/locked"));
+  };
+  scan(folder("/home", 10));
+  EXPECT_EQ(state_.unreadableText(), QStringLiteral("· 1 unreadable"));
+  EXPECT_EQ(state_.unreadableList(), QStringLiteral("/home/locked: not permitted"));
+  EXPECT_GE(changes.count(), 1);
+  session().rescan();
+  EXPECT_EQ(state_.statsText(), QString());
+  EXPECT_EQ(state_.unreadableText(), QString());
+  EXPECT_EQ(state_.unreadableList(), QString());
+  dispatch_.drainAll();
+  EXPECT_EQ(state_.unreadableText(), QStringLiteral("· 1 unreadable"));
+  scan(folder("/home", 10));
+  EXPECT_NE(state_.statsText(), QString());
+  EXPECT_EQ(state_.unreadableText(), QString());
 }
 
 TEST_F(DiskMapStateTest, words_the_time_of_the_scan_with_two_decimals) {

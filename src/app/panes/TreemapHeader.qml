@@ -33,6 +33,7 @@ Item {
             // All that the other texts leave over, if it needs that much.
             readonly property real room: header.width - 2 * row.x - 4 * row.spacing - symbol.width
                 - size.implicitWidth - items.implicitWidth - stats.implicitWidth
+                - (unreadable.visible ? unreadable.width + stats.gap : 0)
 
             objectName: "name"
             anchors.verticalCenter: parent.verticalCenter
@@ -75,15 +76,28 @@ Item {
     Text {
         id: stats
 
+        // As wide as a blank of its font.
+        readonly property real gap: 6
+
         objectName: "stats"
-        anchors.right: parent.right
-        anchors.rightMargin: row.x
+        anchors.right: unreadable.visible ? unreadable.left : parent.right
+        anchors.rightMargin: unreadable.visible ? gap : row.x
         anchors.verticalCenter: row.verticalCenter
         visible: text !== ""
         text: header.map.statsText
         color: Theme.muted
         font.family: Theme.monoFamily
         font.pixelSize: 10
+    }
+
+    UnreadableFigure {
+        id: unreadable
+
+        objectName: "unreadable"
+        anchors.right: parent.right
+        anchors.rightMargin: row.x
+        anchors.verticalCenter: row.verticalCenter
+        map: header.map
     }
 
     KindBreakdownBar {

@@ -1,6 +1,7 @@
 #include "platform/DirectoryWalk.h"
 
 #include <dirent.h>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/linux/walk/OpenDirectory.h"
@@ -31,8 +32,12 @@ const DirectoryWalk::Item* DirectoryWalk::next() {
 }
 
 std::size_t DirectoryWalk::countEntries(const std::string& root) {
-  DIR* const directory = fdopendir(walk::openDirectory(root));
-  if (directory == nullptr) return 0;
+  const int descriptor = walk::openDirectory(root);
+  DIR* const directory = descriptor < 0 ? nullptr : fdopendir(descriptor);
+  if (directory == nullptr) {
+    if (descriptor >= 0) close(descriptor);
+    return 0;
+  }
   std::size_t count = 0;
   while (readdir(directory) != nullptr) ++count;
   closedir(directory);

@@ -5,8 +5,10 @@
 #include <string>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <vector>
 
 #include "platform/DirectoryWalk.h"
+#include "support/AllDescriptorsBut.h"
 #include "support/ForkedChild.h"
 #include "support/PrivateMounts.h"
 #include "support/TempTree.h"
@@ -36,9 +38,12 @@ constexpr const char* decoys = "part-##/ x20\n  decoy\n";
 // Walks the tree with a few descriptors, on the caller's thread alone, and exchanges the folder
 // "top" in it at the first item of the deepest level: its descriptor has been given up by then. ""
 // where nothing is told of what has taken the place.
-std::string toldOfAnother(const std::string& root, const std::function<bool()>& exchange) {
+std::string toldOfAnother(const std::string& root, const std::function<bool()>& exchange,
+                          bool hasOneDescriptor = false) {
   const rlimit few{16, 16};
   if (setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
+  std::vector<Descriptor> held;
+  if (hasOneDescriptor) held = allDescriptorsBut(1);
   DirectoryWalk walk(root, {}, 1);
   bool isExchanged = false;
   int left = 0;
@@ -63,6 +68,70 @@ TEST(Reopening, takes_no_other_folder_of_the_name) {
                 fs::rename(tree.at("other"), tree.at("walked/top"));
                 return true;
               });
+            }),
+            "");
+}
+
+// With one descriptor the walk goes by whole paths, and so may be led away.
+TEST(Reopening, takes_no_other_folder_of_the_path) {
+  TempTree tree("walked/\n  top/\nother/\n");
+  tree.plant("walked/top", folders);
+  tree.plant("other", decoys);
+  EXPECT_EQ(inForkedChild([&] {
+              return toldOfAnother(
+                  tree.at("walked"),
+                  [&] {
+                    fs::rename(tree.at("walked/top"), tree.at("before"));
+                    fs::rename(tree.at("other"), tree.at("walked/top"));
+                    return true;
+                  },
+                  true);
+            }),
+            "");
+}
+
+TEST(Reopening, follows_no_link_on_a_path) {
+  TempTree tree("walked/\n  top/\nother/\n");
+  tree.plant("walked/top", folders);
+  tree.plant("other", decoys);
+  EXPECT_EQ(inForkedChild([&] {
+              return toldOfAnother(
+                  tree.at("walked"),
+                  [&] {
+                    fs::rename(tree.at("walked/top"), tree.at("before"));
+                    fs::create_directory_symlink("../other", tree.at("walked/top"));
+                    return true;
+                  },
+                  true);
+            }),
+            "");
+}
+
+// Each folder that has not been opened yet becomes a link to one beside it that has been.
+TEST(Reopening, follows_no_link_to_a_folder_beside_it) {
+  TempTree tree("walked/\n  top/\n");
+  tree.plant("walked/top", folders);
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              const rlimit few{16, 16};
+              if (setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
+              const std::vector<Descriptor> held = allDescriptorsBut(1);
+              DirectoryWalk walk(tree.at("walked"), {}, 1);
+              std::string first;
+              int films = 0;
+              while (const DirectoryWalk::Item* const item = walk.next()) {
+                if (item->depth == deepest) ++films;
+                if (item->depth != 2 || !first.empty()) continue;
+                if (item->type != DirectoryWalk::Type::directory) continue;
+                first = item->name;
+                for (int number = 0; number < 20; ++number) {
+                  const std::string name =
+                      std::string("part-") + (number < 10 ? "0" : "") + std::to_string(number);
+                  if (name == first) continue;
+                  fs::rename(tree.at("walked/top/" + name), tree.at(name));
+                  fs::create_directory_symlink(first, tree.at("walked/top/" + name));
+                }
+              }
+              return films == 1 ? "" : std::to_string(films) + " films";
             }),
             "");
 }
