@@ -116,6 +116,16 @@ TEST_F(VolumeCallsTest, what_is_mounted_in_the_place_of_one_that_hangs_is_asked)
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
 }
 
+TEST_F(VolumeCallsTest, the_same_number_at_another_place_is_another_volume) {
+  ask({0, "/a"}, 1);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  ask({0, "/b"}, 2);
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
+}
+
 TEST_F(VolumeCallsTest, each_question_has_a_time_of_its_own) {
   ask(a_, 1, seconds(5));
   ask(b_, 2, seconds(9));
@@ -173,6 +183,17 @@ TEST_F(VolumeCallsTest, nothing_comes_home_to_what_is_gone) {
   dispatch_.drainAll();
   EXPECT_THAT(home_, IsEmpty());
   EXPECT_THAT(asked_, ElementsAre(1, 3));
+}
+
+TEST_F(VolumeCallsTest, nothing_is_given_up_to_what_is_gone) {
+  ask(a_, 1);
+  const auto hanging = dispatch_.take(Queue::utility);
+  dispatch_.advance(seconds(6));
+  dispatch_.drainAll();
+  ask(a_, 2);
+  calls_.reset();
+  dispatch_.drainAll();
+  EXPECT_THAT(home_, ElementsAre("1 given up"));
 }
 
 }  // namespace

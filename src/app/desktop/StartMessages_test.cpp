@@ -21,8 +21,9 @@ std::vector<std::string>& heard() {
   return messages;
 }
 
-void hear(QtMsgType, const QMessageLogContext& context, const QString& text) {
-  heard().push_back(std::string(context.category) + ": " + text.toStdString());
+void hear(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  const std::string kind = type == QtWarningMsg ? "warning" : type == QtInfoMsg ? "info" : "other";
+  heard().push_back(kind + " of " + context.category + ": " + text.toStdString());
 }
 
 TEST(StartMessages, are_heard_once_the_start_is_over) {
@@ -36,7 +37,8 @@ TEST(StartMessages, are_heard_once_the_start_is_over) {
   }
   qWarning("three");
   qInstallMessageHandler(before);
-  EXPECT_THAT(heard(), ElementsAre("default: one", "default: two", "default: three"));
+  EXPECT_THAT(heard(), ElementsAre("warning of default: one", "info of default: two",
+                                   "warning of default: three"));
 }
 
 TEST(StartMessages, are_lost_with_a_start_that_fails) {

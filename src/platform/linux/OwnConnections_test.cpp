@@ -67,7 +67,7 @@ TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
               // As it is with a descriptor that has survived the start of a program.
               const Pair inherited(0);
               const Pair standard;
-              if (::dup2(standard.ours.get(), STDERR_FILENO) < 0) return "no standard stream";
+              if (::dup3(standard.ours.get(), STDERR_FILENO, O_CLOEXEC) < 0) return "none";
               const Pair own;
               OwnConnections::shutDown(standard.ours.get());
               return inherited.read() + " " + standard.read() + " " + own.read();
