@@ -48,7 +48,7 @@ Result<ItemPlace> placeForItem(const std::string& path);
 // The item itself, also where it is a link, held fast by a descriptor (O_PATH) that opens nothing.
 FileDescriptor holdItem(const FileDescriptor& folder, const std::string& name);
 
-// The same, with `name` to be looked up there.
+// The folder `name` in another one, opened with `flags`. A link of that name is none (ENOTDIR).
 FileDescriptor openFolder(const FileDescriptor& folder, const std::string& name, int flags);
 
 // The absolute path of an open folder or a held item, without links. " (deleted)" stands behind

@@ -26,10 +26,9 @@ struct TrashFolder {
 // Makes what is missing of it, for the user alone (0700). `path` is the item's, for errors.
 //
 // Refuses, beside what cannot be moved at all, a Trash and all that is in it, and a folder with
-// another file system in it. At the top of a file
-// system, where others may write too, only true folders serve, never links: the user's in the
-// shared ".Trash", provided that this one is sticky, or ".Trash-" and the number of the user, which
-// must belong to the user.
+// another file system in it. At the top of a file system, where others may write too, only true
+// folders serve, never links: the user's in the shared ".Trash", provided that this one is sticky,
+// or ".Trash-" and the number of the user, which must belong to the user.
 Result<TrashFolder> trashFolderFor(const ItemPlace& item, const std::string& path,
                                    const TrashPlace& place);
 
