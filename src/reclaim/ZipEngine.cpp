@@ -117,19 +117,19 @@ class Losses {
   bool any() const { return count_ > 0; }
 
   void add(const std::string& item, const std::string& why) {
-    constexpr int mostTold = 3;
     if (++count_ > mostTold) return;
     words_ += (words_.empty() ? "" : ", ") + shortened(item) + " (" + why + ")";
   }
 
   Archived archived() const {
-    constexpr int mostTold = 3;
     const int untold = count_ - std::min(count_, mostTold);
     const std::string more = untold > 0 ? " and " + std::to_string(untold) + " more" : "";
     return {.end = Archived::End::incomplete, .cause = words_ + more};
   }
 
  private:
+  static constexpr int mostTold = 3;
+
   // The end of a long path, which has the item's own name.
   static std::string shortened(const std::string& item) {
     constexpr std::size_t longest = 120;
@@ -378,10 +378,8 @@ Archived archive(const Request& request, const Machine& machine) {
   try {
     return Work(request, machine).done();
   } catch (const ToolError& error) {
-    constexpr int givenUp = 2;
-    const bool isOurs = error.domain() == "Marrow";
-    if (isOurs && error.code() == givenUp) return {.end = Archived::End::givenUp};
-    return notMade(isOurs ? "it takes too long" : error.what());
+    if (error.isGivenUp()) return {.end = Archived::End::givenUp};
+    return notMade(error.isTimeOut() ? "it takes too long" : error.what());
   } catch (const std::exception& error) {
     return notMade(error.what());
   }

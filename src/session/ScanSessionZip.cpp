@@ -12,6 +12,7 @@
 #include "platform/FileAccess.h"
 #include "platform/FileIdentity.h"
 #include "platform/NumberedName.h"
+#include "platform/ResolvedPath.h"
 #include "reclaim/CriticalPaths.h"
 #include "reclaim/ZipEngine.h"
 #include "scan/Format.h"
@@ -53,6 +54,7 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   if (paths.empty()) return;
 
   const QPointer<ScanSession> session(this);
+  const std::vector<std::string> inWork = zips_->paths();
   std::optional<std::string> chosen = services_.savePanel.chooseFile({.fileName = nameForZip(),
                                                                       .extension = "zip",
                                                                       .canCreateDirectories = true,
@@ -64,14 +66,18 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   ZipEngine::Request request{.paths = std::move(paths),
                              .to = *std::move(chosen),
                              .isGivenUp = [zips = zips_] { return zips->isGivenUp(); }};
-  // What the user has agreed to replace is what stands there now.
-  if (const Result<FileIdentity> old = FileIdentity::of(request.to)) request.replaced = old.value();
+  const std::string place = resolvedAbove(request.to);
+  // What the user has agreed to replace is what stands there now. Not so where it is an archive
+  // that was finished only while the panel was up: what went into that is in the Trash by now.
+  if (std::ranges::find(inWork, place) == inWork.end()) {
+    if (const auto old = FileIdentity::of(request.to)) request.replaced = old.value();
+  }
   Dispatch& dispatch = services_.dispatch;
-  zips_->begin(std::string(lastPathComponent(request.to)));
-  auto work = [&dispatch, session, zips = zips_, request = std::move(request),
+  zips_->begin(place);
+  auto work = [&dispatch, session, zips = zips_, place, request = std::move(request),
                archive = services_.archive] {
     ZipEngine::Archived archived = archive(request);
-    zips->end(std::string(lastPathComponent(request.to)));
+    zips->end(place);
     dispatch.async(Dispatch::Queue::main, [session, archived = std::move(archived)] {
       if (session) session->takeArchive(archived);
     });
@@ -84,7 +90,7 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
 std::string ScanSession::nameForZip() const {
   const std::string name = ZipEngine::suggestedName(services_.date());
   int number = 1;
-  while (zips_->has(numberedName(name, number))) ++number;
+  while (zips_->hasName(numberedName(name, number))) ++number;
   return numberedName(name, number);
 }
 

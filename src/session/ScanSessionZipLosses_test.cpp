@@ -124,13 +124,30 @@ TEST_F(ZipThenTrash, tells_the_name_that_the_archive_has_got) {
 
 TEST_F(ZipThenTrash, replaces_what_the_user_has_seen_behind_the_panel) {
   session().zipThenTrash({film_});
-  putFile(kept_.at("My things.zip"), "old");
+  putFile(kept_.at("seen.zip"), "old");
+  machine_.savePanel.answer = kept_.at("seen.zip");
   session().zipThenTrash({song_});
-  const FileIdentity seen = FileIdentity::of(kept_.at("My things.zip")).value();
+  const FileIdentity seen = FileIdentity::of(kept_.at("seen.zip")).value();
   finish();
   finish();
   EXPECT_EQ(archives_.at(0).replaced, std::nullopt);
   EXPECT_EQ(archives_.at(1).replaced, seen);
+}
+
+// The user may have agreed to replace what stood there before it.
+TEST_F(ZipThenTrash, replaces_no_archive_that_was_finished_while_the_panel_was_up) {
+  SlowPanel panel;
+  session_ = makeSession(panel);
+  machine_.dispatch.drainAll();
+  fs::create_directory_symlink(kept_.path(), disk_.at("to the kept"));
+  panel.answer.answer = kept_.at("out.zip");
+  session().zipThenTrash({film_});
+  panel.meanwhile = [this] { finish(); };
+  panel.answer.answer = disk_.at("to the kept/out.zip");
+  session().zipThenTrash({song_});
+  ASSERT_FALSE(isOnDisk(film_));
+  machine_.dispatch.drainAll();
+  EXPECT_EQ(archives_.at(1).replaced, std::nullopt);
 }
 
 TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {

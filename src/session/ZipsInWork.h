@@ -1,33 +1,42 @@
-// The archives that are being made, as the main thread and the workers that make them share them.
-// Safe from any thread.
+// The archives that are being made, by the paths where they are to stand, as the main thread and
+// the workers that make them share them. Safe from any thread.
 #pragma once
 
 #include <algorithm>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "scan/PathName.h"
 
 namespace tessaly {
 
 class ZipsInWork {
  public:
-  void begin(const std::string& name) {
+  void begin(const std::string& path) {
     const std::lock_guard lock(mutex_);
-    names_.push_back(name);
+    paths_.push_back(path);
   }
-  void end(const std::string& name) {
+  void end(const std::string& path) {
     const std::lock_guard lock(mutex_);
-    const auto found = std::find(names_.begin(), names_.end(), name);
-    if (found != names_.end()) names_.erase(found);
+    const auto found = std::find(paths_.begin(), paths_.end(), path);
+    if (found != paths_.end()) paths_.erase(found);
   }
 
-  bool has(const std::string& name) const {
+  std::vector<std::string> paths() const {
     const std::lock_guard lock(mutex_);
-    return std::find(names_.begin(), names_.end(), name) != names_.end();
+    return paths_;
+  }
+  // Whether one of them has this name, in whatever folder.
+  bool hasName(std::string_view name) const {
+    const std::lock_guard lock(mutex_);
+    return std::any_of(paths_.begin(), paths_.end(),
+                       [&](const std::string& path) { return lastPathComponent(path) == name; });
   }
   bool areAny() const {
     const std::lock_guard lock(mutex_);
-    return !names_.empty();
+    return !paths_.empty();
   }
 
   // From now on every archive is given up.
@@ -42,7 +51,7 @@ class ZipsInWork {
 
  private:
   mutable std::mutex mutex_;
-  std::vector<std::string> names_;  // of the files, one for each archive
+  std::vector<std::string> paths_;  // one for each archive
   bool isGivenUp_ = false;
 };
 

@@ -76,11 +76,11 @@ Ending runToEnd(const std::string& path, const std::vector<std::string>& args, d
   while (!tool.waitUntil(after(lookEvery))) {
     if (isCancelled && isCancelled()) {
       end(tool, cancelledGraceSeconds, after);
-      throw ToolError("Marrow", 2, "given up: " + path);
+      throw ToolError(ToolError::ownDomain, ToolError::givenUp, "given up: " + path);
     }
     if (deadline.hasPassed()) {
       end(tool, graceSeconds, after);
-      throw ToolError("Marrow", 1, "timed out: " + path);
+      throw ToolError(ToolError::ownDomain, ToolError::timedOut, "timed out: " + path);
     }
   }
   return {.exit = *tool.exit(), .words = tool.sample()};

@@ -28,9 +28,12 @@ class ToolError : public std::runtime_error {
 
   // Whether the tool still ran when its time was over.
   bool isTimeOut() const { return domain_ == ownDomain && code_ == timedOut; }
+  // Whether it was ended because nobody wanted its work any more.
+  bool isGivenUp() const { return domain_ == ownDomain && code_ == givenUp; }
 
   static constexpr const char* ownDomain = "Marrow";
   static constexpr int timedOut = 1;
+  static constexpr int givenUp = 2;
 
  private:
   std::string domain_;
