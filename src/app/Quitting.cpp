@@ -14,25 +14,29 @@ void Quitting::run(int status) {
 }
 
 void Quitting::runWithoutDisplay(int status) {
-  if (std::exchange(hasBegun_, true)) return;
-  leave(status);
+  hasBegun_ = true;
+  if (waitsSince_) {
+    waitAndExit(status);
+  } else {
+    leave(status);
+  }
 }
 
 void Quitting::leave(int status) {
   steps_.endWriting();
   steps_.giveUpInstance();
   steps_.giveUpWork();
-  wait();
-  steps_.exit(status);
+  waitsSince_ = steps_.now();
+  waitAndExit(status);
 }
 
-void Quitting::wait() const {
-  const Time begin = steps_.now();
+void Quitting::waitAndExit(int status) {
   while (steps_.isBusy()) {
-    const auto passed = steps_.now() - begin;
-    if (passed >= patienceForMoves || (passed >= patience && !steps_.isMoving())) return;
+    const auto passed = steps_.now() - *waitsSince_;
+    if (passed >= patienceForMoves || (passed >= patience && !steps_.isMoving())) break;
     steps_.pause();
   }
+  steps_.exit(status);
 }
 
 }  // namespace tessaly

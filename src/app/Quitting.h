@@ -16,6 +16,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 namespace tessaly {
 
@@ -47,15 +48,17 @@ class Quitting {
   // Ends the program. Does nothing where this has begun already.
   void run(int status);
 
-  // The same where the display has gone, and all that was on it.
+  // The same where the display has gone, and all that was on it. Where that is found out within
+  // run(), what is left of it is done here.
   void runWithoutDisplay(int status);
 
  private:
   void leave(int status);
-  void wait() const;
+  void waitAndExit(int status);
 
   Steps steps_;
   bool hasBegun_ = false;
+  std::optional<Time> waitsSince_;
 };
 
 }  // namespace tessaly

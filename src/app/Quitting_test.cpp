@@ -96,8 +96,46 @@ TEST_F(QuittingTest, happens_once) {
   Quitting quitting(steps());
   inPause_ = [&] { quitting.run(1); };
   quitting.run(0);
-  quitting.runWithoutDisplay(1);
   EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 0"));
+}
+
+// What finds that out, within one of the steps, leaves the program, and that step never ends.
+class QuittingOnADisplayThatGoes : public QuittingTest {
+ protected:
+  struct Ended {};
+
+  Quitting::Steps stepsToAnEnd() {
+    Quitting::Steps all = steps();
+    all.exit = [exit = all.exit](int status) {
+      exit(status);
+      throw Ended();
+    };
+    return all;
+  }
+};
+
+TEST_F(QuittingOnADisplayThatGoes, goes_on_with_what_is_to_be_done_and_not_before) {
+  Quitting* begun = nullptr;
+  Quitting::Steps all = stepsToAnEnd();
+  all.leaveDesktop = [&begun, leave = all.leaveDesktop] {
+    leave();
+    begun->runWithoutDisplay(1);
+  };
+  Quitting quitting(all);
+  begun = &quitting;
+  EXPECT_THROW(quitting.run(0), Ended);
+  EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 1"));
+}
+
+TEST_F(QuittingOnADisplayThatGoes, waits_on_for_as_long_as_it_would_have) {
+  busyUntil_ = movingUntil_ = begin_ + 1s;
+  Quitting quitting(stepsToAnEnd());
+  inPause_ = [&] {
+    if (now_ == begin_ + 100ms) quitting.runWithoutDisplay(1);
+  };
+  EXPECT_THROW(quitting.run(0), Ended);
+  EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 1"));
+  EXPECT_EQ(taken(), 1s);
 }
 
 TEST_F(QuittingTest, leaves_alone_what_was_on_a_display_that_has_gone) {

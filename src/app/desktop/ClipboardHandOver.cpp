@@ -52,9 +52,11 @@ int ClipboardHandOver::descriptor() const {
 }
 
 void ClipboardHandOver::serve() {
-  if (!isPending()) return;
+  if (!isPending() || isServing_) return;
+  isServing_ = true;
   // Qt answers the manager's questions for the content.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  isServing_ = false;
   if (isPending()) goOn();
 }
 

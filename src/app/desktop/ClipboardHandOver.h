@@ -25,7 +25,9 @@ class ClipboardHandOver final : public QAbstractNativeEventFilter {
   int descriptor() const;
 
   // Answers what has been asked for so far. Does nothing once it is not pending. The event loop
-  // runs, so that all else that it may bring should have been closed before.
+  // runs, so that all else that it may bring should have been closed before. Where the connection
+  // to the X server has ended, Qt may leave the program by exit() from here; called again on the
+  // way out, this does nothing.
   void serve();
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
@@ -46,6 +48,7 @@ class ClipboardHandOver final : public QAbstractNativeEventFilter {
 
   xcb_connection_t* connection_ = nullptr;  // of Qt's
   Stage stage_ = Stage::done;
+  bool isServing_ = false;
   unsigned managerAsked_ = 0;  // sequence numbers of requests
   unsigned saveAsked_ = 0;
   unsigned ownerAsked_ = 0;
