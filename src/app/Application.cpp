@@ -254,6 +254,8 @@ void Application::leaveDesktop() {
   // The window stays hidden, whatever becomes known of the status bar now.
   windowStart_->settle();
   ownHotKey_.reset();
+  // Before the connection to a file manager ends that has not answered yet.
+  if (ownWorkspace_) ownWorkspace_->close();
 }
 
 void Application::endWriting() {

@@ -124,11 +124,11 @@ class Application {
   std::unique_ptr<LinuxApplicationIcon> ownIcon_;
   std::unique_ptr<NotificationCenter> ownNotifications_;
   std::unique_ptr<GuardedTrashMover> ownTrash_;
-  std::unique_ptr<MachineFigures> ownFigures_;
   std::unique_ptr<SettingsFile> ownSettings_;
   std::unique_ptr<LoginItem> ownLoginItem_;
   std::unique_ptr<StatusBarExtra> ownStatusBar_;
   std::unique_ptr<MarrowPrefs> prefs_;
+  std::unique_ptr<MachineFigures> ownFigures_;  // goes before those to whom it brings answers
   std::unique_ptr<AccessController> access_;
   std::unique_ptr<ScanSession> session_;
   WindowActivation activation_;
