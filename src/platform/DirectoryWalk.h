@@ -89,6 +89,10 @@ class DirectoryWalk {
   // The next item, or null at the end. Valid until the next call.
   const Item* next();
 
+  // For a walk that nobody wants any more: the threads begin to read nothing further, and next()
+  // gives null from here on. Waits for none of them.
+  void stop();
+
   // Names directly in `root`, links included; 0 if it cannot be read.
   static std::size_t countEntries(const std::string& root);
 

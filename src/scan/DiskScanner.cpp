@@ -10,7 +10,6 @@
 #include "platform/ResolvedPath.h"
 #include "scan/Freeze.h"
 #include "scan/Package.h"
-#include "scan/PackageSize.h"
 #include "scan/ScanAccumulator.h"
 #include "scan/ScanLimits.h"
 #include "scan/ScanProgress.h"
@@ -29,6 +28,12 @@ constexpr std::uint8_t insidePackage = 1;
 
 std::string rootName(const std::string& root) {
   return root == "/" ? "Macintosh HD" : root.substr(root.rfind('/') + 1);
+}
+
+// What one item inside a package adds to its size. Nothing in there is left out.
+std::int64_t sizeInPackage(const Item& item) {
+  const bool adds = item.type != Type::directory && item.type != Type::link && item.hasAttributes;
+  return adds ? item.allocatedSize : 0;
 }
 
 // Folds the items of a walk, which come in pre-order, into the accumulator. Sizes are gathered in
@@ -175,6 +180,8 @@ class Scan {
       closePackage();
       ++items;
       if (isCancelled()) {
+        // To put the part together takes a moment, in which nobody needs to read on.
+        walk.stop();
         if (callbacks_.progress) callbacks_.progress("Cancelled");
         break;
       }

@@ -1,3 +1,8 @@
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
+#include "platform/Deadline.h"
 #include "scan/ScanFacts.h"
 #include "support/SequentialScan.h"
 #include "support/TreeDifference.h"
@@ -103,6 +108,35 @@ TEST_P(Cancelling, in_a_wide_and_deep_tree_comes_back_from_anywhere) {
     EXPECT_EQ(record.polls(), at + 1);
     EXPECT_THAT(record.lines(), Not(Contains("Building map…")));
   }
+}
+
+std::ptrdiff_t threadsOfThisProcess() {
+  namespace fs = std::filesystem;
+  return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+}
+
+TEST(CancellingThreads, ends_those_that_read_ahead_before_the_part_is_put_together) {
+  const TempTree tree(home);
+  const std::ptrdiff_t before = threadsOfThisProcess();
+  std::ptrdiff_t helpers = 0;
+  bool areGone = false;
+  DiskScanner::Callbacks callbacks;
+  callbacks.isCancelled = [polls = 0, &helpers, before]() mutable {
+    if (++polls == 1) helpers = threadsOfThisProcess() - before;
+    return polls >= 5;
+  };
+  // Said when the walk is over, and before what was walked is made a tree.
+  callbacks.progress = [&](const std::string& line) {
+    if (line != "Cancelled") return;
+    const Deadline deadline = Deadline::after(60);
+    while (!(areGone = threadsOfThisProcess() == before) && !deadline.hasPassed())
+      std::this_thread::yield();
+  };
+  DiskScanner::Options options;
+  options.threads = 4;
+  DiskScanner::scan(tree.path(), callbacks, options);
+  EXPECT_EQ(helpers, 3);
+  EXPECT_TRUE(areGone);
 }
 
 }  // namespace

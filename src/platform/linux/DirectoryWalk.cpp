@@ -31,6 +31,10 @@ const DirectoryWalk::Item* DirectoryWalk::next() {
   return impl_->next();
 }
 
+void DirectoryWalk::stop() {
+  impl_->stop();
+}
+
 std::size_t DirectoryWalk::countEntries(const std::string& root) {
   const int descriptor = walk::openDirectory(root);
   DIR* const directory = descriptor < 0 ? nullptr : fdopendir(descriptor);

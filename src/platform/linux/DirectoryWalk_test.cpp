@@ -1,6 +1,7 @@
 #include "platform/DirectoryWalk.h"
 
 #include <algorithm>
+#include <atomic>
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
@@ -164,6 +165,27 @@ TEST_F(DirectoryWalkTest, a_walk_may_be_left_anywhere) {
     int got = 0;
     while (got < taken && walk.next() != nullptr) ++got;
     EXPECT_EQ(got, std::min(taken, 1200));
+  }
+}
+
+TEST_F(DirectoryWalkTest, a_stopped_walk_gives_and_reads_nothing_more) {
+  for (int i = 0; i < 200; ++i) file("a" + std::to_string(i) + "/b/c/file");
+  for (const int threads : {1, 3}) {
+    std::atomic<int> asked = 0;
+    DirectoryWalk walk(
+        root_.string(),
+        [&](const DirectoryWalk::Candidate&) {
+          ++asked;
+          return DirectoryWalk::Descent{};
+        },
+        threads);
+    ASSERT_NE(walk.next(), nullptr);
+    walk.stop();
+    const int askedAtOnce = asked;
+    EXPECT_EQ(walk.next(), nullptr);
+    EXPECT_EQ(walk.next(), nullptr);
+    // Each of the helpers may be at a folder.
+    EXPECT_LE(asked, askedAtOnce + threads - 1);
   }
 }
 

@@ -96,6 +96,7 @@ FolderReader::~FolderReader() = default;
 FolderReader::Run FolderReader::readEntries(int descriptor) {
   filled_ = 0;
   while (entriesCapacity - filled_ >= entriesCapacity / 2) {
+    if (stop_.load(std::memory_order_relaxed)) return {};
     const long got = uninterrupted([&] {
       return syscall(SYS_getdents64, descriptor, entries_.get() + filled_,
                      entriesCapacity - filled_);

@@ -153,6 +153,7 @@ int WalkEngine::openInParent(Lock& lock, Folder& folder, Role role) {
 int WalkEngine::openRelative(Lock& lock, int directory, Folder& seen, const char* name, Role role,
                              std::vector<OpenedOnTheWay>* held) {
   for (;;) {
+    if (stop_) return -EMFILE;  // of a helper; not to be tried again either
     lock.unlock();
     const int descriptor = uninterrupted(
         [&] { return openat(directory, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); });
@@ -163,7 +164,6 @@ int WalkEngine::openRelative(Lock& lock, int directory, Folder& seen, const char
     if (descriptor >= 0) return descriptor;
     if (isGone) return nothingToRead;
     if (!isShortage(error)) return -error;
-    if (stop_) return -EMFILE;
     openFolders_.lowerBudget();
     int spare = openFolders_.evict();
     if (spare < 0 && held != nullptr && held->size() > 1) {

@@ -79,15 +79,19 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
 }
 
 WalkEngine::~WalkEngine() {
+  stop();
+  for (std::thread& helper : helpers_) helper.join();
+
+  freeUnconsumed();
+  for (const int descriptor : toClose_) close(descriptor);
+}
+
+void WalkEngine::stop() {
   {
     const Lock lock(mutex_);
     stop_ = true;
   }
   work_.notify_all();
-  for (std::thread& helper : helpers_) helper.join();
-
-  freeUnconsumed();
-  for (const int descriptor : toClose_) close(descriptor);
 }
 
 // Every folder hangs on a record that the consumer has not taken, or is one it stands in.
@@ -122,6 +126,7 @@ void WalkEngine::freeUnconsumed() {
 // --- The consumer -------------------------------------------------------------------------------
 
 const DirectoryWalk::Item* WalkEngine::next() {
+  if (stop_) return nullptr;
   if (entering_ != nullptr) enter(*std::exchange(entering_, nullptr));
   while (!frames_.empty()) {
     Frame& frame = frames_.back();

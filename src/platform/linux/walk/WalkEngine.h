@@ -43,6 +43,7 @@ class WalkEngine {
 
   bool isOpen() const { return isOpen_; }
   const DirectoryWalk::Item* next();
+  void stop();
 
  private:
   enum class Role { consumer, helper };
