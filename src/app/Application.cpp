@@ -24,7 +24,9 @@
 #include "app/preview/ReaderProgram.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
+#include "platform/Leftovers.h"
 #include "platform/MountedVolumes.h"
+#include "platform/ResolvedPath.h"
 #include "platform/UserTrash.h"
 #include "reclaim/Trash.h"
 #include "system/FullDiskAccess.h"
@@ -72,6 +74,10 @@ Seam& orOwn(Seam* lent, std::unique_ptr<Own>& own, Make make) {
   if (lent != nullptr) return *lent;
   own = make();
   return *own;
+}
+
+std::string folderOf(const std::string& file) {
+  return file.substr(0, file.rfind('/'));
 }
 
 }  // namespace
@@ -222,6 +228,15 @@ Application::Application(const Seams& seams) {
       .date = seams.date,
       .figures = &figures});
 
+  clearLeftovers_ = [this, &dispatch,
+                     support = seams.supportDirectory ? *seams.supportDirectory
+                                                      : ScanStore::supportDir()] {
+    std::vector<std::string> others;
+    // Who keeps his settings elsewhere, and links them into place, has them written there.
+    if (ownSettings_) others.push_back(folderOf(resolvedPath(SettingsFile::standardPath())));
+    Leftovers::removeAll(dispatch, support, others);
+  };
+
   session_->refreshDisk();
   access_->refresh();
   // Settings and other programs may have changed much while the user was there.
@@ -239,6 +254,7 @@ void Application::lookAgain() {
 Application::~Application() = default;
 
 void Application::launch() {
+  clearLeftovers_();
   delegate_->applicationDidFinishLaunching();
 }
 

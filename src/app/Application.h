@@ -142,6 +142,7 @@ class Application {
   QQuickWindow* window_ = nullptr;
   std::unique_ptr<StatusBar> statusBar_;
   std::unique_ptr<WindowStart> windowStart_;
+  std::function<void()> clearLeftovers_;
   std::unique_ptr<GlobalHotKey> ownHotKey_;  // goes first: it tells the others
 };
 

@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include "platform/AtomicFile.h"
+#include "platform/PlaceInWork.h"
 #include "scan/ExportReport.h"
 #include "scan/PathName.h"
 #include "session/FieldChanges.h"
@@ -69,6 +70,8 @@ void ScanSession::exportJSON() {
                                       .canCreateDirectories = true});
   // The tree on screen may be another by now, and it is the one that the user sees.
   if (!session || !path || stack_.empty()) return;
+  const PlaceInWork place = PlaceInWork::of(
+      *path, services_.supportDirectory ? *services_.supportDirectory : ScanStore::supportDir());
   // A failure is not told; the file that was there stays.
   static_cast<void>(AtomicFile::replace(*path, ExportReport::json(stack_.back()),
                                         AtomicFile::Durability::synced, AtomicFile::Access::usual));

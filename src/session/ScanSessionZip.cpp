@@ -12,6 +12,7 @@
 #include "platform/FileAccess.h"
 #include "platform/FileIdentity.h"
 #include "platform/NumberedName.h"
+#include "platform/PlaceInWork.h"
 #include "platform/ResolvedPath.h"
 #include "reclaim/CriticalPaths.h"
 #include "reclaim/ZipEngine.h"
@@ -74,9 +75,14 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   }
   Dispatch& dispatch = services_.dispatch;
   zips_->begin(place);
+  std::string notes =
+      services_.supportDirectory ? *services_.supportDirectory : ScanStore::supportDir();
   auto work = [&dispatch, session, zips = zips_, place, request = std::move(request),
-               archive = services_.archive] {
-    ZipEngine::Archived archived = archive(request);
+               archive = services_.archive, notes = std::move(notes)] {
+    ZipEngine::Archived archived = [&] {
+      const PlaceInWork inWork = PlaceInWork::of(request.to, notes);
+      return archive(request);
+    }();
     zips->end(place);
     dispatch.async(Dispatch::Queue::main, [session, archived = std::move(archived)] {
       if (session) session->takeArchive(archived);

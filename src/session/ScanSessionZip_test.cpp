@@ -73,6 +73,20 @@ TEST_F(ZipThenTrash, suggests_another_name_while_one_is_in_work) {
   EXPECT_EQ(machine_.savePanel.requests[2].fileName, name);
 }
 
+TEST_F(ZipThenTrash, notes_the_folder_of_the_archive_while_it_is_in_work) {
+  std::vector<std::string> noted;
+  duringArchive_ = [&] {
+    for (const std::string& name : entriesOf(machine_.support.path()))
+      if (name.starts_with(".tessaly-place-"))
+        noted.push_back(contentOf(machine_.support.at(name)));
+  };
+  session().zipThenTrash({film_});
+  finish();
+  EXPECT_THAT(noted, ElementsAre(kept_.path()));
+  for (const std::string& name : entriesOf(machine_.support.path()))
+    EXPECT_FALSE(name.starts_with(".tessaly-")) << name;
+}
+
 TEST_F(ZipThenTrash, works_on_the_queue_of_workers_that_the_user_waits_for) {
   session().zipThenTrash({film_});
   EXPECT_EQ(machine_.dispatch.waiting(Queue::userInitiated), 1U);

@@ -107,6 +107,7 @@ class ZipThenTrash : public testing::Test {
         .archive =
             [this](const ZipEngine::Request& request) {
               archives_.push_back(request);
+              if (duringArchive_) duringArchive_();
               return end_ == End::made ? made(request)
                                        : ZipEngine::Archived{.end = end_, .cause = cause_};
             },
@@ -138,6 +139,7 @@ class ZipThenTrash : public testing::Test {
   DiskNode song_ = item("song", 3);
   DiskNode note_ = item("note", 2);
   DiskNode tree_ = folder(disk_.path(), 9, {film_, song_, note_});
+  std::function<void()> duringArchive_;
   std::deque<ZipEngine::Request> archives_;
   End end_ = End::made;
   std::string cause_;

@@ -1,7 +1,6 @@
 #include "platform/AtomicFile.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/PrivateFile.h"
 #include "platform/linux/Uninterrupted.h"
 
 namespace tessaly::AtomicFile {
@@ -157,67 +157,6 @@ int objectionToReplacing(const Place& place) {
   return objectionTo(status);
 }
 
-// A new file in a folder, taken away again unless it is moved into place.
-class Temporary {
- public:
-  Temporary(int folder, mode_t mode) : folder_(folder) {
-    // Names of this process are never used twice. One left behind by a process that was killed, and
-    // whose number this one has now, is stepped over.
-    static std::atomic<unsigned> counter = 0;
-    constexpr int tries = 1000;
-    for (int attempt = 0; attempt < tries; ++attempt) {
-      name_ = ".tessaly-" + std::to_string(::getpid()) + "-" + std::to_string(++counter);
-      file_ = FileDescriptor(uninterrupted([&] {
-        return ::openat(folder_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-      }));
-      if (file_ || errno != EEXIST) break;
-    }
-    isThere_ = static_cast<bool>(file_);
-  }
-  Temporary(const Temporary&) = delete;
-  Temporary& operator=(const Temporary&) = delete;
-  ~Temporary() {
-    if (isThere_) ::unlinkat(folder_, name_.c_str(), 0);
-  }
-
-  // All of these give false with errno set.
-  bool isThere() const { return isThere_; }
-
-  bool write(std::string_view content) {
-    constexpr std::size_t mostAtOnce = std::size_t{1} << 30U;
-    while (!content.empty()) {
-      const std::size_t length = std::min(content.size(), mostAtOnce);
-      const ssize_t written =
-          uninterrupted([&] { return ::write(file_.get(), content.data(), length); });
-      if (written <= 0) {
-        if (written == 0) errno = EIO;
-        return false;
-      }
-      content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
-
-  bool sync() {
-    return uninterrupted([&] { return ::fsync(file_.get()); }) == 0;
-  }
-
-  // An interrupted close has closed all the same.
-  bool close() { return file_.close() == 0 || errno == EINTR; }
-
-  bool moveTo(const std::string& name) {
-    if (::renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) return false;
-    isThere_ = false;
-    return true;
-  }
-
- private:
-  int folder_;
-  std::string name_;
-  FileDescriptor file_;
-  bool isThere_ = false;
-};
-
 // A file system that cannot sync a folder says EINVAL; there is nothing more to be had then.
 bool syncFolder(int folder) {
   return uninterrupted([&] { return ::fsync(folder); }) == 0 || errno == EINVAL;
@@ -248,7 +187,7 @@ Outcome replace(const std::string& path, std::string_view content, Durability du
   if (const int objection = objectionToReplacing(place.value()); objection != 0) {
     return SystemError::fromErrno(objection, path);
   }
-  Temporary temporary(folder, access == Access::owner ? 0600 : 0666);
+  PrivateFile temporary(folder, access == Access::owner ? 0600 : 0666);
   if (!temporary.isThere() || !temporary.write(content) || (isSynced && !temporary.sync()) ||
       !temporary.close() || !temporary.moveTo(place.value().name) ||
       (isSynced && !syncFolder(folder))) {

@@ -1,11 +1,8 @@
 #include "platform/StagedFile.h"
 
-#include <array>
 #include <cerrno>
-#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -15,7 +12,9 @@
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/IdentityFromStatus.h"
 #include "platform/linux/NameInFolder.h"
+#include "platform/linux/PrivateName.h"
 #include "platform/linux/Uninterrupted.h"
+#include "platform/linux/UseLock.h"
 #include "platform/linux/trash/FolderEntries.h"
 #include "platform/linux/trash/ItemPlace.h"
 #include "platform/linux/trash/MoveItem.h"
@@ -24,12 +23,7 @@ namespace tessaly {
 
 namespace {
 
-std::string randomName() {
-  std::random_device device;
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), ".tessaly-%08x%08x", device(), device());
-  return text.data();
-}
+constexpr const char* nameWhileExchanged = "exchanged";
 
 std::string extensionOf(const std::string& name) {
   const std::size_t dot = name.rfind('.');
@@ -76,19 +70,32 @@ struct StagedFile::State {
   int makeInside() {
     constexpr int tries = 100;
     for (int attempt = 0; attempt < tries; ++attempt) {
-      insideName = randomName();
-      if (::mkdirat(folder.get(), insideName.c_str(), S_IRWXU) == 0) break;
-      if (errno != EEXIST) return errno;
-      insideName.clear();
-    }
-    if (insideName.empty()) return EEXIST;
-    inside = openFolder(folder, insideName, O_RDONLY);
-    if (!inside) {
-      const int code = errno;
+      insideName = PrivateName::ofFolder();
+      if (::mkdirat(folder.get(), insideName.c_str(), S_IRWXU) != 0) {
+        if (errno == EEXIST) continue;
+        return errno;
+      }
+      inside = openFolder(folder, insideName, O_RDONLY);
+      const int code = inside ? 0 : errno;
+      if (inside && lockInside()) return 0;
+      const bool isCleared = inside || code == ENOENT;  // somebody who clears up has come first
+      inside = FileDescriptor();
+      if (isCleared) continue;
       ::unlinkat(folder.get(), insideName.c_str(), AT_REMOVEDIR);
       return code;
     }
-    return 0;
+    return EEXIST;
+  }
+
+  // False where the folder is going, or gone.
+  bool lockInside() const {
+    const UseLock::Taken taken = UseLock::take(inside);
+    if (taken == UseLock::Taken::impossible) return true;
+    struct stat opened {};
+    struct stat named {};
+    return taken == UseLock::Taken::yes && ::fstat(inside.get(), &opened) == 0 &&
+           ::fstatat(folder.get(), insideName.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
   }
 
   // Moves the file in, or whatever came out in exchange for it, to the first name that is free.
@@ -109,6 +116,13 @@ struct StagedFile::State {
 
   // Puts the file in the place of `replaced`, and only of that.
   Exchange exchangeFor(const FileIdentity& replaced, const FileIdentity& own) {
+    // For a moment the folder may hold what is not to be deleted. Should the program end then, no
+    // other one takes a file of this name for its own leftover.
+    const std::string exchanged = nameWhileExchanged + extensionOf(name);
+    if (::renameat(inside.get(), fileName.c_str(), inside.get(), exchanged.c_str()) != 0) {
+      return Exchange::notMeant;
+    }
+    fileName = exchanged;
     const auto exchange = [&] {
       return ::renameat2(inside.get(), fileName.c_str(), folder.get(), name.c_str(),
                          RENAME_EXCHANGE) == 0;
@@ -142,7 +156,7 @@ Result<StagedFile> StagedFile::beside(const std::string& target) {
   state->name = std::move(place.value().name);
   state->folderPath = std::move(place.value().folderPath);
   if (const int code = state->makeInside(); code != 0) return SystemError::fromErrno(code, target);
-  state->fileName = "file" + extensionOf(state->name);
+  state->fileName = PrivateName::inFolder + extensionOf(state->name);
   state->path = state->folderPath + state->insideName + "/" + state->fileName;
   return StagedFile(std::move(state));
 }

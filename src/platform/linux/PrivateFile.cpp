@@ -1,0 +1,78 @@
+#include "platform/linux/PrivateFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/linux/PrivateName.h"
+#include "platform/linux/Uninterrupted.h"
+#include "platform/linux/UseLock.h"
+
+namespace tessaly {
+
+PrivateFile::PrivateFile(int folder, mode_t mode) : folder_(folder), isThere_(makeFile(mode)) {}
+
+PrivateFile::~PrivateFile() {
+  if (isThere_) ::unlinkat(folder_, name_.c_str(), 0);
+}
+
+// A name that was left behind by a process which was killed, and whose number this one has now, is
+// stepped over, and so is one that is being cleared away.
+bool PrivateFile::makeFile(mode_t mode) {
+  constexpr int tries = 1000;
+  for (int attempt = 0; attempt < tries; ++attempt) {
+    name_ = PrivateName::ofFile();
+    file_ = FileDescriptor(uninterrupted([&] {
+      return ::openat(folder_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    }));
+    if (!file_) {
+      if (errno == EEXIST) continue;
+      return false;
+    }
+    const UseLock::Taken taken = UseLock::take(file_);
+    if (taken == UseLock::Taken::impossible) return true;
+    struct stat status {};
+    const bool isGone = ::fstat(file_.get(), &status) == 0 && status.st_nlink == 0;
+    if (taken == UseLock::Taken::yes && !isGone) return true;
+  }
+  errno = EEXIST;
+  return false;
+}
+
+bool PrivateFile::write(std::string_view content) {
+  constexpr std::size_t mostAtOnce = std::size_t{1} << 30U;
+  while (!content.empty()) {
+    const std::size_t length = std::min(content.size(), mostAtOnce);
+    const ssize_t written =
+        uninterrupted([&] { return ::write(file_.get(), content.data(), length); });
+    if (written <= 0) {
+      if (written == 0) errno = EIO;
+      return false;
+    }
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+bool PrivateFile::sync() {
+  return uninterrupted([&] { return ::fsync(file_.get()); }) == 0;
+}
+
+bool PrivateFile::close() {
+  // Where there is no descriptor left, the rest goes on without the lock.
+  lock_ = FileDescriptor(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0));
+  // An interrupted close has closed all the same.
+  return file_.close() == 0 || errno == EINTR;
+}
+
+bool PrivateFile::moveTo(const std::string& name) {
+  if (::renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) return false;
+  isThere_ = false;
+  return true;
+}
+
+}  // namespace tessaly
