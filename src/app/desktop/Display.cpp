@@ -3,12 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,6 +12,8 @@
 #include <QJsonObject>
 #include <QPluginLoader>
 
+#include "app/desktop/DisplayServers.h"
+
 namespace tessaly {
 
 namespace {
@@ -24,13 +21,6 @@ namespace {
 std::string environment(const char* name) {
   const char* value = std::getenv(name);
   return value != nullptr ? value : "";
-}
-
-bool xServerAnswers() {
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-  const bool answers = xcb_connection_has_error(connection) == 0;
-  xcb_disconnect(connection);
-  return answers;
 }
 
 std::string lowerCase(std::string_view text) {
@@ -71,23 +61,6 @@ bool isWayland(std::string_view platform) {
   return platform.starts_with("wayland");
 }
 
-bool waylandServerAnswers() {
-  std::string path = environment("WAYLAND_DISPLAY");
-  if (path.empty()) return false;
-  if (path.front() != '/') path = environment("XDG_RUNTIME_DIR") + "/" + path;
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
-  if (path.size() >= sizeof(address.sun_path)) return false;
-  std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-  const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  if (descriptor < 0) return false;
-  // connect() takes every kind of address through the one generic type.
-  const bool answers =
-      connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
-  close(descriptor);
-  return answers;
-}
-
 // Qt does not mind the case of the name. What stands behind ":" are options.
 std::string nameOf(std::string_view platform) {
   return lowerCase(platform.substr(0, platform.find(':')));
@@ -105,6 +78,21 @@ bool reached(std::string_view platform, const DisplayFacts& facts) {
   return true;
 }
 
+std::string orderOf(const DisplayFacts& facts) {
+  if (!facts.requested.empty()) return facts.requested;
+  return facts.waylandSession ? "wayland;xcb" : "xcb;wayland";
+}
+
+void askServerOf(std::string_view name, DisplayFacts& facts) {
+  constexpr double patience = 5;  // seconds
+  if (name == "xcb") facts.xAnswers = DisplayServers::xAnswers(Deadline::after(patience));
+  if (!isWayland(name)) return;
+  facts.waylandAnswers = DisplayServers::waylandAnswers(Deadline::after(patience));
+  if (!facts.waylandAnswers) return;
+  if (facts.installed.empty()) facts.installed = installedPlatforms();
+  facts.waylandAnswers = std::ranges::any_of(facts.installed, isWayland);
+}
+
 std::vector<std::string_view> partsOf(std::string_view list) {
   std::vector<std::string_view> parts;
   while (!list.empty()) {
@@ -119,18 +107,19 @@ std::vector<std::string_view> partsOf(std::string_view list) {
 
 DisplayFacts DisplayFacts::ofThisMachine() {
   DisplayFacts facts = {.requested = environment("QT_QPA_PLATFORM"),
-                        .waylandSession = environment("XDG_SESSION_TYPE") == "wayland",
-                        .waylandAnswers = waylandServerAnswers(),
-                        .xAnswers = xServerAnswers()};
+                        .waylandSession = environment("XDG_SESSION_TYPE") == "wayland"};
   // Takes some milliseconds, which a usual start is spared.
-  if (!facts.requested.empty() || facts.waylandAnswers) facts.installed = installedPlatforms();
-  facts.waylandAnswers = facts.waylandAnswers && std::ranges::any_of(facts.installed, isWayland);
+  if (!facts.requested.empty()) facts.installed = installedPlatforms();
+  const std::string order = orderOf(facts);
+  for (const std::string_view platform : partsOf(order)) {
+    askServerOf(nameOf(platform), facts);
+    if (reached(platform, facts)) break;
+  }
   return facts;
 }
 
 std::string platformFor(const DisplayFacts& facts) {
-  std::string order = facts.requested;
-  if (order.empty()) order = facts.waylandSession ? "wayland;xcb" : "xcb;wayland";
+  const std::string order = orderOf(facts);
   for (const std::string_view platform : partsOf(order)) {
     if (reached(platform, facts)) return std::string(platform);
   }

@@ -13,9 +13,11 @@ struct DisplayFacts {
   // The platforms that Qt has here, in lower case. Not looked for where none is requested.
   std::vector<std::string> installed = {};
   bool waylandSession = false;  // the desktop is a Wayland one
-  bool waylandAnswers = false;  // a Wayland server accepts connections, and Qt can speak to it
-  bool xAnswers = false;        // an X server accepts connections
+  bool waylandAnswers = false;  // a Wayland server answers, and Qt can speak to it
+  bool xAnswers = false;        // an X server answers, and lets us in
 
+  // Asks the servers in the order of platformFor(), and none behind the first that answers: one
+  // that takes connections and says nothing is waited for, for some seconds.
   static DisplayFacts ofThisMachine();
 };
 
