@@ -13,6 +13,7 @@
 #include "app/Quitting.h"
 #include "app/desktop/ClipboardHandOver.h"
 #include "app/desktop/Display.h"
+#include "app/desktop/DisplayServers.h"
 #include "app/desktop/QuitSignals.h"
 #include "app/desktop/ReopenRequests.h"
 #include "app/desktop/StartMessages.h"
@@ -27,6 +28,15 @@ constexpr int noDisplay = 2;
 void leaveWithoutWindow() {
   std::fputs("tessaly: Qt cannot open a window on this display\n", stderr);
   ::_exit(noDisplay);
+}
+
+// The socket of the Wayland compositor that has the windows, or "".
+const std::string& compositor() {
+  static const std::string socket =
+      QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
+          ? tessaly::DisplayServers::waylandSocket()
+          : std::string();
+  return socket;
 }
 
 tessaly::Quitting* quittingAtExit = nullptr;
@@ -46,8 +56,12 @@ tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenR
              application.leaveDesktop();
              handOver.emplace();
              // The message bus takes the status item away. The display does the same
-             // with the windows, but for X11 while it has the clipboard.
-             OwnConnections::shutDown(handOver->descriptor());
+             // with the windows, but for X11 while it has the clipboard. Qt ends the process, and
+             // all that it is at, as soon as a Wayland compositor is gone; so that one only hears
+             // that there are no windows any more.
+             OwnConnections::shutDown(handOver->descriptor(), compositor());
+             if (!compositor().empty())
+               QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
            },
        .endWriting = [&] { application.endWriting(); },
        .giveUpInstance = [&] { requests.giveUp(); },
@@ -62,7 +76,7 @@ tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenR
            },
        .exit =
            [](int status) {
-             OwnConnections::shutDown();
+             OwnConnections::shutDown(-1, compositor());
              ::_exit(status);
            }});
 }

@@ -5,6 +5,8 @@
 // believe that the program is there: its icon stays in the panel, its windows on the screen.
 #pragma once
 
+#include <string>
+
 namespace tessaly::OwnConnections {
 
 // A write to a connection or a pipe of which the other end is gone fails from now on (EPIPE), in
@@ -13,11 +15,12 @@ namespace tessaly::OwnConnections {
 void failWritesToEnded();
 
 // Ends all connections by socket that this process has opened, at once for the other ends, but for
-// the one of descriptor `spared` (-1 for none). What had been sent arrives. Standard streams and
-// connections that the process was started with are left alone: others use them too.
+// the one of descriptor `spared` (-1 for none) and those to the local server whose socket stands at
+// `sparedServer` ("" for none). What had been sent arrives. Standard streams and connections that
+// the process was started with are left alone: others use them too.
 //
 // Whoever uses such a connection afterwards, on whatever thread, finds it broken. So it is for a
 // program that is about to end.
-void shutDown(int spared = -1);
+void shutDown(int spared = -1, const std::string& sparedServer = {});
 
 }  // namespace tessaly::OwnConnections

@@ -8,67 +8,21 @@
 #include <string>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include <QProcess>
 
-#include "app/Application.h"
-#include "journeys/Seams.h"
-#include "look/MarrowTheme.h"
+#include "journeys/ScreenTwin.h"
 #include "support/DeadVolume.h"
+#include "support/MuteServer.h"
 #include "support/Needs.h"
 #include "support/TempTree.h"
-#include "support/WindowItems.h"
 #include "support/XServer.h"
-#include "treemap/NodeTint.h"
-#include "treemap/TreemapLayout.h"
 
 namespace tessaly {
 namespace {
 
 const QSize screenSize(1280, 820);  // that of the window, which the server puts at its corner
-
-// A window without a screen over the same folder, to learn where things stand in it.
-class Twin {
- public:
-  explicit Twin(const std::string& home) : application_(seamsOf(machine_, home)) {
-    application_.window().show();
-    settle(application_.window());
-  }
-
-  QPoint middleOf(const QString& name) {
-    return tessaly::middleOf(itemNamed(application_.window(), name));
-  }
-
-  void scan() {
-    application_.session().scanHome();
-    machine_.dispatch.drainAll();
-    settle(application_.window());
-  }
-
-  void drillInto(const DiskNode& node) {
-    application_.session().open(node);
-    settle(application_.window());
-  }
-
-  const std::set<std::string>& grewPaths() { return application_.session().grewPaths(); }
-
-  // The tiles on the map, in the window.
-  std::vector<TreemapRect> tiles() {
-    QQuickItem* canvas = itemNamed(application_.window(), QStringLiteral("canvas"));
-    const QPointF corner = canvas->mapToScene(QPointF(0, 0));
-    auto rects = TreemapLayout::layout(*application_.session().current(),
-                                       {0, 0, canvas->width(), canvas->height()});
-    for (auto& rect : rects) {
-      rect.x += corner.x();
-      rect.y += corner.y();
-    }
-    return rects;
-  }
-
- private:
-  FakeMachine machine_;
-  Application application_;
-};
 
 // `state` is where the program keeps what it remembers, outside of the home that is scanned.
 QProcessEnvironment environmentFor(const XServer& server, const std::string& home,
@@ -109,63 +63,6 @@ class Program {
   QProcess process_;
 };
 
-int distance(QRgb a, QRgb b) {
-  return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                   std::abs(qBlue(a) - qBlue(b))});
-}
-
-QRgb over(const Color& below, const Color& above, double opacity) {
-  const auto mix = [opacity](int under, int upper) {
-    return qRound(under * (1 - opacity) + upper * opacity);
-  };
-  return qRgb(mix(below.red, above.red), mix(below.green, above.green),
-              mix(below.blue, above.blue));
-}
-
-QRgb background() {
-  return over(MarrowTheme::bg, MarrowTheme::bg, 1);
-}
-
-// Whether `pixel` is the fill of a tile of colour `tint` on the bare canvas, at any place of its
-// gradient from opacity 0.92 to 0.7.
-bool isFillOf(QRgb pixel, const Color& tint) {
-  const QRgb strong = over(MarrowTheme::bg, tint, 0.92);
-  const QRgb faint = over(MarrowTheme::bg, tint, 0.7);
-  const auto within = [](int value, int a, int b) {
-    return value >= std::min(a, b) - 3 && value <= std::max(a, b) + 3;
-  };
-  return within(qRed(pixel), qRed(strong), qRed(faint)) &&
-         within(qGreen(pixel), qGreen(strong), qGreen(faint)) &&
-         within(qBlue(pixel), qBlue(strong), qBlue(faint));
-}
-
-QRgb at(const QImage& screen, double x, double y) {
-  return screen.pixel(static_cast<int>(x), static_cast<int>(y));
-}
-
-// What is wrong with how a tile without tiles inside stands on the screen; empty when nothing is.
-// Looked at below the middle, where there is neither label nor sheen.
-std::string wrongAbout(const QImage& screen, const TreemapRect& rect,
-                       const std::set<std::string>& grewPaths) {
-  const Color tint = NodeTint::color(rect.node, BloatFilter::catalog(), grewPaths, false);
-  const double middle = rect.x + rect.width / 2;
-  const double low = rect.y + rect.height * 0.75;
-  const double right = rect.x + rect.width;
-  const double bottom = rect.y + rect.height;
-  // Three points inside an edge it is fill. Gaps are two points wide, so that one point beyond the
-  // edge lies in a pixel that is all gap; outlines reach half a point into it at opacity 0.4, which
-  // takes it a fifth of the way to the fill at most. The faintest fill is 70 away.
-  if (!isFillOf(at(screen, middle, low), tint)) return "middle";
-  if (!isFillOf(at(screen, rect.x + 3, low), tint)) return "inside the left edge";
-  if (!isFillOf(at(screen, right - 3, low), tint)) return "inside the right edge";
-  if (!isFillOf(at(screen, middle, bottom - 3), tint)) return "inside the bottom edge";
-  if (distance(at(screen, rect.x - 1, low), background()) > 55) return "left of it";
-  if (distance(at(screen, right + 1, low), background()) > 55) return "right of it";
-  if (distance(at(screen, middle, bottom + 1), background()) > 55) return "below it";
-  if (distance(at(screen, middle, rect.y - 1), background()) > 55) return "above it";
-  return "";
-}
-
 class ProgramTest : public testing::Test {
  protected:
   ProgramTest()
@@ -191,7 +88,7 @@ class ProgramTest : public testing::Test {
   }
 
   TempTree home_;
-  Twin twin_;
+  ScreenTwin twin_;
   XServer server_;
 };
 
@@ -264,25 +161,33 @@ TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
 
 class ProgramWithoutDisplay : public testing::Test {
  protected:
-  // A start on no display of the machine, but with `platform` for Qt where that is not empty.
-  static void expectRefusal(const char* platform, const char* line) {
-    SCOPED_TRACE(platform);
-    const TempTree state("run/ mode=0700\n");
+  using Variables = std::vector<std::pair<const char*, std::string>>;
+
+  // A start with these variables, and with no others that tell of a display.
+  void expectRefusal(const Variables& variables, const char* line) {
+    SCOPED_TRACE(variables.empty() ? "" : variables.front().second);
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_SESSION_TYPE"})
       environment.remove(QString::fromLatin1(name));
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state.at("run")));
-    if (*platform != 0)
-      environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QString::fromLatin1(platform));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state_.at("run")));
+    for (const auto& [name, value] : variables)
+      environment.insert(QString::fromLatin1(name), QString::fromStdString(value));
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 2);
     EXPECT_EQ(process.readAllStandardError(), QByteArray(line));
     EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
   }
+  // With `platform` for Qt where that is not empty.
+  void expectRefusal(const char* platform, const char* line) {
+    expectRefusal(*platform != 0 ? Variables{{"QT_QPA_PLATFORM", platform}} : Variables(), line);
+  }
+
+  static constexpr const char* noDisplay = "tessaly: there is no display to open a window on\n";
+  TempTree state_{"run/ mode=0700\n"};
 };
 
 TEST_F(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {
@@ -303,6 +208,35 @@ TEST_F(ProgramWithoutDisplay, says_in_one_line_that_a_platform_does_not_start_an
   expectRefusal("offscreen:configfile=/none", "tessaly: Qt cannot open a window on this display\n");
   // Has no screen where no framebuffer is of that name.
   expectRefusal("linuxfb:fb=/none", "tessaly: Qt cannot open a window on this display\n");
+}
+
+TEST_F(ProgramWithoutDisplay, says_so_where_servers_are_named_that_are_not_there) {
+  // Xvfb takes the lowest free number.
+  for (const char* display : {":4999", "localhost:4999", "nonsense", ":"}) {
+    expectRefusal({{"DISPLAY", display}}, noDisplay);
+    expectRefusal({{"DISPLAY", display}, {"QT_QPA_PLATFORM", "xcb"}}, noDisplay);
+  }
+  expectRefusal({{"WAYLAND_DISPLAY", "wayland-none"}}, noDisplay);
+  expectRefusal({{"WAYLAND_DISPLAY", "wayland-none"}, {"XDG_SESSION_TYPE", "wayland"}}, noDisplay);
+  expectRefusal({{"WAYLAND_DISPLAY", "wayland-none"}, {"DISPLAY", ":4999"}}, noDisplay);
+}
+
+TEST_F(ProgramWithoutDisplay, says_so_where_servers_take_connections_and_say_nothing) {
+  const MuteServer wayland = MuteServer::at(state_.at("run/mute"));
+  ASSERT_TRUE(wayland.isThere());
+  expectRefusal({{"WAYLAND_DISPLAY", "mute"}}, noDisplay);
+  EXPECT_TRUE(wayland.wasAsked());
+  expectRefusal({{"WAYLAND_DISPLAY", wayland.display()}, {"QT_QPA_PLATFORM", "wayland"}},
+                noDisplay);
+  EXPECT_TRUE(wayland.wasAsked());
+
+  const MuteServer x = MuteServer::ofX();
+  ASSERT_TRUE(x.isThere());
+  expectRefusal({{"DISPLAY", x.display()}}, noDisplay);
+  EXPECT_TRUE(x.wasAsked());
+  expectRefusal({{"DISPLAY", x.display()}, {"WAYLAND_DISPLAY", "mute"}}, noDisplay);
+  EXPECT_TRUE(x.wasAsked());
+  EXPECT_TRUE(wayland.wasAsked());
 }
 
 }  // namespace

@@ -188,41 +188,74 @@ class QuitWhileZipping : public ProgramOnDesktop {
     return found;
   }
 
-  // How many processes zip something in the home.
-  std::size_t zips() const {
-    std::size_t count = 0;
+  // The processes that zip something in the home.
+  std::vector<pid_t> zipping() const {
+    std::vector<pid_t> found;
     std::error_code gone;
     for (const auto& process : fs::directory_iterator("/proc", gone)) {
       const fs::path folder = fs::read_symlink(process.path() / "cwd", gone);
-      if (folder == home_.path() && contentOf(process.path() / "comm") == "zip\n") ++count;
+      if (folder == home_.path() && contentOf(process.path() / "comm") == "zip\n")
+        found.push_back(std::stoi(process.path().filename()));
     }
-    return count;
+    return found;
+  }
+  std::size_t zips() const { return zipping().size(); }
+
+  std::vector<std::string> notes() const {
+    std::vector<std::string> found;
+    for (const std::string& name : entriesOf(state_.at("Marrow")))
+      if (name.starts_with(".tessaly-")) found.push_back(contentOf(state_.at("Marrow/" + name)));
+    return found;
+  }
+
+  // A program that is at it, and what has to be ended to end it.
+  Process& startZipping() {
+    const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
+    Process& program = start();
+    EXPECT_TRUE(comesUp());
+    server_.click(scan);
+    EXPECT_TRUE(holds([this] {
+      return contentOf(state_.at("Marrow/settings.json")).find("marrow.recents") !=
+             std::string::npos;
+    }));
+    server_.pressKeys("ctrl+a");
+    server_.pressKeys("ctrl+shift+e");
+    // Takes what the panel suggests as soon as it is up.
+    EXPECT_TRUE(holds([this] {
+      if (zips() == 0) server_.pressKeys("Return");
+      return zips() == 1;
+    }));
+    return program;
   }
 };
 
 TEST_F(QuitWhileZipping, gives_the_archive_up_and_leaves_the_items) {
-  const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
   startNotificationArea();
-  Process& program = start();
-  ASSERT_TRUE(comesUp());
+  Process& program = startZipping();
   ASSERT_TRUE(hasAnswered(1));
-  server_.click(scan);
-  ASSERT_TRUE(holds([this] {
-    return contentOf(state_.at("Marrow/settings.json")).find("marrow.recents") != std::string::npos;
-  }));
-  server_.pressKeys("ctrl+a");
-  server_.pressKeys("ctrl+shift+e");
-  // Takes what the panel suggests as soon as it is up.
-  ASSERT_TRUE(holds([this] {
-    if (zips() == 0) server_.pressKeys("Return");
-    return zips() == 1;
-  }));
   ASSERT_EQ(stagedArchives().size(), 1U);
 
   ASSERT_EQ(::kill(programBehind(items_.front()), SIGTERM), 0);
   ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
   EXPECT_EQ(program.exit(), Process::Exit{});
   EXPECT_EQ(zips(), 0U);
+  EXPECT_THAT(entriesOf(home_.path()), testing::UnorderedElementsAre("notes.txt", "film.mkv"));
+}
+
+TEST_F(QuitWhileZipping, by_force_leaves_what_the_next_start_clears_away) {
+  Process& program = startZipping();
+  ASSERT_EQ(stagedArchives().size(), 1U);
+  EXPECT_THAT(notes(), testing::ElementsAre(home_.path()));
+  program.kill();
+  ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
+  // Zip knows nothing of it.
+  for (const pid_t zip : zipping()) ::kill(zip, SIGKILL);
+  ASSERT_TRUE(holds([this] { return zips() == 0; }));
+  ASSERT_EQ(stagedArchives().size(), 1U);
+  putFile(state_.at("Marrow/.tessaly-1-1"), "of an earlier run");
+
+  start();
+  EXPECT_TRUE(holds([this] { return stagedArchives().empty() && notes().empty(); }));
   EXPECT_THAT(entriesOf(home_.path()), testing::UnorderedElementsAre("notes.txt", "film.mkv"));
 }
 

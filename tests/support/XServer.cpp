@@ -75,6 +75,11 @@ void XServer::click(QPoint point) {
   xdotool({"click", "1"});
 }
 
+void XServer::clickSecondary(QPoint point) {
+  movePointer(point);
+  xdotool({"click", "3"});
+}
+
 void XServer::movePointer(QPoint point) {
   xdotool({"mousemove", std::to_string(point.x()), std::to_string(point.y())});
 }

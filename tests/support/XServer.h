@@ -36,6 +36,8 @@ class XServer {
 
   // Presses and releases the left button there; throws where xdotool is missing.
   void click(QPoint point);
+  // The same with the right one.
+  void clickSecondary(QPoint point);
   void movePointer(QPoint point);
 
   // Presses and releases keys together, as xdotool names them: "ctrl+shift+space".

@@ -61,13 +61,11 @@ bool becomes(short event, const Descriptor& descriptor, const Deadline& deadline
   ::_exit(xcb_connection_has_error(connection) == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-// As WAYLAND_DISPLAY tells it. Without a name where it cannot be.
+// Without a name where it cannot be.
 sockaddr_un waylandAddress() {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  std::string path = environment("WAYLAND_DISPLAY");
-  if (path.empty()) return address;
-  if (path.front() != '/') path = environment("XDG_RUNTIME_DIR") + "/" + path;
+  const std::string path = waylandSocket();
   if (path.size() < sizeof address.sun_path) path.copy(address.sun_path, path.size());
   return address;
 }
@@ -124,6 +122,12 @@ bool waylandAnswers(Deadline deadline) {
   if (!becomes(POLLIN, socket, deadline)) return false;
   char answer = 0;
   return ::recv(socket.get(), &answer, 1, 0) == 1;
+}
+
+std::string waylandSocket() {
+  std::string path = environment("WAYLAND_DISPLAY");
+  if (!path.empty() && path.front() != '/') path = environment("XDG_RUNTIME_DIR") + "/" + path;
+  return path;
 }
 
 }  // namespace tessaly::DisplayServers

@@ -3,6 +3,8 @@
 // deadline; what the servers say of themselves is lost.
 #pragma once
 
+#include <string>
+
 #include "platform/Deadline.h"
 
 namespace tessaly::DisplayServers {
@@ -12,5 +14,8 @@ bool xAnswers(Deadline deadline);
 
 // The Wayland compositor of $WAYLAND_DISPLAY.
 bool waylandAnswers(Deadline deadline);
+
+// The path of that one's socket; "" where none is named.
+std::string waylandSocket();
 
 }  // namespace tessaly::DisplayServers

@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include "support/Descriptor.h"
 #include "support/ForkedChild.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -60,6 +62,33 @@ TEST(OwnConnections, leave_out_the_one_that_is_spared) {
               return one.read() + " " + other.read();
             }),
             "open ");
+}
+
+TEST(OwnConnections, leave_out_those_to_a_server_that_is_spared) {
+  const TempTree tree;
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              std::string told;
+              for (const char* name : {"one", "other"}) {
+                sockaddr_un address{};
+                address.sun_family = AF_UNIX;
+                tree.at(name).copy(address.sun_path, sizeof address.sun_path - 1);
+                const auto* const any = reinterpret_cast<const sockaddr*>(&address);
+                // Without the mark of what the process has opened itself.
+                const Descriptor server(::socket(AF_UNIX, SOCK_STREAM, 0));
+                Pair pair;
+                pair.ours = Descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+                if (::bind(server.get(), any, sizeof address) != 0 ||
+                    ::listen(server.get(), 1) != 0 ||
+                    ::connect(pair.ours.get(), any, sizeof address) != 0) {
+                  return "no connection";
+                }
+                pair.theirs = Descriptor(::accept(server.get(), nullptr, nullptr));
+                OwnConnections::shutDown(-1, tree.at("one"));
+                told += pair.read() + " ";
+              }
+              return told;
+            }),
+            "open  ");
 }
 
 TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {

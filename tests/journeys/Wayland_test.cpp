@@ -1,0 +1,168 @@
+// The built program under a Wayland compositor: what a person does there, by the pointer of the
+// compositor, and what comes of it on its screen and on the disk.
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <QTest>
+
+#include "journeys/ScreenTwin.h"
+#include "platform/Process.h"
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
+#include "support/WaylandCompositor.h"
+#include "support/XServer.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+const QSize screenSize(1280, 820);  // that of the window
+
+class WaylandTest : public testing::Test {
+ protected:
+  WaylandTest()
+      : home_(
+            "Films/\n"
+            "  long.mp4 40M\n"
+            "  short.mp4 20M\n"
+            "disk.iso 30M\n"
+            "backup.zip 20M\n"
+            "paper.pdf 10M\n"),
+        twin_(home_.path()) {}
+
+  void SetUp() override {
+    program_.emplace(
+        std::move(Process::launch({.path = TESSALY_PROGRAM,
+                                   .environment = {{"DISPLAY", ""},
+                                                   {"WAYLAND_DISPLAY", compositor_.display()},
+                                                   {"XDG_SESSION_TYPE", "wayland"},
+                                                   {"QT_QPA_PLATFORM", ""},
+                                                   {"HOME", home_.path()},
+                                                   {"XDG_CONFIG_HOME", state_.path()},
+                                                   {"XDG_DATA_HOME", state_.path()},
+                                                   {"XDG_RUNTIME_DIR", state_.at("run")},
+                                                   // No bus is needed, nor one of the user's.
+                                                   {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/none"}},
+                                   .error = Process::Stream::sampled}))
+            .value());
+    ASSERT_TRUE(server_.lookUntil(
+        [&](const QImage& screen) { return differs(screen, "idleScanHome") < almostNothing; }));
+  }
+  void TearDown() override {
+    program_->kill();
+    program_->waitUntil(Deadline::never());
+  }
+
+  // How much of an item the screen shows in another way than the twin.
+  double differs(const QImage& screen, const char* name) {
+    return differenceWithin(twin_.placeOf(QLatin1String(name)), screen, twin_.look());
+  }
+  bool shows(const char* name) {
+    return server_.lookUntil(
+        [&](const QImage& screen) { return differs(screen, name) < almostNothing; });
+  }
+
+  void click(const char* name) {
+    server_.click(twin_.middleOf(QLatin1String(name)));
+    server_.movePointer(aside_);
+  }
+  void scan() {
+    click("idleScanHome");
+    twin_.scan();
+    ASSERT_TRUE(showsTiles());
+  }
+
+  TreemapRect tile(const std::string& name) {
+    const std::vector<TreemapRect> all = twin_.tiles();
+    const auto found = std::ranges::find_if(
+        all, [&](const TreemapRect& rect) { return rect.node.name() == name; });
+    return found != all.end() ? *found : TreemapRect();
+  }
+  // Above its middle, where the twin's tooltip does not cover it either.
+  static QPoint inside(const TreemapRect& rect) {
+    return QPointF(rect.x + rect.width / 2, rect.y + rect.height / 3).toPoint();
+  }
+
+  bool showsTiles() {
+    std::vector<TreemapRect> leaves = twin_.tiles();
+    std::erase_if(leaves, [](const TreemapRect& rect) { return rect.depth > 0 || rect.nested; });
+    // The message that the scan is complete comes later, and lies over some of them.
+    return !leaves.empty() && server_.lookUntil([&](const QImage& screen) {
+      return std::ranges::all_of(leaves, [&](const TreemapRect& rect) {
+        return wrongAbout(screen, rect, twin_.grewPaths()).empty();
+      });
+    });
+  }
+
+  static constexpr double almostNothing = 0.02;
+  static constexpr double aLot = 0.2;
+
+  TempTree home_;
+  TempTree state_{"run/ mode=0700\n"};
+  ScreenTwin twin_;
+  XServer server_{screenSize};
+  WaylandCompositor compositor_{server_, screenSize};
+  const QPoint aside_{1, 1};
+  std::optional<Process> program_;
+};
+
+TEST_F(WaylandTest, a_scan_is_drawn_and_kept) {
+  scan();
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return fs::exists(state_.at("Marrow/last-tree.json")); }, 60000));
+  EXPECT_NE(contentOf(state_.at("Marrow/last-tree.json")).find("disk.iso"), std::string::npos);
+}
+
+TEST_F(WaylandTest, the_tile_under_the_pointer_tells_what_it_is) {
+  scan();
+  const QPoint point = inside(tile("disk.iso"));
+  twin_.hover(point);
+  ASSERT_GT(differs(server_.look(), "mapTooltip"), aLot);
+  server_.movePointer(point);
+  EXPECT_TRUE(shows("mapTooltip"));
+}
+
+TEST_F(WaylandTest, a_folder_that_is_clicked_is_drilled_into) {
+  scan();
+  const TreemapRect films = tile("Films");
+  ASSERT_TRUE(films.nested);
+  server_.click(QPointF(films.x + films.width / 2, films.y + 10).toPoint());
+  server_.movePointer(aside_);
+  twin_.drillInto(films.node);
+  ASSERT_EQ(twin_.tiles().size(), 2U);
+  EXPECT_TRUE(showsTiles());
+}
+
+TEST_F(WaylandTest, the_menu_of_a_tile_opens_and_throws_it_away) {
+  scan();
+  const QPoint point = inside(tile("backup.zip"));
+  twin_.clickSecondary(point);
+  ASSERT_GT(differs(server_.look(), "tileTrash"), almostNothing);
+  server_.clickSecondary(point);
+  ASSERT_TRUE(shows("tileReveal"));
+  ASSERT_TRUE(shows("tileTrash"));
+  click("tileTrash");
+  // It asks first.
+  twin_.click(QStringLiteral("tileTrash"));
+  ASSERT_TRUE(shows("menuTrash"));
+  click("menuTrash");
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return fs::exists(state_.at("Trash/files/backup.zip")); }, 60000));
+  EXPECT_FALSE(fs::exists(home_.at("backup.zip")));
+}
+
+TEST_F(WaylandTest, the_end_is_a_good_one_when_it_is_asked_for) {
+  program_->terminate();
+  ASSERT_TRUE(program_->waitUntil(Deadline::after(60)));
+  EXPECT_EQ(program_->exit(), Process::Exit{});
+  EXPECT_EQ(program_->sample(), "");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,72 @@
+// Servers for windows that listen, and say nothing to whoever connects.
+#pragma once
+
+#include <cstddef>
+#include <poll.h>
+#include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <utility>
+
+#include "support/Descriptor.h"
+
+namespace tessaly {
+
+class MuteServer {
+ public:
+  // With its socket at `path`.
+  static MuteServer at(const std::string& path) {
+    MuteServer server;
+    server.display_ = path;
+    server.listen(path, 0);
+    return server;
+  }
+
+  // Where X clients look first: under a name that is no file, and that goes with the socket. Of a
+  // display number that no server has.
+  static MuteServer ofX() {
+    constexpr int first = 4100;
+    constexpr int last = 4200;
+    MuteServer server;
+    for (int number = first; number < last && !server.isThere(); ++number) {
+      const std::string path = "/tmp/.X11-unix/X" + std::to_string(number);
+      server.display_ = ":" + std::to_string(number);
+      if (::access(path.c_str(), F_OK) != 0) server.listen(path, 1);
+    }
+    return server;
+  }
+
+  bool isThere() const { return static_cast<bool>(socket_); }
+  const Descriptor& socket() const { return socket_; }
+  // As DISPLAY or WAYLAND_DISPLAY takes it.
+  const std::string& display() const { return display_; }
+
+  // Whether somebody has connected since the last call.
+  bool wasAsked() const {
+    pollfd waiting{socket_.get(), POLLIN, 0};
+    if (::poll(&waiting, 1, 0) <= 0) return false;
+    return static_cast<bool>(Descriptor(::accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC)));
+  }
+
+ private:
+  // `start`: where in the address the name begins.
+  void listen(const std::string& path, std::size_t start) {
+    constexpr int waiting = 4;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path + start, sizeof address.sun_path - 1 - start);
+    const auto length =
+        static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + start + path.size());
+    Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), length) == 0 &&
+        ::listen(socket.get(), waiting) == 0) {
+      socket_ = std::move(socket);
+    }
+  }
+
+  Descriptor socket_;
+  std::string display_;
+};
+
+}  // namespace tessaly
