@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,7 +24,7 @@
 #include "SampleFolder.h"
 #include "app/Application.h"
 #include "app/map/TreemapSurface.h"
-#include "journeys/Seams.h"
+#include "fixture/FixtureWindow.h"
 #include "support/FakeMachine.h"
 
 namespace tessaly {
@@ -66,15 +65,8 @@ QPointF on(const TreemapRect& rect) {
 class MapBench {
  public:
   MapBench() {
-    machine_.isAccessGranted = true;
-    const DiskNode tree = bench::sampleFolder(7, 24);
-    Application::Seams seams = seamsOf(machine_, tree.path());
-    seams.walk = [tree](const auto&, const auto&, const auto&) { return tree; };
-    application_ = std::make_unique<Application>(seams);
-    window().resize(1600, 1000);
-    window().show();
     waitForFrame();
-    application_->session().scanHome();
+    session().scanHome();
     machine_.dispatch.drainAll();
     waitForFrame();
   }
@@ -87,7 +79,8 @@ class MapBench {
   }
 
  private:
-  QQuickWindow& window() { return application_->window(); }
+  QQuickWindow& window() { return fixture_.window(); }
+  ScanSession& session() { return fixture_.session(); }
 
   static TreemapSurface* canvasBelow(QQuickItem* item) {
     if (auto* const canvas = qobject_cast<TreemapSurface*>(item)) return canvas;
@@ -139,7 +132,7 @@ class MapBench {
       }));
       if (canvas().node().node()->path() != path) qFatal("the click has opened no folder");
       tiles = canvas().tiles().all().size();
-      application_->session().back();
+      session().back();
       waitForFrame();
     }
     std::printf("drill-in to the painted map of %zu tiles: %.2f ms, CPU %.2f ms\n", tiles,
@@ -208,16 +201,23 @@ class MapBench {
         waitForFrame();
       });
       release = std::min(release, end.cpu);
-      if (application_->session().selected().empty()) qFatal("the band has selected nothing");
-      application_->session().clearSelection();
+      if (session().selected().empty()) qFatal("the band has selected nothing");
+      session().clearSelection();
       waitForFrame();
     }
     print("move of the rubber band", moves);
     std::printf("release of the rubber band: CPU %.2f ms\n", release);
   }
 
+  const DiskNode tree_ = bench::sampleFolder(7, 24);
   FakeMachine machine_;
-  std::unique_ptr<Application> application_;
+  FixtureWindow fixture_{machine_, tree_.path(),
+                         [this](Application::Seams& seams) {
+                           seams.walk = [this](const auto&, const auto&, const auto&) {
+                             return tree_;
+                           };
+                         },
+                         [](QQuickWindow& window) { window.resize(1600, 1000); }};
 };
 
 }  // namespace

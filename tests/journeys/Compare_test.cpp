@@ -14,7 +14,7 @@
 
 #include "app/Application.h"
 #include "journeys/Journey.h"
-#include "journeys/Seams.h"
+#include "fixture/Seams.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {

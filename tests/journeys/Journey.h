@@ -2,41 +2,36 @@
 // when the journey says so, and what it reports arrives when the journey says so.
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include <QQuickItem>
 #include <QString>
 
-#include "app/Application.h"
-#include "support/FakeMachine.h"
+#include "fixture/FixtureWindow.h"
 
 namespace tessaly {
 
 class Journey : public testing::Test {
  public:
-  // What of the machine is to be another than the fake one; called for each run of the program.
-  using Lend = std::function<void(Application::Seams&)>;
+  using Lend = FixtureWindow::Lend;
 
  protected:
   explicit Journey(std::string_view tree, Lend lend = {});
 
-  ScanSession& session() { return application_->session(); }
-  QQuickWindow& window() { return application_->window(); }
-
-  Application& application() { return *application_; }
+  ScanSession& session() { return fixture_.session(); }
+  QQuickWindow& window() { return fixture_.window(); }
+  Application& application() { return fixture_.application(); }
 
   // Ends the program, and starts it once more on the same machine.
-  void restart();
+  void restart() { fixture_.restart(); }
   // The same, but whether the window shows is left to the program.
-  void relaunch();
+  void relaunch() { fixture_.relaunch(); }
 
   // What is shown under this object name; a failure and null when there is no such thing.
   QQuickItem* item(const QString& name);
-  bool shows(const QString& name);
+  bool shows(const QString& name) { return fixture_.shows(name); }
   QString text(const QString& name);
 
   // The tile of the item at `below` under the root, as a point of the window where nothing lies
@@ -44,10 +39,14 @@ class Journey : public testing::Test {
   QPoint tilePoint(std::string_view below);
 
   void click(const QString& name);
-  void clickAt(QPoint point);
-  void clickHolding(Qt::KeyboardModifiers modifiers, QPoint point);
-  void hoverAt(QPoint point);
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  void clickAt(QPoint point) { fixture_.clickAt(point); }
+  void clickHolding(Qt::KeyboardModifiers modifiers, QPoint point) {
+    fixture_.clickAt(point, modifiers);
+  }
+  void hoverAt(QPoint point) { fixture_.hoverAt(point); }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    fixture_.press(key, modifiers);
+  }
   // Goes on with Tab until the item of this name has the keyboard; a failure where it is not
   // reached.
   void tabTo(const QString& name);
@@ -64,11 +63,7 @@ class Journey : public testing::Test {
   FakeWorkspace& workspace_ = machine_.workspace;
 
  private:
-  void make();
-  void start();
-
-  Lend lend_;
-  std::unique_ptr<Application> application_;
+  FixtureWindow fixture_;
 };
 
 }  // namespace tessaly

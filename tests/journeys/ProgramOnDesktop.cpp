@@ -8,7 +8,7 @@
 #include <QTest>
 
 #include "app/Application.h"
-#include "journeys/Seams.h"
+#include "fixture/Seams.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {

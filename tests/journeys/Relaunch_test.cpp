@@ -17,7 +17,7 @@
 #include <QTest>
 
 #include "app/Application.h"
-#include "journeys/Seams.h"
+#include "fixture/Seams.h"
 #include "platform/Deadline.h"
 #include "platform/Process.h"
 #include "support/Needs.h"

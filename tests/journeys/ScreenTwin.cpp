@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-#include "journeys/Seams.h"
+#include "fixture/Seams.h"
 #include "look/MarrowTheme.h"
 #include "support/WindowItems.h"
 #include "treemap/NodeTint.h"

@@ -7,6 +7,7 @@ namespace tessaly {
 
 inline constexpr const char* fixtureHome = "/home/ada";
 
+// Its items are as old as they are on any day: the map tells ages by the system's clock.
 DiskNode fixtureTree();
 
 }  // namespace tessaly

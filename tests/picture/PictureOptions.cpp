@@ -37,7 +37,7 @@ bool take(PictureOptions& options, const QString& name, const QString& value) {
   if (name == QLatin1String("--size")) {
     const auto size = twoNumbers(value, QLatin1Char('x'));
     if (size) options.size = QSize(size->first, size->second);
-    return size && !options.size.isEmpty();
+    return size && !options.size->isEmpty();
   }
   if (name == QLatin1String("--scale")) {
     bool isNumber = false;
@@ -46,6 +46,10 @@ bool take(PictureOptions& options, const QString& name, const QString& value) {
   }
   if (name == QLatin1String("--fixture")) {
     options.fixture = value;
+    return !value.isEmpty();
+  }
+  if (name == QLatin1String("--keep")) {
+    options.keep = value;
     return !value.isEmpty();
   }
   if (name == QLatin1String("--screen")) {
@@ -68,7 +72,8 @@ bool take(PictureOptions& options, const QString& name, const QString& value) {
 const char* PictureOptions::usage() {
   return "usage: tessaly_picture OUT.png [--root DIR] [--drill NAME/NAME] [--hover X,Y]\n"
          "       [--size WxH] [--scale FACTOR] [--screen idle|scanning|failed|map|rescanning]\n"
-         "       tessaly_picture OUT.png --fixture SCREEN [--size WxH] [--scale FACTOR]\n";
+         "       tessaly_picture OUT.png --fixture SCREEN [--size WxH] [--scale FACTOR]\n"
+         "       tessaly_picture --keep FOLDER\n";
 }
 
 std::optional<PictureOptions> PictureOptions::parse(const QStringList& arguments) {
@@ -84,7 +89,8 @@ std::optional<PictureOptions> PictureOptions::parse(const QStringList& arguments
       return std::nullopt;
     ++i;
   }
-  if (options.file.isEmpty()) return std::nullopt;
+  if (!options.keep.isEmpty() && arguments.size() != 2) return std::nullopt;
+  if (options.file.isEmpty() && options.keep.isEmpty()) return std::nullopt;
   return options;
 }
 

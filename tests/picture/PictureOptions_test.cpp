@@ -10,7 +10,7 @@ TEST(PictureOptions, need_only_a_file) {
   ASSERT_TRUE(options.has_value());
   EXPECT_EQ(options->file, QStringLiteral("a.png"));
   EXPECT_EQ(options->root, "");
-  EXPECT_EQ(options->size, QSize(1280, 820));
+  EXPECT_FALSE(options->size.has_value());
   EXPECT_EQ(options->scale, 1);
   EXPECT_EQ(options->screen, PictureOptions::Screen::map);
 }
@@ -26,6 +26,14 @@ TEST(PictureOptions, take_every_option) {
   EXPECT_EQ(options->screen, PictureOptions::Screen::scanning);
   EXPECT_EQ(options->drill, (QStringList{"a", "b"}));
   EXPECT_EQ(options->hover, QPoint(10, 20));
+}
+
+TEST(PictureOptions, take_a_folder_of_kept_pictures_alone) {
+  const auto options = PictureOptions::parse({"--keep", "kept"});
+  ASSERT_TRUE(options.has_value());
+  EXPECT_EQ(options->keep, QStringLiteral("kept"));
+  EXPECT_FALSE(PictureOptions::parse({"--keep", "kept", "a.png"}));
+  EXPECT_FALSE(PictureOptions::parse({"--keep", "kept", "--scale", "2"}));
 }
 
 TEST(PictureOptions, refuse_what_makes_no_sense) {

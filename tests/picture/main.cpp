@@ -12,10 +12,14 @@
 #include "app/Application.h"
 #include "app/desktop/Display.h"
 #include "app/model/DisplayText.h"
-#include "picture/FixtureWindow.h"
+#include "fixture/PinnedLook.h"
+#include "picture/DrawnScreen.h"
 #include "picture/HeldWalk.h"
+#include "picture/KeptPictures.h"
 #include "picture/PictureOptions.h"
+#include "picture/PictureWindow.h"
 #include "platform/HomeDirectory.h"
+#include "platform/OwnExecutable.h"
 #include "support/FakeHotKey.h"
 #include "support/FakeLoginItem.h"
 #include "support/FakeStatusBarExtra.h"
@@ -90,7 +94,7 @@ int takePicture(const PictureOptions& options) {
   ScanSession& session = application.session();
   QQuickWindow& window = application.window();
   window.setMinimumSize(QSize(1, 1));
-  window.resize(options.size);
+  if (options.size) window.resize(*options.size);
   window.show();
 
   const auto scanToEnd = [&] {
@@ -141,15 +145,40 @@ int takePicture(const PictureOptions& options) {
 }
 
 int takeFixturePicture(const PictureOptions& options) {
-  const auto screen = FixtureWindow::screenNamed(options.fixture);
+  const auto screen = PictureWindow::screenNamed(options.fixture);
   if (!screen) {
     std::fprintf(stderr, "tessaly_picture: there is no screen %s; there are %s\n",
                  qUtf8Printable(options.fixture),
-                 qUtf8Printable(FixtureWindow::names().join(QStringLiteral(", "))));
+                 qUtf8Printable(PictureWindow::names().join(QStringLiteral(", "))));
     return 2;
   }
-  FixtureWindow window(*screen, options.size);
+  PictureWindow window(*screen, options.size);
   return write(window.picture(), options.file);
+}
+
+// Draws all screens, and keeps each that is not as it was kept. The picture of a screen that there
+// is no more goes.
+int renewKeptPictures(const QString& folder) {
+  const KeptPictures kept(folder, "");
+  const QStringList names = PictureWindow::names();
+  int renewed = 0;
+  for (const QString& name : names) {
+    const QImage seen = drawnScreen(name, ownExecutable());
+    if (seen.isNull()) return fail("a screen cannot be drawn");
+    const PictureDifference difference = kept.differenceOf(name, seen, {});
+    if (PictureComparison::isSame(difference)) continue;
+    if (!kept.keep(name, seen)) return fail("a picture cannot be written");
+    std::printf("%s: renewed; %s\n", qUtf8Printable(name),
+                PictureComparison::described(difference).c_str());
+    ++renewed;
+  }
+  for (const QString& name : kept.names()) {
+    if (names.contains(name)) continue;
+    kept.remove(name);
+    std::printf("%s: removed\n", qUtf8Printable(name));
+  }
+  std::printf("%d of %d pictures renewed\n", renewed, static_cast<int>(names.size()));
+  return 0;
 }
 
 }  // namespace
@@ -162,11 +191,18 @@ int main(int argc, char** argv) {
     std::fputs(PictureOptions::usage(), stderr);
     return 2;
   }
-  // Without a display the window is drawn all the same, on none.
-  if (platformFor(DisplayFacts::ofThisMachine()).empty()) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const bool isMadeUp = !options->fixture.isEmpty() || !options->keep.isEmpty();
+  if (isMadeUp) {
+    const auto screen = PictureWindow::screenNamed(options->fixture);
+    pinLook(screen ? PictureWindow::pixelsAPoint(*screen) : 1);
+  } else if (platformFor(DisplayFacts::ofThisMachine()).empty()) {
+    // Without a display the window is drawn all the same, on none.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
   if (options->scale != 1) qputenv("QT_SCALE_FACTOR", QByteArray::number(options->scale));
   int count = 1;
   QApplication qtApplication(count, argv);
   Application::setUpLook();
-  return options->fixture.isEmpty() ? takePicture(*options) : takeFixturePicture(*options);
+  if (!options->keep.isEmpty()) return renewKeptPictures(options->keep);
+  return isMadeUp ? takeFixturePicture(*options) : takePicture(*options);
 }

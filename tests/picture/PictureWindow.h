@@ -1,25 +1,24 @@
 // The real window over a machine that is made up, from its disk to its clock, brought to one of its
-// screens. Two pictures of a screen are the same wherever and whenever they are taken, as far as
-// the fonts are.
+// screens. After pinLook() two pictures of a screen are the same wherever and whenever they are
+// taken; nothing of the user's session is reached.
+//
+// Main thread only, and one at a time.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 
-#include <QEvent>
 #include <QImage>
-#include <QPointF>
 #include <QSize>
 #include <QString>
 #include <QStringList>
 
-#include "app/Application.h"
+#include "fixture/FixtureWindow.h"
 #include "support/FakeMachine.h"
 
 namespace tessaly {
 
-class FixtureWindow {
+class PictureWindow {
  public:
   enum class Screen {
     idle,
@@ -41,32 +40,43 @@ class FixtureWindow {
     queueMinimised,
     list,
     band,
-    tileMenu
+    tileMenu,
+    hover,
+    heatMap,
+    watching,
+    smallest,
+    twoPixels
   };
 
   // By their names on the command line, and back.
   static std::optional<Screen> screenNamed(const QString& name);
   static QStringList names();
 
-  FixtureWindow(Screen screen, QSize size);
+  // How many pixels a point the screen is kept in. The process must have been made for them: see
+  // pinLook().
+  static int pixelsAPoint(Screen screen);
+
+  // In the size that the screen is kept in, unless told otherwise.
+  explicit PictureWindow(Screen screen, std::optional<QSize> size = {});
 
   QImage picture();
+
+  FixtureWindow& fixture() { return fixture_; }
   // The object names of all items that are to be seen.
-  QStringList visibleNames() const;
+  QStringList visibleNames();
 
  private:
-  void prepare(Screen screen);
   void scan();
-  void letMessagesGo();
+  void letMessageGo();
   void scanHalfWay();
   void openMenu();
   void scrollSidebarToItsEnd();
   void show(Screen screen);
-  // The pointer, in points of the map.
-  void point(QEvent::Type type, Qt::MouseButton button, QPointF place);
+
+  ScanSession& session() { return fixture_.session(); }
 
   FakeMachine machine_;
-  std::unique_ptr<Application> application_;
+  FixtureWindow fixture_;
 };
 
 }  // namespace tessaly

@@ -1,0 +1,297 @@
+#include "picture/PictureWindow.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <string_view>
+#include <vector>
+
+#include <QQuickItem>
+
+#include "picture/FixtureTree.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+
+namespace {
+
+using Screen = PictureWindow::Screen;
+
+constexpr QSize usual(1280, 820);
+// That the window takes. Enough, with its smaller files, for what is shown over a map or beside it.
+constexpr QSize smallest(1100, 680);
+
+struct KnownScreen {
+  const char* name;
+  Screen screen;
+  QSize size = usual;
+  int pixelsAPoint = 1;
+};
+
+constexpr std::array<KnownScreen, 25> screens = {{
+    {"idle", Screen::idle},
+    {"scanning", Screen::scanning},
+    {"failed", Screen::failed},
+    {"map", Screen::map},
+    {"drilled", Screen::drilled},
+    {"rescanning", Screen::rescanning, smallest},
+    {"selected", Screen::selected},
+    {"toast", Screen::toast, smallest},
+    {"failure", Screen::failure, smallest},
+    {"menu", Screen::menu, smallest},
+    {"alert", Screen::alert, smallest},
+    {"gate", Screen::gate},
+    {"sidebar", Screen::sidebar},
+    {"sidebar-end", Screen::sidebarEnd},
+    {"commands", Screen::commands, smallest},
+    {"queue", Screen::queue, smallest},
+    {"queue-minimised", Screen::queueMinimised, smallest},
+    {"list", Screen::list, smallest},
+    {"band", Screen::band, smallest},
+    {"tile-menu", Screen::tileMenu, smallest},
+    {"hover", Screen::hover},
+    {"heat-map", Screen::heatMap, smallest},
+    {"watching", Screen::watching},
+    {"smallest", Screen::smallest, smallest},
+    {"two-pixels", Screen::twoPixels, smallest, 2},
+}};
+
+const KnownScreen& factsOf(Screen screen) {
+  return *std::ranges::find(screens, screen, &KnownScreen::screen);
+}
+
+DiskNode childOf(const DiskNode& node, std::string_view name) {
+  for (const DiskNode& child : node.children()) {
+    if (child.name() == name) return child;
+  }
+  return node;
+}
+
+DiskNode fileThatWas(const std::string& path) {
+  DiskNode::Fields gone;
+  gone.path = path;
+  gone.name = path.substr(path.rfind('/') + 1);
+  return DiskNode(gone);
+}
+
+std::string run(const std::string& path, const std::vector<std::string>& args, double seconds) {
+  if (path == "/bin/df")
+    return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
+           "/dev/nvme0n1p2 488245288 371066418 92310000 81% /\n"
+           "/dev/sda1 976762584 410240284 566522300 43% /media/ada/Photos\n";
+  if (path == "/usr/bin/osascript") return "12\n";
+  return noTools(path, args, seconds);
+}
+
+// What its disk holds, and what its clocks show.
+void lend(Application::Seams& seams, bool canBeRead) {
+  seams.walk = [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                           const DiskScanner::Options&) {
+    callbacks.progress("Scanning " + root + "/Code/atlas/target");
+    callbacks.percent(0.42);
+    DiskNode::Fields nothing;
+    nothing.path = root;
+    nothing.isDir = true;
+    return canBeRead ? fixtureTree() : DiskNode(nothing);
+  };
+  seams.run = run;
+  seams.volumeUsage = [] {
+    return DiskUsage{.total = 499963174912,
+                     .used = 405436694528,
+                     .free = 94526480384,
+                     .usedPercent = 81.1,
+                     .purgeable = 0};
+  };
+  seams.now = [] { return ScanSession::Clock::time_point(); };
+  seams.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
+}
+
+// What the machine and the last run have left for this one.
+void prepare(FakeMachine& machine, Screen screen) {
+  machine.isAccessGranted = screen != Screen::gate;
+  if (screen != Screen::sidebar && screen != Screen::sidebarEnd) return;
+  const std::string home = fixtureHome;
+  machine.settings.setTexts(ScanStore::pinsKey, {home + "/Code", "/media/ada/Photos"});
+  machine.settings.setTexts(ScanStore::recentsKey, {home + "/Downloads", "/"});
+  machine.settings.setTexts(ScanStore::excludesKey, {home + "/VirtualBox VMs"});
+}
+
+// What turns for as long as something takes stands still at a place of its own.
+void holdRings(QQuickItem* item) {
+  constexpr double aQuarter = 0.25;
+  if (item->property("turn").isValid()) item->setProperty("turn", aQuarter);
+  for (QQuickItem* const child : item->childItems()) holdRings(child);
+}
+
+}  // namespace
+
+std::optional<Screen> PictureWindow::screenNamed(const QString& name) {
+  for (const KnownScreen& known : screens) {
+    if (name == QLatin1String(known.name)) return known.screen;
+  }
+  return std::nullopt;
+}
+
+QStringList PictureWindow::names() {
+  QStringList all;
+  for (const KnownScreen& known : screens) all << QString::fromLatin1(known.name);
+  return all;
+}
+
+int PictureWindow::pixelsAPoint(Screen screen) {
+  return factsOf(screen).pixelsAPoint;
+}
+
+PictureWindow::PictureWindow(Screen screen, std::optional<QSize> size)
+    : fixture_(
+          machine_, fixtureHome,
+          [this, screen](Application::Seams& seams) {
+            prepare(machine_, screen);
+            lend(seams, screen != Screen::failed);
+          },
+          [screen, size](QQuickWindow& window) {
+            window.resize(size.value_or(factsOf(screen).size));
+          }) {
+  show(screen);
+}
+
+void PictureWindow::scan() {
+  session().scanHome();
+  machine_.dispatch.drainAll();
+}
+
+void PictureWindow::letMessageGo() {
+  constexpr std::chrono::seconds longerThanItStays(3);
+  machine_.dispatch.advance(longerThanItStays);
+  machine_.dispatch.drain(Dispatch::Queue::main);
+}
+
+void PictureWindow::openMenu() {
+  settle(fixture_.window());
+  QMetaObject::invokeMethod(&fixture_.window(), "openMenu", Q_ARG(bool, true));
+}
+
+void PictureWindow::scrollSidebarToItsEnd() {
+  settle(fixture_.window());
+  if (auto* const area = fixture_.window().findChild<QQuickItem*>(QStringLiteral("scrollArea")))
+    area->setProperty("contentY", area->property("contentHeight").toDouble() - area->height());
+}
+
+void PictureWindow::scanHalfWay() {
+  session().scanHome();
+  machine_.dispatch.step(Dispatch::Queue::userInitiated);
+  while (session().scanPercent() < 0.3 && machine_.dispatch.step(Dispatch::Queue::main)) {
+  }
+}
+
+void PictureWindow::show(Screen screen) {
+  if (screen == Screen::idle || screen == Screen::gate) return;
+  if (screen == Screen::scanning) return scanHalfWay();
+  scan();
+  if (screen == Screen::failed) return;
+  // At the first scan of a folder all of it counts as grown, and has the colour of that.
+  scan();
+  if (screen == Screen::toast) return;
+  letMessageGo();
+  const DiskNode tree = *session().current();
+  const std::string home = fixtureHome;
+  switch (screen) {
+    case Screen::drilled:
+    case Screen::twoPixels:
+      session().open(childOf(tree, "Movies"));
+      break;
+    case Screen::rescanning:
+      scanHalfWay();
+      break;
+    case Screen::selected:
+      machine_.trash.put(home + "/old.iso");
+      session().setFocused(fileThatWas(home + "/old.iso"));
+      session().trashFocused();
+      machine_.dispatch.drainAll();
+      session().selectNodes(
+          {childOf(childOf(tree, "Downloads"), "linux.iso"), childOf(tree, "VirtualBox VMs"),
+           childOf(childOf(tree, "Movies"), "wedding.mkv")},
+          false);
+      letMessageGo();
+      break;
+    case Screen::failure:
+      session().open(childOf(tree, "Movies"));
+      session().tellFailure("“notes.txt” could not be put back: not permitted");
+      // Nothing of the tree is on the disk that the Trash knows.
+      for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
+        session().addToQueue(childOf(tree, name));
+      session().emptyQueue();
+      machine_.dispatch.drainAll();
+      session().addToQueue(childOf(tree, "Downloads"));
+      letMessageGo();
+      break;
+    case Screen::menu:
+      session().setMenuNode(childOf(tree, "Downloads"));
+      break;
+    case Screen::alert:
+      session().setCriticalWarning(tree);
+      break;
+    case Screen::band:
+      fixture_.beginDrag({fixture_.mapPoint({140, 90}), fixture_.mapPoint({240, 190}),
+                          fixture_.mapPoint({560, 430})});
+      break;
+    case Screen::tileMenu:
+      fixture_.clickAt(fixture_.mapPoint({60, 14}), Qt::NoModifier, Qt::RightButton);
+      break;
+    case Screen::sidebar:
+    case Screen::sidebarEnd:
+      session().toggleFilter(session().filters()[0].id);
+      session().toggleSkip(session().filters()[2].id);
+      if (screen == Screen::sidebarEnd) scrollSidebarToItsEnd();
+      break;
+    case Screen::commands:
+      session().open(childOf(tree, "Movies"));
+      openMenu();
+      break;
+    case Screen::queue:
+    case Screen::queueMinimised:
+      for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
+        session().addToQueue(childOf(tree, name));
+      session().setQueueMinimized(screen == Screen::queueMinimised);
+      letMessageGo();
+      break;
+    case Screen::list:
+      session().setVizMode(VizMode::list);
+      break;
+    case Screen::hover:
+      fixture_.hoverAt(fixture_.tilePoint(home + "/Downloads/linux.iso").value_or(QPoint()));
+      break;
+    case Screen::heatMap:
+      session().setHeatmap(true);
+      break;
+    case Screen::watching:
+      session().startWatch();
+      machine_.dispatch.drainAll();
+      letMessageGo();
+      break;
+    default:
+      break;
+  }
+}
+
+QStringList PictureWindow::visibleNames() {
+  QStringList names;
+  std::vector<const QQuickItem*> waiting = {fixture_.window().contentItem()};
+  while (!waiting.empty()) {
+    const QQuickItem* const item = waiting.back();
+    waiting.pop_back();
+    if (!item->isVisible() || item->opacity() == 0) continue;
+    names << item->objectName();
+    for (const QQuickItem* const child : item->childItems()) waiting.push_back(child);
+  }
+  return names;
+}
+
+QImage PictureWindow::picture() {
+  settle(fixture_.window());
+  // From here on no event is handled that could turn them on.
+  holdRings(fixture_.window().contentItem());
+  return fixture_.window().grabWindow().convertToFormat(QImage::Format_RGB32);
+}
+
+}  // namespace tessaly
