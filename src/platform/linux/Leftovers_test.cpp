@@ -19,6 +19,7 @@
 #include "platform/StagedFile.h"
 #include "platform/linux/FileDescriptor.h"
 #include "support/HandSteppedDispatch.h"
+#include "support/Needs.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "support/SystemCallTrace.h"
@@ -202,7 +203,8 @@ TEST(Leftovers, are_no_folders_that_others_may_enter) {
 }
 
 TEST(Leftovers, are_nothing_of_other_users) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root can make what belongs to others";
+  if (geteuid() != 0)
+    GTEST_SKIP() << needs(Need::root, "only root can make what belongs to others");
   const TempTree tree(std::string(".tessaly-1-2 4K\n") + folderName +
                       "/ mode=0700\n  file.zip 4K\n");
   constexpr uid_t other = 12345;
@@ -221,7 +223,7 @@ TEST(Leftovers, are_no_folders_on_which_another_file_system_is_mounted) {
     Leftovers::removeFrom(tree.path());
     return contentOf(folder + "/file.zip") == "x" ? "" : "gone";
   });
-  if (result.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << result;
+  if (result.starts_with("refused")) GTEST_SKIP() << result;
   EXPECT_EQ(result, "");
 }
 
