@@ -3,14 +3,18 @@
 #include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/mount.h>
+#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
 #include "support/FakeVolumes.h"
 #include "support/HandSteppedDispatch.h"
+#include "support/PrivateMounts.h"
 
 namespace tessaly {
 namespace {
@@ -337,6 +341,27 @@ TEST_F(MountFiguresTest, what_hangs_keeps_the_machine_when_all_else_is_gone) {
   dispatch_.drainAll();
   EXPECT_TRUE(machine.expired());
   EXPECT_THAT(volumes_, IsEmpty());
+}
+
+TEST(MountFiguresOfMachine, a_disk_whose_name_is_no_text_empties_no_list) {
+  const std::string told = inPrivateMounts([]() -> std::string {
+    const char* const disk = "/media/caf\xe9";
+    if (mount("tmpfs", "/media", "tmpfs", 0, nullptr) != 0 || mkdir(disk, 0755) != 0 ||
+        mount("tmpfs", disk, "tmpfs", 0, "size=8M") != 0) {
+      return refusal();
+    }
+    HandSteppedDispatch dispatch;
+    MountFigures machine({.dispatch = dispatch, .volumes = mountedVolumes()}, Places::forLinux());
+    std::map<std::string, std::int64_t> totals;
+    machine.askVolumes([&](const Volumes& volumes) {
+      for (const VolumeMount& volume : volumes) totals[volume.path] = volume.total;
+    });
+    dispatch.drainAll();
+    if (!totals.contains("/")) return "no start-up volume";
+    return totals[disk] == 8 << 20 ? "" : "another size of the disk";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+  EXPECT_EQ(told, "");
 }
 
 }  // namespace
