@@ -70,7 +70,9 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
   openFolders_.add(*top);
   front_ = &top->first;
 
-  for (int i = threadCount(threads, std::thread::hardware_concurrency()); i > 1; --i) {
+  // To ask for the cores is to read a file, which those who make thousands of walks can spare.
+  const unsigned cores = threads > 0 ? 0 : std::thread::hardware_concurrency();
+  for (int i = threadCount(threads, cores); i > 1; --i) {
     std::thread helper = startThread([this] { helperLoop(); });
     if (!helper.joinable()) break;  // the others read its share
     helpers_.push_back(std::move(helper));
