@@ -47,7 +47,7 @@ class SideEffects : public SessionFixture {
         "/dev/sda1 100 60 40 60% /\n";
     volume_ = DiskUsage{.total = 100, .used = 50, .free = 50, .usedPercent = 50};
     trash_ = "1\n";
-    willFind(tree_);
+    willFind(folder("/data", 14 * MiB, {big_, film_, song_, app_, empty_}));
     session().scan("/data");
     dispatch().drainAll();
 
