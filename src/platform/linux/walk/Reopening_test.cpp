@@ -18,22 +18,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* folders = R"(
-  film
-  part-##/ x20
-    a/
-      a/
-        a/
-          a/
-            a/
-              a/
-                a/
-                  a/
-                    film
-)";
-constexpr std::uint32_t deepest = 10;
+// Two folders in each, seven levels of them: on the way down to the first item of the deepest, each
+// has another one that is still to be opened.
+void plantFolders(const std::string& top) {
+  constexpr unsigned levels = 7;
+  for (unsigned number = 0; number < 1U << levels; ++number) {
+    std::string folder = top;
+    for (unsigned level = 0; level < levels; ++level) {
+      folder += (number >> level & 1U) != 0 ? "/b" : "/a";
+    }
+    fs::create_directories(folder + "/end");
+  }
+}
+constexpr std::uint32_t deepest = 9;  // from the folder above on
 
-constexpr const char* decoys = "part-##/ x20\n  decoy\n";
+void plantDecoys(const std::string& top) {
+  for (const char* decoy : {"/a/decoy", "/b/decoy"}) fs::create_directories(top + decoy);
+}
 
 // Walks the tree with a few descriptors, on the caller's thread alone, and exchanges the folder
 // "top" in it at the first item of the deepest level: its descriptor has been given up by then. ""
@@ -60,8 +61,8 @@ std::string toldOfAnother(const std::string& root, const std::function<bool()>& 
 
 TEST(Reopening, takes_no_other_folder_of_the_name) {
   TempTree tree("walked/\n  top/\nother/\n");
-  tree.plant("walked/top", folders);
-  tree.plant("other", decoys);
+  plantFolders(tree.at("walked/top"));
+  plantDecoys(tree.at("other"));
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(tree.at("walked"), [&] {
                 fs::rename(tree.at("walked/top"), tree.at("before"));
@@ -142,13 +143,10 @@ TEST(Reopening, takes_no_folder_of_the_number_on_another_file_system) {
   const std::string top = tree.at("top");
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (::mount("tmpfs", top.c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
-    tree.plant("top", folders);
+    plantFolders(top);
     return toldOfAnother(tree.path(), [&] {
       if (::mount("tmpfs", top.c_str(), "tmpfs", 0, nullptr) != 0) return false;
-      for (int number = 0; number < 20; ++number) {
-        const std::string name = std::to_string(number);
-        fs::create_directories(top + "/part-" + (number < 10 ? "0" : "") + name + "/decoy");
-      }
+      plantDecoys(top);
       return true;
     });
   });
