@@ -1,12 +1,17 @@
 #include "support/TestTool.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
+
+#include "support/Eventually.h"
 
 namespace tessaly {
 
@@ -32,9 +37,17 @@ Messages::Messages(std::string path) : path_(std::move(path)) {
 }
 
 void Messages::wait() const {
-  const Descriptor end(open(path_.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor end(open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  check(static_cast<bool>(end), path_);
+  pollfd news{.fd = end.get(), .events = POLLIN, .revents = 0};
+  constexpr std::chrono::milliseconds longest = longestAwaited;
+  int count = 0;
+  do {
+    count = poll(&news, 1, static_cast<int>(longest.count()));
+  } while (count < 0 && errno == EINTR);
+  if (count == 0) errno = ETIMEDOUT;
   char message = 0;
-  check(end && read(end.get(), &message, 1) == 1, path_);
+  check(count == 1 && read(end.get(), &message, 1) == 1, path_);
 }
 
 }  // namespace tessaly

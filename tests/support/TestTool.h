@@ -33,7 +33,7 @@ class Messages {
 
   const std::string& path() const { return path_; }
 
-  // Blocks until a tool has come to that step.
+  // Blocks until a tool has come to that step. Throws where none does so for minutes.
   void wait() const;
 
  private:
