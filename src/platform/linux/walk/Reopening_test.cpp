@@ -1,5 +1,6 @@
 // A walk short of descriptors closes those of folders that it still needs, and opens the folders
 // again by their names. Another may have such a name by then.
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -10,6 +11,7 @@
 #include "platform/DirectoryWalk.h"
 #include "support/AllDescriptorsBut.h"
 #include "support/ForkedChild.h"
+#include "support/OwnProcess.h"
 #include "support/PrivateMounts.h"
 #include "support/TempTree.h"
 
@@ -57,6 +59,29 @@ std::string toldOfAnother(const std::string& root, const std::function<bool()>& 
   }
   if (!isExchanged) return "the deepest level was not reached";
   return left > 0 ? "" : "nothing was left to be opened";
+}
+
+// The others are for the rest of the program.
+TEST(Reopening, is_there_to_keep_to_a_quarter_of_the_descriptors) {
+  const TempTree tree;
+  plantFolders(tree.at("top"));
+  EXPECT_EQ(inForkedChild([&]() -> std::string {
+              const rlimit few{16, 16};
+              if (setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
+              const std::size_t before = OwnProcess::now().descriptors;
+              std::size_t most = before;
+              int items = 0;
+              DirectoryWalk walk(tree.path(), {}, 1);
+              while (walk.next() != nullptr) {
+                most = std::max(most, OwnProcess::now().descriptors);
+                ++items;
+              }
+              if (items != 1 + 2 * 127 + 128) return std::to_string(items) + " items";
+              // One of them may be about to be given up.
+              const std::size_t open = most - before;
+              return open >= 3 && open <= 5 ? "" : std::to_string(open) + " are open";
+            }),
+            "");
 }
 
 TEST(Reopening, takes_no_other_folder_of_the_name) {
