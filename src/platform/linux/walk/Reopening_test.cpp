@@ -101,8 +101,8 @@ TEST(Reopening, takes_no_other_folder_of_the_name) {
 // With one descriptor the walk goes by whole paths, and so may be led away.
 TEST(Reopening, takes_no_other_folder_of_the_path) {
   TempTree tree("walked/\n  top/\nother/\n");
-  tree.plant("walked/top", folders);
-  tree.plant("other", decoys);
+  plantFolders(tree.at("walked/top"));
+  plantDecoys(tree.at("other"));
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
                   tree.at("walked"),
@@ -118,8 +118,8 @@ TEST(Reopening, takes_no_other_folder_of_the_path) {
 
 TEST(Reopening, follows_no_link_on_a_path) {
   TempTree tree("walked/\n  top/\nother/\n");
-  tree.plant("walked/top", folders);
-  tree.plant("other", decoys);
+  plantFolders(tree.at("walked/top"));
+  plantDecoys(tree.at("other"));
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
                   tree.at("walked"),
@@ -133,31 +133,27 @@ TEST(Reopening, follows_no_link_on_a_path) {
             "");
 }
 
-// Each folder that has not been opened yet becomes a link to one beside it that has been.
+// The folder that has not been opened yet becomes a link to the one beside it that has been.
 TEST(Reopening, follows_no_link_to_a_folder_beside_it) {
   TempTree tree("walked/\n  top/\n");
-  tree.plant("walked/top", folders);
+  plantFolders(tree.at("walked/top"));
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               const rlimit few{16, 16};
               if (setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
               const std::vector<Descriptor> held = allDescriptorsBut(1);
               DirectoryWalk walk(tree.at("walked"), {}, 1);
               std::string first;
-              int films = 0;
+              int ends = 0;
               while (const DirectoryWalk::Item* const item = walk.next()) {
-                if (item->depth == deepest) ++films;
+                if (item->depth == deepest) ++ends;
                 if (item->depth != 2 || !first.empty()) continue;
                 if (item->type != DirectoryWalk::Type::directory) continue;
                 first = item->name;
-                for (int number = 0; number < 20; ++number) {
-                  const std::string name =
-                      std::string("part-") + (number < 10 ? "0" : "") + std::to_string(number);
-                  if (name == first) continue;
-                  fs::rename(tree.at("walked/top/" + name), tree.at(name));
-                  fs::create_directory_symlink(first, tree.at("walked/top/" + name));
-                }
+                const std::string other = first == "a" ? "b" : "a";
+                fs::rename(tree.at("walked/top/" + other), tree.at(other));
+                fs::create_directory_symlink(first, tree.at("walked/top/" + other));
               }
-              return films == 1 ? "" : std::to_string(films) + " films";
+              return ends == 64 ? "" : std::to_string(ends) + " are told of";
             }),
             "");
 }
