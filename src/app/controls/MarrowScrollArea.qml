@@ -1,7 +1,9 @@
-// A column of any length behind a window of its own. It scrolls by the wheel, by Page Up, Page Down,
-// Home and End, and by itself to whatever the keyboard comes to.
+// A column of any length behind a window of its own. It scrolls by the wheel, by the finger, by
+// Page Up, Page Down, Home and End, and by itself to whatever the keyboard comes to. The mouse does
+// not pull it.
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Controls
 
 Flickable {
     id: area
@@ -40,6 +42,7 @@ Flickable {
     clip: true
     flickableDirection: Flickable.VerticalFlick
     boundsBehavior: Flickable.StopAtBounds
+    interactive: LastPress.byFinger
     onContentHeightChanged: returnToBounds()
     onHeightChanged: returnToBounds()
     onKeyboardItemChanged: {

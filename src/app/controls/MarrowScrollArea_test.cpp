@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QEventLoop>
 #include <QTest>
 
 #include "app/controls/PropertyTable.h"
@@ -19,6 +20,14 @@ class MarrowScrollArea : public testing::Test {
     QWheelEvent event(point, scene_.view().mapToGlobal(point), pixels, angle, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&scene_.view(), &event);
+  }
+
+  // Several moves of a finger before a frame count as one.
+  void drawFrame() {
+    QEventLoop loop;
+    QObject::connect(&scene_.view(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    scene_.view().update();
+    loop.exec();
   }
 
   ControlScene scene_{
@@ -67,6 +76,35 @@ TEST_F(MarrowScrollArea, stays_where_it_is_when_something_in_sight_is_clicked) {
   wheel({}, {0, -120});
   QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, QPoint(60, 45));
   EXPECT_EQ(scrolled(), 60);
+}
+
+TEST_F(MarrowScrollArea, is_pulled_by_the_finger_and_not_by_the_mouse) {
+  const auto pull = [this](QPoint from) {
+    QTest::mousePress(&scene_.view(), Qt::LeftButton, {}, from);
+    for (int step = 1; step <= 8; ++step)
+      QTest::mouseMove(&scene_.view(), from - QPoint(0, 10 * step));
+    QTest::mouseRelease(&scene_.view(), Qt::LeftButton, {}, from - QPoint(0, 80));
+  };
+  // At a button, and beside it.
+  for (const QPoint from : {QPoint(100, 150), QPoint(220, 150)}) {
+    pull(from);
+    EXPECT_EQ(scrolled(), 0);
+  }
+  QPointingDevice* const screen = QTest::createTouchDevice();
+  QTest::touchEvent(&scene_.view(), screen).press(0, QPoint(100, 180));
+  for (int step = 1; step <= 8; ++step) {
+    QTest::touchEvent(&scene_.view(), screen).move(0, QPoint(100, 180 - 10 * step));
+    drawFrame();
+  }
+  const double pulled = scrolled();
+  EXPECT_GT(pulled, 20);
+  QTest::touchEvent(&scene_.view(), screen).release(0, QPoint(100, 100));
+  // The next press of the mouse ends what the finger has set going.
+  QTest::mousePress(&scene_.view(), Qt::LeftButton, {}, QPoint(220, 150));
+  const double place = scrolled();
+  QTest::mouseMove(&scene_.view(), QPoint(220, 80));
+  QTest::mouseRelease(&scene_.view(), Qt::LeftButton, {}, QPoint(220, 80));
+  EXPECT_EQ(scrolled(), place);
 }
 
 TEST_F(MarrowScrollArea, comes_back_when_its_content_gets_shorter) {

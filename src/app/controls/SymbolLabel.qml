@@ -1,4 +1,5 @@
-// A symbol and a text in one row, in the middle of the item. Either may be missing.
+// A symbol and a text in one row, in the middle of the item. Either may be missing. A text that is too
+// long for the item is cut, but never to its ellipsis alone: before that the symbol goes.
 import QtQuick
 import Tessaly.Controls
 
@@ -13,19 +14,28 @@ Item {
     required property int textWeight
     required property color textColor
 
+    readonly property real gap: symbol !== "" && text !== "" ? 6 : 0
+    // Room for a letter, however wide it is, and an ellipsis.
+    readonly property real leastText: Math.min(label.implicitWidth, 2 * textSize)
+    readonly property bool showsSymbol: text === ""
+        || width >= sign.implicitWidth + gap + leastText
+
     // Whole points, so that what stands beside this starts on a pixel.
-    implicitWidth: Math.ceil(row.implicitWidth)
-    implicitHeight: Math.ceil(row.implicitHeight)
+    implicitWidth: Math.ceil(sign.implicitWidth + gap + (text !== "" ? label.implicitWidth : 0))
+    implicitHeight: Math.ceil(Math.max(sign.implicitHeight, text !== "" ? label.implicitHeight : 0))
 
     Row {
         id: row
 
         x: Math.round((pair.width - width) / 2)
         y: Math.round((pair.height - height) / 2)
-        spacing: pair.symbol !== "" && pair.text !== "" ? 6 : 0
+        spacing: pair.gap
 
         Symbol {
+            id: sign
+
             objectName: "symbol"
+            visible: pair.showsSymbol
             y: Math.round((row.height - height) / 2)
             name: pair.symbol
             size: pair.symbolSize
@@ -33,7 +43,11 @@ Item {
         }
 
         Text {
+            id: label
+
             objectName: "label"
+            width: Math.max(0, Math.min(implicitWidth, pair.width - (pair.showsSymbol ? sign.width + pair.gap : 0)))
+            elide: Text.ElideRight
             y: Math.round((row.height - height) / 2)
             visible: text !== ""
             text: pair.text

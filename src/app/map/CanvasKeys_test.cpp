@@ -33,6 +33,7 @@ class CanvasKeysTest : public CanvasFixture {
         TileNeighbour::faceOf(canvas_->tiles()[canvas_->tiles().find(path).value()].rect);
     return {face.x + face.width / 2, face.y + face.height / 2};
   }
+  double tooltipHeight() const { return item("mapTooltip")->height(); }
   // The tile that looks as if the pointer were on it.
   std::string highlighted() const { return canvas_->hoverPath().value_or(""); }
 
@@ -58,10 +59,10 @@ TEST_F(CanvasKeysTest, show_the_tooltip_beside_the_middle_of_what_is_seen_of_the
   comeByTab();
   EXPECT_TRUE(item("mapTooltip")->isVisible());
   EXPECT_EQ(item("mapTooltip")->position(),
-            TooltipPlacement::topLeft(middleOf("/r/docs"), canvas_->size()));
+            TooltipPlacement::topLeft(middleOf("/r/docs"), canvas_->size(), tooltipHeight()));
   key(Qt::Key_Down);
   EXPECT_EQ(item("mapTooltip")->position(),
-            TooltipPlacement::topLeft(middleOf("/r/docs/a.pdf"), canvas_->size()));
+            TooltipPlacement::topLeft(middleOf("/r/docs/a.pdf"), canvas_->size(), tooltipHeight()));
 }
 
 TEST_F(CanvasKeysTest, come_to_no_tile_whose_name_only_begins_like_the_path) {
@@ -355,7 +356,7 @@ TEST_F(CanvasKeysTest, are_back_on_their_tile_when_it_is_back) {
   draw();
   EXPECT_EQ(highlighted(), "/r/film.mp4");
   EXPECT_EQ(item("mapTooltip")->position(),
-            TooltipPlacement::topLeft(middleOf("/r/film.mp4"), canvas_->size()));
+            TooltipPlacement::topLeft(middleOf("/r/film.mp4"), canvas_->size(), tooltipHeight()));
 }
 
 TEST_F(CanvasKeysTest, leave_the_focus_where_it_is_when_they_go_elsewhere) {

@@ -9,6 +9,7 @@
 
 #include "app/controls/Fonts.h"
 #include "app/controls/SymbolPainter.h"
+#include "app/map/LabelFit.h"
 #include "app/map/TextShadow.h"
 #include "app/model/DisplayText.h"
 
@@ -96,17 +97,22 @@ const LabelPainter::Picture& LabelPainter::picture(Style style, const QString& t
   });
 }
 
-const LabelPainter::Picture& LabelPainter::fitting(Style style, const QString& text, double room) {
-  const Picture& whole = picture(style, text);
-  if (whole.width <= room) return whole;
-  // Wide letters: fewer fit than a tile of this width usually has room for. Room is counted in
-  // quarters of a point, so that a folder seen again finds its pictures.
-  const int quarters = static_cast<int>(room * 4);
+LabelPainter::Picture LabelPainter::fitting(Style style, const QString& name, double room,
+                                            double symbolRoom) {
+  if (room > 0) {
+    const Picture& whole = picture(style, name);
+    if (whole.width <= room) return whole;
+  }
+  // Room is counted in quarters of a point, so that a folder seen again finds its pictures.
+  const int quarters = static_cast<int>(std::floor(room * 4));
   const QString key =
-      QStringLiteral("%1/%2/%3").arg(static_cast<int>(style)).arg(quarters).arg(text);
+      QStringLiteral("%1/%2/%3").arg(static_cast<int>(style)).arg(quarters).arg(name);
   return kept(key, [&] {
     const QFontMetricsF metrics(fontOf(style));
-    return makeText(style, metrics.elidedText(text, Qt::ElideRight, quarters / 4.0), scale_);
+    const LabelFit fit = LabelFit::of(name, metrics, quarters / 4.0, symbolRoom);
+    Picture made = makeText(style, fit.name, scale_);
+    made.takesSymbolsRoom = !fit.showsSymbol;
+    return made;
   });
 }
 
@@ -152,9 +158,7 @@ void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
 
   const QLatin1StringView symbol(label->symbol.data(),
                                  static_cast<qsizetype>(label->symbol.size()));
-  const Picture& symbolPicture = picture(icon, symbol);
-  place(symbolPicture, left, middle);
-  left += symbolPicture.width + gap;
+  const double symbolRoom = SymbolPainter::side(iconSize) + gap;
 
   if (!label->size.empty()) {
     const Picture& size = picture(sizeText, QString::fromStdString(label->size));
@@ -162,7 +166,13 @@ void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
     place(size, right, middle);
     right -= gap;
   }
-  if (right > left) place(fitting(nameStyle, displayText(label->name), right - left), left, middle);
+  const Picture name =
+      fitting(nameStyle, displayText(label->name), right - left - symbolRoom, symbolRoom);
+  if (!name.takesSymbolsRoom) {
+    place(picture(icon, symbol), left, middle);
+    left += symbolRoom;
+  }
+  place(name, left, middle);
   canvas.setClip(outerClip);
 }
 

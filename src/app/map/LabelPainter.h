@@ -38,6 +38,7 @@ class LabelPainter {
     QImage image;
     double width = 0;  // what it takes in a row, in points
     double height = 0;
+    bool takesSymbolsRoom = false;  // for want of any other
     unsigned lastPass = 0;
   };
 
@@ -45,8 +46,8 @@ class LabelPainter {
   template <typename Make>
   const Picture& kept(const QString& key, Make make);
   const Picture& picture(Style style, const QString& text);
-  // `text`, cut where it would be wider than `room` points.
-  const Picture& fitting(Style style, const QString& text, double room);
+  // `name`, cut where it would be wider than `room` points beside a symbol that takes `symbolRoom`.
+  Picture fitting(Style style, const QString& name, double room, double symbolRoom);
   Picture makeText(Style style, const QString& text, double scale) const;
   static Picture makeIcon(const QString& name, double scale);
 

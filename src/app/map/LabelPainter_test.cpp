@@ -68,6 +68,21 @@ TEST(LabelPainter, cuts_a_name_of_wide_letters_before_it_reaches_the_size) {
   EXPECT_EQ(sizeOf("WWWWWWWWWWW"), sizeOf("a"));
 }
 
+TEST(LabelPainter, shows_no_symbol_beside_an_ellipsis_alone) {
+  // The picture of a tile whose name has no room but for its ellipsis: letters from the left end
+  // on, where a wider tile has its symbol.
+  const auto leftEnd = [](const char* name, double width) {
+    return labelled(named(name, width, 40)).image().copy(20, 20, 16, 30);
+  };
+  const QImage symbol = leftEnd("a.raw", 80);
+  EXPECT_EQ(leftEnd("文档和照片存档", 80), symbol);
+  for (const char* name : {"a.raw", "WWWW", "文档和照片存档"}) {
+    EXPECT_NE(leftEnd(name, 40), symbol) << name;
+    // Nor is it the ellipsis.
+    EXPECT_NE(leftEnd(name, 40), leftEnd("……………", 40)) << name;
+  }
+}
+
 TEST(LabelPainter, shows_names_of_other_scripts_rather_than_empty_boxes) {
   // A character that no font has is drawn the same as any other such character.
   const auto picture = [](const char* name) { return labelled(named(name, 90, 40)).image(); };

@@ -9,6 +9,22 @@ RoundedPanel {
 
     required property TooltipState tip
 
+    // The text of the path, cut in its middle to what three lines hold. A line ends up to a character
+    // short of the width.
+    TextMetrics {
+        id: shortPath
+        font: path.font
+        text: panel.tip.path
+        elide: Qt.ElideMiddle
+        elideWidth: 3 * (path.width - path.font.pixelSize)
+    }
+
+    Binding {
+        target: panel.tip
+        property: "height"
+        value: panel.height
+    }
+
     implicitHeight: lines.implicitHeight + 24
     height: implicitHeight
     radius: 10
@@ -77,11 +93,14 @@ RoundedPanel {
             font { family: Theme.monoFamily; pixelSize: 11 }
         }
         Text {
+            id: path
             objectName: "tooltipPath"
             width: parent.width
-            text: panel.tip.path
+            text: shortPath.elidedText
             textFormat: Text.PlainText
             wrapMode: Text.WrapAnywhere
+            elide: Text.ElideRight
+            maximumLineCount: 3
             color: Theme.muted
             opacity: 0.8
             font { family: Theme.monoFamily; pixelSize: 10 }

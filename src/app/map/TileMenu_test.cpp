@@ -141,6 +141,51 @@ TEST_F(TileMenuTest, keeps_the_pointer_from_the_tiles_and_darkens_none) {
   EXPECT_EQ(canvas_->hoverPath(), "/r/docs/b.pdf");
 }
 
+TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile) {
+  moveTo(on("/r/film.mp4"));
+  draw();
+  const QPoint place = canvas_->mapToScene(on("/r/film.mp4") - QPointF(40, 40)).toPoint();
+  const QRgb highlighted = window_.grabWindow().pixel(place);
+  moveTo({1, 1});
+  draw();
+  const QRgb plain = window_.grabWindow().pixel(place);
+  ASSERT_NE(highlighted, plain);
+  secondaryClick(on("/r/film.mp4"));
+  ASSERT_TRUE(isOpen());
+  EXPECT_EQ(window_.grabWindow().pixel(place), highlighted);
+  moveTo(on("/r/docs/a.pdf"));
+  draw();
+  EXPECT_EQ(window_.grabWindow().pixel(place), highlighted);
+  EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+  QMetaObject::invokeMethod(menu(), "close");
+  moveTo({1, 1});
+  draw();
+  EXPECT_EQ(window_.grabWindow().pixel(place), plain);
+}
+
+TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile_in_another_tree_too) {
+  secondaryClick(on("/r/film.mp4"));
+  canvas_->setNode(NodeHandle(folderNode(
+      "/r", 900, {fileNode("/r/other", 500), fileNode("/r/film.mp4", 400, FileKind::video)})));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
+  canvas_->setNode(NodeHandle(folderNode("/r", 500, {fileNode("/r/other", 500)})));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
+}
+
+TEST_F(TileMenuTest, leaves_the_highlight_on_the_tile_of_the_item_that_is_asked_about) {
+  moveTo(on("/r/docs/a.pdf"));
+  session_.setMenuNode(fileNode("/r/film.mp4", 300));
+  draw();
+  EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
+  EXPECT_FALSE(item("mapTooltip")->isVisible());
+  session_.setMenuNode(std::nullopt);
+  draw();
+  EXPECT_NE(canvas_->hoverPath(), "/r/film.mp4");
+}
+
 TEST_F(TileMenuTest, keeps_a_press_beside_it_from_the_tiles) {
   secondaryClick(on("/r/film.mp4"));
   click(on("/r/docs"));

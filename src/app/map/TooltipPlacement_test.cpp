@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <QRectF>
+
 namespace tessaly {
 namespace {
 
-using TooltipPlacement::topLeft;
-
 constexpr QSizeF canvas(1000, 600);
+
+// Of a panel as high as is allowed for.
+QPointF topLeft(QPointF mouse, QSizeF size) {
+  return TooltipPlacement::topLeft(mouse, size, 118);
+}
 
 TEST(TooltipPlacement, is_to_the_lower_right_of_the_pointer) {
   EXPECT_EQ(topLeft({100, 200}, canvas), QPointF(116, 218));
@@ -29,8 +34,29 @@ TEST(TooltipPlacement, treats_each_axis_on_its_own) {
   EXPECT_EQ(topLeft({990, 590}, canvas), QPointF(708, 460));
 }
 
+TEST(TooltipPlacement, moves_a_panel_back_that_is_higher_than_is_allowed_for) {
+  EXPECT_EQ(TooltipPlacement::topLeft({100, 456}, canvas, 150), QPointF(116, 600 - 8 - 150));
+  EXPECT_EQ(TooltipPlacement::topLeft({100, 590}, canvas, 150), QPointF(116, 600 - 8 - 150));
+  EXPECT_EQ(TooltipPlacement::topLeft({100, 300}, canvas, 150), QPointF(116, 318));
+  // A panel that is lower than that stays where the allowed height has brought it.
+  EXPECT_EQ(TooltipPlacement::topLeft({100, 590}, canvas, 90), QPointF(116, 460));
+}
+
+TEST(TooltipPlacement, is_on_the_canvas_for_each_place_of_the_pointer) {
+  const QRectF room = QRectF(QPointF(), canvas).adjusted(8, 8, -8, -8);
+  for (const double height : {90.0, 118.0, 131.0, 240.0, 584.0}) {
+    for (double y = 0; y <= 600; y += 7.5) {
+      for (double x = 0; x <= 1000; x += 12.5) {
+        const QRectF panel(TooltipPlacement::topLeft({x, y}, canvas, height), QSizeF(270, height));
+        ASSERT_TRUE(room.contains(panel)) << x << ", " << y << " with " << height;
+      }
+    }
+  }
+}
+
 TEST(TooltipPlacement, never_goes_above_or_left_of_eight_on_a_small_canvas) {
   EXPECT_EQ(topLeft({10, 10}, {200, 100}), QPointF(8, 8));
+  EXPECT_EQ(TooltipPlacement::topLeft({500, 300}, canvas, 590).y(), 8);
 }
 
 }  // namespace

@@ -22,9 +22,16 @@ void TooltipState::hide() {
   emit changed();
 }
 
-void TooltipState::moveTo(QPointF place) {
-  if (place == place_) return;
-  place_ = place;
+void TooltipState::pointAt(QPointF pointer, QSizeF canvas) {
+  if (pointer == pointer_ && canvas == canvas_) return;
+  pointer_ = pointer;
+  canvas_ = canvas;
+  emit moved();
+}
+
+void TooltipState::setHeight(double height) {
+  if (height == height_) return;
+  height_ = height;
   emit moved();
 }
 

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QObject>
 #include <QPointF>
+#include <QSizeF>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -26,13 +27,16 @@ class TooltipState : public QObject {
   Q_PROPERTY(QString path READ path NOTIFY changed)
   Q_PROPERTY(QPointF place READ place NOTIFY moved)  // top left, in points of the canvas
   Q_PROPERTY(double width READ width CONSTANT)
+  // How high the panel is that shows all this, as it tells.
+  Q_PROPERTY(double height READ height WRITE setHeight NOTIFY moved)
 
  public:
   using QObject::QObject;
 
   void show(const TooltipText& text, const Color& tint);
   void hide();
-  void moveTo(QPointF place);
+  // Beside the pointer, on a canvas of this size.
+  void pointAt(QPointF pointer, QSizeF canvas);
 
   bool isShown() const { return shown_; }
   QColor tint() const { return tint_; }
@@ -41,7 +45,9 @@ class TooltipState : public QObject {
   QString facts() const { return facts_; }
   QString age() const { return age_; }
   QString path() const { return path_; }
-  QPointF place() const { return place_; }
+  QPointF place() const { return TooltipPlacement::topLeft(pointer_, canvas_, height_); }
+  double height() const { return height_; }
+  void setHeight(double height);
   static double width() { return TooltipPlacement::width; }
 
  signals:
@@ -56,7 +62,9 @@ class TooltipState : public QObject {
   QString facts_;
   QString age_;
   QString path_;
-  QPointF place_;
+  QPointF pointer_;
+  QSizeF canvas_;
+  double height_ = 0;
 };
 
 }  // namespace tessaly

@@ -12,6 +12,7 @@ TreemapSurface {
     readonly property bool ownsKeyboard: activeFocus || tileMenu.visible
 
     objectName: "treemapCanvas"
+    menuOpen: tileMenu.visible
     onTileMenuAsked: (node, place, byKeyboard) => tileMenu.ask(node, place, byKeyboard)
 
     Accessible.role: Accessible.Graphic

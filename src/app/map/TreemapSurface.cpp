@@ -31,6 +31,7 @@ void TreemapSurface::setSession(ScanSession* session) {
     connect(session_, &ScanSession::deltasChanged, this, &TreemapSurface::renew);
     connect(session_, &ScanSession::heatmapChanged, this, &TreemapSurface::renew);
     connect(session_, &ScanSession::selectionChanged, this, &TreemapSurface::renew);
+    connect(session_, &ScanSession::menuNodeChanged, this, &TreemapSurface::followMenu);
   }
   renew();
   emit sessionChanged();

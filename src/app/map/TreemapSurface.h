@@ -12,6 +12,9 @@
 // to themselves, which would then be on one item while the commands take another: it stays on the
 // item that it was on, or comes to the one that has the focus, or goes.
 //
+// While the menu of an item is open, or the question what to do with it, its tile is highlighted
+// whatever the pointer does, and without the tooltip, which would lie under the menu.
+//
 // A drag draws a rubber band and selects what it touches. No tile is highlighted meanwhile, nor
 // afterwards until the pointer enters one.
 #pragma once
@@ -46,6 +49,8 @@ class TreemapSurface : public QQuickItem {
   Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)
   // The place of the tile that the keyboard is on among the tiles; -1 for none.
   Q_PROPERTY(int keyboardTile READ keyboardTile NOTIFY keyboardTileChanged)
+  // Whether the menu that was last asked for is open.
+  Q_PROPERTY(bool menuOpen READ isMenuOpen WRITE setMenuOpen NOTIFY menuOpenChanged)
 
  public:
   explicit TreemapSurface(QQuickItem* parent = nullptr);
@@ -64,6 +69,9 @@ class TreemapSurface : public QQuickItem {
   // Whether it goes from tile to tile, even where it is on none at present.
   Q_INVOKABLE bool hasKeyboard() const { return keyboardPath_.has_value(); }
   int keyboardTile() const;
+
+  bool isMenuOpen() const { return menuOpen_; }
+  void setMenuOpen(bool open);
 
   // What a click without a key does, for who cannot click; and what one with Shift does.
   Q_INVOKABLE void press(const tessaly::NodeHandle& node);
@@ -88,6 +96,7 @@ class TreemapSurface : public QQuickItem {
   void nodeChanged();
   void tilesChanged();
   void keyboardTileChanged();
+  void menuOpenChanged();
 
  protected:
   void updatePolish() override;
@@ -117,6 +126,8 @@ class TreemapSurface : public QQuickItem {
   void showHighlight();
   void click(const DiskNode& node, Qt::KeyboardModifiers modifiers);
   void askForMenu(const DiskNode& node, QPointF place, bool byKeyboard);
+  std::optional<std::string> menuPath() const;
+  void followMenu();
   void drawBand();
   void selectBand(Qt::KeyboardModifiers modifiers);
   void dropBand();
@@ -148,6 +159,8 @@ class TreemapSurface : public QQuickItem {
   // The item that the keyboard is on, whether or not it has a tile. It counts as the one under the
   // pointer.
   std::optional<std::string> keyboardPath_;
+  std::string askedPath_;  // of the item whose menu was last asked for
+  bool menuOpen_ = false;
 };
 
 }  // namespace tessaly

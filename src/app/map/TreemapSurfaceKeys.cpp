@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 
 #include "app/map/TileNeighbour.h"
-#include "app/map/TooltipPlacement.h"
 #include "app/map/TreemapSurface.h"
 
 namespace tessaly {
@@ -111,7 +110,7 @@ void TreemapSurface::putKeyboardOn(std::size_t index) {
 void TreemapSurface::placeTooltip() {
   const bool isByKeyboard = keyboardPath_ && hovered_;
   const QPointF place = isByKeyboard ? middleOfFace(tiles_[*hovered_].rect) : mouse_;
-  tooltip_.moveTo(TooltipPlacement::topLeft(place, size()));
+  tooltip_.pointAt(place, size());
 }
 
 void TreemapSurface::takeKeyboardAway() {

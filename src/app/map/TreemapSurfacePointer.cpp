@@ -33,7 +33,7 @@ void TreemapSurface::setMouse(QPointF mouse) {
   const bool hasMoved = window() != nullptr && PointerWatch::of(*window()).takeMove();
   mouse_ = mouse;
   pointerInside_ = contains(mouse);
-  if (keyboardPath_ && !hasMoved) return;
+  if ((keyboardPath_ && !hasMoved) || menuPath()) return;
   if (std::exchange(keyboardPath_, std::nullopt)) emit keyboardTileChanged();
   placeTooltip();
   // Tiles that are about to be made anew are not the ones the pointer will be on.
@@ -56,6 +56,10 @@ std::optional<std::size_t> TreemapSurface::tileUnderPointer() {
 // The tile to be highlighted when nobody has moved.
 std::optional<std::size_t> TreemapSurface::tileToKeep() {
   if (gesture_.isDragging()) return std::nullopt;
+  if (const auto asked = menuPath()) {
+    const auto tile = tiles_.find(*asked);
+    return tile && !isRemainder(tiles_[*tile].rect.node) ? tile : std::nullopt;
+  }
   if (keyboardPath_) return tiles_.find(*keyboardPath_);
   const auto index = tileUnderPointer();
   if (!index || index == hovered_) return index;
@@ -96,6 +100,10 @@ void TreemapSurface::highlight(std::optional<std::size_t> index) {
     setCursor(Qt::PointingHandCursor);
   }
   showHighlight();
+  if (menuPath()) {
+    tooltip_.hide();
+    return;
+  }
   tooltip_.show(TooltipText::of(tile.rect, session_->heatmap(), NodeTint::presentTime()),
                 tile.tint);
 }
@@ -180,7 +188,30 @@ void TreemapSurface::dropBand() {
 
 void TreemapSurface::askForMenu(const DiskNode& node, QPointF place, bool byKeyboard) {
   // Nothing of it could be done to a remainder.
-  if (!isRemainder(node)) emit tileMenuAsked(NodeHandle(node), place, byKeyboard);
+  if (isRemainder(node)) return;
+  askedPath_ = node.path();
+  emit tileMenuAsked(NodeHandle(node), place, byKeyboard);
+}
+
+void TreemapSurface::setMenuOpen(bool open) {
+  if (open == menuOpen_) return;
+  menuOpen_ = open;
+  followMenu();
+  emit menuOpenChanged();
+}
+
+// The item whose menu is open, or about which the user is asked.
+std::optional<std::string> TreemapSurface::menuPath() const {
+  if (menuOpen_) return askedPath_;
+  if (session_ != nullptr && session_->menuNode()) return session_->menuNode()->path();
+  return std::nullopt;
+}
+
+void TreemapSurface::followMenu() {
+  // Tiles that are about to be made anew are highlighted then.
+  if (stale_) return;
+  hovered_ = std::nullopt;
+  highlight(tileToKeep());
 }
 
 void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {

@@ -7,43 +7,26 @@ import Tessaly.Panes
 Column {
     id: bar
 
-    property alias node: slices.node
-    // As far as the segments may go where their gaps bring them beyond the bar.
-    property real room: width
-    readonly property alias empty: slices.empty
+    property alias node: kinds.node
+    readonly property alias empty: kinds.empty
 
-    visible: !slices.empty
+    visible: !kinds.empty
     spacing: 6
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: slices.summary
+    Accessible.name: kinds.summary
 
     KindBreakdownModel {
-        id: slices
+        id: kinds
     }
 
-    Row {
-        id: segments
+    Item {
+        width: bar.width
+        height: 10
 
-        objectName: "segments"
-        width: slices.empty ? bar.width : slices.barWidth(bar.width, bar.room)
-        spacing: 1
-
-        Repeater {
-            model: slices
-
-            Rectangle {
-                required property color kindColor
-                required property real fraction
-
-                objectName: "segment"
-                // qmllint disable unqualified
-                width: slices.segmentWidth(fraction, segments.width)
-                // qmllint enable unqualified
-                height: 10
-                radius: Math.min(3, width / 2)
-                color: kindColor
-            }
+        BreakdownSegments {
+            objectName: "segments"
+            slices: kinds
         }
     }
 
@@ -52,7 +35,7 @@ Column {
         spacing: 14
 
         Repeater {
-            model: slices
+            model: kinds
 
             Row {
                 id: entry

@@ -1,6 +1,5 @@
 #include "app/panes/KindBreakdownModel.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 
@@ -44,33 +43,6 @@ QString KindBreakdownModel::summary() const {
   return parts.join(QStringLiteral(", "));
 }
 
-double KindBreakdownModel::segmentWidth(double fraction, double barWidth) {
-  return std::max(leastWidth, fraction * barWidth);
-}
-
-double KindBreakdownModel::barWidth(double wanted, double room) const {
-  if (slices_.empty()) return wanted;
-  const double gaps = gap * static_cast<double>(slices_.size() - 1);
-  double width = wanted;
-  // As the bar gets narrower more segments come to their least width, which the others pay for.
-  for (std::size_t round = 0; round <= slices_.size(); ++round) {
-    double end = gaps;
-    double fixed = gaps;
-    double shares = 0;
-    for (const KindSlice& slice : slices_) {
-      const double segment = segmentWidth(slice.fraction, width);
-      end += segment;
-      if (segment > leastWidth)
-        shares += slice.fraction;
-      else
-        fixed += leastWidth;
-    }
-    if (end <= room || shares <= 0) break;
-    width = std::max(0.0, (room - fixed) / shares);
-  }
-  return width;
-}
-
 int KindBreakdownModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(slices_.size());
 }
@@ -81,8 +53,6 @@ QVariant KindBreakdownModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case KindColorRole:
       return toQColor(KindColor::of(slice.kind));
-    case FractionRole:
-      return slice.fraction;
     case WordRole:
       return word(slice.kind);
     case PercentTextRole:
@@ -93,10 +63,7 @@ QVariant KindBreakdownModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> KindBreakdownModel::roleNames() const {
-  return {{KindColorRole, "kindColor"},
-          {FractionRole, "fraction"},
-          {WordRole, "word"},
-          {PercentTextRole, "percentText"}};
+  return {{KindColorRole, "kindColor"}, {WordRole, "word"}, {PercentTextRole, "percentText"}};
 }
 
 }  // namespace tessaly

@@ -22,7 +22,6 @@ class KindBreakdownModel : public QAbstractListModel {
  public:
   enum Role {
     KindColorRole = Qt::UserRole + 1,
-    FractionRole,  // 0 to 1
     WordRole,
     PercentTextRole,
   };
@@ -32,15 +31,8 @@ class KindBreakdownModel : public QAbstractListModel {
   const NodeHandle& node() const { return node_; }
   void setNode(const NodeHandle& node);
   bool isEmpty() const { return slices_.empty(); }
+  const std::vector<KindSlice>& slices() const { return slices_; }
   QString summary() const;
-
-  // Of a segment in the bar, and between two of them.
-  static constexpr double leastWidth = 2;
-  static constexpr double gap = 1;
-  // How wide the bar is whose segments have their fractions of it: `wanted`, or less where least
-  // widths and gaps would bring the end of the last segment beyond `room`.
-  Q_INVOKABLE double barWidth(double wanted, double room) const;
-  Q_INVOKABLE static double segmentWidth(double fraction, double barWidth);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;

@@ -1,9 +1,7 @@
 // The row above the map: how the tree is shown, and what can be done with what is selected. Where it
-// is too long it scrolls, by the wheel, by the finger, and by itself to what the keyboard comes to and
-// to what can be done once something is selected.
+// is too long it scrolls, also by itself to what can be done once something is selected.
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Tessaly.Controls
 import Tessaly.Model
 import Tessaly.Panes
@@ -13,15 +11,15 @@ Rectangle {
 
     required property ScanSession session
 
-    // How many acts stand at the end, and whether more of them are coming.
+    // How many acts stand at the end.
     readonly property int acts: (choices.selectedCount > 0 ? 3 : 0) + (choices.canPutBack ? 1 : 0)
     property int actsBefore: 0
-    property bool showsEnd: false
 
     implicitHeight: row.implicitHeight + 12
     color: Theme.bg2
     onActsChanged: {
-        showsEnd = acts > actsBefore
+        if (acts > actsBefore)
+            scroller.showEnd()
         actsBefore = acts
     }
 
@@ -37,64 +35,21 @@ Rectangle {
         session: bar.session
     }
 
-    Flickable {
+    MarrowScrollRow {
         id: scroller
-
-        // Where the keyboard has come to by Tab; what was clicked is in sight already.
-        readonly property Item keyboardItem: {
-            const control = Window.activeFocusItem as T.Control
-            return control !== null && control.visualFocus ? control : null
-        }
-
-        function scrollTo(x) {
-            contentX = Math.max(0, Math.min(x, contentWidth - width))
-        }
-
-        function holds(item) {
-            while (item !== null && item !== row)
-                item = item.parent
-            return item !== null
-        }
-
-        function reveal(item) {
-            const left = item.mapToItem(row, 0, 0).x
-            if (left - 24 < contentX)
-                scrollTo(left - 24)
-            else if (left + item.width + 24 > contentX + width)
-                scrollTo(left + item.width + 24 - width)
-        }
 
         objectName: "modeScroller"
         anchors.fill: parent
-        anchors.leftMargin: 14
-        anchors.rightMargin: 14
-        contentWidth: row.width
-        contentHeight: height
-        clip: contentWidth > width
-        flickableDirection: Flickable.HorizontalFlick
-        boundsBehavior: Flickable.StopAtBounds
-        onContentWidthChanged: {
-            scrollTo(bar.showsEnd ? contentWidth : contentX)
-            bar.showsEnd = false
-        }
-        onWidthChanged: scrollTo(contentX)
-        onKeyboardItemChanged: {
-            if (keyboardItem !== null && holds(keyboardItem))
-                reveal(keyboardItem)
-        }
-
-        // Either way the wheel is turned, since there is but one way to go.
-        WheelHandler {
-            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-            orientation: Qt.Vertical
-            onWheel: event => scroller.scrollTo(scroller.contentX - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
-        }
+        anchors.leftMargin: 14 - ringRoom
+        anchors.rightMargin: 14 - ringRoom
+        row: row
 
         RowLayout {
             id: row
 
+            x: scroller.ringRoom
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.max(implicitWidth, scroller.width)
+            width: Math.max(implicitWidth, scroller.width - 2 * scroller.ringRoom)
             spacing: 6
 
             Repeater {

@@ -18,6 +18,8 @@ Item {
         spacing: 0
 
         ModeBar {
+            id: modeBar
+
             objectName: "modeBar"
             Layout.fillWidth: true
             session: screen.session
@@ -87,7 +89,8 @@ Item {
     ScanningBanner {
         objectName: "banner"
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 10
+        // The modes can be chosen meanwhile.
+        y: modeBar.height + 8
         visible: screen.map.rescanning
         session: screen.session
         map: screen.map

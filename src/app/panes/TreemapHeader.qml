@@ -107,7 +107,6 @@ Item {
         x: row.x
         y: row.y + row.height + 8
         width: parent.width - 2 * x
-        room: width + x - 4
         node: header.map.node
     }
 }

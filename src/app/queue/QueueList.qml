@@ -50,6 +50,8 @@ ListView {
 
     clip: true
     boundsBehavior: Flickable.StopAtBounds
+    // The mouse pulls nothing here; it has the wheel.
+    interactive: LastPress.byFinger
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
     currentIndex: -1

@@ -59,7 +59,7 @@ ListView {
     height: Math.min(contentHeight, longest)
     spacing: 3
     clip: isLong
-    interactive: isLong
+    interactive: isLong && LastPress.byFinger
     boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false

@@ -18,64 +18,61 @@ Rectangle {
         session: bar.session
     }
 
-    ListView {
-        id: list
-
-        function scrollTo(x) {
-            contentX = Math.max(originX, Math.min(x, originX + contentWidth - width))
-        }
+    MarrowScrollRow {
+        id: scroller
 
         objectName: "crumbs"
         anchors.fill: parent
-        anchors.leftMargin: 14
-        anchors.rightMargin: 14
-        orientation: ListView.Horizontal
-        spacing: 6
-        clip: contentWidth > width
-        boundsBehavior: Flickable.StopAtBounds
-        // All steps exist, also those out of sight, so that Tab reaches each.
-        cacheBuffer: 1000000
-        model: crumbs
-        onCountChanged: positionViewAtEnd()
-        onWidthChanged: positionViewAtEnd()
+        anchors.leftMargin: 14 - ringRoom
+        anchors.rightMargin: 14 - ringRoom
+        row: steps
+        onContentWidthChanged: showEnd()
+        onWidthChanged: showEnd()
 
-        // Either way the wheel is turned, since there is but one way to go.
-        WheelHandler {
-            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-            orientation: Qt.Vertical
-            onWheel: event => list.scrollTo(list.contentX - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
-        }
+        Row {
+            id: steps
 
-        delegate: Row {
-            id: step
-
-            required property int index
-            required property string name
-            required property bool first
-            required property bool last
-
-            height: ListView.view.height
+            x: scroller.ringRoom
+            height: scroller.height
             spacing: 6
 
-            BreadcrumbChip {
-                objectName: "chip"
-                anchors.verticalCenter: parent.verticalCenter
-                text: step.name
-                symbol: step.first ? "internaldrive" : "folder"
-                current: step.last
-                onClicked: step.ListView.view.model.jump(step.index)
-                onActiveFocusChanged: {
-                    if (activeFocus) step.ListView.view.positionViewAtIndex(step.index, ListView.Contain)
-                }
-            }
+            Repeater {
+                model: crumbs
 
-            Symbol {
-                objectName: "chevron"
-                anchors.verticalCenter: parent.verticalCenter
-                visible: !step.last
-                name: "chevron.right"
-                size: 8
-                color: Theme.muted
+                // The names of this file reach into the component, though the linter cannot know.
+                // qmllint disable unqualified
+                Row {
+                    id: step
+
+                    required property int index
+                    required property string name
+                    required property bool first
+                    required property bool last
+
+                    height: steps.height
+                    spacing: 6
+
+                    BreadcrumbChip {
+                        objectName: "chip"
+                        anchors.verticalCenter: parent.verticalCenter
+                        // The longest name leaves its chip in sight from end to end.
+                        width: Math.min(implicitWidth, scroller.width - 2 * scroller.ringRoom)
+                        text: step.name
+                        symbol: step.first ? "internaldrive" : "folder"
+                        current: step.last
+                        onClicked: crumbs.jump(step.index)
+                    }
+
+                    Symbol {
+                        objectName: "chevron"
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: !step.last
+                        name: "chevron.right"
+                        size: 8
+                        color: Theme.muted
+                    }
+                }
+                // qmllint enable unqualified
             }
         }
     }

@@ -51,6 +51,7 @@ Window {
 
         objectName: "mover"
         anchors.fill: parent
+        titleHeight: titleBar.height
     }
 
     WindowState {
@@ -187,6 +188,7 @@ Window {
         objectName: "gateMover"
         width: parent.width
         height: titleBar.height
+        titleHeight: height
         visible: gate.shown
     }
 

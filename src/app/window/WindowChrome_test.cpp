@@ -68,11 +68,26 @@ TEST_F(FramelessWindow, is_not_moved_by_a_press_that_hardly_moves) {
   EXPECT_EQ(window_.geometry(), QRect(100, 80, 400, 300));
 }
 
-TEST_F(FramelessWindow, fills_the_screen_at_a_double_click_and_comes_back) {
-  QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 150});
+TEST_F(FramelessWindow, fills_the_screen_at_a_double_click_on_its_title_bar_and_comes_back) {
+  mover_.setProperty("titleHeight", 44);
+  QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 43});
   EXPECT_TRUE(window_.windowStates().testFlag(Qt::WindowMaximized));
   mover_.zoom();
   EXPECT_FALSE(window_.windowStates().testFlag(Qt::WindowMaximized));
+}
+
+TEST_F(FramelessWindow, takes_a_double_click_elsewhere_for_two_presses) {
+  mover_.setProperty("titleHeight", 44);
+  QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 45});
+  EXPECT_FALSE(window_.windowStates().testFlag(Qt::WindowMaximized));
+  const QPoint stood = window_.position();
+  const QPoint at(200, 150);
+  send(QEvent::MouseButtonPress, at, stood + at, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, at, stood + at, Qt::NoButton);
+  send(QEvent::MouseButtonDblClick, at, stood + at, Qt::LeftButton);
+  send(QEvent::MouseMove, at, stood + at + QPoint(30, 20), Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, at, stood + at + QPoint(30, 20), Qt::NoButton);
+  EXPECT_EQ(window_.position(), stood + QPoint(30, 20));
 }
 
 TEST_F(FramelessWindow, is_resized_by_each_edge_and_corner) {

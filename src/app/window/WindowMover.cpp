@@ -45,7 +45,11 @@ void WindowMover::mouseUngrabEvent() {
   pull_ = Pull::none;
 }
 
-void WindowMover::mouseDoubleClickEvent(QMouseEvent*) {
+void WindowMover::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->position().y() >= titleHeight_) {
+    mousePressEvent(event);
+    return;
+  }
   pull_ = Pull::none;
   zoom();
 }

@@ -1,0 +1,244 @@
+// The rows of the window that may be too long for it, and the rings around what has the keyboard.
+#include <QEventLoop>
+#include <QQuickItem>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "journeys/Journey.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+// Some letters and the padding behind them.
+constexpr double leastShown = 40;
+
+class WindowRows : public Journey {
+ protected:
+  WindowRows()
+      : Journey(
+            "First-of-the-folders-that-lead-down/\n"
+            "  Second/\n"
+            "    3/\n"
+            "      Fourth-of-the-folders-that-lead-down/\n"
+            "        Fifth-of-the-folders-that-lead-down/\n"
+            "          Sixth-of-the-folders-that-lead-down/\n"
+            "            Seventh-of-the-folders-that-lead-down/\n"
+            "              film.mp4 6M\n"
+            "              song.mp3 2M\n") {
+    window().resize(1100, 680);
+    session().scanHome();
+    finishScan();
+  }
+
+  void goDown() {
+    while (session().current()->children()[0].isDir())
+      session().open(session().current()->children()[0]);
+    settle(window());
+  }
+  void select() {
+    session().selectNodes({session().current()->children()[0]}, false);
+    settle(window());
+  }
+
+  static QRectF rectOf(const QQuickItem* item) {
+    return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+  }
+
+  static void collectButtons(QQuickItem* item, std::vector<QQuickItem*>& found) {
+    if (!item->isVisible()) return;
+    if (item->inherits("QQuickAbstractButton")) found.push_back(item);
+    for (QQuickItem* child : item->childItems()) collectButtons(child, found);
+  }
+  std::vector<QQuickItem*> buttonsOf(const QString& row) {
+    std::vector<QQuickItem*> found;
+    if (QQuickItem* const scroller = item(row)) collectButtons(scroller, found);
+    return found;
+  }
+
+  void expectNoneCutToALetter(const QString& row) {
+    const QRectF sight = rectOf(item(row));
+    for (const QQuickItem* button : buttonsOf(row)) {
+      const QRectF rect = rectOf(button);
+      if (rect.left() >= sight.left() || rect.right() <= sight.left()) continue;
+      EXPECT_GE(rect.right() - sight.left(), leastShown)
+          << button->property("text").toString().toStdString() << " in a window of "
+          << window().width();
+    }
+  }
+
+  void turnWheel(const QString& row, int angle) {
+    const QPointF point = rectOf(item(row)).center();
+    QWheelEvent event(point, window().mapToGlobal(point), {}, {0, angle}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window(), &event);
+    settle(window());
+  }
+
+  // Several moves before a frame count as one.
+  void drawFrame() {
+    QEventLoop loop;
+    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    window().update();
+    loop.exec();
+  }
+
+  void pullByFinger(QPoint from, QPoint by) {
+    static QPointingDevice* const screen = QTest::createTouchDevice();
+    QTest::touchEvent(&window(), screen).press(0, from, &window());
+    for (int step = 1; step <= 8; ++step) {
+      QTest::touchEvent(&window(), screen).move(0, from + by * step / 8, &window());
+      drawFrame();
+    }
+    QTest::touchEvent(&window(), screen).release(0, from + by, &window());
+    settle(window());
+  }
+  // The ring of what has the keyboard, if it shows one, as far as the window and what the control
+  // stands in let it be seen; and whether that is all of it.
+  void expectWholeRing() {
+    const auto rings = itemsNamed(window().contentItem(), "focusRing");
+    ASSERT_LE(rings.size(), 1U);
+    if (rings.empty()) return;
+    const QRectF ring = rectOf(rings.front());
+    QRectF seen = ring & QRectF(QPointF(), QSizeF(window().size()));
+    for (const QQuickItem* above = rings.front()->parentItem(); above != nullptr;
+         above = above->parentItem()) {
+      if (above->clip()) seen = seen & rectOf(above);
+    }
+    EXPECT_EQ(seen, ring) << window().activeFocusItem()->objectName().toStdString();
+  }
+
+  // Goes once around by Tab, and tells at how many controls there was a ring.
+  int goAround() {
+    constexpr int mostStops = 200;
+    int rings = 0;
+    press(Qt::Key_Tab);
+    const QQuickItem* const first = window().activeFocusItem();
+    for (int stop = 0; stop < mostStops; ++stop) {
+      expectWholeRing();
+      rings += static_cast<int>(itemsNamed(window().contentItem(), "focusRing").size());
+      press(Qt::Key_Tab);
+      if (window().activeFocusItem() == first) return rings;
+    }
+    ADD_FAILURE() << "Tab does not come around";
+    return rings;
+  }
+};
+
+TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_at_their_end) {
+  goDown();
+  for (int width = 1100; width < 1240; width += 5) {
+    window().resize(width, 680);
+    settle(window());
+    expectNoneCutToALetter("crumbs");
+    EXPECT_TRUE(rectOf(item("crumbs")).contains(rectOf(buttonsOf("crumbs").back()))) << width;
+  }
+}
+
+TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_on_the_way) {
+  goDown();
+  for (const int angle : {14, -14, 120, -120}) {
+    for (int turn = 0; turn < 60; ++turn) {
+      turnWheel("crumbs", angle);
+      expectNoneCutToALetter("crumbs");
+    }
+  }
+}
+
+TEST_F(WindowRows, cut_no_pill_to_a_letter) {
+  select();
+  for (int width = 1100; width < 1180; width += 5) {
+    window().resize(width, 680);
+    session().clearSelection();
+    settle(window());
+    select();
+    expectNoneCutToALetter("modeScroller");
+    EXPECT_TRUE(rectOf(item("modeScroller")).contains(rectOf(item("clearSelection")))) << width;
+  }
+  window().resize(1100, 680);
+  for (const int angle : {14, -14, 120, -120}) {
+    for (int turn = 0; turn < 30; ++turn) {
+      turnWheel("modeScroller", angle);
+      expectNoneCutToALetter("modeScroller");
+    }
+  }
+}
+
+TEST_F(WindowRows, cut_nothing_to_a_letter_where_a_finger_lets_go) {
+  goDown();
+  select();
+  for (int way = 20; way <= 200; way += 12) {
+    for (const QString& row : {QStringLiteral("crumbs"), QStringLiteral("modeScroller")}) {
+      const QRectF sight = rectOf(item(row));
+      pullByFinger(sight.center().toPoint(), {way, 0});
+      const auto isStill = [&] { return !item(row)->property("moving").toBool(); };
+      ASSERT_TRUE(QTest::qWaitFor(isStill, 20000));
+      expectNoneCutToALetter(row);
+    }
+  }
+}
+
+TEST_F(WindowRows, leave_the_rings_whole) {
+  EXPECT_GT(goAround(), 25);
+  goDown();
+  select();
+  session().setExcludes({"/a", "/b", "/c", "/d", "/e", "/f", "/g", "/h", "/i", "/j", "/k", "/l",
+                         "/m", "/n", "/o", "/p", "/q", "/r"});
+  session().addToQueue(session().current()->children()[1]);
+  session().tellFailure("“notes.txt” could not be put back: not permitted");
+  settle(window());
+  EXPECT_GT(goAround(), 60);
+}
+
+TEST_F(WindowRows, leave_the_rings_whole_of_what_lies_over_the_window) {
+  session().setMenuNode(session().current()->children()[0]);
+  settle(window());
+  EXPECT_GT(goAround(), 5);
+  session().setMenuNode(std::nullopt);
+  session().setCriticalWarning(session().current());
+  settle(window());
+  EXPECT_GT(goAround(), 1);
+  session().dismissWarning();
+  application().access().setShowGate(true);
+  settle(window());
+  EXPECT_GT(goAround(), 2);
+}
+
+TEST_F(WindowRows, are_free_while_a_banner_tells_of_a_scan) {
+  session().rescan();
+  settle(window());
+  const QRectF banner = rectOf(item("banner"));
+  const QRectF modes = rectOf(item("modeBar"));
+  EXPECT_FALSE(banner.intersects(modes));
+  EXPECT_LE(banner.top() - modes.bottom(), 10);
+  for (const char* name : {"grewMode", "compareMode", "largestMode", "treemapMode"}) {
+    click(name);
+    EXPECT_TRUE(item(name)->property("active").toBool()) << name;
+  }
+  finishScan();
+}
+
+class LongestName : public Journey {
+ protected:
+  LongestName() : Journey(std::string(250, 'n') + "/\n  film.mp4 20M\n") {
+    window().resize(1100, 680);
+    session().scanHome();
+    finishScan();
+  }
+};
+
+TEST_F(LongestName, leaves_its_breadcrumb_in_sight_from_end_to_end) {
+  session().open(session().current()->children()[0]);
+  settle(window());
+  QQuickItem* const scroller = item("crumbs");
+  QQuickItem* const chip = itemsNamed(scroller, "chip").back();
+  const QRectF sight = scroller->mapRectToScene(scroller->boundingRect());
+  EXPECT_TRUE(sight.contains(chip->mapRectToScene(chip->boundingRect())));
+  EXPECT_TRUE(itemNamed(chip, "symbol")->isVisible());
+  QQuickItem* const label = itemNamed(chip, "label");
+  EXPECT_TRUE(label->property("truncated").toBool());
+  EXPECT_GT(label->width(), 1000);
+}
+
+}  // namespace
+}  // namespace tessaly
