@@ -84,6 +84,7 @@ TEST_F(FramelessWindow, takes_a_double_click_elsewhere_for_two_presses) {
   const QPoint at(200, 150);
   send(QEvent::MouseButtonPress, at, stood + at, Qt::LeftButton);
   send(QEvent::MouseButtonRelease, at, stood + at, Qt::NoButton);
+  send(QEvent::MouseButtonPress, at, stood + at, Qt::LeftButton);
   send(QEvent::MouseButtonDblClick, at, stood + at, Qt::LeftButton);
   send(QEvent::MouseMove, at, stood + at + QPoint(30, 20), Qt::LeftButton);
   send(QEvent::MouseButtonRelease, at, stood + at + QPoint(30, 20), Qt::NoButton);
