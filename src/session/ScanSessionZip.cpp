@@ -80,7 +80,7 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   auto work = [&dispatch, session, zips = zips_, place, request = std::move(request),
                archive = services_.archive, notes = std::move(notes)] {
     ZipEngine::Archived archived = [&] {
-      const PlaceInWork inWork = PlaceInWork::of(request.to, notes);
+      const PlaceInWork noted = PlaceInWork::of(request.to, notes);
       return archive(request);
     }();
     zips->end(place);
