@@ -208,6 +208,20 @@ TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
   });
 }
 
+// What little there is belongs to the user: a mebibyte, or 64 files, are not plenty.
+TEST_F(FullDisk, keeps_no_reserve_where_room_is_scarce) {
+  for (const char* options : {"size=1m", "size=4m,nr_inodes=48"}) {
+    expectInPrivateMounts([&]() -> std::string {
+      std::string refused = mountTmpfs(options);
+      if (!refused.empty()) return refused;
+      disk_.put(on("film"), "x");
+      const Result<ItemInTrash> moved = move("film");
+      if (!moved) return told(moved);
+      return kept() == 0 ? "" : std::to_string(kept()) + " are kept";
+    });
+  }
+}
+
 TEST_F(FullDisk, records_the_longest_path) {
   expectInPrivateMounts([&]() -> std::string {
     std::string refused = mountTmpfs("size=4m");
