@@ -35,9 +35,15 @@ bool PrivateFile::makeFile(mode_t mode) {
     }
     const UseLock::Taken taken = UseLock::take(file_);
     if (taken == UseLock::Taken::impossible) return true;
+    if (taken == UseLock::Taken::heldByOther) continue;
     struct stat status {};
-    const bool isGone = ::fstat(file_.get(), &status) == 0 && status.st_nlink == 0;
-    if (taken == UseLock::Taken::yes && !isGone) return true;
+    if (::fstat(file_.get(), &status) != 0) {
+      const int code = errno;
+      ::unlinkat(folder_, name_.c_str(), 0);
+      errno = code;
+      return false;
+    }
+    if (status.st_nlink > 0) return true;
   }
   errno = EEXIST;
   return false;
