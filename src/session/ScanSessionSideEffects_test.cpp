@@ -1,6 +1,7 @@
 // What each step of a session changes, with everything in it that could change: that much, and
 // nothing else.
 
+#include <cerrno>
 #include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,6 +54,10 @@ class SideEffects : public SessionFixture {
 
     session().setFocused(gone_);
     willFind(tree_);
+    walks().at(walks().ran()).during = [](const DiskScanner::Callbacks& callbacks) {
+      if (callbacks.unreadable)
+        callbacks.unreadable(SystemError::fromErrno(EACCES, "/data/locked"));
+    };
     session().trashFocused();
     dispatch().drainAll();
 
@@ -94,6 +99,7 @@ class SideEffects : public SessionFixture {
     ASSERT_FALSE(session().lastTrashed().empty());
     ASSERT_FALSE(session().deltas().empty());
     ASSERT_FALSE(session().emptyFolders().empty());
+    ASSERT_EQ(session().unreadable().count, 1U);
   }
 
   // Makes the machine another than the session knows.
@@ -334,8 +340,8 @@ TEST_F(SideEffects, the_end_of_a_scan_keeps_focus_selection_queue_and_menu) {
   willFind(folder("/else", 9 * MiB, {file("/else/x", 9 * MiB), folder("/else/bare", 0)}));
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }),
             (Names{"deltas", "disk", "emptyFolders", "history", "largest", "progress", "recents",
-                   "scanPercent", "scanStats", "stack", "status", "toast", "trashCount", "volumes",
-                   "marrow.lastScanRoot", "marrow.recents"}));
+                   "scanPercent", "scanStats", "stack", "status", "toast", "trashCount",
+                   "unreadable", "volumes", "marrow.lastScanRoot", "marrow.recents"}));
   EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/film", "/data/song"}));
   EXPECT_EQ(session().queue(), (std::vector<DiskNode>{song_, note_}));
 }
@@ -490,6 +496,7 @@ TEST_F(SideEffects, the_next_run_knows_choices_and_tree_and_no_selection_queue_o
   EXPECT_FALSE(session().watching());
   EXPECT_TRUE(session().compareRows().empty());
   EXPECT_TRUE(session().failures().empty());
+  EXPECT_EQ(session().unreadable(), UnreadableItems());
 }
 
 }  // namespace
