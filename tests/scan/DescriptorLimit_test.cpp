@@ -259,7 +259,8 @@ TEST_P(LostDescriptors, leave_no_folder_empty_in_silence) {
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               const Scanned scanned = scanAndNote(tree.path(), GetParam(), [] { lowerLimit(0); });
               const std::set<std::string> told(scanned.told.begin(), scanned.told.end());
-              if (told.empty()) return "nothing was told";
+              // Other threads may have read all of it by then.
+              if (told.empty() && GetParam() == 1) return "nothing was told";
               if (told.size() != scanned.told.size()) return "something was told twice";
               int whole = 0;
               for (int number = 0; number < folders; ++number) {
