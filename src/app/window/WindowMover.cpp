@@ -46,10 +46,8 @@ void WindowMover::mouseUngrabEvent() {
 }
 
 void WindowMover::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->position().y() >= titleHeight_) {
-    mousePressEvent(event);
-    return;
-  }
+  // Below the title bar it is the press that came before it.
+  if (event->position().y() >= titleHeight_) return;
   pull_ = Pull::none;
   zoom();
 }
