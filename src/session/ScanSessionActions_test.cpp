@@ -1,19 +1,12 @@
-// Selection, queue, Trash, excludes, filters and the report.
+// Selection, queue, Trash, excludes and filters.
 
-#include <array>
-#include <cstdint>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
-#include <sys/inotify.h>
-#include <unistd.h>
 #include <vector>
 
 #include <QSignalSpy>
 
-#include "scan/ExportReport.h"
 #include "session/SessionFixture_test.h"
 
 namespace tessaly {
@@ -482,78 +475,6 @@ TEST_F(Actions, a_filter_that_is_not_there_is_not_switched) {
   session().toggleFilter("nothing");
   EXPECT_EQ(session().filters(), before);
   EXPECT_EQ(settings_.binary("marrow.filters"), std::nullopt);
-}
-
-// The report.
-
-TEST_F(Actions, the_report_on_the_node_on_screen_is_written_where_the_user_wants) {
-  const TempTree place;
-  session().open(big_);
-  machine_.savePanel.answer = place.at("report.json");
-  session().exportJSON();
-  ASSERT_THAT(machine_.savePanel.requests, SizeIs(1));
-  EXPECT_EQ(machine_.savePanel.requests.front(),
-            (SavePanel::Request{"marrow-big.json", "json", true}));
-  std::ifstream written(place.at("report.json"));
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(written), {}), ExportReport::json(big_));
-}
-
-// What happens to private files in some folders, in order, as the system tells it.
-class PrivateFilesWatch {
- public:
-  PrivateFilesWatch() : queue_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
-  ~PrivateFilesWatch() { close(queue_); }
-  PrivateFilesWatch(const PrivateFilesWatch&) = delete;
-  PrivateFilesWatch& operator=(const PrivateFilesWatch&) = delete;
-
-  bool add(const std::string& folder) {
-    const std::uint32_t wanted = IN_CREATE | IN_DELETE | IN_MOVED_TO;
-    return inotify_add_watch(queue_, folder.c_str(), wanted) >= 0;
-  }
-
-  // What it is ("+" for one that has come, "-" for one that has gone) and the name up to the part
-  // that is different each time.
-  std::vector<std::string> seen() {
-    std::vector<std::string> all;
-    alignas(inotify_event) std::array<char, 4096> bytes{};
-    ssize_t length = 0;
-    while ((length = read(queue_, bytes.data(), bytes.size())) > 0) {
-      for (ssize_t at = 0; at < length;) {
-        const auto* event = reinterpret_cast<const inotify_event*>(bytes.data() + at);
-        at += static_cast<ssize_t>(sizeof *event) + event->len;
-        const std::string name = event->name;
-        const std::string sign = (event->mask & IN_DELETE) != 0 ? "-" : "+";
-        all.push_back(sign + name.substr(0, name.find_last_of('-')));
-      }
-    }
-    return all;
-  }
-
- private:
-  int queue_;
-};
-
-TEST_F(Actions, the_place_of_a_report_is_noted_while_it_is_written) {
-  const TempTree place;
-  PrivateFilesWatch watch;
-  ASSERT_TRUE(watch.add(place.path()));
-  ASSERT_TRUE(watch.add(machine_.support.path()));
-  session().open(big_);
-  machine_.savePanel.answer = place.at("report.json");
-  session().exportJSON();
-  const std::string own = ".tessaly-" + std::to_string(getpid());
-  EXPECT_THAT(watch.seen(), ElementsAre("+" + own, "+.tessaly-place", "+" + own, "+report.json",
-                                        "-.tessaly-place"));
-}
-
-TEST_F(Actions, a_report_that_cannot_be_written_is_dropped_in_silence) {
-  const TempTree place;
-  const auto toast = session().toast();
-  machine_.savePanel.answer = place.at("nowhere/report.json");
-  session().exportJSON();
-  machine_.savePanel.answer.reset();
-  session().exportJSON();
-  EXPECT_EQ(session().toast(), toast);
 }
 
 // What a scan tells the desktop.

@@ -1,12 +1,16 @@
 // The report on the node on screen, with a panel in which time passes: it runs the event loop, so
 // that scans end and clicks arrive before the user has made up his mind.
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/inotify.h>
+#include <unistd.h>
 #include <vector>
 
 #include "scan/ExportReport.h"
@@ -16,6 +20,7 @@
 namespace tessaly {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -30,6 +35,41 @@ class SlowPanel final : public SavePanel {
   std::function<void()> meanwhile = [] {};
   std::optional<std::string> answer;
   std::vector<Request> requests;
+};
+
+// What happens to private files in some folders, in order, as the system tells it.
+class PrivateFilesWatch {
+ public:
+  PrivateFilesWatch() : queue_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
+  ~PrivateFilesWatch() { close(queue_); }
+  PrivateFilesWatch(const PrivateFilesWatch&) = delete;
+  PrivateFilesWatch& operator=(const PrivateFilesWatch&) = delete;
+
+  bool add(const std::string& folder) {
+    const std::uint32_t wanted = IN_CREATE | IN_DELETE | IN_MOVED_TO;
+    return inotify_add_watch(queue_, folder.c_str(), wanted) >= 0;
+  }
+
+  // What it is ("+" for one that has come, "-" for one that has gone) and the name up to the part
+  // that is different each time.
+  std::vector<std::string> seen() {
+    std::vector<std::string> all;
+    alignas(inotify_event) std::array<char, 4096> bytes{};
+    ssize_t length = 0;
+    while ((length = read(queue_, bytes.data(), bytes.size())) > 0) {
+      for (ssize_t at = 0; at < length;) {
+        const auto* event = reinterpret_cast<const inotify_event*>(bytes.data() + at);
+        at += static_cast<ssize_t>(sizeof *event) + event->len;
+        const std::string name = event->name;
+        const std::string sign = (event->mask & IN_DELETE) != 0 ? "-" : "+";
+        all.push_back(sign + name.substr(0, name.find_last_of('-')));
+      }
+    }
+    return all;
+  }
+
+ private:
+  int queue_;
 };
 
 class Report : public ::testing::Test {
@@ -74,11 +114,34 @@ class Report : public ::testing::Test {
   std::unique_ptr<ScanSession> session_ = makeSession();
 };
 
-TEST_F(Report, is_on_the_node_on_screen_and_not_on_the_root) {
+TEST_F(Report, is_on_the_node_on_screen_and_written_where_the_user_wants) {
   scan(tree_);
   session_->open(big_);
   session_->exportJSON();
+  ASSERT_THAT(panel_.requests, SizeIs(1));
+  EXPECT_EQ(panel_.requests.front(), (SavePanel::Request{"marrow-big.json", "json", true}));
   EXPECT_EQ(written(), ExportReport::json(big_));
+}
+
+TEST_F(Report, is_noted_with_its_place_while_it_is_written) {
+  scan(tree_);
+  PrivateFilesWatch watch;
+  ASSERT_TRUE(watch.add(place_.path()));
+  ASSERT_TRUE(watch.add(machine_.support.path()));
+  session_->exportJSON();
+  const std::string own = ".tessaly-" + std::to_string(getpid());
+  EXPECT_THAT(watch.seen(), ElementsAre("+" + own, "+.tessaly-place", "+" + own, "+report.json",
+                                        "-.tessaly-place"));
+}
+
+TEST_F(Report, is_dropped_in_silence_where_it_cannot_be_written) {
+  scan(tree_);
+  const auto toast = session_->toast();
+  panel_.answer = place_.at("nowhere/report.json");
+  session_->exportJSON();
+  panel_.answer.reset();
+  session_->exportJSON();
+  EXPECT_EQ(session_->toast(), toast);
 }
 
 TEST_F(Report, is_on_the_tree_that_a_scan_has_brought_while_the_panel_was_up) {

@@ -13,8 +13,8 @@
 #include <QTimer>
 
 #include "app/Application.h"
-#include "journeys/Journey.h"
 #include "fixture/Seams.h"
+#include "journeys/Journey.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
