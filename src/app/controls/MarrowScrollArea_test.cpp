@@ -90,7 +90,8 @@ TEST_F(MarrowScrollArea, is_pulled_by_the_finger_and_not_by_the_mouse) {
     pull(from);
     EXPECT_EQ(scrolled(), 0);
   }
-  QPointingDevice* const screen = QTest::createTouchDevice();
+  // Qt keeps devices until the program ends.
+  static QPointingDevice* const screen = QTest::createTouchDevice();
   QTest::touchEvent(&scene_.view(), screen).press(0, QPoint(100, 180));
   for (int step = 1; step <= 8; ++step) {
     QTest::touchEvent(&scene_.view(), screen).move(0, QPoint(100, 180 - 10 * step));
