@@ -21,7 +21,9 @@ bool takesConnections(const std::string& path) {
 
 }  // namespace
 
-WaylandCompositor::WaylandCompositor(const XServer& server, QSize screen) {
+WaylandCompositor::WaylandCompositor(XServer& server, QSize screen) {
+  // It loses its way with a pointer that is on its window as that appears.
+  server.movePointer({screen.width() + 10, screen.height() / 2});
   Result<Process> launched = Process::launch(
       {.path = "/usr/bin/weston",
        .args = {"--no-config", "--backend=x11-backend.so", "--use-pixman", "--shell=kiosk-shell.so",

@@ -17,7 +17,7 @@ namespace tessaly {
 class WaylandCompositor {
  public:
   // Throws std::runtime_error when there is no weston or it does not come up.
-  WaylandCompositor(const XServer& server, QSize screen);
+  WaylandCompositor(XServer& server, QSize screen);
   ~WaylandCompositor();
   WaylandCompositor(const WaylandCompositor&) = delete;
   WaylandCompositor& operator=(const WaylandCompositor&) = delete;
