@@ -201,6 +201,8 @@ TEST_F(WindowMove, is_not_what_a_finger_does_where_something_scrolls) {
   pullByFinger(at("crumbs", {100, 18}), {200, 0});
   EXPECT_LT(scrolled("crumbs", "contentX"), crumbs);
   EXPECT_EQ(window().position(), stood);
+  // What a finger has thrown runs on for a while.
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !item("scrollArea")->property("moving").toBool(); }));
   // The mouse moves the window again.
   const double sidebar = scrolled("scrollArea", "contentY");
   EXPECT_EQ(pull(at("scrollArea", {6, 300}), way), way);

@@ -36,7 +36,9 @@ bool isMessageMoving(const QQuickWindow& window) {
   const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
   if (toast == nullptr) return false;
   const bool isWanted = toast->property("state").toString() == QLatin1String("shown");
-  return isWanted ? toast->opacity() < 1 : toast->opacity() > 0;
+  const double place = toast->parentItem()->mapToScene(toast->position()).y();
+  const bool isLifted = qFuzzyIsNull(toast->mapToScene(QPointF(0, 0)).y() - place);
+  return isWanted ? toast->opacity() < 1 || !isLifted : toast->opacity() > 0;
 }
 
 }  // namespace

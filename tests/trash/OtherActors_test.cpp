@@ -6,6 +6,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <sys/mount.h>
 #include <sys/syscall.h>
@@ -57,7 +58,8 @@ class OtherActor : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = freshDisk();
 };
 
-// Which stop comes after the last move: two a call.
+// Which stop comes after the last move: two a call. Asked of each run by itself, since a sanitizer
+// makes calls of its own, which are more in one run than in another.
 std::size_t stopAfterMove(const TracedRun& run) {
   const auto last = std::find(run.calls.rbegin(), run.calls.rend(), SYS_renameat2);
   return 2 * static_cast<std::size_t>(run.calls.rend() - last);
@@ -74,6 +76,7 @@ TEST_F(OtherActor, that_removes_a_record_before_its_item_comes_leaves_no_item_wi
         stop, [&] { isRemoved = fs::remove(info()); }, act);
     ASSERT_EQ(run.end, End::finished) << run.told;
     ASSERT_TRUE(run.wasInterrupted);
+    if (stop > stopAfterMove(run)) break;
     removals += isRemoved ? 1 : 0;
     EXPECT_EQ(run.told, "") << stop;
     EXPECT_EQ(contentOf(inTrash()), "first") << stop;
@@ -134,6 +137,7 @@ TEST_F(OtherActor, that_takes_the_name_over_before_the_item_comes_keeps_its_reco
         },
         act);
     ASSERT_EQ(run.end, End::finished) << run.told;
+    if (stop > stopAfterMove(run)) break;
     EXPECT_EQ(run.told, "") << stop;
     exchanges += isTaken ? 1 : 0;
     const std::string place = isTaken ? disk_->homeTrash() + "/files/film.2" : inTrash();
@@ -221,24 +225,27 @@ TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_where_that_loses_a_se
   };
   ItemInTrash item = moveAway();
   const auto putBack = [&] { return told(disk_->mover().putBack(item, film())); };
-  const TracedRun plain = SystemCallTrace::refusing(noFlag, putBack);
-  ASSERT_EQ(plain.told, "");
-  const auto linked = std::find(plain.calls.begin(), plain.calls.end(), SYS_linkat);
-  const auto removed = std::find(linked, plain.calls.end(), SYS_unlinkat);
-  ASSERT_NE(removed, plain.calls.end());
-  // Two stops a call; the last one that is safe comes before the look, the call before.
-  const std::size_t lastSafe = 2 * static_cast<std::size_t>(removed - plain.calls.begin()) - 1;
-  for (std::size_t stop = 1; stop <= lastSafe; ++stop) {
+  std::size_t stop = 1;
+  for (;; ++stop) {
     disk_ = freshDisk();
     item = moveAway();
     const TracedRun run = SystemCallTrace::interruptedAt(
         stop, [&] { exchangeInTrash(); }, putBack, noFlag);
     ASSERT_EQ(run.end, End::finished) << run.told;
+    const auto linked = std::find(run.calls.begin(), run.calls.end(), SYS_linkat);
+    const auto removed = std::find(linked, run.calls.end(), SYS_unlinkat);
+    if (removed != run.calls.end()) {
+      const auto look = std::find(std::reverse_iterator(removed), run.calls.rend(), SYS_statx);
+      // Two stops a call: the last one that is safe comes before the look.
+      if (stop >= 2 * static_cast<std::size_t>(run.calls.rend() - look)) break;
+    }
+    ASSERT_TRUE(run.wasInterrupted);
     EXPECT_EQ(contentOf(inTrash()), "the second") << stop;
     EXPECT_EQ(recordedPath(inTrash()), disk_->at("elsewhere/film")) << stop;
     EXPECT_EQ(contentOf(disk_->at("restored")), "first") << stop;
     EXPECT_TRUE(!isThere(film()) || contentOf(film()) == "first") << stop;
   }
+  EXPECT_GT(stop, 20U);
 }
 
 // Just as the item has come back, a program saves a file of its own over it: that one stays.
