@@ -12,20 +12,18 @@ T.Control {
 
     readonly property bool isAsked: visible && (hovered || visualFocus)
 
-    implicitWidth: Math.ceil(label.implicitWidth)
-    implicitHeight: label.implicitHeight
-    visible: label.text !== ""
+    implicitWidth: Math.ceil(implicitContentWidth)
+    implicitHeight: implicitContentHeight
+    visible: map.unreadableText !== ""
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: label.text
+    Accessible.name: map.unreadableText
     Accessible.description: map.unreadableList
     Accessible.focusable: true
 
     contentItem: Text {
-        id: label
-
         objectName: "figure"
         text: figure.map.unreadableText
         color: Theme.warning
