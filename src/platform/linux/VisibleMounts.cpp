@@ -27,8 +27,9 @@ std::vector<Index> sortedBy(std::size_t count, const Key& key) {
 template <class Value, class Key>
 std::span<const Index> equalTo(const std::vector<Index>& sorted, const Value& value,
                                const Key& key) {
-  const auto found = std::ranges::equal_range(sorted, value, {}, key);
-  return {found.begin(), found.end()};
+  const auto first = std::ranges::lower_bound(sorted, value, {}, key);
+  const auto last = std::ranges::upper_bound(first, sorted.end(), value, {}, key);
+  return {first, last};
 }
 
 }  // namespace
