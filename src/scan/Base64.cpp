@@ -34,7 +34,8 @@ std::string encode(std::string_view bytes) {
 std::optional<std::string> decode(std::string_view text) {
   std::string bytes;
   bytes.reserve(text.size() / groupCharacters * groupBytes);
-  const std::size_t length = text.find_last_not_of('=') + 1;  // 0 where nothing else is there
+  const std::size_t length = text.find_last_not_of('=') + 1;  // npos + 1 wraps to 0 for a text of
+                                                              // padding alone
   for (std::size_t at = 0; at < length; at += groupCharacters) {
     const std::string_view group = text.substr(at, groupCharacters).substr(0, length - at);
     std::uint32_t bits = 0;
@@ -47,8 +48,7 @@ std::optional<std::string> decode(std::string_view text) {
       bytes += static_cast<char>(bits >> (16U - 8U * k) & 255U);
     }
   }
-  // Whatever is not as it would be written, in its padding or in bits that stand for nothing, shows
-  // when the bytes are written again.
+  // Encoding again finds wrong padding and unused bits that are not 0.
   if (encode(bytes) != text) return std::nullopt;
   return bytes;
 }

@@ -1,4 +1,4 @@
-// Bytes as text of 64 characters, by RFC 4648, section 4. Pure, safe from any thread.
+// Base64 as in RFC 4648, section 4. Pure, safe from any thread.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@ namespace tessaly::Base64 {
 
 std::string encode(std::string_view bytes);
 
-// The bytes that were encoded; absent for any text that encode() does not give, such as one with
-// blanks in it or without its padding.
+// Decodes what encode() wrote. Absent for any other text, such as one with blanks or without its
+// padding.
 std::optional<std::string> decode(std::string_view text);
 
 }  // namespace tessaly::Base64

@@ -13,7 +13,8 @@ struct Pair {
   std::string text;
 };
 
-// Those of RFC 4648, section 10, and the two characters that are neither letter nor digit.
+// The examples of RFC 4648, section 10, and one with both characters that are neither letter nor
+// digit.
 const Pair pairs[] = {{"", ""},
                       {"f", "Zg=="},
                       {"fo", "Zm8="},
@@ -32,7 +33,7 @@ TEST(Base64, writes_and_reads_the_known_pairs) {
   }
 }
 
-TEST(Base64, any_bytes_come_back) {
+TEST(Base64, decoding_gives_back_any_bytes) {
   std::string bytes;
   for (int k = 0; k < 600; ++k) {
     EXPECT_EQ(Base64::decode(Base64::encode(bytes)), bytes) << k;
@@ -40,7 +41,7 @@ TEST(Base64, any_bytes_come_back) {
   }
 }
 
-TEST(Base64, refuses_what_it_does_not_write) {
+TEST(Base64, decoding_refuses_text_that_encoding_cannot_write) {
   for (const std::string& text :
        {"="s,    "=="s,     "==="s,   "===="s,  "A"s,          "AA"s,       "AAA"s,  "AA="s,
         "A==="s, "AA==="s,  "AAA=="s, "AAAA="s, "AAAA===="s,   "AA==AA=="s, "AB=="s, "AAB="s,

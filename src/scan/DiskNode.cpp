@@ -101,8 +101,8 @@ bool operator==(const DiskNode& a, const DiskNode& b) {
       if (!treeA.pathIs(topA, treeB.path(topB))) return false;
       continue;
     }
-    // The parents' paths are known to be equal here, and the forms are canonical, so that the parts
-    // tell everything.
+    // The parents' paths are already known to be equal and the forms are canonical, so it is enough
+    // to compare the parts.
     const bool isAbsoluteA = entryA.pathForm() == DiskTree::PathForm::absolute;
     const bool isAbsoluteB = entryB.pathForm() == DiskTree::PathForm::absolute;
     if (isAbsoluteA != isAbsoluteB || treeA.pathPart(topA + k) != treeB.pathPart(topB + k)) {

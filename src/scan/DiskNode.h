@@ -1,12 +1,12 @@
-// One node of a finished scan, with all that lies below it.
+// One node of a finished scan, with its whole subtree.
 //
-// A DiskNode is an immutable value. All nodes of a tree live in one block in pre-order, and a
-// DiskNode is a shared reference to its place there: copying costs a reference count, dropping the
-// last copy frees the whole block at once. A node keeps the block it came from alive. Safe to read
-// and to copy from any thread.
+// A DiskNode is an immutable value. All nodes of a tree are stored in one block in pre-order, and a
+// DiskNode is a shared reference to one entry of it: a copy costs a reference count, and dropping
+// the last copy frees the whole block at once. A node keeps its block alive. Safe to read and to
+// copy from any thread.
 //
 // Names and paths are bytes, in whatever encoding the disk holds them. The views that name()
-// returns live as long as the node, or any other node of its tree, does.
+// returns stay valid while any node of the tree exists.
 #pragma once
 
 #include <cstddef>
@@ -38,25 +38,25 @@ class DiskNode {
 
   class Children;
 
-  // A file without name, path and size: what an empty place holds before a node takes it.
+  // A file with an empty name, an empty path and size 0; a node that was moved from is equal to it.
   DiskNode();
 
-  // A node with copies of these children, in this order. Costs time in proportion to the subtree:
-  // for building small trees by hand; DiskTreeBuilder is for large ones.
+  // A node with copies of these children, in this order. Takes time in proportion to the subtree.
+  // For small trees; use DiskTreeBuilder for large ones.
   explicit DiskNode(const Fields& fields, const std::vector<DiskNode>& children = {});
 
-  // The last path component, or what stands for it: "Macintosh HD" for "/", "+ 20 more" for a
+  // The last path component, or the name shown instead: "Macintosh HD" for "/", "+ 20 more" for a
   // remainder.
   std::string_view name() const;
 
-  // Absolute path with symbolic links resolved; the identity of the node. Put together on each
-  // call from the names above it.
+  // Absolute path with symbolic links resolved; identifies the node. Built on each call from the
+  // names of the nodes above it.
   std::string path() const;
 
-  // Bytes on disk of this item and all it contains. Not the sum of the sizes of children().
+  // Bytes on disk of this item and everything in it. Not the sum of the sizes of children().
   std::int64_t size() const;
 
-  // True for directories, and for whatever the scanner treats as a package.
+  // True for directories, and for everything that the scanner treats as a package.
   bool isDir() const;
 
   FileKind kind() const;
@@ -64,13 +64,14 @@ class DiskNode {
   // Newest modification time at or below this item, in seconds since 1970; absent when unknown.
   std::optional<double> mtime() const;
 
-  // Largest first, with a remainder node, if any, last. Empty for files and where the tree stops.
+  // Largest first; a remainder node, if any, is last. Empty for files and at the depth where the
+  // tree is cut off.
   Children children() const;
 
-  // Nodes of the subtree, this one included.
+  // Number of nodes in the subtree, this one included.
   std::size_t subtreeCount() const;
 
-  // All seven fields, children recursively.
+  // Compares all seven fields, children recursively.
   friend bool operator==(const DiskNode& a, const DiskNode& b);
 
  private:
@@ -132,7 +133,7 @@ class DiskNode::Children {
   std::uint32_t count_ = 0;
 };
 
-// What a node is called, apart from where it stands.
+// The fields of a node without its path and its children.
 struct DiskTreeItem {
   std::string_view name;
   std::int64_t size = 0;
@@ -150,23 +151,24 @@ class DiskTreeBuilder {
   DiskTreeBuilder(const DiskTreeBuilder&) = delete;
   DiskTreeBuilder& operator=(const DiskTreeBuilder&) = delete;
 
-  // Makes room for this many nodes and bytes of names ahead, which saves copying while it grows.
+  // Reserves memory for this many nodes and bytes of names, which saves copying while the tree
+  // grows.
   void reserve(std::size_t nodes, std::size_t nameBytes);
 
-  // Opens a node inside the one that is open. `path` is its whole path.
+  // Opens a node inside the open one. `path` is its whole path.
   void open(const DiskTreeItem& item, std::string_view path);
 
-  // The same for a node whose path is that of the open node with `component` appended.
+  // The same for a node whose path is the path of the open node with `component` appended.
   void openBelow(const DiskTreeItem& item, std::string_view component);
   void openBelow(const DiskTreeItem& item) { openBelow(item, item.name); }
 
-  // Opens and closes a copy of a node of another tree with all below it. Paths stay what they are.
+  // Adds a copy of another tree's node with its whole subtree, already closed. Paths do not change.
   void append(const DiskNode& node);
 
   void close();
 
-  // The finished tree; the builder is empty afterwards. Every node must have been closed, and there
-  // must be exactly one at the top.
+  // Returns the finished tree and leaves the builder empty. Every node must have been closed, and
+  // there must be exactly one top node.
   DiskNode finish();
 
  private:

@@ -15,9 +15,9 @@ namespace tessaly::DiskNodeJson {
 
 namespace {
 
-// Writes the nodes of a subtree in their order. A path is never put together: that of the parent is
-// at hand already escaped, and what a node adds to it follows a "/", so that no character can span
-// the seam.
+// Writes the nodes of a subtree in pre-order. No path is built as a whole: the escaped path of the
+// parent is reused, and the part that a node adds follows a "/", so no character can span the
+// joint.
 class Encoder {
  public:
   explicit Encoder(const DiskNode& node)
@@ -38,7 +38,7 @@ class Encoder {
  private:
   struct OpenNode {
     DiskTree::Index index;
-    std::size_t pathBegin;  // its escaped path is this part of paths_
+    std::size_t pathBegin;  // range of its escaped path in paths_
     std::size_t pathEnd;
   };
 
@@ -100,7 +100,7 @@ class Encoder {
   std::string json_;
 };
 
-// Reads a parsed file from its top down, and stops at the first thing that is wrong.
+// Reads a parsed file from the top down and stops at the first error.
 class Decoder {
  public:
   std::optional<DiskNode> decode(std::string_view json) {
@@ -111,8 +111,7 @@ class Decoder {
   }
 
  private:
-  // Recurses no deeper than maximumDepth. `parentPath` is the text that stands for the path of the
-  // open node.
+  // Recurses no deeper than maximumDepth. `parentPath` is the JSON text of the open node's path.
   bool addNode(const simdjson::dom::element& element, std::string_view parentPath, int depth) {
     if (depth > maximumDepth) return false;
     simdjson::dom::object fields;
@@ -151,8 +150,9 @@ class Decoder {
     return true;
   }
 
-  // What `path` adds to that of the parent. Texts that begin alike stand for bytes that begin
-  // alike, so that most paths need not be looked at any closer. Absent where they do not.
+  // The part that `path` adds to `parentPath`; absent when `path` does not begin with it. Texts
+  // with the same beginning stand for bytes with the same beginning, so most paths need no
+  // decoding.
   static std::optional<std::string_view> componentBelow(std::string_view parentPath,
                                                         std::string_view path) {
     if (!path.starts_with(parentPath)) return std::nullopt;
@@ -173,7 +173,7 @@ class Decoder {
     }
   }
 
-  // Takes whole numbers as well, and null for an absent time.
+  // Accepts whole numbers as well, and null for an absent time.
   static bool readTime(const simdjson::dom::element& element, std::optional<double>& value) {
     if (element.is_null()) {
       value.reset();
@@ -182,7 +182,7 @@ class Decoder {
     return JsonDom::read(element, value);
   }
 
-  // The system would take such a path for the shorter one that ends there, which is another item.
+  // The system would cut such a path at the NUL, and so name another item.
   static bool holdsNul(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
   static std::string_view asBytes(std::string_view text, std::string& storage) {

@@ -1,6 +1,6 @@
-// A tree of nodes as JSON: one object a node, with the keys "name", "path", "size", "isDir",
-// "kind", "children" and, where the time is known, "mtime", in this order and without blanks. Names
-// and paths are written as JsonText tells, so that any bytes survive. Pure, safe from any thread.
+// A tree of nodes as JSON: one object per node, with the keys "name", "path", "size", "isDir",
+// "kind", "children" and, if the time is known, "mtime", in this order and without blanks. Names
+// and paths are written as JsonText.h describes, so any bytes survive. Pure, safe from any thread.
 #pragma once
 
 #include <optional>
@@ -11,14 +11,14 @@
 
 namespace tessaly::DiskNodeJson {
 
-// How far below the root a node of a tree that is read may lie.
+// Deepest level below the root that decode() accepts.
 inline constexpr int maximumDepth = 64;
 
 std::string encode(const DiskNode& node);
 
-// The tree that was encoded; absent when `json` is anything else. Keys may stand in any order, and
-// unknown ones are passed over. Also refused is what no scan can have written and what would end
-// the program later on: a negative size, sizes that add up to more than 64 bits, more than
+// Decodes what encode() wrote; absent when `json` is anything else. Keys may be in any order, and
+// unknown ones are ignored. Also refused are trees that no scan can have written and that would end
+// the program later: a negative size, sizes that add up to more than 64 bits, more than
 // maximumDepth levels below the root, a name or a path with a NUL byte in it.
 std::optional<DiskNode> decode(std::string_view json);
 

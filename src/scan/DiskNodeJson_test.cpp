@@ -15,7 +15,7 @@ using DiskNodeJson::encode;
 const std::string leafText =
     R"({"name":"a","path":"/a","size":1,"isDir":false,"kind":"other","children":[]})";
 
-// The text of a leaf with one value, or one key, replaced.
+// The JSON of a leaf with one value, or one key, replaced.
 std::string leafWith(const std::string& from, const std::string& to) {
   std::string text = leafText;
   const std::size_t position = text.find(from);
@@ -38,7 +38,7 @@ std::string timeText(double mtime) {
   return text.substr(begin + 8, text.size() - begin - 9);
 }
 
-// A tree of `levels` nodes below one another.
+// A tree of `levels` nodes, each the only child of the one before.
 std::string chainText(int levels) {
   std::string text;
   for (int level = 0; level < levels; ++level) {
@@ -77,7 +77,7 @@ TEST(DiskNodeJsonEncode, writes_a_node_inside_a_tree_as_a_tree) {
   EXPECT_EQ(decode(encode(inside)), inside);
 }
 
-TEST(DiskNodeJsonEncode, keeps_paths_apart_from_those_of_the_parents) {
+TEST(DiskNodeJsonEncode, writes_a_path_that_does_not_begin_with_the_parents_path) {
   const DiskNode tree({"/", "/", 3, true, FileKind::folder, {}},
                       {DiskNode({"u", "/u", 2, true, FileKind::folder, {}},
                                 {DiskNode({"far", "/far/away", 1, true, FileKind::folder, {}},
@@ -102,7 +102,7 @@ TEST(DiskNodeJsonEncode, writes_times_as_short_as_they_can_be_read_back) {
   }
 }
 
-TEST(DiskNodeJsonEncode, leaves_out_a_time_that_is_no_number) {
+TEST(DiskNodeJsonEncode, leaves_out_a_time_that_is_not_finite) {
   EXPECT_EQ(timeText(std::numeric_limits<double>::quiet_NaN()), "");
   EXPECT_EQ(timeText(std::numeric_limits<double>::infinity()), "");
 }
@@ -113,7 +113,7 @@ TEST(DiskNodeJsonEncode, writes_sizes_up_to_the_largest) {
   EXPECT_EQ(decode(encode(node)), node);
 }
 
-TEST(DiskNodeJsonEncode, escapes_what_is_no_text) {
+TEST(DiskNodeJsonEncode, escapes_bytes_that_are_not_utf8) {
   const DiskNode node({"\xff\n\"", "/\xff\n\"", 1, false, FileKind::other, {}});
   EXPECT_TRUE(encode(node).starts_with(
       "{\"name\":\"\U0010FFFF\\n\\\"\",\"path\":\"/\U0010FFFF\\n\\\"\",\"size\":1,"))
@@ -181,7 +181,7 @@ TEST(DiskNodeJsonDecode, refuses_an_unknown_kind) {
   EXPECT_EQ(decode(leafWith("\"other\"", "\"\"")), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_sizes_that_cannot_be) {
+TEST(DiskNodeJsonDecode, refuses_sizes_below_zero_or_beyond_64_bits) {
   EXPECT_EQ(decode(leafWith(":1,", ":-1,")), std::nullopt);
   EXPECT_EQ(decode(leafWith(":1,", ":9223372036854775808,")), std::nullopt);
   EXPECT_EQ(decode(leafWith(":1,", ":99999999999999999999999,")), std::nullopt);
@@ -197,7 +197,7 @@ TEST(DiskNodeJsonDecode, refuses_sizes_that_add_up_to_too_much) {
   EXPECT_EQ(decode(encode(tree(2))), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_what_is_too_deep) {
+TEST(DiskNodeJsonDecode, refuses_a_tree_that_is_too_deep) {
   EXPECT_TRUE(decode(chainText(DiskNodeJson::maximumDepth + 1)));
   EXPECT_EQ(decode(chainText(DiskNodeJson::maximumDepth + 2)), std::nullopt);
   EXPECT_EQ(decode(chainText(100000)), std::nullopt);
@@ -206,7 +206,7 @@ TEST(DiskNodeJsonDecode, refuses_what_is_too_deep) {
             std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_what_is_no_tree) {
+TEST(DiskNodeJsonDecode, refuses_json_that_is_no_tree) {
   for (const char* text : {"", " ", "null", "1", "\"a\"", "[]", "{}", "[{}]", "{", "}", "\0", "NaN",
                            "{\"name\":\"\xff\"}", "\xef\xbb\xbf"}) {
     EXPECT_EQ(decode(text), std::nullopt) << text;
@@ -215,8 +215,8 @@ TEST(DiskNodeJsonDecode, refuses_what_is_no_tree) {
   EXPECT_EQ(decode(leafText + leafText), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, paths_are_told_apart_by_what_their_texts_stand_for) {
-  // The name of the folder, as text and byte by byte.
+TEST(DiskNodeJsonDecode, compares_paths_by_their_bytes_and_not_by_their_escapes) {
+  // The name of the folder, first as text and then byte by byte.
   const std::string bytes = "/\U0010FFC3\U0010FFA9";
   const auto folderWith = [](const std::string& path, const std::string& childPath) {
     return decode(R"({"name":"é","path":")" + path +
@@ -247,7 +247,7 @@ TEST(DiskNodeJsonDecode, refuses_nul_bytes) {
   EXPECT_EQ(decode(leafText + "\0"s), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, of_several_values_under_one_key_the_last_one_counts) {
+TEST(DiskNodeJsonDecode, takes_the_last_of_several_values_for_one_key) {
   EXPECT_EQ(decode(leafWith("\"isDir\"", R"("size":5,"isDir")")),
             DiskNode({"a", "/a", 5, false, FileKind::other, {}}));
 }
@@ -261,7 +261,7 @@ TEST(DiskNodeJsonDecode, refuses_text_that_is_not_utf8) {
   EXPECT_EQ(decode(leafWith("\"a\"", "\"\xed\xa0\x80\"")), std::nullopt);
 }
 
-// Any tree that a scan may give, and a few that it may not.
+// A random tree of any shape that a scan may return, and some that it may not.
 DiskNode randomTree(std::mt19937_64& random, const std::string& path, int depth) {
   const auto randomName = [&random] {
     std::string name;
@@ -301,7 +301,7 @@ DiskNode randomTree(std::mt19937_64& random, const std::string& path, int depth)
   return DiskNode(fields, children);
 }
 
-TEST(DiskNodeJson, random_trees_come_back_the_same) {
+TEST(DiskNodeJson, random_trees_are_equal_after_a_round_trip) {
   std::mt19937_64 random(7);
   std::size_t nodes = 0;
   for (int round = 0; round < 300; ++round) {
@@ -336,7 +336,7 @@ TEST(DiskNodeJson, a_text_with_one_byte_changed_is_refused_or_read_as_another_tr
     changed[position] = static_cast<char>(changed[position] ^ (1U << (random() % 8)));
     const std::optional<DiskNode> back = decode(changed);
     if (back) {
-      // Whatever was read is a tree that can be written and read again.
+      // A tree that was read can be written and read again.
       EXPECT_EQ(decode(encode(*back)), back);
     } else {
       ++refused;

@@ -41,7 +41,7 @@ DiskTree::PathForm formOf(const DiskNode& node) {
   return DiskTree::of(node).entry(DiskTree::indexOf(node)).pathForm();
 }
 
-// A chain of folders below one another, the lowest at `depth`.
+// A chain of folders, each inside the one before, the lowest at `depth`.
 DiskNode chainOf(int depth, std::int64_t lowestSize) {
   DiskTreeBuilder builder;
   builder.open({"top", 1, true, FileKind::folder, std::nullopt}, "/top");
@@ -151,14 +151,14 @@ TEST(DiskNode, a_remainder_has_a_path_of_its_own_below_its_parent) {
   EXPECT_EQ(formOf(remainder), DiskTree::PathForm::component);
 }
 
-TEST(DiskNode, bytes_that_are_no_text_stay_as_they_are) {
+TEST(DiskNode, names_keep_bytes_that_are_not_utf8) {
   const std::string odd = "caf\xe9\n\xff\x80";
   const DiskNode node = folder("/\xfe", 1, {file("/\xfe/" + odd, 1)});
   EXPECT_EQ(node.children().front().name(), odd);
   EXPECT_EQ(node.children().front().path(), "/\xfe/" + odd);
 }
 
-TEST(DiskTree, knows_a_path_without_building_it) {
+TEST(DiskTree, pathIs_compares_a_path_without_building_it) {
   const DiskNode root = folder("/x/a", 1, {folder("/x/a/b", 1, {file("/x/a/b/c", 1)})});
   const DiskNode c = root.children().front().children().front();
   const auto isPathOfC = [&c](std::string_view path) {
@@ -202,7 +202,7 @@ TEST(DiskTreeBuilder, a_path_below_that_of_the_parent_is_not_stored) {
       forms, ElementsAre(name, component, component, absolute, absolute, absolute, name, absolute));
 }
 
-TEST(DiskTreeBuilder, a_child_of_a_path_that_ends_in_a_slash_needs_no_other) {
+TEST(DiskTreeBuilder, a_path_below_a_parent_that_ends_in_a_slash_is_not_stored) {
   DiskTreeBuilder builder;
   builder.open({"a", 1, true, FileKind::folder, std::nullopt}, "/a");
   builder.open({"", 1, true, FileKind::folder, std::nullopt}, "/a/");
@@ -238,7 +238,7 @@ TEST(DiskTreeBuilder, builds_the_same_as_the_constructor_from_fields) {
   EXPECT_EQ(std::hash<DiskNode>{}(built), std::hash<DiskNode>{}(byHand));
 }
 
-TEST(DiskTreeBuilder, an_appended_subtree_keeps_its_paths_wherever_it_comes_to_stand) {
+TEST(DiskTreeBuilder, an_appended_subtree_keeps_its_paths_below_any_parent) {
   const DiskNode subtree =
       folder("/a/b", 4, {folder("/a/b/c", 3, {file("/a/b/c/d", 3)}), file("/other", 1)});
   const DiskNode atHome = folder("/a", 4, {file("/a/z", 9), subtree, file("/a/y", 1)});
@@ -252,7 +252,7 @@ TEST(DiskTreeBuilder, an_appended_subtree_keeps_its_paths_wherever_it_comes_to_s
   EXPECT_THAT(namesOf(atHome.children()), ElementsAre("z", "b", "y"));
 }
 
-TEST(DiskTreeBuilder, is_empty_again_after_finish) {
+TEST(DiskTreeBuilder, finish_leaves_the_builder_empty) {
   DiskTreeBuilder builder;
   builder.open({"a", 1, false, FileKind::other, {}}, "/a");
   builder.close();
@@ -265,7 +265,7 @@ TEST(DiskTreeBuilder, is_empty_again_after_finish) {
   EXPECT_EQ(second.subtreeCount(), 1U);
 }
 
-TEST(DiskTreeBuilder, leaves_no_room_unused) {
+TEST(DiskTreeBuilder, a_finished_tree_has_no_spare_memory) {
   DiskTreeBuilder builder;
   builder.reserve(1000, 100000);
   builder.open({"a", 1, false, FileKind::other, {}}, "/a");
@@ -273,7 +273,7 @@ TEST(DiskTreeBuilder, leaves_no_room_unused) {
   EXPECT_LT(DiskTree::of(builder.finish()).bytesHeld(), 200U);
 }
 
-TEST(DiskNodeEquality, covers_all_seven_fields) {
+TEST(DiskNodeEquality, equality_covers_all_seven_fields) {
   const DiskNode::Fields fields{"n", "/p/n", 5, true, FileKind::folder, 1.5};
   const DiskNode node(fields);
   EXPECT_EQ(node, DiskNode(fields));
@@ -298,7 +298,7 @@ TEST(DiskNodeEquality, an_absent_time_is_not_the_time_zero) {
             DiskNode({"n", "/n", 1, false, FileKind::other, std::nullopt}));
 }
 
-TEST(DiskNodeEquality, sees_a_difference_far_below) {
+TEST(DiskNodeEquality, finds_a_difference_deep_in_the_tree) {
   const auto tree = [](std::int64_t size, const std::string& lowest) {
     return folder("/a", 9, {folder("/a/b", 9, {file(lowest, size)}), file("/a/c", 1)});
   };
@@ -310,8 +310,8 @@ TEST(DiskNodeEquality, sees_a_difference_far_below) {
   EXPECT_NE(tree(3, "/a/b/x"), tree(3, "x"));
 }
 
-TEST(DiskNodeEquality, sees_which_folder_holds_a_node) {
-  // The same nodes in the same pre-order, one of them once as a child and once as a sibling.
+TEST(DiskNodeEquality, nodes_below_different_parents_are_different) {
+  // The same nodes in the same pre-order, with one of them first as a child and then as a sibling.
   const DiskNode::Fields b{"b", "/a/b", 1, true, FileKind::folder, std::nullopt};
   const DiskNode x = file("/q/x", 1);
   const DiskNode inside = folder("/a", 2, {DiskNode(b, {x})});
@@ -320,7 +320,7 @@ TEST(DiskNodeEquality, sees_which_folder_holds_a_node) {
   EXPECT_NE(std::hash<DiskNode>{}(inside), std::hash<DiskNode>{}(beside));
 }
 
-TEST(DiskNodeEquality, does_not_ask_where_the_nodes_are_kept) {
+TEST(DiskNodeEquality, equal_nodes_of_different_trees_are_equal) {
   const DiskNode alone = folder("/a/b", 4, {file("/a/b/c", 4)});
   const DiskNode below = folder("/a", 4, {alone}).children().front();
   EXPECT_EQ(alone, below);

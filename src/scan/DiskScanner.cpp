@@ -23,22 +23,22 @@ using Index = ScanAccumulator::Index;
 using Item = DirectoryWalk::Item;
 using Type = DirectoryWalk::Type;
 
-// The mark of a directory inside a package that is counted as one.
+// Mark for a directory inside a package whose contents count as one item.
 constexpr std::uint8_t insidePackage = 1;
 
 std::string rootName(const std::string& root) {
   return root == "/" ? "Macintosh HD" : root.substr(root.rfind('/') + 1);
 }
 
-// What one item inside a package adds to its size. Nothing in there is left out.
+// Size that an item inside a package adds to the package. Skip rules do not apply in there.
 std::int64_t sizeInPackage(const Item& item) {
   const bool adds = item.type != Type::directory && item.type != Type::link && item.hasAttributes;
   return adds ? item.allocatedSize : 0;
 }
 
-// Folds the items of a walk, which come in pre-order, into the accumulator. Sizes are gathered in
-// the open directories and handed up when a directory is left, so that an item costs the same at
-// any depth.
+// Folds the items of a walk, which come in pre-order, into the accumulator. Each open directory
+// gathers the sizes below it and hands its sum to its parent when it is left, so an item costs the
+// same at any depth.
 class Folding {
  public:
   Folding(const std::string& name, const NameSet& important)
@@ -46,12 +46,12 @@ class Folding {
     open_.push_back({.node = ScanAccumulator::root, .keepsSmallFiles = important_.contains(name)});
   }
 
-  // Leaves all directories that hold no item of this depth.
+  // Leaves all open directories that cannot contain an item of this depth.
   void leaveTo(std::uint32_t depth) {
     while (open_.size() > depth) leaveDirectory();
   }
 
-  // Adds an item to the directory that is open. `isDir` is what its node will say.
+  // Adds an item to the open directory. `isDir` is the flag of its node.
   void add(const Item& item, std::int64_t size, bool isDir) {
     Directory& parent = open_.back();
     const double mtime = item.hasAttributes ? item.mtime : 0;
@@ -82,7 +82,7 @@ class Folding {
                      .isBundle = isAppName(item.name)});
   }
 
-  // Adds to the item that was added last, which is opaque and not entered.
+  // Adds to the size of the item that was added last, a package that is not entered.
   void addToLast(std::int64_t size) {
     Directory& parent = open_.back();
     parent.size = checkedAdd(parent.size, size);
@@ -98,13 +98,14 @@ class Folding {
 
  private:
   struct Directory {
-    Index node = ScanAccumulator::none;  // none inside a bundle and below the deepest level
+    Index node = ScanAccumulator::none;  // none inside a bundle or below the deepest level
     bool keepsSmallFiles = false;
-    bool isBundle = false;  // everything below is counted in it, without nodes
+    bool isBundle = false;  // all items below count in its size, without nodes
     std::int64_t size = 0;
-    std::int64_t smallFiles = 0;  // counted once more in the directory itself
+    std::int64_t smallFiles = 0;  // added once more to the size of this directory
     double mtime = 0;
-    // Children by name; only for a directory read in several runs, see DirectoryWalk::Item.
+    // Children by name; only for a directory that was read in several runs, see
+    // DirectoryWalk::Item.
     std::unique_ptr<std::unordered_map<std::string_view, Index>> byName = {};
   };
 
@@ -144,7 +145,7 @@ class Folding {
   Index last_ = ScanAccumulator::none;
 };
 
-// One run of scan().
+// One call of scan().
 class Scan {
  public:
   Scan(const std::string& root, const Callbacks& callbacks, const Options& options,
@@ -180,7 +181,7 @@ class Scan {
       closePackage();
       ++items;
       if (isCancelled()) {
-        // To put the part together takes a moment, in which nobody needs to read on.
+        // Freezing takes a moment; the readers ahead have no use during it.
         walk.stop();
         if (callbacks_.progress) callbacks_.progress("Cancelled");
         break;
@@ -201,7 +202,7 @@ class Scan {
 
   DiskNode frozen() { return freeze(folding_.finish(), root_, important_, expandPackages_); }
 
-  // Called from the threads that read ahead.
+  // Called on the threads that read ahead.
   DirectoryWalk::Descent decide(const DirectoryWalk::Candidate& candidate) const {
     if (candidate.mark == insidePackage) return {.enter = true, .mark = insidePackage};
     if (rules_.skips(candidate.name, [&] { return candidate.path(); }) ||
@@ -212,7 +213,7 @@ class Scan {
     return {.enter = true, .mark = opaque ? insidePackage : std::uint8_t{0}};
   }
 
-  // The walk looks at files before it is known whether they are left out.
+  // The walk reads the attributes of a file before it asks whether the file is left out.
   void tell(const DirectoryWalk::Candidate& item, int code) const {
     if (!callbacks_.unreadable || (item.depth > 0 && !decide(item).enter)) return;
     callbacks_.unreadable(SystemError::fromErrno(code, item.path()));
@@ -251,7 +252,7 @@ class Scan {
     names_.emplace_back(item.name);
   }
 
-  // What a package holds counts where it is more than the package's own entry.
+  // The package counts as much as its contents if those are larger than its own entry.
   void closePackage() {
     if (!inPackage_) return;
     inPackage_ = false;
@@ -271,7 +272,7 @@ class Scan {
   const SkipRules rules_;
   const NameSet important_;
   Folding folding_;
-  std::vector<std::string> names_;  // of the directories open below the root
+  std::vector<std::string> names_;  // names of the open directories below the root
   bool inPackage_ = false;
   std::int64_t packageOwn_ = 0;
   std::int64_t packageContents_ = 0;

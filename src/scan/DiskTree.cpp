@@ -5,7 +5,7 @@
 namespace tessaly {
 
 const DiskTree& DiskTree::of(const DiskNode& node) {
-  // Never destroyed, so that nodes of static storage may outlive it.
+  // Never destroyed, so that static DiskNodes may outlive it.
   static const DiskTree* const empty = [] {
     auto* tree = new DiskTree;
     Entry entry;
@@ -44,7 +44,7 @@ std::size_t DiskTree::pathLength(Index index) const {
 }
 
 std::string DiskTree::path(Index index) const {
-  // Filled from its end, since a node knows its parent and not the way down to itself.
+  // Filled from the end, since a node knows its parent but not its children on the way down.
   std::string path(pathLength(index), '/');
   std::size_t position = path.size();
   while (true) {

@@ -1,14 +1,13 @@
-// How a tree of nodes lies in memory: one array of fixed-size entries in pre-order and one string
-// that holds their texts. Private to this room; everybody else sees DiskNode.
+// Storage of a tree of nodes: one array of fixed-size entries in pre-order and one string with all
+// their texts. Private to this room; all other code uses DiskNode.
 //
-// Pre-order makes the rest follow: the first child of a node is the entry after it, the next
-// sibling of a node is the entry where its subtree ends, and a subtree is one unbroken range of
-// entries and of texts. So comparing, hashing and copying are loops over a range, however deep the
-// tree is.
+// Pre-order has these consequences: the first child of a node is the next entry, the next sibling
+// of a node is the entry where its subtree ends, and a subtree is one contiguous range of entries
+// and of texts. So comparing, hashing and copying are loops over a range, however deep the tree is.
 //
-// Most paths are never stored. A node whose path is that of its parent with something appended
-// keeps only what is appended, and nothing at all when that is its own name. The form is canonical:
-// whenever a path begins with the parent's path, it is kept relative to it.
+// Most paths are never stored. A node whose path begins with the path of its parent stores only the
+// rest, and nothing when that rest is its own name. The form is canonical: whenever a path begins
+// with the parent's path, it is stored relative to it.
 #pragma once
 
 #include <cstddef>
@@ -28,15 +27,16 @@ class DiskTree {
   static constexpr Index noParent = UINT32_MAX;
 
   enum class PathForm : std::uint8_t {
-    name,       // the parent's path with the name appended
-    component,  // the parent's path with a component of its own appended
-    absolute    // a whole path of its own
+    name,       // the parent's path and the name
+    component,  // the parent's path and another component
+    absolute    // a whole path
   };
 
   struct Entry {
     std::int64_t size = 0;
     double mtime = 0;
-    std::uint32_t textOffset = 0;  // the name; for two of the forms, length and bytes of the rest
+    std::uint32_t textOffset = 0;  // the name; two of the forms add length and bytes of the path
+                                   // part
     std::uint32_t nameLength = 0;
     Index parent = noParent;
     Index end = 0;  // just past the last node of the subtree
@@ -58,11 +58,11 @@ class DiskTree {
   };
   static_assert(sizeof(Entry) == 40);
 
-  // Where a node stands. A node without a tree stands at the one entry of an empty tree.
+  // Tree and index of a node. A default node has index 0 of an empty tree with one entry.
   static const DiskTree& of(const DiskNode& node);
   static Index indexOf(const DiskNode& node) { return node.tree_ ? node.index_ : 0; }
 
-  // The node at `index` of the tree that `node` stands in.
+  // The node at `index` of the tree that `node` belongs to.
   static DiskNode nodeAt(const DiskNode& node, Index index) { return {node.tree_, index}; }
 
   const Entry& entry(Index index) const { return entries_[index]; }
@@ -73,26 +73,26 @@ class DiskTree {
     return {texts_.data() + entry.textOffset, entry.nameLength};
   }
 
-  // What the path of this node adds to that of its parent; the whole path in the absolute form.
+  // The part that this node's path adds to its parent's; the whole path in the absolute form.
   std::string_view pathPart(Index index) const;
 
   std::string path(Index index) const;
   std::size_t pathLength(Index index) const;
 
-  // Whether path() would give `path`, without building it.
+  // Whether path() would return `path`, without building it.
   bool pathIs(Index index, std::string_view path) const;
 
-  // Memory set aside for entries and texts.
+  // Memory allocated for entries and texts.
   std::size_t bytesHeld() const { return entries_.capacity() * sizeof(Entry) + texts_.capacity(); }
 
-  // Whether a path below this one is joined without a "/" in between: for "/" itself.
+  // True only where a child's path is joined without a "/" in between: for "/".
   bool endsInSlash(Index index) const;
 
  private:
   friend class DiskTreeBuilder;
 
-  // Where the texts of the node at `index` begin, and where all texts end for the index past the
-  // last one.
+  // Offset of the texts of the node at `index`; for the index past the last one, the end of all
+  // texts.
   std::size_t textBegin(Index index) const {
     return index < count() ? entries_[index].textOffset : texts_.size();
   }

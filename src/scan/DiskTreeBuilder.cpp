@@ -97,7 +97,7 @@ void DiskTreeBuilder::append(const DiskNode& node) {
   open({node.name(), node.size(), node.isDir(), node.kind(), node.mtime()}, node.path());
   const Index to = openNodes_.back().index;
 
-  // What lies below is taken over as it lies there: one range of entries, one range of texts.
+  // The subtree is copied as it is: one range of entries, one range of texts.
   const std::size_t textFrom = source.textBegin(from + 1);
   const std::size_t textSize = source.textBegin(top.end) - textFrom;
   checkRoom(top.end - from - 1, textSize);

@@ -12,7 +12,7 @@ namespace {
 void write(JsonWriter& json, const DiskNode& node) {
   json.beginObject();
   json.key("children").beginArray();
-  // No tree is deeper than DiskNodeJson::maximumDepth.
+  // Recurses no deeper than DiskNodeJson::maximumDepth, the limit of every tree.
   for (const DiskNode& child : node.children()) write(json, child);
   json.endArray();
   json.key("isDir").boolean(node.isDir());

@@ -1,4 +1,4 @@
-// A tree as a report for people and other programs: JSON in lines. Pure, safe from any thread.
+// A tree as a report for people and other programs, in indented JSON. Pure, safe from any thread.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace tessaly::ExportReport {
 
-// `from` and all below it: one object a node, its keys in alphabetical order, "mtime" only where
-// the time is known and "children" always. Ends in a line feed. Names and paths are written as
-// JsonText tells, so the report is valid UTF-8 whatever they are.
+// `from` and its subtree: one object per node with its keys in alphabetical order, "mtime" only if
+// the time is known, "children" always. Ends in a line feed. Names and paths are written as
+// JsonText.h describes, so the report is always valid UTF-8.
 std::string json(const DiskNode& from);
 
 }  // namespace tessaly::ExportReport

@@ -27,7 +27,7 @@ TEST(ExportReport, a_file_is_one_object_with_an_empty_array_of_children) {
             "}\n");
 }
 
-TEST(ExportReport, the_time_is_left_out_at_each_level_where_it_is_not_known) {
+TEST(ExportReport, an_unknown_time_is_left_out_at_any_level) {
   const DiskNode inner = node({.name = "b", .path = "/a/b", .size = 1, .mtime = 1.5});
   const DiskNode outer = node(
       {.name = "a", .path = "/a", .size = 1, .isDir = true, .kind = FileKind::folder}, {inner});
@@ -52,7 +52,7 @@ TEST(ExportReport, the_time_is_left_out_at_each_level_where_it_is_not_known) {
             "}\n");
 }
 
-TEST(ExportReport, slashes_stand_as_they_are_and_odd_names_stay_readable) {
+TEST(ExportReport, slashes_are_not_escaped_and_odd_names_stay_readable) {
   const std::string report =
       ExportReport::json(node({.name = "a\"b\n\xff", .path = "/x/a\"b\n\xff", .size = 0}));
   EXPECT_NE(report.find("\"name\": \"a\\\"b\\n\xF4\x8F\xBF\xBF\""), std::string::npos) << report;

@@ -1,5 +1,4 @@
-// The nine kinds that a scanned item falls into. The order is that of the list of all cases and
-// breaks ties wherever kinds are sorted.
+// The nine kinds of scanned items. Their order here breaks ties wherever kinds are sorted.
 #pragma once
 
 #include <array>
@@ -25,10 +24,10 @@ inline constexpr std::array<FileKind, 9> allFileKinds = {
     FileKind::folder, FileKind::app,     FileKind::video, FileKind::image, FileKind::document,
     FileKind::code,   FileKind::archive, FileKind::disk,  FileKind::other};
 
-// The kind as it is written in files: its name, "folder" to "other".
+// The kind as written in files: its name, "folder" to "other".
 std::string_view rawText(FileKind kind);
 
-// The kind written as `raw`; absent for any other text.
+// The kind that rawText() writes as `raw`; absent for any other text.
 std::optional<FileKind> fileKindFromRawText(std::string_view raw);
 
 }  // namespace tessaly

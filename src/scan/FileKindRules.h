@@ -1,4 +1,4 @@
-// Which kind an item is of, by its name alone. Pure, safe from any thread.
+// Derives the kind of an item from its name alone. Pure, safe from any thread.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace tessaly::FileKindRules {
 
-// The endings of each kind, in lower case and without the dot.
+// The extensions of each kind, in lower case and without the dot.
 inline constexpr std::array<std::string_view, 6> video = {"mp4", "mov",  "mkv",
                                                           "avi", "webm", "m4v"};
 inline constexpr std::array<std::string_view, 9> image = {"jpg",  "jpeg", "png", "gif", "heic",
@@ -24,18 +24,18 @@ inline constexpr std::array<std::string_view, 6> archive = {"zip", "tar", "gz", 
 inline constexpr std::array<std::string_view, 4> disk = {"dmg", "iso", "sparseimage",
                                                          "sparsebundle"};
 
-// Names of the folders whose small files a person knows one by one, so that each keeps a node.
-// Compared exactly.
+// Names of the folders whose small files people know one by one, so that each of these files keeps
+// a node. Compared exactly.
 inline const std::unordered_set<std::string>& important(const Places& places = Places::current()) {
   return places.importantFolders;
 }
 
-// A directory is an app or a folder, whatever else its name says. A file whose name ends as that of
-// an app does is one.
+// A directory is an app or a folder, whatever its extension. A file with the extension of an app is
+// an app too.
 FileKind classify(std::string_view name, bool isDir);
 
-// What follows the last dot of the last component of `name`, as a view into it. Empty when there is
-// no dot, when nothing follows it, and when the component merely begins with it.
+// The text after the last dot of the last component of `name`, as a view into it. Empty when there
+// is no dot, when nothing follows it, and when the component only begins with it.
 std::string_view pathExtension(std::string_view name);
 
 }  // namespace tessaly::FileKindRules

@@ -49,7 +49,7 @@ TEST(FileKindRules, a_name_without_a_listed_extension_is_other) {
   EXPECT_EQ(classify("+ 20 more", false), FileKind::other);
 }
 
-TEST(FileKindRules, bytes_that_are_no_text_do_not_hide_the_extension) {
+TEST(FileKindRules, finds_the_extension_after_bytes_that_are_not_utf8) {
   EXPECT_EQ(classify("caf\xe9.PDF", false), FileKind::document);
 }
 
@@ -58,8 +58,8 @@ TEST(FileKindRules, a_disk_image_is_a_disk_only_as_a_file) {
   EXPECT_EQ(classify("install.dmg", false), FileKind::disk);
 }
 
-// All endings with their kinds, apart from the tables in use, so that one which is lost, added or
-// moved there fails a test.
+// All extensions with their kinds, written independently of the tables in use, so that one which is
+// lost, added or moved there fails a test.
 const std::map<std::string, FileKind> kindOfEnding = {
     {"mp4", FileKind::video},        {"mov", FileKind::video},
     {"mkv", FileKind::video},        {"avi", FileKind::video},
@@ -87,7 +87,7 @@ const std::map<std::string, FileKind> kindOfEnding = {
     {"sparseimage", FileKind::disk}, {"sparsebundle", FileKind::disk},
 };
 
-TEST(FileKindRules, every_ending_gives_its_kind_to_a_file_and_to_no_directory) {
+TEST(FileKindRules, every_extension_gives_its_kind_to_files_but_not_to_directories) {
   for (const auto& [ending, kind] : kindOfEnding) {
     EXPECT_EQ(classify("x." + ending, false), kind) << ending;
     EXPECT_EQ(classify("x.y." + ending, false), kind) << ending;
@@ -96,7 +96,7 @@ TEST(FileKindRules, every_ending_gives_its_kind_to_a_file_and_to_no_directory) {
   }
 }
 
-TEST(FileKindRules, no_ending_is_listed_beyond_these) {
+TEST(FileKindRules, the_tables_list_no_other_extension) {
   std::map<std::string, FileKind> listed;
   const auto add = [&](const auto& endings, FileKind kind) {
     for (const std::string_view ending : endings)
@@ -124,13 +124,13 @@ TEST(FileKindRules, six_folders_are_important_and_videos_on_linux) {
   EXPECT_FALSE(FileKindRules::important().contains("downloads"));
 }
 
-TEST(PathExtension, is_what_follows_the_last_dot) {
+TEST(PathExtension, extension_is_the_text_after_the_last_dot) {
   EXPECT_EQ(pathExtension("a.b.c"), "c");
   EXPECT_EQ(pathExtension("..c"), "c");
   EXPECT_EQ(pathExtension("a. c"), " c");
 }
 
-TEST(PathExtension, is_empty_for_a_leading_and_for_a_trailing_dot) {
+TEST(PathExtension, extension_is_empty_for_a_leading_or_a_trailing_dot) {
   EXPECT_EQ(pathExtension(".zshrc"), "");
   EXPECT_EQ(pathExtension("notes."), "");
   EXPECT_EQ(pathExtension("."), "");
@@ -138,13 +138,13 @@ TEST(PathExtension, is_empty_for_a_leading_and_for_a_trailing_dot) {
   EXPECT_EQ(pathExtension("Makefile"), "");
 }
 
-TEST(PathExtension, looks_at_the_last_component_alone) {
+TEST(PathExtension, extension_is_that_of_the_last_component) {
   EXPECT_EQ(pathExtension("/a.d/b"), "");
   EXPECT_EQ(pathExtension("/a.d/b.c"), "c");
   EXPECT_EQ(pathExtension("/a/.b"), "");
 }
 
-TEST(FileKindText, every_kind_has_its_raw_text_and_comes_back_from_it) {
+TEST(FileKindText, every_kind_is_read_back_from_its_raw_text) {
   std::vector<std::string> texts;
   for (const FileKind kind : allFileKinds) {
     texts.emplace_back(rawText(kind));
@@ -154,7 +154,7 @@ TEST(FileKindText, every_kind_has_its_raw_text_and_comes_back_from_it) {
                                           "archive", "disk", "other"));
 }
 
-TEST(FileKindText, no_other_text_is_a_kind) {
+TEST(FileKindText, other_texts_are_no_kind) {
   EXPECT_EQ(fileKindFromRawText(""), std::nullopt);
   EXPECT_EQ(fileKindFromRawText("Folder"), std::nullopt);
   EXPECT_EQ(fileKindFromRawText("folders"), std::nullopt);

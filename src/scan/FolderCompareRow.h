@@ -1,4 +1,4 @@
-// One line of a comparison of two folders. Its identity is the relative path, which is bytes.
+// One line of a comparison of two folders, identified by its relative path, which is bytes.
 #pragma once
 
 #include <cstddef>
@@ -9,9 +9,9 @@
 namespace tessaly {
 
 struct FolderCompareRow {
-  std::string relative;    // path below the compared folders; "." is the folders themselves
-  std::int64_t left = 0;   // bytes in the left folder; 0 where it has no such item
-  std::int64_t right = 0;  // bytes in the right one
+  std::string relative;    // path below the compared folders; "." for the folders themselves
+  std::int64_t left = 0;   // bytes in the left folder; 0 if the item is not there
+  std::int64_t right = 0;  // bytes in the right folder; 0 if the item is not there
 
   friend bool operator==(const FolderCompareRow&, const FolderCompareRow&) = default;
 };

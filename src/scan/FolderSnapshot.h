@@ -1,4 +1,4 @@
-// How large what stands directly in a folder was at one moment. Paths are bytes.
+// The sizes of a folder's direct children at one moment. Paths are bytes.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 namespace tessaly {
 
 struct FolderSnapshot {
-  std::string path;  // of the folder, absolute, with all links resolved
+  std::string path;  // absolute path of the folder, with all links resolved
   PathSizes sizes;   // bytes on disk, by the paths of the children
 
   friend bool operator==(const FolderSnapshot&, const FolderSnapshot&) = default;
@@ -24,7 +24,7 @@ struct std::hash<tessaly::FolderSnapshot> {
   std::size_t operator()(const tessaly::FolderSnapshot& snapshot) const {
     const std::hash<std::string> textHash;
     const std::hash<std::int64_t> sizeHash;
-    // Equal maps may give their entries in different orders, and a sum does not mind.
+    // Equal maps may iterate in different orders; a sum does not depend on the order.
     std::size_t sum = 0;
     for (const auto& [path, size] : snapshot.sizes) {
       const std::size_t entry = textHash(path) * 31 + sizeHash(size);

@@ -17,16 +17,16 @@ namespace {
 using Item = DirectoryWalk::Item;
 using Type = DirectoryWalk::Type;
 
-// The caller's. A snapshot is taken in the background, time and again: it should not take the
-// processors from whoever works.
+// The caller's thread alone. Snapshots are taken often and in the background, and should leave the
+// processors to other work.
 constexpr int threads = 1;
 
 std::int64_t allocatedBytes(const Item& item) {
   return item.hasAttributes ? item.allocatedSize : 0;
 }
 
-// A directory by itself reports its length as its size. A link that has come into its place
-// meanwhile is not followed.
+// The size of a directory entry is its length. A link that has replaced the package is not
+// followed.
 std::int64_t ownBytes(const std::string& package) {
   const Result<HeldItem> item = HeldItem::at(package);
   const bool isThere = item.ok() && item.value().facts().linkTarget.empty();
@@ -40,14 +40,14 @@ FolderSnapshot snapshot(const std::string& path, const IsCancelled& isCancelled)
   const std::string prefix = snapshot.path == "/" ? "/" : snapshot.path + "/";
   const auto pathOf = [&](std::string_view name) { return prefix + std::string(name); };
 
-  // The walk asks about every folder but those that are never to be entered, and with the caller's
-  // thread alone it asks on that one.
+  // The walk calls this for every folder that it could enter; with one thread it calls it on the
+  // caller's.
   std::set<std::string> folders;
   const auto onlyTell = [&](const DirectoryWalk::Candidate& candidate) {
     if (!isPackageName(candidate.name)) folders.insert(pathOf(candidate.name));
     return DirectoryWalk::Descent{.enter = false};
   };
-  // Asked for once and not by each of the walks, of which there may be thousands.
+  // Read once and shared by all the walks, of which there may be thousands.
   const std::shared_ptr<const MountSnapshot> mounts = mountsOfNow();
   DirectoryWalk children(snapshot.path, onlyTell, threads, mounts);
   while (const Item* item = children.next()) {

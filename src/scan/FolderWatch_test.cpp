@@ -27,7 +27,7 @@ FolderSnapshot snapshotOf(const TempTree& tree) {
   return FolderWatch::snapshot(tree.path());
 }
 
-// What is told when `tree` becomes another by `change`.
+// The reported growth when `change` changes `tree`.
 template <class Change>
 std::vector<ScanDelta> growth(TempTree& tree, const Change& change) {
   const FolderSnapshot before = snapshotOf(tree);
@@ -37,7 +37,7 @@ std::vector<ScanDelta> growth(TempTree& tree, const Change& change) {
 
 // --- A snapshot ---------------------------------------------------------------------------------
 
-TEST(FolderWatchSnapshot, measures_each_child_with_all_that_lies_in_it) {
+TEST(FolderWatchSnapshot, measures_each_child_with_its_whole_contents) {
   const TempTree tree(R"(
     Movies/
       film 1M
@@ -79,7 +79,7 @@ TEST(FolderWatchSnapshot, counts_the_bytes_on_disk_and_not_the_length) {
                                                {tree.at("folder"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, has_no_entry_for_a_link) {
+TEST(FolderWatchSnapshot, leaves_out_links) {
   const TempTree tree(R"(
     folder/
       film 1M
@@ -95,7 +95,7 @@ TEST(FolderWatchSnapshot, has_no_entry_for_a_link) {
             (PathSizes{{tree.at("folder"), 1 * MiB}, {tree.at("note"), 1 * MiB}}));
 }
 
-TEST(FolderWatchSnapshot, of_a_link_is_one_of_the_folder_behind_it) {
+TEST(FolderWatchSnapshot, follows_a_link_given_as_the_folder) {
   const TempTree tree(R"(
     folder/
       note 8K
@@ -107,7 +107,7 @@ TEST(FolderWatchSnapshot, of_a_link_is_one_of_the_folder_behind_it) {
   EXPECT_EQ(FolderWatch::snapshot(tree.at("folder/../folder//")), behind);
 }
 
-TEST(FolderWatchSnapshot, weighs_of_a_package_its_own_entry_alone) {
+TEST(FolderWatchSnapshot, counts_only_the_own_entry_of_a_package) {
   const TempTree tree(R"(
     Tool.app/
       binary 3M
@@ -126,7 +126,7 @@ TEST(FolderWatchSnapshot, weighs_of_a_package_its_own_entry_alone) {
   EXPECT_EQ(snapshotOf(tree).sizes, expected);
 }
 
-TEST(FolderWatchSnapshot, weighs_a_package_inside_a_child_with_what_it_holds) {
+TEST(FolderWatchSnapshot, counts_the_contents_of_a_package_inside_a_child) {
   const TempTree tree(R"(
     folder/
       Tool.app/
@@ -135,13 +135,13 @@ TEST(FolderWatchSnapshot, weighs_a_package_inside_a_child_with_what_it_holds) {
   EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("folder"), 3 * MiB}}));
 }
 
-TEST(FolderWatchSnapshot, takes_a_file_with_the_name_of_a_package_for_a_file) {
+TEST(FolderWatchSnapshot, treats_a_file_named_like_a_package_as_a_file) {
   const TempTree tree("Tool.app 3M\nSparse.app sparse=1G");
   EXPECT_EQ(snapshotOf(tree).sizes,
             (PathSizes{{tree.at("Tool.app"), 3 * MiB}, {tree.at("Sparse.app"), 0}}));
 }
 
-TEST(FolderWatchSnapshot, looks_at_8000_items_of_a_child_and_at_all_children) {
+TEST(FolderWatchSnapshot, measures_8000_items_of_a_child_and_all_children) {
   const TempTree tree(R"(
     just/
       film-#### 4K x8000
@@ -160,7 +160,7 @@ TEST(FolderWatchSnapshot, looks_at_8000_items_of_a_child_and_at_all_children) {
                               {tree.at("other"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, has_no_limit_to_the_children) {
+TEST(FolderWatchSnapshot, lists_any_number_of_children) {
   const TempTree tree(R"(
     film-#### 4K x9000
     folder-##/ x50
@@ -182,7 +182,7 @@ TEST(FolderWatchSnapshot, keeps_the_bytes_of_names) {
                                                {tree.at("-rf"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, goes_as_deep_as_folders_go) {
+TEST(FolderWatchSnapshot, measures_folders_of_any_depth) {
   TempTree tree("top/");
   tree.chain("top", "folder", 3000, [](int folder, int level) {
     if (level == 3000) plantTree(folder, folder, "film 64K");
@@ -190,7 +190,7 @@ TEST(FolderWatchSnapshot, goes_as_deep_as_folders_go) {
   EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("top"), 64 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, of_a_folder_beyond_the_longest_path_is_whole) {
+TEST(FolderWatchSnapshot, measures_a_folder_beyond_the_longest_path) {
   TempTree tree;
   const std::string name(200, 'n');
   tree.chain("", name, 30, [](int folder, int level) {
@@ -205,7 +205,7 @@ TEST(FolderWatchSnapshot, of_a_folder_beyond_the_longest_path_is_whole) {
   EXPECT_GT(snapshot.sizes.at(path + "/Tool.app"), 0);
 }
 
-TEST(FolderWatchSnapshot, of_the_top_of_the_disk_has_paths_with_one_slash) {
+TEST(FolderWatchSnapshot, paths_below_the_root_directory_have_one_slash) {
   const FolderSnapshot snapshot =
       FolderWatch::snapshot("/", [polls = 0]() mutable { return ++polls > 4; });
   EXPECT_EQ(snapshot.path, "/");
@@ -216,14 +216,14 @@ TEST(FolderWatchSnapshot, of_the_top_of_the_disk_has_paths_with_one_slash) {
   }
 }
 
-TEST(FolderWatchSnapshot, is_empty_where_there_is_no_folder) {
+TEST(FolderWatchSnapshot, snapshot_of_a_missing_folder_is_empty) {
   const TempTree tree("file 4K\nlink -> gone");
   EXPECT_EQ(FolderWatch::snapshot(tree.at("gone")), (FolderSnapshot{tree.at("gone"), {}}));
   EXPECT_EQ(FolderWatch::snapshot(tree.at("file")), (FolderSnapshot{tree.at("file"), {}}));
   EXPECT_EQ(FolderWatch::snapshot(tree.at("link")).sizes, PathSizes{});
 }
 
-TEST(FolderWatchSnapshot, has_the_resolved_path_of_a_folder_that_may_not_be_read) {
+TEST(FolderWatchSnapshot, an_unreadable_folder_keeps_its_resolved_path) {
   const TempTree tree(R"(
     locked/ mode=0
       film 1M
@@ -237,7 +237,7 @@ TEST(FolderWatchSnapshot, has_the_resolved_path_of_a_folder_that_may_not_be_read
             "");
 }
 
-TEST(FolderWatchSnapshot, passes_over_what_may_not_be_read) {
+TEST(FolderWatchSnapshot, passes_over_unreadable_children) {
   const TempTree tree(R"(
     locked/ mode=0
       film 1M
@@ -259,7 +259,7 @@ TEST(FolderWatchSnapshot, passes_over_what_may_not_be_read) {
             "");
 }
 
-TEST(FolderWatchSnapshot, lists_names_whose_attributes_may_not_be_read) {
+TEST(FolderWatchSnapshot, lists_children_whose_attributes_are_unreadable) {
   const TempTree tree(R"(
     listed/ mode=0444
       film 1M
@@ -278,7 +278,7 @@ TEST(FolderWatchSnapshot, lists_names_whose_attributes_may_not_be_read) {
             "");
 }
 
-TEST(FolderWatchSnapshot, stops_when_it_is_told_to) {
+TEST(FolderWatchSnapshot, stops_when_cancelled) {
   const TempTree tree(R"(
     film 4K
     folder-#/ x3
@@ -288,7 +288,7 @@ TEST(FolderWatchSnapshot, stops_when_it_is_told_to) {
   FolderWatch::snapshot(tree.path(), [&] { return ++polls == 2; });
   EXPECT_EQ(polls, 2);
 
-  // In the midst of a child.
+  // During the measurement of a child.
   bool isTold = false;
   polls = 0;
   FolderWatch::snapshot(tree.path(), [&] {
@@ -298,7 +298,7 @@ TEST(FolderWatchSnapshot, stops_when_it_is_told_to) {
   EXPECT_EQ(polls, 100);
 }
 
-TEST(FolderWatchSnapshot, asks_before_each_child_whether_it_is_to_stop) {
+TEST(FolderWatchSnapshot, polls_for_cancellation_before_each_child) {
   const TempTree tree("empty-##/ x20");
   int polls = 0;
   FolderWatch::snapshot(tree.path(), [&] { return ++polls == 25; });
@@ -307,8 +307,8 @@ TEST(FolderWatchSnapshot, asks_before_each_child_whether_it_is_to_stop) {
 
 // --- Mounts -------------------------------------------------------------------------------------
 
-// How often a file was read from in a look at the folder. Folders are read by another call, so
-// that it can only be the list of mounts.
+// Number of reads from files during one snapshot. Folders are read by another call, so only the
+// list of mounts can cause them.
 std::ptrdiff_t readsInALook(const std::string& path) {
   const TracedRun run = SystemCallTrace::of([&]() -> std::string {
     FolderWatch::snapshot(path);
@@ -318,7 +318,7 @@ std::ptrdiff_t readsInALook(const std::string& path) {
   return std::count(run.calls.begin(), run.calls.end(), long{SYS_read});
 }
 
-TEST(FolderWatchMounts, are_asked_for_once_a_look_however_many_children_there_are) {
+TEST(FolderWatchMounts, mounts_are_read_once_per_snapshot_for_any_number_of_children) {
   if (!SystemCallTrace::obstacle().empty()) GTEST_SKIP() << SystemCallTrace::obstacle();
   const TempTree one("child/\n  film 4K");
   const TempTree many("child-##/ x40\n  film 4K");
@@ -327,7 +327,7 @@ TEST(FolderWatchMounts, are_asked_for_once_a_look_however_many_children_there_ar
   EXPECT_EQ(readsInALook(many.path()), expected);
 }
 
-TEST(FolderWatchMounts, views_of_the_kernel_weigh_nothing_and_are_not_entered) {
+TEST(FolderWatchMounts, pseudo_file_systems_have_size_0_and_are_not_entered) {
   const TempTree tree(R"(
     film 4K
     mounted/
@@ -346,14 +346,15 @@ TEST(FolderWatchMounts, views_of_the_kernel_weigh_nothing_and_are_not_entered) {
     const PathSizes expected{
         {tree.at("film"), 4 * KiB}, {tree.at("mounted"), 0}, {tree.at("inside"), 0}};
     if (snapshot.sizes != expected) return "other sizes";
-    // The three children, "inside" before it is measured, and what lies in it.
+    // Polls: one for each of the three children in the listing, one for "inside" before it is
+    // measured, one for the item in it.
     return polls == 5 ? "" : std::to_string(polls) + " polls";
   });
   if (told.starts_with("refused")) GTEST_SKIP() << told;
   EXPECT_EQ(told, "");
 }
 
-TEST(FolderWatchMounts, other_disks_count) {
+TEST(FolderWatchMounts, mounted_disks_are_counted) {
   TempTree tree("mounted/\ninside/\n  mounted/");
   const std::string told = inPrivateMounts([&]() -> std::string {
     for (const char* below : {"mounted", "inside/mounted"}) {
@@ -387,7 +388,7 @@ TEST(FolderWatchAllocatedTree, counts_folders_and_links_as_items_that_add_nothin
   EXPECT_EQ(FolderWatch::allocatedTree(folders.path(), 2), 0);
   EXPECT_EQ(FolderWatch::allocatedTree(folders.path(), 3), 4 * KiB);
 
-  // Whichever comes first, four items are three files at most, and five are three.
+  // In any order, four of the items include two or three of the files, and all five include three.
   const TempTree links(R"(
     film-# 4K x3
     link-# x2 -> film-0
@@ -421,15 +422,15 @@ TEST(FolderWatchAllocatedTree, follows_no_link) {
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("folder"), 100), 4 * KiB);
 }
 
-TEST(FolderWatchAllocatedTree, is_nothing_where_there_is_no_folder) {
+TEST(FolderWatchAllocatedTree, size_of_a_missing_folder_is_0) {
   const TempTree tree("file 4K");
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("gone"), 100), 0);
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("file"), 100), 0);
 }
 
-// --- From one snapshot to the next --------------------------------------------------------------
+// --- Growth between two snapshots ---------------------------------------------------------------
 
-TEST(FolderWatchGrowth, of_a_mebibyte_is_told_and_of_a_block_less_is_not) {
+TEST(FolderWatchGrowth, growth_is_reported_from_one_mebibyte_on) {
   TempTree tree(R"(
     just/
       film 64K
@@ -444,7 +445,7 @@ TEST(FolderWatchGrowth, of_a_mebibyte_is_told_and_of_a_block_less_is_not) {
             (std::vector<ScanDelta>{{"just", tree.at("just"), 64 * KiB, 1 * MiB + 64 * KiB}}));
 }
 
-TEST(FolderWatchGrowth, of_what_is_new_counts_from_nothing) {
+TEST(FolderWatchGrowth, a_new_child_grows_from_0) {
   TempTree tree;
   const auto grown =
       growth(tree, [&] { tree.plant("caf\\xe9 1M\nfolder/\n  film 2M\nless 1044480"); });
@@ -452,18 +453,18 @@ TEST(FolderWatchGrowth, of_what_is_new_counts_from_nothing) {
                                            {"caf\xe9", tree.at("caf\xe9"), 0, 1 * MiB}}));
 }
 
-TEST(FolderWatchGrowth, of_a_package_is_not_noticed) {
+TEST(FolderWatchGrowth, growth_of_a_package_is_not_reported) {
   TempTree tree("Tool.app/\n  binary 4K");
   EXPECT_TRUE(growth(tree, [&] { tree.plant("Tool.app", "more 2M"); }).empty());
 }
 
-TEST(FolderWatchGrowth, behind_a_link_is_not_noticed) {
+TEST(FolderWatchGrowth, growth_behind_a_link_is_not_reported) {
   TempTree tree("folder/\n  link -> ../outside\nto-outside -> outside\noutside/");
   const auto grown = growth(tree, [&] { tree.plant("outside", "film 2M"); });
   EXPECT_EQ(grown, (std::vector<ScanDelta>{{"outside", tree.at("outside"), 0, 2 * MiB}}));
 }
 
-TEST(FolderWatchGrowth, is_none_where_things_shrink_or_go) {
+TEST(FolderWatchGrowth, shrunk_and_removed_children_are_not_reported) {
   TempTree tree("small/\n  film 4M\ngone/\n  film 4M\nfile 4M");
   const auto grown = growth(tree, [&] {
     fs::resize_file(tree.at("small/film"), 0);
@@ -473,7 +474,7 @@ TEST(FolderWatchGrowth, is_none_where_things_shrink_or_go) {
   EXPECT_TRUE(grown.empty());
 }
 
-TEST(FolderWatchGrowth, is_none_where_the_folder_itself_goes) {
+TEST(FolderWatchGrowth, a_removed_folder_has_no_growth) {
   TempTree tree("folder/\n  film 4M");
   const FolderSnapshot before = FolderWatch::snapshot(tree.at("folder"));
   ASSERT_EQ(before.sizes.size(), 1U);

@@ -40,7 +40,7 @@ std::string bytes(std::int64_t count) {
 }
 
 std::string rate(double bytesPerSecond) {
-  // Written so that what is no number counts as none.
+  // Not `<= 0`, so that NaN gives 0.
   double value = bytesPerSecond > 0 ? bytesPerSecond : 0;
   if (value < 1024) return fixed(value, 0) + " B/s";
   value /= 1024;

@@ -1,4 +1,4 @@
-// Numbers as texts. The same on every machine: no locale is asked. Pure, safe from any thread.
+// Numbers as texts. Independent of the locale. Pure, safe from any thread.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,14 @@ namespace tessaly::Format {
 // Counts below 1 give "0 B".
 std::string bytes(std::int64_t count);
 
-// Bytes per second, up to "GB/s": "512 B/s", "1.0 KB/s". What is not above 0 gives "0 B/s".
+// Bytes per second, up to "GB/s": "512 B/s", "1.0 KB/s". NaN and values of 0 or below give "0 B/s".
 std::string rate(double bytesPerSecond);
 
-// `value` with this many digits after the point. The exact value is rounded, and a tie goes to the
-// even digit.
+// `value` with this many digits after the point. The exact value is rounded, ties to the even
+// digit.
 std::string fixed(double value, int decimals);
 
-// A number of things: "1 item", "2 items", "0 items".
+// A count with its noun: "1 item", "2 items", "0 items".
 std::string counted(std::size_t count, std::string_view noun);
 
 }  // namespace tessaly::Format

@@ -34,7 +34,7 @@ TEST(FormatBytes, chooses_the_unit_before_it_rounds) {
   EXPECT_EQ(Format::bytes((std::int64_t{1} << 20U) - 1), "1024.0 KB");
 }
 
-TEST(FormatBytes, has_no_unit_above_petabytes) {
+TEST(FormatBytes, largest_unit_of_bytes_is_petabytes) {
   EXPECT_EQ(Format::bytes(std::int64_t{1} << 60U), "1024.0 PB");
   EXPECT_EQ(Format::bytes(std::numeric_limits<std::int64_t>::max()), "8192.0 PB");
 }
@@ -45,7 +45,7 @@ TEST(FormatBytes, rounds_a_tie_to_the_even_digit) {
   EXPECT_EQ(Format::bytes(1281), "1.3 KB");
 }
 
-TEST(FormatRate, is_zero_for_what_is_not_above_zero) {
+TEST(FormatRate, rate_is_zero_for_nan_and_values_not_above_zero) {
   EXPECT_EQ(Format::rate(-1), "0 B/s");
   EXPECT_EQ(Format::rate(0), "0 B/s");
   EXPECT_EQ(Format::rate(std::nan("")), "0 B/s");
@@ -75,7 +75,7 @@ TEST(FormatRate, steps_by_1024_with_one_decimal) {
   EXPECT_EQ(Format::rate(1024 * GiB), "1024.0 GB/s");
 }
 
-TEST(FormatRate, has_no_unit_above_gigabytes) {
+TEST(FormatRate, largest_unit_of_a_rate_is_gigabytes) {
   EXPECT_EQ(Format::rate(1024.0 * 1024), "1.0 MB/s");
   EXPECT_EQ(Format::rate(1024.0 * 1024 * 1024), "1.0 GB/s");
   EXPECT_EQ(Format::rate(std::pow(2, 50)), "1048576.0 GB/s");
@@ -91,7 +91,7 @@ TEST(FormatFixed, agrees_with_the_c_library_on_random_values) {
   std::mt19937_64 random(20240817);
   std::uniform_real_distribution<double> magnitude(-3, 15);
   for (int i = 0; i < 20000; ++i) {
-    // Half of them on a grid of eighths, where ties are.
+    // Half of the values are multiples of an eighth, where ties occur.
     double value = std::pow(10.0, magnitude(random));
     if (i % 2 == 0) value = std::round(value * 8) / 8;
     for (const int decimals : {0, 1, 2}) {
@@ -102,7 +102,7 @@ TEST(FormatFixed, agrees_with_the_c_library_on_random_values) {
   }
 }
 
-TEST(FormatFixed, asks_no_locale) {
+TEST(FormatFixed, does_not_depend_on_the_locale) {
   const std::string before = std::setlocale(LC_ALL, nullptr);
   for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8"}) {
     if (std::setlocale(LC_ALL, name) == nullptr) continue;
@@ -112,7 +112,7 @@ TEST(FormatFixed, asks_no_locale) {
   EXPECT_EQ(Format::bytes(1536), "1.5 KB");
 }
 
-TEST(FormatCounted, puts_an_s_behind_all_but_one) {
+TEST(FormatCounted, appends_an_s_to_the_noun_except_for_one) {
   EXPECT_EQ(Format::counted(0, "item"), "0 items");
   EXPECT_EQ(Format::counted(1, "item"), "1 item");
   EXPECT_EQ(Format::counted(2, "path"), "2 paths");

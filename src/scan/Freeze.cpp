@@ -40,7 +40,7 @@ class Freezer {
             .mtime = node.mtime > 0 ? std::optional(node.mtime) : std::nullopt};
   }
 
-  // Recurses at most as deep as the tree may be.
+  // Recurses no deeper than scanLimits::depth.
   void addChildren(const Node& node, FileKind kind, std::uint32_t depth, bool parentIsImportant) {
     if (!node.isDir || depth >= scanLimits::depth) return;
     if (kind == FileKind::app && !expandPackages_) return;
@@ -99,7 +99,7 @@ class Freezer {
   const NameSet& important_;
   const bool expandPackages_;
   DiskTreeBuilder builder_;
-  std::vector<Index> scratch_;  // children of all nodes on the way down
+  std::vector<Index> scratch_;  // children of all nodes from the root to the current one
 };
 
 }  // namespace

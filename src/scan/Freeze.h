@@ -9,9 +9,9 @@
 
 namespace tessaly {
 
-// Children are sorted by size, largest first, equal ones by the bytes of their names. Of each
-// directory the 80 largest stay, and one node, always last, stands for the rest.
-// `important` names the folders that keep their small files.
+// Sorts children by size, largest first, and equal ones by the bytes of their names. Each directory
+// keeps its 80 largest children and one last node for the rest. `important` names the folders that
+// keep their small files.
 DiskNode freeze(const ScanAccumulator& accumulator, const std::string& rootPath,
                 const NameSet& important, bool expandPackages);
 

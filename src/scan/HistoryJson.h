@@ -11,12 +11,12 @@
 
 namespace tessaly::HistoryJson {
 
-// Leaves out a point whose time is not finite, which JSON cannot say.
+// Leaves out points whose time is not finite, since JSON cannot represent it.
 std::string encode(const std::vector<HistoryPoint>& points);
 
-// The points that were encoded; absent when `json` is anything else. Keys may stand in any order,
-// and unknown ones are passed over. Refused as well are counts below zero, and times of 2^53
-// seconds and more on either side of 1970, whose milliseconds no longer fit 64 bits.
+// Decodes what encode() wrote; absent when `json` is anything else. Keys may be in any order, and
+// unknown ones are ignored. Also refused are counts below zero, and times of 2^53 seconds or more
+// before or after 1970, whose milliseconds do not fit 64 bits.
 std::optional<std::vector<HistoryPoint>> decode(std::string_view json);
 
 }  // namespace tessaly::HistoryJson

@@ -17,7 +17,7 @@ const std::string text =
     R"([{"at":1700000000.25,"bytes":123456789012,"files":42},{"at":1700000100,"bytes":0,"files":0}])";
 const Points points = {{1700000000.25, 123456789012, 42}, {1700000100, 0, 0}};
 
-// One point with a value replaced.
+// A history of one point with one value replaced.
 std::optional<Points> with(const std::string& key, const std::string& value) {
   std::string json = "[{";
   for (const char* name : {"at", "bytes", "files"}) {
@@ -27,7 +27,7 @@ std::optional<Points> with(const std::string& key, const std::string& value) {
   return decode(json + "}]");
 }
 
-TEST(HistoryPoint, is_told_apart_by_its_time_and_equal_by_all_fields) {
+TEST(HistoryPoint, identity_is_the_time_and_equality_covers_all_fields) {
   const HistoryPoint point{1.5, 2, 3};
   EXPECT_EQ(point.id(), 1.5);
   EXPECT_EQ(point, (HistoryPoint{1.5, 2, 3}));
@@ -52,21 +52,21 @@ TEST(HistoryJson, reads_back_what_was_written) {
   EXPECT_EQ(decode(encode(extreme)), extreme);
 }
 
-TEST(HistoryJson, leaves_out_a_time_that_json_cannot_say) {
+TEST(HistoryJson, leaves_out_a_time_that_is_not_finite) {
   EXPECT_EQ(encode({{std::numeric_limits<double>::quiet_NaN(), 1, 1}, {2, 3, 4}}),
             R"([{"at":2,"bytes":3,"files":4}])");
 }
 
-TEST(HistoryJson, takes_keys_in_any_order_and_passes_over_unknown_ones) {
+TEST(HistoryJson, takes_keys_in_any_order_and_ignores_unknown_ones) {
   EXPECT_EQ(decode(R"( [ { "files" : 1, "more" : [ {} ], "bytes" : 2, "at" : 3 } ] )"),
             (Points{{3, 2, 1}}));
 }
 
-TEST(HistoryJson, of_several_values_under_one_key_the_last_one_counts) {
+TEST(HistoryJson, takes_the_last_of_several_values_for_one_key) {
   EXPECT_EQ(decode(R"([{"at":1,"bytes":2,"files":3,"bytes":4}])"), (Points{{1, 4, 3}}));
 }
 
-TEST(HistoryJson, a_time_may_be_whole_or_not) {
+TEST(HistoryJson, a_time_may_be_whole_or_fractional) {
   EXPECT_EQ(with("at", "5"), (Points{{5, 1, 1}}));
   EXPECT_EQ(with("at", "5.5"), (Points{{5.5, 1, 1}}));
   EXPECT_EQ(with("at", "5e0"), (Points{{5, 1, 1}}));
@@ -76,7 +76,7 @@ TEST(HistoryJson, a_time_may_be_whole_or_not) {
   }
 }
 
-TEST(HistoryJson, counts_are_whole_numbers_from_zero_on) {
+TEST(HistoryJson, counts_are_whole_numbers_not_below_zero) {
   for (const char* key : {"bytes", "files"}) {
     EXPECT_TRUE(with(key, "9223372036854775807")) << key;
     for (const char* wrong : {"1.5", "1.0", "1e3", "-1", "-0.0", "9223372036854775808", "null",
@@ -86,7 +86,7 @@ TEST(HistoryJson, counts_are_whole_numbers_from_zero_on) {
   }
 }
 
-TEST(HistoryJson, refuses_what_is_no_history) {
+TEST(HistoryJson, refuses_json_that_is_no_history) {
   for (const std::string& wrong : {""s,
                                    " "s,
                                    "\0"s,

@@ -1,4 +1,4 @@
-// One finished scan of a root, as its history remembers it.
+// One finished scan of a root, as the history keeps it.
 #pragma once
 
 #include <cstddef>
@@ -10,9 +10,9 @@ namespace tessaly {
 struct HistoryPoint {
   double at = 0;           // end of the scan, seconds since 1970
   std::int64_t bytes = 0;  // size of the root
-  std::int64_t files = 0;  // file nodes of its tree, not files on disk
+  std::int64_t files = 0;  // file nodes of its tree, which are fewer than the files on disk
 
-  // Lists tell points apart by their times.
+  // Identity in lists: the time.
   double id() const { return at; }
 
   friend bool operator==(const HistoryPoint&, const HistoryPoint&) = default;

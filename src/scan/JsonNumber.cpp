@@ -21,7 +21,7 @@ void appendInteger(std::string& json, std::int64_t number) {
 }
 
 void appendDouble(std::string& json, double number) {
-  // Up to here every whole double is a 64-bit integer, which has no exponent when written.
+  // Below this bound every whole double is a 64-bit integer, which is written without an exponent.
   constexpr double integersEnd = 9007199254740992.0;
   if (std::fabs(number) < integersEnd && std::trunc(number) == number) {
     append(json, static_cast<std::int64_t>(number));

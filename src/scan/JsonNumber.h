@@ -1,4 +1,4 @@
-// Numbers as JSON has them, whatever the locale. Pure, safe from any thread.
+// Numbers in the syntax of JSON, independent of the locale. Pure, safe from any thread.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@ namespace tessaly::JsonNumber {
 
 void appendInteger(std::string& json, std::int64_t number);
 
-// The shortest text that reads back as the same number, without ".0" where it is whole. `number`
-// must be finite.
+// Appends the shortest text that reads back as the same number, without ".0" for whole ones.
+// `number` must be finite.
 void appendDouble(std::string& json, double number);
 
 }  // namespace tessaly::JsonNumber

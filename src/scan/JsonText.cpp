@@ -8,7 +8,7 @@ namespace tessaly::JsonText {
 
 namespace {
 
-// The characters that stand for bytes begin with these two, in UTF-8.
+// First two UTF-8 bytes of the characters that stand for single bytes.
 constexpr std::string_view byteMark = "\xF4\x8F";
 constexpr char32_t firstByteCharacter = 0x10FF80;
 

@@ -16,7 +16,7 @@ std::string escaped(std::string_view bytes) {
   return json;
 }
 
-// What comes back through a real parser.
+// Escapes, parses with a real parser, and decodes.
 std::string roundTrip(std::string_view bytes) {
   simdjson::dom::parser parser;
   std::string_view text;
@@ -26,7 +26,7 @@ std::string roundTrip(std::string_view bytes) {
   return JsonText::bytesOf(text);
 }
 
-TEST(JsonText, plain_text_stands_as_it_is) {
+TEST(JsonText, plain_text_is_not_escaped) {
   EXPECT_EQ(escaped(""), "");
   EXPECT_EQ(escaped("/Users/me/Library"), "/Users/me/Library");
   EXPECT_EQ(escaped("文件 ملف 🎬 é"), "文件 ملف 🎬 é");
@@ -39,7 +39,7 @@ TEST(JsonText, quotes_backslashes_and_control_characters_are_escaped) {
   EXPECT_EQ(escaped("\0\x01\x1f"s), "\\u0000\\u0001\\u001f");
 }
 
-TEST(JsonText, a_byte_that_is_no_text_becomes_a_private_character) {
+TEST(JsonText, a_byte_that_is_not_utf8_becomes_a_private_character) {
   EXPECT_EQ(escaped("\x80"), "\U0010FF80");
   EXPECT_EQ(escaped("caf\xe9"), "caf\U0010FFE9");
   EXPECT_EQ(escaped("\xff"), "\U0010FFFF");
@@ -52,7 +52,7 @@ TEST(JsonText, a_genuine_private_character_is_written_as_its_four_bytes) {
   EXPECT_EQ(escaped("\U0010FF7F"), "\U0010FF7F");
 }
 
-TEST(JsonText, every_byte_comes_back) {
+TEST(JsonText, every_single_byte_survives_a_round_trip) {
   for (int byte = 0; byte < 256; ++byte) {
     const std::string bytes = "a"s + static_cast<char>(byte) + "b";
     EXPECT_EQ(roundTrip(bytes), bytes) << byte;
@@ -63,7 +63,7 @@ TEST(JsonText, every_byte_comes_back) {
   }
 }
 
-TEST(JsonText, random_bytes_come_back) {
+TEST(JsonText, random_bytes_survive_a_round_trip) {
   std::mt19937 random(11);
   const std::string alphabet = "a/\"\\\n\xF4\x8F\xBE\xBF\x80\xE2\x82\xAC\xED\xA0\xC3"s;
   for (int round = 0; round < 5000; ++round) {

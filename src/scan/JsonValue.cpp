@@ -13,7 +13,7 @@ namespace {
 namespace ondemand = simdjson::ondemand;
 
 // Whether `token` is a number by the grammar of JSON. The parser is never asked for its value, so
-// that one which no machine type holds is as good as any other.
+// numbers that fit no machine type are accepted too.
 bool isNumber(std::string_view token) {
   std::size_t at = 0;
   const auto take = [&](std::string_view characters) {
@@ -42,8 +42,8 @@ std::string_view withoutBlanksBehind(std::string_view token) {
   return token.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-// The parser works its way through the text as it is asked, and checks only what it is asked for:
-// so it is asked for everything. Recurses no deeper than the maximum.
+// The parser reads and checks the text only as far as values are asked for, so all of them are
+// asked for. Recurses no deeper than the maximum.
 bool read(ondemand::value& source, JsonValue& value, int depth);
 
 bool readText(simdjson::simdjson_result<std::string_view> found, std::string& bytes) {
@@ -135,7 +135,7 @@ void write(JsonWriter& json, const JsonValue& value) {
 
 std::optional<JsonValue> JsonValue::parse(std::string_view json) {
   if (json.starts_with("\xEF\xBB\xBF")) return std::nullopt;
-  // Inside brackets a value at the top is read like any other.
+  // Inside brackets the parser treats a top-level value like any other.
   const simdjson::padded_string padded("[" + std::string(json) + "]");
   ondemand::parser parser;
   ondemand::document document;

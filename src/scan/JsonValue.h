@@ -1,5 +1,5 @@
-// Any JSON, read whole and written back without loss: for files in which others may have put what
-// this program knows nothing of. Plain values, safe from any thread.
+// Any JSON, read as a whole and written back without loss: for files that may contain data of other
+// programs. Plain values, safe from any thread.
 #pragma once
 
 #include <functional>
@@ -18,25 +18,25 @@ struct JsonValue {
   struct Null {
     friend bool operator==(const Null&, const Null&) = default;
   };
-  // As it was written, digit for digit: of any size and precision.
+  // Digit for digit as written, so of any size and precision.
   struct Number {
     std::string digits;
     friend bool operator==(const Number&, const Number&) = default;
   };
   using Array = std::vector<JsonValue>;
-  using Object = std::map<std::string, JsonValue, std::less<>>;  // by the bytes of the keys
+  using Object = std::map<std::string, JsonValue, std::less<>>;  // sorted by the bytes of the keys
 
-  // How many arrays and objects may lie inside one another in what is read.
+  // Deepest nesting of arrays and objects that parse() accepts.
   static constexpr int maximumDepth = 64;
 
-  // Texts and keys are bytes, as JsonText tells. Absent when `json` is not JSON to the letter or
-  // too deep. Of several values under one key the last one counts.
+  // Texts and keys are bytes, encoded as in JsonText.h. Absent when `json` is not strictly valid
+  // JSON or is too deep. Of several values for one key the last one counts.
   static std::optional<JsonValue> parse(std::string_view json);
 
-  // Keys stand in the order of their bytes.
+  // Writes keys in the order of their bytes.
   std::string written(JsonWriter::Form form) const;
 
-  // The value as one of its types; null when it is of another.
+  // The value as `Type`; null when it has another type.
   template <class Type>
   const Type* as() const {
     return std::get_if<Type>(&held);

@@ -13,7 +13,7 @@ using namespace std::string_literals;
 using namespace std::string_view_literals;
 using Form = JsonWriter::Form;
 
-// What is written after reading; "refused" where nothing was read.
+// The text written after reading `json`; "refused" if it was not read.
 std::string plain(std::string_view json) {
   const std::optional<JsonValue> value = JsonValue::parse(json);
   return value ? value->written(Form::plain) : "refused";
@@ -39,7 +39,7 @@ TEST(JsonValue, keeps_numbers_digit_for_digit) {
   }
 }
 
-TEST(JsonValue, refuses_what_is_no_number) {
+TEST(JsonValue, refuses_malformed_numbers) {
   for (const char* digits :
        {"01",  "-",  "+1", ".5",  "5.",  "1e",       "1e+",       "0x1", "1_0", "1.2.3",
         "--1", "1-", "00", "-01", "NaN", "Infinity", "-Infinity", "1,",  "1 2", "1a"}) {
@@ -54,7 +54,7 @@ TEST(JsonValue, writes_keys_in_the_order_of_their_bytes) {
             R"({"":0,"a":{"Z":[],"z":null},"aa":3,"b":1,"é":2})");
 }
 
-TEST(JsonValue, takes_the_last_of_several_values_under_one_key) {
+TEST(JsonValue, takes_the_last_of_several_values_for_one_key) {
   EXPECT_EQ(plain(R"({"a":1,"b":2,"a":[3]})"), R"({"a":[3],"b":2})");
   EXPECT_EQ(plain(R"({"a":1,"\u0061":2})"), R"({"a":2})");
 }
@@ -67,7 +67,7 @@ TEST(JsonValue, texts_and_keys_are_bytes) {
   EXPECT_EQ(*object.at("\xff").as<std::string>(), "\0\U0001F600\xe9"s);
 }
 
-TEST(JsonValue, refuses_what_is_not_json_to_the_letter) {
+TEST(JsonValue, refuses_text_that_is_not_strictly_valid_json) {
   for (const std::string& text : {""s,
                                   " "s,
                                   "\0"s,
@@ -132,7 +132,7 @@ TEST(JsonValue, refuses_what_is_not_json_to_the_letter) {
   }
 }
 
-TEST(JsonValue, is_as_deep_as_it_may_be_and_no_deeper) {
+TEST(JsonValue, refuses_nesting_beyond_the_maximum_depth) {
   const auto nested = [](const std::string& open, const std::string& close, int depth) {
     std::string text;
     for (int k = 0; k < depth; ++k) text += open;
@@ -175,7 +175,7 @@ TEST(JsonValue, a_text_cut_anywhere_is_refused) {
   }
 }
 
-// Whether a parser that checks all of a text before it hands out anything takes it.
+// Whether a parser that checks the whole text first accepts it.
 bool isTakenWhole(std::string_view text) {
   simdjson::dom::parser parser;
   simdjson::dom::element top;
@@ -207,7 +207,7 @@ TEST(JsonValue, is_as_strict_as_a_parser_that_checks_all_first) {
       if (text.empty()) text = "x";
     }
     const bool isTaken = JsonValue::parse(text).has_value();
-    // Numbers that no machine type holds cannot come about by these changes.
+    // These changes cannot produce numbers that fit no machine type.
     ASSERT_EQ(isTaken, isTakenWhole(text)) << text;
     ++(isTaken ? taken : refused);
   }

@@ -71,7 +71,7 @@ JsonWriter& JsonWriter::end(char bracket) {
   return *this;
 }
 
-// What stands between a value, or a key, and what was written before it.
+// Writes the separator between a value or key and the text before it.
 void JsonWriter::separate() {
   if (std::exchange(isKeyed_, false)) return;
   if (!std::exchange(isFirst_, false)) json_ += ',';

@@ -1,12 +1,12 @@
-// Writes JSON from its beginning to its end. Names and texts are bytes, written as JsonText tells.
-// A value per thread; nothing is shared.
+// Writes JSON from beginning to end. Names and texts are bytes, encoded as in JsonText.h. Each
+// thread may use a writer of its own; nothing is shared.
 //
-//   JsonWriter json(JsonWriter::Form::plain);
-//   json.beginObject().key("size").integer(7).endObject();
-//   std::move(json).finish()  ->  {"size":7}
+//     JsonWriter json(JsonWriter::Form::plain);
+//     json.beginObject().key("size").integer(7).endObject();
+//     std::move(json).finish()  ->  {"size":7}
 //
-// The caller sees to it that objects consist of keys and values in turn, that all is closed, and
-// that there is one value at the top.
+// The caller must alternate keys and values in objects, close everything, and write exactly one
+// value at the top.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class JsonWriter {
  public:
   enum class Form {
     plain,   // without blanks
-    pretty,  // a line a value, each level indented by two blanks, a blank behind colons
+    pretty,  // one value per line, each level indented by two blanks, a blank after colons
   };
 
   explicit JsonWriter(Form form) : form_(form) {}
@@ -32,14 +32,15 @@ class JsonWriter {
 
   JsonWriter& text(std::string_view bytes);
   JsonWriter& integer(std::int64_t number);
-  // JSON has no number for what is not finite: that is written as null.
+  // A number that is not finite is written as null, since JSON has none.
   JsonWriter& number(double number);
   JsonWriter& boolean(bool value);
   JsonWriter& null();
-  // A value that is JSON already, as it stands.
+  // Writes a value that is already JSON, unchanged.
   JsonWriter& raw(std::string_view json);
 
-  // The text; the writer is spent. The pretty form has no line feed at its end.
+  // Returns the text; the writer cannot be used afterwards. The pretty form has no line feed at its
+  // end.
   std::string finish() &&;
 
  private:
@@ -51,8 +52,8 @@ class JsonWriter {
   Form form_;
   std::string json_;
   int depth_ = 0;
-  bool isFirst_ = true;   // nothing stands in the innermost brackets yet
-  bool isKeyed_ = false;  // a key waits for its value
+  bool isFirst_ = true;   // nothing has been written in the innermost brackets yet
+  bool isKeyed_ = false;  // a key has been written whose value is still missing
 };
 
 }  // namespace tessaly

@@ -12,7 +12,7 @@ namespace {
 
 using Form = JsonWriter::Form;
 
-// One value of each kind, nested, with empty brackets in several places.
+// One value of each type, nested, with empty brackets in several places.
 std::string sample(Form form) {
   JsonWriter json(form);
   json.beginObject();
@@ -57,7 +57,7 @@ TEST(JsonWriter, pretty_form_indents_by_two) {
 })");
 }
 
-TEST(JsonWriter, a_single_value_stands_alone) {
+TEST(JsonWriter, a_single_value_needs_no_brackets) {
   for (const Form form : {Form::plain, Form::pretty}) {
     EXPECT_EQ(std::move(JsonWriter(form).text("x")).finish(), "\"x\"");
     EXPECT_EQ(std::move(JsonWriter(form).beginArray().endArray()).finish(), "[]");
@@ -95,7 +95,7 @@ TEST(JsonWriter, doubles_are_as_short_as_they_can_be_read_back) {
   }
 }
 
-TEST(JsonWriter, what_is_not_finite_is_null) {
+TEST(JsonWriter, numbers_that_are_not_finite_are_written_as_null) {
   EXPECT_EQ(number(std::numeric_limits<double>::quiet_NaN()), "null");
   EXPECT_EQ(number(std::numeric_limits<double>::infinity()), "null");
   EXPECT_EQ(number(-std::numeric_limits<double>::infinity()), "null");

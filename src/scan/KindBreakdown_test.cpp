@@ -20,13 +20,13 @@ DiskNode folder(const std::string& name, std::int64_t size, const std::vector<Di
   return DiskNode({name, "/r/" + name, size, true, kind, std::nullopt}, children);
 }
 
-TEST(KindBreakdown, of_a_file_or_an_empty_folder_is_empty) {
+TEST(KindBreakdown, a_file_or_an_empty_folder_has_no_slices) {
   EXPECT_THAT(KindBreakdown::slices(DiskNode()), IsEmpty());
   EXPECT_THAT(KindBreakdown::slices(file("a", 5, FileKind::video)), IsEmpty());
   EXPECT_THAT(KindBreakdown::slices(folder("a", 5, {})), IsEmpty());
 }
 
-TEST(KindBreakdown, of_items_without_a_byte_is_empty) {
+TEST(KindBreakdown, items_of_size_0_have_no_slice) {
   EXPECT_THAT(KindBreakdown::slices(folder("a", 0, {file("b", 0, FileKind::code)})), IsEmpty());
 }
 
@@ -59,7 +59,7 @@ TEST(KindBreakdown, a_folder_counts_only_where_the_tree_stops) {
                                                        KindSlice{FileKind::disk, 10, 0.25}));
 }
 
-TEST(KindBreakdown, equal_slices_stand_in_the_order_of_the_kinds) {
+TEST(KindBreakdown, equal_slices_are_in_the_order_of_the_kinds) {
   const DiskNode root = folder(
       "a", 9,
       {file("z", 3, FileKind::other), file("y", 3, FileKind::disk), file("x", 3, FileKind::video)});
@@ -70,7 +70,7 @@ TEST(KindBreakdown, equal_slices_stand_in_the_order_of_the_kinds) {
   EXPECT_EQ(slices[2].kind, FileKind::other);
 }
 
-TEST(KindBreakdown, looks_only_below_the_node_it_is_asked_about) {
+TEST(KindBreakdown, counts_only_nodes_below_the_given_one) {
   const DiskNode root = folder(
       "a", 9, {folder("b", 5, {file("c", 5, FileKind::code)}), file("d", 4, FileKind::video)});
   EXPECT_THAT(KindBreakdown::slices(root.children().front()),

@@ -1,5 +1,5 @@
-// A small set of names, asked for membership once for each item of a walk. Most answers are "no",
-// and most of those need only the first byte. Immutable; safe from any thread.
+// A small set of names, searched once for each item of a walk. Most answers are "no", and most of
+// those need only the first byte. Immutable; safe from any thread.
 #pragma once
 
 #include <algorithm>

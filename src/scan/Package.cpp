@@ -4,8 +4,8 @@ namespace tessaly {
 
 namespace {
 
-// The endings are ASCII, and no letter outside ASCII has one of theirs as its only lower-case form,
-// so lower-casing byte by byte is enough.
+// The suffixes are ASCII, and no other character has an ASCII letter as its only lower-case form,
+// so it is enough to lower-case byte by byte.
 bool endsWithIgnoringCase(std::string_view name, std::string_view lowerSuffix) {
   if (name.size() < lowerSuffix.size()) return false;
   const std::string_view end = name.substr(name.size() - lowerSuffix.size());

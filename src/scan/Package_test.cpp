@@ -12,19 +12,19 @@ TEST(Package, three_endings_in_any_case_make_a_package) {
   }
 }
 
-TEST(Package, the_ending_alone_counts) {
+TEST(Package, only_the_suffix_of_the_name_counts) {
   for (const char* name : {"", "app", "Mail.app.zip", "Mailapp", "x.photoslibrary2", "x.framework",
                            "x.sparseimage", "pp"}) {
     EXPECT_FALSE(isPackageName(name)) << name;
   }
 }
 
-TEST(Package, only_an_application_is_an_application) {
+TEST(Package, only_the_suffix_app_makes_an_application) {
   EXPECT_TRUE(isAppName("Tool.App"));
   EXPECT_FALSE(isAppName("Photos.photoslibrary"));
 }
 
-TEST(Package, bytes_that_are_not_text_do_no_harm) {
+TEST(Package, bytes_that_are_not_utf8_are_compared_as_they_are) {
   EXPECT_TRUE(isPackageName("\xff\xfe.app"));
   EXPECT_FALSE(isPackageName("\xff.ap\xf0"));
 }

@@ -1,13 +1,13 @@
-// What a path is called. Paths are bytes. Pure, safe from any thread.
+// The name of the item at a path. Paths are bytes. Pure, safe from any thread.
 #pragma once
 
 #include <string_view>
 
 namespace tessaly {
 
-// The last component of `path`, as the name of a file or folder: slashes at the end do not count,
-// the root of the disk is "/", and a path without any slash is its own name. Empty for an empty
-// path alone. "." and ".." are components like any other. The view points into `path`.
+// The last component of `path`: slashes at the end do not count, the root directory gives "/", a
+// path without any slash is its own name, and only an empty path gives "". "." and ".." are
+// components like any other. The view points into `path`.
 std::string_view lastPathComponent(std::string_view path);
 
 }  // namespace tessaly

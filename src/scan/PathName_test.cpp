@@ -5,31 +5,31 @@
 namespace tessaly {
 namespace {
 
-TEST(LastPathComponent, is_what_follows_the_last_slash) {
+TEST(LastPathComponent, component_is_the_text_after_the_last_slash) {
   EXPECT_EQ(lastPathComponent("/home/user/film.mkv"), "film.mkv");
   EXPECT_EQ(lastPathComponent("/home"), "home");
   EXPECT_EQ(lastPathComponent("/home/__rest__"), "__rest__");
 }
 
-TEST(LastPathComponent, does_not_count_slashes_at_the_end) {
+TEST(LastPathComponent, slashes_at_the_end_do_not_count) {
   EXPECT_EQ(lastPathComponent("/home/user/"), "user");
   EXPECT_EQ(lastPathComponent("/home/user///"), "user");
   EXPECT_EQ(lastPathComponent("/home//user"), "user");
   EXPECT_EQ(lastPathComponent("user/"), "user");
 }
 
-TEST(LastPathComponent, of_the_root_of_the_disk_is_a_slash) {
+TEST(LastPathComponent, last_component_of_the_root_is_a_slash) {
   EXPECT_EQ(lastPathComponent("/"), "/");
   EXPECT_EQ(lastPathComponent("//"), "/");
 }
 
-TEST(LastPathComponent, of_a_path_without_slashes_is_that_path) {
+TEST(LastPathComponent, a_path_without_slashes_is_its_own_last_component) {
   EXPECT_EQ(lastPathComponent("user"), "user");
   EXPECT_EQ(lastPathComponent("."), ".");
   EXPECT_EQ(lastPathComponent("/home/.."), "..");
 }
 
-TEST(LastPathComponent, of_an_empty_path_is_empty) {
+TEST(LastPathComponent, an_empty_path_has_an_empty_component) {
   EXPECT_EQ(lastPathComponent(""), "");
 }
 

@@ -1,4 +1,4 @@
-// Name, path and size of one item on disk: what lists of finds are made of. Its identity is its
+// Name, path and size of one item on disk, an entry of the lists of found items. Identified by its
 // path. Names and paths are bytes.
 #pragma once
 

@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-// Sizes in bytes by absolute path: what is remembered of a scan so that the next one can be
-// compared with it. Paths are bytes, as everywhere.
+// Sizes in bytes by absolute path: the part of a scan that is kept for comparing it with the next
+// one. Paths are bytes.
 using PathSizes = std::unordered_map<std::string, std::int64_t>;
 
 }  // namespace tessaly

@@ -34,11 +34,11 @@ TEST(PathSizesJson, reads_any_form_of_the_same_json) {
   EXPECT_EQ(decode(" { \"\\/a\" : 3 ,\n \"\\u002fb\":4 } "), (PathSizes{{"/a", 3}, {"/b", 4}}));
 }
 
-TEST(PathSizesJson, of_several_sizes_for_one_path_the_last_one_counts) {
+TEST(PathSizesJson, takes_the_last_of_several_sizes_for_one_path) {
   EXPECT_EQ(decode(R"({"/a":1,"/b":2,"/a":3})"), (PathSizes{{"/a", 3}, {"/b", 2}}));
 }
 
-TEST(PathSizesJson, sizes_are_whole_numbers_from_zero_on) {
+TEST(PathSizesJson, sizes_are_whole_numbers_not_below_zero) {
   EXPECT_EQ(decode(R"({"/a":9223372036854775807})"),
             (PathSizes{{"/a", std::numeric_limits<std::int64_t>::max()}}));
   for (const char* wrong : {"1.5", "1.0", "1e3", "-1", "-0.0", "9223372036854775808", "null",
@@ -53,7 +53,7 @@ TEST(PathSizesJson, refuses_sizes_that_add_up_to_too_much) {
   EXPECT_EQ(decode(R"({"/a":4611686018427387904,"/b":4611686018427387904})"), std::nullopt);
 }
 
-TEST(PathSizesJson, refuses_what_is_no_map_of_sizes) {
+TEST(PathSizesJson, refuses_json_that_is_no_map_of_sizes) {
   for (const std::string& wrong : {""s,
                                    " "s,
                                    "\0"s,

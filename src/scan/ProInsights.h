@@ -1,4 +1,4 @@
-// What is asked of the disk itself, or of a path on it, rather than of a scanned tree.
+// Questions about paths, in contrast to a scanned tree.
 #pragma once
 
 #include <string>

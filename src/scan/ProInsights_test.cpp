@@ -20,13 +20,13 @@ TEST(IsExcluded, a_longer_name_is_not_below) {
   EXPECT_FALSE(isExcluded("/a", {"/a/b"}));
 }
 
-TEST(IsExcluded, nothing_is_excluded_by_nothing) {
+TEST(IsExcluded, no_prefixes_exclude_no_path) {
   EXPECT_FALSE(isExcluded("/a", {}));
   EXPECT_FALSE(isExcluded("/a", {""}));
   EXPECT_FALSE(isExcluded("", {""}));
 }
 
-TEST(IsExcluded, one_of_many_is_enough) {
+TEST(IsExcluded, one_matching_prefix_of_many_excludes_a_path) {
   EXPECT_TRUE(isExcluded("/x/y", {"", "/a", "/x"}));
 }
 

@@ -1,4 +1,4 @@
-// Where one path lies below another.
+// The position of one path below another.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 
 namespace tessaly::DiskScanner {
 
-// The components that lead from `root` to `path`, after resolving links in both. Empty when they
-// are the same, absent when `path` does not lie below `root`.
+// The components from `root` to `path`, after resolving links in both. Empty when both are the
+// same, absent when `path` is not below `root`.
 std::optional<std::vector<std::string>> relativeParts(const std::string& root,
                                                       const std::string& path);
 

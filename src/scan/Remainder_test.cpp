@@ -13,12 +13,12 @@ DiskNode named(const std::string& name, const std::string& path) {
   return DiskNode({name, path, 10, false, FileKind::other, {}});
 }
 
-TEST(Remainder, is_known_by_a_path_that_ends_in_rest_under_another_name) {
+TEST(Remainder, a_remainder_has_a_path_that_ends_in_rest_and_another_name) {
   EXPECT_TRUE(isRemainder(named("+ 6 more", "/home/h/__rest__")));
   EXPECT_TRUE(isRemainder(named("+ 6 more", "/__rest__")));
 }
 
-TEST(Remainder, is_no_file_that_is_called_like_one) {
+TEST(Remainder, a_file_named_like_a_remainder_is_none) {
   EXPECT_FALSE(isRemainder(named("__rest__", "/home/h/__rest__")));
   EXPECT_FALSE(isRemainder(named("+ 6 more", "/home/h/+ 6 more")));
   EXPECT_FALSE(isRemainder(named("+ notes", "/home/h/+ notes")));
@@ -26,12 +26,12 @@ TEST(Remainder, is_no_file_that_is_called_like_one) {
   EXPECT_FALSE(isRemainder(named("film", "/home/__rest__/film")));
 }
 
-TEST(Remainder, is_no_disk_and_no_empty_place) {
+TEST(Remainder, the_root_of_a_disk_and_a_default_node_are_no_remainders) {
   EXPECT_FALSE(isRemainder(DiskNode()));
   EXPECT_FALSE(isRemainder(DiskNode({"Macintosh HD", "/", 10, true, FileKind::folder, {}})));
 }
 
-TEST(Remainder, is_known_in_a_tree_that_was_saved) {
+TEST(Remainder, a_remainder_is_recognised_in_a_saved_tree) {
   const DiskNode tree({"h", "/home/h", 40, true, FileKind::folder, {}},
                       {named("__rest__", "/home/h/__rest__"), named("+ 6 more", "/home/h/+ 6 more"),
                        named("+ 6 more", "/home/h/__rest__")});

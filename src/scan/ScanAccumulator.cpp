@@ -24,7 +24,7 @@ ScanAccumulator::Index ScanAccumulator::newNode(std::string_view name, bool isDi
     nameRoom_ = std::max(blockNameBytes, name.size());
     nameBlocks_.push_back(std::make_unique_for_overwrite<char[]>(nameRoom_));
   }
-  // Names fill a block from its end.
+  // A block of names is filled from its end.
   nameRoom_ -= name.size();
   char* const place = nameBlocks_.back().get() + nameRoom_;
   if (!name.empty()) std::memcpy(place, name.data(), name.size());

@@ -1,7 +1,7 @@
 // The growing tree of a scan, before it is pruned: one node for each directory, and for each file
-// that may get one. All nodes lie in one arena and are named by their place in it.
+// that may get one. All nodes are in one arena and are addressed by their index.
 //
-// Used by one thread.
+// For one thread only.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ class ScanAccumulator {
 
   struct Node {
     std::int64_t size = 0;
-    double mtime = 0;  // newest seen, seconds since 1970; 0 means none
+    double mtime = 0;  // newest time seen, seconds since 1970; 0 means none
     const char* name = nullptr;
     Index firstChild = none;
     Index nextSibling = none;
@@ -41,7 +41,7 @@ class ScanAccumulator {
   std::size_t count() const { return count_; }
   std::size_t nameBytes() const { return nameBytes_; }
 
-  // A new child of `parent`, of size 0.
+  // Adds a child of size 0 to `parent`.
   Index append(Index parent, std::string_view name, bool isDir);
 
  private:
@@ -53,7 +53,7 @@ class ScanAccumulator {
   std::vector<std::unique_ptr<Node[]>> blocks_;
   std::size_t count_ = 0;
   std::vector<std::unique_ptr<char[]>> nameBlocks_;
-  std::size_t nameRoom_ = 0;  // bytes left in the last block of names
+  std::size_t nameRoom_ = 0;  // bytes free in the last block of names
   std::size_t nameBytes_ = 0;
 };
 

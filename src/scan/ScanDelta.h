@@ -1,5 +1,4 @@
-// Growth of one path from one scan to the next. Its identity is its path. Names and paths are
-// bytes.
+// Growth of one path from one scan to the next, identified by the path. Names and paths are bytes.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +11,7 @@ namespace tessaly {
 struct ScanDelta {
   std::string name;         // last component of the path
   std::string path;         // absolute
-  std::int64_t before = 0;  // bytes; 0 for a path that was not there
+  std::int64_t before = 0;  // bytes; 0 for a path that did not exist
   std::int64_t after = 0;   // bytes
 
   friend bool operator==(const ScanDelta&, const ScanDelta&) = default;

@@ -14,7 +14,7 @@ namespace {
 
 using Index = DiskTree::Index;
 
-// The part of a tree that stands at most `levels` levels below its top.
+// The part of a tree down to `levels` levels below its top.
 class TopLevels {
  public:
   TopLevels(const DiskNode& top, std::int64_t levels)
@@ -23,7 +23,7 @@ class TopLevels {
         end_(tree_.entry(top_).end),
         levels_(levels) {}
 
-  // Calls visit(path, size) for each node, in walk order. The path is good for the call only.
+  // Calls visit(path, size) for each node, in walk order. The path is valid only during the call.
   template <class Visit>
   void each(const Visit& visit) const {
     std::string path = tree_.path(top_);
@@ -50,7 +50,7 @@ class TopLevels {
     }
   }
 
-  // How many nodes each() visits.
+  // Number of nodes that each() visits.
   std::size_t count() const {
     if (levels_ <= 0) return 1;
     std::size_t count = 1;
@@ -109,7 +109,7 @@ std::int64_t saturatingDifference(std::int64_t from, std::int64_t to) {
   return to > from ? Limits::max() : Limits::min();
 }
 
-// A row to be, as small as can be for the sorting.
+// A future row, kept small for sorting.
 struct Found {
   std::int64_t difference;
   const std::string* path;

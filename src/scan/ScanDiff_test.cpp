@@ -35,7 +35,7 @@ DiskNode sample() {
 
 // Flattening.
 
-TEST(Flatten, to_two_levels_holds_the_root_its_children_and_theirs) {
+TEST(Flatten, two_levels_are_the_root_its_children_and_their_children) {
   EXPECT_THAT(ScanDiff::flatten(sample(), 0, 2),
               UnorderedElementsAre(Pair("/h", 100), Pair("/h/a", 60), Pair("/h/a/b", 40),
                                    Pair("/h/a/__rest__", 5), Pair("/h/ab", 30), Pair("/h/ab/x", 30),
@@ -57,7 +57,7 @@ TEST(Flatten, counts_levels_from_the_depth_it_begins_at) {
   EXPECT_EQ(ScanDiff::flatten(sample(), -1, 1), ScanDiff::flatten(sample(), 0, 2));
 }
 
-TEST(Flatten, holds_its_node_however_deep_that_is_said_to_stand) {
+TEST(Flatten, contains_its_node_even_below_the_deepest_level) {
   EXPECT_THAT(ScanDiff::flatten(sample(), 5, 2), UnorderedElementsAre(Pair("/h", 100)));
   constexpr int deepest = std::numeric_limits<int>::max();
   constexpr int highest = std::numeric_limits<int>::min();
@@ -77,7 +77,7 @@ TEST(Flatten, joins_paths_below_the_root_of_the_disk) {
               UnorderedElementsAre(Pair("/", 9), Pair("/a", 9), Pair("/a/b", 9)));
 }
 
-TEST(Flatten, takes_over_a_path_that_does_not_lie_below_its_parent) {
+TEST(Flatten, keeps_a_path_that_is_not_below_its_parent) {
   const DiskNode tree =
       node("/h", true, 9, {node("/q", true, 5, {node("/q/x", false, 5)}), node("/h/b", false, 4)});
   EXPECT_THAT(ScanDiff::flatten(tree, 0, 2),
@@ -98,7 +98,7 @@ TEST(Flatten, keeps_names_that_are_not_utf8_apart) {
                                    Pair("/h/\n", 1)));
 }
 
-TEST(Flatten, of_a_deep_tree_takes_no_stack) {
+TEST(Flatten, flattens_a_deep_tree_without_recursion) {
   constexpr int depth = 3000;
   DiskTreeBuilder builder;
   builder.open({"d", 1, true, FileKind::folder, {}}, "/d");
@@ -113,7 +113,7 @@ TEST(Flatten, of_a_deep_tree_takes_no_stack) {
 
 // Relative paths.
 
-TEST(FlattenRelative, holds_the_same_by_paths_below_the_root) {
+TEST(FlattenRelative, flattens_to_paths_relative_to_the_root) {
   EXPECT_THAT(
       ScanDiff::flattenRelative(sample(), "/h", 0, 2),
       UnorderedElementsAre(Pair(".", 100), Pair("a", 60), Pair("a/b", 40), Pair("a/__rest__", 5),
@@ -128,20 +128,20 @@ TEST(FlattenRelative, leaves_a_path_outside_the_root_as_it_is) {
       UnorderedElementsAre(Pair("/h", 100), Pair(".", 60), Pair("/h/ab", 30), Pair("/h/f", 10)));
 }
 
-TEST(FlattenRelative, of_the_whole_disk_drops_the_first_slash) {
+TEST(FlattenRelative, paths_of_the_whole_disk_lose_their_first_slash) {
   const DiskNode disk = node("/", true, 9, {node("/a", true, 9, {node("/a/b", false, 9)})});
   EXPECT_THAT(ScanDiff::flattenRelative(disk, "/", 0, 2),
               UnorderedElementsAre(Pair(".", 9), Pair("a", 9), Pair("a/b", 9)));
 }
 
-TEST(RelativeKey, of_the_root_is_a_dot_with_or_without_a_slash_at_the_end) {
+TEST(RelativeKey, key_of_the_root_is_a_dot_with_or_without_a_final_slash) {
   EXPECT_EQ(ScanDiff::relativeKey("/h", "/h"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/h", "/h/"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/h/", "/h/"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/", "/"), ".");
 }
 
-TEST(RelativeKey, of_what_lies_below_drops_the_root) {
+TEST(RelativeKey, key_of_a_path_below_the_root_omits_the_root) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/a", "/h"), "a");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a/b", "/h/"), "a/b");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a/", "/h"), "a/");
@@ -149,7 +149,7 @@ TEST(RelativeKey, of_what_lies_below_drops_the_root) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/caf\xe9", "/h"), "caf\xe9");
 }
 
-TEST(RelativeKey, of_a_path_outside_the_root_is_that_path) {
+TEST(RelativeKey, key_of_a_path_outside_the_root_is_the_path) {
   EXPECT_EQ(ScanDiff::relativeKey("/q/a", "/h"), "/q/a");
   EXPECT_EQ(ScanDiff::relativeKey("/ha", "/h"), "/ha");
   EXPECT_EQ(ScanDiff::relativeKey("/", "/h"), "/");
@@ -157,14 +157,14 @@ TEST(RelativeKey, of_a_path_outside_the_root_is_that_path) {
   EXPECT_EQ(ScanDiff::relativeKey("a", "/"), "a");
 }
 
-TEST(RelativeKey, takes_one_slash_off_its_root_and_no_more) {
+TEST(RelativeKey, removes_one_slash_from_the_root_and_no_more) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/", "/h"), "");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a", "/h//"), "/h/a");
   EXPECT_EQ(ScanDiff::relativeKey("/", "//"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/a", "//"), "a");
 }
 
-TEST(RelativeKey, takes_an_empty_root_for_that_of_the_disk) {
+TEST(RelativeKey, an_empty_root_means_the_root_directory) {
   EXPECT_EQ(ScanDiff::relativeKey("/a", ""), "a");
   EXPECT_EQ(ScanDiff::relativeKey("", ""), ".");
 }
@@ -183,30 +183,30 @@ TEST(Compare, finds_nothing_in_equal_maps) {
   EXPECT_THAT(ScanDiff::compare({}, {}, MiB), IsEmpty());
 }
 
-TEST(Compare, lists_growth_by_exactly_the_least_it_lists) {
+TEST(Compare, lists_growth_of_exactly_the_threshold) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 7}}, {{"/h/a", 7 + MiB}}, MiB),
               ElementsAre(ScanDelta{"a", "/h/a", 7, 7 + MiB}));
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 7}}, {{"/h/a", 6 + MiB}}, MiB), IsEmpty());
 }
 
-TEST(Compare, does_not_list_what_shrank_or_went) {
+TEST(Compare, does_not_list_shrunk_or_removed_paths) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 9 * MiB}, {"/h/b", 9 * MiB}, {"/h/gone", 9 * MiB}},
                                 {{"/h/a", 9 * MiB - 1}, {"/h/b", 0}}, MiB),
               IsEmpty());
 }
 
-TEST(Compare, counts_a_new_path_as_grown_from_nothing) {
+TEST(Compare, counts_a_new_path_as_grown_from_0) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 9 * MiB}},
                                 {{"/h/a", 9 * MiB}, {"/h/new", MiB}, {"/h/small", MiB - 1}}, MiB),
               ElementsAre(ScanDelta{"new", "/h/new", 0, MiB}));
 }
 
-TEST(Compare, lists_the_whole_top_of_a_first_scan) {
+TEST(Compare, lists_all_paths_after_a_first_scan) {
   const PathSizes sizes{{"/h", 9 * MiB}, {"/h/a", 5 * MiB}, {"/h/b", 2 * MiB}, {"/h/c", MiB - 1}};
   EXPECT_THAT(pathsOf(ScanDiff::compare({}, sizes, MiB)), ElementsAre("/h", "/h/a", "/h/b"));
 }
 
-TEST(Compare, puts_the_largest_growth_first_and_equal_ones_in_the_order_of_their_bytes) {
+TEST(Compare, sorts_by_growth_and_then_by_bytes_of_the_path) {
   const PathSizes older{{"/h/big", 500}, {"/h/a", 1}};
   const PathSizes newer{{"/h/big", 510}, {"/h/\xff", 5}, {"/h/z", 5}, {"/h/a/b", 5},
                         {"/h/a!", 5},    {"/h/b", 20},   {"/h/a", 6}};
@@ -222,7 +222,7 @@ TEST(Compare, names_each_path_by_its_last_component) {
                                   ScanDelta{"__rest__", "/h/__rest__", 0, 1}));
 }
 
-TEST(Compare, goes_by_whatever_it_is_to_list_at_least) {
+TEST(Compare, uses_the_given_threshold) {
   const PathSizes older{{"/h/a", 5}, {"/h/b", 5}};
   const PathSizes newer{{"/h/a", 5}, {"/h/b", 3}};
   EXPECT_THAT(pathsOf(ScanDiff::compare(older, newer, 1)), IsEmpty());
@@ -230,7 +230,7 @@ TEST(Compare, goes_by_whatever_it_is_to_list_at_least) {
   EXPECT_THAT(pathsOf(ScanDiff::compare(older, newer, -2)), ElementsAre("/h/a", "/h/b"));
 }
 
-TEST(Compare, takes_a_difference_that_no_number_holds_for_the_largest) {
+TEST(Compare, counts_an_overflowing_difference_as_the_largest) {
   const PathSizes older{{"/up", least}, {"/down", most}, {"/same", least}, {"/most", 0}};
   const PathSizes newer{{"/up", most}, {"/down", least}, {"/same", least}, {"/most", most}};
   EXPECT_THAT(
@@ -241,30 +241,30 @@ TEST(Compare, takes_a_difference_that_no_number_holds_for_the_largest) {
 
 // Two folders.
 
-TEST(CompareFolders, lists_what_stands_on_one_side_only_however_small) {
+TEST(CompareFolders, lists_paths_on_one_side_only_of_any_size) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 10}}, {}, MiB),
               ElementsAre(FolderCompareRow{"a", 10, 0}));
   EXPECT_THAT(ScanDiff::compareFolders({}, {{"a", 10}}, MiB),
               ElementsAre(FolderCompareRow{"a", 0, 10}));
 }
 
-TEST(CompareFolders, leaves_out_what_differs_by_less_than_the_least_it_lists) {
+TEST(CompareFolders, leaves_out_differences_below_the_threshold) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5}}, {{"a", 4 + MiB}}, MiB), IsEmpty());
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 4 + MiB}}, {{"a", 5}}, MiB), IsEmpty());
 }
 
-TEST(CompareFolders, lists_a_difference_of_exactly_the_least_either_way) {
+TEST(CompareFolders, lists_a_difference_of_exactly_the_threshold_in_both_directions) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5}}, {{"a", 5 + MiB}}, MiB),
               ElementsAre(FolderCompareRow{"a", 5, 5 + MiB}));
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5 + MiB}}, {{"a", 5}}, MiB),
               ElementsAre(FolderCompareRow{"a", 5 + MiB, 5}));
 }
 
-TEST(CompareFolders, leaves_out_what_has_no_size_on_either_side) {
+TEST(CompareFolders, leaves_out_paths_of_size_0_on_both_sides) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 0}, {"b", 0}}, {{"a", 0}, {"c", 0}}, 0), IsEmpty());
 }
 
-TEST(CompareFolders, takes_an_item_without_size_for_one_that_is_not_there) {
+TEST(CompareFolders, treats_size_0_as_missing) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 0}, {"b", 10}}, {{"a", 10}, {"b", 0}}, MiB),
               ElementsAre(FolderCompareRow{"a", 0, 10}, FolderCompareRow{"b", 10, 0}));
 }
@@ -274,7 +274,7 @@ TEST(CompareFolders, finds_nothing_between_equal_maps) {
   EXPECT_THAT(ScanDiff::compareFolders(sizes, sizes, MiB), IsEmpty());
 }
 
-TEST(CompareFolders, puts_the_largest_difference_first_and_equal_ones_in_the_order_of_their_bytes) {
+TEST(CompareFolders, sorts_by_difference_and_then_by_bytes_of_the_path) {
   const PathSizes left{{".", 100}, {"z", 7}, {"\xff", 7}, {"a/b", 7}, {"both", 50}};
   const PathSizes right{{".", 90}, {"a", 7}, {"a!", 7}, {"big", 40}, {"both", 48}};
   EXPECT_THAT(ScanDiff::compareFolders(left, right, 2),
@@ -284,7 +284,7 @@ TEST(CompareFolders, puts_the_largest_difference_first_and_equal_ones_in_the_ord
                           FolderCompareRow{"\xff", 7, 0}, FolderCompareRow{"both", 50, 48}));
 }
 
-TEST(CompareFolders, takes_a_difference_that_no_number_holds_for_the_largest) {
+TEST(CompareFolders, counts_an_overflowing_difference_as_the_largest) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", least}, {"b", most}, {"c", 1}},
                                        {{"a", most}, {"b", least}, {"c", most}}, MiB),
               ElementsAre(FolderCompareRow{"a", least, most}, FolderCompareRow{"b", most, least},

@@ -11,15 +11,15 @@ namespace tessaly::ScanInsights {
 
 namespace {
 
-// By name alone, so that a file of the disk that is called like one goes with them.
+// Tests the name alone, so a file on disk with such a name is left out too.
 bool looksLikeRemainder(std::string_view name) {
   return name.starts_with("+ ");
 }
 
-// A node on the way down to the path that is looked for.
+// A node on the path to the wanted one.
 struct Step {
   DiskTree::Index index;
-  std::size_t pathLength;  // how much of the wanted path the node's own path is
+  std::size_t pathLength;  // length of the node's path, a prefix of the wanted one
 };
 
 }  // namespace
@@ -95,7 +95,8 @@ std::optional<std::vector<DiskNode>> chain(const DiskNode& from, std::string_vie
   const std::string topPath = tree.path(top);
   std::vector<Step> steps{{top, topPath.size()}};
   if (to == topPath) return found(steps);
-  // The top is searched whatever its path is; below it, only what can hold the wanted one.
+  // The top is searched whatever its path is; below it, only nodes whose path is a prefix of the
+  // wanted one.
   const bool topIsAbove = to.starts_with(topPath);
 
   for (DiskTree::Index index = top + 1; index < end;) {

@@ -1,4 +1,4 @@
-// The lists that ScanInsights reads off a tree: largest files and empty folders.
+// The lists of ScanInsights: largest files and empty folders.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -64,7 +64,7 @@ DiskNode sample() {
 
 // Largest files.
 
-TEST(LargestFiles, lets_the_files_of_all_folders_compete) {
+TEST(LargestFiles, compares_the_files_of_all_folders) {
   EXPECT_THAT(largest(sample(), 10), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
 }
 
@@ -73,13 +73,13 @@ TEST(LargestFiles, gives_whole_nodes) {
   EXPECT_THAT(files, ElementsAre(file("/h/a/b/f", 8000)));
 }
 
-TEST(LargestFiles, gives_the_first_of_them_up_to_its_limit) {
+TEST(LargestFiles, lists_no_more_files_than_the_limit) {
   EXPECT_THAT(largest(sample(), 2), ElementsAre("/h/a/b/f", "/h/k"));
   EXPECT_THAT(largest(sample(), 3), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
   EXPECT_THAT(largest(sample(), noLimit), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
 }
 
-TEST(LargestFiles, gives_none_for_a_limit_below_one) {
+TEST(LargestFiles, lists_no_files_for_a_limit_below_one) {
   EXPECT_THAT(largest(sample(), 0), IsEmpty());
   EXPECT_THAT(largest(sample(), -1), IsEmpty());
   EXPECT_THAT(largest(sample(), std::numeric_limits<std::int64_t>::min()), IsEmpty());
@@ -96,22 +96,22 @@ TEST(LargestFiles, leaves_out_a_file_that_is_named_like_a_remainder) {
   EXPECT_THAT(largest(tree, 10), ElementsAre("/h/+notes"));
 }
 
-TEST(LargestFiles, tests_the_root_like_any_node) {
+TEST(LargestFiles, lists_a_root_that_is_a_file) {
   EXPECT_THAT(largest(file("/single", 5), 10), ElementsAre("/single"));
   EXPECT_THAT(largest(folder("/h", 5), 10), IsEmpty());
   EXPECT_THAT(largest(remainder("/h", 5), 10), IsEmpty());
 }
 
-TEST(LargestFiles, looks_below_the_given_node_alone) {
+TEST(LargestFiles, lists_only_files_below_the_given_node) {
   EXPECT_THAT(largest(sample().children().front(), 10), ElementsAre("/h/a/b/f", "/h/a/g"));
 }
 
-TEST(LargestFiles, looks_into_a_bundle_that_has_children) {
+TEST(LargestFiles, lists_files_in_a_bundle_that_has_children) {
   const DiskNode tree = folder("/T.app", 9, {file("/T.app/binary", 9)}, FileKind::app);
   EXPECT_THAT(largest(tree, 10), ElementsAre("/T.app/binary"));
 }
 
-TEST(LargestFiles, leaves_equal_ones_in_walk_order) {
+TEST(LargestFiles, lists_equal_files_in_walk_order) {
   std::vector<DiskNode> files;
   std::vector<std::string> paths;
   for (int k = 0; k < 100; ++k) {
@@ -126,22 +126,22 @@ TEST(LargestFiles, leaves_equal_ones_in_walk_order) {
 
 // Empty folders.
 
-TEST(EmptyFolders, are_those_without_a_node_below_whatever_their_size) {
+TEST(EmptyFolders, folders_without_a_node_below_are_listed_whatever_their_size) {
   EXPECT_THAT(ScanInsights::emptyFolders(sample(), 10),
               ElementsAre(folder("/h/a/c", 0), folder("/h/d", 500)));
 }
 
-TEST(EmptyFolders, never_list_the_root) {
+TEST(EmptyFolders, the_root_is_never_listed) {
   EXPECT_THAT(empty(folder("/h", 0), 10), IsEmpty());
   EXPECT_THAT(empty(DiskNode(), 10), IsEmpty());
 }
 
-TEST(EmptyFolders, never_list_another_node_with_the_path_of_the_root) {
+TEST(EmptyFolders, another_node_with_the_path_of_the_root_is_never_listed) {
   const DiskNode tree = folder("/h", 5, {folder("/q", 5, {folder("/h", 5)}), folder("/h/h", 0)});
   EXPECT_THAT(empty(tree, 10), ElementsAre("/h/h"));
 }
 
-TEST(EmptyFolders, leave_out_bundles_files_and_what_is_named_like_a_remainder) {
+TEST(EmptyFolders, bundles_files_and_nodes_named_like_remainders_are_left_out) {
   const DiskNode tree =
       folder("/h", 9,
              {folder("/h/Tool.app", 3, {}, FileKind::app), folder("/h/+ 20 more", 2),
@@ -149,7 +149,7 @@ TEST(EmptyFolders, leave_out_bundles_files_and_what_is_named_like_a_remainder) {
   EXPECT_THAT(empty(tree, 10), ElementsAre("/h/+x"));
 }
 
-TEST(EmptyFolders, stand_in_the_order_of_the_bytes_of_their_paths) {
+TEST(EmptyFolders, folders_are_sorted_by_the_bytes_of_their_paths) {
   const DiskNode tree =
       folder("/h", 9,
              {folder("/h/\xff", 5), folder("/h/b", 4), folder("/h/a", 3, {folder("/h/a/x", 3)}),
@@ -157,7 +157,7 @@ TEST(EmptyFolders, stand_in_the_order_of_the_bytes_of_their_paths) {
   EXPECT_THAT(empty(tree, 10), ElementsAre("/h/B", "/h/a!", "/h/a/x", "/h/b", "/h/\xff"));
 }
 
-TEST(EmptyFolders, stop_at_the_limit_in_walk_order_and_are_sorted_afterwards) {
+TEST(EmptyFolders, the_limit_applies_in_walk_order_before_sorting) {
   const DiskNode tree = folder("/h", 9,
                                {folder("/h/z", 5, {folder("/h/z/2", 2), folder("/h/z/1", 1)}),
                                 folder("/h/m", 3), folder("/h/a", 1)});
@@ -168,7 +168,7 @@ TEST(EmptyFolders, stop_at_the_limit_in_walk_order_and_are_sorted_afterwards) {
   EXPECT_THAT(empty(tree, noLimit), ElementsAre("/h/a", "/h/m", "/h/z/1", "/h/z/2"));
 }
 
-TEST(EmptyFolders, are_the_first_200_of_the_walk_and_not_of_the_alphabet) {
+TEST(EmptyFolders, the_first_200_folders_of_the_walk_are_listed) {
   std::vector<DiskNode> folders;
   for (int k = 0; k < 500; ++k) {
     folders.push_back(folder("/h/" + std::to_string(999 - k), 0));
@@ -179,18 +179,18 @@ TEST(EmptyFolders, are_the_first_200_of_the_walk_and_not_of_the_alphabet) {
   EXPECT_EQ(paths.back(), "/h/999");
 }
 
-TEST(EmptyFolders, are_none_for_a_limit_below_one) {
+TEST(EmptyFolders, no_folders_are_listed_for_a_limit_below_one) {
   EXPECT_THAT(empty(sample(), 0), IsEmpty());
   EXPECT_THAT(empty(sample(), -1), IsEmpty());
 }
 
-TEST(EmptyFolders, of_one_path_stand_in_walk_order) {
+TEST(EmptyFolders, folders_with_the_same_path_are_in_walk_order) {
   const DiskNode tree = folder("/h", 9, {folder("/h/b", 4), folder("/h/a", 3), folder("/h/a", 2)});
   EXPECT_THAT(ScanInsights::emptyFolders(tree, 10),
               ElementsAre(folder("/h/a", 3), folder("/h/a", 2), folder("/h/b", 4)));
 }
 
-TEST(EmptyFolders, are_looked_for_below_the_given_node_alone) {
+TEST(EmptyFolders, only_folders_below_the_given_node_are_listed) {
   EXPECT_THAT(empty(sample().children().front(), 10), ElementsAre("/h/a/c"));
 }
 

@@ -30,7 +30,7 @@ std::vector<std::string> pathsOf(const std::optional<std::vector<DiskNode>>& cha
   return paths;
 }
 
-TEST(ScanInsightsChain, runs_from_the_root_to_the_target) {
+TEST(ScanInsightsChain, chain_runs_from_the_root_to_the_target) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h/a/y")),
               ElementsAre("/h", "/h/a", "/h/a/y"));
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h/ab/x")),
@@ -39,25 +39,25 @@ TEST(ScanInsightsChain, runs_from_the_root_to_the_target) {
               ElementsAre("/h", "/h/__rest__"));
 }
 
-TEST(ScanInsightsChain, to_the_root_is_the_root_alone) {
+TEST(ScanInsightsChain, chain_to_the_root_is_the_root_alone) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h")), ElementsAre("/h"));
 }
 
-TEST(ScanInsightsChain, is_absent_for_a_path_that_the_tree_does_not_have) {
+TEST(ScanInsightsChain, chain_is_absent_for_a_path_outside_the_tree) {
   for (const char* path : {"", "/", "/h/", "/h/a/", "/h/a/z", "/h/a/x/deeper", "/h/abc", "/q",
                            "/q/a", "/q/ab/x", "x"}) {
     EXPECT_EQ(ScanInsights::chain(sample(), path), std::nullopt) << path;
   }
 }
 
-TEST(ScanInsightsChain, starts_anywhere_in_a_tree_and_stays_below) {
+TEST(ScanInsightsChain, chain_starts_at_any_node_and_stays_below_it) {
   const DiskNode a = sample().children().front();
   EXPECT_THAT(pathsOf(ScanInsights::chain(a, "/h/a/x")), ElementsAre("/h/a", "/h/a/x"));
   EXPECT_EQ(ScanInsights::chain(a, "/h"), std::nullopt);
   EXPECT_EQ(ScanInsights::chain(a, "/h/ab"), std::nullopt);
 }
 
-TEST(ScanInsightsChain, finds_its_way_below_the_root_of_the_disk) {
+TEST(ScanInsightsChain, chain_finds_paths_below_the_root_directory) {
   const DiskNode disk = node("/", true, 9, {node("/a", true, 9, {node("/a/b", false, 9)})});
   EXPECT_THAT(pathsOf(ScanInsights::chain(disk, "/a/b")), ElementsAre("/", "/a", "/a/b"));
 }
@@ -78,7 +78,7 @@ TEST(ScanInsightsChain, enters_a_child_that_does_not_lie_below_its_parent) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/h/b")), ElementsAre("/h", "/h/b"));
 }
 
-TEST(ScanInsightsChain, does_not_enter_a_folder_whose_name_is_a_beginning_of_the_wanted_one) {
+TEST(ScanInsightsChain, does_not_enter_a_folder_whose_name_is_a_prefix_of_the_wanted_one) {
   const DiskNode tree = node("/h", true, 9, {node("/h/a", true, 5, {node("/h/ab/x", false, 5)})});
   EXPECT_EQ(ScanInsights::chain(tree, "/h/ab/x"), std::nullopt);
 }
@@ -88,7 +88,7 @@ TEST(ScanInsightsChain, compares_bytes) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/h/\xff\n")), ElementsAre("/h", "/h/\xff\n"));
 }
 
-TEST(ScanInsightsChain, of_a_deep_tree_takes_no_stack_and_no_square_of_time) {
+TEST(ScanInsightsChain, chain_in_a_deep_tree_needs_no_recursion_and_linear_time) {
   constexpr int depth = 100000;
   DiskTreeBuilder builder;
   std::string path = "/d";
@@ -110,7 +110,7 @@ TEST(ScanInsightsStats, counts_nodes_files_and_folders) {
   EXPECT_EQ(ScanInsights::stats(sample(), 1.5), (ScanStats{7, 3, 4, 1.5, 100}));
 }
 
-TEST(ScanInsightsStats, counts_below_the_given_node_alone) {
+TEST(ScanInsightsStats, counts_only_nodes_below_the_given_one) {
   EXPECT_EQ(ScanInsights::stats(sample().children().front(), 0), (ScanStats{3, 1, 2, 0, 60}));
   EXPECT_EQ(ScanInsights::stats(DiskNode(), 0), (ScanStats{1, 1, 0, 0, 0}));
 }

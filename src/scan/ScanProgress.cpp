@@ -15,7 +15,7 @@ double ScanProgress::fraction() const {
   return std::min(static_cast<double>(finished_) / static_cast<double>(topCount_), 1.0);
 }
 
-// Built in one place that keeps its room: a folder of many files has a line for each.
+// Reuses one buffer, since a folder of many files causes a line for each.
 const std::string& ScanProgress::line(std::string_view text, std::string_view more) {
   std::array<char, 8> percent;
   const auto end =

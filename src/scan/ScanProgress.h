@@ -1,5 +1,5 @@
-// Words the progress of a scan. Progress is measured in top-level entries of the root, so it
-// advances unevenly: a folder with one huge subfolder stands at 0% for most of its time.
+// Reports the progress of a scan. Progress is measured in finished top-level entries of the root,
+// so it advances unevenly: a folder with one huge subfolder stays at 0% for most of its time.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,13 @@ class ScanProgress {
   // `topCount` is the number of entries directly in the root.
   ScanProgress(const DiskScanner::Callbacks& callbacks, std::size_t topCount);
 
-  // The walk stands at an item of this top-level entry.
+  // The walk has reached an item of this top-level entry.
   void reachTop(std::string_view name);
 
-  // The top-level entry `name` is finished with.
+  // The top-level entry `name` is finished.
   void finishTop(std::string_view name);
 
-  // One more item was enumerated; every so many of them are told of.
+  // Counts one more item; reports the current entry at every scanLimits::progressStride-th one.
   void countItem(std::uint64_t items);
 
   void finishLastTop();
@@ -34,8 +34,8 @@ class ScanProgress {
 
   const DiskScanner::Callbacks& callbacks_;
   std::size_t topCount_;
-  // The walk is in pre-order, so a top-level entry that it has left never comes back, and counting
-  // them is as good as keeping their names.
+  // The walk is in pre-order, so it never returns to a top-level entry that it has left; it is
+  // enough to count them without their names.
   std::size_t finished_ = 0;
   std::string current_;  // empty at first
   bool currentIsFinished_ = true;

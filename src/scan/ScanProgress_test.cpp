@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class ScanProgressTest : public ::testing::Test {
  protected:
-  // Of a folder with so many entries.
+  // The progress of a folder with this many entries.
   ScanProgress progressOf(std::size_t entries) { return ScanProgress(callbacks_, entries); }
 
   std::vector<std::string> lines_;
@@ -24,7 +24,7 @@ class ScanProgressTest : public ::testing::Test {
       .isCancelled = {}};
 };
 
-TEST_F(ScanProgressTest, is_what_is_finished_of_what_there_was_at_first) {
+TEST_F(ScanProgressTest, progress_is_the_finished_share_of_the_initial_entries) {
   ScanProgress progress = progressOf(3);
   for (const char* name : {"a", "b", "c"}) progress.reachTop(name);
   progress.finishLastTop();
@@ -32,7 +32,7 @@ TEST_F(ScanProgressTest, is_what_is_finished_of_what_there_was_at_first) {
   EXPECT_THAT(fractions_, ElementsAre(0, 1 / 3.0, 1 / 3.0, 2 / 3.0, 2 / 3.0, 1));
 }
 
-TEST_F(ScanProgressTest, never_goes_beyond_one_however_many_entries_have_come_since) {
+TEST_F(ScanProgressTest, progress_stays_at_most_1_when_entries_are_added_meanwhile) {
   ScanProgress progress = progressOf(2);
   for (const char* name : {"a", "b", "c", "d"}) progress.reachTop(name);
   progress.finishTop("e");
@@ -42,7 +42,7 @@ TEST_F(ScanProgressTest, never_goes_beyond_one_however_many_entries_have_come_si
   EXPECT_THAT(fractions_, ElementsAre(0, 0.5, 0.5, 1, 1, 1, 1, 1, 1));
 }
 
-TEST_F(ScanProgressTest, of_a_folder_that_seemed_empty_is_counted_as_of_one_entry) {
+TEST_F(ScanProgressTest, a_folder_that_seemed_empty_counts_as_one_entry) {
   ScanProgress progress = progressOf(0);
   progress.reachTop("a");
   progress.finishLastTop();
@@ -50,7 +50,7 @@ TEST_F(ScanProgressTest, of_a_folder_that_seemed_empty_is_counted_as_of_one_entr
   EXPECT_THAT(fractions_, ElementsAre(0, 1));
 }
 
-TEST_F(ScanProgressTest, stays_at_nothing_while_nothing_is_reached) {
+TEST_F(ScanProgressTest, progress_stays_at_0_before_the_first_entry) {
   ScanProgress progress = progressOf(2);
   progress.finishLastTop();
   progress.countItem(1499);
@@ -58,14 +58,14 @@ TEST_F(ScanProgressTest, stays_at_nothing_while_nothing_is_reached) {
   EXPECT_THAT(fractions_, IsEmpty());
 }
 
-TEST_F(ScanProgressTest, tells_of_an_entry_once_however_many_items_it_holds) {
+TEST_F(ScanProgressTest, an_entry_is_reported_once_whatever_its_number_of_items) {
   ScanProgress progress = progressOf(2);
   for (int i = 0; i < 3; ++i) progress.reachTop("a");
   EXPECT_THAT(lines_, ElementsAre("0%  a"));
   EXPECT_THAT(fractions_, ElementsAre(0));
 }
 
-TEST_F(ScanProgressTest, finishes_an_entry_once) {
+TEST_F(ScanProgressTest, an_entry_is_finished_once) {
   ScanProgress progress = progressOf(4);
   progress.reachTop("a");
   progress.finishTop("a");
@@ -77,7 +77,7 @@ TEST_F(ScanProgressTest, finishes_an_entry_once) {
   EXPECT_EQ(lines_.back(), "25%  b");
 }
 
-TEST_F(ScanProgressTest, finishes_a_skipped_entry_without_the_one_that_it_is_in) {
+TEST_F(ScanProgressTest, a_skipped_entry_does_not_finish_the_current_one) {
   ScanProgress progress = progressOf(4);
   progress.reachTop("a");
   progress.finishTop("skipped");
@@ -88,7 +88,7 @@ TEST_F(ScanProgressTest, finishes_a_skipped_entry_without_the_one_that_it_is_in)
   EXPECT_THAT(fractions_, ElementsAre(0, 0.25, 0.5));
 }
 
-TEST_F(ScanProgressTest, tells_where_it_stands_at_every_1500th_item_and_at_no_other) {
+TEST_F(ScanProgressTest, the_current_entry_is_reported_at_every_1500th_item) {
   ScanProgress progress = progressOf(1);
   progress.reachTop("a");
   lines_.clear();
@@ -100,7 +100,7 @@ TEST_F(ScanProgressTest, tells_where_it_stands_at_every_1500th_item_and_at_no_ot
   EXPECT_THAT(fractions_, ElementsAre(0));
 }
 
-TEST_F(ScanProgressTest, tells_nobody_where_nobody_listens) {
+TEST_F(ScanProgressTest, callbacks_may_be_absent) {
   callbacks_ = {};
   ScanProgress progress = progressOf(1);
   progress.reachTop("a");

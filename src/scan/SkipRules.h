@@ -1,4 +1,4 @@
-// Which items a scan leaves out. Immutable; safe from any thread.
+// Decides which items a scan leaves out. Immutable; safe from any thread.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +15,11 @@ namespace tessaly {
 
 class SkipRules {
  public:
-  // `root` is resolved.
+  // `root` must be resolved.
   SkipRules(const std::string& root, const DiskScanner::Options& options, const Places& places);
 
-  // Whether the item `name`, none of whose ancestors below the root is left out, is left out
-  // itself. `path()` gives its absolute path and is called only where a path decides.
+  // Whether the item `name` is left out. None of its ancestors below the root may be left out.
+  // `path()` returns its absolute path and is called only if a rule needs it.
   template <typename Path>
   bool skips(std::string_view name, Path&& path) const {
     if (everything_ || names_.contains(name)) return true;
@@ -28,7 +28,7 @@ class SkipRules {
     return skipsPath(path());
   }
 
-  // Whether a whole-disk scan leaves out this entry of "/".
+  // Whether a scan of the whole disk leaves out this entry of "/".
   bool skipsAtRoot(std::string_view name, std::uint32_t depth) const {
     return rootIsSlash_ && depth == 1 && rootNames_.contains(name);
   }
@@ -41,7 +41,7 @@ class SkipRules {
   bool everything_;
   NameSet names_;
   NameSet rootNames_;
-  NameSet pathEnds_;  // last components of all paths below
+  NameSet pathEnds_;  // last components of prefixes_ and paths_
   std::vector<std::string> suffixes_;
   std::vector<std::string> prefixes_;
   std::vector<std::string> paths_;

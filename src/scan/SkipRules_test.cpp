@@ -48,7 +48,7 @@ TEST(SkipRules, an_excluded_folder_is_left_out_and_its_neighbours_stay) {
   EXPECT_TRUE(c.skips("/home/me/big.iso"));
 }
 
-TEST(SkipRules, a_root_inside_an_excluded_folder_has_nothing_left) {
+TEST(SkipRules, a_scan_inside_an_excluded_folder_leaves_out_everything) {
   for (const char* prefix : {"/home/me", "/home/me/", "/home", "/"}) {
     Case c;
     c.options.extraPrefixes = {prefix};
@@ -59,7 +59,7 @@ TEST(SkipRules, a_root_inside_an_excluded_folder_has_nothing_left) {
   EXPECT_FALSE(c.skips("/home/me/anything"));
 }
 
-TEST(SkipRules, a_place_that_no_walk_enters_is_left_out_by_its_whole_path) {
+TEST(SkipRules, a_path_that_no_walk_enters_is_left_out_by_the_whole_path) {
   Case c;
   c.places.skipPaths = {"/home/me/.local/share/Trash"};
   EXPECT_TRUE(c.skips("/home/me/.local/share/Trash"));

@@ -1,4 +1,4 @@
-// What a scan could not read: how many items, and the first of them.
+// The items that a scan could not read: their number, and the first of them.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace tessaly {
 
 struct UnreadableItems {
-  // Items that are kept; the others are only counted.
+  // Number of items that are kept; the others are only counted.
   static constexpr std::size_t mostKept = 200;
 
   std::uint64_t count = 0;
