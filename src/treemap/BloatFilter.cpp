@@ -8,7 +8,7 @@ namespace tessaly {
 
 namespace {
 
-// Endings are short; what is longer and starts with a dot is the name of something.
+// Suffixes are short; a longer pattern that starts with a dot is the name of a file or folder.
 constexpr std::size_t longestSuffix = 8;
 
 bool isSuffix(std::string_view pattern) {

@@ -12,7 +12,7 @@ namespace {
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-// The catalogue as lines "id|name|symbol|pattern;pattern".
+// A filter of the catalogue as a line "id|name|symbol|pattern;pattern".
 std::string line(const BloatFilter& filter) {
   std::string text = filter.id + "|" + filter.name + "|" + filter.symbol + "|";
   for (const std::string& pattern : filter.patterns) {
@@ -56,14 +56,14 @@ TEST(BloatFilterCatalog, has_twelve_filters_in_the_order_of_the_sidebar) {
           "logs_caches|Logs & Caches|doc.text|Caches;Logs;CrashReporter;DiagnosticReports;.log"));
 }
 
-TEST(BloatFilterCatalog, has_everything_switched_off) {
+TEST(BloatFilterCatalog, all_filters_of_the_catalogue_are_off) {
   for (const BloatFilter& filter : BloatFilter::catalog()) {
     EXPECT_FALSE(filter.enabled) << filter.id;
     EXPECT_FALSE(filter.skipScan) << filter.id;
   }
 }
 
-TEST(BloatFilter, is_equal_and_hashed_by_all_six_fields) {
+TEST(BloatFilter, equality_and_hash_cover_all_six_fields) {
   const BloatFilter filter = {"id", "Name", {"a", "b"}, "symbol", false, false};
   std::vector<BloatFilter> others(6, filter);
   others[0].id = "other";
@@ -83,7 +83,7 @@ TEST(BloatFilter, is_equal_and_hashed_by_all_six_fields) {
   EXPECT_EQ(all.size(), 7U);
 }
 
-TEST(ScanExcludes, of_filters_that_skip_nothing_are_empty) {
+TEST(ScanExcludes, filters_that_skip_nothing_exclude_nothing) {
   for (const std::vector<BloatFilter>& filters :
        {std::vector<BloatFilter>{}, BloatFilter::catalog()}) {
     const BloatFilter::ScanExcludes excludes = BloatFilter::scanExcludes(filters);
@@ -92,14 +92,14 @@ TEST(ScanExcludes, of_filters_that_skip_nothing_are_empty) {
   }
 }
 
-TEST(ScanExcludes, do_not_ask_whether_a_filter_is_enabled) {
+TEST(ScanExcludes, filters_exclude_whether_enabled_or_not) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.enabled = true;
   EXPECT_THAT(BloatFilter::scanExcludes(filters).names, IsEmpty());
   EXPECT_THAT(BloatFilter::scanExcludes(filters).suffixes, IsEmpty());
 }
 
-TEST(ScanExcludes, take_short_dotted_patterns_of_folders_for_suffixes) {
+TEST(ScanExcludes, short_dotted_patterns_of_folders_are_suffixes) {
   const BloatFilter::ScanExcludes excludes =
       BloatFilter::scanExcludes(skipping({"build", "android"}));
   EXPECT_THAT(excludes.suffixes,
@@ -108,7 +108,7 @@ TEST(ScanExcludes, take_short_dotted_patterns_of_folders_for_suffixes) {
               UnorderedElementsAre("dist", "build", "out", "__pycache__", "Android Studio"));
 }
 
-TEST(ScanExcludes, take_long_dotted_patterns_for_names) {
+TEST(ScanExcludes, long_dotted_patterns_are_names) {
   const BloatFilter::ScanExcludes excludes =
       BloatFilter::scanExcludes(skipping({"disk_images", "virtual_machines"}));
   EXPECT_THAT(excludes.suffixes,
@@ -118,7 +118,7 @@ TEST(ScanExcludes, take_long_dotted_patterns_for_names) {
                                    "Virtual Machines", "VirtualBox VMs"));
 }
 
-TEST(ScanExcludes, keep_names_as_they_stand_slashes_and_inner_dots_included) {
+TEST(ScanExcludes, names_keep_their_slashes_and_inner_dots) {
   const BloatFilter::ScanExcludes excludes =
       BloatFilter::scanExcludes(skipping({"ios_backups", "docker"}));
   EXPECT_THAT(excludes.suffixes, IsEmpty());
@@ -127,30 +127,30 @@ TEST(ScanExcludes, keep_names_as_they_stand_slashes_and_inner_dots_included) {
                                                    "com.docker.docker"));
 }
 
-TEST(ScanExcludes, split_eight_from_nine_characters) {
+TEST(ScanExcludes, a_suffix_has_at_most_eight_characters) {
   const BloatFilter::ScanExcludes excludes = excludesOf({".1234567", ".12345678"});
   EXPECT_THAT(excludes.suffixes, UnorderedElementsAre(".1234567"));
   EXPECT_THAT(excludes.names, UnorderedElementsAre(".12345678"));
 }
 
-TEST(ScanExcludes, count_characters_and_not_bytes) {
+TEST(ScanExcludes, suffix_length_is_in_characters_and_not_bytes) {
   const std::string eight = ".\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9";
   EXPECT_THAT(excludesOf({eight}).suffixes, UnorderedElementsAre(eight));
   EXPECT_THAT(excludesOf({eight + "\u00e9"}).names, UnorderedElementsAre(eight + "\u00e9"));
 }
 
-TEST(ScanExcludes, take_a_pattern_with_a_second_dot_for_a_name) {
+TEST(ScanExcludes, a_pattern_with_a_second_dot_is_a_name) {
   EXPECT_THAT(excludesOf({".tar.gz", ".a."}).names, UnorderedElementsAre(".tar.gz", ".a."));
   EXPECT_THAT(excludesOf({"a.gz"}).names, UnorderedElementsAre("a.gz"));
 }
 
-TEST(ScanExcludes, lower_the_case_of_suffixes_alone) {
+TEST(ScanExcludes, only_suffixes_are_lower_cased) {
   const BloatFilter::ScanExcludes excludes = excludesOf({".ISO", "Logs", ".A.B"});
   EXPECT_THAT(excludes.suffixes, UnorderedElementsAre(".iso"));
   EXPECT_THAT(excludes.names, UnorderedElementsAre("Logs", ".A.B"));
 }
 
-TEST(ScanExcludes, join_all_filters_that_skip) {
+TEST(ScanExcludes, excludes_of_all_skipping_filters_are_joined) {
   EXPECT_THAT(BloatFilter::scanExcludes(skipping({"node_modules", "xcode", "logs_caches"})).names,
               UnorderedElementsAre("node_modules", "DerivedData", "iOS DeviceSupport",
                                    "watchOS DeviceSupport", "Caches", "Logs", "CrashReporter",

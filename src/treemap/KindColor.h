@@ -1,4 +1,4 @@
-// The colour that stands for a kind of file, on tiles and in the breakdown of a folder.
+// The colour of a kind of file, on tiles and in the breakdown of a folder.
 #pragma once
 
 #include "look/Color.h"
@@ -6,7 +6,7 @@
 
 namespace tessaly::KindColor {
 
-// Disk images alone have a colour that nothing else in the program uses.
+// Used for disk images only.
 inline constexpr Color disk = Color::fromRgb(0xA855F7);
 
 Color of(FileKind kind);

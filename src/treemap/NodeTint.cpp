@@ -40,7 +40,7 @@ Color color(const DiskNode& node, const std::vector<BloatFilter>& filters,
             const std::set<std::string>& grew, bool heatmap, double now) {
   if (heatmap) return byAge(node.mtime(), now);
 
-  // The lower-cased texts are made only once a filter asks for them.
+  // Lower-cased only once a filter needs them.
   bool anyEnabled = false;
   std::string name;
   std::string path;

@@ -42,7 +42,7 @@ Color tint(const DiskNode& node, const std::vector<BloatFilter>& filters = Bloat
   return NodeTint::color(node, filters, grew, false, now);
 }
 
-TEST(NodeTintBase, of_package_folders_is_that_of_developers) {
+TEST(NodeTintBase, package_folders_have_the_developer_colour) {
   EXPECT_EQ(NodeTint::base(folder("/node_modules", 1)), MarrowTheme::developer);
   EXPECT_EQ(NodeTint::base(folder("/NODE_Modules", 1)), MarrowTheme::developer);
   EXPECT_EQ(NodeTint::base(folder("/.npm", 1)), MarrowTheme::developer);
@@ -51,7 +51,7 @@ TEST(NodeTintBase, of_package_folders_is_that_of_developers) {
             MarrowTheme::folderColor("my_node_modules"));
 }
 
-TEST(NodeTintBase, of_a_plain_file_goes_by_kind_whatever_its_name) {
+TEST(NodeTintBase, a_plain_file_is_coloured_by_its_kind) {
   EXPECT_EQ(NodeTint::base(file("/my.npmrc-backup", 1)), MarrowTheme::other);
   EXPECT_EQ(NodeTint::base(file("/xcode", 1, FileKind::image)), MarrowTheme::image);
   EXPECT_EQ(NodeTint::base(file("/build", 1, FileKind::folder)), MarrowTheme::folderPalette[0]);
@@ -66,7 +66,7 @@ TEST(NodeTintBase, finds_xcode_anywhere_in_the_name) {
   EXPECT_EQ(NodeTint::base(folder("/DerivedData2", 1)), MarrowTheme::folderColor("DerivedData2"));
 }
 
-TEST(NodeTintBase, knows_folders_of_builds_by_their_whole_name) {
+TEST(NodeTintBase, build_folders_match_by_their_whole_name) {
   for (const char* path : {"/build", "/Build", "/dist", "/out", "/.next"}) {
     EXPECT_EQ(NodeTint::base(folder(path, 1)), MarrowTheme::folderPalette[7]) << path;
   }
@@ -76,54 +76,54 @@ TEST(NodeTintBase, knows_folders_of_builds_by_their_whole_name) {
   EXPECT_NE(MarrowTheme::folderColor("builds"), MarrowTheme::folderPalette[7]);
 }
 
-TEST(NodeTintBase, asks_for_the_name_before_the_kind) {
+TEST(NodeTintBase, the_name_decides_before_the_kind) {
   EXPECT_EQ(NodeTint::base(app("Build.app")), MarrowTheme::accent);
   EXPECT_EQ(NodeTint::base(app("Xcode.app")), MarrowTheme::folderPalette[3]);
 }
 
-TEST(NodeTintBase, of_any_other_folder_goes_by_the_letters_of_its_name) {
+TEST(NodeTintBase, other_folders_are_coloured_by_their_name) {
   EXPECT_EQ(NodeTint::base(folder("/home/Z", 1)), MarrowTheme::folderPalette[0]);
   EXPECT_EQ(NodeTint::base(folder("/a/listen", 1)), NodeTint::base(folder("/b/silent", 9)));
   EXPECT_EQ(NodeTint::base(folder("/a", 1)), MarrowTheme::folderPalette[97 % 15]);
   EXPECT_EQ(NodeTint::base(folder("/A", 1)), MarrowTheme::folderPalette[65 % 15]);
 }
 
-TEST(NodeTint, without_filters_and_growth_is_the_base) {
+TEST(NodeTint, base_colour_without_filters_and_growth) {
   EXPECT_EQ(tint(folder("/src", 1)), NodeTint::base(folder("/src", 1)));
   EXPECT_EQ(tint(folder("/src", 1), {}), NodeTint::base(folder("/src", 1)));
 }
 
-TEST(NodeTint, warns_of_what_grew_by_its_exact_path) {
+TEST(NodeTint, grown_paths_have_the_warning_colour) {
   EXPECT_EQ(tint(folder("/src", 1), BloatFilter::catalog(), {"/src"}), MarrowTheme::warning);
   EXPECT_EQ(tint(folder("/src", 1), {}, {"/src"}), MarrowTheme::warning);
   EXPECT_EQ(tint(folder("/src", 1), {}, {"/src/a", "/sr", "/SRC"}),
             NodeTint::base(folder("/src", 1)));
 }
 
-TEST(NodeTint, highlights_what_an_enabled_filter_finds_in_the_name) {
+TEST(NodeTint, an_enabled_filter_highlights_matching_names) {
   EXPECT_EQ(tint(file("/a/film.MP4", 1, FileKind::video), enabling("videos")),
             MarrowTheme::highlight);
   EXPECT_EQ(tint(file("/a/film.mp4.part", 1), enabling("videos")), MarrowTheme::highlight);
   EXPECT_EQ(tint(folder("/a/deriveddata", 1), enabling("xcode")), MarrowTheme::highlight);
 }
 
-TEST(NodeTint, highlights_everything_under_a_folder_that_matches) {
+TEST(NodeTint, a_filter_highlights_everything_in_a_matching_folder) {
   EXPECT_EQ(tint(file("/a/node_modules/b/c.js", 1, FileKind::code), enabling("node_modules")),
             MarrowTheme::highlight);
   EXPECT_EQ(tint(file("/Library/Application Support/mobilesync/x", 1), enabling("ios_backups")),
             MarrowTheme::highlight);
 }
 
-TEST(NodeTint, highlights_by_the_name_even_when_the_path_does_not_hold_it) {
+TEST(NodeTint, a_filter_matches_the_name_even_if_the_path_does_not_contain_it) {
   const DiskNode root({"Parallels", "/", 1, true, FileKind::folder, std::nullopt});
   EXPECT_EQ(tint(root, enabling("virtual_machines")), MarrowTheme::highlight);
 }
 
-TEST(NodeTint, takes_patterns_for_mere_parts_of_a_path) {
+TEST(NodeTint, patterns_match_any_part_of_a_path) {
   EXPECT_EQ(tint(folder("/Layouts", 1), enabling("build")), MarrowTheme::highlight);
 }
 
-TEST(NodeTint, makes_faint_what_no_enabled_filter_finds) {
+TEST(NodeTint, nodes_without_a_matching_filter_are_faint) {
   const Color faint = tint(folder("/src", 1), enabling("videos"));
   Color expected = NodeTint::base(folder("/src", 1));
   EXPECT_EQ(expected.opacity, 1);
@@ -131,29 +131,29 @@ TEST(NodeTint, makes_faint_what_no_enabled_filter_finds) {
   EXPECT_EQ(faint, expected);
 }
 
-TEST(NodeTint, shows_no_growth_while_a_filter_is_enabled) {
+TEST(NodeTint, growth_is_not_shown_while_a_filter_is_enabled) {
   EXPECT_EQ(tint(folder("/src", 1), enabling("videos"), {"/src"}),
             NodeTint::base(folder("/src", 1)).atOpacity(0.28));
   EXPECT_EQ(tint(folder("/x.mp4", 1), enabling("videos"), {"/x.mp4"}), MarrowTheme::highlight);
 }
 
-TEST(NodeTint, makes_faint_even_when_the_enabled_filter_has_no_pattern) {
+TEST(NodeTint, an_enabled_filter_without_patterns_makes_all_nodes_faint) {
   const std::vector<BloatFilter> filters = {{"id", "Name", {}, "symbol", true, false}};
   EXPECT_EQ(tint(folder("/src", 1), filters, {"/src"}).opacity, 0.28);
 }
 
-TEST(NodeTint, asks_only_enabled_filters) {
+TEST(NodeTint, disabled_filters_do_not_match) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.skipScan = true;
   EXPECT_EQ(tint(file("/a.mp4", 1, FileKind::video), filters), MarrowTheme::video);
 }
 
-TEST(NodeTint, has_no_effect_of_filters_and_growth_in_the_heat_map) {
+TEST(NodeTint, the_heat_map_ignores_filters_and_growth) {
   const DiskNode node({"a.mp4", "/a.mp4", 1, false, FileKind::video, now - 10 * day});
   EXPECT_EQ(NodeTint::color(node, enabling("videos"), {"/a.mp4"}, true, now), MarrowTheme::accent);
 }
 
-TEST(NodeTintByAge, changes_at_seven_thirty_and_a_hundred_and_eighty_days) {
+TEST(NodeTintByAge, age_colour_changes_at_7_30_and_180_days) {
   EXPECT_EQ(byAge(now), MarrowTheme::success);
   EXPECT_EQ(byAge(now - 7 * day + 1), MarrowTheme::success);
   EXPECT_EQ(byAge(now - 7 * day), MarrowTheme::accent);
@@ -164,15 +164,15 @@ TEST(NodeTintByAge, changes_at_seven_thirty_and_a_hundred_and_eighty_days) {
   EXPECT_EQ(byAge(1), MarrowTheme::other);
 }
 
-TEST(NodeTintByAge, takes_the_future_for_new) {
+TEST(NodeTintByAge, a_time_in_the_future_counts_as_new) {
   EXPECT_EQ(byAge(now + 1000 * day), MarrowTheme::success);
 }
 
-TEST(NodeTintByAge, of_an_unknown_time_is_that_of_other) {
+TEST(NodeTintByAge, an_unknown_time_has_the_colour_of_other) {
   EXPECT_EQ(byAge(std::nullopt), MarrowTheme::other);
   EXPECT_EQ(byAge(0), MarrowTheme::other);
   EXPECT_EQ(byAge(-day), MarrowTheme::other);
-  // Even where the clock itself is near 1970.
+  // The same when `now` is near 1970.
   EXPECT_EQ(NodeTint::color(aged(0), {}, {}, true, 5 * day), MarrowTheme::other);
   EXPECT_EQ(NodeTint::color(aged(1), {}, {}, true, 5 * day), MarrowTheme::success);
 }

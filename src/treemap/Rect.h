@@ -12,7 +12,7 @@ struct Rect {
   friend bool operator==(const Rect&, const Rect&) = default;
 };
 
-// True when both rectangles have a part of the plane in common. Touching edges do not count.
+// Whether the rectangles share an area. Touching edges do not count.
 inline bool overlap(const Rect& a, const Rect& b) {
   const auto larger = [](double p, double q) { return p > q ? p : q; };
   const auto smaller = [](double p, double q) { return p < q ? p : q; };

@@ -1,4 +1,4 @@
-// Small trees for the tests of this room, written by hand or drawn from a seed.
+// Small trees for the tests of this room, written by hand or random.
 #pragma once
 
 #include <algorithm>
@@ -29,7 +29,7 @@ inline DiskNode folder(const std::string& path, std::int64_t size,
                   children);
 }
 
-// Files "/0", "/1", ... of these sizes.
+// Files "/0", "/1", ... with these sizes.
 inline std::vector<DiskNode> files(const std::vector<std::int64_t>& sizes,
                                    const std::string& parent = "") {
   std::vector<DiskNode> nodes;
@@ -39,7 +39,7 @@ inline std::vector<DiskNode> files(const std::vector<std::int64_t>& sizes,
   return nodes;
 }
 
-// The same numbers on every system, which the distributions of the standard library are not.
+// Gives the same numbers on every system, in contrast to the distributions of the standard library.
 class Dice {
  public:
   explicit Dice(std::uint64_t seed) : engine_(seed) {}
@@ -51,7 +51,7 @@ class Dice {
   // From 0 to below 1, in steps of 2^-53.
   double fraction() { return static_cast<double>(engine_() >> 11U) * 0x1p-53; }
   bool chance(double probability) { return fraction() < probability; }
-  // Anything up to 2^bits, small numbers as likely as large ones.
+  // Any number below 2^bits, each bit length equally likely.
   std::int64_t magnitude(unsigned bits) {
     const std::uint64_t width = below(bits) + 1;
     return static_cast<std::int64_t>(engine_() >> (64 - width));
@@ -61,8 +61,8 @@ class Dice {
   std::mt19937_64 engine_;
 };
 
-// Sizes of one of several characters: ties, zeros and negatives, runs, very large, spread over all
-// magnitudes; their sum stays within 64 bits.
+// Sizes of a random kind: ties, zeros and negatives, powers of two, very large ones, or any
+// magnitude; their sum stays within 64 bits.
 inline std::vector<std::int64_t> randomSizes(Dice& dice, std::size_t most) {
   const std::uint64_t character = dice.below(7);
   std::size_t count = dice.below(most + 1);
@@ -93,7 +93,7 @@ inline std::vector<std::int64_t> randomSizes(Dice& dice, std::size_t most) {
   return sizes;
 }
 
-// A node before it is built.
+// The shape of a node before it is built.
 struct Plan {
   std::int64_t size = 0;
   bool isDir = false;
@@ -127,9 +127,8 @@ inline void build(const Plan& plan, DiskTreeBuilder& builder) {
   }
 }
 
-// A folder with all kinds of children, down to `levels` below them. Children are mostly sorted, but
-// not where a folder weighs what its children weigh together; the weight of others has nothing to
-// do with that of their children.
+// A folder with all kinds of children, down to `levels` below them. Children are mostly sorted.
+// Some folders have the sum of their children's sizes, others an unrelated size.
 inline DiskNode randomFolder(Dice& dice, const std::string& path, int levels, std::size_t most) {
   const Plan plan = randomPlan(dice, levels, most);
   DiskTreeBuilder builder;

@@ -9,7 +9,7 @@ namespace tessaly {
 
 namespace {
 
-// The member under `key` where it is of the type, else null.
+// The member under `key` if it has this type, else null.
 template <class Type>
 const Type* member(const JsonValue::Object& object, std::string_view key) {
   const auto found = object.find(key);

@@ -1,5 +1,5 @@
-// What settings keep of a filter: its switches, under its id. Its name, patterns and symbol are
-// always those of the running program.
+// The part of a filter that the settings store: its switches, under its id. Its name, patterns and
+// symbol are always those of the running program.
 //
 // As JSON: an array of objects with the keys "id", "enabled" and "skipScan", in this order and
 // without blanks. Pure, safe from any thread.
@@ -19,8 +19,8 @@ struct SavedFilter {
 
   static std::string encode(const std::vector<SavedFilter>& filters);
 
-  // The filters that were encoded; absent when `json` is anything else. Keys may stand in any
-  // order, and unknown ones are passed over.
+  // Decodes what encode() wrote; absent when `json` is anything else. Keys may be in any order, and
+  // unknown ones are ignored.
   static std::optional<std::vector<SavedFilter>> decode(std::string_view json);
 
   friend bool operator==(const SavedFilter&, const SavedFilter&) = default;

@@ -12,19 +12,19 @@ const std::string text =
     R"([{"id":"build","enabled":true,"skipScan":false},{"id":"é\"","enabled":false,"skipScan":true}])";
 const Filters filters = {{"build", true, false}, {"é\"", false, true}};
 
-TEST(SavedFilter, is_written_with_its_keys_in_order_and_without_blanks) {
+TEST(SavedFilter, writes_its_keys_in_order_without_blanks) {
   EXPECT_EQ(SavedFilter::encode(filters), text);
   EXPECT_EQ(SavedFilter::encode({}), "[]");
 }
 
-TEST(SavedFilter, is_read_back_as_written) {
+TEST(SavedFilter, reads_back_what_was_written) {
   EXPECT_EQ(SavedFilter::decode(text), filters);
   EXPECT_EQ(SavedFilter::decode("[]"), Filters{});
   const Filters odd = {{"\xff\0"s, true, true}, {"", false, false}};
   EXPECT_EQ(SavedFilter::decode(SavedFilter::encode(odd)), odd);
 }
 
-TEST(SavedFilter, takes_keys_in_any_order_and_passes_over_unknown_ones) {
+TEST(SavedFilter, takes_keys_in_any_order_and_ignores_unknown_ones) {
   EXPECT_EQ(SavedFilter::decode(
                 R"( [ { "skipScan" : true , "new" : 1e999, "id" : "x", "enabled" : false } ] )"),
             (Filters{{"x", false, true}}));
@@ -40,11 +40,11 @@ TEST(SavedFilter, refuses_other_types_and_missing_keys) {
         R"([{"id":"a","enabled":true,"skipScan":null}])"}) {
     EXPECT_EQ(SavedFilter::decode(wrong), std::nullopt) << wrong;
   }
-  // One that is wrong makes all of it count for nothing.
+  // One invalid filter makes the whole list invalid.
   EXPECT_EQ(SavedFilter::decode(text.substr(0, text.size() - 1) + ",{}]"), std::nullopt);
 }
 
-TEST(SavedFilter, refuses_what_is_damaged) {
+TEST(SavedFilter, refuses_damaged_json) {
   for (const std::string& wrong :
        {"\0"s, text + "\0"s, text + "x", "\xEF\xBB\xBF" + text, "\xff"s, std::string(100000, '['),
         std::string(100000, '[') + std::string(100000, ']')}) {

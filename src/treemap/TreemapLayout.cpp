@@ -15,7 +15,8 @@ namespace tessaly::TreemapLayout {
 namespace {
 
 constexpr double outerInset = 4;
-constexpr double smallestUsable = 1;  // a rectangle must be larger than this to be laid out at all
+constexpr double smallestUsable = 1;  // a rectangle is laid out only if both sides are larger than
+                                      // this
 constexpr double smallestTile = 5;
 constexpr double gap = 1;
 constexpr std::size_t mostTiles = 500;
@@ -36,7 +37,7 @@ double positivePart(double length) {
   return length > 0 ? length : 0;
 }
 
-// Neighbouring items of a list that share one strip.
+// A range of items that share one strip.
 struct Row {
   std::size_t begin = 0;
   std::size_t end = 0;
@@ -52,7 +53,7 @@ struct Row {
   }
 };
 
-// Cuts strips off a rectangle.
+// Cuts a rectangle into strips.
 class Strips {
  public:
   Strips(std::span<const std::int64_t> sizes, const Rect& rect) : sizes_(sizes), left_(rect) {
@@ -94,9 +95,9 @@ class Strips {
     return length * (static_cast<double>(size) / static_cast<double>(row.sum));
   }
 
-  // The worst aspect ratio in the row, squared. Dividing and multiplying by something positive keep
-  // the order of two numbers however they are rounded, so the extreme shares are exactly those of
-  // the extreme sizes and there is no need to go over the row.
+  // The worst aspect ratio in the row, squared. Rounding keeps the order of numbers that are
+  // multiplied or divided by a positive one, so the extreme sizes give the extreme shares, and the
+  // row need not be searched.
   double worst(const Row& row) const {
     const double along = length();
     if (row.sum < 1 || along <= 0) return worstPossible;
@@ -139,8 +140,8 @@ class Strips {
   double total_ = 1;
 };
 
-// The largest children of a node, largest first, those of equal size in stored order. Children
-// mostly come in that order already, so that putting one in its place hardly ever moves another.
+// The largest children of a node, largest first, equal ones in stored order. Children are mostly
+// stored in that order, so inserting one rarely moves another.
 class LargestKids {
  public:
   using Iterator = DiskNode::Children::Iterator;
@@ -200,7 +201,7 @@ void layoutChildren(const DiskNode& parent, const Rect& rect, std::int64_t depth
       const Rect inner = {tile.x + sideInset, tile.y + headerBand,
                           positivePart(tile.width - 2 * sideInset),
                           positivePart(tile.height - headerBand - sideInset)};
-      // There is room for all tiles from the start, so this one stays where it is.
+      // `out` has memory for all tiles, so this one does not move.
       layoutChildren(out.back().node, inner, depth + 1, out);
     }
     return true;

@@ -1,6 +1,6 @@
-// Holds the layout against a model of it that is as plain as it can be: it copies lists, sums up
-// whole rows again for each item, and follows the rules one at a time. Both must agree in every bit
-// of every number.
+// Compares the layout with a model of it that is as simple as possible: it copies lists, sums whole
+// rows again for each item, and applies the rules one at a time. Both must agree in every bit of
+// every number.
 
 #include <algorithm>
 #include <bit>
@@ -257,7 +257,7 @@ TEST(TreemapLayoutModel, agrees_on_layouts_of_random_trees_in_every_bit) {
     if (actual.size() == 500) ++full;
     for (const TreemapRect& tile : actual) deepest += tile.depth == 3 ? 1 : 0;
   }
-  // The trees must have reached what they are there for.
+  // The random trees must have produced enough tiles, full layouts and tiles at depth 3.
   EXPECT_GT(tiles, 50'000U);
   EXPECT_GT(full, 20U);
   EXPECT_GT(deepest, 1000U);

@@ -29,7 +29,7 @@ std::vector<TreemapRect> squarified(const std::vector<std::int64_t>& sizes, cons
   return TreemapLayout::squarify(files(sizes), rect);
 }
 
-// Rectangles to four decimals.
+// Compares rectangles to four decimals.
 void expectRects(const std::vector<TreemapRect>& actual, const std::vector<Rect>& expected) {
   ASSERT_EQ(actual.size(), expected.size());
   for (std::size_t k = 0; k < actual.size(); ++k) {
@@ -51,7 +51,7 @@ TEST(Squarify, places_three_in_a_wide_rectangle) {
               {{0, 0, 50, 60}, {50, 0, 30, 60}, {80, 0, 20, 60}});
 }
 
-TEST(Squarify, lets_the_last_item_take_what_is_left_even_when_it_is_the_smallest) {
+TEST(Squarify, the_last_item_takes_the_rest_even_when_it_is_the_smallest) {
   expectRects(squarified({40, 30, 20, 10}, {0, 0, 100, 100}),
               {{0, 0, 70, 57.1429}, {0, 57.1429, 70, 42.8571}, {70, 0, 30, 20}, {70, 20, 30, 80}});
 }
@@ -67,7 +67,7 @@ TEST(Squarify, places_seven) {
                {300, 343.3333, 300, 56.6667}});
 }
 
-TEST(Squarify, gives_a_single_item_everything) {
+TEST(Squarify, a_single_item_fills_the_rectangle) {
   expectRects(squarified({7}, {3, 4, 20, 10}), {{3, 4, 20, 10}});
 }
 
@@ -76,7 +76,7 @@ TEST(Squarify, keeps_the_order_given) {
             (std::vector<std::string>{"0", "1", "2"}));
 }
 
-TEST(Squarify, marks_its_rectangles_as_plain) {
+TEST(Squarify, squarified_rectangles_have_depth_0_and_no_parent_size) {
   for (const TreemapRect& tile : squarified({5, 3}, {0, 0, 90, 90})) {
     EXPECT_EQ(tile.depth, 0);
     EXPECT_FALSE(tile.nested);
@@ -84,7 +84,7 @@ TEST(Squarify, marks_its_rectangles_as_plain) {
   }
 }
 
-TEST(Squarify, of_nothing_is_empty) {
+TEST(Squarify, no_items_give_no_rectangles) {
   EXPECT_TRUE(squarified({}, {0, 0, 90, 90}).empty());
 }
 
@@ -100,7 +100,7 @@ TEST(Squarify, leaves_out_items_without_a_size) {
             (std::vector<std::string>{"1", "3"}));
 }
 
-TEST(Squarify, stacks_items_at_the_edge_when_none_has_a_size) {
+TEST(Squarify, stacks_items_at_the_edge_when_all_have_size_0) {
   expectRects(squarified({0, 0}, {0, 0, 100, 60}), {{0, 0, 100, 0}, {0, 0, 100, 0}});
   expectRects(squarified({-3, 0}, {0, 0, 60, 100}), {{0, 0, 0, 100}, {0, 0, 0, 100}});
 }
@@ -120,17 +120,17 @@ TEST(SquarifyDeathTest, refuses_sizes_whose_sum_overflows) {
   constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(squarified({most - 1, 1}, {0, 0, 90, 90}).size(), 2U);
   EXPECT_DEATH(squarified({most, 1}, {0, 0, 90, 90}), "overflow");
-  // No two of these stand in one row.
+  // No two of these share a row.
   EXPECT_DEATH(squarified({most - 2, 2, 1}, {0, 0, 90, 90}), "overflow");
 }
 
-TEST(TreemapLayout, of_a_node_without_children_is_empty) {
+TEST(TreemapLayout, a_node_without_children_has_no_tiles) {
   EXPECT_TRUE(TreemapLayout::layout(folder("/r", 100), {0, 0, 400, 300}).empty());
   EXPECT_TRUE(TreemapLayout::layout(file("/r", 100), {0, 0, 400, 300}).empty());
   EXPECT_TRUE(TreemapLayout::layout(DiskNode(), {0, 0, 400, 300}).empty());
 }
 
-TEST(TreemapLayout, of_a_node_with_empty_children_only_is_empty) {
+TEST(TreemapLayout, a_node_with_empty_children_has_no_tiles) {
   EXPECT_TRUE(TreemapLayout::layout(folderOf({0, 0, 0}), {0, 0, 400, 300}).empty());
   EXPECT_TRUE(
       TreemapLayout::layout(folder("/r", 9, files({-1, 0}, "/r")), {0, 0, 400, 300}).empty());
@@ -146,7 +146,7 @@ TEST(TreemapLayout, needs_fifteen_by_fifteen_for_a_tile) {
   expectRects(TreemapLayout::layout(root, {0, 0, 15, 15}), {{5, 5, 5, 5}});
 }
 
-TEST(TreemapLayout, keeps_to_the_place_of_its_rectangle) {
+TEST(TreemapLayout, tiles_move_with_the_position_of_the_rectangle) {
   expectRects(TreemapLayout::layout(folderOf({10}), {100, 200, 60, 50}), {{105, 205, 50, 40}});
 }
 
@@ -211,14 +211,15 @@ TEST(TreemapLayout, shows_a_thousandth_of_its_parent_at_any_level) {
 }
 
 TEST(TreemapLayout, measures_shares_against_the_stored_size_of_the_parent) {
-  // The folder weighs much more than its named children: the smaller one falls below a thousandth.
+  // The folder is much larger than the sum of its children: the smaller child is below a
+  // thousandth.
   const DiskNode root =
       folder("/r", 1'000'000, {folder("/r/d", 1'000'000, files({2000, 900}, "/r/d"))});
   EXPECT_EQ(names(TreemapLayout::layout(root, {0, 0, 20'000, 20'000})),
             (std::vector<std::string>{"d", "0"}));
 }
 
-TEST(TreemapLayout, carries_the_stored_size_of_the_parent_even_when_it_is_zero) {
+TEST(TreemapLayout, passes_on_the_stored_size_of_the_parent_even_if_zero) {
   const DiskNode root = folder("/r", 0, {folder("/r/d", 70, files({30, 20}, "/r/d"))});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
   ASSERT_EQ(tiles.size(), 3U);
@@ -237,7 +238,7 @@ TEST(TreemapLayout, opens_a_folder_under_a_header_band) {
   EXPECT_EQ(tiles[1].depth, 1);
 }
 
-// A folder in a folder in a folder, five deep, each the only child, with a file at the end.
+// Five folders, each the only child of the one before, and a file in the last.
 DiskNode nestOfFolders() {
   DiskNode node = file("/r/a/b/c/d/e/f", 100);
   for (const char* path : {"/r/a/b/c/d/e", "/r/a/b/c/d", "/r/a/b/c", "/r/a/b", "/r/a", "/r"}) {
@@ -256,7 +257,7 @@ TEST(TreemapLayout, opens_a_folder_of_fifty_six_by_forty_four_at_depth_two) {
   EXPECT_FALSE(opened[3].nested);
 }
 
-TEST(TreemapLayout, keeps_a_slightly_smaller_folder_shut) {
+TEST(TreemapLayout, does_not_open_a_slightly_smaller_folder) {
   const DiskNode root = nestOfFolders();
   for (const Rect& rect : {Rect{0, 0, 77.9, 102}, Rect{0, 0, 78, 101.9}}) {
     const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, rect);
@@ -291,14 +292,14 @@ TEST(TreemapLayout, marks_a_folder_as_opened_even_when_nothing_in_it_shows) {
 }
 
 TEST(TreemapLayout, drops_a_tile_below_five_points_and_goes_on_with_the_next) {
-  // The strip of the two equal small ones is too narrow for the gap; the rest is not.
+  // The strip of the two equal small items is too narrow for the gap; the others fit.
   const DiskNode root = folderOf({985, 10, 5});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 408, 308});
   ASSERT_FALSE(tiles.empty());
   EXPECT_EQ(tiles.size(), 1U);
   EXPECT_EQ(tiles[0].node.name(), "0");
 
-  // Here the last tile, which takes all that is left, is the one that shows.
+  // Here the last tile, which takes the whole rest, is shown.
   const std::vector<TreemapRect> rest =
       TreemapLayout::layout(folderOf({40, 30, 20, 2}), {0, 0, 58, 58});
   EXPECT_EQ(names(rest), (std::vector<std::string>{"0", "1", "2", "3"}));
@@ -313,13 +314,13 @@ TEST(TreemapLayout, never_makes_more_than_five_hundred_tiles) {
   const std::vector<TreemapRect> tiles =
       TreemapLayout::layout(folder("/r", 1'000'000, folders), {0, 0, 4000, 4000});
   ASSERT_EQ(tiles.size(), 500U);
-  // Four folders with all they hold, and the fifth cut off in the middle.
+  // Four folders with their whole contents; the fifth is cut off in the middle.
   EXPECT_EQ(tiles[404].node.path(), "/r/d4");
   EXPECT_TRUE(tiles[404].nested);
   EXPECT_EQ(tiles[499].node.path(), "/r/d4/94");
 }
 
-TEST(TreemapLayout, tells_how_tiles_stand_in_each_other) {
+TEST(TreemapLayout, nested_tiles_are_inside_their_parents) {
   Dice dice(4711);
   std::size_t nestedTiles = 0;
   for (int round = 0; round < 400; ++round) {
@@ -332,7 +333,7 @@ TEST(TreemapLayout, tells_how_tiles_stand_in_each_other) {
     ASSERT_EQ(tiles, TreemapLayout::layout(root, rect));
 
     std::set<std::string> paths;
-    std::vector<const TreemapRect*> open;  // the tiles that the present one may stand in
+    std::vector<const TreemapRect*> open;  // the tiles that may contain the current one
     for (const TreemapRect& tile : tiles) {
       ASSERT_TRUE(paths.insert(tile.node.path()).second) << "a path twice";
       ASSERT_GE(tile.width, 5);

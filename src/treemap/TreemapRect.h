@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-// Identified in lists by node.path(), which stands at most once in a layout.
+// Identified in lists by node.path(), which is unique in a layout.
 struct TreemapRect {
   DiskNode node;
   double x = 0;  // points of the canvas, after the gap between tiles
@@ -16,8 +16,8 @@ struct TreemapRect {
   double width = 0;
   double height = 0;
   std::int64_t depth = 0;       // 0 for a child of the node that was laid out, at most 3
-  bool nested = false;          // the tile holds the tiles of its children, under a header band
-  std::int64_t parentSize = 0;  // size of the parent node as it stands there, which may be 0
+  bool nested = false;          // contains the tiles of its children, below a header band
+  std::int64_t parentSize = 0;  // stored size of the parent node, may be 0
 
   Rect rect() const { return {x, y, width, height}; }
 

@@ -26,7 +26,7 @@ std::vector<DiskNode> hits(const std::vector<TreemapRect>& rects, const Rect& ma
     if (overlap(rect.rect(), marquee)) touched.push_back({&rect, rect.node.path()});
   }
 
-  // Every path that has a touched tile below it: each part of a touched path before one of its
+  // The paths of all folders above touched tiles: the part of each touched path before each of its
   // slashes.
   std::unordered_set<std::string_view> above;
   for (const Touched& tile : touched) {

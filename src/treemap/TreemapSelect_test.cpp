@@ -33,52 +33,52 @@ std::vector<TreemapRect> folderAndFile() {
           tile("/a/two", {50, 20, 40, 78}), tile("/b", {110, 0, 50, 100})};
 }
 
-TEST(TreemapSelect, takes_the_files_and_not_the_folder_they_lie_in) {
+TEST(TreemapSelect, selects_the_files_and_not_their_folder) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {30, 10, 40, 40})),
             (Paths{"/a/one", "/a/two"}));
 }
 
-TEST(TreemapSelect, takes_a_folder_by_its_header_band) {
+TEST(TreemapSelect, selects_a_folder_by_its_header_band) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {10, 2, 60, 10})), Paths{"/a"});
 }
 
-TEST(TreemapSelect, takes_a_folder_by_the_gap_between_its_tiles) {
+TEST(TreemapSelect, selects_a_folder_by_the_gap_between_its_tiles) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {43, 30, 6, 10})), Paths{"/a"});
 }
 
-TEST(TreemapSelect, takes_whatever_else_is_touched_beside) {
+TEST(TreemapSelect, selects_touched_tiles_beside_a_folder) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {60, 30, 80, 10})), (Paths{"/a/two", "/b"}));
 }
 
-TEST(TreemapSelect, takes_nothing_with_a_band_below_four_points) {
+TEST(TreemapSelect, a_band_below_four_points_selects_nothing) {
   EXPECT_TRUE(TreemapSelect::hits(folderAndFile(), {0, 0, 3.9, 100}).empty());
   EXPECT_TRUE(TreemapSelect::hits(folderAndFile(), {0, 0, 100, 3.9}).empty());
   EXPECT_EQ(TreemapSelect::hits(folderAndFile(), {5, 5, 4, 4}).size(), 1U);
 }
 
-TEST(TreemapSelect, takes_nothing_that_is_only_touched_at_an_edge) {
+TEST(TreemapSelect, a_band_that_only_touches_an_edge_selects_nothing) {
   EXPECT_TRUE(TreemapSelect::hits(folderAndFile(), {160, 0, 20, 20}).empty());
   EXPECT_TRUE(TreemapSelect::hits(folderAndFile(), {100, 0, 10, 100}).empty());
 }
 
-TEST(TreemapSelect, takes_nothing_from_nothing) {
+TEST(TreemapSelect, a_map_without_tiles_has_no_selection) {
   EXPECT_TRUE(TreemapSelect::hits({}, {0, 0, 100, 100}).empty());
 }
 
-TEST(TreemapSelect, does_not_take_a_sibling_for_something_inside) {
+TEST(TreemapSelect, a_sibling_is_not_inside_a_folder) {
   const std::vector<TreemapRect> rects = {tile("/a/b", {0, 0, 50, 50}),
                                           tile("/a/bc", {50, 0, 50, 50})};
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {40, 10, 20, 20})), (Paths{"/a/b", "/a/bc"}));
 }
 
-TEST(TreemapSelect, drops_every_folder_above_the_deepest_tile) {
+TEST(TreemapSelect, selects_no_folder_above_the_deepest_tile) {
   const std::vector<TreemapRect> rects = {tile("/a", {0, 0, 90, 90}), tile("/a/b", {5, 5, 80, 80}),
                                           tile("/a/b/c", {10, 10, 70, 70}),
                                           tile("/a/b/c/d", {15, 15, 60, 60})};
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {0, 0, 90, 90})), Paths{"/a/b/c/d"});
 }
 
-TEST(TreemapSelect, keeps_the_order_of_the_list_whatever_it_is) {
+TEST(TreemapSelect, keeps_the_order_of_the_list) {
   std::vector<TreemapRect> rects = folderAndFile();
   std::reverse(rects.begin(), rects.end());
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {0, 0, 200, 200})), (Paths{"/b", "/a/two", "/a/one"}));
@@ -91,7 +91,7 @@ TEST(TreemapSelect, compares_names_as_bytes) {
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {0, 0, 100, 100})), (Paths{"/a\xff/\xfe", "/A\xff"}));
 }
 
-// The rule in the plainest form: each touched tile against each other one.
+// The rule in its simplest form: compares each touched tile with every other one.
 std::vector<std::string> plainHits(const std::vector<TreemapRect>& rects, const Rect& band) {
   std::vector<std::string> touched;
   for (const TreemapRect& rect : rects) {
