@@ -1,5 +1,5 @@
-// What the table of df means, for those who read it: a header, then a row a volume with its device,
-// three sizes in kibibytes and a percentage. Pure functions, safe from any thread.
+// The meaning of df's table: a header, then one row per volume with its device, three sizes in
+// kibibytes and a percentage. Pure functions, safe from any thread.
 #pragma once
 
 #include <cstdint>
@@ -8,16 +8,16 @@
 
 namespace tessaly::DfTable {
 
-// Whether `line` is the header. Only one in English is known by its words; in another language it
-// is told from a row by its second word, which is no number.
+// Whether `line` begins like the English header. A header in another language is not recognised
+// here: callers find that its second word is not a number.
 bool isHeader(std::string_view line);
 
-// The text of a size in bytes; absent when it is no whole number, or does not fit. Sizes are
-// checked everywhere, and what a tool prints must not end the program.
+// The bytes of a size in kibibytes; absent when it is not a whole number, or does not fit. Sizes
+// are always checked: the output of a tool must not end the program.
 std::optional<std::int64_t> bytes(std::string_view kibibytes);
 
-// The number that is left of "36%" without its signs; 0 when none is, as for the "-" of a volume
-// without blocks.
+// The number in "36%", without its signs; 0 when there is none, as in the "-" of a volume without
+// blocks.
 double percent(std::string_view text);
 
 }  // namespace tessaly::DfTable

@@ -41,7 +41,7 @@ TEST(DfTable, percentages_are_read_without_their_signs) {
   EXPECT_EQ(DfTable::percent("103%"), 103.0);
 }
 
-TEST(DfTable, a_percentage_that_nobody_can_show_is_zero) {
+TEST(DfTable, a_percentage_that_is_not_finite_is_zero) {
   for (const char* text : {"-", "%", "", "a%", "1,5%", "nan%", "inf%", "-inf", "1e999%"}) {
     EXPECT_EQ(DfTable::percent(text), 0.0) << text;
   }

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* df = "/bin/df";
 constexpr const char* osascript = "/usr/bin/osascript";
 
-// a - b, absent when it does not fit.
+// a - b; absent when it overflows.
 std::optional<std::int64_t> difference(std::int64_t a, std::int64_t b) {
   std::int64_t result = 0;
   if (__builtin_sub_overflow(a, b, &result)) return std::nullopt;

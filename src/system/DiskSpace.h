@@ -1,8 +1,8 @@
-// How full the start-up volume is, and how many items lie in the Trash.
+// Usage of the start-up volume, and the number of items in the Trash.
 //
-// Nothing here fails: a tool that cannot be run or prints what nobody understands leaves the value
-// that says nothing is known. Functions that take a `run` start a tool with it, or with Shell::run
-// when it is empty, and may block until that gives up. Safe from any thread.
+// No function fails: if a tool cannot be run or its output is not understood, the result is the
+// value for "unknown". Functions with a `run` start a tool with it, or with Shell::run when it is
+// empty, and may block until that returns. Safe from any thread.
 #pragma once
 
 #include <cstdint>
@@ -16,36 +16,36 @@
 
 namespace tessaly::DiskSpace {
 
-// Of the volume that holds "/", as the file system tells it. Absent when it does not.
+// Usage of the volume of "/", from the file system. Absent when it is unknown.
 std::optional<DiskUsage> volumeUsage();
 
-// The rule behind it. Free is what is left for something the user asked for, purged space
-// included, where the system tells that. Absent without a size, and when a difference of the
-// figures does not fit.
+// The rule behind it. Free space is the space for something that the user asked for, including
+// purgeable space, if the system reports it. Absent without a size, and when a difference of the
+// figures overflows.
 std::optional<DiskUsage> volumeUsage(const VolumeCapacity& capacity);
 
-// From what "df -k /" prints: the last line that is no header. All zero unless each of its
+// Parses the output of "df -k /": the last line that is not a header. All zero unless each of its
 // three sizes can be read.
 DiskUsage parse(std::string_view text);
 
-// What volumeUsage() gives, else what is parsed from `dfOutput`, else from what df prints now.
+// volumeUsage() if present, else `dfOutput` parsed, else the current output of df parsed.
 DiskUsage usage(const std::optional<std::string>& dfOutput = std::nullopt,
                 const Shell::Run& run = {});
 
-// The same with the answer of volumeUsage() given.
+// The same with the result of volumeUsage() passed in.
 DiskUsage usage(const std::optional<DiskUsage>& ofVolume,
                 const std::optional<std::string>& dfOutput, const Shell::Run& run);
 
-// Items in the Trash; 0 when they cannot be counted.
+// Number of items in the Trash; 0 when they cannot be counted.
 std::int64_t trashCount(const Shell::Run& run = {});
 
-// What became of a request by the time that this program waits for it no longer.
+// State of a request to empty the Trash when this program stops waiting for it.
 enum class TrashEmptying {
-  ended,   // by itself, also where not all could be deleted, or the tool did not start
-  goesOn,  // without us: who empties the Trash finishes what it was asked for
+  ended,   // the tool has exited, also if it could not delete everything or did not start
+  goesOn,  // the tool still runs, and will finish without this program
 };
 
-// Empties the Trash, if it can.
+// Asks the tool to empty the Trash, and waits for it for a limited time.
 TrashEmptying emptyTrash(const Shell::Run& run = {});
 
 }  // namespace tessaly::DiskSpace

@@ -19,7 +19,7 @@ constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
 const DiskUsage unknown;
 
-// A tool that prints `text`, and how it was called.
+// A tool that prints `text` and records how it was called.
 class Tool {
  public:
   explicit Tool(std::string text) : text_(std::move(text)) {}
@@ -54,7 +54,7 @@ std::string oddlyFailingRun(const std::string& /*path*/, const std::vector<std::
   throw 7;  // NOLINT: what a run throws is not ours to choose
 }
 
-TEST(DiskSpaceVolumeUsage, takes_what_is_left_for_important_things_first) {
+TEST(DiskSpaceVolumeUsage, free_is_the_figure_for_important_usage_if_there_is_one) {
   const std::optional<DiskUsage> usage =
       DiskSpace::volumeUsage({.total = 1000,
                               .available = 200,
@@ -65,7 +65,7 @@ TEST(DiskSpaceVolumeUsage, takes_what_is_left_for_important_things_first) {
       (DiskUsage{.total = 1000, .used = 700, .free = 300, .usedPercent = 70.0, .purgeable = 50}));
 }
 
-TEST(DiskSpaceVolumeUsage, takes_what_is_available_next_and_knows_nothing_purgeable_then) {
+TEST(DiskSpaceVolumeUsage, free_falls_back_to_the_available_figure_without_purgeable_space) {
   EXPECT_EQ(
       DiskSpace::volumeUsage({.total = 1000,
                               .available = 200,
@@ -74,7 +74,7 @@ TEST(DiskSpaceVolumeUsage, takes_what_is_available_next_and_knows_nothing_purgea
       (DiskUsage{.total = 1000, .used = 800, .free = 200, .usedPercent = 80.0, .purgeable = 0}));
 }
 
-TEST(DiskSpaceVolumeUsage, is_full_where_no_free_figure_is_told) {
+TEST(DiskSpaceVolumeUsage, a_volume_without_a_free_figure_counts_as_full) {
   EXPECT_EQ(DiskSpace::volumeUsage({.total = 8,
                                     .available = {},
                                     .availableForImportantUsage = {},
@@ -96,7 +96,7 @@ TEST(DiskSpaceVolumeUsage, an_absent_opportunistic_figure_is_what_is_available) 
   EXPECT_EQ(purgeable({}, 299), 1);
 }
 
-TEST(DiskSpaceVolumeUsage, nothing_is_below_zero) {
+TEST(DiskSpaceVolumeUsage, figures_are_never_below_zero) {
   EXPECT_EQ(
       DiskSpace::volumeUsage({.total = 1000,
                               .available = 500,
@@ -111,7 +111,7 @@ TEST(DiskSpaceVolumeUsage, nothing_is_below_zero) {
       (DiskUsage{.total = 1000, .used = 1010, .free = 0, .usedPercent = 101.0, .purgeable = 0}));
 }
 
-TEST(DiskSpaceVolumeUsage, is_absent_without_a_size) {
+TEST(DiskSpaceVolumeUsage, usage_is_absent_without_a_size) {
   for (const std::optional<std::int64_t> total :
        {std::optional<std::int64_t>(), std::optional<std::int64_t>(0),
         std::optional<std::int64_t>(-1)}) {
@@ -127,7 +127,7 @@ TEST(DiskSpaceVolumeUsage, is_absent_without_a_size) {
                                       .availableForOpportunisticUsage = {}}));
 }
 
-TEST(DiskSpaceVolumeUsage, is_absent_where_a_difference_does_not_fit) {
+TEST(DiskSpaceVolumeUsage, usage_is_absent_if_a_difference_overflows) {
   EXPECT_EQ(DiskSpace::volumeUsage({.total = 2,
                                     .available = {},
                                     .availableForImportantUsage = least,
@@ -140,7 +140,7 @@ TEST(DiskSpaceVolumeUsage, is_absent_where_a_difference_does_not_fit) {
             std::nullopt);
 }
 
-TEST(DiskSpaceVolumeUsage, tells_of_this_machine_what_its_file_system_does) {
+TEST(DiskSpaceVolumeUsage, usage_of_this_machine_agrees_with_its_capacity) {
   const Result<VolumeCapacity> before = volumeCapacity("/");
   const std::optional<DiskUsage> usage = DiskSpace::volumeUsage();
   ASSERT_TRUE(before);
@@ -160,17 +160,17 @@ TEST(DiskSpaceParse, reads_the_last_line) {
           .total = 102400, .used = 61440, .free = 40960, .usedPercent = 60.0, .purgeable = 0}));
 }
 
-TEST(DiskSpaceParse, takes_five_words_and_no_fewer) {
+TEST(DiskSpaceParse, a_row_needs_five_words) {
   EXPECT_EQ(DiskSpace::parse("d 100 60 40 60%").total, 102400);
   EXPECT_EQ(DiskSpace::parse("d 100 60 40"), unknown);
 }
 
-TEST(DiskSpaceParse, knows_nothing_from_empty_text) {
+TEST(DiskSpaceParse, usage_of_empty_text_is_unknown) {
   EXPECT_EQ(DiskSpace::parse(""), unknown);
   EXPECT_EQ(DiskSpace::parse("\n\r\n"), unknown);
 }
 
-TEST(DiskSpaceParse, knows_nothing_from_a_header_alone) {
+TEST(DiskSpaceParse, usage_of_a_header_alone_is_unknown) {
   EXPECT_EQ(DiskSpace::parse("Filesystem 1024-blocks Used Available Capacity Mounted on\n"),
             unknown);
   EXPECT_EQ(DiskSpace::parse("FILESYSTEM 100 60 40 60% /"), unknown);
@@ -186,14 +186,14 @@ TEST(DiskSpaceParse, a_blank_last_line_is_a_line) {
   EXPECT_EQ(DiskSpace::parse("d 100 60 40 60% /\n \n"), unknown);
 }
 
-TEST(DiskSpaceParse, gives_no_partial_values) {
+TEST(DiskSpaceParse, one_unreadable_size_makes_all_values_unknown) {
   EXPECT_EQ(DiskSpace::parse("d x 60 40 60% /"), unknown);
   EXPECT_EQ(DiskSpace::parse("d 100 x 40 60% /"), unknown);
   EXPECT_EQ(DiskSpace::parse("d 100 60 x 60% /"), unknown);
   EXPECT_EQ(DiskSpace::parse("d - - - - /"), unknown);
 }
 
-TEST(DiskSpaceParse, sizes_that_do_not_fit_leave_nothing_known) {
+TEST(DiskSpaceParse, overflowing_sizes_make_all_values_unknown) {
   EXPECT_EQ(DiskSpace::parse("d 9007199254740992 60 40 60% /"), unknown);
   EXPECT_EQ(DiskSpace::parse("d 100 9007199254740992 40 60% /"), unknown);
   EXPECT_EQ(DiskSpace::parse("d 100 60 9223372036854775808 60% /"), unknown);
@@ -241,14 +241,14 @@ TEST(DiskSpaceParse, a_text_cut_anywhere_gives_nothing_or_a_row_of_it) {
     } else if (length >= complete) {
       EXPECT_EQ(cut, whole) << length;
     } else {
-      // Cut within the percentage.
+      // Cut inside the percentage.
       EXPECT_EQ(cut.free, whole.free) << length;
       EXPECT_LT(cut.usedPercent, whole.usedPercent) << length;
     }
   }
 }
 
-TEST(DiskSpaceParse, knows_nothing_from_garbage) {
+TEST(DiskSpaceParse, usage_of_garbage_is_unknown) {
   const std::string garbage = testdata("df/garbage.bin");
   ASSERT_FALSE(garbage.empty());
   EXPECT_EQ(DiskSpace::parse(garbage), unknown);
@@ -278,7 +278,7 @@ TEST(DiskSpaceUsage, df_is_asked_last) {
   EXPECT_EQ(df.calls, 1);
 }
 
-TEST(DiskSpaceUsage, a_tool_that_fails_leaves_nothing_known) {
+TEST(DiskSpaceUsage, usage_is_unknown_if_the_tool_fails) {
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, failingRun), unknown);
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, oddlyFailingRun), unknown);
 }
@@ -299,8 +299,8 @@ TEST(DiskSpaceUsage, df_and_the_file_system_agree_on_the_size_of_this_machine) {
   EXPECT_LE(printed.usedPercent, 100.0);
 }
 
-TEST(DiskSpaceUsage, df_and_the_file_system_agree_where_nobody_writes) {
-  // The devices are a volume of their own, in which no file grows.
+TEST(DiskSpaceUsage, df_and_the_file_system_agree_on_a_volume_without_writes) {
+  // /dev is a volume of its own, in which no file grows.
   const Result<VolumeCapacity> capacity = volumeCapacity("/dev");
   ASSERT_TRUE(capacity);
   const std::optional<DiskUsage> told = DiskSpace::volumeUsage(capacity.value());
@@ -341,7 +341,7 @@ TEST(DiskSpaceTrash, a_tool_that_fails_counts_nothing_and_empties_nothing) {
   EXPECT_NO_THROW(DiskSpace::emptyTrash(oddlyFailingRun));
 }
 
-TEST(DiskSpaceTrash, an_emptying_goes_on_whose_tool_still_runs_at_the_end_of_the_wait) {
+TEST(DiskSpaceTrash, emptying_goes_on_if_the_tool_still_runs_after_the_wait) {
   using DiskSpace::TrashEmptying;
   const auto emptying = [](const Shell::Run& run) { return DiskSpace::emptyTrash(run); };
   EXPECT_EQ(emptying([](const auto& path, const auto&, double) -> std::string {

@@ -7,7 +7,7 @@ namespace tessaly::FullDiskAccess {
 
 namespace {
 
-// Time for the other instance to come up, so that the desktop does not see the program gone.
+// Time for the other instance to start, so that the desktop always sees one.
 constexpr std::chrono::milliseconds quitDelay{250};
 
 Outcome start(const Process::Launch& launch) {
@@ -53,7 +53,7 @@ void revealRunningApp(Workspace& workspace, const std::string& application) {
 
 void relaunch(const Relaunch& how) {
   if (how.giveUpInstance) how.giveUpInstance();
-  // A failure leaves the user with a program that has quit, which he can start himself.
+  // After a failure the program has quit anyway; the user can start it again.
   (void)(how.launch ? how.launch
                     : start)({.path = "/usr/bin/open", .args = {"-n", how.application}});
   how.dispatch.after(quitDelay, Dispatch::Queue::main, how.quit);

@@ -1,8 +1,8 @@
-// Access to the whole disk: whether the program has it, and the way to get it.
+// Access to the whole disk: whether the program has it, and how to get it.
 //
-// A system that keeps parts of the user's data from programs has no way to ask whether it does so.
-// It is found out by reading what only a program with access can read. What cannot be told counts
-// as no access.
+// A system that keeps parts of the user's data from programs has no query for this. The program
+// tries to read items that only a program with access can read. If the answer cannot be determined,
+// it counts as no access.
 #pragma once
 
 #include <array>
@@ -21,38 +21,39 @@
 
 namespace tessaly::FullDiskAccess {
 
-// Pages of the system's settings where access is granted: of the newest system first, the last one
-// the least exact.
+// Pages of the system's settings on which access is granted: the newest system's first; the last
+// one is the least exact.
 inline constexpr std::array<std::string_view, 3> settingsPages = {
     "x-apple.systempreferences:com.apple.settings.PrivacySecurity.extension?Privacy_AllFiles",
     "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles",
     "x-apple.systempreferences:com.apple.preference.security",
 };
 
-// The places to try, in their order, for the user whose home directory is `home`.
+// The paths to try, in order, for the user with the home directory `home`.
 std::vector<std::string> probePaths(std::string_view home = homeDirectory(),
                                     const Places& places = Places::current());
 
-// Whether what stands at `path` can be read: a directory by listing it, a file by opening it, or
-// else by reading it whole. What is not there cannot. Blocks while it reads. Safe from any thread.
+// Whether the item at `path` can be read: a directory by listing it, a file by opening it, or else
+// by reading it completely. False for a missing item. Blocks while it reads. Safe from any thread.
 bool canAccess(const std::string& path, const FileAccess& files = FileAccess::ofMachine());
 
-// Whether at least one of `paths` can be read; those behind it are not tried. Safe from any thread.
+// Whether at least one of `paths` can be read; stops at the first. Safe from any thread.
 bool isGranted(const std::vector<std::string>& paths,
                const FileAccess& files = FileAccess::ofMachine());
 
-// Opens the first of settingsPages that the desktop has; none is not an error. Main thread only.
+// Opens the first of settingsPages that the desktop can open; if there is none, does nothing. Main
+// thread only.
 void openSystemSettings(Workspace& workspace);
 
-// Shows in the file viewer which copy of the program it is that access must be given to. Does
-// nothing without a path. Main thread only.
+// Shows in the file viewer which copy of the program needs the access. Does nothing for an empty
+// path. Main thread only.
 void revealRunningApp(Workspace& workspace,
                       const std::string& application = runningApplicationPath());
 
-// Starting the program anew.
+// Parameters of relaunch().
 struct Relaunch {
   Dispatch& dispatch;
-  // Lets another instance be started beside this one.
+  // Allows another instance to start beside this one.
   std::function<void()> giveUpInstance;
   std::function<void()> quit;
   std::string application = runningApplicationPath();
@@ -60,8 +61,8 @@ struct Relaunch {
   std::function<Outcome(const Process::Launch&)> launch = {};
 };
 
-// Starts another instance, and asks this one to quit a quarter of a second later, whether the other
-// has started or not. Main thread only.
+// Starts another instance, and asks this one to quit a quarter of a second later, whether or not
+// the other has started. Main thread only.
 void relaunch(const Relaunch& how);
 
 }  // namespace tessaly::FullDiskAccess

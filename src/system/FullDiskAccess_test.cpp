@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// A file system of which only the answers are known; it writes down what was tried.
+// A file system with scripted answers that records the attempts.
 class ScriptedFiles final : public FileAccess {
  public:
   struct File {
@@ -62,12 +62,12 @@ class FullDiskAccessTest : public testing::Test {
   ScriptedFiles files_;
 };
 
-TEST_F(FullDiskAccessTest, counts_what_is_not_there_as_nothing_and_tries_no_more) {
+TEST_F(FullDiskAccessTest, a_missing_item_is_not_accessible_and_is_not_tried) {
   EXPECT_FALSE(canAccess("/gone"));
   EXPECT_THAT(files_.tried, ElementsAre("look /gone"));
 }
 
-TEST_F(FullDiskAccessTest, goes_by_the_listing_of_a_directory_alone) {
+TEST_F(FullDiskAccessTest, a_directory_is_accessible_if_it_can_be_listed) {
   files_.files["/listed"] = {.kind = Kind::directory, .isListed = true};
   files_.files["/locked"] = {.kind = Kind::directory, .isOpened = true, .isReadWhole = true};
   EXPECT_TRUE(canAccess("/listed"));
@@ -76,24 +76,24 @@ TEST_F(FullDiskAccessTest, goes_by_the_listing_of_a_directory_alone) {
               ElementsAre("look /listed", "list /listed", "look /locked", "list /locked"));
 }
 
-TEST_F(FullDiskAccessTest, is_content_with_a_file_that_opens) {
+TEST_F(FullDiskAccessTest, a_file_is_accessible_if_it_opens) {
   files_.files["/file"] = {.isOpened = true};
   EXPECT_TRUE(canAccess("/file"));
   EXPECT_THAT(files_.tried, ElementsAre("look /file", "open /file"));
 }
 
-TEST_F(FullDiskAccessTest, reads_a_file_whole_that_does_not_open) {
+TEST_F(FullDiskAccessTest, a_file_that_does_not_open_is_read_completely) {
   files_.files["/file"] = {.isReadWhole = true};
   EXPECT_TRUE(canAccess("/file"));
   EXPECT_THAT(files_.tried, ElementsAre("look /file", "open /file", "read /file"));
 }
 
-TEST_F(FullDiskAccessTest, is_refused_a_file_that_neither_opens_nor_reads) {
+TEST_F(FullDiskAccessTest, a_file_that_neither_opens_nor_reads_is_not_accessible) {
   files_.files["/file"] = {};
   EXPECT_FALSE(canAccess("/file"));
 }
 
-TEST_F(FullDiskAccessTest, is_granted_at_the_first_place_that_can_be_read) {
+TEST_F(FullDiskAccessTest, access_is_granted_at_the_first_readable_path) {
   files_.files["/locked"] = {.kind = Kind::directory};
   files_.files["/closed"] = {};
   files_.files["/open"] = {.isOpened = true};
@@ -104,13 +104,13 @@ TEST_F(FullDiskAccessTest, is_granted_at_the_first_place_that_can_be_read) {
                           "open /closed", "read /closed", "look /open", "open /open"));
 }
 
-TEST_F(FullDiskAccessTest, is_not_granted_where_none_of_the_places_exists) {
+TEST_F(FullDiskAccessTest, access_is_not_granted_if_no_path_exists) {
   EXPECT_FALSE(isGranted(FullDiskAccess::probePaths("/Users/me", Places::forMacos())));
   EXPECT_EQ(files_.tried.size(), 5U);
   EXPECT_FALSE(isGranted({}));
 }
 
-TEST(FullDiskAccessPlaces, lie_in_the_home_and_at_the_root_in_their_order) {
+TEST(FullDiskAccessPlaces, probe_paths_are_in_the_home_and_at_the_root_in_order) {
   EXPECT_THAT(
       FullDiskAccess::probePaths("/Users/m\xE9", Places::forMacos()),
       ElementsAre("/Users/m\xE9/Library/Application Support/com.apple.TCC/TCC.db",
@@ -119,7 +119,7 @@ TEST(FullDiskAccessPlaces, lie_in_the_home_and_at_the_root_in_their_order) {
   EXPECT_THAT(FullDiskAccess::probePaths("/home/me", Places::forLinux()), ElementsAre("/"));
 }
 
-TEST(FullDiskAccessOnDisk, is_had_by_a_user_who_may_list_one_place_and_by_no_other) {
+TEST(FullDiskAccessOnDisk, access_needs_one_folder_that_the_user_may_list) {
   const TempTree tree(
       "locked/ mode=0\n"
       "closed 4K mode=0\n"
@@ -135,7 +135,7 @@ TEST(FullDiskAccessOnDisk, is_had_by_a_user_who_may_list_one_place_and_by_no_oth
             "");
 }
 
-TEST(FullDiskAccessOnDisk, is_had_on_this_machine) {
+TEST(FullDiskAccessOnDisk, access_is_granted_on_this_machine) {
   EXPECT_TRUE(FullDiskAccess::isGranted(FullDiskAccess::probePaths("/", Places::forLinux())));
 }
 
@@ -145,20 +145,20 @@ const std::string older =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
 const std::string oldest = "x-apple.systempreferences:com.apple.preference.security";
 
-TEST(FullDiskAccessSettings, stop_at_the_first_page_that_the_desktop_has) {
+TEST(FullDiskAccessSettings, settings_stop_at_the_first_page_that_opens) {
   FakeWorkspace workspace;
   workspace.settingsPage = older;
   FullDiskAccess::openSystemSettings(workspace);
   EXPECT_THAT(workspace.settingsAsked, ElementsAre(newest, older));
 }
 
-TEST(FullDiskAccessSettings, try_three_pages_where_there_is_none) {
+TEST(FullDiskAccessSettings, settings_try_three_pages_if_none_opens) {
   FakeWorkspace workspace;
   FullDiskAccess::openSystemSettings(workspace);
   EXPECT_THAT(workspace.settingsAsked, ElementsAre(newest, older, oldest));
 }
 
-TEST(FullDiskAccessReveal, shows_the_copy_that_runs) {
+TEST(FullDiskAccessReveal, reveals_the_running_copy) {
   FakeWorkspace workspace;
   FullDiskAccess::revealRunningApp(workspace);
   EXPECT_THAT(workspace.revealed, ElementsAre(ElementsAre(runningApplicationPath())));
@@ -186,7 +186,7 @@ class FullDiskAccessRelaunch : public testing::Test {
   std::vector<std::string> done_;
 };
 
-TEST_F(FullDiskAccessRelaunch, gives_the_instance_up_and_starts_another_before_it_quits) {
+TEST_F(FullDiskAccessRelaunch, gives_up_the_instance_and_starts_another_before_quitting) {
   FullDiskAccess::relaunch(how());
   EXPECT_THAT(done_, ElementsAre("give up", "/usr/bin/open|-n|/opt/Tess\xE9ly"));
   dispatch_.advance(std::chrono::milliseconds(249));
@@ -199,7 +199,7 @@ TEST_F(FullDiskAccessRelaunch, gives_the_instance_up_and_starts_another_before_i
   EXPECT_EQ(done_.size(), 3U);
 }
 
-TEST_F(FullDiskAccessRelaunch, quits_where_nothing_could_be_started) {
+TEST_F(FullDiskAccessRelaunch, quits_even_if_the_other_instance_does_not_start) {
   outcome_ = SystemError::fromErrno(ENOENT, "/usr/bin/open");
   FullDiskAccess::relaunch(how());
   dispatch_.advance(std::chrono::milliseconds(250));
@@ -207,7 +207,7 @@ TEST_F(FullDiskAccessRelaunch, quits_where_nothing_could_be_started) {
   EXPECT_EQ(done_.back(), "quit");
 }
 
-TEST_F(FullDiskAccessRelaunch, needs_nothing_to_give_up) {
+TEST_F(FullDiskAccessRelaunch, giveUpInstance_may_be_empty) {
   FullDiskAccess::Relaunch alone = how();
   alone.giveUpInstance = {};
   FullDiskAccess::relaunch(alone);

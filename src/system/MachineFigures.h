@@ -1,11 +1,11 @@
-// How full the start-up volume is, which volumes are mounted, and how many items lie in the Trash.
+// Usage of the start-up volume, the mounted volumes, and the number of items in the Trash.
 //
-// Each is asked for, and the answer comes when the machine has it: before the call returns, or
-// later. Where the machine does not answer at all, none comes, and whoever asked keeps what he had.
-// Answers to one question come in the order in which it was asked; of several that wait, one look
-// at the machine answers all.
+// Each function asks for one of them and passes the answer to `take` when the machine has it:
+// before the call returns, or later. If the machine does not answer, `take` is not called, and the
+// caller keeps its old values. Answers to one question come in the order of the calls; calls that
+// wait together share one answer.
 //
-// Main thread only; answers come there too. Once the object is gone, no more of them come.
+// Main thread only; answers come on it too. No answer comes after the object is destroyed.
 #pragma once
 
 #include <cstdint>

@@ -17,7 +17,7 @@ using End = std::function<void(std::optional<Answer>)>;
 using Mounts = std::vector<MountedVolume>;
 using Trashes = Result<std::vector<CountedTrash>>;
 
-// What is asked that is no volume of the list. Paths begin with "/".
+// Keys of the questions that do not belong to a listed volume. Real paths begin with "/".
 const VolumeCalls::Volume startup{0, "/"};
 const VolumeCalls::Volume mountTable{0, "list of mounts"};
 const VolumeCalls::Volume homeTrash{0, "Trash of the home"};
@@ -26,7 +26,7 @@ VolumeCalls::Volume keyOf(const MountedVolume& volume) {
   return {volume.id, volume.path};
 }
 
-// Of the start-up volume as the list of mounts has it.
+// Usage of the start-up volume, found through the list of mounts.
 DiskUsage listedUsage(MountedVolumes& volumes) {
   const Result<Mounts> mounts = volumes.list();
   if (!mounts) return {};
@@ -38,7 +38,7 @@ DiskUsage listedUsage(MountedVolumes& volumes) {
   return {};
 }
 
-// Those who ask for one thing. One look is under way at a time; who asks meanwhile gets the answer
+// The callers that wait for one figure. One query runs at a time; calls during it share the answer
 // of the next one.
 template <class Answer>
 class Requests {
@@ -66,7 +66,7 @@ class Requests {
   std::vector<Take> waiting_;
 };
 
-// Answers that are gathered, one a place, until the last has come or was given up.
+// Collects one answer per index, and is done when the last one has come or was given up.
 template <class Answer>
 class Gathering {
  public:
@@ -86,8 +86,8 @@ class Gathering {
   Gathered gathered_;
 };
 
-// Without a place in `answers` that has one, nothing is known. Each Trash counts once, on however
-// many mounts it was found.
+// The sum of all Trash folders; absent if none of `answers` is present. A Trash that is found on
+// several mounts counts once.
 std::optional<std::int64_t> itemsIn(const std::vector<std::optional<Trashes>>& answers) {
   bool isAnswered = false;
   std::int64_t items = 0;
@@ -213,7 +213,7 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
     }
   }
 
-  // None where there is no list.
+  // Passes an empty list if the mounts cannot be read.
   void listMounts(End<Mounts> end) {
     calls_.ask<Mounts>(
         mountTable, volumePatience,
@@ -224,7 +224,7 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
         std::move(end));
   }
 
-  // `take` while these looks are there.
+  // Calls `use` with the answer, unless these looks are destroyed by then.
   template <class Answer, class Use>
   End<Answer> home(Use use) {
     return [self = weak_from_this(), use](const std::optional<Answer>& answer) {

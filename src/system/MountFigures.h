@@ -1,8 +1,8 @@
-// The figures of a system that tells its mounts itself. No tool is started, and nobody waits: each
-// file system is asked by itself, on a worker queue and for a few seconds at most.
+// The figures on a system that lists its mounts itself. Starts no tool and blocks nobody: each file
+// system is asked on its own, on a worker queue, and for a few seconds at most.
 //
-// A volume that does not answer is listed without its figures, and what lies in its Trash does not
-// count. One that answers with an error is not listed.
+// A volume that does not answer is listed without its figures, and its Trash is not counted. A
+// volume that answers with an error is not listed.
 #pragma once
 
 #include <chrono>
@@ -20,15 +20,15 @@ class MountFigures final : public MachineFigures {
  public:
   using VolumeUsage = std::function<std::optional<DiskUsage>()>;
 
-  // For one volume.
+  // Time limits for the answer of one volume.
   static constexpr std::chrono::seconds diskPatience{5};
   static constexpr std::chrono::seconds volumePatience{6};
   static constexpr std::chrono::seconds trashPatience{6};
 
   struct Machine {
-    Dispatch& dispatch;                       // outlives the object
-    std::shared_ptr<MountedVolumes> volumes;  // stays as long as one of them does not answer
-    VolumeUsage volumeUsage = {};             // DiskSpace::volumeUsage
+    Dispatch& dispatch;                       // must outlive the object
+    std::shared_ptr<MountedVolumes> volumes;  // kept alive while any volume has not answered
+    VolumeUsage volumeUsage = {};             // empty: DiskSpace::volumeUsage
   };
 
   explicit MountFigures(Machine machine, const Places& places = Places::current());

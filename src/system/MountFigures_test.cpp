@@ -39,14 +39,14 @@ class MountFiguresTest : public testing::Test {
     figures_->askTrashCount([this](std::int64_t count) { counts_.push_back(count); });
   }
 
-  // The paths of the volumes that were listed last.
+  // The paths of the last list of volumes.
   std::vector<std::string> listed() const {
     std::vector<std::string> paths;
     for (const VolumeMount& volume : volumes_.back()) paths.push_back(volume.path);
     return paths;
   }
 
-  // The list of mounts is there; what is asked next waits on the queue.
+  // Reads the list of mounts; the next questions are then on the queue.
   void readList() {
     ASSERT_TRUE(dispatch_.step(Queue::utility));
     ASSERT_TRUE(dispatch_.step(Queue::main));
@@ -101,7 +101,7 @@ TEST_F(MountFiguresTest, volumes_are_listed_with_their_figures_in_the_order_of_t
   EXPECT_THAT(machine_->asked, ElementsAre("/", "/media/me/My Disk", "/home"));
 }
 
-TEST_F(MountFiguresTest, a_name_that_is_no_text_leaves_the_others_in_the_list) {
+TEST_F(MountFiguresTest, a_name_that_is_not_utf8_does_not_affect_other_volumes) {
   machine_->mount("/", figures);
   machine_->mount("/media/caf\xe9", figures);
   machine_->mount("/mnt/b", figures);
@@ -111,7 +111,7 @@ TEST_F(MountFiguresTest, a_name_that_is_no_text_leaves_the_others_in_the_list) {
   EXPECT_EQ(volumes_[0][1].name, "caf\xe9");
 }
 
-TEST_F(MountFiguresTest, what_takes_no_room_or_answers_with_an_error_is_not_listed) {
+TEST_F(MountFiguresTest, volumes_without_a_size_or_with_an_error_are_not_listed) {
   machine_->mount("/", figures);
   machine_->mount("/mnt/none", VolumeFigures{});
   machine_->mount("/mnt/refused", std::nullopt);
@@ -144,7 +144,7 @@ TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_listed_without_its_fig
   EXPECT_EQ(volumes_.size(), 1U);
 }
 
-// As long as the tools may take that tell the same on another system.
+// The same time as the tools have on the other system.
 TEST_F(MountFiguresTest, a_volume_has_six_seconds_to_answer_in) {
   machine_->mount("/mnt/dead", figures);
   askVolumes();
@@ -189,7 +189,7 @@ TEST_F(MountFiguresTest, the_disk_has_five_seconds_to_answer_in) {
   }
 }
 
-TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_waited_for_once) {
+TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_waited_for_only_once) {
   machine_->mount("/mnt/dead", figures);
   machine_->mount("/mnt/live", figures);
   askVolumes();
@@ -223,7 +223,7 @@ TEST_F(MountFiguresTest, disk_and_trash_answer_while_a_volume_does_not) {
   EXPECT_THAT(counts_, ElementsAre(2));
 }
 
-TEST_F(MountFiguresTest, the_disk_falls_back_to_what_the_list_of_mounts_has_at_its_place) {
+TEST_F(MountFiguresTest, disk_usage_falls_back_to_the_mount_at_the_root) {
   machine_->mount("/", figures);
   askDisk();
   dispatch_.drainAll();
@@ -260,7 +260,7 @@ TEST_F(MountFiguresTest, each_trash_counts_once_on_however_many_mounts_it_is_fou
   EXPECT_THAT(counts_, ElementsAre(1113));
 }
 
-TEST_F(MountFiguresTest, a_trash_that_cannot_be_counted_leaves_the_others) {
+TEST_F(MountFiguresTest, a_trash_that_cannot_be_counted_does_not_affect_others) {
   machine_->mount("/", figures, {{8, 1, 3}});
   machine_->homeTrash.reset();
   askTrashCount();
@@ -276,7 +276,7 @@ TEST_F(MountFiguresTest, the_trash_of_the_home_counts_without_a_list_of_mounts) 
   EXPECT_THAT(counts_, ElementsAre(3));
 }
 
-TEST_F(MountFiguresTest, there_is_no_count_where_no_trash_answers) {
+TEST_F(MountFiguresTest, no_count_is_reported_if_no_trash_answers) {
   machine_->mount("/", figures, {{8, 1, 3}});
   askTrashCount();
   readList();
@@ -287,7 +287,7 @@ TEST_F(MountFiguresTest, there_is_no_count_where_no_trash_answers) {
   EXPECT_THAT(counts_, IsEmpty());
 }
 
-TEST_F(MountFiguresTest, those_who_ask_during_a_look_share_the_next_one) {
+TEST_F(MountFiguresTest, calls_during_a_query_share_the_next_one) {
   machine_->mount("/", figures);
   for (int i = 0; i < 4; ++i) askVolumes();
   readList();
@@ -300,7 +300,7 @@ TEST_F(MountFiguresTest, those_who_ask_during_a_look_share_the_next_one) {
   for (int i = 1; i < 5; ++i) EXPECT_EQ(volumes_[static_cast<std::size_t>(i)].size(), 2U) << i;
 }
 
-TEST_F(MountFiguresTest, what_was_asked_later_is_answered_later) {
+TEST_F(MountFiguresTest, answers_come_in_the_order_of_the_calls) {
   machine_->mount("/mnt/dead", figures);
   askVolumes();
   readList();
@@ -315,7 +315,7 @@ TEST_F(MountFiguresTest, what_was_asked_later_is_answered_later) {
   EXPECT_THAT(listed(), ElementsAre("/mnt/dead", "/mnt/live"));
 }
 
-TEST_F(MountFiguresTest, whoever_is_answered_may_end_it) {
+TEST_F(MountFiguresTest, the_object_may_be_destroyed_in_an_answer) {
   machine_->mount("/", figures);
   figures_->askDisk([this](const DiskUsage&) { figures_.reset(); });
   askVolumes();
@@ -325,7 +325,7 @@ TEST_F(MountFiguresTest, whoever_is_answered_may_end_it) {
   EXPECT_THAT(disks_, IsEmpty());
 }
 
-TEST_F(MountFiguresTest, what_hangs_keeps_the_machine_when_all_else_is_gone) {
+TEST_F(MountFiguresTest, a_hanging_question_keeps_the_mounted_volumes_alive) {
   machine_->mount("/mnt/dead", figures);
   askVolumes();
   readList();
@@ -343,7 +343,7 @@ TEST_F(MountFiguresTest, what_hangs_keeps_the_machine_when_all_else_is_gone) {
   EXPECT_THAT(volumes_, IsEmpty());
 }
 
-TEST(MountFiguresOfMachine, a_disk_whose_name_is_no_text_empties_no_list) {
+TEST(MountFiguresOfMachine, a_disk_with_a_name_that_is_not_utf8_does_not_empty_the_list) {
   const std::string told = inPrivateMounts([]() -> std::string {
     const char* const disk = "/media/caf\xe9";
     if (mount("tmpfs", "/media", "tmpfs", 0, nullptr) != 0 || mkdir(disk, 0755) != 0 ||

@@ -25,9 +25,9 @@ bool isUtf8(std::string_view text) {
 
 Process started(const std::string& path, const std::vector<std::string>& args,
                 const std::optional<std::string>& cwd, Process::Stream streams) {
-  // Only here, where a tool's words are read, not for whatever a Process starts: an editor should
-  // speak the user's language. Nor may options that the user keeps for zip change what it does
-  // here: some delete what has been archived.
+  // Set only for tools whose output is read here: an editor started by Process should speak the
+  // user's language. The user's default options for zip are removed, since they could change its
+  // work: some delete the archived files.
   const std::vector<std::pair<std::string, std::string>> environment = {
       {"LC_ALL", "C"}, {"ZIPOPT", ""}, {"ZIP", ""}};
   Result<Process> launched = Process::launch({.path = path,
@@ -46,7 +46,7 @@ void end(Process& tool, double grace, const After& after) {
   tool.terminate();
   if (tool.waitUntil(after(grace))) return;
   tool.kill();
-  // One that the system itself holds up, as on a disk that does not answer, is left to end.
+  // A tool that is blocked in the kernel, as by a disk that does not answer, may outlive this wait.
   tool.waitUntil(after(grace));
 }
 

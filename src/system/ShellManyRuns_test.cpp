@@ -1,5 +1,5 @@
-// A thousand calls of Shell::run from several threads, good and bad ones mixed, leave nothing
-// behind.
+// A thousand calls of Shell::run from several threads, successes and failures mixed, leave no
+// child, descriptor or thread behind.
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -30,7 +30,7 @@ void runOne(int number, const std::string& hold, const TempTree& folder, Told& t
     if (number % 25 == 0) {
       Shell::run(testTool(), {"sleep"}, brief);
     } else if (number % 50 == 1) {
-      // Time enough to get to where it ignores being asked.
+      // Enough time for the tool to start ignoring SIGTERM.
       Shell::run(testTool(), {"ignore-term", "hold", hold}, 0.2);
     } else if (number % 50 == 2) {
       Shell::run(testTool(), {"print", "1048576"}, brief);
@@ -44,7 +44,7 @@ void runOne(int number, const std::string& hold, const TempTree& folder, Told& t
   }
 }
 
-TEST(ShellManyRuns, leave_no_child_no_descriptor_and_no_thread_behind) {
+TEST(ShellManyRuns, a_thousand_runs_leave_no_child_descriptor_or_thread_behind) {
   const TempTree folder;
   Told told;
   const OwnProcess before = OwnProcess::now();

@@ -1,4 +1,4 @@
-// Shell::runToEnd with real tools, whose steps tests/support/TestToolMain.cpp tells.
+// Shell::runToEnd with real tools; tests/support/TestToolMain.cpp describes their steps.
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -14,7 +14,7 @@
 namespace tessaly {
 namespace {
 
-// For what is to end by itself, and for what is not.
+// Time limits in seconds: for tools that exit by themselves, and for those that do not.
 constexpr double ample = 600;
 constexpr double brief = 0.05;
 
@@ -41,7 +41,7 @@ TEST(ShellRunToEnd, tells_how_the_tool_ended) {
   EXPECT_EQ(killed.signal, SIGKILL);
 }
 
-TEST(ShellRunToEnd, is_not_held_up_by_a_mebibyte_of_complaints) {
+TEST(ShellRunToEnd, a_mebibyte_of_error_output_does_not_block_the_tool) {
   const Shell::Ending ending =
       runToEnd({"say", "first", "complain", "1048576", "print", "1048576", "exit", "3"});
   EXPECT_EQ(ending.exit.status, 3);
@@ -49,14 +49,14 @@ TEST(ShellRunToEnd, is_not_held_up_by_a_mebibyte_of_complaints) {
   EXPECT_EQ(ending.words.size(), 4096U);
 }
 
-TEST(ShellRunToEnd, starts_the_tool_in_the_given_folder_and_in_no_language) {
+TEST(ShellRunToEnd, starts_the_tool_in_the_given_folder_and_the_c_locale) {
   const TempTree folder;
   EXPECT_EQ(Shell::runToEnd(testTool(), {"cwd"}, ample, folder.path()).words, folder.path());
   EXPECT_EQ(runToEnd({"variable", "LC_ALL"}).words, "C");
   EXPECT_EQ(runToEnd({"variable", "ZIPOPT"}).words, "");
 }
 
-TEST(ShellRunToEnd, times_out_like_the_other) {
+TEST(ShellRunToEnd, times_out_like_run) {
   EXPECT_EQ(codeOf({"sleep"}, brief), 1);
   EXPECT_EQ(codeOf({"flood"}, brief), 1);
 }
@@ -92,7 +92,7 @@ TEST(ShellRunToEnd, kills_a_cancelled_tool_that_does_not_terminate) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(ShellRunToEnd, raises_the_reason_why_a_tool_does_not_start) {
+TEST(ShellRunToEnd, throws_the_reason_why_a_tool_does_not_start) {
   try {
     Shell::runToEnd("/nowhere/tool", {}, ample, std::nullopt);
     ADD_FAILURE() << "it has started";

@@ -19,7 +19,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// For what is to end by itself, and for what is not.
+// Time limits in seconds: for tools that exit by themselves, and for those that do not.
 constexpr double ample = 600;
 constexpr double brief = 0.05;
 
@@ -47,11 +47,11 @@ TEST(ShellRun, does_not_look_at_the_exit_status) {
   EXPECT_EQ(run({"say", "half", "exit", "1"}), "half");
 }
 
-TEST(ShellRun, takes_what_a_tool_printed_before_it_crashed) {
+TEST(ShellRun, returns_the_output_of_a_tool_that_crashed) {
   EXPECT_EQ(Shell::run("/bin/sh", {"-c", "echo half; kill -9 $$"}, ample), "half\n");
 }
 
-TEST(ShellRun, keeps_complaints_to_itself) {
+TEST(ShellRun, does_not_return_standard_error) {
   EXPECT_EQ(run({"complain", "100", "say", "fine"}), "fine");
 }
 
@@ -61,7 +61,7 @@ TEST(ShellRun, gives_text_of_any_language) {
   }
 }
 
-TEST(ShellRun, gives_the_empty_text_for_what_is_not_utf8) {
+TEST(ShellRun, returns_the_empty_text_for_output_that_is_not_utf8) {
   for (const char* bytes : {"\xff", "fine\nbut \xc3", "\xe2\x82", "\xf0\x9f\x98", "\xed\xa0\x80",
                             "\xc0\xaf", "\xf4\x90\x80\x80", "\x80"}) {
     EXPECT_EQ(run({"say", bytes}), "");
@@ -72,30 +72,30 @@ TEST(ShellRun, gives_output_that_fills_the_pipe) {
   EXPECT_EQ(run({"print", "65536"}), std::string(65536, 'x'));
 }
 
-TEST(ShellRun, times_out_where_output_does_not_fit_the_pipe) {
+TEST(ShellRun, times_out_if_output_does_not_fit_the_pipe) {
   expectTimeOut({"print", "65537"});
   expectTimeOut({"print", "1048576"});
 }
 
-TEST(ShellRun, times_out_where_complaints_do_not_fit_the_pipe) {
+TEST(ShellRun, times_out_if_standard_error_does_not_fit_the_pipe) {
   expectTimeOut({"complain", "1048576"});
 }
 
-TEST(ShellRun, times_out_at_once_where_no_time_is_given) {
+TEST(ShellRun, a_timeout_of_0_ends_the_call_at_once) {
   for (const double timeout : {0.0, -1.0, -std::numeric_limits<double>::infinity(),
                                std::numeric_limits<double>::quiet_NaN()}) {
     expectTimeOut({"sleep"}, timeout);
   }
 }
 
-TEST(ShellRun, waits_for_the_end_where_any_time_is_given) {
+TEST(ShellRun, a_very_large_timeout_means_no_limit) {
   for (const double timeout : {1e300, 1e18, std::numeric_limits<double>::infinity()}) {
     EXPECT_EQ(run({"say", "fine"}, timeout), "fine");
   }
 }
 
-// Calls `attempt` with longer and longer time-outs until the file `path` is there: a busy machine
-// takes its time to bring a tool to where it makes it.
+// Calls `attempt` with growing time-outs until the file `path` exists: on a busy machine a tool
+// takes long to reach the step that creates it.
 void untilMade(const std::string& path, const std::function<void(double timeout)>& attempt) {
   constexpr double longest = 60;
   for (double timeout = brief; timeout < longest && access(path.c_str(), F_OK) != 0; timeout *= 3) {
@@ -111,7 +111,7 @@ TEST(ShellRun, asks_a_late_tool_to_terminate) {
   });
 }
 
-TEST(ShellRun, leaves_nothing_of_a_late_tool) {
+TEST(ShellRun, leaves_no_process_of_a_late_tool) {
   const OwnProcess before = OwnProcess::now();
   expectTimeOut({"sleep"});
   EXPECT_EQ(settled(before), before);
@@ -126,7 +126,7 @@ TEST(ShellRun, leaves_the_folder_alone_where_none_is_given) {
   EXPECT_EQ(run({"cwd"}), std::filesystem::current_path().string());
 }
 
-TEST(ShellRun, speaks_to_tools_in_no_language) {
+TEST(ShellRun, tools_run_in_the_c_locale) {
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   EXPECT_EQ(run({"variable", "LC_ALL"}), "C");
   EXPECT_STREQ(getenv("LC_ALL"), "de_DE.UTF-8");
@@ -142,7 +142,7 @@ TEST(ShellRun, keeps_the_options_of_the_user_from_zip) {
   }
 }
 
-TEST(ShellRun, raises_the_reason_why_a_tool_does_not_start) {
+TEST(ShellRun, throws_the_reason_why_a_tool_does_not_start) {
   const TempTree folder("note mode=0644\n");
   const auto expectLaunchError = [](const std::string& path, const std::optional<std::string>& cwd,
                                     int code) {
@@ -162,13 +162,13 @@ TEST(ShellRun, raises_the_reason_why_a_tool_does_not_start) {
   expectLaunchError("/usr/bin/osascript", folder.at("missing"), ENOENT);
 }
 
-TEST(ShellRun, reads_to_the_end_of_those_who_hold_the_output) {
+TEST(ShellRun, reads_until_all_holders_of_the_output_have_closed_it) {
   const TempTree folder;
   const Messages left(folder.at("left"));
   Hold hold(folder.at("hold"));
   std::thread releasing([&] {
     left.wait();
-    // Not before the tool itself has been seen off, after which it is read.
+    // The output is read only after the tool itself has been reaped.
     OwnProcess alone = OwnProcess::now();
     alone.hasChildren = false;
     settled(alone);
@@ -215,7 +215,7 @@ TEST(ShellRun, passes_names_through_the_real_tools_as_bytes) {
   EXPECT_THAT(bytes, HasSubstr("odd\xff\xfe"));
 }
 
-TEST(ShellDuOfRealFolders, is_what_they_take_on_disk) {
+TEST(ShellDuOfRealFolders, du_returns_the_bytes_on_disk) {
   const TempTree tree("with\\sblank/\n  film 300K\n  sparse sparse=1G\n  deep/\n    b 8K\n");
   std::int64_t folders = 0;
   for (const char* const folder : {"with blank", "with blank/deep"})
@@ -224,7 +224,7 @@ TEST(ShellDuOfRealFolders, is_what_they_take_on_disk) {
   EXPECT_EQ(Shell::duBytes(tree.at("with blank/film")), 300 * 1024);
 }
 
-TEST(ShellDuOfRealFolders, is_0_where_nothing_is) {
+TEST(ShellDuOfRealFolders, du_of_a_missing_folder_is_0) {
   const TempTree tree;
   EXPECT_EQ(Shell::duBytes(tree.at("missing")), 0);
   EXPECT_EQ(Shell::duBytes(""), 0);

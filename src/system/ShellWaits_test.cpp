@@ -1,5 +1,5 @@
-// How long Shell waits for a tool. All moments that it waits for are those of the test, so that a
-// tool is late, or in time, however fast the machine is.
+// How long Shell waits for a tool. The test supplies all deadlines, so a tool is late, or in time,
+// however fast the machine is.
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ Deadline atOnce() {
   return Deadline::after(0);
 }
 
-// A child of the tests has exited, and nobody has asked for its status yet.
+// Waits until a child of this process has exited, without reaping it.
 void waitForAnEnd() {
   siginfo_t ended{};
   waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);
@@ -29,7 +29,7 @@ void waitForAnEnd() {
 
 class ShellWaits : public testing::Test {
  protected:
-  // Every moment comes from `moment`, which is told how many were asked for before.
+  // Takes each deadline from `moment`, which gets the number of deadlines requested before.
   Shell::After after(std::function<Deadline(std::size_t before)> moment) {
     return [this, moment = std::move(moment)](double seconds) {
       asked_.push_back(seconds);
@@ -51,7 +51,7 @@ class ShellWaits : public testing::Test {
   TempTree folder_;
 };
 
-TEST_F(ShellWaits, as_long_as_is_given_and_a_second_more_for_the_end) {
+TEST_F(ShellWaits, run_waits_the_timeout_and_one_more_second_for_the_exit) {
   const OwnProcess before = OwnProcess::now();
   expectTimeOut([&] {
     Shell::run(testTool(), {"sleep"}, 7, std::nullopt, after([](std::size_t moments) {
@@ -62,7 +62,7 @@ TEST_F(ShellWaits, as_long_as_is_given_and_a_second_more_for_the_end) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST_F(ShellWaits, no_longer_for_a_tool_that_does_not_terminate) {
+TEST_F(ShellWaits, run_waits_no_longer_for_a_tool_that_does_not_terminate) {
   const Messages ignoring(folder_.at("ignoring"));
   const OwnProcess before = OwnProcess::now();
   {
@@ -80,7 +80,7 @@ TEST_F(ShellWaits, no_longer_for_a_tool_that_does_not_terminate) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST_F(ShellWaits, no_longer_for_output_than_for_the_tool) {
+TEST_F(ShellWaits, output_is_read_until_the_deadline_of_the_tool) {
   const Hold hold(folder_.at("hold"));
   const std::string output = Shell::run(testTool(), {"say", "a", "hand-over", "hold", hold.path()},
                                         7, std::nullopt, after([](std::size_t) {
@@ -91,7 +91,7 @@ TEST_F(ShellWaits, no_longer_for_output_than_for_the_tool) {
   EXPECT_THAT(asked_, ElementsAre(7));
 }
 
-TEST_F(ShellWaits, to_the_end_with_a_second_for_it_where_only_the_status_is_wanted) {
+TEST_F(ShellWaits, runToEnd_waits_the_timeout_and_one_more_second_for_the_exit) {
   expectTimeOut([&] {
     Shell::runToEnd(testTool(), {"sleep"}, 7, std::nullopt, {}, after([](std::size_t moments) {
                       return moments < 2 ? atOnce() : Deadline::never();
@@ -100,7 +100,7 @@ TEST_F(ShellWaits, to_the_end_with_a_second_for_it_where_only_the_status_is_want
   EXPECT_THAT(asked_, ElementsAre(7, 0.025, 1));
 }
 
-// The moments of a tool that has to be killed: the last of them is for the death.
+// A tool that must be killed: the last deadline is for the wait after the kill.
 class ToolsToKill : public ShellWaits {
  protected:
   std::vector<std::string> steps() const {
@@ -117,13 +117,13 @@ class ToolsToKill : public ShellWaits {
   const OwnProcess before_ = OwnProcess::now();
 };
 
-TEST_F(ToolsToKill, have_a_second_before_it_and_one_after_it) {
+TEST_F(ToolsToKill, a_late_tool_is_killed_after_a_second_and_waited_for_a_second) {
   expectTimeOut([&] { Shell::runToEnd(testTool(), steps(), 7, std::nullopt, {}, moments()); });
   EXPECT_THAT(asked_, ElementsAre(7, 0.025, 1, 1));
   EXPECT_EQ(OwnProcess::now(), before_);
 }
 
-TEST_F(ToolsToKill, have_a_tenth_of_a_second_where_they_are_cancelled) {
+TEST_F(ToolsToKill, a_cancelled_tool_is_killed_after_a_tenth_of_a_second) {
   try {
     Shell::runToEnd(
         testTool(), steps(), 7, std::nullopt, [] { return true; }, moments());

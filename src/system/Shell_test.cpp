@@ -23,7 +23,7 @@ TEST(ShellDu, drops_empty_pieces_at_the_beginning) {
   EXPECT_EQ(Shell::parseDu(" \t 7\t/a\n"), 7 * kibibyte);
 }
 
-TEST(ShellDu, is_0_without_pieces) {
+TEST(ShellDu, text_without_words_gives_0) {
   EXPECT_EQ(Shell::parseDu(""), 0);
   EXPECT_EQ(Shell::parseDu(" \t "), 0);
 }
@@ -33,7 +33,7 @@ TEST(ShellDu, accepts_a_sign) {
   EXPECT_EQ(Shell::parseDu("-5\t/a"), -5 * kibibyte);
 }
 
-TEST(ShellDu, is_0_for_what_is_no_whole_number) {
+TEST(ShellDu, a_count_that_is_not_a_whole_number_gives_0) {
   for (const char* text :
        {"12x\t/a", "x12\t/a", "+-5\t/a", "--5\t/a", "+\t/a", "1.5\t/a", "0x10\t/a", "1,234\t/a",
         "du: cannot access '/a'", "1234\n", "\n5\t/a"}) {
@@ -41,7 +41,7 @@ TEST(ShellDu, is_0_for_what_is_no_whole_number) {
   }
 }
 
-TEST(ShellDu, is_0_where_the_number_or_its_bytes_do_not_fit) {
+TEST(ShellDu, a_count_that_does_not_fit_gives_0) {
   EXPECT_EQ(Shell::parseDu("9223372036854775808\t/a"), 0);
   EXPECT_EQ(Shell::parseDu("9007199254740992\t/a"), 0);
   EXPECT_EQ(Shell::parseDu("9007199254740991\t/a"), 9223372036854774784);
@@ -66,7 +66,7 @@ TEST(ShellDu, asks_du_for_the_total_of_the_path_as_it_is) {
   EXPECT_EQ(seconds, 30);
 }
 
-TEST(ShellDu, is_0_where_du_does_not_answer) {
+TEST(ShellDu, a_failing_du_gives_0) {
   using Args = std::vector<std::string>;
   const auto late = [](const std::string& path, const Args&, double) -> std::string {
     throw ToolError("Marrow", 1, "timed out: " + path);

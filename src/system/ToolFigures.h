@@ -1,5 +1,5 @@
-// The figures of a system that has tools for them. Each question starts a tool and waits for it, so
-// that the answer is there when the call returns; what a tool fails to tell counts as nothing.
+// The figures on a system that has tools for them. Each call starts a tool and waits for it, so the
+// answer comes before the call returns; a figure that a tool fails to print is 0 or empty.
 #pragma once
 
 #include <optional>
@@ -13,7 +13,7 @@ class ToolFigures final : public MachineFigures {
  public:
   using VolumeUsage = std::function<std::optional<DiskUsage>()>;
 
-  // Where a function is empty, Shell::run and DiskSpace::volumeUsage are taken.
+  // Empty functions stand for Shell::run and DiskSpace::volumeUsage.
   explicit ToolFigures(Shell::Run run = {}, VolumeUsage volumeUsage = {});
 
   void askDisk(Take<DiskUsage> take) override;

@@ -40,7 +40,7 @@ std::vector<std::string_view> split(std::string_view text, bool (*isSeparator)(c
   return pieces;
 }
 
-// The number that fills `digits`, which has no sign of its own.
+// All of `digits` as a number, without a sign.
 template <class Number, class Form>
 std::optional<Number> whole(std::string_view digits, Form form) {
   if (digits.starts_with('-')) return std::nullopt;

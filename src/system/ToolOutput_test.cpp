@@ -39,8 +39,8 @@ TEST(ToolOutputLines, empty_lines_are_left_out_and_blank_ones_are_not) {
   EXPECT_THAT(lines(std::string_view()), IsEmpty());
 }
 
-TEST(ToolOutputLines, bytes_that_are_no_text_end_no_line) {
-  // The bytes that newlines beyond ASCII are made of, each out of its place.
+TEST(ToolOutputLines, bytes_that_are_not_utf8_do_not_end_a_line) {
+  // The bytes of newlines beyond ASCII, each incomplete or in the wrong order.
   EXPECT_THAT(lines("a\x85"
                     "b\xc2"
                     "c\xe2\x80"
@@ -52,7 +52,7 @@ TEST(ToolOutputLines, bytes_that_are_no_text_end_no_line) {
   EXPECT_THAT(lines("\xff\n\xfe"), ElementsAre("\xff", "\xfe"));
 }
 
-TEST(ToolOutputWords, every_white_space_of_unicode_parts_words) {
+TEST(ToolOutputWords, every_white_space_of_unicode_separates_words) {
   for (const std::string& space :
        {"\t"s,     "\n"s,     "\v"s,     "\f"s,     "\r"s,     " "s,      "\u0085"s,
         "\u00A0"s, "\u1680"s, "\u2000"s, "\u2001"s, "\u2002"s, "\u2003"s, "\u2004"s,
@@ -62,14 +62,14 @@ TEST(ToolOutputWords, every_white_space_of_unicode_parts_words) {
   }
 }
 
-TEST(ToolOutputWords, nothing_else_parts_words) {
+TEST(ToolOutputWords, nothing_else_separates_words) {
   for (const std::string& other :
        {"\x1f"s, "\x0e"s, "\0"s, "\u180E"s, "\u200B"s, "\u2060"s, "\uFEFF"s, "\x85"s, "\xa0"s}) {
     EXPECT_THAT(words("a" + other + "b"), ElementsAre("a" + other + "b"));
   }
 }
 
-TEST(ToolOutputWords, there_are_none_in_blank_text) {
+TEST(ToolOutputWords, blank_text_has_no_words) {
   EXPECT_THAT(words(""), IsEmpty());
   EXPECT_THAT(words(" \t \u3000"), IsEmpty());
 }
@@ -90,7 +90,7 @@ TEST(ToolOutputInteger, reads_decimal_digits_with_or_without_a_sign) {
   EXPECT_EQ(integer("0000000000000000000000000000007"), 7);
 }
 
-TEST(ToolOutputInteger, reads_all_that_64_bits_hold_and_no_more) {
+TEST(ToolOutputInteger, reads_integers_of_64_bits_and_refuses_larger_ones) {
   EXPECT_EQ(integer("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(integer("+9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(integer("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
@@ -130,7 +130,7 @@ TEST(ToolOutputNumber, reads_hexadecimal_forms) {
   EXPECT_EQ(number("0x.8"), 0.5);
 }
 
-TEST(ToolOutputNumber, refuses_what_cannot_be_shown) {
+TEST(ToolOutputNumber, refuses_infinity_and_nan) {
   for (const char* text : {"inf", "-inf", "INF", "infinity", "nan", "-nan", "NaN", "nan(1)",
                            "0xinf", "1e999", "-1e999", "1e-999", "0x1p99999"}) {
     EXPECT_EQ(number(text), std::nullopt) << text;

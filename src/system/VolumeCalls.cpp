@@ -37,7 +37,7 @@ class VolumeCalls::Calls : public std::enable_shared_from_this<Calls> {
     bool hangs = false;
   };
 
-  // In the order in which they came, but for those to a volume that is busy.
+  // Starts waiting calls in their order, but passes over those to a busy volume.
   void startWhatCan() {
     for (auto call = waiting_.begin(); call != waiting_.end() && active_ < mostAtOnce;) {
       if (running_.contains(call->volume)) {
@@ -55,7 +55,7 @@ class VolumeCalls::Calls : public std::enable_shared_from_this<Calls> {
     running_[call.volume] = {.number = number, .end = call.end};
     ++active_;
     const std::weak_ptr<Calls> self = weak_from_this();
-    // Only what the question needs goes to the worker: what is behind `end` stays on this thread.
+    // Only the question goes to the worker; `end` and the objects it holds stay on this thread.
     dispatch_.async(Dispatch::Queue::utility,
                     [&dispatch = dispatch_, self, volume = call.volume, ask = call.question] {
                       ask();
@@ -101,7 +101,7 @@ class VolumeCalls::Calls : public std::enable_shared_from_this<Calls> {
   Dispatch& dispatch_;
   std::map<Volume, Running> running_;
   std::deque<Call> waiting_;
-  std::size_t active_ = 0;  // of those running, without those that hang
+  std::size_t active_ = 0;  // running calls, except those that hang
   std::uint64_t lastNumber_ = 0;
 };
 

@@ -1,11 +1,11 @@
-// Questions to volumes, any of which may never answer.
+// Questions to volumes, each of which may never answer.
 //
-// Each is asked on a worker queue, and given up when its time is over. A volume is asked one thing
-// at a time: while a question to it hangs, which cannot be ended, those that wait for it are given
-// up with it and new ones at once, so that a dead volume takes one thread and no more. Once it has
-// answered after all, it is asked again; the late answer itself is dropped.
+// Each question runs on a worker queue and is given up when its time is over. A volume is asked one
+// thing at a time: while a question to it hangs, which cannot be cancelled, the questions waiting
+// for the same volume are given up with it, and new ones at once, so a dead volume takes one thread
+// at most. Once it has answered after all, it is asked again; the late answer itself is dropped.
 //
-// Main thread only. When the object goes, what it was to bring home is dropped.
+// Main thread only. Answers that come after the object is destroyed are dropped.
 #pragma once
 
 #include <chrono>
@@ -22,7 +22,7 @@ namespace tessaly {
 
 class VolumeCalls {
  public:
-  // Whom a question goes to. Another number is another volume, also at the same place.
+  // The volume a question is for. Another id is another volume, even at the same path.
   struct Volume {
     std::uint64_t id = 0;
     std::string path;
@@ -33,17 +33,17 @@ class VolumeCalls {
     }
   };
 
-  // Volumes that are asked at the same time, those that hang aside.
+  // Limit of volumes asked at the same time, not counting those that hang.
   static constexpr std::size_t mostAtOnce = 4;
 
-  // `dispatch` outlives the object, and all questions under way.
+  // `dispatch` must outlive the object and all running questions.
   explicit VolumeCalls(Dispatch& dispatch);
   ~VolumeCalls();
   VolumeCalls(const VolumeCalls&) = delete;
   VolumeCalls& operator=(const VolumeCalls&) = delete;
 
   // Runs `question` on a worker queue; it must not throw. `take` gets its answer on the main
-  // thread, after this call has returned, or nothing once `patience` is over.
+  // thread, after this call has returned, or nullopt once `patience` is over.
   template <class Answer>
   void ask(const Volume& volume, std::chrono::milliseconds patience,
            std::function<Answer()> question, std::function<void(std::optional<Answer>)> take) {

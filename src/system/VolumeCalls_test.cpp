@@ -18,7 +18,7 @@ using std::chrono::seconds;
 
 class VolumeCallsTest : public testing::Test {
  protected:
-  // Asks `volume`, whose answer is `answer`; what comes home is noted.
+  // Asks `volume`, which answers `answer`; the result is recorded.
   void ask(const VolumeCalls::Volume& volume, int answer, seconds patience = seconds(6)) {
     calls_->ask<int>(
         volume, patience,
@@ -39,7 +39,7 @@ class VolumeCallsTest : public testing::Test {
   const VolumeCalls::Volume b_{2, "/b"};
 };
 
-TEST_F(VolumeCallsTest, an_answer_comes_home_on_the_main_queue) {
+TEST_F(VolumeCallsTest, an_answer_is_delivered_on_the_main_queue) {
   ask(a_, 1);
   EXPECT_THAT(asked_, IsEmpty());
   dispatch_.step(Queue::utility);
@@ -71,7 +71,7 @@ TEST_F(VolumeCallsTest, a_volume_is_asked_one_thing_at_a_time) {
   EXPECT_THAT(home_, ElementsAre("1 answered", "2 answered"));
 }
 
-TEST_F(VolumeCallsTest, what_waits_for_a_volume_that_hangs_is_given_up_with_it) {
+TEST_F(VolumeCallsTest, questions_waiting_for_a_hanging_volume_are_given_up_with_it) {
   ask(a_, 1);
   ask(a_, 2);
   const auto hanging = dispatch_.take(Queue::utility);
@@ -106,7 +106,7 @@ TEST_F(VolumeCallsTest, a_volume_that_answers_late_is_asked_again) {
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
 }
 
-TEST_F(VolumeCallsTest, what_is_mounted_in_the_place_of_one_that_hangs_is_asked) {
+TEST_F(VolumeCallsTest, a_volume_mounted_over_a_hanging_one_is_asked) {
   ask(a_, 1);
   const auto hanging = dispatch_.take(Queue::utility);
   dispatch_.advance(seconds(6));
@@ -126,7 +126,7 @@ TEST_F(VolumeCallsTest, the_same_number_at_another_place_is_another_volume) {
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
 }
 
-TEST_F(VolumeCallsTest, each_question_has_a_time_of_its_own) {
+TEST_F(VolumeCallsTest, each_question_has_its_own_time_limit) {
   ask(a_, 1, seconds(5));
   ask(b_, 2, seconds(9));
   const auto one = dispatch_.take(Queue::utility);
@@ -139,7 +139,7 @@ TEST_F(VolumeCallsTest, each_question_has_a_time_of_its_own) {
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
 }
 
-TEST_F(VolumeCallsTest, the_time_of_a_question_does_not_end_that_of_the_next) {
+TEST_F(VolumeCallsTest, the_time_limit_of_a_question_does_not_apply_to_the_next) {
   ask(a_, 1);
   dispatch_.advance(seconds(5));
   ask(a_, 2);
@@ -154,7 +154,7 @@ TEST_F(VolumeCallsTest, the_time_of_a_question_does_not_end_that_of_the_next) {
   EXPECT_THAT(home_, ElementsAre("1 answered", "2 given up"));
 }
 
-TEST_F(VolumeCallsTest, a_few_are_asked_at_a_time_and_those_that_hang_make_room) {
+TEST_F(VolumeCallsTest, a_few_volumes_are_asked_at_a_time_not_counting_hanging_ones) {
   std::vector<Dispatch::Work> hanging;
   for (int i = 1; i <= 9; ++i) ask({static_cast<std::uint64_t>(i), "/v"}, i);
   for (const int left : {5, 1}) {
@@ -171,7 +171,7 @@ TEST_F(VolumeCallsTest, a_few_are_asked_at_a_time_and_those_that_hang_make_room)
   EXPECT_EQ(home_.size(), 9U);
 }
 
-TEST_F(VolumeCallsTest, nothing_comes_home_to_what_is_gone) {
+TEST_F(VolumeCallsTest, no_answer_comes_after_destruction) {
   ask(a_, 1);
   ask(a_, 2);
   ask(b_, 3);
@@ -185,7 +185,7 @@ TEST_F(VolumeCallsTest, nothing_comes_home_to_what_is_gone) {
   EXPECT_THAT(asked_, ElementsAre(1, 3));
 }
 
-TEST_F(VolumeCallsTest, nothing_is_given_up_to_what_is_gone) {
+TEST_F(VolumeCallsTest, no_time_out_is_reported_after_destruction) {
   ask(a_, 1);
   const auto hanging = dispatch_.take(Queue::utility);
   dispatch_.advance(seconds(6));

@@ -21,7 +21,7 @@ bool startsWithAny(std::string_view path, const std::vector<std::string>& prefix
                      [path](const std::string& prefix) { return path.starts_with(prefix); });
 }
 
-// The name to show a mount point by; absent where it is no volume to list.
+// The name shown for a mount point; absent if it is not listed.
 std::optional<std::string> listedName(const std::string& path, const VolumePlaces& places) {
   if (places.skipMounts.contains(path)) return std::nullopt;
   const auto kept = places.keptMounts.find(path);
@@ -48,7 +48,7 @@ std::optional<VolumeMount> volumeOf(std::string_view line, const VolumePlaces& p
                      .usedPercent = DfTable::percent(words[4])};
 }
 
-// Of what this user may fill, in whole percent and rounded up.
+// The used share of the space that this user may fill, in whole percent, rounded up.
 double percent(const VolumeFigures& figures) {
   auto used = static_cast<std::uint64_t>(figures.used);
   std::uint64_t fillable = used + static_cast<std::uint64_t>(figures.free);

@@ -1,4 +1,4 @@
-// The mounted volumes that a person knows. Safe from any thread.
+// The mounted volumes that users know as disks. Safe from any thread.
 #pragma once
 
 #include <optional>
@@ -20,16 +20,16 @@ inline const std::unordered_set<std::string>& skipMounts(const Places& places = 
   return places.volumes.skipMounts;
 }
 
-// The volumes of now, in the order of df, which `run`, or Shell::run when it is empty, starts.
-// Blocks until that has ended or given up; empty when it fails.
+// The current volumes, in the order of df, which `run` starts, or Shell::run when it is empty.
+// Blocks until df has ended or timed out; empty when it fails.
 std::vector<VolumeMount> list(const Shell::Run& run = {});
 
-// The volumes of what "df -k" prints, in its order and each mount point once. The mount point is
-// the last word of a row, so that one with a blank in its path is not listed. Rows that cannot be
-// read are passed over, as are sizes that do not fit. Pure.
+// The volumes in the output of "df -k", in its order, each mount point once. The mount point is the
+// last word of a row, so one with a blank in its path is not listed. Rows that cannot be read, or
+// whose sizes do not fit, are skipped. Pure.
 std::vector<VolumeMount> parse(std::string_view text, const Places& places = Places::current());
 
-// A volume to list, and the name to show it by.
+// A volume to list, with the name shown for it.
 struct Listed {
   std::string name;
   MountedVolume mount;
@@ -37,19 +37,19 @@ struct Listed {
   friend bool operator==(const Listed&, const Listed&) = default;
 };
 
-// Those of `mounts` that a person knows, in their order. One that shows only what one of those
-// before it shows too, as a bind mount does, is left out. Pure, as are those below.
+// Those of `mounts` that users know as disks, in their order. A mount whose contents an earlier one
+// shows too, such as a bind mount, is left out. Pure, like the functions below.
 std::vector<Listed> listed(const std::vector<MountedVolume>& mounts,
                            const Places& places = Places::current());
 
-// The volume with what it tells of itself, rounded as df does. Absent without a size: nothing takes
-// room there.
+// The volume with its figures, rounded as df does. Absent for a volume of size 0, which stores
+// nothing.
 std::optional<VolumeMount> withFigures(const Listed& volume, const VolumeFigures& figures);
 
-// The volume while it tells nothing: with a size of 0.
+// The volume before its figures are known: with size 0.
 VolumeMount withoutFigures(const Listed& volume);
 
-// How full a volume of these figures is. All zero without a size.
+// Usage of a volume with these figures. All zero without a size.
 DiskUsage usageOf(const VolumeFigures& figures);
 
 }  // namespace tessaly::VolumeEngine

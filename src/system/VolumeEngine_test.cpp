@@ -31,7 +31,7 @@ std::string row(const std::string& path) {
   return "/dev/disk3 100 60 40 60% " + path + "\n";
 }
 
-// The mount points that are listed of those given, each in a row of its own.
+// The mount points that are listed if df prints a row for each of `mounts`.
 std::vector<std::string> listed(const std::vector<std::string>& mounts, const Places& places) {
   std::string text;
   for (const std::string& path : mounts) text += row(path);
@@ -88,7 +88,7 @@ TEST(VolumeEngineParse, linux_drops_the_mounts_of_the_system) {
               IsEmpty());
 }
 
-TEST(VolumeEngineParse, a_skipped_mount_is_dropped_whatever_else_would_keep_it) {
+TEST(VolumeEngineParse, a_skipped_mount_is_dropped_even_if_another_rule_keeps_it) {
   Places places;
   places.volumes = {.skipMounts = {"/v/secret", "/root"},
                     .skipPrefixes = {"/v/system/"},
@@ -100,7 +100,7 @@ TEST(VolumeEngineParse, a_skipped_mount_is_dropped_whatever_else_would_keep_it) 
               ElementsAre("/v/secret/a", "/v/system/data", "/v/systems", "/w/a"));
 }
 
-TEST(VolumeEngineParse, a_mount_point_is_absolute_whatever_else_would_keep_it) {
+TEST(VolumeEngineParse, a_mount_point_is_absolute_even_if_a_rule_keeps_it) {
   Places places;
   places.volumes.keptPrefixes = {""};
   EXPECT_THAT(listed({"a", "a/b", "/a", "-"}, places), ElementsAre("/a"));
@@ -114,13 +114,13 @@ TEST(VolumeEngineParse, the_name_is_the_last_component) {
   EXPECT_EQ(onMacos(row("/Volumes/caf\xe9")).at(0).name, "caf\xe9");
 }
 
-TEST(VolumeEngineParse, takes_six_words_and_no_fewer) {
+TEST(VolumeEngineParse, a_row_needs_six_words) {
   EXPECT_THAT(onMacos("d 100 60 40 60% /\n"), ::testing::SizeIs(1));
   EXPECT_THAT(onMacos("d 100 60 40 /\n"), IsEmpty());
   EXPECT_THAT(onMacos("d 100 60 40 60% 9 9 9% x y z /\n"), ::testing::SizeIs(1));
 }
 
-TEST(VolumeEngineParse, looks_at_the_last_word_alone) {
+TEST(VolumeEngineParse, the_mount_point_is_the_last_word) {
   EXPECT_THAT(onMacos(row("/Volumes/My Passport")), IsEmpty());
   EXPECT_THAT(onMacos(row("/Volumes/a\u00A0b")), IsEmpty());
   EXPECT_THAT(listed({"/Volumes/My /Volumes/Disk"}, Places::forMacos()),
@@ -145,7 +145,7 @@ TEST(VolumeEngineParse, a_size_that_is_no_number_or_does_not_fit_drops_its_row_a
   EXPECT_EQ(onMacos("d -1 60 40 60% /").at(0).total, -1024);
 }
 
-TEST(VolumeEngineParse, what_stands_in_other_columns_does_not_matter) {
+TEST(VolumeEngineParse, other_columns_do_not_matter) {
   EXPECT_THAT(onMacos("d 100 used - 60% /\n"),
               ElementsAre(VolumeMount{"Macintosh HD", "/", 102400, 60.0}));
 }
@@ -260,7 +260,7 @@ TEST(VolumeEngineList, a_tool_that_fails_lists_nothing) {
 }
 
 TEST(VolumeEngineList, starts_the_real_df_where_no_stand_in_is_given) {
-  // In a changed root, "/" need not be a place where something is mounted.
+  // In a changed root, "/" need not be a mount point.
   if (Shell::run("/bin/df", {"-k"}, 6).find(" /\n") == std::string::npos) {
     GTEST_SKIP() << needs(Need::listedRoot, "df does not list /");
   }
@@ -290,7 +290,7 @@ TEST(VolumeMount, volumes_that_differ_anywhere_differ) {
   }
 }
 
-// Mounts of one disk each, or of parts of one.
+// The paths listed for `mounts`, each a disk of its own or a part of one.
 
 std::vector<std::string> listedAmong(const std::vector<MountedVolume>& mounts) {
   std::vector<std::string> paths;
@@ -299,7 +299,7 @@ std::vector<std::string> listedAmong(const std::vector<MountedVolume>& mounts) {
   return paths;
 }
 
-TEST(VolumeEngineListed, is_what_a_person_knows_in_the_order_of_the_mounts) {
+TEST(VolumeEngineListed, known_volumes_are_listed_in_the_order_of_the_mounts) {
   EXPECT_THAT(listedAmong({{1, "/mnt/b", "8:1", "/"},
                            {2, "/", "8:2", "/"},
                            {3, "/boot", "8:3", "/"},
@@ -308,7 +308,7 @@ TEST(VolumeEngineListed, is_what_a_person_knows_in_the_order_of_the_mounts) {
               ElementsAre("/mnt/b", "/", "/media/me/stick", "/home"));
 }
 
-TEST(VolumeEngineListed, has_no_folder_that_a_volume_before_it_shows_too) {
+TEST(VolumeEngineListed, a_mount_that_shows_part_of_an_earlier_volume_is_not_listed) {
   EXPECT_THAT(listedAmong({{1, "/", "8:1", "/"},
                            {2, "/home", "8:1", "/data/home"},
                            {3, "/mnt/a", "8:2", "/"},
@@ -316,12 +316,12 @@ TEST(VolumeEngineListed, has_no_folder_that_a_volume_before_it_shows_too) {
               ElementsAre("/", "/mnt/a"));
 }
 
-TEST(VolumeEngineListed, has_a_folder_of_what_is_not_listed_itself) {
+TEST(VolumeEngineListed, a_mount_of_part_of_an_unlisted_volume_is_listed) {
   EXPECT_THAT(listedAmong({{1, "/data", "8:1", "/"}, {2, "/mnt/a", "8:1", "/a"}}),
               ElementsAre("/mnt/a"));
 }
 
-TEST(VolumeEngineListed, has_each_part_of_a_btrfs_and_then_the_whole_of_it) {
+TEST(VolumeEngineListed, parts_of_a_btrfs_and_then_the_whole_are_listed) {
   EXPECT_THAT(
       listedAmong(
           {{1, "/", "0:30", "/@"}, {2, "/home", "0:30", "/@home"}, {3, "/mnt/top", "0:30", "/"}}),

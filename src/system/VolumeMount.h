@@ -9,10 +9,10 @@
 namespace tessaly {
 
 struct VolumeMount {
-  std::string name;        // to show
-  std::string path;        // mount point, as bytes; the identity in lists
+  std::string name;        // display name
+  std::string path;        // mount point, as bytes; identifies the volume in lists
   std::int64_t total = 0;  // capacity in bytes
-  double usedPercent = 0;  // as df states it, 0 to 100
+  double usedPercent = 0;  // as df prints it, 0 to 100
 
   friend bool operator==(const VolumeMount&, const VolumeMount&) = default;
 };
