@@ -17,7 +17,7 @@ std::string normalised(std::string_view path) {
   return result;
 }
 
-// Whether `path` is `folder` or lies in it.
+// Whether `path` is `folder` or is inside it.
 bool isWithin(std::string_view path, std::string_view folder) {
   if (!path.starts_with(folder)) return false;
   return path.size() == folder.size() || path[folder.size()] == '/';

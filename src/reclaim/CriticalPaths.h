@@ -1,8 +1,8 @@
-// Which paths a person is warned about before they go to the Trash, and the words for it. A
-// warning, no wall: nothing here keeps anything from being moved.
+// Decides which paths need a warning before they go to the Trash, and words it. Only a warning:
+// nothing here prevents a move.
 //
-// Paths are compared as text, once runs of slashes are one and a slash at the end is gone: links
-// are not resolved, "." and ".." mean nothing, and case counts. Pure, safe from any thread.
+// Paths are compared as text, with runs of slashes merged and a final slash removed: links are not
+// resolved, "." and ".." have no special meaning, and case counts. Pure, safe from any thread.
 #pragma once
 
 #include <string>
@@ -12,11 +12,11 @@
 
 namespace tessaly::CriticalPaths {
 
-// Whether the user whose home directory is `home` should think twice about `path`.
+// Whether `path` needs a warning for the user with the home directory `home`.
 bool isCritical(std::string_view path, std::string_view home,
                 const Places& places = Places::current());
 
-// The first line of the warning about a path that is critical.
+// The first line of the warning about a critical path.
 std::string reason(std::string_view path, std::string_view home);
 
 }  // namespace tessaly::CriticalPaths

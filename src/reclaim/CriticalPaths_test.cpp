@@ -26,7 +26,7 @@ TEST(CriticalPaths, usr_is_critical_but_for_usr_local) {
   }
 }
 
-TEST(CriticalPaths, slashes_are_tidied_before_anything_is_compared) {
+TEST(CriticalPaths, slashes_are_normalised_before_comparing) {
   EXPECT_TRUE(onMac("//Users///"));
   EXPECT_TRUE(onMac("///"));
   EXPECT_TRUE(onMac("/usr//bin//"));
@@ -45,7 +45,7 @@ TEST(CriticalPaths, the_home_is_critical_and_a_folder_of_it_is_not) {
   EXPECT_FALSE(onLinux("/home/ada/Documents"));
 }
 
-TEST(CriticalPaths, a_home_given_with_a_slash_at_its_end_answers_the_same) {
+TEST(CriticalPaths, a_home_with_a_final_slash_gives_the_same_answers) {
   for (const char* path : {"/Users/ada/Library", "/Users/ada/Library/Preferences/x",
                            "/Users/ada/Library/Caches/x", "/Users/ada/Documents"}) {
     EXPECT_EQ(onMac(path, "/Users/ada/"), onMac(path, "/Users/ada")) << path;
@@ -73,13 +73,13 @@ TEST(CriticalPaths, the_library_of_the_user_is_critical_in_parts) {
   EXPECT_FALSE(onMac("/Users/ada/Library/Developer"));
 }
 
-TEST(CriticalPaths, protected_places_of_the_library_are_bare_text) {
+TEST(CriticalPaths, protected_paths_of_the_library_are_prefixes_of_text) {
   EXPECT_TRUE(onMac("/Users/ada/Library/PreferencesBackup"));
   EXPECT_TRUE(onMac("/Users/ada/Library/Application Support Old/x"));
   EXPECT_FALSE(onMac("/Users/ada/Library/CachesOld/../x"));
 }
 
-TEST(CriticalPaths, only_the_library_of_the_user_has_places_that_are_allowed) {
+TEST(CriticalPaths, only_the_library_of_the_user_has_exceptions) {
   EXPECT_TRUE(onMac("/Library/Caches/x"));
   EXPECT_FALSE(onMac("/Users/bob/Library/Preferences/x"));
 }
@@ -90,7 +90,7 @@ TEST(CriticalPaths, links_are_not_resolved) {
   EXPECT_FALSE(onMac("/etc"));
 }
 
-TEST(CriticalPaths, folders_that_are_critical_only_themselves) {
+TEST(CriticalPaths, some_folders_are_critical_without_their_contents) {
   EXPECT_TRUE(onMac("/Applications"));
   EXPECT_FALSE(onMac("/Applications/Tool.app"));
   EXPECT_TRUE(onMac("/Users"));
@@ -141,7 +141,7 @@ TEST(CriticalPaths, linux_protects_settings_and_data_in_the_home_by_component) {
   }
 }
 
-TEST(CriticalPaths, a_home_in_a_critical_place_of_linux_is_a_home_all_the_same) {
+TEST(CriticalPaths, a_home_inside_a_critical_folder_of_linux_is_treated_as_a_home) {
   const char* const home = "/var/lib/service";
   EXPECT_TRUE(onLinux("/var/lib/service", home));
   EXPECT_FALSE(onLinux("/var/lib/service/Downloads", home));
@@ -151,16 +151,16 @@ TEST(CriticalPaths, a_home_in_a_critical_place_of_linux_is_a_home_all_the_same) 
   EXPECT_FALSE(onLinux("/root/Downloads", "/root"));
 }
 
-TEST(CriticalPaths, a_home_in_a_critical_place_of_macos_stays_critical) {
+TEST(CriticalPaths, a_home_inside_a_critical_folder_of_macos_stays_critical) {
   EXPECT_TRUE(onMac("/private/var/root/Downloads", "/private/var/root"));
 }
 
-TEST(CriticalPaths, whoever_has_no_home_is_warned_of_the_root_alone) {
+TEST(CriticalPaths, without_a_home_only_the_root_is_critical) {
   EXPECT_TRUE(onLinux("/", "/"));
   EXPECT_FALSE(onLinux("/data", "/"));
 }
 
-TEST(CriticalPaths, the_warning_begins_with_what_the_place_is) {
+TEST(CriticalPaths, the_warning_begins_with_the_role_of_the_path) {
   const auto reason = [](std::string_view path) { return CriticalPaths::reason(path, macHome); };
   EXPECT_EQ(reason("//"), "Startup disk root");
   EXPECT_EQ(reason("/System/Library"), "macOS system files");

@@ -20,7 +20,7 @@ constexpr std::size_t longestName = 32;  // characters
 constexpr std::size_t mostNames = 2;     // for each reason
 constexpr std::size_t mostReasons = 3;
 
-// Empty where the move and the way back have nothing to say that the system does not.
+// Empty where reasonOfSystem() has the better words.
 std::string_view reasonOfMove(const SystemError& cause) {
   switch (cause.kind) {
     case Kind::notFound:
@@ -66,7 +66,7 @@ std::string_view reasonOfPutBack(const Trash::Failure& failure) {
 std::string reasonOfSystem(const SystemError& cause) {
   switch (cause.kind) {
     case Kind::noSpace:
-      // A disk may have room for bytes, and none for the entry of one more file.
+      // A disk may have free bytes and still no room for another directory entry.
       return cause.code == EDQUOT ? "the quota on the disk is used up"
                                   : "no space for one more file on the disk";
     case Kind::notPermitted:
@@ -86,11 +86,11 @@ std::string reasonOfSystem(const SystemError& cause) {
   return cause.code == 0 ? "unknown cause" : std::generic_category().message(cause.code);
 }
 
-// The failures of one reason.
+// Failures with the same reason.
 struct Group {
   std::string reason;
   std::size_t count = 0;
-  std::vector<std::string> names;  // of the first ones
+  std::vector<std::string> names;  // of the first failed items
 };
 
 std::string nameOf(const std::string& path) {

@@ -1,5 +1,5 @@
-// What the user is told of items that did not go where they should. One sentence for a whole batch:
-// which items, and why each. It names nothing that only one system has. Pure, safe from any thread.
+// Words the message about items that could not be moved: one sentence for a whole batch, with the
+// items and their reasons. It names nothing that only one system has. Pure, safe from any thread.
 #pragma once
 
 #include <string>
@@ -11,14 +11,13 @@ namespace tessaly::FailureText {
 
 enum class Act { moveToTrash, putBack };
 
-// Why, as what follows a colon: "no Trash on this volume". The path of a failure is the item's own,
-// also where the item was to be put back there.
+// The reason, as text for after a colon: "no Trash on this volume". `failure.path` is the item's
+// original path, also where putting it back failed.
 std::string reason(const Trash::Failure& failure, Act act);
 
 // "“notes.txt” could not be moved to the Trash: no Trash on this volume". Several items are counted
-// and told by their reasons, of each of which the first items are named; long names are cut. So the
-// text has a length that can be shown, however many items failed. Names are the bytes that they
-// are. Empty where nothing failed.
+// and grouped by reason, each reason with its first items; long names are cut. So the length is
+// limited, however many items failed. Names are raw bytes. Empty if nothing failed.
 std::string line(const std::vector<Trash::Failure>& failures, Act act);
 
 }  // namespace tessaly::FailureText

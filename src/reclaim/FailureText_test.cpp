@@ -24,7 +24,7 @@ struct Words {
   const char* reason;
 };
 
-TEST(FailureText, has_words_for_every_cause_of_a_move) {
+TEST(FailureText, words_every_cause_of_a_failed_move) {
   constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
                            {EDQUOT, "the quota on the disk is used up"},
                            {EXDEV, "no Trash on this volume"},
@@ -50,7 +50,7 @@ TEST(FailureText, has_words_for_every_cause_of_a_move) {
   }
 }
 
-TEST(FailureText, has_words_for_every_cause_that_keeps_an_item_in_the_trash) {
+TEST(FailureText, words_every_cause_of_a_failed_put_back) {
   constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
                            {EDQUOT, "the quota on the disk is used up"},
                            {EXDEV, "the old place is on another volume now"},
@@ -69,18 +69,18 @@ TEST(FailureText, has_words_for_every_cause_that_keeps_an_item_in_the_trash) {
   }
 }
 
-TEST(FailureText, tells_an_item_that_left_the_trash_from_a_folder_that_is_gone) {
+TEST(FailureText, distinguishes_an_item_missing_in_the_trash_from_a_missing_folder) {
   const Trash::Failure gone{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "/trash/b")};
   EXPECT_EQ(FailureText::reason(gone, Act::putBack), "not found in the Trash");
   const Trash::Failure unknown{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "")};
   EXPECT_EQ(FailureText::reason(unknown, Act::putBack), "not found in the Trash");
 }
 
-TEST(FailureText, of_nothing_is_empty) {
+TEST(FailureText, no_failures_give_an_empty_line) {
   EXPECT_EQ(FailureText::line({}, Act::moveToTrash), "");
 }
 
-TEST(FailureText, names_one_item_and_why) {
+TEST(FailureText, names_one_item_with_its_reason) {
   EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EXDEV)}, Act::moveToTrash),
             "“notes.txt” could not be moved to the Trash: no Trash on this volume");
   EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EEXIST)}, Act::putBack),
@@ -97,7 +97,7 @@ TEST(FailureText, names_the_first_items_of_one_reason_and_counts_the_rest) {
             "the disk");
 }
 
-TEST(FailureText, tells_the_items_of_each_reason_apart) {
+TEST(FailureText, groups_items_by_reason) {
   EXPECT_EQ(FailureText::line({failure("/a", ENOSPC), failure("/b", EACCES), failure("/c", ENOSPC),
                                failure("/d", ENOSPC)},
                               Act::moveToTrash),
@@ -105,7 +105,7 @@ TEST(FailureText, tells_the_items_of_each_reason_apart) {
             "file on the disk), “b” (not permitted)");
 }
 
-TEST(FailureText, counts_what_comes_after_the_third_reason) {
+TEST(FailureText, counts_items_beyond_the_third_reason) {
   EXPECT_EQ(FailureText::line({failure("/a", EACCES), failure("/b", EROFS), failure("/c", EBUSY),
                                failure("/d", EIO), failure("/e", EMFILE)},
                               Act::moveToTrash),
@@ -118,7 +118,7 @@ TEST(FailureText, keeps_the_bytes_of_a_name) {
             "“caf\xe9\n” could not be put back: the volume is read-only");
 }
 
-TEST(FailureText, is_never_longer_than_can_be_shown) {
+TEST(FailureText, length_of_the_line_is_limited) {
   Failures failures;
   for (const int code : {ENOSPC, EINVAL, EXDEV, EIO, EROFS, EBUSY}) {
     for (int i = 0; i < 2000; ++i)

@@ -8,7 +8,7 @@ namespace tessaly {
 namespace {
 
 Result<Process> launched(const std::string& path, const OpenTool::Args& args) {
-  // Its words are for a person who runs it by hand.
+  // The tool's messages are for people who run it by hand.
   return Process::launch({.path = path, .args = args, .isDetached = true});
 }
 
@@ -29,7 +29,7 @@ OpenTool OpenTool::at(const std::string& path, double patience) {
             if (tool.value().waitUntil(Deadline::after(patience))) {
               return tool.value().exit()->isSuccess();
             }
-            // Not to open something after all, later on, beside what is opened in its place.
+            // So that it does not open something later, beside the application that is tried next.
             tool.value().terminate();
             return false;
           },

@@ -1,5 +1,6 @@
-// The tool that opens a path in an application, as it is run here: with our environment, apart from
-// our streams and our session. A failure to start it is told as a failure of its own.
+// Runs the tool that opens a path in an application: with the program's environment, but without
+// its standard streams and in a session of its own. A failure to start counts as a failure of the
+// tool.
 #pragma once
 
 #include <functional>
@@ -11,16 +12,16 @@ namespace tessaly {
 struct OpenTool {
   using Args = std::vector<std::string>;
 
-  // Starts it and does not wait; what becomes of it is not told.
+  // Starts the tool and does not wait; its result is not reported.
   std::function<void(const Args& args)> start;
-  // Blocks until it has exited, and says whether its status was 0.
+  // Blocks until the tool has exited, and returns whether its status was 0.
   std::function<bool(const Args& args)> run;
 
-  // /usr/bin/open. It exits once the application has been started, so that waiting for it is short;
-  // one that still runs after ten seconds is asked to end, and has failed.
+  // /usr/bin/open. It exits once the application has been started, so the wait is short; if it
+  // still runs after ten seconds, it is terminated and counts as failed.
   static OpenTool real();
 
-  // The same with the tool at `path`, waited for so many seconds.
+  // The same with the tool at `path` and a wait of `patience` seconds.
   static OpenTool at(const std::string& path, double patience);
 };
 

@@ -19,14 +19,14 @@ namespace {
 
 constexpr double longEnough = 600;
 
-TEST(OpenTool, has_succeeded_with_status_0_alone) {
+TEST(OpenTool, succeeds_only_with_status_0) {
   const OpenTool tool = OpenTool::at(testTool(), longEnough);
   EXPECT_TRUE(tool.run({}));
   EXPECT_FALSE(tool.run({"exit", "1"}));
   EXPECT_FALSE(tool.run({"exit", "255"}));
 }
 
-TEST(OpenTool, has_failed_where_it_cannot_be_started) {
+TEST(OpenTool, fails_if_it_cannot_be_started) {
   const TempTree tree("note");
   const OwnProcess before = OwnProcess::now();
   for (const char* path : {"note", "gone"}) {
@@ -37,13 +37,13 @@ TEST(OpenTool, has_failed_where_it_cannot_be_started) {
   EXPECT_EQ(OwnProcess::now(), before);
 }
 
-TEST(OpenTool, has_failed_where_it_does_not_come_to_an_end_and_is_ended) {
+TEST(OpenTool, fails_and_is_terminated_if_it_does_not_exit) {
   const OwnProcess before = OwnProcess::now();
   EXPECT_FALSE(OpenTool::at(testTool(), 0).run({"sleep"}));
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(OpenTool, is_started_without_being_waited_for) {
+TEST(OpenTool, start_does_not_wait) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   const Messages ended(folder.at("ended"));
@@ -52,12 +52,12 @@ TEST(OpenTool, is_started_without_being_waited_for) {
   EXPECT_TRUE(OwnProcess::now().hasChildren);
   hold.release();
   ended.wait();
-  // The hold is closed with its release.
+  // Releasing the hold closes its descriptor.
   const OwnProcess after{before.descriptors - 1, before.threads, false};
   EXPECT_EQ(settled(after), after);
 }
 
-// A variable of the environment for the time of a test.
+// Sets an environment variable for the duration of a test.
 class Variable {
  public:
   Variable(const char* name, const std::string& value) : name_(name) {
@@ -79,7 +79,7 @@ class Variable {
   std::optional<std::string> before_;
 };
 
-// The real tool on a machine that has nothing but what a test plants.
+// The real tool on a machine that has only the programs a test installs.
 class RealOpenTool : public testing::Test {
  protected:
   TempTree tree_ = TempTree(R"(
@@ -94,7 +94,7 @@ class RealOpenTool : public testing::Test {
 
   void SetUp() override { ASSERT_EQ(mkfifo(tree_.at("told").c_str(), 0600), 0); }
 
-  // A program that tells its arguments and where it is.
+  // A program that records its arguments and its working directory.
   void plantTeller(const std::string& name) const {
     const std::string path = tree_.at("bin/" + name);
     std::ofstream(path) << "#!/bin/sh\n{ echo \"$*\"; /bin/pwd; } >'" << tree_.at("told") << "'\n";
@@ -116,14 +116,14 @@ TEST_F(RealOpenTool, opens_a_terminal_in_the_folder_of_a_file) {
   EXPECT_EQ(workspace_.opened, std::vector{tree_.at("folder")});
 }
 
-TEST_F(RealOpenTool, opens_a_file_in_the_editor_that_is_there) {
+TEST_F(RealOpenTool, opens_a_file_in_the_installed_editor) {
   plantTeller("gedit");
   Trash::openInEditor(tree_.at("folder/note"), workspace_);
   EXPECT_TRUE(told().starts_with(tree_.at("folder/note") + "\n"));
   EXPECT_TRUE(workspace_.opened.empty());
 }
 
-TEST_F(RealOpenTool, leaves_a_file_to_its_application_where_there_is_no_editor) {
+TEST_F(RealOpenTool, opens_a_file_in_its_default_application_without_an_editor) {
   Trash::openTerminal(tree_.at("folder"), workspace_);
   Trash::openInEditor(tree_.at("folder/note"), workspace_);
   EXPECT_EQ(workspace_.opened, (std::vector{tree_.at("folder"), tree_.at("folder/note")}));

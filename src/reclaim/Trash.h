@@ -1,9 +1,8 @@
-// Where what the user throws away goes: to the Trash, with a record of it, and back. Refuses
-// nothing; who should be warned first is for the caller to ask. And where the user looks at it
-// before: in a terminal or an editor. A failure of a move comes with its cause; one of opening
-// something is silence.
+// Moves items to the Trash, with a record of each, and back. Refuses nothing; callers decide when
+// to warn first. Also opens items in a terminal or an editor. A failed move returns its cause; a
+// failure to open something is not reported.
 //
-// Every call blocks and keeps nothing. Moves are safe from any thread as far as the mover is.
+// Every call blocks and keeps no state. Moves are as thread-safe as the mover.
 #pragma once
 
 #include <functional>
@@ -20,11 +19,11 @@
 namespace tessaly {
 
 struct TrashedItem {
-  std::string original;   // the path that was handed to the move, as it was given; bytes
-  std::string trashPath;  // where the item is in the Trash; empty where nobody told
-  // `original` without links above the item: where it comes back to.
+  std::string original;   // the path as it was passed to the move; bytes
+  std::string trashPath;  // where the item is in the Trash; empty if the mover does not know
+  // `original` without links above the item: where the item is put back.
   std::string place = {};
-  // Of the item, since its name in the Trash may be used again.
+  // Of the item, since another item may later get its name in the Trash.
   TrashIdentity identity = {};
 
   friend bool operator==(const TrashedItem&, const TrashedItem&) = default;
@@ -32,9 +31,9 @@ struct TrashedItem {
 
 namespace Trash {
 
-// What did not move, and why.
+// An item that did not move, and the reason.
 struct Failure {
-  std::string path;  // as it was given; bytes
+  std::string path;  // as it was passed in; bytes
   SystemError cause;
 
   friend bool operator==(const Failure&, const Failure&) = default;
@@ -47,44 +46,45 @@ struct Moved {
   friend bool operator==(const Moved&, const Moved&) = default;
 };
 
-// Where an item stands. A path may lead to it through links ("~/.cache" often is one), and who may
-// change a folder on the way can turn it elsewhere later on: so whoever lists such paths looks
-// where they lead when the row is listed, and what is moved is what was listed.
+// The location of an item. A path may contain links ("~/.cache" often is one), and anyone who may
+// change a folder on it can redirect it later. So code that lists such paths resolves them when it
+// lists the row, and the item that is moved is the one that was listed.
 struct Location {
-  std::string original;  // the path, as it was given; bytes
+  std::string original;  // the path as it was passed in; bytes
   std::string place;     // the same without links above the item, which may be one itself
 
   friend bool operator==(const Location&, const Location&) = default;
 };
 
-// Asks the disk; from any thread.
+// Reads the disk; safe from any thread.
 Location locate(const std::string& path);
 
-// An error when the item did not move. No link on the way to it is followed: for paths of a tree,
+// An error if the item did not move. Does not follow links above the item: for paths of a tree,
 // which have none.
 Result<TrashedItem> moveRecording(const std::string& path, TrashMover& mover);
-// The same through the place that was found; what is told of the item has the path as it was given.
+// The same for a location found before; the record has the original path.
 Result<TrashedItem> moveRecording(const Location& location, TrashMover& mover);
 
-// All of them one after the other, whatever fails; both lists in the order of those given.
+// Moves all of them one after the other, even after failures; both lists are in the order of the
+// arguments.
 Moved moveManyRecording(const std::vector<std::string>& paths, TrashMover& mover);
 Moved moveManyRecording(std::span<const Location> locations, TrashMover& mover);
 
-// Succeeds when the item stands at its place again by this call. Fails for one without `trashPath`,
-// and where the item is not in the Trash any more (both notFound); where another item has its name
-// there (stale); and where something stands at its place (alreadyExists), which is never replaced.
-// Folders above the place that are missing are made.
+// Succeeds when this call has put the item back at its place. Fails for an item without
+// `trashPath`, and for one that is no longer in the Trash (both notFound); if another item now has
+// its name there (stale); and if something exists at its place (alreadyExists), which is never
+// replaced. Missing folders above the place are created.
 Outcome putBack(const TrashedItem& item, TrashMover& mover);
 
-// Shows the folder at the absolute `path`, or the one that holds what else it is or was, in the
-// file viewer, and opens a terminal in it. Waits for neither. Main thread only.
+// Shows the folder at the absolute `path` in the file viewer and opens a terminal in it; for
+// anything else, or a path that no longer exists, the folder that contains it. Waits for neither.
+// Main thread only.
 void openTerminal(const std::string& path, Workspace& workspace,
                   const OpenTool& tool = OpenTool::real());
 
-// Opens the absolute `path` in the first of the known editors that `tool` succeeds with, or, where
-// there is none of them, in its default application. Blocks until the tool has exited for each that
-// is tried: a moment, or, as it is in the worst case, four times as long as the tool is waited for.
-// Main thread only.
+// Opens the absolute `path` in the first of the known editors for which `tool` succeeds, or, if
+// there is none, in its default application. Blocks until the tool has exited for each editor
+// tried: a moment, or in the worst case four times the tool's patience. Main thread only.
 void openInEditor(const std::string& path, Workspace& workspace,
                   const OpenTool& tool = OpenTool::real());
 

@@ -11,7 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Writes down in one list what the workspace and the tool are asked for, with paths below the tree.
+// Records all calls of the workspace and the tool in one list, with paths below the tree.
 class TrashOpening : public testing::Test {
  protected:
   TempTree tree_ = TempTree(R"(
@@ -23,7 +23,7 @@ class TrashOpening : public testing::Test {
       to-file -> file
       broken -> nowhere
   )");
-  std::set<std::string> editors_;  // that are there
+  std::set<std::string> editors_;  // that are installed
   std::vector<std::string> calls_;
 
   void openTerminal(const std::string& path) { Trash::openTerminal(path, workspace_, tool_); }
@@ -67,31 +67,31 @@ class TrashOpening : public testing::Test {
   }
 };
 
-TEST_F(TrashOpening, of_a_folder_in_a_terminal_shows_it_and_then_opens_a_terminal_in_it) {
+TEST_F(TrashOpening, terminal_for_a_folder_shows_it_and_then_opens_in_it) {
   expectTerminalIn("folder", "folder");
   expectTerminalIn("folder/\xFF", "folder/\xFF");
   expectTerminalIn("folder/", "folder/");
 }
 
-TEST_F(TrashOpening, of_a_file_in_a_terminal_opens_its_folder) {
+TEST_F(TrashOpening, terminal_for_a_file_opens_in_its_folder) {
   expectTerminalIn("folder", "folder/file");
   expectTerminalIn("folder", "folder/pipe");
 }
 
-TEST_F(TrashOpening, of_what_is_not_there_in_a_terminal_opens_the_folder_that_held_it) {
+TEST_F(TrashOpening, terminal_for_a_missing_item_opens_in_the_folder_that_contained_it) {
   expectTerminalIn("folder", "folder/gone");
   expectTerminalIn("folder", "folder/gone/");
   expectTerminalIn("folder", "folder//gone//");
   expectTerminalIn("gone", "gone/with");
 }
 
-TEST_F(TrashOpening, of_a_link_in_a_terminal_takes_one_to_a_folder_for_a_folder) {
+TEST_F(TrashOpening, terminal_for_a_link_to_a_folder_opens_in_that_folder) {
   expectTerminalIn("folder/to-folder", "folder/to-folder");
   expectTerminalIn("folder", "folder/to-file");
   expectTerminalIn("folder", "folder/broken");
 }
 
-TEST_F(TrashOpening, of_the_root_and_of_what_lies_in_it_in_a_terminal) {
+TEST_F(TrashOpening, terminal_for_the_root_and_for_its_children_opens_in_the_root) {
   openTerminal("/");
   openTerminal("/no such thing");
   openTerminal("//no such thing");
@@ -103,7 +103,7 @@ TEST_F(TrashOpening, of_the_root_and_of_what_lies_in_it_in_a_terminal) {
   }
 }
 
-TEST_F(TrashOpening, in_an_editor_stops_at_the_first_that_opens_it) {
+TEST_F(TrashOpening, editor_search_stops_at_the_first_that_opens_the_file) {
   editors_ = {"Cursor", "TextEdit"};
   openInEditor(tree_.at("folder/file"));
   EXPECT_THAT(calls_, ElementsAre("run: -a|Cursor|folder/file"));
@@ -115,7 +115,7 @@ TEST_F(TrashOpening, in_an_editor_stops_at_the_first_that_opens_it) {
                           "run: -a|Code|folder/file"));
 }
 
-TEST_F(TrashOpening, in_an_editor_tries_all_four_and_then_the_default_application) {
+TEST_F(TrashOpening, four_editors_are_tried_before_the_default_application) {
   for (const std::string path : {"folder/file", "folder", "gone", "folder/\xFF"}) {
     calls_.clear();
     openInEditor(tree_.at(path));

@@ -24,7 +24,7 @@ TEST(Trash, records_the_path_as_it_was_given) {
   EXPECT_EQ(disk.contentOf("/data/folder/film"), "content");
 }
 
-TEST(Trash, records_nothing_of_what_did_not_move) {
+TEST(Trash, does_not_record_items_that_did_not_move) {
   MemoryTrash disk;
   disk.put("/kept");
   disk.refuse("/kept");
@@ -33,7 +33,7 @@ TEST(Trash, records_nothing_of_what_did_not_move) {
   EXPECT_TRUE(disk.has("/kept"));
 }
 
-TEST(Trash, records_an_item_also_when_nobody_tells_where_it_is) {
+TEST(Trash, records_an_item_whose_path_in_the_trash_is_unknown) {
   MemoryTrash disk;
   disk.put("/a");
   disk.tellNoPlaces();
@@ -45,7 +45,7 @@ TEST(Trash, records_an_item_also_when_nobody_tells_where_it_is) {
   EXPECT_FALSE(disk.has("/a"));
 }
 
-TEST(Trash, moves_many_in_order_whatever_fails) {
+TEST(Trash, moves_many_in_order_even_after_failures) {
   MemoryTrash disk;
   for (const char* path : {"/a", "/b", "/c", "/d"}) disk.put(path, path);
   disk.refuse("/b");
@@ -65,7 +65,7 @@ TEST(Trash, moves_many_in_order_whatever_fails) {
   }
 }
 
-TEST(Trash, moves_none_of_none) {
+TEST(Trash, moves_nothing_for_an_empty_list) {
   MemoryTrash disk;
   EXPECT_EQ(Trash::moveManyRecording(std::vector<std::string>(), disk), Trash::Moved());
 }
@@ -79,7 +79,7 @@ TEST(Trash, one_good_and_one_missing_path_give_one_item_and_one_error) {
   EXPECT_EQ(pathsOf(moved.errors), std::vector<std::string>{"/missing"});
 }
 
-TEST(Trash, puts_back_into_folders_that_went_meanwhile) {
+TEST(Trash, putting_back_recreates_missing_folders) {
   MemoryTrash disk;
   disk.put("/a/b/film", "content");
   const Result<TrashedItem> item = Trash::moveRecording("/a/b/film", disk);
@@ -89,7 +89,7 @@ TEST(Trash, puts_back_into_folders_that_went_meanwhile) {
   EXPECT_EQ(disk.contentOf("/a/b/film"), "content");
 }
 
-TEST(Trash, leaves_alone_what_stands_at_the_original) {
+TEST(Trash, putting_back_never_replaces_an_existing_item) {
   MemoryTrash disk;
   disk.put("/film", "old");
   const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
@@ -100,7 +100,7 @@ TEST(Trash, leaves_alone_what_stands_at_the_original) {
   EXPECT_EQ(disk.contentOf(item.value().trashPath), "old");
 }
 
-TEST(Trash, cannot_put_back_what_was_emptied_from_it) {
+TEST(Trash, cannot_put_back_an_item_after_the_trash_was_emptied) {
   MemoryTrash disk;
   disk.put("/film");
   const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
@@ -111,7 +111,7 @@ TEST(Trash, cannot_put_back_what_was_emptied_from_it) {
   }
 }
 
-TEST(Trash, does_not_put_back_another_item_that_has_the_name_by_now) {
+TEST(Trash, does_not_put_back_another_item_with_the_same_name) {
   MemoryTrash disk;
   disk.put("/notes.txt", "first");
   const Result<TrashedItem> first = Trash::moveRecording("/notes.txt", disk);
@@ -127,7 +127,7 @@ TEST(Trash, does_not_put_back_another_item_that_has_the_name_by_now) {
   EXPECT_EQ(disk.contentOf(second.value().trashPath), "second");
 }
 
-TEST(Trash, moves_by_the_place_that_was_found_and_puts_back_there) {
+TEST(Trash, moves_from_the_resolved_place_and_puts_back_there) {
   MemoryTrash disk;
   disk.put("/elsewhere/pip", "wheels");
   const Trash::Location pip{.original = "/home/user/.cache/pip", .place = "/elsewhere/pip"};
@@ -142,7 +142,7 @@ TEST(Trash, moves_by_the_place_that_was_found_and_puts_back_there) {
   EXPECT_FALSE(disk.has("/home/user/.cache"));
 }
 
-TEST(TrashedItem, equal_items_have_one_hash_and_the_two_paths_count_apart) {
+TEST(TrashedItem, hash_covers_both_paths) {
   const std::hash<TrashedItem> hash;
   const TrashedItem item{.original = "/a", .trashPath = "/b"};
   EXPECT_EQ(hash(item), hash({.original = "/a", .trashPath = "/b"}));

@@ -46,7 +46,7 @@ std::string standardised(const std::string& path) {
   return withoutSlashAtItsEnd(fs::path(path).lexically_normal().native());
 }
 
-// Where the item itself lies, be it a link or not.
+// The path of the item itself, even if it is a link: only the links above it are resolved.
 std::string location(const std::string& path) {
   const fs::path plain = standardised(path);
   return standardised(resolvedPath(plain.parent_path().native()) + "/" + plain.filename().native());
@@ -56,8 +56,8 @@ bool holds(const std::string& folder, const std::string& path) {
   return path == folder || path.starts_with(folder == "/" ? folder : folder + "/");
 }
 
-// Whether an archive at `to` would be written over one of the items at `paths`, or into it. The two
-// may be told by different ways to the same place.
+// Whether an archive at `to` would overwrite one of the items at `paths`, or be written into it.
+// Paths are compared with links resolved, since both may name the same place differently.
 bool wouldSpoilOne(const std::string& to, const std::vector<std::string>& paths) {
   const std::array targets = {standardised(to), location(to)};
   const auto isInTheWay = [&](const std::string& item) {
@@ -75,9 +75,9 @@ bool isLink(const std::string& path) {
   return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
-// Empty for a path that does not lie below `parent`.
+// Empty for a path that is not below `parent`.
 std::string nameBelow(const std::string& parent, const std::string& path) {
-  // A link is called what it is called, not what it leads to.
+  // A link is archived under its own name, not under that of its target.
   const bool hasOwnName = isLink(path);
   std::optional<std::vector<std::string>> parts =
       DiskScanner::relativeParts(parent, hasOwnName ? parentOf(path) : path);
@@ -88,20 +88,20 @@ std::string nameBelow(const std::string& parent, const std::string& path) {
   return name;
 }
 
-// As an argument that zip does not take for an option, or for its standard input.
+// Prevents zip from reading the name as an option, or as its standard input.
 std::string asArgument(const std::string& name) {
   return name.starts_with('-') ? "./" + name : name;
 }
 
-// What all arguments of one run may take up, with the pointers to them. The other half of what the
-// system grants is for the environment.
+// Limit for the arguments of one run, including the pointers to them. The other half of the
+// system's limit is for the environment.
 std::size_t argumentRoom() {
   constexpr std::size_t most = std::size_t{1} << 20;
   const long granted = sysconf(_SC_ARG_MAX);
   return granted > 0 ? std::min(static_cast<std::size_t>(granted) / 2, most) : most;
 }
 
-// How many of `names`, one at least, go into one run.
+// How many of `names` go into one run, at least one.
 std::size_t countForOneRun(std::span<const std::string> names, std::size_t room) {
   std::size_t taken = 0;
   const auto end = std::ranges::find_if(names, [&](const std::string& name) {
@@ -111,7 +111,7 @@ std::size_t countForOneRun(std::span<const std::string> names, std::size_t room)
   return std::max<std::size_t>(static_cast<std::size_t>(end - names.begin()), 1);
 }
 
-// What keeps items from being in an archive, in words.
+// Items that would be missing from an archive, with their reasons.
 class Losses {
  public:
   bool any() const { return count_ > 0; }
@@ -130,7 +130,7 @@ class Losses {
  private:
   static constexpr int mostTold = 3;
 
-  // The end of a long path, which has the item's own name.
+  // The end of a long path, which contains the item's own name.
   static std::string shortened(const std::string& item) {
     constexpr std::size_t longest = 120;
     if (item.size() <= longest) return item;
@@ -159,7 +159,7 @@ std::string wordsFor(int obstacle) {
   }
 }
 
-// Why an entry will not be in the archive, or "".
+// The reason why an entry will not be in the archive, or "".
 std::string wordsFor(const TreeSurvey::Entry& entry) {
   if (entry.obstacle == 0) return {};
   const bool isLink = entry.kind == FileIdentity::Kind::link;
@@ -185,7 +185,7 @@ bool isIn(const ZipListing& listing, const TreeSurvey::Entry& entry) {
 
 struct Item {
   std::string path;
-  std::string name;  // below the common parent
+  std::string name;  // relative to the common parent
   TreeSurvey::State state = {};
 };
 
@@ -193,7 +193,7 @@ Archived notMade(std::string cause) {
   return {.end = Archived::End::notMade, .cause = std::move(cause)};
 }
 
-// The first line that is not empty, as far as it is of use.
+// The first line that is not empty, cut to a useful length.
 std::string firstLine(std::string_view words) {
   constexpr std::size_t longest = 200;
   words.remove_prefix(std::min(words.find_first_not_of("\n\t "), words.size()));
@@ -237,7 +237,7 @@ class Work {
  private:
   bool isGivenUp() const { return request_.isGivenUp && request_.isGivenUp(); }
 
-  // Each of these tells what it fails with, if it does.
+  // Each of these steps returns its failure, if any.
 
   std::optional<Archived> nameItems() {
     if (request_.paths.empty()) return Archived();
@@ -269,7 +269,7 @@ class Work {
     return losses.any() ? std::optional(losses.archived()) : std::nullopt;
   }
 
-  // What zip would have to leave out is found before it takes its minutes.
+  // Finds what zip would leave out before the minutes that zip takes.
   std::optional<Archived> lookBefore() {
     Losses losses;
     for (Item& item : items_) {
@@ -289,7 +289,7 @@ class Work {
     return losses.any() ? std::optional(losses.archived()) : std::nullopt;
   }
 
-  // Runs zip as often as it takes to hand it all names.
+  // Runs zip several times if the names do not fit into the arguments of one run.
   std::optional<Archived> pack(const std::string& to) {
     std::vector<std::string> names;
     for (const Item& item : items_) names.push_back(item.name);
@@ -314,7 +314,7 @@ class Work {
     return std::nullopt;
   }
 
-  // With which zip says that it found nothing, or could not open a file.
+  // The statuses with which zip reports that it found nothing (12) or could not open a file (18).
   static bool isLossStatus(int status) { return status == 12 || status == 18; }
 
   std::optional<Archived> compare(const std::string& archive) {

@@ -1,7 +1,7 @@
-// Keeps a compressed copy of items that are about to go, made by the system's zip.
+// Makes a compressed copy of items before they are removed, with the system's zip.
 //
-// Paths are absolute, as bytes. Pure but for archive(), which blocks until the tool is done and is
-// for worker threads. Safe from any thread.
+// Paths are absolute, as bytes. Pure except for archive(), which blocks until the tool is done and
+// is for worker threads. Safe from any thread.
 #pragma once
 
 #include <chrono>
@@ -15,10 +15,10 @@
 
 namespace tessaly::ZipEngine {
 
-// What archive() asks of the machine. Where a function is not given, the named one is taken.
+// What archive() needs from the machine. An empty function stands for the one named beside it.
 struct Machine {
-  // Shell::runToEnd: the tool's path, its arguments, the seconds that it may take, its working
-  // directory, and what says that it is to be ended. May throw.
+  // Shell::runToEnd: the tool's path, its arguments, its time limit in seconds, its working
+  // directory, and the cancel test. May throw.
   std::function<Shell::Ending(const std::string& path, const std::vector<std::string>& args,
                               double timeout, const std::string& cwd,
                               const std::function<bool()>& isCancelled)>
@@ -29,13 +29,14 @@ struct Machine {
 struct Request {
   std::vector<std::string> paths;
   std::string to;
-  // What the user has seen at `to` and wants to be replaced; absent where nothing stood there.
+  // The file at `to` that the user has seen and agreed to replace; absent if there was none.
   std::optional<FileIdentity> replaced = {};
-  // Asked for each item while items are looked at, and every 25 ms while the tool runs.
+  // The cancel test: called for each item while items are examined, and every 25 ms while the tool
+  // runs.
   std::function<bool()> isGivenUp = {};
 };
 
-// An item as it was when its copy in the archive was complete.
+// An item in the state in which it was archived completely.
 struct Original {
   std::string path;  // as it was given
   FileIdentity identity;
@@ -43,47 +44,47 @@ struct Original {
 
 struct Archived {
   enum class End {
-    made,        // a complete archive of this call stands at `path`
-    notMade,     // no archive came of it
-    incomplete,  // something would be missing from the archive, which was not kept
-    givenUp,     // as it was asked for
+    made,        // a complete archive of this call exists at `path`
+    notMade,     // no archive was made
+    incomplete,  // something would be missing from the archive, which was removed
+    givenUp,     // cancelled by `isGivenUp`
   };
 
   End end = End::notMade;
-  // What went wrong, in a few hundred bytes at most, for the user: names of items are bytes of any
-  // kind. Empty for an archive that was made, and where nothing was asked for.
+  // The error for the user, at most a few hundred bytes: names of items may be any bytes. Empty if
+  // the archive was made, and if no paths were given.
   std::string cause = {};
 
-  // Of an archive that was made.
+  // Only for an archive that was made.
   std::string path = {};
   FileIdentity identity = {};
-  std::vector<Original> originals = {};  // all that was asked for, in that order
+  std::vector<Original> originals = {};  // all requested items, in that order
 };
 
-// What to call an archive that is made at `now`: "Tessaly-2026-03-09-0705.zip", in local time.
+// File name for an archive made at `now`: "Tessaly-2026-03-09-0705.zip", in local time.
 std::string suggestedName(
     std::chrono::system_clock::time_point now = std::chrono::system_clock::now());
 
-// The deepest folder that all of `paths` lie in, as their texts tell; "/" for none.
+// The deepest folder that contains all of `paths`, judged by their text; "/" for none.
 std::string commonParent(const std::vector<std::string>& paths);
 
-// Packs all of the paths, folders with all that is in them, into a new archive, each under its path
-// below their common parent. Nothing is left out: where an item or something in it is not there, or
-// cannot be read, or is neither a file nor a folder, or changes meanwhile, the archive is
-// incomplete, and is removed. A link is packed as what it leads to and must lead to something; what
-// lies behind it stays where it is when the link goes, and so is not compared with the archive.
+// Packs all paths, folders with their contents, into a new archive, each under its path below their
+// common parent. The archive is complete or removed: if an item or something in it is missing,
+// unreadable, neither a file nor a folder, or changes meanwhile, the result is `incomplete`. A link
+// is packed as its target, which must exist; the target stays when the link is removed, so it is
+// not compared with the archive.
 //
-// That an archive is complete is not left to zip, which passes over a folder that it cannot read in
-// silence: all items are looked at before and after, must be the same both times, and must all be
-// in the archive's own list, files with their sizes. A change of content that leaves the file's
-// size, times and number as they are is not seen; nor is one after the second look, but for the
-// items themselves, whose identities are told.
+// zip alone does not ensure completeness, since it silently skips a folder that it cannot read. So
+// all items are examined before and after, must be the same both times, and must all be in the
+// archive's own list, files with their sizes. A change of content that keeps a file's size, times
+// and inode number is not noticed; nor is a change after the second examination, except that
+// `originals` has the identities of the items.
 //
-// The archive is written in a private folder beside `to` and moved in when it is complete, so that
-// until then what stands there is left alone. It replaces only `replaced`; where anything else has
-// come to stand there, it gets a name of its own beside it, with a number.
+// The archive is written in a private folder beside `to` and moved to `to` when it is complete, so
+// an existing file stays untouched until then. It replaces only `replaced`; if anything else is at
+// `to` by then, the archive gets a numbered name beside it.
 //
-// An archive that would lie at or inside one of the paths is not made. Zip may take 180 seconds.
+// No archive is made at or inside one of the paths. zip may take 180 seconds.
 Archived archive(const Request& request, const Machine& machine = {});
 
 }  // namespace tessaly::ZipEngine

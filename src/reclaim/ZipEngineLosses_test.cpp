@@ -1,5 +1,5 @@
-// What the system's zip leaves out, most of it in silence, and what changes while it works: no
-// archive is then taken for a complete one, and nothing that stood at its place is lost.
+// Items that the system's zip leaves out, mostly silently, and items that change while it works:
+// such an archive is never reported as complete, and the file that it would replace is kept.
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
@@ -42,7 +42,7 @@ class ZipLosses : public testing::Test {
             .replaced = old ? std::optional(old.value()) : std::nullopt};
   }
 
-  // How archiving "in" ended, and why, told across the end of a process.
+  // The result and the cause of archiving "in", as text that can be passed between processes.
   static std::string told(const ZipEngine::Archived& archived) {
     constexpr const char* ends[] = {"made", "not made", "incomplete", "given up"};
     return std::string(ends[static_cast<int>(archived.end)]) + ": " + archived.cause;
@@ -51,7 +51,7 @@ class ZipLosses : public testing::Test {
     return asOtherUser([&] { return told(ZipEngine::archive(request())); });
   }
 
-  // Archives "in" while `meanwhile` happens just after zip has ended, or before it has begun.
+  // Archives "in" and calls `meanwhile` right after zip has ended, or right before it starts.
   enum class When { before, after };
   ZipEngine::Archived archivedWhile(When when, const std::function<void()>& meanwhile) const {
     ZipEngine::Machine machine;
@@ -77,7 +77,7 @@ class ZipLosses : public testing::Test {
   std::string to_ = tree_.at("kept/out.zip");
 };
 
-TEST_F(ZipLosses, are_told_of_a_file_that_cannot_be_read) {
+TEST_F(ZipLosses, an_unreadable_file_is_reported) {
   putFile(to_, "old");
   fs::permissions(tree_.at("in/Code/deep/main.cpp"), fs::perms::none);
   EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep/main.cpp (cannot be read)");
@@ -85,20 +85,20 @@ TEST_F(ZipLosses, are_told_of_a_file_that_cannot_be_read) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipLosses, are_told_of_a_folder_that_cannot_be_read) {
+TEST_F(ZipLosses, an_unreadable_folder_is_reported) {
   fs::permissions(tree_.at("in/Code/deep"), fs::perms::none);
   EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep (cannot be read)");
   fs::permissions(tree_.at("in/Code/deep"), fs::perms::owner_all);
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipLosses, are_told_of_a_folder_that_may_be_listed_and_not_entered) {
+TEST_F(ZipLosses, a_folder_that_can_be_listed_but_not_entered_is_reported) {
   fs::permissions(tree_.at("in/Code/deep"), fs::perms(0644));
   EXPECT_EQ(toldToOther(), "incomplete: in/Code/deep (cannot be read)");
   fs::permissions(tree_.at("in/Code/deep"), fs::perms::owner_all);
 }
 
-TEST_F(ZipLosses, are_told_of_pipes_sockets_and_links_that_lead_nowhere) {
+TEST_F(ZipLosses, pipes_sockets_and_dangling_links_are_reported) {
   tree_.plant("in/Code", "pipe fifo\n");
   EXPECT_EQ(told(ZipEngine::archive(request())),
             "incomplete: in/Code/pipe (neither a file nor a folder)");
@@ -114,7 +114,7 @@ TEST_F(ZipLosses, are_told_of_pipes_sockets_and_links_that_lead_nowhere) {
   EXPECT_EQ(told(ZipEngine::archive(request())), "made: ");
 }
 
-TEST_F(ZipLosses, are_none_for_links_that_lead_to_something) {
+TEST_F(ZipLosses, links_with_an_existing_target_are_archived) {
   tree_.plant("in", "alias -> film\nway -> Code\n");
   EXPECT_EQ(told(ZipEngine::archive(request())), "made: ");
   const auto listing = ZipListing::at(to_);
@@ -123,14 +123,14 @@ TEST_F(ZipLosses, are_none_for_links_that_lead_to_something) {
   EXPECT_EQ(listing->sizeOf("in/way/deep/main.cpp"), 4096);
 }
 
-TEST_F(ZipLosses, are_told_in_few_words_where_there_are_many) {
+TEST_F(ZipLosses, many_losses_are_reported_in_a_short_text) {
   tree_.plant("in", std::string(200, 'n') + "#### x3000 mode=0\n");
   const std::string words = toldToOther();
   EXPECT_THAT(words, HasSubstr("and 2997 more"));
   EXPECT_LE(words.size(), 1000U);
 }
 
-TEST_F(ZipLosses, that_zip_alone_finds_do_not_hold_it_up_with_its_complaints) {
+TEST_F(ZipLosses, many_warnings_of_zip_do_not_block_it) {
   tree_.plant("in", "f#### x3000\n");
   const auto close = [&] {
     for (const std::string& name : entriesOf(tree_.at("in"))) {
@@ -149,7 +149,7 @@ TEST_F(ZipLosses, that_zip_alone_finds_do_not_hold_it_up_with_its_complaints) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipLosses, of_a_tool_that_complains_without_end_are_losses_all_the_same) {
+TEST_F(ZipLosses, losses_are_reported_even_with_endless_warnings) {
   ZipEngine::Machine machine;
   machine.run = [](const std::string&, const std::vector<std::string>&, double timeout,
                    const std::string& cwd, const std::function<bool()>& isCancelled) {
@@ -159,7 +159,7 @@ TEST_F(ZipLosses, of_a_tool_that_complains_without_end_are_losses_all_the_same) 
   EXPECT_EQ(ZipEngine::archive(request(), machine).end, End::incomplete);
 }
 
-TEST_F(ZipLosses, are_seen_where_a_folder_is_closed_once_zip_has_begun) {
+TEST_F(ZipLosses, a_folder_that_becomes_unreadable_while_zip_runs_is_noticed) {
   if (geteuid() != 0)
     GTEST_SKIP() << needs(Need::root, "only root can give a folder to another user");
   ASSERT_EQ(chown(tree_.at("in/Code/deep").c_str(), 65534, 65534), 0);
@@ -168,7 +168,7 @@ TEST_F(ZipLosses, are_seen_where_a_folder_is_closed_once_zip_has_begun) {
             "incomplete: in/Code/deep (cannot be read)");
 }
 
-TEST_F(ZipLosses, are_seen_in_an_archive_that_zip_calls_fine) {
+TEST_F(ZipLosses, an_entry_missing_in_a_successful_archive_is_noticed) {
   ZipEngine::Machine machine;
   machine.run = [](const std::string& path, std::vector<std::string> args, double timeout,
                    const std::string& cwd, const std::function<bool()>& isCancelled) {
@@ -181,7 +181,7 @@ TEST_F(ZipLosses, are_seen_in_an_archive_that_zip_calls_fine) {
   EXPECT_THAT(archived.cause, Not(HasSubstr("film")));
 }
 
-TEST_F(ZipLosses, are_feared_of_whatever_changes_deep_inside_after_it_was_packed) {
+TEST_F(ZipLosses, a_change_deep_inside_after_packing_makes_the_archive_incomplete) {
   const std::string file = tree_.at("in/Code/deep/main.cpp");
   const std::vector<std::function<void()>> changes = {
       [&] { putFile(file, "longer or shorter"); },
@@ -205,7 +205,7 @@ TEST_F(ZipLosses, are_feared_of_whatever_changes_deep_inside_after_it_was_packed
   }
 }
 
-TEST_F(ZipLosses, are_feared_of_an_item_that_another_takes_the_place_of) {
+TEST_F(ZipLosses, replacing_an_item_while_zip_runs_makes_the_archive_incomplete) {
   const auto exchange = [&] {
     fs::rename(tree_.at("in"), tree_.at("away"));
     fs::copy(tree_.at("away"), tree_.at("in"), fs::copy_options::recursive);
@@ -213,12 +213,12 @@ TEST_F(ZipLosses, are_feared_of_an_item_that_another_takes_the_place_of) {
   EXPECT_EQ(archivedWhile(When::after, exchange).end, End::incomplete);
 }
 
-TEST_F(ZipLosses, are_none_when_nothing_happens) {
+TEST_F(ZipLosses, an_archive_of_unchanged_items_is_complete) {
   EXPECT_EQ(archivedWhile(When::after, [] {}).end, End::made);
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipLosses, do_not_come_of_an_archive_that_is_given_up) {
+TEST_F(ZipLosses, cancelling_reports_no_losses) {
   putFile(to_, "old");
   const Messages ready(tree_.at("ready"));
   std::atomic<bool> isGivenUp = false;

@@ -1,4 +1,4 @@
-// Archives as the system's zip makes them and the system's unzip reads them.
+// Archives written by the system's zip and read by the system's unzip.
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 class RealZip : public testing::Test {
  protected:
-  // What is in a folder: the content of each file, "/" for each folder, by the path below it.
+  // The contents of a folder by relative path: the content of each file, "/" for each folder.
   using Contents = std::map<std::string, std::string>;
 
   static Contents contentsOf(const std::string& folder) {
@@ -45,7 +45,7 @@ class RealZip : public testing::Test {
 
   static bool isSound(const std::string& archive) { return unzip({"-tqq", archive}).isSuccess(); }
 
-  // Control characters in names are names here, not something to be left out.
+  // unzip keeps control characters in names only with this option.
   Contents unpacked(const std::string& archive) const {
     const TempTree out;
     EXPECT_TRUE(unzip({"-qq", "-^", archive, "-d", out.path()}).isSuccess());
@@ -64,7 +64,7 @@ class RealZip : public testing::Test {
     return archived(paths, to, machine).end == ZipEngine::Archived::End::made;
   }
 
-  // Puts everything in "in" into an archive, and gives whether it comes out as it went in.
+  // Archives everything in "in" and expects the unpacked contents to be the same.
   void expectToComeBackWhole() {
     std::vector<std::string> paths;
     for (const std::string& name : entriesOf(tree_.at("in")))
@@ -81,7 +81,7 @@ class RealZip : public testing::Test {
     putFile(path, content);
   }
 
-  // A machine on which `before` happens just before the number-th run of zip.
+  // A machine on which `before` is called just before run number `number` of zip.
   static ZipEngine::Machine machineWhere(int number, std::function<void()> before) {
     return {.run =
                 [number, before = std::move(before)](
@@ -138,7 +138,7 @@ TEST_F(RealZip, keeps_the_bytes_of_a_name_that_unzip_would_change) {
   EXPECT_NE(contentOf(to_).find(name), std::string::npos);
 }
 
-TEST_F(RealZip, takes_names_that_look_like_patterns_as_they_are) {
+TEST_F(RealZip, names_that_look_like_patterns_are_taken_literally) {
   for (const char* name : {"a[b]*", "?", "*", "[x]", "\\[x]", "{a,b}"}) put(name, name);
   for (const char* name : {"ab", "abc", "x", "a"}) put(name, "unmarked");
   EXPECT_TRUE(archive({tree_.at("in/a[b]*"), tree_.at("in/?"), tree_.at("in/*"), tree_.at("in/[x]"),
@@ -152,7 +152,7 @@ TEST_F(RealZip, takes_names_that_look_like_patterns_as_they_are) {
                                      {"{a,b}", "{a,b}"}}));
 }
 
-TEST_F(RealZip, takes_a_pattern_that_vanishes_for_no_other_item) {
+TEST_F(RealZip, a_vanished_item_named_like_a_pattern_matches_no_other_item) {
   put("*", "pattern");
   put("film", "film");
   put("note", "note");
@@ -162,7 +162,7 @@ TEST_F(RealZip, takes_a_pattern_that_vanishes_for_no_other_item) {
   EXPECT_TRUE(entriesOf(tree_.at("kept")).empty());
 }
 
-TEST_F(RealZip, writes_to_a_place_with_an_odd_name) {
+TEST_F(RealZip, writes_to_a_path_with_an_odd_name) {
   put("film", "film");
   for (const char* name : {"-x.zip", "a[b]*.zip", "line\nfeed.zip", "caf\xe9.zip", " .zip"}) {
     const std::string to = tree_.at("kept/" + std::string(name));
@@ -179,7 +179,7 @@ TEST_F(RealZip, puts_what_a_link_leads_to_under_the_name_of_the_link) {
   EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}, {"link", "/"}, {"link/main.cpp", "main"}}));
 }
 
-TEST_F(RealZip, takes_an_item_and_what_lies_in_it_once) {
+TEST_F(RealZip, packs_an_item_and_its_contents_once) {
   put("Code/main.cpp", "main");
   EXPECT_TRUE(archive({tree_.at("in/Code/main.cpp"), tree_.at("in/Code")}, to_));
   EXPECT_TRUE(isSound(to_));
@@ -219,7 +219,7 @@ TEST_F(RealZip, replaces_the_old_file_and_adds_nothing_to_it) {
   EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}}));
 }
 
-TEST_F(RealZip, takes_a_file_that_it_cannot_replace_for_no_archive) {
+TEST_F(RealZip, an_archive_that_zip_cannot_write_is_not_reported_as_made) {
   put("film", "film");
   putFile(to_, "old");
   fs::permissions(tree_.at("kept"), fs::perms::owner_read | fs::perms::owner_exec |
@@ -232,16 +232,16 @@ TEST_F(RealZip, takes_a_file_that_it_cannot_replace_for_no_archive) {
   fs::permissions(tree_.at("kept"), fs::perms::owner_all);
 }
 
-TEST_F(RealZip, gives_no_archive_in_a_folder_that_is_not_there) {
+TEST_F(RealZip, makes_no_archive_in_a_missing_folder) {
   put("film", "film");
   EXPECT_FALSE(archive({tree_.at("in/film")}, tree_.at("nowhere/out.zip")));
 }
 
-TEST_F(RealZip, gives_no_archive_when_its_time_is_over) {
+TEST_F(RealZip, makes_no_archive_when_its_time_is_over) {
   put("film", "film");
   Hold hold(tree_.at("hold"));
   ZipEngine::Machine machine;
-  // A tool that goes on until it is stopped, and no time for it.
+  // A tool that runs until it is stopped, with no time left.
   machine.run = [&](const std::string&, const std::vector<std::string>& args, double,
                     const std::string& cwd, const std::function<bool()>& isCancelled) {
     putFile(args[2], "half");
@@ -251,7 +251,7 @@ TEST_F(RealZip, gives_no_archive_when_its_time_is_over) {
   EXPECT_TRUE(entriesOf(tree_.at("kept")).empty());
 }
 
-// What stays within a file system with little room.
+// The folder of the archive is a file system of 1 MiB.
 class FullDisk : public RealZip {
  protected:
   void expectOnSmallDisk(const std::function<std::string()>& body) {
@@ -276,7 +276,7 @@ class FullDisk : public RealZip {
   }
 };
 
-TEST_F(FullDisk, gives_no_archive_and_nothing_is_left) {
+TEST_F(FullDisk, a_full_disk_gives_no_archive_and_leaves_no_files) {
   put("film", noise(std::size_t{4} << 20));
   expectOnSmallDisk([&]() -> std::string {
     if (archive({tree_.at("in/film")}, to_)) return "there is an archive";
@@ -284,7 +284,7 @@ TEST_F(FullDisk, gives_no_archive_and_nothing_is_left) {
   });
 }
 
-TEST_F(FullDisk, takes_no_archive_of_an_earlier_run_for_one_of_everything) {
+TEST_F(FullDisk, an_archive_of_the_first_run_alone_is_not_complete) {
   const std::string deep = std::string(200, 'd') + "/" + std::string(200, 'e');
   tree_.plant("in", std::string(200, 'd') + "/\n  " + std::string(200, 'e') + "/\n    " +
                         std::string(20, 'f') + "#### x3000\n");
@@ -292,7 +292,7 @@ TEST_F(FullDisk, takes_no_archive_of_an_earlier_run_for_one_of_everything) {
   for (const std::string& name : entriesOf(tree_.at("in/" + deep))) {
     paths.push_back(tree_.at("in/" + deep + "/" + name));
   }
-  // Fits into neither half of what is left.
+  // Larger than the whole disk.
   put("film", noise(std::size_t{4} << 20));
   paths.push_back(tree_.at("in/film"));
   expectOnSmallDisk([&]() -> std::string {
@@ -302,7 +302,8 @@ TEST_F(FullDisk, takes_no_archive_of_an_earlier_run_for_one_of_everything) {
                           double timeout, const std::string& cwd,
                           const std::function<bool()>& isCancelled) {
       ++runs;
-      // The entries of so many long names would fill the disk by themselves.
+      // The first run packs one name only: the entries of so many long names would fill the disk by
+      // themselves.
       const auto end = runs == 1 ? args.begin() + 4 : args.end();
       return Shell::runToEnd(path, {args.begin(), end}, timeout, cwd, isCancelled);
     };

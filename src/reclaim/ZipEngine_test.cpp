@@ -1,4 +1,5 @@
-// Names, folders and runs, with a zip that writes down what it was asked for before it does it.
+// Names, folders and runs, with a stand-in for zip that records its arguments and then runs the
+// real one.
 #include "reclaim/ZipEngine.h"
 
 #include <chrono>
@@ -58,7 +59,7 @@ TEST(ZipEngine, suggests_a_name_with_the_date_and_time) {
             "Tessaly-2026-01-02-0705.zip");
 }
 
-TEST(ZipEngine, suggests_the_time_of_the_place) {
+TEST(ZipEngine, suggests_the_local_time) {
   const TimeZone zone("XST-5:30");
   EXPECT_EQ(ZipEngine::suggestedName(newYear), "Tessaly-2026-01-01-0529.zip");
 }
@@ -83,12 +84,12 @@ TEST(ZipEngine, common_parent_of_nothing_is_the_root) {
   EXPECT_EQ(ZipEngine::commonParent({"x"}), "/");
 }
 
-TEST(ZipEngine, common_parent_tells_folders_apart_by_component) {
+TEST(ZipEngine, common_parent_compares_whole_components) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/bc/x", "/a/b/y"}), "/a");
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/y", "/a/bc/x"}), "/a");
 }
 
-TEST(ZipEngine, common_parent_of_an_item_and_what_lies_in_it_holds_both) {
+TEST(ZipEngine, common_parent_of_an_item_and_its_contents_contains_both) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x", "/a/b"}), "/a");
   EXPECT_EQ(ZipEngine::commonParent({"/x", "/a/y"}), "/");
 }
@@ -102,7 +103,7 @@ class ZipRuns : public testing::Test {
     std::string cwd;
   };
 
-  // Archives as if each run took `taken_`, and did what `during_` says.
+  // Archives with a clock by which each run takes `taken_`; each run calls `during_`.
   ZipEngine::Archived archive(const std::vector<std::string>& paths) { return archive(paths, to_); }
   ZipEngine::Archived archive(const std::vector<std::string>& paths, const std::string& to,
                               const std::function<bool()>& isGivenUp = {}) {
@@ -126,13 +127,13 @@ class ZipRuns : public testing::Test {
     return archive(paths, to).end;
   }
 
-  // What stands behind "-r", "-q" and the archive in the first run.
+  // The arguments after "-r", "-q" and the archive in the first run.
   std::vector<std::string> names() const {
     const std::vector<std::string>& args = asked_.at(0).args;
     return {args.begin() + 3, args.end()};
   }
 
-  // What the last run was asked for, done by the system's zip.
+  // Runs the system's zip with the arguments of the last run.
   Shell::Ending zip() const {
     const Asked& asked = asked_.back();
     return Shell::runToEnd(asked.path, asked.args, 600, asked.cwd);
@@ -150,7 +151,7 @@ class ZipRuns : public testing::Test {
     for (const std::string& name : entriesOf(longFolder())) {
       paths.push_back(longFolder() + "/" + name);
     }
-    paths.push_back(tree_.at("film"));  // so that the common parent is the top
+    paths.push_back(tree_.at("film"));  // so that the common parent is the top folder
     return paths;
   }
   std::string longFolder() const {
@@ -177,7 +178,7 @@ class ZipRuns : public testing::Test {
   std::function<Shell::Ending()> during_ = [this] { return zip(); };
 };
 
-TEST_F(ZipRuns, start_the_tool_where_the_items_have_their_parent) {
+TEST_F(ZipRuns, zip_runs_in_the_common_parent_of_the_items) {
   EXPECT_TRUE(isMade({tree_.at("film"), tree_.at("Code/deep/note")}));
   ASSERT_THAT(asked_, SizeIs(1));
   EXPECT_EQ(asked_[0].path, "/usr/bin/zip");
@@ -189,7 +190,7 @@ TEST_F(ZipRuns, start_the_tool_where_the_items_have_their_parent) {
   EXPECT_EQ(asked_[0].timeout, 180);
 }
 
-TEST_F(ZipRuns, write_to_a_private_name_beside_the_archive) {
+TEST_F(ZipRuns, zip_writes_to_a_private_name_beside_the_archive) {
   std::vector<std::string> during;
   during_ = [&] {
     Shell::Ending ending = zip();
@@ -203,7 +204,7 @@ TEST_F(ZipRuns, write_to_a_private_name_beside_the_archive) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, tell_what_they_have_made_of_what) {
+TEST_F(ZipRuns, result_has_the_archive_and_its_originals) {
   const ZipEngine::Archived archived = archive({tree_.at("Code"), tree_.at("film")});
   ASSERT_EQ(archived.end, End::made);
   EXPECT_EQ(archived.path, to_);
@@ -215,7 +216,7 @@ TEST_F(ZipRuns, tell_what_they_have_made_of_what) {
   EXPECT_EQ(archived.cause, "");
 }
 
-TEST_F(ZipRuns, are_none_where_an_item_is_not_there) {
+TEST_F(ZipRuns, zip_is_not_run_if_an_item_is_missing) {
   putFile(to_, "old");
   for (const char* name : {"gone/film", "gone", "dangling"}) {
     const ZipEngine::Archived archived = archive({tree_.at("film"), tree_.at(name)});
@@ -227,7 +228,7 @@ TEST_F(ZipRuns, are_none_where_an_item_is_not_there) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, are_none_without_items) {
+TEST_F(ZipRuns, zip_is_not_run_without_items) {
   putFile(to_, "old");
   EXPECT_EQ(archive({}).end, End::notMade);
   EXPECT_EQ(archive({tree_.at("gone")}).end, End::notMade);
@@ -235,7 +236,7 @@ TEST_F(ZipRuns, are_none_without_items) {
   EXPECT_EQ(contentOf(to_), "old");
 }
 
-TEST_F(ZipRuns, are_none_for_an_archive_inside_an_item) {
+TEST_F(ZipRuns, zip_is_not_run_for_an_archive_inside_an_item) {
   EXPECT_EQ(endFor({tree_.at("film"), tree_.at("Code")}, tree_.at("Code/out.zip")), End::notMade);
   EXPECT_EQ(endFor({tree_.at("Code")}, tree_.at("kept/../Code/deep/./out.zip")), End::notMade);
   EXPECT_EQ(endFor({tree_.at("kept/../Code/")}, tree_.at("Code/out.zip")), End::notMade);
@@ -245,7 +246,7 @@ TEST_F(ZipRuns, are_none_for_an_archive_inside_an_item) {
   EXPECT_THAT(asked_, IsEmpty());
 }
 
-TEST_F(ZipRuns, are_none_for_an_archive_in_the_place_of_an_item) {
+TEST_F(ZipRuns, zip_is_not_run_for_an_archive_at_the_path_of_an_item) {
   EXPECT_EQ(endFor({tree_.at("film")}, tree_.at("film")), End::notMade);
   EXPECT_EQ(endFor({tree_.at("film")}, tree_.at("kept/../film")), End::notMade);
   EXPECT_EQ(endFor({tree_.at("Code/main.cpp")}, tree_.at("link/main.cpp")), End::notMade);
@@ -257,26 +258,26 @@ TEST_F(ZipRuns, are_none_for_an_archive_in_the_place_of_an_item) {
   EXPECT_TRUE(fs::exists(tree_.at("Code/main.cpp")));
 }
 
-TEST_F(ZipRuns, are_made_for_an_archive_whose_path_only_begins_like_an_item) {
+TEST_F(ZipRuns, an_archive_path_may_begin_with_the_name_of_an_item) {
   EXPECT_EQ(endFor({tree_.at("Code")}, tree_.at("Code.zip")), End::made);
 }
 
-TEST_F(ZipRuns, hand_over_a_dash_as_no_option) {
+TEST_F(ZipRuns, names_with_a_dash_are_not_passed_as_options) {
   EXPECT_TRUE(isMade({tree_.at("-x"), tree_.at("-"), tree_.at("-x/-y"), tree_.at("@")}));
   EXPECT_THAT(names(), ElementsAre("./-x", "./-", "./-x/-y", "@"));
 }
 
-TEST_F(ZipRuns, call_a_link_by_its_own_name) {
+TEST_F(ZipRuns, a_link_is_archived_under_its_own_name) {
   EXPECT_TRUE(isMade({tree_.at("link"), tree_.at("film")}));
   EXPECT_THAT(names(), ElementsAre("link", "film"));
 }
 
-TEST_F(ZipRuns, know_items_by_way_of_a_link) {
+TEST_F(ZipRuns, items_behind_a_link_to_their_parent_are_archived) {
   EXPECT_TRUE(isMade({tree_.at("link/main.cpp"), tree_.at("link/deep")}));
   EXPECT_THAT(names(), ElementsAre("main.cpp", "deep"));
 }
 
-TEST_F(ZipRuns, are_none_where_an_item_lies_elsewhere_than_its_path_tells) {
+TEST_F(ZipRuns, zip_is_not_run_if_an_item_is_elsewhere_behind_a_link) {
   const TempTree elsewhere("film 4K\n");
   fs::create_directory_symlink(elsewhere.path(), tree_.at("away"));
   const ZipEngine::Archived archived = archive({tree_.at("away/film"), tree_.at("film")});
@@ -285,7 +286,7 @@ TEST_F(ZipRuns, are_none_where_an_item_lies_elsewhere_than_its_path_tells) {
   EXPECT_THAT(asked_, IsEmpty());
 }
 
-TEST_F(ZipRuns, are_none_when_all_lies_elsewhere) {
+TEST_F(ZipRuns, zip_is_not_run_if_all_items_are_elsewhere_behind_links) {
   const TempTree elsewhere("film 4K\nsong 4K\n");
   fs::create_directory_symlink(elsewhere.path(), tree_.at("away"));
   fs::create_directory_symlink(elsewhere.path(), tree_.at("yonder"));
@@ -295,12 +296,12 @@ TEST_F(ZipRuns, are_none_when_all_lies_elsewhere) {
   EXPECT_EQ(contentOf(to_), "old");
 }
 
-TEST_F(ZipRuns, never_name_what_lies_above_their_folder) {
+TEST_F(ZipRuns, items_above_the_common_parent_are_never_archived) {
   EXPECT_FALSE(isMade({tree_.at("Code/deep/..")}));
   EXPECT_THAT(asked_, IsEmpty());
 }
 
-TEST_F(ZipRuns, leave_the_old_file_alone_until_the_archive_is_whole) {
+TEST_F(ZipRuns, the_old_file_stays_until_the_archive_is_complete) {
   putFile(to_, "old");
   std::string during;
   during_ = [&] {
@@ -313,7 +314,7 @@ TEST_F(ZipRuns, leave_the_old_file_alone_until_the_archive_is_whole) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, that_write_nothing_give_no_archive) {
+TEST_F(ZipRuns, no_archive_if_zip_writes_nothing) {
   putFile(to_, "old");
   during_ = [] { return withStatus(0); };
   EXPECT_EQ(archive({tree_.at("film")}).end, End::notMade);
@@ -321,7 +322,7 @@ TEST_F(ZipRuns, that_write_nothing_give_no_archive) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, that_do_not_start_or_run_out_of_time_give_no_archive) {
+TEST_F(ZipRuns, no_archive_if_zip_does_not_start_or_times_out) {
   putFile(to_, "old");
   during_ = []() -> Shell::Ending { throw ToolError("POSIX", 2, "there is no zip"); };
   EXPECT_EQ(archive({tree_.at("film")}).cause, "there is no zip");
@@ -336,7 +337,7 @@ TEST_F(ZipRuns, that_do_not_start_or_run_out_of_time_give_no_archive) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, that_fail_give_no_archive_and_their_words) {
+TEST_F(ZipRuns, no_archive_if_zip_fails_and_its_message_is_the_cause) {
   during_ = [this] {
     zip();
     return withStatus(14, "\nzip I/O error: No space left on device\nzip error: and so on\n");
@@ -347,7 +348,7 @@ TEST_F(ZipRuns, that_fail_give_no_archive_and_their_words) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, that_could_not_read_a_file_give_an_incomplete_archive) {
+TEST_F(ZipRuns, archive_is_incomplete_if_zip_could_not_read_a_file) {
   during_ = [this] {
     zip();
     return withStatus(18, "zip warning: Input/output error\n");
@@ -356,7 +357,7 @@ TEST_F(ZipRuns, that_could_not_read_a_file_give_an_incomplete_archive) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, that_are_killed_give_no_archive) {
+TEST_F(ZipRuns, no_archive_if_zip_is_killed) {
   during_ = [this] {
     zip();
     return Shell::Ending{.exit = {.status = 0, .signal = 9}, .words = ""};
@@ -364,14 +365,14 @@ TEST_F(ZipRuns, that_are_killed_give_no_archive) {
   EXPECT_EQ(archive({tree_.at("film")}).end, End::notMade);
 }
 
-TEST_F(ZipRuns, never_replace_a_folder) {
+TEST_F(ZipRuns, a_folder_is_never_replaced) {
   fs::create_directories(to_ + "/inside");
   const ZipEngine::Archived archived = archive({tree_.at("film")});
   EXPECT_EQ(archived.path, tree_.at("kept/out 2.zip"));
   EXPECT_TRUE(fs::exists(to_ + "/inside"));
 }
 
-TEST_F(ZipRuns, leave_alone_what_was_put_at_the_place_meanwhile) {
+TEST_F(ZipRuns, a_file_written_there_meanwhile_is_not_replaced) {
   putFile(to_, "old");
   during_ = [this] {
     putFile(to_ + ".new", "of another");
@@ -385,7 +386,7 @@ TEST_F(ZipRuns, leave_alone_what_was_put_at_the_place_meanwhile) {
   EXPECT_THAT(kept(), ElementsAre("out 2.zip", "out.zip"));
 }
 
-TEST_F(ZipRuns, of_two_to_one_name_give_two_archives) {
+TEST_F(ZipRuns, two_runs_to_one_name_give_two_archives) {
   ZipEngine::Archived inner;
   during_ = [&] {
     if (asked_.size() > 1) return zip();
@@ -403,14 +404,14 @@ TEST_F(ZipRuns, of_two_to_one_name_give_two_archives) {
   EXPECT_THAT(kept(), ElementsAre("out 2.zip", "out.zip"));
 }
 
-TEST_F(ZipRuns, are_not_begun_once_they_are_given_up) {
+TEST_F(ZipRuns, zip_is_not_run_after_cancellation) {
   EXPECT_EQ(archive({tree_.at("Code")}, to_, [] { return true; }).end, End::givenUp);
   EXPECT_THAT(asked_, IsEmpty());
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, leave_nothing_when_they_are_given_up_at_any_moment) {
-  // Asked for each item before and after the run, and in between.
+TEST_F(ZipRuns, cancelling_at_any_moment_leaves_no_files) {
+  // Called for each item before and after the run, and during it.
   int questions = 0;
   ASSERT_EQ(archive({tree_.at("Code")}, to_, [&] { return ++questions < 0; }).end, End::made);
   fs::remove(to_);
@@ -422,7 +423,7 @@ TEST_F(ZipRuns, leave_nothing_when_they_are_given_up_at_any_moment) {
   }
 }
 
-TEST_F(ZipRuns, are_one_as_long_as_the_arguments_fit) {
+TEST_F(ZipRuns, zip_runs_once_if_the_arguments_fit) {
   tree_.plant("many/\n  file#### x5000\n");
   std::vector<std::string> paths;
   for (const std::string& name : entriesOf(tree_.at("many"))) {
@@ -433,7 +434,7 @@ TEST_F(ZipRuns, are_one_as_long_as_the_arguments_fit) {
   EXPECT_THAT(names(), SizeIs(5000));
 }
 
-TEST_F(ZipRuns, follow_each_other_where_the_arguments_are_too_many) {
+TEST_F(ZipRuns, zip_runs_several_times_if_the_arguments_do_not_fit) {
   const std::vector<std::string> paths = manyLongPaths();
   EXPECT_TRUE(isMade(paths));
   ASSERT_GE(asked_.size(), 3U);
@@ -451,7 +452,7 @@ TEST_F(ZipRuns, follow_each_other_where_the_arguments_are_too_many) {
   EXPECT_EQ(all, paths);
 }
 
-TEST_F(ZipRuns, share_their_time) {
+TEST_F(ZipRuns, all_runs_share_one_time_limit) {
   taken_ = seconds(50);
   EXPECT_TRUE(isMade(manyLongPaths()));
   ASSERT_GE(asked_.size(), 3U);
@@ -460,13 +461,13 @@ TEST_F(ZipRuns, share_their_time) {
   EXPECT_THAT(asked_[2].timeout, DoubleNear(80, 1e-9));
 }
 
-TEST_F(ZipRuns, end_with_no_archive_when_the_time_is_over) {
+TEST_F(ZipRuns, no_archive_when_the_time_is_over_between_runs) {
   taken_ = seconds(90);
   EXPECT_EQ(archive(manyLongPaths()).end, End::notMade);
   EXPECT_THAT(asked_, SizeIs(2));
 }
 
-TEST_F(ZipRuns, of_which_a_later_one_writes_nothing_give_an_incomplete_archive) {
+TEST_F(ZipRuns, archive_is_incomplete_if_a_later_run_writes_nothing) {
   during_ = [this] { return asked_.size() == 1 ? zip() : withStatus(0); };
   const ZipEngine::Archived archived = archive(manyLongPaths());
   EXPECT_EQ(archived.end, End::incomplete);
@@ -474,7 +475,7 @@ TEST_F(ZipRuns, of_which_a_later_one_writes_nothing_give_an_incomplete_archive) 
   EXPECT_THAT(archived.cause, HasSubstr(" more"));
 }
 
-TEST_F(ZipRuns, of_which_one_finds_all_of_its_items_gone_give_no_archive) {
+TEST_F(ZipRuns, no_archive_if_one_run_finds_all_its_items_gone) {
   during_ = [this] {
     if (asked_.size() == 2) {
       for (auto name = asked_[1].args.begin() + 3; name != asked_[1].args.end(); ++name) {
@@ -483,12 +484,12 @@ TEST_F(ZipRuns, of_which_one_finds_all_of_its_items_gone_give_no_archive) {
     }
     return zip();
   };
-  // Zip 3.0 crashes over the words with which it would say so.
+  // zip 3.0 crashes while it prints this message.
   EXPECT_NE(archive(manyLongPaths()).end, End::made);
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, that_find_everything_gone_give_no_complete_archive) {
+TEST_F(ZipRuns, no_complete_archive_if_zip_finds_everything_gone) {
   during_ = [this] {
     fs::remove(tree_.at("film"));
     return zip();

@@ -18,7 +18,7 @@ constexpr std::size_t wideEndLength = 56;
 constexpr std::size_t entryLength = 46;  // without its name
 constexpr std::uint64_t standsElsewhere = 0xffffffff;
 
-// The number of `length` bytes at `at`, the lowest first.
+// The `length` bytes at `at` as a little-endian number.
 std::uint64_t number(std::string_view bytes, std::size_t at, std::size_t length) {
   std::uint64_t value = 0;
   for (std::size_t k = length; k-- > 0;) {
@@ -27,7 +27,7 @@ std::uint64_t number(std::string_view bytes, std::size_t at, std::size_t length)
   return value;
 }
 
-// Where the list stands.
+// Position of the list in the archive.
 struct ListPlace {
   std::uint64_t offset = 0;
   std::uint64_t length = 0;
@@ -41,7 +41,7 @@ std::optional<std::string> bytesAt(std::uint64_t offset, std::uint64_t count,
   return bytes;
 }
 
-// Of an archive that is too large for the numbers at its very end, which is at `end`.
+// For an archive too large for the fields of its end record, which is at `end`.
 std::optional<ListPlace> widePlace(std::uint64_t end, const ZipListing::ReadAt& read) {
   if (end < locatorLength) return std::nullopt;
   const auto locator = bytesAt(end - locatorLength, locatorLength, read);
@@ -72,7 +72,7 @@ std::optional<ListPlace> placeOfList(std::uint64_t size, const ZipListing::ReadA
                                              .entries = number(*tail, at + 10, 2)};
   if (place->offset == standsElsewhere || place->length == standsElsewhere ||
       place->entries == 0xffff) {
-    // An archive may just have as many entries as that.
+    // An archive may have exactly 65535 entries without a wide record.
     if (const auto wide = widePlace(end, read)) place = wide;
   }
   if (place->length > mostListed || place->offset > end || place->length > end - place->offset) {
@@ -81,7 +81,7 @@ std::optional<ListPlace> placeOfList(std::uint64_t size, const ZipListing::ReadA
   return place;
 }
 
-// The length of a file that is too large for the number in its entry.
+// The size of a file that is too large for the field of its entry.
 std::optional<std::uint64_t> wideSize(std::string_view extra) {
   constexpr std::size_t head = 4;
   while (extra.size() >= head) {

@@ -1,5 +1,5 @@
-// What a zip archive says that it holds, read from the list at its end; of the content itself
-// nothing is read. A plain value, safe from any thread.
+// The entries of a zip archive, read from the list at its end; the content itself is not read. A
+// plain value, safe from any thread.
 #pragma once
 
 #include <cstddef>
@@ -13,20 +13,20 @@ namespace tessaly {
 
 class ZipListing {
  public:
-  // Fills `to` with the `count` bytes at `offset`; false when they cannot be had.
+  // Fills `to` with the `count` bytes at `offset`; false if they cannot be read.
   using ReadAt = std::function<bool(std::int64_t offset, char* to, std::size_t count)>;
 
-  // Of an archive of so many bytes. Absent where it is none, or damaged, or lists more than a
-  // gibibyte of names.
+  // Reads an archive of `size` bytes. Absent if it is not an archive, is damaged, or has a list of
+  // more than one gibibyte.
   static std::optional<ZipListing> of(std::int64_t size, const ReadAt& read);
 
-  // Of the archive at the absolute `path`.
+  // Reads the archive at the absolute `path`.
   static std::optional<ZipListing> at(const std::string& path);
 
   std::size_t count() const { return sizes_.size(); }
 
-  // The bytes that the entry `name` has when it is unpacked. Names are bytes, those of folders end
-  // in "/". Absent where there is no such entry.
+  // Unpacked size in bytes of the entry `name`. Names are bytes; those of folders end in "/".
+  // Absent if there is no such entry.
   std::optional<std::int64_t> sizeOf(const std::string& name) const;
 
  private:

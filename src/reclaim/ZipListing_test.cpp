@@ -1,4 +1,4 @@
-// Lists of archives that the system's zip has made, and of such that are damaged.
+// Lists of archives made by the system's zip, and of damaged ones.
 #include "reclaim/ZipListing.h"
 
 #include <cstring>
@@ -40,7 +40,7 @@ class Listing : public testing::Test {
   std::string archive_ = tree_.at("out.zip");
 };
 
-TEST_F(Listing, has_all_that_zip_has_put_in) {
+TEST_F(Listing, lists_all_entries_that_zip_has_written) {
   zip({"-r", "-q", archive_, "."});
   const auto listing = ZipListing::at(archive_);
   ASSERT_TRUE(listing);
@@ -54,7 +54,7 @@ TEST_F(Listing, has_all_that_zip_has_put_in) {
   EXPECT_EQ(listing->sizeOf("main.cpp"), std::nullopt);
 }
 
-TEST_F(Listing, is_found_before_a_comment) {
+TEST_F(Listing, list_is_found_before_a_comment) {
   zip({"-r", "-q", archive_, "Code"});
   std::string bytes = contentOf(archive_);
   bytes[bytes.size() - 2] = 6;
@@ -63,14 +63,14 @@ TEST_F(Listing, is_found_before_a_comment) {
   EXPECT_EQ(listingOf(bytes)->count(), 4U);
 }
 
-TEST_F(Listing, is_found_in_an_archive_with_wide_numbers) {
+TEST_F(Listing, list_is_found_in_a_zip64_archive) {
   zip({"-r", "-q", "-fz", archive_, "Code"});
   const auto listing = ZipListing::at(archive_);
   ASSERT_TRUE(listing);
   EXPECT_EQ(listing->sizeOf("Code/main.cpp"), 4096);
 }
 
-TEST_F(Listing, has_more_entries_than_a_narrow_number_tells) {
+TEST_F(Listing, lists_more_than_65535_entries) {
   tree_.plant("in", "many/\n  f##### x66000\n");
   zip({"-r", "-q", "-0", archive_, "many"});
   const auto listing = ZipListing::at(archive_);
@@ -81,7 +81,7 @@ TEST_F(Listing, has_more_entries_than_a_narrow_number_tells) {
 
 TEST_F(Listing, tells_the_size_of_a_file_beyond_four_gibibytes) {
   std::string bytes;
-  // As zip writes it; made up, since packing such a file takes long.
+  // As zip would write it; hand-made, since packing such a large file takes long.
   const auto put = [&](std::uint64_t value, int length) {
     for (int k = 0; k < length; ++k) bytes += static_cast<char>(value >> 8 * k & 0xffU);
   };
@@ -102,7 +102,7 @@ TEST_F(Listing, tells_the_size_of_a_file_beyond_four_gibibytes) {
   EXPECT_EQ(listing->sizeOf("huge"), 4294967297);
 }
 
-TEST_F(Listing, of_no_archive_is_absent) {
+TEST_F(Listing, list_is_absent_for_other_files) {
   EXPECT_FALSE(listingOf(""));
   EXPECT_FALSE(listingOf("PK"));
   EXPECT_FALSE(listingOf(std::string(100'000, 'P')));
@@ -110,7 +110,7 @@ TEST_F(Listing, of_no_archive_is_absent) {
   EXPECT_FALSE(ZipListing::at(tree_.at("nowhere")));
 }
 
-TEST_F(Listing, of_a_damaged_archive_is_absent) {
+TEST_F(Listing, list_is_absent_for_a_damaged_archive) {
   zip({"-r", "-q", archive_, "Code"});
   const std::string bytes = contentOf(archive_);
   ASSERT_TRUE(listingOf(bytes));
