@@ -11,14 +11,14 @@ struct Color {
   std::uint8_t blue = 0;
   double opacity = 1;
 
-  // The opaque colour written as 0xRRGGBB.
+  // The opaque colour with the code 0xRRGGBB.
   static constexpr Color fromRgb(std::uint32_t rgb) {
     return {static_cast<std::uint8_t>((rgb >> 16) & 0xFFu),
             static_cast<std::uint8_t>((rgb >> 8) & 0xFFu), static_cast<std::uint8_t>(rgb & 0xFFu)};
   }
 
-  // This colour with its opacity multiplied by `factor`, so that a colour that is already faint
-  // stays fainter than the others wherever it is used.
+  // This colour with its opacity multiplied by `factor`, so a colour that is already faint stays
+  // fainter than others.
   constexpr Color atOpacity(double factor) const { return {red, green, blue, opacity * factor}; }
 
   friend constexpr bool operator==(const Color&, const Color&) = default;

@@ -1,5 +1,5 @@
-// The named colours of the program, all opaque. Use the name that says what is meant: some names
-// share a value today and need not tomorrow.
+// The named colours of the program, all opaque. Choose a name by its meaning: some names have equal
+// values today, which may change.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace tessaly::MarrowTheme {
 
-// Surfaces, from the window up to the fields on its cards.
+// Surfaces, from the window to the fields on its cards.
 inline constexpr Color bg = Color::fromRgb(0x121318);
 inline constexpr Color bg2 = Color::fromRgb(0x181A22);
 inline constexpr Color bg3 = Color::fromRgb(0x232530);
@@ -19,7 +19,7 @@ inline constexpr Color ink = Color::fromRgb(0xFFFFFF);
 inline constexpr Color secondary = Color::fromRgb(0xE5E7EB);
 inline constexpr Color muted = Color::fromRgb(0x9CA3AF);
 
-// Signals.
+// States and emphasis.
 inline constexpr Color accent = Color::fromRgb(0x007AFF);
 inline constexpr Color accent2 = Color::fromRgb(0x8B5CF6);
 inline constexpr Color success = Color::fromRgb(0x34C759);
@@ -44,8 +44,8 @@ inline constexpr std::array<Color, 15> folderPalette = {
     Color::fromRgb(0x8B5CF6), Color::fromRgb(0x7C3AED), Color::fromRgb(0x6D28D9),
     Color::fromRgb(0xEC4899), Color::fromRgb(0xDB2777), Color::fromRgb(0xBE185D)};
 
-// One colour of folderPalette, the same for the same name in every folder, scan and run. Letters
-// count, their order does not.
+// One colour of folderPalette, always the same for the same name, in every run. Depends on the
+// letters of the name but not on their order.
 Color folderColor(std::string_view name);
 
 }  // namespace tessaly::MarrowTheme

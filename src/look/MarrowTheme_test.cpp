@@ -51,15 +51,15 @@ TEST(MarrowTheme, palette_of_folders_has_three_shades_of_five_hues) {
   }
 }
 
-TEST(FolderColor, of_a_name_that_sums_to_a_multiple_of_fifteen_is_the_first) {
-  EXPECT_EQ(MarrowTheme::folderColor("Z"), MarrowTheme::folderPalette[0]);   // 90
-  EXPECT_EQ(MarrowTheme::folderColor("ZZ"), MarrowTheme::folderPalette[0]);  // 180
+TEST(FolderColor, a_sum_divisible_by_15_gives_the_first_colour) {
+  EXPECT_EQ(MarrowTheme::folderColor("Z"), MarrowTheme::folderPalette[0]);   // sum 90
+  EXPECT_EQ(MarrowTheme::folderColor("ZZ"), MarrowTheme::folderPalette[0]);  // sum 180
   EXPECT_EQ(MarrowTheme::folderColor(""), MarrowTheme::folderPalette[0]);
 }
 
-TEST(FolderColor, is_the_sum_of_the_scalars_modulo_fifteen) {
+TEST(FolderColor, index_is_the_sum_of_the_characters_modulo_15) {
   EXPECT_EQ(MarrowTheme::folderColor("src"), MarrowTheme::folderPalette[(115 + 114 + 99) % 15]);
-  // U+00E9 and U+1F4C1: values of whole scalars, not of their bytes.
+  // The values of whole characters, not of their bytes.
   EXPECT_EQ(MarrowTheme::folderColor("\u00e9"), MarrowTheme::folderPalette[0xE9 % 15]);
   EXPECT_EQ(MarrowTheme::folderColor("\U0001F4C1"), MarrowTheme::folderPalette[0x1F4C1 % 15]);
 }
@@ -68,13 +68,13 @@ TEST(FolderColor, does_not_depend_on_the_order_of_letters) {
   EXPECT_EQ(MarrowTheme::folderColor("listen"), MarrowTheme::folderColor("silent"));
 }
 
-TEST(FolderColor, keeps_case) {
+TEST(FolderColor, upper_and_lower_case_differ) {
   // 97 and 65 differ by 32, which is 2 modulo 15.
   EXPECT_EQ(MarrowTheme::folderColor("a"), MarrowTheme::folderPalette[7]);
   EXPECT_EQ(MarrowTheme::folderColor("A"), MarrowTheme::folderPalette[5]);
 }
 
-TEST(FolderColor, of_bytes_that_are_no_text_is_one_of_the_palette_and_steady) {
+TEST(FolderColor, bytes_that_are_not_utf8_give_a_fixed_colour_of_the_palette) {
   const std::string bytes = "\xff\xfe\x80";
   const Color color = MarrowTheme::folderColor(bytes);
   EXPECT_EQ(color, MarrowTheme::folderColor(bytes));
