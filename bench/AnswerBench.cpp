@@ -1,7 +1,7 @@
-// How long the window leaves its user without an answer while it scans. Runs the real window with
-// the program's own threads, scans a folder, and beats on the main thread every millisecond: what
-// lies between two beats beyond that millisecond is time in which a click would have waited. Ends
-// half a second after the map stands, so that its making is counted too.
+// Measures how long the window does not respond while it scans. Runs the real window with the
+// program's own threads, scans a folder, and runs a timer on the main thread every millisecond: a
+// longer gap between two ticks is time in which a click would have waited. Ends half a second after
+// the map is shown, so that building it is included.
 //
 // Usage: tessaly_answer_bench FOLDER [RUNS]
 #include <algorithm>
@@ -39,10 +39,11 @@ double cpuMilliseconds(clockid_t clock) {
 }
 
 struct Figures {
-  double scan = 0;        // from the start of the scan to the map, in milliseconds, as all below
-  double longest = 0;     // between two beats
-  double percentile = 0;  // 99 of 100 gaps are shorter
-  double mainThread = 0;  // CPU time of the main thread up to the map
+  double scan = 0;        // from the start of the scan to the map; this and the others in
+                          // milliseconds
+  double longest = 0;     // longest gap between two ticks
+  double percentile = 0;  // 99th percentile of the gaps
+  double mainThread = 0;  // CPU time of the main thread until the map is shown
 };
 
 void runFor(std::chrono::milliseconds duration) {

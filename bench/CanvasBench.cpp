@@ -1,7 +1,7 @@
-// The CPU time that the treemap costs on the software renderer, in a real window of 1280 by 820
-// with 500 tiles: a full repaint, and a move of the pointer to another tile, each up to and with
-// the rendering of the frame. Prints the minimum of seven repetitions, and how often the picture of
-// all tiles was painted while the pointer moved, which is to be never.
+// Measures the CPU time of the treemap on the software renderer, in a real window of 1280 by 820
+// with 500 tiles: a full repaint, and a move of the pointer to another tile, each including the
+// rendering of the frame. Prints the minimum of seven repetitions, and how often all tiles were
+// repainted while the pointer moved, which must be never.
 //
 // Usage: tessaly_canvas_bench [scale]    with 2 for the pixels of a dense screen
 #include <algorithm>
@@ -103,7 +103,7 @@ class CanvasBench {
   }
 
  private:
-  // Blocks until the next frame has been rendered, so that waiting costs no time that counts.
+  // Blocks until the next frame has been rendered, so that waiting uses no measured time.
   void waitForFrame() {
     QEventLoop loop;
     QObject::connect(&window_, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
@@ -112,7 +112,7 @@ class CanvasBench {
   }
 
   void moveTo(const TreemapRect& rect) {
-    // A folder's header band, or the middle of a tile.
+    // The header band of an opened folder, or the middle of a tile.
     const QPointF point(rect.x + rect.width / 2, rect.y + (rect.nested ? 9 : rect.height / 2));
     QMouseEvent event(QEvent::MouseMove, point, window_.mapToGlobal(point), Qt::NoButton,
                       Qt::NoButton, Qt::NoModifier);

@@ -1,7 +1,7 @@
-// What saving and restoring the tree of a scan costs, in memory. The aim for 40,000 nodes is at
-// most 15 ms to write them as JSON and 20 ms to read them back, the minimum of seven repetitions.
+// Measures saving and restoring the tree of a scan, in memory. The aim for 40,000 nodes is at most
+// 15 ms to write them as JSON and 20 ms to read them back, the minimum of seven repetitions.
 //
-// The trees are made from a fixed seed, and every benchmark says how many nodes it has worked on.
+// The trees are made from a fixed seed, and every benchmark prints its number of nodes.
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -28,7 +28,7 @@ const DiskNode& plainTree() {
   return tree;
 }
 
-// Nearly every name has bytes that are no text, or that JSON escapes.
+// Nearly every name has bytes that are not UTF-8, or that JSON escapes.
 const DiskNode& oddTree() {
   static const DiskNode tree = sampleTree("abcdefghijklmnopqrst\xe9\xff\"\\\n");
   return tree;
@@ -68,7 +68,7 @@ void decodeOddNames(benchmark::State& state) {
   decode(state, oddTree());
 }
 
-// Three levels as full as a scan leaves them.
+// Three levels with as many entries as a scan leaves.
 PathSizes sampleSizes() {
   PathSizes sizes = {{"/home/somebody", 1}};
   for (int k = 0; k < mostChildren; ++k) {

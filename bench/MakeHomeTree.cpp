@@ -1,12 +1,12 @@
-// Makes a tree shaped like a developer's home folder, the same one every time, for benchmarks.
+// Makes a tree shaped like a developer's home folder for benchmarks, the same on every call.
 //
-//   make_home_tree home DIR   1,000,000 files in 120,000 folders below DIR, and some links
-//   make_home_tree flat DIR   200,000 files in DIR itself
+//     make_home_tree home DIR   1,000,000 files in 120,000 folders below DIR, and some links
+//     make_home_tree flat DIR   200,000 files in DIR itself
 //
-// Files get their blocks by fallocate, so that the tree has sizes on disk but hardly anything is
-// written. What the tree consists of follows what fills such homes: installed packages of small
-// files in deep folders, object stores fanned out over 256 folders, build products, caches, some
-// photographs and films, and a little work of the user's own.
+// Files get their blocks by fallocate, so the tree has sizes on disk but hardly anything is
+// written. Its contents are typical of such homes: installed packages of small files in deep
+// folders, object stores fanned out over 256 folders, build products, caches, some photographs and
+// films, and a few of the user's own files.
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -33,8 +33,8 @@ constexpr long flatFiles = 200'000;
   std::exit(1);
 }
 
-// SplitMix64 (Steele, Lea, Flood 2014): the standard library's distributions differ between
-// libraries, and the tree must not.
+// SplitMix64 (Steele, Lea, Flood 2014): the distributions of the standard library differ between
+// implementations, and the tree must not.
 class Dice {
  public:
   std::uint64_t next() {
@@ -81,15 +81,15 @@ class Dice {
   std::uint64_t state_ = 20240229;
 };
 
-// Skewed like real homes: half the files below 2 KiB, a long tail, never as large as a file that
-// gets a node of its own in the tree.
+// Skewed like real homes: half the files below 2 KiB, a long tail, and always below the size from
+// which a file gets its own node in the tree.
 long smallSize(Dice& dice) {
   const double octaves =
       7.0 + static_cast<double>(dice.next() % 1000) / 1000.0 * (dice.oneIn(8) ? 10.5 : 6.0);
   return std::min(static_cast<long>(std::exp2(octaves)), 250'000L);
 }
 
-// Counts what has been made and keeps the budget.
+// Counts the files and folders made, and keeps to the budget.
 class Maker {
  public:
   Dice& dice() { return dice_; }
@@ -124,7 +124,7 @@ class Maker {
   long links_ = 0;
 };
 
-// A folder that has just been made, open for as long as it is being filled.
+// A folder that has just been created, open while it is being filled.
 class Folder {
  public:
   Folder(Maker& maker, const std::string& path)
@@ -216,7 +216,7 @@ void nodeModules(const Folder& project, long packages) {
   }
 }
 
-// Files spread over folders named by the first byte of a hash.
+// Files distributed over folders named by the first byte of a hash.
 void fannedOut(const Folder& store, long files, int digits, std::string_view ending) {
   Dice& dice = store.dice();
   constexpr std::string_view alphabet = "0123456789abcdef";
@@ -496,8 +496,8 @@ void configuration(const Folder& home) {
   loops.link("gone", "nowhere");
 }
 
-// Sections up to here leave less than a tenth of the budget; checkouts of plain sources use it up
-// to the last file and folder.
+// The sections above leave less than a tenth of the budget; checkouts of plain sources use it up to
+// the last file and folder.
 void checkouts(const Folder& home) {
   Maker& maker = home.maker();
   Dice& dice = maker.dice();

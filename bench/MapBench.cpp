@@ -1,9 +1,9 @@
-// What the map of a tree of 100,000 nodes costs in the real window, on the software renderer: from
-// the click on a folder to the painted map of it, a resize of the window up to the painted map, a
-// move of the pointer to another tile, and a move of a rubber band that grows over all tiles. The
-// scan is one of a machine that is made up.
+// Measures the map of a tree of 100,000 nodes in the real window, on the software renderer: from
+// the click on a folder to its painted map, from a resize of the window to the painted map, a move
+// of the pointer to another tile, and a move of a rubber band that grows over all tiles. The
+// machine is a fake.
 //
-// Each thing is done seven times, and of the same thing the fastest counts; the percentile is that
+// Each action is done seven times, and the fastest of the same action counts; the percentile is
 // over the moves of one band.
 //
 // Usage: tessaly_map_bench [scale]    with 2 for the pixels of a dense screen
@@ -34,7 +34,7 @@ constexpr int repetitions = 7;
 constexpr int bandMoves = 300;
 
 struct Cost {
-  double wall = 1e9;  // in milliseconds, as the next
+  double wall = 1e9;  // both in milliseconds
   double cpu = 1e9;
 
   void takeLess(const Cost& other) {
@@ -57,7 +57,7 @@ Cost costOf(const std::function<void()>& act) {
           .cpu = milliseconds(CLOCK_PROCESS_CPUTIME_ID) - cpu};
 }
 
-// A folder's header band, or the middle of a tile.
+// The header band of an opened folder, or the middle of a tile.
 QPointF on(const TreemapRect& rect) {
   return {rect.x + rect.width / 2, rect.y + (rect.nested ? 9 : rect.height / 2)};
 }
@@ -95,7 +95,7 @@ class MapBench {
     return *found;
   }
 
-  // Blocks until the next frame has been rendered, so that waiting costs no CPU.
+  // Blocks until the next frame has been rendered, so that waiting uses no CPU.
   void waitForFrame() {
     QEventLoop loop;
     QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);

@@ -1,5 +1,5 @@
-// How long a preview waits for the process that reads foreign formats: with one that has started
-// and waits, as the program keeps it, and with one that is started for the file. The aim for an
+// Measures how long a preview waits for the process that reads foreign formats: one that was
+// started ahead and waits, as in the program, and one that is started for the file. The aim for an
 // ordinary picture is 150 ms from the request to the decoded image.
 //
 // The files are made from a fixed seed. Usage: tessaly_preview_bench [RUNS]
@@ -28,7 +28,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Gradients with some noise, so that it is about as hard to pack as a photograph.
+// Gradients with some noise, to compress about as badly as a photograph.
 QImage photograph(int width, int height) {
   std::mt19937 random(7);
   QImage image(width, height, QImage::Format_RGB32);
@@ -43,7 +43,7 @@ QImage photograph(int width, int height) {
   return image;
 }
 
-// Milliseconds; none where the content was not read.
+// Milliseconds; absent if the content was not read.
 std::optional<double> readOnce(const std::string& path, ReaderProgram& reader) {
   const auto start = Clock::now();
   const PreviewContent content = PreviewReader::read(path, {}, reader);
@@ -70,7 +70,7 @@ void measure(const char* what, const std::string& path, std::size_t runs) {
   ReaderProgram reader;
   reader.warmUp();
   for (std::size_t run = 0; run < runs; ++run) {
-    // A person looks at one picture before the next; meanwhile the next process is up.
+    // Users look at a picture before they open the next; the next process starts during that time.
     std::this_thread::sleep_for(std::chrono::milliseconds(400));
     if (const auto time = readOnce(path, reader)) waiting.push_back(*time);
     std::this_thread::sleep_for(std::chrono::milliseconds(400));

@@ -1,15 +1,15 @@
 // A folder whose map is full of tiles, four levels deep and with names of several scripts. The same
-// for the same seed, each time.
+// seed always gives the same folder.
 #pragma once
 
 #include "scan/DiskNode.h"
 
 namespace tessaly::bench {
 
-// Of 30 children a folder it has a quarter of a million nodes, of 24 some 100,000.
+// With 30 children per folder it has a quarter of a million nodes, with 24 about 100,000.
 DiskNode sampleFolder(unsigned seed, int children = 30);
 
-// How many nodes there are, the folder itself among them.
+// The number of nodes, including the folder itself.
 std::size_t nodeCount(const DiskNode& node);
 
 }  // namespace tessaly::bench

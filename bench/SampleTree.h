@@ -1,5 +1,5 @@
-// A tree of 40,000 nodes such as a scan of a home folder leaves behind: full of folders, deep in
-// places. It is made from a fixed seed and is the same each time.
+// A tree of 40,000 nodes like that of a scanned home folder: full of folders, partly deep. Made
+// from a fixed seed, always the same.
 #pragma once
 
 #include <string>
@@ -9,9 +9,9 @@
 namespace tessaly::bench {
 
 constexpr int sampleNodes = 40000;
-constexpr int mostChildren = 80;  // of a folder
+constexpr int mostChildren = 80;  // per folder
 
-// With names of these letters.
+// With names made of these letters.
 DiskNode sampleTree(const std::string& letters);
 
 }  // namespace tessaly::bench

@@ -1,11 +1,11 @@
 // Measures DiskScanner::scan against `du -s` of the same folder and writes the rows of a table.
 //
-//   tessaly_scan_bench home DIR [--runs N] [--cold-runs N]   all figures of a large tree
-//   tessaly_scan_bench flat DIR [--runs N]                   a folder of many files
-//   tessaly_scan_bench once DIR [THREADS]                    one scan, for a profiler to watch
+//     tessaly_scan_bench home DIR [--runs N] [--cold-runs N]   all figures of a large tree
+//     tessaly_scan_bench flat DIR [--runs N]                   a folder of many files
+//     tessaly_scan_bench once DIR [THREADS]                    one scan, for a profiler
 //
-// Runs of du and of the scanner take turns, and the fastest run of each is compared with the
-// fastest of the other: what else the machine does can only make a run slower.
+// Runs of du and of the scanner alternate, and the fastest runs of both are compared: other load on
+// the machine can only make a run slower.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -77,7 +77,7 @@ Fastest race(const std::string& folder, int runs, bool cold, bool alsoSingle) {
   return fastest;
 }
 
-// One row; `bound` is the most that `measured` may be.
+// One row; `bound` is the largest allowed value of `measured`.
 void row(const char* figure, double bound, double measured, const std::string& detail) {
   std::printf("| %s | %.6g | %.4g | %s | %s |\n", figure, bound, measured,
               measured <= bound ? "met" : "**missed**", detail.c_str());

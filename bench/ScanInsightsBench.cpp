@@ -1,8 +1,8 @@
-// What is read off a finished tree of 200,000 nodes. The aim is at most 100 milliseconds for each,
-// the minimum of seven repetitions.
+// Measures the figures and lists of a finished tree of 200,000 nodes. The aim is at most 100
+// milliseconds for each, the minimum of seven repetitions.
 //
-// The trees are made from a fixed seed. Every benchmark says how many entries it gives, so that a
-// figure for an empty answer is not taken for one that is full.
+// The trees are made from a fixed seed. Every benchmark prints its number of entries, so that an
+// empty answer is not mistaken for a full one.
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -32,13 +32,13 @@ constexpr std::int64_t noLimit = std::numeric_limits<std::int64_t>::max();
 // Grows a tree of exactly `nodeCount` nodes below a home folder.
 class TreeGrower {
  public:
-  // `isEqual` gives every node the same size, which leaves the order to the paths alone.
+  // `isEqual` gives every node the same size, so that the paths alone decide the order.
   TreeGrower(std::uint64_t seed, bool isEqual) : engine_(seed), isEqual_(isEqual) {
     open("somebody", true);
   }
 
-  // As a scan leaves a home folder: at most 80 children and a remainder, 13 levels, more folders
-  // than files, many folders with no node below.
+  // Like a scanned home folder: at most 80 children and a remainder, 13 levels, more folders than
+  // files, many folders without a node below.
   DiskNode scanShape() {
     for (int k = 0; made_ < nodeCount; ++k) {
       open("folder " + std::to_string(k), true);
@@ -48,7 +48,8 @@ class TreeGrower {
     return finish();
   }
 
-  // The most that the first three levels can be: the root has as many folders as each has files.
+  // The largest possible first three levels: the root has as many folders as each of them has
+  // files.
   DiskNode flatShape() {
     constexpr std::size_t folders = 446;
     for (std::size_t k = 0; k < folders; ++k) {
@@ -62,7 +63,7 @@ class TreeGrower {
     return finish();
   }
 
-  // Nothing but folders without a node below.
+  // Only folders without a node below.
   DiskNode emptyShape() {
     constexpr std::size_t folders = 446;
     for (std::size_t k = 0; k < folders; ++k) {
@@ -102,7 +103,7 @@ class TreeGrower {
     builder_.close();
   }
 
-  // Up to 80 children with at most `room` nodes in all, a few of them with most of those.
+  // Adds up to 80 children with at most `room` nodes in all, most of them in a few children.
   void fill(std::size_t room, int depth) {
     const std::size_t most = std::min<std::size_t>(80, room);
     const std::size_t count = below(8) == 0 ? most : 1 + below(std::min<std::size_t>(most, 16));
@@ -146,7 +147,7 @@ const DiskNode& flatTree() {
   return tree;
 }
 
-// The same paths as flatTree(), in other sizes.
+// The same paths as flatTree(), with other sizes.
 const DiskNode& laterFlatTree() {
   static const DiskNode tree = TreeGrower(2, false).flatShape();
   return tree;
@@ -164,7 +165,7 @@ const DiskNode& emptyTree() {
 
 using Tree = const DiskNode& (*)();
 
-// Runs `call` over and over. What it gives is thrown away within the time that is measured.
+// Runs `call` repeatedly. Destroying its result is part of the measured time.
 template <class Call>
 void measure(benchmark::State& state, const Call& call) {
   std::size_t entries = 0;
@@ -213,7 +214,7 @@ void emptyFolders(benchmark::State& state, Tree tree, std::int64_t limit) {
   measure(state, [&] { return ScanInsights::emptyFolders(root, limit); });
 }
 
-// To the last node of the tree, past everything else.
+// To the last node of the tree, past all others.
 void chain(benchmark::State& state, Tree tree) {
   const DiskNode& root = tree();
   DiskNode last = root;

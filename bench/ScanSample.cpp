@@ -33,7 +33,7 @@ double now() {
   std::exit(1);
 }
 
-// A "Name:   123 kB" line of /proc/self/status, in bytes.
+// The value of a "Name:   123 kB" line of /proc/self/status, in bytes.
 std::int64_t statusBytes(std::string_view name) {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {
@@ -53,7 +53,7 @@ double cpuSeconds(int whose) {
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-// User-space instructions of this process and the threads it starts from now on.
+// Counts the user-space instructions of this process and of the threads it starts from now on.
 class InstructionCounter {
  public:
   InstructionCounter() {
@@ -122,7 +122,7 @@ TreeCount countTree(const std::string& folder) {
 ScanSample scanInThisProcess(const std::string& folder, int threads) {
   ScanSample sample;
   double freezeStart = 0;
-  // As cheap as the callbacks of a session, and as many of them.
+  // As cheap as the callbacks of a session, and as many.
   const CancelFlag cancelled;
   double fraction = 0;
   const DiskScanner::Callbacks callbacks{.progress =
@@ -137,7 +137,7 @@ ScanSample scanInThisProcess(const std::string& folder, int threads) {
   options.threads = threads;
 
   const InstructionCounter counter;
-  std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts again from what is in use
+  std::ofstream("/proc/self/clear_refs") << "5";  // resets the peak to the current use
   const std::int64_t before = statusBytes("VmRSS:");
   const double cpuBefore = cpuSeconds(RUSAGE_SELF);
   counter.start();
@@ -195,7 +195,7 @@ DuSample sampleDu(const std::string& folder) {
   }
   const int code = exitCode(child);
   const DuSample sample{now() - start, cpuSeconds(RUSAGE_CHILDREN) - cpuBefore};
-  if (code > 1) {  // 1 is a folder that du could not read
+  if (code > 1) {  // status 1: du could not read a folder
     fail("run du");
   }
   return sample;

@@ -1,6 +1,6 @@
-// How long the program takes from its start to the first frame that shows something, and how much
-// memory it keeps: watched from outside, on an X server without a screen and with the software
-// renderer. A tree of 40,000 nodes lies there from the last run, as after an ordinary day.
+// Measures the time from the program's start to the first frame with a map, and its memory: from
+// outside, on an X server without a screen and with the software renderer. A tree of 40,000 nodes
+// is saved from the last run, as in ordinary use.
 //
 // Usage: tessaly_startup_bench PROGRAM [RUNS]
 #include <algorithm>
@@ -36,10 +36,10 @@ constexpr std::chrono::seconds untilAtRest(5);
 
 struct Start {
   double milliseconds = 0;
-  double mebibytes = 0;  // its proportional share of memory, at rest
+  double mebibytes = 0;  // proportional set size (Pss) when idle
 };
 
-// The home, and what the program has left there.
+// The home folder with the program's saved data.
 class Machine {
  public:
   Machine() {
@@ -66,7 +66,8 @@ class Machine {
   TempTree home_{"data/\n  Marrow/\nconfig/\n  Marrow/\nrun/ mode=0700\n"};
 };
 
-// The map is there: most of what lies below the bars is in a colour, which nothing else is.
+// Whether the map is shown: most of the area below the bars is coloured, which no other screen
+// does.
 bool showsMap(const QImage& screen) {
   constexpr int steps = 20;
   int colored = 0;

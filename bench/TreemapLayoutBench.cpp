@@ -1,8 +1,8 @@
-// What one layout of a full treemap costs. The aim is at most 50 microseconds for 500 tiles, the
+// Measures one layout of a full treemap. The aim is at most 50 microseconds for 500 tiles, the
 // minimum of seven repetitions.
 //
-// The trees are made from a fixed seed. Every benchmark says how many tiles it lays out, so that a
-// figure for a map that is not full is not taken for one that is.
+// The trees are made from a fixed seed. Every benchmark prints its number of tiles, so that a map
+// that is not full is not mistaken for a full one.
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -31,8 +31,8 @@ using namespace tessaly;
 
 constexpr Rect canvas = {0, 0, 1280, 820};
 
-// Folders of up to 81 children, as a scan leaves them, whose sizes fall off the way those of a home
-// folder do: the child at place k has the weight (k + 1)^-steepness, give or take a third.
+// Folders of up to 81 children, as a scan leaves them, with sizes that fall off as in a home
+// folder: child number k has the weight (k + 1)^-steepness, plus or minus a third.
 class HomeLikeTree {
  public:
   HomeLikeTree(std::size_t topChildren, std::size_t children, double steepness)
@@ -95,14 +95,13 @@ void homeFolder(benchmark::State& state) {
   layoutOf(state, tree.root(), canvas);
 }
 
-// A folder on a large screen with as many equal children as there may be: rows are as long as they
-// come.
+// A folder on a large screen with the maximum number of equal children: the longest possible rows.
 void equalChildren(benchmark::State& state) {
   static const HomeLikeTree tree(100, 100, 0);
   layoutOf(state, tree.root(), {0, 0, 2560, 1440});
 }
 
-// Sizes that fall off so steeply that most of what is placed is too small to show.
+// Sizes that fall off so steeply that most of the placed tiles are too small to show.
 void steepSizes(benchmark::State& state) {
   static const HomeLikeTree tree(81, 80, 2);
   layoutOf(state, tree.root(), canvas);
@@ -169,7 +168,7 @@ BENCHMARK(tintByAge)->Apply(sevenTimes);
 }  // namespace
 
 int main(int argc, char** argv) {
-  // The program has threads, and shared pointers count differently in a process that has none.
+  // Shared pointers are cheaper in a process without threads; the program has threads.
   const std::jthread other([](const std::stop_token& stop) {
     std::mutex mutex;
     std::condition_variable_any never;

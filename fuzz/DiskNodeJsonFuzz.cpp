@@ -9,7 +9,7 @@ namespace tessaly::fuzz {
 
 namespace {
 
-// Walks a tree and requires what the decoder promises of one.
+// Checks a decoded tree against the decoder's promises.
 void requireSound(const DiskNode& node, int depth, std::int64_t& total) {
   require(depth <= DiskNodeJson::maximumDepth, "no tree is too deep");
   require(node.size() >= 0, "no size is negative");
@@ -34,7 +34,8 @@ void tryInput(std::string_view input) {
     requireRoundTrip(*node);
   }
 
-  // The bytes as names, with a child whose path is its parent's and one whose is not.
+  // Uses the input as names, with one child whose path continues its parent's and one whose path
+  // does not.
   const std::string bytes(input);
   const DiskNode child({bytes, "/" + bytes + "/" + bytes, 1, false, FileKind::other, 0.5});
   const DiskNode stranger({"a", bytes, 2, false, FileKind::code, std::nullopt});

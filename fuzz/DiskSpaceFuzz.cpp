@@ -9,7 +9,7 @@ namespace tessaly::fuzz {
 
 namespace {
 
-// A row that says what `usage` holds.
+// A row of df with the values of `usage`.
 std::string rowOf(const DiskUsage& usage) {
   char percent[32];
   const std::to_chars_result end =

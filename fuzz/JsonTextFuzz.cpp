@@ -22,7 +22,7 @@ void tryInput(std::string_view input) {
   require(parser.parse(json).get(read) == simdjson::SUCCESS, "what is written is valid JSON");
   require(JsonText::bytesOf(read) == input, "bytes come back as they were");
 
-  // Any text may stand in a file.
+  // A file may contain any text.
   const std::string bytes = JsonText::bytesOf(input);
   require(bytes.size() <= input.size(), "what a text stands for is no longer than it");
   if (!JsonText::holdsBytes(input)) require(bytes == input, "most texts stand for themselves");

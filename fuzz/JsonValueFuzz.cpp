@@ -13,7 +13,7 @@ namespace {
 
 namespace dom = simdjson::dom;
 
-// How many arrays and objects lie inside one another.
+// Nesting depth of arrays and objects.
 int depthOf(const dom::element& element) {
   int deepest = 0;
   dom::array array;
@@ -31,8 +31,8 @@ int depthOf(const dom::element& element) {
   return 0;
 }
 
-// A strict parser says what JSON is, but for numbers that no machine type holds and for the mark at
-// the beginning.
+// The verdict must be that of a strict parser, except for numbers that fit no machine type and for
+// a byte order mark.
 void requireSameVerdict(std::string_view input, bool isRead) {
   if (input.starts_with("\xEF\xBB\xBF")) {
     require(!isRead, "a byte order mark is no JSON");
@@ -49,7 +49,7 @@ void requireSameVerdict(std::string_view input, bool isRead) {
   }
 }
 
-// Numbers are kept as they stand, so they must be ones to the letter.
+// Numbers are kept digit for digit, so they must be strictly valid.
 void requireNumber(std::string_view digits) {
   const auto skipDigits = [&digits] {
     const std::size_t end = std::min(digits.find_first_not_of("0123456789"), digits.size());

@@ -11,7 +11,7 @@ namespace tessaly::fuzz {
 
 namespace {
 
-// A path as the kernel writes it.
+// A path as the kernel escapes it.
 std::string escaped(std::string_view path) {
   std::string text;
   for (const char c : path) {
@@ -38,7 +38,7 @@ void tryInput(std::string_view input) {
   const Mount mount = {36, 35, "98:0", "/" + text, "/" + text, "ext4"};
   require(mountsIn(line + line) == std::vector<Mount>{mount, mount}, "paths are any bytes");
 
-  // However the mounts hide each other and go round in circles.
+  // Must hold however the mounts hide each other, also in cycles.
   const VisibleMounts visible(mountsIn(text));
   for (const auto i : walk::repeatedMounts(visible, "/", [](const std::string&) { return true; })) {
     require(visible.isVisible(i), "what is left out was to be seen");

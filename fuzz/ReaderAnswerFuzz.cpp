@@ -1,4 +1,4 @@
-// What a process writes that a foreign file may have taken over.
+// Answers of a reader process that may be controlled by a hostile file.
 #include "Target.h"
 #include "app/preview/ReaderAnswer.h"
 

@@ -1,6 +1,6 @@
-// Feeds a target with the files that its arguments name, folders with all they contain, each whole
-// and cut short at many places, all of them in a small one. Ends badly without any file, so that
-// lost seeds do not go unnoticed.
+// Runs a target on the files named as arguments, and on all files in folders named: each file
+// complete and cut off at many lengths, at every length if it is small. Fails if there is no file,
+// so that lost seeds are noticed.
 #include <cstddef>
 #include <cstdio>
 #include <exception>
@@ -28,7 +28,7 @@ std::vector<fs::path> filesAt(const fs::path& place) {
 }
 
 void replayStart(const std::string& bytes, std::size_t length) {
-  // A block of its own, so that a sanitizer sees a read past its end.
+  // Allocated separately, so that a sanitizer detects a read past the end.
   const auto input = std::make_unique<char[]>(length);
   bytes.copy(input.get(), length);
   tessaly::fuzz::tryInput({input.get(), length});
@@ -44,7 +44,7 @@ int replayAll(const std::vector<std::string>& places) {
   std::size_t count = 0;
   for (const std::string& place : places) {
     for (const fs::path& file : filesAt(place)) {
-      // Said first, for a crash says nothing.
+      // Printed first, since a crash prints no file name.
       std::printf("%s\n", file.c_str());
       std::fflush(stdout);
       std::ifstream stream(file, std::ios::binary);

@@ -1,8 +1,8 @@
-// What a fuzz target is made of: one function that takes any bytes and requires what must hold of
-// what a parser makes of them.
+// The interface of a fuzz target: a function that takes any bytes and checks what must hold of a
+// parser's result.
 //
-// The same targets run in two ways: by libFuzzer, which makes up inputs, and by the replay among
-// the tests, which takes them from files.
+// The same targets run in two ways: in libFuzzer, which generates inputs, and in the replay among
+// the tests, which reads them from files.
 #pragma once
 
 #include <string_view>
@@ -12,8 +12,8 @@ namespace tessaly::fuzz {
 // Each target defines this.
 void tryInput(std::string_view input);
 
-// Ends the program with a message that names the broken `fact`, unless it holds. Not an assertion
-// of the language, which an optimised build leaves out.
+// Ends the program with a message that names the broken `fact`, unless `holds`. Not assert(), which
+// an optimised build leaves out.
 void require(bool holds, const char* fact);
 
 }  // namespace tessaly::fuzz

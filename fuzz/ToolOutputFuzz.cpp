@@ -16,8 +16,8 @@ namespace {
 
 using Pieces = std::vector<std::string_view>;
 
-// Requires that `pieces` are what `split` parts `text` into: in order, none empty, and with nothing
-// that could be a piece between them.
+// Checks that `pieces` are the parts of `text` by `split`: in order, none empty, and with only
+// separators between them.
 void requireParted(std::string_view text, const Pieces& pieces, Pieces (*split)(std::string_view)) {
   const char* position = text.data();
   const auto requireSeparators = [&](const char* end) {
@@ -34,7 +34,7 @@ void requireParted(std::string_view text, const Pieces& pieces, Pieces (*split)(
   requireSeparators(text.data() + text.size());
 }
 
-// The C library reads the same numbers, but takes white space and stops where it likes.
+// The C library reads the same numbers, but also skips white space and stops at a NUL.
 bool mayBeNumber(const std::string& text) {
   return !text.empty() && text.find('\0') == std::string::npos &&
          std::string_view(" \t\n\v\f\r").find(text[0]) == std::string_view::npos;
