@@ -1,5 +1,5 @@
-// The icon of the program, where the desktop keeps one: in a dock or a list of windows. Main thread
-// only. Neither call waits, and neither tells of a failure.
+// The program's icon in the desktop's dock or list of windows. Main thread only. Neither call waits
+// or reports failures.
 #pragma once
 
 #include <string>
@@ -10,11 +10,11 @@ class ApplicationIcon {
  public:
   virtual ~ApplicationIcon() = default;
 
-  // Puts a short text on the icon, UTF-8, such as "87%"; an empty one takes the badge away.
+  // Shows a short UTF-8 text on the icon, such as "87%"; an empty one removes the badge.
   virtual void setBadge(const std::string& text) = 0;
 
-  // Lets the user know that something is worth a look, until he turns to the program. Does nothing
-  // while he is there already.
+  // Asks for the user's attention until the program gets the focus. Does nothing if it already has
+  // it.
   virtual void requestAttention() = 0;
 };
 

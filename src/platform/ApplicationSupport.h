@@ -1,5 +1,5 @@
-// The user's folders for what programs keep. Safe from any thread as long as nobody changes the
-// environment.
+// The user's folders for the data and settings of programs. Safe from any thread while nobody
+// changes the environment.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@
 
 namespace tessaly {
 
-// Where programs keep data of their own, each in a folder of its own name. Absolute; not made.
+// The folder in which each program has a folder of its own for its data. Absolute; not created.
 std::string applicationSupportDirectory();
 
-// The same for settings. Some systems have one place for both.
+// The same for settings. Some systems use one folder for both.
 std::string settingsDirectory();
 
-// The rule by which a folder of the XDG Base Directory Specification is found: what the variable
-// holds counts only when it is an absolute path; null stands for a variable that is not set.
-// Otherwise it is `usual`, a path below `home`. Gives no "/" at the end.
+// The rule for a folder of the XDG Base Directory Specification: `variable`, the value of the
+// environment variable or null, counts only if it is an absolute path. Otherwise the folder is
+// `usual`, a path below `home`. The result has no "/" at the end.
 std::string baseDirectoryFrom(const char* variable, const std::string& home,
                               const std::string& usual);
 
-// Makes the folder `path` with all that is missing above it, each for the user alone (0700). All is
-// well when it is there already.
+// Creates the folder `path` and all missing folders above it, each for the user alone (0700).
+// Succeeds if it already exists.
 Outcome makeFolders(const std::string& path);
 
 }  // namespace tessaly

@@ -1,15 +1,15 @@
-// Whole files, read in one go and replaced in one go: whoever opens the path, and whenever the
-// program or the machine stops, finds the old content or the new one and nothing in between.
+// Reads and replaces whole files in one step: whenever the program or the machine stops, a reader
+// of the path finds the old content or the new one, never a mixture.
 //
-// Symbolic links at the path itself are followed, and what they lead to is what gets replaced: who
-// keeps his settings elsewhere and links them into place goes on doing so after a save. A link that
-// leads nowhere is filled in where it points. Anything that is no regular file, such as a device
-// that somebody linked there to be rid of the content, is neither read nor replaced.
+// Symbolic links at the path itself are followed, and their target is replaced, so settings that a
+// user keeps elsewhere and links into place stay linked after a save. For a dangling link the file
+// is created at its target. Anything that is not a regular file, such as a link to a device that
+// discards the content, is neither read nor replaced.
 //
-// Where others may write, they must not lead a file elsewhere: a link at the path itself is
-// followed only where the user owns it, or where who owns the folder that it stands in does, and so
-// is a link on the way that stands in a folder in which others may write. Any other is an error
-// (EACCES).
+// In folders that others may write to, they must not be able to redirect a file: a link at the path
+// itself is followed only if its owner is the user or the owner of the folder that contains it, and
+// the same holds for links higher in the path that are in a folder writable by others. Any other
+// link is an error (EACCES).
 //
 // Safe from any thread. Two writers of one path do not mix: the last rename wins.
 #pragma once
@@ -23,29 +23,29 @@
 namespace tessaly::AtomicFile {
 
 enum class Durability {
-  cached,  // left to the system to write when it likes: after a power cut the content may be lost
+  cached,  // the system writes it to disk at some time: a power cut may lose the content
   synced,  // on disk before the call returns, which may take tens of milliseconds
 };
 
 enum class Access {
-  owner,  // only the user reads and writes the file (0600)
+  owner,  // only the user may read and write the file (0600)
   usual,  // what the user's umask grants for a new file
 };
 
-// Replaces the file at `path`, or makes it; its folder must be there. The new content goes to a
-// temporary file in the same folder, of a short name that starts with ".tessaly-", which is then
-// renamed. After a failure the temporary is gone and the old file is untouched, but for one case:
-// when only syncing the folder fails, the new file already stands in its place, and the error says
-// that it may not survive a power cut.
+// Replaces the file at `path`, or creates it; its folder must exist. The new content goes to a
+// temporary file in the same folder, with a short name that starts with ".tessaly-", which is then
+// renamed. After a failure the temporary file is removed and the old file is untouched, with one
+// exception: if only syncing the folder fails, the new file is already in place, and the error
+// means that it may not survive a power cut.
 Outcome replace(const std::string& path, std::string_view content, Durability durability,
                 Access access);
 
-// All of the file at `path`. Never waits for a writer of a pipe. A file of more than `limit` bytes
-// is refused (EFBIG), as is a folder (EISDIR) or another thing that is no file (EOPNOTSUPP).
+// Reads the whole file at `path`. Never waits for the writer of a pipe. Refuses a file of more than
+// `limit` bytes (EFBIG), a folder (EISDIR) and any other item that is not a file (EOPNOTSUPP).
 Result<std::string> read(const std::string& path, std::size_t limit);
 
-// Moves the file at `path` out of the way, to its own name with `ending` behind it, or where that
-// is taken, with `ending` and a number from 2 on. Replaces nothing. Gives the new path.
+// Renames the file at `path` to its own name plus `ending`, or, if that exists, plus `ending` and a
+// number from 2 on. Replaces nothing. Returns the new path.
 Result<std::string> setAside(const std::string& path, std::string_view ending);
 
 }  // namespace tessaly::AtomicFile

@@ -1,6 +1,5 @@
-// Sums and products of sizes, in checked 64-bit arithmetic. An overflow means that the figures can
-// no longer be believed, so it ends the program with a message instead of going on with a wrong
-// one. Safe from any thread.
+// Sums and products of sizes, in checked 64-bit arithmetic. After an overflow the figures would be
+// wrong, so it ends the program with a message. Safe from any thread.
 #pragma once
 
 #include <cstdint>

@@ -5,7 +5,7 @@
 namespace tessaly {
 
 Deadline Deadline::after(double seconds) {
-  // Far from what the clock can hold.
+  // Far below the range of the clock.
   constexpr double decades = 1e9;
   if (seconds > decades) return never();
   const std::chrono::duration<double> left(seconds > 0 ? seconds : 0);

@@ -1,4 +1,4 @@
-// A moment until which one waits, on the clock that nobody sets back. A plain value.
+// The end of a wait, on a clock that is never set back. A plain value.
 #pragma once
 
 #include <chrono>
@@ -10,14 +10,15 @@ class Deadline {
  public:
   static Deadline never() { return Deadline(std::nullopt); }
 
-  // So many seconds from now on. Any number will do: what is negative, or is no number, has passed
-  // already, and what lies decades ahead never passes.
+  // The moment `seconds` from now. Any number is allowed: for negative ones and NaN it has already
+  // passed, and more than some decades mean never.
   static Deadline after(double seconds);
 
   bool hasPassed() const;
 
-  // What is left, in the form that poll() takes: milliseconds, rounded up so that a wait does not
-  // end early; 0 once it has passed, -1 for never. An hour at most: who waits looks again.
+  // The remaining time for poll(): milliseconds, rounded up so that a wait does not end early; 0
+  // once it has passed, -1 for never. At most an hour, so callers must check hasPassed() after each
+  // wait.
   int pollTimeout() const;
 
  private:

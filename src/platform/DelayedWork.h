@@ -1,8 +1,8 @@
-// Work that waits for its time. Taken out in the order of its times, and of two pieces with the
-// same time the one that was added first comes first.
+// Work that waits for its time. Taken out in the order of its times; work of the same time in the
+// order in which it was added.
 //
-// It holds no clock: times are given by whoever asks, as the time since some fixed moment. Not safe
-// for use by several threads at once.
+// Has no clock of its own: callers pass times as durations since a fixed moment. Not safe for use
+// by several threads at once.
 #pragma once
 
 #include <chrono>
@@ -24,17 +24,17 @@ class DelayedWork {
   };
 
   void add(Time due, Dispatch::Queue queue, Dispatch::Work work) {
-    // A multimap puts equal keys behind those it has.
+    // A multimap inserts behind equal keys.
     items_.emplace(due, Item{queue, std::move(work)});
   }
 
-  // When the next piece is due; absent while nothing waits.
+  // When the next work is due; absent if there is none.
   std::optional<Time> nextDue() const {
     if (items_.empty()) return std::nullopt;
     return items_.begin()->first;
   }
 
-  // The next piece, if it is due at `now`.
+  // Takes the next work out, if it is due at `now`.
   std::optional<Item> takeDue(Time now) {
     const auto first = items_.begin();
     if (first == items_.end() || first->first > now) return std::nullopt;

@@ -1,11 +1,10 @@
-// Every hop between threads goes through here: the main queue, where all state that views observe
-// lives, and two worker queues for blocking work. Nothing else in the program starts threads, apart
-// from the walk of a disk, which joins its own before it returns.
+// The only way to pass work between threads: the main queue, whose thread owns all state that views
+// observe, and two worker queues for blocking work. Nothing else in the program starts threads,
+// except the walk of a disk, which joins its own before it returns.
 //
 // `async` and `after` may be called from any thread. Work on the main queue runs one piece at a
-// time, on the main thread, in the order in which it was handed over. Worker queues are concurrent:
-// they start another thread when all of theirs are busy, so that a task that blocks holds up no
-// other.
+// time, on the main thread, in the order of the calls. Worker queues are concurrent: they start
+// another thread when all of theirs are busy, so a task that blocks delays no other.
 #pragma once
 
 #include <chrono>
@@ -20,7 +19,7 @@ class Dispatch {
 
   virtual ~Dispatch() = default;
 
-  // Runs `work` on `queue` as soon as it can; returns at once.
+  // Runs `work` on `queue` as soon as possible; returns at once.
   virtual void async(Queue queue, Work work) = 0;
 
   // Runs `work` on `queue` once `delay` has passed.

@@ -1,9 +1,9 @@
-// Which file or folder stands at a path, and in which state: what was looked at once can be told
-// from another that has its name later. A plain value, safe from any thread.
+// Identifies the file or folder at a path together with its state, to distinguish it from another
+// one that has the same name later. A plain value, safe from any thread.
 //
-// What changes the content of a file changes it; what changes deep inside a folder does not. Where
-// a file system gives its files new numbers from time to time, the same file may pass for another,
-// never another for the same.
+// A change of a file's content changes its identity; a change deep inside a folder does not. On a
+// file system that changes its inode numbers from time to time, an unchanged file may get another
+// identity, but another file never gets the same one.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ struct FileIdentity {
   std::int64_t modifiedSeconds = 0;  // since 1970
   std::int64_t modifiedNanoseconds = 0;
 
-  // Of what stands at `path`, be it a link or not.
+  // Identity of the item at `path`; a link is not followed.
   static Result<FileIdentity> of(const std::string& path);
 
   friend bool operator==(const FileIdentity&, const FileIdentity&) = default;

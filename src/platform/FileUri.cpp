@@ -4,8 +4,8 @@ namespace tessaly {
 
 namespace {
 
-// The unreserved characters of RFC 3986, and the slash that parts components. Others that a path
-// may hold unescaped are escaped all the same: receivers differ in what they make of them.
+// The unreserved characters of RFC 3986, and the slash between components. Other characters allowed
+// in a path are escaped too, since receivers differ in how they treat them.
 bool standsAsItIs(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
          c == '.' || c == '_' || c == '~' || c == '/';

@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-// "file://" and the path, every byte percent-encoded that may not stand in the path of a URI as it
-// is. A path that is not UTF-8 keeps its bytes this way. `path` is absolute.
+// "file://" and the path, with every byte percent-encoded that may not be in the path of a URI. So
+// a path that is not UTF-8 keeps its bytes. `path` must be absolute.
 std::string fileUri(std::string_view path);
 
 }  // namespace tessaly

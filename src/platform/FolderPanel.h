@@ -1,4 +1,4 @@
-// The modal panel with which the user picks one directory. Main thread only.
+// The modal panel for choosing one directory. Main thread only.
 #pragma once
 
 #include <optional>
@@ -9,13 +9,13 @@ namespace tessaly {
 class FolderPanel {
  public:
   struct Request {
-    std::string prompt;   // label of the confirming button, UTF-8
-    std::string message;  // what the choice is for, UTF-8
+    std::string prompt;   // label of the confirm button, UTF-8
+    std::string message;  // purpose of the choice, UTF-8
   };
 
   virtual ~FolderPanel() = default;
 
-  // Absolute path of the chosen directory, as bytes; absent when the user backed out.
+  // Absolute path of the chosen directory, as bytes; absent if the user cancelled.
   virtual std::optional<std::string> chooseFolder(const Request& request) = 0;
 };
 

@@ -1,5 +1,4 @@
-// A combination of keys that works in whatever program the user is: Command Shift Space. Main
-// thread only.
+// A key combination that works in every program: Command Shift Space. Main thread only.
 #pragma once
 
 #include <functional>
@@ -10,8 +9,8 @@ class GlobalHotKey {
  public:
   virtual ~GlobalHotKey() = default;
 
-  // From now on `pressed` runs on the main queue once for each press, until the object goes. Where
-  // the combination cannot be had, nothing happens: the program does without. To be called once.
+  // From now on `pressed` runs on the main queue once for each press, until the object is
+  // destroyed. If the combination is not available, nothing happens. To be called once.
   virtual void install(std::function<void()> pressed) = 0;
 };
 

@@ -5,7 +5,7 @@
 
 namespace tessaly {
 
-// One move, from its beginning to its end; not open when there is to be none.
+// One move from beginning to end; not open if the guard is closed.
 class GuardedTrashMover::Passage {
  public:
   explicit Passage(GuardedTrashMover& guard) : guard_(guard) {

@@ -1,6 +1,5 @@
-// A mover that lets the program end between two moves and never within one: a move of an item and
-// the record of it are two steps on the disk, and ending in between would leave a record of
-// nothing.
+// A mover that lets the program end between two moves but never within one: a move of an item and
+// its record are two steps on disk, and ending in between would leave a record without an item.
 //
 // Safe from any thread.
 #pragma once
@@ -18,11 +17,10 @@ class GuardedTrashMover final : public TrashMover {
  public:
   explicit GuardedTrashMover(std::unique_ptr<TrashMover> mover);
 
-  // From now on nothing is moved any more: each call gives ECANCELED. Does not wait for a move that
-  // is under way.
+  // From now on each call returns ECANCELED and moves nothing. Does not wait for a move under way.
   void close();
 
-  // Whether a move is under way. After close() this is false for good once it is.
+  // Whether a move is under way. After close(), once false, it stays false.
   bool isMoving() const;
 
   Result<ItemInTrash> moveToTrash(const std::string& path) override;

@@ -11,7 +11,7 @@
 namespace tessaly {
 namespace {
 
-// Has begun a move when it says so, and ends it when it is let go.
+// Blocks inside each move until the test releases it.
 class SlowMover final : public TrashMover {
  public:
   Result<ItemInTrash> moveToTrash(const std::string& path) override {
@@ -58,7 +58,7 @@ TEST_F(GuardedTrashMoverTest, tells_of_a_move_until_it_has_ended) {
   std::thread worker([&] { hasMoved = guard_->moveToTrash("/a").ok(); });
   slow_->begun.wait();
   EXPECT_TRUE(guard_->isMoving());
-  // Closing does not take it back.
+  // Closing does not cancel it.
   guard_->close();
   EXPECT_TRUE(guard_->isMoving());
   slow_->go.count_down();

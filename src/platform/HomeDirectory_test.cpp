@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of its own for each test, resolved itself.
+// Uses a resolved folder of its own for each test.
 class HomeDirectoryFrom : public ::testing::Test {
  protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// Whether the desktop starts the program by itself when the user logs in. Main thread only.
+// Whether the desktop starts the program when the user logs in. Main thread only.
 #pragma once
 
 #include <memory>
@@ -9,14 +9,14 @@ class LoginItem {
  public:
   virtual ~LoginItem() = default;
 
-  // As it stands now: others may change it, too.
+  // The current state, which other programs may change too.
   virtual bool isEnabled() const = 0;
 
-  // True if it is so afterwards, whether or not there was anything to do.
+  // Sets the state. True if it is `on` afterwards, even if nothing had to change.
   virtual bool setEnabled(bool on) = 0;
 };
 
-// Of the user and the program that this process is.
+// The login item of this program for this user.
 std::unique_ptr<LoginItem> loginItem();
 
 }  // namespace tessaly

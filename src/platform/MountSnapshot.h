@@ -1,6 +1,6 @@
-// What is mounted where, as the system told it at one moment. Walks need it before they begin. To
-// ask for it costs more than to walk a small folder, so whoever makes many walks at a time asks
-// once and hands the answer to all of them.
+// The mounts of the system at one moment. A walk needs them before it begins. Reading them costs
+// more than walking a small folder, so code that makes many walks reads them once and passes them
+// to all walks.
 #pragma once
 
 #include <memory>
@@ -10,7 +10,7 @@ namespace tessaly {
 // Opaque and immutable; safe from any thread.
 class MountSnapshot;
 
-// As of now; without any mount where the system does not tell. Never null.
+// The current mounts; empty if the system does not list them. Never null.
 std::shared_ptr<const MountSnapshot> mountsOfNow();
 
 }  // namespace tessaly

@@ -8,8 +8,9 @@ namespace tessaly {
 class NotificationCenter {
  public:
   struct Notification {
-    std::string identifier;  // a later one of the same identifier takes the place of the earlier
-    std::string title;       // UTF-8, as is the body
+    std::string identifier;  // a later notification with the same identifier replaces the earlier
+                             // one
+    std::string title;       // UTF-8, as the body
     std::string body;
     bool hasSound = false;
 
@@ -18,11 +19,11 @@ class NotificationCenter {
 
   virtual ~NotificationCenter() = default;
 
-  // Asks the user, where the system wants that, for leave to show notifications. Nobody is told of
-  // the answer.
+  // Asks the user for permission to show notifications, if the system requires it. The answer is
+  // not reported.
   virtual void requestAuthorization() = 0;
 
-  // Shows `notification` now, if the user has given leave. Does not wait, and tells of no failure.
+  // Shows `notification` now, if the user has permitted it. Does not wait or report failures.
   virtual void post(const Notification& notification) = 0;
 };
 

@@ -8,9 +8,9 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t mostBytes = 255;  // in a name, on the file systems in use
+constexpr std::size_t mostBytes = 255;  // longest name on common file systems
 
-// The longest beginning of whole characters that has room in `limit` bytes.
+// The longest prefix of whole characters within `limit` bytes.
 std::string_view fitting(std::string_view text, std::size_t limit) {
   std::size_t length = 0;
   while (length < text.size()) {

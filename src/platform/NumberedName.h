@@ -1,4 +1,4 @@
-// Names for files that would all be called the same. Pure, safe from any thread.
+// Distinct names for files that would have the same name. Pure, safe from any thread.
 #pragma once
 
 #include <string>
@@ -6,9 +6,8 @@
 
 namespace tessaly {
 
-// What the `number`-th file called `name` is called: "out 2.zip" for the second "out.zip", and
-// `name` for the first. Has at most 255 bytes; for that the part before the number is cut, where a
-// character begins.
+// The name of the `number`-th file with the name `name`: "out 2.zip" for the second "out.zip", and
+// `name` for the first. At most 255 bytes: the part before the number is cut, between characters.
 std::string numberedName(std::string_view name, int number);
 
 }  // namespace tessaly

@@ -21,7 +21,7 @@ TEST(NumberedName, stands_at_the_end_where_there_is_no_extension) {
 
 TEST(NumberedName, keeps_to_what_a_name_may_be_long) {
   EXPECT_EQ(numberedName(std::string(251, 'x') + ".zip", 2), std::string(249, 'x') + " 2.zip");
-  // The last character has two bytes, of which one would fit.
+  // The last character has two bytes, of which only one would fit.
   EXPECT_EQ(numberedName(std::string(248, 'x') + "\xc3\xa9.zip", 2),
             std::string(248, 'x') + " 2.zip");
   EXPECT_EQ(numberedName("x." + std::string(253, 'y'), 2), "x 2");

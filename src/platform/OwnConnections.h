@@ -1,26 +1,27 @@
 // The connections of this process to other programs: the display, the message bus.
 //
-// They end with the process, but only once all its threads have ended, and one that the kernel
-// holds, on a network folder that does not answer say, may take for ever. Until then the other ends
-// believe that the program is there: its icon stays in the panel, its windows on the screen.
+// They end with the process, but only after all its threads have ended, and a thread that the
+// kernel blocks, on a network folder that does not answer for example, may never end. Until then
+// the other programs treat this one as running: its icon stays in the panel, its windows on the
+// screen.
 #pragma once
 
 #include <string>
 
 namespace tessaly::OwnConnections {
 
-// A write to a connection or a pipe of which the other end is gone fails from now on (EPIPE), in
-// place of ending the program. Programs that a Process starts do not inherit this. To be called
-// before there are other threads.
+// From now on a write to a connection or pipe whose other end is closed fails (EPIPE) instead of
+// ending the program. Programs started by Process do not inherit this. Call it before there are
+// other threads.
 void failWritesToEnded();
 
-// Ends all connections by socket that this process has opened, at once for the other ends, but for
-// the one of descriptor `spared` (-1 for none) and those to the local server whose socket stands at
-// `sparedServer` ("" for none). What had been sent arrives. Standard streams and connections that
-// the process was started with are left alone: others use them too.
+// Shuts down all sockets that this process has opened, immediately for the other ends, except
+// descriptor `spared` (-1 for none) and connections to the local server with the socket at
+// `sparedServer` ("" for none). Data already sent still arrives. Standard streams and connections
+// inherited at the start are left alone, since other processes use them too.
 //
-// Whoever uses such a connection afterwards, on whatever thread, finds it broken. So it is for a
-// program that is about to end.
+// Any thread that uses such a connection afterwards gets an error, so this is for a program that is
+// about to end.
 void shutDown(int spared = -1, const std::string& sparedServer = {});
 
 }  // namespace tessaly::OwnConnections

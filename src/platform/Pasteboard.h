@@ -9,8 +9,8 @@ class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
 
-  // Replaces whatever the pasteboard holds by this text. Bytes that are not UTF-8 are carried as
-  // they are where the desktop can carry bytes, and as replacement characters elsewhere.
+  // Replaces the contents of the pasteboard by this text. Bytes that are not UTF-8 are kept if the
+  // desktop supports bytes, and become replacement characters elsewhere.
   virtual void setText(const std::string& text) = 0;
 };
 

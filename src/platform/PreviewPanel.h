@@ -1,4 +1,4 @@
-// The desktop's preview panel: one window that shows what a file holds without opening it in an
+// The desktop's preview panel: a window that shows the content of a file without opening it in an
 // application. Main thread only.
 #pragma once
 
@@ -6,13 +6,13 @@
 
 namespace tessaly {
 
-// Who tells a panel what to show.
+// Provides the items that a panel shows.
 class PreviewSource {
  public:
   virtual ~PreviewSource() = default;
 
   virtual int numberOfPreviewItems() const = 0;
-  // The file URL of an item, in ASCII, whatever the bytes of its path.
+  // The file URL of an item, always ASCII.
   virtual std::string previewItemAt(int index) const = 0;
 };
 
@@ -20,10 +20,11 @@ class PreviewPanel {
  public:
   virtual ~PreviewPanel() = default;
 
-  // The source outlives the panel, or is replaced before its end; null for none.
+  // The source must outlive the panel or be replaced before it is destroyed; null for none.
   virtual void setDataSource(const PreviewSource* source) = 0;
 
-  // Shows the panel with the first item of its source, in front of everything, with the keyboard.
+  // Shows the panel with the first item of its source, in front of all windows, and gives it the
+  // keyboard focus.
   virtual void makeKeyAndOrderFront() = 0;
 };
 

@@ -1,9 +1,9 @@
-// A program of the system that runs beside this one: started by its path, without a shell, waited
-// for until a deadline, asked to end.
+// A program of the system that runs beside this one: started by its path, without a shell; waited
+// for until a deadline; asked to end.
 //
-// It gets none of our file descriptors but standard input, output and error; no signal is blocked
-// or ignored in it. A Process belongs to one thread at a time; different ones are independent, and
-// any number may be started at once.
+// It inherits no file descriptors except standard input, output and error; no signal is blocked or
+// ignored in it. Use a Process on one thread at a time; different ones are independent, and any
+// number may be started at once.
 #pragma once
 
 #include <cstddef>
@@ -23,79 +23,79 @@ namespace tessaly {
 class Process {
  public:
   enum class Stream {
-    inherited,  // ours
-    captured,   // a channel of which only we have the other end
-    discarded,  // nothing to read, and what is written is lost
-    // For output: a pipe that is read while waitUntil() waits, so that the program may write
-    // without end; only the beginning is kept. Where both streams are sampled, they share it.
+    inherited,  // the stream of this process
+    captured,   // a channel to this process
+    discarded,  // empty input; output is dropped
+    // For output: a pipe that is read while waitUntil() waits, so the program may write without
+    // limit; only the beginning is kept. If both streams are sampled, they share it.
     sampled,
   };
 
   struct Launch {
     std::string path;                     // of the executable, absolute
-    std::vector<std::string> args = {};   // without its own name; bytes, handed over as they are
-    std::optional<std::string> cwd = {};  // its working directory; ours when absent
-    // Variables that it gets beside those of our environment, or in their place.
+    std::vector<std::string> args = {};   // without the program's own name; bytes, passed on
+                                          // unchanged
+    std::optional<std::string> cwd = {};  // working directory; absent: that of this process
+    // Variables added to this process's environment, or replacing those of the same name.
     std::vector<std::pair<std::string, std::string>> environment = {};
     Stream output = Stream::inherited;
     Stream error = Stream::inherited;
     Stream input = Stream::inherited;
-    // For what a person goes on working with: in a session of its own, so that it outlives us and
-    // our terminal, with nothing to read, and with its words lost where they are not captured.
+    // For programs that the user goes on working with: runs in a session of its own, so that it
+    // outlives this process and its terminal, with empty input and, unless captured, with its
+    // output dropped.
     bool isDetached = false;
   };
 
-  // How it ended.
+  // How the program ended.
   struct Exit {
-    int status = 0;  // what it returned, 0 to 255; meaningless after a signal
+    int status = 0;  // its exit status, 0 to 255; meaningless after a signal
     int signal = 0;  // the number of the signal that ended it, or 0
 
     bool isSuccess() const { return status == 0 && signal == 0; }
     friend bool operator==(const Exit&, const Exit&) = default;
   };
 
-  // Starts the program. Gives the reason, with the path as given, when it does not start: it is not
-  // there, may not be run or is no program, the working directory cannot be entered, or this
-  // process is out of descriptors or memory. Nothing is left behind then.
+  // Starts the program. The error, with the path as given, is the reason why it does not start: it
+  // does not exist, may not be run or is not a program, the working directory cannot be entered, or
+  // this process is out of descriptors or memory. Nothing is left behind then.
   static Result<Process> launch(const Launch& launch);
 
-  // Does not wait: a program that still runs goes on by itself, and is seen off once it ends. Its
-  // captured streams are closed, so that it finds the end of its input.
+  // Does not wait: a program that still runs goes on, and is reaped once it ends. Its captured
+  // streams are closed, so it finds the end of its input.
   ~Process();
   Process(Process&& other) noexcept;
   Process& operator=(Process&& other) noexcept;
 
-  // Blocks until the program has exited, and says so, or until `deadline` has passed.
+  // Blocks until the program has exited, and returns true, or until `deadline` has passed.
   bool waitUntil(Deadline deadline);
 
-  // How it ended, once waitUntil() has said that it has.
+  // How it ended, once waitUntil() has returned true.
   std::optional<Exit> exit() const;
 
-  // Asks it to end, which it may refuse. Does nothing once it has exited.
+  // Asks it to end (SIGTERM), which it may ignore. Does nothing once it has exited.
   void terminate();
 
-  // Ends it, which it cannot refuse; waitUntil() says when that is done. Does nothing once it has
-  // exited.
+  // Ends it (SIGKILL), which it cannot ignore; waitUntil() reports when it has ended. Does nothing
+  // once it has exited.
   void kill();
 
-  // Writes to its captured input. False when the program does not read any more, or `deadline`
-  // has passed before it has taken all of it.
+  // Writes to its captured input. False if the program stops reading, or if `deadline` passes
+  // before it has taken all bytes.
   bool writeInput(std::string_view bytes, Deadline deadline);
 
   enum class Reading : std::uint8_t { more, end, late };
 
-  // Waits for what it writes to its captured output, and appends what is there to `text`, `most`
-  // bytes at most. `end` once nobody can write any more, `late` when `deadline` passes before
-  // there is anything.
+  // Waits for its captured output, and appends the available bytes to `text`, at most `most`. `end`
+  // once no process can write any more, `late` if `deadline` passes before there is anything.
   Reading readMore(std::string& text, std::size_t most, Deadline deadline);
 
-  // What it has written to its captured output. To be called once, after it has exited: what it
-  // left in the pipe is given whatever the deadline. Programs that it has started in turn may hold
-  // the pipe open and write on; theirs is read up to the end too, but not past `deadline`, and
-  // not beyond 64 MiB.
+  // Its captured output. Call it once, after it has exited: the content of the pipe is returned
+  // whatever the deadline. Programs that it has started may hold the pipe open and write on; their
+  // output is read to the end too, but not past `deadline`, and not beyond 64 MiB.
   std::string readOutput(Deadline deadline);
 
-  // The first of what it has written to its sampled streams, in the order of writing.
+  // The beginning of its sampled streams, in the order of writing.
   const std::string& sample() const;
   static constexpr std::size_t mostSampled = 4096;  // bytes
 

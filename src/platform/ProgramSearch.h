@@ -1,4 +1,4 @@
-// Where a program is that is known by its name, as a shell would find it. Safe from any thread.
+// Finds a program by its name, as a shell does. Safe from any thread.
 #pragma once
 
 #include <optional>
@@ -7,10 +7,10 @@
 
 namespace tessaly::ProgramSearch {
 
-// The absolute path of the program `name`, found in the folders of `searchPath`, which is written
-// as PATH is; where that is empty, in the folders of every system. Relative folders of it are left
-// out: what the user keeps where we happen to stand is not meant. A `name` that is an absolute path
-// stands for itself. Absent where no file is there that may be run.
+// The absolute path of the program `name`, searched in the folders of `searchPath`, which has the
+// form of PATH; if it is empty, in the standard folders of the system. Relative folders in it are
+// skipped, since they depend on the working directory. A `name` that is an absolute path is
+// returned as it is. Absent if there is no executable file.
 std::optional<std::string> find(std::string_view name, std::string_view searchPath);
 
 }  // namespace tessaly::ProgramSearch

@@ -6,12 +6,12 @@
 namespace tessaly {
 
 // `path` made absolute, with "." and "..", doubled and trailing slashes and symbolic links
-// resolved. Where the path, or the end of it, does not exist, that part is kept as it is written.
+// resolved. A part at the end that does not exist is kept as written.
 std::string resolvedPath(const std::string& path);
 
-// The same for the folders above the item at the absolute `path`, which itself may be a link: its
-// name stays as it is written. A path that names no item of its own (such as "/x/..") stays as it
-// is, and so does one that is not absolute.
+// Resolves only the folders above the item at the absolute `path`; its own name, which may be a
+// link, is kept. A path that ends in no name (such as "/x/.."), or is not absolute, is returned
+// unchanged.
 std::string resolvedAbove(const std::string& path);
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// The modal panel with which the user says where a file is to be written. Main thread only.
+// The modal panel for choosing where to write a file. Main thread only.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,10 @@ namespace tessaly {
 class SavePanel {
  public:
   struct Request {
-    std::string fileName;   // the name suggested, bytes of any kind, with its extension
+    std::string fileName;   // suggested name, any bytes, with its extension
     std::string extension;  // the only one allowed, lower case and without dot, such as "json"
     bool canCreateDirectories = false;
-    // Where a file of the suggested name stands in the folder in which the panel opens, a number is
-    // added to the name.
+    // Adds a number to the suggested name if a file with that name exists in the initial folder.
     bool isForNewFile = false;
 
     friend bool operator==(const Request&, const Request&) = default;
@@ -21,8 +20,8 @@ class SavePanel {
 
   virtual ~SavePanel() = default;
 
-  // Absolute path of the file to write, as bytes and with the extension; absent when the user
-  // backed out. A file that stands there already is one that the user agreed to replace.
+  // Absolute path of the file to write, as bytes and with the extension; absent if the user
+  // cancelled. If a file exists there, the user has agreed to replace it.
   virtual std::optional<std::string> chooseFile(const Request& request) = 0;
 };
 

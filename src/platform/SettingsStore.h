@@ -1,11 +1,10 @@
-// The small things that the program remembers for its user between runs, each under a dotted key.
+// Small values that the program remembers for its user between runs, each under a dotted key.
 //
-// A value is a text, a boolean, an array of texts, or binary. Texts are bytes like all else, so
-// that a path which is not UTF-8 can be remembered. A value of one type is absent for whoever asks
-// for another: nothing is converted, so that "a boolean, or the default" means just that.
+// A value is a text, a boolean, an array of texts, or binary. Texts are bytes, so that a path which
+// is not UTF-8 can be stored. Nothing is converted: a value read as another type is absent.
 //
-// Changes are in force at once. Whether they could be stored for the next run is not told: there is
-// nobody who could do anything about it. Main thread only.
+// Changes take effect at once. A failure to store them for the next run is not reported, since
+// callers could do nothing about it. Main thread only.
 #pragma once
 
 #include <optional>
@@ -29,7 +28,7 @@ class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
 
-  // Absent where there is nothing under `key`, or something of another type.
+  // Absent if there is no value under `key`, or one of another type.
   std::optional<std::string> text(std::string_view key) const { return find<std::string>(key); }
   std::optional<bool> boolean(std::string_view key) const { return find<bool>(key); }
   std::optional<std::vector<std::string>> texts(std::string_view key) const {
@@ -41,7 +40,7 @@ class SettingsStore {
     return std::move(found->bytes);
   }
 
-  // These take the place of whatever was there, of whichever type.
+  // These replace any value under the key, whatever its type.
   void setText(std::string_view key, std::string value) { set(key, std::move(value)); }
   void setBoolean(std::string_view key, bool value) { set(key, value); }
   void setTexts(std::string_view key, std::vector<std::string> value) {

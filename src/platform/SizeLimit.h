@@ -1,10 +1,10 @@
-// The limit that a user or an administrator may set on the size of files (ulimit -f).
+// The limit that a user or an administrator may set for the size of files (ulimit -f).
 #pragma once
 
 namespace tessaly::SizeLimit {
 
-// A write beyond the limit fails from now on (EFBIG), in place of ending the program. Programs that
-// a Process starts do not inherit this. To be called before there are other threads.
+// From now on a write beyond the limit fails (EFBIG) instead of ending the program. Programs
+// started by Process do not inherit this. Call it before there are other threads.
 void failWritesBeyond();
 
 }  // namespace tessaly::SizeLimit

@@ -1,11 +1,10 @@
-// A file that another program writes and that is to be seen by its name only once it is whole. It
-// is written in a private folder beside the place where it is to stand, and moved there in one
-// step.
+// A file that another program writes and that must appear under its name only when it is complete.
+// It is written in a private folder beside its target, and moved there in one step.
 //
-// The folder's name begins with ".tessaly-", and nobody but the user may enter it. It goes with the
-// object, with all that was written there; a program that is killed leaves it behind.
+// The folder's name begins with ".tessaly-", and only the user may enter it. The destructor removes
+// it with its contents; a killed program leaves it behind.
 //
-// One object belongs to one thread at a time.
+// Use an object on one thread at a time.
 #pragma once
 
 #include <memory>
@@ -24,25 +23,23 @@ class StagedFile {
     FileIdentity identity;
   };
 
-  // For a file that is to stand at the absolute `target`, whose folder is there.
+  // For a file that will be at the absolute `target`, whose folder must exist.
   static Result<StagedFile> beside(const std::string& target);
 
   StagedFile(StagedFile&& other) noexcept;
   StagedFile& operator=(StagedFile&& other) noexcept;
   ~StagedFile();
 
-  // Where the file is to be written; nothing stands there at first. It has the extension of the
-  // target.
+  // Path for writing the file, which does not exist at first. It has the extension of the target.
   const std::string& path() const;
 
-  // Moves the written file to its place, once it is on disk, and tells where it stands. What stands
-  // at the target is replaced only if it is the file or the link `replaced`, and then it is
-  // deleted; a link is replaced itself and not followed. Where something else stands there the file
-  // gets a name of its own beside it, with a number: "out 2.zip". To be called once. After an error
-  // nothing that stood there is lost.
+  // Syncs the written file to disk, moves it to its target, and returns its path. An existing
+  // target is replaced only if it is the file or the link `replaced`, which is then deleted; a link
+  // is replaced itself and not followed. If another item is at the target, the file gets a numbered
+  // name beside it: "out 2.zip". Call it once. After an error no existing file is lost.
   //
-  // Where the file system cannot swap two files in one step, what comes to stand at the target
-  // between a last look and the move is replaced too.
+  // If the file system cannot swap two files in one step, an item that appears at the target
+  // between the last check and the move is replaced too.
   Result<Placed> place(const std::optional<FileIdentity>& replaced);
 
  private:

@@ -1,4 +1,4 @@
-// Threads where there may be no more of them: a user has only so many.
+// Starts threads where the system may refuse them: the number per user is limited.
 #pragma once
 
 #include <functional>
@@ -6,11 +6,11 @@
 
 namespace tessaly {
 
-// Starts a thread that runs `body`, which must not throw. Where the system refuses, what is given
-// back is not joinable, and `body` never runs. Safe from any thread.
+// Starts a thread that runs `body`, which must not throw. If the system refuses, the result is not
+// joinable, and `body` never runs. Safe from any thread.
 std::thread startThread(const std::function<void()>& body);
 
-// The same as a value, for tests that let it refuse.
+// The type of startThread(), so that tests can pass a function that refuses.
 using StartThread = std::function<std::thread(const std::function<void()>& body)>;
 
 }  // namespace tessaly

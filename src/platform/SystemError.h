@@ -1,5 +1,5 @@
-// Why an operation of the system failed, and the value that carries either its result or that
-// reason. Everything in platform/ that can fail returns a Result; nothing there throws.
+// The reason why an operation of the system failed, and the type for its result or that reason.
+// Everything in platform/ that can fail returns a Result; nothing there throws.
 //
 // Plain values, safe from any thread.
 #pragma once
@@ -12,32 +12,32 @@
 namespace tessaly {
 
 struct SystemError {
-  // What callers tell apart; `code` has the rest.
+  // The kinds that callers distinguish; `code` has the details.
   enum class Kind {
-    notFound,          // the item, or a folder on the way to it, is not there
-    alreadyExists,     // something stands where something new should go
-    notPermitted,      // the user may not
-    readOnly,          // the file system takes no changes
-    noSpace,           // the disk, or the user's share of it, is full
-    crossesDevices,    // the two ends lie on different file systems
+    notFound,          // the item, or a folder in its path, does not exist
+    alreadyExists,     // an item exists at the target
+    notPermitted,      // the user lacks the permission
+    readOnly,          // the file system is read-only
+    noSpace,           // the disk, or the user's quota on it, is full
+    crossesDevices,    // source and target are on different file systems
     nameTooLong,       // of one component, or of the whole path
-    notADirectory,     // a folder was needed
-    isADirectory,      // a file was needed
+    notADirectory,     // a folder was expected
+    isADirectory,      // a file was expected
     tooManyOpenFiles,  // the process, or the system, is out of descriptors
-    stale,             // another item stands where the one that was meant stood
-    linkOnTheWay,      // a symbolic link stands where a folder was meant, or leads in a circle
-    notSupported,      // the system or the file system has no such operation
+    stale,             // another item is now at the path of the intended one
+    linkOnTheWay,      // a symbolic link is where a folder was expected, or links form a loop
+    notSupported,      // the system or the file system does not support the operation
     other,
   };
 
   Kind kind = Kind::other;
-  std::string path;  // bytes: what the operation was about
-  int code = 0;      // errno as the system gave it
+  std::string path;  // bytes: the path that the operation was about
+  int code = 0;      // errno from the system
 
-  // The one translation of errno values.
+  // The only translation of errno values.
   static SystemError fromErrno(int code, std::string_view path);
 
-  // For logs and messages: the path, as bytes, and the system's words for the cause.
+  // For logs and messages: the path, as bytes, and the system's text for the error.
   std::string description() const;
 
   friend bool operator==(const SystemError&, const SystemError&) = default;
@@ -56,19 +56,19 @@ class [[nodiscard]] Result {
   bool ok() const { return state_.index() == 0; }
   explicit operator bool() const { return ok(); }
 
-  // Only where ok().
+  // Requires ok().
   const Value& value() const& { return std::get<0>(state_); }
   Value& value() & { return std::get<0>(state_); }
   Value&& value() && { return std::get<0>(std::move(state_)); }
 
-  // Only where not ok().
+  // Requires not ok().
   const SystemError& error() const { return std::get<1>(state_); }
 
  private:
   std::variant<Value, SystemError> state_;
 };
 
-// The outcome of an operation that gives nothing back.
+// The result of an operation without a value.
 using Outcome = Result<std::monostate>;
 
 inline Outcome succeeded() {

@@ -10,9 +10,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Before a thread is asked for again that was refused.
+// Interval before a refused thread is requested again.
 constexpr std::chrono::milliseconds untilNextTry(100);
-// The longest that the main thread is held at a time while it keeps the time itself.
+// Limit of one wait of the main thread while it does the timekeeping itself.
 constexpr std::chrono::milliseconds longestTurn(10);
 
 DelayedWork::Time sinceEpoch(Clock::time_point time) {
@@ -37,8 +37,8 @@ ThreadedDispatch::~ThreadedDispatch() {
   life_ = nullptr;
   dropDelayed();
   if (timekeeper_.joinable()) timekeeper_.join();
-  // Work that still runs on one queue may hand over work to the other: both must have come to rest
-  // before either goes.
+  // Running work on one queue may still pass work to the other: both must be stopped before either
+  // is destroyed.
   userInitiated_.stop();
   utility_.stop();
 }
@@ -131,7 +131,7 @@ void ThreadedDispatch::keepTime() {
   }
 }
 
-// What the timekeeper does, a turn at a time, and what else there is on the main queue in between.
+// The timekeeper's work in short turns on the main queue, with other work in between.
 void ThreadedDispatch::keepTimeOnMain() {
   Lock lock(delayedMutex_);
   handOverDue(lock);
@@ -156,7 +156,7 @@ void ThreadedDispatch::handOverDue(Lock& lock) {
   }
 }
 
-// For the main queue, which may come to it when this object has gone.
+// For the main queue, which may run it after this object is destroyed.
 Dispatch::Work ThreadedDispatch::whileAlive(void (ThreadedDispatch::*step)()) {
   return [this, step, life = alive_] {
     if (!life.expired()) (this->*step)();

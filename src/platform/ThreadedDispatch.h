@@ -1,12 +1,12 @@
 // The Dispatch of the running program: threads for the worker queues, and a main queue that belongs
-// to whoever runs the main thread's event loop.
+// to the main thread's event loop.
 //
-// Where the system refuses a thread, no work is lost: it waits until another thread is free for it
-// or one can be started, which is tried again ten times a second. Times are kept on the main queue
-// as long as there is no thread for that either.
+// If the system refuses a thread, no work is lost: it waits until another thread is free or one can
+// be started, which is tried ten times a second. Without a thread for timekeeping, the main queue
+// does it.
 //
-// The destructor drops what has not begun and waits for what runs on the worker queues. Work that
-// it has handed to the main queue by then is that queue's affair.
+// The destructor drops work that has not begun and waits for work that runs on the worker queues.
+// It does not touch work already on the main queue.
 #pragma once
 
 #include <condition_variable>
@@ -24,20 +24,20 @@ namespace tessaly {
 
 class ThreadedDispatch final : public Dispatch {
  public:
-  // Puts work at the end of the main queue and returns at once. Called from any thread.
+  // Appends work to the main queue and returns at once. Called from any thread.
   using PostToMain = std::function<void(Work)>;
 
   explicit ThreadedDispatch(PostToMain postToMain,
                             const StartThread& startThread = tessaly::startThread);
-  // On the main thread.
+  // To be called on the main thread.
   ~ThreadedDispatch() override;
 
-  // For a program that is about to end without the destructor: drops what has not begun on a worker
-  // queue or waits for its time, and what comes for the worker queues from now on. Does not wait
-  // for what runs. The main queue is left to its owner.
+  // For a program that ends without the destructor: drops delayed work, work that has not begun on
+  // a worker queue, and all later work for the worker queues. Does not wait for running work. Does
+  // not touch the main queue.
   void close();
 
-  // Whether nothing runs on the worker queues. After close() this is true for good once it is.
+  // Whether no work runs on the worker queues. After close(), once true, it stays true.
   bool isAtRest() const;
 
   void async(Queue queue, Work work) override;
@@ -67,11 +67,11 @@ class ThreadedDispatch final : public Dispatch {
   std::condition_variable delayedChanged_;
   DelayedWork delayed_;         // by the steady clock
   std::thread timekeeper_;      // started when it is first needed
-  bool mainKeepsTime_ = false;  // in its stead
-  bool growsLater_ = false;     // a piece of delayed work will try
+  bool mainKeepsTime_ = false;  // instead of the timekeeper
+  bool growsLater_ = false;     // delayed work will try to start threads
   bool stopping_ = false;
 
-  // Ends with the destructor. What is put on the main queue looks at it first.
+  // Ends with the destructor. Work on the main queue checks it first.
   std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
   const std::weak_ptr<const bool> alive_ = life_;
 };

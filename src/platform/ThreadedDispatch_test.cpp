@@ -49,7 +49,7 @@ TEST(ThreadedDispatch, runs_worker_work_off_the_main_thread) {
 
 TEST(ThreadedDispatch, holds_up_no_work_behind_work_that_blocks) {
   ThreadedHarness harness;
-  // The first piece of each queue ends only when a later one of either has run.
+  // The first work of each queue ends only after two later ones have run.
   std::latch laterHaveRun(2);
   int ended = 0;
   for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
@@ -128,7 +128,7 @@ TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
       const Queue other = queue == Queue::utility ? Queue::userInitiated : Queue::utility;
       dispatch.async(queue, [&, other, watched = std::weak_ptr<int>(token)] {
         haveBegun.count_down();
-        // The token goes with the delayed work, thus once the destructor is at work.
+        // The token is destroyed with the delayed work, so only after the destructor has begun.
         eventually(
             [&] {
               dispatch.async(other, [] {});
@@ -149,11 +149,11 @@ TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
 
 // --- Where threads are refused -------------------------------------------------------------------
 
-// A main queue, and a system that tells how many threads it grants.
+// A main queue, and a system that limits the number of threads.
 class FewThreads : public ::testing::Test {
  protected:
-  // Hands over work to each worker queue, and some for later, which notes on the main queue that it
-  // has run.
+  // Passes work to each worker queue, and delayed work; each records on the main queue that it has
+  // run.
   void handOverWork() {
     for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
       for (int k = 0; k < pieces; ++k) {
@@ -179,9 +179,9 @@ class FewThreads : public ::testing::Test {
 
 TEST_F(FewThreads, keep_no_work_from_being_run_once_there_are_some) {
   handOverWork();
-  // Asked for once at the hand-over of each piece, and then again and again.
+  // Requested once when each work is passed, and repeatedly afterwards.
   mainLoop_.runUntil([this] { return system_.refused() > 2 * handedOver; });
-  EXPECT_EQ(ran_, 1);  // what was for the main queue
+  EXPECT_EQ(ran_, 1);  // the work for the main queue
   system_.relent();
   mainLoop_.runUntil([this] { return ran_ == handedOver; });
 }
@@ -233,7 +233,7 @@ TEST_F(FewThreads, leave_nothing_behind_at_the_end) {
   dispatch_->after(std::chrono::hours(1), Queue::main, [token = std::move(token)] {});
   dispatch_.reset();
   EXPECT_TRUE(watched.expired());
-  // What was to try again comes to nothing.
+  // The pending retry does nothing.
   mainLoop_.runPosted();
   mainLoop_.runPosted();
 }
@@ -248,7 +248,7 @@ TEST_F(FewThreads, end_with_the_work_that_is_dropped_when_it_is_closed) {
   EXPECT_TRUE(dispatch_->isAtRest());
 }
 
-// The system itself refuses them.
+// Here the system itself refuses threads.
 TEST(ThreadedDispatchAtLimit, runs_all_work_once_the_limit_is_lifted) {
   EXPECT_EQ(asOtherUser([]() -> std::string {
               if (const std::string wrong = refuseThreads(); !wrong.empty()) return wrong;

@@ -1,7 +1,7 @@
-// All that the user has thrown away, wherever it lies: one Trash to the user, though each volume
-// may have folders of its own for it.
+// The whole Trash of the user: one Trash to the user, although each volume may have folders of its
+// own for it.
 //
-// May block for as long as a volume takes to answer. Implementations are safe from any thread.
+// May block until a volume answers. Implementations are safe from any thread.
 #pragma once
 
 #include <cstddef>
@@ -13,14 +13,13 @@
 
 namespace tessaly {
 
-// What came of emptying a Trash.
+// The result of emptying a Trash.
 struct EmptiedTrash {
   static constexpr std::size_t mostErrors = 8;
 
-  std::int64_t deleted = 0;  // items that are gone for good
-  std::int64_t failures =
-      0;  // what could not be deleted: items, or remains of some deleted earlier
-  std::vector<SystemError> errors;  // of the first failures, mostErrors at the most
+  std::int64_t deleted = 0;         // items deleted permanently
+  std::int64_t failures = 0;        // items, or remains of items, that could not be deleted
+  std::vector<SystemError> errors;  // of the first failures, at most mostErrors
 
   bool isComplete() const { return failures == 0; }
 
@@ -34,13 +33,13 @@ class TrashCan {
  public:
   virtual ~TrashCan() = default;
 
-  // How many items were thrown away and lie there still; what is inside a folder does not count.
+  // Number of items in the Trash, not counting the contents of folders.
   virtual Result<std::int64_t> count() = 0;
 
-  // Deletes for good all that lies there when it is asked; what is thrown away meanwhile stays.
-  // What cannot be deleted does not keep the others from it, and can still be put back as far as
-  // that can be foreseen. Whoever empties the Trash once more, after an error or after the program
-  // was ended meanwhile, takes it up where it stopped.
+  // Permanently deletes all items that are in the Trash at the time of the call; items moved there
+  // later stay. An item that cannot be deleted does not affect the others, and can still be put
+  // back as far as that can be foreseen. After an error, or if the program was ended meanwhile,
+  // another call continues the work.
   virtual EmptiedTrash empty() = 0;
 };
 

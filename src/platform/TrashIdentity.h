@@ -1,4 +1,4 @@
-// What an item in the Trash is known by beside its name, since names there are used again.
+// Identifies an item in the Trash beyond its name, since names there are reused.
 //
 // A plain value, safe from any thread.
 #pragma once
@@ -7,11 +7,11 @@
 
 namespace tessaly {
 
-// Made and compared by the mover that gave it; its bytes mean nothing to anybody else. That of an
-// item which could not be looked at is empty, and no item is known by it.
+// Made and compared only by the mover; its bytes have no meaning elsewhere. It is empty for an item
+// that could not be examined, and an empty one identifies no item.
 struct TrashIdentity {
-  std::string item;    // what the system knows the item by
-  std::string record;  // the whole file in the Trash that tells of the item; empty where none does
+  std::string item;    // identity of the item in the file system
+  std::string record;  // the content of the item's record in the Trash; empty if there is none
 
   friend bool operator==(const TrashIdentity&, const TrashIdentity&) = default;
 };

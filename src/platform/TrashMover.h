@@ -1,12 +1,12 @@
-// Moves items to the Trash and back. Nothing is ever copied, replaced or deleted: an item is in one
-// place or in the other, whole, whenever the program or the machine stops.
+// Moves items to the Trash and back. Nothing is copied, replaced or deleted: whenever the program
+// or the machine stops, a complete item is in one place or in the other.
 //
-// Paths are absolute, as bytes. A symbolic link at the end of a path is the item, never what it
-// leads to, also where slashes stand behind it. No link on the way is followed: an error of the
-// kind linkOnTheWay, so that a folder that was exchanged for a link since the path was found leads
-// nowhere. Whoever has a path with links on the way resolves it first (ResolvedPath.h).
+// Paths are absolute, as bytes. A symbolic link at the end of a path is itself the item, also with
+// trailing slashes. Links higher in the path are not followed but are an error (linkOnTheWay), so a
+// folder that was replaced by a link since the path was found cannot redirect the move. Callers
+// with links in their paths resolve them first (ResolvedPath.h).
 //
-// Calls block until the disk has it. Implementations are safe from any thread.
+// Calls block until the change is on disk. Implementations are safe from any thread.
 #pragma once
 
 #include <string>
@@ -17,8 +17,8 @@
 namespace tessaly {
 
 struct ItemInTrash {
-  std::string path;             // bytes; empty where nobody told
-  TrashIdentity identity = {};  // of the item that was moved there
+  std::string path;             // bytes; empty if unknown
+  TrashIdentity identity = {};  // of the item that was moved
 
   friend bool operator==(const ItemInTrash&, const ItemInTrash&) = default;
 };
@@ -27,18 +27,17 @@ class TrashMover {
  public:
   virtual ~TrashMover() = default;
 
-  // After an error the item is where it was. Among the errors: notFound; EINVAL for a path that is
-  // not absolute, names no item of its own (such as "/x/.."), or lies in a Trash already; EBUSY for
-  // the root, for what a file system is mounted on, and for a folder with such a place in it;
-  // crossesDevices where there can be no Trash on the item's own file system.
+  // After an error the item is where it was. Errors include: notFound; EINVAL for a path that is
+  // not absolute, ends in no name (such as "/x/.."), or is inside a Trash; EBUSY for the root, for
+  // a mount point, and for a folder that contains one; crossesDevices if there can be no Trash on
+  // the item's own file system.
   virtual Result<ItemInTrash> moveToTrash(const std::string& path) = 0;
 
-  // Moves the item, as moveToTrash gave it, to `original`, after it has made the folders above it
-  // that are missing; those stay also when the item then cannot be moved. Errors of these kinds
-  // leave all else as it is:
-  // - notFound: the item is not in the Trash any more;
-  // - stale: another item has its name there, or stands in another Trash at the same place;
-  // - alreadyExists: anything at all stands at `original`.
+  // Moves the item that moveToTrash() returned to `original`, after creating missing folders above
+  // it; these stay even if the move then fails. These errors change nothing else:
+  // - notFound: the item is no longer in the Trash;
+  // - stale: another item now has its name there, or is in another Trash at the same path;
+  // - alreadyExists: any item exists at `original`.
   virtual Outcome putBack(const ItemInTrash& item, const std::string& original) = 0;
 };
 

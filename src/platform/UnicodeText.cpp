@@ -24,7 +24,7 @@ void appendUtf8(std::string& text, char32_t value) {
 }
 
 void appendLowercased(std::string& text, char32_t value) {
-  // The only character whose lower-case form is more than one, wherever it stands.
+  // The only character whose lower-case form has more than one character, in any context.
   constexpr char32_t capitalIWithDot = 0x130;
   constexpr char32_t combiningDot = 0x307;
   if (value == capitalIWithDot) {
@@ -37,7 +37,7 @@ void appendLowercased(std::string& text, char32_t value) {
 
 // Length in bytes of the first grapheme cluster of `text`, which must not be empty.
 std::size_t firstGraphemeLength(std::string_view text) {
-  // Nothing joins an ASCII character to the next one, but for the two of a line end.
+  // An ASCII character is a cluster of its own before another ASCII character, except in CR LF.
   if (isAscii(text[0]) && text[0] != '\r' && (text.size() == 1 || isAscii(text[1]))) return 1;
 
   Scalar before = firstScalar(text);

@@ -87,7 +87,7 @@ TEST(UnicodeTextGraphemes, a_byte_that_is_no_text_is_one_and_joins_nothing) {
   EXPECT_EQ(UnicodeText::graphemeCount("a\xe2\x82"), 3U);
   EXPECT_EQ(UnicodeText::graphemeCount("\xff\u0301"), 2U);
   EXPECT_EQ(UnicodeText::graphemeCount("e\u0301\xff"), 2U);
-  // A sign that joins whatever character comes after it.
+  // U+0600 joins any character after it.
   EXPECT_EQ(UnicodeText::graphemeCount("\u0600\xff"), 2U);
   EXPECT_EQ(UnicodeText::graphemeCount("\u06001"), 1U);
 }

@@ -1,4 +1,4 @@
-// The Trash of the user that this process runs as, by the rules of the system.
+// The Trash of the user of this process, by the rules of the system.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// How much the volume that holds a path takes, and how much of that is left.
+// The size and the free space of the volume that contains a path.
 //
 // Asks the system on each call, which may block while a network volume does not answer. Safe from
 // any thread.
@@ -12,16 +12,15 @@
 
 namespace tessaly {
 
-// In bytes. Each figure is absent where the system does not tell it, or tells one that does not
-// fit.
+// In bytes. A figure is absent if the system does not report it, or if it does not fit.
 struct VolumeCapacity {
   std::optional<std::int64_t> total;
 
-  // Left for this user now, without anything being purged.
+  // Free for this user now, without purging anything.
   std::optional<std::int64_t> available;
 
-  // Left once the system has purged what it can for something the user asked for, and what it can
-  // for something nobody waits for. Only a system that purges by itself tells them.
+  // Free after the system has purged what it can for something the user asked for, or for
+  // background work. Reported only by a system that purges by itself.
   std::optional<std::int64_t> availableForImportantUsage;
   std::optional<std::int64_t> availableForOpportunisticUsage;
 

@@ -14,8 +14,8 @@ namespace tessaly {
 
 namespace {
 
-// Names the calling thread and gives it its share of the processors. Both are a courtesy, so that a
-// refusal changes nothing.
+// Sets the name and the priority of the calling thread. Neither is essential, so failures are
+// ignored.
 void prepareThread(const WorkerQueue::Settings& settings) {
   const bool isLow = settings.priority == WorkerQueue::Priority::low;
 #if defined(__APPLE__)
@@ -24,7 +24,7 @@ void prepareThread(const WorkerQueue::Settings& settings) {
 #elif defined(__linux__)
   constexpr std::size_t maxNameBytes = 15;
   pthread_setname_np(pthread_self(), settings.name.substr(0, maxNameBytes).c_str());
-  // On Linux niceness belongs to the thread, not to the process.
+  // On Linux niceness is a property of the thread, not of the process.
   constexpr int steps = 5;
   if (isLow) {
     const auto thread = static_cast<id_t>(syscall(SYS_gettid));
@@ -94,7 +94,7 @@ void WorkerQueue::serve(Threads::iterator self) {
 }
 
 void WorkerQueue::retire(Threads::iterator self, std::unique_lock<std::mutex>& lock) {
-  // Each joins the one before it, so that none is left but the last, which stop() joins.
+  // Each retiring thread joins the one before it, so only the last remains, which stop() joins.
   std::thread previous = std::exchange(retired_, std::move(*self));
   threads_.erase(self);
   lock.unlock();
@@ -113,7 +113,7 @@ void WorkerQueue::close() {
 
 void WorkerQueue::stop() {
   close();
-  // From here on the list of threads stays as it is: none starts and none retires.
+  // From here on the list of threads does not change: none starts and none retires.
   for (std::thread& thread : threads_) thread.join();
   threads_.clear();
   if (retired_.joinable()) retired_.join();

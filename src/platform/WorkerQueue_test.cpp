@@ -47,7 +47,7 @@ TEST(WorkerQueue, starts_no_thread_before_there_is_work) {
 }
 
 TEST(WorkerQueue, grows_while_its_work_blocks) {
-  // Each piece waits for all others, so that none ends unless all have begun.
+  // Each piece of work waits for all others, so none ends unless all have begun.
   constexpr int pieces = 20;
   WorkerQueue queue({.name = "test"});
   std::latch allBegun(pieces);
@@ -69,7 +69,7 @@ TEST(WorkerQueue, drops_what_has_not_begun_when_it_is_closed_and_waits_for_nothi
     });
     queue.async([&] { ++begun; });
     hasBegun.wait();
-    // The piece that runs ends only after this.
+    // The running work ends only after this.
     queue.close();
     EXPECT_EQ(queue.counts().busy, 1u);
     EXPECT_EQ(queue.counts().waiting, 0u);
@@ -98,7 +98,7 @@ TEST(WorkerQueue, keeps_only_a_few_threads_that_have_nothing_to_do) {
   for (int k = 0; k < pieces; ++k) queue.async([&] { allBegun.arrive_and_wait(); });
   waitUntilNoneIsBusy(queue);
   EXPECT_LE(queue.counts().threads, 3u);
-  // Those that stayed still work.
+  // The threads that stayed still work.
   EXPECT_EQ(resultOn<int>(queue, [] { return 7; }), 7);
 }
 
@@ -141,7 +141,7 @@ TEST(WorkerQueue, waits_at_its_end_for_running_work_and_drops_the_rest) {
     auto token = std::make_shared<int>();
     queue.async([&, watched = std::weak_ptr<int>(token)] {
       firstHasBegun.count_down();
-      // Ends only after the destructor has begun: that is what drops the second piece.
+      // Ends only after the destructor has begun, which drops the second piece of work.
       eventually([&] { return watched.expired(); }, "the drop of what waits");
       firstHasEnded = true;
     });

@@ -1,6 +1,6 @@
-// What the desktop does on request: show a file in its file viewer, or open it in its own
-// application, or open a page of its settings. Paths are absolute, as bytes. No call waits for the
-// other program. Main thread only.
+// Requests to the desktop: show a file in the file viewer, open it in its default application, or
+// open a page of the settings. Paths are absolute, as bytes. No call waits for the other program.
+// Main thread only.
 #pragma once
 
 #include <string>
@@ -12,15 +12,14 @@ class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  // Opens the file viewer on the folders that hold `paths`, with those items selected. A failure is
-  // not reported.
+  // Opens the file viewer on the folders that contain `paths`, with those items selected. A failure
+  // is not reported.
   virtual void reveal(const std::vector<std::string>& paths) = 0;
 
   // Opens `path` in the application that is the default for it. A failure is not reported.
   virtual void open(const std::string& path) = 0;
 
-  // Opens the page of the system's settings that `url` stands for; false when there is no such
-  // page.
+  // Opens the settings page with this `url`; false if there is no such page.
   virtual bool openSettings(const std::string& url) = 0;
 };
 
