@@ -1,16 +1,16 @@
-// Where the program that this process runs lies. Safe from any thread.
+// The executable of this process. Safe from any thread.
 #pragma once
 
 #include <string>
 
 namespace tessaly {
 
-// Absolute path as bytes, without links. When the file has been replaced since the start, the path
-// of the new one. Empty where the system does not tell.
+// Absolute path as bytes, without links. If the file has been replaced since the start, the path of
+// the new one. Empty if the system does not report it.
 std::string ownExecutable();
 
-// The rule behind it: what the system says of a file that was removed ends in " (deleted)", and so
-// may a name.
+// The rule behind it: the system appends " (deleted)" to the path of a removed file, but a file
+// name may also end like that.
 std::string executableFrom(const std::string& told);
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// Programs of ours beside the one that runs. Safe from any thread.
+// The program's other executables. Safe from any thread.
 #pragma once
 
 #include <string>
@@ -6,9 +6,8 @@
 
 namespace tessaly::OwnPrograms {
 
-// The path of the program `name`: in the folder of the program that runs, as in a build, or else in
-// ../libexec/tessaly from there, as installed. Where it is in neither place, the path of the
-// latter.
+// The path of the executable `name`: in the folder of the running program, as in a build, or else
+// in ../libexec/tessaly from there, as installed. If it is in neither, the latter path.
 std::string path(std::string_view name);
 
 }  // namespace tessaly::OwnPrograms

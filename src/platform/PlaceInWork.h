@@ -1,12 +1,12 @@
-// Notes in the support folder that the program is writing a file into some other folder, for as
-// long as the object is there. A run that is killed meanwhile leaves the note behind, and the next
-// one finds by it what else was left: see Leftovers.h.
+// Notes in the support folder that the program is writing a file in some other folder, for the
+// lifetime of the object. A killed run leaves the note behind, and the next run uses it to find its
+// other leftovers: see Leftovers.h.
 //
-// A note is a file of its own, ".tessaly-place-" and 16 hexadecimal digits, which holds the path of
-// the folder without its links. It is left to the system to write to disk in its time: after a
-// power cut it may be lost, and what was left then stays where it is.
+// A note is a file ".tessaly-place-" plus 16 hexadecimal digits, which contains the path of the
+// folder without links. It is not synced to disk: a power cut may lose it, and then the leftovers
+// stay.
 //
-// One object belongs to one thread at a time.
+// Use an object on one thread at a time.
 #pragma once
 
 #include <memory>
@@ -16,8 +16,8 @@ namespace tessaly {
 
 class PlaceInWork {
  public:
-  // For a file that is to stand at the absolute `target`. `notes` is the folder of the notes. Where
-  // none can be written the object stands for nothing: the file is more important.
+  // For a file that will be at the absolute `target`. `notes` is the folder of the notes. If the
+  // note cannot be written, the object does nothing: the file is more important.
   static PlaceInWork of(const std::string& target, const std::string& notes);
 
   PlaceInWork(PlaceInWork&& other) noexcept;

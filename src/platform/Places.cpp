@@ -10,10 +10,10 @@ namespace tessaly {
 
 namespace {
 
-// The volume of "/", whatever the system.
+// Name of the volume "/" on every system.
 constexpr const char* startupName = "Macintosh HD";
 
-// Names that hold what was already given up, or what the system keeps for itself.
+// Folders of deleted items, or private ones of the system.
 std::unordered_set<std::string> commonSkipNames() {
   return {".Trash",          ".Trashes", ".Spotlight-V100", ".fseventsd", ".DocumentRevisions-V100",
           ".TemporaryItems", ".vol",     "Backups.backupdb"};
@@ -90,12 +90,12 @@ const Places& Places::forLinux() {
         .skipRootNames = {"dev", "proc", "sys", "run", "tmp", "mnt", "media", "snap", "lost+found"},
         .skipPaths = {trashInDataHome(std::getenv("XDG_DATA_HOME"), homeDirectory())},
         .importantFolders = commonImportantFolders(),
-        // What a desktop or a person mounts by hand; all else belongs to the system.
+        // Volumes mounted by the desktop or by hand; all others belong to the system.
         .volumes = {.skipMounts = {},
                     .skipPrefixes = {},
                     .keptMounts = {{"/", startupName}, {"/home", ""}},
                     .keptPrefixes = {"/media/", "/run/media/", "/mnt/"}},
-        // A service's home may well lie in /var/lib.
+        // The home of a service may be in /var/lib.
         .critical = {.exact = commonCriticalFolders(),
                      .prefixes = commonCriticalPrefixes(),
                      .exempt = {"/usr/local"},
@@ -103,7 +103,7 @@ const Places& Places::forLinux() {
                      .allowedInHome = {"/.cache", "/.local/share/Trash", "/.local/share/pnpm"},
                      .protectedInHome = {"/.config", "/.local/share", "/.ssh", "/.gnupg"},
                      .freesHome = true},
-        // Nothing is kept from a program here, unless it runs shut in.
+        // Linux hides nothing from a program, unless it runs in a sandbox.
         .accessProbes = {{.path = "/"}},
     };
     append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",

@@ -1,5 +1,5 @@
-// The places of an operating system that the program treats specially. Plain values: both systems'
-// lists are compiled, and can be tested, on both. current() is the one in force.
+// The paths of an operating system that the program treats specially. Plain values: the lists of
+// both systems are compiled, and can be tested, on both. current() returns those of this system.
 #pragma once
 
 #include <string>
@@ -9,57 +9,58 @@
 
 namespace tessaly {
 
-// Which mounts are volumes that a person knows, told by their mount points. Bytes.
+// Decides by mount points which mounts are volumes that users know. Bytes.
 struct VolumePlaces {
-  // Never listed, and below a skipped prefix only what keptMounts has.
+  // Never listed; below a skipped prefix only the paths in keptMounts are.
   std::unordered_set<std::string> skipMounts;
   std::vector<std::string> skipPrefixes;
 
-  // Listed, each with the name it is shown by; an empty one stands for the last component.
+  // Listed with this display name; an empty one means the last path component.
   std::unordered_map<std::string, std::string> keptMounts;
-  // What begins with one of these is listed by its last component.
+  // Mount points that begin with one of these are listed under their last path component.
   std::vector<std::string> keptPrefixes;
 };
 
-// What a person is warned about before it goes to the Trash. Bytes, compared as text. Places in the
+// The paths that need a warning before they go to the Trash. Bytes, compared as text. Paths in the
 // home are relative to it and begin with "/".
 struct CriticalPlaces {
-  std::vector<std::string> exact;     // the folders themselves, and not what is in them
-  std::vector<std::string> prefixes;  // with all that lies in them
-  std::vector<std::string> exempt;    // with all that lies in them, free although in a prefix
+  std::vector<std::string> exact;     // the folders themselves, not their contents
+  std::vector<std::string> prefixes;  // with everything in them
+  std::vector<std::string> exempt;    // not critical with everything in them, although below a
+                                      // prefix
 
   std::vector<std::string> exactInHome;      // the folders themselves
-  std::vector<std::string> allowedInHome;    // with all that lies in them, free
-  std::vector<std::string> protectedInHome;  // all else of theirs is critical
-  // Whether what only begins with the name of a protected place counts as in it.
+  std::vector<std::string> allowedInHome;    // not critical, with everything in them
+  std::vector<std::string> protectedInHome;  // critical, except what allowedInHome allows
+  // Whether a protected path is compared as a text prefix and not by components.
   bool protectsByText = false;
-  // Whether a home that lies in one of the prefixes is free of it, but for itself.
+  // Whether a home below one of the prefixes is exempt from them, except the home itself.
   bool freesHome = false;
 };
 
-// What is kept from every program but those with access to the whole disk.
+// An item that only a program with access to the whole disk can read.
 struct AccessProbe {
   std::string path;       // begins with "/"
   bool isInHome = false;  // `path` is relative to the home
 };
 
 struct Places {
-  std::unordered_set<std::string> skipNames;         // names no walk enters, at any depth
+  std::unordered_set<std::string> skipNames;         // names that no walk enters, at any depth
   std::unordered_set<std::string> skipRootNames;     // names left out directly under "/"
-  std::vector<std::string> skipPaths;                // absolute paths no walk enters
+  std::vector<std::string> skipPaths;                // absolute paths that no walk enters
   std::unordered_set<std::string> importantFolders;  // folders whose small files keep a node
   VolumePlaces volumes;
   CriticalPlaces critical;
-  std::vector<AccessProbe> accessProbes;  // one of them that can be read tells that all can
+  std::vector<AccessProbe> accessProbes;  // if one of them can be read, all items can
 
   static const Places& forMacos();
   static const Places& forLinux();
   static const Places& current();
 };
 
-// The Trash that programs on Linux keep in the user's folder for data, with its links resolved, as
-// the paths of a scanned tree are. `environment` is what $XDG_DATA_HOME holds, null where it is not
-// set; it counts only when it is an absolute path. `home` is resolved.
+// The Trash folder that Linux programs keep in the user's data folder, with links resolved like the
+// paths of a scanned tree. `environment` is the value of $XDG_DATA_HOME, or null; it counts only if
+// it is an absolute path. `home` must be resolved.
 std::string trashInDataHome(const char* environment, const std::string& home);
 
 }  // namespace tessaly

@@ -59,7 +59,7 @@ TEST(Places, trash_of_the_home_that_is_not_there_yet_is_known) {
   EXPECT_EQ(trashInDataHome(nullptr, "/"), "/.local/share/Trash");
 }
 
-// Places are made once for a process.
+// Places are determined once per process.
 TEST(PlacesOfProcess, linux_skips_the_trash_behind_a_link_in_the_environment) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(
@@ -111,7 +111,7 @@ TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
   EXPECT_TRUE(volumes.skipPrefixes.empty());
 }
 
-// "~" stands for the home.
+// "~" means the home.
 std::vector<std::string> probesOf(const Places& places) {
   std::vector<std::string> paths;
   for (const AccessProbe& probe : places.accessProbes)

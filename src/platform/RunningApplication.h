@@ -1,17 +1,17 @@
-// Which copy of the program it is that runs.
+// The path of the running copy of the program.
 #pragma once
 
 #include <string>
 
 namespace tessaly {
 
-// The absolute path of the running program, as bytes, without links: its bundle where the system
-// has bundles, else its executable. Where that file has been replaced or removed since the start,
-// still the path at which it was. Empty when the system does not tell. Safe from any thread.
+// The absolute path of the running program, as bytes, without links: its bundle on systems with
+// bundles, else its executable. If that file has been replaced or removed since the start, its
+// former path. Empty if the system does not report it. Safe from any thread.
 std::string runningApplicationPath();
 
-// The rule behind it on Linux: `told` is the text of a link that leads to `executable`, to which
-// the system adds a mark when the file has gone.
+// The rule behind it on Linux: `told` is the text of the system's link to `executable`, to which
+// the system appends a mark when the file has been removed.
 std::string runningApplicationPathFrom(std::string told, const std::string& executable);
 
 }  // namespace tessaly

@@ -1,11 +1,10 @@
-// One instance of the program for each user and display. Who starts second has the first one told
-// to come forward, and ends.
+// One instance of the program per user and display. A second instance asks the first one to show
+// its window, and ends.
 //
-// The first instance holds a lock on a file, which the system takes back when the process ends in
-// whatever way, and listens on a socket beside it; a connection is all that is said. So it takes no
-// message bus, and nothing that a killed instance leaves behind is in the way of the next. Two
-// displays of one user have an instance each, since a window on the other one is of no use to who
-// starts the program here.
+// The first instance holds a lock on a file, which the system releases when the process ends in any
+// way, and listens on a socket beside it; a connection is the whole message. So no message bus is
+// needed, and leftovers of a killed instance do not block the next. Two displays of one user have
+// one instance each, since a window on the other display is of no use here.
 //
 // Main thread only.
 #pragma once
@@ -19,43 +18,42 @@ namespace tessaly {
 
 class SingleInstance {
  public:
-  // Where instances meet: those with the same folder and name are of a kind.
+  // Where instances find each other: those with the same folder and name belong together.
   struct Place {
-    std::string folder;  // absolute; made if it is not there
-    std::string name;    // of the files in it, without their endings; at most longestName bytes
+    std::string folder;  // absolute; created if it does not exist
+    std::string name;    // base name of the files in it; at most longestName bytes
 
     static constexpr std::size_t longestName = 75;
 
-    // Of this process, by its user and the display of its environment.
+    // For this process, by its user and the display in its environment.
     static Place usual();
   };
 
-  // Becomes the one instance, or else has it told to come forward, and gives nothing. An instance
-  // that does not answer within `patience` seconds will see that it was asked when it looks.
+  // Becomes the one instance, or else asks the existing one to show its window and returns nothing.
+  // An instance that does not answer within `patience` seconds sees the request later.
   //
-  // Where no instances can meet, because the folder cannot be used or belongs to somebody else,
-  // each is the only one it knows.
+  // If the folder cannot be used or belongs to another user, each instance acts as if it were the
+  // only one.
   static std::optional<SingleInstance> claim(const Place& place, double patience = 5);
 
   SingleInstance(SingleInstance&& other) noexcept;
   SingleInstance& operator=(SingleInstance&& other) noexcept;
-  ~SingleInstance();  // gives up
+  ~SingleInstance();  // gives up the role
 
-  // Readable as soon as somebody wants the program to come forward; -1 where nobody can. Valid
-  // until the instance is given up.
+  // Becomes readable when another instance asks; -1 if that is impossible. Valid until giveUp().
   int descriptor() const;
 
-  // Answers all who have asked since the last call; true if there was anybody. Does not wait.
+  // Answers all requests since the last call; true if there were any. Does not wait.
   bool takeRequests();
 
-  // Lets another process be the one instance. What is asked from now on goes to that one.
+  // Lets another process become the one instance. Later requests go to that one.
   void giveUp();
 
  private:
   struct State;
   explicit SingleInstance(std::unique_ptr<State> state);
 
-  std::unique_ptr<State> state_;  // null once given up
+  std::unique_ptr<State> state_;  // null after giveUp()
 };
 
 }  // namespace tessaly

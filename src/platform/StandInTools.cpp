@@ -19,7 +19,7 @@ constexpr std::array<Entry, 2> entries = {{
     {"/usr/bin/osascript", "osascript"},
 }};
 
-// Where the program that runs was started from, even if that file has been replaced since.
+// The folder that the running program was started from, even if the file has been replaced since.
 std::string programFolder() {
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);

@@ -1,5 +1,5 @@
-// On Linux, the tools of macOS that the program asks are answered by one executable of our own with
-// a subcommand for each. What is real on Linux (du, df, zip) is not among them.
+// On Linux, an executable of the program's own replaces the tools of macOS that it uses, with a
+// subcommand for each. Tools that exist on Linux (du, df, zip) are not replaced.
 //
 // Safe from any thread.
 #pragma once
@@ -17,12 +17,12 @@ struct StandIn {
   friend bool operator==(const StandIn&, const StandIn&) = default;
 };
 
-// What to start in place of the tool at the absolute path `tool`; absent for a tool that is not
-// stood in for.
+// The program to start instead of the tool at the absolute path `tool`; absent if the tool is not
+// replaced.
 std::optional<StandIn> standInFor(std::string_view tool);
 
-// The executable as found from the folder of the running program: there, as in a build, or else in
-// ../libexec/tessaly, as installed. Where it is in neither place, the path of the latter.
+// The executable, searched from the folder of the running program: in that folder, as in a build,
+// or else in ../libexec/tessaly, as installed. If it is in neither, the latter path.
 std::string executableFrom(const std::string& programFolder);
 
 }  // namespace tessaly::StandInTools
