@@ -15,7 +15,7 @@ TEST(AllocatedBytes, are_512_a_block_up_to_the_largest_size) {
 
 TEST(AllocatedBytesDeath, that_no_size_can_hold_end_the_program) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  // The last two would come out as 0 and as 512 bytes less than nothing.
+  // Without the check these would give 0 and -512.
   EXPECT_DEATH(bytesOfBlocks(most + 1), "size overflow");
   EXPECT_DEATH(bytesOfBlocks(std::uint64_t{1} << 55U), "size overflow");
   EXPECT_DEATH(bytesOfBlocks(std::numeric_limits<std::uint64_t>::max()), "size overflow");

@@ -36,7 +36,8 @@ std::string baseDirectoryFrom(const char* variable, const std::string& home,
 
 Outcome makeFolders(const std::string& path) {
   if (isFolder(path)) return succeeded();
-  // From the top down. Whoever makes one of them in the same moment does the work for us.
+  // From the top down. EEXIST is no error: another process may create the same folder at this
+  // moment.
   for (std::size_t end = 0; end != std::string::npos;) {
     end = path.find('/', end + 1);
     const std::string folder = path.substr(0, end);

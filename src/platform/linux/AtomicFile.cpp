@@ -29,18 +29,18 @@ FileDescriptor openAt(int folder, const std::string& name, int flags) {
       uninterrupted([&] { return ::openat(folder, name.c_str(), flags | O_CLOEXEC); }));
 }
 
-// Where a file is, or is to be: an open folder and a name in it.
+// Location of a file, existing or not: an open folder and a name in it.
 struct Place {
   FileDescriptor folder;   // O_PATH
   std::string folderPath;  // ends in "/" unless it is empty
   std::string name;
 };
 
-// Goes along a path as the system does, but looks at each link before it is followed. Functions
-// that give a number give 0 or an errno.
+// Follows a path as the system does, but checks each link before following it. Functions that
+// return int return 0 or an errno.
 class Way {
  public:
-  // To the end of the links that start at `path`; what that names need not be there.
+  // Follows `path` and the links at its end; the final target need not exist.
   int go(const std::string& path) {
     int code = turnTo(path);
     while (code == 0) {
@@ -67,9 +67,9 @@ class Way {
   Place take() { return std::move(place_); }
 
  private:
-  static constexpr int mostLinks = 40;  // as the kernel follows on its own
+  static constexpr int mostLinks = 40;  // the kernel's own limit
 
-  // From here on, or from the root, along `path` and then what lay ahead before.
+  // Continues with `path`, from here or from the root, and then with the names still ahead.
   int turnTo(const std::string& path) {
     if (path.empty()) return ENOENT;
     if (path.starts_with('/')) {
@@ -84,7 +84,7 @@ class Way {
     return 0;
   }
 
-  // A "/" at the very end gives an empty name, which no file has.
+  // A "/" at the end gives an empty name, which no file has.
   void pushAhead(const std::string& path) {
     const bool isLast = ahead_.empty();
     std::vector<std::string> names;
@@ -105,7 +105,7 @@ class Way {
     return 0;
   }
 
-  // Leaves `target` empty where there is no link.
+  // Leaves `target` empty if `name` is not a link.
   int readLink(const std::string& name, bool isLast, std::string& target) const {
     const FileDescriptor link = openAt(place_.folder.get(), name, O_PATH | O_NOFOLLOW);
     if (!link) return isLast && errno == ENOENT ? 0 : errno;
@@ -131,7 +131,7 @@ class Way {
   }
 
   Place place_;
-  std::vector<std::string> ahead_;  // what comes next stands last
+  std::vector<std::string> ahead_;  // the next name is last
   int links_ = 0;
 };
 
@@ -142,13 +142,13 @@ Result<Place> placeOf(const std::string& path) {
   return way.take();
 }
 
-// 0 for a regular file, else why it is not to be read or replaced.
+// 0 for a regular file, else the errno for why it may not be read or replaced.
 int objectionTo(const struct stat& status) {
   if (S_ISDIR(status.st_mode)) return EISDIR;
   return S_ISREG(status.st_mode) ? 0 : EOPNOTSUPP;
 }
 
-// Whether a file may take the place: 0, or the errno that says why not.
+// 0 if a file may be created at the place or replace the one there, else an errno.
 int objectionToReplacing(const Place& place) {
   struct stat status {};
   if (::fstatat(place.folder.get(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
@@ -157,12 +157,12 @@ int objectionToReplacing(const Place& place) {
   return objectionTo(status);
 }
 
-// A file system that cannot sync a folder says EINVAL; there is nothing more to be had then.
+// A file system that cannot sync a folder reports EINVAL; nothing more can be done then.
 bool syncFolder(int folder) {
   return uninterrupted([&] { return ::fsync(folder); }) == 0 || errno == EINVAL;
 }
 
-// Without the flag, where the file system does not know it, by a second name for the file.
+// If the file system does not support the flag, creates a hard link and removes the old name.
 bool moveWithoutReplacing(int folder, const std::string& from, const std::string& to) {
   if (::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
@@ -178,7 +178,7 @@ Outcome replace(const std::string& path, std::string_view content, Durability du
   Result<Place> place = placeOf(path);
   if (!place) return place.error();
   if (isSynced) {
-    // Only a folder that is open for reading can be synced.
+    // Only a folder opened for reading can be synced.
     FileDescriptor readable = openAt(place.value().folder.get(), ".", O_RDONLY | O_DIRECTORY);
     if (!readable) return lastError(path);
     place.value().folder = std::move(readable);
@@ -206,7 +206,7 @@ Result<std::string> read(const std::string& path, std::size_t limit) {
   if (const int objection = objectionTo(status); objection != 0) {
     return SystemError::fromErrno(objection, path);
   }
-  // One byte more than is expected tells the end of a file that did not grow meanwhile.
+  // One byte more than expected, to detect the end of a file that has not grown meanwhile.
   std::string content;
   std::size_t length = 0;
   auto expected = static_cast<std::size_t>(status.st_size);

@@ -1,5 +1,5 @@
-// Whose links a file is led along. The links are planted by a third user, so that root alone can
-// arrange it; the file is written by a user who owns nothing.
+// Which links are followed, depending on their owners. A third user owns the links, so only root
+// can set the tests up; an unprivileged user writes the file.
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 
 constexpr uid_t third = 4321;
-constexpr uid_t nobody = 65534;  // who asOtherUser() runs as
+constexpr uid_t nobody = 65534;  // the user of asOtherUser()
 
 class AtomicFileLinks : public ::testing::Test {
  protected:
@@ -37,7 +37,7 @@ class AtomicFileLinks : public ::testing::Test {
     ASSERT_EQ(lchown(tree_.at(name).c_str(), owner, owner), 0);
   }
 
-  // "" once the file at `name` was replaced, else why not.
+  // "" once the file at `name` was replaced, else the error.
   std::string replaced(const std::string& name) const {
     return asOtherUser([&] {
       const Outcome outcome = AtomicFile::replace(

@@ -40,7 +40,7 @@ Outcome replaceIt(const std::string& path, std::string_view content,
   return AtomicFile::replace(path, content, durability, Access::usual);
 }
 
-// "" for success, for children that cannot assert.
+// "" for success, for forked children, which cannot use assertions.
 std::string told(const Outcome& outcome) {
   return outcome ? "" : outcome.error().description();
 }
@@ -236,7 +236,7 @@ TEST(AtomicFileReplace, steps_over_what_a_killed_process_of_the_same_number_left
   const TempTree tree;
   constexpr int names = 5000;
   EXPECT_EQ(inForkedChild([&]() -> std::string {
-              // Of the names that this child may choose from, only every hundredth is left.
+              // Of the names that this child may choose, only every hundredth is free.
               const std::string name = ".tessaly-" + std::to_string(getpid()) + "-";
               for (int k = 0; k < names; ++k) {
                 const std::string path = tree.at(name + std::to_string(k));
@@ -288,7 +288,7 @@ TEST(AtomicFileRead, gives_all_bytes) {
 }
 
 TEST(AtomicFileRead, reads_what_says_that_it_is_empty) {
-  // Files of the kernel have no length until they are read.
+  // Files of /proc report the length 0.
   const Result<std::string> found = AtomicFile::read("/proc/self/status", noLimit);
   ASSERT_TRUE(found);
   EXPECT_TRUE(found.value().starts_with("Name:"));
@@ -365,7 +365,7 @@ TEST(AtomicFileSetAside, says_what_went_wrong) {
   EXPECT_EQ(contentOf(tree.at(longest)), "x");
 }
 
-// Every way for a replacement to be interrupted, of a file that is there and of one that is not.
+// Interrupts a replacement at every system call, for an existing file and for a new one.
 class AtomicFileInterrupted : public ::testing::TestWithParam<Durability> {
  protected:
   void SetUp() override {
@@ -401,7 +401,7 @@ TEST_P(AtomicFileInterrupted, a_kill_at_any_step_leaves_the_old_file_or_the_new_
       ASSERT_FALSE(wasNew && isOld) << "killed at stop " << stop;
       (isNew ? wasNew : wasOld) = true;
       ASSERT_NE(run.end, TracedRun::End::crashed) << run.told;
-      // Whatever the killed writer left behind is in nobody's way.
+      // Leftovers of the killed writer do not affect later ones.
       ASSERT_LE(entriesOf(tree.path()).size(), 2U);
       ASSERT_TRUE(replaceIt(tree.at("f"), "next"));
       ASSERT_EQ(contentOf(tree.at("f")), "next");
@@ -429,8 +429,8 @@ TEST_P(AtomicFileInterrupted, a_failure_at_any_step_is_told_and_leaves_the_old_f
     }
     if (run.failedCall == SYS_getpid) continue;  // it cannot fail
     if (run.told.empty()) {
-      // Only closing the folder at the very end says nothing to anybody; and without its lock the
-      // temporary is what others would clear away, if they could lock it themselves.
+      // A failure to close the folder at the very end is not reported, nor is a missing lock:
+      // another process clears an unlocked temporary file away only if it can lock the file itself.
       EXPECT_THAT(run.failedCall, AnyOf(SYS_close, SYS_flock, SYS_fcntl)) << "call " << call;
       EXPECT_EQ(contentOf(tree.at("f")), newContent);
       continue;
@@ -444,9 +444,9 @@ TEST_P(AtomicFileInterrupted, a_failure_at_any_step_is_told_and_leaves_the_old_f
     }
     EXPECT_THAT(entriesOf(tree.path()), ElementsAre("f")) << "call " << call;
   }
-  // Opening each folder from the root on, opening and looking at what may be a link, looking at the
-  // file, making the temporary, looking at it, writing, closing and renaming it; opening the folder
-  // for the sync, and two syncs.
+  // The calls: open each folder from the root on, open and stat the possible link, stat the file,
+  // create the temporary file, stat it, write, close and rename it; open the folder for the sync,
+  // and two syncs.
   const std::string path = TempTree().at("f");
   const auto folders = static_cast<std::size_t>(std::count(path.begin(), path.end(), '/'));
   EXPECT_EQ(failures, folders + (GetParam() == Durability::synced ? 11U : 8U));
@@ -471,8 +471,8 @@ TEST_P(AtomicFileInterrupted, syncs_the_content_before_and_the_folder_after_the_
   std::erase_if(run.calls, [](long call) {
     return call != SYS_write && call != SYS_fsync && call != SYS_renameat && call != SYS_close;
   });
-  // The folders on the way are closed before anything is written. In the end the lock of the
-  // temporary is given back, and the folder closed.
+  // The folders of the path are closed before anything is written. At the end the lock of the
+  // temporary file is released, and the folder closed.
   run.calls.erase(run.calls.begin(), std::find(run.calls.begin(), run.calls.end(), SYS_write));
   if (GetParam() == Durability::synced) {
     EXPECT_THAT(run.calls, ElementsAre(SYS_write, SYS_fsync, SYS_close, SYS_renameat, SYS_fsync,

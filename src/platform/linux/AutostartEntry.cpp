@@ -15,7 +15,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-// What stands in the group "Desktop Entry", without translations: the first value of each key.
+// The entries of the group "Desktop Entry", without translations: the first value of each key.
 std::map<std::string_view, std::string_view> entriesOf(std::string_view text) {
   std::map<std::string_view, std::string_view> entries;
   bool isOurs = false;
@@ -35,7 +35,7 @@ std::map<std::string_view, std::string_view> entriesOf(std::string_view text) {
   return entries;
 }
 
-// A value as it stands in the file.
+// A value in the escaped form of the file.
 std::string escaped(std::string_view value) {
   std::string text;
   for (const char c : value) {
@@ -102,7 +102,7 @@ std::string quoted(std::string_view argument) {
   return text + '"';
 }
 
-// The first argument of a command line, absent where its quotes do not end.
+// The first argument of a command line; absent if a quote is not closed.
 std::optional<std::string> programOf(std::string_view command) {
   std::string program;
   bool isQuoted = false;
@@ -124,7 +124,7 @@ std::optional<std::string> programOf(std::string_view command) {
   return program;
 }
 
-// A name without a folder is looked for where programs lie.
+// A name without a folder is searched in PATH, so only its last component is compared.
 bool names(std::string_view program, std::string_view executable) {
   if (program.empty()) return false;
   if (program.find('/') != std::string_view::npos) return program == executable;

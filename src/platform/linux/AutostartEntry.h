@@ -1,5 +1,5 @@
-// Desktop entries that start one program, in the text form of the Desktop Entry Specification 1.5
-// of freedesktop.org. Pure, safe from any thread. Paths are bytes.
+// Desktop entries that start one program, in the format of the Desktop Entry Specification 1.5 of
+// freedesktop.org. Pure, safe from any thread. Paths are bytes.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@ namespace tessaly::AutostartEntry {
 // An entry that starts the executable at this path, without arguments.
 std::string starting(std::string_view executable);
 
-// Whether a session that finds an entry of this text among those to start starts the executable at
-// this path: by whatever arguments, unless the entry is marked as hidden or switched off.
+// Whether a session that finds this entry in its autostart folder starts the executable at this
+// path: with any arguments, unless the entry is hidden or disabled.
 bool starts(std::string_view text, std::string_view executable);
 
 }  // namespace tessaly::AutostartEntry

@@ -13,7 +13,7 @@ namespace tessaly {
 
 namespace {
 
-// Such files have a few hundred bytes, and with all translations some thousand.
+// Such files have a few hundred bytes, with all translations some thousand.
 constexpr std::size_t largestFile = std::size_t{256} << 10U;
 
 }  // namespace

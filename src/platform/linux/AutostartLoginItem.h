@@ -1,4 +1,4 @@
-// The login item as a file among those that sessions start, by the Desktop Application Autostart
+// The login item as a file in the folder that sessions read, by the Desktop Application Autostart
 // Specification of freedesktop.org. Main thread only.
 #pragma once
 
@@ -10,15 +10,16 @@ namespace tessaly {
 
 class AutostartLoginItem final : public LoginItem {
  public:
-  // The folder where sessions look, and the path of our executable. Neither has to be there.
+  // `folder` is the autostart folder of sessions, `executable` the path of this program. Neither
+  // has to exist.
   AutostartLoginItem(const std::string& folder, std::string executable);
 
-  // Whether the file is there and starts our executable. One that starts something else under our
-  // name, or that the user has switched off in the settings of the desktop, does not count.
+  // Whether the file exists and starts this executable. A file that starts another program, or that
+  // the user has disabled in the settings of the desktop, does not count.
   bool isEnabled() const override;
 
-  // Writes the file, over whatever file has its name, or removes it. Removes nothing that does not
-  // start our executable.
+  // Writes the file, replacing any file of its name, or removes it. Does not remove a file that
+  // starts another executable.
   bool setEnabled(bool on) override;
 
  private:

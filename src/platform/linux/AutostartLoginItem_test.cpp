@@ -28,8 +28,8 @@ struct FakeHarness {
 };
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoginItemContract, FakeHarness);
 
-// As a user who may not write there. Root may, whatever the mode of a folder says, so its thread
-// works with files as nobody from then on.
+// For a user who may not write there. Root may write to any folder, so as root the thread accesses
+// files as nobody from then on.
 struct AutostartHarness {
   AutostartHarness() { fs::permissions(tree.path(), readable); }
   ~AutostartHarness() {
@@ -147,9 +147,9 @@ TEST_F(AutostartLoginItemTest, waits_for_nobody_who_never_writes) {
   EXPECT_FALSE(item_.isEnabled());
 }
 
-// Not our own reading of the rules: GLib's, which several desktops start programs by. It takes only
-// paths that are UTF-8, and none with a percent sign: it looks for the program before it makes one
-// of two.
+// Reads the entry with GLib, by which several desktops start programs, and not with our own reader.
+// GLib accepts only UTF-8 paths without a percent sign: it looks for the program before it replaces
+// "%%" by "%".
 TEST_F(AutostartLoginItemTest, is_understood_by_another_program) {
   const char* gio = "/usr/bin/gio";
   if (!fs::exists(gio)) GTEST_SKIP() << needs(Need::gio, "not installed");

@@ -39,7 +39,7 @@ class DirectoryWalkTest : public testing::Test {
     std::ofstream(root_ / path, std::ios::binary) << std::string(bytes, 'x');
   }
 
-  // Items as paths below the root, in the order in which they come.
+  // Items as paths below the root, in the order of the walk.
   std::vector<std::string> walk(const DirectoryWalk::Decide& decide = {}, int threads = 2) {
     DirectoryWalk walk(root_.string(), decide, threads);
     std::vector<std::string> at;
@@ -109,7 +109,7 @@ TEST_F(DirectoryWalkTest, each_item_tells_its_type_size_time_and_depth) {
   EXPECT_TRUE(items["fifo"].hasAttributes);
 }
 
-// The system gives names by the 64 KiB: with these, some 800 at a time.
+// The system returns names in portions of 64 KiB: about 800 of these.
 TEST_F(DirectoryWalkTest, only_what_a_later_run_of_a_large_directory_brings_may_come_twice) {
   const std::string longName(50, 'n');
   for (int i = 0; i < 2000; ++i) file("large/" + longName + std::to_string(i));
@@ -184,7 +184,7 @@ TEST_F(DirectoryWalkTest, a_stopped_walk_gives_and_reads_nothing_more) {
     const int askedAtOnce = asked;
     EXPECT_EQ(walk.next(), nullptr);
     EXPECT_EQ(walk.next(), nullptr);
-    // Each of the helpers may be at a folder.
+    // Each helper thread may already be reading a folder.
     EXPECT_LE(asked, askedAtOnce + threads - 1);
   }
 }

@@ -18,7 +18,7 @@ namespace tessaly {
 
 namespace {
 
-// Never the terminal of the process, and never waiting for a writer.
+// Does not make the file a controlling terminal, and does not wait for a writer.
 FileDescriptor openToRead(const std::string& path) {
   return FileDescriptor(uninterrupted(
       [&] { return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY); }));

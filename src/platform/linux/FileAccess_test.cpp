@@ -65,7 +65,7 @@ TEST_F(FileAccessTest, reads_whole_what_cannot_be_mapped) {
   EXPECT_TRUE(files_.canReadWhole("/proc/self/status"));
 }
 
-// A program that waited would hang here for ever.
+// If the call waited, this test would hang.
 TEST_F(FileAccessTest, waits_for_no_writer_of_a_pipe) {
   const TempTree tree("pipe fifo\n");
   EXPECT_TRUE(files_.canOpen(tree.at("pipe")));

@@ -1,4 +1,4 @@
-// A file descriptor that is closed with the object.
+// A file descriptor that the destructor closes.
 #pragma once
 
 #include <unistd.h>
@@ -21,8 +21,8 @@ class FileDescriptor {
   int get() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
 
-  // Closes it now, for those to whom the answer matters: -1 with errno set when what was written
-  // could not be stored after all. The descriptor is gone either way.
+  // Closes it now and returns the result: -1 with errno set if written data could not be stored.
+  // The descriptor is closed in both cases.
   int close() { return ::close(std::exchange(number_, -1)); }
 
  private:

@@ -1,4 +1,4 @@
-// The way from a path up to the root.
+// Iteration over the folders above a path.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-// Calls `visit` with `path` and all folders above it, the nearest first, until it answers false.
-// The path has no slash at its end; "/" comes last where the path is absolute.
+// Calls `visit` with `path` and all folders above it, the nearest first, until it returns false.
+// The path has no slash at its end; "/" comes last if the path is absolute.
 template <class Visit>
 void forEachUpwards(std::string_view path, const Visit& visit) {
   for (std::size_t end = path.size(); end != std::string_view::npos && end > 0;

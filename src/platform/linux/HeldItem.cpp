@@ -22,7 +22,7 @@ FileDescriptor openAt(int folder, const std::string& name, int flags) {
       uninterrupted([&] { return ::openat(folder, name.c_str(), flags | O_CLOEXEC); }));
 }
 
-// The kernel takes no longer path at once, so go there in stretches that end before a "/".
+// The kernel accepts no longer path in one call, so it is opened in parts that end before a "/".
 FileDescriptor openPath(const std::string& path, int flags) {
   constexpr std::size_t longest = PATH_MAX - 1;
   FileDescriptor folder(AT_FDCWD);
@@ -41,7 +41,7 @@ FileDescriptor openPath(const std::string& path, int flags) {
   return openAt(folder.get(), path.substr(at), flags);
 }
 
-// The item itself, also where it is a link, without opening it.
+// Attributes of the item itself, even if it is a link, without opening it.
 Result<struct statx> statusOf(const FileDescriptor& item, const std::string& path) {
   struct statx status {};
   constexpr unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
@@ -55,7 +55,7 @@ double secondsOf(const struct statx_timestamp& time) {
   return static_cast<double>(time.tv_sec) + time.tv_nsec / 1e9;
 }
 
-// As long as it may be: some file systems do not tell its length.
+// Grows the buffer as needed: some file systems do not report the length of a link.
 std::string targetOf(const FileDescriptor& link) {
   for (std::size_t room = 256;; room *= 2) {
     std::string target(room, '\0');
@@ -74,7 +74,7 @@ bool isDirectory(int folder, const dirent& entry) {
   return ::statx(folder, entry.d_name, flags, STATX_TYPE, &status) == 0 && S_ISDIR(status.stx_mode);
 }
 
-// Of a link that is there itself.
+// For a link that exists itself.
 bool isDeadEnd(int error) {
   return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
 }
@@ -88,7 +88,7 @@ HeldItem::Facts factsFrom(const struct statx& status) {
   facts.identity.inode = status.stx_ino;
   if ((status.stx_mask & STATX_BTIME) != 0) {
     facts.created = secondsOf(status.stx_btime);
-    // What a damaged file system tells may be anything, so without a sign.
+    // Unsigned, since a damaged file system may report any number.
     facts.identity.created = static_cast<std::uint64_t>(status.stx_btime.tv_sec) * 1'000'000'000 +
                              status.stx_btime.tv_nsec;
   }
@@ -100,7 +100,7 @@ HeldItem::Facts factsFrom(const struct statx& status) {
 
 struct HeldItem::Descriptors {
   FileDescriptor item;     // O_PATH
-  FileDescriptor content;  // of a file that was opened
+  FileDescriptor content;  // set by openContent() for a file
 };
 
 HeldItem::HeldItem() : held_(std::make_unique<Descriptors>()) {}
@@ -109,7 +109,7 @@ HeldItem& HeldItem::operator=(HeldItem&& other) noexcept = default;
 HeldItem::~HeldItem() = default;
 
 Result<HeldItem> HeldItem::itself(const std::string& path) {
-  // The system would read a path with a zero in it only up to there, and mean another item.
+  // The system would cut the path at the NUL, and so open another item.
   if (!path.starts_with('/') || path.find('\0') != std::string::npos) {
     return SystemError::fromErrno(EINVAL, path);
   }
@@ -144,8 +144,8 @@ Result<HeldItem> HeldItem::at(const std::string& path) {
   return link;
 }
 
-// By the descriptor's own name, which means this item whatever stands at its path by now.
-// O_NONBLOCK for those files of the system that would wait for news.
+// Opens the descriptor's own name, which means this item even if another one is at its path now.
+// O_NONBLOCK is for special files that would wait for data.
 Outcome HeldItem::openContent() {
   if (facts_.type != Type::file) return SystemError::fromErrno(EINVAL, path_);
   const std::string name = "/proc/self/fd/" + std::to_string(held_->item.get());

@@ -62,7 +62,7 @@ TEST(HeldItem, has_a_creation_time_exactly_where_the_file_system_keeps_one) {
         item.value().facts().created,
         Optional(static_cast<double>(status.stx_btime.tv_sec) + status.stx_btime.tv_nsec / 1e9));
   }
-  // The proc file system keeps none.
+  // The proc file system stores no creation time.
   const Result<HeldItem> process = HeldItem::at("/proc/self/status");
   ASSERT_TRUE(process.ok());
   EXPECT_EQ(process.value().facts().created, std::nullopt);
@@ -155,7 +155,8 @@ TEST(HeldItem, tells_a_broken_link_by_the_link) {
   }
 }
 
-// Whoever opens a pipe to write waits until it is opened to read: opening it is not harmless.
+// A process that opens a pipe for writing waits for a reader, so opening it for reading would have
+// an effect.
 TEST(HeldItem, never_opens_a_pipe_or_a_socket) {
   const TempTree tree("pipe fifo\nsocket socket");
   for (const char* name : {"pipe", "socket"}) {
@@ -163,7 +164,7 @@ TEST(HeldItem, never_opens_a_pipe_or_a_socket) {
     ASSERT_TRUE(item.ok()) << name;
     EXPECT_EQ(item.value().facts().type, Type::other) << name;
     EXPECT_FALSE(item.value().openContent().ok()) << name;
-    // Nobody has it open to read, so that a writer finds no partner.
+    // No process has it open for reading, so a writer gets ENXIO.
     EXPECT_LT(::open(tree.at(name).c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC), 0) << name;
     EXPECT_EQ(errno, ENXIO) << name;
   }

@@ -1,4 +1,4 @@
-// What the system tells of an item, as an identity.
+// The identity of the item with these attributes.
 #pragma once
 
 #include <sys/stat.h>

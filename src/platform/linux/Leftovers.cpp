@@ -44,7 +44,7 @@ std::optional<struct stat> statusOf(const FileDescriptor& folder, const std::str
   return status;
 }
 
-// Whether the name still stands for what is open.
+// Whether the name still refers to the opened item.
 bool stands(const FileDescriptor& opened, const FileDescriptor& folder, const std::string& name) {
   struct stat status {};
   const std::optional<struct stat> named = statusOf(folder, name);
@@ -75,8 +75,8 @@ bool isAny(std::string_view) {
   return true;
 }
 
-// A regular file of ours whose maker has ended: open and locked, so that nobody else takes it for
-// the same. Open for writing, without which some file systems lend no lock.
+// A regular file of this user whose maker has ended: open and locked, so that no other process
+// treats it as a leftover too. Open for writing, since some file systems require that for a lock.
 struct Held {
   FileDescriptor file = FileDescriptor();
   bool isInUse = false;
@@ -102,9 +102,9 @@ Found removeFile(const FileDescriptor& folder, const std::string& name) {
   return held.isInUse ? Found::inUse : Found::nothingInUse;
 }
 
-// A tool that the killed run had started may write on. The system lends nobody a lease for reading
-// while a file is open for writing. Who opens it for that just now waits until the lease is given
-// back, and has a signal sent that ends no process.
+// A tool started by the killed run may still write. The system grants no read lease while a file is
+// open for writing. A process that opens the file for writing at this moment waits until the lease
+// is released, and this process gets SIGURG, which is ignored by default.
 bool isBeingWritten(const FileDescriptor& folder, const std::string& name) {
   const FileDescriptor file = open(folder, name, O_RDONLY);
   if (!file) return errno != ENOENT;
@@ -152,7 +152,7 @@ FileDescriptor readable(const std::string& path) {
   return folder ? openFolder(folder, ".", O_RDONLY) : FileDescriptor();
 }
 
-// Empty where the note is not one that has been written whole.
+// Empty if the note was not written completely.
 std::string placeIn(const FileDescriptor& note) {
   std::string text(PATH_MAX, '\0');
   const ssize_t length =

@@ -48,7 +48,7 @@ std::string replaceIt(const std::string& path) {
       AtomicFile::replace(path, "new", AtomicFile::Durability::synced, AtomicFile::Access::usual));
 }
 
-// An archive in the place of what is there.
+// Archives over the existing file.
 std::string archiveTo(const std::string& path) {
   const Result<FileIdentity> old = FileIdentity::of(path);
   Result<StagedFile> staged = StagedFile::beside(path);
@@ -86,7 +86,8 @@ TEST_P(LeftoversOf, a_writer_go_at_whatever_call_it_was_killed) {
     ASSERT_EQ(Leftovers::removeFrom(tree_.path()), Found::nothingInUse);
     const std::vector<std::string> stay = privateEntriesOf(tree_.path());
     if (!stay.empty()) {
-      // While two files change places, the one that comes out may be one that nobody may delete.
+      // During the exchange of two files, the one in the private folder may be one that must not be
+      // deleted.
       ASSERT_THAT(stay, SizeIs(1));
       ASSERT_THAT(entriesOf(tree_.at(stay[0])), AnyOf(IsEmpty(), ElementsAre("exchanged.zip")));
       fs::remove_all(tree_.at(stay[0]));
@@ -118,8 +119,8 @@ INSTANTIATE_TEST_SUITE_P(Writers, LeftoversOf, testing::Values(replaceIt, archiv
                            return one.param == replaceIt ? "file" : "archive";
                          });
 
-// What has come to stand at the target since it was seen changes places with the archive for a
-// moment, and belongs to somebody else.
+// A file that appears at the target after it was examined is exchanged with the archive for a
+// moment, and belongs to another program.
 TEST(Leftovers, are_no_files_that_had_only_changed_places) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
     GTEST_SKIP() << obstacle;
@@ -249,7 +250,7 @@ TEST(Leftovers, are_not_looked_for_behind_a_link) {
 
 class PlacesInWork : public testing::Test {
  protected:
-  // What a run leaves that is killed while it writes to `target`.
+  // Creates the note and the leftover of a run that was killed while writing to `target`.
   std::string leaveNoteOf(const std::string& target) {
     const std::vector<std::string> before = entriesOf(notes());
     std::string note;
@@ -365,7 +366,7 @@ TEST_F(PlacesInWork, go_at_the_start_each_by_itself_and_with_the_folders_of_the_
   EXPECT_FALSE(fs::exists(tree_.at("support/.tessaly-3-4")));
   EXPECT_FALSE(fs::exists(tree_.at("settings/.tessaly-3-5")));
   EXPECT_THAT(entriesOf(notes()), SizeIs(2));
-  // One that hangs on a volume which does not answer holds up none of the others.
+  // A note that hangs on a volume without an answer delays no other.
   ASSERT_EQ(dispatch.waiting(Dispatch::Queue::utility), 2U);
   const Dispatch::Work hung = dispatch.take(Dispatch::Queue::utility);
   dispatch.drainAll();

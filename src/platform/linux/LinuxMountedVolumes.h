@@ -1,4 +1,4 @@
-// The mounted file systems as the kernel lists them.
+// The mounted file systems in the kernel's list.
 #pragma once
 
 #include <utility>
@@ -14,8 +14,8 @@ class LinuxMountedVolumes final : public MountedVolumes {
       : place_(std::move(place)) {}
 
   Result<std::vector<MountedVolume>> list() override;
-  // Without a check of what is mounted there on a system that does not tell mounts apart (before
-  // Linux 5.8).
+  // Does not check that the volume is still the same on a system that does not identify mounts
+  // (before Linux 5.8).
   Result<VolumeFigures> figures(const MountedVolume& volume) override;
   Result<std::vector<CountedTrash>> trashInHome() override;
   Result<std::vector<CountedTrash>> trashOn(const MountedVolume& volume) override;

@@ -16,7 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A list of mounts written for the test, and a home.
+// A hand-written list of mounts, and a home.
 class LinuxMountedVolumesTest : public testing::Test {
  protected:
   LinuxMountedVolumes volumes(const std::string& mountinfo) const {

@@ -1,4 +1,4 @@
-// What a snapshot of the mounts holds on Linux.
+// The content of a snapshot of the mounts on Linux.
 #pragma once
 
 #include "platform/MountSnapshot.h"

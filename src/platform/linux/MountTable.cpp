@@ -49,7 +49,8 @@ std::optional<std::uint64_t> number(std::string_view field) {
   return value;
 }
 
-// id, parent, device, root, mount point, options, optional fields, "-", type, source, options.
+// Fields: id, parent, device, root, mount point, options, optional fields, "-", type, source,
+// options.
 std::optional<Mount> mountOn(std::string_view line) {
   const std::vector<std::string_view> all = fields(line);
   const auto dash = std::find(all.begin(), all.end(), "-");

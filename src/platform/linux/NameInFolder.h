@@ -1,5 +1,5 @@
-// A path as a folder and a name in it, with the links on the way followed as the system follows
-// them.
+// A path as an open folder and a name in it, with the links above the name followed as the system
+// does.
 #pragma once
 
 #include <cerrno>
@@ -17,9 +17,11 @@ struct NameInFolder {
   std::string folderPath;  // ends in "/"
   std::string name;        // never empty, "." or ".."
 
-  // Of an absolute path, also one with slashes at its end. Refuses with EINVAL what names nothing.
+  // For an absolute path, also with slashes at its end. EINVAL for a path without a name of its
+  // own.
   static Result<NameInFolder> of(const std::string& path) {
-    const std::size_t end = path.find_last_not_of('/') + 1;  // 0 where there is no other
+    const std::size_t end = path.find_last_not_of('/') + 1;  // 0 if there is no character but
+                                                             // slashes
     const std::size_t start = path.rfind('/', end == 0 ? 0 : end - 1) + 1;
     NameInFolder place;
     if (start < end) place.name = path.substr(start, end - start);

@@ -14,8 +14,8 @@ namespace tessaly::OwnConnections {
 
 namespace {
 
-// A descriptor that came with the start of the process is one that survives the start of a program;
-// those that we, or libraries, open later do not.
+// Descriptors inherited at the start lack the flag FD_CLOEXEC; those that the program and its
+// libraries open later have it.
 bool isOurs(int descriptor) {
   const int flags = ::fcntl(descriptor, F_GETFD);
   return descriptor > STDERR_FILENO && flags >= 0 && (flags & FD_CLOEXEC) != 0;
@@ -24,7 +24,7 @@ bool isOurs(int descriptor) {
 bool leadsTo(const std::string& server, int descriptor) {
   sockaddr_un address{};
   socklen_t length = sizeof address;
-  // getpeername() gives every kind of address through the one generic type.
+  // getpeername() takes every type of address as a generic one.
   return !server.empty() &&
          ::getpeername(descriptor, reinterpret_cast<sockaddr*>(&address), &length) == 0 &&
          address.sun_family == AF_UNIX && length <= sizeof address &&
@@ -46,7 +46,7 @@ void shutDown(int spared, const std::string& sparedServer) {
     const char* const end = entry->d_name + std::strlen(entry->d_name);
     if (std::from_chars(entry->d_name, end, descriptor).ptr != end) continue;
     const bool isSpared = descriptor == spared || leadsTo(sparedServer, descriptor);
-    // Refused for all that is no socket.
+    // Fails for descriptors that are not sockets.
     if (isOurs(descriptor) && !isSpared) ::shutdown(descriptor, SHUT_RDWR);
   }
 }

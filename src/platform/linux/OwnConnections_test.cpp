@@ -22,12 +22,13 @@ struct Pair {
     if (::socketpair(AF_UNIX, SOCK_STREAM | flags, 0, ends) != 0) return;
     ours = Descriptor(ends[0]);
     theirs = Descriptor(ends[1]);
-    // The other end stands for one in another process, where shutting down has to reach it.
+    // Not marked as opened by this process, like an end in another process: only the shutdown of
+    // the first end may reach it.
     ::fcntl(theirs.get(), F_SETFD, 0);
   }
 
-  // What the other end reads: everything up to the end of the connection, or "open" where it has
-  // not ended.
+  // Everything that the other end reads up to the end of the connection, or "open" if it has not
+  // ended.
   std::string read() const {
     std::string text;
     std::array<char, 64> buffer{};
@@ -43,7 +44,7 @@ struct Pair {
   Descriptor theirs;
 };
 
-// In a process of its own, where there are no connections of the test's.
+// In a process of its own, which has no connections of the test program.
 TEST(OwnConnections, end_for_the_other_side_after_what_was_sent) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               const Pair pair;
@@ -73,7 +74,7 @@ TEST(OwnConnections, leave_out_those_to_a_server_that_is_spared) {
                 address.sun_family = AF_UNIX;
                 tree.at(name).copy(address.sun_path, sizeof address.sun_path - 1);
                 const auto* const any = reinterpret_cast<const sockaddr*>(&address);
-                // Without the mark of what the process has opened itself.
+                // Without the flag of descriptors that the process has opened itself.
                 const Descriptor server(::socket(AF_UNIX, SOCK_STREAM, 0));
                 Pair pair;
                 pair.ours = Descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
@@ -93,7 +94,7 @@ TEST(OwnConnections, leave_out_those_to_a_server_that_is_spared) {
 
 TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
-              // As it is with a descriptor that has survived the start of a program.
+              // Like a descriptor inherited at the start of a program.
               const Pair inherited(0);
               const Pair standard;
               if (::dup3(standard.ours.get(), STDERR_FILENO, O_CLOEXEC) < 0) return "none";

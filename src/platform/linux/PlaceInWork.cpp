@@ -38,7 +38,7 @@ PlaceInWork& PlaceInWork::operator=(PlaceInWork&& other) noexcept = default;
 PlaceInWork::~PlaceInWork() = default;
 
 PlaceInWork PlaceInWork::of(const std::string& target, const std::string& notes) {
-  // The file itself may be a link that is followed when it is replaced.
+  // `target` may be a link, which is followed when the file is replaced.
   const std::string file = resolvedPath(target);
   const std::size_t slash = file.rfind('/');
   FileDescriptor folder(

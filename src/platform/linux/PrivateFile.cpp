@@ -20,8 +20,8 @@ PrivateFile::~PrivateFile() {
   if (isThere_) ::unlinkat(folder_, name_.c_str(), 0);
 }
 
-// A name that was left behind by a process which was killed, and whose number this one has now, is
-// stepped over, and so is one that is being cleared away.
+// Skips a name left behind by a killed process with the same process number, and a file that
+// another process is just clearing away.
 bool PrivateFile::makeFile(mode_t mode) {
   constexpr int tries = 1000;
   for (int attempt = 0; attempt < tries; ++attempt) {
@@ -69,9 +69,9 @@ bool PrivateFile::sync() {
 }
 
 bool PrivateFile::close() {
-  // Where there is no descriptor left, the rest goes on without the lock.
+  // Without a free descriptor the rest is done without the lock.
   lock_ = FileDescriptor(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0));
-  // An interrupted close has closed all the same.
+  // An interrupted close() has closed the descriptor too.
   return file_.close() == 0 || errno == EINTR;
 }
 

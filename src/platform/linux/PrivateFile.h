@@ -1,5 +1,5 @@
-// A new file under a name of the program's own, for what is to appear in one step under another
-// one. Held by a UseLock for as long as the object is there, whatever its name is.
+// A new file under a private name, which will appear under another name in one step. Has a UseLock
+// as long as the object exists, whatever its name is.
 #pragma once
 
 #include <string>
@@ -12,20 +12,20 @@ namespace tessaly {
 
 class PrivateFile {
  public:
-  // In the open folder, which outlives the object.
+  // Creates it in the open folder, which must outlive the object.
   PrivateFile(int folder, mode_t mode);
   PrivateFile(const PrivateFile&) = delete;
   PrivateFile& operator=(const PrivateFile&) = delete;
-  // Takes the file away, unless it was moved.
+  // Removes the file, unless it was moved.
   ~PrivateFile();
 
-  // All of these give false with errno set.
+  // All of these return false with errno set.
   bool isThere() const { return isThere_; }
   bool write(std::string_view content);
   bool sync();
-  // Nothing is written from here on. The file stays locked.
+  // Ends writing. The file stays locked.
   bool close();
-  // Gives it its name, in the place of what has that.
+  // Renames it to `name`, replacing any file there.
   bool moveTo(const std::string& name);
 
  private:
@@ -34,7 +34,7 @@ class PrivateFile {
   int folder_;
   std::string name_;
   FileDescriptor file_;
-  FileDescriptor lock_;  // the same opening, from close() on
+  FileDescriptor lock_;  // the same open file, from close() on
   bool isThere_ = false;
 };
 

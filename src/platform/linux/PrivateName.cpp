@@ -30,12 +30,12 @@ bool areDigitsByChance(std::string_view text) {
 }
 
 bool isNumber(std::string_view text) {
-  constexpr std::size_t most = 10;  // digits of 32 bits
+  constexpr std::size_t most = 10;  // digits of a 32-bit number
   return !text.empty() && text.size() <= most && text.front() != '0' &&
          std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
-// Takes the beginning away, or all of a name that begins in another way.
+// `name` without `beginning`; empty if it begins differently.
 std::string_view behind(std::string_view beginning, std::string_view name) {
   return name.starts_with(beginning) ? name.substr(beginning.size()) : std::string_view();
 }

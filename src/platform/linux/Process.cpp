@@ -27,7 +27,7 @@ struct Process::State {
   State& operator=(const State&) = delete;
   ~State() {
     if (child.number < 0 || exit) return;
-    // Before the rest, since the reaper may need a descriptor.
+    // Closed first, since the reaper may need a descriptor.
     input = FileDescriptor();
     output = FileDescriptor();
     error = FileDescriptor();
@@ -42,7 +42,7 @@ Process::Process(Process&& other) noexcept = default;
 Process& Process::operator=(Process&& other) noexcept = default;
 
 Result<Process> Process::launch(const Launch& launch) {
-  // Children that have ended take from what the user may have of them.
+  // Children that have ended still count toward the user's limit.
   process::Reaper::instance().catchUp();
   auto state = std::make_unique<State>();
   process::Ends its;
@@ -57,7 +57,7 @@ Result<Process> Process::launch(const Launch& launch) {
     if (!pipe) return pipe.error();
     ours = std::move(pipe.value().reading);
     end = std::move(pipe.value().writing);
-    // Ours alone: each end has a state of its own.
+    // Affects only this process's end: each end has its own flags.
     fcntl(ours.get(), F_SETFL, O_NONBLOCK);
     return succeeded();
   };
@@ -90,10 +90,10 @@ bool Process::waitUntil(Deadline deadline) {
     process::takeSample(state_->sampled, state_->sample, mostSampled);
     state_->exit = process::reaped(state_->child.number);
     if (state_->exit) {
-      // What it wrote at the very end.
+      // output from just before its end
       process::takeSample(state_->sampled, state_->sample, mostSampled);
     } else if (deadline.hasPassed()) {
-      return false;  // though there may always be something to read
+      return false;  // even if there is always something to read
     }
   }
   return true;
@@ -126,7 +126,7 @@ Process::Reading Process::readMore(std::string& text, std::size_t most, Deadline
 std::string Process::readOutput(Deadline deadline) {
   const int pipe = state_->output.get();
   if (pipe < 0) return {};
-  // Once it has exited, no more than this can be the program's own.
+  // After the program has exited, at most this much in the pipe can be its own output.
   const int room = fcntl(pipe, F_GETPIPE_SZ);
   return process::readUntil(pipe, deadline, room > 0 ? static_cast<std::size_t>(room) : 0);
 }

@@ -1,4 +1,4 @@
-// Programs whose streams are read while they are waited for.
+// Programs whose streams are read during waitUntil().
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -11,7 +11,7 @@
 namespace tessaly {
 namespace {
 
-// Both streams of a tool that does these steps, sampled.
+// Starts a tool with these steps and both streams sampled.
 Process sampled(std::vector<std::string> steps) {
   Process::Launch launch{.path = testTool(), .args = std::move(steps)};
   launch.output = Process::Stream::sampled;

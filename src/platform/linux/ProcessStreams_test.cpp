@@ -1,4 +1,4 @@
-// What goes over between a program and us while it runs.
+// Data exchanged with a program while it runs.
 #include <csignal>
 #include <gtest/gtest.h>
 #include <string>
@@ -30,7 +30,7 @@ Process started(std::vector<std::string> steps) {
   return std::move(process).value();
 }
 
-// What it printed once it has exited.
+// Its output after it has exited.
 std::string outputOf(const Process::Launch& launch) {
   Result<Process> process = Process::launch(launch);
   if (!process) return process.error().description();
@@ -65,7 +65,7 @@ TEST(ProcessStreams, finds_the_end_of_its_captured_input_when_nobody_holds_it_an
   EXPECT_EQ(settled(before), before);
 }
 
-// A signal would end this program.
+// A SIGPIPE would end this program.
 TEST(ProcessStreams, is_not_written_to_once_it_does_not_read) {
   Process::Launch launch = tool({});
   launch.input = Process::Stream::captured;

@@ -32,7 +32,7 @@ Process::Launch tool(std::vector<std::string> steps) {
           .error = Process::Stream::captured};
 }
 
-// What it printed once it has exited, with what went wrong in parentheses.
+// Its output after it has exited, with errors in parentheses.
 std::string outputOf(const Process::Launch& launch) {
   Result<Process> process = Process::launch(launch);
   if (!process) return "(" + process.error().description() + ")";
@@ -150,7 +150,7 @@ TEST(Process, inherits_the_environment_with_the_given_variables) {
 }
 
 TEST(Process, has_no_descriptor_of_ours) {
-  // Neither is closed on its own in a program that is started.
+  // Neither is closed automatically when a program is started.
   const Descriptor file(open("/dev/null", O_RDONLY));
   const Descriptor high(fcntl(file.get(), F_DUPFD, 700));
   ASSERT_TRUE(file && high);
@@ -166,7 +166,7 @@ TEST(Process, has_no_signal_blocked_or_ignored) {
   const std::string told = outputOf(tool({"signals"}));
   std::signal(SIGINT, handler);
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
-  // Two signals, 32 and 33, are the C library's own; it ignores them where it starts a program.
+  // Signals 32 and 33 are internal to the C library, which ignores them when it starts a program.
   EXPECT_THAT(told, testing::AnyOf("SigBlk:\t0000000000000000\nSigIgn:\t0000000180000000\n",
                                    "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"));
 }
@@ -282,7 +282,7 @@ class ProcessRefusal : public testing::Test {
     return launch;
   }
 
-  // Also that nothing is left behind.
+  // Also checks that nothing is left behind.
   static void expectError(const Process::Launch& launch, SystemError::Kind kind) {
     const OwnProcess before = OwnProcess::now();
     const Result<Process> process = Process::launch(launch);
@@ -349,7 +349,7 @@ TEST_F(ProcessRefusal, names_the_tool_that_is_stood_in_for) {
   expectError(launch, SystemError::Kind::notFound);
 }
 
-// Leaves the process so many descriptors that it may open.
+// Opens descriptors until only `left` more can be opened.
 std::vector<Descriptor> allDescriptorsBut(std::size_t left) {
   rlimit number{};
   number.rlim_cur = number.rlim_max = 64;
@@ -369,7 +369,7 @@ class FewDescriptors : public testing::TestWithParam<std::size_t> {};
 INSTANTIATE_TEST_SUITE_P(left, FewDescriptors, testing::Range<std::size_t>(0, 6));
 
 TEST_P(FewDescriptors, start_a_program_or_give_the_reason_and_leave_nothing_behind) {
-  constexpr std::size_t needed = 4;  // the ends of two pipes; the handle comes after
+  constexpr std::size_t needed = 4;  // the ends of two pipes; the handle is opened later
   EXPECT_EQ(inForkedChild([]() -> std::string {
               std::vector<Descriptor> held = allDescriptorsBut(GetParam());
               for (int i = 0; i < 3; ++i) {
@@ -451,7 +451,7 @@ TEST(Process, is_seen_off_when_nobody_waits_for_it) {
   started({});
   EXPECT_TRUE(OwnProcess::now().hasChildren);
   hold.release();
-  // The hold is closed with its release.
+  // Releasing the hold closes its descriptor.
   const OwnProcess after{before.descriptors - 1, before.threads, false};
   EXPECT_EQ(settled(after), after);
 }
@@ -481,13 +481,13 @@ TEST(ProcessDeathTest, is_left_to_itself_when_we_exit_before_it_has_ended) {
   EXPECT_EXIT(
       {
         started({"hold", hold.path()});
-        // With all that a program undoes at its end, which sanitizers watch.
+        // Runs all cleanup of a normal exit, which sanitizers check.
         std::exit(0);
       },
       testing::ExitedWithCode(0), "");
 }
 
-// Waits until the thread that sees programs off has nothing to do.
+// Waits until the reaper thread has nothing to do.
 void waitUntilReaperSleeps() {
   const auto first = [](const std::filesystem::path& file) {
     std::string line;
@@ -516,7 +516,7 @@ TEST(Process, is_seen_off_while_another_runs_on) {
   waitUntilReaperSleeps();
   started({"hold", shortHold.path()});
   shortHold.release();
-  --one.descriptors;  // the hold's
+  --one.descriptors;  // of the hold
   EXPECT_EQ(settled(one), one);
   longHold.release();
   const OwnProcess after{before.descriptors - 2, before.threads, false};
@@ -540,7 +540,7 @@ TEST(Process, is_seen_off_while_another_runs_on_though_descriptors_have_run_out)
               if (!longOne->ok() || !shortOne->ok()) return "not started";
               std::vector<Descriptor> held = allDescriptorsBut(0);
               longOne.reset();
-              held.pop_back();  // for looking at ourselves
+              held.pop_back();  // for OwnProcess::now()
               held.pop_back();
               waitUntilReaperSleeps();
               shortOne.reset();

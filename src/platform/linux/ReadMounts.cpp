@@ -14,7 +14,7 @@ namespace tessaly {
 Result<std::vector<Mount>> readMounts(const std::string& path) {
   const FileDescriptor file(
       uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
-  // The file does not tell its length.
+  // The file reports no length.
   std::string content;
   std::array<char, 16384> part{};
   while (file) {

@@ -1,4 +1,4 @@
-// The list of mounts as the system tells it at the moment.
+// Reads the current list of mounts.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace tessaly {
 
-// `path` is that of the list in the kernel's form, such as /proc/self/mountinfo.
+// `path` is a list in the kernel's format, such as /proc/self/mountinfo.
 Result<std::vector<Mount>> readMounts(const std::string& path);
 
 }  // namespace tessaly

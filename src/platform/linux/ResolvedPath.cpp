@@ -10,7 +10,7 @@ std::string resolvedPath(const std::string& path) {
   std::error_code error;
   fs::path resolved = fs::weakly_canonical(path.empty() ? fs::path(".") : fs::path(path), error);
   if (error) {
-    // A link that leads nowhere sane, or a path longer than the system takes at once.
+    // For a loop of links, or a path longer than the system accepts in one call.
     resolved = fs::path(path);
     if (resolved.is_relative()) resolved = fs::current_path(error) / resolved;
     resolved = resolved.lexically_normal();
@@ -21,7 +21,7 @@ std::string resolvedPath(const std::string& path) {
 }
 
 std::string resolvedAbove(const std::string& path) {
-  // A zero would end what the system reads of it.
+  // The system would cut the path at a NUL.
   if (!path.starts_with('/') || path.find('\0') != std::string::npos) return path;
   const std::size_t end = path.find_last_not_of('/');
   if (end == std::string::npos) return path;

@@ -29,7 +29,7 @@ std::string runningApplicationPath() {
 }
 
 std::string runningApplicationPathFrom(std::string told, const std::string& executable) {
-  // A name may well end in what looks like the mark; the file is there then.
+  // A name may itself end like the mark; the file exists then.
   if (told.ends_with(deletedMark) && !areTheSame(told, executable))
     told.resize(told.size() - deletedMark.size());
   return told;

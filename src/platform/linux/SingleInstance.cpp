@@ -21,11 +21,11 @@ namespace tessaly {
 
 namespace {
 
-// The lock file has two locks of one byte each: one for who is about to become the instance or to
-// stop being it, so that nobody sees that half done, and one for the instance itself.
+// The lock file has two locks of one byte each: one to hold while becoming the instance or giving
+// up, so that no process sees an intermediate state, and one for the instance itself.
 enum class Lock : off_t { passage = 0, instance = 1 };
 
-// Locks of an open file, which no other descriptor of the process gives back by chance.
+// Locks of the open file: closing another descriptor of the file does not release them.
 bool lock(int file, Lock which, int command) {
   struct flock range {};
   range.l_type = F_WRLCK;
@@ -58,8 +58,8 @@ class Passage {
   bool isFree_;
 };
 
-// By the folder's descriptor: an address has room for about a hundred bytes, a path may have more.
-// With the number of a descriptor there is room for the longest name.
+// Uses the folder's descriptor: an address has room for about a hundred bytes, and a path may be
+// longer. With a descriptor number there is room for the longest name.
 sockaddr_un addressOf(int folder, const std::string& name) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -72,7 +72,7 @@ FileDescriptor newSocket() {
   return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
-// bind() and connect() take every kind of address through the one generic type.
+// bind() and connect() take every type of address as a generic one.
 template <class Call>
 bool reach(const Call& call, int socket, const sockaddr_un& address) {
   return call(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
@@ -91,7 +91,7 @@ FileDescriptor listenAt(int folder, const std::string& name) {
 
 constexpr char acknowledgement = 'y';
 
-// Whether the instance has said, or will see, that it was asked.
+// Whether the instance has acknowledged the request, or will see it.
 bool hasBeenTold(int socket, double patience) {
   const Deadline deadline = Deadline::after(patience);
   while (!deadline.hasPassed()) {
@@ -104,7 +104,7 @@ bool hasBeenTold(int socket, double patience) {
   return true;
 }
 
-// What others than its owner may write to is no place to meet.
+// A folder that others may write to is not safe.
 bool isOurs(int folder) {
   struct stat status {};
   constexpr mode_t writableByOthers = S_IWGRP | S_IWOTH;
@@ -124,7 +124,7 @@ std::string environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
-// As part of a file name: other characters by their numbers, and not more than fits.
+// `text` as part of a file name: other characters become their codes, and the length is limited.
 std::string fileNameFrom(std::string_view text) {
   constexpr std::size_t longest = 48;
   constexpr std::string_view digits = "0123456789abcdef";
@@ -140,7 +140,7 @@ std::string fileNameFrom(std::string_view text) {
   return name.size() > longest ? name.substr(name.size() - longest) : name;
 }
 
-// Without the number of the screen, which programs leave out or not.
+// Without the screen number, which some programs leave out.
 std::string xDisplay() {
   std::string display = environment("DISPLAY");
   const std::size_t colon = display.rfind(':');
@@ -188,7 +188,7 @@ std::optional<SingleInstance> SingleInstance::claim(const Place& place, double p
                               O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
   if (!state->lockFile) return SingleInstance(std::make_unique<State>());
 
-  // An instance that ends while it is asked makes room for the next to try.
+  // If the instance ends meanwhile, this one tries again to take its role.
   constexpr int attempts = 200;
   for (int attempt = 0; attempt < attempts; ++attempt) {
     FileDescriptor asking = newSocket();
@@ -202,7 +202,7 @@ std::optional<SingleInstance> SingleInstance::claim(const Place& place, double p
       }
       isConnected =
           reach(::connect, asking.get(), addressOf(state->folder.get(), state->socketName));
-      // So many have asked that the instance will come forward anyway.
+      // So many requests are waiting that the instance will show its window anyway.
       if (!isConnected && errno == EAGAIN) return std::nullopt;
     }
     if (isConnected && hasBeenTold(asking.get(), patience)) return std::nullopt;
@@ -235,7 +235,7 @@ bool SingleInstance::takeRequests() {
         [&] { return ::accept4(descriptor(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK); }));
     if (!asking) break;
     if (!isOfOurUser(asking.get())) continue;
-    // Who asked may have ended by now, and means it all the same.
+    // The requesting process may have ended by now, but its request stays valid.
     ::send(asking.get(), &acknowledgement, 1, MSG_NOSIGNAL);
     wasAsked = true;
   }
@@ -248,7 +248,7 @@ void SingleInstance::giveUp() {
   if (!state->listening) return;
   const Passage passage(state->lockFile.get());
   ::unlinkat(state->folder.get(), state->socketName.c_str(), 0);
-  // Who waits there finds out, and tries again.
+  // Processes waiting there get an error, and try again.
   state->listening = FileDescriptor();
   unlock(state->lockFile.get(), Lock::instance);
 }

@@ -34,7 +34,7 @@ void waitForRequest(const SingleInstance& instance) {
 
 class SingleInstanceTest : public testing::Test {
  protected:
-  // A start that somebody else makes at the same time.
+  // Another start at the same time.
   std::thread startBeside(std::optional<SingleInstance>& claimed) {
     return std::thread([this, &claimed] { claimed = SingleInstance::claim(place_); });
   }
@@ -93,7 +93,7 @@ TEST_F(SingleInstanceTest, makes_room_before_it_ends_when_it_gives_up) {
   EXPECT_FALSE(first->takeRequests());
   auto second = SingleInstance::claim(place_);
   ASSERT_TRUE(second.has_value());
-  // The first one has nothing left to take away from it.
+  // Destroying the first one does not affect the second.
   first->giveUp();
   first.reset();
   EXPECT_FALSE(SingleInstance::claim(place_, 0).has_value());
@@ -209,7 +209,7 @@ TEST_F(SingleInstanceTest, stands_alone_in_a_folder_of_another_user) {
             "");
 }
 
-// Who starts the program as root may have kept the folders of his own user.
+// A user who starts the program with sudo may keep the environment of the user's own account.
 TEST_F(SingleInstanceTest, stands_alone_as_root_in_a_folder_of_the_user) {
   if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can be two users");
   tree_.plant("theirs/ mode=0700\n");
@@ -221,7 +221,7 @@ TEST_F(SingleInstanceTest, stands_alone_as_root_in_a_folder_of_the_user) {
   EXPECT_TRUE(fs::is_empty(tree_.at("theirs")));
 }
 
-// Whether somebody waits for a lock on this file, as the kernel lists them.
+// Whether a process waits for a lock on this file, according to the kernel's list.
 bool isWaitedFor(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0) return false;
@@ -233,8 +233,8 @@ bool isWaitedFor(const std::string& path) {
   return false;
 }
 
-// However long the other one takes, and whatever it has already taken: here both locks, and then it
-// gives up.
+// A start waits however long another one takes, whatever locks that holds: here it holds both, and
+// then it ends.
 TEST_F(SingleInstanceTest, waits_for_a_start_that_is_half_way) {
   tree_.plant("run/ mode=0700\n  tessaly.lock\n");
   const std::string path = tree_.at("run/tessaly.lock");
@@ -260,7 +260,7 @@ TEST_F(SingleInstanceTest, follows_no_link_that_somebody_put_in_the_way) {
   EXPECT_FALSE(fs::exists(tree_.at("elsewhere")));
 }
 
-// The environment belongs to the whole process.
+// In a child process, since the environment belongs to the whole process.
 std::string usualPlaceWith(const std::vector<std::pair<std::string, std::string>>& variables) {
   return inForkedChild([&variables] {
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"}) ::unsetenv(name);

@@ -66,7 +66,7 @@ struct StagedFile::State {
     ::unlinkat(folder.get(), insideName.c_str(), AT_REMOVEDIR);
   }
 
-  // The errno of what kept the folder from being made, or 0.
+  // Creates the private folder. Returns 0 or an errno.
   int makeInside() {
     constexpr int tries = 100;
     for (int attempt = 0; attempt < tries; ++attempt) {
@@ -78,7 +78,7 @@ struct StagedFile::State {
       inside = openFolder(folder, insideName, O_RDONLY);
       const int code = inside ? 0 : errno;
       if (inside && lockInside()) return 0;
-      const bool isCleared = inside || code == ENOENT;  // somebody who clears up has come first
+      const bool isCleared = inside || code == ENOENT;  // another process has cleared it away
       inside = FileDescriptor();
       if (isCleared) continue;
       ::unlinkat(folder.get(), insideName.c_str(), AT_REMOVEDIR);
@@ -87,7 +87,7 @@ struct StagedFile::State {
     return EEXIST;
   }
 
-  // False where the folder is going, or gone.
+  // False if the folder has been removed or is being removed.
   bool lockInside() const {
     const UseLock::Taken taken = UseLock::take(inside);
     if (taken == UseLock::Taken::impossible) return true;
@@ -98,7 +98,7 @@ struct StagedFile::State {
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
   }
 
-  // Moves the file in, or whatever came out in exchange for it, to the first name that is free.
+  // Moves the file, or the item that was exchanged for it, to the first free name.
   Result<std::string> moveToFreeName() {
     const Result<ItemIdentity> item = identityOf(inside, fileName, path);
     if (!item) return item.error();
@@ -114,10 +114,10 @@ struct StagedFile::State {
 
   enum class Exchange { done, notMeant, failed };
 
-  // Puts the file in the place of `replaced`, and only of that.
+  // Exchanges the file with `replaced`, but with no other item.
   Exchange exchangeFor(const FileIdentity& replaced, const FileIdentity& own) {
-    // For a moment the folder may hold what is not to be deleted. Should the program end then, no
-    // other one takes a file of this name for its own leftover.
+    // For a moment the folder may contain a file that must not be deleted. With this name, another
+    // process does not treat it as a leftover if this program ends then.
     const std::string exchanged = nameWhileExchanged + extensionOf(name);
     if (::renameat(inside.get(), fileName.c_str(), inside.get(), exchanged.c_str()) != 0) {
       return Exchange::notMeant;
@@ -131,7 +131,7 @@ struct StagedFile::State {
       if (stands(replaced, inside, fileName)) return Exchange::done;
       exchange();
       if (stands(own, inside, fileName)) return Exchange::notMeant;
-      // Both were exchanged for yet another file meanwhile, which is not to be deleted.
+      // Meanwhile both were exchanged for a third file, which must not be deleted.
       static_cast<void>(moveToFreeName());
       return Exchange::failed;
     }

@@ -26,7 +26,7 @@ class Staged : public ::testing::Test {
     return std::move(file).value();
   }
   std::optional<FileIdentity> seen() const { return FileIdentity::of(target_).value(); }
-  // Where the file came to stand, with what is there now.
+  // The final path of the file, and the content there.
   std::pair<std::string, std::string> placed(StagedFile file,
                                              const std::optional<FileIdentity>& replaced) {
     const Result<StagedFile::Placed> place = file.place(replaced);

@@ -1,4 +1,4 @@
-// Reads a volume's figures off what statvfs(3) filled in. Pure, safe from any thread.
+// Reads a volume's figures from the result of statvfs(3). Pure, safe from any thread.
 #pragma once
 
 #include <sys/statvfs.h>
@@ -7,8 +7,8 @@
 
 namespace tessaly {
 
-// Sizes are counted in fragments. What root alone may still use is not available. A file system may
-// claim anything, one served by another machine above all: what exceeds 64 bits is left absent.
+// Sizes are in fragments. Space reserved for root is not available. A remote file system may report
+// any number: a figure beyond 64 bits is absent.
 VolumeCapacity capacityFrom(const struct statvfs& figures);
 
 }  // namespace tessaly

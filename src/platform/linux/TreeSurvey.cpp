@@ -18,7 +18,7 @@ namespace {
 
 using Kind = FileIdentity::Kind;
 
-// Spreads the bits of a number over all of another.
+// Mixes the bits of a number.
 std::uint64_t spread(std::uint64_t bits) {
   bits ^= bits >> 32U;
   bits *= 0xd6e8feb86659fd93U;
@@ -70,7 +70,7 @@ class Survey final : public TreePass {
   explicit Survey(const std::function<bool(const Entry&)>& take)
       : TreePass(AfterError::stop), take_(take) {}
 
-  // One entry by itself. Gives 0 or an errno.
+  // Examines one entry. Returns 0 or an errno.
   int look(const FileDescriptor& folder, const char* name, const std::string& path,
            FileIdentity& identity, bool& isFolder) {
     struct stat status {};
@@ -101,7 +101,7 @@ class Survey final : public TreePass {
   int leave(const FileDescriptor&, const std::string&) override { return 0; }
 
   const std::function<bool(const Entry&)>& take_;
-  std::uint64_t fingerprint_ = 0;  // of all entries together, in whatever order they come
+  std::uint64_t fingerprint_ = 0;  // of all entries together, independent of their order
 };
 
 }  // namespace

@@ -31,7 +31,7 @@ std::uint64_t fingerprintOf(const std::string& path) {
   return state ? state.value().fingerprint : 0;
 }
 
-// The obstacle of each entry, by its path.
+// The obstacle of each entry, by path.
 std::map<std::string, int> obstaclesIn(const std::string& path) {
   std::map<std::string, int> obstacles;
   const auto state = TreeSurvey::of(path, "top", [&](const TreeSurvey::Entry& entry) {

@@ -1,11 +1,11 @@
-// Calls of the system that a signal may interrupt.
+// System calls that a signal may interrupt.
 #pragma once
 
 #include <cerrno>
 
 namespace tessaly {
 
-// Calls again what a signal interrupted.
+// Repeats the call while it fails with EINTR.
 template <class Call>
 auto uninterrupted(const Call& call) {
   while (true) {

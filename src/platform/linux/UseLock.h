@@ -1,10 +1,10 @@
-// The lock by which what is being written is told from what a killed run has left behind. A writer
-// holds it from the moment at which the file or folder is there until it is no longer private, and
-// the system takes it back when the writer ends in whatever way: also in another space of process
-// numbers, or on another machine that shares the folder, where no process number would tell.
+// The lock that distinguishes a file being written from a leftover of a killed run. A writer holds
+// it from the creation of the file or folder until it is no longer private, and the system releases
+// it when the writer ends in any way: also in another process namespace, or on another machine that
+// shares the folder, where a process number would be meaningless.
 //
-// Who makes something takes the lock after the system has made it; in between, somebody who clears
-// up may come first. So both look again under the lock, and only who holds it deletes.
+// A writer takes the lock after the creation; in between, another process may clear the file away.
+// So both check again under the lock, and only its holder deletes.
 #pragma once
 
 #include <cerrno>
@@ -19,10 +19,11 @@ namespace tessaly::UseLock {
 enum class Taken : std::uint8_t {
   yes,
   heldByOther,
-  impossible,  // the file system has no such locks: nobody can take it, so nothing is deleted there
+  impossible,  // the file system does not support such locks: no process can take one, so nothing
+               // is deleted there
 };
 
-// Of an open file or folder; it goes with the last descriptor of this opening.
+// Locks an open file or folder, until the last descriptor of this open file is closed.
 inline Taken take(const FileDescriptor& opened) {
   if (uninterrupted([&] { return ::flock(opened.get(), LOCK_EX | LOCK_NB); }) == 0) {
     return Taken::yes;

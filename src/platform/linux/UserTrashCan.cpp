@@ -33,7 +33,7 @@ EmptiedTrash UserTrashCan::empty() {
   }
   for (const TrashListing& listing : listings) {
     emptyTrashFolder(listing, place_.user, result);
-    // Now there may be room for what a full disk has used up.
+    // A full disk may have used up the reserve; now there may be space to refill it.
     if (listing.folder.path == place_.homeTrash) {
       InfoReserve::fill(listing.folder.folder, InfoReserve::Where::whereItIsKept);
     }

@@ -15,12 +15,12 @@ class UserTrashCan final : public TrashCan {
   explicit UserTrashCan(TrashPlace place = TrashPlace::current(), FolderClock clock = clockOfFolder)
       : place_(std::move(place)), clock_(std::move(clock)) {}
 
-  // Fails when a Trash of the user is there and cannot be read. A file system that does not let the
-  // user look at its top has none.
+  // Fails if a Trash of the user exists and cannot be read. A file system whose top the user may
+  // not read has none.
   Result<std::int64_t> count() override;
 
-  // Lists all folders before it deletes anything in any of them, and deletes what is in the lists.
-  // Needs a system that tells mounts apart (Linux 5.8); on an older one nothing is deleted, and the
+  // Lists all folders before it deletes anything in any of them, and deletes only listed items.
+  // Needs a system that identifies mounts (Linux 5.8); on an older one nothing is deleted, and the
   // errors are of the kind notSupported.
   EmptiedTrash empty() override;
 

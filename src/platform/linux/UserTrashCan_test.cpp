@@ -12,7 +12,8 @@
 namespace tessaly {
 namespace {
 
-// A home and a few mounts, all in one folder. What begins with "own" belongs to the user.
+// A home and a few mounts, all in one folder. Items whose names begin with "own" belong to the
+// user.
 class UserTrashCanTest : public testing::Test {
  protected:
   TempTree tree_;

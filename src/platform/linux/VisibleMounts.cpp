@@ -15,7 +15,7 @@ namespace {
 
 using Index = VisibleMounts::Index;
 
-// The numbers of `count` mounts, in the order of `key` and then their own.
+// The indices of `count` mounts, sorted by `key` and then by index.
 template <class Key>
 std::vector<Index> sortedBy(std::size_t count, const Key& key) {
   std::vector<Index> all(count);
@@ -67,7 +67,7 @@ VisibleMounts::VisibleMounts(std::vector<Mount> mounts)
   }
 }
 
-// The mounts at `point` that lie on the same one as `mount`.
+// The mounts at `point` with the same parent as `mount`.
 std::span<const Index> VisibleMounts::neighboursAt(Index mount, std::string_view point) const {
   return equalTo(
       byParent_, std::tuple(mounts_[mount].parent, parents_[mount], point), [this](Index i) {
@@ -78,7 +78,7 @@ std::span<const Index> VisibleMounts::neighboursAt(Index mount, std::string_view
 bool VisibleMounts::isShadowed(Index mount) const {
   const std::string_view self = mounts_[mount].point;
   bool isHidden = neighboursAt(mount, self).back() > mount;
-  // What is not mounted on a listed mount is not known to hide what lies below it.
+  // If the parent of a mount is not listed, it is unknown what hides the mounts below it.
   if (isHidden || !parents_[mount]) return isHidden;
   forEachUpwards(self, [&](std::string_view folder) {
     isHidden = folder != self && !neighboursAt(mount, folder).empty();
@@ -87,8 +87,8 @@ bool VisibleMounts::isShadowed(Index mount) const {
   return isHidden;
 }
 
-// A mount is one deeper than its parent. In a damaged list, which may lead round in a circle, the
-// way is hidden to all that end in it: whoever is met again still has the depth 0.
+// A mount is one deeper than its parent. A damaged list may contain a cycle: the way to all mounts
+// that lead into it is hidden. A mount that is met again while its depth is still 0 shows a cycle.
 void VisibleMounts::findDepths() {
   std::vector<bool> isKnown(mounts_.size());
   std::vector<Index> way;
@@ -133,7 +133,7 @@ std::vector<VisibleMounts::Index> VisibleMounts::below(std::string_view folder) 
   std::string prefix(folder);
   if (!prefix.ends_with('/')) prefix += '/';
   std::vector<Index> all;
-  // What begins with a text stands together where texts are in order.
+  // In sorted order, all texts with the same prefix are adjacent.
   for (auto at = std::ranges::lower_bound(byPoint_, std::string_view(prefix), {}, point);
        at != byPoint_.end() && point(*at).starts_with(prefix); ++at) {
     if (point(*at) != prefix) all.push_back(*at);

@@ -60,7 +60,7 @@ TEST(VisibleMounts, a_mount_on_the_top_of_another_hides_what_is_mounted_in_that)
   EXPECT_FALSE(all.isVisible(2));
 }
 
-// As in a folder that was made the root of a process: what its root lies on is not listed.
+// As in a folder that was made the root of a process: the parent of its root is not listed.
 TEST(VisibleMounts, mounts_on_what_is_not_listed_are_seen) {
   const VisibleMounts all = mounts(row(2, 1, "/a") + row(3, 1, "/a/b"));
   EXPECT_EQ(all.at("/"), std::nullopt);

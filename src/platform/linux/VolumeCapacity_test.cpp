@@ -36,7 +36,7 @@ TEST(VolumeCapacity, an_absurd_figure_is_absent_and_leaves_the_other_one) {
   EXPECT_EQ(capacityFrom(figures(all, 300, 4096)).available, 1228800);
   EXPECT_EQ(capacityFrom(figures(1000, all - 5, 4096)).available, std::nullopt);
   EXPECT_EQ(capacityFrom(figures(1000, all - 5, 4096)).total, 4096000);
-  // One byte more than a signed figure holds, and the most it does.
+  // One byte more than a signed 64-bit figure holds, and the largest it holds.
   EXPECT_EQ(capacityFrom(figures(std::uint64_t{1} << 51U, 0, 4096)).total, std::nullopt);
   EXPECT_EQ(capacityFrom(figures((std::uint64_t{1} << 51U) - 1, 0, 4096)).total,
             std::numeric_limits<std::int64_t>::max() - 4095);
@@ -58,7 +58,7 @@ TEST(VolumeCapacity, the_root_has_a_size_and_no_more_room_than_that) {
 }
 
 TEST(VolumeCapacity, asks_for_the_volume_that_holds_the_path) {
-  // The process's own folder of figures is a volume of no size on every machine.
+  // /proc is a volume of size 0 on every machine.
   const Result<VolumeCapacity> capacity = volumeCapacity("/proc/self");
   ASSERT_TRUE(capacity);
   EXPECT_EQ(capacity.value().total, 0);
