@@ -9,8 +9,8 @@ namespace tessaly::process {
 
 namespace {
 
-// With a number of theirs it would be taken for a standard stream: by this program, whose own
-// output would go into it, and while those of a started program are put together.
+// With a number of 0 to 2 it would be used as a standard stream: by this program, whose own output
+// would go into it, and while the streams of a started program are set up.
 bool liftAboveStandard(FileDescriptor& end) {
   if (end.get() > STDERR_FILENO) return true;
   end = FileDescriptor(fcntl(end.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));

@@ -1,5 +1,4 @@
-// The two ends of a channel for bytes, neither of which gets into programs that are started
-// meanwhile.
+// The two ends of a byte channel, neither of which is inherited by programs started meanwhile.
 #pragma once
 
 #include "platform/SystemError.h"
@@ -11,12 +10,12 @@ struct Pipe {
   FileDescriptor reading;
   FileDescriptor writing;
 
-  // Neither end has the number of standard input, output or error, even where one of those is
-  // closed. An error names `path`, for which the pipe was meant.
+  // Neither end has the number of standard input, output or error, even if one of those is closed.
+  // Errors name `path`, the program that the pipe is for.
   static Result<Pipe> make(std::string_view path);
 
-  // The same made of sockets: writing where nobody reads any more is an error alone, with
-  // MSG_NOSIGNAL, and raises no signal.
+  // The same made of sockets: with MSG_NOSIGNAL, writing to an end that nobody reads is only an
+  // error and raises no signal.
   static Result<Pipe> makeOfSockets(std::string_view path);
 };
 

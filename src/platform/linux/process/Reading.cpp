@@ -11,7 +11,7 @@ namespace tessaly::process {
 
 namespace {
 
-// Waits for the first of two events to come; a descriptor below 0 has none.
+// Waits for one of two descriptors to become ready; one below 0 is ignored.
 bool waitForFirst(std::array<pollfd, 2> watched, Deadline deadline) {
   while (true) {
     const int ready = poll(watched.data(), watched.size(), deadline.pollTimeout());
@@ -50,7 +50,7 @@ std::string readUntil(int descriptor, Deadline deadline, std::size_t sure) {
 }
 
 void takeSample(FileDescriptor& pipe, std::string& sample, std::size_t most) {
-  // A program that writes as fast as this reads must not keep it here.
+  // A program that writes as fast as this reads must not keep the loop running.
   constexpr int mostReads = 64;
   for (int reads = 0; pipe && reads < mostReads; ++reads) {
     std::array<char, 16384> buffer;

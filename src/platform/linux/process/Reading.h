@@ -1,4 +1,4 @@
-// Waiting for a descriptor, reading and writing it, no longer than until a deadline.
+// Waiting for a descriptor, reading and writing it, each until a deadline.
 #pragma once
 
 #include <cstddef>
@@ -11,27 +11,27 @@
 
 namespace tessaly::process {
 
-// Where reading gives up, since nobody wants more and memory has an end.
+// Limit of one reading, to bound the memory.
 inline constexpr std::size_t mostBytes = std::size_t{64} << 20;
 
-// False when the deadline passes before there is something to read, or an end.
+// False if the deadline passes before there is data or an end.
 bool waitUntilReadable(int descriptor, Deadline deadline);
 
-// The same for the first of two to come; a second below 0 is none.
+// The same for the first of two descriptors to become ready; a second below 0 means none.
 bool waitUntilReadable(int first, int second, Deadline deadline);
 
-// Reads a descriptor that does not block up to its end, to mostBytes, or until the deadline passes.
-// The first `sure` bytes are read whatever the deadline, as far as they are there already.
+// Reads a non-blocking descriptor up to its end, to mostBytes, or until the deadline. The first
+// `sure` bytes are read whatever the deadline, if they are already available.
 std::string readUntil(int descriptor, Deadline deadline, std::size_t sure);
 
-// Empties a pipe that does not block, without waiting for more, and adds to `sample` as long as
-// that has fewer than `most` bytes. Closes the pipe at its end.
+// Reads all available data of a non-blocking pipe, and appends it to `sample` while that has fewer
+// than `most` bytes. Closes the pipe at its end.
 void takeSample(FileDescriptor& pipe, std::string& sample, std::size_t most);
 
-// Appends what is there, `most` bytes at most, of a descriptor that does not block.
+// Appends the available data of a non-blocking descriptor, at most `most` bytes.
 Process::Reading readMore(int descriptor, std::string& text, std::size_t most, Deadline deadline);
 
-// Sends all of `bytes` to a socket, or gives up at the deadline or where nobody reads any more.
+// Sends all of `bytes` to a socket. False at the deadline or if the other end is closed.
 bool sendAll(int socket, std::string_view bytes, Deadline deadline);
 
 }  // namespace tessaly::process

@@ -8,7 +8,7 @@
 namespace tessaly::process {
 namespace {
 
-// What never ends and never makes anybody wait.
+// Never ends and never blocks.
 Descriptor endless() {
   return Descriptor(open("/dev/zero", O_RDONLY | O_CLOEXEC));
 }

@@ -10,7 +10,7 @@ namespace tessaly::process {
 
 namespace {
 
-// Sleeps until one of the children has exited or the bell rings.
+// Waits until one of the children has exited or the bell rings.
 void sleepUntilNews(const std::vector<Child>& children, int bell) {
   constexpr int lookEvery = 200;  // milliseconds
   std::vector<pollfd> watched;
@@ -62,7 +62,7 @@ void Reaper::serve() {
   pthread_setname_np(pthread_self(), "tessaly-reaper");
   std::vector<Child> children;
   while (takeNewcomers(children)) {
-    // Only this thread changes it while it serves.
+    // Only this thread changes `bell_` while it serves.
     sleepUntilNews(children, bell_.get());
     std::erase_if(children, [](const Child& child) { return reaped(child.number).has_value(); });
   }

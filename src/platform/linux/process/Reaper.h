@@ -1,7 +1,7 @@
-// Sees off the children that outlive those who waited for them, so that none stays a zombie.
+// Reaps the children that are no longer waited for, so that none stays a zombie.
 //
-// Has a thread of its own only while there is such a child; where the system refuses it, children
-// wait for the next call. Safe from any thread.
+// Has a thread of its own only while there is such a child; if the system refuses the thread,
+// children wait for the next call. Safe from any thread.
 #pragma once
 
 #include <mutex>
@@ -15,30 +15,30 @@ namespace tessaly::process {
 
 class Reaper {
  public:
-  // The one of this process. It lives until the very end, so that its thread always finds it.
+  // The instance of this process. It is never destroyed, so that its thread can always use it.
   static Reaper& instance();
 
-  // Outlives its thread: what is made must stay.
+  // The object must outlive its thread.
   explicit Reaper(StartThread startThread = tessaly::startThread);
 
-  // Takes over a child that nobody waits for any more. Does not block.
+  // Takes over a child that is no longer waited for. Does not block.
   void adopt(Child child);
 
-  // Sees to the children that were left when the thread was refused. Does not block.
+  // Starts the thread for children left over from a refusal. Does not block.
   void catchUp();
 
  private:
   void startServing();
   void serve();
-  // False when no child is left, with which the thread's work has ended.
+  // False if no child is left, so that the thread ends.
   bool takeNewcomers(std::vector<Child>& children);
 
   const StartThread startThread_;
   std::mutex mutex_;
   std::vector<Child> newcomers_;
   bool isServing_ = false;
-  // An eventfd that tells the thread of newcomers. Not open when the process is out of descriptors:
-  // then the thread looks for them from time to time.
+  // An eventfd that wakes the thread for new children. Closed if the process is out of descriptors:
+  // then the thread polls.
   FileDescriptor bell_;
 };
 

@@ -12,7 +12,7 @@
 namespace tessaly::process {
 namespace {
 
-// A child that runs until it is ended.
+// A child that runs until it is killed.
 pid_t child() {
   const pid_t number = ::fork();
   if (number != 0) return number;
@@ -23,14 +23,14 @@ Child held(pid_t number) {
   return {number, FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, number, 0)))};
 }
 
-// Ends it and waits until it could be reaped.
+// Kills it and waits until it can be reaped.
 void end(pid_t number) {
   ::kill(number, SIGKILL);
   siginfo_t told{};
   ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(number), &told, WEXITED | WNOWAIT), 0);
 }
 
-// Whether it still is a child of this process, be it one that has ended.
+// Whether it still is a child of this process, running or ended.
 bool isThere(pid_t number) {
   return ::kill(number, 0) == 0;
 }

@@ -15,7 +15,7 @@ namespace tessaly::process {
 
 namespace {
 
-// What is to be done in the child before it becomes the program.
+// The actions in the child before it becomes the program.
 class Actions {
  public:
   Actions() { note(posix_spawn_file_actions_init(&actions_)); }
@@ -49,7 +49,7 @@ class Actions {
 };
 
 // No signal blocked, none ignored: a thread that blocks signals must not start a program that
-// cannot be terminated. A session of its own where it is asked for.
+// cannot be terminated. A session of its own if requested.
 class Attributes {
  public:
   explicit Attributes(bool isDetached) {
@@ -89,7 +89,7 @@ std::vector<std::string> environmentOf(const Process::Launch& launch) {
   return variables;
 }
 
-// As exec takes them. Points into `texts`.
+// In the form that exec takes. Points into `texts`.
 std::vector<char*> pointers(std::vector<std::string>& texts) {
   std::vector<char*> all;
   for (std::string& text : texts) all.push_back(text.data());
@@ -103,8 +103,8 @@ bool holdsNul(const Process::Launch& launch) {
          (launch.cwd && has(*launch.cwd));
 }
 
-// Whoever started us may have left us ignoring the end of children. The system would then reap them
-// by itself, and their numbers could become somebody else's under our hands.
+// This process may have been started with SIGCHLD ignored. The system would then reap children by
+// itself, and their numbers could be reused while this program still uses them.
 void keepEndedChildren() {
   struct sigaction action {};
   if (sigaction(SIGCHLD, nullptr, &action) != 0) return;
@@ -130,7 +130,7 @@ int waitFor(pid_t number, int options, siginfo_t& told) {
 
 Result<Child> spawn(const Process::Launch& launch, Ends ends) {
   const auto failed = [&](int code) { return SystemError::fromErrno(code, launch.path); };
-  // Cut at the NUL they would mean something else.
+  // A text cut at the NUL would mean something else.
   if (holdsNul(launch)) return failed(EINVAL);
 
   std::string executable = launch.path;
@@ -152,7 +152,7 @@ Result<Child> spawn(const Process::Launch& launch, Ends ends) {
   connect(launch.input, ends.input, STDIN_FILENO);
   connect(launch.output, ends.output, STDOUT_FILENO);
   connect(launch.error, ends.error, STDERR_FILENO);
-  // Also what other threads have open without O_CLOEXEC, or libraries that know nothing of it.
+  // Also descriptors that other threads or libraries have opened without O_CLOEXEC.
   actions.closeAllButStandard();
   if (launch.cwd) actions.enter(*launch.cwd);
   if (actions.failure() != 0) return failed(actions.failure());
@@ -165,9 +165,9 @@ Result<Child> spawn(const Process::Launch& launch, Ends ends) {
                                pointers(words).data(), pointers(variables).data());
   if (code != 0) return failed(code);
 
-  // Ours are not needed any more, and one of them makes room for the handle.
+  // The child's ends are no longer needed here, and closing them frees a descriptor for the handle.
   ends = Ends();
-  // The C library's own header for these calls is not made for C++.
+  // The C library's header for this call does not support C++.
   child.handle = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, child.number, 0)));
   if (!child.handle) {
     const int reason = errno;
@@ -185,7 +185,7 @@ void send(int signal, const Child& child) {
 
 std::optional<Process::Exit> reaped(pid_t number) {
   siginfo_t told;
-  // A child that is not there to be waited for was taken by somebody else. How it ended is lost.
+  // Another part of the process has reaped the child, so its status is lost.
   if (waitFor(number, WNOHANG, told) != 0) return Process::Exit{};
   if (told.si_pid == 0) return std::nullopt;
   if (told.si_code == CLD_EXITED) return Process::Exit{.status = told.si_status, .signal = 0};

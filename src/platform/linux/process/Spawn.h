@@ -1,4 +1,4 @@
-// Starts a program, and holds on to what was started.
+// Starts and reaps child processes.
 #pragma once
 
 #include <sys/types.h>
@@ -9,7 +9,7 @@
 
 namespace tessaly::process {
 
-// A child of this process. It has not been reaped, so the number is its own and nobody else's.
+// A child of this process that has not been reaped, so its number is not reused.
 struct Child {
   pid_t number = -1;
   FileDescriptor handle;  // a pidfd: readable once the child has exited
@@ -22,14 +22,14 @@ struct Ends {
   FileDescriptor error;
 };
 
-// Starts `launch` with the given ends; one that is not open stands for what `launch` says. All are
-// closed in any case. Errors name launch.path, also where another executable stands in for it.
+// Starts `launch` with the given ends; for an end that is not open, `launch` decides. All ends are
+// closed in any case. Errors name launch.path, even if a stand-in is started.
 Result<Child> spawn(const Process::Launch& launch, Ends ends);
 
-// Sends a child a signal. One that has exited hears nothing.
+// Sends a signal to a child. Does nothing if it has exited.
 void send(int signal, const Child& child);
 
-// Reaps a child that has exited and tells how it ended. Absent while it runs.
+// Reaps a child that has exited, and returns how it ended. Absent while it runs.
 std::optional<Process::Exit> reaped(pid_t number);
 
 }  // namespace tessaly::process
