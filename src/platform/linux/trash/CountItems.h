@@ -1,4 +1,4 @@
-// How much lies in one folder of things thrown away.
+// Counts the items in one Trash folder.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-// The items in it, and not what is in them. 0 where it has no place for items.
+// Number of items, not counting their contents. 0 if there is no folder "files".
 Result<std::int64_t> countItems(const UserTrashFolder& trash);
 
 }  // namespace tessaly

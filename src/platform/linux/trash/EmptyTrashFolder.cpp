@@ -23,27 +23,28 @@ namespace {
 
 const std::string expungedName = "expunged";
 
-// 0, or an errno.
+// Returns 0 or an errno.
 int remove(const FileDescriptor& folder, const std::string& name, int flags = 0) {
   const auto call = [&] { return ::unlinkat(folder.get(), name.c_str(), flags); };
   return uninterrupted(call) == 0 ? 0 : errno;
 }
 
-// Whether something is there: 0, or an errno.
+// Returns 0 if the item exists, else an errno.
 int look(const FileDescriptor& folder, const std::string& name) {
   struct stat status {};
   return ::fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
 }
 
-// 0 when the item of that name is the one that was listed, ENOENT also when it is another, or an
-// errno.
+// Returns 0 if the item of that name is the one that was listed, ENOENT if it is missing or another
+// one, or another errno.
 int lookAgain(const FileDescriptor& folder, const std::string& name, const ItemMark& listed) {
   ItemMark now;
   const int code = markOf(folder, name, now);
   return code == 0 && !listed.isSameItem(now) ? ENOENT : code;
 }
 
-// A folder of the user whose permissions are open as long as this lives, or for good.
+// Opens the permissions of a folder of the user for the lifetime of the object, or permanently
+// after keep().
 class OpenedPermissions {
  public:
   OpenedPermissions(const FileDescriptor& held, uid_t user)
@@ -95,7 +96,7 @@ class Emptying {
     return std::move(part.folder);
   }
 
-  // What an emptying that was ended, or another program, has left to be deleted.
+  // Deletes the remains of an interrupted emptying, or of another program.
   void removeRemains() {
     if (listing_.expunged && lookAgain(trash_, expungedName, *listing_.expunged) == 0) {
       const int code = remove(trash_, expungedName);
@@ -117,7 +118,7 @@ class Emptying {
       if (code == 0) code = remove(expunged, remain.name);
       return code == 0 ? succeeded() : Outcome(SystemError::fromErrno(code, path));
     }
-    // Held, so that its number stays the same.
+    // Held open, so that its inode number is not reused.
     const FileDescriptor held = openFolder(expunged, remain.name, O_PATH);
     int code = held ? lookAgain(held, "", remain.mark) : errno;
     if (code != 0) return SystemError::fromErrno(code, path);
@@ -128,7 +129,7 @@ class Emptying {
 
   void removeItems() {
     std::vector<const TrashListing::Item*> folders;
-    // First what needs no room: on a full disk it makes some.
+    // First the items that can be deleted without free space: on a full disk this makes some.
     for (const TrashListing::Item& item : listing_.items) {
       if (S_ISDIR(item.entry.mark.type)) {
         folders.push_back(&item);
@@ -151,20 +152,20 @@ class Emptying {
     return code == 0 ? remove(files_, item.entry.name, flags) : code;
   }
 
-  // An item that was deleted in one step, or was not for the reason `code`.
+  // Completes an item that was deleted in one step, or could not be, with the error `code`.
   void finish(const TrashListing::Item& item, int code) {
     if (code != 0) return fail(SystemError::fromErrno(code, pathOf("files", item.entry.name)));
     removeRecord(item);
     ++result_.deleted;
   }
 
-  // What somebody else has taken away is no failure.
+  // An item that another program has removed meanwhile is no failure.
   void fail(const SystemError& error) {
     if (error.code != ENOENT) result_.addFailure(error);
   }
 
-  // Whether the item was this emptying's to take: of two at the same time, both of which may see a
-  // folder moved away, one finds the record.
+  // Whether this emptying deleted the item: of two at the same time, which both may see a folder
+  // moved away, only one finds the record.
   bool removeRecord(const TrashListing::Item& item) {
     if (!info_ || !item.record) return true;
     const std::string record = item.entry.name + std::string(TrashInfo::ending);
@@ -179,22 +180,22 @@ class Emptying {
     const std::string path = pathOf("files", name);
     const Outcome isFree = obstacleToDeleting(files_, name, path, user_);
     if (!isFree) {
-      // Another emptying that moves the folder away in between is none.
+      // Another emptying may have moved the folder away meanwhile; that is no failure.
       if (look(files_, name) != ENOENT) fail(isFree.error());
       return;
     }
-    // Held, so that its number stays the same.
+    // Held open, so that its inode number is not reused.
     const FileDescriptor held = openFolder(files_, name, O_PATH);
     int code = held ? lookAgain(held, "", item.entry.mark) : errno;
     if (code != 0) return fail(SystemError::fromErrno(code, path));
     const Result<ItemIdentity> identity = identityOf(held, "", path);
     if (!identity) return fail(identity.error());
-    // A folder that is closed cannot be moved to another one.
+    // A folder without write permission cannot be moved to another folder.
     OpenedPermissions opened(held, user_);
     const Aside aside = moveAside(name, identity.value());
     if (aside.code != 0) return fail(SystemError::fromErrno(aside.code, path));
     const FileDescriptor& place = aside.expunged ? aside.expunged : trash_;
-    // By its name another one may have been moved.
+    // The move goes by name, so it may have moved another item.
     const Result<ItemIdentity> moved = identityOf(place, aside.name, path);
     if (!moved) return fail(moved.error());
     if (!moved.value().isSameItem(identity.value())) {
@@ -211,13 +212,13 @@ class Emptying {
   }
 
   struct Aside {
-    FileDescriptor expunged;  // empty where the item has taken the place of that folder
+    FileDescriptor expunged;  // closed if the item itself was moved to the name "expunged"
     std::string name;
     int code = 0;
   };
 
   Aside moveAside(const std::string& name, const ItemIdentity& identity) {
-    // Another emptying may remove the folder once it has no use for it.
+    // Another emptying may remove the folder when it no longer needs it.
     constexpr int mostTimes = 16;
     Aside aside;
     for (int times = 0; times < mostTimes; ++times) {
@@ -230,7 +231,7 @@ class Emptying {
   Aside tryToMoveAside(const std::string& name, const ItemIdentity& identity) {
     Aside aside{.expunged = openExpunged(), .name = expungedName, .code = EINTR};
     const int obstacle = aside.expunged ? EEXIST : errno;
-    // Where there is no room for that folder, the item takes its place.
+    // Without space for that folder, the item itself gets its name.
     const FileDescriptor& place = aside.expunged ? aside.expunged : trash_;
     const int most = aside.expunged ? mostRemains : 1;
     for (int attempts = 0; attempts < most && (aside.code == EEXIST || aside.code == EINTR);
@@ -242,7 +243,7 @@ class Emptying {
     return aside;
   }
 
-  // To its name, or to one beside it when that is taken by now.
+  // To its old name, or to a numbered one if that is taken by now.
   void moveBack(const ItemEnd& from, const std::string& name, const ItemIdentity& identity) {
     constexpr unsigned attempts = 1000;
     constexpr std::size_t longest = 255;
@@ -265,7 +266,7 @@ class Emptying {
       const std::string path = pathOf("info", orphan.name);
       ItemMark now;
       int code = markOf(info_, orphan.name, now);
-      // One that was written again may tell of another item.
+      // A record that was written again may belong to another item.
       if (code == 0 && !orphan.mark.isUnchanged(now)) continue;
       if (code == 0) {
         code = lookForItemOf(orphan.name);
@@ -275,15 +276,15 @@ class Emptying {
     }
   }
 
-  // ENOENT where the record has no item.
+  // ENOENT if the record has no item.
   int lookForItemOf(const std::string& record) {
     const std::string item = record.substr(0, record.size() - TrashInfo::ending.size());
-    // Without the folder of items there is none; whether that is so is asked once more each time,
-    // since much depends on it.
+    // If the folder "files" is missing, no item exists; this is checked again for each record,
+    // since a wrong answer would lose records.
     return files_ ? look(files_, item) : look(trash_, "files");
   }
 
-  // More than these in "expunged" are not stepped over.
+  // Limit for names in "expunged" that are already taken.
   static constexpr int mostRemains = 100000;
 
   const TrashListing& listing_;
@@ -293,7 +294,7 @@ class Emptying {
   EmptiedTrash& result_;
   FileDescriptor files_;
   FileDescriptor info_;
-  unsigned number_ = 0;  // of the last name given in "expunged"
+  unsigned number_ = 0;  // last number used as a name in "expunged"
 };
 
 }  // namespace

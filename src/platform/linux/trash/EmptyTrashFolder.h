@@ -1,13 +1,13 @@
-// Empties one folder of a Trash after the freedesktop.org Trash specification 1.0.
+// Empties one folder of a Trash by the freedesktop.org Trash specification 1.0.
 //
-// Files, links and empty folders are deleted in one step, and then the record of where they came
-// from. A folder with something in it takes many steps, so it is first moved, whole and in one
-// step, into the folder "expunged" beside "files", where nobody looks for anything to be put back;
-// then its record is deleted, and only then what is in it. So there are these states, wherever the
-// program ends: the item in "files" is whole and has its record; or it is gone from "files", and
-// its record may be there still, which then leads nowhere; or the record is gone too. Never is
-// there something to be put back of which a part is missing, nor an item that has lost its record.
-// What is left in "expunged", and records without an item, go with the next emptying.
+// Files, links and empty folders are deleted in one step, and then the record of their origin. A
+// folder with contents takes many steps, so it is first moved as a whole, in one step, into the
+// folder "expunged" beside "files", where no program looks for items to put back; then its record
+// is deleted, and only then its contents. So if the program ends at any moment, an item is in one
+// of these states: it is complete in "files" and has its record; or it is gone from "files", and
+// its record may remain without effect; or the record is gone too. An item that can be put back is
+// never incomplete and never without its record. Remains in "expunged", and records without an
+// item, are deleted by the next emptying.
 #pragma once
 
 #include "platform/TrashCan.h"
@@ -15,14 +15,14 @@
 
 namespace tessaly {
 
-// Deletes what is in the listing. Each item and each record is looked at again right before: one
-// that is not what was listed under its name stays, without an error. Others may empty the same
-// Trash at the same time.
+// Deletes the contents of the listing. Each item and each record is checked again right before: one
+// that is no longer the listed one stays, without an error. Other programs may empty the same Trash
+// at the same time.
 //
-// An item stays, whole and with its record, where one can see beforehand that not all of it can be
-// deleted, or where it cannot be moved. Nothing is done outside of the folder, and nothing on other
-// mounts below it. The cache of sizes beside the items goes too, since it would tell of items that
-// are gone. `user` owns the folders whose permissions may be opened.
+// An item stays, complete and with its record, if it is known in advance that not all of it can be
+// deleted, or if it cannot be moved. Nothing is changed outside the folder or on other mounts below
+// it. The cache of sizes beside the items is deleted too, since it would list deleted items. `user`
+// owns the folders whose permissions may be opened.
 void emptyTrashFolder(const TrashListing& listing, uid_t user, EmptiedTrash& result);
 
 }  // namespace tessaly

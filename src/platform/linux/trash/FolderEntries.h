@@ -1,4 +1,4 @@
-// What stands in an open folder.
+// Iteration over the entries of an open folder.
 #pragma once
 
 #include <cerrno>
@@ -13,9 +13,9 @@
 
 namespace tessaly {
 
-// Calls `use` with the name (which ends with a zero) and the type (DT_DIR and the like, DT_UNKNOWN
-// where the file system does not tell) of each entry but "." and "..". Entries may be deleted
-// meanwhile; a few may be left out then. Gives 0, or an errno when the rest cannot be read.
+// Calls `use` with the name (NUL-terminated) and the type (DT_DIR and the like; DT_UNKNOWN if the
+// file system does not report it) of each entry except "." and "..". Entries may be deleted
+// meanwhile; a few may be left out then. Returns 0, or an errno when the rest cannot be read.
 template <class Use>
 int forEachEntry(const FileDescriptor& folder, const Use& use) {
   constexpr std::size_t room = std::size_t{32} * 1024;

@@ -23,7 +23,7 @@ bool isOwn(const struct stat& status) {
   return status.st_uid == ::geteuid();
 }
 
-// A plain file of the user without another name.
+// A regular file of the user with only one name.
 bool isPlain(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_nlink == 1 && isOwn(status);
 }
@@ -42,7 +42,7 @@ FileDescriptor openReserve(const FileDescriptor& trash) {
   return FileDescriptor();
 }
 
-// The content, and line feeds up to the whole length, from its start on.
+// Writes the content, followed by line feeds up to the full length, at the beginning of the file.
 bool write(const FileDescriptor& file, std::string_view content) {
   std::string all(content);
   all.resize(InfoReserve::length, '\n');
@@ -68,7 +68,7 @@ bool hasPlentyOfRoom(const FileDescriptor& folder) {
          (!countsFiles || status.f_favail >= files);
 }
 
-// A file system that writes a copy elsewhere is asked not to, as long as the file is empty.
+// Copy-on-write is switched off, which requires that the file is still empty.
 bool canBeWrittenInPlace(const FileDescriptor& file) {
   struct statfs status {};
   if (::fstatfs(file.get(), &status) != 0) return false;
@@ -79,7 +79,7 @@ bool canBeWrittenInPlace(const FileDescriptor& file) {
   return ::ioctl(file.get(), FS_IOC_SETFLAGS, &flags) == 0;
 }
 
-// Gets its name once it is whole, or never.
+// The file gets its name only when it is complete.
 bool make(const FileDescriptor& reserve, const std::string& name) {
   const FileDescriptor file(uninterrupted(
       [&] { return ::openat(reserve.get(), ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600); }));
@@ -106,7 +106,7 @@ void InfoReserve::fill(const FileDescriptor& trash, Where where) {
     struct stat status {};
     if (::fstatat(reserve.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
       if (!isPlain(status) || holdsItsRoom(status)) continue;
-      // A copy, say from a backup, that holds no room.
+      // A copy, for example from a backup, that holds no space.
       ::unlinkat(reserve.get(), name.c_str(), 0);
     }
     if (!make(reserve, name)) return;
@@ -130,7 +130,7 @@ ReservedInfo::ReservedInfo(const FileDescriptor& info, const std::string& name,
   errno = code;
 }
 
-// Only one can have it who moves it; so it is moved first and written then.
+// Moving the file first makes sure that only one program writes to it.
 bool ReservedInfo::take(int number, std::string_view content) {
   origin_ = std::to_string(number);
   struct stat before {};
@@ -146,7 +146,8 @@ bool ReservedInfo::take(int number, std::string_view content) {
     errno = code;
     return false;
   }
-  // It may be another one than was looked at, since others take them and fill the reserve again.
+  // It may not be the file that was checked, since other programs take files and refill the
+  // reserve.
   identity = identityOf(info_, name_, "");
   if (identity) identity_ = identity.value();
   constexpr int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;

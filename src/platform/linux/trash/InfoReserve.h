@@ -1,8 +1,8 @@
-// A few files that hold their room on the disk of the home Trash, so that an item can be recorded
-// there, and so be thrown away, when the disk is full: that is when people come to make room. They
-// lie in a folder of their own beside "files" and "info", where no program looks for items.
+// A few files that reserve space on the disk of the home Trash, so that an item can be recorded
+// there, and thus moved to the Trash, when the disk is full: just then users want to free space.
+// They are in a folder of their own beside "files" and "info", where no program looks for items.
 //
-// It is best effort. Some file systems write nothing in place, or need room for the new name.
+// This is best effort. Some file systems never write in place, or need space for the new name.
 #pragma once
 
 #include <cstddef>
@@ -18,31 +18,31 @@ namespace InfoReserve {
 
 inline constexpr const char* folderName = "tessaly-reserve";
 inline constexpr int count = 8;
-// Longer than any record, whose path may take three bytes for one.
+// Longer than any record, in which each byte of a path may take three.
 inline constexpr std::size_t length = std::size_t{16} * 1024;
 
 enum class Where { everywhere, whereItIsKept };
 
-// Makes the files that are missing as long as there is plenty of room; where there is no reserve
-// yet, only `everywhere`. `trash` is the folder of the Trash. Takes less than a millisecond most
-// often, since nothing has to be on disk before something is recorded with it.
+// Creates the missing files if there is plenty of free space; where there is no reserve yet, only
+// with `everywhere`. `trash` is the folder of the Trash. Usually takes less than a millisecond,
+// since nothing is synced to disk before a file is used.
 void fill(const FileDescriptor& trash, Where where);
 
 }  // namespace InfoReserve
 
-// A file of the reserve that has become a record.
+// A file of the reserve that was turned into a record.
 class ReservedInfo {
  public:
-  // Moves one to `name` in `info`, where nothing may be, and puts `content` on disk in it. Nothing
-  // is there after a failure, with errno set: EEXIST, ENOENT when there is none, or why it cannot
-  // be written. Only a plain file of this user with no other name is ever written to, and no link
-  // is followed. `info` outlives it.
+  // Moves a file of the reserve to `name` in `info`, where nothing may exist, and writes `content`
+  // to disk in it. After a failure nothing is there, and errno is set: EEXIST, ENOENT if the
+  // reserve is empty, or why it cannot be written. Writes only to a regular file of this user with
+  // no other name, and follows no link. `info` must outlive the object.
   ReservedInfo(const FileDescriptor& info, const std::string& name, std::string_view content);
 
   explicit operator bool() const { return static_cast<bool>(file_); }
 
-  // Behind the content stand line feeds, which no reader minds, until it is kept: so the file can
-  // go back to the reserve as it was.
+  // The content is followed by line feeds, which readers ignore, until keep(): so giveBack() can
+  // return the file to the reserve.
   void keep();
   void giveBack();
 

@@ -78,7 +78,7 @@ Result<bool> inodesLastAt(const FileDescriptor& item, const std::string& path) {
   if (uninterrupted([&] { return ::fstatfs(item.get(), &status); }) != 0) {
     return SystemError::fromErrno(errno, path);
   }
-  // The type is signed on some systems, and some numbers have the highest of 32 bits.
+  // The type is signed on some systems, and some magic numbers have the highest of 32 bits set.
   return ItemFacts::inodesLast(static_cast<unsigned long>(status.f_type) & 0xFFFFFFFFUL);
 }
 

@@ -1,14 +1,14 @@
-// What an item is known by, whatever its name: what stays the same as long as it is that item, and
-// is another for every other item that may take its name.
+// The facts that identify an item, whatever its name: they do not change while it is that item, and
+// differ from those of any other item that may get its name.
 //
-// On most file systems that is the device, the number of the inode, the type and the time of birth,
-// since a number is given again to a later file. Where no birth is recorded, type, size and time of
-// the last change to the content stand for it. The time of the last change to the inode never
-// counts: a move changes it.
+// On most file systems these are the device, the inode number, the type and the creation time,
+// since the number of a deleted file is reused. Without a creation time, type, size and the time of
+// the last content change are used instead. The time of the last inode change is never used, since
+// a move changes it.
 //
-// Some file systems make numbers up as they go, and another may be told of the same item later.
-// There type, size and time alone are known, and whoever needs to be sure adds what else is known
-// of the item.
+// Some file systems make up inode numbers and may report another one for the same item later. There
+// only type, size and time are used, and callers that need certainty add other knowledge of the
+// item.
 #pragma once
 
 #include <string>
@@ -21,34 +21,32 @@ namespace tessaly {
 
 namespace ItemFacts {
 
-// Whether inodes keep their numbers on a file system of that type, a number of <linux/magic.h>.
-// Not on:
+// Whether inodes keep their numbers on file systems of this type, a number of <linux/magic.h>. Not
+// on:
 // - vfat and exFAT, which store none;
-// - FUSE, where the program behind it may give any;
-// - CIFS and SMB, whose client makes them up for servers that tell none, and may turn to that at
-//   any time, and the folders shared with a virtual machine of VirtualBox;
-// - layered file systems (overlay), which over layers of several disks number anew what was
-//   forgotten meanwhile.
-// 9p is taken at its word: its protocol promises a number for good, and where a server breaks it,
-// an item is not recognised and stays where it is.
+// - FUSE, where the serving program may report any number;
+// - CIFS and SMB, whose client makes them up for servers that report none, and may start to do so
+//   at any time, and the shared folders of VirtualBox;
+// - layered file systems (overlay), which over layers of several disks assign new numbers to inodes
+//   that were dropped from the cache. 9p is trusted: its protocol promises permanent numbers, and
+//   if a server breaks the promise, an item is not recognised and stays where it is.
 bool inodesLast(unsigned long fileSystem);
 
-// Of a status with the fields wanted() as far as they are told.
+// Facts from a status with the fields wanted(), as far as they are reported.
 std::string text(const struct statx& status, bool inodesLast);
 
-// Of a folder that is known by itself and not by what is in it; empty where numbers do not last.
+// Facts of a folder, independent of its contents; empty if inode numbers do not last.
 std::string folderText(const struct statx& status, bool inodesLast);
 
-// For statx().
+// The field mask for statx().
 unsigned wanted();
 
 }  // namespace ItemFacts
 
-// Of the file system that an open item lies on. `path` is for errors.
+// For the file system of an open item. `path` is for errors.
 Result<bool> inodesLastAt(const FileDescriptor& item, const std::string& path);
 
-// Of `name` in the folder, itself also where it is a link, or of the open item where the name is
-// empty.
+// Facts of `name` in the folder, not following a link, or of the open item if the name is empty.
 Result<std::string> factsOf(const FileDescriptor& folder, const std::string& name, bool inodesLast,
                             const std::string& path);
 Result<std::string> folderFactsOf(const FileDescriptor& folder, bool inodesLast,

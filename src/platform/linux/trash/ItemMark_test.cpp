@@ -48,7 +48,7 @@ TEST(ItemMark, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) 
   EXPECT_FALSE(one.isUnchanged(written));
 }
 
-// The number of an item that is gone is soon given to the next one.
+// The inode number of a deleted item is soon reused.
 TEST(ItemMark, size_and_time_stand_for_a_birth_that_is_not_kept) {
   const ItemMark one = withoutBirth(markOfFile());
   ItemMark other = one;

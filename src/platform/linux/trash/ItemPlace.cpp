@@ -13,7 +13,7 @@ namespace tessaly {
 
 namespace {
 
-// The system would read a path with a zero in it only up to there, and mean another item.
+// The system would cut the path at a NUL, and so open another item.
 bool isMeant(const std::string& path) {
   return path.starts_with('/') && path.find('\0') == std::string::npos;
 }
@@ -78,7 +78,7 @@ Result<std::string> pathOf(const FileDescriptor& folder, const std::string& path
   const ssize_t length = ::readlink(link.c_str(), target, sizeof target);
   if (length < 0) return SystemError::fromErrno(errno, path);
   std::string found(target, static_cast<std::size_t>(length));
-  // The system says so in front of it when it cannot be reached from the root.
+  // The system puts "(unreachable)" in front of a path that is not below the root.
   if (!found.starts_with('/')) return SystemError::fromErrno(ENOENT, path);
   return found;
 }

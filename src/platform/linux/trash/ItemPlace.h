@@ -1,5 +1,5 @@
-// Where an item stands, held fast by a descriptor of its folder: whatever is renamed or linked on
-// the way there meanwhile, it is this folder that is meant.
+// Location of an item, held by a descriptor of its folder: whatever is renamed or linked above it
+// later, this folder is used.
 #pragma once
 
 #include <cstdint>
@@ -11,12 +11,12 @@
 
 namespace tessaly {
 
-// One file or folder, by what the system knows it by.
+// The numbers by which the system knows a file or folder.
 struct ItemIdentity {
   std::uint32_t deviceMajor = 0;
   std::uint32_t deviceMinor = 0;
   std::uint64_t inode = 0;
-  std::uint64_t mount = 0;  // of the mount that it was reached by
+  std::uint64_t mount = 0;  // of the mount that it was reached through
 
   bool isSameItem(const ItemIdentity& other) const {
     return deviceMajor == other.deviceMajor && deviceMinor == other.deviceMinor &&
@@ -29,34 +29,35 @@ struct ItemIdentity {
 
 struct ItemPlace {
   FileDescriptor folder;  // O_PATH
-  std::string name;       // within it, never empty, "." or ".."
+  std::string name;       // in the folder, never empty, "." or ".."
 };
 
-// Of the item itself, also where it is a link; the empty name stands for the folder. `path` is for
-// the error. notSupported where the system does not tell mounts apart.
+// Identity of the item itself, even if it is a link; the empty name means the folder. `path` is for
+// errors. notSupported if the system does not identify mounts.
 Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string& name,
                                 const std::string& path);
 
-// The folder of the absolute `path` and its last component, without slashes at its end. The item
-// itself need not be there. Refuses with EINVAL what cannot be meant, the root with EBUSY, and with
-// ELOOP a path on which a symbolic link stands above the item.
+// The folder of the absolute `path` and its last component, without trailing slashes. The item
+// itself need not exist. EINVAL for a path without a usable name, EBUSY for the root, ELOOP if a
+// symbolic link is above the item.
 Result<ItemPlace> placeOfItem(const std::string& path);
 
-// The same, after the folders above the item that are missing have been made.
+// The same, after creating the missing folders above the item.
 Result<ItemPlace> placeForItem(const std::string& path);
 
-// The item itself, also where it is a link, held fast by a descriptor (O_PATH) that opens nothing.
+// Holds the item itself, even if it is a link, by a descriptor (O_PATH) that does not open its
+// content.
 FileDescriptor holdItem(const FileDescriptor& folder, const std::string& name);
 
-// The folder `name` in another one, opened with `flags`. A link of that name is none (ENOTDIR).
+// Opens the folder `name` in another one with `flags`. A link of that name gives ENOTDIR.
 FileDescriptor openFolder(const FileDescriptor& folder, const std::string& name, int flags);
 
-// The absolute path of an open folder or a held item, without links. " (deleted)" stands behind
-// that of one which is no more.
+// The absolute path of an open folder or a held item, without links. The system appends "
+// (deleted)" if it no longer exists.
 Result<std::string> pathOf(const FileDescriptor& folder, const std::string& path);
 
-// Makes what was done in the folder last. A folder that may not be read, or whose file system
-// cannot do that, is left to the system.
+// Syncs changes of the folder's entries to disk. Does nothing for a folder that cannot be read, or
+// whose file system does not support it.
 void syncFolder(const FileDescriptor& folder);
 
 }  // namespace tessaly

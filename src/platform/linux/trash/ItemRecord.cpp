@@ -39,7 +39,7 @@ Result<std::string> ItemRecord::content() const {
   }
   if (length > longest) return SystemError::fromErrno(EFBIG, name_);
   content.resize(length);
-  // A record that came from the reserve and could not be cut has more of them, which say nothing.
+  // A record from the reserve that could not be cut has more line feeds, which have no meaning.
   const std::size_t last = content.find_last_not_of('\n');
   if (last != std::string::npos && last + 2 < content.size()) content.resize(last + 2);
   return content;

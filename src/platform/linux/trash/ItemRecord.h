@@ -1,5 +1,5 @@
-// The file that tells of one item in the Trash, once it stands there: other programs may take it
-// away, or put one of theirs in its place.
+// The record of one item in the Trash after it was written: other programs may remove it, or
+// replace it by a record of their own.
 #pragma once
 
 #include <string>
@@ -9,21 +9,21 @@
 
 namespace tessaly {
 
-// In the folder "info" of a Trash. Outlived by the folder.
+// A record in the folder "info" of a Trash, which must outlive the object.
 class ItemRecord {
  public:
-  // Of the item called `itemName`.
+  // For the item called `itemName`.
   ItemRecord(const FileDescriptor& folder, const std::string& itemName);
 
-  // The whole of it, with one line feed at its end at most. EFBIG for more than a path can fill;
-  // that is none of ours.
+  // The whole content, with at most one line feed at its end. EFBIG if it is longer than any record
+  // by this program.
   Result<std::string> content() const;
 
-  // Writes the record again where it is gone. 0, or an errno: EEXIST where that of another item
-  // stands there by now. What cannot be looked at is taken to be there.
+  // Writes the record again if it is gone. Returns 0 or an errno: EEXIST if another item's record
+  // is there by now. A record that cannot be read counts as present.
   int keep(const std::string& content) const;
 
-  // Where it still is the one of that content.
+  // Removes it if it still has this content.
   void removeIf(const std::string& content) const;
 
  private:

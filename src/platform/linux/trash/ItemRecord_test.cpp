@@ -11,7 +11,7 @@
 namespace tessaly {
 namespace {
 
-// 4,096 bytes of a path, each written as three, and as much again for all else.
+// 4,096 bytes of a path, each written as three, and another 4,096 for the rest.
 TEST(ItemRecord, is_none_of_ours_beyond_what_a_path_can_fill) {
   const TempTree tree;
   const FileDescriptor folder(::open(tree.path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));

@@ -1,4 +1,4 @@
-// How the items of one Trash are told from others that get their names.
+// Distinguishes the items of one Trash from others that get their names.
 #pragma once
 
 #include <string>
@@ -12,20 +12,19 @@ namespace tessaly {
 
 class KnownItems {
  public:
-  // Those in the folder "files" of a Trash, which is known too: another Trash at its place has
-  // other items. `path` is for errors, here and below.
+  // For the items in the folder "files" of a Trash. The folder is identified too: another Trash at
+  // the same path has other items. `path` is for errors, here and below.
   static Result<KnownItems> in(const FileDescriptor& files, const std::string& path);
 
-  // Of an item that is held there (ItemPlace.h), with the content of the file that tells of it.
+  // Identity of an item that is held there (ItemPlace.h), with the content of its record.
   Result<TrashIdentity> identityOf(const FileDescriptor& item, std::string record,
                                    const std::string& path) const;
 
-  // Whether both are of one item. Where inodes do not keep their numbers, the records must be one
-  // as well.
+  // Whether both identify the same item. If inode numbers do not last, the records must be equal as
+  // well.
   bool areSame(const TrashIdentity& one, const TrashIdentity& other) const;
 
-  // Whether the item that is held stands at `name` in the folder; an error where that cannot be
-  // found out.
+  // Whether the held item is at `name` in the folder; an error if that cannot be determined.
   Result<bool> standsAt(const FileDescriptor& folder, const std::string& name,
                         const FileDescriptor& item) const;
 

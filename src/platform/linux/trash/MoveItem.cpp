@@ -20,9 +20,9 @@ Result<bool> areOneItem(const ItemEnd& one, const ItemEnd& other) {
   return first.value().isSameItem(second.value());
 }
 
-// False with errno ESTALE where the name belongs to another item by now.
+// False with errno ESTALE if the name belongs to another item by now.
 bool removeSecondName(const ItemEnd& name, const ItemEnd& kept) {
-  // What is to go is looked at last.
+  // The name to be removed is checked last.
   const Result<bool> isOne = areOneItem(kept, name);
   if (!isOne || !isOne.value()) {
     errno = isOne ? ESTALE : isOne.error().code;
@@ -31,14 +31,15 @@ bool removeSecondName(const ItemEnd& name, const ItemEnd& kept) {
   return ::unlinkat(name.folder.get(), name.name.c_str(), 0) == 0;
 }
 
-// The same in all that can be seen from outside, but for a moment in which the item has two names.
+// Moves by a second name. From outside the only difference is that the item has two names for a
+// moment.
 bool moveByName(const ItemEnd& from, const ItemEnd& to) {
   if (::linkat(from.folder.get(), from.name.c_str(), to.folder.get(), to.name.c_str(), 0) != 0) {
     return false;
   }
   if (removeSecondName(from, to)) return true;
   const int code = errno;
-  // Another item has taken the first name, and so it is done.
+  // Another item has taken the first name, so the move is complete.
   if (code == ESTALE) return true;
   removeSecondName(to, from);
   errno = code;
@@ -79,7 +80,7 @@ bool moveOverOwnFile(const ItemEnd& from, const ItemEnd& to) {
   }
   const int code = errno;
   if (isStillOurs(file, to)) ::unlinkat(to.folder.get(), to.name.c_str(), 0);
-  // A file system whose plain move replaces nothing.
+  // On this file system a plain rename replaces nothing.
   if (code == EEXIST) return moveAfterLooking(from, to);
   errno = code;
   return false;
@@ -91,7 +92,7 @@ bool moveWithoutTheFlag(const ItemEnd& from, const ItemEnd& to) {
   if (::fstatat(from.folder.get(), from.name.c_str(), &status, flags) != 0) return false;
   if (S_ISDIR(status.st_mode) || to.isReserved) return moveAfterLooking(from, to);
   if (moveByName(from, to)) return true;
-  // No second names on this file system.
+  // The file system does not support hard links.
   const bool hasNoLinks = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
   return hasNoLinks && moveOverOwnFile(from, to);
 }

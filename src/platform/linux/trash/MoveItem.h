@@ -1,4 +1,4 @@
-// One move of one item that replaces nothing.
+// Moves one item without replacing anything.
 #pragma once
 
 #include <string>
@@ -11,26 +11,26 @@ namespace tessaly {
 struct ItemEnd {
   const FileDescriptor& folder;
   const std::string& name;
-  // Other programs leave the name alone: in a Trash a record stands for it.
+  // Other programs do not use the name: in a Trash its record reserves it.
   bool isReserved = false;
 };
 
-// Moves the item of that identity. Gives 0, or an errno; the item then is where it was. Where
-// something stands at `to` that is EEXIST, and on nearly all file systems the system itself sees to
-// it that nothing is replaced. One without such a move gets the nearest that it has:
+// Moves the item with that identity. Returns 0, or an errno; the item is then where it was. EEXIST
+// if an item exists at `to`; on nearly all file systems the system itself guarantees that nothing
+// is replaced. Where it has no such operation, the closest one is used:
 //
-// - A folder, and what goes to a reserved name, is moved after a look. What appears there in
-//   between is replaced, if it is an empty folder or, at a reserved name, a file.
-// - All else gets a second name, which replaces nothing, and loses its first one if that still is
-//   its own. What gets the first name between that look and the removal is lost.
-// - Where there are no second names either, an empty file takes the name at `to`, and the item is
-//   moved over it if that still is the same and empty. From the moment it is there, a program that
-//   would make an item at the name is refused; what one writes into that file, or moves over it,
-//   between the look and the move is lost. Ended in between, the program leaves the empty file.
+// - A folder, and an item with a reserved target, is renamed after a check. An item that appears at
+//   the target in between is replaced, if it is an empty folder or, at a reserved name, a file.
+// - Any other item gets a second name, which replaces nothing, and then loses its first one if that
+//   is still its own. An item that gets the first name between that check and the removal is lost.
+// - Without hard links, an empty file is created at `to`, and the item is renamed over it if it is
+//   still the same and empty. While that file exists, a program that tries to create an item there
+//   gets an error; data that a program writes into it, or an item that it moves over it, between
+//   the check and the rename is lost. If the program ends in between, the empty file remains.
 int moveItem(const ItemEnd& from, const ItemEnd& to, const ItemIdentity& item);
 
-// Whether the item stands at `to` and at `from` no more: an answer that was lost on its way from
-// another machine looks like a failure.
+// Whether the item is at `to` and no longer at `from`: if a remote file system loses an answer, a
+// successful move looks like a failure.
 bool hasMoved(const ItemEnd& from, const ItemEnd& to, const ItemIdentity& item);
 
 }  // namespace tessaly

@@ -54,7 +54,7 @@ bool NewInfo::create(std::string_view content) {
   }));
   if (!file) return false;
   held_ = FileDescriptor(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
-  // An interrupted close has closed all the same.
+  // An interrupted close() has closed the descriptor too.
   const bool isWritten = held_ && writeAll(file, content) &&
                          uninterrupted([&] { return ::fsync(file.get()); }) == 0 &&
                          (file.close() == 0 || errno == EINTR);
@@ -77,9 +77,9 @@ void NewInfo::remove() {
   isThere_ = false;
 }
 
-// Another program may have taken it for a record left over, and stored one of its own.
+// Another program may have removed the record as a leftover, and stored one of its own.
 bool NewInfo::hasItsName() const {
-  // It was made just now.
+  // It was created just now.
   if (!held_) return true;
   struct stat own {};
   struct stat there {};

@@ -1,4 +1,4 @@
-// The file that tells of one item in the Trash, as it is made.
+// The record of one item in the Trash, while it is being created.
 #pragma once
 
 #include <optional>
@@ -10,12 +10,12 @@
 
 namespace tessaly {
 
-// A file in a folder of infos that was not there before, on disk before anything is moved. It is
-// taken away again unless it is kept or another file has its name by now. Where the disk has no
-// room for it, one of the reserve serves as long as there is one. The folder outlives it.
+// A new file in a folder of records, on disk before the item is moved. The destructor removes it,
+// unless it was kept or another file has its name by now. If the disk has no space for it, a file
+// of the reserve is used if there is one. The folder must outlive the object.
 class NewInfo {
  public:
-  // Not there after a failure, with errno set.
+  // After a failure isThere() is false and errno is set.
   NewInfo(const FileDescriptor& folder, std::string name, std::string_view content);
   NewInfo(const NewInfo&) = delete;
   NewInfo& operator=(const NewInfo&) = delete;
@@ -32,7 +32,7 @@ class NewInfo {
   const FileDescriptor& folder_;
   const std::string name_;
   bool isThere_ = false;
-  // Of the file, so that no other one gets its number while this object lives.
+  // Held open, so that the inode number is not reused while this object exists.
   FileDescriptor held_;
   std::optional<ReservedInfo> reserved_;
 };

@@ -15,7 +15,7 @@ class LookAhead final : public TreePass {
  public:
   explicit LookAhead(uid_t user) : TreePass(AfterError::stop), user_(user) {}
 
-  // The entry by itself, without what stands in it.
+  // Checks the entry itself, not its contents.
   static int look(const FileDescriptor& folder, const char* name, bool& isFolder) {
     constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
     struct statx status {};
@@ -41,7 +41,7 @@ class LookAhead final : public TreePass {
 
   int leave(const FileDescriptor&, const std::string&) override { return 0; }
 
-  // Nobody minds that where nothing stands in the folder.
+  // Only matters if the folder has entries.
   int objectionToChanging(const FileDescriptor& held) const {
     if (::faccessat(held.get(), ".", W_OK | X_OK, AT_EACCESS) == 0) return 0;
     const int code = errno;

@@ -1,4 +1,5 @@
-// Looks ahead whether a folder can be deleted with all in it, so that one that cannot stays whole.
+// Checks in advance whether a folder can be deleted with its contents, so that one that cannot be
+// stays complete.
 #pragma once
 
 #include <string>
@@ -9,11 +10,11 @@
 
 namespace tessaly {
 
-// The first thing in the folder `name` in `above`, or itself, that `user` could not delete: what a
-// file system is mounted on (EBUSY), what is marked as not to be changed (EPERM), what stands in a
-// folder of others that the user may not change (EACCES), or on a file system that takes no changes
-// (EROFS). Changes nothing, and so cannot look into a folder of the user's own that is closed: this
-// one is taken on trust. `path` is that of the folder.
+// The first item, in the folder `name` in `above` or that folder itself, that `user` could not
+// delete: a mount point (EBUSY), an immutable item (EPERM), an entry of another user's folder that
+// the user may not change (EACCES), or an item on a read-only file system (EROFS). Changes nothing,
+// so it cannot look into a folder of the user's own without permissions: that one is assumed to be
+// deletable. `path` is the path of the folder.
 Outcome obstacleToDeleting(const FileDescriptor& above, const std::string& name,
                            const std::string& path, uid_t user);
 

@@ -24,7 +24,7 @@ FileDescriptor openAtOnce(const std::string& path) {
       [&] { return ::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how); })));
 }
 
-// A link is no folder, which is all that the system says of it.
+// For a link the system only reports ENOTDIR, so links are detected separately.
 FileDescriptor openOne(const FileDescriptor& above, const std::string& name) {
   FileDescriptor folder = openFolder(above, name, O_PATH);
   if (folder || errno != ENOTDIR) return folder;
@@ -60,14 +60,14 @@ FileDescriptor goAlong(std::string_view path, const Step& step) {
 
 FileDescriptor openFolderPath(const std::string& path) {
   FileDescriptor folder = openAtOnce(path);
-  // An older system has no such call, or a sandbox does not let it through.
+  // Older systems do not have this call, and some sandboxes block it.
   const bool isRefused = errno == ENOSYS || errno == EPERM || errno == EINVAL;
   if (folder || !isRefused) return folder;
   return goAlong(path, openOne);
 }
 
 FileDescriptor makeFolderPath(const std::string& path) {
-  // Most often nothing is missing.
+  // Usually no folder is missing.
   FileDescriptor folder = openFolderPath(path);
   if (folder || errno != ENOENT) return folder;
   return goAlong(path, makeOne);

@@ -1,7 +1,7 @@
-// Ways to a folder by an absolute path that no symbolic link may stand on.
+// Opens a folder by an absolute path that must not contain symbolic links.
 //
-// An empty descriptor after a failure, with errno set: ELOOP where there is a link, also at the end
-// of the path. Descriptors are O_PATH.
+// Returns an empty descriptor after a failure, with errno set: ELOOP for a link, also at the end of
+// the path. Descriptors are O_PATH.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace tessaly {
 
 FileDescriptor openFolderPath(const std::string& path);
 
-// The same; makes the folders that are missing, each in the one above that is held open.
+// The same; creates missing folders, each in the open folder above it.
 FileDescriptor makeFolderPath(const std::string& path);
 
 }  // namespace tessaly

@@ -53,7 +53,7 @@ mode_t openPermissions(const FileDescriptor& held, uid_t user) {
   return permissions;
 }
 
-// There is no other way to them by such a descriptor, and a name may mean another folder by now.
+// An O_PATH descriptor allows no other way, and the folder's name may mean another folder by now.
 void setPermissions(const FileDescriptor& held, mode_t permissions) {
   const std::string itself = "/proc/self/fd/" + std::to_string(held.get());
   ::chmod(itself.c_str(), permissions);

@@ -1,4 +1,4 @@
-// Deletes a folder with all that is in it.
+// Deletes a folder with its contents.
 #pragma once
 
 #include <string>
@@ -10,16 +10,15 @@
 
 namespace tessaly {
 
-// Opens the permissions of `held`, open with O_PATH, for its owner, where that is `user` and where
-// they are not open. Gives the permissions that were there.
+// Adds the owner's permissions to `held`, open with O_PATH, if `user` is its owner and they are
+// missing. Returns the previous permissions.
 mode_t openPermissions(const FileDescriptor& held, uid_t user);
 void setPermissions(const FileDescriptor& held, mode_t permissions);
 
-// Deletes the folder `name` in `above`, whose path is `path`, when it is `item`; else ESTALE. Links
-// are deleted, never followed; of a file system mounted below nothing is touched. Folders of `user`
-// that their permissions close are opened first. Gives the first error, after which as much as can
-// be is deleted all the same. What vanishes meanwhile is no error, nor is a folder that is not
-// there.
+// Deletes the folder `name` in `above`, whose path is `path`, if it is `item`; else ESTALE. Links
+// are deleted, never followed; mounts below are not touched. Folders of `user` without permissions
+// get them first. Returns the first error, after which it still deletes as much as possible.
+// Entries that vanish meanwhile are no error, nor is a missing folder.
 Outcome removeTree(const FileDescriptor& above, const std::string& name, const ItemIdentity& item,
                    const std::string& path, uid_t user);
 

@@ -23,18 +23,18 @@ struct stat statusOf(const FileDescriptor& folder) {
   return status;
 }
 
-// Through links.
+// Follows links.
 FileDescriptor openPath(const std::string& path) {
   return FileDescriptor(
       uninterrupted([&] { return ::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
 }
 
-// A true folder of that name, made when it is missing. An empty descriptor, with errno set, where
-// there is something else.
+// Opens the folder of that name, which must not be a link, and creates it if it is missing. Returns
+// an empty descriptor, with errno set, if another item has the name.
 FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name) {
   const bool isNew = ::mkdirat(parent.get(), name.c_str(), 0700) == 0;
   if (!isNew && errno != EEXIST) {
-    // What cannot be made may be there all the same: a disk that takes no changes says so first.
+    // It may exist all the same: a read-only file system reports EROFS first.
     const int code = errno;
     FileDescriptor there = openFolder(parent, name, O_PATH);
     if (!there) errno = code;
@@ -44,7 +44,7 @@ FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name) 
   return openFolder(parent, name, O_PATH);
 }
 
-// The same, and it must belong to the user.
+// The same; the folder must also belong to the user.
 FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name, uid_t user) {
   FileDescriptor folder = ownFolder(parent, name);
   if (!folder || statusOf(folder).st_uid == user) return folder;
@@ -52,7 +52,7 @@ FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name, 
   return FileDescriptor();
 }
 
-// The folders from an item upwards to the top of its file system.
+// The folders from an item up to the top of its file system.
 struct Ancestors {
   std::vector<ItemIdentity> all;
   FileDescriptor top;
@@ -68,7 +68,7 @@ Result<Ancestors> ancestorsOf(const ItemPlace& item, const std::string& path) {
     FileDescriptor above = openFolder(folder, "..", O_PATH);
     if (!above) return SystemError::fromErrno(errno, path);
     identity = identityOf(above, "", path);
-    // Above the root is the root.
+    // The parent of the root is the root.
     const bool isTop = identity && (identity.value().mount != ancestors.all.back().mount ||
                                     identity.value().isSameItem(ancestors.all.back()));
     if (isTop) {
@@ -80,9 +80,8 @@ Result<Ancestors> ancestorsOf(const ItemPlace& item, const std::string& path) {
   return identity.error();
 }
 
-// Whether the folder `path`, or the first above it that is there, is reached by `mount`. An error
-// when that cannot be found out: to take the one Trash because the other did not answer would hide
-// items from who looks for them.
+// Whether the folder `path`, or the nearest existing folder above it, is on `mount`. An error if
+// that cannot be determined: choosing the wrong Trash would hide the item from the user.
 Result<bool> liesOn(std::uint64_t mount, std::string path) {
   while (true) {
     if (const FileDescriptor folder = openPath(path)) {
@@ -125,7 +124,7 @@ class Search {
     if (!top) return top.error();
     const std::string absolute = below(folder.value(), item_.name);
     const std::string prefix = below(top.value(), "");
-    // A folder on the way was moved just now.
+    // A folder above the item was moved just now.
     if (!absolute.starts_with(prefix)) return SystemError::fromErrno(ESTALE, path_);
     const std::string relative = absolute.substr(prefix.size());
     if (isNameOfTrash(relative.substr(0, relative.find('/')))) return inTrash();
@@ -165,7 +164,8 @@ class Search {
 
   SystemError inTrash() const { return SystemError::fromErrno(EINVAL, path_); }
 
-  // The file system would go along into the Trash, and who empties that would empty a disk.
+  // Its file systems would move into the Trash with the folder, and emptying the Trash would then
+  // delete a whole disk.
   Outcome holdsNoMount(const std::string& inside) const {
     const Result<std::vector<Mount>> table = readMounts(place_.mountinfo);
     if (!table) return table.error();
@@ -175,7 +175,7 @@ class Search {
     return SystemError::fromErrno(EBUSY, path_);
   }
 
-  // It may be a link: it is the user who put it there.
+  // It may be a link, which only the user can have created.
   FileDescriptor openHome() {
     trashPath_ = homeTrash_;
     FileDescriptor folder = openPath(homeTrash_);
@@ -189,7 +189,7 @@ class Search {
 
   FileDescriptor openAtTop(const FileDescriptor& top, const std::string& topPath) {
     const std::string user = std::to_string(place_.user);
-    // What everybody shares must be sticky, or anybody could exchange another's folder in it.
+    // A shared folder must be sticky, or users could replace each other's folders in it.
     if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
         shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
       trashPath_ = below(topPath, ".Trash/" + user);

@@ -31,7 +31,7 @@ bool continues(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// How many bytes the character takes that starts with this one; 1 where it is none of UTF-8.
+// Length in bytes of the UTF-8 character with this first byte; 1 for an invalid byte.
 std::size_t lengthBy(char first) {
   const auto value = static_cast<unsigned char>(first);
   if (value >= 0xC2 && value <= 0xDF) return 2;
@@ -39,7 +39,7 @@ std::size_t lengthBy(char first) {
   return value >= 0xF0 && value <= 0xF4 ? 4 : 1;
 }
 
-// No longer than `most` bytes, and less where a character would be cut in two.
+// At most `most` bytes, fewer if a character would be split.
 std::string_view cut(std::string_view text, std::size_t most) {
   if (text.size() <= most) return text;
   std::size_t start = most;
@@ -63,7 +63,7 @@ std::string text(std::string_view path, const std::tm& deleted) {
 }
 
 std::string nameFor(std::string_view name, unsigned number, std::size_t longest) {
-  constexpr std::size_t longestExtension = 16;  // longer ones are part of the name
+  constexpr std::size_t longestExtension = 16;  // longer ones count as part of the name
   std::string behind;
   if (const std::size_t dot = name.rfind('.');
       dot != std::string_view::npos && dot > 0 && name.size() - dot <= longestExtension) {
@@ -72,7 +72,7 @@ std::string nameFor(std::string_view name, unsigned number, std::size_t longest)
   }
   if (number > 1) behind.insert(0, "." + std::to_string(number));
   const std::size_t taken = behind.size() + ending.size();
-  // No file system in use leaves so little.
+  // No common file system has such short names.
   if (longest <= taken) return std::string(name) + behind;
   return std::string(cut(name, longest - taken)) + behind;
 }

@@ -60,11 +60,12 @@ TEST(TrashName, leaves_room_for_the_ending) {
 }
 
 TEST(TrashName, never_cuts_a_character_in_two) {
-  // After one byte, characters of three bytes end at 244 and 247: the room is 245.
+  // After one byte, characters of three bytes end at 244 and 247: the limit is 245.
   std::string name = "n";
   for (int i = 0; i < 84; ++i) name += "\xE2\x82\xAC";
   EXPECT_EQ(numbered(name), name.substr(0, 244));
-  // Of two bytes: the room ends with a character when the name starts with one byte.
+  // With characters of two bytes the limit falls on the end of a character when the name starts
+  // with one byte.
   std::string accents = "n";
   for (int i = 0; i < 127; ++i) accents += "\xC3\xA9";
   EXPECT_EQ(numbered(accents), accents.substr(0, 245));

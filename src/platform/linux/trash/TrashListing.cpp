@@ -35,7 +35,7 @@ class Listing {
     }
     listRemains();
     const TrashPart info = open("info");
-    // Read first: for what is recorded from now on, the item may still be on its way.
+    // Read first: the item of a record written from now on may not have been moved yet.
     std::vector<std::string> records;
     if (info.folder) records = recordsIn(info.folder);
     const TrashPart files = open("files");
@@ -60,7 +60,7 @@ class Listing {
     return part;
   }
 
-  // False for what has vanished or cannot be looked at.
+  // False for an entry that has vanished or cannot be examined.
   bool mark(const FileDescriptor& folder, const std::string& part, const std::string& name,
             ItemMark& found) {
     const int code = markOf(folder, name, found);
@@ -106,7 +106,8 @@ class Listing {
     noteError(code, "files");
   }
 
-  // False where it cannot be looked at: an item that went without its record would leave it behind.
+  // False if the record cannot be examined: deleting the item without it would leave the record
+  // behind.
   bool markRecord(const FileDescriptor& info, TrashListing::Item& item) {
     const std::string name = item.entry.name + std::string(TrashInfo::ending);
     ItemMark record;
@@ -143,7 +144,8 @@ class Listing {
 std::int64_t clockOfFolder(const FileDescriptor& folder) {
   struct stat status {};
   if (::futimens(folder.get(), nullptr) == 0 && ::fstat(folder.get(), &status) == 0) {
-    // The earlier one where a part of the time comes from this machine: rather too little is old.
+    // The earlier one, in case one of both comes from this machine: rather too few records count as
+    // old.
     return std::min(status.st_mtim.tv_sec, status.st_ctim.tv_sec);
   }
   return std::time(nullptr);

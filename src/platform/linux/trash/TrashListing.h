@@ -1,6 +1,5 @@
-// What lies in one folder of a Trash when somebody asks for it to be emptied. An emptying takes
-// what was listed and nothing else, so that what is thrown away after the asking stays, also under
-// a name that was listed.
+// The contents of one Trash folder at the time of a request to empty it. An emptying deletes only
+// what was listed, so items moved to the Trash after the request stay, even under a listed name.
 #pragma once
 
 #include <cstdint>
@@ -25,27 +24,27 @@ struct ListedEntry {
 struct TrashListing {
   struct Item {
     ListedEntry entry;
-    std::optional<ItemMark> record;  // of where it came from, in "info"
+    std::optional<ItemMark> record;  // record of its origin, in "info"
   };
 
   UserTrashFolder folder;
   std::vector<Item> items;           // in "files"
-  std::vector<ListedEntry> orphans;  // records without an item, names in "info"
-  std::vector<ListedEntry> remains;  // in "expunged": of what was deleted for a part only
-  std::optional<ItemMark> expunged;  // of what stands there in place of that folder
+  std::vector<ListedEntry> orphans;  // names in "info" of records without an item
+  std::vector<ListedEntry> remains;  // in "expunged": partly deleted items
+  std::optional<ItemMark> expunged;  // an item that has this name instead of the folder
 };
 
-// The time by the clock that the file system of `folder`, open for reading, stamps files with; in
-// seconds since 1970. That of another machine may differ from ours.
+// The time, in seconds since 1970, by the clock with which the file system of `folder`, open for
+// reading, sets file times. The clock of another machine may differ from the local one.
 using FolderClock = std::function<std::int64_t(const FileDescriptor& folder)>;
 
-// Asks the file system to stamp the folder. Where it does not, the clock of this machine.
+// Makes the file system set the folder's time. If it does not, uses the clock of this machine.
 std::int64_t clockOfFolder(const FileDescriptor& folder);
 
-// Deletes nothing. A record that was touched within the last minute by `clock`, or is of a time to
-// come, is no orphan: its item may still be on its way. Opens the permissions of the folders of
-// `user` that it reads. Absent where nothing may be deleted, after an error that has been added to
-// `result`, as are the others.
+// Deletes nothing. A record changed within the last minute by `clock`, or with a time in the
+// future, is no orphan: its item may not have been moved yet. Opens the permissions of the folders
+// of `user` that it reads. Absent if nothing may be deleted, after an error that was added to
+// `result`, like all others.
 std::optional<TrashListing> listTrashFolder(UserTrashFolder trash, uid_t user,
                                             const FolderClock& clock, EmptiedTrash& result);
 

@@ -12,7 +12,7 @@ namespace tessaly {
 namespace {
 
 TrashPart without(int code) {
-  // A link is one more thing that is no folder.
+  // A link is treated like any other item that is not a folder.
   return {.folder = FileDescriptor(), .code = code == ELOOP ? ENOTDIR : code};
 }
 

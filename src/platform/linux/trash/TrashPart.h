@@ -10,14 +10,14 @@
 namespace tessaly {
 
 struct TrashPart {
-  FileDescriptor folder;  // open for reading; empty where there is none
-  int code = 0;           // why, as an errno: ENOENT, ENOTDIR where something else stands there,
-                          // EBUSY where another file system is mounted there
+  FileDescriptor folder;  // open for reading; closed if there is none
+  int code = 0;           // reason as an errno: ENOENT, ENOTDIR if another item has the name, EBUSY
+                          // if a file system is mounted there
   bool isMissing() const { return code == ENOENT; }
   bool hasFailed() const { return code != 0 && code != ENOENT && code != ENOTDIR; }
 };
 
-// Never follows a link. The permissions of a folder of `user` that are closed are opened for good.
+// Never follows a link. Permanently opens the permissions of a folder of `user`.
 TrashPart openTrashPart(const UserTrashFolder& trash, const std::string& name, uid_t user);
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// Whose Trash it is, and where to look for it.
+// The owner of a Trash, and where to find it.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@ namespace tessaly {
 
 struct TrashPlace {
   std::string homeTrash;  // absolute path
-  std::string mountinfo;  // path of the list of mounts, in the kernel's form
+  std::string mountinfo;  // path of the list of mounts, in the kernel's format
   uid_t user = 0;
 
-  // Of the user that this process runs as.
+  // For the user of this process.
   static TrashPlace current();
 };
 

@@ -64,7 +64,7 @@ void TreePass::read() {
   if (code != 0 && code != ENOENT) fail(code, "");
 }
 
-// False when there is no way back.
+// False if the parent cannot be reached.
 bool TreePass::goUp() {
   FileDescriptor above = openFolder(current_, "..", O_PATH);
   const int code = errno;
@@ -104,7 +104,7 @@ void TreePass::fail(int code, const std::string& name) {
 
 std::string TreePass::pathOfEntry(const std::string& name) const {
   std::string path = path_;
-  // The first level is the folder that the item stands in, the second the item.
+  // The first level is the folder that contains the item, the second is the item.
   for (std::size_t i = 2; i < levels_.size(); ++i) path += "/" + levels_[i].name;
   if (levels_.size() > 1 && !name.empty()) path += "/" + name;
   return path;

@@ -1,7 +1,6 @@
-// Goes through a folder with all that is below it, each folder after what is in it. It never
-// follows a link and never leaves the mount that it started on. Few descriptors are open whatever
-// the depth, and the stack does not grow; a way up is taken only to the folder that the way down
-// came from.
+// Visits a folder and everything below it, each folder after its contents. Never follows a link and
+// never leaves its mount. Needs few descriptors at any depth, and no recursion; it returns only to
+// the folder that it came from.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +21,11 @@ class TreePass {
   TreePass(const TreePass&) = delete;
   TreePass& operator=(const TreePass&) = delete;
 
-  // Goes through the folder `name` in `above`, whose path is `path`. Gives the first error. What
-  // vanishes meanwhile is none; a file system mounted below is one (EBUSY).
+  // Visits the folder `name` in `above`, whose path is `path`. Returns the first error. Entries
+  // that vanish meanwhile are no error; a mount point below is one (EBUSY).
   Outcome run(const FileDescriptor& above, const std::string& name, const std::string& path);
 
-  // The same, but ESTALE when another folder than `item` has that name.
+  // The same, but ESTALE if another folder than `item` has that name.
   Outcome run(const FileDescriptor& above, const std::string& name, const ItemIdentity& item,
               const std::string& path);
 
@@ -35,29 +34,29 @@ class TreePass {
 
   explicit TreePass(AfterError afterError) : afterError_(afterError) {}
 
-  // Errors are errno values, and 0 for none.
+  // Return values are errno values, 0 for success.
 
-  // Opens `held`, which is open with O_PATH, for reading. An empty descriptor leaves it out, and
-  // then errno has the error.
+  // Opens `held`, which is open with O_PATH, for reading. An empty descriptor, with errno set,
+  // skips the folder.
   virtual FileDescriptor open(const FileDescriptor& held) = 0;
 
-  // An entry of a folder that was opened. Sets `isFolder` when it is to be gone through.
+  // Called for each entry of an opened folder. Sets `isFolder` if the entry is to be visited.
   virtual int meet(const FileDescriptor& folder, std::string_view name, unsigned char type,
                    bool& isFolder) = 0;
 
-  // All in the folder `name` has been met without an error. ENOTEMPTY has it gone through again, a
-  // few times.
+  // Called after the contents of the folder `name` were visited without an error. If it returns
+  // ENOTEMPTY, the folder is visited again, a few times at most.
   virtual int leave(const FileDescriptor& above, const std::string& name) = 0;
 
-  // The path of an entry that is being met.
+  // The path of the entry passed to meet().
   std::string pathOfEntry(const std::string& name) const;
 
  private:
   struct Level {
     std::string name;
     ItemIdentity identity;
-    std::vector<std::string> folders;  // still to be gone through, the last of them now
-    int rounds = 0;                    // that the last of them has had
+    std::vector<std::string> folders;  // still to be visited; the last one is current
+    int rounds = 0;                    // number of visits of the last one
     bool hasFailed = false;
   };
 
@@ -69,9 +68,9 @@ class TreePass {
 
   const AfterError afterError_;
   std::string path_;
-  std::optional<ItemIdentity> item_;  // that the pass is to start with
+  std::optional<ItemIdentity> item_;  // folder that the pass must start with
   std::vector<Level> levels_;
-  FileDescriptor current_;  // of the last level
+  FileDescriptor current_;  // folder of the last level
   std::optional<SystemError> error_;
 };
 

@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-// Notes what it meets, and does what it is told when it does.
+// Records the calls, and runs the test's actions during them.
 class Notes final : public TreePass {
  public:
   explicit Notes(AfterError afterError = AfterError::goOn) : TreePass(afterError) {}
@@ -121,7 +121,7 @@ TEST_F(TreePassTest, goes_through_a_folder_again_that_is_not_empty_but_not_for_e
   EXPECT_EQ(outcome.error(), SystemError::fromErrno(ENOTEMPTY, "/item/a/b"));
 }
 
-// Whoever moves a folder away while it is gone through takes the pass nowhere else.
+// Moving a folder away during its visit must not lead the pass into another folder.
 TEST_F(TreePassTest, does_not_go_up_into_another_folder) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) {

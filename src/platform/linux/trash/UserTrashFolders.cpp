@@ -15,7 +15,7 @@ namespace tessaly {
 
 namespace {
 
-// Through links.
+// Follows links.
 FileDescriptor lookUpTop(const std::string& path) {
   return FileDescriptor(
       uninterrupted([&] { return ::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
@@ -78,7 +78,7 @@ class Search {
     if (!top) return;
     const std::string user = std::to_string(place_.user);
     const std::string prefix = point.ends_with('/') ? point : point + "/";
-    // What everybody shares must be sticky, or anybody could exchange another's folder in it.
+    // A shared folder must be sticky, or users could replace each other's folders in it.
     if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
         shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
       addOwn(openFolder(shared, user, O_PATH), prefix + ".Trash/" + user);

@@ -1,6 +1,5 @@
-// All folders that hold what a user has thrown away, after the freedesktop.org Trash specification
-// 1.0: one in the user's data directory for the home, and those at the top of each other file
-// system.
+// All Trash folders of a user, by the freedesktop.org Trash specification 1.0: one in the user's
+// data directory for the home, and those at the top of each other file system.
 #pragma once
 
 #include <string>
@@ -18,21 +17,21 @@ struct UserTrashFolder {
 };
 
 struct UserTrashFolders {
-  // Each once, though a file system may be mounted in many places; of these, one where something
-  // can be changed is preferred.
+  // Each folder once, even if its file system is mounted several times; a writable mount is
+  // preferred.
   std::vector<UserTrashFolder> all;
-  // What could not be looked at although a Trash may be there.
+  // Errors for folders that could not be examined although a Trash may be there.
   std::vector<SystemError> errors;
 };
 
-// The home's own folder may be a link, since it is the user who put it there. At the top of a file
-// system, where others may write too, only true folders serve: the user's in a shared ".Trash" that
-// is sticky, and ".Trash-" with the number of the user; both must belong to the user. A file system
-// that does not let the user look at its top has none.
+// The home's folder may be a link, since only the user can have created it. At the top of a file
+// system, where others may write too, only real folders count: the user's folder in a shared
+// ".Trash" that is sticky, and ".Trash-" plus the user's number; both must belong to the user. A
+// file system whose top the user may not read has none.
 UserTrashFolders userTrashFolders(const TrashPlace& place);
 
-// Those of them in the home, and at the top of the file system mounted on `point`. Looking there
-// may block for as long as that file system takes.
+// The folder in the home, and those at the top of the file system mounted on `point`. The latter
+// may block until that file system answers.
 UserTrashFolders homeTrashFolder(const TrashPlace& place);
 UserTrashFolders trashFoldersOn(const TrashPlace& place, const std::string& point);
 

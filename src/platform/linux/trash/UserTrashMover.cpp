@@ -27,7 +27,8 @@ std::tm localTime() {
   return local;
 }
 
-// Small numbers read well; where many items of one name lie, each would have to be tried.
+// Small numbers are easy to read; if many items have the same name, trying all of them would take
+// too long.
 unsigned numberOf(unsigned attempt) {
   constexpr unsigned inOrder = 32;
   return attempt <= inOrder ? attempt : std::random_device()() | 1U << 16U;
@@ -39,8 +40,8 @@ std::size_t longestName(const FileDescriptor& folder) {
   return static_cast<std::size_t>(told > 0 ? std::min(told, most) : most);
 }
 
-// Whether something else than the item that is held came to the place: it got the name in the Trash
-// between the look and the move. Not so when the item has come, and was replaced there since.
+// Whether another item was moved to the place, because it got the name in the Trash between the
+// check and the move. False if the item was moved and has been replaced there since.
 bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemPlace& place) {
   const Result<bool> stands = known.standsAt(place.folder, place.name, held);
   if (!stands || stands.value()) return false;
@@ -51,8 +52,9 @@ bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemPl
   return last.value() != path && last.value() != path + " (deleted)";
 }
 
-// An item without a record goes back: nobody would know about it. Not so when another has taken its
-// name in the Trash already, or its place outside; then the caller is the one who knows.
+// Moves an item back whose record could not be written, since no program would find it in the
+// Trash. Not possible if another item has taken its name in the Trash, or its old place; then only
+// the caller knows where the item is.
 bool goesBack(const KnownItems& known, const FileDescriptor& held, const ItemEnd& inTrash,
               const ItemEnd& outside, const ItemIdentity& identity) {
   const Result<bool> stands = known.standsAt(inTrash.folder, inTrash.name, held);
@@ -132,8 +134,8 @@ Outcome UserTrashMover::putBack(const ItemInTrash& item, const std::string& orig
   }
   syncFolder(to.folder);
   syncFolder(from.folder);
-  // A record that stays tells of an item that is not there, which nobody minds; but one of another
-  // item that is on its way must stay.
+  // A leftover .trashinfo without its file is harmless, but the record of another item, which may
+  // not have been moved yet, must stay.
   if (!item.identity.record.empty()) record.removeIf(item.identity.record);
   return succeeded();
 }

@@ -1,6 +1,5 @@
 // The Trash of one user by the freedesktop.org Trash specification, version 1.0. Needs a system
-// that tells mounts apart (Linux 5.8); on an older one everything is an error of the kind
-// notSupported.
+// that identifies mounts (Linux 5.8); on an older one all calls fail with notSupported.
 #pragma once
 
 #include <string>
@@ -15,15 +14,14 @@ class UserTrashMover final : public TrashMover {
  public:
   explicit UserTrashMover(TrashPlace place = TrashPlace::current()) : place_(std::move(place)) {}
 
-  // First the file that tells where the item came from is written, then the item is moved in one
-  // step. Ended in between, the program leaves the item where it was, beside such a file without an
-  // item. Another program may take such a file for one left over, so it is written again where it
-  // is gone after the move; where it cannot be, the item goes back.
+  // First writes the record with the item's original path, then moves the item in one step. If the
+  // program ends in between, the item stays where it was, and the record has no item. Another
+  // program may delete such a record as a leftover, so it is written again if it is gone after the
+  // move; if that fails, the item is moved back.
   Result<ItemInTrash> moveToTrash(const std::string& path) override;
 
-  // The other way round: first the item, then that file is removed. The item is looked at
-  // immediately before the move and again at its end; what got its name between the two goes back
-  // to where it was.
+  // In reverse: first moves the item, then removes the record. The item is checked immediately
+  // before and after the move; another item that got its name in between is moved back.
   Outcome putBack(const ItemInTrash& item, const std::string& original) override;
 
  private:
