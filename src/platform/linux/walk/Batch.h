@@ -1,5 +1,5 @@
-// What one turn of reading a directory brings: a run of its entries. A directory of ordinary size
-// is one batch, a large one a chain of them, which several threads can read at once.
+// One read operation's portion of a directory's entries. A directory of ordinary size is one batch,
+// a large one a chain of them, which several threads can read at once.
 #pragma once
 
 #include <atomic>
@@ -19,14 +19,14 @@ struct Folder;
 struct Record {
   union {
     std::int64_t allocatedSize;
-    Folder* child;         // of a directory that is entered
-    std::int64_t failure;  // without attributes: the errno that kept them from being read, or 0
+    Folder* child;         // for a directory that is entered
+    std::int64_t failure;  // without attributes: the errno of reading them, or 0
   };
   double mtime;
   std::uint32_t nameOffset;
   std::uint16_t nameLength;
   DirectoryWalk::Type type;
-  bool hasAttributes;  // of a directory: whether it is entered
+  bool hasAttributes;  // for a directory: whether it is entered
 };
 static_assert(sizeof(Record) == 24);
 
@@ -35,15 +35,15 @@ struct Batch {
 
   Folder* folder = nullptr;
   Batch* next = nullptr;  // the rest of a large directory; set before `state` is done
-  off_t position = 0;     // where in the directory's stream reading begins
+  off_t position = 0;     // position in the directory stream where reading begins
   std::atomic<State> state = State::pending;
 
-  // Neighbours among the batches that are not done, in pre-order. Guarded by the walk's mutex.
+  // Neighbours among the unfinished batches, in pre-order. Guarded by the walk's mutex.
   Batch* before = nullptr;
   Batch* after = nullptr;
 
-  // The errno that kept the directory from being read at all, or this run and what comes after it
-  // from being read to the end; 0 for none.
+  // The errno if the directory could not be read at all, or not to its end from this portion on; 0
+  // for none.
   int failure = 0;
   std::uint32_t count = 0;
   std::unique_ptr<std::byte[]> data;  // `count` records, then the names, each ended by a NUL
@@ -57,26 +57,27 @@ struct Batch {
   }
 };
 
-// A directory that the walk enters. Lives from the reading of its parent until the consumer leaves
-// it; `name` lies in a batch of the parent, which lives as long.
+// A directory that the walk enters. Exists from the reading of its parent until the consumer leaves
+// it; `name` points into a batch of the parent, which exists as long.
 struct Folder {
   Folder* parent = nullptr;
   std::string_view name;
   std::uint32_t depth = 0;
   std::uint8_t mark = 0;
-  const ClosedPlaces* closed = nullptr;  // places below that are not entered, if any
+  const ClosedPlaces* closed = nullptr;  // paths below that are not entered, if any
 
-  // What was found at opening. Written by the reader of the first batch.
+  // Attributes found at opening. Written by the reader of the first batch.
   bool hasAttributes = false;
   double mtime = 0;
   std::int64_t length = 0;
   dev_t device = 0;
   ino_t inode = 0;
 
-  // The descriptor and who needs it. Guarded by the walk's mutex; see OpenFolders.
+  // The descriptor and its users. Guarded by the walk's mutex; see OpenFolders.
   int descriptor = -1;
-  int needs = 0;  // directories inside that are not opened yet, and a stream not read to its end
-  int pins = 0;   // threads that use the descriptor at this moment
+  int needs = 0;  // directories inside that are not opened yet, plus one for a stream not read to
+                  // its end
+  int pins = 0;   // threads that are using the descriptor
   Folder* older = nullptr;
   Folder* newer = nullptr;
   bool listed = false;

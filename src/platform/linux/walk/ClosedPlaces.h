@@ -1,5 +1,5 @@
 // The mount points below a root that a walk must not enter, as a tree of path components. Most
-// directories have none below them, so a walk carries a null pointer and pays nothing.
+// directories have none below them, so a walk passes a null pointer for them, at no cost.
 #pragma once
 
 #include <cstdint>
@@ -16,11 +16,11 @@ namespace tessaly::walk {
 
 class ClosedPlaces {
  public:
-  // Adds the place at these components below this one. With the id of a mount it is closed while
-  // that one stands there, without one whatever does.
+  // Closes the path of these components below this one: with the id of a mount only while that one
+  // is mounted there, without one always.
   void close(const std::vector<std::string>& components, std::uint64_t mount = 0);
 
-  // What is known about the entry `name`: null when nothing at or below it is closed.
+  // The node for the entry `name`; null if nothing at or below it is closed.
   const ClosedPlaces* below(std::string_view name) const;
 
   bool isClosed() const { return closed_; }
@@ -32,12 +32,12 @@ class ClosedPlaces {
   std::uint64_t mount_ = 0;
 };
 
-// Of the mounts below `root` that are to be seen: automount points and pseudo file systems, which
-// must not be touched, and those that show only what a walk by these rules sees elsewhere.
+// From the visible mounts below `root`: automount points and pseudo file systems, which must not be
+// accessed, and mounts that show only what a walk with these rules sees elsewhere.
 ClosedPlaces closedPlacesBelow(const std::string& root, const VisibleMounts& mounts,
                                const Reaches& reaches);
 
-// Whether a file system of this magic number (statfs's f_type) holds no files that take up space.
+// Whether a file system with this magic number (f_type of statfs) has no files that take up space.
 bool isPseudoFileSystem(long magic);
 
 }  // namespace tessaly::walk

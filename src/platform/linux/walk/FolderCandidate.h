@@ -1,4 +1,4 @@
-// An item as a walk's caller is asked about it, or told of it.
+// The item in the form in which it is passed to the walk's callbacks.
 #pragma once
 
 #include <string>

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t entriesCapacity = 64 * 1024;
 
-// What getdents64 writes, up to the name.
+// Layout of an entry of getdents64, up to the name.
 struct EntryHeader {
   std::uint64_t inode;
   std::int64_t offset;
@@ -53,7 +53,7 @@ DirectoryWalk::Type typeOf(std::uint8_t entryType) {
   }
 }
 
-// Looks at an entry, not at what a link leads to. Gives 0, or the errno of a failure.
+// Reads the attributes of an entry; does not follow a link. Returns 0 or an errno.
 int look(int directory, const char* name, unsigned mask, struct statx& attributes) {
   constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
   const int result =
@@ -61,12 +61,12 @@ int look(int directory, const char* name, unsigned mask, struct statx& attribute
   return result == 0 ? 0 : errno;
 }
 
-// An entry that has gone since the directory was listed is nothing that could not be read.
+// An entry that vanished since the directory was listed is no failure.
 int failureOf(int error) {
   return error == ENOENT ? 0 : error;
 }
 
-// Whether the entry belongs to the mount of this id. One that cannot be told counts as if it did.
+// Whether the entry belongs to the mount with this id. True if that cannot be determined.
 bool isTopOf(std::uint64_t mount, int directory, const char* name, int& failure) {
   struct statx attributes;
   if (const int error = look(directory, name, STATX_MNT_ID, attributes); error != 0) {
@@ -101,7 +101,9 @@ FolderReader::Run FolderReader::readEntries(int descriptor) {
       return syscall(SYS_getdents64, descriptor, entries_.get() + filled_,
                      entriesCapacity - filled_);
     });
-    if (got < 0) return {.failure = failureOf(errno)};  // one removed meanwhile is not there
+    if (got < 0)
+      return {.failure = failureOf(errno)};  // a directory that was removed meanwhile
+                                             // has no entries
     if (got == 0) return {};
     filled_ += static_cast<std::size_t>(got);
   }

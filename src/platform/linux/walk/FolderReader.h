@@ -1,4 +1,5 @@
-// Reads one run of entries of an open directory, with their attributes. One reader a thread.
+// Reads one portion of an open directory's entries, with their attributes. Each thread has its own
+// reader.
 #pragma once
 
 #include <atomic>
@@ -12,7 +13,7 @@ namespace tessaly::walk {
 
 class FolderReader {
  public:
-  // `stop` ends a run early; the walk is being abandoned then.
+  // `stop` ends the reading early, when the walk is abandoned.
   FolderReader(const DirectoryWalk::Decide& decide, const std::string& root,
                const std::atomic<bool>& stop);
   ~FolderReader();
@@ -20,17 +21,17 @@ class FolderReader {
   struct Run {
     bool hasRest = false;  // there may be more entries, from `resume` on
     off_t resume = 0;
-    int failure = 0;  // the errno that ended the run early; 0 for none
+    int failure = 0;  // the errno that ended the reading early; 0 for none
   };
 
-  // Reads up to 64 KiB of entries of the directory open at `descriptor`. Where there may be more,
-  // another thread can go on with them from here on. A failure leaves what came before it.
+  // Reads up to 64 KiB of entries of the directory open at `descriptor`. If there may be more,
+  // another thread can continue with them at once. After a failure the entries before it are kept.
   Run readEntries(int descriptor);
 
-  // Looks up the attributes of the entries read and puts all of it into `batch`.
+  // Reads the attributes of these entries and stores both in `batch`.
   void readAttributes(int descriptor, Batch& batch);
 
-  // The directories among them that are to be entered, in order. The caller owns them.
+  // The directories among them that are entered, in order. The caller owns them.
   std::vector<Folder*>& children() { return children_; }
 
  private:
@@ -51,14 +52,14 @@ class FolderReader {
   std::vector<Folder*> children_;
 };
 
-// What `descriptor`, an open directory, says of itself. Gives 0, or the errno of a failure.
+// Reads the attributes of the open directory `descriptor`. Returns 0 or an errno.
 int readFolderAttributes(int descriptor, Folder& folder);
 
-// The same by name, for a directory that cannot be opened. Gives false where no directory has the
-// name any more.
+// The same by name, for a directory that cannot be opened. False if no directory has the name any
+// more.
 bool readFolderAttributesByName(int parentDescriptor, const char* name, Folder& folder);
 
-// The absolute path of a folder, or of the entry `name` in it.
+// The absolute path of a folder.
 std::string folderPath(const std::string& root, const Folder& folder);
 
 }  // namespace tessaly::walk

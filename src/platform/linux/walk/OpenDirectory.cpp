@@ -22,7 +22,7 @@ int openDirectory(const std::string& path, int flags) {
   constexpr std::size_t longest = PATH_MAX - 1;
   if (path.size() <= longest) return openAt(AT_FDCWD, path, flags);
 
-  // The kernel takes no longer path at once, so go there in stretches that end before a "/".
+  // The kernel accepts no longer path in one call, so it is opened in parts that end before a "/".
   int directory = AT_FDCWD;
   for (std::size_t at = 0; at < path.size();) {
     std::size_t end = path.size();

@@ -5,9 +5,9 @@
 
 namespace tessaly::walk {
 
-// A descriptor for reading the directory, or -1 with errno set. Links on the way are followed, the
-// last one too unless `flags` hold O_NOFOLLOW. Takes one descriptor; two for a path that is longer
-// than the system takes at once.
+// A descriptor for reading the directory, or -1 with errno set. Links in the path are followed, the
+// last one too unless `flags` contain O_NOFOLLOW. Needs one descriptor; two for a path longer than
+// the system accepts in one call.
 int openDirectory(const std::string& path, int flags = 0);
 
 }  // namespace tessaly::walk

@@ -8,7 +8,7 @@ namespace tessaly::walk {
 
 namespace {
 
-// A quarter of what the process may open: the rest of the program goes on working beside a walk.
+// A quarter of the process's limit: the rest of the program needs descriptors during a walk.
 std::size_t descriptorBudget() {
   constexpr std::size_t least = 4;
   constexpr std::size_t most = 512;

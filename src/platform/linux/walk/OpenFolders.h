@@ -1,8 +1,8 @@
-// The descriptors of directories that have something left to be opened or read through them, and
-// how many of them may stay open. When there are too many, the one opened longest ago is closed
-// first: in a pre-order walk that is the one nearest the root, which is needed last.
+// The descriptors of directories that the walk still needs for opening or reading, within a budget.
+// Beyond it the one opened longest ago is closed first: in a pre-order walk that is the one nearest
+// the root, which is needed last.
 //
-// Not locked: the walk's mutex guards it.
+// Not locked: guarded by the walk's mutex.
 #pragma once
 
 #include <cstddef>
@@ -13,23 +13,23 @@ namespace tessaly::walk {
 
 class OpenFolders {
  public:
-  // A budget from the process's own limit on descriptors.
+  // Derives the budget from the process's own limit on descriptors.
   OpenFolders();
 
   // Takes over `folder.descriptor`, which is open.
   void add(Folder& folder);
 
-  // Gives up the folder's descriptor; the caller closes what is returned (-1: there was none).
+  // Removes the folder's descriptor; the caller closes the returned one (-1 if there was none).
   int remove(Folder& folder);
 
-  // Gives up the descriptor of a folder that no thread is using; the caller closes it. -1 if there
-  // is none such.
+  // Removes the descriptor of a folder that no thread is using; the caller closes it. -1 if there
+  // is none.
   int evict();
 
-  // The same, down to the root's, from which all others are opened again.
+  // The same, including the root's, from which all others are reopened.
   int evictRootToo();
 
-  // Descriptors have run out: from now on half as many as are open here have to do.
+  // Called when descriptors have run out: halves the number of descriptors open here.
   void lowerBudget() { budget_ = count_ / 2; }
 
   bool overBudget() const { return count_ > budget_; }

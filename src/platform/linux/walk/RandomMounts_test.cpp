@@ -1,5 +1,5 @@
-// Lists of mounts made at random, and what is to be seen of them worked out plainly: each mount is
-// compared with each, with no index to go by.
+// Random lists of mounts, compared with a simple model: it compares each mount with each other one,
+// without an index.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,10 +37,10 @@ class PlainMounts {
     return found;
   }
 
-  // The number of mounts on the way; 0 where another one hides it.
+  // Number of mounts on the way; 0 if another mount hides it.
   std::size_t depth(Index mount) const {
     const Indices all = way(mount);
-    if (parent(all.back())) return 0;  // round in a circle
+    if (parent(all.back())) return 0;  // a cycle
     const bool isHidden =
         std::any_of(all.begin(), all.end(), [this](Index i) { return isShadowed(i); });
     return isHidden ? 0 : all.size();
@@ -71,8 +71,8 @@ class PlainMounts {
   const std::vector<Mount>& all_;
 };
 
-// What a walk of `root` leaves out, decided one mount after the other from the last on: a mount
-// goes where all that goes, and all that went before, is seen elsewhere without it.
+// The mounts that a walk of `root` leaves out, decided one after the other from the last on: a
+// mount is left out if it and all mounts left out with it and before it are visible elsewhere.
 class PlainChoice {
  public:
   PlainChoice(const std::vector<Mount>& mounts, std::string root, const Reaches& reaches)
@@ -107,7 +107,7 @@ class PlainChoice {
     return all_[mount].point != root_ && isAtOrBelow(all_[mount].point, root_);
   }
 
-  // Whether the walk comes to `path`, and finds `mount` there.
+  // Whether the walk reaches `path`, and finds `mount` there.
   bool isReached(const std::string& path, Index mount) const {
     if (mounts_.at(path) != mount || !isAtOrBelow(path, root_) || !reaches_(path)) return false;
     const Indices way = mounts_.way(mount);
@@ -153,7 +153,7 @@ class RandomMounts {
     return std::uniform_int_distribution<std::size_t>(0, most)(random_);
   }
 
-  // As they come about: each is mounted on what is to be seen at its point just then.
+  // In the order of mounting: each is mounted on a mount that is visible at its point at that time.
   std::vector<Mount> mounts(std::size_t count) {
     std::vector<Mount> all = {{1, 0, "8:1", "/", "/", "ext4"}};
     while (all.size() < count) {

@@ -1,5 +1,5 @@
-// How far the threads of a walk read ahead of a caller who has stopped to take items, and how many
-// they are.
+// How far the threads of a walk read ahead of a caller that has stopped taking items, and how many
+// threads there are.
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -36,12 +36,12 @@ TEST(ThreadsOfAWalk, are_there_beside_the_callers_until_it_ends) {
       const DirectoryWalk walk(tree.path(), {}, wanted);
       EXPECT_EQ(OwnProcess::now().threads, before.threads + static_cast<std::size_t>(all - 1));
     }
-    // A thread that has ended is listed for a moment more.
+    // A thread that has ended is still listed for a moment.
     EXPECT_EQ(settled(before), before) << wanted;
   }
 }
 
-// Whether all threads of the process but the one that asks have nothing to do at this moment.
+// Whether all other threads of the process are idle at this moment.
 bool doOthersSleep() {
   std::size_t awake = 0;
   std::error_code gone;
@@ -53,11 +53,11 @@ bool doOthersSleep() {
   return awake <= 1;
 }
 
-// A walk with one thread that reads ahead, whose caller takes one item and then no more. It counts
-// the folders whose names are told to lie at the second level.
+// A walk with one thread that reads ahead, whose caller takes one item and then no more. Counts the
+// folders of the second level for which the walk asks.
 class ReadingAhead : public testing::Test {
  protected:
-  // How many there are once `expected` have come, and no more come.
+  // The count after `expected` folders have been reported and the threads are idle.
   std::size_t countWhen(std::size_t expected, const TempTree& tree) {
     std::atomic<std::size_t> count = 0;
     DirectoryWalk walk(
@@ -84,7 +84,7 @@ class ReadingAhead : public testing::Test {
 };
 
 // The root, 2,048 folders in it and all but one of the folders in these are 4,096. The caller and
-// the thread may have one more at work.
+// the thread may each be reading one more.
 TEST_F(ReadingAhead, ends_after_4096_folders) {
   const TempTree tree("folder-####/ x4000\n  inner/\n");
   const std::size_t count = countWhen(2047, tree);
@@ -112,7 +112,7 @@ TEST_F(ReadingAhead, goes_on_as_the_caller_does) {
       2);
   ASSERT_NE(walk.next(), nullptr);
   eventually([&] { return count >= 2047; }, "folders that are read ahead");
-  // All but the last, which the caller does not come to.
+  // All but the last, which the caller does not reach.
   for (int taken = 1; taken < 7000; ++taken) ASSERT_NE(walk.next(), nullptr);
   eventually([&] { return count == 4000; }, "the rest, read ahead");
   int rest = 0;

@@ -1,5 +1,5 @@
-// A walk short of descriptors closes those of folders that it still needs, and opens the folders
-// again by their names. Another may have such a name by then.
+// A walk that is short of descriptors closes those of folders that it still needs, and reopens the
+// folders by name. Another folder may have that name by then.
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -20,8 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Two folders in each, seven levels of them: on the way down to the first item of the deepest, each
-// has another one that is still to be opened.
+// Seven levels with two folders in each folder: on the way down to the first item of the deepest
+// level, each level has another folder that is still to be opened.
 void plantFolders(const std::string& top) {
   constexpr unsigned levels = 7;
   for (unsigned number = 0; number < 1U << levels; ++number) {
@@ -32,15 +32,15 @@ void plantFolders(const std::string& top) {
     fs::create_directories(folder + "/end");
   }
 }
-constexpr std::uint32_t deepest = 9;  // from the folder above on
+constexpr std::uint32_t deepest = 9;  // counted from the parent of the planted folders
 
 void plantDecoys(const std::string& top) {
   for (const char* decoy : {"/a/decoy", "/b/decoy"}) fs::create_directories(top + decoy);
 }
 
-// Walks the tree with a few descriptors, on the caller's thread alone, and exchanges the folder
-// "top" in it at the first item of the deepest level: its descriptor has been given up by then. ""
-// where nothing is told of what has taken the place.
+// Walks the tree with few descriptors, on the caller's thread alone, and replaces the folder "top"
+// in it at the first item of the deepest level, when its descriptor has been closed. "" if the walk
+// reports nothing of the replacement.
 std::string toldOfAnother(const std::string& root, const std::function<bool()>& exchange,
                           bool hasOneDescriptor = false) {
   const rlimit few{16, 16};
@@ -77,7 +77,7 @@ TEST(Reopening, is_there_to_keep_to_a_quarter_of_the_descriptors) {
                 ++items;
               }
               if (items != 1 + 2 * 127 + 128) return std::to_string(items) + " items";
-              // One of them may be about to be given up.
+              // One of them may be about to be closed.
               const std::size_t open = most - before;
               return open >= 3 && open <= 5 ? "" : std::to_string(open) + " are open";
             }),
@@ -98,7 +98,7 @@ TEST(Reopening, takes_no_other_folder_of_the_name) {
             "");
 }
 
-// With one descriptor the walk goes by whole paths, and so may be led away.
+// With one descriptor the walk opens whole paths, which may lead elsewhere.
 TEST(Reopening, takes_no_other_folder_of_the_path) {
   TempTree tree("walked/\n  top/\nother/\n");
   plantFolders(tree.at("walked/top"));
@@ -133,7 +133,7 @@ TEST(Reopening, follows_no_link_on_a_path) {
             "");
 }
 
-// The folder that has not been opened yet becomes a link to the one beside it that has been.
+// The folder that has not been opened yet is replaced by a link to its neighbour, which has been.
 TEST(Reopening, follows_no_link_to_a_folder_beside_it) {
   TempTree tree("walked/\n  top/\n");
   plantFolders(tree.at("walked/top"));
@@ -158,7 +158,7 @@ TEST(Reopening, follows_no_link_to_a_folder_beside_it) {
             "");
 }
 
-// The top folders of two file systems in memory have the same number.
+// The top folders of two tmpfs file systems have the same inode number.
 TEST(Reopening, takes_no_folder_of_the_number_on_another_file_system) {
   TempTree tree("top/\n");
   const std::string top = tree.at("top");

@@ -13,10 +13,10 @@ namespace {
 
 using Index = VisibleMounts::Index;
 
-// How the system calls the root of a mount that was deleted. Nothing else shows it.
+// The kernel's ending for the root of a mount whose folder was deleted. No other mount shows it.
 constexpr std::string_view deletedMark = "//deleted";
 
-// Where in `other`, whose root is that of `mount` or above it, the top of `mount` is to be seen.
+// The path at which `other`, whose root is that of `mount` or above it, shows the top of `mount`.
 std::string placeIn(const Mount& other, const Mount& mount) {
   std::string_view rest = mount.root;
   rest.remove_prefix(other.root == "/" ? 1 : std::min(rest.size(), other.root.size() + 1));
@@ -44,7 +44,7 @@ class Choice {
   }
 
   std::vector<Index> run() {
-    // From the last on, so that the first of equals stays.
+    // From the last to the first, so that the first of equal mounts stays.
     for (auto i = below_.rbegin(); i != below_.rend(); ++i) {
       if (isClosed(*i) || !mounts_.isVisible(*i)) continue;
       if (standInFor(*i) && isReached(*i)) closeIfAllIsSeen(*i);
@@ -57,7 +57,7 @@ class Choice {
   }
 
  private:
-  // What one step has changed.
+  // The changes of one step, for undo().
   struct Step {
     std::vector<Index> closed;
     std::vector<std::pair<Index, std::optional<Index>>> standInsBefore;
@@ -73,8 +73,8 @@ class Choice {
     return true;
   }
 
-  // Whether the walk comes to the top of `mount`, or lies in it, with what is closed by now left
-  // out. The rules are asked last: they may do more than compare texts.
+  // Whether the walk reaches the top of `mount`, or starts inside it, without the mounts closed so
+  // far. The rules are asked last, since they may be expensive.
   bool isReached(Index mount) {
     if (!isBelowRoot_[mount]) return rootMount_ == mount;
     return mounts_.isVisible(mount) && isOpen(mount) && rulesReach(mount);
@@ -96,7 +96,7 @@ class Choice {
     return mounts_.at(place) == other && isAtOrBelow(place, root_) && reaches_(place);
   }
 
-  // A mount that the walk enters and where it sees all of `mount`.
+  // A mount that the walk enters and that shows all of `mount`.
   std::optional<Index> standInFor(Index mount) {
     const Mount& self = mounts_.all()[mount];
     if (self.root.ends_with(deletedMark)) return std::nullopt;
@@ -111,8 +111,8 @@ class Choice {
     return found;
   }
 
-  // Closing a mount takes away all that is mounted in it: that has to be seen elsewhere too, and
-  // may have stood in for others.
+  // Closing a mount also removes the mounts in it: their contents must be visible elsewhere too,
+  // and they may have stood in for other mounts.
   void closeIfAllIsSeen(Index mount) {
     Step step;
     std::vector<Index> gone = whatGoesWith(mount);
@@ -149,7 +149,7 @@ class Choice {
     for (const Index i : step.closed) closed_[i] = false;
   }
 
-  // The mount and those in it that the walk would see.
+  // The mount and the mounts in it that the walk would reach.
   std::vector<Index> whatGoesWith(Index mount) {
     std::vector<Index> all = {mount};
     for (std::size_t i = 0; i < all.size(); ++i) {
@@ -161,15 +161,16 @@ class Choice {
   }
 
   const VisibleMounts& mounts_;
-  const std::vector<Index> below_;  // the root of the walk
+  const std::vector<Index> below_;  // the mounts below the root of the walk
   const std::string& root_;
   const std::optional<Index> rootMount_;
   const Reaches& reaches_;
   std::vector<bool> isBelowRoot_;
   std::vector<bool> closed_;
-  std::vector<std::optional<bool>> rulesReach_;  // what they say of the tops, where they were asked
-  std::vector<std::optional<Index>> standIns_;   // of what is closed for being repeated
-  std::vector<std::vector<Index>> standsFor_;    // the other way round
+  std::vector<std::optional<bool>> rulesReach_;  // cached answers of `reaches_` for the tops
+  std::vector<std::optional<Index>> standIns_;   // for each mount left out, the mount that shows
+                                                 // its contents
+  std::vector<std::vector<Index>> standsFor_;    // the inverse of standIns_
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The mounts that show a walk only what it sees at another place as well, as bind mounts do.
+// The mounts that show only what a walk also sees elsewhere, such as bind mounts.
 #pragma once
 
 #include <functional>
@@ -11,18 +11,18 @@
 namespace tessaly::walk {
 
 // Whether the walk's own rules let it enter the folder at the absolute path, which is the walk's
-// root or lies below it, and all folders between the two. Mounts are not its affair.
+// root or below it, and all folders in between. Mounts do not matter here.
 using Reaches = std::function<bool(const std::string& path)>;
 
-// What a walk of `root` has to leave out, so that it sees nothing twice. Each shows a folder of a
-// file system that is to be seen elsewhere in the walk: through another mount of the same device,
-// whose own top is that folder or one above it, which the walk enters, and in which no rule and no
-// other mount keeps it from that folder. Of mounts that could each stand for the other the first
-// in the list stays. The mount that `root` itself lies on is never left out, nor one that holds
-// another mount with something to be seen nowhere else.
+// The mounts that a walk of `root` must leave out to see nothing twice. Each shows a folder of a
+// file system that the walk also sees through another mount of the same device: that one's root is
+// the same folder or one above it, the walk enters it, and no rule or other mount keeps the walk
+// from the folder. Of mounts that could replace each other the first in the list stays. The mount
+// of `root` itself is never left out, nor a mount that contains another one whose contents are
+// visible nowhere else.
 //
-// Devices are those that the list tells. What stat tells may differ, as it does for parts of one
-// btrfs: these are walked each, unless one of them holds the other.
+// Devices are those of the list. stat() may report other ones, as for subvolumes of a btrfs: each
+// of these is walked, unless one contains the other.
 std::vector<VisibleMounts::Index> repeatedMounts(const VisibleMounts& mounts,
                                                  const std::string& root, const Reaches& reaches);
 

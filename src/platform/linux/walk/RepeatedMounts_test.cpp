@@ -12,10 +12,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A list of mounts as the kernel writes it, built up row by row.
+// A list of mounts in the kernel's format, built row by row.
 class Table {
  public:
-  // Mounted on the mount of number `parent`, numbers being those of the rows from 1 on.
+  // Adds a mount on row number `parent`; rows are numbered from 1.
   Table& add(int parent, const std::string& device, const std::string& root,
              const std::string& point, const std::string& type = "ext4") {
     text_ += std::to_string(++rows_) + " " + std::to_string(parent) + " " + device + " " + root +
@@ -23,7 +23,7 @@ class Table {
     return *this;
   }
 
-  // The points that a walk of `root` leaves out, which itself does not go below `kept`.
+  // The mount points left out of a walk of `root` that does not enter the folders `kept`.
   std::vector<std::string> leftOut(const std::string& root,
                                    std::initializer_list<std::string> kept = {}) const {
     const VisibleMounts mounts(mountsIn(text_));
@@ -103,7 +103,7 @@ TEST(RepeatedMounts, two_parts_of_one_btrfs_are_both_walked) {
   Table table;
   table.add(0, "0:30", "/@", "/", "btrfs").add(1, "0:30", "/@home", "/home", "btrfs");
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
-  // The whole of it, where the walk does not go.
+  // A mount of the whole file system, which the walk does not enter.
   table.add(1, "0:30", "/", "/mnt/top", "btrfs");
   EXPECT_THAT(table.leftOut("/", {"/mnt"}), IsEmpty());
   EXPECT_THAT(table.leftOut("/mnt/top"), IsEmpty());
@@ -171,7 +171,7 @@ TEST(RepeatedMounts, what_stands_in_for_another_may_go_when_a_third_stands_in_fo
 
 TEST(RepeatedMounts, a_mount_in_a_mount_that_is_left_out_is_not_what_stays) {
   Table table = disk();
-  // /b is bound with what is mounted in it.
+  // /b is a recursive bind mount, so it includes the mounts in its source.
   table.add(1, "8:2", "/", "/a/disk").add(1, "8:1", "/a", "/b").add(3, "8:2", "/", "/b/disk");
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/b", "/b/disk"));
   EXPECT_THAT(table.leftOut("/b"), IsEmpty());

@@ -1,11 +1,11 @@
-// How many threads take part in a walk, the caller's included.
+// Number of threads for a walk, including the caller's.
 #pragma once
 
 namespace tessaly::walk {
 
-// As many as are `wanted`, and by the number of cores where that is 0: no more than four, since a
-// disk gives no more, and no fewer than two, so that one reads while the other takes. A system that
-// does not tell its cores says 0.
+// `wanted`, unless that is 0: then by the number of cores, at most four, since a disk does not get
+// faster with more, and at least two, so that one reads while the other consumes. `cores` is 0 if
+// unknown.
 int threadCount(int wanted, unsigned cores);
 
 }  // namespace tessaly::walk

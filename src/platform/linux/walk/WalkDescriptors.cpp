@@ -17,7 +17,7 @@ namespace tessaly::walk {
 
 namespace {
 
-// Between two looks for a descriptor that another part of the program may give back.
+// Interval between attempts while another part of the program holds the descriptors.
 constexpr std::chrono::milliseconds waitForOthers(4);
 
 bool isShortage(int error) {
@@ -30,7 +30,7 @@ bool isPseudo(int descriptor) {
          isPseudoFileSystem(static_cast<long>(system.f_type));
 }
 
-// Whether the directory open at `descriptor` lies in `parent`. Gives 0 or the errno of a failure.
+// Whether the directory open at `descriptor` is inside `parent`. Returns 0 or an errno.
 int lookAbove(int descriptor, const Folder& parent, bool& isInParent) {
   struct stat above;
   if (uninterrupted([&] { return fstatat(descriptor, "..", &above, 0); }) != 0) return errno;
@@ -55,7 +55,8 @@ void WalkEngine::closeAll(Lock& lock, std::vector<int>& descriptors) {
   lock.lock();
 }
 
-// Keeps `descriptor` as the folder's, unless another thread was faster. Returns the one in force.
+// Keeps `descriptor` as the folder's, unless another thread was faster. Returns the one that is
+// kept.
 int WalkEngine::takeOver(Folder& folder, int descriptor) {
   if (folder.descriptor < 0) {
     folder.descriptor = descriptor;
@@ -90,8 +91,8 @@ void WalkEngine::keepToBudget() {
   }
 }
 
-// Returns once no helper reads, and none will any more: all descriptors of the walk are in the
-// hands of its caller then.
+// Returns when no helper is reading or will read any more: then only the caller uses descriptors of
+// the walk.
 void WalkEngine::retireHelpers(Lock& lock) {
   helpersRetire_ = true;
   consumerWaits_ = true;
@@ -99,7 +100,7 @@ void WalkEngine::retireHelpers(Lock& lock) {
   consumerWaits_ = false;
 }
 
-// False when there is nothing left to close.
+// False if there is nothing left to close.
 bool WalkEngine::giveUpAll(Lock& lock) {
   for (int spare = openFolders_.evictRootToo(); spare >= 0; spare = openFolders_.evictRootToo()) {
     toClose_.push_back(spare);
@@ -109,9 +110,8 @@ bool WalkEngine::giveUpAll(Lock& lock) {
   return true;
 }
 
-// The descriptor of a directory opened for the first time, with its attributes read. Negative when
-// it cannot be opened: -EMFILE when descriptors have run out, another negative errno, or
-// nothingToRead.
+// Opens a directory for the first time and reads its attributes. Returns its descriptor, or a
+// negative value: -EMFILE when descriptors have run out, another negative errno, or nothingToRead.
 int WalkEngine::openFolder(Lock& lock, Folder& folder, Role role) {
   folder.needs = 1;
   int descriptor = -EMFILE;
@@ -147,13 +147,13 @@ int WalkEngine::openInParent(Lock& lock, Folder& folder, Role role) {
   return descriptor;
 }
 
-// Opens the entry `name` of a directory. When descriptors run out, closes those that are kept for
-// later, then those in `held` but the last, which is `directory`. `seen` is given what can be seen
-// of an entry that cannot be opened.
+// Opens the entry `name` of a directory. When descriptors run out, closes those kept for later,
+// then those in `held` except the last, which is `directory`. For an entry that cannot be opened,
+// stores its visible attributes in `seen`.
 int WalkEngine::openRelative(Lock& lock, int directory, Folder& seen, const char* name, Role role,
                              std::vector<OpenedOnTheWay>* held) {
   for (;;) {
-    if (stop_) return -EMFILE;  // of a helper; not to be tried again either
+    if (stop_) return -EMFILE;  // only for a helper; must not be retried either
     lock.unlock();
     const int descriptor = uninterrupted(
         [&] { return openat(directory, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); });
@@ -180,7 +180,7 @@ int WalkEngine::openRelative(Lock& lock, int directory, Folder& seen, const char
   }
 }
 
-// Opens a directory whose descriptor was given up.
+// Opens a directory whose descriptor was closed.
 int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
   const int descriptor = reopenFromAncestor(lock, folder, role);
   if (descriptor != -EMFILE || role == Role::helper) return descriptor;
@@ -188,8 +188,8 @@ int WalkEngine::reopen(Lock& lock, Folder& folder, Role role) {
   return keepIfSame(openByPath(lock, folder, seen), folder);
 }
 
-// `descriptor`, if it is open on the folder as it was found first; nothingToRead when another one
-// stands there now.
+// Returns `descriptor` if it is open on the same folder as before; nothingToRead if another folder
+// is there now.
 int WalkEngine::keepIfSame(int descriptor, const Folder& folder) {
   if (descriptor < 0) return descriptor;
   Folder seen;
@@ -199,8 +199,8 @@ int WalkEngine::keepIfSame(int descriptor, const Folder& folder) {
   return error == 0 ? nothingToRead : -error;
 }
 
-// Opens a directory again from its nearest ancestor that is open, and leaves as many of those in
-// between open as the budget allows: the way back up needs them.
+// Reopens a directory from its nearest open ancestor, and leaves as many of the folders in between
+// open as the budget allows, since the walk needs them on its way back.
 int WalkEngine::reopenFromAncestor(Lock& lock, Folder& folder, Role role) {
   Folder* const base = nearestOpen(folder);
   if (base == nullptr) return -EMFILE;
@@ -213,7 +213,7 @@ int WalkEngine::reopenFromAncestor(Lock& lock, Folder& folder, Role role) {
   int result = 0;
   for (std::size_t left = chain.size(); left > 0; --left) {
     Folder& at = *chain[left - 1];
-    // The names lie in batches of ancestors, which stay until the consumer has left them.
+    // The names are in batches of ancestors, which exist until the consumer has left them.
     Folder seen;
     result = keepIfSame(openRelative(lock, directory, seen, at.name.data(), role, &opened), at);
     if (result < 0) break;
@@ -238,9 +238,9 @@ int WalkEngine::reopenFromAncestor(Lock& lock, Folder& folder, Role role) {
   return result;
 }
 
-// Opens a directory by its whole path, which takes one descriptor where a parent's and its own are
-// two. If not even that one is to be had, the walk gives up all that it holds, down to the root's,
-// and then waits for what others hold, but not long in all. Only for the consumer.
+// Opens a directory by its whole path, which needs one descriptor instead of a parent's and its
+// own. If none is available, the walk closes all its own, including the root's, and then waits for
+// other parts of the program, for a limited time. Only for the consumer.
 int WalkEngine::openByPath(Lock& lock, const Folder& folder, Folder& seen) {
   const std::string path = folderPath(root_, folder);
   for (;;) {
@@ -271,7 +271,7 @@ int WalkEngine::openByPath(Lock& lock, const Folder& folder, Folder& seen) {
 int WalkEngine::openFolderByPath(Lock& lock, Folder& folder) {
   const int descriptor = openByPath(lock, folder, folder);
   if (descriptor < 0) return descriptor;
-  // The path may lead elsewhere by now.
+  // The path may lead to another folder by now.
   lock.unlock();
   bool isInParent = false;
   const int error = lookAbove(descriptor, *folder.parent, isInParent);

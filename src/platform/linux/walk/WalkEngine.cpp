@@ -25,7 +25,7 @@ class WayCandidate final : public DirectoryWalk::Candidate {
   std::string whole;
 };
 
-// Asks `decide` about each folder on the way from `root` to `path`.
+// Asks `decide` about each folder from `root` to `path`.
 bool enters(const DirectoryWalk::Decide& decide, const std::string& root, const std::string& path) {
   if (!decide) return true;
   WayCandidate folder;
@@ -64,13 +64,13 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
   auto* const top = new Folder;
   top->closed = &closed_;
   top->descriptor = descriptor;
-  top->needs = 2;  // its stream, and the walk, which finds its way to closed folders from there
+  top->needs = 2;  // one for its stream, one for the walk, which reopens closed folders from here
   top->first.folder = top;
   top->first.failure = readFolderAttributes(descriptor, *top);
   openFolders_.add(*top);
   front_ = &top->first;
 
-  // To ask for the cores is to read a file, which those who make thousands of walks can spare.
+  // hardware_concurrency() reads a file, a cost that matters for thousands of walks.
   const unsigned cores = threads > 0 ? 0 : std::thread::hardware_concurrency();
   for (int i = threadCount(threads, cores); i > 1; --i) {
     std::thread helper = startThread([this] { helperLoop(); });
@@ -96,7 +96,7 @@ void WalkEngine::stop() {
   work_.notify_all();
 }
 
-// Every folder hangs on a record that the consumer has not taken, or is one it stands in.
+// Every folder belongs to a record that the consumer has not taken, or is one that it has entered.
 void WalkEngine::freeUnconsumed() {
   std::vector<Folder*> folders;
   std::vector<Frame> left = frames_;
@@ -177,7 +177,7 @@ void WalkEngine::enter(Folder& folder) {
   frames_.push_back({&folder.first, 0});
 }
 
-// Once for each folder: what failed at its beginning stands for the rest.
+// Reports once per folder: a failure at its beginning covers the rest.
 void WalkEngine::tellOfFailure(const Batch& batch) const {
   const Batch& first = batch.folder->first;
   if (batch.failure == 0 || (&batch != &first && first.failure != 0)) return;
@@ -188,7 +188,7 @@ void WalkEngine::tell(const DirectoryWalk::Candidate& item, int code) const {
   if (unreadable_) unreadable_(item, code);
 }
 
-// Goes on to the rest of the directory, or leaves it.
+// Continues with the rest of the directory, or leaves it.
 void WalkEngine::leaveBatch() {
   Batch* const batch = frames_.back().batch;
   Folder* const folder = batch->folder;
@@ -216,13 +216,13 @@ void WalkEngine::leaveBatch() {
   }
 }
 
-// The walk needs the way from there no more.
+// The walk no longer needs to reopen folders from there.
 void WalkEngine::leaveRoot(Folder& root) {
   const Lock lock(mutex_);
   needNoMore(root);
 }
 
-// Returns once `batch` is read: reads it, or reads others while a helper is at it.
+// Returns when `batch` is read: reads it, or reads other batches while a helper reads it.
 void WalkEngine::ensureRead(Batch& batch) {
   if (batch.state.load(std::memory_order_acquire) == Batch::State::done) return;
   Lock lock(mutex_);
@@ -260,12 +260,13 @@ void WalkEngine::helperLoop() {
     const Outcome outcome = claimAndRead(lock, *batch, reader, Role::helper);
     --busyHelpers_;
     if (consumerWaits_) ready_.notify_one();
-    if (outcome == Outcome::outOfDescriptors) return;  // the fewer that read, the fewer are needed
+    if (outcome == Outcome::outOfDescriptors) return;  // fewer threads need fewer descriptors
   }
 }
 
-// The consumer makes room without the mutex: it looks at helpersAtLimit_ after it has, and a helper
-// looks for room once more after it has counted itself there, so one of them sees the other.
+// The consumer makes room without the mutex: it reads helpersAtLimit_ afterwards, and a helper
+// checks for room again after it has counted itself there, so at least one of them sees the other's
+// change.
 void WalkEngine::waitForWork(Lock& lock) {
   const bool atLimit = !mayReadAhead();
   if (atLimit) helpersAtLimit_.fetch_add(1);
@@ -353,7 +354,7 @@ void WalkEngine::readRun(Lock& lock, int descriptor, Batch& batch, FolderReader&
   lock.lock();
 }
 
-// Puts the batches of the directories found where the batch stood.
+// Replaces the batch in the list by the batches of the directories found.
 void WalkEngine::publish(Batch& batch, const std::vector<Folder*>& children) {
   Batch* before = batch.before;
   Batch* const after = batch.after;

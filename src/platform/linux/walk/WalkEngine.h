@@ -1,17 +1,17 @@
-// The machinery of a walk: the batches still to be read, who reads them, and the consumer's way
-// through them.
+// The engine of a walk: the batches still to be read, the threads that read them, and the
+// consumer's position.
 //
-// All batches that are not read yet stand in one list, in pre-order. A thread in want of work takes
-// the first that nobody has claimed; the batches of the directories that it finds take the place of
-// the one it read. So reading stays just ahead of the consumer, who takes the batches in order, and
-// few directories are open at any time: the ancestors of where reading stands.
+// All unread batches are in one list, in pre-order. A free thread takes the first that is not
+// claimed; the batches of the directories that it finds replace the one it read. So reading stays
+// just ahead of the consumer, which takes the batches in order, and few directories are open at any
+// time: the ancestors of the reading position.
 //
-// When descriptors run out, helpers leave for good, and the consumer goes on alone. One descriptor
-// is enough for it: it then opens each directory by its whole path, and makes sure that the
-// directory lies where the walk has found it.
+// When descriptors run out, helpers end permanently, and the consumer continues alone. It needs one
+// descriptor: it then opens each directory by its whole path, and checks that the directory is
+// where the walk has found it.
 //
-// One mutex guards the list, the descriptors and the counts of readers. What a batch holds belongs
-// to its reader until `state` is done, and to the consumer from then on.
+// One mutex guards the list, the descriptors and the counts of readers. The contents of a batch
+// belong to its reader until `state` is done, and to the consumer afterwards.
 #pragma once
 
 #include <atomic>
@@ -55,7 +55,7 @@ class WalkEngine {
     std::uint32_t index;
   };
 
-  // A folder opened again on the way to another.
+  // A folder reopened on the way to another.
   struct OpenedOnTheWay {
     Folder* folder;
     int descriptor;
@@ -72,7 +72,7 @@ class WalkEngine {
   void publish(Batch& batch, const std::vector<Folder*>& children);
   void giveBack(Batch& batch);
 
-  // What opening gives for a directory that is not there any more, or not to be entered.
+  // Result of opening a directory that no longer exists, or must not be entered.
   static constexpr int nothingToRead = INT_MIN;
 
   // Descriptors. The lock is held on entry and on return.
@@ -112,7 +112,7 @@ class WalkEngine {
   std::atomic<bool> stop_ = false;
 
   std::mutex mutex_;
-  std::condition_variable work_;   // helpers wait here for something to read
+  std::condition_variable work_;   // helpers wait here for a batch to read
   std::condition_variable ready_;  // the consumer waits here for a batch that a helper reads
   Batch* front_ = nullptr;
   OpenFolders openFolders_;
@@ -120,10 +120,10 @@ class WalkEngine {
   int idleHelpers_ = 0;
   int busyHelpers_ = 0;
   bool helpersRetire_ = false;
-  int waitsLeft_ = 250;  // for descriptors of others, in the whole walk
+  int waitsLeft_ = 250;  // remaining waits for descriptors of others, in the whole walk
   bool consumerWaits_ = false;
 
-  // Read and not consumed yet. Changed by both sides without the mutex.
+  // Read but not consumed yet. Changed by both sides without the mutex.
   std::atomic<std::size_t> aheadBatches_ = 0;
   std::atomic<std::size_t> aheadItems_ = 0;
   std::atomic<int> helpersAtLimit_ = 0;

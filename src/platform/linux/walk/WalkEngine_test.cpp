@@ -23,7 +23,7 @@ TEST(WalkEngine, goes_on_with_the_threads_that_the_system_grants) {
     std::size_t items = 0;
     while (walk.next() != nullptr) ++items;
     EXPECT_EQ(items, 30U + 30 * 5 + 30 * 5 + 1 + 5000) << granted;
-    // After a refusal it asks for no more.
+    // After a refusal it requests no more.
     EXPECT_EQ(system.refused(), granted < helpers ? 1 : 0);
   }
 }
