@@ -1,4 +1,4 @@
-// The editors of a Linux desktop: those that open a window of their own.
+// The editors of a Linux desktop that open windows.
 #pragma once
 
 #include <optional>
@@ -11,10 +11,9 @@
 
 namespace tessaly::tools::Editors {
 
-// What to start for the editor `application` with the file or folder at `path`, which is absolute:
-// all that this machine has of it, the best first. "TextEdit", which every machine of its system
-// has, stands for any editor that a desktop may come with; for a folder, for those that open
-// folders. Absent where no editor is called so.
+// The commands for opening the absolute `path` in the editor `application`: all that exist on this
+// machine, the best first. "TextEdit", which is always present on macOS, means any editor of the
+// desktop; for a folder, any editor that opens folders. Absent if there is no such editor.
 std::optional<std::vector<Process::Launch>> launchesOf(std::string_view application,
                                                        const std::string& path, bool isFolder,
                                                        const Programs& programs);

@@ -35,13 +35,13 @@ std::optional<Request> requestOf(const std::vector<std::string>& args) {
   return std::nullopt;
 }
 
-// In one line, whatever it is called.
+// On a single line, whatever the name contains.
 std::string shown(std::string text) {
   std::replace(text.begin(), text.end(), '\n', '?');
   return text;
 }
 
-// Programs get absolute paths alone, so that none is taken for an option of theirs.
+// Programs get only absolute paths, so that none is read as an option.
 Result<Target> targetAt(const std::string& path) {
   std::string absolute = path;
   if (!path.starts_with('/')) {
@@ -50,7 +50,7 @@ Result<Target> targetAt(const std::string& path) {
     if (problem) return SystemError::fromErrno(problem.value(), path);
   }
   struct stat status {};
-  // The empty path is no file, not the folder where we are.
+  // The empty path is an error, and not the working directory.
   if (path.empty()) return SystemError::fromErrno(ENOENT, path);
   if (stat(absolute.c_str(), &status) != 0) return SystemError::fromErrno(errno, absolute);
   return Target{.path = std::move(absolute), .isFolder = S_ISDIR(status.st_mode)};
@@ -95,7 +95,8 @@ int openByDefault(const Target& target, std::ostream& err, const Programs& progr
   return failed;
 }
 
-// Another instance of a program that may run already. Whether there is a display is its own affair.
+// Starts another instance of a program that may already be running. The program itself checks for a
+// display.
 int startAnother(const std::string& application, std::ostream& err, const Programs& programs) {
   const Outcome started = programs.start({.path = application, .isDetached = true});
   if (started) return done;

@@ -1,4 +1,4 @@
-// The built executable in place of /usr/bin/open, with a PATH on which there are only scripts.
+// The built executable in place of /usr/bin/open, with a PATH that contains only scripts.
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -27,7 +27,7 @@ class OpenProgramTest : public testing::Test {
     ASSERT_EQ(chmod(path.c_str(), 0755), 0);
   }
 
-  // A program that tells how it was started, once somebody listens.
+  // A program that reports how it was started, as soon as the test reads it.
   void plantTeller(const std::string& name) const {
     plantScript(name, "exec 3>'" + tree_.at("told") +
                           "'\n"
@@ -62,7 +62,7 @@ class OpenProgramTest : public testing::Test {
   static std::string ofItsOwn() { return "of its own\n/dev/null\n/dev/null\n/dev/null\n"; }
 };
 
-// In each, the program that was started waits to be heard until the tool has ended.
+// In each test, the started program waits until the tool has ended and the test reads its report.
 
 TEST_F(OpenProgramTest, leaves_a_terminal_behind_in_the_folder) {
   plantTeller("qterminal");

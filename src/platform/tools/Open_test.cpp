@@ -20,7 +20,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// A machine that has only the programs a test plants in `bin`, and starts none of them.
+// A machine that has only the programs a test creates in `bin`, and starts none of them.
 class OpenTest : public testing::Test {
  protected:
   TempTree tree_ = TempTree(R"(
@@ -34,7 +34,7 @@ class OpenTest : public testing::Test {
   )");
   std::map<std::string, std::string> variables_ = {{"PATH", tree_.at("bin")}, {"DISPLAY", ":7"}};
   std::set<std::string> broken_;  // cannot be started
-  Process::Exit exit_ = {};       // of what is waited for
+  Process::Exit exit_ = {};       // of programs that are waited for
   std::vector<std::string> started_;
   std::vector<std::string> waitedFor_;
   std::ostringstream out_;
@@ -49,7 +49,7 @@ class OpenTest : public testing::Test {
     err_.str("");
     started_.clear();
     waitedFor_.clear();
-    UserTrashCan trash;  // which nobody asks
+    UserTrashCan trash;  // not used by open
     const Programs programs = {
         .variable = [this](const std::string& name) { return variables_[name]; },
         .start = [this](const Process::Launch& launch) -> Outcome {
@@ -66,7 +66,7 @@ class OpenTest : public testing::Test {
     return open(args, {.out = out_, .err = err_}, Seams{.trash = trash, .programs = programs});
   }
 
-  // What is started for a folder "/.../desk/folder", which is written as DIR.
+  // The command for a folder "/.../desk/folder", which is written as DIR.
   std::string terminalFor(const std::string& variable) {
     variables_["TERMINAL"] = variable;
     EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk/folder")}), 0);

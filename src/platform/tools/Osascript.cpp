@@ -26,8 +26,8 @@ int countTrash(Streams streams, TrashCan& trash) {
   return done;
 }
 
-// On one line, and short enough for a pipe that nobody reads: paths may be as long as they like,
-// and hold line feeds.
+// On one line, and short enough for a pipe that nobody reads: paths may have any length and contain
+// line feeds.
 std::string printable(SystemError error) {
   constexpr std::size_t most = 4096;
   if (error.path.size() > most) error.path = error.path.substr(0, most) + "...";
@@ -37,10 +37,10 @@ std::string printable(SystemError error) {
   return text;
 }
 
-// Whoever asked may lose patience and ask us to end; Tessaly does so, and tells its user that the
-// emptying goes on. What has been begun is finished all the same: half of it would leave things
-// behind that no list shows, and the room would not be free. No more than was there at the asking
-// goes, however long that takes.
+// Ignores SIGTERM. The caller may send it when it stops waiting; Tessaly then tells the user that
+// the emptying goes on. The emptying is completed all the same: half of it would leave remains that
+// no list shows, without freeing the space. It never deletes more than was in the Trash at the time
+// of the request.
 class Undisturbed {
  public:
   Undisturbed() : before_(std::signal(SIGTERM, SIG_IGN)) {}

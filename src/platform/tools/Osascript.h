@@ -1,4 +1,4 @@
-// Runs the two scripts about the Trash, and no other.
+// Runs the two scripts about the Trash, and no others.
 #pragma once
 
 #include <string>

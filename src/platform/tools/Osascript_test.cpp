@@ -76,7 +76,7 @@ TEST_F(OsascriptTest, finishes_emptying_although_it_is_asked_to_end) {
   };
   EXPECT_EQ(run({"-e", empty}), 0);
   EXPECT_TRUE(isFinished);
-  // And only as long as that takes.
+  // SIGTERM is ignored only during the emptying.
   EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
 }
 

@@ -1,4 +1,4 @@
-// The built executable, started as a person or the program would.
+// The built executable, started by hand or by the program.
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ class ProgramTest : public testing::Test {
     return {process.value().readOutput(Deadline::never()), *process.value().exit()};
   }
 
-  // For this process and what it starts: nothing on any file system can be changed any more.
+  // Makes all file systems read-only for this process and its children.
   static bool makeAllReadOnly() {
     mount_attr attributes{};
     attributes.attr_set = MOUNT_ATTR_RDONLY;
@@ -52,7 +52,7 @@ class ProgramTest : public testing::Test {
     return StandInTools::standInFor("/usr/bin/osascript")->executable;
   }
 
-  // The tests' machine may have other folders of the user.
+  // The machine that runs the tests may have other Trash folders of the user.
   std::string counted() const {
     TrashPlace place = TrashPlace::current();
     place.homeTrash = data_.at("Trash");
@@ -78,8 +78,8 @@ TEST_F(ProgramTest, counts_the_trash_in_place_of_the_given_tool) {
   EXPECT_TRUE(answer.exit.isSuccess());
 }
 
-// Empties every Trash of whoever runs the tests, so all is made unchangeable first but for the one
-// that is meant.
+// This would empty every Trash of the user who runs the tests, so everything except the test's own
+// Trash is made read-only first.
 TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
@@ -100,7 +100,7 @@ TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
   EXPECT_EQ(told, "");
 }
 
-// As the program does that has waited long enough.
+// As the program does at its time limit.
 TEST_F(ProgramTest, empties_the_trash_to_the_end_although_it_is_asked_to_end) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();

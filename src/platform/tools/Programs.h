@@ -1,4 +1,4 @@
-// The desktop's own programs, as a subcommand finds and starts them.
+// How a subcommand finds and starts programs of the desktop.
 #pragma once
 
 #include <functional>
@@ -11,16 +11,16 @@
 namespace tessaly::tools {
 
 struct Programs {
-  // What the environment says, empty where it says nothing.
+  // The value of an environment variable; empty if it is not set.
   std::function<std::string(const std::string& name)> variable;
-  // Starts a program and does not wait for it. It goes on after our end.
+  // Starts a program and does not wait for it. It outlives this process.
   std::function<Outcome(const Process::Launch& launch)> start;
   // Starts a program and waits until it has ended.
   std::function<Result<Process::Exit>(const Process::Launch& launch)> run;
 
   static Programs real();
 
-  // The absolute path of a program on the PATH; absent where there is none.
+  // The absolute path of a program on the PATH; absent if there is none.
   std::optional<std::string> find(const std::string& name) const;
 
   // Whether a program could open a window.

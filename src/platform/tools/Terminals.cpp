@@ -14,7 +14,7 @@ namespace {
 
 struct Terminal {
   std::string_view program;
-  std::string_view option = {};  // before the folder, part of the same word if it ends in "="
+  std::string_view option = {};  // before the folder; part of the same word if it ends in "="
   std::string_view first = {};   // a word before all others
 };
 
@@ -54,8 +54,8 @@ const Terminal* knownAs(std::string_view name) {
   return found != known.end() ? found : nullptr;
 }
 
-// x-terminal-emulator is a link to the chosen one. But a link may also lead to a program that runs
-// many others, told by the name of the link.
+// x-terminal-emulator is a link to the chosen terminal. But a link may also lead to a program that
+// acts as many others, depending on the name of the link.
 const Terminal* terminalAt(const std::string& program) {
   const Terminal* const byName = knownAs(lastComponent(program));
   return byName != nullptr ? byName : knownAs(lastComponent(resolvedPath(program)));

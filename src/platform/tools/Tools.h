@@ -1,5 +1,5 @@
-// The tools of another system that the program asks, each as a subcommand of one executable: it
-// prints what the tool would print, as far as the program asks for it.
+// The tools of another system that the program uses, each as a subcommand of one executable: it
+// prints the same output, as far as the program needs it.
 #pragma once
 
 #include <iosfwd>
@@ -11,7 +11,7 @@
 
 namespace tessaly::tools {
 
-// What a subcommand ends the process with.
+// Exit statuses of a subcommand.
 enum Status : int { done = 0, failed = 1, misused = 2 };
 
 struct Streams {
@@ -19,14 +19,14 @@ struct Streams {
   std::ostream& err;
 };
 
-// What the subcommands ask for their answers.
+// Services that the subcommands use.
 struct Seams {
   TrashCan& trash;
   Programs programs = Programs::real();
 };
 
-// Runs the subcommand that `args` begin with, "--help" among them, and gives the process's status.
-// What goes wrong is told in a line of `err`, and then there is nothing in `out`.
+// Runs the subcommand at the beginning of `args`, or "--help", and returns the exit status. An
+// error is printed as one line to `err`, and then nothing to `out`.
 int run(const std::vector<std::string>& args, Streams streams, const Seams& seams);
 
 }  // namespace tessaly::tools

@@ -6,7 +6,7 @@ namespace tessaly::tools {
 
 bool WholeLines::print(std::string_view line) {
   const std::size_t room = limit - bytes_;
-  // The line feed counts.
+  // Including the line feed.
   if (line.size() + 1 >= room) isFull_ = true;
   if (isFull_) return false;
   out_ << line << '\n';

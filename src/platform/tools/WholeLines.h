@@ -1,5 +1,5 @@
-// What a tool prints, in whole lines and no more than whoever asked can get: a pipe that nobody
-// reads before the tool has ended holds 64 KiB, and the tool that fills it never ends.
+// Prints whole lines, and no more than fits a pipe that is read only after the tool has ended: it
+// holds 64 KiB, and a tool that fills it never ends.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,12 @@ namespace tessaly::tools {
 
 class WholeLines {
  public:
-  static constexpr std::size_t limit = std::size_t{60} * 1024;  // bytes, never quite reached
+  static constexpr std::size_t limit = std::size_t{60} * 1024;  // bytes; output stays below
 
   explicit WholeLines(std::ostream& out) : out_(out) {}
 
-  // Prints `line`, which has no line feed of its own. False when there is no room for it; from then
-  // on nothing is printed any more, so that the answer is the beginning of the whole one.
+  // Prints `line`, which has no line feed of its own. False if it does not fit; from then on
+  // nothing is printed, so the output is the beginning of the complete one.
   bool print(std::string_view line);
 
  private:
