@@ -101,9 +101,7 @@ FolderReader::Run FolderReader::readEntries(int descriptor) {
       return syscall(SYS_getdents64, descriptor, entries_.get() + filled_,
                      entriesCapacity - filled_);
     });
-    if (got < 0)
-      return {.failure = failureOf(errno)};  // a directory that was removed meanwhile
-                                             // has no entries
+    if (got < 0) return {.failure = failureOf(errno)};  // a removed directory has no entries
     if (got == 0) return {};
     filled_ += static_cast<std::size_t>(got);
   }
