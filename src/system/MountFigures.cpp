@@ -224,7 +224,7 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
         std::move(end));
   }
 
-  // Calls `use` with the answer, unless these looks are destroyed by then.
+  // Calls `use` with the answer, unless this object is destroyed by then.
   template <class Answer, class Use>
   End<Answer> home(Use use) {
     return [self = weak_from_this(), use](const std::optional<Answer>& answer) {

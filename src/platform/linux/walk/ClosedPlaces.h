@@ -17,7 +17,7 @@ namespace tessaly::walk {
 class ClosedPlaces {
  public:
   // Closes the path of these components below this one: with the id of a mount only while that one
-  // is mounted there, without one always.
+  // is mounted there, otherwise always.
   void close(const std::vector<std::string>& components, std::uint64_t mount = 0);
 
   // The node for the entry `name`; null if nothing at or below it is closed.
