@@ -25,8 +25,19 @@ if(TESSALY_SANITIZE)
   endif()
 endif()
 
-# A compiler cache turns a second build of the same sources into a copy, where there is one.
+# What tests are built with. What is tested is what is worth optimising: under the sanitizers,
+# optimising assertions takes more time than it saves.
+add_library(tessaly_tested INTERFACE)
+target_link_libraries(tessaly_tested INTERFACE tessaly_compiler)
+if(TESSALY_SANITIZE)
+  target_compile_options(tessaly_tested INTERFACE -O0)
+endif()
+
+# A compiler cache turns a second build of the same sources into a copy, where there is one. It keeps
+# nothing that uses precompiled headers unless it is told to overlook which macros they were compiled
+# with, and when: the compiler itself refuses those that do not fit.
 find_program(TESSALY_CCACHE ccache)
 if(TESSALY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${TESSALY_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    /usr/bin/env CCACHE_SLOPPINESS=pch_defines,time_macros ${TESSALY_CCACHE})
 endif()

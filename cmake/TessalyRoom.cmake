@@ -4,6 +4,7 @@ function(tessaly_room name)
   add_library(tessaly_${name} STATIC ${ROOM_SOURCES})
   target_include_directories(tessaly_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(tessaly_${name} PUBLIC ${ROOM_LINKS} PRIVATE tessaly_compiler ${ROOM_PRIVATE_LINKS})
+  tessaly_precompiled(tessaly_${name})
 endfunction()
 
 # The tests of a room, each fact a test of its own in ctest:
@@ -15,15 +16,11 @@ function(tessaly_tests name)
   cmake_parse_arguments(TESTS "OWN_MAIN" "" "SOURCES;LINKS;PROPERTIES" ${ARGN})
   add_executable(tessaly_${name}_test ${TESTS_SOURCES})
   target_include_directories(tessaly_${name}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(tessaly_${name}_test PRIVATE ${TESTS_LINKS} tessaly_compiler GTest::gtest GTest::gmock)
-  # What is tested is what is worth optimising. Under the sanitizers, optimising assertions takes more
-  # time than it saves.
-  if(TESSALY_SANITIZE)
-    target_compile_options(tessaly_${name}_test PRIVATE -O0)
-  endif()
+  target_link_libraries(tessaly_${name}_test PRIVATE ${TESTS_LINKS} tessaly_tested GTest::gtest GTest::gmock)
   if(NOT TESTS_OWN_MAIN)
     target_link_libraries(tessaly_${name}_test PRIVATE GTest::gtest_main)
   endif()
+  tessaly_precompiled(tessaly_${name}_test TEST)
   gtest_discover_tests(tessaly_${name}_test
     TEST_PREFIX ${name}: DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
     PROPERTIES TIMEOUT 600 ${TESTS_PROPERTIES})
