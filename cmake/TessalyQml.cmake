@@ -1,10 +1,22 @@
-# Qt writes C++ of its own for a QML module (compiled bindings, type registrations); it is not ours
-# to keep clean. To be called once for a module, after qt_add_qml_module.
-function(tessaly_unwarn_generated target)
+# What is the same for all QML modules; to be called after qt_add_qml_module. Qt writes C++ of its own
+# for a module (compiled bindings, type registrations), which is not ours to keep clean. The bindings
+# of a module are compiled together, since each QML file's take far less time than the headers.
+function(tessaly_qml_module target)
+  tessaly_precompiled(${target})
   get_target_property(sources ${target} SOURCES)
+  set(includes "")
   foreach(source IN LISTS sources)
-    if(source MATCHES "/\\.rcc/qmlcache/|_qmltyperegistrations\\.cpp$|_qmlcache_loader\\.cpp$")
+    if(source MATCHES "/\\.rcc/qmlcache/.*_qml\\.cpp$")
+      set_source_files_properties(${source} PROPERTIES HEADER_FILE_ONLY ON)
+      string(APPEND includes "#include \"${source}\"\n")
+    elseif(source MATCHES "/\\.rcc/qmlcache/|_qmltyperegistrations\\.cpp$|_qmlcache_loader\\.cpp$")
       set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS -w)
     endif()
   endforeach()
+  if(includes)
+    set(bindings ${CMAKE_CURRENT_BINARY_DIR}/${target}_bindings.cpp)
+    file(CONFIGURE OUTPUT ${bindings} CONTENT "${includes}")
+    target_sources(${target} PRIVATE ${bindings})
+    set_source_files_properties(${bindings} PROPERTIES SKIP_AUTOGEN ON COMPILE_OPTIONS -w)
+  endif()
 endfunction()
