@@ -1,10 +1,9 @@
 #include "architecture/SourceRules.h"
 
-#include <cstdlib>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
+
+#include "architecture/PlantedSources_test.h"
 
 namespace tessaly::architecture {
 namespace {
@@ -12,26 +11,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// A source tree to plant violations in.
-class PlantedSources : public testing::Test {
- protected:
-  PlantedSources() {
-    std::string pattern = (fs::temp_directory_path() / "tessaly-rules-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) {
-      std::abort();
-    }
-    src_ = pattern;
-  }
-  ~PlantedSources() override { fs::remove_all(src_); }
-
-  void plant(const std::string& file, const std::string& text) {
-    fs::create_directories((src_ / file).parent_path());
-    std::ofstream(src_ / file) << text;
-  }
-
-  fs::path src_;
-};
 
 TEST_F(PlantedSources, include_with_the_arrow_is_allowed) {
   plant("scan/A.cpp", "#include \"scan/A.h\"\n#include \"platform/Places.h\"\n#include <queue>\n");

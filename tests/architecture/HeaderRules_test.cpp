@@ -1,0 +1,43 @@
+#include "architecture/HeaderRules.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "architecture/PlantedSources_test.h"
+
+namespace tessaly::architecture {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using PlantedHeaders = PlantedSources;
+
+TEST_F(PlantedHeaders, header_that_its_source_includes_late_is_found) {
+  plant("scan/First.h", "");
+  plant("scan/First.cpp", "// Why.\n#include \"scan/First.h\"\n\n#include <string>\n");
+  plant("scan/Late.h", "");
+  plant("scan/Late.cpp", "#include <string>\n\n#include \"scan/Late.h\"\n");
+  plant("scan/Never.h", "");
+  plant("scan/Never.cpp", "int never;\n");
+  plant("scan/WithoutSource.h", "");
+  EXPECT_THAT(lateOwnHeaders(src_), ElementsAre("scan/Late.cpp: scan/Late.h comes first",
+                                                "scan/Never.cpp: scan/Never.h comes first"));
+}
+
+TEST_F(PlantedHeaders, header_that_may_be_read_twice_is_found) {
+  plant("scan/Once.h", "// What.\n#pragma once\n");
+  plant("scan/Twice.h", "struct Twice {};\n");
+  EXPECT_THAT(headersReadTwice(src_), ElementsAre("scan/Twice.h: no #pragma once"));
+}
+
+TEST(Headers, come_first_in_the_source_of_their_name) {
+  EXPECT_THAT(lateOwnHeaders(std::filesystem::path(TESSALY_PROJECT_FOLDER) / "src"), IsEmpty());
+}
+
+TEST(Headers, are_read_once_in_a_source) {
+  EXPECT_THAT(headersReadTwice(std::filesystem::path(TESSALY_PROJECT_FOLDER) / "src"), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessaly::architecture
