@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -165,25 +166,38 @@ class ProgramWithoutDisplay : public testing::Test {
 
   // A start with these variables, and with no others that tell of a display.
   void expectRefusal(const Variables& variables, const char* line) {
-    SCOPED_TRACE(variables.empty() ? "" : variables.front().second);
-    QProcess process;
+    expectRefusals({variables}, line);
+  }
+  // Such starts all at once, since some wait for seconds.
+  void expectRefusals(const std::vector<Variables>& starts, const char* line) {
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const Variables& variables : starts) processes.push_back(started(variables));
+    for (std::size_t index = 0; index < starts.size(); ++index) {
+      SCOPED_TRACE(starts[index].empty() ? "" : starts[index].front().second);
+      QProcess& process = *processes[index];
+      ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished(60000));
+      EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+      EXPECT_EQ(process.exitCode(), 2);
+      EXPECT_EQ(process.readAllStandardError(), QByteArray(line));
+      EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
+    }
+  }
+  // With `platform` for Qt where that is not empty.
+  void expectRefusal(const char* platform, const char* line) {
+    expectRefusal(*platform != 0 ? Variables{{"QT_QPA_PLATFORM", platform}} : Variables(), line);
+  }
+
+  std::unique_ptr<QProcess> started(const Variables& variables) const {
+    auto process = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_SESSION_TYPE"})
       environment.remove(QString::fromLatin1(name));
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state_.at("run")));
     for (const auto& [name, value] : variables)
       environment.insert(QString::fromLatin1(name), QString::fromStdString(value));
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
-    ASSERT_TRUE(process.waitForFinished(60000));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 2);
-    EXPECT_EQ(process.readAllStandardError(), QByteArray(line));
-    EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
-  }
-  // With `platform` for Qt where that is not empty.
-  void expectRefusal(const char* platform, const char* line) {
-    expectRefusal(*platform != 0 ? Variables{{"QT_QPA_PLATFORM", platform}} : Variables(), line);
+    process->setProcessEnvironment(environment);
+    process->start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+    return process;
   }
 
   static constexpr const char* noDisplay = "tessaly: there is no display to open a window on\n";
@@ -222,21 +236,21 @@ TEST_F(ProgramWithoutDisplay, says_so_where_servers_are_named_that_are_not_there
 }
 
 TEST_F(ProgramWithoutDisplay, says_so_where_servers_take_connections_and_say_nothing) {
-  const MuteServer wayland = MuteServer::at(state_.at("run/mute"));
-  ASSERT_TRUE(wayland.isThere());
-  expectRefusal({{"WAYLAND_DISPLAY", "mute"}}, noDisplay);
-  EXPECT_TRUE(wayland.wasAsked());
-  expectRefusal({{"WAYLAND_DISPLAY", wayland.display()}, {"QT_QPA_PLATFORM", "wayland"}},
-                noDisplay);
-  EXPECT_TRUE(wayland.wasAsked());
-
+  // Of each server one start only, so that each start is seen to ask its own.
+  const MuteServer byName = MuteServer::at(state_.at("run/mute"));
+  const MuteServer byPath = MuteServer::at(state_.at("run/mute-by-path"));
+  const MuteServer besideX = MuteServer::at(state_.at("run/mute-beside-x"));
   const MuteServer x = MuteServer::ofX();
-  ASSERT_TRUE(x.isThere());
-  expectRefusal({{"DISPLAY", x.display()}}, noDisplay);
-  EXPECT_TRUE(x.wasAsked());
-  expectRefusal({{"DISPLAY", x.display()}, {"WAYLAND_DISPLAY", "mute"}}, noDisplay);
-  EXPECT_TRUE(x.wasAsked());
-  EXPECT_TRUE(wayland.wasAsked());
+  const MuteServer besideWayland = MuteServer::ofX();
+  for (const MuteServer* server : {&byName, &byPath, &besideX, &x, &besideWayland})
+    ASSERT_TRUE(server->isThere());
+  expectRefusals({{{"WAYLAND_DISPLAY", "mute"}},
+                  {{"WAYLAND_DISPLAY", byPath.display()}, {"QT_QPA_PLATFORM", "wayland"}},
+                  {{"DISPLAY", x.display()}},
+                  {{"DISPLAY", besideWayland.display()}, {"WAYLAND_DISPLAY", "mute-beside-x"}}},
+                 noDisplay);
+  for (const MuteServer* server : {&byName, &byPath, &besideX, &x, &besideWayland})
+    EXPECT_TRUE(server->wasAsked()) << server->display();
 }
 
 }  // namespace
