@@ -5,12 +5,12 @@
 
 namespace tessaly {
 
-// Absolute path as bytes, without links. If the file has been replaced since the start, the path of
-// the new one. Empty if the system does not report it.
+// Absolute path as bytes, without links. If the file has been replaced or removed since the start,
+// its former path. Empty if the system does not report it.
 std::string ownExecutable();
 
-// The rule behind it: the system appends " (deleted)" to the path of a removed file, but a file
-// name may also end like that.
-std::string executableFrom(const std::string& told);
+// The rule behind it on Linux: `told` is the text of the system's link to `executable`, to which
+// the system appends " (deleted)" when the file has been removed.
+std::string executableFrom(std::string told, const std::string& executable);
 
 }  // namespace tessaly

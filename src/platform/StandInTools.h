@@ -21,8 +21,4 @@ struct StandIn {
 // replaced.
 std::optional<StandIn> standInFor(std::string_view tool);
 
-// The executable, searched from the folder of the running program: in that folder, as in a build,
-// or else in ../libexec/tessaly, as installed. If it is in neither, the latter path.
-std::string executableFrom(const std::string& programFolder);
-
 }  // namespace tessaly::StandInTools

@@ -2,22 +2,38 @@
 
 #include <climits>
 #include <string_view>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
 namespace tessaly {
 
-std::string ownExecutable() {
-  char path[PATH_MAX];
-  const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
-  if (length <= 0) return "";
-  return executableFrom(std::string(path, static_cast<std::size_t>(length)));
+namespace {
+
+constexpr const char* ownLink = "/proc/self/exe";
+
+bool areTheSame(const std::string& one, const std::string& other) {
+  struct stat first {};
+  struct stat second {};
+  return ::stat(one.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-std::string executableFrom(const std::string& told) {
-  constexpr std::string_view removed = " (deleted)";
-  if (!told.ends_with(removed) || ::access(told.c_str(), F_OK) == 0) return told;
-  return told.substr(0, told.size() - removed.size());
+}  // namespace
+
+std::string ownExecutable() {
+  char text[PATH_MAX];
+  const ssize_t length = ::readlink(ownLink, text, sizeof text);
+  return executableFrom(std::string(text, length > 0 ? static_cast<std::size_t>(length) : 0),
+                        ownLink);
+}
+
+std::string executableFrom(std::string told, const std::string& executable) {
+  constexpr std::string_view deletedMark = " (deleted)";
+  // A name may itself end like the mark; the file exists then.
+  if (told.ends_with(deletedMark) && !areTheSame(told, executable))
+    told.resize(told.size() - deletedMark.size());
+  return told;
 }
 
 }  // namespace tessaly

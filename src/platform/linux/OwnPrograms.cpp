@@ -1,15 +1,17 @@
 #include "platform/OwnPrograms.h"
 
-#include <climits>
 #include <unistd.h>
+
+#include "platform/OwnExecutable.h"
 
 namespace tessaly::OwnPrograms {
 
 std::string path(std::string_view name) {
-  char own[PATH_MAX];
-  const ssize_t length = ::readlink("/proc/self/exe", own, sizeof own);
-  const std::string_view text(own, length > 0 ? static_cast<std::size_t>(length) : 0);
-  const std::string folder(text.substr(0, text.rfind('/')));
+  const std::string own = ownExecutable();
+  return pathFrom(own.substr(0, own.rfind('/')), name);
+}
+
+std::string pathFrom(const std::string& folder, std::string_view name) {
   std::string beside = folder + "/" + std::string(name);
   if (::access(beside.c_str(), X_OK) == 0) return beside;
   return folder + "/../libexec/tessaly/" + std::string(name);
