@@ -3,53 +3,22 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "platform/ApplicationSupport.h"
 #include "platform/linux/ReadMounts.h"
 #include "platform/linux/Uninterrupted.h"
+#include "platform/linux/trash/VolumeTrash.h"
 
 namespace tessaly {
 
 namespace {
 
-struct stat statusOf(const FileDescriptor& folder) {
-  struct stat status {};
-  if (::fstat(folder.get(), &status) != 0) status = {};
-  return status;
-}
-
 // Follows links.
 FileDescriptor openPath(const std::string& path) {
   return FileDescriptor(
       uninterrupted([&] { return ::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
-}
-
-// Opens the folder of that name, which must not be a link, and creates it if it is missing. Returns
-// an empty descriptor, with errno set, if another item has the name.
-FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name) {
-  const bool isNew = ::mkdirat(parent.get(), name.c_str(), 0700) == 0;
-  if (!isNew && errno != EEXIST) {
-    // It may exist all the same: a read-only file system reports EROFS first.
-    const int code = errno;
-    FileDescriptor there = openFolder(parent, name, O_PATH);
-    if (!there) errno = code;
-    return there;
-  }
-  if (isNew) syncFolder(parent);
-  return openFolder(parent, name, O_PATH);
-}
-
-// The same; the folder must also belong to the user.
-FileDescriptor ownFolder(const FileDescriptor& parent, const std::string& name, uid_t user) {
-  FileDescriptor folder = ownFolder(parent, name);
-  if (!folder || statusOf(folder).st_uid == user) return folder;
-  errno = EACCES;
-  return FileDescriptor();
 }
 
 // The folders from an item up to the top of its file system.
@@ -97,15 +66,6 @@ Result<bool> liesOn(std::uint64_t mount, std::string path) {
   }
 }
 
-bool isNameOfTrash(std::string_view name) {
-  constexpr std::string_view shared = ".Trash";
-  if (!name.starts_with(shared)) return false;
-  name.remove_prefix(shared.size());
-  if (name.empty()) return true;
-  return name.size() > 1 && name.front() == '-' &&
-         name.find_first_not_of("0123456789", 1) == std::string_view::npos;
-}
-
 class Search {
  public:
   Search(const ItemPlace& item, const std::string& path, const TrashPlace& place)
@@ -127,7 +87,7 @@ class Search {
     // A folder above the item was moved just now.
     if (!absolute.starts_with(prefix)) return SystemError::fromErrno(ESTALE, path_);
     const std::string relative = absolute.substr(prefix.size());
-    if (isNameOfTrash(relative.substr(0, relative.find('/')))) return inTrash();
+    if (VolumeTrash::isName(relative.substr(0, relative.find('/')))) return inTrash();
     if (const Outcome free = holdsNoMount(below(absolute, "")); !free) return free.error();
 
     const Result<bool> home = liesOn(mount_, homeTrash_);
@@ -142,12 +102,12 @@ class Search {
     all.push_back(self.value());
     const auto isTrash = [&](const ItemIdentity& one) { return one.isSameItem(identity.value()); };
     if (std::any_of(all.begin(), all.end(), isTrash)) return inTrash();
-    TrashFolder found{.files = ownFolder(trash, "files"),
+    TrashFolder found{.files = VolumeTrash::openOrMakeFolder(trash, "files"),
                       .info = FileDescriptor(),
                       .path = trashPath_,
                       .itemPath = isHome ? absolute : relative,
                       .isHome = isHome};
-    if (found.files) found.info = ownFolder(trash, "info");
+    if (found.files) found.info = VolumeTrash::openOrMakeFolder(trash, "info");
     if (!found.info) return SystemError::fromErrno(errno, trashPath_);
     if (isHome) {
       Result<std::string> real = pathOf(trash, trashPath_);
@@ -188,15 +148,9 @@ class Search {
   }
 
   FileDescriptor openAtTop(const FileDescriptor& top, const std::string& topPath) {
-    const std::string user = std::to_string(place_.user);
-    // A shared folder must be sticky, or users could replace each other's folders in it.
-    if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
-        shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
-      trashPath_ = below(topPath, ".Trash/" + user);
-      if (FileDescriptor own = ownFolder(shared, user, place_.user)) return own;
-    }
-    trashPath_ = below(topPath, ".Trash-" + user);
-    return ownFolder(top, ".Trash-" + user, place_.user);
+    UserTrashFolder trash = VolumeTrash::findOrMake(top, topPath, place_.user);
+    trashPath_ = std::move(trash.path);
+    return std::move(trash.folder);
   }
 
   const ItemPlace& item_;

@@ -25,9 +25,7 @@ struct TrashFolder {
 // Creates missing parts of it, for the user alone (0700). `path` is the item's, for errors.
 //
 // Refuses items that cannot be moved at all, a Trash and everything in it, and a folder that
-// contains a mount point. At the top of a file system, where others may write too, only real
-// folders are used, never links: the user's folder in the shared ".Trash", if that is sticky, or
-// ".Trash-" plus the user's number, which must belong to the user.
+// contains a mount point. VolumeTrash.h says which folders are used at the top of a file system.
 Result<TrashFolder> trashFolderFor(const ItemPlace& item, const std::string& path,
                                    const TrashPlace& place);
 

@@ -9,7 +9,7 @@
 
 #include "platform/linux/ReadMounts.h"
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/VolumeTrash.h"
 
 namespace tessaly {
 
@@ -76,18 +76,9 @@ class Search {
   void lookAtTop(const std::string& point) {
     const FileDescriptor top = lookUpTop(point);
     if (!top) return;
-    const std::string user = std::to_string(place_.user);
-    const std::string prefix = point.ends_with('/') ? point : point + "/";
-    // A shared folder must be sticky, or users could replace each other's folders in it.
-    if (const FileDescriptor shared = openFolder(top, ".Trash", O_PATH);
-        shared && (statusOf(shared).st_mode & S_ISVTX) != 0) {
-      addOwn(openFolder(shared, user, O_PATH), prefix + ".Trash/" + user);
+    for (UserTrashFolder& trash : VolumeTrash::find(top, point, place_.user)) {
+      add(std::move(trash.folder), trash.path);
     }
-    addOwn(openFolder(top, ".Trash-" + user, O_PATH), prefix + ".Trash-" + user);
-  }
-
-  void addOwn(FileDescriptor folder, const std::string& path) {
-    if (folder && statusOf(folder).st_uid == place_.user) add(std::move(folder), path);
   }
 
   void add(FileDescriptor folder, const std::string& path) {

@@ -6,15 +6,10 @@
 #include <vector>
 
 #include "platform/SystemError.h"
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/UserTrashFolder.h"
 
 namespace tessaly {
-
-struct UserTrashFolder {
-  FileDescriptor folder;  // O_PATH
-  std::string path;       // absolute
-};
 
 struct UserTrashFolders {
   // Each folder once, even if its file system is mounted several times; a writable mount is
@@ -24,10 +19,9 @@ struct UserTrashFolders {
   std::vector<SystemError> errors;
 };
 
-// The home's folder may be a link, since only the user can have created it. At the top of a file
-// system, where others may write too, only real folders count: the user's folder in a shared
-// ".Trash" that is sticky, and ".Trash-" plus the user's number; both must belong to the user. A
-// file system whose top the user may not read has none.
+// The home's folder may be a link, since only the user can have created it. VolumeTrash.h says
+// which folders count at the top of a file system. A file system whose top the user may not read
+// has none.
 UserTrashFolders userTrashFolders(const TrashPlace& place);
 
 // The folder in the home, and those at the top of the file system mounted on `point`. The latter
