@@ -17,16 +17,18 @@ namespace tessaly::walk {
 struct Folder;
 
 struct Record {
+  enum class Holds : std::uint8_t { failure, attributes, child };
+
   union {
+    std::int64_t failure;  // the errno of reading the attributes, or 0
     std::int64_t allocatedSize;
-    Folder* child;         // for a directory that is entered
-    std::int64_t failure;  // without attributes: the errno of reading them, or 0
+    Folder* child;  // for a directory that is entered
   };
-  double mtime;
+  double mtime;  // with attributes
   std::uint32_t nameOffset;
   std::uint16_t nameLength;
   DirectoryWalk::Type type;
-  bool hasAttributes;  // for a directory: whether it is entered
+  Holds holds;  // which member of the union; "failure" for a directory that is not entered
 };
 static_assert(sizeof(Record) == 24);
 

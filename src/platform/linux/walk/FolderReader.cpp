@@ -149,7 +149,7 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
     record.failure = failureOf(error);
     if (error == 0) {
       record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
-      record.hasAttributes = true;
+      record.holds = Record::Holds::attributes;
       record.allocatedSize = (attributes.stx_mask & STATX_BLOCKS) != 0
                                  ? bytesOfBlocks(attributes.stx_blocks)
                                  : static_cast<std::int64_t>(attributes.stx_size);
@@ -157,20 +157,21 @@ void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) 
     }
   }
   if (record.type == DirectoryWalk::Type::directory) {
-    record.allocatedSize = 0;
     record.mtime = 0;
     DirectoryWalk::Descent descent;
     const std::string_view name(entry.name, entry.nameLength);
     int failure = 0;
-    record.hasAttributes = enters(descriptor, folder, entry, descent, failure);
+    const bool isEntered = enters(descriptor, folder, entry, descent, failure);
+    record.holds = Record::Holds::failure;
     record.failure = failure;
-    if (record.hasAttributes) {
+    if (isEntered) {
       auto* const child = new Folder;
       child->parent = &folder;
       child->depth = folder.depth + 1;
       child->mark = descent.mark;
       child->closed = folder.closed == nullptr ? nullptr : folder.closed->below(name);
       child->first.folder = child;
+      record.holds = Record::Holds::child;
       record.child = child;
       children_.push_back(child);
     }
@@ -200,9 +201,7 @@ void FolderReader::store(Batch& batch) {
   std::memcpy(batch.data.get(), records_.data(), recordBytes);
   std::memcpy(batch.data.get() + recordBytes, names_.data(), names_.size());
   for (const Record& record : records_) {
-    if (record.type == DirectoryWalk::Type::directory && record.hasAttributes) {
-      record.child->name = batch.name(record);
-    }
+    if (record.holds == Record::Holds::child) record.child->name = batch.name(record);
   }
 }
 

@@ -111,7 +111,7 @@ void WalkEngine::freeUnconsumed() {
     if (batch->state == Batch::State::done) {
       for (std::uint32_t i = start; i < batch->count; ++i) {
         const Record& record = batch->records()[i];
-        if (record.type != DirectoryWalk::Type::directory || !record.hasAttributes) continue;
+        if (record.holds != Record::Holds::child) continue;
         folders.push_back(record.child);
         left.push_back({&record.child->first, 0});
       }
@@ -149,16 +149,17 @@ void WalkEngine::fillItem(const Batch& batch, const Record& record) {
   item_.depth = batch.folder->depth + 1;
   item_.mark = batch.folder->mark;
   item_.mayComeTwice = &batch != &batch.folder->first;
-  item_.hasAttributes = record.hasAttributes;
+  item_.hasAttributes = false;
   item_.allocatedSize = 0;
   item_.mtime = 0;
-  if (!record.hasAttributes) {
+  if (record.holds == Record::Holds::failure) {
     if (record.failure != 0) {
       tell(FolderCandidate(root_, *batch.folder, item_.name), static_cast<int>(record.failure));
     }
     return;
   }
-  if (record.type != DirectoryWalk::Type::directory) {
+  if (record.holds == Record::Holds::attributes) {
+    item_.hasAttributes = true;
     item_.allocatedSize = record.allocatedSize;
     item_.mtime = record.mtime;
     return;
