@@ -12,7 +12,7 @@ namespace tessaly::fuzz {
 
 namespace {
 
-void requireListable(const VolumeMount& volume, const VolumePlaces& places) {
+void requireListable(const VolumeMount& volume, const VolumeRules& places) {
   require(volume.path.starts_with('/'), "a mount point is absolute");
   require(ToolOutput::words(volume.path) == std::vector<std::string_view>{volume.path},
           "a mount point is one word");

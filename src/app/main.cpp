@@ -96,7 +96,7 @@ int main(int, char** argv) {
   }
 
   using tessaly::SingleInstance;
-  std::optional<SingleInstance> instance = SingleInstance::claim(SingleInstance::Place::usual());
+  std::optional<SingleInstance> instance = SingleInstance::claim(SingleInstance::Address::usual());
   // The one that runs has come forward.
   if (!instance) return 0;
 

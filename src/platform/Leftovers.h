@@ -26,7 +26,7 @@ enum class Found : std::uint8_t {
 // Clears the folder at `path` itself; its absolute path must not contain links.
 Found removeFrom(const std::string& path);
 
-// Names of the notes by PlaceInWork in the folder `notes`, including those whose maker still runs.
+// Names of the notes by WriteNote in the folder `notes`, including those whose maker still runs.
 std::vector<std::string> notesIn(const std::string& notes);
 
 // Clears the folder that the note names, and removes the note: also if that folder is missing, but

@@ -10,7 +10,7 @@
 namespace tessaly {
 
 // Decides by mount points which mounts are volumes that users know. Bytes.
-struct VolumePlaces {
+struct VolumeRules {
   // Never listed; below a skipped prefix only the paths in keptMounts are.
   std::unordered_set<std::string> skipMounts;
   std::vector<std::string> skipPrefixes;
@@ -23,7 +23,7 @@ struct VolumePlaces {
 
 // The paths that need a warning before they go to the Trash. Bytes, compared as text. Paths in the
 // home are relative to it and begin with "/".
-struct CriticalPlaces {
+struct CriticalPathRules {
   std::vector<std::string> exact;     // the folders themselves, not their contents
   std::vector<std::string> prefixes;  // with everything in them
   std::vector<std::string> exempt;    // not critical with everything in them, although below a
@@ -49,8 +49,8 @@ struct Places {
   std::unordered_set<std::string> skipRootNames;     // names left out directly under "/"
   std::vector<std::string> skipPaths;                // absolute paths that no walk enters
   std::unordered_set<std::string> importantFolders;  // folders whose small files keep a node
-  VolumePlaces volumes;
-  CriticalPlaces critical;
+  VolumeRules volumes;
+  CriticalPathRules critical;
   std::vector<AccessProbe> accessProbes;  // if one of them can be read, all items can
 
   static const Places& forMacos();

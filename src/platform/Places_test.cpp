@@ -96,7 +96,7 @@ TEST(Places, macos_never_lists_nine_mounts) {
 }
 
 TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
-  const VolumePlaces& volumes = Places::forMacos().volumes;
+  const VolumeRules& volumes = Places::forMacos().volumes;
   EXPECT_EQ(volumes.keptMounts,
             (NamedMounts{{"/", "Macintosh HD"}, {"/System/Volumes/Data", "Macintosh HD — Data"}}));
   EXPECT_EQ(volumes.keptPrefixes, Prefixes{"/Volumes/"});
@@ -104,7 +104,7 @@ TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
 }
 
 TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
-  const VolumePlaces& volumes = Places::forLinux().volumes;
+  const VolumeRules& volumes = Places::forLinux().volumes;
   EXPECT_EQ(volumes.keptMounts, (NamedMounts{{"/", "Macintosh HD"}, {"/home", ""}}));
   EXPECT_EQ(volumes.keptPrefixes, (Prefixes{"/media/", "/run/media/", "/mnt/"}));
   EXPECT_TRUE(volumes.skipMounts.empty());

@@ -19,14 +19,14 @@ namespace tessaly {
 class SingleInstance {
  public:
   // Where instances find each other: those with the same folder and name belong together.
-  struct Place {
+  struct Address {
     std::string folder;  // absolute; created if it does not exist
     std::string name;    // base name of the files in it; at most longestName bytes
 
     static constexpr std::size_t longestName = 75;
 
     // For this process, by its user and the display in its environment.
-    static Place usual();
+    static Address usual();
   };
 
   // Becomes the one instance, or else asks the existing one to show its window and returns nothing.
@@ -34,7 +34,7 @@ class SingleInstance {
   //
   // If the folder cannot be used or belongs to another user, each instance acts as if it were the
   // only one.
-  static std::optional<SingleInstance> claim(const Place& place, double patience = 5);
+  static std::optional<SingleInstance> claim(const Address& address, double patience = 5);
 
   SingleInstance(SingleInstance&& other) noexcept;
   SingleInstance& operator=(SingleInstance&& other) noexcept;

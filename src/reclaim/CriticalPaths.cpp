@@ -28,7 +28,7 @@ bool isWithinAny(std::string_view path, const std::vector<std::string>& folders)
                              [path](const auto& folder) { return isWithin(path, folder); });
 }
 
-bool isCriticalInHome(std::string_view below, const CriticalPlaces& critical) {
+bool isCriticalInHome(std::string_view below, const CriticalPathRules& critical) {
   if (std::ranges::find(critical.exactInHome, below) != critical.exactInHome.end()) return true;
   if (isWithinAny(below, critical.allowedInHome)) return false;
   if (!critical.protectsByText) return isWithinAny(below, critical.protectedInHome);
@@ -39,7 +39,7 @@ bool isCriticalInHome(std::string_view below, const CriticalPlaces& critical) {
 }  // namespace
 
 bool isCritical(std::string_view path, std::string_view home, const Places& places) {
-  const CriticalPlaces& critical = places.critical;
+  const CriticalPathRules& critical = places.critical;
   const std::string item = normalised(path);
   if (std::ranges::find(critical.exact, item) != critical.exact.end()) return true;
   const std::string homeFolder = normalised(home);

@@ -28,7 +28,7 @@ std::uint64_t number(std::string_view bytes, std::size_t at, std::size_t length)
 }
 
 // Position of the list in the archive.
-struct ListPlace {
+struct ListRange {
   std::uint64_t offset = 0;
   std::uint64_t length = 0;
   std::uint64_t entries = 0;
@@ -42,7 +42,7 @@ std::optional<std::string> bytesAt(std::uint64_t offset, std::uint64_t count,
 }
 
 // For an archive too large for the fields of its end record, which is at `end`.
-std::optional<ListPlace> widePlace(std::uint64_t end, const ZipListing::ReadAt& read) {
+std::optional<ListRange> wideRange(std::uint64_t end, const ZipListing::ReadAt& read) {
   if (end < locatorLength) return std::nullopt;
   const auto locator = bytesAt(end - locatorLength, locatorLength, read);
   if (!locator || !locator->starts_with("PK\6\7")) return std::nullopt;
@@ -50,12 +50,12 @@ std::optional<ListPlace> widePlace(std::uint64_t end, const ZipListing::ReadAt& 
   if (offset > end || end - offset < wideEndLength) return std::nullopt;
   const auto wide = bytesAt(offset, wideEndLength, read);
   if (!wide || !wide->starts_with("PK\6\6")) return std::nullopt;
-  return ListPlace{.offset = number(*wide, 48, 8),
+  return ListRange{.offset = number(*wide, 48, 8),
                    .length = number(*wide, 40, 8),
                    .entries = number(*wide, 32, 8)};
 }
 
-std::optional<ListPlace> placeOfList(std::uint64_t size, const ZipListing::ReadAt& read) {
+std::optional<ListRange> rangeOfList(std::uint64_t size, const ZipListing::ReadAt& read) {
   const std::uint64_t length = std::min<std::uint64_t>(size, endLength + mostComment);
   const auto tail = bytesAt(size - length, length, read);
   if (!tail || tail->size() < endLength) return std::nullopt;
@@ -67,18 +67,18 @@ std::optional<ListPlace> placeOfList(std::uint64_t size, const ZipListing::ReadA
   } while (at + endLength + number(*tail, at + 20, 2) != tail->size());
 
   const std::uint64_t end = size - length + at;
-  std::optional<ListPlace> place = ListPlace{.offset = number(*tail, at + 16, 4),
+  std::optional<ListRange> range = ListRange{.offset = number(*tail, at + 16, 4),
                                              .length = number(*tail, at + 12, 4),
                                              .entries = number(*tail, at + 10, 2)};
-  if (place->offset == standsElsewhere || place->length == standsElsewhere ||
-      place->entries == 0xffff) {
+  if (range->offset == standsElsewhere || range->length == standsElsewhere ||
+      range->entries == 0xffff) {
     // An archive may have exactly 65535 entries without a wide record.
-    if (const auto wide = widePlace(end, read)) place = wide;
+    if (const auto wide = wideRange(end, read)) range = wide;
   }
-  if (place->length > mostListed || place->offset > end || place->length > end - place->offset) {
+  if (range->length > mostListed || range->offset > end || range->length > end - range->offset) {
     return std::nullopt;
   }
-  return place;
+  return range;
 }
 
 // The size of a file that is too large for the field of its entry.
@@ -99,9 +99,9 @@ std::optional<std::uint64_t> wideSize(std::string_view extra) {
 
 std::optional<ZipListing> ZipListing::of(std::int64_t size, const ReadAt& read) {
   if (size < 0) return std::nullopt;
-  const auto place = placeOfList(static_cast<std::uint64_t>(size), read);
-  if (!place) return std::nullopt;
-  const auto list = bytesAt(place->offset, place->length, read);
+  const auto range = rangeOfList(static_cast<std::uint64_t>(size), read);
+  if (!range) return std::nullopt;
+  const auto list = bytesAt(range->offset, range->length, read);
   if (!list) return std::nullopt;
 
   ZipListing listing;
@@ -119,7 +119,7 @@ std::optional<ZipListing> ZipListing::of(std::int64_t size, const ReadAt& read) 
     listing.sizes_[std::string(rest.substr(entryLength, name))] = static_cast<std::int64_t>(*bytes);
     rest.remove_prefix(entryLength + name + extra + comment);
   }
-  if (entries != place->entries) return std::nullopt;
+  if (entries != range->entries) return std::nullopt;
   return listing;
 }
 

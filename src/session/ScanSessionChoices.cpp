@@ -8,7 +8,7 @@
 #include <QPointer>
 
 #include "platform/AtomicFile.h"
-#include "platform/PlaceInWork.h"
+#include "platform/WriteNote.h"
 #include "scan/ExportReport.h"
 #include "scan/PathName.h"
 #include "session/FieldChanges.h"
@@ -70,7 +70,7 @@ void ScanSession::exportJSON() {
                                       .canCreateDirectories = true});
   // The tree on screen may be another by now, and it is the one that the user sees.
   if (!session || !path || stack_.empty()) return;
-  const PlaceInWork place = PlaceInWork::of(
+  const WriteNote place = WriteNote::of(
       *path, services_.supportDirectory ? *services_.supportDirectory : ScanStore::supportDir());
   // A failure is not told; the file that was there stays.
   static_cast<void>(AtomicFile::replace(*path, ExportReport::json(stack_.back()),

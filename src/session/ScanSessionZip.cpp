@@ -12,8 +12,8 @@
 #include "platform/FileAccess.h"
 #include "platform/FileIdentity.h"
 #include "platform/NumberedName.h"
-#include "platform/PlaceInWork.h"
 #include "platform/ResolvedPath.h"
+#include "platform/WriteNote.h"
 #include "reclaim/CriticalPaths.h"
 #include "reclaim/ZipEngine.h"
 #include "scan/Format.h"
@@ -80,7 +80,7 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
   auto work = [&dispatch, session, zips = zips_, place, request = std::move(request),
                archive = services_.archive, notes = std::move(notes)] {
     ZipEngine::Archived archived = [&] {
-      const PlaceInWork noted = PlaceInWork::of(request.to, notes);
+      const WriteNote noted = WriteNote::of(request.to, notes);
       return archive(request);
     }();
     zips->end(place);

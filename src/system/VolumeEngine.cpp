@@ -22,7 +22,7 @@ bool startsWithAny(std::string_view path, const std::vector<std::string>& prefix
 }
 
 // The name shown for a mount point; absent if it is not listed.
-std::optional<std::string> listedName(const std::string& path, const VolumePlaces& places) {
+std::optional<std::string> listedName(const std::string& path, const VolumeRules& places) {
   if (places.skipMounts.contains(path)) return std::nullopt;
   const auto kept = places.keptMounts.find(path);
   const bool isKept = kept != places.keptMounts.end();
@@ -33,7 +33,7 @@ std::optional<std::string> listedName(const std::string& path, const VolumePlace
   return isKept && !kept->second.empty() ? kept->second : std::string(lastPathComponent(path));
 }
 
-std::optional<VolumeMount> volumeOf(std::string_view line, const VolumePlaces& places) {
+std::optional<VolumeMount> volumeOf(std::string_view line, const VolumeRules& places) {
   if (DfTable::isHeader(line)) return std::nullopt;
   const std::vector<std::string_view> words = ToolOutput::words(line);
   if (words.size() < 6) return std::nullopt;

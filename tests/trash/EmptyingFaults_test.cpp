@@ -200,9 +200,9 @@ TEST_F(EmptyingFaults, what_is_left_is_whole_also_where_there_is_no_room) {
   TempTree tree("volume/\n");
   const std::string told = inPrivateMounts([&]() -> std::string {
     const std::string folder = tree.at("volume/Trash");
-    TrashPlace place = disk_->placeWith({});
-    place.homeTrash = folder;
-    UserTrashCan can(place, anHourLater);
+    TrashConfig config = disk_->configWith({});
+    config.homeTrash = folder;
+    UserTrashCan can(config, anHourLater);
     std::size_t stop = 1;
     for (;; ++stop) {
       const char* volume = "volume";

@@ -49,7 +49,7 @@ class EmptyingMeanwhile : public testing::Test {
   std::string trash(const std::string& below) const { return disk_->homeTrash() + "/" + below; }
 
   TrashListing listed(const FolderClock& clock = anHourLater) {
-    UserTrashFolders folders = userTrashFolders(disk_->placeWith({}));
+    UserTrashFolders folders = userTrashFolders(disk_->configWith({}));
     EmptiedTrash result;
     auto listing = listTrashFolder(std::move(folders.all.at(0)), geteuid(), clock, result);
     EXPECT_EQ(told(result), "");
@@ -134,7 +134,7 @@ TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {
   struct stat status {};
   ASSERT_EQ(::lstat(recordOf("moving").c_str(), &status), 0);
   const FolderClock clock = [&](const FileDescriptor&) { return status.st_ctim.tv_sec + age; };
-  UserTrashCan can(disk_->placeWith({}), clock);
+  UserTrashCan can(disk_->configWith({}), clock);
   // The clock was put back since in the first.
   for (const std::int64_t young : {-aMinute, std::int64_t{0}, aMinute - 1}) {
     age = young;
@@ -149,7 +149,7 @@ TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {
 TEST_F(EmptyingMeanwhile, a_record_made_just_now_stays_by_the_clock_of_the_disk) {
   plantItems("film\n");
   record("moving");
-  EXPECT_EQ(told(UserTrashCan(disk_->placeWith({})).empty()), "");
+  EXPECT_EQ(told(UserTrashCan(disk_->configWith({})).empty()), "");
   EXPECT_THAT(disk_->files(), IsEmpty());
   EXPECT_THAT(disk_->infos(), ElementsAre("moving.trashinfo"));
 }
@@ -188,7 +188,7 @@ TEST_F(EmptyingMeanwhile, all_folders_are_listed_before_anything_is_deleted) {
     return anHourLater(folder);
   };
   const EmptiedTrash emptied =
-      UserTrashCan(disk_->placeWith({disk_->tree.at("volume")}), clock).empty();
+      UserTrashCan(disk_->configWith({disk_->tree.at("volume")}), clock).empty();
   EXPECT_EQ(lists, 2);
   EXPECT_EQ(told(emptied), "");
   EXPECT_EQ(emptied.deleted, 2);
@@ -288,12 +288,12 @@ TEST_F(EmptyingMeanwhile, a_folder_goes_though_another_emptying_removes_the_plac
 TEST_F(EmptyingMeanwhile, two_emptyings_at_the_same_time_take_each_item_once) {
   plantItems("folder###/ x300\n  deeper/\n    film\n  film\nfilm### x300\n");
   disk_->tree.plant("home/data/Trash", "expunged/\n  remains###/ x50\n    film\n");
-  const TrashPlace place = disk_->placeWith({});
+  const TrashConfig config = disk_->configWith({});
   std::array<EmptiedTrash, 2> emptied;
   std::vector<std::thread> threads;
   threads.reserve(emptied.size());
   for (EmptiedTrash& result : emptied) {
-    threads.emplace_back([&] { result = UserTrashCan(place, anHourLater).empty(); });
+    threads.emplace_back([&] { result = UserTrashCan(config, anHourLater).empty(); });
   }
   for (std::thread& thread : threads) thread.join();
   for (const EmptiedTrash& result : emptied) EXPECT_EQ(told(result), "");

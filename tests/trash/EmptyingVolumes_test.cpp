@@ -68,7 +68,7 @@ class EmptyingVolumes : public testing::Test {
   }
 
   EmptiedTrash empty(const std::vector<std::string>& points) {
-    return UserTrashCan(disk_.placeWith(points)).empty();
+    return UserTrashCan(disk_.configWith(points)).empty();
   }
   EmptiedTrash empty() { return empty({volume()}); }
 

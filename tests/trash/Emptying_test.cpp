@@ -201,8 +201,8 @@ TEST_F(Emptying, leaves_an_item_whole_that_holds_what_only_others_can_delete) {
   }
   const auto asUser = [&](const std::function<std::string(UserTrashCan&)>& body) {
     return asOtherUser([&] {
-      TrashPlace place = disk_.placeWith({});
-      UserTrashCan can(place);
+      TrashConfig config = disk_.configWith({});
+      UserTrashCan can(config);
       return body(can);
     });
   };
@@ -257,11 +257,11 @@ TEST_F(Emptying, leaves_alone_a_folder_that_is_no_trash) {
 
 TEST_F(Emptying, tells_what_could_not_be_looked_at_and_empties_the_rest) {
   plantItems("film\n");
-  TrashPlace place = disk_.place();
-  place.mountinfo = disk_.tree.at("missing");
-  const EmptiedTrash emptied = UserTrashCan(place).empty();
+  TrashConfig config = disk_.config();
+  config.mountinfo = disk_.tree.at("missing");
+  const EmptiedTrash emptied = UserTrashCan(config).empty();
   EXPECT_EQ(emptied.deleted, 1);
-  EXPECT_EQ(emptied.errors, std::vector{SystemError::fromErrno(ENOENT, place.mountinfo)});
+  EXPECT_EQ(emptied.errors, std::vector{SystemError::fromErrno(ENOENT, config.mountinfo)});
   expectEmpty();
 }
 

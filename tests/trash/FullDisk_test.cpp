@@ -82,12 +82,12 @@ class FullDisk : public testing::Test {
   std::string reserve() const { return on("data/Trash/") + InfoReserve::folderName; }
   std::size_t kept() const { return TrashOnDisk::namesIn(reserve()).size(); }
 
-  UserTrashMover mover() const { return UserTrashMover(place()); }
-  TrashPlace place() const {
-    TrashPlace place = disk_.placeWith({});
-    place.mountinfo = "/proc/self/mountinfo";
-    place.homeTrash = on("data/Trash");
-    return place;
+  UserTrashMover mover() const { return UserTrashMover(config()); }
+  TrashConfig config() const {
+    TrashConfig config = disk_.configWith({});
+    config.mountinfo = "/proc/self/mountinfo";
+    config.homeTrash = on("data/Trash");
+    return config;
   }
   Result<ItemInTrash> move(const std::string& name) const { return mover().moveToTrash(on(name)); }
 

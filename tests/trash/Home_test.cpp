@@ -212,7 +212,7 @@ TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
-              UserTrashMover mover(disk_.place());
+              UserTrashMover mover(disk_.config());
               const Result<ItemInTrash> moved = mover.moveToTrash(disk_.at("locked/film"));
               if (moved) return "moved";
               if (moved.error().kind != Kind::notPermitted) return told(moved);
@@ -244,7 +244,7 @@ TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
-              UserTrashMover mover(disk_.place());
+              UserTrashMover mover(disk_.config());
               const Result<ItemInTrash> moved = mover.moveToTrash(disk_.at("sticky/film"));
               if (moved) return "moved";
               if (moved.error().kind != Kind::notPermitted) return told(moved);

@@ -72,10 +72,10 @@ std::int64_t anHourLater(const FileDescriptor& folder) {
   return clockOfFolder(folder) + 3600;
 }
 
-TrashPlace TrashOnDisk::placeWith(const std::vector<std::string>& points) const {
+TrashConfig TrashOnDisk::configWith(const std::vector<std::string>& points) const {
   std::string list;
   for (const std::string& point : points) list += "1 1 8:1 / " + point + " rw - ext4 none rw\n";
-  TrashPlace alone = place();
+  TrashConfig alone = config();
   alone.mountinfo = tree.at("mountinfo" + std::to_string(points.size()));
   putFile(alone.mountinfo, list);
   return alone;

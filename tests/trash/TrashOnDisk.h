@@ -40,12 +40,12 @@ class TrashOnDisk {
   TrashCan& can() { return can_; }  // of the home alone, in an hour
   std::string at(const std::string& below) const { return tree.at("here/" + below); }
   // Of the user of the moment.
-  TrashPlace place() const {
+  TrashConfig config() const {
     return {.homeTrash = homeTrash(), .mountinfo = "/proc/self/mountinfo", .user = geteuid()};
   }
   // The same, and of all file systems only those mounted at `points`: whoever runs the tests may
   // have a Trash of his own elsewhere.
-  TrashPlace placeWith(const std::vector<std::string>& points) const;
+  TrashConfig configWith(const std::vector<std::string>& points) const;
   std::string homeTrash() const { return tree.at("home/data/Trash"); }
 
   void put(const std::string& path, const std::string& content);
@@ -66,8 +66,8 @@ class TrashOnDisk {
  private:
   static void removeTreeOrFile(const std::string& path);
 
-  UserTrashMover mover_ = UserTrashMover(place());
-  UserTrashCan can_ = UserTrashCan(placeWith({}), anHourLater);
+  UserTrashMover mover_ = UserTrashMover(config());
+  UserTrashCan can_ = UserTrashCan(configWith({}), anHourLater);
 };
 
 }  // namespace tessaly

@@ -332,7 +332,7 @@ TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
     if (chmod(disk_.tree.path().c_str(), 0755) != 0) return "chmod";
     return asOtherUser([&]() -> std::string {
       putFile(on("open/film"), "x");
-      UserTrashMover mover(disk_.place());
+      UserTrashMover mover(disk_.config());
       const Result<ItemInTrash> moved = mover.moveToTrash(on("open/film"));
       if (moved) return "it went to " + moved.value().path;
       if (moved.error().kind != Kind::notPermitted) return told(moved);

@@ -19,7 +19,7 @@ class ReopenRequestsTest : public testing::Test {
   bool startAgain() { return !SingleInstance::claim(place_, 0).has_value(); }
 
   TempTree tree_;
-  SingleInstance::Place place_{tree_.at("run"), "tessaly"};
+  SingleInstance::Address place_{tree_.at("run"), "tessaly"};
   int reopened_ = 0;
   ReopenRequests requests_{*SingleInstance::claim(place_), [this] { ++reopened_; }};
 };

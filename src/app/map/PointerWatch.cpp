@@ -24,11 +24,11 @@ bool PointerWatch::eventFilter(QObject* watched, QEvent* event) {
   isMoving_ = false;
   if (event->type() == QEvent::MouseMove || event->type() == QEvent::Enter) {
     const auto& pointer = static_cast<const QSinglePointEvent&>(*event);
-    const Place place{pointer.scenePosition(), pointer.globalPosition()};
-    isMoving_ =
-        event->type() == QEvent::MouseMove &&
-        (!place_ || (place.inWindow != place_->inWindow && place.onScreen != place_->onScreen));
-    place_ = place;
+    const Position position{pointer.scenePosition(), pointer.globalPosition()};
+    isMoving_ = event->type() == QEvent::MouseMove &&
+                (!position_ || (position.inWindow != position_->inWindow &&
+                                position.onScreen != position_->onScreen));
+    position_ = position;
   }
   return QObject::eventFilter(watched, event);
 }

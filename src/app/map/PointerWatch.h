@@ -27,11 +27,11 @@ class PointerWatch : public QObject {
  private:
   explicit PointerWatch(QWindow& window);
 
-  struct Place {
+  struct Position {
     QPointF inWindow;
     QPointF onScreen;
   };
-  std::optional<Place> place_;  // where the pointer was last known to be
+  std::optional<Position> position_;  // where the pointer was last known to be
   bool isMoving_ = false;
 };
 

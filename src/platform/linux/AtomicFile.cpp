@@ -30,7 +30,7 @@ FileDescriptor openAt(int folder, const std::string& name, int flags) {
 }
 
 // Location of a file, existing or not: an open folder and a name in it.
-struct Place {
+struct Target {
   FileDescriptor folder;   // O_PATH
   std::string folderPath;  // ends in "/" unless it is empty
   std::string name;
@@ -56,7 +56,7 @@ class Way {
       std::string target;
       code = readLink(name, isLast, target);
       if (code == 0 && target.empty()) {
-        place_.name = name;
+        target_.name = name;
         return isLast ? 0 : ENOTDIR;
       }
       if (code == 0) code = ++links_ > mostLinks ? ELOOP : turnTo(target);
@@ -64,7 +64,7 @@ class Way {
     return code;
   }
 
-  Place take() { return std::move(place_); }
+  Target take() { return std::move(target_); }
 
  private:
   static constexpr int mostLinks = 40;  // the kernel's own limit
@@ -73,12 +73,12 @@ class Way {
   int turnTo(const std::string& path) {
     if (path.empty()) return ENOENT;
     if (path.starts_with('/')) {
-      place_.folderPath = "/";
+      target_.folderPath = "/";
     }
-    if (path.starts_with('/') || !place_.folder) {
+    if (path.starts_with('/') || !target_.folder) {
       const char* const start = path.starts_with('/') ? "/" : ".";
-      place_.folder = openAt(AT_FDCWD, start, O_PATH | O_DIRECTORY);
-      if (!place_.folder) return errno;
+      target_.folder = openAt(AT_FDCWD, start, O_PATH | O_DIRECTORY);
+      if (!target_.folder) return errno;
     }
     pushAhead(path);
     return 0;
@@ -98,16 +98,16 @@ class Way {
   }
 
   int enter(const std::string& name) {
-    FileDescriptor folder = openAt(place_.folder.get(), name, O_PATH | O_DIRECTORY | O_NOFOLLOW);
+    FileDescriptor folder = openAt(target_.folder.get(), name, O_PATH | O_DIRECTORY | O_NOFOLLOW);
     if (!folder) return errno;
-    place_.folder = std::move(folder);
-    place_.folderPath += name + "/";
+    target_.folder = std::move(folder);
+    target_.folderPath += name + "/";
     return 0;
   }
 
   // Leaves `target` empty if `name` is not a link.
   int readLink(const std::string& name, bool isLast, std::string& target) const {
-    const FileDescriptor link = openAt(place_.folder.get(), name, O_PATH | O_NOFOLLOW);
+    const FileDescriptor link = openAt(target_.folder.get(), name, O_PATH | O_NOFOLLOW);
     if (!link) return isLast && errno == ENOENT ? 0 : errno;
     struct stat status {};
     if (::fstat(link.get(), &status) != 0) return errno;
@@ -124,18 +124,18 @@ class Way {
 
   int objectionToFollowing(const struct stat& link, bool isLast) const {
     struct stat folder {};
-    if (::fstat(place_.folder.get(), &folder) != 0) return errno;
+    if (::fstat(target_.folder.get(), &folder) != 0) return errno;
     if (link.st_uid == ::geteuid() || link.st_uid == folder.st_uid) return 0;
     const bool isOpenToOthers = (folder.st_mode & (S_IWGRP | S_IWOTH)) != 0;
     return isLast || isOpenToOthers ? EACCES : 0;
   }
 
-  Place place_;
+  Target target_;
   std::vector<std::string> ahead_;  // the next name is last
   int links_ = 0;
 };
 
-Result<Place> placeOf(const std::string& path) {
+Result<Target> targetOf(const std::string& path) {
   Way way;
   const int code = way.go(path);
   if (code != 0) return SystemError::fromErrno(code, path);
@@ -149,9 +149,9 @@ int objectionTo(const struct stat& status) {
 }
 
 // 0 if a file may be created at the place or replace the one there, else an errno.
-int objectionToReplacing(const Place& place) {
+int objectionToReplacing(const Target& target) {
   struct stat status {};
-  if (::fstatat(place.folder.get(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+  if (::fstatat(target.folder.get(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
     return errno == ENOENT ? 0 : errno;
   }
   return objectionTo(status);
@@ -175,21 +175,21 @@ bool moveWithoutReplacing(int folder, const std::string& from, const std::string
 Outcome replace(const std::string& path, std::string_view content, Durability durability,
                 Access access) {
   const bool isSynced = durability == Durability::synced;
-  Result<Place> place = placeOf(path);
-  if (!place) return place.error();
+  Result<Target> target = targetOf(path);
+  if (!target) return target.error();
   if (isSynced) {
     // Only a folder opened for reading can be synced.
-    FileDescriptor readable = openAt(place.value().folder.get(), ".", O_RDONLY | O_DIRECTORY);
+    FileDescriptor readable = openAt(target.value().folder.get(), ".", O_RDONLY | O_DIRECTORY);
     if (!readable) return lastError(path);
-    place.value().folder = std::move(readable);
+    target.value().folder = std::move(readable);
   }
-  const int folder = place.value().folder.get();
-  if (const int objection = objectionToReplacing(place.value()); objection != 0) {
+  const int folder = target.value().folder.get();
+  if (const int objection = objectionToReplacing(target.value()); objection != 0) {
     return SystemError::fromErrno(objection, path);
   }
   PrivateFile temporary(folder, access == Access::owner ? 0600 : 0666);
   if (!temporary.isThere() || !temporary.write(content) || (isSynced && !temporary.sync()) ||
-      !temporary.close() || !temporary.moveTo(place.value().name) ||
+      !temporary.close() || !temporary.moveTo(target.value().name) ||
       (isSynced && !syncFolder(folder))) {
     return lastError(path);
   }
@@ -197,9 +197,9 @@ Outcome replace(const std::string& path, std::string_view content, Durability du
 }
 
 Result<std::string> read(const std::string& path, std::size_t limit) {
-  const Result<Place> place = placeOf(path);
-  if (!place) return place.error();
-  const FileDescriptor file = openAt(place.value().folder.get(), place.value().name,
+  const Result<Target> target = targetOf(path);
+  if (!target) return target.error();
+  const FileDescriptor file = openAt(target.value().folder.get(), target.value().name,
                                      O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
   struct stat status {};
   if (!file || ::fstat(file.get(), &status) != 0) return lastError(path);
@@ -226,14 +226,15 @@ Result<std::string> read(const std::string& path, std::size_t limit) {
 }
 
 Result<std::string> setAside(const std::string& path, std::string_view ending) {
-  Result<Place> found = placeOf(path);
+  Result<Target> found = targetOf(path);
   if (!found) return found.error();
-  const Place& place = found.value();
+  const Target& target = found.value();
   constexpr int tries = 10000;
   for (int number = 1; number <= tries; ++number) {
-    std::string name = place.name + std::string(ending);
+    std::string name = target.name + std::string(ending);
     if (number > 1) name += "-" + std::to_string(number);
-    if (moveWithoutReplacing(place.folder.get(), place.name, name)) return place.folderPath + name;
+    if (moveWithoutReplacing(target.folder.get(), target.name, name))
+      return target.folderPath + name;
     if (errno != EEXIST) break;
   }
   return lastError(path);

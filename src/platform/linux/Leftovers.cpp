@@ -18,7 +18,7 @@
 #include "platform/linux/Uninterrupted.h"
 #include "platform/linux/UseLock.h"
 #include "platform/linux/trash/FolderEntries.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/OpenFolderPath.h"
 
 namespace tessaly::Leftovers {

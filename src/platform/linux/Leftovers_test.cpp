@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "platform/AtomicFile.h"
-#include "platform/PlaceInWork.h"
 #include "platform/StagedFile.h"
+#include "platform/WriteNote.h"
 #include "platform/linux/FileDescriptor.h"
 #include "support/HandSteppedDispatch.h"
 #include "support/Needs.h"
@@ -248,7 +248,7 @@ TEST(Leftovers, are_not_looked_for_behind_a_link) {
   EXPECT_TRUE(fs::exists(tree.at("there/.tessaly-1-2")));
 }
 
-class PlacesInWork : public testing::Test {
+class FoldersWrittenTo : public testing::Test {
  protected:
   // Creates the note and the leftover of a run that was killed while writing to `target`.
   std::string leaveNoteOf(const std::string& target) {
@@ -256,7 +256,7 @@ class PlacesInWork : public testing::Test {
     std::string note;
     std::string text;
     {
-      const PlaceInWork place = PlaceInWork::of(target, notes());
+      const WriteNote place = WriteNote::of(target, notes());
       for (const std::string& name : entriesOf(notes())) {
         if (std::ranges::find(before, name) != before.end()) continue;
         note = name;
@@ -271,9 +271,9 @@ class PlacesInWork : public testing::Test {
   TempTree tree_{"support/\nkept/\n  .tessaly-1-2 4K\n"};
 };
 
-TEST_F(PlacesInWork, are_noted_for_as_long_as_they_are) {
+TEST_F(FoldersWrittenTo, are_noted_for_as_long_as_they_are) {
   {
-    const PlaceInWork place = PlaceInWork::of(tree_.at("kept/out.json"), notes());
+    const WriteNote place = WriteNote::of(tree_.at("kept/out.json"), notes());
     const std::vector<std::string> names = entriesOf(notes());
     ASSERT_THAT(names, ElementsAre(StartsWith(".tessaly-place-")));
     EXPECT_EQ(contentOf(notes() + "/" + names[0]), tree_.at("kept"));
@@ -287,39 +287,39 @@ TEST_F(PlacesInWork, are_noted_for_as_long_as_they_are) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(PlacesInWork, are_those_to_which_links_lead) {
+TEST_F(FoldersWrittenTo, are_those_to_which_links_lead) {
   fs::create_symlink("../kept/real.json", tree_.at("support/link.json"));
   fs::create_directory_symlink("kept", tree_.at("way"));
   putFile(tree_.at("kept/real.json"), "old");
   const TempTree other;
   for (const char* target : {"support/link.json", "way/out.json"}) {
-    const PlaceInWork place = PlaceInWork::of(tree_.at(target), other.path());
+    const WriteNote place = WriteNote::of(tree_.at(target), other.path());
     ASSERT_THAT(entriesOf(other.path()), SizeIs(1));
     EXPECT_EQ(contentOf(other.at(entriesOf(other.path())[0])), tree_.at("kept")) << target;
   }
 }
 
-TEST_F(PlacesInWork, are_not_needed_where_nothing_can_be_noted) {
-  const PlaceInWork nowhere = PlaceInWork::of(tree_.at("kept/out.json"), tree_.at("none"));
-  const PlaceInWork nothing = PlaceInWork::of("", notes());
+TEST_F(FoldersWrittenTo, are_not_needed_where_nothing_can_be_noted) {
+  const WriteNote nowhere = WriteNote::of(tree_.at("kept/out.json"), tree_.at("none"));
+  const WriteNote nothing = WriteNote::of("", notes());
   EXPECT_FALSE(fs::exists(tree_.at("none")));
 }
 
-TEST_F(PlacesInWork, of_a_killed_run_are_cleared_and_forgotten) {
+TEST_F(FoldersWrittenTo, of_a_killed_run_are_cleared_and_forgotten) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   Leftovers::settle(notes(), note);
   EXPECT_THAT(entriesOf(tree_.at("kept")), IsEmpty());
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(PlacesInWork, that_are_gone_are_forgotten) {
+TEST_F(FoldersWrittenTo, that_are_gone_are_forgotten) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   fs::remove_all(tree_.at("kept"));
   Leftovers::settle(notes(), note);
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(PlacesInWork, behind_a_link_that_has_come_since_are_forgotten) {
+TEST_F(FoldersWrittenTo, behind_a_link_that_has_come_since_are_forgotten) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   fs::rename(tree_.at("kept"), tree_.at("elsewhere"));
   fs::create_directory_symlink("elsewhere", tree_.at("kept"));
@@ -328,7 +328,7 @@ TEST_F(PlacesInWork, behind_a_link_that_has_come_since_are_forgotten) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(PlacesInWork, are_remembered_while_something_there_is_in_use) {
+TEST_F(FoldersWrittenTo, are_remembered_while_something_there_is_in_use) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.zip"));
   {
     const Result<StagedFile> other = StagedFile::beside(tree_.at("kept/other.zip"));
@@ -342,7 +342,7 @@ TEST_F(PlacesInWork, are_remembered_while_something_there_is_in_use) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(PlacesInWork, cannot_be_told_by_a_damaged_note) {
+TEST_F(FoldersWrittenTo, cannot_be_told_by_a_damaged_note) {
   const std::string name = ".tessaly-place-0123456789abcdef";
   for (const std::string& text : {std::string(), std::string("kept"), tree_.at("kept") + '\0',
                                   "/" + std::string(10000, 'x')}) {
@@ -353,7 +353,7 @@ TEST_F(PlacesInWork, cannot_be_told_by_a_damaged_note) {
   EXPECT_TRUE(fs::exists(tree_.at("kept/.tessaly-1-2")));
 }
 
-TEST_F(PlacesInWork, go_at_the_start_each_by_itself_and_with_the_folders_of_the_program) {
+TEST_F(FoldersWrittenTo, go_at_the_start_each_by_itself_and_with_the_folders_of_the_program) {
   tree_.plant("support", ".tessaly-3-4 4K\n");
   tree_.plant("settings/\n  .tessaly-3-5 4K\nlinked -> settings\n");
   const std::string first = leaveNoteOf(tree_.at("kept/out.json"));

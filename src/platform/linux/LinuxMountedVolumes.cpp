@@ -55,7 +55,7 @@ Result<std::vector<CountedTrash>> counted(const UserTrashFolders& folders) {
 }  // namespace
 
 Result<std::vector<MountedVolume>> LinuxMountedVolumes::list() {
-  Result<std::vector<Mount>> mounts = readMounts(place_.mountinfo);
+  Result<std::vector<Mount>> mounts = readMounts(config_.mountinfo);
   if (!mounts) return mounts.error();
   const VisibleMounts visible(std::move(mounts).value());
   std::vector<MountedVolume> volumes;
@@ -83,11 +83,11 @@ Result<VolumeFigures> LinuxMountedVolumes::figures(const MountedVolume& volume) 
 }
 
 Result<std::vector<CountedTrash>> LinuxMountedVolumes::trashInHome() {
-  return counted(homeTrashFolder(place_));
+  return counted(homeTrashFolder(config_));
 }
 
 Result<std::vector<CountedTrash>> LinuxMountedVolumes::trashOn(const MountedVolume& volume) {
-  return counted(trashFoldersOn(place_, volume.path));
+  return counted(trashFoldersOn(config_, volume.path));
 }
 
 std::unique_ptr<MountedVolumes> mountedVolumes() {

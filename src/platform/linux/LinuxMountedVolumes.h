@@ -4,14 +4,14 @@
 #include <utility>
 
 #include "platform/MountedVolumes.h"
-#include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/TrashConfig.h"
 
 namespace tessaly {
 
 class LinuxMountedVolumes final : public MountedVolumes {
  public:
-  explicit LinuxMountedVolumes(TrashPlace place = TrashPlace::current())
-      : place_(std::move(place)) {}
+  explicit LinuxMountedVolumes(TrashConfig config = TrashConfig::current())
+      : config_(std::move(config)) {}
 
   Result<std::vector<MountedVolume>> list() override;
   // Does not check that the volume is still the same on a system that does not identify mounts
@@ -21,7 +21,7 @@ class LinuxMountedVolumes final : public MountedVolumes {
   Result<std::vector<CountedTrash>> trashOn(const MountedVolume& volume) override;
 
  private:
-  TrashPlace place_;
+  TrashConfig config_;
 };
 
 }  // namespace tessaly

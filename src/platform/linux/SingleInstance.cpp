@@ -163,7 +163,7 @@ struct SingleInstance::State {
   std::string socketName;
 };
 
-SingleInstance::Place SingleInstance::Place::usual() {
+SingleInstance::Address SingleInstance::Address::usual() {
   const std::string name =
       "tessaly-" + std::to_string(::geteuid()) + "-" + fileNameFrom(displayOfEnvironment());
   const std::string runtime = environment("XDG_RUNTIME_DIR");
@@ -173,15 +173,15 @@ SingleInstance::Place SingleInstance::Place::usual() {
   return {isUsable ? runtime : settingsDirectory() + "/Marrow", name};
 }
 
-std::optional<SingleInstance> SingleInstance::claim(const Place& place, double patience) {
+std::optional<SingleInstance> SingleInstance::claim(const Address& address, double patience) {
   auto state = std::make_unique<State>();
-  const std::string lockName = place.name + ".lock";
-  state->socketName = place.name + ".socket";
-  if (makeFolders(place.folder)) {
+  const std::string lockName = address.name + ".lock";
+  state->socketName = address.name + ".socket";
+  if (makeFolders(address.folder)) {
     state->folder =
-        FileDescriptor(::open(place.folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        FileDescriptor(::open(address.folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   }
-  if (place.name.size() > Place::longestName || !state->folder || !isOurs(state->folder.get()))
+  if (address.name.size() > Address::longestName || !state->folder || !isOurs(state->folder.get()))
     return SingleInstance(std::make_unique<State>());
   state->lockFile =
       FileDescriptor(::openat(state->folder.get(), lockName.c_str(),

@@ -24,7 +24,7 @@ namespace tessaly {
 namespace {
 
 namespace fs = std::filesystem;
-using Place = SingleInstance::Place;
+using Address = SingleInstance::Address;
 
 void waitForRequest(const SingleInstance& instance) {
   pollfd waiting{instance.descriptor(), POLLIN, 0};
@@ -40,7 +40,7 @@ class SingleInstanceTest : public testing::Test {
   }
 
   TempTree tree_;
-  Place place_{tree_.at("run"), "tessaly"};
+  Address place_{tree_.at("run"), "tessaly"};
 };
 
 TEST_F(SingleInstanceTest, is_the_first_to_start) {
@@ -149,7 +149,7 @@ TEST_F(SingleInstanceTest, is_one_of_many_that_start_at_the_same_moment) {
 
 TEST_F(SingleInstanceTest, meets_in_a_folder_of_any_path) {
   const std::string folder = tree_.at(std::string(200, 'a') + "/" + std::string(200, 'b'));
-  const Place deep{folder, std::string(Place::longestName, 'c')};
+  const Address deep{folder, std::string(Address::longestName, 'c')};
   auto first = SingleInstance::claim(deep);
   ASSERT_TRUE(first.has_value());
   EXPECT_TRUE(fs::exists(folder + "/" + deep.name + ".socket"));
@@ -159,7 +159,7 @@ TEST_F(SingleInstanceTest, meets_in_a_folder_of_any_path) {
 
 TEST_F(SingleInstanceTest, stands_alone_by_a_name_that_is_too_long) {
   const auto alone =
-      SingleInstance::claim({place_.folder, std::string(Place::longestName + 1, 'c')});
+      SingleInstance::claim({place_.folder, std::string(Address::longestName + 1, 'c')});
   ASSERT_TRUE(alone.has_value());
   EXPECT_EQ(alone->descriptor(), -1);
 }
@@ -265,7 +265,7 @@ std::string usualPlaceWith(const std::vector<std::pair<std::string, std::string>
   return inForkedChild([&variables] {
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"}) ::unsetenv(name);
     for (const auto& [name, value] : variables) ::setenv(name.c_str(), value.c_str(), 1);
-    const Place place = Place::usual();
+    const Address place = Address::usual();
     return place.folder + " " + place.name;
   });
 }
@@ -297,7 +297,7 @@ TEST_F(SingleInstanceTest, is_one_for_each_display) {
   EXPECT_EQ(nameFor(":0", "wayland-0"), nameFor(":1", "wayland-0"));
   EXPECT_NE(nameFor(":0", "wayland-0"), nameFor(":0", "wayland-1"));
   const std::string place = nameFor("", std::string(3000, '/'));
-  EXPECT_LE(place.size() - place.find(" tessaly-") - 1, Place::longestName);
+  EXPECT_LE(place.size() - place.find(" tessaly-") - 1, Address::longestName);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 #include "platform/linux/Uninterrupted.h"
 #include "platform/linux/UseLock.h"
 #include "platform/linux/trash/FolderEntries.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/MoveItem.h"
 
 namespace tessaly {

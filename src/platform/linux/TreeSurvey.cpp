@@ -9,7 +9,7 @@
 
 #include "platform/linux/IdentityFromStatus.h"
 #include "platform/linux/NameInFolder.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/TreePass.h"
 
 namespace tessaly::TreeSurvey {

@@ -11,7 +11,7 @@
 namespace tessaly {
 
 Result<std::int64_t> UserTrashCan::count() {
-  const UserTrashFolders folders = userTrashFolders(place_);
+  const UserTrashFolders folders = userTrashFolders(config_);
   if (!folders.errors.empty()) return folders.errors.front();
   std::int64_t count = 0;
   for (const UserTrashFolder& trash : folders.all) {
@@ -23,18 +23,18 @@ Result<std::int64_t> UserTrashCan::count() {
 }
 
 EmptiedTrash UserTrashCan::empty() {
-  UserTrashFolders folders = userTrashFolders(place_);
+  UserTrashFolders folders = userTrashFolders(config_);
   EmptiedTrash result;
   for (const SystemError& error : folders.errors) result.addFailure(error);
   std::vector<TrashListing> listings;
   for (UserTrashFolder& trash : folders.all) {
-    auto listing = listTrashFolder(std::move(trash), place_.user, clock_, result);
+    auto listing = listTrashFolder(std::move(trash), config_.user, clock_, result);
     if (listing) listings.push_back(std::move(*listing));
   }
   for (const TrashListing& listing : listings) {
-    emptyTrashFolder(listing, place_.user, result);
+    emptyTrashFolder(listing, config_.user, result);
     // A full disk may have used up the reserve; now there may be space to refill it.
-    if (listing.folder.path == place_.homeTrash) {
+    if (listing.folder.path == config_.homeTrash) {
       InfoReserve::fill(listing.folder.folder, InfoReserve::Where::whereItIsKept);
     }
   }

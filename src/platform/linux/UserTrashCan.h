@@ -5,15 +5,16 @@
 #include <utility>
 
 #include "platform/TrashCan.h"
+#include "platform/linux/trash/TrashConfig.h"
 #include "platform/linux/trash/TrashListing.h"
-#include "platform/linux/trash/TrashPlace.h"
 
 namespace tessaly {
 
 class UserTrashCan final : public TrashCan {
  public:
-  explicit UserTrashCan(TrashPlace place = TrashPlace::current(), FolderClock clock = clockOfFolder)
-      : place_(std::move(place)), clock_(std::move(clock)) {}
+  explicit UserTrashCan(TrashConfig config = TrashConfig::current(),
+                        FolderClock clock = clockOfFolder)
+      : config_(std::move(config)), clock_(std::move(clock)) {}
 
   // Fails if a Trash of the user exists and cannot be read. A file system whose top the user may
   // not read has none.
@@ -25,7 +26,7 @@ class UserTrashCan final : public TrashCan {
   EmptiedTrash empty() override;
 
  private:
-  TrashPlace place_;
+  TrashConfig config_;
   FolderClock clock_;
 };
 

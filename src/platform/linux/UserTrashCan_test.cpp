@@ -181,11 +181,11 @@ TEST_F(UserTrashCanTest, fails_without_the_list_of_mounts) {
   EXPECT_EQ(counted.error().path, tree_.at("missing"));
 }
 
-TEST(TrashPlace, is_the_users_data_folder_and_the_kernels_list) {
-  const TrashPlace place = TrashPlace::current();
-  EXPECT_TRUE(place.homeTrash.ends_with("/Trash"));
-  EXPECT_EQ(place.mountinfo, "/proc/self/mountinfo");
-  EXPECT_EQ(place.user, geteuid());
+TEST(TrashConfig, is_the_users_data_folder_and_the_kernels_list) {
+  const TrashConfig config = TrashConfig::current();
+  EXPECT_TRUE(config.homeTrash.ends_with("/Trash"));
+  EXPECT_EQ(config.mountinfo, "/proc/self/mountinfo");
+  EXPECT_EQ(config.user, geteuid());
 }
 
 }  // namespace

@@ -54,9 +54,9 @@ class ProgramTest : public testing::Test {
 
   // The machine that runs the tests may have other Trash folders of the user.
   std::string counted() const {
-    TrashPlace place = TrashPlace::current();
-    place.homeTrash = data_.at("Trash");
-    const Result<std::int64_t> count = UserTrashCan(place).count();
+    TrashConfig config = TrashConfig::current();
+    config.homeTrash = data_.at("Trash");
+    const Result<std::int64_t> count = UserTrashCan(config).count();
     EXPECT_TRUE(count.ok());
     EXPECT_GE(count.value(), 2);
     return std::to_string(count.value()) + "\n";
@@ -84,9 +84,9 @@ TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
     if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
-    TrashPlace place = TrashPlace::current();
-    place.homeTrash = data_.at("Trash");
-    if (UserTrashCan(place).count().value() != 0) return "refused: there is a Trash elsewhere";
+    TrashConfig config = TrashConfig::current();
+    config.homeTrash = data_.at("Trash");
+    if (UserTrashCan(config).count().value() != 0) return "refused: there is a Trash elsewhere";
     data_.plant("Trash/\n  files/\n    a\n    b/\n      c\n  info/\n    a.trashinfo\n");
     const Answer answer = run("/usr/bin/osascript", {"-e", empty});
     if (!answer.exit.isSuccess()) return "status " + std::to_string(answer.exit.status);
@@ -105,9 +105,9 @@ TEST_F(ProgramTest, empties_the_trash_to_the_end_although_it_is_asked_to_end) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
     if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
-    TrashPlace place = TrashPlace::current();
-    place.homeTrash = data_.at("Trash");
-    if (UserTrashCan(place).count().value() != 0) return "refused: there is a Trash elsewhere";
+    TrashConfig config = TrashConfig::current();
+    config.homeTrash = data_.at("Trash");
+    if (UserTrashCan(config).count().value() != 0) return "refused: there is a Trash elsewhere";
     data_.plant("Trash/\n  files/\n    first\n    many/\n      part##### x50000\n  info/\n");
     Result<Process> process = Process::launch({.path = "/usr/bin/osascript",
                                                .args = {"-e", empty},

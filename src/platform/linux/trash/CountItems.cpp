@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/linux/trash/FolderEntries.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

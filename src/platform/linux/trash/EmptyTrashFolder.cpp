@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/MoveItem.h"
 #include "platform/linux/trash/Obstacle.h"
 #include "platform/linux/trash/RemoveTree.h"

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/MoveItem.h"
 
 namespace tessaly {

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

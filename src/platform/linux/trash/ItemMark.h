@@ -6,7 +6,7 @@
 #include <sys/types.h>
 
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/NewInfo.h"
 #include "platform/linux/trash/TrashInfo.h"
 

@@ -16,7 +16,7 @@ class KnownItems {
   // the same path has other items. `path` is for errors, here and below.
   static Result<KnownItems> in(const FileDescriptor& files, const std::string& path);
 
-  // Identity of an item that is held there (ItemPlace.h), with the content of its record.
+  // Identity of an item that is held there (ItemLocation.h), with the content of its record.
   Result<TrashIdentity> identityOf(const FileDescriptor& item, std::string record,
                                    const std::string& path) const;
 

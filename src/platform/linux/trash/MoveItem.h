@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

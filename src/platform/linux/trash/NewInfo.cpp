@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 #include "platform/linux/Uninterrupted.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

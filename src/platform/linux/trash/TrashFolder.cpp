@@ -27,7 +27,7 @@ struct Ancestors {
   FileDescriptor top;
 };
 
-Result<Ancestors> ancestorsOf(const ItemPlace& item, const std::string& path) {
+Result<Ancestors> ancestorsOf(const ItemLocation& item, const std::string& path) {
   Ancestors ancestors;
   FileDescriptor folder = openFolder(item.folder, ".", O_PATH);
   if (!folder) return SystemError::fromErrno(errno, path);
@@ -68,8 +68,8 @@ Result<bool> liesOn(std::uint64_t mount, std::string path) {
 
 class Search {
  public:
-  Search(const ItemPlace& item, const std::string& path, const TrashPlace& place)
-      : item_(item), path_(path), homeTrash_(place.homeTrash), place_(place) {}
+  Search(const ItemLocation& item, const std::string& path, const TrashConfig& config)
+      : item_(item), path_(path), homeTrash_(config.homeTrash), config_(config) {}
 
   Result<TrashFolder> run() {
     const Result<ItemIdentity> self = identityOf(item_.folder, item_.name, path_);
@@ -127,7 +127,7 @@ class Search {
   // Its file systems would move into the Trash with the folder, and emptying the Trash would then
   // delete a whole disk.
   Outcome holdsNoMount(const std::string& inside) const {
-    const Result<std::vector<Mount>> table = readMounts(place_.mountinfo);
+    const Result<std::vector<Mount>> table = readMounts(config_.mountinfo);
     if (!table) return table.error();
     const std::vector<Mount>& mounts = table.value();
     const auto isInside = [&](const Mount& mount) { return mount.point.starts_with(inside); };
@@ -148,24 +148,24 @@ class Search {
   }
 
   FileDescriptor openAtTop(const FileDescriptor& top, const std::string& topPath) {
-    UserTrashFolder trash = VolumeTrash::findOrMake(top, topPath, place_.user);
+    UserTrashFolder trash = VolumeTrash::findOrMake(top, topPath, config_.user);
     trashPath_ = std::move(trash.path);
     return std::move(trash.folder);
   }
 
-  const ItemPlace& item_;
+  const ItemLocation& item_;
   const std::string& path_;
   const std::string& homeTrash_;
-  const TrashPlace& place_;
+  const TrashConfig& config_;
   std::uint64_t mount_ = 0;
   std::string trashPath_;
 };
 
 }  // namespace
 
-Result<TrashFolder> trashFolderFor(const ItemPlace& item, const std::string& path,
-                                   const TrashPlace& place) {
-  return Search(item, path, place).run();
+Result<TrashFolder> trashFolderFor(const ItemLocation& item, const std::string& path,
+                                   const TrashConfig& config) {
+  return Search(item, path, config).run();
 }
 
 }  // namespace tessaly

@@ -8,8 +8,8 @@
 
 #include "platform/SystemError.h"
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/trash/ItemPlace.h"
-#include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
+#include "platform/linux/trash/TrashConfig.h"
 
 namespace tessaly {
 
@@ -26,7 +26,7 @@ struct TrashFolder {
 //
 // Refuses items that cannot be moved at all, a Trash and everything in it, and a folder that
 // contains a mount point. VolumeTrash.h says which folders are used at the top of a file system.
-Result<TrashFolder> trashFolderFor(const ItemPlace& item, const std::string& path,
-                                   const TrashPlace& place);
+Result<TrashFolder> trashFolderFor(const ItemLocation& item, const std::string& path,
+                                   const TrashConfig& config);
 
 }  // namespace tessaly

@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <utility>
 
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/RemoveTree.h"
 
 namespace tessaly {

@@ -70,7 +70,7 @@ bool TreePass::goUp() {
   const int code = errno;
   const Result<ItemIdentity> identity =
       above ? identityOf(above, "", "") : Result<ItemIdentity>(SystemError::fromErrno(code, ""));
-  if (!identity || !identity.value().isSamePlace(levels_[levels_.size() - 2].identity)) {
+  if (!identity || !identity.value().isSameLocation(levels_[levels_.size() - 2].identity)) {
     fail(identity ? ESTALE : identity.error().code, "");
     return false;
   }

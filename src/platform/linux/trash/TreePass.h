@@ -11,7 +11,7 @@
 
 #include "platform/SystemError.h"
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly {
 

@@ -34,7 +34,7 @@ bool isReadOnly(const FileDescriptor& folder) {
 
 class Search {
  public:
-  explicit Search(const TrashPlace& place) : place_(place) {}
+  explicit Search(const TrashConfig& config) : config_(config) {}
 
   UserTrashFolders everywhere() {
     lookInHome();
@@ -54,16 +54,16 @@ class Search {
 
  private:
   void lookInHome() {
-    FileDescriptor home = lookUpTop(place_.homeTrash);
+    FileDescriptor home = lookUpTop(config_.homeTrash);
     if (home) {
-      add(std::move(home), place_.homeTrash);
+      add(std::move(home), config_.homeTrash);
     } else if (errno != ENOENT && errno != ENOTDIR) {
-      found_.errors.push_back(SystemError::fromErrno(errno, place_.homeTrash));
+      found_.errors.push_back(SystemError::fromErrno(errno, config_.homeTrash));
     }
   }
 
   void lookOnMounts() {
-    const Result<std::vector<Mount>> mounts = readMounts(place_.mountinfo);
+    const Result<std::vector<Mount>> mounts = readMounts(config_.mountinfo);
     if (!mounts) {
       found_.errors.push_back(mounts.error());
       return;
@@ -76,7 +76,7 @@ class Search {
   void lookAtTop(const std::string& point) {
     const FileDescriptor top = lookUpTop(point);
     if (!top) return;
-    for (UserTrashFolder& trash : VolumeTrash::find(top, point, place_.user)) {
+    for (UserTrashFolder& trash : VolumeTrash::find(top, point, config_.user)) {
       add(std::move(trash.folder), trash.path);
     }
   }
@@ -96,22 +96,22 @@ class Search {
     }
   }
 
-  const TrashPlace& place_;
+  const TrashConfig& config_;
   UserTrashFolders found_;
 };
 
 }  // namespace
 
-UserTrashFolders userTrashFolders(const TrashPlace& place) {
-  return Search(place).everywhere();
+UserTrashFolders userTrashFolders(const TrashConfig& config) {
+  return Search(config).everywhere();
 }
 
-UserTrashFolders homeTrashFolder(const TrashPlace& place) {
-  return Search(place).inHome();
+UserTrashFolders homeTrashFolder(const TrashConfig& config) {
+  return Search(config).inHome();
 }
 
-UserTrashFolders trashFoldersOn(const TrashPlace& place, const std::string& point) {
-  return Search(place).on(point);
+UserTrashFolders trashFoldersOn(const TrashConfig& config, const std::string& point) {
+  return Search(config).on(point);
 }
 
 }  // namespace tessaly

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/SystemError.h"
-#include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/TrashConfig.h"
 #include "platform/linux/trash/UserTrashFolder.h"
 
 namespace tessaly {
@@ -22,11 +22,11 @@ struct UserTrashFolders {
 // The home's folder may be a link, since only the user can have created it. VolumeTrash.h says
 // which folders count at the top of a file system. A file system whose top the user may not read
 // has none.
-UserTrashFolders userTrashFolders(const TrashPlace& place);
+UserTrashFolders userTrashFolders(const TrashConfig& config);
 
 // The folder in the home, and those at the top of the file system mounted on `point`. The latter
 // may block until that file system answers.
-UserTrashFolders homeTrashFolder(const TrashPlace& place);
-UserTrashFolders trashFoldersOn(const TrashPlace& place, const std::string& point);
+UserTrashFolders homeTrashFolder(const TrashConfig& config);
+UserTrashFolders trashFoldersOn(const TrashConfig& config, const std::string& point);
 
 }  // namespace tessaly

@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "platform/linux/trash/InfoReserve.h"
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/ItemRecord.h"
 #include "platform/linux/trash/KnownItems.h"
 #include "platform/linux/trash/MoveItem.h"
@@ -42,7 +42,7 @@ std::size_t longestName(const FileDescriptor& folder) {
 
 // Whether another item was moved to the place, because it got the name in the Trash between the
 // check and the move. False if the item was moved and has been replaced there since.
-bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemPlace& place) {
+bool isAnother(const KnownItems& known, const FileDescriptor& held, const ItemLocation& place) {
   const Result<bool> stands = known.standsAt(place.folder, place.name, held);
   if (!stands || stands.value()) return false;
   const Result<std::string> folder = pathOf(place.folder, "");
@@ -64,12 +64,12 @@ bool goesBack(const KnownItems& known, const FileDescriptor& held, const ItemEnd
 }  // namespace
 
 Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
-  const Result<ItemPlace> place = placeOfItem(path);
+  const Result<ItemLocation> place = locationOfItem(path);
   if (!place) return place.error();
-  const ItemPlace& item = place.value();
+  const ItemLocation& item = place.value();
   const Result<ItemIdentity> identity = identityOf(item.folder, item.name, path);
   if (!identity) return identity.error();
-  const Result<TrashFolder> found = trashFolderFor(item, path, place_);
+  const Result<TrashFolder> found = trashFolderFor(item, path, config_);
   if (!found) return found.error();
   const TrashFolder& trash = found.value();
   const Result<KnownItems> known = KnownItems::in(trash.files, path);
@@ -104,12 +104,12 @@ Result<ItemInTrash> UserTrashMover::moveToTrash(const std::string& path) {
 }
 
 Outcome UserTrashMover::putBack(const ItemInTrash& item, const std::string& original) {
-  const Result<ItemPlace> inTrash = placeOfItem(item.path);
+  const Result<ItemLocation> inTrash = locationOfItem(item.path);
   if (!inTrash) return inTrash.error();
-  const ItemPlace& from = inTrash.value();
-  const Result<ItemPlace> place = placeForItem(original);
+  const ItemLocation& from = inTrash.value();
+  const Result<ItemLocation> place = locationForItem(original);
   if (!place) return place.error();
-  const ItemPlace& to = place.value();
+  const ItemLocation& to = place.value();
   const Result<KnownItems> known = KnownItems::in(from.folder, item.path);
   if (!known) return known.error();
   const FileDescriptor info = openFolder(from.folder, "../info", O_PATH);

@@ -6,13 +6,14 @@
 #include <utility>
 
 #include "platform/TrashMover.h"
-#include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/TrashConfig.h"
 
 namespace tessaly {
 
 class UserTrashMover final : public TrashMover {
  public:
-  explicit UserTrashMover(TrashPlace place = TrashPlace::current()) : place_(std::move(place)) {}
+  explicit UserTrashMover(TrashConfig config = TrashConfig::current())
+      : config_(std::move(config)) {}
 
   // First writes the record with the item's original path, then moves the item in one step. If the
   // program ends in between, the item stays where it was, and the record has no item. Another
@@ -25,7 +26,7 @@ class UserTrashMover final : public TrashMover {
   Outcome putBack(const ItemInTrash& item, const std::string& original) override;
 
  private:
-  TrashPlace place_;
+  TrashConfig config_;
 };
 
 }  // namespace tessaly

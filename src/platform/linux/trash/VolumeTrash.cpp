@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <utility>
 
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 namespace tessaly::VolumeTrash {
 

@@ -10,7 +10,7 @@
 #include <sys/types.h>
 
 #include "platform/DirectoryWalk.h"
-#include "platform/linux/walk/ClosedPlaces.h"
+#include "platform/linux/walk/ClosedMounts.h"
 
 namespace tessaly::walk {
 
@@ -66,7 +66,7 @@ struct Folder {
   std::string_view name;
   std::uint32_t depth = 0;
   std::uint8_t mark = 0;
-  const ClosedPlaces* closed = nullptr;  // paths below that are not entered, if any
+  const ClosedMounts* closed = nullptr;  // paths below that are not entered, if any
 
   // Attributes found at opening. Written by the reader of the first batch.
   bool hasAttributes = false;

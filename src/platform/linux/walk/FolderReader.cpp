@@ -183,7 +183,7 @@ bool FolderReader::enters(int descriptor, Folder& folder, const Entry& entry,
                           DirectoryWalk::Descent& descent, int& failure) const {
   const std::string_view name(entry.name, entry.nameLength);
   if (folder.closed != nullptr) {
-    const ClosedPlaces* const place = folder.closed->below(name);
+    const ClosedMounts* const place = folder.closed->below(name);
     if (place != nullptr && place->isClosed() &&
         (place->mount() == 0 || isTopOf(place->mount(), descriptor, entry.name, failure))) {
       return false;

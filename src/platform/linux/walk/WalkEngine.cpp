@@ -50,7 +50,7 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
     : root_(root),
       decide_(std::move(decide)),
       unreadable_(std::move(unreadable)),
-      closed_(closedPlacesBelow(
+      closed_(closedMountsBelow(
           root, mounts.mounts(),
           [this](const std::string& path) { return enters(decide_, root_, path); })),
       consumerReader_(decide_, root_, stop_) {

@@ -26,7 +26,7 @@
 #include "platform/DirectoryWalk.h"
 #include "platform/StartThread.h"
 #include "platform/linux/walk/Batch.h"
-#include "platform/linux/walk/ClosedPlaces.h"
+#include "platform/linux/walk/ClosedMounts.h"
 #include "platform/linux/walk/FolderReader.h"
 #include "platform/linux/walk/OpenFolders.h"
 
@@ -107,7 +107,7 @@ class WalkEngine {
   const std::string root_;
   const DirectoryWalk::Decide decide_;
   const DirectoryWalk::Unreadable unreadable_;
-  ClosedPlaces closed_;
+  ClosedMounts closed_;
   bool isOpen_ = false;
   std::atomic<bool> stop_ = false;
 

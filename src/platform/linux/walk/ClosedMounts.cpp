@@ -1,4 +1,4 @@
-#include "platform/linux/walk/ClosedPlaces.h"
+#include "platform/linux/walk/ClosedMounts.h"
 
 #include <algorithm>
 #include <linux/magic.h>
@@ -19,29 +19,29 @@ std::vector<std::string> split(std::string_view path) {
 
 }  // namespace
 
-void ClosedPlaces::close(const std::vector<std::string>& components, std::uint64_t mount) {
-  ClosedPlaces* place = this;
+void ClosedMounts::close(const std::vector<std::string>& components, std::uint64_t mount) {
+  ClosedMounts* place = this;
   for (const std::string& component : components) {
-    std::unique_ptr<ClosedPlaces>& child = place->children_[component];
-    if (child == nullptr) child = std::make_unique<ClosedPlaces>();
+    std::unique_ptr<ClosedMounts>& child = place->children_[component];
+    if (child == nullptr) child = std::make_unique<ClosedMounts>();
     place = child.get();
   }
   place->closed_ = true;
   place->mount_ = mount;
 }
 
-const ClosedPlaces* ClosedPlaces::below(std::string_view name) const {
+const ClosedMounts* ClosedMounts::below(std::string_view name) const {
   const auto found = children_.find(name);
   return found == children_.end() ? nullptr : found->second.get();
 }
 
-ClosedPlaces closedPlacesBelow(const std::string& root, const VisibleMounts& mounts,
+ClosedMounts closedMountsBelow(const std::string& root, const VisibleMounts& mounts,
                                const Reaches& reaches) {
   const std::vector<Mount>& all = mounts.all();
   const auto componentsBelow = [&](const std::string& point) {
     return split(std::string_view(point).substr(root == "/" ? 0 : root.size()));
   };
-  ClosedPlaces places;
+  ClosedMounts places;
   for (const VisibleMounts::Index i : mounts.below(root)) {
     if (mounts.isPseudo(i) && mounts.isVisible(i)) places.close(componentsBelow(all[i].point));
   }

@@ -1,4 +1,4 @@
-#include "platform/linux/trash/ItemPlace.h"
+#include "platform/linux/trash/ItemLocation.h"
 
 #include <cerrno>
 #include <climits>
@@ -23,18 +23,18 @@ std::string withoutSlashesBehind(std::string path) {
   return path;
 }
 
-Result<ItemPlace> placeIn(const std::string& path,
-                          FileDescriptor (*folderAt)(const std::string& folder)) {
+Result<ItemLocation> locationIn(const std::string& path,
+                                FileDescriptor (*folderAt)(const std::string& folder)) {
   if (!isMeant(path)) return SystemError::fromErrno(EINVAL, path);
   const std::string item = withoutSlashesBehind(path);
   if (item == "/") return SystemError::fromErrno(EBUSY, path);
   const std::size_t slash = item.rfind('/');
-  ItemPlace place;
-  place.name = item.substr(slash + 1);
-  if (place.name == "." || place.name == "..") return SystemError::fromErrno(EINVAL, path);
-  place.folder = folderAt(item.substr(0, slash + 1));
-  if (!place.folder) return SystemError::fromErrno(errno, path);
-  return place;
+  ItemLocation location;
+  location.name = item.substr(slash + 1);
+  if (location.name == "." || location.name == "..") return SystemError::fromErrno(EINVAL, path);
+  location.folder = folderAt(item.substr(0, slash + 1));
+  if (!location.folder) return SystemError::fromErrno(errno, path);
+  return location;
 }
 
 }  // namespace
@@ -53,12 +53,12 @@ Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string&
                       .mount = status.stx_mnt_id};
 }
 
-Result<ItemPlace> placeOfItem(const std::string& path) {
-  return placeIn(path, openFolderPath);
+Result<ItemLocation> locationOfItem(const std::string& path) {
+  return locationIn(path, openFolderPath);
 }
 
-Result<ItemPlace> placeForItem(const std::string& path) {
-  return placeIn(path, makeFolderPath);
+Result<ItemLocation> locationForItem(const std::string& path) {
+  return locationIn(path, makeFolderPath);
 }
 
 FileDescriptor holdItem(const FileDescriptor& folder, const std::string& name) {

@@ -14,19 +14,19 @@
 
 namespace tessaly {
 
-class PlaceInWork {
+class WriteNote {
  public:
   // For a file that will be at the absolute `target`. `notes` is the folder of the notes. If the
   // note cannot be written, the object does nothing: the file is more important.
-  static PlaceInWork of(const std::string& target, const std::string& notes);
+  static WriteNote of(const std::string& target, const std::string& notes);
 
-  PlaceInWork(PlaceInWork&& other) noexcept;
-  PlaceInWork& operator=(PlaceInWork&& other) noexcept;
-  ~PlaceInWork();
+  WriteNote(WriteNote&& other) noexcept;
+  WriteNote& operator=(WriteNote&& other) noexcept;
+  ~WriteNote();
 
  private:
   struct State;
-  explicit PlaceInWork(std::unique_ptr<State> state);
+  explicit WriteNote(std::unique_ptr<State> state);
 
   std::unique_ptr<State> state_;
 };

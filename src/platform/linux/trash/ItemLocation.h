@@ -22,12 +22,12 @@ struct ItemIdentity {
     return deviceMajor == other.deviceMajor && deviceMinor == other.deviceMinor &&
            inode == other.inode;
   }
-  bool isSamePlace(const ItemIdentity& other) const {
+  bool isSameLocation(const ItemIdentity& other) const {
     return isSameItem(other) && mount == other.mount;
   }
 };
 
-struct ItemPlace {
+struct ItemLocation {
   FileDescriptor folder;  // O_PATH
   std::string name;       // in the folder, never empty, "." or ".."
 };
@@ -40,10 +40,10 @@ Result<ItemIdentity> identityOf(const FileDescriptor& folder, const std::string&
 // The folder of the absolute `path` and its last component, without trailing slashes. The item
 // itself need not exist. EINVAL for a path without a usable name, EBUSY for the root, ELOOP if a
 // symbolic link is above the item.
-Result<ItemPlace> placeOfItem(const std::string& path);
+Result<ItemLocation> locationOfItem(const std::string& path);
 
 // The same, after creating the missing folders above the item.
-Result<ItemPlace> placeForItem(const std::string& path);
+Result<ItemLocation> locationForItem(const std::string& path);
 
 // Holds the item itself, even if it is a link, by a descriptor (O_PATH) that does not open its
 // content.

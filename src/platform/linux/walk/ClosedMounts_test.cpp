@@ -1,4 +1,4 @@
-#include "platform/linux/walk/ClosedPlaces.h"
+#include "platform/linux/walk/ClosedMounts.h"
 
 #include <gtest/gtest.h>
 #include <linux/magic.h>
@@ -15,68 +15,68 @@ constexpr std::string_view table =
     "27 26 8:1 / /srv/data rw - xfs /dev/sda1 rw\n"
     "28 22 0:25 / /srv/scratch rw - tmpfs tmpfs rw\n";
 
-ClosedPlaces closedBelow(const std::string& root, std::string_view mountinfo) {
-  return closedPlacesBelow(root, VisibleMounts(mountsIn(mountinfo)),
+ClosedMounts closedBelow(const std::string& root, std::string_view mountinfo) {
+  return closedMountsBelow(root, VisibleMounts(mountsIn(mountinfo)),
                            [](const std::string&) { return true; });
 }
 
-const ClosedPlaces* at(const ClosedPlaces& places, std::initializer_list<const char*> components) {
-  const ClosedPlaces* place = &places;
+const ClosedMounts* at(const ClosedMounts& places, std::initializer_list<const char*> components) {
+  const ClosedMounts* place = &places;
   for (const char* component : components) {
     if (place != nullptr) place = place->below(component);
   }
   return place;
 }
 
-TEST(ClosedPlaces, a_pseudo_file_system_below_the_root_is_closed) {
-  const ClosedPlaces places = closedBelow("/srv", table);
-  const ClosedPlaces* const proc = at(places, {"jail", "proc"});
+TEST(ClosedMounts, a_pseudo_file_system_below_the_root_is_closed) {
+  const ClosedMounts places = closedBelow("/srv", table);
+  const ClosedMounts* const proc = at(places, {"jail", "proc"});
   ASSERT_NE(proc, nullptr);
   EXPECT_TRUE(proc->isClosed());
   EXPECT_FALSE(at(places, {"jail"})->isClosed());
 }
 
-TEST(ClosedPlaces, a_mount_outside_the_root_is_not_known) {
-  const ClosedPlaces places = closedBelow("/srv", table);
+TEST(ClosedMounts, a_mount_outside_the_root_is_not_known) {
+  const ClosedMounts places = closedBelow("/srv", table);
   EXPECT_EQ(at(places, {"proc"}), nullptr);
   EXPECT_EQ(at(closedBelow("/sr", table), {"v"}), nullptr);
 }
 
-TEST(ClosedPlaces, the_slash_root_has_every_mount_below_it) {
-  const ClosedPlaces places = closedBelow("/", table);
+TEST(ClosedMounts, the_slash_root_has_every_mount_below_it) {
+  const ClosedMounts places = closedBelow("/", table);
   ASSERT_NE(at(places, {"proc"}), nullptr);
   EXPECT_TRUE(at(places, {"proc"})->isClosed());
   EXPECT_TRUE(at(places, {"srv", "jail", "proc"})->isClosed());
 }
 
-TEST(ClosedPlaces, an_automount_point_is_closed_until_something_is_mounted_on_it) {
-  const ClosedPlaces places = closedBelow("/srv", table);
+TEST(ClosedMounts, an_automount_point_is_closed_until_something_is_mounted_on_it) {
+  const ClosedMounts places = closedBelow("/srv", table);
   ASSERT_NE(at(places, {"my disk"}), nullptr);
   EXPECT_TRUE(at(places, {"my disk"})->isClosed());
   EXPECT_EQ(at(places, {"data"}), nullptr);
 }
 
-TEST(ClosedPlaces, an_ordinary_file_system_is_open) {
+TEST(ClosedMounts, an_ordinary_file_system_is_open) {
   EXPECT_EQ(at(closedBelow("/srv", table), {"scratch"}), nullptr);
 }
 
-TEST(ClosedPlaces, what_another_mount_hides_is_not_closed) {
+TEST(ClosedMounts, what_another_mount_hides_is_not_closed) {
   const std::string hidden = std::string(table) + "29 22 8:2 / /srv/jail rw - xfs /dev/sda2 rw\n";
   EXPECT_EQ(at(closedBelow("/srv", hidden), {"jail", "proc"}), nullptr);
 }
 
-TEST(ClosedPlaces, a_mount_of_what_is_seen_elsewhere_is_closed_while_it_stands_there) {
+TEST(ClosedMounts, a_mount_of_what_is_seen_elsewhere_is_closed_while_it_stands_there) {
   const std::string bound =
       std::string(table) + "29 22 254:0 /srv/a /srv/b\\040c rw - ext4 /dev/vda rw\n";
-  const ClosedPlaces places = closedBelow("/srv", bound);
-  const ClosedPlaces* const repeated = at(places, {"b c"});
+  const ClosedMounts places = closedBelow("/srv", bound);
+  const ClosedMounts* const repeated = at(places, {"b c"});
   ASSERT_NE(repeated, nullptr);
   EXPECT_TRUE(repeated->isClosed());
   EXPECT_EQ(repeated->mount(), 29U);
   EXPECT_EQ(at(places, {"jail", "proc"})->mount(), 0U);
 }
 
-TEST(ClosedPlaces, damaged_lines_are_passed_over) {
+TEST(ClosedMounts, damaged_lines_are_passed_over) {
   for (const std::string_view text :
        {"", "\n\n", "24 22 0:22 / /srv/jail", "24 22 0:22 / /srv/jail/proc rw - ", "- - - - - -",
         "24 22 0:22 / /srv/a\\04 rw - ext4 x rw", "24 22 0:22 / /srv/b\\ rw -"}) {
@@ -84,7 +84,7 @@ TEST(ClosedPlaces, damaged_lines_are_passed_over) {
   }
 }
 
-TEST(ClosedPlaces, a_file_system_that_holds_no_files_is_known_by_its_magic_number) {
+TEST(ClosedMounts, a_file_system_that_holds_no_files_is_known_by_its_magic_number) {
   EXPECT_TRUE(isPseudoFileSystem(PROC_SUPER_MAGIC));
   EXPECT_TRUE(isPseudoFileSystem(AUTOFS_SUPER_MAGIC));
   EXPECT_FALSE(isPseudoFileSystem(EXT4_SUPER_MAGIC));

@@ -6,13 +6,13 @@
 
 namespace tessaly {
 
-struct TrashPlace {
+struct TrashConfig {
   std::string homeTrash;  // absolute path
   std::string mountinfo;  // path of the list of mounts, in the kernel's format
   uid_t user = 0;
 
   // For the user of this process.
-  static TrashPlace current();
+  static TrashConfig current();
 };
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-#include "platform/PlaceInWork.h"
+#include "platform/WriteNote.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -12,7 +12,7 @@
 
 namespace tessaly {
 
-struct PlaceInWork::State {
+struct WriteNote::State {
   explicit State(FileDescriptor notes)
       : folder(std::move(notes)), name(PrivateName::ofNote()), note(folder.get(), 0600) {}
   State(const State&) = delete;
@@ -32,21 +32,21 @@ struct PlaceInWork::State {
   bool isNamed = false;
 };
 
-PlaceInWork::PlaceInWork(std::unique_ptr<State> state) : state_(std::move(state)) {}
-PlaceInWork::PlaceInWork(PlaceInWork&& other) noexcept = default;
-PlaceInWork& PlaceInWork::operator=(PlaceInWork&& other) noexcept = default;
-PlaceInWork::~PlaceInWork() = default;
+WriteNote::WriteNote(std::unique_ptr<State> state) : state_(std::move(state)) {}
+WriteNote::WriteNote(WriteNote&& other) noexcept = default;
+WriteNote& WriteNote::operator=(WriteNote&& other) noexcept = default;
+WriteNote::~WriteNote() = default;
 
-PlaceInWork PlaceInWork::of(const std::string& target, const std::string& notes) {
+WriteNote WriteNote::of(const std::string& target, const std::string& notes) {
   // `target` may be a link, which is followed when the file is replaced.
   const std::string file = resolvedPath(target);
   const std::size_t slash = file.rfind('/');
   FileDescriptor folder(
       uninterrupted([&] { return ::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-  if (!folder || slash == std::string::npos) return PlaceInWork(nullptr);
+  if (!folder || slash == std::string::npos) return WriteNote(nullptr);
   auto state = std::make_unique<State>(std::move(folder));
-  if (!state->write(file.substr(0, slash == 0 ? 1 : slash))) return PlaceInWork(nullptr);
-  return PlaceInWork(std::move(state));
+  if (!state->write(file.substr(0, slash == 0 ? 1 : slash))) return WriteNote(nullptr);
+  return WriteNote(std::move(state));
 }
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-#include "platform/linux/trash/TrashPlace.h"
+#include "platform/linux/trash/TrashConfig.h"
 
 #include <unistd.h>
 
@@ -6,7 +6,7 @@
 
 namespace tessaly {
 
-TrashPlace TrashPlace::current() {
+TrashConfig TrashConfig::current() {
   return {.homeTrash = applicationSupportDirectory() + "/Trash",
           .mountinfo = "/proc/self/mountinfo",
           .user = ::geteuid()};

@@ -14,27 +14,27 @@
 
 namespace tessaly::walk {
 
-class ClosedPlaces {
+class ClosedMounts {
  public:
   // Closes the path of these components below this one: with the id of a mount only while that one
   // is mounted there, otherwise always.
   void close(const std::vector<std::string>& components, std::uint64_t mount = 0);
 
   // The node for the entry `name`; null if nothing at or below it is closed.
-  const ClosedPlaces* below(std::string_view name) const;
+  const ClosedMounts* below(std::string_view name) const;
 
   bool isClosed() const { return closed_; }
   std::uint64_t mount() const { return mount_; }  // 0 for none
 
  private:
-  std::map<std::string, std::unique_ptr<ClosedPlaces>, std::less<>> children_;
+  std::map<std::string, std::unique_ptr<ClosedMounts>, std::less<>> children_;
   bool closed_ = false;
   std::uint64_t mount_ = 0;
 };
 
 // From the visible mounts below `root`: automount points and pseudo file systems, which must not be
 // accessed, and mounts that show only what a walk with these rules sees elsewhere.
-ClosedPlaces closedPlacesBelow(const std::string& root, const VisibleMounts& mounts,
+ClosedMounts closedMountsBelow(const std::string& root, const VisibleMounts& mounts,
                                const Reaches& reaches);
 
 // Whether a file system with this magic number (f_type of statfs) has no files that take up space.
