@@ -212,8 +212,8 @@ class MapBench {
   const DiskNode tree_ = bench::sampleFolder(7, 24);
   FakeMachine machine_;
   FixtureWindow fixture_{machine_, tree_.path(),
-                         [this](Application::Seams& seams) {
-                           seams.walk = [this](const auto&, const auto&, const auto&) {
+                         [this](Application::Services& services) {
+                           services.walk = [this](const auto&, const auto&, const auto&) {
                              return tree_;
                            };
                          },

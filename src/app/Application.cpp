@@ -90,65 +90,66 @@ void Application::setUpLook() {
   chooseRenderer();
 }
 
-Application::Application() : Application(Seams{}) {}
+Application::Application() : Application(Services{}) {}
 
-Application::Application(const Seams& seams) {
-  if (seams.dispatch == nullptr)
+Application::Application(const Services& services) {
+  if (services.dispatch == nullptr)
     ownDispatch_ = std::make_unique<ThreadedDispatch>(
         [this](Dispatch::Work work) { mainQueue_.post(std::move(work)); });
-  Dispatch& dispatch = seams.dispatch != nullptr ? *seams.dispatch : *ownDispatch_;
-  const std::string home = seams.homeDirectory.empty() ? homeDirectory() : seams.homeDirectory;
-  SettingsStore& settings = orOwn(seams.settings, ownSettings_, [] {
+  Dispatch& dispatch = services.dispatch != nullptr ? *services.dispatch : *ownDispatch_;
+  const std::string home =
+      services.homeDirectory.empty() ? homeDirectory() : services.homeDirectory;
+  SettingsStore& settings = orOwn(services.settings, ownSettings_, [] {
     return std::make_unique<SettingsFile>(SettingsFile::standardPath());
   });
   prefs_ = std::make_unique<MarrowPrefs>(settings);
 
-  NotificationCenter& notifications = orOwn(seams.notifications, ownNotifications_, [&] {
+  NotificationCenter& notifications = orOwn(services.notifications, ownNotifications_, [&] {
     return std::make_unique<LinuxNotifications>(dispatch);
   });
-  Workspace& workspace = orOwn(seams.workspace, ownWorkspace_,
+  Workspace& workspace = orOwn(services.workspace, ownWorkspace_,
                                [&] { return std::make_unique<LinuxWorkspace>(dispatch); });
   Pasteboard& pasteboard =
-      orOwn(seams.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); });
+      orOwn(services.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); });
 
   access_ = std::make_unique<AccessController>(
-      settings, seams.access ? seams.access : [paths = FullDiskAccess::probePaths(home)] {
+      settings, services.access ? services.access : [paths = FullDiskAccess::probePaths(home)] {
         return FullDiskAccess::isGranted(paths);
       });
   MachineFigures& figures =
-      orOwn(seams.figures, ownFigures_, [&]() -> std::unique_ptr<MachineFigures> {
-        if (seams.run || seams.volumeUsage)
-          return std::make_unique<ToolFigures>(seams.run, seams.volumeUsage);
+      orOwn(services.figures, ownFigures_, [&]() -> std::unique_ptr<MachineFigures> {
+        if (services.run || services.volumeUsage)
+          return std::make_unique<ToolFigures>(services.run, services.volumeUsage);
         return std::make_unique<MountFigures>(
-            MountFigures::Machine{.dispatch = dispatch, .volumes = mountedVolumes()});
+            MountFigures::Services{.dispatch = dispatch, .volumes = mountedVolumes()});
       });
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
-      .folderPanel = orOwn(seams.folderPanel, ownFolderPanel_,
+      .folderPanel = orOwn(services.folderPanel, ownFolderPanel_,
                            [&] { return std::make_unique<QtFolderPanel>(home); }),
-      .savePanel = orOwn(seams.savePanel, ownSavePanel_,
+      .savePanel = orOwn(services.savePanel, ownSavePanel_,
                          [&] { return std::make_unique<QtSavePanel>(home); }),
       .workspace = workspace,
       .pasteboard = pasteboard,
-      .icon = orOwn(seams.icon, ownIcon_,
+      .icon = orOwn(services.icon, ownIcon_,
                     [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
       .notifications = notifications,
-      .trash = orOwn(seams.trash, ownTrash_,
+      .trash = orOwn(services.trash, ownTrash_,
                      [] { return std::make_unique<GuardedTrashMover>(userTrash()); }),
       .prefs = *prefs_,
       .homeDirectory = home,
-      .supportDirectory = seams.supportDirectory,
-      .walk = seams.walk,
-      .run = seams.run,
-      .now = seams.now,
-      .date = seams.date,
+      .supportDirectory = services.supportDirectory,
+      .walk = services.walk,
+      .run = services.run,
+      .now = services.now,
+      .date = services.date,
       .figures = &figures});
-  LoginItem& login = orOwn(seams.loginItem, ownLoginItem_, [] { return loginItem(); });
+  LoginItem& login = orOwn(services.loginItem, ownLoginItem_, [] { return loginItem(); });
   installHotKey(
-      orOwn(seams.hotKey, ownHotKey_, [&] { return std::make_unique<X11HotKey>(dispatch); }));
+      orOwn(services.hotKey, ownHotKey_, [&] { return std::make_unique<X11HotKey>(dispatch); }));
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
-  PreviewPanel& previewPanel = orOwn(seams.previewPanel, ownPreviewPanel_, [&] {
+  PreviewPanel& previewPanel = orOwn(services.previewPanel, ownPreviewPanel_, [&] {
     const auto reader = std::make_shared<ReaderProgram>();
     // The first preview is not far then, and until then the program that reads it takes no memory.
     QObject::connect(
@@ -165,30 +166,31 @@ Application::Application(const Seams& seams) {
         [&workspace](const std::string& path) { workspace.open(path); });
   });
   quickLook_ = std::make_unique<QuickLook>(&previewPanel);
-  const OpenTool openTool = seams.openTool.value_or(OpenTool::real());
-  nodeActions_ = std::make_unique<NodeActions>(
-      NodeActions::Doors{.workspace = workspace,
-                         .pasteboard = pasteboard,
-                         .quickLook = [this](const std::string& path) { quickLook_->show(path); },
-                         .openTerminal =
-                             [&workspace, openTool](const std::string& path) {
-                               Trash::openTerminal(path, workspace, openTool);
-                             },
-                         .openInEditor =
-                             [&workspace, openTool](const std::string& path) {
-                               Trash::openInEditor(path, workspace, openTool);
-                             }});
+  const OpenTool openTool = services.openTool.value_or(OpenTool::real());
+  nodeActions_ = std::make_unique<NodeActions>(NodeActions::Services{
+      .workspace = workspace,
+      .pasteboard = pasteboard,
+      .quickLook = [this](const std::string& path) { quickLook_->show(path); },
+      .openTerminal =
+          [&workspace, openTool](const std::string& path) {
+            Trash::openTerminal(path, workspace, openTool);
+          },
+      .openInEditor =
+          [&workspace, openTool](const std::string& path) {
+            Trash::openInEditor(path, workspace, openTool);
+          }});
 
   // Not quit(), which a window may refuse.
-  const std::function<void()> quit = seams.quit ? seams.quit : [] { QCoreApplication::exit(); };
+  const std::function<void()> quit =
+      services.quit ? services.quit : [] { QCoreApplication::exit(); };
   QObject::connect(engine_.get(), &QQmlEngine::quit, engine_.get(), quit);
   gateActions_ = std::make_unique<AccessGateActions>(
       AccessGateActions::Services{.access = *access_,
                                   .workspace = workspace,
                                   .relaunch = {.dispatch = dispatch,
-                                               .giveUpInstance = seams.giveUpInstance,
+                                               .giveUpInstance = services.giveUpInstance,
                                                .quit = quit,
-                                               .launch = seams.launch}});
+                                               .launch = services.launch}});
   commands_ = std::make_unique<MenuCommands>(
       MenuCommands::Services{.session = *session_, .actions = *nodeActions_, .quit = quit});
 
@@ -208,29 +210,29 @@ Application::Application(const Seams& seams) {
   QObject::connect(prefs_.get(), &MarrowPrefs::mainWindowWanted, engine_.get(),
                    [this] { bringForward(); });
 
-  StatusBarExtra& extra = orOwn(seams.statusBar, ownStatusBar_, [&] {
+  StatusBarExtra& extra = orOwn(services.statusBar, ownStatusBar_, [&] {
     return std::make_unique<LinuxStatusBarExtra>(
         dispatch, [](const StatusBarExtra::Label& label) { return StatusIcon::paint(label); });
   });
   statusBar_ = std::make_unique<StatusBar>(
       *session_, login, extra,
-      StatusBar::Program{.showMainWindow = [this] { prefs_->showMainWindow(); },
-                         .activate = [this] { bringForward(); },
-                         .quit = quit});
+      StatusBar::Services{.showMainWindow = [this] { prefs_->showMainWindow(); },
+                          .activate = [this] { bringForward(); },
+                          .quit = quit});
   windowStart_ = std::make_unique<WindowStart>(
       dispatch, extra,
-      WindowStart::Window{.show = [this] { window_->show(); },
-                          .setQuitsOnClose = QGuiApplication::setQuitOnLastWindowClosed});
+      WindowStart::Services{.show = [this] { window_->show(); },
+                            .setQuitsOnClose = QGuiApplication::setQuitOnLastWindowClosed});
   delegate_ = std::make_unique<AppDelegate>(AppDelegate::Services{
       .prefs = *prefs_,
       .notifications = notifications,
       .beginWindow = [this](bool startHidden) { windowStart_->begin(startHidden); },
-      .date = seams.date,
+      .date = services.date,
       .figures = &figures});
 
   clearLeftovers_ = [this, &dispatch,
-                     support = seams.supportDirectory ? *seams.supportDirectory
-                                                      : ScanStore::supportDir()] {
+                     support = services.supportDirectory ? *services.supportDirectory
+                                                         : ScanStore::supportDir()] {
     std::vector<std::string> others;
     // Who keeps his settings elsewhere, and links them into place, has them written there.
     if (ownSettings_) others.push_back(folderOf(resolvedPath(SettingsFile::standardPath())));

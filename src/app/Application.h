@@ -53,7 +53,7 @@ class Application {
  public:
   // What a test puts in the place of the machine. Whatever is null or empty is the real thing.
   // The objects outlive the Application.
-  struct Seams {
+  struct Services {
     Dispatch* dispatch = nullptr;
     FolderPanel* folderPanel = nullptr;
     SavePanel* savePanel = nullptr;
@@ -90,7 +90,7 @@ class Application {
   // Makes the session and the window, which is not shown yet. Ends the program with a message when
   // the window cannot be made, which only a broken build brings about.
   Application();
-  explicit Application(const Seams& seams);
+  explicit Application(const Services& services);
   ~Application();
 
   // The life of the program begins: the window shows, unless the user wants it hidden.

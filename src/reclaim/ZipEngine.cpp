@@ -203,14 +203,14 @@ std::string firstLine(std::string_view words) {
 // One call of archive().
 class Work {
  public:
-  Work(const Request& request, const Machine& machine) : request_(request), machine_(machine) {
-    if (!machine_.run) {
-      machine_.run = [](const auto& path, const auto& args, double timeout, const auto& cwd,
-                        const auto& isCancelled) {
+  Work(const Request& request, const Services& services) : request_(request), services_(services) {
+    if (!services_.run) {
+      services_.run = [](const auto& path, const auto& args, double timeout, const auto& cwd,
+                         const auto& isCancelled) {
         return Shell::runToEnd(path, args, timeout, cwd, isCancelled);
       };
     }
-    if (!machine_.now) machine_.now = [] { return std::chrono::steady_clock::now(); };
+    if (!services_.now) services_.now = [] { return std::chrono::steady_clock::now(); };
   }
 
   Archived done() {
@@ -294,18 +294,18 @@ class Work {
     std::vector<std::string> names;
     for (const Item& item : items_) names.push_back(item.name);
     const std::size_t room = argumentRoom();
-    const auto start = machine_.now();
+    const auto start = services_.now();
     for (std::span<const std::string> rest = names; !rest.empty();) {
       const std::span<const std::string> turn = rest.first(countForOneRun(rest, room));
       rest = rest.subspan(turn.size());
       std::vector<std::string> args = {"-r", "-q", to};
       std::ranges::transform(turn, std::back_inserter(args), asArgument);
 
-      const std::chrono::duration<double> passed = machine_.now() - start;
+      const std::chrono::duration<double> passed = services_.now() - start;
       const double left = allowedSeconds - passed.count();
       if (left <= 0) return notMade("it takes too long");
       if (isGivenUp()) return Archived{.end = Archived::End::givenUp};
-      const Shell::Ending ending = machine_.run(zip, args, left, parent_, request_.isGivenUp);
+      const Shell::Ending ending = services_.run(zip, args, left, parent_, request_.isGivenUp);
       if (ending.exit.isSuccess()) continue;
       const bool isRead = ending.exit.signal != 0 || !isLossStatus(ending.exit.status);
       if (isRead) return notMade(firstLine(ending.words));
@@ -343,7 +343,7 @@ class Work {
   }
 
   const Request& request_;
-  Machine machine_;
+  Services services_;
   std::string parent_;
   std::vector<Item> items_;
 };
@@ -374,9 +374,9 @@ std::string commonParent(const std::vector<std::string>& paths) {
   return common.empty() ? "/" : common;
 }
 
-Archived archive(const Request& request, const Machine& machine) {
+Archived archive(const Request& request, const Services& services) {
   try {
-    return Work(request, machine).done();
+    return Work(request, services).done();
   } catch (const ToolError& error) {
     if (error.isGivenUp()) return {.end = Archived::End::givenUp};
     return notMade(error.isTimeOut() ? "it takes too long" : error.what());

@@ -16,7 +16,7 @@
 namespace tessaly::ZipEngine {
 
 // What archive() needs from the machine. An empty function stands for the one named beside it.
-struct Machine {
+struct Services {
   // Shell::runToEnd: the tool's path, its arguments, its time limit in seconds, its working
   // directory, and the cancel test. May throw.
   std::function<Shell::Ending(const std::string& path, const std::vector<std::string>& args,
@@ -85,6 +85,6 @@ std::string commonParent(const std::vector<std::string>& paths);
 // `to` by then, the archive gets a numbered name beside it.
 //
 // No archive is made at or inside one of the paths. zip may take 180 seconds.
-Archived archive(const Request& request, const Machine& machine = {});
+Archived archive(const Request& request, const Services& services = {});
 
 }  // namespace tessaly::ZipEngine

@@ -54,15 +54,16 @@ class ZipLosses : public testing::Test {
   // Archives "in" and calls `meanwhile` right after zip has ended, or right before it starts.
   enum class When { before, after };
   ZipEngine::Archived archivedWhile(When when, const std::function<void()>& meanwhile) const {
-    ZipEngine::Machine machine;
-    machine.run = [&](const std::string& path, const std::vector<std::string>& args, double timeout,
-                      const std::string& cwd, const std::function<bool()>& isCancelled) {
+    ZipEngine::Services services;
+    services.run = [&](const std::string& path, const std::vector<std::string>& args,
+                       double timeout, const std::string& cwd,
+                       const std::function<bool()>& isCancelled) {
       if (when == When::before) meanwhile();
       const Shell::Ending ending = Shell::runToEnd(path, args, timeout, cwd, isCancelled);
       if (when == When::after) meanwhile();
       return ending;
     };
-    return ZipEngine::archive(request(), machine);
+    return ZipEngine::archive(request(), services);
   }
 
   std::vector<std::string> kept() const { return entriesOf(tree_.at("kept")); }
@@ -150,13 +151,13 @@ TEST_F(ZipLosses, many_warnings_of_zip_do_not_block_it) {
 }
 
 TEST_F(ZipLosses, losses_are_reported_even_with_endless_warnings) {
-  ZipEngine::Machine machine;
-  machine.run = [](const std::string&, const std::vector<std::string>&, double timeout,
-                   const std::string& cwd, const std::function<bool()>& isCancelled) {
+  ZipEngine::Services services;
+  services.run = [](const std::string&, const std::vector<std::string>&, double timeout,
+                    const std::string& cwd, const std::function<bool()>& isCancelled) {
     return Shell::runToEnd(testTool(), {"complain", "1048576", "exit", "18"}, timeout, cwd,
                            isCancelled);
   };
-  EXPECT_EQ(ZipEngine::archive(request(), machine).end, End::incomplete);
+  EXPECT_EQ(ZipEngine::archive(request(), services).end, End::incomplete);
 }
 
 TEST_F(ZipLosses, a_folder_that_becomes_unreadable_while_zip_runs_is_noticed) {
@@ -169,13 +170,13 @@ TEST_F(ZipLosses, a_folder_that_becomes_unreadable_while_zip_runs_is_noticed) {
 }
 
 TEST_F(ZipLosses, an_entry_missing_in_a_successful_archive_is_noticed) {
-  ZipEngine::Machine machine;
-  machine.run = [](const std::string& path, std::vector<std::string> args, double timeout,
-                   const std::string& cwd, const std::function<bool()>& isCancelled) {
+  ZipEngine::Services services;
+  services.run = [](const std::string& path, std::vector<std::string> args, double timeout,
+                    const std::string& cwd, const std::function<bool()>& isCancelled) {
     args.insert(args.end(), {"-x", "*/main.cpp"});
     return Shell::runToEnd(path, args, timeout, cwd, isCancelled);
   };
-  const ZipEngine::Archived archived = ZipEngine::archive(request(), machine);
+  const ZipEngine::Archived archived = ZipEngine::archive(request(), services);
   EXPECT_EQ(archived.end, End::incomplete);
   EXPECT_THAT(archived.cause, HasSubstr("in/Code/deep/main.cpp"));
   EXPECT_THAT(archived.cause, Not(HasSubstr("film")));
@@ -228,13 +229,13 @@ TEST_F(ZipLosses, cancelling_reports_no_losses) {
   });
   ZipEngine::Request given = request();
   given.isGivenUp = [&] { return isGivenUp.load(); };
-  ZipEngine::Machine machine;
-  machine.run = [&](const std::string&, const std::vector<std::string>& args, double timeout,
-                    const std::string& cwd, const std::function<bool()>& isCancelled) {
+  ZipEngine::Services services;
+  services.run = [&](const std::string&, const std::vector<std::string>& args, double timeout,
+                     const std::string& cwd, const std::function<bool()>& isCancelled) {
     return Shell::runToEnd(testTool(), {"make", args[2], "tell", ready.path(), "sleep"}, timeout,
                            cwd, isCancelled);
   };
-  EXPECT_EQ(ZipEngine::archive(given, machine).end, End::givenUp);
+  EXPECT_EQ(ZipEngine::archive(given, services).end, End::givenUp);
   other.join();
   EXPECT_EQ(contentOf(to_), "old");
   EXPECT_THAT(kept(), ElementsAre("out.zip"));

@@ -53,15 +53,15 @@ class RealZip : public testing::Test {
   }
 
   static ZipEngine::Archived archived(const std::vector<std::string>& paths, const std::string& to,
-                                      const ZipEngine::Machine& machine = {}) {
+                                      const ZipEngine::Services& services = {}) {
     const Result<FileIdentity> old = FileIdentity::of(to);
     return ZipEngine::archive(
         {.paths = paths, .to = to, .replaced = old ? std::optional(old.value()) : std::nullopt},
-        machine);
+        services);
   }
   static bool archive(const std::vector<std::string>& paths, const std::string& to,
-                      const ZipEngine::Machine& machine = {}) {
-    return archived(paths, to, machine).end == ZipEngine::Archived::End::made;
+                      const ZipEngine::Services& services = {}) {
+    return archived(paths, to, services).end == ZipEngine::Archived::End::made;
   }
 
   // Archives everything in "in" and expects the unpacked contents to be the same.
@@ -82,7 +82,7 @@ class RealZip : public testing::Test {
   }
 
   // A machine on which `before` is called just before run number `number` of zip.
-  static ZipEngine::Machine machineWhere(int number, std::function<void()> before) {
+  static ZipEngine::Services servicesWhere(int number, std::function<void()> before) {
     return {.run =
                 [number, before = std::move(before)](
                     const std::string& path, const std::vector<std::string>& args, double timeout,
@@ -156,8 +156,8 @@ TEST_F(RealZip, a_vanished_item_named_like_a_pattern_matches_no_other_item) {
   put("*", "pattern");
   put("film", "film");
   put("note", "note");
-  const auto machine = machineWhere(1, [&] { fs::remove(tree_.at("in/*")); });
-  EXPECT_EQ(archived({tree_.at("in/film"), tree_.at("in/*")}, to_, machine).end,
+  const auto services = servicesWhere(1, [&] { fs::remove(tree_.at("in/*")); });
+  EXPECT_EQ(archived({tree_.at("in/film"), tree_.at("in/*")}, to_, services).end,
             ZipEngine::Archived::End::incomplete);
   EXPECT_TRUE(entriesOf(tree_.at("kept")).empty());
 }
@@ -198,14 +198,14 @@ TEST_F(RealZip, takes_thousands_of_items_in_more_than_one_run) {
   put("film", "film");
   paths.push_back(tree_.at("in/film"));
   int runs = 0;
-  ZipEngine::Machine machine;
-  machine.run = [&runs](const std::string& path, const std::vector<std::string>& args,
-                        double timeout, const std::string& cwd,
-                        const std::function<bool()>& isCancelled) {
+  ZipEngine::Services services;
+  services.run = [&runs](const std::string& path, const std::vector<std::string>& args,
+                         double timeout, const std::string& cwd,
+                         const std::function<bool()>& isCancelled) {
     ++runs;
     return Shell::runToEnd(path, args, timeout, cwd, isCancelled);
   };
-  EXPECT_TRUE(archive(paths, to_, machine));
+  EXPECT_TRUE(archive(paths, to_, services));
   EXPECT_GE(runs, 3);
   EXPECT_TRUE(isSound(to_));
   EXPECT_TRUE(unpacked(to_) == contentsOf(tree_.at("in")));
@@ -240,14 +240,14 @@ TEST_F(RealZip, makes_no_archive_in_a_missing_folder) {
 TEST_F(RealZip, makes_no_archive_when_its_time_is_over) {
   put("film", "film");
   Hold hold(tree_.at("hold"));
-  ZipEngine::Machine machine;
+  ZipEngine::Services services;
   // A tool that runs until it is stopped, with no time left.
-  machine.run = [&](const std::string&, const std::vector<std::string>& args, double,
-                    const std::string& cwd, const std::function<bool()>& isCancelled) {
+  services.run = [&](const std::string&, const std::vector<std::string>& args, double,
+                     const std::string& cwd, const std::function<bool()>& isCancelled) {
     putFile(args[2], "half");
     return Shell::runToEnd(testTool(), {"hold", hold.path()}, 0, cwd, isCancelled);
   };
-  EXPECT_FALSE(archive({tree_.at("in/film")}, to_, machine));
+  EXPECT_FALSE(archive({tree_.at("in/film")}, to_, services));
   EXPECT_TRUE(entriesOf(tree_.at("kept")).empty());
 }
 
@@ -296,18 +296,18 @@ TEST_F(FullDisk, an_archive_of_the_first_run_alone_is_not_complete) {
   put("film", noise(std::size_t{4} << 20));
   paths.push_back(tree_.at("in/film"));
   expectOnSmallDisk([&]() -> std::string {
-    ZipEngine::Machine machine;
+    ZipEngine::Services services;
     int runs = 0;
-    machine.run = [&runs](const std::string& path, const std::vector<std::string>& args,
-                          double timeout, const std::string& cwd,
-                          const std::function<bool()>& isCancelled) {
+    services.run = [&runs](const std::string& path, const std::vector<std::string>& args,
+                           double timeout, const std::string& cwd,
+                           const std::function<bool()>& isCancelled) {
       ++runs;
       // The first run packs one name only: the entries of so many long names would fill the disk by
       // themselves.
       const auto end = runs == 1 ? args.begin() + 4 : args.end();
       return Shell::runToEnd(path, {args.begin(), end}, timeout, cwd, isCancelled);
     };
-    if (archive(paths, to_, machine)) return "there is an archive";
+    if (archive(paths, to_, services)) return "there is an archive";
     if (runs < 2) return "there was one run";
     return entriesOf(tree_.at("kept")).empty() ? "" : "something is left";
   });

@@ -107,20 +107,20 @@ class ZipRuns : public testing::Test {
   ZipEngine::Archived archive(const std::vector<std::string>& paths) { return archive(paths, to_); }
   ZipEngine::Archived archive(const std::vector<std::string>& paths, const std::string& to,
                               const std::function<bool()>& isGivenUp = {}) {
-    ZipEngine::Machine machine;
-    machine.run = [this](const std::string& path, const std::vector<std::string>& args,
-                         double timeout, const std::string& cwd, const std::function<bool()>&) {
+    ZipEngine::Services services;
+    services.run = [this](const std::string& path, const std::vector<std::string>& args,
+                          double timeout, const std::string& cwd, const std::function<bool()>&) {
       asked_.push_back({path, args, timeout, cwd});
       now_ += taken_;
       return during_();
     };
-    machine.now = [this] { return now_; };
+    services.now = [this] { return now_; };
     const Result<FileIdentity> old = FileIdentity::of(to);
     return ZipEngine::archive({.paths = paths,
                                .to = to,
                                .replaced = old ? std::optional(old.value()) : std::nullopt,
                                .isGivenUp = isGivenUp},
-                              machine);
+                              services);
   }
   bool isMade(const std::vector<std::string>& paths) { return archive(paths).end == End::made; }
   End endFor(const std::vector<std::string>& paths, const std::string& to) {

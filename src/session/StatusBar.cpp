@@ -7,12 +7,12 @@
 namespace tessaly {
 
 StatusBar::StatusBar(ScanSession& session, LoginItem& loginItem, StatusBarExtra& extra,
-                     Program program, QObject* parent)
+                     Services services, QObject* parent)
     : QObject(parent),
       session_(session),
       loginItem_(loginItem),
       extra_(extra),
-      program_(std::move(program)),
+      services_(std::move(services)),
       openAtLogin_(loginItem.isEnabled()) {
   connect(&session_, &ScanSession::diskChanged, this, &StatusBar::showDisk);
   showDisk();
@@ -29,19 +29,19 @@ void StatusBar::showDisk() {
 
 void StatusBar::showMenu() {
   const StatusMenu::Actions actions = {
-      .open = program_.showMainWindow,
+      .open = services_.showMainWindow,
       .quickSearch =
           [this] {
-            program_.activate();
+            services_.activate();
             session_.setSearchOpen(true);
           },
       .scanHome =
           [this] {
             session_.scan(session_.homeDirectory());
-            program_.activate();
+            services_.activate();
           },
       .toggleOpenAtLogin = [this] { toggleOpenAtLogin(); },
-      .quit = program_.quit,
+      .quit = services_.quit,
   };
   extra_.setMenu(StatusMenu::entries(session_.disk(), openAtLogin_, actions));
 }

@@ -19,13 +19,13 @@ class StatusBar : public QObject {
 
  public:
   // What the program does as a whole.
-  struct Program {
+  struct Services {
     std::function<void()> showMainWindow;
     std::function<void()> activate;
     std::function<void()> quit;
   };
 
-  StatusBar(ScanSession& session, LoginItem& loginItem, StatusBarExtra& extra, Program program,
+  StatusBar(ScanSession& session, LoginItem& loginItem, StatusBarExtra& extra, Services services,
             QObject* parent = nullptr);
   ~StatusBar() override;
 
@@ -39,7 +39,7 @@ class StatusBar : public QObject {
   ScanSession& session_;
   LoginItem& loginItem_;
   StatusBarExtra& extra_;
-  Program program_;
+  Services services_;
   bool openAtLogin_;
 };
 

@@ -101,14 +101,14 @@ class StatusBarTest : public testing::Test {
   void makeBar() {
     bar_ = std::make_unique<StatusBar>(
         *session_, login_, extra_,
-        StatusBar::Program{.showMainWindow = [this] { done_.emplace_back("show"); },
-                           .activate =
-                               [this] {
-                                 done_.emplace_back("activate");
-                                 wasSearching_ = session_->searchOpen();
-                                 wasScanning_ = session_->status() == ScanStatus::scanning;
-                               },
-                           .quit = [this] { done_.emplace_back("quit"); }});
+        StatusBar::Services{.showMainWindow = [this] { done_.emplace_back("show"); },
+                            .activate =
+                                [this] {
+                                  done_.emplace_back("activate");
+                                  wasSearching_ = session_->searchOpen();
+                                  wasScanning_ = session_->status() == ScanStatus::scanning;
+                                },
+                            .quit = [this] { done_.emplace_back("quit"); }});
   }
 
   FakeMachine machine_;

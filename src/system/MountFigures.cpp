@@ -107,11 +107,11 @@ std::optional<std::int64_t> itemsIn(const std::vector<std::optional<Trashes>>& a
 
 class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
  public:
-  Looks(Machine machine, const Places& places)
-      : volumes_(std::move(machine.volumes)),
-        volumeUsage_(std::move(machine.volumeUsage)),
+  Looks(Services services, const Places& places)
+      : volumes_(std::move(services.volumes)),
+        volumeUsage_(std::move(services.volumeUsage)),
         places_(places),
-        calls_(machine.dispatch) {
+        calls_(services.dispatch) {
     if (!volumeUsage_) volumeUsage_ = [] { return DiskSpace::volumeUsage(); };
   }
 
@@ -241,8 +241,8 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
   Requests<std::int64_t> trash_;
 };
 
-MountFigures::MountFigures(Machine machine, const Places& places)
-    : looks_(std::make_shared<Looks>(std::move(machine), places)) {}
+MountFigures::MountFigures(Services services, const Places& places)
+    : looks_(std::make_shared<Looks>(std::move(services), places)) {}
 
 MountFigures::~MountFigures() = default;
 

@@ -25,13 +25,13 @@ class MountFigures final : public MachineFigures {
   static constexpr std::chrono::seconds volumePatience{6};
   static constexpr std::chrono::seconds trashPatience{6};
 
-  struct Machine {
+  struct Services {
     Dispatch& dispatch;                       // must outlive the object
     std::shared_ptr<MountedVolumes> volumes;  // kept alive while any volume has not answered
     VolumeUsage volumeUsage = {};             // empty: DiskSpace::volumeUsage
   };
 
-  explicit MountFigures(Machine machine, const Places& places = Places::current());
+  explicit MountFigures(Services services, const Places& places = Places::current());
   ~MountFigures() override;
 
   void askDisk(Take<DiskUsage> take) override;

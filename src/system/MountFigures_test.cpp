@@ -59,7 +59,7 @@ class MountFiguresTest : public testing::Test {
 
   std::unique_ptr<MountFigures> freshFigures() {
     return std::make_unique<MountFigures>(
-        MountFigures::Machine{
+        MountFigures::Services{
             .dispatch = dispatch_, .volumes = machine_, .volumeUsage = [this] { return usage_; }},
         Places::forLinux());
   }

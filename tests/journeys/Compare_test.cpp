@@ -13,7 +13,7 @@
 #include <QTimer>
 
 #include "app/Application.h"
-#include "fixture/Seams.h"
+#include "fixture/Services.h"
 #include "journeys/Journey.h"
 #include "support/WindowItems.h"
 
@@ -129,16 +129,16 @@ class CompareWithPanel : public testing::Test {
   }
 
   // All of it fakes but the panel.
-  Application::Seams seams() {
-    Application::Seams seams = seamsOf(machine_, tree_.path());
-    seams.folderPanel = nullptr;
-    return seams;
+  Application::Services services() {
+    Application::Services services = servicesOf(machine_, tree_.path());
+    services.folderPanel = nullptr;
+    return services;
   }
 
   TempTree tree_{twoFolders};
   FakeMachine machine_;
   HandSteppedDispatch& dispatch_ = machine_.dispatch;
-  Application application_{seams()};
+  Application application_{services()};
 };
 
 TEST_F(CompareWithPanel, says_what_the_choice_is_for) {

@@ -144,12 +144,12 @@ struct Looks {
   std::vector<std::string> seen;
 
   Journey::Lend lend() {
-    return [this](Application::Seams& seams) {
-      seams.access = [this] {
+    return [this](Application::Services& services) {
+      services.access = [this] {
         seen.emplace_back("access");
         return isGranted;
       };
-      seams.volumeUsage = [this] {
+      services.volumeUsage = [this] {
         seen.emplace_back("disk");
         return DiskUsage{.total = 1000, .used = 400, .free = 600, .usedPercent = usedPercent};
       };

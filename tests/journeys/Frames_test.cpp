@@ -100,7 +100,8 @@ struct Closed {
   bool isGranted = false;
 
   Journey::Lend lend() {
-    return [this](Application::Seams& seams) { seams.access = [this] { return isGranted; }; };
+    return
+        [this](Application::Services& services) { services.access = [this] { return isGranted; }; };
   }
 };
 

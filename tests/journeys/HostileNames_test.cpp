@@ -53,10 +53,10 @@ class HostileNames : public Journey {
   explicit HostileNames(bool scans = true, bool realPreview = false)
       : Journey(hostile + "/\n  in" + hostile + "/\n    deep" + hostile + " 3M\n" + "file" +
                     hostile + " 2M\n",
-                [realPreview](Application::Seams& seams) {
-                  seams.run = runOfDf;
-                  seams.walk = walkToldOfOneName;
-                  if (realPreview) seams.previewPanel = nullptr;
+                [realPreview](Application::Services& services) {
+                  services.run = runOfDf;
+                  services.walk = walkToldOfOneName;
+                  if (realPreview) services.previewPanel = nullptr;
                 }) {
     QAccessible::setActive(true);
     machine_.settings.setTexts(ScanStore::pinsKey, {"/srv/" + hostile});

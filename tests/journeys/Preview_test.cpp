@@ -71,7 +71,8 @@ TEST_F(Preview, does_not_come_under_a_question) {
 // The panel that the program makes by itself.
 class RealPreview : public Journey {
  protected:
-  RealPreview() : Journey(files, [](Application::Seams& seams) { seams.previewPanel = nullptr; }) {
+  RealPreview()
+      : Journey(files, [](Application::Services& services) { services.previewPanel = nullptr; }) {
     session().scanHome();
     finishScan();
   }

@@ -8,7 +8,7 @@
 #include <QTest>
 
 #include "app/Application.h"
-#include "fixture/Seams.h"
+#include "fixture/Services.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -90,7 +90,7 @@ pid_t ProgramOnDesktop::programBehind(const QString& item) {
 
 QPoint ProgramOnDesktop::middleOf(const QString& name) const {
   FakeMachine machine;
-  Application application(seamsOf(machine, home_.path()));
+  Application application(servicesOf(machine, home_.path()));
   application.window().show();
   settle(application.window());
   return tessaly::middleOf(itemNamed(application.window(), name));

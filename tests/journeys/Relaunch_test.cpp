@@ -17,7 +17,7 @@
 #include <QTest>
 
 #include "app/Application.h"
-#include "fixture/Seams.h"
+#include "fixture/Services.h"
 #include "platform/Deadline.h"
 #include "platform/Process.h"
 #include "support/Needs.h"
@@ -58,7 +58,7 @@ class RelaunchTest : public testing::Test {
   QPoint middleOf(const QString& name) {
     FakeMachine machine;
     machine.isAccessGranted = false;
-    Application application(seamsOf(machine, home_.path()));
+    Application application(servicesOf(machine, home_.path()));
     application.window().show();
     settle(application.window());
     return tessaly::middleOf(itemNamed(application.window(), name));

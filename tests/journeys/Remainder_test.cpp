@@ -49,9 +49,9 @@ DiskNode crowded(const std::string& root) {
 class RemainderJourney : public Journey {
  protected:
   RemainderJourney()
-      : Journey("film.mp4 12M\n", [](Application::Seams& seams) {
-          seams.walk = [](const std::string& root, const DiskScanner::Callbacks&,
-                          const DiskScanner::Options&) { return crowded(root); };
+      : Journey("film.mp4 12M\n", [](Application::Services& services) {
+          services.walk = [](const std::string& root, const DiskScanner::Callbacks&,
+                             const DiskScanner::Options&) { return crowded(root); };
         }) {
     for (const char* name : files) {
       putFile(tree_.at(name), name);

@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-#include "fixture/Seams.h"
+#include "fixture/Services.h"
 #include "look/MarrowTheme.h"
 #include "support/WindowItems.h"
 #include "treemap/NodeTint.h"
@@ -50,7 +50,7 @@ QRgb at(const QImage& screen, double x, double y) {
 
 }  // namespace
 
-ScreenTwin::ScreenTwin(const std::string& home) : application_(seamsOf(machine_, home)) {
+ScreenTwin::ScreenTwin(const std::string& home) : application_(servicesOf(machine_, home)) {
   application_.window().show();
   settle(application_.window());
 }

@@ -82,16 +82,16 @@ class SmallWindow : public Journey {
   }
 
   // A disk with a long name and folders with longer ones.
-  static void lend(Application::Seams& seams) {
-    seams.run = [](const std::string& path, const std::vector<std::string>& args, double) {
+  static void lend(Application::Services& services) {
+    services.run = [](const std::string& path, const std::vector<std::string>& args, double) {
       if (path != "/bin/df") return noTools(path, args);
       return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
              "/dev/sda1 900000000 500000000 400000000 56% /\n"
              "/dev/sdb1 900000000 500000000 400000000 56% " +
              disk + "\n";
     };
-    seams.walk = [](const std::string& root, const DiskScanner::Callbacks&,
-                    const DiskScanner::Options&) {
+    services.walk = [](const std::string& root, const DiskScanner::Callbacks&,
+                       const DiskScanner::Options&) {
       const std::string outer = root + "/A folder with a name as long as names hardly ever are";
       const std::string inner = outer + "/And one inside of it whose name is no shorter than that";
       return folder(

@@ -55,12 +55,12 @@ struct Keeping {
   int walks = 0;
 
   Journey::Lend lend() {
-    return [this](Application::Seams& seams) {
+    return [this](Application::Services& services) {
       settings = std::make_unique<SettingsFile>(state.at("settings/settings.json"));
-      seams.settings = settings.get();
-      seams.trash = &trash;
-      seams.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
-                          const DiskScanner::Options& options) {
+      services.settings = settings.get();
+      services.trash = &trash;
+      services.walk = [this](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                             const DiskScanner::Options& options) {
         ++walks;
         return DiskScanner::scan(root, callbacks, options);
       };

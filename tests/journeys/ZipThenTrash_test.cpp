@@ -50,7 +50,7 @@ class ZipJourney : protected Disk, public Journey {
             "    end.mp4 1M\n"
             "-notes\\n 2M\n"
             "caf\\xE9.zip 2M\n",
-            [this](Application::Seams& seams) { seams.trash = &trash; }) {
+            [this](Application::Services& services) { services.trash = &trash; }) {
     putFile(tree_.at("Movies/beach.mp4"), std::string(6 << 20, 'b'));
     putFile(tree_.at("-notes\n"), std::string(2 << 20, 'n'));
     machine_.savePanel.answer = archive();

@@ -84,9 +84,9 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
 }
 
 // What its disk holds, and what its clocks show.
-void lend(Application::Seams& seams, bool canBeRead) {
-  seams.walk = [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
-                           const DiskScanner::Options&) {
+void lend(Application::Services& services, bool canBeRead) {
+  services.walk = [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                              const DiskScanner::Options&) {
     callbacks.progress("Scanning " + root + "/Code/atlas/target");
     callbacks.percent(0.42);
     DiskNode::Fields nothing;
@@ -94,16 +94,16 @@ void lend(Application::Seams& seams, bool canBeRead) {
     nothing.isDir = true;
     return canBeRead ? fixtureTree() : DiskNode(nothing);
   };
-  seams.run = run;
-  seams.volumeUsage = [] {
+  services.run = run;
+  services.volumeUsage = [] {
     return DiskUsage{.total = 499963174912,
                      .used = 405436694528,
                      .free = 94526480384,
                      .usedPercent = 81.1,
                      .purgeable = 0};
   };
-  seams.now = [] { return ScanSession::Clock::time_point(); };
-  seams.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
+  services.now = [] { return ScanSession::Clock::time_point(); };
+  services.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
 }
 
 // What the machine and the last run have left for this one.
@@ -145,9 +145,9 @@ int PictureWindow::pixelsAPoint(Screen screen) {
 PictureWindow::PictureWindow(Screen screen, std::optional<QSize> size)
     : fixture_(
           machine_, fixtureHome,
-          [this, screen](Application::Seams& seams) {
+          [this, screen](Application::Services& services) {
             prepare(machine_, screen);
-            lend(seams, screen != Screen::failed);
+            lend(services, screen != Screen::failed);
           },
           [screen, size](QQuickWindow& window) {
             window.resize(size.value_or(factsOf(screen).size));

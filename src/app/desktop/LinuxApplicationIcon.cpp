@@ -24,13 +24,13 @@ std::optional<std::int64_t> countIn(std::string_view text) {
 
 }  // namespace
 
-LinuxApplicationIcon::Desktop LinuxApplicationIcon::Desktop::real() {
+LinuxApplicationIcon::Services LinuxApplicationIcon::Services::real() {
   constexpr int untilActive = 0;
   return {SessionBus::connectToReal, [](QWindow& window) { window.alert(untilActive); }};
 }
 
-LinuxApplicationIcon::LinuxApplicationIcon(Dispatch& dispatch, Desktop desktop)
-    : alert_(std::move(desktop.alert)), bus_(dispatch, std::move(desktop.connect)) {}
+LinuxApplicationIcon::LinuxApplicationIcon(Dispatch& dispatch, Services services)
+    : alert_(std::move(services.alert)), bus_(dispatch, std::move(services.connect)) {}
 
 // A dock that starts later knows nothing of a badge set before, so every one goes out, also where
 // it says the same again.

@@ -20,15 +20,15 @@ namespace tessaly {
 class LinuxApplicationIcon final : public ApplicationIcon {
  public:
   // How it reaches the desktop.
-  struct Desktop {
+  struct Services {
     SessionBus::Connect connect;
     // Marks a window as one that wants attention, until it becomes active.
     std::function<void(QWindow& window)> alert;
 
-    static Desktop real();
+    static Services real();
   };
 
-  explicit LinuxApplicationIcon(Dispatch& dispatch, Desktop desktop = Desktop::real());
+  explicit LinuxApplicationIcon(Dispatch& dispatch, Services services = Services::real());
 
   // The window that asks for attention; not owned, and it may go before the icon does. Until there
   // is one, requestAttention() does nothing.

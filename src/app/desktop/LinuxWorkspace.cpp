@@ -34,8 +34,8 @@ std::string parentOf(const std::string& path) {
 }
 
 // The file manager is started by the bus when none runs, so the answer may take a while.
-bool showItems(const LinuxWorkspace::Desktop& desktop, const std::vector<std::string>& paths) {
-  QDBusConnection bus = desktop.sessionBus();
+bool showItems(const LinuxWorkspace::Services& services, const std::vector<std::string>& paths) {
+  QDBusConnection bus = services.sessionBus();
   if (!bus.isConnected()) return false;
   QDBusMessage message = QDBusMessage::createMethodCall(
       QStringLiteral("org.freedesktop.FileManager1"),
@@ -47,7 +47,7 @@ bool showItems(const LinuxWorkspace::Desktop& desktop, const std::vector<std::st
   return bus.call(message).type() == QDBusMessage::ReplyMessage;
 }
 
-void revealNow(const LinuxWorkspace::Desktop& desktop, const std::vector<std::string>& paths) {
+void revealNow(const LinuxWorkspace::Services& services, const std::vector<std::string>& paths) {
   std::vector<std::string> present;
   std::vector<std::string> folders;
   const auto addFolder = [&folders](const std::string& path) {
@@ -61,17 +61,17 @@ void revealNow(const LinuxWorkspace::Desktop& desktop, const std::vector<std::st
     else
       addFolder(path);
   }
-  if (!present.empty() && !showItems(desktop, present))
+  if (!present.empty() && !showItems(services, present))
     for (const auto& path : present) addFolder(path);
   for (const auto& folder : folders)
-    if (exists(folder)) desktop.openUri(fileUri(folder));
+    if (exists(folder)) services.openUri(fileUri(folder));
 }
 
-void openNow(const LinuxWorkspace::Desktop& desktop, const std::string& path) {
+void openNow(const LinuxWorkspace::Services& services, const std::string& path) {
   if (canBeOpened(path)) {
-    desktop.openUri(fileUri(path));
+    services.openUri(fileUri(path));
   } else if (const std::string folder = parentOf(path); exists(folder)) {
-    desktop.openUri(fileUri(folder));
+    services.openUri(fileUri(folder));
   }
 }
 
@@ -87,26 +87,26 @@ void startXdgOpen(const std::string& uri) {
 
 }  // namespace
 
-LinuxWorkspace::Desktop LinuxWorkspace::Desktop::real() {
+LinuxWorkspace::Services LinuxWorkspace::Services::real() {
   return {[] { return QDBusConnection::sessionBus(); }, startXdgOpen};
 }
 
-LinuxWorkspace::LinuxWorkspace(Dispatch& dispatch, Desktop desktop)
+LinuxWorkspace::LinuxWorkspace(Dispatch& dispatch, Services services)
     : dispatch_(dispatch),
-      desktop_{
-          std::move(desktop.sessionBus),
-          [isClosed = isClosed_, openUri = std::move(desktop.openUri)](const std::string& uri) {
+      services_{
+          std::move(services.sessionBus),
+          [isClosed = isClosed_, openUri = std::move(services.openUri)](const std::string& uri) {
             if (!*isClosed) openUri(uri);
           }} {}
 
 void LinuxWorkspace::reveal(const std::vector<std::string>& paths) {
   dispatch_.async(Dispatch::Queue::userInitiated,
-                  [desktop = desktop_, paths] { revealNow(desktop, paths); });
+                  [services = services_, paths] { revealNow(services, paths); });
 }
 
 void LinuxWorkspace::open(const std::string& path) {
   dispatch_.async(Dispatch::Queue::userInitiated,
-                  [desktop = desktop_, path] { openNow(desktop, path); });
+                  [services = services_, path] { openNow(services, path); });
 }
 
 }  // namespace tessaly

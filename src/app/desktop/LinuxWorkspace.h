@@ -23,15 +23,15 @@ namespace tessaly {
 class LinuxWorkspace : public Workspace {
  public:
   // How it reaches the desktop. Both are called on a worker thread.
-  struct Desktop {
+  struct Services {
     std::function<QDBusConnection()> sessionBus;
     // Opens a URI in its default application, without waiting for it.
     std::function<void(const std::string& uri)> openUri;
 
-    static Desktop real();
+    static Services real();
   };
 
-  explicit LinuxWorkspace(Dispatch& dispatch, Desktop desktop = Desktop::real());
+  explicit LinuxWorkspace(Dispatch& dispatch, Services services = Services::real());
 
   // For a program that is about to end: from now on nothing is opened any more, not in the place of
   // a file manager that does not answer either.
@@ -46,7 +46,7 @@ class LinuxWorkspace : public Workspace {
   Dispatch& dispatch_;
   // Known to the workers too, which may outlive this object.
   std::shared_ptr<std::atomic<bool>> isClosed_ = std::make_shared<std::atomic<bool>>(false);
-  Desktop desktop_;
+  Services services_;
 };
 
 }  // namespace tessaly

@@ -187,7 +187,7 @@ TEST_F(StartedXdgOpen, gets_the_uri_and_is_seen_off_when_it_ends) {
   Hold hold(folder_.at("hold"));
   plantXdgOpen(hold.path());
   const OwnProcess before = OwnProcess::now();
-  LinuxWorkspace::Desktop::real().openUri("file:///a%20b");
+  LinuxWorkspace::Services::real().openUri("file:///a%20b");
   EXPECT_EQ(told(), "file:///a%20b\n");
   EXPECT_TRUE(OwnProcess::now().hasChildren);
   hold.release();
@@ -198,7 +198,7 @@ TEST_F(StartedXdgOpen, gets_the_uri_and_is_seen_off_when_it_ends) {
 
 TEST_F(StartedXdgOpen, is_missed_in_silence) {
   const OwnProcess before = OwnProcess::now();
-  LinuxWorkspace::Desktop::real().openUri("file:///a%20b");
+  LinuxWorkspace::Services::real().openUri("file:///a%20b");
   EXPECT_EQ(OwnProcess::now(), before);
 }
 

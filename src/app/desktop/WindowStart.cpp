@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-WindowStart::WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Window window)
-    : dispatch_(dispatch), extra_(extra), window_(std::move(window)) {
+WindowStart::WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Services services)
+    : dispatch_(dispatch), extra_(extra), services_(std::move(services)) {
   extra_.setPresenceChanged([this] { followPresence(); });
   followPresence();
 }
@@ -30,7 +30,7 @@ void WindowStart::begin(bool startHidden) {
 }
 
 void WindowStart::followPresence() {
-  window_.setQuitsOnClose(WindowPolicy::quitsOnClose(extra_.presence()));
+  services_.setQuitsOnClose(WindowPolicy::quitsOnClose(extra_.presence()));
   decide();
 }
 
@@ -39,7 +39,7 @@ void WindowStart::decide() {
   const auto start = WindowPolicy::atStart(startHidden_, extra_.presence(), hasWaited_);
   if (start == WindowPolicy::Start::wait) return;
   isSettled_ = true;
-  if (start == WindowPolicy::Start::show) window_.show();
+  if (start == WindowPolicy::Start::show) services_.show();
 }
 
 }  // namespace tessaly

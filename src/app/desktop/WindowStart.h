@@ -12,7 +12,7 @@ namespace tessaly {
 
 class WindowStart {
  public:
-  struct Window {
+  struct Services {
     std::function<void()> show;
     std::function<void(bool)> setQuitsOnClose;
   };
@@ -21,7 +21,7 @@ class WindowStart {
   static constexpr std::chrono::milliseconds patience{2000};
 
   // Takes over extra.setPresenceChanged(). The extra and the dispatch outlive it.
-  WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Window window);
+  WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Services services);
   ~WindowStart();
   WindowStart(const WindowStart&) = delete;
   WindowStart& operator=(const WindowStart&) = delete;
@@ -38,7 +38,7 @@ class WindowStart {
 
   Dispatch& dispatch_;
   StatusBarExtra& extra_;
-  Window window_;
+  Services services_;
   bool startHidden_ = false;
   bool hasWaited_ = false;
   bool isSettled_ = true;

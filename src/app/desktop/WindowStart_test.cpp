@@ -44,8 +44,8 @@ class WindowStartTest : public testing::Test {
   bool quitsOnClose_ = false;
   std::unique_ptr<WindowStart> start_ = std::make_unique<WindowStart>(
       dispatch_, extra_,
-      WindowStart::Window{.show = [this] { ++shows_; },
-                          .setQuitsOnClose = [this](bool quits) { quitsOnClose_ = quits; }});
+      WindowStart::Services{.show = [this] { ++shows_; },
+                            .setQuitsOnClose = [this](bool quits) { quitsOnClose_ = quits; }});
 };
 
 TEST_F(WindowStartTest, shows_the_window_once) {

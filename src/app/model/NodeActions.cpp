@@ -6,35 +6,35 @@
 
 namespace tessaly {
 
-NodeActions::NodeActions(Doors doors, QObject* parent)
-    : QObject(parent), doors_(std::move(doors)) {}
+NodeActions::NodeActions(Services services, QObject* parent)
+    : QObject(parent), services_(std::move(services)) {}
 
 void NodeActions::give(const NodeHandle& node, const OnPath& act) {
   if (node.isValid() && !isRemainder(*node.node())) act(node.node()->path());
 }
 
 void NodeActions::reveal(const NodeHandle& node) {
-  give(node, [this](const std::string& path) { doors_.workspace.reveal({path}); });
+  give(node, [this](const std::string& path) { services_.workspace.reveal({path}); });
 }
 
 void NodeActions::open(const NodeHandle& node) {
-  give(node, [this](const std::string& path) { doors_.workspace.open(path); });
+  give(node, [this](const std::string& path) { services_.workspace.open(path); });
 }
 
 void NodeActions::quickLook(const NodeHandle& node) {
-  give(node, doors_.quickLook);
+  give(node, services_.quickLook);
 }
 
 void NodeActions::copyPath(const NodeHandle& node) {
-  give(node, [this](const std::string& path) { doors_.pasteboard.setText(path); });
+  give(node, [this](const std::string& path) { services_.pasteboard.setText(path); });
 }
 
 void NodeActions::openTerminal(const NodeHandle& node) {
-  give(node, doors_.openTerminal);
+  give(node, services_.openTerminal);
 }
 
 void NodeActions::openInEditor(const NodeHandle& node) {
-  give(node, doors_.openInEditor);
+  give(node, services_.openInEditor);
 }
 
 }  // namespace tessaly

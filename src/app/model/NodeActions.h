@@ -24,7 +24,7 @@ class NodeActions : public QObject {
  public:
   using OnPath = std::function<void(const std::string& path)>;
 
-  struct Doors {
+  struct Services {
     Workspace& workspace;
     Pasteboard& pasteboard;
     OnPath quickLook;
@@ -32,7 +32,7 @@ class NodeActions : public QObject {
     OnPath openInEditor;
   };
 
-  explicit NodeActions(Doors doors, QObject* parent = nullptr);
+  explicit NodeActions(Services services, QObject* parent = nullptr);
 
   // Each does nothing for a handle without a node, or with one that is no item of the disk.
   Q_INVOKABLE void reveal(const tessaly::NodeHandle& node);
@@ -45,7 +45,7 @@ class NodeActions : public QObject {
  private:
   static void give(const NodeHandle& node, const OnPath& act);
 
-  Doors doors_;
+  Services services_;
 };
 
 }  // namespace tessaly

@@ -107,9 +107,9 @@ int startAnother(const std::string& application, std::ostream& err, const Progra
 
 }  // namespace
 
-int open(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
+int open(const std::vector<std::string>& args, Streams streams, const Services& services) {
   if (args.size() == 2 && args[0] == "-n")
-    return startAnother(args[1], streams.err, seams.programs);
+    return startAnother(args[1], streams.err, services.programs);
   if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
     streams.out << "Usage: tessaly-tools open [-a APPLICATION] PATH\n"
                    "       tessaly-tools open -n PROGRAM\n"
@@ -137,7 +137,7 @@ int open(const std::vector<std::string>& args, Streams streams, const Seams& sea
     }
     return failed;
   }
-  const Programs& programs = seams.programs;
+  const Programs& programs = services.programs;
   if (!programs.haveDisplay()) {
     streams.err << "open: there is no display to open a window on\n";
     return failed;

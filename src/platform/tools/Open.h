@@ -18,6 +18,6 @@ namespace tessaly::tools {
 // application.
 //
 // Returns `done` only if a program was started and, without a name, if xdg-open succeeded.
-int open(const std::vector<std::string>& args, Streams streams, const Seams& seams);
+int open(const std::vector<std::string>& args, Streams streams, const Services& services);
 
 }  // namespace tessaly::tools

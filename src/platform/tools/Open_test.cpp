@@ -63,7 +63,7 @@ class OpenTest : public testing::Test {
           return exit_;
         },
     };
-    return open(args, {.out = out_, .err = err_}, Seams{.trash = trash, .programs = programs});
+    return open(args, {.out = out_, .err = err_}, Services{.trash = trash, .programs = programs});
   }
 
   // The command for a folder "/.../desk/folder", which is written as DIR.

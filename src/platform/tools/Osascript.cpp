@@ -65,7 +65,7 @@ int emptyTrash(Streams streams, TrashCan& trash) {
 
 }  // namespace
 
-int osascript(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
+int osascript(const std::vector<std::string>& args, Streams streams, const Services& services) {
   if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
     streams.out << "Usage: tessaly-tools osascript -e SCRIPT\n"
                    "\n"
@@ -79,8 +79,8 @@ int osascript(const std::vector<std::string>& args, Streams streams, const Seams
     streams.err << "usage: osascript -e SCRIPT\n";
     return misused;
   }
-  if (args[1] == countScript) return countTrash(streams, seams.trash);
-  if (args[1] == emptyScript) return emptyTrash(streams, seams.trash);
+  if (args[1] == countScript) return countTrash(streams, services.trash);
+  if (args[1] == emptyScript) return emptyTrash(streams, services.trash);
   streams.err << "0:" << args[1].size()
               << ": execution error: this script is not understood (-1708)\n";
   return failed;

@@ -9,6 +9,6 @@
 namespace tessaly::tools {
 
 // `args` without the tool's own name: "-e" and a script, or "--help".
-int osascript(const std::vector<std::string>& args, Streams streams, const Seams& seams);
+int osascript(const std::vector<std::string>& args, Streams streams, const Services& services);
 
 }  // namespace tessaly::tools

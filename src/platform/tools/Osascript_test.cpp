@@ -35,7 +35,7 @@ class OsascriptTest : public testing::Test {
   std::ostringstream err_;
 
   int run(const std::vector<std::string>& args) {
-    return osascript(args, {.out = out_, .err = err_}, Seams{.trash = trash_});
+    return osascript(args, {.out = out_, .err = err_}, Services{.trash = trash_});
   }
 
   void expectLineOfError(const std::string& part) const {

@@ -15,7 +15,7 @@ namespace {
 struct Subcommand {
   std::string_view name;
   std::string_view purpose;
-  int (*run)(const std::vector<std::string>& args, Streams streams, const Seams& seams);
+  int (*run)(const std::vector<std::string>& args, Streams streams, const Services& services);
 };
 
 constexpr std::array<Subcommand, 2> subcommands = {{
@@ -37,7 +37,7 @@ void printHelp(std::ostream& out) {
 
 }  // namespace
 
-int run(const std::vector<std::string>& args, Streams streams, const Seams& seams) {
+int run(const std::vector<std::string>& args, Streams streams, const Services& services) {
   if (args.empty()) {
     streams.err << "tessaly-tools: which tool? See tessaly-tools --help\n";
     return misused;
@@ -54,7 +54,7 @@ int run(const std::vector<std::string>& args, Streams streams, const Seams& seam
                 << "\". See tessaly-tools --help\n";
     return misused;
   }
-  return found->run({args.begin() + 1, args.end()}, streams, seams);
+  return found->run({args.begin() + 1, args.end()}, streams, services);
 }
 
 }  // namespace tessaly::tools

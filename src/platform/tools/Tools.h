@@ -19,14 +19,14 @@ struct Streams {
   std::ostream& err;
 };
 
-// Services that the subcommands use.
-struct Seams {
+// What the subcommands use.
+struct Services {
   TrashCan& trash;
   Programs programs = Programs::real();
 };
 
 // Runs the subcommand at the beginning of `args`, or "--help", and returns the exit status. An
 // error is printed as one line to `err`, and then nothing to `out`.
-int run(const std::vector<std::string>& args, Streams streams, const Seams& seams);
+int run(const std::vector<std::string>& args, Streams streams, const Services& services);
 
 }  // namespace tessaly::tools

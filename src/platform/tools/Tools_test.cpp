@@ -22,7 +22,7 @@ class ToolsTest : public testing::Test {
   std::ostringstream err_;
 
   int run(const std::vector<std::string>& args) {
-    return tools::run(args, {.out = out_, .err = err_}, Seams{.trash = trash_});
+    return tools::run(args, {.out = out_, .err = err_}, Services{.trash = trash_});
   }
 };
 

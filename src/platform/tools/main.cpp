@@ -10,7 +10,7 @@ int main(int count, char** arguments) {
   const std::vector<std::string> args(arguments + (count > 0 ? 1 : 0), arguments + count);
   UserTrashCan trash;
   const int status =
-      tools::run(args, {.out = std::cout, .err = std::cerr}, tools::Seams{.trash = trash});
+      tools::run(args, {.out = std::cout, .err = std::cerr}, tools::Services{.trash = trash});
   if (!std::cout.flush()) {
     std::cerr << "tessaly-tools: the answer cannot be written\n";
     return tools::failed;
