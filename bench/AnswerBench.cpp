@@ -58,7 +58,9 @@ Figures scanOnce(const std::string& folder) {
   FakeStatusBarExtra statusBar;
   FakeHotKey hotKey;
   const TempTree support;
-  Application application({.settings = &settings,
+  Application application({.platform = platformServices(),
+                           .desktop = desktopServices(),
+                           .settings = &settings,
                            .loginItem = &loginItem,
                            .statusBar = &statusBar,
                            .hotKey = &hotKey,

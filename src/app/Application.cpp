@@ -11,23 +11,13 @@
 
 #include "app/controls/Fonts.h"
 #include "app/controls/QtColor.h"
-#include "app/desktop/LinuxApplicationIcon.h"
-#include "app/desktop/LinuxNotifications.h"
-#include "app/desktop/LinuxStatusBarExtra.h"
-#include "app/desktop/QtFolderPanel.h"
-#include "app/desktop/QtPasteboard.h"
-#include "app/desktop/QtSavePanel.h"
 #include "app/desktop/Renderer.h"
-#include "app/desktop/StatusIcon.h"
-#include "app/desktop/X11HotKey.h"
 #include "app/preview/PreviewReader.h"
 #include "app/preview/ReaderProgram.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/Leftovers.h"
-#include "platform/MountedVolumes.h"
 #include "platform/ResolvedPath.h"
-#include "platform/UserTrash.h"
 #include "reclaim/Trash.h"
 #include "system/FullDiskAccess.h"
 #include "system/MountFigures.h"
@@ -90,8 +80,6 @@ void Application::setUpLook() {
   chooseRenderer();
 }
 
-Application::Application() : Application(Services{}) {}
-
 Application::Application(const Services& services) {
   if (services.dispatch == nullptr)
     ownDispatch_ = std::make_unique<ThreadedDispatch>(
@@ -105,12 +93,12 @@ Application::Application(const Services& services) {
   prefs_ = std::make_unique<MarrowPrefs>(settings);
 
   NotificationCenter& notifications = orOwn(services.notifications, ownNotifications_, [&] {
-    return std::make_unique<LinuxNotifications>(dispatch);
+    return services.desktop.makeNotifications(dispatch);
   });
   Workspace& workspace = orOwn(services.workspace, ownWorkspace_,
-                               [&] { return std::make_unique<LinuxWorkspace>(dispatch); });
+                               [&] { return services.desktop.makeWorkspace(dispatch); });
   Pasteboard& pasteboard =
-      orOwn(services.pasteboard, ownPasteboard_, [] { return std::make_unique<QtPasteboard>(); });
+      orOwn(services.pasteboard, ownPasteboard_, [&] { return services.desktop.makePasteboard(); });
 
   access_ = std::make_unique<AccessController>(
       settings, services.access ? services.access : [paths = FullDiskAccess::probePaths(home)] {
@@ -120,22 +108,22 @@ Application::Application(const Services& services) {
       orOwn(services.figures, ownFigures_, [&]() -> std::unique_ptr<MachineFigures> {
         if (services.run || services.volumeUsage)
           return std::make_unique<ToolFigures>(services.run, services.volumeUsage);
-        return std::make_unique<MountFigures>(
-            MountFigures::Services{.dispatch = dispatch, .volumes = mountedVolumes()});
+        return std::make_unique<MountFigures>(MountFigures::Services{
+            .dispatch = dispatch, .volumes = services.platform.makeMountedVolumes()});
       });
   session_ = std::make_unique<ScanSession>(ScanSession::Services{
       .dispatch = dispatch,
       .folderPanel = orOwn(services.folderPanel, ownFolderPanel_,
-                           [&] { return std::make_unique<QtFolderPanel>(home); }),
+                           [&] { return services.desktop.makeFolderPanel(home); }),
       .savePanel = orOwn(services.savePanel, ownSavePanel_,
-                         [&] { return std::make_unique<QtSavePanel>(home); }),
+                         [&] { return services.desktop.makeSavePanel(home); }),
       .workspace = workspace,
       .pasteboard = pasteboard,
-      .icon = orOwn(services.icon, ownIcon_,
-                    [&] { return std::make_unique<LinuxApplicationIcon>(dispatch); }),
+      .icon = orOwn(services.icon, ownIcon_, [&] { return services.desktop.makeIcon(dispatch); }),
       .notifications = notifications,
-      .trash = orOwn(services.trash, ownTrash_,
-                     [] { return std::make_unique<GuardedTrashMover>(userTrash()); }),
+      .trash = orOwn(
+          services.trash, ownTrash_,
+          [&] { return std::make_unique<GuardedTrashMover>(services.platform.makeTrashMover()); }),
       .prefs = *prefs_,
       .homeDirectory = home,
       .supportDirectory = services.supportDirectory,
@@ -144,9 +132,10 @@ Application::Application(const Services& services) {
       .now = services.now,
       .date = services.date,
       .figures = &figures});
-  LoginItem& login = orOwn(services.loginItem, ownLoginItem_, [] { return loginItem(); });
+  LoginItem& login =
+      orOwn(services.loginItem, ownLoginItem_, [&] { return services.platform.makeLoginItem(); });
   installHotKey(
-      orOwn(services.hotKey, ownHotKey_, [&] { return std::make_unique<X11HotKey>(dispatch); }));
+      orOwn(services.hotKey, ownHotKey_, [&] { return services.desktop.makeHotKey(dispatch); }));
 
   engine_ = std::make_unique<QQmlApplicationEngine>();
   PreviewPanel& previewPanel = orOwn(services.previewPanel, ownPreviewPanel_, [&] {
@@ -210,10 +199,8 @@ Application::Application(const Services& services) {
   QObject::connect(prefs_.get(), &MarrowPrefs::mainWindowWanted, engine_.get(),
                    [this] { bringForward(); });
 
-  StatusBarExtra& extra = orOwn(services.statusBar, ownStatusBar_, [&] {
-    return std::make_unique<LinuxStatusBarExtra>(
-        dispatch, [](const StatusBarExtra::Label& label) { return StatusIcon::paint(label); });
-  });
+  StatusBarExtra& extra = orOwn(services.statusBar, ownStatusBar_,
+                                [&] { return services.desktop.makeStatusBarExtra(dispatch); });
   statusBar_ = std::make_unique<StatusBar>(
       *session_, login, extra,
       StatusBar::Services{.showMainWindow = [this] { prefs_->showMainWindow(); },

@@ -14,8 +14,7 @@
 #include <QQuickWindow>
 
 #include "app/commands/MenuCommands.h"
-#include "app/desktop/LinuxApplicationIcon.h"
-#include "app/desktop/LinuxWorkspace.h"
+#include "app/desktop/DesktopServices.h"
 #include "app/desktop/MainQueue.h"
 #include "app/desktop/WindowActivation.h"
 #include "app/desktop/WindowStart.h"
@@ -31,6 +30,7 @@
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
+#include "platform/PlatformServices.h"
 #include "platform/PreviewPanel.h"
 #include "platform/Process.h"
 #include "platform/SavePanel.h"
@@ -51,9 +51,12 @@ namespace tessaly {
 
 class Application {
  public:
-  // What a test puts in the place of the machine. Whatever is null or empty is the real thing.
-  // The objects outlive the Application.
+  // What the system does for the program, and what a test puts in its place. Whatever is null or
+  // empty is made by `platform` and `desktop`, or else is the real thing. The objects outlive the
+  // Application.
   struct Services {
+    const PlatformServices& platform;
+    const DesktopServices& desktop;
     Dispatch* dispatch = nullptr;
     FolderPanel* folderPanel = nullptr;
     SavePanel* savePanel = nullptr;
@@ -89,7 +92,6 @@ class Application {
 
   // Makes the session and the window, which is not shown yet. Ends the program with a message when
   // the window cannot be made, which only a broken build brings about.
-  Application();
   explicit Application(const Services& services);
   ~Application();
 
@@ -119,9 +121,9 @@ class Application {
   std::unique_ptr<ThreadedDispatch> ownDispatch_;
   std::unique_ptr<FolderPanel> ownFolderPanel_;
   std::unique_ptr<SavePanel> ownSavePanel_;
-  std::unique_ptr<LinuxWorkspace> ownWorkspace_;
+  std::unique_ptr<Workspace> ownWorkspace_;
   std::unique_ptr<Pasteboard> ownPasteboard_;
-  std::unique_ptr<LinuxApplicationIcon> ownIcon_;
+  std::unique_ptr<DesktopIcon> ownIcon_;
   std::unique_ptr<NotificationCenter> ownNotifications_;
   std::unique_ptr<GuardedTrashMover> ownTrash_;
   std::unique_ptr<SettingsFile> ownSettings_;

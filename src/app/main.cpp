@@ -12,12 +12,14 @@
 #include "app/Application.h"
 #include "app/Quitting.h"
 #include "app/desktop/ClipboardHandOver.h"
+#include "app/desktop/DesktopServices.h"
 #include "app/desktop/Display.h"
 #include "app/desktop/DisplayServers.h"
 #include "app/desktop/QuitSignals.h"
 #include "app/desktop/ReopenRequests.h"
 #include "app/desktop/StartMessages.h"
 #include "platform/OwnConnections.h"
+#include "platform/PlatformServices.h"
 #include "platform/SingleInstance.h"
 #include "platform/SizeLimit.h"
 
@@ -120,7 +122,9 @@ int main(int, char** argv) {
     // Not quit(), which a window may refuse.
     QCoreApplication::exit();
   };
-  tessaly::Application application({.giveUpInstance =
+  tessaly::Application application({.platform = tessaly::platformServices(),
+                                    .desktop = tessaly::desktopServices(),
+                                    .giveUpInstance =
                                         [&] {
                                           // The one to come reads what this one has written.
                                           application.endWriting();

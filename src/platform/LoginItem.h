@@ -1,8 +1,6 @@
 // Whether the desktop starts the program when the user logs in. Main thread only.
 #pragma once
 
-#include <memory>
-
 namespace tessaly {
 
 class LoginItem {
@@ -15,8 +13,5 @@ class LoginItem {
   // Sets the state. True if it is `on` afterwards, even if nothing had to change.
   virtual bool setEnabled(bool on) = 0;
 };
-
-// The login item of this program for this user.
-std::unique_ptr<LoginItem> loginItem();
 
 }  // namespace tessaly

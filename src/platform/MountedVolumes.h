@@ -65,7 +65,4 @@ class MountedVolumes {
   virtual Result<std::vector<CountedTrash>> trashOn(const MountedVolume& volume) = 0;
 };
 
-// The volumes of this machine, for the user of this process.
-std::unique_ptr<MountedVolumes> mountedVolumes();
-
 }  // namespace tessaly

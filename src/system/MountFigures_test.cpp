@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/PlatformServices.h"
 #include "support/FakeVolumes.h"
 #include "support/HandSteppedDispatch.h"
 #include "support/PrivateMounts.h"
@@ -351,7 +352,8 @@ TEST(MountFiguresOfMachine, a_disk_with_a_name_that_is_not_utf8_does_not_empty_t
       return refusal();
     }
     HandSteppedDispatch dispatch;
-    MountFigures machine({.dispatch = dispatch, .volumes = mountedVolumes()}, Places::forLinux());
+    MountFigures machine({.dispatch = dispatch, .volumes = platformServices().makeMountedVolumes()},
+                         Places::forLinux());
     std::map<std::string, std::int64_t> totals;
     machine.askVolumes([&](const Volumes& volumes) {
       for (const VolumeMount& volume : volumes) totals[volume.path] = volume.total;

@@ -83,7 +83,9 @@ int takePicture(const PictureOptions& options) {
   FakeStatusBarExtra statusBar;
   FakeHotKey hotKey;
   const QTemporaryDir support;
-  Application application({.settings = &settings,
+  Application application({.platform = platformServices(),
+                           .desktop = desktopServices(),
+                           .settings = &settings,
                            .loginItem = &loginItem,
                            .statusBar = &statusBar,
                            .hotKey = &hotKey,

@@ -12,12 +12,12 @@
 #include <QPointer>
 #include <QWindow>
 
+#include "app/desktop/DesktopIcon.h"
 #include "app/desktop/SessionBus.h"
-#include "platform/ApplicationIcon.h"
 
 namespace tessaly {
 
-class LinuxApplicationIcon final : public ApplicationIcon {
+class LinuxApplicationIcon final : public DesktopIcon {
  public:
   // How it reaches the desktop.
   struct Services {
@@ -30,10 +30,7 @@ class LinuxApplicationIcon final : public ApplicationIcon {
 
   explicit LinuxApplicationIcon(Dispatch& dispatch, Services services = Services::real());
 
-  // The window that asks for attention; not owned, and it may go before the icon does. Until there
-  // is one, requestAttention() does nothing.
-  void setWindow(QWindow* window) { window_ = window; }
-
+  void setWindow(QWindow* window) override { window_ = window; }
   void setBadge(const std::string& text) override;
   void requestAttention() override;
 

@@ -33,14 +33,11 @@ class LinuxWorkspace : public Workspace {
 
   explicit LinuxWorkspace(Dispatch& dispatch, Services services = Services::real());
 
-  // For a program that is about to end: from now on nothing is opened any more, not in the place of
-  // a file manager that does not answer either.
-  void close() { *isClosed_ = true; }
-
   void reveal(const std::vector<std::string>& paths) override;
   void open(const std::string& path) override;
   // No desktop on Linux has a page to give programs access to the disk.
   bool openSettings(const std::string& /*url*/) override { return false; }
+  void close() override { *isClosed_ = true; }
 
  private:
   Dispatch& dispatch_;

@@ -6,7 +6,6 @@
 
 #include "platform/ApplicationSupport.h"
 #include "platform/AtomicFile.h"
-#include "platform/OwnExecutable.h"
 #include "platform/linux/AutostartEntry.h"
 
 namespace tessaly {
@@ -36,10 +35,6 @@ bool AutostartLoginItem::setEnabled(bool on) {
         .ok();
   }
   return on == isEnabled();
-}
-
-std::unique_ptr<LoginItem> loginItem() {
-  return std::make_unique<AutostartLoginItem>(settingsDirectory() + "/autostart", ownExecutable());
 }
 
 }  // namespace tessaly

@@ -90,8 +90,4 @@ Result<std::vector<CountedTrash>> LinuxMountedVolumes::trashOn(const MountedVolu
   return counted(trashFoldersOn(config_, volume.path));
 }
 
-std::unique_ptr<MountedVolumes> mountedVolumes() {
-  return std::make_unique<LinuxMountedVolumes>();
-}
-
 }  // namespace tessaly
