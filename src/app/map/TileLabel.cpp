@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "app/model/KindSymbol.h"
 #include "platform/UnicodeText.h"
 #include "scan/Format.h"
 
@@ -22,7 +23,7 @@ std::optional<TileLabel> TileLabel::of(const TreemapRect& rect) {
   const bool showSize = rect.width > 90;
   const bool isLarge = !rect.nested && rect.width > 180 && rect.height > 80;
   TileLabel label;
-  label.symbol = symbolOf(rect.node);
+  label.symbol = KindSymbol::of(rect.node);
   label.name = shortened(rect.node.name(), rect.width, showSize);
   label.nameSize = isLarge ? 12 : 11;
   label.topPadding = rect.nested ? 4 : 5;
@@ -39,30 +40,6 @@ std::string TileLabel::shortened(std::string_view name, double width, bool besid
   if (UnicodeText::graphemeCount(name) <= static_cast<std::size_t>(limit)) return std::string(name);
   const int kept = fitting > fewestCharacters ? fitting - 1 : fewestCharacters;
   return std::string(UnicodeText::firstGraphemes(name, static_cast<std::size_t>(kept))) + "…";
-}
-
-std::string_view TileLabel::symbolOf(const DiskNode& node) {
-  switch (node.isDir() ? FileKind::folder : node.kind()) {
-    case FileKind::folder:
-      return "folder.fill";
-    case FileKind::app:
-      return "app.badge";
-    case FileKind::video:
-      return "film";
-    case FileKind::image:
-      return "photo";
-    case FileKind::document:
-      return "doc.text";
-    case FileKind::code:
-      return "curlybraces";
-    case FileKind::archive:
-      return "archivebox";
-    case FileKind::disk:
-      return "externaldrive";
-    case FileKind::other:
-      break;
-  }
-  return "doc";
 }
 
 }  // namespace tessaly

@@ -27,8 +27,6 @@ struct TileLabel {
   // are left out. What a character is, is what a reader takes for one.
   static std::string shortened(std::string_view name, double width, bool besideSize);
 
-  static std::string_view symbolOf(const DiskNode& node);
-
   friend bool operator==(const TileLabel&, const TileLabel&) = default;
 };
 

@@ -85,28 +85,5 @@ TEST(TileLabel, stands_a_point_higher_in_a_header_band) {
   EXPECT_EQ(TileLabel::of(rect)->topPadding, 4);
 }
 
-TEST(TileLabel, has_a_symbol_for_every_kind_of_file) {
-  const auto symbol = [](FileKind kind) { return TileLabel::symbolOf(fileNode("/a", 1, kind)); };
-  EXPECT_EQ(symbol(FileKind::folder), "folder.fill");
-  EXPECT_EQ(symbol(FileKind::app), "app.badge");
-  EXPECT_EQ(symbol(FileKind::video), "film");
-  EXPECT_EQ(symbol(FileKind::image), "photo");
-  EXPECT_EQ(symbol(FileKind::document), "doc.text");
-  EXPECT_EQ(symbol(FileKind::code), "curlybraces");
-  EXPECT_EQ(symbol(FileKind::archive), "archivebox");
-  EXPECT_EQ(symbol(FileKind::disk), "externaldrive");
-  EXPECT_EQ(symbol(FileKind::other), "doc");
-}
-
-TEST(TileLabel, shows_every_directory_as_a_folder) {
-  const DiskNode bundle({.name = "Tool.app",
-                         .path = "/Tool.app",
-                         .size = 1,
-                         .isDir = true,
-                         .kind = FileKind::app,
-                         .mtime = {}});
-  EXPECT_EQ(TileLabel::symbolOf(bundle), "folder.fill");
-}
-
 }  // namespace
 }  // namespace tessaly

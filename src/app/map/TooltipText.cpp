@@ -1,6 +1,6 @@
 #include "app/map/TooltipText.h"
 
-#include "app/map/KindWord.h"
+#include "app/model/KindWord.h"
 #include "scan/Format.h"
 #include "treemap/NodeTint.h"
 

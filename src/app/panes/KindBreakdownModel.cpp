@@ -7,7 +7,7 @@
 #include <QStringList>
 
 #include "app/controls/QtColor.h"
-#include "app/map/KindWord.h"
+#include "app/model/KindWord.h"
 #include "treemap/KindColor.h"
 
 namespace tessaly {

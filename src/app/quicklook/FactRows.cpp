@@ -7,8 +7,8 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "app/map/KindWord.h"
 #include "app/model/DisplayText.h"
+#include "app/model/KindWord.h"
 #include "scan/FileKindRules.h"
 #include "scan/Format.h"
 

@@ -5,8 +5,8 @@
 
 #include <QMimeDatabase>
 
-#include "app/map/TileLabel.h"
 #include "app/model/DisplayText.h"
+#include "app/model/KindSymbol.h"
 #include "app/quicklook/FactRows.h"
 #include "scan/FileKindRules.h"
 #include "scan/Format.h"
@@ -23,12 +23,7 @@ QString fromAscii(std::string_view text) {
 }
 
 QString symbolOf(const std::string& name, bool isDir) {
-  return fromAscii(TileLabel::symbolOf(DiskNode({.name = name,
-                                                 .path = name,
-                                                 .size = 0,
-                                                 .isDir = isDir,
-                                                 .kind = FileKindRules::classify(name, isDir),
-                                                 .mtime = {}})));
+  return fromAscii(KindSymbol::of(isDir ? FileKind::folder : FileKindRules::classify(name, isDir)));
 }
 
 // The kinds know films and no sounds, so the name is asked a second time.

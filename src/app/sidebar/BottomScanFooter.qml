@@ -1,7 +1,6 @@
 // What stays at the bottom of the sidebar: how far the scan is, or the way to the next one.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Panes
 import Tessaly.Sidebar
 
 Item {

@@ -10,9 +10,6 @@
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_OverlaysPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_SidebarPlugin)
 
 namespace tessaly {

@@ -1,4 +1,4 @@
-#include "app/panes/ProgressRing.h"
+#include "app/controls/ProgressRing.h"
 
 #include <algorithm>
 

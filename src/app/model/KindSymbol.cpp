@@ -1,33 +1,33 @@
-#include "app/map/KindWord.h"
+#include "app/model/KindSymbol.h"
 
-namespace tessaly::KindWord {
+namespace tessaly::KindSymbol {
 
 std::string_view of(FileKind kind) {
   switch (kind) {
     case FileKind::folder:
-      return "Folder";
+      return "folder.fill";
     case FileKind::app:
-      return "Application";
+      return "app.badge";
     case FileKind::video:
-      return "Video";
+      return "film";
     case FileKind::image:
-      return "Image";
+      return "photo";
     case FileKind::document:
-      return "Document";
+      return "doc.text";
     case FileKind::code:
-      return "Developer";
+      return "curlybraces";
     case FileKind::archive:
-      return "Archive";
+      return "archivebox";
     case FileKind::disk:
-      return "Disk image";
+      return "externaldrive";
     case FileKind::other:
       break;
   }
-  return "File";
+  return "doc";
 }
 
 std::string_view of(const DiskNode& node) {
   return of(node.isDir() ? FileKind::folder : node.kind());
 }
 
-}  // namespace tessaly::KindWord
+}  // namespace tessaly::KindSymbol

@@ -1,8 +1,6 @@
-#include "app/map/KindWord.h"
+#include "app/model/KindWord.h"
 
 #include <gtest/gtest.h>
-
-#include "app/map/SampleTiles_test.h"
 
 namespace tessaly {
 namespace {
@@ -27,7 +25,13 @@ TEST(KindWord, calls_a_directory_a_folder_whatever_its_kind) {
                          .kind = FileKind::app,
                          .mtime = {}});
   EXPECT_EQ(KindWord::of(bundle), "Folder");
-  EXPECT_EQ(KindWord::of(fileNode("/Tool.app", 1, FileKind::app)), "Application");
+  const DiskNode file({.name = "Tool.app",
+                       .path = "/Tool.app",
+                       .size = 1,
+                       .isDir = false,
+                       .kind = FileKind::app,
+                       .mtime = {}});
+  EXPECT_EQ(KindWord::of(file), "Application");
 }
 
 }  // namespace
