@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <functional>
 #include <optional>
 #include <regex>
 #include <string_view>
+
+#include "architecture/SourceLines.h"
 
 namespace tessaly::architecture {
 namespace {
@@ -68,39 +68,6 @@ constexpr std::array<std::string_view, 46> coreHeaders = {"QAbstractItemModel",
 // The main queue as Qt answers it: the one seam of platform/ that has to hop by Qt's own means.
 constexpr std::string_view mainQueue = "app/desktop/MainQueue.cpp";
 
-struct Line {
-  std::string file;  // relative to the folder that was asked about, with "/"
-  int number = 0;
-  std::string text;
-
-  std::string complaint(const std::string& what) const {
-    return file + ":" + std::to_string(number) + ": " + what;
-  }
-};
-
-bool isSource(const fs::path& path) {
-  constexpr std::array<std::string_view, 6> endings = {".h", ".cpp", ".mm", ".qml", ".js", ".in"};
-  return std::find(endings.begin(), endings.end(), path.extension().string()) != endings.end();
-}
-
-void forEachLine(const fs::path& folder, const std::function<void(const Line&)>& visit) {
-  std::vector<fs::path> files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.is_regular_file() && isSource(entry.path())) {
-      files.push_back(entry.path());
-    }
-  }
-  std::sort(files.begin(), files.end());
-  for (const fs::path& file : files) {
-    std::ifstream stream(file);
-    Line line{.file = fs::relative(file, folder).generic_string(), .number = 0, .text = {}};
-    while (std::getline(stream, line.text)) {
-      ++line.number;
-      visit(line);
-    }
-  }
-}
-
 std::optional<int> rank(std::string_view room) {
   const auto place = std::find(rooms.begin(), rooms.end(), room);
   return place == rooms.end() ? std::nullopt
@@ -111,12 +78,10 @@ std::string_view firstComponent(std::string_view path) {
   return path.substr(0, path.find('/'));
 }
 
-bool isTest(std::string_view file) {
-  return file.find("_test.") != std::string_view::npos;
-}
-
-bool isMain(std::string_view file) {
-  return file.starts_with("app/main");
+// By the folder that it is in, or by its name.
+bool isOfOneSystem(std::string_view path) {
+  static const std::regex own("(.*/)?(linux|macos)/.*|(.*/)?(Linux|X11|Wayland|Macos)[A-Z][^/]*");
+  return std::regex_match(path.begin(), path.end(), own);
 }
 
 std::optional<std::string> quotedComplaint(std::string_view file, std::string_view included) {
@@ -132,15 +97,19 @@ std::optional<std::string> quotedComplaint(std::string_view file, std::string_vi
   if (*rank(other) > *rank(room)) {
     return std::string(room) + " includes " + std::string(other) + ": the arrow runs back";
   }
-  const bool oneSystem =
-      included.starts_with("platform/linux/") || included.starts_with("platform/macos/");
-  if (oneSystem && room != "platform" && !isMain(file)) {
-    return "only platform and app/main may name an implementation for one system";
+  const bool mayName = isOfOneSystem(file) || (isTest(file) && room == other);
+  if (isOfOneSystem(included) && !mayName) {
+    return "\"" + std::string(included) +
+           "\" is for one system: only its own files and tests name it";
   }
   return std::nullopt;
 }
 
 std::optional<std::string> angledComplaint(std::string_view file, const std::string& included) {
+  static const std::regex ofOneDesktop("(xcb|X11|QtDBus)/.*|QDBus.*");
+  if (std::regex_match(included, ofOneDesktop) && !file.starts_with("app/desktop/")) {
+    return "<" + included + "> is for one system: only app/desktop names it";
+  }
   static const std::regex anyQt("(Qt[A-Za-z0-9]*/.*)|(Q[A-Za-z0-9]+)|(qt?[a-z0-9_]+\\.h)");
   if (!std::regex_match(included, anyQt) || included == "queue") {
     return std::nullopt;

@@ -10,8 +10,9 @@
 
 namespace tessaly::architecture {
 
-// Includes against the arrows, of Qt where there is no Qt, of one system's implementation outside
-// platform/, or of a file of src/ that is not named by its room. One line each, "file:line: what".
+// Includes against the arrows, of Qt where there is no Qt, of one system's implementation anywhere
+// but in its own files and tests, or of a file of src/ that is not named by its room. One line
+// each, "file:line: what".
 std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
 
 // Threads and hops between threads made anywhere but in the rooms that own them.

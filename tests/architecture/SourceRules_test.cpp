@@ -48,13 +48,34 @@ TEST_F(PlantedSources, session_has_qt_core_alone) {
           "session has"));
 }
 
-TEST_F(PlantedSources, implementation_for_one_system_is_named_only_by_platform_and_main) {
-  plant("app/main.cpp", "#include \"platform/linux/Trash.h\"\n");
+TEST_F(PlantedSources, implementation_for_one_system_is_named_only_by_its_own_files_and_tests) {
+  plant("app/desktop/LinuxDesktopServices.cpp", "#include \"app/desktop/X11HotKey.h\"\n");
+  plant("app/desktop/WindowActivation_test.cpp", "#include \"app/desktop/X11Fixture_test.h\"\n");
   plant("platform/linux/A.cpp", "#include \"platform/linux/Trash.h\"\n");
-  plant("scan/A.cpp", "#include \"platform/linux/Trash.h\"\n");
+  plant("platform/tools/A_test.cpp", "#include \"platform/linux/Trash.h\"\n");
+  EXPECT_THAT(forbiddenIncludes(src_), IsEmpty());
+
+  const std::string rule = " is for one system: only its own files and tests name it";
+  plant("app/Application.h", "#include \"app/desktop/LinuxWorkspace.h\"\n");
+  plant("app/desktop/StatusIcon.cpp", "#include \"app/desktop/X11HotKey.h\"\n");
+  plant("app/main.cpp", "#include \"platform/linux/Trash.h\"\n");
+  plant("platform/Trash.cpp", "#include \"platform/linux/Trash.h\"\n");
+  plant("scan/A_test.cpp", "#include \"platform/macos/Trash.h\"\n");
   EXPECT_THAT(forbiddenIncludes(src_),
-              ElementsAre("scan/A.cpp:1: only platform and app/main may name an implementation for "
-                          "one system"));
+              ElementsAre("app/Application.h:1: \"app/desktop/LinuxWorkspace.h\"" + rule,
+                          "app/desktop/StatusIcon.cpp:1: \"app/desktop/X11HotKey.h\"" + rule,
+                          "app/main.cpp:1: \"platform/linux/Trash.h\"" + rule,
+                          "platform/Trash.cpp:1: \"platform/linux/Trash.h\"" + rule,
+                          "scan/A_test.cpp:1: \"platform/macos/Trash.h\"" + rule));
+}
+
+TEST_F(PlantedSources, library_of_one_desktop_is_found_outside_of_its_folder) {
+  plant("app/desktop/SessionBus.h", "#include <QDBusMessage>\n#include <xcb/xcb.h>\n");
+  plant("app/window/A.cpp", "#include <QDBusMessage>\n#include <xcb/xcb.h>\n");
+  EXPECT_THAT(
+      forbiddenIncludes(src_),
+      ElementsAre("app/window/A.cpp:1: <QDBusMessage> is for one system: only app/desktop names it",
+                  "app/window/A.cpp:2: <xcb/xcb.h> is for one system: only app/desktop names it"));
 }
 
 TEST_F(PlantedSources, include_without_a_room_is_found) {

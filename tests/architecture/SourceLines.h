@@ -1,0 +1,29 @@
+// The sources of the project, line by line.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tessaly::architecture {
+
+struct Line {
+  std::string file;  // relative to the folder that was asked about, with "/"
+  int number = 0;
+  std::string text;
+
+  // "file:line: what"
+  std::string complaint(const std::string& what) const;
+};
+
+enum class Files { sources, sourcesAndLists };  // the lists are CMake's
+
+// Visits the lines of the files below `folder`, file by file in the order of their paths.
+void forEachLine(const std::filesystem::path& folder, const std::function<void(const Line&)>& visit,
+                 Files files = Files::sources);
+
+// Whether it is the source of a test, by its name.
+bool isTest(std::string_view file);
+
+}  // namespace tessaly::architecture
