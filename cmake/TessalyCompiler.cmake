@@ -35,9 +35,11 @@ endif()
 
 # A compiler cache turns a second build of the same sources into a copy, where there is one. It keeps
 # nothing that uses precompiled headers unless it is told to overlook which macros they were compiled
-# with, and when: the compiler itself refuses those that do not fit.
+# with, and when: the compiler itself refuses those that do not fit. They are large, and not to be read
+# again for each source.
 find_program(TESSALY_CCACHE ccache)
 if(TESSALY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER
-    /usr/bin/env CCACHE_SLOPPINESS=pch_defines,time_macros ${TESSALY_CCACHE})
+    /usr/bin/env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_INODECACHE=true
+    ${TESSALY_CCACHE})
 endif()
