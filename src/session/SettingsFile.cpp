@@ -5,10 +5,11 @@
 #include <variant>
 #include <vector>
 
+#include <QByteArray>
+
 #include "platform/ApplicationSupport.h"
 #include "platform/AtomicFile.h"
 #include "platform/SystemError.h"
-#include "scan/Base64.h"
 
 namespace tessaly {
 
@@ -17,6 +18,20 @@ namespace {
 // Far more than anybody can set, and little enough to be read in no time.
 constexpr std::size_t largestFile = std::size_t{16} << 20U;
 constexpr std::string_view binaryKey = "base64";
+
+std::string base64Of(const BinaryValue& value) {
+  return QByteArray::fromStdString(value.bytes).toBase64().toStdString();
+}
+
+// Absent for any text that base64Of() does not give. Qt alone would take one without its padding.
+std::optional<BinaryValue> fromBase64(const std::string& text) {
+  const auto bytes = QByteArray::fromBase64Encoding(QByteArray::fromStdString(text),
+                                                    QByteArray::AbortOnBase64DecodingErrors);
+  if (!bytes) return std::nullopt;
+  BinaryValue value{(*bytes).toStdString()};
+  if (base64Of(value) != text) return std::nullopt;
+  return value;
+}
 
 JsonValue toJson(SettingsValue value) {
   if (auto* text = std::get_if<std::string>(&value)) return {std::move(*text)};
@@ -27,7 +42,7 @@ JsonValue toJson(SettingsValue value) {
     return {std::move(array)};
   }
   JsonValue::Object object;
-  object[std::string(binaryKey)] = {Base64::encode(std::get<BinaryValue>(value).bytes)};
+  object[std::string(binaryKey)] = {base64Of(std::get<BinaryValue>(value))};
   return {std::move(object)};
 }
 
@@ -49,9 +64,8 @@ std::optional<SettingsValue> fromJson(const JsonValue& json) {
     return std::nullopt;
   }
   const auto* encoded = object->begin()->second.as<std::string>();
-  std::optional<std::string> bytes = encoded ? Base64::decode(*encoded) : std::nullopt;
-  if (!bytes) return std::nullopt;
-  return BinaryValue{std::move(*bytes)};
+  if (encoded == nullptr) return std::nullopt;
+  return fromBase64(*encoded);
 }
 
 }  // namespace

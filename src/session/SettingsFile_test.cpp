@@ -206,6 +206,32 @@ TEST_F(SettingsFileTest, a_value_of_an_unknown_type_is_absent_and_can_be_set) {
   EXPECT_EQ(nextRun().text("j"), "x");
 }
 
+// The pairs of RFC 4648, section 10, and the two characters that are neither letter nor digit.
+TEST_F(SettingsFileTest, binary_of_any_length_is_base64_with_its_padding) {
+  const std::vector<std::pair<std::string, std::string>> pairs = {{"", ""},
+                                                                  {"f", "Zg=="},
+                                                                  {"fo", "Zm8="},
+                                                                  {"foo", "Zm9v"},
+                                                                  {"foob", "Zm9vYg=="},
+                                                                  {"\xfb\xff\xfe", "+//+"},
+                                                                  {"\0\0\0\0"s, "AAAAAA=="}};
+  for (const auto& [bytes, text] : pairs) {
+    SettingsFile(path).setBinary("a", bytes);
+    EXPECT_EQ(contentOf(path), "{\n  \"a\": {\n    \"base64\": \"" + text + "\"\n  }\n}\n");
+    EXPECT_EQ(nextRun().binary("a"), bytes) << text;
+  }
+}
+
+TEST_F(SettingsFileTest, base64_in_another_form_than_it_is_written_is_absent) {
+  for (const char* text :
+       {"=",     "==",       "====",  "A",    "AA",   "AAA",      "AA=",     "A===",
+        "AA===", "AAA==",    "AAAA=", "AB==", "AAB=", "AAAA====", "A A=",    "AAAA ",
+        "AA-_",  "AA==AA==", "AAAAA", "A=AA", "=AAA", "é==",      "AAAA\\n", "AAA\\u0000"}) {
+    putFile(path, R"({"a":{"base64":")" + std::string(text) + R"("}})");
+    EXPECT_EQ(nextRun().binary("a"), std::nullopt) << text;
+  }
+}
+
 TEST_F(SettingsFileTest, of_several_values_under_one_key_the_last_one_counts) {
   putFile(path, R"({"a":"1","a":"2"})");
   EXPECT_EQ(nextRun().text("a"), "2");
