@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <QString>
+#include <QStringDecoder>
+
 #include "platform/UnicodeText.h"
 
 namespace tessaly::TextDecoding {
@@ -36,37 +39,6 @@ Step utf8(std::string_view rest) {
   return {.value = scalar.isText ? scalar.value : noCharacter, .length = scalar.length};
 }
 
-template <bool isBig>
-char32_t unitAt(std::string_view bytes, std::size_t at) {
-  const auto first = static_cast<unsigned char>(bytes[at]);
-  const auto second = static_cast<unsigned char>(bytes[at + 1]);
-  return isBig ? first << 8U | second : second << 8U | first;
-}
-
-bool isSurrogate(char32_t value) {
-  return value >= 0xD800 && value <= 0xDFFF;
-}
-
-template <bool isBig>
-Step utf16(std::string_view rest) {
-  if (rest.size() < 2) return {};
-  const char32_t high = unitAt<isBig>(rest, 0);
-  if (!isSurrogate(high)) return {.value = high, .length = 2};
-  if (high >= 0xDC00) return {.value = noCharacter, .length = 2};
-  if (rest.size() < 4) return {};
-  const char32_t low = unitAt<isBig>(rest, 2);
-  if (low < 0xDC00 || low > 0xDFFF) return {.value = noCharacter, .length = 2};
-  return {.value = 0x10000 + ((high - 0xD800) << 10U) + (low - 0xDC00), .length = 4};
-}
-
-template <bool isBig>
-Step utf32(std::string_view rest) {
-  if (rest.size() < 4) return {};
-  const char32_t upper = unitAt<isBig>(rest, isBig ? 0 : 2);
-  const char32_t value = upper << 16U | unitAt<isBig>(rest, isBig ? 2 : 0);
-  return {.value = value > 0x10FFFF || isSurrogate(value) ? noCharacter : value, .length = 4};
-}
-
 // The characters that Windows-1252 has where Latin-1 has control characters; 0 for none.
 Step windows1252(std::string_view rest) {
   constexpr char16_t extra[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -81,19 +53,33 @@ Step windows1252(std::string_view rest) {
           .length = 1};
 }
 
-struct Mark {
-  std::string_view bytes;
-  Decode decode;
-};
+// What is no character, and what the end of the file cuts, is noCharacter.
+std::u32string charactersOf(std::string_view bytes, bool isWholeFile, Decode decode) {
+  std::u32string characters;
+  while (!bytes.empty()) {
+    const Step step = decode(bytes);
+    if (step.length == 0) {
+      if (isWholeFile) characters += noCharacter;
+      break;
+    }
+    characters += step.value;
+    bytes.remove_prefix(step.length);
+  }
+  return characters;
+}
 
-using namespace std::string_view_literals;
-
-// The mark of UTF-16 begins like that of UTF-32.
-constexpr Mark marks[] = {{"\xEF\xBB\xBF"sv, utf8},
-                          {"\xFF\xFE\0\0"sv, utf32<false>},
-                          {"\0\0\xFE\xFF"sv, utf32<true>},
-                          {"\xFF\xFE"sv, utf16<false>},
-                          {"\xFE\xFF"sv, utf16<true>}};
+// The same for bytes with a mark of this encoding.
+std::u32string markedCharactersOf(std::string_view bytes, bool isWholeFile,
+                                  QStringConverter::Encoding encoding) {
+  using Flag = QStringConverter::Flag;
+  // With a state, the decoder keeps an incomplete character at the end to itself.
+  QStringDecoder decoder(encoding, isWholeFile ? Flag::Stateless : Flag::Default);
+  QString text = decoder.decode(bytes);
+  if (!isWholeFile && !text.isEmpty() && text.back().isHighSurrogate()) text.chop(1);
+  std::u32string characters = text.toStdU32String();
+  std::ranges::replace(characters, replacement, noCharacter);
+  return characters;
+}
 
 bool isControl(char32_t value) {
   return value < 0x20 || (value >= 0x7F && value < 0xA0);
@@ -115,39 +101,46 @@ struct Census {
   std::size_t beyond = 0;    // characters beyond ASCII
 };
 
-Census censusOf(std::string_view bytes, bool isWholeFile, Decode decode) {
-  Census census;
-  while (!bytes.empty()) {
-    const Step step = decode(bytes);
-    if (step.length == 0) {
-      if (isWholeFile) ++census.errors;
-      break;
-    }
-    ++census.characters;
-    if (step.value == noCharacter) {
+Census censusOf(std::u32string_view characters) {
+  Census census{.characters = characters.size()};
+  for (const char32_t character : characters) {
+    if (character == noCharacter) {
       ++census.errors;
-    } else if (isControl(step.value) || isNoncharacter(step.value)) {
-      if (!isUsualControl(step.value)) ++census.controls;
-    } else if (step.value > 0x7F) {
+    } else if (isControl(character) || isNoncharacter(character)) {
+      if (!isUsualControl(character)) ++census.controls;
+    } else if (character > 0x7F) {
       ++census.beyond;
     }
-    bytes.remove_prefix(step.length);
   }
   return census;
 }
 
-// Null for what is no text.
-Decode encodingOf(std::string_view bytes, bool isWholeFile) {
-  if (bytes.find('\0') != std::string_view::npos) return nullptr;
-  const Census unicode = censusOf(bytes, isWholeFile, utf8);
+// Absent for what is no text.
+std::optional<std::u32string> unmarked(std::string_view bytes, bool isWholeFile) {
+  if (bytes.find('\0') != std::string_view::npos) return std::nullopt;
+  std::u32string characters = charactersOf(bytes, isWholeFile, utf8);
+  const Census unicode = censusOf(characters);
   // A text with a slip in it is still what it is otherwise.
   if (unicode.errors == 0 || unicode.errors * 4 <= unicode.beyond) {
-    return unicode.controls * 10 <= unicode.characters ? utf8 : nullptr;
+    if (unicode.controls * 10 > unicode.characters) return std::nullopt;
+    return characters;
   }
-  const Census western = censusOf(bytes, isWholeFile, windows1252);
+  characters = charactersOf(bytes, isWholeFile, windows1252);
+  const Census western = censusOf(characters);
   const bool isText = (western.errors + western.controls) * 50 <= western.characters &&
                       western.beyond * 2 <= western.characters;
-  return isText ? windows1252 : nullptr;
+  if (!isText) return std::nullopt;
+  return characters;
+}
+
+std::optional<std::u32string> charactersOf(std::string_view bytes, bool isWholeFile) {
+  const auto encoding = QStringConverter::encodingForData(bytes);
+  if (!encoding) return unmarked(bytes, isWholeFile);
+  std::u32string characters = markedCharactersOf(bytes, isWholeFile, *encoding);
+  const Census census = censusOf(characters);
+  // Other files may begin so by chance.
+  if ((census.errors + census.controls) * 10 > census.characters) return std::nullopt;
+  return characters;
 }
 
 // Takes characters and makes lines of them.
@@ -206,38 +199,15 @@ class Lines {
   bool wasReturn_ = false;
 };
 
-Text textOf(std::string_view bytes, bool isWholeFile, Decode decode, const Limits& limits) {
-  Lines lines(limits, bytes.size());
-  bool isWhole = isWholeFile;
-  while (!bytes.empty()) {
-    Step step = decode(bytes);
-    if (step.length == 0) {
-      if (!isWholeFile) break;
-      step.length = bytes.size();
-    }
-    if (!lines.add(step.value)) {
-      isWhole = false;
-      break;
-    }
-    bytes.remove_prefix(step.length);
-  }
-  return {.units = lines.take(), .isWhole = isWhole};
-}
-
 }  // namespace
 
 std::optional<Text> decoded(std::string_view bytes, bool isWholeFile, const Limits& limits) {
-  for (const Mark& mark : marks) {
-    if (!bytes.starts_with(mark.bytes)) continue;
-    const std::string_view text = bytes.substr(mark.bytes.size());
-    const Census census = censusOf(text, isWholeFile, mark.decode);
-    // Other files may begin so by chance.
-    if ((census.errors + census.controls) * 10 > census.characters) return std::nullopt;
-    return textOf(text, isWholeFile, mark.decode, limits);
-  }
-  const Decode decode = encodingOf(bytes, isWholeFile);
-  if (decode == nullptr) return std::nullopt;
-  return textOf(bytes, isWholeFile, decode, limits);
+  const std::optional<std::u32string> characters = charactersOf(bytes, isWholeFile);
+  if (!characters) return std::nullopt;
+  Lines lines(limits, characters->size());
+  const bool isAllTaken =
+      std::ranges::all_of(*characters, [&](char32_t character) { return lines.add(character); });
+  return Text{.units = lines.take(), .isWhole = isWholeFile && isAllTaken};
 }
 
 }  // namespace tessaly::TextDecoding

@@ -7,7 +7,7 @@
 // What comes out does no harm in a view: every line ends in a line feed and none is over the limit;
 // control characters are their pictures (U+2400 and on), and what is no character is U+FFFD.
 //
-// Pure, safe from any thread. Without Qt.
+// Pure, safe from any thread.
 #pragma once
 
 #include <cstddef>

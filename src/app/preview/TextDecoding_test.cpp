@@ -44,6 +44,33 @@ TEST(TextDecoding, reads_utf_16_and_utf_32_by_their_marks) {
 TEST(TextDecoding, does_not_take_every_file_with_a_mark_for_a_text) {
   EXPECT_EQ(whole("\xFF\xFE\1\0\2\0\3\0"s), u"no text");
   EXPECT_EQ(whole("\xFF\xFE\0\xD8\0\xD8\0\xD8"s), u"no text");
+  std::string words = "\xFF\xFE\0\0"s;
+  for (unsigned k = 1; k < 200; ++k) words += std::string("\x13\x57\x9B\xDF") + char(k * 37);
+  EXPECT_EQ(whole(words), u"no text");
+}
+
+TEST(TextDecoding, shows_what_is_no_character_of_utf_16_and_utf_32_as_such) {
+  const std::string nine("1\0002\0003\0004\0005\0006\0007\0008\0009\0", 18);
+  // The second half of a pair, the first without a second, and half of a unit at the end.
+  EXPECT_EQ(whole("\xFF\xFE" + nine +
+                  "\0\xDC"
+                  "x\0"s),
+            u"123456789\uFFFDx");
+  EXPECT_EQ(whole("\xFF\xFE" + nine +
+                  "\0\xD8"
+                  "x\0"s),
+            u"123456789\uFFFDx");
+  EXPECT_EQ(whole("\xFF\xFE" + nine + "\0\xD8"s), u"123456789\uFFFD");
+  EXPECT_EQ(whole("\xFF\xFE" + nine + "x"), u"123456789\uFFFD");
+  std::string wide;
+  for (const char digit : "123456789"s) wide += "\0\0\0"s + digit;
+  EXPECT_EQ(whole("\0\0\xFE\xFF"s + wide + "\0\0\xD8\0"s), u"123456789\uFFFD");
+  EXPECT_EQ(whole("\0\0\xFE\xFF"s + wide + "\0\0\0"s), u"123456789\uFFFD");
+}
+
+TEST(TextDecoding, shows_no_mark_but_one_that_stands_inside_the_text) {
+  EXPECT_EQ(whole("\xEF\xBB\xBF\xEF\xBB\xBF.."), u"\uFEFF..");
+  EXPECT_EQ(whole("\xFF\xFE\xFF\xFE.\0.\0"s), u"\uFEFF..");
 }
 
 TEST(TextDecoding, reads_letters_that_are_no_utf_8_as_windows_does) {
