@@ -15,13 +15,6 @@ constexpr double lineWidth = 1.5;
 // those of the canvas have any part.
 constexpr double edgeWidth = 6;
 
-QRect pixelsOf(const Rect& rect, double margin, double scale) {
-  return {QPoint(static_cast<int>(std::floor((rect.x - margin) * scale)),
-                 static_cast<int>(std::floor((rect.y - margin) * scale))),
-          QPoint(static_cast<int>(std::ceil((rect.x + rect.width + margin) * scale)) - 1,
-                 static_cast<int>(std::ceil((rect.y + rect.height + margin) * scale)) - 1)};
-}
-
 PixelCanvas painted(const QRect& area, const Rect& band, QSizeF size, double scale) {
   PixelCanvas canvas(area, scale);
   const Rect rect = canvas.toPixels(band);
@@ -35,8 +28,8 @@ PixelCanvas painted(const QRect& area, const Rect& band, QSizeF size, double sca
 }  // namespace
 
 BandPicture BandPicture::of(const Rect& band, QSizeF size, double scale) {
-  const QRect all = pixelsOf({0, 0, size.width(), size.height()}, 0, scale);
-  const QRect seen = pixelsOf(band, lineWidth / 2, scale) & all;
+  const QRect all = pixelsAround({0, 0, size.width(), size.height()}, 0, scale);
+  const QRect seen = pixelsAround(band, lineWidth / 2, scale) & all;
   BandPicture picture;
   if (seen.isEmpty()) return picture;
   const int edge = static_cast<int>(std::ceil(edgeWidth * scale));

@@ -116,14 +116,6 @@ LabelPainter::Picture LabelPainter::fitting(Style style, const QString& name, do
   });
 }
 
-QRect LabelPainter::area(const TreemapRect& rect, double scale) {
-  const double height = std::min(rect.height, highestRow);
-  return {QPoint(static_cast<int>(std::floor(rect.x * scale)),
-                 static_cast<int>(std::floor(rect.y * scale))),
-          QPoint(static_cast<int>(std::ceil((rect.x + rect.width) * scale)) - 1,
-                 static_cast<int>(std::ceil((rect.y + height) * scale)) - 1)};
-}
-
 void LabelPainter::endPass() {
   if (pictures_.size() > picturesToKeep) {
     pictures_.removeIf([this](auto entry) { return entry.value().lastPass != pass_; });
@@ -134,7 +126,8 @@ void LabelPainter::endPass() {
 void LabelPainter::paint(PixelCanvas& canvas, const TreemapRect& rect) {
   const double scale = canvas.scale();
   const QRect outerClip = canvas.clip();
-  const QRect row = area(rect, scale);
+  const double height = std::min(rect.height, highestRow);
+  const QRect row = pixelsAround({rect.x, rect.y, rect.width, height}, 0, scale);
   if (!row.intersects(outerClip)) return;
   const auto label = TileLabel::of(rect);
   if (!label) return;

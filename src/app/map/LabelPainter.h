@@ -6,7 +6,6 @@
 #include <QFont>
 #include <QHash>
 #include <QImage>
-#include <QRect>
 #include <QString>
 
 #include "app/map/PixelCanvas.h"
@@ -22,9 +21,6 @@ class LabelPainter {
   // The label of the tile, if it has one, over what the canvas shows. Never reaches beyond the
   // tile.
   void paint(PixelCanvas& canvas, const TreemapRect& rect);
-
-  // The pixels that the label of a tile can reach, if it has one.
-  static QRect area(const TreemapRect& rect, double scale);
 
   // To be called after all tiles have been painted: lets go of pictures that were not in use, once
   // there are many.

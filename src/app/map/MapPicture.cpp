@@ -12,13 +12,6 @@
 namespace tessaly::MapPicture {
 namespace {
 
-QRect pixelsAround(const Rect& rect, double margin, double scale) {
-  return {QPoint(static_cast<int>(std::floor((rect.x - margin) * scale)),
-                 static_cast<int>(std::floor((rect.y - margin) * scale))),
-          QPoint(static_cast<int>(std::ceil((rect.x + rect.width + margin) * scale)) - 1,
-                 static_cast<int>(std::ceil((rect.y + rect.height + margin) * scale)) - 1)};
-}
-
 QRect pixelsInside(const Rect& rect, double inset, double scale) {
   return {QPoint(static_cast<int>(std::ceil((rect.x + inset) * scale)),
                  static_cast<int>(std::ceil((rect.y + inset) * scale))),
@@ -27,8 +20,7 @@ QRect pixelsInside(const Rect& rect, double inset, double scale) {
 }
 
 QRect canvasPixels(QSizeF size, double scale) {
-  return {0, 0, static_cast<int>(std::ceil(size.width() * scale)),
-          static_cast<int>(std::ceil(size.height() * scale))};
+  return pixelsAround({0, 0, size.width(), size.height()}, 0, scale);
 }
 
 void paintTile(PixelCanvas& canvas, const CanvasTile& tile, LabelPainter& labels) {
@@ -41,12 +33,8 @@ void paintTile(PixelCanvas& canvas, const CanvasTile& tile, LabelPainter& labels
 constexpr double cornerCut = 3;
 // A hole smaller than this is painted faster than it is left out.
 constexpr int smallestHole = 24;
-// The same of what a coat is laid over.
-constexpr int smallestCoat = 96;
-// Each piece costs something, whatever its size: so many at most after the holes are left out, and
-// after coats are cut out of them.
+// Each piece costs something, whatever its size.
 constexpr int mostPieces = 24;
-constexpr int mostPiecesWithCoats = 32;
 
 // The tiles that meet a rectangle of pixels, and which a highlighted one is painted between.
 struct Surroundings {
@@ -74,12 +62,6 @@ Surroundings surroundingsOf(const CanvasTiles& tiles, std::size_t index, const Q
   return found;
 }
 
-// The largest first.
-void sortBySize(std::vector<QRect>& rects) {
-  std::ranges::stable_sort(rects, std::greater(),
-                           [](const QRect& rect) { return rect.width() * rect.height(); });
-}
-
 // Where anything of a tile or its glow may be seen: `area` without what lies under other tiles, the
 // largest of them first.
 QRegion visiblePart(const QRect& area, const std::vector<const CanvasTile*>& above, double scale) {
@@ -88,7 +70,8 @@ QRegion visiblePart(const QRect& area, const std::vector<const CanvasTile*>& abo
     const QRect hole = pixelsInside(tile->rect.rect(), cornerCut, scale) & area;
     if (hole.width() >= smallestHole && hole.height() >= smallestHole) holes.push_back(hole);
   }
-  sortBySize(holes);
+  std::ranges::stable_sort(holes, std::greater(),
+                           [](const QRect& hole) { return hole.width() * hole.height(); });
   QRegion visible = area;
   for (const QRect& hole : holes) {
     const QRegion less = visible - hole;
@@ -96,38 +79,6 @@ QRegion visiblePart(const QRect& area, const std::vector<const CanvasTile*>& abo
     visible = less;
   }
   return visible;
-}
-
-// What is seen of a highlighted tile, by how it is painted.
-struct Parts {
-  QRegion coated;  // by a coat over the picture that is there
-  QRegion afresh;
-};
-
-Parts partsOf(const QRegion& visible, const CanvasTile& tile,
-              const std::vector<const CanvasTile*>& above, double scale) {
-  QRect inside = pixelsInside(tile.rect.rect(), TilePainter::coatDepth(), scale);
-  inside.setTop(std::max(inside.top(), LabelPainter::area(tile.rect, scale).bottom() + 1));
-  if (!inside.isValid()) return {.coated = {}, .afresh = visible};
-  QRegion glowing;  // a coat belongs under the glow of a selected tile, not over it
-  for (const CanvasTile* other : above) {
-    if (other->selected) {
-      glowing += pixelsAround(other->rect.rect(), TilePainter::reach(*other, false), scale);
-    }
-  }
-  std::vector<QRect> coats;
-  for (const QRect& part : visible - glowing) {
-    const QRect coat = part & inside;
-    if (coat.width() >= smallestCoat && coat.height() >= smallestCoat) coats.push_back(coat);
-  }
-  sortBySize(coats);
-  Parts parts{.coated = {}, .afresh = visible};
-  for (const QRect& coat : coats) {
-    const Parts more{.coated = parts.coated + coat, .afresh = parts.afresh - coat};
-    if (more.coated.rectCount() + more.afresh.rectCount() > mostPiecesWithCoats) break;
-    parts = more;
-  }
-  return parts;
 }
 
 void paintGlows(PixelCanvas& canvas, const std::vector<const CanvasTile*>& tiles) {
@@ -170,19 +121,8 @@ std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, 
 
   const Surroundings around = surroundingsOf(tiles, index, area, body, scale);
   const Glow glow = *TilePainter::glowOf(tile, true, scale);
-  const Parts parts = partsOf(visiblePart(area, around.above, scale), tile, around.above, scale);
   std::vector<PixelCanvas> pieces;
-  const auto eraseCovered = [&](PixelCanvas& canvas) {
-    for (const CanvasTile* above : around.above) {
-      if (meets(*above, canvas.area(), scale)) eraseBelow(canvas, *above);
-    }
-  };
-  for (const QRect& part : parts.coated) {
-    PixelCanvas& canvas = pieces.emplace_back(part, scale);
-    TilePainter::paintCoat(canvas, tile);
-    eraseCovered(canvas);
-  }
-  for (const QRect& part : parts.afresh) {
+  for (const QRect& part : visiblePart(area, around.above, scale)) {
     PixelCanvas& canvas = pieces.emplace_back(part, scale);
     // The fill lets what is under it shine through, so that is painted afresh below the tile, while
     // the glow around it lies over the picture that is there.
@@ -200,7 +140,9 @@ std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, 
     canvas.setClip(part & body);
     paintGlows(canvas, around.above);
     canvas.setClip(part);
-    eraseCovered(canvas);
+    for (const CanvasTile* above : around.above) {
+      if (meets(*above, part, scale)) eraseBelow(canvas, *above);
+    }
     TilePainter::cutCorners(canvas, size);
   }
   return pieces;

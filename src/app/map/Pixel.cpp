@@ -60,17 +60,6 @@ void changeAll(std::uint32_t* pixels, int count, Change change) {
 
 }  // namespace
 
-Gradient Gradient::from(int count) const {
-  const auto less = [count](std::uint16_t value, std::uint16_t each) {
-    return static_cast<std::uint16_t>(value - count * each);
-  };
-  return {.first = {.blue = less(first.blue, step.blue),
-                    .green = less(first.green, step.green),
-                    .red = less(first.red, step.red),
-                    .alpha = less(first.alpha, step.alpha)},
-          .step = step};
-}
-
 void fill(std::uint32_t* first, int count, std::uint32_t color) {
   const std::array<std::uint32_t, block> colors = {color, color, color, color};
   for (; count >= block; count -= block, first += block) {

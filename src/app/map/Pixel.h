@@ -50,9 +50,6 @@ struct Gradient {
   };
   Color first;
   Color step;  // what each pixel has less than the one before
-
-  // The same without its first `count` pixels.
-  Gradient from(int count) const;
 };
 
 // The same with those colours, each scaled by `coverage`. None may fall below 0.

@@ -1,6 +1,7 @@
 #include "app/map/PixelCanvas.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "app/map/Pixel.h"
 
@@ -16,6 +17,13 @@ void eachRow(RoundedShape& shape, const QRect& clip, Use use) {
 }
 
 }  // namespace
+
+QRect pixelsAround(const Rect& rect, double margin, double scale) {
+  return {QPoint(static_cast<int>(std::floor((rect.x - margin) * scale)),
+                 static_cast<int>(std::floor((rect.y - margin) * scale))),
+          QPoint(static_cast<int>(std::ceil((rect.x + rect.width + margin) * scale)) - 1,
+                 static_cast<int>(std::ceil((rect.y + rect.height + margin) * scale)) - 1)};
+}
 
 void blendSpan(std::uint32_t* first, int count, std::uint32_t color) {
   if (color >> 24 == 255) {

@@ -61,6 +61,9 @@ class PixelCanvas {
   std::ptrdiff_t stride_;
 };
 
+// The pixels that `rect` and `margin` around it reach, both in points, at `scale` pixels a point.
+QRect pixelsAround(const Rect& rect, double margin, double scale);
+
 // Lays `color` over `count` pixels from `first` on.
 void blendSpan(std::uint32_t* first, int count, std::uint32_t color);
 

@@ -16,8 +16,6 @@ constexpr double glowOpacity = 0.6;
 constexpr double fillStart = 0.92;
 constexpr double fillEnd = 0.7;
 constexpr double sheenStart = 0.12;
-constexpr double highlightWash = 0.06;
-constexpr double selectionWash = 0.12;
 
 // The colours of one row of a tile: a fill whose opacity falls along the row, with white of a
 // constant opacity over it.
@@ -64,28 +62,17 @@ struct RowColors {
   std::uint32_t atPixel(int x) const { return at(opacityAt(x + 0.5)); }
 };
 
-// The steps of a gradient have 8 bits after the point, so every so many pixels of the canvas the
-// colour is worked out afresh.
+// The steps of a gradient have 8 bits after the point, so every so many pixels the colour is worked
+// out afresh.
 constexpr int pixelsBetween = 64;
 
-// The pixels in [from, to) of the solid part of a row, which begins at `begin`. Each comes out the
-// same whichever of them are painted.
-void fillSpan(std::uint32_t* pixels, int begin, int from, int to, const RowColors& colors,
+// The solid part of a row.
+void fillSpan(std::uint32_t* pixels, int from, int to, const RowColors& colors,
               std::uint8_t coverage) {
-  while (from < to) {
-    const int step = from - from % pixelsBetween;
-    const int start = std::max(step, begin);
-    const int end = std::min(step + pixelsBetween, to);
-    Pixel::layOver(pixels + from, end - from,
-                   colors.gradient(colors.opacityAt(start + 0.5)).from(from - start), coverage);
-    from = end;
+  for (; from < to; from += pixelsBetween) {
+    Pixel::layOver(pixels + from, std::min(to - from, pixelsBetween),
+                   colors.gradient(colors.opacityAt(from + 0.5)), coverage);
   }
-}
-
-// The opacity of the white over the row `y` of a tile, which fades out in its middle.
-double sheenAt(int y, const Rect& rect) {
-  const double down = std::clamp(y + 0.5 - rect.y, 0.0, rect.height);
-  return sheenStart * std::max(0.0, 1 - 2 * down / rect.height);
 }
 
 void paintFill(PixelCanvas& canvas, const Rect& rect, double radius, const Color& color,
@@ -102,7 +89,8 @@ void paintFill(PixelCanvas& canvas, const Rect& rect, double radius, const Color
   const int end = std::min(shape.endRow(), area.bottom() + 1);
   for (int y = std::max(shape.firstRow(), area.top()); y < end; ++y) {
     const double down = std::clamp(y + 0.5 - rect.y, 0.0, rect.height);
-    colors.white = 1 - (1 - sheenAt(y, rect)) * (1 - wash);
+    const double sheen = sheenStart * std::max(0.0, 1 - 2 * down / rect.height);
+    colors.white = 1 - (1 - sheen) * (1 - wash);
     colors.start =
         color.opacity * fillStart - fall * down * rect.height / diagonal + colors.slope * rect.x;
 
@@ -114,8 +102,8 @@ void paintFill(PixelCanvas& canvas, const Rect& rect, double radius, const Color
       }
     };
     blend(row.begin, row.solidBegin);
-    fillSpan(pixels, row.solidBegin, std::max(row.solidBegin, left), std::min(row.solidEnd, right),
-             colors, row.solid);
+    fillSpan(pixels, std::max(row.solidBegin, left), std::min(row.solidEnd, right), colors,
+             row.solid);
     blend(row.solidEnd, row.end);
   }
 }
@@ -166,7 +154,7 @@ std::optional<Glow> glowOf(const CanvasTile& tile, bool highlighted, double scal
 void paintBody(PixelCanvas& canvas, const CanvasTile& tile, bool highlighted) {
   const Rect rect = canvas.toPixels(tile.rect.rect());
   const double radius = tile.radius() * canvas.scale();
-  const double wash = tile.selected ? selectionWash : highlighted ? highlightWash : 0;
+  const double wash = tile.selected ? 0.12 : highlighted ? 0.06 : 0;
   paintFill(canvas, rect, radius, tile.tint, wash);
 
   const Color line = tile.selected ? MarrowTheme::accent
@@ -174,25 +162,6 @@ void paintBody(PixelCanvas& canvas, const CanvasTile& tile, bool highlighted) {
                                    : tile.tint.atOpacity(0.4);
   canvas.stroke(rect, radius, lineWidth(tile, highlighted) * canvas.scale(),
                 Pixel::fromColor(line));
-}
-
-void paintCoat(PixelCanvas& canvas, const CanvasTile& tile) {
-  const Rect rect = canvas.toPixels(tile.rect.rect());
-  const double glow = glowOpacity * tile.tint.opacity * (1 - highlightWash);
-  const QRect& area = canvas.clip();
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    const double sheen = sheenAt(y, rect);
-    const auto channel = [&](double value) {
-      return highlightWash + glow * (sheen + (1 - sheen) * value / 255);
-    };
-    Pixel::fill(canvas.row(y) + area.left(), area.width(),
-                Pixel::fromParts(channel(255), channel(tile.tint.red), channel(tile.tint.green),
-                                 channel(tile.tint.blue)));
-  }
-}
-
-double coatDepth() {
-  return Glow::depth(glowRadius);
 }
 
 double bodyReach(const CanvasTile& tile, bool highlighted) {

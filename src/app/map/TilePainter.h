@@ -31,15 +31,6 @@ std::optional<Glow> glowOf(const CanvasTile& tile, bool highlighted, double scal
 // Fill, sheen, wash and outline, over what the canvas shows already.
 void paintBody(PixelCanvas& canvas, const CanvasTile& tile, bool highlighted);
 
-// Fills the clip with what turns the picture of a plain tile into that of a highlighted one when it
-// is laid over it, label aside. True at least coatDepth() inside the tile, where the glow has its
-// whole strength: a glow under a fill of its own colour comes to the same as one over it, however
-// much of it the fill lets through.
-void paintCoat(PixelCanvas& canvas, const CanvasTile& tile);
-
-// In points.
-double coatDepth();
-
 // How far the body and the glow of a tile reach beyond its rectangle, in points.
 double bodyReach(const CanvasTile& tile, bool highlighted);
 double reach(const CanvasTile& tile, bool highlighted);

@@ -120,39 +120,6 @@ TEST_F(TilePainterTest, looks_the_same_at_twice_the_pixels) {
   }
 }
 
-TEST_F(TilePainterTest, paints_a_pixel_the_same_whichever_part_of_the_tile_is_painted) {
-  const PixelCanvas whole = painted(tile(), false);
-  for (const int cut : {70, 97, 113, 151, 230}) {
-    PixelCanvas halves(whole.area(), 1);
-    TilePainter::paintGround(halves, {300, 200});
-    for (const QRect& half : {QRect(0, 0, cut, 200), QRect(cut, 0, 300 - cut, 200)}) {
-      halves.setClip(half);
-      TilePainter::paintBody(halves, tile(), false);
-    }
-    EXPECT_EQ(halves.image(), whole.image()) << cut;
-  }
-}
-
-TEST_F(TilePainterTest, turns_a_plain_tile_into_a_highlighted_one_by_a_coat) {
-  for (const double opacity : {1.0, 0.25}) {
-    CanvasTile shown = tile();
-    shown.tint = tint.atOpacity(opacity);
-    PixelCanvas coated = painted(shown, false);
-    const double depth = TilePainter::coatDepth();
-    const QRect inside = QRectF(50 + depth, 50 + depth, 200 - 2 * depth, 100 - 2 * depth).toRect();
-    PixelCanvas coat(inside, 1);
-    TilePainter::paintCoat(coat, shown);
-    coated.draw(coat.image(), inside.x(), inside.y());
-    const PixelCanvas highlighted = painted(shown, true);
-    for (int y = inside.top(); y <= inside.bottom(); ++y) {
-      for (int x = inside.left(); x <= inside.right(); ++x) {
-        ASSERT_LE(difference(coated.image().pixel(x, y), highlighted.image().pixel(x, y)), 2)
-            << x << "," << y << " at " << opacity;
-      }
-    }
-  }
-}
-
 TEST_F(TilePainterTest, keeps_a_faint_colour_faint) {
   CanvasTile faint = tile();
   faint.tint = tint.atOpacity(0.28);
