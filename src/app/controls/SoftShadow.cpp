@@ -1,15 +1,13 @@
 #include "app/controls/SoftShadow.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
-#include <vector>
 
 #include <QCache>
 #include <QImage>
 #include <QPainter>
 
+#include "app/controls/AlphaBlur.h"
 #include "app/controls/ContinuousShape.h"
 
 namespace tessaly {
@@ -25,58 +23,9 @@ struct Silhouette {
   int margin = 0;
 };
 
-// The odd widths of three boxes whose cascade has this standard deviation.
-std::array<int, 3> boxWidths(double sigma) {
-  const double ideal = std::sqrt(12 * sigma * sigma / 3 + 1);
-  int lower = static_cast<int>(std::floor(ideal));
-  if (lower % 2 == 0) --lower;
-  lower = std::max(lower, 1);
-  const double count =
-      (12 * sigma * sigma - 3.0 * lower * lower - 12.0 * lower - 9) / (-4.0 * lower - 4);
-  const long small = std::clamp(std::lround(count), 0L, 3L);
-  std::array<int, 3> widths{};
-  for (int i = 0; i < 3; ++i) widths[static_cast<std::size_t>(i)] = i < small ? lower : lower + 2;
-  return widths;
-}
-
-int blurMargin(double sigma) {
-  int margin = 0;
-  for (const int width : boxWidths(sigma)) margin += width / 2;
-  return margin;
-}
-
-// One box blur along a line of `count` samples that lie `stride` apart. What lies outside is empty.
-void blurLine(std::uint8_t* line, int count, qsizetype stride, int width,
-              std::vector<std::uint8_t>& copy) {
-  copy.resize(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) copy[static_cast<std::size_t>(i)] = line[i * stride];
-  const int half = width / 2;
-  int sum = 0;
-  const std::uint8_t* const values = copy.data();
-  for (int i = 0; i < std::min(half, count); ++i) sum += values[i];
-  for (int i = 0; i < count; ++i) {
-    if (i + half < count) sum += values[i + half];
-    line[i * stride] = static_cast<std::uint8_t>((sum + half) / width);
-    if (i - half >= 0) sum -= values[i - half];
-  }
-}
-
-void blur(QImage& alpha, double sigma) {
-  std::vector<std::uint8_t> copy;
-  for (const int width : boxWidths(sigma)) {
-    if (width <= 1) continue;
-    for (int y = 0; y < alpha.height(); ++y) {
-      blurLine(alpha.scanLine(y), alpha.width(), 1, width, copy);
-    }
-    for (int x = 0; x < alpha.width(); ++x) {
-      blurLine(alpha.bits() + x, alpha.height(), alpha.bytesPerLine(), width, copy);
-    }
-  }
-}
-
 Silhouette makeSilhouette(const QSize& shape, double cornerRadius, double sigma) {
   Silhouette made;
-  made.margin = blurMargin(sigma);
+  made.margin = AlphaBlur::margin(sigma);
   QImage drawn(shape + QSize(2 * made.margin, 2 * made.margin),
                QImage::Format_ARGB32_Premultiplied);
   drawn.fill(Qt::transparent);
@@ -87,7 +36,7 @@ Silhouette makeSilhouette(const QSize& shape, double cornerRadius, double sigma)
       Qt::black);
   painter.end();
   made.alpha = drawn.convertToFormat(QImage::Format_Alpha8);
-  blur(made.alpha, sigma);
+  AlphaBlur::blur(made.alpha, sigma);
   return made;
 }
 
@@ -153,7 +102,7 @@ void SoftShadow::paint(QPainter& painter, const QRectF& shape, double cornerRadi
   if (pixels.isEmpty()) return;
   const double sigma = radius * scale;
   const double corner = cornerRadius * scale;
-  const int margin = blurMargin(sigma);
+  const int margin = AlphaBlur::margin(sigma);
 
   // What lies further from the edge than corner and blur reach is the same all along a side.
   const int edge = static_cast<int>(std::ceil(ContinuousShape::reach(corner))) + 2 * margin;

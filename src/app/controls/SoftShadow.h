@@ -1,10 +1,9 @@
 // Painted shadows and glows: the blurred silhouette of a rounded shape, made on the processor, so
 // that it is there on every renderer.
 //
-// The blur is three box blurs, which come close to a Gaussian (W. M. Wells, "Efficient synthesis of
-// Gaussian filters by cascaded uniform filters", 1986). A silhouette is blurred once for its radius
-// and blur and kept; its middle stretches, so a shape of any size costs nine copies. Main thread
-// only, or the render thread while the main thread waits for it.
+// A silhouette is blurred once for its radius and blur and kept; its middle stretches, so a shape
+// of any size costs nine copies. Main thread only, or the render thread while the main thread waits
+// for it.
 #pragma once
 
 #include <QColor>

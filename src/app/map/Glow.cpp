@@ -1,9 +1,9 @@
 #include "app/map/Glow.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
+#include "app/controls/AlphaBlur.h"
 #include "app/map/Pixel.h"
 
 namespace tessaly {
@@ -11,22 +11,16 @@ namespace {
 
 // In deviations of the Gaussian: further out a glow is below what a pixel can show.
 constexpr double range = 2.5;
-// The same inwards: further in it is as strong as a pixel can show.
-constexpr double farInside = 3;
 
 // Strengths of `count` pixels from `first` on, along one axis of the blurred rectangle.
-std::vector<std::uint32_t> strengths(int first, int count, double low, double high,
-                                     double deviation) {
-  std::vector<std::uint32_t> values(static_cast<std::size_t>(std::max(count, 0)));
-  const double unit = deviation * std::sqrt(2.0);
-  const double far = deviation * farInside;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const double middle = first + static_cast<double>(i) + 0.5;
-    const bool isInside = middle - low > far && high - middle > far;
-    const double part =
-        isInside ? 1 : (std::erf((middle - low) / unit) - std::erf((middle - high) / unit)) / 2;
-    values[i] = static_cast<std::uint32_t>(part * 255 + 0.5);
+std::vector<std::uint8_t> strengths(int first, int count, double low, double high,
+                                    double deviation) {
+  std::vector<std::uint8_t> values;
+  for (int x = first; x < first + count; ++x) {
+    const double covered = std::min(x + 1.0, high) - std::max<double>(x, low);
+    values.push_back(static_cast<std::uint8_t>(std::clamp(covered, 0.0, 1.0) * 255 + 0.5));
   }
+  AlphaBlur::blurLine(values.data(), count, 1, deviation);
   return values;
 }
 
@@ -36,27 +30,17 @@ double Glow::reach(double radius) {
   return radius * range;
 }
 
-double Glow::depth(double radius) {
-  return radius * farInside;
-}
-
 Glow::Glow(const Rect& rect, const Color& color, double radius, double scale) {
-  const double left = rect.x * scale;
-  const double top = rect.y * scale;
-  const double right = left + rect.width * scale;
-  const double bottom = top + rect.height * scale;
   const double deviation = radius * scale;
-  const double margin = reach(radius) * scale;
-  area_ = QRect(QPoint(static_cast<int>(std::floor(left - margin)),
-                       static_cast<int>(std::floor(top - margin))),
-                QPoint(static_cast<int>(std::ceil(right + margin)) - 1,
-                       static_cast<int>(std::ceil(bottom + margin)) - 1));
-  columns_ = strengths(area_.x(), area_.width(), left, right, deviation);
-  rows_ = strengths(area_.y(), area_.height(), top, bottom, deviation);
+  area_ = pixelsAround(rect, reach(radius), scale);
+  columns_ =
+      strengths(area_.x(), area_.width(), rect.x * scale, (rect.x + rect.width) * scale, deviation);
+  rows_ = strengths(area_.y(), area_.height(), rect.y * scale, (rect.y + rect.height) * scale,
+                    deviation);
   for (std::size_t i = 0; i < colors_.size(); ++i) {
     colors_[i] = Pixel::fromColor(color.atOpacity(static_cast<double>(i) / 255));
   }
-  const auto isFull = [](std::uint32_t strength) { return strength == 255; };
+  const auto isFull = [](std::uint8_t strength) { return strength == 255; };
   const auto full = std::ranges::find_if(columns_, isFull);
   const auto fullEnd = std::find_if_not(full, columns_.end(), isFull);
   fullFrom_ = area_.x() + static_cast<int>(full - columns_.begin());

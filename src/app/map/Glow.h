@@ -25,16 +25,13 @@ class Glow {
   // How far from the tile a glow of this radius is still seen, in points.
   static double reach(double radius);
 
-  // How far inside the tile it has its whole strength, in points.
-  static double depth(double radius);
-
   // Lays the glow over the canvas, inside its clip.
   void paint(PixelCanvas& canvas) const;
 
  private:
-  QRect area_;                          // pixels of the canvas
-  std::vector<std::uint32_t> columns_;  // strength of each, 0 to 255
-  std::vector<std::uint32_t> rows_;
+  QRect area_;                         // pixels of the canvas
+  std::vector<std::uint8_t> columns_;  // strength of each
+  std::vector<std::uint8_t> rows_;
   std::array<std::uint32_t, 256> colors_{};  // by strength
   int fullFrom_ = 0;  // the columns of full strength, in pixels of the canvas
   int fullTo_ = 0;

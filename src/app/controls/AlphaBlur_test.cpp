@@ -1,0 +1,69 @@
+#include "app/controls/AlphaBlur.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+// The share of a Gaussian that lies below `distance`.
+double below(double distance, double sigma) {
+  return 0.5 * std::erfc(-distance / (sigma * std::sqrt(2)));
+}
+
+TEST(AlphaBlur, turns_an_edge_into_the_integral_of_a_gaussian) {
+  for (const double sigma : {2.0, 3.3, 6.0, 18.0}) {
+    std::vector<std::uint8_t> line(300);
+    std::fill(line.begin() + 150, line.end(), 255);
+    AlphaBlur::blurLine(line.data(), 300, 1, sigma);
+    for (int i = 60; i < 150; ++i) {
+      EXPECT_NEAR(line.data()[i] / 255.0, below(i + 0.5 - 150, sigma), 0.012) << i << " " << sigma;
+    }
+  }
+}
+
+TEST(AlphaBlur, reaches_as_far_as_its_margin_and_no_farther) {
+  for (const double sigma : {0.7, 2.0, 6.0}) {
+    std::vector<std::uint8_t> line(100);
+    std::fill(line.begin() + 50, line.end(), 255);
+    AlphaBlur::blurLine(line.data(), 100, 1, sigma);
+    EXPECT_EQ(line.data()[49 - AlphaBlur::margin(sigma)], 0) << sigma;
+    EXPECT_GT(line.data()[49 - static_cast<int>(sigma)], 0) << sigma;
+  }
+}
+
+TEST(AlphaBlur, blurs_a_column_as_it_blurs_a_line_and_leaves_what_is_beside_it) {
+  std::vector<std::uint8_t> line(40);
+  std::fill_n(line.begin() + 15, 10, 200);
+  std::vector<std::uint8_t> table(120, 7);
+  for (int i = 0; i < 40; ++i) table.data()[i * 3 + 1] = line.data()[i];
+  AlphaBlur::blurLine(line.data(), 40, 1, 2.5);
+  AlphaBlur::blurLine(table.data() + 1, 40, 3, 2.5);
+  for (int i = 0; i < 40; ++i) {
+    EXPECT_EQ(table.data()[i * 3], 7);
+    EXPECT_EQ(table.data()[i * 3 + 1], line.data()[i]) << i;
+    EXPECT_EQ(table.data()[i * 3 + 2], 7);
+  }
+}
+
+TEST(AlphaBlur, keeps_the_whole_of_the_opacity) {
+  std::vector<std::uint8_t> line(100);
+  line.data()[50] = 255;
+  line.data()[51] = 255;
+  AlphaBlur::blurLine(line.data(), 100, 1, 3);
+  int sum = 0;
+  for (const std::uint8_t value : line) sum += value;
+  EXPECT_NEAR(sum, 510, 8);
+}
+
+TEST(AlphaBlur, without_a_deviation_changes_nothing) {
+  std::vector<std::uint8_t> line = {0, 9, 255, 0, 77};
+  const std::vector<std::uint8_t> before = line;
+  AlphaBlur::blurLine(line.data(), 5, 1, 0);
+  EXPECT_EQ(line, before);
+}
+
+}  // namespace
+}  // namespace tessaly
