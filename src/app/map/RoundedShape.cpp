@@ -5,25 +5,21 @@
 #include <cmath>
 #include <cstddef>
 
+#include "app/controls/ContinuousShape.h"
+
 namespace tessaly {
 namespace {
 
-constexpr double exponent = 2.5;
 constexpr int slices = 4;
 constexpr int steps = 256;
-
-// How far from the corner the curve begins, for a radius of 1, so that it passes the diagonal where
-// the quarter circle does.
-const double reachPerRadius = (1 - std::sqrt(0.5)) / (1 - std::pow(0.5, 1 / exponent));
 
 // The curve: inset from one edge at each distance from the other, both as parts of the reach.
 const std::array<float, steps + 1>& curve() {
   static const auto table = [] {
     std::array<float, steps + 1> values{};
     for (int i = 0; i <= steps; ++i) {
-      const double along = 1 - static_cast<double>(i) / steps;
-      const double inset = 1 - std::pow(1 - std::pow(along, exponent), 1 / exponent);
-      values[static_cast<std::size_t>(i)] = static_cast<float>(inset);
+      values[static_cast<std::size_t>(i)] =
+          static_cast<float>(ContinuousShape::inset(static_cast<double>(i) / steps));
     }
     return values;
   }();
@@ -39,7 +35,8 @@ std::uint8_t toCoverage(double part) {
 RoundedShape::RoundedShape(const Rect& rect, double radius) : rect_(rect) {
   rect_.width = std::max(rect_.width, 0.0);
   rect_.height = std::max(rect_.height, 0.0);
-  reach_ = std::min({std::max(radius, 0.0) * reachPerRadius, rect_.width / 2, rect_.height / 2});
+  reach_ =
+      std::min({ContinuousShape::reach(std::max(radius, 0.0)), rect_.width / 2, rect_.height / 2});
   firstRow_ = static_cast<int>(std::floor(rect_.y));
   endRow_ = static_cast<int>(std::ceil(rect_.y + rect_.height));
 }

@@ -1,7 +1,5 @@
 // How much of each pixel a rounded rectangle covers, row by row: what the painting of tiles stands
-// on. Corners are continuous: their curvature grows gradually where the straight edge ends, as that
-// of the superellipse |x|^2.5 + |y|^2.5 = 1 does, and they cut off as much of the corner as a
-// quarter circle of the same radius.
+// on. Corners have the curve of ContinuousShape, and a smaller radius where there is no room.
 //
 // Coordinates are pixels of the image that is painted on. A shape hands out views into a buffer of
 // its own, so each thread needs its own shape.
