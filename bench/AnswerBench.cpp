@@ -82,8 +82,8 @@ Figures scanOnce(const std::string& folder) {
 
   ScanSession& session = application.session();
   QEventLoop scanning;
-  QObject::connect(&session, &ScanSession::statusChanged, &scanning, [&] {
-    if (session.status() != ScanStatus::scanning) scanning.quit();
+  QObject::connect(&session.run(), &ScanRun::statusChanged, &scanning, [&] {
+    if (session.run().status() != ScanStatus::scanning) scanning.quit();
   });
   heart.start();
   last = Clock::now();
@@ -96,7 +96,7 @@ Figures scanOnce(const std::string& folder) {
   figures.mainThread = cpuMilliseconds(CLOCK_THREAD_CPUTIME_ID) - cpu;
   runFor(std::chrono::milliseconds(500));
   heart.stop();
-  if (session.status() != ScanStatus::complete || gaps.empty()) {
+  if (session.run().status() != ScanStatus::complete || gaps.empty()) {
     std::fprintf(stderr, "%s cannot be scanned\n", folder.c_str());
     std::exit(1);
   }

@@ -65,7 +65,7 @@ class CanvasBench {
     double repaint = 1e9;
     for (int i = 0; i < repetitions; ++i) {
       const double before = cpuMilliseconds();
-      emit session_.selectionChanged();
+      emit session_.selection().selectionChanged();
       waitForFrame();
       repaint = std::min(repaint, cpuMilliseconds() - before);
     }

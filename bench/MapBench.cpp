@@ -132,7 +132,7 @@ class MapBench {
       }));
       if (canvas().node().node()->path() != path) qFatal("the click has opened no folder");
       tiles = canvas().tiles().all().size();
-      session().back();
+      session().navigation().back();
       waitForFrame();
     }
     std::printf("drill-in to the painted map of %zu tiles: %.2f ms, CPU %.2f ms\n", tiles,
@@ -201,8 +201,8 @@ class MapBench {
         waitForFrame();
       });
       release = std::min(release, end.cpu);
-      if (session().selected().empty()) qFatal("the band has selected nothing");
-      session().clearSelection();
+      if (session().selection().selected().empty()) qFatal("the band has selected nothing");
+      session().selection().clearSelection();
       waitForFrame();
     }
     print("move of the rubber band", moves);

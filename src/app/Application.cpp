@@ -14,6 +14,8 @@
 #include "app/desktop/Renderer.h"
 #include "app/preview/PreviewReader.h"
 #include "app/preview/ReaderProgram.h"
+#include "app/window/ViewStates.h"
+#include "app/window/WindowState.h"
 #include "look/MarrowTheme.h"
 #include "platform/HomeDirectory.h"
 #include "platform/Leftovers.h"
@@ -142,7 +144,7 @@ Application::Application(const Services& services) {
     const auto reader = std::make_shared<ReaderProgram>();
     // The first preview is not far then, and until then the program that reads it takes no memory.
     QObject::connect(
-        session_.get(), &ScanSession::focusedChanged, engine_.get(),
+        &session_->selection(), &Selection::focusedChanged, engine_.get(),
         [reader, &dispatch] {
           dispatch.async(Dispatch::Queue::utility, [reader] { reader->warmUp(); });
         },
@@ -183,8 +185,12 @@ Application::Application(const Services& services) {
   commands_ = std::make_unique<MenuCommands>(
       MenuCommands::Services{.session = *session_, .actions = *nodeActions_, .quit = quit});
 
+  viewStates_ = std::make_unique<ViewStates>(*session_, *access_);
+  windowState_ = std::make_unique<WindowState>(*session_);
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
+       {QStringLiteral("states"), QVariant::fromValue(viewStates_.get())},
+       {QStringLiteral("bars"), QVariant::fromValue(windowState_.get())},
        {QStringLiteral("actions"), QVariant::fromValue(nodeActions_.get())},
        {QStringLiteral("commands"), QVariant::fromValue(commands_.get())},
        {QStringLiteral("gateActions"), QVariant::fromValue(gateActions_.get())}});
@@ -226,7 +232,7 @@ Application::Application(const Services& services) {
     Leftovers::removeAll(dispatch, support, others);
   };
 
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   access_->refresh();
   // Settings and other programs may have changed much while the user was there.
   QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, window_,
@@ -237,7 +243,7 @@ Application::Application(const Services& services) {
 
 void Application::lookAgain() {
   access_->refresh();
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
 }
 
 Application::~Application() = default;
@@ -291,7 +297,7 @@ void Application::bringForward() {
 void Application::installHotKey(GlobalHotKey& hotKey) {
   hotKey.install([this] {
     bringForward();
-    session_->setSearchOpen(true);
+    session_->shown().setSearchOpen(true);
   });
 }
 

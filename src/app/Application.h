@@ -49,6 +49,9 @@
 
 namespace tessaly {
 
+class ViewStates;
+class WindowState;
+
 class Application {
  public:
   // What the system does for the program, and what a test puts in its place. Whatever is null or
@@ -77,10 +80,10 @@ class Application {
     GlobalHotKey* hotKey = nullptr;
     std::string homeDirectory = {};
     ScanStore::Directory supportDirectory = {};  // where scans leave their files
-    ScanSession::Walk walk = {};
+    SessionServices::Walk walk = {};
     Shell::Run run = {};
     std::function<std::optional<DiskUsage>()> volumeUsage = {};
-    std::function<ScanSession::Clock::time_point()> now = {};
+    std::function<SessionServices::Clock::time_point()> now = {};
     std::function<std::chrono::system_clock::time_point()> date = {};
     // Or else the figures of `run` and `volumeUsage`, where one of these is lent.
     MachineFigures* figures = nullptr;
@@ -138,6 +141,8 @@ class Application {
   std::unique_ptr<NodeActions> nodeActions_;
   std::unique_ptr<MenuCommands> commands_;
   std::unique_ptr<AccessGateActions> gateActions_;
+  std::unique_ptr<ViewStates> viewStates_;
+  std::unique_ptr<WindowState> windowState_;
   std::unique_ptr<QQmlApplicationEngine> engine_;
   std::unique_ptr<PreviewWindow> ownPreviewPanel_;
   std::unique_ptr<QuickLook> quickLook_;

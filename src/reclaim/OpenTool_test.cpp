@@ -46,7 +46,7 @@ TEST(OpenTool, fails_and_is_terminated_if_it_does_not_exit) {
 TEST(OpenTool, start_does_not_wait) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
-  const Messages ended(folder.at("ended"));
+  const ToolMessages ended(folder.at("ended"));
   const OwnProcess before = OwnProcess::now();
   OpenTool::at(testTool(), longEnough).start({"hold", hold.path(), "tell", ended.path()});
   EXPECT_TRUE(OwnProcess::now().hasChildren);

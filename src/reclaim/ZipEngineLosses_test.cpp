@@ -221,7 +221,7 @@ TEST_F(ZipLosses, an_archive_of_unchanged_items_is_complete) {
 
 TEST_F(ZipLosses, cancelling_reports_no_losses) {
   putFile(to_, "old");
-  const Messages ready(tree_.at("ready"));
+  const ToolMessages ready(tree_.at("ready"));
   std::atomic<bool> isGivenUp = false;
   std::thread other([&] {
     ready.wait();

@@ -1,52 +1,62 @@
-// One step of the session: sets fields, and announces those that changed once all of them are set.
-// A view that is told of one field and looks at another thus never sees half a step. Private to the
-// session's own sources.
+// One step of the session: sets fields of one or several of its parts, and announces those that
+// changed once all of them are set. A view that is told of one field and reads another therefore
+// never sees half a step.
+//
+// Main thread only.
 #pragma once
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
+#include <QMetaMethod>
+#include <QObject>
 #include <QPointer>
-
-#include "session/ScanSession.h"
 
 namespace tessaly {
 
-class ScanSession::FieldChanges {
+class FieldChanges {
  public:
-  explicit FieldChanges(ScanSession& session) : session_(&session) {}
-
   // Setting the value that a field has already is no change.
-  template <class Field, class Value>
-  void set(Field& field, Value&& value, Signal changed) {
+  template <class Part, class Field, class Value>
+  void set(Part* part, Field& field, Value&& value, void (Part::*changed)()) {
     if (field == value) return;
     field = std::forward<Value>(value);
-    note(changed);
+    note(part, changed);
   }
 
   // For a field that was changed in place. One that changes twice in a step is announced once.
-  void note(Signal changed) {
-    if (std::ranges::find(changed_, changed) == changed_.end()) changed_.push_back(changed);
+  template <class Part>
+  void note(Part* part, void (Part::*changed)()) {
+    const QMetaMethod signal = QMetaMethod::fromSignal(changed);
+    const bool isNoted = std::any_of(changed_.begin(), changed_.end(), [&](const Change& change) {
+      return change.part == part && change.signal == signal;
+    });
+    if (!isNoted) changed_.push_back({part, signal});
   }
 
-  // Emits the signals in the order of the changes. The last thing to do in a step: whoever hears of
-  // it may take the next one, or end the session.
+  // Emits the signals in the order of the changes; those of a part that is gone are left out. The
+  // last thing to do in a step: a receiver may take the next step, or delete the session.
   void announce() {
-    for (const Signal changed : std::exchange(changed_, {})) {
-      if (session_) emit(session_->*changed)();
+    for (const Change& change : std::exchange(changed_, {})) {
+      if (change.part) change.signal.invoke(change.part, Qt::DirectConnection);
     }
   }
 
  private:
-  QPointer<ScanSession> session_;
-  std::vector<Signal> changed_;
+  struct Change {
+    QPointer<QObject> part;
+    QMetaMethod signal;
+  };
+
+  std::vector<Change> changed_;
 };
 
-template <class Field>
-void ScanSession::setField(Field& field, Field value, Signal changed) {
-  FieldChanges changes(*this);
-  changes.set(field, std::move(value), changed);
+// A step of one field.
+template <class Part, class Field, class Value>
+void setField(Part* part, Field& field, Value&& value, void (Part::*changed)()) {
+  FieldChanges changes;
+  changes.set(part, field, std::forward<Value>(value), changed);
   changes.announce();
 }
 

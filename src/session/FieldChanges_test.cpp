@@ -1,138 +1,129 @@
-// The signals of the session: once for each change, none without one, and all fields of a step set
-// before the first.
+#include "session/FieldChanges.h"
 
+#include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include <QSignalSpy>
-
+#include "session/CleanupQueue.h"
 #include "session/SessionFixture_test.h"
+#include "session/Shown.h"
 
 namespace tessaly {
 namespace {
 
-using FieldSignals = SessionFixture;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-// Sets a field twice to another value and once back: two changes, and a setting that is none.
-template <class Value>
-void expectOneSignalAChange(ScanSession& session, void (ScanSession::*set)(Value),
-                            void (ScanSession::*changed)(), const std::decay_t<Value>& first,
-                            const std::decay_t<Value>& second) {
-  QSignalSpy spy(&session, changed);
-  ASSERT_TRUE(spy.isValid());
-  (session.*set)(second);
-  EXPECT_EQ(spy.count(), 1);
-  (session.*set)(second);
-  EXPECT_EQ(spy.count(), 1);
-  (session.*set)(first);
-  EXPECT_EQ(spy.count(), 2);
+// A step over two parts, whose signals are written down.
+class AStep : public testing::Test {
+ protected:
+  AStep() {
+    listen(*shown_, &Shown::paneChanged, "pane");
+    listen(*shown_, &Shown::vizModeChanged, "vizMode");
+    listen(queue_, &CleanupQueue::queueChanged, "queue");
+    listen(queue_, &CleanupQueue::queueOpenChanged, "queueOpen");
+  }
+
+  template <class Part>
+  void listen(Part& part, void (Part::*changed)(), const std::string& name) {
+    QObject::connect(&part, changed, [this, name] {
+      log_.push_back(name);
+      if (then_) then_();
+    });
+  }
+
+  std::unique_ptr<Shown> shown_ = std::make_unique<Shown>();
+  CleanupQueue queue_;
+  FieldChanges changes_;
+  std::vector<std::string> log_;
+  std::function<void()> then_;
+};
+
+TEST_F(AStep, announces_what_changed_in_all_parts_in_the_order_of_the_changes) {
+  shown_->setPane(changes_, MainPane::apps);
+  queue_.addToQueue(changes_, file("/a", 1));
+  shown_->setVizMode(changes_, VizMode::largest);
+  EXPECT_THAT(log_, IsEmpty());
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("pane", "queue", "queueOpen", "vizMode"));
 }
 
-TEST_F(FieldSignals, come_once_for_each_change_of_a_field_that_views_set) {
-  using S = ScanSession;
-  S& s = session();
-  const std::optional<DiskNode> node = file("/r/a", 1);
-  expectOneSignalAChange(s, &S::setPane, &S::paneChanged, MainPane::map, MainPane::apps);
-  expectOneSignalAChange(s, &S::setVizMode, &S::vizModeChanged, VizMode::treemap, VizMode::safe);
-  expectOneSignalAChange(s, &S::setQueueOpen, &S::queueOpenChanged, false, true);
-  expectOneSignalAChange(s, &S::setQueueMinimized, &S::queueMinimizedChanged, false, true);
-  expectOneSignalAChange(s, &S::setSearchOpen, &S::searchOpenChanged, false, true);
-  expectOneSignalAChange(s, &S::setAiOpen, &S::aiOpenChanged, false, true);
-  expectOneSignalAChange(s, &S::setOcrOpen, &S::ocrOpenChanged, false, true);
-  expectOneSignalAChange(s, &S::setHeatmap, &S::heatmapChanged, false, true);
-  expectOneSignalAChange(s, &S::setMenuNode, &S::menuNodeChanged, {}, node);
-  expectOneSignalAChange(s, &S::setCriticalWarning, &S::criticalWarningChanged, {}, node);
-  expectOneSignalAChange(s, &S::setFocused, &S::focusedChanged, {}, node);
-  expectOneSignalAChange(s, &S::setFilters, &S::filtersChanged, BloatFilter::catalog(), {});
-  expectOneSignalAChange(s, &S::setExcludes, &S::excludesChanged, {}, {"/r/x"});
+TEST_F(AStep, announces_a_field_once_and_only_if_it_changed) {
+  shown_->setPane(changes_, MainPane::map);
+  shown_->setVizMode(changes_, VizMode::largest);
+  shown_->setVizMode(changes_, VizMode::list);
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("vizMode"));
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("vizMode"));
 }
 
-TEST_F(FieldSignals, leave_the_set_value_behind) {
-  session().setPane(MainPane::monitor);
-  session().setVizMode(VizMode::largest);
-  session().setQueueOpen(true);
-  session().setQueueMinimized(true);
-  session().setSearchOpen(true);
-  session().setAiOpen(true);
-  session().setOcrOpen(true);
-  session().setHeatmap(true);
-  session().setMenuNode(file("/r/menu", 1));
-  session().setCriticalWarning(file("/r/critical", 1));
-  session().setFocused(file("/r/focused", 1));
-  session().setFilters({});
-  session().setExcludes({"/r/x"});
-  EXPECT_EQ(session().pane(), MainPane::monitor);
-  EXPECT_EQ(session().vizMode(), VizMode::largest);
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
-  EXPECT_TRUE(session().searchOpen());
-  EXPECT_TRUE(session().aiOpen());
-  EXPECT_TRUE(session().ocrOpen());
-  EXPECT_TRUE(session().heatmap());
-  EXPECT_EQ(session().menuNode()->path(), "/r/menu");
-  EXPECT_EQ(session().criticalWarning()->path(), "/r/critical");
-  EXPECT_EQ(session().focused()->path(), "/r/focused");
-  EXPECT_TRUE(session().filters().empty());
-  EXPECT_EQ(session().excludes(), std::vector<std::string>{"/r/x"});
+TEST_F(AStep, leaves_out_a_part_that_is_deleted_by_a_receiver) {
+  queue_.setQueueOpen(true);
+  log_.clear();
+  queue_.addToQueue(changes_, file("/a", 1));
+  shown_->setPane(changes_, MainPane::apps);
+  then_ = [this] { shown_.reset(); };
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("queue"));
 }
 
-TEST_F(FieldSignals, come_after_all_fields_of_the_step_are_set) {
-  std::vector<std::string> seen;
-  QObject::connect(&session(), &ScanSession::statusChanged,
-                   [&] { seen.push_back(session().scanRoot() + "|" + session().progress()); });
-  session().scan("/r");
-  session().cancel();
-  EXPECT_EQ(seen, (std::vector<std::string>{"/r|Scanning started…", "/r|"}));
+TEST_F(AStep, may_lead_to_another_step_from_a_receiver) {
+  shown_->setPane(changes_, MainPane::apps);
+  queue_.addToQueue(changes_, file("/a", 1));
+  then_ = [this] {
+    then_ = {};
+    queue_.clearQueue();
+  };
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("pane", "queue", "queueOpen", "queue", "queueOpen"));
+  EXPECT_THAT(queue_.queue(), IsEmpty());
 }
 
-TEST_F(FieldSignals, come_once_each_in_a_whole_scan) {
-  session().scan("/r");
-  walks().at(0).result = folder("/r", 5, {file("/r/a", 5)});
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  QSignalSpy status(&session(), &ScanSession::statusChanged);
-  QSignalSpy progress(&session(), &ScanSession::progressChanged);
-  QSignalSpy percent(&session(), &ScanSession::scanPercentChanged);
-  QSignalSpy stats(&session(), &ScanSession::scanStatsChanged);
-  QSignalSpy pane(&session(), &ScanSession::paneChanged);
-  QSignalSpy error(&session(), &ScanSession::errorMessageChanged);
-  dispatch().drainAll();
-  EXPECT_EQ(stack.count(), 1);
-  EXPECT_EQ(status.count(), 1);
-  EXPECT_EQ(progress.count(), 1);
-  EXPECT_EQ(percent.count(), 1);
-  EXPECT_EQ(stats.count(), 1);
-  EXPECT_EQ(pane.count(), 0);
-  EXPECT_EQ(error.count(), 0);
-}
+// The same of operations of the session that touch several parts.
+using AStepOfTheSession = SessionFixture;
 
-TEST_F(FieldSignals, tell_of_a_new_tree_even_if_it_equals_the_old_one) {
+TEST_F(AStepOfTheSession, stores_the_fields_of_all_parts_before_the_first_signal) {
   scanTo(folder("/r", 5, {file("/r/a", 5)}));
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  scanTo(folder("/r", 5, {file("/r/a", 5)}));
-  EXPECT_EQ(stack.count(), 1);
+  session().selectAllCurrent();
+  int steps = 0;
+  const auto expectWhole = [&] {
+    ++steps;
+    EXPECT_EQ(session().cleanupQueue().queue().size(), 1U);
+    EXPECT_TRUE(session().cleanupQueue().queueOpen());
+    EXPECT_TRUE(session().selection().selected().empty());
+    EXPECT_EQ(session().messages().toast(), "Queued 1 item");
+  };
+  QObject::connect(&session().cleanupQueue(), &CleanupQueue::queueChanged, expectWhole);
+  QObject::connect(&session().selection(), &Selection::selectionChanged, expectWhole);
+  QObject::connect(&session().messages(), &Messages::toastChanged, expectWhole);
+  session().queueSelected();
+  EXPECT_EQ(steps, 3);
 }
 
-TEST_F(FieldSignals, may_lead_to_the_next_step) {
-  // Whoever hears of a scan cancels it at once.
-  QObject::connect(&session(), &ScanSession::statusChanged, [&] {
-    if (session().status() == ScanStatus::scanning) session().cancel();
-  });
-  session().scan("/r");
-  EXPECT_EQ(session().status(), ScanStatus::idle);
-  EXPECT_EQ(session().progress(), "");
+TEST_F(AStepOfTheSession, stores_all_of_a_scans_result_before_the_first_signal) {
   walks().at(0).result = folder("/r", 5, {file("/r/a", 5)});
-  dispatch().drainAll();
-  EXPECT_TRUE(session().stack().empty());
-}
-
-TEST_F(FieldSignals, may_end_the_session) {
-  QObject::connect(&session(), &ScanSession::statusChanged, [&] { endSession(); });
   session().scan("/r");
-  EXPECT_FALSE(hasSession());
+  int steps = 0;
+  const auto expectWhole = [&] {
+    ++steps;
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
+    EXPECT_EQ(session().navigation().stack().size(), 1U);
+    EXPECT_TRUE(session().result().scanStats().has_value());
+    EXPECT_EQ(session().result().history().size(), 1U);
+    EXPECT_EQ(session().choices().recents(), std::vector<std::string>{"/r"});
+    EXPECT_TRUE(session().messages().toast().value_or("").starts_with("Scan complete"));
+  };
+  QObject::connect(&session().choices(), &Choices::recentsChanged, expectWhole);
+  QObject::connect(&session().navigation(), &Navigation::stackChanged, expectWhole);
+  QObject::connect(&session().run(), &ScanRun::statusChanged, expectWhole);
+  QObject::connect(&session().result(), &ScanResult::historyChanged, expectWhole);
+  QObject::connect(&session().messages(), &Messages::toastChanged, expectWhole);
   dispatch().drainAll();
+  EXPECT_EQ(steps, 5);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // What is found out about a finished scan beyond its tree: one pass on the utility queue, stage
-// after stage, whose results reach the session together at its end.
+// after stage, whose results reach the session's Findings together at its end.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,8 @@
 
 namespace tessaly {
 
-class ScanSession;
+class FieldChanges;
+class Findings;
 
 namespace PostScanAnalysis {
 
@@ -21,12 +22,15 @@ struct FinishedScan {
   std::string idleScope;  // where files that nobody uses are looked for
 };
 
-// Hands what a stage has found to the session. Main thread.
-using Publish = std::function<void(ScanSession& session)>;
+// Stores what a stage has found. Main thread.
+using Publish = std::function<void(Findings& findings, FieldChanges& changes)>;
 
-// Finds something out. Worker thread; blocks as long as it takes. It touches nothing of the
-// session; what it returns may be empty where there is nothing to hand over.
-using Stage = std::function<Publish(const FinishedScan& scan)>;
+using IsCancelled = std::function<bool()>;
+
+// Finds something out. Worker thread; blocks as long as it takes, but gives up within 50 ms once
+// `isCancelled` says so, which it does for quitting alone. It touches nothing of the session; what
+// it returns may be empty where there is nothing to store.
+using Stage = std::function<Publish(const FinishedScan& scan, const IsCancelled& isCancelled)>;
 
 // In the order in which they run, and in which they publish.
 using Stages = std::vector<Stage>;

@@ -13,6 +13,7 @@ namespace {
 
 using PostScanAnalysis::FinishedScan;
 using PostScanAnalysis::idleScope;
+using PostScanAnalysis::IsCancelled;
 using PostScanAnalysis::Publish;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -41,11 +42,11 @@ class Analysis : public SessionFixture {
   }
 
   PostScanAnalysis::Stage stage(const std::string& name) {
-    return [this, name](const FinishedScan& scan) -> Publish {
+    return [this, name](const FinishedScan& scan, const IsCancelled& isCancelled) -> Publish {
       log_.push_back(name + " looks at " + scan.root);
-      if (during_) std::exchange(during_, {})();
-      return [this, name, root = scan.root](ScanSession& session) {
-        EXPECT_EQ(&session, &this->session());
+      if (during_) std::exchange(during_, {})(isCancelled);
+      return [this, name, root = scan.root](Findings& findings, FieldChanges&) {
+        EXPECT_EQ(&findings, &session().findings());
         log_.push_back(name + " publishes " + root);
       };
     };
@@ -54,7 +55,7 @@ class Analysis : public SessionFixture {
   std::vector<std::string> taken() { return std::exchange(log_, {}); }
 
   std::vector<std::string> log_;
-  std::function<void()> during_;  // what happens meanwhile, once
+  std::function<void(const IsCancelled&)> during_;  // what happens meanwhile, once
 };
 
 TEST_F(Analysis, runs_stage_after_stage_and_publishes_together_at_the_end) {
@@ -62,7 +63,7 @@ TEST_F(Analysis, runs_stage_after_stage_and_publishes_together_at_the_end) {
   session().scan("/data");
   runWalks();
   runMain();
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(taken(), IsEmpty());
   dispatch().drain(Queue::utility);
   EXPECT_THAT(taken(), ElementsAre("first looks at /data", "second looks at /data"));
@@ -72,7 +73,7 @@ TEST_F(Analysis, runs_stage_after_stage_and_publishes_together_at_the_end) {
 
 TEST_F(Analysis, gets_the_tree_the_root_and_where_to_look_for_idle_files) {
   std::vector<FinishedScan> seen;
-  analysis_ = {[&](const FinishedScan& scan) {
+  analysis_ = {[&](const FinishedScan& scan, const IsCancelled&) {
     seen.push_back(scan);
     return Publish();
   }};
@@ -88,7 +89,7 @@ TEST_F(Analysis, gets_the_tree_the_root_and_where_to_look_for_idle_files) {
 TEST_F(Analysis, of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
   walks().at(0).result = folder("/old", 1);
   walks().at(1).result = folder("/new", 1);
-  during_ = [this] {
+  during_ = [this](const IsCancelled&) {
     session().scan("/new");
     runWalks();
     runMain();
@@ -101,7 +102,7 @@ TEST_F(Analysis, of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
               ElementsAre("first looks at /old", "first looks at /new", "second looks at /new",
                           "first publishes /new", "second publishes /new", "second looks at /old",
                           "first publishes /old", "second publishes /old"));
-  EXPECT_EQ(session().current()->path(), "/new");
+  EXPECT_EQ(session().navigation().current()->path(), "/new");
 }
 
 TEST_F(Analysis, does_not_run_for_a_tree_that_was_brought_back) {
@@ -109,7 +110,7 @@ TEST_F(Analysis, does_not_run_for_a_tree_that_was_brought_back) {
   taken();
   restart();
   dispatch().drainAll();
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(taken(), IsEmpty());
 }
 
@@ -120,7 +121,7 @@ TEST_F(Analysis, does_not_run_for_a_scan_that_found_nothing_or_was_cancelled) {
   walks().at(1).result = folder("/data", 1);
   session().scan("/data");
   runWalks();
-  session().cancel();
+  session().run().cancel();
   dispatch().drainAll();
   EXPECT_THAT(taken(), IsEmpty());
 }
@@ -130,7 +131,7 @@ TEST_F(Analysis, stops_after_the_stage_in_which_the_session_ends) {
   session().scan("/data");
   runWalks();
   runMain();
-  during_ = [this] { endSession(); };
+  during_ = [this](const IsCancelled&) { endSession(); };
   dispatch().drainAll();
   EXPECT_THAT(taken(), ElementsAre("first looks at /data"));
 }

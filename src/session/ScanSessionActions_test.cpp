@@ -27,8 +27,8 @@ class Actions : public SessionFixture {
     for (const DiskNode& node : nodes) all.push_back(node.path());
     return all;
   }
-  std::vector<std::string> selected() { return paths(session().selectedNodes()); }
-  std::vector<std::string> queued() { return paths(session().queue()); }
+  std::vector<std::string> selected() { return paths(session().selection().selectedNodes()); }
+  std::vector<std::string> queued() { return paths(session().cleanupQueue().queue()); }
 
   // Puts the tree's items on the disk that the Trash knows.
   void plant() {
@@ -55,236 +55,237 @@ class Actions : public SessionFixture {
 // Selection.
 
 TEST_F(Actions, select_nodes_replaces_what_was_selected) {
-  session().selectNodes({film_, song_}, false);
-  session().selectNodes({note_}, false);
+  session().selection().selectNodes({film_, song_}, false);
+  session().selection().selectNodes({note_}, false);
   EXPECT_THAT(selected(), ElementsAre("/data/note"));
-  EXPECT_THAT(session().selected(), UnorderedElementsAre("/data/note"));
-  EXPECT_EQ(session().focused(), note_);
+  EXPECT_THAT(session().selection().selected(), UnorderedElementsAre("/data/note"));
+  EXPECT_EQ(session().selection().focused(), note_);
 }
 
 TEST_F(Actions, select_nodes_adds_each_once_in_the_order_of_selection) {
-  session().selectNodes({song_}, false);
-  session().selectNodes({film_, song_}, true);
+  session().selection().selectNodes({song_}, false);
+  session().selection().selectNodes({film_, song_}, true);
   EXPECT_THAT(selected(), ElementsAre("/data/song", "/data/film"));
-  EXPECT_EQ(session().focused(), song_);
+  EXPECT_EQ(session().selection().focused(), song_);
 }
 
 TEST_F(Actions, clear_selection_keeps_the_focus) {
-  session().selectNodes({film_, song_}, false);
-  session().clearSelection();
+  session().selection().selectNodes({film_, song_}, false);
+  session().selection().clearSelection();
   EXPECT_THAT(selected(), IsEmpty());
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_EQ(session().focused(), song_);
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_EQ(session().selection().focused(), song_);
 }
 
 TEST_F(Actions, selecting_nothing_clears_the_selection_and_keeps_the_focus) {
-  session().selectNodes({film_}, false);
-  session().selectNodes({}, false);
+  session().selection().selectNodes({film_}, false);
+  session().selection().selectNodes({}, false);
   EXPECT_THAT(selected(), IsEmpty());
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_EQ(session().focused(), film_);
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_EQ(session().selection().focused(), film_);
 }
 
 TEST_F(Actions, a_selection_is_announced_once) {
-  session().selectNodes({film_}, false);
-  const QSignalSpy changed(&session(), &ScanSession::selectionChanged);
-  session().selectNodes({song_}, false);
+  session().selection().selectNodes({film_}, false);
+  const QSignalSpy changed(&session().selection(), &Selection::selectionChanged);
+  session().selection().selectNodes({song_}, false);
   EXPECT_EQ(changed.count(), 1);
-  session().selectNodes({song_}, true);
+  session().selection().selectNodes({song_}, true);
   EXPECT_EQ(changed.count(), 1);
 }
 
 TEST_F(Actions, toggling_takes_a_node_in_and_out_and_focuses_it_both_times) {
-  session().toggleSelect(film_);
-  session().toggleSelect(song_);
+  session().selection().toggleSelect(film_);
+  session().selection().toggleSelect(song_);
   EXPECT_THAT(selected(), ElementsAre("/data/film", "/data/song"));
-  session().toggleSelect(film_);
+  session().selection().toggleSelect(film_);
   EXPECT_THAT(selected(), ElementsAre("/data/song"));
-  EXPECT_THAT(session().selected(), UnorderedElementsAre("/data/song"));
-  EXPECT_EQ(session().focused(), film_);
+  EXPECT_THAT(session().selection().selected(), UnorderedElementsAre("/data/song"));
+  EXPECT_EQ(session().selection().focused(), film_);
 }
 
 TEST_F(Actions, select_all_takes_the_children_but_for_remainders) {
   session().selectAllCurrent();
   EXPECT_THAT(selected(), ElementsAre("/data/big", "/data/film", "/data/song", "/data/note"));
-  EXPECT_EQ(session().toast(), "Selected 4");
+  EXPECT_EQ(session().messages().toast(), "Selected 4");
 }
 
 TEST_F(Actions, select_all_in_an_empty_folder_says_nothing) {
-  session().selectNodes({film_}, false);
+  session().selection().selectNodes({film_}, false);
   scanTo(folder("/bare", 7));
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   session().selectAllCurrent();
   EXPECT_THAT(selected(), IsEmpty());
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().messages().toast(), toast);
 }
 
 TEST_F(Actions, copying_takes_the_selected_paths_a_line_each) {
-  session().selectNodes({song_, film_}, false);
-  session().copySelectedPaths();
+  session().selection().selectNodes({song_, film_}, false);
+  session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, "/data/song\n/data/film");
-  EXPECT_EQ(session().toast(), "Copied 2 paths");
+  EXPECT_EQ(session().messages().toast(), "Copied 2 paths");
 }
 
 TEST_F(Actions, copying_takes_the_focus_where_nothing_is_selected) {
-  session().setFocused(note_);
-  session().copySelectedPaths();
+  session().selection().setFocused(note_);
+  session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, "/data/note");
-  EXPECT_EQ(session().toast(), "Copied 1 path");
+  EXPECT_EQ(session().messages().toast(), "Copied 1 path");
 }
 
 TEST_F(Actions, copying_nothing_leaves_the_pasteboard_alone) {
-  const auto toast = session().toast();
-  session().copySelectedPaths();
+  const auto toast = session().messages().toast();
+  session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().messages().toast(), toast);
 }
 
 // Queue.
 
 TEST_F(Actions, queueing_opens_the_panel_unfolded) {
-  session().setQueueMinimized(true);
-  session().addToQueue(film_);
+  session().cleanupQueue().setQueueMinimized(true);
+  session().cleanupQueue().addToQueue(film_);
   EXPECT_THAT(queued(), ElementsAre("/data/film"));
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_FALSE(session().queueMinimized());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueMinimized());
 }
 
 TEST_F(Actions, a_node_that_is_queued_already_does_not_open_the_panel_again) {
-  session().addToQueue(film_);
-  session().setQueueOpen(false);
-  session().setQueueMinimized(true);
-  session().addToQueue(file("/data/film", 99));
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().setQueueOpen(false);
+  session().cleanupQueue().setQueueMinimized(true);
+  session().cleanupQueue().addToQueue(file("/data/film", 99));
   EXPECT_THAT(queued(), ElementsAre("/data/film"));
-  EXPECT_EQ(session().queue().front().size(), 4);
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_EQ(session().cleanupQueue().queue().front().size(), 4);
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
 }
 
 TEST_F(Actions, queueing_the_selection_empties_it_and_counts_it) {
-  session().addToQueue(film_);
-  session().selectNodes({film_, song_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().selection().selectNodes({film_, song_}, false);
   session().queueSelected();
   EXPECT_THAT(queued(), ElementsAre("/data/film", "/data/song"));
   EXPECT_THAT(selected(), IsEmpty());
-  EXPECT_EQ(session().toast(), "Queued 2 items");
-  session().selectNodes({note_}, false);
+  EXPECT_EQ(session().messages().toast(), "Queued 2 items");
+  session().selection().selectNodes({note_}, false);
   session().queueSelected();
-  EXPECT_EQ(session().toast(), "Queued 1 item");
+  EXPECT_EQ(session().messages().toast(), "Queued 1 item");
 }
 
 TEST_F(Actions, queueing_without_a_selection_does_nothing) {
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   session().queueSelected();
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_EQ(session().messages().toast(), toast);
 }
 
 TEST_F(Actions, taking_the_last_node_out_of_the_queue_closes_the_panel) {
-  session().addToQueue(film_);
-  session().addToQueue(song_);
-  session().removeFromQueue("/data/film");
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
+  session().cleanupQueue().removeFromQueue("/data/film");
   EXPECT_THAT(queued(), ElementsAre("/data/song"));
-  EXPECT_TRUE(session().queueOpen());
-  session().removeFromQueue("/nowhere");
-  EXPECT_TRUE(session().queueOpen());
-  session().removeFromQueue("/data/song");
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  session().cleanupQueue().removeFromQueue("/nowhere");
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  session().cleanupQueue().removeFromQueue("/data/song");
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(Actions, queueing_once_more_after_the_last_node_has_left_opens_the_panel_again) {
-  session().addToQueue(film_);
-  session().removeFromQueue("/data/film");
-  session().addToQueue(song_);
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_FALSE(session().queueMinimized());
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().removeFromQueue("/data/film");
+  session().cleanupQueue().addToQueue(song_);
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueMinimized());
   EXPECT_THAT(queued(), ElementsAre("/data/song"));
 }
 
 TEST_F(Actions, clearing_the_queue_lets_all_of_it_go_and_leaves_the_panel_folded) {
   plant();
-  session().setFocused(note_);
+  session().selection().setFocused(note_);
   session().trashFocused();
   dispatch_.drainAll();
-  const auto undo = session().lastTrashed();
-  session().addToQueue(film_);
-  session().addToQueue(song_);
-  session().setQueueMinimized(true);
-  session().clearQueue();
+  const auto undo = session().removal().lastTrashed();
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
+  session().cleanupQueue().setQueueMinimized(true);
+  session().cleanupQueue().clearQueue();
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
   EXPECT_TRUE(machine_.trash.has("/data/film"));
   EXPECT_TRUE(machine_.trash.has("/data/song"));
-  EXPECT_EQ(session().lastTrashed(), undo);
-  EXPECT_EQ(session().status(), ScanStatus::complete);
-  session().addToQueue(film_);
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_FALSE(session().queueMinimized());
+  EXPECT_EQ(session().removal().lastTrashed(), undo);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  session().cleanupQueue().addToQueue(film_);
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueMinimized());
 }
 
 TEST_F(Actions, emptying_the_queue_takes_what_has_vanished_out_of_it_as_well) {
   plant();
-  for (const DiskNode& node : {film_, file("/data/gone", 1), note_}) session().addToQueue(node);
-  session().setQueueMinimized(true);
+  for (const DiskNode& node : {film_, file("/data/gone", 1), note_})
+    session().cleanupQueue().addToQueue(node);
+  session().cleanupQueue().setQueueMinimized(true);
   session().emptyQueue();
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
-  ASSERT_THAT(session().lastTrashed(), SizeIs(2));
-  EXPECT_EQ(session().lastTrashed()[0].original, "/data/film");
-  EXPECT_EQ(session().lastTrashed()[1].original, "/data/note");
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().removal().lastTrashed()[0].original, "/data/film");
+  EXPECT_EQ(session().removal().lastTrashed()[1].original, "/data/note");
 }
 
 TEST_F(Actions, emptying_the_queue_warns_of_no_critical_place) {
   machine_.trash.put("/home/user/Documents");
   machine_.trash.put("/home/user/.ssh");
-  session().addToQueue(folder("/home/user/.ssh", 1));
+  session().cleanupQueue().addToQueue(folder("/home/user/.ssh", 1));
   session().emptyQueue();
-  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
   EXPECT_FALSE(machine_.trash.has("/home/user/.ssh"));
 }
 
 TEST_F(Actions, emptying_the_queue_moves_all_of_it_and_looks_again) {
   plant();
   machine_.trash.refuse("/data/song");
-  for (const DiskNode& node : {film_, song_, note_}) session().addToQueue(node);
+  for (const DiskNode& node : {film_, song_, note_}) session().cleanupQueue().addToQueue(node);
   trash_ = "2\n";
   session().emptyQueue();
   EXPECT_FALSE(machine_.trash.has("/data/film"));
   EXPECT_TRUE(machine_.trash.has("/data/song"));
   EXPECT_FALSE(machine_.trash.has("/data/note"));
-  ASSERT_THAT(session().lastTrashed(), SizeIs(2));
-  EXPECT_EQ(session().lastTrashed()[0].original, "/data/film");
-  EXPECT_EQ(session().lastTrashed()[1].original, "/data/note");
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().removal().lastTrashed()[0].original, "/data/film");
+  EXPECT_EQ(session().removal().lastTrashed()[1].original, "/data/note");
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().trashCount(), 2);
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().machine().trashCount(), 2);
 }
 
 TEST_F(Actions, emptying_a_queue_of_which_nothing_moves_leaves_nothing_to_undo) {
   plant();
-  session().setFocused(film_);
+  session().selection().setFocused(film_);
   session().trashFocused();
-  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
-  session().addToQueue(file("/data/gone", 1));
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+  session().cleanupQueue().addToQueue(file("/data/gone", 1));
   session().emptyQueue();
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
 }
 
 // Trash.
 
 TEST_F(Actions, trashing_moves_the_focus_and_looks_again) {
   plant();
-  session().setFocused(film_);
+  session().selection().setFocused(film_);
   session().trashFocused();
   EXPECT_FALSE(machine_.trash.has("/data/film"));
-  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
-  EXPECT_EQ(session().lastTrashed().front().original, "/data/film");
-  EXPECT_EQ(session().toast(), "Moved film to Trash");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().scanRoot(), "/data");
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().removal().lastTrashed().front().original, "/data/film");
+  EXPECT_EQ(session().messages().toast(), "Moved film to Trash");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().scanRoot(), "/data");
 }
 
 TEST_F(Actions, trashing_without_a_focus_moves_the_node_on_screen) {
@@ -292,7 +293,7 @@ TEST_F(Actions, trashing_without_a_focus_moves_the_node_on_screen) {
   session().open(big_);
   session().trashFocused();
   EXPECT_FALSE(machine_.trash.has("/data/big"));
-  EXPECT_EQ(session().toast(), "Moved big to Trash");
+  EXPECT_EQ(session().messages().toast(), "Moved big to Trash");
 }
 
 TEST_F(Actions, trashing_without_a_tree_does_nothing) {
@@ -303,177 +304,177 @@ TEST_F(Actions, trashing_without_a_tree_does_nothing) {
   services.supportDirectory = empty.path();
   ScanSession bare(services);
   bare.trashFocused();
-  EXPECT_EQ(bare.toast(), std::nullopt);
-  EXPECT_EQ(bare.criticalWarning(), std::nullopt);
+  EXPECT_EQ(bare.messages().toast(), std::nullopt);
+  EXPECT_EQ(bare.removal().criticalWarning(), std::nullopt);
 }
 
 TEST_F(Actions, trashing_the_home_folder_warns_and_moves_nothing) {
   machine_.trash.put("/home/user/film");
   scanTo(folder("/home/user", 3, {file("/home/user/film", 3)}));
   session().trashFocused();
-  ASSERT_TRUE(session().criticalWarning().has_value());
-  EXPECT_EQ(session().criticalWarning()->path(), "/home/user");
+  ASSERT_TRUE(session().removal().criticalWarning().has_value());
+  EXPECT_EQ(session().removal().criticalWarning()->path(), "/home/user");
   EXPECT_TRUE(machine_.trash.has("/home/user/film"));
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(Actions, trash_of_one_node_moves_it_without_a_record_and_looks_again) {
   plant();
-  session().setFocused(song_);
+  session().selection().setFocused(song_);
   session().trashFocused();
-  session().setMenuNode(film_);
-  session().trash(*session().menuNode());
+  session().shown().setMenuNode(film_);
+  session().trash(*session().shown().menuNode());
   EXPECT_FALSE(machine_.trash.has("/data/film"));
-  EXPECT_EQ(session().menuNode(), std::nullopt);
-  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
-  EXPECT_EQ(session().lastTrashed().front().original, "/data/song");
-  EXPECT_EQ(session().toast(), "Moved song to Trash");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().shown().menuNode(), std::nullopt);
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().removal().lastTrashed().front().original, "/data/song");
+  EXPECT_EQ(session().messages().toast(), "Moved song to Trash");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Actions, trash_of_a_critical_node_closes_its_menu_and_warns) {
   const DiskNode critical = folder("/usr/lib", 1);
   machine_.trash.put("/usr/lib");
-  session().setMenuNode(critical);
+  session().shown().setMenuNode(critical);
   session().trash(critical);
-  EXPECT_EQ(session().menuNode(), std::nullopt);
-  EXPECT_EQ(session().criticalWarning(), critical);
+  EXPECT_EQ(session().shown().menuNode(), std::nullopt);
+  EXPECT_EQ(session().removal().criticalWarning(), critical);
   EXPECT_TRUE(machine_.trash.has("/usr/lib"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(Actions, a_dismissed_warning_leaves_everything_as_it_is) {
   machine_.trash.put("/usr/lib");
-  session().setCriticalWarning(folder("/usr/lib", 1));
-  session().dismissWarning();
-  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  session().removal().setCriticalWarning(folder("/usr/lib", 1));
+  session().removal().dismissWarning();
+  EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
   EXPECT_TRUE(machine_.trash.has("/usr/lib"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   session().overruleWarning();
   EXPECT_TRUE(machine_.trash.has("/usr/lib"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(Actions, an_overruled_warning_moves_the_item_without_a_record_and_looks_again) {
   machine_.trash.put("/usr/lib");
-  session().setCriticalWarning(folder("/usr/lib", 1));
+  session().removal().setCriticalWarning(folder("/usr/lib", 1));
   session().overruleWarning();
-  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
   EXPECT_FALSE(machine_.trash.has("/usr/lib"));
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Actions, a_move_that_fails_says_the_same_and_keeps_what_can_be_undone) {
   plant();
-  session().setFocused(film_);
+  session().selection().setFocused(film_);
   session().trashFocused();
   machine_.trash.refuse("/data/song");
-  session().setFocused(song_);
+  session().selection().setFocused(song_);
   session().trashFocused();
-  EXPECT_EQ(session().toast(), "Moved song to Trash");
-  ASSERT_THAT(session().lastTrashed(), SizeIs(1));
-  EXPECT_EQ(session().lastTrashed().front().original, "/data/film");
+  EXPECT_EQ(session().messages().toast(), "Moved song to Trash");
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().removal().lastTrashed().front().original, "/data/film");
 }
 
 TEST_F(Actions, undoing_puts_back_what_the_queue_moved) {
   plant();
-  session().setFocused(below_);
+  session().selection().setFocused(below_);
   session().trashFocused();
-  session().addToQueue(film_);
-  session().addToQueue(note_);
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(note_);
   session().emptyQueue();
   session().undoTrash();
   EXPECT_EQ(machine_.trash.contentOf("/data/film"), "film");
   EXPECT_EQ(machine_.trash.contentOf("/data/note"), "note");
   EXPECT_FALSE(machine_.trash.has("/data/big/below"));
-  EXPECT_EQ(session().toast(), "Put back 2 items");
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().messages().toast(), "Put back 2 items");
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Actions, undoing_brings_a_folder_back_before_its_contents) {
   plant();
-  session().addToQueue(below_);
-  session().addToQueue(big_);
+  session().cleanupQueue().addToQueue(below_);
+  session().cleanupQueue().addToQueue(big_);
   session().emptyQueue();
   session().undoTrash();
   EXPECT_EQ(machine_.trash.contentOf("/data/big/below"), "below");
-  EXPECT_EQ(session().toast(), "Put back 2 items");
+  EXPECT_EQ(session().messages().toast(), "Put back 2 items");
 }
 
 TEST_F(Actions, undoing_counts_what_came_back_and_forgets_the_rest) {
   plant();
-  session().addToQueue(film_);
-  session().addToQueue(note_);
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(note_);
   session().emptyQueue();
   machine_.trash.put("/data/film", "another");
   session().undoTrash();
-  EXPECT_EQ(session().toast(), "Put back 1 item");
+  EXPECT_EQ(session().messages().toast(), "Put back 1 item");
   EXPECT_EQ(machine_.trash.contentOf("/data/film"), "another");
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
 }
 
 TEST_F(Actions, undoing_nothing_does_nothing) {
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   session().undoTrash();
-  EXPECT_EQ(session().toast(), toast);
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().messages().toast(), toast);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 // Excludes and filters.
 
 TEST_F(Actions, excluding_a_folder_asks_for_it_and_stores_it) {
   folderPanel_.answer = "/data/big";
-  session().addExclude();
+  session().choices().addExclude();
   ASSERT_FALSE(folderPanel_.requests.empty());
   EXPECT_EQ(folderPanel_.requests.back().prompt, "Exclude");
   EXPECT_EQ(folderPanel_.requests.back().message, "This folder will be skipped on the next scan.");
-  EXPECT_THAT(session().excludes(), ElementsAre("/data/big"));
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/data/big"));
   EXPECT_EQ(settings_.texts("marrow.excludes"), std::vector<std::string>{"/data/big"});
-  EXPECT_EQ(session().toast(), "Excluded big");
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().messages().toast(), "Excluded big");
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_EQ(walks().ran(), 1u);
 }
 
 TEST_F(Actions, a_folder_is_excluded_once_and_a_panel_left_alone_excludes_nothing) {
   folderPanel_.answer = "/data/big";
-  session().addExclude();
-  const QSignalSpy changed(&session(), &ScanSession::excludesChanged);
-  session().addExclude();
+  session().choices().addExclude();
+  const QSignalSpy changed(&session().choices(), &Choices::excludesChanged);
+  session().choices().addExclude();
   folderPanel_.answer.reset();
-  session().addExclude();
-  EXPECT_THAT(session().excludes(), ElementsAre("/data/big"));
+  session().choices().addExclude();
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/data/big"));
   EXPECT_EQ(changed.count(), 0);
 }
 
 TEST_F(Actions, excludes_are_taken_away_and_stored) {
-  session().setExcludes({"/a", "/b", "/a"});
-  session().removeExclude("/a");
-  EXPECT_THAT(session().excludes(), ElementsAre("/b"));
+  session().choices().setExcludes({"/a", "/b", "/a"});
+  session().choices().removeExclude("/a");
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/b"));
   EXPECT_EQ(settings_.texts("marrow.excludes"), std::vector<std::string>{"/b"});
 }
 
 TEST_F(Actions, filters_are_switched_and_stored) {
-  const std::string id = session().filters()[1].id;
-  const QSignalSpy changed(&session(), &ScanSession::filtersChanged);
-  session().toggleFilter(id);
-  session().toggleSkip(id);
-  EXPECT_TRUE(session().filters()[1].enabled);
-  EXPECT_TRUE(session().filters()[1].skipScan);
-  session().toggleFilter(id);
-  EXPECT_FALSE(session().filters()[1].enabled);
+  const std::string id = session().choices().filters()[1].id;
+  const QSignalSpy changed(&session().choices(), &Choices::filtersChanged);
+  session().choices().toggleFilter(id);
+  session().choices().toggleSkip(id);
+  EXPECT_TRUE(session().choices().filters()[1].enabled);
+  EXPECT_TRUE(session().choices().filters()[1].skipScan);
+  session().choices().toggleFilter(id);
+  EXPECT_FALSE(session().choices().filters()[1].enabled);
   EXPECT_EQ(changed.count(), 3);
   restart();
-  EXPECT_FALSE(session().filters()[1].enabled);
-  EXPECT_TRUE(session().filters()[1].skipScan);
+  EXPECT_FALSE(session().choices().filters()[1].enabled);
+  EXPECT_TRUE(session().choices().filters()[1].skipScan);
 }
 
 TEST_F(Actions, a_filter_that_is_not_there_is_not_switched) {
-  const auto before = session().filters();
-  session().toggleFilter("nothing");
-  EXPECT_EQ(session().filters(), before);
+  const auto before = session().choices().filters();
+  session().choices().toggleFilter("nothing");
+  EXPECT_EQ(session().choices().filters(), before);
   EXPECT_EQ(settings_.binary("marrow.filters"), std::nullopt);
 }
 
@@ -489,51 +490,51 @@ TEST_F(Actions, a_finished_scan_asks_for_attention_and_shows_how_full_the_disk_i
 
 TEST_F(Actions, a_full_disk_is_told_once) {
   volume_ = DiskUsage{.total = 1000, .used = 950, .free = 50, .usedPercent = 95};
-  session().refreshDisk();
-  session().refreshDisk();
+  session().machine().refreshDisk();
+  session().machine().refreshDisk();
   EXPECT_THAT(machine_.notifications.posted, SizeIs(1));
   EXPECT_EQ(machine_.icon.badges.back(), "95%");
 }
 
 TEST_F(Actions, a_folder_is_pinned_in_front_and_let_go_again) {
-  const QSignalSpy changes(&session(), &ScanSession::pinsChanged);
-  session().togglePin("/a");
-  session().togglePin("/b\xff");
-  EXPECT_THAT(session().pins(), ElementsAre("/b\xff", "/a"));
+  const QSignalSpy changes(&session().choices(), &Choices::pinsChanged);
+  session().choices().togglePin("/a");
+  session().choices().togglePin("/b\xff");
+  EXPECT_THAT(session().choices().pins(), ElementsAre("/b\xff", "/a"));
   EXPECT_THAT(settings_.texts("marrow.pins").value(), ElementsAre("/b\xff", "/a"));
-  session().togglePin("/b\xff");
-  EXPECT_THAT(session().pins(), ElementsAre("/a"));
+  session().choices().togglePin("/b\xff");
+  EXPECT_THAT(session().choices().pins(), ElementsAre("/a"));
   EXPECT_EQ(changes.count(), 3);
 }
 
 TEST_F(Actions, the_trash_is_emptied_off_the_main_thread_and_looked_at_afterwards) {
   trash_ = "3";
   emptied_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   std::vector<std::int64_t> countsAtTheEnd;
-  session().emptyTrash([&] { countsAtTheEnd.push_back(session().trashCount()); });
+  session().emptyTrash([&] { countsAtTheEnd.push_back(session().machine().trashCount()); });
   EXPECT_EQ(emptyings_, 0);
   EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 1U);
   dispatch_.step(Queue::userInitiated);
   EXPECT_EQ(emptyings_, 1);
   EXPECT_THAT(countsAtTheEnd, IsEmpty());
-  EXPECT_EQ(session().trashCount(), 3);
+  EXPECT_EQ(session().machine().trashCount(), 3);
   runMain();
   EXPECT_THAT(countsAtTheEnd, ElementsAre(3));
-  EXPECT_EQ(session().trashCount(), 0);
+  EXPECT_EQ(session().machine().trashCount(), 0);
 }
 
 TEST_F(Actions, a_trash_that_cannot_be_emptied_stays_without_a_word) {
   trash_ = "3";
-  session().refreshDisk();
-  const auto toast = session().toast();
+  session().machine().refreshDisk();
+  const auto toast = session().messages().toast();
   bool hasEnded = false;
   session().emptyTrash([&] { hasEnded = true; });
   dispatch_.drainAll();
   EXPECT_EQ(emptyings_, 1);
   EXPECT_TRUE(hasEnded);
-  EXPECT_EQ(session().trashCount(), 3);
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().machine().trashCount(), 3);
+  EXPECT_EQ(session().messages().toast(), toast);
 }
 
 TEST_F(Actions, an_emptying_that_takes_longer_than_it_is_waited_for_is_told_to_go_on) {
@@ -545,8 +546,8 @@ TEST_F(Actions, an_emptying_that_takes_longer_than_it_is_waited_for_is_told_to_g
   trash_ = "2";
   runMain();
   EXPECT_TRUE(hasEnded);
-  EXPECT_EQ(session().toast(), "Emptying the Trash goes on in the background");
-  EXPECT_EQ(session().trashCount(), 2);
+  EXPECT_EQ(session().messages().toast(), "Emptying the Trash goes on in the background");
+  EXPECT_EQ(session().machine().trashCount(), 2);
 }
 
 TEST_F(Actions, nobody_hears_of_an_emptied_trash_once_the_session_has_ended) {

@@ -72,34 +72,35 @@ TEST_F(ScanSessionCompletion, keeps_sizes_of_three_levels) {
 TEST_F(ScanSessionCompletion, the_first_scan_of_a_root_lists_its_whole_top_as_growth) {
   scanTo(sampleTree());
   std::vector<std::string> grown;
-  for (const ScanDelta& delta : session().deltas()) grown.push_back(delta.path);
+  for (const ScanDelta& delta : session().result().deltas()) grown.push_back(delta.path);
   EXPECT_THAT(grown, ElementsAre("/data", "/data/inner", "/data/inner/film.mp4", "/data/disk.iso"));
-  EXPECT_THAT(session().grewPaths(),
+  EXPECT_THAT(session().result().grewPaths(),
               ElementsAre("/data", "/data/disk.iso", "/data/inner", "/data/inner/film.mp4"));
 }
 
 TEST_F(ScanSessionCompletion, a_later_scan_lists_what_grew_by_a_mebibyte) {
   scanTo(sampleTree());
   scanTo(sampleTree("/data", 41 * MiB));
-  ASSERT_THAT(session().deltas(), SizeIs(3));
-  EXPECT_EQ(session().deltas().front(), (ScanDelta{"data", "/data", 60 * MiB, 61 * MiB}));
+  ASSERT_THAT(session().result().deltas(), SizeIs(3));
+  EXPECT_EQ(session().result().deltas().front(), (ScanDelta{"data", "/data", 60 * MiB, 61 * MiB}));
   scanTo(sampleTree("/data", 42 * MiB - 1));
-  EXPECT_THAT(session().deltas(), IsEmpty());
-  EXPECT_THAT(session().grewPaths(), IsEmpty());
+  EXPECT_THAT(session().result().deltas(), IsEmpty());
+  EXPECT_THAT(session().result().grewPaths(), IsEmpty());
 }
 
 TEST_F(ScanSessionCompletion, roots_are_compared_each_with_its_own_past) {
   scanTo(sampleTree("/data"));
   scanTo(sampleTree("/other"));
-  EXPECT_THAT(session().deltas(), SizeIs(4));
+  EXPECT_THAT(session().result().deltas(), SizeIs(4));
   scanTo(sampleTree("/data"));
-  EXPECT_THAT(session().deltas(), IsEmpty());
+  EXPECT_THAT(session().result().deltas(), IsEmpty());
 }
 
 TEST_F(ScanSessionCompletion, shows_the_largest_files_and_the_empty_folders) {
   scanTo(sampleTree());
-  EXPECT_THAT(paths(session().largest()), ElementsAre("/data/inner/film.mp4", "/data/disk.iso"));
-  EXPECT_THAT(paths(session().emptyFolders()), ElementsAre("/data/empty"));
+  EXPECT_THAT(paths(session().result().largest()),
+              ElementsAre("/data/inner/film.mp4", "/data/disk.iso"));
+  EXPECT_THAT(paths(session().result().emptyFolders()), ElementsAre("/data/empty"));
 }
 
 TEST_F(ScanSessionCompletion, shows_eighty_files_and_two_hundred_folders_at_most) {
@@ -109,13 +110,13 @@ TEST_F(ScanSessionCompletion, shows_eighty_files_and_two_hundred_folders_at_most
     children.push_back(folder("/data/d" + std::to_string(i), 0));
   }
   scanTo(folder("/data", 300, children));
-  EXPECT_THAT(session().largest(), SizeIs(80));
-  EXPECT_THAT(session().emptyFolders(), SizeIs(200));
+  EXPECT_THAT(session().result().largest(), SizeIs(80));
+  EXPECT_THAT(session().result().emptyFolders(), SizeIs(200));
 }
 
 TEST_F(ScanSessionCompletion, remembers_five_roots_the_newest_first) {
   for (const char* root : {"/a", "/b", "/c", "/d", "/e", "/f", "/d"}) scanTo(sampleTree(root));
-  EXPECT_THAT(session().recents(), ElementsAre("/d", "/f", "/e", "/c", "/b"));
+  EXPECT_THAT(session().choices().recents(), ElementsAre("/d", "/f", "/e", "/c", "/b"));
 }
 
 TEST_F(ScanSessionCompletion, history_keeps_the_newest_sixty_scans) {
@@ -123,52 +124,52 @@ TEST_F(ScanSessionCompletion, history_keeps_the_newest_sixty_scans) {
     date_ = std::chrono::system_clock::time_point(std::chrono::seconds(i));
     scanTo(sampleTree());
   }
-  ASSERT_THAT(session().history(), SizeIs(60));
-  EXPECT_EQ(session().history().front(), (HistoryPoint{1, 60 * MiB, 2}));
-  EXPECT_EQ(session().history().back(), (HistoryPoint{60, 60 * MiB, 2}));
-  EXPECT_EQ(ScanStore::loadHistory("/data", support_.path()), session().history());
+  ASSERT_THAT(session().result().history(), SizeIs(60));
+  EXPECT_EQ(session().result().history().front(), (HistoryPoint{1, 60 * MiB, 2}));
+  EXPECT_EQ(session().result().history().back(), (HistoryPoint{60, 60 * MiB, 2}));
+  EXPECT_EQ(ScanStore::loadHistory("/data", support_.path()), session().result().history());
 }
 
 TEST_F(ScanSessionCompletion, says_how_much_was_scanned) {
   scanTo(sampleTree());
-  EXPECT_EQ(session().toast(), "Scan complete — 60.0 MB");
+  EXPECT_EQ(session().messages().toast(), "Scan complete — 60.0 MB");
 }
 
 TEST_F(ScanSessionCompletion, takes_the_volumes_again) {
-  EXPECT_THAT(session().volumes(), IsEmpty());
+  EXPECT_THAT(session().machine().volumes(), IsEmpty());
   df_ = twoVolumes;
   scanTo(sampleTree());
-  ASSERT_THAT(session().volumes(), SizeIs(2));
-  EXPECT_EQ(session().volumes()[1], (VolumeMount{"stick", "/media/stick", 204800, 25}));
+  ASSERT_THAT(session().machine().volumes(), SizeIs(2));
+  EXPECT_EQ(session().machine().volumes()[1], (VolumeMount{"stick", "/media/stick", 204800, 25}));
   df_.clear();
   scanTo(sampleTree());
-  EXPECT_THAT(session().volumes(), IsEmpty());
+  EXPECT_THAT(session().machine().volumes(), IsEmpty());
 }
 
 TEST_F(ScanSessionCompletion, asks_how_full_disk_and_trash_are) {
   volume_ = DiskUsage{.total = 100, .used = 87, .free = 13, .usedPercent = 87};
   trash_ = "12\n";
-  const QSignalSpy disk(session_.get(), &ScanSession::diskChanged);
-  const QSignalSpy trash(session_.get(), &ScanSession::trashCountChanged);
+  const QSignalSpy disk(&session_->machine(), &MachineState::diskChanged);
+  const QSignalSpy trash(&session_->machine(), &MachineState::trashCountChanged);
   scanTo(sampleTree());
-  EXPECT_EQ(session().disk(), *volume_);
-  EXPECT_EQ(session().trashCount(), 12);
+  EXPECT_EQ(session().machine().disk(), *volume_);
+  EXPECT_EQ(session().machine().trashCount(), 12);
   EXPECT_EQ(disk.count(), 1);
   EXPECT_EQ(trash.count(), 1);
   trash_ = "3\n";
-  session().refreshDisk();
-  EXPECT_EQ(session().trashCount(), 3);
+  session().machine().refreshDisk();
+  EXPECT_EQ(session().machine().trashCount(), 3);
 }
 
 TEST_F(ScanSessionCompletion, whoever_is_told_of_the_tree_finds_all_that_belongs_to_it) {
   bool wasTold = false;
-  QObject::connect(session_.get(), &ScanSession::stackChanged, session_.get(), [&] {
+  QObject::connect(&session_->navigation(), &Navigation::stackChanged, session_.get(), [&] {
     wasTold = true;
-    EXPECT_EQ(session().status(), ScanStatus::complete);
-    EXPECT_THAT(session().recents(), ElementsAre("/data"));
-    EXPECT_THAT(session().deltas(), SizeIs(4));
-    EXPECT_THAT(session().history(), SizeIs(1));
-    EXPECT_TRUE(session().scanStats().has_value());
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
+    EXPECT_THAT(session().choices().recents(), ElementsAre("/data"));
+    EXPECT_THAT(session().result().deltas(), SizeIs(4));
+    EXPECT_THAT(session().result().history(), SizeIs(1));
+    EXPECT_TRUE(session().result().scanStats().has_value());
   });
   scanTo(sampleTree());
   EXPECT_TRUE(wasTold);
@@ -182,35 +183,35 @@ TEST_F(ScanSessionCompletion, goes_on_where_nothing_can_be_written) {
   ScanSession session(services);
   session.scan("/data");
   dispatch().drainAll();
-  EXPECT_EQ(session.status(), ScanStatus::complete);
-  EXPECT_THAT(session.deltas(), SizeIs(4));
-  EXPECT_THAT(session.history(), IsEmpty());
+  EXPECT_EQ(session.run().status(), ScanStatus::complete);
+  EXPECT_THAT(session.result().deltas(), SizeIs(4));
+  EXPECT_THAT(session.result().history(), IsEmpty());
 }
 
 TEST_F(ScanSessionCompletion, a_restart_brings_the_tree_back_without_a_walk) {
   now_ += std::chrono::seconds(5);
   scanTo(sampleTree());
-  ASSERT_GE(session().scanStats()->duration, 0);
+  ASSERT_GE(session().result().scanStats()->duration, 0);
   const auto ran = walks().ran();
   df_ = twoVolumes;
   volume_ = DiskUsage{.total = 100, .used = 87, .free = 13, .usedPercent = 87};
   restart();
   EXPECT_EQ(walks().ran(), ran);
-  EXPECT_EQ(session().status(), ScanStatus::complete);
-  ASSERT_THAT(session().stack(), SizeIs(1));
-  EXPECT_EQ(session().stack().front(), sampleTree());
-  EXPECT_EQ(session().scanRoot(), "/data");
-  EXPECT_EQ(session().scanStats(),
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  ASSERT_THAT(session().navigation().stack(), SizeIs(1));
+  EXPECT_EQ(session().navigation().stack().front(), sampleTree());
+  EXPECT_EQ(session().run().scanRoot(), "/data");
+  EXPECT_EQ(session().result().scanStats(),
             (ScanStats{.nodes = 5, .files = 2, .folders = 3, .duration = 0, .bytes = 60 * MiB}));
-  EXPECT_THAT(paths(session().largest()), SizeIs(2));
-  EXPECT_THAT(paths(session().emptyFolders()), SizeIs(1));
-  EXPECT_THAT(session().history(), SizeIs(1));
-  EXPECT_THAT(session().recents(), ElementsAre("/data"));
-  EXPECT_THAT(session().volumes(), SizeIs(2));
-  EXPECT_EQ(session().disk(), *volume_);
+  EXPECT_THAT(paths(session().result().largest()), SizeIs(2));
+  EXPECT_THAT(paths(session().result().emptyFolders()), SizeIs(1));
+  EXPECT_THAT(session().result().history(), SizeIs(1));
+  EXPECT_THAT(session().choices().recents(), ElementsAre("/data"));
+  EXPECT_THAT(session().machine().volumes(), SizeIs(2));
+  EXPECT_EQ(session().machine().disk(), *volume_);
   // The sizes of the same scan are there to compare with: nothing has grown.
-  EXPECT_THAT(session().deltas(), IsEmpty());
-  EXPECT_EQ(session().toast(), std::nullopt);
+  EXPECT_THAT(session().result().deltas(), IsEmpty());
+  EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
 TEST_F(ScanSessionCompletion, a_restored_tree_can_be_scanned_again) {
@@ -227,14 +228,14 @@ TEST_F(ScanSessionCompletion,
   walks().at(0).result = sampleTree("/real");
   session().scan("/link");
   dispatch().drainAll();
-  const auto history = session().history();
+  const auto history = session().result().history();
   ASSERT_THAT(history, SizeIs(1));
   restart();
-  EXPECT_EQ(session().scanRoot(), "/link");
-  EXPECT_EQ(session().current()->path(), "/real");
-  EXPECT_EQ(session().history(), history);
-  EXPECT_THAT(session().deltas(), IsEmpty());
-  EXPECT_THAT(session().grewPaths(), IsEmpty());
+  EXPECT_EQ(session().run().scanRoot(), "/link");
+  EXPECT_EQ(session().navigation().current()->path(), "/real");
+  EXPECT_EQ(session().result().history(), history);
+  EXPECT_THAT(session().result().deltas(), IsEmpty());
+  EXPECT_THAT(session().result().grewPaths(), IsEmpty());
   session().rescan();
   dispatch().drainAll();
   EXPECT_EQ(walks().at(1).root, "/link");
@@ -244,26 +245,26 @@ TEST_F(ScanSessionCompletion, a_restored_tree_whose_root_is_no_text_stands_for_i
   scanTo(sampleTree("/elsewhere"));
   settings_.setTexts("marrow.lastScanRoot", {"/other"});
   restart();
-  EXPECT_EQ(session().scanRoot(), "/elsewhere");
-  EXPECT_THAT(session().history(), SizeIs(1));
+  EXPECT_EQ(session().run().scanRoot(), "/elsewhere");
+  EXPECT_THAT(session().result().history(), SizeIs(1));
 }
 
 TEST_F(ScanSessionCompletion, a_restored_tree_without_its_root_stands_for_itself) {
   ScanStore::saveTree(sampleTree("/elsewhere"), support_.path());
   restart();
-  EXPECT_EQ(session().scanRoot(), "/elsewhere");
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().scanRoot(), "/elsewhere");
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(ScanSessionCompletion, starts_idle_where_no_tree_can_be_read) {
   restart();
-  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_EQ(session().run().status(), ScanStatus::idle);
   std::ofstream(support_.at("last-tree.json")) << "{\"name\":";
   restart();
-  EXPECT_EQ(session().status(), ScanStatus::idle);
-  EXPECT_THAT(session().stack(), IsEmpty());
-  EXPECT_EQ(session().errorMessage(), "");
-  EXPECT_EQ(session().scanRoot(), "");
+  EXPECT_EQ(session().run().status(), ScanStatus::idle);
+  EXPECT_THAT(session().navigation().stack(), IsEmpty());
+  EXPECT_EQ(session().run().errorMessage(), "");
+  EXPECT_EQ(session().run().scanRoot(), "");
 }
 
 TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
@@ -275,10 +276,10 @@ TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
   filters[3].skipScan = true;
   ScanStore::saveFilters(filters, settings_);
   restart();
-  EXPECT_THAT(session().recents(), ElementsAre("/a", "/b"));
-  EXPECT_THAT(session().pins(), ElementsAre("/p"));
-  EXPECT_THAT(session().excludes(), ElementsAre("/x\xff"));
-  EXPECT_EQ(session().filters(), filters);
+  EXPECT_THAT(session().choices().recents(), ElementsAre("/a", "/b"));
+  EXPECT_THAT(session().choices().pins(), ElementsAre("/p"));
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/x\xff"));
+  EXPECT_EQ(session().choices().filters(), filters);
 }
 
 TEST_F(ScanSessionCompletion, starts_with_no_more_pins_and_recent_roots_than_there_can_be) {
@@ -287,8 +288,9 @@ TEST_F(ScanSessionCompletion, starts_with_no_more_pins_and_recent_roots_than_the
   settings_.setTexts("marrow.pins", many);
   settings_.setTexts("marrow.recents", many);
   restart();
-  EXPECT_EQ(session().pins(), std::vector<std::string>(many.begin(), many.begin() + 8));
-  EXPECT_EQ(session().recents(), std::vector<std::string>(many.begin(), many.begin() + 5));
+  EXPECT_EQ(session().choices().pins(), std::vector<std::string>(many.begin(), many.begin() + 8));
+  EXPECT_EQ(session().choices().recents(),
+            std::vector<std::string>(many.begin(), many.begin() + 5));
 }
 
 TEST_F(ScanSessionCompletion, keeps_a_long_list_of_excludes_whole) {
@@ -296,13 +298,13 @@ TEST_F(ScanSessionCompletion, keeps_a_long_list_of_excludes_whole) {
   for (int i = 0; i < 10000; ++i) many.push_back("/data/" + std::to_string(i));
   settings_.setTexts("marrow.excludes", many);
   restart();
-  EXPECT_EQ(session().excludes(), many);
+  EXPECT_EQ(session().choices().excludes(), many);
   scanTo(sampleTree());
   EXPECT_EQ(walks().at(0).options.extraPrefixes, many);
-  session().removeExclude("/data/5000");
+  session().choices().removeExclude("/data/5000");
   many.erase(many.begin() + 5000);
   folderPanel_.answer = "/data/new";
-  session().addExclude();
+  session().choices().addExclude();
   many.emplace_back("/data/new");
   EXPECT_EQ(settings_.texts("marrow.excludes"), many);
 }
@@ -312,9 +314,9 @@ TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_none) {
   settings_.setBoolean("marrow.pins", true);
   settings_.setBinary("marrow.excludes", "/x");
   restart();
-  EXPECT_THAT(session().recents(), IsEmpty());
-  EXPECT_THAT(session().pins(), IsEmpty());
-  EXPECT_THAT(session().excludes(), IsEmpty());
+  EXPECT_THAT(session().choices().recents(), IsEmpty());
+  EXPECT_THAT(session().choices().pins(), IsEmpty());
+  EXPECT_THAT(session().choices().excludes(), IsEmpty());
 }
 
 TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_too) {
@@ -326,41 +328,45 @@ TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_to
 }
 
 TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
-  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
+            "Macintosh HD");
   df_ = twoVolumes;
   scanTo(sampleTree("/media/stick/music"));
-  EXPECT_EQ(session().currentVolumeName(), "stick");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "stick");
   scanTo(sampleTree("/data"));
-  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
+            "Macintosh HD");
 }
 
 TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen_and_not_of_the_root) {
   df_ = twoVolumes;
   scanTo(folder("/media", 2, {folder("/media/stick", 2, {file("/media/stick/film", 2)})}));
-  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
-  session().open(session().current()->children().front());
-  EXPECT_EQ(session().currentVolumeName(), "stick");
-  session().back();
-  EXPECT_EQ(session().currentVolumeName(), "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
+            "Macintosh HD");
+  session().open(session().navigation().current()->children().front());
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "stick");
+  session().navigation().back();
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
+            "Macintosh HD");
 }
 
 TEST_F(ScanSessionCompletion, focus_selection_queue_and_menu_stay_even_if_the_tree_lacks_them) {
   scanTo(sampleTree());
   const DiskNode disk = file("/data/disk.iso", 20 * MiB);
   const DiskNode gone = file("/data/gone", 1);
-  session().selectNodes({gone, disk}, false);
-  session().addToQueue(gone);
-  session().addToQueue(disk);
-  session().setQueueMinimized(true);
-  session().setMenuNode(gone);
+  session().selection().selectNodes({gone, disk}, false);
+  session().cleanupQueue().addToQueue(gone);
+  session().cleanupQueue().addToQueue(disk);
+  session().cleanupQueue().setQueueMinimized(true);
+  session().shown().setMenuNode(gone);
   scanTo(sampleTree("/other"));
-  EXPECT_EQ(session().focused(), disk);
-  EXPECT_EQ(session().menuNode(), gone);
-  EXPECT_THAT(session().selectedNodes(), ElementsAre(gone, disk));
-  EXPECT_THAT(session().selected(), ElementsAre("/data/disk.iso", "/data/gone"));
-  EXPECT_THAT(session().queue(), ElementsAre(gone, disk));
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_EQ(session().selection().focused(), disk);
+  EXPECT_EQ(session().shown().menuNode(), gone);
+  EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(gone, disk));
+  EXPECT_THAT(session().selection().selected(), ElementsAre("/data/disk.iso", "/data/gone"));
+  EXPECT_THAT(session().cleanupQueue().queue(), ElementsAre(gone, disk));
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
 }
 
 }  // namespace

@@ -25,16 +25,16 @@ class Failures : public SessionFixture {
   }
 
   void queue(const std::vector<DiskNode>& nodes) {
-    for (const DiskNode& node : nodes) session().addToQueue(node);
+    for (const DiskNode& node : nodes) session().cleanupQueue().addToQueue(node);
   }
   // Whatever is flashed meanwhile, and however long it takes.
   void letTimePass() {
     for (int i = 0; i < 3; ++i) {
-      session().flash("Something else " + std::to_string(i));
+      session().messages().flash("Something else " + std::to_string(i));
       dispatch().advance(std::chrono::seconds(10));
       dispatch().drainAll();
     }
-    ASSERT_EQ(session().toast(), std::nullopt);
+    ASSERT_EQ(session().messages().toast(), std::nullopt);
   }
 
   DiskNode film_ = file("/data/film", 4);
@@ -44,20 +44,20 @@ class Failures : public SessionFixture {
 
 TEST_F(Failures, of_the_move_of_the_focus_is_told_beside_its_message_and_stays) {
   machine_.trash.refuse(film_.path(), EXDEV);
-  session().setFocused(film_);
+  session().selection().setFocused(film_);
   session().trashFocused();
-  EXPECT_EQ(session().toast(), "Moved film to Trash");
+  EXPECT_EQ(session().messages().toast(), "Moved film to Trash");
   letTimePass();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film” could not be moved to the Trash: no Trash on this volume"));
 }
 
 TEST_F(Failures, of_the_move_from_the_menu_is_told) {
   machine_.trash.refuse(film_.path(), ENOSPC);
-  session().setMenuNode(film_);
-  session().trash(*session().menuNode());
+  session().shown().setMenuNode(film_);
+  session().trash(*session().shown().menuNode());
   letTimePass();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film” could not be moved to the Trash: no space for one more file on "
                           "the disk"));
 }
@@ -65,10 +65,10 @@ TEST_F(Failures, of_the_move_from_the_menu_is_told) {
 TEST_F(Failures, of_the_move_that_overrules_the_warning_is_told) {
   machine_.trash.put("/usr/lib");
   machine_.trash.refuse("/usr/lib", EROFS);
-  session().setCriticalWarning(folder("/usr/lib", 1));
+  session().removal().setCriticalWarning(folder("/usr/lib", 1));
   session().overruleWarning();
   letTimePass();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“lib” could not be moved to the Trash: the volume is read-only"));
 }
 
@@ -78,7 +78,7 @@ TEST_F(Failures, of_a_part_of_the_queue_is_told_of_that_part) {
   queue({film_, song_, note_});
   session().emptyQueue();
   letTimePass();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("2 items could not be moved to the Trash: “film” (not permitted), "
                           "“note” (not there any more)"));
   EXPECT_FALSE(machine_.trash.has(song_.path()));
@@ -88,7 +88,7 @@ TEST_F(Failures, of_the_whole_queue_is_told_in_one_text) {
   for (const DiskNode* node : {&film_, &song_, &note_}) machine_.trash.refuse(node->path(), EDQUOT);
   queue({film_, song_, note_});
   session().emptyQueue();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film”, “song” and 1 more could not be moved to the Trash: the quota on "
                           "the disk is used up"));
 }
@@ -97,11 +97,11 @@ TEST_F(Failures, of_the_way_back_is_told_beside_its_message_and_stays) {
   queue({film_, song_, note_});
   session().emptyQueue();
   machine_.trash.put(film_.path(), "another");
-  machine_.trash.remove(session().lastTrashed()[2].trashPath);
+  machine_.trash.remove(session().removal().lastTrashed()[2].trashPath);
   session().undoTrash();
-  EXPECT_EQ(session().toast(), "Put back 1 item");
+  EXPECT_EQ(session().messages().toast(), "Put back 1 item");
   letTimePass();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("2 items could not be put back: “note” (not found in the Trash), “film” "
                           "(something else stands at the old place)"));
   EXPECT_EQ(machine_.trash.contentOf(film_.path()), "another");
@@ -110,9 +110,9 @@ TEST_F(Failures, of_the_way_back_is_told_beside_its_message_and_stays) {
 TEST_F(Failures, of_another_item_in_the_trash_is_told_as_that) {
   queue({film_});
   session().emptyQueue();
-  machine_.trash.refuse(session().lastTrashed()[0].trashPath, ESTALE);
+  machine_.trash.refuse(session().removal().lastTrashed()[0].trashPath, ESTALE);
   session().undoTrash();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film” could not be put back: another item has the name in the Trash "
                           "now"));
 }
@@ -122,18 +122,18 @@ TEST_F(Failures, of_an_item_that_nobody_knows_the_place_of_is_told_on_its_way_ba
   queue({film_});
   session().emptyQueue();
   session().undoTrash();
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film” could not be put back: not found in the Trash"));
 }
 
 TEST_F(Failures, are_none_where_all_went_well) {
-  session().setFocused(film_);
+  session().selection().setFocused(film_);
   session().trashFocused();
   session().trash(song_);
   queue({note_});
   session().emptyQueue();
   session().undoTrash();
-  EXPECT_THAT(session().failures(), IsEmpty());
+  EXPECT_THAT(session().messages().failures(), IsEmpty());
 }
 
 TEST_F(Failures, stay_when_the_next_move_succeeds) {
@@ -141,7 +141,7 @@ TEST_F(Failures, stay_when_the_next_move_succeeds) {
   session().trash(film_);
   session().trash(song_);
   EXPECT_FALSE(machine_.trash.has(song_.path()));
-  EXPECT_THAT(session().failures(),
+  EXPECT_THAT(session().messages().failures(),
               ElementsAre("“film” could not be moved to the Trash: not permitted"));
 }
 
@@ -150,18 +150,19 @@ TEST_F(Failures, are_all_kept_when_the_next_move_fails_too) {
   machine_.trash.refuse(song_.path(), EBUSY);
   session().trash(film_);
   session().trash(song_);
-  EXPECT_EQ(session().failure(),
+  EXPECT_EQ(session().messages().failure(),
             "“song” could not be moved to the Trash: a volume is mounted there");
-  session().dismissFailure();
-  EXPECT_EQ(session().failure(), "“film” could not be moved to the Trash: not permitted");
+  session().messages().dismissFailure();
+  EXPECT_EQ(session().messages().failure(),
+            "“film” could not be moved to the Trash: not permitted");
 }
 
 TEST_F(Failures, are_in_place_before_anything_of_the_move_is_announced) {
   machine_.trash.refuse(film_.path());
   queue({film_, song_});
   std::size_t known = 0;
-  QObject::connect(&session(), &ScanSession::queueChanged, &session(),
-                   [&] { known = session().failures().size(); });
+  QObject::connect(&session().cleanupQueue(), &CleanupQueue::queueChanged, &session(),
+                   [&] { known = session().messages().failures().size(); });
   session().emptyQueue();
   EXPECT_EQ(known, 1U);
 }

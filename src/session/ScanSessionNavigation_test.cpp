@@ -18,7 +18,7 @@ namespace {
 //   empty/        0
 //   note         10
 //   + 20 more    40
-class Navigation : public SessionFixture {
+class Navigating : public SessionFixture {
  protected:
   using Paths = std::vector<std::string>;
 
@@ -49,25 +49,25 @@ class Navigation : public SessionFixture {
   }
 };
 
-TEST_F(Navigation, stands_at_the_last_of_the_stack) {
-  EXPECT_EQ(session().current()->path(), "/r");
+TEST_F(Navigating, stands_at_the_last_of_the_stack) {
+  EXPECT_EQ(session().navigation().current()->path(), "/r");
   session().open(big_);
-  EXPECT_EQ(session().current()->path(), "/r/big");
+  EXPECT_EQ(session().navigation().current()->path(), "/r/big");
 }
 
 // Back.
 
-TEST_F(Navigation, back_leaves_the_node_on_screen) {
+TEST_F(Navigating, back_leaves_the_node_on_screen) {
   openBigAndDeep();
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  session().back();
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
+  session().navigation().back();
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
   EXPECT_EQ(stack.count(), 1);
 }
 
-TEST_F(Navigation, back_does_not_leave_the_root) {
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  session().back();
+TEST_F(Navigating, back_does_not_leave_the_root) {
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
+  session().navigation().back();
   EXPECT_EQ(stackPaths(), Paths{"/r"});
   EXPECT_EQ(stack.count(), 0);
 }
@@ -75,78 +75,78 @@ TEST_F(Navigation, back_does_not_leave_the_root) {
 using NavigationWithoutTree = SessionFixture;
 
 TEST_F(NavigationWithoutTree, goes_nowhere) {
-  session().back();
-  session().jump(0);
-  session().jump(-1);
-  EXPECT_TRUE(session().stack().empty());
-  EXPECT_FALSE(session().current());
+  session().navigation().back();
+  session().navigation().jump(0);
+  session().navigation().jump(-1);
+  EXPECT_TRUE(session().navigation().stack().empty());
+  EXPECT_FALSE(session().navigation().current());
 }
 
-TEST_F(Navigation, back_and_jump_keep_focus_and_selection) {
+TEST_F(Navigating, back_and_jump_keep_focus_and_selection) {
   openBigAndDeep();
-  session().selectNodes({film_, song_}, false);
-  session().back();
-  EXPECT_EQ(session().focused(), song_);
-  EXPECT_EQ(session().selectedNodes(), (std::vector{film_, song_}));
-  session().jump(0);
-  EXPECT_EQ(session().focused(), song_);
-  EXPECT_EQ(session().selectedNodes(), (std::vector{film_, song_}));
+  session().selection().selectNodes({film_, song_}, false);
+  session().navigation().back();
+  EXPECT_EQ(session().selection().focused(), song_);
+  EXPECT_EQ(session().selection().selectedNodes(), (std::vector{film_, song_}));
+  session().navigation().jump(0);
+  EXPECT_EQ(session().selection().focused(), song_);
+  EXPECT_EQ(session().selection().selectedNodes(), (std::vector{film_, song_}));
 }
 
 // Jump.
 
-TEST_F(Navigation, jump_keeps_all_up_to_the_index) {
+TEST_F(Navigating, jump_keeps_all_up_to_the_index) {
   openBigAndDeep();
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  session().jump(1);
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
+  session().navigation().jump(1);
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
-  session().jump(0);
+  session().navigation().jump(0);
   EXPECT_EQ(stackPaths(), Paths{"/r"});
   EXPECT_EQ(stack.count(), 2);
 }
 
-TEST_F(Navigation, jump_to_the_last_index_changes_nothing) {
+TEST_F(Navigating, jump_to_the_last_index_changes_nothing) {
   openBigAndDeep();
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
-  session().jump(2);
-  EXPECT_EQ(session().stack().size(), 3u);
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
+  session().navigation().jump(2);
+  EXPECT_EQ(session().navigation().stack().size(), 3u);
   EXPECT_EQ(stack.count(), 0);
 }
 
-TEST_F(Navigation, jump_outside_the_stack_does_nothing) {
+TEST_F(Navigating, jump_outside_the_stack_does_nothing) {
   openBigAndDeep();
-  session().jump(-1);
-  session().jump(3);
-  session().jump(1000);
-  EXPECT_EQ(session().stack().size(), 3u);
+  session().navigation().jump(-1);
+  session().navigation().jump(3);
+  session().navigation().jump(1000);
+  EXPECT_EQ(session().navigation().stack().size(), 3u);
 }
 
 // Open.
 
-TEST_F(Navigation, open_enters_a_folder_with_children) {
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+TEST_F(Navigating, open_enters_a_folder_with_children) {
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
   session().open(big_);
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big"}));
   EXPECT_EQ(stack.count(), 1);
 }
 
-TEST_F(Navigation, open_takes_a_node_of_its_own_stack) {
-  session().open(session().stack().front());
+TEST_F(Navigating, open_takes_a_node_of_its_own_stack) {
+  session().open(session().navigation().stack().front());
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r"}));
 }
 
-TEST_F(Navigation, open_does_nothing_for_a_file_an_empty_folder_and_a_remainder) {
-  const auto toast = session().toast();
-  QSignalSpy stack(&session(), &ScanSession::stackChanged);
+TEST_F(Navigating, open_does_nothing_for_a_file_an_empty_folder_and_a_remainder) {
+  const auto toast = session().messages().toast();
+  QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
   session().open(note_);
   session().open(empty_);
   session().open(rest_);
   EXPECT_EQ(stack.count(), 0);
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().messages().toast(), toast);
 }
 
-TEST_F(Navigation, open_walks_a_package_without_children) {
+TEST_F(Navigating, open_walks_a_package_without_children) {
   for (const char* name :
        {"/r/Foo.app", "/r/FOO.APP", "/r/Photos.photoslibrary", "/r/Disk.SparseBundle"}) {
     session().open(folder(name, 300));
@@ -155,12 +155,12 @@ TEST_F(Navigation, open_walks_a_package_without_children) {
   }
 }
 
-TEST_F(Navigation, open_walks_a_file_that_is_named_like_a_package) {
+TEST_F(Navigating, open_walks_a_file_that_is_named_like_a_package) {
   session().open(file("/r/Tool.app", 5));
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1u);
 }
 
-TEST_F(Navigation, open_enters_a_package_that_has_children) {
+TEST_F(Navigating, open_enters_a_package_that_has_children) {
   session().open(folder("/r/Foo.app", 300, {folder("/r/Foo.app/Contents", 300)}));
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
@@ -168,24 +168,24 @@ TEST_F(Navigation, open_enters_a_package_that_has_children) {
 
 // Expanding a package.
 
-TEST_F(Navigation, expanding_a_package_says_so_and_shows_its_inside) {
+TEST_F(Navigating, expanding_a_package_says_so_and_shows_its_inside) {
   walks().at(1).result = folder("/r/Foo.app", 300, {folder("/r/Foo.app/Contents", 300)});
   session().expandPackage(app_);
-  EXPECT_EQ(session().toast(), "Opening package Foo.app…");
+  EXPECT_EQ(session().messages().toast(), "Opening package Foo.app…");
   EXPECT_EQ(stackPaths(), Paths{"/r"});
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   dispatch().drainAll();
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
-  EXPECT_EQ(session().current()->children().size(), 1u);
-  session().back();
+  EXPECT_EQ(session().navigation().current()->children().size(), 1u);
+  session().navigation().back();
   EXPECT_EQ(stackPaths(), Paths{"/r"});
 }
 
-TEST_F(Navigation, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
+TEST_F(Navigating, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.skipScan = true;
-  session().setFilters(filters);
-  session().setExcludes({"/r"});
+  session().choices().setFilters(filters);
+  session().choices().setExcludes({"/r"});
   session().expandPackage(app_);
   dispatch().drainAll();
   const WalkScript& walk = walks().at(1);
@@ -198,11 +198,11 @@ TEST_F(Navigation, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
   EXPECT_FALSE(walk.hadProgress);
 }
 
-TEST_F(Navigation, expanding_a_package_is_not_ended_by_cancel) {
+TEST_F(Navigating, expanding_a_package_is_not_ended_by_cancel) {
   bool wasCancelled = true;
   walks().at(1).result = app_;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
-    session().cancel();
+    session().run().cancel();
     wasCancelled = callbacks.isCancelled && callbacks.isCancelled();
   };
   session().expandPackage(app_);
@@ -211,13 +211,14 @@ TEST_F(Navigation, expanding_a_package_is_not_ended_by_cancel) {
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
 }
 
-TEST_F(Navigation, expanding_a_package_during_a_scan_goes_on_the_old_stack_until_the_scan_ends) {
+TEST_F(Navigating, expanding_a_package_during_a_scan_goes_on_the_old_stack_until_the_scan_ends) {
   std::vector<Paths> stacks;
-  QObject::connect(&session(), &ScanSession::stackChanged, [&] { stacks.push_back(stackPaths()); });
+  QObject::connect(&session().navigation(), &Navigation::stackChanged,
+                   [&] { stacks.push_back(stackPaths()); });
   walks().at(1).during = [&](const DiskScanner::Callbacks&) {
     session().expandPackage(app_);
     dispatch().drainAll();
-    EXPECT_EQ(session().status(), ScanStatus::scanning);
+    EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   };
   walks().at(1).result = root_;
   walks().at(2).result = app_;
@@ -226,7 +227,7 @@ TEST_F(Navigation, expanding_a_package_during_a_scan_goes_on_the_old_stack_until
   EXPECT_EQ(stacks, (std::vector<Paths>{{"/r", "/r/Foo.app"}, {"/r"}}));
 }
 
-TEST_F(Navigation, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile) {
+TEST_F(Navigating, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile) {
   walks().at(1).during = [&](const DiskScanner::Callbacks&) {
     session().scan("/other");
     dispatch().drainAll();
@@ -239,7 +240,7 @@ TEST_F(Navigation, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile)
   EXPECT_EQ(stackPaths(), (Paths{"/other", "/r/Foo.app"}));
 }
 
-TEST_F(Navigation, expanding_a_package_ends_with_its_session) {
+TEST_F(Navigating, expanding_a_package_ends_with_its_session) {
   bool wasCancelled = false;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
     endSession();
@@ -252,64 +253,64 @@ TEST_F(Navigation, expanding_a_package_ends_with_its_session) {
 
 // Showing a path in the map.
 
-TEST_F(Navigation, focus_on_a_file_shows_it_inside_its_folder) {
-  session().setVizMode(VizMode::largest);
-  session().setPane(MainPane::apps);
+TEST_F(Navigating, focus_on_a_file_shows_it_inside_its_folder) {
+  session().shown().setVizMode(VizMode::largest);
+  session().shown().setPane(MainPane::apps);
   session().focusPath("/r/big/deep/film");
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/big", "/r/big/deep"}));
-  EXPECT_EQ(session().focused(), film_);
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
-  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().selection().focused(), film_);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
   EXPECT_TRUE(workspace_.revealed.empty());
 }
 
-TEST_F(Navigation, focus_on_a_folder_enters_it) {
+TEST_F(Navigating, focus_on_a_folder_enters_it) {
   session().focusPath("/r/empty");
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/empty"}));
-  EXPECT_EQ(session().focused(), empty_);
+  EXPECT_EQ(session().selection().focused(), empty_);
 }
 
-TEST_F(Navigation, focus_on_the_root_goes_to_the_top) {
+TEST_F(Navigating, focus_on_the_root_goes_to_the_top) {
   openBigAndDeep();
   session().focusPath("/r");
   EXPECT_EQ(stackPaths(), Paths{"/r"});
-  EXPECT_EQ(session().focused(), root_);
+  EXPECT_EQ(session().selection().focused(), root_);
 }
 
-TEST_F(Navigation, focus_on_a_root_that_is_a_file_shows_it) {
+TEST_F(Navigating, focus_on_a_root_that_is_a_file_shows_it) {
   scanTo(file("/single", 5));
   session().focusPath("/single");
   EXPECT_EQ(stackPaths(), Paths{"/single"});
-  EXPECT_EQ(session().focused()->path(), "/single");
+  EXPECT_EQ(session().selection().focused()->path(), "/single");
 }
 
-TEST_F(Navigation, focus_starts_from_the_root_wherever_the_map_stands) {
+TEST_F(Navigating, focus_starts_from_the_root_wherever_the_map_stands) {
   openBigAndDeep();
   session().focusPath("/r/note");
   EXPECT_EQ(stackPaths(), Paths{"/r"});
-  EXPECT_EQ(session().focused(), note_);
+  EXPECT_EQ(session().selection().focused(), note_);
 }
 
-TEST_F(Navigation, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
+TEST_F(Navigating, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
   openBigAndDeep();
-  session().setVizMode(VizMode::largest);
-  session().setPane(MainPane::apps);
+  session().shown().setVizMode(VizMode::largest);
+  session().shown().setPane(MainPane::apps);
   session().focusPath("/r/big/pruned\xff");
   EXPECT_EQ(workspace_.revealed, (std::vector<Paths>{{"/r/big/pruned\xff"}}));
-  EXPECT_EQ(session().stack().size(), 3u);
-  EXPECT_FALSE(session().focused());
-  EXPECT_EQ(session().vizMode(), VizMode::largest);
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().navigation().stack().size(), 3u);
+  EXPECT_FALSE(session().selection().focused());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::largest);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
 TEST_F(NavigationWithoutTree, reveals_what_it_is_to_focus_on) {
   session().focusPath("/r/note");
   EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{"/r/note"}}));
-  EXPECT_FALSE(session().focused());
+  EXPECT_FALSE(session().selection().focused());
 }
 
-TEST_F(Navigation, reveal_hands_over_the_bytes_of_the_path) {
-  session().reveal(file("/r/caf\xe9", 1));
+TEST_F(Navigating, reveal_hands_over_the_bytes_of_the_path) {
+  session().navigation().reveal(file("/r/caf\xe9", 1));
   EXPECT_EQ(workspace_.revealed, (std::vector<Paths>{{"/r/caf\xe9"}}));
   EXPECT_TRUE(workspace_.opened.empty());
 }

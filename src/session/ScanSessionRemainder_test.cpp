@@ -21,7 +21,7 @@ class Remainder : public SessionFixture {
   Remainder() {
     for (const DiskNode* node : {&file_, &likeIt_, &film_}) machine_.trash.put(node->path());
     scanTo(tree_);
-    toast_ = session().toast();
+    toast_ = session().messages().toast();
   }
 
   static std::vector<std::string> paths(const std::vector<DiskNode>& nodes) {
@@ -33,18 +33,18 @@ class Remainder : public SessionFixture {
     for (const DiskNode* node : {&file_, &likeIt_, &film_}) {
       EXPECT_TRUE(machine_.trash.has(node->path())) << node->path();
     }
-    EXPECT_THAT(session().lastTrashed(), IsEmpty());
-    EXPECT_THAT(session().queue(), IsEmpty());
-    EXPECT_THAT(session().selected(), IsEmpty());
-    EXPECT_THAT(session().stack(), SizeIs(1));
+    EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
+    EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+    EXPECT_THAT(session().selection().selected(), IsEmpty());
+    EXPECT_THAT(session().navigation().stack(), SizeIs(1));
     EXPECT_THAT(machine_.workspace.revealed, IsEmpty());
     EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
     EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
-    EXPECT_EQ(session().toast(), toast_);
-    EXPECT_EQ(session().failure(), std::nullopt);
-    EXPECT_EQ(session().menuNode(), std::nullopt);
-    EXPECT_EQ(session().criticalWarning(), std::nullopt);
-    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_EQ(session().messages().toast(), toast_);
+    EXPECT_EQ(session().messages().failure(), std::nullopt);
+    EXPECT_EQ(session().shown().menuNode(), std::nullopt);
+    EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
     EXPECT_EQ(walks().ran(), 1U);
   }
 
@@ -65,13 +65,13 @@ class Remainder : public SessionFixture {
 };
 
 TEST_F(Remainder, that_has_the_focus_is_not_trashed_nor_is_the_folder_on_screen) {
-  session().setFocused(rest_);
+  session().selection().setFocused(rest_);
   session().trashFocused();
   expectNothingDone();
 }
 
 TEST_F(Remainder, is_not_trashed_from_a_menu_which_goes_away) {
-  session().setMenuNode(film_);
+  session().shown().setMenuNode(film_);
   session().trash(rest_);
   expectNothingDone();
 }
@@ -79,41 +79,41 @@ TEST_F(Remainder, is_not_trashed_from_a_menu_which_goes_away) {
 TEST_F(Remainder, of_a_critical_place_is_not_trashed_and_not_warned_of) {
   const DiskNode critical = remainder("/usr");
   machine_.trash.put("/usr/__rest__");
-  session().setFocused(critical);
+  session().selection().setFocused(critical);
   session().trashFocused();
   session().trash(critical);
   session().zipThenTrash({critical});
   expectNothingDone();
-  session().setCriticalWarning(critical);
+  session().removal().setCriticalWarning(critical);
   session().overruleWarning();
   EXPECT_TRUE(machine_.trash.has("/usr/__rest__"));
   expectNothingDone();
 }
 
 TEST_F(Remainder, is_not_queued) {
-  session().addToQueue(rest_);
-  EXPECT_FALSE(session().queueOpen());
+  session().cleanupQueue().addToQueue(rest_);
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
   expectNothingDone();
 }
 
 TEST_F(Remainder, is_not_selected) {
-  session().toggleSelect(rest_);
-  session().selectNodes({rest_}, true);
+  session().selection().toggleSelect(rest_);
+  session().selection().selectNodes({rest_}, true);
   session().queueSelected();
   expectNothingDone();
-  EXPECT_EQ(session().focused(), std::nullopt);
-  session().selectNodes({film_, rest_}, false);
-  EXPECT_THAT(paths(session().selectedNodes()), ElementsAre(film_.path()));
-  EXPECT_EQ(session().focused(), film_);
-  session().selectNodes({rest_}, false);
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_EQ(session().selection().focused(), std::nullopt);
+  session().selection().selectNodes({film_, rest_}, false);
+  EXPECT_THAT(paths(session().selection().selectedNodes()), ElementsAre(film_.path()));
+  EXPECT_EQ(session().selection().focused(), film_);
+  session().selection().selectNodes({rest_}, false);
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
 TEST_F(Remainder, is_not_selected_with_all_but_what_is_called_like_it_is) {
   session().selectAllCurrent();
-  EXPECT_THAT(paths(session().selectedNodes()),
+  EXPECT_THAT(paths(session().selection().selectedNodes()),
               ElementsAre(film_.path(), file_.path(), likeIt_.path()));
-  EXPECT_EQ(session().toast(), "Selected 3");
+  EXPECT_EQ(session().messages().toast(), "Selected 3");
 }
 
 TEST_F(Remainder, is_not_archived_nor_is_the_file_of_its_path) {
@@ -122,13 +122,13 @@ TEST_F(Remainder, is_not_archived_nor_is_the_file_of_its_path) {
   ScanSession session(machine_.services(disk.path()));
   session.zipThenTrash({remainder(disk.path())});
   EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
-  EXPECT_EQ(session.criticalWarning(), std::nullopt);
+  EXPECT_EQ(session.removal().criticalWarning(), std::nullopt);
   session.zipThenTrash({remainder(disk.path()), file(disk.at("__rest__"), 1)});
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
 }
 
 TEST_F(Remainder, is_not_revealed) {
-  session().reveal(rest_);
+  session().navigation().reveal(rest_);
   expectNothingDone();
 }
 
@@ -147,28 +147,28 @@ TEST_F(Remainder, is_not_opened) {
 }
 
 TEST_F(Remainder, gives_no_path_to_the_pasteboard) {
-  session().setFocused(rest_);
-  session().copySelectedPaths();
+  session().selection().setFocused(rest_);
+  session().selection().copySelectedPaths();
   expectNothingDone();
 }
 
 TEST_F(Remainder, has_no_menu) {
-  session().setMenuNode(rest_);
+  session().shown().setMenuNode(rest_);
   expectNothingDone();
 }
 
 TEST_F(Remainder, is_not_led_to) {
   scanTo(folder("/data", 9, {film_, rest_}));
-  session().setVizMode(VizMode::largest);
+  session().shown().setVizMode(VizMode::largest);
   session().focusPath("/data/__rest__");
-  EXPECT_EQ(session().focused(), std::nullopt);
-  EXPECT_EQ(session().vizMode(), VizMode::largest);
+  EXPECT_EQ(session().selection().focused(), std::nullopt);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::largest);
   EXPECT_THAT(machine_.workspace.revealed, IsEmpty());
 }
 
 TEST_F(Remainder, keeps_nobody_from_a_file_of_its_path) {
   session().focusPath(file_.path());
-  EXPECT_EQ(session().focused(), file_);
+  EXPECT_EQ(session().selection().focused(), file_);
   // The file may also be among those that the tree has no room for.
   const TempTree disk("__rest__ 4K\n");
   scanTo(folder(disk.path(), 9, {remainder(disk.path())}));
@@ -178,18 +178,18 @@ TEST_F(Remainder, keeps_nobody_from_a_file_of_its_path) {
 
 TEST_F(Remainder, takes_nothing_from_files_that_are_called_like_it) {
   for (const DiskNode& node : {file_, likeIt_}) {
-    session().reveal(node);
-    session().addToQueue(node);
-    session().toggleSelect(node);
-    session().setMenuNode(node);
-    EXPECT_EQ(session().menuNode(), node);
-    session().setFocused(node);
+    session().navigation().reveal(node);
+    session().cleanupQueue().addToQueue(node);
+    session().selection().toggleSelect(node);
+    session().shown().setMenuNode(node);
+    EXPECT_EQ(session().shown().menuNode(), node);
+    session().selection().setFocused(node);
     session().trashFocused();
     EXPECT_FALSE(machine_.trash.has(node.path()));
   }
   EXPECT_THAT(machine_.workspace.revealed, SizeIs(2));
-  EXPECT_THAT(session().queue(), SizeIs(2));
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
 }
 
 }  // namespace

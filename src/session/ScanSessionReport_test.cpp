@@ -99,7 +99,7 @@ class Report : public ::testing::Test {
     found_ = tree;
     session_->scan(tree.path());
     machine_.dispatch.drainAll();
-    ASSERT_EQ(session_->current(), tree);
+    ASSERT_EQ(session_->navigation().current(), tree);
   }
 
   std::string written() const { return contentOf(place_.at("report.json")); }
@@ -136,12 +136,12 @@ TEST_F(Report, is_noted_with_its_place_while_it_is_written) {
 
 TEST_F(Report, is_dropped_in_silence_where_it_cannot_be_written) {
   scan(tree_);
-  const auto toast = session_->toast();
+  const auto toast = session_->messages().toast();
   panel_.answer = place_.at("nowhere/report.json");
   session_->exportJSON();
   panel_.answer.reset();
   session_->exportJSON();
-  EXPECT_EQ(session_->toast(), toast);
+  EXPECT_EQ(session_->messages().toast(), toast);
 }
 
 TEST_F(Report, is_on_the_tree_that_a_scan_has_brought_while_the_panel_was_up) {
@@ -157,7 +157,7 @@ TEST_F(Report, is_on_the_folder_that_was_entered_or_left_while_the_panel_was_up)
   panel_.meanwhile = [this] { session_->open(big_); };
   session_->exportJSON();
   EXPECT_EQ(written(), ExportReport::json(big_));
-  panel_.meanwhile = [this] { session_->back(); };
+  panel_.meanwhile = [this] { session_->navigation().back(); };
   session_->exportJSON();
   EXPECT_EQ(panel_.requests.back().fileName, "marrow-big.json");
   EXPECT_EQ(written(), ExportReport::json(tree_));

@@ -52,7 +52,7 @@ class SideEffects : public SessionFixture {
     session().scan("/data");
     dispatch().drainAll();
 
-    session().setFocused(gone_);
+    session().selection().setFocused(gone_);
     willFind(tree_);
     walks().at(walks().ran()).during = [](const DiskScanner::Callbacks& callbacks) {
       if (callbacks.unreadable)
@@ -67,39 +67,39 @@ class SideEffects : public SessionFixture {
     session().startWatch();
     dispatch().drainAll();
     watched_["/data"] += 2 * MiB;
-    session().pollWatch();
+    session().watch().pollWatch();
     dispatch().drainAll();
 
     folderPanel_.answer = "/data/left out";
-    session().addExclude();
-    session().togglePin("/data/big");
-    session().toggleFilter("docker");
-    session().toggleSkip("xcode");
+    session().choices().addExclude();
+    session().choices().togglePin("/data/big");
+    session().choices().toggleFilter("docker");
+    session().choices().toggleSkip("xcode");
 
     session().open(big_);
-    session().selectNodes({film_, song_}, false);
-    session().setFocused(note_);
-    session().addToQueue(song_);
-    session().addToQueue(note_);
-    session().setQueueMinimized(true);
-    session().setSearchOpen(true);
-    session().setAiOpen(true);
-    session().setOcrOpen(true);
-    session().setHeatmap(true);
-    session().setVizMode(VizMode::largest);
-    session().setPane(MainPane::monitor);
-    session().setMenuNode(film_);
-    session().setCriticalWarning(folder("/usr/lib", 1));
-    session().tellFailure("Something did not move");
-    session().flash("Before");
-    ASSERT_EQ(session().status(), ScanStatus::complete);
-    ASSERT_EQ(session().progress(), "");
-    ASSERT_FALSE(session().compareRows().empty());
-    ASSERT_FALSE(session().watchGrew().empty());
-    ASSERT_FALSE(session().lastTrashed().empty());
-    ASSERT_FALSE(session().deltas().empty());
-    ASSERT_FALSE(session().emptyFolders().empty());
-    ASSERT_EQ(session().unreadable().count, 1U);
+    session().selection().selectNodes({film_, song_}, false);
+    session().selection().setFocused(note_);
+    session().cleanupQueue().addToQueue(song_);
+    session().cleanupQueue().addToQueue(note_);
+    session().cleanupQueue().setQueueMinimized(true);
+    session().shown().setSearchOpen(true);
+    session().shown().setAiOpen(true);
+    session().shown().setOcrOpen(true);
+    session().shown().setHeatmap(true);
+    session().shown().setVizMode(VizMode::largest);
+    session().shown().setPane(MainPane::monitor);
+    session().shown().setMenuNode(film_);
+    session().removal().setCriticalWarning(folder("/usr/lib", 1));
+    session().messages().tellFailure("Something did not move");
+    session().messages().flash("Before");
+    ASSERT_EQ(session().run().status(), ScanStatus::complete);
+    ASSERT_EQ(session().run().progress(), "");
+    ASSERT_FALSE(session().comparison().compareRows().empty());
+    ASSERT_FALSE(session().watch().watchGrew().empty());
+    ASSERT_FALSE(session().removal().lastTrashed().empty());
+    ASSERT_FALSE(session().result().deltas().empty());
+    ASSERT_FALSE(session().result().emptyFolders().empty());
+    ASSERT_EQ(session().result().unreadable().count, 1U);
   }
 
   // Makes the machine another than the session knows.
@@ -120,7 +120,7 @@ class SideEffects : public SessionFixture {
 
   std::vector<std::string> selectedPaths() {
     std::vector<std::string> paths;
-    for (const DiskNode& node : session().selectedNodes()) paths.push_back(node.path());
+    for (const DiskNode& node : session().selection().selectedNodes()) paths.push_back(node.path());
     return paths;
   }
 
@@ -140,21 +140,21 @@ class SideEffects : public SessionFixture {
 // The way through the tree.
 
 TEST_F(SideEffects, going_back_changes_the_stack_alone) {
-  EXPECT_EQ(changedBy([&] { session().back(); }), Names{"stack"});
-  EXPECT_EQ(changedBy([&] { session().back(); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().navigation().back(); }), Names{"stack"});
+  EXPECT_EQ(changedBy([&] { session().navigation().back(); }), Names{});
 }
 
 TEST_F(SideEffects, a_jump_changes_the_stack_alone) {
-  EXPECT_EQ(changedBy([&] { session().jump(1); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().jump(2); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().jump(-1); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().jump(0); }), Names{"stack"});
+  EXPECT_EQ(changedBy([&] { session().navigation().jump(1); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().navigation().jump(2); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().navigation().jump(-1); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().navigation().jump(0); }), Names{"stack"});
 }
 
 TEST_F(SideEffects, opening_a_folder_empties_the_selection_and_keeps_all_else) {
   EXPECT_EQ(changedBy([&] { session().open(deep_); }), (Names{"selection", "stack"}));
-  EXPECT_TRUE(session().selected().empty());
-  EXPECT_TRUE(session().selectedNodes().empty());
+  EXPECT_TRUE(session().selection().selected().empty());
+  EXPECT_TRUE(session().selection().selectedNodes().empty());
 }
 
 TEST_F(SideEffects, opening_what_cannot_be_entered_keeps_the_selection) {
@@ -166,52 +166,56 @@ TEST_F(SideEffects, opening_what_cannot_be_entered_keeps_the_selection) {
 
 TEST_F(SideEffects, opening_a_package_empties_the_selection_once_its_inside_is_there) {
   for (const bool byOpening : {true, false}) {
-    session().selectNodes({film_, song_}, false);
-    session().setFocused(note_);
+    session().selection().selectNodes({film_, song_}, false);
+    session().selection().setFocused(note_);
     willFind(app_);
-    session().flash("Before");
+    session().messages().flash("Before");
     EXPECT_EQ(changedBy([&] { byOpening ? session().open(app_) : session().expandPackage(app_); }),
               Names{"toast"});
-    EXPECT_EQ(session().selectedNodes().size(), 2U);
+    EXPECT_EQ(session().selection().selectedNodes().size(), 2U);
     // What is selected while the walk goes on is gone as well.
-    session().selectNodes({note_}, true);
+    session().selection().selectNodes({note_}, true);
     EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"selection", "stack"}));
-    EXPECT_TRUE(session().selected().empty());
-    EXPECT_TRUE(session().selectedNodes().empty());
+    EXPECT_TRUE(session().selection().selected().empty());
+    EXPECT_TRUE(session().selection().selectedNodes().empty());
   }
 }
 
 TEST_F(SideEffects, showing_a_path_in_the_map_keeps_selection_and_queue) {
   EXPECT_EQ(changedBy([&] { session().focusPath("/data/film"); }),
             (Names{"focused", "pane", "stack", "vizMode"}));
-  session().setVizMode(VizMode::safe);
-  session().setPane(MainPane::apps);
+  session().shown().setVizMode(VizMode::safe);
+  session().shown().setPane(MainPane::apps);
   EXPECT_EQ(changedBy([&] { session().focusPath("/data"); }),
             (Names{"focused", "pane", "vizMode"}));
 }
 
 TEST_F(SideEffects, showing_a_path_that_the_tree_does_not_hold_changes_nothing) {
   EXPECT_EQ(changedBy([&] { session().focusPath("/data/pruned"); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().reveal(film_); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().navigation().reveal(film_); }), Names{});
   EXPECT_EQ(workspace_.revealed.size(), 2U);
 }
 
 // The selection.
 
 TEST_F(SideEffects, selecting_changes_selection_and_focus_alone) {
-  EXPECT_EQ(changedBy([&] { session().selectNodes({below_}, true); }),
+  EXPECT_EQ(changedBy([&] { session().selection().selectNodes({below_}, true); }),
             (Names{"focused", "selection"}));
-  EXPECT_EQ(changedBy([&] { session().selectNodes({film_, below_}, false); }), Names{"selection"});
-  EXPECT_EQ(changedBy([&] { session().selectNodes({film_}, true); }), Names{"focused"});
-  EXPECT_EQ(changedBy([&] { session().selectNodes({}, true); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().selectNodes({}, false); }), Names{"selection"});
+  EXPECT_EQ(changedBy([&] {
+              session().selection().selectNodes({film_, below_}, false);
+            }),
+            Names{"selection"});
+  EXPECT_EQ(changedBy([&] { session().selection().selectNodes({film_}, true); }), Names{"focused"});
+  EXPECT_EQ(changedBy([&] { session().selection().selectNodes({}, true); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().selection().selectNodes({}, false); }), Names{"selection"});
 }
 
 TEST_F(SideEffects, toggling_changes_selection_and_focus_alone) {
   for (int i = 0; i < 2; ++i) {
-    session().setFocused(note_);
-    EXPECT_EQ(changedBy([&] { session().toggleSelect(below_); }), (Names{"focused", "selection"}));
-    EXPECT_EQ(session().focused(), below_);
+    session().selection().setFocused(note_);
+    EXPECT_EQ(changedBy([&] { session().selection().toggleSelect(below_); }),
+              (Names{"focused", "selection"}));
+    EXPECT_EQ(session().selection().focused(), below_);
   }
 }
 
@@ -219,51 +223,54 @@ TEST_F(SideEffects, selecting_all_says_so) {
   EXPECT_EQ(changedBy([&] { session().selectAllCurrent(); }),
             (Names{"focused", "selection", "toast"}));
   EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/big/below", "/data/big/deep"}));
-  EXPECT_EQ(session().focused()->path(), "/data/big/deep");
+  EXPECT_EQ(session().selection().focused()->path(), "/data/big/deep");
 }
 
 TEST_F(SideEffects, clearing_the_selection_changes_it_alone) {
-  EXPECT_EQ(changedBy([&] { session().clearSelection(); }), Names{"selection"});
+  EXPECT_EQ(changedBy([&] { session().selection().clearSelection(); }), Names{"selection"});
 }
 
 TEST_F(SideEffects, copying_paths_keeps_what_is_selected) {
-  EXPECT_EQ(changedBy([&] { session().copySelectedPaths(); }), Names{"toast"});
+  EXPECT_EQ(changedBy([&] { session().selection().copySelectedPaths(); }), Names{"toast"});
   EXPECT_EQ(machine_.pasteboard.text, "/data/film\n/data/song");
 }
 
 // The queue.
 
 TEST_F(SideEffects, queueing_keeps_selection_and_focus) {
-  EXPECT_EQ(changedBy([&] { session().addToQueue(film_); }), (Names{"queue", "queueMinimized"}));
-  session().setQueueOpen(false);
-  session().setQueueMinimized(true);
-  EXPECT_EQ(changedBy([&] { session().addToQueue(film_); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().addToQueue(below_); }),
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().addToQueue(film_); }),
+            (Names{"queue", "queueMinimized"}));
+  session().cleanupQueue().setQueueOpen(false);
+  session().cleanupQueue().setQueueMinimized(true);
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().addToQueue(film_); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().addToQueue(below_); }),
             (Names{"queue", "queueMinimized", "queueOpen"}));
 }
 
 TEST_F(SideEffects, queueing_the_selection_empties_it_and_keeps_the_focus) {
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }),
             (Names{"queue", "queueMinimized", "selection", "toast"}));
-  EXPECT_TRUE(session().selected().empty());
+  EXPECT_TRUE(session().selection().selected().empty());
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }), Names{});
 }
 
 TEST_F(SideEffects, queueing_a_selection_that_waits_already_empties_it_and_opens_nothing) {
-  session().selectNodes({song_, note_}, false);
+  session().selection().selectNodes({song_, note_}, false);
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }), (Names{"selection", "toast"}));
-  EXPECT_EQ(session().toast(), "Queued 2 items");
+  EXPECT_EQ(session().messages().toast(), "Queued 2 items");
 }
 
 TEST_F(SideEffects, taking_out_of_the_queue_changes_it_alone_until_it_is_empty) {
-  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/film"); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/song"); }), Names{"queue"});
-  EXPECT_EQ(changedBy([&] { session().removeFromQueue("/data/note"); }),
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().removeFromQueue("/data/film"); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().removeFromQueue("/data/song"); }),
+            Names{"queue"});
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().removeFromQueue("/data/note"); }),
             (Names{"queue", "queueOpen"}));
 }
 
 TEST_F(SideEffects, letting_the_queue_go_keeps_selection_focus_and_what_can_be_put_back) {
-  EXPECT_EQ(changedBy([&] { session().clearQueue(); }), (Names{"queue", "queueOpen"}));
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().clearQueue(); }),
+            (Names{"queue", "queueOpen"}));
 }
 
 TEST_F(SideEffects, emptying_the_queue_keeps_selection_and_focus_and_looks_again) {
@@ -281,12 +288,12 @@ TEST_F(SideEffects, trashing_the_focus_keeps_selection_and_queue_and_looks_again
 }
 
 TEST_F(SideEffects, trashing_a_critical_focus_warns_and_changes_nothing_else) {
-  session().setFocused(folder("/home/user", 1));
+  session().selection().setFocused(folder("/home/user", 1));
   EXPECT_EQ(changedBy([&] { session().trashFocused(); }), Names{"criticalWarning"});
 }
 
 TEST_F(SideEffects, trashing_from_the_menu_takes_the_menu_away_and_looks_again) {
-  EXPECT_EQ(changedBy([&] { session().trash(*session().menuNode()); }),
+  EXPECT_EQ(changedBy([&] { session().trash(*session().shown().menuNode()); }),
             aScanBegins + Names({"menuNode"}));
   EXPECT_FALSE(machine_.trash.has("/data/film"));
 }
@@ -298,8 +305,8 @@ TEST_F(SideEffects, trashing_a_critical_item_from_the_menu_warns_and_looks_at_no
 
 TEST_F(SideEffects, answers_to_the_warning_take_it_away) {
   machine_.trash.put("/usr/lib");
-  EXPECT_EQ(changedBy([&] { session().dismissWarning(); }), Names{"criticalWarning"});
-  session().setCriticalWarning(folder("/usr/lib", 1));
+  EXPECT_EQ(changedBy([&] { session().removal().dismissWarning(); }), Names{"criticalWarning"});
+  session().removal().setCriticalWarning(folder("/usr/lib", 1));
   EXPECT_EQ(changedBy([&] { session().overruleWarning(); }),
             aScanBegins + Names({"criticalWarning"}));
   EXPECT_FALSE(machine_.trash.has("/usr/lib"));
@@ -334,7 +341,7 @@ TEST_F(SideEffects, the_start_of_a_scan_keeps_tree_selection_and_queue) {
 
 TEST_F(SideEffects, the_end_of_a_scan_keeps_focus_selection_queue_and_menu) {
   session().scan("/else");
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   changeTheMachine();
   date_ += std::chrono::hours(1);
   willFind(folder("/else", 9 * MiB, {file("/else/x", 9 * MiB), folder("/else/bare", 0)}));
@@ -343,7 +350,7 @@ TEST_F(SideEffects, the_end_of_a_scan_keeps_focus_selection_queue_and_menu) {
                    "scanPercent", "scanStats", "stack", "status", "toast", "trashCount",
                    "unreadable", "volumes", "marrow.lastScanRoot", "marrow.recents"}));
   EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/film", "/data/song"}));
-  EXPECT_EQ(session().queue(), (std::vector<DiskNode>{song_, note_}));
+  EXPECT_EQ(session().cleanupQueue().queue(), (std::vector<DiskNode>{song_, note_}));
 }
 
 TEST_F(SideEffects, a_scan_that_reads_nothing_ends_and_changes_nothing_else) {
@@ -362,7 +369,8 @@ TEST_F(SideEffects, cancelling_keeps_tree_selection_and_queue) {
   runWalks();
   dispatch().step(Queue::main);
   dispatch().step(Queue::main);
-  EXPECT_EQ(changedBy([&] { session().cancel(); }), (Names{"progress", "scanPercent", "status"}));
+  EXPECT_EQ(changedBy([&] { session().run().cancel(); }),
+            (Names{"progress", "scanPercent", "status"}));
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{});
 }
 
@@ -390,32 +398,33 @@ TEST_F(SideEffects, comparing_shows_its_mode_and_later_its_rows) {
 }
 
 TEST_F(SideEffects, watching_changes_what_is_told_of_it_alone) {
-  EXPECT_EQ(changedBy([&] { session().stopWatch(); }),
+  EXPECT_EQ(changedBy([&] { session().watch().stopWatch(); }),
             (Names{"watchGrew", "watchPath", "watching"}));
   EXPECT_EQ(changedBy([&] { session().startWatch(); }), (Names{"watchPath", "watching"}));
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"toast"});
   watched_["/data/big"] = 9 * MiB;
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"toast", "watchGrew"}));
 }
 
 // Choices.
 
 TEST_F(SideEffects, choices_change_their_own_field_and_setting_alone) {
-  EXPECT_EQ(changedBy([&] { session().toggleFilter("xcode"); }),
+  EXPECT_EQ(changedBy([&] { session().choices().toggleFilter("xcode"); }),
             (Names{"filters", "marrow.filters"}));
-  EXPECT_EQ(changedBy([&] { session().toggleSkip("docker"); }),
+  EXPECT_EQ(changedBy([&] { session().choices().toggleSkip("docker"); }),
             (Names{"filters", "marrow.filters"}));
-  EXPECT_EQ(changedBy([&] { session().toggleSkip("nothing"); }), Names{});
-  EXPECT_EQ(changedBy([&] { session().togglePin("/data/film"); }), (Names{"pins", "marrow.pins"}));
-  EXPECT_EQ(changedBy([&] { session().removeExclude("/data/left out"); }),
+  EXPECT_EQ(changedBy([&] { session().choices().toggleSkip("nothing"); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().choices().togglePin("/data/film"); }),
+            (Names{"pins", "marrow.pins"}));
+  EXPECT_EQ(changedBy([&] { session().choices().removeExclude("/data/left out"); }),
             (Names{"excludes", "marrow.excludes"}));
   folderPanel_.answer = "/data/big";
-  EXPECT_EQ(changedBy([&] { session().addExclude(); }),
+  EXPECT_EQ(changedBy([&] { session().choices().addExclude(); }),
             (Names{"excludes", "marrow.excludes", "toast"}));
-  EXPECT_EQ(changedBy([&] { session().addExclude(); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().choices().addExclude(); }), Names{});
   folderPanel_.answer.reset();
-  EXPECT_EQ(changedBy([&] { session().addExclude(); }), Names{});
+  EXPECT_EQ(changedBy([&] { session().choices().addExclude(); }), Names{});
   EXPECT_EQ(changedBy([&] { session().chooseFolder(); }), Names{});
   EXPECT_EQ(changedBy([&] { session().compareWithFolder(); }), Names{});
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
@@ -423,14 +432,14 @@ TEST_F(SideEffects, choices_change_their_own_field_and_setting_alone) {
 
 TEST_F(SideEffects, a_filter_is_switched_in_the_one_way_that_is_asked_for) {
   const auto switches = [&](const std::string& id) {
-    for (const BloatFilter& filter : session().filters())
+    for (const BloatFilter& filter : session().choices().filters())
       if (filter.id == id) return std::pair(filter.enabled, filter.skipScan);
     return std::pair(false, false);
   };
   EXPECT_EQ(switches("docker"), std::pair(true, false));
   EXPECT_EQ(switches("xcode"), std::pair(false, true));
   int switched = 0;
-  for (const BloatFilter& filter : session().filters())
+  for (const BloatFilter& filter : session().choices().filters())
     switched += filter.enabled || filter.skipScan ? 1 : 0;
   EXPECT_EQ(switched, 2);
 }
@@ -443,60 +452,61 @@ TEST_F(SideEffects, a_report_changes_nothing) {
 
 TEST_F(SideEffects, a_look_at_the_disk_changes_its_figures_alone) {
   changeTheMachine();
-  EXPECT_EQ(changedBy([&] { session().refreshDisk(); }), (Names{"disk", "trashCount"}));
+  EXPECT_EQ(changedBy([&] { session().machine().refreshDisk(); }), (Names{"disk", "trashCount"}));
 }
 
 TEST_F(SideEffects, messages_change_themselves_alone) {
-  EXPECT_EQ(changedBy([&] { session().flash("Hello"); }), Names{"toast"});
+  EXPECT_EQ(changedBy([&] { session().messages().flash("Hello"); }), Names{"toast"});
   dispatch().advance(std::chrono::milliseconds(2800));
   EXPECT_EQ(changedBy([&] { runMain(); }), Names{"toast"});
-  EXPECT_EQ(changedBy([&] { session().tellFailure("Another"); }), Names{"failures"});
-  EXPECT_EQ(changedBy([&] { session().dismissFailure(); }), Names{"failures"});
+  EXPECT_EQ(changedBy([&] { session().messages().tellFailure("Another"); }), Names{"failures"});
+  EXPECT_EQ(changedBy([&] { session().messages().dismissFailure(); }), Names{"failures"});
 }
 
 TEST_F(SideEffects, what_is_shown_is_changed_one_field_at_a_time) {
-  EXPECT_EQ(changedBy([&] { session().setPane(MainPane::apps); }), Names{"pane"});
-  EXPECT_EQ(changedBy([&] { session().setVizMode(VizMode::history); }), Names{"vizMode"});
-  EXPECT_EQ(changedBy([&] { session().setHeatmap(false); }), Names{"heatmap"});
-  EXPECT_EQ(changedBy([&] { session().setSearchOpen(false); }), Names{"searchOpen"});
-  EXPECT_EQ(changedBy([&] { session().setSearchOpen(true); }), Names{"searchOpen"});
-  EXPECT_EQ(changedBy([&] { session().setAiOpen(false); }), Names{"aiOpen"});
-  EXPECT_EQ(changedBy([&] { session().setOcrOpen(false); }), Names{"ocrOpen"});
-  EXPECT_EQ(changedBy([&] { session().setQueueOpen(false); }), Names{"queueOpen"});
-  EXPECT_EQ(changedBy([&] { session().setQueueMinimized(false); }), Names{"queueMinimized"});
-  EXPECT_EQ(changedBy([&] { session().setFocused(std::nullopt); }), Names{"focused"});
-  EXPECT_EQ(changedBy([&] { session().setMenuNode(std::nullopt); }), Names{"menuNode"});
-  EXPECT_EQ(changedBy([&] { session().setCriticalWarning(std::nullopt); }),
+  EXPECT_EQ(changedBy([&] { session().shown().setPane(MainPane::apps); }), Names{"pane"});
+  EXPECT_EQ(changedBy([&] { session().shown().setVizMode(VizMode::history); }), Names{"vizMode"});
+  EXPECT_EQ(changedBy([&] { session().shown().setHeatmap(false); }), Names{"heatmap"});
+  EXPECT_EQ(changedBy([&] { session().shown().setSearchOpen(false); }), Names{"searchOpen"});
+  EXPECT_EQ(changedBy([&] { session().shown().setSearchOpen(true); }), Names{"searchOpen"});
+  EXPECT_EQ(changedBy([&] { session().shown().setAiOpen(false); }), Names{"aiOpen"});
+  EXPECT_EQ(changedBy([&] { session().shown().setOcrOpen(false); }), Names{"ocrOpen"});
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().setQueueOpen(false); }), Names{"queueOpen"});
+  EXPECT_EQ(changedBy([&] { session().cleanupQueue().setQueueMinimized(false); }),
+            Names{"queueMinimized"});
+  EXPECT_EQ(changedBy([&] { session().selection().setFocused(std::nullopt); }), Names{"focused"});
+  EXPECT_EQ(changedBy([&] { session().shown().setMenuNode(std::nullopt); }), Names{"menuNode"});
+  EXPECT_EQ(changedBy([&] { session().removal().setCriticalWarning(std::nullopt); }),
             Names{"criticalWarning"});
 }
 
 // The next run of the program.
 
 TEST_F(SideEffects, the_next_run_knows_choices_and_tree_and_no_selection_queue_or_undo) {
-  const auto recents = session().recents();
-  const auto pins = session().pins();
-  const auto excludes = session().excludes();
-  const auto filters = session().filters();
-  const auto history = session().history();
+  const auto recents = session().choices().recents();
+  const auto pins = session().choices().pins();
+  const auto excludes = session().choices().excludes();
+  const auto filters = session().choices().filters();
+  const auto history = session().result().history();
   restart();
-  EXPECT_EQ(session().recents(), recents);
-  EXPECT_EQ(session().pins(), pins);
-  EXPECT_EQ(session().excludes(), excludes);
-  EXPECT_EQ(session().filters(), filters);
-  EXPECT_EQ(session().history(), history);
+  EXPECT_EQ(session().choices().recents(), recents);
+  EXPECT_EQ(session().choices().pins(), pins);
+  EXPECT_EQ(session().choices().excludes(), excludes);
+  EXPECT_EQ(session().choices().filters(), filters);
+  EXPECT_EQ(session().result().history(), history);
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/data"});
-  EXPECT_EQ(session().pane(), MainPane::map);
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
-  EXPECT_TRUE(session().selected().empty());
-  EXPECT_TRUE(session().queue().empty());
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_FALSE(session().focused());
-  EXPECT_TRUE(session().lastTrashed().empty());
-  EXPECT_FALSE(session().heatmap());
-  EXPECT_FALSE(session().watching());
-  EXPECT_TRUE(session().compareRows().empty());
-  EXPECT_TRUE(session().failures().empty());
-  EXPECT_EQ(session().unreadable(), UnreadableItems());
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_TRUE(session().selection().selected().empty());
+  EXPECT_TRUE(session().cleanupQueue().queue().empty());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_FALSE(session().selection().focused());
+  EXPECT_TRUE(session().removal().lastTrashed().empty());
+  EXPECT_FALSE(session().shown().heatmap());
+  EXPECT_FALSE(session().watch().watching());
+  EXPECT_TRUE(session().comparison().compareRows().empty());
+  EXPECT_TRUE(session().messages().failures().empty());
+  EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
 }  // namespace

@@ -23,14 +23,14 @@ using Options = DiskScanner::Options;
 
 class ScanSessionThreads : public ::testing::Test {
  protected:
-  std::unique_ptr<ScanSession> makeSession(ScanSession::Walk walk = {}) {
+  std::unique_ptr<ScanSession> makeSession(SessionServices::Walk walk = {}) {
     ScanSession::Services services = machine_.services("/", dispatch_, machine_.folderPanel);
     services.walk = std::move(walk);
     return std::make_unique<ScanSession>(std::move(services));
   }
 
   void runUntil(const ScanSession& session, ScanStatus status) {
-    mainLoop_.runUntil([&] { return session.status() == status; });
+    mainLoop_.runUntil([&] { return session.run().status() == status; });
   }
 
   MainLoop mainLoop_;
@@ -46,13 +46,13 @@ TEST_F(ScanSessionThreads, scan_a_real_folder) {
   const auto session = makeSession();
   session->scan(tree.path());
   runUntil(*session, ScanStatus::complete);
-  ASSERT_EQ(session->stack().size(), 1u);
-  EXPECT_EQ(session->current()->path(), tree.path());
-  EXPECT_EQ(session->current()->children().size(), 1u);
-  EXPECT_EQ(session->current()->children().front().name(), "music");
-  ASSERT_TRUE(session->scanStats());
-  EXPECT_EQ(session->scanStats()->nodes, 3);
-  EXPECT_EQ(session->scanPercent(), 1);
+  ASSERT_EQ(session->navigation().stack().size(), 1u);
+  EXPECT_EQ(session->navigation().current()->path(), tree.path());
+  EXPECT_EQ(session->navigation().current()->children().size(), 1u);
+  EXPECT_EQ(session->navigation().current()->children().front().name(), "music");
+  ASSERT_TRUE(session->result().scanStats());
+  EXPECT_EQ(session->result().scanStats()->nodes, 3);
+  EXPECT_EQ(session->run().scanPercent(), 1);
 }
 
 TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
@@ -60,8 +60,8 @@ TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
   const auto session = makeSession();
   session->scan(tree.at("gone"));
   runUntil(*session, ScanStatus::error);
-  EXPECT_EQ(session->errorMessage(), "Nothing readable at " + tree.at("gone") +
-                                         ". Grant Full Disk Access or pick another folder.");
+  EXPECT_EQ(session->run().errorMessage(), "Nothing readable at " + tree.at("gone") +
+                                               ". Grant Full Disk Access or pick another folder.");
 }
 
 TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
@@ -82,16 +82,16 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
         return folder(root, 1);
       });
   bool hasShownFirst = false;
-  QObject::connect(session.get(), &ScanSession::stackChanged,
-                   [&] { hasShownFirst |= session->current()->path() == "/first"; });
+  QObject::connect(&session->navigation(), &Navigation::stackChanged,
+                   [&] { hasShownFirst |= session->navigation().current()->path() == "/first"; });
   session->scan("/first");
-  mainLoop_.runUntil([&] { return session->progress() == "first"; });
+  mainLoop_.runUntil([&] { return session->run().progress() == "first"; });
   session->scan("/second");
   runUntil(*session, ScanStatus::complete);
-  EXPECT_EQ(session->current()->path(), "/second");
+  EXPECT_EQ(session->navigation().current()->path(), "/second");
   eventually([&] { return stopped > 0; }, "the first walk");
   mainLoop_.runPosted();
-  EXPECT_EQ(session->current()->path(), "/second");
+  EXPECT_EQ(session->navigation().current()->path(), "/second");
   EXPECT_FALSE(hasShownFirst);
 }
 
@@ -110,7 +110,7 @@ TEST_F(ScanSessionThreads, survive_a_session_that_goes_while_its_walk_runs) {
     return DiskNode();
   });
   session->scan("/r");
-  mainLoop_.runUntil([&] { return session->progress() == "on and on"; });
+  mainLoop_.runUntil([&] { return session->run().progress() == "on and on"; });
   session.reset();
   eventually([&] { return hasStopped.load(); }, "the walk");
   mainLoop_.runPosted();

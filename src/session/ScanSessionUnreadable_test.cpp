@@ -23,25 +23,26 @@ class ScanSessionUnreadable : public SessionFixture {
 };
 
 TEST_F(ScanSessionUnreadable, none_are_known_before_a_scan) {
-  EXPECT_EQ(session().unreadable(), UnreadableItems());
+  EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
 TEST_F(ScanSessionUnreadable, are_those_that_the_walk_told_of) {
-  QSignalSpy changes(&session(), &ScanSession::unreadableChanged);
+  QSignalSpy changes(&session().result(), &ScanResult::unreadableChanged);
   tellOf(2, "/home/locked");
   scanTo(home());
-  EXPECT_EQ(session().unreadable().count, 2U);
-  ASSERT_EQ(session().unreadable().first.size(), 2U);
-  EXPECT_EQ(session().unreadable().first[1], SystemError::fromErrno(EACCES, "/home/locked1"));
+  EXPECT_EQ(session().result().unreadable().count, 2U);
+  ASSERT_EQ(session().result().unreadable().first.size(), 2U);
+  EXPECT_EQ(session().result().unreadable().first[1],
+            SystemError::fromErrno(EACCES, "/home/locked1"));
   EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(ScanSessionUnreadable, are_all_counted_and_the_first_two_hundred_kept) {
   tellOf(1000, "/home/locked");
   scanTo(home());
-  EXPECT_EQ(session().unreadable().count, 1000U);
-  ASSERT_EQ(session().unreadable().first.size(), 200U);
-  EXPECT_EQ(session().unreadable().first.back().path, "/home/locked199");
+  EXPECT_EQ(session().result().unreadable().count, 1000U);
+  ASSERT_EQ(session().result().unreadable().first.size(), 200U);
+  EXPECT_EQ(session().result().unreadable().first.back().path, "/home/locked199");
 }
 
 TEST_F(ScanSessionUnreadable, are_replaced_by_the_next_scan) {
@@ -49,10 +50,10 @@ TEST_F(ScanSessionUnreadable, are_replaced_by_the_next_scan) {
   scanTo(home());
   tellOf(1, "/home/other");
   scanTo(home());
-  EXPECT_EQ(session().unreadable().count, 1U);
-  EXPECT_EQ(session().unreadable().first.front().path, "/home/other0");
+  EXPECT_EQ(session().result().unreadable().count, 1U);
+  EXPECT_EQ(session().result().unreadable().first.front().path, "/home/other0");
   scanTo(home());
-  EXPECT_EQ(session().unreadable(), UnreadableItems());
+  EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
 TEST_F(ScanSessionUnreadable, stay_while_a_scan_runs_and_when_it_is_cancelled) {
@@ -62,10 +63,10 @@ TEST_F(ScanSessionUnreadable, stay_while_a_scan_runs_and_when_it_is_cancelled) {
   walks().at(1).result = home();
   session().rescan();
   runWalks();
-  EXPECT_EQ(session().unreadable().count, 3U);
-  session().cancel();
+  EXPECT_EQ(session().result().unreadable().count, 3U);
+  session().run().cancel();
   dispatch().drainAll();
-  EXPECT_EQ(session().unreadable().count, 3U);
+  EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
 TEST_F(ScanSessionUnreadable, stay_with_the_tree_when_a_rescan_reads_nothing) {
@@ -75,8 +76,8 @@ TEST_F(ScanSessionUnreadable, stay_with_the_tree_when_a_rescan_reads_nothing) {
   walks().at(1).result = folder("/home", 0);
   session().rescan();
   dispatch().drainAll();
-  EXPECT_EQ(session().current(), home());
-  EXPECT_EQ(session().unreadable().count, 3U);
+  EXPECT_EQ(session().navigation().current(), home());
+  EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
 TEST_F(ScanSessionUnreadable, are_not_added_to_when_a_package_is_opened) {
@@ -84,18 +85,18 @@ TEST_F(ScanSessionUnreadable, are_not_added_to_when_a_package_is_opened) {
   scanTo(folder("/home", 10, {folder("/home/Tool.app", 10)}));
   tellOf(2, "/home/Tool.app/locked");
   walks().at(1).result = folder("/home/Tool.app", 10, {file("/home/Tool.app/a", 10)});
-  session().expandPackage(session().current()->children().front());
+  session().expandPackage(session().navigation().current()->children().front());
   dispatch().drainAll();
-  EXPECT_EQ(session().stack().size(), 2U);
-  EXPECT_EQ(session().unreadable().count, 3U);
+  EXPECT_EQ(session().navigation().stack().size(), 2U);
+  EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
 TEST_F(ScanSessionUnreadable, are_not_known_of_a_tree_that_the_last_run_has_left) {
   tellOf(3, "/home/locked");
   scanTo(home());
   restart();
-  EXPECT_EQ(session().current(), home());
-  EXPECT_EQ(session().unreadable(), UnreadableItems());
+  EXPECT_EQ(session().navigation().current(), home());
+  EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
 }  // namespace

@@ -33,14 +33,14 @@ TEST_F(ZipThenTrash, moves_nothing_when_an_item_has_vanished_since_the_panel) {
                        .homeDirectory = services.homeDirectory,
                        .supportDirectory = services.supportDirectory,
                        .run = noTools});
-  session.addToQueue(film_);
+  session.cleanupQueue().addToQueue(film_);
   session.zipThenTrash({film_, song_});
-  EXPECT_EQ(session.toast(), "Zipping 2 items…");
+  EXPECT_EQ(session.messages().toast(), "Zipping 2 items…");
   finish();
-  EXPECT_EQ(session.toast(), "Archive would be incomplete; nothing was moved");
+  EXPECT_EQ(session.messages().toast(), "Archive would be incomplete; nothing was moved");
   EXPECT_TRUE(isOnDisk(song_));
-  EXPECT_THAT(session.lastTrashed(), IsEmpty());
-  EXPECT_THAT(session.queue(), ElementsAre(film_));
+  EXPECT_THAT(session.removal().lastTrashed(), IsEmpty());
+  EXPECT_THAT(session.cleanupQueue().queue(), ElementsAre(film_));
   EXPECT_THAT(entriesOf(kept_.path()), IsEmpty());
 }
 
@@ -48,8 +48,9 @@ TEST_F(ZipThenTrash, tells_beside_its_message_what_refuses_to_move) {
   machine_.trash.refuse(film_.path());
   session().zipThenTrash({film_, song_});
   finish();
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
-  EXPECT_EQ(session().failure(), "“film” could not be moved to the Trash: not permitted");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().failure(),
+            "“film” could not be moved to the Trash: not permitted");
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_FALSE(isOnDisk(song_));
 }
@@ -57,11 +58,12 @@ TEST_F(ZipThenTrash, tells_beside_its_message_what_refuses_to_move) {
 TEST_F(ZipThenTrash, says_what_would_be_missing_and_moves_nothing) {
   end_ = End::incomplete;
   cause_ = "film (cannot be read)";
-  session().addToQueue(film_);
+  session().cleanupQueue().addToQueue(film_);
   session().zipThenTrash({film_, song_});
   finish();
-  EXPECT_EQ(session().toast(), "Archive would be incomplete; nothing was moved");
-  EXPECT_EQ(session().failure(), "Nothing was moved. Not to be archived: film (cannot be read)");
+  EXPECT_EQ(session().messages().toast(), "Archive would be incomplete; nothing was moved");
+  EXPECT_EQ(session().messages().failure(),
+            "Nothing was moved. Not to be archived: film (cannot be read)");
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_TRUE(isOnDisk(song_));
   EXPECT_THAT(lastTrashed(), IsEmpty());
@@ -75,8 +77,8 @@ TEST_F(ZipThenTrash, moves_nothing_when_the_archive_is_another_or_gone_by_then) 
     fs::remove(kept_.at("My things.zip"));
     if (!isGone) putFile(kept_.at("My things.zip"), "another");
     bringHome();
-    EXPECT_EQ(session().toast(), "Archive is gone or changed; nothing was moved");
-    EXPECT_EQ(session().failure(),
+    EXPECT_EQ(session().messages().toast(), "Archive is gone or changed; nothing was moved");
+    EXPECT_EQ(session().messages().failure(),
               "Nothing was moved. The archive is gone or changed: My things.zip");
     EXPECT_TRUE(isOnDisk(film_));
     EXPECT_THAT(lastTrashed(), IsEmpty());
@@ -84,7 +86,7 @@ TEST_F(ZipThenTrash, moves_nothing_when_the_archive_is_another_or_gone_by_then) 
 }
 
 TEST_F(ZipThenTrash, moves_no_item_that_another_has_taken_the_place_of_since) {
-  session().addToQueue(film_);
+  session().cleanupQueue().addToQueue(film_);
   session().zipThenTrash({film_, song_});
   runArchive();
   putFile(disk_.at("newer"), "newer");
@@ -93,8 +95,9 @@ TEST_F(ZipThenTrash, moves_no_item_that_another_has_taken_the_place_of_since) {
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_FALSE(isOnDisk(song_));
   EXPECT_THAT(lastTrashed(), ElementsAre(song_.path()));
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
-  EXPECT_EQ(session().failure(), "1 item changed after archiving and did not move: film");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().failure(),
+            "1 item changed after archiving and did not move: film");
   EXPECT_THAT(queued(), IsEmpty());
 }
 
@@ -105,7 +108,7 @@ TEST_F(ZipThenTrash, moves_no_item_that_was_written_to_since) {
   putFile(song_.path(), "and this");
   bringHome();
   EXPECT_THAT(lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().failure(),
+  EXPECT_EQ(session().messages().failure(),
             "2 items changed after archiving and did not move: film and 1 more");
 }
 
@@ -118,7 +121,7 @@ TEST_F(ZipThenTrash, tells_the_name_that_the_archive_has_got) {
   ScanSession session(services);
   session.zipThenTrash({film_});
   finish();
-  EXPECT_EQ(session.toast(), "Archived to My things 2.zip");
+  EXPECT_EQ(session.messages().toast(), "Archived to My things 2.zip");
   EXPECT_FALSE(isOnDisk(film_));
 }
 
@@ -155,9 +158,9 @@ TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {
   session.zipThenTrash({film_});
   session.zipThenTrash({song_});
   finish();
-  EXPECT_EQ(session.toast(), "Archived to My things.zip");
+  EXPECT_EQ(session.messages().toast(), "Archived to My things.zip");
   finish();
-  EXPECT_EQ(session.toast(), "Archived to My things 2.zip");
+  EXPECT_EQ(session.messages().toast(), "Archived to My things 2.zip");
   EXPECT_FALSE(isOnDisk(film_));
   EXPECT_FALSE(isOnDisk(song_));
   EXPECT_THAT(entriesOf(kept_.path()), ElementsAre("My things 2.zip", "My things.zip"));
@@ -167,17 +170,17 @@ TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {
 
 TEST_F(ZipThenTrash, is_given_up_for_quitting) {
   session().zipThenTrash({film_});
-  EXPECT_TRUE(session().isZipping());
+  EXPECT_TRUE(session().removal().isZipping());
   end_ = End::givenUp;
-  session().giveUpZips();
-  const auto toast = session().toast();
+  session().removal().giveUpZips();
+  const auto toast = session().messages().toast();
   runArchive();
   EXPECT_TRUE(archives_.at(0).isGivenUp());
-  EXPECT_FALSE(session().isZipping());
+  EXPECT_FALSE(session().removal().isZipping());
   bringHome();
   EXPECT_TRUE(isOnDisk(film_));
-  EXPECT_EQ(session().toast(), toast);
-  EXPECT_EQ(session().failure(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), toast);
+  EXPECT_EQ(session().messages().failure(), std::nullopt);
 }
 
 TEST_F(ZipThenTrash, is_given_up_when_the_session_ends) {

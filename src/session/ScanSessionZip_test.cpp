@@ -29,7 +29,7 @@ using testing::SizeIs;
 
 TEST_F(ZipThenTrash, archives_where_the_user_wants_it_and_then_moves) {
   session().zipThenTrash({film_, song_});
-  EXPECT_EQ(session().toast(), "Zipping 2 items…");
+  EXPECT_EQ(session().messages().toast(), "Zipping 2 items…");
   EXPECT_THAT(archives_, IsEmpty());
   runArchive();
   ASSERT_THAT(archives_, SizeIs(1));
@@ -41,12 +41,12 @@ TEST_F(ZipThenTrash, archives_where_the_user_wants_it_and_then_moves) {
   EXPECT_FALSE(isOnDisk(song_));
   EXPECT_TRUE(isOnDisk(note_));
   EXPECT_THAT(lastTrashed(), ElementsAre(film_.path(), song_.path()));
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
 TEST_F(ZipThenTrash, says_one_item_of_one) {
   session().zipThenTrash({film_});
-  EXPECT_EQ(session().toast(), "Zipping 1 item…");
+  EXPECT_EQ(session().messages().toast(), "Zipping 1 item…");
 }
 
 TEST_F(ZipThenTrash, asks_for_a_zip_named_after_the_present_time) {
@@ -95,21 +95,21 @@ TEST_F(ZipThenTrash, works_on_the_queue_of_workers_that_the_user_waits_for) {
 
 TEST_F(ZipThenTrash, warns_of_a_critical_item_and_does_nothing_with_any) {
   const DiskNode first = folder("/usr/lib", 1);
-  session().addToQueue(film_);
-  session().selectNodes({film_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().selection().selectNodes({film_}, false);
   session().zipThenTrash({film_, first, folder("/etc", 1)});
-  EXPECT_EQ(session().criticalWarning(), first);
+  EXPECT_EQ(session().removal().criticalWarning(), first);
   EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
   EXPECT_EQ(machine_.dispatch.waiting(Queue::userInitiated), 0U);
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_THAT(queued(), ElementsAre(film_.path()));
-  EXPECT_THAT(session().selectedNodes(), ElementsAre(film_));
+  EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(film_));
 }
 
 TEST_F(ZipThenTrash, warns_of_a_critical_item_that_is_not_there) {
   const DiskNode gone = folder("/etc/there/is/none", 1);
   session().zipThenTrash({gone});
-  EXPECT_EQ(session().criticalWarning(), gone);
+  EXPECT_EQ(session().removal().criticalWarning(), gone);
 }
 
 TEST_F(ZipThenTrash, moves_only_the_critical_item_when_the_warning_is_overruled) {
@@ -124,87 +124,87 @@ TEST_F(ZipThenTrash, moves_only_the_critical_item_when_the_warning_is_overruled)
 }
 
 TEST_F(ZipThenTrash, says_nothing_when_all_items_have_vanished) {
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   vanish(film_);
   session().zipThenTrash({film_});
   session().zipThenTrash({});
   EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
-  EXPECT_EQ(session().toast(), toast);
-  EXPECT_EQ(session().criticalWarning(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), toast);
+  EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
 }
 
 TEST_F(ZipThenTrash, leaves_alone_what_has_vanished_before) {
-  session().addToQueue(film_);
-  session().addToQueue(song_);
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
   vanish(film_);
   session().zipThenTrash({film_, song_});
-  EXPECT_EQ(session().toast(), "Zipping 1 item…");
+  EXPECT_EQ(session().messages().toast(), "Zipping 1 item…");
   finish();
   EXPECT_THAT(archives_[0].paths, ElementsAre(song_.path()));
   EXPECT_THAT(queued(), ElementsAre(film_.path()));
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(ZipThenTrash, does_nothing_when_the_user_backs_out) {
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   machine_.savePanel.answer.reset();
-  session().addToQueue(film_);
-  session().selectNodes({film_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().selection().selectNodes({film_}, false);
   session().zipThenTrash({film_});
   machine_.dispatch.drainAll();
   EXPECT_THAT(archives_, IsEmpty());
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_EQ(session().messages().toast(), toast);
   EXPECT_THAT(queued(), ElementsAre(film_.path()));
-  EXPECT_THAT(session().selectedNodes(), ElementsAre(film_));
+  EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(film_));
   EXPECT_TRUE(isOnDisk(film_));
 }
 
 TEST_F(ZipThenTrash, keeps_everything_when_there_is_no_archive) {
   trashNote();
-  session().addToQueue(film_);
-  session().selectNodes({film_, song_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().selection().selectNodes({film_, song_}, false);
   end_ = End::notMade;
   cause_ = "the disk is full";
   const int walks = walks_;
   session().zipThenTrash({film_, song_});
   finish();
-  EXPECT_EQ(session().toast(), "Could not create zip");
-  EXPECT_EQ(session().failure(), "Could not create zip: the disk is full");
+  EXPECT_EQ(session().messages().toast(), "Could not create zip");
+  EXPECT_EQ(session().messages().failure(), "Could not create zip: the disk is full");
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_TRUE(isOnDisk(song_));
   EXPECT_THAT(queued(), ElementsAre(film_.path()));
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_THAT(session().selectedNodes(), ElementsAre(film_, song_));
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(film_, song_));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
   EXPECT_THAT(lastTrashed(), ElementsAre(note_.path()));
   machine_.dispatch.drainAll();
   EXPECT_EQ(walks_, walks);
 }
 
 TEST_F(ZipThenTrash, clears_the_selection_and_looks_again) {
-  session().selectNodes({film_, note_}, false);
+  session().selection().selectNodes({film_, note_}, false);
   const int walks = walks_;
   session().zipThenTrash({film_});
   runArchive();
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
   bringHome();
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_THAT(session().selectedNodes(), IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().scanRoot(), disk_.path());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selectedNodes(), IsEmpty());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().scanRoot(), disk_.path());
   machine_.dispatch.drainAll();
   EXPECT_EQ(walks_, walks + 1);
 }
 
 TEST_F(ZipThenTrash, changes_what_it_moves_and_keeps_the_focus) {
   using Names = SessionRecord::Names;
-  session().addToQueue(film_);
-  session().addToQueue(song_);
-  session().setQueueMinimized(true);
-  session().selectNodes({film_}, false);
-  session().setFocused(note_);
-  session().setVizMode(VizMode::largest);
-  session().setPane(MainPane::apps);
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
+  session().cleanupQueue().setQueueMinimized(true);
+  session().selection().selectNodes({film_}, false);
+  session().selection().setFocused(note_);
+  session().shown().setVizMode(VizMode::largest);
+  session().shown().setPane(MainPane::apps);
   {
     const SessionRecord record(session(), machine_.settings);
     session().zipThenTrash({film_});
@@ -232,39 +232,39 @@ TEST_F(ZipThenTrash, looks_at_the_disk_again_at_once) {
   isCounted = false;
   finish();
   EXPECT_TRUE(isCounted);
-  EXPECT_EQ(session.trashCount(), 7);
+  EXPECT_EQ(session.machine().trashCount(), 7);
 }
 
 TEST_F(ZipThenTrash, takes_what_was_archived_out_of_the_queue_and_leaves_the_rest) {
-  for (const DiskNode& node : {film_, note_, song_}) session().addToQueue(node);
+  for (const DiskNode& node : {film_, note_, song_}) session().cleanupQueue().addToQueue(node);
   session().zipThenTrash({song_, film_});
   finish();
   EXPECT_THAT(queued(), ElementsAre(note_.path()));
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(ZipThenTrash, closes_the_queue_when_nothing_is_left_in_it) {
-  session().addToQueue(film_);
-  session().addToQueue(song_);
-  session().zipThenTrash(session().queue());
-  EXPECT_TRUE(session().queueOpen());
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
+  session().zipThenTrash(session().cleanupQueue().queue());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
   finish();
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(ZipThenTrash, takes_out_of_the_queue_what_refuses_to_move) {
   machine_.trash.refuse(film_.path());
-  session().addToQueue(film_);
-  session().addToQueue(song_);
+  session().cleanupQueue().addToQueue(film_);
+  session().cleanupQueue().addToQueue(song_);
   session().zipThenTrash({film_, song_});
   finish();
   EXPECT_TRUE(isOnDisk(film_));
   EXPECT_FALSE(isOnDisk(song_));
   EXPECT_THAT(lastTrashed(), ElementsAre(song_.path()));
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
 TEST_F(ZipThenTrash, leaves_nothing_to_undo_when_nothing_moves) {
@@ -273,7 +273,7 @@ TEST_F(ZipThenTrash, leaves_nothing_to_undo_when_nothing_moves) {
   session().zipThenTrash({film_});
   finish();
   EXPECT_THAT(lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
 TEST_F(ZipThenTrash, is_over_when_the_session_ends_behind_the_panel) {
@@ -307,15 +307,16 @@ TEST_F(ZipThenTrash, moves_nothing_when_the_session_ends_before_the_archive_come
 
 TEST_F(ZipThenTrash, survives_a_listener_that_ends_the_session) {
   session().zipThenTrash({film_});
-  QObject::connect(session_.get(), &ScanSession::lastTrashedChanged, [this] { session_.reset(); });
+  QObject::connect(&session_->removal(), &Removal::lastTrashedChanged,
+                   [this] { session_.reset(); });
   finish();
   EXPECT_EQ(session_, nullptr);
   EXPECT_FALSE(isOnDisk(film_));
 }
 
 TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_a_scan_finds_meanwhile) {
-  session().selectNodes({film_, song_}, false);
-  session().zipThenTrash(session().selectedNodes());
+  session().selection().selectNodes({film_, song_}, false);
+  session().zipThenTrash(session().selection().selectedNodes());
   const DiskNode newcomer = item("newcomer", 100);
   plant(newcomer);
   tree_ = folder(disk_.path(), 105, {newcomer, song_, note_});
@@ -328,10 +329,10 @@ TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_a_scan_finds_meanwhile)
 }
 
 TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_is_selected_and_queued_meanwhile) {
-  session().addToQueue(film_);
-  session().zipThenTrash(session().queue());
-  session().addToQueue(note_);
-  session().selectNodes({song_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().zipThenTrash(session().cleanupQueue().queue());
+  session().cleanupQueue().addToQueue(note_);
+  session().selection().selectNodes({song_}, false);
   finish();
   EXPECT_THAT(lastTrashed(), ElementsAre(film_.path()));
   EXPECT_THAT(queued(), ElementsAre(note_.path()));
@@ -345,10 +346,10 @@ TEST_F(ZipThenTrash, can_be_started_again_while_it_runs) {
   session().zipThenTrash({song_, note_});
   EXPECT_EQ(machine_.dispatch.waiting(Queue::userInitiated), 2U);
   finish();
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
   EXPECT_THAT(lastTrashed(), ElementsAre(film_.path(), song_.path()));
   finish();
-  EXPECT_EQ(session().toast(), "Archived to other.zip");
+  EXPECT_EQ(session().messages().toast(), "Archived to other.zip");
   EXPECT_THAT(lastTrashed(), ElementsAre(note_.path()));
 }
 
@@ -358,23 +359,24 @@ TEST_F(ZipThenTrash, shows_each_message_for_its_whole_time) {
   finish();
   machine_.dispatch.advance(std::chrono::seconds(2));
   machine_.dispatch.drain(Queue::main);
-  EXPECT_EQ(session().toast(), "Archived to My things.zip");
+  EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
   machine_.dispatch.advance(std::chrono::seconds(1));
   machine_.dispatch.drain(Queue::main);
-  EXPECT_EQ(session().toast(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
 TEST_F(ZipThenTrash, announces_all_of_it_once_everything_is_in_place) {
-  session().addToQueue(film_);
-  session().selectNodes({film_}, false);
+  session().cleanupQueue().addToQueue(film_);
+  session().selection().selectNodes({film_}, false);
   session().zipThenTrash({film_});
   runArchive();
-  const QSignalSpy queue(&session(), &ScanSession::queueChanged);
-  const QSignalSpy selection(&session(), &ScanSession::selectionChanged);
+  const QSignalSpy queue(&session().cleanupQueue(), &CleanupQueue::queueChanged);
+  const QSignalSpy selection(&session().selection(), &Selection::selectionChanged);
   bool isWhole = false;
-  QObject::connect(&session(), &ScanSession::lastTrashedChanged, [&] {
-    isWhole = session().queue().empty() && session().selected().empty() && !session().queueOpen() &&
-              session().toast() == "Archived to My things.zip";
+  QObject::connect(&session().removal(), &Removal::lastTrashedChanged, [&] {
+    isWhole = session().cleanupQueue().queue().empty() &&
+              session().selection().selected().empty() && !session().cleanupQueue().queueOpen() &&
+              session().messages().toast() == "Archived to My things.zip";
   });
   bringHome();
   EXPECT_TRUE(isWhole);
@@ -389,7 +391,7 @@ TEST_F(ZipThenTrash, makes_a_real_archive_where_no_other_way_is_given) {
   session.zipThenTrash({film_, song_});
   finish();
   EXPECT_TRUE(fs::exists(kept.at("out.zip")));
-  EXPECT_EQ(session.toast(), "Archived to out.zip");
+  EXPECT_EQ(session.messages().toast(), "Archived to out.zip");
   session.undoTrash();
   EXPECT_EQ(machine_.trash.contentOf(film_.path()), "film");
   EXPECT_EQ(machine_.trash.contentOf(song_.path()), "song");

@@ -17,43 +17,43 @@ using Toast = SessionFixture;
 
 TEST_F(ScanSessionTest, begins_idle_on_the_map_with_nothing_in_it) {
   const ScanSession& s = session();
-  EXPECT_EQ(s.pane(), MainPane::map);
-  EXPECT_EQ(s.status(), ScanStatus::idle);
-  EXPECT_EQ(s.progress(), "");
-  EXPECT_EQ(s.scanPercent(), 0);
-  EXPECT_EQ(s.errorMessage(), "");
-  EXPECT_TRUE(s.stack().empty());
-  EXPECT_EQ(s.vizMode(), VizMode::treemap);
-  EXPECT_EQ(s.filters(), BloatFilter::catalog());
-  EXPECT_TRUE(s.queue().empty());
-  EXPECT_FALSE(s.queueOpen());
-  EXPECT_FALSE(s.queueMinimized());
-  EXPECT_FALSE(s.searchOpen());
-  EXPECT_EQ(s.trashCount(), 0);
-  EXPECT_EQ(s.scanRoot(), "");
-  EXPECT_FALSE(s.menuNode());
-  EXPECT_FALSE(s.criticalWarning());
-  EXPECT_TRUE(s.recents().empty());
-  EXPECT_TRUE(s.grewPaths().empty());
-  EXPECT_FALSE(s.toast());
-  EXPECT_FALSE(s.failure());
-  EXPECT_FALSE(s.focused());
-  EXPECT_TRUE(s.selected().empty());
-  EXPECT_TRUE(s.selectedNodes().empty());
-  EXPECT_FALSE(s.heatmap());
-  EXPECT_TRUE(s.compareRows().empty());
-  EXPECT_EQ(s.compareLeftName(), "");
-  EXPECT_EQ(s.compareRightName(), "");
-  EXPECT_FALSE(s.watching());
-  EXPECT_EQ(s.watchPath(), "");
-  EXPECT_TRUE(s.pins().empty());
-  EXPECT_FALSE(s.scanStats());
-  EXPECT_TRUE(s.largest().empty());
-  EXPECT_TRUE(s.emptyFolders().empty());
-  EXPECT_TRUE(s.excludes().empty());
-  EXPECT_FALSE(s.aiOpen());
-  EXPECT_FALSE(s.ocrOpen());
-  EXPECT_FALSE(s.current());
+  EXPECT_EQ(s.shown().pane(), MainPane::map);
+  EXPECT_EQ(s.run().status(), ScanStatus::idle);
+  EXPECT_EQ(s.run().progress(), "");
+  EXPECT_EQ(s.run().scanPercent(), 0);
+  EXPECT_EQ(s.run().errorMessage(), "");
+  EXPECT_TRUE(s.navigation().stack().empty());
+  EXPECT_EQ(s.shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(s.choices().filters(), BloatFilter::catalog());
+  EXPECT_TRUE(s.cleanupQueue().queue().empty());
+  EXPECT_FALSE(s.cleanupQueue().queueOpen());
+  EXPECT_FALSE(s.cleanupQueue().queueMinimized());
+  EXPECT_FALSE(s.shown().searchOpen());
+  EXPECT_EQ(s.machine().trashCount(), 0);
+  EXPECT_EQ(s.run().scanRoot(), "");
+  EXPECT_FALSE(s.shown().menuNode());
+  EXPECT_FALSE(s.removal().criticalWarning());
+  EXPECT_TRUE(s.choices().recents().empty());
+  EXPECT_TRUE(s.result().grewPaths().empty());
+  EXPECT_FALSE(s.messages().toast());
+  EXPECT_FALSE(s.messages().failure());
+  EXPECT_FALSE(s.selection().focused());
+  EXPECT_TRUE(s.selection().selected().empty());
+  EXPECT_TRUE(s.selection().selectedNodes().empty());
+  EXPECT_FALSE(s.shown().heatmap());
+  EXPECT_TRUE(s.comparison().compareRows().empty());
+  EXPECT_EQ(s.comparison().compareLeftName(), "");
+  EXPECT_EQ(s.comparison().compareRightName(), "");
+  EXPECT_FALSE(s.watch().watching());
+  EXPECT_EQ(s.watch().watchPath(), "");
+  EXPECT_TRUE(s.choices().pins().empty());
+  EXPECT_FALSE(s.result().scanStats());
+  EXPECT_TRUE(s.result().largest().empty());
+  EXPECT_TRUE(s.result().emptyFolders().empty());
+  EXPECT_TRUE(s.choices().excludes().empty());
+  EXPECT_FALSE(s.shown().aiOpen());
+  EXPECT_FALSE(s.shown().ocrOpen());
+  EXPECT_FALSE(s.navigation().current());
 }
 
 TEST_F(ScanSessionTest, numbers_its_modes_in_the_order_of_their_buttons) {
@@ -64,45 +64,45 @@ TEST_F(ScanSessionTest, numbers_its_modes_in_the_order_of_their_buttons) {
 }
 
 TEST_F(Toast, stands_for_2800_milliseconds) {
-  session().flash("Hello");
-  EXPECT_EQ(session().toast(), "Hello");
+  session().messages().flash("Hello");
+  EXPECT_EQ(session().messages().toast(), "Hello");
   dispatch().advance(milliseconds(2799));
   runMain();
-  EXPECT_EQ(session().toast(), "Hello");
+  EXPECT_EQ(session().messages().toast(), "Hello");
   dispatch().advance(milliseconds(1));
   runMain();
-  EXPECT_EQ(session().toast(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
 TEST_F(Toast, of_another_text_keeps_its_full_time) {
-  session().flash("first");
+  session().messages().flash("first");
   dispatch().advance(milliseconds(1000));
-  session().flash("second");
+  session().messages().flash("second");
   dispatch().advance(milliseconds(1800));
   runMain();
-  EXPECT_EQ(session().toast(), "second");
+  EXPECT_EQ(session().messages().toast(), "second");
   dispatch().advance(milliseconds(999));
   runMain();
-  EXPECT_EQ(session().toast(), "second");
+  EXPECT_EQ(session().messages().toast(), "second");
   dispatch().advance(milliseconds(1));
   runMain();
-  EXPECT_EQ(session().toast(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
 TEST_F(Toast, shown_twice_goes_with_the_time_of_the_first) {
-  session().flash("same");
+  session().messages().flash("same");
   dispatch().advance(milliseconds(1000));
-  session().flash("same");
+  session().messages().flash("same");
   dispatch().advance(milliseconds(1800));
   runMain();
-  EXPECT_EQ(session().toast(), std::nullopt);
+  EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
 TEST_F(Toast, signals_when_it_comes_and_when_it_goes) {
-  QSignalSpy toast(&session(), &ScanSession::toastChanged);
-  session().flash("first");
+  QSignalSpy toast(&session().messages(), &Messages::toastChanged);
+  session().messages().flash("first");
   EXPECT_EQ(toast.count(), 1);
-  session().flash("second");
+  session().messages().flash("second");
   EXPECT_EQ(toast.count(), 2);
   dispatch().advance(milliseconds(2800));
   runMain();
@@ -110,50 +110,51 @@ TEST_F(Toast, signals_when_it_comes_and_when_it_goes) {
 }
 
 TEST_F(Toast, outlives_the_session_without_harm) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   endSession();
   dispatch().advance(milliseconds(2800));
   EXPECT_EQ(dispatch().drain(Queue::main), 1u);
 }
 
 TEST_F(ScanSessionTest, keeps_a_failure_whatever_is_flashed_until_it_is_dismissed) {
-  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
-  session().tellFailure("first");
-  session().flash("Hello");
+  const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
+  session().messages().tellFailure("first");
+  session().messages().flash("Hello");
   dispatch().advance(milliseconds(10000));
   runMain();
-  EXPECT_EQ(session().failure(), "first");
-  session().dismissFailure();
-  EXPECT_FALSE(session().failure());
-  session().dismissFailure();
+  EXPECT_EQ(session().messages().failure(), "first");
+  session().messages().dismissFailure();
+  EXPECT_FALSE(session().messages().failure());
+  session().messages().dismissFailure();
   EXPECT_EQ(changed.count(), 2);
 }
 
 TEST_F(ScanSessionTest, tells_a_failure_again_once_a_later_one_is_dismissed) {
-  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
-  session().tellFailure("first");
-  session().tellFailure("second");
-  EXPECT_EQ(session().failure(), "second");
-  EXPECT_EQ(session().failures(), (std::vector<std::string>{"first", "second"}));
-  session().dismissFailure();
-  EXPECT_EQ(session().failure(), "first");
-  session().dismissFailure();
-  EXPECT_FALSE(session().failure());
+  const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
+  session().messages().tellFailure("first");
+  session().messages().tellFailure("second");
+  EXPECT_EQ(session().messages().failure(), "second");
+  EXPECT_EQ(session().messages().failures(), (std::vector<std::string>{"first", "second"}));
+  session().messages().dismissFailure();
+  EXPECT_EQ(session().messages().failure(), "first");
+  session().messages().dismissFailure();
+  EXPECT_FALSE(session().messages().failure());
   EXPECT_EQ(changed.count(), 4);
 }
 
 TEST_F(ScanSessionTest, tells_the_same_failure_once) {
-  const QSignalSpy changed(&session(), &ScanSession::failureChanged);
-  for (const char* text : {"first", "first", "second", "first"}) session().tellFailure(text);
-  EXPECT_EQ(session().failures(), (std::vector<std::string>{"second", "first"}));
+  const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
+  for (const char* text : {"first", "first", "second", "first"})
+    session().messages().tellFailure(text);
+  EXPECT_EQ(session().messages().failures(), (std::vector<std::string>{"second", "first"}));
   EXPECT_EQ(changed.count(), 3);
 }
 
 TEST_F(ScanSessionTest, holds_so_many_failures_and_no_more) {
-  for (std::size_t i = 0; i <= ScanSession::failuresLimit; ++i)
-    session().tellFailure(std::to_string(i));
-  EXPECT_EQ(session().failures().size(), ScanSession::failuresLimit);
-  EXPECT_EQ(session().failures().front(), "1");
+  for (std::size_t i = 0; i <= Messages::failuresLimit; ++i)
+    session().messages().tellFailure(std::to_string(i));
+  EXPECT_EQ(session().messages().failures().size(), Messages::failuresLimit);
+  EXPECT_EQ(session().messages().failures().front(), "1");
 }
 
 }  // namespace

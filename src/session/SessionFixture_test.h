@@ -94,12 +94,12 @@ class SessionFixture : public ::testing::Test {
     walks_.at(walks_.ran()).result = tree;
     session_->scan(tree.path());
     dispatch_.drainAll();
-    ASSERT_EQ(session_->status(), ScanStatus::complete);
+    ASSERT_EQ(session_->run().status(), ScanStatus::complete);
   }
 
   std::vector<std::string> stackPaths() const {
     std::vector<std::string> paths;
-    for (const DiskNode& node : session_->stack()) paths.push_back(node.path());
+    for (const DiskNode& node : session_->navigation().stack()) paths.push_back(node.path());
     return paths;
   }
 
@@ -122,10 +122,10 @@ class SessionFixture : public ::testing::Test {
   bool emptyingTakesLong_ = false;   // it outlives the time that it is waited for
   int emptyings_ = 0;                // how often the Trash was to be emptied
   std::optional<DiskUsage> volume_;  // of the start-up volume
-  ScanSession::Clock::time_point now_{};
+  SessionServices::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
-  PostScanAnalysis::Stages analysis_;  // of the next session
-  ScanSession::Snapshot snapshot_;     // the same
+  PostScanAnalysis::Stages analysis_;   // of the next session
+  SessionServices::Snapshot snapshot_;  // the same
   std::unique_ptr<ScanSession> session_ = makeSession();
 
  private:

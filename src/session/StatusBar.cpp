@@ -14,7 +14,7 @@ StatusBar::StatusBar(ScanSession& session, LoginItem& loginItem, StatusBarExtra&
       extra_(extra),
       services_(std::move(services)),
       openAtLogin_(loginItem.isEnabled()) {
-  connect(&session_, &ScanSession::diskChanged, this, &StatusBar::showDisk);
+  connect(&session_.machine(), &MachineState::diskChanged, this, &StatusBar::showDisk);
   showDisk();
 }
 
@@ -23,7 +23,7 @@ StatusBar::~StatusBar() {
 }
 
 void StatusBar::showDisk() {
-  extra_.setLabel(StatusMenu::label(session_.disk()));
+  extra_.setLabel(StatusMenu::label(session_.machine().disk()));
   showMenu();
 }
 
@@ -33,7 +33,7 @@ void StatusBar::showMenu() {
       .quickSearch =
           [this] {
             services_.activate();
-            session_.setSearchOpen(true);
+            session_.shown().setSearchOpen(true);
           },
       .scanHome =
           [this] {
@@ -43,7 +43,7 @@ void StatusBar::showMenu() {
       .toggleOpenAtLogin = [this] { toggleOpenAtLogin(); },
       .quit = services_.quit,
   };
-  extra_.setMenu(StatusMenu::entries(session_.disk(), openAtLogin_, actions));
+  extra_.setMenu(StatusMenu::entries(session_.machine().disk(), openAtLogin_, actions));
 }
 
 // What the system says afterwards counts, so a change that failed shows as none.

@@ -105,8 +105,8 @@ class StatusBarTest : public testing::Test {
                             .activate =
                                 [this] {
                                   done_.emplace_back("activate");
-                                  wasSearching_ = session_->searchOpen();
-                                  wasScanning_ = session_->status() == ScanStatus::scanning;
+                                  wasSearching_ = session_->shown().searchOpen();
+                                  wasScanning_ = session_->run().status() == ScanStatus::scanning;
                                 },
                             .quit = [this] { done_.emplace_back("quit"); }});
   }
@@ -132,7 +132,7 @@ TEST_F(StatusBarTest, shows_the_disk_from_the_start) {
 TEST_F(StatusBarTest, follows_the_disk) {
   makeBar();
   disk_ = usage(91, 2 * gigabyte);
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   EXPECT_EQ(extra_.label.text, "91%");
   EXPECT_THAT(extra_.lines(), Contains("Disk 91% used"));
   EXPECT_THAT(extra_.lines(), Contains("2.0 GB purgeable"));
@@ -149,9 +149,9 @@ TEST_F(StatusBarTest, activates_first_and_then_searches) {
   EXPECT_TRUE(extra_.click("Quick Search…"));
   EXPECT_THAT(done_, ElementsAre("activate"));
   EXPECT_FALSE(wasSearching_);
-  EXPECT_TRUE(session_->searchOpen());
+  EXPECT_TRUE(session_->shown().searchOpen());
   EXPECT_TRUE(extra_.click("Quick Search…"));
-  EXPECT_TRUE(session_->searchOpen());
+  EXPECT_TRUE(session_->shown().searchOpen());
 }
 
 TEST_F(StatusBarTest, scans_home_first_and_then_activates) {

@@ -40,7 +40,7 @@ class Watching : public SessionFixture {
     sizes_ = baseline;
     session().startWatch();
     dispatch().drainAll();
-    ASSERT_TRUE(session().watching());
+    ASSERT_TRUE(session().watch().watching());
     ASSERT_EQ(looks_.size(), 1U);
   }
 
@@ -50,9 +50,9 @@ class Watching : public SessionFixture {
     dispatch().drainAll();
   }
 
-  std::string toast() { return session().toast().value_or("(none)"); }
+  std::string toast() { return session().messages().toast().value_or("(none)"); }
 
-  void openMovies() { session().open(session().current()->children().front()); }
+  void openMovies() { session().open(session().navigation().current()->children().front()); }
 
   const DiskNode home_ =
       folder("/home", 9 * MiB,

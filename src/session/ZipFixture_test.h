@@ -46,7 +46,7 @@ class ZipThenTrash : public testing::Test {
   void scan() {
     session_->scan(disk_.path());
     machine_.dispatch.drainAll();
-    ASSERT_EQ(session_->status(), ScanStatus::complete);
+    ASSERT_EQ(session_->run().status(), ScanStatus::complete);
   }
 
   // Lets the archive be made, and then its result come home.
@@ -60,16 +60,17 @@ class ZipThenTrash : public testing::Test {
   ScanSession& session() { return *session_; }
   std::vector<std::string> queued() const {
     std::vector<std::string> paths;
-    for (const DiskNode& node : session_->queue()) paths.push_back(node.path());
+    for (const DiskNode& node : session_->cleanupQueue().queue()) paths.push_back(node.path());
     return paths;
   }
   std::vector<std::string> lastTrashed() const {
     std::vector<std::string> paths;
-    for (const TrashedItem& item : session_->lastTrashed()) paths.push_back(item.original);
+    for (const TrashedItem& item : session_->removal().lastTrashed())
+      paths.push_back(item.original);
     return paths;
   }
   void trashNote() {
-    session_->setFocused(note_);
+    session_->selection().setFocused(note_);
     session_->trashFocused();
     machine_.dispatch.drainAll();
   }

@@ -63,7 +63,7 @@ TEST(ShellRunToEnd, times_out_like_run) {
 
 TEST(ShellRunToEnd, ends_a_tool_that_is_cancelled) {
   const TempTree folder;
-  const Messages ready(folder.at("ready"));
+  const ToolMessages ready(folder.at("ready"));
   std::atomic<bool> isCancelled = false;
   std::thread other([&] {
     ready.wait();
@@ -79,7 +79,7 @@ TEST(ShellRunToEnd, ends_a_tool_that_is_cancelled) {
 TEST(ShellRunToEnd, kills_a_cancelled_tool_that_does_not_terminate) {
   const OwnProcess before = OwnProcess::now();
   const TempTree folder;
-  const Messages ready(folder.at("ready"));
+  const ToolMessages ready(folder.at("ready"));
   std::atomic<bool> isCancelled = false;
   std::thread other([&] {
     ready.wait();

@@ -164,7 +164,7 @@ TEST(ShellRun, throws_the_reason_why_a_tool_does_not_start) {
 
 TEST(ShellRun, reads_until_all_holders_of_the_output_have_closed_it) {
   const TempTree folder;
-  const Messages left(folder.at("left"));
+  const ToolMessages left(folder.at("left"));
   Hold hold(folder.at("hold"));
   std::thread releasing([&] {
     left.wait();

@@ -63,7 +63,7 @@ TEST_F(ShellWaits, run_waits_the_timeout_and_one_more_second_for_the_exit) {
 }
 
 TEST_F(ShellWaits, run_waits_no_longer_for_a_tool_that_does_not_terminate) {
-  const Messages ignoring(folder_.at("ignoring"));
+  const ToolMessages ignoring(folder_.at("ignoring"));
   const OwnProcess before = OwnProcess::now();
   {
     const Hold hold(folder_.at("hold"));
@@ -113,7 +113,7 @@ class ToolsToKill : public ShellWaits {
     });
   }
 
-  Messages ignoring_ = Messages(folder_.at("ignoring"));
+  ToolMessages ignoring_ = ToolMessages(folder_.at("ignoring"));
   const OwnProcess before_ = OwnProcess::now();
 };
 

@@ -18,7 +18,7 @@ constexpr std::array<std::string_view, 9> rooms = {
 
 // The headers of QtCore, and of QtTest for tests, that session may name without their module.
 // A bare name does not tell its module, so what is not listed here is taken for something else.
-constexpr std::array<std::string_view, 46> coreHeaders = {"QAbstractItemModel",
+constexpr std::array<std::string_view, 47> coreHeaders = {"QAbstractItemModel",
                                                           "QAbstractListModel",
                                                           "QByteArray",
                                                           "QByteArrayView",
@@ -41,6 +41,7 @@ constexpr std::array<std::string_view, 46> coreHeaders = {"QAbstractItemModel",
                                                           "QLocale",
                                                           "QMap",
                                                           "QMetaEnum",
+                                                          "QMetaMethod",
                                                           "QMetaObject",
                                                           "QMetaType",
                                                           "QModelIndex",

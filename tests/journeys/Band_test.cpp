@@ -59,21 +59,21 @@ class BandJourney : public Journey {
 TEST_F(BandJourney, selects_exactly_the_tiles_that_it_touches) {
   drag(begin_, end_);
   release(end_);
-  EXPECT_THAT(session().selected(), areTheFilms());
+  EXPECT_THAT(session().selection().selected(), areTheFilms());
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (3)"));
   EXPECT_THAT(workspace_.revealed, IsEmpty());
-  EXPECT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(session().navigation().stack().size(), 1U);
 }
 
 TEST_F(BandJourney, adds_to_the_selection_with_shift_and_replaces_it_without) {
   clickHolding(Qt::ShiftModifier, tilePoint("backup.zip"));
   drag(begin_, end_);
   release(end_, Qt::ShiftModifier);
-  EXPECT_EQ(session().selected().size(), 4U);
-  EXPECT_TRUE(session().selected().contains(tree_.at("backup.zip")));
+  EXPECT_EQ(session().selection().selected().size(), 4U);
+  EXPECT_TRUE(session().selection().selected().contains(tree_.at("backup.zip")));
   drag(begin_, end_);
   release(end_);
-  EXPECT_THAT(session().selected(), areTheFilms());
+  EXPECT_THAT(session().selection().selected(), areTheFilms());
 }
 
 TEST_F(BandJourney, clears_the_selection_when_it_is_tiny) {
@@ -82,22 +82,22 @@ TEST_F(BandJourney, clears_the_selection_when_it_is_tiny) {
   release(end_);
   drag(notes, notes + QPoint(40, 2));
   release(notes + QPoint(40, 2), Qt::ShiftModifier);
-  EXPECT_THAT(session().selected(), areTheFilms());
+  EXPECT_THAT(session().selection().selected(), areTheFilms());
   drag(notes, notes + QPoint(40, 2));
   release(notes + QPoint(40, 2));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_FALSE(shows("clearSelection"));
 }
 
 TEST_F(BandJourney, is_given_up_by_escape_which_puts_nothing_else_away) {
-  session().setQueueOpen(true);
+  session().cleanupQueue().setQueueOpen(true);
   drag(begin_, end_);
   press(Qt::Key_Escape);
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
   release(end_);
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(BandJourney, hides_the_tooltip_until_the_pointer_enters_another_tile) {
@@ -118,19 +118,19 @@ TEST_F(BandJourney, selects_what_a_rescan_has_left_on_screen) {
   walk();
   dispatch_.drain(Dispatch::Queue::main);
   release(end_);
-  for (const DiskNode& node : session().selectedNodes()) {
+  for (const DiskNode& node : session().selection().selectedNodes()) {
     EXPECT_NE(node.path(), tree_.at("Movies/lake.mp4"));
   }
-  EXPECT_FALSE(session().selected().empty());
+  EXPECT_FALSE(session().selection().selected().empty());
 }
 
 TEST_F(BandJourney, outlives_a_folder_that_opens_meanwhile) {
   drag(begin_, end_);
-  session().open(session().current()->children().front());
+  session().open(session().navigation().current()->children().front());
   settle(window());
   release(end_);
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_EQ(session().stack().size(), 2U);
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_EQ(session().navigation().stack().size(), 2U);
 }
 
 }  // namespace

@@ -26,7 +26,8 @@ class CanvasKeyboard : public Journey {
   }
 
   std::string focused() {
-    return session().focused() ? session().focused()->path() : std::string();
+    return session().selection().focused() ? session().selection().focused()->path()
+                                           : std::string();
   }
   bool hasKeyboard() { return item("canvas")->hasActiveFocus(); }
 };
@@ -34,7 +35,7 @@ class CanvasKeyboard : public Journey {
 TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
   EXPECT_EQ(focused(), tree_.at("Movies"));
   press(Qt::Key_Return);
-  ASSERT_EQ(session().stack().size(), 2U);
+  ASSERT_EQ(session().navigation().stack().size(), 2U);
   EXPECT_TRUE(hasKeyboard());
   // The focus stays on the folder that was opened until a key says otherwise.
   EXPECT_EQ(focused(), tree_.at("Movies"));
@@ -44,40 +45,40 @@ TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
   EXPECT_TRUE(shows("mapTooltip"));
 
   press(Qt::Key_Return);
-  ASSERT_EQ(session().stack().size(), 3U);
+  ASSERT_EQ(session().navigation().stack().size(), 3U);
   EXPECT_EQ(focused(), tree_.at("Movies/old"));
   press(Qt::Key_Down);
   EXPECT_EQ(focused(), tree_.at("Movies/old/beach.mp4"));
 
   press(Qt::Key_Escape);
-  ASSERT_EQ(session().stack().size(), 2U);
+  ASSERT_EQ(session().navigation().stack().size(), 2U);
   EXPECT_TRUE(hasKeyboard());
   press(Qt::Key_Escape);
-  ASSERT_EQ(session().stack().size(), 1U);
+  ASSERT_EQ(session().navigation().stack().size(), 1U);
   EXPECT_TRUE(hasKeyboard());
   EXPECT_EQ(focused(), tree_.at("Movies/old/beach.mp4"));
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(session().navigation().stack().size(), 1U);
 }
 
 TEST_F(CanvasKeyboard, comes_back_to_the_folder_that_it_went_into) {
   press(Qt::Key_Return);
-  ASSERT_EQ(session().stack().size(), 2U);
+  ASSERT_EQ(session().navigation().stack().size(), 2U);
   press(Qt::Key_Escape);
-  ASSERT_EQ(session().stack().size(), 1U);
+  ASSERT_EQ(session().navigation().stack().size(), 1U);
   EXPECT_EQ(focused(), tree_.at("Movies"));
   EXPECT_EQ(itemNamed(item("mapTooltip"), "tooltipName")->property("text"), "Movies");
 }
 
 TEST_F(CanvasKeyboard, shows_a_tile_before_it_acts_on_it) {
   press(Qt::Key_Return);
-  ASSERT_EQ(session().stack().size(), 2U);
+  ASSERT_EQ(session().navigation().stack().size(), 2U);
   press(Qt::Key_Return, Qt::ControlModifier);
-  EXPECT_TRUE(session().queue().empty());
+  EXPECT_TRUE(session().cleanupQueue().queue().empty());
   EXPECT_EQ(focused(), tree_.at("Movies/old"));
   press(Qt::Key_Return, Qt::ControlModifier);
-  ASSERT_EQ(session().queue().size(), 1U);
-  EXPECT_EQ(session().queue()[0].path(), tree_.at("Movies/old"));
+  ASSERT_EQ(session().cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session().cleanupQueue().queue()[0].path(), tree_.at("Movies/old"));
 }
 
 TEST_F(CanvasKeyboard, takes_to_the_trash_what_was_focused_before_a_folder_opened) {
@@ -85,7 +86,7 @@ TEST_F(CanvasKeyboard, takes_to_the_trash_what_was_focused_before_a_folder_opene
     machine_.trash.put(tree_.at(below), below);
   press(Qt::Key_Right);
   ASSERT_EQ(focused(), tree_.at("notes.txt"));
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   settle(window());
   press(Qt::Key_Backspace, Qt::ControlModifier);
   EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
@@ -114,22 +115,22 @@ TEST_F(CanvasKeyboard, folds_the_queue_before_it_goes_back) {
   press(Qt::Key_Return);
   press(Qt::Key_Down);
   press(Qt::Key_Return, Qt::ControlModifier);
-  ASSERT_TRUE(session().queueOpen());
+  ASSERT_TRUE(session().cleanupQueue().queueOpen());
   press(Qt::Key_Escape);
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
-  EXPECT_EQ(session().stack().size(), 2U);
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
+  EXPECT_EQ(session().navigation().stack().size(), 2U);
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().stack().size(), 1U);
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_EQ(session().navigation().stack().size(), 1U);
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(CanvasKeyboard, acts_on_the_tile_it_is_on_with_the_commands) {
   press(Qt::Key_Right);
   ASSERT_EQ(focused(), tree_.at("notes.txt"));
   press(Qt::Key_L, Qt::ControlModifier);
-  ASSERT_EQ(session().queue().size(), 1U);
-  EXPECT_EQ(session().queue()[0].path(), tree_.at("notes.txt"));
+  ASSERT_EQ(session().cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session().cleanupQueue().queue()[0].path(), tree_.at("notes.txt"));
   press(Qt::Key_Space);
   EXPECT_EQ(machine_.previewPanel.shown.size(), 1U);
 }

@@ -32,7 +32,8 @@ class CanvasPointer : public Journey {
     settle(window());
   }
   std::string focused() {
-    return session().focused() ? session().focused()->path() : std::string();
+    return session().selection().focused() ? session().selection().focused()->path()
+                                           : std::string();
   }
   bool isZoomed() { return window().windowStates().testFlag(Qt::WindowMaximized); }
 };
@@ -46,8 +47,8 @@ TEST_F(CanvasPointer, takes_two_quick_clicks_for_two) {
 
 TEST_F(CanvasPointer, takes_two_quick_clicks_with_shift_for_in_and_out) {
   QTest::mouseDClick(&window(), Qt::LeftButton, Qt::ShiftModifier, tilePoint("notes.txt"));
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_EQ(session().focused()->path(), tree_.at("notes.txt"));
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_EQ(session().selection().focused()->path(), tree_.at("notes.txt"));
 }
 
 TEST_F(CanvasPointer, enlarges_no_window_by_quick_clicks_between_the_tiles) {
@@ -71,17 +72,17 @@ TEST_F(CanvasPointer, moves_no_window_by_a_drag) {
 TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_it) {
   const QPoint place = tilePoint("Movies");
   clickAt(place);
-  ASSERT_EQ(session().stack().size(), 2U);
+  ASSERT_EQ(session().navigation().stack().size(), 2U);
   EXPECT_EQ(focused(), tree_.at("Movies"));
   EXPECT_FALSE(shows("mapTooltip"));
   press(Qt::Key_BracketLeft, Qt::ControlModifier);
-  ASSERT_EQ(session().stack().size(), 1U);
+  ASSERT_EQ(session().navigation().stack().size(), 1U);
   EXPECT_EQ(focused(), tree_.at("Movies"));
 
   hoverAt(tilePoint("notes.txt"));
   const std::string notes = tree_.at("notes.txt");
   ASSERT_EQ(focused(), notes);
-  session().setHeatmap(true);
+  session().shown().setHeatmap(true);
   settle(window());
   EXPECT_EQ(focused(), notes);
   window().resize(1100, 680);
@@ -90,14 +91,14 @@ TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_i
   window().resize(1280, 820);
   settle(window());
   // The bar of the way back comes, and moves the map down.
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_EQ(focused(), notes);
-  session().back();
+  session().navigation().back();
   settle(window());
-  session().setVizMode(VizMode::list);
+  session().shown().setVizMode(VizMode::list);
   settle(window());
-  session().setVizMode(VizMode::treemap);
+  session().shown().setVizMode(VizMode::treemap);
   settle(window());
   EXPECT_EQ(focused(), notes);
   session().rescan();
@@ -107,7 +108,7 @@ TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_i
 
 TEST_F(CanvasPointer, focuses_what_is_under_it_when_it_moves_again) {
   hoverAt(tilePoint("notes.txt"));
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_EQ(focused(), tree_.at("notes.txt"));
   moveTo(tilePoint("Movies/beach.mp4"));
@@ -118,7 +119,7 @@ TEST_F(CanvasPointer, focuses_what_is_under_it_when_it_moves_again) {
 TEST_F(CanvasPointer, gives_no_focus_when_what_lay_over_the_map_goes_by_a_key) {
   const QPoint movies = tilePoint("Movies");
   hoverAt(tilePoint("notes.txt"));
-  session().setMenuNode(session().current()->children()[1]);
+  session().shown().setMenuNode(session().navigation().current()->children()[1]);
   settle(window());
   moveTo(movies);
   press(Qt::Key_Escape);

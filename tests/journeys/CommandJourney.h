@@ -29,7 +29,7 @@ class CommandJourney : public Journey {
     finishScan();
   }
 
-  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
+  DiskNode child(std::size_t index) { return session().navigation().current()->children()[index]; }
   bool isMenuOpen() { return shows("menuRows"); }
   std::vector<QQuickItem*> rows() {
     settle(window());

@@ -41,13 +41,13 @@ class CommandStates : public CommandJourney {
   };
 
   State state() {
-    return {.status = session().status(),
-            .depth = session().stack().size(),
-            .queued = session().queue().size(),
-            .selected = session().selected().size(),
-            .isWatching = session().watching(),
-            .searches = session().searchOpen(),
-            .putBack = session().lastTrashed().size(),
+    return {.status = session().run().status(),
+            .depth = session().navigation().stack().size(),
+            .queued = session().cleanupQueue().queue().size(),
+            .selected = session().selection().selected().size(),
+            .isWatching = session().watch().watching(),
+            .searches = session().shown().searchOpen(),
+            .putBack = session().removal().lastTrashed().size(),
             .foldersAsked = folderPanel_.requests.size(),
             .placesAsked = machine_.savePanel.requests.size(),
             .previews = machine_.previewPanel.shown.size(),
@@ -68,12 +68,12 @@ class CommandStates : public CommandJourney {
   // A state in which each of the fifteen has something to act on.
   void preparesAll() {
     scan();
-    session().setFocused(child(1));
+    session().selection().setFocused(child(1));
     session().trashFocused();
     finishScan();
     session().open(child(0));
-    session().selectNodes({child(0)}, false);
-    session().setFocused(child(0));
+    session().selection().selectNodes({child(0)}, false);
+    session().selection().setFocused(child(0));
     settle(window());
   }
 
@@ -128,7 +128,7 @@ TEST_F(CommandStates, during_a_later_scan_are_as_before_but_for_rescan) {
   // Would begin anew a scan that is overtaken, and the one that runs would bring nothing home.
   press(Qt::Key_R, command);
   finishScan();
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(offeredByTheMenu(), testing::Contains("Rescan"));
 }
 
@@ -141,24 +141,24 @@ TEST_F(CommandStates, after_a_scan_that_failed_try_it_again) {
   press(Qt::Key_R, command);
   finishScan();
   EXPECT_TRUE(shows("canvas"));
-  EXPECT_EQ(session().current()->path(), tree_.at("gone"));
+  EXPECT_EQ(session().navigation().current()->path(), tree_.at("gone"));
 }
 
 TEST_F(CommandStates, act_beside_the_open_queue) {
   preparesAll();
-  session().addToQueue(child(0));
+  session().cleanupQueue().addToQueue(child(0));
   ASSERT_TRUE(shows("cleanupQueue"));
   EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
   press(Qt::Key_BracketLeft, command);
-  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_THAT(session().navigation().stack(), SizeIs(1));
 }
 
 TEST_F(CommandStates, act_in_another_pane_as_on_the_map) {
   preparesAll();
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
   press(Qt::Key_L, command);
-  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
 }
 
 // What comes before the window, and the name under which it shows.
@@ -210,15 +210,17 @@ INSTANTIATE_TEST_SUITE_P(
         Layer{"gate", [](Application& program) { program.access().setShowGate(true); }},
         Layer{"protectedLocation",
               [](Application& program) {
-                program.session().setCriticalWarning(program.session().current());
+                program.session().removal().setCriticalWarning(
+                    program.session().navigation().current());
               }},
         Layer{"nodeMenu",
               [](Application& program) {
-                program.session().setMenuNode(program.session().current());
+                program.session().shown().setMenuNode(program.session().navigation().current());
               }},
-        Layer{"search", [](Application& program) { program.session().setSearchOpen(true); }},
-        Layer{"assistant", [](Application& program) { program.session().setAiOpen(true); }},
-        Layer{"inbox", [](Application& program) { program.session().setOcrOpen(true); }}),
+        Layer{"search",
+              [](Application& program) { program.session().shown().setSearchOpen(true); }},
+        Layer{"assistant", [](Application& program) { program.session().shown().setAiOpen(true); }},
+        Layer{"inbox", [](Application& program) { program.session().shown().setOcrOpen(true); }}),
     [](const auto& layer) { return std::string(layer.param.name); });
 
 class CommandsUnderSettings : public CommandStates {};
@@ -234,7 +236,7 @@ TEST_F(CommandsUnderSettings, are_silent_until_they_are_put_away) {
   press(Qt::Key_Escape);
   EXPECT_FALSE(shows("settings"));
   press(Qt::Key_BracketLeft, command);
-  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_THAT(session().navigation().stack(), SizeIs(1));
 }
 
 }  // namespace

@@ -42,9 +42,9 @@ TEST_P(Commands, quick_search_opens_the_search) {
 }
 
 TEST_P(Commands, queue_selection_queues_it) {
-  session().selectNodes({child(0), child(1)}, false);
+  session().selection().selectNodes({child(0), child(1)}, false);
   give("Queue Selection", {Qt::Key_L, commandShift});
-  EXPECT_THAT(session().queue(), SizeIs(2));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
   EXPECT_TRUE(shows("cleanupQueue"));
   EXPECT_EQ(text("toast"), QStringLiteral("Queued 2 items"));
 }
@@ -56,14 +56,14 @@ TEST_P(Commands, compare_folder_asks_for_a_folder) {
 
 TEST_P(Commands, watch_folder_watches_it_and_then_no_more) {
   give("Watch Folder", {Qt::Key_W, commandOption});
-  EXPECT_TRUE(session().watching());
-  EXPECT_EQ(session().watchPath(), tree_.path());
+  EXPECT_TRUE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), tree_.path());
   give("Watch Folder", {Qt::Key_W, commandOption});
-  EXPECT_FALSE(session().watching());
+  EXPECT_FALSE(session().watch().watching());
 }
 
 TEST_P(Commands, zip_then_trash_asks_where_the_archive_goes) {
-  session().selectNodes({child(1)}, false);
+  session().selection().selectNodes({child(1)}, false);
   give("Zip Then Trash Selection", {Qt::Key_E, commandShift});
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
   EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
@@ -73,13 +73,13 @@ TEST_P(Commands, go_back_leaves_the_folder) {
   session().open(child(0));
   ASSERT_TRUE(shows("crumbs"));
   give("Go Back", {Qt::Key_BracketLeft, command});
-  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_THAT(session().navigation().stack(), SizeIs(1));
   EXPECT_FALSE(shows("crumbs"));
 }
 
 TEST_P(Commands, rescan_scans_once_more) {
   give("Rescan", {Qt::Key_R, command});
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_TRUE(shows("banner"));
   press(Qt::Key_F10);
   EXPECT_FALSE(rowOf("Rescan")->isEnabled());
@@ -88,41 +88,41 @@ TEST_P(Commands, rescan_scans_once_more) {
 }
 
 TEST_P(Commands, queue_focused_item_queues_it) {
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   give("Queue Focused Item", {Qt::Key_L, command});
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), tree_.at("notes.txt"));
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), tree_.at("notes.txt"));
   EXPECT_TRUE(shows("cleanupQueue"));
 }
 
 TEST_P(Commands, queue_focused_item_does_nothing_without_one) {
-  session().setFocused(std::nullopt);
+  session().selection().setFocused(std::nullopt);
   give("Queue Focused Item", {Qt::Key_L, command});
-  EXPECT_THAT(session().queue(), IsEmpty());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
   EXPECT_FALSE(shows("cleanupQueue"));
 }
 
 TEST_P(Commands, quick_look_looks_into_the_focused_item) {
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   give("Quick Look", {Qt::Key_Y, command});
   EXPECT_THAT(machine_.previewPanel.shown, ElementsAre("file://" + tree_.at("notes.txt")));
 }
 
 TEST_P(Commands, select_all_visible_selects_it) {
   give("Select All Visible", {Qt::Key_A, command});
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (2)"));
 }
 
 TEST_P(Commands, copy_path_copies_what_is_selected) {
-  session().selectNodes({child(0), child(1)}, false);
+  session().selection().selectNodes({child(0), child(1)}, false);
   give("Copy Path", {Qt::Key_C, commandShift});
   EXPECT_EQ(machine_.pasteboard.text, tree_.at("Movies") + "\n" + tree_.at("notes.txt"));
   EXPECT_EQ(text("toast"), QStringLiteral("Copied 2 paths"));
 }
 
 TEST_P(Commands, put_back_last_trash_puts_it_back) {
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   session().trashFocused();
   finishScan();
   ASSERT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
@@ -132,7 +132,7 @@ TEST_P(Commands, put_back_last_trash_puts_it_back) {
 }
 
 TEST_P(Commands, move_focused_to_trash_moves_it) {
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   give("Move Focused to Trash", {Qt::Key_Backspace, command});
   EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
   EXPECT_EQ(text("toast"), QStringLiteral("Moved notes.txt to Trash"));
@@ -200,7 +200,7 @@ TEST_F(Menu, is_gone_through_by_the_arrows_and_triggers_with_return) {
   goTo("Select All Visible");
   press(Qt::Key_Return);
   EXPECT_FALSE(isMenuOpen());
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
 }
 
 TEST_F(Menu, exports_what_has_no_keys) {
@@ -233,7 +233,7 @@ TEST_F(Menu, is_opened_and_put_away_by_f10) {
 
 TEST_F(Menu, leaves_the_keyboard_to_the_question_that_it_raises) {
   machine_.trash.put(tree_.path());
-  session().setFocused(session().current());
+  session().selection().setFocused(session().navigation().current());
   tabTo("watch");
   press(Qt::Key_F10);
   goTo("Move Focused to Trash");
@@ -260,7 +260,7 @@ TEST_F(Menu, leaves_the_keyboard_to_the_card_that_it_opens) {
 }
 
 TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   press(Qt::Key_F10);
   press(Qt::Key_Backspace, command);
   press(Qt::Key_A, command);
@@ -268,7 +268,7 @@ TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
   press(Qt::Key_Comma, command);
   EXPECT_TRUE(isMenuOpen());
   EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_EQ(machine_.timesQuit, 0);
 }
 
@@ -285,17 +285,17 @@ TEST_F(Menu, edits_the_text_field_that_had_the_keyboard) {
   click("openMenu");
   click("menuPaste");
   EXPECT_EQ(text->property("text"), "one two");
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
 TEST_F(Menu, leaves_a_text_field_its_keys) {
   const auto text = field();
   press(Qt::Key_A, command);
   EXPECT_EQ(text->property("selectedText"), "one two");
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   press(Qt::Key_Backspace, command);
   EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
 TEST_F(Menu, has_no_editing_without_a_text_field) {

@@ -63,33 +63,33 @@ TEST_F(Compare, finds_what_differs_between_the_map_and_a_folder) {
   mapOfToday();
   folderPanel_.answer = tree_.at("backup");
   session().compareWithFolder();
-  EXPECT_EQ(session().vizMode(), VizMode::compare);
-  EXPECT_EQ(session().compareLeftName(), "today");
-  EXPECT_EQ(session().compareRightName(), "backup");
-  EXPECT_TRUE(session().compareRows().empty());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::compare);
+  EXPECT_EQ(session().comparison().compareLeftName(), "today");
+  EXPECT_EQ(session().comparison().compareRightName(), "backup");
+  EXPECT_TRUE(session().comparison().compareRows().empty());
   walk();
-  EXPECT_TRUE(session().compareRows().empty());
+  EXPECT_TRUE(session().comparison().compareRows().empty());
   comeHome();
-  EXPECT_EQ(session().compareRows(), expectedRows);
-  EXPECT_EQ(session().current()->path(), tree_.at("today"));
+  EXPECT_EQ(session().comparison().compareRows(), expectedRows);
+  EXPECT_EQ(session().navigation().current()->path(), tree_.at("today"));
 }
 
 TEST_F(Compare, stays_with_the_root_of_the_scan_after_drilling_in) {
   mapOfToday();
   clickAt(tilePoint("today/Movies"));
-  ASSERT_EQ(session().current()->path(), tree_.at("today/Movies"));
+  ASSERT_EQ(session().navigation().current()->path(), tree_.at("today/Movies"));
   folderPanel_.answer = tree_.at("backup");
   session().compareWithFolder();
   finishScan();
-  EXPECT_EQ(session().compareLeftName(), "today");
-  EXPECT_EQ(session().compareRows(), expectedRows);
+  EXPECT_EQ(session().comparison().compareLeftName(), "today");
+  EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
 TEST_F(Compare, leaves_the_map_alone_when_the_panel_is_left_without_a_choice) {
   mapOfToday();
   session().compareWithFolder();
   EXPECT_EQ(folderPanel_.requests.size(), 1u);
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   EXPECT_TRUE(shows("canvas"));
   EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0u);
 }
@@ -150,8 +150,8 @@ TEST_F(CompareWithPanel, says_what_the_choice_is_for) {
     EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
     EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
   });
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
-  EXPECT_EQ(session().compareRightName(), "");
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().comparison().compareRightName(), "");
 }
 
 TEST_F(CompareWithPanel, compares_with_the_folder_whose_name_is_typed) {
@@ -162,10 +162,10 @@ TEST_F(CompareWithPanel, compares_with_the_folder_whose_name_is_typed) {
     QTest::keyClick(name, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
   });
-  EXPECT_EQ(session().vizMode(), VizMode::compare);
-  EXPECT_EQ(session().compareRightName(), "backup");
+  EXPECT_EQ(session().shown().vizMode(), VizMode::compare);
+  EXPECT_EQ(session().comparison().compareRightName(), "backup");
   dispatch_.drainAll();
-  EXPECT_EQ(session().compareRows(), expectedRows);
+  EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
 TEST_F(CompareWithPanel, compares_with_the_folder_that_is_selected) {
@@ -175,9 +175,9 @@ TEST_F(CompareWithPanel, compares_with_the_folder_that_is_selected) {
     ASSERT_NE(accept, nullptr);
     QTest::mouseClick(accept, Qt::LeftButton);
   });
-  EXPECT_EQ(session().compareRightName(), "backup");
+  EXPECT_EQ(session().comparison().compareRightName(), "backup");
   dispatch_.drainAll();
-  EXPECT_EQ(session().compareRows(), expectedRows);
+  EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
 TEST_F(CompareWithPanel, does_nothing_when_it_is_left_by_escape) {
@@ -185,7 +185,7 @@ TEST_F(CompareWithPanel, does_nothing_when_it_is_left_by_escape) {
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
   });
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0u);
 }
 
@@ -196,9 +196,9 @@ TEST_F(CompareWithPanel, survives_the_tree_changing_behind_it) {
     dialog.selectFile(QStringLiteral("backup"));
     dialog.QDialog::accept();
   });
-  EXPECT_EQ(session().compareLeftName(), "backup");
+  EXPECT_EQ(session().comparison().compareLeftName(), "backup");
   dispatch_.drainAll();
-  EXPECT_EQ(session().compareRows(), Rows{});
+  EXPECT_EQ(session().comparison().compareRows(), Rows{});
 }
 
 }  // namespace

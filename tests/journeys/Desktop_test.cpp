@@ -41,31 +41,31 @@ TEST_F(DesktopJourney, quick_search_of_the_status_bar_opens_in_the_window) {
   closeWindow();
   EXPECT_TRUE(machine_.statusBar.click("Quick Search…"));
   EXPECT_TRUE(window().isVisible());
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
 }
 
 TEST_F(DesktopJourney, scan_home_of_the_status_bar_scans_in_the_window) {
   closeWindow();
   EXPECT_TRUE(machine_.statusBar.click("Scan Home"));
   EXPECT_TRUE(window().isVisible());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().scanRoot(), tree_.path());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().scanRoot(), tree_.path());
 }
 
 TEST_F(DesktopJourney, the_hot_key_opens_the_search_and_does_not_close_it) {
   closeWindow();
   machine_.hotKey.press();
   EXPECT_TRUE(window().isVisible());
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
   machine_.hotKey.press();
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
 }
 
 TEST_F(DesktopJourney, the_hot_key_leaves_the_pane_that_is_in_front) {
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   machine_.hotKey.press();
   EXPECT_TRUE(shows("search"));
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
 TEST_F(DesktopJourney, a_second_start_brings_the_window_back) {

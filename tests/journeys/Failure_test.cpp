@@ -135,13 +135,13 @@ TEST_F(FailureJourney, is_told_to_assistive_tools_as_an_alert) {
 
 TEST_F(FailureJourney, covers_nothing_in_the_smallest_window) {
   window().resize(1100, 680);
-  session().open(session().current()->children()[0]);
-  session().addToQueue(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   const QRectF pane = rectOf("mainArea");
   Trash::Failure failure{.path = tree_.at("notes.txt"),
                          .cause = SystemError::fromErrno(EXDEV, tree_.at("notes.txt"))};
-  session().tellFailure(FailureText::line({failure}, FailureText::Act::moveToTrash));
-  session().flash("Hello");
+  session().messages().tellFailure(FailureText::line({failure}, FailureText::Act::moveToTrash));
+  session().messages().flash("Hello");
   const QRectF line = rectOf("failureLine");
   EXPECT_GE(line.height(), 24);
   EXPECT_LE(line.height(), 40);
@@ -166,21 +166,21 @@ TEST_F(FailureJourney, shows_the_longest_text_whole) {
       failures.push_back(
           {.path = "/" + std::string(200, 'W'), .cause = SystemError::fromErrno(code, "/")});
   }
-  session().tellFailure(FailureText::line(failures, FailureText::Act::moveToTrash));
+  session().messages().tellFailure(FailureText::line(failures, FailureText::Act::moveToTrash));
   EXPECT_FALSE(item("failure")->property("truncated").toBool());
   EXPECT_LE(rectOf("failureLine").height(), 100);
   EXPECT_GE(rectOf("failureLine").height(), rectOf("failure").height());
 }
 
 TEST_F(FailureJourney, does_not_grow_with_a_text_that_has_no_end) {
-  session().tellFailure(std::string(100000, 'W'));
+  session().messages().tellFailure(std::string(100000, 'W'));
   EXPECT_LE(rectOf("failureLine").height(), 100);
   EXPECT_GT(rectOf("canvas").height(), 100);
 }
 
 TEST_F(FailureJourney, has_the_colours_of_a_warning) {
-  session().tellFailure("first");
-  session().tellFailure("second");
+  session().messages().tellFailure("first");
+  session().messages().tellFailure("second");
   expectLook(item("failureLine"), {{"", "color", "#ff9500 at 0.14"},
                                    {"failureSymbol", "color", "#ff9500 at 1.00"},
                                    {"failureSymbol", "name", "exclamationmark.triangle.fill"},

@@ -20,7 +20,7 @@ class Frames : public Journey {
   Frames() : Journey(files) {
     session().scanHome();
     finishScan();
-    session().open(session().current()->children()[0]);
+    session().open(session().navigation().current()->children()[0]);
   }
 };
 
@@ -42,20 +42,20 @@ TEST_F(Frames, panes_come_to_the_front_and_go_by_escape_and_by_close) {
 TEST_F(Frames, search_lies_over_whichever_pane_is_in_front) {
   click("searchField");
   EXPECT_TRUE(shows("search"));
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_TRUE(shows("search"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().searchOpen());
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_FALSE(session().shown().searchOpen());
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
 TEST_F(Frames, search_leaves_the_title_bar_and_the_sidebar_to_the_pointer) {
   click("searchField");
   click("showPulse");
-  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
   EXPECT_TRUE(shows("search"));
   click("diskTreemap");
-  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
 }
 
 TEST_F(Frames, cards_over_the_window_go_by_escape) {
@@ -66,13 +66,13 @@ TEST_F(Frames, cards_over_the_window_go_by_escape) {
   click("openInbox");
   EXPECT_TRUE(shows("inbox"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().ocrOpen());
+  EXPECT_FALSE(session().shown().ocrOpen());
 }
 
 TEST_F(Frames, no_command_acts_on_what_lies_under_a_card) {
-  const DiskNode film = session().current()->children()[0];
+  const DiskNode film = session().navigation().current()->children()[0];
   machine_.trash.put(film.path());
-  session().setFocused(film);
+  session().selection().setFocused(film);
   for (const char* opener : {"openAssistant", "openInbox", "searchField"}) {
     click(opener);
     press(Qt::Key_Backspace, Qt::ControlModifier);
@@ -84,7 +84,7 @@ TEST_F(Frames, no_command_acts_on_what_lies_under_a_card) {
 }
 
 TEST_F(Frames, the_queue_stands_in_its_corner_and_folds_by_escape) {
-  session().addToQueue(session().current()->children()[0]);
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   QQuickItem* const queue = item("cleanupQueue");
   ASSERT_NE(queue, nullptr);
   EXPECT_EQ(queue->mapRectToScene(QRectF(0, 0, queue->width(), queue->height())),
@@ -92,7 +92,7 @@ TEST_F(Frames, the_queue_stands_in_its_corner_and_folds_by_escape) {
   press(Qt::Key_Escape);
   EXPECT_EQ(queue->mapRectToScene(QRectF(0, 0, queue->width(), queue->height())),
             QRectF(1280 - 16 - 420, 820 - 16 - 44, 420, 44));
-  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
 }
 
 // There before the program is, which asks it from the start.
@@ -124,7 +124,7 @@ TEST_F(Gate, lets_no_key_and_no_click_through) {
   clickAt({100, 300});
   press(Qt::Key_Escape);
   EXPECT_TRUE(shows("gate"));
-  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_EQ(session().run().status(), ScanStatus::idle);
 }
 
 TEST_F(Gate, shows_the_program_in_the_file_viewer_and_asks_for_the_settings) {
@@ -151,7 +151,7 @@ TEST_F(Gate, is_gone_for_good_once_it_was_skipped) {
   EXPECT_FALSE(shows("gate"));
   click("scanFullMac");
   EXPECT_TRUE(shows("gate"));
-  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_EQ(session().run().status(), ScanStatus::idle);
   EXPECT_THAT(machine_.launched, IsEmpty());
 }
 

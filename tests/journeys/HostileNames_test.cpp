@@ -68,7 +68,7 @@ class HostileNames : public Journey {
     finishScan();
   }
 
-  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
+  DiskNode child(std::size_t index) { return session().navigation().current()->children()[index]; }
 
   // Reads all that the objects below the windows hold as text, and all that their accessible
   // elements tell. Remembers where the name was found as it is to be shown.
@@ -146,12 +146,12 @@ TEST_F(HostileNames, turn_nothing_around_on_the_map_and_beside_it) {
 }
 
 TEST_F(HostileNames, turn_nothing_around_in_questions_and_menus) {
-  session().setMenuNode(child(0));
+  session().shown().setMenuNode(child(0));
   read();
-  session().setMenuNode(std::nullopt);
-  session().setCriticalWarning(child(0));
+  session().shown().setMenuNode(std::nullopt);
+  session().removal().setCriticalWarning(child(0));
   read();
-  session().dismissWarning();
+  session().removal().dismissWarning();
   click("volumeMenu");
   read();
   EXPECT_THAT(misleading_, IsEmpty());
@@ -159,11 +159,11 @@ TEST_F(HostileNames, turn_nothing_around_in_questions_and_menus) {
 }
 
 TEST_F(HostileNames, turn_nothing_around_in_the_queue_and_in_messages) {
-  session().addToQueue(child(0));
-  session().addToQueue(child(1));
+  session().cleanupQueue().addToQueue(child(0));
+  session().cleanupQueue().addToQueue(child(1));
   machine_.trash.put(child(0).path());
   machine_.trash.refuse(child(0).path(), EROFS);
-  session().setFocused(child(0));
+  session().selection().setFocused(child(0));
   session().trashFocused();
   read();
   EXPECT_THAT(misleading_, IsEmpty());
@@ -186,7 +186,7 @@ class HostileRoot : public HostileNames {
 TEST_F(HostileRoot, turns_nothing_around_when_it_cannot_be_read) {
   session().scan("/nowhere/" + hostile);
   finishScan();
-  ASSERT_EQ(session().status(), ScanStatus::error);
+  ASSERT_EQ(session().run().status(), ScanStatus::error);
   read();
   EXPECT_THAT(misleading_, IsEmpty());
   EXPECT_THAT(shown_, IsSupersetOf({"message"}));
@@ -206,7 +206,7 @@ class HostilePreview : public HostileNames {
 
 TEST_F(HostilePreview, turns_nothing_around) {
   for (const std::size_t index : {0U, 1U}) {
-    session().setMenuNode(child(index));
+    session().shown().setMenuNode(child(index));
     settle(window());
     click("menuQuickLook");
     dispatch_.drainAll();
@@ -217,8 +217,8 @@ TEST_F(HostilePreview, turns_nothing_around) {
 }
 
 TEST_F(HostileNames, are_handed_over_as_they_are) {
-  session().selectNodes({child(0)}, false);
-  session().copySelectedPaths();
+  session().selection().selectNodes({child(0)}, false);
+  session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, child(0).path());
   EXPECT_NE(child(0).path().find(hostile), std::string::npos);
 }

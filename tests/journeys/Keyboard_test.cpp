@@ -21,8 +21,8 @@ class Keyboard : public Journey {
             "notes.txt 2M\n") {
     session().scanHome();
     finishScan();
-    session().open(session().current()->children()[0]);
-    session().selectNodes({session().current()->children()[0]}, false);
+    session().open(session().navigation().current()->children()[0]);
+    session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
     settle(window());
   }
 
@@ -88,28 +88,28 @@ TEST_F(Keyboard, shows_at_each_stop_where_it_is) {
 TEST_F(Keyboard, works_the_window) {
   tabTo("showApps");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
   tabTo("heatmap");
   press(Qt::Key_Return);
-  EXPECT_TRUE(session().heatmap());
+  EXPECT_TRUE(session().shown().heatmap());
   tabTo("queueSelection");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().queue().size(), 1U);
+  EXPECT_EQ(session().cleanupQueue().queue().size(), 1U);
   press(Qt::Key_Escape);
   tabTo("openAssistant");
   press(Qt::Key_Return);
-  EXPECT_TRUE(session().aiOpen());
+  EXPECT_TRUE(session().shown().aiOpen());
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().aiOpen());
+  EXPECT_FALSE(session().shown().aiOpen());
   EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("openAssistant"));
   tabTo("back");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(session().navigation().stack().size(), 1U);
   tabTo("rescanVolume");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Keyboard, goes_on_from_what_goes_away_under_it) {
@@ -117,7 +117,7 @@ TEST_F(Keyboard, goes_on_from_what_goes_away_under_it) {
   press(Qt::Key_Return);
   EXPECT_FALSE(shows("back"));
   EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("searchField"));
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   tabTo("chip");
   press(Qt::Key_Return);
   EXPECT_FALSE(shows("chip"));
@@ -129,7 +129,7 @@ TEST_F(Keyboard, goes_on_from_what_goes_away_under_it) {
   EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("diskTreemap"));
   tabTo("rescanVolume");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_EQ(window().activeFocusItem()->objectName(), QStringLiteral("treemapMode"));
 }
 

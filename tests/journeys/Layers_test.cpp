@@ -78,14 +78,14 @@ class Covers : public Layers, public testing::WithParamInterface<Cover> {
 TEST_P(Covers, keep_the_keyboard_when_the_search_opens_behind_them) {
   raise();
   pressHotKey();
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
   EXPECT_TRUE(hasKeyboard(GetParam().name));
   press(Qt::Key_Escape);
   EXPECT_FALSE(shows(GetParam().name));
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
   EXPECT_TRUE(hasKeyboard("search"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().searchOpen());
+  EXPECT_FALSE(session().shown().searchOpen());
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
@@ -123,13 +123,18 @@ TEST_P(Covers, show_no_keyboard_to_who_works_by_the_pointer) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, Covers,
-    testing::Values(
-        Cover{"assistant", [](ScanSession& session) { session.setAiOpen(true); }},
-        Cover{"inbox", [](ScanSession& session) { session.setOcrOpen(true); }},
-        Cover{"nodeMenu", [](ScanSession& session) { session.setMenuNode(session.current()); }},
-        Cover{"protectedLocation",
-              [](ScanSession& session) { session.setCriticalWarning(session.current()); }},
-        Cover{"settings", nullptr}),
+    testing::Values(Cover{"assistant",
+                          [](ScanSession& session) { session.shown().setAiOpen(true); }},
+                    Cover{"inbox", [](ScanSession& session) { session.shown().setOcrOpen(true); }},
+                    Cover{"nodeMenu",
+                          [](ScanSession& session) {
+                            session.shown().setMenuNode(session.navigation().current());
+                          }},
+                    Cover{"protectedLocation",
+                          [](ScanSession& session) {
+                            session.removal().setCriticalWarning(session.navigation().current());
+                          }},
+                    Cover{"settings", nullptr}),
     [](const auto& cover) { return std::string(cover.param.name); });
 
 TEST_F(Layers, the_keyboard_finds_back_from_a_search_that_was_asked_for_elsewhere) {
@@ -141,13 +146,13 @@ TEST_F(Layers, the_keyboard_finds_back_from_a_search_that_was_asked_for_elsewher
   settle(window());
   ASSERT_EQ(window().activeFocusItem(), nullptr);
   // The desktop takes its time to bring the window forward.
-  session().setSearchOpen(true);
+  session().shown().setSearchOpen(true);
   settle(window());
   window().requestActivate();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
   EXPECT_TRUE(hasKeyboard("search"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().searchOpen());
+  EXPECT_FALSE(session().shown().searchOpen());
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
@@ -159,7 +164,7 @@ TEST_F(Layers, the_menu_of_commands_makes_room_for_the_search) {
   EXPECT_FALSE(shows("menuSettings"));
   EXPECT_TRUE(hasKeyboard("search"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().searchOpen());
+  EXPECT_FALSE(session().shown().searchOpen());
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
@@ -168,8 +173,8 @@ TEST_F(Layers, the_search_goes_by_escape_wherever_the_keyboard_is) {
   click("showPulse");
   EXPECT_FALSE(hasKeyboard("search"));
   press(Qt::Key_Escape);
-  EXPECT_FALSE(session().searchOpen());
-  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_FALSE(session().shown().searchOpen());
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
   EXPECT_EQ(keyboardAt(), "showPulse");
 }
 
@@ -213,7 +218,7 @@ TEST_F(LayersBehindTheGate, have_no_keyboard_before_it_has_gone) {
   pressHotKey();
   EXPECT_EQ(keyboardAt(), "grant");
   press(Qt::Key_Escape);
-  EXPECT_TRUE(session().searchOpen());
+  EXPECT_TRUE(session().shown().searchOpen());
   grant();
   click("check");
   EXPECT_FALSE(shows("gate"));

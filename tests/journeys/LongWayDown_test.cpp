@@ -21,8 +21,8 @@ class LongWayDown : public Journey {
             "            film.mp4 6M\n") {
     session().scanHome();
     finishScan();
-    while (session().current()->children()[0].isDir())
-      session().open(session().current()->children()[0]);
+    while (session().navigation().current()->children()[0].isDir())
+      session().open(session().navigation().current()->children()[0]);
     settle(window());
   }
 
@@ -79,7 +79,7 @@ TEST_F(LongWayDown, comes_into_sight_where_the_keyboard_goes) {
 
 TEST_F(LongWayDown, shows_its_beginning_once_it_fits) {
   press(Qt::Key_Tab);
-  session().jump(1);
+  session().navigation().jump(1);
   settle(window());
   ASSERT_EQ(chips().size(), 2U);
   EXPECT_EQ(rectOf(chips().front()).left(), sight().left());

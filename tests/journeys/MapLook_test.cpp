@@ -114,7 +114,7 @@ TEST_F(MapLook, of_a_scan_that_failed) {
 
 TEST_F(MapLook, of_the_header) {
   scan();
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   QQuickItem* const header = item("header");
   expectLook(header, {{"folder", "name", "folder.fill"},
                       {"folder", "size", 11},
@@ -139,7 +139,7 @@ TEST_F(MapLook, of_the_header) {
 TEST_F(MapLook, of_a_header_with_the_longest_name_in_the_smallest_window) {
   tree_.plant(std::string(200, 'n') + "/\n  film.mp4 20M\n");
   scan();
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   window().resize(1100, 680);
   QQuickItem* const header = item("header");
   double end = rectOf(header).left() + 14;

@@ -19,7 +19,7 @@ class Modes : public Journey {
             "notes.txt 2M\n") {
     session().scanHome();
     finishScan();
-    session().open(session().current()->children()[0]);
+    session().open(session().navigation().current()->children()[0]);
     settle(window());
   }
 
@@ -48,8 +48,8 @@ TEST_F(Modes, show_their_view_in_place_of_the_map_and_its_header) {
 }
 
 TEST_F(Modes, lead_back_to_the_same_place_with_the_same_selection) {
-  session().selectNodes({session().current()->children()[0]}, false);
-  const auto place = session().current();
+  session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
+  const auto place = session().navigation().current();
   for (const char* way : {"treemapMode", "close", "escape"}) {
     click("listMode");
     EXPECT_FALSE(shows("canvas"));
@@ -60,14 +60,14 @@ TEST_F(Modes, lead_back_to_the_same_place_with_the_same_selection) {
       press(Qt::Key_Return);
     }
     EXPECT_TRUE(shows("canvas")) << way;
-    EXPECT_EQ(session().current(), place);
-    EXPECT_THAT(session().selectedNodes(), SizeIs(1));
+    EXPECT_EQ(session().navigation().current(), place);
+    EXPECT_THAT(session().selection().selectedNodes(), SizeIs(1));
     EXPECT_EQ(text("zipSelection"), "Zip (1)");
   }
 }
 
 TEST_F(Modes, leave_the_selection_to_be_archived) {
-  session().selectNodes({session().current()->children()[0]}, false);
+  session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   click("largestMode");
   machine_.savePanel.answer = tree_.at("kept.zip");
   click("zipSelection");
@@ -77,18 +77,18 @@ TEST_F(Modes, leave_the_selection_to_be_archived) {
 
 TEST_F(Modes, are_left_by_escape_only_after_the_queue) {
   click("listMode");
-  session().addToQueue(session().current()->children()[0]);
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   press(Qt::Key_Escape);
-  EXPECT_TRUE(session().queueMinimized());
-  EXPECT_EQ(session().vizMode(), VizMode::list);
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::list);
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(Modes, come_into_sight_one_by_one_in_the_smallest_window) {
   window().resize(1100, 680);
-  session().selectNodes({session().current()->children()[0]}, false);
+  session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   settle(window());
   QQuickItem* const bar = item("modeBar");
   const QRectF inSight = bar->mapRectToScene(QRectF(0, 0, bar->width(), bar->height()));

@@ -8,9 +8,9 @@
 namespace tessaly {
 namespace {
 
-class Navigation : public Journey {
+class NavigationJourney : public Journey {
  protected:
-  Navigation()
+  NavigationJourney()
       : Journey(
             "Movies/\n"
             "  2023/\n"
@@ -36,25 +36,25 @@ class Navigation : public Journey {
     for (QQuickItem* chip : chips()) texts << chip->property("text").toString();
     return texts;
   }
-  std::string place() { return session().current()->path(); }
+  std::string place() { return session().navigation().current()->path(); }
 };
 
-TEST_F(Navigation, shows_no_way_back_at_the_root) {
+TEST_F(NavigationJourney, shows_no_way_back_at_the_root) {
   EXPECT_FALSE(shows("back"));
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(Navigation, tells_what_the_tile_under_the_pointer_is) {
+TEST_F(NavigationJourney, tells_what_the_tile_under_the_pointer_is) {
   hoverAt(tilePoint("notes.txt"));
-  ASSERT_TRUE(session().focused().has_value());
-  EXPECT_EQ(session().focused()->path(), tree_.at("notes.txt"));
+  ASSERT_TRUE(session().selection().focused().has_value());
+  EXPECT_EQ(session().selection().focused()->path(), tree_.at("notes.txt"));
   QQuickItem* tooltip = item("mapTooltip");
   ASSERT_NE(tooltip, nullptr);
   EXPECT_EQ(itemNamed(tooltip, "tooltipName")->property("text").toString(),
             QStringLiteral("notes.txt"));
 }
 
-TEST_F(Navigation, drills_into_a_clicked_folder) {
+TEST_F(NavigationJourney, drills_into_a_clicked_folder) {
   clickAt(tilePoint("Movies"));
   EXPECT_EQ(place(), tree_.at("Movies"));
   EXPECT_EQ(itemNamed(item("header"), "name")->property("text").toString(),
@@ -64,7 +64,7 @@ TEST_F(Navigation, drills_into_a_clicked_folder) {
   EXPECT_EQ(chipTexts().last(), QStringLiteral("Movies"));
 }
 
-TEST_F(Navigation, forgets_the_pointer_when_it_drills_in) {
+TEST_F(NavigationJourney, forgets_the_pointer_when_it_drills_in) {
   const QPoint movies = tilePoint("Movies");
   hoverAt(movies);
   EXPECT_TRUE(shows("mapTooltip"));
@@ -77,21 +77,21 @@ TEST_F(Navigation, forgets_the_pointer_when_it_drills_in) {
   EXPECT_NE(qobject_cast<TreemapSurface*>(after)->hoverPath(), tree_.at("Movies"));
 }
 
-TEST_F(Navigation, reveals_a_clicked_file_and_stays) {
+TEST_F(NavigationJourney, reveals_a_clicked_file_and_stays) {
   clickAt(tilePoint("notes.txt"));
   dispatch_.drainAll();
   EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{tree_.at("notes.txt")}}));
   EXPECT_EQ(place(), tree_.path());
 }
 
-TEST_F(Navigation, reveals_a_file_by_its_bytes) {
+TEST_F(NavigationJourney, reveals_a_file_by_its_bytes) {
   clickAt(tilePoint("<b>caf\xE9<br>\n.zip"));
   dispatch_.drainAll();
   EXPECT_EQ(workspace_.revealed,
             (std::vector<std::vector<std::string>>{{tree_.at("<b>caf\xE9<br>\n.zip")}}));
 }
 
-TEST_F(Navigation, goes_back_one_step) {
+TEST_F(NavigationJourney, goes_back_one_step) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   EXPECT_EQ(place(), tree_.at("Movies/2023"));
@@ -102,7 +102,7 @@ TEST_F(Navigation, goes_back_one_step) {
   EXPECT_FALSE(shows("back"));
 }
 
-TEST_F(Navigation, jumps_to_a_step_of_the_breadcrumbs) {
+TEST_F(NavigationJourney, jumps_to_a_step_of_the_breadcrumbs) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   clickAt(tilePoint("Movies/2023/Summer"));
@@ -115,7 +115,7 @@ TEST_F(Navigation, jumps_to_a_step_of_the_breadcrumbs) {
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(Navigation, reaches_every_step_by_the_keyboard) {
+TEST_F(NavigationJourney, reaches_every_step_by_the_keyboard) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   tabTo("back");
@@ -127,14 +127,14 @@ TEST_F(Navigation, reaches_every_step_by_the_keyboard) {
   EXPECT_EQ(place(), tree_.at("Movies"));
 }
 
-TEST_F(Navigation, hides_the_breadcrumbs_but_not_the_way_back_in_another_pane) {
+TEST_F(NavigationJourney, hides_the_breadcrumbs_but_not_the_way_back_in_another_pane) {
   clickAt(tilePoint("Movies"));
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_FALSE(shows("crumbs"));
   EXPECT_TRUE(shows("back"));
 }
 
-TEST_F(Navigation, comes_back_to_the_root_when_a_new_scan_ends) {
+TEST_F(NavigationJourney, comes_back_to_the_root_when_a_new_scan_ends) {
   clickAt(tilePoint("Movies"));
   session().rescan();
   EXPECT_EQ(place(), tree_.at("Movies"));
@@ -144,12 +144,12 @@ TEST_F(Navigation, comes_back_to_the_root_when_a_new_scan_ends) {
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(Navigation, keeps_its_place_through_another_way_of_looking) {
+TEST_F(NavigationJourney, keeps_its_place_through_another_way_of_looking) {
   clickAt(tilePoint("Movies"));
-  session().setVizMode(VizMode::largest);
+  session().shown().setVizMode(VizMode::largest);
   EXPECT_FALSE(shows("canvas"));
   EXPECT_FALSE(shows("header"));
-  session().setVizMode(VizMode::treemap);
+  session().shown().setVizMode(VizMode::treemap);
   EXPECT_TRUE(shows("canvas"));
   EXPECT_EQ(place(), tree_.at("Movies"));
 }

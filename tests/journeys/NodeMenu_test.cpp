@@ -26,8 +26,8 @@ class NodeMenuJourney : public Journey {
   }
 
   void askAbout(std::string_view below) {
-    for (const DiskNode& child : session().current()->children()) {
-      if (child.path() == tree_.at(below)) session().setMenuNode(child);
+    for (const DiskNode& child : session().navigation().current()->children()) {
+      if (child.path() == tree_.at(below)) session().shown().setMenuNode(child);
     }
     settle(window());
     ASSERT_TRUE(shows("nodeMenu"));
@@ -84,9 +84,9 @@ TEST_F(NodeMenuJourney, does_what_is_answered_to_the_bytes_of_the_item) {
                                                        ElementsAre("-a", "Code", odd)));
   askAbout("caf\xE9.zip");
   click("menuQueue");
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), odd);
-  EXPECT_EQ(session().menuNode(), std::nullopt);
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), odd);
+  EXPECT_EQ(session().shown().menuNode(), std::nullopt);
 }
 
 TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
@@ -94,7 +94,7 @@ TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
   click("menuTrash");
   EXPECT_FALSE(shows("nodeMenu"));
   EXPECT_FALSE(machine_.trash.has(tree_.at("Movies")));
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("putBack"));
 }
 
@@ -105,7 +105,7 @@ TEST_F(NodeMenuJourney, holds_the_item_that_it_asks_about_through_a_rescan) {
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
   session().rescan();
   finishScan();
-  ASSERT_EQ(session().current()->children()[0].path(), odd);
+  ASSERT_EQ(session().navigation().current()->children()[0].path(), odd);
   EXPECT_EQ(text("menuTitle"), QStringLiteral("caf\uFFFD.zip"));
   click("menuTrash");
   EXPECT_FALSE(machine_.trash.has(odd));
@@ -121,12 +121,12 @@ TEST_F(NodeMenuJourney, goes_away_by_cancel_and_by_escape_and_does_nothing) {
   EXPECT_FALSE(shows("nodeMenu"));
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
   EXPECT_THAT(workspace_.revealed, IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(NodeMenuJourney, closes_before_it_warns_of_a_protected_location) {
   machine_.trash.put(tree_.path());
-  session().setMenuNode(session().current());
+  session().shown().setMenuNode(session().navigation().current());
   settle(window());
   click("menuTrash");
   EXPECT_FALSE(shows("nodeMenu"));
@@ -134,7 +134,7 @@ TEST_F(NodeMenuJourney, closes_before_it_warns_of_a_protected_location) {
   EXPECT_TRUE(item("dismiss")->hasActiveFocus());
   click("dismiss");
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 }  // namespace

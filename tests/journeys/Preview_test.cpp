@@ -45,23 +45,23 @@ TEST_F(Preview, comes_before_the_button_that_has_the_keyboard) {
   hoverAt(tilePoint("notes.txt"));
   tabTo("heatmap");
   press(Qt::Key_Space);
-  EXPECT_FALSE(session().heatmap());
+  EXPECT_FALSE(session().shown().heatmap());
   EXPECT_THAT(machine_.previewPanel.shown, ElementsAre(EndsWith("/notes.txt")));
   press(Qt::Key_Return);
-  EXPECT_TRUE(session().heatmap());
+  EXPECT_TRUE(session().shown().heatmap());
 }
 
 TEST_F(Preview, leaves_space_to_the_buttons_while_nothing_has_the_focus) {
-  session().setFocused(std::nullopt);
+  session().selection().setFocused(std::nullopt);
   tabTo("heatmap");
   press(Qt::Key_Space);
-  EXPECT_TRUE(session().heatmap());
+  EXPECT_TRUE(session().shown().heatmap());
   EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
 }
 
 TEST_F(Preview, does_not_come_under_a_question) {
   hoverAt(tilePoint("notes.txt"));
-  session().setMenuNode(session().focused());
+  session().shown().setMenuNode(session().selection().focused());
   settle(window());
   press(Qt::Key_Space);
   EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
@@ -111,7 +111,7 @@ TEST_F(RealPreview, shows_a_picture) {
 }
 
 TEST_F(RealPreview, shows_what_is_in_a_folder) {
-  session().setMenuNode(session().current()->children()[0]);
+  session().shown().setMenuNode(session().navigation().current()->children()[0]);
   settle(window());
   click("menuQuickLook");
   dispatch_.drainAll();

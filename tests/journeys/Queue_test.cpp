@@ -39,7 +39,7 @@ class QueueJourney : public Journey {
   }
   std::vector<std::string> queued() {
     std::vector<std::string> names;
-    for (const DiskNode& node : session().queue()) names.emplace_back(node.name());
+    for (const DiskNode& node : session().cleanupQueue().queue()) names.emplace_back(node.name());
     return names;
   }
   // What of the four is still where it was.
@@ -99,7 +99,7 @@ TEST_F(QueueJourney, takes_nothing_but_what_was_marked_whatever_the_next_scan_br
   EXPECT_TRUE(shows("moveToTrash"));
   click("moveToTrash");
   EXPECT_THAT(left(), ElementsAre("Movies", "notes.txt"));
-  EXPECT_THAT(session().lastTrashed(), SizeIs(2));
+  EXPECT_THAT(session().removal().lastTrashed(), SizeIs(2));
 }
 
 TEST_F(QueueJourney, drops_without_a_word_what_is_gone_by_the_time) {
@@ -107,11 +107,11 @@ TEST_F(QueueJourney, drops_without_a_word_what_is_gone_by_the_time) {
   ASSERT_TRUE(machine_.trash.moveToTrash(tree_.at("caf\xE9\n.zip")).ok());
   session().rescan();
   finishScan();
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   click("moveToTrash");
   EXPECT_THAT(queued(), IsEmpty());
-  EXPECT_THAT(session().lastTrashed(), SizeIs(2));
-  EXPECT_EQ(session().toast(), toast);
+  EXPECT_THAT(session().removal().lastTrashed(), SizeIs(2));
+  EXPECT_EQ(session().messages().toast(), toast);
   EXPECT_FALSE(shows("protectedLocation"));
 }
 
@@ -121,8 +121,8 @@ TEST_F(QueueJourney, lets_all_of_it_go_and_opens_unfolded_the_next_time) {
   EXPECT_FALSE(shows("cleanupQueue"));
   EXPECT_THAT(queued(), IsEmpty());
   EXPECT_THAT(left(), SizeIs(4));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
-  session().setQueueMinimized(true);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  session().cleanupQueue().setQueueMinimized(true);
   mark("Code");
   EXPECT_EQ(panelHeight(), 360);
 }
@@ -152,19 +152,19 @@ TEST_F(QueueJourney, lets_no_click_through_to_the_map) {
   mark("notes.txt");
   settle(window());
   QQuickItem* const panel = item("cleanupQueue");
-  session().setFocused(std::nullopt);
+  session().selection().setFocused(std::nullopt);
   hoverAt(middleOf(panel));
-  EXPECT_EQ(session().focused(), std::nullopt);
+  EXPECT_EQ(session().selection().focused(), std::nullopt);
   clickHolding(Qt::ShiftModifier, middleOf(panel));
   clickHolding(Qt::ControlModifier, middleOf(panel));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_THAT(queued(), SizeIs(1));
 }
 
 TEST_F(QueueJourney, works_by_the_keyboard_and_folds_by_escape) {
   markThree();
   tabTo("queueHeader");
-  session().setFocused(std::nullopt);
+  session().selection().setFocused(std::nullopt);
   press(Qt::Key_Space);
   EXPECT_EQ(panelHeight(), 44);
   press(Qt::Key_Return);
@@ -184,16 +184,16 @@ TEST_F(QueueJourney, works_by_the_keyboard_and_folds_by_escape) {
 
 TEST_F(QueueJourney, is_never_out_of_reach_while_something_waits) {
   markThree();
-  session().setVizMode(VizMode::list);
-  session().setPane(MainPane::apps);
+  session().shown().setVizMode(VizMode::list);
+  session().shown().setPane(MainPane::apps);
   press(Qt::Key_Escape);
   EXPECT_EQ(panelHeight(), 44);
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().pane(), MainPane::map);
-  EXPECT_EQ(session().vizMode(), VizMode::list);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::list);
   press(Qt::Key_Escape);
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   for (int i = 0; i < 3; ++i) press(Qt::Key_Escape);
   EXPECT_EQ(panelHeight(), 44);
   EXPECT_EQ(text("count"), QStringLiteral("3"));
@@ -212,9 +212,9 @@ TEST_F(QueueJourney, leaves_the_keyboard_on_the_map_when_it_folds) {
   press(Qt::Key_Escape);
   EXPECT_EQ(panelHeight(), 44);
   EXPECT_TRUE(item("canvas")->hasActiveFocus());
-  ASSERT_THAT(session().stack(), SizeIs(2));
+  ASSERT_THAT(session().navigation().stack(), SizeIs(2));
   press(Qt::Key_Escape);
-  EXPECT_THAT(session().stack(), SizeIs(1));
+  EXPECT_THAT(session().navigation().stack(), SizeIs(1));
   EXPECT_EQ(panelHeight(), 44);
 }
 

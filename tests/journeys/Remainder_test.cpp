@@ -59,15 +59,15 @@ class RemainderJourney : public Journey {
     }
     session().scanHome();
     finishScan();
-    toast_ = session().toast();
+    toast_ = session().messages().toast();
   }
 
   static constexpr const char* files[] = {"film.mp4", "__rest__", "+ 6 more"};
 
   QPoint remainderPoint() {
     QQuickItem* const canvas = item("canvas");
-    for (const TreemapRect& rect :
-         TreemapLayout::layout(*session().current(), {0, 0, canvas->width(), canvas->height()})) {
+    for (const TreemapRect& rect : TreemapLayout::layout(
+             *session().navigation().current(), {0, 0, canvas->width(), canvas->height()})) {
       if (!isRemainder(rect.node)) continue;
       return canvas->mapToScene(QPointF(rect.x + rect.width / 2, rect.y + rect.height / 2))
           .toPoint();
@@ -81,19 +81,19 @@ class RemainderJourney : public Journey {
   }
   void expectNothingDone() {
     for (const char* name : files) EXPECT_TRUE(machine_.trash.has(tree_.at(name))) << name;
-    EXPECT_THAT(session().queue(), IsEmpty());
-    EXPECT_THAT(session().selected(), IsEmpty());
+    EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+    EXPECT_THAT(session().selection().selected(), IsEmpty());
     EXPECT_THAT(workspace_.revealed, IsEmpty());
     EXPECT_THAT(workspace_.opened, IsEmpty());
     EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
     EXPECT_THAT(machine_.openTool.started, IsEmpty());
     EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
     EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
-    EXPECT_EQ(session().toast(), toast_);
+    EXPECT_EQ(session().messages().toast(), toast_);
     EXPECT_FALSE(shows("tileReveal"));
     EXPECT_FALSE(shows("nodeMenu"));
     EXPECT_FALSE(shows("protectedLocation"));
-    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
   }
 
   std::optional<std::string> toast_;
@@ -102,7 +102,7 @@ class RemainderJourney : public Journey {
 TEST_F(RemainderJourney, is_nothing_that_anything_can_be_done_to) {
   const QPoint place = remainderPoint();
   hoverAt(place);
-  ASSERT_TRUE(session().focused() && isRemainder(*session().focused()));
+  ASSERT_TRUE(session().selection().focused() && isRemainder(*session().selection().focused()));
   EXPECT_TRUE(shows("mapTooltip"));
   for (const Keys& keys :
        {Keys{Qt::Key_Backspace, command}, Keys{Qt::Key_L, command}, Keys{Qt::Key_Y, command},
@@ -116,7 +116,7 @@ TEST_F(RemainderJourney, is_nothing_that_anything_can_be_done_to) {
   secondaryClick(place);
   expectNothingDone();
   tabTo("canvas");
-  ASSERT_TRUE(isRemainder(*session().focused()));
+  ASSERT_TRUE(isRemainder(*session().selection().focused()));
   for (const Keys& keys : {Keys{Qt::Key_Return, Qt::NoModifier}, Keys{Qt::Key_Return, command},
                            Keys{Qt::Key_Return, Qt::ShiftModifier}, Keys{Qt::Key_Menu, {}}}) {
     press(keys.key, keys.modifiers);
@@ -126,8 +126,9 @@ TEST_F(RemainderJourney, is_nothing_that_anything_can_be_done_to) {
 
 TEST_F(RemainderJourney, is_left_out_of_all_that_is_visible) {
   press(Qt::Key_A, command);
-  EXPECT_THAT(session().selected(), UnorderedElementsAre(tree_.at("film.mp4"), tree_.at("__rest__"),
-                                                         tree_.at("+ 6 more")));
+  EXPECT_THAT(
+      session().selection().selected(),
+      UnorderedElementsAre(tree_.at("film.mp4"), tree_.at("__rest__"), tree_.at("+ 6 more")));
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (3)"));
 }
 
@@ -143,7 +144,7 @@ TEST_F(RemainderJourney, is_left_out_of_a_band) {
   settle(window());
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (3)"));
   click("queueSelection");
-  EXPECT_THAT(session().queue(), SizeIs(3));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(3));
   click("moveToTrash");
   for (const char* name : files) EXPECT_FALSE(machine_.trash.has(tree_.at(name))) << name;
 }
@@ -151,9 +152,9 @@ TEST_F(RemainderJourney, is_left_out_of_a_band) {
 TEST_F(RemainderJourney, is_known_in_the_tree_of_the_last_run) {
   restart();
   ASSERT_TRUE(shows("canvas"));
-  toast_ = session().toast();
+  toast_ = session().messages().toast();
   hoverAt(remainderPoint());
-  ASSERT_TRUE(isRemainder(*session().focused()));
+  ASSERT_TRUE(isRemainder(*session().selection().focused()));
   press(Qt::Key_Backspace, command);
   clickHolding(Qt::ControlModifier, remainderPoint());
   expectNothingDone();
@@ -174,8 +175,8 @@ TEST_F(RemainderJourney, takes_nothing_from_files_that_are_called_like_it) {
     press(Qt::Key_Backspace, command);
     EXPECT_FALSE(machine_.trash.has(tree_.at(name))) << name;
     finishScan();
-    EXPECT_THAT(session().selected(), ElementsAre(tree_.at(name)));
-    session().clearSelection();
+    EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at(name)));
+    session().selection().clearSelection();
   }
   EXPECT_THAT(machine_.previewPanel.shown,
               ElementsAre(EndsWith("/__rest__"), EndsWith("/%2B%206%20more")));

@@ -30,7 +30,7 @@ TEST_F(Scan, begins_on_the_idle_screen) {
 
 TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
   click("idleScanHome");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("idleScreen"));
   EXPECT_TRUE(shows("scanningScreen"));
   EXPECT_FALSE(shows("canvas"));
@@ -45,8 +45,8 @@ TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
   finishScan();
   EXPECT_TRUE(shows("resultScreen"));
   EXPECT_FALSE(shows("banner"));
-  ASSERT_TRUE(session().current().has_value());
-  EXPECT_EQ(session().current()->path(), tree_.path());
+  ASSERT_TRUE(session().navigation().current().has_value());
+  EXPECT_EQ(session().navigation().current()->path(), tree_.path());
   QQuickItem* header = item("header");
   EXPECT_EQ(itemNamed(header, "items")->property("text").toString(), QStringLiteral("(3 items)"));
   EXPECT_EQ(itemNamed(header, "size")->property("text").toString(), QStringLiteral("5.8 MB"));
@@ -73,7 +73,7 @@ TEST_F(Scan, starts_from_the_keyboard) {
   EXPECT_TRUE(item("idleChooseFolder")->hasActiveFocus());
   press(Qt::Key_Backtab);
   press(Qt::Key_Return);
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
@@ -81,7 +81,7 @@ TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
   click("idleChooseFolder");
   ASSERT_EQ(folderPanel_.requests.size(), 1u);
   finishScan();
-  EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
+  EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
 }
 
 TEST_F(Scan, stays_idle_when_the_panel_is_left_without_a_choice) {
@@ -95,7 +95,7 @@ TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
   EXPECT_TRUE(shows("idleScreen"));
   finishScan();
   EXPECT_TRUE(shows("idleScreen"));
-  EXPECT_FALSE(session().current().has_value());
+  EXPECT_FALSE(session().navigation().current().has_value());
 }
 
 TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
@@ -124,7 +124,7 @@ TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
   EXPECT_FALSE(shows("banner"));
   EXPECT_TRUE(shows("canvas"));
   finishScan();
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(Scan, overtaken_by_another_is_never_shown) {
@@ -135,8 +135,8 @@ TEST_F(Scan, overtaken_by_another_is_never_shown) {
   EXPECT_TRUE(shows("scanningScreen"));
   EXPECT_EQ(text("progress"), QStringLiteral("Scanning started…"));
   finishScan();
-  EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
-  EXPECT_EQ(session().stack().size(), 1u);
+  EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
+  EXPECT_EQ(session().navigation().stack().size(), 1u);
 }
 
 TEST_F(Scan, that_reads_nothing_says_so_and_tries_the_home_folder_again) {
@@ -149,7 +149,7 @@ TEST_F(Scan, that_reads_nothing_says_so_and_tries_the_home_folder_again) {
   click("tryAgain");
   finishScan();
   EXPECT_TRUE(shows("canvas"));
-  EXPECT_EQ(session().current()->path(), tree_.path());
+  EXPECT_EQ(session().navigation().current()->path(), tree_.path());
 }
 
 }  // namespace

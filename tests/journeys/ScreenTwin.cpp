@@ -96,7 +96,7 @@ void ScreenTwin::clickSecondary(QPoint point) {
 std::vector<TreemapRect> ScreenTwin::tiles() {
   QQuickItem* canvas = itemNamed(application_.window(), QStringLiteral("canvas"));
   const QPointF corner = canvas->mapToScene(QPointF(0, 0));
-  auto rects = TreemapLayout::layout(*application_.session().current(),
+  auto rects = TreemapLayout::layout(*application_.session().navigation().current(),
                                      {0, 0, canvas->width(), canvas->height()});
   for (auto& rect : rects) {
     rect.x += corner.x();

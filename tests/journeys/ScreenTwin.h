@@ -31,7 +31,7 @@ class ScreenTwin {
   void click(const QString& name);
   void clickSecondary(QPoint point);
 
-  const std::set<std::string>& grewPaths() { return application_.session().grewPaths(); }
+  const std::set<std::string>& grewPaths() { return application_.session().result().grewPaths(); }
 
   // The tiles on the map, in the window.
   std::vector<TreemapRect> tiles();

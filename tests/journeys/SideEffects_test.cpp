@@ -32,19 +32,19 @@ class SideEffectsJourney : public Journey {
       machine_.trash.put(tree_.at(below), below);
     session().scanHome();
     finishScan();
-    session().setFocused(node("song.mp3"));
+    session().selection().setFocused(node("song.mp3"));
     session().trashFocused();
     finishScan();
     // The pointer is on no tile, and something is in every field that could be lost.
     hoverAt(QPoint(640, 5));
-    session().selectNodes({node("notes.txt"), node("Code")}, false);
-    session().setFocused(node("Code"));
-    session().flash("Before");
+    session().selection().selectNodes({node("notes.txt"), node("Code")}, false);
+    session().selection().setFocused(node("Code"));
+    session().messages().flash("Before");
     settle(window());
   }
 
   DiskNode node(const std::string& name) {
-    for (const DiskNode& child : session().stack().front().children())
+    for (const DiskNode& child : session().navigation().stack().front().children())
       if (child.name() == name) return child;
     ADD_FAILURE() << "no " << name;
     return {};
@@ -75,7 +75,7 @@ TEST_F(SideEffectsJourney, a_click_on_a_file_changes_the_focus_alone) {
 TEST_F(SideEffectsJourney, a_click_on_a_folder_empties_the_selection_and_enters_it) {
   EXPECT_EQ(changedBy([&] { clickAt(tilePoint("Movies")); }),
             (Names{"focused", "selection", "stack"}));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_FALSE(shows("clearSelection"));
 }
 
@@ -91,8 +91,8 @@ TEST_F(SideEffectsJourney, a_click_with_command_keeps_the_selection) {
 
 TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
   session().open(node("Movies"));
-  session().open(session().current()->children()[0]);
-  session().selectNodes({node("notes.txt")}, false);
+  session().open(session().navigation().current()->children()[0]);
+  session().selection().selectNodes({node("notes.txt")}, false);
   settle(window());
   EXPECT_EQ(changedByClicking("back"), Names{"stack"});
   EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "chip")[1])); }),
@@ -104,8 +104,8 @@ TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
 TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
   // Wide enough to show the whole row beside what can be done with the selection.
   window().resize(1800, 820);
-  session().addToQueue(node("notes.txt"));
-  session().setQueueMinimized(true);
+  session().cleanupQueue().addToQueue(node("notes.txt"));
+  session().cleanupQueue().setQueueMinimized(true);
   for (const char* mode : {"listMode", "grewMode", "duplicatesMode", "compareMode", "largestMode",
                            "clonesMode", "historyMode", "safeMode", "treemapMode"})
     EXPECT_EQ(changedByClicking(mode), Names{"vizMode"}) << mode;
@@ -118,14 +118,14 @@ TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
 TEST_F(SideEffectsJourney, the_acts_on_the_selection_change_what_they_say) {
   EXPECT_EQ(changedByClicking("queueSelection"),
             (Names{"queue", "queueOpen", "selection", "toast"}));
-  session().selectNodes({node("notes.txt")}, false);
+  session().selection().selectNodes({node("notes.txt")}, false);
   EXPECT_EQ(changedByClicking("clearSelection"), Names{"selection"});
 }
 
 TEST_F(SideEffectsJourney, the_way_back_from_the_trash_looks_again) {
   EXPECT_EQ(changedByClicking("putBack"),
             (Names{"lastTrashed", "progress", "scanPercent", "status", "toast"}));
-  EXPECT_EQ(session().toast(), "Put back 1 item");
+  EXPECT_EQ(session().messages().toast(), "Put back 1 item");
   EXPECT_TRUE(shows("banner"));
 }
 
@@ -142,8 +142,8 @@ TEST_F(SideEffectsJourney, the_bars_change_one_field_each) {
 }
 
 TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
-  session().addToQueue(node("notes.txt"));
-  session().addToQueue(node("Code"));
+  session().cleanupQueue().addToQueue(node("notes.txt"));
+  session().cleanupQueue().addToQueue(node("Code"));
   for (int i = 0; i < 2; ++i) EXPECT_EQ(changedByClicking("queueHeader"), Names{"queueMinimized"});
   EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "remove")[0])); }),
             Names{"queue"});
@@ -152,15 +152,15 @@ TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
 
 TEST_F(SideEffectsJourney, the_cancel_of_a_rescan_keeps_all_that_is_on_screen) {
   session().open(node("Movies"));
-  session().selectNodes({node("notes.txt")}, false);
+  session().selection().selectNodes({node("notes.txt")}, false);
   session().rescan();
   settle(window());
   EXPECT_EQ(changedByClicking("cancel"), (Names{"progress", "status"}));
 }
 
 TEST_F(SideEffectsJourney, the_end_of_a_rescan_keeps_focus_selection_and_queue) {
-  session().addToQueue(node("notes.txt"));
-  session().setQueueMinimized(true);
+  session().cleanupQueue().addToQueue(node("notes.txt"));
+  session().cleanupQueue().setQueueMinimized(true);
   session().rescan();
   settle(window());
   const Names changed = changedBy([&] { finishScan(); });

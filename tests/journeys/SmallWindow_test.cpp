@@ -105,10 +105,10 @@ class SmallWindow : public Journey {
   void scan() {
     session().scan(disk);
     finishScan();
-    session().refreshDisk();
+    session().machine().refreshDisk();
     settle(window());
   }
-  void drillIn() { session().open(session().current()->children()[0]); }
+  void drillIn() { session().open(session().navigation().current()->children()[0]); }
 
   static void collect(QQuickItem* item, QRectF seen, std::vector<Placed>& found) {
     if (!item->isVisible() || item->opacity() == 0) return;
@@ -187,7 +187,8 @@ TEST_F(SmallWindow, has_room_while_it_scans) {
 
 TEST_F(SmallWindow, has_room_for_the_map) {
   scan();
-  EXPECT_EQ(session().currentVolumeName(), disk.substr(7));
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
+            disk.substr(7));
   expectRoomForAll();
 }
 
@@ -195,7 +196,7 @@ TEST_F(SmallWindow, has_room_two_folders_down_with_a_selection) {
   scan();
   drillIn();
   drillIn();
-  session().selectNodes({session().current()->children()[0]}, false);
+  session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   expectRoomForAll();
 }
 
@@ -203,7 +204,7 @@ TEST_F(SmallWindow, has_room_for_the_other_panes) {
   scan();
   drillIn();
   for (const MainPane pane : {MainPane::apps, MainPane::monitor}) {
-    session().setPane(pane);
+    session().shown().setPane(pane);
     expectRoomForAll();
   }
 }
@@ -211,12 +212,12 @@ TEST_F(SmallWindow, has_room_for_the_other_panes) {
 TEST_F(SmallWindow, has_room_for_what_lies_over_the_window) {
   scan();
   drillIn();
-  session().setMenuNode(session().current());
+  session().shown().setMenuNode(session().navigation().current());
   expectRoomForAll("nodeMenu");
-  session().setMenuNode(std::nullopt);
-  session().setCriticalWarning(session().current());
+  session().shown().setMenuNode(std::nullopt);
+  session().removal().setCriticalWarning(session().navigation().current());
   expectRoomForAll("protectedLocation");
-  session().dismissWarning();
+  session().removal().dismissWarning();
   application().access().setShowGate(true);
   expectRoomForAll("gate");
 }

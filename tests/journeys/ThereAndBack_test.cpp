@@ -101,9 +101,9 @@ TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
   for (const char* below : {"Movies", "notes.txt", "caf\xE9\n.zip"}) {
     clickHolding(Qt::ShiftModifier, tilePoint(below));
   }
-  ASSERT_EQ(session().selectedNodes().size(), 3U);
+  ASSERT_EQ(session().selection().selectedNodes().size(), 3U);
   click("queueSelection");
-  ASSERT_EQ(session().queue().size(), 3U);
+  ASSERT_EQ(session().cleanupQueue().queue().size(), 3U);
   EXPECT_EQ(text("moveToTrash"), QStringLiteral("Move 3 to Trash · 10.0 MB"));
   click("moveToTrash");
   EXPECT_FALSE(shows("cleanupQueue"));
@@ -115,7 +115,7 @@ TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
   EXPECT_EQ(itemsIn(trashFiles()), 3);
   EXPECT_EQ(itemsIn(trashInfos()), 3);
   finishScan();
-  EXPECT_EQ(session().current()->children().size(), 2U);
+  EXPECT_EQ(session().navigation().current()->children().size(), 2U);
 
   click("putBack");
   EXPECT_EQ(text("toast"), QStringLiteral("Put back 3 items"));
@@ -125,14 +125,14 @@ TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
   EXPECT_EQ(itemsIn(trashInfos()), 0);
   ASSERT_EQ(walksSoFar(), 3);
 
-  const std::optional<DiskNode> tree = session().current();
+  const std::optional<DiskNode> tree = session().navigation().current();
   restart();
   EXPECT_TRUE(shows("canvas"));
-  ASSERT_TRUE(session().current().has_value());
-  EXPECT_EQ(differenceOf(*tree, *session().current()), "");
-  EXPECT_EQ(session().scanRoot(), tree_.path());
+  ASSERT_TRUE(session().navigation().current().has_value());
+  EXPECT_EQ(differenceOf(*tree, *session().navigation().current()), "");
+  EXPECT_EQ(session().run().scanRoot(), tree_.path());
   hoverAt(tilePoint("caf\xE9\n.zip"));
-  EXPECT_EQ(session().focused()->path(), tree_.at("caf\xE9\n.zip"));
+  EXPECT_EQ(session().selection().focused()->path(), tree_.at("caf\xE9\n.zip"));
   dispatch_.drainAll();
   EXPECT_EQ(walksSoFar(), 3);
   EXPECT_EQ(photographOf(tree_.path()), before);

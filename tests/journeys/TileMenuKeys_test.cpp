@@ -33,13 +33,13 @@ class TileMenuKeys : public Journey {
 
   // Every command has something to act on.
   void makeReady() {
-    session().setFocused(session().current()->children()[1]);
+    session().selection().setFocused(session().navigation().current()->children()[1]);
     session().trashFocused();
     finishScan();
-    session().open(session().current()->children()[0]);
+    session().open(session().navigation().current()->children()[0]);
     clickHolding(Qt::ShiftModifier, tilePoint("Movies/rain.mp4"));
-    ASSERT_THAT(session().lastTrashed(), SizeIs(1));
-    ASSERT_THAT(session().stack(), SizeIs(2));
+    ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+    ASSERT_THAT(session().navigation().stack(), SizeIs(2));
   }
 
   void openMenu(QPoint point) {
@@ -49,7 +49,8 @@ class TileMenuKeys : public Journey {
   }
   bool isOpen() { return shows("tileReveal"); }
   std::string focused() {
-    return session().focused() ? session().focused()->path() : std::string();
+    return session().selection().focused() ? session().selection().focused()->path()
+                                           : std::string();
   }
 
   void expectNothingDone() {
@@ -57,13 +58,13 @@ class TileMenuKeys : public Journey {
     EXPECT_TRUE(window().isVisible());
     EXPECT_FALSE(shows("menuQuit"));
     EXPECT_FALSE(shows("settings"));
-    EXPECT_FALSE(session().searchOpen());
-    EXPECT_FALSE(session().watching());
-    EXPECT_THAT(session().queue(), IsEmpty());
-    EXPECT_THAT(session().selected(), ElementsAre(tree_.at("Movies/rain.mp4")));
-    EXPECT_THAT(session().lastTrashed(), SizeIs(1));
-    EXPECT_THAT(session().stack(), SizeIs(2));
-    EXPECT_EQ(session().status(), ScanStatus::complete);
+    EXPECT_FALSE(session().shown().searchOpen());
+    EXPECT_FALSE(session().watch().watching());
+    EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+    EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at("Movies/rain.mp4")));
+    EXPECT_THAT(session().removal().lastTrashed(), SizeIs(1));
+    EXPECT_THAT(session().navigation().stack(), SizeIs(2));
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
     EXPECT_THAT(folderPanel_.requests, IsEmpty());
     EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
     EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
@@ -109,21 +110,21 @@ TEST_F(TileMenuKeys, choose_with_space_and_look_into_nothing) {
   press(Qt::Key_Space);
   EXPECT_FALSE(isOpen());
   EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), tree_.at("Movies"));
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), tree_.at("Movies"));
 }
 
 TEST_F(TileMenuKeys, put_away_the_menu_before_the_queue) {
-  session().addToQueue(session().current()->children()[1]);
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[1]);
   tabTo("canvas");
   press(Qt::Key_Menu);
   press(Qt::Key_Down);
   press(Qt::Key_Escape);
   EXPECT_FALSE(isOpen());
-  EXPECT_FALSE(session().queueMinimized());
+  EXPECT_FALSE(session().cleanupQueue().queueMinimized());
   press(Qt::Key_Escape);
-  EXPECT_TRUE(session().queueMinimized());
-  EXPECT_TRUE(session().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(TileMenuKeys, leave_the_tiles_where_they_are) {
@@ -156,18 +157,18 @@ TEST_F(TileMenuKeys, are_not_led_elsewhere_by_the_pointer) {
 }
 
 TEST_F(TileMenuKeys, go_back_to_the_map_when_a_rescan_takes_the_menu_away) {
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   tabTo("canvas");
   press(Qt::Key_Menu);
   ASSERT_TRUE(isOpen());
   session().rescan();
   finishScan();
-  ASSERT_THAT(session().stack(), SizeIs(1));
+  ASSERT_THAT(session().navigation().stack(), SizeIs(1));
   EXPECT_FALSE(isOpen());
   EXPECT_TRUE(item("canvas")->hasActiveFocus());
   press(Qt::Key_L, command);
-  EXPECT_THAT(session().queue(), SizeIs(1));
-  session().clearQueue();
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  session().cleanupQueue().clearQueue();
   clickAt(tilePoint("notes.txt"));
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(tree_.at("notes.txt"))));
 }

@@ -56,12 +56,12 @@ TEST_F(TileMenuJourney, does_each_of_its_entries) {
   machine_.openTool.application = "Code";
   choose("tileEditor");
   EXPECT_THAT(machine_.openTool.waitedFor, SizeIs(3));
-  const auto toast = session().toast();
+  const auto toast = session().messages().toast();
   choose("tileQueue");
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), odd_);
-  EXPECT_EQ(session().toast(), toast);
-  session().clearQueue();  // whose panel lies over the tile
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), odd_);
+  EXPECT_EQ(session().messages().toast(), toast);
+  session().cleanupQueue().clearQueue();  // whose panel lies over the tile
   choose("tileZip");
   ASSERT_THAT(machine_.savePanel.requests, SizeIs(1));
   EXPECT_EQ(machine_.savePanel.requests.front().extension, "zip");
@@ -70,7 +70,7 @@ TEST_F(TileMenuJourney, does_each_of_its_entries) {
 TEST_F(TileMenuJourney, opens_the_folder_and_leaves_the_menu_behind) {
   secondaryClick(tilePoint("Movies"));
   click("tileOpenFolder");
-  EXPECT_EQ(session().current()->path(), tree_.at("Movies"));
+  EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
   EXPECT_FALSE(shows("tileReveal"));
 }
 
@@ -100,10 +100,10 @@ TEST_F(TileMenuJourney, queues_the_item_that_was_clicked_after_a_rescan) {
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
   session().rescan();
   finishScan();
-  ASSERT_EQ(session().current()->children()[0].path(), odd_);
+  ASSERT_EQ(session().navigation().current()->children()[0].path(), odd_);
   click("tileQueue");
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), odd_);
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), odd_);
   click("moveToTrash");
   EXPECT_FALSE(machine_.trash.has(odd_));
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
@@ -117,9 +117,9 @@ TEST_F(TileMenuJourney, goes_away_by_escape_and_by_a_press_elsewhere_and_does_no
   secondaryClick(tilePoint("caf\xE9.zip"));
   clickAt(tilePoint("Movies"));
   EXPECT_FALSE(shows("tileReveal"));
-  EXPECT_EQ(session().stack().size(), 1U);
+  EXPECT_EQ(session().navigation().stack().size(), 1U);
   EXPECT_THAT(workspace_.revealed, IsEmpty());
-  EXPECT_THAT(session().queue(), IsEmpty());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ class ToastJourney : public Journey {
 };
 
 TEST_F(ToastJourney, lets_a_click_through_to_the_tile_under_it) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   for (const QPoint point : points()) {
     ASSERT_EQ(under(point), tree_.at("Movies/beach.mp4"));
     workspace_.revealed.clear();
@@ -61,28 +61,28 @@ TEST_F(ToastJourney, lets_a_click_through_to_the_tile_under_it) {
 }
 
 TEST_F(ToastJourney, lets_a_click_with_shift_and_with_command_through) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   clickHolding(Qt::ShiftModifier, points().front());
-  EXPECT_THAT(session().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
+  EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
   clickHolding(Qt::ControlModifier, points().front());
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), tree_.at("Movies/beach.mp4"));
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), tree_.at("Movies/beach.mp4"));
 }
 
 TEST_F(ToastJourney, lets_the_pointer_through_and_its_other_button) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   const QPoint point = points()[1];
-  ASSERT_FALSE(session().focused().has_value());
+  ASSERT_FALSE(session().selection().focused().has_value());
   hoverAt(point);
-  ASSERT_TRUE(session().focused().has_value());
-  EXPECT_EQ(session().focused()->path(), under(point));
+  ASSERT_TRUE(session().selection().focused().has_value());
+  EXPECT_EQ(session().selection().focused()->path(), under(point));
   EXPECT_TRUE(shows("mapTooltip"));
   QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, point);
   EXPECT_TRUE(shows("tileReveal"));
 }
 
 TEST_F(ToastJourney, lets_a_band_begin_under_it) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   const QPoint from = points().back();
   const QPoint to = from - QPoint(60, 60);
   QTest::mouseMove(&window(), from);
@@ -91,21 +91,21 @@ TEST_F(ToastJourney, lets_a_band_begin_under_it) {
   QTest::mouseMove(&window(), to);
   QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, to);
   settle(window());
-  EXPECT_THAT(session().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
+  EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
 }
 
 TEST_F(ToastJourney, lets_clicks_through_to_the_buttons_under_a_long_text) {
-  session().addToQueue(session().current()->children()[1]);
-  session().flash(std::string(400, 'W'));
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[1]);
+  session().messages().flash(std::string(400, 'W'));
   const QPoint clear = middleOf(item("clear"));
   ASSERT_TRUE(toast().contains(clear));
   clickAt(clear);
-  EXPECT_THAT(session().queue(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(ToastJourney, holds_nothing_that_the_keyboard_comes_to) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   const QQuickItem* const panel = item("toastPanel");
   press(Qt::Key_Tab);
   QQuickItem* const first = window().activeFocusItem();
@@ -121,10 +121,10 @@ TEST_F(ToastJourney, holds_nothing_that_the_keyboard_comes_to) {
 
 // Unlike the message, what failed stays until it is told to go, and has a button for that.
 TEST_F(ToastJourney, stays_when_the_line_that_tells_a_failure_is_dismissed) {
-  session().tellFailure("Something did not move");
-  session().flash("Hello");
+  session().messages().tellFailure("Something did not move");
+  session().messages().flash("Hello");
   click("dismissFailure");
-  EXPECT_THAT(session().failures(), IsEmpty());
+  EXPECT_THAT(session().messages().failures(), IsEmpty());
   EXPECT_FALSE(shows("failureLine"));
   EXPECT_EQ(text("toast"), QStringLiteral("Hello"));
 }

@@ -50,7 +50,7 @@ class TooltipPlace : public Journey {
 
 TEST_F(TooltipPlace, is_on_the_map_wherever_the_pointer_is) {
   EXPECT_GT(lookEverywhere(), 100);
-  session().setHeatmap(true);
+  session().shown().setHeatmap(true);
   EXPECT_GT(lookEverywhere(), 100);
 }
 

@@ -51,7 +51,7 @@ TEST_F(TrashJourney, a_second_command_delete_takes_nothing_that_came_to_lie_unde
   finishScan();
   const auto& map = *qobject_cast<const TreemapSurface*>(item("canvas"));
   ASSERT_TRUE(map.tiles().at(map.mapFromScene(QPointF(place))).has_value());
-  EXPECT_EQ(session().focused()->path(), tree_.at("notes.txt"));
+  EXPECT_EQ(session().selection().focused()->path(), tree_.at("notes.txt"));
   EXPECT_FALSE(shows("mapTooltip"));
   pressCommandDelete();
   finishScan();
@@ -77,8 +77,8 @@ TEST_F(TrashJourney, put_back_brings_back_no_other_item_of_the_name) {
   finishScan();
   machine_.trash.remove(std::string(MemoryTrash::trash) + "/notes.txt");
   machine_.trash.put(tree_.at("notes.txt"), "the second");
-  for (const DiskNode& child : session().current()->children()) {
-    if (child.path() == tree_.at("notes.txt")) session().setMenuNode(child);
+  for (const DiskNode& child : session().navigation().current()->children()) {
+    if (child.path() == tree_.at("notes.txt")) session().shown().setMenuNode(child);
   }
   settle(window());
   click("menuTrash");
@@ -97,12 +97,12 @@ TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (2)"));
   clickHolding(Qt::ControlModifier, tilePoint("Code"));
   EXPECT_EQ(text("toast"), QStringLiteral("Queued Code"));
-  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
   click("queueSelection");
   EXPECT_EQ(text("toast"), QStringLiteral("Queued 2 items"));
-  ASSERT_THAT(session().queue(), SizeIs(3));
-  EXPECT_EQ(session().queue()[1].path(), tree_.at("notes.txt"));
-  EXPECT_EQ(session().queue()[2].path(), tree_.at("Movies"));
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(3));
+  EXPECT_EQ(session().cleanupQueue().queue()[1].path(), tree_.at("notes.txt"));
+  EXPECT_EQ(session().cleanupQueue().queue()[2].path(), tree_.at("Movies"));
   EXPECT_FALSE(shows("queueSelection"));
   EXPECT_FALSE(shows("clearSelection"));
 }
@@ -110,7 +110,7 @@ TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
 TEST_F(TrashJourney, clear_empties_the_selection_at_once) {
   clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
   click("clearSelection");
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_FALSE(shows("clearSelection"));
 }
 
@@ -132,7 +132,7 @@ class ProtectedLocation : public TrashJourney {
   // The home itself is what stands on screen, and so what Command Delete means.
   void askForTheHome() {
     machine_.trash.put(tree_.path());
-    session().setFocused(std::nullopt);
+    session().selection().setFocused(std::nullopt);
     pressCommandDelete();
   }
 };
@@ -144,7 +144,7 @@ TEST_F(ProtectedLocation, is_asked_about_before_anything_moves) {
   EXPECT_EQ(text("alertMessage"),
             QStringLiteral("Your home folder\n\n") + QString::fromStdString(tree_.path()));
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(ProtectedLocation, is_left_alone_by_return_which_cancels) {
@@ -153,7 +153,7 @@ TEST_F(ProtectedLocation, is_left_alone_by_return_which_cancels) {
   press(Qt::Key_Return);
   EXPECT_FALSE(shows("protectedLocation"));
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(ProtectedLocation, is_left_alone_by_escape_and_by_a_click_beside_the_question) {
@@ -173,17 +173,17 @@ TEST_F(ProtectedLocation, goes_to_the_trash_when_the_warning_is_overruled) {
   press(Qt::Key_Space);
   EXPECT_FALSE(shows("protectedLocation"));
   EXPECT_FALSE(machine_.trash.has(tree_.path()));
-  EXPECT_THAT(session().lastTrashed(), IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(ProtectedLocation, is_the_same_after_a_rescan) {
-  session().setCriticalWarning(session().current()->children()[0]);
-  ASSERT_EQ(session().criticalWarning()->path(), tree_.at("Movies"));
+  session().removal().setCriticalWarning(session().navigation().current()->children()[0]);
+  ASSERT_EQ(session().removal().criticalWarning()->path(), tree_.at("Movies"));
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
   session().rescan();
   finishScan();
-  ASSERT_NE(session().current()->children()[0].path(), tree_.at("Movies"));
+  ASSERT_NE(session().navigation().current()->children()[0].path(), tree_.at("Movies"));
   click("overrule");
   EXPECT_FALSE(machine_.trash.has(tree_.at("Movies")));
   for (const char* other : {"Code", "notes.txt", "caf\xE9.zip"})
@@ -196,7 +196,7 @@ TEST_F(ProtectedLocation, keeps_the_keyboard_to_itself_while_it_is_asked_about) 
     press(Qt::Key_Tab);
     EXPECT_TRUE(item("overrule")->hasActiveFocus() || item("dismiss")->hasActiveFocus());
   }
-  session().setFocused(session().current()->children()[0]);
+  session().selection().setFocused(session().navigation().current()->children()[0]);
   pressCommandDelete();
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
   EXPECT_TRUE(shows("protectedLocation"));
@@ -207,7 +207,7 @@ TEST_F(ProtectedLocation, gives_the_keyboard_back_when_it_is_answered) {
   press(Qt::Key_Tab);
   QQuickItem* const before = window().activeFocusItem();
   ASSERT_NE(before, nullptr);
-  session().setCriticalWarning(session().stack().front());
+  session().removal().setCriticalWarning(session().navigation().stack().front());
   settle(window());
   EXPECT_NE(window().activeFocusItem(), before);
   press(Qt::Key_Escape);
@@ -218,7 +218,7 @@ TEST_F(ProtectedLocation, leaves_no_tile_to_the_pointer_while_it_is_asked_about)
   const QPoint notes = tilePoint("notes.txt");
   askForTheHome();
   hoverAt(notes);
-  EXPECT_EQ(session().focused(), std::nullopt);
+  EXPECT_EQ(session().selection().focused(), std::nullopt);
 }
 
 }  // namespace

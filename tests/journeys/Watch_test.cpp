@@ -71,12 +71,12 @@ TEST_F(WatchJourney, does_not_tell_of_a_folder_that_grows_by_a_block_less) {
 
 TEST_F(WatchJourney, follows_the_folder_and_not_the_screen) {
   clickAt(tilePoint("Movies"));
-  ASSERT_EQ(session().current()->path(), tree_.at("Movies"));
+  ASSERT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
   tree_.plant("Movies", "inside.mp4 2M");
   tree_.plant("beside.mov 4M");
   nextTick();
   EXPECT_EQ(text("toast"), QStringLiteral("beside.mov grew by 4.0 MB"));
-  session().stopWatch();
+  session().watch().stopWatch();
   nextTick();
   EXPECT_FALSE(shows("toast"));
 }

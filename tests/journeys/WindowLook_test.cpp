@@ -23,7 +23,7 @@ class WindowLook : public Journey {
 
   void drillIn() {
     scan();
-    session().open(session().current()->children()[0]);
+    session().open(session().navigation().current()->children()[0]);
   }
 
   static QRectF rectOf(QQuickItem* item) {
@@ -93,7 +93,7 @@ TEST_F(WindowLook, of_the_title_bar) {
 }
 
 TEST_F(WindowLook, of_the_pane_switch) {
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   QQuickItem* const bar = item("titleBar");
   expectLook(bar, {
                       {"showMap/label", "text", "Map"},
@@ -177,18 +177,18 @@ TEST_F(WindowLook, of_the_column_of_bars_and_the_row_below_them) {
   EXPECT_EQ(rule, QRectF(260, sidebar.top(), 1, sidebar.height()));
   EXPECT_EQ(area, QRectF(261, sidebar.top(), 1280 - 261, sidebar.height()));
   expectLook(item("sidebarRule"), {{"", "color", "#ffffff at 0.06"}});
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_EQ(rectOf(item("sidebar")).top(), title.bottom());
 }
 
 TEST_F(WindowLook, of_what_shows_the_panes_and_the_search) {
   const QRectF area = rectOf(item("mainArea"));
   EXPECT_EQ(rectOf(item("diskMap")), area);
-  session().setSearchOpen(true);
+  session().shown().setSearchOpen(true);
   EXPECT_EQ(rectOf(item("search")), area);
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_EQ(rectOf(item("apps")), area);
-  session().setPane(MainPane::monitor);
+  session().shown().setPane(MainPane::monitor);
   EXPECT_EQ(rectOf(item("pulse")), area);
 }
 
@@ -210,7 +210,7 @@ TEST_F(WindowLook, of_what_lies_over_what) {
 }
 
 TEST_F(WindowLook, of_the_toast) {
-  session().flash("Hello");
+  session().messages().flash("Hello");
   QQuickItem* const panel = item("toastPanel");
   expectLook(panel, {{"", "radius", 8},
                      {"", "color", "#181a22 at 0.96"},
@@ -243,7 +243,7 @@ TEST_F(WindowLook, of_a_toast_that_comes_up_from_the_edge_and_fades) {
   // Gone, it is below the window.
   EXPECT_EQ(panel->opacity(), 0);
   EXPECT_GE(topOf(), 820);
-  session().flash("Hello");
+  session().messages().flash("Hello");
   // It begins where it was.
   QCoreApplication::sendPostedEvents();
   EXPECT_LT(panel->opacity(), 1);

@@ -35,9 +35,9 @@ class WindowMove : public Journey {
   // So far that neither the breadcrumbs nor the modes have room.
   void goDown() {
     scan();
-    while (session().current()->children()[0].isDir())
-      session().open(session().current()->children()[0]);
-    session().selectNodes({session().current()->children()[0]}, false);
+    while (session().navigation().current()->children()[0].isDir())
+      session().open(session().navigation().current()->children()[0]);
+    session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
     settle(window());
   }
 
@@ -137,7 +137,7 @@ TEST_F(WindowMove, by_the_row_of_modes_where_it_is_too_long) {
 
 TEST_F(WindowMove, by_the_breadcrumbs) {
   scan();
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_EQ(pull(rightEnd("crumbs"), way), way);
 }
@@ -156,7 +156,7 @@ TEST_F(WindowMove, by_what_stands_above_the_map_and_beside_it) {
 
 TEST_F(WindowMove, by_the_first_screen_and_by_a_pane) {
   EXPECT_EQ(pull(at("idleScreen", {40, 40}), way), way);
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   settle(window());
   EXPECT_EQ(pull(at("apps", {200, 200}), way), way);
 }

@@ -32,12 +32,12 @@ class WindowRows : public Journey {
   }
 
   void goDown() {
-    while (session().current()->children()[0].isDir())
-      session().open(session().current()->children()[0]);
+    while (session().navigation().current()->children()[0].isDir())
+      session().open(session().navigation().current()->children()[0]);
     settle(window());
   }
   void select() {
-    session().selectNodes({session().current()->children()[0]}, false);
+    session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
     settle(window());
   }
 
@@ -149,7 +149,7 @@ TEST_F(WindowRows, cut_no_pill_to_a_letter) {
   select();
   for (int width = 1100; width < 1180; width += 5) {
     window().resize(width, 680);
-    session().clearSelection();
+    session().selection().clearSelection();
     settle(window());
     select();
     expectNoneCutToALetter("modeScroller");
@@ -182,23 +182,23 @@ TEST_F(WindowRows, leave_the_rings_whole) {
   EXPECT_GT(goAround(), 25);
   goDown();
   select();
-  session().setExcludes({"/a", "/b", "/c", "/d", "/e", "/f", "/g", "/h", "/i", "/j", "/k", "/l",
-                         "/m", "/n", "/o", "/p", "/q", "/r"});
-  session().addToQueue(session().current()->children()[1]);
-  session().tellFailure("“notes.txt” could not be put back: not permitted");
+  session().choices().setExcludes({"/a", "/b", "/c", "/d", "/e", "/f", "/g", "/h", "/i", "/j", "/k",
+                                   "/l", "/m", "/n", "/o", "/p", "/q", "/r"});
+  session().cleanupQueue().addToQueue(session().navigation().current()->children()[1]);
+  session().messages().tellFailure("“notes.txt” could not be put back: not permitted");
   settle(window());
   EXPECT_GT(goAround(), 60);
 }
 
 TEST_F(WindowRows, leave_the_rings_whole_of_what_lies_over_the_window) {
-  session().setMenuNode(session().current()->children()[0]);
+  session().shown().setMenuNode(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_GT(goAround(), 5);
-  session().setMenuNode(std::nullopt);
-  session().setCriticalWarning(session().current());
+  session().shown().setMenuNode(std::nullopt);
+  session().removal().setCriticalWarning(session().navigation().current());
   settle(window());
   EXPECT_GT(goAround(), 1);
-  session().dismissWarning();
+  session().removal().dismissWarning();
   application().access().setShowGate(true);
   settle(window());
   EXPECT_GT(goAround(), 2);
@@ -228,7 +228,7 @@ class LongestName : public Journey {
 };
 
 TEST_F(LongestName, leaves_its_breadcrumb_in_sight_from_end_to_end) {
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   settle(window());
   QQuickItem* const scroller = item("crumbs");
   QQuickItem* const chip = itemsNamed(scroller, "chip").back();

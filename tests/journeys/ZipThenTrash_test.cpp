@@ -75,7 +75,7 @@ TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
   const auto before = contentsOf(tree_.path());
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
-  session().zipThenTrash(session().selectedNodes());
+  session().zipThenTrash(session().selection().selectedNodes());
   EXPECT_EQ(text("toast"), QStringLiteral("Zipping 2 items…"));
   dispatch_.drain(Dispatch::Queue::userInitiated);
   EXPECT_EQ(contentsOf(tree_.path()), before);
@@ -83,7 +83,7 @@ TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
   EXPECT_EQ(text("toast"), QStringLiteral("Archived to out.zip"));
   finishScan();
   EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
-  EXPECT_THAT(session().current()->children(), SizeIs(1));
+  EXPECT_THAT(session().navigation().current()->children(), SizeIs(1));
 
   auto archived = before;
   archived.erase("caf\xE9.zip");
@@ -93,7 +93,7 @@ TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
   EXPECT_EQ(text("toast"), QStringLiteral("Put back 2 items"));
   EXPECT_TRUE(contentsOf(tree_.path()) == before);
   finishScan();
-  EXPECT_THAT(session().current()->children(), SizeIs(3));
+  EXPECT_THAT(session().navigation().current()->children(), SizeIs(3));
 }
 
 // Each tile has another's place after the scan, and there is one that was not there before.
@@ -105,8 +105,8 @@ class ZipAfterRescan : public ZipJourney {
     putFile(tree_.at("-notes\n"), "little");
     session().rescan();
     finishScan();
-    ASSERT_THAT(session().current()->children(), SizeIs(3));
-    ASSERT_EQ(session().current()->children()[0].path(), tree_.at("caf\xE9.zip"));
+    ASSERT_THAT(session().navigation().current()->children(), SizeIs(3));
+    ASSERT_EQ(session().navigation().current()->children()[0].path(), tree_.at("caf\xE9.zip"));
   }
   void finishArchive() {
     dispatch_.drain(Dispatch::Queue::userInitiated);
@@ -157,7 +157,7 @@ TEST_F(ZipAfterRescan, leaves_alone_what_took_the_place_of_what_is_gone) {
   fs::remove_all(tree_.at("Movies"));
   session().rescan();
   finishScan();
-  ASSERT_THAT(session().current()->children(), SizeIs(2));
+  ASSERT_THAT(session().navigation().current()->children(), SizeIs(2));
   click("zipSelection");
   EXPECT_EQ(text("toast"), QStringLiteral("Zipping 1 item…"));
   finishArchive();
@@ -167,7 +167,7 @@ TEST_F(ZipAfterRescan, leaves_alone_what_took_the_place_of_what_is_gone) {
 TEST_F(ZipJourney, refuses_a_protected_place_with_all_that_is_selected_beside_it) {
   const auto before = contentsOf(tree_.path());
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
-  session().selectNodes({*session().current()}, true);
+  session().selection().selectNodes({*session().navigation().current()}, true);
   click("zipSelection");
   EXPECT_TRUE(shows("protectedLocation"));
   EXPECT_EQ(text("alertMessage"),
@@ -177,19 +177,19 @@ TEST_F(ZipJourney, refuses_a_protected_place_with_all_that_is_selected_beside_it
   EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0U);
   EXPECT_TRUE(contentsOf(tree_.path()) == before);
   EXPECT_FALSE(fs::exists(archive()));
-  EXPECT_THAT(session().selectedNodes(), SizeIs(2));
+  EXPECT_THAT(session().selection().selectedNodes(), SizeIs(2));
 }
 
 TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {
   const auto before = contentsOf(tree_.path());
   machine_.savePanel.answer = state.at("nowhere/out.zip");
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
-  session().zipThenTrash(session().selectedNodes());
+  session().zipThenTrash(session().selection().selectedNodes());
   dispatch_.drain(Dispatch::Queue::userInitiated);
   dispatch_.step(Dispatch::Queue::main);
   EXPECT_EQ(text("toast"), QStringLiteral("Could not create zip"));
   EXPECT_TRUE(contentsOf(tree_.path()) == before);
-  EXPECT_THAT(session().selectedNodes(), SizeIs(1));
+  EXPECT_THAT(session().selection().selectedNodes(), SizeIs(1));
 }
 
 TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
@@ -201,12 +201,12 @@ TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
   dispatch_.drain(Dispatch::Queue::userInitiated);
   dispatch_.step(Dispatch::Queue::main);
   EXPECT_EQ(text("toast"), QStringLiteral("Archive would be incomplete; nothing was moved"));
-  EXPECT_EQ(session().failure(),
+  EXPECT_EQ(session().messages().failure(),
             "Nothing was moved. Not to be archived: Movies/cut/pipe (neither a file nor a folder)");
   EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("-notes\n", "Movies", "caf\xE9.zip"));
   EXPECT_THAT(entriesOf(state.at("kept")), ElementsAre("out.zip"));
   EXPECT_EQ(contentOf(archive()), "kept from before");
-  EXPECT_THAT(session().selectedNodes(), SizeIs(2));
+  EXPECT_THAT(session().selection().selectedNodes(), SizeIs(2));
 
   fs::remove(tree_.at("Movies/cut/pipe"));
   click("zipSelection");
@@ -218,7 +218,7 @@ TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
 }
 
 TEST_F(ZipJourney, keeps_both_of_two_archives_for_one_name) {
-  const DiskNode notes = session().current()->children()[1];
+  const DiskNode notes = session().navigation().current()->children()[1];
   ASSERT_EQ(notes.path(), tree_.at("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
   session().zipThenTrash({notes});

@@ -102,7 +102,7 @@ void lend(Application::Services& services, bool canBeRead) {
                      .usedPercent = 81.1,
                      .purgeable = 0};
   };
-  services.now = [] { return ScanSession::Clock::time_point(); };
+  services.now = [] { return SessionServices::Clock::time_point(); };
   services.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
 }
 
@@ -180,7 +180,7 @@ void PictureWindow::scrollSidebarToItsEnd() {
 void PictureWindow::scanHalfWay() {
   session().scanHome();
   machine_.dispatch.step(Dispatch::Queue::userInitiated);
-  while (session().scanPercent() < 0.3 && machine_.dispatch.step(Dispatch::Queue::main)) {
+  while (session().run().scanPercent() < 0.3 && machine_.dispatch.step(Dispatch::Queue::main)) {
   }
 }
 
@@ -193,7 +193,7 @@ void PictureWindow::show(Screen screen) {
   scan();
   if (screen == Screen::toast) return;
   letMessageGo();
-  const DiskNode tree = *session().current();
+  const DiskNode tree = *session().navigation().current();
   const std::string home = fixtureHome;
   switch (screen) {
     case Screen::drilled:
@@ -205,10 +205,10 @@ void PictureWindow::show(Screen screen) {
       break;
     case Screen::selected:
       machine_.trash.put(home + "/old.iso");
-      session().setFocused(fileThatWas(home + "/old.iso"));
+      session().selection().setFocused(fileThatWas(home + "/old.iso"));
       session().trashFocused();
       machine_.dispatch.drainAll();
-      session().selectNodes(
+      session().selection().selectNodes(
           {childOf(childOf(tree, "Downloads"), "linux.iso"), childOf(tree, "VirtualBox VMs"),
            childOf(childOf(tree, "Movies"), "wedding.mkv")},
           false);
@@ -216,20 +216,20 @@ void PictureWindow::show(Screen screen) {
       break;
     case Screen::failure:
       session().open(childOf(tree, "Movies"));
-      session().tellFailure("“notes.txt” could not be put back: not permitted");
+      session().messages().tellFailure("“notes.txt” could not be put back: not permitted");
       // Nothing of the tree is on the disk that the Trash knows.
       for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
-        session().addToQueue(childOf(tree, name));
+        session().cleanupQueue().addToQueue(childOf(tree, name));
       session().emptyQueue();
       machine_.dispatch.drainAll();
-      session().addToQueue(childOf(tree, "Downloads"));
+      session().cleanupQueue().addToQueue(childOf(tree, "Downloads"));
       letMessageGo();
       break;
     case Screen::menu:
-      session().setMenuNode(childOf(tree, "Downloads"));
+      session().shown().setMenuNode(childOf(tree, "Downloads"));
       break;
     case Screen::alert:
-      session().setCriticalWarning(tree);
+      session().removal().setCriticalWarning(tree);
       break;
     case Screen::band:
       fixture_.beginDrag({fixture_.mapPoint({140, 90}), fixture_.mapPoint({240, 190}),
@@ -240,8 +240,8 @@ void PictureWindow::show(Screen screen) {
       break;
     case Screen::sidebar:
     case Screen::sidebarEnd:
-      session().toggleFilter(session().filters()[0].id);
-      session().toggleSkip(session().filters()[2].id);
+      session().choices().toggleFilter(session().choices().filters()[0].id);
+      session().choices().toggleSkip(session().choices().filters()[2].id);
       if (screen == Screen::sidebarEnd) scrollSidebarToItsEnd();
       break;
     case Screen::commands:
@@ -251,18 +251,18 @@ void PictureWindow::show(Screen screen) {
     case Screen::queue:
     case Screen::queueMinimised:
       for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
-        session().addToQueue(childOf(tree, name));
-      session().setQueueMinimized(screen == Screen::queueMinimised);
+        session().cleanupQueue().addToQueue(childOf(tree, name));
+      session().cleanupQueue().setQueueMinimized(screen == Screen::queueMinimised);
       letMessageGo();
       break;
     case Screen::list:
-      session().setVizMode(VizMode::list);
+      session().shown().setVizMode(VizMode::list);
       break;
     case Screen::hover:
       fixture_.hoverAt(fixture_.tilePoint(home + "/Downloads/linux.iso").value_or(QPoint()));
       break;
     case Screen::heatMap:
-      session().setHeatmap(true);
+      session().shown().setHeatmap(true);
       break;
     case Screen::watching:
       session().startWatch();

@@ -104,8 +104,9 @@ TEST(PictureScreens, are_named_in_all_known_differences) {
 }
 
 TEST(PictureScreens, have_the_state_and_the_size_that_they_are_named_for) {
-  EXPECT_TRUE(PictureWindow(PictureWindow::Screen::heatMap).fixture().session().heatmap());
-  EXPECT_TRUE(PictureWindow(PictureWindow::Screen::watching).fixture().session().watching());
+  EXPECT_TRUE(PictureWindow(PictureWindow::Screen::heatMap).fixture().session().shown().heatmap());
+  EXPECT_TRUE(
+      PictureWindow(PictureWindow::Screen::watching).fixture().session().watch().watching());
   EXPECT_EQ(drawnScreen("smallest", TESSALY_PICTURE_TOOL).size(), QSize(1100, 680));
   EXPECT_EQ(drawnScreen("two-pixels", TESSALY_PICTURE_TOOL).size(), QSize(2200, 1360));
 }

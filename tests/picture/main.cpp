@@ -41,17 +41,17 @@ void runUntil(ScanSession& session, const std::function<bool()>& reached) {
   const auto look = [&] {
     if (reached()) loop.quit();
   };
-  QObject::connect(&session, &ScanSession::statusChanged, &loop, look, Qt::QueuedConnection);
-  QObject::connect(&session, &ScanSession::scanPercentChanged, &loop, look, Qt::QueuedConnection);
+  QObject::connect(&session.run(), &ScanRun::statusChanged, &loop, look, Qt::QueuedConnection);
+  QObject::connect(&session.run(), &ScanRun::scanPercentChanged, &loop, look, Qt::QueuedConnection);
   if (!reached()) loop.exec();
 }
 
 bool hasEnded(const ScanSession& session) {
-  return session.status() != ScanStatus::scanning;
+  return session.run().status() != ScanStatus::scanning;
 }
 
 bool drillInto(ScanSession& session, const QString& name) {
-  const auto current = session.current();
+  const auto current = session.navigation().current();
   if (!current) return false;
   for (const DiskNode& child : current->children()) {
     if (displayText(child.name()) != name) continue;
@@ -106,7 +106,7 @@ int takePicture(const PictureOptions& options) {
   const auto scanHalfWay = [&] {
     walk.holdHalfWay();
     session.scanHome();
-    runUntil(session, [&] { return hasEnded(session) || session.scanPercent() >= 0.3; });
+    runUntil(session, [&] { return hasEnded(session) || session.run().scanPercent() >= 0.3; });
   };
   switch (options.screen) {
     case Screen::idle:
@@ -130,7 +130,7 @@ int takePicture(const PictureOptions& options) {
   if ((options.screen == Screen::scanning || options.screen == Screen::rescanning) &&
       hasEnded(session))
     return fail("the scan was over before it could be seen");
-  if (options.screen == Screen::map && session.status() != ScanStatus::complete)
+  if (options.screen == Screen::map && session.run().status() != ScanStatus::complete)
     return fail("nothing could be read there");
   for (const QString& name : options.drill)
     if (!drillInto(session, name)) return fail("there is no such folder to drill into");

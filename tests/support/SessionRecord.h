@@ -21,51 +21,58 @@ class SessionRecord {
   using Names = std::set<std::string>;
 
   // Keeps what everything is now. Both outlive the record.
-  SessionRecord(ScanSession& session, const SettingsStore& settings) : session_(session) {
-    using S = ScanSession;
-    keep("pane", &S::paneChanged, &S::pane);
-    keep("status", &S::statusChanged, &S::status);
-    keep("progress", &S::progressChanged, &S::progress);
-    keep("scanPercent", &S::scanPercentChanged, &S::scanPercent);
-    keep("errorMessage", &S::errorMessageChanged, &S::errorMessage);
-    keep("stack", &S::stackChanged, &S::stack);
-    keep("vizMode", &S::vizModeChanged, &S::vizMode);
-    keep("filters", &S::filtersChanged, &S::filters);
-    keep("queue", &S::queueChanged, &S::queue);
-    keep("queueOpen", &S::queueOpenChanged, &S::queueOpen);
-    keep("queueMinimized", &S::queueMinimizedChanged, &S::queueMinimized);
-    keep("searchOpen", &S::searchOpenChanged, &S::searchOpen);
-    keep("disk", &S::diskChanged, &S::disk);
-    keep("trashCount", &S::trashCountChanged, &S::trashCount);
-    keep("scanRoot", &S::scanRootChanged, &S::scanRoot);
-    keep("menuNode", &S::menuNodeChanged, &S::menuNode);
-    keep("criticalWarning", &S::criticalWarningChanged, &S::criticalWarning);
-    keep("recents", &S::recentsChanged, &S::recents);
-    keep("volumes", &S::volumesChanged, &S::volumes);
-    keep("deltas", &S::deltasChanged,
-         [](const S& s) { return std::pair(s.deltas(), s.grewPaths()); });
-    keep("toast", &S::toastChanged, &S::toast);
-    keep("failures", &S::failureChanged, &S::failures);
-    keep("focused", &S::focusedChanged, &S::focused);
-    keep("selection", &S::selectionChanged,
-         [](const S& s) { return std::pair(s.selected(), s.selectedNodes()); });
-    keep("heatmap", &S::heatmapChanged, &S::heatmap);
-    keep("compareRows", &S::compareRowsChanged, &S::compareRows);
-    keep("compareNames", &S::compareNamesChanged,
-         [](const S& s) { return std::pair(s.compareLeftName(), s.compareRightName()); });
-    keep("watching", &S::watchingChanged, &S::watching);
-    keep("watchPath", &S::watchPathChanged, &S::watchPath);
-    keep("watchGrew", &S::watchGrewChanged, &S::watchGrew);
-    keep("pins", &S::pinsChanged, &S::pins);
-    keep("lastTrashed", &S::lastTrashedChanged, &S::lastTrashed);
-    keep("scanStats", &S::scanStatsChanged, &S::scanStats);
-    keep("unreadable", &S::unreadableChanged, &S::unreadable);
-    keep("largest", &S::largestChanged, &S::largest);
-    keep("emptyFolders", &S::emptyFoldersChanged, &S::emptyFolders);
-    keep("excludes", &S::excludesChanged, &S::excludes);
-    keep("history", &S::historyChanged, &S::history);
-    keep("aiOpen", &S::aiOpenChanged, &S::aiOpen);
-    keep("ocrOpen", &S::ocrOpenChanged, &S::ocrOpen);
+  SessionRecord(ScanSession& session, const SettingsStore& settings) {
+    keep("pane", session.shown(), &Shown::paneChanged, &Shown::pane);
+    keep("status", session.run(), &ScanRun::statusChanged, &ScanRun::status);
+    keep("progress", session.run(), &ScanRun::progressChanged, &ScanRun::progress);
+    keep("scanPercent", session.run(), &ScanRun::scanPercentChanged, &ScanRun::scanPercent);
+    keep("errorMessage", session.run(), &ScanRun::errorMessageChanged, &ScanRun::errorMessage);
+    keep("stack", session.navigation(), &Navigation::stackChanged, &Navigation::stack);
+    keep("vizMode", session.shown(), &Shown::vizModeChanged, &Shown::vizMode);
+    keep("filters", session.choices(), &Choices::filtersChanged, &Choices::filters);
+    keep("queue", session.cleanupQueue(), &CleanupQueue::queueChanged, &CleanupQueue::queue);
+    keep("queueOpen", session.cleanupQueue(), &CleanupQueue::queueOpenChanged,
+         &CleanupQueue::queueOpen);
+    keep("queueMinimized", session.cleanupQueue(), &CleanupQueue::queueMinimizedChanged,
+         &CleanupQueue::queueMinimized);
+    keep("searchOpen", session.shown(), &Shown::searchOpenChanged, &Shown::searchOpen);
+    keep("disk", session.machine(), &MachineState::diskChanged, &MachineState::disk);
+    keep("trashCount", session.machine(), &MachineState::trashCountChanged,
+         &MachineState::trashCount);
+    keep("scanRoot", session.run(), &ScanRun::scanRootChanged, &ScanRun::scanRoot);
+    keep("menuNode", session.shown(), &Shown::menuNodeChanged, &Shown::menuNode);
+    keep("criticalWarning", session.removal(), &Removal::criticalWarningChanged,
+         &Removal::criticalWarning);
+    keep("recents", session.choices(), &Choices::recentsChanged, &Choices::recents);
+    keep("volumes", session.machine(), &MachineState::volumesChanged, &MachineState::volumes);
+    keep("deltas", session.result(), &ScanResult::deltasChanged,
+         [](const ScanResult& part) { return std::pair(part.deltas(), part.grewPaths()); });
+    keep("toast", session.messages(), &Messages::toastChanged, &Messages::toast);
+    keep("failures", session.messages(), &Messages::failureChanged, &Messages::failures);
+    keep("focused", session.selection(), &Selection::focusedChanged, &Selection::focused);
+    keep("selection", session.selection(), &Selection::selectionChanged,
+         [](const Selection& part) { return std::pair(part.selected(), part.selectedNodes()); });
+    keep("heatmap", session.shown(), &Shown::heatmapChanged, &Shown::heatmap);
+    keep("compareRows", session.comparison(), &Comparison::compareRowsChanged,
+         &Comparison::compareRows);
+    keep("compareNames", session.comparison(), &Comparison::compareNamesChanged,
+         [](const Comparison& part) {
+           return std::pair(part.compareLeftName(), part.compareRightName());
+         });
+    keep("watching", session.watch(), &LiveWatch::watchingChanged, &LiveWatch::watching);
+    keep("watchPath", session.watch(), &LiveWatch::watchPathChanged, &LiveWatch::watchPath);
+    keep("watchGrew", session.watch(), &LiveWatch::watchGrewChanged, &LiveWatch::watchGrew);
+    keep("pins", session.choices(), &Choices::pinsChanged, &Choices::pins);
+    keep("lastTrashed", session.removal(), &Removal::lastTrashedChanged, &Removal::lastTrashed);
+    keep("scanStats", session.result(), &ScanResult::scanStatsChanged, &ScanResult::scanStats);
+    keep("unreadable", session.result(), &ScanResult::unreadableChanged, &ScanResult::unreadable);
+    keep("largest", session.result(), &ScanResult::largestChanged, &ScanResult::largest);
+    keep("emptyFolders", session.result(), &ScanResult::emptyFoldersChanged,
+         &ScanResult::emptyFolders);
+    keep("excludes", session.choices(), &Choices::excludesChanged, &Choices::excludes);
+    keep("history", session.result(), &ScanResult::historyChanged, &ScanResult::history);
+    keep("aiOpen", session.shown(), &Shown::aiOpenChanged, &Shown::aiOpen);
+    keep("ocrOpen", session.shown(), &Shown::ocrOpenChanged, &Shown::ocrOpen);
     for (const char* key : {"marrow.recents", "marrow.pins", "marrow.excludes"})
       keepSetting(key, [&settings, key] { return settings.texts(key); });
     keepSetting("marrow.lastScanRoot",
@@ -97,14 +104,12 @@ class SessionRecord {
     std::function<bool()> isAsItWas;
   };
 
-  template <class Read>
-  void keep(const char* name, void (ScanSession::*signal)(), Read read) {
-    using Value = std::decay_t<std::invoke_result_t<Read, const ScanSession&>>;
-    const Value before = std::invoke(read, std::as_const(session_));
-    fields_.push_back({name, [this, read, before] {
-                         return std::invoke(read, std::as_const(session_)) == before;
-                       }});
-    QObject::connect(&session_, signal, &context_, [this, name] { announced_.insert(name); });
+  template <class Part, class Read>
+  void keep(const char* name, const Part& part, void (Part::*signal)(), Read read) {
+    using Value = std::decay_t<std::invoke_result_t<Read, const Part&>>;
+    const Value before = std::invoke(read, part);
+    fields_.push_back({name, [&part, read, before] { return std::invoke(read, part) == before; }});
+    QObject::connect(&part, signal, &context_, [this, name] { announced_.insert(name); });
   }
 
   template <class Read>
@@ -112,7 +117,6 @@ class SessionRecord {
     settings_.push_back({key, [read, before = read()] { return read() == before; }});
   }
 
-  ScanSession& session_;
   QObject context_;
   std::vector<Row> fields_;
   std::vector<Row> settings_;

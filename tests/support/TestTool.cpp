@@ -32,11 +32,11 @@ Hold::Hold(std::string path)
   check(lock_ && flock(lock_.get(), LOCK_EX) == 0, path_);
 }
 
-Messages::Messages(std::string path) : path_(std::move(path)) {
+ToolMessages::ToolMessages(std::string path) : path_(std::move(path)) {
   check(mkfifo(path_.c_str(), 0600) == 0, path_);
 }
 
-void Messages::wait() const {
+void ToolMessages::wait() const {
   const Descriptor end(open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   check(static_cast<bool>(end), path_);
   pollfd news{.fd = end.get(), .events = POLLIN, .revents = 0};

@@ -26,10 +26,10 @@ class Hold {
 };
 
 // A FIFO on which a tool with the step "tell" reports.
-class Messages {
+class ToolMessages {
  public:
   // `path` is made.
-  explicit Messages(std::string path);
+  explicit ToolMessages(std::string path);
 
   const std::string& path() const { return path_; }
 

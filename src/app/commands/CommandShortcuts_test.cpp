@@ -65,26 +65,26 @@ class CommandShortcuts : public SessionFixture {
 
 TEST_F(CommandShortcuts, trigger_their_commands) {
   press(Qt::Key_A);
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
   press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_THAT(session().queue(), SizeIs(2));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
 }
 
 TEST_F(CommandShortcuts, are_silent_where_they_are_not_allowed) {
   view_.rootObject()->setProperty("allowed", false);
   press(Qt::Key_A);
   press(Qt::Key_F);
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_FALSE(session().searchOpen());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_FALSE(session().shown().searchOpen());
 }
 
 TEST_F(CommandShortcuts, leave_a_text_field_the_keys_that_it_edits_with) {
   machine_.trash.put("/data/a");
-  session().setFocused(session().current()->children()[0]);
+  session().selection().setFocused(session().navigation().current()->children()[0]);
   type("field");
   QMetaObject::invokeMethod(item("field"), "deselect");
   press(Qt::Key_A);
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_EQ(item("field")->property("selectedText"), "one two");
   press(Qt::Key_C);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "one two");
@@ -96,19 +96,19 @@ TEST_F(CommandShortcuts, leave_a_text_field_the_keys_that_it_edits_with) {
 
 TEST_F(CommandShortcuts, of_no_use_to_a_text_field_trigger_beside_it_too) {
   type("field");
-  session().setFocused(session().current()->children()[0]);
+  session().selection().setFocused(session().navigation().current()->children()[0]);
   press(Qt::Key_L);
-  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
   EXPECT_EQ(item("field")->property("text"), "one two");
 }
 
 TEST_F(CommandShortcuts, act_once_for_keys_that_are_held_down) {
   machine_.trash.put("/data/a");
-  session().setFocused(session().current()->children()[0]);
+  session().selection().setFocused(session().navigation().current()->children()[0]);
   press(Qt::Key_Backspace);
   ASSERT_FALSE(machine_.trash.has("/data/a"));
   machine_.trash.put("/data/b");
-  session().setFocused(session().current()->children()[1]);
+  session().selection().setFocused(session().navigation().current()->children()[1]);
   // As a keyboard repeats a key that is held.
   qt_sendShortcutOverrideEvent(&view_, 0, Qt::Key_Backspace, Qt::ControlModifier, {}, true);
   EXPECT_TRUE(machine_.trash.has("/data/b"));

@@ -13,23 +13,23 @@ bool always(const ScanSession& /*session*/) {
 }
 
 bool hasSelection(const ScanSession& session) {
-  return !session.selected().empty();
+  return !session.selection().selected().empty();
 }
 
 bool hasTree(const ScanSession& session) {
-  return !session.stack().empty();
+  return !session.navigation().stack().empty();
 }
 
 bool isBelowRoot(const ScanSession& session) {
-  return session.stack().size() >= 2;
+  return session.navigation().stack().size() >= 2;
 }
 
 bool canRescan(const ScanSession& session) {
-  return !session.scanRoot().empty() && session.status() != ScanStatus::scanning;
+  return !session.run().scanRoot().empty() && session.run().status() != ScanStatus::scanning;
 }
 
 bool hasTrashed(const ScanSession& session) {
-  return !session.lastTrashed().empty();
+  return !session.removal().lastTrashed().empty();
 }
 
 }  // namespace
@@ -38,10 +38,12 @@ MenuCommands::MenuCommands(Services services, QObject* parent)
     : QObject(parent), services_(std::move(services)) {
   addAll();
   // All that the conditions go by.
-  for (const auto changed :
-       {&ScanSession::selectionChanged, &ScanSession::stackChanged, &ScanSession::scanRootChanged,
-        &ScanSession::statusChanged, &ScanSession::lastTrashedChanged})
-    connect(&services_.session, changed, this, &MenuCommands::refresh);
+  const ScanSession& session = services_.session;
+  connect(&session.selection(), &Selection::selectionChanged, this, &MenuCommands::refresh);
+  connect(&session.navigation(), &Navigation::stackChanged, this, &MenuCommands::refresh);
+  connect(&session.run(), &ScanRun::scanRootChanged, this, &MenuCommands::refresh);
+  connect(&session.run(), &ScanRun::statusChanged, this, &MenuCommands::refresh);
+  connect(&session.removal(), &Removal::lastTrashedChanged, this, &MenuCommands::refresh);
 }
 
 void MenuCommands::addAll() {
@@ -51,31 +53,34 @@ void MenuCommands::addAll() {
   constexpr auto command = Qt::CTRL;
   constexpr auto shift = Qt::SHIFT;
   constexpr auto option = Qt::ALT;
-  const auto search = [&session] { session.setSearchOpen(true); };
+  const auto search = [&session] { session.shown().setSearchOpen(true); };
 
   add("Search Files…", command | Qt::Key_F, always, search);
   add("Quick Search", command | shift | Qt::Key_Space, always, search);
   add("Queue Selection", command | shift | Qt::Key_L, hasSelection, &ScanSession::queueSelected);
   add("Compare Folder…", command | Qt::Key_K, hasTree, &ScanSession::compareWithFolder);
   add("Watch Folder", command | option | Qt::Key_W, hasTree, [&session] {
-    if (session.watching()) {
-      session.stopWatch();
+    if (session.watch().watching()) {
+      session.watch().stopWatch();
     } else {
       session.startWatch();
     }
   });
   add("Zip Then Trash Selection", command | shift | Qt::Key_E, hasSelection,
-      [&session] { session.zipThenTrash(session.selectedNodes()); });
-  add("Go Back", command | Qt::Key_BracketLeft, isBelowRoot, &ScanSession::back);
+      [&session] { session.zipThenTrash(session.selection().selectedNodes()); });
+  add("Go Back", command | Qt::Key_BracketLeft, isBelowRoot,
+      [&session] { session.navigation().back(); });
   add("Rescan", command | Qt::Key_R, canRescan, &ScanSession::rescan);
   add("Queue Focused Item", command | Qt::Key_L, always, [&session] {
     // A copy: the session may let go of its own meanwhile.
-    if (const auto focused = session.focused()) session.addToQueue(*focused);
+    if (const auto focused = session.selection().focused())
+      session.cleanupQueue().addToQueue(*focused);
   });
   add("Quick Look", command | Qt::Key_Y, always,
-      [&session, &actions] { actions.quickLook(NodeHandle(session.focused())); });
+      [&session, &actions] { actions.quickLook(NodeHandle(session.selection().focused())); });
   add("Select All Visible", command | Qt::Key_A, hasTree, &ScanSession::selectAllCurrent);
-  add("Copy Path", command | shift | Qt::Key_C, always, &ScanSession::copySelectedPaths);
+  add("Copy Path", command | shift | Qt::Key_C, always,
+      [&session] { session.selection().copySelectedPaths(); });
   add("Put Back Last Trash", command | option | Qt::Key_Z, hasTrashed, &ScanSession::undoTrash);
   add("Export JSON…", QKeySequence(), hasTree, &ScanSession::exportJSON);
   add("Move Focused to Trash", command | Qt::Key_Backspace, always, &ScanSession::trashFocused);

@@ -40,12 +40,12 @@ class MenuCommandsTest : public SessionFixture {
     scanTo(folder("/data", 5,
                   {folder("/data/in", 3, {file("/data/in/a", 3)}), file("/data/caf\xE9", 2)}));
   }
-  DiskNode child(std::size_t index) { return session().current()->children()[index]; }
+  DiskNode child(std::size_t index) { return session().navigation().current()->children()[index]; }
   void open() { session().open(child(0)); }
-  void select() { session().selectNodes({child(0), child(1)}, false); }
+  void select() { session().selection().selectNodes({child(0), child(1)}, false); }
   void trashOne() {
     machine_.trash.put("/data/caf\xE9", "beans");
-    session().setFocused(child(1));
+    session().selection().setFocused(child(1));
     session().trashFocused();
     dispatch().drainAll();
   }
@@ -129,7 +129,7 @@ TEST_F(MenuCommandsTest, on_the_selection_are_enabled_with_one) {
     EXPECT_FALSE(isEnabled(title)) << title;
     select();
     EXPECT_TRUE(isEnabled(title)) << title;
-    session().clearSelection();
+    session().selection().clearSelection();
     EXPECT_FALSE(isEnabled(title)) << title;
   }
   EXPECT_EQ(unmoved.count(), 0);
@@ -151,7 +151,7 @@ TEST_F(MenuCommandsTest, rescan_is_disabled_while_a_scan_runs_and_enabled_afterw
   EXPECT_TRUE(isEnabled("Rescan"));
   const QSignalSpy changes(&command("Rescan"), &Command::enabledChanged);
   trigger("Rescan");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_FALSE(isEnabled("Rescan"));
   dispatch().drainAll();
   EXPECT_TRUE(isEnabled("Rescan"));
@@ -161,7 +161,7 @@ TEST_F(MenuCommandsTest, rescan_is_disabled_while_a_scan_runs_and_enabled_afterw
 TEST_F(MenuCommandsTest, rescan_is_enabled_again_once_a_scan_was_cancelled) {
   scan();
   trigger("Rescan");
-  session().cancel();
+  session().run().cancel();
   EXPECT_TRUE(isEnabled("Rescan"));
 }
 
@@ -179,8 +179,8 @@ TEST_F(MenuCommandsTest, put_back_is_enabled_while_something_can_be) {
 TEST_F(MenuCommandsTest, both_searches_open_the_search) {
   for (const char* title : {"Search Files…", "Quick Search"}) {
     trigger(title);
-    EXPECT_TRUE(session().searchOpen()) << title;
-    session().setSearchOpen(false);
+    EXPECT_TRUE(session().shown().searchOpen()) << title;
+    session().shown().setSearchOpen(false);
   }
 }
 
@@ -191,18 +191,18 @@ TEST_F(MenuCommandsTest, do_nothing_without_a_focused_item_and_stay_enabled) {
     trigger(title);
     EXPECT_TRUE(isEnabled(title)) << title;
   }
-  EXPECT_THAT(session().queue(), IsEmpty());
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
   EXPECT_THAT(looked_, IsEmpty());
   EXPECT_FALSE(machine_.pasteboard.text.has_value());
 }
 
 TEST_F(MenuCommandsTest, go_by_the_bytes_of_the_focused_item) {
   scan();
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   trigger("Queue Focused Item");
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue()[0].path(), "/data/caf\xE9");
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue()[0].path(), "/data/caf\xE9");
   trigger("Quick Look");
   EXPECT_THAT(looked_, ElementsAre("/data/caf\xE9"));
   trigger("Copy Path");
@@ -212,7 +212,7 @@ TEST_F(MenuCommandsTest, go_by_the_bytes_of_the_focused_item) {
 TEST_F(MenuCommandsTest, move_the_focused_item_to_the_trash) {
   scan();
   machine_.trash.put("/data/caf\xE9", "beans");
-  session().setFocused(child(1));
+  session().selection().setFocused(child(1));
   trigger("Move Focused to Trash");
   EXPECT_FALSE(machine_.trash.has("/data/caf\xE9"));
 }
@@ -220,10 +220,10 @@ TEST_F(MenuCommandsTest, move_the_focused_item_to_the_trash) {
 TEST_F(MenuCommandsTest, select_and_queue_what_is_on_screen) {
   scan();
   trigger("Select All Visible");
-  EXPECT_THAT(session().selected(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), SizeIs(2));
   trigger("Queue Selection");
-  EXPECT_THAT(session().queue(), SizeIs(2));
-  EXPECT_THAT(session().selected(), IsEmpty());
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
 TEST_F(MenuCommandsTest, do_not_act_while_they_are_disabled) {
@@ -232,7 +232,7 @@ TEST_F(MenuCommandsTest, do_not_act_while_they_are_disabled) {
   trigger("Rescan");
   EXPECT_THAT(folderPanel_.requests, IsEmpty());
   EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
-  EXPECT_EQ(session().status(), ScanStatus::idle);
+  EXPECT_EQ(session().run().status(), ScanStatus::idle);
 }
 
 TEST_F(MenuCommandsTest, ask_where_a_folder_is_and_where_a_report_goes) {

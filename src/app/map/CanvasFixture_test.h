@@ -115,8 +115,8 @@ class CanvasFixture : public ::testing::Test {
     return item(name)->property("text").toString().toStdString();
   }
   std::optional<std::string> focusedPath() const {
-    if (!session_.focused()) return std::nullopt;
-    return session_.focused()->path();
+    if (!session_.selection().focused()) return std::nullopt;
+    return session_.selection().focused()->path();
   }
 
   FakeMachine machine_;

@@ -66,19 +66,19 @@ TEST_F(CanvasKeysTest, show_the_tooltip_beside_the_middle_of_what_is_seen_of_the
 }
 
 TEST_F(CanvasKeysTest, come_to_no_tile_whose_name_only_begins_like_the_path) {
-  session_.setFocused(fileNode("/r/film.mp4.part", 3));
+  session_.selection().setFocused(fileNode("/r/film.mp4.part", 3));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
 TEST_F(CanvasKeysTest, come_to_what_has_the_focus) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/film.mp4");
 }
 
 TEST_F(CanvasKeysTest, come_to_the_tile_around_what_has_the_focus) {
-  session_.setFocused(fileNode("/r/docs/old/letter", 3));
+  session_.selection().setFocused(fileNode("/r/docs/old/letter", 3));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/docs");
 }
@@ -103,7 +103,7 @@ TEST_F(CanvasKeysTest, go_by_the_arrows_of_the_keypad_too) {
 }
 
 TEST_F(CanvasKeysTest, show_with_the_first_arrow_only_where_they_are) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   ASSERT_EQ(highlighted(), "");
   key(Qt::Key_Left);
@@ -124,7 +124,7 @@ TEST_F(CanvasKeysTest, act_on_what_is_there_and_not_on_what_is_still_drawn) {
 }
 
 TEST_F(CanvasKeysTest, act_at_once_on_what_has_the_focus) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   ASSERT_EQ(highlighted(), "");
   key(Qt::Key_Return);
@@ -152,7 +152,7 @@ TEST_F(CanvasKeysTest, open_a_folder_with_return) {
 }
 
 TEST_F(CanvasKeysTest, show_a_file_in_the_file_viewer_with_return) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   key(Qt::Key_Enter, Qt::KeypadModifier);
   EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
@@ -162,23 +162,23 @@ TEST_F(CanvasKeysTest, show_a_file_in_the_file_viewer_with_return) {
 TEST_F(CanvasKeysTest, select_with_shift_and_queue_with_command) {
   comeByTab();
   key(Qt::Key_Return, Qt::ShiftModifier);
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/docs"});
-  EXPECT_TRUE(session_.queue().empty());
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/docs"});
+  EXPECT_TRUE(session_.cleanupQueue().queue().empty());
   key(Qt::Key_Return, Qt::ControlModifier);
-  ASSERT_EQ(session_.queue().size(), 1U);
-  EXPECT_EQ(session_.queue()[0].path(), "/r/docs");
+  ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session_.cleanupQueue().queue()[0].path(), "/r/docs");
 }
 
 TEST_F(CanvasKeysTest, act_once_however_long_return_is_held) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   hold(Qt::Key_Return);
   EXPECT_TRUE(wasTaken_);
   EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
   hold(Qt::Key_Return, Qt::ShiftModifier);
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
   hold(Qt::Key_Enter, Qt::ShiftModifier);
-  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(session_.selection().selected().empty());
 }
 
 TEST_F(CanvasKeysTest, go_on_while_an_arrow_is_held) {
@@ -207,11 +207,11 @@ TEST_F(CanvasKeysTest, do_nothing_while_a_band_is_drawn) {
   EXPECT_TRUE(canvas_->hasActiveFocus());
   EXPECT_TRUE(opened_.empty());
   release(on("/r/docs/a.pdf"));
-  EXPECT_FALSE(session_.selected().empty());
+  EXPECT_FALSE(session_.selection().selected().empty());
 }
 
 TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   std::vector<std::string> asked;
   QObject::connect(canvas_.get(), &TreemapSurface::tileMenuAsked,
@@ -315,7 +315,7 @@ TEST_F(CanvasKeysTest, come_back_from_another_program_to_where_they_were) {
 TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
   comeByTab();
   key(Qt::Key_Down);
-  session_.setHeatmap(true);
+  session_.shown().setHeatmap(true);
   draw();
   EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
   EXPECT_EQ(textOf("tooltipName"), "a.pdf");
@@ -324,15 +324,15 @@ TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
 TEST_F(CanvasKeysTest, change_no_focus_when_the_map_is_made_anew) {
   comeByTab();
   key(Qt::Key_Down);
-  session_.setFocused(fileNode("/r/film.mp4", 300));
-  session_.setHeatmap(true);
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
+  session_.shown().setHeatmap(true);
   draw();
   EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
 TEST_F(CanvasKeysTest, are_on_no_tile_when_theirs_has_gone_until_a_key_is_pressed) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   ASSERT_EQ(highlighted(), "/r/film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
@@ -348,7 +348,7 @@ TEST_F(CanvasKeysTest, are_on_no_tile_when_theirs_has_gone_until_a_key_is_presse
 }
 
 TEST_F(CanvasKeysTest, are_back_on_their_tile_when_it_is_back) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
   draw();
@@ -373,13 +373,13 @@ TEST_F(CanvasKeysTest, leave_the_focus_where_it_is_when_they_go_elsewhere) {
 }
 
 TEST_F(CanvasKeysTest, go_on_from_another_canvas_on_what_has_the_focus_alone) {
-  session_.setFocused(fileNode("/r/film.mp4", 300));
+  session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->takeKeyboard();
   draw();
   EXPECT_TRUE(canvas_->hasActiveFocus());
   EXPECT_EQ(highlighted(), "/r/film.mp4");
 
-  session_.setFocused(folderNode("/r", 1000));
+  session_.selection().setFocused(folderNode("/r", 1000));
   show(canvasSample());
   canvas_->takeKeyboard();
   draw();

@@ -30,7 +30,9 @@ class RemainderTile : public CanvasFixture {
     ADD_FAILURE() << "there is none";
     return {};
   }
-  bool hasFocus() const { return session_.focused() && isRemainder(*session_.focused()); }
+  bool hasFocus() const {
+    return session_.selection().focused() && isRemainder(*session_.selection().focused());
+  }
   bool isMenuOpen() const {
     return canvas_->findChild<QObject*>("tileMenu")->property("opened").toBool();
   }
@@ -46,15 +48,15 @@ class RemainderTile : public CanvasFixture {
   }
   Paths queued() const {
     Paths paths;
-    for (const DiskNode& node : session_.queue()) paths.push_back(node.path());
+    for (const DiskNode& node : session_.cleanupQueue().queue()) paths.push_back(node.path());
     return paths;
   }
   void expectNothingDone() {
     EXPECT_TRUE(opened_.empty());
     EXPECT_TRUE(machine_.workspace.revealed.empty());
-    EXPECT_TRUE(session_.selected().empty());
-    EXPECT_TRUE(session_.queue().empty());
-    EXPECT_EQ(session_.toast(), std::nullopt);
+    EXPECT_TRUE(session_.selection().selected().empty());
+    EXPECT_TRUE(session_.cleanupQueue().queue().empty());
+    EXPECT_EQ(session_.messages().toast(), std::nullopt);
     EXPECT_FALSE(isMenuOpen());
   }
 };
@@ -95,18 +97,18 @@ TEST_F(RemainderTile, is_passed_over_by_a_band) {
   press({1, 1});
   dragTo({400, 300});
   release({2000, 2000});
-  EXPECT_EQ(session_.selected(),
+  EXPECT_EQ(session_.selection().selected(),
             (std::set<std::string>{"/r/docs/a.pdf", "/r/__rest__", "/r/+ 6 more"}));
   EXPECT_FALSE(hasFocus());
 }
 
 TEST_F(RemainderTile, clears_the_selection_when_a_band_touches_nothing_else) {
-  session_.selectNodes({fileNode("/r/docs/a.pdf", 400)}, false);
+  session_.selection().selectNodes({fileNode("/r/docs/a.pdf", 400)}, false);
   const QPointF point = onRemainder();
   press(point);
   dragTo(point + QPointF(10, 10));
   release(point + QPointF(10, 10));
-  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(session_.selection().selected().empty());
 }
 
 TEST_F(RemainderTile, is_walked_over_by_the_keyboard_and_does_nothing) {
@@ -134,9 +136,9 @@ TEST_F(RemainderTile, takes_nothing_from_files_that_are_called_like_it) {
     draw();
   }
   EXPECT_EQ(machine_.workspace.revealed, (std::vector<Paths>{{"/r/__rest__"}, {"/r/+ 6 more"}}));
-  EXPECT_EQ(session_.selected(), (std::set<std::string>{"/r/__rest__", "/r/+ 6 more"}));
+  EXPECT_EQ(session_.selection().selected(), (std::set<std::string>{"/r/__rest__", "/r/+ 6 more"}));
   EXPECT_EQ(queued(), (Paths{"/r/__rest__", "/r/+ 6 more"}));
-  EXPECT_EQ(session_.toast(), "Queued + 6 more");
+  EXPECT_EQ(session_.messages().toast(), "Queued + 6 more");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class RubberBandTest : public CanvasFixture {
 
   Paths selectedNodes() const {
     Paths paths;
-    for (const DiskNode& node : session_.selectedNodes()) paths.push_back(node.path());
+    for (const DiskNode& node : session_.selection().selectedNodes()) paths.push_back(node.path());
     std::ranges::sort(paths);
     return paths;
   }
@@ -91,7 +91,7 @@ TEST_F(RubberBandTest, selects_what_it_touches_and_does_not_click) {
 }
 
 TEST_F(RubberBandTest, replaces_the_selection_or_adds_to_it_as_shift_is_held_at_the_release) {
-  session_.selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
+  session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   releaseHolding(Qt::ShiftModifier, endOn("/r/docs/b.pdf"));
   EXPECT_EQ(selectedNodes(), (Paths{"/r/docs/a.pdf", "/r/docs/b.pdf", "/r/film.mp4"}));
@@ -104,7 +104,7 @@ TEST_F(RubberBandTest, replaces_the_selection_or_adds_to_it_as_shift_is_held_at_
 }
 
 TEST_F(RubberBandTest, of_less_than_four_points_clears_the_selection_unless_shift_is_held) {
-  session_.selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
+  session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   const QPointF point = on("/r/docs/a.pdf");
   press(point);
   dragTo(point + QPointF(60, 3));
@@ -225,11 +225,11 @@ TEST_F(RubberBandTest, goes_with_its_canvas) {
   QMouseEvent event(QEvent::MouseButtonRelease, QPointF(80, 80), QPointF(80, 80), Qt::LeftButton,
                     Qt::NoButton, Qt::NoModifier);
   QCoreApplication::sendEvent(&window_, &event);
-  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(session_.selection().selected().empty());
 }
 
 TEST_F(RubberBandTest, is_dropped_without_selecting_when_the_pointer_is_taken_away) {
-  session_.selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
+  session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   canvas_->ungrabMouse();
   draw();
@@ -238,7 +238,7 @@ TEST_F(RubberBandTest, is_dropped_without_selecting_when_the_pointer_is_taken_aw
 }
 
 TEST_F(RubberBandTest, is_dropped_by_escape_whatever_has_the_keyboard) {
-  session_.selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
+  session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   draw();
   key(Qt::Key_A);

@@ -72,7 +72,7 @@ TEST_F(TileElements, open_when_they_are_pressed) {
 
 TEST_F(TileElements, are_selected_when_they_are_toggled) {
   element("docs")->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/docs"});
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/docs"});
   draw();
   EXPECT_TRUE(element("docs")->state().checked);
   EXPECT_FALSE(element("film.mp4")->state().checked);
@@ -125,7 +125,7 @@ TEST_F(TileElements, cannot_be_chosen_where_they_stand_for_many_items) {
        {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
     element("+ 6 more")->actionInterface()->doAction(action);
   }
-  EXPECT_TRUE(session_.selected().empty());
+  EXPECT_TRUE(session_.selection().selected().empty());
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
@@ -133,7 +133,7 @@ TEST_F(TileElements, act_on_their_own_node_whatever_came_meanwhile) {
   QAccessibleInterface* const film = element("film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
   film->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
 }
 
 TEST_F(TileElements, tell_no_share_where_the_parent_has_no_size) {

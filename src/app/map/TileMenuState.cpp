@@ -12,7 +12,7 @@ bool TileMenuState::canOpenFolder() const {
 }
 
 void TileMenuState::addToQueue() {
-  if (session_ != nullptr && node_.isValid()) session_->addToQueue(*node_.node());
+  if (session_ != nullptr && node_.isValid()) session_->cleanupQueue().addToQueue(*node_.node());
 }
 
 void TileMenuState::zipThenTrash() {

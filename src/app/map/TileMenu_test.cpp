@@ -102,15 +102,15 @@ TEST_F(TileMenuTest, opens_the_folder_that_it_was_asked_for) {
 
 TEST_F(TileMenuTest, queues_without_a_word) {
   choose("/r/film.mp4", "tileQueue");
-  ASSERT_EQ(session_.queue().size(), 1U);
-  EXPECT_EQ(session_.queue().front().path(), "/r/film.mp4");
-  EXPECT_EQ(session_.toast(), std::nullopt);
+  ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session_.cleanupQueue().queue().front().path(), "/r/film.mp4");
+  EXPECT_EQ(session_.messages().toast(), std::nullopt);
 }
 
 TEST_F(TileMenuTest, leaves_the_move_to_the_trash_to_the_owner_of_the_canvas) {
   choose("/r/film.mp4", "tileTrash");
   EXPECT_EQ(askedAbout_, Paths{"/r/film.mp4"});
-  EXPECT_EQ(session_.queue().size(), 0U);
+  EXPECT_EQ(session_.cleanupQueue().queue().size(), 0U);
 }
 
 TEST_F(TileMenuTest, acts_on_the_node_that_was_clicked_after_another_tree_has_come) {
@@ -119,9 +119,9 @@ TEST_F(TileMenuTest, acts_on_the_node_that_was_clicked_after_another_tree_has_co
   draw();
   const QQuickItem* chosen = row("tileQueue");
   click(canvas_->mapFromItem(chosen, QPointF(20, chosen->height() / 2)));
-  ASSERT_EQ(session_.queue().size(), 1U);
-  EXPECT_EQ(session_.queue().front().path(), "/r/film.mp4");
-  EXPECT_EQ(session_.queue().front().size(), 300);
+  ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session_.cleanupQueue().queue().front().path(), "/r/film.mp4");
+  EXPECT_EQ(session_.cleanupQueue().queue().front().size(), 300);
 }
 
 TEST_F(TileMenuTest, keeps_the_pointer_from_the_tiles_and_darkens_none) {
@@ -177,11 +177,11 @@ TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile_in_another_tree_too) {
 
 TEST_F(TileMenuTest, leaves_the_highlight_on_the_tile_of_the_item_that_is_asked_about) {
   moveTo(on("/r/docs/a.pdf"));
-  session_.setMenuNode(fileNode("/r/film.mp4", 300));
+  session_.shown().setMenuNode(fileNode("/r/film.mp4", 300));
   draw();
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
   EXPECT_FALSE(item("mapTooltip")->isVisible());
-  session_.setMenuNode(std::nullopt);
+  session_.shown().setMenuNode(std::nullopt);
   draw();
   EXPECT_NE(canvas_->hoverPath(), "/r/film.mp4");
 }
@@ -200,7 +200,7 @@ TEST_F(TileMenuTest, stays_away_while_a_band_is_drawn) {
        Qt::LeftButton | Qt::RightButton);
   EXPECT_FALSE(isOpen());
   release(on("/r/docs/a.pdf"));
-  EXPECT_FALSE(session_.selected().empty());
+  EXPECT_FALSE(session_.selection().selected().empty());
 }
 
 TEST(TileMenuState, does_nothing_before_there_is_a_node) {
@@ -211,7 +211,7 @@ TEST(TileMenuState, does_nothing_before_there_is_a_node) {
   EXPECT_FALSE(state.canOpenFolder());
   state.addToQueue();
   state.zipThenTrash();
-  EXPECT_TRUE(session.queue().empty());
+  EXPECT_TRUE(session.cleanupQueue().queue().empty());
 }
 
 }  // namespace

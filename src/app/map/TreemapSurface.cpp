@@ -24,14 +24,19 @@ TreemapSurface::TreemapSurface(QQuickItem* parent)
 
 void TreemapSurface::setSession(ScanSession* session) {
   if (session_ == session) return;
-  if (session_ != nullptr) disconnect(session_, nullptr, this, nullptr);
+  if (session_ != nullptr) {
+    session_->choices().disconnect(this);
+    session_->result().disconnect(this);
+    session_->shown().disconnect(this);
+    session_->selection().disconnect(this);
+  }
   session_ = session;
   if (session_ != nullptr) {
-    connect(session_, &ScanSession::filtersChanged, this, &TreemapSurface::renew);
-    connect(session_, &ScanSession::deltasChanged, this, &TreemapSurface::renew);
-    connect(session_, &ScanSession::heatmapChanged, this, &TreemapSurface::renew);
-    connect(session_, &ScanSession::selectionChanged, this, &TreemapSurface::renew);
-    connect(session_, &ScanSession::menuNodeChanged, this, &TreemapSurface::followMenu);
+    connect(&session_->choices(), &Choices::filtersChanged, this, &TreemapSurface::renew);
+    connect(&session_->result(), &ScanResult::deltasChanged, this, &TreemapSurface::renew);
+    connect(&session_->shown(), &Shown::heatmapChanged, this, &TreemapSurface::renew);
+    connect(&session_->selection(), &Selection::selectionChanged, this, &TreemapSurface::renew);
+    connect(&session_->shown(), &Shown::menuNodeChanged, this, &TreemapSurface::followMenu);
   }
   renew();
   emit sessionChanged();
@@ -79,9 +84,9 @@ void TreemapSurface::makeTiles() {
     tiles_ = {};
     tileTexture_->clear();
   } else {
-    tiles_ = CanvasTiles(
-        *node_.node(), size(),
-        {session_->filters(), session_->grewPaths(), session_->selected(), session_->heatmap()});
+    tiles_ = CanvasTiles(*node_.node(), size(),
+                         {session_->choices().filters(), session_->result().grewPaths(),
+                          session_->selection().selected(), session_->shown().heatmap()});
     tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_),
                        TilePainter::opaquePart(size(), scale()));
   }

@@ -44,8 +44,8 @@ void TreemapSurface::keyPressEvent(QKeyEvent* event) {
 
 bool TreemapSurface::actOn(const QKeyEvent& event) {
   if (event.key() == Qt::Key_Escape) {
-    if (session_->stack().size() < 2) return false;
-    session_->back();
+    if (session_->navigation().stack().size() < 2) return false;
+    session_->navigation().back();
     return true;
   }
   makeTiles();
@@ -86,7 +86,7 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
 std::optional<std::size_t> TreemapSurface::keyboardStart() const {
   if (tiles_.all().empty()) return std::nullopt;
   std::optional<std::size_t> start;
-  if (const auto& focused = session_->focused()) {
+  if (const auto& focused = session_->selection().focused()) {
     const std::string path = focused->path();
     for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
       const DiskNode& node = tiles_[i].rect.node;
@@ -102,7 +102,7 @@ void TreemapSurface::putKeyboardOn(std::size_t index) {
   keyboardPath_ = node.path();
   highlight(index);
   placeTooltip();
-  session_->setFocused(node);
+  session_->selection().setFocused(node);
   emit keyboardTileChanged();
 }
 
@@ -126,7 +126,7 @@ void TreemapSurface::takeKeyboardAway() {
 void TreemapSurface::takeKeyboard() {
   forceActiveFocus(Qt::OtherFocusReason);
   if (session_ == nullptr || gesture_.isDragging()) return;
-  const auto& focused = session_->focused();
+  const auto& focused = session_->selection().focused();
   keyboardPath_ = focused ? focused->path() : std::string();
   renew();
 }

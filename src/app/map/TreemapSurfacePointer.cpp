@@ -69,7 +69,7 @@ std::optional<std::size_t> TreemapSurface::tileToKeep() {
 }
 
 bool TreemapSurface::hasFocus(const DiskNode& node) const {
-  const auto& focused = session_->focused();
+  const auto& focused = session_->selection().focused();
   // A remainder may share its path with a file of the disk.
   return focused && focused->path() == node.path() && isRemainder(*focused) == isRemainder(node);
 }
@@ -80,7 +80,7 @@ void TreemapSurface::comeTo(std::optional<std::size_t> index) {
   highlight(index);
   if (!index || !isAnother) return;
   const DiskNode node = tiles_[*index].rect.node;  // whoever is told may replace the tiles
-  session_->setFocused(node);
+  session_->selection().setFocused(node);
 }
 
 void TreemapSurface::highlight(std::optional<std::size_t> index) {
@@ -104,7 +104,7 @@ void TreemapSurface::highlight(std::optional<std::size_t> index) {
     tooltip_.hide();
     return;
   }
-  tooltip_.show(TooltipText::of(tile.rect, session_->heatmap(), NodeTint::presentTime()),
+  tooltip_.show(TooltipText::of(tile.rect, session_->shown().heatmap(), NodeTint::presentTime()),
                 tile.tint);
 }
 
@@ -171,7 +171,8 @@ void TreemapSurface::selectBand(Qt::KeyboardModifiers modifiers) {
   makeTiles();  // of a tree that has just come, rather than of the one before
   const std::vector<DiskNode> hits = tiles_.within(*gesture_.band());
   dropBand();
-  if (session_ != nullptr) session_->selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
+  if (session_ != nullptr)
+    session_->selection().selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
 }
 
 // There is no drag any more. The tile that the pointer is on has not been entered by it.
@@ -203,7 +204,8 @@ void TreemapSurface::setMenuOpen(bool open) {
 // The item whose menu is open, or about which the user is asked.
 std::optional<std::string> TreemapSurface::menuPath() const {
   if (menuOpen_) return askedPath_;
-  if (session_ != nullptr && session_->menuNode()) return session_->menuNode()->path();
+  if (session_ != nullptr && session_->shown().menuNode())
+    return session_->shown().menuNode()->path();
   return std::nullopt;
 }
 
@@ -216,17 +218,17 @@ void TreemapSurface::followMenu() {
 
 void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {
   const DiskNode clicked = node;  // the handlers may replace the tiles
-  session_->setFocused(clicked);
+  session_->selection().setFocused(clicked);
   if (isRemainder(clicked)) return;
   if (modifiers.testFlag(Qt::ShiftModifier)) {
-    session_->toggleSelect(clicked);
+    session_->selection().toggleSelect(clicked);
   } else if (modifiers.testFlag(Qt::ControlModifier)) {  // Command on macOS
-    session_->addToQueue(clicked);
-    session_->flash("Queued " + std::string(clicked.name()));
+    session_->cleanupQueue().addToQueue(clicked);
+    session_->messages().flash("Queued " + std::string(clicked.name()));
   } else if (clicked.isDir() && !clicked.children().empty()) {
     emit open(NodeHandle(clicked));
   } else {
-    session_->reveal(clicked);
+    session_->navigation().reveal(clicked);
   }
 }
 

@@ -121,7 +121,7 @@ TEST_F(TreemapSurfaceTest, shows_the_tooltip_in_the_colours_and_sizes_of_its_des
 }
 
 TEST_F(TreemapSurfaceTest, shows_the_tooltip_on_a_panel_in_its_order) {
-  session_.setHeatmap(true);
+  session_.shown().setHeatmap(true);
   draw();
   moveTo(on("/r/film.mp4"));
   draw();
@@ -166,12 +166,12 @@ TEST_F(TreemapSurfaceTest, shows_the_tooltip_on_a_panel_in_its_order) {
 }
 
 TEST_F(TreemapSurfaceTest, tells_ages_only_while_the_heat_map_is_on) {
-  session_.setHeatmap(true);
+  session_.shown().setHeatmap(true);
   draw();
   moveTo(on("/r/film.mp4"));
   EXPECT_TRUE(item("tooltipAge")->isVisible());
   EXPECT_EQ(textOf("tooltipAge"), "Unknown date");
-  session_.setHeatmap(false);
+  session_.shown().setHeatmap(false);
   draw();
   EXPECT_FALSE(item("tooltipAge")->isVisible());
 }
@@ -204,7 +204,7 @@ TEST_F(TreemapSurfaceTest, reveals_a_file_and_a_folder_without_children) {
 
 TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
   moveTo(on("/r/film.mp4"));
-  session_.setFocused(std::nullopt);
+  session_.selection().setFocused(std::nullopt);
   click(on("/r/film.mp4"));
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
@@ -213,11 +213,11 @@ TEST_F(TreemapSurfaceTest, selects_and_deselects_the_tile_clicked_with_shift) {
   clickHolding(Qt::ShiftModifier, on("/r/docs"));
   clickHolding(Qt::ShiftModifier, on("/r/film.mp4"));
   draw();
-  EXPECT_EQ(session_.selected(), (std::set<std::string>{"/r/docs", "/r/film.mp4"}));
+  EXPECT_EQ(session_.selection().selected(), (std::set<std::string>{"/r/docs", "/r/film.mp4"}));
   EXPECT_TRUE(canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].selected);
   clickHolding(Qt::ShiftModifier, on("/r/docs"));
   draw();
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
   EXPECT_FALSE(canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].selected);
   EXPECT_EQ(focusedPath(), "/r/docs");
   EXPECT_TRUE(opened_.empty());
@@ -226,17 +226,17 @@ TEST_F(TreemapSurfaceTest, selects_and_deselects_the_tile_clicked_with_shift) {
 
 TEST_F(TreemapSurfaceTest, queues_the_tile_clicked_with_command_and_says_so) {
   clickHolding(Qt::ControlModifier, on("/r/docs"));
-  ASSERT_EQ(session_.queue().size(), 1U);
-  EXPECT_EQ(session_.queue().front().path(), "/r/docs");
-  EXPECT_EQ(session_.toast(), "Queued docs");
-  EXPECT_TRUE(session_.selected().empty());
+  ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session_.cleanupQueue().queue().front().path(), "/r/docs");
+  EXPECT_EQ(session_.messages().toast(), "Queued docs");
+  EXPECT_TRUE(session_.selection().selected().empty());
   EXPECT_TRUE(opened_.empty());
 }
 
 TEST_F(TreemapSurfaceTest, selects_and_does_not_queue_with_shift_and_command_together) {
   clickHolding(Qt::ShiftModifier | Qt::ControlModifier, on("/r/film.mp4"));
-  EXPECT_EQ(session_.selected(), std::set<std::string>{"/r/film.mp4"});
-  EXPECT_TRUE(session_.queue().empty());
+  EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
+  EXPECT_TRUE(session_.cleanupQueue().queue().empty());
 }
 
 TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {
@@ -287,8 +287,8 @@ TEST_F(TreemapSurfaceTest, survives_being_removed_by_its_own_click) {
 
 TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
   const int before = canvas_->tileTexture().pictureCount();
-  session_.setHeatmap(true);
-  session_.setFilters({});
+  session_.shown().setHeatmap(true);
+  session_.choices().setFilters({});
   canvas_->setNode(NodeHandle(canvasSample()));
   draw();
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
@@ -300,11 +300,11 @@ TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_a_filter_is_switched) {
     return canvas_->tiles()[canvas_->tiles().find("/r/film.mp4").value()].tint;
   };
   const Color plain = tint();
-  ASSERT_FALSE(session_.filters().empty());
-  const std::string filter = session_.filters().front().id;
-  session_.toggleFilter(filter);
+  ASSERT_FALSE(session_.choices().filters().empty());
+  const std::string filter = session_.choices().filters().front().id;
+  session_.choices().toggleFilter(filter);
   EXPECT_EQ(tint(), plain.atOpacity(0.28));
-  session_.toggleFilter(filter);
+  session_.choices().toggleFilter(filter);
   EXPECT_EQ(tint(), plain);
 }
 
@@ -334,10 +334,10 @@ TEST_F(TreemapSurfaceTest, follows_its_session_and_no_other) {
   canvas_->setSession(&other);
   draw();
   const int before = canvas_->tileTexture().pictureCount();
-  session_.setHeatmap(true);
+  session_.shown().setHeatmap(true);
   draw();
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before);
-  other.setHeatmap(true);
+  other.shown().setHeatmap(true);
   draw();
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
   canvas_->setSession(&session_);
@@ -372,7 +372,7 @@ TEST_F(TreemapSurfaceTest, leaves_what_came_under_a_pointer_alone_until_it_moves
 
 TEST_F(TreemapSurfaceTest, keeps_the_highlight_on_the_item_under_the_pointer) {
   moveTo(on("/r/film.mp4"));
-  session_.setFocused(folderNode("/r/empty", 150));
+  session_.selection().setFocused(folderNode("/r/empty", 150));
   canvas_->setNode(NodeHandle(folderNode("/r", 10, {fileNode("/r/film.mp4", 10)})));
   draw();
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
@@ -382,7 +382,7 @@ TEST_F(TreemapSurfaceTest, keeps_the_highlight_on_the_item_under_the_pointer) {
 
 TEST_F(TreemapSurfaceTest, highlights_what_has_the_focus_when_it_comes_under_the_pointer) {
   moveTo(on("/r/film.mp4"));
-  session_.setFocused(fileNode("/s/one", 10));
+  session_.selection().setFocused(fileNode("/s/one", 10));
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
   draw();
   EXPECT_EQ(canvas_->hoverPath(), "/s/one");
@@ -414,7 +414,7 @@ TEST_F(TreemapSurfaceTest, gives_no_focus_when_what_lay_over_it_goes) {
   cover.setZ(1);
   cover.setAcceptHoverEvents(true);
   draw();
-  session_.setFocused(folderNode("/r/empty", 150));
+  session_.selection().setFocused(folderNode("/r/empty", 150));
   moveTo(on("/r/film.mp4"));
   ASSERT_EQ(focusedPath(), "/r/empty");
   cover.setVisible(false);

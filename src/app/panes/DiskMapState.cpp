@@ -35,31 +35,23 @@ DiskMapState::Screen DiskMapState::screenFor(ScanStatus status, bool hasCurrent)
   return Idle;
 }
 
-void DiskMapState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::stackChanged, this, &DiskMapState::takeCurrent);
-    connect(session_, &ScanSession::statusChanged, this, &DiskMapState::screenChanged);
-    connect(session_, &ScanSession::statusChanged, this, &DiskMapState::statsTextChanged);
-    connect(session_, &ScanSession::vizModeChanged, this, &DiskMapState::screenChanged);
-    connect(session_, &ScanSession::scanStatsChanged, this, &DiskMapState::statsTextChanged);
-    connect(session_, &ScanSession::unreadableChanged, this, &DiskMapState::statsTextChanged);
-    connect(session_, &ScanSession::progressChanged, this, &DiskMapState::progressChanged);
-    connect(session_, &ScanSession::errorMessageChanged, this, &DiskMapState::errorTextChanged);
-    connect(session_, &ScanSession::scanPercentChanged, this, &DiskMapState::percentTextChanged);
-  }
-  emit sessionChanged();
+DiskMapState::DiskMapState(ScanSession& session, QObject* parent)
+    : QObject(parent), session_(session), bar_(session), modes_(session.shown()) {
+  connect(&session_.navigation(), &Navigation::stackChanged, this, &DiskMapState::takeCurrent);
+  connect(&session_.run(), &ScanRun::statusChanged, this, &DiskMapState::screenChanged);
+  connect(&session_.run(), &ScanRun::statusChanged, this, &DiskMapState::statsTextChanged);
+  connect(&session_.shown(), &Shown::vizModeChanged, this, &DiskMapState::screenChanged);
+  connect(&session_.result(), &ScanResult::scanStatsChanged, this, &DiskMapState::statsTextChanged);
+  connect(&session_.result(), &ScanResult::unreadableChanged, this,
+          &DiskMapState::statsTextChanged);
+  connect(&session_.run(), &ScanRun::progressChanged, this, &DiskMapState::progressChanged);
+  connect(&session_.run(), &ScanRun::errorMessageChanged, this, &DiskMapState::errorTextChanged);
+  connect(&session_.run(), &ScanRun::scanPercentChanged, this, &DiskMapState::percentTextChanged);
   takeCurrent();
-  emit statsTextChanged();
-  emit progressChanged();
-  emit errorTextChanged();
-  emit percentTextChanged();
 }
 
 void DiskMapState::takeCurrent() {
-  node_ = session_ != nullptr ? session_->current() : std::nullopt;
+  node_ = session_.navigation().current();
   std::string place = node_ ? node_->path() : std::string();
   const bool moved = place != place_;
   place_ = std::move(place);
@@ -69,19 +61,19 @@ void DiskMapState::takeCurrent() {
 }
 
 DiskMapState::Screen DiskMapState::screen() const {
-  return session_ != nullptr ? screenFor(session_->status(), node_.has_value()) : Idle;
+  return screenFor(session_.run().status(), node_.has_value());
 }
 
 bool DiskMapState::isRescanning() const {
-  return screen() == Result && session_->status() == ScanStatus::scanning;
+  return screen() == Result && session_.run().status() == ScanStatus::scanning;
 }
 
 bool DiskMapState::showsTreemap() const {
-  return node_.has_value() && session_->vizMode() == VizMode::treemap;
+  return node_.has_value() && session_.shown().vizMode() == VizMode::treemap;
 }
 
 QString DiskMapState::modeTitle() const {
-  return session_ != nullptr ? ModeListModel::labelOf(session_->vizMode()) : QString();
+  return ModeListModel::labelOf(session_.shown().vizMode());
 }
 
 QString DiskMapState::nodeName() const {
@@ -97,24 +89,24 @@ QString DiskMapState::itemsText() const {
 }
 
 bool DiskMapState::hasFigures() const {
-  return session_ != nullptr && session_->status() == ScanStatus::complete &&
-         session_->scanStats().has_value();
+  return session_.run().status() == ScanStatus::complete &&
+         session_.result().scanStats().has_value();
 }
 
 QString DiskMapState::statsText() const {
   if (!hasFigures()) return {};
-  const auto& stats = session_->scanStats();
+  const auto& stats = session_.result().scanStats();
   return QStringLiteral("%1 files · %2 folders · %3")
       .arg(QString::number(stats->files), QString::number(stats->folders),
            seconds(stats->duration));
 }
 
 QString DiskMapState::unreadableText() const {
-  return hasFigures() ? UnreadableText::figure(session_->unreadable()) : QString();
+  return hasFigures() ? UnreadableText::figure(session_.result().unreadable()) : QString();
 }
 
 QString DiskMapState::unreadableList() const {
-  return hasFigures() ? UnreadableText::list(session_->unreadable()) : QString();
+  return hasFigures() ? UnreadableText::list(session_.result().unreadable()) : QString();
 }
 
 QString DiskMapState::scanningText() const {
@@ -128,28 +120,28 @@ QString DiskMapState::bannerText() const {
 }
 
 QString DiskMapState::errorText() const {
-  return session_ != nullptr ? displayText(session_->errorMessage()) : QString();
+  return displayText(session_.run().errorMessage());
 }
 
 QString DiskMapState::progressText() const {
-  return session_ != nullptr ? displayText(session_->progress()) : QString();
+  return displayText(session_.run().progress());
 }
 
 QString DiskMapState::percentText() const {
-  const double percent = session_ != nullptr ? session_->scanPercent() * 100 : 0;
+  const double percent = session_.run().scanPercent() * 100;
   return QString::number(static_cast<int>(percent)) + QLatin1Char('%');
 }
 
 void DiskMapState::open(const NodeHandle& node) {
-  if (session_ != nullptr && node.isValid()) session_->open(*node.node());
+  if (node.isValid()) session_.open(*node.node());
 }
 
 void DiskMapState::showTreemap() {
-  if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
+  session_.shown().setVizMode(VizMode::treemap);
 }
 
 void DiskMapState::askAbout(const NodeHandle& node) {
-  if (session_ != nullptr && node.isValid()) session_->setMenuNode(node.node());
+  if (node.isValid()) session_.shown().setMenuNode(node.node());
 }
 
 }  // namespace tessaly

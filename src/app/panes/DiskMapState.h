@@ -10,6 +10,8 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/NodeHandle.h"
+#include "app/panes/ModeBarState.h"
+#include "app/panes/ModeListModel.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -17,8 +19,10 @@ namespace tessaly {
 class DiskMapState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  // Of the row above the map: what it offers, and the ways of showing the tree.
+  Q_PROPERTY(tessaly::ModeBarState* bar READ bar CONSTANT)
+  Q_PROPERTY(tessaly::ModeListModel* modes READ modes CONSTANT)
   Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
@@ -50,11 +54,11 @@ class DiskMapState : public QObject {
 
   static Screen screenFor(ScanStatus status, bool hasCurrent);
 
-  using QObject::QObject;
+  // What it is given outlives it.
+  explicit DiskMapState(ScanSession& session, QObject* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
-
+  ModeBarState* bar() { return &bar_; }
+  ModeListModel* modes() { return &modes_; }
   Screen screen() const;
   bool isRescanning() const;
   bool showsTreemap() const;
@@ -78,7 +82,6 @@ class DiskMapState : public QObject {
   Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 
  signals:
-  void sessionChanged();
   void screenChanged();
   void nodeChanged();
   // Another folder than before is on screen, not just a newer scan of the same one: what a view
@@ -94,7 +97,9 @@ class DiskMapState : public QObject {
   QString progressText() const;
   bool hasFigures() const;
 
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
+  ModeBarState bar_;
+  ModeListModel modes_;
   std::optional<DiskNode> node_;
   std::string place_;
 };

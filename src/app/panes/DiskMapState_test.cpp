@@ -12,15 +12,13 @@ namespace {
 
 class DiskMapStateTest : public SessionFixture {
  protected:
-  DiskMapStateTest() { state_.setSession(&session()); }
-
   void scan(const DiskNode& result) {
     walks_.at(walks_.ran()).result = result;
     session().scan(result.path());
     dispatch_.drainAll();
   }
 
-  DiskMapState state_;
+  DiskMapState state_{session()};
 };
 
 TEST(DiskMapScreen, follows_the_status_and_whether_there_is_a_tree) {
@@ -35,13 +33,12 @@ TEST(DiskMapScreen, follows_the_status_and_whether_there_is_a_tree) {
   EXPECT_EQ(S::screenFor(ScanStatus::error, true), S::Failed);
 }
 
-TEST(DiskMapStateAlone, is_idle_and_without_texts) {
-  const DiskMapState state;
-  EXPECT_EQ(state.screen(), DiskMapState::Idle);
-  EXPECT_FALSE(state.showsTreemap());
-  EXPECT_FALSE(state.isRescanning());
-  EXPECT_FALSE(state.node().isValid());
-  EXPECT_EQ(state.statsText(), QString());
+TEST_F(DiskMapStateTest, is_idle_and_without_texts_at_first) {
+  EXPECT_EQ(state_.screen(), DiskMapState::Idle);
+  EXPECT_FALSE(state_.showsTreemap());
+  EXPECT_FALSE(state_.isRescanning());
+  EXPECT_FALSE(state_.node().isValid());
+  EXPECT_EQ(state_.statsText(), QString());
 }
 
 TEST_F(DiskMapStateTest, goes_from_idle_over_scanning_to_the_result) {
@@ -139,7 +136,7 @@ TEST_F(DiskMapStateTest, notices_another_place_but_not_a_newer_scan_of_the_same)
   scan(folder("/home", 12, {folder("/home/d", 11, {file("/home/d/a", 11)})}));
   EXPECT_EQ(places.count(), 0);
   EXPECT_GE(nodes.count(), 1);
-  state_.open(NodeHandle(session().current()->children().front()));
+  state_.open(NodeHandle(session().navigation().current()->children().front()));
   EXPECT_EQ(places.count(), 1);
   EXPECT_EQ(state_.nodeName(), QStringLiteral("d"));
 }
@@ -147,7 +144,7 @@ TEST_F(DiskMapStateTest, notices_another_place_but_not_a_newer_scan_of_the_same)
 TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
   scan(folder("/home", 10));
   EXPECT_TRUE(state_.showsTreemap());
-  session().setVizMode(VizMode::largest);
+  session().shown().setVizMode(VizMode::largest);
   EXPECT_FALSE(state_.showsTreemap());
   EXPECT_EQ(state_.modeTitle(), "Largest");
   state_.showTreemap();
@@ -157,18 +154,18 @@ TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
 
 TEST_F(DiskMapStateTest, asks_about_the_node_that_it_is_given) {
   scan(folder("/home", 10, {file("/home/a", 9)}));
-  const DiskNode marked = session().current()->children().front();
+  const DiskNode marked = session().navigation().current()->children().front();
   scan(folder("/home", 10));
   state_.askAbout(NodeHandle(marked));
-  EXPECT_EQ(session().menuNode(), marked);
+  EXPECT_EQ(session().shown().menuNode(), marked);
   state_.askAbout(NodeHandle());
-  EXPECT_EQ(session().menuNode(), marked);
+  EXPECT_EQ(session().shown().menuNode(), marked);
 }
 
 TEST_F(DiskMapStateTest, opens_nothing_for_an_empty_handle) {
   scan(folder("/home", 10));
   state_.open(NodeHandle());
-  EXPECT_EQ(session().stack().size(), 1u);
+  EXPECT_EQ(session().navigation().stack().size(), 1u);
 }
 
 }  // namespace

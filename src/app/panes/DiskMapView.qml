@@ -6,44 +6,39 @@ import Tessaly.Panes
 Item {
     id: view
 
+    required property DiskMapState map
     required property ScanSession session
     required property NodeActions actions
-
-    DiskMapState {
-        id: mapState
-
-        session: view.session
-    }
 
     IdleScreen {
         objectName: "idleScreen"
         anchors.fill: parent
-        visible: mapState.screen === DiskMapState.Idle
+        visible: view.map.screen === DiskMapState.Idle
         session: view.session
     }
 
     ScanningScreen {
         objectName: "scanningScreen"
         anchors.fill: parent
-        visible: mapState.screen === DiskMapState.Scanning
-        session: view.session
-        map: mapState
+        visible: view.map.screen === DiskMapState.Scanning
+        run: view.session.run
+        map: view.map
     }
 
     FailedScreen {
         objectName: "failedScreen"
         anchors.fill: parent
-        visible: mapState.screen === DiskMapState.Failed
+        visible: view.map.screen === DiskMapState.Failed
         session: view.session
-        map: mapState
+        map: view.map
     }
 
     ResultScreen {
         objectName: "resultScreen"
         anchors.fill: parent
-        visible: mapState.screen === DiskMapState.Result
+        visible: view.map.screen === DiskMapState.Result
         session: view.session
         actions: view.actions
-        map: mapState
+        map: view.map
     }
 }

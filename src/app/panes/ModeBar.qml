@@ -9,10 +9,12 @@ import Tessaly.Panes
 Rectangle {
     id: bar
 
+    required property DiskMapState map
     required property ScanSession session
 
     // How many acts stand at the end.
-    readonly property int acts: (choices.selectedCount > 0 ? 3 : 0) + (choices.canPutBack ? 1 : 0)
+    readonly property int acts: (bar.map.bar.selectedCount > 0 ? 3 : 0)
+        + (bar.map.bar.canPutBack ? 1 : 0)
     property int actsBefore: 0
 
     implicitHeight: row.implicitHeight + 12
@@ -21,18 +23,6 @@ Rectangle {
         if (acts > actsBefore)
             scroller.showEnd()
         actsBefore = acts
-    }
-
-    ModeBarState {
-        id: choices
-
-        session: bar.session
-    }
-
-    ModeListModel {
-        id: modes
-
-        session: bar.session
     }
 
     MarrowScrollRow {
@@ -53,7 +43,7 @@ Rectangle {
             spacing: 6
 
             Repeater {
-                model: modes
+                model: bar.map.modes
 
                 // The names of this file reach into the component, though the linter cannot know.
                 // qmllint disable unqualified
@@ -81,7 +71,7 @@ Rectangle {
                         objectName: `${choice.key}Mode`
                         text: choice.label
                         active: choice.isActive
-                        onClicked: modes.choose(choice.index)
+                        onClicked: bar.map.modes.choose(choice.index)
                     }
                 }
                 // qmllint enable unqualified
@@ -89,17 +79,17 @@ Rectangle {
 
             ModePill {
                 objectName: "heatmap"
-                text: bar.session.heatmap ? "Age Heatmap" : "Age"
-                active: bar.session.heatmap
-                onClicked: bar.session.heatmap = !bar.session.heatmap
+                text: bar.session.shown.heatmap ? "Age Heatmap" : "Age"
+                active: bar.session.shown.heatmap
+                onClicked: bar.session.shown.heatmap = !bar.session.shown.heatmap
             }
 
             ModePill {
                 objectName: "watch"
-                enabled: choices.canWatch
-                text: bar.session.watching ? "Watching" : "Watch"
-                active: bar.session.watching
-                onClicked: choices.toggleWatch()
+                enabled: bar.map.bar.canWatch
+                text: bar.session.watch.watching ? "Watching" : "Watch"
+                active: bar.session.watch.watching
+                onClicked: bar.map.bar.toggleWatch()
             }
 
             Item {
@@ -108,31 +98,31 @@ Rectangle {
 
             ModePill {
                 objectName: "queueSelection"
-                visible: choices.selectedCount > 0
-                text: `Queue (${choices.selectedCount})`
+                visible: bar.map.bar.selectedCount > 0
+                text: `Queue (${bar.map.bar.selectedCount})`
                 active: false
                 onClicked: bar.session.queueSelected()
             }
 
             ModePill {
                 objectName: "zipSelection"
-                visible: choices.selectedCount > 0
-                text: `Zip (${choices.selectedCount})`
+                visible: bar.map.bar.selectedCount > 0
+                text: `Zip (${bar.map.bar.selectedCount})`
                 active: false
-                onClicked: choices.zipSelected()
+                onClicked: bar.map.bar.zipSelected()
             }
 
             ModePill {
                 objectName: "clearSelection"
-                visible: choices.selectedCount > 0
+                visible: bar.map.bar.selectedCount > 0
                 text: "Clear"
                 active: false
-                onClicked: bar.session.clearSelection()
+                onClicked: bar.session.selection.clearSelection()
             }
 
             ModePill {
                 objectName: "putBack"
-                visible: choices.canPutBack
+                visible: bar.map.bar.canPutBack
                 text: "Put Back"
                 active: false
                 onClicked: bar.session.undoTrash()

@@ -2,44 +2,37 @@
 
 namespace tessaly {
 
-void ModeBarState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::stackChanged, this, &ModeBarState::canWatchChanged);
-    connect(session_, &ScanSession::selectionChanged, this, &ModeBarState::selectionChanged);
-    connect(session_, &ScanSession::lastTrashedChanged, this, &ModeBarState::lastTrashedChanged);
-  }
-  emit sessionChanged();
-  emit canWatchChanged();
-  emit selectionChanged();
-  emit lastTrashedChanged();
+ModeBarState::ModeBarState(ScanSession& session, QObject* parent)
+    : QObject(parent), session_(session) {
+  connect(&session_.navigation(), &Navigation::stackChanged, this, &ModeBarState::canWatchChanged);
+  connect(&session_.selection(), &Selection::selectionChanged, this,
+          &ModeBarState::selectionChanged);
+  connect(&session_.removal(), &Removal::lastTrashedChanged, this,
+          &ModeBarState::lastTrashedChanged);
 }
 
 bool ModeBarState::canWatch() const {
-  return session_ != nullptr && !session_->stack().empty();
+  return !session_.navigation().stack().empty();
 }
 
 int ModeBarState::selectedCount() const {
-  return session_ != nullptr ? static_cast<int>(session_->selected().size()) : 0;
+  return static_cast<int>(session_.selection().selected().size());
 }
 
 bool ModeBarState::canPutBack() const {
-  return session_ != nullptr && !session_->lastTrashed().empty();
+  return !session_.removal().lastTrashed().empty();
 }
 
 void ModeBarState::toggleWatch() {
-  if (session_ == nullptr) return;
-  if (session_->watching()) {
-    session_->stopWatch();
+  if (session_.watch().watching()) {
+    session_.watch().stopWatch();
   } else {
-    session_->startWatch();
+    session_.startWatch();
   }
 }
 
 void ModeBarState::zipSelected() {
-  if (session_ != nullptr) session_->zipThenTrash(session_->selectedNodes());
+  session_.zipThenTrash(session_.selection().selectedNodes());
 }
 
 }  // namespace tessaly

@@ -12,8 +12,7 @@ namespace tessaly {
 class ModeBarState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   // There is a folder on screen that can be watched.
   Q_PROPERTY(bool canWatch READ canWatch NOTIFY canWatchChanged)
   // How many items are selected.
@@ -22,10 +21,8 @@ class ModeBarState : public QObject {
   Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY lastTrashedChanged)
 
  public:
-  using QObject::QObject;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit ModeBarState(ScanSession& session, QObject* parent = nullptr);
 
   bool canWatch() const;
   int selectedCount() const;
@@ -35,13 +32,12 @@ class ModeBarState : public QObject {
   Q_INVOKABLE void zipSelected();
 
  signals:
-  void sessionChanged();
   void canWatchChanged();
   void selectionChanged();
   void lastTrashedChanged();
 
  private:
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
 };
 
 }  // namespace tessaly

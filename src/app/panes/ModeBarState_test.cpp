@@ -11,25 +11,22 @@ namespace {
 
 class ModeBarStateTest : public SessionFixture {
  protected:
-  ModeBarStateTest() { state_.setSession(&session()); }
-
-  ModeBarState state_;
+  ModeBarState state_{session()};
 };
 
-TEST(ModeBarStateAlone, offers_nothing) {
-  ModeBarState state;
-  state.toggleWatch();
-  state.zipSelected();
-  EXPECT_FALSE(state.canWatch());
-  EXPECT_EQ(state.selectedCount(), 0);
-  EXPECT_FALSE(state.canPutBack());
+TEST_F(ModeBarStateTest, offers_nothing_without_a_tree) {
+  state_.toggleWatch();
+  state_.zipSelected();
+  EXPECT_FALSE(state_.canWatch());
+  EXPECT_EQ(state_.selectedCount(), 0);
+  EXPECT_FALSE(state_.canPutBack());
 }
 
 TEST_F(ModeBarStateTest, counts_what_is_selected) {
   const QSignalSpy changes(&state_, &ModeBarState::selectionChanged);
-  session().selectNodes({file("/a", 1), file("/b", 1)}, false);
+  session().selection().selectNodes({file("/a", 1), file("/b", 1)}, false);
   EXPECT_EQ(state_.selectedCount(), 2);
-  session().clearSelection();
+  session().selection().clearSelection();
   EXPECT_EQ(state_.selectedCount(), 0);
   EXPECT_EQ(changes.count(), 2);
 }
@@ -37,7 +34,7 @@ TEST_F(ModeBarStateTest, counts_what_is_selected) {
 TEST_F(ModeBarStateTest, can_put_back_until_it_is_done) {
   const QSignalSpy changes(&state_, &ModeBarState::lastTrashedChanged);
   machine_.trash.put("/data/film");
-  session().setFocused(file("/data/film", 1));
+  session().selection().setFocused(file("/data/film", 1));
   session().trashFocused();
   EXPECT_TRUE(state_.canPutBack());
   session().undoTrash();

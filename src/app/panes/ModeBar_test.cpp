@@ -13,6 +13,7 @@
 #include <QWheelEvent>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include "app/panes/DiskMapState.h"
 #include "session/SessionFixture_test.h"
 #include "support/Look.h"
 #include "support/WindowItems.h"
@@ -44,10 +45,13 @@ class ModeBar : public SessionFixture {
     component->setData(
         "import QtQuick\nimport Tessaly.Model\nimport Tessaly.Panes\n"
         "Item { id: scene; required property ScanSession session\n"
-        "ModeBar { objectName: \"modeBar\"; width: scene.width; session: scene.session } }",
+        "required property DiskMapState map\n"
+        "ModeBar { objectName: \"modeBar\"; width: scene.width; map: scene.map\n"
+        "session: scene.session } }",
         QUrl(QStringLiteral("qrc:/ModeBarScene.qml")));
-    QObject* root =
-        component->createWithInitialProperties({{"session", QVariant::fromValue(&session())}});
+    state_ = std::make_unique<DiskMapState>(session());
+    QObject* root = component->createWithInitialProperties(
+        {{"session", QVariant::fromValue(&session())}, {"map", QVariant::fromValue(state_.get())}});
     ASSERT_NE(root, nullptr) << component->errorString().toStdString();
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->resize(width, 100);
@@ -59,13 +63,13 @@ class ModeBar : public SessionFixture {
   }
   void scan() { scanTo(folder("/data", 3, {film_, song_})); }
   void select() {
-    session().selectNodes({film_, song_}, false);
+    session().selection().selectNodes({film_, song_}, false);
     settle(*view_);
   }
   // Leaves something to be put back.
   void trash() {
     machine_.trash.put("/data/gone");
-    session().setFocused(file("/data/gone", 1));
+    session().selection().setFocused(file("/data/gone", 1));
     session().trashFocused();
     dispatch_.drainAll();
     settle(*view_);
@@ -99,6 +103,7 @@ class ModeBar : public SessionFixture {
 
   DiskNode film_ = file("/data/film", 2);
   DiskNode song_ = file("/data/song", 1);
+  std::unique_ptr<DiskMapState> state_;
   std::unique_ptr<QQuickView> view_;
 };
 
@@ -110,7 +115,7 @@ TEST_F(ModeBar, sets_the_mode_of_each_button_and_lights_that_one) {
   EXPECT_THAT(active(), testing::ElementsAre("treemapMode"));
   for (int i = 8; i >= 0; --i) {
     click(modeNames[i]);
-    EXPECT_EQ(session().vizMode(), modes[i]);
+    EXPECT_EQ(session().shown().vizMode(), modes[i]);
     EXPECT_THAT(active(), testing::ElementsAre(modeNames[i]));
   }
 }
@@ -119,7 +124,7 @@ TEST_F(ModeBar, has_no_button_for_aliases_and_cloud) {
   show();
   for (const char* name : {"aliasesMode", "cloudMode"}) EXPECT_FALSE(shows(name));
   for (const VizMode mode : {VizMode::aliases, VizMode::cloud}) {
-    session().setVizMode(mode);
+    session().shown().setVizMode(mode);
     settle(*view_);
     EXPECT_THAT(active(), IsEmpty());
   }
@@ -177,10 +182,10 @@ TEST_F(ModeBar, stands_in_the_order_of_its_controls) {
 TEST_F(ModeBar, turns_the_heat_map_on_and_off) {
   show();
   click("heatmap");
-  EXPECT_TRUE(session().heatmap());
+  EXPECT_TRUE(session().shown().heatmap());
   expectLook(bar(), {{"heatmap", "text", "Age Heatmap"}, {"heatmap", "active", true}});
   click("heatmap");
-  EXPECT_FALSE(session().heatmap());
+  EXPECT_FALSE(session().shown().heatmap());
   expectLook(bar(), {{"heatmap", "text", "Age"}, {"heatmap", "active", false}});
 }
 
@@ -196,12 +201,12 @@ TEST_F(ModeBar, offers_acts_on_the_selection_only_while_there_is_one) {
                      {"zipSelection", "active", false},
                      {"clearSelection", "text", "Clear"},
                      {"clearSelection", "active", false}});
-  session().toggleSelect(film_);
+  session().selection().toggleSelect(film_);
   settle(*view_);
   expectLook(bar(), {{"queueSelection", "text", "Queue (1)"}, {"zipSelection", "text", "Zip (1)"}});
   click("clearSelection");
-  EXPECT_THAT(session().selected(), IsEmpty());
-  EXPECT_THAT(session().selectedNodes(), IsEmpty());
+  EXPECT_THAT(session().selection().selected(), IsEmpty());
+  EXPECT_THAT(session().selection().selectedNodes(), IsEmpty());
   EXPECT_FALSE(shows("zipSelection"));
 }
 
@@ -210,7 +215,7 @@ TEST_F(ModeBar, queues_what_is_selected) {
   show();
   select();
   click("queueSelection");
-  EXPECT_THAT(session().queue(), SizeIs(2));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
   EXPECT_FALSE(shows("queueSelection"));
 }
 
@@ -228,11 +233,11 @@ TEST_F(ModeBar, keeps_the_place_and_the_selection_from_mode_to_mode) {
   scan();
   show();
   select();
-  const auto current = session().current();
+  const auto current = session().navigation().current();
   for (const char* name : modeNames) click(name);
   click("treemapMode");
-  EXPECT_EQ(session().current(), current);
-  EXPECT_THAT(session().selectedNodes(), SizeIs(2));
+  EXPECT_EQ(session().navigation().current(), current);
+  EXPECT_THAT(session().selection().selectedNodes(), SizeIs(2));
   EXPECT_TRUE(shows("queueSelection"));
 }
 
@@ -243,10 +248,10 @@ TEST_F(ModeBar, offers_to_watch_what_is_on_screen) {
   EXPECT_NEAR(item("watch")->opacity(), 1, 0.001);
   EXPECT_FALSE(item("watch")->property("active").toBool());
   click("watch");
-  EXPECT_TRUE(session().watching());
+  EXPECT_TRUE(session().watch().watching());
   expectLook(bar(), {{"watch", "text", "Watching"}, {"watch", "active", true}});
   click("watch");
-  EXPECT_FALSE(session().watching());
+  EXPECT_FALSE(session().watch().watching());
   expectLook(bar(), {{"watch", "text", "Watch"}, {"watch", "active", false}});
 }
 
@@ -274,7 +279,7 @@ TEST_F(ModeBar, scrolls_to_what_the_keyboard_comes_to) {
   EXPECT_TRUE(inSight.contains(rectOf(item("treemapMode"))));
   press(Qt::Key_Tab);
   press(Qt::Key_Return);
-  EXPECT_EQ(session().vizMode(), VizMode::list);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::list);
 }
 
 TEST_F(ModeBar, scrolls_by_the_wheel_and_no_further_than_its_ends) {
@@ -309,11 +314,11 @@ TEST_F(ModeBar, brings_what_can_be_done_into_sight_once_something_is_selected) {
   QTest::mouseClick(view_.get(), Qt::LeftButton, {}, middleOf(item("historyMode")));
   click("heatmap");
   const double place = scrolled();
-  session().toggleSelect(film_);
-  session().setHeatmap(false);
+  session().selection().toggleSelect(film_);
+  session().shown().setHeatmap(false);
   settle(*view_);
   EXPECT_LE(scrolled(), place);
-  session().clearSelection();
+  session().selection().clearSelection();
   settle(*view_);
   EXPECT_TRUE(isAtEnd("watch"));
   trash();

@@ -36,19 +36,15 @@ QString ModeListModel::labelOf(VizMode mode) {
   return mode == VizMode::aliases ? QStringLiteral("Aliases") : QStringLiteral("Cloud");
 }
 
-void ModeListModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr)
-    connect(session_, &ScanSession::vizModeChanged, this, &ModeListModel::takeMode);
-  emit sessionChanged();
+ModeListModel::ModeListModel(Shown& shown, QObject* parent)
+    : QAbstractListModel(parent), shown_(shown) {
+  connect(&shown_, &Shown::vizModeChanged, this, &ModeListModel::takeMode);
   takeMode();
 }
 
 void ModeListModel::takeMode() {
   const std::optional<VizMode> before = mode_;
-  mode_ = session_ != nullptr ? std::optional(session_->vizMode()) : std::nullopt;
+  mode_ = std::optional(shown_.vizMode());
   for (int row = 0; row < rowCount(); ++row) {
     const VizMode mode = buttons[static_cast<std::size_t>(row)].mode;
     if ((mode == before) != (mode == mode_)) emit dataChanged(index(row), index(row), {ActiveRole});
@@ -56,8 +52,8 @@ void ModeListModel::takeMode() {
 }
 
 void ModeListModel::choose(int row) {
-  if (session_ == nullptr || row < 0 || row >= rowCount()) return;
-  session_->setVizMode(buttons[static_cast<std::size_t>(row)].mode);
+  if (row < 0 || row >= rowCount()) return;
+  shown_.setVizMode(buttons[static_cast<std::size_t>(row)].mode);
 }
 
 int ModeListModel::rowCount(const QModelIndex& parent) const {

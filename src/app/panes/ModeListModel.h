@@ -8,15 +8,14 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include "session/ScanSession.h"
+#include "session/Shown.h"
 
 namespace tessaly {
 
 class ModeListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
 
  public:
   enum Role {
@@ -29,10 +28,8 @@ class ModeListModel : public QAbstractListModel {
   // What a person calls a mode; the same on its button and over its view.
   static QString labelOf(VizMode mode);
 
-  using QAbstractListModel::QAbstractListModel;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit ModeListModel(Shown& shown, QObject* parent = nullptr);
 
   // Shows the tree in the way of this row.
   Q_INVOKABLE void choose(int row);
@@ -41,13 +38,10 @@ class ModeListModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
 
- signals:
-  void sessionChanged();
-
  private:
   void takeMode();
 
-  ScanSession* session_ = nullptr;
+  Shown& shown_;
   std::optional<VizMode> mode_;
 };
 

@@ -17,8 +17,6 @@ using testing::ElementsAre;
 
 class ModeListModelTest : public SessionFixture {
  protected:
-  ModeListModelTest() { model_.setSession(&session()); }
-
   QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
   std::vector<std::string> column(int role) {
     std::vector<std::string> texts;
@@ -33,16 +31,14 @@ class ModeListModelTest : public SessionFixture {
     return rows;
   }
 
-  ModeListModel model_;
+  ModeListModel model_{session().shown()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST(ModeListModelAlone, has_its_buttons_and_none_of_them_active) {
-  ModeListModel model;
-  EXPECT_EQ(model.rowCount(), 9);
+TEST_F(ModeListModelTest, has_its_buttons_and_the_treemap_active_at_first) {
+  EXPECT_EQ(model_.rowCount(), 9);
   for (int row = 0; row < 9; ++row)
-    EXPECT_FALSE(model.data(model.index(row), ModeListModel::ActiveRole).toBool());
-  model.choose(1);
+    EXPECT_EQ(model_.data(model_.index(row), ModeListModel::ActiveRole).toBool(), row == 0);
 }
 
 TEST_F(ModeListModelTest, lists_nine_of_the_eleven_modes) {
@@ -62,22 +58,22 @@ TEST_F(ModeListModelTest, sets_each_mode_by_its_row_and_never_the_two_without_on
                            VizMode::clones,     VizMode::history, VizMode::safe};
   for (int row = 0; row < 9; ++row) {
     model_.choose(row);
-    EXPECT_EQ(session().vizMode(), modes[row]);
+    EXPECT_EQ(session().shown().vizMode(), modes[row]);
     EXPECT_THAT(active(), ElementsAre(row));
   }
   for (const int row : {-1, 9, 10}) {
     model_.choose(row);
-    EXPECT_EQ(session().vizMode(), VizMode::safe);
+    EXPECT_EQ(session().shown().vizMode(), VizMode::safe);
   }
 }
 
 TEST_F(ModeListModelTest, tells_of_the_two_rows_that_change) {
   QSignalSpy changes(&model_, &ModeListModel::dataChanged);
-  session().setVizMode(VizMode::history);
+  session().shown().setVizMode(VizMode::history);
   ASSERT_EQ(changes.count(), 2);
   EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 0);
   EXPECT_EQ(changes.at(1).at(0).toModelIndex().row(), 7);
-  session().setVizMode(VizMode::cloud);
+  session().shown().setVizMode(VizMode::cloud);
   EXPECT_EQ(changes.count(), 3);
   EXPECT_THAT(active(), ElementsAre());
 }

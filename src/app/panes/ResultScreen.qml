@@ -22,6 +22,7 @@ Item {
 
             objectName: "modeBar"
             Layout.fillWidth: true
+            map: screen.map
             session: screen.session
         }
 
@@ -92,7 +93,7 @@ Item {
         // The modes can be chosen meanwhile.
         y: modeBar.height + 8
         visible: screen.map.rescanning
-        session: screen.session
+        run: screen.session.run
         map: screen.map
     }
 }

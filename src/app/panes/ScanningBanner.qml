@@ -8,7 +8,7 @@ import Tessaly.Panes
 RoundedPanel {
     id: banner
 
-    required property ScanSession session
+    required property ScanRun run
     required property DiskMapState map
 
     width: 480
@@ -39,7 +39,7 @@ RoundedPanel {
             Layout.preferredWidth: 18
             Layout.preferredHeight: 18
             strokeWidth: 2.5
-            value: banner.session.scanPercent
+            value: banner.run.scanPercent
             from: "#007AFF"
             to: "#5856D6"
 
@@ -81,7 +81,7 @@ RoundedPanel {
         MarrowSecondaryButton {
             objectName: "cancel"
             text: "Cancel"
-            onClicked: banner.session.cancel()
+            onClicked: banner.run.cancel()
         }
     }
 }

@@ -7,7 +7,7 @@ import Tessaly.Panes
 Item {
     id: screen
 
-    required property ScanSession session
+    required property ScanRun run
     required property DiskMapState map
 
     Column {
@@ -20,7 +20,7 @@ Item {
             width: 68
             height: 68
             strokeWidth: 6
-            value: screen.session.scanPercent
+            value: screen.run.scanPercent
             from: "#007AFF"
             to: "#5856D6"
 
@@ -96,7 +96,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: 120
             text: "Cancel"
-            onClicked: screen.session.cancel()
+            onClicked: screen.run.cancel()
         }
     }
 }

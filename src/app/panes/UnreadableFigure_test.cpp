@@ -12,6 +12,7 @@
 #include <QQuickView>
 #include <QTest>
 
+#include "app/panes/DiskMapState.h"
 #include "session/SessionFixture_test.h"
 #include "support/Look.h"
 #include "support/WindowItems.h"
@@ -33,13 +34,13 @@ class UnreadableFigure : public SessionFixture {
     auto* component = new QQmlComponent(view_->engine(), view_.get());
     component->setData(
         "import QtQuick\nimport Tessaly.Model\nimport Tessaly.Panes\n"
-        "Rectangle { id: scene; required property ScanSession session; color: \"#121318\"\n"
-        "DiskMapState { id: state; session: scene.session }\n"
+        "Rectangle { id: scene; required property DiskMapState map; color: \"#121318\"\n"
         "Item { objectName: \"other\"; activeFocusOnTab: true; width: 20; height: 20 }\n"
-        "TreemapHeader { objectName: \"header\"; x: 261; y: 82; width: 839; map: state } }",
+        "TreemapHeader { objectName: \"header\"; x: 261; y: 82; width: 839; map: scene.map } }",
         QUrl(QStringLiteral("qrc:/HeaderScene.qml")));
+    state_ = std::make_unique<DiskMapState>(session());
     QObject* root =
-        component->createWithInitialProperties({{"session", QVariant::fromValue(&session())}});
+        component->createWithInitialProperties({{"map", QVariant::fromValue(state_.get())}});
     ASSERT_NE(root, nullptr) << component->errorString().toStdString();
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->resize(window);
@@ -87,6 +88,7 @@ class UnreadableFigure : public SessionFixture {
         longTime);
   }
 
+  std::unique_ptr<DiskMapState> state_;
   std::unique_ptr<QQuickView> view_;
 };
 
@@ -171,7 +173,7 @@ TEST_F(UnreadableFigure, is_not_there_while_a_scan_runs) {
   session().rescan();
   settle(*view_);
   EXPECT_FALSE(shows("unreadable"));
-  session().cancel();
+  session().run().cancel();
   settle(*view_);
   EXPECT_TRUE(shows("unreadable"));
 }

@@ -7,6 +7,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/NodeHandle.h"
+#include "app/queue/QueueListModel.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -14,8 +15,8 @@ namespace tessaly {
 class CleanupQueueState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  Q_PROPERTY(tessaly::QueueListModel* rows READ rows CONSTANT)
   Q_PROPERTY(Look look READ look NOTIFY lookChanged)
   Q_PROPERTY(QString countText READ countText NOTIFY queueChanged)
   // The header in words, for those who do not see it.
@@ -27,11 +28,10 @@ class CleanupQueueState : public QObject {
   enum Look { Hidden, Open, Minimized };
   Q_ENUM(Look)
 
-  using QObject::QObject;
+  // What it is given outlives it.
+  explicit CleanupQueueState(ScanSession& session, QObject* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
-
+  QueueListModel* rows() { return &rows_; }
   Look look() const;
   QString countText() const;
   QString headerName() const;
@@ -44,13 +44,13 @@ class CleanupQueueState : public QObject {
   Q_INVOKABLE void moveToTrash();
 
  signals:
-  void sessionChanged();
   void lookChanged();
   void queueChanged();
   void headerNameChanged();
 
  private:
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
+  QueueListModel rows_;
 };
 
 }  // namespace tessaly

@@ -16,24 +16,21 @@ using testing::SizeIs;
 
 class CleanupQueueStateTest : public SessionFixture {
  protected:
-  CleanupQueueStateTest() { state_.setSession(&session()); }
-
   std::string moveText() const { return state_.moveText().toStdString(); }
 
-  CleanupQueueState state_;
+  CleanupQueueState state_{session()};
 };
 
-TEST(CleanupQueueStateAlone, is_hidden_and_does_nothing) {
-  CleanupQueueState state;
-  EXPECT_EQ(state.look(), CleanupQueueState::Hidden);
-  EXPECT_EQ(state.countText(), "0");
-  EXPECT_EQ(state.headerName(), "Cleanup Queue, 0 items, expanded");
-  EXPECT_EQ(state.moveText(), QStringLiteral("Move 0 to Trash · 0 B"));
-  state.toggleMinimized();
-  state.remove(NodeHandle(file("/a", 1)));
-  state.clear();
-  state.zipThenTrash();
-  state.moveToTrash();
+TEST_F(CleanupQueueStateTest, is_hidden_and_does_nothing_while_it_is_empty) {
+  EXPECT_EQ(state_.look(), CleanupQueueState::Hidden);
+  EXPECT_EQ(state_.countText(), "0");
+  EXPECT_EQ(state_.headerName(), "Cleanup Queue, 0 items, expanded");
+  EXPECT_EQ(state_.moveText(), QStringLiteral("Move 0 to Trash · 0 B"));
+  state_.toggleMinimized();
+  state_.remove(NodeHandle(file("/a", 1)));
+  state_.clear();
+  state_.zipThenTrash();
+  state_.moveToTrash();
 }
 
 TEST_F(CleanupQueueStateTest, is_hidden_open_or_minimised) {
@@ -46,23 +43,23 @@ TEST_F(CleanupQueueStateTest, is_hidden_open_or_minimised) {
               {true, false, CleanupQueueState::Open},
               {true, true, CleanupQueueState::Minimized}};
   for (const auto& row : rows) {
-    session().setQueueOpen(row.open);
-    session().setQueueMinimized(row.minimized);
+    session().cleanupQueue().setQueueOpen(row.open);
+    session().cleanupQueue().setQueueMinimized(row.minimized);
     EXPECT_EQ(state_.look(), row.look);
   }
 }
 
 TEST_F(CleanupQueueStateTest, opens_fully_on_every_addition) {
   const QSignalSpy changes(&state_, &CleanupQueueState::lookChanged);
-  session().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
   EXPECT_EQ(changes.count(), 1);
   state_.toggleMinimized();
   EXPECT_EQ(state_.look(), CleanupQueueState::Minimized);
   EXPECT_EQ(changes.count(), 2);
-  session().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_EQ(state_.look(), CleanupQueueState::Minimized);
-  session().addToQueue(file("/b", 1));
+  session().cleanupQueue().addToQueue(file("/b", 1));
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
   state_.toggleMinimized();
   state_.toggleMinimized();
@@ -71,12 +68,12 @@ TEST_F(CleanupQueueStateTest, opens_fully_on_every_addition) {
 
 TEST_F(CleanupQueueStateTest, says_how_much_would_move_without_a_plural) {
   const QSignalSpy changes(&state_, &CleanupQueueState::queueChanged);
-  session().addToQueue(file("/a", 1536));
+  session().cleanupQueue().addToQueue(file("/a", 1536));
   EXPECT_EQ(moveText(), "Move 1 to Trash · 1.5 KB");
-  session().addToQueue(file("/b", 1LL << 30U));
+  session().cleanupQueue().addToQueue(file("/b", 1LL << 30U));
   EXPECT_EQ(moveText(), "Move 2 to Trash · 1.0 GB");
   EXPECT_EQ(state_.countText(), "2");
-  session().removeFromQueue("/b");
+  session().cleanupQueue().removeFromQueue("/b");
   EXPECT_EQ(moveText(), "Move 1 to Trash · 1.5 KB");
   EXPECT_EQ(changes.count(), 3);
 }
@@ -84,64 +81,64 @@ TEST_F(CleanupQueueStateTest, says_how_much_would_move_without_a_plural) {
 TEST_F(CleanupQueueStateTest, counts_in_plain_digits) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 1234; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
-  session().selectNodes(nodes, false);
+  session().selection().selectNodes(nodes, false);
   session().queueSelected();
   EXPECT_EQ(state_.countText(), "1234");
   EXPECT_EQ(moveText(), "Move 1234 to Trash · 1.2 KB");
 }
 
 TEST_F(CleanupQueueStateTest, adds_up_to_the_largest_sum_and_ends_the_program_beyond) {
-  session().addToQueue(file("/a", std::numeric_limits<std::int64_t>::max() - 1));
-  session().addToQueue(file("/b", 1));
+  session().cleanupQueue().addToQueue(file("/a", std::numeric_limits<std::int64_t>::max() - 1));
+  session().cleanupQueue().addToQueue(file("/b", 1));
   EXPECT_EQ(moveText(), "Move 2 to Trash · 8192.0 PB");
-  session().addToQueue(file("/c", 1));
+  session().cleanupQueue().addToQueue(file("/c", 1));
   EXPECT_DEATH(state_.moveText(), "overflow");
 }
 
 TEST_F(CleanupQueueStateTest, names_the_header_by_count_and_fold) {
   const QSignalSpy changes(&state_, &CleanupQueueState::headerNameChanged);
-  session().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_EQ(state_.headerName(), "Cleanup Queue, 1 item, expanded");
-  session().addToQueue(file("/b", 1));
+  session().cleanupQueue().addToQueue(file("/b", 1));
   state_.toggleMinimized();
   EXPECT_EQ(state_.headerName(), "Cleanup Queue, 2 items, minimised");
   EXPECT_EQ(changes.count(), 3);
 }
 
 TEST_F(CleanupQueueStateTest, removes_by_the_bytes_of_the_path) {
-  session().addToQueue(file("/caf\xE9", 1));
-  session().addToQueue(file("/caf\xE8", 1));
+  session().cleanupQueue().addToQueue(file("/caf\xE9", 1));
+  session().cleanupQueue().addToQueue(file("/caf\xE8", 1));
   state_.remove(NodeHandle(file("/caf\xE9", 1)));
-  ASSERT_THAT(session().queue(), SizeIs(1));
-  EXPECT_EQ(session().queue().front().path(), "/caf\xE8");
+  ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), "/caf\xE8");
   state_.remove(NodeHandle());
-  EXPECT_THAT(session().queue(), SizeIs(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
   state_.remove(NodeHandle(file("/caf\xE8", 1)));
   EXPECT_EQ(state_.look(), CleanupQueueState::Hidden);
-  session().addToQueue(file("/again", 1));
+  session().cleanupQueue().addToQueue(file("/again", 1));
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
 }
 
 TEST_F(CleanupQueueStateTest, clears_without_moving_anything) {
   machine_.trash.put("/a");
-  session().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
   state_.toggleMinimized();
   state_.clear();
   EXPECT_EQ(state_.look(), CleanupQueueState::Hidden);
-  EXPECT_THAT(session().queue(), IsEmpty());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
   EXPECT_TRUE(machine_.trash.has("/a"));
 }
 
 TEST_F(CleanupQueueStateTest, moves_all_to_the_trash) {
   machine_.trash.put("/a");
-  session().addToQueue(file("/a", 1));
-  session().addToQueue(file("/gone", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/gone", 1));
   state_.moveToTrash();
   EXPECT_EQ(state_.look(), CleanupQueueState::Hidden);
-  EXPECT_THAT(session().queue(), IsEmpty());
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
   EXPECT_FALSE(machine_.trash.has("/a"));
-  EXPECT_THAT(session().lastTrashed(), SizeIs(1));
+  EXPECT_THAT(session().removal().lastTrashed(), SizeIs(1));
 }
 
 }  // namespace

@@ -2,13 +2,12 @@
 // Nothing moves before a button is pressed.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Queue
 
 FocusScope {
     id: view
 
-    required property ScanSession session
+    required property CleanupQueueState queue
 
     // Where the keyboard was before it came in here.
     property Item keyboardOutside: null
@@ -31,8 +30,8 @@ FocusScope {
     }
 
     width: 420
-    height: queue.look === CleanupQueueState.Minimized ? 44 : 360
-    visible: queue.look !== CleanupQueueState.Hidden
+    height: view.queue.look === CleanupQueueState.Minimized ? 44 : 360
+    visible: view.queue.look !== CleanupQueueState.Hidden
     onVisibleChanged: {
         if (!visible && activeFocus)
             sendKeyboardAway()
@@ -44,12 +43,6 @@ FocusScope {
 
     Accessible.role: Accessible.Pane
     Accessible.name: "Cleanup Queue"
-
-    CleanupQueueState {
-        id: queue
-
-        session: view.session
-    }
 
     RoundedPanel {
         objectName: "surface"
@@ -76,7 +69,7 @@ FocusScope {
         objectName: "queueHeader"
         width: parent.width
         height: 44
-        queue: queue
+        queue: view.queue
 
         Keys.onTabPressed: event => {
             if (body.visible && list.count > 0)
@@ -92,7 +85,7 @@ FocusScope {
         y: header.height
         width: parent.width
         height: 360 - y
-        visible: queue.look === CleanupQueueState.Open
+        visible: view.queue.look === CleanupQueueState.Open
         onVisibleChanged: {
             if (!visible && activeFocus && view.visible) {
                 // Who works by the keyboard goes on seeing where it is.
@@ -118,10 +111,8 @@ FocusScope {
             y: 1
             width: parent.width - 2
             height: footer.y - y
-            queue: queue
-            model: QueueListModel {
-                session: view.session
-            }
+            queue: view.queue
+            model: view.queue.rows
             onKeyboardLeft: steps => {
                 if (steps > 0)
                     footer.takeKeyboard(Qt.TabFocusReason)
@@ -136,7 +127,7 @@ FocusScope {
             objectName: "queueFooter"
             y: parent.height - height
             width: parent.width
-            queue: queue
+            queue: view.queue
             onKeyboardLeft: {
                 if (list.count > 0)
                     list.enter(true, Qt.BacktabFocusReason)

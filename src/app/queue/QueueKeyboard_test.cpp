@@ -22,7 +22,7 @@ class QueueKeyboard : public QueueScene {
     std::vector<DiskNode> nodes;
     nodes.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
-    session().selectNodes(nodes, false);
+    session().selection().selectNodes(nodes, false);
     session().queueSelected();
     update();
   }
@@ -67,7 +67,7 @@ TEST_F(QueueKeyboard, comes_to_every_control_from_top_to_bottom_and_back) {
 TEST_F(QueueKeyboard, comes_to_the_header_alone_of_a_folded_panel) {
   show();
   queueThree();
-  session().setQueueMinimized(true);
+  session().cleanupQueue().setQueueMinimized(true);
   update();
   focusOn("before");
   press(Qt::Key_Tab);
@@ -89,7 +89,7 @@ TEST_F(QueueKeyboard, stays_where_it_is_when_the_panel_opens) {
   focusOn("before");
   queueThree();
   EXPECT_EQ(focused(), item("before"));
-  session().setQueueMinimized(true);
+  session().cleanupQueue().setQueueMinimized(true);
   queue({file("/data/more", 1)});
   EXPECT_EQ(focused(), item("before"));
 }
@@ -99,11 +99,11 @@ TEST_F(QueueKeyboard, folds_and_unfolds_by_return_by_space_and_for_assistive_too
   queueThree();
   focusOn("queueHeader");
   press(Qt::Key_Return);
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
   press(Qt::Key_Space);
-  EXPECT_FALSE(session().queueMinimized());
+  EXPECT_FALSE(session().cleanupQueue().queueMinimized());
   told(focused())->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
   EXPECT_EQ(focused(), item("queueHeader"));
 }
 
@@ -131,7 +131,7 @@ TEST_F(QueueKeyboard, goes_back_to_where_it_was_when_the_panel_goes) {
     queueThree();
     focusOn(button);
     if (QString(button) == "queueHeader") {
-      session().setQueueOpen(false);
+      session().cleanupQueue().setQueueOpen(false);
       update();
     } else {
       press(Qt::Key_Return);
@@ -165,10 +165,10 @@ TEST_F(QueueKeyboard, goes_to_the_header_when_the_panel_is_folded_from_elsewhere
   show();
   queueThree();
   for (QQuickItem* place : {removeButton(1), item("clear")}) {
-    session().setQueueMinimized(false);
+    session().cleanupQueue().setQueueMinimized(false);
     update();
     place->forceActiveFocus(Qt::TabFocusReason);
-    session().setQueueMinimized(true);
+    session().cleanupQueue().setQueueMinimized(true);
     update();
     EXPECT_EQ(focused(), item("queueHeader"));
   }
@@ -202,7 +202,7 @@ TEST_F(QueueKeyboard, leafs_through_thousands_of_rows) {
   EXPECT_EQ(focusedRow(), "f0");
   press(Qt::Key_Return);
   EXPECT_EQ(focusedRow(), "f1");
-  EXPECT_THAT(session().queue(), SizeIs(4998));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(4998));
 }
 
 TEST_F(QueueKeyboard, keeps_its_row_while_the_list_is_scrolled_away_from_it) {
@@ -220,7 +220,7 @@ TEST_F(QueueKeyboard, keeps_its_row_when_another_one_goes) {
   show();
   queueThree();
   removeButton(2)->forceActiveFocus(Qt::TabFocusReason);
-  session().removeFromQueue("/data/film.mp4");
+  session().cleanupQueue().removeFromQueue("/data/film.mp4");
   update();
   EXPECT_EQ(focusedRow(), "note");
   queue({file("/data/more", 1)});

@@ -10,14 +10,9 @@
 
 namespace tessaly {
 
-void QueueListModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::queueChanged, this, &QueueListModel::follow);
-  }
-  emit sessionChanged();
+QueueListModel::QueueListModel(const CleanupQueue& queue, QObject* parent)
+    : QAbstractListModel(parent), queue_(queue) {
+  connect(&queue_, &CleanupQueue::queueChanged, this, &QueueListModel::follow);
   follow();
 }
 
@@ -34,10 +29,8 @@ bool QueueListModel::startsWith(const std::vector<Row>& rows, const std::vector<
 // happen is another list.
 void QueueListModel::follow() {
   std::vector<Row> wanted;
-  if (session_ != nullptr) {
-    wanted.reserve(session_->queue().size());
-    for (const DiskNode& node : session_->queue()) wanted.push_back({node.path(), node});
-  }
+  wanted.reserve(queue_.queue().size());
+  for (const DiskNode& node : queue_.queue()) wanted.push_back({node.path(), node});
   removeAllBut(wanted);
   if (!startsWith(wanted, rows_)) {
     beginResetModel();

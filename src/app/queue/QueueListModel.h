@@ -10,15 +10,14 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/NodeHandle.h"
-#include "session/ScanSession.h"
+#include "session/CleanupQueue.h"
 
 namespace tessaly {
 
 class QueueListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
 
  public:
   enum Role {
@@ -27,17 +26,12 @@ class QueueListModel : public QAbstractListModel {
     NodeRole,                     // the node itself, as a NodeHandle
   };
 
-  using QAbstractListModel::QAbstractListModel;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit QueueListModel(const CleanupQueue& queue, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
-
- signals:
-  void sessionChanged();
 
  private:
   // No two queued nodes have the same path.
@@ -51,7 +45,7 @@ class QueueListModel : public QAbstractListModel {
   static bool startsWith(const std::vector<Row>& rows, const std::vector<Row>& beginning);
   static bool isSame(const Row& a, const Row& b);
 
-  ScanSession* session_ = nullptr;
+  const CleanupQueue& queue_;
   std::vector<Row> rows_;
 };
 

@@ -19,10 +19,8 @@ using Texts = std::vector<std::string>;
 
 class QueueListModelTest : public SessionFixture {
  protected:
-  QueueListModelTest() { model_.setSession(&session()); }
-
   void queue(const Texts& paths) {
-    for (const std::string& path : paths) session().addToQueue(file(path, 1536));
+    for (const std::string& path : paths) session().cleanupQueue().addToQueue(file(path, 1536));
   }
   QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
   Texts column(int role) {
@@ -38,18 +36,17 @@ class QueueListModelTest : public SessionFixture {
     return paths;
   }
 
-  QueueListModel model_;
+  QueueListModel model_{session().cleanupQueue()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST(QueueListModelAlone, is_empty) {
-  const QueueListModel model;
-  EXPECT_EQ(model.rowCount(), 0);
+TEST_F(QueueListModelTest, is_empty_at_first) {
+  EXPECT_EQ(model_.rowCount(), 0);
 }
 
 TEST_F(QueueListModelTest, has_a_row_a_node_in_the_order_of_adding) {
-  session().addToQueue(file("/b/second", 1536));
-  session().addToQueue(folder("/a/first", 1LL << 30U));
+  session().cleanupQueue().addToQueue(file("/b/second", 1536));
+  session().cleanupQueue().addToQueue(folder("/a/first", 1LL << 30U));
   EXPECT_THAT(column(QueueListModel::NameRole), ElementsAre("second", "first"));
   EXPECT_THAT(column(QueueListModel::SizeRole), ElementsAre("1.5 KB", "1.0 GB"));
   EXPECT_THAT(handed(), ElementsAre("/b/second", "/a/first"));
@@ -72,8 +69,8 @@ TEST_F(QueueListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes)
   const QSignalSpy resets(&model_, &QueueListModel::modelReset);
   QSignalSpy removals(&model_, &QueueListModel::rowsRemoved);
   QSignalSpy insertions(&model_, &QueueListModel::rowsInserted);
-  session().removeFromQueue("/b");
-  session().addToQueue(file("/d", 1));
+  session().cleanupQueue().removeFromQueue("/b");
+  session().cleanupQueue().addToQueue(file("/d", 1));
   EXPECT_THAT(handed(), ElementsAre("/a", "/c", "/d"));
   EXPECT_EQ(resets.count(), 0);
   ASSERT_EQ(removals.count(), 1);
@@ -85,26 +82,21 @@ TEST_F(QueueListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes)
 TEST_F(QueueListModelTest, takes_a_whole_selection_and_lets_all_of_it_go_in_one_step_each) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
-  session().selectNodes(nodes, false);
+  session().selection().selectNodes(nodes, false);
   const QSignalSpy insertions(&model_, &QueueListModel::rowsInserted);
   const QSignalSpy removals(&model_, &QueueListModel::rowsRemoved);
   session().queueSelected();
   EXPECT_EQ(model_.rowCount(), 100);
   EXPECT_EQ(insertions.count(), 1);
-  session().clearQueue();
+  session().cleanupQueue().clearQueue();
   EXPECT_THAT(handed(), IsEmpty());
   EXPECT_EQ(removals.count(), 1);
 }
 
-TEST_F(QueueListModelTest, changes_over_to_another_session_and_to_none) {
+TEST_F(QueueListModelTest, has_the_rows_of_what_waits_already_when_it_is_made) {
   queue({"/a", "/b"});
-  QueueListModel other;
-  other.setSession(&session());
+  const QueueListModel other(session().cleanupQueue());
   EXPECT_EQ(other.rowCount(), 2);
-  model_.setSession(nullptr);
-  EXPECT_EQ(model_.rowCount(), 0);
-  queue({"/c"});
-  EXPECT_EQ(model_.rowCount(), 0);
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ TEST_F(QueueLook, of_the_open_panel) {
 TEST_F(QueueLook, of_the_folded_panel) {
   show();
   queueThree();
-  session().setQueueMinimized(true);
+  session().cleanupQueue().setQueueMinimized(true);
   update();
   EXPECT_EQ(rectOf(panel()), QRectF(200, 100, 420, 44));
   expectLook(panel(), {{"surface", "width", 420},
@@ -142,7 +142,7 @@ TEST_F(QueueLook, of_the_button_when_much_waits) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 5000; ++i)
     nodes.push_back(file("/data/" + std::to_string(i), (1000LL << 30U) / 5000));
-  session().selectNodes(nodes, false);
+  session().selection().selectNodes(nodes, false);
   session().queueSelected();
   update();
   QQuickItem* const label = itemNamed(item("moveToTrash"), "label");

@@ -22,13 +22,12 @@ namespace {
 constexpr const char* sceneText = R"(
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Queue
 
 Item {
     id: scene
 
-    required property ScanSession session
+    required property CleanupQueueState queue
     property int clicksBelow: 0
 
     width: 700
@@ -50,7 +49,7 @@ Item {
         objectName: "panel"
         x: 200
         y: 100
-        session: scene.session
+        queue: scene.queue
     }
 
     MarrowSecondaryButton { objectName: "after"; x: 120; y: 20; text: "After" }
@@ -65,8 +64,9 @@ void QueueScene::show() {
   });
   auto* component = new QQmlComponent(view_->engine(), view_.get());
   component->setData(sceneText, QUrl(QStringLiteral("qrc:/QueueScene.qml")));
+  state_ = std::make_unique<CleanupQueueState>(session());
   QObject* root =
-      component->createWithInitialProperties({{"session", QVariant::fromValue(&session())}});
+      component->createWithInitialProperties({{"queue", QVariant::fromValue(state_.get())}});
   ASSERT_NE(root, nullptr) << component->errorString().toStdString();
   view_->setColor(QColor(0x12, 0x13, 0x18));
   view_->setContent(QUrl(), component, root);
@@ -77,7 +77,7 @@ void QueueScene::show() {
 }
 
 void QueueScene::queue(const std::vector<DiskNode>& nodes) {
-  for (const DiskNode& node : nodes) session().addToQueue(node);
+  for (const DiskNode& node : nodes) session().cleanupQueue().addToQueue(node);
   if (view_) update();
 }
 
@@ -88,7 +88,7 @@ void QueueScene::queueThree() {
 
 std::vector<std::string> QueueScene::queued() const {
   std::vector<std::string> paths;
-  for (const DiskNode& node : session_->queue()) paths.push_back(node.path());
+  for (const DiskNode& node : session_->cleanupQueue().queue()) paths.push_back(node.path());
   return paths;
 }
 

@@ -12,6 +12,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "app/queue/CleanupQueueState.h"
 #include "session/SessionFixture_test.h"
 
 namespace tessaly {
@@ -50,6 +51,7 @@ class QueueScene : public SessionFixture {
   int clicksBelow() const;
 
  private:
+  std::unique_ptr<CleanupQueueState> state_;
   std::unique_ptr<QQuickView> view_;
 };
 

@@ -21,7 +21,7 @@ TEST_F(QueueView, is_hidden_until_something_waits) {
   EXPECT_FALSE(panel()->isVisible());
   queueThree();
   EXPECT_TRUE(panel()->isVisible());
-  session().setQueueOpen(false);
+  session().cleanupQueue().setQueueOpen(false);
   EXPECT_FALSE(panel()->isVisible());
 }
 
@@ -33,10 +33,10 @@ TEST_F(QueueView, folds_and_unfolds_wherever_the_header_is_clicked) {
     for (const double y : {102.0, 122.0, 141.0}) {
       clickAt({x, y});
       isMinimized = !isMinimized;
-      EXPECT_EQ(session().queueMinimized(), isMinimized) << x << ", " << y;
+      EXPECT_EQ(session().cleanupQueue().queueMinimized(), isMinimized) << x << ", " << y;
     }
   }
-  EXPECT_THAT(session().queue(), SizeIs(3));
+  EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(3));
 }
 
 TEST_F(QueueView, opens_fully_on_a_new_path_and_not_on_one_that_waits) {
@@ -84,7 +84,7 @@ TEST_F(QueueView, moves_all_to_the_trash) {
   click(item("moveToTrash"));
   EXPECT_THAT(queued(), IsEmpty());
   EXPECT_FALSE(panel()->isVisible());
-  EXPECT_THAT(session().lastTrashed(), SizeIs(3));
+  EXPECT_THAT(session().removal().lastTrashed(), SizeIs(3));
   EXPECT_FALSE(machine_.trash.has("/data/caf\xE9\n.mp3"));
   EXPECT_TRUE(machine_.trash.has("/data/other"));
 }
@@ -109,7 +109,7 @@ TEST_F(QueueView, scrolls_by_the_wheel_and_keeps_only_the_rows_near_sight) {
   show();
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 5000; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
-  session().selectNodes(nodes, false);
+  session().selection().selectNodes(nodes, false);
   session().queueSelected();
   update();
   EXPECT_LT(rows().size(), 40U);
@@ -132,7 +132,7 @@ TEST_F(QueueView, stays_where_it_was_scrolled_to_when_a_row_goes_and_one_comes) 
   show();
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
-  session().selectNodes(nodes, false);
+  session().selection().selectNodes(nodes, false);
   session().queueSelected();
   update();
   wheelAt({300, 250}, -15 * 20);

@@ -54,7 +54,7 @@ Item {
             width: 14
             height: 14
             strokeWidth: 2
-            value: footer.actions.session ? footer.actions.session.scanPercent : 0
+            value: footer.actions.session.run.scanPercent
             from: Theme.accent
             to: Theme.accent
 

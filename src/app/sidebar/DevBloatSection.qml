@@ -10,12 +10,6 @@ Column {
 
     spacing: 4
 
-    FilterListModel {
-        id: filters
-
-        session: section.actions.session
-    }
-
     Row {
         objectName: "devBloatHeader"
         spacing: 6
@@ -61,7 +55,7 @@ Column {
         spacing: 2
 
         Repeater {
-            model: filters
+            model: section.actions.filters
 
             // The names of this file reach into the component, though the linter cannot know.
             // qmllint disable unqualified

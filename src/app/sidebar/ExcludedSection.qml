@@ -13,13 +13,6 @@ Column {
 
     spacing: 3
 
-    PathListModel {
-        id: folders
-
-        session: section.actions.session
-        list: PathListModel.Excludes
-    }
-
     Item {
         width: parent.width
         height: add.height + 2
@@ -46,7 +39,7 @@ Column {
             symbolSize: 10
             symbolColor: Theme.accent
             help: "Exclude a folder from scans"
-            onClicked: section.actions.session.addExclude()
+            onClicked: section.actions.session.choices.addExclude()
 
             background: RoundedPanel {
                 objectName: "background"
@@ -58,7 +51,7 @@ Column {
 
     Text {
         objectName: "noExcludes"
-        visible: folders.count === 0
+        visible: section.actions.excludes.count === 0
         text: "No folders excluded"
         opacity: 0.8
         color: Theme.muted
@@ -86,7 +79,7 @@ Column {
         visible: count > 0
         actions: section.actions
         area: section.area
-        model: folders
+        model: section.actions.excludes
         onKeyboardLeft: (steps, reason) => {
             const next = steps > 0 ? below.nextItemInFocusChain() : above.nextItemInFocusChain(false)
             next.forceActiveFocus(reason)

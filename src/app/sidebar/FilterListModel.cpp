@@ -6,18 +6,14 @@
 
 namespace tessaly {
 
-void FilterListModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr)
-    connect(session_, &ScanSession::filtersChanged, this, &FilterListModel::follow);
-  emit sessionChanged();
+FilterListModel::FilterListModel(const Choices& choices, QObject* parent)
+    : QAbstractListModel(parent), choices_(choices) {
+  connect(&choices_, &Choices::filtersChanged, this, &FilterListModel::follow);
   follow();
 }
 
 void FilterListModel::follow() {
-  std::vector<BloatFilter> now = session_ != nullptr ? session_->filters() : decltype(filters_)();
+  std::vector<BloatFilter> now = choices_.filters();
   if (!std::ranges::equal(now, filters_, {}, &BloatFilter::id, &BloatFilter::id)) {
     beginResetModel();
     filters_ = std::move(now);

@@ -6,7 +6,7 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
-#include "session/ScanSession.h"
+#include "session/Choices.h"
 #include "treemap/BloatFilter.h"
 
 namespace tessaly {
@@ -14,8 +14,7 @@ namespace tessaly {
 class FilterListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
 
  public:
   enum Role {
@@ -26,22 +25,17 @@ class FilterListModel : public QAbstractListModel {
     SkippedRole,      // the next scan leaves out what matches
   };
 
-  using QAbstractListModel::QAbstractListModel;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit FilterListModel(const Choices& choices, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
 
- signals:
-  void sessionChanged();
-
  private:
   void follow();
 
-  ScanSession* session_ = nullptr;
+  const Choices& choices_;
   std::vector<BloatFilter> filters_;
 };
 

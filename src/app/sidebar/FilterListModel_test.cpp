@@ -12,11 +12,9 @@ namespace {
 
 class FilterListModelTest : public SessionFixture {
  protected:
-  FilterListModelTest() { model_.setSession(&session()); }
-
   QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
 
-  FilterListModel model_;
+  FilterListModel model_{session().choices()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
@@ -36,8 +34,8 @@ TEST_F(FilterListModelTest, lists_the_catalogue_in_its_order) {
 TEST_F(FilterListModelTest, tells_of_the_one_row_that_is_switched) {
   const QSignalSpy resets(&model_, &FilterListModel::modelReset);
   QSignalSpy changes(&model_, &FilterListModel::dataChanged);
-  session().toggleFilter("xcode");
-  session().toggleSkip("build");
+  session().choices().toggleFilter("xcode");
+  session().choices().toggleSkip("build");
   EXPECT_EQ(resets.count(), 0);
   ASSERT_EQ(changes.count(), 2);
   EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 1);
@@ -50,7 +48,7 @@ TEST_F(FilterListModelTest, tells_of_the_one_row_that_is_switched) {
 
 TEST_F(FilterListModelTest, is_made_anew_for_other_filters) {
   const QSignalSpy resets(&model_, &FilterListModel::modelReset);
-  session().setFilters({BloatFilter::catalog()[3]});
+  session().choices().setFilters({BloatFilter::catalog()[3]});
   EXPECT_EQ(resets.count(), 1);
   EXPECT_EQ(model_.rowCount(), 1);
 }

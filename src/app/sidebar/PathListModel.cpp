@@ -3,43 +3,35 @@
 #include <algorithm>
 #include <cstddef>
 #include <unordered_map>
+#include <utility>
 
 #include "app/model/DisplayText.h"
 #include "scan/PathName.h"
 
 namespace tessaly {
 
-void PathListModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    for (const auto changed :
-         {&ScanSession::pinsChanged, &ScanSession::recentsChanged, &ScanSession::excludesChanged})
-      connect(session_, changed, this, &PathListModel::follow);
-  }
-  emit sessionChanged();
-  follow();
-}
-
-void PathListModel::setList(List list) {
-  if (list == list_) return;
-  list_ = list;
-  emit listChanged();
+PathListModel::PathListModel(const Choices& choices, List list, std::string homeDirectory,
+                             QObject* parent)
+    : QAbstractListModel(parent),
+      choices_(choices),
+      list_(list),
+      homeDirectory_(std::move(homeDirectory)) {
+  for (const auto changed :
+       {&Choices::pinsChanged, &Choices::recentsChanged, &Choices::excludesChanged})
+    connect(&choices_, changed, this, &PathListModel::follow);
   follow();
 }
 
 std::vector<std::string> PathListModel::pathsOfSession() const {
-  if (session_ == nullptr) return {};
   switch (list_) {
     case Pins:
-      return session_->pins();
+      return choices_.pins();
     case Recents:
-      return session_->recents();
+      return choices_.recents();
     case Excludes:
       break;
   }
-  return session_->excludes();
+  return choices_.excludes();
 }
 
 void PathListModel::follow() {
@@ -83,7 +75,7 @@ void PathListModel::removeAllBut(const std::vector<std::string>& wanted) {
 QString PathListModel::nameOf(const std::string& path) const {
   if (list_ != Excludes) {
     if (path == "/") return QStringLiteral("Macintosh HD");
-    if (path == session_->homeDirectory()) return QStringLiteral("Home");
+    if (path == homeDirectory_) return QStringLiteral("Home");
   }
   return displayText(lastPathComponent(path));
 }

@@ -9,16 +9,15 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/PathHandle.h"
-#include "session/ScanSession.h"
+#include "session/Choices.h"
 
 namespace tessaly {
 
 class PathListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
-  Q_PROPERTY(List list READ list WRITE setList NOTIFY listChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  Q_PROPERTY(List list READ list CONSTANT)
   Q_PROPERTY(int count READ count NOTIFY countChanged)
 
  public:
@@ -31,12 +30,11 @@ class PathListModel : public QAbstractListModel {
     PathRole,                     // the folder itself, as a PathHandle
   };
 
-  using QAbstractListModel::QAbstractListModel;
+  // What it is given outlives it.
+  explicit PathListModel(const Choices& choices, List list, std::string homeDirectory,
+                         QObject* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
   List list() const { return list_; }
-  void setList(List list);
   int count() const { return static_cast<int>(paths_.size()); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -44,8 +42,6 @@ class PathListModel : public QAbstractListModel {
   QHash<int, QByteArray> roleNames() const override;
 
  signals:
-  void sessionChanged();
-  void listChanged();
   void countChanged();
 
  private:
@@ -54,8 +50,9 @@ class PathListModel : public QAbstractListModel {
   void follow();
   void removeAllBut(const std::vector<std::string>& wanted);
 
-  ScanSession* session_ = nullptr;
-  List list_ = Pins;
+  const Choices& choices_;
+  const List list_;
+  const std::string homeDirectory_;
   std::vector<std::string> paths_;
 };
 

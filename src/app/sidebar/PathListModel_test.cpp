@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,33 +20,34 @@ using Paths = std::vector<std::string>;
 class PathListModelTest : public SessionFixture {
  protected:
   void start(PathListModel::List list, std::string_view key, const Paths& paths) {
-    model_.setSession(nullptr);
+    tester_.reset();
+    model_.reset();
     settings_.setTexts(key, paths);
     restart();
-    model_.setList(list);
-    model_.setSession(&session());
+    model_.emplace(session().choices(), list, session().homeDirectory());
+    tester_.emplace(&*model_, QAbstractItemModelTester::FailureReportingMode::Fatal);
   }
 
-  QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
+  QVariant at(int row, int role) { return model_->data(model_->index(row), role); }
   std::vector<std::string> column(int role) {
     std::vector<std::string> texts;
-    for (int row = 0; row < model_.rowCount(); ++row)
+    for (int row = 0; row < model_->rowCount(); ++row)
       texts.push_back(at(row, role).toString().toStdString());
     return texts;
   }
   Paths handed() {
     Paths paths;
-    for (int row = 0; row < model_.rowCount(); ++row)
+    for (int row = 0; row < model_->rowCount(); ++row)
       paths.push_back(at(row, PathListModel::PathRole).value<PathHandle>().path());
     return paths;
   }
 
-  PathListModel model_;
-  QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
+  std::optional<PathListModel> model_;
+  std::optional<QAbstractItemModelTester> tester_;
 };
 
-TEST(PathListModelAlone, is_empty) {
-  const PathListModel model;
+TEST_F(PathListModelTest, is_empty_without_folders) {
+  const PathListModel model(session().choices(), PathListModel::Pins, session().homeDirectory());
   EXPECT_EQ(model.count(), 0);
 }
 
@@ -74,11 +76,11 @@ TEST_F(PathListModelTest, hands_over_the_bytes_of_names_that_are_no_text) {
 
 TEST_F(PathListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) {
   start(PathListModel::Pins, "marrow.pins", {"/a", "/b", "/c"});
-  const QSignalSpy resets(&model_, &PathListModel::modelReset);
-  QSignalSpy removals(&model_, &PathListModel::rowsRemoved);
-  QSignalSpy insertions(&model_, &PathListModel::rowsInserted);
-  session().togglePin("/b");
-  session().togglePin("/d");
+  const QSignalSpy resets(&*model_, &PathListModel::modelReset);
+  QSignalSpy removals(&*model_, &PathListModel::rowsRemoved);
+  QSignalSpy insertions(&*model_, &PathListModel::rowsInserted);
+  session().choices().togglePin("/b");
+  session().choices().togglePin("/d");
   EXPECT_THAT(handed(), ElementsAre("/d", "/a", "/c"));
   EXPECT_EQ(resets.count(), 0);
   ASSERT_EQ(removals.count(), 1);
@@ -89,8 +91,8 @@ TEST_F(PathListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) 
 
 TEST_F(PathListModelTest, moves_a_recent_folder_to_the_front) {
   start(PathListModel::Recents, "marrow.recents", {"/a", "/b", "/c"});
-  const QSignalSpy removals(&model_, &PathListModel::rowsRemoved);
-  QSignalSpy moves(&model_, &PathListModel::rowsMoved);
+  const QSignalSpy removals(&*model_, &PathListModel::rowsRemoved);
+  QSignalSpy moves(&*model_, &PathListModel::rowsMoved);
   scanTo(folder("/c", 5, {file("/c/f", 5)}));
   EXPECT_THAT(handed(), ElementsAre("/c", "/a", "/b"));
   EXPECT_EQ(removals.count(), 0);
@@ -102,27 +104,28 @@ TEST_F(PathListModelTest, follows_lists_that_have_little_in_common) {
   const std::vector<Paths> steps = {
       {"/d", "/x", "/b"}, {"/x", "/x", "/b", "/x"}, {"/b", "/x"}, {}, {"/a"}, {"/c", "/b", "/a"}};
   for (const Paths& step : steps) {
-    session().setExcludes(step);
+    session().choices().setExcludes(step);
     EXPECT_EQ(handed(), step);
-    EXPECT_EQ(model_.count(), static_cast<int>(step.size()));
+    EXPECT_EQ(model_->count(), static_cast<int>(step.size()));
   }
 }
 
 TEST_F(PathListModelTest, tells_of_its_count_once_it_is_another) {
   start(PathListModel::Excludes, "marrow.excludes", {"/a", "/b"});
-  const QSignalSpy counts(&model_, &PathListModel::countChanged);
-  session().setExcludes({"/b", "/a"});
+  const QSignalSpy counts(&*model_, &PathListModel::countChanged);
+  session().choices().setExcludes({"/b", "/a"});
   EXPECT_EQ(counts.count(), 0);
-  session().removeExclude("/a");
+  session().choices().removeExclude("/a");
   EXPECT_EQ(counts.count(), 1);
 }
 
 TEST_F(PathListModelTest, follows_its_own_list_alone) {
   start(PathListModel::Pins, "marrow.pins", {"/a"});
-  session().setExcludes({"/x"});
+  session().choices().setExcludes({"/x"});
   EXPECT_THAT(handed(), ElementsAre("/a"));
-  model_.setList(PathListModel::Excludes);
-  EXPECT_THAT(handed(), ElementsAre("/x"));
+  const PathListModel excludes(session().choices(), PathListModel::Excludes,
+                               session().homeDirectory());
+  EXPECT_EQ(excludes.count(), 1);
 }
 
 }  // namespace

@@ -6,22 +6,15 @@ Column {
     id: section
 
     required property SidebarState actions
-    required property int list
+    required property PathListModel folders
     required property string title
     required property string symbol
     required property color tint
 
-    readonly property bool isFilled: folders.count > 0
+    readonly property bool isFilled: section.folders.count > 0
 
     visible: isFilled
     spacing: 3
-
-    PathListModel {
-        id: folders
-
-        session: section.actions.session
-        list: section.list
-    }
 
     SectionHeader {
         objectName: "sectionHeader"
@@ -31,7 +24,7 @@ Column {
     }
 
     Repeater {
-        model: folders
+        model: section.folders
 
         // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
@@ -39,7 +32,7 @@ Column {
             objectName: "pathRow"
             width: section.width
             actions: section.actions
-            pinned: section.list === PathListModel.Pins
+            pinned: section.folders.list === PathListModel.Pins
         }
         // qmllint enable unqualified
     }

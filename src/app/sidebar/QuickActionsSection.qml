@@ -52,6 +52,6 @@ Column {
         symbol: "xmark.circle.fill"
         symbolColor: Theme.error
         labelColor: Theme.error
-        onClicked: section.actions.session.cancel()
+        onClicked: section.actions.session.run.cancel()
     }
 }

@@ -114,8 +114,8 @@ TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
   EXPECT_EQ(labels("volumeList", "volumeLabel"), (QStringList{"Macintosh HD", "Backup", "Films"}));
   keepPicture("sidebar-volumes");
   click(all("volume")[2]);
-  EXPECT_EQ(session().scanRoot(), "/media/Films");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().scanRoot(), "/media/Films");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("volumeList"));
 }
 
@@ -129,7 +129,7 @@ TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
   EXPECT_TRUE(shows("volumeList"));
   click("rescanVolume");
   EXPECT_FALSE(shows("volumeList"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   click("volumeMenu");
   EXPECT_TRUE(shows("volumeList"));
   mount({"/"});
@@ -154,7 +154,7 @@ TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
   settings_.setTexts(ScanStore::pinsKey, {"/"});
   remember(ScanStore::recentsKey, {"/"});
   mount({"/", "Backup"});
-  const std::string before = session().scanRoot();
+  const std::string before = session().run().scanRoot();
   show(1000);
   const std::vector<std::function<void()>> ways = {
       [&] { click("scanFullMac"); },
@@ -168,15 +168,15 @@ TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
     access().setShowGate(false);
     way();
     EXPECT_TRUE(access().showGate());
-    EXPECT_EQ(session().status(), ScanStatus::complete);
-    EXPECT_EQ(session().scanRoot(), before);
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
+    EXPECT_EQ(session().run().scanRoot(), before);
   }
   mayRead_ = true;
   for (const auto& way : ways) {
     way();
-    EXPECT_EQ(session().status(), ScanStatus::scanning);
-    EXPECT_EQ(session().scanRoot(), "/");
-    session().cancel();
+    EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+    EXPECT_EQ(session().run().scanRoot(), "/");
+    session().run().cancel();
     settle();
   }
   EXPECT_FALSE(access().showGate());
@@ -187,20 +187,20 @@ TEST_F(Sidebar, scans_any_other_folder_straight_away) {
   remember(ScanStore::recentsKey, {"/srv/caf\xe9"});
   show(1000);
   click(in(rowOf("pinned", "pin"), "pathLabel"));
-  EXPECT_EQ(session().scanRoot(), "/srv/pin");
-  session().cancel();
+  EXPECT_EQ(session().run().scanRoot(), "/srv/pin");
+  session().run().cancel();
   settle();
   click(in(rowOf("recents", QStringLiteral("caf\uFFFD")), "pathLabel"));
-  EXPECT_EQ(session().scanRoot(), "/srv/caf\xe9");
-  session().cancel();
+  EXPECT_EQ(session().run().scanRoot(), "/srv/caf\xe9");
+  session().run().cancel();
   settle();
   click("scanHome");
-  EXPECT_EQ(session().scanRoot(), "/home/user");
-  session().cancel();
+  EXPECT_EQ(session().run().scanRoot(), "/home/user");
+  session().run().cancel();
   settle();
   folderPanel_.answer = "/chosen";
   click("chooseFolder");
-  EXPECT_EQ(session().scanRoot(), "/chosen");
+  EXPECT_EQ(session().run().scanRoot(), "/chosen");
   EXPECT_FALSE(access().showGate());
 }
 
@@ -218,12 +218,12 @@ TEST_F(Sidebar, starts_no_second_scan_while_one_runs) {
     click(label);
   }
   for (QQuickItem* star : all("star")) EXPECT_TRUE(star->isEnabled());
-  EXPECT_EQ(session().scanRoot(), "/srv/running");
+  EXPECT_EQ(session().run().scanRoot(), "/srv/running");
   EXPECT_FALSE(access().showGate());
   EXPECT_TRUE(folderPanel_.requests.empty());
   keepPicture("sidebar-scanning");
   click("cancelScan");
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_FALSE(shows("cancelScan"));
   EXPECT_TRUE(find("scanHome")->isEnabled());
 }
@@ -232,21 +232,21 @@ TEST_F(Sidebar, scans_again_from_its_foot) {
   fill();
   show();
   click("rescanVolume");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().scanRoot(), "/home/user");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().scanRoot(), "/home/user");
 }
 
 TEST_F(Sidebar, brings_the_panes_to_the_front) {
   show();
   click("systemPulse");
-  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
   EXPECT_TRUE(read("systemPulse", "active").toBool());
   EXPECT_FALSE(read("diskTreemap", "active").toBool());
   click("appLeftovers");
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
   EXPECT_TRUE(read("appLeftovers", "active").toBool());
   click("diskTreemap");
-  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
   EXPECT_TRUE(read("diskTreemap", "active").toBool());
 }
 
@@ -269,13 +269,13 @@ TEST_F(Sidebar, shows_a_pinned_folder_that_is_recent_too_in_both_lists) {
   remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
   show(1000);
   click(in(rowOf("recents", "b"), "star"));
-  EXPECT_THAT(session().pins(), ElementsAre("/srv/b"));
+  EXPECT_THAT(session().choices().pins(), ElementsAre("/srv/b"));
   EXPECT_EQ(labels("pinned"), QStringList{"b"});
   EXPECT_EQ(labels("recents"), (QStringList{"a", "b"}));
   EXPECT_EQ(in(in(rowOf("pinned", "b"), "star"), "symbol")->property("name"), "star.fill");
   EXPECT_EQ(in(in(rowOf("recents", "b"), "star"), "symbol")->property("name"), "star");
   click(in(rowOf("pinned", "b"), "star"));
-  EXPECT_TRUE(session().pins().empty());
+  EXPECT_TRUE(session().choices().pins().empty());
   EXPECT_FALSE(shows("pinned"));
 }
 
@@ -283,11 +283,11 @@ TEST_F(Sidebar, leaves_folders_out_and_takes_them_back) {
   show(1000);
   folderPanel_.answer = "/srv/caf\xe9";
   click("addExclude");
-  EXPECT_THAT(session().excludes(), ElementsAre("/srv/caf\xe9"));
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/srv/caf\xe9"));
   EXPECT_EQ(labels("excludedSection", "excludeName"), QStringList{QStringLiteral("caf\uFFFD")});
   EXPECT_FALSE(shows("noExcludes"));
   click("removeExclude");
-  EXPECT_TRUE(session().excludes().empty());
+  EXPECT_TRUE(session().choices().excludes().empty());
   EXPECT_TRUE(shows("noExcludes"));
 }
 
@@ -350,8 +350,8 @@ TEST_F(Sidebar, removes_the_row_that_was_clicked_out_of_a_long_list) {
   QQuickItem* const row = *inSight;
   const std::string path = "/srv/" + text(row, "excludeName").toStdString();
   click(all("removeExclude", row).front());
-  EXPECT_EQ(session().excludes().size(), 9999U);
-  EXPECT_EQ(std::ranges::count(session().excludes(), path), 0);
+  EXPECT_EQ(session().choices().excludes().size(), 9999U);
+  EXPECT_EQ(std::ranges::count(session().choices().excludes(), path), 0);
 }
 
 TEST_F(Sidebar, shows_as_many_pins_and_recent_folders_as_there_can_be) {
@@ -366,15 +366,15 @@ TEST_F(Sidebar, switches_filters_and_skips_them_each_for_itself) {
   show(1000);
   click("xcode/highlight");
   click("build/skip");
-  EXPECT_TRUE(session().filters()[1].enabled);
-  EXPECT_FALSE(session().filters()[1].skipScan);
-  EXPECT_FALSE(session().filters()[2].enabled);
-  EXPECT_TRUE(session().filters()[2].skipScan);
+  EXPECT_TRUE(session().choices().filters()[1].enabled);
+  EXPECT_FALSE(session().choices().filters()[1].skipScan);
+  EXPECT_FALSE(session().choices().filters()[2].enabled);
+  EXPECT_TRUE(session().choices().filters()[2].skipScan);
   EXPECT_TRUE(read("xcode/highlight", "on").toBool());
   EXPECT_FALSE(read("build/highlight", "on").toBool());
   click("xcode/highlight");
   click("build/skip");
-  EXPECT_EQ(session().filters(), BloatFilter::catalog());
+  EXPECT_EQ(session().choices().filters(), BloatFilter::catalog());
 }
 
 TEST_F(Sidebar, says_what_a_symbol_does_when_the_pointer_rests_on_it) {

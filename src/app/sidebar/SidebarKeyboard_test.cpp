@@ -97,22 +97,22 @@ TEST_F(SidebarKeyboard, presses_entries_by_return_and_by_space) {
   show();
   ASSERT_TRUE(tabTo(find("systemPulse")));
   press(Qt::Key_Return);
-  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
   ASSERT_TRUE(tabTo(find("appLeftovers")));
   press(Qt::Key_Space);
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
 TEST_F(SidebarKeyboard, turns_switches) {
   show();
   ASSERT_TRUE(tabTo(find("docker/highlight")));
   press(Qt::Key_Space);
-  EXPECT_TRUE(session().filters()[4].enabled);
+  EXPECT_TRUE(session().choices().filters()[4].enabled);
   press(Qt::Key_Return);
-  EXPECT_FALSE(session().filters()[4].enabled);
+  EXPECT_FALSE(session().choices().filters()[4].enabled);
   press(Qt::Key_Tab);
   press(Qt::Key_Space);
-  EXPECT_TRUE(session().filters()[4].skipScan);
+  EXPECT_TRUE(session().choices().filters()[4].skipScan);
 }
 
 TEST_F(SidebarKeyboard, opens_the_volumes_chooses_one_and_gets_the_keyboard_back) {
@@ -135,7 +135,7 @@ TEST_F(SidebarKeyboard, opens_the_volumes_chooses_one_and_gets_the_keyboard_back
   press(Qt::Key_Up);
   press(Qt::Key_Return);
   EXPECT_FALSE(shows("volumeList"));
-  EXPECT_EQ(session().scanRoot(), "/media/Backup");
+  EXPECT_EQ(session().run().scanRoot(), "/media/Backup");
   EXPECT_EQ(focused(), find("volumeMenu"));
   EXPECT_TRUE(shows("focusRing"));
 }
@@ -155,7 +155,7 @@ TEST_F(SidebarKeyboard, leaves_the_volumes_by_escape_whatever_else_escape_does_i
   press(Qt::Key_Escape);
   EXPECT_FALSE(shows("volumeList"));
   EXPECT_EQ(focused(), find("volumeMenu"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
   press(Qt::Key_Space);
   EXPECT_EQ(read("volumeList", "currentIndex").toInt(), 0);
 }
@@ -183,7 +183,7 @@ TEST_F(SidebarKeyboard, reaches_the_last_of_hundreds_of_volumes) {
     bottom = rectOf(row).bottom();
   }
   press(Qt::Key_Return);
-  EXPECT_EQ(session().scanRoot(), "/media/disk199");
+  EXPECT_EQ(session().run().scanRoot(), "/media/disk199");
 }
 
 TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
@@ -203,7 +203,7 @@ TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
   ASSERT_EQ(all("excludeRow").size(), 1U);
   EXPECT_EQ(focused(), find("removeExclude"));
   press(Qt::Key_Space);
-  EXPECT_TRUE(session().excludes().empty());
+  EXPECT_TRUE(session().choices().excludes().empty());
   EXPECT_EQ(focused(), find("node_modules/highlight"));
 }
 
@@ -247,11 +247,11 @@ TEST_F(SidebarKeyboard, leafs_through_ten_thousand_rows_and_takes_one_away) {
   EXPECT_TRUE(isInSight(focused()));
   press(Qt::Key_Backtab, Qt::ShiftModifier);
   press(Qt::Key_Return);
-  EXPECT_EQ(session().excludes().size(), 9999U);
+  EXPECT_EQ(session().choices().excludes().size(), 9999U);
   EXPECT_EQ(focused()->property("target"), "/srv/9999");
   press(Qt::Key_Return);
-  EXPECT_EQ(session().excludes().size(), 9998U);
-  EXPECT_EQ(session().excludes().back(), "/srv/9997");
+  EXPECT_EQ(session().choices().excludes().size(), 9998U);
+  EXPECT_EQ(session().choices().excludes().back(), "/srv/9997");
   EXPECT_EQ(focused(), find("node_modules/highlight"));
 }
 
@@ -288,7 +288,7 @@ TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
   show(1000);
   ASSERT_TRUE(tabTo(find("scanHome")));
   press(Qt::Key_Return);
-  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_EQ(focused(), find("cancelScan"));
   EXPECT_TRUE(shows("focusRing"));
   dispatch_.drainAll();
@@ -296,7 +296,7 @@ TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
   EXPECT_EQ(focused(), find("diskTreemap"));
   ASSERT_TRUE(tabTo(all("pathLabel")[1]));
   press(Qt::Key_Return);
-  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_EQ(focused(), all("star")[1]);
   EXPECT_TRUE(shows("focusRing"));
 }
@@ -304,7 +304,7 @@ TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
 TEST_F(SidebarKeyboard, is_not_sent_anywhere_by_a_scan_that_the_pointer_has_started) {
   show();
   click("scanHome");
-  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_NE(focused(), find("cancelScan"));
   EXPECT_FALSE(shows("focusRing"));
 }
@@ -314,7 +314,7 @@ TEST_F(SidebarKeyboard, does_not_press_what_has_gone_out_of_sight) {
   show();
   QQuickItem* const rescan = find("rescanVolume");
   click(rescan);
-  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_EQ(session().run().status(), ScanStatus::scanning);
   ASSERT_FALSE(rescan->isVisible());
   EXPECT_FALSE(rescan->hasActiveFocus());
 }
@@ -337,7 +337,7 @@ TEST_F(SidebarKeyboard, goes_on_from_the_foot_when_it_turns_into_progress) {
   show(1000);
   ASSERT_TRUE(tabTo(find("rescanVolume")));
   press(Qt::Key_Return);
-  ASSERT_EQ(session().status(), ScanStatus::scanning);
+  ASSERT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_EQ(focused(), find("cancelScan"));
   EXPECT_TRUE(shows("focusRing"));
 }
@@ -373,7 +373,7 @@ TEST_F(SidebarKeyboard, tells_assistive_tools_what_is_on_and_which_folder_is_mea
   at(find("build/highlight"))
       ->actionInterface()
       ->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_TRUE(session().filters()[2].enabled);
+  EXPECT_TRUE(session().choices().filters()[2].enabled);
   EXPECT_TRUE(at(find("build/highlight"))->state().checked);
   EXPECT_EQ(at(find("build/skip"))->text(QAccessible::Description), "Build Artifacts");
   EXPECT_EQ(at(all("star")[0])->text(QAccessible::Name), "Unpin");

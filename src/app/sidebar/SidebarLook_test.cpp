@@ -145,7 +145,7 @@ TEST_F(SidebarLook, of_an_entry_with_a_badge_that_is_lit) {
     EXPECT_NEAR(badge.height() - inside.height(), 4, 1);
     EXPECT_EQ(rectOf(find(name)).right() - badge.right(), 8);
   }
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   settle();
   expectProperties(*this, {{"diskTreemap/symbol", "color", "#9ca3af at 1.00"},
                            {"diskTreemap/label", "color", "#e5e7eb at 1.00"},

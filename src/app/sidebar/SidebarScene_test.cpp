@@ -45,14 +45,14 @@ void SidebarScene::fill() {
   fillTrash(17);
   restart();
   mount({"/", "Backup", "Films"});
-  session().refreshDisk();
+  session().machine().refreshDisk();
 }
 
 void SidebarScene::mount(const QStringList& volumes) {
   df_ = "Filesystem 1K-blocks Used Available Use% Mounted on\n";
   for (const QString& volume : volumes)
     df_ += "/dev/sda1 100000000 60000000 40000000 60% " + onDisk(volume) + "\n";
-  const std::vector<std::string> recents = session().recents();
+  const std::vector<std::string> recents = session().choices().recents();
   scanTo(folder("/home/user", 92LL << 30U, {file("/home/user/f", 92LL << 30U)}));
 }
 
@@ -64,7 +64,7 @@ void SidebarScene::remember(std::string_view key, const std::vector<std::string>
 void SidebarScene::fillTrash(int count) {
   trash_ = std::to_string(count);
   emptied_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
 }
 
 void SidebarScene::show(int height) {
@@ -75,8 +75,8 @@ void SidebarScene::show(int height) {
     for (const QQmlError& error : errors) ADD_FAILURE() << error.toString().toStdString();
   });
   view_->setResizeMode(QQuickView::SizeRootObjectToView);
-  view_->setInitialProperties({{"session", QVariant::fromValue(&session())},
-                               {"access", QVariant::fromValue(access_.get())}});
+  actions_ = std::make_unique<SidebarState>(session(), *access_);
+  view_->setInitialProperties({{"actions", QVariant::fromValue(actions_.get())}});
   view_->resize(width, height);
   view_->setSource(
       QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Sidebar/SidebarView.qml")));

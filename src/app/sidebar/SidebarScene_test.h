@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include "app/sidebar/SidebarState.h"
 #include "session/AccessController.h"
 #include "session/SessionFixture_test.h"
 
@@ -65,6 +66,7 @@ class SidebarScene : public SessionFixture {
 
  private:
   std::unique_ptr<AccessController> access_;
+  std::unique_ptr<SidebarState> actions_;
   std::unique_ptr<QQuickView> view_;
 };
 

@@ -2,48 +2,41 @@
 
 #include <string>
 
+#include <QPointer>
+
 #include "app/model/DisplayText.h"
 #include "scan/Format.h"
 
 namespace tessaly {
 
-void SidebarState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::stackChanged, this, &SidebarState::volumeNameChanged);
-    connect(session_, &ScanSession::volumesChanged, this, &SidebarState::volumeNameChanged);
-    connect(session_, &ScanSession::diskChanged, this, &SidebarState::diskChanged);
-    connect(session_, &ScanSession::statusChanged, this, &SidebarState::scanningChanged);
-    connect(session_, &ScanSession::scanPercentChanged, this, &SidebarState::percentTextChanged);
-    connect(session_, &ScanSession::paneChanged, this, &SidebarState::paneChanged);
-    connect(session_, &ScanSession::stackChanged, this, &SidebarState::mapBadgeChanged);
-    connect(session_, &ScanSession::trashCountChanged, this, &SidebarState::trashBadgeChanged);
-  }
-  emit sessionChanged();
-  emit volumeNameChanged();
-  emit diskChanged();
-  emit scanningChanged();
-  emit percentTextChanged();
-  emit paneChanged();
-  emit mapBadgeChanged();
-  emit trashBadgeChanged();
-}
-
-void SidebarState::setAccess(AccessController* access) {
-  if (access == access_) return;
-  access_ = access;
-  emit accessChanged();
+SidebarState::SidebarState(ScanSession& session, AccessController& access, QObject* parent)
+    : QObject(parent),
+      session_(session),
+      access_(access),
+      pins_(session.choices(), PathListModel::Pins, session.homeDirectory()),
+      recents_(session.choices(), PathListModel::Recents, session.homeDirectory()),
+      excludes_(session.choices(), PathListModel::Excludes, session.homeDirectory()),
+      filters_(session.choices()),
+      volumes_(session.machine()) {
+  connect(&session_.navigation(), &Navigation::stackChanged, this,
+          &SidebarState::volumeNameChanged);
+  connect(&session_.machine(), &MachineState::volumesChanged, this,
+          &SidebarState::volumeNameChanged);
+  connect(&session_.machine(), &MachineState::diskChanged, this, &SidebarState::diskChanged);
+  connect(&session_.run(), &ScanRun::statusChanged, this, &SidebarState::scanningChanged);
+  connect(&session_.run(), &ScanRun::scanPercentChanged, this, &SidebarState::percentTextChanged);
+  connect(&session_.shown(), &Shown::paneChanged, this, &SidebarState::paneChanged);
+  connect(&session_.navigation(), &Navigation::stackChanged, this, &SidebarState::mapBadgeChanged);
+  connect(&session_.machine(), &MachineState::trashCountChanged, this,
+          &SidebarState::trashBadgeChanged);
 }
 
 const DiskUsage& SidebarState::disk() const {
-  static const DiskUsage unknown;
-  return session_ != nullptr ? session_->disk() : unknown;
+  return session_.machine().disk();
 }
 
 QString SidebarState::volumeName() const {
-  return session_ != nullptr ? displayText(session_->currentVolumeName()) : QString();
+  return displayText(session_.machine().currentVolumeName(session_.navigation().current()));
 }
 
 QString SidebarState::totalText() const {
@@ -51,48 +44,47 @@ QString SidebarState::totalText() const {
 }
 
 bool SidebarState::isScanning() const {
-  return session_ != nullptr && session_->status() == ScanStatus::scanning;
+  return session_.run().status() == ScanStatus::scanning;
 }
 
 QString SidebarState::percentText() const {
-  const double percent = session_ != nullptr ? session_->scanPercent() * 100 : 0;
+  const double percent = session_.run().scanPercent() * 100;
   return QString::number(static_cast<int>(percent)) + QLatin1Char('%');
 }
 
 bool SidebarState::shows(MainPane pane) const {
-  return session_ != nullptr && session_->pane() == pane;
+  return session_.shown().pane() == pane;
 }
 
 void SidebarState::setPane(MainPane pane) {
-  if (session_ != nullptr) session_->setPane(pane);
+  session_.shown().setPane(pane);
 }
 
 QString SidebarState::mapBadge() const {
-  const auto current = session_ != nullptr ? session_->current() : std::nullopt;
+  const auto current = session_.navigation().current();
   return current ? QString::fromStdString(Format::bytes(current->size())) : QString();
 }
 
 QString SidebarState::trashBadge() const {
-  const std::int64_t count = session_ != nullptr ? session_->trashCount() : 0;
+  const std::int64_t count = session_.machine().trashCount();
   return count >= 1 ? QString::number(count) : QString();
 }
 
 void SidebarState::scanPath(const PathHandle& path) {
-  if (session_ == nullptr || !path.isValid()) return;
+  if (!path.isValid()) return;
   if (path.path() == "/") {
     scanFullMac();
   } else {
-    session_->scan(path.path());
+    session_.scan(path.path());
   }
 }
 
 void SidebarState::scanFullMac() {
-  if (session_ == nullptr || access_ == nullptr) return;
-  access_->refresh();
-  if (access_->isGranted()) {
-    session_->scan("/");
+  access_.refresh();
+  if (access_.isGranted()) {
+    session_.scan("/");
   } else {
-    access_->setShowGate(true);
+    access_.setShowGate(true);
   }
 }
 
@@ -109,9 +101,9 @@ void SidebarState::showApps() {
 }
 
 void SidebarState::emptyTrash() {
-  if (session_ == nullptr || session_->trashCount() <= 0 || emptying_) return;
+  if (session_.machine().trashCount() <= 0 || emptying_) return;
   setEmptying(true);
-  session_->emptyTrash([state = QPointer(this)] {
+  session_.emptyTrash([state = QPointer(this)] {
     if (state) state->setEmptying(false);
   });
 }
@@ -123,19 +115,19 @@ void SidebarState::setEmptying(bool emptying) {
 }
 
 void SidebarState::togglePin(const PathHandle& path) {
-  if (session_ != nullptr && path.isValid()) session_->togglePin(path.path());
+  if (path.isValid()) session_.choices().togglePin(path.path());
 }
 
 void SidebarState::removeExclude(const PathHandle& path) {
-  if (session_ != nullptr && path.isValid()) session_->removeExclude(path.path());
+  if (path.isValid()) session_.choices().removeExclude(path.path());
 }
 
 void SidebarState::toggleFilter(const QString& filterId) {
-  if (session_ != nullptr) session_->toggleFilter(filterId.toStdString());
+  session_.choices().toggleFilter(filterId.toStdString());
 }
 
 void SidebarState::toggleSkip(const QString& filterId) {
-  if (session_ != nullptr) session_->toggleSkip(filterId.toStdString());
+  session_.choices().toggleSkip(filterId.toStdString());
 }
 
 }  // namespace tessaly

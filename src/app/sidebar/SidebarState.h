@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/PathHandle.h"
+#include "app/sidebar/FilterListModel.h"
+#include "app/sidebar/PathListModel.h"
+#include "app/sidebar/VolumeListModel.h"
 #include "session/AccessController.h"
 #include "session/ScanSession.h"
 
@@ -16,10 +18,13 @@ namespace tessaly {
 class SidebarState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
-  Q_PROPERTY(
-      tessaly::AccessController* access READ access WRITE setAccess NOTIFY accessChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  Q_PROPERTY(tessaly::ScanSession* session READ session CONSTANT)
+  Q_PROPERTY(tessaly::PathListModel* pins READ pins CONSTANT)
+  Q_PROPERTY(tessaly::PathListModel* recents READ recents CONSTANT)
+  Q_PROPERTY(tessaly::PathListModel* excludes READ excludes CONSTANT)
+  Q_PROPERTY(tessaly::FilterListModel* filters READ filters CONSTANT)
+  Q_PROPERTY(tessaly::VolumeListModel* volumes READ volumes CONSTANT)
 
   Q_PROPERTY(QString volumeName READ volumeName NOTIFY volumeNameChanged)
   Q_PROPERTY(QString totalText READ totalText NOTIFY diskChanged)
@@ -41,12 +46,15 @@ class SidebarState : public QObject {
   Q_PROPERTY(bool emptying READ isEmptying NOTIFY emptyingChanged)
 
  public:
-  using QObject::QObject;
+  // What it is given outlives it.
+  explicit SidebarState(ScanSession& session, AccessController& access, QObject* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
-  AccessController* access() const { return access_; }
-  void setAccess(AccessController* access);
+  ScanSession* session() const { return &session_; }
+  PathListModel* pins() { return &pins_; }
+  PathListModel* recents() { return &recents_; }
+  PathListModel* excludes() { return &excludes_; }
+  FilterListModel* filters() { return &filters_; }
+  VolumeListModel* volumes() { return &volumes_; }
 
   QString volumeName() const;
   QString totalText() const;
@@ -84,8 +92,6 @@ class SidebarState : public QObject {
   Q_INVOKABLE void toggleSkip(const QString& filterId);
 
  signals:
-  void sessionChanged();
-  void accessChanged();
   void volumeNameChanged();
   void diskChanged();
   void scanningChanged();
@@ -101,8 +107,13 @@ class SidebarState : public QObject {
   void setPane(MainPane pane);
   void setEmptying(bool emptying);
 
-  ScanSession* session_ = nullptr;
-  QPointer<AccessController> access_;
+  ScanSession& session_;
+  AccessController& access_;
+  PathListModel pins_;
+  PathListModel recents_;
+  PathListModel excludes_;
+  FilterListModel filters_;
+  VolumeListModel volumes_;
   bool emptying_ = false;
 };
 

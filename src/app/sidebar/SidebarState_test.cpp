@@ -12,32 +12,23 @@ namespace {
 
 class SidebarStateTest : public SessionFixture {
  protected:
-  SidebarStateTest() {
-    state_->setSession(&session());
-    state_->setAccess(&access_);
-  }
-
   bool mayRead_ = false;
   int probes_ = 0;
   AccessController access_{settings_, [this] {
                              ++probes_;
                              return mayRead_;
                            }};
-  std::unique_ptr<SidebarState> state_ = std::make_unique<SidebarState>();
+  std::unique_ptr<SidebarState> state_ = std::make_unique<SidebarState>(session(), access_);
 };
 
-TEST(SidebarStateAlone, says_and_does_nothing) {
-  SidebarState state;
-  EXPECT_EQ(state.volumeName(), QString());
-  EXPECT_EQ(state.mapBadge(), QString());
-  EXPECT_EQ(state.trashBadge(), QString());
-  EXPECT_FALSE(state.isScanning());
-  EXPECT_FALSE(state.showsMap());
-  EXPECT_EQ(state.totalBytes(), 0);
-  state.scanFullMac();
-  state.scanPath(PathHandle("/a"));
-  state.emptyTrash();
-  EXPECT_FALSE(state.isEmptying());
+TEST_F(SidebarStateTest, has_little_to_tell_before_a_scan) {
+  EXPECT_EQ(state_->mapBadge(), QString());
+  EXPECT_EQ(state_->trashBadge(), QString());
+  EXPECT_FALSE(state_->isScanning());
+  EXPECT_TRUE(state_->showsMap());
+  EXPECT_EQ(state_->totalBytes(), 0);
+  state_->emptyTrash();
+  EXPECT_FALSE(state_->isEmptying());
 }
 
 TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
@@ -78,7 +69,7 @@ TEST_F(SidebarStateTest, raises_the_gate_for_the_whole_disk_without_the_right_to
     }
     EXPECT_EQ(probes_, before + 1) << "the right is looked for anew";
     EXPECT_TRUE(access_.showGate());
-    EXPECT_EQ(session().status(), ScanStatus::idle);
+    EXPECT_EQ(session().run().status(), ScanStatus::idle);
     EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 0U);
   }
 }
@@ -88,11 +79,11 @@ TEST_F(SidebarStateTest, scans_the_whole_disk_as_soon_as_the_right_is_there) {
   mayRead_ = true;
   state_->scanFullMac();
   EXPECT_FALSE(access_.showGate());
-  EXPECT_EQ(session().scanRoot(), "/");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  session().cancel();
+  EXPECT_EQ(session().run().scanRoot(), "/");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  session().run().cancel();
   state_->scanPath(PathHandle("/"));
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(SidebarStateTest, scans_any_other_folder_straight_away) {
@@ -101,10 +92,10 @@ TEST_F(SidebarStateTest, scans_any_other_folder_straight_away) {
   state_->scanPath(
       PathHandle("/media/st\xef"
                  "ck"));
-  EXPECT_EQ(session().scanRoot(),
+  EXPECT_EQ(session().run().scanRoot(),
             "/media/st\xef"
             "ck");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_EQ(probes_, before);
   EXPECT_FALSE(access_.showGate());
 }
@@ -130,14 +121,14 @@ TEST_F(SidebarStateTest, knows_and_changes_the_pane_in_front) {
   const QSignalSpy changes(state_.get(), &SidebarState::paneChanged);
   EXPECT_TRUE(state_->showsMap());
   state_->showMonitor();
-  EXPECT_EQ(session().pane(), MainPane::monitor);
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
   EXPECT_TRUE(state_->showsMonitor());
   EXPECT_FALSE(state_->showsMap());
   state_->showApps();
-  EXPECT_EQ(session().pane(), MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
   EXPECT_TRUE(state_->showsApps());
   state_->showMap();
-  EXPECT_EQ(session().pane(), MainPane::map);
+  EXPECT_EQ(session().shown().pane(), MainPane::map);
   EXPECT_EQ(changes.count(), 3);
 }
 
@@ -146,7 +137,7 @@ TEST_F(SidebarStateTest, puts_the_size_of_what_is_on_screen_behind_the_map) {
   const QSignalSpy changes(state_.get(), &SidebarState::mapBadgeChanged);
   scanTo(folder("/a", 3 << 20U, {folder("/a/b", 1 << 20U, {file("/a/b/f", 1 << 20U)})}));
   EXPECT_EQ(state_->mapBadge(), QStringLiteral("3.0 MB"));
-  session().open(session().current()->children().front());
+  session().open(session().navigation().current()->children().front());
   EXPECT_EQ(state_->mapBadge(), QStringLiteral("1.0 MB"));
   EXPECT_EQ(changes.count(), 2);
 }
@@ -156,7 +147,7 @@ TEST_F(SidebarStateTest, counts_what_lies_in_the_trash_from_one_on) {
   for (const auto& [printed, badge] :
        {std::pair("1", "1"), {"1234", "1234"}, {"0", ""}, {"-1", ""}}) {
     trash_ = printed;
-    session().refreshDisk();
+    session().machine().refreshDisk();
     EXPECT_EQ(state_->trashBadge().toStdString(), badge);
   }
   EXPECT_EQ(changes.count(), 4);
@@ -165,7 +156,7 @@ TEST_F(SidebarStateTest, counts_what_lies_in_the_trash_from_one_on) {
 TEST_F(SidebarStateTest, empties_the_trash_once_however_often_it_is_asked) {
   trash_ = "3";
   emptied_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   const QSignalSpy changes(state_.get(), &SidebarState::emptyingChanged);
   state_->emptyTrash();
   EXPECT_TRUE(state_->isEmptying());
@@ -185,7 +176,7 @@ TEST_F(SidebarStateTest, empties_the_trash_once_however_often_it_is_asked) {
 TEST_F(SidebarStateTest, has_stopped_emptying_when_the_new_count_comes) {
   trash_ = "3";
   emptied_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   state_->emptyTrash();
   bool wasEmptying = true;
   QObject::connect(state_.get(), &SidebarState::trashBadgeChanged, state_.get(),
@@ -196,7 +187,7 @@ TEST_F(SidebarStateTest, has_stopped_emptying_when_the_new_count_comes) {
 
 TEST_F(SidebarStateTest, may_try_again_when_the_trash_could_not_be_emptied) {
   trash_ = "3";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   for (int tries = 1; tries <= 2; ++tries) {
     state_->emptyTrash();
     dispatch_.drainAll();
@@ -209,7 +200,7 @@ TEST_F(SidebarStateTest, may_try_again_when_the_trash_could_not_be_emptied) {
 TEST_F(SidebarStateTest, does_nothing_with_an_empty_trash) {
   emptied_ = "0";
   trash_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   state_->emptyTrash();
   EXPECT_FALSE(state_->isEmptying());
   dispatch_.drainAll();
@@ -219,31 +210,31 @@ TEST_F(SidebarStateTest, does_nothing_with_an_empty_trash) {
 TEST_F(SidebarStateTest, may_go_while_the_trash_is_being_emptied) {
   trash_ = "3";
   emptied_ = "0";
-  session().refreshDisk();
+  session().machine().refreshDisk();
   state_->emptyTrash();
   state_.reset();
   dispatch_.drainAll();
-  EXPECT_EQ(session().trashCount(), 0);
+  EXPECT_EQ(session().machine().trashCount(), 0);
 }
 
 TEST_F(SidebarStateTest, acts_on_the_bytes_of_a_folder) {
   const PathHandle folder("/caf\xe9");
   state_->togglePin(folder);
-  EXPECT_EQ(session().pins(), std::vector<std::string>{"/caf\xe9"});
+  EXPECT_EQ(session().choices().pins(), std::vector<std::string>{"/caf\xe9"});
   state_->togglePin(folder);
-  EXPECT_TRUE(session().pins().empty());
-  session().setExcludes({"/caf\xe8", "/caf\xe9"});
+  EXPECT_TRUE(session().choices().pins().empty());
+  session().choices().setExcludes({"/caf\xe8", "/caf\xe9"});
   state_->removeExclude(folder);
-  EXPECT_EQ(session().excludes(), std::vector<std::string>{"/caf\xe8"});
+  EXPECT_EQ(session().choices().excludes(), std::vector<std::string>{"/caf\xe8"});
 }
 
 TEST_F(SidebarStateTest, skips_a_filter_without_highlighting_it_and_the_other_way_round) {
   state_->toggleFilter(QStringLiteral("xcode"));
   state_->toggleSkip(QStringLiteral("build"));
-  EXPECT_TRUE(session().filters()[1].enabled);
-  EXPECT_FALSE(session().filters()[1].skipScan);
-  EXPECT_FALSE(session().filters()[2].enabled);
-  EXPECT_TRUE(session().filters()[2].skipScan);
+  EXPECT_TRUE(session().choices().filters()[1].enabled);
+  EXPECT_FALSE(session().choices().filters()[1].skipScan);
+  EXPECT_FALSE(session().choices().filters()[2].enabled);
+  EXPECT_TRUE(session().choices().filters()[2].skipScan);
 }
 
 }  // namespace

@@ -2,24 +2,15 @@
 // are kept at hand or left out, the filters, and what the colours stand for.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Sidebar
 
 Rectangle {
     id: sidebar
 
-    required property ScanSession session
-    required property AccessController access
+    required property SidebarState actions
 
     implicitWidth: 260
     color: Theme.bg2
-
-    SidebarState {
-        id: sidebarActions
-
-        session: sidebar.session
-        access: sidebar.access
-    }
 
     MarrowScrollArea {
         id: scrollArea
@@ -34,38 +25,38 @@ Rectangle {
         DriveCard {
             objectName: "driveCard"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
         }
 
         QuickActionsSection {
             objectName: "quickActionsSection"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
         }
 
         CleanupCategoriesSection {
             objectName: "cleanupCategoriesSection"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
         }
 
         VolumesAndHistorySection {
             objectName: "volumesAndHistorySection"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
         }
 
         ExcludedSection {
             objectName: "excludedSection"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
             area: scrollArea
         }
 
         DevBloatSection {
             objectName: "devBloatSection"
             width: parent.width
-            actions: sidebarActions
+            actions: sidebar.actions
         }
 
         FileTypeLegend {
@@ -80,6 +71,6 @@ Rectangle {
         objectName: "bottomScanFooter"
         anchors.bottom: parent.bottom
         width: parent.width
-        actions: sidebarActions
+        actions: sidebar.actions
     }
 }

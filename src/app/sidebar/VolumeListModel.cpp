@@ -6,19 +6,15 @@
 
 namespace tessaly {
 
-void VolumeListModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr)
-    connect(session_, &ScanSession::volumesChanged, this, &VolumeListModel::follow);
-  emit sessionChanged();
+VolumeListModel::VolumeListModel(const MachineState& machine, QObject* parent)
+    : QAbstractListModel(parent), machine_(machine) {
+  connect(&machine_, &MachineState::volumesChanged, this, &VolumeListModel::follow);
   follow();
 }
 
 void VolumeListModel::follow() {
   beginResetModel();
-  volumes_ = session_ != nullptr ? session_->volumes() : std::vector<VolumeMount>();
+  volumes_ = machine_.volumes();
   endResetModel();
   emit countChanged();
 }

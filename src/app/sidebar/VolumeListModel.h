@@ -7,7 +7,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/PathHandle.h"
-#include "session/ScanSession.h"
+#include "session/MachineState.h"
 #include "system/VolumeMount.h"
 
 namespace tessaly {
@@ -15,8 +15,7 @@ namespace tessaly {
 class VolumeListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(int count READ count NOTIFY countChanged)
 
  public:
@@ -25,10 +24,9 @@ class VolumeListModel : public QAbstractListModel {
     PathRole,  // where it is mounted, as a PathHandle
   };
 
-  using QAbstractListModel::QAbstractListModel;
+  // What it is given outlives it.
+  explicit VolumeListModel(const MachineState& machine, QObject* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
   int count() const { return static_cast<int>(volumes_.size()); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -36,13 +34,12 @@ class VolumeListModel : public QAbstractListModel {
   QHash<int, QByteArray> roleNames() const override;
 
  signals:
-  void sessionChanged();
   void countChanged();
 
  private:
   void follow();
 
-  ScanSession* session_ = nullptr;
+  const MachineState& machine_;
   std::vector<VolumeMount> volumes_;
 };
 

@@ -14,12 +14,11 @@ class VolumeListModelTest : public SessionFixture {
  protected:
   QVariant at(int row, int role) { return model_.data(model_.index(row), role); }
 
-  VolumeListModel model_;
+  VolumeListModel model_{session().machine()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 TEST_F(VolumeListModelTest, follows_what_is_mounted) {
-  model_.setSession(&session());
   EXPECT_EQ(model_.count(), 0);
   const QSignalSpy counts(&model_, &VolumeListModel::countChanged);
   df_ =

@@ -12,7 +12,7 @@ MarrowButton {
 
     width: 20
     height: 20
-    visible: volumes.count >= 2
+    visible: control.actions.volumes.count >= 2
     symbol: "chevron.up.chevron.down"
     symbolSize: 10
     symbolColor: Theme.muted
@@ -29,12 +29,6 @@ MarrowButton {
         objectName: "background"
         radius: 4
         color: Qt.rgba(1, 1, 1, 0.06)
-    }
-
-    VolumeListModel {
-        id: volumes
-
-        session: control.actions.session
     }
 
     T.Popup {
@@ -91,7 +85,7 @@ MarrowButton {
 
             objectName: "volumeList"
             clip: true
-            model: volumes
+            model: control.actions.volumes
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             keyNavigationWraps: true

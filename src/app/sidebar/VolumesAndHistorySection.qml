@@ -18,7 +18,7 @@ Column {
         objectName: "pinned"
         width: parent.width
         actions: section.actions
-        list: PathListModel.Pins
+        folders: section.actions.pins
         title: "Pinned"
         symbol: "star.fill"
         tint: Theme.warning
@@ -30,7 +30,7 @@ Column {
         objectName: "recents"
         width: parent.width
         actions: section.actions
-        list: PathListModel.Recents
+        folders: section.actions.recents
         title: "Recents"
         symbol: "clock.arrow.circlepath"
         tint: Theme.muted

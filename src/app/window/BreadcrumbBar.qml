@@ -1,22 +1,15 @@
 // The way down to the folder on screen. Each step leads back to it; the last one is where we are.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Window
 
 Rectangle {
     id: bar
 
-    required property ScanSession session
+    required property BreadcrumbModel crumbs
 
     implicitHeight: 36
     color: Theme.bg
-
-    BreadcrumbModel {
-        id: crumbs
-
-        session: bar.session
-    }
 
     MarrowScrollRow {
         id: scroller
@@ -37,7 +30,7 @@ Rectangle {
             spacing: 6
 
             Repeater {
-                model: crumbs
+                model: bar.crumbs
 
                 // The names of this file reach into the component, though the linter cannot know.
                 // qmllint disable unqualified
@@ -60,7 +53,7 @@ Rectangle {
                         text: step.name
                         symbol: step.first ? "internaldrive" : "folder"
                         current: step.last
-                        onClicked: crumbs.jump(step.index)
+                        onClicked: bar.crumbs.jump(step.index)
                     }
 
                     Symbol {

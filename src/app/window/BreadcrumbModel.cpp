@@ -6,21 +6,16 @@
 
 namespace tessaly {
 
-void BreadcrumbModel::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr)
-    connect(session_, &ScanSession::stackChanged, this, &BreadcrumbModel::follow);
-  emit sessionChanged();
+BreadcrumbModel::BreadcrumbModel(Navigation& navigation, QObject* parent)
+    : QAbstractListModel(parent), navigation_(navigation) {
+  connect(&navigation_, &Navigation::stackChanged, this, &BreadcrumbModel::follow);
   follow();
 }
 
 void BreadcrumbModel::follow() {
   std::vector<Crumb> now;
-  if (session_ != nullptr)
-    for (const DiskNode& node : session_->stack())
-      now.push_back({node.path(), std::string(node.name())});
+  for (const DiskNode& node : navigation_.stack())
+    now.push_back({node.path(), std::string(node.name())});
 
   const auto [before, after] =
       std::mismatch(crumbs_.begin(), crumbs_.end(), now.begin(), now.end());
@@ -43,7 +38,7 @@ void BreadcrumbModel::follow() {
 }
 
 void BreadcrumbModel::jump(int row) {
-  if (session_ != nullptr) session_->jump(row);
+  navigation_.jump(row);
 }
 
 int BreadcrumbModel::rowCount(const QModelIndex& parent) const {

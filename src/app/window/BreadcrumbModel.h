@@ -8,15 +8,14 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
-#include "session/ScanSession.h"
+#include "session/Navigation.h"
 
 namespace tessaly {
 
 class BreadcrumbModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
 
  public:
   enum Role {
@@ -25,10 +24,8 @@ class BreadcrumbModel : public QAbstractListModel {
     LastRole,   // the folder on screen
   };
 
-  using QAbstractListModel::QAbstractListModel;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit BreadcrumbModel(Navigation& navigation, QObject* parent = nullptr);
 
   // Makes the folder of this row the one on screen.
   Q_INVOKABLE void jump(int row);
@@ -36,9 +33,6 @@ class BreadcrumbModel : public QAbstractListModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
-
- signals:
-  void sessionChanged();
 
  private:
   struct Crumb {
@@ -49,7 +43,7 @@ class BreadcrumbModel : public QAbstractListModel {
 
   void follow();
 
-  ScanSession* session_ = nullptr;
+  Navigation& navigation_;
   std::vector<Crumb> crumbs_;
 };
 

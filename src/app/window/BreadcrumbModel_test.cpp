@@ -14,8 +14,6 @@ namespace {
 class BreadcrumbModelTest : public SessionFixture {
  protected:
   BreadcrumbModelTest() {
-    model_.setSession(&session());
-    bars_.setSession(&session());
     walks_.at(0).result = tree("/home", 10);
     session().scan("/home");
     dispatch_.drainAll();
@@ -26,7 +24,7 @@ class BreadcrumbModelTest : public SessionFixture {
     return folder(path, size, {folder(path + "/b\xff", 2, {leaf})});
   }
 
-  void drillIn() { session().open(session().current()->children().front()); }
+  void drillIn() { session().open(session().navigation().current()->children().front()); }
 
   QStringList names() {
     QStringList names;
@@ -36,9 +34,9 @@ class BreadcrumbModelTest : public SessionFixture {
   }
   bool flag(int row, int role) { return model_.data(model_.index(row), role).toBool(); }
 
-  BreadcrumbModel model_;
+  BreadcrumbModel model_{session().navigation()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
-  WindowState bars_;
+  WindowState bars_{session()};
 };
 
 TEST_F(BreadcrumbModelTest, follows_the_way_down) {
@@ -65,7 +63,7 @@ TEST_F(BreadcrumbModelTest, keeps_the_rows_that_stay) {
   QSignalSpy resets(&model_, &BreadcrumbModel::modelReset);
   QSignalSpy removals(&model_, &BreadcrumbModel::rowsRemoved);
   QSignalSpy changes(&model_, &BreadcrumbModel::dataChanged);
-  session().back();
+  session().navigation().back();
   EXPECT_EQ(names(), (QStringList{"home", QStringLiteral("b\ufffd")}));
   EXPECT_EQ(resets.count(), 0);
   ASSERT_EQ(removals.count(), 1);
@@ -80,7 +78,7 @@ TEST_F(BreadcrumbModelTest, leads_to_the_folder_of_a_row) {
   drillIn();
   model_.jump(0);
   EXPECT_EQ(names(), QStringList{"home"});
-  EXPECT_EQ(session().current()->path(), "/home");
+  EXPECT_EQ(session().navigation().current()->path(), "/home");
 }
 
 TEST_F(BreadcrumbModelTest, begins_anew_with_another_root) {
@@ -100,7 +98,7 @@ TEST_F(BreadcrumbModelTest, stands_with_the_back_button_below_the_root_of_the_ma
   EXPECT_GE(changes.count(), 1);
   EXPECT_TRUE(bars_.showsBackButton());
   EXPECT_TRUE(bars_.showsBreadcrumbs());
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_TRUE(bars_.showsBackButton());
   EXPECT_FALSE(bars_.showsBreadcrumbs());
 }

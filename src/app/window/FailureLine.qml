@@ -8,21 +8,16 @@ import Tessaly.Window
 Rectangle {
     id: line
 
-    required property ScanSession session
+    required property FailureState failure
+    required property Messages messages
 
     implicitHeight: Math.max(words.height, close.height) + 12
-    visible: failure.shown
+    visible: line.failure.shown
     color: Qt.alpha(Theme.warning, 0.14)
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: words.text
-    Accessible.description: failure.earlier
-
-    FailureState {
-        id: failure
-
-        session: line.session
-    }
+    Accessible.description: line.failure.earlier
 
     Symbol {
         id: sign
@@ -42,7 +37,7 @@ Rectangle {
         x: sign.x + sign.width + 10
         y: Math.round((line.height - height) / 2)
         width: (count.visible ? count.x : close.x) - 12 - x
-        text: failure.text
+        text: line.failure.text
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         elide: Text.ElideRight
@@ -61,7 +56,7 @@ Rectangle {
         x: close.x - 8 - width
         y: Math.round((line.height - height) / 2)
         visible: text !== ""
-        text: failure.earlier
+        text: line.failure.earlier
         textFormat: Text.PlainText
         color: Theme.muted
         font.family: Theme.uiFamily
@@ -85,9 +80,9 @@ Rectangle {
         focusPolicy: Qt.TabFocus
         onClicked: {
             // The line goes, and the keyboard goes on to what comes after it.
-            if (activeFocus && failure.earlier === "")
+            if (activeFocus && line.failure.earlier === "")
                 nextItemInFocusChain().forceActiveFocus(focusReason)
-            line.session.dismissFailure()
+            line.messages.dismissFailure()
         }
 
         Accessible.name: "Dismiss"

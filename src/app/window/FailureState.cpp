@@ -4,27 +4,21 @@
 
 namespace tessaly {
 
-void FailureState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::failureChanged, this, &FailureState::changed);
-  }
-  emit sessionChanged();
-  emit changed();
+FailureState::FailureState(const Messages& messages, QObject* parent)
+    : QObject(parent), messages_(messages) {
+  connect(&messages_, &Messages::failureChanged, this, &FailureState::changed);
 }
 
 bool FailureState::isShown() const {
-  return session_ != nullptr && !session_->failures().empty();
+  return !messages_.failures().empty();
 }
 
 QString FailureState::text() const {
-  return isShown() ? displayText(session_->failures().back()) : QString();
+  return isShown() ? displayText(messages_.failures().back()) : QString();
 }
 
 QString FailureState::earlier() const {
-  const std::size_t count = session_ != nullptr ? session_->failures().size() : 0;
+  const std::size_t count = messages_.failures().size();
   return count > 1 ? QStringLiteral("%1 earlier").arg(count - 1) : QString();
 }
 

@@ -5,15 +5,14 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include "session/ScanSession.h"
+#include "session/Messages.h"
 
 namespace tessaly {
 
 class FailureState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   // The latest failure that was not dismissed.
   Q_PROPERTY(QString text READ text NOTIFY changed)
@@ -21,21 +20,18 @@ class FailureState : public QObject {
   Q_PROPERTY(QString earlier READ earlier NOTIFY changed)
 
  public:
-  using QObject::QObject;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit FailureState(const Messages& messages, QObject* parent = nullptr);
 
   bool isShown() const;
   QString text() const;
   QString earlier() const;
 
  signals:
-  void sessionChanged();
   void changed();
 
  private:
-  ScanSession* session_ = nullptr;
+  const Messages& messages_;
 };
 
 }  // namespace tessaly

@@ -8,6 +8,7 @@ import Tessaly.Window
 Item {
     id: area
 
+    required property DiskMapState map
     required property ScanSession session
     required property NodeActions actions
     required property WindowState bars
@@ -28,6 +29,7 @@ Item {
         objectName: "diskMap"
         anchors.fill: parent
         visible: area.bars.pane === WindowState.Map
+        map: area.map
         session: area.session
         actions: area.actions
     }
@@ -55,8 +57,8 @@ Item {
         anchors.fill: parent
         title: "Search"
         isCard: true
-        shown: area.session.searchOpen
+        shown: area.session.shown.searchOpen
         covered: area.covered
-        onClosed: area.session.searchOpen = false
+        onClosed: area.session.shown.searchOpen = false
     }
 }

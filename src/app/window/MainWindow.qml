@@ -13,15 +13,17 @@ Window {
     id: window
 
     required property ScanSession session
+    required property ViewStates states
+    required property WindowState bars
     required property NodeActions actions
     required property AccessGateActions gateActions
     required property MenuCommands commands
 
     // Something lies over the whole window, the search included.
-    readonly property bool isCovered: alert.shown || menu.shown || gate.shown || session.aiOpen
-        || session.ocrOpen || barsState.settingsOpen
+    readonly property bool isCovered: alert.shown || menu.shown || gate.shown || session.shown.aiOpen
+        || session.shown.ocrOpen || window.bars.settingsOpen
     // While one of these is up, no command acts on what lies under it.
-    readonly property bool isClear: !isCovered && !session.searchOpen
+    readonly property bool isClear: !isCovered && !session.shown.searchOpen
     readonly property bool commandsAllowed: isClear && !commandMenu.visible
 
     function openMenu(byKeyboard: bool) {
@@ -54,12 +56,6 @@ Window {
         titleHeight: titleBar.height
     }
 
-    WindowState {
-        id: barsState
-
-        session: window.session
-    }
-
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -69,34 +65,41 @@ Window {
 
             objectName: "titleBar"
             Layout.fillWidth: true
-            session: window.session
-            bars: barsState
+            navigation: window.session.navigation
+            screens: window.session.shown
+            bars: window.bars
             onMenuAsked: window.openMenu(titleBar.menuButton.visualFocus)
         }
 
         BreadcrumbBar {
+            id: breadcrumbs
+
             objectName: "breadcrumbs"
             Layout.fillWidth: true
             Layout.preferredHeight: 36
-            visible: barsState.showsBreadcrumbs
-            session: window.session
+            visible: window.bars.showsBreadcrumbs
+            crumbs: window.states.crumbs(breadcrumbs)
         }
 
         FailureLine {
+            id: failureLine
+
             objectName: "failureLine"
             Layout.fillWidth: true
-            session: window.session
+            failure: window.states.failure(failureLine)
+            messages: window.session.messages
         }
 
         RowLayout {
             spacing: 0
 
             SidebarView {
+                id: sidebar
+
                 objectName: "sidebar"
                 Layout.preferredWidth: 260
                 Layout.fillHeight: true
-                session: window.session
-                access: window.gateActions.access
+                actions: window.states.sidebar(sidebar)
             }
 
             Rectangle {
@@ -107,28 +110,35 @@ Window {
             }
 
             MainArea {
+                id: mainArea
+
                 objectName: "mainArea"
                 Layout.fillWidth: true
                 Layout.fillHeight: true
+                map: window.states.map(mainArea)
                 session: window.session
                 actions: window.actions
-                bars: barsState
+                bars: window.bars
                 covered: window.isCovered || commandMenu.visible
             }
         }
     }
 
     CleanupQueueView {
+        id: cleanupQueue
+
         objectName: "cleanupQueue"
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         anchors.margins: 16
-        session: window.session
+        queue: window.states.queue(cleanupQueue)
     }
 
     Toast {
+        id: toast
+
         anchors.fill: parent
-        session: window.session
+        message: window.states.toast(toast)
     }
 
     AccessGateView {
@@ -144,8 +154,8 @@ Window {
         anchors.fill: parent
         title: "AI Hub"
         isCard: true
-        shown: window.session.aiOpen
-        onClosed: window.session.aiOpen = false
+        shown: window.session.shown.aiOpen
+        onClosed: window.session.shown.aiOpen = false
     }
 
     PlainFrame {
@@ -153,8 +163,8 @@ Window {
         anchors.fill: parent
         title: "Screenshot Inbox"
         isCard: true
-        shown: window.session.ocrOpen
-        onClosed: window.session.ocrOpen = false
+        shown: window.session.shown.ocrOpen
+        onClosed: window.session.shown.ocrOpen = false
     }
 
     PlainFrame {
@@ -162,8 +172,8 @@ Window {
         anchors.fill: parent
         title: "Settings"
         isCard: true
-        shown: barsState.settingsOpen
-        onClosed: barsState.settingsOpen = false
+        shown: window.bars.settingsOpen
+        onClosed: window.bars.settingsOpen = false
     }
 
     NodeMenu {
@@ -171,7 +181,7 @@ Window {
 
         objectName: "nodeMenu"
         anchors.fill: parent
-        session: window.session
+        question: window.states.question(menu)
         actions: window.actions
     }
 
@@ -180,6 +190,7 @@ Window {
 
         objectName: "protectedLocation"
         anchors.fill: parent
+        warning: window.states.warning(alert)
         session: window.session
     }
 
@@ -210,31 +221,31 @@ Window {
     Shortcut {
         sequence: "Escape"
         enabled: window.commandsAllowed
-            && (barsState.queueUnfolded || barsState.pane !== WindowState.Map
-                || !barsState.showsTreemap)
+            && (window.bars.queueUnfolded || window.bars.pane !== WindowState.Map
+                || !window.bars.showsTreemap)
         onActivated: {
-            if (barsState.queueUnfolded)
-                barsState.putQueueAway()
-            else if (barsState.pane !== WindowState.Map)
-                barsState.pane = WindowState.Map
+            if (window.bars.queueUnfolded)
+                window.bars.putQueueAway()
+            else if (window.bars.pane !== WindowState.Map)
+                window.bars.pane = WindowState.Map
             else
-                barsState.showTreemap()
+                window.bars.showTreemap()
         }
     }
 
     // The search leaves the bars to the pointer, and the keyboard goes along with that.
     Shortcut {
         sequence: "Escape"
-        enabled: window.session.searchOpen && !window.isCovered && !commandMenu.visible
-        onActivated: window.session.searchOpen = false
+        enabled: window.session.shown.searchOpen && !window.isCovered && !commandMenu.visible
+        onActivated: window.session.shown.searchOpen = false
     }
 
     // The search may be asked for from anywhere in the desktop.
     Connections {
-        target: window.session
+        target: window.session.shown
 
         function onSearchOpenChanged() {
-            if (window.session.searchOpen)
+            if (window.session.shown.searchOpen)
                 commandMenu.close()
         }
     }
@@ -243,9 +254,9 @@ Window {
     // Return presses that.
     Shortcut {
         sequence: "Space"
-        enabled: window.commandsAllowed && barsState.pane === WindowState.Map
-            && barsState.hasFocusedNode
-        onActivated: window.actions.quickLook(barsState.focusedNode)
+        enabled: window.commandsAllowed && window.bars.pane === WindowState.Map
+            && window.bars.hasFocusedNode
+        onActivated: window.actions.quickLook(window.bars.focusedNode)
     }
 
     CommandMenu {
@@ -255,7 +266,7 @@ Window {
         parent: titleBar.menuButton
         commands: window.commands
         allowed: window.isClear
-        onSettingsAsked: barsState.settingsOpen = true
+        onSettingsAsked: window.bars.settingsOpen = true
         onCloseAsked: window.close()
     }
 
@@ -274,7 +285,7 @@ Window {
     Shortcut {
         sequence: "Ctrl+,"
         enabled: window.commandsAllowed
-        onActivated: barsState.settingsOpen = true
+        onActivated: window.bars.settingsOpen = true
     }
 
     // The window and the program end whatever lies over the map.

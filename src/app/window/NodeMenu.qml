@@ -7,18 +7,18 @@ import Tessaly.Window
 ModalLayer {
     id: menu
 
-    required property ScanSession session
+    required property NodeMenuState question
     required property NodeActions actions
 
     // The node is the question's own, and goes with it.
     function answer(act) {
-        act(state.node)
-        state.dismiss()
+        act(menu.question.node)
+        menu.question.dismiss()
     }
 
     panelWidth: 260
-    shown: state.shown
-    onDismissed: state.dismiss()
+    shown: menu.question.shown
+    onDismissed: menu.question.dismiss()
     onShownChanged: {
         if (shown)
             reveal.forceActiveFocus(reason)
@@ -26,12 +26,6 @@ ModalLayer {
 
     Accessible.role: Accessible.PopupMenu
     Accessible.name: title.text
-
-    NodeMenuState {
-        id: state
-
-        session: menu.session
-    }
 
     Column {
         x: 16
@@ -47,7 +41,7 @@ ModalLayer {
             width: parent.width
             bottomPadding: 6
             horizontalAlignment: Text.AlignHCenter
-            text: state.title
+            text: menu.question.title
             textFormat: Text.PlainText
             elide: Text.ElideMiddle
             maximumLineCount: 1
@@ -124,7 +118,7 @@ ModalLayer {
             text: "Add to Cleanup Queue"
             above: editor
             below: trash
-            onClicked: menu.answer(node => state.addToQueue(node))
+            onClicked: menu.answer(node => menu.question.addToQueue(node))
         }
 
         NodeMenuButton {
@@ -136,7 +130,7 @@ ModalLayer {
             above: queue
             below: cancel
             // Puts the question away by itself.
-            onClicked: state.trash(state.node)
+            onClicked: menu.question.trash(menu.question.node)
         }
 
         NodeMenuButton {
@@ -147,7 +141,7 @@ ModalLayer {
             labelWeight: Font.DemiBold
             above: trash
             below: reveal
-            onClicked: state.dismiss()
+            onClicked: menu.question.dismiss()
         }
     }
 }

@@ -13,17 +13,14 @@ namespace tessaly {
 class NodeMenuState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY changed)
 
  public:
-  using QObject::QObject;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit NodeMenuState(ScanSession& session, QObject* parent = nullptr);
 
   bool isShown() const;
   QString title() const;
@@ -35,11 +32,10 @@ class NodeMenuState : public QObject {
   Q_INVOKABLE void trash(const tessaly::NodeHandle& node);
 
  signals:
-  void sessionChanged();
   void changed();
 
  private:
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
 };
 
 }  // namespace tessaly

@@ -7,10 +7,11 @@ import Tessaly.Window
 ModalLayer {
     id: alert
 
+    required property ProtectedLocationState warning
     required property ScanSession session
 
-    shown: state.shown
-    onDismissed: alert.session.dismissWarning()
+    shown: alert.warning.shown
+    onDismissed: alert.session.removal.dismissWarning()
     onShownChanged: {
         if (shown)
             cancel.forceActiveFocus(reason)
@@ -18,13 +19,7 @@ ModalLayer {
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: title.text
-    Accessible.description: state.message
-
-    ProtectedLocationState {
-        id: state
-
-        session: alert.session
-    }
+    Accessible.description: alert.warning.message
 
     Column {
         x: 20
@@ -57,7 +52,7 @@ ModalLayer {
             objectName: "alertMessage"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: state.message
+            text: alert.warning.message
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             elide: Text.ElideRight
@@ -94,7 +89,7 @@ ModalLayer {
                 text: "Cancel"
                 KeyNavigation.tab: overrule
                 KeyNavigation.backtab: overrule
-                onClicked: alert.session.dismissWarning()
+                onClicked: alert.session.removal.dismissWarning()
             }
         }
     }

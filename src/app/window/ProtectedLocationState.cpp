@@ -1,30 +1,27 @@
 #include "app/window/ProtectedLocationState.h"
 
+#include <utility>
+
 #include "app/model/DisplayText.h"
 #include "reclaim/CriticalPaths.h"
 
 namespace tessaly {
 
-void ProtectedLocationState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::criticalWarningChanged, this, &ProtectedLocationState::changed);
-  }
-  emit sessionChanged();
-  emit changed();
+ProtectedLocationState::ProtectedLocationState(const Removal& removal, std::string homeDirectory,
+                                               QObject* parent)
+    : QObject(parent), removal_(removal), homeDirectory_(std::move(homeDirectory)) {
+  connect(&removal_, &Removal::criticalWarningChanged, this, &ProtectedLocationState::changed);
 }
 
 bool ProtectedLocationState::isShown() const {
-  return session_ != nullptr && session_->criticalWarning().has_value();
+  return removal_.criticalWarning().has_value();
 }
 
 QString ProtectedLocationState::message() const {
   if (!isShown()) return {};
-  const std::string path = session_->criticalWarning()->path();
-  return displayText(CriticalPaths::reason(path, session_->homeDirectory())) +
-         QStringLiteral("\n\n") + displayText(path);
+  const std::string path = removal_.criticalWarning()->path();
+  return displayText(CriticalPaths::reason(path, homeDirectory_)) + QStringLiteral("\n\n") +
+         displayText(path);
 }
 
 }  // namespace tessaly

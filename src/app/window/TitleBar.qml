@@ -8,7 +8,8 @@ import Tessaly.Window
 Item {
     id: bar
 
-    required property ScanSession session
+    required property Navigation navigation
+    required property Shown screens
     required property WindowState bars
     // The menu opens below it.
     property alias menuButton: openMenu
@@ -74,7 +75,7 @@ Item {
             bottomPadding: 4
             opacity: pressed ? 0.75 : 1
             focusRadius: 5
-            onClicked: bar.session.back()
+            onClicked: bar.navigation.back()
 
             KeyboardGoesOn {
                 control: back
@@ -94,7 +95,7 @@ Item {
         SearchField {
             objectName: "searchField"
             Layout.preferredWidth: 380
-            onClicked: bar.session.searchOpen = true
+            onClicked: bar.screens.searchOpen = true
         }
 
         Item {
@@ -143,14 +144,14 @@ Item {
                 objectName: "openAssistant"
                 symbol: "sparkles"
                 Accessible.name: "Assistant"
-                onClicked: bar.session.aiOpen = true
+                onClicked: bar.screens.aiOpen = true
             }
 
             OverlayButton {
                 objectName: "openInbox"
                 symbol: "text.viewfinder"
                 Accessible.name: "Screenshot inbox"
-                onClicked: bar.session.ocrOpen = true
+                onClicked: bar.screens.ocrOpen = true
             }
 
             OverlayButton {

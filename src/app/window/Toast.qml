@@ -2,22 +2,15 @@
 // and never takes a click from what lies under it.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Window
 
 Item {
     id: place
 
-    required property ScanSession session
+    required property ToastState message
 
     enabled: false
-    visible: message.shown || toast.opacity > 0
-
-    ToastState {
-        id: message
-
-        session: place.session
-    }
+    visible: place.message.shown || toast.opacity > 0
 
     RoundedPanel {
         id: toast
@@ -37,8 +30,8 @@ Item {
         shadowOffset: 4
 
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: message.text
-        Accessible.ignored: !message.shown
+        Accessible.name: place.message.text
+        Accessible.ignored: !place.message.shown
 
         Row {
             id: row
@@ -60,7 +53,7 @@ Item {
             Text {
                 objectName: "toast"
                 width: Math.min(implicitWidth, place.width - 80 - bolt.width)
-                text: message.text
+                text: place.message.text
                 textFormat: Text.PlainText
                 elide: Text.ElideMiddle
                 maximumLineCount: 1
@@ -73,7 +66,7 @@ Item {
 
         states: State {
             name: "shown"
-            when: message.shown
+            when: place.message.shown
 
             PropertyChanges {
                 toast.opacity: 1

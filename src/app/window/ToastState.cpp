@@ -4,20 +4,15 @@
 
 namespace tessaly {
 
-void ToastState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::toastChanged, this, &ToastState::take);
-  }
-  emit sessionChanged();
+ToastState::ToastState(const Messages& messages, QObject* parent)
+    : QObject(parent), messages_(messages) {
+  connect(&messages_, &Messages::toastChanged, this, &ToastState::take);
   take();
 }
 
 void ToastState::take() {
-  shown_ = session_ != nullptr && session_->toast().has_value();
-  if (shown_) text_ = displayText(*session_->toast());
+  shown_ = messages_.toast().has_value();
+  if (shown_) text_ = displayText(*messages_.toast());
   emit changed();
 }
 

@@ -5,36 +5,32 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include "session/ScanSession.h"
+#include "session/Messages.h"
 
 namespace tessaly {
 
 class ToastState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   // The message on show, or else the last one, which is still to be seen while it fades.
   Q_PROPERTY(QString text READ text NOTIFY changed)
 
  public:
-  using QObject::QObject;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit ToastState(const Messages& messages, QObject* parent = nullptr);
 
   bool isShown() const { return shown_; }
   QString text() const { return text_; }
 
  signals:
-  void sessionChanged();
   void changed();
 
  private:
   void take();
 
-  ScanSession* session_ = nullptr;
+  const Messages& messages_;
   bool shown_ = false;
   QString text_;
 };

@@ -12,19 +12,16 @@ namespace {
 
 class ToastStateTest : public SessionFixture {
  protected:
-  ToastStateTest() { state_.setSession(&session()); }
-
-  ToastState state_;
+  ToastState state_{session().messages()};
 };
 
-TEST(ToastStateAlone, shows_nothing) {
-  const ToastState state;
-  EXPECT_FALSE(state.isShown());
+TEST_F(ToastStateTest, shows_nothing_at_first) {
+  EXPECT_FALSE(state_.isShown());
 }
 
 TEST_F(ToastStateTest, shows_the_message_while_it_stands) {
   const QSignalSpy changes(&state_, &ToastState::changed);
-  session().flash("Hello");
+  session().messages().flash("Hello");
   EXPECT_TRUE(state_.isShown());
   EXPECT_EQ(state_.text(), QStringLiteral("Hello"));
   EXPECT_EQ(changes.count(), 1);
@@ -35,7 +32,7 @@ TEST_F(ToastStateTest, shows_the_message_while_it_stands) {
 }
 
 TEST_F(ToastStateTest, stays_on_one_line_whatever_a_name_holds) {
-  session().flash("Moved caf\xe9\nbar to Trash");
+  session().messages().flash("Moved caf\xe9\nbar to Trash");
   EXPECT_EQ(state_.text(), QStringLiteral("Moved caf\uFFFD\uFFFDbar to Trash"));
 }
 

@@ -9,62 +9,55 @@ static_assert(static_cast<int>(MainPane::map) == WindowState::Map);
 static_assert(static_cast<int>(MainPane::apps) == WindowState::Apps);
 static_assert(static_cast<int>(MainPane::monitor) == WindowState::Monitor);
 
-void WindowState::setSession(ScanSession* session) {
-  if (session == session_) return;
-  if (session_ != nullptr) session_->disconnect(this);
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(session_, &ScanSession::stackChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::paneChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::vizModeChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::volumesChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::queueOpenChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::queueMinimizedChanged, this, &WindowState::changed);
-    connect(session_, &ScanSession::focusedChanged, this, &WindowState::focusedChanged);
-  }
-  emit sessionChanged();
-  emit changed();
-  emit focusedChanged();
+WindowState::WindowState(ScanSession& session, QObject* parent)
+    : QObject(parent), session_(session) {
+  connect(&session_.navigation(), &Navigation::stackChanged, this, &WindowState::changed);
+  connect(&session_.shown(), &Shown::paneChanged, this, &WindowState::changed);
+  connect(&session_.shown(), &Shown::vizModeChanged, this, &WindowState::changed);
+  connect(&session_.machine(), &MachineState::volumesChanged, this, &WindowState::changed);
+  connect(&session_.cleanupQueue(), &CleanupQueue::queueOpenChanged, this, &WindowState::changed);
+  connect(&session_.cleanupQueue(), &CleanupQueue::queueMinimizedChanged, this,
+          &WindowState::changed);
+  connect(&session_.selection(), &Selection::focusedChanged, this, &WindowState::focusedChanged);
 }
 
 WindowState::Pane WindowState::pane() const {
-  return session_ != nullptr ? static_cast<Pane>(session_->pane()) : Map;
+  return static_cast<Pane>(session_.shown().pane());
 }
 
 void WindowState::setPane(Pane pane) {
-  if (session_ != nullptr) session_->setPane(static_cast<MainPane>(pane));
+  session_.shown().setPane(static_cast<MainPane>(pane));
 }
 
 bool WindowState::showsTreemap() const {
-  return session_ == nullptr || session_->vizMode() == VizMode::treemap;
+  return session_.shown().vizMode() == VizMode::treemap;
 }
 
 void WindowState::showTreemap() {
-  if (session_ != nullptr) session_->setVizMode(VizMode::treemap);
+  session_.shown().setVizMode(VizMode::treemap);
 }
 
 bool WindowState::showsBackButton() const {
-  return session_ != nullptr && session_->stack().size() > 1;
+  return session_.navigation().stack().size() > 1;
 }
 
 bool WindowState::showsBreadcrumbs() const {
-  return showsBackButton() && session_->pane() == MainPane::map;
+  return showsBackButton() && session_.shown().pane() == MainPane::map;
 }
 
 QString WindowState::volumeName() const {
-  return session_ != nullptr ? displayText(session_->currentVolumeName()) : QString();
+  return displayText(session_.machine().currentVolumeName(session_.navigation().current()));
 }
 
 bool WindowState::isQueueUnfolded() const {
-  return session_ != nullptr && session_->queueOpen() && !session_->queueMinimized();
+  return session_.cleanupQueue().queueOpen() && !session_.cleanupQueue().queueMinimized();
 }
 
 void WindowState::putQueueAway() {
-  if (session_ == nullptr) return;
-  if (session_->queue().empty()) {
-    session_->setQueueOpen(false);
+  if (session_.cleanupQueue().queue().empty()) {
+    session_.cleanupQueue().setQueueOpen(false);
   } else {
-    session_->setQueueMinimized(true);
+    session_.cleanupQueue().setQueueMinimized(true);
   }
 }
 
@@ -75,11 +68,11 @@ void WindowState::setSettingsOpen(bool open) {
 }
 
 bool WindowState::hasFocusedNode() const {
-  return session_ != nullptr && session_->focused() && !isRemainder(*session_->focused());
+  return session_.selection().focused() && !isRemainder(*session_.selection().focused());
 }
 
 NodeHandle WindowState::focusedNode() const {
-  return session_ != nullptr ? NodeHandle(session_->focused()) : NodeHandle();
+  return NodeHandle(session_.selection().focused());
 }
 
 }  // namespace tessaly

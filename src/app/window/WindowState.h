@@ -14,8 +14,7 @@ namespace tessaly {
 class WindowState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(Pane pane READ pane WRITE setPane NOTIFY changed)
   // The map is drawn as tiles rather than listed.
   Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY changed)
@@ -35,10 +34,8 @@ class WindowState : public QObject {
   enum Pane { Map, Apps, Monitor };
   Q_ENUM(Pane)
 
-  using QObject::QObject;
-
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
+  // What it is given outlives it.
+  explicit WindowState(ScanSession& session, QObject* parent = nullptr);
 
   Pane pane() const;
   void setPane(Pane pane);
@@ -59,13 +56,12 @@ class WindowState : public QObject {
   void setSettingsOpen(bool open);
 
  signals:
-  void sessionChanged();
   void changed();
   void focusedChanged();
   void settingsOpenChanged();
 
  private:
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
   bool settingsOpen_ = false;
 };
 

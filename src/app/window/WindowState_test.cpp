@@ -11,24 +11,21 @@ namespace {
 
 class WindowStateTest : public SessionFixture {
  protected:
-  WindowStateTest() { state_.setSession(&session()); }
-
-  WindowState state_;
+  WindowState state_{session()};
 };
 
-TEST(WindowStateAlone, has_nothing_to_tell) {
-  WindowState state;
-  EXPECT_EQ(state.pane(), WindowState::Map);
-  EXPECT_FALSE(state.showsBackButton());
-  EXPECT_FALSE(state.hasFocusedNode());
-  EXPECT_EQ(state.volumeName(), QString());
+TEST_F(WindowStateTest, has_little_to_tell_at_first) {
+  EXPECT_EQ(state_.pane(), WindowState::Map);
+  EXPECT_FALSE(state_.showsBackButton());
+  EXPECT_FALSE(state_.hasFocusedNode());
+  EXPECT_EQ(state_.volumeName(), QStringLiteral("Macintosh HD"));
 }
 
 TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
   const QSignalSpy changes(&state_, &WindowState::changed);
   state_.setPane(WindowState::Monitor);
-  EXPECT_EQ(session().pane(), MainPane::monitor);
-  session().setPane(MainPane::apps);
+  EXPECT_EQ(session().shown().pane(), MainPane::monitor);
+  session().shown().setPane(MainPane::apps);
   EXPECT_EQ(state_.pane(), WindowState::Apps);
   EXPECT_EQ(changes.count(), 2);
 }
@@ -36,22 +33,22 @@ TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
 TEST_F(WindowStateTest, leads_back_to_the_treemap) {
   const QSignalSpy changes(&state_, &WindowState::changed);
   EXPECT_TRUE(state_.showsTreemap());
-  session().setVizMode(VizMode::history);
+  session().shown().setVizMode(VizMode::history);
   EXPECT_FALSE(state_.showsTreemap());
   EXPECT_EQ(changes.count(), 1);
   state_.showTreemap();
   EXPECT_TRUE(state_.showsTreemap());
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
 }
 
 TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the_map_alone) {
   scanTo(folder("/data", 2, {folder("/data/in", 2, {file("/data/in/a", 2)})}));
   EXPECT_FALSE(state_.showsBackButton());
   EXPECT_FALSE(state_.showsBreadcrumbs());
-  session().open(session().current()->children()[0]);
+  session().open(session().navigation().current()->children()[0]);
   EXPECT_TRUE(state_.showsBackButton());
   EXPECT_TRUE(state_.showsBreadcrumbs());
-  session().setPane(MainPane::apps);
+  session().shown().setPane(MainPane::apps);
   EXPECT_TRUE(state_.showsBackButton());
   EXPECT_FALSE(state_.showsBreadcrumbs());
 }
@@ -81,37 +78,37 @@ TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
 TEST_F(WindowStateTest, folds_a_queue_in_which_something_waits_and_hides_an_empty_one) {
   const QSignalSpy changes(&state_, &WindowState::changed);
   EXPECT_FALSE(state_.isQueueUnfolded());
-  session().addToQueue(file("/a", 1));
+  session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_TRUE(state_.isQueueUnfolded());
   EXPECT_EQ(changes.count(), 1);
   state_.putQueueAway();
   EXPECT_FALSE(state_.isQueueUnfolded());
-  EXPECT_TRUE(session().queueOpen());
-  EXPECT_TRUE(session().queueMinimized());
+  EXPECT_TRUE(session().cleanupQueue().queueOpen());
+  EXPECT_TRUE(session().cleanupQueue().queueMinimized());
   EXPECT_EQ(changes.count(), 2);
-  session().clearQueue();
-  session().setQueueOpen(true);
-  session().setQueueMinimized(false);
+  session().cleanupQueue().clearQueue();
+  session().cleanupQueue().setQueueOpen(true);
+  session().cleanupQueue().setQueueMinimized(false);
   EXPECT_TRUE(state_.isQueueUnfolded());
   state_.putQueueAway();
-  EXPECT_FALSE(session().queueOpen());
+  EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
 TEST_F(WindowStateTest, has_nothing_to_look_into_in_what_stands_for_many_items) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more";
   fields.path = "/__rest__";
-  session().setFocused(DiskNode(fields));
+  session().selection().setFocused(DiskNode(fields));
   EXPECT_FALSE(state_.hasFocusedNode());
-  session().setFocused(file("/__rest__", 1));
+  session().selection().setFocused(file("/__rest__", 1));
   EXPECT_TRUE(state_.hasFocusedNode());
 }
 
 TEST_F(WindowStateTest, tells_whether_something_has_the_focus) {
   const QSignalSpy changes(&state_, &WindowState::focusedChanged);
-  session().setFocused(file("/a", 1));
+  session().selection().setFocused(file("/a", 1));
   EXPECT_TRUE(state_.hasFocusedNode());
-  session().setFocused(std::nullopt);
+  session().selection().setFocused(std::nullopt);
   EXPECT_FALSE(state_.hasFocusedNode());
   EXPECT_EQ(changes.count(), 2);
 }

@@ -100,7 +100,7 @@ TEST(ProcessStreams, is_read_while_it_runs) {
 
 TEST(ProcessStreams, is_ended_although_it_refuses_to_end) {
   const TempTree folder;
-  const Messages ready(folder.at("ready"));
+  const ToolMessages ready(folder.at("ready"));
   Process process = started({"ignore-term", "tell", ready.path(), "sleep"});
   ready.wait();
   process.kill();

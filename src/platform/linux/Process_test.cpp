@@ -83,7 +83,7 @@ TEST(Process, is_not_waited_for_past_the_deadline) {
 
 TEST(Process, is_asked_to_end_by_a_signal_that_it_can_handle) {
   const TempTree folder;
-  const Messages ready(folder.at("ready"));
+  const ToolMessages ready(folder.at("ready"));
   Process process = started({"record-term", folder.at("asked"), "tell", ready.path(), "sleep"});
   ready.wait();
   process.terminate();
@@ -94,7 +94,7 @@ TEST(Process, is_asked_to_end_by_a_signal_that_it_can_handle) {
 
 TEST(Process, is_ended_by_a_signal_that_it_cannot_refuse) {
   const TempTree folder;
-  const Messages ready(folder.at("ready"));
+  const ToolMessages ready(folder.at("ready"));
   Process process = started({"ignore-term", "tell", ready.path(), "sleep"});
   ready.wait();
   process.terminate();
@@ -425,7 +425,7 @@ TEST(Process, has_nothing_to_be_read_where_its_output_is_not_captured) {
 
 TEST(Process, is_read_up_to_the_end_of_those_who_hold_its_output) {
   const TempTree folder;
-  const Messages left(folder.at("left"));
+  const ToolMessages left(folder.at("left"));
   Hold hold(folder.at("hold"));
   Process process =
       started({"say", "a", "hand-over", "tell", left.path(), "hold", hold.path(), "say", "b"});

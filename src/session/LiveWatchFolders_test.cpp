@@ -33,7 +33,7 @@ class WatchingRealFolders : public ::testing::Test {
   void watch(const TempTree& tree) {
     session_->scan(tree.path());
     dispatch_.drainAll();
-    ASSERT_EQ(session_->status(), ScanStatus::complete);
+    ASSERT_EQ(session_->run().status(), ScanStatus::complete);
     session_->startWatch();
     dispatch_.drainAll();
   }
@@ -41,7 +41,7 @@ class WatchingRealFolders : public ::testing::Test {
   std::string toastOfNextTick() {
     dispatch_.advance(20s);
     dispatch_.drainAll();
-    return session_->toast().value_or("(none)");
+    return session_->messages().toast().value_or("(none)");
   }
 
   FakeMachine machine_;
@@ -55,7 +55,7 @@ TEST_F(WatchingRealFolders, tells_of_a_mebibyte_of_blocks) {
   EXPECT_EQ(toastOfNextTick(), "(none)");
   tree.plant("folder", "new 1M");
   EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
-  EXPECT_EQ(session_->watchGrew(),
+  EXPECT_EQ(session_->watch().watchGrew(),
             (Deltas{{"folder", tree.at("folder"), 512 * KiB, 1 * MiB + 512 * KiB}}));
 }
 
@@ -81,13 +81,13 @@ TEST_F(WatchingRealFolders, tells_nothing_of_a_folder_that_is_gone) {
   watch(tree);
   ASSERT_TRUE(removeTree(tree.at("folder")));
   EXPECT_EQ(toastOfNextTick(), "(none)");
-  EXPECT_TRUE(session_->watching());
-  EXPECT_EQ(session_->errorMessage(), "");
+  EXPECT_TRUE(session_->watch().watching());
+  EXPECT_EQ(session_->run().errorMessage(), "");
 }
 
 class WatchingThreads : public ::testing::Test {
  protected:
-  std::unique_ptr<ScanSession> makeSession(ScanSession::Snapshot snapshot = {}) {
+  std::unique_ptr<ScanSession> makeSession(SessionServices::Snapshot snapshot = {}) {
     ScanSession::Services services = machine_.services("/", dispatch_, machine_.folderPanel);
     services.snapshot = std::move(snapshot);
     return std::make_unique<ScanSession>(std::move(services));
@@ -95,7 +95,7 @@ class WatchingThreads : public ::testing::Test {
 
   void scan(ScanSession& session, const std::string& path) {
     session.scan(path);
-    mainLoop_.runUntil([&] { return session.status() == ScanStatus::complete; });
+    mainLoop_.runUntil([&] { return session.run().status() == ScanStatus::complete; });
   }
 
   MainLoop mainLoop_;
@@ -109,11 +109,11 @@ TEST_F(WatchingThreads, tell_of_growth) {
   scan(*session, tree.path());
   session->startWatch();
   const std::string name = tree.path().substr(tree.path().rfind('/') + 1);
-  mainLoop_.runUntil([&] { return session->toast() == "Watching " + name; });
+  mainLoop_.runUntil([&] { return session->messages().toast() == "Watching " + name; });
   tree.plant("folder", "new 2M");
-  session->pollWatch();
-  mainLoop_.runUntil([&] { return !session->watchGrew().empty(); });
-  EXPECT_EQ(session->toast(), "folder grew by 2.0 MB");
+  session->watch().pollWatch();
+  mainLoop_.runUntil([&] { return !session->watch().watchGrew().empty(); });
+  EXPECT_EQ(session->messages().toast(), "folder grew by 2.0 MB");
 }
 
 TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
@@ -127,7 +127,7 @@ TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
       });
   scan(*session, tree.path());
   session->startWatch();
-  session->stopWatch();
+  session->watch().stopWatch();
   session->startWatch();
   session.reset();
   eventually([&] { return ended == 2; }, "both looks");

@@ -78,20 +78,20 @@ TEST_F(Comparing, asks_for_a_folder) {
 TEST_F(Comparing, does_nothing_when_the_user_backs_out) {
   folderPanel_.answer = std::nullopt;
   session().compareWithFolder();
-  EXPECT_EQ(session().vizMode(), VizMode::treemap);
-  EXPECT_EQ(session().compareLeftName(), "");
-  EXPECT_EQ(session().compareRightName(), "");
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().comparison().compareLeftName(), "");
+  EXPECT_EQ(session().comparison().compareRightName(), "");
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
 }
 
 TEST_F(Comparing, shows_its_mode_and_both_names_before_anything_is_walked) {
   folderPanel_.answer = "/backup/old r/";
-  QSignalSpy names(&session(), &ScanSession::compareNamesChanged);
-  QSignalSpy mode(&session(), &ScanSession::vizModeChanged);
+  QSignalSpy names(&session().comparison(), &Comparison::compareNamesChanged);
+  QSignalSpy mode(&session().shown(), &Shown::vizModeChanged);
   session().compareWithFolder();
-  EXPECT_EQ(session().vizMode(), VizMode::compare);
-  EXPECT_EQ(session().compareLeftName(), "l");
-  EXPECT_EQ(session().compareRightName(), "old r");
+  EXPECT_EQ(session().shown().vizMode(), VizMode::compare);
+  EXPECT_EQ(session().comparison().compareLeftName(), "l");
+  EXPECT_EQ(session().comparison().compareRightName(), "old r");
   EXPECT_EQ(names.count(), 1);
   EXPECT_EQ(mode.count(), 1);
   EXPECT_EQ(walks().ran(), 1u);
@@ -107,13 +107,13 @@ TEST_F(Comparing, calls_the_root_of_the_disk_by_its_names) {
   scanTo(DiskNode(fields));
   folderPanel_.answer = "/";
   session().compareWithFolder();
-  EXPECT_EQ(session().compareLeftName(), "Macintosh HD");
-  EXPECT_EQ(session().compareRightName(), "/");
+  EXPECT_EQ(session().comparison().compareLeftName(), "Macintosh HD");
+  EXPECT_EQ(session().comparison().compareRightName(), "/");
 }
 
 TEST_F(Comparing, tells_of_names_that_are_new_and_of_no_others) {
   session().compareWithFolder();
-  QSignalSpy names(&session(), &ScanSession::compareNamesChanged);
+  QSignalSpy names(&session().comparison(), &Comparison::compareNamesChanged);
   session().compareWithFolder();
   EXPECT_EQ(names.count(), 0);
   folderPanel_.answer = "/s";
@@ -123,14 +123,14 @@ TEST_F(Comparing, tells_of_names_that_are_new_and_of_no_others) {
   scanTo(folder("/m", 5));
   session().compareWithFolder();
   EXPECT_EQ(names.count(), 2);
-  EXPECT_EQ(session().compareLeftName(), "m");
+  EXPECT_EQ(session().comparison().compareLeftName(), "m");
 }
 
 TEST_F(Comparing, walks_the_chosen_folder_whole_and_without_a_word) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.skipScan = true;
-  session().setFilters(filters);
-  session().setExcludes({"/r/big"});
+  session().choices().setFilters(filters);
+  session().choices().setExcludes({"/r/big"});
   session().compareWithFolder();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0u);
   runWalks();
@@ -147,81 +147,81 @@ TEST_F(Comparing, walks_the_chosen_folder_whole_and_without_a_word) {
 TEST_F(Comparing, lists_what_differs_in_the_first_three_levels) {
   bring(right_);
   session().compareWithFolder();
-  QSignalSpy rows(&session(), &ScanSession::compareRowsChanged);
+  QSignalSpy rows(&session().comparison(), &Comparison::compareRowsChanged);
   runWalks();
-  EXPECT_TRUE(session().compareRows().empty());
+  EXPECT_TRUE(session().comparison().compareRows().empty());
   runMain();
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
   EXPECT_EQ(rows.count(), 1);
 }
 
 TEST_F(Comparing, lists_a_mebibyte_and_not_a_byte_less) {
   scanTo(folder("/l", 9 * MiB, {file("/l/a", 3 * MiB), file("/l/b", 3 * MiB)}));
   compareWith(folder("/r", 9 * MiB, {file("/r/a", 4 * MiB), file("/r/b", 4 * MiB - 1)}));
-  EXPECT_EQ(session().compareRows(), (Rows{{"a", 3 * MiB, 4 * MiB}}));
+  EXPECT_EQ(session().comparison().compareRows(), (Rows{{"a", 3 * MiB, 4 * MiB}}));
 }
 
 TEST_F(Comparing, takes_the_root_of_the_scan_and_not_the_node_on_screen) {
-  session().open(session().current()->children().front());
-  ASSERT_EQ(session().current()->path(), "/l/big");
+  session().open(session().navigation().current()->children().front());
+  ASSERT_EQ(session().navigation().current()->path(), "/l/big");
   bring(right_);
   session().compareWithFolder();
-  EXPECT_EQ(session().compareLeftName(), "l");
+  EXPECT_EQ(session().comparison().compareLeftName(), "l");
   dispatch().drainAll();
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
   EXPECT_EQ(stackPaths(), (std::vector<std::string>{"/l", "/l/big"}));
 }
 
 TEST_F(Comparing, leaves_the_map_and_the_state_of_scans_alone) {
-  session().setPane(MainPane::apps);
-  session().setFocused(file("/l/note", 10));
+  session().shown().setPane(MainPane::apps);
+  session().selection().setFocused(file("/l/note", 10));
   compareWith(right_);
-  EXPECT_EQ(session().status(), ScanStatus::complete);
-  EXPECT_EQ(session().progress(), "");
-  EXPECT_EQ(session().scanPercent(), 1);
-  EXPECT_EQ(session().scanRoot(), "/l");
-  EXPECT_EQ(session().pane(), MainPane::apps);
-  EXPECT_EQ(session().focused()->path(), "/l/note");
-  EXPECT_EQ(session().stack(), std::vector<DiskNode>{left_});
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().progress(), "");
+  EXPECT_EQ(session().run().scanPercent(), 1);
+  EXPECT_EQ(session().run().scanRoot(), "/l");
+  EXPECT_EQ(session().shown().pane(), MainPane::apps);
+  EXPECT_EQ(session().selection().focused()->path(), "/l/note");
+  EXPECT_EQ(session().navigation().stack(), std::vector<DiskNode>{left_});
 }
 
 TEST_F(Comparing, keeps_its_old_rows_until_the_new_ones_are_there) {
   compareWith(right_);
-  ASSERT_EQ(session().compareRows(), rows_);
+  ASSERT_EQ(session().comparison().compareRows(), rows_);
   bring(folder("/s", 9 * MiB));
   folderPanel_.answer = "/s";
   session().compareWithFolder();
-  EXPECT_EQ(session().compareRightName(), "s");
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRightName(), "s");
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
   runWalks();
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
   runMain();
-  EXPECT_EQ(session().compareRows(), (Rows{{"big", 8 * MiB, 0},
-                                           {"big/deep", 6 * MiB, 0},
-                                           {"big/song", 2 * MiB, 0},
-                                           {"note", 10, 0}}));
+  EXPECT_EQ(session().comparison().compareRows(), (Rows{{"big", 8 * MiB, 0},
+                                                        {"big/deep", 6 * MiB, 0},
+                                                        {"big/song", 2 * MiB, 0},
+                                                        {"note", 10, 0}}));
 }
 
 TEST_F(Comparing, keeps_its_old_rows_when_the_user_backs_out_of_the_next) {
   compareWith(right_);
   folderPanel_.answer = std::nullopt;
   session().compareWithFolder();
-  EXPECT_EQ(session().compareRows(), rows_);
-  EXPECT_EQ(session().compareRightName(), "r");
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRightName(), "r");
 }
 
 TEST_F(Comparing, takes_the_rows_away_when_nothing_differs) {
   compareWith(right_);
   compareWith(left_);
-  EXPECT_TRUE(session().compareRows().empty());
+  EXPECT_TRUE(session().comparison().compareRows().empty());
 }
 
 TEST_F(Comparing, keeps_the_bytes_of_names_that_are_not_utf8) {
   scanTo(folder("/l\xff", 9, {file("/l\xff/caf\xe9", 9)}));
   compareWith(folder("/r\xfe", 9, {file("/r\xfe/caf\xe8", 9)}));
-  EXPECT_EQ(session().compareLeftName(), "l\xff");
-  EXPECT_EQ(session().compareRightName(), "r\xfe");
-  EXPECT_EQ(session().compareRows(), (Rows{{"caf\xe8", 0, 9}, {"caf\xe9", 9, 0}}));
+  EXPECT_EQ(session().comparison().compareLeftName(), "l\xff");
+  EXPECT_EQ(session().comparison().compareRightName(), "r\xfe");
+  EXPECT_EQ(session().comparison().compareRows(), (Rows{{"caf\xe8", 0, 9}, {"caf\xe9", 9, 0}}));
 }
 
 // Comparisons and scans that overlap.
@@ -231,13 +231,13 @@ TEST_F(Comparing, is_overwritten_by_an_earlier_one_that_ends_later) {
   walks().at(1).result = right_;
   walks().at(1).during = [&](const DiskScanner::Callbacks&) {
     compareWith(folder("/s", 9 * MiB));
-    EXPECT_EQ(session().compareRows().size(), 4u);
-    EXPECT_EQ(session().compareRightName(), "s");
+    EXPECT_EQ(session().comparison().compareRows().size(), 4u);
+    EXPECT_EQ(session().comparison().compareRightName(), "s");
   };
   session().compareWithFolder();
   dispatch().drainAll();
-  EXPECT_EQ(session().compareRows(), rows_);
-  EXPECT_EQ(session().compareRightName(), "s");
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareRightName(), "s");
 }
 
 TEST_F(Comparing, goes_on_through_a_scan_and_a_cancel) {
@@ -245,15 +245,15 @@ TEST_F(Comparing, goes_on_through_a_scan_and_a_cancel) {
   walks().at(1).result = right_;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
     scanTo(folder("/m", 5, {file("/m/f", 5)}));
-    session().cancel();
+    session().run().cancel();
     wasCancelled = callbacks.isCancelled && callbacks.isCancelled();
   };
   session().compareWithFolder();
   dispatch().drainAll();
   EXPECT_FALSE(wasCancelled);
   // Between the tree that was on screen when it began, and the chosen folder.
-  EXPECT_EQ(session().compareRows(), rows_);
-  EXPECT_EQ(session().compareLeftName(), "l");
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
+  EXPECT_EQ(session().comparison().compareLeftName(), "l");
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/m"});
 }
 
@@ -263,17 +263,17 @@ TEST_F(Comparing, brings_its_rows_home_during_a_rescan) {
   runWalks();
   session().rescan();
   runMain();
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
 }
 
 TEST_F(Comparing, shows_its_rows_in_whatever_mode_the_user_has_gone_to) {
   bring(right_);
   session().compareWithFolder();
-  session().setVizMode(VizMode::largest);
+  session().shown().setVizMode(VizMode::largest);
   dispatch().drainAll();
-  EXPECT_EQ(session().vizMode(), VizMode::largest);
-  EXPECT_EQ(session().compareRows(), rows_);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::largest);
+  EXPECT_EQ(session().comparison().compareRows(), rows_);
 }
 
 // The end of the session.
@@ -300,7 +300,7 @@ TEST_F(Comparing, may_bring_its_rows_home_after_its_session_is_gone) {
 }
 
 TEST_F(Comparing, lets_whoever_hears_of_it_end_the_session) {
-  QObject::connect(&session(), &ScanSession::vizModeChanged, [this] { endSession(); });
+  QObject::connect(&session().shown(), &Shown::vizModeChanged, [this] { endSession(); });
   session().compareWithFolder();
   EXPECT_FALSE(hasSession());
   dispatch().drainAll();
@@ -324,14 +324,14 @@ class ComparingRealFolders : public ::testing::Test {
   void scan(const std::string& root) {
     session_->scan(root);
     dispatch_.drainAll();
-    ASSERT_EQ(session_->status(), ScanStatus::complete);
+    ASSERT_EQ(session_->run().status(), ScanStatus::complete);
   }
 
   Rows compareWith(const std::string& path) {
     panel_.answer = path;
     session_->compareWithFolder();
     dispatch_.drainAll();
-    return session_->compareRows();
+    return session_->comparison().compareRows();
   }
 
   FakeMachine machine_;
@@ -346,9 +346,9 @@ TEST_F(ComparingRealFolders, asks_for_a_folder_and_stops_without_a_tree) {
   panel_.meanwhile = [&] { wasAsked = true; };
   compareWith("/");
   EXPECT_TRUE(wasAsked);
-  EXPECT_EQ(session_->vizMode(), VizMode::treemap);
-  EXPECT_EQ(session_->compareRightName(), "");
-  EXPECT_TRUE(session_->compareRows().empty());
+  EXPECT_EQ(session_->shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session_->comparison().compareRightName(), "");
+  EXPECT_TRUE(session_->comparison().compareRows().empty());
 }
 
 TEST_F(ComparingRealFolders, takes_the_tree_that_is_there_when_the_panel_closes) {
@@ -356,7 +356,7 @@ TEST_F(ComparingRealFolders, takes_the_tree_that_is_there_when_the_panel_closes)
   scan(tree.at("first"));
   panel_.meanwhile = [&] { scan(tree.at("second")); };
   EXPECT_EQ(compareWith(tree.at("second")), Rows{});
-  EXPECT_EQ(session_->compareLeftName(), "second");
+  EXPECT_EQ(session_->comparison().compareLeftName(), "second");
 }
 
 TEST_F(ComparingRealFolders, survives_a_session_that_ends_while_the_panel_is_up) {
@@ -383,9 +383,9 @@ TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_itself) {
     zero/
   )");
   scan(tree.path());
-  ASSERT_GT(session_->scanStats()->nodes, 80);
+  ASSERT_GT(session_->result().scanStats()->nodes, 80);
   EXPECT_EQ(compareWith(tree.path()), Rows{});
-  EXPECT_EQ(session_->vizMode(), VizMode::compare);
+  EXPECT_EQ(session_->shown().vizMode(), VizMode::compare);
 }
 
 TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_its_copy) {
@@ -398,7 +398,7 @@ TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_its_copy) {
   const TempTree right(items);
   scan(left.path());
   EXPECT_EQ(compareWith(right.path()), Rows{});
-  EXPECT_NE(session_->compareLeftName(), session_->compareRightName());
+  EXPECT_NE(session_->comparison().compareLeftName(), session_->comparison().compareRightName());
 }
 
 TEST_F(ComparingRealFolders, finds_what_has_come_and_gone_since_the_scan) {
@@ -421,8 +421,8 @@ TEST_F(ComparingRealFolders, of_an_empty_right_side_lists_all_of_the_left) {
   const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
   scan(tree.at("l"));
   EXPECT_EQ(compareWith(tree.at("empty")), allOfLeft);
-  EXPECT_EQ(session_->status(), ScanStatus::complete);
-  EXPECT_EQ(session_->errorMessage(), "");
+  EXPECT_EQ(session_->run().status(), ScanStatus::complete);
+  EXPECT_EQ(session_->run().errorMessage(), "");
 }
 
 TEST_F(ComparingRealFolders, takes_a_folder_that_is_gone_and_one_that_is_none_for_empty) {
@@ -431,9 +431,9 @@ TEST_F(ComparingRealFolders, takes_a_folder_that_is_gone_and_one_that_is_none_fo
   for (const char* right : {"gone", "file"}) {
     scan(tree.at("l"));
     EXPECT_EQ(compareWith(tree.at(right)), allOfLeft) << right;
-    EXPECT_EQ(session_->compareRightName(), right);
-    EXPECT_EQ(session_->status(), ScanStatus::complete);
-    EXPECT_EQ(session_->errorMessage(), "");
+    EXPECT_EQ(session_->comparison().compareRightName(), right);
+    EXPECT_EQ(session_->run().status(), ScanStatus::complete);
+    EXPECT_EQ(session_->run().errorMessage(), "");
     EXPECT_NE(compareWith(tree.at("l")), allOfLeft);
   }
 }
@@ -453,7 +453,7 @@ TEST_F(ComparingRealFolders, takes_a_folder_that_may_not_be_read_for_empty) {
   const std::string complaint = asOtherUser([&]() -> std::string {
     scan(tree.at("l"));
     if (compareWith(tree.at("locked")) != allOfLeft) return "the locked folder is not empty";
-    if (!session_->errorMessage().empty()) return session_->errorMessage();
+    if (!session_->run().errorMessage().empty()) return session_->run().errorMessage();
     return compareWith(tree.at("half")).empty() ? "" : "what can be read does not count";
   });
   EXPECT_EQ(complaint, "");
@@ -470,10 +470,10 @@ TEST_F(ComparingRealFolders, follows_a_link_to_the_chosen_folder) {
   scan(tree.at("l"));
   EXPECT_EQ(compareWith(tree.at("link")),
             (Rows{{".", 2 * MiB, 4 * MiB}, {"film", 2 * MiB, 4 * MiB}}));
-  EXPECT_EQ(session_->compareRightName(), "link");
+  EXPECT_EQ(session_->comparison().compareRightName(), "link");
   EXPECT_EQ(compareWith(tree.at("r/")),
             (Rows{{".", 2 * MiB, 4 * MiB}, {"film", 2 * MiB, 4 * MiB}}));
-  EXPECT_EQ(session_->compareRightName(), "r");
+  EXPECT_EQ(session_->comparison().compareRightName(), "r");
 }
 
 TEST_F(ComparingRealFolders, compares_remainders_like_any_item) {

@@ -54,14 +54,14 @@ class LateFigures : public testing::Test {
 };
 
 TEST_F(LateFigures, the_session_starts_without_them_and_takes_them_when_they_come) {
-  EXPECT_EQ(session_->disk(), DiskUsage());
-  EXPECT_THAT(session_->volumes(), IsEmpty());
-  const QSignalSpy disk(session_.get(), &ScanSession::diskChanged);
-  const QSignalSpy volumes(session_.get(), &ScanSession::volumesChanged);
+  EXPECT_EQ(session_->machine().disk(), DiskUsage());
+  EXPECT_THAT(session_->machine().volumes(), IsEmpty());
+  const QSignalSpy disk(&session_->machine(), &MachineState::diskChanged);
+  const QSignalSpy volumes(&session_->machine(), &MachineState::volumesChanged);
   HeldFigures::answer(figures_.disk, usage);
   HeldFigures::answer(figures_.volumes, stick);
-  EXPECT_EQ(session_->disk(), usage);
-  EXPECT_EQ(session_->volumes(), stick);
+  EXPECT_EQ(session_->machine().disk(), usage);
+  EXPECT_EQ(session_->machine().volumes(), stick);
   EXPECT_EQ(disk.count(), 1);
   EXPECT_EQ(volumes.count(), 1);
 }
@@ -78,19 +78,19 @@ TEST_F(LateFigures, the_start_asks_for_the_disk_and_the_volumes_and_for_nothing_
 TEST_F(LateFigures, a_scan_is_complete_before_them) {
   HeldFigures::answer(figures_.volumes, stick);
   scan();
-  EXPECT_EQ(session_->status(), ScanStatus::complete);
-  EXPECT_THAT(session_->stack(), SizeIs(1));
+  EXPECT_EQ(session_->run().status(), ScanStatus::complete);
+  EXPECT_THAT(session_->navigation().stack(), SizeIs(1));
   EXPECT_EQ(machine_.icon.attentionRequests, 1);
   EXPECT_THAT(figures_.volumes, SizeIs(1));
   // The old ones stay meanwhile.
-  EXPECT_EQ(session_->volumes(), stick);
-  EXPECT_EQ(session_->currentVolumeName(), "stick");
+  EXPECT_EQ(session_->machine().volumes(), stick);
+  EXPECT_EQ(session_->machine().currentVolumeName(session_->navigation().current()), "stick");
   HeldFigures::answer(figures_.volumes, {});
-  EXPECT_THAT(session_->volumes(), IsEmpty());
+  EXPECT_THAT(session_->machine().volumes(), IsEmpty());
 }
 
 TEST_F(LateFigures, badge_and_warning_follow_the_answer) {
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   EXPECT_THAT(machine_.icon.badges, IsEmpty());
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
   HeldFigures::answer(figures_.disk, usage);
@@ -99,24 +99,24 @@ TEST_F(LateFigures, badge_and_warning_follow_the_answer) {
 }
 
 TEST_F(LateFigures, what_is_never_answered_stays_as_it_was) {
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   HeldFigures::answer(figures_.disk, usage);
   HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   scan();
-  EXPECT_EQ(session_->disk(), usage);
-  EXPECT_EQ(session_->trashCount(), 3);
+  EXPECT_EQ(session_->machine().disk(), usage);
+  EXPECT_EQ(session_->machine().trashCount(), 3);
 }
 
 TEST_F(LateFigures, one_that_does_not_come_holds_up_no_other) {
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
-  EXPECT_EQ(session_->trashCount(), 3);
-  EXPECT_EQ(session_->disk(), DiskUsage());
+  EXPECT_EQ(session_->machine().trashCount(), 3);
+  EXPECT_EQ(session_->machine().disk(), DiskUsage());
 }
 
 TEST_F(LateFigures, an_answer_to_a_session_that_is_gone_is_dropped) {
-  session_->refreshDisk();
+  session_->machine().refreshDisk();
   session_.reset();
   HeldFigures::answer(figures_.disk, usage);
   HeldFigures::answer(figures_.volumes, stick);
@@ -126,7 +126,7 @@ TEST_F(LateFigures, an_answer_to_a_session_that_is_gone_is_dropped) {
 }
 
 TEST_F(LateFigures, whoever_is_told_of_an_answer_may_end_the_session) {
-  QObject::connect(session_.get(), &ScanSession::diskChanged, [this] { session_.reset(); });
+  QObject::connect(&session_->machine(), &MachineState::diskChanged, [this] { session_.reset(); });
   HeldFigures::answer(figures_.disk, usage);
   EXPECT_EQ(session_, nullptr);
 }
@@ -158,24 +158,24 @@ TEST(DeadVolume, is_in_the_list_of_a_session_that_never_waits_for_it) {
   EXPECT_EQ(dispatch.waiting(Queue::utility), 2U);  // the disk, and the list of mounts
   EXPECT_TRUE(dispatch.step(Queue::utility) && dispatch.step(Queue::utility));
   dispatch.drain(Queue::main);
-  EXPECT_EQ(session.disk(), usage);
+  EXPECT_EQ(session.machine().disk(), usage);
   const Dispatch::Work hanging = dispatch.take(Queue::utility);
 
   session.scan("/media/stick/music");
-  session.refreshDisk();
+  session.machine().refreshDisk();
   dispatch.drainAll();
-  EXPECT_EQ(session.status(), ScanStatus::complete);
-  EXPECT_THAT(session.volumes(), IsEmpty());
+  EXPECT_EQ(session.run().status(), ScanStatus::complete);
+  EXPECT_THAT(session.machine().volumes(), IsEmpty());
   dispatch.advance(MountFigures::volumePatience);
   dispatch.drainAll();
-  EXPECT_THAT(session.volumes(), ElementsAre(VolumeMount{"dead", "/mnt/dead", 0, 0},
-                                             VolumeMount{"Macintosh HD", "/", 100, 60}));
+  EXPECT_THAT(session.machine().volumes(), ElementsAre(VolumeMount{"dead", "/mnt/dead", 0, 0},
+                                                       VolumeMount{"Macintosh HD", "/", 100, 60}));
   EXPECT_THAT(volumes->asked, testing::Each("/"));
 
   hanging();
   session.scan("/media/stick/music");
   dispatch.drainAll();
-  EXPECT_EQ(session.volumes()[0], (VolumeMount{"dead", "/mnt/dead", 100, 50}));
+  EXPECT_EQ(session.machine().volumes()[0], (VolumeMount{"dead", "/mnt/dead", 100, 50}));
 }
 
 }  // namespace

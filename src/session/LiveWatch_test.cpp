@@ -19,13 +19,13 @@ using Deltas = std::vector<ScanDelta>;
 using Paths = std::vector<std::string>;
 
 TEST_F(Watching, is_off_at_first_and_after_a_restart) {
-  EXPECT_FALSE(session().watching());
-  EXPECT_EQ(session().watchPath(), "");
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_FALSE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "");
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   watch({});
   restart();
-  EXPECT_FALSE(session().watching());
-  EXPECT_EQ(session().watchPath(), "");
+  EXPECT_FALSE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "");
 }
 
 TEST_F(Watching, does_not_start_without_a_tree) {
@@ -34,22 +34,22 @@ TEST_F(Watching, does_not_start_without_a_tree) {
   services.supportDirectory = nothing.path();
   services.snapshot = snapshot_;
   ScanSession session(std::move(services));
-  ASSERT_TRUE(session.stack().empty());
-  QSignalSpy watching(&session, &ScanSession::watchingChanged);
+  ASSERT_TRUE(session.navigation().stack().empty());
+  QSignalSpy watching(&session.watch(), &LiveWatch::watchingChanged);
   session.startWatch();
-  EXPECT_FALSE(session.watching());
-  EXPECT_EQ(session.watchPath(), "");
+  EXPECT_FALSE(session.watch().watching());
+  EXPECT_EQ(session.watch().watchPath(), "");
   EXPECT_EQ(watching.count(), 0);
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
 TEST_F(Watching, is_on_before_anything_is_looked_at) {
-  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
-  QSignalSpy path(&session(), &ScanSession::watchPathChanged);
+  QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
+  QSignalSpy path(&session().watch(), &LiveWatch::watchPathChanged);
   session().startWatch();
-  EXPECT_TRUE(session().watching());
-  EXPECT_EQ(session().watchPath(), "/home");
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "/home");
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(watching.count(), 1);
   EXPECT_EQ(path.count(), 1);
   EXPECT_EQ(looks_, Paths{});
@@ -61,7 +61,7 @@ TEST_F(Watching, looks_on_the_utility_queue_at_the_folder_on_screen) {
   session().startWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
-  EXPECT_EQ(session().watchPath(), "/home/Movies");
+  EXPECT_EQ(session().watch().watchPath(), "/home/Movies");
   runLooks();
   EXPECT_EQ(looks_, Paths{"/home/Movies"});
 }
@@ -72,7 +72,7 @@ TEST_F(Watching, says_so_once_it_has_its_baseline) {
   EXPECT_EQ(toast(), "(none)");
   runMain();
   EXPECT_EQ(toast(), "Watching home");
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
 }
 
 TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
@@ -80,7 +80,7 @@ TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
   openMovies();
   dispatch().drainAll();
   EXPECT_EQ(toast(), "Watching home");
-  EXPECT_EQ(session().watchPath(), "/home");
+  EXPECT_EQ(session().watch().watchPath(), "/home");
 }
 
 TEST_F(Watching, looks_again_20_seconds_after_the_baseline_and_not_before) {
@@ -124,12 +124,12 @@ TEST_F(Watching, begins_no_look_while_one_is_under_way) {
   for (int ticks = 1; ticks <= 3; ++ticks) {
     dispatch().advance(20s);
     runMain();
-    session().pollWatch();
+    session().watch().pollWatch();
     EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   }
   // Nor while what it has found is on its way home.
   runLooks();
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
   EXPECT_EQ(looks_.size(), 2U);
 }
@@ -166,26 +166,26 @@ TEST_F(Watching, of_another_folder_waits_for_no_look_at_the_one_before) {
   runMain();
   slowLook();
   runMain();
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
 TEST_F(Watching, tells_of_a_mebibyte) {
   watch({{"/home/Movies", 6 * MiB}});
-  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/Movies"] = 7 * MiB;
   nextTick();
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"Movies", "/home/Movies", 6 * MiB, 7 * MiB}}));
+  EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"Movies", "/home/Movies", 6 * MiB, 7 * MiB}}));
   EXPECT_EQ(grew.count(), 1);
   EXPECT_EQ(toast(), "Movies grew by 1.0 MB");
 }
 
 TEST_F(Watching, does_not_tell_of_a_byte_less) {
   watch({{"/home/Movies", 6 * MiB}});
-  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/Movies"] = 7 * MiB - 1;
   nextTick();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(grew.count(), 0);
   EXPECT_EQ(toast(), "(none)");
 }
@@ -194,8 +194,8 @@ TEST_F(Watching, tells_of_the_largest_growth) {
   watch({{"/home/a", 100 * MiB}, {"/home/b", 1 * MiB}, {"/home/c", 5}});
   sizes_ = {{"/home/a", 102 * MiB}, {"/home/b", 4 * MiB + 512 * KiB}, {"/home/c", 6}};
   nextTick();
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"b", "/home/b", 1 * MiB, 4 * MiB + 512 * KiB},
-                                           {"a", "/home/a", 100 * MiB, 102 * MiB}}));
+  EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"b", "/home/b", 1 * MiB, 4 * MiB + 512 * KiB},
+                                                   {"a", "/home/a", 100 * MiB, 102 * MiB}}));
   EXPECT_EQ(toast(), "b grew by 3.5 MB");
 }
 
@@ -203,7 +203,7 @@ TEST_F(Watching, counts_a_new_child_from_nothing) {
   watch({});
   sizes_ = {{"/home/new", 3 * MiB}, {"/home/tiny", 1 * MiB - 1}};
   nextTick();
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"new", "/home/new", 0, 3 * MiB}}));
+  EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"new", "/home/new", 0, 3 * MiB}}));
   EXPECT_EQ(toast(), "new grew by 3.0 MB");
 }
 
@@ -211,7 +211,7 @@ TEST_F(Watching, has_no_row_for_what_shrinks_or_goes) {
   watch({{"/home/a", 9 * MiB}, {"/home/b", 9 * MiB}});
   sizes_ = {{"/home/a", 1}};
   nextTick();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(toast(), "(none)");
 }
 
@@ -219,9 +219,9 @@ TEST_F(Watching, tells_nothing_of_a_folder_that_can_no_longer_be_read) {
   watch({{"/home/a", 9 * MiB}});
   sizes_ = {};
   nextTick();
-  EXPECT_TRUE(session().watching());
+  EXPECT_TRUE(session().watch().watching());
   EXPECT_EQ(toast(), "(none)");
-  EXPECT_EQ(session().errorMessage(), "");
+  EXPECT_EQ(session().run().errorMessage(), "");
   sizes_ = {{"/home/a", 10 * MiB}};
   nextTick();
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
@@ -229,12 +229,12 @@ TEST_F(Watching, tells_nothing_of_a_folder_that_can_no_longer_be_read) {
 
 TEST_F(Watching, compares_with_the_beginning_and_says_the_same_again_at_each_look) {
   watch({{"/home/a", 1 * MiB}});
-  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
+  QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/a"] = 3 * MiB;
   for (int tick = 0; tick < 3; ++tick) {
     nextTick();
     EXPECT_EQ(toast(), "a grew by 2.0 MB");
-    EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 3 * MiB}}));
+    EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 3 * MiB}}));
     // Shown anew, not left standing.
     dispatch().advance(2800ms);
     runMain();
@@ -257,10 +257,10 @@ TEST_F(Watching, forgets_growth_that_is_gone) {
   watch({{"/home/a", 1 * MiB}});
   sizes_["/home/a"] = 3 * MiB;
   nextTick();
-  ASSERT_EQ(session().watchGrew().size(), 1U);
+  ASSERT_EQ(session().watch().watchGrew().size(), 1U);
   sizes_["/home/a"] = 1 * MiB;
   nextTick();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(toast(), "(none)");
 }
 
@@ -272,7 +272,7 @@ TEST_F(Watching, keeps_the_bytes_of_names_that_are_not_utf8) {
   EXPECT_EQ(looks_, Paths{"/caf\xe9"});
   sizes_ = {{"/caf\xe9/\xff", 1 * MiB}};
   nextTick();
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"\xff", "/caf\xe9/\xff", 0, 1 * MiB}}));
+  EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"\xff", "/caf\xe9/\xff", 0, 1 * MiB}}));
   EXPECT_EQ(toast(), "\xff grew by 1.0 MB");
 }
 
@@ -281,12 +281,12 @@ TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
   sizes_ = {{"/home/a", 1 * MiB}};
   std::vector<std::string> seen;
   const auto note = [&] {
-    seen.push_back(std::to_string(session().watchGrew().size()) + " " + toast());
+    seen.push_back(std::to_string(session().watch().watchGrew().size()) + " " + toast());
   };
   dispatch().advance(19s);
   dispatch().drainAll();
-  QObject::connect(&session(), &ScanSession::watchGrewChanged, note);
-  QObject::connect(&session(), &ScanSession::toastChanged, note);
+  QObject::connect(&session().watch(), &LiveWatch::watchGrewChanged, note);
+  QObject::connect(&session().messages(), &Messages::toastChanged, note);
   dispatch().advance(1s);
   dispatch().drainAll();
   EXPECT_EQ(seen, (std::vector<std::string>(2, "1 a grew by 1.0 MB")));
@@ -295,28 +295,28 @@ TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
 TEST_F(Watching, looks_out_of_turn_when_asked) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   dispatch().drainAll();
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
 
 TEST_F(Watching, has_nothing_to_look_for_while_it_is_off_or_has_no_baseline) {
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
   session().startWatch();
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   runLooks();
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
 TEST_F(Watching, has_no_baseline_of_the_watch_before) {
   watch({});
-  session().stopWatch();
+  session().watch().stopWatch();
   session().startWatch();
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
@@ -324,29 +324,29 @@ TEST_F(Watching, clears_all_it_has_told_when_it_stops) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   nextTick();
-  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
-  QSignalSpy path(&session(), &ScanSession::watchPathChanged);
-  QSignalSpy grew(&session(), &ScanSession::watchGrewChanged);
-  session().stopWatch();
-  EXPECT_FALSE(session().watching());
-  EXPECT_EQ(session().watchPath(), "");
-  EXPECT_TRUE(session().watchGrew().empty());
+  QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
+  QSignalSpy path(&session().watch(), &LiveWatch::watchPathChanged);
+  QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
+  session().watch().stopWatch();
+  EXPECT_FALSE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "");
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(watching.count(), 1);
   EXPECT_EQ(path.count(), 1);
   EXPECT_EQ(grew.count(), 1);
 }
 
 TEST_F(Watching, may_be_stopped_when_it_is_off) {
-  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
-  session().stopWatch();
-  session().stopWatch();
-  EXPECT_FALSE(session().watching());
+  QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
+  session().watch().stopWatch();
+  session().watch().stopWatch();
+  EXPECT_FALSE(session().watch().watching());
   EXPECT_EQ(watching.count(), 0);
 }
 
 TEST_F(Watching, never_looks_again_once_it_is_stopped) {
   watch({});
-  session().stopWatch();
+  session().watch().stopWatch();
   dispatch().advance(1h);
   dispatch().drainAll();
   EXPECT_EQ(looks_.size(), 1U);
@@ -357,22 +357,22 @@ TEST_F(Watching, has_neither_timer_nor_baseline_when_stopped_during_the_first_lo
   session().startWatch();
   duringLook_ = [this](const FolderWatch::IsCancelled& isCancelled) {
     EXPECT_FALSE(isCancelled());
-    session().stopWatch();
+    session().watch().stopWatch();
     EXPECT_TRUE(isCancelled());
   };
   dispatch().drainAll();
   EXPECT_EQ(looks_.size(), 1U);
-  EXPECT_FALSE(session().watching());
+  EXPECT_FALSE(session().watch().watching());
   EXPECT_EQ(toast(), "(none)");
   EXPECT_FALSE(dispatch().advanceToNextDue());
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
 TEST_F(Watching, drops_the_first_look_that_comes_home_after_a_stop) {
   session().startWatch();
   runLooks();
-  session().stopWatch();
+  session().watch().stopWatch();
   runMain();
   EXPECT_EQ(toast(), "(none)");
   EXPECT_FALSE(dispatch().advanceToNextDue());
@@ -385,9 +385,9 @@ TEST_F(Watching, drops_a_look_that_is_under_way_when_it_stops) {
   runMain();
   runLooks();
   ASSERT_EQ(looks_.size(), 2U);
-  session().stopWatch();
+  session().watch().stopWatch();
   runMain();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_EQ(toast(), "(none)");
 }
 
@@ -395,13 +395,13 @@ TEST_F(Watching, moves_to_another_folder) {
   watch({{"/home/a", 1}});
   sizes_ = {{"/home/a", 3 * MiB}};
   nextTick();
-  ASSERT_EQ(session().watchGrew().size(), 1U);
+  ASSERT_EQ(session().watch().watchGrew().size(), 1U);
   openMovies();
   sizes_ = {{"/home/Movies/film", 6 * MiB}};
   session().startWatch();
-  EXPECT_TRUE(session().watching());
-  EXPECT_EQ(session().watchPath(), "/home/Movies");
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "/home/Movies");
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   dispatch().drainAll();
   EXPECT_EQ(toast(), "Watching Movies");
   sizes_ = {{"/home/Movies/film", 8 * MiB}};
@@ -420,7 +420,7 @@ TEST_F(Watching, drops_the_first_look_at_a_folder_it_has_left) {
   session().startWatch();
   runMain();
   EXPECT_EQ(toast(), "(none)");
-  session().pollWatch();
+  session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   dispatch().drainAll();
   EXPECT_EQ(toast(), "Watching Movies");
@@ -435,7 +435,7 @@ TEST_F(Watching, drops_a_look_at_a_folder_it_has_left) {
   openMovies();
   session().startWatch();
   runMain();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_NE(toast(), "a grew by 1.0 MB");
 }
 
@@ -443,7 +443,7 @@ TEST_F(Watching, of_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
   watch({{"/home/a", 1 * MiB}});
   dispatch().advance(10s);
   sizes_ = {{"/home/a", 3 * MiB}};
-  QSignalSpy watching(&session(), &ScanSession::watchingChanged);
+  QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
   session().startWatch();
   EXPECT_EQ(watching.count(), 0);
   dispatch().drainAll();
@@ -455,14 +455,14 @@ TEST_F(Watching, of_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
   dispatch().advance(10s);
   dispatch().drainAll();
   EXPECT_EQ(looks_.size(), 1U);
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
 }
 
 TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
   sizes_ = {{"/home/a", 1 * MiB}};
   session().startWatch();
   runLooks();
-  session().stopWatch();
+  session().watch().stopWatch();
   session().startWatch();
   runMain();
   EXPECT_EQ(toast(), "(none)");
@@ -472,40 +472,40 @@ TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
   looks_.clear();
   nextTick();
   EXPECT_EQ(looks_.size(), 1U);
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
 
   sizes_ = {{"/home/a", 9 * MiB}};
   dispatch().advance(20s);
   runMain();
   runLooks();
-  session().stopWatch();
+  session().watch().stopWatch();
   session().startWatch();
   runMain();
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   EXPECT_NE(toast(), "a grew by 4.0 MB");
 }
 
 TEST_F(Watching, stays_where_it_is_through_scans_and_ways_through_the_tree) {
   watch({{"/home/a", 1 * MiB}});
   openMovies();
-  session().back();
+  session().navigation().back();
   openMovies();
-  session().setPane(MainPane::apps);
-  session().setVizMode(VizMode::largest);
-  EXPECT_TRUE(session().watching());
-  EXPECT_EQ(session().watchPath(), "/home");
+  session().shown().setPane(MainPane::apps);
+  session().shown().setVizMode(VizMode::largest);
+  EXPECT_TRUE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "/home");
 
   scanTo(folder("/other", 9, {file("/other/f", 9)}));
   session().rescan();
-  session().cancel();
+  session().run().cancel();
   dispatch().drainAll();
-  EXPECT_TRUE(session().watching());
-  EXPECT_EQ(session().watchPath(), "/home");
+  EXPECT_TRUE(session().watch().watching());
+  EXPECT_EQ(session().watch().watchPath(), "/home");
   sizes_ = {{"/home/a", 2 * MiB}};
   looks_.clear();
   nextTick();
   EXPECT_EQ(looks_, Paths{"/home"});
-  EXPECT_EQ(session().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 2 * MiB}}));
+  EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 2 * MiB}}));
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
 
@@ -515,7 +515,7 @@ TEST_F(Watching, takes_its_baseline_through_a_scan) {
   session().rescan();
   runMain();
   EXPECT_EQ(toast(), "Watching home");
-  EXPECT_EQ(session().status(), ScanStatus::scanning);
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
 TEST_F(Watching, stops_its_look_when_the_session_ends) {
@@ -561,7 +561,7 @@ TEST_F(Watching, may_bring_home_a_look_when_the_session_is_gone) {
 }
 
 TEST_F(Watching, lets_whoever_hears_of_it_end_the_session) {
-  QObject::connect(&session(), &ScanSession::watchingChanged, [this] { endSession(); });
+  QObject::connect(&session().watch(), &LiveWatch::watchingChanged, [this] { endSession(); });
   session().startWatch();
   EXPECT_FALSE(hasSession());
   dispatch().drainAll();
@@ -569,11 +569,12 @@ TEST_F(Watching, lets_whoever_hears_of_it_end_the_session) {
 
 TEST_F(Watching, lets_whoever_hears_of_growth_stop_it) {
   watch({});
-  QObject::connect(&session(), &ScanSession::watchGrewChanged, [this] { session().stopWatch(); });
+  QObject::connect(&session().watch(), &LiveWatch::watchGrewChanged,
+                   [this] { session().watch().stopWatch(); });
   sizes_ = {{"/home/a", 1 * MiB}};
   nextTick();
-  EXPECT_FALSE(session().watching());
-  EXPECT_TRUE(session().watchGrew().empty());
+  EXPECT_FALSE(session().watch().watching());
+  EXPECT_TRUE(session().watch().watchGrew().empty());
   looks_.clear();
   dispatch().advance(1h);
   dispatch().drainAll();

@@ -1,0 +1,45 @@
+#include "session/Comparison.h"
+
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "scan/PathName.h"
+#include "scan/ScanDiff.h"
+
+namespace tessaly {
+
+namespace {
+
+// Down to the children of the children.
+constexpr int comparedLevels = 2;
+// What both sides have is listed where it differs by this many bytes.
+constexpr std::int64_t smallestDifference = 1048576;
+
+}  // namespace
+
+void Comparison::compare(FieldChanges& changes, const DiskNode& left, const std::string& folder) {
+  jobs_.start(
+      Dispatch::Queue::userInitiated,
+      [left, folder, walk = services_.walk](const Job& job) {
+        DiskScanner::Callbacks callbacks;
+        // The user has no way to stop this walk; only the end of the session does.
+        callbacks.isCancelled = job.cancelTest();
+        const DiskNode right = walk(folder, callbacks, {});
+        return ScanDiff::compareFolders(
+            ScanDiff::flattenRelative(left, left.path(), 0, comparedLevels),
+            // Relative to where the walk has been, which is not what was chosen if that is a link.
+            ScanDiff::flattenRelative(right, right.path(), 0, comparedLevels), smallestDifference);
+      },
+      [this](std::vector<FolderCompareRow> rows) {
+        setField(this, compareRows_, std::move(rows), &Comparison::compareRowsChanged);
+      });
+
+  const std::string_view rightName = lastPathComponent(folder);
+  if (compareLeftName_ == left.name() && compareRightName_ == rightName) return;
+  compareLeftName_ = left.name();
+  compareRightName_ = rightName;
+  changes.note(this, &Comparison::compareNamesChanged);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,50 @@
+// The comparison of a scanned tree with another folder.
+//
+// Main thread only.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "scan/DiskNode.h"
+#include "scan/FolderCompareRow.h"
+#include "session/FieldChanges.h"
+#include "session/Jobs.h"
+#include "session/SessionServices.h"
+
+namespace tessaly {
+
+class Comparison : public QObject {
+  Q_OBJECT
+
+ public:
+  // `services` and what they name outlive the comparison.
+  explicit Comparison(const SessionServices& services)
+      : services_(services), jobs_(services.dispatch) {}
+
+  const std::vector<FolderCompareRow>& compareRows() const { return compareRows_; }
+  const std::string& compareLeftName() const { return compareLeftName_; }
+  const std::string& compareRightName() const { return compareRightName_; }
+
+  // Walks `folder` and compares it with `left`. The rows of an earlier comparison stay until then.
+  // Neither a scan nor a later comparison makes this one void: the one that ends last is shown.
+  void compare(FieldChanges& changes, const DiskNode& left, const std::string& folder);
+
+  // Stops the walks without waiting for them.
+  void end() { jobs_.end(); }
+
+ signals:
+  void compareRowsChanged();
+  void compareNamesChanged();  // the left and the right one, which always change together
+
+ private:
+  const SessionServices& services_;
+  Jobs jobs_;
+  std::vector<FolderCompareRow> compareRows_;
+  std::string compareLeftName_;
+  std::string compareRightName_;
+};
+
+}  // namespace tessaly

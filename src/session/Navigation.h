@@ -1,0 +1,49 @@
+// Where the user is in the finished tree. Nodes are values and the tree never changes: only the
+// stack does.
+//
+// Main thread only.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <QObject>
+
+#include "platform/Workspace.h"
+#include "scan/DiskNode.h"
+#include "session/FieldChanges.h"
+
+namespace tessaly {
+
+class Navigation : public QObject {
+  Q_OBJECT
+
+ public:
+  // `workspace` outlives the navigation.
+  explicit Navigation(Workspace& workspace) : workspace_(workspace) {}
+
+  const std::vector<DiskNode>& stack() const { return stack_; }  // scan root first
+  // The node on screen: the last of stack().
+  std::optional<DiskNode> current() const;
+
+  Q_INVOKABLE void back();
+  Q_INVOKABLE void jump(int index);
+  // Shows `node` in the file viewer of the desktop.
+  void reveal(const DiskNode& node);
+
+  // Shows the root of a new tree, which is never compared with the old one.
+  void showTree(FieldChanges& changes, const DiskNode& tree);
+  // Shows the last node of `chain`, which begins at the root.
+  void showChain(FieldChanges& changes, std::vector<DiskNode> chain);
+  // Goes into `node`.
+  void push(FieldChanges& changes, const DiskNode& node);
+
+ signals:
+  void stackChanged();
+
+ private:
+  Workspace& workspace_;
+  std::vector<DiskNode> stack_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,136 @@
+#include "session/Removal.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QPointer>
+
+#include "platform/FileAccess.h"
+#include "platform/FileIdentity.h"
+#include "platform/NumberedName.h"
+#include "platform/ResolvedPath.h"
+#include "platform/WriteNote.h"
+#include "reclaim/CriticalPaths.h"
+
+namespace tessaly {
+
+void Removal::setCriticalWarning(std::optional<DiskNode> node) {
+  setField(this, criticalWarning_, std::move(node), &Removal::criticalWarningChanged);
+}
+
+void Removal::dismissWarning() {
+  setCriticalWarning(std::nullopt);
+}
+
+void Removal::dismissWarning(FieldChanges& changes) {
+  changes.set(this, criticalWarning_, std::optional<DiskNode>(), &Removal::criticalWarningChanged);
+}
+
+bool Removal::warnIfCritical(FieldChanges& changes, const DiskNode& node) {
+  if (!CriticalPaths::isCritical(node.path(), services_.homeDirectory)) return false;
+  changes.set(this, criticalWarning_, std::optional(node), &Removal::criticalWarningChanged);
+  return true;
+}
+
+Removal::Failures Removal::move(const std::string& path) {
+  const auto item = Trash::moveRecording(path, services_.trash);
+  if (item) return {};
+  return {{.path = path, .cause = item.error()}};
+}
+
+Removal::Failures Removal::moveRecording(FieldChanges& changes, const std::string& path) {
+  Result<TrashedItem> item = Trash::moveRecording(path, services_.trash);
+  if (!item) return {{.path = path, .cause = item.error()}};
+  changes.set(this, lastTrashed_, std::vector{std::move(item).value()},
+              &Removal::lastTrashedChanged);
+  return {};
+}
+
+Removal::Failures Removal::moveAllRecording(FieldChanges& changes,
+                                            const std::vector<std::string>& paths) {
+  Trash::Moved moved = Trash::moveManyRecording(paths, services_.trash);
+  changes.set(this, lastTrashed_, std::move(moved.items), &Removal::lastTrashedChanged);
+  return std::move(moved.errors);
+}
+
+Removal::Failures Removal::putBack(FieldChanges& changes) {
+  // A folder that went after its contents comes back before them.
+  Failures failures;
+  std::for_each(lastTrashed_.rbegin(), lastTrashed_.rend(), [&](const TrashedItem& item) {
+    const Outcome outcome = Trash::putBack(item, services_.trash);
+    if (!outcome) failures.push_back({.path = item.original, .cause = outcome.error()});
+  });
+  changes.set(this, lastTrashed_, std::vector<TrashedItem>(), &Removal::lastTrashedChanged);
+  return failures;
+}
+
+std::size_t Removal::archive(const std::vector<DiskNode>& nodes, TakeArchive take) {
+  std::vector<std::string> paths;
+  for (const DiskNode& node : nodes) {
+    std::string path = node.path();
+    if (FileAccess::ofMachine().kindOf(path) == FileAccess::Kind::nothing) continue;
+    paths.push_back(std::move(path));
+  }
+  if (paths.empty()) return 0;
+  const std::size_t count = paths.size();
+
+  const QPointer<Removal> self(this);
+  const std::vector<std::string> inWork = zips_->paths();
+  std::optional<std::string> chosen = services_.savePanel.chooseFile({.fileName = nameForZip(),
+                                                                      .extension = "zip",
+                                                                      .canCreateDirectories = true,
+                                                                      .isForNewFile = true});
+  // The panel runs the event loop meanwhile.
+  if (!self || !chosen) return 0;
+  ZipEngine::Request request{.paths = std::move(paths),
+                             .to = *std::move(chosen),
+                             .isGivenUp = [zips = zips_] { return zips->isGivenUp(); }};
+  const std::string place = resolvedAbove(request.to);
+  // What the user has agreed to replace is what stands there now. Not so where it is an archive
+  // that was finished only while the panel was up: what went into that is in the Trash by now.
+  if (std::ranges::find(inWork, place) == inWork.end()) {
+    if (const auto old = FileIdentity::of(request.to)) request.replaced = old.value();
+  }
+
+  zips_->begin(place);
+  std::string notes =
+      services_.supportDirectory ? *services_.supportDirectory : ScanStore::supportDir();
+  jobs_.start(
+      Dispatch::Queue::userInitiated,
+      [zips = zips_, place, request = std::move(request), archive = services_.archive,
+       notes = std::move(notes)](const Job&) {
+        ZipEngine::Archived archived = [&] {
+          const WriteNote noted = WriteNote::of(request.to, notes);
+          return archive(request);
+        }();
+        zips->end(place);
+        return archived;
+      },
+      std::move(take));
+  return count;
+}
+
+// Two archives of one minute are not to be suggested the same name.
+std::string Removal::nameForZip() const {
+  const std::string name = ZipEngine::suggestedName(services_.date());
+  int number = 1;
+  while (zips_->hasName(numberedName(name, number))) ++number;
+  return numberedName(name, number);
+}
+
+void Removal::giveUpZips() {
+  zips_->giveUp();
+}
+
+void Removal::emptyTrash(std::function<void(DiskSpace::TrashEmptying emptying)> take) {
+  jobs_.start(
+      Dispatch::Queue::userInitiated,
+      [run = services_.run](const Job&) { return DiskSpace::emptyTrash(run); }, std::move(take));
+}
+
+void Removal::end() {
+  giveUpZips();
+  jobs_.end();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,85 @@
+// The scan that runs: its progress, and how it ended. A newer scan overtakes the one before.
+//
+// Main thread only.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include <QObject>
+
+#include "platform/Dispatch.h"
+#include "scan/DiskNode.h"
+#include "scan/DiskScanner.h"
+#include "scan/UnreadableItems.h"
+#include "session/FieldChanges.h"
+#include "session/Jobs.h"
+#include "session/SessionServices.h"
+
+namespace tessaly {
+
+enum class ScanStatus { idle, scanning, complete, error };
+
+class ScanRun : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(double scanPercent READ scanPercent NOTIFY scanPercentChanged)
+
+ public:
+  // What a walk brought.
+  struct Walked {
+    DiskNode tree;
+    std::string root;  // as it was given to the scan
+    UnreadableItems unreadable;
+  };
+  using Take = std::function<void(const Walked& walked)>;
+
+  // `services` and what they name outlive the run.
+  explicit ScanRun(const SessionServices& services);
+
+  ScanStatus status() const { return status_; }
+  const std::string& progress() const { return progress_; }
+  double scanPercent() const { return scanPercent_; }  // 0 to 1
+  const std::string& errorMessage() const { return errorMessage_; }
+  // Of the latest scan, whatever became of it.
+  const std::string& scanRoot() const { return scanRoot_; }
+
+  // Cancels the scan that runs and starts another. Its tree goes to `take`, unless the scan is
+  // overtaken or cancelled, or has found nothing; whoever takes it calls complete().
+  void start(FieldChanges& changes, const std::string& root, DiskScanner::Options options,
+             Take take);
+  // The tree of the scan is on screen.
+  void complete(FieldChanges& changes);
+  // The tree of the last run of the program, a scan of `root`, is on screen.
+  void restore(FieldChanges& changes, const std::string& root);
+  Q_INVOKABLE void cancel();
+  // Since the latest scan began.
+  std::chrono::duration<double> duration() const;
+
+  // Stops the walk without waiting for it.
+  void end() { jobs_.end(); }
+
+ signals:
+  void statusChanged();
+  void progressChanged();
+  void scanPercentChanged();
+  void errorMessageChanged();
+  void scanRootChanged();
+
+ private:
+  void startWalk(DiskScanner::Options options, Take take);
+  void takeWalk(const Walked& walked, const Take& take);
+
+  const SessionServices& services_;
+  Jobs jobs_;
+  Job walk_;  // of the latest scan; what an overtaken one still brings is dropped
+  std::chrono::steady_clock::time_point started_;
+  bool hasTree_ = false;  // a scan has found something, in this run of the program or the last
+  ScanStatus status_ = ScanStatus::idle;
+  std::string progress_;
+  double scanPercent_ = 0;
+  std::string errorMessage_;
+  std::string scanRoot_;
+};
+
+}  // namespace tessaly

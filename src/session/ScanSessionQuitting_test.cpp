@@ -1,0 +1,143 @@
+// Quitting in the middle of each kind of background work: the work is told to stop, and nothing of
+// what it still brings reaches the session. A zip is in ScanSessionZip_test.
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+
+#include "session/SessionFixture_test.h"
+#include "support/SessionRecord.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+
+class QuittingInTheMiddle : public SessionFixture {
+ protected:
+  QuittingInTheMiddle() {
+    analysis_ = {[this](const auto&, const auto& isCancelled) -> PostScanAnalysis::Publish {
+      if (duringAnalysis_) std::exchange(duringAnalysis_, {})(isCancelled);
+      return [this](Findings&, FieldChanges&) { hasPublished_ = true; };
+    }};
+    snapshot_ = [this](const std::string& path, const FolderWatch::IsCancelled& isCancelled) {
+      if (duringLook_) std::exchange(duringLook_, {})(isCancelled);
+      return FolderSnapshot{path, {{path + "/a", ++sizeSeen_ * 10 * 1048576}}};
+    };
+    restart();
+    walks().at(0).result = folder("/r", 5, {file("/r/a", 5)});
+    session().scan("/r");
+    dispatch().drainAll();
+    dispatch().advance(std::chrono::hours(1));
+    dispatch().drainAll();
+    hasPublished_ = false;
+  }
+
+  // Ends the session, and sees that the work is told of it.
+  void quit(const std::function<bool()>& isCancelled) {
+    EXPECT_FALSE(isCancelled());
+    session().end();
+    EXPECT_TRUE(isCancelled());
+    hasQuit_ = true;
+  }
+
+  // Lets the rest happen, and sees that none of it is seen.
+  void expectNothingMore() {
+    const SessionRecord record(session(), settings_);
+    dispatch().drainAll();
+    ASSERT_TRUE(hasQuit_);
+    EXPECT_THAT(record.changed(), IsEmpty());
+    EXPECT_THAT(record.announced(), IsEmpty());
+    EXPECT_FALSE(hasPublished_);
+  }
+
+  void quitInTheNextWalk() {
+    WalkScript& script = walks().at(walks().ran());
+    script.result = folder("/next", 7, {file("/next/b", 7)});
+    script.during = [this](const DiskScanner::Callbacks& callbacks) {
+      quit(callbacks.isCancelled);
+      if (callbacks.progress) callbacks.progress("late");
+    };
+  }
+
+  std::function<void(const Job::IsCancelled&)> duringAnalysis_;
+  std::function<void(const Job::IsCancelled&)> duringLook_;
+  bool hasPublished_ = false;
+  bool hasQuit_ = false;
+  std::int64_t sizeSeen_ = 0;
+};
+
+TEST_F(QuittingInTheMiddle, of_a_walk_leaves_the_session_as_it_is) {
+  quitInTheNextWalk();
+  session().scan("/next");
+  expectNothingMore();
+  EXPECT_EQ(stackPaths(), std::vector<std::string>{"/r"});
+}
+
+TEST_F(QuittingInTheMiddle, of_the_expansion_of_a_package_leaves_the_session_as_it_is) {
+  quitInTheNextWalk();
+  session().expandPackage(folder("/next", 7));
+  expectNothingMore();
+}
+
+TEST_F(QuittingInTheMiddle, of_a_comparison_leaves_the_session_as_it_is) {
+  quitInTheNextWalk();
+  folderPanel_.answer = "/next";
+  session().compareWithFolder();
+  expectNothingMore();
+}
+
+TEST_F(QuittingInTheMiddle, of_the_first_look_of_a_watch_leaves_the_session_as_it_is) {
+  duringLook_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
+  session().startWatch();
+  expectNothingMore();
+}
+
+TEST_F(QuittingInTheMiddle, of_a_later_look_of_a_watch_leaves_the_session_as_it_is) {
+  session().startWatch();
+  dispatch().drainAll();
+  duringLook_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
+  session().watch().pollWatch();
+  expectNothingMore();
+}
+
+TEST_F(QuittingInTheMiddle, of_an_analysis_publishes_nothing) {
+  duringAnalysis_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
+  walks().at(1).result = folder("/r", 5, {file("/r/a", 5)});
+  session().scan("/r");
+  runWalks();
+  runMain();
+  expectNothingMore();
+}
+
+// Nothing but quitting cancels these two.
+using OvertakenByAScan = QuittingInTheMiddle;
+
+TEST_F(OvertakenByAScan, an_expansion_goes_on_and_is_shown) {
+  walks().at(1).result = folder("/r/package.app", 5, {file("/r/package.app/a", 5)});
+  walks().at(1).during = [this](const DiskScanner::Callbacks& callbacks) {
+    session().scan("/other");
+    session().run().cancel();
+    EXPECT_FALSE(callbacks.isCancelled());
+  };
+  session().expandPackage(folder("/r/package.app", 5));
+  dispatch().drainAll();
+  EXPECT_EQ(stackPaths(), (std::vector<std::string>{"/r", "/r/package.app"}));
+}
+
+TEST_F(OvertakenByAScan, an_analysis_goes_on_and_publishes) {
+  duringAnalysis_ = [this](const Job::IsCancelled& isCancelled) {
+    session().scan("/other");
+    session().run().cancel();
+    EXPECT_FALSE(isCancelled());
+  };
+  walks().at(1).result = folder("/r", 5, {file("/r/a", 5)});
+  session().scan("/r");
+  dispatch().drainAll();
+  EXPECT_TRUE(hasPublished_);
+}
+
+}  // namespace
+}  // namespace tessaly

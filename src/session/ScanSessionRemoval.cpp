@@ -1,0 +1,193 @@
+// What goes to the Trash, and comes back. The walk that follows shows what the disk has become.
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+
+#include <QPointer>
+
+#include "platform/FileIdentity.h"
+#include "scan/Format.h"
+#include "scan/PathName.h"
+#include "scan/Remainder.h"
+#include "session/ScanSession.h"
+
+namespace tessaly {
+
+namespace {
+
+using FailureText::Act;
+
+// For items that are not what was archived any more.
+std::string wordsForOthers(const std::vector<std::string>& paths) {
+  std::string words =
+      Format::counted(paths.size(), "item") +
+      " changed after archiving and did not move: " + std::string(lastPathComponent(paths.front()));
+  if (paths.size() > 1) words += " and " + std::to_string(paths.size() - 1) + " more";
+  return words;
+}
+
+}  // namespace
+
+void ScanSession::trashFocused() {
+  const std::optional<DiskNode> target =
+      selection_->focused() ? selection_->focused() : navigation_->current();
+  if (!target || isRemainder(*target)) return;
+  FieldChanges changes;
+  if (removal_->warnIfCritical(changes, *target)) {
+    changes.announce();
+    return;
+  }
+  messages_->tellFailures(changes, removal_->moveRecording(changes, target->path()),
+                          Act::moveToTrash);
+  // Said of a move that failed as well: the walk shows what is true.
+  messages_->flash(changes, "Moved " + std::string(target->name()) + " to Trash");
+  announceAndRescan(changes);
+}
+
+void ScanSession::trash(const DiskNode& node) {
+  const DiskNode target = node;  // may be the menu's own, which goes away here
+  FieldChanges changes;
+  shown_->setMenuNode(changes, std::nullopt);
+  if (isRemainder(target) || removal_->warnIfCritical(changes, target)) {
+    changes.announce();
+    return;
+  }
+  moveWithoutRecord(changes, target);
+}
+
+void ScanSession::overruleWarning() {
+  const std::optional<DiskNode> target = removal_->criticalWarning();
+  if (!target) return;
+  FieldChanges changes;
+  removal_->dismissWarning(changes);
+  if (isRemainder(*target)) {
+    changes.announce();
+    return;
+  }
+  moveWithoutRecord(changes, *target);
+}
+
+void ScanSession::moveWithoutRecord(FieldChanges& changes, const DiskNode& node) {
+  messages_->tellFailures(changes, removal_->move(node.path()), Act::moveToTrash);
+  announceAndRescan(changes);
+}
+
+void ScanSession::emptyQueue() {
+  std::vector<std::string> paths;
+  paths.reserve(cleanupQueue_->queue().size());
+  for (const DiskNode& node : cleanupQueue_->queue()) paths.push_back(node.path());
+
+  FieldChanges changes;
+  const Removal::Failures failures = removal_->moveAllRecording(changes, paths);
+  cleanupQueue_->clearQueue(changes);
+  messages_->tellFailures(changes, failures, Act::moveToTrash);
+  announceAndLookAgain(changes);
+}
+
+void ScanSession::undoTrash() {
+  const std::size_t all = removal_->lastTrashed().size();
+  if (all == 0) return;
+  FieldChanges changes;
+  const Removal::Failures failures = removal_->putBack(changes);
+  messages_->flash(changes, "Put back " + Format::counted(all - failures.size(), "item"));
+  messages_->tellFailures(changes, failures, Act::putBack);
+  announceAndLookAgain(changes);
+}
+
+void ScanSession::emptyTrash(std::function<void()> ended) {
+  using DiskSpace::TrashEmptying;
+  removal_->emptyTrash([this, ended = std::move(ended)](TrashEmptying emptying) {
+    const QPointer<ScanSession> session(this);
+    if (ended) ended();
+    if (session && emptying == TrashEmptying::goesOn) {
+      messages_->flash("Emptying the Trash goes on in the background");
+    }
+    if (session) machine_->refreshDisk();
+  });
+}
+
+void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
+  std::erase_if(nodes, isRemainder);
+  FieldChanges changes;
+  const bool isRefused = std::any_of(nodes.begin(), nodes.end(), [&](const DiskNode& node) {
+    return removal_->warnIfCritical(changes, node);
+  });
+  if (isRefused) {
+    changes.announce();
+    return;
+  }
+  const QPointer<ScanSession> session(this);
+  const std::size_t count = removal_->archive(
+      nodes, [this](const ZipEngine::Archived& archived) { takeArchive(archived); });
+  if (session && count != 0) messages_->flash("Zipping " + Format::counted(count, "item") + "…");
+}
+
+void ScanSession::takeArchive(const ZipEngine::Archived& archived) {
+  using End = ZipEngine::Archived::End;
+  const QPointer<ScanSession> session(this);
+  switch (archived.end) {
+    case End::made:
+      trashArchived(archived);
+      break;
+    case End::notMade:
+      messages_->flash("Could not create zip");
+      if (session && !archived.cause.empty())
+        messages_->tellFailure("Could not create zip: " + archived.cause);
+      break;
+    case End::incomplete:
+      messages_->flash("Archive would be incomplete; nothing was moved");
+      if (session)
+        messages_->tellFailure("Nothing was moved. Not to be archived: " + archived.cause);
+      break;
+    case End::givenUp:
+      break;
+  }
+}
+
+void ScanSession::trashArchived(const ZipEngine::Archived& archived) {
+  const Result<FileIdentity> archive = FileIdentity::of(archived.path);
+  const std::string name(lastPathComponent(archived.path));
+  if (!archive || archive.value() != archived.identity) {
+    const QPointer<ScanSession> session(this);
+    messages_->flash("Archive is gone or changed; nothing was moved");
+    if (session)
+      messages_->tellFailure("Nothing was moved. The archive is gone or changed: " + name);
+    return;
+  }
+  std::vector<std::string> unchanged;
+  std::vector<std::string> others;
+  std::unordered_set<std::string> all;
+  for (const ZipEngine::Original& original : archived.originals) {
+    const Result<FileIdentity> now = FileIdentity::of(original.path);
+    const bool isSame = now && now.value() == original.identity;
+    (isSame ? unchanged : others).push_back(original.path);
+    all.insert(original.path);
+  }
+
+  FieldChanges changes;
+  const Removal::Failures failures = removal_->moveAllRecording(changes, unchanged);
+  // What refused to move leaves the queue as well.
+  cleanupQueue_->removeFromQueue(changes, all);
+  selection_->clearSelection(changes);
+  messages_->tellFailures(changes, failures, Act::moveToTrash);
+  if (!others.empty()) messages_->tellFailure(changes, wordsForOthers(others));
+  messages_->flash(changes, "Archived to " + name);
+  announceAndLookAgain(changes);
+}
+
+void ScanSession::announceAndRescan(FieldChanges& changes) {
+  const QPointer<ScanSession> session(this);
+  changes.announce();
+  if (session) rescan();
+}
+
+void ScanSession::announceAndLookAgain(FieldChanges& changes) {
+  const QPointer<ScanSession> session(this);
+  announceAndRescan(changes);
+  if (session) machine_->refreshDisk();
+}
+
+}  // namespace tessaly
