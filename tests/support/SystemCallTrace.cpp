@@ -126,6 +126,7 @@ struct Plan {
   long failNumber = -1;  // only calls of this number count for `failCall`; -1 for all
   int code = 0;
   SystemCallTrace::Refusals refusals = {};
+  SystemCallTrace::Answer answer = {};
   std::size_t actStop = 0;
   std::function<void()> act = {};
 };
@@ -182,7 +183,7 @@ class Tracer {
         return true;
       case Phase::body:
         if (mark == endMark) return letFinish();
-        if (isBefore ? !noteCall(static_cast<long>(info.entry.nr)) : !noteReturn()) return false;
+        if (isBefore ? !noteCall(info) : !noteReturn(info)) return false;
         ++stops_;
         if (stops_ == plan_.actStop) {
           plan_.act();
@@ -195,7 +196,11 @@ class Tracer {
     return true;
   }
 
-  bool noteCall(long number) {
+  bool noteCall(const __ptrace_syscall_info& info) {
+    const auto number = static_cast<long>(info.entry.nr);
+    answerPlace_ = number == plan_.answer.number
+                       ? info.entry.args[plan_.answer.argument] + plan_.answer.offset
+                       : 0;
     run_.calls.push_back(number);
     if (const auto refused = plan_.refusals.find(number); refused != plan_.refusals.end()) {
       return fail(number, refused->second);
@@ -212,9 +217,15 @@ class Tracer {
     return skipCall(child_);
   }
 
-  bool noteReturn() {
+  bool noteReturn(const __ptrace_syscall_info& info) {
     const int code = std::exchange(failure_, 0);
-    return code == 0 || setResult(child_, -code);
+    if (code != 0) return setResult(child_, -code);
+    const std::uint64_t place = std::exchange(answerPlace_, 0);
+    if (place == 0 || info.exit.is_error != 0) return true;
+    const std::string& bytes = plan_.answer.bytes;
+    const iovec from{const_cast<char*>(bytes.data()), bytes.size()};
+    const iovec to{reinterpret_cast<void*>(place), bytes.size()};
+    return ::process_vm_writev(child_, &from, 1, &to, 1, 0) == static_cast<ssize_t>(bytes.size());
   }
 
   bool letFinish() {
@@ -249,7 +260,8 @@ class Tracer {
   int status_ = 0;
   bool isThere_ = true;
   Phase phase_ = Phase::before;
-  int failure_ = 0;  // of the call that is being made
+  int failure_ = 0;                // of the call that is being made
+  std::uint64_t answerPlace_ = 0;  // in the child, for the call that is being made; 0 for none
   std::size_t stops_ = 0;
   std::size_t countedCalls_ = 0;
   TracedRun run_;
@@ -317,6 +329,10 @@ TracedRun failingAt(std::size_t call, int code, const std::function<std::string(
 TracedRun failingNth(long number, std::size_t nth, int code,
                      const std::function<std::string()>& body) {
   return traced({.failCall = nth, .failNumber = number, .code = code}, body);
+}
+
+TracedRun answering(const Answer& answer, const std::function<std::string()>& body) {
+  return traced({.answer = answer}, body);
 }
 
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body) {

@@ -62,6 +62,17 @@ TracedRun failingAt(std::size_t call, int code, const std::function<std::string(
 TracedRun failingNth(long number, std::size_t nth, int code,
                      const std::function<std::string()>& body);
 
+// What the system is to have answered: each successful call of this number finds `bytes` at
+// `offset` of what its argument points to, counted from 0.
+struct Answer {
+  long number = -1;
+  std::size_t argument = 0;
+  std::size_t offset = 0;
+  std::string bytes;
+};
+
+TracedRun answering(const Answer& answer, const std::function<std::string()>& body);
+
 // Refuses calls as a system would that does not have them.
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body);
 

@@ -75,6 +75,27 @@ TEST_F(SystemCallTraceTest, kills_before_and_after_each_call) {
             (std::vector<State>{{false, false}, {true, false}, {true, false}, {true, true}}));
 }
 
+TEST_F(SystemCallTraceTest, has_the_system_answer_otherwise) {
+  const TempTree tree("file 4K");
+  const std::int64_t told = 12345;
+  const SystemCallTrace::Answer answer{
+      .number = SYS_statx,
+      .argument = 4,
+      .offset = offsetof(struct statx, stx_size),
+      .bytes = std::string(reinterpret_cast<const char*>(&told), sizeof told)};
+  const TracedRun run = SystemCallTrace::answering(answer, [path = tree.at("file")] {
+    struct statx attributes {};
+    const int result = statx(AT_FDCWD, path.c_str(), 0, STATX_SIZE, &attributes);
+    const std::string size = std::to_string(attributes.stx_size);
+    struct stat plain {};
+    return std::to_string(result) + " " + size + " " +
+           std::to_string(statx(AT_FDCWD, (path + "-").c_str(), 0, STATX_SIZE, &attributes)) + " " +
+           std::to_string(stat(path.c_str(), &plain)) + " " + std::to_string(plain.st_size);
+  });
+  EXPECT_EQ(run.end, End::finished);
+  EXPECT_EQ(run.told, "0 12345 -1 0 4096");
+}
+
 TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
   {
     const TempTree tree;
