@@ -87,13 +87,11 @@ TEST_F(SystemCallTraceTest, has_the_system_answer_otherwise) {
     struct statx attributes {};
     const int result = statx(AT_FDCWD, path.c_str(), 0, STATX_SIZE, &attributes);
     const std::string size = std::to_string(attributes.stx_size);
-    struct stat plain {};
-    return std::to_string(result) + " " + size + " " +
-           std::to_string(statx(AT_FDCWD, (path + "-").c_str(), 0, STATX_SIZE, &attributes)) + " " +
-           std::to_string(stat(path.c_str(), &plain)) + " " + std::to_string(plain.st_size);
+    const int missing = statx(AT_FDCWD, (path + "-").c_str(), 0, STATX_SIZE, &attributes);
+    return std::to_string(result) + " " + size + " " + std::to_string(missing);
   });
   EXPECT_EQ(run.end, End::finished);
-  EXPECT_EQ(run.told, "0 12345 -1 0 4096");
+  EXPECT_EQ(run.told, "0 12345 -1");
 }
 
 TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
