@@ -13,6 +13,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <variant>
@@ -113,6 +114,17 @@ std::vector<std::string> openIn(pid_t process) {
   return all;
 }
 
+// Whether the process is a reader that has come to the file. Between its fork and its exec a child
+// is still this program, and has open what this program has: a file that is held once. A reader
+// holds it to look at it, and opens it to read it.
+bool isReading(pid_t process, const std::string& path) {
+  std::error_code ended;
+  const fs::path program = fs::read_symlink("/proc/" + std::to_string(process) + "/exe", ended);
+  if (program != fs::canonical(OwnPrograms::path(ReaderRequest::program))) return false;
+  const std::vector<std::string> all = openIn(process);
+  return std::count(all.begin(), all.end(), path) == 2;
+}
+
 std::string limitOf(pid_t process, const std::string& name) {
   std::ifstream file("/proc/" + std::to_string(process) + "/limits");
   for (std::string line; std::getline(file, line);) {
@@ -138,7 +150,7 @@ class BusyReading {
     thread_ = std::thread([this, &reader] { body_ = readFile(reader, file_, request_); });
     comesAbout([&] {
       for (const pid_t child : children()) {
-        if (testing::Matches(testing::Contains(path))(openIn(child))) process_ = child;
+        if (isReading(child, path)) process_ = child;
       }
       return process_ != 0;
     });
@@ -374,6 +386,24 @@ TEST_F(ReaderProgramTest, reads_several_files_at_once) {
   for (const PreviewBody& body : bodies) EXPECT_TRUE(showsImage(body)) << reasonIn(body);
 }
 
+TEST_F(ReaderProgramTest, is_not_yet_what_still_is_a_copy_of_this_program) {
+  const TempTree tree("file 4K");
+  const HeldItem file = held(tree.at("file"));
+  int ends[2];
+  ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+  const pid_t copy = ::fork();
+  if (copy == 0) {
+    char none = 0;
+    ::close(ends[1]);
+    ::_exit(::read(ends[0], &none, 1) == 0 ? 0 : 1);
+  }
+  ASSERT_GT(copy, 0);
+  EXPECT_THAT(openIn(copy), testing::Contains(tree.at("file")));
+  EXPECT_FALSE(isReading(copy, tree.at("file")));
+  for (const int end : ends) ::close(end);
+  EXPECT_EQ(::waitpid(copy, nullptr, 0), copy);
+}
+
 TEST_F(ReaderProgramTest, has_the_file_open_and_nothing_else_of_ours) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
@@ -396,7 +426,15 @@ TEST_F(ReaderProgramTest, has_limits_of_its_own) {
   EXPECT_EQ(limitOf(process, "Max core file size"), "0");
   EXPECT_EQ(limitOf(process, "Max file size"), "0");
   EXPECT_EQ(limitOf(process, "Max open files"), "64");
-  EXPECT_TRUE(comesAbout([&] { return limitOf(process, "Max cpu time") != "unlimited"; }));
+  // What a request may take at most, one second more, and what it has used by then.
+  const std::string time = limitOf(process, "Max cpu time");
+  ASSERT_NE(time, "unlimited");
+  EXPECT_GT(std::stoi(time), 600);
+  EXPECT_LT(std::stoi(time), 700);
+}
+
+TEST_F(ReaderProgramTest, has_ten_seconds_for_what_a_user_looks_at) {
+  EXPECT_EQ(PreviewRequest().limits.seconds, 10);
 }
 
 TEST_F(ReaderProgramTest, may_take_no_more_than_a_gibibyte_of_memory) {
@@ -434,8 +472,7 @@ TEST_F(ReaderProgramTest, ends_with_whoever_has_asked) {
     ASSERT_TRUE(process.value().writeInput(*request.encoded(), Deadline::never()));
     ASSERT_TRUE(comesAbout([&] {
       const std::vector<pid_t> all = children();
-      return all.size() == 1 &&
-             testing::Matches(testing::Contains(tree.at("drawing")))(openIn(all.front()));
+      return all.size() == 1 && isReading(all.front(), tree.at("drawing"));
     }));
     // Nothing is written to it that would end it by itself.
     EXPECT_FALSE(process.value().waitUntil(Deadline::after(0)));
