@@ -39,6 +39,9 @@ class SideEffectsJourney : public Journey {
     hoverAt(QPoint(640, 5));
     session().selection().selectNodes({node("notes.txt"), node("Code")}, false);
     session().selection().setFocused(node("Code"));
+    session().cleanupQueue().addToQueue(node("Code"));
+    session().cleanupQueue().setQueueMinimized(true);
+    session().shown().setHeatmap(true);
     session().messages().flash("Before");
     settle(window());
   }
@@ -86,13 +89,14 @@ TEST_F(SideEffectsJourney, a_click_with_shift_changes_selection_and_focus_alone)
 
 TEST_F(SideEffectsJourney, a_click_with_command_keeps_the_selection) {
   EXPECT_EQ(changedBy([&] { clickHolding(Qt::ControlModifier, tilePoint("notes.txt")); }),
-            (Names{"focused", "queue", "queueOpen", "toast"}));
+            (Names{"focused", "queue", "queueMinimized", "toast"}));
 }
 
 TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
   session().open(node("Movies"));
   session().open(session().navigation().current()->children()[0]);
   session().selection().selectNodes({node("notes.txt")}, false);
+  session().shown().setVizMode(VizMode::largest);
   settle(window());
   EXPECT_EQ(changedByClicking("back"), Names{"stack"});
   EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "chip")[1])); }),
@@ -104,8 +108,9 @@ TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
 TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
   // Wide enough to show the whole row beside what can be done with the selection.
   window().resize(1800, 820);
-  session().cleanupQueue().addToQueue(node("notes.txt"));
-  session().cleanupQueue().setQueueMinimized(true);
+  session().open(node("Movies"));
+  session().selection().selectNodes({node("notes.txt")}, false);
+  session().cleanupQueue().setQueueMinimized(false);
   for (const char* mode : {"listMode", "grewMode", "duplicatesMode", "compareMode", "largestMode",
                            "clonesMode", "historyMode", "safeMode", "treemapMode"})
     EXPECT_EQ(changedByClicking(mode), Names{"vizMode"}) << mode;
@@ -117,9 +122,14 @@ TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
 
 TEST_F(SideEffectsJourney, the_acts_on_the_selection_change_what_they_say) {
   EXPECT_EQ(changedByClicking("queueSelection"),
-            (Names{"queue", "queueOpen", "selection", "toast"}));
+            (Names{"queue", "queueMinimized", "selection", "toast"}));
   session().selection().selectNodes({node("notes.txt")}, false);
   EXPECT_EQ(changedByClicking("clearSelection"), Names{"selection"});
+}
+
+TEST_F(SideEffectsJourney, an_archive_that_the_user_backs_out_of_changes_nothing) {
+  EXPECT_EQ(changedByClicking("zipSelection"), Names{});
+  EXPECT_EQ(machine_.savePanel.requests.size(), 1U);
 }
 
 TEST_F(SideEffectsJourney, the_way_back_from_the_trash_looks_again) {
@@ -130,9 +140,13 @@ TEST_F(SideEffectsJourney, the_way_back_from_the_trash_looks_again) {
 }
 
 TEST_F(SideEffectsJourney, the_bars_change_one_field_each) {
+  session().shown().setVizMode(VizMode::largest);
+  session().shown().setSearchOpen(true);
+  settle(window());
   EXPECT_EQ(changedByClicking("showApps"), Names{"pane"});
   EXPECT_EQ(changedByClicking("showPulse"), Names{"pane"});
   EXPECT_EQ(changedByClicking("showMap"), Names{"pane"});
+  EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"searchOpen"});
   EXPECT_EQ(changedByClicking("openAssistant"), Names{"aiOpen"});
   EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"aiOpen"});
   EXPECT_EQ(changedByClicking("openInbox"), Names{"ocrOpen"});
@@ -143,11 +157,20 @@ TEST_F(SideEffectsJourney, the_bars_change_one_field_each) {
 
 TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
   session().cleanupQueue().addToQueue(node("notes.txt"));
-  session().cleanupQueue().addToQueue(node("Code"));
   for (int i = 0; i < 2; ++i) EXPECT_EQ(changedByClicking("queueHeader"), Names{"queueMinimized"});
   EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "remove")[0])); }),
             Names{"queue"});
   EXPECT_EQ(changedByClicking("clear"), (Names{"queue", "queueOpen"}));
+}
+
+TEST_F(SideEffectsJourney, throwing_the_queue_away_keeps_the_selection_and_looks_again) {
+  session().cleanupQueue().setQueueMinimized(false);
+  settle(window());
+  const Names changed = changedByClicking("moveToTrash");
+  for (const char* name : {"lastTrashed", "queue", "queueOpen", "status"})
+    EXPECT_TRUE(changed.contains(name)) << name;
+  for (const char* name : {"focused", "selection", "stack", "toast", "vizMode", "heatmap"})
+    EXPECT_FALSE(changed.contains(name)) << name;
 }
 
 TEST_F(SideEffectsJourney, the_cancel_of_a_rescan_keeps_all_that_is_on_screen) {
