@@ -6,9 +6,9 @@
 // is created at its target. Anything that is not a regular file, such as a link to a device that
 // discards the content, is neither read nor replaced.
 //
-// Other users must not be able to redirect a file: a link at the path itself is followed only if
-// its owner is the user or the owner of the folder that contains it, and the same holds for links
-// higher in the path that are in a folder writable by others. Any other link is an error (EACCES).
+// Other users must not be able to redirect a file: a link, at the path itself or higher in it, is
+// followed only if its owner is the user or the owner of the folder that contains it. Any other
+// link is an error (EACCES).
 //
 // Safe from any thread. Two writers of one path do not mix: the last rename wins.
 #pragma once

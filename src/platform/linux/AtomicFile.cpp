@@ -112,7 +112,7 @@ class Way {
     struct stat status {};
     if (::fstat(link.get(), &status) != 0) return errno;
     if (!S_ISLNK(status.st_mode)) return 0;
-    if (const int objection = objectionToFollowing(status, isLast); objection != 0) {
+    if (const int objection = objectionToFollowing(status); objection != 0) {
       return objection;
     }
     char text[PATH_MAX];
@@ -122,12 +122,10 @@ class Way {
     return 0;
   }
 
-  int objectionToFollowing(const struct stat& link, bool isLast) const {
+  int objectionToFollowing(const struct stat& link) const {
     struct stat folder {};
     if (::fstat(target_.folder.get(), &folder) != 0) return errno;
-    if (link.st_uid == ::geteuid() || link.st_uid == folder.st_uid) return 0;
-    const bool isOpenToOthers = (folder.st_mode & (S_IWGRP | S_IWOTH)) != 0;
-    return isLast || isOpenToOthers ? EACCES : 0;
+    return link.st_uid == ::geteuid() || link.st_uid == folder.st_uid ? 0 : EACCES;
   }
 
   Target target_;

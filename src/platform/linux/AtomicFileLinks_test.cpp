@@ -95,7 +95,7 @@ TEST_F(AtomicFileLinks, are_looked_at_one_by_one) {
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
 }
 
-TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_where_others_may_write) {
+TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere) {
   give("shared/way", third);
   EXPECT_EQ(replaced("shared/way/settings"), refusal("shared/way/settings"));
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
@@ -103,8 +103,11 @@ TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_where_others_may
   EXPECT_EQ(replaced("shared/way/settings"), "");
 }
 
-TEST_F(AtomicFileLinks, on_the_way_are_followed_where_only_the_owner_of_the_folder_makes_any) {
+TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_from_a_closed_folder_either) {
   give("closed/way", third);
+  EXPECT_EQ(replaced("closed/way/settings"), refusal("closed/way/settings"));
+  EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
+  give("closed/way", nobody);
   EXPECT_EQ(replaced("closed/way/settings"), "");
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
 }
