@@ -4,17 +4,16 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include <QCoreApplication>
-#include <QEventLoop>
-
 #include "app/desktop/MainQueue.h"
 #include "platform/Dispatch.h"
+#include "support/EventuallyByEvents.h"
 
 namespace tessaly {
 
@@ -43,7 +42,8 @@ class QtDispatch final : public Dispatch {
 
   // Runs the event loop until all work has ended, with what that work has handed over.
   void finish() {
-    while (isBusy()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    // What still runs past the limit uses the test's own, which is about to go.
+    if (!eventuallyByEvents([this] { return !isBusy(); }, "the end of all work")) std::abort();
     for (std::thread& thread : threads_) thread.join();
     threads_.clear();
   }

@@ -3,16 +3,17 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
-#include <QEventLoop>
 #include <QWindow>
 
 #include "support/Eventually.h"
+#include "support/EventuallyByEvents.h"
 #include "support/PrivateBus.h"
 #include "support/QtDispatch.h"
 
@@ -53,9 +54,13 @@ class LinuxApplicationIconTest : public testing::Test {
     const std::size_t before = dock_.updates.size();
     icon_.setBadge(text);
     dispatch_.finish();
-    while (dock_.updates.size() == before)
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    awaitUpdates(before + 1);
     return dock_.properties(before);
+  }
+
+  void awaitUpdates(std::size_t count) {
+    if (!eventuallyByEvents([&] { return dock_.updates.size() >= count; }, "updates of the dock"))
+      throw std::runtime_error("the dock was not told");
   }
 
   ListeningDock dock_;
@@ -98,7 +103,7 @@ TEST_F(LinuxApplicationIconTest, tells_the_docks_of_every_badge_in_its_order) {
   icon_.setBadge("1%");
   icon_.setBadge("2%");
   badge("2%");
-  while (dock_.updates.size() < 3) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  awaitUpdates(3);
   for (const auto& [update, count] :
        std::vector<std::pair<std::size_t, int>>{{0, 1}, {1, 2}, {2, 2}})
     EXPECT_EQ(dock_.properties(update).value(QStringLiteral("count")), count);

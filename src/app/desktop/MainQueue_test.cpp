@@ -7,8 +7,9 @@
 #include <vector>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QThread>
+
+#include "support/EventuallyByEvents.h"
 
 namespace tessaly {
 namespace {
@@ -33,15 +34,9 @@ TEST(MainQueue, keeps_the_order_in_which_work_was_handed_over) {
 
 TEST(MainQueue, brings_work_of_another_thread_to_its_own) {
   MainQueue queue;
-  QEventLoop loop;
   QThread* ranOn = nullptr;
-  std::thread worker([&] {
-    queue.post([&] {
-      ranOn = QThread::currentThread();
-      loop.quit();
-    });
-  });
-  loop.exec();
+  std::thread worker([&] { queue.post([&] { ranOn = QThread::currentThread(); }); });
+  eventuallyByEvents([&] { return ranOn != nullptr; }, "the work");
   worker.join();
   EXPECT_EQ(ranOn, QThread::currentThread());
 }

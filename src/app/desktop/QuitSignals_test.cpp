@@ -4,9 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 
-#include "support/Eventually.h"
+#include "support/EventuallyByEvents.h"
 
 namespace tessaly {
 namespace {
@@ -23,12 +22,7 @@ TEST(QuitSignals, have_the_program_quit_from_its_event_loop) {
     ASSERT_FALSE(isUsual(signal));
     std::raise(signal);
     EXPECT_EQ(quits, 0);
-    eventually(
-        [&] {
-          QCoreApplication::processEvents();
-          return quits > 0;
-        },
-        "the signal");
+    eventuallyByEvents([&] { return quits > 0; }, "the signal");
     EXPECT_EQ(quits, 1);
   }
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/Process.h"
+#include "support/Eventually.h"
 #include "support/TempTree.h"
 #include "support/TestTool.h"
 
@@ -51,6 +52,12 @@ TEST(ProcessSample,
   Process process = sampled({"flood"});
   EXPECT_FALSE(process.waitUntil(Deadline::after(0.02)));
   EXPECT_FALSE(process.waitUntil(Deadline::after(0)));
+  // It may take longer to begin.
+  const auto isFull = [&] {
+    process.waitUntil(Deadline::after(0.02));
+    return process.sample().size() == Process::mostSampled;
+  };
+  eventually(isFull, "a sample of what it writes");
   process.terminate();
   EXPECT_TRUE(process.waitUntil(Deadline::never()));
   EXPECT_EQ(process.sample().size(), Process::mostSampled);
