@@ -1,8 +1,8 @@
 // A way down to the folder on screen that is longer than the window is wide.
 #include <QQuickItem>
-#include <QWheelEvent>
 
 #include "journeys/Journey.h"
+#include "support/PointerMoves.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -40,9 +40,7 @@ class LongWayDown : public Journey {
 
   void turnWheel(int degrees) {
     const QPointF point(600, item("crumbs")->mapToScene(QPointF(0, 18)).y());
-    QWheelEvent event(point, window().mapToGlobal(point), {}, QPoint(0, degrees * 8), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window(), &event);
+    tessaly::turnWheel(window(), point, {0, degrees * 8});
     settle(window());
   }
 };

@@ -1,11 +1,10 @@
 // The window is moved by its background, and nothing scrolls by a pull of the mouse.
-#include <QEventLoop>
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QTest>
-#include <QWheelEvent>
 
 #include "journeys/Journey.h"
+#include "support/PointerMoves.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -71,28 +70,12 @@ class WindowMove : public Journey {
     return window().position() - stood;
   }
 
-  // Several moves before a frame count as one.
-  void drawFrame() {
-    QEventLoop loop;
-    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    window().update();
-    loop.exec();
-  }
-
   void pullByFinger(QPoint from, QPoint by) {
-    static QPointingDevice* const screen = QTest::createTouchDevice();
-    QTest::touchEvent(&window(), screen).press(0, from, &window());
-    for (int step = 1; step <= 8; ++step) {
-      QTest::touchEvent(&window(), screen).move(0, from + by * step / 8, &window());
-      drawFrame();
-    }
-    QTest::touchEvent(&window(), screen).release(0, from + by, &window());
+    tessaly::pullByFinger(window(), from, by);
     settle(window());
   }
   void turnWheel(QPoint point, QPoint angle) {
-    QWheelEvent event(point, window().mapToGlobal(point), {}, angle, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window(), &event);
+    tessaly::turnWheel(window(), point, angle);
     settle(window());
   }
 

@@ -1,10 +1,9 @@
 // The rows of the window that may be too long for it, and the rings around what has the keyboard.
-#include <QEventLoop>
 #include <QQuickItem>
 #include <QTest>
-#include <QWheelEvent>
 
 #include "journeys/Journey.h"
+#include "support/PointerMoves.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -68,29 +67,12 @@ class WindowRows : public Journey {
   }
 
   void turnWheel(const QString& row, int angle) {
-    const QPointF point = rectOf(item(row)).center();
-    QWheelEvent event(point, window().mapToGlobal(point), {}, {0, angle}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window(), &event);
+    tessaly::turnWheel(window(), rectOf(item(row)).center(), {0, angle});
     settle(window());
   }
 
-  // Several moves before a frame count as one.
-  void drawFrame() {
-    QEventLoop loop;
-    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    window().update();
-    loop.exec();
-  }
-
   void pullByFinger(QPoint from, QPoint by) {
-    static QPointingDevice* const screen = QTest::createTouchDevice();
-    QTest::touchEvent(&window(), screen).press(0, from, &window());
-    for (int step = 1; step <= 8; ++step) {
-      QTest::touchEvent(&window(), screen).move(0, from + by * step / 8, &window());
-      drawFrame();
-    }
-    QTest::touchEvent(&window(), screen).release(0, from + by, &window());
+    tessaly::pullByFinger(window(), from, by);
     settle(window());
   }
   // The ring of what has the keyboard, if it shows one, as far as the window and what the control

@@ -1,5 +1,6 @@
 // The rows of a menu, one below the other, and the ways through them: arrows around and around over
-// what can be chosen, Home and End, the first letter, Return and Space. What does not fit scrolls.
+// what can be chosen, Home and End, the first letter, Return and Space. What does not fit scrolls
+// by the wheel and by the finger; the mouse does not pull it.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -148,7 +149,7 @@ FocusScope {
         contentWidth: width
         contentHeight: column.height
         boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height
+        interactive: LastPress.byFinger
 
         Column {
             id: column
@@ -156,6 +157,10 @@ FocusScope {
             objectName: "menuColumn"
             width: place.width
             onChildrenChanged: rows.adopt()
+        }
+
+        WheelScroll {
+            view: place
         }
 
         T.ScrollBar.vertical: T.ScrollBar {

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "app/controls/PropertyTable.h"
+#include "support/PointerMoves.h"
 
 namespace tessaly {
 namespace {
@@ -294,6 +295,29 @@ TEST_F(MarrowMenu, scrolls_to_a_row_where_the_window_is_too_low) {
     EXPECT_TRUE(frame.contains(here->mapRectToScene(QRectF(0, 0, here->width(), here->height()))))
         << highlighted().toStdString();
   }
+}
+
+TEST_F(MarrowMenu, is_scrolled_by_wheel_and_finger_and_not_pulled_by_the_mouse) {
+  scene_.control()->setProperty("more", 20);
+  open();
+  auto* const place = rows()->findChild<QQuickItem*>("menuPlace");
+  const QPoint middle = middleOf(place);
+  const auto scrolled = [place] { return place->property("contentY").toDouble(); };
+  const double longest = place->property("contentHeight").toDouble() - place->height();
+  ASSERT_GT(longest, 100);
+  turnWheel(scene_.view(), middle, {0, 12000});
+  pullByMouse(scene_.view(), middle, {0, -100});
+  EXPECT_EQ(scrolled(), 0);
+  turnWheel(scene_.view(), middle, {0, -120});
+  EXPECT_EQ(scrolled(), 60);
+  turnWheel(scene_.view(), middle, {0, -12000});
+  EXPECT_EQ(scrolled(), longest);
+  turnWheel(scene_.view(), middle, {0, 12000});
+  EXPECT_EQ(scrolled(), 0);
+  pullByFinger(scene_.view(), middle, {0, -100});
+  EXPECT_GT(scrolled(), 20);
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(log(), "");
 }
 
 TEST_F(MarrowMenu, is_a_menu_for_assistive_tools) {

@@ -50,10 +50,8 @@ Flickable {
             reveal(keyboardItem)
     }
 
-    // At once, by half the angle: a notch of a mouse is 60 points.
-    WheelHandler {
-        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-        onWheel: event => area.scrollTo(area.contentY - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
+    WheelScroll {
+        view: area
     }
 
     Keys.onPressed: event => {

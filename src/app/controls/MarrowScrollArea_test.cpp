@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QEventLoop>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "app/controls/PropertyTable.h"
+#include "support/PointerMoves.h"
 
 namespace tessaly {
 namespace {
@@ -20,14 +21,6 @@ class MarrowScrollArea : public testing::Test {
     QWheelEvent event(point, scene_.view().mapToGlobal(point), pixels, angle, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&scene_.view(), &event);
-  }
-
-  // Several moves of a finger before a frame count as one.
-  void drawFrame() {
-    QEventLoop loop;
-    QObject::connect(&scene_.view(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    scene_.view().update();
-    loop.exec();
   }
 
   ControlScene scene_{
@@ -79,27 +72,13 @@ TEST_F(MarrowScrollArea, stays_where_it_is_when_something_in_sight_is_clicked) {
 }
 
 TEST_F(MarrowScrollArea, is_pulled_by_the_finger_and_not_by_the_mouse) {
-  const auto pull = [this](QPoint from) {
-    QTest::mousePress(&scene_.view(), Qt::LeftButton, {}, from);
-    for (int step = 1; step <= 8; ++step)
-      QTest::mouseMove(&scene_.view(), from - QPoint(0, 10 * step));
-    QTest::mouseRelease(&scene_.view(), Qt::LeftButton, {}, from - QPoint(0, 80));
-  };
   // At a button, and beside it.
   for (const QPoint from : {QPoint(100, 150), QPoint(220, 150)}) {
-    pull(from);
+    pullByMouse(scene_.view(), from, {0, -80});
     EXPECT_EQ(scrolled(), 0);
   }
-  // Qt keeps devices until the program ends.
-  static QPointingDevice* const screen = QTest::createTouchDevice();
-  QTest::touchEvent(&scene_.view(), screen).press(0, QPoint(100, 180));
-  for (int step = 1; step <= 8; ++step) {
-    QTest::touchEvent(&scene_.view(), screen).move(0, QPoint(100, 180 - 10 * step));
-    drawFrame();
-  }
-  const double pulled = scrolled();
-  EXPECT_GT(pulled, 20);
-  QTest::touchEvent(&scene_.view(), screen).release(0, QPoint(100, 100));
+  pullByFinger(scene_.view(), QPoint(100, 180), {0, -80});
+  EXPECT_GT(scrolled(), 20);
   // The next press of the mouse ends what the finger has set going.
   QTest::mousePress(&scene_.view(), Qt::LeftButton, {}, QPoint(220, 150));
   const double place = scrolled();

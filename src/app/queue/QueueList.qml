@@ -44,10 +44,6 @@ ListView {
             keyboardTo(index, reason)
     }
 
-    function scrollTo(y) {
-        contentY = originY + Math.max(0, Math.min(y - originY, contentHeight - height))
-    }
-
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     // The mouse pulls nothing here; it has the wheel.
@@ -90,10 +86,8 @@ ListView {
             event.accepted = false
     }
 
-    // At once, by half the angle: a notch of a mouse is 60 points.
-    WheelHandler {
-        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-        onWheel: event => list.scrollTo(list.contentY - (event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2))
+    WheelScroll {
+        view: list
     }
 
     T.ScrollBar.vertical: T.ScrollBar {

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 
 #include "app/quicklook/PreviewWindowScene_test.h"
+#include "support/PointerMoves.h"
 
 namespace tessaly {
 namespace {
@@ -149,19 +150,31 @@ TEST_F(PreviewViews, of_a_text_are_moved_through_by_keys) {
 TEST_F(PreviewViews, of_a_text_are_moved_through_by_the_wheel) {
   show(contentOf("/a.txt", TextPreview{numbered(500), true}));
   const QPointF middle = place("textView").center();
-  quint64 time = 1000;
-  // As a touchpad moves it: at once, where the steps of a wheel are animated. The view takes the
-  // first of its events to find out what is meant.
+  for (int notch = 1; notch <= 5; ++notch) {
+    turnWheel(window(), middle, {0, -120});
+    EXPECT_EQ(scrolledTo("textView"), 60 * notch);
+  }
+  // As a touchpad moves it.
   const auto turn = [&](Qt::ScrollPhase phase, QPoint by) {
     QWheelEvent wheel(middle, window().mapToGlobal(middle), by, by, Qt::NoButton, Qt::NoModifier,
                       phase, false, Qt::MouseEventSynthesizedBySystem);
-    wheel.setTimestamp(time += 10);
     QCoreApplication::sendEvent(&window(), &wheel);
   };
   turn(Qt::ScrollBegin, {});
-  for (int i = 0; i < 5; ++i) turn(Qt::ScrollUpdate, {0, -60});
+  for (int i = 0; i < 5; ++i) turn(Qt::ScrollUpdate, {0, -7});
   turn(Qt::ScrollEnd, {});
-  EXPECT_GT(scrolledTo("textView"), 60);
+  EXPECT_EQ(scrolledTo("textView"), 300 + 35);
+  turnWheel(window(), middle, {0, 12000});
+  EXPECT_EQ(scrolledTo("textView"), 0);
+}
+
+TEST_F(PreviewViews, of_a_text_are_pulled_by_the_finger_and_not_by_the_mouse) {
+  show(contentOf("/a.txt", TextPreview{numbered(500), true}));
+  const QPoint middle = place("textView").center().toPoint();
+  pullByMouse(window(), middle, {0, -100});
+  EXPECT_EQ(scrolledTo("textView"), 0);
+  pullByFinger(window(), middle, {0, -100});
+  EXPECT_GT(scrolledTo("textView"), 20);
 }
 
 TEST_F(PreviewViews, of_a_text_begin_at_the_beginning_of_each) {

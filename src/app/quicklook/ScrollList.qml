@@ -1,4 +1,5 @@
-// A list to be read from top to bottom by wheel, keys and bar. Nothing in it can be chosen.
+// A list to be read from top to bottom by wheel, finger, keys and bar. Nothing in it can be chosen, and
+// the mouse does not pull it.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -25,6 +26,7 @@ ListView {
     activeFocusOnTab: true
     clip: true
     boundsBehavior: Flickable.StopAtBounds
+    interactive: LastPress.byFinger
     keyNavigationEnabled: false
     currentIndex: -1
     Keys.forwardTo: [keys]
@@ -37,6 +39,11 @@ ListView {
 
         target: list
         onUsed: list.untouched = false
+    }
+
+    WheelScroll {
+        view: list
+        onTurned: list.untouched = false
     }
 
     Connections {

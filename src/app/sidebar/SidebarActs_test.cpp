@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/sidebar/SidebarScene_test.h"
+#include "support/PointerMoves.h"
 
 namespace tessaly {
 namespace {
@@ -136,6 +137,25 @@ TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
   settle();
   EXPECT_FALSE(shows("volumeMenu"));
   EXPECT_FALSE(shows("volumeList"));
+}
+
+TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the_mouse) {
+  QStringList names = {"/"};
+  for (int i = 1; i < 200; ++i) names << QStringLiteral("disk%1").arg(i);
+  mount(names);
+  show();
+  click("volumeMenu");
+  const QPoint middle = rectOf(find("volumeList")).center().toPoint();
+  pullByMouse(view(), middle, {0, -100});
+  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 0);
+  turnWheel(view(), middle, {0, -120});
+  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 60);
+  turnWheel(view(), middle, {0, 1200});
+  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 0);
+  pullByFinger(view(), middle, {0, -100});
+  EXPECT_GT(read("volumeList", "contentY").toDouble(), 20);
+  EXPECT_TRUE(shows("volumeList"));
+  EXPECT_EQ(session().status(), ScanStatus::complete);
 }
 
 TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {

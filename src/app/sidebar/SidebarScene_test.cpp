@@ -5,8 +5,9 @@
 #include <QQmlEngine>
 #include <QQmlProperty>
 #include <QTest>
-#include <QWheelEvent>
 #include <QtQml/qqmlextensionplugin.h>
+
+#include "support/PointerMoves.h"
 
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
@@ -159,9 +160,7 @@ void SidebarScene::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void SidebarScene::wheel(int degrees) {
   const QPointF point(width / 2.0, 300);
-  QWheelEvent event(point, view_->mapToGlobal(point), {}, QPoint(0, degrees * 8), Qt::NoButton,
-                    Qt::NoModifier, Qt::NoScrollPhase, false);
-  QCoreApplication::sendEvent(view_.get(), &event);
+  turnWheel(*view_, point, {0, degrees * 8});
   settle();
 }
 

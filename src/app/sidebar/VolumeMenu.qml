@@ -87,6 +87,9 @@ MarrowButton {
             clip: true
             model: control.actions.volumes
             boundsBehavior: Flickable.StopAtBounds
+            // The mouse pulls nothing here; it has the wheel.
+            interactive: LastPress.byFinger
+            keyNavigationEnabled: true
             highlightMoveDuration: 0
             keyNavigationWraps: true
             // qmllint disable unqualified
@@ -115,6 +118,10 @@ MarrowButton {
                 else
                     // The keyboard stays in the list as long as it is open.
                     event.accepted = event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab
+            }
+
+            WheelScroll {
+                view: list
             }
 
             T.ScrollBar.vertical: T.ScrollBar {

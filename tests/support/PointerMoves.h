@@ -1,0 +1,48 @@
+// What a mouse and a finger do in a window, as the events of Qt that they make.
+#pragma once
+
+#include <QPoint>
+#include <QPointingDevice>
+#include <QQuickWindow>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "support/DrawnFrame.h"
+
+namespace tessaly {
+
+// The moves that a pull is made of. Several before a frame count as one.
+inline constexpr int movesOfAPull = 8;
+
+inline void pullByMouse(QQuickWindow& window, QPoint from, QPoint by) {
+  QTest::mousePress(&window, Qt::LeftButton, {}, from);
+  for (int move = 1; move <= movesOfAPull; ++move) {
+    QTest::mouseMove(&window, from + by * move / movesOfAPull);
+    drawFrame(window);
+  }
+  QTest::mouseRelease(&window, Qt::LeftButton, {}, from + by);
+}
+
+// The screen of all fingers of a test program, which Qt keeps until that ends.
+inline QPointingDevice* touchScreen() {
+  static QPointingDevice* const screen = QTest::createTouchDevice();
+  return screen;
+}
+
+inline void pullByFinger(QQuickWindow& window, QPoint from, QPoint by) {
+  QTest::touchEvent(&window, touchScreen()).press(0, from, &window);
+  for (int move = 1; move <= movesOfAPull; ++move) {
+    QTest::touchEvent(&window, touchScreen()).move(0, from + by * move / movesOfAPull, &window);
+    drawFrame(window);
+  }
+  QTest::touchEvent(&window, touchScreen()).release(0, from + by, &window);
+}
+
+// Of a mouse, in eighths of a degree; -120 is one notch down.
+inline void turnWheel(QQuickWindow& window, QPointF point, QPoint angle) {
+  QWheelEvent event(point, window.mapToGlobal(point), {}, angle, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&window, &event);
+}
+
+}  // namespace tessaly
