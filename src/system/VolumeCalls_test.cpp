@@ -31,6 +31,14 @@ class VolumeCallsTest : public testing::Test {
         });
   }
 
+  // The question to be asked next hangs, until it is past its time; gives what asks it.
+  Dispatch::Work giveUpTheNext() {
+    Dispatch::Work hanging = dispatch_.take(Queue::utility);
+    dispatch_.advance(seconds(6));
+    dispatch_.drainAll();
+    return hanging;
+  }
+
   HandSteppedDispatch dispatch_;
   std::unique_ptr<VolumeCalls> calls_ = std::make_unique<VolumeCalls>(dispatch_);
   std::vector<int> asked_;
@@ -74,18 +82,14 @@ TEST_F(VolumeCallsTest, a_volume_is_asked_one_thing_at_a_time) {
 TEST_F(VolumeCallsTest, questions_waiting_for_a_hanging_volume_are_given_up_with_it) {
   ask(a_, 1);
   ask(a_, 2);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 given up"));
   EXPECT_THAT(asked_, IsEmpty());
 }
 
 TEST_F(VolumeCallsTest, a_volume_that_hangs_is_not_asked_again) {
   ask(a_, 1);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   ask(a_, 2);
   EXPECT_EQ(dispatch_.waiting(Queue::utility), 0U);
   EXPECT_THAT(home_, ElementsAre("1 given up"));
@@ -95,9 +99,7 @@ TEST_F(VolumeCallsTest, a_volume_that_hangs_is_not_asked_again) {
 
 TEST_F(VolumeCallsTest, a_volume_that_answers_late_is_asked_again) {
   ask(a_, 1);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   hanging();
   dispatch_.drainAll();
   EXPECT_THAT(home_, ElementsAre("1 given up"));
@@ -108,9 +110,7 @@ TEST_F(VolumeCallsTest, a_volume_that_answers_late_is_asked_again) {
 
 TEST_F(VolumeCallsTest, a_volume_mounted_over_a_hanging_one_is_asked) {
   ask(a_, 1);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   ask({3, "/a"}, 2);
   dispatch_.drainAll();
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
@@ -118,9 +118,7 @@ TEST_F(VolumeCallsTest, a_volume_mounted_over_a_hanging_one_is_asked) {
 
 TEST_F(VolumeCallsTest, the_same_number_at_another_place_is_another_volume) {
   ask({0, "/a"}, 1);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   ask({0, "/b"}, 2);
   dispatch_.drainAll();
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
@@ -187,9 +185,7 @@ TEST_F(VolumeCallsTest, no_answer_comes_after_destruction) {
 
 TEST_F(VolumeCallsTest, no_time_out_is_reported_after_destruction) {
   ask(a_, 1);
-  const auto hanging = dispatch_.take(Queue::utility);
-  dispatch_.advance(seconds(6));
-  dispatch_.drainAll();
+  const auto hanging = giveUpTheNext();
   ask(a_, 2);
   calls_.reset();
   dispatch_.drainAll();

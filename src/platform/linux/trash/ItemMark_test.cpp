@@ -21,21 +21,20 @@ ItemMark withoutBirth(ItemMark mark) {
   return mark;
 }
 
+// The mark with something in it changed.
+template <class Change>
+ItemMark with(ItemMark mark, const Change& change) {
+  change(mark);
+  return mark;
+}
+
 TEST(ItemMark, an_item_of_another_number_or_birth_or_type_is_another) {
   const ItemMark one = markOfFile();
   EXPECT_TRUE(one.isSameItem(one));
-  ItemMark other = one;
-  other.identity.inode += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.identity.deviceMinor += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.born += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.type = S_IFDIR;
-  EXPECT_FALSE(one.isSameItem(other));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.deviceMinor += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.born += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.type = S_IFDIR; })));
 }
 
 TEST(ItemMark, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) {
@@ -51,34 +50,20 @@ TEST(ItemMark, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) 
 // The inode number of a deleted item is soon reused.
 TEST(ItemMark, size_and_time_stand_for_a_birth_that_is_not_kept) {
   const ItemMark one = withoutBirth(markOfFile());
-  ItemMark other = one;
-  other.lastTouched += 1;  // as a move does
-  EXPECT_TRUE(one.isSameItem(other));
-  other = one;
-  other.size += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.changed += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.identity.inode += 1;
-  EXPECT_FALSE(one.isSameItem(other));
+  // As a move does.
+  EXPECT_TRUE(one.isSameItem(with(one, [](ItemMark& other) { other.lastTouched += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.size += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.changed += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));
 }
 
 TEST(ItemMark, size_and_time_stand_for_a_number_that_does_not_last) {
   ItemMark one = markOfFile();
   one.hasStableNumber = false;
-  ItemMark other = one;
-  other.identity.inode += 1;
-  EXPECT_TRUE(one.isSameItem(other));
-  other.identity.deviceMajor += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.size += 1;
-  EXPECT_FALSE(one.isSameItem(other));
-  other = one;
-  other.changed += 1;
-  EXPECT_FALSE(one.isSameItem(other));
+  EXPECT_TRUE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.deviceMajor += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.size += 1; })));
+  EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.changed += 1; })));
 }
 
 }  // namespace

@@ -57,23 +57,24 @@ bool doOthersSleep() {
 // folders of the second level for which the walk asks.
 class ReadingAhead : public testing::Test {
  protected:
+  DirectoryWalk walkOf(const TempTree& tree) {
+    const auto decide = [this](const DirectoryWalk::Candidate& folder) {
+      if (folder.depth == 2) ++count_;
+      return DirectoryWalk::Descent{};
+    };
+    return DirectoryWalk(tree.path(), decide, 2);
+  }
+
   // The count after `expected` folders have been reported and the threads are idle.
   std::size_t countWhen(std::size_t expected, const TempTree& tree) {
-    std::atomic<std::size_t> count = 0;
-    DirectoryWalk walk(
-        tree.path(),
-        [&count](const DirectoryWalk::Candidate& folder) {
-          if (folder.depth == 2) ++count;
-          return DirectoryWalk::Descent{};
-        },
-        2);
+    DirectoryWalk walk = walkOf(tree);
     EXPECT_NE(walk.next(), nullptr);
-    eventually([&] { return count >= expected; }, "folders that are read ahead");
+    eventually([&] { return count_ >= expected; }, "folders that are read ahead");
     std::size_t seen = 0;
     int looks = 0;
     eventually(
         [&] {
-          const std::size_t now = count;
+          const std::size_t now = count_;
           looks = now == seen && doOthersSleep() ? looks + 1 : 0;
           seen = now;
           return looks == 20;
@@ -81,6 +82,8 @@ class ReadingAhead : public testing::Test {
         "the end of reading ahead");
     return seen;
   }
+
+  std::atomic<std::size_t> count_ = 0;
 };
 
 // The root, 2,048 folders in it and all but one of the folders in these are 4,096. The caller and
@@ -102,19 +105,12 @@ TEST_F(ReadingAhead, ends_after_32768_items) {
 
 TEST_F(ReadingAhead, goes_on_as_the_caller_does) {
   const TempTree tree("folder-####/ x4000\n  inner/\n");
-  std::atomic<std::size_t> count = 0;
-  DirectoryWalk walk(
-      tree.path(),
-      [&count](const DirectoryWalk::Candidate& folder) {
-        if (folder.depth == 2) ++count;
-        return DirectoryWalk::Descent{};
-      },
-      2);
+  DirectoryWalk walk = walkOf(tree);
   ASSERT_NE(walk.next(), nullptr);
-  eventually([&] { return count >= 2047; }, "folders that are read ahead");
+  eventually([&] { return count_ >= 2047; }, "folders that are read ahead");
   // All but the last, which the caller does not reach.
   for (int taken = 1; taken < 7000; ++taken) ASSERT_NE(walk.next(), nullptr);
-  eventually([&] { return count == 4000; }, "the rest, read ahead");
+  eventually([&] { return count_ == 4000; }, "the rest, read ahead");
   int rest = 0;
   while (walk.next() != nullptr) ++rest;
   EXPECT_EQ(rest, 8000 - 7000);

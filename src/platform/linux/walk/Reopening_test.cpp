@@ -38,6 +38,28 @@ void plantDecoys(const std::string& top) {
   for (const char* decoy : {"/a/decoy", "/b/decoy"}) fs::create_directories(top + decoy);
 }
 
+// A folder to walk, and beside it another one that can replace its "top".
+class TopAndOther {
+ public:
+  TopAndOther() {
+    plantFolders(tree_.at("walked/top"));
+    plantDecoys(tree_.at("other"));
+  }
+
+  std::string walked() const { return tree_.at("walked"); }
+  void exchange() const {
+    fs::rename(tree_.at("walked/top"), tree_.at("before"));
+    fs::rename(tree_.at("other"), tree_.at("walked/top"));
+  }
+  void exchangeForLink() const {
+    fs::rename(tree_.at("walked/top"), tree_.at("before"));
+    fs::create_directory_symlink("../other", tree_.at("walked/top"));
+  }
+
+ private:
+  TempTree tree_{"walked/\n  top/\nother/\n"};
+};
+
 // Walks the tree with few descriptors, on the caller's thread alone, and replaces the folder "top"
 // in it at the first item of the deepest level, when its descriptor has been closed. "" if the walk
 // reports nothing of the replacement.
@@ -85,13 +107,10 @@ TEST(Reopening, is_there_to_keep_to_a_quarter_of_the_descriptors) {
 }
 
 TEST(Reopening, takes_no_other_folder_of_the_name) {
-  TempTree tree("walked/\n  top/\nother/\n");
-  plantFolders(tree.at("walked/top"));
-  plantDecoys(tree.at("other"));
+  const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
-              return toldOfAnother(tree.at("walked"), [&] {
-                fs::rename(tree.at("walked/top"), tree.at("before"));
-                fs::rename(tree.at("other"), tree.at("walked/top"));
+              return toldOfAnother(trees.walked(), [&] {
+                trees.exchange();
                 return true;
               });
             }),
@@ -100,15 +119,12 @@ TEST(Reopening, takes_no_other_folder_of_the_name) {
 
 // With one descriptor the walk opens whole paths, which may lead elsewhere.
 TEST(Reopening, takes_no_other_folder_of_the_path) {
-  TempTree tree("walked/\n  top/\nother/\n");
-  plantFolders(tree.at("walked/top"));
-  plantDecoys(tree.at("other"));
+  const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
-                  tree.at("walked"),
+                  trees.walked(),
                   [&] {
-                    fs::rename(tree.at("walked/top"), tree.at("before"));
-                    fs::rename(tree.at("other"), tree.at("walked/top"));
+                    trees.exchange();
                     return true;
                   },
                   true);
@@ -117,15 +133,12 @@ TEST(Reopening, takes_no_other_folder_of_the_path) {
 }
 
 TEST(Reopening, follows_no_link_on_a_path) {
-  TempTree tree("walked/\n  top/\nother/\n");
-  plantFolders(tree.at("walked/top"));
-  plantDecoys(tree.at("other"));
+  const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
-                  tree.at("walked"),
+                  trees.walked(),
                   [&] {
-                    fs::rename(tree.at("walked/top"), tree.at("before"));
-                    fs::create_directory_symlink("../other", tree.at("walked/top"));
+                    trees.exchangeForLink();
                     return true;
                   },
                   true);
