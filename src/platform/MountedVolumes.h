@@ -15,10 +15,11 @@ namespace tessaly {
 
 // A file system and its mount point. Paths are bytes.
 struct MountedVolume {
-  std::uint64_t id = 0;  // distinguishes it from earlier and later mounts at the same path
-  std::string path;      // mount point
-  std::string device;    // equal for all mounts of one file system
-  std::string root;      // folder of the file system that is visible at the mount point
+  std::uint64_t id = 0;   // distinguishes it from earlier and later mounts at the same path
+  std::string path;       // mount point
+  std::string device;     // equal for all mounts of one file system
+  std::string root;       // folder of the file system that is visible at the mount point
+  std::string type = {};  // of the file system, such as "ext4"; empty if unknown
 
   // Whether this mount also shows everything of `other`, apart from mounts on top of it.
   bool shows(const MountedVolume& other) const {

@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr DiskUsage usage{.total = 100, .used = 95, .free = 5, .usedPercent = 95};
+const DiskUsage usage{.total = 100, .used = 95, .free = 5, .usedPercent = 95};
 const std::vector<VolumeMount> stick = {{"stick", "/media/stick", 200, 25}};
 
 DiskNode tree() {

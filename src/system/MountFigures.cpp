@@ -26,16 +26,27 @@ VolumeCalls::Volume keyOf(const MountedVolume& volume) {
   return {volume.id, volume.path};
 }
 
-// Usage of the start-up volume, found through the list of mounts.
-DiskUsage listedUsage(MountedVolumes& volumes) {
+// The start-up volume, as the list of mounts has it.
+std::optional<MountedVolume> listedStartup(MountedVolumes& volumes) {
   const Result<Mounts> mounts = volumes.list();
-  if (!mounts) return {};
+  if (!mounts) return std::nullopt;
   for (const MountedVolume& volume : mounts.value()) {
-    if (volume.path != startup.path) continue;
-    const Result<VolumeFigures> figures = volumes.figures(volume);
-    if (figures) return VolumeEngine::usageOf(figures.value());
+    if (volume.path == startup.path) return volume;
   }
-  return {};
+  return std::nullopt;
+}
+
+DiskUsage startupUsage(const MountFigures::VolumeUsage& volumeUsage, MountedVolumes& volumes) {
+  std::optional<DiskUsage> usage = volumeUsage();
+  const std::optional<MountedVolume> startupVolume = listedStartup(volumes);
+  if (!startupVolume) return usage.value_or(DiskUsage());
+  if (!usage) {
+    const Result<VolumeFigures> figures = volumes.figures(*startupVolume);
+    if (!figures) return {};
+    usage = VolumeEngine::usageOf(figures.value());
+  }
+  usage->fileSystem = startupVolume->type;
+  return *std::move(usage);
 }
 
 // The callers that wait for one figure. One query runs at a time; calls during it share the answer
@@ -132,8 +143,7 @@ class MountFigures::Looks : public std::enable_shared_from_this<Looks> {
     calls_.ask<DiskUsage>(
         startup, diskPatience,
         [volumes = volumes_, volumeUsage = volumeUsage_] {
-          const std::optional<DiskUsage> usage = volumeUsage();
-          return usage ? *usage : listedUsage(*volumes);
+          return startupUsage(volumeUsage, *volumes);
         },
         home<DiskUsage>([](Looks& looks, const std::optional<DiskUsage>& usage) {
           looks.disk_.answer(usage, [&looks] { looks.lookAtDisk(); });

@@ -236,6 +236,29 @@ TEST_F(MountFiguresTest, disk_usage_falls_back_to_the_mount_at_the_root) {
   EXPECT_EQ(disks_.back(), DiskUsage());
 }
 
+TEST_F(MountFiguresTest, the_disk_has_the_type_of_the_file_system_at_its_place) {
+  machine_->mount("/", figures, {}, "btrfs");
+  machine_->mount("/home", figures, {}, "xfs");
+  usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
+  askDisk();
+  dispatch_.drainAll();
+  EXPECT_EQ(disks_.back().total, 100);
+  EXPECT_EQ(disks_.back().fileSystem, "btrfs");
+  usage_ = std::nullopt;
+  askDisk();
+  dispatch_.drainAll();
+  EXPECT_EQ(disks_.back().total, 1000);
+  EXPECT_EQ(disks_.back().fileSystem, "btrfs");
+}
+
+TEST_F(MountFiguresTest, the_disk_has_no_type_where_there_is_no_list_of_mounts) {
+  machine_->hasList = false;
+  usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
+  askDisk();
+  dispatch_.drainAll();
+  EXPECT_THAT(disks_, ElementsAre(*usage_));
+}
+
 TEST_F(MountFiguresTest, a_disk_that_does_not_answer_gives_no_answer) {
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
   askDisk();

@@ -16,9 +16,9 @@ class FakeVolumes final : public MountedVolumes {
  public:
   // Mounts a disk of its own, of which `figures` tells nothing where it is absent.
   void mount(const std::string& path, std::optional<VolumeFigures> figures,
-             std::vector<CountedTrash> trash = {}) {
+             std::vector<CountedTrash> trash = {}, const std::string& type = {}) {
     const std::uint64_t id = ++lastId_;
-    mounted.push_back({id, path, "8:" + std::to_string(id), "/"});
+    mounted.push_back({id, path, "8:" + std::to_string(id), "/", type});
     if (figures) figuresOf[path] = *figures;
     trashOf[path] = std::move(trash);
   }

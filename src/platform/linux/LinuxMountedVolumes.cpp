@@ -62,8 +62,11 @@ Result<std::vector<MountedVolume>> LinuxMountedVolumes::list() {
   for (VisibleMounts::Index i = 0; i < visible.all().size(); ++i) {
     const Mount& mount = visible.all()[i];
     if (mount.isPseudo() || !visible.isVisible(i)) continue;
-    volumes.push_back(
-        {.id = mount.id, .path = mount.point, .device = mount.device, .root = mount.root});
+    volumes.push_back({.id = mount.id,
+                       .path = mount.point,
+                       .device = mount.device,
+                       .root = mount.root,
+                       .type = mount.type});
   }
   return volumes;
 }

@@ -41,8 +41,8 @@ TEST_F(LinuxMountedVolumesTest, lists_what_is_mounted_in_its_order) {
   const Result<std::vector<MountedVolume>> all =
       volumes("22 1 8:1 / / rw - ext4 d rw\n30 22 8:2 /a /home rw - xfs e rw\n").list();
   ASSERT_TRUE(all.ok());
-  EXPECT_THAT(all.value(), ElementsAre(MountedVolume{22, "/", "8:1", "/"},
-                                       MountedVolume{30, "/home", "8:2", "/a"}));
+  EXPECT_THAT(all.value(), ElementsAre(MountedVolume{22, "/", "8:1", "/", "ext4"},
+                                       MountedVolume{30, "/home", "8:2", "/a", "xfs"}));
 }
 
 TEST_F(LinuxMountedVolumesTest, keeps_names_with_blanks_and_those_that_are_no_text) {
