@@ -81,19 +81,20 @@ const Wording& Wording::forLinux() {
       .systemFiles = "System files",
       .thisComputerIs = "This computer is ",
       // Nothing hides the disk from a program here but a sandbox that it was started in.
-      .gate = {.heading = "The disk is hidden from Tessaly",
-               .caption = "Tessaly cannot list the top folder of this system. The sandbox that it "
-                          "was started in hides the disk. Let the sandbox show it — then quit and "
-                          "reopen.",
-               .steps = {"Click Show in File Manager to see which copy of Tessaly is running, and "
-                         "so which sandbox it belongs to.",
-                         "Allow that sandbox to read all files: in its permission settings, or "
-                         "in the command that starts Tessaly.",
-                         "Click Quit & Reopen. If the disk stays hidden, quit Tessaly and start "
-                         "it from the desktop, so that the sandbox reads its settings anew."},
-               .grant = "Show in File Manager",
-               .note = "Scan Home and Choose Folder work without this. Scan Whole Disk needs a "
-                       "sandbox that shows the whole disk, or none."},
+      .gate =
+          {.heading = "The disk is hidden from Tessaly",
+           .caption = "Tessaly cannot list the top folder of this system. The sandbox that it "
+                      "was started in hides the disk. Let the sandbox show it — then quit and "
+                      "reopen.",
+           .steps = {"Click Show this copy. The file manager shows which Tessaly is running, and "
+                     "so which sandbox it belongs to.",
+                     "Allow that sandbox to read all files: in its permission settings, or "
+                     "in the command that starts Tessaly.",
+                     "Click Quit & Reopen. If the disk stays hidden, quit Tessaly and start "
+                     "it from the desktop, so that the sandbox reads its settings anew."},
+           .grant = "Show this copy",
+           .note = "Scan Home and Choose Folder work without this. Scan Whole Disk needs a view "
+                   "of the whole disk."},
       .sharedBlocksMode = "Shared Blocks",
       .sharedBlocksTitle = "Shared blocks",
       .cloudTitle = "Offloaded to the cloud",

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Places.h"
 #include "support/SystemWords.h"
 
 namespace tessaly {
@@ -159,6 +160,11 @@ TEST(Wording, says_nothing_of_a_type_that_is_not_known) {
 TEST(Wording, has_one_type_for_all_volumes_on_macos) {
   EXPECT_EQ(mac.fileSystemAfterSize(""), " APFS");
   EXPECT_EQ(mac.fileSystemAfterSize("exfat"), " APFS");
+}
+
+TEST(Wording, calls_the_disk_as_the_list_of_volumes_does) {
+  EXPECT_EQ(Places::forMacos().volumes.keptMounts.at("/"), mac.startupDisk);
+  EXPECT_EQ(Places::forLinux().volumes.keptMounts.at("/"), tux.startupDisk);
 }
 
 }  // namespace

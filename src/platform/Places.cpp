@@ -10,9 +10,6 @@ namespace tessaly {
 
 namespace {
 
-// Name of the volume "/" on every system.
-constexpr const char* startupName = "Macintosh HD";
-
 // Folders of deleted items, or private ones of the system.
 std::unordered_set<std::string> commonSkipNames() {
   return {".Trash",          ".Trashes", ".Spotlight-V100", ".fseventsd", ".DocumentRevisions-V100",
@@ -55,7 +52,7 @@ const Places& Places::forMacos() {
                                  "/System/Volumes/xarts", "/System/Volumes/iSCPreboot",
                                  "/System/Volumes/Hardware", "/System/Volumes/Update/mnt1"},
                   .skipPrefixes = {"/System/Volumes/"},
-                  .keptMounts = {{"/", startupName},
+                  .keptMounts = {{"/", "Macintosh HD"},
                                  {"/System/Volumes/Data", "Macintosh HD — Data"}},
                   .keptPrefixes = {"/Volumes/"}},
       .critical = {.exact = commonCriticalFolders(),
@@ -93,7 +90,7 @@ const Places& Places::forLinux() {
         // Volumes mounted by the desktop or by hand; all others belong to the system.
         .volumes = {.skipMounts = {},
                     .skipPrefixes = {},
-                    .keptMounts = {{"/", startupName}, {"/home", ""}},
+                    .keptMounts = {{"/", "System Disk"}, {"/home", ""}},
                     .keptPrefixes = {"/media/", "/run/media/", "/mnt/"}},
         // The home of a service may be in /var/lib.
         .critical = {.exact = commonCriticalFolders(),

@@ -105,7 +105,7 @@ TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
 
 TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
   const VolumeRules& volumes = Places::forLinux().volumes;
-  EXPECT_EQ(volumes.keptMounts, (NamedMounts{{"/", "Macintosh HD"}, {"/home", ""}}));
+  EXPECT_EQ(volumes.keptMounts, (NamedMounts{{"/", "System Disk"}, {"/home", ""}}));
   EXPECT_EQ(volumes.keptPrefixes, (Prefixes{"/media/", "/run/media/", "/mnt/"}));
   EXPECT_TRUE(volumes.skipMounts.empty());
   EXPECT_TRUE(volumes.skipPrefixes.empty());

@@ -53,10 +53,10 @@ bool isCritical(std::string_view path, std::string_view home, const Places& plac
   return isCriticalInHome(std::string_view(item).substr(homeFolder.size()), critical);
 }
 
-std::string reason(std::string_view path, std::string_view home) {
+std::string reason(std::string_view path, std::string_view home, const Wording& words) {
   const std::string item = normalised(path);
   if (item == "/") return "Startup disk root";
-  if (item.starts_with("/System")) return "macOS system files";
+  if (item.starts_with("/System")) return words.systemFiles;
   const std::string homeFolder = normalised(home);
   if (item == homeFolder) return "Your home folder";
   if (item == homeFolder + "/Library") return "User Library";

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "look/Wording.h"
 #include "platform/Places.h"
 
 namespace tessaly::CriticalPaths {
@@ -17,6 +18,7 @@ bool isCritical(std::string_view path, std::string_view home,
                 const Places& places = Places::current());
 
 // The first line of the warning about a critical path.
-std::string reason(std::string_view path, std::string_view home);
+std::string reason(std::string_view path, std::string_view home,
+                   const Wording& words = Wording::current());
 
 }  // namespace tessaly::CriticalPaths

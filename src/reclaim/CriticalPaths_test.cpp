@@ -161,7 +161,9 @@ TEST(CriticalPaths, without_a_home_only_the_root_is_critical) {
 }
 
 TEST(CriticalPaths, the_warning_begins_with_the_role_of_the_path) {
-  const auto reason = [](std::string_view path) { return CriticalPaths::reason(path, macHome); };
+  const auto reason = [](std::string_view path) {
+    return CriticalPaths::reason(path, macHome, Wording::forMacos());
+  };
   EXPECT_EQ(reason("//"), "Startup disk root");
   EXPECT_EQ(reason("/System/Library"), "macOS system files");
   EXPECT_EQ(reason("/Systematic"), "macOS system files");
@@ -170,6 +172,11 @@ TEST(CriticalPaths, the_warning_begins_with_the_role_of_the_path) {
   EXPECT_EQ(reason("/Users/ada/Library/Preferences"), "Protected location");
   EXPECT_EQ(reason("/Library"), "Protected location");
   EXPECT_EQ(CriticalPaths::reason("/Users/ada", "/Users/ada//"), "Your home folder");
+}
+
+TEST(CriticalPaths, the_warning_names_the_system_only_where_it_is_that_one) {
+  EXPECT_EQ(CriticalPaths::reason("/System/Library", "/home/ada", Wording::forLinux()),
+            "System files");
 }
 
 }  // namespace

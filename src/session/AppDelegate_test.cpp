@@ -52,7 +52,8 @@ TEST_F(AppDelegateTest, tells_of_a_disk_that_is_nearly_full_at_the_start) {
   EXPECT_TRUE(notifications_.posted.empty());
   delegateFor(full(90)).applicationDidFinishLaunching();
   ASSERT_EQ(notifications_.posted.size(), 1u);
-  EXPECT_EQ(notifications_.posted[0].body, "This Mac is 90% full. Open Tessaly to reclaim space.");
+  EXPECT_EQ(notifications_.posted[0].body,
+            "This computer is 90% full. Open Tessaly to reclaim space.");
   delegateFor(full(95)).applicationDidFinishLaunching();
   EXPECT_EQ(notifications_.posted.size(), 1u);
 }

@@ -6,6 +6,7 @@
 
 #include "scan/PathName.h"
 #include "scan/ScanDiff.h"
+#include "scan/ShownName.h"
 
 namespace tessaly {
 
@@ -36,8 +37,9 @@ void Comparison::compare(FieldChanges& changes, const DiskNode& left, const std:
       });
 
   const std::string_view rightName = lastPathComponent(folder);
-  if (compareLeftName_ == left.name() && compareRightName_ == rightName) return;
-  compareLeftName_ = left.name();
+  std::string leftName = shownName(left);
+  if (compareLeftName_ == leftName && compareRightName_ == rightName) return;
+  compareLeftName_ = std::move(leftName);
   compareRightName_ = rightName;
   changes.note(this, &Comparison::compareNamesChanged);
 }

@@ -107,7 +107,7 @@ TEST_F(Comparing, calls_the_root_of_the_disk_by_its_names) {
   scanTo(DiskNode(fields));
   folderPanel_.answer = "/";
   session().compareWithFolder();
-  EXPECT_EQ(session().comparison().compareLeftName(), "Macintosh HD");
+  EXPECT_EQ(session().comparison().compareLeftName(), "System Disk");
   EXPECT_EQ(session().comparison().compareRightName(), "/");
 }
 

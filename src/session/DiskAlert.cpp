@@ -4,6 +4,7 @@
 #include <ctime>
 #include <string>
 
+#include "look/Wording.h"
 #include "scan/Format.h"
 
 namespace tessaly::DiskAlert {
@@ -33,7 +34,7 @@ void check(double percent, const MarrowPrefs& prefs, SettingsStore& defaults,
   notifications.requestAuthorization();
   notifications.post({.identifier = "marrow.disk.pressure",
                       .title = "Disk almost full",
-                      .body = "This Mac is " + Format::fixed(percent, 0) +
+                      .body = Wording::current().thisComputerIs + Format::fixed(percent, 0) +
                               "% full. Open Tessaly to reclaim space.",
                       .hasSound = true});
 }

@@ -51,7 +51,7 @@ TEST_F(DiskAlertTest, warns_at_ninety) {
             (NotificationCenter::Notification{
                 .identifier = "marrow.disk.pressure",
                 .title = "Disk almost full",
-                .body = "This Mac is 90% full. Open Tessaly to reclaim space.",
+                .body = "This computer is 90% full. Open Tessaly to reclaim space.",
                 .hasSound = true}));
   EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), "2026-03-01");
 }
@@ -60,8 +60,10 @@ TEST_F(DiskAlertTest, rounds_the_percentage_to_the_even_whole) {
   check(92.5);
   check(93.5, 24h);
   ASSERT_EQ(notifications_.posted.size(), 2U);
-  EXPECT_EQ(notifications_.posted[0].body, "This Mac is 92% full. Open Tessaly to reclaim space.");
-  EXPECT_EQ(notifications_.posted[1].body, "This Mac is 94% full. Open Tessaly to reclaim space.");
+  EXPECT_EQ(notifications_.posted[0].body,
+            "This computer is 92% full. Open Tessaly to reclaim space.");
+  EXPECT_EQ(notifications_.posted[1].body,
+            "This computer is 94% full. Open Tessaly to reclaim space.");
 }
 
 TEST_F(DiskAlertTest, warns_once_a_day) {

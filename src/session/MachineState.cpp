@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+#include "look/Wording.h"
 #include "scan/Format.h"
 #include "session/DiskAlert.h"
 
@@ -73,7 +74,7 @@ std::string MachineState::currentVolumeName(const std::optional<DiskNode>& curre
       if (volume.path != "/" && path.starts_with(volume.path)) return volume.name;
     }
   }
-  return "Macintosh HD";
+  return Wording::current().startupDisk;
 }
 
 }  // namespace tessaly

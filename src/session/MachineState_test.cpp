@@ -169,7 +169,7 @@ TEST(DeadVolume, is_in_the_list_of_a_session_that_never_waits_for_it) {
   dispatch.advance(MountFigures::volumePatience);
   dispatch.drainAll();
   EXPECT_THAT(session.machine().volumes(), ElementsAre(VolumeMount{"dead", "/mnt/dead", 0, 0},
-                                                       VolumeMount{"Macintosh HD", "/", 100, 60}));
+                                                       VolumeMount{"System Disk", "/", 100, 60}));
   EXPECT_THAT(volumes->asked, testing::Each("/"));
 
   hanging();

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "look/Wording.h"
 #include "session/ProgressRelay.h"
 
 namespace tessaly {
@@ -65,10 +66,9 @@ void ScanRun::takeWalk(const Walked& walked, const Take& take) {
     changes.set(this, status_, ScanStatus::complete, &ScanRun::statusChanged);
   } else {
     changes.set(this, status_, ScanStatus::error, &ScanRun::statusChanged);
-    changes.set(
-        this, errorMessage_,
-        "Nothing readable at " + walked.root + ". Grant Full Disk Access or pick another folder.",
-        &ScanRun::errorMessageChanged);
+    changes.set(this, errorMessage_,
+                "Nothing readable at " + walked.root + ". " + Wording::current().nothingReadable,
+                &ScanRun::errorMessageChanged);
   }
   changes.announce();
 }

@@ -203,7 +203,7 @@ TEST_F(Scan, that_reads_nothing_fails_when_there_is_no_tree) {
   dispatch().drainAll();
   EXPECT_EQ(session().run().status(), ScanStatus::error);
   EXPECT_EQ(session().run().errorMessage(),
-            "Nothing readable at /locked. Grant Full Disk Access or pick another folder.");
+            "Nothing readable at /locked. Check its permissions or pick another folder.");
   EXPECT_TRUE(session().navigation().stack().empty());
   EXPECT_FALSE(session().result().scanStats());
   EXPECT_EQ(session().run().scanRoot(), "/locked");

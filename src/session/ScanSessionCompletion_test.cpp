@@ -328,26 +328,22 @@ TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_to
 }
 
 TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
-  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
-            "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
   df_ = twoVolumes;
   scanTo(sampleTree("/media/stick/music"));
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "stick");
   scanTo(sampleTree("/data"));
-  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
-            "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
 }
 
 TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen_and_not_of_the_root) {
   df_ = twoVolumes;
   scanTo(folder("/media", 2, {folder("/media/stick", 2, {file("/media/stick/film", 2)})}));
-  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
-            "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
   session().open(session().navigation().current()->children().front());
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "stick");
   session().navigation().back();
-  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
-            "Macintosh HD");
+  EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
 }
 
 TEST_F(ScanSessionCompletion, focus_selection_queue_and_menu_stay_even_if_the_tree_lacks_them) {

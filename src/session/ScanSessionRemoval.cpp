@@ -12,6 +12,7 @@
 #include "scan/Format.h"
 #include "scan/PathName.h"
 #include "scan/Remainder.h"
+#include "scan/ShownName.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -43,7 +44,7 @@ void ScanSession::trashFocused() {
   messages_->tellFailures(changes, removal_->moveRecording(changes, target->path()),
                           Act::moveToTrash);
   // Said of a move that failed as well: the walk shows what is true.
-  messages_->flash(changes, "Moved " + std::string(target->name()) + " to Trash");
+  messages_->flash(changes, "Moved " + shownName(*target) + " to Trash");
   announceAndRescan(changes);
 }
 

@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include "scan/Format.h"
+#include "scan/ShownName.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -87,7 +88,7 @@ void ScanSession::compareWithFolder() {
 
 void ScanSession::startWatch() {
   const std::optional<DiskNode> node = navigation_->current();
-  if (node) watch_->startWatch(node->path(), std::string(node->name()));
+  if (node) watch_->startWatch(node->path(), shownName(*node));
 }
 
 }  // namespace tessaly

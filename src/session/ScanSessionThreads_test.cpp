@@ -61,7 +61,7 @@ TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
   session->scan(tree.at("gone"));
   runUntil(*session, ScanStatus::error);
   EXPECT_EQ(session->run().errorMessage(), "Nothing readable at " + tree.at("gone") +
-                                               ". Grant Full Disk Access or pick another folder.");
+                                               ". Check its permissions or pick another folder.");
 }
 
 TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {

@@ -13,6 +13,7 @@
 #include "scan/Format.h"
 #include "scan/Package.h"
 #include "scan/Remainder.h"
+#include "scan/ShownName.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -110,7 +111,7 @@ void ScanSession::exportJSON() {
   if (!node) return;
   const QPointer<ScanSession> session(this);
   const std::optional<std::string> path =
-      services_.savePanel.chooseFile({.fileName = "marrow-" + std::string(node->name()) + ".json",
+      services_.savePanel.chooseFile({.fileName = "marrow-" + shownName(*node) + ".json",
                                       .extension = "json",
                                       .canCreateDirectories = true});
   if (!session || !path) return;

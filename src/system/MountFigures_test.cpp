@@ -96,7 +96,7 @@ TEST_F(MountFiguresTest, volumes_are_listed_with_their_figures_in_the_order_of_t
   machine_->mount("/home", VolumeFigures{.total = 100, .used = 0, .free = 100});
   askVolumes();
   dispatch_.drainAll();
-  EXPECT_THAT(volumes_, ElementsAre(Volumes{{"Macintosh HD", "/", 1000, 67},
+  EXPECT_THAT(volumes_, ElementsAre(Volumes{{"System Disk", "/", 1000, 67},
                                             {"My Disk", "/media/me/My Disk", 200, 25},
                                             {"home", "/home", 100, 0}}));
   EXPECT_THAT(machine_->asked, ElementsAre("/", "/media/me/My Disk", "/home"));

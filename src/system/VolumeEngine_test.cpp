@@ -72,7 +72,7 @@ TEST(VolumeEngineParse, macos_drops_the_mounts_of_the_system) {
 TEST(VolumeEngineParse, linux_lists_the_root_home_and_what_a_person_mounts) {
   EXPECT_THAT(onLinux(row("/") + row("/home") + row("/media/anna/USB") + row("/media/cdrom") +
                       row("/run/media/anna/Kamera") + row("/mnt/nas")),
-              ElementsAre(VolumeMount{"Macintosh HD", "/", 102400, 60.0},
+              ElementsAre(VolumeMount{"System Disk", "/", 102400, 60.0},
                           VolumeMount{"home", "/home", 102400, 60.0},
                           VolumeMount{"USB", "/media/anna/USB", 102400, 60.0},
                           VolumeMount{"cdrom", "/media/cdrom", 102400, 60.0},
@@ -185,7 +185,7 @@ TEST(VolumeEngineParse, lists_what_df_printed_on_macos) {
 }
 
 const Volumes recordedOnLinux = {
-    {"Macintosh HD", "/", 264212084LL * 1024, 36.0},
+    {"System Disk", "/", 264212084LL * 1024, 36.0},
     {"Kamera", "/run/media/anna/Kamera", 31744LL * 1024, 0.0},
     {"BACKUP", "/media/anna/BACKUP", 1048576LL * 1024, 0.0},
     {"Größe", "/media/anna/Größe", 524288LL * 1024, 19.0},
@@ -246,7 +246,7 @@ TEST(VolumeEngineList, asks_df_for_all_volumes) {
         calledTimeout = timeout;
         return row("/") + row("/nowhere");
       });
-  EXPECT_THAT(volumes, ElementsAre(VolumeMount{"Macintosh HD", "/", 102400, 60.0}));
+  EXPECT_THAT(volumes, ElementsAre(VolumeMount{"System Disk", "/", 102400, 60.0}));
   EXPECT_EQ(calledPath, "/bin/df");
   EXPECT_THAT(calledArgs, ElementsAre("-k"));
   EXPECT_EQ(calledTimeout, 6);
@@ -268,7 +268,7 @@ TEST(VolumeEngineList, starts_the_real_df_where_no_stand_in_is_given) {
   const auto root = std::find_if(volumes.begin(), volumes.end(),
                                  [](const VolumeMount& volume) { return volume.path == "/"; });
   ASSERT_NE(root, volumes.end());
-  EXPECT_EQ(root->name, "Macintosh HD");
+  EXPECT_EQ(root->name, "System Disk");
   EXPECT_GT(root->total, 0);
 }
 

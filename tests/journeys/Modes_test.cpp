@@ -35,7 +35,7 @@ TEST_F(Modes, show_their_view_in_place_of_the_map_and_its_header) {
     const char* title;
   } rows[] = {{"listMode", "List Wins"},        {"grewMode", "Grew"},
               {"duplicatesMode", "Duplicates"}, {"compareMode", "Compare"},
-              {"largestMode", "Largest"},       {"clonesMode", "APFS Clones"},
+              {"largestMode", "Largest"},       {"clonesMode", "Shared Blocks"},
               {"historyMode", "History"},       {"safeMode", "Safe Score"}};
   for (const auto& row : rows) {
     click(row.button);

@@ -47,9 +47,9 @@ TEST_F(NodeMenuJourney, lists_its_answers_in_order_and_goes_through_them_by_the_
     answers << window().activeFocusItem()->property("text").toString();
     press(Qt::Key_Down);
   }
-  EXPECT_EQ(answers,
-            (QStringList{"Reveal in Finder", "Open", "Quick Look", "Copy Path", "Open in Terminal",
-                         "Open in Editor", "Add to Cleanup Queue", "Move to Trash", "Cancel"}));
+  EXPECT_EQ(answers, (QStringList{"Show in File Manager", "Open", "Quick Look", "Copy Path",
+                                  "Open in Terminal", "Open in Editor", "Add to Cleanup Queue",
+                                  "Move to Trash", "Cancel"}));
   EXPECT_TRUE(item("menuReveal")->hasActiveFocus());
   press(Qt::Key_Up);
   EXPECT_TRUE(item("menuCancel")->hasActiveFocus());

@@ -143,9 +143,9 @@ TEST_F(Scan, that_reads_nothing_says_so_and_tries_the_home_folder_again) {
   session().scan(tree_.at("gone"));
   finishScan();
   EXPECT_TRUE(shows("failedScreen"));
-  EXPECT_EQ(text("message"),
-            QStringLiteral("Nothing readable at ") + QString::fromStdString(tree_.at("gone")) +
-                QStringLiteral(". Grant Full Disk Access or pick another folder."));
+  EXPECT_EQ(text("message"), QStringLiteral("Nothing readable at ") +
+                                 QString::fromStdString(tree_.at("gone")) +
+                                 QStringLiteral(". Check its permissions or pick another folder."));
   click("tryAgain");
   finishScan();
   EXPECT_TRUE(shows("canvas"));

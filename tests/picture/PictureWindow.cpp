@@ -100,7 +100,8 @@ void lend(Application::Services& services, bool canBeRead) {
                      .used = 405436694528,
                      .free = 94526480384,
                      .usedPercent = 81.1,
-                     .purgeable = 0};
+                     .purgeable = 0,
+                     .fileSystem = "ext4"};
   };
   services.now = [] { return SessionServices::Clock::time_point(); };
   services.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };

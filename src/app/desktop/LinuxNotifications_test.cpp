@@ -22,7 +22,7 @@ const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
 
 const NotificationCenter::Notification nearlyFull{.identifier = "marrow.disk.pressure",
                                                   .title = "Disk almost full",
-                                                  .body = "This Mac is 93% full.",
+                                                  .body = "This computer is 93% full.",
                                                   .hasSound = true};
 
 NotificationCenter::Notification saying(const std::string& body,
@@ -90,7 +90,7 @@ TEST_F(LinuxNotificationsTest, shows_the_notification) {
   EXPECT_EQ(argument(0, 0), QStringLiteral("Tessaly"));
   EXPECT_EQ(replacedBy(0), 0u);
   EXPECT_EQ(argument(0, 3), QStringLiteral("Disk almost full"));
-  EXPECT_EQ(body(0), QStringLiteral("This Mac is 93% full."));
+  EXPECT_EQ(body(0), QStringLiteral("This computer is 93% full."));
   EXPECT_TRUE(argument(0, 5).toStringList().isEmpty());
   EXPECT_EQ(argument(0, 7), -1);
   EXPECT_EQ(hints(0),

@@ -37,7 +37,7 @@ MarrowMenu {
 
     MarrowMenuItem {
         objectName: "tileReveal"
-        text: "Reveal in Finder"
+        text: Wording.reveal
         onTriggered: menu.actions.reveal(state.node)
     }
 

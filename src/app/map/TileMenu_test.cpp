@@ -61,7 +61,7 @@ TEST_F(TileMenuTest, stays_away_on_a_secondary_click_between_the_tiles) {
 
 TEST_F(TileMenuTest, lists_ten_entries_and_a_divider) {
   secondaryClick(on("/r/docs"));
-  EXPECT_EQ(entries(), (std::vector<std::string>{"Open folder", "Reveal in Finder", "Open",
+  EXPECT_EQ(entries(), (std::vector<std::string>{"Open folder", "Show in File Manager", "Open",
                                                  "Quick Look", "Copy Path", "Open in Terminal",
                                                  "Open in Editor", "Add to Cleanup Queue",
                                                  "Zip Then Trash…", "-", "Move to Trash"}));
@@ -73,7 +73,7 @@ TEST_F(TileMenuTest, offers_to_open_a_folder_only_where_something_is_in_it) {
   for (const char* path : {"/r/film.mp4", "/r/empty"}) {
     secondaryClick(on(path));
     EXPECT_EQ(entries().size(), 10U) << path;
-    EXPECT_EQ(entries().front(), "Reveal in Finder") << path;
+    EXPECT_EQ(entries().front(), "Show in File Manager") << path;
     QMetaObject::invokeMethod(menu(), "close");
     draw();
   }

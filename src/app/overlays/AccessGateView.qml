@@ -2,6 +2,7 @@
 // without: what is missing, how to grant it, and the ways past. Only its buttons lead on.
 import QtQuick
 import Tessaly.Controls
+import Tessaly.Model
 import Tessaly.Overlays
 
 InputShield {
@@ -62,7 +63,7 @@ InputShield {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             height: Math.ceil(implicitHeight)
-            text: "Full Disk Access isn’t active yet"
+            text: Wording.gateHeading
             wrapMode: Text.Wrap
             color: Theme.ink
             font.family: Theme.uiFamily
@@ -83,7 +84,7 @@ InputShield {
             width: Math.min(580, parent.width)
             height: Math.ceil(implicitHeight)
             horizontalAlignment: Text.AlignHCenter
-            text: "Settings can show Tessaly as on while still bound to an older copy. macOS matches the exact app that’s running. Toggle Tessaly off, then on, using this app — then quit and reopen."
+            text: Wording.gateCaption
             wrapMode: Text.Wrap
             lineHeight: 1.25
             color: Theme.muted
@@ -110,21 +111,21 @@ InputShield {
                     objectName: "step1"
                     width: parent.width
                     number: 1
-                    text: "Click Grant access. Finder highlights this Tessaly; Settings opens Full Disk Access."
+                    text: Wording.gateSteps[0]
                 }
 
                 AccessStep {
                     objectName: "step2"
                     width: parent.width
                     number: 2
-                    text: "Turn Tessaly off, then on again. If you see two copies, enable the one Finder selected."
+                    text: Wording.gateSteps[1]
                 }
 
                 AccessStep {
                     objectName: "step3"
                     width: parent.width
                     number: 3
-                    text: "Click Quit & Reopen. The permission only applies after a relaunch."
+                    text: Wording.gateSteps[2]
                 }
             }
         }
@@ -140,7 +141,7 @@ InputShield {
 
             GateButton {
                 objectName: "grant"
-                text: "Grant access"
+                text: Wording.gateGrant
                 isPrimary: !gate.actions.hasBegun
                 onClicked: gate.actions.grant()
             }
@@ -189,7 +190,7 @@ InputShield {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             height: Math.ceil(implicitHeight)
-            text: "Scan Home and Choose Folder work without this. Full Mac scan needs Full Disk Access on this exact app."
+            text: Wording.gateNote
             wrapMode: Text.Wrap
             color: Theme.muted
             font.family: Theme.uiFamily

@@ -41,26 +41,29 @@ TEST_P(AccessGateView, says_what_is_missing_and_what_to_do) {
   expectProperties(
       *scene_,
       {{"emblem", "name", "externaldrive.fill"},
-       {"heading", "text", "Full Disk Access isn’t active yet"},
+       {"heading", "text", "The disk is hidden from Tessaly"},
        {"caption", "text",
-        "Settings can show Tessaly as on while still bound to an older copy. macOS matches the "
-        "exact app that’s running. Toggle Tessaly off, then on, using this app — then quit and "
-        "reopen."},
+        "Tessaly cannot list the top folder of this system. The sandbox that it was started in "
+        "hides the disk. Let the sandbox show it — then quit and reopen."},
        {"step1/number", "text", "1"},
        {"step1/text", "text",
-        "Click Grant access. Finder highlights this Tessaly; Settings opens Full Disk Access."},
+        "Click Show this copy. The file manager shows which Tessaly is running, and so which "
+        "sandbox it belongs to."},
        {"step2/number", "text", "2"},
        {"step2/text", "text",
-        "Turn Tessaly off, then on again. If you see two copies, enable the one Finder selected."},
+        "Allow that sandbox to read all files: in its permission settings, or in the command "
+        "that starts Tessaly."},
        {"step3/number", "text", "3"},
-       {"step3/text", "text", "Click Quit & Reopen. The permission only applies after a relaunch."},
-       {"grant/label", "text", "Grant access"},
+       {"step3/text", "text",
+        "Click Quit & Reopen. If the disk stays hidden, quit Tessaly and start it from the "
+        "desktop, so that the sandbox reads its settings anew."},
+       {"grant/label", "text", "Show this copy"},
        {"relaunch/label", "text", "Quit & Reopen"},
        {"check/label", "text", "Check again"},
        {"skip/label", "text", "Not now — scan a folder"},
        {"note", "text",
-        "Scan Home and Choose Folder work without this. Full Mac scan needs Full Disk Access on "
-        "this exact app."}});
+        "Scan Home and Choose Folder work without this. Scan Whole Disk needs a view of "
+        "the whole disk."}});
 }
 
 TEST_P(AccessGateView, stands_in_this_order_from_top_to_bottom) {
@@ -311,9 +314,10 @@ TEST_P(AccessGateView, tells_assistive_tools_what_it_is) {
   QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(gate);
   ASSERT_NE(interface, nullptr);
   EXPECT_EQ(interface->role(), QAccessible::Dialog);
-  EXPECT_EQ(accessibleText(gate, QAccessible::Name), "Full Disk Access isn’t active yet");
+  EXPECT_EQ(accessibleText(gate, QAccessible::Name), "The disk is hidden from Tessaly");
   EXPECT_EQ(accessibleText(scene_->find("step3"), QAccessible::Name),
-            "3. Click Quit & Reopen. The permission only applies after a relaunch.");
+            "3. Click Quit & Reopen. If the disk stays hidden, quit Tessaly and start it from the "
+            "desktop, so that the sandbox reads its settings anew.");
   EXPECT_EQ(accessibleText(scene_->find("skip"), QAccessible::Name), "Not now — scan a folder");
 }
 

@@ -7,6 +7,7 @@
 #include "app/panes/ModeListModel.h"
 #include "app/panes/UnreadableText.h"
 #include "scan/Format.h"
+#include "scan/ShownName.h"
 
 namespace tessaly {
 
@@ -77,7 +78,7 @@ QString DiskMapState::modeTitle() const {
 }
 
 QString DiskMapState::nodeName() const {
-  return node_ ? displayText(node_->name()) : QString();
+  return node_ ? displayText(shownName(*node_)) : QString();
 }
 
 QString DiskMapState::sizeText() const {

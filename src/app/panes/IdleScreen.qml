@@ -59,7 +59,7 @@ Item {
             objectName: "line"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: "Native macOS disk space visualizer, developer cache cleaner & system monitor."
+            text: Wording.idleLine
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             lineHeight: 1.25

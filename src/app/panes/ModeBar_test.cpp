@@ -141,7 +141,7 @@ TEST_F(ModeBar, of_its_sizes_colours_and_texts) {
                      {"duplicatesMode", "text", "Duplicates"},
                      {"compareMode", "text", "Compare"},
                      {"largestMode", "text", "Largest"},
-                     {"clonesMode", "text", "APFS Clones"},
+                     {"clonesMode", "text", "Shared Blocks"},
                      {"historyMode", "text", "History"},
                      {"safeMode", "text", "Safe Score"},
                      {"heatmap", "text", "Age"},

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "look/Wording.h"
+
 namespace tessaly {
 
 namespace {
@@ -10,7 +12,7 @@ namespace {
 struct Button {
   VizMode mode;
   const char* key;
-  const char* label;
+  const char* label;  // null where each system has its own
 };
 
 constexpr std::array<Button, 9> buttons = {{
@@ -20,18 +22,23 @@ constexpr std::array<Button, 9> buttons = {{
     {VizMode::duplicates, "duplicates", "Duplicates"},
     {VizMode::compare, "compare", "Compare"},
     {VizMode::largest, "largest", "Largest"},
-    {VizMode::clones, "clones", "APFS Clones"},
+    {VizMode::clones, "clones", nullptr},
     {VizMode::history, "history", "History"},
     {VizMode::safe, "safe", "Safe Score"},
 }};
 
 constexpr VizMode firstOfSecondGroup = VizMode::clones;
 
+QString labelOn(const Button& button) {
+  return QString::fromUtf8(button.label != nullptr ? button.label
+                                                   : Wording::current().sharedBlocksMode.c_str());
+}
+
 }  // namespace
 
 QString ModeListModel::labelOf(VizMode mode) {
   for (const Button& button : buttons) {
-    if (button.mode == mode) return QString::fromLatin1(button.label);
+    if (button.mode == mode) return labelOn(button);
   }
   return mode == VizMode::aliases ? QStringLiteral("Aliases") : QStringLiteral("Cloud");
 }
@@ -67,7 +74,7 @@ QVariant ModeListModel::data(const QModelIndex& index, int role) const {
     case KeyRole:
       return QString::fromLatin1(button.key);
     case LabelRole:
-      return QString::fromLatin1(button.label);
+      return labelOn(button);
     case ActiveRole:
       return button.mode == mode_;
     case StartsGroupRole:

@@ -44,7 +44,7 @@ TEST_F(ModeListModelTest, has_its_buttons_and_the_treemap_active_at_first) {
 TEST_F(ModeListModelTest, lists_nine_of_the_eleven_modes) {
   EXPECT_THAT(column(ModeListModel::LabelRole),
               ElementsAre("Treemap", "List Wins", "Grew", "Duplicates", "Compare", "Largest",
-                          "APFS Clones", "History", "Safe Score"));
+                          "Shared Blocks", "History", "Safe Score"));
   EXPECT_THAT(column(ModeListModel::KeyRole),
               ElementsAre("treemap", "list", "grew", "duplicates", "compare", "largest", "clones",
                           "history", "safe"));
@@ -79,7 +79,7 @@ TEST_F(ModeListModelTest, tells_of_the_two_rows_that_change) {
 }
 
 TEST_F(ModeListModelTest, has_a_label_for_every_mode) {
-  EXPECT_EQ(ModeListModel::labelOf(VizMode::clones), "APFS Clones");
+  EXPECT_EQ(ModeListModel::labelOf(VizMode::clones), "Shared Blocks");
   EXPECT_EQ(ModeListModel::labelOf(VizMode::aliases), "Aliases");
   EXPECT_EQ(ModeListModel::labelOf(VizMode::cloud), "Cloud");
 }

@@ -7,6 +7,7 @@
 
 #include "app/model/DisplayText.h"
 #include "scan/Format.h"
+#include "scan/ShownName.h"
 
 namespace tessaly {
 
@@ -76,7 +77,7 @@ QVariant QueueListModel::data(const QModelIndex& index, int role) const {
   const DiskNode& node = rows_[static_cast<std::size_t>(index.row())].node;
   switch (role) {
     case NameRole:
-      return displayText(node.name());
+      return displayText(shownName(node));
     case SizeRole:
       return QString::fromStdString(Format::bytes(node.size()));
     case NodeRole:

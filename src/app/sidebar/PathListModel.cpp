@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/model/DisplayText.h"
+#include "look/Wording.h"
 #include "scan/PathName.h"
 
 namespace tessaly {
@@ -74,7 +75,7 @@ void PathListModel::removeAllBut(const std::vector<std::string>& wanted) {
 
 QString PathListModel::nameOf(const std::string& path) const {
   if (list_ != Excludes) {
-    if (path == "/") return QStringLiteral("Macintosh HD");
+    if (path == "/") return displayText(Wording::current().startupDisk);
     if (path == homeDirectory_) return QStringLiteral("Home");
   }
   return displayText(lastPathComponent(path));

@@ -57,7 +57,7 @@ TEST_F(PathListModelTest,
                                   {PathListModel::Recents, "marrow.recents"}}) {
     start(list, key, {"/", "/home/user", "/home/user/Films", "/srv/user", "/media/a b/"});
     EXPECT_THAT(column(PathListModel::NameRole),
-                ElementsAre("Macintosh HD", "Home", "Films", "user", "a b"));
+                ElementsAre("System Disk", "Home", "Films", "user", "a b"));
   }
 }
 

@@ -1,6 +1,7 @@
 // The ways to start a scan, and to end it.
 import QtQuick
 import Tessaly.Controls
+import Tessaly.Model
 import Tessaly.Sidebar
 
 Column {
@@ -20,7 +21,7 @@ Column {
     SidebarNavItem {
         objectName: "scanFullMac"
         width: parent.width
-        text: "Scan Full Mac"
+        text: Wording.scanWholeDisk
         symbol: "externaldrive.badge.timemachine"
         enabled: !section.actions.scanning
         onClicked: section.actions.scanFullMac()

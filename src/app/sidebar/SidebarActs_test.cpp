@@ -112,7 +112,7 @@ TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
   mount({"/", "Backup", "Films"});
   show();
   click("volumeMenu");
-  EXPECT_EQ(labels("volumeList", "volumeLabel"), (QStringList{"Macintosh HD", "Backup", "Films"}));
+  EXPECT_EQ(labels("volumeList", "volumeLabel"), (QStringList{"System Disk", "Backup", "Films"}));
   keepPicture("sidebar-volumes");
   click(all("volume")[2]);
   EXPECT_EQ(session().run().scanRoot(), "/media/Films");
@@ -178,8 +178,8 @@ TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
   show(1000);
   const std::vector<std::function<void()>> ways = {
       [&] { click("scanFullMac"); },
-      [&] { click(in(rowOf("pinned", "Macintosh HD"), "pathLabel")); },
-      [&] { click(in(rowOf("recents", "Macintosh HD"), "pathLabel")); },
+      [&] { click(in(rowOf("pinned", "System Disk"), "pathLabel")); },
+      [&] { click(in(rowOf("recents", "System Disk"), "pathLabel")); },
       [&] {
         click("volumeMenu");
         click(all("volume")[0]);

@@ -84,11 +84,11 @@ TEST_F(SidebarLook, of_the_drive_card) {
                            {"emblemSymbol", "name", "externaldrive.fill"},
                            {"emblemSymbol", "size", 13},
                            {"emblemSymbol", "color", "#007aff at 1.00"},
-                           {"volumeName", "text", "Macintosh HD"},
+                           {"volumeName", "text", "System Disk"},
                            {"volumeName", "color", "#ffffff at 1.00"},
                            {"volumeName", "font.pixelSize", 13},
                            {"volumeName", "font.weight", QFont::DemiBold},
-                           {"volumeTotal", "text", "494.0 GB APFS"},
+                           {"volumeTotal", "text", "494.0 GB EXT4"},
                            {"volumeTotal", "color", "#9ca3af at 1.00"},
                            {"volumeTotal", "font.pixelSize", 10},
                            {"volumeMenu", "width", 20},
@@ -161,7 +161,7 @@ TEST_F(SidebarLook, of_the_entries) {
     const char* name;
     const char* text;
     const char* symbol;
-  } rows[] = {{"scanFullMac", "Scan Full Mac", "externaldrive.badge.timemachine"},
+  } rows[] = {{"scanFullMac", "Scan Whole Disk", "externaldrive.badge.timemachine"},
               {"scanHome", "Scan Home", "house.fill"},
               {"chooseFolder", "Choose…", "folder.fill"},
               {"diskTreemap", "Disk Treemap", "square.split.2x2"},
@@ -173,7 +173,8 @@ TEST_F(SidebarLook, of_the_entries) {
     expectProperties(*this, {{name + "/label", "text", QString::fromUtf8(row.text)},
                              {name + "/symbol", "name", row.symbol}});
   }
-  EXPECT_EQ(labels("quickActionsSection"), (QStringList{"Scan Full Mac", "Scan Home", "Choose…"}));
+  EXPECT_EQ(labels("quickActionsSection"),
+            (QStringList{"Scan Whole Disk", "Scan Home", "Choose…"}));
   EXPECT_EQ(labels("cleanupCategoriesSection"),
             (QStringList{"Disk Treemap", "System Pulse", "App Leftovers", "Trash"}));
   EXPECT_EQ(read("systemPulse/badgeText", "text").toString(), "Live");
@@ -186,7 +187,7 @@ TEST_F(SidebarLook, of_a_folder_at_hand) {
   const QStringList pins = labels("pinned");
   EXPECT_EQ(pins, (QStringList{"Projects", "media"}));
   EXPECT_EQ(labels("recents"),
-            (QStringList{"Home", "Macintosh HD", "media", QStringLiteral("Films \uFFFDt\uFFFD")}));
+            (QStringList{"Home", "System Disk", "media", QStringLiteral("Films \uFFFDt\uFFFD")}));
   for (QQuickItem* row : all("pathRow")) {
     const bool pinned = find("pinned")->isAncestorOf(row);
     const QRectF outside = rectOf(row);

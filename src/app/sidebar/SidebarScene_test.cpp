@@ -32,8 +32,11 @@ std::string onDisk(const QString& name) {
 }  // namespace
 
 void SidebarScene::fill() {
-  volume_ = DiskUsage{
-      .total = 494LL << 30U, .used = 371LL << 30U, .free = 123LL << 30U, .usedPercent = 75.1};
+  volume_ = DiskUsage{.total = 494LL << 30U,
+                      .used = 371LL << 30U,
+                      .free = 123LL << 30U,
+                      .usedPercent = 75.1,
+                      .fileSystem = "ext4"};
   settings_.setTexts(ScanStore::pinsKey, {"/home/user/Projects", "/srv/media"});
   settings_.setTexts(ScanStore::recentsKey,
                      {"/home/user", "/", "/srv/media", "/home/user/Films \xE9t\xE9"});

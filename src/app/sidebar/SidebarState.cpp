@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "app/model/DisplayText.h"
+#include "look/Wording.h"
 #include "scan/Format.h"
 
 namespace tessaly {
@@ -40,7 +41,8 @@ QString SidebarState::volumeName() const {
 }
 
 QString SidebarState::totalText() const {
-  return QString::fromStdString(Format::bytes(disk().total)) + QStringLiteral(" APFS");
+  return QString::fromStdString(Format::bytes(disk().total)) +
+         displayText(Wording::current().fileSystemAfterSize(disk().fileSystem));
 }
 
 bool SidebarState::isScanning() const {

@@ -34,7 +34,7 @@ TEST_F(SidebarStateTest, has_little_to_tell_before_a_scan) {
 TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
   const QSignalSpy disks(state_.get(), &SidebarState::diskChanged);
   const QSignalSpy names(state_.get(), &SidebarState::volumeNameChanged);
-  EXPECT_EQ(state_->volumeName(), QStringLiteral("Macintosh HD"));
+  EXPECT_EQ(state_->volumeName(), QStringLiteral("System Disk"));
   volume_ =
       DiskUsage{.total = 4LL << 30U, .used = 3LL << 30U, .free = 1LL << 30U, .usedPercent = 75};
   df_ =
@@ -49,13 +49,19 @@ TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
                    "ck/f",
                    1)}));
   EXPECT_EQ(state_->volumeName(), QStringLiteral("st\uFFFDck"));
-  EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB APFS"));
+  EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB"));
   EXPECT_EQ(state_->usedPercent(), 75);
   EXPECT_EQ(state_->usedBytes(), qint64{3} << 30U);
   EXPECT_EQ(state_->totalBytes(), qint64{4} << 30U);
   EXPECT_EQ(state_->freeBytes(), qint64{1} << 30U);
   EXPECT_EQ(disks.count(), 1);
   EXPECT_GE(names.count(), 1);
+}
+
+TEST_F(SidebarStateTest, names_the_file_system_of_the_disk_where_that_is_known) {
+  volume_ = DiskUsage{.total = 4LL << 30U, .fileSystem = "btrfs"};
+  session().refreshDisk();
+  EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB BTRFS"));
 }
 
 TEST_F(SidebarStateTest, raises_the_gate_for_the_whole_disk_without_the_right_to_read_it) {

@@ -29,7 +29,7 @@ TEST_F(VolumeListModelTest, follows_what_is_mounted) {
   scanTo(folder("/data", 1, {file("/data/f", 1)}));
   EXPECT_EQ(counts.count(), 1);
   ASSERT_EQ(model_.count(), 2);
-  EXPECT_EQ(at(0, VolumeListModel::NameRole).toString().toStdString(), "Macintosh HD");
+  EXPECT_EQ(at(0, VolumeListModel::NameRole).toString().toStdString(), "System Disk");
   EXPECT_EQ(at(0, VolumeListModel::PathRole).value<PathHandle>().path(), "/");
   EXPECT_EQ(at(1, VolumeListModel::NameRole).toString().toStdString(), "st\uFFFDck");
   EXPECT_EQ(at(1, VolumeListModel::PathRole).value<PathHandle>().path(),

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/model/DisplayText.h"
+#include "scan/ShownName.h"
 
 namespace tessaly {
 
@@ -14,8 +15,7 @@ BreadcrumbModel::BreadcrumbModel(Navigation& navigation, QObject* parent)
 
 void BreadcrumbModel::follow() {
   std::vector<Crumb> now;
-  for (const DiskNode& node : navigation_.stack())
-    now.push_back({node.path(), std::string(node.name())});
+  for (const DiskNode& node : navigation_.stack()) now.push_back({node.path(), shownName(node)});
 
   const auto [before, after] =
       std::mismatch(crumbs_.begin(), crumbs_.end(), now.begin(), now.end());

@@ -55,7 +55,7 @@ ModalLayer {
             id: reveal
 
             objectName: "menuReveal"
-            text: "Reveal in Finder"
+            text: Wording.reveal
             above: cancel
             below: open
             onClicked: menu.answer(node => menu.actions.reveal(node))

@@ -1,6 +1,7 @@
 #include "app/window/NodeMenuState.h"
 
 #include "app/model/DisplayText.h"
+#include "scan/ShownName.h"
 
 namespace tessaly {
 
@@ -14,7 +15,7 @@ bool NodeMenuState::isShown() const {
 }
 
 QString NodeMenuState::title() const {
-  return isShown() ? displayText(session_.shown().menuNode()->name()) : QStringLiteral("Item");
+  return isShown() ? displayText(shownName(*session_.shown().menuNode())) : QStringLiteral("Item");
 }
 
 NodeHandle NodeMenuState::node() const {

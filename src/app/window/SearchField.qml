@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
+import Tessaly.Model
 
 MarrowButton {
     id: field
@@ -44,7 +45,7 @@ MarrowButton {
 
         KeyCap {
             objectName: "keyCap"
-            text: "⌘F"
+            text: Wording.searchKeys
         }
     }
 }

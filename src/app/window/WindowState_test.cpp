@@ -54,7 +54,7 @@ TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the
 }
 
 TEST_F(WindowStateTest, names_the_volume_of_the_folder_on_screen) {
-  EXPECT_EQ(state_.volumeName(), QStringLiteral("Macintosh HD"));
+  EXPECT_EQ(state_.volumeName(), QStringLiteral("System Disk"));
   df_ =
       "Filesystem 1K-blocks Used Available Use% Mounted on\n"
       "/dev/sda1 100 50 50 50% /\n"

@@ -1,0 +1,33 @@
+#include "scan/ShownName.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "scan/DiskNodeJson.h"
+
+namespace tessaly {
+namespace {
+
+DiskNode folder(const std::string& name, const std::string& path) {
+  return DiskNode({name, path, 10, true, FileKind::folder, {}});
+}
+
+TEST(ShownName, of_the_top_folder_is_the_systems_own) {
+  const DiskNode top = folder("Macintosh HD", "/");
+  EXPECT_EQ(shownName(top, Wording::forMacos()), "Macintosh HD");
+  EXPECT_EQ(shownName(top, Wording::forLinux()), "System Disk");
+}
+
+TEST(ShownName, of_any_other_item_is_its_name) {
+  EXPECT_EQ(shownName(folder("Macintosh HD", "/mnt/Macintosh HD"), Wording::forLinux()),
+            "Macintosh HD");
+  EXPECT_EQ(shownName(folder("caf\xe9", "/home/caf\xe9"), Wording::forLinux()), "caf\xe9");
+}
+
+TEST(ShownName, is_not_what_a_saved_tree_has) {
+  EXPECT_NE(DiskNodeJson::encode(folder("Macintosh HD", "/")).find("\"Macintosh HD\""),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace tessaly
