@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <regex>
 #include <string_view>
 
 #include "architecture/SourceLines.h"
+#include "support/SystemWords.h"
 
 namespace tessaly::architecture {
 namespace {
@@ -128,6 +130,22 @@ std::optional<std::string> angledComplaint(std::string_view file, const std::str
   return std::nullopt;
 }
 
+// What stands between quotation marks on a line, without its comment.
+std::vector<std::string_view> quotedTexts(std::string_view line) {
+  std::vector<std::string_view> texts;
+  std::optional<std::size_t> begin;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (!begin && line.substr(i).starts_with("//")) break;
+    if (line[i] == '\\') {
+      ++i;
+    } else if (line[i] == '"') {
+      if (begin) texts.push_back(line.substr(*begin, i - *begin));
+      begin = begin ? std::nullopt : std::optional(i + 1);
+    }
+  }
+  return texts;
+}
+
 }  // namespace
 
 std::vector<std::string> forbiddenIncludes(const fs::path& src) {
@@ -195,6 +213,26 @@ std::vector<std::string> strayDecoders(const fs::path& src) {
       return;
     }
     complaints.push_back(line.complaint("foreign files are decoded in app/preview/pages/ alone"));
+  });
+  return complaints;
+}
+
+std::vector<std::string> strayWordsOfMacos(const fs::path& src) {
+  static constexpr std::array<std::string_view, 5> homes = {
+      "app/preview/ContentKind.cpp", "look/Wording.cpp", "platform/Places.cpp",
+      "scan/DiskScanner.cpp", "system/DiskSpace.cpp"};
+  std::vector<std::string> complaints;
+  forEachLine(src, [&complaints](const Line& line) {
+    if (isTest(line.file) || line.file.starts_with("platform/tools/") ||
+        std::ranges::find(homes, line.file) != homes.end()) {
+      return;
+    }
+    for (const std::string_view text : quotedTexts(line.text)) {
+      if (const auto word = wordOfMacosIn(text)) {
+        complaints.push_back(
+            line.complaint("\"" + std::string(*word) + "\": texts of one system stand in Wording"));
+      }
+    }
   });
   return complaints;
 }

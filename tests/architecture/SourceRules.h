@@ -24,6 +24,11 @@ std::vector<std::string> unguardedThreads(const std::filesystem::path& src);
 // Libraries that decode foreign files, included anywhere but in the program that reads them.
 std::vector<std::string> strayDecoders(const std::filesystem::path& src);
 
+// Texts with a word of macOS (support/SystemWords.h) anywhere but in what holds the words of each
+// system, its places, the names in saved files, what is said to its tools, and the marks of
+// formats.
+std::vector<std::string> strayWordsOfMacos(const std::filesystem::path& src);
+
 // Source files below `folder` with more than `limit` lines.
 std::vector<std::string> overlongFiles(const std::filesystem::path& folder, int limit);
 

@@ -122,6 +122,17 @@ TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
                   "app/quicklook/B.cpp:2: foreign files are decoded in app/preview/pages/ alone"));
 }
 
+TEST_F(PlantedSources, text_of_one_system_is_found_in_sources_and_views) {
+  plant("app/window/A.qml", "\nText { text: \"Reveal in Finder\" }\n");
+  plant("session/B.cpp", "say(\"a\\\"\", \"This Mac\");  // \"Finder\"\n// \"iCloud\"\n");
+  plant("session/B_test.cpp", "say(\"This Mac\");\n");
+  plant("session/C.cpp", "say(\"http://machine/\", visionOf(mac));\n");
+  plant("look/Wording.cpp", "say(\"This Mac\");\n");
+  EXPECT_THAT(strayWordsOfMacos(src_),
+              ElementsAre("app/window/A.qml:2: \"Finder\": texts of one system stand in Wording",
+                          "session/B.cpp:1: \"Mac\": texts of one system stand in Wording"));
+}
+
 TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
@@ -144,6 +155,10 @@ TEST(Sources, start_threads_only_where_they_may_be_refused) {
 
 TEST(Sources, decode_foreign_files_in_their_own_program_alone) {
   EXPECT_THAT(strayDecoders(project / "src"), IsEmpty());
+}
+
+TEST(Sources, say_nothing_of_one_system_where_both_are_served) {
+  EXPECT_THAT(strayWordsOfMacos(project / "src"), IsEmpty());
 }
 
 TEST(Sources, stay_below_six_hundred_lines_a_file) {
