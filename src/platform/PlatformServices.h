@@ -1,6 +1,6 @@
-// What an operating system does for the program by objects, each made when it is asked for. There
-// is one implementation for each system, in the folder of that system; CMake links one of them, and
-// app/main hands it to the program.
+// The operating system's services that are objects, each created on request. Each system has one
+// implementation, in its own folder; CMake links one of them, and app/main passes it to the
+// program.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@
 
 namespace tessaly {
 
-// Safe from any thread. All of it is for the user that this process runs as.
+// Safe from any thread. All services are for the user of this process.
 class PlatformServices {
  public:
   virtual ~PlatformServices() = default;
@@ -20,10 +20,10 @@ class PlatformServices {
   virtual std::unique_ptr<TrashMover> makeTrashMover() const = 0;
   virtual std::unique_ptr<TrashCan> makeTrashCan() const = 0;
   virtual std::unique_ptr<MountedVolumes> makeMountedVolumes() const = 0;  // of this machine
-  virtual std::unique_ptr<LoginItem> makeLoginItem() const = 0;  // of the program that runs
+  virtual std::unique_ptr<LoginItem> makeLoginItem() const = 0;            // of the running program
 };
 
-// Those of the system that the program is built for.
+// The services of the system that the program is built for.
 const PlatformServices& platformServices();
 
 }  // namespace tessaly

@@ -22,8 +22,8 @@ class Workspace {
   // Opens the settings page with this `url`; false if there is no such page.
   virtual bool openSettings(const std::string& url) = 0;
 
-  // For a program that is about to end: from now on nothing is opened any more, not in the place of
-  // a file viewer that does not answer either.
+  // For a program that is about to end: from now on nothing is opened, not even the fallback for a
+  // file viewer that does not answer.
   virtual void close() {}
 };
 
