@@ -155,7 +155,7 @@ TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the
   pullByFinger(view(), middle, {0, -100});
   EXPECT_GT(read("volumeList", "contentY").toDouble(), 20);
   EXPECT_TRUE(shows("volumeList"));
-  EXPECT_EQ(session().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
 TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {

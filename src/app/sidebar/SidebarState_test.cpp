@@ -60,7 +60,7 @@ TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
 
 TEST_F(SidebarStateTest, names_the_file_system_of_the_disk_where_that_is_known) {
   volume_ = DiskUsage{.total = 4LL << 30U, .fileSystem = "btrfs"};
-  session().refreshDisk();
+  session().machine().refreshDisk();
   EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB BTRFS"));
 }
 
