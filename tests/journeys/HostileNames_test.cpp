@@ -101,6 +101,11 @@ class HostileNames : public Journey {
     const QMetaObject* const meta = object->metaObject();
     for (int i = 0; i < meta->propertyCount(); ++i) {
       const QMetaProperty property = meta->property(i);
+      if (property.metaType().flags().testFlag(QMetaType::PointerToQObject)) {
+        // A state has its models as members.
+        auto* const held = property.read(object).value<QObject*>();
+        if (const auto* const model = qobject_cast<QAbstractItemModel*>(held)) readModel(*model);
+      }
       if (property.metaType() != QMetaType::fromType<QString>()) continue;
       take(property.read(object).toString(), owner, QString::fromLatin1(property.name()));
     }

@@ -21,6 +21,18 @@
 #ifndef __APPLE__
 
 namespace tessaly {
+
+class StateWithModel : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(QStandardItemModel* rows READ rows CONSTANT)
+
+ public:
+  QStandardItemModel* rows() { return &rows_; }
+
+ private:
+  QStandardItemModel rows_;
+};
+
 namespace {
 
 using testing::Contains;
@@ -76,6 +88,12 @@ TEST(ShownTexts, are_found_in_rows_that_no_view_shows) {
   auto* const model = new QStandardItemModel(&owner);
   model->appendRow(new QStandardItem("Mac 9"));
   EXPECT_THAT(wordsOf(textsBelow(owner)), Contains("Mac 9"));
+}
+
+TEST(ShownTexts, are_found_in_models_that_a_state_has_as_members) {
+  StateWithModel state;
+  state.rows()->appendRow(new QStandardItem("Mac 10"));
+  EXPECT_THAT(wordsOf(textsBelow(state)), Contains("Mac 10"));
 }
 
 TEST(ShownTexts, of_the_desktop_are_found_in_all_that_it_was_handed) {
@@ -229,5 +247,7 @@ TEST_F(WordsOfTheWholeDisk, are_true_in_the_warning_of_a_full_disk) {
 
 }  // namespace
 }  // namespace tessaly
+
+#include "ScreenWords_test.moc"
 
 #endif

@@ -18,7 +18,7 @@ TEST_F(WindowStateTest, has_little_to_tell_at_first) {
   EXPECT_EQ(state_.pane(), WindowState::Map);
   EXPECT_FALSE(state_.showsBackButton());
   EXPECT_FALSE(state_.hasFocusedNode());
-  EXPECT_EQ(state_.volumeName(), QStringLiteral("Macintosh HD"));
+  EXPECT_EQ(state_.volumeName(), QStringLiteral("System Disk"));
 }
 
 TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
