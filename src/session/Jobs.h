@@ -54,7 +54,7 @@ class Jobs {
   // used on the worker's thread, what `take` captures on the main thread.
   template <class Work, class Take>
   Job start(Dispatch::Queue queue, Work work, Take take) {
-    const Job job = begin();
+    Job job = begin();
     dispatch_.async(queue, [&dispatch = dispatch_, job, work = std::move(work),
                             take = std::move(take)]() mutable {
       dispatch.async(Dispatch::Queue::main,

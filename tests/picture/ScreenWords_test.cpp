@@ -131,14 +131,14 @@ INSTANTIATE_TEST_SUITE_P(Screens, ScreenWords, testing::ValuesIn(allNames()),
 
 DiskNode wholeDisk() {
   const auto folder = [](const std::string& name, const std::string& path, std::int64_t size,
-                         std::vector<DiskNode> children) {
+                         const std::vector<DiskNode>& children) {
     DiskNode::Fields fields;
     fields.name = name;
     fields.path = path;
     fields.size = size;
     fields.isDir = true;
     fields.kind = FileKind::folder;
-    return DiskNode(fields, std::move(children));
+    return DiskNode(fields, children);
   };
   DiskNode::Fields film;
   film.name = "film.mkv";
