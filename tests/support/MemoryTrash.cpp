@@ -55,7 +55,7 @@ Result<ItemInTrash> MemoryTrash::moveToTrash(const std::string& path) {
   if (const auto refusal = refused_.find(item); refusal != refused_.end()) {
     return SystemError::fromErrno(refusal->second, path);
   }
-  const std::string wanted = std::string(trash) + "/" + item.substr(item.rfind('/') + 1);
+  const std::string wanted = std::string(trash) + item.substr(item.rfind('/'));
   std::string place = wanted;
   for (int number = 2; has(place); ++number) place = wanted + "." + std::to_string(number);
   makeFoldersAbove(place);
