@@ -9,14 +9,13 @@ RoundedPanel {
 
     required property TooltipState tip
 
-    // The text of the path, cut in its middle to what three lines hold. A line ends up to a character
-    // short of the width.
-    TextMetrics {
+    // The path, cut in its middle to what fits three lines. A line ends up to a character short of the
+    // width.
+    MiddleElision {
         id: shortPath
         font: path.font
         text: panel.tip.path
-        elide: Qt.ElideMiddle
-        elideWidth: 3 * (path.width - path.font.pixelSize)
+        room: 3 * (path.width - path.font.pixelSize)
     }
 
     Binding {
@@ -96,7 +95,7 @@ RoundedPanel {
             id: path
             objectName: "tooltipPath"
             width: parent.width
-            text: shortPath.elidedText
+            text: shortPath.shortened
             textFormat: Text.PlainText
             wrapMode: Text.WrapAnywhere
             elide: Text.ElideRight
