@@ -13,6 +13,8 @@ T.Popup {
     // For assistive tools.
     property alias name: rows.name
     property alias minimumWidth: rows.minimumWidth
+    // Longer texts are elided.
+    property alias maximumWidth: rows.maximumWidth
     // What had the keyboard before the menu opened, and whether it showed so. Still known when a row
     // is triggered.
     property Item previousFocus: null

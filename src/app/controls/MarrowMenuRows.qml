@@ -11,6 +11,7 @@ FocusScope {
     default property alias entries: column.data
     property string name: ""
     property real minimumWidth: 0
+    property real maximumWidth: Infinity
 
     signal chosen(Item row)
     signal closeAsked
@@ -108,7 +109,7 @@ FocusScope {
         let width = minimumWidth
         for (const child of Array.from(column.children))
             width = Math.max(width, child.implicitWidth)
-        return width
+        return Math.min(width, maximumWidth)
     }
 
     implicitWidth: widest()

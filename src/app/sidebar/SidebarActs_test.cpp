@@ -112,12 +112,12 @@ TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
   mount({"/", "Backup", "Films"});
   show();
   click("volumeMenu");
-  EXPECT_EQ(labels("volumeList", "volumeLabel"), (QStringList{"System Disk", "Backup", "Films"}));
+  EXPECT_EQ(labels("menuRows", "menuLabel"), (QStringList{"System Disk", "Backup", "Films"}));
   keepPicture("sidebar-volumes");
   click(all("volume")[2]);
   EXPECT_EQ(session().run().scanRoot(), "/media/Films");
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
-  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_FALSE(shows("menuRows"));
 }
 
 TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
@@ -125,18 +125,18 @@ TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
   show();
   click("volumeMenu");
   click("volumeMenu");
-  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_FALSE(shows("menuRows"));
   click("volumeMenu");
-  EXPECT_TRUE(shows("volumeList"));
+  EXPECT_TRUE(shows("menuRows"));
   click("rescanVolume");
-  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_FALSE(shows("menuRows"));
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
   click("volumeMenu");
-  EXPECT_TRUE(shows("volumeList"));
+  EXPECT_TRUE(shows("menuRows"));
   mount({"/"});
   settle();
   EXPECT_FALSE(shows("volumeMenu"));
-  EXPECT_FALSE(shows("volumeList"));
+  EXPECT_FALSE(shows("menuRows"));
 }
 
 TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the_mouse) {
@@ -145,16 +145,16 @@ TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the
   mount(names);
   show();
   click("volumeMenu");
-  const QPoint middle = rectOf(find("volumeList")).center().toPoint();
+  const QPoint middle = rectOf(find("menuPlace")).center().toPoint();
   pullByMouse(view(), middle, {0, -100});
-  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 0);
+  EXPECT_EQ(read("menuPlace", "contentY").toDouble(), 0);
   turnWheel(view(), middle, {0, -120});
-  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 60);
+  EXPECT_EQ(read("menuPlace", "contentY").toDouble(), 60);
   turnWheel(view(), middle, {0, 1200});
-  EXPECT_EQ(read("volumeList", "contentY").toDouble(), 0);
+  EXPECT_EQ(read("menuPlace", "contentY").toDouble(), 0);
   pullByFinger(view(), middle, {0, -100});
-  EXPECT_GT(read("volumeList", "contentY").toDouble(), 20);
-  EXPECT_TRUE(shows("volumeList"));
+  EXPECT_GT(read("menuPlace", "contentY").toDouble(), 20);
+  EXPECT_TRUE(shows("menuRows"));
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
@@ -165,7 +165,7 @@ TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {
   hover(below);
   ASSERT_TRUE(below->property("hovered").toBool());
   click("volumeMenu");
-  ASSERT_TRUE(shows("volumeList"));
+  ASSERT_TRUE(shows("menuRows"));
   hover(below);
   EXPECT_FALSE(below->property("hovered").toBool());
 }
@@ -462,7 +462,7 @@ TEST_F(Sidebar, elides_long_names_everywhere) {
   show(1000);
   click("volumeMenu");
   for (QQuickItem* item : {in(find("pinned"), "label"), in(find("recents"), "label"),
-                           find("excludeName"), find("volumeName"), all("volumeLabel")[1]}) {
+                           find("excludeName"), find("volumeName"), all("menuLabel")[1]}) {
     EXPECT_TRUE(item->property("truncated").toBool());
     EXPECT_LE(rectOf(item).right(), 260);
   }

@@ -1,8 +1,8 @@
-// The button that lists the volumes, and the list: arrows go through it, Return scans, Escape leaves.
-// With one volume there is nothing to choose from, and no button.
+// The button that opens the menu of the mounted volumes; choosing one scans it. With one volume there
+// is nothing to choose from, and no button.
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Controls
+import Tessaly.Model
 import Tessaly.Sidebar
 
 MarrowButton {
@@ -17,10 +17,10 @@ MarrowButton {
     symbolSize: 10
     symbolColor: Theme.muted
     focusRadius: 4
-    onClicked: popup.open()
+    onClicked: menu.openAt(control.width - menu.width, control.height + 4, control.visualFocus)
     onVisibleChanged: {
         if (!visible)
-            popup.close()
+            menu.close()
     }
 
     Accessible.name: "Volumes"
@@ -31,109 +31,27 @@ MarrowButton {
         color: Qt.rgba(1, 1, 1, 0.06)
     }
 
-    T.Popup {
-        id: popup
+    MarrowMenu {
+        id: menu
 
-        property bool openedByKey: false
+        name: "Volumes"
+        // As wide as the sidebar allows, whatever the volumes are called.
+        minimumWidth: 196
+        maximumWidth: 196
 
-        objectName: "volumePopup"
-        x: control.width - width
-        y: control.height + 4
-        width: 204
-        height: Math.min(list.contentHeight + 8, 308)
-        padding: 4
-        margins: 8
-        focus: true
-        // A press elsewhere puts the list away and does nothing else; what lies there is not pointed at.
-        modal: true
-        closePolicy: T.Popup.CloseOnPressOutside
-        onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
-        // The keyboard goes back to the button, unless it has gone somewhere else.
-        onClosed: {
-            const now = control.Window.activeFocusItem
-            if (now === null || now.parent === null)
-                control.forceActiveFocus(openedByKey ? Qt.TabFocusReason : Qt.PopupFocusReason)
-        }
-        onAboutToShow: {
-            openedByKey = control.visualFocus
-            list.currentIndex = 0
-            list.positionViewAtBeginning()
-        }
-
-        background: RoundedPanel {
-            radius: 8
-            color: Theme.bg3
-            outlineColor: Qt.rgba(1, 1, 1, 0.14)
-            outlineWidth: 1
-            shadowColor: Qt.rgba(0, 0, 0, 0.6)
-            shadowRadius: 12
-            shadowOffset: 4
-        }
-
-        // qmllint disable deferred-property-id
-        contentItem: ListView {
-            id: list
-            // qmllint enable deferred-property-id
-
-            function choose() {
-                const row = currentItem as VolumeMenuRow
-                if (row === null)
-                    return
-                popup.close()
-                control.actions.scanPath(row.path)
-            }
-
-            objectName: "volumeList"
-            clip: true
+        Repeater {
             model: control.actions.volumes
-            boundsBehavior: Flickable.StopAtBounds
-            // The mouse pulls nothing here; it has the wheel.
-            interactive: LastPress.byFinger
-            keyNavigationEnabled: true
-            highlightMoveDuration: 0
-            keyNavigationWraps: true
+
             // qmllint disable unqualified
-            delegate: VolumeMenuRow {
-                menu: list
-                onChosen: {
-                    list.currentIndex = index
-                    list.choose()
-                }
+            delegate: MarrowMenuItem {
+                required property string name
+                required property pathHandle path
+
+                objectName: "volume"
+                text: name
+                onTriggered: control.actions.scanPath(path)
             }
             // qmllint enable unqualified
-
-            Accessible.role: Accessible.PopupMenu
-            Accessible.name: "Volumes"
-
-            Keys.onEscapePressed: popup.close()
-            Keys.onReturnPressed: list.choose()
-            Keys.onEnterPressed: list.choose()
-            Keys.onSpacePressed: list.choose()
-            Keys.onPressed: event => {
-                event.accepted = true
-                if (event.key === Qt.Key_Home)
-                    list.currentIndex = 0
-                else if (event.key === Qt.Key_End)
-                    list.currentIndex = list.count - 1
-                else
-                    // The keyboard stays in the list as long as it is open.
-                    event.accepted = event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab
-            }
-
-            WheelScroll {
-                view: list
-            }
-
-            T.ScrollBar.vertical: T.ScrollBar {
-                implicitWidth: 6
-                visible: size < 1
-
-                contentItem: Rectangle {
-                    implicitWidth: 6
-                    radius: 3
-                    color: Qt.rgba(1, 1, 1, 0.2)
-                }
-            }
         }
     }
 }
