@@ -1,6 +1,6 @@
-// What lies over others and, while it is modal, takes the pointer and the keyboard from them: Tab
-// stays inside, no key gets through, and the keyboard goes back to where it was once this is gone. The
-// first control inside has it first.
+// The layer of everything that lies over others. While it is modal it dims them and takes the pointer
+// and the keyboard from them: Tab stays inside, no key gets through, and the keyboard goes back to where
+// it was once this is gone.
 import QtQuick
 import QtQuick.Templates as T
 
@@ -11,10 +11,14 @@ FocusScope {
     property bool isModal: true
     // Something else that is modal lies over this: the keyboard is to be had only once that has gone.
     property bool covered: false
+    // The opacity of the black over what lies below.
+    property real dimming: 0
+    // The control that has the keyboard first; the first one inside if this is null.
+    property Item firstControl: null
     default property alias content: place.data
 
-    // The user has clicked where nothing of the content is.
-    signal clickedBeside
+    // Escape was pressed, or a click was beside the content.
+    signal dismissed
 
     // What had the keyboard before, and whether it showed so.
     property Item previousFocus: null
@@ -46,7 +50,22 @@ FocusScope {
         const control = previousFocus as T.Control
         previousFocusShown = control !== null && control.visualFocus
         forceActiveFocus(reason)
-        enter(first, true, reason)
+        enterByDefault()
+    }
+
+    function enterByDefault() {
+        if (firstControl !== null)
+            firstControl.forceActiveFocus(reason)
+        else
+            enter(first, true, reason)
+    }
+
+    // From the control that has the keyboard to the one after or before it, as Tab does.
+    function step(forward: bool) {
+        const here = activeFocus ? Window.activeFocusItem : null
+        const next = here !== null ? here.nextItemInFocusChain(forward) : null
+        if (next !== null)
+            next.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason)
     }
 
     // Tab has come to it from outside.
@@ -79,17 +98,25 @@ FocusScope {
     // Made before its window, it finds no control to begin with until it is in there.
     onActiveFocusChanged: {
         if (hasKeyboard && Window.activeFocusItem === shield)
-            enter(first, true, reason)
+            enterByDefault()
     }
 
+    Keys.onEscapePressed: shield.dismissed()
     Keys.onPressed: event => event.accepted = shield.isModal
+
+    Rectangle {
+        objectName: "dim"
+        anchors.fill: parent
+        visible: shield.isModal && shield.dimming > 0
+        color: Qt.rgba(0, 0, 0, shield.dimming)
+    }
 
     MouseArea {
         anchors.fill: parent
         enabled: shield.isModal
         acceptedButtons: Qt.AllButtons
         hoverEnabled: true
-        onClicked: shield.clickedBeside()
+        onClicked: shield.dismissed()
         onWheel: {}
     }
 

@@ -9,47 +9,25 @@ InputShield {
 
     required property string title
     property bool isCard: false
-    property color surfaceColor: isCard ? Theme.bg2 : Theme.bg
     default property alias body: bodyPlace.data
 
     // The user wants none of it any more.
     signal closed
 
     isModal: isCard
-    onClickedBeside: frame.closed()
+    dimming: 0.35
+    onDismissed: frame.closed()
 
     Accessible.role: isCard ? Accessible.Dialog : Accessible.Pane
     Accessible.name: title
 
-    Keys.onEscapePressed: frame.closed()
-
-    Rectangle {
-        objectName: "dim"
-        anchors.fill: parent
-        visible: frame.isCard
-        color: Qt.rgba(0, 0, 0, 0.35)
-    }
-
-    RoundedPanel {
+    PanelGround {
         objectName: "surface"
         x: frame.isCard ? Math.round((frame.width - width) / 2) : 0
         y: frame.isCard ? Math.round((frame.height - height) / 2) : 0
         width: frame.isCard ? Math.min(560, frame.width) : frame.width
         height: frame.isCard ? Math.min(420, frame.height) : frame.height
-        radius: frame.isCard ? 12 : 0
-        color: frame.surfaceColor
-        outlineColor: Qt.rgba(1, 1, 1, frame.isCard ? 0.14 : 0)
-        outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, frame.isCard ? 0.6 : 0)
-        shadowRadius: 18
-        shadowOffset: 8
-
-        // What is on the card is not beside it.
-        MouseArea {
-            anchors.fill: parent
-            enabled: frame.isCard
-            acceptedButtons: Qt.AllButtons
-        }
+        isRaised: frame.isCard
 
         Text {
             objectName: "title"

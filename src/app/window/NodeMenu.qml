@@ -2,9 +2,10 @@
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
+import Tessaly.Overlays
 import Tessaly.Window
 
-ModalLayer {
+QuestionPanel {
     id: menu
 
     required property NodeMenuState question
@@ -19,13 +20,12 @@ ModalLayer {
     panelWidth: 260
     shown: menu.question.shown
     onDismissed: menu.question.dismiss()
-    onShownChanged: {
-        if (shown)
-            reveal.forceActiveFocus(reason)
-    }
 
     Accessible.role: Accessible.PopupMenu
     Accessible.name: title.text
+
+    Keys.onUpPressed: menu.step(false)
+    Keys.onDownPressed: menu.step(true)
 
     Column {
         x: 16
@@ -51,96 +51,69 @@ ModalLayer {
             font.weight: Font.Bold
         }
 
-        NodeMenuButton {
-            id: reveal
-
+        MarrowSecondaryButton {
             objectName: "menuReveal"
+            width: parent.width
             text: Wording.reveal
-            above: cancel
-            below: open
             onClicked: menu.answer(node => menu.actions.reveal(node))
         }
 
-        NodeMenuButton {
-            id: open
-
+        MarrowSecondaryButton {
             objectName: "menuOpen"
+            width: parent.width
             text: "Open"
-            above: reveal
-            below: look
             onClicked: menu.answer(node => menu.actions.open(node))
         }
 
-        NodeMenuButton {
-            id: look
-
+        MarrowSecondaryButton {
             objectName: "menuQuickLook"
+            width: parent.width
             text: "Quick Look"
-            above: open
-            below: copy
             onClicked: menu.answer(node => menu.actions.quickLook(node))
         }
 
-        NodeMenuButton {
-            id: copy
-
+        MarrowSecondaryButton {
             objectName: "menuCopyPath"
+            width: parent.width
             text: "Copy Path"
-            above: look
-            below: terminal
             onClicked: menu.answer(node => menu.actions.copyPath(node))
         }
 
-        NodeMenuButton {
-            id: terminal
-
+        MarrowSecondaryButton {
             objectName: "menuTerminal"
+            width: parent.width
             text: "Open in Terminal"
-            above: copy
-            below: editor
             onClicked: menu.answer(node => menu.actions.openTerminal(node))
         }
 
-        NodeMenuButton {
-            id: editor
-
+        MarrowSecondaryButton {
             objectName: "menuEditor"
+            width: parent.width
             text: "Open in Editor"
-            above: terminal
-            below: queue
             onClicked: menu.answer(node => menu.actions.openInEditor(node))
         }
 
-        NodeMenuButton {
-            id: queue
-
+        MarrowSecondaryButton {
             objectName: "menuQueue"
+            width: parent.width
             text: "Add to Cleanup Queue"
-            above: editor
-            below: trash
             onClicked: menu.answer(node => menu.question.addToQueue(node))
         }
 
-        NodeMenuButton {
-            id: trash
-
+        MarrowSecondaryButton {
             objectName: "menuTrash"
+            width: parent.width
             text: "Move to Trash"
             labelColor: Theme.error
-            above: queue
-            below: cancel
             // Puts the question away by itself.
             onClicked: menu.question.trash(menu.question.node)
         }
 
-        NodeMenuButton {
-            id: cancel
-
+        MarrowSecondaryButton {
             objectName: "menuCancel"
+            width: parent.width
             text: "Cancel"
             labelWeight: Font.DemiBold
-            above: trash
-            below: reveal
             onClicked: menu.question.dismiss()
         }
     }

@@ -2,20 +2,19 @@
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
+import Tessaly.Overlays
 import Tessaly.Window
 
-ModalLayer {
+QuestionPanel {
     id: alert
 
     required property ProtectedLocationState warning
     required property ScanSession session
 
+    panelWidth: 380
     shown: alert.warning.shown
+    firstControl: cancel
     onDismissed: alert.session.removal.dismissWarning()
-    onShownChanged: {
-        if (shown)
-            cancel.forceActiveFocus(reason)
-    }
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: title.text
@@ -68,15 +67,11 @@ ModalLayer {
             spacing: 10
 
             MarrowSecondaryButton {
-                id: overrule
-
                 objectName: "overrule"
                 width: 160
                 height: 32
                 text: "Move to Trash"
                 labelColor: Theme.error
-                KeyNavigation.tab: cancel
-                KeyNavigation.backtab: cancel
                 onClicked: alert.session.overruleWarning()
             }
 
@@ -87,8 +82,6 @@ ModalLayer {
                 width: 160
                 height: 32
                 text: "Cancel"
-                KeyNavigation.tab: overrule
-                KeyNavigation.backtab: overrule
                 onClicked: alert.session.removal.dismissWarning()
             }
         }
