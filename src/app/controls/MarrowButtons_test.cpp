@@ -87,6 +87,23 @@ TEST(MarrowSecondaryButton, fades_while_pressed) {
   expectProperties(scene, {{"", "opacity", 1}});
 }
 
+TEST(MarrowActionButton, changes_between_its_two_looks_with_what_it_is_for) {
+  const ControlScene scene("MarrowActionButton { text: \"Relaunch\"; isPrimary: false }");
+  expectPadding(scene, 12, 7);
+  scene.control()->setProperty("isPrimary", true);
+  expectProperties(scene, {{"label", "font.pixelSize", 13},
+                           {"label", "font.weight", QFont::DemiBold},
+                           {"background", "endColor", "#0056b3 at 1.00"},
+                           {"background", "shadowColor", "#007aff at 0.35"}});
+  expectPadding(scene, 14, 8);
+  scene.control()->setProperty("isPrimary", false);
+  expectProperties(scene, {{"background", "color", "#232530 at 1.00"},
+                           {"background", "endColor", "#232530 at 1.00"},
+                           {"background", "outlineColor", "#ffffff at 0.09"},
+                           {"background", "shadowColor", "#000000 at 0.00"}});
+  expectPadding(scene, 12, 7);
+}
+
 TEST(MarrowCard, puts_its_content_on_a_raised_surface) {
   ControlScene scene(
       "MarrowCard { radius: 12; strokeOpacity: 0.07; padding: 10\n"

@@ -1,0 +1,33 @@
+// A button with a filled surface. It is primary while it does the thing to do next, and this may change
+// while it is shown; its padding then changes too, unless it is given a size.
+import QtQuick
+import Tessaly.Controls
+
+MarrowButton {
+    id: control
+
+    required property bool isPrimary
+
+    labelSize: isPrimary ? 13 : 12
+    labelWeight: isPrimary ? Font.DemiBold : Font.Medium
+    labelColor: Theme.ink
+    leftPadding: isPrimary ? 14 : 12
+    rightPadding: leftPadding
+    topPadding: isPrimary ? 8 : 7
+    bottomPadding: topPadding
+    opacity: pressed || (isPrimary && !enabled) ? 0.75 : 1
+    focusRadius: 8
+
+    background: RoundedPanel {
+        objectName: "background"
+        radius: 8
+        color: control.isPrimary ? Theme.accent : Theme.bg3
+        endColor: control.isPrimary ? Theme.accentDeep : Theme.bg3
+        outlineColor: Qt.rgba(1, 1, 1, control.isPrimary ? 0.18 : 0.09)
+        outlineWidth: 1
+        shadowColor: control.isPrimary ? Qt.alpha(Theme.accent, control.pressed ? 0.15 : 0.35)
+                                       : "transparent"
+        shadowRadius: 6
+        shadowOffset: 2
+    }
+}
