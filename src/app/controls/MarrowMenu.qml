@@ -78,8 +78,7 @@ T.Popup {
 
         objectName: "menuRows"
         onCloseAsked: menu.close()
-        onChosen: item => {
-            const row = item as MarrowMenuItem
+        onChosen: row => {
             menu.close()
             row.triggered()
         }

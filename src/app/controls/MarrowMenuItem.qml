@@ -1,25 +1,15 @@
-// A row of a menu: what it does, and the keys that do it too. The menu around it says when it is
-// chosen, having closed before.
+// A row of a menu: what it does, and the keys that do it too. It is triggered after its menu has closed.
 import QtQuick
 import Tessaly.Controls
 
-Item {
+MenuRow {
     id: row
 
-    required property string text
     // The keys as a person reads them; empty for none.
     property string shortcut: ""
     // Takes something away for good, or nearly so.
     property bool destructive: false
     readonly property bool highlighted: focus && enabled
-    // Its menu listens to it.
-    property bool adopted: false
-
-    // It was chosen, and the menu is gone.
-    signal triggered
-    // For the menu: the pointer or an assistive tool has chosen it, or the pointer is on it.
-    signal picked
-    signal pointed
 
     implicitWidth: Math.ceil(label.implicitWidth + (shortcut !== "" ? keys.implicitWidth + 24 : 0)) + 16
     implicitHeight: 26
@@ -30,10 +20,7 @@ Item {
     Accessible.description: shortcut
     Accessible.focusable: enabled
     Accessible.focused: activeFocus
-    Accessible.onPressAction: {
-        if (row.enabled)
-            row.picked()
-    }
+    Accessible.onPressAction: row.pick()
 
     RoundedPanel {
         objectName: "menuFill"
@@ -80,7 +67,7 @@ Item {
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true
-        onEntered: row.pointed()
-        onClicked: row.picked()
+        onEntered: row.forceActiveFocus(Qt.OtherFocusReason)
+        onClicked: row.pick()
     }
 }

@@ -297,6 +297,13 @@ TEST_F(MarrowMenu, scrolls_to_a_row_where_the_window_is_too_low) {
   }
 }
 
+TEST_F(MarrowMenu, begins_with_its_first_row_in_sight_where_the_window_is_too_low) {
+  scene_.control()->setProperty("more", 20);
+  open();
+  EXPECT_EQ(highlighted(), "Archive");
+  EXPECT_EQ(rows()->findChild<QQuickItem*>("menuPlace")->property("contentY"), 0);
+}
+
 TEST_F(MarrowMenu, is_scrolled_by_wheel_and_finger_and_not_pulled_by_the_mouse) {
   scene_.control()->setProperty("more", 20);
   open();
