@@ -186,7 +186,7 @@ Application::Application(const Services& services) {
       MenuCommands::Services{.session = *session_, .actions = *nodeActions_, .quit = quit});
 
   viewStates_ = std::make_unique<ViewStates>(*session_, *access_);
-  windowState_ = std::make_unique<WindowState>(*session_);
+  windowState_ = std::make_unique<WindowState>(*session_, *access_);
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
        {QStringLiteral("states"), QVariant::fromValue(viewStates_.get())},

@@ -36,7 +36,8 @@ class BreadcrumbModelTest : public SessionFixture {
 
   BreadcrumbModel model_{session().navigation()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
-  WindowState bars_{session()};
+  AccessController access_{settings_, [] { return true; }};
+  WindowState bars_{session(), access_};
 };
 
 TEST_F(BreadcrumbModelTest, follows_the_way_down) {

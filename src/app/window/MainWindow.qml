@@ -19,13 +19,6 @@ Window {
     required property AccessGateActions gateActions
     required property MenuCommands commands
 
-    // Something lies over the whole window, the search included.
-    readonly property bool isCovered: alert.shown || menu.shown || gate.shown || session.shown.aiOpen
-        || session.shown.ocrOpen || window.bars.settingsOpen
-    // While one of these is up, no command acts on what lies under it.
-    readonly property bool isClear: !isCovered && !session.shown.searchOpen
-    readonly property bool commandsAllowed: isClear && !commandMenu.visible
-
     function openMenu(byKeyboard: bool) {
         const button = titleBar.menuButton
         commandMenu.openAt(button.width - commandMenu.width, button.height + 4, byKeyboard)
@@ -119,7 +112,7 @@ Window {
                 session: window.session
                 actions: window.actions
                 bars: window.bars
-                covered: window.isCovered || commandMenu.visible
+                covered: window.bars.covered || window.bars.menuOpen
             }
         }
     }
@@ -217,27 +210,10 @@ Window {
         anchors.fill: parent
     }
 
-    // Puts away what lies over the map, one after the other; cards and questions do so themselves.
     Shortcut {
         sequence: "Escape"
-        enabled: window.commandsAllowed
-            && (window.bars.queueUnfolded || window.bars.pane !== WindowState.Map
-                || !window.bars.showsTreemap)
-        onActivated: {
-            if (window.bars.queueUnfolded)
-                window.bars.putQueueAway()
-            else if (window.bars.pane !== WindowState.Map)
-                window.bars.pane = WindowState.Map
-            else
-                window.bars.showTreemap()
-        }
-    }
-
-    // The search leaves the bars to the pointer, and the keyboard goes along with that.
-    Shortcut {
-        sequence: "Escape"
-        enabled: window.session.shown.searchOpen && !window.isCovered && !commandMenu.visible
-        onActivated: window.session.shown.searchOpen = false
+        enabled: window.bars.canPutAway
+        onActivated: window.bars.putAway()
     }
 
     // The search may be asked for from anywhere in the desktop.
@@ -254,8 +230,7 @@ Window {
     // Return presses that.
     Shortcut {
         sequence: "Space"
-        enabled: window.commandsAllowed && window.bars.pane === WindowState.Map
-            && window.bars.hasFocusedNode
+        enabled: window.bars.canPreview
         onActivated: window.actions.quickLook(window.bars.focusedNode)
     }
 
@@ -265,39 +240,40 @@ Window {
         objectName: "commandMenu"
         parent: titleBar.menuButton
         commands: window.commands
-        allowed: window.isClear
+        allowed: window.bars.clear
+        onVisibleChanged: window.bars.menuOpen = visible
         onSettingsAsked: window.bars.settingsOpen = true
         onCloseAsked: window.close()
     }
 
     CommandShortcuts {
         commands: window.commands
-        allowed: window.commandsAllowed
+        allowed: window.bars.takesCommands
         focusItem: window.activeFocusItem
     }
 
     Shortcut {
         sequence: "F10"
-        enabled: window.commandsAllowed
+        enabled: window.bars.takesCommands
         onActivated: window.openMenu(true)
     }
 
     Shortcut {
         sequence: "Ctrl+,"
-        enabled: window.commandsAllowed
+        enabled: window.bars.takesCommands
         onActivated: window.bars.settingsOpen = true
     }
 
     // The window and the program end whatever lies over the map.
     Shortcut {
         sequence: "Ctrl+W"
-        enabled: !commandMenu.visible
+        enabled: !window.bars.menuOpen
         onActivated: window.close()
     }
 
     Shortcut {
         sequence: "Ctrl+Q"
-        enabled: !commandMenu.visible
+        enabled: !window.bars.menuOpen
         onActivated: window.commands.quit()
     }
 }

@@ -9,8 +9,8 @@ static_assert(static_cast<int>(MainPane::map) == WindowState::Map);
 static_assert(static_cast<int>(MainPane::apps) == WindowState::Apps);
 static_assert(static_cast<int>(MainPane::monitor) == WindowState::Monitor);
 
-WindowState::WindowState(ScanSession& session, QObject* parent)
-    : QObject(parent), session_(session) {
+WindowState::WindowState(ScanSession& session, const AccessController& access, QObject* parent)
+    : QObject(parent), session_(session), access_(access) {
   connect(&session_.navigation(), &Navigation::stackChanged, this, &WindowState::changed);
   connect(&session_.shown(), &Shown::paneChanged, this, &WindowState::changed);
   connect(&session_.shown(), &Shown::vizModeChanged, this, &WindowState::changed);
@@ -19,6 +19,15 @@ WindowState::WindowState(ScanSession& session, QObject* parent)
   connect(&session_.cleanupQueue(), &CleanupQueue::queueMinimizedChanged, this,
           &WindowState::changed);
   connect(&session_.selection(), &Selection::focusedChanged, this, &WindowState::focusedChanged);
+  connect(&session_.shown(), &Shown::searchOpenChanged, this, &WindowState::layersChanged);
+  connect(&session_.shown(), &Shown::aiOpenChanged, this, &WindowState::layersChanged);
+  connect(&session_.shown(), &Shown::ocrOpenChanged, this, &WindowState::layersChanged);
+  connect(&session_.shown(), &Shown::menuNodeChanged, this, &WindowState::layersChanged);
+  connect(&session_.removal(), &Removal::criticalWarningChanged, this, &WindowState::layersChanged);
+  connect(&access_, &AccessController::showGateChanged, this, &WindowState::layersChanged);
+  for (const auto signal :
+       {&WindowState::changed, &WindowState::focusedChanged, &WindowState::settingsOpenChanged})
+    connect(this, signal, this, &WindowState::layersChanged);
 }
 
 WindowState::Pane WindowState::pane() const {
@@ -27,14 +36,6 @@ WindowState::Pane WindowState::pane() const {
 
 void WindowState::setPane(Pane pane) {
   session_.shown().setPane(static_cast<MainPane>(pane));
-}
-
-bool WindowState::showsTreemap() const {
-  return session_.shown().vizMode() == VizMode::treemap;
-}
-
-void WindowState::showTreemap() {
-  session_.shown().setVizMode(VizMode::treemap);
 }
 
 bool WindowState::showsBackButton() const {
@@ -53,6 +54,7 @@ bool WindowState::isQueueUnfolded() const {
   return session_.cleanupQueue().queueOpen() && !session_.cleanupQueue().queueMinimized();
 }
 
+// Folds the panel to its header, from which it comes back; hides it where nothing waits in it.
 void WindowState::putQueueAway() {
   if (session_.cleanupQueue().queue().empty()) {
     session_.cleanupQueue().setQueueOpen(false);
@@ -65,6 +67,58 @@ void WindowState::setSettingsOpen(bool open) {
   if (open == settingsOpen_) return;
   settingsOpen_ = open;
   emit settingsOpenChanged();
+}
+
+void WindowState::setMenuOpen(bool open) {
+  if (open == menuOpen_) return;
+  menuOpen_ = open;
+  emit layersChanged();
+}
+
+bool WindowState::isCovered() const {
+  const Shown& shown = session_.shown();
+  return access_.showGate() || settingsOpen_ || shown.aiOpen() || shown.ocrOpen() ||
+         shown.menuNode().has_value() || session_.removal().criticalWarning().has_value();
+}
+
+bool WindowState::isClear() const {
+  return !isCovered() && !session_.shown().searchOpen();
+}
+
+bool WindowState::takesCommands() const {
+  return isClear() && !menuOpen_;
+}
+
+bool WindowState::canPreview() const {
+  return takesCommands() && pane() == Map && hasFocusedNode();
+}
+
+WindowState::Escape WindowState::escape() const {
+  if (isCovered() || menuOpen_) return Escape::nothing;
+  if (session_.shown().searchOpen()) return Escape::search;
+  if (isQueueUnfolded()) return Escape::queue;
+  if (pane() != Map) return Escape::pane;
+  if (session_.shown().vizMode() != VizMode::treemap) return Escape::list;
+  return Escape::nothing;
+}
+
+void WindowState::putAway() {
+  switch (escape()) {
+    case Escape::search:
+      session_.shown().setSearchOpen(false);
+      break;
+    case Escape::queue:
+      putQueueAway();
+      break;
+    case Escape::pane:
+      setPane(Map);
+      break;
+    case Escape::list:
+      session_.shown().setVizMode(VizMode::treemap);
+      break;
+    case Escape::nothing:
+      break;
+  }
 }
 
 bool WindowState::hasFocusedNode() const {
