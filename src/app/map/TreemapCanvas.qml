@@ -8,8 +8,6 @@ TreemapSurface {
     id: canvas
 
     required property NodeActions actions
-    // Its menu gives the keyboard back.
-    readonly property bool ownsKeyboard: activeFocus || tileMenu.visible
 
     objectName: "treemapCanvas"
     menuOpen: tileMenu.visible

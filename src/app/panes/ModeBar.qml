@@ -12,17 +12,15 @@ Rectangle {
     required property DiskMapState map
     required property ScanSession session
 
-    // How many acts stand at the end.
-    readonly property int acts: (bar.map.bar.selectedCount > 0 ? 3 : 0)
-        + (bar.map.bar.canPutBack ? 1 : 0)
-    property int actsBefore: 0
-
     implicitHeight: row.implicitHeight + 12
     color: Theme.bg2
-    onActsChanged: {
-        if (acts > actsBefore)
+
+    Connections {
+        target: bar.map.bar
+
+        function onActionsAdded() {
             scroller.showEnd()
-        actsBefore = acts
+        }
     }
 
     MarrowScrollRow {
@@ -79,7 +77,7 @@ Rectangle {
 
             ModePill {
                 objectName: "heatmap"
-                text: bar.session.shown.heatmap ? "Age Heatmap" : "Age"
+                text: bar.map.bar.heatmapText
                 active: bar.session.shown.heatmap
                 onClicked: bar.session.shown.heatmap = !bar.session.shown.heatmap
             }
@@ -87,7 +85,7 @@ Rectangle {
             ModePill {
                 objectName: "watch"
                 enabled: bar.map.bar.canWatch
-                text: bar.session.watch.watching ? "Watching" : "Watch"
+                text: bar.map.bar.watchText
                 active: bar.session.watch.watching
                 onClicked: bar.map.bar.toggleWatch()
             }
@@ -98,23 +96,23 @@ Rectangle {
 
             ModePill {
                 objectName: "queueSelection"
-                visible: bar.map.bar.selectedCount > 0
-                text: `Queue (${bar.map.bar.selectedCount})`
+                visible: bar.map.bar.hasSelection
+                text: bar.map.bar.queueText
                 active: false
                 onClicked: bar.session.queueSelected()
             }
 
             ModePill {
                 objectName: "zipSelection"
-                visible: bar.map.bar.selectedCount > 0
-                text: `Zip (${bar.map.bar.selectedCount})`
+                visible: bar.map.bar.hasSelection
+                text: bar.map.bar.zipText
                 active: false
                 onClicked: bar.map.bar.zipSelected()
             }
 
             ModePill {
                 objectName: "clearSelection"
-                visible: bar.map.bar.selectedCount > 0
+                visible: bar.map.bar.hasSelection
                 text: "Clear"
                 active: false
                 onClicked: bar.session.selection.clearSelection()

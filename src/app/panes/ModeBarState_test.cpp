@@ -18,16 +18,18 @@ TEST_F(ModeBarStateTest, offers_nothing_without_a_tree) {
   state_.toggleWatch();
   state_.zipSelected();
   EXPECT_FALSE(state_.canWatch());
-  EXPECT_EQ(state_.selectedCount(), 0);
+  EXPECT_FALSE(state_.hasSelection());
   EXPECT_FALSE(state_.canPutBack());
 }
 
 TEST_F(ModeBarStateTest, counts_what_is_selected) {
   const QSignalSpy changes(&state_, &ModeBarState::selectionChanged);
   session().selection().selectNodes({file("/a", 1), file("/b", 1)}, false);
-  EXPECT_EQ(state_.selectedCount(), 2);
+  EXPECT_TRUE(state_.hasSelection());
+  EXPECT_EQ(state_.queueText(), "Queue (2)");
+  EXPECT_EQ(state_.zipText(), "Zip (2)");
   session().selection().clearSelection();
-  EXPECT_EQ(state_.selectedCount(), 0);
+  EXPECT_FALSE(state_.hasSelection());
   EXPECT_EQ(changes.count(), 2);
 }
 
@@ -40,6 +42,40 @@ TEST_F(ModeBarStateTest, can_put_back_until_it_is_done) {
   session().undoTrash();
   EXPECT_FALSE(state_.canPutBack());
   EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(ModeBarStateTest, tells_of_actions_that_are_added_and_not_of_fewer_or_as_many) {
+  const QSignalSpy added(&state_, &ModeBarState::actionsAdded);
+  session().selection().selectNodes({file("/a", 1), file("/b", 1)}, false);
+  EXPECT_EQ(added.count(), 1);
+  session().selection().toggleSelect(file("/a", 1));
+  EXPECT_EQ(added.count(), 1);
+  machine_.trash.put("/data/film");
+  session().selection().setFocused(file("/data/film", 1));
+  session().trashFocused();
+  const auto actions = added.count();
+  EXPECT_TRUE(state_.canPutBack());
+  session().selection().clearSelection();
+  session().undoTrash();
+  EXPECT_EQ(added.count(), actions);
+  session().selection().selectNodes({file("/b", 1)}, false);
+  EXPECT_EQ(added.count(), actions + 1);
+}
+
+TEST_F(ModeBarStateTest, names_the_heat_map_and_the_watch_by_whether_they_are_on) {
+  scanTo(folder("/data", 1, {file("/data/film", 1)}));
+  const QSignalSpy heat(&state_, &ModeBarState::heatmapTextChanged);
+  const QSignalSpy watch(&state_, &ModeBarState::watchTextChanged);
+  EXPECT_EQ(state_.heatmapText(), "Age");
+  EXPECT_EQ(state_.watchText(), "Watch");
+  session().shown().setHeatmap(true);
+  state_.toggleWatch();
+  EXPECT_EQ(state_.heatmapText(), "Age Heatmap");
+  EXPECT_EQ(state_.watchText(), "Watching");
+  EXPECT_EQ(heat.count(), 1);
+  EXPECT_EQ(watch.count(), 1);
+  state_.toggleWatch();
+  EXPECT_EQ(state_.watchText(), "Watch");
 }
 
 TEST_F(ModeBarStateTest, can_watch_once_a_folder_is_on_screen) {

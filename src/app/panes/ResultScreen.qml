@@ -13,6 +13,13 @@ Item {
     required property NodeActions actions
     required property DiskMapState map
 
+    CanvasSwitch {
+        id: canvasSwitch
+
+        map: screen.map
+        canvas: treemap.item as TreemapSurface
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -41,7 +48,7 @@ Item {
             Layout.leftMargin: 10
             Layout.rightMargin: 10
             Layout.bottomMargin: 10
-            active: screen.map.showsTreemap
+            active: canvasSwitch.active
             visible: screen.map.showsTreemap
             // The names of this file reach into the component, though the linter cannot know.
             // qmllint disable unqualified
@@ -54,27 +61,6 @@ Item {
                 onMenu: node => screen.map.askAbout(node)
             }
             // qmllint enable unqualified
-
-            // Another folder is another canvas: what the old one knew of the pointer is gone,
-            // but the keyboard goes on where it was.
-            Connections {
-                target: screen.map
-
-                function onPlaceChanged() {
-                    const before = treemap.item as TreemapCanvas
-                    const hadFocus = before !== null && before.ownsKeyboard
-                    const wasOnTile = before !== null && before.hasKeyboard()
-                    treemap.active = false
-                    treemap.active = Qt.binding(() => screen.map.showsTreemap)
-                    const now = treemap.item as TreemapCanvas
-                    if (now === null || !hadFocus)
-                        return
-                    if (wasOnTile)
-                        now.takeKeyboard()
-                    else
-                        now.forceActiveFocus()
-                }
-            }
         }
 
         PlainFrame {
