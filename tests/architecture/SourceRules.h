@@ -29,6 +29,9 @@ std::vector<std::string> strayDecoders(const std::filesystem::path& src);
 // formats.
 std::vector<std::string> strayWordsOfMacos(const std::filesystem::path& src);
 
+// Colours that stand in a view as numbers or by a name of their own, not of Theme.
+std::vector<std::string> strayColors(const std::filesystem::path& src);
+
 // Source files below `folder` with more than `limit` lines.
 std::vector<std::string> overlongFiles(const std::filesystem::path& folder, int limit);
 

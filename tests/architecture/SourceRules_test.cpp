@@ -133,6 +133,20 @@ TEST_F(PlantedSources, text_of_one_system_is_found_in_sources_and_views) {
                           "session/B.cpp:1: \"Mac\": texts of one system stand in Wording"));
 }
 
+TEST_F(PlantedSources, colour_of_its_own_is_found_in_a_view) {
+  plant("app/window/A.qml",
+        "color: Theme.ink\ncolor: Qt.alpha(Theme.ink, 0.1)\n"
+        "tint: lit ? Theme.ink : \"transparent\"\n// color: \"white\"\n"
+        "color: Theme.ink; text: \"white\"\n");
+  plant("app/window/B.qml",
+        "color: Qt.rgba(1, 1, 1, 0.1)\nfrom: \"#007AFF\"\nlabelColor: lit ? \"white\" : tint\n");
+  plant("app/window/C.cpp", "color = \"#007AFF\";\n");
+  EXPECT_THAT(strayColors(src_),
+              ElementsAre("app/window/B.qml:1: views take their colours from Theme",
+                          "app/window/B.qml:2: views take their colours from Theme",
+                          "app/window/B.qml:3: views take their colours from Theme"));
+}
+
 TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
@@ -159,6 +173,10 @@ TEST(Sources, decode_foreign_files_in_their_own_program_alone) {
 
 TEST(Sources, say_nothing_of_one_system_where_both_are_served) {
   EXPECT_THAT(strayWordsOfMacos(project / "src"), IsEmpty());
+}
+
+TEST(Sources, take_the_colours_of_views_from_the_theme) {
+  EXPECT_THAT(strayColors(project / "src"), IsEmpty());
 }
 
 TEST(Sources, stay_below_six_hundred_lines_a_file) {

@@ -23,7 +23,7 @@ MarrowButton {
         radius: 8
         color: control.isPrimary ? Theme.accent : Theme.bg3
         endColor: control.isPrimary ? Theme.accentDeep : Theme.bg3
-        outlineColor: Qt.rgba(1, 1, 1, control.isPrimary ? 0.18 : 0.09)
+        outlineColor: control.isPrimary ? Theme.primaryOutline : Theme.secondaryOutline
         outlineWidth: 1
         shadowColor: control.isPrimary ? Qt.alpha(Theme.accent, control.pressed ? 0.15 : 0.35)
                                        : "transparent"

@@ -19,9 +19,9 @@ T.Control {
         objectName: "background"
         radius: card.radius
         color: Theme.bg2
-        outlineColor: Qt.rgba(1, 1, 1, card.strokeOpacity)
+        outlineColor: Qt.alpha(Theme.ink, card.strokeOpacity)
         outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, 0.35)
+        shadowColor: Theme.cardShadow
         shadowRadius: 8
         shadowOffset: 3
     }

@@ -64,9 +64,9 @@ T.Popup {
         objectName: "menuGround"
         radius: 8
         color: Theme.bg3
-        outlineColor: Qt.rgba(1, 1, 1, 0.14)
+        outlineColor: Theme.panelOutline
         outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, 0.6)
+        shadowColor: Theme.panelShadow
         shadowRadius: 12
         shadowOffset: 4
     }

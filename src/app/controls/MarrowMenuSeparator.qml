@@ -1,5 +1,6 @@
 // The line between two groups of a menu.
 import QtQuick
+import Tessaly.Controls
 
 Item {
     implicitHeight: 9
@@ -13,6 +14,6 @@ Item {
         y: 4
         width: parent.width - 16
         height: 1
-        color: Qt.rgba(1, 1, 1, 0.08)
+        color: Theme.separator
     }
 }

@@ -24,8 +24,8 @@ MarrowButton {
     background: RoundedPanel {
         objectName: "background"
         radius: control.height / 2
-        color: control.active ? Qt.alpha(control.tint, 0.18) : Qt.rgba(1, 1, 1, 0.04)
-        outlineColor: control.active ? Qt.alpha(control.tint, 0.45) : Qt.rgba(1, 1, 1, 0.08)
+        color: control.active ? Qt.alpha(control.tint, 0.18) : Theme.softFill
+        outlineColor: control.active ? Qt.alpha(control.tint, 0.45) : Theme.controlOutline
         outlineWidth: 1
     }
 }

@@ -30,9 +30,9 @@ T.ToolTip {
     background: RoundedPanel {
         radius: 6
         color: Theme.bg2
-        outlineColor: Qt.rgba(1, 1, 1, 0.14)
+        outlineColor: Theme.panelOutline
         outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, 0.5)
+        shadowColor: Theme.floatShadow
         shadowRadius: 6
         shadowOffset: 2
     }

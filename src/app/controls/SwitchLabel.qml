@@ -53,7 +53,7 @@ Item {
         width: 26
         height: 15
         radius: height / 2
-        color: row.on ? Theme.accent : Qt.rgba(1, 1, 1, 0.14)
+        color: row.on ? Theme.accent : Theme.switchTrack
 
         RoundedPanel {
             objectName: "knob"
@@ -62,7 +62,7 @@ Item {
             width: 11
             height: 11
             radius: height / 2
-            color: "white"
+            color: Theme.ink
         }
     }
 }

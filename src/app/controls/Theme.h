@@ -1,5 +1,6 @@
-// The palette and the font families as views see them: `Theme.accent`, `Theme.monoFamily`. All of
-// it is constant for the life of the program. For a fainter shade use Qt.alpha(Theme.ink, 0.08).
+// The palette, the colours by their role and the font families as views see them: `Theme.accent`,
+// `Theme.hairline`, `Theme.monoFamily`. All of it is constant for the life of the program. Views
+// have no other colours; a fainter shade of one is Qt.alpha(Theme.accent, 0.18).
 #pragma once
 
 #include <QColor>
@@ -40,6 +41,44 @@ class Theme : public QObject {
   Q_PROPERTY(QList<QColor> folderPalette READ folderPalette CONSTANT)
   // The end of the primary button's gradient, which starts at the accent.
   Q_PROPERTY(QColor accentDeep READ accentDeep CONSTANT)
+  // The end of the gradient of the emblem and of the ring of a scan, which starts at the accent.
+  Q_PROPERTY(QColor indigo MEMBER indigo_ CONSTANT)
+  // Lines between areas, and between the rows of one.
+  Q_PROPERTY(QColor faintHairline MEMBER faintHairline_ CONSTANT)
+  Q_PROPERTY(QColor hairline MEMBER hairline_ CONSTANT)
+  Q_PROPERTY(QColor strongHairline MEMBER strongHairline_ CONSTANT)
+  Q_PROPERTY(QColor separator MEMBER separator_ CONSTANT)
+  // Outlines. A panel is a menu, a card or a question; what floats is a toast or a banner.
+  Q_PROPERTY(QColor chipOutline MEMBER chipOutline_ CONSTANT)
+  Q_PROPERTY(QColor controlOutline MEMBER controlOutline_ CONSTANT)
+  Q_PROPERTY(QColor secondaryOutline MEMBER secondaryOutline_ CONSTANT)
+  Q_PROPERTY(QColor primaryOutline MEMBER primaryOutline_ CONSTANT)
+  Q_PROPERTY(QColor queueOutline MEMBER queueOutline_ CONSTANT)
+  Q_PROPERTY(QColor floatOutline MEMBER floatOutline_ CONSTANT)
+  Q_PROPERTY(QColor panelOutline MEMBER panelOutline_ CONSTANT)
+  // Fills that let the ground through.
+  Q_PROPERTY(QColor faintFill MEMBER faintFill_ CONSTANT)
+  Q_PROPERTY(QColor chipFill MEMBER chipFill_ CONSTANT)
+  Q_PROPERTY(QColor softFill MEMBER softFill_ CONSTANT)
+  Q_PROPERTY(QColor buttonFill MEMBER buttonFill_ CONSTANT)
+  Q_PROPERTY(QColor badgeFill MEMBER badgeFill_ CONSTANT)
+  Q_PROPERTY(QColor hoverFill MEMBER hoverFill_ CONSTANT)
+  Q_PROPERTY(QColor keyCapFill MEMBER keyCapFill_ CONSTANT)
+  Q_PROPERTY(QColor switchTrack MEMBER switchTrack_ CONSTANT)
+  // What lies over the rest of the window dims it; a question, more.
+  Q_PROPERTY(QColor dim MEMBER dim_ CONSTANT)
+  Q_PROPERTY(QColor deepDim MEMBER deepDim_ CONSTANT)
+  // Shadows.
+  Q_PROPERTY(QColor cardShadow MEMBER cardShadow_ CONSTANT)
+  Q_PROPERTY(QColor queueShadow MEMBER queueShadow_ CONSTANT)
+  Q_PROPERTY(QColor floatShadow MEMBER floatShadow_ CONSTANT)
+  Q_PROPERTY(QColor panelShadow MEMBER panelShadow_ CONSTANT)
+  // The window's own buttons, their symbols and their outline.
+  Q_PROPERTY(QColor windowClose MEMBER windowClose_ CONSTANT)
+  Q_PROPERTY(QColor windowMinimise MEMBER windowMinimise_ CONSTANT)
+  Q_PROPERTY(QColor windowZoom MEMBER windowZoom_ CONSTANT)
+  Q_PROPERTY(QColor windowSymbol MEMBER windowSymbol_ CONSTANT)
+  Q_PROPERTY(QColor windowOutline MEMBER windowOutline_ CONSTANT)
   Q_PROPERTY(QString uiFamily READ uiFamily CONSTANT)
   Q_PROPERTY(QString monoFamily READ monoFamily CONSTANT)
   Q_PROPERTY(QString roundedFamily READ roundedFamily CONSTANT)
@@ -73,6 +112,40 @@ class Theme : public QObject {
   QString roundedFamily() const { return roundedFamily_; }
 
  private:
+  static QColor white(float opacity) { return QColor::fromRgbF(1, 1, 1, opacity); }
+  static QColor black(float opacity) { return QColor::fromRgbF(0, 0, 0, opacity); }
+
+  const QColor indigo_ = QColor(0x58, 0x56, 0xD6);
+  const QColor faintHairline_ = white(0.05F);
+  const QColor hairline_ = white(0.06F);
+  const QColor strongHairline_ = white(0.12F);
+  const QColor separator_ = white(0.08F);
+  const QColor chipOutline_ = white(0.06F);
+  const QColor controlOutline_ = white(0.08F);
+  const QColor secondaryOutline_ = white(0.09F);
+  const QColor primaryOutline_ = white(0.18F);
+  const QColor queueOutline_ = white(0.1F);
+  const QColor floatOutline_ = white(0.12F);
+  const QColor panelOutline_ = white(0.14F);
+  const QColor faintFill_ = white(0.02F);
+  const QColor chipFill_ = white(0.03F);
+  const QColor softFill_ = white(0.04F);
+  const QColor buttonFill_ = white(0.06F);
+  const QColor badgeFill_ = white(0.06F);
+  const QColor hoverFill_ = white(0.08F);
+  const QColor keyCapFill_ = white(0.08F);
+  const QColor switchTrack_ = white(0.14F);
+  const QColor dim_ = black(0.35F);
+  const QColor deepDim_ = black(0.5F);
+  const QColor cardShadow_ = black(0.35F);
+  const QColor queueShadow_ = black(0.45F);
+  const QColor floatShadow_ = black(0.5F);
+  const QColor panelShadow_ = black(0.6F);
+  const QColor windowClose_ = QColor(0xFF, 0x5F, 0x57);
+  const QColor windowMinimise_ = QColor(0xFE, 0xBC, 0x2E);
+  const QColor windowZoom_ = QColor(0x28, 0xC8, 0x40);
+  const QColor windowSymbol_ = black(0.65F);
+  const QColor windowOutline_ = black(0.2F);
   QString uiFamily_;
   QString monoFamily_;
   QString roundedFamily_;

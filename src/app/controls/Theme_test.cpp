@@ -35,6 +35,29 @@ TEST(Theme, gives_views_every_named_colour) {
   }
 }
 
+TEST(Theme, gives_views_colours_by_their_role) {
+  const Theme theme;
+  const std::pair<const char*, const char*> rows[] = {
+      {"accentDeep", "#0056b3 at 1.00"},       {"indigo", "#5856d6 at 1.00"},
+      {"faintHairline", "#ffffff at 0.05"},    {"hairline", "#ffffff at 0.06"},
+      {"strongHairline", "#ffffff at 0.12"},   {"separator", "#ffffff at 0.08"},
+      {"chipOutline", "#ffffff at 0.06"},      {"controlOutline", "#ffffff at 0.08"},
+      {"secondaryOutline", "#ffffff at 0.09"}, {"primaryOutline", "#ffffff at 0.18"},
+      {"queueOutline", "#ffffff at 0.10"},     {"floatOutline", "#ffffff at 0.12"},
+      {"panelOutline", "#ffffff at 0.14"},     {"faintFill", "#ffffff at 0.02"},
+      {"chipFill", "#ffffff at 0.03"},         {"softFill", "#ffffff at 0.04"},
+      {"buttonFill", "#ffffff at 0.06"},       {"badgeFill", "#ffffff at 0.06"},
+      {"hoverFill", "#ffffff at 0.08"},        {"keyCapFill", "#ffffff at 0.08"},
+      {"switchTrack", "#ffffff at 0.14"},      {"dim", "#000000 at 0.35"},
+      {"deepDim", "#000000 at 0.50"},          {"cardShadow", "#000000 at 0.35"},
+      {"queueShadow", "#000000 at 0.45"},      {"floatShadow", "#000000 at 0.50"},
+      {"panelShadow", "#000000 at 0.60"},      {"windowClose", "#ff5f57 at 1.00"},
+      {"windowMinimise", "#febc2e at 1.00"},   {"windowZoom", "#28c840 at 1.00"},
+      {"windowSymbol", "#000000 at 0.65"},     {"windowOutline", "#000000 at 0.20"}};
+  for (const auto& [name, color] : rows)
+    EXPECT_EQ(describe(theme.property(name).value<QColor>()), color) << name;
+}
+
 TEST(Theme, gives_views_the_folder_palette_in_its_order) {
   const QList<QColor> palette = Theme().folderPalette();
   ASSERT_EQ(palette.size(), 15);

@@ -28,9 +28,9 @@ RoundedPanel {
     height: implicitHeight
     radius: 10
     color: Qt.alpha(Theme.bg2, 0.95)
-    outlineColor: Qt.alpha(Theme.ink, 0.14)
+    outlineColor: Theme.panelOutline
     outlineWidth: 1
-    shadowColor: Qt.rgba(0, 0, 0, 0.6)
+    shadowColor: Theme.panelShadow
     shadowRadius: 18
     shadowOffset: 8
 

@@ -11,8 +11,8 @@ FocusScope {
     property bool isModal: true
     // Something else that is modal lies over this: the keyboard is to be had only once that has gone.
     property bool covered: false
-    // The opacity of the black over what lies below.
-    property real dimming: 0
+    // Lies over what is below.
+    property color dimColor: "transparent"
     // The control that has the keyboard first; the first one inside if this is null.
     property Item firstControl: null
     default property alias content: place.data
@@ -107,8 +107,8 @@ FocusScope {
     Rectangle {
         objectName: "dim"
         anchors.fill: parent
-        visible: shield.isModal && shield.dimming > 0
-        color: Qt.rgba(0, 0, 0, shield.dimming)
+        visible: shield.isModal && shield.dimColor.a > 0
+        color: shield.dimColor
     }
 
     MouseArea {

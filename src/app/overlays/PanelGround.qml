@@ -8,9 +8,9 @@ RoundedPanel {
 
     radius: isRaised ? 12 : 0
     color: isRaised ? Theme.bg2 : Theme.bg
-    outlineColor: Qt.rgba(1, 1, 1, isRaised ? 0.14 : 0)
+    outlineColor: isRaised ? Theme.panelOutline : "transparent"
     outlineWidth: 1
-    shadowColor: Qt.rgba(0, 0, 0, isRaised ? 0.6 : 0)
+    shadowColor: isRaised ? Theme.panelShadow : "transparent"
     shadowRadius: 18
     shadowOffset: 8
 

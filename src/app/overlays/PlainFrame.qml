@@ -15,7 +15,7 @@ InputShield {
     signal closed
 
     isModal: isCard
-    dimming: 0.35
+    dimColor: Theme.dim
     onDismissed: frame.closed()
 
     Accessible.role: isCard ? Accessible.Dialog : Accessible.Pane
@@ -49,7 +49,7 @@ InputShield {
             y: 48
             width: parent.width - 2 * x
             height: 1
-            color: Qt.rgba(1, 1, 1, 0.06)
+            color: Theme.hairline
         }
 
         Item {
@@ -80,7 +80,7 @@ InputShield {
             background: RoundedPanel {
                 objectName: "background"
                 radius: 7
-                color: Qt.rgba(1, 1, 1, close.hovered ? 0.08 : 0)
+                color: close.hovered ? Theme.hoverFill : "transparent"
             }
         }
     }

@@ -1,6 +1,7 @@
 // A question in front of the whole window: a panel in its middle, as high as its content. Escape and a
 // click beside the panel dismiss it.
 import QtQuick
+import Tessaly.Controls
 import Tessaly.Overlays
 
 InputShield {
@@ -9,7 +10,7 @@ InputShield {
     required property real panelWidth
     default property alias body: bodyPlace.data
 
-    dimming: 0.5
+    dimColor: Theme.deepDim
 
     PanelGround {
         objectName: "panel"

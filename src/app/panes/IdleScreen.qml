@@ -18,10 +18,10 @@ Item {
             width: 88
             height: 88
             radius: 24
-            color: "#007AFF"
-            endColor: "#5856D6"
+            color: Theme.accent
+            endColor: Theme.indigo
             diagonal: true
-            shadowColor: Qt.alpha("#007AFF", 0.4)
+            shadowColor: Qt.alpha(Theme.accent, 0.4)
             shadowRadius: 16
             shadowOffset: 6
 

@@ -62,7 +62,7 @@ Rectangle {
                         visible: choice.startsGroup
                         width: 1
                         height: 14
-                        color: Qt.rgba(1, 1, 1, 0.12)
+                        color: Theme.strongHairline
                     }
 
                     ModePill {

@@ -15,9 +15,9 @@ RoundedPanel {
     height: 44
     radius: 10
     color: Qt.alpha(Theme.bg2, 0.96)
-    outlineColor: Qt.rgba(1, 1, 1, 0.12)
+    outlineColor: Theme.floatOutline
     outlineWidth: 1
-    shadowColor: Qt.rgba(0, 0, 0, 0.5)
+    shadowColor: Theme.floatShadow
     shadowRadius: 12
     shadowOffset: 4
 
@@ -40,8 +40,8 @@ RoundedPanel {
             Layout.preferredHeight: 18
             strokeWidth: 2.5
             value: banner.run.scanPercent
-            from: "#007AFF"
-            to: "#5856D6"
+            from: Theme.accent
+            to: Theme.indigo
 
             Accessible.role: Accessible.ProgressBar
             Accessible.name: "Scan, " + banner.map.percentText

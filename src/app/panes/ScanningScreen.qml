@@ -21,8 +21,8 @@ Item {
             height: 68
             strokeWidth: 6
             value: screen.run.scanPercent
-            from: "#007AFF"
-            to: "#5856D6"
+            from: Theme.accent
+            to: Theme.indigo
 
             Accessible.role: Accessible.ProgressBar
             Accessible.name: "Scan, " + screen.map.percentText

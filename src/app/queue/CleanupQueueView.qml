@@ -49,9 +49,9 @@ FocusScope {
         anchors.fill: parent
         radius: 12
         color: Theme.bg2
-        outlineColor: Qt.rgba(1, 1, 1, 0.1)
+        outlineColor: Theme.queueOutline
         outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, 0.45)
+        shadowColor: Theme.queueShadow
         shadowRadius: 20
     }
 
@@ -100,7 +100,7 @@ FocusScope {
             x: 1
             width: parent.width - 2
             height: 1
-            color: Qt.rgba(1, 1, 1, 0.08)
+            color: Theme.separator
         }
 
         QueueList {

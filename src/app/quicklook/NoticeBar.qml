@@ -15,7 +15,7 @@ Rectangle {
     Rectangle {
         width: parent.width
         height: 1
-        color: Qt.rgba(1, 1, 1, 0.06)
+        color: Theme.hairline
     }
 
     Text {

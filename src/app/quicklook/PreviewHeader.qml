@@ -62,6 +62,6 @@ Rectangle {
         anchors.bottom: parent.bottom
         width: parent.width
         height: 1
-        color: Qt.rgba(1, 1, 1, 0.06)
+        color: Theme.hairline
     }
 }

@@ -14,7 +14,7 @@ Item {
         objectName: "footerRule"
         width: parent.width
         height: 1
-        color: Qt.rgba(1, 1, 1, 0.08)
+        color: Theme.separator
     }
 
     MarrowSecondaryButton {

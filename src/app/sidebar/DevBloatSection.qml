@@ -72,7 +72,7 @@ Column {
                 width: section.width
                 height: 25
                 radius: 6
-                color: row.highlighted ? Qt.rgba(1, 1, 1, 0.04) : "transparent"
+                color: row.highlighted ? Theme.softFill : "transparent"
 
                 MarrowSwitch {
                     objectName: "highlight"

@@ -19,7 +19,7 @@ Column {
         width: legend.width
         height: dots.height + 16
         radius: 8
-        color: Qt.rgba(1, 1, 1, 0.02)
+        color: Theme.faintFill
 
         Grid {
             id: dots

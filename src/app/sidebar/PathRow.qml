@@ -15,7 +15,7 @@ RoundedPanel {
 
     implicitHeight: star.height + 6
     radius: 6
-    color: Qt.rgba(1, 1, 1, 0.03)
+    color: Theme.chipFill
 
     MarrowButton {
         id: label

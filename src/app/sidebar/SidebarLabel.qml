@@ -57,7 +57,7 @@ Item {
         width: Math.ceil(badgeText.implicitWidth) + 12
         height: Math.ceil(badgeText.implicitHeight) + 4
         radius: height / 2
-        color: Qt.rgba(1, 1, 1, 0.06)
+        color: Theme.badgeFill
 
         Text {
             id: badgeText

@@ -75,6 +75,6 @@ Rectangle {
         anchors.bottom: parent.bottom
         width: parent.width
         height: 1
-        color: Qt.rgba(1, 1, 1, 0.05)
+        color: Theme.faintHairline
     }
 }

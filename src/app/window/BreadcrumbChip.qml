@@ -25,8 +25,8 @@ MarrowButton {
     background: RoundedPanel {
         objectName: "background"
         radius: 6
-        color: chip.current ? Qt.alpha(Theme.accent, 0.14) : Qt.rgba(1, 1, 1, 0.03)
-        outlineColor: chip.current ? Qt.alpha(Theme.accent, 0.3) : Qt.rgba(1, 1, 1, 0.06)
+        color: chip.current ? Qt.alpha(Theme.accent, 0.14) : Theme.chipFill
+        outlineColor: chip.current ? Qt.alpha(Theme.accent, 0.3) : Theme.chipOutline
         outlineWidth: 1
     }
 }

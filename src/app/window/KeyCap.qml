@@ -10,7 +10,7 @@ RoundedPanel {
     implicitWidth: label.implicitWidth + 10
     implicitHeight: label.implicitHeight + 4
     radius: 4
-    color: Qt.rgba(1, 1, 1, 0.08)
+    color: Theme.keyCapFill
 
     Text {
         id: label

@@ -99,7 +99,7 @@ Window {
                 objectName: "sidebarRule"
                 Layout.preferredWidth: 1
                 Layout.fillHeight: true
-                color: Qt.rgba(1, 1, 1, 0.06)
+                color: Theme.hairline
             }
 
             MainArea {

@@ -18,6 +18,6 @@ MarrowButton {
     background: RoundedPanel {
         objectName: "background"
         radius: 6
-        color: button.hovered ? Qt.rgba(1, 1, 1, 0.08) : "transparent"
+        color: button.hovered ? Theme.hoverFill : "transparent"
     }
 }

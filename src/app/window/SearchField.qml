@@ -19,7 +19,7 @@ MarrowButton {
         objectName: "background"
         radius: 8
         color: Qt.alpha(Theme.bg3, 0.7)
-        outlineColor: Qt.rgba(1, 1, 1, 0.08)
+        outlineColor: Theme.controlOutline
         outlineWidth: 1
     }
 

@@ -134,7 +134,7 @@ Item {
             objectName: "rule"
             Layout.preferredWidth: 1
             Layout.preferredHeight: 16
-            color: Qt.rgba(1, 1, 1, 0.12)
+            color: Theme.strongHairline
         }
 
         Row {

@@ -23,9 +23,9 @@ Item {
         radius: 8
         opacity: 0
         color: Qt.alpha(Theme.bg2, 0.96)
-        outlineColor: Qt.rgba(1, 1, 1, 0.12)
+        outlineColor: Theme.floatOutline
         outlineWidth: 1
-        shadowColor: Qt.rgba(0, 0, 0, 0.5)
+        shadowColor: Theme.floatShadow
         shadowRadius: 12
         shadowOffset: 4
 

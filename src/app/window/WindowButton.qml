@@ -12,7 +12,7 @@ MarrowButton {
 
     symbol: lit ? sign : ""
     symbolSize: 8
-    symbolColor: Qt.rgba(0, 0, 0, 0.65)
+    symbolColor: Theme.windowSymbol
     text: ""
     implicitWidth: 12
     implicitHeight: 12
@@ -25,7 +25,7 @@ MarrowButton {
         objectName: "background"
         radius: 6
         color: button.tint
-        outlineColor: Qt.rgba(0, 0, 0, 0.2)
+        outlineColor: Theme.windowOutline
         outlineWidth: 0.5
     }
 }

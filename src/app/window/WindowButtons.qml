@@ -22,7 +22,7 @@ Row {
         id: close
 
         objectName: "closeWindow"
-        tint: "#FF5F57"
+        tint: Theme.windowClose
         sign: "xmark"
         lit: buttons.lit
         Accessible.name: "Close"
@@ -33,7 +33,7 @@ Row {
         id: minimise
 
         objectName: "minimiseWindow"
-        tint: "#FEBC2E"
+        tint: Theme.windowMinimise
         sign: "minus"
         lit: buttons.lit
         Accessible.name: "Minimise"
@@ -44,7 +44,7 @@ Row {
         id: zoom
 
         objectName: "zoomWindow"
-        tint: "#28C840"
+        tint: Theme.windowZoom
         sign: "plus"
         lit: buttons.lit
         Accessible.name: "Zoom"
