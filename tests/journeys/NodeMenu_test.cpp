@@ -124,6 +124,15 @@ TEST_F(NodeMenuJourney, goes_away_by_cancel_and_by_escape_and_does_nothing) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
+TEST_F(NodeMenuJourney, stays_for_a_click_on_its_panel_and_goes_by_one_beside_it) {
+  askAbout("Movies");
+  clickAt(middleOf(item("menuTitle")));
+  EXPECT_TRUE(shows("nodeMenu"));
+  clickAt(QPoint(300, 600));
+  EXPECT_FALSE(shows("nodeMenu"));
+  EXPECT_THAT(workspace_.revealed, IsEmpty());
+}
+
 TEST_F(NodeMenuJourney, closes_before_it_warns_of_a_protected_location) {
   machine_.trash.put(tree_.path());
   session().shown().setMenuNode(session().navigation().current());
