@@ -1,9 +1,8 @@
 #include "scan/ScanProgress.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
+#include "scan/Percent.h"
 #include "scan/ScanLimits.h"
 
 namespace tessaly {
@@ -17,11 +16,8 @@ double ScanProgress::fraction() const {
 
 // Reuses one buffer, since a folder of many files causes a line for each.
 const std::string& ScanProgress::line(std::string_view text, std::string_view more) {
-  std::array<char, 8> percent;
-  const auto end =
-      std::to_chars(percent.begin(), percent.end(), static_cast<int>(fraction() * 100)).ptr;
-  line_.assign(percent.begin(), end);
-  return line_.append("%  ").append(text).append(more);
+  line_.assign(Percent::cut(fraction() * 100));
+  return line_.append("  ").append(text).append(more);
 }
 
 void ScanProgress::finish() {

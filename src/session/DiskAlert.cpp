@@ -5,7 +5,7 @@
 #include <string>
 
 #include "look/Wording.h"
-#include "scan/Format.h"
+#include "scan/Percent.h"
 
 namespace tessaly::DiskAlert {
 
@@ -34,8 +34,8 @@ void check(double percent, const MarrowPrefs& prefs, SettingsStore& defaults,
   notifications.requestAuthorization();
   notifications.post({.identifier = "marrow.disk.pressure",
                       .title = "Disk almost full",
-                      .body = Wording::current().thisComputerIs + Format::fixed(percent, 0) +
-                              "% full. Open Tessaly to reclaim space.",
+                      .body = Wording::current().thisComputerIs + Percent::rounded(percent) +
+                              " full. Open Tessaly to reclaim space.",
                       .hasSound = true});
 }
 

@@ -6,7 +6,7 @@
 #include <QPointer>
 
 #include "look/Wording.h"
-#include "scan/Format.h"
+#include "scan/Percent.h"
 #include "session/DiskAlert.h"
 
 namespace tessaly {
@@ -62,7 +62,7 @@ void MachineState::refreshVolumes(FieldChanges& changes) {
 
 void MachineState::setDisk(FieldChanges& changes, const DiskUsage& disk) {
   changes.set(this, disk_, disk, &MachineState::diskChanged);
-  services_.icon.setBadge(Format::fixed(disk_.usedPercent, 0) + "%");
+  services_.icon.setBadge(Percent::rounded(disk_.usedPercent));
   DiskAlert::check(disk_.usedPercent, services_.prefs, services_.prefs.defaults(),
                    services_.notifications, services_.date());
 }

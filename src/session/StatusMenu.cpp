@@ -3,16 +3,13 @@
 #include <utility>
 
 #include "scan/Format.h"
+#include "scan/Percent.h"
 
 namespace tessaly::StatusMenu {
 
 namespace {
 
 using Entry = StatusBarExtra::Entry;
-
-std::string percentOf(const DiskUsage& disk) {
-  return Format::fixed(disk.usedPercent, 0) + "%";
-}
 
 // Numbers its lines, those that are left out as well.
 class Lines {
@@ -34,14 +31,14 @@ class Lines {
 }  // namespace
 
 StatusBarExtra::Label label(const DiskUsage& disk) {
-  return {"externaldrive.fill", percentOf(disk)};
+  return {"externaldrive.fill", Percent::rounded(disk.usedPercent)};
 }
 
 std::vector<Entry> entries(const DiskUsage& disk, bool openAtLogin, const Actions& actions) {
   Lines lines;
   lines.button("Open Tessaly", actions.open);
   lines.divider();
-  lines.text("Disk " + percentOf(disk) + " used");
+  lines.text("Disk " + Percent::rounded(disk.usedPercent) + " used");
   lines.text(Format::bytes(disk.free) + " free");
   if (disk.purgeable >= 1) {
     lines.text(Format::bytes(disk.purgeable) + " purgeable");

@@ -1,7 +1,5 @@
 #include "app/controls/GaugeLevel.h"
 
-#include <algorithm>
-
 #include "look/MarrowTheme.h"
 
 namespace tessaly::Gauge {
@@ -28,11 +26,6 @@ double arcEnd(double usedPercent) {
   if (!(usedPercent > 0)) return kArcStart;
   if (usedPercent > 100) return kArcEnd;
   return usedPercent / 100 * 0.7 + kArcStart;
-}
-
-int wholePercent(double usedPercent) {
-  if (!(usedPercent > 0)) return 0;
-  return static_cast<int>(std::min(usedPercent, 100.0));
 }
 
 }  // namespace tessaly::Gauge

@@ -1,5 +1,5 @@
-// What the storage gauge tells of a percentage: how serious it is, how long its arc is, and the
-// whole number in its middle. Plain values, any thread.
+// What the storage gauge tells of a percentage: how serious it is, and how long its arc is. Plain
+// values, any thread.
 #pragma once
 
 #include "look/Color.h"
@@ -21,9 +21,6 @@ Color levelColor(GaugeLevel level);
 
 // The fraction of the circle at which the value's arc ends; kArcStart when it has no length.
 double arcEnd(double usedPercent);
-
-// The whole number shown, from 0 to 100.
-int wholePercent(double usedPercent);
 
 }  // namespace Gauge
 

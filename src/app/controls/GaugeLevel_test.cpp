@@ -38,20 +38,10 @@ TEST(Gauge, has_no_arc_at_nothing_and_the_full_arc_beyond_everything) {
   EXPECT_EQ(Gauge::arcEnd(150), 0.85);
 }
 
-TEST(Gauge, cuts_the_number_to_a_whole_one_from_0_to_100) {
-  EXPECT_EQ(Gauge::wholePercent(-3), 0);
-  EXPECT_EQ(Gauge::wholePercent(0), 0);
-  EXPECT_EQ(Gauge::wholePercent(0.9), 0);
-  EXPECT_EQ(Gauge::wholePercent(74.9), 74);
-  EXPECT_EQ(Gauge::wholePercent(99.99), 99);
-  EXPECT_EQ(Gauge::wholePercent(150), 100);
-}
-
 TEST(Gauge, takes_what_is_no_number_for_nothing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(Gauge::levelFor(nan), GaugeLevel::success);
   EXPECT_EQ(Gauge::arcEnd(nan), 0.15);
-  EXPECT_EQ(Gauge::wholePercent(nan), 0);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "app/controls/GaugeLevel.h"
 #include "app/controls/QtColor.h"
 #include "scan/Format.h"
+#include "scan/Percent.h"
 
 namespace tessaly {
 
@@ -21,7 +22,7 @@ QColor StorageGauge::levelColor() const {
 }
 
 QString StorageGauge::percentText() const {
-  return QStringLiteral("%1%").arg(Gauge::wholePercent(usedPercent_));
+  return QString::fromStdString(Percent::cut(usedPercent_));
 }
 
 QString StorageGauge::usedText() const {

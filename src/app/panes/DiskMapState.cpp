@@ -7,6 +7,7 @@
 #include "app/panes/ModeListModel.h"
 #include "app/panes/UnreadableText.h"
 #include "scan/Format.h"
+#include "scan/Percent.h"
 #include "scan/ShownName.h"
 
 namespace tessaly {
@@ -129,8 +130,7 @@ QString DiskMapState::progressText() const {
 }
 
 QString DiskMapState::percentText() const {
-  const double percent = session_.run().scanPercent() * 100;
-  return QString::number(static_cast<int>(percent)) + QLatin1Char('%');
+  return QString::fromStdString(Percent::cut(session_.run().scanPercent() * 100));
 }
 
 void DiskMapState::open(const NodeHandle& node) {

@@ -1,13 +1,13 @@
 #include "app/panes/KindBreakdownModel.h"
 
 #include <cstddef>
-#include <cstdio>
 
 #include <QColor>
 #include <QStringList>
 
 #include "app/controls/QtColor.h"
 #include "app/model/KindWord.h"
+#include "scan/Percent.h"
 #include "treemap/KindColor.h"
 
 namespace tessaly {
@@ -15,10 +15,7 @@ namespace tessaly {
 namespace {
 
 QString percentText(double fraction) {
-  // snprintf rounds the exact value; without decimals no locale has a say in it.
-  char text[32];
-  std::snprintf(text, sizeof text, "%.0f%%", fraction * 100);
-  return QString::fromLatin1(text);
+  return QString::fromStdString(Percent::rounded(fraction * 100));
 }
 
 QString word(FileKind kind) {

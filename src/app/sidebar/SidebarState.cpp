@@ -7,6 +7,7 @@
 #include "app/model/DisplayText.h"
 #include "look/Wording.h"
 #include "scan/Format.h"
+#include "scan/Percent.h"
 
 namespace tessaly {
 
@@ -50,8 +51,7 @@ bool SidebarState::isScanning() const {
 }
 
 QString SidebarState::percentText() const {
-  const double percent = session_.run().scanPercent() * 100;
-  return QString::number(static_cast<int>(percent)) + QLatin1Char('%');
+  return QString::fromStdString(Percent::cut(session_.run().scanPercent() * 100));
 }
 
 bool SidebarState::shows(MainPane pane) const {
