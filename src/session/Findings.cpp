@@ -1,32 +1,33 @@
 #include "session/Findings.h"
 
 #include <utility>
-#include <vector>
+
+#include "session/FieldChanges.h"
 
 namespace tessaly {
 
-Findings::Findings(Dispatch& dispatch, PostScanAnalysis::Stages stages)
-    : stages_(std::move(stages)), jobs_(dispatch) {}
+Findings::Findings(Dispatch& dispatch, PostScanAnalysis::Engines engines)
+    : engines_(std::move(engines)), jobs_(dispatch) {}
 
 void Findings::analyse(PostScanAnalysis::FinishedScan scan) {
-  using PostScanAnalysis::Publish;
+  using PostScanAnalysis::Lists;
   jobs_.start(
       Dispatch::Queue::utility,
-      [stages = stages_, scan = std::move(scan)](const Job& job) {
-        std::vector<Publish> found;
-        for (const PostScanAnalysis::Stage& stage : stages) {
-          if (job.isCancelled()) break;
-          found.push_back(stage(scan, job.cancelTest()));
-        }
-        return found;
+      [engines = engines_, scan = std::move(scan)](const Job& job) {
+        return PostScanAnalysis::run(engines, scan, job.cancelTest());
       },
-      [this](const std::vector<Publish>& found) {
-        FieldChanges changes;
-        for (const Publish& publish : found) {
-          if (publish) publish(*this, changes);
-        }
-        changes.announce();
-      });
+      [this](Lists lists) { take(std::move(lists)); });
+}
+
+void Findings::take(PostScanAnalysis::Lists lists) {
+  FieldChanges changes;
+  changes.set(this, lists_.duplicates, std::move(lists.duplicates), &Findings::duplicatesChanged);
+  changes.set(this, lists_.deadLinks, std::move(lists.deadLinks), &Findings::deadLinksChanged);
+  changes.set(this, lists_.cloudItems, std::move(lists.cloudItems), &Findings::cloudItemsChanged);
+  changes.set(this, lists_.cloneGroups, std::move(lists.cloneGroups),
+              &Findings::cloneGroupsChanged);
+  changes.set(this, lists_.safeItems, std::move(lists.safeItems), &Findings::safeItemsChanged);
+  changes.announce();
 }
 
 }  // namespace tessaly

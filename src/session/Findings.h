@@ -1,13 +1,19 @@
-// What the analysis of a finished scan has found. Each list of the analysis has its field here, and
-// its stage stores it.
+// The lists that the analysis of a finished scan has made. They are empty until the first analysis
+// since the start of the program has ended.
 //
 // Main thread only.
 #pragma once
 
+#include <vector>
+
 #include <QObject>
 
 #include "platform/Dispatch.h"
-#include "session/FieldChanges.h"
+#include "reclaim/CloudItem.h"
+#include "reclaim/DeadLink.h"
+#include "reclaim/DuplicateGroup.h"
+#include "reclaim/SafeItem.h"
+#include "reclaim/ShareGroup.h"
 #include "session/Jobs.h"
 #include "session/PostScanAnalysis.h"
 
@@ -17,18 +23,34 @@ class Findings : public QObject {
   Q_OBJECT
 
  public:
-  // `dispatch` outlives the findings.
-  Findings(Dispatch& dispatch, PostScanAnalysis::Stages stages);
+  // `dispatch` must outlive the findings.
+  Findings(Dispatch& dispatch, PostScanAnalysis::Engines engines);
 
-  // Runs all stages over `scan`. A newer scan does not make the pass void: the lists of the pass
-  // that ends last stay.
+  const std::vector<DuplicateGroup>& duplicates() const { return lists_.duplicates; }
+  const std::vector<DeadLink>& deadLinks() const { return lists_.deadLinks; }
+  const std::vector<CloudItem>& cloudItems() const { return lists_.cloudItems; }
+  const std::vector<ShareGroup>& cloneGroups() const { return lists_.cloneGroups; }
+  const std::vector<SafeItem>& safeItems() const { return lists_.safeItems; }
+
+  // Runs all engines for `scan`, then replaces all lists at once. A newer scan does not cancel the
+  // analysis: the lists of the one that ends last are kept.
   void analyse(PostScanAnalysis::FinishedScan scan);
 
-  // Stops the passes without waiting for them.
+  // Cancels all analyses without waiting for them.
   void end() { jobs_.end(); }
 
+ signals:
+  void duplicatesChanged();
+  void deadLinksChanged();
+  void cloudItemsChanged();
+  void cloneGroupsChanged();
+  void safeItemsChanged();
+
  private:
-  PostScanAnalysis::Stages stages_;
+  void take(PostScanAnalysis::Lists lists);
+
+  PostScanAnalysis::Engines engines_;
+  PostScanAnalysis::Lists lists_;
   Jobs jobs_;
 };
 

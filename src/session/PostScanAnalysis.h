@@ -1,42 +1,57 @@
-// What is found out about a finished scan beyond its tree: one pass on the utility queue, stage
-// after stage, whose results reach the session's Findings together at its end.
+// The analysis of a finished scan: one pass on the utility queue that runs several engines, and
+// whose lists are stored in the session's Findings together at its end.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "reclaim/CloudItem.h"
+#include "reclaim/DeadLink.h"
+#include "reclaim/DuplicateGroup.h"
+#include "reclaim/SafeItem.h"
+#include "reclaim/ShareGroup.h"
 #include "scan/DiskNode.h"
 
-namespace tessaly {
+namespace tessaly::PostScanAnalysis {
 
-class FieldChanges;
-class Findings;
-
-namespace PostScanAnalysis {
-
-// The scan that a pass is about, as values: the session may have gone on meanwhile.
+// The scan to analyse, as values: the session may have changed meanwhile.
 struct FinishedScan {
   DiskNode tree;
-  std::string root;       // as it was given to the scan
-  std::string idleScope;  // where files that nobody uses are looked for
+  std::string root;       // as passed to the scan
+  std::string idleScope;  // the folder in which unused files are searched
 };
-
-// Stores what a stage has found. Main thread.
-using Publish = std::function<void(Findings& findings, FieldChanges& changes)>;
 
 using IsCancelled = std::function<bool()>;
 
-// Finds something out. Worker thread; blocks as long as it takes, but gives up within 50 ms once
-// `isCancelled` says so, which it does for quitting alone. It touches nothing of the session; what
-// it returns may be empty where there is nothing to store.
-using Stage = std::function<Publish(const FinishedScan& scan, const IsCancelled& isCancelled)>;
+// Makes one list. Runs on a worker thread; may block, but must return within 50 ms once
+// `isCancelled` is true, which only quitting causes. It must not access the session.
+template <class Row>
+using Engine =
+    std::function<std::vector<Row>(const FinishedScan& scan, const IsCancelled& isCancelled)>;
 
-// In the order in which they run, and in which they publish.
-using Stages = std::vector<Stage>;
+// In the order in which they run. Where an engine is missing, its list is empty.
+struct Engines {
+  Engine<DuplicateGroup> duplicates = {};
+  Engine<DeadLink> deadLinks = {};
+  Engine<CloudItem> cloudItems = {};
+  Engine<ShareGroup> cloneGroups = {};
+  Engine<SafeItem> safeItems = {};
+};
 
-// All of the home where the root's path begins with that of the home, as text; else the root.
+struct Lists {
+  std::vector<DuplicateGroup> duplicates;
+  std::vector<DeadLink> deadLinks;
+  std::vector<CloudItem> cloudItems;
+  std::vector<ShareGroup> cloneGroups;
+  std::vector<SafeItem> safeItems;
+};
+
+// Runs the engines one after the other, on the caller's thread. Starts no more of them once
+// cancelled.
+Lists run(const Engines& engines, const FinishedScan& scan, const IsCancelled& isCancelled);
+
+// The home directory if the text of `root` begins with it, else the root.
 std::string idleScope(const std::string& root, const std::string& homeDirectory);
 
-}  // namespace PostScanAnalysis
-}  // namespace tessaly
+}  // namespace tessaly::PostScanAnalysis

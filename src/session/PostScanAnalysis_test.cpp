@@ -1,4 +1,4 @@
-// The pass over a finished scan: what runs when, and what reaches the session.
+// The analysis of a finished scan: when the engines run, and what reaches the session.
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -14,51 +14,87 @@ namespace {
 using PostScanAnalysis::FinishedScan;
 using PostScanAnalysis::idleScope;
 using PostScanAnalysis::IsCancelled;
-using PostScanAnalysis::Publish;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(IdleScope, a_scan_inside_the_home_looks_at_all_of_the_home) {
+TEST(IdleScope, the_idle_scope_of_a_scan_inside_the_home_is_the_home) {
   EXPECT_EQ(idleScope("/home/user/code", "/home/user"), "/home/user");
   EXPECT_EQ(idleScope("/home/user", "/home/user"), "/home/user");
 }
 
-TEST(IdleScope, a_scan_elsewhere_looks_only_there) {
+TEST(IdleScope, the_idle_scope_of_another_scan_is_its_root) {
   EXPECT_EQ(idleScope("/Volumes/Data", "/home/user"), "/Volumes/Data");
   EXPECT_EQ(idleScope("/home", "/home/user"), "/home");
 }
 
-TEST(IdleScope, begins_with_is_meant_of_the_text) {
+TEST(IdleScope, the_idle_scope_compares_the_paths_as_text) {
   EXPECT_EQ(idleScope("/home/user2", "/home/user"), "/home/user");
 }
 
 class Analysis : public SessionFixture {
  protected:
-  // Two stages that write down when they run and when they publish. A session takes its stages when
-  // it is made.
+  // Five engines that record when they run. Each finds one item, with the root of the scan as its
+  // path or id. A session gets its engines at construction.
   Analysis() {
-    analysis_ = {stage("first"), stage("second")};
+    using std::string;
+    analysis_.duplicates = engine<DuplicateGroup>(
+        "duplicates", [](const string& root) { return DuplicateGroup{.digest = root}; });
+    analysis_.deadLinks =
+        engine<DeadLink>("deadLinks", [](const string& root) { return DeadLink{.path = root}; });
+    analysis_.cloudItems =
+        engine<CloudItem>("cloudItems", [](const string& root) { return CloudItem{.path = root}; });
+    analysis_.cloneGroups = engine<ShareGroup>(
+        "cloneGroups", [](const string& root) { return ShareGroup{.id = root}; });
+    analysis_.safeItems =
+        engine<SafeItem>("safeItems", [](const string& root) { return SafeItem{.path = root}; });
     restart();
   }
 
-  PostScanAnalysis::Stage stage(const std::string& name) {
-    return [this, name](const FinishedScan& scan, const IsCancelled& isCancelled) -> Publish {
-      log_.push_back(name + " looks at " + scan.root);
+  template <class Row>
+  PostScanAnalysis::Engine<Row> engine(const std::string& name,
+                                       std::function<Row(const std::string&)> row) {
+    return [this, name, row](const FinishedScan& scan, const IsCancelled& isCancelled) {
+      log_.push_back(name + " " + scan.root);
       if (during_) std::exchange(during_, {})(isCancelled);
-      return [this, name, root = scan.root](Findings& findings, FieldChanges&) {
-        EXPECT_EQ(&findings, &session().findings());
-        log_.push_back(name + " publishes " + root);
-      };
+      return std::vector<Row>{row(scan.root)};
     };
   }
 
   std::vector<std::string> taken() { return std::exchange(log_, {}); }
 
+  // The roots in the findings, in the order of the lists.
+  std::vector<std::string> found() {
+    const Findings& findings = session().findings();
+    std::vector<std::string> roots;
+    for (const auto& group : findings.duplicates()) roots.push_back(group.digest);
+    for (const auto& link : findings.deadLinks()) roots.push_back(link.path);
+    for (const auto& item : findings.cloudItems()) roots.push_back(item.path);
+    for (const auto& group : findings.cloneGroups()) roots.push_back(group.id);
+    for (const auto& item : findings.safeItems()) roots.push_back(item.path);
+    return roots;
+  }
+
+  // Records each signal of the findings, with the number of items that are stored by then.
+  void logSignals() {
+    const auto log = [this](const char* name, void (Findings::*signal)()) {
+      QObject::connect(&session().findings(), signal, &context_, [this, name] {
+        log_.push_back(name + std::string(" changed, items: ") + std::to_string(found().size()));
+      });
+    };
+    log("duplicates", &Findings::duplicatesChanged);
+    log("deadLinks", &Findings::deadLinksChanged);
+    log("cloudItems", &Findings::cloudItemsChanged);
+    log("cloneGroups", &Findings::cloneGroupsChanged);
+    log("safeItems", &Findings::safeItemsChanged);
+  }
+
   std::vector<std::string> log_;
-  std::function<void(const IsCancelled&)> during_;  // what happens meanwhile, once
+  std::function<void(const IsCancelled&)> during_;  // called once, while an engine runs
+  QObject context_;
 };
 
-TEST_F(Analysis, runs_stage_after_stage_and_publishes_together_at_the_end) {
+TEST_F(Analysis, engines_run_in_order_and_publish_together_at_the_end) {
   walks().at(0).result = folder("/data", 1);
   session().scan("/data");
   runWalks();
@@ -66,17 +102,72 @@ TEST_F(Analysis, runs_stage_after_stage_and_publishes_together_at_the_end) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(taken(), IsEmpty());
   dispatch().drain(Queue::utility);
-  EXPECT_THAT(taken(), ElementsAre("first looks at /data", "second looks at /data"));
+  EXPECT_THAT(taken(), ElementsAre("duplicates /data", "deadLinks /data", "cloudItems /data",
+                                   "cloneGroups /data", "safeItems /data"));
+  EXPECT_THAT(found(), IsEmpty());
   runMain();
-  EXPECT_THAT(taken(), ElementsAre("first publishes /data", "second publishes /data"));
+  EXPECT_THAT(found(), Each("/data"));
+  EXPECT_EQ(found().size(), 5U);
 }
 
-TEST_F(Analysis, gets_the_tree_the_root_and_where_to_look_for_idle_files) {
+TEST_F(Analysis, all_lists_are_stored_before_the_first_signal) {
+  walks().at(0).result = folder("/data", 1);
+  session().scan("/data");
+  runWalks();
+  runMain();
+  dispatch().drain(Queue::utility);
+  taken();
+  logSignals();
+  runMain();
+  EXPECT_THAT(taken(), ElementsAre("duplicates changed, items: 5", "deadLinks changed, items: 5",
+                                   "cloudItems changed, items: 5", "cloneGroups changed, items: 5",
+                                   "safeItems changed, items: 5"));
+}
+
+TEST_F(Analysis, a_list_without_an_engine_is_empty) {
+  analysis_ = {.cloudItems = analysis_.cloudItems};
+  restart();
+  logSignals();
+  scanTo(folder("/data", 1));
+  EXPECT_THAT(taken(), ElementsAre("cloudItems /data", "cloudItems changed, items: 1"));
+  EXPECT_TRUE(session().findings().duplicates().empty());
+  EXPECT_EQ(session().findings().cloudItems().size(), 1U);
+}
+
+TEST_F(Analysis, equal_lists_are_not_announced_again) {
+  scanTo(folder("/data", 1));
+  taken();
+  logSignals();
+  scanTo(folder("/data", 1));
+  EXPECT_THAT(taken(), ElementsAre("duplicates /data", "deadLinks /data", "cloudItems /data",
+                                   "cloneGroups /data", "safeItems /data"));
+}
+
+TEST_F(Analysis, a_list_is_emptied_when_nothing_is_found_any_more) {
+  std::vector<DeadLink> links = {{.path = "/data/broken"}};
+  analysis_.deadLinks = [&](const FinishedScan&, const IsCancelled&) { return links; };
+  restart();
+  scanTo(folder("/data", 1));
+  ASSERT_EQ(session().findings().deadLinks(), links);
+  links.clear();
+  scanTo(folder("/data", 1));
+  EXPECT_TRUE(session().findings().deadLinks().empty());
+}
+
+TEST_F(Analysis, the_lists_stay_while_a_new_scan_runs) {
+  scanTo(folder("/data", 1));
+  session().scan("/other");
+  runWalks();
+  EXPECT_THAT(found(), Each("/data"));
+  EXPECT_EQ(found().size(), 5U);
+}
+
+TEST_F(Analysis, engines_get_the_tree_the_root_and_the_idle_scope) {
   std::vector<FinishedScan> seen;
-  analysis_ = {[&](const FinishedScan& scan, const IsCancelled&) {
+  analysis_.safeItems = [&](const FinishedScan& scan, const IsCancelled&) {
     seen.push_back(scan);
-    return Publish();
-  }};
+    return std::vector<SafeItem>();
+  };
   restart();
   const DiskNode tree = folder("/home/user/code", 3, {file("/home/user/code/main.cpp", 3)});
   scanTo(tree);
@@ -86,7 +177,7 @@ TEST_F(Analysis, gets_the_tree_the_root_and_where_to_look_for_idle_files) {
   EXPECT_EQ(seen.front().idleScope, "/home/user");
 }
 
-TEST_F(Analysis, of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
+TEST_F(Analysis, the_analysis_of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
   walks().at(0).result = folder("/old", 1);
   walks().at(1).result = folder("/new", 1);
   during_ = [this](const IsCancelled&) {
@@ -95,26 +186,27 @@ TEST_F(Analysis, of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
     runMain();
     dispatch().drain(Queue::utility);
     runMain();
+    EXPECT_THAT(found(), Each("/new"));
+    EXPECT_EQ(found().size(), 5U);
   };
   session().scan("/old");
   dispatch().drainAll();
-  EXPECT_THAT(taken(),
-              ElementsAre("first looks at /old", "first looks at /new", "second looks at /new",
-                          "first publishes /new", "second publishes /new", "second looks at /old",
-                          "first publishes /old", "second publishes /old"));
+  EXPECT_THAT(found(), Each("/old"));
+  EXPECT_EQ(found().size(), 5U);
   EXPECT_EQ(session().navigation().current()->path(), "/new");
 }
 
-TEST_F(Analysis, does_not_run_for_a_tree_that_was_brought_back) {
+TEST_F(Analysis, a_restored_tree_is_not_analysed) {
   scanTo(folder("/data", 1));
   taken();
   restart();
   dispatch().drainAll();
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(taken(), IsEmpty());
+  EXPECT_THAT(found(), IsEmpty());
 }
 
-TEST_F(Analysis, does_not_run_for_a_scan_that_found_nothing_or_was_cancelled) {
+TEST_F(Analysis, an_empty_or_cancelled_scan_is_not_analysed) {
   walks().at(0).result = folder("/empty", 0);
   session().scan("/empty");
   dispatch().drainAll();
@@ -126,26 +218,28 @@ TEST_F(Analysis, does_not_run_for_a_scan_that_found_nothing_or_was_cancelled) {
   EXPECT_THAT(taken(), IsEmpty());
 }
 
-TEST_F(Analysis, stops_after_the_stage_in_which_the_session_ends) {
+TEST_F(Analysis, the_analysis_stops_after_the_engine_in_which_the_session_ends) {
   walks().at(0).result = folder("/data", 1);
   session().scan("/data");
   runWalks();
   runMain();
   during_ = [this](const IsCancelled&) { endSession(); };
   dispatch().drainAll();
-  EXPECT_THAT(taken(), ElementsAre("first looks at /data"));
+  EXPECT_THAT(taken(), ElementsAre("duplicates /data"));
 }
 
-TEST_F(Analysis, publishes_to_nobody_once_the_session_has_ended) {
+TEST_F(Analysis, the_analysis_publishes_nothing_after_quitting) {
   walks().at(0).result = folder("/data", 1);
   session().scan("/data");
   runWalks();
   runMain();
   dispatch().drain(Queue::utility);
   taken();
-  endSession();
+  logSignals();
+  session().end();
   dispatch().drainAll();
   EXPECT_THAT(taken(), IsEmpty());
+  EXPECT_THAT(found(), IsEmpty());
 }
 
 }  // namespace

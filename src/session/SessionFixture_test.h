@@ -124,7 +124,7 @@ class SessionFixture : public ::testing::Test {
   std::optional<DiskUsage> volume_;  // of the start-up volume
   SessionServices::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
-  PostScanAnalysis::Stages analysis_;   // of the next session
+  PostScanAnalysis::Engines analysis_;  // of the next session
   SessionServices::Snapshot snapshot_;  // the same
   std::unique_ptr<ScanSession> session_ = makeSession();
 

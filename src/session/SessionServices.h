@@ -49,7 +49,7 @@ struct SessionServices {
   MarrowPrefs& prefs;  // and the settings that they live in
   std::string homeDirectory;
   ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
-  PostScanAnalysis::Stages analysis = {};                            // none
+  PostScanAnalysis::Engines analysis = {};                           // none
   Walk walk = {};                                                    // DiskScanner::scan
   Archive archive = {};                                              // ZipEngine::archive
   Snapshot snapshot = {};                                            // FolderWatch::snapshot

@@ -47,6 +47,11 @@ class SessionRecord {
     keep("volumes", session.machine(), &MachineState::volumesChanged, &MachineState::volumes);
     keep("deltas", session.result(), &ScanResult::deltasChanged,
          [](const ScanResult& part) { return std::pair(part.deltas(), part.grewPaths()); });
+    keep("duplicates", session.findings(), &Findings::duplicatesChanged, &Findings::duplicates);
+    keep("deadLinks", session.findings(), &Findings::deadLinksChanged, &Findings::deadLinks);
+    keep("cloudItems", session.findings(), &Findings::cloudItemsChanged, &Findings::cloudItems);
+    keep("cloneGroups", session.findings(), &Findings::cloneGroupsChanged, &Findings::cloneGroups);
+    keep("safeItems", session.findings(), &Findings::safeItemsChanged, &Findings::safeItems);
     keep("toast", session.messages(), &Messages::toastChanged, &Messages::toast);
     keep("failures", session.messages(), &Messages::failureChanged, &Messages::failures);
     keep("focused", session.selection(), &Selection::focusedChanged, &Selection::focused);
