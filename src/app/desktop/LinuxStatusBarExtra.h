@@ -2,7 +2,8 @@
 // freedesktop.org: it registers with whoever is org.kde.StatusNotifierWatcher on the session bus,
 // and again with each one that takes its place. Main thread only; nothing waits for the bus.
 //
-// It is shown while a watcher knows it and has somebody who draws.
+// It is shown while a watcher knows it and has somebody who draws. docs/status-item.md tells why
+// this is not a QSystemTrayIcon.
 #pragma once
 
 #include <functional>
