@@ -50,7 +50,7 @@ class CanvasBench {
     component.setData("import Tessaly.Map\nTreemapCanvas { width: 1280; height: 820 }", QUrl());
     const NodeHandle node(bench::sampleFolder(7));
     canvas_.reset(qobject_cast<TreemapSurface*>(
-        component.createWithInitialProperties({{"session", QVariant::fromValue(&session_)},
+        component.createWithInitialProperties({{"map", QVariant::fromValue(&map_)},
                                                {"actions", QVariant::fromValue(&actions_)},
                                                {"node", QVariant::fromValue(node)}})));
     if (!canvas_) qFatal("%s", qPrintable(component.errorString()));
@@ -125,6 +125,7 @@ class CanvasBench {
   FakeMachine machine_;
   HandSteppedDispatch& dispatch_ = machine_.dispatch;
   ScanSession session_{machine_.services("/home")};
+  CanvasState map_{session_};
   NodeActions actions_{{.workspace = machine_.workspace,
                         .pasteboard = machine_.pasteboard,
                         .quickLook = {},

@@ -15,6 +15,7 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
+#include "app/map/CanvasState.h"
 #include "app/map/SampleTiles_test.h"
 #include "app/map/TreemapSurface.h"
 #include "app/model/NodeActions.h"
@@ -45,7 +46,7 @@ class CanvasFixture : public ::testing::Test {
     component.setData("import Tessaly.Map\nTreemapCanvas { x: 50; width: 800; height: 600 }",
                       QUrl());
     canvas_.reset(qobject_cast<TreemapSurface*>(
-        component.createWithInitialProperties({{"session", QVariant::fromValue(&session_)},
+        component.createWithInitialProperties({{"map", QVariant::fromValue(&map_)},
                                                {"actions", QVariant::fromValue(&actions_)},
                                                {"node", QVariant::fromValue(NodeHandle(node))}})));
     ASSERT_TRUE(canvas_) << component.errorString().toStdString();
@@ -121,6 +122,7 @@ class CanvasFixture : public ::testing::Test {
 
   FakeMachine machine_;
   ScanSession session_{machine_.services("/home")};
+  CanvasState map_{session_};
   std::vector<std::string> asked_;  // of the doors that no fake stands behind
   NodeActions actions_{{.workspace = machine_.workspace,
                         .pasteboard = machine_.pasteboard,

@@ -7,7 +7,7 @@ import Tessaly.Model
 MarrowMenu {
     id: menu
 
-    required property ScanSession session
+    required property TileMenuState tile
     required property NodeActions actions
 
     // These two are the map's own.
@@ -15,72 +15,66 @@ MarrowMenu {
     signal trashAsked(node: nodeHandle)
 
     function ask(node: nodeHandle, place: point, byKeyboard: bool) {
-        state.node = node
+        menu.tile.node = node
         openAt(place.x, place.y, byKeyboard)
     }
 
     objectName: "tileMenu"
     name: "Tile"
 
-    TileMenuState {
-        id: state
-
-        session: menu.session
-    }
-
     MarrowMenuItem {
         objectName: "tileOpenFolder"
-        visible: state.canOpenFolder
+        visible: menu.tile.canOpenFolder
         text: "Open folder"
-        onTriggered: menu.openAsked(state.node)
+        onTriggered: menu.openAsked(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileReveal"
         text: Wording.reveal
-        onTriggered: menu.actions.reveal(state.node)
+        onTriggered: menu.actions.reveal(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileOpen"
         text: "Open"
-        onTriggered: menu.actions.open(state.node)
+        onTriggered: menu.actions.open(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileQuickLook"
         text: "Quick Look"
-        onTriggered: menu.actions.quickLook(state.node)
+        onTriggered: menu.actions.quickLook(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileCopyPath"
         text: "Copy Path"
-        onTriggered: menu.actions.copyPath(state.node)
+        onTriggered: menu.actions.copyPath(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileTerminal"
         text: "Open in Terminal"
-        onTriggered: menu.actions.openTerminal(state.node)
+        onTriggered: menu.actions.openTerminal(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileEditor"
         text: "Open in Editor"
-        onTriggered: menu.actions.openInEditor(state.node)
+        onTriggered: menu.actions.openInEditor(menu.tile.node)
     }
 
     MarrowMenuItem {
         objectName: "tileQueue"
         text: "Add to Cleanup Queue"
-        onTriggered: state.addToQueue()
+        onTriggered: menu.tile.addToQueue()
     }
 
     MarrowMenuItem {
         objectName: "tileZip"
         text: "Zip Then Trash…"
-        onTriggered: state.zipThenTrash()
+        onTriggered: menu.tile.zipThenTrash()
     }
 
     MarrowMenuSeparator {
@@ -91,6 +85,6 @@ MarrowMenu {
         objectName: "tileTrash"
         text: "Move to Trash"
         destructive: true
-        onTriggered: menu.trashAsked(state.node)
+        onTriggered: menu.trashAsked(menu.tile.node)
     }
 }

@@ -12,11 +12,11 @@ bool TileMenuState::canOpenFolder() const {
 }
 
 void TileMenuState::addToQueue() {
-  if (session_ != nullptr && node_.isValid()) session_->cleanupQueue().addToQueue(*node_.node());
+  if (node_.isValid()) session_.cleanupQueue().addToQueue(*node_.node());
 }
 
 void TileMenuState::zipThenTrash() {
-  if (session_ != nullptr && node_.isValid()) session_->zipThenTrash({*node_.node()});
+  if (node_.isValid()) session_.zipThenTrash({*node_.node()});
 }
 
 }  // namespace tessaly

@@ -13,13 +13,15 @@ namespace tessaly {
 class TileMenuState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(tessaly::ScanSession* session MEMBER session_ NOTIFY sessionChanged REQUIRED)
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
   // Whether there is anything to see inside.
   Q_PROPERTY(bool canOpenFolder READ canOpenFolder NOTIFY nodeChanged)
 
  public:
-  using QObject::QObject;
+  // The session must outlive it.
+  explicit TileMenuState(ScanSession& session, QObject* parent = nullptr)
+      : QObject(parent), session_(session) {}
 
   NodeHandle node() const { return node_; }
   void setNode(const NodeHandle& node);
@@ -30,11 +32,10 @@ class TileMenuState : public QObject {
   Q_INVOKABLE void zipThenTrash();
 
  signals:
-  void sessionChanged();
   void nodeChanged();
 
  private:
-  ScanSession* session_ = nullptr;
+  ScanSession& session_;
   NodeHandle node_;
 };
 

@@ -206,8 +206,7 @@ TEST_F(TileMenuTest, stays_away_while_a_band_is_drawn) {
 TEST(TileMenuState, does_nothing_before_there_is_a_node) {
   FakeMachine machine;
   ScanSession session(machine.services("/home"));
-  TileMenuState state;
-  state.setProperty("session", QVariant::fromValue(&session));
+  TileMenuState state(session);
   EXPECT_FALSE(state.canOpenFolder());
   state.addToQueue();
   state.zipThenTrash();

@@ -43,7 +43,7 @@ TreemapSurface {
     TileMenu {
         id: tileMenu
 
-        session: canvas.session
+        tile: canvas.map.menu(tileMenu)
         actions: canvas.actions
         onOpenAsked: node => canvas.open(node)
         onTrashAsked: node => canvas.menu(node)

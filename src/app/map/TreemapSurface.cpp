@@ -22,24 +22,11 @@ TreemapSurface::TreemapSurface(QQuickItem* parent)
   connect(&escapeWatch_, &EscapeWatch::escaped, this, &TreemapSurface::dropBand);
 }
 
-void TreemapSurface::setSession(ScanSession* session) {
-  if (session_ == session) return;
-  if (session_ != nullptr) {
-    session_->choices().disconnect(this);
-    session_->result().disconnect(this);
-    session_->shown().disconnect(this);
-    session_->selection().disconnect(this);
-  }
-  session_ = session;
-  if (session_ != nullptr) {
-    connect(&session_->choices(), &Choices::filtersChanged, this, &TreemapSurface::renew);
-    connect(&session_->result(), &ScanResult::deltasChanged, this, &TreemapSurface::renew);
-    connect(&session_->shown(), &Shown::heatmapChanged, this, &TreemapSurface::renew);
-    connect(&session_->selection(), &Selection::selectionChanged, this, &TreemapSurface::renew);
-    connect(&session_->shown(), &Shown::menuNodeChanged, this, &TreemapSurface::followMenu);
-  }
+void TreemapSurface::componentComplete() {
+  QQuickItem::componentComplete();
+  connect(map_, &CanvasState::marksChanged, this, &TreemapSurface::renew);
+  connect(&map_->shown(), &Shown::menuNodeChanged, this, &TreemapSurface::followMenu);
   renew();
-  emit sessionChanged();
 }
 
 void TreemapSurface::setNode(const NodeHandle& node) {
@@ -78,15 +65,13 @@ void TreemapSurface::updatePolish() {
 
 // What stands on the canvas, if that is no longer what it was made for.
 void TreemapSurface::makeTiles() {
-  if (!stale_ || window() == nullptr) return;
+  if (!stale_ || window() == nullptr || !isComponentComplete()) return;
   stale_ = false;
-  if (session_ == nullptr || !node_.isValid() || size().isEmpty()) {
+  if (!node_.isValid() || size().isEmpty()) {
     tiles_ = {};
     tileTexture_->clear();
   } else {
-    tiles_ = CanvasTiles(*node_.node(), size(),
-                         {session_->choices().filters(), session_->result().grewPaths(),
-                          session_->selection().selected(), session_->shown().heatmap()});
+    tiles_ = CanvasTiles(*node_.node(), size(), map_->marks());
     tileTexture_->show(MapPicture::whole(tiles_, size(), scale(), labels_),
                        TilePainter::opaquePart(size(), scale()));
   }

@@ -29,21 +29,21 @@
 
 #include "app/map/BandGesture.h"
 #include "app/map/BandItem.h"
+#include "app/map/CanvasState.h"
 #include "app/map/CanvasTiles.h"
 #include "app/map/EscapeWatch.h"
 #include "app/map/LabelPainter.h"
 #include "app/map/PictureItem.h"
 #include "app/map/TooltipState.h"
 #include "app/model/NodeHandle.h"
-#include "session/ScanSession.h"
 
 namespace tessaly {
 
 class TreemapSurface : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(
-      tessaly::ScanSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
+  // Set once, before the component is complete.
+  Q_PROPERTY(tessaly::CanvasState* map MEMBER map_ NOTIFY mapChanged REQUIRED)
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged REQUIRED)
 
   Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)
@@ -55,8 +55,6 @@ class TreemapSurface : public QQuickItem {
  public:
   explicit TreemapSurface(QQuickItem* parent = nullptr);
 
-  ScanSession* session() const { return session_; }
-  void setSession(ScanSession* session);
   NodeHandle node() const { return node_; }
   void setNode(const NodeHandle& node);
 
@@ -92,13 +90,14 @@ class TreemapSurface : public QQuickItem {
   void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place, bool byKeyboard);
   // The user wants the item of this node in the Trash.
   void menu(const tessaly::NodeHandle& node);
-  void sessionChanged();
+  void mapChanged();
   void nodeChanged();
   void tilesChanged();
   void keyboardTileChanged();
   void menuOpenChanged();
 
  protected:
+  void componentComplete() override;
   void updatePolish() override;
   void geometryChange(const QRectF& now, const QRectF& before) override;
   void itemChange(ItemChange change, const ItemChangeData& data) override;
@@ -137,7 +136,7 @@ class TreemapSurface : public QQuickItem {
   void takeKeyboardAway();
   double scale() const;
 
-  ScanSession* session_ = nullptr;
+  CanvasState* map_ = nullptr;
   NodeHandle node_;
   CanvasTiles tiles_;
   LabelPainter labels_;

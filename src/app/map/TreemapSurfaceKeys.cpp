@@ -39,13 +39,13 @@ bool asksForMenu(const QKeyEvent& event) {
 }  // namespace
 
 void TreemapSurface::keyPressEvent(QKeyEvent* event) {
-  event->setAccepted(session_ != nullptr && actOn(*event));
+  event->setAccepted(actOn(*event));
 }
 
 bool TreemapSurface::actOn(const QKeyEvent& event) {
   if (event.key() == Qt::Key_Escape) {
-    if (session_->navigation().stack().size() < 2) return false;
-    session_->navigation().back();
+    if (map_->navigation().stack().size() < 2) return false;
+    map_->navigation().back();
     return true;
   }
   makeTiles();
@@ -86,7 +86,7 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
 std::optional<std::size_t> TreemapSurface::keyboardStart() const {
   if (tiles_.all().empty()) return std::nullopt;
   std::optional<std::size_t> start;
-  if (const auto& focused = session_->selection().focused()) {
+  if (const auto& focused = map_->selection().focused()) {
     const std::string path = focused->path();
     for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
       const DiskNode& node = tiles_[i].rect.node;
@@ -102,7 +102,7 @@ void TreemapSurface::putKeyboardOn(std::size_t index) {
   keyboardPath_ = node.path();
   highlight(index);
   placeTooltip();
-  session_->selection().setFocused(node);
+  map_->selection().setFocused(node);
   emit keyboardTileChanged();
 }
 
@@ -125,8 +125,8 @@ void TreemapSurface::takeKeyboardAway() {
 
 void TreemapSurface::takeKeyboard() {
   forceActiveFocus(Qt::OtherFocusReason);
-  if (session_ == nullptr || gesture_.isDragging()) return;
-  const auto& focused = session_->selection().focused();
+  if (gesture_.isDragging()) return;
+  const auto& focused = map_->selection().focused();
   keyboardPath_ = focused ? focused->path() : std::string();
   renew();
 }
@@ -140,7 +140,7 @@ void TreemapSurface::focusInEvent(QFocusEvent* event) {
   QQuickItem::focusInEvent(event);
   if (event->reason() != Qt::TabFocusReason && event->reason() != Qt::BacktabFocusReason) return;
   makeTiles();
-  if (session_ == nullptr || keyboardPath_ || gesture_.isDragging()) return;
+  if (keyboardPath_ || gesture_.isDragging()) return;
   if (const auto start = keyboardStart()) putKeyboardOn(*start);
 }
 
@@ -155,11 +155,11 @@ void TreemapSurface::focusOutEvent(QFocusEvent* event) {
 }
 
 void TreemapSurface::press(const NodeHandle& node) {
-  if (session_ != nullptr && node.isValid()) click(*node.node(), Qt::NoModifier);
+  if (node.isValid()) click(*node.node(), Qt::NoModifier);
 }
 
 void TreemapSurface::toggle(const NodeHandle& node) {
-  if (session_ != nullptr && node.isValid()) click(*node.node(), Qt::ShiftModifier);
+  if (node.isValid()) click(*node.node(), Qt::ShiftModifier);
 }
 
 void TreemapSurface::tellFocus(QQuickItem* element) const {

@@ -69,7 +69,7 @@ std::optional<std::size_t> TreemapSurface::tileToKeep() {
 }
 
 bool TreemapSurface::hasFocus(const DiskNode& node) const {
-  const auto& focused = session_->selection().focused();
+  const auto& focused = map_->selection().focused();
   // A remainder may share its path with a file of the disk.
   return focused && focused->path() == node.path() && isRemainder(*focused) == isRemainder(node);
 }
@@ -80,7 +80,7 @@ void TreemapSurface::comeTo(std::optional<std::size_t> index) {
   highlight(index);
   if (!index || !isAnother) return;
   const DiskNode node = tiles_[*index].rect.node;  // whoever is told may replace the tiles
-  session_->selection().setFocused(node);
+  map_->selection().setFocused(node);
 }
 
 void TreemapSurface::highlight(std::optional<std::size_t> index) {
@@ -104,7 +104,7 @@ void TreemapSurface::highlight(std::optional<std::size_t> index) {
     tooltip_.hide();
     return;
   }
-  tooltip_.show(TooltipText::of(tile.rect, session_->shown().heatmap(), NodeTint::presentTime()),
+  tooltip_.show(TooltipText::of(tile.rect, map_->shown().heatmap(), NodeTint::presentTime()),
                 tile.tint);
 }
 
@@ -171,8 +171,7 @@ void TreemapSurface::selectBand(Qt::KeyboardModifiers modifiers) {
   makeTiles();  // of a tree that has just come, rather than of the one before
   const std::vector<DiskNode> hits = tiles_.within(*gesture_.band());
   dropBand();
-  if (session_ != nullptr)
-    session_->selection().selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
+  map_->selection().selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
 }
 
 // There is no drag any more. The tile that the pointer is on has not been entered by it.
@@ -204,8 +203,7 @@ void TreemapSurface::setMenuOpen(bool open) {
 // The item whose menu is open, or about which the user is asked.
 std::optional<std::string> TreemapSurface::menuPath() const {
   if (menuOpen_) return askedPath_;
-  if (session_ != nullptr && session_->shown().menuNode())
-    return session_->shown().menuNode()->path();
+  if (const auto& asked = map_->shown().menuNode()) return asked->path();
   return std::nullopt;
 }
 
@@ -218,17 +216,16 @@ void TreemapSurface::followMenu() {
 
 void TreemapSurface::click(const DiskNode& node, Qt::KeyboardModifiers modifiers) {
   const DiskNode clicked = node;  // the handlers may replace the tiles
-  session_->selection().setFocused(clicked);
+  map_->selection().setFocused(clicked);
   if (isRemainder(clicked)) return;
   if (modifiers.testFlag(Qt::ShiftModifier)) {
-    session_->selection().toggleSelect(clicked);
+    map_->selection().toggleSelect(clicked);
   } else if (modifiers.testFlag(Qt::ControlModifier)) {  // Command on macOS
-    session_->cleanupQueue().addToQueue(clicked);
-    session_->messages().flash("Queued " + std::string(clicked.name()));
+    map_->queue(clicked);
   } else if (clicked.isDir() && !clicked.children().empty()) {
     emit open(NodeHandle(clicked));
   } else {
-    session_->navigation().reveal(clicked);
+    map_->navigation().reveal(clicked);
   }
 }
 

@@ -328,21 +328,6 @@ TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_something_has_grown) {
   EXPECT_NE(tint("note"), MarrowTheme::warning);
 }
 
-TEST_F(TreemapSurfaceTest, follows_its_session_and_no_other) {
-  FakeMachine machine;
-  ScanSession other(machine.services("/home"));
-  canvas_->setSession(&other);
-  draw();
-  const int before = canvas_->tileTexture().pictureCount();
-  session_.shown().setHeatmap(true);
-  draw();
-  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before);
-  other.shown().setHeatmap(true);
-  draw();
-  EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
-  canvas_->setSession(&session_);
-}
-
 TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
   canvas_->setSize({500, 300});
   draw();

@@ -38,7 +38,7 @@ DiskMapState::Screen DiskMapState::screenFor(ScanStatus status, bool hasCurrent)
 }
 
 DiskMapState::DiskMapState(ScanSession& session, QObject* parent)
-    : QObject(parent), session_(session), bar_(session), modes_(session.shown()) {
+    : QObject(parent), session_(session), bar_(session), modes_(session.shown()), canvas_(session) {
   connect(&session_.navigation(), &Navigation::stackChanged, this, &DiskMapState::takeCurrent);
   connect(&session_.run(), &ScanRun::statusChanged, this, &DiskMapState::screenChanged);
   connect(&session_.run(), &ScanRun::statusChanged, this, &DiskMapState::statsTextChanged);

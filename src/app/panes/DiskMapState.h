@@ -9,6 +9,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/map/CanvasState.h"
 #include "app/model/NodeHandle.h"
 #include "app/panes/ModeBarState.h"
 #include "app/panes/ModeListModel.h"
@@ -20,9 +21,10 @@ class DiskMapState : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
-  // Of the row above the map: what it offers, and the ways of showing the tree.
+  // Of the row above the map: what it offers, and the ways of showing the tree. Then of the map.
   Q_PROPERTY(tessaly::ModeBarState* bar READ bar CONSTANT)
   Q_PROPERTY(tessaly::ModeListModel* modes READ modes CONSTANT)
+  Q_PROPERTY(tessaly::CanvasState* canvas READ canvas CONSTANT)
   Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
@@ -59,6 +61,7 @@ class DiskMapState : public QObject {
 
   ModeBarState* bar() { return &bar_; }
   ModeListModel* modes() { return &modes_; }
+  CanvasState* canvas() { return &canvas_; }
   Screen screen() const;
   bool isRescanning() const;
   bool showsTreemap() const;
@@ -100,6 +103,7 @@ class DiskMapState : public QObject {
   ScanSession& session_;
   ModeBarState bar_;
   ModeListModel modes_;
+  CanvasState canvas_;
   std::optional<DiskNode> node_;
   std::string place_;
 };

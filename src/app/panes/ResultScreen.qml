@@ -54,7 +54,7 @@ Item {
             // qmllint disable unqualified
             sourceComponent: TreemapCanvas {
                 objectName: "canvas"
-                session: screen.session
+                map: screen.map.canvas
                 actions: screen.actions
                 node: screen.map.node
                 onOpen: node => screen.map.open(node)
