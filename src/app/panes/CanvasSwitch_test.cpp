@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include <QQmlParserStatus>
 #include <QQuickWindow>
 #include <QTest>
 
@@ -38,9 +39,10 @@ class CanvasSwitchTest : public SessionFixture {
     canvas_.reset();
     if (switch_.isActive()) {
       canvas_ = std::make_unique<TreemapSurface>(window_.contentItem());
-      canvas_->setSession(&session());
+      canvas_->setProperty("map", QVariant::fromValue(map_.canvas()));
       canvas_->setNode(map_.node());
       canvas_->setSize(QSizeF(400, 300));
+      static_cast<QQmlParserStatus&>(*canvas_).componentComplete();
       ++made_;
     }
     switch_.setProperty("canvas", QVariant::fromValue(canvas_.get()));
