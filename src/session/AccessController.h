@@ -1,5 +1,5 @@
-// Whether the program may read all of the disk, as the views need to know it: the answer of the
-// last probe, and whether the gate that asks for the right stands before the window.
+// Whether the program can read the whole disk, for the views: the result of the last probe, and
+// whether the gate that asks for the permission is shown.
 //
 // Main thread only; a probe blocks while it reads.
 #pragma once
@@ -25,24 +25,24 @@ class AccessController : public QObject {
 
   using Probe = std::function<bool()>;
 
-  // Probes at once. The gate stands unless access is granted, or the user has gone past it in an
-  // earlier run. The settings outlive the controller.
+  // Probes at once. The gate is shown unless access is granted or the user skipped it in an earlier
+  // run. The settings must outlive the controller.
   AccessController(SettingsStore& defaults, Probe probe, QObject* parent = nullptr);
 
   bool isGranted() const { return isGranted_; }
   bool showGate() const { return showGate_; }
   void setShowGate(bool show);
-  // The right has been asked for, and will not be had before the program is started anew.
+  // The user is granting access, which takes effect when the program is restarted.
   bool needsRelaunch() const { return needsRelaunch_; }
 
-  // Probes again. The gate vanishes once access is granted; while it stands without, a new start
-  // still lies ahead.
+  // Probes again. Hides the gate if access is granted; if not and the gate is shown, a relaunch is
+  // needed.
   Q_INVOKABLE void refresh();
 
-  // The user is on the way to grant access.
+  // The user has started to grant access.
   Q_INVOKABLE void beginGrant();
 
-  // The user goes on without, and is not asked again at later starts.
+  // The user continues without access. Later starts do not ask again.
   Q_INVOKABLE void skip();
 
  signals:

@@ -23,7 +23,7 @@ class AccessControllerTest : public ::testing::Test {
   int probes_ = 0;
 };
 
-TEST_F(AccessControllerTest, probes_when_it_is_made_and_shows_the_gate_without_access) {
+TEST_F(AccessControllerTest, construction_probes_and_shows_the_gate_without_access) {
   const AccessController access = make();
   EXPECT_EQ(probes_, 1);
   EXPECT_FALSE(access.isGranted());
@@ -32,7 +32,7 @@ TEST_F(AccessControllerTest, probes_when_it_is_made_and_shows_the_gate_without_a
   EXPECT_EQ(settings_.boolean("marrow.fullDiskAccessGranted"), std::nullopt);
 }
 
-TEST_F(AccessControllerTest, shows_no_gate_with_access_whether_it_was_skipped_or_not) {
+TEST_F(AccessControllerTest, the_gate_is_hidden_with_access_whether_skipped_or_not) {
   isGranted_ = true;
   for (const bool skipped : {false, true}) {
     settings_.setBoolean("marrow.fdaGateSkipped", skipped);
@@ -43,7 +43,7 @@ TEST_F(AccessControllerTest, shows_no_gate_with_access_whether_it_was_skipped_or
   }
 }
 
-TEST_F(AccessControllerTest, shows_no_gate_and_never_asks_for_a_new_start_once_skipped) {
+TEST_F(AccessControllerTest, a_skipped_gate_stays_hidden_and_needs_no_relaunch) {
   settings_.setBoolean("marrow.fdaGateSkipped", true);
   AccessController access = make();
   EXPECT_FALSE(access.showGate());
@@ -51,7 +51,7 @@ TEST_F(AccessControllerTest, shows_no_gate_and_never_asks_for_a_new_start_once_s
   EXPECT_FALSE(access.needsRelaunch());
 }
 
-TEST_F(AccessControllerTest, needs_a_new_start_from_the_first_refresh_that_fails_behind_the_gate) {
+TEST_F(AccessControllerTest, a_failed_refresh_behind_the_gate_needs_a_relaunch) {
   AccessController access = make();
   const QSignalSpy changes(&access, &AccessController::needsRelaunchChanged);
   access.refresh();
@@ -60,7 +60,7 @@ TEST_F(AccessControllerTest, needs_a_new_start_from_the_first_refresh_that_fails
   EXPECT_EQ(changes.count(), 1);
 }
 
-TEST_F(AccessControllerTest, takes_the_gate_away_once_access_is_granted) {
+TEST_F(AccessControllerTest, granted_access_hides_the_gate) {
   AccessController access = make();
   access.refresh();
   isGranted_ = true;
@@ -73,7 +73,7 @@ TEST_F(AccessControllerTest, takes_the_gate_away_once_access_is_granted) {
   EXPECT_EQ(settings_.boolean("marrow.fullDiskAccessGranted"), true);
 }
 
-TEST_F(AccessControllerTest, remembers_that_access_was_granted_after_it_is_lost) {
+TEST_F(AccessControllerTest, granted_access_is_remembered_after_it_is_lost) {
   isGranted_ = true;
   AccessController access = make();
   isGranted_ = false;
@@ -83,14 +83,14 @@ TEST_F(AccessControllerTest, remembers_that_access_was_granted_after_it_is_lost)
   EXPECT_EQ(settings_.boolean("marrow.fullDiskAccessGranted"), true);
 }
 
-TEST_F(AccessControllerTest, needs_a_new_start_while_the_user_grants_access) {
+TEST_F(AccessControllerTest, granting_access_needs_a_relaunch) {
   AccessController access = make();
   access.beginGrant();
   EXPECT_TRUE(access.needsRelaunch());
   EXPECT_TRUE(access.showGate());
 }
 
-TEST_F(AccessControllerTest, remembers_that_the_user_went_on_without) {
+TEST_F(AccessControllerTest, skipping_is_remembered) {
   AccessController access = make();
   access.skip();
   EXPECT_FALSE(access.showGate());
@@ -98,7 +98,7 @@ TEST_F(AccessControllerTest, remembers_that_the_user_went_on_without) {
   EXPECT_FALSE(make().showGate());
 }
 
-TEST_F(AccessControllerTest, can_be_asked_for_the_gate_again_and_then_waits_for_a_new_start) {
+TEST_F(AccessControllerTest, the_gate_can_be_shown_again_and_then_a_relaunch_is_needed) {
   settings_.setBoolean("marrow.fdaGateSkipped", true);
   AccessController access = make();
   access.setShowGate(true);

@@ -17,7 +17,7 @@ AppDelegate::AppDelegate(Services services) : services_(std::move(services)) {
 
 void AppDelegate::applicationDidFinishLaunching() {
   services_.beginWindow(services_.prefs.startHidden());
-  // By reference to what outlives the figures, and with them every answer.
+  // The answer may come after this delegate is gone, but not after these services.
   services_.figures->askDisk([&prefs = services_.prefs, &notifications = services_.notifications,
                               date = services_.date](const DiskUsage& disk) {
     DiskAlert::check(disk.usedPercent, prefs, prefs.defaults(), notifications, date());

@@ -1,4 +1,4 @@
-// The two moments in the life of the program that no view sees. Main thread only.
+// What the program does when it is launched and when it is opened again. Main thread only.
 #pragma once
 
 #include <chrono>
@@ -16,12 +16,12 @@ namespace tessaly {
 
 class AppDelegate {
  public:
-  // All of it outlives the delegate, and the figures are outlived by the rest. Where a function is
-  // not given, the named one is taken.
+  // All of them must outlive the delegate; `figures` must be destroyed before the others. If a
+  // function is empty, the named one is used.
   struct Services {
-    MarrowPrefs& prefs;  // and the settings that they live in
+    MarrowPrefs& prefs;  // the settings behind prefs
     NotificationCenter& notifications;
-    std::function<void(bool startHidden)> beginWindow;  // shows the main window, or does not
+    std::function<void(bool startHidden)> beginWindow;  // shows the main window unless hidden
     std::function<std::optional<DiskUsage>()> volumeUsage = {};        // DiskSpace::volumeUsage
     Shell::Run run = {};                                               // Shell::run
     std::function<std::chrono::system_clock::time_point()> date = {};  // the system's clock
@@ -30,12 +30,12 @@ class AppDelegate {
 
   explicit AppDelegate(Services services);
 
-  // The main window comes up, unless the user wants it hidden; a disk that is nearly full is told,
-  // as soon as it is known.
+  // Shows the main window unless the user starts the program hidden, and warns of a nearly full
+  // disk as soon as its usage is known.
   void applicationDidFinishLaunching();
 
-  // The program was started again while it runs: its windows come forward, whether or not there are
-  // some to see. Gives true: nothing else is to be done.
+  // The program was started again while it runs: brings its windows to the front, visible or not.
+  // Returns true: the caller has nothing else to do.
   bool applicationShouldHandleReopen(bool hasVisibleWindows);
 
  private:

@@ -39,7 +39,7 @@ DiskUsage full(double percent) {
   return {.total = 1000, .used = 900, .free = 100, .usedPercent = percent, .purgeable = 0};
 }
 
-TEST_F(AppDelegateTest, begins_with_the_window_and_hides_it_where_the_user_wants_that) {
+TEST_F(AppDelegateTest, launching_shows_the_window_unless_it_starts_hidden) {
   delegateFor(full(10)).applicationDidFinishLaunching();
   prefs_.setStartHidden(true);
   delegateFor(full(10)).applicationDidFinishLaunching();
@@ -47,7 +47,7 @@ TEST_F(AppDelegateTest, begins_with_the_window_and_hides_it_where_the_user_wants
   EXPECT_EQ(wanted_, 0);
 }
 
-TEST_F(AppDelegateTest, tells_of_a_disk_that_is_nearly_full_at_the_start) {
+TEST_F(AppDelegateTest, launching_warns_of_a_nearly_full_disk) {
   delegateFor(full(89.9)).applicationDidFinishLaunching();
   EXPECT_TRUE(notifications_.posted.empty());
   delegateFor(full(90)).applicationDidFinishLaunching();
@@ -58,7 +58,7 @@ TEST_F(AppDelegateTest, tells_of_a_disk_that_is_nearly_full_at_the_start) {
   EXPECT_EQ(notifications_.posted.size(), 1u);
 }
 
-TEST_F(AppDelegateTest, asks_a_tool_where_the_file_system_says_nothing) {
+TEST_F(AppDelegateTest, a_tool_is_asked_if_the_file_system_reports_no_usage) {
   std::vector<std::string> asked;
   AppDelegate delegate({.prefs = prefs_,
                         .notifications = notifications_,
@@ -75,7 +75,7 @@ TEST_F(AppDelegateTest, asks_a_tool_where_the_file_system_says_nothing) {
   ASSERT_EQ(notifications_.posted.size(), 1u);
 }
 
-TEST_F(AppDelegateTest, tells_of_a_full_disk_when_that_is_known_and_waits_for_nothing) {
+TEST_F(AppDelegateTest, launching_does_not_wait_for_the_usage_it_warns_of) {
   HeldFigures figures;
   AppDelegate delegate({.prefs = prefs_,
                         .notifications = notifications_,
@@ -88,12 +88,12 @@ TEST_F(AppDelegateTest, tells_of_a_full_disk_when_that_is_known_and_waits_for_no
   EXPECT_EQ(notifications_.posted.size(), 1u);
 }
 
-TEST_F(AppDelegateTest, tells_nothing_of_a_disk_that_nobody_knows) {
+TEST_F(AppDelegateTest, launching_does_not_warn_if_the_usage_is_unknown) {
   delegateFor(std::nullopt).applicationDidFinishLaunching();
   EXPECT_TRUE(notifications_.posted.empty());
 }
 
-TEST_F(AppDelegateTest, brings_the_windows_forward_when_it_is_opened_again) {
+TEST_F(AppDelegateTest, opening_the_program_again_brings_its_windows_to_the_front) {
   AppDelegate delegate = delegateFor(full(10));
   EXPECT_TRUE(delegate.applicationShouldHandleReopen(false));
   EXPECT_EQ(wanted_, 1);

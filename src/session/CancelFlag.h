@@ -1,9 +1,8 @@
-// The one thing that the main thread and a running walk share: whether the walk should stop.
-// Safe from any thread. What was written before set() is there to be read for whoever has seen
-// isSet().
+// Tells a running walk to stop. The main thread and the walk share it.
+// Safe from any thread. Writes before set() are visible to a thread for which isSet() is true.
 //
-// The walk asks once for each of its items. The lock is never fought over, since setting happens
-// once, so asking costs some 20 ns: one part in a hundred of the walk.
+// The walk calls isSet() once per item. The lock is uncontended, since set() is called once, so a
+// call costs some 20 ns, about 1 % of the walk.
 #pragma once
 
 #include <mutex>

@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-TEST(CancelFlag, is_not_set_at_first_and_stays_set_afterwards) {
+TEST(CancelFlag, the_flag_is_clear_at_first_and_stays_set_once_set) {
   CancelFlag flag;
   EXPECT_FALSE(flag.isSet());
   flag.set();
@@ -17,7 +17,7 @@ TEST(CancelFlag, is_not_set_at_first_and_stays_set_afterwards) {
   EXPECT_TRUE(flag.isSet());
 }
 
-TEST(CancelFlag, reaches_a_thread_that_polls_it) {
+TEST(CancelFlag, a_polling_thread_sees_the_flag) {
   CancelFlag flag;
   int writtenBefore = 0;
   int seen = 0;

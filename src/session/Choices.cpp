@@ -41,7 +41,7 @@ void Choices::addExclude() {
   const QPointer<Choices> self(this);
   const std::optional<std::string> folder = folderPanel_.chooseFolder(
       {.prompt = "Exclude", .message = "This folder will be skipped on the next scan."});
-  // The panel runs the event loop meanwhile.
+  // The panel ran the event loop, so the object may be gone.
   if (!self || !folder) return;
   if (std::ranges::find(excludes_, *folder) != excludes_.end()) return;
 

@@ -1,5 +1,5 @@
-// What the user chooses for good, as the settings keep it: excluded folders, filters, pins; and the
-// roots that were scanned last.
+// The user's choices that the settings keep: excluded folders, filters and pins; and the roots that
+// were scanned last.
 //
 // Main thread only.
 #pragma once
@@ -21,7 +21,7 @@ class Choices : public QObject {
   Q_OBJECT
 
  public:
-  // Reads the settings. Both outlive the choices.
+  // Reads the settings. Settings and panel must outlive the choices.
   Choices(SettingsStore& settings, FolderPanel& folderPanel, Flash flash);
 
   const std::vector<BloatFilter>& filters() const { return filters_; }
@@ -31,18 +31,19 @@ class Choices : public QObject {
   const std::vector<std::string>& pins() const { return pins_; }        // newest first
   const std::vector<std::string>& recents() const { return recents_; }  // newest first
 
-  // What the next scan leaves out.
+  // The options of the next scan: what it leaves out.
   DiskScanner::Options scanOptions() const;
 
-  // Asks for a folder that scans leave out from now on.
+  // Asks for a folder that later scans leave out.
   Q_INVOKABLE void addExclude();
   void removeExclude(const std::string& path);
-  // What the map highlights, and what the next scan leaves out.
+  // Switch a filter: its highlight on the map, and whether the next scan leaves out what it
+  // matches.
   void toggleFilter(const std::string& id);
   void toggleSkip(const std::string& id);
-  // Pins a folder, or takes its pin away.
+  // Pins a folder, or unpins it.
   void togglePin(const std::string& path);
-  // A scan of `root` has ended.
+  // Puts `root` first among the recent roots, when a scan of it has ended.
   void pushRecent(FieldChanges& changes, const std::string& root);
 
  signals:

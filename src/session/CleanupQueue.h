@@ -1,4 +1,4 @@
-// The items that wait to be moved to the Trash, and the panel that lists them.
+// The items queued for the Trash, and the panel that lists them.
 //
 // Main thread only.
 #pragma once
@@ -21,19 +21,19 @@ class CleanupQueue : public QObject {
       bool queueMinimized READ queueMinimized WRITE setQueueMinimized NOTIFY queueMinimizedChanged)
 
  public:
-  // No two of them have the same path, and none stands for many items.
+  // Paths are unique; a remainder is never queued.
   const std::vector<DiskNode>& queue() const { return queue_; }
   bool queueOpen() const { return queueOpen_; }
   void setQueueOpen(bool open);
   bool queueMinimized() const { return queueMinimized_; }
   void setQueueMinimized(bool minimized);
 
-  // Appends the node and unfolds the panel; does nothing where it waits already.
+  // Appends the node and expands the panel; does nothing if the node is queued already.
   void addToQueue(const DiskNode& node);
   void addToQueue(FieldChanges& changes, const DiskNode& node);
   void removeFromQueue(const std::string& path);
   void removeFromQueue(FieldChanges& changes, const std::unordered_set<std::string>& paths);
-  // Lets all of it go and closes the panel; moves nothing.
+  // Removes all items and closes the panel; moves nothing to the Trash.
   Q_INVOKABLE void clearQueue();
   void clearQueue(FieldChanges& changes);
 

@@ -18,7 +18,7 @@ std::vector<std::string> pathsOf(const CleanupQueue& queue) {
   return paths;
 }
 
-TEST(CleanupQueueAlone, stays_open_until_the_last_item_is_removed) {
+TEST(CleanupQueueAlone, the_panel_stays_open_until_the_last_item_is_removed) {
   CleanupQueue queue;
   for (const char* path : {"/a", "/b", "/c"}) queue.addToQueue(file(path, 1));
   queue.removeFromQueue("/b");
@@ -31,7 +31,7 @@ TEST(CleanupQueueAlone, stays_open_until_the_last_item_is_removed) {
   EXPECT_FALSE(queue.queueOpen());
 }
 
-TEST(CleanupQueueAlone, unfolds_for_an_item_that_is_new_and_not_for_one_that_waits) {
+TEST(CleanupQueueAlone, the_panel_expands_for_a_new_item_only) {
   CleanupQueue queue;
   queue.addToQueue(file("/a", 1));
   queue.setQueueMinimized(true);

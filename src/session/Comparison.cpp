@@ -12,9 +12,9 @@ namespace tessaly {
 
 namespace {
 
-// Down to the children of the children.
+// The root, its children and their children.
 constexpr int comparedLevels = 2;
-// What both sides have is listed where it differs by this many bytes.
+// Items on both sides are listed if their sizes differ by at least this many bytes.
 constexpr std::int64_t smallestDifference = 1048576;
 
 }  // namespace
@@ -24,12 +24,12 @@ void Comparison::compare(FieldChanges& changes, const DiskNode& left, const std:
       Dispatch::Queue::userInitiated,
       [left, folder, walk = services_.walk](const Job& job) {
         DiskScanner::Callbacks callbacks;
-        // The user has no way to stop this walk; only the end of the session does.
+        // The user cannot cancel this walk; only the end of the session does.
         callbacks.isCancelled = job.cancelTest();
         const DiskNode right = walk(folder, callbacks, {});
         return ScanDiff::compareFolders(
             ScanDiff::flattenRelative(left, left.path(), 0, comparedLevels),
-            // Relative to where the walk has been, which is not what was chosen if that is a link.
+            // Relative to the path of the tree, which differs from `folder` if that is a link.
             ScanDiff::flattenRelative(right, right.path(), 0, comparedLevels), smallestDifference);
       },
       [this](std::vector<FolderCompareRow> rows) {

@@ -20,7 +20,7 @@ class Comparison : public QObject {
   Q_OBJECT
 
  public:
-  // `services` and what they name outlive the comparison.
+  // `services` and everything it refers to must outlive the comparison.
   explicit Comparison(const SessionServices& services)
       : services_(services), jobs_(services.dispatch) {}
 
@@ -29,15 +29,16 @@ class Comparison : public QObject {
   const std::string& compareRightName() const { return compareRightName_; }
 
   // Walks `folder` and compares it with `left`. The rows of an earlier comparison stay until then.
-  // Neither a scan nor a later comparison makes this one void: the one that ends last is shown.
+  // A scan or a later comparison does not cancel this one; the rows of the one that ends last are
+  // shown.
   void compare(FieldChanges& changes, const DiskNode& left, const std::string& folder);
 
-  // Stops the walks without waiting for them.
+  // Cancels the walks without waiting for them.
   void end() { jobs_.end(); }
 
  signals:
   void compareRowsChanged();
-  void compareNamesChanged();  // the left and the right one, which always change together
+  void compareNamesChanged();  // both names, which always change together
 
  private:
   const SessionServices& services_;

@@ -46,8 +46,8 @@ class Comparing : public SessionFixture {
              {folder("/r/big", 5 * MiB,
                      {folder("/r/big/deep", 5 * MiB, {file("/r/big/deep/film", 5 * MiB)})}),
               file("/r/other", 20)});
-  // What the two differ in: deep/ by exactly what is listed, its film not at all, for it lies too
-  // deep.
+  // The expected differences. deep/ differs by exactly the smallest listed difference; its film is
+  // too deep to be listed.
   const Rows rows_ = {{".", 9 * MiB, 5 * MiB},  {"big", 8 * MiB, 5 * MiB},
                       {"big/song", 2 * MiB, 0}, {"big/deep", 6 * MiB, 5 * MiB},
                       {"other", 0, 20},         {"note", 10, 0}};
@@ -57,7 +57,7 @@ class Comparing : public SessionFixture {
     folderPanel_.answer = "/r";
   }
 
-  // What the next walk brings.
+  // Sets the result of the next walk.
   void bring(const DiskNode& tree) { walks().at(walks().ran()).result = tree; }
 
   void compareWith(const DiskNode& tree) {
@@ -68,14 +68,14 @@ class Comparing : public SessionFixture {
   }
 };
 
-TEST_F(Comparing, asks_for_a_folder) {
+TEST_F(Comparing, comparing_asks_for_a_folder) {
   session().compareWithFolder();
   ASSERT_EQ(folderPanel_.requests.size(), 1u);
   EXPECT_EQ(folderPanel_.requests[0].prompt, "Compare");
   EXPECT_EQ(folderPanel_.requests[0].message, "Choose a folder to compare with the current map.");
 }
 
-TEST_F(Comparing, does_nothing_when_the_user_backs_out) {
+TEST_F(Comparing, comparing_does_nothing_if_the_panel_is_cancelled) {
   folderPanel_.answer = std::nullopt;
   session().compareWithFolder();
   EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
@@ -84,7 +84,7 @@ TEST_F(Comparing, does_nothing_when_the_user_backs_out) {
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
 }
 
-TEST_F(Comparing, shows_its_mode_and_both_names_before_anything_is_walked) {
+TEST_F(Comparing, mode_and_names_are_set_before_the_walk) {
   folderPanel_.answer = "/backup/old r/";
   QSignalSpy names(&session().comparison(), &Comparison::compareNamesChanged);
   QSignalSpy mode(&session().shown(), &Shown::vizModeChanged);
@@ -98,7 +98,7 @@ TEST_F(Comparing, shows_its_mode_and_both_names_before_anything_is_walked) {
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1u);
 }
 
-TEST_F(Comparing, calls_the_root_of_the_disk_by_its_names) {
+TEST_F(Comparing, the_root_of_the_disk_is_named_system_disk_or_slash) {
   DiskNode::Fields fields;
   fields.name = "Macintosh HD";
   fields.path = "/";
@@ -111,7 +111,7 @@ TEST_F(Comparing, calls_the_root_of_the_disk_by_its_names) {
   EXPECT_EQ(session().comparison().compareRightName(), "/");
 }
 
-TEST_F(Comparing, tells_of_names_that_are_new_and_of_no_others) {
+TEST_F(Comparing, names_are_announced_only_if_they_change) {
   session().compareWithFolder();
   QSignalSpy names(&session().comparison(), &Comparison::compareNamesChanged);
   session().compareWithFolder();
@@ -126,7 +126,7 @@ TEST_F(Comparing, tells_of_names_that_are_new_and_of_no_others) {
   EXPECT_EQ(session().comparison().compareLeftName(), "m");
 }
 
-TEST_F(Comparing, walks_the_chosen_folder_whole_and_without_a_word) {
+TEST_F(Comparing, the_chosen_folder_is_walked_without_excludes_or_progress) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.skipScan = true;
   session().choices().setFilters(filters);
@@ -144,7 +144,7 @@ TEST_F(Comparing, walks_the_chosen_folder_whole_and_without_a_word) {
   EXPECT_FALSE(walk.options.expandPackages);
 }
 
-TEST_F(Comparing, lists_what_differs_in_the_first_three_levels) {
+TEST_F(Comparing, differences_in_the_first_three_levels_are_listed) {
   bring(right_);
   session().compareWithFolder();
   QSignalSpy rows(&session().comparison(), &Comparison::compareRowsChanged);
@@ -155,13 +155,13 @@ TEST_F(Comparing, lists_what_differs_in_the_first_three_levels) {
   EXPECT_EQ(rows.count(), 1);
 }
 
-TEST_F(Comparing, lists_a_mebibyte_and_not_a_byte_less) {
+TEST_F(Comparing, the_smallest_listed_difference_is_one_mebibyte) {
   scanTo(folder("/l", 9 * MiB, {file("/l/a", 3 * MiB), file("/l/b", 3 * MiB)}));
   compareWith(folder("/r", 9 * MiB, {file("/r/a", 4 * MiB), file("/r/b", 4 * MiB - 1)}));
   EXPECT_EQ(session().comparison().compareRows(), (Rows{{"a", 3 * MiB, 4 * MiB}}));
 }
 
-TEST_F(Comparing, takes_the_root_of_the_scan_and_not_the_node_on_screen) {
+TEST_F(Comparing, the_root_of_the_scan_is_compared_and_not_the_node_on_screen) {
   session().open(session().navigation().current()->children().front());
   ASSERT_EQ(session().navigation().current()->path(), "/l/big");
   bring(right_);
@@ -172,7 +172,7 @@ TEST_F(Comparing, takes_the_root_of_the_scan_and_not_the_node_on_screen) {
   EXPECT_EQ(stackPaths(), (std::vector<std::string>{"/l", "/l/big"}));
 }
 
-TEST_F(Comparing, leaves_the_map_and_the_state_of_scans_alone) {
+TEST_F(Comparing, comparing_changes_neither_the_map_nor_the_state_of_scans) {
   session().shown().setPane(MainPane::apps);
   session().selection().setFocused(file("/l/note", 10));
   compareWith(right_);
@@ -185,7 +185,7 @@ TEST_F(Comparing, leaves_the_map_and_the_state_of_scans_alone) {
   EXPECT_EQ(session().navigation().stack(), std::vector<DiskNode>{left_});
 }
 
-TEST_F(Comparing, keeps_its_old_rows_until_the_new_ones_are_there) {
+TEST_F(Comparing, old_rows_stay_until_the_new_ones_arrive) {
   compareWith(right_);
   ASSERT_EQ(session().comparison().compareRows(), rows_);
   bring(folder("/s", 9 * MiB));
@@ -202,7 +202,7 @@ TEST_F(Comparing, keeps_its_old_rows_until_the_new_ones_are_there) {
                                                         {"note", 10, 0}}));
 }
 
-TEST_F(Comparing, keeps_its_old_rows_when_the_user_backs_out_of_the_next) {
+TEST_F(Comparing, old_rows_stay_if_the_next_panel_is_cancelled) {
   compareWith(right_);
   folderPanel_.answer = std::nullopt;
   session().compareWithFolder();
@@ -210,13 +210,13 @@ TEST_F(Comparing, keeps_its_old_rows_when_the_user_backs_out_of_the_next) {
   EXPECT_EQ(session().comparison().compareRightName(), "r");
 }
 
-TEST_F(Comparing, takes_the_rows_away_when_nothing_differs) {
+TEST_F(Comparing, equal_trees_clear_the_rows) {
   compareWith(right_);
   compareWith(left_);
   EXPECT_TRUE(session().comparison().compareRows().empty());
 }
 
-TEST_F(Comparing, keeps_the_bytes_of_names_that_are_not_utf8) {
+TEST_F(Comparing, names_that_are_not_utf8_keep_their_bytes) {
   scanTo(folder("/l\xff", 9, {file("/l\xff/caf\xe9", 9)}));
   compareWith(folder("/r\xfe", 9, {file("/r\xfe/caf\xe8", 9)}));
   EXPECT_EQ(session().comparison().compareLeftName(), "l\xff");
@@ -224,10 +224,10 @@ TEST_F(Comparing, keeps_the_bytes_of_names_that_are_not_utf8) {
   EXPECT_EQ(session().comparison().compareRows(), (Rows{{"caf\xe8", 0, 9}, {"caf\xe9", 9, 0}}));
 }
 
-// Comparisons and scans that overlap.
+// Overlapping comparisons and scans.
 
-TEST_F(Comparing, is_overwritten_by_an_earlier_one_that_ends_later) {
-  // The first walk takes so long that all of the second comparison fits into it.
+TEST_F(Comparing, an_earlier_comparison_that_ends_later_overwrites_the_newer_one) {
+  // The second comparison runs completely during the first walk.
   walks().at(1).result = right_;
   walks().at(1).during = [&](const DiskScanner::Callbacks&) {
     compareWith(folder("/s", 9 * MiB));
@@ -240,7 +240,7 @@ TEST_F(Comparing, is_overwritten_by_an_earlier_one_that_ends_later) {
   EXPECT_EQ(session().comparison().compareRightName(), "s");
 }
 
-TEST_F(Comparing, goes_on_through_a_scan_and_a_cancel) {
+TEST_F(Comparing, a_scan_and_a_cancel_do_not_stop_a_comparison) {
   bool wasCancelled = true;
   walks().at(1).result = right_;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
@@ -251,13 +251,13 @@ TEST_F(Comparing, goes_on_through_a_scan_and_a_cancel) {
   session().compareWithFolder();
   dispatch().drainAll();
   EXPECT_FALSE(wasCancelled);
-  // Between the tree that was on screen when it began, and the chosen folder.
+  // The left side is the tree that was on screen when the comparison began.
   EXPECT_EQ(session().comparison().compareRows(), rows_);
   EXPECT_EQ(session().comparison().compareLeftName(), "l");
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/m"});
 }
 
-TEST_F(Comparing, brings_its_rows_home_during_a_rescan) {
+TEST_F(Comparing, rows_arrive_during_a_rescan) {
   bring(right_);
   session().compareWithFolder();
   runWalks();
@@ -267,7 +267,7 @@ TEST_F(Comparing, brings_its_rows_home_during_a_rescan) {
   EXPECT_EQ(session().comparison().compareRows(), rows_);
 }
 
-TEST_F(Comparing, shows_its_rows_in_whatever_mode_the_user_has_gone_to) {
+TEST_F(Comparing, rows_arrive_whatever_mode_is_shown) {
   bring(right_);
   session().compareWithFolder();
   session().shown().setVizMode(VizMode::largest);
@@ -276,9 +276,9 @@ TEST_F(Comparing, shows_its_rows_in_whatever_mode_the_user_has_gone_to) {
   EXPECT_EQ(session().comparison().compareRows(), rows_);
 }
 
-// The end of the session.
+// End of the session.
 
-TEST_F(Comparing, ends_with_its_session) {
+TEST_F(Comparing, the_end_of_the_session_cancels_the_walk) {
   bool wasCancelled = false;
   walks().at(1).result = right_;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
@@ -291,7 +291,7 @@ TEST_F(Comparing, ends_with_its_session) {
   EXPECT_TRUE(wasCancelled);
 }
 
-TEST_F(Comparing, may_bring_its_rows_home_after_its_session_is_gone) {
+TEST_F(Comparing, a_result_after_the_end_of_the_session_is_harmless) {
   bring(right_);
   session().compareWithFolder();
   runWalks();
@@ -299,14 +299,14 @@ TEST_F(Comparing, may_bring_its_rows_home_after_its_session_is_gone) {
   EXPECT_GT(dispatch().drain(Queue::main), 0u);
 }
 
-TEST_F(Comparing, lets_whoever_hears_of_it_end_the_session) {
+TEST_F(Comparing, a_receiver_of_the_mode_change_may_end_the_session) {
   QObject::connect(&session().shown(), &Shown::vizModeChanged, [this] { endSession(); });
   session().compareWithFolder();
   EXPECT_FALSE(hasSession());
   dispatch().drainAll();
 }
 
-// What happens while the panel is up, for it runs the event loop; and real folders.
+// What happens while the panel runs the event loop; and comparisons of real folders.
 
 class BusyPanel final : public FolderPanel {
  public:
@@ -341,7 +341,7 @@ class ComparingRealFolders : public ::testing::Test {
       std::make_unique<ScanSession>(machine_.services("/", dispatch_, panel_));
 };
 
-TEST_F(ComparingRealFolders, asks_for_a_folder_and_stops_without_a_tree) {
+TEST_F(ComparingRealFolders, comparing_without_a_tree_asks_for_a_folder_and_stops) {
   bool wasAsked = false;
   panel_.meanwhile = [&] { wasAsked = true; };
   compareWith("/");
@@ -351,7 +351,7 @@ TEST_F(ComparingRealFolders, asks_for_a_folder_and_stops_without_a_tree) {
   EXPECT_TRUE(session_->comparison().compareRows().empty());
 }
 
-TEST_F(ComparingRealFolders, takes_the_tree_that_is_there_when_the_panel_closes) {
+TEST_F(ComparingRealFolders, the_tree_on_screen_when_the_panel_closes_is_compared) {
   const TempTree tree("first/\n  a 400K\nsecond/\n  b 400K\n");
   scan(tree.at("first"));
   panel_.meanwhile = [&] { scan(tree.at("second")); };
@@ -359,7 +359,7 @@ TEST_F(ComparingRealFolders, takes_the_tree_that_is_there_when_the_panel_closes)
   EXPECT_EQ(session_->comparison().compareLeftName(), "second");
 }
 
-TEST_F(ComparingRealFolders, survives_a_session_that_ends_while_the_panel_is_up) {
+TEST_F(ComparingRealFolders, the_session_may_end_while_the_panel_is_open) {
   const TempTree tree("a 400K\n");
   scan(tree.path());
   panel_.meanwhile = [&] { session_.reset(); };
@@ -368,7 +368,7 @@ TEST_F(ComparingRealFolders, survives_a_session_that_ends_while_the_panel_is_up)
   EXPECT_EQ(dispatch_.drain(Dispatch::Queue::userInitiated), 0u);
 }
 
-TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_itself) {
+TEST_F(ComparingRealFolders, a_folder_does_not_differ_from_itself) {
   const TempTree tree(R"(
     Downloads/
       note 10
@@ -388,7 +388,7 @@ TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_itself) {
   EXPECT_EQ(session_->shown().vizMode(), VizMode::compare);
 }
 
-TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_its_copy) {
+TEST_F(ComparingRealFolders, a_folder_does_not_differ_from_its_copy) {
   const char* const items = R"(
     caf\xe9/
       \xff\xfe 2M
@@ -401,7 +401,7 @@ TEST_F(ComparingRealFolders, finds_nothing_between_a_folder_and_its_copy) {
   EXPECT_NE(session_->comparison().compareLeftName(), session_->comparison().compareRightName());
 }
 
-TEST_F(ComparingRealFolders, finds_what_has_come_and_gone_since_the_scan) {
+TEST_F(ComparingRealFolders, items_added_and_removed_since_the_scan_are_listed) {
   TempTree tree(R"(
     caf\xe9/
       \xff\xfe 2M
@@ -416,7 +416,7 @@ TEST_F(ComparingRealFolders, finds_what_has_come_and_gone_since_the_scan) {
                                             {".", 4 * MiB, 5 * MiB}}));
 }
 
-TEST_F(ComparingRealFolders, of_an_empty_right_side_lists_all_of_the_left) {
+TEST_F(ComparingRealFolders, everything_on_the_left_is_listed_if_the_right_side_is_empty) {
   const TempTree tree("l/\n  film 2M\nempty/\nfile 2M\n");
   const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
   scan(tree.at("l"));
@@ -425,7 +425,7 @@ TEST_F(ComparingRealFolders, of_an_empty_right_side_lists_all_of_the_left) {
   EXPECT_EQ(session_->run().errorMessage(), "");
 }
 
-TEST_F(ComparingRealFolders, takes_a_folder_that_is_gone_and_one_that_is_none_for_empty) {
+TEST_F(ComparingRealFolders, a_missing_folder_and_a_file_count_as_empty) {
   const TempTree tree("l/\n  film 2M\nfile 2M\n");
   const Rows allOfLeft = {{".", 2 * MiB, 0}, {"film", 2 * MiB, 0}};
   for (const char* right : {"gone", "file"}) {
@@ -438,7 +438,7 @@ TEST_F(ComparingRealFolders, takes_a_folder_that_is_gone_and_one_that_is_none_fo
   }
 }
 
-TEST_F(ComparingRealFolders, takes_a_folder_that_may_not_be_read_for_empty) {
+TEST_F(ComparingRealFolders, an_unreadable_folder_counts_as_empty) {
   const TempTree tree(R"(
     l/
       film 2M
@@ -459,7 +459,7 @@ TEST_F(ComparingRealFolders, takes_a_folder_that_may_not_be_read_for_empty) {
   EXPECT_EQ(complaint, "");
 }
 
-TEST_F(ComparingRealFolders, follows_a_link_to_the_chosen_folder) {
+TEST_F(ComparingRealFolders, a_link_to_the_chosen_folder_is_followed) {
   const TempTree tree(R"(
     l/
       film 2M
@@ -476,7 +476,7 @@ TEST_F(ComparingRealFolders, follows_a_link_to_the_chosen_folder) {
   EXPECT_EQ(session_->comparison().compareRightName(), "r");
 }
 
-TEST_F(ComparingRealFolders, compares_remainders_like_any_item) {
+TEST_F(ComparingRealFolders, remainders_are_compared_like_any_item) {
   const TempTree tree(R"(
     l/
       part## 1M x90

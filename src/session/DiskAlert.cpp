@@ -27,7 +27,7 @@ void check(double percent, const MarrowPrefs& prefs, SettingsStore& defaults,
            NotificationCenter& notifications, std::chrono::system_clock::time_point now) {
   if (!prefs.diskAlerts()) return;
   const std::string today = localDay(now);
-  // Written so that what is no number is not full.
+  // Written so that NaN does not count as full.
   if (!(percent >= fullPercent)) return;
   if (defaults.text(lastDayKey) == today) return;
   defaults.setText(lastDayKey, today);

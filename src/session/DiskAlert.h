@@ -1,4 +1,4 @@
-// The one warning that the program gives by itself: the disk is nearly full.
+// The notification that the disk is nearly full.
 //
 // Main thread only.
 #pragma once
@@ -12,12 +12,12 @@
 
 namespace tessaly::DiskAlert {
 
-// The day of the last warning, as text "yyyy-MM-dd" of the local time zone.
+// The date of the last warning, as text "yyyy-MM-dd" in the local time zone.
 inline constexpr std::string_view lastDayKey = "marrow.diskAlert.lastDay";
 
-// Warns when the disk is `percent` full, of 0 to 100, and that is 90 or more: once a day at most,
-// and not at all when the user has switched that off. The day counts as warned once the warning is
-// handed over, whether or not the user gets to see it.
+// Warns if `percent` (0 to 100) is at least 90: at most once a day, and not if the user has
+// switched alerts off. The date is stored once the notification is posted, whether or not it is
+// displayed.
 void check(double percent, const MarrowPrefs& prefs, SettingsStore& defaults,
            NotificationCenter& notifications,
            std::chrono::system_clock::time_point now = std::chrono::system_clock::now());

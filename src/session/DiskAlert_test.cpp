@@ -22,7 +22,7 @@ class DiskAlertTest : public testing::Test {
   MemorySettings settings_;
   MarrowPrefs prefs_{settings_};
   FakeNotificationCenter notifications_;
-  // 2026-03-01, 12:00 in the time zone of whoever runs this.
+  // 2026-03-01, 12:00 in the local time zone.
   std::chrono::system_clock::time_point noon_ = [] {
     std::tm parts{};
     parts.tm_year = 126;
@@ -34,7 +34,7 @@ class DiskAlertTest : public testing::Test {
   }();
 };
 
-TEST_F(DiskAlertTest, does_nothing_below_ninety) {
+TEST_F(DiskAlertTest, no_warning_below_90_percent) {
   check(89.9);
   check(0);
   check(std::numeric_limits<double>::quiet_NaN());
@@ -43,7 +43,7 @@ TEST_F(DiskAlertTest, does_nothing_below_ninety) {
   EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), std::nullopt);
 }
 
-TEST_F(DiskAlertTest, warns_at_ninety) {
+TEST_F(DiskAlertTest, warns_at_90_percent) {
   check(90.0);
   ASSERT_EQ(notifications_.posted.size(), 1U);
   EXPECT_EQ(notifications_.authorizationRequests, 1);
@@ -56,7 +56,7 @@ TEST_F(DiskAlertTest, warns_at_ninety) {
   EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), "2026-03-01");
 }
 
-TEST_F(DiskAlertTest, rounds_the_percentage_to_the_even_whole) {
+TEST_F(DiskAlertTest, the_percentage_rounds_half_to_even) {
   check(92.5);
   check(93.5, 24h);
   ASSERT_EQ(notifications_.posted.size(), 2U);
@@ -82,21 +82,21 @@ TEST_F(DiskAlertTest, a_day_begins_at_local_midnight) {
   EXPECT_EQ(notifications_.posted.size(), 2U);
 }
 
-TEST_F(DiskAlertTest, leaves_the_day_alone_when_switched_off) {
+TEST_F(DiskAlertTest, alerts_switched_off_leave_the_stored_day_unchanged) {
   prefs_.setDiskAlerts(false);
   check(99);
   EXPECT_TRUE(notifications_.posted.empty());
   EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), std::nullopt);
 }
 
-TEST_F(DiskAlertTest, a_stored_day_of_another_form_does_not_keep_it_quiet) {
+TEST_F(DiskAlertTest, a_stored_day_in_another_format_does_not_suppress_the_warning) {
   settings_.setBoolean("marrow.diskAlert.lastDay", true);
   check(95);
   EXPECT_EQ(notifications_.posted.size(), 1U);
 }
 
-// Who hears the warning may look whether the day is stored already: it is.
-TEST_F(DiskAlertTest, stores_the_day_before_anything_is_shown) {
+// Checks whether the day is stored when the notification is posted.
+TEST_F(DiskAlertTest, the_day_is_stored_before_the_notification_is_posted) {
   struct Watching final : NotificationCenter {
     explicit Watching(SettingsStore& store) : settings(store) {}
     void requestAuthorization() override { atRequest = settings.text("marrow.diskAlert.lastDay"); }

@@ -1,6 +1,5 @@
-// One step of the session: sets fields of one or several of its parts, and announces those that
-// changed once all of them are set. A view that is told of one field and reads another therefore
-// never sees half a step.
+// One step of the session: sets fields of one or several parts, and announces the changed ones once
+// all are set. So a view that reads another field when it is notified never sees half a step.
 //
 // Main thread only.
 #pragma once
@@ -17,7 +16,7 @@ namespace tessaly {
 
 class FieldChanges {
  public:
-  // Setting the value that a field has already is no change.
+  // Does nothing if the field has the value already.
   template <class Part, class Field, class Value>
   void set(Part* part, Field& field, Value&& value, void (Part::*changed)()) {
     if (field == value) return;
@@ -25,7 +24,7 @@ class FieldChanges {
     note(part, changed);
   }
 
-  // For a field that was changed in place. One that changes twice in a step is announced once.
+  // For a field that was changed in place. A field that changes twice in a step is announced once.
   template <class Part>
   void note(Part* part, void (Part::*changed)()) {
     const QMetaMethod signal = QMetaMethod::fromSignal(changed);
@@ -35,8 +34,8 @@ class FieldChanges {
     if (!isNoted) changed_.push_back({part, signal});
   }
 
-  // Emits the signals in the order of the changes; those of a part that is gone are left out. The
-  // last thing to do in a step: a receiver may take the next step, or delete the session.
+  // Emits the signals in the order of the changes, without those of deleted parts. Must be the last
+  // call of a step: a receiver may start another step, or delete the session.
   void announce() {
     for (const Change& change : std::exchange(changed_, {})) {
       if (change.part) change.signal.invoke(change.part, Qt::DirectConnection);
@@ -52,7 +51,7 @@ class FieldChanges {
   std::vector<Change> changed_;
 };
 
-// A step of one field.
+// A step that changes one field.
 template <class Part, class Field, class Value>
 void setField(Part* part, Field& field, Value&& value, void (Part::*changed)()) {
   FieldChanges changes;

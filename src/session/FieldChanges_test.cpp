@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A step over two parts, whose signals are written down.
+// A step over two parts, whose signals are recorded.
 class AStep : public testing::Test {
  protected:
   AStep() {
@@ -42,7 +42,7 @@ class AStep : public testing::Test {
   std::function<void()> then_;
 };
 
-TEST_F(AStep, announces_what_changed_in_all_parts_in_the_order_of_the_changes) {
+TEST_F(AStep, a_step_announces_the_changes_of_all_parts_in_their_order) {
   shown_->setPane(changes_, MainPane::apps);
   queue_.addToQueue(changes_, file("/a", 1));
   shown_->setVizMode(changes_, VizMode::largest);
@@ -51,7 +51,7 @@ TEST_F(AStep, announces_what_changed_in_all_parts_in_the_order_of_the_changes) {
   EXPECT_THAT(log_, ElementsAre("pane", "queue", "queueOpen", "vizMode"));
 }
 
-TEST_F(AStep, announces_a_field_once_and_only_if_it_changed) {
+TEST_F(AStep, a_step_announces_a_field_once_and_only_if_it_changed) {
   shown_->setPane(changes_, MainPane::map);
   shown_->setVizMode(changes_, VizMode::largest);
   shown_->setVizMode(changes_, VizMode::list);
@@ -61,7 +61,7 @@ TEST_F(AStep, announces_a_field_once_and_only_if_it_changed) {
   EXPECT_THAT(log_, ElementsAre("vizMode"));
 }
 
-TEST_F(AStep, leaves_out_a_part_that_is_deleted_by_a_receiver) {
+TEST_F(AStep, a_step_skips_a_part_that_a_receiver_deleted) {
   queue_.setQueueOpen(true);
   log_.clear();
   queue_.addToQueue(changes_, file("/a", 1));
@@ -71,7 +71,7 @@ TEST_F(AStep, leaves_out_a_part_that_is_deleted_by_a_receiver) {
   EXPECT_THAT(log_, ElementsAre("queue"));
 }
 
-TEST_F(AStep, may_lead_to_another_step_from_a_receiver) {
+TEST_F(AStep, a_receiver_may_start_another_step) {
   shown_->setPane(changes_, MainPane::apps);
   queue_.addToQueue(changes_, file("/a", 1));
   then_ = [this] {
@@ -83,10 +83,10 @@ TEST_F(AStep, may_lead_to_another_step_from_a_receiver) {
   EXPECT_THAT(queue_.queue(), IsEmpty());
 }
 
-// The same of operations of the session that touch several parts.
+// The same for operations of the session that touch several parts.
 using AStepOfTheSession = SessionFixture;
 
-TEST_F(AStepOfTheSession, stores_the_fields_of_all_parts_before_the_first_signal) {
+TEST_F(AStepOfTheSession, an_operation_stores_the_fields_of_all_parts_before_the_first_signal) {
   scanTo(folder("/r", 5, {file("/r/a", 5)}));
   session().selectAllCurrent();
   int steps = 0;
@@ -104,7 +104,7 @@ TEST_F(AStepOfTheSession, stores_the_fields_of_all_parts_before_the_first_signal
   EXPECT_EQ(steps, 3);
 }
 
-TEST_F(AStepOfTheSession, stores_all_of_a_scans_result_before_the_first_signal) {
+TEST_F(AStepOfTheSession, a_scan_stores_its_whole_result_before_the_first_signal) {
   walks().at(0).result = folder("/r", 5, {file("/r/a", 5)});
   session().scan("/r");
   int steps = 0;

@@ -1,8 +1,8 @@
-// Background work of one owner: runs a function on a worker queue and hands its result to a
-// function on the main queue, unless the job was cancelled or its owner is gone by then.
+// Background work of one owner: runs a function on a worker queue and passes its result to a
+// function on the main queue, unless the job is cancelled or its owner is destroyed by then.
 //
-// A Jobs is a member of the object that its results go to, so that they may capture that object.
-// Jobs is used on the main thread only; a Job is safe on any thread.
+// Make Jobs a member of the object that takes the results; the functions may then capture that
+// object. Jobs is used on the main thread only; a Job is safe on any thread.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,8 @@
 
 namespace tessaly {
 
-// One job, as its owner and its work see it. A default-made Job has never run, and is cancelled.
+// A handle to one job, for its owner and its work. A default-constructed Job has never run and
+// counts as cancelled.
 class Job {
  public:
   using IsCancelled = std::function<bool()>;
@@ -25,14 +26,14 @@ class Job {
   Job(std::uint64_t number, std::shared_ptr<CancelFlag> flag)
       : number_(number), flag_(std::move(flag)) {}
 
-  // Counted for each owner from 1; 0 for a default-made Job.
+  // Counts the owner's jobs from 1; 0 for a default-constructed Job.
   std::uint64_t number() const { return number_; }
-  // The work may go on until it next asks. Its result is dropped.
+  // The work may continue until it tests for cancellation next. Its result is dropped.
   void cancel() const {
     if (flag_) flag_->set();
   }
   bool isCancelled() const { return !flag_ || flag_->isSet(); }
-  // For an engine that asks while it works. May outlive the Job.
+  // For an engine that polls it. May outlive the Job.
   IsCancelled cancelTest() const {
     return [job = *this] { return job.isCancelled(); };
   }
@@ -44,14 +45,14 @@ class Job {
 
 class Jobs {
  public:
-  // `dispatch` outlives the Jobs and everything that it has started.
+  // `dispatch` must outlive the Jobs and all work it has started.
   explicit Jobs(Dispatch& dispatch) : dispatch_(dispatch) {}
   ~Jobs() { end(); }
   Jobs(const Jobs&) = delete;
   Jobs& operator=(const Jobs&) = delete;
 
-  // Runs `work(job)` on `queue`, then `take(result)` on the main queue. What `work` captures is
-  // used on the worker's thread, what `take` captures on the main thread.
+  // Runs `work(job)` on `queue`, then `take(result)` on the main queue. The captures of `work` are
+  // used on the worker thread, those of `take` on the main thread.
   template <class Work, class Take>
   Job start(Dispatch::Queue queue, Work work, Take take) {
     Job job = begin();
@@ -65,7 +66,7 @@ class Jobs {
     return job;
   }
 
-  // Cancels all jobs, and those that are started later.
+  // Cancels all jobs, including those that are started later.
   void end() {
     hasEnded_ = true;
     for (const std::weak_ptr<CancelFlag>& flag : flags_) {
@@ -85,7 +86,7 @@ class Jobs {
   Dispatch& dispatch_;
   std::uint64_t last_ = 0;
   bool hasEnded_ = false;
-  std::vector<std::weak_ptr<CancelFlag>> flags_;  // of the jobs that somebody still knows
+  std::vector<std::weak_ptr<CancelFlag>> flags_;  // of jobs whose handles still exist
 };
 
 }  // namespace tessaly

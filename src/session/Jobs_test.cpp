@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Queue = Dispatch::Queue;
 
-// An owner that writes down what it is given.
+// An owner that records the results it takes.
 class JobsTest : public testing::Test {
  protected:
   Job start(const std::string& result) {
@@ -34,7 +34,7 @@ class JobsTest : public testing::Test {
   std::vector<std::string> taken_;
 };
 
-TEST_F(JobsTest, run_on_the_given_queue_and_bring_their_result_to_the_main_queue) {
+TEST_F(JobsTest, a_job_runs_on_its_queue_and_its_result_on_the_main_queue) {
   start("a");
   dispatch_.drain(Queue::main);
   dispatch_.drain(Queue::userInitiated);
@@ -46,13 +46,13 @@ TEST_F(JobsTest, run_on_the_given_queue_and_bring_their_result_to_the_main_queue
   EXPECT_THAT(taken_, ElementsAre("a"));
 }
 
-TEST_F(JobsTest, are_numbered_in_the_order_of_their_start) {
+TEST_F(JobsTest, jobs_are_numbered_in_the_order_of_their_start) {
   EXPECT_EQ(Job().number(), 0U);
   EXPECT_EQ(start("a").number(), 1U);
   EXPECT_EQ(start("b").number(), 2U);
 }
 
-TEST_F(JobsTest, that_are_cancelled_tell_their_work_and_bring_nothing) {
+TEST_F(JobsTest, a_cancelled_job_sees_it_and_its_result_is_dropped) {
   const Job first = start("first");
   start("second");
   first.cancel();
@@ -61,7 +61,7 @@ TEST_F(JobsTest, that_are_cancelled_tell_their_work_and_bring_nothing) {
   EXPECT_THAT(taken_, ElementsAre("second"));
 }
 
-TEST_F(JobsTest, that_are_cancelled_while_the_result_is_on_its_way_bring_nothing) {
+TEST_F(JobsTest, a_job_cancelled_before_its_result_is_taken_delivers_nothing) {
   const Job job = start("a");
   dispatch_.drain(Queue::utility);
   job.cancel();
@@ -69,7 +69,7 @@ TEST_F(JobsTest, that_are_cancelled_while_the_result_is_on_its_way_bring_nothing
   EXPECT_THAT(taken_, IsEmpty());
 }
 
-TEST_F(JobsTest, bring_nothing_once_their_owner_is_gone) {
+TEST_F(JobsTest, jobs_of_a_destroyed_owner_are_cancelled_and_deliver_nothing) {
   start("waits");
   dispatch_.step(Queue::utility);
   start("has not run");
@@ -79,7 +79,7 @@ TEST_F(JobsTest, bring_nothing_once_their_owner_is_gone) {
   EXPECT_THAT(taken_, IsEmpty());
 }
 
-TEST_F(JobsTest, that_are_started_after_the_end_are_cancelled_from_the_first) {
+TEST_F(JobsTest, a_job_started_after_the_end_is_cancelled_at_once) {
   jobs_->end();
   EXPECT_TRUE(start("late").isCancelled());
   dispatch_.drainAll();
@@ -87,7 +87,7 @@ TEST_F(JobsTest, that_are_started_after_the_end_are_cancelled_from_the_first) {
   EXPECT_THAT(taken_, IsEmpty());
 }
 
-TEST_F(JobsTest, give_a_cancel_test_that_outlives_them) {
+TEST_F(JobsTest, a_cancel_test_outlives_its_job) {
   Job::IsCancelled isCancelled;
   {
     const Job job = start("a");
@@ -98,7 +98,7 @@ TEST_F(JobsTest, give_a_cancel_test_that_outlives_them) {
   EXPECT_TRUE(isCancelled());
 }
 
-TEST_F(JobsTest, may_let_the_owner_go_when_they_bring_their_result) {
+TEST_F(JobsTest, a_result_may_destroy_the_owner) {
   jobs_->start(
       Queue::utility, [](const Job&) { return 1; }, [this](int) { jobs_.reset(); });
   start("later");

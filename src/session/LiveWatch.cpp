@@ -12,7 +12,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::chrono::seconds betweenLooks(20);
-// What has grown by fewer bytes is not told of.
+// Smaller growth is not reported.
 constexpr std::int64_t leastGrowth = 1048576;
 
 }  // namespace
@@ -46,8 +46,8 @@ void LiveWatch::stopWatch() {
   changes.announce();
 }
 
-// What nobody sees of a watch. Its path alone does not tell it from a later one of the same folder,
-// which must neither take its baseline nor tick twice.
+// Resets the private state. A later watch of the same folder has the same path, and must neither
+// take this baseline nor tick twice.
 void LiveWatch::forget() {
   first_.cancel();
   look_.cancel();
@@ -66,7 +66,7 @@ void LiveWatch::begin(std::shared_ptr<const FolderSnapshot> baseline, const std:
 void LiveWatch::tickLater() {
   services_.dispatch.after(betweenLooks, Dispatch::Queue::main, [this, watch = first_] {
     if (watch.isCancelled()) return;
-    // However long the look takes, the next tick is 20 seconds away.
+    // The next tick comes 20 seconds after this one, however long the look takes.
     tickLater();
     pollWatch();
   });
@@ -74,7 +74,7 @@ void LiveWatch::tickLater() {
 
 void LiveWatch::pollWatch() {
   if (!watching_ || watchPath_.empty() || !baseline_) return;
-  // Looks at a slow disk would take ever more of it from each other, and each a thread.
+  // On a slow disk, looks that overlap would slow each other down and use a thread each.
   if (std::exchange(isLooking_, true)) return;
   look_ = jobs_.start(
       Dispatch::Queue::utility,

@@ -1,5 +1,5 @@
-// The live watch of a folder: looks at it every 20 seconds, and tells what in it has grown by a
-// mebibyte or more since the watch began.
+// The live watch of a folder: reads its sizes every 20 seconds (a look), and reports items that
+// have grown by at least a mebibyte since the watch began.
 //
 // Main thread only.
 #pragma once
@@ -23,23 +23,23 @@ class LiveWatch : public QObject {
   Q_PROPERTY(bool watching READ watching NOTIFY watchingChanged)
 
  public:
-  // `services` and what they name outlive the watch.
+  // `services` and everything it refers to must outlive the watch.
   LiveWatch(const SessionServices& services, Flash flash);
 
   bool watching() const { return watching_; }
   const std::string& watchPath() const { return watchPath_; }
-  // What has grown in the watched folder since the watch began, largest growth first.
+  // The items of the watched folder that have grown since the watch began, largest growth first.
   const std::vector<ScanDelta>& watchGrew() const { return watchGrew_; }
 
-  // Replaces the watch that runs.
+  // Replaces the running watch.
   void startWatch(const std::string& path, const std::string& name);
-  // Neither a scan nor a way through the tree does this.
+  // Scans and navigation do not stop the watch.
   Q_INVOKABLE void stopWatch();
-  // Looks once more, out of turn. Does nothing before the watch has its first look, and while it
-  // looks.
+  // Looks once more, outside of the schedule. Does nothing before the watch has its baseline, or
+  // during a look.
   void pollWatch();
 
-  // Stops the watch without waiting for a look that is under way.
+  // Stops the watch without waiting for a running look.
   void end() { jobs_.end(); }
 
  signals:
@@ -56,10 +56,10 @@ class LiveWatch : public QObject {
   const SessionServices& services_;
   Flash flash_;
   Jobs jobs_;
-  Job first_;  // the first look of the watch that runs; once cancelled, its timer is void too
-  Job look_;   // the latest of the others
+  Job first_;  // the look that takes the baseline; cancelling it also disables the watch's timer
+  Job look_;   // the latest of the other looks
   std::shared_ptr<const FolderSnapshot> baseline_;
-  bool isLooking_ = false;  // a look of the watch that runs is under way, the first one aside
+  bool isLooking_ = false;  // whether one of the other looks is running
   bool watching_ = false;
   std::string watchPath_;
   std::vector<ScanDelta> watchGrew_;

@@ -1,4 +1,4 @@
-// The watch over real folders, and with real threads.
+// The watch with real folders, and with real threads.
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -49,7 +49,7 @@ class WatchingRealFolders : public ::testing::Test {
   std::unique_ptr<ScanSession> session_ = std::make_unique<ScanSession>(machine_.services("/"));
 };
 
-TEST_F(WatchingRealFolders, tells_of_a_mebibyte_of_blocks) {
+TEST_F(WatchingRealFolders, growth_by_a_mebibyte_of_blocks_is_reported) {
   TempTree tree("folder/\n  film 512K\nnote 512K");
   watch(tree);
   EXPECT_EQ(toastOfNextTick(), "(none)");
@@ -59,7 +59,7 @@ TEST_F(WatchingRealFolders, tells_of_a_mebibyte_of_blocks) {
             (Deltas{{"folder", tree.at("folder"), 512 * KiB, 1 * MiB + 512 * KiB}}));
 }
 
-TEST_F(WatchingRealFolders, does_not_tell_of_a_block_less) {
+TEST_F(WatchingRealFolders, growth_by_one_block_less_is_not_reported) {
   TempTree tree("folder/\n  film 512K\nnote 512K");
   watch(tree);
   tree.plant("folder", "new 1044480");
@@ -69,14 +69,14 @@ TEST_F(WatchingRealFolders, does_not_tell_of_a_block_less) {
   EXPECT_EQ(toastOfNextTick(), "folder grew by 1.0 MB");
 }
 
-TEST_F(WatchingRealFolders, does_not_notice_a_package_that_grows) {
+TEST_F(WatchingRealFolders, growth_inside_a_package_is_not_noticed) {
   TempTree tree("Tool.app/\n  binary 512K\nnote 512K");
   watch(tree);
   tree.plant("Tool.app", "more 2M");
   EXPECT_EQ(toastOfNextTick(), "(none)");
 }
 
-TEST_F(WatchingRealFolders, tells_nothing_of_a_folder_that_is_gone) {
+TEST_F(WatchingRealFolders, a_deleted_folder_reports_no_growth) {
   TempTree tree("folder/\n  film 2M");
   watch(tree);
   ASSERT_TRUE(removeTree(tree.at("folder")));
@@ -103,7 +103,7 @@ class WatchingThreads : public ::testing::Test {
   ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
 };
 
-TEST_F(WatchingThreads, tell_of_growth) {
+TEST_F(WatchingThreads, a_watch_on_real_threads_reports_growth) {
   TempTree tree("folder/\n  film 512K");
   const auto session = makeSession();
   scan(*session, tree.path());
@@ -116,7 +116,7 @@ TEST_F(WatchingThreads, tell_of_growth) {
   EXPECT_EQ(session->messages().toast(), "folder grew by 2.0 MB");
 }
 
-TEST_F(WatchingThreads, end_a_look_with_the_watch_and_with_the_session) {
+TEST_F(WatchingThreads, stopping_the_watch_or_the_session_ends_a_look_on_its_thread) {
   const TempTree tree("film 512K");
   std::atomic<int> ended = 0;
   auto session = makeSession(

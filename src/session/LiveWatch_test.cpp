@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 using Deltas = std::vector<ScanDelta>;
 using Paths = std::vector<std::string>;
 
-TEST_F(Watching, is_off_at_first_and_after_a_restart) {
+TEST_F(Watching, watch_is_off_at_first_and_after_a_restart) {
   EXPECT_FALSE(session().watch().watching());
   EXPECT_EQ(session().watch().watchPath(), "");
   EXPECT_TRUE(session().watch().watchGrew().empty());
@@ -28,7 +28,7 @@ TEST_F(Watching, is_off_at_first_and_after_a_restart) {
   EXPECT_EQ(session().watch().watchPath(), "");
 }
 
-TEST_F(Watching, does_not_start_without_a_tree) {
+TEST_F(Watching, watch_does_not_start_without_a_tree) {
   TempTree nothing;
   ScanSession::Services services = machine_.services("/");
   services.supportDirectory = nothing.path();
@@ -43,7 +43,7 @@ TEST_F(Watching, does_not_start_without_a_tree) {
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
-TEST_F(Watching, is_on_before_anything_is_looked_at) {
+TEST_F(Watching, watch_is_on_before_the_first_look) {
   QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
   QSignalSpy path(&session().watch(), &LiveWatch::watchPathChanged);
   session().startWatch();
@@ -56,7 +56,7 @@ TEST_F(Watching, is_on_before_anything_is_looked_at) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, looks_on_the_utility_queue_at_the_folder_on_screen) {
+TEST_F(Watching, looks_at_the_folder_on_screen_on_the_utility_queue) {
   openMovies();
   session().startWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
@@ -66,7 +66,7 @@ TEST_F(Watching, looks_on_the_utility_queue_at_the_folder_on_screen) {
   EXPECT_EQ(looks_, Paths{"/home/Movies"});
 }
 
-TEST_F(Watching, says_so_once_it_has_its_baseline) {
+TEST_F(Watching, a_toast_is_shown_once_the_baseline_is_taken) {
   session().startWatch();
   runLooks();
   EXPECT_EQ(toast(), "(none)");
@@ -75,7 +75,7 @@ TEST_F(Watching, says_so_once_it_has_its_baseline) {
   EXPECT_TRUE(session().watch().watchGrew().empty());
 }
 
-TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
+TEST_F(Watching, the_toast_names_the_node_as_it_was_when_the_watch_began) {
   session().startWatch();
   openMovies();
   dispatch().drainAll();
@@ -83,7 +83,7 @@ TEST_F(Watching, names_the_node_as_it_was_when_the_watch_began) {
   EXPECT_EQ(session().watch().watchPath(), "/home");
 }
 
-TEST_F(Watching, looks_again_20_seconds_after_the_baseline_and_not_before) {
+TEST_F(Watching, the_next_look_comes_20_seconds_after_the_baseline) {
   session().startWatch();
   runLooks();
   dispatch().advance(7s);
@@ -100,14 +100,14 @@ TEST_F(Watching, looks_again_20_seconds_after_the_baseline_and_not_before) {
   EXPECT_EQ(looks_, (Paths{"/home", "/home"}));
 }
 
-TEST_F(Watching, has_no_timer_while_the_first_look_goes_on) {
+TEST_F(Watching, no_timer_runs_during_the_first_look) {
   session().startWatch();
   dispatch().advance(1h);
   runMain();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
-TEST_F(Watching, goes_on_every_20_seconds) {
+TEST_F(Watching, looks_repeat_every_20_seconds) {
   watch({});
   for (std::size_t ticks = 1; ticks <= 10; ++ticks) {
     dispatch().advance(20s - 1ns);
@@ -119,7 +119,7 @@ TEST_F(Watching, goes_on_every_20_seconds) {
   }
 }
 
-TEST_F(Watching, begins_no_look_while_one_is_under_way) {
+TEST_F(Watching, no_look_starts_while_one_is_running) {
   watch({});
   for (int ticks = 1; ticks <= 3; ++ticks) {
     dispatch().advance(20s);
@@ -127,17 +127,17 @@ TEST_F(Watching, begins_no_look_while_one_is_under_way) {
     session().watch().pollWatch();
     EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
   }
-  // Nor while what it has found is on its way home.
+  // Nor while its result waits on the main queue.
   runLooks();
   session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
   EXPECT_EQ(looks_.size(), 2U);
 }
 
-TEST_F(Watching, looks_again_at_the_next_tick_after_a_slow_look) {
+TEST_F(Watching, the_tick_after_a_slow_look_looks_again) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
-  // Three ticks fit into it.
+  // Three ticks during one look.
   duringLook_ = [this](const FolderWatch::IsCancelled&) {
     for (int tick = 0; tick < 3; ++tick) nextTick();
     EXPECT_EQ(looks_.size(), 2U);
@@ -150,7 +150,7 @@ TEST_F(Watching, looks_again_at_the_next_tick_after_a_slow_look) {
   EXPECT_EQ(toast(), "a grew by 2.0 MB");
 }
 
-TEST_F(Watching, of_another_folder_waits_for_no_look_at_the_one_before) {
+TEST_F(Watching, a_watch_of_another_folder_does_not_wait_for_the_previous_look) {
   watch({});
   dispatch().advance(20s);
   runMain();
@@ -161,7 +161,7 @@ TEST_F(Watching, of_another_folder_waits_for_no_look_at_the_one_before) {
   EXPECT_EQ(toast(), "Watching Movies");
   nextTick();
   EXPECT_EQ(looks_, (Paths{"/home", "/home/Movies", "/home/Movies"}));
-  // What the slow one brings home makes no room for a second look.
+  // The result of the slow look must not allow a second look at a time.
   dispatch().advance(20s);
   runMain();
   slowLook();
@@ -170,7 +170,7 @@ TEST_F(Watching, of_another_folder_waits_for_no_look_at_the_one_before) {
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
-TEST_F(Watching, tells_of_a_mebibyte) {
+TEST_F(Watching, growth_by_a_mebibyte_is_reported) {
   watch({{"/home/Movies", 6 * MiB}});
   QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/Movies"] = 7 * MiB;
@@ -180,7 +180,7 @@ TEST_F(Watching, tells_of_a_mebibyte) {
   EXPECT_EQ(toast(), "Movies grew by 1.0 MB");
 }
 
-TEST_F(Watching, does_not_tell_of_a_byte_less) {
+TEST_F(Watching, growth_by_a_byte_less_is_not_reported) {
   watch({{"/home/Movies", 6 * MiB}});
   QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/Movies"] = 7 * MiB - 1;
@@ -190,7 +190,7 @@ TEST_F(Watching, does_not_tell_of_a_byte_less) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, tells_of_the_largest_growth) {
+TEST_F(Watching, the_toast_names_the_largest_growth) {
   watch({{"/home/a", 100 * MiB}, {"/home/b", 1 * MiB}, {"/home/c", 5}});
   sizes_ = {{"/home/a", 102 * MiB}, {"/home/b", 4 * MiB + 512 * KiB}, {"/home/c", 6}};
   nextTick();
@@ -199,7 +199,7 @@ TEST_F(Watching, tells_of_the_largest_growth) {
   EXPECT_EQ(toast(), "b grew by 3.5 MB");
 }
 
-TEST_F(Watching, counts_a_new_child_from_nothing) {
+TEST_F(Watching, a_new_child_has_grown_from_zero) {
   watch({});
   sizes_ = {{"/home/new", 3 * MiB}, {"/home/tiny", 1 * MiB - 1}};
   nextTick();
@@ -207,7 +207,7 @@ TEST_F(Watching, counts_a_new_child_from_nothing) {
   EXPECT_EQ(toast(), "new grew by 3.0 MB");
 }
 
-TEST_F(Watching, has_no_row_for_what_shrinks_or_goes) {
+TEST_F(Watching, items_that_shrink_or_vanish_have_no_row) {
   watch({{"/home/a", 9 * MiB}, {"/home/b", 9 * MiB}});
   sizes_ = {{"/home/a", 1}};
   nextTick();
@@ -215,7 +215,7 @@ TEST_F(Watching, has_no_row_for_what_shrinks_or_goes) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, tells_nothing_of_a_folder_that_can_no_longer_be_read) {
+TEST_F(Watching, a_folder_that_becomes_unreadable_reports_no_growth) {
   watch({{"/home/a", 9 * MiB}});
   sizes_ = {};
   nextTick();
@@ -227,7 +227,7 @@ TEST_F(Watching, tells_nothing_of_a_folder_that_can_no_longer_be_read) {
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
 
-TEST_F(Watching, compares_with_the_beginning_and_says_the_same_again_at_each_look) {
+TEST_F(Watching, each_look_compares_with_the_baseline_and_reports_again) {
   watch({{"/home/a", 1 * MiB}});
   QSignalSpy grew(&session().watch(), &LiveWatch::watchGrewChanged);
   sizes_["/home/a"] = 3 * MiB;
@@ -235,7 +235,7 @@ TEST_F(Watching, compares_with_the_beginning_and_says_the_same_again_at_each_loo
     nextTick();
     EXPECT_EQ(toast(), "a grew by 2.0 MB");
     EXPECT_EQ(session().watch().watchGrew(), (Deltas{{"a", "/home/a", 1 * MiB, 3 * MiB}}));
-    // Shown anew, not left standing.
+    // The toast is a new one, not the old one still shown.
     dispatch().advance(2800ms);
     runMain();
     EXPECT_EQ(toast(), "(none)");
@@ -247,13 +247,13 @@ TEST_F(Watching, compares_with_the_beginning_and_says_the_same_again_at_each_loo
     EXPECT_EQ(toast(), "a grew by 2.0 MB");
   }
   EXPECT_EQ(grew.count(), 1);
-  // Less than a mebibyte since the look before, and still told, since the sum is.
+  // Less than a mebibyte since the last look, but more since the baseline.
   sizes_["/home/a"] = 3 * MiB + 512 * KiB;
   nextTick();
   EXPECT_EQ(toast(), "a grew by 2.5 MB");
 }
 
-TEST_F(Watching, forgets_growth_that_is_gone) {
+TEST_F(Watching, growth_that_is_undone_is_no_longer_listed) {
   watch({{"/home/a", 1 * MiB}});
   sizes_["/home/a"] = 3 * MiB;
   nextTick();
@@ -264,7 +264,7 @@ TEST_F(Watching, forgets_growth_that_is_gone) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, keeps_the_bytes_of_names_that_are_not_utf8) {
+TEST_F(Watching, names_of_rows_keep_bytes_that_are_not_utf8) {
   scanTo(folder("/caf\xe9", 9, {file("/caf\xe9/\xff", 9)}));
   session().startWatch();
   dispatch().drainAll();
@@ -276,7 +276,7 @@ TEST_F(Watching, keeps_the_bytes_of_names_that_are_not_utf8) {
   EXPECT_EQ(toast(), "\xff grew by 1.0 MB");
 }
 
-TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
+TEST_F(Watching, rows_and_toast_are_set_before_either_is_announced) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   std::vector<std::string> seen;
@@ -292,7 +292,7 @@ TEST_F(Watching, has_rows_and_toast_before_anybody_hears_of_either) {
   EXPECT_EQ(seen, (std::vector<std::string>(2, "1 a grew by 1.0 MB")));
 }
 
-TEST_F(Watching, looks_out_of_turn_when_asked) {
+TEST_F(Watching, polling_looks_outside_of_the_schedule) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   session().watch().pollWatch();
@@ -301,7 +301,7 @@ TEST_F(Watching, looks_out_of_turn_when_asked) {
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
 
-TEST_F(Watching, has_nothing_to_look_for_while_it_is_off_or_has_no_baseline) {
+TEST_F(Watching, polling_does_nothing_while_off_or_without_a_baseline) {
   session().watch().pollWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
   session().startWatch();
@@ -312,7 +312,7 @@ TEST_F(Watching, has_nothing_to_look_for_while_it_is_off_or_has_no_baseline) {
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
-TEST_F(Watching, has_no_baseline_of_the_watch_before) {
+TEST_F(Watching, a_new_watch_does_not_use_the_previous_baseline) {
   watch({});
   session().watch().stopWatch();
   session().startWatch();
@@ -320,7 +320,7 @@ TEST_F(Watching, has_no_baseline_of_the_watch_before) {
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
 }
 
-TEST_F(Watching, clears_all_it_has_told_when_it_stops) {
+TEST_F(Watching, stopping_clears_everything_reported) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   nextTick();
@@ -336,7 +336,7 @@ TEST_F(Watching, clears_all_it_has_told_when_it_stops) {
   EXPECT_EQ(grew.count(), 1);
 }
 
-TEST_F(Watching, may_be_stopped_when_it_is_off) {
+TEST_F(Watching, stopping_is_allowed_while_off) {
   QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
   session().watch().stopWatch();
   session().watch().stopWatch();
@@ -344,7 +344,7 @@ TEST_F(Watching, may_be_stopped_when_it_is_off) {
   EXPECT_EQ(watching.count(), 0);
 }
 
-TEST_F(Watching, never_looks_again_once_it_is_stopped) {
+TEST_F(Watching, a_stopped_watch_never_looks_again) {
   watch({});
   session().watch().stopWatch();
   dispatch().advance(1h);
@@ -353,7 +353,7 @@ TEST_F(Watching, never_looks_again_once_it_is_stopped) {
   EXPECT_FALSE(dispatch().advanceToNextDue());
 }
 
-TEST_F(Watching, has_neither_timer_nor_baseline_when_stopped_during_the_first_look) {
+TEST_F(Watching, stopping_during_the_first_look_leaves_no_timer_or_baseline) {
   session().startWatch();
   duringLook_ = [this](const FolderWatch::IsCancelled& isCancelled) {
     EXPECT_FALSE(isCancelled());
@@ -369,7 +369,7 @@ TEST_F(Watching, has_neither_timer_nor_baseline_when_stopped_during_the_first_lo
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
-TEST_F(Watching, drops_the_first_look_that_comes_home_after_a_stop) {
+TEST_F(Watching, a_first_look_that_ends_after_the_stop_is_dropped) {
   session().startWatch();
   runLooks();
   session().watch().stopWatch();
@@ -378,7 +378,7 @@ TEST_F(Watching, drops_the_first_look_that_comes_home_after_a_stop) {
   EXPECT_FALSE(dispatch().advanceToNextDue());
 }
 
-TEST_F(Watching, drops_a_look_that_is_under_way_when_it_stops) {
+TEST_F(Watching, a_look_running_at_the_stop_is_dropped) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   dispatch().advance(20s);
@@ -391,7 +391,7 @@ TEST_F(Watching, drops_a_look_that_is_under_way_when_it_stops) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, moves_to_another_folder) {
+TEST_F(Watching, the_watch_moves_to_another_folder) {
   watch({{"/home/a", 1}});
   sizes_ = {{"/home/a", 3 * MiB}};
   nextTick();
@@ -413,7 +413,7 @@ TEST_F(Watching, moves_to_another_folder) {
   EXPECT_EQ(looks_.size(), 2U);
 }
 
-TEST_F(Watching, drops_the_first_look_at_a_folder_it_has_left) {
+TEST_F(Watching, the_first_look_at_the_previous_folder_is_dropped) {
   session().startWatch();
   runLooks();
   openMovies();
@@ -426,7 +426,7 @@ TEST_F(Watching, drops_the_first_look_at_a_folder_it_has_left) {
   EXPECT_EQ(toast(), "Watching Movies");
 }
 
-TEST_F(Watching, drops_a_look_at_a_folder_it_has_left) {
+TEST_F(Watching, a_look_at_the_previous_folder_is_dropped) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   dispatch().advance(20s);
@@ -439,7 +439,7 @@ TEST_F(Watching, drops_a_look_at_a_folder_it_has_left) {
   EXPECT_NE(toast(), "a grew by 1.0 MB");
 }
 
-TEST_F(Watching, of_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
+TEST_F(Watching, watching_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
   watch({{"/home/a", 1 * MiB}});
   dispatch().advance(10s);
   sizes_ = {{"/home/a", 3 * MiB}};
@@ -458,7 +458,7 @@ TEST_F(Watching, of_the_same_folder_again_takes_a_new_baseline_and_one_timer) {
   EXPECT_TRUE(session().watch().watchGrew().empty());
 }
 
-TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
+TEST_F(Watching, watching_the_same_folder_again_uses_nothing_of_the_previous_watch) {
   sizes_ = {{"/home/a", 1 * MiB}};
   session().startWatch();
   runLooks();
@@ -485,7 +485,7 @@ TEST_F(Watching, of_the_same_folder_again_takes_nothing_from_the_watch_before) {
   EXPECT_NE(toast(), "a grew by 4.0 MB");
 }
 
-TEST_F(Watching, stays_where_it_is_through_scans_and_ways_through_the_tree) {
+TEST_F(Watching, scans_and_navigation_do_not_move_the_watch) {
   watch({{"/home/a", 1 * MiB}});
   openMovies();
   session().navigation().back();
@@ -509,7 +509,7 @@ TEST_F(Watching, stays_where_it_is_through_scans_and_ways_through_the_tree) {
   EXPECT_EQ(toast(), "a grew by 1.0 MB");
 }
 
-TEST_F(Watching, takes_its_baseline_through_a_scan) {
+TEST_F(Watching, the_baseline_is_taken_even_during_a_scan) {
   session().startWatch();
   runLooks();
   session().rescan();
@@ -518,7 +518,7 @@ TEST_F(Watching, takes_its_baseline_through_a_scan) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(Watching, stops_its_look_when_the_session_ends) {
+TEST_F(Watching, the_end_of_the_session_stops_a_look) {
   session().startWatch();
   bool hasLooked = false;
   duringLook_ = [&](const FolderWatch::IsCancelled& isCancelled) {
@@ -531,7 +531,7 @@ TEST_F(Watching, stops_its_look_when_the_session_ends) {
   EXPECT_TRUE(hasLooked);
 }
 
-TEST_F(Watching, may_bring_home_its_baseline_when_the_session_is_gone) {
+TEST_F(Watching, a_baseline_that_arrives_after_the_session_is_harmless) {
   session().startWatch();
   runLooks();
   endSession();
@@ -539,7 +539,7 @@ TEST_F(Watching, may_bring_home_its_baseline_when_the_session_is_gone) {
   EXPECT_FALSE(dispatch().advanceToNextDue());
 }
 
-TEST_F(Watching, does_not_keep_the_session) {
+TEST_F(Watching, a_watch_does_not_keep_the_session_alive) {
   watch({});
   dispatch().advance(20s);
   endSession();
@@ -550,7 +550,7 @@ TEST_F(Watching, does_not_keep_the_session) {
   EXPECT_EQ(looks_.size(), 1U);
 }
 
-TEST_F(Watching, may_bring_home_a_look_when_the_session_is_gone) {
+TEST_F(Watching, a_look_that_arrives_after_the_session_is_harmless) {
   watch({});
   sizes_ = {{"/home/a", 1 * MiB}};
   dispatch().advance(20s);
@@ -560,14 +560,14 @@ TEST_F(Watching, may_bring_home_a_look_when_the_session_is_gone) {
   EXPECT_EQ(dispatch().drain(Queue::main), 1U);
 }
 
-TEST_F(Watching, lets_whoever_hears_of_it_end_the_session) {
+TEST_F(Watching, a_receiver_of_the_watch_signal_may_end_the_session) {
   QObject::connect(&session().watch(), &LiveWatch::watchingChanged, [this] { endSession(); });
   session().startWatch();
   EXPECT_FALSE(hasSession());
   dispatch().drainAll();
 }
 
-TEST_F(Watching, lets_whoever_hears_of_growth_stop_it) {
+TEST_F(Watching, a_receiver_of_growth_may_stop_the_watch) {
   watch({});
   QObject::connect(&session().watch(), &LiveWatch::watchGrewChanged,
                    [this] { session().watch().stopWatch(); });

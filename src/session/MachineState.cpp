@@ -12,7 +12,7 @@
 namespace tessaly {
 
 MachineState::MachineState(Services services) : services_(std::move(services)) {
-  // Nobody listens yet, so that what is answered at once needs no signal.
+  // Nothing is connected yet, so answers that come at once need no signal.
   FieldChanges changes;
   askFor(changes, &MachineFigures::askDisk, [this](FieldChanges& step, const DiskUsage& disk) {
     step.set(this, disk_, disk, &MachineState::diskChanged);
@@ -20,8 +20,7 @@ MachineState::MachineState(Services services) : services_(std::move(services)) {
   refreshVolumes(changes);
 }
 
-// An answer that is there at once belongs to the step that asked for it. One that comes later is a
-// step of its own.
+// An answer that comes at once is part of the step that asked. A later one is a step of its own.
 template <class Answer, class Use>
 void MachineState::askFor(FieldChanges& changes, Question<Answer> question, Use use) {
   const auto step = std::make_shared<FieldChanges*>(&changes);

@@ -1,7 +1,6 @@
-// What the machine has told last: how full the disk is, what is mounted, and how many items are in
-// the Trash.
+// The latest figures of the machine: disk usage, mounted volumes, and number of items in the Trash.
 //
-// Main thread only. A field stays as it is until the machine answers.
+// Main thread only. A field keeps its value until the machine answers.
 #pragma once
 
 #include <chrono>
@@ -28,29 +27,29 @@ class MachineState : public QObject {
   Q_OBJECT
 
  public:
-  // All of it outlives the object.
+  // All of them must outlive the object.
   struct Services {
     MachineFigures& figures;
-    ApplicationIcon& icon;  // its badge tells how full the disk is
-    MarrowPrefs& prefs;     // for the warning of a disk that is nearly full
+    ApplicationIcon& icon;  // its badge shows the disk usage
+    MarrowPrefs& prefs;     // for the warning about a nearly full disk
     NotificationCenter& notifications;
     std::function<std::chrono::system_clock::time_point()> date;
   };
 
-  // Asks how full the disk is and what is mounted. Neither badge nor warning comes of that.
+  // Asks for the disk usage and the mounted volumes. Sets no badge and gives no warning.
   explicit MachineState(Services services);
 
   const DiskUsage& disk() const { return disk_; }  // of the start-up volume
   std::int64_t trashCount() const { return trashCount_; }
   const std::vector<VolumeMount>& volumes() const { return volumes_; }
-  // The name of the mounted volume that holds the node on screen.
+  // The name of the mounted volume that contains the node on screen.
   std::string currentVolumeName(const std::optional<DiskNode>& current) const;
 
-  // Asks anew how full the disk is and what is in the Trash. The second form answers as part of
-  // the step where the machine answers at once.
+  // Asks for the disk usage and the number of items in the Trash. The second form makes an
+  // immediate answer part of the step.
   void refreshDisk();
   void refreshDisk(FieldChanges& changes);
-  // Asks anew what is mounted.
+  // Asks for the mounted volumes.
   void refreshVolumes(FieldChanges& changes);
 
  signals:
@@ -61,7 +60,7 @@ class MachineState : public QObject {
  private:
   template <class Answer>
   using Question = void (MachineFigures::*)(MachineFigures::Take<Answer>);
-  // `use` is given the step that the answer belongs to, and the answer.
+  // Calls `use` with the step that the answer belongs to, and the answer.
   template <class Answer, class Use>
   void askFor(FieldChanges& changes, Question<Answer> question, Use use);
   void setDisk(FieldChanges& changes, const DiskUsage& disk);

@@ -1,4 +1,4 @@
-// Figures of the machine that come later than they are asked for, or never.
+// Figures of the machine that arrive later than they are asked for, or never.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ class LateFigures : public testing::Test {
   std::unique_ptr<ScanSession> session_;
 };
 
-TEST_F(LateFigures, the_session_starts_without_them_and_takes_them_when_they_come) {
+TEST_F(LateFigures, the_session_starts_without_figures_and_takes_late_ones) {
   EXPECT_EQ(session_->machine().disk(), DiskUsage());
   EXPECT_THAT(session_->machine().volumes(), IsEmpty());
   const QSignalSpy disk(&session_->machine(), &MachineState::diskChanged);
@@ -66,7 +66,7 @@ TEST_F(LateFigures, the_session_starts_without_them_and_takes_them_when_they_com
   EXPECT_EQ(volumes.count(), 1);
 }
 
-TEST_F(LateFigures, the_start_asks_for_the_disk_and_the_volumes_and_for_nothing_else) {
+TEST_F(LateFigures, the_start_asks_for_disk_and_volumes_only) {
   EXPECT_THAT(figures_.disk, SizeIs(1));
   EXPECT_THAT(figures_.volumes, SizeIs(1));
   EXPECT_THAT(figures_.trashCount, IsEmpty());
@@ -75,21 +75,21 @@ TEST_F(LateFigures, the_start_asks_for_the_disk_and_the_volumes_and_for_nothing_
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
 }
 
-TEST_F(LateFigures, a_scan_is_complete_before_them) {
+TEST_F(LateFigures, a_scan_completes_before_late_figures) {
   HeldFigures::answer(figures_.volumes, stick);
   scan();
   EXPECT_EQ(session_->run().status(), ScanStatus::complete);
   EXPECT_THAT(session_->navigation().stack(), SizeIs(1));
   EXPECT_EQ(machine_.icon.attentionRequests, 1);
   EXPECT_THAT(figures_.volumes, SizeIs(1));
-  // The old ones stay meanwhile.
+  // The old figures stay meanwhile.
   EXPECT_EQ(session_->machine().volumes(), stick);
   EXPECT_EQ(session_->machine().currentVolumeName(session_->navigation().current()), "stick");
   HeldFigures::answer(figures_.volumes, {});
   EXPECT_THAT(session_->machine().volumes(), IsEmpty());
 }
 
-TEST_F(LateFigures, badge_and_warning_follow_the_answer) {
+TEST_F(LateFigures, badge_and_warning_follow_a_late_answer) {
   session_->machine().refreshDisk();
   EXPECT_THAT(machine_.icon.badges, IsEmpty());
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
@@ -98,7 +98,7 @@ TEST_F(LateFigures, badge_and_warning_follow_the_answer) {
   EXPECT_THAT(machine_.notifications.posted, SizeIs(1));
 }
 
-TEST_F(LateFigures, what_is_never_answered_stays_as_it_was) {
+TEST_F(LateFigures, a_figure_without_an_answer_keeps_its_value) {
   session_->machine().refreshDisk();
   HeldFigures::answer(figures_.disk, usage);
   HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
@@ -108,14 +108,14 @@ TEST_F(LateFigures, what_is_never_answered_stays_as_it_was) {
   EXPECT_EQ(session_->machine().trashCount(), 3);
 }
 
-TEST_F(LateFigures, one_that_does_not_come_holds_up_no_other) {
+TEST_F(LateFigures, a_missing_answer_does_not_delay_the_others) {
   session_->machine().refreshDisk();
   HeldFigures::answer<std::int64_t>(figures_.trashCount, 3);
   EXPECT_EQ(session_->machine().trashCount(), 3);
   EXPECT_EQ(session_->machine().disk(), DiskUsage());
 }
 
-TEST_F(LateFigures, an_answer_to_a_session_that_is_gone_is_dropped) {
+TEST_F(LateFigures, an_answer_after_the_end_of_the_session_is_dropped) {
   session_->machine().refreshDisk();
   session_.reset();
   HeldFigures::answer(figures_.disk, usage);
@@ -125,13 +125,13 @@ TEST_F(LateFigures, an_answer_to_a_session_that_is_gone_is_dropped) {
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
 }
 
-TEST_F(LateFigures, whoever_is_told_of_an_answer_may_end_the_session) {
+TEST_F(LateFigures, a_receiver_of_an_answer_may_end_the_session) {
   QObject::connect(&session_->machine(), &MachineState::diskChanged, [this] { session_.reset(); });
   HeldFigures::answer(figures_.disk, usage);
   EXPECT_EQ(session_, nullptr);
 }
 
-TEST_F(LateFigures, the_status_bar_shows_them_when_they_come) {
+TEST_F(LateFigures, the_status_bar_shows_late_figures) {
   StatusBar bar(*session_, machine_.loginItem, machine_.statusBar,
                 {.showMainWindow = [] {}, .activate = [] {}, .quit = [] {}});
   EXPECT_EQ(machine_.statusBar.label.text, "0%");
@@ -139,8 +139,8 @@ TEST_F(LateFigures, the_status_bar_shows_them_when_they_come) {
   EXPECT_EQ(machine_.statusBar.label.text, "95%");
 }
 
-// The same over mounts, one of which hangs.
-TEST(DeadVolume, is_in_the_list_of_a_session_that_never_waits_for_it) {
+// The same with mounts, one of which hangs.
+TEST(DeadVolume, a_hanging_volume_is_listed_and_never_blocks_the_session) {
   FakeMachine machine;
   const auto volumes = std::make_shared<FakeVolumes>();
   volumes->mount("/mnt/dead", VolumeFigures{.total = 100, .used = 50, .free = 50});
@@ -155,7 +155,7 @@ TEST(DeadVolume, is_in_the_list_of_a_session_that_never_waits_for_it) {
   using Queue = Dispatch::Queue;
 
   ScanSession session(services);
-  EXPECT_EQ(dispatch.waiting(Queue::utility), 2U);  // the disk, and the list of mounts
+  EXPECT_EQ(dispatch.waiting(Queue::utility), 2U);  // the disk usage and the list of mounts
   EXPECT_TRUE(dispatch.step(Queue::utility) && dispatch.step(Queue::utility));
   dispatch.drain(Queue::main);
   EXPECT_EQ(session.machine().disk(), usage);

@@ -1,6 +1,6 @@
-// The two switches that the user sets once. Read at construction, written with every change.
+// The user's two preferences. Read at construction, written with every change.
 //
-// Main thread only. One for the program; the settings outlive it.
+// Main thread only. The program has one instance; the settings must outlive it.
 #pragma once
 
 #include <string_view>
@@ -22,16 +22,16 @@ class MarrowPrefs : public QObject {
 
   explicit MarrowPrefs(SettingsStore& defaults, QObject* parent = nullptr);
 
-  // Start in the background, with the status-bar extra only. Takes effect at the next start. Off
-  // unless it was switched on.
+  // Start in the background, with the status-bar extra only. Takes effect at the next start. Off by
+  // default.
   bool startHidden() const { return startHidden_; }
   void setStartHidden(bool hidden);
 
-  // Tell when the disk is nearly full. On unless it was switched off.
+  // Notify when the disk is nearly full. On by default.
   bool diskAlerts() const { return diskAlerts_; }
   void setDiskAlerts(bool alerts);
 
-  // Asks for all main windows to come forward, from wherever they are.
+  // Asks for all main windows to come to the front.
   Q_INVOKABLE void showMainWindow() { emit mainWindowWanted(); }
 
   SettingsStore& defaults() const { return defaults_; }

@@ -9,14 +9,14 @@
 namespace tessaly {
 namespace {
 
-TEST(MarrowPrefs, show_the_window_and_alert_at_first) {
+TEST(MarrowPrefs, window_and_alerts_are_on_by_default) {
   MemorySettings settings;
   const MarrowPrefs prefs(settings);
   EXPECT_FALSE(prefs.startHidden());
   EXPECT_TRUE(prefs.diskAlerts());
 }
 
-TEST(MarrowPrefs, take_their_defaults_where_something_else_than_a_boolean_is_stored) {
+TEST(MarrowPrefs, stored_values_that_are_not_boolean_count_as_the_default) {
   MemorySettings settings;
   settings.setText("marrow.startHidden", "true");
   settings.setText("marrow.diskAlerts", "false");
@@ -25,7 +25,7 @@ TEST(MarrowPrefs, take_their_defaults_where_something_else_than_a_boolean_is_sto
   EXPECT_TRUE(prefs.diskAlerts());
 }
 
-TEST(MarrowPrefs, are_there_again_at_the_next_start) {
+TEST(MarrowPrefs, preferences_survive_a_restart) {
   MemorySettings settings;
   {
     MarrowPrefs prefs(settings);
@@ -39,14 +39,14 @@ TEST(MarrowPrefs, are_there_again_at_the_next_start) {
   EXPECT_FALSE(again.diskAlerts());
 }
 
-TEST(MarrowPrefs, are_read_once) {
+TEST(MarrowPrefs, preferences_are_read_once) {
   MemorySettings settings;
   const MarrowPrefs prefs(settings);
   settings.setBoolean("marrow.diskAlerts", false);
   EXPECT_TRUE(prefs.diskAlerts());
 }
 
-TEST(MarrowPrefs, tell_of_a_change_and_of_nothing_else) {
+TEST(MarrowPrefs, only_changes_are_announced) {
   MemorySettings settings;
   MarrowPrefs prefs(settings);
   const QSignalSpy hidden(&prefs, &MarrowPrefs::startHiddenChanged);

@@ -23,7 +23,8 @@ void Messages::flash(const std::string& text) {
 }
 
 void Messages::flash(FieldChanges& changes, const std::string& text) {
-  // By text alone: an equal message that is shown again goes with the first one's time.
+  // Compares texts only: if the same text is shown again, it disappears with the timer of the
+  // first.
   dispatch_.after(toastTime, Dispatch::Queue::main, [messages = QPointer(this), text] {
     if (!messages || messages->toast_ != text) return;
     setField(messages.data(), messages->toast_, std::optional<std::string>(),

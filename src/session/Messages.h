@@ -1,5 +1,5 @@
-// What the program says to the user: the short message (toast), and the failures that stay until
-// they are dismissed.
+// The program's messages to the user: the short one (toast), and failures, which stay until they
+// are dismissed.
 //
 // Main thread only.
 #pragma once
@@ -19,7 +19,8 @@
 
 namespace tessaly {
 
-// Shows a short message as part of a step. How the other parts of the session are given Messages.
+// Shows a short message as part of a step. The other parts of the session get this function instead
+// of Messages.
 using Flash = std::function<void(FieldChanges& changes, const std::string& text)>;
 
 class Messages : public QObject {
@@ -28,28 +29,27 @@ class Messages : public QObject {
  public:
   static constexpr std::size_t failuresLimit = 50;
 
-  // `dispatch` outlives the messages.
+  // `dispatch` must outlive the messages.
   explicit Messages(Dispatch& dispatch) : dispatch_(dispatch) {}
 
   const std::optional<std::string>& toast() const { return toast_; }
-  // What failed and was not dismissed, the latest last; never more than failuresLimit.
+  // The failures that were not dismissed, the latest last; at most failuresLimit.
   const std::vector<std::string>& failures() const { return failures_; }
-  // The latest of them.
+  // The latest failure.
   std::optional<std::string> failure() const;
 
-  // Shows a short message, and takes it away 2.8 seconds later unless a newer one is shown then.
+  // Shows a short message for 2.8 seconds, or until a newer one replaces it.
   void flash(const std::string& text);
   void flash(FieldChanges& changes, const std::string& text);
 
-  // Tells of something that failed and that the user has to know of. It stays, whatever else is
-  // flashed, until it is dismissed. A later failure comes before it; once that one is dismissed,
-  // this one is told again. The same text is told once.
+  // Shows a failure that the user must know of. It stays until it is dismissed, whatever toasts are
+  // shown. A later failure covers it until that one is dismissed. The same text is kept once.
   void tellFailure(const std::string& text);
   void tellFailure(FieldChanges& changes, const std::string& text);
-  // Tells in one line of all items that did not move; nothing if there are none.
+  // Shows all items that were not moved as one failure; does nothing if there are none.
   void tellFailures(FieldChanges& changes, const std::vector<Trash::Failure>& failures,
                     FailureText::Act act);
-  // Of the failure that is told, the latest one.
+  // Dismisses the failure on screen, the latest one.
   Q_INVOKABLE void dismissFailure();
 
  signals:

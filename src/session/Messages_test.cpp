@@ -10,7 +10,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-TEST(MessagesAlone, show_a_toast_for_its_time) {
+TEST(MessagesAlone, a_toast_is_shown_for_its_time) {
   HandSteppedDispatch dispatch;
   Messages messages(dispatch);
   messages.flash("a");
@@ -22,7 +22,7 @@ TEST(MessagesAlone, show_a_toast_for_its_time) {
   EXPECT_EQ(messages.toast(), std::nullopt);
 }
 
-TEST(MessagesAlone, tell_the_failure_before_once_the_latest_is_dismissed) {
+TEST(MessagesAlone, dismissing_a_failure_shows_the_previous_one) {
   HandSteppedDispatch dispatch;
   Messages messages(dispatch);
   messages.tellFailure("first");

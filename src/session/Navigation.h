@@ -1,5 +1,4 @@
-// Where the user is in the finished tree. Nodes are values and the tree never changes: only the
-// stack does.
+// The user's position in the finished tree. Nodes are immutable values; only the stack changes.
 //
 // Main thread only.
 #pragma once
@@ -19,7 +18,7 @@ class Navigation : public QObject {
   Q_OBJECT
 
  public:
-  // `workspace` outlives the navigation.
+  // `workspace` must outlive the navigation.
   explicit Navigation(Workspace& workspace) : workspace_(workspace) {}
 
   const std::vector<DiskNode>& stack() const { return stack_; }  // scan root first
@@ -31,11 +30,11 @@ class Navigation : public QObject {
   // Shows `node` in the file viewer of the desktop.
   void reveal(const DiskNode& node);
 
-  // Shows the root of a new tree, which is never compared with the old one.
+  // Shows the root of a new tree. Announces it even if it equals the old one.
   void showTree(FieldChanges& changes, const DiskNode& tree);
-  // Shows the last node of `chain`, which begins at the root.
+  // Shows the last node of `chain`, which starts at the root.
   void showChain(FieldChanges& changes, std::vector<DiskNode> chain);
-  // Goes into `node`.
+  // Enters `node`.
   void push(FieldChanges& changes, const DiskNode& node);
 
  signals:

@@ -8,11 +8,11 @@ namespace tessaly {
 
 namespace {
 
-// The newest value that has not been delivered yet.
+// The newest value, until it is delivered.
 template <class Value>
 class Newest {
  public:
-  // True if none was waiting, so that somebody has to come for this one.
+  // Returns true if no value was waiting, so that the caller must post a delivery.
   bool put(const Value& value) {
     const std::lock_guard lock(mutex_);
     const bool isFirst = !value_;

@@ -1,12 +1,12 @@
-// Carries the progress of one walk to the main thread, as little of it as does any good: a walk may
-// report thousands of times while the main thread draws one frame, so only the newest value of each
-// sort is kept, and at most one update of each sort waits on the main queue.
+// Carries the progress of a walk to the main thread at a rate it can use. A walk may report
+// thousands of times while the main thread draws one frame, so only the newest value of each kind
+// is kept, and at most one update of each kind waits on the main queue.
 //
-// No timer is involved. Whatever was reported is delivered by an update that already stands on the
-// main queue, so what the walk puts there after its last report comes after its last progress.
+// There is no timer. Each reported value is delivered by an update that is on the main queue
+// already, so anything the walk posts after its last report runs after its last progress.
 //
 // line() and percent() may be called from any thread. The receiver is called on the main queue,
-// also after the relay is gone.
+// also after the relay is destroyed.
 #pragma once
 
 #include <functional>
@@ -24,7 +24,7 @@ class ProgressRelay {
     std::function<void(double fraction)> percent;
   };
 
-  // `dispatch` outlives the relay.
+  // `dispatch` must outlive the relay.
   ProgressRelay(Dispatch& dispatch, Receiver receiver);
 
   void line(const std::string& line);

@@ -27,7 +27,7 @@ class ProgressRelayTest : public ::testing::Test {
                               [this](double fraction) { percents_.push_back(fraction); }}};
 };
 
-TEST_F(ProgressRelayTest, delivers_on_the_main_queue_only) {
+TEST_F(ProgressRelayTest, progress_is_delivered_on_the_main_queue_only) {
   relay_->line("a");
   relay_->percent(0.5);
   EXPECT_TRUE(lines_.empty());
@@ -37,7 +37,7 @@ TEST_F(ProgressRelayTest, delivers_on_the_main_queue_only) {
   EXPECT_EQ(percents_, std::vector<double>{0.5});
 }
 
-TEST_F(ProgressRelayTest, keeps_one_update_of_each_sort_waiting_however_much_is_reported) {
+TEST_F(ProgressRelayTest, one_update_of_each_kind_waits_however_much_is_reported) {
   for (int k = 0; k < 100'000; ++k) {
     relay_->line(std::to_string(k));
     relay_->percent(k / 100'000.0);
@@ -48,7 +48,7 @@ TEST_F(ProgressRelayTest, keeps_one_update_of_each_sort_waiting_however_much_is_
   EXPECT_EQ(percents_, std::vector<double>{0.99999});
 }
 
-TEST_F(ProgressRelayTest, reports_anew_after_each_delivery) {
+TEST_F(ProgressRelayTest, a_report_after_a_delivery_is_delivered_too) {
   relay_->line("a");
   dispatch_.drain(Queue::main);
   EXPECT_EQ(dispatch_.waiting(Queue::main), 0u);
@@ -58,7 +58,7 @@ TEST_F(ProgressRelayTest, reports_anew_after_each_delivery) {
   EXPECT_EQ(lines_, (std::vector<std::string>{"a", "c"}));
 }
 
-TEST_F(ProgressRelayTest, keeps_the_sorts_apart) {
+TEST_F(ProgressRelayTest, lines_and_percentages_are_delivered_separately) {
   relay_->line("a");
   EXPECT_EQ(dispatch_.waiting(Queue::main), 1u);
   relay_->percent(1);
@@ -68,7 +68,7 @@ TEST_F(ProgressRelayTest, keeps_the_sorts_apart) {
   EXPECT_TRUE(percents_.empty());
 }
 
-TEST_F(ProgressRelayTest, has_delivered_all_before_work_that_is_posted_after_the_last_report) {
+TEST_F(ProgressRelayTest, progress_is_delivered_before_work_posted_after_the_last_report) {
   std::string atEnd;
   relay_->line("first");
   relay_->line("last");
@@ -77,14 +77,14 @@ TEST_F(ProgressRelayTest, has_delivered_all_before_work_that_is_posted_after_the
   EXPECT_EQ(atEnd, "last");
 }
 
-TEST_F(ProgressRelayTest, may_go_before_what_it_reported_is_delivered) {
+TEST_F(ProgressRelayTest, the_relay_may_be_destroyed_before_its_reports_are_delivered) {
   relay_->line("late");
   relay_.reset();
   dispatch_.drain(Queue::main);
   EXPECT_EQ(lines_, std::vector<std::string>{"late"});
 }
 
-TEST(ProgressRelayThreads, delivers_the_last_of_what_another_thread_reports_before_its_end) {
+TEST(ProgressRelayThreads, the_last_report_of_another_thread_is_delivered_before_its_end) {
   MainLoop mainLoop;
   ThreadedDispatch dispatch([&](Dispatch::Work work) { mainLoop.post(std::move(work)); });
   std::string newest;

@@ -54,7 +54,7 @@ Removal::Failures Removal::moveAllRecording(FieldChanges& changes,
 }
 
 Removal::Failures Removal::putBack(FieldChanges& changes) {
-  // A folder that went after its contents comes back before them.
+  // In reverse order, so that a folder is put back before its contents if it was moved after them.
   Failures failures;
   std::for_each(lastTrashed_.rbegin(), lastTrashed_.rend(), [&](const TrashedItem& item) {
     const Outcome outcome = Trash::putBack(item, services_.trash);
@@ -80,14 +80,14 @@ std::size_t Removal::archive(const std::vector<DiskNode>& nodes, TakeArchive tak
                                                                       .extension = "zip",
                                                                       .canCreateDirectories = true,
                                                                       .isForNewFile = true});
-  // The panel runs the event loop meanwhile.
+  // The panel ran the event loop, so the object may be gone.
   if (!self || !chosen) return 0;
   ZipEngine::Request request{.paths = std::move(paths),
                              .to = *std::move(chosen),
                              .isGivenUp = [zips = zips_] { return zips->isGivenUp(); }};
   const std::string place = resolvedAbove(request.to);
-  // What the user has agreed to replace is what stands there now. Not so where it is an archive
-  // that was finished only while the panel was up: what went into that is in the Trash by now.
+  // The user has agreed to replace the file that is there now. An archive that was finished while
+  // the panel was open is excepted: its items are in the Trash by now.
   if (std::ranges::find(inWork, place) == inWork.end()) {
     if (const auto old = FileIdentity::of(request.to)) request.replaced = old.value();
   }
@@ -110,7 +110,7 @@ std::size_t Removal::archive(const std::vector<DiskNode>& nodes, TakeArchive tak
   return count;
 }
 
-// Two archives of one minute are not to be suggested the same name.
+// Two archives of the same minute must not get the same suggested name.
 std::string Removal::nameForZip() const {
   const std::string name = ZipEngine::suggestedName(services_.date());
   int number = 1;

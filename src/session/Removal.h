@@ -1,5 +1,5 @@
-// What goes to the Trash and comes back, archived first or not. Nothing critical moves before the
-// user was warned of it, except what waits in the cleanup queue.
+// Moves items to the Trash and back, after archiving them if wanted. The user is warned before a
+// critical item moves, unless it is in the cleanup queue.
 //
 // Main thread only.
 #pragma once
@@ -30,43 +30,44 @@ class Removal : public QObject {
  public:
   using Failures = std::vector<Trash::Failure>;
 
-  // `services` and what they name outlive the removal.
+  // `services` and everything it refers to must outlive the removal.
   explicit Removal(const SessionServices& services)
       : services_(services), jobs_(services.dispatch) {}
 
-  // What the last move to the Trash took, in its order.
+  // The items of the last move to the Trash, in its order.
   const std::vector<TrashedItem>& lastTrashed() const { return lastTrashed_; }
-  // The critical item that the user is warned of.
+  // The critical item that the user is warned about.
   const std::optional<DiskNode>& criticalWarning() const { return criticalWarning_; }
   void setCriticalWarning(std::optional<DiskNode> node);
   Q_INVOKABLE void dismissWarning();
   void dismissWarning(FieldChanges& changes);
 
-  // Warns if `node` is critical, and then gives true.
+  // Warns if `node` is critical, and returns whether it is.
   bool warnIfCritical(FieldChanges& changes, const DiskNode& node);
-  // Move items. What refuses to move stays where it is, and is given back. The first keeps no
-  // record, so that lastTrashed() stays; the second where the item moves; the third always.
+  // Move items and return those that could not be moved. The first never changes lastTrashed(), the
+  // second sets it if the item moves, the third always sets it.
   Failures move(const std::string& path);
   Failures moveRecording(FieldChanges& changes, const std::string& path);
   Failures moveAllRecording(FieldChanges& changes, const std::vector<std::string>& paths);
-  // Puts back what the last move took, and forgets it. Gives what did not come back.
+  // Puts back the items of the last move, and clears lastTrashed(). Returns those that could not be
+  // put back.
   Failures putBack(FieldChanges& changes);
 
-  // Asks where an archive is to be made, and begins it. Leaves out what is not there any more.
-  // Gives how many items it is of: 0 where there is nothing to archive, or the user does not want
-  // to; the object may be gone then. `take` is called when the archive has ended.
+  // Asks where to save an archive, and starts it, without the nodes that no longer exist. Returns
+  // the number of its items: 0 if nothing exists or the user cancels; the object may be gone then.
+  // `take` is called when the archive has ended.
   using TakeArchive = std::function<void(const ZipEngine::Archived& archived)>;
   std::size_t archive(const std::vector<DiskNode>& nodes, TakeArchive take);
-  // For quitting: every archive that is being made, or is asked for later, is given up, which takes
-  // some milliseconds, and nothing moves. Waits for nothing.
+  // For quitting: cancels every archive, also those requested later, and moves nothing. Does not
+  // wait; a worker stops within milliseconds.
   void giveUpZips();
-  // Whether a worker still makes an archive, given up or not.
+  // Whether a worker still makes an archive, cancelled or not.
   bool isZipping() const { return zips_->areAny(); }
 
   // Asks the system, on a worker queue, to empty the Trash.
   void emptyTrash(std::function<void(DiskSpace::TrashEmptying emptying)> take);
 
-  // Gives up the archives and drops what still comes.
+  // Cancels the archives and drops all results.
   void end();
 
  signals:

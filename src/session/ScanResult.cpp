@@ -8,7 +8,7 @@ namespace tessaly {
 
 namespace {
 
-// Sizes are kept of a root, its children and theirs.
+// Sizes of a root, its children and their children are kept.
 constexpr int keptLevels = 2;
 constexpr std::int64_t smallestGrowth = 1048576;
 constexpr int largestLimit = 80;

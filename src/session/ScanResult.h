@@ -1,5 +1,5 @@
-// What is known of the latest finished scan besides its tree: its growth, counts and lists, and the
-// scans of the same root before.
+// Data about the latest finished scan besides its tree: growth, counts, lists, and the earlier
+// scans of the same root.
 //
 // Main thread only.
 #pragma once
@@ -28,29 +28,29 @@ class ScanResult : public QObject {
   Q_OBJECT
 
  public:
-  // `directory` is where sizes and histories are kept.
+  // `directory` is the folder of the sizes and histories.
   explicit ScanResult(ScanStore::Directory directory) : directory_(std::move(directory)) {}
 
-  // What has grown since the scan of this root before, and its paths.
+  // The items that have grown since the previous scan of this root, and their paths.
   const std::vector<ScanDelta>& deltas() const { return deltas_; }
   const std::set<std::string>& grewPaths() const { return grewPaths_; }
   const std::optional<ScanStats>& scanStats() const { return scanStats_; }
-  // What the scan of the tree could not read. Like scanStats() it belongs to the scan: to open a
-  // folder or a package adds nothing, though a package is read anew for that. None of a tree that
-  // the last run has left.
+  // The items that the scan could not read. Like scanStats(), this belongs to the scan: opening a
+  // folder or a package adds nothing, although a package is read again then. Empty for a restored
+  // tree.
   const UnreadableItems& unreadable() const { return unreadable_; }
   const std::vector<DiskNode>& largest() const { return largest_; }
   const std::vector<DiskNode>& emptyFolders() const { return emptyFolders_; }
   // The scans of this root, oldest first.
   const std::vector<HistoryPoint>& history() const { return history_; }
 
-  // A finished scan: compares it with the sizes that are kept of `root`, and keeps its own.
+  // For a finished scan: compares it with the stored sizes of `root`, and stores the new ones.
   void takeGrowth(FieldChanges& changes, const DiskNode& tree, const std::string& root);
-  // Counts and lists of the same scan, which took `duration` seconds, and which enters the history
-  // at `date`, in seconds since 1970.
+  // Counts and lists of the same scan, which took `duration` seconds and enters the history with
+  // `date`, in seconds since 1970.
   void takeFigures(FieldChanges& changes, const DiskNode& tree, const std::string& root,
                    double duration, const UnreadableItems& unreadable, double date);
-  // The same of a tree that the last run has left; keeps nothing.
+  // The same for a restored tree; stores nothing.
   void restore(FieldChanges& changes, const DiskNode& tree, const std::string& root);
 
  signals:

@@ -23,8 +23,8 @@ void ScanRun::start(FieldChanges& changes, const std::string& root, DiskScanner:
 }
 
 void ScanRun::startWalk(DiskScanner::Options options, Take take) {
-  // Of the run, the worker touches nothing: the relay calls on the main queue, where a job that is
-  // not cancelled has its owner.
+  // The worker does not access this object: the receiver runs on the main queue, and a job that is
+  // not cancelled has an owner.
   const auto relay = [this, &dispatch = services_.dispatch](const Job& job) {
     ProgressRelay::Receiver receiver;
     receiver.line = [this, job](const std::string& line) {
@@ -61,7 +61,7 @@ void ScanRun::takeWalk(const Walked& walked, const Take& take) {
     return;
   }
   FieldChanges changes;
-  // An older tree is worth more than a complaint.
+  // If there is an older tree, it stays, and no error is shown.
   if (hasTree_) {
     changes.set(this, status_, ScanStatus::complete, &ScanRun::statusChanged);
   } else {

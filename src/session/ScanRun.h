@@ -1,4 +1,4 @@
-// The scan that runs: its progress, and how it ended. A newer scan overtakes the one before.
+// The running scan: its progress, and how it ended. A new scan cancels the running one.
 //
 // Main thread only.
 #pragma once
@@ -26,10 +26,10 @@ class ScanRun : public QObject {
   Q_PROPERTY(double scanPercent READ scanPercent NOTIFY scanPercentChanged)
 
  public:
-  // What a walk brought.
+  // The result of a walk.
   struct Walked {
     DiskNode tree;
-    std::string root;  // as it was given to the scan
+    std::string root;  // as passed to the scan
     UnreadableItems unreadable;
   };
   using Take = std::function<void(const Walked& walked)>;
@@ -41,22 +41,22 @@ class ScanRun : public QObject {
   const std::string& progress() const { return progress_; }
   double scanPercent() const { return scanPercent_; }  // 0 to 1
   const std::string& errorMessage() const { return errorMessage_; }
-  // Of the latest scan, whatever became of it.
+  // The root of the latest scan, also if it failed or was cancelled.
   const std::string& scanRoot() const { return scanRoot_; }
 
-  // Cancels the scan that runs and starts another. Its tree goes to `take`, unless the scan is
-  // overtaken or cancelled, or has found nothing; whoever takes it calls complete().
+  // Cancels the running scan and starts another. Passes its tree to `take`, unless the scan is
+  // replaced or cancelled, or has found nothing; `take` must lead to complete().
   void start(FieldChanges& changes, const std::string& root, DiskScanner::Options options,
              Take take);
-  // The tree of the scan is on screen.
+  // To be called when the tree of the scan is on screen.
   void complete(FieldChanges& changes);
-  // The tree of the last run of the program, a scan of `root`, is on screen.
+  // To be called when the stored tree, a scan of `root`, is on screen.
   void restore(FieldChanges& changes, const std::string& root);
   Q_INVOKABLE void cancel();
-  // Since the latest scan began.
+  // The time since the latest scan began.
   std::chrono::duration<double> duration() const;
 
-  // Stops the walk without waiting for it.
+  // Cancels the walk without waiting for it.
   void end() { jobs_.end(); }
 
  signals:
@@ -72,9 +72,9 @@ class ScanRun : public QObject {
 
   const SessionServices& services_;
   Jobs jobs_;
-  Job walk_;  // of the latest scan; what an overtaken one still brings is dropped
+  Job walk_;  // of the latest scan; the result of a replaced one is dropped
   std::chrono::steady_clock::time_point started_;
-  bool hasTree_ = false;  // a scan has found something, in this run of the program or the last
+  bool hasTree_ = false;  // a scan has found something, in this run or the last
   ScanStatus status_ = ScanStatus::idle;
   std::string progress_;
   double scanPercent_ = 0;

@@ -15,9 +15,9 @@ using Scan = SessionFixture;
 const DiskNode treeOfA = folder("/a", 700, {file("/a/x", 700)});
 const DiskNode treeOfB = folder("/b", 300, {file("/b/y", 300)});
 
-// From "any" state, scan.
+// Starting from every state.
 
-TEST_F(Scan, shows_that_it_runs_before_anything_is_walked) {
+TEST_F(Scan, a_scan_shows_that_it_runs_before_the_walk) {
   session().shown().setPane(MainPane::monitor);
   session().scan("/a");
   EXPECT_EQ(session().shown().pane(), MainPane::map);
@@ -31,7 +31,7 @@ TEST_F(Scan, shows_that_it_runs_before_anything_is_walked) {
   EXPECT_EQ(dispatch().waiting(Queue::main), 0u);
 }
 
-TEST_F(Scan, starts_from_every_state) {
+TEST_F(Scan, a_scan_starts_from_every_state) {
   session().scan("/a");  // idle
   session().scan("/a");  // scanning
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
@@ -48,7 +48,7 @@ TEST_F(Scan, starts_from_every_state) {
   EXPECT_EQ(session().run().scanPercent(), 0);
 }
 
-TEST_F(Scan, leaves_the_old_tree_in_place_while_it_runs) {
+TEST_F(Scan, the_old_tree_stays_during_a_scan) {
   scanTo(treeOfA);
   session().scan("/b");
   runWalks();
@@ -57,7 +57,7 @@ TEST_F(Scan, leaves_the_old_tree_in_place_while_it_runs) {
 
 // The walk.
 
-TEST_F(Scan, walks_its_root_with_what_filters_and_excludes_leave_out) {
+TEST_F(Scan, a_scan_walks_its_root_with_the_options_of_filters_and_excludes) {
   std::vector<BloatFilter> filters = {
       {.id = "a",
        .name = "A",
@@ -68,7 +68,7 @@ TEST_F(Scan, walks_its_root_with_what_filters_and_excludes_leave_out) {
   session().choices().setFilters(filters);
   session().choices().setExcludes({"/a/private"});
   session().scan("/a");
-  // Copied by now: what changes later is for the next scan.
+  // The options are copied by now; later changes apply to the next scan.
   session().choices().setFilters({});
   session().choices().setExcludes({});
   dispatch().drainAll();
@@ -82,7 +82,7 @@ TEST_F(Scan, walks_its_root_with_what_filters_and_excludes_leave_out) {
   EXPECT_FALSE(walk.options.expandPackages);
 }
 
-TEST_F(Scan, leaves_nothing_out_without_filters) {
+TEST_F(Scan, nothing_is_left_out_without_filters) {
   session().choices().setFilters({});
   session().scan("/a");
   dispatch().drainAll();
@@ -90,7 +90,7 @@ TEST_F(Scan, leaves_nothing_out_without_filters) {
   EXPECT_TRUE(walks().at(0).options.extraSuffixes.empty());
 }
 
-TEST_F(Scan, shows_the_newest_progress_of_its_walk) {
+TEST_F(Scan, a_scan_shows_the_newest_progress_of_its_walk) {
   walks().at(0).during = [](const DiskScanner::Callbacks& callbacks) {
     callbacks.percent(0.0);
     callbacks.progress("0%  Library");
@@ -110,7 +110,7 @@ TEST_F(Scan, shows_the_newest_progress_of_its_walk) {
   EXPECT_EQ(percent.count(), 1);
 }
 
-TEST_F(Scan, floods_the_main_queue_with_no_progress) {
+TEST_F(Scan, progress_does_not_flood_the_main_queue) {
   walks().at(0).during = [](const DiskScanner::Callbacks& callbacks) {
     for (int k = 0; k < 100'000; ++k) {
       callbacks.progress(std::to_string(k));
@@ -128,7 +128,7 @@ TEST_F(Scan, floods_the_main_queue_with_no_progress) {
   EXPECT_EQ(session().run().scanPercent(), 0.99999);
 }
 
-TEST_F(Scan, takes_progress_that_is_not_utf8_as_the_bytes_it_is) {
+TEST_F(Scan, progress_keeps_bytes_that_are_not_utf8) {
   walks().at(0).during = [](const DiskScanner::Callbacks& callbacks) {
     callbacks.progress("3%  caf\xe9");
   };
@@ -138,9 +138,9 @@ TEST_F(Scan, takes_progress_that_is_not_utf8_as_the_bytes_it_is) {
   EXPECT_EQ(session().run().progress(), "3%  caf\xe9");
 }
 
-// Scanning, and the walk ended with something.
+// The walk has found something.
 
-TEST_F(Scan, puts_its_tree_on_screen) {
+TEST_F(Scan, a_scan_puts_its_tree_on_screen) {
   walks().at(0).result = treeOfA;
   session().scan("/a");
   dispatch().drainAll();
@@ -152,7 +152,7 @@ TEST_F(Scan, puts_its_tree_on_screen) {
   EXPECT_EQ(session().navigation().current(), treeOfA);
 }
 
-TEST_F(Scan, replaces_the_whole_stack_of_the_old_tree) {
+TEST_F(Scan, a_new_tree_replaces_the_whole_stack) {
   scanTo(folder("/a", 9, {folder("/a/d", 9, {file("/a/d/f", 9)})}));
   session().open(session().navigation().current()->children().front());
   ASSERT_EQ(session().navigation().stack().size(), 2u);
@@ -160,7 +160,7 @@ TEST_F(Scan, replaces_the_whole_stack_of_the_old_tree) {
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/a"});
 }
 
-TEST_F(Scan, counts_its_tree_and_the_seconds_since_it_began) {
+TEST_F(Scan, the_result_counts_the_tree_and_the_seconds_of_the_scan) {
   walks().at(0).result =
       folder("/a", 900, {folder("/a/d", 800, {file("/a/d/f", 800)}), file("/a/x", 100)});
   session().scan("/a");
@@ -171,7 +171,7 @@ TEST_F(Scan, counts_its_tree_and_the_seconds_since_it_began) {
             (ScanStats{.nodes = 4, .files = 2, .folders = 2, .duration = 2.5, .bytes = 900}));
 }
 
-TEST_F(Scan, counts_its_seconds_from_its_own_beginning_after_one_that_was_overtaken) {
+TEST_F(Scan, the_seconds_count_from_the_start_of_the_last_scan) {
   session().scan("/b");
   now_ += std::chrono::seconds(10);
   walks().at(1).result = treeOfA;
@@ -181,14 +181,14 @@ TEST_F(Scan, counts_its_seconds_from_its_own_beginning_after_one_that_was_overta
   EXPECT_EQ(session().result().scanStats()->duration, 1);
 }
 
-TEST_F(Scan, takes_a_tree_of_no_size_with_children_and_one_of_some_size_without) {
+TEST_F(Scan, a_tree_needs_a_size_or_children) {
   scanTo(folder("/a", 0, {folder("/a/empty", 0)}));
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/a"});
   scanTo(folder("/b", 10));
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/b"});
 }
 
-TEST_F(Scan, leaves_selection_and_focus_as_they_are) {
+TEST_F(Scan, a_scan_keeps_selection_and_focus) {
   session().selection().setFocused(file("/old", 1));
   session().shown().setMenuNode(file("/menu", 1));
   scanTo(treeOfA);
@@ -196,9 +196,9 @@ TEST_F(Scan, leaves_selection_and_focus_as_they_are) {
   EXPECT_EQ(session().shown().menuNode()->path(), "/menu");
 }
 
-// Scanning, and the walk read nothing.
+// The walk has read nothing.
 
-TEST_F(Scan, that_reads_nothing_fails_when_there_is_no_tree) {
+TEST_F(Scan, a_scan_that_reads_nothing_fails_without_a_tree) {
   session().scan("/locked");
   dispatch().drainAll();
   EXPECT_EQ(session().run().status(), ScanStatus::error);
@@ -209,7 +209,7 @@ TEST_F(Scan, that_reads_nothing_fails_when_there_is_no_tree) {
   EXPECT_EQ(session().run().scanRoot(), "/locked");
 }
 
-TEST_F(Scan, that_reads_nothing_keeps_the_old_tree_without_complaint) {
+TEST_F(Scan, a_scan_that_reads_nothing_keeps_the_old_tree_without_an_error) {
   scanTo(treeOfA);
   session().scan("/locked");
   dispatch().drainAll();
@@ -220,7 +220,7 @@ TEST_F(Scan, that_reads_nothing_keeps_the_old_tree_without_complaint) {
 
 // Cancel.
 
-TEST_F(Scan, cancelled_for_the_first_time_leaves_an_idle_session_and_its_root) {
+TEST_F(Scan, cancelling_the_first_scan_leaves_an_idle_session_with_its_root) {
   session().scan("/a");
   session().run().cancel();
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
@@ -230,7 +230,7 @@ TEST_F(Scan, cancelled_for_the_first_time_leaves_an_idle_session_and_its_root) {
   EXPECT_EQ(session().run().scanPercent(), 0);
 }
 
-TEST_F(Scan, cancelled_over_an_old_tree_leaves_that_tree) {
+TEST_F(Scan, cancelling_a_later_scan_leaves_the_old_tree) {
   scanTo(treeOfA);
   session().scan("/b");
   session().run().cancel();
@@ -240,7 +240,7 @@ TEST_F(Scan, cancelled_over_an_old_tree_leaves_that_tree) {
   EXPECT_EQ(session().run().scanRoot(), "/b");
 }
 
-TEST_F(Scan, cancelled_tells_its_walk_and_drops_what_it_brings) {
+TEST_F(Scan, cancelling_tells_the_walk_and_drops_its_result) {
   std::vector<bool> polled;
   walks().at(0).during = [&](const DiskScanner::Callbacks& callbacks) {
     polled.push_back(callbacks.isCancelled());
@@ -257,7 +257,7 @@ TEST_F(Scan, cancelled_tells_its_walk_and_drops_what_it_brings) {
   EXPECT_TRUE(session().navigation().stack().empty());
 }
 
-TEST_F(Scan, cancelled_after_its_walk_has_ended_drops_the_result_all_the_same) {
+TEST_F(Scan, cancelling_after_the_walk_has_ended_drops_its_result) {
   walks().at(0).during = [](const DiskScanner::Callbacks& callbacks) {
     EXPECT_FALSE(callbacks.isCancelled());
     callbacks.progress("Building map…");
@@ -275,7 +275,7 @@ TEST_F(Scan, cancelled_after_its_walk_has_ended_drops_the_result_all_the_same) {
   EXPECT_FALSE(session().result().scanStats());
 }
 
-TEST_F(Scan, can_be_cancelled_when_none_runs) {
+TEST_F(Scan, cancelling_is_allowed_without_a_scan) {
   session().run().cancel();
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
   session().scan("/locked");
@@ -292,13 +292,13 @@ TEST_F(Scan, can_be_cancelled_when_none_runs) {
 
 // Rescan.
 
-TEST_F(Scan, again_does_nothing_without_a_root) {
+TEST_F(Scan, rescan_does_nothing_without_a_root) {
   session().rescan();
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0u);
 }
 
-TEST_F(Scan, again_walks_the_root_of_the_latest_even_if_that_was_cancelled) {
+TEST_F(Scan, rescan_walks_the_root_of_the_latest_scan_even_if_cancelled) {
   scanTo(treeOfA);
   session().scan("/b");
   session().run().cancel();
@@ -310,7 +310,7 @@ TEST_F(Scan, again_walks_the_root_of_the_latest_even_if_that_was_cancelled) {
   EXPECT_EQ(walks().at(2).root, "/b");
 }
 
-TEST_F(Scan, again_of_the_same_root_keeps_its_name) {
+TEST_F(Scan, rescan_of_the_same_root_keeps_its_name) {
   const std::string root = "/a folder whose name is too long to be kept inside of a string object";
   session().scan(root);
   session().rescan();
@@ -319,9 +319,9 @@ TEST_F(Scan, again_of_the_same_root_keeps_its_name) {
   EXPECT_EQ(walks().at(1).root, root);
 }
 
-// One scan overtakes another.
+// A scan that replaces another.
 
-TEST_F(Scan, of_another_folder_makes_all_of_the_first_void) {
+TEST_F(Scan, a_scan_of_another_folder_drops_everything_of_the_first) {
   std::vector<std::string> lines;
   QObject::connect(&session().run(), &ScanRun::progressChanged,
                    [&] { lines.push_back(session().run().progress()); });
@@ -351,8 +351,8 @@ TEST_F(Scan, of_another_folder_makes_all_of_the_first_void) {
   EXPECT_EQ(lines, (std::vector<std::string>{"Scanning started…", "2%  of b", ""}));
 }
 
-TEST_F(Scan, that_was_overtaken_may_end_after_the_one_that_overtook_it) {
-  // The first walk takes so long that all of the second fits into it.
+TEST_F(Scan, a_replaced_scan_may_end_after_its_successor) {
+  // The second scan runs completely during the first walk.
   walks().at(0).result = treeOfA;
   walks().at(1).result = treeOfB;
   walks().at(0).during = [&](const DiskScanner::Callbacks& callbacks) {
@@ -372,7 +372,7 @@ TEST_F(Scan, that_was_overtaken_may_end_after_the_one_that_overtook_it) {
   EXPECT_EQ(session().run().scanRoot(), "/b");
 }
 
-TEST_F(Scan, that_follows_a_cancel_is_not_touched_by_the_cancelled_one) {
+TEST_F(Scan, a_cancelled_scan_does_not_touch_its_successor) {
   walks().at(0).result = treeOfA;
   session().scan("/a");
   runWalks();
@@ -384,9 +384,9 @@ TEST_F(Scan, that_follows_a_cancel_is_not_touched_by_the_cancelled_one) {
   EXPECT_TRUE(session().navigation().stack().empty());
 }
 
-// The end of the session.
+// End of the session.
 
-TEST_F(Scan, outlives_its_session_without_harm) {
+TEST_F(Scan, a_scan_that_ends_with_its_session_is_harmless) {
   bool wasCancelled = false;
   walks().at(0).during = [&](const DiskScanner::Callbacks& callbacks) {
     callbacks.progress("1%  of a");
@@ -402,7 +402,7 @@ TEST_F(Scan, outlives_its_session_without_harm) {
   EXPECT_TRUE(wasCancelled);
 }
 
-TEST_F(Scan, may_end_its_walk_after_its_session_is_gone) {
+TEST_F(Scan, a_walk_may_end_after_its_session) {
   walks().at(0).result = treeOfA;
   session().scan("/a");
   runWalks();
@@ -410,16 +410,16 @@ TEST_F(Scan, may_end_its_walk_after_its_session_is_gone) {
   EXPECT_GT(dispatch().drain(Queue::main), 0u);
 }
 
-// What is scanned.
+// The roots of scans.
 
-TEST_F(Scan, of_the_home_folder_takes_the_home_it_was_given) {
+TEST_F(Scan, scan_home_scans_the_configured_home) {
   session().scanHome();
   EXPECT_EQ(session().run().scanRoot(), "/home/user");
   dispatch().drainAll();
   EXPECT_EQ(walks().at(0).root, "/home/user");
 }
 
-TEST_F(Scan, of_a_chosen_folder_asks_for_one) {
+TEST_F(Scan, scan_folder_asks_for_a_folder) {
   folderPanel_.answer = "/chosen\xff";
   session().chooseFolder();
   ASSERT_EQ(folderPanel_.requests.size(), 1u);
@@ -430,7 +430,7 @@ TEST_F(Scan, of_a_chosen_folder_asks_for_one) {
   EXPECT_EQ(walks().at(0).root, "/chosen\xff");
 }
 
-TEST_F(Scan, of_a_chosen_folder_does_nothing_when_the_user_backs_out) {
+TEST_F(Scan, scan_folder_does_nothing_if_the_panel_is_cancelled) {
   session().chooseFolder();
   EXPECT_EQ(folderPanel_.requests.size(), 1u);
   EXPECT_EQ(session().run().status(), ScanStatus::idle);

@@ -1,8 +1,8 @@
-// The one long-lived state object of the program. Its fields are in its parts, which views observe;
-// the operations that change more than one part are here.
+// The state of the program. The fields are in its parts, which views observe; the operations that
+// change more than one part are here.
 //
-// All of it is used on the main thread only. Work runs on the worker queues of the Dispatch, and
-// its results come back by the main queue.
+// Main thread only. Work runs on the worker queues of the Dispatch, and its results return on the
+// main queue.
 #pragma once
 
 #include <functional>
@@ -47,14 +47,14 @@ class ScanSession : public QObject {
  public:
   using Services = SessionServices;
 
-  // Brings back what the last run has left: settings, and the last tree with all that goes with it.
-  // Asks how full the disk is and what is mounted.
+  // Restores the settings, and the last tree with its data. Asks for the disk usage and the mounted
+  // volumes.
   explicit ScanSession(Services services, QObject* parent = nullptr);
-  // Ends.
+  // Calls end().
   ~ScanSession() override;
 
-  // Stops all background work without waiting for it, and drops its results. For a program that is
-  // about to end; not to be used on afterwards.
+  // Cancels all background work without waiting for it, and drops its results. For a program that
+  // is about to end; the session must not be used afterwards.
   void end();
 
   // The parts. They live as long as the session.
@@ -72,7 +72,7 @@ class ScanSession : public QObject {
   Choices& choices() const { return *choices_; }
   MachineState& machine() const { return *machine_; }
 
-  // The user's home directory, by which places are told to be critical.
+  // The user's home directory; decides which paths are critical.
   const std::string& homeDirectory() const { return services_.homeDirectory; }
 
   // Scanning.
@@ -81,42 +81,42 @@ class ScanSession : public QObject {
   Q_INVOKABLE void rescan();
   Q_INVOKABLE void chooseFolder();
 
-  // Asks for a folder, and compares it with the scan's root, whatever of that is on screen. Nothing
-  // happens without a tree.
+  // Asks for a folder, and compares it with the root of the scan, whichever folder of it is on
+  // screen. Does nothing without a tree.
   Q_INVOKABLE void compareWithFolder();
-  // Watches the folder on screen in place of the one that is watched; does nothing without a tree.
+  // Watches the folder on screen instead of the previous one; does nothing without a tree.
   Q_INVOKABLE void startWatch();
 
-  // Moving about in the finished tree.
+  // Navigation in the finished tree.
   void open(const DiskNode& node);
   void expandPackage(const DiskNode& node);
   void focusPath(const std::string& path);
 
   Q_INVOKABLE void selectAllCurrent();
   Q_INVOKABLE void queueSelected();
-  // Moves all of the cleanup queue to the Trash.
+  // Moves all items of the cleanup queue to the Trash.
   Q_INVOKABLE void emptyQueue();
 
-  // Archives the items where the user wants it, then moves those to the Trash that are still what
-  // was archived; warns, and does nothing, where one of them is critical. Nothing moves unless the
-  // archive is complete and still stands where it was made.
+  // Asks where to save an archive of the items, makes it, and moves those items to the Trash that
+  // are unchanged since; if one of them is critical, warns and does nothing. Moves nothing unless
+  // the archive is complete and still in its place.
   void zipThenTrash(std::vector<DiskNode> nodes);
 
-  // Moves what has the focus, or else the node on screen, to the Trash; warns, and moves nothing,
-  // where it is critical.
+  // Moves the focused item, or else the node on screen, to the Trash; warns and moves nothing if it
+  // is critical.
   Q_INVOKABLE void trashFocused();
-  // Moves one item to the Trash without a record, so that undoTrash() does not know of it; warns,
-  // and moves nothing, where it is critical. Takes the node's menu away.
+  // Moves one item to the Trash without a record, so that undoTrash() ignores it; warns and moves
+  // nothing if it is critical. Closes the node's menu.
   void trash(const DiskNode& node);
-  // Moves the item of the warning all the same, without a record.
+  // Moves the item of the warning despite it, without a record.
   Q_INVOKABLE void overruleWarning();
-  // Puts back what the last move took.
+  // Puts back the items of the last move.
   Q_INVOKABLE void undoTrash();
-  // Asks the system, on a worker queue, to empty the Trash. Whatever comes of it, `ended` is then
-  // called on the main thread, unless the session is gone, and the disk is looked at anew.
+  // Asks the system, on a worker queue, to empty the Trash. Whether or not that succeeds, `ended`
+  // is then called on the main thread and the disk usage is updated, unless the session is gone.
   void emptyTrash(std::function<void()> ended);
 
-  // Writes a report on the node on screen where the user wants it.
+  // Asks where to save a report on the node on screen, and writes it.
   Q_INVOKABLE void exportJSON();
 
  private:
@@ -128,7 +128,7 @@ class ScanSession : public QObject {
   void announceAndRescan(FieldChanges& changes);
   void announceAndLookAgain(FieldChanges& changes);
 
-  // The parts as QML is given them.
+  // The parts, for QML.
   ScanRun* runObject() const { return run_.get(); }
   Navigation* navigationObject() const { return navigation_.get(); }
   Shown* shownObject() const { return shown_.get(); }

@@ -30,7 +30,7 @@ class Actions : public SessionFixture {
   std::vector<std::string> selected() { return paths(session().selection().selectedNodes()); }
   std::vector<std::string> queued() { return paths(session().cleanupQueue().queue()); }
 
-  // Puts the tree's items on the disk that the Trash knows.
+  // Puts the items of the tree on the disk of the fake Trash.
   void plant() {
     for (const DiskNode* node : {&film_, &song_, &note_, &below_}) {
       machine_.trash.put(node->path(), std::string(node->name()));
@@ -54,7 +54,7 @@ class Actions : public SessionFixture {
 
 // Selection.
 
-TEST_F(Actions, select_nodes_replaces_what_was_selected) {
+TEST_F(Actions, select_nodes_replaces_the_selection) {
   session().selection().selectNodes({film_, song_}, false);
   session().selection().selectNodes({note_}, false);
   EXPECT_THAT(selected(), ElementsAre("/data/note"));
@@ -62,7 +62,7 @@ TEST_F(Actions, select_nodes_replaces_what_was_selected) {
   EXPECT_EQ(session().selection().focused(), note_);
 }
 
-TEST_F(Actions, select_nodes_adds_each_once_in_the_order_of_selection) {
+TEST_F(Actions, select_nodes_appends_each_node_once) {
   session().selection().selectNodes({song_}, false);
   session().selection().selectNodes({film_, song_}, true);
   EXPECT_THAT(selected(), ElementsAre("/data/song", "/data/film"));
@@ -77,7 +77,7 @@ TEST_F(Actions, clear_selection_keeps_the_focus) {
   EXPECT_EQ(session().selection().focused(), song_);
 }
 
-TEST_F(Actions, selecting_nothing_clears_the_selection_and_keeps_the_focus) {
+TEST_F(Actions, selecting_no_nodes_clears_the_selection_and_keeps_the_focus) {
   session().selection().selectNodes({film_}, false);
   session().selection().selectNodes({}, false);
   EXPECT_THAT(selected(), IsEmpty());
@@ -94,7 +94,7 @@ TEST_F(Actions, a_selection_is_announced_once) {
   EXPECT_EQ(changed.count(), 1);
 }
 
-TEST_F(Actions, toggling_takes_a_node_in_and_out_and_focuses_it_both_times) {
+TEST_F(Actions, toggling_selects_or_deselects_a_node_and_focuses_it_both_times) {
   session().selection().toggleSelect(film_);
   session().selection().toggleSelect(song_);
   EXPECT_THAT(selected(), ElementsAre("/data/film", "/data/song"));
@@ -104,13 +104,13 @@ TEST_F(Actions, toggling_takes_a_node_in_and_out_and_focuses_it_both_times) {
   EXPECT_EQ(session().selection().focused(), film_);
 }
 
-TEST_F(Actions, select_all_takes_the_children_but_for_remainders) {
+TEST_F(Actions, select_all_takes_the_children_except_remainders) {
   session().selectAllCurrent();
   EXPECT_THAT(selected(), ElementsAre("/data/big", "/data/film", "/data/song", "/data/note"));
   EXPECT_EQ(session().messages().toast(), "Selected 4");
 }
 
-TEST_F(Actions, select_all_in_an_empty_folder_says_nothing) {
+TEST_F(Actions, select_all_in_an_empty_folder_shows_no_toast) {
   session().selection().selectNodes({film_}, false);
   scanTo(folder("/bare", 7));
   const auto toast = session().messages().toast();
@@ -119,21 +119,21 @@ TEST_F(Actions, select_all_in_an_empty_folder_says_nothing) {
   EXPECT_EQ(session().messages().toast(), toast);
 }
 
-TEST_F(Actions, copying_takes_the_selected_paths_a_line_each) {
+TEST_F(Actions, copying_takes_the_selected_paths_one_per_line) {
   session().selection().selectNodes({song_, film_}, false);
   session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, "/data/song\n/data/film");
   EXPECT_EQ(session().messages().toast(), "Copied 2 paths");
 }
 
-TEST_F(Actions, copying_takes_the_focus_where_nothing_is_selected) {
+TEST_F(Actions, copying_takes_the_focus_without_a_selection) {
   session().selection().setFocused(note_);
   session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, "/data/note");
   EXPECT_EQ(session().messages().toast(), "Copied 1 path");
 }
 
-TEST_F(Actions, copying_nothing_leaves_the_pasteboard_alone) {
+TEST_F(Actions, copying_without_selection_and_focus_leaves_the_pasteboard_unchanged) {
   const auto toast = session().messages().toast();
   session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, std::nullopt);
@@ -142,7 +142,7 @@ TEST_F(Actions, copying_nothing_leaves_the_pasteboard_alone) {
 
 // Queue.
 
-TEST_F(Actions, queueing_opens_the_panel_unfolded) {
+TEST_F(Actions, queueing_expands_the_panel) {
   session().cleanupQueue().setQueueMinimized(true);
   session().cleanupQueue().addToQueue(film_);
   EXPECT_THAT(queued(), ElementsAre("/data/film"));
@@ -150,7 +150,7 @@ TEST_F(Actions, queueing_opens_the_panel_unfolded) {
   EXPECT_FALSE(session().cleanupQueue().queueMinimized());
 }
 
-TEST_F(Actions, a_node_that_is_queued_already_does_not_open_the_panel_again) {
+TEST_F(Actions, queueing_a_node_twice_does_not_open_the_panel_again) {
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().setQueueOpen(false);
   session().cleanupQueue().setQueueMinimized(true);
@@ -161,7 +161,7 @@ TEST_F(Actions, a_node_that_is_queued_already_does_not_open_the_panel_again) {
   EXPECT_TRUE(session().cleanupQueue().queueMinimized());
 }
 
-TEST_F(Actions, queueing_the_selection_empties_it_and_counts_it) {
+TEST_F(Actions, queueing_the_selection_clears_it_and_shows_its_count) {
   session().cleanupQueue().addToQueue(film_);
   session().selection().selectNodes({film_, song_}, false);
   session().queueSelected();
@@ -180,7 +180,7 @@ TEST_F(Actions, queueing_without_a_selection_does_nothing) {
   EXPECT_EQ(session().messages().toast(), toast);
 }
 
-TEST_F(Actions, taking_the_last_node_out_of_the_queue_closes_the_panel) {
+TEST_F(Actions, removing_the_last_node_from_the_queue_closes_the_panel) {
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(song_);
   session().cleanupQueue().removeFromQueue("/data/film");
@@ -192,7 +192,7 @@ TEST_F(Actions, taking_the_last_node_out_of_the_queue_closes_the_panel) {
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(Actions, queueing_once_more_after_the_last_node_has_left_opens_the_panel_again) {
+TEST_F(Actions, queueing_after_the_last_node_was_removed_opens_the_panel_again) {
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().removeFromQueue("/data/film");
   session().cleanupQueue().addToQueue(song_);
@@ -201,7 +201,7 @@ TEST_F(Actions, queueing_once_more_after_the_last_node_has_left_opens_the_panel_
   EXPECT_THAT(queued(), ElementsAre("/data/song"));
 }
 
-TEST_F(Actions, clearing_the_queue_lets_all_of_it_go_and_leaves_the_panel_folded) {
+TEST_F(Actions, clearing_the_queue_removes_all_items_and_leaves_the_panel_collapsed) {
   plant();
   session().selection().setFocused(note_);
   session().trashFocused();
@@ -223,7 +223,7 @@ TEST_F(Actions, clearing_the_queue_lets_all_of_it_go_and_leaves_the_panel_folded
   EXPECT_FALSE(session().cleanupQueue().queueMinimized());
 }
 
-TEST_F(Actions, emptying_the_queue_takes_what_has_vanished_out_of_it_as_well) {
+TEST_F(Actions, emptying_the_queue_also_removes_items_that_have_vanished) {
   plant();
   for (const DiskNode& node : {film_, file("/data/gone", 1), note_})
     session().cleanupQueue().addToQueue(node);
@@ -237,7 +237,7 @@ TEST_F(Actions, emptying_the_queue_takes_what_has_vanished_out_of_it_as_well) {
   EXPECT_EQ(session().removal().lastTrashed()[1].original, "/data/note");
 }
 
-TEST_F(Actions, emptying_the_queue_warns_of_no_critical_place) {
+TEST_F(Actions, emptying_the_queue_does_not_warn_of_critical_paths) {
   machine_.trash.put("/home/user/Documents");
   machine_.trash.put("/home/user/.ssh");
   session().cleanupQueue().addToQueue(folder("/home/user/.ssh", 1));
@@ -246,7 +246,7 @@ TEST_F(Actions, emptying_the_queue_warns_of_no_critical_place) {
   EXPECT_FALSE(machine_.trash.has("/home/user/.ssh"));
 }
 
-TEST_F(Actions, emptying_the_queue_moves_all_of_it_and_looks_again) {
+TEST_F(Actions, emptying_the_queue_moves_all_items_and_rescans) {
   plant();
   machine_.trash.refuse("/data/song");
   for (const DiskNode& node : {film_, song_, note_}) session().cleanupQueue().addToQueue(node);
@@ -264,7 +264,7 @@ TEST_F(Actions, emptying_the_queue_moves_all_of_it_and_looks_again) {
   EXPECT_EQ(session().machine().trashCount(), 2);
 }
 
-TEST_F(Actions, emptying_a_queue_of_which_nothing_moves_leaves_nothing_to_undo) {
+TEST_F(Actions, an_emptied_queue_without_moved_items_leaves_nothing_to_undo) {
   plant();
   session().selection().setFocused(film_);
   session().trashFocused();
@@ -276,7 +276,7 @@ TEST_F(Actions, emptying_a_queue_of_which_nothing_moves_leaves_nothing_to_undo) 
 
 // Trash.
 
-TEST_F(Actions, trashing_moves_the_focus_and_looks_again) {
+TEST_F(Actions, trashing_moves_the_focus_and_rescans) {
   plant();
   session().selection().setFocused(film_);
   session().trashFocused();
@@ -319,7 +319,7 @@ TEST_F(Actions, trashing_the_home_folder_warns_and_moves_nothing) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(Actions, trash_of_one_node_moves_it_without_a_record_and_looks_again) {
+TEST_F(Actions, trash_of_one_node_keeps_no_record_and_rescans) {
   plant();
   session().selection().setFocused(song_);
   session().trashFocused();
@@ -344,7 +344,7 @@ TEST_F(Actions, trash_of_a_critical_node_closes_its_menu_and_warns) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(Actions, a_dismissed_warning_leaves_everything_as_it_is) {
+TEST_F(Actions, a_dismissed_warning_changes_nothing_else) {
   machine_.trash.put("/usr/lib");
   session().removal().setCriticalWarning(folder("/usr/lib", 1));
   session().removal().dismissWarning();
@@ -356,7 +356,7 @@ TEST_F(Actions, a_dismissed_warning_leaves_everything_as_it_is) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(Actions, an_overruled_warning_moves_the_item_without_a_record_and_looks_again) {
+TEST_F(Actions, an_overruled_warning_moves_the_item_without_a_record_and_rescans) {
   machine_.trash.put("/usr/lib");
   session().removal().setCriticalWarning(folder("/usr/lib", 1));
   session().overruleWarning();
@@ -366,7 +366,7 @@ TEST_F(Actions, an_overruled_warning_moves_the_item_without_a_record_and_looks_a
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(Actions, a_move_that_fails_says_the_same_and_keeps_what_can_be_undone) {
+TEST_F(Actions, a_failed_move_shows_the_same_toast_and_keeps_the_undo) {
   plant();
   session().selection().setFocused(film_);
   session().trashFocused();
@@ -378,7 +378,7 @@ TEST_F(Actions, a_move_that_fails_says_the_same_and_keeps_what_can_be_undone) {
   EXPECT_EQ(session().removal().lastTrashed().front().original, "/data/film");
 }
 
-TEST_F(Actions, undoing_puts_back_what_the_queue_moved) {
+TEST_F(Actions, undo_puts_back_the_items_of_the_queue) {
   plant();
   session().selection().setFocused(below_);
   session().trashFocused();
@@ -394,7 +394,7 @@ TEST_F(Actions, undoing_puts_back_what_the_queue_moved) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(Actions, undoing_brings_a_folder_back_before_its_contents) {
+TEST_F(Actions, undo_puts_a_folder_back_before_its_contents) {
   plant();
   session().cleanupQueue().addToQueue(below_);
   session().cleanupQueue().addToQueue(big_);
@@ -404,7 +404,7 @@ TEST_F(Actions, undoing_brings_a_folder_back_before_its_contents) {
   EXPECT_EQ(session().messages().toast(), "Put back 2 items");
 }
 
-TEST_F(Actions, undoing_counts_what_came_back_and_forgets_the_rest) {
+TEST_F(Actions, undo_counts_the_restored_items_and_forgets_the_others) {
   plant();
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(note_);
@@ -416,7 +416,7 @@ TEST_F(Actions, undoing_counts_what_came_back_and_forgets_the_rest) {
   EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
 }
 
-TEST_F(Actions, undoing_nothing_does_nothing) {
+TEST_F(Actions, undo_does_nothing_without_a_move) {
   const auto toast = session().messages().toast();
   session().undoTrash();
   EXPECT_EQ(session().messages().toast(), toast);
@@ -438,7 +438,7 @@ TEST_F(Actions, excluding_a_folder_asks_for_it_and_stores_it) {
   EXPECT_EQ(walks().ran(), 1u);
 }
 
-TEST_F(Actions, a_folder_is_excluded_once_and_a_panel_left_alone_excludes_nothing) {
+TEST_F(Actions, a_folder_is_excluded_once_and_a_cancelled_panel_excludes_nothing) {
   folderPanel_.answer = "/data/big";
   session().choices().addExclude();
   const QSignalSpy changed(&session().choices(), &Choices::excludesChanged);
@@ -449,14 +449,14 @@ TEST_F(Actions, a_folder_is_excluded_once_and_a_panel_left_alone_excludes_nothin
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(Actions, excludes_are_taken_away_and_stored) {
+TEST_F(Actions, removed_excludes_are_stored) {
   session().choices().setExcludes({"/a", "/b", "/a"});
   session().choices().removeExclude("/a");
   EXPECT_THAT(session().choices().excludes(), ElementsAre("/b"));
   EXPECT_EQ(settings_.texts("marrow.excludes"), std::vector<std::string>{"/b"});
 }
 
-TEST_F(Actions, filters_are_switched_and_stored) {
+TEST_F(Actions, switched_filters_are_stored) {
   const std::string id = session().choices().filters()[1].id;
   const QSignalSpy changed(&session().choices(), &Choices::filtersChanged);
   session().choices().toggleFilter(id);
@@ -471,16 +471,16 @@ TEST_F(Actions, filters_are_switched_and_stored) {
   EXPECT_TRUE(session().choices().filters()[1].skipScan);
 }
 
-TEST_F(Actions, a_filter_that_is_not_there_is_not_switched) {
+TEST_F(Actions, an_unknown_filter_is_not_switched) {
   const auto before = session().choices().filters();
   session().choices().toggleFilter("nothing");
   EXPECT_EQ(session().choices().filters(), before);
   EXPECT_EQ(settings_.binary("marrow.filters"), std::nullopt);
 }
 
-// What a scan tells the desktop.
+// The desktop after a scan.
 
-TEST_F(Actions, a_finished_scan_asks_for_attention_and_shows_how_full_the_disk_is) {
+TEST_F(Actions, a_finished_scan_requests_attention_and_updates_the_badge) {
   volume_ = DiskUsage{.total = 1000, .used = 875, .free = 125, .usedPercent = 87.5};
   scanTo(tree_);
   EXPECT_EQ(machine_.icon.badges.back(), "88%");
@@ -488,7 +488,7 @@ TEST_F(Actions, a_finished_scan_asks_for_attention_and_shows_how_full_the_disk_i
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
 }
 
-TEST_F(Actions, a_full_disk_is_told_once) {
+TEST_F(Actions, a_full_disk_is_notified_once) {
   volume_ = DiskUsage{.total = 1000, .used = 950, .free = 50, .usedPercent = 95};
   session().machine().refreshDisk();
   session().machine().refreshDisk();
@@ -496,7 +496,7 @@ TEST_F(Actions, a_full_disk_is_told_once) {
   EXPECT_EQ(machine_.icon.badges.back(), "95%");
 }
 
-TEST_F(Actions, a_folder_is_pinned_in_front_and_let_go_again) {
+TEST_F(Actions, a_folder_is_pinned_in_front_and_unpinned) {
   const QSignalSpy changes(&session().choices(), &Choices::pinsChanged);
   session().choices().togglePin("/a");
   session().choices().togglePin("/b\xff");
@@ -507,7 +507,7 @@ TEST_F(Actions, a_folder_is_pinned_in_front_and_let_go_again) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(Actions, the_trash_is_emptied_off_the_main_thread_and_looked_at_afterwards) {
+TEST_F(Actions, the_trash_is_emptied_off_the_main_thread_and_counted_afterwards) {
   trash_ = "3";
   emptied_ = "0";
   session().machine().refreshDisk();
@@ -524,7 +524,7 @@ TEST_F(Actions, the_trash_is_emptied_off_the_main_thread_and_looked_at_afterward
   EXPECT_EQ(session().machine().trashCount(), 0);
 }
 
-TEST_F(Actions, a_trash_that_cannot_be_emptied_stays_without_a_word) {
+TEST_F(Actions, a_trash_that_cannot_be_emptied_shows_no_message) {
   trash_ = "3";
   session().machine().refreshDisk();
   const auto toast = session().messages().toast();
@@ -537,7 +537,7 @@ TEST_F(Actions, a_trash_that_cannot_be_emptied_stays_without_a_word) {
   EXPECT_EQ(session().messages().toast(), toast);
 }
 
-TEST_F(Actions, an_emptying_that_takes_longer_than_it_is_waited_for_is_told_to_go_on) {
+TEST_F(Actions, an_emptying_that_exceeds_its_wait_is_shown_as_going_on) {
   trash_ = "3";
   emptyingTakesLong_ = true;
   bool hasEnded = false;
@@ -550,7 +550,7 @@ TEST_F(Actions, an_emptying_that_takes_longer_than_it_is_waited_for_is_told_to_g
   EXPECT_EQ(session().machine().trashCount(), 2);
 }
 
-TEST_F(Actions, nobody_hears_of_an_emptied_trash_once_the_session_has_ended) {
+TEST_F(Actions, emptying_has_no_callback_after_the_session_has_ended) {
   emptied_ = "0";
   bool hasEnded = false;
   session().emptyTrash([&] { hasEnded = true; });

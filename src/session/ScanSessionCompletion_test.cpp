@@ -1,4 +1,4 @@
-// What a finished scan leaves behind, and what the next run of the program brings back.
+// The data that a finished scan stores, and what the next run of the program restores.
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -49,7 +49,7 @@ const std::string twoVolumes =
     "/dev/sda1 100 60 40 60% /\n"
     "/dev/sdb1 200 50 150 25% /media/stick\n";
 
-TEST_F(ScanSessionCompletion, writes_the_files_of_the_root) {
+TEST_F(ScanSessionCompletion, a_scan_writes_the_files_of_its_root) {
   date_ = std::chrono::system_clock::time_point(std::chrono::milliseconds(1700000000500));
   scanTo(sampleTree());
   EXPECT_EQ(supportFile("sizes_data.json"),
@@ -62,14 +62,14 @@ TEST_F(ScanSessionCompletion, writes_the_files_of_the_root) {
   EXPECT_EQ(settings_.texts("marrow.recents"), std::vector<std::string>{"/data"});
 }
 
-TEST_F(ScanSessionCompletion, keeps_sizes_of_three_levels) {
+TEST_F(ScanSessionCompletion, sizes_of_three_levels_are_kept) {
   const DiskNode deep =
       folder("/a", 4, {folder("/a/b", 4, {folder("/a/b/c", 4, {folder("/a/b/c/d", 4)})})});
   scanTo(deep);
   EXPECT_EQ(supportFile("sizes_a.json"), "{\"/a\":4,\"/a/b\":4,\"/a/b/c\":4}");
 }
 
-TEST_F(ScanSessionCompletion, the_first_scan_of_a_root_lists_its_whole_top_as_growth) {
+TEST_F(ScanSessionCompletion, the_first_scan_of_a_root_lists_its_top_levels_as_growth) {
   scanTo(sampleTree());
   std::vector<std::string> grown;
   for (const ScanDelta& delta : session().result().deltas()) grown.push_back(delta.path);
@@ -78,7 +78,7 @@ TEST_F(ScanSessionCompletion, the_first_scan_of_a_root_lists_its_whole_top_as_gr
               ElementsAre("/data", "/data/disk.iso", "/data/inner", "/data/inner/film.mp4"));
 }
 
-TEST_F(ScanSessionCompletion, a_later_scan_lists_what_grew_by_a_mebibyte) {
+TEST_F(ScanSessionCompletion, a_later_scan_lists_growth_of_a_mebibyte) {
   scanTo(sampleTree());
   scanTo(sampleTree("/data", 41 * MiB));
   ASSERT_THAT(session().result().deltas(), SizeIs(3));
@@ -88,7 +88,7 @@ TEST_F(ScanSessionCompletion, a_later_scan_lists_what_grew_by_a_mebibyte) {
   EXPECT_THAT(session().result().grewPaths(), IsEmpty());
 }
 
-TEST_F(ScanSessionCompletion, roots_are_compared_each_with_its_own_past) {
+TEST_F(ScanSessionCompletion, each_root_is_compared_with_its_own_previous_scan) {
   scanTo(sampleTree("/data"));
   scanTo(sampleTree("/other"));
   EXPECT_THAT(session().result().deltas(), SizeIs(4));
@@ -96,14 +96,14 @@ TEST_F(ScanSessionCompletion, roots_are_compared_each_with_its_own_past) {
   EXPECT_THAT(session().result().deltas(), IsEmpty());
 }
 
-TEST_F(ScanSessionCompletion, shows_the_largest_files_and_the_empty_folders) {
+TEST_F(ScanSessionCompletion, the_result_has_the_largest_files_and_the_empty_folders) {
   scanTo(sampleTree());
   EXPECT_THAT(paths(session().result().largest()),
               ElementsAre("/data/inner/film.mp4", "/data/disk.iso"));
   EXPECT_THAT(paths(session().result().emptyFolders()), ElementsAre("/data/empty"));
 }
 
-TEST_F(ScanSessionCompletion, shows_eighty_files_and_two_hundred_folders_at_most) {
+TEST_F(ScanSessionCompletion, the_lists_have_at_most_80_files_and_200_folders) {
   std::vector<DiskNode> children;
   for (int i = 0; i < 300; ++i) {
     children.push_back(file("/data/f" + std::to_string(i), 1));
@@ -114,7 +114,7 @@ TEST_F(ScanSessionCompletion, shows_eighty_files_and_two_hundred_folders_at_most
   EXPECT_THAT(session().result().emptyFolders(), SizeIs(200));
 }
 
-TEST_F(ScanSessionCompletion, remembers_five_roots_the_newest_first) {
+TEST_F(ScanSessionCompletion, five_recent_roots_are_kept_newest_first) {
   for (const char* root : {"/a", "/b", "/c", "/d", "/e", "/f", "/d"}) scanTo(sampleTree(root));
   EXPECT_THAT(session().choices().recents(), ElementsAre("/d", "/f", "/e", "/c", "/b"));
 }
@@ -130,12 +130,12 @@ TEST_F(ScanSessionCompletion, history_keeps_the_newest_sixty_scans) {
   EXPECT_EQ(ScanStore::loadHistory("/data", support_.path()), session().result().history());
 }
 
-TEST_F(ScanSessionCompletion, says_how_much_was_scanned) {
+TEST_F(ScanSessionCompletion, the_toast_tells_how_much_was_scanned) {
   scanTo(sampleTree());
   EXPECT_EQ(session().messages().toast(), "Scan complete — 60.0 MB");
 }
 
-TEST_F(ScanSessionCompletion, takes_the_volumes_again) {
+TEST_F(ScanSessionCompletion, a_scan_updates_the_volumes) {
   EXPECT_THAT(session().machine().volumes(), IsEmpty());
   df_ = twoVolumes;
   scanTo(sampleTree());
@@ -146,7 +146,7 @@ TEST_F(ScanSessionCompletion, takes_the_volumes_again) {
   EXPECT_THAT(session().machine().volumes(), IsEmpty());
 }
 
-TEST_F(ScanSessionCompletion, asks_how_full_disk_and_trash_are) {
+TEST_F(ScanSessionCompletion, a_scan_updates_the_usage_of_disk_and_trash) {
   volume_ = DiskUsage{.total = 100, .used = 87, .free = 13, .usedPercent = 87};
   trash_ = "12\n";
   const QSignalSpy disk(&session_->machine(), &MachineState::diskChanged);
@@ -161,7 +161,7 @@ TEST_F(ScanSessionCompletion, asks_how_full_disk_and_trash_are) {
   EXPECT_EQ(session().machine().trashCount(), 3);
 }
 
-TEST_F(ScanSessionCompletion, whoever_is_told_of_the_tree_finds_all_that_belongs_to_it) {
+TEST_F(ScanSessionCompletion, a_receiver_of_the_tree_finds_all_its_data) {
   bool wasTold = false;
   QObject::connect(&session_->navigation(), &Navigation::stackChanged, session_.get(), [&] {
     wasTold = true;
@@ -175,7 +175,7 @@ TEST_F(ScanSessionCompletion, whoever_is_told_of_the_tree_finds_all_that_belongs
   EXPECT_TRUE(wasTold);
 }
 
-TEST_F(ScanSessionCompletion, goes_on_where_nothing_can_be_written) {
+TEST_F(ScanSessionCompletion, a_scan_completes_if_nothing_can_be_written) {
   std::ofstream(support_.at("file")) << "no folder";
   ScanSession::Services services = machine_.services("/home/user");
   services.supportDirectory = support_.at("file");
@@ -188,7 +188,7 @@ TEST_F(ScanSessionCompletion, goes_on_where_nothing_can_be_written) {
   EXPECT_THAT(session.result().history(), IsEmpty());
 }
 
-TEST_F(ScanSessionCompletion, a_restart_brings_the_tree_back_without_a_walk) {
+TEST_F(ScanSessionCompletion, a_restart_restores_the_tree_without_a_walk) {
   now_ += std::chrono::seconds(5);
   scanTo(sampleTree());
   ASSERT_GE(session().result().scanStats()->duration, 0);
@@ -209,7 +209,7 @@ TEST_F(ScanSessionCompletion, a_restart_brings_the_tree_back_without_a_walk) {
   EXPECT_THAT(session().choices().recents(), ElementsAre("/data"));
   EXPECT_THAT(session().machine().volumes(), SizeIs(2));
   EXPECT_EQ(session().machine().disk(), *volume_);
-  // The sizes of the same scan are there to compare with: nothing has grown.
+  // The stored sizes are those of the same scan, so nothing has grown.
   EXPECT_THAT(session().result().deltas(), IsEmpty());
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
@@ -222,9 +222,8 @@ TEST_F(ScanSessionCompletion, a_restored_tree_can_be_scanned_again) {
   EXPECT_EQ(walks().at(1).root, "/data");
 }
 
-// The root is what was asked for, and the tree's own path may be another: where a link leads.
-TEST_F(ScanSessionCompletion,
-       a_restart_takes_the_root_that_was_scanned_and_not_the_path_of_the_tree) {
+// The root is the path that was requested; the path of the tree differs if the root is a link.
+TEST_F(ScanSessionCompletion, a_restart_restores_the_requested_root_and_not_the_path_of_the_tree) {
   walks().at(0).result = sampleTree("/real");
   session().scan("/link");
   dispatch().drainAll();
@@ -241,7 +240,7 @@ TEST_F(ScanSessionCompletion,
   EXPECT_EQ(walks().at(1).root, "/link");
 }
 
-TEST_F(ScanSessionCompletion, a_restored_tree_whose_root_is_no_text_stands_for_itself) {
+TEST_F(ScanSessionCompletion, a_restored_tree_with_an_invalid_root_is_its_own_root) {
   scanTo(sampleTree("/elsewhere"));
   settings_.setTexts("marrow.lastScanRoot", {"/other"});
   restart();
@@ -249,14 +248,14 @@ TEST_F(ScanSessionCompletion, a_restored_tree_whose_root_is_no_text_stands_for_i
   EXPECT_THAT(session().result().history(), SizeIs(1));
 }
 
-TEST_F(ScanSessionCompletion, a_restored_tree_without_its_root_stands_for_itself) {
+TEST_F(ScanSessionCompletion, a_restored_tree_without_a_stored_root_is_its_own_root) {
   ScanStore::saveTree(sampleTree("/elsewhere"), support_.path());
   restart();
   EXPECT_EQ(session().run().scanRoot(), "/elsewhere");
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(ScanSessionCompletion, starts_idle_where_no_tree_can_be_read) {
+TEST_F(ScanSessionCompletion, the_session_starts_idle_if_no_tree_can_be_read) {
   restart();
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
   std::ofstream(support_.at("last-tree.json")) << "{\"name\":";
@@ -267,7 +266,7 @@ TEST_F(ScanSessionCompletion, starts_idle_where_no_tree_can_be_read) {
   EXPECT_EQ(session().run().scanRoot(), "");
 }
 
-TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
+TEST_F(ScanSessionCompletion, the_session_starts_with_the_stored_settings) {
   settings_.setTexts("marrow.recents", {"/a", "/b"});
   settings_.setTexts("marrow.pins", {"/p"});
   settings_.setTexts("marrow.excludes", {"/x\xff"});
@@ -282,7 +281,7 @@ TEST_F(ScanSessionCompletion, starts_with_what_the_settings_say) {
   EXPECT_EQ(session().choices().filters(), filters);
 }
 
-TEST_F(ScanSessionCompletion, starts_with_no_more_pins_and_recent_roots_than_there_can_be) {
+TEST_F(ScanSessionCompletion, the_session_reads_no_more_pins_and_recent_roots_than_their_limits) {
   std::vector<std::string> many;
   for (int i = 0; i < 100000; ++i) many.push_back("/srv/" + std::to_string(i));
   settings_.setTexts("marrow.pins", many);
@@ -293,7 +292,7 @@ TEST_F(ScanSessionCompletion, starts_with_no_more_pins_and_recent_roots_than_the
             std::vector<std::string>(many.begin(), many.begin() + 5));
 }
 
-TEST_F(ScanSessionCompletion, keeps_a_long_list_of_excludes_whole) {
+TEST_F(ScanSessionCompletion, a_long_list_of_excludes_is_kept_complete) {
   std::vector<std::string> many;
   for (int i = 0; i < 10000; ++i) many.push_back("/data/" + std::to_string(i));
   settings_.setTexts("marrow.excludes", many);
@@ -309,7 +308,7 @@ TEST_F(ScanSessionCompletion, keeps_a_long_list_of_excludes_whole) {
   EXPECT_EQ(settings_.texts("marrow.excludes"), many);
 }
 
-TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_none) {
+TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_missing) {
   settings_.setText("marrow.recents", "/a");
   settings_.setBoolean("marrow.pins", true);
   settings_.setBinary("marrow.excludes", "/x");
@@ -319,7 +318,7 @@ TEST_F(ScanSessionCompletion, settings_of_another_type_count_as_none) {
   EXPECT_THAT(session().choices().excludes(), IsEmpty());
 }
 
-TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_too) {
+TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_after_a_restart) {
   settings_.setTexts("marrow.excludes", {"/data/inner"});
   restart();
   session().scan("/data");
@@ -327,7 +326,7 @@ TEST_F(ScanSessionCompletion, excluded_folders_are_left_out_of_the_first_scan_to
   EXPECT_THAT(walks().at(0).options.extraPrefixes, ElementsAre("/data/inner"));
 }
 
-TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
+TEST_F(ScanSessionCompletion, the_current_volume_is_that_of_the_node_on_screen) {
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
   df_ = twoVolumes;
   scanTo(sampleTree("/media/stick/music"));
@@ -336,7 +335,7 @@ TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen) {
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");
 }
 
-TEST_F(ScanSessionCompletion, names_the_volume_of_the_node_on_screen_and_not_of_the_root) {
+TEST_F(ScanSessionCompletion, the_current_volume_is_not_that_of_the_root) {
   df_ = twoVolumes;
   scanTo(folder("/media", 2, {folder("/media/stick", 2, {file("/media/stick/film", 2)})}));
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()), "System Disk");

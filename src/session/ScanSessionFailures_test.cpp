@@ -1,4 +1,4 @@
-// What the session tells of moves to the Trash, and back, that failed.
+// What the session shows when moving items to the Trash or back has failed.
 
 #include <cerrno>
 #include <chrono>
@@ -27,7 +27,7 @@ class Failures : public SessionFixture {
   void queue(const std::vector<DiskNode>& nodes) {
     for (const DiskNode& node : nodes) session().cleanupQueue().addToQueue(node);
   }
-  // Whatever is flashed meanwhile, and however long it takes.
+  // Other toasts are shown meanwhile, and time passes.
   void letTimePass() {
     for (int i = 0; i < 3; ++i) {
       session().messages().flash("Something else " + std::to_string(i));
@@ -42,7 +42,7 @@ class Failures : public SessionFixture {
   DiskNode note_ = file("/data/note", 2);
 };
 
-TEST_F(Failures, of_the_move_of_the_focus_is_told_beside_its_message_and_stays) {
+TEST_F(Failures, a_failed_move_of_the_focus_is_shown_beside_the_toast_and_stays) {
   machine_.trash.refuse(film_.path(), EXDEV);
   session().selection().setFocused(film_);
   session().trashFocused();
@@ -52,7 +52,7 @@ TEST_F(Failures, of_the_move_of_the_focus_is_told_beside_its_message_and_stays) 
               ElementsAre("“film” could not be moved to the Trash: no Trash on this volume"));
 }
 
-TEST_F(Failures, of_the_move_from_the_menu_is_told) {
+TEST_F(Failures, a_failed_move_from_the_menu_is_shown) {
   machine_.trash.refuse(film_.path(), ENOSPC);
   session().shown().setMenuNode(film_);
   session().trash(*session().shown().menuNode());
@@ -62,7 +62,7 @@ TEST_F(Failures, of_the_move_from_the_menu_is_told) {
                           "the disk"));
 }
 
-TEST_F(Failures, of_the_move_that_overrules_the_warning_is_told) {
+TEST_F(Failures, a_failed_move_that_overrules_the_warning_is_shown) {
   machine_.trash.put("/usr/lib");
   machine_.trash.refuse("/usr/lib", EROFS);
   session().removal().setCriticalWarning(folder("/usr/lib", 1));
@@ -72,7 +72,7 @@ TEST_F(Failures, of_the_move_that_overrules_the_warning_is_told) {
               ElementsAre("“lib” could not be moved to the Trash: the volume is read-only"));
 }
 
-TEST_F(Failures, of_a_part_of_the_queue_is_told_of_that_part) {
+TEST_F(Failures, a_partly_failed_queue_shows_the_items_that_failed) {
   machine_.trash.refuse(film_.path(), EACCES);
   machine_.trash.remove(note_.path());
   queue({film_, song_, note_});
@@ -84,7 +84,7 @@ TEST_F(Failures, of_a_part_of_the_queue_is_told_of_that_part) {
   EXPECT_FALSE(machine_.trash.has(song_.path()));
 }
 
-TEST_F(Failures, of_the_whole_queue_is_told_in_one_text) {
+TEST_F(Failures, a_completely_failed_queue_is_shown_in_one_text) {
   for (const DiskNode* node : {&film_, &song_, &note_}) machine_.trash.refuse(node->path(), EDQUOT);
   queue({film_, song_, note_});
   session().emptyQueue();
@@ -93,7 +93,7 @@ TEST_F(Failures, of_the_whole_queue_is_told_in_one_text) {
                           "the disk is used up"));
 }
 
-TEST_F(Failures, of_the_way_back_is_told_beside_its_message_and_stays) {
+TEST_F(Failures, a_failed_undo_is_shown_beside_the_toast_and_stays) {
   queue({film_, song_, note_});
   session().emptyQueue();
   machine_.trash.put(film_.path(), "another");
@@ -107,7 +107,7 @@ TEST_F(Failures, of_the_way_back_is_told_beside_its_message_and_stays) {
   EXPECT_EQ(machine_.trash.contentOf(film_.path()), "another");
 }
 
-TEST_F(Failures, of_another_item_in_the_trash_is_told_as_that) {
+TEST_F(Failures, undo_shows_that_the_name_in_the_trash_belongs_to_another_item) {
   queue({film_});
   session().emptyQueue();
   machine_.trash.refuse(session().removal().lastTrashed()[0].trashPath, ESTALE);
@@ -117,7 +117,7 @@ TEST_F(Failures, of_another_item_in_the_trash_is_told_as_that) {
                           "now"));
 }
 
-TEST_F(Failures, of_an_item_that_nobody_knows_the_place_of_is_told_on_its_way_back) {
+TEST_F(Failures, undo_shows_an_item_whose_location_in_the_trash_is_unknown) {
   machine_.trash.tellNoPlaces();
   queue({film_});
   session().emptyQueue();
@@ -126,7 +126,7 @@ TEST_F(Failures, of_an_item_that_nobody_knows_the_place_of_is_told_on_its_way_ba
               ElementsAre("“film” could not be put back: not found in the Trash"));
 }
 
-TEST_F(Failures, are_none_where_all_went_well) {
+TEST_F(Failures, successful_moves_show_no_failure) {
   session().selection().setFocused(film_);
   session().trashFocused();
   session().trash(song_);
@@ -136,7 +136,7 @@ TEST_F(Failures, are_none_where_all_went_well) {
   EXPECT_THAT(session().messages().failures(), IsEmpty());
 }
 
-TEST_F(Failures, stay_when_the_next_move_succeeds) {
+TEST_F(Failures, failures_stay_when_the_next_move_succeeds) {
   machine_.trash.refuse(film_.path());
   session().trash(film_);
   session().trash(song_);
@@ -145,7 +145,7 @@ TEST_F(Failures, stay_when_the_next_move_succeeds) {
               ElementsAre("“film” could not be moved to the Trash: not permitted"));
 }
 
-TEST_F(Failures, are_all_kept_when_the_next_move_fails_too) {
+TEST_F(Failures, failures_are_all_kept_when_the_next_move_fails_too) {
   machine_.trash.refuse(film_.path());
   machine_.trash.refuse(song_.path(), EBUSY);
   session().trash(film_);
@@ -157,7 +157,7 @@ TEST_F(Failures, are_all_kept_when_the_next_move_fails_too) {
             "“film” could not be moved to the Trash: not permitted");
 }
 
-TEST_F(Failures, are_in_place_before_anything_of_the_move_is_announced) {
+TEST_F(Failures, failures_are_set_before_the_move_is_announced) {
   machine_.trash.refuse(film_.path());
   queue({film_, song_});
   std::size_t known = 0;

@@ -49,7 +49,7 @@ class Navigating : public SessionFixture {
   }
 };
 
-TEST_F(Navigating, stands_at_the_last_of_the_stack) {
+TEST_F(Navigating, current_is_the_last_node_of_the_stack) {
   EXPECT_EQ(session().navigation().current()->path(), "/r");
   session().open(big_);
   EXPECT_EQ(session().navigation().current()->path(), "/r/big");
@@ -74,7 +74,7 @@ TEST_F(Navigating, back_does_not_leave_the_root) {
 
 using NavigationWithoutTree = SessionFixture;
 
-TEST_F(NavigationWithoutTree, goes_nowhere) {
+TEST_F(NavigationWithoutTree, navigation_without_a_tree_does_nothing) {
   session().navigation().back();
   session().navigation().jump(0);
   session().navigation().jump(-1);
@@ -95,7 +95,7 @@ TEST_F(Navigating, back_and_jump_keep_focus_and_selection) {
 
 // Jump.
 
-TEST_F(Navigating, jump_keeps_all_up_to_the_index) {
+TEST_F(Navigating, jump_keeps_the_stack_up_to_the_index) {
   openBigAndDeep();
   QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
   session().navigation().jump(1);
@@ -168,7 +168,7 @@ TEST_F(Navigating, open_enters_a_package_that_has_children) {
 
 // Expanding a package.
 
-TEST_F(Navigating, expanding_a_package_says_so_and_shows_its_inside) {
+TEST_F(Navigating, expanding_a_package_shows_a_toast_and_its_contents) {
   walks().at(1).result = folder("/r/Foo.app", 300, {folder("/r/Foo.app/Contents", 300)});
   session().expandPackage(app_);
   EXPECT_EQ(session().messages().toast(), "Opening package Foo.app…");
@@ -181,7 +181,7 @@ TEST_F(Navigating, expanding_a_package_says_so_and_shows_its_inside) {
   EXPECT_EQ(stackPaths(), Paths{"/r"});
 }
 
-TEST_F(Navigating, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
+TEST_F(Navigating, expanding_a_package_walks_only_it_and_excludes_nothing) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.skipScan = true;
   session().choices().setFilters(filters);
@@ -198,7 +198,7 @@ TEST_F(Navigating, expanding_a_package_walks_it_alone_and_leaves_out_nothing) {
   EXPECT_FALSE(walk.hadProgress);
 }
 
-TEST_F(Navigating, expanding_a_package_is_not_ended_by_cancel) {
+TEST_F(Navigating, expanding_a_package_is_not_cancelled_by_cancel) {
   bool wasCancelled = true;
   walks().at(1).result = app_;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
@@ -211,7 +211,7 @@ TEST_F(Navigating, expanding_a_package_is_not_ended_by_cancel) {
   EXPECT_EQ(stackPaths(), (Paths{"/r", "/r/Foo.app"}));
 }
 
-TEST_F(Navigating, expanding_a_package_during_a_scan_goes_on_the_old_stack_until_the_scan_ends) {
+TEST_F(Navigating, a_package_expanded_during_a_scan_is_on_the_old_stack_until_the_scan_ends) {
   std::vector<Paths> stacks;
   QObject::connect(&session().navigation(), &Navigation::stackChanged,
                    [&] { stacks.push_back(stackPaths()); });
@@ -227,7 +227,7 @@ TEST_F(Navigating, expanding_a_package_during_a_scan_goes_on_the_old_stack_until
   EXPECT_EQ(stacks, (std::vector<Paths>{{"/r", "/r/Foo.app"}, {"/r"}}));
 }
 
-TEST_F(Navigating, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile) {
+TEST_F(Navigating, an_expanded_package_is_pushed_on_whatever_tree_is_shown_by_then) {
   walks().at(1).during = [&](const DiskScanner::Callbacks&) {
     session().scan("/other");
     dispatch().drainAll();
@@ -240,7 +240,7 @@ TEST_F(Navigating, expanding_a_package_ends_on_whatever_tree_has_come_meanwhile)
   EXPECT_EQ(stackPaths(), (Paths{"/other", "/r/Foo.app"}));
 }
 
-TEST_F(Navigating, expanding_a_package_ends_with_its_session) {
+TEST_F(Navigating, expanding_a_package_is_cancelled_with_its_session) {
   bool wasCancelled = false;
   walks().at(1).during = [&](const DiskScanner::Callbacks& callbacks) {
     endSession();
@@ -284,14 +284,14 @@ TEST_F(Navigating, focus_on_a_root_that_is_a_file_shows_it) {
   EXPECT_EQ(session().selection().focused()->path(), "/single");
 }
 
-TEST_F(Navigating, focus_starts_from_the_root_wherever_the_map_stands) {
+TEST_F(Navigating, focus_starts_at_the_root_whatever_folder_is_on_screen) {
   openBigAndDeep();
   session().focusPath("/r/note");
   EXPECT_EQ(stackPaths(), Paths{"/r"});
   EXPECT_EQ(session().selection().focused(), note_);
 }
 
-TEST_F(Navigating, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
+TEST_F(Navigating, focus_reveals_a_path_that_the_tree_does_not_contain) {
   openBigAndDeep();
   session().shown().setVizMode(VizMode::largest);
   session().shown().setPane(MainPane::apps);
@@ -303,13 +303,13 @@ TEST_F(Navigating, focus_on_what_the_tree_does_not_hold_reveals_it_instead) {
   EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
-TEST_F(NavigationWithoutTree, reveals_what_it_is_to_focus_on) {
+TEST_F(NavigationWithoutTree, focus_without_a_tree_reveals_the_path) {
   session().focusPath("/r/note");
   EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{"/r/note"}}));
   EXPECT_FALSE(session().selection().focused());
 }
 
-TEST_F(Navigating, reveal_hands_over_the_bytes_of_the_path) {
+TEST_F(Navigating, reveal_passes_on_the_bytes_of_the_path) {
   session().navigation().reveal(file("/r/caf\xe9", 1));
   EXPECT_EQ(workspace_.revealed, (std::vector<Paths>{{"/r/caf\xe9"}}));
   EXPECT_TRUE(workspace_.opened.empty());

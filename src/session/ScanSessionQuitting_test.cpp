@@ -1,5 +1,5 @@
-// Quitting in the middle of each kind of background work: the work is told to stop, and nothing of
-// what it still brings reaches the session. A zip is in ScanSessionZip_test.
+// Quitting during each kind of background work: the work is cancelled, and none of its results
+// reaches the session. Archives are in ScanSessionZip_test.
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -35,7 +35,7 @@ class QuittingInTheMiddle : public SessionFixture {
     dispatch().drainAll();
   }
 
-  // Ends the session, and sees that the work is told of it.
+  // Ends the session, and expects that this cancels the work.
   void quit(const std::function<bool()>& isCancelled) {
     EXPECT_FALSE(isCancelled());
     session().end();
@@ -43,7 +43,7 @@ class QuittingInTheMiddle : public SessionFixture {
     hasQuit_ = true;
   }
 
-  // Lets the rest happen, and sees that none of it is seen.
+  // Runs everything that is left, and expects that nothing changes.
   void expectNothingMore() {
     const SessionRecord record(session(), settings_);
     dispatch().drainAll();
@@ -68,33 +68,35 @@ class QuittingInTheMiddle : public SessionFixture {
   std::int64_t sizeSeen_ = 0;
 };
 
-TEST_F(QuittingInTheMiddle, of_a_walk_leaves_the_session_as_it_is) {
+TEST_F(QuittingInTheMiddle, quitting_during_a_walk_leaves_the_session_unchanged) {
   quitInTheNextWalk();
   session().scan("/next");
   expectNothingMore();
   EXPECT_EQ(stackPaths(), std::vector<std::string>{"/r"});
 }
 
-TEST_F(QuittingInTheMiddle, of_the_expansion_of_a_package_leaves_the_session_as_it_is) {
+TEST_F(QuittingInTheMiddle,
+       quitting_during_the_expansion_of_a_package_leaves_the_session_unchanged) {
   quitInTheNextWalk();
   session().expandPackage(folder("/next", 7));
   expectNothingMore();
 }
 
-TEST_F(QuittingInTheMiddle, of_a_comparison_leaves_the_session_as_it_is) {
+TEST_F(QuittingInTheMiddle, quitting_during_a_comparison_leaves_the_session_unchanged) {
   quitInTheNextWalk();
   folderPanel_.answer = "/next";
   session().compareWithFolder();
   expectNothingMore();
 }
 
-TEST_F(QuittingInTheMiddle, of_the_first_look_of_a_watch_leaves_the_session_as_it_is) {
+TEST_F(QuittingInTheMiddle,
+       quitting_during_the_first_look_of_a_watch_leaves_the_session_unchanged) {
   duringLook_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
   session().startWatch();
   expectNothingMore();
 }
 
-TEST_F(QuittingInTheMiddle, of_a_later_look_of_a_watch_leaves_the_session_as_it_is) {
+TEST_F(QuittingInTheMiddle, quitting_during_a_later_look_of_a_watch_leaves_the_session_unchanged) {
   session().startWatch();
   dispatch().drainAll();
   duringLook_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
@@ -102,7 +104,7 @@ TEST_F(QuittingInTheMiddle, of_a_later_look_of_a_watch_leaves_the_session_as_it_
   expectNothingMore();
 }
 
-TEST_F(QuittingInTheMiddle, of_an_analysis_publishes_nothing) {
+TEST_F(QuittingInTheMiddle, quitting_during_an_analysis_publishes_nothing) {
   duringAnalysis_ = [this](const Job::IsCancelled& isCancelled) { quit(isCancelled); };
   walks().at(1).result = folder("/r", 5, {file("/r/a", 5)});
   session().scan("/r");
@@ -111,10 +113,10 @@ TEST_F(QuittingInTheMiddle, of_an_analysis_publishes_nothing) {
   expectNothingMore();
 }
 
-// Nothing but quitting cancels these two.
+// Only quitting cancels these two.
 using OvertakenByAScan = QuittingInTheMiddle;
 
-TEST_F(OvertakenByAScan, an_expansion_goes_on_and_is_shown) {
+TEST_F(OvertakenByAScan, an_expansion_continues_during_a_scan_and_is_shown) {
   walks().at(1).result = folder("/r/package.app", 5, {file("/r/package.app/a", 5)});
   walks().at(1).during = [this](const DiskScanner::Callbacks& callbacks) {
     session().scan("/other");
@@ -126,7 +128,7 @@ TEST_F(OvertakenByAScan, an_expansion_goes_on_and_is_shown) {
   EXPECT_EQ(stackPaths(), (std::vector<std::string>{"/r", "/r/package.app"}));
 }
 
-TEST_F(OvertakenByAScan, an_analysis_goes_on_and_publishes) {
+TEST_F(OvertakenByAScan, an_analysis_continues_during_a_scan_and_publishes) {
   duringAnalysis_ = [this](const Job::IsCancelled& isCancelled) {
     session().scan("/other");
     session().run().cancel();

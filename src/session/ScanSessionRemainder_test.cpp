@@ -1,5 +1,5 @@
-// A remainder stands for many items and is none. Whatever is asked of it, nothing happens, not even
-// to a file of the disk that has its path.
+// A remainder represents many items and is not an item itself. No operation acts on it, nor on a
+// file on the disk that has its path.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -70,13 +70,13 @@ TEST_F(Remainder, that_has_the_focus_is_not_trashed_nor_is_the_folder_on_screen)
   expectNothingDone();
 }
 
-TEST_F(Remainder, is_not_trashed_from_a_menu_which_goes_away) {
+TEST_F(Remainder, a_focused_remainder_is_not_trashed_nor_is_the_folder_on_screen) {
   session().shown().setMenuNode(film_);
   session().trash(rest_);
   expectNothingDone();
 }
 
-TEST_F(Remainder, of_a_critical_place_is_not_trashed_and_not_warned_of) {
+TEST_F(Remainder, a_remainder_is_not_trashed_from_a_menu_which_closes) {
   const DiskNode critical = remainder("/usr");
   machine_.trash.put("/usr/__rest__");
   session().selection().setFocused(critical);
@@ -90,13 +90,13 @@ TEST_F(Remainder, of_a_critical_place_is_not_trashed_and_not_warned_of) {
   expectNothingDone();
 }
 
-TEST_F(Remainder, is_not_queued) {
+TEST_F(Remainder, a_remainder_of_a_critical_folder_is_neither_trashed_nor_warned_of) {
   session().cleanupQueue().addToQueue(rest_);
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
   expectNothingDone();
 }
 
-TEST_F(Remainder, is_not_selected) {
+TEST_F(Remainder, a_remainder_is_not_queued) {
   session().selection().toggleSelect(rest_);
   session().selection().selectNodes({rest_}, true);
   session().queueSelected();
@@ -109,15 +109,15 @@ TEST_F(Remainder, is_not_selected) {
   EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
-TEST_F(Remainder, is_not_selected_with_all_but_what_is_called_like_it_is) {
+TEST_F(Remainder, select_all_selects_files_named_like_a_remainder_and_not_the_remainder) {
   session().selectAllCurrent();
   EXPECT_THAT(paths(session().selection().selectedNodes()),
               ElementsAre(film_.path(), file_.path(), likeIt_.path()));
   EXPECT_EQ(session().messages().toast(), "Selected 3");
 }
 
-TEST_F(Remainder, is_not_archived_nor_is_the_file_of_its_path) {
-  // A session asks the disk what is there to be archived.
+TEST_F(Remainder, a_remainder_is_not_archived_nor_is_the_file_of_its_path) {
+  // A session archives only items that exist on the disk.
   const TempTree disk("__rest__ 4K\n");
   ScanSession session(machine_.services(disk.path()));
   session.zipThenTrash({remainder(disk.path())});
@@ -127,12 +127,12 @@ TEST_F(Remainder, is_not_archived_nor_is_the_file_of_its_path) {
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
 }
 
-TEST_F(Remainder, is_not_revealed) {
+TEST_F(Remainder, a_remainder_is_not_revealed) {
   session().navigation().reveal(rest_);
   expectNothingDone();
 }
 
-TEST_F(Remainder, is_not_opened) {
+TEST_F(Remainder, a_remainder_is_not_opened) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more.app";
   fields.path = rest_.path();
@@ -146,18 +146,18 @@ TEST_F(Remainder, is_not_opened) {
   expectNothingDone();
 }
 
-TEST_F(Remainder, gives_no_path_to_the_pasteboard) {
+TEST_F(Remainder, copying_a_remainder_leaves_the_pasteboard_unchanged) {
   session().selection().setFocused(rest_);
   session().selection().copySelectedPaths();
   expectNothingDone();
 }
 
-TEST_F(Remainder, has_no_menu) {
+TEST_F(Remainder, a_remainder_has_no_menu) {
   session().shown().setMenuNode(rest_);
   expectNothingDone();
 }
 
-TEST_F(Remainder, is_not_led_to) {
+TEST_F(Remainder, the_map_does_not_navigate_to_a_remainder) {
   scanTo(folder("/data", 9, {film_, rest_}));
   session().shown().setVizMode(VizMode::largest);
   session().focusPath("/data/__rest__");
@@ -166,17 +166,17 @@ TEST_F(Remainder, is_not_led_to) {
   EXPECT_THAT(machine_.workspace.revealed, IsEmpty());
 }
 
-TEST_F(Remainder, keeps_nobody_from_a_file_of_its_path) {
+TEST_F(Remainder, a_file_with_the_path_of_a_remainder_can_be_shown) {
   session().focusPath(file_.path());
   EXPECT_EQ(session().selection().focused(), file_);
-  // The file may also be among those that the tree has no room for.
+  // The file may also be among those that the tree leaves out.
   const TempTree disk("__rest__ 4K\n");
   scanTo(folder(disk.path(), 9, {remainder(disk.path())}));
   session().focusPath(disk.at("__rest__"));
   EXPECT_THAT(machine_.workspace.revealed, ElementsAre(ElementsAre(disk.at("__rest__"))));
 }
 
-TEST_F(Remainder, takes_nothing_from_files_that_are_called_like_it) {
+TEST_F(Remainder, files_named_like_a_remainder_are_treated_as_files) {
   for (const DiskNode& node : {file_, likeIt_}) {
     session().navigation().reveal(node);
     session().cleanupQueue().addToQueue(node);

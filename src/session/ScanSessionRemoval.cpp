@@ -1,4 +1,4 @@
-// What goes to the Trash, and comes back. The walk that follows shows what the disk has become.
+// Moves to the Trash and back. The rescan afterwards shows the new state of the disk.
 
 #include <algorithm>
 #include <cstddef>
@@ -21,7 +21,7 @@ namespace {
 
 using FailureText::Act;
 
-// For items that are not what was archived any more.
+// For items that changed after archiving.
 std::string wordsForOthers(const std::vector<std::string>& paths) {
   std::string words =
       Format::counted(paths.size(), "item") +
@@ -43,13 +43,13 @@ void ScanSession::trashFocused() {
   }
   messages_->tellFailures(changes, removal_->moveRecording(changes, target->path()),
                           Act::moveToTrash);
-  // Said of a move that failed as well: the walk shows what is true.
+  // Shown for a failed move too; the rescan shows the true state.
   messages_->flash(changes, "Moved " + shownName(*target) + " to Trash");
   announceAndRescan(changes);
 }
 
 void ScanSession::trash(const DiskNode& node) {
-  const DiskNode target = node;  // may be the menu's own, which goes away here
+  const DiskNode target = node;  // a copy: `node` may be the menu's own, which is reset here
   FieldChanges changes;
   shown_->setMenuNode(changes, std::nullopt);
   if (isRemainder(target) || removal_->warnIfCritical(changes, target)) {
@@ -170,7 +170,7 @@ void ScanSession::trashArchived(const ZipEngine::Archived& archived) {
 
   FieldChanges changes;
   const Removal::Failures failures = removal_->moveAllRecording(changes, unchanged);
-  // What refused to move leaves the queue as well.
+  // Items that could not be moved leave the queue as well.
   cleanupQueue_->removeFromQueue(changes, all);
   selection_->clearSelection(changes);
   messages_->tellFailures(changes, failures, Act::moveToTrash);

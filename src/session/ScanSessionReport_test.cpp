@@ -1,5 +1,5 @@
-// The report on the node on screen, with a panel in which time passes: it runs the event loop, so
-// that scans end and clicks arrive before the user has made up his mind.
+// The report on the node on screen, with a panel that runs the event loop, so that scans end and
+// the user clicks while it is open.
 
 #include <array>
 #include <cstdint>
@@ -37,7 +37,7 @@ class SlowPanel final : public SavePanel {
   std::vector<Request> requests;
 };
 
-// What happens to private files in some folders, in order, as the system tells it.
+// The changes to private files in some folders, in order, as the system reports them.
 class PrivateFilesWatch {
  public:
   PrivateFilesWatch() : queue_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
@@ -50,8 +50,7 @@ class PrivateFilesWatch {
     return inotify_add_watch(queue_, folder.c_str(), wanted) >= 0;
   }
 
-  // What it is ("+" for one that has come, "-" for one that has gone) and the name up to the part
-  // that is different each time.
+  // "+" for a created file or "-" for a deleted one, and its name without the random part.
   std::vector<std::string> seen() {
     std::vector<std::string> all;
     alignas(inotify_event) std::array<char, 4096> bytes{};
@@ -114,7 +113,7 @@ class Report : public ::testing::Test {
   std::unique_ptr<ScanSession> session_ = makeSession();
 };
 
-TEST_F(Report, is_on_the_node_on_screen_and_written_where_the_user_wants) {
+TEST_F(Report, a_report_is_on_the_node_on_screen_and_saved_where_the_user_chose) {
   scan(tree_);
   session_->open(big_);
   session_->exportJSON();
@@ -123,7 +122,7 @@ TEST_F(Report, is_on_the_node_on_screen_and_written_where_the_user_wants) {
   EXPECT_EQ(written(), ExportReport::json(big_));
 }
 
-TEST_F(Report, is_noted_with_its_place_while_it_is_written) {
+TEST_F(Report, a_report_has_a_note_of_its_folder_while_it_is_written) {
   scan(tree_);
   PrivateFilesWatch watch;
   ASSERT_TRUE(watch.add(place_.path()));
@@ -134,7 +133,7 @@ TEST_F(Report, is_noted_with_its_place_while_it_is_written) {
                                         "-.tessaly-place"));
 }
 
-TEST_F(Report, is_dropped_in_silence_where_it_cannot_be_written) {
+TEST_F(Report, a_report_that_cannot_be_written_shows_no_message) {
   scan(tree_);
   const auto toast = session_->messages().toast();
   panel_.answer = place_.at("nowhere/report.json");
@@ -144,7 +143,7 @@ TEST_F(Report, is_dropped_in_silence_where_it_cannot_be_written) {
   EXPECT_EQ(session_->messages().toast(), toast);
 }
 
-TEST_F(Report, is_on_the_tree_that_a_scan_has_brought_while_the_panel_was_up) {
+TEST_F(Report, a_report_is_on_the_tree_of_a_scan_that_ended_while_the_panel_was_open) {
   scan(tree_);
   panel_.meanwhile = [this] { scan(other_); };
   session_->exportJSON();
@@ -152,7 +151,7 @@ TEST_F(Report, is_on_the_tree_that_a_scan_has_brought_while_the_panel_was_up) {
   EXPECT_EQ(written(), ExportReport::json(other_));
 }
 
-TEST_F(Report, is_on_the_folder_that_was_entered_or_left_while_the_panel_was_up) {
+TEST_F(Report, a_report_is_on_the_folder_entered_or_left_while_the_panel_was_open) {
   scan(tree_);
   panel_.meanwhile = [this] { session_->open(big_); };
   session_->exportJSON();
@@ -163,12 +162,12 @@ TEST_F(Report, is_on_the_folder_that_was_entered_or_left_while_the_panel_was_up)
   EXPECT_EQ(written(), ExportReport::json(tree_));
 }
 
-TEST_F(Report, is_not_asked_for_without_a_tree) {
+TEST_F(Report, a_report_needs_a_tree_to_ask_for_a_file) {
   session_->exportJSON();
   EXPECT_THAT(panel_.requests, IsEmpty());
 }
 
-TEST_F(Report, is_not_written_when_the_user_backs_out) {
+TEST_F(Report, a_report_is_not_written_if_the_panel_is_cancelled) {
   scan(tree_);
   panel_.answer.reset();
   session_->exportJSON();
@@ -176,7 +175,7 @@ TEST_F(Report, is_not_written_when_the_user_backs_out) {
   EXPECT_THAT(entriesOf(place_.path()), IsEmpty());
 }
 
-TEST_F(Report, is_not_written_when_the_session_ends_behind_the_panel) {
+TEST_F(Report, a_report_is_not_written_if_the_session_ends_during_the_panel) {
   scan(tree_);
   panel_.meanwhile = [this] { session_.reset(); };
   session_->exportJSON();

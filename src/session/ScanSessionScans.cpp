@@ -1,4 +1,4 @@
-// Scans, and what starts from the tree of one: comparison and watch.
+// Scans, and what uses the tree of one: comparison and watch.
 
 #include <optional>
 #include <utility>
@@ -24,7 +24,7 @@ void ScanSession::scanHome() {
 }
 
 void ScanSession::rescan() {
-  // A copy, since the scan sets what it came from.
+  // A copy, since the scan assigns the original.
   const std::string root = run_->scanRoot();
   if (!root.empty()) scan(root);
 }
@@ -33,7 +33,7 @@ void ScanSession::chooseFolder() {
   const QPointer<ScanSession> session(this);
   const std::optional<std::string> folder =
       services_.folderPanel.chooseFolder({.prompt = "Scan", .message = "Choose a folder to map."});
-  // The panel runs the event loop meanwhile.
+  // The panel ran the event loop, so the session may be gone.
   if (session && folder) scan(*folder);
 }
 
@@ -42,7 +42,7 @@ void ScanSession::restore() {
   if (!tree) return;
   const std::string root =
       services_.prefs.defaults().text(ScanStore::lastScanRootKey).value_or(tree->path());
-  // Nobody can be listening yet, so that fields are set without a signal.
+  // Nothing is connected yet, so no signal is needed.
   FieldChanges changes;
   navigation_->showTree(changes, *tree);
   run_->restore(changes, root);
@@ -78,7 +78,7 @@ void ScanSession::compareWithFolder() {
   const QPointer<ScanSession> session(this);
   const std::optional<std::string> folder = services_.folderPanel.chooseFolder(
       {.prompt = "Compare", .message = "Choose a folder to compare with the current map."});
-  // The panel runs the event loop meanwhile: the session may be gone, and another tree may be here.
+  // The panel ran the event loop: the session may be gone, and the tree may be another.
   if (!session || !folder || navigation_->stack().empty()) return;
   FieldChanges changes;
   shown_->setVizMode(changes, VizMode::compare);

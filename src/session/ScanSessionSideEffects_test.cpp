@@ -1,5 +1,4 @@
-// What each step of a session changes, with everything in it that could change: that much, and
-// nothing else.
+// Which fields each step of a session changes, compared over all its fields.
 
 #include <cerrno>
 #include <chrono>
@@ -19,7 +18,7 @@ using Names = SessionRecord::Names;
 
 constexpr std::int64_t MiB = 1048576;
 
-// What the start of a scan of the same root changes.
+// The fields that the start of a scan of the same root changes.
 const Names aScanBegins = {"pane", "progress", "scanPercent", "status"};
 
 Names operator+(Names some, const Names& others) {
@@ -39,7 +38,7 @@ class SideEffects : public SessionFixture {
     fillEveryField();
   }
 
-  // The next walk finds this.
+  // Sets the tree of the next walk.
   void willFind(const DiskNode& tree) { walks().at(walks().ran()).result = tree; }
 
   void fillEveryField() {
@@ -102,14 +101,14 @@ class SideEffects : public SessionFixture {
     ASSERT_EQ(session().result().unreadable().count, 1U);
   }
 
-  // Makes the machine another than the session knows.
+  // Changes the machine, so that its figures differ from those of the session.
   void changeTheMachine() {
     df_ += "/dev/sdb1 200 50 150 25% /media/stick\n";
     volume_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
     trash_ = "2\n";
   }
 
-  // What `step` changes. Every field that it changes is announced, and no other is.
+  // The fields that `step` changes. Expects that exactly these are announced.
   template <class Step>
   Names changedBy(Step step) {
     const SessionRecord record(session(), settings_);
@@ -137,34 +136,34 @@ class SideEffects : public SessionFixture {
   DiskNode tree_ = folder("/data", 16 * MiB, {big_, film_, song_, note_, app_, empty_});
 };
 
-// The way through the tree.
+// Navigation.
 
-TEST_F(SideEffects, going_back_changes_the_stack_alone) {
+TEST_F(SideEffects, going_back_changes_only_the_stack) {
   EXPECT_EQ(changedBy([&] { session().navigation().back(); }), Names{"stack"});
   EXPECT_EQ(changedBy([&] { session().navigation().back(); }), Names{});
 }
 
-TEST_F(SideEffects, a_jump_changes_the_stack_alone) {
+TEST_F(SideEffects, a_jump_changes_only_the_stack) {
   EXPECT_EQ(changedBy([&] { session().navigation().jump(1); }), Names{});
   EXPECT_EQ(changedBy([&] { session().navigation().jump(2); }), Names{});
   EXPECT_EQ(changedBy([&] { session().navigation().jump(-1); }), Names{});
   EXPECT_EQ(changedBy([&] { session().navigation().jump(0); }), Names{"stack"});
 }
 
-TEST_F(SideEffects, opening_a_folder_empties_the_selection_and_keeps_all_else) {
+TEST_F(SideEffects, opening_a_folder_clears_the_selection_and_changes_only_the_stack_besides) {
   EXPECT_EQ(changedBy([&] { session().open(deep_); }), (Names{"selection", "stack"}));
   EXPECT_TRUE(session().selection().selected().empty());
   EXPECT_TRUE(session().selection().selectedNodes().empty());
 }
 
-TEST_F(SideEffects, opening_what_cannot_be_entered_keeps_the_selection) {
+TEST_F(SideEffects, opening_a_node_that_cannot_be_entered_keeps_the_selection) {
   for (const DiskNode& node : {film_, empty_}) {
     EXPECT_EQ(changedBy([&] { session().open(node); }), Names{}) << node.path();
     EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
   }
 }
 
-TEST_F(SideEffects, opening_a_package_empties_the_selection_once_its_inside_is_there) {
+TEST_F(SideEffects, opening_a_package_clears_the_selection_once_its_contents_are_shown) {
   for (const bool byOpening : {true, false}) {
     session().selection().selectNodes({film_, song_}, false);
     session().selection().setFocused(note_);
@@ -173,7 +172,7 @@ TEST_F(SideEffects, opening_a_package_empties_the_selection_once_its_inside_is_t
     EXPECT_EQ(changedBy([&] { byOpening ? session().open(app_) : session().expandPackage(app_); }),
               Names{"toast"});
     EXPECT_EQ(session().selection().selectedNodes().size(), 2U);
-    // What is selected while the walk goes on is gone as well.
+    // Nodes selected during the walk are deselected too.
     session().selection().selectNodes({note_}, true);
     EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"selection", "stack"}));
     EXPECT_TRUE(session().selection().selected().empty());
@@ -190,7 +189,7 @@ TEST_F(SideEffects, showing_a_path_in_the_map_keeps_selection_and_queue) {
             (Names{"focused", "pane", "vizMode"}));
 }
 
-TEST_F(SideEffects, showing_a_path_that_the_tree_does_not_hold_changes_nothing) {
+TEST_F(SideEffects, showing_a_path_that_the_tree_lacks_changes_nothing) {
   EXPECT_EQ(changedBy([&] { session().focusPath("/data/pruned"); }), Names{});
   EXPECT_EQ(changedBy([&] { session().navigation().reveal(film_); }), Names{});
   EXPECT_EQ(workspace_.revealed.size(), 2U);
@@ -198,7 +197,7 @@ TEST_F(SideEffects, showing_a_path_that_the_tree_does_not_hold_changes_nothing) 
 
 // The selection.
 
-TEST_F(SideEffects, selecting_changes_selection_and_focus_alone) {
+TEST_F(SideEffects, selecting_changes_only_selection_and_focus) {
   EXPECT_EQ(changedBy([&] { session().selection().selectNodes({below_}, true); }),
             (Names{"focused", "selection"}));
   EXPECT_EQ(changedBy([&] {
@@ -210,7 +209,7 @@ TEST_F(SideEffects, selecting_changes_selection_and_focus_alone) {
   EXPECT_EQ(changedBy([&] { session().selection().selectNodes({}, false); }), Names{"selection"});
 }
 
-TEST_F(SideEffects, toggling_changes_selection_and_focus_alone) {
+TEST_F(SideEffects, toggling_changes_only_selection_and_focus) {
   for (int i = 0; i < 2; ++i) {
     session().selection().setFocused(note_);
     EXPECT_EQ(changedBy([&] { session().selection().toggleSelect(below_); }),
@@ -219,18 +218,18 @@ TEST_F(SideEffects, toggling_changes_selection_and_focus_alone) {
   }
 }
 
-TEST_F(SideEffects, selecting_all_says_so) {
+TEST_F(SideEffects, selecting_all_shows_a_toast) {
   EXPECT_EQ(changedBy([&] { session().selectAllCurrent(); }),
             (Names{"focused", "selection", "toast"}));
   EXPECT_EQ(selectedPaths(), (std::vector<std::string>{"/data/big/below", "/data/big/deep"}));
   EXPECT_EQ(session().selection().focused()->path(), "/data/big/deep");
 }
 
-TEST_F(SideEffects, clearing_the_selection_changes_it_alone) {
+TEST_F(SideEffects, clearing_the_selection_changes_nothing_else) {
   EXPECT_EQ(changedBy([&] { session().selection().clearSelection(); }), Names{"selection"});
 }
 
-TEST_F(SideEffects, copying_paths_keeps_what_is_selected) {
+TEST_F(SideEffects, copying_paths_keeps_the_selection) {
   EXPECT_EQ(changedBy([&] { session().selection().copySelectedPaths(); }), Names{"toast"});
   EXPECT_EQ(machine_.pasteboard.text, "/data/film\n/data/song");
 }
@@ -247,20 +246,20 @@ TEST_F(SideEffects, queueing_keeps_selection_and_focus) {
             (Names{"queue", "queueMinimized", "queueOpen"}));
 }
 
-TEST_F(SideEffects, queueing_the_selection_empties_it_and_keeps_the_focus) {
+TEST_F(SideEffects, queueing_the_selection_clears_it_and_keeps_the_focus) {
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }),
             (Names{"queue", "queueMinimized", "selection", "toast"}));
   EXPECT_TRUE(session().selection().selected().empty());
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }), Names{});
 }
 
-TEST_F(SideEffects, queueing_a_selection_that_waits_already_empties_it_and_opens_nothing) {
+TEST_F(SideEffects, queueing_a_selection_that_is_queued_already_clears_it_and_opens_nothing) {
   session().selection().selectNodes({song_, note_}, false);
   EXPECT_EQ(changedBy([&] { session().queueSelected(); }), (Names{"selection", "toast"}));
   EXPECT_EQ(session().messages().toast(), "Queued 2 items");
 }
 
-TEST_F(SideEffects, taking_out_of_the_queue_changes_it_alone_until_it_is_empty) {
+TEST_F(SideEffects, removing_from_the_queue_changes_nothing_else_until_it_is_empty) {
   EXPECT_EQ(changedBy([&] { session().cleanupQueue().removeFromQueue("/data/film"); }), Names{});
   EXPECT_EQ(changedBy([&] { session().cleanupQueue().removeFromQueue("/data/song"); }),
             Names{"queue"});
@@ -268,12 +267,12 @@ TEST_F(SideEffects, taking_out_of_the_queue_changes_it_alone_until_it_is_empty) 
             (Names{"queue", "queueOpen"}));
 }
 
-TEST_F(SideEffects, letting_the_queue_go_keeps_selection_focus_and_what_can_be_put_back) {
+TEST_F(SideEffects, clearing_the_queue_keeps_selection_focus_and_undo) {
   EXPECT_EQ(changedBy([&] { session().cleanupQueue().clearQueue(); }),
             (Names{"queue", "queueOpen"}));
 }
 
-TEST_F(SideEffects, emptying_the_queue_keeps_selection_and_focus_and_looks_again) {
+TEST_F(SideEffects, emptying_the_queue_keeps_selection_and_focus_and_rescans) {
   changeTheMachine();
   EXPECT_EQ(changedBy([&] { session().emptyQueue(); }),
             aScanBegins + Names({"disk", "lastTrashed", "queue", "queueOpen", "trashCount"}));
@@ -281,7 +280,7 @@ TEST_F(SideEffects, emptying_the_queue_keeps_selection_and_focus_and_looks_again
 
 // The Trash.
 
-TEST_F(SideEffects, trashing_the_focus_keeps_selection_and_queue_and_looks_again) {
+TEST_F(SideEffects, trashing_the_focus_keeps_selection_and_queue_and_rescans) {
   changeTheMachine();
   EXPECT_EQ(changedBy([&] { session().trashFocused(); }),
             aScanBegins + Names({"lastTrashed", "toast"}));
@@ -292,18 +291,18 @@ TEST_F(SideEffects, trashing_a_critical_focus_warns_and_changes_nothing_else) {
   EXPECT_EQ(changedBy([&] { session().trashFocused(); }), Names{"criticalWarning"});
 }
 
-TEST_F(SideEffects, trashing_from_the_menu_takes_the_menu_away_and_looks_again) {
+TEST_F(SideEffects, trashing_from_the_menu_closes_it_and_rescans) {
   EXPECT_EQ(changedBy([&] { session().trash(*session().shown().menuNode()); }),
             aScanBegins + Names({"menuNode"}));
   EXPECT_FALSE(machine_.trash.has("/data/film"));
 }
 
-TEST_F(SideEffects, trashing_a_critical_item_from_the_menu_warns_and_looks_at_nothing) {
+TEST_F(SideEffects, trashing_a_critical_item_from_the_menu_warns_and_does_not_rescan) {
   EXPECT_EQ(changedBy([&] { session().trash(folder("/usr/bin", 1)); }),
             (Names{"criticalWarning", "menuNode"}));
 }
 
-TEST_F(SideEffects, answers_to_the_warning_take_it_away) {
+TEST_F(SideEffects, answering_the_warning_removes_it) {
   machine_.trash.put("/usr/lib");
   EXPECT_EQ(changedBy([&] { session().removal().dismissWarning(); }), Names{"criticalWarning"});
   session().removal().setCriticalWarning(folder("/usr/lib", 1));
@@ -312,7 +311,7 @@ TEST_F(SideEffects, answers_to_the_warning_take_it_away) {
   EXPECT_FALSE(machine_.trash.has("/usr/lib"));
 }
 
-TEST_F(SideEffects, putting_back_keeps_selection_and_queue_and_looks_again) {
+TEST_F(SideEffects, undo_keeps_selection_and_queue_and_rescans) {
   changeTheMachine();
   EXPECT_EQ(changedBy([&] { session().undoTrash(); }),
             aScanBegins + Names({"disk", "lastTrashed", "toast", "trashCount"}));
@@ -323,7 +322,7 @@ TEST_F(SideEffects, putting_back_keeps_selection_and_queue_and_looks_again) {
   EXPECT_EQ(walks().at(before).root, "/data");
 }
 
-TEST_F(SideEffects, putting_back_nothing_changes_nothing) {
+TEST_F(SideEffects, undo_without_a_move_changes_nothing) {
   willFind(tree_);
   session().undoTrash();
   dispatch().drainAll();
@@ -374,7 +373,7 @@ TEST_F(SideEffects, cancelling_keeps_tree_selection_and_queue) {
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{});
 }
 
-TEST_F(SideEffects, progress_changes_no_more_than_it_tells) {
+TEST_F(SideEffects, progress_changes_only_its_own_fields) {
   walks().at(walks().ran()).during = [](const DiskScanner::Callbacks& callbacks) {
     callbacks.progress("50%  x");
     callbacks.percent(0.5);
@@ -397,7 +396,7 @@ TEST_F(SideEffects, comparing_shows_its_mode_and_later_its_rows) {
   EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"compareRows"});
 }
 
-TEST_F(SideEffects, watching_changes_what_is_told_of_it_alone) {
+TEST_F(SideEffects, watching_changes_only_its_own_fields) {
   EXPECT_EQ(changedBy([&] { session().watch().stopWatch(); }),
             (Names{"watchGrew", "watchPath", "watching"}));
   EXPECT_EQ(changedBy([&] { session().startWatch(); }), (Names{"watchPath", "watching"}));
@@ -409,7 +408,7 @@ TEST_F(SideEffects, watching_changes_what_is_told_of_it_alone) {
 
 // Choices.
 
-TEST_F(SideEffects, choices_change_their_own_field_and_setting_alone) {
+TEST_F(SideEffects, each_choice_changes_only_its_own_field_and_setting) {
   EXPECT_EQ(changedBy([&] { session().choices().toggleFilter("xcode"); }),
             (Names{"filters", "marrow.filters"}));
   EXPECT_EQ(changedBy([&] { session().choices().toggleSkip("docker"); }),
@@ -430,7 +429,7 @@ TEST_F(SideEffects, choices_change_their_own_field_and_setting_alone) {
   EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 0U);
 }
 
-TEST_F(SideEffects, a_filter_is_switched_in_the_one_way_that_is_asked_for) {
+TEST_F(SideEffects, toggling_one_switch_of_a_filter_keeps_the_other) {
   const auto switches = [&](const std::string& id) {
     for (const BloatFilter& filter : session().choices().filters())
       if (filter.id == id) return std::pair(filter.enabled, filter.skipScan);
@@ -450,12 +449,12 @@ TEST_F(SideEffects, a_report_changes_nothing) {
   EXPECT_EQ(changedBy([&] { session().exportJSON(); }), Names{});
 }
 
-TEST_F(SideEffects, a_look_at_the_disk_changes_its_figures_alone) {
+TEST_F(SideEffects, updating_the_disk_usage_changes_only_its_figures) {
   changeTheMachine();
   EXPECT_EQ(changedBy([&] { session().machine().refreshDisk(); }), (Names{"disk", "trashCount"}));
 }
 
-TEST_F(SideEffects, messages_change_themselves_alone) {
+TEST_F(SideEffects, messages_change_only_their_own_fields) {
   EXPECT_EQ(changedBy([&] { session().messages().flash("Hello"); }), Names{"toast"});
   dispatch().advance(std::chrono::milliseconds(2800));
   EXPECT_EQ(changedBy([&] { runMain(); }), Names{"toast"});
@@ -463,7 +462,7 @@ TEST_F(SideEffects, messages_change_themselves_alone) {
   EXPECT_EQ(changedBy([&] { session().messages().dismissFailure(); }), Names{"failures"});
 }
 
-TEST_F(SideEffects, what_is_shown_is_changed_one_field_at_a_time) {
+TEST_F(SideEffects, each_field_of_what_is_shown_changes_alone) {
   EXPECT_EQ(changedBy([&] { session().shown().setPane(MainPane::apps); }), Names{"pane"});
   EXPECT_EQ(changedBy([&] { session().shown().setVizMode(VizMode::history); }), Names{"vizMode"});
   EXPECT_EQ(changedBy([&] { session().shown().setHeatmap(false); }), Names{"heatmap"});
@@ -482,7 +481,7 @@ TEST_F(SideEffects, what_is_shown_is_changed_one_field_at_a_time) {
 
 // The next run of the program.
 
-TEST_F(SideEffects, the_next_run_knows_choices_and_tree_and_no_selection_queue_or_undo) {
+TEST_F(SideEffects, the_next_run_restores_choices_and_tree_but_no_selection_queue_or_undo) {
   const auto recents = session().choices().recents();
   const auto pins = session().choices().pins();
   const auto excludes = session().choices().excludes();

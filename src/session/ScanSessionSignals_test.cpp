@@ -1,5 +1,5 @@
-// The signals of the session: once for each change, none without one, and all fields of a step set
-// before the first.
+// The signals of the session: one for each change, none without a change, and all fields of a step
+// set before the first.
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -16,7 +16,7 @@ namespace {
 
 using FieldSignals = SessionFixture;
 
-// Sets a field twice to another value and once back: two changes, and a setting that is none.
+// Sets the other value, the same again, and the old one: two changes.
 template <class Part, class Value>
 void expectOneSignalAChange(Part& part, void (Part::*set)(Value), void (Part::*changed)(),
                             const std::decay_t<Value>& first, const std::decay_t<Value>& second) {
@@ -30,7 +30,7 @@ void expectOneSignalAChange(Part& part, void (Part::*set)(Value), void (Part::*c
   EXPECT_EQ(spy.count(), 2);
 }
 
-TEST_F(FieldSignals, come_once_for_each_change_of_a_field_that_views_set) {
+TEST_F(FieldSignals, a_field_that_views_set_signals_each_change_once) {
   ScanSession& s = session();
   const std::optional<DiskNode> node = file("/r/a", 1);
   expectOneSignalAChange(s.shown(), &Shown::setPane, &Shown::paneChanged, MainPane::map,
@@ -56,7 +56,7 @@ TEST_F(FieldSignals, come_once_for_each_change_of_a_field_that_views_set) {
                          {"/r/x"});
 }
 
-TEST_F(FieldSignals, leave_the_set_value_behind) {
+TEST_F(FieldSignals, a_field_has_its_new_value_when_it_signals) {
   session().shown().setPane(MainPane::monitor);
   session().shown().setVizMode(VizMode::largest);
   session().cleanupQueue().setQueueOpen(true);
@@ -85,7 +85,7 @@ TEST_F(FieldSignals, leave_the_set_value_behind) {
   EXPECT_EQ(session().choices().excludes(), std::vector<std::string>{"/r/x"});
 }
 
-TEST_F(FieldSignals, come_after_all_fields_of_the_step_are_set) {
+TEST_F(FieldSignals, all_fields_of_a_step_are_set_when_it_signals) {
   std::vector<std::string> seen;
   QObject::connect(&session().run(), &ScanRun::statusChanged, [&] {
     seen.push_back(session().run().scanRoot() + "|" + session().run().progress());
@@ -95,7 +95,7 @@ TEST_F(FieldSignals, come_after_all_fields_of_the_step_are_set) {
   EXPECT_EQ(seen, (std::vector<std::string>{"/r|Scanning started…", "/r|"}));
 }
 
-TEST_F(FieldSignals, come_once_each_in_a_whole_scan) {
+TEST_F(FieldSignals, a_whole_scan_signals_each_change_once) {
   session().scan("/r");
   walks().at(0).result = folder("/r", 5, {file("/r/a", 5)});
   QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
@@ -115,15 +115,15 @@ TEST_F(FieldSignals, come_once_each_in_a_whole_scan) {
   EXPECT_EQ(error.count(), 0);
 }
 
-TEST_F(FieldSignals, tell_of_a_new_tree_even_if_it_equals_the_old_one) {
+TEST_F(FieldSignals, a_new_tree_is_announced_even_if_it_equals_the_old_one) {
   scanTo(folder("/r", 5, {file("/r/a", 5)}));
   QSignalSpy stack(&session().navigation(), &Navigation::stackChanged);
   scanTo(folder("/r", 5, {file("/r/a", 5)}));
   EXPECT_EQ(stack.count(), 1);
 }
 
-TEST_F(FieldSignals, may_lead_to_the_next_step) {
-  // Whoever hears of a scan cancels it at once.
+TEST_F(FieldSignals, a_receiver_of_a_signal_may_start_the_next_step) {
+  // The receiver cancels each scan at once.
   QObject::connect(&session().run(), &ScanRun::statusChanged, [&] {
     if (session().run().status() == ScanStatus::scanning) session().run().cancel();
   });
@@ -135,7 +135,7 @@ TEST_F(FieldSignals, may_lead_to_the_next_step) {
   EXPECT_TRUE(session().navigation().stack().empty());
 }
 
-TEST_F(FieldSignals, may_end_the_session) {
+TEST_F(FieldSignals, a_receiver_of_a_signal_may_end_the_session) {
   QObject::connect(&session().run(), &ScanRun::statusChanged, [&] { endSession(); });
   session().scan("/r");
   EXPECT_FALSE(hasSession());

@@ -1,4 +1,4 @@
-// The session with real threads underneath, walking a real folder.
+// The session with real threads and a real folder.
 
 #include <atomic>
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ class ScanSessionThreads : public ::testing::Test {
   ThreadedDispatch dispatch_{[this](Dispatch::Work work) { mainLoop_.post(std::move(work)); }};
 };
 
-TEST_F(ScanSessionThreads, scan_a_real_folder) {
+TEST_F(ScanSessionThreads, a_real_folder_is_scanned_on_real_threads) {
   const TempTree tree(
       "music/\n"
       "  song 400K\n"
@@ -55,7 +55,7 @@ TEST_F(ScanSessionThreads, scan_a_real_folder) {
   EXPECT_EQ(session->run().scanPercent(), 1);
 }
 
-TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
+TEST_F(ScanSessionThreads, a_missing_folder_fails_on_real_threads) {
   const TempTree tree;
   const auto session = makeSession();
   session->scan(tree.at("gone"));
@@ -64,8 +64,8 @@ TEST_F(ScanSessionThreads, fail_on_a_folder_that_is_not_there) {
                                                ". Check its permissions or pick another folder.");
 }
 
-TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
-  // The first walk runs until it is told to stop.
+TEST_F(ScanSessionThreads, a_replaced_scan_ends_on_real_threads) {
+  // The first walk runs until it is cancelled.
   std::atomic<int> stopped = 0;
   const auto session =
       makeSession([&](const std::string& root, const Callbacks& callbacks, const Options&) {
@@ -95,7 +95,7 @@ TEST_F(ScanSessionThreads, end_a_scan_that_another_overtakes) {
   EXPECT_FALSE(hasShownFirst);
 }
 
-TEST_F(ScanSessionThreads, survive_a_session_that_goes_while_its_walk_runs) {
+TEST_F(ScanSessionThreads, the_session_may_end_while_its_walk_runs_on_a_real_thread) {
   std::atomic<bool> hasStopped = false;
   auto session = makeSession([&](const std::string&, const Callbacks& callbacks, const Options&) {
     eventually(

@@ -1,4 +1,4 @@
-// Moving about in a finished tree, and what is done with the part of it that is on screen.
+// Navigation in a finished tree, and the operations on the part of it that is on screen.
 
 #include <cstddef>
 #include <optional>
@@ -38,7 +38,7 @@ void ScanSession::expandPackage(const DiskNode& node) {
       Dispatch::Queue::userInitiated,
       [path = node.path(), walk = services_.walk](const Job& job) {
         DiskScanner::Callbacks callbacks;
-        // The user has no way to stop this walk; only the end of the session does.
+        // The user cannot cancel this walk; only the end of the session does.
         callbacks.isCancelled = job.cancelTest();
         DiskScanner::Options options;
         options.expandPackages = true;
@@ -61,19 +61,19 @@ void ScanSession::focusPath(const std::string& path) {
   std::optional<std::vector<DiskNode>> chain =
       ScanInsights::chain(navigation_->stack().front(), path);
   if (!chain) {
-    // Left out of the tree, or never in it.
+    // The tree leaves this path out, or never had it.
     services_.workspace.reveal({path});
     return;
   }
   const DiskNode target = chain->back();
   if (isRemainder(target)) {
-    // There may be an item of this path all the same, for which the tree has no room.
+    // A file of this path may exist even so, one that the tree leaves out.
     if (FileAccess::ofMachine().kindOf(path) != FileAccess::Kind::nothing) {
       services_.workspace.reveal({path});
     }
     return;
   }
-  // A file shows inside the map of its folder.
+  // A file is shown in the map of its folder.
   if (chain->size() > 1 && !target.isDir()) chain->pop_back();
 
   FieldChanges changes;
@@ -115,12 +115,12 @@ void ScanSession::exportJSON() {
                                       .extension = "json",
                                       .canCreateDirectories = true});
   if (!session || !path) return;
-  // The tree on screen may be another by now, and it is the one that the user sees.
+  // The user sees the tree that is on screen by now, so the report is on that.
   const std::optional<DiskNode> shown = navigation_->current();
   if (!shown) return;
   const WriteNote place = WriteNote::of(
       *path, services_.supportDirectory ? *services_.supportDirectory : ScanStore::supportDir());
-  // A failure is not told; the file that was there stays.
+  // A failure is not shown; an existing file stays.
   static_cast<void>(AtomicFile::replace(*path, ExportReport::json(*shown),
                                         AtomicFile::Durability::synced, AtomicFile::Access::usual));
 }

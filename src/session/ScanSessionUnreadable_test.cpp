@@ -1,4 +1,4 @@
-// What a scan could not read stays with the tree that it gave.
+// The items that a scan could not read stay with its tree.
 #include <cerrno>
 
 #include <QSignalSpy>
@@ -10,7 +10,7 @@ namespace {
 
 class ScanSessionUnreadable : public SessionFixture {
  protected:
-  // Has the next walk tell of `count` items, as far as anybody asks.
+  // Makes the next walk report `count` unreadable items.
   void tellOf(int count, const std::string& first) {
     walks().at(walks().ran()).during = [count, first](const DiskScanner::Callbacks& callbacks) {
       for (int i = 0; callbacks.unreadable && i < count; ++i) {
@@ -22,11 +22,11 @@ class ScanSessionUnreadable : public SessionFixture {
   static DiskNode home() { return folder("/home", 10, {file("/home/a", 10)}); }
 };
 
-TEST_F(ScanSessionUnreadable, none_are_known_before_a_scan) {
+TEST_F(ScanSessionUnreadable, no_unreadable_items_are_known_before_a_scan) {
   EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
-TEST_F(ScanSessionUnreadable, are_those_that_the_walk_told_of) {
+TEST_F(ScanSessionUnreadable, unreadable_items_are_those_that_the_walk_reported) {
   QSignalSpy changes(&session().result(), &ScanResult::unreadableChanged);
   tellOf(2, "/home/locked");
   scanTo(home());
@@ -37,7 +37,7 @@ TEST_F(ScanSessionUnreadable, are_those_that_the_walk_told_of) {
   EXPECT_EQ(changes.count(), 1);
 }
 
-TEST_F(ScanSessionUnreadable, are_all_counted_and_the_first_two_hundred_kept) {
+TEST_F(ScanSessionUnreadable, unreadable_items_are_all_counted_and_the_first_200_kept) {
   tellOf(1000, "/home/locked");
   scanTo(home());
   EXPECT_EQ(session().result().unreadable().count, 1000U);
@@ -45,7 +45,7 @@ TEST_F(ScanSessionUnreadable, are_all_counted_and_the_first_two_hundred_kept) {
   EXPECT_EQ(session().result().unreadable().first.back().path, "/home/locked199");
 }
 
-TEST_F(ScanSessionUnreadable, are_replaced_by_the_next_scan) {
+TEST_F(ScanSessionUnreadable, unreadable_items_are_replaced_by_the_next_scan) {
   tellOf(3, "/home/locked");
   scanTo(home());
   tellOf(1, "/home/other");
@@ -56,7 +56,7 @@ TEST_F(ScanSessionUnreadable, are_replaced_by_the_next_scan) {
   EXPECT_EQ(session().result().unreadable(), UnreadableItems());
 }
 
-TEST_F(ScanSessionUnreadable, stay_while_a_scan_runs_and_when_it_is_cancelled) {
+TEST_F(ScanSessionUnreadable, unreadable_items_stay_during_a_scan_and_after_its_cancellation) {
   tellOf(3, "/home/locked");
   scanTo(home());
   tellOf(1, "/home/other");
@@ -69,7 +69,7 @@ TEST_F(ScanSessionUnreadable, stay_while_a_scan_runs_and_when_it_is_cancelled) {
   EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
-TEST_F(ScanSessionUnreadable, stay_with_the_tree_when_a_rescan_reads_nothing) {
+TEST_F(ScanSessionUnreadable, unreadable_items_stay_if_a_rescan_reads_nothing) {
   tellOf(3, "/home/locked");
   scanTo(home());
   tellOf(1, "/home");
@@ -80,7 +80,7 @@ TEST_F(ScanSessionUnreadable, stay_with_the_tree_when_a_rescan_reads_nothing) {
   EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
-TEST_F(ScanSessionUnreadable, are_not_added_to_when_a_package_is_opened) {
+TEST_F(ScanSessionUnreadable, opening_a_package_adds_no_unreadable_items) {
   tellOf(3, "/home/locked");
   scanTo(folder("/home", 10, {folder("/home/Tool.app", 10)}));
   tellOf(2, "/home/Tool.app/locked");
@@ -91,7 +91,7 @@ TEST_F(ScanSessionUnreadable, are_not_added_to_when_a_package_is_opened) {
   EXPECT_EQ(session().result().unreadable().count, 3U);
 }
 
-TEST_F(ScanSessionUnreadable, are_not_known_of_a_tree_that_the_last_run_has_left) {
+TEST_F(ScanSessionUnreadable, a_restored_tree_has_no_unreadable_items) {
   tellOf(3, "/home/locked");
   scanTo(home());
   restart();

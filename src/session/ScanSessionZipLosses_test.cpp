@@ -1,5 +1,5 @@
-// What stays where it is: when an archive would lack something, when it or an item is another by
-// then, and when it is given up.
+// Items that stay where they are: if the archive would be incomplete, if it or an item has changed
+// since, or if it was cancelled.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,9 +14,9 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// With the archive that is really made: an item that vanishes behind the panel may have been moved
-// elsewhere by a second run, so that nobody knows what the archive would have to hold.
-TEST_F(ZipThenTrash, moves_nothing_when_an_item_has_vanished_since_the_panel) {
+// With the real archiver: an item that vanishes while the panel is open may have been moved
+// elsewhere by another process, so the archive could be incomplete.
+TEST_F(ZipThenTrash, zip_moves_nothing_if_an_item_has_vanished_since_the_panel) {
   SlowPanel panel;
   panel.answer.answer = kept_.at("out.zip");
   panel.meanwhile = [this] { vanish(film_); };
@@ -44,7 +44,7 @@ TEST_F(ZipThenTrash, moves_nothing_when_an_item_has_vanished_since_the_panel) {
   EXPECT_THAT(entriesOf(kept_.path()), IsEmpty());
 }
 
-TEST_F(ZipThenTrash, tells_beside_its_message_what_refuses_to_move) {
+TEST_F(ZipThenTrash, zip_shows_items_that_could_not_be_moved_beside_its_toast) {
   machine_.trash.refuse(film_.path());
   session().zipThenTrash({film_, song_});
   finish();
@@ -55,7 +55,7 @@ TEST_F(ZipThenTrash, tells_beside_its_message_what_refuses_to_move) {
   EXPECT_FALSE(isOnDisk(song_));
 }
 
-TEST_F(ZipThenTrash, says_what_would_be_missing_and_moves_nothing) {
+TEST_F(ZipThenTrash, zip_moves_nothing_and_shows_what_an_archive_would_lack) {
   end_ = End::incomplete;
   cause_ = "film (cannot be read)";
   session().cleanupQueue().addToQueue(film_);
@@ -70,7 +70,7 @@ TEST_F(ZipThenTrash, says_what_would_be_missing_and_moves_nothing) {
   EXPECT_THAT(queued(), ElementsAre(film_.path()));
 }
 
-TEST_F(ZipThenTrash, moves_nothing_when_the_archive_is_another_or_gone_by_then) {
+TEST_F(ZipThenTrash, zip_moves_nothing_if_the_archive_was_replaced_or_deleted) {
   for (const bool isGone : {true, false}) {
     session().zipThenTrash({film_});
     runArchive();
@@ -85,7 +85,7 @@ TEST_F(ZipThenTrash, moves_nothing_when_the_archive_is_another_or_gone_by_then) 
   }
 }
 
-TEST_F(ZipThenTrash, moves_no_item_that_another_has_taken_the_place_of_since) {
+TEST_F(ZipThenTrash, zip_moves_no_item_that_was_replaced_since) {
   session().cleanupQueue().addToQueue(film_);
   session().zipThenTrash({film_, song_});
   runArchive();
@@ -101,7 +101,7 @@ TEST_F(ZipThenTrash, moves_no_item_that_another_has_taken_the_place_of_since) {
   EXPECT_THAT(queued(), IsEmpty());
 }
 
-TEST_F(ZipThenTrash, moves_no_item_that_was_written_to_since) {
+TEST_F(ZipThenTrash, zip_moves_no_item_that_was_written_to_since) {
   session().zipThenTrash({film_, song_});
   runArchive();
   putFile(film_.path(), "more than it was");
@@ -112,7 +112,7 @@ TEST_F(ZipThenTrash, moves_no_item_that_was_written_to_since) {
             "2 items changed after archiving and did not move: film and 1 more");
 }
 
-TEST_F(ZipThenTrash, tells_the_name_that_the_archive_has_got) {
+TEST_F(ZipThenTrash, zip_shows_the_final_name_of_the_archive) {
   auto services = machine_.services(disk_.path());
   services.archive = [&](ZipEngine::Request request) {
     request.to = kept_.at("My things 2.zip");
@@ -125,7 +125,7 @@ TEST_F(ZipThenTrash, tells_the_name_that_the_archive_has_got) {
   EXPECT_FALSE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, replaces_what_the_user_has_seen_behind_the_panel) {
+TEST_F(ZipThenTrash, zip_replaces_the_file_that_the_user_agreed_to_replace) {
   session().zipThenTrash({film_});
   putFile(kept_.at("seen.zip"), "old");
   machine_.savePanel.answer = kept_.at("seen.zip");
@@ -137,8 +137,8 @@ TEST_F(ZipThenTrash, replaces_what_the_user_has_seen_behind_the_panel) {
   EXPECT_EQ(archives_.at(1).replaced, seen);
 }
 
-// The user may have agreed to replace what stood there before it.
-TEST_F(ZipThenTrash, replaces_no_archive_that_was_finished_while_the_panel_was_up) {
+// The user may have agreed to replace an older file of that name.
+TEST_F(ZipThenTrash, zip_does_not_replace_an_archive_finished_while_the_panel_was_open) {
   SlowPanel panel;
   session_ = makeSession(panel);
   machine_.dispatch.drainAll();
@@ -153,7 +153,7 @@ TEST_F(ZipThenTrash, replaces_no_archive_that_was_finished_while_the_panel_was_u
   EXPECT_EQ(archives_.at(1).replaced, std::nullopt);
 }
 
-TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {
+TEST_F(ZipThenTrash, two_zips_to_one_name_make_two_archives_and_lose_nothing) {
   ScanSession session(machine_.services(disk_.path()));
   session.zipThenTrash({film_});
   session.zipThenTrash({song_});
@@ -168,7 +168,7 @@ TEST_F(ZipThenTrash, of_two_to_one_name_gives_two_archives_and_loses_nothing) {
   EXPECT_EQ(ZipListing::at(kept_.at("My things 2.zip"))->sizeOf("song"), 4);
 }
 
-TEST_F(ZipThenTrash, is_given_up_for_quitting) {
+TEST_F(ZipThenTrash, quitting_cancels_a_zip) {
   session().zipThenTrash({film_});
   EXPECT_TRUE(session().removal().isZipping());
   end_ = End::givenUp;
@@ -183,7 +183,7 @@ TEST_F(ZipThenTrash, is_given_up_for_quitting) {
   EXPECT_EQ(session().messages().failure(), std::nullopt);
 }
 
-TEST_F(ZipThenTrash, is_given_up_when_the_session_ends) {
+TEST_F(ZipThenTrash, the_end_of_the_session_cancels_a_zip) {
   session().zipThenTrash({film_});
   session_.reset();
   machine_.dispatch.drainAll();

@@ -1,4 +1,4 @@
-// From the items marked to the archive and the Trash.
+// From the selected items to the archive and the Trash.
 
 #include <chrono>
 #include <cstdlib>
@@ -27,7 +27,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST_F(ZipThenTrash, archives_where_the_user_wants_it_and_then_moves) {
+TEST_F(ZipThenTrash, zip_archives_where_the_user_chose_and_then_moves) {
   session().zipThenTrash({film_, song_});
   EXPECT_EQ(session().messages().toast(), "Zipping 2 items…");
   EXPECT_THAT(archives_, IsEmpty());
@@ -44,12 +44,12 @@ TEST_F(ZipThenTrash, archives_where_the_user_wants_it_and_then_moves) {
   EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
-TEST_F(ZipThenTrash, says_one_item_of_one) {
+TEST_F(ZipThenTrash, zip_of_one_item_says_1_item) {
   session().zipThenTrash({film_});
   EXPECT_EQ(session().messages().toast(), "Zipping 1 item…");
 }
 
-TEST_F(ZipThenTrash, asks_for_a_zip_named_after_the_present_time) {
+TEST_F(ZipThenTrash, zip_suggests_a_name_with_the_present_time) {
   session().zipThenTrash({film_});
   const std::string name = ZipEngine::suggestedName(date_);
   EXPECT_THAT(machine_.savePanel.requests,
@@ -59,7 +59,7 @@ TEST_F(ZipThenTrash, asks_for_a_zip_named_after_the_present_time) {
                                              .isForNewFile = true}));
 }
 
-TEST_F(ZipThenTrash, suggests_another_name_while_one_is_in_work) {
+TEST_F(ZipThenTrash, zip_suggests_another_name_while_one_is_in_work) {
   const std::string name = ZipEngine::suggestedName(date_);
   machine_.savePanel.answer = kept_.at(name);
   session().zipThenTrash({film_});
@@ -73,7 +73,7 @@ TEST_F(ZipThenTrash, suggests_another_name_while_one_is_in_work) {
   EXPECT_EQ(machine_.savePanel.requests[2].fileName, name);
 }
 
-TEST_F(ZipThenTrash, notes_the_folder_of_the_archive_while_it_is_in_work) {
+TEST_F(ZipThenTrash, zip_notes_the_folder_of_the_archive_while_it_is_in_work) {
   std::vector<std::string> noted;
   duringArchive_ = [&] {
     for (const std::string& name : entriesOf(machine_.support.path()))
@@ -87,13 +87,13 @@ TEST_F(ZipThenTrash, notes_the_folder_of_the_archive_while_it_is_in_work) {
     EXPECT_FALSE(name.starts_with(".tessaly-")) << name;
 }
 
-TEST_F(ZipThenTrash, works_on_the_queue_of_workers_that_the_user_waits_for) {
+TEST_F(ZipThenTrash, zip_works_on_the_user_initiated_queue) {
   session().zipThenTrash({film_});
   EXPECT_EQ(machine_.dispatch.waiting(Queue::userInitiated), 1U);
   EXPECT_EQ(machine_.dispatch.waiting(Queue::utility), 0U);
 }
 
-TEST_F(ZipThenTrash, warns_of_a_critical_item_and_does_nothing_with_any) {
+TEST_F(ZipThenTrash, zip_warns_of_a_critical_item_and_does_nothing) {
   const DiskNode first = folder("/usr/lib", 1);
   session().cleanupQueue().addToQueue(film_);
   session().selection().selectNodes({film_}, false);
@@ -106,13 +106,13 @@ TEST_F(ZipThenTrash, warns_of_a_critical_item_and_does_nothing_with_any) {
   EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(film_));
 }
 
-TEST_F(ZipThenTrash, warns_of_a_critical_item_that_is_not_there) {
+TEST_F(ZipThenTrash, zip_warns_of_a_critical_item_that_does_not_exist) {
   const DiskNode gone = folder("/etc/there/is/none", 1);
   session().zipThenTrash({gone});
   EXPECT_EQ(session().removal().criticalWarning(), gone);
 }
 
-TEST_F(ZipThenTrash, moves_only_the_critical_item_when_the_warning_is_overruled) {
+TEST_F(ZipThenTrash, only_the_critical_item_is_moved_if_the_warning_is_overruled) {
   const DiskNode critical = folder("/usr/lib", 1);
   machine_.trash.put(critical.path());
   session().zipThenTrash({film_, critical});
@@ -123,7 +123,7 @@ TEST_F(ZipThenTrash, moves_only_the_critical_item_when_the_warning_is_overruled)
   EXPECT_THAT(archives_, IsEmpty());
 }
 
-TEST_F(ZipThenTrash, says_nothing_when_all_items_have_vanished) {
+TEST_F(ZipThenTrash, zip_shows_no_message_if_all_items_have_vanished) {
   const auto toast = session().messages().toast();
   vanish(film_);
   session().zipThenTrash({film_});
@@ -133,7 +133,7 @@ TEST_F(ZipThenTrash, says_nothing_when_all_items_have_vanished) {
   EXPECT_EQ(session().removal().criticalWarning(), std::nullopt);
 }
 
-TEST_F(ZipThenTrash, leaves_alone_what_has_vanished_before) {
+TEST_F(ZipThenTrash, zip_ignores_items_that_have_vanished_before) {
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(song_);
   vanish(film_);
@@ -145,7 +145,7 @@ TEST_F(ZipThenTrash, leaves_alone_what_has_vanished_before) {
   EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(ZipThenTrash, does_nothing_when_the_user_backs_out) {
+TEST_F(ZipThenTrash, zip_does_nothing_if_the_panel_is_cancelled) {
   const auto toast = session().messages().toast();
   machine_.savePanel.answer.reset();
   session().cleanupQueue().addToQueue(film_);
@@ -159,7 +159,7 @@ TEST_F(ZipThenTrash, does_nothing_when_the_user_backs_out) {
   EXPECT_TRUE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, keeps_everything_when_there_is_no_archive) {
+TEST_F(ZipThenTrash, zip_keeps_everything_if_no_archive_was_made) {
   trashNote();
   session().cleanupQueue().addToQueue(film_);
   session().selection().selectNodes({film_, song_}, false);
@@ -181,7 +181,7 @@ TEST_F(ZipThenTrash, keeps_everything_when_there_is_no_archive) {
   EXPECT_EQ(walks_, walks);
 }
 
-TEST_F(ZipThenTrash, clears_the_selection_and_looks_again) {
+TEST_F(ZipThenTrash, zip_clears_the_selection_and_rescans) {
   session().selection().selectNodes({film_, note_}, false);
   const int walks = walks_;
   session().zipThenTrash({film_});
@@ -196,7 +196,7 @@ TEST_F(ZipThenTrash, clears_the_selection_and_looks_again) {
   EXPECT_EQ(walks_, walks + 1);
 }
 
-TEST_F(ZipThenTrash, changes_what_it_moves_and_keeps_the_focus) {
+TEST_F(ZipThenTrash, zip_records_the_moved_items_and_keeps_the_focus) {
   using Names = SessionRecord::Names;
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(song_);
@@ -218,7 +218,7 @@ TEST_F(ZipThenTrash, changes_what_it_moves_and_keeps_the_focus) {
   EXPECT_EQ(record.announced(), record.changedFields());
 }
 
-TEST_F(ZipThenTrash, looks_at_the_disk_again_at_once) {
+TEST_F(ZipThenTrash, zip_updates_the_disk_usage_at_once) {
   auto services = machine_.services(disk_.path());
   services.archive = made;
   bool isCounted = false;
@@ -235,7 +235,7 @@ TEST_F(ZipThenTrash, looks_at_the_disk_again_at_once) {
   EXPECT_EQ(session.machine().trashCount(), 7);
 }
 
-TEST_F(ZipThenTrash, takes_what_was_archived_out_of_the_queue_and_leaves_the_rest) {
+TEST_F(ZipThenTrash, zip_removes_the_archived_items_from_the_queue_and_no_others) {
   for (const DiskNode& node : {film_, note_, song_}) session().cleanupQueue().addToQueue(node);
   session().zipThenTrash({song_, film_});
   finish();
@@ -243,7 +243,7 @@ TEST_F(ZipThenTrash, takes_what_was_archived_out_of_the_queue_and_leaves_the_res
   EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(ZipThenTrash, closes_the_queue_when_nothing_is_left_in_it) {
+TEST_F(ZipThenTrash, zip_closes_the_queue_if_it_becomes_empty) {
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(song_);
   session().zipThenTrash(session().cleanupQueue().queue());
@@ -253,7 +253,7 @@ TEST_F(ZipThenTrash, closes_the_queue_when_nothing_is_left_in_it) {
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(ZipThenTrash, takes_out_of_the_queue_what_refuses_to_move) {
+TEST_F(ZipThenTrash, zip_removes_items_from_the_queue_that_could_not_be_moved) {
   machine_.trash.refuse(film_.path());
   session().cleanupQueue().addToQueue(film_);
   session().cleanupQueue().addToQueue(song_);
@@ -267,7 +267,7 @@ TEST_F(ZipThenTrash, takes_out_of_the_queue_what_refuses_to_move) {
   EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
-TEST_F(ZipThenTrash, leaves_nothing_to_undo_when_nothing_moves) {
+TEST_F(ZipThenTrash, zip_leaves_nothing_to_undo_if_nothing_moved) {
   trashNote();
   machine_.trash.refuse(film_.path());
   session().zipThenTrash({film_});
@@ -276,7 +276,7 @@ TEST_F(ZipThenTrash, leaves_nothing_to_undo_when_nothing_moves) {
   EXPECT_EQ(session().messages().toast(), "Archived to My things.zip");
 }
 
-TEST_F(ZipThenTrash, is_over_when_the_session_ends_behind_the_panel) {
+TEST_F(ZipThenTrash, zip_stops_if_the_session_ends_during_the_panel) {
   SlowPanel panel;
   panel.answer.answer = kept_.at("out.zip");
   panel.meanwhile = [this] { session_.reset(); };
@@ -289,7 +289,7 @@ TEST_F(ZipThenTrash, is_over_when_the_session_ends_behind_the_panel) {
   EXPECT_TRUE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, moves_nothing_once_the_session_is_gone) {
+TEST_F(ZipThenTrash, zip_moves_nothing_after_the_session_is_gone) {
   session().zipThenTrash({film_});
   session_.reset();
   machine_.dispatch.drainAll();
@@ -297,7 +297,7 @@ TEST_F(ZipThenTrash, moves_nothing_once_the_session_is_gone) {
   EXPECT_TRUE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, moves_nothing_when_the_session_ends_before_the_archive_comes_home) {
+TEST_F(ZipThenTrash, zip_moves_nothing_if_the_session_ends_before_the_archive_is_taken) {
   session().zipThenTrash({film_});
   runArchive();
   session_.reset();
@@ -305,7 +305,7 @@ TEST_F(ZipThenTrash, moves_nothing_when_the_session_ends_before_the_archive_come
   EXPECT_TRUE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, survives_a_listener_that_ends_the_session) {
+TEST_F(ZipThenTrash, a_receiver_of_a_signal_of_a_zip_may_end_the_session) {
   session().zipThenTrash({film_});
   QObject::connect(&session_->removal(), &Removal::lastTrashedChanged,
                    [this] { session_.reset(); });
@@ -314,7 +314,7 @@ TEST_F(ZipThenTrash, survives_a_listener_that_ends_the_session) {
   EXPECT_FALSE(isOnDisk(film_));
 }
 
-TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_a_scan_finds_meanwhile) {
+TEST_F(ZipThenTrash, zip_moves_only_its_items_whatever_a_scan_finds_meanwhile) {
   session().selection().selectNodes({film_, song_}, false);
   session().zipThenTrash(session().selection().selectedNodes());
   const DiskNode newcomer = item("newcomer", 100);
@@ -328,7 +328,7 @@ TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_a_scan_finds_meanwhile)
   EXPECT_TRUE(isOnDisk(note_));
 }
 
-TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_is_selected_and_queued_meanwhile) {
+TEST_F(ZipThenTrash, zip_moves_only_its_items_whatever_is_selected_and_queued_meanwhile) {
   session().cleanupQueue().addToQueue(film_);
   session().zipThenTrash(session().cleanupQueue().queue());
   session().cleanupQueue().addToQueue(note_);
@@ -340,7 +340,7 @@ TEST_F(ZipThenTrash, moves_only_what_was_marked_whatever_is_selected_and_queued_
   EXPECT_TRUE(isOnDisk(song_));
 }
 
-TEST_F(ZipThenTrash, can_be_started_again_while_it_runs) {
+TEST_F(ZipThenTrash, zip_can_be_started_again_while_it_runs) {
   session().zipThenTrash({film_, song_});
   machine_.savePanel.answer = kept_.at("other.zip");
   session().zipThenTrash({song_, note_});
@@ -353,7 +353,7 @@ TEST_F(ZipThenTrash, can_be_started_again_while_it_runs) {
   EXPECT_THAT(lastTrashed(), ElementsAre(note_.path()));
 }
 
-TEST_F(ZipThenTrash, shows_each_message_for_its_whole_time) {
+TEST_F(ZipThenTrash, zip_shows_each_toast_for_its_full_time) {
   session().zipThenTrash({film_});
   machine_.dispatch.advance(std::chrono::seconds(2));
   finish();
@@ -365,7 +365,7 @@ TEST_F(ZipThenTrash, shows_each_message_for_its_whole_time) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(ZipThenTrash, announces_all_of_it_once_everything_is_in_place) {
+TEST_F(ZipThenTrash, zip_announces_its_changes_once_all_are_made) {
   session().cleanupQueue().addToQueue(film_);
   session().selection().selectNodes({film_}, false);
   session().zipThenTrash({film_});
@@ -384,7 +384,7 @@ TEST_F(ZipThenTrash, announces_all_of_it_once_everything_is_in_place) {
   EXPECT_EQ(selection.count(), 1);
 }
 
-TEST_F(ZipThenTrash, makes_a_real_archive_where_no_other_way_is_given) {
+TEST_F(ZipThenTrash, zip_makes_a_real_archive_by_default) {
   const TempTree kept;
   machine_.savePanel.answer = kept.at("out.zip");
   ScanSession session(machine_.services(disk_.path()));

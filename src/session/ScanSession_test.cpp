@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 using ScanSessionTest = SessionFixture;
 using Toast = SessionFixture;
 
-TEST_F(ScanSessionTest, begins_idle_on_the_map_with_nothing_in_it) {
+TEST_F(ScanSessionTest, session_begins_idle_on_an_empty_map) {
   const ScanSession& s = session();
   EXPECT_EQ(s.shown().pane(), MainPane::map);
   EXPECT_EQ(s.run().status(), ScanStatus::idle);
@@ -56,14 +56,14 @@ TEST_F(ScanSessionTest, begins_idle_on_the_map_with_nothing_in_it) {
   EXPECT_FALSE(s.navigation().current());
 }
 
-TEST_F(ScanSessionTest, numbers_its_modes_in_the_order_of_their_buttons) {
+TEST_F(ScanSessionTest, modes_are_numbered_in_the_order_of_their_buttons) {
   EXPECT_EQ(static_cast<int>(VizMode::treemap), 0);
   EXPECT_EQ(static_cast<int>(VizMode::compare), 4);
   EXPECT_EQ(static_cast<int>(VizMode::aliases), 6);
   EXPECT_EQ(static_cast<int>(VizMode::safe), 10);
 }
 
-TEST_F(Toast, stands_for_2800_milliseconds) {
+TEST_F(Toast, toast_is_shown_for_2800_milliseconds) {
   session().messages().flash("Hello");
   EXPECT_EQ(session().messages().toast(), "Hello");
   dispatch().advance(milliseconds(2799));
@@ -74,7 +74,7 @@ TEST_F(Toast, stands_for_2800_milliseconds) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, of_another_text_keeps_its_full_time) {
+TEST_F(Toast, toast_with_another_text_is_shown_for_its_full_time) {
   session().messages().flash("first");
   dispatch().advance(milliseconds(1000));
   session().messages().flash("second");
@@ -89,7 +89,7 @@ TEST_F(Toast, of_another_text_keeps_its_full_time) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, shown_twice_goes_with_the_time_of_the_first) {
+TEST_F(Toast, toast_shown_twice_disappears_with_the_timer_of_the_first) {
   session().messages().flash("same");
   dispatch().advance(milliseconds(1000));
   session().messages().flash("same");
@@ -98,7 +98,7 @@ TEST_F(Toast, shown_twice_goes_with_the_time_of_the_first) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, signals_when_it_comes_and_when_it_goes) {
+TEST_F(Toast, toast_signals_when_it_appears_and_disappears) {
   QSignalSpy toast(&session().messages(), &Messages::toastChanged);
   session().messages().flash("first");
   EXPECT_EQ(toast.count(), 1);
@@ -109,14 +109,14 @@ TEST_F(Toast, signals_when_it_comes_and_when_it_goes) {
   EXPECT_EQ(toast.count(), 3);
 }
 
-TEST_F(Toast, outlives_the_session_without_harm) {
+TEST_F(Toast, toast_may_time_out_after_the_session_is_gone) {
   session().messages().flash("Hello");
   endSession();
   dispatch().advance(milliseconds(2800));
   EXPECT_EQ(dispatch().drain(Queue::main), 1u);
 }
 
-TEST_F(ScanSessionTest, keeps_a_failure_whatever_is_flashed_until_it_is_dismissed) {
+TEST_F(ScanSessionTest, a_failure_stays_whatever_toasts_are_shown_until_it_is_dismissed) {
   const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
   session().messages().tellFailure("first");
   session().messages().flash("Hello");
@@ -129,7 +129,7 @@ TEST_F(ScanSessionTest, keeps_a_failure_whatever_is_flashed_until_it_is_dismisse
   EXPECT_EQ(changed.count(), 2);
 }
 
-TEST_F(ScanSessionTest, tells_a_failure_again_once_a_later_one_is_dismissed) {
+TEST_F(ScanSessionTest, a_failure_is_shown_again_once_a_later_one_is_dismissed) {
   const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
   session().messages().tellFailure("first");
   session().messages().tellFailure("second");
@@ -142,7 +142,7 @@ TEST_F(ScanSessionTest, tells_a_failure_again_once_a_later_one_is_dismissed) {
   EXPECT_EQ(changed.count(), 4);
 }
 
-TEST_F(ScanSessionTest, tells_the_same_failure_once) {
+TEST_F(ScanSessionTest, the_same_failure_is_kept_once) {
   const QSignalSpy changed(&session().messages(), &Messages::failureChanged);
   for (const char* text : {"first", "first", "second", "first"})
     session().messages().tellFailure(text);
@@ -150,7 +150,7 @@ TEST_F(ScanSessionTest, tells_the_same_failure_once) {
   EXPECT_EQ(changed.count(), 3);
 }
 
-TEST_F(ScanSessionTest, holds_so_many_failures_and_no_more) {
+TEST_F(ScanSessionTest, the_number_of_failures_is_limited) {
   for (std::size_t i = 0; i <= Messages::failuresLimit; ++i)
     session().messages().tellFailure(std::to_string(i));
   EXPECT_EQ(session().messages().failures().size(), Messages::failuresLimit);

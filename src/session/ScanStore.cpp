@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view treeFile = "last-tree.json";
 
-// The name of a file that each root has for itself.
+// The name of a file that each root has of its own.
 std::string fileOf(std::string_view kind, const std::string& root) {
   std::string key = root;
   std::replace(key.begin(), key.end(), '/', '_');
@@ -27,7 +27,7 @@ std::string pathOf(std::string_view file, const Directory& directory) {
   return (directory ? *directory : supportDir()) + "/" + std::string(file);
 }
 
-// What `decode` makes of a file; absent where there is none that can be read.
+// The decoded file; absent if it cannot be read.
 template <class Decode>
 auto load(std::string_view file, const Directory& directory, const Decode& decode) {
   constexpr std::size_t largestFile = std::size_t{1} << 30U;
@@ -36,7 +36,7 @@ auto load(std::string_view file, const Directory& directory, const Decode& decod
 }
 
 void save(std::string_view file, const Directory& directory, const std::string& content) {
-  // Whether it worked makes no difference to anybody: the next scan tries again.
+  // A failure is ignored: the next scan writes again.
   static_cast<void>(AtomicFile::replace(pathOf(file, directory), content,
                                         AtomicFile::Durability::cached, AtomicFile::Access::usual));
 }
@@ -61,7 +61,7 @@ std::vector<std::string> firstUnder(std::string_view key, const SettingsStore& d
 
 std::string supportDir() {
   std::string folder = applicationSupportDirectory() + "/Marrow";
-  // Where it cannot be made, the files in it cannot be written, which is not told either.
+  // If it cannot be made, its files cannot be written, which is ignored too.
   static_cast<void>(makeFolders(folder));
   return folder;
 }

@@ -1,14 +1,15 @@
-// What a scan leaves behind between runs: small files in the support folder, and a few settings.
+// The data of scans that is kept between runs: small files in the support folder, and some
+// settings.
 //
-//   sizes<key>.json    the sizes of a root's upper levels, as PathSizesJson tells
-//   history<key>.json  the finished scans of a root, as HistoryJson tells, at most historyLimit
-//   last-tree.json     the tree of the last scan of any root, as DiskNodeJson tells
+//   sizes<key>.json    the sizes of a root's upper levels, in the format of PathSizesJson
+//   history<key>.json  the finished scans of a root, in that of HistoryJson, at most historyLimit
+//   last-tree.json     the tree of the last scan of any root, in that of DiskNodeJson
 //
-// <key> is the path of the root with "_" for every "/", so that paths which differ in nothing else
-// share their files. Files are replaced whole, and left to the system to write to disk in its time.
+// <key> is the path of the root with "_" for every "/", so paths that differ only in these share
+// their files. Files are replaced atomically, and not synced to disk.
 //
-// All of it is best-effort. What is missing or damaged reads as empty, what cannot be written is
-// dropped and leaves the old file, and nobody is told. Main thread only, one program at a time.
+// Everything is best-effort: missing or damaged data reads as empty, and if a file cannot be
+// written, the old one stays; no error is reported. Main thread only, one program at a time.
 #pragma once
 
 #include <cstddef>
@@ -38,10 +39,10 @@ inline constexpr std::size_t historyLimit = 60;
 inline constexpr std::size_t pinsLimit = 8;
 inline constexpr std::size_t recentsLimit = 5;
 
-// The folder of the files when none is given. Made if it is not there.
+// The default folder of the files. Creates it if it is missing.
 std::string supportDir();
 
-// In each of these, `directory` takes the place of supportDir().
+// The folder to use instead of supportDir().
 using Directory = std::optional<std::string>;
 
 PathSizes loadSizes(const std::string& root, const Directory& directory = {});
@@ -49,30 +50,30 @@ void saveSizes(const PathSizes& sizes, const std::string& root, const Directory&
 
 // Oldest first.
 std::vector<HistoryPoint> loadHistory(const std::string& root, const Directory& directory = {});
-// Puts `point` behind the history of `root`, of which the newest historyLimit points stay.
+// Appends `point` to the history of `root`, and keeps the newest historyLimit points.
 void appendHistory(const HistoryPoint& point, const std::string& root,
                    const Directory& directory = {});
 
 std::optional<DiskNode> loadTree(const Directory& directory = {});
 void saveTree(const DiskNode& tree, const Directory& directory = {});
 
-// The filters of the catalogue, switched as they were saved. One that was never saved stays as the
-// catalogue has it, and one that the catalogue does not have is gone.
+// The filters of the catalogue with their saved switches. A filter without a saved state keeps the
+// switches of the catalogue; a saved one that the catalogue lacks is dropped.
 std::vector<BloatFilter> applySavedFilters(const std::vector<BloatFilter>& catalog,
                                            const SettingsStore& defaults);
 void saveFilters(const std::vector<BloatFilter>& filters, SettingsStore& defaults);
 
-// The newest of the pins and of the recent roots, at most pinsLimit and recentsLimit of them,
-// however many a file of settings holds; and all excludes.
+// The newest pins and recent roots, at most pinsLimit and recentsLimit of them, however many the
+// settings contain; and all excludes.
 std::vector<std::string> pins(const SettingsStore& defaults);
 std::vector<std::string> recents(const SettingsStore& defaults);
 std::vector<std::string> excludes(const SettingsStore& defaults);
 
-// Pins `path` in front of all others, of which the newest stay that make up pinsLimit with it, or
-// takes its pin away. Gives the pins.
+// Pins `path` in front of the others, keeping the newest pinsLimit pins, or unpins it. Returns the
+// pins.
 std::vector<std::string> togglePin(const std::string& path, SettingsStore& defaults);
 
-// Puts `root` in front of the recent roots, once, and keeps `limit` of them.
+// Puts `root` in front of the recent roots, without a duplicate, and keeps `limit` of them.
 void pushRecent(const std::string& root, SettingsStore& defaults, std::size_t limit);
 
 }  // namespace tessaly::ScanStore

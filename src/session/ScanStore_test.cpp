@@ -29,14 +29,14 @@ DiskNode sampleTree() {
                   {DiskNode({"\xff", "/t/\xff", 2, false, FileKind::video, {}})});
 }
 
-// The store over a folder of its own.
+// The store in a temporary folder.
 class ScanStoreFiles : public ::testing::Test {
  protected:
   TempTree tree;
   const std::string folder = tree.path();
 };
 
-TEST_F(ScanStoreFiles, names_and_forms_are_as_they_always_were) {
+TEST_F(ScanStoreFiles, file_names_and_formats_do_not_change) {
   ScanStore::saveSizes({{"/Volumes/Data/Music", 7}, {"/Volumes/Data/Music/a", 5}},
                        "/Volumes/Data/Music", folder);
   ScanStore::appendHistory({1700000000, 7, 2}, "/Volumes/Data/Music", folder);
@@ -58,7 +58,7 @@ TEST_F(ScanStoreFiles, names_and_forms_are_as_they_always_were) {
             "\"isDir\":false,\"kind\":\"video\",\"children\":[]}],\"mtime\":1700000000.5}");
 }
 
-TEST_F(ScanStoreFiles, what_is_too_large_for_the_limit_on_files_leaves_the_old_ones) {
+TEST_F(ScanStoreFiles, data_above_the_limit_on_files_leaves_the_old_files) {
   ScanStore::saveTree(sampleTree(), folder);
   ScanStore::saveSizes({{"/t", 3}}, "/t", folder);
   EXPECT_EQ(
@@ -77,7 +77,7 @@ TEST_F(ScanStoreFiles, what_is_too_large_for_the_limit_on_files_leaves_the_old_o
   EXPECT_THAT(entriesOf(folder), ElementsAre("last-tree.json", "sizes_t.json"));
 }
 
-TEST_F(ScanStoreFiles, what_was_saved_is_loaded) {
+TEST_F(ScanStoreFiles, saved_data_is_loaded_again) {
   const PathSizes sizes = {{"/r", 4096}, {"/r/\xe9", 0}};
   ScanStore::saveSizes(sizes, "/r", folder);
   EXPECT_EQ(ScanStore::loadSizes("/r", folder), sizes);
@@ -87,21 +87,21 @@ TEST_F(ScanStoreFiles, what_was_saved_is_loaded) {
   EXPECT_EQ(ScanStore::loadHistory("/r", folder), (Points{{1.5, 2, 3}}));
 }
 
-TEST_F(ScanStoreFiles, nothing_is_there_at_first) {
+TEST_F(ScanStoreFiles, an_empty_folder_loads_as_empty) {
   EXPECT_THAT(ScanStore::loadSizes("/r", folder), IsEmpty());
   EXPECT_THAT(ScanStore::loadHistory("/r", folder), IsEmpty());
   EXPECT_EQ(ScanStore::loadTree(folder), std::nullopt);
   EXPECT_THAT(ScanStore::loadSizes("/r", tree.at("none")), IsEmpty());
 }
 
-TEST_F(ScanStoreFiles, each_root_has_its_own) {
+TEST_F(ScanStoreFiles, each_root_has_its_own_files) {
   ScanStore::saveSizes({{"/a", 1}}, "/a", folder);
   ScanStore::appendHistory({1, 1, 1}, "/a", folder);
   EXPECT_THAT(ScanStore::loadSizes("/b", folder), IsEmpty());
   EXPECT_THAT(ScanStore::loadHistory("/b", folder), IsEmpty());
 }
 
-TEST_F(ScanStoreFiles, roots_that_differ_in_slash_and_underscore_alone_share_theirs) {
+TEST_F(ScanStoreFiles, roots_that_differ_in_slash_and_underscore_only_share_their_files) {
   ScanStore::saveSizes({{"/a/b", 1}}, "/a/b", folder);
   ScanStore::appendHistory({1, 1, 1}, "/a/b", folder);
   ScanStore::appendHistory({2, 2, 2}, "/a_b", folder);
@@ -163,7 +163,7 @@ TEST_F(ScanStoreFiles, folders_and_pipes_in_place_of_files_count_as_missing) {
   }
 }
 
-TEST_F(ScanStoreFiles, a_write_that_fails_leaves_the_old_file) {
+TEST_F(ScanStoreFiles, a_failed_write_leaves_the_old_file) {
   ScanStore::saveSizes({{"/r", 1}}, "/r", folder);
   chmod(folder.c_str(), 0555);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
@@ -180,7 +180,7 @@ TEST_F(ScanStoreFiles, a_write_that_fails_leaves_the_old_file) {
   EXPECT_FALSE(fs::exists(tree.at("none")));
 }
 
-TEST_F(ScanStoreFiles, a_root_whose_files_would_have_too_long_names_is_never_remembered) {
+TEST_F(ScanStoreFiles, a_root_whose_file_names_would_be_too_long_is_never_stored) {
   // "sizes" and ".json" leave 245 of 255 bytes, "history" two less.
   const std::string fits = "/" + std::string(242, 'r');
   const std::string tooLong = "/" + std::string(245, 'r');
@@ -201,7 +201,7 @@ TEST_F(ScanStoreFiles, a_root_may_be_any_bytes) {
   EXPECT_THAT(entriesOf(folder), ElementsAre("sizes_\xff.json"));
 }
 
-TEST_F(ScanStoreFiles, the_support_folder_is_used_and_made_where_none_is_given) {
+TEST_F(ScanStoreFiles, the_support_folder_is_the_default_and_is_created) {
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               ::setenv("XDG_DATA_HOME", tree.at("data/home").c_str(), 1);
               if (!ScanStore::loadSizes("/r").empty()) return "sizes from nowhere";
@@ -218,7 +218,7 @@ TEST_F(ScanStoreFiles, the_support_folder_is_used_and_made_where_none_is_given) 
               ElementsAre("history_r.json", "last-tree.json", "sizes_r.json"));
 }
 
-TEST_F(ScanStoreFiles, a_support_folder_that_cannot_be_made_is_given_all_the_same) {
+TEST_F(ScanStoreFiles, a_support_folder_that_cannot_be_created_is_returned_anyway) {
   tree.plant("file\n");
   EXPECT_EQ(inForkedChild([&] {
               ::setenv("XDG_DATA_HOME", tree.at("file").c_str(), 1);
@@ -228,7 +228,7 @@ TEST_F(ScanStoreFiles, a_support_folder_that_cannot_be_made_is_given_all_the_sam
             tree.at("file/Marrow"));
 }
 
-// What the store keeps in settings.
+// The part of the store in the settings.
 class ScanStoreSettings : public ::testing::Test {
  protected:
   MemorySettings settings;
@@ -238,7 +238,7 @@ BloatFilter filter(const std::string& id, bool enabled, bool skipScan) {
   return {id, "Name of " + id, {id}, "folder", enabled, skipScan};
 }
 
-TEST_F(ScanStoreSettings, keys_are_as_they_always_were) {
+TEST_F(ScanStoreSettings, keys_of_the_settings_do_not_change) {
   EXPECT_EQ(ScanStore::lastScanRootKey, "marrow.lastScanRoot");
   EXPECT_EQ(ScanStore::excludesKey, "marrow.excludes");
   ScanStore::togglePin("/p", settings);
@@ -257,7 +257,7 @@ TEST_F(ScanStoreSettings, a_ninth_pin_drops_the_oldest) {
   EXPECT_EQ(settings.texts("marrow.pins"), pins);
 }
 
-TEST_F(ScanStoreSettings, toggling_a_pinned_path_removes_it_wherever_it_stands) {
+TEST_F(ScanStoreSettings, toggling_a_pinned_path_removes_it_at_any_position) {
   for (const char* pinned : {"/first", "/middle", "/last"}) {
     settings.setTexts("marrow.pins", {"/first", "/middle", "/last"});
     const Texts pins = ScanStore::togglePin(pinned, settings);
@@ -275,12 +275,12 @@ TEST_F(ScanStoreSettings, only_the_first_of_several_equal_pins_is_removed) {
   EXPECT_EQ(ScanStore::togglePin("/a", settings), (Texts{"/b", "/a"}));
 }
 
-TEST_F(ScanStoreSettings, pins_of_another_type_count_as_none) {
+TEST_F(ScanStoreSettings, pins_of_another_type_count_as_missing) {
   settings.setText("marrow.pins", "/a");
   EXPECT_EQ(ScanStore::togglePin("/b", settings), Texts{"/b"});
 }
 
-TEST_F(ScanStoreSettings, pins_are_bytes) {
+TEST_F(ScanStoreSettings, pins_keep_bytes_that_are_not_utf8) {
   ScanStore::togglePin("/\xff", settings);
   EXPECT_EQ(settings.texts("marrow.pins"), Texts{"/\xff"});
   EXPECT_EQ(ScanStore::togglePin("/\xfe", settings), (Texts{"/\xfe", "/\xff"}));
@@ -298,7 +298,7 @@ TEST_F(ScanStoreSettings, the_same_root_is_recent_once_and_at_the_front) {
   EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/a", "/b", "/c"}));
 }
 
-TEST_F(ScanStoreSettings, as_many_roots_are_recent_as_are_asked_for) {
+TEST_F(ScanStoreSettings, the_limit_of_recent_roots_is_a_parameter) {
   for (int k = 1; k <= 6; ++k) ScanStore::pushRecent("/" + std::to_string(k), settings, 5);
   EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/6", "/5", "/4", "/3", "/2"}));
   ScanStore::pushRecent("/7", settings, 2);
@@ -313,14 +313,14 @@ Texts numbered(int count) {
   return texts;
 }
 
-TEST_F(ScanStoreSettings, of_too_many_pins_and_recent_roots_the_newest_are_read) {
+TEST_F(ScanStoreSettings, only_the_newest_of_too_many_pins_and_recent_roots_are_read) {
   settings.setTexts("marrow.pins", numbered(100000));
   settings.setTexts("marrow.recents", numbered(100000));
   EXPECT_EQ(ScanStore::pins(settings), numbered(8));
   EXPECT_EQ(ScanStore::recents(settings), numbered(5));
 }
 
-TEST_F(ScanStoreSettings, a_pin_that_is_not_read_is_not_there_to_be_taken_away) {
+TEST_F(ScanStoreSettings, toggling_a_pin_beyond_the_limit_pins_it) {
   settings.setTexts("marrow.pins", numbered(100));
   EXPECT_EQ(ScanStore::togglePin("/9", settings),
             (Texts{"/9", "/1", "/2", "/3", "/4", "/5", "/6", "/7"}));
@@ -330,18 +330,18 @@ TEST_F(ScanStoreSettings, a_pin_that_is_not_read_is_not_there_to_be_taken_away) 
   EXPECT_EQ(ScanStore::pins(settings).size(), 7U);
 }
 
-TEST_F(ScanStoreSettings, a_root_that_is_not_read_does_not_come_back_as_a_recent_one) {
+TEST_F(ScanStoreSettings, a_root_beyond_the_limit_is_not_kept_as_recent) {
   settings.setTexts("marrow.recents", {"/3", "/1", "/3", "/2", "/3", "/4"});
   ScanStore::pushRecent("/3", settings, 5);
   EXPECT_EQ(settings.texts("marrow.recents"), (Texts{"/3", "/1", "/2"}));
 }
 
-TEST_F(ScanStoreSettings, all_excludes_are_read_however_many) {
+TEST_F(ScanStoreSettings, all_excludes_are_read_without_a_limit) {
   settings.setTexts("marrow.excludes", numbered(10000));
   EXPECT_EQ(ScanStore::excludes(settings), numbered(10000));
 }
 
-TEST_F(ScanStoreSettings, saved_switches_are_put_over_the_catalogue) {
+TEST_F(ScanStoreSettings, saved_switches_override_the_catalogue) {
   const std::vector<BloatFilter>& catalog = BloatFilter::catalog();
   std::vector<BloatFilter> switched = catalog;
   switched[0].enabled = true;
@@ -351,7 +351,7 @@ TEST_F(ScanStoreSettings, saved_switches_are_put_over_the_catalogue) {
   EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), switched);
 }
 
-TEST_F(ScanStoreSettings, filters_that_were_never_saved_keep_their_defaults) {
+TEST_F(ScanStoreSettings, filters_without_a_saved_state_keep_their_defaults) {
   ScanStore::saveFilters({filter("b", true, false)}, settings);
   const std::vector<BloatFilter> catalog = {filter("a", true, true), filter("b", false, true),
                                             filter("c", false, false)};
@@ -360,13 +360,13 @@ TEST_F(ScanStoreSettings, filters_that_were_never_saved_keep_their_defaults) {
       (std::vector{filter("a", true, true), filter("b", true, false), filter("c", false, false)}));
 }
 
-TEST_F(ScanStoreSettings, a_saved_filter_that_the_catalogue_does_not_know_has_no_effect) {
+TEST_F(ScanStoreSettings, a_saved_filter_that_the_catalogue_lacks_has_no_effect) {
   ScanStore::saveFilters({filter("gone", true, true), filter("a", true, false)}, settings);
   EXPECT_EQ(ScanStore::applySavedFilters({filter("a", false, false)}, settings),
             (std::vector{filter("a", true, false)}));
 }
 
-TEST_F(ScanStoreSettings, all_but_the_switches_comes_from_the_catalogue) {
+TEST_F(ScanStoreSettings, everything_but_the_switches_comes_from_the_catalogue) {
   BloatFilter old = filter("a", true, true);
   old.name = "Old name";
   old.patterns = {"old"};
@@ -376,7 +376,7 @@ TEST_F(ScanStoreSettings, all_but_the_switches_comes_from_the_catalogue) {
             (std::vector{filter("a", true, true)}));
 }
 
-TEST_F(ScanStoreSettings, damaged_filters_leave_the_catalogue_as_it_is) {
+TEST_F(ScanStoreSettings, damaged_filters_leave_the_catalogue_unchanged) {
   const std::vector<BloatFilter> catalog = {filter("a", false, true)};
   EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), catalog);
   for (const std::string& damaged :
@@ -389,7 +389,7 @@ TEST_F(ScanStoreSettings, damaged_filters_leave_the_catalogue_as_it_is) {
   EXPECT_EQ(ScanStore::applySavedFilters(catalog, settings), catalog);
 }
 
-TEST_F(ScanStoreSettings, of_several_saved_states_of_one_filter_the_last_one_counts) {
+TEST_F(ScanStoreSettings, the_last_of_several_saved_states_of_a_filter_counts) {
   settings.setBinary("marrow.filters", R"([{"id":"a","enabled":true,"skipScan":true},)"
                                        R"({"id":"a","enabled":false,"skipScan":true}])");
   EXPECT_EQ(ScanStore::applySavedFilters({filter("a", true, false)}, settings),

@@ -1,5 +1,5 @@
-// What has the focus on the map, and what is selected there. Nodes are told apart by their paths;
-// none stands for many items.
+// The focus and the selection on the map. Nodes are identified by their paths; a remainder is never
+// selected.
 //
 // Main thread only.
 #pragma once
@@ -21,7 +21,7 @@ class Selection : public QObject {
   Q_OBJECT
 
  public:
-  // `pasteboard` outlives the selection.
+  // `pasteboard` must outlive the selection.
   Selection(Pasteboard& pasteboard, Flash flash);
 
   const std::optional<DiskNode>& focused() const { return focused_; }
@@ -35,7 +35,7 @@ class Selection : public QObject {
   Q_INVOKABLE void clearSelection();
   void clearSelection(FieldChanges& changes);
 
-  // Takes the paths of what is selected, or else of what has the focus, a line each.
+  // Copies the paths of the selected nodes, or else of the focused one, one per line.
   void copySelectedPaths();
 
  signals:

@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The part alone: what it says goes to a list.
+// The part alone; its toasts are recorded.
 class SelectionAlone : public testing::Test {
  protected:
   FakePasteboard pasteboard_;
@@ -23,14 +23,14 @@ class SelectionAlone : public testing::Test {
                        [this](FieldChanges&, const std::string& text) { said_.push_back(text); }};
 };
 
-TEST_F(SelectionAlone, copies_the_selected_paths_and_says_how_many) {
+TEST_F(SelectionAlone, the_selected_paths_are_copied_and_counted_in_a_toast) {
   selection_.selectNodes({file("/b", 1), file("/a", 1)}, false);
   selection_.copySelectedPaths();
   EXPECT_EQ(pasteboard_.text, "/b\n/a");
   EXPECT_THAT(said_, ElementsAre("Copied 2 paths"));
 }
 
-TEST_F(SelectionAlone, copies_the_focused_path_where_nothing_is_selected) {
+TEST_F(SelectionAlone, the_focused_path_is_copied_without_a_selection) {
   selection_.copySelectedPaths();
   EXPECT_EQ(pasteboard_.text, std::nullopt);
   EXPECT_THAT(said_, IsEmpty());
@@ -39,7 +39,7 @@ TEST_F(SelectionAlone, copies_the_focused_path_where_nothing_is_selected) {
   EXPECT_EQ(pasteboard_.text, "/a");
 }
 
-TEST_F(SelectionAlone, focuses_the_last_node_that_is_selected) {
+TEST_F(SelectionAlone, the_last_selected_node_has_the_focus) {
   selection_.selectNodes({file("/a", 1), file("/b", 1)}, true);
   EXPECT_EQ(selection_.focused()->path(), "/b");
   selection_.toggleSelect(file("/a", 1));

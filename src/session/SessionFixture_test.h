@@ -1,5 +1,5 @@
-// A session to try out: its Dispatch is stepped by hand, its walks do what a test wrote down
-// for them beforehand, and its clock stands still.
+// A session for tests: its Dispatch is stepped by hand, its walks follow scripts, and its clock is
+// set by the test.
 #pragma once
 
 #include <chrono>
@@ -42,19 +42,19 @@ class SessionFixture : public ::testing::Test {
  protected:
   using Queue = Dispatch::Queue;
 
-  // One walk that the session asks for. What it is to do is written by the test before it runs,
-  // what it was asked for is there to read afterwards.
+  // A walk of the session. The test sets what it does before it runs, and reads afterwards what it
+  // was asked for.
   struct WalkScript {
     std::function<void(const DiskScanner::Callbacks&)> during;
     DiskNode result = folder("/nothing", 0);
 
     bool hasRun = false;
-    bool hadProgress = false;  // whether callbacks for progress and percent were given
+    bool hadProgress = false;  // whether callbacks for progress and percent were passed
     std::string root;
     DiskScanner::Options options;
   };
 
-  // The walks in the order in which they run. Grows as they are looked at or run.
+  // The walks in the order in which they run. Elements are created on first use.
   class Walks {
    public:
     WalkScript& at(std::size_t index) {
@@ -85,7 +85,7 @@ class SessionFixture : public ::testing::Test {
   HandSteppedDispatch& dispatch() { return dispatch_; }
   Walks& walks() { return walks_; }
 
-  // Runs what waits on the queue of walks, and only that.
+  // Runs everything on the queue of walks, and nothing else.
   void runWalks() { dispatch_.drain(Queue::userInitiated); }
   void runMain() { dispatch_.drain(Queue::main); }
 
@@ -103,7 +103,7 @@ class SessionFixture : public ::testing::Test {
     return paths;
   }
 
-  // The next run of the program on the same machine.
+  // A new run of the program on the same machine.
   void restart() {
     session_.reset();
     session_ = makeSession();
@@ -116,11 +116,11 @@ class SessionFixture : public ::testing::Test {
   MemorySettings& settings_ = machine_.settings;
   TempTree& support_ = machine_.support;
   Walks walks_;
-  std::string df_;       // what "df -k" prints; there is no df while it is empty
-  std::string trash_;    // what counting the Trash prints; the same
-  std::string emptied_;  // the same after it was emptied, which fails while this is empty
-  bool emptyingTakesLong_ = false;   // it outlives the time that it is waited for
-  int emptyings_ = 0;                // how often the Trash was to be emptied
+  std::string df_;       // the output of "df -k"; empty: there is no df
+  std::string trash_;    // the output of the tool that counts the Trash; empty: there is none
+  std::string emptied_;  // the count after emptying; empty: emptying fails
+  bool emptyingTakesLong_ = false;   // whether emptying takes longer than the wait for it
+  int emptyings_ = 0;                // how often emptying was asked for
   std::optional<DiskUsage> volume_;  // of the start-up volume
   SessionServices::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};

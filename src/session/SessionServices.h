@@ -1,4 +1,4 @@
-// What the session and its parts ask of the machine.
+// The services of the machine that the session and its parts use.
 #pragma once
 
 #include <chrono>
@@ -28,8 +28,8 @@
 
 namespace tessaly {
 
-// All of it outlives the session, the Dispatch its walks too. Where a function is not given, the
-// named one is taken.
+// All of them must outlive the session, and the Dispatch also its walks. If a function is empty,
+// the named one is used.
 struct SessionServices {
   using Clock = std::chrono::steady_clock;
   using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,
@@ -46,7 +46,7 @@ struct SessionServices {
   ApplicationIcon& icon;
   NotificationCenter& notifications;
   TrashMover& trash;
-  MarrowPrefs& prefs;  // and the settings that they live in
+  MarrowPrefs& prefs;  // the settings behind prefs
   std::string homeDirectory;
   ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
   PostScanAnalysis::Engines analysis = {};                           // none

@@ -15,7 +15,7 @@ namespace tessaly {
 
 namespace {
 
-// Far more than anybody can set, and little enough to be read in no time.
+// Far more than any settings need, and quick to read.
 constexpr std::size_t largestFile = std::size_t{16} << 20U;
 constexpr std::string_view binaryKey = "base64";
 
@@ -23,7 +23,7 @@ std::string base64Of(const BinaryValue& value) {
   return QByteArray::fromStdString(value.bytes).toBase64().toStdString();
 }
 
-// Absent for any text that base64Of() does not give. Qt alone would take one without its padding.
+// Absent for a text that base64Of() does not write; Qt alone accepts missing padding.
 std::optional<BinaryValue> fromBase64(const std::string& text) {
   const auto bytes = QByteArray::fromBase64Encoding(QByteArray::fromStdString(text),
                                                     QByteArray::AbortOnBase64DecodingErrors);
@@ -46,7 +46,7 @@ JsonValue toJson(SettingsValue value) {
   return {std::move(object)};
 }
 
-// Absent for what is none of the types of settings.
+// Absent for any type that settings do not have.
 std::optional<SettingsValue> fromJson(const JsonValue& json) {
   if (const auto* text = json.as<std::string>()) return *text;
   if (const auto* boolean = json.as<bool>()) return *boolean;

@@ -1,20 +1,19 @@
-// Settings in a file: one JSON object, in lines and with its keys in order, for its user to read
-// and to edit while the program does not run.
+// Settings in a file: a JSON object on several lines with sorted keys, which the user may read and
+// edit while the program is not running.
 //
-// Texts, booleans and arrays of texts are what JSON calls so; binary is {"base64": "..."}. Whatever
-// else stands in the file, under whatever key, is kept as it is, digit for digit: a newer version
-// of the program may know what it means.
+// Texts, booleans and arrays of texts are the JSON types; binary is {"base64": "..."}. Any other
+// value is kept digit for digit, since a newer version of the program may use it.
 //
-// Every change is written at once, before the call returns: the whole file is replaced, synced to
-// disk, for the user's eyes alone. A value that is there already is not written again. What cannot
-// be written holds for this run, and is tried again with the next change.
+// Every change is written before the call returns: the whole file is replaced, synced to disk, and
+// readable by its user only. Setting the present value writes nothing. A change that cannot be
+// written is kept for this run, and is written with the next change.
 //
-// A file that is no JSON object to the letter is moved aside, to its name with ".damaged" behind it
-// (".damaged-2" and so on where there is one already), and all begins anew. A file that cannot be
-// read, or that can be neither read nor moved aside, is left as it is for somebody to look into,
-// and the settings are kept in memory for this run only.
+// A file that is not exactly a JSON object is renamed to its name plus ".damaged" (".damaged-2" and
+// so on if that exists), and the settings start empty. A file that cannot be read, or can be
+// neither read nor renamed, is left unchanged, and the settings are kept in memory for this run
+// only.
 //
-// Main thread only. One program at a time: what another one writes meanwhile is overwritten.
+// Main thread only. One program at a time: changes by another one are overwritten.
 #pragma once
 
 #include <optional>
@@ -28,16 +27,16 @@ namespace tessaly {
 
 class SettingsFile final : public SettingsStore {
  public:
-  // Reads the file at once. It need not be there, and neither need its folder.
+  // Reads the file at once. The file and its folder may be missing.
   explicit SettingsFile(std::string path);
 
-  // Where the settings of this program lie: "Marrow/settings.json" in the user's settings folder.
+  // The path of this program's settings: "Marrow/settings.json" in the user's settings folder.
   static std::string standardPath();
 
   void remove(std::string_view key) override;
 
-  // Writes nothing more: what is changed from now on holds for this run only. For a program that
-  // makes room for another one, which reads the file.
+  // Stops writing: later changes are kept for this run only. Call it before another instance
+  // starts, which reads the file.
   void close() { mayWrite_ = false; }
 
  private:
@@ -50,7 +49,7 @@ class SettingsFile final : public SettingsStore {
   std::string path_;
   JsonValue::Object values_;
   bool mayWrite_ = false;
-  bool isStored_ = true;  // the file holds what values_ holds
+  bool isStored_ = true;  // whether the file contains values_
 };
 
 }  // namespace tessaly

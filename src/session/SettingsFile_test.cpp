@@ -35,14 +35,14 @@ INSTANTIATE_TYPED_TEST_SUITE_P(File, SettingsContract, FileHarness);
 
 class SettingsFileTest : public ::testing::Test {
  protected:
-  // The settings as the next run of the program finds them.
+  // The settings as the next run of the program reads them.
   SettingsFile nextRun() const { return SettingsFile(path); }
 
   TempTree tree;
   std::string path = tree.at("settings.json");
 };
 
-TEST_F(SettingsFileTest, what_was_set_is_there_in_the_next_run) {
+TEST_F(SettingsFileTest, values_are_read_in_the_next_run) {
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
   {
@@ -66,7 +66,7 @@ TEST_F(SettingsFileTest, what_was_set_is_there_in_the_next_run) {
   EXPECT_EQ(settings.text("gone"), std::nullopt);
 }
 
-TEST_F(SettingsFileTest, the_file_is_for_people_to_read) {
+TEST_F(SettingsFileTest, the_file_is_readable_by_people) {
   SettingsFile settings(path);
   settings.setTexts("marrow.pins", {"/b", "/a"});
   settings.setBinary("marrow.filters", "[]");
@@ -86,7 +86,7 @@ TEST_F(SettingsFileTest, the_file_is_for_people_to_read) {
 )");
 }
 
-TEST_F(SettingsFileTest, nothing_is_written_before_something_changes) {
+TEST_F(SettingsFileTest, nothing_is_written_before_a_change) {
   SettingsFile settings(path);
   settings.remove("never.there");
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre());
@@ -94,7 +94,7 @@ TEST_F(SettingsFileTest, nothing_is_written_before_something_changes) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre("settings.json"));
 }
 
-TEST_F(SettingsFileTest, a_value_that_is_there_already_is_not_written_again) {
+TEST_F(SettingsFileTest, setting_the_present_value_writes_nothing) {
   SettingsFile settings(path);
   settings.setText("a", "1");
   settings.setBinary("b", "1");
@@ -109,7 +109,7 @@ TEST_F(SettingsFileTest, a_value_that_is_there_already_is_not_written_again) {
   EXPECT_TRUE(fs::exists(path));
 }
 
-TEST_F(SettingsFileTest, what_is_too_large_for_the_limit_on_files_leaves_the_old_file) {
+TEST_F(SettingsFileTest, settings_above_the_limit_on_files_leave_the_old_file) {
   SettingsFile(path).setText("a", "old");
   const std::string before = contentOf(path);
   EXPECT_EQ(inForkedChild([&]() -> std::string {
@@ -119,7 +119,7 @@ TEST_F(SettingsFileTest, what_is_too_large_for_the_limit_on_files_leaves_the_old
               SettingsFile settings(path);
               settings.setText("b", std::string(2000, 'x'));
               if (contentOf(path) != before) return "the old file is gone";
-              // It holds for this run, and what fits is written again.
+              // The large value is kept for this run, and smaller settings are written again.
               if (settings.text("b") != std::string(2000, 'x')) return "the new value is lost";
               settings.setText("b", "new");
               return contentOf(path) == before ? "no way on" : "";
@@ -134,7 +134,7 @@ TEST_F(SettingsFileTest, nothing_is_written_once_it_is_closed) {
   SettingsFile settings(path);
   settings.setText("a", "1");
   settings.close();
-  // As the instance does that comes next.
+  // Written by the next instance.
   SettingsFile(path).setText("a", "2");
   settings.setText("a", "3");
   settings.setBoolean("b", true);
@@ -158,7 +158,7 @@ TEST_F(SettingsFileTest, only_the_user_may_read_it) {
   EXPECT_EQ(permissionsOf(path), 0600U);
 }
 
-TEST_F(SettingsFileTest, keeps_what_it_does_not_know) {
+TEST_F(SettingsFileTest, unknown_content_is_kept) {
   putFile(path, R"({"zoom":1.50,"huge":123456789012345678901234567890,"far":1e999,"nothing":null,)"
                 R"("mixed":["a",1],"object":{"b":[{}],"a":-0.0},"binary":{"base64":"W10","x":1},)"
                 R"("marrow.pins":["/a"],"text":"é/"})");
@@ -206,8 +206,8 @@ TEST_F(SettingsFileTest, a_value_of_an_unknown_type_is_absent_and_can_be_set) {
   EXPECT_EQ(nextRun().text("j"), "x");
 }
 
-// The pairs of RFC 4648, section 10, and the two characters that are neither letter nor digit.
-TEST_F(SettingsFileTest, binary_of_any_length_is_base64_with_its_padding) {
+// The pairs of RFC 4648, section 10, and the two characters that are neither letters nor digits.
+TEST_F(SettingsFileTest, binary_of_any_length_is_base64_with_padding) {
   const std::vector<std::pair<std::string, std::string>> pairs = {{"", ""},
                                                                   {"f", "Zg=="},
                                                                   {"fo", "Zm8="},
@@ -222,7 +222,7 @@ TEST_F(SettingsFileTest, binary_of_any_length_is_base64_with_its_padding) {
   }
 }
 
-TEST_F(SettingsFileTest, base64_in_another_form_than_it_is_written_is_absent) {
+TEST_F(SettingsFileTest, base64_in_any_other_form_is_absent) {
   for (const char* text :
        {"=",     "==",       "====",  "A",    "AA",   "AAA",      "AA=",     "A===",
         "AA===", "AAA==",    "AAAA=", "AB==", "AAB=", "AAAA====", "A A=",    "AAAA ",
@@ -232,7 +232,7 @@ TEST_F(SettingsFileTest, base64_in_another_form_than_it_is_written_is_absent) {
   }
 }
 
-TEST_F(SettingsFileTest, of_several_values_under_one_key_the_last_one_counts) {
+TEST_F(SettingsFileTest, the_last_of_several_values_of_one_key_counts) {
   putFile(path, R"({"a":"1","a":"2"})");
   EXPECT_EQ(nextRun().text("a"), "2");
 }
@@ -269,7 +269,7 @@ std::vector<std::string> damagedFiles() {
   return files;
 }
 
-TEST_F(SettingsFileTest, a_damaged_file_is_kept_aside_and_all_begins_anew) {
+TEST_F(SettingsFileTest, a_damaged_file_is_renamed_and_the_settings_start_empty) {
   for (const std::string& damaged : damagedFiles()) {
     const TempTree place;
     const std::string file = place.at("settings.json");
@@ -314,7 +314,7 @@ TEST_F(SettingsFileTest, a_link_to_the_file_stays_a_link) {
   EXPECT_EQ(contentOf(tree.at("kept/own.json.damaged")), "damaged");
 }
 
-// Whether settings work in memory, with nothing of what was in the file.
+// Whether the settings work in memory, without the content of the file.
 std::string tryInMemory(SettingsFile& settings) {
   if (settings.text("a")) return "something was read";
   settings.setText("a", "2");
@@ -324,7 +324,7 @@ std::string tryInMemory(SettingsFile& settings) {
   return "";
 }
 
-TEST_F(SettingsFileTest, what_is_no_file_is_left_alone) {
+TEST_F(SettingsFileTest, an_item_that_is_not_a_file_is_left_unchanged) {
   tree.plant("folder/\n  x\npipe fifo\nnull -> /dev/null\nloop -> loop\nhuge sparse=1G\nfile\n");
   for (const char* name : {"folder", "pipe", "null", "loop", "huge", "file/below"}) {
     SettingsFile settings(tree.at(name));
@@ -337,10 +337,10 @@ TEST_F(SettingsFileTest, what_is_no_file_is_left_alone) {
   EXPECT_EQ(fs::file_size(tree.at("huge")), 1U << 30U);
 }
 
-TEST_F(SettingsFileTest, a_file_that_may_not_be_read_is_not_overwritten) {
+TEST_F(SettingsFileTest, an_unreadable_file_is_not_overwritten) {
   putFile(path, R"({"a":"1"})");
   chmod(path.c_str(), 0000);
-  chmod(tree.path().c_str(), 0777);  // so that it could well be replaced
+  chmod(tree.path().c_str(), 0777);  // so that replacing the file would succeed
   EXPECT_EQ(asOtherUser([&] {
               SettingsFile settings(path);
               return tryInMemory(settings);
@@ -351,8 +351,8 @@ TEST_F(SettingsFileTest, a_file_that_may_not_be_read_is_not_overwritten) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre("settings.json"));
 }
 
-TEST_F(SettingsFileTest, a_damaged_file_that_cannot_be_moved_is_not_overwritten) {
-  // It has the longest name there is, with no room for anything behind it.
+TEST_F(SettingsFileTest, a_damaged_file_that_cannot_be_renamed_is_not_overwritten) {
+  // The name has the greatest possible length, so no suffix fits.
   const std::string longest(255, 'n');
   putFile(tree.at(longest), "damaged");
   SettingsFile settings(tree.at(longest));
@@ -361,7 +361,7 @@ TEST_F(SettingsFileTest, a_damaged_file_that_cannot_be_moved_is_not_overwritten)
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre(longest));
 }
 
-TEST_F(SettingsFileTest, what_cannot_be_written_holds_for_this_run_and_is_tried_again) {
+TEST_F(SettingsFileTest, a_change_that_cannot_be_written_is_kept_and_written_later) {
   chmod(tree.path().c_str(), 0777);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
               const std::string folder = tree.at("own");
@@ -394,7 +394,7 @@ TEST_F(SettingsFileTest, a_change_is_synced_to_disk_before_the_call_returns) {
   EXPECT_EQ(std::count(run.calls.begin(), run.calls.end(), SYS_fsync), 2);
 }
 
-TEST_F(SettingsFileTest, a_kill_at_any_step_of_a_change_leaves_the_old_settings_or_the_new_ones) {
+TEST_F(SettingsFileTest, a_kill_at_any_step_of_a_change_leaves_the_old_or_the_new_settings) {
   const std::string obstacle = SystemCallTrace::obstacle();
   if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   SettingsFile(path).setText("a", "1");
@@ -419,7 +419,7 @@ TEST_F(SettingsFileTest, a_kill_at_any_step_of_a_change_leaves_the_old_settings_
   EXPECT_FALSE(fs::exists(path + ".damaged"));
 }
 
-TEST(SettingsFilePath, is_in_the_users_settings_folder) {
+TEST(SettingsFilePath, the_standard_path_is_in_the_users_settings_folder) {
   EXPECT_EQ(inForkedChild([] {
               ::setenv("XDG_CONFIG_HOME", "/of/settings", 1);
               return SettingsFile::standardPath();

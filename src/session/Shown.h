@@ -1,4 +1,4 @@
-// What is shown: the pane in front, the way the tree is drawn, and the overlays that are open.
+// What is shown: the front pane, how the tree is drawn, and the open overlays.
 //
 // Main thread only.
 #pragma once
@@ -49,7 +49,7 @@ class Shown : public QObject {
   void setAiOpen(bool open);
   bool ocrOpen() const { return ocrOpen_; }
   void setOcrOpen(bool open);
-  // The item of which the window asks what to do with it. Never one that stands for many items.
+  // The item whose menu is open. Never a remainder.
   const std::optional<DiskNode>& menuNode() const { return menuNode_; }
   void setMenuNode(std::optional<DiskNode> node);
   void setMenuNode(FieldChanges& changes, std::optional<DiskNode> node);

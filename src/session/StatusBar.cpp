@@ -46,7 +46,7 @@ void StatusBar::showMenu() {
   extra_.setMenu(StatusMenu::entries(session_.machine().disk(), openAtLogin_, actions));
 }
 
-// What the system says afterwards counts, so a change that failed shows as none.
+// Shows the state that the system reports afterwards, so a failed change has no effect.
 void StatusBar::toggleOpenAtLogin() {
   loginItem_.setEnabled(!openAtLogin_);
   openAtLogin_ = loginItem_.isEnabled();

@@ -1,7 +1,7 @@
-// Keeps the status-bar extra in step with the disk and the login item, and does what its menu says.
+// Updates the status-bar extra with the disk usage and the login item, and carries out its menu.
 //
-// Main thread only. What it is given outlives it; when it goes, the extra keeps what it shows, but
-// its buttons are taken away.
+// Main thread only. The arguments must outlive it; its destructor removes the extra's buttons and
+// leaves the rest as it is.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,7 @@ class StatusBar : public QObject {
   Q_OBJECT
 
  public:
-  // What the program does as a whole.
+  // Operations of the whole program.
   struct Services {
     std::function<void()> showMainWindow;
     std::function<void()> activate;

@@ -38,13 +38,13 @@ std::vector<std::string> linesOf(const DiskUsage& disk, bool openAtLogin) {
   return extra.lines();
 }
 
-TEST(StatusMenu, has_eleven_entries_in_their_order) {
+TEST(StatusMenu, menu_has_eleven_entries_in_order) {
   EXPECT_THAT(linesOf(usage(87.4, 3 * gigabyte), true),
               ElementsAre("Open Tessaly", "-", "Disk 87% used", "64.5 GB free", "3.0 GB purgeable",
                           "-", "Quick Search…", "Scan Home", "-", "Open at Login: On", "Quit"));
 }
 
-TEST(StatusMenu, has_texts_that_cannot_be_pressed_and_buttons_that_can) {
+TEST(StatusMenu, menu_has_texts_that_cannot_be_pressed_and_buttons_that_can) {
   std::vector<Kind> kinds;
   for (const auto& entry : StatusMenu::entries(usage(87, 1), false, {}))
     kinds.push_back(entry.kind);
@@ -53,14 +53,14 @@ TEST(StatusMenu, has_texts_that_cannot_be_pressed_and_buttons_that_can) {
                                  Kind::button, Kind::button));
 }
 
-TEST(StatusMenu, has_no_line_on_what_can_be_purged_where_there_is_nothing) {
+TEST(StatusMenu, menu_has_no_line_for_purgeable_space_if_there_is_none) {
   EXPECT_THAT(linesOf(usage(87, 0), false), Not(Contains(HasSubstr("purgeable"))));
   EXPECT_THAT(linesOf(usage(87, -1), false), Not(Contains(HasSubstr("purgeable"))));
   EXPECT_EQ(linesOf(usage(87, 0), false).size(), 10u);
   EXPECT_THAT(linesOf(usage(87, 1), false), Contains("1 B purgeable"));
 }
 
-TEST(StatusMenu, rounds_the_percentage_in_the_label_as_in_the_menu) {
+TEST(StatusMenu, the_percentage_is_rounded_alike_in_label_and_menu) {
   for (const auto& [percent, text] : std::vector<std::pair<double, std::string>>{
            {0, "0%"}, {0.5, "0%"}, {1.5, "2%"}, {89.5, "90%"}, {99.6, "100%"}, {100, "100%"}}) {
     EXPECT_EQ(StatusMenu::label(usage(percent, 0)).text, text);
@@ -69,12 +69,12 @@ TEST(StatusMenu, rounds_the_percentage_in_the_label_as_in_the_menu) {
   EXPECT_EQ(StatusMenu::label({}).symbol, "externaldrive.fill");
 }
 
-TEST(StatusMenu, says_whether_it_opens_at_login) {
+TEST(StatusMenu, menu_shows_whether_the_program_opens_at_login) {
   EXPECT_THAT(linesOf({}, false), Contains("Open at Login: Off"));
   EXPECT_THAT(linesOf({}, true), Contains("Open at Login: On"));
 }
 
-TEST(StatusMenu, numbers_what_does_the_same_alike_whatever_stands_above) {
+TEST(StatusMenu, entries_keep_their_numbers_whatever_is_above_them) {
   const auto with = StatusMenu::entries(usage(1, 1), true, {});
   const auto without = StatusMenu::entries(usage(1, 0), false, {});
   EXPECT_EQ(with.back().id, without.back().id);
@@ -117,19 +117,19 @@ class StatusBarTest : public testing::Test {
   DiskUsage disk_ = usage(87, 0);
   std::vector<std::string> walked_;
   std::vector<std::string> done_;
-  bool wasSearching_ = false;  // at the moment of activation
+  bool wasSearching_ = false;  // when the program was activated
   bool wasScanning_ = false;
   std::unique_ptr<ScanSession> session_;
   std::unique_ptr<StatusBar> bar_;
 };
 
-TEST_F(StatusBarTest, shows_the_disk_from_the_start) {
+TEST_F(StatusBarTest, the_disk_usage_is_shown_from_the_start) {
   makeBar();
   EXPECT_EQ(extra_.label, (StatusBarExtra::Label{"externaldrive.fill", "87%"}));
   EXPECT_THAT(extra_.lines(), Contains("Disk 87% used"));
 }
 
-TEST_F(StatusBarTest, follows_the_disk) {
+TEST_F(StatusBarTest, the_label_follows_the_disk_usage) {
   makeBar();
   disk_ = usage(91, 2 * gigabyte);
   session_->machine().refreshDisk();
@@ -138,13 +138,13 @@ TEST_F(StatusBarTest, follows_the_disk) {
   EXPECT_THAT(extra_.lines(), Contains("2.0 GB purgeable"));
 }
 
-TEST_F(StatusBarTest, opens_the_window) {
+TEST_F(StatusBarTest, the_first_button_opens_the_window) {
   makeBar();
   EXPECT_TRUE(extra_.click("Open Tessaly"));
   EXPECT_THAT(done_, ElementsAre("show"));
 }
 
-TEST_F(StatusBarTest, activates_first_and_then_searches) {
+TEST_F(StatusBarTest, quick_search_activates_the_program_first) {
   makeBar();
   EXPECT_TRUE(extra_.click("Quick Search…"));
   EXPECT_THAT(done_, ElementsAre("activate"));
@@ -154,7 +154,7 @@ TEST_F(StatusBarTest, activates_first_and_then_searches) {
   EXPECT_TRUE(session_->shown().searchOpen());
 }
 
-TEST_F(StatusBarTest, scans_home_first_and_then_activates) {
+TEST_F(StatusBarTest, scan_home_starts_the_scan_before_activating_the_program) {
   makeBar();
   EXPECT_TRUE(extra_.click("Scan Home"));
   EXPECT_THAT(done_, ElementsAre("activate"));
@@ -163,20 +163,20 @@ TEST_F(StatusBarTest, scans_home_first_and_then_activates) {
   EXPECT_THAT(walked_, ElementsAre("/home/user"));
 }
 
-TEST_F(StatusBarTest, quits) {
+TEST_F(StatusBarTest, the_last_button_quits) {
   makeBar();
   EXPECT_TRUE(extra_.click("Quit"));
   EXPECT_THAT(done_, ElementsAre("quit"));
 }
 
-TEST_F(StatusBarTest, knows_at_the_start_whether_it_opens_at_login) {
+TEST_F(StatusBarTest, the_state_of_the_login_item_is_read_at_the_start) {
   login_.enabled = true;
   makeBar();
   EXPECT_TRUE(bar_->openAtLogin());
   EXPECT_THAT(extra_.lines(), Contains("Open at Login: On"));
 }
 
-TEST_F(StatusBarTest, turns_opening_at_login_on_and_off) {
+TEST_F(StatusBarTest, a_button_turns_opening_at_login_on_and_off) {
   makeBar();
   EXPECT_TRUE(extra_.click("Open at Login: Off"));
   EXPECT_TRUE(login_.enabled);
@@ -185,7 +185,7 @@ TEST_F(StatusBarTest, turns_opening_at_login_on_and_off) {
   EXPECT_THAT(extra_.lines(), Contains("Open at Login: Off"));
 }
 
-TEST_F(StatusBarTest, shows_a_refused_change_as_none) {
+TEST_F(StatusBarTest, a_refused_change_of_the_login_item_has_no_effect) {
   login_.refuses = true;
   makeBar();
   EXPECT_TRUE(extra_.click("Open at Login: Off"));
@@ -193,8 +193,8 @@ TEST_F(StatusBarTest, shows_a_refused_change_as_none) {
   EXPECT_THAT(extra_.lines(), Contains("Open at Login: Off"));
 }
 
-// Somebody else has switched it on meanwhile.
-TEST_F(StatusBarTest, asks_the_system_again_after_a_change) {
+// Another process has enabled it meanwhile.
+TEST_F(StatusBarTest, the_state_of_the_login_item_is_read_again_after_a_change) {
   login_.refuses = true;
   makeBar();
   login_.enabled = true;
@@ -202,7 +202,7 @@ TEST_F(StatusBarTest, asks_the_system_again_after_a_change) {
   EXPECT_THAT(extra_.lines(), Contains("Open at Login: On"));
 }
 
-TEST_F(StatusBarTest, leaves_no_button_behind) {
+TEST_F(StatusBarTest, destruction_removes_all_buttons) {
   makeBar();
   bar_.reset();
   EXPECT_TRUE(extra_.menu.empty());

@@ -1,4 +1,4 @@
-// What the status-bar extra says. Pure.
+// The content of the status-bar extra. Pure functions.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace tessaly::StatusMenu {
 
-// What the buttons do.
+// The actions of the buttons.
 struct Actions {
   std::function<void()> open = {};
   std::function<void()> quickSearch = {};
@@ -21,7 +21,7 @@ struct Actions {
 
 StatusBarExtra::Label label(const DiskUsage& disk);
 
-// From top to bottom. What can be purged has a line only where there is any.
+// From top to bottom. Purgeable space has a line only if there is any.
 std::vector<StatusBarExtra::Entry> entries(const DiskUsage& disk, bool openAtLogin,
                                            const Actions& actions);
 

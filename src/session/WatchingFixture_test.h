@@ -1,4 +1,4 @@
-// A session that watches a folder of which a table tells how large it is.
+// A session that watches a folder whose sizes come from a table.
 #pragma once
 
 #include <chrono>
@@ -16,8 +16,7 @@ namespace tessaly {
 inline constexpr std::int64_t KiB = 1024;
 inline constexpr std::int64_t MiB = 1024 * KiB;
 
-// On screen is /home with Movies/ and Code/. A look at a folder brings what `sizes_` has for it at
-// that moment.
+// /home with Movies/ and Code/ is on screen. A look reads the sizes of a folder from `sizes_`.
 class Watching : public SessionFixture {
  protected:
   Watching() {
@@ -35,7 +34,7 @@ class Watching : public SessionFixture {
 
   void runLooks() { dispatch().drain(Queue::utility); }
 
-  // A watch that has its baseline, whose toast is gone.
+  // Starts a watch, takes its baseline, and lets its toast disappear.
   void watch(const PathSizes& baseline) {
     sizes_ = baseline;
     session().startWatch();
@@ -44,7 +43,7 @@ class Watching : public SessionFixture {
     ASSERT_EQ(looks_.size(), 1U);
   }
 
-  // The next tick of the timer, with the look it makes and what that brings home.
+  // Runs the next tick of the timer, its look, and the result of that.
   void nextTick() {
     dispatch().advance(std::chrono::seconds(20));
     dispatch().drainAll();
@@ -60,7 +59,7 @@ class Watching : public SessionFixture {
               folder("/home/Code", 3 * MiB)});
   PathSizes sizes_;
   std::vector<std::string> looks_;
-  std::function<void(const FolderWatch::IsCancelled&)> duringLook_;  // in the next look alone
+  std::function<void(const FolderWatch::IsCancelled&)> duringLook_;  // in the next look only
 };
 
 }  // namespace tessaly

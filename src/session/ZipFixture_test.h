@@ -1,6 +1,6 @@
-// A session with items that are archived, thrown away or left. Items are real files, since a
-// session asks the disk whether they are still there; the Trash knows them by their paths. The
-// folder that they lie in is the user's home, so that no place above it makes them critical.
+// A session with items to archive and move to the Trash. Items are real files, since a session asks
+// the disk whether they still exist; the fake Trash identifies them by their paths. Their folder is
+// the user's home, so that no path is critical because of a folder above it.
 #pragma once
 
 #include <chrono>
@@ -49,7 +49,7 @@ class ZipThenTrash : public testing::Test {
     ASSERT_EQ(session_->run().status(), ScanStatus::complete);
   }
 
-  // Lets the archive be made, and then its result come home.
+  // Make the archive, and then take its result.
   void runArchive() { machine_.dispatch.step(Queue::userInitiated); }
   void bringHome() { machine_.dispatch.step(Queue::main); }
   void finish() {
@@ -75,7 +75,7 @@ class ZipThenTrash : public testing::Test {
     machine_.dispatch.drainAll();
   }
 
-  // A panel in which time passes before the user has made up his mind.
+  // A panel that runs a function before it returns.
   class SlowPanel : public SavePanel {
    public:
     std::optional<std::string> chooseFile(const Request& request) override {
@@ -121,7 +121,7 @@ class ZipThenTrash : public testing::Test {
         .date = [this] { return date_; }});
   }
 
-  // What comes of an archive that is made of items as they are now.
+  // The result of a complete archive of the items as they are now.
   static ZipEngine::Archived made(const ZipEngine::Request& request) {
     putFile(request.to, "archive");
     ZipEngine::Archived archived{

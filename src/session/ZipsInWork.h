@@ -1,5 +1,5 @@
-// The archives that are being made, by the paths where they are to stand, as the main thread and
-// the workers that make them share them. Safe from any thread.
+// The paths of the archives that are being made, shared by the main thread and the workers that
+// make them. Safe from any thread.
 #pragma once
 
 #include <algorithm>
@@ -28,7 +28,7 @@ class ZipsInWork {
     const std::lock_guard lock(mutex_);
     return paths_;
   }
-  // Whether one of them has this name, in whatever folder.
+  // Whether one of them has this name, in any folder.
   bool hasName(std::string_view name) const {
     const std::lock_guard lock(mutex_);
     return std::any_of(paths_.begin(), paths_.end(),
@@ -39,7 +39,7 @@ class ZipsInWork {
     return !paths_.empty();
   }
 
-  // From now on every archive is given up.
+  // Cancels all archives, including later ones.
   void giveUp() {
     const std::lock_guard lock(mutex_);
     isGivenUp_ = true;
