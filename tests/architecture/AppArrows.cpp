@@ -13,15 +13,15 @@ namespace {
 
 const std::string pages = "preview/pages";
 
-// Of a file relative to app/.
+// The folder of a file relative to app/.
 std::string folderOf(const std::string& file) {
   if (file.starts_with(pages + "/")) return pages;
   const std::size_t slash = file.find('/');
   return slash == std::string::npos ? "main" : file.substr(0, slash);
 }
 
-// Of a QML module or a library, as in Tessaly.QuickLook, Tessaly_QuickLookPlugin, tessaly_quicklook
-// and tessaly_quicklookplugin.
+// The folder of a QML module or a library, as in Tessaly.QuickLook, Tessaly_QuickLookPlugin,
+// tessaly_quicklook and tessaly_quicklookplugin.
 std::string folderOfModule(std::string name) {
   std::transform(name.begin(), name.end(), name.begin(),
                  [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
@@ -100,7 +100,7 @@ std::vector<std::string> forbiddenInApp(const std::filesystem::path& app, const 
       complaints.push_back(line.complaint("not in a folder that is known"));
       return;
     }
-    // Most lines name none, and need no closer look.
+    // Most lines name no module, and need no regular expression.
     if (line.text.find("essaly") == std::string::npos &&
         line.text.find("app/") == std::string::npos)
       return;

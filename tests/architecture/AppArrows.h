@@ -1,4 +1,4 @@
-// The rules that keep the folders of src/app apart. The files that are directly in it count as the
+// The allowed dependencies between the folders of src/app. The files directly in it count as the
 // folder "main".
 #pragma once
 
@@ -12,19 +12,19 @@ namespace tessaly::architecture {
 
 using Arrows = std::map<std::string, std::set<std::string>>;
 
-// From each folder to those that it may use. Without cycles.
+// For each folder, the folders that it may use. Has no cycles.
 const Arrows& appArrows();
 
-// The folders that are on a cycle of `arrows`.
+// The folders on a cycle of `arrows`.
 std::set<std::string> foldersOnCycles(const Arrows& arrows);
 
-// Includes, imports of QML modules, and links and plugins that follow none of the arrows. One line
-// each, "file:line: what", the file relative to `app`.
+// Includes, imports of QML modules, links and plugins that `arrows` does not allow. One line each,
+// "file:line: what", with the file relative to `app`.
 std::vector<std::string> forbiddenInApp(const std::filesystem::path& app,
                                         const Arrows& arrows = appArrows());
 
-// The arrows that the table of the document draws: rows of "| `folder` | what it holds | `other`, …
-// |" below the heading that has "`app`" in it.
+// The arrows in the table of the document: rows of "| `folder` | contents | `other`, … |" below the
+// heading that contains "`app`".
 Arrows drawnArrows(const std::filesystem::path& document);
 
 }  // namespace tessaly::architecture

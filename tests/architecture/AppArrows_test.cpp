@@ -65,7 +65,7 @@ TEST_F(PlantedApp, table_of_arrows_is_read_below_its_heading) {
   EXPECT_EQ(drawnArrows(src_ / "A.md"), (Arrows{{"map", {"controls", "model"}}, {"model", {}}}));
 }
 
-TEST(Cycles, are_found_whatever_their_length) {
+TEST(Cycles, cycles_of_any_length_are_found) {
   EXPECT_THAT(foldersOnCycles({{"a", {"b"}}, {"b", {"c"}}, {"c", {"b"}}, {"d", {"d"}}}),
               ElementsAre("b", "c", "d"));
   EXPECT_THAT(foldersOnCycles({{"a", {"b", "c"}}, {"b", {"c"}}, {"c", {}}}), IsEmpty());
@@ -73,15 +73,15 @@ TEST(Cycles, are_found_whatever_their_length) {
 
 const std::filesystem::path project = TESSALY_PROJECT_FOLDER;
 
-TEST(App, has_no_cycle_among_its_arrows) {
+TEST(App, arrows_of_the_app_have_no_cycle) {
   EXPECT_THAT(foldersOnCycles(appArrows()), IsEmpty());
 }
 
-TEST(App, uses_its_folders_only_along_the_arrows) {
+TEST(App, folders_of_the_app_follow_the_arrows) {
   EXPECT_THAT(forbiddenInApp(project / "src/app"), IsEmpty());
 }
 
-TEST(App, has_its_arrows_drawn_in_the_document) {
+TEST(App, arrows_of_the_app_are_those_of_the_document) {
   EXPECT_EQ(drawnArrows(project / "ARCHITECTURE.md"), appArrows());
 }
 

@@ -17,7 +17,7 @@ std::vector<fs::path> headersBelow(const fs::path& src) {
   return headers;
 }
 
-// The first line of a file that starts so; "" where none does.
+// The first line of a file that starts with `start`; "" if there is none.
 std::string firstLine(const fs::path& file, std::string_view start) {
   std::ifstream stream(file);
   std::string line;

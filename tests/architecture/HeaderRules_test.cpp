@@ -25,17 +25,17 @@ TEST_F(PlantedHeaders, header_that_its_source_includes_late_is_found) {
                                                 "scan/Never.cpp: scan/Never.h comes first"));
 }
 
-TEST_F(PlantedHeaders, header_that_may_be_read_twice_is_found) {
+TEST_F(PlantedHeaders, header_without_an_include_guard_is_found) {
   plant("scan/Once.h", "// What.\n#pragma once\n");
   plant("scan/Twice.h", "struct Twice {};\n");
   EXPECT_THAT(headersReadTwice(src_), ElementsAre("scan/Twice.h: no #pragma once"));
 }
 
-TEST(Headers, come_first_in_the_source_of_their_name) {
+TEST(Headers, sources_include_their_own_header_first) {
   EXPECT_THAT(lateOwnHeaders(std::filesystem::path(TESSALY_PROJECT_FOLDER) / "src"), IsEmpty());
 }
 
-TEST(Headers, are_read_once_in_a_source) {
+TEST(Headers, headers_have_an_include_guard) {
   EXPECT_THAT(headersReadTwice(std::filesystem::path(TESSALY_PROJECT_FOLDER) / "src"), IsEmpty());
 }
 

@@ -1,4 +1,4 @@
-// A source tree to plant violations of rules in.
+// A source tree in which tests plant violations of rules.
 #pragma once
 
 #include <cstdlib>

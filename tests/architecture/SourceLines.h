@@ -9,7 +9,7 @@
 namespace tessaly::architecture {
 
 struct Line {
-  std::string file;  // relative to the folder that was asked about, with "/"
+  std::string file;  // relative to the folder passed in, with "/"
   int number = 0;
   std::string text;
 
@@ -17,13 +17,13 @@ struct Line {
   std::string complaint(const std::string& what) const;
 };
 
-enum class Files { sources, sourcesAndLists };  // the lists are CMake's
+enum class Files { sources, sourcesAndLists };  // the lists are those of CMake
 
-// Visits the lines of the files below `folder`, file by file in the order of their paths.
+// Visits the lines of all files below `folder`, in the order of their paths.
 void forEachLine(const std::filesystem::path& folder, const std::function<void(const Line&)>& visit,
                  Files files = Files::sources);
 
-// Whether it is the source of a test, by its name.
+// Whether the name of the file is that of a test source.
 bool isTest(std::string_view file);
 
 }  // namespace tessaly::architecture

@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 constexpr std::array<std::string_view, 9> rooms = {
     "platform", "look", "scan", "treemap", "system", "reclaim", "assistants", "session", "app"};
 
-// The headers of QtCore, and of QtTest for tests, that session may name without their module.
-// A bare name does not tell its module, so what is not listed here is taken for something else.
+// The headers of QtCore, and of QtTest for tests, that session may include without their module. A
+// bare name does not tell its module, so any other name counts as another module.
 constexpr std::array<std::string_view, 47> coreHeaders = {"QAbstractItemModel",
                                                           "QAbstractListModel",
                                                           "QByteArray",
@@ -68,7 +68,8 @@ constexpr std::array<std::string_view, 47> coreHeaders = {"QAbstractItemModel",
                                                           "QVariantMap",
                                                           "QtGlobal"};
 
-// The main queue as Qt answers it: the one seam of platform/ that has to hop by Qt's own means.
+// The main queue of Qt: the only implementation of a platform/ interface that must use Qt's own
+// means to change threads.
 constexpr std::string_view mainQueue = "app/desktop/MainQueue.cpp";
 
 std::optional<int> rank(std::string_view room) {
@@ -81,7 +82,7 @@ std::string_view firstComponent(std::string_view path) {
   return path.substr(0, path.find('/'));
 }
 
-// By the folder that it is in, or by its name.
+// Decided by the folder or the name of the file.
 bool isOfOneSystem(std::string_view path) {
   static const std::regex own("(.*/)?(linux|macos)/.*|(.*/)?(Linux|X11|Wayland|Macos)[A-Z][^/]*");
   return std::regex_match(path.begin(), path.end(), own);
@@ -130,7 +131,7 @@ std::optional<std::string> angledComplaint(std::string_view file, const std::str
   return std::nullopt;
 }
 
-// What stands between quotation marks on a line, without its comment.
+// The string literals on a line, without those in its comment.
 std::vector<std::string_view> quotedTexts(std::string_view line) {
   std::vector<std::string_view> texts;
   std::optional<std::size_t> begin;
@@ -186,7 +187,7 @@ std::vector<std::string> forbiddenThreads(const fs::path& src) {
 }
 
 std::vector<std::string> unguardedThreads(const fs::path& src) {
-  // Where a thread is made at once; a variable or a member that is to hold one is none yet.
+  // A statement that creates a thread; a declared variable or member creates none.
   static const std::regex start("std::j?thread( +\\w+)? *[({]|\\bpthread_create\\b");
   static constexpr std::string_view door = "platform/StartThread.";
   std::vector<std::string> complaints;
@@ -204,7 +205,7 @@ std::vector<std::string> strayDecoders(const fs::path& src) {
   static const std::regex include(
       "\\s*#\\s*include\\s*<((QtGui/)?(QImageReader|QMovie)|(QtPdf/)?QPdf(Document|Page).*|"
       "(QtSvg/)?QSvg.*|QtPdf|QtSvg|lib(av|sw)[a-z]*/.*)>.*");
-  // The program's own symbols are no foreign files.
+  // The program's own symbols are not foreign files.
   static constexpr std::string_view symbols = "app/controls/SymbolPainter.cpp";
   std::vector<std::string> complaints;
   forEachLine(src, [&complaints](const Line& line) {

@@ -10,23 +10,23 @@
 
 namespace tessaly::architecture {
 
-// Includes against the arrows, of Qt where there is no Qt, of one system's implementation anywhere
-// but in its own files and tests, or of a file of src/ that is not named by its room. One line
-// each, "file:line: what".
+// Includes against the arrows, of Qt in a room without Qt, of one system's implementation outside
+// of its own files and tests, or of a file of src/ without the name of its room. One line each,
+// "file:line: what".
 std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
 
-// Threads and hops between threads made anywhere but in the rooms that own them.
+// Threads and changes of threads outside of the rooms that own them.
 std::vector<std::string> forbiddenThreads(const std::filesystem::path& src);
 
-// Threads started without a thought of their being refused, which would end the program.
+// Threads started without handling their refusal, which would end the program.
 std::vector<std::string> unguardedThreads(const std::filesystem::path& src);
 
-// Libraries that decode foreign files, included anywhere but in the program that reads them.
+// Libraries that decode foreign files, included outside of the program that reads them.
 std::vector<std::string> strayDecoders(const std::filesystem::path& src);
 
-// Texts with a word of macOS (support/SystemWords.h) anywhere but in what holds the words of each
-// system, its places, the names in saved files, what is said to its tools, and the marks of
-// formats.
+// String literals with a word of macOS (support/SystemWords.h), except in the files that hold the
+// words and the paths of each system, the names in saved files, the input of its tools, and the
+// signatures of formats.
 std::vector<std::string> strayWordsOfMacos(const std::filesystem::path& src);
 
 // Colours that stand in a view as numbers or by a name of their own, not of Theme.

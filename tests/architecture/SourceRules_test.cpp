@@ -12,13 +12,13 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(PlantedSources, include_with_the_arrow_is_allowed) {
+TEST_F(PlantedSources, include_along_an_arrow_is_allowed) {
   plant("scan/A.cpp", "#include \"scan/A.h\"\n#include \"platform/Places.h\"\n#include <queue>\n");
   plant("app/B.cpp", "#include <QQuickItem>\n#include \"session/ScanSession.h\"\n");
   EXPECT_THAT(forbiddenIncludes(src_), IsEmpty());
 }
 
-TEST_F(PlantedSources, include_against_the_arrow_is_found) {
+TEST_F(PlantedSources, include_against_the_arrows_is_found) {
   plant("scan/A.cpp", "\n#include \"treemap/TreemapLayout.h\"\n");
   plant("reclaim/B.h", "#  include \"assistants/Brief.h\"\n");
   EXPECT_THAT(forbiddenIncludes(src_),
@@ -36,7 +36,7 @@ TEST_F(PlantedSources, qt_is_found_in_a_room_without_it) {
                           "treemap/B.h:1: <QtCore/QObject>: treemap is built without Qt"));
 }
 
-TEST_F(PlantedSources, session_has_qt_core_alone) {
+TEST_F(PlantedSources, session_may_include_only_qt_core) {
   plant("session/A.h", "#include <QObject>\n#include <QtCore/QMimeData>\n");
   plant("session/B.h", "#include <QColor>\n#include <QtGui/QImage>\n");
   plant("session/B_test.cpp", "#include <QtTest/QSignalSpy>\n#include \"support/TempTree.h\"\n");
@@ -48,7 +48,7 @@ TEST_F(PlantedSources, session_has_qt_core_alone) {
           "session has"));
 }
 
-TEST_F(PlantedSources, implementation_for_one_system_is_named_only_by_its_own_files_and_tests) {
+TEST_F(PlantedSources, implementation_for_one_system_is_included_only_by_its_own_files_and_tests) {
   plant("app/desktop/LinuxDesktopServices.cpp", "#include \"app/desktop/X11HotKey.h\"\n");
   plant("app/desktop/WindowActivation_test.cpp", "#include \"app/desktop/X11Fixture_test.h\"\n");
   plant("platform/linux/A.cpp", "#include \"platform/linux/Trash.h\"\n");
@@ -97,7 +97,7 @@ TEST_F(PlantedSources, thread_outside_platform_is_found) {
                           "scan/B.cpp:1: hops between threads go through platform/Dispatch.h"));
 }
 
-TEST_F(PlantedSources, thread_that_may_not_be_refused_is_found) {
+TEST_F(PlantedSources, thread_whose_refusal_is_not_handled_is_found) {
   plant("platform/StartThread.cpp", "return std::thread(body);\n");
   plant("platform/A.cpp", "std::thread worker;\nstd::vector<std::thread> all;\n");
   plant("platform/A_test.cpp", "std::thread worker([] {});\n");
@@ -122,7 +122,7 @@ TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
                   "app/quicklook/B.cpp:2: foreign files are decoded in app/preview/pages/ alone"));
 }
 
-TEST_F(PlantedSources, text_of_one_system_is_found_in_sources_and_views) {
+TEST_F(PlantedSources, text_for_one_system_is_found_in_sources_and_views) {
   plant("app/window/A.qml", "\nText { text: \"Reveal in Finder\" }\n");
   plant("session/B.cpp", "say(\"a\\\"\", \"This Mac\");  // \"Finder\"\n// \"iCloud\"\n");
   plant("session/B_test.cpp", "say(\"This Mac\");\n");
@@ -155,23 +155,23 @@ TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
 
 const fs::path project = TESSALY_PROJECT_FOLDER;
 
-TEST(Sources, include_only_along_the_arrows) {
+TEST(Sources, rooms_include_only_along_the_arrows) {
   EXPECT_THAT(forbiddenIncludes(project / "src"), IsEmpty());
 }
 
-TEST(Sources, hop_between_threads_only_through_dispatch) {
+TEST(Sources, sources_change_threads_only_through_dispatch) {
   EXPECT_THAT(forbiddenThreads(project / "src"), IsEmpty());
 }
 
-TEST(Sources, start_threads_only_where_they_may_be_refused) {
+TEST(Sources, sources_start_threads_only_where_refusal_is_handled) {
   EXPECT_THAT(unguardedThreads(project / "src"), IsEmpty());
 }
 
-TEST(Sources, decode_foreign_files_in_their_own_program_alone) {
+TEST(Sources, foreign_files_are_decoded_only_in_their_own_program) {
   EXPECT_THAT(strayDecoders(project / "src"), IsEmpty());
 }
 
-TEST(Sources, say_nothing_of_one_system_where_both_are_served) {
+TEST(Sources, shared_sources_have_no_words_of_one_system) {
   EXPECT_THAT(strayWordsOfMacos(project / "src"), IsEmpty());
 }
 

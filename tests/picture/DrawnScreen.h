@@ -1,5 +1,5 @@
-// The picture of a screen, in whatever process it has to be drawn: how many pixels a point has is
-// settled once for each.
+// The picture of a screen, drawn in this process or another: the number of pixels per point is
+// fixed for each process.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace tessaly {
 
-// `screen` is one of PictureWindow::names(), and this process has one pixel a point. `tool` is the
-// path of the picture tool, which is started for a screen of more. Null when that fails.
+// `screen` is one of PictureWindow::names(); this process has one pixel per point. `tool` is the
+// path of the picture tool, which is started for a screen with more. Null on failure.
 QImage drawnScreen(const QString& screen, const std::string& tool);
 
 }  // namespace tessaly

@@ -15,13 +15,13 @@ constexpr std::int64_t mega = 1024 * 1024;
 constexpr double day = 86400;
 constexpr double longAgo = 800.5;
 
-// A file, or a folder of what is given.
+// A file, or a folder with these children.
 struct Item {
   std::string name;
   std::int64_t megabytes = 0;
   std::vector<Item> items = {};
   double age =
-      longAgo;  // in days; the half keeps it the same number of days while pictures are taken
+      longAgo;  // in days; the half keeps the number of days the same while pictures are taken
 
   std::int64_t size() const {
     std::int64_t sum = megabytes * mega;

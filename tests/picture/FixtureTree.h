@@ -1,4 +1,4 @@
-// The home folder of somebody who writes programs and takes pictures, as a scan leaves it behind.
+// The scanned home folder of a user who writes programs and takes pictures.
 #pragma once
 
 #include "scan/DiskNode.h"
@@ -7,7 +7,8 @@ namespace tessaly {
 
 inline constexpr const char* fixtureHome = "/home/ada";
 
-// Its items are as old as they are on any day: the map tells ages by the system's clock.
+// The ages of its items do not depend on the date: their times are relative to the system's clock,
+// which the map uses.
 DiskNode fixtureTree();
 
 }  // namespace tessaly

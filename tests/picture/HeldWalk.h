@@ -1,5 +1,4 @@
-// The real walk, but for one thing: it can be made to stand still half-way, so that a running scan
-// can be looked at for as long as it takes.
+// The real walk, except that it can be paused half-way, so that tests can look at a running scan.
 #pragma once
 
 #include <condition_variable>
@@ -12,7 +11,7 @@ namespace tessaly {
 
 class HeldWalk {
  public:
-  // Lets a walk that stands still go on, on the way out, so that its thread can be joined.
+  // Releases a paused walk at the end of the scope, so that its thread can be joined.
   class Release {
    public:
     explicit Release(HeldWalk& walk) : walk_(walk) {}
@@ -24,7 +23,7 @@ class HeldWalk {
     HeldWalk& walk_;
   };
 
-  // The next walks stop where they first report three tenths of their way or more, until released.
+  // Pauses the next walks at their first report of 30 % or more, until they are released.
   void holdHalfWay();
   void release();
 

@@ -55,7 +55,7 @@ PictureDifference KeptPictures::differenceOf(const QString& screen, const QImage
 }
 
 bool KeptPictures::keep(const QString& screen, const QImage& seen) const {
-  constexpr int smallestFile = 0;  // of "quality", where a format without loss has but its size
+  constexpr int smallestFile = 0;  // of "quality", which only changes the size of a lossless format
   return seen.save(fileOf(screen), "PNG", smallestFile);
 }
 

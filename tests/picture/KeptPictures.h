@@ -1,5 +1,4 @@
-// The folder of the pictures of all screens that were looked at and kept, and how a new one
-// compares with them.
+// The folder of the approved pictures of all screens, and the comparison with new ones.
 #pragma once
 
 #include <string>
@@ -16,31 +15,32 @@ namespace tessaly {
 
 class KeptPictures {
  public:
-  // What one renderer draws differently from the one that the pictures come from, and may.
+  // An accepted difference between one renderer and the one that drew the pictures.
   struct KnownDifference {
-    std::string renderer;  // as rendererOf() names it
+    std::string renderer;  // a name from rendererOf()
     QString screen;
     QRect area;  // in pixels
     std::string reason;
   };
 
-  // `folder` has a picture "NAME.png" a screen. `known` is the text of known-differences.txt.
+  // `folder` has a picture "NAME.png" for each screen. `known` is the text of
+  // known-differences.txt.
   KeptPictures(QString folder, const std::string& known);
 
-  // Those beside the sources.
+  // The pictures in the source tree.
   static KeptPictures ofTheProject();
 
-  // Of the software renderer on this kind of processor: "software/x86_64".
+  // The software renderer on this kind of processor: "software/x86_64".
   static std::string rendererOfThisMachine();
 
-  // Null when there is none that can be read.
+  // Null if there is none that can be read.
   QImage picture(const QString& screen) const;
 
-  // Compares with what was kept, but for what is known of `renderer`.
+  // Compares with the kept picture, without the known differences of `renderer`.
   PictureDifference differenceOf(const QString& screen, const QImage& seen,
                                  const std::string& renderer) const;
 
-  // False when it cannot be written.
+  // False if it cannot be written.
   bool keep(const QString& screen, const QImage& seen) const;
 
   // The pictures in the folder, by the names of their screens.
@@ -48,7 +48,7 @@ class KeptPictures {
   void remove(const QString& screen) const;
 
   const std::vector<KnownDifference>& known() const { return known_; }
-  // Lines of the text that tell of no difference: a number is missing, or the reason.
+  // Invalid lines of known-differences.txt: a number or the reason is missing.
   const QStringList& senselessLines() const { return senseless_; }
 
  private:

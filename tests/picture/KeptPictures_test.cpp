@@ -37,7 +37,7 @@ class Folder : public testing::Test {
   TempTree folder_;
 };
 
-TEST_F(Folder, gives_back_what_is_kept) {
+TEST_F(Folder, a_kept_picture_is_given_back) {
   EXPECT_TRUE(kept().picture("map").isNull());
   ASSERT_TRUE(kept().keep("map", withASpot()));
   EXPECT_EQ(kept().picture("map"), withASpot());
@@ -46,11 +46,11 @@ TEST_F(Folder, gives_back_what_is_kept) {
   EXPECT_THAT(kept().names(), IsEmpty());
 }
 
-TEST_F(Folder, takes_no_screen_of_which_nothing_is_kept) {
+TEST_F(Folder, a_screen_without_a_kept_picture_is_refused) {
   EXPECT_FALSE(PictureComparison::isSame(kept().differenceOf("map", plain(), "software/x86_64")));
 }
 
-TEST_F(Folder, takes_a_difference_that_is_known_of_this_renderer_on_this_screen) {
+TEST_F(Folder, a_difference_is_accepted_that_is_known_of_this_renderer_on_this_screen) {
   const std::string known = "# a remark\nsoftware/arm64 map 30,12 20x1 edges are rounded up\n";
   EXPECT_TRUE(takes(known, "software/arm64"));
   EXPECT_FALSE(takes(known, "software/x86_64"));
@@ -58,7 +58,7 @@ TEST_F(Folder, takes_a_difference_that_is_known_of_this_renderer_on_this_screen)
   EXPECT_FALSE(takes("", "software/arm64"));
 }
 
-TEST_F(Folder, knows_no_difference_without_a_place_and_a_reason) {
+TEST_F(Folder, a_known_difference_needs_an_area_and_a_reason) {
   for (const char* line : {"software/arm64 map 30,12 20x1", "software/arm64 map 30,12 edges",
                            "map 30,12 20x1 edges are rounded up", "software/arm64"}) {
     EXPECT_THAT(kept(line).known(), IsEmpty()) << line;

@@ -7,7 +7,7 @@ namespace tessaly::PictureComparison {
 
 namespace {
 
-constexpr int cell = 16;  // what lies in neighbouring cells is told as one place
+constexpr int cell = 16;  // pixels; differences in neighbouring cells are reported as one area
 constexpr std::size_t mostPlaces = 12;
 
 int distance(QRgb one, QRgb other) {
@@ -19,7 +19,7 @@ bool isIn(const std::vector<QRect>& areas, int x, int y) {
   return std::ranges::any_of(areas, [&](const QRect& area) { return area.contains(x, y); });
 }
 
-// Puts pixels together to places.
+// Groups differing pixels into areas.
 class Places {
  public:
   Places(int width, int height)
@@ -43,7 +43,7 @@ class Places {
     return cells_[static_cast<std::size_t>(row * columns_ + column)];
   }
 
-  // The cell and all that hang together with it, which are empty afterwards.
+  // The area of the cell and all cells connected to it, which are cleared.
   QRect joined(int column, int row) {
     const int rows = static_cast<int>(cells_.size()) / columns_;
     QRect all;

@@ -1,4 +1,4 @@
-// What the picture tool is asked for on its command line.
+// The command line of the picture tool.
 #pragma once
 
 #include <optional>
@@ -14,20 +14,20 @@ namespace tessaly {
 struct PictureOptions {
   enum class Screen { idle, scanning, failed, map, rescanning };
 
-  QString file;                 // where the picture goes
+  QString file;                 // the path of the picture
   std::string root;             // the folder to scan; empty: the home folder
-  QStringList drill;            // names of folders to open, one after the other
-  std::optional<QPoint> hover;  // where the pointer stands, in points of the window
-  std::optional<QSize> size;    // of the window, in points; absent: as usual for the screen
-  double scale = 1;             // pixels a point
+  QStringList drill;            // names of folders to open, in order
+  std::optional<QPoint> hover;  // position of the pointer, in points of the window
+  std::optional<QSize> size;    // of the window, in points; absent: the default of the screen
+  double scale = 1;             // pixels per point
   Screen screen = Screen::map;
-  QString fixture;  // a screen over a machine that is made up; empty: over this one
+  QString fixture;  // a screen of a fake machine; empty: of this machine
   // The folder of kept pictures to renew, instead of writing one picture; empty: none.
   QString keep;
 
   static const char* usage();
 
-  // Absent when the arguments (without the program's name) make no sense.
+  // Absent if the arguments (without the program's name) are invalid.
   static std::optional<PictureOptions> parse(const QStringList& arguments);
 };
 

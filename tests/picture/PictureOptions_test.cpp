@@ -5,7 +5,7 @@
 namespace tessaly {
 namespace {
 
-TEST(PictureOptions, need_only_a_file) {
+TEST(PictureOptions, options_need_only_a_file) {
   const auto options = PictureOptions::parse({"a.png"});
   ASSERT_TRUE(options.has_value());
   EXPECT_EQ(options->file, QStringLiteral("a.png"));
@@ -15,7 +15,7 @@ TEST(PictureOptions, need_only_a_file) {
   EXPECT_EQ(options->screen, PictureOptions::Screen::map);
 }
 
-TEST(PictureOptions, take_every_option) {
+TEST(PictureOptions, every_option_is_parsed) {
   const auto options =
       PictureOptions::parse({"--root", "/srv", "--size", "1100x680", "--scale", "2", "--screen",
                              "scanning", "--drill", "a/b", "--hover", "10,20", "a.png"});
@@ -28,7 +28,7 @@ TEST(PictureOptions, take_every_option) {
   EXPECT_EQ(options->hover, QPoint(10, 20));
 }
 
-TEST(PictureOptions, take_a_folder_of_kept_pictures_alone) {
+TEST(PictureOptions, a_folder_of_kept_pictures_needs_nothing_else) {
   const auto options = PictureOptions::parse({"--keep", "kept"});
   ASSERT_TRUE(options.has_value());
   EXPECT_EQ(options->keep, QStringLiteral("kept"));
@@ -36,7 +36,7 @@ TEST(PictureOptions, take_a_folder_of_kept_pictures_alone) {
   EXPECT_FALSE(PictureOptions::parse({"--keep", "kept", "--scale", "2"}));
 }
 
-TEST(PictureOptions, refuse_what_makes_no_sense) {
+TEST(PictureOptions, invalid_options_are_refused) {
   const std::vector<QStringList> senseless = {{},
                                               {"a.png", "b.png"},
                                               {"a.png", "--root"},

@@ -1,4 +1,4 @@
-// The tool that writes pictures, started as ./run --picture and ./test --keep-pictures start it.
+// The tool that writes pictures, started like by ./run --picture and ./test --keep-pictures.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ class PictureTool : public testing::Test {
     Result<Process> tool =
         Process::launch({.path = TESSALY_PICTURE_TOOL,
                          .args = std::move(args),
-                         // None of it may be seen in the picture.
+                         // None of these may affect the picture.
                          .environment = {{"QT_SCALE_FACTOR", "1.5"},
                                          {"QT_FONT_DPI", "130"},
                                          {"LC_ALL", "de_DE.UTF-8"},
@@ -38,7 +38,7 @@ class PictureTool : public testing::Test {
   TempTree folder_;
 };
 
-TEST_F(PictureTool, draws_a_screen_as_the_tests_do_whatever_its_user_has_set) {
+TEST_F(PictureTool, the_tool_draws_a_screen_like_the_tests_whatever_the_environment) {
   const std::string file = folder_.at("idle.png");
   ASSERT_TRUE(run({file, "--fixture", "idle"}).isSuccess());
   PictureWindow window(PictureWindow::Screen::idle);
@@ -49,12 +49,12 @@ TEST_F(PictureTool, draws_a_screen_as_the_tests_do_whatever_its_user_has_set) {
   EXPECT_THAT(scratchSession().files(), IsEmpty());
 }
 
-TEST_F(PictureTool, keeps_what_has_changed_and_nothing_else) {
+TEST_F(PictureTool, the_tool_replaces_changed_pictures_only) {
   const KeptPictures project = KeptPictures::ofTheProject();
   const KeptPictures kept(QString::fromStdString(folder_.path()), "");
   for (const QString& name : PictureWindow::names())
     ASSERT_TRUE(kept.keep(name, project.picture(name)));
-  // One that is as it should be but for a rounding, one that is not, and one of no screen.
+  // One picture with a rounding difference, one that is wrong, and one without a screen.
   QImage rounded = project.picture("idle");
   rounded.setPixel(3, 3, rounded.pixel(3, 3) ^ 1U);
   ASSERT_TRUE(kept.keep("idle", rounded));

@@ -18,7 +18,8 @@ namespace {
 using Screen = PictureWindow::Screen;
 
 constexpr QSize usual(1280, 820);
-// That the window takes. Enough, with its smaller files, for what is shown over a map or beside it.
+// The smallest size of the window. Makes smaller files, and suffices for views over or beside a
+// map.
 constexpr QSize smallest(1100, 680);
 
 struct KnownScreen {
@@ -83,7 +84,7 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
   return noTools(path, args, seconds);
 }
 
-// What its disk holds, and what its clocks show.
+// The disk and the clocks of the fake machine.
 void lend(Application::Services& services, bool canBeRead) {
   services.walk = [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
                               const DiskScanner::Options&) {
@@ -107,7 +108,7 @@ void lend(Application::Services& services, bool canBeRead) {
   services.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
 }
 
-// What the machine and the last run have left for this one.
+// The state that the machine and the last run have left for this run.
 void prepare(FakeMachine& machine, Screen screen) {
   machine.isAccessGranted = screen != Screen::gate;
   if (screen != Screen::sidebar && screen != Screen::sidebarEnd) return;
@@ -117,7 +118,7 @@ void prepare(FakeMachine& machine, Screen screen) {
   machine.settings.setTexts(ScanStore::excludesKey, {home + "/VirtualBox VMs"});
 }
 
-// What turns for as long as something takes stands still at a place of its own.
+// Stops rings that turn at a fixed angle.
 void holdRings(QQuickItem* item) {
   constexpr double aQuarter = 0.25;
   if (item->property("turn").isValid()) item->setProperty("turn", aQuarter);
@@ -190,7 +191,7 @@ void PictureWindow::show(Screen screen) {
   if (screen == Screen::scanning) return scanHalfWay();
   scan();
   if (screen == Screen::failed) return;
-  // At the first scan of a folder all of it counts as grown, and has the colour of that.
+  // At the first scan of a folder everything counts as grown, and has that colour.
   scan();
   if (screen == Screen::toast) return;
   letMessageGo();
@@ -218,7 +219,7 @@ void PictureWindow::show(Screen screen) {
     case Screen::failure:
       session().open(childOf(tree, "Movies"));
       session().messages().tellFailure("“notes.txt” could not be put back: not permitted");
-      // Nothing of the tree is on the disk that the Trash knows.
+      // The fake Trash does not know the items of the tree yet.
       for (const char* name : {"Downloads", "VirtualBox VMs", "Movies"})
         session().cleanupQueue().addToQueue(childOf(tree, name));
       session().emptyQueue();
@@ -290,7 +291,7 @@ QStringList PictureWindow::visibleNames() {
 
 QImage PictureWindow::picture() {
   settle(fixture_.window());
-  // From here on no event is handled that could turn them on.
+  // No event is handled after this that could turn them on.
   holdRings(fixture_.window().contentItem());
   return fixture_.window().grabWindow().convertToFormat(QImage::Format_RGB32);
 }

@@ -1,6 +1,6 @@
-// The real window over a machine that is made up, from its disk to its clock, brought to one of its
-// screens. After pinLook() two pictures of a screen are the same wherever and whenever they are
-// taken; nothing of the user's session is reached.
+// The real window on a fake machine, from its disk to its clock, showing one of its screens. After
+// pinLook(), a screen has the same picture on every machine at any time; the user's session is not
+// reached.
 //
 // Main thread only, and one at a time.
 #pragma once
@@ -48,21 +48,21 @@ class PictureWindow {
     twoPixels
   };
 
-  // By their names on the command line, and back.
+  // Screens by their names on the command line, and the names.
   static std::optional<Screen> screenNamed(const QString& name);
   static QStringList names();
 
-  // How many pixels a point the screen is kept in. The process must have been made for them: see
+  // The pixels per point of the screen's kept picture. The process must be set up for them: see
   // pinLook().
   static int pixelsAPoint(Screen screen);
 
-  // In the size that the screen is kept in, unless told otherwise.
+  // `size` is that of the kept picture by default.
   explicit PictureWindow(Screen screen, std::optional<QSize> size = {});
 
   QImage picture();
 
   FixtureWindow& fixture() { return fixture_; }
-  // The object names of all items that are to be seen.
+  // The object names of all visible items.
   QStringList visibleNames();
 
  private:

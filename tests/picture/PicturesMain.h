@@ -1,11 +1,11 @@
-// What all tests of one process that takes pictures stand on.
+// What all tests in a process that takes pictures share.
 #pragma once
 
 #include "fixture/ScratchSession.h"
 
 namespace tessaly {
 
-// The user whose session they run in.
+// The session of the fake user.
 ScratchSession& scratchSession();
 
 }  // namespace tessaly

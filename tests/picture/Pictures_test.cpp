@@ -1,4 +1,4 @@
-// Every screen of the window beside the picture of it that was looked at and kept.
+// Compares every screen of the window with its approved picture.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -21,7 +21,7 @@ namespace {
 using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 
-// Writes what is to be looked at, and tells where.
+// Writes the new picture and the difference for inspection, and returns a text with their paths.
 std::string leaveForALook(const QString& name, const QImage& kept, const QImage& seen) {
   const QString folder = QStringLiteral(TESSALY_REFUSED_PICTURES);
   const QString seenFile = folder + u'/' + name + QStringLiteral("-seen.png");
@@ -35,7 +35,7 @@ std::string leaveForALook(const QString& name, const QImage& kept, const QImage&
 
 class Pictures : public testing::TestWithParam<QString> {};
 
-TEST_P(Pictures, is_as_it_was_kept) {
+TEST_P(Pictures, screen_looks_like_its_kept_picture) {
   const QString name = GetParam();
   const KeptPictures kept = KeptPictures::ofTheProject();
   const std::string renderer = KeptPictures::rendererOfThisMachine();
@@ -49,8 +49,8 @@ TEST_P(Pictures, is_as_it_was_kept) {
   EXPECT_THAT(scratchSession().files(), IsEmpty());
 }
 
-// What a screen is kept for; a picture of something else would be kept just as faithfully.
-TEST_P(Pictures, shows_what_it_is_named_for) {
+// The subject of each screen; a picture without it could be kept by mistake.
+TEST_P(Pictures, screen_shows_the_subject_of_its_name) {
   static const std::map<QString, QString> subjects = {{"idle", "idleScreen"},
                                                       {"scanning", "scanningScreen"},
                                                       {"failed", "failedScreen"},
@@ -92,18 +92,18 @@ INSTANTIATE_TEST_SUITE_P(Screens, Pictures, testing::ValuesIn(allNames()), [](co
   return QString(screen.param).replace(u'-', u'_').toStdString();
 });
 
-TEST(PictureScreens, have_a_kept_picture_each_and_there_are_no_others) {
+TEST(PictureScreens, each_screen_has_a_kept_picture_and_there_are_no_others) {
   EXPECT_THAT(KeptPictures::ofTheProject().names(), UnorderedElementsAreArray(allNames()));
 }
 
-TEST(PictureScreens, are_named_in_all_known_differences) {
+TEST(PictureScreens, known_differences_name_existing_screens) {
   const KeptPictures kept = KeptPictures::ofTheProject();
   EXPECT_THAT(kept.senselessLines(), IsEmpty());
   for (const auto& known : kept.known())
     EXPECT_TRUE(PictureWindow::screenNamed(known.screen)) << known.screen.toStdString();
 }
 
-TEST(PictureScreens, have_the_state_and_the_size_that_they_are_named_for) {
+TEST(PictureScreens, screens_have_the_state_and_size_of_their_names) {
   EXPECT_TRUE(PictureWindow(PictureWindow::Screen::heatMap).fixture().session().shown().heatmap());
   EXPECT_TRUE(
       PictureWindow(PictureWindow::Screen::watching).fixture().session().watch().watching());
@@ -111,9 +111,9 @@ TEST(PictureScreens, have_the_state_and_the_size_that_they_are_named_for) {
   EXPECT_EQ(drawnScreen("two-pixels", TESSALY_PICTURE_TOOL).size(), QSize(2200, 1360));
 }
 
-TEST(PinnedLook, offers_the_fonts_of_two_packages_alone) {
+TEST(PinnedLook, pinned_look_offers_only_the_fonts_of_two_packages) {
   QStringList families = QFontDatabase::families();
-  // Other names for the same fonts.
+  // Other names of the same fonts.
   for (const char* general : {"Sans Serif", "Serif", "Monospace"}) families.removeAll(general);
   EXPECT_EQ(families.filter(QRegularExpression("^(Inter|JetBrains Mono)")), families);
   EXPECT_TRUE(families.contains("Inter"));

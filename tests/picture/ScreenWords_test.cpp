@@ -1,4 +1,4 @@
-// No screen on Linux says a word of macOS.
+// No screen on Linux has a word of macOS.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -41,7 +41,7 @@ using testing::IsSupersetOf;
 
 using Texts = std::vector<ShownText>;
 
-// What of `texts` nobody may read here, with its place.
+// The texts among `texts` that must not be shown here, with their places.
 std::set<std::string> wrongIn(const Texts& texts) {
   std::set<std::string> wrong;
   for (const ShownText& shown : texts) {
@@ -56,7 +56,7 @@ std::set<std::string> wordsOf(const Texts& texts) {
   return words;
 }
 
-TEST(ShownTexts, are_found_wherever_they_may_stand) {
+TEST(ShownTexts, shown_texts_are_found_in_every_kind_of_property) {
   QQmlEngine engine;
   QQmlComponent component(&engine);
   component.setData(R"(
@@ -83,20 +83,20 @@ TEST(ShownTexts, are_found_wherever_they_may_stand) {
   EXPECT_EQ(words.count("Mac unseen"), 0U);
 }
 
-TEST(ShownTexts, are_found_in_rows_that_no_view_shows) {
+TEST(ShownTexts, shown_texts_include_rows_that_no_view_shows) {
   QObject owner;
   auto* const model = new QStandardItemModel(&owner);
   model->appendRow(new QStandardItem("Mac 9"));
   EXPECT_THAT(wordsOf(textsBelow(owner)), Contains("Mac 9"));
 }
 
-TEST(ShownTexts, are_found_in_models_that_a_state_has_as_members) {
+TEST(ShownTexts, shown_texts_include_models_that_are_members_of_a_state) {
   StateWithModel state;
   state.rows()->appendRow(new QStandardItem("Mac 10"));
   EXPECT_THAT(wordsOf(textsBelow(state)), Contains("Mac 10"));
 }
 
-TEST(ShownTexts, of_the_desktop_are_found_in_all_that_it_was_handed) {
+TEST(ShownTexts, shown_texts_include_everything_passed_to_the_desktop) {
   FakeMachine machine;
   machine.statusBar.setLabel({"", "1"});
   machine.statusBar.setMenu({{1, StatusBarExtra::Entry::Kind::text, "2"}});
@@ -108,12 +108,12 @@ TEST(ShownTexts, of_the_desktop_are_found_in_all_that_it_was_handed) {
 
 class ScreenWords : public testing::TestWithParam<QString> {};
 
-TEST_P(ScreenWords, are_none_of_macos) {
+TEST_P(ScreenWords, no_screen_has_a_word_of_macos) {
   PictureWindow window(*PictureWindow::screenNamed(GetParam()));
   window.picture();
   const Texts texts = textsBelow(window.fixture().window());
   EXPECT_THAT(wrongIn(texts), IsEmpty());
-  // It has been through the bars, the menus and what is not to be seen.
+  // The texts include bars, menus and invisible items.
   const Wording& words = Wording::current();
   EXPECT_THAT(wordsOf(texts), IsSupersetOf({words.searchKeys, words.scanWholeDisk, words.reveal,
                                             words.gate.heading, std::string("Ctrl+F")}));
@@ -148,7 +148,7 @@ DiskNode wholeDisk() {
                 {folder("home", "/home", film.size, {DiskNode(film)})});
 }
 
-// The program after a scan of "/", on a disk that is nearly full.
+// The program after a scan of "/", with a nearly full disk.
 class WordsOfTheWholeDisk : public testing::Test {
  protected:
   WordsOfTheWholeDisk()
@@ -166,7 +166,7 @@ class WordsOfTheWholeDisk : public testing::Test {
 
   ScanSession& session() { return fixture_.session(); }
 
-  // Everything that is under way comes to its end, and is read.
+  // Finishes all pending work, and reads the texts.
   void look() {
     machine_.dispatch.drainAll();
     settle(fixture_.window());
@@ -184,12 +184,12 @@ class WordsOfTheWholeDisk : public testing::Test {
   std::set<std::string> seen_;
 };
 
-TEST_F(WordsOfTheWholeDisk, call_its_top_folder_as_the_system_does) {
+TEST_F(WordsOfTheWholeDisk, the_top_folder_has_the_name_that_the_system_gives_it) {
   EXPECT_THAT(seen_, Contains("System Disk"));
   EXPECT_THAT(wrong_, IsEmpty());
 }
 
-TEST_F(WordsOfTheWholeDisk, are_true_in_every_mode_of_the_map) {
+TEST_F(WordsOfTheWholeDisk, texts_suit_the_system_in_every_mode_of_the_map) {
   for (const VizMode mode : {VizMode::treemap, VizMode::list, VizMode::grew, VizMode::duplicates,
                              VizMode::compare, VizMode::largest, VizMode::clones, VizMode::history,
                              VizMode::safe, VizMode::aliases, VizMode::cloud}) {
@@ -200,7 +200,7 @@ TEST_F(WordsOfTheWholeDisk, are_true_in_every_mode_of_the_map) {
   EXPECT_THAT(wrong_, IsEmpty());
 }
 
-TEST_F(WordsOfTheWholeDisk, are_true_in_every_pane_and_card) {
+TEST_F(WordsOfTheWholeDisk, texts_suit_the_system_in_every_pane_and_card) {
   for (const MainPane pane : {MainPane::apps, MainPane::monitor, MainPane::map}) {
     session().shown().setPane(pane);
     look();
@@ -216,7 +216,7 @@ TEST_F(WordsOfTheWholeDisk, are_true_in_every_pane_and_card) {
   EXPECT_THAT(wrong_, IsEmpty());
 }
 
-TEST_F(WordsOfTheWholeDisk, are_true_of_all_that_is_done_with_its_top_folder) {
+TEST_F(WordsOfTheWholeDisk, texts_suit_the_system_in_every_operation_on_the_top_folder) {
   const DiskNode top = *session().navigation().current();
   session().shown().setMenuNode(top);
   look();
@@ -240,7 +240,7 @@ TEST_F(WordsOfTheWholeDisk, are_true_of_all_that_is_done_with_its_top_folder) {
   EXPECT_THAT(wrong_, IsEmpty());
 }
 
-TEST_F(WordsOfTheWholeDisk, are_true_in_the_warning_of_a_full_disk) {
+TEST_F(WordsOfTheWholeDisk, texts_suit_the_system_in_the_warning_of_a_full_disk) {
   EXPECT_THAT(seen_, Contains("This computer is 99% full. Open Tessaly to reclaim space."));
   EXPECT_THAT(wrong_, IsEmpty());
 }

@@ -1,5 +1,4 @@
-// Runs the real window, brings it to the screen that is asked for, and writes what it shows as a
-// picture.
+// Runs the real window, shows the requested screen in it, and writes a picture of that.
 #include <cstdio>
 #include <functional>
 
@@ -35,7 +34,7 @@ int fail(const char* message) {
   return 1;
 }
 
-// Runs the event loop until `reached` holds; it is asked after every change of the scan.
+// Runs the event loop until `reached` returns true; it is called after every change of the scan.
 void runUntil(ScanSession& session, const std::function<bool()>& reached) {
   QEventLoop loop;
   const auto look = [&] {
@@ -61,7 +60,7 @@ bool drillInto(ScanSession& session, const QString& name) {
   return false;
 }
 
-// The scene as it stands, whether or not the platform has had the time to show it.
+// Updates the scene, whether or not the platform has displayed it yet.
 void settle() {
   for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
 }
@@ -76,9 +75,9 @@ int takePicture(const PictureOptions& options) {
   HeldWalk walk;
   const std::string root = options.root.empty() ? homeDirectory() : options.root;
   const bool fails = options.screen == Screen::failed;
-  // The picture neither shows nor changes what the program remembers for its user.
+  // The picture neither shows nor changes the user's settings.
   MemorySettings settings;
-  // Nor is it a program that the desktop knows of.
+  // Nor does the desktop know of the program.
   FakeLoginItem loginItem;
   FakeStatusBarExtra statusBar;
   FakeHotKey hotKey;
@@ -116,7 +115,7 @@ int takePicture(const PictureOptions& options) {
       break;
     case Screen::map:
       scanToEnd();
-      // At the first scan of a folder all of it counts as grown, and has the colour of that.
+      // At the first scan of a folder everything counts as grown, and has that colour.
       scanToEnd();
       break;
     case Screen::rescanning:
@@ -158,8 +157,7 @@ int takeFixturePicture(const PictureOptions& options) {
   return write(window.picture(), options.file);
 }
 
-// Draws all screens, and keeps each that is not as it was kept. The picture of a screen that there
-// is no more goes.
+// Draws all screens, and keeps those that have changed. Deletes pictures without a screen.
 int renewKeptPictures(const QString& folder) {
   const KeptPictures kept(folder, "");
   const QStringList names = PictureWindow::names();
@@ -198,7 +196,7 @@ int main(int argc, char** argv) {
     const auto screen = PictureWindow::screenNamed(options->fixture);
     pinLook(screen ? PictureWindow::pixelsAPoint(*screen) : 1);
   } else if (platformFor(DisplayFacts::ofThisMachine()).empty()) {
-    // Without a display the window is drawn all the same, on none.
+    // Without a display the window is drawn off screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
   if (options->scale != 1) qputenv("QT_SCALE_FACTOR", QByteArray::number(options->scale));

@@ -1,5 +1,5 @@
-// Takes descriptors away from a process, as load does. For a forked child: what runs beside it has
-// too few then as well.
+// Takes descriptors away from a process, as load does. For a forked child: all threads of the
+// process are short of them then.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-// All that the process may still open but `left`, until they are given back.
+// All descriptors that the process can still open except `left`; destroying them releases them.
 inline std::vector<Descriptor> allDescriptorsBut(std::size_t left) {
   std::vector<Descriptor> held;
   while (true) {

@@ -18,7 +18,7 @@ namespace {
 
 constexpr auto longestWait = std::chrono::minutes(1);
 
-// The file system says what it can before anything can be asked of it.
+// The kernel asks no questions before the file system has answered its first message.
 void introduce(int device, std::uint64_t question) {
   struct {
     fuse_out_header header;

@@ -1,4 +1,4 @@
-// A file descriptor that is closed with the object.
+// A file descriptor that is closed by the destructor.
 #pragma once
 
 #include <unistd.h>

@@ -1,11 +1,11 @@
-// What every Dispatch promises, as tests. To run them against an implementation, give a harness:
+// Tests for every Dispatch. To run them on an implementation, define a harness:
 //
 //   struct Harness {
 //     Dispatch& dispatch();
-//     // Runs the main queue on the calling thread until `done` holds. Only work on the main queue
-//     // makes it hold.
+//     // Runs the main queue on the calling thread until `done` is true. Only work on the main
+//     // queue makes it true.
 //     void runMainUntil(const std::function<bool()>& done);
-//     std::chrono::nanoseconds now();  // of the clock by which after() counts
+//     std::chrono::nanoseconds now();  // of the clock that after() uses
 //   };
 //   INSTANTIATE_TYPED_TEST_SUITE_P(MyDispatch, DispatchContract, Harness);
 #pragma once

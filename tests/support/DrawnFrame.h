@@ -1,4 +1,4 @@
-// Waiting for a window to be drawn.
+// Waits for a window to be drawn.
 #pragma once
 
 #include <QObject>
@@ -8,10 +8,10 @@
 
 namespace tessaly {
 
-// Draws the window once more, with all that has changed.
+// Draws the window with all its changes.
 inline void drawFrame(QQuickWindow& window) {
   bool isDrawn = false;
-  // In the window's own thread, whichever one draws.
+  // Works with any thread that draws, since the slot runs in the window's thread.
   const auto drawn = QObject::connect(&window, &QQuickWindow::frameSwapped, &window,
                                       [&isDrawn] { isDrawn = true; });
   window.update();

@@ -1,5 +1,5 @@
-// Waiting for what other threads and processes bring about. No wait of a test is without an end:
-// one that hangs would tell nothing of what it waits for.
+// Waits for effects of other threads and processes. Every wait has a limit: a test that hangs would
+// not tell what it waits for.
 #pragma once
 
 #include <chrono>
@@ -9,12 +9,12 @@
 
 namespace tessaly {
 
-// Far more than anything takes on a busy machine and under a sanitizer, and less than the time
-// after which a test is ended from outside.
+// Far longer than anything takes on a busy machine under a sanitizer, and shorter than the timeout
+// of a test.
 inline constexpr std::chrono::minutes longestAwaited{3};
 
-// Looks at `condition` until it holds. Past the limit the test fails, with the words for what was
-// awaited, and the answer is false. From any thread.
+// Polls `condition` until it is true. Past the limit the test fails with the text `awaited`, and
+// the result is false. Any thread.
 template <class Condition>
 bool eventually(const Condition& condition, const std::string& awaited) {
   const auto end = std::chrono::steady_clock::now() + longestAwaited;

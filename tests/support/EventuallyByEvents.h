@@ -1,4 +1,4 @@
-// Waiting for what Qt's event loop brings about, with an end as every wait of a test has one.
+// Waits for effects of Qt's event loop, with a limit like every wait of a test.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace tessaly {
 
-// Runs the event loop until `condition` holds. Past the limit the test fails, with the words for
-// what was awaited, and the answer is false.
+// Runs the event loop until `condition` is true. Past the limit the test fails with the text
+// `awaited`, and the result is false.
 template <class Condition>
 bool eventuallyByEvents(const Condition& condition, const std::string& awaited) {
   const auto isSo = [&] {

@@ -1,4 +1,4 @@
-// An icon that nobody looks at.
+// An icon that records its badges.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ class FakeApplicationIcon final : public ApplicationIcon {
   void setBadge(const std::string& text) override { badges.push_back(text); }
   void requestAttention() override { ++attentionRequests; }
 
-  std::vector<std::string> badges;  // one entry a call
+  std::vector<std::string> badges;  // one entry per call
   int attentionRequests = 0;
 };
 

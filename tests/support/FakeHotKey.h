@@ -1,4 +1,4 @@
-// A hot key that a test presses.
+// A hot key that a test can press.
 #pragma once
 
 #include <functional>

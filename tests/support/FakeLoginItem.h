@@ -1,4 +1,4 @@
-// A login item that is only remembered.
+// A login item in memory.
 #pragma once
 
 #include "platform/LoginItem.h"
@@ -14,7 +14,7 @@ class FakeLoginItem final : public LoginItem {
   }
 
   bool enabled = false;
-  bool refuses = false;  // to change anything
+  bool refuses = false;  // refuses every change
 };
 
 }  // namespace tessaly

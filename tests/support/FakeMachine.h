@@ -1,5 +1,5 @@
-// All that a session asks of the machine, as fakes. Nothing of the user's is read or touched, and
-// no tool can be started unless a test lends one.
+// Fakes of all services of the machine that a session uses. Nothing of the user's is read or
+// changed, and no tool can be started unless a test provides one.
 #pragma once
 
 #include <string>
@@ -44,18 +44,18 @@ struct FakeMachine {
   MemoryTrash trash;
   bool isAccessGranted = true;
   DiskUsage disk = {.total = 1000, .used = 400, .free = 600, .usedPercent = 40, .purgeable = 0};
-  std::vector<Process::Launch> launched;  // of the program anew
+  std::vector<Process::Launch> launched;  // starts of another instance
   int timesQuit = 0;
   MemorySettings settings;
   MarrowPrefs prefs{settings};
   TempTree support;
 
-  // For a session whose user lives in `homeDirectory`.
+  // Services for a session of a user with the home `homeDirectory`.
   ScanSession::Services services(const std::string& homeDirectory) {
     return services(homeDirectory, dispatch, folderPanel);
   }
 
-  // The same with queues and a panel that are none of this machine's.
+  // The same with other queues and another panel.
   ScanSession::Services services(const std::string& homeDirectory, Dispatch& lentDispatch,
                                  FolderPanel& lentPanel) {
     return {.dispatch = lentDispatch,

@@ -1,4 +1,4 @@
-// Notifications that nobody sees.
+// A notification centre that records its notifications.
 #pragma once
 
 #include <vector>

@@ -1,4 +1,4 @@
-// A tool that opens paths in applications, of which only one is there.
+// A tool that opens paths in applications, with one application installed.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ class FakeOpenTool {
                 }};
   }
 
-  std::string application;  // the one that is there; none while it is empty
+  std::string application;  // the installed one; empty: none
   std::vector<OpenTool::Args> started;
   std::vector<OpenTool::Args> waitedFor;
 };

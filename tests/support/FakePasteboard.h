@@ -1,4 +1,4 @@
-// A pasteboard that holds what was put on it last.
+// A pasteboard in memory.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// A preview panel that shows nothing, and remembers what it was to show.
+// A preview panel that shows nothing, and records what it should show.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ class FakePreviewPanel final : public PreviewPanel {
  public:
   void setDataSource(const PreviewSource* newSource) override { source = newSource; }
 
-  // Asks its source at once, as a panel may.
+  // Queries its source at once, as a panel may.
   void makeKeyAndOrderFront() override {
     ++timesInFront;
     if (source != nullptr && source->numberOfPreviewItems() > 0)
@@ -21,7 +21,7 @@ class FakePreviewPanel final : public PreviewPanel {
 
   const PreviewSource* source = nullptr;
   int timesInFront = 0;
-  std::vector<std::string> shown;  // the URLs, the latest last
+  std::vector<std::string> shown;  // the URLs, the latest one last
 };
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// A save panel whose user has made up his mind beforehand.
+// A save panel with a prepared answer.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,7 @@ class FakeSavePanel final : public SavePanel {
     return answer;
   }
 
-  std::optional<std::string> answer;  // absent: the user backs out
+  std::optional<std::string> answer;  // absent: the user cancels
   std::vector<Request> requests;
 };
 

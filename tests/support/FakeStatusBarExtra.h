@@ -1,4 +1,4 @@
-// A status bar that a test looks at and clicks in.
+// A status bar that a test can read and click.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ class FakeStatusBarExtra final : public StatusBarExtra {
   Presence presence() const override { return presence_; }
   void setPresenceChanged(std::function<void()> changed) override { changed_ = std::move(changed); }
 
-  // What a user reads, "-" for a divider.
+  // The titles of the menu, with "-" for a divider.
   std::vector<std::string> lines() const {
     std::vector<std::string> lines;
     for (const Entry& entry : menu)
@@ -25,7 +25,7 @@ class FakeStatusBarExtra final : public StatusBarExtra {
     return lines;
   }
 
-  // False when there is no such button.
+  // False if there is no such button.
   bool click(const std::string& title) {
     for (const Entry& entry : menu) {
       if (entry.title != title || entry.kind != Entry::Kind::button) continue;

@@ -1,5 +1,5 @@
-// File systems that tests write down. Changed by one thread at a time, like the machine that a
-// HandSteppedDispatch plays.
+// File systems that tests define. Like the machine of a HandSteppedDispatch, only one thread may
+// change them at a time.
 #pragma once
 
 #include <cerrno>
@@ -14,7 +14,7 @@ namespace tessaly {
 
 class FakeVolumes final : public MountedVolumes {
  public:
-  // Mounts a disk of its own, of which `figures` tells nothing where it is absent.
+  // Mounts a separate disk; if `figures` is absent, its figures cannot be read.
   void mount(const std::string& path, std::optional<VolumeFigures> figures,
              std::vector<CountedTrash> trash = {}, const std::string& type = {}) {
     const std::uint64_t id = ++lastId_;
@@ -50,7 +50,7 @@ class FakeVolumes final : public MountedVolumes {
   std::map<std::string, VolumeFigures> figuresOf;
   std::map<std::string, std::vector<CountedTrash>> trashOf;
   std::optional<std::vector<CountedTrash>> homeTrash = std::vector<CountedTrash>();
-  std::vector<std::string> asked;  // for figures, by their paths
+  std::vector<std::string> asked;  // the paths whose figures were asked for
   int lists = 0;
 
  private:

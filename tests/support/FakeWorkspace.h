@@ -1,4 +1,4 @@
-// A desktop that only remembers what it was asked to do.
+// A desktop that records its requests.
 #pragma once
 
 #include <string>
@@ -17,10 +17,10 @@ class FakeWorkspace final : public Workspace {
     return url == settingsPage;
   }
 
-  std::vector<std::vector<std::string>> revealed;  // one entry a request
+  std::vector<std::vector<std::string>> revealed;  // one entry per request
   std::vector<std::string> opened;
   std::vector<std::string> settingsAsked;
-  std::string settingsPage;  // the one page of settings that this desktop has
+  std::string settingsPage;  // the only page of settings of this desktop
 };
 
 }  // namespace tessaly

@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// File systems that hold no files of the user's but views of the kernel.
+// File systems without files of the user, which show data of the kernel.
 bool isPseudoFileSystem(const std::string& folder) {
   struct statfs system {};
   if (statfs(folder.c_str(), &system) != 0) return false;

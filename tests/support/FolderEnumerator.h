@@ -1,7 +1,6 @@
-// Enumerates what lies below a folder in pre-order, one item at a time on one thread: the plainest
-// thing that does what a disk scan asks of its platform. It works by changing the current
-// directory, so that no path is too long; nothing else of the process may rely on that directory
-// while an enumeration is under way.
+// Enumerates everything below a folder in pre-order, one item at a time on one thread: the simplest
+// code that does what a scan needs from its platform. It changes the current directory, so that no
+// path is too long; nothing else in the process may depend on the current directory meanwhile.
 #pragma once
 
 #include <functional>
@@ -14,29 +13,29 @@ namespace tessaly {
 
 class FolderEnumerator {
  public:
-  // Puts the names found in one folder into the order in which they are to be enumerated.
+  // Sorts the names of one folder into the order of the enumeration.
   using SiblingOrder = std::function<void(std::vector<std::string>& names)>;
 
   struct Item {
     std::string name;
     std::string path;
-    std::optional<struct stat> values;  // of the item itself, never of a link's target
+    std::optional<struct stat> values;  // of the item itself, not of a link's target
   };
 
-  // `folder` is reached from the current directory; items' paths begin with `path`. Without an
-  // order, siblings come as the disk gives them.
+  // `folder` is relative to the current directory; the paths of items begin with `path`. Without an
+  // order, siblings are in the order of the disk.
   FolderEnumerator(const std::string& folder, std::string path, SiblingOrder order = {});
   ~FolderEnumerator();
   FolderEnumerator(const FolderEnumerator&) = delete;
   FolderEnumerator& operator=(const FolderEnumerator&) = delete;
 
-  // False when the folder cannot be listed.
+  // False if the folder cannot be listed.
   bool made() const { return made_; }
 
   // The next item; absent at the end.
   std::optional<Item> nextObject();
 
-  // Leaves out what lies below the item given last.
+  // Skips the contents of the last item.
   void skipDescendants() { descends_ = false; }
 
  private:
@@ -57,7 +56,7 @@ class FolderEnumerator {
   bool made_ = false;
 };
 
-// The names in `folder`, as the disk gives them; absent when it cannot be listed.
+// The names in `folder`, in the order of the disk; absent if it cannot be listed.
 std::optional<std::vector<std::string>> namesIn(const std::string& folder);
 
 }  // namespace tessaly

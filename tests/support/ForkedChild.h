@@ -1,5 +1,5 @@
-// Runs a piece of a test in a forked child: what changes the whole process (limits, users, roots)
-// stays there.
+// Runs a piece of a test in a forked child: changes to the whole process (limits, users, roots)
+// affect only the child.
 #pragma once
 
 #include <functional>
@@ -7,12 +7,13 @@
 
 namespace tessaly {
 
-// What `body` returned, "" by habit for "as expected". When the child ends in any other way, a text
-// that tells how. No assertions of the test framework in `body`: they would be lost.
+// Returns what `body` returned, by convention "" for "as expected"; if the child ended in another
+// way, a text that says how. `body` must not use assertions of the test framework: they would be
+// lost.
 std::string inForkedChild(const std::function<std::string()>& body);
 
-// The same as a user who owns nothing and has no privileges, when the tests run as root; as the
-// present user otherwise.
+// The same as a user without files and privileges if the tests run as root; as the present user
+// otherwise.
 std::string asOtherUser(const std::function<std::string()>& body);
 
 }  // namespace tessaly

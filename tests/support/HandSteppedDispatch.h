@@ -1,9 +1,8 @@
-// A Dispatch without threads, moved on by hand: work waits on its queue until a test takes the next
-// step, and time stands still until a test advances it. So a test can put every overtaking and
-// every late result in the order it wants.
+// A Dispatch without threads: work waits on its queue until a test runs it, and time stands still
+// until a test advances it. So a test chooses the order of all work, including late results.
 //
-// async() and after() may be called from any thread. Stepping belongs to one thread, which then is
-// the main thread and the workers' alike.
+// async() and after() may be called from any thread. One thread runs the work; it is both the main
+// thread and the thread of the workers.
 #pragma once
 
 #include <array>
@@ -22,30 +21,31 @@ class HandSteppedDispatch final : public Dispatch {
   void async(Queue queue, Work work) override;
   void after(std::chrono::milliseconds delay, Queue queue, Work work) override;
 
-  // Pieces of work that stand in `queue`; what waits for its time is not among them.
+  // The number of pieces of work on `queue`, without delayed ones.
   std::size_t waiting(Queue queue) const;
 
-  // Runs the oldest piece of work of `queue`; false if there was none.
+  // Runs the oldest piece of work on `queue`; false if there is none.
   bool step(Queue queue);
 
-  // Takes the oldest piece of work off `queue` without running it, as a worker does that hangs in
-  // it. Null if there was none. Whoever has it may run it later.
+  // Removes the oldest piece of work from `queue` without running it, like a worker that hangs in
+  // it. Null if there is none. The caller may run it later.
   Work take(Queue queue);
 
-  // Steps through `queue` until it is empty, with what that work adds to it. Returns the number of
-  // steps.
+  // Runs the work on `queue`, including the work that this adds, until it is empty. Returns the
+  // number of pieces.
   std::size_t drain(Queue queue);
 
-  // Drains all queues in turn until none holds anything.
+  // Drains all queues in turn until all are empty.
   void drainAll();
 
-  // Moves time on. What becomes due is put on its queue, in the order of its times; nothing is run.
+  // Advances time. Work that becomes due is put on its queue, in the order of its times; nothing
+  // runs.
   void advance(std::chrono::nanoseconds by);
 
-  // Moves time on to when the next delayed piece is due; false if there is none.
+  // Advances time to the next delayed piece of work; false if there is none.
   bool advanceToNextDue();
 
-  // Time since the dispatch was made, by its own clock.
+  // Time since the construction, by the dispatch's own clock.
   std::chrono::nanoseconds now() const;
 
  private:

@@ -31,7 +31,7 @@ struct HandSteppedHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(HandStepped, DispatchContract, HandSteppedHarness);
 
-TEST(HandSteppedDispatch, runs_nothing_of_its_own_accord) {
+TEST(HandSteppedDispatch, nothing_runs_by_itself) {
   HandSteppedDispatch dispatch;
   int ran = 0;
   for (const Queue queue : allQueues) dispatch.async(queue, [&] { ++ran; });
@@ -39,7 +39,7 @@ TEST(HandSteppedDispatch, runs_nothing_of_its_own_accord) {
   for (const Queue queue : allQueues) EXPECT_EQ(dispatch.waiting(queue), 1u);
 }
 
-TEST(HandSteppedDispatch, hands_out_the_oldest_work_without_running_it) {
+TEST(HandSteppedDispatch, the_oldest_work_can_be_taken_without_running_it) {
   HandSteppedDispatch dispatch;
   std::string ran;
   dispatch.async(Queue::utility, [&] { ran += 'a'; });
@@ -52,7 +52,7 @@ TEST(HandSteppedDispatch, hands_out_the_oldest_work_without_running_it) {
   EXPECT_EQ(dispatch.take(Queue::utility), nullptr);
 }
 
-TEST(HandSteppedDispatch, takes_one_step_on_the_queue_it_is_told) {
+TEST(HandSteppedDispatch, a_step_runs_one_piece_of_the_given_queue) {
   HandSteppedDispatch dispatch;
   std::string ran;
   dispatch.async(Queue::main, [&] { ran += 'm'; });
@@ -65,7 +65,7 @@ TEST(HandSteppedDispatch, takes_one_step_on_the_queue_it_is_told) {
   EXPECT_FALSE(dispatch.step(Queue::utility));
 }
 
-TEST(HandSteppedDispatch, drains_work_that_is_added_meanwhile) {
+TEST(HandSteppedDispatch, draining_runs_work_that_is_added_meanwhile) {
   HandSteppedDispatch dispatch;
   bool isDone = false;
   dispatch.async(Queue::main, [&] {
@@ -75,7 +75,7 @@ TEST(HandSteppedDispatch, drains_work_that_is_added_meanwhile) {
   EXPECT_TRUE(isDone);
 }
 
-TEST(HandSteppedDispatch, keeps_delayed_work_off_its_queue_until_time_has_moved_on) {
+TEST(HandSteppedDispatch, delayed_work_waits_until_time_has_advanced) {
   HandSteppedDispatch dispatch;
   dispatch.after(milliseconds(10), Queue::main, [] {});
   dispatch.advance(milliseconds(10) - std::chrono::nanoseconds(1));
@@ -84,13 +84,13 @@ TEST(HandSteppedDispatch, keeps_delayed_work_off_its_queue_until_time_has_moved_
   EXPECT_EQ(dispatch.waiting(Queue::main), 1u);
 }
 
-TEST(HandSteppedDispatch, puts_work_without_delay_on_its_queue_at_once) {
+TEST(HandSteppedDispatch, work_without_delay_is_queued_at_once) {
   HandSteppedDispatch dispatch;
   dispatch.after(milliseconds(0), Queue::utility, [] {});
   EXPECT_EQ(dispatch.waiting(Queue::utility), 1u);
 }
 
-TEST(HandSteppedDispatch, puts_what_becomes_due_in_the_order_of_its_times) {
+TEST(HandSteppedDispatch, due_work_is_queued_in_the_order_of_its_times) {
   HandSteppedDispatch dispatch;
   std::string ran;
   dispatch.after(milliseconds(30), Queue::main, [&] { ran += 'c'; });

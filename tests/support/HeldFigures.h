@@ -1,4 +1,4 @@
-// Figures that a test gives when it wants to: questions are noted, and answered by hand or never.
+// Figures that a test answers by hand, at any time or never.
 #pragma once
 
 #include <utility>
@@ -16,7 +16,7 @@ class HeldFigures final : public MachineFigures {
   }
   void askTrashCount(Take<std::int64_t> take) override { trashCount.push_back(std::move(take)); }
 
-  // Answers all who have asked so far.
+  // Answers all questions so far.
   template <class Answer>
   static void answer(std::vector<Take<Answer>>& asked, const Answer& answer) {
     for (const Take<Answer>& take : std::exchange(asked, {})) take(answer);

@@ -15,7 +15,7 @@ std::string bigEndian(std::uint32_t number, int bytes) {
   return text;
 }
 
-// As the PNG format describes it.
+// The CRC of the PNG format.
 std::uint32_t checksum(const std::string& bytes) {
   std::uint32_t sum = 0xFFFFFFFF;
   for (const char byte : bytes) {
@@ -76,7 +76,7 @@ std::string documentThatDrawsItself() {
   return document("/F Do", "/F Do /F Do");
 }
 
-// The scans have no data, for which decoders take zeros.
+// The scans are empty; decoders read zeros instead.
 std::string photographOfScans(int scans) {
   constexpr std::uint32_t side = 1024;
   std::string bytes =
@@ -92,7 +92,7 @@ std::string pngOf(unsigned width, unsigned height) {
   return png(width, height, chunk("IDAT", "x\x9C\3\0\0\0\0\1"s));
 }
 
-// One grey pixel, not compressed.
+// One grey pixel, uncompressed.
 std::string pngThatIsComplainedOf() {
   return png(1, 1,
              chunk("iCCP", "profile\0\0none"s) +

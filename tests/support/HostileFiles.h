@@ -1,26 +1,25 @@
-// Files that are made to keep a program busy, to take its memory or to make it complain, and small
-// good ones of the same kinds.
+// Files that make a program busy, use up its memory or make it print warnings, and small good ones
+// of the same formats.
 #pragma once
 
 #include <string>
 
 namespace tessaly::HostileFiles {
 
-// SVG: one stroked path of so many segments that drawing it takes half a minute.
+// SVG: one stroked path with so many segments that drawing it takes half a minute.
 std::string slowDrawing();
 
-// PDF: a page with `content`, in which "/F Do" draws a form that is in turn `form`.
+// PDF: a page with `content`, in which "/F Do" draws a form with the content `form`.
 std::string document(const std::string& content, const std::string& form = {});
-// The form draws itself, twice.
+// A form that draws itself twice.
 std::string documentThatDrawsItself();
 
-// JPEG: a progressive one, 1,024 pixels wide and high, of so many scans, each of which goes over
-// the whole picture.
+// JPEG: progressive, 1,024 pixels wide and high, with this number of scans of the whole picture.
 std::string photographOfScans(int scans);
 
-// PNG: of so many pixels, as its header says; there are none in it.
+// PNG: its header promises this many pixels, and there are none.
 std::string pngOf(unsigned width, unsigned height);
-// A good one with a colour profile that is none, of which its library complains.
+// A good picture with an invalid colour profile, of which its library warns.
 std::string pngThatIsComplainedOf();
 
 // WAV: a second of silence.

@@ -1,11 +1,10 @@
-// Runs a program that sees, in the place of a folder, a file system that does not answer: it can be
-// looked at, but who reads the folder waits in the kernel, where no signal reaches him.
+// Runs a program in a mount namespace in which FOLDER is a file system that does not answer: it can
+// be examined, but a thread that reads it waits in the kernel, where no signal reaches it.
 //
 //   tessaly_hung_folder FOLDER HELD PROGRAM [ARGUMENT...]
 //
-// HELD is made as soon as somebody waits. Ends with the program, as it does; the program, its last
-// threads included, ends with this one when this one is asked to end (SIGTERM). Gives 77 where
-// nothing can be mounted.
+// HELD is created as soon as a thread waits. Exits with the status of the program, or with 77 if
+// nothing can be mounted; if it is told to end (SIGTERM), the program ends with all its threads.
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -36,7 +35,7 @@ void check(bool isDone, const char* what) {
   std::_Exit(refused);
 }
 
-// Whoever is not root may mount only in a space of users of his own.
+// Users other than root may mount only in a user namespace of their own.
 void enterOwnMounts() {
   const unsigned user = geteuid();
   const unsigned group = getegid();
@@ -67,7 +66,7 @@ void answer(int device, const fuse_in_header& question, Body body) {
   header.len = sizeof header + sizeof body;
   header.unique = question.unique;
   const std::array<iovec, 2> parts = {iovec{&header, sizeof header}, iovec{&body, sizeof body}};
-  // Whoever asked may have gone.
+  // The process that asked may be gone.
   [[maybe_unused]] const ssize_t written = writev(device, parts.data(), parts.size());
 }
 
@@ -79,7 +78,7 @@ void refuse(int device, const fuse_in_header& question, int code) {
   [[maybe_unused]] const ssize_t written = write(device, &header, sizeof header);
 }
 
-// False for a question that is left without an answer, and by which somebody waits now.
+// False for a question that is left unanswered, so that a thread waits now.
 bool answerOne(int device, const char* request) {
   fuse_in_header question{};
   std::memcpy(&question, request, sizeof question);
@@ -153,7 +152,7 @@ int main(int count, char** arguments) {
     if (!answerOne(device, request.data())) std::ofstream(arguments[2]) << "held\n";
   }
   if (isToEnd != 0) kill(program, SIGKILL);
-  // Sets free whoever waits.
+  // Releases the waiting threads.
   close(device);
   int ended = 0;
   while (waitpid(program, &ended, 0) < 0 && errno == EINTR) {

@@ -1,4 +1,4 @@
-// What every LoginItem promises, as tests. To run them against an implementation, give a harness:
+// Tests for every LoginItem. To run them on an implementation, define a harness:
 //
 //   struct Harness {
 //     LoginItem& item();  // not enabled at first

@@ -1,4 +1,4 @@
-// How something on screen looks, read from its items and compared with a table.
+// Compares how items on screen look with a table.
 #pragma once
 
 #include <vector>
@@ -10,13 +10,13 @@
 namespace tessaly {
 
 struct LookRow {
-  QString item;      // object names on the way down, "searchField/keyCap"; "" is the top
-  QString property;  // by its path, as in "font.pixelSize"
+  QString item;      // object names on the path to the item, "searchField/keyCap"; "" is the top
+  QString property;  // the path of a property, as in "font.pixelSize"
   QVariant expected;
 };
 
-// Colours are expected as text, "#rrggbb at 0.18", the opacity to two digits; numbers to a
-// thousandth; texts as they are.
+// Expected values: colours as text, "#rrggbb at 0.18", with two digits of opacity; numbers to a
+// thousandth; texts exactly.
 void expectLook(QQuickItem* top, const std::vector<LookRow>& rows);
 
 }  // namespace tessaly

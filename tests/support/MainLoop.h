@@ -1,5 +1,5 @@
-// A main queue that a test runs itself, on its own thread: what a ThreadedDispatch needs where
-// there is no event loop. post() may be called from any thread.
+// A main queue that a test runs on its own thread, for a ThreadedDispatch without an event loop.
+// post() may be called from any thread.
 #pragma once
 
 #include <condition_variable>
@@ -22,8 +22,8 @@ class MainLoop {
     posted_.notify_one();
   }
 
-  // Runs work as it comes in until `done` holds; asked before each piece. Only such work may make
-  // it hold. Where none comes for a time that is out of proportion, the test fails.
+  // Runs posted work until `done` is true; it is tested before each piece, and only such work may
+  // make it true. If no work comes for a very long time, the test fails.
   void runUntil(const std::function<bool()>& done) {
     while (!done()) {
       std::unique_lock lock(mutex_);
@@ -38,7 +38,7 @@ class MainLoop {
     }
   }
 
-  // Runs what has come in so far.
+  // Runs all work posted so far.
   void runPosted() {
     std::deque<Dispatch::Work> works;
     {

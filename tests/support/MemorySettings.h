@@ -1,4 +1,4 @@
-// Settings that are forgotten with the object.
+// Settings in memory.
 #pragma once
 
 #include <map>

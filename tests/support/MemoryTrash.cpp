@@ -21,7 +21,7 @@ bool isWithin(const std::string& path, const std::string& folder) {
   return path == folder || path.starts_with(folder + "/");
 }
 
-// 0, or why this is the path of no item.
+// 0 if `path` is a valid path of an item, else an errno.
 int objectionTo(const std::string& path) {
   if (!path.starts_with('/') || path.find('\0') != std::string::npos) return EINVAL;
   if (path == "/") return EBUSY;

@@ -1,4 +1,4 @@
-// A Trash over a disk that is only a list of paths.
+// A Trash for a disk that is a list of paths in memory.
 #pragma once
 
 #include <cerrno>
@@ -14,18 +14,17 @@ namespace tessaly {
 
 class MemoryTrash final : public TrashMover, public TrashCan {
  public:
-  // Puts a new item there, with the folders above it that are missing. `content` is whatever is to
-  // be told apart.
+  // Adds a new item, and missing folders above it. `content` distinguishes items.
   void put(const std::string& path, const std::string& content = "");
-  // Takes away the item and all that is in it.
+  // Removes the item and everything in it.
   void remove(const std::string& path);
   bool has(const std::string& path) const { return items_.contains(path); }
-  // "" for an item that is not there.
+  // "" for a missing item.
   std::string contentOf(const std::string& path) const;
 
-  // From now on the item is not moved from where it is, nor deleted there, for this errno.
+  // From now on moving or deleting the item at `path` fails with this errno.
   void refuse(const std::string& path, int code = EACCES) { refused_[path] = code; }
-  // Moves are made, and nobody is told where to.
+  // From now on moves succeed without reporting where the item went.
   void tellNoPlaces() { tellsPlaces_ = false; }
 
   Result<ItemInTrash> moveToTrash(const std::string& path) override;
@@ -34,13 +33,13 @@ class MemoryTrash final : public TrashMover, public TrashCan {
   Result<std::int64_t> count() override;
   EmptiedTrash empty() override;
 
-  // The folder that its items go to.
+  // The folder that items are moved to.
   static constexpr const char* trash = "/home/user/.Trash";
 
  private:
   struct Item {
     std::string content;
-    unsigned number = 0;  // never given again
+    unsigned number = 0;  // never reused
   };
 
   void makeFoldersAbove(const std::string& path);

@@ -24,7 +24,7 @@ struct MemoryTrashHarness {
 INSTANTIATE_TYPED_TEST_SUITE_P(MemoryTrash, TrashContract, MemoryTrashHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(MemoryTrash, TrashCanContract, MemoryTrashHarness);
 
-TEST(MemoryTrash, refuses_what_it_was_told_to) {
+TEST(MemoryTrash, refused_items_do_not_move) {
   MemoryTrash disk;
   disk.put("/a");
   disk.refuse("/a");
@@ -34,7 +34,7 @@ TEST(MemoryTrash, refuses_what_it_was_told_to) {
   EXPECT_TRUE(disk.has("/a"));
 }
 
-TEST(MemoryTrash, does_not_delete_what_it_was_told_to_refuse) {
+TEST(MemoryTrash, refused_items_are_not_deleted) {
   MemoryTrash disk;
   disk.put("/a");
   disk.put("/b");
@@ -48,7 +48,7 @@ TEST(MemoryTrash, does_not_delete_what_it_was_told_to_refuse) {
   EXPECT_TRUE(disk.has(place));
 }
 
-TEST(MemoryTrash, moves_without_a_word_of_where_to) {
+TEST(MemoryTrash, moves_may_report_no_place) {
   MemoryTrash disk;
   disk.put("/a");
   disk.tellNoPlaces();

@@ -1,4 +1,4 @@
-// The user of a dialog that runs an event loop of its own.
+// Operates a dialog that runs an event loop of its own.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace tessaly {
 
-// Runs `answer` on the dialog as soon as it is up.
+// Runs `answer` on the dialog as soon as it is open.
 template <class Dialog>
 void whenUp(std::function<void(Dialog&)> answer) {
   QTimer::singleShot(0, [answer = std::move(answer)] {

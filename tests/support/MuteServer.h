@@ -1,4 +1,4 @@
-// Servers for windows that listen, and say nothing to whoever connects.
+// A display server that accepts connections and never answers.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ namespace tessaly {
 
 class MuteServer {
  public:
-  // With its socket at `path`.
+  // A server with its socket at `path`.
   static MuteServer at(const std::string& path) {
     MuteServer server;
     server.display_ = path;
@@ -23,8 +23,8 @@ class MuteServer {
     return server;
   }
 
-  // Where X clients look first: under a name that is no file, and that goes with the socket. Of a
-  // display number that no server has.
+  // A server at the abstract socket that X clients try first, with a display number that no real
+  // server has. The name disappears with the socket.
   static MuteServer ofX() {
     constexpr int first = 4100;
     constexpr int last = 4200;
@@ -39,10 +39,10 @@ class MuteServer {
 
   bool isThere() const { return static_cast<bool>(socket_); }
   const Descriptor& socket() const { return socket_; }
-  // As DISPLAY or WAYLAND_DISPLAY takes it.
+  // The value for DISPLAY or WAYLAND_DISPLAY.
   const std::string& display() const { return display_; }
 
-  // Whether somebody has connected since the last call.
+  // Whether a client has connected since the last call.
   bool wasAsked() const {
     pollfd waiting{socket_.get(), POLLIN, 0};
     if (::poll(&waiting, 1, 0) <= 0) return false;
@@ -50,7 +50,7 @@ class MuteServer {
   }
 
  private:
-  // `start`: where in the address the name begins.
+  // `start` is the offset of the name in the address.
   void listen(const std::string& path, std::size_t start) {
     constexpr int waiting = 4;
     sockaddr_un address{};

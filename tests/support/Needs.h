@@ -1,9 +1,9 @@
-// What a test needs of the machine beyond what every machine has, as the reason of a skip:
+// What a test needs that not every machine has, as the reason of a skip:
 //
 //   if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
 //
-// or inside a text that tells more. tests/skips looks for itself whether the machine has what a
-// skipped test needs, so that no test is skipped by mistake. What is new here needs a look there.
+// or inside a longer text. tests/skips checks whether the machine meets the needs of skipped tests,
+// so that no test is skipped by mistake. Each new need must be added there.
 #pragma once
 
 #include <string>
@@ -12,26 +12,26 @@ namespace tessaly {
 
 enum class Need {
   root,
-  tracing,          // of a child's system calls, and changing them
-  mounts,           // in a list of mounts of one's own
-  fuse,             // a file system that a program serves
-  image,            // a file system in a file
-  fixedAttributes,  // files that not even root changes
+  tracing,          // tracing a child's system calls, and changing them
+  mounts,           // mounting in a mount namespace of one's own
+  fuse,             // a FUSE file system
+  image,            // a file system in an image file
+  fixedAttributes,  // files that not even root can change
   vfat,
   btrfs,
   bindfs,
-  overlay,        // layers over folders
-  quota,          // on a file system in memory
-  changedRoot,    // a root of its own
-  lastingInodes,  // in the folder of the tests
+  overlay,        // overlayfs
+  quota,          // on a tmpfs
+  changedRoot,    // chroot
+  lastingInodes,  // in the folder of the tests, numbers of inodes that last
   rootFile,       // a file directly in "/"
-  listedRoot,     // "/" in the list of df
-  countedReads,   // how much a process has read
-  spareNiceness,  // the tests do not run at the lowest priority
+  listedRoot,     // "/" in the output of df
+  countedReads,   // the number of bytes that a process has read
+  spareNiceness,  // a priority above the lowest
   gio,
-  gioTrash,  // gio, and what it asks on the session bus
+  gioTrash,  // gio, and its service on the session bus
   trashCli,
-  plainBuild,  // one without sanitizers
+  plainBuild,  // a build without sanitizers
 };
 
 inline const char* nameOf(Need need) {

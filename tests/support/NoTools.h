@@ -1,4 +1,4 @@
-// A system on which no tool can be started.
+// A system without tools.
 #pragma once
 
 #include <string>

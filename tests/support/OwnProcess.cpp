@@ -20,7 +20,7 @@ std::size_t entriesOf(const char* folder) {
 }  // namespace
 
 OwnProcess OwnProcess::now() {
-  // With the first thread that a program starts, the thread sanitizer starts one that stays.
+  // With the first thread of a program, the thread sanitizer starts one that stays.
   [[maybe_unused]] static const bool hasStartedOne = [] {
     std::thread([] {}).join();
     return true;

@@ -1,4 +1,4 @@
-// What the process of the tests has at this moment, to find out what was left behind.
+// The resources of the test process at this moment, to find leaks.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace tessaly {
 struct OwnProcess {
   std::size_t descriptors = 0;
   std::size_t threads = 0;
-  bool hasChildren = false;  // zombies too
+  bool hasChildren = false;  // including zombies
 
   static OwnProcess now();
 
@@ -21,8 +21,8 @@ struct OwnProcess {
   }
 };
 
-// Looks until the process is as `expected`, which needs the help of other threads and processes,
-// and gives what it saw last. After a minute it gives up.
+// Polls until the process is as `expected`, which depends on other threads and processes, and
+// returns the last state. Gives up after a minute.
 OwnProcess settled(const OwnProcess& expected);
 
 }  // namespace tessaly

@@ -1,5 +1,4 @@
-// The content, the permissions and the folders of plain files, for tests that look at what was left
-// on disk.
+// Content, permissions and folders of plain files, for tests that examine the disk.
 #pragma once
 
 #include <algorithm>
@@ -16,13 +15,13 @@ inline void putFile(const std::string& path, const std::string& content) {
   std::ofstream(path, std::ios::binary) << content;
 }
 
-// "" for a file that is not there.
+// "" for a missing file.
 inline std::string contentOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// In the order of their bytes.
+// Sorted by their bytes.
 inline std::vector<std::string> entriesOf(const std::string& folder) {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -32,7 +31,7 @@ inline std::vector<std::string> entriesOf(const std::string& folder) {
   return names;
 }
 
-// The permission bits of the item itself; 0 for one that is not there.
+// The permission bits of the item itself; 0 if it is missing.
 inline mode_t permissionsOf(const std::string& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;

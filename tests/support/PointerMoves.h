@@ -1,4 +1,4 @@
-// What a mouse and a finger do in a window, as the events of Qt that they make.
+// Mouse and finger gestures in a window, as Qt events.
 #pragma once
 
 #include <QPoint>
@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-// The moves that a pull is made of. Several before a frame count as one.
+// The number of moves in a drag. Several moves within a frame count as one.
 inline constexpr int movesOfAPull = 8;
 
 inline void pullByMouse(QQuickWindow& window, QPoint from, QPoint by) {
@@ -23,7 +23,7 @@ inline void pullByMouse(QQuickWindow& window, QPoint from, QPoint by) {
   QTest::mouseRelease(&window, Qt::LeftButton, {}, from + by);
 }
 
-// The screen of all fingers of a test program, which Qt keeps until that ends.
+// The touch screen of the test program, which Qt keeps until the end.
 inline QPointingDevice* touchScreen() {
   static QPointingDevice* const screen = QTest::createTouchDevice();
   return screen;
@@ -38,7 +38,7 @@ inline void pullByFinger(QQuickWindow& window, QPoint from, QPoint by) {
   QTest::touchEvent(&window, touchScreen()).release(0, from + by, &window);
 }
 
-// Of a mouse, in eighths of a degree; -120 is one notch down.
+// Turns the mouse wheel, in eighths of a degree; -120 is one notch down.
 inline void turnWheel(QQuickWindow& window, QPointF point, QPoint angle) {
   QWheelEvent event(point, window.mapToGlobal(point), {}, angle, Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);

@@ -1,4 +1,4 @@
-// Files as the readers of previews get them.
+// Files in the form that the readers of previews get.
 #pragma once
 
 #include <stdexcept>
@@ -15,7 +15,7 @@
 
 namespace tessaly {
 
-// With its content open, if it is a file.
+// The item at `path`, with its content open if it is a file.
 inline HeldItem held(const std::string& path) {
   Result<HeldItem> item = HeldItem::at(path);
   if (!item) throw std::runtime_error(item.error().description());
@@ -25,7 +25,7 @@ inline HeldItem held(const std::string& path) {
   return std::move(item.value());
 }
 
-// An image as a file has it.
+// The bytes of an image file.
 inline std::string encoded(const QImage& image, const char* format) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -34,8 +34,8 @@ inline std::string encoded(const QImage& image, const char* format) {
   return bytes.toStdString();
 }
 
-// Of several colours, so that what is turned or mixed up shows: the upper left quarter is red, the
-// upper right one green, the lower left one blue and the last one white.
+// An image with four colours, so that rotated or mixed-up pictures are noticed: red, green / blue,
+// white.
 inline QImage quarters(int width, int height) {
   QImage image(width, height, QImage::Format_RGB32);
   for (int y = 0; y < height; ++y) {
@@ -49,7 +49,7 @@ inline QImage quarters(int width, int height) {
   return image;
 }
 
-// The colours of the quarters from the upper left to the lower right, a letter each: r, g, b, w, or
+// The colours of the quarters from the upper left to the lower right as letters: r, g, b, w, or
 // "?".
 inline std::string colorsOf(const QImage& image) {
   std::string letters;

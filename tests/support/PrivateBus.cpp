@@ -22,7 +22,7 @@ std::string socketIn(const std::string& folder) {
   return folder + "/socket";
 }
 
-// Whether somebody listens there.
+// Whether a server listens at `path`.
 bool answers(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -35,8 +35,8 @@ bool answers(const std::string& path) {
   return isConnected;
 }
 
-// Unlike that of a session, without the folders where the machine's services are listed. The socket
-// goes when the folder does.
+// Unlike a session's bus, it does not list the services of the machine. The socket is deleted with
+// the folder.
 std::string configuration(const std::string& folder, const std::string& services) {
   return "<busconfig><type>session</type><listen>unix:path=" + socketIn(folder) +
          "</listen><servicedir>" + services +
@@ -54,7 +54,7 @@ PrivateBus::PrivateBus() {
   Result<Process> launched =
       Process::launch({.path = "/usr/bin/dbus-daemon",
                        .args = {"--config-file=" + file, "--nofork", "--nopidfile"},
-                       // It must not hold the test's own open, should that one die.
+                       // The bus must not keep the test's own streams open if the test dies.
                        .output = Process::Stream::captured,
                        .error = Process::Stream::captured});
   if (!launched) return;

@@ -1,5 +1,5 @@
-// A message bus of a test's own: nobody is on it but those whom the test lets in, and it starts no
-// service of the machine. For tests with a QCoreApplication.
+// A message bus for one test: only the test's own connections are on it, and it starts no service
+// of the machine. Needs a QCoreApplication.
 #pragma once
 
 #include <functional>
@@ -26,30 +26,30 @@ class PrivateBus {
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
 
-  // False where dbus-daemon could not be started.
+  // False if dbus-daemon could not be started.
   bool isRunning() const { return !address_.isEmpty(); }
 
-  // As DBUS_SESSION_BUS_ADDRESS takes it.
+  // The value for DBUS_SESSION_BUS_ADDRESS.
   const QString& address() const { return address_; }
 
-  // A new connection of somebody who is not there yet, else the one he has. Any thread.
+  // The connection named `who`, opened on first use. Any thread.
   QDBusConnection connection(const QString& who);
 
-  // Has the bus run a shell command when somebody wants a service of this name. To be said before
-  // the first connection is made.
+  // Makes the bus run a shell command when a client wants a service of this name. Call it before
+  // the first connection is opened.
   void startServiceBy(const QString& service, const std::string& shellCommand);
 
  private:
-  TempTree folder_;  // of the bus's configuration and its services
-  // None of Qt's own: how QProcess forks makes the thread sanitizer blind on this thread.
+  TempTree folder_;  // with the bus's configuration and services
+  // Not a QProcess: the way it forks blinds the thread sanitizer on this thread.
   std::optional<Process> daemon_;
   QString address_;
   QStringList names_;  // of the connections
   std::mutex namesMutex_;
 };
 
-// An object on a bus that writes down what it is asked for, and answers at once with nothing unless
-// it is told otherwise. Lives on the thread that made it, and needs its event loop.
+// An object on a bus that records its calls, and answers each at once with an empty reply by
+// default. Lives on the thread that created it, and needs its event loop.
 class BusObject : public QDBusVirtualObject {
  public:
   using Answer = std::function<void(const QDBusMessage& call, const QDBusConnection& bus)>;
@@ -61,8 +61,8 @@ class BusObject : public QDBusVirtualObject {
   Answer answer;  // sends the reply, now or later
 };
 
-// Waits until all that `from` has sent so far has been dealt with by the object at `path` of
-// `service`, and what that has answered so far by `from`. Runs the event loop meanwhile.
+// Waits until the object at `path` of `service` has handled everything that `from` has sent so far,
+// and `from` has received the replies to it. Runs the event loop.
 void catchUp(const QDBusConnection& from, const QString& service, const QString& path);
 
 }  // namespace tessaly

@@ -13,8 +13,8 @@ namespace tessaly {
 
 namespace {
 
-// Whoever is not root may mount only in a space of users of his own, and files there must have an
-// owner that it knows.
+// Users other than root may mount only in a user namespace of their own, and the owners of files
+// must be mapped in it.
 bool enterNamespace() {
   if (geteuid() == 0) return unshare(CLONE_NEWNS) == 0;
   const auto map = [](unsigned id) { return std::to_string(id) + " " + std::to_string(id) + " 1"; };

@@ -1,5 +1,5 @@
-// Mounting for a test alone: in a child process with a list of mounts of its own, so that nobody
-// else sees what it mounts and all is gone with it.
+// Mounts for one test: in a child process with a mount namespace of its own, so that the mounts are
+// invisible to others and disappear with it.
 #pragma once
 
 #include <functional>
@@ -9,11 +9,12 @@
 
 namespace tessaly {
 
-// What `body` returned, "" by habit for "as expected", as inForkedChild() has it. Begins with
-// "refused" where nothing can be mounted here; bodies use refusal() to say so too. For GTEST_SKIP.
+// Returns what `body` returned, by convention "" for "as expected", like inForkedChild(). Begins
+// with "refused" if nothing can be mounted here; bodies use refusal() to say so too. For
+// GTEST_SKIP.
 std::string inPrivateMounts(const std::function<std::string()>& body);
 
-// "refused", what is needed, and the system's words for errno.
+// "refused", the need, and the system's text for errno.
 std::string refusal(Need need = Need::mounts);
 
 }  // namespace tessaly

@@ -1,5 +1,5 @@
-// The main of tests that need a QApplication: without a display, drawn by the software renderer, so
-// that every machine sees the same.
+// The main function of tests that need a QApplication: without a display, drawn by the software
+// renderer, so that all machines draw alike.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

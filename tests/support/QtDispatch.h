@@ -1,5 +1,5 @@
-// A dispatch that a test can wait for: each piece for a worker queue gets a thread of its own, the
-// main queue is Qt's event loop on the thread that made it.
+// A dispatch that a test can wait for: each piece of work for a worker queue gets a thread of its
+// own; the main queue is Qt's event loop on the thread that created the dispatch.
 #pragma once
 
 #include <chrono>
@@ -37,12 +37,12 @@ class QtDispatch final : public Dispatch {
     }
   }
 
-  // No test has waited for time to pass.
+  // No test with this dispatch uses delays.
   void after(std::chrono::milliseconds, Queue, Work) override { ADD_FAILURE(); }
 
-  // Runs the event loop until all work has ended, with what that work has handed over.
+  // Runs the event loop until all work and its results have run.
   void finish() {
-    // What still runs past the limit uses the test's own, which is about to go.
+    // Work that runs past the limit uses objects of the test, which are about to be destroyed.
     if (!eventuallyByEvents([this] { return !isBusy(); }, "the end of all work")) std::abort();
     for (std::thread& thread : threads_) thread.join();
     threads_.clear();

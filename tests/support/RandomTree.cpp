@@ -31,8 +31,8 @@ constexpr std::array<std::string_view, 7> times = {"mtime=-1000000000.5",
                                                    "mtime=4294967295",
                                                    ""};
 
-// Writes a tree line by line. Folders that hold many files get them as further names of two files
-// at the top, so that they take no room.
+// Writes a tree line by line. Folders with many files get them as hard links to two files at the
+// top, so that they take no space.
 class Writer {
  public:
   explicit Writer(std::uint64_t seed, int items) : random_(seed), left_(items) {}
@@ -46,7 +46,8 @@ class Writer {
  private:
   bool chance(unsigned in) { return random_() % in == 0; }
 
-  // Every name carries a number, but for those that must be exact; these stand in numbered folders.
+  // Names are unique by a number, except those that must be exact; these are in folders with a
+  // number.
   std::string freshName() {
     return std::string(one(stems, random_)) + std::to_string(number_++) +
            std::string(one(endings, random_));
@@ -100,7 +101,7 @@ class Writer {
     }
   }
 
-  // Folders with nothing beside them, down past the depth at which a scanned tree stops.
+  // A chain of folders that goes below the depth at which a scanned tree ends.
   void writeChain(int level, const std::string& name) {
     const int depth = static_cast<int>(random_() % 9) + 1;
     if (level + depth > 20) return;

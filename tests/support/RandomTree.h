@@ -1,4 +1,4 @@
-// Texts of trees with all that a scan tells apart, at random, the same for the same seed.
+// Random texts of trees with everything that a scan distinguishes; the same for the same seed.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,10 @@
 
 namespace tessaly {
 
-// A tree of about `items` lines in the form that TempTree builds.
+// A tree of about `items` lines in the format of TempTree.
 std::string randomTree(std::uint64_t seed, int items);
 
-// Exclusions that meet some of the names of a random tree built at `root`, or none of them.
+// Exclusions that match some of the names in a random tree at `root`, or none.
 DiskScanner::Options randomOptions(std::uint64_t seed, const std::string& root);
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// A system that refuses threads, as it does where the user has too many already.
+// A system that refuses threads, as it does when the user has too many.
 #pragma once
 
 #include <atomic>
@@ -10,14 +10,14 @@
 
 namespace tessaly {
 
-// Outlives those it lends startThread() to. Safe from any thread.
+// Must outlive the users of its startThread(). Safe from any thread.
 class RefusedThreads {
  public:
   explicit RefusedThreads(bool isRefusing = true) : isRefusing_(isRefusing) {}
 
   void refuse() { isRefusing_ = true; }
   void relent() { isRefusing_ = false; }
-  // Grants so many more, and no others.
+  // Grants this many more threads.
   void refuseAfter(int granted) {
     granted_ = granted;
     isRefusing_ = true;
@@ -41,8 +41,8 @@ class RefusedThreads {
   std::atomic<int> refused_ = 0;
 };
 
-// Has the system refuse threads to this process for true, and lets it grant them again. Only in a
-// child, and as a user who is not root, to whom no limit applies. For what goes wrong a text.
+// Make the system really refuse threads to this process, and grant them again. Only in a child, and
+// as a user other than root, for whom there is no limit. Return "" or what went wrong.
 std::string refuseThreads();
 std::string grantThreads();
 

@@ -25,7 +25,7 @@ std::string worded(const std::vector<ScanRecord::Event>& events, std::size_t pla
 DiskScanner::Callbacks ScanRecord::callbacks() {
   const auto caller = std::this_thread::get_id();
   const auto note = [this, caller](Event event) {
-    // Away from the caller's thread nothing may be written, or the record itself would race.
+    // Other threads write nothing, or the record itself would have a data race.
     if (std::this_thread::get_id() != caller) {
       elsewhere_ = true;
       return;

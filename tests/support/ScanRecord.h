@@ -1,4 +1,4 @@
-// Writes down every callback of one scan, in order, and can cancel it at an item.
+// Records every callback of one scan in order, and can cancel the scan at an item.
 #pragma once
 
 #include <atomic>
@@ -25,17 +25,17 @@ class ScanRecord {
 
   static constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
-  // From poll number `cancelAt` on, counted from 1, the scan is told that it is cancelled.
+  // The scan is cancelled at poll number `cancelAt`, counted from 1, and later.
   explicit ScanRecord(std::size_t cancelAt = never) : cancelAt_(cancelAt) {}
 
-  // Called within poll number `at`.
+  // Calls `action` within poll number `at`.
   void during(std::size_t at, std::function<void()> action) {
     actionAt_ = at;
     action_ = std::move(action);
   }
 
   // Callbacks that write into this record, which must outlive them. They must be called on the
-  // thread that calls this.
+  // calling thread.
   DiskScanner::Callbacks callbacks();
 
   const std::vector<Event>& events() const { return events_; }
@@ -53,7 +53,7 @@ class ScanRecord {
   std::atomic<bool> elsewhere_ = false;
 };
 
-// The first place where two records differ, for a person; "" when they are equal.
+// The first difference between two records as a message; "" if they are equal.
 std::string differenceOf(const ScanRecord& expected, const ScanRecord& actual);
 
 }  // namespace tessaly

@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using Item = FolderEnumerator::Item;
 
-// Absolute, links resolved as far as the path leads anywhere, no "/" at the end.
+// An absolute path with links resolved as far as it exists, without a trailing "/".
 std::string resolved(const std::string& path) {
   std::error_code error;
   std::string canonical = fs::canonical(path, error).native();
@@ -56,7 +56,7 @@ bool isLink(const Item& item) {
   return item.values && S_ISLNK(item.values->st_mode);
 }
 
-// A directory has no room of its own to tell, only a length.
+// A directory has no blocks to count, only a length.
 std::int64_t allocatedBytes(const Item& item) {
   if (!item.values) return 0;
   if (S_ISDIR(item.values->st_mode)) return item.values->st_size;
@@ -138,7 +138,7 @@ class Walk {
       enumerator.skipDescendants();
       return;
     }
-    // Links are never entered, so the path of an item holds none that the root's does not.
+    // Links are never entered, so the path of an item has no links below the root.
     const auto parts = partsBetween(rootPath_, item.path);
     if (!parts || parts->empty()) return;
     const std::string& first = parts->front();

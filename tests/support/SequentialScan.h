@@ -1,6 +1,6 @@
-// What a scan must give, worked out in the plainest way: one thread, one item after the other,
-// whole path strings and ordered maps. It shares no step with DiskScanner and is what DiskScanner
-// is compared with. Changes the current directory while it runs.
+// The expected result of a scan, computed in the simplest way: one thread, one item after the
+// other, whole paths and ordered maps. It shares no code with DiskScanner, which is compared with
+// it. Changes the current directory while it runs.
 #pragma once
 
 #include <optional>
@@ -12,18 +12,18 @@
 
 namespace tessaly::SequentialScan {
 
-// The same promise as DiskScanner::scan, with the order in which siblings are met as a choice.
-// Children of equal size stand in the order of their paths' bytes.
+// Same contract as DiskScanner::scan, with a choice of the order of siblings. Children of equal
+// size are sorted by the bytes of their paths.
 DiskNode scan(const std::string& root, const DiskScanner::Callbacks& callbacks = {},
               const DiskScanner::Options& options = {}, const Places& places = Places::current(),
               const FolderEnumerator::SiblingOrder& order = {});
 
-// The components that lead from `root` to `path`, links in both resolved; absent when `path` does
-// not lie under `root`.
+// The components from `root` to `path`, after resolving links in both; absent if `path` is not
+// below `root`.
 std::optional<std::vector<std::string>> relativeParts(const std::string& root,
                                                       const std::string& path);
 
-// Whether `path` is one of `prefixes` or lies below one.
+// Whether `path` is one of `prefixes` or below one.
 bool isExcluded(const std::string& path, const std::vector<std::string>& prefixes);
 
 }  // namespace tessaly::SequentialScan

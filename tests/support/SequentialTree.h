@@ -1,4 +1,4 @@
-// The accumulator of the sequential scan, and the pruned tree that is made from it.
+// The accumulator of the sequential scan, and the pruned tree made from it.
 #pragma once
 
 #include <cstdint>
@@ -24,22 +24,22 @@ struct Acc {
   Acc() = default;
   Acc(Acc&&) = default;
   Acc& operator=(Acc&&) = default;
-  ~Acc();  // takes down any depth without recursion
+  ~Acc();  // destroys any depth without recursion
 };
 
 using FolderNames = std::unordered_set<std::string>;
 
-// Folds one item into `acc`, the root, whose path is `fullRoot`.
+// Adds one item to `acc`, the root, whose path is `fullRoot`.
 void add(Acc& acc, const std::vector<std::string>& parts, std::int64_t size, bool isDir,
          const std::string& fullRoot, std::optional<double> mtime, const FolderNames& important);
 
 DiskNode freeze(const Acc& acc, int depth, const std::string& parentName, bool expandPackages,
                 const FolderNames& important);
 
-// `folder` with one more component.
+// `folder` with one component appended.
 std::string appended(const std::string& folder, const std::string& component);
 
-// Lower case by Unicode, whatever the locale; bytes that are no UTF-8 stay.
+// Lower case by Unicode, in any locale; bytes that are not UTF-8 are kept.
 std::string lowerCased(const std::string& text);
 
 }  // namespace tessaly::SequentialScan

@@ -1,5 +1,5 @@
-// What one step changes of a session, by the names of its fields, and of its user's settings, by
-// their keys: so that a test can say what a step changes and that it changes nothing else.
+// Which fields of a session and which settings a step changes, by name, so that a test can check
+// that it changes nothing else.
 #pragma once
 
 #include <functional>
@@ -20,7 +20,7 @@ class SessionRecord {
  public:
   using Names = std::set<std::string>;
 
-  // Keeps what everything is now. Both outlive the record.
+  // Stores the present state. Both arguments must outlive the record.
   SessionRecord(ScanSession& session, const SettingsStore& settings) {
     keep("pane", session.shown(), &Shown::paneChanged, &Shown::pane);
     keep("status", session.run(), &ScanRun::statusChanged, &ScanRun::status);
@@ -87,7 +87,7 @@ class SessionRecord {
   SessionRecord(const SessionRecord&) = delete;
   SessionRecord& operator=(const SessionRecord&) = delete;
 
-  // The fields and settings that are not what they were.
+  // The fields and settings that have changed since.
   Names changed() const {
     Names names = changedFields();
     for (const Row& row : settings_)
@@ -100,7 +100,7 @@ class SessionRecord {
       if (!row.isAsItWas()) names.insert(row.name);
     return names;
   }
-  // The fields whose signal has come since.
+  // The fields that have been announced since.
   const Names& announced() const { return announced_; }
 
  private:

@@ -1,5 +1,4 @@
-// What every SettingsStore promises, as tests. To run them against an implementation, give a
-// harness:
+// Tests for every SettingsStore. To run them on an implementation, define a harness:
 //
 //   struct Harness {
 //     SettingsStore& store();  // empty at first
@@ -21,14 +20,14 @@ class SettingsContract : public ::testing::Test {
  protected:
   SettingsStore& store() { return harness_.store(); }
 
-  // Every byte there is.
+  // A text with all byte values.
   static std::string allBytes() {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
     return bytes;
   }
 
-  // Which of the types are found under `key`: t, b, a, d for text, boolean, array, binary.
+  // The types that are found under `key`: t, b, a, d for text, boolean, array, binary.
   std::string typesOf(const std::string& key) {
     std::string types;
     if (store().text(key)) types += 't';

@@ -1,4 +1,4 @@
-// What tests/skips makes of the log of a run.
+// How tests/skips reads the log of a run.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-// A machine surely has the one, and whether the other is had a file in the build's folder says.
+// Every machine has the first need; a file in the build folder says whether the second one is met.
 constexpr Need had = Need::countedReads;
 constexpr Need ofPlainBuilds = Need::plainBuild;
 
@@ -28,7 +28,7 @@ class Skips : public testing::Test {
     putFile(tree_.at("CMakeCache.txt"), "TESSALY_SANITIZE:STRING=address,undefined\n");
   }
 
-  // As ctest and the test framework write it.
+  // The output of ctest and the test framework.
   void run(const std::string& name, const std::string& output) {
     log_ += "7/9 Testing: " + name + "\n7/9 Test: " + name + "\nOutput:\n----\n" + output +
             "<end of output>\nTest time =   0.00 sec\n";
@@ -38,7 +38,7 @@ class Skips : public testing::Test {
                   "\n\n[  SKIPPED ] " + name + " (0 ms)\n");
   }
 
-  // Whether it fails; what it says is in `told_`.
+  // Whether tests/skips fails; its output is in `told_`.
   bool fails() {
     putFile(tree_.at("Testing/Temporary/LastTest.log"), log_);
     const std::string said = tree_.at("said");
@@ -53,17 +53,17 @@ class Skips : public testing::Test {
   std::string told_;
 };
 
-TEST_F(Skips, are_none_where_all_tests_ran) {
+TEST_F(Skips, nothing_is_reported_if_all_tests_ran) {
   run("room:A.runs", "[       OK ] A.runs (1 ms)\n");
   EXPECT_FALSE(fails());
   EXPECT_THAT(told_, HasSubstr(" 0 tests skipped, 0 by mistake"));
 }
 
-TEST_F(Skips, are_told_with_their_reasons_where_the_machine_lacks_something) {
+TEST_F(Skips, skips_are_reported_with_their_reasons_if_the_machine_lacks_something) {
   run("room:A.runs", "[       OK ] A.runs (1 ms)\n");
   skip("room:A.is_skipped", needs(ofPlainBuilds, "no room"));
   skip("room:A.is_skipped_too", "not here, " + needs(ofPlainBuilds, "no room: at all"));
-  // ctest counts them among the disabled.
+  // ctest lists them among the disabled tests.
   putFile(tree_.at("Testing/Temporary/LastTestsDisabled.log"),
           "8:room:A.is_skipped\n9:room:A.is_skipped_too\n");
   EXPECT_FALSE(fails());
@@ -73,14 +73,14 @@ TEST_F(Skips, are_told_with_their_reasons_where_the_machine_lacks_something) {
   EXPECT_THAT(told_, Not(HasSubstr("A.runs")));
 }
 
-TEST_F(Skips, for_a_sanitizer_are_mistakes_in_a_build_without_one) {
+TEST_F(Skips, a_skip_for_a_sanitizer_is_a_mistake_in_a_build_without_one) {
   skip("room:A.is_skipped", needs(ofPlainBuilds, "no room"));
   putFile(tree_.at("CMakeCache.txt"), "TESSALY_SANITIZE:STRING=\n");
   EXPECT_TRUE(fails());
   EXPECT_THAT(told_, HasSubstr("A.is_skipped: MISTAKE"));
 }
 
-TEST_F(Skips, are_mistakes_where_the_machine_has_what_is_needed) {
+TEST_F(Skips, a_skip_is_a_mistake_if_the_machine_meets_the_need) {
   skip("room:A.is_skipped", needs(ofPlainBuilds, "no room"));
   skip("room:A.forgets_to_run", needs(had, "nothing is told"));
   EXPECT_TRUE(fails());
@@ -88,7 +88,7 @@ TEST_F(Skips, are_mistakes_where_the_machine_has_what_is_needed) {
   EXPECT_THAT(told_, HasSubstr(" 2 tests skipped, 1 by mistake"));
 }
 
-TEST_F(Skips, are_mistakes_without_a_need_that_is_known) {
+TEST_F(Skips, a_skip_without_a_known_need_is_a_mistake) {
   for (const char* reason : {"", "not today", "needs a rest: now", "needs magic: none"}) {
     log_.clear();
     skip("room:A.is_skipped", reason);
@@ -97,20 +97,20 @@ TEST_F(Skips, are_mistakes_without_a_need_that_is_known) {
   }
 }
 
-TEST_F(Skips, of_tests_that_are_disabled_are_mistakes) {
+TEST_F(Skips, a_disabled_test_is_a_mistake) {
   run("room:A.runs", "[       OK ] A.runs (1 ms)\n");
   putFile(tree_.at("Testing/Temporary/LastTestsDisabled.log"), "8:room:A.is_disabled\n");
   EXPECT_TRUE(fails());
   EXPECT_THAT(told_, HasSubstr("disabled: room:A.is_disabled"));
 }
 
-TEST_F(Skips, are_not_known_where_nothing_ran) {
+TEST_F(Skips, skips_are_unknown_if_nothing_ran) {
   const std::string command = std::string(TESSALY_SKIPS) + " '" + tree_.path() + "' >/dev/null";
   EXPECT_NE(std::system(command.c_str()), 0);
 }
 
-// Each need has a look in the script; the last of them is the one for builds.
-TEST_F(Skips, are_looked_into_for_every_need) {
+// The script checks each need; the last one is that of builds.
+TEST_F(Skips, the_script_checks_every_need) {
   const std::string script = contentOf(TESSALY_SKIPS);
   for (int number = 0; number <= static_cast<int>(Need::plainBuild); ++number) {
     const std::string name = nameOf(static_cast<Need>(number));

@@ -24,7 +24,7 @@
 namespace tessaly {
 namespace {
 
-// A call that no body makes stands before and behind the body.
+// A system call that no body uses marks the begin and the end of the body.
 constexpr long markedCall = SYS_getpgid;
 constexpr int beginMark = -0x7E55A1;
 constexpr int endMark = -0x7E55A2;
@@ -119,11 +119,11 @@ std::string readAll(int from) {
   }
 }
 
-// What is to happen to a run.
+// What to do to a run.
 struct Plan {
   std::size_t killStop = 0;  // from 1; 0 for none
   std::size_t failCall = 0;
-  long failNumber = -1;  // only calls of this number count for `failCall`; -1 for all
+  long failNumber = -1;  // only calls of this number count for failCall; -1: all calls
   int code = 0;
   SystemCallTrace::Refusals refusals = {};
   SystemCallTrace::Answer answer = {};
@@ -131,12 +131,12 @@ struct Plan {
   std::function<void()> act = {};
 };
 
-// Follows one child from its first stop to the end of its body.
+// Traces one child from its first stop to the end of its body.
 class Tracer {
  public:
   Tracer(pid_t child, const Plan& plan) : child_(child), plan_(plan) {}
 
-  // A body that was let finish runs on untraced, to tell what it has to tell.
+  // A body that may finish continues untraced, to report its result.
   TracedRun run() {
     if (!follow() && run_.told.empty()) {
       run_.told = std::string("tracing failed: ") + std::strerror(errno);
@@ -152,7 +152,7 @@ class Tracer {
  private:
   enum class Phase { before, marking, body, after };
 
-  // False when the system refuses.
+  // False if the system refuses tracing.
   bool follow() {
     constexpr auto options = PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL;
     if (!wait() || !isThere_ || trace(PTRACE_SETOPTIONS, child_, 0, options) != 0) return false;
@@ -241,7 +241,7 @@ class Tracer {
     return wait();
   }
 
-  // Waits for the next stop, or for the end.
+  // Waits for the next stop, or for the end of the child.
   bool wait() {
     while (::waitpid(child_, &status_, 0) < 0) {
       if (errno != EINTR) return false;
@@ -260,8 +260,8 @@ class Tracer {
   int status_ = 0;
   bool isThere_ = true;
   Phase phase_ = Phase::before;
-  int failure_ = 0;                // of the call that is being made
-  std::uint64_t answerPlace_ = 0;  // in the child, for the call that is being made; 0 for none
+  int failure_ = 0;                // of the current call
+  std::uint64_t answerPlace_ = 0;  // address in the child, for the current call; 0: none
   std::size_t stops_ = 0;
   std::size_t countedCalls_ = 0;
   TracedRun run_;
@@ -276,7 +276,7 @@ TracedRun traced(const Plan& plan, const std::function<std::string()>& body) {
   }
   const Descriptor out(ends[0]);
   Descriptor in(ends[1]);
-  std::fflush(nullptr);  // or the child may write once more what has not been written yet
+  std::fflush(nullptr);  // or the child would write the buffered output again
   const pid_t child = ::fork();
   if (child < 0) {
     run.told = "no child";

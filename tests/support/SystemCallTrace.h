@@ -1,17 +1,16 @@
-// Runs a piece of code in a forked child, system call by system call, to see what it asks of the
-// system, to end it at any of them, to have any of them fail, and to do something else meanwhile.
-// So a test can show that work which must be all or nothing is just that, wherever it is
-// interrupted:
+// Runs a piece of code in a forked child, system call by system call: records the calls, kills the
+// child at any of them, makes any of them fail, or does something else meanwhile. So a test can
+// show that an operation is atomic, wherever it is interrupted:
 //
 //   for (std::size_t stop = 1;; ++stop) {
-//     ...put everything in its place...
+//     ...prepare the files...
 //     const TracedRun run = SystemCallTrace::killedAt(stop, body);
-//     ...see that all is as it was, or all is done...
+//     ...check that nothing is done, or all of it...
 //     if (run.end != TracedRun::End::killed) break;
 //   }
 //
-// Only the thread that runs the body is followed. No assertions of the test framework in a body:
-// they would be lost in the child.
+// Only the thread that runs the body is traced. A body must not use assertions of the test
+// framework: they would be lost in the child.
 #pragma once
 
 #include <cstddef>
@@ -25,45 +24,45 @@ namespace tessaly {
 struct TracedRun {
   enum class End {
     finished,  // the body returned
-    killed,    // by us, where we were asked to
-    crashed,   // in any other way, which `told` describes
+    killed,    // killed where it was requested
+    crashed,   // ended in any other way, see `told`
   };
 
   End end = End::crashed;
-  std::string told;         // what the body returned, if it did
-  std::vector<long> calls;  // the body's calls in order, by their numbers in <sys/syscall.h>
-  long failedCall = -1;     // the number of the one that was made to fail, where that came to be
-  bool wasInterrupted = false;  // the stop came at which something else was to be done
+  std::string told;             // what the body returned, if it did
+  std::vector<long> calls;      // the system calls of the body in order, by their numbers in
+                                // <sys/syscall.h>
+  long failedCall = -1;         // the number of the call that was made to fail, if it was reached
+  bool wasInterrupted = false;  // the stop for the interruption was reached
 };
 
 namespace SystemCallTrace {
 
-// Why runs cannot be traced here; empty where they can. For GTEST_SKIP.
+// The reason why runs cannot be traced here; empty if they can. For GTEST_SKIP.
 std::string obstacle();
 
 // Runs the body to its end.
 TracedRun of(const std::function<std::string()>& body);
 
-// Calls by their numbers, and the errno that each of them fails with, whenever it is made.
+// Numbers of calls, and the errno that each of them always fails with.
 using Refusals = std::map<long, int>;
 
-// Kills the child at its `stop`-th stop, counted from 1. Each call has two: one before the system
-// begins it, one after.
+// Kills the child at its `stop`-th stop, counted from 1. Each call has two: before and after it.
 TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
                    const Refusals& refusals = {});
 
-// Lets the `call`-th call, counted from 1, fail with the errno `code`, without its having any
-// effect. Calls for memory and for taking turns are not counted, since a program can do little
-// without them and its sanitizers make them too.
+// Makes the `call`-th call, counted from 1, fail with the errno `code` and without effect. Calls
+// for memory and synchronisation are not counted: a program can hardly do without them, and its
+// sanitizers make them too.
 TracedRun failingAt(std::size_t call, int code, const std::function<std::string()>& body,
                     const Refusals& refusals = {});
 
-// Lets the `nth` of the calls of this number, counted from 1, fail in the same way.
+// Makes the `nth` call of this number, counted from 1, fail in the same way.
 TracedRun failingNth(long number, std::size_t nth, int code,
                      const std::function<std::string()>& body);
 
-// What the system is to have answered: each successful call of this number finds `bytes` at
-// `offset` of what its argument points to, counted from 0.
+// Changes the system's answers: after each successful call of this number, `bytes` replace those at
+// `offset` (from 0) in the memory that its argument points to.
 struct Answer {
   long number = -1;
   std::size_t argument = 0;
@@ -73,11 +72,11 @@ struct Answer {
 
 TracedRun answering(const Answer& answer, const std::function<std::string()>& body);
 
-// Refuses calls as a system would that does not have them.
+// Refuses calls like a system that lacks them.
 TracedRun refusing(const Refusals& refusals, const std::function<std::string()>& body);
 
-// Does `act` in this process, another one than the child, while the child waits at its `stop`-th
-// stop; then lets it go on.
+// Calls `act` in this process, the parent, while the child waits at its `stop`-th stop; then
+// continues the child.
 TracedRun interruptedAt(std::size_t stop, const std::function<void()>& act,
                         const std::function<std::string()>& body, const Refusals& refusals = {});
 

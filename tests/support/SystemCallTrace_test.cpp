@@ -26,7 +26,7 @@ class SystemCallTraceTest : public ::testing::Test {
   }
 };
 
-// Makes two folders one after the other.
+// Creates two folders one after the other.
 std::function<std::string()> makeTwo(const TempTree& tree) {
   return [first = tree.at("first"), second = tree.at("second")]() -> std::string {
     if (mkdir(first.c_str(), 0700) != 0) return std::string("first: ") + std::strerror(errno);
@@ -39,7 +39,7 @@ bool isThere(const TempTree& tree, const char* name) {
   return access(tree.at(name).c_str(), F_OK) == 0;
 }
 
-TEST_F(SystemCallTraceTest, tells_what_the_body_returned_and_which_calls_it_made) {
+TEST_F(SystemCallTraceTest, trace_reports_the_result_of_the_body_and_its_calls) {
   const TempTree tree;
   const TracedRun run = SystemCallTrace::of(makeTwo(tree));
   EXPECT_EQ(run.end, End::finished);
@@ -50,12 +50,12 @@ TEST_F(SystemCallTraceTest, tells_what_the_body_returned_and_which_calls_it_made
   EXPECT_TRUE(isThere(tree, "second"));
 }
 
-TEST_F(SystemCallTraceTest, takes_long_answers) {
+TEST_F(SystemCallTraceTest, long_results_are_reported_completely) {
   const TracedRun run = SystemCallTrace::of([] { return std::string(300000, 'x'); });
   EXPECT_EQ(run.told, std::string(300000, 'x'));
 }
 
-TEST_F(SystemCallTraceTest, kills_before_and_after_each_call) {
+TEST_F(SystemCallTraceTest, the_child_is_killed_before_and_after_each_call) {
   struct State {
     bool first;
     bool second;
@@ -75,7 +75,7 @@ TEST_F(SystemCallTraceTest, kills_before_and_after_each_call) {
             (std::vector<State>{{false, false}, {true, false}, {true, false}, {true, true}}));
 }
 
-TEST_F(SystemCallTraceTest, has_the_system_answer_otherwise) {
+TEST_F(SystemCallTraceTest, answers_of_the_system_are_changed) {
   const TempTree tree("file 4K");
   const std::int64_t told = 12345;
   const SystemCallTrace::Answer answer{
@@ -94,7 +94,7 @@ TEST_F(SystemCallTraceTest, has_the_system_answer_otherwise) {
   EXPECT_EQ(run.told, "0 12345 -1");
 }
 
-TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
+TEST_F(SystemCallTraceTest, one_call_fails_without_effect) {
   {
     const TempTree tree;
     const TracedRun run = SystemCallTrace::failingAt(1, EDQUOT, makeTwo(tree));
@@ -118,7 +118,7 @@ TEST_F(SystemCallTraceTest, lets_one_call_fail_without_effect) {
   }
 }
 
-TEST_F(SystemCallTraceTest, lets_one_call_of_a_number_fail) {
+TEST_F(SystemCallTraceTest, one_call_of_a_number_fails) {
   const auto body = [] {
     std::string told;
     for (int round = 0; round < 3; ++round) {
@@ -133,7 +133,7 @@ TEST_F(SystemCallTraceTest, lets_one_call_of_a_number_fail) {
   EXPECT_EQ(run.failedCall, -1);
 }
 
-TEST_F(SystemCallTraceTest, refuses_calls_whenever_they_are_made) {
+TEST_F(SystemCallTraceTest, refused_calls_always_fail) {
   const TempTree tree;
   const SystemCallTrace::Refusals refusals = {{SYS_getppid, ENOSYS}};
   const TracedRun run = SystemCallTrace::refusing(refusals, [&]() -> std::string {
@@ -146,7 +146,7 @@ TEST_F(SystemCallTraceTest, refuses_calls_whenever_they_are_made) {
   EXPECT_EQ(run.failedCall, SYS_getppid);
 }
 
-TEST_F(SystemCallTraceTest, lets_something_be_done_at_any_stop) {
+TEST_F(SystemCallTraceTest, the_parent_can_act_at_any_stop) {
   std::vector<std::string> told;
   while (true) {
     const TempTree tree;
@@ -166,7 +166,7 @@ TEST_F(SystemCallTraceTest, lets_something_be_done_at_any_stop) {
   EXPECT_EQ(std::vector(told.begin(), told.begin() + 3), std::vector(3, late));
 }
 
-TEST_F(SystemCallTraceTest, does_not_count_calls_for_memory) {
+TEST_F(SystemCallTraceTest, calls_for_memory_are_not_counted) {
   const TracedRun run = SystemCallTrace::failingAt(1, EIO, [] {
     const std::string large(64U << 20U, 'x');
     return std::string(::syscall(SYS_getppid) < 0 && large.back() == 'x' ? "failed" : "ran");
@@ -176,7 +176,7 @@ TEST_F(SystemCallTraceTest, does_not_count_calls_for_memory) {
   EXPECT_GE(std::count(run.calls.begin(), run.calls.end(), SYS_mmap), 1);
 }
 
-TEST_F(SystemCallTraceTest, tells_of_a_body_that_crashes_leaves_or_throws) {
+TEST_F(SystemCallTraceTest, a_body_that_crashes_exits_or_throws_is_reported) {
   const TracedRun crashed = SystemCallTrace::of([]() -> std::string {
     ::signal(SIGTERM, SIG_DFL);
     ::raise(SIGTERM);

@@ -1,4 +1,4 @@
-// The words of macOS that nobody on another system may read.
+// The words of macOS that must not be shown on another system.
 #pragma once
 
 #include <array>
@@ -28,8 +28,7 @@ inline bool isLetter(char byte) {
   return std::isalpha(static_cast<unsigned char>(byte)) != 0;
 }
 
-// Whether `word` stands in `text` at `place`, whatever the case, and not as a part of a longer
-// word.
+// Whether `text` has `word` at `place`, in any case, and not as a part of a longer word.
 inline bool standsAt(std::string_view text, std::size_t place, std::string_view word) {
   for (std::size_t i = 0; i < word.size(); ++i) {
     if (std::tolower(static_cast<unsigned char>(text[place + i])) !=
@@ -43,7 +42,7 @@ inline bool standsAt(std::string_view text, std::size_t place, std::string_view 
 
 }  // namespace detail
 
-// The first of wordsOfMacos that `text` has; absent when it has none.
+// The first of wordsOfMacos in `text`; absent if there is none.
 inline std::optional<std::string_view> wordOfMacosIn(std::string_view text) {
   for (const std::string_view word : wordsOfMacos) {
     for (std::size_t place = 0; place + word.size() <= text.size(); ++place) {

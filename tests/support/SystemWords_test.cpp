@@ -6,7 +6,7 @@
 namespace tessaly {
 namespace {
 
-TEST(SystemWords, each_is_found_at_the_beginning_in_the_middle_and_at_the_end_of_a_text) {
+TEST(SystemWords, words_are_found_at_the_beginning_middle_and_end_of_a_text) {
   for (const std::string_view word : wordsOfMacos) {
     const std::string text(word);
     for (const std::string& around : {text, text + " first", "the " + text + ", too", "a " + text})
@@ -14,17 +14,17 @@ TEST(SystemWords, each_is_found_at_the_beginning_in_the_middle_and_at_the_end_of
   }
 }
 
-TEST(SystemWords, are_found_in_any_case) {
+TEST(SystemWords, words_are_found_in_any_case) {
   EXPECT_EQ(wordOfMacosIn("Start hidden in Menu Bar"), "menu bar");
   EXPECT_EQ(wordOfMacosIn("full disk access"), "Full Disk Access");
 }
 
-TEST(SystemWords, are_found_beside_figures_and_signs) {
+TEST(SystemWords, words_are_found_beside_figures_and_signs) {
   EXPECT_EQ(wordOfMacosIn("⌘F"), "⌘");
   EXPECT_EQ(wordOfMacosIn("252.0 GB APFS."), "APFS");
 }
 
-TEST(SystemWords, parts_of_other_words_are_not_found) {
+TEST(SystemWords, words_are_not_found_inside_other_words) {
   for (const char* text : {"", "Machine", "Television", "pathfinder", "Macro", "the time", "menu"})
     EXPECT_EQ(wordOfMacosIn(text), std::nullopt) << text;
 }

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-// File systems give room in blocks of this size at most, wherever these tests run.
+// The largest block in which file systems allocate space on machines that run these tests.
 constexpr std::int64_t block = 4096;
 
 void makeFile(int folder, const std::string& name, const TreeLine& line) {
@@ -105,8 +105,8 @@ std::vector<Entry> entriesOf(int folder) {
   return found;
 }
 
-// Takes trees away from within one folder, level by level: what lies in a folder of the top moves
-// up to the top first, so that no depth is too deep.
+// Removes trees from within one folder, level by level: the contents of its folders are first moved
+// up into it, so that no tree is too deep.
 class Removal {
  public:
   explicit Removal(int top) : top_(top) {}
@@ -154,7 +154,7 @@ class Removal {
 
 using Lines = std::span<const TreeLine>;
 
-// The lines below the first one, which belong to it.
+// The lines of the items inside the item of the first line.
 Lines linesBelow(Lines lines) {
   std::size_t count = 0;
   while (count + 1 < lines.size() && lines[count + 1].indent > lines[0].indent) ++count;
@@ -172,7 +172,7 @@ void plantLines(int top, int folder, Lines lines) {
       const Descriptor made = openFolder(folder, name);
       if (!made) fail(line.source);
       plantLines(top, made.get(), inner);
-      // Last, since what is put into a folder makes it new and its bits may forbid it.
+      // At the end, since adding items changes the time of a folder, and its mode may forbid it.
       const timespec times[2] = {line.mtime, line.mtime};
       if (futimens(made.get(), times) != 0 || fchmod(made.get(), line.mode) != 0) fail(line.source);
     }
@@ -180,8 +180,8 @@ void plantLines(int top, int folder, Lines lines) {
   }
 }
 
-// Where trees of a hundred thousand files are made and removed fastest: in memory, when there is
-// plenty of it and nobody has said otherwise.
+// Where trees of a hundred thousand files are created and removed fastest: in memory, if there is
+// plenty of it and TMPDIR is not set.
 std::string placeForTrees() {
   const std::string memory = "/dev/shm";
   constexpr std::uint64_t enoughBytes = std::uint64_t{1} << 30;

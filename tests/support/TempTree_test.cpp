@@ -22,7 +22,7 @@ struct stat statusOf(const std::string& path) {
   return status;
 }
 
-TEST(TempTree, builds_what_its_text_says) {
+TEST(TempTree, a_tree_is_built_from_its_text) {
   const TempTree tree(R"(
     a/ mode=0700 mtime=5.5
       film\s\n\xff 300K mtime=-1.25
@@ -50,7 +50,7 @@ TEST(TempTree, builds_what_its_text_says) {
   EXPECT_FALSE(fs::exists(tree.at("copy-12")));
 }
 
-TEST(TempTree, repeats_a_folder_with_all_it_holds) {
+TEST(TempTree, a_folder_is_repeated_with_its_contents) {
   const TempTree tree(R"(
     folder-#/ x3
       file-# x2
@@ -61,14 +61,14 @@ TEST(TempTree, repeats_a_folder_with_all_it_holds) {
   }
 }
 
-TEST(TempTree, refuses_a_line_it_does_not_understand) {
+TEST(TempTree, an_invalid_line_is_refused) {
   for (const char* text :
        {"a sideways", "a/\n      b", "a\n  b", "a ->", "a\\q", "a\\x1", "a 12Q"}) {
     EXPECT_THROW(TempTree tree(text), std::exception) << text;
   }
 }
 
-TEST(TempTree, leaves_nothing_behind) {
+TEST(TempTree, the_destructor_removes_the_tree) {
   std::string path;
   {
     TempTree tree(R"(
@@ -86,7 +86,7 @@ TEST(TempTree, leaves_nothing_behind) {
   EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(TempTree, leaves_nothing_behind_as_a_user_whom_folders_refuse) {
+TEST(TempTree, the_destructor_removes_folders_without_permissions) {
   const auto told = asOtherUser([]() -> std::string {
     std::string path;
     {
@@ -104,7 +104,7 @@ TEST(TempTree, leaves_nothing_behind_as_a_user_whom_folders_refuse) {
   EXPECT_EQ(told, "");
 }
 
-TEST(ForkedChild, tells_what_its_body_tells) {
+TEST(ForkedChild, a_forked_child_reports_what_its_body_returned) {
   EXPECT_EQ(inForkedChild([] { return std::string(); }), "");
   EXPECT_EQ(inForkedChild([] { return std::string(100000, 'x'); }), std::string(100000, 'x'));
   EXPECT_THAT(inForkedChild([]() -> std::string { throw std::runtime_error("broken"); }),
@@ -117,7 +117,7 @@ TEST(ForkedChild, tells_what_its_body_tells) {
   EXPECT_THAT(inForkedChild([]() -> std::string { _exit(3); }), testing::HasSubstr("3"));
 }
 
-TEST(ForkedChild, other_user_is_refused_what_is_locked) {
+TEST(ForkedChild, another_user_is_refused_locked_items) {
   const TempTree tree(R"(
     locked/ mode=0
   )");

@@ -1,5 +1,4 @@
-// Starting and steering the program that tests start: tests/support/TestToolMain.cpp tells its
-// steps.
+// Starts and controls the program in tests/support/TestToolMain.cpp, which describes its steps.
 #pragma once
 
 #include <string>
@@ -11,10 +10,10 @@ namespace tessaly {
 // Its absolute path. The test must depend on the target tessaly_test_tool.
 std::string testTool();
 
-// A file that holds up every tool with the step "hold" until it is released.
+// A file that blocks every tool at the step "hold" until it is released.
 class Hold {
  public:
-  // `path` is made.
+  // Creates `path`.
   explicit Hold(std::string path);
 
   const std::string& path() const { return path_; }
@@ -25,15 +24,15 @@ class Hold {
   Descriptor lock_;
 };
 
-// A FIFO on which a tool with the step "tell" reports.
+// A FIFO on which a tool reports with the step "tell".
 class ToolMessages {
  public:
-  // `path` is made.
+  // Creates `path`.
   explicit ToolMessages(std::string path);
 
   const std::string& path() const { return path_; }
 
-  // Blocks until a tool has come to that step. Throws where none does so for minutes.
+  // Blocks until a tool reaches that step. Throws after some minutes.
   void wait() const;
 
  private:

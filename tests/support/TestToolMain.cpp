@@ -1,20 +1,20 @@
-// A program for the tests to start. Its arguments are steps, done one after the other:
+// A program for the tests to start. Its arguments are steps, executed in order:
 //
 //   print N            N bytes on standard output
 //   complain N         N bytes on standard error
-//   say TEXT           TEXT on standard output, as it is
-//   cwd, descriptors   where it is, and what it has open ("0 1 2")
-//   signals            the lines of /proc/self/status on blocked and ignored signals
-//   variable NAME      what the environment holds
+//   say TEXT           TEXT on standard output, unchanged
+//   cwd, descriptors   the current directory, and the open descriptors ("0 1 2")
+//   signals            the lines of /proc/self/status about blocked and ignored signals
+//   variable NAME      the value of an environment variable
 //   copy               standard input to standard output
-//   ignore-term        from here on it does not end when asked to
-//   record-term FILE   from here on it makes FILE and ends when asked to
-//   make FILE          makes FILE
-//   tell FIFO          opens FIFO, which waits for a reader, and writes a byte
+//   ignore-term        from here on ignores SIGTERM
+//   record-term FILE   from here on creates FILE and ends at SIGTERM
+//   make FILE          creates FILE
+//   tell FIFO          opens FIFO, which blocks until there is a reader, and writes a byte
 //   hold FILE          waits until it gets a shared lock of FILE
-//   hand-over          ends with 0, and leaves the rest to a child that has the same streams open
-//   flood              prints until nobody reads
-//   sleep              for ever
+//   hand-over          exits with 0, and continues in a child with the same streams
+//   flood              prints until nobody reads the output
+//   sleep              sleeps for ever
 //   exit N
 #include <cerrno>
 #include <csignal>
@@ -36,7 +36,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A signal handler gets at nothing else.
+// A signal handler can access nothing else.
 const char* terminationRecord = nullptr;
 
 void recordTermination(int) {
@@ -61,7 +61,7 @@ void writeAll(int to, const std::string& bytes) {
 void listDescriptors() {
   std::set<int> open;
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc/self/fd")) {
-    // All at once, since the listing itself has one open.
+    // Collected first, since listing itself opens a descriptor.
     open.insert(std::stoi(entry.path().filename().string()));
   }
   std::string text;

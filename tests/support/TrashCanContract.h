@@ -1,6 +1,5 @@
-// What every TrashCan promises, together with the TrashMover that fills it, as tests. To run them
-// against an implementation, give a harness over a disk with a Trash and nothing else of note: that
-// of TrashContract, and
+// Tests for every TrashCan and the TrashMover that fills it. To run them on an implementation,
+// define a harness for a disk with an empty Trash: that of TrashContract, and
 //
 //     TrashCan& can();
 //
@@ -19,7 +18,7 @@ namespace tessaly {
 template <class Harness>
 class TrashCanContract : public ::testing::Test {
  protected:
-  // "" after a failure.
+  // Empty after a failure.
   ItemInTrash trashItem(const std::string& below, const std::string& content = "content") {
     harness_.put(harness_.at(below), content);
     const std::string item = harness_.at(below.substr(0, below.find('/')));
@@ -35,7 +34,7 @@ class TrashCanContract : public ::testing::Test {
     EXPECT_TRUE(counted) << (counted ? "" : counted.error().description());
     return counted ? counted.value() : -1;
   }
-  // How many items were deleted; nothing has failed.
+  // The number of deleted items; expects no failure.
   std::int64_t empty() {
     const EmptiedTrash emptied = harness_.can().empty();
     EXPECT_TRUE(emptied.isComplete());

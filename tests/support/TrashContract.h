@@ -1,16 +1,16 @@
-// What every TrashMover promises, as tests. To run them against an implementation, give a harness
-// over a disk with a Trash and nothing else of note:
+// Tests for every TrashMover. To run them on an implementation, define a harness for a disk with an
+// empty Trash:
 //
 //   struct Harness {
 //     TrashMover& mover();
-//     std::string at(const std::string& below);  // the path of an item in a folder that is there
-//     // With the folders above it; an item has content, a folder is the item above another.
+//     std::string at(const std::string& below);  // the path of an item in an existing folder
+//     // Creates a file with this content, and the folders above it.
 //     void put(const std::string& path, const std::string& content);
-//     void remove(const std::string& path);      // the item and all in it
-//     // As another program takes an item out of the Trash: with all that tells of it there.
+//     void remove(const std::string& path);      // the item and everything in it
+//     // Removes an item from the Trash with its record, like another program.
 //     void takeOut(const std::string& trashPath);
 //     bool has(const std::string& path);
-//     std::string contentOf(const std::string& path);  // "" for one that is not there
+//     std::string contentOf(const std::string& path);  // "" for a missing item
 //   };
 //   INSTANTIATE_TYPED_TEST_SUITE_P(MyTrash, TrashContract, Harness);
 #pragma once
@@ -32,7 +32,7 @@ class TrashContract : public ::testing::Test {
   TrashMover& mover() { return harness_.mover(); }
   std::string at(const std::string& below) { return harness_.at(below); }
 
-  // None after a failure.
+  // Empty after a failure.
   ItemInTrash trash(const std::string& path) {
     const Result<ItemInTrash> moved = mover().moveToTrash(path);
     EXPECT_TRUE(moved) << path << ": " << (moved ? "" : moved.error().description());
@@ -192,7 +192,7 @@ TYPED_TEST_P(TrashContract, cannot_put_back_what_is_gone_from_the_trash) {
   EXPECT_FALSE(disk.has(this->at("film")));
 }
 
-// The second item is there before the first one goes, so that no disk takes it for the same.
+// The second item exists before the first one is moved, so that they never have the same inode.
 TYPED_TEST_P(TrashContract, does_not_take_an_item_for_an_earlier_one_of_its_name) {
   auto& disk = this->harness_;
   disk.put(this->at("notes.txt"), "first");

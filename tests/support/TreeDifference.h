@@ -1,4 +1,4 @@
-// Tells where two scanned trees differ, for the message of a failed test.
+// Finds where two scanned trees differ, for the message of a failed test.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 
 namespace tessaly {
 
-// The first node in pre-order with a field that differs, and the field; "" when all are equal.
+// The first node in pre-order with a different field, and the field; "" if the trees are equal.
 std::string differenceOf(const DiskNode& expected, const DiskNode& actual);
 
-// The tree as lines, two blanks of indent a level: name, "/" for a directory, size, kind, time.
+// The tree as lines, indented by two blanks per level: name, "/" for a directory, size, kind, time.
 std::string treeText(const DiskNode& node);
 
 }  // namespace tessaly

@@ -67,7 +67,7 @@ std::optional<std::int64_t> byteCount(std::string_view text) {
   return *count * unit;
 }
 
-// "-1.25" is a quarter past two seconds before 1970: -2 s and 750,000,000 ns, as files hold it.
+// "-1.25" becomes -2 s and 750,000,000 ns, as files store it.
 timespec timeOf(std::string_view text, const std::string& line) {
   const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);

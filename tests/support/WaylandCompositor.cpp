@@ -22,7 +22,7 @@ bool takesConnections(const std::string& path) {
 }  // namespace
 
 WaylandCompositor::WaylandCompositor(XServer& server, QSize screen) {
-  // It loses its way with a pointer that is on its window as that appears.
+  // weston misses a pointer that is over its window when that appears.
   server.movePointer({screen.width() + 10, screen.height() / 2});
   Result<Process> launched = Process::launch(
       {.path = "/usr/bin/weston",
@@ -37,7 +37,7 @@ WaylandCompositor::WaylandCompositor(XServer& server, QSize screen) {
   if (!launched) throw std::runtime_error("weston cannot be started");
   process_ = std::move(launched).value();
   while (!takesConnections(display())) {
-    // Looks again in a moment, unless it has given up.
+    // Waits a moment before trying again, unless weston has ended.
     if (process_->waitUntil(Deadline::after(0.01)))
       throw std::runtime_error("weston does not come up");
   }

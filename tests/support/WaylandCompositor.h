@@ -1,6 +1,6 @@
-// A Wayland compositor of the test's own, in a window that fills an X server of the test's own: the
-// pointer and the keys of that server are its own, and its screen shows what it shows. Each window
-// of a program fills it. Ends with the object.
+// A Wayland compositor for one test, in a window that fills the test's X server: it takes the
+// pointer and the keys of that server, and shows its output on that screen. Every window of a
+// program is maximised. Ends with the object.
 #pragma once
 
 #include <optional>
@@ -16,13 +16,13 @@ namespace tessaly {
 
 class WaylandCompositor {
  public:
-  // Throws std::runtime_error when there is no weston or it does not come up.
+  // Throws std::runtime_error if weston is missing or does not start.
   WaylandCompositor(XServer& server, QSize screen);
   ~WaylandCompositor();
   WaylandCompositor(const WaylandCompositor&) = delete;
   WaylandCompositor& operator=(const WaylandCompositor&) = delete;
 
-  // As WAYLAND_DISPLAY takes it.
+  // The value for WAYLAND_DISPLAY.
   std::string display() const { return folder_.at("run/wayland"); }
 
  private:

@@ -31,7 +31,7 @@ QQuickItem* itemNamed(QQuickWindow& window, const QString& name) {
 
 namespace {
 
-// The message of the window is the one thing that takes its time.
+// Only the message of the window is animated.
 bool isMessageMoving(const QQuickWindow& window) {
   const auto* const toast = window.findChild<QQuickItem*>(QStringLiteral("toastPanel"));
   if (toast == nullptr) return false;
@@ -48,7 +48,7 @@ QPoint middleOf(QQuickItem* item) {
 }
 
 void settle(QQuickWindow& window) {
-  // Deferred deletions, layouts and polishing each may bring about the next.
+  // Deferred deletions, layouts and polishing can each cause the next.
   do {
     for (int round = 0; round < 3; ++round) {
       QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

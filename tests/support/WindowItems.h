@@ -1,4 +1,4 @@
-// Finding things in a window as a user would: what is shown, by the name it bears in the views.
+// Finds visible items of a window by their object names.
 #pragma once
 
 #include <vector>
@@ -9,18 +9,18 @@
 
 namespace tessaly {
 
-// All visible items of this object name below `top`, in painting order. Children of a Loader and
-// rows of a list included.
+// All visible items with this object name below `top`, in painting order, including children of a
+// Loader and rows of a list.
 std::vector<QQuickItem*> itemsNamed(QQuickItem* top, const QString& name);
 
-// The one such item, null when there is none or more than one.
+// The only such item; null if there is none or more than one.
 QQuickItem* itemNamed(QQuickItem* top, const QString& name);
 QQuickItem* itemNamed(QQuickWindow& window, const QString& name);
 
-// The middle of an item, in the window.
+// The middle of an item, in coordinates of the window.
 QPoint middleOf(QQuickItem* item);
 
-// Brings the scene up to date with everything that has happened.
+// Updates the scene after all that has happened.
 void settle(QQuickWindow& window);
 
 }  // namespace tessaly

@@ -15,7 +15,7 @@ namespace {
 std::string firstLineOf(const std::string& path) {
   std::ifstream in(path);
   std::string line;
-  // Only what ends in a line feed has been written whole.
+  // Only a line that ends in a line feed is complete.
   return std::getline(in, line) && !in.eof() ? line : "";
 }
 
@@ -24,7 +24,7 @@ std::string firstLineOf(const std::string& path) {
 XServer::XServer(QSize screen) {
   const std::string told = folder_.at("display");
   const std::string size = std::to_string(screen.width()) + "x" + std::to_string(screen.height());
-  // The server looks for a free display itself and tells it on the descriptor that it is given.
+  // The server chooses a free display and writes its number to the descriptor.
   Result<Process> launched = Process::launch(
       {.path = "/bin/sh",
        .args = {"-c", "exec Xvfb -displayfd 3 -nolisten tcp -screen 0 " + size + "x24 3>\"$0\"",
@@ -33,7 +33,7 @@ XServer::XServer(QSize screen) {
   process_ = std::move(launched).value();
   std::string number;
   while ((number = firstLineOf(told)).empty()) {
-    // Looks again in a moment, unless it has given up.
+    // Waits a moment before trying again, unless the server has ended.
     if (process_->waitUntil(Deadline::after(0.002)))
       throw std::runtime_error("Xvfb does not come up");
   }

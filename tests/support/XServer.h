@@ -1,5 +1,5 @@
-// An X server of the test's own, without a screen to look at (Xvfb), and what a person in front of
-// it could do: look, and click. Ends with the object.
+// An X server for one test, without a physical screen (Xvfb), and what a user in front of it could
+// do: look, click, press keys. Ends with the object.
 #pragma once
 
 #include <functional>
@@ -19,39 +19,39 @@ namespace tessaly {
 
 class XServer {
  public:
-  // Throws std::runtime_error when there is no Xvfb or it does not come up.
+  // Throws std::runtime_error if Xvfb is missing or does not start.
   explicit XServer(QSize screen);
   ~XServer();
   XServer(const XServer&) = delete;
   XServer& operator=(const XServer&) = delete;
 
-  // As DISPLAY takes it.
+  // The value for DISPLAY.
   const QString& display() const { return display_; }
 
-  // All of the screen as it is now.
+  // A picture of the whole screen.
   QImage look();
 
-  // Looks again and again until `seen` holds; false when it does not within a minute.
+  // Takes pictures until `seen` returns true; false if it does not within a minute.
   bool lookUntil(const std::function<bool(const QImage&)>& seen);
 
-  // Presses and releases the left button there; throws where xdotool is missing.
+  // Clicks the left button at a point; throws if xdotool is missing.
   void click(QPoint point);
-  // The same with the right one.
+  // Clicks the right button.
   void clickSecondary(QPoint point);
   void movePointer(QPoint point);
 
-  // Presses and releases keys together, as xdotool names them: "ctrl+shift+space".
+  // Presses and releases a combination of keys, in the names of xdotool: "ctrl+shift+space".
   void pressKeys(const std::string& keys);
 
-  // A way in beside that of the program.
+  // A connection of the test's own.
   xcb_connection_t* connection() const { return connection_; }
   xcb_window_t root() const { return screen_->root; }
 
  private:
   void xdotool(std::vector<std::string> arguments);
 
-  TempTree folder_;  // where the server says what it is called
-  // None of Qt's own: how QProcess forks makes the thread sanitizer blind on this thread.
+  TempTree folder_;  // with the file in which the server writes its display
+  // Not a QProcess: the way it forks blinds the thread sanitizer on this thread.
   std::optional<Process> process_;
   QString display_;
   xcb_connection_t* connection_ = nullptr;
