@@ -1,4 +1,4 @@
-// The rubber band over the map of the real window.
+// The rubber band over the map in the real window.
 #include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -34,7 +34,7 @@ class BandJourney : public Journey {
     end_ = QPoint(right.x() + 5, bottom.y() + 5);
   }
 
-  // With the button still held.
+  // Keeps the button pressed.
   void drag(QPoint from, QPoint to) {
     QTest::mouseMove(&window(), from);
     QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
@@ -52,11 +52,11 @@ class BandJourney : public Journey {
                                 tree_.at("Movies/caf\xE9.mp4"));
   }
 
-  QPoint begin_;  // of a band that touches the three films
+  QPoint begin_;  // start of a band that touches the three films
   QPoint end_;
 };
 
-TEST_F(BandJourney, selects_exactly_the_tiles_that_it_touches) {
+TEST_F(BandJourney, band_selects_exactly_the_tiles_that_it_touches) {
   drag(begin_, end_);
   release(end_);
   EXPECT_THAT(session().selection().selected(), areTheFilms());
@@ -65,7 +65,7 @@ TEST_F(BandJourney, selects_exactly_the_tiles_that_it_touches) {
   EXPECT_EQ(session().navigation().stack().size(), 1U);
 }
 
-TEST_F(BandJourney, adds_to_the_selection_with_shift_and_replaces_it_without) {
+TEST_F(BandJourney, band_with_shift_adds_to_the_selection_and_without_replaces_it) {
   clickHolding(Qt::ShiftModifier, tilePoint("backup.zip"));
   drag(begin_, end_);
   release(end_, Qt::ShiftModifier);
@@ -76,7 +76,7 @@ TEST_F(BandJourney, adds_to_the_selection_with_shift_and_replaces_it_without) {
   EXPECT_THAT(session().selection().selected(), areTheFilms());
 }
 
-TEST_F(BandJourney, clears_the_selection_when_it_is_tiny) {
+TEST_F(BandJourney, a_tiny_band_clears_the_selection) {
   const QPoint notes = tilePoint("notes.txt");
   drag(begin_, end_);
   release(end_);
@@ -89,7 +89,7 @@ TEST_F(BandJourney, clears_the_selection_when_it_is_tiny) {
   EXPECT_FALSE(shows("clearSelection"));
 }
 
-TEST_F(BandJourney, is_given_up_by_escape_which_puts_nothing_else_away) {
+TEST_F(BandJourney, escape_cancels_the_band_and_closes_nothing_else) {
   session().cleanupQueue().setQueueOpen(true);
   drag(begin_, end_);
   press(Qt::Key_Escape);
@@ -100,7 +100,7 @@ TEST_F(BandJourney, is_given_up_by_escape_which_puts_nothing_else_away) {
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(BandJourney, hides_the_tooltip_until_the_pointer_enters_another_tile) {
+TEST_F(BandJourney, band_hides_the_tooltip_until_the_pointer_enters_another_tile) {
   hoverAt(tilePoint("Movies/beach.mp4"));
   EXPECT_TRUE(shows("mapTooltip"));
   drag(begin_, end_);
@@ -111,7 +111,7 @@ TEST_F(BandJourney, hides_the_tooltip_until_the_pointer_enters_another_tile) {
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(BandJourney, selects_what_a_rescan_has_left_on_screen) {
+TEST_F(BandJourney, band_after_a_rescan_selects_the_new_tiles) {
   session().rescan();
   drag(begin_, end_);
   std::filesystem::remove(tree_.at("Movies/lake.mp4"));
@@ -124,7 +124,7 @@ TEST_F(BandJourney, selects_what_a_rescan_has_left_on_screen) {
   EXPECT_FALSE(session().selection().selected().empty());
 }
 
-TEST_F(BandJourney, outlives_a_folder_that_opens_meanwhile) {
+TEST_F(BandJourney, band_continues_when_a_folder_opens_meanwhile) {
   drag(begin_, end_);
   session().open(session().navigation().current()->children().front());
   settle(window());

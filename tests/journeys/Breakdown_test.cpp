@@ -1,4 +1,4 @@
-// The bar of kinds under the header, as its pixels are.
+// The bar of kinds below the header, checked by its pixels.
 #include <QImage>
 #include <QQuickItem>
 
@@ -13,7 +13,7 @@ class BreakdownJourney : public Journey {
  protected:
   using Journey::Journey;
 
-  // Some pixels of one colour that lie beside each other, from `left` to in front of `right`.
+  // Neighbouring pixels of one colour, from `left` up to but without `right`.
   struct Run {
     int left = 0;
     int right = 0;
@@ -28,7 +28,7 @@ class BreakdownJourney : public Journey {
     const QRgb ground = QColor("#121318").rgb();
     std::vector<Run> runs;
     QRgb before = ground;
-    // Some way beyond both ends.
+    // Beyond both ends of the bar.
     for (int x = static_cast<int>(place.x()) - 8; x < picture.width(); ++x) {
       const QRgb pixel = picture.pixel(x, static_cast<int>(place.y()));
       if (pixel != before && pixel != ground) runs.push_back({x, x});
@@ -82,7 +82,7 @@ class SevenKinds : public BreakdownJourney {
   }
 };
 
-TEST_F(SevenKinds, share_the_bar_to_the_pixel_and_the_smallest_is_two_wide) {
+TEST_F(SevenKinds, seven_kinds_share_the_bar_to_the_pixel_and_the_smallest_is_two_wide) {
   const std::vector<double> sizes = {400, 7, 6, 5, 4, 3, 400.0 / 1024};
   expectWholeBar(segments(), sizes);
   EXPECT_EQ(segments().back().width(), 2);
@@ -93,7 +93,7 @@ TEST_F(SevenKinds, share_the_bar_to_the_pixel_and_the_smallest_is_two_wide) {
   }
 }
 
-TEST_F(SevenKinds, are_in_the_colours_of_their_words) {
+TEST_F(SevenKinds, seven_kinds_have_the_colours_of_their_labels) {
   const auto& shown = qobject_cast<BreakdownSegments*>(item("segments"))->segments();
   const auto dots = itemsNamed(item("breakdown"), "dot");
   ASSERT_EQ(dots.size(), 6U);
@@ -102,7 +102,7 @@ TEST_F(SevenKinds, are_in_the_colours_of_their_words) {
     EXPECT_EQ(dots[i]->property("color").value<QColor>(), shown[i].color) << i;
 }
 
-TEST_F(SevenKinds, have_words_for_the_largest_six) {
+TEST_F(SevenKinds, the_largest_six_of_seven_kinds_have_labels) {
   QQuickItem* legend = itemNamed(item("breakdown"), "legend");
   ASSERT_NE(legend, nullptr);
   QStringList words;
@@ -131,7 +131,7 @@ class NineKinds : public BreakdownJourney {
   }
 };
 
-TEST_F(NineKinds, are_all_in_sight_in_the_smallest_window) {
+TEST_F(NineKinds, nine_kinds_are_all_visible_in_the_smallest_window) {
   window().resize(1100, 680);
   settle(window());
   const std::vector<Run> found = segments();
@@ -151,7 +151,7 @@ class NoKinds : public Journey {
   }
 };
 
-TEST_F(NoKinds, take_up_no_space) {
+TEST_F(NoKinds, the_bar_without_kinds_takes_no_space) {
   EXPECT_TRUE(shows("header"));
   EXPECT_FALSE(shows("breakdown"));
 }

@@ -1,4 +1,4 @@
-// The map by keyboard alone.
+// The map operated by the keyboard alone.
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -32,12 +32,12 @@ class CanvasKeyboard : public Journey {
   bool hasKeyboard() { return item("canvas")->hasActiveFocus(); }
 };
 
-TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
+TEST_F(CanvasKeyboard, keys_enter_a_folder_and_leave_it) {
   EXPECT_EQ(focused(), tree_.at("Movies"));
   press(Qt::Key_Return);
   ASSERT_EQ(session().navigation().stack().size(), 2U);
   EXPECT_TRUE(hasKeyboard());
-  // The focus stays on the folder that was opened until a key says otherwise.
+  // The focus stays on the opened folder until the next key.
   EXPECT_EQ(focused(), tree_.at("Movies"));
   EXPECT_FALSE(shows("mapTooltip"));
   press(Qt::Key_Down);
@@ -61,7 +61,7 @@ TEST_F(CanvasKeyboard, goes_into_a_folder_and_out_again) {
   EXPECT_EQ(session().navigation().stack().size(), 1U);
 }
 
-TEST_F(CanvasKeyboard, comes_back_to_the_folder_that_it_went_into) {
+TEST_F(CanvasKeyboard, leaving_a_folder_returns_to_its_tile) {
   press(Qt::Key_Return);
   ASSERT_EQ(session().navigation().stack().size(), 2U);
   press(Qt::Key_Escape);
@@ -70,7 +70,7 @@ TEST_F(CanvasKeyboard, comes_back_to_the_folder_that_it_went_into) {
   EXPECT_EQ(itemNamed(item("mapTooltip"), "tooltipName")->property("text"), "Movies");
 }
 
-TEST_F(CanvasKeyboard, shows_a_tile_before_it_acts_on_it) {
+TEST_F(CanvasKeyboard, the_first_key_only_shows_the_focused_tile) {
   press(Qt::Key_Return);
   ASSERT_EQ(session().navigation().stack().size(), 2U);
   press(Qt::Key_Return, Qt::ControlModifier);
@@ -81,7 +81,7 @@ TEST_F(CanvasKeyboard, shows_a_tile_before_it_acts_on_it) {
   EXPECT_EQ(session().cleanupQueue().queue()[0].path(), tree_.at("Movies/old"));
 }
 
-TEST_F(CanvasKeyboard, takes_to_the_trash_what_was_focused_before_a_folder_opened) {
+TEST_F(CanvasKeyboard, command_delete_moves_the_item_that_had_the_focus_before_a_folder_opened) {
   for (const char* below : {"Movies", "Movies/old", "Movies/new.mp4", "notes.txt"})
     machine_.trash.put(tree_.at(below), below);
   press(Qt::Key_Right);
@@ -93,7 +93,7 @@ TEST_F(CanvasKeyboard, takes_to_the_trash_what_was_focused_before_a_folder_opene
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies/old")));
 }
 
-TEST_F(CanvasKeyboard, takes_nothing_else_to_the_trash_when_its_item_is_gone) {
+TEST_F(CanvasKeyboard, command_delete_moves_nothing_else_if_its_item_is_gone) {
   for (const char* below : {"Movies", "notes.txt"}) machine_.trash.put(tree_.at(below), below);
   press(Qt::Key_Right);
   ASSERT_EQ(focused(), tree_.at("notes.txt"));
@@ -111,7 +111,7 @@ TEST_F(CanvasKeyboard, takes_nothing_else_to_the_trash_when_its_item_is_gone) {
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(CanvasKeyboard, folds_the_queue_before_it_goes_back) {
+TEST_F(CanvasKeyboard, escape_collapses_the_queue_before_it_goes_back) {
   press(Qt::Key_Return);
   press(Qt::Key_Down);
   press(Qt::Key_Return, Qt::ControlModifier);
@@ -125,7 +125,7 @@ TEST_F(CanvasKeyboard, folds_the_queue_before_it_goes_back) {
   EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(CanvasKeyboard, acts_on_the_tile_it_is_on_with_the_commands) {
+TEST_F(CanvasKeyboard, commands_act_on_the_focused_tile) {
   press(Qt::Key_Right);
   ASSERT_EQ(focused(), tree_.at("notes.txt"));
   press(Qt::Key_L, Qt::ControlModifier);
@@ -135,7 +135,7 @@ TEST_F(CanvasKeyboard, acts_on_the_tile_it_is_on_with_the_commands) {
   EXPECT_EQ(machine_.previewPanel.shown.size(), 1U);
 }
 
-TEST_F(CanvasKeyboard, opens_the_menu_of_the_tile_and_comes_back) {
+TEST_F(CanvasKeyboard, a_key_opens_the_menu_of_the_tile_and_the_map_gets_the_keyboard_back) {
   press(Qt::Key_Right);
   press(Qt::Key_Menu);
   EXPECT_TRUE(shows("tileReveal"));
@@ -148,7 +148,7 @@ TEST_F(CanvasKeyboard, opens_the_menu_of_the_tile_and_comes_back) {
   EXPECT_EQ(focused(), tree_.at("notes.txt"));
 }
 
-TEST_F(CanvasKeyboard, stays_on_its_tile_through_a_rescan) {
+TEST_F(CanvasKeyboard, the_focus_stays_on_its_tile_through_a_rescan) {
   press(Qt::Key_Right);
   session().rescan();
   finishScan();

@@ -38,27 +38,27 @@ class CanvasPointer : public Journey {
   bool isZoomed() { return window().windowStates().testFlag(Qt::WindowMaximized); }
 };
 
-TEST_F(CanvasPointer, takes_two_quick_clicks_for_two) {
+TEST_F(CanvasPointer, two_quick_clicks_on_the_map_are_two_clicks) {
   const std::string notes = tree_.at("notes.txt");
   clickTwice(tilePoint("notes.txt"));
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(notes), ElementsAre(notes)));
   EXPECT_FALSE(isZoomed());
 }
 
-TEST_F(CanvasPointer, takes_two_quick_clicks_with_shift_for_in_and_out) {
+TEST_F(CanvasPointer, two_quick_clicks_with_shift_select_and_deselect) {
   QTest::mouseDClick(&window(), Qt::LeftButton, Qt::ShiftModifier, tilePoint("notes.txt"));
   EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_EQ(session().selection().focused()->path(), tree_.at("notes.txt"));
 }
 
-TEST_F(CanvasPointer, enlarges_no_window_by_quick_clicks_between_the_tiles) {
+TEST_F(CanvasPointer, quick_clicks_between_the_tiles_do_not_zoom_the_window) {
   QQuickItem* const canvas = item("canvas");
   clickTwice(canvas->mapToScene(QPointF(1, canvas->height() / 2)).toPoint());
   EXPECT_FALSE(isZoomed());
   EXPECT_THAT(workspace_.revealed, IsEmpty());
 }
 
-TEST_F(CanvasPointer, moves_no_window_by_a_drag) {
+TEST_F(CanvasPointer, a_drag_on_the_map_does_not_move_the_window) {
   const QPoint before = window().position();
   const QPoint from = tilePoint("notes.txt");
   QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
@@ -69,7 +69,7 @@ TEST_F(CanvasPointer, moves_no_window_by_a_drag) {
   EXPECT_EQ(window().position(), before);
 }
 
-TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_it) {
+TEST_F(CanvasPointer, the_focus_stays_on_its_item_while_other_tiles_come_under_the_pointer) {
   const QPoint place = tilePoint("Movies");
   clickAt(place);
   ASSERT_EQ(session().navigation().stack().size(), 2U);
@@ -90,7 +90,7 @@ TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_i
   EXPECT_EQ(focused(), notes);
   window().resize(1280, 820);
   settle(window());
-  // The bar of the way back comes, and moves the map down.
+  // The breadcrumbs appear and move the map down.
   session().open(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_EQ(focused(), notes);
@@ -106,7 +106,7 @@ TEST_F(CanvasPointer, keeps_the_focus_on_its_item_through_all_that_comes_under_i
   EXPECT_EQ(focused(), notes);
 }
 
-TEST_F(CanvasPointer, focuses_what_is_under_it_when_it_moves_again) {
+TEST_F(CanvasPointer, the_next_move_of_the_pointer_focuses_the_tile_under_it) {
   hoverAt(tilePoint("notes.txt"));
   session().open(session().navigation().current()->children()[0]);
   settle(window());
@@ -116,7 +116,7 @@ TEST_F(CanvasPointer, focuses_what_is_under_it_when_it_moves_again) {
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(CanvasPointer, gives_no_focus_when_what_lay_over_the_map_goes_by_a_key) {
+TEST_F(CanvasPointer, the_pointer_gets_no_focus_when_a_key_closes_what_covered_the_map) {
   const QPoint movies = tilePoint("Movies");
   hoverAt(tilePoint("notes.txt"));
   session().shown().setMenuNode(session().navigation().current()->children()[1]);

@@ -1,4 +1,4 @@
-// A journey over a small scanned folder, with the window's menu at hand.
+// A journey in a small scanned folder, with the menu of commands.
 #pragma once
 
 #include <cstddef>
@@ -41,7 +41,7 @@ class CommandJourney : public Journey {
     ADD_FAILURE() << "the menu has no " << title.toStdString();
     return nullptr;
   }
-  // What the menu offers, which is open.
+  // The titles in the open menu.
   std::vector<std::string> offered() {
     std::vector<std::string> titles;
     for (QQuickItem* row : rows())

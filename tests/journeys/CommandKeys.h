@@ -14,7 +14,7 @@ inline constexpr Qt::KeyboardModifiers command = Qt::ControlModifier;
 inline constexpr Qt::KeyboardModifiers commandShift = Qt::ControlModifier | Qt::ShiftModifier;
 inline constexpr Qt::KeyboardModifiers commandOption = Qt::ControlModifier | Qt::AltModifier;
 
-// Of the fourteen that have any.
+// The fourteen commands with keys.
 inline constexpr Keys keysOfCommands[] = {
     {Qt::Key_F, command},           {Qt::Key_Space, commandShift}, {Qt::Key_L, commandShift},
     {Qt::Key_K, command},           {Qt::Key_W, commandOption},    {Qt::Key_E, commandShift},

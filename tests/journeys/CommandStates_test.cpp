@@ -1,4 +1,4 @@
-// What the commands can do and what they cannot, as the program goes from one state to another.
+// Which commands are available in each state of the program.
 #include <algorithm>
 #include <cstddef>
 #include <functional>
@@ -22,7 +22,7 @@ const std::vector<std::string> always = {"Search Files…", "Quick Search", "Que
 
 class CommandStates : public CommandJourney {
  protected:
-  // All that the commands could have changed.
+  // Everything that a command could change.
   struct State {
     ScanStatus status;
     std::size_t depth;
@@ -55,7 +55,7 @@ class CommandStates : public CommandJourney {
             .hasFilm = machine_.trash.has(tree_.at("Movies/beach.mp4"))};
   }
 
-  // The keys of the commands but for those in `except`, each of which must change nothing.
+  // Presses the keys of all commands except those in `except`, and expects no change.
   void expectSilence(const std::vector<Qt::Key>& except = {}) {
     const State before = state();
     for (const Keys& keys : keysOfCommands) {
@@ -65,7 +65,7 @@ class CommandStates : public CommandJourney {
     }
   }
 
-  // A state in which each of the fifteen has something to act on.
+  // A state in which each of the fifteen commands can act.
   void preparesAll() {
     scan();
     session().selection().setFocused(child(1));
@@ -87,7 +87,7 @@ class CommandStates : public CommandJourney {
   }
 };
 
-TEST_F(CommandStates, before_any_scan_need_no_tree) {
+TEST_F(CommandStates, only_commands_without_a_tree_are_available_before_a_scan) {
   EXPECT_THAT(offeredByTheMenu(), ElementsAreArray(always));
   expectSilence({Qt::Key_F, Qt::Key_Space});
   EXPECT_TRUE(shows("idleScreen"));
@@ -95,7 +95,7 @@ TEST_F(CommandStates, before_any_scan_need_no_tree) {
   EXPECT_TRUE(shows("search"));
 }
 
-TEST_F(CommandStates, during_the_first_scan_need_no_tree) {
+TEST_F(CommandStates, only_commands_without_a_tree_are_available_during_the_first_scan) {
   session().scanHome();
   EXPECT_TRUE(shows("scanningScreen"));
   EXPECT_THAT(offeredByTheMenu(), ElementsAreArray(always));
@@ -104,7 +104,7 @@ TEST_F(CommandStates, during_the_first_scan_need_no_tree) {
   EXPECT_TRUE(shows("canvas"));
 }
 
-TEST_F(CommandStates, with_a_tree_alone_act_on_it) {
+TEST_F(CommandStates, commands_that_need_only_a_tree_are_available_after_a_scan) {
   scan();
   EXPECT_THAT(offeredByTheMenu(),
               ElementsAre("Search Files…", "Quick Search", "Compare Folder…", "Watch Folder",
@@ -112,12 +112,12 @@ TEST_F(CommandStates, with_a_tree_alone_act_on_it) {
                           "Copy Path", "Export JSON…", "Move Focused to Trash"));
 }
 
-TEST_F(CommandStates, can_all_be_had_where_there_is_something_for_each) {
+TEST_F(CommandStates, all_commands_are_available_if_each_can_act) {
   preparesAll();
   EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
 }
 
-TEST_F(CommandStates, during_a_later_scan_are_as_before_but_for_rescan) {
+TEST_F(CommandStates, all_commands_but_rescan_stay_available_during_a_later_scan) {
   preparesAll();
   press(Qt::Key_R, command);
   ASSERT_TRUE(shows("banner"));
@@ -125,14 +125,14 @@ TEST_F(CommandStates, during_a_later_scan_are_as_before_but_for_rescan) {
   press(Qt::Key_F10);
   EXPECT_FALSE(rowOf("Rescan")->isEnabled());
   press(Qt::Key_Escape);
-  // Would begin anew a scan that is overtaken, and the one that runs would bring nothing home.
+  // Would replace the running scan, whose result would be lost.
   press(Qt::Key_R, command);
   finishScan();
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(offeredByTheMenu(), testing::Contains("Rescan"));
 }
 
-TEST_F(CommandStates, after_a_scan_that_failed_try_it_again) {
+TEST_F(CommandStates, rescan_is_available_after_a_failed_scan) {
   session().scan(tree_.at("gone"));
   finishScan();
   ASSERT_TRUE(shows("failedScreen"));
@@ -144,7 +144,7 @@ TEST_F(CommandStates, after_a_scan_that_failed_try_it_again) {
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("gone"));
 }
 
-TEST_F(CommandStates, act_beside_the_open_queue) {
+TEST_F(CommandStates, commands_act_beside_the_open_queue) {
   preparesAll();
   session().cleanupQueue().addToQueue(child(0));
   ASSERT_TRUE(shows("cleanupQueue"));
@@ -153,7 +153,7 @@ TEST_F(CommandStates, act_beside_the_open_queue) {
   EXPECT_THAT(session().navigation().stack(), SizeIs(1));
 }
 
-TEST_F(CommandStates, act_in_another_pane_as_on_the_map) {
+TEST_F(CommandStates, commands_act_in_another_pane_as_on_the_map) {
   preparesAll();
   session().shown().setPane(MainPane::apps);
   EXPECT_THAT(offeredByTheMenu(), SizeIs(15));
@@ -161,7 +161,7 @@ TEST_F(CommandStates, act_in_another_pane_as_on_the_map) {
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
 }
 
-// What comes before the window, and the name under which it shows.
+// An overlay in front of the window, with its object name.
 struct Layer {
   const char* name;
   std::function<void(Application&)> open;
@@ -176,12 +176,12 @@ class CommandsUnder : public CommandStates, public testing::WithParamInterface<L
   }
 };
 
-TEST_P(CommandsUnder, it_are_silent) {
+TEST_P(CommandsUnder, keys_of_commands_do_nothing_under_an_overlay) {
   expectSilence();
   EXPECT_TRUE(shows(GetParam().name));
 }
 
-TEST_P(CommandsUnder, it_leave_menu_and_settings_where_they_are) {
+TEST_P(CommandsUnder, keys_do_not_open_menu_or_settings_under_an_overlay) {
   press(Qt::Key_F10);
   EXPECT_FALSE(isMenuOpen());
   const bool areSettingsOpen = shows("settings");
@@ -190,14 +190,14 @@ TEST_P(CommandsUnder, it_leave_menu_and_settings_where_they_are) {
   EXPECT_TRUE(shows(GetParam().name));
 }
 
-TEST_P(CommandsUnder, it_cannot_be_had_from_the_menu_either) {
-  // Where the button can be reached at all.
+TEST_P(CommandsUnder, the_menu_does_not_open_under_an_overlay) {
+  // The search does not cover the button, so there the menu opens.
   clickAt(middleOf(item("openMenu")));
   EXPECT_EQ(isMenuOpen(), std::string(GetParam().name) == "search");
   EXPECT_THAT(offered(), IsEmpty());
 }
 
-TEST_P(CommandsUnder, it_leave_the_way_out) {
+TEST_P(CommandsUnder, the_overlay_can_be_closed) {
   press(Qt::Key_Q, command);
   EXPECT_EQ(machine_.timesQuit, 1);
   press(Qt::Key_W, command);
@@ -225,7 +225,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class CommandsUnderSettings : public CommandStates {};
 
-TEST_F(CommandsUnderSettings, are_silent_until_they_are_put_away) {
+TEST_F(CommandsUnderSettings, keys_of_commands_do_nothing_until_the_settings_are_closed) {
   preparesAll();
   press(Qt::Key_Comma, command);
   ASSERT_TRUE(shows("settings"));

@@ -1,4 +1,4 @@
-// The commands of the window: by their keys, and from the menu.
+// The window's commands, by their keys and from the menu.
 #include <gmock/gmock.h>
 #include <memory>
 #include <string>
@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-// Each command that has keys, by them and from the menu.
+// Each command with keys, by the keys and from the menu.
 class Commands : public CommandJourney, public testing::WithParamInterface<bool> {
  protected:
   Commands() { scan(); }
@@ -41,7 +41,7 @@ TEST_P(Commands, quick_search_opens_the_search) {
   EXPECT_TRUE(shows("search"));
 }
 
-TEST_P(Commands, queue_selection_queues_it) {
+TEST_P(Commands, queue_selection_queues_the_selection) {
   session().selection().selectNodes({child(0), child(1)}, false);
   give("Queue Selection", {Qt::Key_L, commandShift});
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
@@ -54,7 +54,7 @@ TEST_P(Commands, compare_folder_asks_for_a_folder) {
   EXPECT_THAT(folderPanel_.requests, SizeIs(1));
 }
 
-TEST_P(Commands, watch_folder_watches_it_and_then_no_more) {
+TEST_P(Commands, watch_folder_starts_and_stops_the_watch) {
   give("Watch Folder", {Qt::Key_W, commandOption});
   EXPECT_TRUE(session().watch().watching());
   EXPECT_EQ(session().watch().watchPath(), tree_.path());
@@ -62,7 +62,7 @@ TEST_P(Commands, watch_folder_watches_it_and_then_no_more) {
   EXPECT_FALSE(session().watch().watching());
 }
 
-TEST_P(Commands, zip_then_trash_asks_where_the_archive_goes) {
+TEST_P(Commands, zip_then_trash_asks_where_to_save_the_archive) {
   session().selection().selectNodes({child(1)}, false);
   give("Zip Then Trash Selection", {Qt::Key_E, commandShift});
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
@@ -77,7 +77,7 @@ TEST_P(Commands, go_back_leaves_the_folder) {
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_P(Commands, rescan_scans_once_more) {
+TEST_P(Commands, rescan_scans_again) {
   give("Rescan", {Qt::Key_R, command});
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_TRUE(shows("banner"));
@@ -87,7 +87,7 @@ TEST_P(Commands, rescan_scans_once_more) {
   EXPECT_TRUE(rowOf("Rescan")->isEnabled());
 }
 
-TEST_P(Commands, queue_focused_item_queues_it) {
+TEST_P(Commands, queue_focused_item_queues_the_focused_item) {
   session().selection().setFocused(child(1));
   give("Queue Focused Item", {Qt::Key_L, command});
   ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
@@ -95,33 +95,33 @@ TEST_P(Commands, queue_focused_item_queues_it) {
   EXPECT_TRUE(shows("cleanupQueue"));
 }
 
-TEST_P(Commands, queue_focused_item_does_nothing_without_one) {
+TEST_P(Commands, queue_focused_item_does_nothing_without_a_focus) {
   session().selection().setFocused(std::nullopt);
   give("Queue Focused Item", {Qt::Key_L, command});
   EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
   EXPECT_FALSE(shows("cleanupQueue"));
 }
 
-TEST_P(Commands, quick_look_looks_into_the_focused_item) {
+TEST_P(Commands, quick_look_previews_the_focused_item) {
   session().selection().setFocused(child(1));
   give("Quick Look", {Qt::Key_Y, command});
   EXPECT_THAT(machine_.previewPanel.shown, ElementsAre("file://" + tree_.at("notes.txt")));
 }
 
-TEST_P(Commands, select_all_visible_selects_it) {
+TEST_P(Commands, select_all_visible_selects_all_tiles) {
   give("Select All Visible", {Qt::Key_A, command});
   EXPECT_THAT(session().selection().selected(), SizeIs(2));
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (2)"));
 }
 
-TEST_P(Commands, copy_path_copies_what_is_selected) {
+TEST_P(Commands, copy_path_copies_the_selected_paths) {
   session().selection().selectNodes({child(0), child(1)}, false);
   give("Copy Path", {Qt::Key_C, commandShift});
   EXPECT_EQ(machine_.pasteboard.text, tree_.at("Movies") + "\n" + tree_.at("notes.txt"));
   EXPECT_EQ(text("toast"), QStringLiteral("Copied 2 paths"));
 }
 
-TEST_P(Commands, put_back_last_trash_puts_it_back) {
+TEST_P(Commands, put_back_last_trash_puts_back_the_last_move) {
   session().selection().setFocused(child(1));
   session().trashFocused();
   finishScan();
@@ -131,7 +131,7 @@ TEST_P(Commands, put_back_last_trash_puts_it_back) {
   EXPECT_EQ(text("toast"), QStringLiteral("Put back 1 item"));
 }
 
-TEST_P(Commands, move_focused_to_trash_moves_it) {
+TEST_P(Commands, move_focused_to_trash_moves_the_focused_item) {
   session().selection().setFocused(child(1));
   give("Move Focused to Trash", {Qt::Key_Backspace, command});
   EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
@@ -153,12 +153,12 @@ class Menu : public CommandJourney {
   std::string highlightedText() {
     return highlighted() != nullptr ? highlighted()->property("text").toString().toStdString() : "";
   }
-  // With the arrows, from wherever the keyboard is in the menu.
+  // Uses the arrow keys, from any position in the menu.
   void goTo(const std::string& title) {
     for (int row = 0; row < 30 && highlightedText() != title; ++row) press(Qt::Key_Down);
     EXPECT_EQ(highlightedText(), title);
   }
-  // A text field that has the keyboard.
+  // A text field with the keyboard focus.
   std::unique_ptr<QQuickItem> field() {
     QQmlComponent component(qmlEngine(window().contentItem()->childItems().first()));
     component.setData("import QtQuick\nTextInput { text: 'one two'; z: 1 }", QUrl());
@@ -169,7 +169,7 @@ class Menu : public CommandJourney {
   }
 };
 
-TEST_F(Menu, shows_the_commands_in_their_order_between_editing_and_the_program) {
+TEST_F(Menu, menu_lists_the_commands_between_the_groups_edit_and_program) {
   press(Qt::Key_F10);
   std::vector<std::string> titles;
   for (QQuickItem* row : item("menuColumn")->childItems()) {
@@ -185,7 +185,7 @@ TEST_F(Menu, shows_the_commands_in_their_order_between_editing_and_the_program) 
                                   "Move Focused to Trash", "-", "Settings…", "Close", "Quit"));
 }
 
-TEST_F(Menu, fits_into_the_smallest_window) {
+TEST_F(Menu, menu_fits_into_the_smallest_window) {
   window().resize(1100, 680);
   press(Qt::Key_F10);
   QQuickItem* const place = item("menuPlace");
@@ -194,7 +194,7 @@ TEST_F(Menu, fits_into_the_smallest_window) {
                   .contains(place->mapRectToScene(QRectF(0, 0, place->width(), place->height()))));
 }
 
-TEST_F(Menu, is_gone_through_by_the_arrows_and_triggers_with_return) {
+TEST_F(Menu, arrow_keys_move_in_the_menu_and_return_triggers) {
   press(Qt::Key_F10);
   EXPECT_EQ(highlightedText(), "Search Files…");
   goTo("Select All Visible");
@@ -203,12 +203,12 @@ TEST_F(Menu, is_gone_through_by_the_arrows_and_triggers_with_return) {
   EXPECT_THAT(session().selection().selected(), SizeIs(2));
 }
 
-TEST_F(Menu, exports_what_has_no_keys) {
+TEST_F(Menu, menu_exports_json_which_has_no_keys) {
   choose("Export JSON…");
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
 }
 
-TEST_F(Menu, opens_by_its_button_and_gives_the_keyboard_back) {
+TEST_F(Menu, menu_opens_by_its_button_and_returns_the_keyboard_focus) {
   click("openMenu");
   EXPECT_TRUE(isMenuOpen());
   EXPECT_EQ(highlighted(), nullptr);
@@ -222,7 +222,7 @@ TEST_F(Menu, opens_by_its_button_and_gives_the_keyboard_back) {
   EXPECT_EQ(window().activeFocusItem(), item("openMenu"));
 }
 
-TEST_F(Menu, is_opened_and_put_away_by_f10) {
+TEST_F(Menu, f10_opens_and_closes_the_menu) {
   tabTo("watch");
   press(Qt::Key_F10);
   EXPECT_TRUE(isMenuOpen());
@@ -231,7 +231,7 @@ TEST_F(Menu, is_opened_and_put_away_by_f10) {
   EXPECT_EQ(window().activeFocusItem(), item("watch"));
 }
 
-TEST_F(Menu, leaves_the_keyboard_to_the_question_that_it_raises) {
+TEST_F(Menu, menu_passes_the_keyboard_focus_to_the_question_it_raises) {
   machine_.trash.put(tree_.path());
   session().selection().setFocused(session().navigation().current());
   tabTo("watch");
@@ -247,7 +247,7 @@ TEST_F(Menu, leaves_the_keyboard_to_the_question_that_it_raises) {
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
 }
 
-TEST_F(Menu, leaves_the_keyboard_to_the_card_that_it_opens) {
+TEST_F(Menu, menu_passes_the_keyboard_focus_to_the_card_it_opens) {
   tabTo("watch");
   press(Qt::Key_F10);
   goTo("Search Files…");
@@ -259,7 +259,7 @@ TEST_F(Menu, leaves_the_keyboard_to_the_card_that_it_opens) {
   EXPECT_EQ(window().activeFocusItem(), item("watch"));
 }
 
-TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
+TEST_F(Menu, keys_of_commands_do_nothing_while_the_menu_is_open) {
   session().selection().setFocused(child(1));
   press(Qt::Key_F10);
   press(Qt::Key_Backspace, command);
@@ -272,7 +272,7 @@ TEST_F(Menu, keeps_the_keys_of_the_commands_from_acting_while_it_is_open) {
   EXPECT_EQ(machine_.timesQuit, 0);
 }
 
-TEST_F(Menu, edits_the_text_field_that_had_the_keyboard) {
+TEST_F(Menu, menu_edits_the_text_field_that_had_the_focus) {
   const auto text = field();
   press(Qt::Key_F10);
   EXPECT_FALSE(item("menuCut")->isEnabled());
@@ -288,7 +288,7 @@ TEST_F(Menu, edits_the_text_field_that_had_the_keyboard) {
   EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
-TEST_F(Menu, leaves_a_text_field_its_keys) {
+TEST_F(Menu, a_text_field_keeps_its_own_keys) {
   const auto text = field();
   press(Qt::Key_A, command);
   EXPECT_EQ(text->property("selectedText"), "one two");
@@ -298,13 +298,13 @@ TEST_F(Menu, leaves_a_text_field_its_keys) {
   EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
-TEST_F(Menu, has_no_editing_without_a_text_field) {
+TEST_F(Menu, menu_has_no_edit_group_without_a_text_field) {
   press(Qt::Key_F10);
   for (const char* row : {"menuCut", "menuCopy", "menuPaste", "menuSelectAll"})
     EXPECT_FALSE(item(row)->isEnabled()) << row;
 }
 
-TEST_F(Menu, opens_the_settings_which_go_by_escape_and_by_close) {
+TEST_F(Menu, menu_opens_the_settings_which_escape_and_the_button_close) {
   press(Qt::Key_F10);
   click("menuSettings");
   EXPECT_TRUE(shows("settings"));
@@ -316,7 +316,7 @@ TEST_F(Menu, opens_the_settings_which_go_by_escape_and_by_close) {
   EXPECT_FALSE(shows("settings"));
 }
 
-TEST_F(Menu, closes_the_window) {
+TEST_F(Menu, menu_closes_the_window) {
   press(Qt::Key_W, command);
   EXPECT_FALSE(window().isVisible());
   window().show();
@@ -328,12 +328,12 @@ TEST_F(Menu, closes_the_window) {
   EXPECT_EQ(machine_.timesQuit, 0);
 }
 
-TEST_F(Menu, is_not_the_only_window_that_ends_the_program) {
+TEST_F(Menu, any_window_can_end_the_program) {
   qmlEngine(&window())->quit();
   EXPECT_EQ(machine_.timesQuit, 1);
 }
 
-TEST_F(Menu, ends_the_program) {
+TEST_F(Menu, menu_ends_the_program) {
   press(Qt::Key_Q, command);
   EXPECT_EQ(machine_.timesQuit, 1);
   press(Qt::Key_F10);

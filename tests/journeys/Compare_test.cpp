@@ -1,4 +1,4 @@
-// From a map to its comparison with another folder, with the panel of the program itself as well.
+// From a map to its comparison with another folder, also with the program's own panel.
 #include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ constexpr const char* twoFolders = R"(
       draft 3M
 )";
 
-// today/ against backup/.
+// today/ compared with backup/.
 const Rows expectedRows = {{"old\xff", 0, 3 * MiB},
                            {"old\xff/draft", 0, 3 * MiB},
                            {"caf\xe9", 2 * MiB, 0},
@@ -59,7 +59,7 @@ class Compare : public Journey {
   }
 };
 
-TEST_F(Compare, finds_what_differs_between_the_map_and_a_folder) {
+TEST_F(Compare, comparison_lists_the_differences_between_map_and_folder) {
   mapOfToday();
   folderPanel_.answer = tree_.at("backup");
   session().compareWithFolder();
@@ -74,7 +74,7 @@ TEST_F(Compare, finds_what_differs_between_the_map_and_a_folder) {
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("today"));
 }
 
-TEST_F(Compare, stays_with_the_root_of_the_scan_after_drilling_in) {
+TEST_F(Compare, comparison_uses_the_root_of_the_scan_after_drilling_in) {
   mapOfToday();
   clickAt(tilePoint("today/Movies"));
   ASSERT_EQ(session().navigation().current()->path(), tree_.at("today/Movies"));
@@ -85,7 +85,7 @@ TEST_F(Compare, stays_with_the_root_of_the_scan_after_drilling_in) {
   EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
-TEST_F(Compare, leaves_the_map_alone_when_the_panel_is_left_without_a_choice) {
+TEST_F(Compare, a_cancelled_panel_leaves_the_map) {
   mapOfToday();
   session().compareWithFolder();
   EXPECT_EQ(folderPanel_.requests.size(), 1u);
@@ -94,7 +94,7 @@ TEST_F(Compare, leaves_the_map_alone_when_the_panel_is_left_without_a_choice) {
   EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0u);
 }
 
-// With the panel of the program itself.
+// With the program's own panel.
 class CompareWithPanel : public testing::Test {
  protected:
   CompareWithPanel() {
@@ -107,7 +107,7 @@ class CompareWithPanel : public testing::Test {
 
   ScanSession& session() { return application_.session(); }
 
-  // Runs `answer` on the panel that the comparison opens, which must be up then.
+  // Runs `answer` on the panel that the comparison opens; expects that it is open.
   void compare(const std::function<void(QFileDialog&)>& answer) {
     bool wasUp = false;
     QTimer::singleShot(0, [&] {
@@ -128,7 +128,7 @@ class CompareWithPanel : public testing::Test {
     return nullptr;
   }
 
-  // All of it fakes but the panel.
+  // All services are fakes except the panel.
   Application::Services services() {
     Application::Services services = servicesOf(machine_, tree_.path());
     services.folderPanel = nullptr;
@@ -141,7 +141,7 @@ class CompareWithPanel : public testing::Test {
   Application application_{services()};
 };
 
-TEST_F(CompareWithPanel, says_what_the_choice_is_for) {
+TEST_F(CompareWithPanel, the_panel_says_what_the_choice_is_for) {
   compare([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(),
               QStringLiteral("Choose a folder to compare with the current map."));
@@ -154,7 +154,7 @@ TEST_F(CompareWithPanel, says_what_the_choice_is_for) {
   EXPECT_EQ(session().comparison().compareRightName(), "");
 }
 
-TEST_F(CompareWithPanel, compares_with_the_folder_whose_name_is_typed) {
+TEST_F(CompareWithPanel, a_typed_folder_is_compared) {
   compare([](QFileDialog& dialog) {
     auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     ASSERT_NE(name, nullptr);
@@ -168,7 +168,7 @@ TEST_F(CompareWithPanel, compares_with_the_folder_whose_name_is_typed) {
   EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
-TEST_F(CompareWithPanel, compares_with_the_folder_that_is_selected) {
+TEST_F(CompareWithPanel, a_selected_folder_is_compared) {
   compare([](QFileDialog& dialog) {
     dialog.selectFile(QStringLiteral("backup"));
     QPushButton* accept = button(dialog, QStringLiteral("Compare"));
@@ -180,7 +180,7 @@ TEST_F(CompareWithPanel, compares_with_the_folder_that_is_selected) {
   EXPECT_EQ(session().comparison().compareRows(), expectedRows);
 }
 
-TEST_F(CompareWithPanel, does_nothing_when_it_is_left_by_escape) {
+TEST_F(CompareWithPanel, escape_closes_the_panel_without_a_comparison) {
   compare([](QFileDialog& dialog) {
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
@@ -189,7 +189,7 @@ TEST_F(CompareWithPanel, does_nothing_when_it_is_left_by_escape) {
   EXPECT_EQ(dispatch_.waiting(Dispatch::Queue::userInitiated), 0u);
 }
 
-TEST_F(CompareWithPanel, survives_the_tree_changing_behind_it) {
+TEST_F(CompareWithPanel, the_tree_may_change_while_the_panel_is_open) {
   compare([this](QFileDialog& dialog) {
     session().scan(tree_.at("backup"));
     dispatch_.drainAll();

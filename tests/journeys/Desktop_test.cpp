@@ -1,4 +1,4 @@
-// The window and what the desktop has of the program beside it: status bar, hot key, second start.
+// The window, and the parts of the program on the desktop: status bar, hot key, second start.
 #include <gmock/gmock.h>
 #include <string>
 #include <vector>
@@ -22,7 +22,7 @@ class DesktopJourney : public Journey {
  protected:
   DesktopJourney() : Journey("notes.txt 2M\n") {}
 
-  // As after the user has closed the window.
+  // Hides the window as if the user had closed it.
   void closeWindow() {
     machine_.statusBar.become(Presence::shown);
     window().close();
@@ -88,7 +88,7 @@ TEST_F(DesktopJourney, the_login_item_is_switched_in_the_status_bar) {
   EXPECT_THAT(machine_.statusBar.lines(), Contains("Open at Login: On"));
 }
 
-TEST_F(DesktopJourney, a_hidden_start_shows_the_window_only_when_it_is_asked_for) {
+TEST_F(DesktopJourney, a_hidden_start_shows_the_window_on_request_only) {
   machine_.statusBar.become(Presence::shown);
   machine_.prefs.setStartHidden(true);
   relaunch();
@@ -100,7 +100,7 @@ TEST_F(DesktopJourney, a_hidden_start_shows_the_window_only_when_it_is_asked_for
   EXPECT_TRUE(window().isVisible());
 }
 
-TEST_F(DesktopJourney, a_hidden_start_shows_the_window_where_nothing_else_would_show) {
+TEST_F(DesktopJourney, a_hidden_start_shows_the_window_if_there_is_no_status_bar) {
   machine_.statusBar.become(Presence::absent);
   machine_.prefs.setStartHidden(true);
   relaunch();
@@ -110,7 +110,7 @@ TEST_F(DesktopJourney, a_hidden_start_shows_the_window_where_nothing_else_would_
   EXPECT_TRUE(window().isVisible());
 }
 
-TEST_F(DesktopJourney, a_scan_that_ends_while_the_program_does_leaves_nothing_for_the_next_start) {
+TEST_F(DesktopJourney, a_scan_that_ends_during_quitting_stores_nothing) {
   session().scanHome();
   application().endWriting();
   finishScan();
@@ -118,7 +118,7 @@ TEST_F(DesktopJourney, a_scan_that_ends_while_the_program_does_leaves_nothing_fo
   EXPECT_EQ(machine_.settings.text(ScanStore::lastScanRootKey), std::nullopt);
 }
 
-TEST_F(DesktopJourney, no_window_comes_back_by_itself_once_the_program_has_left_the_desktop) {
+TEST_F(DesktopJourney, no_window_is_shown_again_once_the_program_has_left_the_desktop) {
   machine_.prefs.setStartHidden(true);
   relaunch();
   application().hideWindows();
@@ -129,7 +129,7 @@ TEST_F(DesktopJourney, no_window_comes_back_by_itself_once_the_program_has_left_
   EXPECT_FALSE(window().isVisible());
 }
 
-TEST_F(DesktopJourney, all_windows_go_when_the_program_does) {
+TEST_F(DesktopJourney, all_windows_are_closed_when_the_program_quits) {
   QWindow another;
   another.show();
   application().hideWindows();
@@ -137,7 +137,7 @@ TEST_F(DesktopJourney, all_windows_go_when_the_program_does) {
   EXPECT_FALSE(another.isVisible());
 }
 
-// What the program looks at while the user is elsewhere, in the order in which it does.
+// What the program checks when the user returns, in order.
 struct Looks {
   bool isGranted = false;
   double usedPercent = 40;
@@ -167,14 +167,14 @@ class Attention : protected Looks, public Journey {
   }
 };
 
-TEST_F(Attention, goes_to_the_disk_and_then_to_the_access_once_the_window_is_there) {
-  // Each of the two that keep it has looked for itself before. Becoming active may come after.
+TEST_F(Attention, the_first_activation_checks_the_disk_and_then_the_access) {
+  // Both objects have checked once at construction. Activation may come later.
   ASSERT_GE(seen.size(), 4U);
   seen.resize(4);
   EXPECT_THAT(seen, ElementsAre("access", "disk", "disk", "access"));
 }
 
-TEST_F(Attention, goes_to_the_access_and_then_to_the_disk_when_the_user_comes_back) {
+TEST_F(Attention, a_later_activation_checks_the_access_and_then_the_disk) {
   seen.clear();
   become(Qt::ApplicationInactive);
   EXPECT_THAT(seen, IsEmpty());
@@ -182,7 +182,7 @@ TEST_F(Attention, goes_to_the_access_and_then_to_the_disk_when_the_user_comes_ba
   EXPECT_THAT(seen, ElementsAre("access", "disk"));
 }
 
-TEST_F(Attention, sees_at_once_what_the_user_did_elsewhere) {
+TEST_F(Attention, an_activation_shows_changes_made_elsewhere_at_once) {
   EXPECT_TRUE(shows("gate"));
   EXPECT_EQ(text("percent"), QStringLiteral("40%"));
   isGranted = true;

@@ -1,4 +1,4 @@
-// Something did not move to the Trash, or back: a line says so, and stays.
+// A failed move to the Trash or back: a line reports it, and stays.
 #include <cerrno>
 #include <chrono>
 #include <gmock/gmock.h>
@@ -44,7 +44,7 @@ class FailureJourney : public Journey {
       QStringLiteral("“notes.txt” could not be moved to the Trash: no Trash on this volume");
 };
 
-TEST_F(FailureJourney, is_told_beside_the_message_and_outlives_all_that_come) {
+TEST_F(FailureJourney, the_failure_is_shown_beside_the_toast_and_outlasts_later_toasts) {
   EXPECT_FALSE(shows("failureLine"));
   failToMove("notes.txt", EXDEV);
   EXPECT_EQ(text("toast"), QStringLiteral("Moved notes.txt to Trash"));
@@ -61,7 +61,7 @@ TEST_F(FailureJourney, is_told_beside_the_message_and_outlives_all_that_come) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("notes.txt")));
 }
 
-TEST_F(FailureJourney, stays_on_every_pane_and_through_escape_and_a_removal_that_succeeds) {
+TEST_F(FailureJourney, the_failure_stays_in_every_pane_after_escape_and_after_a_successful_move) {
   failToMove("notes.txt", EXDEV);
   finishScan();
   for (int i = 0; i < 3; ++i) press(Qt::Key_Escape);
@@ -75,7 +75,7 @@ TEST_F(FailureJourney, stays_on_every_pane_and_through_escape_and_a_removal_that
   EXPECT_EQ(text("failure"), notesFailed_);
 }
 
-TEST_F(FailureJourney, comes_before_an_earlier_one_that_is_told_again_afterwards) {
+TEST_F(FailureJourney, a_later_failure_is_shown_first_and_the_earlier_one_afterwards) {
   failToMove("notes.txt", EXDEV);
   finishScan();
   EXPECT_FALSE(shows("earlierFailures"));
@@ -90,7 +90,7 @@ TEST_F(FailureJourney, comes_before_an_earlier_one_that_is_told_again_afterwards
   EXPECT_FALSE(shows("failureLine"));
 }
 
-TEST_F(FailureJourney, of_the_way_back_is_told) {
+TEST_F(FailureJourney, a_failed_undo_is_shown) {
   hoverAt(tilePoint("notes.txt"));
   press(Qt::Key_Backspace, Qt::ControlModifier);
   finishScan();
@@ -102,7 +102,7 @@ TEST_F(FailureJourney, of_the_way_back_is_told) {
                            "place"));
 }
 
-TEST_F(FailureJourney, is_dismissed_by_the_keyboard_which_goes_on) {
+TEST_F(FailureJourney, the_failure_is_dismissed_by_the_keyboard_which_keeps_a_focus) {
   failToMove("notes.txt", EXDEV);
   failToMove("Code", EROFS);
   tabTo("dismissFailure");
@@ -118,7 +118,7 @@ TEST_F(FailureJourney, is_dismissed_by_the_keyboard_which_goes_on) {
   EXPECT_TRUE(shows("focusRing"));
 }
 
-TEST_F(FailureJourney, is_told_to_assistive_tools_as_an_alert) {
+TEST_F(FailureJourney, the_failure_is_an_alert_for_assistive_tools) {
   QAccessible::setActive(true);
   failToMove("notes.txt", EXDEV);
   failToMove("Code", EROFS);
@@ -133,7 +133,7 @@ TEST_F(FailureJourney, is_told_to_assistive_tools_as_an_alert) {
   EXPECT_EQ(button->text(QAccessible::Name), QStringLiteral("Dismiss"));
 }
 
-TEST_F(FailureJourney, covers_nothing_in_the_smallest_window) {
+TEST_F(FailureJourney, the_failure_covers_nothing_in_the_smallest_window) {
   window().resize(1100, 680);
   session().open(session().navigation().current()->children()[0]);
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
@@ -158,7 +158,7 @@ TEST_F(FailureJourney, covers_nothing_in_the_smallest_window) {
   EXPECT_EQ(rectOf("mainArea"), pane);
 }
 
-TEST_F(FailureJourney, shows_the_longest_text_whole) {
+TEST_F(FailureJourney, the_longest_text_of_a_failure_is_shown_completely) {
   window().resize(1100, 680);
   std::vector<Trash::Failure> failures;
   for (const int code : {ENOSPC, EINVAL, EDQUOT, EIO}) {
@@ -172,13 +172,13 @@ TEST_F(FailureJourney, shows_the_longest_text_whole) {
   EXPECT_GE(rectOf("failureLine").height(), rectOf("failure").height());
 }
 
-TEST_F(FailureJourney, does_not_grow_with_a_text_that_has_no_end) {
+TEST_F(FailureJourney, the_line_of_a_failure_has_a_greatest_size) {
   session().messages().tellFailure(std::string(100000, 'W'));
   EXPECT_LE(rectOf("failureLine").height(), 100);
   EXPECT_GT(rectOf("canvas").height(), 100);
 }
 
-TEST_F(FailureJourney, has_the_colours_of_a_warning) {
+TEST_F(FailureJourney, the_failure_has_the_colours_of_a_warning) {
   session().messages().tellFailure("first");
   session().messages().tellFailure("second");
   expectLook(item("failureLine"), {{"", "color", "#ff9500 at 0.14"},

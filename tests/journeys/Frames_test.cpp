@@ -1,4 +1,4 @@
-// What comes before the window or stands in for a pane: opened, and put away again.
+// Views in front of the window or instead of a pane: opening and closing them.
 #include <gmock/gmock.h>
 
 #include "journeys/Journey.h"
@@ -24,7 +24,7 @@ class Frames : public Journey {
   }
 };
 
-TEST_F(Frames, panes_come_to_the_front_and_go_by_escape_and_by_close) {
+TEST_F(Frames, panes_come_to_the_front_and_close_by_escape_and_by_their_button) {
   click("showApps");
   EXPECT_TRUE(shows("apps"));
   EXPECT_FALSE(shows("diskMap"));
@@ -39,7 +39,7 @@ TEST_F(Frames, panes_come_to_the_front_and_go_by_escape_and_by_close) {
   EXPECT_TRUE(shows("crumbs"));
 }
 
-TEST_F(Frames, search_lies_over_whichever_pane_is_in_front) {
+TEST_F(Frames, search_opens_over_any_pane) {
   click("searchField");
   EXPECT_TRUE(shows("search"));
   session().shown().setPane(MainPane::apps);
@@ -49,7 +49,7 @@ TEST_F(Frames, search_lies_over_whichever_pane_is_in_front) {
   EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
-TEST_F(Frames, search_leaves_the_title_bar_and_the_sidebar_to_the_pointer) {
+TEST_F(Frames, search_leaves_title_bar_and_sidebar_clickable) {
   click("searchField");
   click("showPulse");
   EXPECT_EQ(session().shown().pane(), MainPane::monitor);
@@ -58,7 +58,7 @@ TEST_F(Frames, search_leaves_the_title_bar_and_the_sidebar_to_the_pointer) {
   EXPECT_EQ(session().shown().pane(), MainPane::map);
 }
 
-TEST_F(Frames, cards_over_the_window_go_by_escape) {
+TEST_F(Frames, escape_closes_cards_over_the_window) {
   click("openAssistant");
   EXPECT_TRUE(shows("assistant"));
   press(Qt::Key_Escape);
@@ -69,7 +69,7 @@ TEST_F(Frames, cards_over_the_window_go_by_escape) {
   EXPECT_FALSE(session().shown().ocrOpen());
 }
 
-TEST_F(Frames, no_command_acts_on_what_lies_under_a_card) {
+TEST_F(Frames, no_command_acts_under_a_card) {
   const DiskNode film = session().navigation().current()->children()[0];
   machine_.trash.put(film.path());
   session().selection().setFocused(film);
@@ -83,7 +83,7 @@ TEST_F(Frames, no_command_acts_on_what_lies_under_a_card) {
   EXPECT_FALSE(machine_.trash.has(film.path()));
 }
 
-TEST_F(Frames, the_queue_stands_in_its_corner_and_folds_by_escape) {
+TEST_F(Frames, the_queue_is_in_its_corner_and_escape_collapses_it) {
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   QQuickItem* const queue = item("cleanupQueue");
   ASSERT_NE(queue, nullptr);
@@ -95,7 +95,7 @@ TEST_F(Frames, the_queue_stands_in_its_corner_and_folds_by_escape) {
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(1));
 }
 
-// There before the program is, which asks it from the start.
+// Constructed before the program, which asks for the access at its start.
 struct Closed {
   bool isGranted = false;
 
@@ -112,14 +112,14 @@ class Gate : private Closed, public Journey {
   void grant() { isGranted = true; }
 };
 
-TEST_F(Gate, stands_before_the_window_until_access_is_granted) {
+TEST_F(Gate, the_gate_is_shown_until_access_is_granted) {
   EXPECT_TRUE(shows("gate"));
   grant();
   click("check");
   EXPECT_FALSE(shows("gate"));
 }
 
-TEST_F(Gate, lets_no_key_and_no_click_through) {
+TEST_F(Gate, the_gate_lets_no_key_and_no_click_through) {
   EXPECT_TRUE(item("grant")->hasActiveFocus());
   clickAt({100, 300});
   press(Qt::Key_Escape);
@@ -127,14 +127,14 @@ TEST_F(Gate, lets_no_key_and_no_click_through) {
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
 }
 
-TEST_F(Gate, shows_the_program_in_the_file_viewer_and_asks_for_the_settings) {
+TEST_F(Gate, the_gate_reveals_the_program_in_the_file_viewer_and_opens_the_settings) {
   click("grant");
   ASSERT_THAT(workspace_.revealed, SizeIs(1));
   EXPECT_THAT(workspace_.revealed.front(), SizeIs(1));
   EXPECT_THAT(workspace_.settingsAsked, SizeIs(3));
 }
 
-TEST_F(Gate, starts_the_program_anew_and_ends_this_one) {
+TEST_F(Gate, the_gate_starts_the_program_again_and_ends_this_one) {
   click("relaunch");
   ASSERT_THAT(machine_.launched, SizeIs(1));
   EXPECT_EQ(machine_.launched.front().path, "/usr/bin/open");
@@ -144,7 +144,7 @@ TEST_F(Gate, starts_the_program_anew_and_ends_this_one) {
   EXPECT_EQ(machine_.timesQuit, 1);
 }
 
-TEST_F(Gate, is_gone_for_good_once_it_was_skipped) {
+TEST_F(Gate, a_skipped_gate_is_not_shown_again) {
   clickAt(middleOf(itemNamed(item("gate"), "skip")));
   EXPECT_FALSE(shows("gate"));
   restart();
@@ -155,7 +155,7 @@ TEST_F(Gate, is_gone_for_good_once_it_was_skipped) {
   EXPECT_THAT(machine_.launched, IsEmpty());
 }
 
-TEST_F(Gate, leaves_the_window_itself_to_its_user) {
+TEST_F(Gate, the_window_can_be_zoomed_while_the_gate_is_shown) {
   EXPECT_TRUE(shows("windowButtons"));
   click("zoomWindow");
   EXPECT_TRUE(window().windowStates().testFlag(Qt::WindowMaximized));

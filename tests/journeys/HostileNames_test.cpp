@@ -1,5 +1,5 @@
-// Names that turn the text around them: nothing that the window holds, and nothing that assistive
-// tools are told, has such a character in it.
+// Names with direction controls: no text of the window and no text for assistive tools contains
+// such a character.
 #include <algorithm>
 #include <cerrno>
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ namespace {
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 
-// Every direction control, and a name that it would make look like another.
+// Every direction control, and a name that they would make look like another.
 const std::string hostile =
     "\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069\u200E\u200F\u061Cgpj.exe";
 const QString shownAs = QString(12, QChar(QChar::ReplacementCharacter)) + QStringLiteral("gpj.exe");
@@ -41,7 +41,7 @@ std::string runOfDf(const std::string& path, const std::vector<std::string>& arg
          hostile + "\n";
 }
 
-// What it tells first is what it tells last.
+// Its first and its last report is the name.
 DiskNode walkToldOfOneName(const std::string& root, const DiskScanner::Callbacks& callbacks,
                            const DiskScanner::Options& options) {
   callbacks.progress("12%  " + hostile);
@@ -70,8 +70,8 @@ class HostileNames : public Journey {
 
   DiskNode child(std::size_t index) { return session().navigation().current()->children()[index]; }
 
-  // Reads all that the objects below the windows hold as text, and all that their accessible
-  // elements tell. Remembers where the name was found as it is to be shown.
+  // Reads every text of the objects below the windows and of their accessible elements. Records
+  // where the name was found in its displayed form.
   void read() {
     settle(window());
     for (QWindow* top : QGuiApplication::topLevelWindows()) {
@@ -82,9 +82,9 @@ class HostileNames : public Journey {
     }
   }
 
-  // "object.property" of every text with a control in it.
+  // "object.property" of every text with a direction control.
   std::set<std::string> misleading_;
-  // Object names, and classes of models, that held the name as it is to be shown.
+  // Object names, and classes of models, that contained the displayed form of the name.
   std::set<std::string> shown_;
 
  private:
@@ -102,7 +102,7 @@ class HostileNames : public Journey {
     for (int i = 0; i < meta->propertyCount(); ++i) {
       const QMetaProperty property = meta->property(i);
       if (property.metaType().flags().testFlag(QMetaType::PointerToQObject)) {
-        // A state has its models as members.
+        // States have their models as members.
         auto* const held = property.read(object).value<QObject*>();
         if (const auto* const model = qobject_cast<QAbstractItemModel*>(held)) readModel(*model);
       }
@@ -131,7 +131,7 @@ class HostileNames : public Journey {
 
   void readTree(QQuickItem* item) {
     readObject(item);
-    // States and models hang on the items as plain children.
+    // States and models are children of items without being items.
     for (QObject* child : item->children()) {
       if (qobject_cast<QQuickItem*>(child) == nullptr) readObject(child);
     }
@@ -139,7 +139,7 @@ class HostileNames : public Journey {
   }
 };
 
-TEST_F(HostileNames, turn_nothing_around_on_the_map_and_beside_it) {
+TEST_F(HostileNames, hostile_names_are_harmless_on_the_map_and_beside_it) {
   session().open(child(0));
   read();
   hoverAt(middleOf(item("canvas")));
@@ -150,7 +150,7 @@ TEST_F(HostileNames, turn_nothing_around_on_the_map_and_beside_it) {
                                     "tessaly::BreadcrumbModel", "tessaly::VolumeListModel"}));
 }
 
-TEST_F(HostileNames, turn_nothing_around_in_questions_and_menus) {
+TEST_F(HostileNames, hostile_names_are_harmless_in_questions_and_menus) {
   session().shown().setMenuNode(child(0));
   read();
   session().shown().setMenuNode(std::nullopt);
@@ -163,7 +163,7 @@ TEST_F(HostileNames, turn_nothing_around_in_questions_and_menus) {
   EXPECT_THAT(shown_, IsSupersetOf({"menuTitle", "alertMessage", "menuLabel"}));
 }
 
-TEST_F(HostileNames, turn_nothing_around_in_the_queue_and_in_messages) {
+TEST_F(HostileNames, hostile_names_are_harmless_in_the_queue_and_in_messages) {
   session().cleanupQueue().addToQueue(child(0));
   session().cleanupQueue().addToQueue(child(1));
   machine_.trash.put(child(0).path());
@@ -175,7 +175,7 @@ TEST_F(HostileNames, turn_nothing_around_in_the_queue_and_in_messages) {
   EXPECT_THAT(shown_, IsSupersetOf({"name", "toast", "failure", "tessaly::QueueListModel"}));
 }
 
-TEST_F(HostileNames, turn_nothing_around_while_a_scan_runs) {
+TEST_F(HostileNames, hostile_names_are_harmless_during_a_scan) {
   session().scan(child(0).path());
   walk();
   while (dispatch_.step(Dispatch::Queue::main)) read();
@@ -188,7 +188,7 @@ class HostileRoot : public HostileNames {
   HostileRoot() : HostileNames(false) {}
 };
 
-TEST_F(HostileRoot, turns_nothing_around_when_it_cannot_be_read) {
+TEST_F(HostileRoot, a_hostile_root_is_harmless_if_it_cannot_be_read) {
   session().scan("/nowhere/" + hostile);
   finishScan();
   ASSERT_EQ(session().run().status(), ScanStatus::error);
@@ -197,7 +197,7 @@ TEST_F(HostileRoot, turns_nothing_around_when_it_cannot_be_read) {
   EXPECT_THAT(shown_, IsSupersetOf({"message"}));
 }
 
-TEST_F(HostileNames, turn_nothing_around_in_the_name_of_the_volume) {
+TEST_F(HostileNames, a_hostile_name_of_a_volume_is_harmless) {
   session().scan("/media/" + hostile);
   finishScan();
   read();
@@ -209,7 +209,7 @@ class HostilePreview : public HostileNames {
   HostilePreview() : HostileNames(true, true) {}
 };
 
-TEST_F(HostilePreview, turns_nothing_around) {
+TEST_F(HostilePreview, a_hostile_name_is_harmless_in_a_preview) {
   for (const std::size_t index : {0U, 1U}) {
     session().shown().setMenuNode(child(index));
     settle(window());
@@ -221,7 +221,7 @@ TEST_F(HostilePreview, turns_nothing_around) {
   EXPECT_THAT(shown_, IsSupersetOf({"quickLookWindow", "name", "itemName"}));
 }
 
-TEST_F(HostileNames, are_handed_over_as_they_are) {
+TEST_F(HostileNames, hostile_names_are_passed_on_unchanged) {
   session().selection().selectNodes({child(0)}, false);
   session().selection().copySelectedPaths();
   EXPECT_EQ(machine_.pasteboard.text, child(0).path());

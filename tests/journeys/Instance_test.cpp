@@ -1,4 +1,4 @@
-// Starts of the built program, one after the other and beside each other.
+// Starts of the built program, one after the other and at the same time.
 #include <csignal>
 #include <gtest/gtest.h>
 
@@ -9,14 +9,14 @@ namespace {
 
 using InstanceTest = ProgramOnDesktop;
 
-TEST_F(InstanceTest, a_second_start_ends_well_and_leaves_the_first_one_running) {
+TEST_F(InstanceTest, a_second_start_exits_with_0_and_leaves_the_first_one_running) {
   Process& first = start();
   ASSERT_TRUE(comesUp());
   EXPECT_EQ(startAgain(), Process::Exit{});
   EXPECT_TRUE(isRunning(first));
 }
 
-TEST_F(InstanceTest, a_second_start_brings_up_the_window_of_a_hidden_one) {
+TEST_F(InstanceTest, a_second_start_shows_the_window_of_a_hidden_instance) {
   startHidden();
   startNotificationArea();
   Process& first = start();
@@ -27,13 +27,13 @@ TEST_F(InstanceTest, a_second_start_brings_up_the_window_of_a_hidden_one) {
   EXPECT_TRUE(isRunning(first));
 }
 
-TEST_F(InstanceTest, a_hidden_start_shows_its_window_where_there_is_no_notification_area) {
+TEST_F(InstanceTest, a_hidden_start_shows_its_window_without_a_notification_area) {
   startHidden();
   start();
   EXPECT_TRUE(comesUp());
 }
 
-TEST_F(InstanceTest, the_hot_key_brings_up_the_window) {
+TEST_F(InstanceTest, the_hot_key_shows_the_window) {
   startHidden();
   startNotificationArea();
   start();
@@ -42,7 +42,7 @@ TEST_F(InstanceTest, the_hot_key_brings_up_the_window) {
   EXPECT_TRUE(comesUp());
 }
 
-TEST_F(InstanceTest, a_start_after_one_that_was_killed_has_a_window) {
+TEST_F(InstanceTest, a_start_after_a_killed_instance_has_a_window) {
   startNotificationArea();
   Process& first = start();
   ASSERT_TRUE(comesUp());

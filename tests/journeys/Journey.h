@@ -1,5 +1,5 @@
-// The real window over a folder made for the test, with every queue stepped by hand: the walk runs
-// when the journey says so, and what it reports arrives when the journey says so.
+// The real window over a folder made for the test, with every queue stepped by hand: the test
+// decides when the walk runs and when its reports arrive.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,18 +24,18 @@ class Journey : public testing::Test {
   QQuickWindow& window() { return fixture_.window(); }
   Application& application() { return fixture_.application(); }
 
-  // Ends the program, and starts it once more on the same machine.
+  // Ends the program, and starts it again on the same machine.
   void restart() { fixture_.restart(); }
-  // The same, but whether the window shows is left to the program.
+  // The same, but the program decides whether the window is shown.
   void relaunch() { fixture_.relaunch(); }
 
-  // What is shown under this object name; a failure and null when there is no such thing.
+  // The visible item with this object name; a failure and null if there is none.
   QQuickItem* item(const QString& name);
   bool shows(const QString& name) { return fixture_.shows(name); }
   QString text(const QString& name);
 
-  // The tile of the item at `below` under the root, as a point of the window where nothing lies
-  // over the tile: in its header if it has tiles inside.
+  // A point of the window at which the tile of the item `below` the root is not covered: in its
+  // header if it has tiles inside.
   QPoint tilePoint(std::string_view below);
 
   void click(const QString& name);
@@ -47,11 +47,10 @@ class Journey : public testing::Test {
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     fixture_.press(key, modifiers);
   }
-  // Goes on with Tab until the item of this name has the keyboard; a failure where it is not
-  // reached.
+  // Presses Tab until the item of this name has the keyboard focus; a failure if it is not reached.
   void tabTo(const QString& name);
 
-  // Runs the walk that waits, and then brings home what it has to say.
+  // Runs the waiting walk, and then its results on the main queue.
   void walk();
   void comeHome();
   void finishScan();

@@ -1,5 +1,5 @@
-// The main of the journeys: the program's own look, without a display, and no complaint of a view
-// passed over.
+// The main function of the journeys: the program's own look, without a display; warnings of views
+// are failures.
 #include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// What a view complains about is an error in the view, even if the picture comes out right.
+// A warning of a view is an error in the view, even if the picture is right.
 void failOnComplaints(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   const bool ofView = message.startsWith(QLatin1String("qrc:")) ||
                       QLatin1String(context.category) == QLatin1String("qml");

@@ -1,4 +1,4 @@
-// The whole window by the keyboard alone, as assistive tools are told of it.
+// The whole window operated by the keyboard alone, and as assistive tools see it.
 #include <gtest/gtest.h>
 #include <set>
 
@@ -26,7 +26,7 @@ class Keyboard : public Journey {
     settle(window());
   }
 
-  // What Tab comes to until it is where it began.
+  // The items that Tab reaches, until it returns to the first one.
   std::vector<QQuickItem*> stops() {
     std::vector<QQuickItem*> all;
     std::set<QQuickItem*> seen;
@@ -44,7 +44,7 @@ class Keyboard : public Journey {
   }
 };
 
-TEST_F(Keyboard, comes_to_every_control_of_the_window) {
+TEST_F(Keyboard, tab_reaches_every_control_of_the_window) {
   QStringList names;
   for (const QQuickItem* stop : stops()) names << stop->objectName();
   for (const char* name :
@@ -60,7 +60,7 @@ TEST_F(Keyboard, comes_to_every_control_of_the_window) {
   }
 }
 
-TEST_F(Keyboard, tells_of_each_stop_what_it_is_called_and_that_it_can_be_used) {
+TEST_F(Keyboard, each_stop_of_tab_has_an_accessible_name_and_action) {
   for (QQuickItem* stop : stops()) {
     QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(stop);
     ASSERT_NE(told, nullptr) << nameOf(stop);
@@ -71,12 +71,12 @@ TEST_F(Keyboard, tells_of_each_stop_what_it_is_called_and_that_it_can_be_used) {
   }
 }
 
-TEST_F(Keyboard, shows_at_each_stop_where_it_is) {
+TEST_F(Keyboard, each_stop_of_tab_shows_a_focus_ring) {
   for (QQuickItem* stop : stops()) {
     settle(window());
     stop->forceActiveFocus(Qt::TabFocusReason);
     settle(window());
-    // The map highlights the tile that it is on.
+    // The map highlights its focused tile instead.
     bool hasRing = stop->objectName() == QLatin1String("canvas") && shows("mapTooltip");
     for (QQuickItem* ring : itemsNamed(stop, QStringLiteral("focusRing"))) {
       hasRing = hasRing || ring->isVisible();
@@ -85,7 +85,7 @@ TEST_F(Keyboard, shows_at_each_stop_where_it_is) {
   }
 }
 
-TEST_F(Keyboard, works_the_window) {
+TEST_F(Keyboard, the_window_can_be_operated_by_keys) {
   tabTo("showApps");
   press(Qt::Key_Return);
   EXPECT_EQ(session().shown().pane(), MainPane::apps);
@@ -112,7 +112,7 @@ TEST_F(Keyboard, works_the_window) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(Keyboard, goes_on_from_what_goes_away_under_it) {
+TEST_F(Keyboard, the_focus_moves_on_when_its_item_disappears) {
   tabTo("back");
   press(Qt::Key_Return);
   EXPECT_FALSE(shows("back"));

@@ -1,4 +1,4 @@
-// Who has the keyboard where one thing lies over another.
+// Which item has the keyboard focus when views overlap.
 #include <ostream>
 
 #include <QQuickItem>
@@ -25,7 +25,7 @@ class Layers : public Journey {
     settle(window());
   }
 
-  // It may come from any program, at any time.
+  // The user may press it in any program at any time.
   void pressHotKey() {
     machine_.hotKey.press();
     settle(window());
@@ -39,7 +39,7 @@ class Layers : public Journey {
            (holder == layer || layer->isAncestorOf(holder));
   }
 
-  // How many show that they have the keyboard.
+  // The number of visible focus rings.
   std::size_t rings() {
     settle(window());
     return itemsNamed(window().contentItem(), "focusRing").size();
@@ -52,10 +52,10 @@ class Layers : public Journey {
   }
 };
 
-// What may stand before the search, and how it comes to.
+// A view that covers the search, and how to open it.
 struct Cover {
   const char* name;
-  void (*raise)(ScanSession& session);  // null for the settings, which have a key of their own
+  void (*raise)(ScanSession& session);  // null for the settings, which open by a key
 
   friend std::ostream& operator<<(std::ostream& out, const Cover& cover) {
     return out << cover.name;
@@ -75,7 +75,7 @@ class Covers : public Layers, public testing::WithParamInterface<Cover> {
   }
 };
 
-TEST_P(Covers, keep_the_keyboard_when_the_search_opens_behind_them) {
+TEST_P(Covers, a_cover_keeps_the_focus_when_the_search_opens_behind_it) {
   raise();
   pressHotKey();
   EXPECT_TRUE(session().shown().searchOpen());
@@ -89,7 +89,7 @@ TEST_P(Covers, keep_the_keyboard_when_the_search_opens_behind_them) {
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
-TEST_P(Covers, give_the_keyboard_back_to_the_search_that_they_came_before) {
+TEST_P(Covers, a_closed_cover_returns_the_focus_to_the_search_behind_it) {
   tabTo("openMenu");
   pressHotKey();
   EXPECT_TRUE(hasKeyboard("search"));
@@ -102,7 +102,7 @@ TEST_P(Covers, give_the_keyboard_back_to_the_search_that_they_came_before) {
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
-TEST_P(Covers, show_where_the_keyboard_is_to_who_works_by_it) {
+TEST_P(Covers, a_cover_opened_by_the_keyboard_shows_the_focus) {
   raise();
   EXPECT_EQ(rings(), 1U);
   press(Qt::Key_Escape);
@@ -110,7 +110,7 @@ TEST_P(Covers, show_where_the_keyboard_is_to_who_works_by_it) {
   EXPECT_EQ(rings(), 1U);
 }
 
-TEST_P(Covers, show_no_keyboard_to_who_works_by_the_pointer) {
+TEST_P(Covers, a_cover_opened_by_the_pointer_shows_no_focus) {
   if (GetParam().raise == nullptr) return;
   click("showMap");
   ASSERT_EQ(rings(), 0U);
@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Cover{"settings", nullptr}),
     [](const auto& cover) { return std::string(cover.param.name); });
 
-TEST_F(Layers, the_keyboard_finds_back_from_a_search_that_was_asked_for_elsewhere) {
+TEST_F(Layers, the_focus_returns_after_a_search_requested_from_outside) {
   tabTo("openMenu");
   QWindow elsewhere;
   elsewhere.show();
@@ -145,7 +145,7 @@ TEST_F(Layers, the_keyboard_finds_back_from_a_search_that_was_asked_for_elsewher
   ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
   settle(window());
   ASSERT_EQ(window().activeFocusItem(), nullptr);
-  // The desktop takes its time to bring the window forward.
+  // The desktop takes a while to activate the window.
   session().shown().setSearchOpen(true);
   settle(window());
   window().requestActivate();
@@ -156,7 +156,7 @@ TEST_F(Layers, the_keyboard_finds_back_from_a_search_that_was_asked_for_elsewher
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
-TEST_F(Layers, the_menu_of_commands_makes_room_for_the_search) {
+TEST_F(Layers, the_search_closes_the_menu_of_commands) {
   tabTo("openMenu");
   press(Qt::Key_Return);
   ASSERT_TRUE(shows("menuSettings"));
@@ -168,7 +168,7 @@ TEST_F(Layers, the_menu_of_commands_makes_room_for_the_search) {
   EXPECT_EQ(keyboardAt(), "openMenu");
 }
 
-TEST_F(Layers, the_search_goes_by_escape_wherever_the_keyboard_is) {
+TEST_F(Layers, escape_closes_the_search_wherever_the_focus_is) {
   click("searchField");
   click("showPulse");
   EXPECT_FALSE(hasKeyboard("search"));
@@ -178,7 +178,7 @@ TEST_F(Layers, the_search_goes_by_escape_wherever_the_keyboard_is) {
   EXPECT_EQ(keyboardAt(), "showPulse");
 }
 
-TEST_F(Layers, tab_comes_to_the_search_and_to_nothing_that_lies_under_it) {
+TEST_F(Layers, tab_reaches_the_search_and_nothing_under_it) {
   click("searchField");
   click("diskTreemap");
   const auto* const map = window().findChild<QQuickItem*>("diskMap");
@@ -190,7 +190,7 @@ TEST_F(Layers, tab_comes_to_the_search_and_to_nothing_that_lies_under_it) {
   EXPECT_TRUE(hasKeyboard("search"));
 }
 
-TEST_F(Layers, a_click_on_a_button_of_the_window_leaves_the_keyboard_where_it_is) {
+TEST_F(Layers, a_click_on_a_button_of_the_window_frame_keeps_the_focus) {
   click("openAssistant");
   click("zoomWindow");
   EXPECT_TRUE(window().windowStates().testFlag(Qt::WindowMaximized));
@@ -213,7 +213,7 @@ class LayersBehindTheGate : private Closed, public Layers {
   void grant() { isGranted = true; }
 };
 
-TEST_F(LayersBehindTheGate, have_no_keyboard_before_it_has_gone) {
+TEST_F(LayersBehindTheGate, layers_behind_the_gate_get_no_focus_until_it_is_closed) {
   EXPECT_EQ(keyboardAt(), "grant");
   pressHotKey();
   EXPECT_EQ(keyboardAt(), "grant");
@@ -225,8 +225,8 @@ TEST_F(LayersBehindTheGate, have_no_keyboard_before_it_has_gone) {
   EXPECT_TRUE(hasKeyboard("search"));
 }
 
-// As on a desktop where the press of a button brings its window forward.
-TEST_F(LayersBehindTheGate, lose_no_click_that_brings_the_window_forward) {
+// Like on a desktop where pressing a button activates its window.
+TEST_F(LayersBehindTheGate, a_click_that_activates_the_window_is_not_lost) {
   const QPoint skip = middleOf(itemsNamed(item("gate"), QStringLiteral("skip")).front());
   clickAt(skip);
   ASSERT_FALSE(shows("gate"));
@@ -245,7 +245,8 @@ TEST_F(LayersBehindTheGate, lose_no_click_that_brings_the_window_forward) {
   EXPECT_FALSE(shows("gate"));
 }
 
-TEST_F(LayersBehindTheGate, are_not_reached_by_way_of_the_buttons_of_the_window) {
+TEST_F(LayersBehindTheGate,
+       layers_behind_the_gate_are_not_reachable_by_the_buttons_of_the_window_frame) {
   click("zoomWindow");
   for (int stop = 0; stop < 6; ++stop) {
     EXPECT_TRUE(hasKeyboard("gate")) << keyboardAt();

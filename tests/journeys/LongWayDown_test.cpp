@@ -1,4 +1,4 @@
-// A way down to the folder on screen that is longer than the window is wide.
+// Breadcrumbs of a deep folder, which are longer than the window is wide.
 #include <QQuickItem>
 
 #include "journeys/Journey.h"
@@ -26,7 +26,7 @@ class LongWayDown : public Journey {
     settle(window());
   }
 
-  // Without the room for focus rings at both ends.
+  // The visible area without the space for focus rings at both ends.
   QRectF sight() { return rectOf(item("crumbs")).adjusted(4, 0, -4, 0); }
 
   static QRectF rectOf(QQuickItem* item) {
@@ -45,19 +45,19 @@ class LongWayDown : public Journey {
   }
 };
 
-TEST_F(LongWayDown, shows_its_end) {
+TEST_F(LongWayDown, long_breadcrumbs_show_their_end) {
   ASSERT_EQ(chips().size(), 7U);
   EXPECT_TRUE(sight().contains(rectOf(chips().back())));
   EXPECT_LT(rectOf(chips().front()).left(), 0);
 }
 
-TEST_F(LongWayDown, keeps_its_end_in_sight_when_the_window_gets_smaller) {
+TEST_F(LongWayDown, long_breadcrumbs_keep_their_end_visible_when_the_window_shrinks) {
   window().resize(1100, 680);
   settle(window());
   EXPECT_TRUE(sight().contains(rectOf(chips().back())));
 }
 
-TEST_F(LongWayDown, is_scrolled_by_the_wheel_as_far_as_it_goes) {
+TEST_F(LongWayDown, the_wheel_scrolls_long_breadcrumbs_to_their_ends) {
   turnWheel(30);
   EXPECT_GT(rectOf(chips().back()).right(), sight().right());
   turnWheel(3600);
@@ -66,7 +66,7 @@ TEST_F(LongWayDown, is_scrolled_by_the_wheel_as_far_as_it_goes) {
   EXPECT_EQ(rectOf(chips().back()).right(), sight().right());
 }
 
-TEST_F(LongWayDown, comes_into_sight_where_the_keyboard_goes) {
+TEST_F(LongWayDown, long_breadcrumbs_scroll_to_the_keyboard_focus) {
   tabTo("chip");
   for (QQuickItem* chip : chips()) {
     EXPECT_TRUE(chip->hasActiveFocus());
@@ -75,7 +75,7 @@ TEST_F(LongWayDown, comes_into_sight_where_the_keyboard_goes) {
   }
 }
 
-TEST_F(LongWayDown, shows_its_beginning_once_it_fits) {
+TEST_F(LongWayDown, long_breadcrumbs_show_their_beginning_once_they_fit) {
   press(Qt::Key_Tab);
   session().navigation().jump(1);
   settle(window());

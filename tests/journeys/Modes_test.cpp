@@ -1,4 +1,4 @@
-// From the map to another way of showing the tree, and back.
+// From the map to another view of the tree, and back.
 #include <gmock/gmock.h>
 
 #include "journeys/Journey.h"
@@ -26,7 +26,7 @@ class Modes : public Journey {
   QString title() { return itemNamed(item("modeFrame"), "title")->property("text").toString(); }
 };
 
-TEST_F(Modes, show_their_view_in_place_of_the_map_and_its_header) {
+TEST_F(Modes, each_mode_shows_its_view_instead_of_the_map_and_its_header) {
   EXPECT_TRUE(shows("canvas"));
   EXPECT_TRUE(shows("header"));
   EXPECT_FALSE(shows("modeFrame"));
@@ -47,7 +47,7 @@ TEST_F(Modes, show_their_view_in_place_of_the_map_and_its_header) {
   }
 }
 
-TEST_F(Modes, lead_back_to_the_same_place_with_the_same_selection) {
+TEST_F(Modes, returning_to_the_map_keeps_folder_and_selection) {
   session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   const auto place = session().navigation().current();
   for (const char* way : {"treemapMode", "close", "escape"}) {
@@ -66,7 +66,7 @@ TEST_F(Modes, lead_back_to_the_same_place_with_the_same_selection) {
   }
 }
 
-TEST_F(Modes, leave_the_selection_to_be_archived) {
+TEST_F(Modes, the_selection_can_be_archived_in_every_mode) {
   session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   click("largestMode");
   machine_.savePanel.answer = tree_.at("kept.zip");
@@ -75,7 +75,7 @@ TEST_F(Modes, leave_the_selection_to_be_archived) {
   EXPECT_EQ(text("toast"), QStringLiteral("Zipping 1 item…"));
 }
 
-TEST_F(Modes, are_left_by_escape_only_after_the_queue) {
+TEST_F(Modes, escape_collapses_the_queue_before_it_leaves_a_mode) {
   click("listMode");
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   press(Qt::Key_Escape);
@@ -86,7 +86,7 @@ TEST_F(Modes, are_left_by_escape_only_after_the_queue) {
   EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(Modes, come_into_sight_one_by_one_in_the_smallest_window) {
+TEST_F(Modes, buttons_of_modes_scroll_into_view_in_the_smallest_window) {
   window().resize(1100, 680);
   session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   settle(window());

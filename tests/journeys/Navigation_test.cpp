@@ -1,4 +1,4 @@
-// Moving about in a finished map.
+// Navigation in a finished map.
 #include <QPointer>
 
 #include "app/map/TreemapSurface.h"
@@ -39,12 +39,12 @@ class NavigationJourney : public Journey {
   std::string place() { return session().navigation().current()->path(); }
 };
 
-TEST_F(NavigationJourney, shows_no_way_back_at_the_root) {
+TEST_F(NavigationJourney, there_is_no_back_button_at_the_root) {
   EXPECT_FALSE(shows("back"));
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(NavigationJourney, tells_what_the_tile_under_the_pointer_is) {
+TEST_F(NavigationJourney, the_tooltip_describes_the_tile_under_the_pointer) {
   hoverAt(tilePoint("notes.txt"));
   ASSERT_TRUE(session().selection().focused().has_value());
   EXPECT_EQ(session().selection().focused()->path(), tree_.at("notes.txt"));
@@ -54,7 +54,7 @@ TEST_F(NavigationJourney, tells_what_the_tile_under_the_pointer_is) {
             QStringLiteral("notes.txt"));
 }
 
-TEST_F(NavigationJourney, drills_into_a_clicked_folder) {
+TEST_F(NavigationJourney, a_click_on_a_folder_drills_in) {
   clickAt(tilePoint("Movies"));
   EXPECT_EQ(place(), tree_.at("Movies"));
   EXPECT_EQ(itemNamed(item("header"), "name")->property("text").toString(),
@@ -64,34 +64,34 @@ TEST_F(NavigationJourney, drills_into_a_clicked_folder) {
   EXPECT_EQ(chipTexts().last(), QStringLiteral("Movies"));
 }
 
-TEST_F(NavigationJourney, forgets_the_pointer_when_it_drills_in) {
+TEST_F(NavigationJourney, drilling_in_resets_the_pointer) {
   const QPoint movies = tilePoint("Movies");
   hoverAt(movies);
   EXPECT_TRUE(shows("mapTooltip"));
   const QPointer<QQuickItem> before = item("canvas");
   clickAt(movies);
-  // Whether the pointer has come to a tile of the new canvas yet is Qt's affair.
+  // Qt decides whether the pointer has entered a tile of the new canvas yet.
   QQuickItem* const after = item("canvas");
   ASSERT_NE(after, nullptr);
   EXPECT_NE(before.data(), after);
   EXPECT_NE(qobject_cast<TreemapSurface*>(after)->hoverPath(), tree_.at("Movies"));
 }
 
-TEST_F(NavigationJourney, reveals_a_clicked_file_and_stays) {
+TEST_F(NavigationJourney, a_click_on_a_file_reveals_it_and_keeps_the_folder) {
   clickAt(tilePoint("notes.txt"));
   dispatch_.drainAll();
   EXPECT_EQ(workspace_.revealed, (std::vector<std::vector<std::string>>{{tree_.at("notes.txt")}}));
   EXPECT_EQ(place(), tree_.path());
 }
 
-TEST_F(NavigationJourney, reveals_a_file_by_its_bytes) {
+TEST_F(NavigationJourney, a_file_is_revealed_by_the_bytes_of_its_path) {
   clickAt(tilePoint("<b>caf\xE9<br>\n.zip"));
   dispatch_.drainAll();
   EXPECT_EQ(workspace_.revealed,
             (std::vector<std::vector<std::string>>{{tree_.at("<b>caf\xE9<br>\n.zip")}}));
 }
 
-TEST_F(NavigationJourney, goes_back_one_step) {
+TEST_F(NavigationJourney, back_goes_up_one_step) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   EXPECT_EQ(place(), tree_.at("Movies/2023"));
@@ -102,7 +102,7 @@ TEST_F(NavigationJourney, goes_back_one_step) {
   EXPECT_FALSE(shows("back"));
 }
 
-TEST_F(NavigationJourney, jumps_to_a_step_of_the_breadcrumbs) {
+TEST_F(NavigationJourney, a_breadcrumb_jumps_to_its_folder) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   clickAt(tilePoint("Movies/2023/Summer"));
@@ -115,7 +115,7 @@ TEST_F(NavigationJourney, jumps_to_a_step_of_the_breadcrumbs) {
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(NavigationJourney, reaches_every_step_by_the_keyboard) {
+TEST_F(NavigationJourney, the_keyboard_reaches_every_breadcrumb) {
   clickAt(tilePoint("Movies"));
   clickAt(tilePoint("Movies/2023"));
   tabTo("back");
@@ -127,14 +127,14 @@ TEST_F(NavigationJourney, reaches_every_step_by_the_keyboard) {
   EXPECT_EQ(place(), tree_.at("Movies"));
 }
 
-TEST_F(NavigationJourney, hides_the_breadcrumbs_but_not_the_way_back_in_another_pane) {
+TEST_F(NavigationJourney, another_pane_hides_the_breadcrumbs_but_not_the_back_button) {
   clickAt(tilePoint("Movies"));
   session().shown().setPane(MainPane::apps);
   EXPECT_FALSE(shows("crumbs"));
   EXPECT_TRUE(shows("back"));
 }
 
-TEST_F(NavigationJourney, comes_back_to_the_root_when_a_new_scan_ends) {
+TEST_F(NavigationJourney, a_new_scan_returns_to_the_root) {
   clickAt(tilePoint("Movies"));
   session().rescan();
   EXPECT_EQ(place(), tree_.at("Movies"));
@@ -144,7 +144,7 @@ TEST_F(NavigationJourney, comes_back_to_the_root_when_a_new_scan_ends) {
   EXPECT_FALSE(shows("crumbs"));
 }
 
-TEST_F(NavigationJourney, keeps_its_place_through_another_way_of_looking) {
+TEST_F(NavigationJourney, another_mode_keeps_the_folder) {
   clickAt(tilePoint("Movies"));
   session().shown().setVizMode(VizMode::largest);
   EXPECT_FALSE(shows("canvas"));

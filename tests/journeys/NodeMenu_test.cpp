@@ -1,4 +1,4 @@
-// What can be done with one item: the menu that asks.
+// The menu that asks what to do with an item.
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -34,13 +34,13 @@ class NodeMenuJourney : public Journey {
   }
 };
 
-TEST_F(NodeMenuJourney, asks_by_the_name_of_the_item) {
+TEST_F(NodeMenuJourney, the_menu_names_its_item) {
   EXPECT_FALSE(shows("nodeMenu"));
   askAbout("caf\xE9.zip");
   EXPECT_EQ(text("menuTitle"), QStringLiteral("caf\uFFFD.zip"));
 }
 
-TEST_F(NodeMenuJourney, lists_its_answers_in_order_and_goes_through_them_by_the_keyboard) {
+TEST_F(NodeMenuJourney, the_menu_lists_its_entries_in_order_and_arrow_keys_move_in_it) {
   askAbout("Movies");
   QStringList answers;
   for (int i = 0; i < 9; ++i) {
@@ -57,7 +57,7 @@ TEST_F(NodeMenuJourney, lists_its_answers_in_order_and_goes_through_them_by_the_
   EXPECT_TRUE(item("menuReveal")->hasActiveFocus());
 }
 
-TEST_F(NodeMenuJourney, does_what_is_answered_to_the_bytes_of_the_item) {
+TEST_F(NodeMenuJourney, each_entry_acts_on_the_bytes_of_the_path) {
   const std::string odd = tree_.at("caf\xE9.zip");
   askAbout("caf\xE9.zip");
   click("menuReveal");
@@ -89,7 +89,7 @@ TEST_F(NodeMenuJourney, does_what_is_answered_to_the_bytes_of_the_item) {
   EXPECT_EQ(session().shown().menuNode(), std::nullopt);
 }
 
-TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
+TEST_F(NodeMenuJourney, the_entry_for_the_trash_has_no_undo) {
   askAbout("Movies");
   click("menuTrash");
   EXPECT_FALSE(shows("nodeMenu"));
@@ -98,7 +98,7 @@ TEST_F(NodeMenuJourney, moves_to_the_trash_without_a_way_back) {
   EXPECT_FALSE(shows("putBack"));
 }
 
-TEST_F(NodeMenuJourney, holds_the_item_that_it_asks_about_through_a_rescan) {
+TEST_F(NodeMenuJourney, the_menu_keeps_its_item_through_a_rescan) {
   const std::string odd = tree_.at("caf\xE9.zip");
   machine_.trash.put(odd, "archive");
   askAbout("caf\xE9.zip");
@@ -112,7 +112,7 @@ TEST_F(NodeMenuJourney, holds_the_item_that_it_asks_about_through_a_rescan) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
-TEST_F(NodeMenuJourney, goes_away_by_cancel_and_by_escape_and_does_nothing) {
+TEST_F(NodeMenuJourney, cancel_and_escape_close_the_menu_without_an_action) {
   askAbout("Movies");
   click("menuCancel");
   EXPECT_FALSE(shows("nodeMenu"));

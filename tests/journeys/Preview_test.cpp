@@ -1,5 +1,4 @@
-// Looking into a file from the map: with the panel of a fake, and with the real one over real
-// files.
+// Previews of files on the map: with a fake panel, and with the real one and real files.
 #include <gmock/gmock.h>
 #include <memory>
 
@@ -32,7 +31,7 @@ class Preview : public Journey {
   }
 };
 
-TEST_F(Preview, of_what_has_the_focus_comes_with_space) {
+TEST_F(Preview, space_previews_the_focused_item) {
   hoverAt(tilePoint("caf\xE9.zip"));
   press(Qt::Key_Space);
   hoverAt(tilePoint("notes.txt"));
@@ -41,7 +40,7 @@ TEST_F(Preview, of_what_has_the_focus_comes_with_space) {
               ElementsAre(EndsWith("/caf%E9.zip"), EndsWith("/notes.txt")));
 }
 
-TEST_F(Preview, comes_before_the_button_that_has_the_keyboard) {
+TEST_F(Preview, space_previews_even_if_a_button_has_the_keyboard_focus) {
   hoverAt(tilePoint("notes.txt"));
   tabTo("heatmap");
   press(Qt::Key_Space);
@@ -51,7 +50,7 @@ TEST_F(Preview, comes_before_the_button_that_has_the_keyboard) {
   EXPECT_TRUE(session().shown().heatmap());
 }
 
-TEST_F(Preview, leaves_space_to_the_buttons_while_nothing_has_the_focus) {
+TEST_F(Preview, space_presses_buttons_while_no_item_has_the_focus) {
   session().selection().setFocused(std::nullopt);
   tabTo("heatmap");
   press(Qt::Key_Space);
@@ -59,16 +58,16 @@ TEST_F(Preview, leaves_space_to_the_buttons_while_nothing_has_the_focus) {
   EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
 }
 
-TEST_F(Preview, does_not_come_under_a_question) {
+TEST_F(Preview, space_does_not_preview_under_a_question) {
   hoverAt(tilePoint("notes.txt"));
   session().shown().setMenuNode(session().selection().focused());
   settle(window());
   press(Qt::Key_Space);
   EXPECT_THAT(machine_.previewPanel.shown, IsEmpty());
-  EXPECT_FALSE(shows("nodeMenu"));  // it pressed the first answer
+  EXPECT_FALSE(shows("nodeMenu"));  // space pressed the first button
 }
 
-// The panel that the program makes by itself.
+// The program's own panel.
 class RealPreview : public Journey {
  protected:
   RealPreview()
@@ -85,7 +84,7 @@ class RealPreview : public Journey {
   }
 };
 
-TEST_F(RealPreview, opens_over_the_window_and_goes_with_space) {
+TEST_F(RealPreview, the_panel_opens_over_the_window_and_space_closes_it) {
   hoverAt(tilePoint("notes.txt"));
   press(Qt::Key_Space);
   dispatch_.drainAll();
@@ -96,8 +95,8 @@ TEST_F(RealPreview, opens_over_the_window_and_goes_with_space) {
   EXPECT_EQ(panel(), nullptr);
 }
 
-// What the file holds is a picture, which another program reads.
-TEST_F(RealPreview, shows_a_picture) {
+// The file contains a picture, which another process reads.
+TEST_F(RealPreview, the_panel_shows_a_picture) {
   putFile(tree_.at("notes.txt"), encoded(quarters(64, 32), "png"));
   hoverAt(tilePoint("notes.txt"));
   press(Qt::Key_Space);
@@ -110,7 +109,7 @@ TEST_F(RealPreview, shows_a_picture) {
   EXPECT_EQ(picture->implicitWidth(), 64);
 }
 
-TEST_F(RealPreview, shows_what_is_in_a_folder) {
+TEST_F(RealPreview, the_panel_shows_the_contents_of_a_folder) {
   session().shown().setMenuNode(session().navigation().current()->children()[0]);
   settle(window());
   click("menuQuickLook");

@@ -1,5 +1,5 @@
-// Starts of the built program on a desktop of the test's own: an X server, a message bus, and on it
-// a notification area where the test wants one.
+// Starts of the built program on a desktop of the test's own: an X server, a message bus, and a
+// notification area if the test wants one.
 #pragma once
 
 #include <deque>
@@ -27,22 +27,22 @@ class ProgramOnDesktop : public testing::Test {
   explicit ProgramOnDesktop(std::string_view home = "notes.txt 2M\n") : home_(home) {}
 
   void SetUp() override;
-  // Ends what has been started and still runs.
+  // Ends all started processes.
   void TearDown() override;
 
   void startNotificationArea();
 
-  // From now on the program starts without a window.
+  // Later starts are hidden.
   void startHidden() const;
 
   Process& start() { return start(TESSALY_PROGRAM, {}); }
-  // Another program, which may start this one in turn.
+  // Another program, which may start the built one.
   Process& start(const std::string& path, std::vector<std::string> args);
 
-  // How a second start ends.
+  // Starts the program a second time, and returns how that ends.
   Process::Exit startAgain();
 
-  // The server has nothing but black where there is no window.
+  // The screen of the server is black without a window.
   bool comesUp() {
     return server_.lookUntil([](const QImage& screen) { return shows(screen); });
   }
@@ -55,11 +55,11 @@ class ProgramOnDesktop : public testing::Test {
   bool hasAnswered(int looks);
   static bool isRunning(Process& program) { return !program.waitUntil(Deadline::after(0)); }
 
-  // The process that has a status item.
+  // The process that owns a status item.
   pid_t programBehind(const QString& item);
 
-  // Where something of this name stands in the window at its start, learnt from a window without a
-  // screen.
+  // The middle of the item with this object name in the window at its start, taken from an
+  // off-screen window.
   QPoint middleOf(const QString& name) const;
 
   TempTree home_;
@@ -67,8 +67,8 @@ class ProgramOnDesktop : public testing::Test {
   XServer server_{QSize(1280, 820)};
   PrivateBus bus_;
   BusObject watcher_;
-  int looks_ = 0;      // questions for somebody who draws
-  QStringList items_;  // what has registered with the notification area, by its name on the bus
+  int looks_ = 0;      // answered queries of the notification area's properties
+  QStringList items_;  // names on the bus of the items registered with the notification area
   std::deque<Process> programs_;
 };
 

@@ -1,5 +1,5 @@
-// The built program itself, on an X server of its own, over a home folder made for the test. What
-// it puts on the screen is compared, pixel by pixel, with where the layout says that the tiles are.
+// The built program on an X server of its own, with a home folder made for the test. The pixels on
+// the screen are compared with the places of the tiles in the layout.
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
@@ -23,9 +23,9 @@
 namespace tessaly {
 namespace {
 
-const QSize screenSize(1280, 820);  // that of the window, which the server puts at its corner
+const QSize screenSize(1280, 820);  // that of the window, which the server puts into the corner
 
-// `state` is where the program keeps what it remembers, outside of the home that is scanned.
+// `state` is the folder of the program's own files, outside of the scanned home.
 QProcessEnvironment environmentFor(const XServer& server, const std::string& home,
                                    const std::string& state) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -37,14 +37,14 @@ QProcessEnvironment environmentFor(const XServer& server, const std::string& hom
   for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
     environment.insert(QString::fromLatin1(name), QString::fromStdString(state));
   environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(state + "/run"));
-  // No bus is needed, and none of the user's is to be touched.
+  // No bus is needed, and the user's must not be used.
   environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/none"));
   return environment;
 }
 
 class Program {
  public:
-  // `prepare` runs in the child, and may do what can be done between fork and exec.
+  // `prepare` runs in the child, between fork and exec.
   Program(const XServer& server, const std::string& home, std::function<void()> prepare = {}) {
     if (prepare) process_.setChildProcessModifier(std::move(prepare));
     process_.setProcessEnvironment(environmentFor(server, home, state_.path()));
@@ -80,7 +80,7 @@ class ProgramTest : public testing::Test {
         server_(screenSize) {}
 
   bool showsIdleScreen() {
-    // The middle of the primary button is its label; its left part is the gradient of the accent.
+    // The label is in the middle of the primary button; left of it is the accent gradient.
     const QPoint point = twin_.middleOf(QStringLiteral("idleScanHome")) - QPoint(90, 0);
     return server_.lookUntil([&](const QImage& screen) {
       const QRgb pixel = screen.pixel(point);
@@ -93,7 +93,7 @@ class ProgramTest : public testing::Test {
   XServer server_;
 };
 
-TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
+TEST_F(ProgramTest, the_scanned_home_is_drawn_where_the_layout_puts_it) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
   server_.click(twin_.middleOf(QStringLiteral("idleScanHome")));
@@ -103,7 +103,7 @@ TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
   std::vector<TreemapRect> leaves = twin_.tiles();
   std::erase_if(leaves, [](const TreemapRect& rect) { return rect.depth > 0 || rect.nested; });
   ASSERT_EQ(leaves.size(), 5u);
-  // The message that the scan is complete comes later, and lies over some of them.
+  // The toast for the completed scan appears later, and covers some of them.
   QImage screen;
   EXPECT_TRUE(server_.lookUntil([&](const QImage& seen) {
     screen = seen;
@@ -116,11 +116,11 @@ TEST_F(ProgramTest, draws_the_scanned_home_folder_where_the_layout_puts_it) {
   EXPECT_TRUE(program.isRunning());
 }
 
-TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
+TEST_F(ProgramTest, a_click_on_a_folder_drills_in) {
   Program program(server_, home_.path());
   ASSERT_TRUE(showsIdleScreen());
   server_.click(twin_.middleOf(QStringLiteral("idleScanHome")));
-  // Where it stands the map comes up, and the glow of the tile under it reaches its neighbours.
+  // At its position the map appears, and the glow of the tile under it would cover neighbours.
   server_.movePointer({1, 1});
   twin_.scan();
   const std::vector<TreemapRect> top = twin_.tiles();
@@ -146,15 +146,15 @@ TEST_F(ProgramTest, drills_into_a_folder_that_is_clicked) {
   }));
 }
 
-TEST_F(ProgramTest, comes_up_while_a_mounted_volume_does_not_answer) {
+TEST_F(ProgramTest, the_window_is_shown_while_a_mounted_volume_does_not_answer) {
   std::optional<Program> program;
-  DeadVolume dead;  // goes before the program, which cannot end while it waits
+  DeadVolume dead;  // destroyed before the program, which cannot end while it waits for it
   program.emplace(server_, home_.path(), [&dead] {
     if (!dead.mountInChild()) _exit(1);
   });
   if (!dead.isMounted())
     GTEST_SKIP() << needs(Need::fuse, "this user can mount no file system here");
-  // It asks the volume itself, and goes on waiting for it from here on.
+  // The program asks the volume, and waits for the answer from here on.
   EXPECT_TRUE(dead.isAskedBy(program->id()));
   EXPECT_TRUE(showsIdleScreen());
   EXPECT_TRUE(program->isRunning());
@@ -164,11 +164,11 @@ class ProgramWithoutDisplay : public testing::Test {
  protected:
   using Variables = std::vector<std::pair<const char*, std::string>>;
 
-  // A start with these variables, and with no others that tell of a display.
+  // Starts the program with these variables and no other ones for a display.
   void expectRefusal(const Variables& variables, const char* line) {
     expectRefusals({variables}, line);
   }
-  // Such starts all at once, since some wait for seconds.
+  // All starts run at once, since some wait for seconds.
   void expectRefusals(const std::vector<Variables>& starts, const char* line) {
     std::vector<std::unique_ptr<QProcess>> processes;
     for (const Variables& variables : starts) processes.push_back(started(variables));
@@ -182,7 +182,7 @@ class ProgramWithoutDisplay : public testing::Test {
       EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
     }
   }
-  // With `platform` for Qt where that is not empty.
+  // Sets the Qt platform to `platform` unless it is empty.
   void expectRefusal(const char* platform, const char* line) {
     expectRefusal(*platform != 0 ? Variables{{"QT_QPA_PLATFORM", platform}} : Variables(), line);
   }
@@ -204,28 +204,28 @@ class ProgramWithoutDisplay : public testing::Test {
   TempTree state_{"run/ mode=0700\n"};
 };
 
-TEST_F(ProgramWithoutDisplay, says_so_in_one_line_and_gives_2) {
+TEST_F(ProgramWithoutDisplay, a_start_without_a_display_says_so_in_one_line_and_exits_with_2) {
   expectRefusal("", "tessaly: there is no display to open a window on\n");
 }
 
-TEST_F(ProgramWithoutDisplay, says_so_too_where_it_was_requested_by_name) {
+TEST_F(ProgramWithoutDisplay, a_start_on_a_named_platform_without_a_display_says_so_too) {
   expectRefusal("xcb", "tessaly: there is no display to open a window on\n");
   expectRefusal("XCB", "tessaly: there is no display to open a window on\n");
 }
 
-TEST_F(ProgramWithoutDisplay, says_in_one_line_that_qt_knows_no_such_platform_and_gives_2) {
+TEST_F(ProgramWithoutDisplay, an_unknown_qt_platform_is_reported_in_one_line_with_exit_status_2) {
   for (const char* platform : {"nonsense", "nonsense:size=1x1", "nonsense;more", "two\nlines"})
     expectRefusal(platform, "tessaly: QT_QPA_PLATFORM names no platform of Qt's\n");
 }
 
-TEST_F(ProgramWithoutDisplay, says_in_one_line_that_a_platform_does_not_start_and_gives_2) {
+TEST_F(ProgramWithoutDisplay, a_failing_qt_platform_is_reported_in_one_line_with_exit_status_2) {
   expectRefusal("offscreen:configfile=/none", "tessaly: Qt cannot open a window on this display\n");
-  // Has no screen where no framebuffer is of that name.
+  // There is no screen without a framebuffer of that name.
   expectRefusal("linuxfb:fb=/none", "tessaly: Qt cannot open a window on this display\n");
 }
 
-TEST_F(ProgramWithoutDisplay, says_so_where_servers_are_named_that_are_not_there) {
-  // Xvfb takes the lowest free number.
+TEST_F(ProgramWithoutDisplay, named_display_servers_that_do_not_exist_are_reported) {
+  // Xvfb takes the lowest free display number.
   for (const char* display : {":4999", "localhost:4999", "nonsense", ":"}) {
     expectRefusal({{"DISPLAY", display}}, noDisplay);
     expectRefusal({{"DISPLAY", display}, {"QT_QPA_PLATFORM", "xcb"}}, noDisplay);
@@ -235,8 +235,8 @@ TEST_F(ProgramWithoutDisplay, says_so_where_servers_are_named_that_are_not_there
   expectRefusal({{"WAYLAND_DISPLAY", "wayland-none"}, {"DISPLAY", ":4999"}}, noDisplay);
 }
 
-TEST_F(ProgramWithoutDisplay, says_so_where_servers_take_connections_and_say_nothing) {
-  // Of each server one start only, so that each start is seen to ask its own.
+TEST_F(ProgramWithoutDisplay, display_servers_that_never_answer_are_reported) {
+  // One start per server, so that each start is known to connect to its own.
   const MuteServer byName = MuteServer::at(state_.at("run/mute"));
   const MuteServer byPath = MuteServer::at(state_.at("run/mute-by-path"));
   const MuteServer besideX = MuteServer::at(state_.at("run/mute-beside-x"));

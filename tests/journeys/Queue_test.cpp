@@ -1,4 +1,4 @@
-// What is marked on the map, gathered in the panel, and thrown away in one act.
+// Items are marked on the map, collected in the panel, and moved to the Trash together.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <set>
@@ -42,7 +42,7 @@ class QueueJourney : public Journey {
     for (const DiskNode& node : session().cleanupQueue().queue()) names.emplace_back(node.name());
     return names;
   }
-  // What of the four is still where it was.
+  // Those of the four items that are still in their place.
   std::set<std::string> left() {
     std::set<std::string> names;
     for (const char* below : files)
@@ -61,7 +61,7 @@ class QueueJourney : public Journey {
   }
 };
 
-TEST_F(QueueJourney, goes_from_three_marks_to_the_trash_and_back) {
+TEST_F(QueueJourney, three_marked_items_move_to_the_trash_and_back) {
   EXPECT_FALSE(shows("cleanupQueue"));
   markThree();
   EXPECT_THAT(queued(), ElementsAre("notes.txt", "caf\xE9\n.zip", "Code"));
@@ -88,10 +88,10 @@ TEST_F(QueueJourney, goes_from_three_marks_to_the_trash_and_back) {
   EXPECT_EQ(machine_.trash.contentOf(tree_.at("notes.txt")), "notes.txt");
 }
 
-TEST_F(QueueJourney, takes_nothing_but_what_was_marked_whatever_the_next_scan_brings) {
+TEST_F(QueueJourney, only_the_marked_items_move_whatever_the_next_scan_finds) {
   mark("caf\xE9\n.zip");
   mark("Code");
-  // Every tile is another's place afterwards.
+  // Every tile changes its position.
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
   std::filesystem::resize_file(tree_.at("notes.txt"), 1);
   session().rescan();
@@ -102,7 +102,7 @@ TEST_F(QueueJourney, takes_nothing_but_what_was_marked_whatever_the_next_scan_br
   EXPECT_THAT(session().removal().lastTrashed(), SizeIs(2));
 }
 
-TEST_F(QueueJourney, drops_without_a_word_what_is_gone_by_the_time) {
+TEST_F(QueueJourney, items_that_are_gone_are_skipped_without_a_message) {
   markThree();
   ASSERT_TRUE(machine_.trash.moveToTrash(tree_.at("caf\xE9\n.zip")).ok());
   session().rescan();
@@ -115,7 +115,7 @@ TEST_F(QueueJourney, drops_without_a_word_what_is_gone_by_the_time) {
   EXPECT_FALSE(shows("protectedLocation"));
 }
 
-TEST_F(QueueJourney, lets_all_of_it_go_and_opens_unfolded_the_next_time) {
+TEST_F(QueueJourney, clearing_the_queue_removes_all_and_it_opens_expanded_the_next_time) {
   markThree();
   click("clear");
   EXPECT_FALSE(shows("cleanupQueue"));
@@ -127,7 +127,7 @@ TEST_F(QueueJourney, lets_all_of_it_go_and_opens_unfolded_the_next_time) {
   EXPECT_EQ(panelHeight(), 360);
 }
 
-TEST_F(QueueJourney, stays_folded_when_what_waits_already_is_marked_once_more) {
+TEST_F(QueueJourney, the_queue_stays_collapsed_when_a_queued_item_is_marked_again) {
   mark("notes.txt");
   click("queueHeader");
   mark("notes.txt");
@@ -137,7 +137,7 @@ TEST_F(QueueJourney, stays_folded_when_what_waits_already_is_marked_once_more) {
   EXPECT_EQ(panelHeight(), 360);
 }
 
-TEST_F(QueueJourney, hands_all_that_waits_to_the_archive) {
+TEST_F(QueueJourney, the_queue_passes_all_its_items_to_the_archive) {
   markThree();
   click("zipThenTrash");
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
@@ -148,7 +148,7 @@ TEST_F(QueueJourney, hands_all_that_waits_to_the_archive) {
   EXPECT_EQ(text("toast"), QStringLiteral("Zipping 3 items…"));
 }
 
-TEST_F(QueueJourney, lets_no_click_through_to_the_map) {
+TEST_F(QueueJourney, the_queue_lets_no_click_through_to_the_map) {
   mark("notes.txt");
   settle(window());
   QQuickItem* const panel = item("cleanupQueue");
@@ -161,7 +161,7 @@ TEST_F(QueueJourney, lets_no_click_through_to_the_map) {
   EXPECT_THAT(queued(), SizeIs(1));
 }
 
-TEST_F(QueueJourney, works_by_the_keyboard_and_folds_by_escape) {
+TEST_F(QueueJourney, the_queue_works_by_the_keyboard_and_escape_collapses_it) {
   markThree();
   tabTo("queueHeader");
   session().selection().setFocused(std::nullopt);
@@ -182,7 +182,7 @@ TEST_F(QueueJourney, works_by_the_keyboard_and_folds_by_escape) {
   EXPECT_TRUE(shows("moveToTrash"));
 }
 
-TEST_F(QueueJourney, is_never_out_of_reach_while_something_waits) {
+TEST_F(QueueJourney, the_queue_stays_reachable_while_it_has_items) {
   markThree();
   session().shown().setVizMode(VizMode::list);
   session().shown().setPane(MainPane::apps);
@@ -205,7 +205,7 @@ TEST_F(QueueJourney, is_never_out_of_reach_while_something_waits) {
   EXPECT_THAT(queued(), SizeIs(3));
 }
 
-TEST_F(QueueJourney, leaves_the_keyboard_on_the_map_when_it_folds) {
+TEST_F(QueueJourney, collapsing_the_queue_returns_the_keyboard_focus_to_the_map) {
   mark("notes.txt");
   clickAt(tilePoint("Code"));
   ASSERT_TRUE(item("canvas")->hasActiveFocus());
@@ -218,7 +218,7 @@ TEST_F(QueueJourney, leaves_the_keyboard_on_the_map_when_it_folds) {
   EXPECT_EQ(panelHeight(), 44);
 }
 
-TEST_F(QueueJourney, stands_in_its_corner_of_the_smallest_window) {
+TEST_F(QueueJourney, the_queue_is_in_the_corner_of_the_smallest_window) {
   window().resize(1100, 680);
   mark("notes.txt");
   QQuickItem* const panel = item("cleanupQueue");

@@ -1,5 +1,5 @@
-// The end of the built program while another one, or the user, is to answer it, and with the
-// session of the desktop.
+// Quitting the built program while it waits for another program or for the user, and at the end of
+// the desktop session.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -32,10 +32,10 @@ class QuitMeanwhile : public ProgramOnDesktop {
 
   static bool holds(const std::function<bool()>& fact) { return QTest::qWaitFor(fact, 60000); }
 
-  // Whether it ends long before a question on the bus is given up, which takes 25 seconds.
+  // Whether it ends long before a call on the bus times out, which takes 25 seconds.
   static bool endsAtOnce(Process& program) { return program.waitUntil(Deadline::after(20)); }
 
-  // The program with variables that a shell is to set before.
+  // Starts the program through a shell that sets variables.
   Process& startWith(const std::string& variables) {
     return start("/bin/sh", {"-c", variables + " exec \"$0\"", TESSALY_PROGRAM});
   }
@@ -68,7 +68,7 @@ class QuitMeanwhile : public ProgramOnDesktop {
     return count;
   }
 
-  // As the display does when the session ends.
+  // Like the display server at the end of the session.
   void throwOutPrograms() {
     forEachWindow([this](xcb_window_t window) { xcb_kill_client(server_.connection(), window); });
   }
@@ -82,8 +82,8 @@ class QuitMeanwhile : public ProgramOnDesktop {
   }
 };
 
-// Nor does it show the folder by other means, as it does where there is no file manager.
-TEST_F(QuitMeanwhile, waits_for_no_file_manager) {
+// Nor may it show the folder in other ways, as it does without a file manager.
+TEST_F(QuitMeanwhile, quitting_does_not_wait_for_a_file_manager) {
   BusObject fileManager;
   fileManager.answer = [](const QDBusMessage&, const QDBusConnection&) {};
   QDBusConnection bus = bus_.connection(QStringLiteral("file manager"));
@@ -99,7 +99,7 @@ TEST_F(QuitMeanwhile, waits_for_no_file_manager) {
   Process& program = startWith("PATH='" + state_.at("bin") + "':\"$PATH\"");
   ASSERT_TRUE(comesUp());
   ASSERT_NO_FATAL_FAILURE(scanHome(scan));
-  // The one file takes all of the map. It is there a moment after the scan.
+  // The tile of the only file fills the map. It appears shortly after the scan.
   const QPoint tile(740, 500);
   ASSERT_TRUE(holds([&] {
     if (fileManager.calls.empty()) server_.click(tile);
@@ -113,7 +113,7 @@ TEST_F(QuitMeanwhile, waits_for_no_file_manager) {
   EXPECT_FALSE(fs::exists(state_.at("opened")));
 }
 
-TEST_F(QuitMeanwhile, waits_for_no_user_who_is_to_choose_a_file) {
+TEST_F(QuitMeanwhile, quitting_does_not_wait_for_the_user_to_choose_a_file) {
   const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
   Process& program = start();
   ASSERT_TRUE(comesUp());
@@ -130,8 +130,8 @@ TEST_F(QuitMeanwhile, waits_for_no_user_who_is_to_choose_a_file) {
   EXPECT_THAT(entriesOf(home_.path()), ElementsAre("notes.txt"));
 }
 
-// The order in which a session ends is nobody's: here the bus is gone before the display.
-TEST_F(QuitMeanwhile, comes_with_the_end_of_the_display_where_there_is_no_bus) {
+// The parts of a session end in any order: here the bus is gone before the display.
+TEST_F(QuitMeanwhile, the_program_quits_with_the_display_if_there_is_no_bus) {
   Process& program = startWith("DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere");
   ASSERT_TRUE(comesUp());
   throwOutPrograms();

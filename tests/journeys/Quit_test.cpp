@@ -1,4 +1,4 @@
-// The end of the built program: for the user it comes at once, whatever its threads are held by.
+// Quitting the built program: for the user it ends at once, whatever its threads wait for.
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -33,8 +33,8 @@ class QuitTest : public ProgramOnDesktop {
 
   static bool holds(const std::function<bool()>& fact) { return QTest::qWaitFor(fact, 60000); }
 
-  // A program that scans, and waits in a folder that does not answer. Empty where it does, else the
-  // reason for which nothing can be mounted here.
+  // Starts a program that scans, and waits in a folder that does not answer. Returns "", or why
+  // nothing can be mounted here.
   std::string startHeld() {
     const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
     Process& holder =
@@ -52,14 +52,14 @@ class QuitTest : public ProgramOnDesktop {
   }
   QDBusConnection desktop() { return bus_.connection(QStringLiteral("desktop")); }
 
-  // That of a process which has ended but for a thread that the kernel holds.
+  // The state of a process that has ended except for a thread in the kernel.
   static char stateOf(pid_t pid) {
     const std::string stat = contentOf("/proc/" + std::to_string(pid) + "/stat");
     const std::size_t name = stat.rfind(')');
     return name == std::string::npos ? '-' : stat[name + 2];
   }
 
-  // Whether nobody has the program's hot key.
+  // Whether the program's hot key is free.
   bool isHotKeyFree() {
     xcb_connection_t* const connection = server_.connection();
     constexpr xcb_keycode_t space = 65;
@@ -75,7 +75,7 @@ class QuitTest : public ProgramOnDesktop {
     return isFree;
   }
 
-  // As the display does when the session ends.
+  // Like the display server at the end of the session.
   void throwOutPrograms() {
     xcb_connection_t* const connection = server_.connection();
     xcb_query_tree_reply_t* const tree =
@@ -87,7 +87,7 @@ class QuitTest : public ProgramOnDesktop {
     xcb_flush(connection);
   }
 
-  // Whether a start on the display of this test would be the one instance.
+  // Whether a new start on the display of this test would become the only instance.
   bool isLockFree() const {
     for (const auto& entry : fs::directory_iterator(state_.at("run"))) {
       if (entry.path().extension() != ".lock") continue;
@@ -97,7 +97,7 @@ class QuitTest : public ProgramOnDesktop {
   }
 };
 
-TEST_F(QuitTest, shows_and_locks_nothing_more_while_a_thread_hangs_in_a_folder) {
+TEST_F(QuitTest, quitting_releases_window_and_lock_while_a_thread_hangs_in_a_folder) {
   startNotificationArea();
   if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
   ASSERT_TRUE(hasAnswered(1));
@@ -122,7 +122,7 @@ TEST_F(QuitTest, shows_and_locks_nothing_more_while_a_thread_hangs_in_a_folder) 
   EXPECT_EQ(stateOf(first), 'Z');
 }
 
-TEST_F(QuitTest, comes_by_the_close_button_where_there_is_no_notification_area) {
+TEST_F(QuitTest, the_close_button_quits_without_a_notification_area) {
   if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
   server_.click(middleOf(QStringLiteral("closeWindow")));
   EXPECT_TRUE(goesAway());
@@ -130,7 +130,7 @@ TEST_F(QuitTest, comes_by_the_close_button_where_there_is_no_notification_area) 
   EXPECT_TRUE(comesUp());
 }
 
-TEST_F(QuitTest, locks_nothing_more_where_the_display_has_gone) {
+TEST_F(QuitTest, the_lock_is_released_when_the_display_is_gone) {
   startNotificationArea();
   if (const std::string refusal = startHeld(); !refusal.empty()) GTEST_SKIP() << refusal;
   ASSERT_TRUE(hasAnswered(1));
@@ -143,7 +143,7 @@ TEST_F(QuitTest, locks_nothing_more_where_the_display_has_gone) {
 
 class EndOfProgram : public ProgramOnDesktop, public testing::WithParamInterface<int> {};
 
-TEST_P(EndOfProgram, is_a_good_one_when_it_is_asked_for) {
+TEST_P(EndOfProgram, a_program_told_to_end_exits_with_0) {
   startNotificationArea();
   Process& program = start();
   ASSERT_TRUE(comesUp());
@@ -155,7 +155,7 @@ TEST_P(EndOfProgram, is_a_good_one_when_it_is_asked_for) {
 
 INSTANTIATE_TEST_SUITE_P(BySignal, EndOfProgram, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
-TEST_F(QuitTest, gives_a_window_to_a_start_as_soon_as_its_own_has_gone) {
+TEST_F(QuitTest, the_next_start_has_a_window_as_soon_as_this_one_is_closed) {
   for (int run = 0; run < 3; ++run) {
     Process& program = start();
     ASSERT_TRUE(comesUp());
@@ -173,8 +173,8 @@ TEST_F(QuitTest, gives_a_window_to_a_start_as_soon_as_its_own_has_gone) {
 
 class QuitWhileZipping : public ProgramOnDesktop {
  protected:
-  // Zip reads for longer than any test lasts, and needs no room meanwhile. A file without any room
-  // of its own would not be on the map.
+  // The zip tool reads this file for longer than any test takes, and it needs no space. A file
+  // without any blocks would not be on the map.
   QuitWhileZipping() : ProgramOnDesktop("notes.txt 2M\nfilm.mkv 1M\n") {
     fs::resize_file(home_.at("film.mkv"), std::uintmax_t{256} << 30U);
   }
@@ -208,7 +208,7 @@ class QuitWhileZipping : public ProgramOnDesktop {
     return found;
   }
 
-  // A program that is at it, and what has to be ended to end it.
+  // Starts a program and an archive in it. Returns the process to end.
   Process& startZipping() {
     const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
     Process& program = start();
@@ -220,7 +220,7 @@ class QuitWhileZipping : public ProgramOnDesktop {
     }));
     server_.pressKeys("ctrl+a");
     server_.pressKeys("ctrl+shift+e");
-    // Takes what the panel suggests as soon as it is up.
+    // Accepts the file name of the panel as soon as it is open.
     EXPECT_TRUE(holds([this] {
       if (zips() == 0) server_.pressKeys("Return");
       return zips() == 1;
@@ -229,7 +229,7 @@ class QuitWhileZipping : public ProgramOnDesktop {
   }
 };
 
-TEST_F(QuitWhileZipping, gives_the_archive_up_and_leaves_the_items) {
+TEST_F(QuitWhileZipping, quitting_cancels_the_archive_and_leaves_the_items) {
   startNotificationArea();
   Process& program = startZipping();
   ASSERT_TRUE(hasAnswered(1));
@@ -242,13 +242,13 @@ TEST_F(QuitWhileZipping, gives_the_archive_up_and_leaves_the_items) {
   EXPECT_THAT(entriesOf(home_.path()), testing::UnorderedElementsAre("notes.txt", "film.mkv"));
 }
 
-TEST_F(QuitWhileZipping, by_force_leaves_what_the_next_start_clears_away) {
+TEST_F(QuitWhileZipping, files_of_a_killed_program_are_removed_at_the_next_start) {
   Process& program = startZipping();
   ASSERT_EQ(stagedArchives().size(), 1U);
   EXPECT_THAT(notes(), testing::ElementsAre(home_.path()));
   program.kill();
   ASSERT_TRUE(program.waitUntil(Deadline::after(60)));
-  // Zip knows nothing of it.
+  // The zip tool is not told, and goes on.
   for (const pid_t zip : zipping()) ::kill(zip, SIGKILL);
   ASSERT_TRUE(holds([this] { return zips() == 0; }));
   ASSERT_EQ(stagedArchives().size(), 1U);
@@ -259,7 +259,7 @@ TEST_F(QuitWhileZipping, by_force_leaves_what_the_next_start_clears_away) {
   EXPECT_THAT(entriesOf(home_.path()), testing::UnorderedElementsAre("notes.txt", "film.mkv"));
 }
 
-// Not quitting is a fact as well.
+// The tests below check that the program does not quit.
 class LimitedFiles : public ProgramOnDesktop {
  protected:
   LimitedFiles() : ProgramOnDesktop(manyFiles()) {}
@@ -272,13 +272,13 @@ class LimitedFiles : public ProgramOnDesktop {
   }
 };
 
-TEST_F(LimitedFiles, end_no_program_that_would_write_larger_ones) {
+TEST_F(LimitedFiles, a_limit_on_file_sizes_does_not_end_the_program) {
   const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
-  // Blocks of 512 bytes: room for the settings, but not for the sizes nor for the tree.
+  // In blocks of 512 bytes: enough for the settings, but not for the sizes or the tree.
   Process& program = start("/bin/sh", {"-c", "ulimit -f 4; exec \"$0\"", TESSALY_PROGRAM});
   ASSERT_TRUE(comesUp());
   server_.click(scan);
-  // Comes after the sizes and the tree.
+  // Written after the sizes and the tree.
   EXPECT_TRUE(QTest::qWaitFor(
       [&] {
         return !isRunning(program) ||

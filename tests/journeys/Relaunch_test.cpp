@@ -1,5 +1,5 @@
-// "Quit & Reopen" of the built program, on an X server of its own, where "/" cannot be listed: the
-// program that comes up is another one, and it is the one instance from then on.
+// "Quit & Reopen" of the built program on an X server of its own, where "/" cannot be listed: a new
+// process appears, and is the only instance.
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
@@ -30,8 +30,8 @@ namespace {
 
 constexpr int refused = 77;
 
-// Runs its first argument under a root folder that nobody may list, and so without the privileges
-// by which root may. What is in that folder is what is in the real one.
+// Runs its first argument below a root folder that nobody may list, without the privileges of root.
+// The contents are those of the real root folder.
 const char* const underClosedRoot = R"(
   root=$1 program=$2
   mount -t tmpfs -o mode=0755 none "$root" || exit 77
@@ -54,7 +54,7 @@ std::string contentsOf(const std::filesystem::path& file) {
 
 class RelaunchTest : public testing::Test {
  protected:
-  // Where a button of the gate stands, learnt from a window without a screen.
+  // The middle of a button of the gate, taken from an off-screen window.
   QPoint middleOf(const QString& name) {
     FakeMachine machine;
     machine.isAccessGranted = false;
@@ -70,7 +70,7 @@ class RelaunchTest : public testing::Test {
             {"XDG_CONFIG_HOME", state_.path()},
             {"XDG_DATA_HOME", state_.path()},
             {"XDG_RUNTIME_DIR", state_.at("run")},
-            // No driver of OpenGL is loaded, so that all machines draw in the same way.
+            // Without an OpenGL driver, so that all machines draw alike.
             {"QT_QUICK_BACKEND", "software"},
             {"QT_XCB_GL_INTEGRATION", "none"},
             {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/none"}};
@@ -94,8 +94,8 @@ class RelaunchTest : public testing::Test {
     return {};
   }
 
-  // The programs that run with the state of this test. What one of them has just forked to start a
-  // tool is still called like it, and is left out.
+  // The running programs with the state of this test, without a child just forked to start a tool,
+  // which still has the program's name.
   std::vector<pid_t> running() const {
     std::vector<pid_t> found;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
@@ -109,7 +109,7 @@ class RelaunchTest : public testing::Test {
   }
 
   bool showsGate(QPoint grant) {
-    // Left of the label of the button that is filled with the accent.
+    // Left of the label of the button that has the accent colour.
     return server_.lookUntil([at = grant - QPoint(58, 0)](const QImage& screen) {
       const QRgb pixel = screen.pixel(at);
       return qBlue(pixel) > 150 && qRed(pixel) < 40;
@@ -127,7 +127,7 @@ class RelaunchTest : public testing::Test {
   XServer server_{QSize(1280, 820)};
 };
 
-TEST_F(RelaunchTest, quits_and_comes_up_again_as_the_one_instance) {
+TEST_F(RelaunchTest, quit_and_reopen_starts_another_instance_which_is_the_only_one) {
   const QPoint grant = middleOf(QStringLiteral("grant"));
   const QPoint relaunch = middleOf(QStringLiteral("relaunch"));
   std::vector<std::string> closed = {
@@ -152,7 +152,7 @@ TEST_F(RelaunchTest, quits_and_comes_up_again_as_the_one_instance) {
   EXPECT_NE(after, before);
   EXPECT_TRUE(showsGate(grant));
 
-  // Whoever starts it now is led to the new one.
+  // A further start reaches the new instance.
   Process another = start("/usr/bin/env", {"-u", "QT_QPA_PLATFORM", TESSALY_PROGRAM});
   ASSERT_TRUE(another.waitUntil(Deadline::after(60)));
   EXPECT_TRUE(another.exit()->isSuccess());

@@ -1,4 +1,4 @@
-// What stands for many items on the map, and files of the disk that are called like it.
+// Remainders on the map, and files on the disk that are named like one.
 #include "scan/Remainder.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ DiskNode itemAt(const std::string& name, const std::string& path, std::int64_t m
   return DiskNode(fields);
 }
 
-// A folder whose tree has no room for six of its items.
+// A folder whose tree leaves out six of its items.
 DiskNode crowded(const std::string& root) {
   DiskNode::Fields fields;
   fields.name = "home";
@@ -99,7 +99,7 @@ class RemainderJourney : public Journey {
   std::optional<std::string> toast_;
 };
 
-TEST_F(RemainderJourney, is_nothing_that_anything_can_be_done_to) {
+TEST_F(RemainderJourney, no_operation_acts_on_a_remainder) {
   const QPoint place = remainderPoint();
   hoverAt(place);
   ASSERT_TRUE(session().selection().focused() && isRemainder(*session().selection().focused()));
@@ -124,7 +124,7 @@ TEST_F(RemainderJourney, is_nothing_that_anything_can_be_done_to) {
   }
 }
 
-TEST_F(RemainderJourney, is_left_out_of_all_that_is_visible) {
+TEST_F(RemainderJourney, select_all_visible_leaves_out_a_remainder) {
   press(Qt::Key_A, command);
   EXPECT_THAT(
       session().selection().selected(),
@@ -132,7 +132,7 @@ TEST_F(RemainderJourney, is_left_out_of_all_that_is_visible) {
   EXPECT_EQ(text("queueSelection"), QStringLiteral("Queue (3)"));
 }
 
-TEST_F(RemainderJourney, is_left_out_of_a_band) {
+TEST_F(RemainderJourney, a_band_leaves_out_a_remainder) {
   QQuickItem* const canvas = item("canvas");
   const QPoint from = canvas->mapToScene(QPointF(1, 1)).toPoint();
   const QPoint to =
@@ -149,7 +149,7 @@ TEST_F(RemainderJourney, is_left_out_of_a_band) {
   for (const char* name : files) EXPECT_FALSE(machine_.trash.has(tree_.at(name))) << name;
 }
 
-TEST_F(RemainderJourney, is_known_in_the_tree_of_the_last_run) {
+TEST_F(RemainderJourney, a_restored_tree_still_has_its_remainder) {
   restart();
   ASSERT_TRUE(shows("canvas"));
   toast_ = session().messages().toast();
@@ -160,7 +160,7 @@ TEST_F(RemainderJourney, is_known_in_the_tree_of_the_last_run) {
   expectNothingDone();
 }
 
-TEST_F(RemainderJourney, takes_nothing_from_files_that_are_called_like_it) {
+TEST_F(RemainderJourney, files_named_like_a_remainder_are_treated_as_files) {
   for (const char* name : {"__rest__", "+ 6 more"}) {
     const QPoint place = tilePoint(name);
     hoverAt(place);

@@ -1,4 +1,4 @@
-// From the start of the program to a map: what the pane shows while a scan goes its way.
+// From the start of the program to a map: what the pane shows during a scan.
 #include <QSignalSpy>
 
 #include "journeys/Journey.h"
@@ -19,7 +19,7 @@ class Scan : public Journey {
             "notes.txt 300K\n") {}
 };
 
-TEST_F(Scan, begins_on_the_idle_screen) {
+TEST_F(Scan, the_program_begins_on_the_idle_screen) {
   EXPECT_TRUE(shows("idleScreen"));
   EXPECT_TRUE(shows("idleScanHome"));
   EXPECT_TRUE(shows("idleChooseFolder"));
@@ -28,7 +28,7 @@ TEST_F(Scan, begins_on_the_idle_screen) {
   EXPECT_EQ(window().title(), QStringLiteral("Tessaly"));
 }
 
-TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
+TEST_F(Scan, the_first_walk_shows_the_scanning_screen) {
   click("idleScanHome");
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
   EXPECT_FALSE(shows("idleScreen"));
@@ -40,7 +40,7 @@ TEST_F(Scan, shows_the_scanning_screen_while_the_first_walk_runs) {
   EXPECT_EQ(percent->property("text").toString(), QStringLiteral("0%"));
 }
 
-TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
+TEST_F(Scan, a_scan_ends_with_the_map_of_the_home_folder) {
   click("idleScanHome");
   finishScan();
   EXPECT_TRUE(shows("resultScreen"));
@@ -57,7 +57,7 @@ TEST_F(Scan, ends_with_the_map_of_the_home_folder) {
   EXPECT_TRUE(shows("breakdown"));
 }
 
-TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
+TEST_F(Scan, the_ring_turns_while_the_walk_reports_nothing) {
   click("idleScanHome");
   QSignalSpy turns(item("ring"), SIGNAL(changed()));
   EXPECT_TRUE(turns.wait(60000));
@@ -67,7 +67,7 @@ TEST_F(Scan, keeps_its_ring_moving_while_the_walk_says_nothing) {
   EXPECT_TRUE(turnsOfTheBanner.wait(60000));
 }
 
-TEST_F(Scan, starts_from_the_keyboard) {
+TEST_F(Scan, a_scan_starts_by_the_keyboard) {
   tabTo("idleScanHome");
   press(Qt::Key_Tab);
   EXPECT_TRUE(item("idleChooseFolder")->hasActiveFocus());
@@ -76,7 +76,7 @@ TEST_F(Scan, starts_from_the_keyboard) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
+TEST_F(Scan, a_scan_walks_the_folder_chosen_in_the_panel) {
   folderPanel_.answer = tree_.at("Movies");
   click("idleChooseFolder");
   ASSERT_EQ(folderPanel_.requests.size(), 1u);
@@ -84,12 +84,12 @@ TEST_F(Scan, walks_the_folder_that_the_panel_gives) {
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
 }
 
-TEST_F(Scan, stays_idle_when_the_panel_is_left_without_a_choice) {
+TEST_F(Scan, a_cancelled_panel_stays_on_the_idle_screen) {
   click("idleChooseFolder");
   EXPECT_TRUE(shows("idleScreen"));
 }
 
-TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
+TEST_F(Scan, cancelling_the_first_scan_returns_to_the_idle_screen) {
   click("idleScanHome");
   click("cancel");
   EXPECT_TRUE(shows("idleScreen"));
@@ -98,7 +98,7 @@ TEST_F(Scan, cancelled_at_first_leads_back_to_the_idle_screen) {
   EXPECT_FALSE(session().navigation().current().has_value());
 }
 
-TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
+TEST_F(Scan, a_later_scan_keeps_the_old_map_under_a_banner) {
   click("idleScanHome");
   finishScan();
   const QString sizeBefore = itemNamed(item("header"), "size")->property("text").toString();
@@ -116,7 +116,7 @@ TEST_F(Scan, keeps_the_old_map_under_a_banner_while_it_runs_again) {
             QStringLiteral("7.8 MB"));
 }
 
-TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
+TEST_F(Scan, cancelling_from_the_banner_keeps_the_old_map) {
   click("idleScanHome");
   finishScan();
   session().rescan();
@@ -127,9 +127,9 @@ TEST_F(Scan, cancelled_from_the_banner_keeps_the_old_map) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(Scan, overtaken_by_another_is_never_shown) {
+TEST_F(Scan, a_replaced_scan_is_never_shown) {
   click("idleScanHome");
-  walk();  // the first tree is on its way home
+  walk();  // the first tree waits on the main queue
   session().scan(tree_.at("Movies"));
   comeHome();
   EXPECT_TRUE(shows("scanningScreen"));
@@ -139,7 +139,7 @@ TEST_F(Scan, overtaken_by_another_is_never_shown) {
   EXPECT_EQ(session().navigation().stack().size(), 1u);
 }
 
-TEST_F(Scan, that_reads_nothing_says_so_and_tries_the_home_folder_again) {
+TEST_F(Scan, a_scan_that_reads_nothing_says_so_and_offers_the_home_folder) {
   session().scan(tree_.at("gone"));
   finishScan();
   EXPECT_TRUE(shows("failedScreen"));

@@ -31,7 +31,7 @@ QRgb background() {
   return over(MarrowTheme::bg, MarrowTheme::bg, 1);
 }
 
-// Whether `pixel` is the fill of a tile of colour `tint` on the bare canvas, at any place of its
+// Whether `pixel` is in the fill of a tile of colour `tint` on the bare canvas, anywhere in its
 // gradient from opacity 0.92 to 0.7.
 bool isFillOf(QRgb pixel, const Color& tint) {
   const QRgb strong = over(MarrowTheme::bg, tint, 0.92);
@@ -77,7 +77,7 @@ void ScreenTwin::drillInto(const DiskNode& node) {
 }
 
 void ScreenTwin::hover(QPoint point) {
-  // From beside it, so that it is a move in each case.
+  // Moves from a neighbouring point, so that there is always a move.
   QTest::mouseMove(&application_.window(), point - QPoint(1, 1));
   QTest::mouseMove(&application_.window(), point);
   settle(application_.window());
@@ -116,9 +116,9 @@ std::string wrongAbout(const QImage& screen, const TreemapRect& rect,
   const double low = rect.y + rect.height * 0.75;
   const double right = rect.x + rect.width;
   const double bottom = rect.y + rect.height;
-  // Three points inside an edge it is fill. Gaps are two points wide, so that one point beyond the
-  // edge lies in a pixel that is all gap; outlines reach half a point into it at opacity 0.4, which
-  // takes it a fifth of the way to the fill at most. The faintest fill is 70 away.
+  // Three points inside an edge there is fill. Gaps are two points wide, so one point outside the
+  // edge is a pixel of the gap only; outlines extend half a point into it with opacity 0.4, which
+  // makes it at most a fifth of the fill. The faintest fill differs by 70.
   if (!isFillOf(at(screen, middle, low), tint)) return "middle";
   if (!isFillOf(at(screen, rect.x + 3, low), tint)) return "inside the left edge";
   if (!isFillOf(at(screen, right - 3, low), tint)) return "inside the right edge";

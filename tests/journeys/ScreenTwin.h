@@ -1,5 +1,5 @@
-// What the built program should have on its screen: a window without a screen, over the same
-// folder, tells where things stand in it and how they look.
+// What the built program should show: an off-screen window over the same folder, which tells where
+// items are and how they look.
 #pragma once
 
 #include <set>
@@ -22,7 +22,7 @@ class ScreenTwin {
   explicit ScreenTwin(const std::string& home);
 
   QPoint middleOf(const QString& name);
-  // Where something of this name is shown; nothing where it is not.
+  // The rectangle of the item with this object name; empty if it is not shown.
   QRect placeOf(const QString& name);
 
   void scan();
@@ -36,7 +36,7 @@ class ScreenTwin {
   // The tiles on the map, in the window.
   std::vector<TreemapRect> tiles();
 
-  // The window as it is.
+  // A picture of the window.
   QImage look();
 
  private:
@@ -44,13 +44,13 @@ class ScreenTwin {
   Application application_;
 };
 
-// What is wrong with how a tile without tiles inside stands on the screen; empty when nothing is.
-// Looked at below the middle, where there is neither label nor sheen.
+// What is wrong with a tile without tiles inside on the screen; empty if nothing is. Checks below
+// the middle, where there is neither label nor sheen.
 std::string wrongAbout(const QImage& screen, const TreemapRect& rect,
                        const std::set<std::string>& grewPaths);
 
-// How much of a place looks otherwise in one picture than in another, from 0 to 1: by clearly
-// another colour, as no other way to draw the edge of a letter brings about.
+// The share of a rectangle that differs between two pictures, from 0 to 1. Only clearly different
+// colours count, not another antialiasing of letters.
 double differenceWithin(const QRect& place, const QImage& one, const QImage& other);
 
 }  // namespace tessaly

@@ -1,4 +1,4 @@
-// What the controls of the window change of the session: what they are there for, and nothing else.
+// Each control of the window changes only what it is for.
 #include <gmock/gmock.h>
 #include <string>
 
@@ -35,7 +35,7 @@ class SideEffectsJourney : public Journey {
     session().selection().setFocused(node("song.mp3"));
     session().trashFocused();
     finishScan();
-    // The pointer is on no tile, and something is in every field that could be lost.
+    // The pointer is on no tile, and every field has a value that could be lost.
     hoverAt(QPoint(640, 5));
     session().selection().selectNodes({node("notes.txt"), node("Code")}, false);
     session().selection().setFocused(node("Code"));
@@ -65,24 +65,24 @@ class SideEffectsJourney : public Journey {
   }
 };
 
-TEST_F(SideEffectsJourney, the_pointer_on_a_tile_changes_the_focus_alone) {
+TEST_F(SideEffectsJourney, the_pointer_on_a_tile_changes_only_the_focus) {
   EXPECT_EQ(changedBy([&] { hoverAt(tilePoint("notes.txt")); }), Names{"focused"});
   EXPECT_EQ(changedBy([&] { hoverAt(QPoint(640, 5)); }), Names{});
 }
 
-TEST_F(SideEffectsJourney, a_click_on_a_file_changes_the_focus_alone) {
+TEST_F(SideEffectsJourney, a_click_on_a_file_changes_only_the_focus) {
   EXPECT_EQ(changedBy([&] { clickAt(tilePoint("notes.txt")); }), Names{"focused"});
   EXPECT_EQ(workspace_.revealed.size(), 1U);
 }
 
-TEST_F(SideEffectsJourney, a_click_on_a_folder_empties_the_selection_and_enters_it) {
+TEST_F(SideEffectsJourney, a_click_on_a_folder_clears_the_selection_and_enters_it) {
   EXPECT_EQ(changedBy([&] { clickAt(tilePoint("Movies")); }),
             (Names{"focused", "selection", "stack"}));
   EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_FALSE(shows("clearSelection"));
 }
 
-TEST_F(SideEffectsJourney, a_click_with_shift_changes_selection_and_focus_alone) {
+TEST_F(SideEffectsJourney, a_click_with_shift_changes_only_selection_and_focus) {
   EXPECT_EQ(changedBy([&] { clickHolding(Qt::ShiftModifier, tilePoint("Movies")); }),
             (Names{"focused", "selection"}));
 }
@@ -92,7 +92,7 @@ TEST_F(SideEffectsJourney, a_click_with_command_keeps_the_selection) {
             (Names{"focused", "queue", "queueMinimized", "toast"}));
 }
 
-TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
+TEST_F(SideEffectsJourney, back_and_breadcrumbs_keep_selection_and_focus) {
   session().open(node("Movies"));
   session().open(session().navigation().current()->children()[0]);
   session().selection().selectNodes({node("notes.txt")}, false);
@@ -105,8 +105,8 @@ TEST_F(SideEffectsJourney, the_ways_back_keep_selection_and_focus) {
             Names{"stack"});
 }
 
-TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
-  // Wide enough to show the whole row beside what can be done with the selection.
+TEST_F(SideEffectsJourney, the_modes_change_only_the_mode) {
+  // Wide enough for the whole row beside the buttons for the selection.
   window().resize(1800, 820);
   session().open(node("Movies"));
   session().selection().selectNodes({node("notes.txt")}, false);
@@ -120,19 +120,19 @@ TEST_F(SideEffectsJourney, the_modes_change_the_mode_alone) {
     EXPECT_EQ(changedByClicking("watch"), (Names{"watchPath", "watching"}));
 }
 
-TEST_F(SideEffectsJourney, the_acts_on_the_selection_change_what_they_say) {
+TEST_F(SideEffectsJourney, the_buttons_for_the_selection_change_only_what_they_say) {
   EXPECT_EQ(changedByClicking("queueSelection"),
             (Names{"queue", "queueMinimized", "selection", "toast"}));
   session().selection().selectNodes({node("notes.txt")}, false);
   EXPECT_EQ(changedByClicking("clearSelection"), Names{"selection"});
 }
 
-TEST_F(SideEffectsJourney, an_archive_that_the_user_backs_out_of_changes_nothing) {
+TEST_F(SideEffectsJourney, an_archive_cancelled_in_its_panel_changes_nothing) {
   EXPECT_EQ(changedByClicking("zipSelection"), Names{});
   EXPECT_EQ(machine_.savePanel.requests.size(), 1U);
 }
 
-TEST_F(SideEffectsJourney, the_way_back_from_the_trash_looks_again) {
+TEST_F(SideEffectsJourney, undo_rescans) {
   EXPECT_EQ(changedByClicking("putBack"),
             (Names{"lastTrashed", "progress", "scanPercent", "status", "toast"}));
   EXPECT_EQ(session().messages().toast(), "Put back 1 item");
@@ -155,7 +155,7 @@ TEST_F(SideEffectsJourney, the_bars_change_one_field_each) {
   EXPECT_EQ(changedBy([&] { press(Qt::Key_Escape); }), Names{"searchOpen"});
 }
 
-TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
+TEST_F(SideEffectsJourney, the_queue_changes_only_its_own_fields) {
   session().cleanupQueue().addToQueue(node("notes.txt"));
   for (int i = 0; i < 2; ++i) EXPECT_EQ(changedByClicking("queueHeader"), Names{"queueMinimized"});
   EXPECT_EQ(changedBy([&] { clickAt(middleOf(itemsNamed(window().contentItem(), "remove")[0])); }),
@@ -163,7 +163,7 @@ TEST_F(SideEffectsJourney, the_queue_changes_itself_alone) {
   EXPECT_EQ(changedByClicking("clear"), (Names{"queue", "queueOpen"}));
 }
 
-TEST_F(SideEffectsJourney, throwing_the_queue_away_keeps_the_selection_and_looks_again) {
+TEST_F(SideEffectsJourney, emptying_the_queue_keeps_the_selection_and_rescans) {
   session().cleanupQueue().setQueueMinimized(false);
   settle(window());
   const Names changed = changedByClicking("moveToTrash");
@@ -173,7 +173,7 @@ TEST_F(SideEffectsJourney, throwing_the_queue_away_keeps_the_selection_and_looks
     EXPECT_FALSE(changed.contains(name)) << name;
 }
 
-TEST_F(SideEffectsJourney, the_cancel_of_a_rescan_keeps_all_that_is_on_screen) {
+TEST_F(SideEffectsJourney, cancelling_a_rescan_keeps_everything_on_screen) {
   session().open(node("Movies"));
   session().selection().selectNodes({node("notes.txt")}, false);
   session().rescan();
@@ -194,7 +194,7 @@ TEST_F(SideEffectsJourney, the_end_of_a_rescan_keeps_focus_selection_and_queue) 
   EXPECT_TRUE(shows("cleanupQueue"));
 }
 
-TEST_F(SideEffectsJourney, another_size_of_the_window_changes_nothing) {
+TEST_F(SideEffectsJourney, resizing_the_window_changes_nothing) {
   EXPECT_EQ(changedBy([&] { window().resize(1100, 680); }), Names{});
 }
 

@@ -1,4 +1,4 @@
-// At the smallest size that the window takes, nothing overlaps and nothing is cut.
+// At the smallest size of the window, nothing overlaps and nothing is cut off.
 #include <string>
 #include <vector>
 
@@ -11,7 +11,7 @@ namespace tessaly {
 namespace {
 
 constexpr QSize smallest(1100, 680);
-// Sizes of texts are no whole numbers, and are laid out as if they were.
+// Sizes of texts are not integers, but are laid out as integers.
 constexpr double slack = 1.01;
 
 const std::string disk = "/media/Photos-of-many-years-and-of-more-places-than-one-remembers";
@@ -35,10 +35,10 @@ DiskNode folder(const std::string& path, const std::vector<DiskNode>& children) 
 
 struct Placed {
   QQuickItem* item;
-  QRectF rect;  // in the window, as far as it is to be seen
+  QRectF rect;  // visible part, in the window
 };
 
-// A name may be of any length, and gives way.
+// Names may have any length, and are shortened.
 bool isName(const QQuickItem* text) {
   for (const QQuickItem* above = text; above != nullptr; above = above->parentItem()) {
     static const QStringList names = {"volumeName", "pathLabel",    "excludeName", "menuTitle",
@@ -57,7 +57,7 @@ bool isWhole(const Placed& placed) {
   return placed.rect.width() > all.width() - slack && placed.rect.height() > all.height() - slack;
 }
 
-// What is out of sight is to be brought into it.
+// An item out of view can be scrolled into view.
 bool scrolls(const QQuickItem* item) {
   for (const QQuickItem* above = item->parentItem(); above != nullptr;
        above = above->parentItem()) {
@@ -81,7 +81,7 @@ class SmallWindow : public Journey {
     settle(window());
   }
 
-  // A disk with a long name and folders with longer ones.
+  // A disk with a long name, and folders with longer ones.
   static void lend(Application::Services& services) {
     services.run = [](const std::string& path, const std::vector<std::string>& args, double) {
       if (path != "/bin/df") return noTools(path, args);
@@ -126,7 +126,7 @@ class SmallWindow : public Journey {
     return found;
   }
 
-  // All of the window, or of what lies over it.
+  // Checks the whole window, or the layer over it.
   void expectRoomForAll(const QString& layer = {}) {
     const QRectF inWindow{{}, QSizeF(smallest)};
     std::vector<Placed> controls;
@@ -176,23 +176,23 @@ class SmallWindow : public Journey {
   }
 };
 
-TEST_F(SmallWindow, has_room_before_the_first_scan) {
+TEST_F(SmallWindow, everything_fits_before_the_first_scan) {
   expectRoomForAll();
 }
 
-TEST_F(SmallWindow, has_room_while_it_scans) {
+TEST_F(SmallWindow, everything_fits_during_a_scan) {
   session().scan(disk);
   expectRoomForAll();
 }
 
-TEST_F(SmallWindow, has_room_for_the_map) {
+TEST_F(SmallWindow, everything_fits_on_the_map) {
   scan();
   EXPECT_EQ(session().machine().currentVolumeName(session().navigation().current()),
             disk.substr(7));
   expectRoomForAll();
 }
 
-TEST_F(SmallWindow, has_room_two_folders_down_with_a_selection) {
+TEST_F(SmallWindow, everything_fits_two_folders_down_with_a_selection) {
   scan();
   drillIn();
   drillIn();
@@ -200,7 +200,7 @@ TEST_F(SmallWindow, has_room_two_folders_down_with_a_selection) {
   expectRoomForAll();
 }
 
-TEST_F(SmallWindow, has_room_for_the_other_panes) {
+TEST_F(SmallWindow, everything_fits_in_the_other_panes) {
   scan();
   drillIn();
   for (const MainPane pane : {MainPane::apps, MainPane::monitor}) {
@@ -209,7 +209,7 @@ TEST_F(SmallWindow, has_room_for_the_other_panes) {
   }
 }
 
-TEST_F(SmallWindow, has_room_for_what_lies_over_the_window) {
+TEST_F(SmallWindow, everything_fits_in_the_views_over_the_window) {
   scan();
   drillIn();
   session().shown().setMenuNode(session().navigation().current());

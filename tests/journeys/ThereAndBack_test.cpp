@@ -1,5 +1,5 @@
-// The whole way on a real disk: scanned, marked, thrown away, put back, and found again by the next
-// run of the program.
+// The complete workflow on a real disk: items are scanned, marked, moved to the Trash, put back,
+// and found by the next run of the program.
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// All that a folder holds, by path: kind and permissions, time, and content or target.
+// Everything in a folder by path: kind and permissions, time, and content or target.
 std::map<std::string, std::string> photographOf(const std::string& top) {
   std::map<std::string, std::string> items;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(top)) {
@@ -45,7 +45,7 @@ std::map<std::string, std::string> photographOf(const std::string& top) {
   return items;
 }
 
-// What the program keeps on this disk beside the user's files.
+// The program's own files on this disk, beside the user's.
 struct Keeping {
   TempTree state{"data/\nsettings/\n"};
   UserTrashMover trash{{.homeTrash = state.at("data/Trash"),
@@ -92,7 +92,7 @@ std::ptrdiff_t itemsIn(const std::string& folder) {
   return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
 }
 
-TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
+TEST_F(ThereAndBack, the_disk_is_as_before_and_the_tree_restored_without_a_walk) {
   const auto before = photographOf(tree_.path());
   click("idleScanHome");
   finishScan();
@@ -138,7 +138,7 @@ TEST_F(ThereAndBack, ends_with_the_disk_as_it_was_and_the_tree_without_a_walk) {
   EXPECT_EQ(photographOf(tree_.path()), before);
 }
 
-TEST_F(ThereAndBack, keeps_what_was_thrown_away_for_other_programs_when_the_run_ends) {
+TEST_F(ThereAndBack, items_stay_in_the_trash_for_other_programs_when_the_run_ends) {
   click("idleScanHome");
   finishScan();
   hoverAt(tilePoint("notes.txt"));
@@ -146,7 +146,7 @@ TEST_F(ThereAndBack, keeps_what_was_thrown_away_for_other_programs_when_the_run_
   ASSERT_FALSE(fs::exists(tree_.at("notes.txt")));
   finishScan();
   restart();
-  // What can be taken back is a matter of one run; the item is in the Trash all the same.
+  // Undo works within one run only; the item is in the Trash nevertheless.
   EXPECT_FALSE(shows("putBack"));
   EXPECT_EQ(itemsIn(trashFiles()), 1);
   std::ifstream info(trashInfos() + "/notes.txt.trashinfo");

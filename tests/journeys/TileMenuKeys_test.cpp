@@ -1,4 +1,4 @@
-// The keyboard while the menu of a tile is open: it is the menu's, and nobody else's.
+// While the menu of a tile is open, all keys go to it.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <iterator>
@@ -31,7 +31,7 @@ class TileMenuKeys : public Journey {
     finishScan();
   }
 
-  // Every command has something to act on.
+  // Makes every command available.
   void makeReady() {
     session().selection().setFocused(session().navigation().current()->children()[1]);
     session().trashFocused();
@@ -75,7 +75,7 @@ class TileMenuKeys : public Journey {
   }
 };
 
-TEST_F(TileMenuKeys, reach_no_command_of_the_window) {
+TEST_F(TileMenuKeys, keys_in_the_menu_of_a_tile_reach_no_command) {
   makeReady();
   std::vector<Keys> all = {{Qt::Key_Space, Qt::NoModifier},
                            {Qt::Key_Comma, command},
@@ -93,14 +93,14 @@ TEST_F(TileMenuKeys, reach_no_command_of_the_window) {
   }
 }
 
-TEST_F(TileMenuKeys, open_no_other_menu_in_its_place) {
+TEST_F(TileMenuKeys, keys_in_the_menu_of_a_tile_open_no_other_menu) {
   openMenu(tilePoint("notes.txt"));
   press(Qt::Key_F10);
   EXPECT_FALSE(isOpen());
   EXPECT_FALSE(shows("menuQuit"));
 }
 
-TEST_F(TileMenuKeys, choose_with_space_and_look_into_nothing) {
+TEST_F(TileMenuKeys, space_chooses_in_the_menu_of_a_tile_and_previews_nothing) {
   tabTo("canvas");
   press(Qt::Key_Menu);
   ASSERT_TRUE(isOpen());
@@ -114,7 +114,7 @@ TEST_F(TileMenuKeys, choose_with_space_and_look_into_nothing) {
   EXPECT_EQ(session().cleanupQueue().queue().front().path(), tree_.at("Movies"));
 }
 
-TEST_F(TileMenuKeys, put_away_the_menu_before_the_queue) {
+TEST_F(TileMenuKeys, escape_closes_the_menu_of_a_tile_before_it_collapses_the_queue) {
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[1]);
   tabTo("canvas");
   press(Qt::Key_Menu);
@@ -127,7 +127,7 @@ TEST_F(TileMenuKeys, put_away_the_menu_before_the_queue) {
   EXPECT_TRUE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(TileMenuKeys, leave_the_tiles_where_they_are) {
+TEST_F(TileMenuKeys, keys_in_the_menu_of_a_tile_do_not_move_the_focus_on_the_map) {
   openMenu(tilePoint("Movies"));
   const std::string before = focused();
   ASSERT_EQ(before, tree_.at("Movies"));
@@ -138,7 +138,7 @@ TEST_F(TileMenuKeys, leave_the_tiles_where_they_are) {
   EXPECT_TRUE(isOpen());
 }
 
-TEST_F(TileMenuKeys, act_on_the_tile_once_more_when_the_menu_is_gone) {
+TEST_F(TileMenuKeys, keys_act_on_the_tile_again_once_its_menu_is_closed) {
   openMenu(tilePoint("notes.txt"));
   press(Qt::Key_Backspace, command);
   press(Qt::Key_Escape);
@@ -147,7 +147,7 @@ TEST_F(TileMenuKeys, act_on_the_tile_once_more_when_the_menu_is_gone) {
   EXPECT_FALSE(machine_.trash.has(tree_.at("notes.txt")));
 }
 
-TEST_F(TileMenuKeys, are_not_led_elsewhere_by_the_pointer) {
+TEST_F(TileMenuKeys, the_pointer_does_not_change_which_tile_the_keys_act_on) {
   openMenu(tilePoint("notes.txt"));
   const QPoint movies = tilePoint("Movies");
   QTest::mouseMove(&window(), movies);
@@ -156,7 +156,7 @@ TEST_F(TileMenuKeys, are_not_led_elsewhere_by_the_pointer) {
   EXPECT_EQ(focused(), tree_.at("notes.txt"));
 }
 
-TEST_F(TileMenuKeys, go_back_to_the_map_when_a_rescan_takes_the_menu_away) {
+TEST_F(TileMenuKeys, the_map_gets_the_keys_back_when_a_rescan_closes_the_menu) {
   session().open(session().navigation().current()->children()[0]);
   tabTo("canvas");
   press(Qt::Key_Menu);

@@ -41,7 +41,7 @@ class TileMenuJourney : public Journey {
   const std::string odd_ = tree_.at("caf\xE9.zip");
 };
 
-TEST_F(TileMenuJourney, does_each_of_its_entries) {
+TEST_F(TileMenuJourney, each_entry_of_the_menu_acts) {
   choose("tileReveal");
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(odd_)));
   choose("tileOpen");
@@ -61,20 +61,20 @@ TEST_F(TileMenuJourney, does_each_of_its_entries) {
   ASSERT_THAT(session().cleanupQueue().queue(), SizeIs(1));
   EXPECT_EQ(session().cleanupQueue().queue().front().path(), odd_);
   EXPECT_EQ(session().messages().toast(), toast);
-  session().cleanupQueue().clearQueue();  // whose panel lies over the tile
+  session().cleanupQueue().clearQueue();  // its panel covers the tile
   choose("tileZip");
   ASSERT_THAT(machine_.savePanel.requests, SizeIs(1));
   EXPECT_EQ(machine_.savePanel.requests.front().extension, "zip");
 }
 
-TEST_F(TileMenuJourney, opens_the_folder_and_leaves_the_menu_behind) {
+TEST_F(TileMenuJourney, the_menu_opens_the_folder_and_closes) {
   secondaryClick(tilePoint("Movies"));
   click("tileOpenFolder");
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
   EXPECT_FALSE(shows("tileReveal"));
 }
 
-TEST_F(TileMenuJourney, asks_before_anything_moves_to_the_trash) {
+TEST_F(TileMenuJourney, the_menu_asks_before_it_moves_to_the_trash) {
   choose("tileTrash");
   EXPECT_TRUE(shows("nodeMenu"));
   EXPECT_EQ(text("menuTitle"), QStringLiteral("caf\uFFFD.zip"));
@@ -84,7 +84,7 @@ TEST_F(TileMenuJourney, asks_before_anything_moves_to_the_trash) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
-TEST_F(TileMenuJourney, holds_the_item_that_was_clicked_through_a_rescan) {
+TEST_F(TileMenuJourney, the_menu_keeps_its_item_through_a_rescan) {
   secondaryClick(tilePoint("caf\xE9.zip"));
   std::filesystem::remove(tree_.at("Movies/beach.mp4"));
   session().rescan();
@@ -95,7 +95,7 @@ TEST_F(TileMenuJourney, holds_the_item_that_was_clicked_through_a_rescan) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
-TEST_F(TileMenuJourney, queues_the_item_that_was_clicked_after_a_rescan) {
+TEST_F(TileMenuJourney, the_menu_queues_its_item_after_a_rescan) {
   secondaryClick(tilePoint("caf\xE9.zip"));
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
   session().rescan();
@@ -109,7 +109,7 @@ TEST_F(TileMenuJourney, queues_the_item_that_was_clicked_after_a_rescan) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
-TEST_F(TileMenuJourney, goes_away_by_escape_and_by_a_press_elsewhere_and_does_nothing) {
+TEST_F(TileMenuJourney, escape_and_a_press_elsewhere_close_the_menu_without_an_action) {
   secondaryClick(tilePoint("caf\xE9.zip"));
   EXPECT_TRUE(shows("tileReveal"));
   press(Qt::Key_Escape);

@@ -1,5 +1,4 @@
-// The short message at the bottom of the window takes nothing of what is done to what lies under
-// it.
+// The toast at the bottom of the window does not block the pointer.
 #include <gmock/gmock.h>
 
 #include <QTest>
@@ -24,7 +23,7 @@ class ToastJourney : public Journey {
             "notes.txt 2M\n") {
     session().scanHome();
     finishScan();
-    // Away from where the pointer of an earlier test may be.
+    // Away from the position of an earlier test's pointer.
     hoverAt(QPoint(640, 5));
   }
 
@@ -34,13 +33,13 @@ class ToastJourney : public Journey {
     EXPECT_EQ(panel->opacity(), 1);
     return panel->mapRectToScene(QRectF(0, 0, panel->width(), panel->height()));
   }
-  // A point on the symbol, on the text, and on the panel around them.
+  // Points on the symbol, on the text, and on the panel around them.
   std::vector<QPoint> points() {
     const QRectF panel = toast();
     return {middleOf(item("toastSymbol")), middleOf(item("toast")),
             QPointF(panel.left() + 5, panel.top() + 4).toPoint()};
   }
-  // The item whose tile lies at this point of the window.
+  // The item of the tile at this point of the window.
   std::string under(QPoint point) {
     auto* const canvas = qobject_cast<TreemapSurface*>(item("canvas"));
     if (canvas == nullptr) return "no canvas";
@@ -49,7 +48,7 @@ class ToastJourney : public Journey {
   }
 };
 
-TEST_F(ToastJourney, lets_a_click_through_to_the_tile_under_it) {
+TEST_F(ToastJourney, the_toast_lets_a_click_through_to_the_tile_under_it) {
   session().messages().flash("Hello");
   for (const QPoint point : points()) {
     ASSERT_EQ(under(point), tree_.at("Movies/beach.mp4"));
@@ -60,7 +59,7 @@ TEST_F(ToastJourney, lets_a_click_through_to_the_tile_under_it) {
   EXPECT_EQ(text("toast"), QStringLiteral("Hello"));
 }
 
-TEST_F(ToastJourney, lets_a_click_with_shift_and_with_command_through) {
+TEST_F(ToastJourney, the_toast_lets_clicks_with_shift_and_command_through) {
   session().messages().flash("Hello");
   clickHolding(Qt::ShiftModifier, points().front());
   EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
@@ -69,7 +68,7 @@ TEST_F(ToastJourney, lets_a_click_with_shift_and_with_command_through) {
   EXPECT_EQ(session().cleanupQueue().queue().front().path(), tree_.at("Movies/beach.mp4"));
 }
 
-TEST_F(ToastJourney, lets_the_pointer_through_and_its_other_button) {
+TEST_F(ToastJourney, the_toast_lets_hovering_and_the_right_button_through) {
   session().messages().flash("Hello");
   const QPoint point = points()[1];
   ASSERT_FALSE(session().selection().focused().has_value());
@@ -81,7 +80,7 @@ TEST_F(ToastJourney, lets_the_pointer_through_and_its_other_button) {
   EXPECT_TRUE(shows("tileReveal"));
 }
 
-TEST_F(ToastJourney, lets_a_band_begin_under_it) {
+TEST_F(ToastJourney, a_band_can_begin_under_the_toast) {
   session().messages().flash("Hello");
   const QPoint from = points().back();
   const QPoint to = from - QPoint(60, 60);
@@ -94,7 +93,7 @@ TEST_F(ToastJourney, lets_a_band_begin_under_it) {
   EXPECT_THAT(session().selection().selected(), ElementsAre(tree_.at("Movies/beach.mp4")));
 }
 
-TEST_F(ToastJourney, lets_clicks_through_to_the_buttons_under_a_long_text) {
+TEST_F(ToastJourney, a_long_toast_lets_clicks_through_to_the_buttons_under_it) {
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[1]);
   session().messages().flash(std::string(400, 'W'));
   const QPoint clear = middleOf(item("clear"));
@@ -104,7 +103,7 @@ TEST_F(ToastJourney, lets_clicks_through_to_the_buttons_under_a_long_text) {
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(ToastJourney, holds_nothing_that_the_keyboard_comes_to) {
+TEST_F(ToastJourney, tab_reaches_nothing_in_the_toast) {
   session().messages().flash("Hello");
   const QQuickItem* const panel = item("toastPanel");
   press(Qt::Key_Tab);
@@ -119,8 +118,8 @@ TEST_F(ToastJourney, holds_nothing_that_the_keyboard_comes_to) {
   ADD_FAILURE() << "Tab does not come round";
 }
 
-// Unlike the message, what failed stays until it is told to go, and has a button for that.
-TEST_F(ToastJourney, stays_when_the_line_that_tells_a_failure_is_dismissed) {
+// In contrast to the toast, a failure stays until it is dismissed by its button.
+TEST_F(ToastJourney, the_toast_stays_when_the_line_of_a_failure_is_dismissed) {
   session().messages().tellFailure("Something did not move");
   session().messages().flash("Hello");
   click("dismissFailure");

@@ -1,4 +1,4 @@
-// The tooltip of the map stays on the map, however long what it tells is.
+// The tooltip stays on the map, however long its text is.
 #include <QQuickItem>
 #include <QTest>
 
@@ -29,7 +29,7 @@ class TooltipPlace : public Journey {
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
   }
 
-  // Goes with the pointer all over the map, and tells how often there was a panel.
+  // Moves the pointer all over the map, and returns how often a tooltip was shown.
   int lookEverywhere() {
     int seen = 0;
     const QRectF canvas = rectOf(item("canvas"));
@@ -48,13 +48,13 @@ class TooltipPlace : public Journey {
   }
 };
 
-TEST_F(TooltipPlace, is_on_the_map_wherever_the_pointer_is) {
+TEST_F(TooltipPlace, the_tooltip_is_on_the_map_wherever_the_pointer_is) {
   EXPECT_GT(lookEverywhere(), 100);
   session().shown().setHeatmap(true);
   EXPECT_GT(lookEverywhere(), 100);
 }
 
-TEST_F(TooltipPlace, tells_the_beginning_and_the_end_of_a_path_of_more_than_three_lines) {
+TEST_F(TooltipPlace, the_tooltip_elides_the_middle_of_a_path_of_more_than_three_lines) {
   hoverAt(
       tilePoint("A-folder-with-a-name-that-is-as-long-as-they-hardly-ever-are/"
                 "Another-folder-inside-of-it,-whose-name-is-no-shorter-than-that/"
@@ -69,7 +69,7 @@ TEST_F(TooltipPlace, tells_the_beginning_and_the_end_of_a_path_of_more_than_thre
   EXPECT_TRUE(shown.endsWith(QStringLiteral("/song.mp3")));
 }
 
-TEST_F(TooltipPlace, tells_a_short_path_whole) {
+TEST_F(TooltipPlace, the_tooltip_shows_a_short_path_completely) {
   hoverAt(tilePoint("b.zip"));
   EXPECT_EQ(itemNamed(item("mapTooltip"), "tooltipPath")->property("text").toString(),
             QString::fromStdString(tree_.at("b.zip")));

@@ -1,4 +1,4 @@
-// To the Trash and back, on the map.
+// Moves to the Trash and back, from the map.
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -42,7 +42,7 @@ TEST_F(TrashJourney, command_delete_moves_the_tile_under_the_pointer) {
   EXPECT_TRUE(shows("putBack"));
 }
 
-TEST_F(TrashJourney, a_second_command_delete_takes_nothing_that_came_to_lie_under_the_pointer) {
+TEST_F(TrashJourney, a_second_command_delete_does_not_move_the_tile_that_came_under_the_pointer) {
   const QPoint place = tilePoint("notes.txt");
   hoverAt(place);
   pressCommandDelete();
@@ -59,7 +59,7 @@ TEST_F(TrashJourney, a_second_command_delete_takes_nothing_that_came_to_lie_unde
     EXPECT_TRUE(machine_.trash.has(tree_.at(other))) << other;
 }
 
-TEST_F(TrashJourney, put_back_brings_back_what_the_last_move_took) {
+TEST_F(TrashJourney, put_back_restores_the_items_of_the_last_move) {
   hoverAt(tilePoint("caf\xE9.zip"));
   pressCommandDelete();
   finishScan();
@@ -70,8 +70,8 @@ TEST_F(TrashJourney, put_back_brings_back_what_the_last_move_took) {
   EXPECT_FALSE(shows("putBack"));
 }
 
-// The name in the Trash is used again, as it is once the item has left it.
-TEST_F(TrashJourney, put_back_brings_back_no_other_item_of_the_name) {
+// The name in the Trash is free again once the item has left it.
+TEST_F(TrashJourney, put_back_does_not_restore_another_item_of_the_same_name) {
   hoverAt(tilePoint("notes.txt"));
   pressCommandDelete();
   finishScan();
@@ -90,7 +90,7 @@ TEST_F(TrashJourney, put_back_brings_back_no_other_item_of_the_name) {
   EXPECT_EQ(machine_.trash.contentOf(std::string(MemoryTrash::trash) + "/notes.txt"), "the second");
 }
 
-TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
+TEST_F(TrashJourney, shift_click_selects_and_command_click_queues_and_the_pills_show_the_counts) {
   EXPECT_FALSE(shows("queueSelection"));
   clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
@@ -107,14 +107,14 @@ TEST_F(TrashJourney, shift_selects_command_queues_and_the_pills_say_how_many) {
   EXPECT_FALSE(shows("clearSelection"));
 }
 
-TEST_F(TrashJourney, clear_empties_the_selection_at_once) {
+TEST_F(TrashJourney, clear_clears_the_selection_at_once) {
   clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
   click("clearSelection");
   EXPECT_THAT(session().selection().selected(), IsEmpty());
   EXPECT_FALSE(shows("clearSelection"));
 }
 
-TEST_F(TrashJourney, a_mark_holds_the_node_and_not_the_place_where_it_was) {
+TEST_F(TrashJourney, a_mark_stays_on_the_node_and_not_on_the_position) {
   clickHolding(Qt::ShiftModifier, tilePoint("notes.txt"));
   std::filesystem::resize_file(tree_.at("Code/main.cpp"), 0);
   session().rescan();
@@ -129,7 +129,7 @@ TEST_F(TrashJourney, a_mark_holds_the_node_and_not_the_place_where_it_was) {
 
 class ProtectedLocation : public TrashJourney {
  protected:
-  // The home itself is what stands on screen, and so what Command Delete means.
+  // The home is the node on screen, so Command Delete acts on it.
   void askForTheHome() {
     machine_.trash.put(tree_.path());
     session().selection().setFocused(std::nullopt);
@@ -137,7 +137,7 @@ class ProtectedLocation : public TrashJourney {
   }
 };
 
-TEST_F(ProtectedLocation, is_asked_about_before_anything_moves) {
+TEST_F(ProtectedLocation, the_user_is_warned_before_a_protected_location_moves) {
   askForTheHome();
   EXPECT_TRUE(shows("protectedLocation"));
   EXPECT_EQ(text("alertTitle"), QStringLiteral("Protected location"));
@@ -147,7 +147,7 @@ TEST_F(ProtectedLocation, is_asked_about_before_anything_moves) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(ProtectedLocation, is_left_alone_by_return_which_cancels) {
+TEST_F(ProtectedLocation, return_cancels_the_warning) {
   askForTheHome();
   EXPECT_TRUE(item("dismiss")->hasActiveFocus());
   press(Qt::Key_Return);
@@ -156,7 +156,7 @@ TEST_F(ProtectedLocation, is_left_alone_by_return_which_cancels) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(ProtectedLocation, is_left_alone_by_escape_and_by_a_click_beside_the_question) {
+TEST_F(ProtectedLocation, escape_and_a_click_beside_it_close_the_warning) {
   askForTheHome();
   press(Qt::Key_Escape);
   EXPECT_FALSE(shows("protectedLocation"));
@@ -166,7 +166,7 @@ TEST_F(ProtectedLocation, is_left_alone_by_escape_and_by_a_click_beside_the_ques
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
 }
 
-TEST_F(ProtectedLocation, goes_to_the_trash_when_the_warning_is_overruled) {
+TEST_F(ProtectedLocation, overruling_the_warning_moves_the_item_to_the_trash) {
   askForTheHome();
   press(Qt::Key_Tab);
   EXPECT_TRUE(item("overrule")->hasActiveFocus());
@@ -177,7 +177,7 @@ TEST_F(ProtectedLocation, goes_to_the_trash_when_the_warning_is_overruled) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(ProtectedLocation, is_the_same_after_a_rescan) {
+TEST_F(ProtectedLocation, the_warning_keeps_its_item_through_a_rescan) {
   session().removal().setCriticalWarning(session().navigation().current()->children()[0]);
   ASSERT_EQ(session().removal().criticalWarning()->path(), tree_.at("Movies"));
   std::filesystem::resize_file(tree_.at("Movies/beach.mp4"), 1);
@@ -190,7 +190,7 @@ TEST_F(ProtectedLocation, is_the_same_after_a_rescan) {
     EXPECT_TRUE(machine_.trash.has(tree_.at(other))) << other;
 }
 
-TEST_F(ProtectedLocation, keeps_the_keyboard_to_itself_while_it_is_asked_about) {
+TEST_F(ProtectedLocation, the_warning_keeps_the_keyboard_focus) {
   askForTheHome();
   for (int i = 0; i < 4; ++i) {
     press(Qt::Key_Tab);
@@ -202,7 +202,7 @@ TEST_F(ProtectedLocation, keeps_the_keyboard_to_itself_while_it_is_asked_about) 
   EXPECT_TRUE(shows("protectedLocation"));
 }
 
-TEST_F(ProtectedLocation, gives_the_keyboard_back_when_it_is_answered) {
+TEST_F(ProtectedLocation, answering_the_warning_returns_the_keyboard_focus) {
   clickAt(tilePoint("Movies"));
   press(Qt::Key_Tab);
   QQuickItem* const before = window().activeFocusItem();
@@ -214,7 +214,7 @@ TEST_F(ProtectedLocation, gives_the_keyboard_back_when_it_is_answered) {
   EXPECT_EQ(window().activeFocusItem(), before);
 }
 
-TEST_F(ProtectedLocation, leaves_no_tile_to_the_pointer_while_it_is_asked_about) {
+TEST_F(ProtectedLocation, no_tile_reacts_to_the_pointer_under_the_warning) {
   const QPoint notes = tilePoint("notes.txt");
   askForTheHome();
   hoverAt(notes);

@@ -1,4 +1,4 @@
-// A folder on screen grows while it is watched.
+// A watched folder on screen grows.
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -25,7 +25,7 @@ class WatchJourney : public Journey {
     look();
   }
 
-  // The look that waits, and what it brings home.
+  // Runs the waiting look, and its result.
   void look() {
     dispatch_.drain(Dispatch::Queue::utility);
     comeHome();
@@ -38,7 +38,7 @@ class WatchJourney : public Journey {
   }
 };
 
-TEST_F(WatchJourney, says_what_is_watched) {
+TEST_F(WatchJourney, the_toast_names_the_watched_folder) {
   EXPECT_EQ(text("toast"),
             "Watching " + QString::fromStdString(std::filesystem::path(tree_.path()).filename()));
   dispatch_.advance(2800ms);
@@ -46,7 +46,7 @@ TEST_F(WatchJourney, says_what_is_watched) {
   EXPECT_FALSE(shows("toast"));
 }
 
-TEST_F(WatchJourney, tells_of_a_folder_that_grows_by_a_mebibyte) {
+TEST_F(WatchJourney, growth_by_a_mebibyte_is_reported) {
   tree_.plant("Code", "out.o 1M");
   ASSERT_EQ(tree_.allocated("Code/out.o"), 1048576);
   dispatch_.advance(19s);
@@ -59,7 +59,7 @@ TEST_F(WatchJourney, tells_of_a_folder_that_grows_by_a_mebibyte) {
   EXPECT_EQ(text("toast"), QStringLiteral("Code grew by 1.0 MB"));
 }
 
-TEST_F(WatchJourney, does_not_tell_of_a_folder_that_grows_by_a_block_less) {
+TEST_F(WatchJourney, growth_by_one_block_less_is_not_reported) {
   tree_.plant("Code", "out.o 1044480");
   ASSERT_EQ(tree_.allocated("Code/out.o"), 1048576 - 4096);
   nextTick();
@@ -69,7 +69,7 @@ TEST_F(WatchJourney, does_not_tell_of_a_folder_that_grows_by_a_block_less) {
   EXPECT_EQ(text("toast"), QStringLiteral("Code grew by 1.0 MB"));
 }
 
-TEST_F(WatchJourney, follows_the_folder_and_not_the_screen) {
+TEST_F(WatchJourney, the_watch_stays_on_its_folder_when_the_screen_changes) {
   clickAt(tilePoint("Movies"));
   ASSERT_EQ(session().navigation().current()->path(), tree_.at("Movies"));
   tree_.plant("Movies", "inside.mp4 2M");

@@ -1,5 +1,5 @@
-// The built program under a Wayland compositor: what a person does there, by the pointer of the
-// compositor, and what comes of it on its screen and on the disk.
+// The built program under a Wayland compositor: a test operates its pointer, and checks the screen
+// and the disk.
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -47,7 +47,8 @@ class WaylandTest : public testing::Test {
                                                    {"XDG_CONFIG_HOME", state_.path()},
                                                    {"XDG_DATA_HOME", state_.path()},
                                                    {"XDG_RUNTIME_DIR", state_.at("run")},
-                                                   // No bus is needed, nor one of the user's.
+                                                   // No bus is needed, and the user's must not be
+                                                   // used.
                                                    {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/none"}},
                                    .error = Process::Stream::sampled}))
             .value());
@@ -59,7 +60,7 @@ class WaylandTest : public testing::Test {
     program_->waitUntil(Deadline::never());
   }
 
-  // How much of an item the screen shows in another way than the twin.
+  // The share of an item that looks different on the screen and in the twin.
   double differs(const QImage& screen, const char* name) {
     return differenceWithin(twin_.placeOf(QLatin1String(name)), screen, twin_.look());
   }
@@ -84,7 +85,7 @@ class WaylandTest : public testing::Test {
         all, [&](const TreemapRect& rect) { return rect.node.name() == name; });
     return found != all.end() ? *found : TreemapRect();
   }
-  // Above its middle, where the twin's tooltip does not cover it either.
+  // Above the middle, where the twin's tooltip does not cover it.
   static QPoint inside(const TreemapRect& rect) {
     return QPointF(rect.x + rect.width / 2, rect.y + rect.height / 3).toPoint();
   }
@@ -92,7 +93,7 @@ class WaylandTest : public testing::Test {
   bool showsTiles() {
     std::vector<TreemapRect> leaves = twin_.tiles();
     std::erase_if(leaves, [](const TreemapRect& rect) { return rect.depth > 0 || rect.nested; });
-    // The message that the scan is complete comes later, and lies over some of them.
+    // The toast for the completed scan appears later, and covers some of them.
     return !leaves.empty() && server_.lookUntil([&](const QImage& screen) {
       return std::ranges::all_of(leaves, [&](const TreemapRect& rect) {
         return wrongAbout(screen, rect, twin_.grewPaths()).empty();
@@ -112,14 +113,14 @@ class WaylandTest : public testing::Test {
   std::optional<Process> program_;
 };
 
-TEST_F(WaylandTest, a_scan_is_drawn_and_kept) {
+TEST_F(WaylandTest, a_scan_is_drawn_and_stored) {
   scan();
   EXPECT_TRUE(
       QTest::qWaitFor([&] { return fs::exists(state_.at("Marrow/last-tree.json")); }, 60000));
   EXPECT_NE(contentOf(state_.at("Marrow/last-tree.json")).find("disk.iso"), std::string::npos);
 }
 
-TEST_F(WaylandTest, the_tile_under_the_pointer_tells_what_it_is) {
+TEST_F(WaylandTest, the_tooltip_describes_the_tile_under_the_pointer) {
   scan();
   const QPoint point = inside(tile("disk.iso"));
   twin_.hover(point);
@@ -128,7 +129,7 @@ TEST_F(WaylandTest, the_tile_under_the_pointer_tells_what_it_is) {
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(WaylandTest, a_folder_that_is_clicked_is_drilled_into) {
+TEST_F(WaylandTest, a_click_on_a_folder_drills_in) {
   scan();
   const TreemapRect films = tile("Films");
   ASSERT_TRUE(films.nested);
@@ -139,7 +140,7 @@ TEST_F(WaylandTest, a_folder_that_is_clicked_is_drilled_into) {
   EXPECT_TRUE(showsTiles());
 }
 
-TEST_F(WaylandTest, the_menu_of_a_tile_opens_and_throws_it_away) {
+TEST_F(WaylandTest, the_menu_of_a_tile_opens_and_moves_it_to_the_trash) {
   scan();
   const QPoint point = inside(tile("backup.zip"));
   twin_.clickSecondary(point);
@@ -148,7 +149,7 @@ TEST_F(WaylandTest, the_menu_of_a_tile_opens_and_throws_it_away) {
   ASSERT_TRUE(shows("tileReveal"));
   ASSERT_TRUE(shows("tileTrash"));
   click("tileTrash");
-  // It asks first.
+  // A question comes first.
   twin_.click(QStringLiteral("tileTrash"));
   ASSERT_TRUE(shows("menuTrash"));
   click("menuTrash");
@@ -157,7 +158,7 @@ TEST_F(WaylandTest, the_menu_of_a_tile_opens_and_throws_it_away) {
   EXPECT_FALSE(fs::exists(home_.at("backup.zip")));
 }
 
-TEST_F(WaylandTest, the_end_is_a_good_one_when_it_is_asked_for) {
+TEST_F(WaylandTest, a_program_told_to_end_exits_with_0) {
   program_->terminate();
   ASSERT_TRUE(program_->waitUntil(Deadline::after(60)));
   EXPECT_EQ(program_->exit(), Process::Exit{});

@@ -1,4 +1,4 @@
-// The sizes, colours, fonts and texts of the window's furniture.
+// Sizes, colours, fonts and texts of the window's fixed parts.
 #include <QFont>
 
 #include "journeys/Journey.h"
@@ -31,7 +31,7 @@ class WindowLook : public Journey {
   }
 };
 
-TEST_F(WindowLook, has_its_size_and_its_smallest_size) {
+TEST_F(WindowLook, the_window_has_its_size_and_its_smallest_size) {
   EXPECT_EQ(window().size(), QSize(1280, 820));
   EXPECT_EQ(window().minimumSize(), QSize(1100, 680));
   EXPECT_EQ(window().color(), QColor("#1E1E1E"));
@@ -41,7 +41,7 @@ TEST_F(WindowLook, has_its_size_and_its_smallest_size) {
                                       {"ground", "height", 820}});
 }
 
-TEST_F(WindowLook, of_the_title_bar) {
+TEST_F(WindowLook, look_of_the_title_bar) {
   drillIn();
   QQuickItem* const bar = item("titleBar");
   ASSERT_NE(bar, nullptr);
@@ -92,7 +92,7 @@ TEST_F(WindowLook, of_the_title_bar) {
                   });
 }
 
-TEST_F(WindowLook, of_the_pane_switch) {
+TEST_F(WindowLook, look_of_the_pane_switch) {
   session().shown().setPane(MainPane::apps);
   QQuickItem* const bar = item("titleBar");
   expectLook(bar, {
@@ -125,7 +125,7 @@ TEST_F(WindowLook, of_the_pane_switch) {
                   });
 }
 
-TEST_F(WindowLook, of_the_breadcrumbs) {
+TEST_F(WindowLook, look_of_the_breadcrumbs) {
   drillIn();
   QQuickItem* const bar = item("breadcrumbs");
   expectLook(bar, {{"", "height", 36},
@@ -163,7 +163,7 @@ TEST_F(WindowLook, of_the_breadcrumbs) {
   EXPECT_LE(chevron.right(), rectOf(chips[1]).left());
 }
 
-TEST_F(WindowLook, of_the_column_of_bars_and_the_row_below_them) {
+TEST_F(WindowLook, look_of_the_column_of_bars_and_the_row_below_them) {
   drillIn();
   const QRectF title = rectOf(item("titleBar"));
   const QRectF crumbs = rectOf(item("breadcrumbs"));
@@ -181,7 +181,7 @@ TEST_F(WindowLook, of_the_column_of_bars_and_the_row_below_them) {
   EXPECT_EQ(rectOf(item("sidebar")).top(), title.bottom());
 }
 
-TEST_F(WindowLook, of_what_shows_the_panes_and_the_search) {
+TEST_F(WindowLook, look_of_the_buttons_for_panes_and_search) {
   const QRectF area = rectOf(item("mainArea"));
   EXPECT_EQ(rectOf(item("diskMap")), area);
   session().shown().setSearchOpen(true);
@@ -192,8 +192,8 @@ TEST_F(WindowLook, of_what_shows_the_panes_and_the_search) {
   EXPECT_EQ(rectOf(item("pulse")), area);
 }
 
-TEST_F(WindowLook, of_what_lies_over_what) {
-  // Later ones lie over earlier ones.
+TEST_F(WindowLook, layers_are_in_order) {
+  // Later items are drawn over earlier ones.
   std::vector<const QQuickItem*> layers;
   for (const char* name :
        {"mainArea", "cleanupQueue", "toastPanel", "gate", "assistant", "inbox"}) {
@@ -209,7 +209,7 @@ TEST_F(WindowLook, of_what_lies_over_what) {
   }
 }
 
-TEST_F(WindowLook, of_the_toast) {
+TEST_F(WindowLook, look_of_the_toast) {
   session().messages().flash("Hello");
   QQuickItem* const panel = item("toastPanel");
   expectLook(panel, {{"", "radius", 8},
@@ -236,15 +236,15 @@ TEST_F(WindowLook, of_the_toast) {
   EXPECT_EQ(text->mapToItem(panel, QPointF(text->width(), 0)).x(), panel->width() - 14);
 }
 
-TEST_F(WindowLook, of_a_toast_that_comes_up_from_the_edge_and_fades) {
+TEST_F(WindowLook, the_toast_rises_from_the_edge_and_fades) {
   QQuickItem* const panel = window().findChild<QQuickItem*>("toastPanel");
   ASSERT_NE(panel, nullptr);
   const auto topOf = [panel] { return rectOf(panel).top(); };
-  // Gone, it is below the window.
+  // The hidden toast is below the window.
   EXPECT_EQ(panel->opacity(), 0);
   EXPECT_GE(topOf(), 820);
   session().messages().flash("Hello");
-  // It begins where it was.
+  // It begins at its last position.
   QCoreApplication::sendPostedEvents();
   EXPECT_LT(panel->opacity(), 1);
   EXPECT_GT(topOf(), 820 - 20 - panel->height());
@@ -253,7 +253,7 @@ TEST_F(WindowLook, of_a_toast_that_comes_up_from_the_edge_and_fades) {
   EXPECT_EQ(topOf(), 820 - 20 - panel->height());
 }
 
-TEST_F(WindowLook, stands_in_its_order_in_the_smallest_window) {
+TEST_F(WindowLook, the_parts_are_in_order_in_the_smallest_window) {
   drillIn();
   window().resize(1100, 680);
   settle(window());

@@ -1,4 +1,4 @@
-// The window is moved by its background, and nothing scrolls by a pull of the mouse.
+// The window is moved by dragging its background, and dragging with the mouse scrolls nothing.
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QTest>
@@ -31,7 +31,7 @@ class WindowMove : public Journey {
     session().scanHome();
     finishScan();
   }
-  // So far that neither the breadcrumbs nor the modes have room.
+  // Drills in so far that neither breadcrumbs nor modes fit.
   void goDown() {
     scan();
     while (session().navigation().current()->children()[0].isDir())
@@ -56,7 +56,7 @@ class WindowMove : public Journey {
     QCoreApplication::sendEvent(&window(), &event);
   }
 
-  // Pulls at a point of the window with the mouse, and tells how far the window has come along.
+  // Drags from a point of the window with the mouse, and returns how far the window has moved.
   QPoint pull(QPoint from, QPoint by) {
     const QPoint stood = window().position();
     send(QEvent::MouseButtonPress, from, stood + from, Qt::LeftButton);
@@ -88,13 +88,14 @@ class WindowMove : public Journey {
   static constexpr QPoint way{-40, 24};
 };
 
-TEST_F(WindowMove, by_the_title_bar) {
+TEST_F(WindowMove, the_title_bar_moves_the_window) {
   EXPECT_EQ(pull({270, 22}, way), way);
 }
 
-TEST_F(WindowMove, by_the_sidebar) {
+TEST_F(WindowMove, the_sidebar_moves_the_window) {
   scan();
-  // A heading, the gauge in its card, what lies between the sections, and the ground at the edge.
+  // A heading, the gauge in its card, the space between the sections, and the background at the
+  // edge.
   EXPECT_EQ(pull(middleOf(itemNamed(item("quickActionsSection"), "headerTitle")), way), way);
   EXPECT_EQ(pull(middleOf(item("gauge")), way), way);
   EXPECT_EQ(pull(at("driveCard", {20, -6}), way), way);
@@ -102,14 +103,14 @@ TEST_F(WindowMove, by_the_sidebar) {
   EXPECT_EQ(pull(at("bottomScanFooter", {6, 20}), way), way);
 }
 
-TEST_F(WindowMove, by_the_row_of_modes) {
+TEST_F(WindowMove, the_row_of_modes_moves_the_window) {
   scan();
   EXPECT_EQ(pull(at("modeBar", {4, 20}), way), way);
   window().resize(1440, 900);
   EXPECT_EQ(pull(rightEnd("modeScroller"), way), way);
 }
 
-TEST_F(WindowMove, by_the_row_of_modes_where_it_is_too_long) {
+TEST_F(WindowMove, the_row_of_modes_moves_the_window_if_it_is_too_long) {
   goDown();
   QQuickItem* const scroller = item("modeScroller");
   ASSERT_GT(scroller->property("contentWidth").toDouble(), scroller->width());
@@ -118,40 +119,40 @@ TEST_F(WindowMove, by_the_row_of_modes_where_it_is_too_long) {
   EXPECT_EQ(pull(beside, way), way);
 }
 
-TEST_F(WindowMove, by_the_breadcrumbs) {
+TEST_F(WindowMove, the_breadcrumbs_move_the_window) {
   scan();
   session().open(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_EQ(pull(rightEnd("crumbs"), way), way);
 }
 
-TEST_F(WindowMove, by_the_breadcrumbs_where_they_are_too_long) {
+TEST_F(WindowMove, the_breadcrumbs_move_the_window_if_they_are_too_long) {
   goDown();
   QQuickItem* const last = itemsNamed(window().contentItem(), "chip").back();
   EXPECT_EQ(pull(last->mapToScene(QPointF(-10, last->height() / 2)).toPoint(), way), way);
 }
 
-TEST_F(WindowMove, by_what_stands_above_the_map_and_beside_it) {
+TEST_F(WindowMove, the_areas_above_and_beside_the_map_move_the_window) {
   scan();
   EXPECT_EQ(pull(middleOf(itemNamed(item("header"), "size")), way), way);
   EXPECT_EQ(pull(at("canvas", {-5, 100}), way), way);
 }
 
-TEST_F(WindowMove, by_the_first_screen_and_by_a_pane) {
+TEST_F(WindowMove, the_first_screen_and_panes_move_the_window) {
   EXPECT_EQ(pull(at("idleScreen", {40, 40}), way), way);
   session().shown().setPane(MainPane::apps);
   settle(window());
   EXPECT_EQ(pull(at("apps", {200, 200}), way), way);
 }
 
-TEST_F(WindowMove, not_by_what_has_a_use_of_its_own_for_the_pointer) {
+TEST_F(WindowMove, controls_that_use_a_drag_do_not_move_the_window) {
   scan();
   EXPECT_EQ(pull(middleOf(item("scanHome")), way), QPoint());
   EXPECT_EQ(pull(middleOf(item("listMode")), way), QPoint());
   EXPECT_EQ(pull(middleOf(item("canvas")), way), QPoint());
 }
 
-TEST_F(WindowMove, scrolls_nothing) {
+TEST_F(WindowMove, a_drag_with_the_mouse_scrolls_nothing) {
   goDown();
   const double crumbs = scrolled("crumbs", "contentX");
   const double modes = scrolled("modeScroller", "contentX");
@@ -159,7 +160,7 @@ TEST_F(WindowMove, scrolls_nothing) {
   ASSERT_GT(modes, 0);
   ASSERT_GT(item("scrollArea")->property("contentHeight").toDouble(), item("scrollArea")->height());
   for (const QPoint by : {QPoint(0, -200), QPoint(200, 0)}) {
-    // At the background, and at a button.
+    // On the background, and on a button.
     pull(at("scrollArea", {6, 300}), by);
     pull(middleOf(item("scanHome")), by);
     pull(rightEnd("modeScroller"), by);
@@ -172,7 +173,7 @@ TEST_F(WindowMove, scrolls_nothing) {
   EXPECT_EQ(scrolled("crumbs", "contentX"), crumbs);
 }
 
-TEST_F(WindowMove, is_not_what_a_finger_does_where_something_scrolls) {
+TEST_F(WindowMove, a_finger_scrolls_instead_of_moving_the_window) {
   goDown();
   const QPoint stood = window().position();
   const double crumbs = scrolled("crumbs", "contentX");
@@ -184,7 +185,7 @@ TEST_F(WindowMove, is_not_what_a_finger_does_where_something_scrolls) {
   pullByFinger(at("crumbs", {100, 18}), {200, 0});
   EXPECT_LT(scrolled("crumbs", "contentX"), crumbs);
   EXPECT_EQ(window().position(), stood);
-  // What a finger has thrown runs on for a while.
+  // A flick goes on for a while after the finger has left.
   ASSERT_TRUE(QTest::qWaitFor([&] { return !item("scrollArea")->property("moving").toBool(); }));
   // The mouse moves the window again.
   const double sidebar = scrolled("scrollArea", "contentY");
@@ -192,7 +193,7 @@ TEST_F(WindowMove, is_not_what_a_finger_does_where_something_scrolls) {
   EXPECT_EQ(scrolled("scrollArea", "contentY"), sidebar);
 }
 
-TEST_F(WindowMove, leaves_the_wheel_to_what_scrolls_either_way) {
+TEST_F(WindowMove, the_wheel_scrolls_sidebar_modes_and_breadcrumbs) {
   goDown();
   turnWheel(at("scrollArea", {40, 300}), {0, -120});
   EXPECT_EQ(scrolled("scrollArea", "contentY"), 60);
@@ -206,12 +207,12 @@ TEST_F(WindowMove, leaves_the_wheel_to_what_scrolls_either_way) {
   }
 }
 
-TEST_F(WindowMove, zooms_at_two_clicks_on_the_title_bar) {
+TEST_F(WindowMove, a_double_click_on_the_title_bar_zooms_the_window) {
   clickTwice({270, 22});
   EXPECT_TRUE(isZoomed());
 }
 
-TEST_F(WindowMove, zooms_nowhere_else) {
+TEST_F(WindowMove, a_double_click_elsewhere_does_not_zoom) {
   goDown();
   for (const QPoint point :
        {rightEnd("crumbs"), at("scrollArea", {6, 300}), middleOf(item("gauge")),

@@ -1,4 +1,4 @@
-// The rows of the window that may be too long for it, and the rings around what has the keyboard.
+// Rows of the window that may be too long for it, and the focus rings.
 #include <QQuickItem>
 #include <QTest>
 
@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-// Some letters and the padding behind them.
+// A few letters and the padding behind them.
 constexpr double leastShown = 40;
 
 class WindowRows : public Journey {
@@ -75,8 +75,8 @@ class WindowRows : public Journey {
     tessaly::pullByFinger(window(), from, by);
     settle(window());
   }
-  // The ring of what has the keyboard, if it shows one, as far as the window and what the control
-  // stands in let it be seen; and whether that is all of it.
+  // Expects that the focus ring, if there is one, is not cut off by the window or by the container
+  // of its control.
   void expectWholeRing() {
     const auto rings = itemsNamed(window().contentItem(), "focusRing");
     ASSERT_LE(rings.size(), 1U);
@@ -90,7 +90,8 @@ class WindowRows : public Journey {
     EXPECT_EQ(seen, ring) << window().activeFocusItem()->objectName().toStdString();
   }
 
-  // Goes once around by Tab, and tells at how many controls there was a ring.
+  // Presses Tab until it returns to the first control, and returns the number of controls with a
+  // ring.
   int goAround() {
     constexpr int mostStops = 200;
     int rings = 0;
@@ -107,7 +108,7 @@ class WindowRows : public Journey {
   }
 };
 
-TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_at_their_end) {
+TEST_F(WindowRows, the_last_breadcrumb_is_never_cut_to_a_letter) {
   goDown();
   for (int width = 1100; width < 1240; width += 5) {
     window().resize(width, 680);
@@ -117,7 +118,7 @@ TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_at_their_end) {
   }
 }
 
-TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_on_the_way) {
+TEST_F(WindowRows, breadcrumbs_are_never_cut_to_a_letter_while_scrolling) {
   goDown();
   for (const int angle : {14, -14, 120, -120}) {
     for (int turn = 0; turn < 60; ++turn) {
@@ -127,7 +128,7 @@ TEST_F(WindowRows, cut_no_breadcrumb_to_a_letter_on_the_way) {
   }
 }
 
-TEST_F(WindowRows, cut_no_pill_to_a_letter) {
+TEST_F(WindowRows, pills_are_never_cut_to_a_letter) {
   select();
   for (int width = 1100; width < 1180; width += 5) {
     window().resize(width, 680);
@@ -146,7 +147,7 @@ TEST_F(WindowRows, cut_no_pill_to_a_letter) {
   }
 }
 
-TEST_F(WindowRows, cut_nothing_to_a_letter_where_a_finger_lets_go) {
+TEST_F(WindowRows, a_finger_never_leaves_a_row_cut_to_a_letter) {
   goDown();
   select();
   for (int way = 20; way <= 200; way += 12) {
@@ -160,7 +161,7 @@ TEST_F(WindowRows, cut_nothing_to_a_letter_where_a_finger_lets_go) {
   }
 }
 
-TEST_F(WindowRows, leave_the_rings_whole) {
+TEST_F(WindowRows, focus_rings_are_complete) {
   EXPECT_GT(goAround(), 25);
   goDown();
   select();
@@ -172,7 +173,7 @@ TEST_F(WindowRows, leave_the_rings_whole) {
   EXPECT_GT(goAround(), 60);
 }
 
-TEST_F(WindowRows, leave_the_rings_whole_of_what_lies_over_the_window) {
+TEST_F(WindowRows, focus_rings_are_complete_in_views_over_the_window) {
   session().shown().setMenuNode(session().navigation().current()->children()[0]);
   settle(window());
   EXPECT_GT(goAround(), 5);
@@ -186,7 +187,7 @@ TEST_F(WindowRows, leave_the_rings_whole_of_what_lies_over_the_window) {
   EXPECT_GT(goAround(), 2);
 }
 
-TEST_F(WindowRows, are_free_while_a_banner_tells_of_a_scan) {
+TEST_F(WindowRows, rows_are_not_covered_by_the_banner_of_a_scan) {
   session().rescan();
   settle(window());
   const QRectF banner = rectOf(item("banner"));
@@ -209,7 +210,7 @@ class LongestName : public Journey {
   }
 };
 
-TEST_F(LongestName, leaves_its_breadcrumb_in_sight_from_end_to_end) {
+TEST_F(LongestName, the_breadcrumb_of_the_longest_name_is_completely_visible) {
   session().open(session().navigation().current()->children()[0]);
   settle(window());
   QQuickItem* const scroller = item("crumbs");

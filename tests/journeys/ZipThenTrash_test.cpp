@@ -1,4 +1,4 @@
-// Archived, thrown away and put back, with the system's zip and a real Trash.
+// Items are archived, moved to the Trash and put back, with the system's zip and a real Trash.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <map>
@@ -32,7 +32,7 @@ std::map<std::string, std::string> contentsOf(const std::string& top) {
   return contents;
 }
 
-// Lent to the program of the journey, and so made before it.
+// Used by the program of the journey, and so created before it.
 struct Disk {
   TempTree state{"data/\nkept/\nout/\n"};
   UserTrashMover trash{{.homeTrash = state.at("data/Trash"),
@@ -71,7 +71,7 @@ class ZipJourney : protected Disk, public Journey {
   }
 };
 
-TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
+TEST_F(ZipJourney, zip_keeps_a_copy_of_two_items_and_undo_restores_the_same_bytes) {
   const auto before = contentsOf(tree_.path());
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
@@ -96,7 +96,7 @@ TEST_F(ZipJourney, keeps_a_copy_of_two_items_and_puts_back_the_same_bytes) {
   EXPECT_THAT(session().navigation().current()->children(), SizeIs(3));
 }
 
-// Each tile has another's place after the scan, and there is one that was not there before.
+// After the scan every tile has moved, and there is a new one.
 class ZipAfterRescan : public ZipJourney {
  protected:
   void scanOtherwise() {
@@ -116,7 +116,7 @@ class ZipAfterRescan : public ZipJourney {
   }
 };
 
-TEST_F(ZipAfterRescan, takes_what_was_selected_before_and_nothing_else) {
+TEST_F(ZipAfterRescan, zip_after_a_rescan_takes_only_the_items_selected_before) {
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
   scanOtherwise();
@@ -131,7 +131,7 @@ TEST_F(ZipAfterRescan, takes_what_was_selected_before_and_nothing_else) {
   EXPECT_TRUE(archived.contains("Movies/cut/end.mp4"));
 }
 
-TEST_F(ZipAfterRescan, takes_what_was_queued_before_and_nothing_else) {
+TEST_F(ZipAfterRescan, zip_after_a_rescan_takes_only_the_items_queued_before) {
   clickHolding(Qt::ControlModifier, tilePoint("-notes\n"));
   scanOtherwise();
   click("zipThenTrash");
@@ -141,7 +141,7 @@ TEST_F(ZipAfterRescan, takes_what_was_queued_before_and_nothing_else) {
   EXPECT_FALSE(shows("cleanupQueue"));
 }
 
-TEST_F(ZipAfterRescan, takes_the_tile_whose_menu_was_open_before) {
+TEST_F(ZipAfterRescan, zip_after_a_rescan_takes_the_tile_whose_menu_was_open) {
   QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, tilePoint("-notes\n"));
   scanOtherwise();
   click("tileZip");
@@ -151,7 +151,7 @@ TEST_F(ZipAfterRescan, takes_the_tile_whose_menu_was_open_before) {
   EXPECT_EQ(unpacked(), (std::map<std::string, std::string>{{"-notes\n", "little"}}));
 }
 
-TEST_F(ZipAfterRescan, leaves_alone_what_took_the_place_of_what_is_gone) {
+TEST_F(ZipAfterRescan, zip_after_a_rescan_ignores_tiles_in_the_position_of_vanished_items) {
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
   fs::remove_all(tree_.at("Movies"));
@@ -164,7 +164,7 @@ TEST_F(ZipAfterRescan, leaves_alone_what_took_the_place_of_what_is_gone) {
   EXPECT_THAT(entriesOf(tree_.path()), ElementsAre("caf\xE9.zip"));
 }
 
-TEST_F(ZipJourney, refuses_a_protected_place_with_all_that_is_selected_beside_it) {
+TEST_F(ZipJourney, zip_refuses_a_protected_location_and_everything_selected_with_it) {
   const auto before = contentsOf(tree_.path());
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
   session().selection().selectNodes({*session().navigation().current()}, true);
@@ -180,7 +180,7 @@ TEST_F(ZipJourney, refuses_a_protected_place_with_all_that_is_selected_beside_it
   EXPECT_THAT(session().selection().selectedNodes(), SizeIs(2));
 }
 
-TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {
+TEST_F(ZipJourney, zip_moves_nothing_if_the_archive_cannot_be_written) {
   const auto before = contentsOf(tree_.path());
   machine_.savePanel.answer = state.at("nowhere/out.zip");
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));
@@ -192,7 +192,7 @@ TEST_F(ZipJourney, moves_nothing_where_the_archive_cannot_be_written) {
   EXPECT_THAT(session().selection().selectedNodes(), SizeIs(1));
 }
 
-TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
+TEST_F(ZipJourney, zip_reports_an_incomplete_archive_and_moves_nothing) {
   tree_.plant("Movies/cut", "pipe fifo\n");
   putFile(archive(), "kept from before");
   clickHolding(Qt::ShiftModifier, tilePoint("-notes\n"));
@@ -217,7 +217,7 @@ TEST_F(ZipJourney, says_that_an_archive_would_be_incomplete_and_moves_nothing) {
   EXPECT_EQ(unpacked().size(), 5U);
 }
 
-TEST_F(ZipJourney, keeps_both_of_two_archives_for_one_name) {
+TEST_F(ZipJourney, two_zips_to_one_name_make_two_archives) {
   const DiskNode notes = session().navigation().current()->children()[1];
   ASSERT_EQ(notes.path(), tree_.at("-notes\n"));
   clickHolding(Qt::ShiftModifier, tilePoint("Movies"));

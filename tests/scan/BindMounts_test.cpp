@@ -1,4 +1,4 @@
-// Folders mounted once more at another place of the walked tree: their sizes count once.
+// Folders that are mounted again elsewhere in the walked tree: their sizes count once.
 #include <cstdlib>
 #include <sys/mount.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ class BindMounts : public ScanFacts {
   }
 };
 
-// The model knows nothing of mounts that repeat each other.
+// The model does not handle mounts that repeat others.
 INSTANTIATE_TEST_SUITE_P(by, BindMounts,
                          testing::Values(Walker{"one_thread", 1}, Walker{"four_threads", 4}),
                          [](const testing::TestParamInfo<Walker>& instance) {
@@ -51,7 +51,7 @@ constexpr const char* fixture = R"(
     film 4M
 )";
 
-TEST_P(BindMounts, a_folder_of_the_walk_is_counted_once) {
+TEST_P(BindMounts, bind_mount_of_a_walked_folder_counts_once) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -64,7 +64,7 @@ TEST_P(BindMounts, a_folder_of_the_walk_is_counted_once) {
   });
 }
 
-TEST_P(BindMounts, a_folder_from_elsewhere_is_walked) {
+TEST_P(BindMounts, bind_mount_of_a_folder_outside_is_walked) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "outside", "inside/copy")) return refusal();
@@ -74,7 +74,7 @@ TEST_P(BindMounts, a_folder_from_elsewhere_is_walked) {
   });
 }
 
-TEST_P(BindMounts, the_root_of_the_scan_is_walked) {
+TEST_P(BindMounts, bind_mount_as_the_root_of_the_scan_is_walked) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -82,7 +82,7 @@ TEST_P(BindMounts, the_root_of_the_scan_is_walked) {
   });
 }
 
-TEST_P(BindMounts, a_copy_is_walked_where_the_original_is_excluded) {
+TEST_P(BindMounts, bind_mount_is_walked_if_the_original_is_excluded) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -97,7 +97,7 @@ TEST_P(BindMounts, a_copy_is_walked_where_the_original_is_excluded) {
   });
 }
 
-TEST_P(BindMounts, a_copy_is_walked_where_a_name_keeps_the_walk_from_the_original) {
+TEST_P(BindMounts, bind_mount_is_walked_if_a_skipped_name_excludes_the_original) {
   const TempTree tree("Backups.backupdb/\n  film 1M\ncopy/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "Backups.backupdb", "copy")) return refusal();
@@ -105,7 +105,7 @@ TEST_P(BindMounts, a_copy_is_walked_where_a_name_keeps_the_walk_from_the_origina
   });
 }
 
-TEST_P(BindMounts, of_two_copies_of_what_lies_outside_one_is_walked) {
+TEST_P(BindMounts, one_of_two_bind_mounts_of_a_folder_outside_is_walked) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "outside", "inside/copy") || !bind(tree, "outside", "inside/other")) {
@@ -117,7 +117,7 @@ TEST_P(BindMounts, of_two_copies_of_what_lies_outside_one_is_walked) {
   });
 }
 
-TEST_P(BindMounts, a_folder_bound_into_itself_is_counted_once) {
+TEST_P(BindMounts, bind_mount_of_a_folder_into_itself_counts_once) {
   const TempTree tree("film 1M\na/\n  film 1M\n  b/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "", "a/b", MS_REC)) return refusal();
@@ -125,7 +125,7 @@ TEST_P(BindMounts, a_folder_bound_into_itself_is_counted_once) {
   });
 }
 
-TEST_P(BindMounts, disks_in_a_folder_that_is_bound_with_them_are_counted_once) {
+TEST_P(BindMounts, disks_in_a_recursive_bind_mount_count_once) {
   TempTree tree("a/\n  film 1M\n  disk/\nb/\n");
   expectMounted([&]() -> std::string {
     if (mount("tmpfs", tree.at("a/disk").c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
@@ -135,7 +135,7 @@ TEST_P(BindMounts, disks_in_a_folder_that_is_bound_with_them_are_counted_once) {
   });
 }
 
-TEST_P(BindMounts, a_disk_that_only_the_copy_holds_is_counted) {
+TEST_P(BindMounts, disk_mounted_only_in_the_copy_counts) {
   TempTree tree("a/\n  film 1M\n  disk/\nb/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "a", "b")) return refusal();
@@ -146,7 +146,7 @@ TEST_P(BindMounts, a_disk_that_only_the_copy_holds_is_counted) {
   });
 }
 
-TEST_P(BindMounts, a_copy_is_walked_where_another_disk_hides_the_original) {
+TEST_P(BindMounts, bind_mount_is_walked_if_another_disk_hides_the_original) {
   TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -158,7 +158,7 @@ TEST_P(BindMounts, a_copy_is_walked_where_another_disk_hides_the_original) {
   });
 }
 
-TEST_P(BindMounts, names_that_are_no_text_make_no_difference) {
+TEST_P(BindMounts, bind_mounts_may_have_names_that_are_not_utf8) {
   const TempTree tree("caf\\xe9\\sx/\n  film 1M\ncopy\\xff\\n/\n");
   expectMounted([&]() -> std::string {
     const std::string to = tree.path() + "/copy\xff\n";
@@ -168,12 +168,13 @@ TEST_P(BindMounts, names_that_are_no_text_make_no_difference) {
   });
 }
 
-// Somebody takes the mount away while the walk is on its way there.
-TEST_P(BindMounts, what_lies_under_a_copy_is_walked_once_that_is_gone) {
+// The mount is removed while the walk is on its way there.
+TEST_P(BindMounts, folder_under_a_removed_bind_mount_is_walked) {
   const TempTree tree("original/\n  film 1M\nway/\n  copy/\n    below 2M\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "original", "way/copy")) return refusal();
-    // The walk asks about the way to the copy first of all, and then about each folder on it.
+    // The walk first asks about each folder on the path to the copy, and later about each folder
+    // that it could enter.
     bool isChosen = false;
     const auto decide = [&](const DirectoryWalk::Candidate& candidate) {
       if (isChosen && candidate.name == "way") umount(tree.at("way/copy").c_str());
@@ -188,7 +189,7 @@ TEST_P(BindMounts, what_lies_under_a_copy_is_walked_once_that_is_gone) {
   });
 }
 
-TEST_P(BindMounts, a_snapshot_of_a_folder_counts_once_what_a_child_holds_twice) {
+TEST_P(BindMounts, snapshot_of_a_folder_counts_a_repeated_folder_once) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -198,9 +199,8 @@ TEST_P(BindMounts, a_snapshot_of_a_folder_counts_once_what_a_child_holds_twice) 
   });
 }
 
-// The device that stat tells differs between the parts of one btrfs, and the one in the list of
-// mounts does not.
-TEST_P(BindMounts, parts_of_one_btrfs_are_walked_each) {
+// For subvolumes of a btrfs, stat reports different devices, and the list of mounts one.
+TEST_P(BindMounts, subvolumes_of_one_btrfs_are_all_walked) {
   TempTree tree("disk sparse=128M\ntop/\nmounted/\n");
   expectMounted([&]() -> std::string {
     const std::string disk = "'" + tree.at("disk") + "'";

@@ -31,7 +31,7 @@ constexpr const char* home = R"(
   film 1M
 )";
 
-TEST_P(Cancelling, on_the_first_item_gives_an_empty_root) {
+TEST_P(Cancelling, cancelling_on_the_first_item_gives_an_empty_root) {
   const TempTree tree(home);
   ScanRecord record(1);
   const DiskNode root = GetParam().scan(tree.path(), record.callbacks());
@@ -42,7 +42,7 @@ TEST_P(Cancelling, on_the_first_item_gives_an_empty_root) {
   EXPECT_EQ(root.path(), tree.path());
 }
 
-TEST_P(Cancelling, at_any_item_leaves_what_was_walked_and_builds_no_map) {
+TEST_P(Cancelling, cancelling_at_any_item_keeps_the_walked_part_and_builds_no_map) {
   const TempTree tree(home);
   ScanRecord whole;
   GetParam().scan(tree.path(), whole.callbacks());
@@ -61,7 +61,7 @@ TEST_P(Cancelling, at_any_item_leaves_what_was_walked_and_builds_no_map) {
   }
 }
 
-TEST_P(Cancelling, current_entry_counts_as_finished) {
+TEST_P(Cancelling, cancelling_counts_the_current_entry_as_finished) {
   const TempTree tree(R"(
     only/
       a 4K
@@ -73,7 +73,7 @@ TEST_P(Cancelling, current_entry_counts_as_finished) {
   EXPECT_THAT(record.fractions(), ElementsAre(0, 0, 1));
 }
 
-TEST_P(Cancelling, after_the_last_item_builds_no_map_either) {
+TEST_P(Cancelling, cancelling_after_the_last_item_builds_no_map_either) {
   const TempTree tree(home);
   ScanRecord whole;
   const DiskNode complete = GetParam().scan(tree.path(), whole.callbacks());
@@ -84,7 +84,7 @@ TEST_P(Cancelling, after_the_last_item_builds_no_map_either) {
   EXPECT_THAT(record.lines(), Not(Contains("Building map…")));
 }
 
-TEST_P(Cancelling, without_other_callbacks_gives_the_same_part) {
+TEST_P(Cancelling, cancelling_without_other_callbacks_gives_the_same_part) {
   const TempTree tree(home);
   ScanRecord record(50);
   const DiskNode part = GetParam().scan(tree.path(), record.callbacks());
@@ -93,7 +93,7 @@ TEST_P(Cancelling, without_other_callbacks_gives_the_same_part) {
   EXPECT_EQ(differenceOf(part, same), "");
 }
 
-TEST_P(Cancelling, in_a_wide_and_deep_tree_comes_back_from_anywhere) {
+TEST_P(Cancelling, cancelling_works_anywhere_in_a_wide_and_deep_tree) {
   TempTree tree(R"(
     wide/
       ##### x9000
@@ -115,7 +115,7 @@ std::ptrdiff_t threadsOfThisProcess() {
   return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
 }
 
-TEST(CancellingThreads, ends_those_that_read_ahead_before_the_part_is_put_together) {
+TEST(CancellingThreads, threads_that_read_ahead_end_before_the_tree_is_built) {
   const TempTree tree(home);
   // The thread sanitizer starts a thread of its own with the first one of the program.
   std::thread([] {}).join();
@@ -127,7 +127,7 @@ TEST(CancellingThreads, ends_those_that_read_ahead_before_the_part_is_put_togeth
     if (++polls == 1) helpers = threadsOfThisProcess() - before;
     return polls >= 5;
   };
-  // Said when the walk is over, and before what was walked is made a tree.
+  // Reported after the walk and before the tree is built.
   callbacks.progress = [&](const std::string& line) {
     if (line != "Cancelled") return;
     const Deadline deadline = Deadline::after(60);

@@ -5,11 +5,11 @@ namespace {
 
 using testing::SizeIs;
 
-// Many names for one file stand for many files: they weigh the same and take no room.
+// Hard links to one file replace many files: they have the same size and take no space.
 class ChildLimit : public ScanFacts {};
 TESSALY_FOR_ALL_WALKERS(ChildLimit);
 
-TEST_P(ChildLimit, of_100_large_and_3_small_files_80_and_a_remainder_are_left) {
+TEST_P(ChildLimit, of_100_large_and_3_small_files_80_and_a_remainder_stay) {
   const TempTree tree(R"(
     full/
       large-first 256K
@@ -31,7 +31,7 @@ TEST_P(ChildLimit, of_100_large_and_3_small_files_80_and_a_remainder_are_left) {
   EXPECT_TRUE(rest.children().empty());
 }
 
-TEST_P(ChildLimit, of_80_children_none_is_merged) {
+TEST_P(ChildLimit, no_child_of_80_is_merged) {
   const TempTree tree(R"(
     large-first 256K
     large-## = large-first x79
@@ -54,7 +54,7 @@ TEST_P(ChildLimit, the_81st_child_alone_makes_a_remainder) {
   EXPECT_EQ(root.children()[80].size(), 8 * KiB);
 }
 
-TEST_P(ChildLimit, remainder_stands_last_even_when_it_is_the_largest) {
+TEST_P(ChildLimit, remainder_comes_last_even_if_it_is_the_largest) {
   const TempTree tree(R"(
     larger 512K
     large-first 256K
@@ -67,7 +67,7 @@ TEST_P(ChildLimit, remainder_stands_last_even_when_it_is_the_largest) {
   EXPECT_EQ(root.children()[80].size(), 72 * 256 * KiB);
 }
 
-TEST_P(ChildLimit, children_beyond_the_limit_that_add_up_to_nothing_make_no_remainder) {
+TEST_P(ChildLimit, children_beyond_the_limit_without_a_size_make_no_remainder) {
   const TempTree tree(R"(
     large-first 256K
     large-## = large-first x79
@@ -78,7 +78,7 @@ TEST_P(ChildLimit, children_beyond_the_limit_that_add_up_to_nothing_make_no_rema
   EXPECT_FALSE(has(root, "empty-00"));
 }
 
-TEST_P(ChildLimit, remainder_of_the_top_folder_lies_directly_under_it) {
+TEST_P(ChildLimit, remainder_of_the_top_folder_is_directly_below_it) {
   const TempTree tree(R"(
     large-first 256K
     large-### = large-first x100
@@ -95,7 +95,7 @@ TEST_P(ChildLimit, file_named_like_a_remainder_is_a_file) {
   EXPECT_EQ(childNames(root), (std::vector<std::string>{"__rest__", "+ 20 more"}));
 }
 
-TEST_P(ChildLimit, the_limit_counts_small_files_of_important_folders) {
+TEST_P(ChildLimit, small_files_of_important_folders_count_for_the_limit) {
   const TempTree tree(R"(
     Downloads/
       small-first 8K

@@ -1,5 +1,5 @@
-// A scan of a file system that claims any number of blocks for a file: the size is these blocks, or
-// there is none. The system call that tells them is answered otherwise than it was.
+// Scans of a file system that reports an arbitrary number of blocks for a file: the size is that of
+// the blocks, or absent. The test changes the answer of the system call.
 #include <csignal>
 #include <cstdint>
 #include <limits>
@@ -22,7 +22,7 @@ class ClaimedBlocks : public testing::Test {
     if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   }
 
-  // The size of the one file of a tree, for which these blocks are claimed.
+  // The size of the only file of a tree with this number of reported blocks.
   TracedRun sizeWith(std::uint64_t blocks) const {
     const SystemCallTrace::Answer answer{
         .number = SYS_statx,
@@ -33,7 +33,7 @@ class ClaimedBlocks : public testing::Test {
       constexpr rlimit none{};
       setrlimit(RLIMIT_CORE, &none);
       DiskScanner::Options options;
-      options.threads = 1;  // the one that is traced
+      options.threads = 1;  // the thread that is traced
       const DiskNode root = DiskScanner::scan(path, {}, options, Places::forLinux());
       return std::to_string(below(root, "film").size());
     });
@@ -42,7 +42,7 @@ class ClaimedBlocks : public testing::Test {
   TempTree tree_{"film 300K\n"};
 };
 
-TEST_F(ClaimedBlocks, are_512_bytes_each) {
+TEST_F(ClaimedBlocks, each_claimed_block_counts_512_bytes) {
   for (const std::uint64_t blocks : {std::uint64_t{600}, std::uint64_t{1} << 52U}) {
     const TracedRun run = sizeWith(blocks);
     ASSERT_EQ(run.end, End::finished) << run.told;
@@ -50,8 +50,8 @@ TEST_F(ClaimedBlocks, are_512_bytes_each) {
   }
 }
 
-// The first would come out as 0, the second as less than nothing.
-TEST_F(ClaimedBlocks, that_no_size_can_hold_end_the_program) {
+// Without a check, the first would overflow to 0, the second to a negative size.
+TEST_F(ClaimedBlocks, block_counts_that_overflow_a_size_do_not_end_the_program) {
   for (const std::uint64_t blocks :
        {std::uint64_t{1} << 55U, std::uint64_t{1} << 54U, (std::uint64_t{1} << 55U) + 600,
         std::numeric_limits<std::uint64_t>::max()}) {

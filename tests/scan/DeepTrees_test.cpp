@@ -1,4 +1,4 @@
-// Chains of folders whose paths are far longer than any path the system takes.
+// Chains of folders with paths far longer than the system accepts.
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 class DeepTrees : public ScanFacts {
  protected:
-  // Of paths that no call of the system takes. The model takes time by the square of it.
+  // Deep enough that no system call accepts the paths. The model needs quadratic time.
   static int depth() { return GetParam().threads == 0 ? 2500 : 5000; }
 
   static std::string down(const std::string& name, int levels) {
@@ -31,7 +31,7 @@ class DeepTrees : public ScanFacts {
     });
   }
 
-  // A chain with a further folder on each level, which comes before or after the chain's own.
+  // A chain with one more folder on each level, before or after that of the chain.
   static void plantChainWithNeighbours(TempTree& tree, int levels) {
     const Descriptor top(open(tree.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     tree.chain("", "m", levels, [&](int folder, int level) {
@@ -82,7 +82,7 @@ TEST_P(DeepTrees, second_folder_on_each_of_thousands_of_levels_counts) {
   EXPECT_EQ(below(root, down("m", 12)).size(), (depth() - 11) * 256 * KiB);
 }
 
-TEST_P(DeepTrees, second_folder_on_each_level_is_met_as_the_model_meets_it) {
+TEST_P(DeepTrees, second_folder_on_each_level_is_met_in_the_order_of_the_model) {
   TempTree tree("seed 256K");
   plantChainWithNeighbours(tree, 1200);
   expectLikeTheModel(tree.path());
@@ -112,7 +112,7 @@ TEST_P(DeepTrees, bundle_below_thousands_of_folders_counts) {
   EXPECT_EQ(scan(tree.path()).size(), 1 * MiB + 4 * KiB);
 }
 
-TEST_P(DeepTrees, excluded_folder_is_found_at_any_length_of_path) {
+TEST_P(DeepTrees, excluded_folder_is_left_out_at_any_length_of_path) {
   TempTree tree;
   plantChain(tree, "folder", 2000);
   DiskScanner::Options options;
@@ -122,8 +122,8 @@ TEST_P(DeepTrees, excluded_folder_is_found_at_any_length_of_path) {
   EXPECT_EQ(scan(tree.path(), options).size(), 1 * MiB);
 }
 
-// The model cannot go there: it reaches its root by one path.
-TEST(DeepRoot, beyond_the_longest_path_of_the_system_is_walked) {
+// The model cannot do this: it opens its root by one path.
+TEST(DeepRoot, root_beyond_the_longest_path_of_the_system_is_walked) {
   TempTree tree;
   tree.chain("", "folder", 3000, [&](int folder, int level) {
     if (level == 3000) plantTree(folder, folder, "film 1M");

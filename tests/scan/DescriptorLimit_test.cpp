@@ -1,4 +1,4 @@
-// A process may run out of file descriptors at any moment. A scan then does with what it has.
+// A process may run out of file descriptors at any time. A scan then works with those it has.
 #include <cerrno>
 #include <climits>
 #include <set>
@@ -22,7 +22,7 @@ class DescriptorLimit : public testing::TestWithParam<std::tuple<int, int>> {
     return DiskScanner::scan(root, record.callbacks(), options, Places::forLinux());
   }
 
-  // Compares a scan under the limit with one before it, in a process of its own.
+  // Compares a scan under the limit with one before it, in a child process.
   static void expectSame(const std::string& root) {
     EXPECT_EQ(inForkedChild([&]() -> std::string {
                 ScanRecord expected;
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(of, DescriptorLimit,
                                   std::to_string(std::get<1>(instance.param));
                          });
 
-TEST_P(DescriptorLimit, wide_tree_is_the_same) {
+TEST_P(DescriptorLimit, wide_tree_is_the_same_under_a_limit_of_descriptors) {
   const TempTree tree(R"(
     many-###/ x700
       inner-#/ x3
@@ -57,8 +57,8 @@ TEST_P(DescriptorLimit, wide_tree_is_the_same) {
   expectSame(tree.path());
 }
 
-// Far deeper than there are descriptors, and with longer paths than the system takes.
-TEST_P(DescriptorLimit, deep_tree_is_the_same) {
+// Far deeper than the number of descriptors, with paths longer than the system accepts.
+TEST_P(DescriptorLimit, deep_tree_is_the_same_under_a_limit_of_descriptors) {
   TempTree tree;
   tree.chain("", "folder", 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -66,7 +66,7 @@ TEST_P(DescriptorLimit, deep_tree_is_the_same) {
   expectSame(tree.path());
 }
 
-TEST_P(DescriptorLimit, deep_package_is_the_same) {
+TEST_P(DescriptorLimit, deep_package_is_the_same_under_a_limit_of_descriptors) {
   TempTree tree("Tool.app/");
   tree.chain("Tool.app", "folder", 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -74,7 +74,7 @@ TEST_P(DescriptorLimit, deep_package_is_the_same) {
   expectSame(tree.path());
 }
 
-TEST_P(DescriptorLimit, folder_of_many_files_is_the_same) {
+TEST_P(DescriptorLimit, folder_of_many_files_is_the_same_under_a_limit_of_descriptors) {
   const TempTree tree(R"(
     wide/
       a-##### x20000
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(of, FewDescriptors,
                                   std::to_string(std::get<1>(instance.param));
                          });
 
-TEST_P(FewDescriptors, left_by_others_are_enough_for_a_flat_tree) {
+TEST_P(FewDescriptors, few_descriptors_suffice_for_a_flat_tree) {
   const TempTree tree(R"(
     many-##/ x60
       inner-#/ x3
@@ -120,7 +120,7 @@ TEST_P(FewDescriptors, left_by_others_are_enough_for_a_flat_tree) {
   expectSameWithFew(tree.path(), 6);
 }
 
-TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_tree) {
+TEST_P(FewDescriptors, few_descriptors_suffice_for_a_deep_tree) {
   TempTree tree;
   tree.chain("", "folder", 60, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -128,7 +128,7 @@ TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_tree) {
   expectSameWithFew(tree.path(), 6);
 }
 
-TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_package) {
+TEST_P(FewDescriptors, few_descriptors_suffice_for_a_deep_package) {
   TempTree tree("Tool.app/");
   tree.chain("Tool.app", "folder", 60, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -136,7 +136,7 @@ TEST_P(FewDescriptors, left_by_others_are_enough_for_a_deep_package) {
   expectSameWithFew(tree.path(), 6);
 }
 
-// A tree, and what was told of it: the error's number and the path, a line each.
+// A tree, and the reports of its scan: the errno and the path, one per line.
 struct Scanned {
   DiskNode root;
   std::vector<std::string> told;
@@ -189,7 +189,7 @@ INSTANTIATE_TEST_SUITE_P(of, LastDescriptors,
                                   std::to_string(std::get<1>(instance.param));
                          });
 
-TEST_P(LastDescriptors, are_enough_for_a_tree) {
+TEST_P(LastDescriptors, the_last_descriptors_suffice_for_a_tree) {
   const TempTree tree(R"(
     many-##/ x30
       inner-#/ x3
@@ -201,7 +201,7 @@ TEST_P(LastDescriptors, are_enough_for_a_tree) {
   expectSame(tree.path());
 }
 
-TEST_P(LastDescriptors, are_enough_for_a_deep_tree) {
+TEST_P(LastDescriptors, the_last_descriptors_suffice_for_a_deep_tree) {
   TempTree tree;
   tree.chain("", "folder", 60, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -209,7 +209,7 @@ TEST_P(LastDescriptors, are_enough_for_a_deep_tree) {
   expectSame(tree.path());
 }
 
-TEST_P(LastDescriptors, are_enough_for_a_folder_that_is_read_in_runs) {
+TEST_P(LastDescriptors, the_last_descriptors_suffice_for_a_folder_read_in_runs) {
   const TempTree tree(R"(
     a-#####/ x2000
     b-##### 4K x8000
@@ -220,8 +220,9 @@ TEST_P(LastDescriptors, are_enough_for_a_folder_that_is_read_in_runs) {
   expectSame(tree.path());
 }
 
-// Paths that are longer than the system takes at once need two, and are told where there is one.
-TEST_P(LastDescriptors, are_enough_for_paths_of_any_length_or_told) {
+// Paths that are too long for one system call need two descriptors, and are reported if there is
+// one.
+TEST_P(LastDescriptors, the_last_descriptors_suffice_for_paths_of_any_length_or_the_scan_reports) {
   TempTree tree;
   tree.chain("", std::string(200, 'n'), 40, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -249,9 +250,9 @@ INSTANTIATE_TEST_SUITE_P(with, LostDescriptors, testing::Values(1, 4), [](const 
   return std::to_string(instance.param) + "_threads";
 });
 
-// Nothing can be opened any more once the walk has begun, as when another part of the program takes
-// all that the walk gives back. A wait for each of the folders would last for half an hour.
-TEST_P(LostDescriptors, leave_no_folder_empty_in_silence) {
+// Nothing can be opened once the walk has begun, as if another part of the program took every
+// descriptor that the walk releases. Waiting for each folder would take half an hour.
+TEST_P(LostDescriptors, no_folder_is_left_empty_without_a_report) {
   constexpr int folders = 1000;
   const TempTree tree(R"(
     many-###/ x1000
@@ -260,7 +261,7 @@ TEST_P(LostDescriptors, leave_no_folder_empty_in_silence) {
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               const Scanned scanned = scanAndNote(tree.path(), GetParam(), [] { lowerLimit(0); });
               const std::set<std::string> told(scanned.told.begin(), scanned.told.end());
-              // Other threads may have read all of it by then.
+              // Other threads may have read everything by then.
               if (told.empty() && GetParam() == 1) return "nothing was told";
               if (told.size() != scanned.told.size()) return "something was told twice";
               int whole = 0;
@@ -275,7 +276,7 @@ TEST_P(LostDescriptors, leave_no_folder_empty_in_silence) {
             "");
 }
 
-TEST(NoDescriptor, leaves_nothing_but_the_root_told) {
+TEST(NoDescriptor, only_the_root_is_reported_without_any_descriptor) {
   const TempTree tree("film 1M\n");
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               if (!lowerLimit(64)) return "no limit";

@@ -1,4 +1,4 @@
-// Other file systems inside the walked tree, mounted in a namespace of a child process.
+// Other file systems inside the walked tree, mounted in a child process's namespace.
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +16,7 @@ namespace {
 
 class Mounts : public ScanFacts {
  protected:
-  // Runs `body` where `type` is mounted on the folder `below` of `tree`.
+  // Runs `body` with a file system of `type` mounted on the folder `below` in `tree`.
   static void expectMounted(const TempTree& tree, const char* type, const std::string& below,
                             const std::function<std::string()>& body) {
     expectInNamespace([&]() -> std::string {
@@ -24,7 +24,7 @@ class Mounts : public ScanFacts {
     });
   }
 
-  // Runs `body` where mounting changes nothing for others. A body that is refused to mount says so.
+  // Runs `body` in a mount namespace. If it is refused to mount, it returns why.
   static void expectInNamespace(const std::function<std::string()>& body) {
     const std::string told = inForkedChild([&]() -> std::string {
       const int spaces = CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER);
@@ -50,7 +50,7 @@ constexpr const char* fixture = R"(
     film 1M
 )";
 
-TEST_P(Mounts, views_of_the_kernel_are_folders_that_are_never_entered) {
+TEST_P(Mounts, kernel_file_systems_are_folders_that_are_never_entered) {
   for (const char* type : {"proc", "sysfs"}) {
     const TempTree tree(fixture);
     expectMounted(tree, type, "inside/mounted", [&]() -> std::string {
@@ -66,7 +66,7 @@ TEST_P(Mounts, views_of_the_kernel_are_folders_that_are_never_entered) {
   }
 }
 
-TEST_P(Mounts, views_of_the_kernel_that_appear_during_the_walk_are_not_entered_either) {
+TEST_P(Mounts, kernel_file_systems_mounted_during_the_walk_are_not_entered) {
   const TempTree tree(R"(
     inside/
       mounted/
@@ -96,8 +96,8 @@ TEST_P(Mounts, other_disks_are_walked) {
   });
 }
 
-// ext4 without the feature "filetype" tells of an entry only that it is there.
-TEST_P(Mounts, what_an_entry_is_is_asked_for_where_the_folder_does_not_tell) {
+// ext4 without the feature "filetype" does not report the types of entries.
+TEST_P(Mounts, types_that_a_folder_does_not_report_are_queried) {
   TempTree tree("disk sparse=16M\nmounted/");
   expectInNamespace([&]() -> std::string {
     const std::string disk = "'" + tree.at("disk") + "'";

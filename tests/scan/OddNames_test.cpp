@@ -26,7 +26,7 @@ TEST_P(OddNames, names_that_are_not_utf8_keep_their_bytes) {
   EXPECT_EQ(root.size(), 3 * MiB);
 }
 
-TEST_P(OddNames, names_that_differ_only_in_their_composition_are_two) {
+TEST_P(OddNames, names_that_differ_only_in_unicode_composition_are_two) {
   const TempTree tree(R"(
     \xc3\xa9/
       film 1M
@@ -41,7 +41,7 @@ TEST_P(OddNames, names_that_differ_only_in_their_composition_are_two) {
               UnorderedElementsAre("\xc3\xa9", "e\xcc\x81", "E", "e"));
 }
 
-TEST_P(OddNames, names_with_line_feeds_and_control_characters_are_names) {
+TEST_P(OddNames, names_may_contain_line_feeds_and_control_characters) {
   const TempTree tree(R"(
     two\nlines/
       \n 1M
@@ -80,7 +80,7 @@ TEST_P(OddNames, hidden_files_count) {
   EXPECT_TRUE(has(hidden, ".film"));
 }
 
-TEST_P(OddNames, every_byte_that_can_stand_in_a_name_does) {
+TEST_P(OddNames, names_may_contain_every_byte_but_slash_and_zero) {
   TempTree tree;
   std::string text;
   for (int byte = 1; byte < 256; ++byte) {

@@ -20,7 +20,7 @@ constexpr const char* library = R"(
       tiny 4K
 )";
 
-TEST_P(Packages, photoslibrary_is_opaque_and_counted_once_in_full) {
+TEST_P(Packages, photoslibrary_is_opaque_and_counts_once_in_full) {
   const TempTree tree(library);
   const DiskNode root = scan(tree.path());
   const DiskNode photos = below(root, "Photos.photoslibrary");
@@ -83,7 +83,7 @@ TEST_P(Packages, app_below_the_root_has_no_children_even_when_packages_are_expan
   EXPECT_EQ(root.size(), 2 * MiB + 8 * KiB);
 }
 
-TEST_P(Packages, endings_of_packages_are_known_in_any_case) {
+TEST_P(Packages, suffixes_of_packages_match_in_any_case) {
   const TempTree tree(R"(
     A.APP/
       inside 1M
@@ -104,7 +104,7 @@ TEST_P(Packages, endings_of_packages_are_known_in_any_case) {
   EXPECT_THAT(childNames(below(open, "\xff.App")), IsEmpty());
 }
 
-TEST_P(Packages, bundle_as_root_shows_its_inside_only_when_packages_are_expanded) {
+TEST_P(Packages, package_as_root_shows_its_contents_only_when_packages_are_expanded) {
   const TempTree tree(R"(
     Tool.app/
       Contents/
@@ -120,14 +120,14 @@ TEST_P(Packages, bundle_as_root_shows_its_inside_only_when_packages_are_expanded
   EXPECT_EQ(closed.size(), 1 * MiB + 4 * KiB);
 }
 
-TEST_P(Packages, empty_package_weighs_the_length_of_its_entry) {
+TEST_P(Packages, empty_package_has_the_length_of_its_entry) {
   const TempTree tree("Empty.app/");
   ASSERT_GT(tree.length("Empty.app"), 0);
   EXPECT_EQ(below(scan(tree.path()), "Empty.app").size(), tree.length("Empty.app"));
   EXPECT_EQ(below(scanExpanded(tree.path()), "Empty.app").size(), 0);
 }
 
-TEST_P(Packages, package_weighs_the_larger_of_its_entry_and_what_it_holds) {
+TEST_P(Packages, package_has_the_larger_size_of_its_entry_and_its_contents) {
   const TempTree tree(R"(
     Wide.app/
       a-name-that-fills-the-entry-of-the-folder-#### x500
@@ -138,7 +138,7 @@ TEST_P(Packages, package_weighs_the_larger_of_its_entry_and_what_it_holds) {
   EXPECT_EQ(below(scan(tree.path()), "Wide.app").size(), entry);
 }
 
-TEST_P(Packages, everything_in_a_package_counts_but_links) {
+TEST_P(Packages, everything_in_a_package_counts_except_links) {
   const TempTree tree(R"(
     Tool.app/
       .hidden 64K
@@ -178,7 +178,7 @@ TEST_P(Packages, opaque_package_has_its_own_time_and_an_expanded_one_the_newest_
   EXPECT_EQ(below(scanExpanded(tree.path()), "Photos.photoslibrary").mtime(), 900);
 }
 
-TEST_P(Packages, file_named_like_a_bundle_is_a_node_however_small) {
+TEST_P(Packages, file_named_like_a_package_is_a_node_at_any_size) {
   const TempTree tree(R"(
     a/
       Tool.app 4K
@@ -198,7 +198,7 @@ TEST_P(Packages, file_named_like_a_bundle_is_a_node_however_small) {
   }
 }
 
-TEST_P(Packages, link_named_like_a_bundle_is_a_link) {
+TEST_P(Packages, link_named_like_a_package_is_a_link) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -207,7 +207,7 @@ TEST_P(Packages, link_named_like_a_bundle_is_a_link) {
   EXPECT_THAT(childNames(scan(tree.path())), ElementsAre("real"));
 }
 
-TEST_P(Packages, folder_called_only_like_the_ending_is_a_package) {
+TEST_P(Packages, folder_whose_name_is_only_the_suffix_is_a_package) {
   const TempTree tree(R"(
     .app/
       inside 1M

@@ -24,7 +24,7 @@ ScanRecord::Event poll() {
   return {Form::poll, "", 0};
 }
 
-TEST_P(Progress, one_folder_tells_everything_in_this_order) {
+TEST_P(Progress, one_folder_reports_everything_in_this_order) {
   const TempTree tree(R"(
     only/
       film 1M
@@ -36,7 +36,7 @@ TEST_P(Progress, one_folder_tells_everything_in_this_order) {
                           poll(), fraction(1), line("Building map…")));
 }
 
-TEST_P(Progress, two_folders_are_told_in_the_order_of_the_disk) {
+TEST_P(Progress, two_folders_are_reported_in_the_order_of_the_disk) {
   const TempTree tree(R"(
     a/
     b/
@@ -50,7 +50,7 @@ TEST_P(Progress, two_folders_are_told_in_the_order_of_the_disk) {
   EXPECT_THAT(record.fractions(), ElementsAre(0, 0, 0.5, 0.5, 1, 1));
 }
 
-TEST_P(Progress, link_at_the_top_keeps_the_fraction_from_one_until_the_end) {
+TEST_P(Progress, link_at_the_top_keeps_the_fraction_below_one_until_the_end) {
   const TempTree tree(R"(
     folder/
     link -> folder
@@ -72,7 +72,7 @@ TEST_P(Progress, skipped_name_at_the_top_is_finished_without_a_line) {
   EXPECT_THAT(record.lines(), ElementsAre("Building map…"));
 }
 
-TEST_P(Progress, skipped_name_below_the_top_tells_nothing) {
+TEST_P(Progress, skipped_name_below_the_top_reports_nothing) {
   const TempTree tree(R"(
     a/
       .Trash/
@@ -84,7 +84,7 @@ TEST_P(Progress, skipped_name_below_the_top_tells_nothing) {
   EXPECT_EQ(record.polls(), 3U);
 }
 
-TEST_P(Progress, every_1500th_item_tells_where_the_walk_is) {
+TEST_P(Progress, every_1500th_item_reports_the_present_path) {
   const TempTree tree(R"(
     only/
       #### x3998
@@ -94,18 +94,18 @@ TEST_P(Progress, every_1500th_item_tells_where_the_walk_is) {
   EXPECT_THAT(record.lines(),
               ElementsAre("0%  only", "0%  Mapping only", "0%  Mapping only", "Building map…"));
   EXPECT_EQ(record.polls(), 4000U);
-  // Two fractions, the first line and 1500 polls come before it.
+  // Preceded by two fractions, the first line and 1500 polls.
   EXPECT_EQ(record.events()[1502], poll());
   EXPECT_EQ(record.events()[1503], line("0%  Mapping only"));
 }
 
-TEST_P(Progress, the_1500th_item_tells_its_top_level_entry_first) {
+TEST_P(Progress, the_1500th_item_reports_its_top_level_entry_first) {
   TempTree tree("few/\n  #### x1498");
   tree.plant("last/");
   ScanRecord record;
   GetParam().scan(tree.path(), record.callbacks());
   const auto lines = record.lines();
-  // Whichever folder the disk gives first, the 1500th item belongs to the other one or to "few".
+  // Whichever folder comes first on the disk, the 1500th item belongs to the other one or to "few".
   if (lines[0] == "0%  few") {
     EXPECT_THAT(lines, ElementsAre("0%  few", "50%  last", "50%  Mapping last", "Building map…"));
   } else {
@@ -113,7 +113,7 @@ TEST_P(Progress, the_1500th_item_tells_its_top_level_entry_first) {
   }
 }
 
-TEST_P(Progress, links_count_as_items_but_tell_nothing) {
+TEST_P(Progress, links_count_as_items_but_report_nothing) {
   const TempTree tree(R"(
     only/
       #### -> nowhere x1600
@@ -124,7 +124,7 @@ TEST_P(Progress, links_count_as_items_but_tell_nothing) {
   EXPECT_EQ(record.polls(), 1602U);
 }
 
-TEST_P(Progress, contents_of_opaque_packages_are_no_items) {
+TEST_P(Progress, contents_of_opaque_packages_are_not_items) {
   const TempTree tree(R"(
     only/
       Tool.app/
@@ -136,8 +136,8 @@ TEST_P(Progress, contents_of_opaque_packages_are_no_items) {
   EXPECT_EQ(record.polls(), 3U);
 }
 
-TEST_P(Progress, whole_percent_is_the_fraction_times_100_cut) {
-  // 29 hundredths times 100 is a hair below 29 in 64-bit floats.
+TEST_P(Progress, whole_percent_is_the_fraction_times_100_rounded_down) {
+  // 29 hundredths times 100 is slightly below 29 in 64-bit floats.
   const TempTree tree("##/ x100");
   ScanRecord record;
   GetParam().scan(tree.path(), record.callbacks());
@@ -151,7 +151,7 @@ TEST_P(Progress, whole_percent_is_the_fraction_times_100_cut) {
   EXPECT_THAT(lines[29], testing::StartsWith("28%  "));
 }
 
-TEST_P(Progress, fractions_never_fall_and_go_from_zero_to_one) {
+TEST_P(Progress, fractions_never_decrease_and_go_from_zero_to_one) {
   const TempTree tree(R"(
     folder-#/ x5
       inner-#/ x3
@@ -173,14 +173,14 @@ TEST_P(Progress, fractions_never_fall_and_go_from_zero_to_one) {
   EXPECT_EQ(record.events()[record.events().size() - 2], fraction(1));
 }
 
-TEST_P(Progress, names_are_told_as_they_are) {
+TEST_P(Progress, names_are_reported_unchanged) {
   const TempTree tree("\\xff\\n%d\\s/");
   ScanRecord record;
   GetParam().scan(tree.path(), record.callbacks());
   EXPECT_EQ(record.lines().front(), "0%  \xff\n%d ");
 }
 
-TEST_P(Progress, callbacks_come_on_the_thread_of_the_call) {
+TEST_P(Progress, callbacks_run_on_the_calling_thread) {
   const TempTree tree(R"(
     folder-##/ x40
       inner-##/ x10

@@ -1,5 +1,5 @@
-// Trees at random: whatever the number of threads, a scan gives the tree and the callbacks of the
-// plain sequential model.
+// Random trees: for any number of threads, a scan gives the tree and the callbacks of the
+// sequential model.
 #include <algorithm>
 
 #include "scan/ScanFacts.h"
@@ -18,7 +18,7 @@ class RandomTrees : public testing::TestWithParam<int> {
 INSTANTIATE_TEST_SUITE_P(of_seed, RandomTrees, testing::Range(1, 25),
                          [](const auto& instance) { return std::to_string(instance.param); });
 
-TEST_P(RandomTrees, are_the_same_from_any_number_of_threads_and_from_the_model) {
+TEST_P(RandomTrees, random_trees_are_the_same_for_any_number_of_threads_and_the_model) {
   const std::string text = randomTree(seed(), 400);
   const TempTree tree(text);
   for (const bool expandPackages : {false, true}) {
@@ -44,7 +44,7 @@ TEST_P(RandomTrees, are_the_same_from_any_number_of_threads_and_from_the_model) 
   }
 }
 
-TEST_P(RandomTrees, are_the_same_when_a_folder_inside_is_the_root) {
+TEST_P(RandomTrees, random_trees_are_the_same_with_an_inner_folder_as_root) {
   const TempTree tree(randomTree(seed(), 200));
   const DiskNode whole = SequentialScan::scan(tree.path());
   for (const DiskNode& child : whole.children()) {
@@ -58,7 +58,7 @@ TEST_P(RandomTrees, are_the_same_when_a_folder_inside_is_the_root) {
   }
 }
 
-TEST_P(RandomTrees, are_the_same_in_any_order_of_siblings) {
+TEST_P(RandomTrees, random_trees_are_the_same_in_any_order_of_siblings) {
   const TempTree tree(randomTree(seed(), 200));
   const DiskNode model = SequentialScan::scan(tree.path());
   const DiskNode sorted = SequentialScan::scan(
@@ -72,7 +72,7 @@ TEST_P(RandomTrees, are_the_same_in_any_order_of_siblings) {
   EXPECT_EQ(differenceOf(model, reversed), "");
 }
 
-TEST_P(RandomTrees, cancelled_anywhere_are_the_part_that_the_model_gives) {
+TEST_P(RandomTrees, cancelled_scans_of_random_trees_give_the_part_of_the_model) {
   const TempTree tree(randomTree(seed(), 300));
   ScanRecord whole;
   SequentialScan::scan(tree.path(), whole.callbacks());

@@ -1,5 +1,5 @@
-// What may not be read. The tests run as root on some machines, whom nothing is refused: so all of
-// this happens in a child that is somebody else.
+// Items that must not be read. Some machines run the tests as root, to whom nothing is refused, so
+// the scans run in a child as another user.
 #include "scan/ScanFacts.h"
 #include "support/SequentialScan.h"
 #include "support/TreeDifference.h"
@@ -80,7 +80,7 @@ TEST_P(Refusals, names_without_attributes_are_empty_files_in_important_folders) 
   });
 }
 
-TEST_P(Refusals, locked_package_weighs_the_length_of_its_entry) {
+TEST_P(Refusals, locked_package_has_the_length_of_its_entry) {
   const TempTree tree(R"(
     Locked.app/ mode=0
       film 1M
@@ -96,12 +96,12 @@ TEST_P(Refusals, locked_package_weighs_the_length_of_its_entry) {
   });
 }
 
-TEST_P(Refusals, file_that_may_not_be_read_counts) {
+TEST_P(Refusals, unreadable_file_counts) {
   const TempTree tree("secret 1M mode=0");
   expectAsOther([&] { return expectSize(scan(tree.path()), 1 * MiB); });
 }
 
-TEST_P(Refusals, many_locked_folders_give_what_the_model_gives) {
+TEST_P(Refusals, many_locked_folders_give_the_result_of_the_model) {
   const TempTree tree(R"(
     a-##/ x30
       locked-#/ mode=0 x5

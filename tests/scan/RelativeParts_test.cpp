@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(
                     RelativePartsOperation{"scanner", DiskScanner::relativeParts}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
-TEST_P(RelativeParts, lead_from_the_root_to_the_path) {
+TEST_P(RelativeParts, relative_parts_lead_from_the_root_to_the_path) {
   const TempTree tree(R"(
     a/
       b/
@@ -42,14 +42,14 @@ TEST_P(RelativeParts, lead_from_the_root_to_the_path) {
   EXPECT_EQ(parts(tree.at("a"), tree.at("a/b")), (Parts{{"b"}}));
 }
 
-TEST_P(RelativeParts, are_empty_and_not_absent_for_the_root_itself) {
+TEST_P(RelativeParts, relative_parts_of_the_root_are_empty_and_not_absent) {
   const TempTree tree("a/");
   EXPECT_EQ(parts(tree.path(), tree.path()), (Parts{std::vector<std::string>{}}));
   EXPECT_EQ(parts(tree.path(), tree.path() + "/"), (Parts{std::vector<std::string>{}}));
   EXPECT_EQ(parts("/", "/"), (Parts{std::vector<std::string>{}}));
 }
 
-TEST_P(RelativeParts, are_absent_outside_the_root) {
+TEST_P(RelativeParts, relative_parts_are_absent_outside_the_root) {
   const TempTree tree(R"(
     a/
     ab/
@@ -61,7 +61,7 @@ TEST_P(RelativeParts, are_absent_outside_the_root) {
   EXPECT_EQ(parts(tree.at("a"), "/"), std::nullopt);
 }
 
-TEST_P(RelativeParts, resolve_links_in_both) {
+TEST_P(RelativeParts, relative_parts_resolve_links_in_both_paths) {
   const TempTree tree(R"(
     real/
       inner/
@@ -76,7 +76,7 @@ TEST_P(RelativeParts, resolve_links_in_both) {
   EXPECT_EQ(parts(tree.path(), tree.at("way-out")), std::nullopt);
 }
 
-TEST_P(RelativeParts, begin_at_the_top_of_the_disk_when_that_is_the_root) {
+TEST_P(RelativeParts, relative_parts_begin_at_the_top_of_the_disk_if_that_is_the_root) {
   const TempTree tree("a/");
   const Parts found = parts("/", tree.at("a"));
   ASSERT_TRUE(found.has_value());
@@ -85,18 +85,18 @@ TEST_P(RelativeParts, begin_at_the_top_of_the_disk_when_that_is_the_root) {
   EXPECT_EQ(joined, tree.at("a"));
 }
 
-TEST_P(RelativeParts, work_for_what_does_not_exist) {
+TEST_P(RelativeParts, relative_parts_work_for_missing_paths) {
   const TempTree tree;
   EXPECT_EQ(parts(tree.at("missing"), tree.at("missing/a/b")), (Parts{{"a", "b"}}));
   EXPECT_EQ(parts(tree.path(), tree.at("missing")), (Parts{{"missing"}}));
 }
 
-TEST_P(RelativeParts, leave_out_empty_pieces) {
+TEST_P(RelativeParts, relative_parts_leave_out_empty_components) {
   const TempTree tree("a/\n  b/");
   EXPECT_EQ(parts(tree.path() + "/", tree.path() + "//a///b/"), (Parts{{"a", "b"}}));
 }
 
-TEST_P(RelativeParts, keep_bytes_that_are_no_text) {
+TEST_P(RelativeParts, relative_parts_keep_bytes_that_are_not_utf8) {
   const TempTree tree("\\xff\\n/\n  \\xfe 4K");
   EXPECT_EQ(parts(tree.path(), tree.at("\xff\n/\xfe")), (Parts{{"\xff\n", "\xfe"}}));
 }

@@ -1,5 +1,5 @@
-// A large folder is read in several runs. A file system that lists names in the order of their
-// places in the folder gives one again that was removed and made once more meanwhile.
+// A large folder is read in several runs. A file system that lists names by their positions in the
+// folder repeats a name that is removed and created again meanwhile.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr int otherFiles = 4000;
 
-// At a place in front of those of all others.
+// Its position is before those of all others.
 std::string furnish(const std::string& volume) {
   fs::create_directory(volume + "/large");
   std::ofstream(volume + "/content") << std::string(512 * 1024, 'x');
@@ -28,7 +28,7 @@ std::string furnish(const std::string& volume) {
   return "";
 }
 
-TEST(RepeatedNames, are_one_node_with_the_size_of_both) {
+TEST(RepeatedNames, repeated_name_is_one_node_with_the_size_of_both) {
   const TempTree tree("volume/\n");
   const std::string volume = tree.at("volume");
   const std::string told = inPrivateMounts([&]() -> std::string {
@@ -41,7 +41,7 @@ TEST(RepeatedNames, are_one_node_with_the_size_of_both) {
     if (!wrong.empty()) return wrong;
     int items = 0;
     DiskScanner::Callbacks callbacks;
-    // As soon as the first run has come, the name is made again behind all others.
+    // After the first run, the name is created again behind all others.
     callbacks.isCancelled = [&] {
       if (++items == 100) {
         fs::remove(volume + "/large/again");

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class Roots : public ScanFacts {
  protected:
-  // What a root that leads nowhere gives.
+  // The result for a root that does not exist.
   static void expectNothing(const std::string& path) {
     ScanRecord record;
     const DiskNode root = GetParam().scan(path, record.callbacks());
@@ -27,7 +27,7 @@ class Roots : public ScanFacts {
 };
 TESSALY_FOR_ALL_WALKERS(Roots);
 
-TEST_P(Roots, link_as_root_is_resolved_first) {
+TEST_P(Roots, link_as_root_is_resolved) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -40,7 +40,7 @@ TEST_P(Roots, link_as_root_is_resolved_first) {
   EXPECT_EQ(below(root, "film").path(), tree.at("real/film"));
 }
 
-TEST_P(Roots, link_on_the_way_to_the_root_is_resolved) {
+TEST_P(Roots, link_in_the_path_of_the_root_is_resolved) {
   const TempTree tree(R"(
     real/
       inner/
@@ -66,7 +66,7 @@ TEST_P(Roots, slashes_and_dots_change_nothing) {
   EXPECT_EQ(scan("//" + tree.path() + "/./a"), plain);
 }
 
-TEST_P(Roots, relative_root_is_meant_from_the_current_directory) {
+TEST_P(Roots, relative_root_starts_at_the_current_directory) {
   const TempTree tree(R"(
     a/
       film 1M
@@ -99,7 +99,7 @@ TEST_P(Roots, pipe_as_root_does_not_block) {
   expectNothing(tree.at("pipe"));
 }
 
-TEST_P(Roots, links_that_lead_nowhere_give_a_root_without_children) {
+TEST_P(Roots, dangling_links_give_a_root_without_children) {
   const TempTree tree(R"(
     dangling -> nowhere
     ping -> pong
@@ -145,7 +145,7 @@ TEST_P(Roots, root_inside_a_locked_folder_is_a_root_without_children) {
   EXPECT_EQ(told, "");
 }
 
-TEST_P(Roots, empty_folder_gives_all_of_the_progress) {
+TEST_P(Roots, empty_folder_reports_all_progress) {
   const TempTree tree("empty/");
   ScanRecord record;
   const DiskNode root = GetParam().scan(tree.at("empty"), record.callbacks());

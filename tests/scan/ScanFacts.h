@@ -1,5 +1,5 @@
-// A fact about scans, checked with the plain sequential model and with DiskScanner on one thread
-// and on four: what is worked out by hand here checks the model as well.
+// A fixture for facts about scans, which hold for the sequential model and for DiskScanner on one
+// thread and on four; so the model is checked as well.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -21,7 +21,7 @@ constexpr std::int64_t MiB = 1024 * KiB;
 
 struct Walker {
   const char* name;
-  int threads;  // 0 is the model
+  int threads;  // 0: the model
 
   DiskNode scan(const std::string& root, const DiskScanner::Callbacks& callbacks = {},
                 DiskScanner::Options options = {}, const Places& places = Places::forLinux()) const;
@@ -44,7 +44,8 @@ class ScanFacts : public testing::TestWithParam<Walker> {
   }
 };
 
-// The node at `path` below `node`, components divided by "/"; ends the test when there is none.
+// The node at `path` below `node`, with components separated by "/"; ends the test if there is
+// none.
 DiskNode below(const DiskNode& node, std::string_view path);
 
 // Whether there is a node at `path` below `node`.

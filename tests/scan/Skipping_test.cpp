@@ -56,7 +56,7 @@ TEST_P(Skipping, system_names_are_compared_exactly) {
   EXPECT_EQ(scan(tree.path()).size(), 3 * MiB);
 }
 
-TEST_P(Skipping, trash_of_this_user_on_other_disks_is_left_out_on_linux) {
+TEST_P(Skipping, the_users_trash_on_other_disks_is_left_out_on_linux) {
   TempTree tree;
   tree.plant(".Trash-" + std::to_string(getuid()) + "/\n  film 1M\n.Trash-4294967294/\n  film 1M");
   EXPECT_THAT(childNames(scan(tree.path(), {}, Places::forLinux())),
@@ -130,7 +130,7 @@ TEST_P(Skipping, excluded_root_is_a_root_without_children) {
   EXPECT_EQ(root.path(), tree.path());
 }
 
-TEST_P(Skipping, root_above_an_excluded_folder_does_not_matter) {
+TEST_P(Skipping, root_above_an_excluded_folder_is_walked) {
   const TempTree tree(R"(
     a/
       film 1M
@@ -140,7 +140,7 @@ TEST_P(Skipping, root_above_an_excluded_folder_does_not_matter) {
   EXPECT_EQ(scan(tree.at("a"), options).size(), 1 * MiB);
 }
 
-TEST_P(Skipping, excluded_folder_is_meant_by_its_resolved_path) {
+TEST_P(Skipping, excluded_folder_matches_by_its_resolved_path) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -167,7 +167,7 @@ TEST_P(Skipping, places_of_the_system_are_left_out_by_path) {
   EXPECT_THAT(childNames(below(root, "share")), ElementsAre("other"));
 }
 
-TEST_P(Skipping, trash_behind_a_link_or_a_slash_too_many_is_left_out) {
+TEST_P(Skipping, trash_behind_a_link_or_a_double_slash_is_left_out) {
   const TempTree tree(R"(
     data/
       Trash/
@@ -184,7 +184,7 @@ TEST_P(Skipping, trash_behind_a_link_or_a_slash_too_many_is_left_out) {
   }
 }
 
-TEST_P(Skipping, root_named_like_what_is_skipped_is_walked) {
+TEST_P(Skipping, root_named_like_a_skipped_folder_is_walked) {
   const TempTree tree(R"(
     .Trash/
       film 1M
@@ -198,7 +198,7 @@ TEST_P(Skipping, root_named_like_what_is_skipped_is_walked) {
   EXPECT_EQ(scan(tree.at("share/Trash"), {}, places).size(), 1 * MiB);
 }
 
-TEST_P(Skipping, names_of_the_top_of_a_disk_are_nothing_special_elsewhere) {
+TEST_P(Skipping, names_at_the_top_of_a_disk_are_not_special_elsewhere) {
   const TempTree tree(R"(
     dev/
       film 1M
@@ -214,7 +214,7 @@ TEST_P(Skipping, names_of_the_top_of_a_disk_are_nothing_special_elsewhere) {
   }
 }
 
-TEST_P(Skipping, link_to_outside_brings_nothing_in) {
+TEST_P(Skipping, link_to_outside_adds_nothing) {
   const TempTree outside("film 1M");
   TempTree tree;
   tree.plant("way-out -> " + outside.path());

@@ -1,4 +1,4 @@
-// The root of a disk, played by a fixture: a child process makes it its own "/".
+// The root of a disk: a child process makes a fixture its own "/".
 #include <fstream>
 #include <sched.h>
 #include <string_view>
@@ -14,10 +14,10 @@ namespace {
 
 class SlashRoot : public ScanFacts {
  protected:
-  // Runs `body` where `tree` is "/". Gives false, with the reason printed, where that is forbidden.
+  // Runs `body` with `tree` as "/". Returns false, with the reason printed, if that is forbidden.
   static bool inside(const TempTree& tree, const std::function<std::string()>& body,
                      std::string& told) {
-    SequentialScan::lowerCased("A");  // its tables come from files that will be out of reach
+    SequentialScan::lowerCased("A");  // loads tables from files that will be out of reach
     constexpr std::string_view refused = "refused";
     told = inForkedChild([&]() -> std::string {
       if (geteuid() != 0 && unshare(CLONE_NEWUSER) != 0) return std::string(refused);
@@ -59,7 +59,7 @@ constexpr const char* disk = R"(
   film 1M
 )";
 
-TEST_P(SlashRoot, is_named_after_the_disk) {
+TEST_P(SlashRoot, slash_is_named_after_the_disk) {
   const TempTree tree(disk);
   expectInside(tree, []() -> std::string {
     const DiskNode root = GetParam().scan("/");
@@ -70,7 +70,7 @@ TEST_P(SlashRoot, is_named_after_the_disk) {
   });
 }
 
-TEST_P(SlashRoot, leaves_out_the_names_of_its_system_at_the_top_alone) {
+TEST_P(SlashRoot, names_of_the_system_are_left_out_only_at_the_top_of_slash) {
   const TempTree tree(disk);
   expectInside(tree, []() -> std::string {
     const DiskNode linux = GetParam().scan("/", {}, {}, Places::forLinux());
@@ -85,7 +85,7 @@ TEST_P(SlashRoot, leaves_out_the_names_of_its_system_at_the_top_alone) {
   });
 }
 
-TEST_P(SlashRoot, names_left_out_at_the_top_are_told_and_finished) {
+TEST_P(SlashRoot, names_left_out_at_the_top_are_reported_and_finished) {
   const TempTree tree(R"(
     proc/
       film 1M
@@ -99,14 +99,14 @@ TEST_P(SlashRoot, names_left_out_at_the_top_are_told_and_finished) {
   });
 }
 
-TEST_P(SlashRoot, a_folder_above_is_reached_by_a_relative_way_too) {
+TEST_P(SlashRoot, folder_above_is_reached_by_a_relative_path_too) {
   const TempTree tree(disk);
   expectInside(tree, []() -> std::string {
     return GetParam().scan("/Users/..") == GetParam().scan("/") ? "" : "another tree";
   });
 }
 
-TEST_P(SlashRoot, excluded_prefixes_work_under_it) {
+TEST_P(SlashRoot, excluded_prefixes_work_below_slash) {
   const TempTree tree(disk);
   expectInside(tree, []() -> std::string {
     DiskScanner::Options options;
@@ -118,7 +118,7 @@ TEST_P(SlashRoot, excluded_prefixes_work_under_it) {
   });
 }
 
-TEST_P(SlashRoot, its_remainder_lies_directly_under_it) {
+TEST_P(SlashRoot, remainder_of_slash_is_directly_below_it) {
   const TempTree tree(R"(
     large-first 256K
     large-### = large-first x100

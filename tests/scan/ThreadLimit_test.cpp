@@ -1,4 +1,4 @@
-// A user has only so many threads and processes. A scan then does with its caller's thread.
+// A user has a limited number of threads. Without more, a scan uses only the calling thread.
 #include "scan/ScanFacts.h"
 #include "support/RefusedThreads.h"
 #include "support/TreeDifference.h"

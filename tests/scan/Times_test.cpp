@@ -6,7 +6,7 @@ namespace {
 class Times : public ScanFacts {};
 TESSALY_FOR_ALL_WALKERS(Times);
 
-TEST_P(Times, folder_has_the_newest_time_at_or_below_it) {
+TEST_P(Times, folder_has_the_newest_time_of_itself_and_its_contents) {
   const TempTree tree(R"(
     a/ mtime=100
       b/ mtime=50
@@ -57,7 +57,7 @@ TEST_P(Times, times_at_or_before_1970_count_as_unknown) {
   EXPECT_EQ(a.mtime(), 1e-9);
 }
 
-TEST_P(Times, a_far_future_is_kept_as_it_is) {
+TEST_P(Times, a_far_future_time_is_kept) {
   const TempTree tree(R"(
     far 1M mtime=15000000000.75
     near 1M mtime=4294967296
@@ -67,12 +67,12 @@ TEST_P(Times, a_far_future_is_kept_as_it_is) {
   EXPECT_EQ(below(root, "near").mtime(), 4294967296.0);
 }
 
-TEST_P(Times, nanoseconds_are_kept_as_far_as_the_number_holds_them) {
+TEST_P(Times, nanoseconds_are_kept_with_the_precision_of_the_number) {
   const TempTree tree("film 1M mtime=1600000000.123456789");
   EXPECT_EQ(below(scan(tree.path()), "film").mtime(), 1600000000 + 123456789 / 1e9);
 }
 
-TEST_P(Times, links_and_what_is_skipped_make_nothing_newer) {
+TEST_P(Times, links_and_skipped_items_make_nothing_newer) {
   const TempTree tree(R"(
     a/ mtime=100
       link -> nowhere mtime=900

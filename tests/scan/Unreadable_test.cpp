@@ -1,5 +1,5 @@
-// What a scan tells of what it could not read. The tests run as root on some machines, whom nothing
-// is refused: so most of this happens in a child that is somebody else.
+// Which unreadable items a scan reports. Some machines run the tests as root, to whom nothing is
+// refused, so most scans run in a child as another user.
 #include <cerrno>
 #include <filesystem>
 #include <set>
@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// One line for each item that was told: its errno and its path below the root.
+// One line for each reported item: its errno and its path below the root.
 class Told {
  public:
   explicit Told(std::string root) : root_(std::move(root)) {}
@@ -40,7 +40,7 @@ class Told {
 
 class Unreadable : public testing::TestWithParam<int> {
  protected:
-  // What a scan of `root` tells.
+  // The reports of a scan of `root`.
   static std::string told(const std::string& root, DiskScanner::Options options = {},
                           DiskScanner::Callbacks callbacks = {}) {
     Told told(root);
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(by, Unreadable, testing::Values(1, 4), [](const auto& i
   return std::to_string(instance.param) + "_threads";
 });
 
-TEST_P(Unreadable, nothing_is_told_where_all_can_be_read) {
+TEST_P(Unreadable, nothing_is_reported_if_everything_can_be_read) {
   const TempTree tree(R"(
     folder/
       film 1M
@@ -71,7 +71,7 @@ TEST_P(Unreadable, nothing_is_told_where_all_can_be_read) {
   EXPECT_EQ(toldAsOther(tree.path()), "");
 }
 
-TEST_P(Unreadable, folder_that_cannot_be_opened_is_told) {
+TEST_P(Unreadable, folder_that_cannot_be_opened_is_reported) {
   const TempTree tree(R"(
     a/
       locked/ mode=0
@@ -84,7 +84,7 @@ TEST_P(Unreadable, folder_that_cannot_be_opened_is_told) {
   EXPECT_EQ(toldAsOther(tree.path()), "EACCES /a/locked\nEACCES /unlisted\n");
 }
 
-TEST_P(Unreadable, names_without_attributes_are_told_each_and_links_are_not) {
+TEST_P(Unreadable, each_name_without_attributes_is_reported_and_links_are_not) {
   const TempTree tree(R"(
     listed/ mode=0444
       film 1M
@@ -96,7 +96,7 @@ TEST_P(Unreadable, names_without_attributes_are_told_each_and_links_are_not) {
   EXPECT_EQ(toldAsOther(tree.path()), "EACCES /listed/film\nEACCES /listed/folder\n");
 }
 
-TEST_P(Unreadable, what_lies_in_a_package_is_told) {
+TEST_P(Unreadable, items_in_a_package_are_reported) {
   const TempTree tree(R"(
     Tool.app/
       .Trash/ mode=0
@@ -107,7 +107,7 @@ TEST_P(Unreadable, what_lies_in_a_package_is_told) {
   EXPECT_EQ(toldAsOther(tree.path()), "EACCES /Locked.app\nEACCES /Tool.app/.Trash\n");
 }
 
-TEST_P(Unreadable, what_the_scan_leaves_out_is_not_told) {
+TEST_P(Unreadable, items_that_the_scan_leaves_out_are_not_reported) {
   const TempTree tree(R"(
     .Trash/ mode=0
     excluded/ mode=0
@@ -125,13 +125,13 @@ TEST_P(Unreadable, what_the_scan_leaves_out_is_not_told) {
   EXPECT_EQ(toldAsOther(tree.path(), options), "EACCES /listed/film\n");
 }
 
-TEST_P(Unreadable, root_that_cannot_be_read_is_told) {
+TEST_P(Unreadable, unreadable_root_is_reported) {
   const TempTree tree("locked/ mode=0\n");
   EXPECT_EQ(toldAsOther(tree.at("locked")), "EACCES \n");
   EXPECT_EQ(told(tree.at("missing")), "ENOENT \n");
 }
 
-TEST_P(Unreadable, what_vanishes_meanwhile_is_not_told) {
+TEST_P(Unreadable, items_that_vanish_meanwhile_are_not_reported) {
   const TempTree tree(R"(
     folder-##/ x20
       inner-#/ x5
@@ -144,7 +144,7 @@ TEST_P(Unreadable, what_vanishes_meanwhile_is_not_told) {
   EXPECT_EQ(told(tree.path(), {}, record.callbacks()), "");
 }
 
-TEST_P(Unreadable, folder_that_becomes_something_else_meanwhile_is_not_told) {
+TEST_P(Unreadable, folder_that_becomes_something_else_meanwhile_is_not_reported) {
   const TempTree tree(R"(
     folder/
       inner-##/ x60

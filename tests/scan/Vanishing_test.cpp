@@ -1,5 +1,5 @@
-// Disks change while they are walked. Nothing here waits for a moment: either the change happens
-// inside a callback, or it goes on all the time.
+// Disks change while they are walked. No test waits for a moment: either the change happens inside
+// a callback, or it goes on all the time.
 #include <atomic>
 #include <filesystem>
 #include <sys/stat.h>
@@ -30,7 +30,7 @@ constexpr const char* home = R"(
 )";
 constexpr std::int64_t homeLarge = 20 * 5 * 2;
 
-TEST_P(Vanishing, everything_may_go_at_the_first_item) {
+TEST_P(Vanishing, everything_may_vanish_at_the_first_item) {
   const TempTree tree(home);
   ScanRecord record;
   record.during(1, [&] {
@@ -43,7 +43,7 @@ TEST_P(Vanishing, everything_may_go_at_the_first_item) {
   EXPECT_EQ(record.fractions().back(), 1.0);
 }
 
-TEST_P(Vanishing, the_root_itself_may_go) {
+TEST_P(Vanishing, the_root_itself_may_vanish) {
   TempTree tree;
   tree.plant(std::string("top/\n") + "  a/\n    film 1M\n  b/\n    film 1M");
   ScanRecord record;
@@ -54,7 +54,7 @@ TEST_P(Vanishing, the_root_itself_may_go) {
   EXPECT_EQ(record.lines().back(), "Building map…");
 }
 
-// The first item inside "folder" is told when all names in it are known but not all are opened.
+// The first item inside "folder" is reported when all its names are known but not all are opened.
 constexpr const char* folderOfFolders = R"(
   folder/
     inner-##/ x60
@@ -98,7 +98,7 @@ TEST_P(Vanishing, folder_that_becomes_a_file_or_a_pipe_does_not_stop_the_walk) {
   EXPECT_EQ(record.lines().back(), "Building map…");
 }
 
-TEST_P(Vanishing, folder_that_is_moved_away_takes_nothing_else_with_it) {
+TEST_P(Vanishing, folder_that_is_moved_away_affects_nothing_else) {
   const TempTree elsewhere;
   const TempTree tree(R"(
     a/
@@ -115,7 +115,7 @@ TEST_P(Vanishing, folder_that_is_moved_away_takes_nothing_else_with_it) {
   EXPECT_LE(root.size(), 2 * MiB);
 }
 
-TEST_P(Vanishing, what_stays_is_whole_while_files_come_and_go_beside_it) {
+TEST_P(Vanishing, remaining_items_are_complete_while_files_come_and_go_beside_them) {
   const TempTree tree(R"(
     stays/
       inner-##/ x20

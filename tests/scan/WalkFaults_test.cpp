@@ -1,4 +1,4 @@
-// A scan with every call of the system failing in turn: the tree is right, or it is told that
+// A scan in which each system call fails in turn: the tree is right, or the scan reports that
 // something could not be read.
 #include <algorithm>
 #include <cerrno>
@@ -39,28 +39,28 @@ class WalkFaults : public testing::TestWithParam<int> {
 
   static int code() { return GetParam(); }
 
-  // "right", "told", or what is wrong and was not told.
+  // "right", "told", or what is wrong without a report.
   static std::string outcome(const std::string& path, const DiskNode& expected) {
     std::size_t told = 0;
     DiskScanner::Callbacks callbacks;
     callbacks.unreadable = [&](const SystemError&) { ++told; };
     DiskScanner::Options options;
-    options.threads = 1;  // the one that is traced
+    options.threads = 1;  // the thread that is traced
     const DiskNode root = DiskScanner::scan(path, callbacks, options, Places::forLinux());
     if (told > 0) return "told";
     const std::string difference = differenceOf(expected, root);
     return difference.empty() ? "right" : difference;
   }
 
-  // What is said not to be there has vanished, for all that can be known.
+  // An item that the system reports as missing counts as vanished.
   static bool mayBeMissing(const TracedRun& run) {
     return code() == ENOENT && (run.failedCall == SYS_statx || run.failedCall == SYS_getdents64);
   }
 
-  // Whichever of the calls fails that read something.
+  // Makes each call of a kind that reads fail in turn.
   static void expectRightOrTold(const std::function<std::string()>& body) {
     for (const long number : {SYS_openat, SYS_getdents64, SYS_lseek, SYS_newfstatat, SYS_statx}) {
-      // One of a thousand files is as good as another.
+      // A few of a thousand files suffice.
       constexpr std::size_t most = 40;
       for (std::size_t nth = 1; nth <= most; ++nth) {
         const TracedRun run = SystemCallTrace::failingNth(number, nth, code(), body);
@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(of, WalkFaults,
                            return std::string(strerrorname_np(instance.param));
                          });
 
-TEST_P(WalkFaults, the_tree_is_right_or_it_is_told_whichever_call_fails) {
+TEST_P(WalkFaults, tree_is_right_or_reported_whichever_call_fails) {
   const TempTree tree(home);
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());
   std::size_t told = 0;
@@ -109,7 +109,7 @@ TEST_P(WalkFaults, the_tree_is_right_or_it_is_told_whichever_call_fails) {
 }
 
 // Each directory is opened by its path then.
-TEST_P(WalkFaults, the_tree_is_right_or_it_is_told_with_one_descriptor) {
+TEST_P(WalkFaults, tree_is_right_or_reported_with_one_descriptor) {
   const TempTree tree(home);
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());
   const auto body = [&]() -> std::string {
@@ -122,8 +122,8 @@ TEST_P(WalkFaults, the_tree_is_right_or_it_is_told_with_one_descriptor) {
   expectRightOrTold(body);
 }
 
-// Names as long as they can be, so that few files make several runs.
-TEST_P(WalkFaults, a_folder_read_in_runs_is_right_or_told) {
+// The longest possible names, so that few files need several runs.
+TEST_P(WalkFaults, folder_read_in_runs_is_right_or_reported) {
   const TempTree tree("wide/\n  " + std::string(240, 'n') +
                       "-### 4K x600\n  z/\n    film 4K\nother 4K\n");
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());

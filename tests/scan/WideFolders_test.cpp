@@ -19,7 +19,7 @@ class WideFolders : public ScanFacts {
 };
 TESSALY_FOR_ALL_WALKERS(WideFolders);
 
-// More than a number of 16 bits counts.
+// More files than 16 bits can count.
 TEST_P(WideFolders, all_of_70000_small_files_count_twice) {
   const TempTree tree(R"(
     flat/
@@ -36,7 +36,7 @@ TEST_P(WideFolders, all_of_70000_small_files_count_twice) {
   expectLikeTheModel(tree.path());
 }
 
-TEST_P(WideFolders, of_5000_large_files_80_and_a_remainder_are_left) {
+TEST_P(WideFolders, of_5000_large_files_80_and_a_remainder_stay) {
   TempTree tree;
   for (int sort = 0; sort < 50; ++sort) {
     const std::string number = std::to_string(sort);

@@ -1,6 +1,6 @@
-// Emptying with every call of the system failing in turn, and with the program killed before and
-// after each: nothing outside of the Trash is touched, what can be put back is whole, and emptying
-// once more ends with an empty Trash.
+// Emptying with each system call failing in turn, and with the program killed before and after
+// each: nothing outside of the Trash changes, remaining items are complete and can be put back, and
+// emptying again leaves an empty Trash.
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -24,8 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 using End = TracedRun::End;
 
-// All below a folder with kinds, permissions and contents, as one text; what is closed to this user
-// without what is in it.
+// Everything below a folder with kinds, permissions and contents, as one text; without the contents
+// of folders that this user may not open.
 std::string pictureOf(const std::string& path) {
   std::string picture;
   const auto add = [&](const fs::path& item) {
@@ -98,12 +98,12 @@ class EmptyingFaults : public testing::Test {
 
   std::string outside() const { return pictureOf(disk_->tree.at("here")); }
 
-  // "" when all that lies among the items is as it was, and has its record as far as it had one.
+  // "" if all remaining items are unchanged and still have their records.
   std::string damage(bool mayBeOpened) const {
     for (const std::string& name : disk_->files()) {
       const auto known = items_.find(name);
       if (known == items_.end()) return name + " is new";
-      // Its permissions are opened a moment before it goes.
+      // Its permissions change shortly before it is deleted.
       const bool isCompared = !mayBeOpened || name != "closed";
       if (isCompared && pictureOf(inTrash("files/" + name)) != known->second) {
         return name + " is not whole";
@@ -119,7 +119,7 @@ class EmptyingFaults : public testing::Test {
     return "";
   }
 
-  // Whether the record of the folder tells of one that is there no more, and not set aside either.
+  // Whether the folder still has a record although it is neither among the items nor set aside.
   bool recordOutlivesFolder() const {
     if (!isThere(inTrash("info/folder.trashinfo")) || isThere(inTrash("files/folder")))
       return false;
@@ -153,7 +153,7 @@ class EmptyingFaults : public testing::Test {
   std::string outside_;
 };
 
-TEST_F(EmptyingFaults, what_is_left_is_whole_wherever_the_program_is_killed) {
+TEST_F(EmptyingFaults, remaining_items_are_complete_wherever_emptying_is_killed) {
   std::set<std::size_t> left;
   std::size_t stop = 1;
   for (;; ++stop) {
@@ -176,9 +176,9 @@ TEST_F(EmptyingFaults, what_is_left_is_whole_wherever_the_program_is_killed) {
   std::printf("killed at each of %zu places\n", stop - 1);
 }
 
-// A power cut leaves what a kill does: that the folder is gone from the items is on disk before
-// anything in it is deleted.
-TEST_F(EmptyingFaults, has_each_move_on_disk_before_anything_of_it_is_deleted) {
+// A power cut has the effect of a kill: the move out of the items is on disk before anything in the
+// folder is deleted.
+TEST_F(EmptyingFaults, each_move_is_on_disk_before_anything_in_the_item_is_deleted) {
   const TracedRun run = SystemCallTrace::of([&] { return act(); });
   std::size_t moves = 0;
   bool isSynced = true;
@@ -195,8 +195,8 @@ TEST_F(EmptyingFaults, has_each_move_on_disk_before_anything_of_it_is_deleted) {
   EXPECT_EQ(moves, 2U);
 }
 
-// On a file system that has no room for the folder "expunged".
-TEST_F(EmptyingFaults, what_is_left_is_whole_also_where_there_is_no_room) {
+// On a file system without space for the folder "expunged".
+TEST_F(EmptyingFaults, remaining_items_are_complete_wherever_emptying_is_killed_without_space) {
   TempTree tree("volume/\n");
   const std::string told = inPrivateMounts([&]() -> std::string {
     const std::string folder = tree.at("volume/Trash");
@@ -254,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, EmptyingFailures,
                          testing::Values(EIO, EACCES, EINTR, EBUSY, ENOTEMPTY, EROFS, ENOENT,
                                          ENOSPC, EXDEV, EMFILE, EINVAL));
 
-TEST_P(EmptyingFailures, what_is_left_is_whole_and_told_whichever_call_fails) {
+TEST_P(EmptyingFailures, remaining_items_are_complete_and_reported_whichever_call_fails) {
   const int code = GetParam();
   std::size_t incomplete = 0;
   std::size_t call = 1;
@@ -268,7 +268,7 @@ TEST_P(EmptyingFailures, what_is_left_is_whole_and_told_whichever_call_fails) {
     ASSERT_EQ(damage(false), "") << where;
     const bool isComplete = run.told.ends_with("deleted, ");
     if (!isComplete) ++incomplete;
-    // What is said to be missing has vanished, for all that can be known.
+    // An item that the system reports as missing counts as vanished.
     if (isComplete && code != ENOENT) {
       EXPECT_EQ(remains(), "") << where;
     }

@@ -1,5 +1,4 @@
-// Emptying the Trash while others throw things away, put things in place of others, and empty it
-// too.
+// Emptying the Trash while other programs move items to it, replace items, and empty it too.
 #include <array>
 #include <fcntl.h>
 #include <filesystem>
@@ -26,15 +25,15 @@ constexpr std::int64_t aMinute = 60;
 
 class EmptyingMeanwhile : public testing::Test {
  protected:
-  // Items of "files" of the home Trash, with a record each.
+  // Items of "files" in the home Trash, each with a record.
   void plantItems(const std::string& items) {
     disk_->tree.plant("home", "data/\n  Trash/ mode=0700\n    files/\n    info/\n");
     disk_->tree.plant("home/data/Trash/files", items);
     for (const std::string& name : disk_->files()) record(name);
     makeOlder(trash("files"));
   }
-  // Or what comes later could be of the same tick of the clock, and some file systems have nothing
-  // but that to tell one from the other.
+  // Otherwise a later item could have the time of the same clock tick, which some file systems have
+  // as the only difference.
   static void makeOlder(const std::string& folder) {
     const std::array<timespec, 2> times = {timespec{1000, 0}, timespec{1000, 0}};
     for (const std::string& name : entriesOf(folder)) {
@@ -56,7 +55,7 @@ class EmptyingMeanwhile : public testing::Test {
     return std::move(listing).value();
   }
 
-  // How many were deleted, without any failure.
+  // The number of deleted items; expects no failure.
   static std::int64_t empty(const TrashListing& listing) {
     EmptiedTrash result;
     emptyTrashFolder(listing, geteuid(), result);
@@ -67,7 +66,7 @@ class EmptyingMeanwhile : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = std::make_unique<TrashOnDisk>();
 };
 
-TEST_F(EmptyingMeanwhile, what_is_thrown_away_after_the_listing_stays) {
+TEST_F(EmptyingMeanwhile, item_that_arrives_after_the_listing_stays) {
   plantItems("film\nfolder/\n  film\n");
   const TrashListing listing = listed();
   for (const char* name : {"film", "new"}) {
@@ -84,7 +83,7 @@ TEST_F(EmptyingMeanwhile, what_is_thrown_away_after_the_listing_stays) {
   }
 }
 
-TEST_F(EmptyingMeanwhile, what_takes_the_name_of_a_listed_item_stays_with_its_record) {
+TEST_F(EmptyingMeanwhile, item_that_replaces_a_listed_one_stays_with_its_record) {
   plantItems("film 4K\nempty/\nfolder/\n  film 4K\nlink -> nowhere\nunknown\n");
   fs::remove(recordOf("unknown"));
   const TrashListing listing = listed();
@@ -102,7 +101,7 @@ TEST_F(EmptyingMeanwhile, what_takes_the_name_of_a_listed_item_stays_with_its_re
   EXPECT_TRUE(isThere(trash("files/folder/film")));
 }
 
-TEST_F(EmptyingMeanwhile, a_record_that_was_replaced_stays_when_its_item_goes) {
+TEST_F(EmptyingMeanwhile, replaced_record_stays_when_its_item_is_deleted) {
   plantItems("film\n");
   const TrashListing listing = listed();
   putFile(trash("info/other"), "record of what is to come");
@@ -111,7 +110,7 @@ TEST_F(EmptyingMeanwhile, a_record_that_was_replaced_stays_when_its_item_goes) {
   EXPECT_THAT(disk_->infos(), ElementsAre("film.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, a_record_without_an_item_stays_when_it_has_one_by_now) {
+TEST_F(EmptyingMeanwhile, record_without_an_item_stays_if_it_has_one_by_now) {
   plantItems("film\n");
   for (const char* name : {"arrived", "replaced", "rewritten", "touched", "gone"}) record(name);
   makeOlder(trash("info"));
@@ -127,7 +126,7 @@ TEST_F(EmptyingMeanwhile, a_record_without_an_item_stays_when_it_has_one_by_now)
                                           "rewritten.trashinfo", "touched.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {
+TEST_F(EmptyingMeanwhile, record_without_an_item_stays_for_a_minute) {
   plantItems("");
   record("moving");
   std::int64_t age = 0;
@@ -135,7 +134,7 @@ TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {
   ASSERT_EQ(::lstat(recordOf("moving").c_str(), &status), 0);
   const FolderClock clock = [&](const FileDescriptor&) { return status.st_ctim.tv_sec + age; };
   UserTrashCan can(disk_->configWith({}), clock);
-  // The clock was put back since in the first.
+  // In the first case the clock was set back since.
   for (const std::int64_t young : {-aMinute, std::int64_t{0}, aMinute - 1}) {
     age = young;
     EXPECT_EQ(told(can.empty()), "");
@@ -146,7 +145,7 @@ TEST_F(EmptyingMeanwhile, a_record_stays_for_a_minute_without_an_item) {
   EXPECT_THAT(disk_->infos(), IsEmpty());
 }
 
-TEST_F(EmptyingMeanwhile, a_record_made_just_now_stays_by_the_clock_of_the_disk) {
+TEST_F(EmptyingMeanwhile, recent_record_stays_by_the_clock_of_the_disk) {
   plantItems("film\n");
   record("moving");
   EXPECT_EQ(told(UserTrashCan(disk_->configWith({})).empty()), "");
@@ -154,7 +153,7 @@ TEST_F(EmptyingMeanwhile, a_record_made_just_now_stays_by_the_clock_of_the_disk)
   EXPECT_THAT(disk_->infos(), ElementsAre("moving.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, the_clock_of_a_folder_is_the_one_that_stamps_its_files) {
+TEST_F(EmptyingMeanwhile, clock_of_a_folder_is_that_of_its_files_times) {
   const auto stamp = [&](const char* name) {
     putFile(disk_->at(name), "x");
     struct stat status {};
@@ -196,7 +195,7 @@ TEST_F(EmptyingMeanwhile, all_folders_are_listed_before_anything_is_deleted) {
   EXPECT_THAT(entriesOf(second + "/files"), ElementsAre("new"));
 }
 
-TEST_F(EmptyingMeanwhile, what_takes_the_place_of_remains_stays) {
+TEST_F(EmptyingMeanwhile, item_that_replaces_listed_remains_stays) {
   plantItems("");
   disk_->tree.plant("home/data/Trash", "expunged/\n  1/\n    film\n  2\n  3/\n    film\n");
   makeOlder(trash("expunged"));
@@ -209,7 +208,7 @@ TEST_F(EmptyingMeanwhile, what_takes_the_place_of_remains_stays) {
   EXPECT_TRUE(isThere(trash("expunged/1/kept")));
 }
 
-TEST_F(EmptyingMeanwhile, nothing_is_deleted_through_links_in_place_of_what_was_listed) {
+TEST_F(EmptyingMeanwhile, nothing_is_deleted_through_links_that_replace_listed_items) {
   const char* items = "film\nfolder/\n  film\n";
   plantItems(items);
   disk_->tree.plant("home/data/Trash", "expunged/\n  1/\n    film\n");
@@ -227,8 +226,9 @@ TEST_F(EmptyingMeanwhile, nothing_is_deleted_through_links_in_place_of_what_was_
               ElementsAre("film.trashinfo", "folder.trashinfo", "gone.trashinfo"));
 }
 
-// Somebody moves the folder away that is about to go, and his home to its place.
-TEST_F(EmptyingMeanwhile, a_folder_is_whole_that_takes_the_place_of_a_listed_one_at_any_moment) {
+// Another program moves the folder away that is about to be deleted, and the user's home to its
+// place.
+TEST_F(EmptyingMeanwhile, folder_that_replaces_a_listed_one_at_any_moment_stays_complete) {
   const std::string obstacle = SystemCallTrace::obstacle();
   if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   std::size_t stop = 1;
@@ -261,7 +261,7 @@ TEST_F(EmptyingMeanwhile, a_folder_is_whole_that_takes_the_place_of_a_listed_one
   EXPECT_LT(swaps, stop - 1);
 }
 
-TEST_F(EmptyingMeanwhile, a_folder_goes_though_another_emptying_removes_the_place_for_it) {
+TEST_F(EmptyingMeanwhile, folder_is_deleted_even_if_another_emptying_removes_its_destination) {
   const std::string obstacle = SystemCallTrace::obstacle();
   if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   std::size_t removals = 0;
@@ -285,7 +285,7 @@ TEST_F(EmptyingMeanwhile, a_folder_goes_though_another_emptying_removes_the_plac
   EXPECT_GT(removals, 3U);
 }
 
-TEST_F(EmptyingMeanwhile, two_emptyings_at_the_same_time_take_each_item_once) {
+TEST_F(EmptyingMeanwhile, two_emptyings_at_the_same_time_count_each_item_once) {
   plantItems("folder###/ x300\n  deeper/\n    film\n  film\nfilm### x300\n");
   disk_->tree.plant("home/data/Trash", "expunged/\n  remains###/ x50\n    film\n");
   const TrashConfig config = disk_->configWith({});

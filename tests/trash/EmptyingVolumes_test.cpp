@@ -1,4 +1,4 @@
-// Emptying the Trash of other file systems, and of such as have others mounted in them.
+// Emptying the Trash of other file systems, and of those with further ones mounted in them.
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -30,7 +30,7 @@ class EmptyingVolumes : public testing::Test {
     EXPECT_EQ(told, "");
   }
 
-  // Runs `body` with a file system in memory on the folder "volume".
+  // Runs `body` with a tmpfs on the folder "volume".
   void expectOnTmpfs(const Body& body, const char* options = "mode=0755") {
     expectInPrivateMounts([&]() -> std::string {
       if (::mount("tmpfs", volume().c_str(), "tmpfs", 0, options) != 0) return refusal();
@@ -38,7 +38,7 @@ class EmptyingVolumes : public testing::Test {
     });
   }
 
-  // The same with a disk of its own.
+  // The same with an ext4 on a disk image.
   void expectOnExt4(const Body& body, const char* options = "") {
     disk_.tree.plant("disk sparse=16M\n");
     expectInPrivateMounts([&]() -> std::string {
@@ -72,8 +72,7 @@ class EmptyingVolumes : public testing::Test {
   }
   EmptiedTrash empty() { return empty({volume()}); }
 
-  // What is wrong when of the Trash `folder` there is not just the item `name` left, its record
-  // with it.
+  // What is wrong unless exactly the item `name` and its record remain in the Trash `folder`.
   static std::string objection(const std::string& folder, const std::vector<std::string>& names) {
     std::vector<std::string> records;
     records.reserve(names.size());
@@ -82,7 +81,7 @@ class EmptyingVolumes : public testing::Test {
     if (entriesOf(folder + "/info") != records) return "other records are left";
     return isThere(folder + "/expunged") ? "remains are left" : "";
   }
-  // What is wrong when the result is not that `deleted` went and one did not, with this error.
+  // What is wrong unless `deleted` items were deleted and one failed with this error.
   static std::string objection(const EmptiedTrash& emptied, std::int64_t deleted,
                                const std::string& path, int code) {
     const bool isRight = emptied.deleted == deleted && emptied.failures == 1 &&
@@ -90,7 +89,7 @@ class EmptyingVolumes : public testing::Test {
     return isRight ? "" : std::to_string(emptied.deleted) + " went; " + told(emptied);
   }
 
-  // Writes until nothing more fits.
+  // Writes until the disk is full.
   static void fill(const std::string& path) {
     for (const std::size_t size : {std::size_t{4096}, std::size_t{1}}) {
       const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
@@ -104,7 +103,7 @@ class EmptyingVolumes : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(EmptyingVolumes, empties_all_of_the_user) {
+TEST_F(EmptyingVolumes, all_trash_folders_of_the_user_are_emptied) {
   expectOnTmpfs([&]() -> std::string {
     plantTrash(disk_.homeTrash(), "film\n");
     plantTrash(ownTrash(), "film\nfolder/\n  film\n");
@@ -119,9 +118,9 @@ TEST_F(EmptyingVolumes, empties_all_of_the_user) {
   });
 }
 
-TEST_F(EmptyingVolumes, empties_no_folder_that_is_not_surely_the_users) {
+TEST_F(EmptyingVolumes, a_folder_that_may_not_be_the_users_trash_is_not_emptied) {
   expectOnTmpfs([&]() -> std::string {
-    plantTrash(on(".Trash/" + user()), "film\n");  // not sticky
+    plantTrash(on(".Trash/" + user()), "film\n");  // no sticky bit
     plantTrash(on("real"), "film\n");
     fs::create_directory_symlink("real", ownTrash());
     plantTrash(on(".Trash-4711"), "film\n");
@@ -140,7 +139,7 @@ TEST_F(EmptyingVolumes, empties_no_folder_that_is_not_surely_the_users) {
   });
 }
 
-TEST_F(EmptyingVolumes, empties_a_file_system_once_where_it_can_be_changed) {
+TEST_F(EmptyingVolumes, a_file_system_is_emptied_once_through_a_writable_mount) {
   expectOnTmpfs([&]() -> std::string {
     const std::string again = disk_.tree.at("again");
     if (::mount(volume().c_str(), again.c_str(), nullptr, MS_BIND, nullptr) != 0) return refusal();
@@ -156,7 +155,7 @@ TEST_F(EmptyingVolumes, empties_a_file_system_once_where_it_can_be_changed) {
   });
 }
 
-TEST_F(EmptyingVolumes, leaves_items_with_their_records_where_nothing_may_be_changed) {
+TEST_F(EmptyingVolumes, items_and_records_stay_on_a_read_only_file_system) {
   expectOnTmpfs([&]() -> std::string {
     plantTrash(ownTrash(), "empty/\nfilm\nfolder/\n  film\nlink -> nowhere\n");
     plantTrash(disk_.homeTrash(), "film\n");
@@ -175,7 +174,7 @@ TEST_F(EmptyingVolumes, leaves_items_with_their_records_where_nothing_may_be_cha
   });
 }
 
-TEST_F(EmptyingVolumes, tells_the_first_few_of_many_failures) {
+TEST_F(EmptyingVolumes, only_the_first_of_many_failures_are_reported) {
   expectOnTmpfs([&]() -> std::string {
     plantTrash(ownTrash(), "film## x50\n");
     const unsigned long flags = MS_REMOUNT | MS_RDONLY;
@@ -187,7 +186,7 @@ TEST_F(EmptyingVolumes, tells_the_first_few_of_many_failures) {
   });
 }
 
-TEST_F(EmptyingVolumes, leaves_an_item_that_holds_another_file_system) {
+TEST_F(EmptyingVolumes, an_item_that_contains_a_mount_stays) {
   plantTrash(disk_.homeTrash(), "film\nfolder/\n  a/\n    1\n  b/\n    point/\n  z\n");
   expectInPrivateMounts([&]() -> std::string {
     const std::string point = disk_.homeTrash() + "/files/folder/b/point";
@@ -207,7 +206,7 @@ TEST_F(EmptyingVolumes, leaves_an_item_that_holds_another_file_system) {
   });
 }
 
-TEST_F(EmptyingVolumes, leaves_an_item_that_another_file_system_is_mounted_on) {
+TEST_F(EmptyingVolumes, an_item_that_is_a_mount_point_stays) {
   plantTrash(disk_.homeTrash(), "file\nfilm\npoint/\n");
   expectInPrivateMounts([&]() -> std::string {
     disk_.put(disk_.at("kept/film"), "kept");
@@ -227,7 +226,7 @@ TEST_F(EmptyingVolumes, leaves_an_item_that_another_file_system_is_mounted_on) {
   });
 }
 
-TEST_F(EmptyingVolumes, leaves_an_item_whole_that_holds_a_file_that_another_is_mounted_on) {
+TEST_F(EmptyingVolumes, an_item_with_a_mount_on_one_of_its_files_stays_complete) {
   plantTrash(disk_.homeTrash(), "folder/\n  a/\n    1\n  b/\n    point\n  z\n");
   expectInPrivateMounts([&]() -> std::string {
     const std::string point = disk_.homeTrash() + "/files/folder/b/point";
@@ -244,7 +243,7 @@ TEST_F(EmptyingVolumes, leaves_an_item_whole_that_holds_a_file_that_another_is_m
   });
 }
 
-TEST_F(EmptyingVolumes, touches_nothing_that_is_mounted_on_its_own_folders) {
+TEST_F(EmptyingVolumes, file_systems_mounted_on_the_folders_of_the_trash_are_not_touched) {
   for (const char* part : {"files", "info", "expunged"}) {
     plantTrash(disk_.homeTrash(), "film\n");
     expectInPrivateMounts([&]() -> std::string {
@@ -267,8 +266,8 @@ TEST_F(EmptyingVolumes, touches_nothing_that_is_mounted_on_its_own_folders) {
   }
 }
 
-// What was left there by others, and cannot be deleted now, is not in the way of what can.
-TEST_F(EmptyingVolumes, steps_over_remains_that_cannot_be_deleted) {
+// Remains that cannot be deleted must not block those that can.
+TEST_F(EmptyingVolumes, remains_that_cannot_be_deleted_are_skipped) {
   plantTrash(disk_.homeTrash(), "folder/\n  film\nfolder2/\n  film\n");
   disk_.tree.plant("home/data/Trash", "expunged/\n  1/\n    point/\n    film\n  2/\n    film\n");
   expectInPrivateMounts([&]() -> std::string {
@@ -288,7 +287,7 @@ TEST_F(EmptyingVolumes, steps_over_remains_that_cannot_be_deleted) {
   });
 }
 
-TEST_F(EmptyingVolumes, is_done_on_a_full_disk) {
+TEST_F(EmptyingVolumes, emptying_works_on_a_full_disk) {
   const char* items = "film 4K\nfolder/\n  deeper/\n    film 4K\n  film\nlast/\n  film\n";
   const auto emptyFull = [&]() -> std::string {
     fill(on("full"));
@@ -310,7 +309,7 @@ TEST_F(EmptyingVolumes, is_done_on_a_full_disk) {
       "size=256k");
 }
 
-TEST_F(EmptyingVolumes, is_done_where_there_is_no_room_for_one_more_folder) {
+TEST_F(EmptyingVolumes, emptying_works_without_space_for_one_more_folder) {
   expectOnTmpfs(
       [&]() -> std::string {
         plantTrash(ownTrash(), "folder/\n  deeper/\n    film\n  film\nlast/\n  film\n");
@@ -325,7 +324,7 @@ TEST_F(EmptyingVolumes, is_done_where_there_is_no_room_for_one_more_folder) {
       "nr_inodes=64");
 }
 
-TEST_F(EmptyingVolumes, leaves_items_whole_that_hold_what_is_marked_as_not_to_be_changed) {
+TEST_F(EmptyingVolumes, items_with_immutable_files_stay_complete) {
   expectOnExt4([&]() -> std::string {
     plantTrash(ownTrash(), R"(
       file
@@ -362,7 +361,7 @@ TEST_F(EmptyingVolumes, leaves_items_whole_that_hold_what_is_marked_as_not_to_be
   });
 }
 
-TEST_F(EmptyingVolumes, deletes_large_folders_and_any_name_on_a_disk) {
+TEST_F(EmptyingVolumes, large_folders_and_any_names_are_deleted_on_a_disk) {
   expectOnExt4(
       [&]() -> std::string {
         plantTrash(

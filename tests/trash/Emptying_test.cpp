@@ -1,4 +1,4 @@
-// Emptying the Trash of the home.
+// Emptying the home Trash.
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -21,7 +21,7 @@ using testing::IsEmpty;
 
 class Emptying : public testing::Test {
  protected:
-  // Items of "files", with a record each.
+  // Items of "files", each with a record.
   void plantItems(const std::string& items) {
     disk_.tree.plant("home", "data/\n  Trash/ mode=0700\n    files/\n    info/\n");
     disk_.tree.plant("home/data/Trash/files", items);
@@ -32,7 +32,7 @@ class Emptying : public testing::Test {
   }
   std::string trash(const std::string& below) const { return disk_.homeTrash() + "/" + below; }
 
-  // How many were deleted, without any failure.
+  // The number of deleted items; expects no failure.
   std::int64_t empty() {
     const EmptiedTrash emptied = disk_.can().empty();
     EXPECT_EQ(told(emptied), "");
@@ -47,7 +47,7 @@ class Emptying : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(Emptying, deletes_items_of_every_kind_with_their_records) {
+TEST_F(Emptying, emptying_deletes_items_of_every_kind_with_their_records) {
   plantItems(R"(
     film 4K
     .hidden
@@ -68,7 +68,7 @@ TEST_F(Emptying, deletes_items_of_every_kind_with_their_records) {
   EXPECT_EQ(disk_.can().count().value(), 0);
 }
 
-TEST_F(Emptying, deletes_what_is_only_half_a_pair) {
+TEST_F(Emptying, emptying_deletes_items_without_records_and_records_without_items) {
   plantItems("film\nfolder/\n  film\n");
   fs::remove(trash("info/film.trashinfo"));
   fs::remove(trash("info/folder.trashinfo"));
@@ -77,21 +77,21 @@ TEST_F(Emptying, deletes_what_is_only_half_a_pair) {
   expectEmpty();
 }
 
-TEST_F(Emptying, deletes_records_where_the_folder_of_items_is_missing) {
+TEST_F(Emptying, emptying_deletes_records_if_the_folder_of_items_is_missing) {
   disk_.tree.plant("home", "data/\n  Trash/\n    info/\n");
   record("gone");
   EXPECT_EQ(empty(), 0);
   EXPECT_THAT(disk_.infos(), IsEmpty());
 }
 
-TEST_F(Emptying, finishes_what_was_left_to_be_deleted) {
+TEST_F(Emptying, emptying_deletes_the_remains_of_an_earlier_one) {
   plantItems("folder/\n  film\n");
   disk_.tree.plant("home/data/Trash", "expunged/\n  1/\n    deeper/\n      film\n  film\n");
   EXPECT_EQ(empty(), 1);
   expectEmpty();
 }
 
-TEST_F(Emptying, deletes_the_cache_of_sizes_and_nothing_else_beside_the_items) {
+TEST_F(Emptying, emptying_deletes_the_cache_of_sizes_and_nothing_else_beside_the_items) {
   plantItems("folder/\n  film\n");
   disk_.put(trash("directorysizes"), "4096 1600000000 folder\n");
   disk_.put(trash("metadata"), "of another program");
@@ -101,7 +101,7 @@ TEST_F(Emptying, deletes_the_cache_of_sizes_and_nothing_else_beside_the_items) {
   EXPECT_THAT(disk_.infos(), ElementsAre("notes"));
 }
 
-TEST_F(Emptying, deletes_links_and_never_what_they_lead_to) {
+TEST_F(Emptying, emptying_deletes_links_and_never_their_targets) {
   disk_.tree.plant("here", "kept/\n  film 4K\n  deeper/\n    film 4K\nfile 4K\n");
   plantItems(R"(
     toFolder -> ../../../../here/kept
@@ -120,7 +120,7 @@ TEST_F(Emptying, deletes_links_and_never_what_they_lead_to) {
   EXPECT_TRUE(isThere(disk_.at("file")));
 }
 
-TEST_F(Emptying, deletes_nothing_through_links_in_place_of_its_folders) {
+TEST_F(Emptying, emptying_deletes_nothing_through_links_that_replace_its_folders) {
   disk_.tree.plant("here", "files/\n  film\ninfo/\n  film.trashinfo\n");
   fs::create_directories(disk_.homeTrash());
   for (const char* part : {"files", "info"}) {
@@ -131,7 +131,7 @@ TEST_F(Emptying, deletes_nothing_through_links_in_place_of_its_folders) {
   EXPECT_TRUE(isThere(disk_.at("info/film.trashinfo")));
 }
 
-TEST_F(Emptying, leaves_the_other_names_of_a_file) {
+TEST_F(Emptying, emptying_leaves_other_hard_links_of_a_file) {
   plantItems("folder/\n  film 4K\n");
   fs::create_hard_link(trash("files/folder/film"), disk_.at("twin"));
   ASSERT_EQ(chmod(disk_.at("twin").c_str(), 0400), 0);
@@ -140,7 +140,7 @@ TEST_F(Emptying, leaves_the_other_names_of_a_file) {
   EXPECT_EQ(permissionsOf(disk_.at("twin")), 0400U);
 }
 
-TEST_F(Emptying, follows_a_home_trash_that_the_user_has_moved) {
+TEST_F(Emptying, emptying_follows_a_link_to_a_home_trash_that_the_user_has_moved) {
   disk_.tree.plant("elsewhere/\n  files/\n    film\n  info/\n    film.trashinfo\n");
   disk_.tree.plant("home", "data/\n");
   fs::create_directory_symlink("../../elsewhere", disk_.homeTrash());
@@ -148,7 +148,7 @@ TEST_F(Emptying, follows_a_home_trash_that_the_user_has_moved) {
   expectEmpty();
 }
 
-TEST_F(Emptying, opens_folders_of_the_user_that_are_closed) {
+TEST_F(Emptying, emptying_opens_closed_folders_of_the_user) {
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
               TrashOnDisk own;
@@ -185,8 +185,8 @@ TEST_F(Emptying, opens_folders_of_the_user_that_are_closed) {
             "");
 }
 
-// A folder of another user that stands in the user's own.
-TEST_F(Emptying, leaves_an_item_whole_that_holds_what_only_others_can_delete) {
+// A folder of another user inside the user's own.
+TEST_F(Emptying, an_item_with_contents_that_only_others_can_delete_stays_complete) {
   if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has items of others");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
@@ -220,13 +220,13 @@ TEST_F(Emptying, leaves_an_item_whole_that_holds_what_only_others_can_delete) {
   EXPECT_THAT(disk_.infos(), ElementsAre("project.trashinfo"));
   EXPECT_THAT(entriesOf(trash("files/project")), ElementsAre("a", "cache", "empty", "z"));
   EXPECT_THAT(entriesOf(trash("files/project/a")), ElementsAre("1", "2"));
-  // Without the file in it the others' folder can go.
+  // Without the file in it, the other user's folder can be deleted.
   fs::remove(trash("files/project/cache/film"));
   EXPECT_EQ(asUser([](UserTrashCan& can) { return told(can.empty()); }), "");
   expectEmpty();
 }
 
-TEST_F(Emptying, needs_few_descriptors_and_little_stack_for_deep_folders) {
+TEST_F(Emptying, deep_folders_need_few_descriptors_and_little_stack) {
   plantItems("deep/\nother\n");
   disk_.tree.chain("home/data/Trash/files/deep", std::string(100, 'd'), 5000, [](int folder, int) {
     const int file = openat(folder, "film", O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
@@ -243,19 +243,19 @@ TEST_F(Emptying, needs_few_descriptors_and_little_stack_for_deep_folders) {
   expectEmpty();
 }
 
-TEST_F(Emptying, deletes_large_folders_and_many_items) {
+TEST_F(Emptying, emptying_deletes_large_folders_and_many_items) {
   plantItems("many/\n  part##### x50000\n  folder###/ x1000\nitem### x1000\n");
   EXPECT_EQ(empty(), 1001);
   expectEmpty();
 }
 
-TEST_F(Emptying, leaves_alone_a_folder_that_is_no_trash) {
+TEST_F(Emptying, a_folder_that_is_not_a_trash_is_left_alone) {
   disk_.put(disk_.homeTrash(), "a file");
   EXPECT_EQ(empty(), 0);
   EXPECT_EQ(contentOf(disk_.homeTrash()), "a file");
 }
 
-TEST_F(Emptying, tells_what_could_not_be_looked_at_and_empties_the_rest) {
+TEST_F(Emptying, unreadable_folders_are_reported_and_the_rest_is_emptied) {
   plantItems("film\n");
   TrashConfig config = disk_.config();
   config.mountinfo = disk_.tree.at("missing");

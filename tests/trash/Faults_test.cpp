@@ -1,5 +1,5 @@
-// The Trash with every call of the system failing in turn, and with the program killed before and
-// after each: one whole copy of the item is left, where it can be found.
+// The Trash with each system call failing in turn, and with the program killed before and after
+// each: exactly one complete copy of the item is left in a known place.
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using End = TracedRun::End;
 
-// What is on disk of the one item: "original", "trash", or a text that tells what is wrong.
+// Where the only copy of the item is: "original", "trash", or a text that says what is wrong.
 std::string placeOf(const TrashOnDisk& disk) {
   std::vector<std::string> copies;
   const auto note = [&](const std::string& path) {
@@ -48,7 +48,7 @@ bool hasInfoOfItem(const TrashOnDisk& disk) {
 struct Scenario {
   const char* name;
   bool isPutBack;
-  bool isFirst;  // there is no Trash yet, or the folder above the original is gone
+  bool isFirst;  // there is no Trash yet, or the folder above the original is missing
 
   friend void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scenario.name; }
 };
@@ -60,7 +60,7 @@ class TrashFaults : public testing::TestWithParam<Scenario> {
     if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   }
 
-  // A disk with what is to be put back from its Trash, if anything.
+  // A disk, and the item to put back from its Trash, if any.
   struct Disk : TrashOnDisk {
     ItemInTrash item;
   };
@@ -107,7 +107,7 @@ TEST_P(TrashFaults, one_copy_is_left_wherever_the_program_is_killed) {
     found.insert(place);
     EXPECT_TRUE(place == before() || place == after()) << "stop " << stop << ": " << place;
     if (run.end == End::killed) {
-      // It can be thrown away, or put back, now as before.
+      // It can be moved or put back again.
       if (place == before()) {
         EXPECT_EQ(act(*disk), "") << stop;
       }
@@ -123,7 +123,7 @@ TEST_P(TrashFaults, one_copy_is_left_wherever_the_program_is_killed) {
   std::printf("killed at each of %zu places\n", stop - 1);
 }
 
-TEST_P(TrashFaults, the_answer_is_true_whichever_call_fails) {
+TEST_P(TrashFaults, the_reported_result_is_true_whichever_call_fails) {
   for (const int code : {EIO, EACCES, EPERM, EINTR, EINVAL, ENOENT, EEXIST, EXDEV, ENOSPC, EROFS,
                          EMFILE, ENOSYS, ELOOP, ESTALE}) {
     std::size_t refusals = 0;

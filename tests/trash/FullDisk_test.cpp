@@ -1,4 +1,4 @@
-// Throwing things away when the disk of the home Trash is full.
+// Moving items to the Trash when the disk of the home Trash is full.
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -28,10 +28,10 @@ using Kind = SystemError::Kind;
 using Body = std::function<std::string()>;
 using End = TracedRun::End;
 
-// Writes until nothing more fits.
+// Writes until the disk is full.
 void fill(const std::string& path) {
   constexpr std::size_t large = std::size_t{1} << 20U;
-  // Twice, since some of what was freed is there only after it has been asked for.
+  // Twice, since the system provides some of the freed space only after a first attempt.
   for (int round = 0; round < 2; ++round) {
     for (const std::size_t size : {large, std::size_t{4096}, std::size_t{1}}) {
       const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
@@ -44,7 +44,7 @@ void fill(const std::string& path) {
   }
 }
 
-// Whether a file of one byte can be made.
+// Whether a file of one byte can be created.
 bool hasRoom(const std::string& path) {
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (file < 0) return false;
@@ -54,7 +54,7 @@ bool hasRoom(const std::string& path) {
   return isWritten;
 }
 
-// A disk in the folder "volume" with a home, a Trash in it, and items.
+// A disk on the folder "volume" with a home, a Trash in it, and items.
 class FullDisk : public testing::Test {
  protected:
   FullDisk() { disk_.tree.plant("volume/\n"); }
@@ -91,7 +91,7 @@ class FullDisk : public testing::Test {
   }
   Result<ItemInTrash> move(const std::string& name) const { return mover().moveToTrash(on(name)); }
 
-  // Items "item00" and so on, of which one has been in the Trash already.
+  // Creates the items "item00" to "item39", after moving another item, which creates the reserve.
   std::string makeReady() const {
     for (int i = 0; i < 40; ++i) {
       const std::string number = std::to_string(100 + i).substr(1);
@@ -102,7 +102,7 @@ class FullDisk : public testing::Test {
     return kept() == InfoReserve::count ? "" : std::to_string(kept()) + " are kept";
   }
 
-  // What is wrong when an item is not in the Trash at `place`, with its record.
+  // What is wrong unless the item is in the Trash at `place`, with its record.
   std::string objection(const std::string& place, const std::string& name) const {
     if (isThere(on(name))) return name + " is still there";
     if (contentOf(place) != "content of " + name.substr(4)) return name + " is not whole";
@@ -110,7 +110,7 @@ class FullDisk : public testing::Test {
     return contentOf(infoPathOf(place)).ends_with("\n\n") ? "something is behind the record" : "";
   }
 
-  // Throws away and puts back with nothing but the reserve to record it.
+  // Moves items and puts them back when only the reserve has space for their records.
   std::string useUp() const {
     std::string wrong = makeReady();
     if (!wrong.empty()) return wrong;
@@ -146,7 +146,7 @@ class FullDisk : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_ext4) {
+TEST_F(FullDisk, items_move_while_there_is_a_reserve_on_ext4) {
   disk_.tree.plant("disk sparse=16M\n");
   expectInPrivateMounts([&] {
     const std::string refused = mountImage("mkfs.ext4 -q -m 0");
@@ -154,16 +154,15 @@ TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_ext4) {
   });
 }
 
-TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_in_memory) {
+TEST_F(FullDisk, items_move_while_there_is_a_reserve_on_tmpfs) {
   expectInPrivateMounts([&] {
     std::string refused = mountTmpfs("size=4m");
     return refused.empty() ? useUp() : refused;
   });
 }
 
-// It has room for names and small files apart, and writes every change elsewhere unless it is told
-// not to.
-TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_btrfs) {
+// btrfs has separate space for names and small files, and copies on write by default.
+TEST_F(FullDisk, items_move_while_there_is_a_reserve_on_btrfs) {
   disk_.tree.plant("disk sparse=256M\n");
   expectInPrivateMounts([&] {
     const std::string refused = mountImage("mkfs.btrfs -q", Need::btrfs);
@@ -171,7 +170,7 @@ TEST_F(FullDisk, takes_items_as_long_as_there_is_a_reserve_on_btrfs) {
   });
 }
 
-TEST_F(FullDisk, takes_items_where_there_is_no_room_for_one_more_file) {
+TEST_F(FullDisk, items_move_without_space_for_one_more_file) {
   expectInPrivateMounts([&]() -> std::string {
     std::string refused = mountTmpfs("size=4m,nr_inodes=256");
     if (!refused.empty()) return refused;
@@ -195,7 +194,7 @@ TEST_F(FullDisk, takes_items_where_there_is_no_room_for_one_more_file) {
   });
 }
 
-TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
+TEST_F(FullDisk, items_move_when_the_user_has_reached_his_quota) {
   if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can set a quota");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   expectInPrivateMounts([&]() -> std::string {
@@ -208,8 +207,8 @@ TEST_F(FullDisk, takes_items_where_the_user_may_have_no_more) {
   });
 }
 
-// What little there is belongs to the user: a mebibyte, or 64 files, are not plenty.
-TEST_F(FullDisk, keeps_no_reserve_where_room_is_scarce) {
+// The reserve takes nothing from scarce space, such as a mebibyte or 64 files.
+TEST_F(FullDisk, no_reserve_is_kept_where_space_is_scarce) {
   for (const char* options : {"size=1m", "size=4m,nr_inodes=48"}) {
     expectInPrivateMounts([&]() -> std::string {
       std::string refused = mountTmpfs(options);
@@ -222,7 +221,7 @@ TEST_F(FullDisk, keeps_no_reserve_where_room_is_scarce) {
   }
 }
 
-TEST_F(FullDisk, records_the_longest_path) {
+TEST_F(FullDisk, the_longest_path_is_recorded) {
   expectInPrivateMounts([&]() -> std::string {
     std::string refused = mountTmpfs("size=4m");
     if (!refused.empty()) return refused;
@@ -241,14 +240,14 @@ TEST_F(FullDisk, records_the_longest_path) {
   });
 }
 
-TEST_F(FullDisk, keeps_the_reserve_when_the_item_cannot_be_moved) {
+TEST_F(FullDisk, the_reserve_is_kept_if_the_item_cannot_be_moved) {
   expectInPrivateMounts([&]() -> std::string {
     std::string refused = mountTmpfs("size=4m");
     if (!refused.empty()) return refused;
     std::string wrong = makeReady();
     if (!wrong.empty()) return wrong;
     fill(on("full"));
-    // A file that bears the wanted name in "files" already, without a record.
+    // A file with the wanted name is in "files" already, without a record.
     fs::rename(on("item01"), on("data/Trash/files/item00"));
     const Result<ItemInTrash> moved = move("item00");
     if (!moved) return told(moved);
@@ -268,7 +267,7 @@ class Reserve : public testing::Test {
     return disk_.homeTrash() + "/" + InfoReserve::folderName + "/" + below;
   }
 
-  // Throws an item away with no room for anything that is written in the common way.
+  // Moves an item when ordinary writes fail for lack of space.
   std::string moveWithoutRoom(const std::string& name, int code = ENOSPC) {
     disk_.put(disk_.at(name), "content");
     const TracedRun run = SystemCallTrace::refusing(
@@ -281,7 +280,7 @@ class Reserve : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(Reserve, is_for_the_user_alone_and_holds_its_room) {
+TEST_F(Reserve, reserve_is_private_and_has_allocated_blocks) {
   struct stat status {};
   ASSERT_EQ(lstat(reserve().c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777U, 0700U);
@@ -294,7 +293,7 @@ TEST_F(Reserve, is_for_the_user_alone_and_holds_its_room) {
   }
 }
 
-TEST_F(Reserve, is_neither_counted_nor_emptied) {
+TEST_F(Reserve, reserve_is_neither_counted_nor_emptied) {
   const std::vector<std::string> before = entriesOf(reserve());
   EXPECT_EQ(disk_.can().count().value(), 1);
   EXPECT_EQ(told(disk_.can().empty()), "");
@@ -302,7 +301,7 @@ TEST_F(Reserve, is_neither_counted_nor_emptied) {
   EXPECT_EQ(entriesOf(reserve()), before);
 }
 
-TEST_F(Reserve, is_filled_again_by_an_emptying_where_it_is_kept) {
+TEST_F(Reserve, reserve_is_refilled_by_emptying_if_it_exists) {
   fs::remove(reserve("3"));
   EXPECT_EQ(told(disk_.can().empty()), "");
   EXPECT_EQ(entriesOf(reserve()).size(), std::size_t{InfoReserve::count});
@@ -311,7 +310,7 @@ TEST_F(Reserve, is_filled_again_by_an_emptying_where_it_is_kept) {
   EXPECT_FALSE(isThere(reserve()));
 }
 
-TEST_F(Reserve, is_made_anew_where_a_copy_holds_no_room) {
+TEST_F(Reserve, reserve_is_recreated_if_a_copy_of_it_has_no_blocks) {
   fs::resize_file(reserve("1"), 0);
   fs::resize_file(reserve("2"), 0);
   fs::resize_file(reserve("2"), InfoReserve::length);
@@ -324,7 +323,7 @@ TEST_F(Reserve, is_made_anew_where_a_copy_holds_no_room) {
   }
 }
 
-TEST_F(Reserve, gives_a_record_like_any_other) {
+TEST_F(Reserve, reserve_becomes_a_record_like_any_other) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film"), "");
   const std::string place = disk_.homeTrash() + "/files/film";
@@ -334,7 +333,7 @@ TEST_F(Reserve, gives_a_record_like_any_other) {
   EXPECT_FALSE(contentOf(infoPathOf(place)).ends_with("\n\n"));
 }
 
-TEST_F(Reserve, serves_where_the_user_may_have_no_more) {
+TEST_F(Reserve, reserve_is_used_when_the_user_has_reached_his_quota) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film", EDQUOT), "");
   EXPECT_EQ(recordedPath(disk_.homeTrash() + "/files/film"), disk_.at("film"));
@@ -344,7 +343,7 @@ TEST_F(Reserve, serves_where_the_user_may_have_no_more) {
   EXPECT_TRUE(isThere(disk_.at("second")));
 }
 
-TEST_F(Reserve, steps_over_names_that_are_taken) {
+TEST_F(Reserve, reserve_skips_names_that_are_taken) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   disk_.put(disk_.homeTrash() + "/info/film.trashinfo", "of another");
   EXPECT_EQ(moveWithoutRoom("film"), "");
@@ -352,7 +351,7 @@ TEST_F(Reserve, steps_over_names_that_are_taken) {
   EXPECT_EQ(recordedPath(disk_.homeTrash() + "/files/film.2"), disk_.at("film"));
 }
 
-TEST_F(Reserve, never_writes_to_what_is_not_its_own) {
+TEST_F(Reserve, reserve_never_writes_to_files_of_others) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string content(InfoReserve::length, 'k');
   disk_.put(disk_.at("kept"), content);
@@ -369,7 +368,7 @@ TEST_F(Reserve, never_writes_to_what_is_not_its_own) {
   EXPECT_FALSE(isThere(disk_.homeTrash() + "/info/film.trashinfo"));
 }
 
-TEST_F(Reserve, is_never_a_link) {
+TEST_F(Reserve, reserve_is_never_a_link) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string elsewhere = disk_.at("elsewhere");
   fs::rename(disk_.homeTrash() + "/" + InfoReserve::folderName, elsewhere);
@@ -382,7 +381,7 @@ TEST_F(Reserve, is_never_a_link) {
   EXPECT_EQ(entriesOf(elsewhere), before);
 }
 
-TEST_F(Reserve, is_never_the_folder_of_another) {
+TEST_F(Reserve, reserve_is_never_the_folder_of_another_user) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
   ASSERT_EQ(chown(reserve().c_str(), 1, 1), 0);
@@ -392,8 +391,8 @@ TEST_F(Reserve, is_never_the_folder_of_another) {
   EXPECT_EQ(entriesOf(reserve()), before);
 }
 
-// Each step of a move, with another one made in between that takes from the reserve too.
-TEST_F(Reserve, gives_each_file_to_one_move) {
+// At each step of a move, another one takes from the reserve.
+TEST_F(Reserve, each_file_of_the_reserve_is_used_by_one_move) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   std::size_t stop = 1;
   for (;; ++stop) {
@@ -414,7 +413,7 @@ TEST_F(Reserve, gives_each_file_to_one_move) {
   EXPECT_GT(stop, 100U);
 }
 
-// "original" or "trash" for the one item, or what is wrong. `mayHaveMore` for line feeds behind the
+// "original" or "trash" for the item, or what is wrong. `mayHaveMore` allows line feeds behind the
 // record.
 std::string placeOf(const TrashOnDisk& disk, bool mayHaveMore) {
   const bool isOriginal = contentOf(disk.at("film")) == "content";
@@ -436,7 +435,7 @@ class ReserveFaults : public testing::Test {
     if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   }
 
-  // A full disk that holds both the item and the home Trash.
+  // Mounts a full disk with the item and the home Trash.
   std::string mountFull() {
     const std::string point = disk_.tree.path();
     if (::mount("tmpfs", point.c_str(), "tmpfs", 0, "size=4m") != 0) return refusal();
@@ -470,7 +469,7 @@ class ReserveFaults : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(ReserveFaults, one_copy_is_left_wherever_the_program_is_killed) {
+TEST_F(ReserveFaults, one_copy_is_left_wherever_a_move_with_the_reserve_is_killed) {
   expectInPrivateMounts([&]() -> std::string {
     std::size_t inTrash = 0;
     std::size_t stop = 1;
@@ -495,7 +494,7 @@ TEST_F(ReserveFaults, one_copy_is_left_wherever_the_program_is_killed) {
   });
 }
 
-TEST_F(ReserveFaults, the_answer_is_true_whichever_call_fails) {
+TEST_F(ReserveFaults, the_result_of_a_move_with_the_reserve_is_true_whichever_call_fails) {
   for (const int code : {EIO, EACCES, ENOSPC, EINTR, EINVAL, EEXIST}) {
     expectInPrivateMounts([&]() -> std::string {
       for (std::size_t call = 1;; ++call) {
@@ -506,7 +505,7 @@ TEST_F(ReserveFaults, the_answer_is_true_whichever_call_fails) {
                                   std::to_string(run.failedCall) + ": " + run.told;
         if (run.end != End::finished) return "crashed" + where;
         std::string place = placeOf(disk_, true);
-        // Its name in the Trash may be another one.
+        // The item may have another name in the Trash.
         if (place == "no whole copy" && run.told.empty()) {
           for (const std::string& name : disk_.files()) {
             const std::string path = disk_.homeTrash() + "/files/" + name;
@@ -519,7 +518,7 @@ TEST_F(ReserveFaults, the_answer_is_true_whichever_call_fails) {
             if (name.starts_with("film")) return "an info is left" + where;
           }
         }
-        // What was taken before the item could not be moved has gone back.
+        // A reserve file is given back if the item could not be moved.
         const bool isGivenBack = place == "original" && run.failedCall == SYS_renameat2;
         if (kept() + (isGivenBack ? 0 : 1) < all) {
           return std::to_string(kept()) + " are kept" + where;

@@ -51,7 +51,7 @@ class HomeTrash : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(HomeTrash, is_made_for_the_user_alone) {
+TEST_F(HomeTrash, home_trash_is_created_for_the_user_alone) {
   const mode_t before = umask(0);
   disk_.put(disk_.at("film"), "x");
   const std::string place = trash(disk_.at("film"));
@@ -63,7 +63,7 @@ TEST_F(HomeTrash, is_made_for_the_user_alone) {
   EXPECT_EQ(permissionsOf(infoPathOf(place)), 0600U);
 }
 
-TEST_F(HomeTrash, records_where_the_item_was_and_when_it_went) {
+TEST_F(HomeTrash, record_has_the_path_of_the_item_and_the_time_of_the_move) {
   disk_.put(disk_.at("a b%/film\xff\n"), "x");
   const std::time_t before = std::time(nullptr);
   const std::string place = trash(disk_.at("a b%/film\xff\n"));
@@ -82,7 +82,7 @@ TEST_F(HomeTrash, records_where_the_item_was_and_when_it_went) {
   EXPECT_LE(deleted, after);
 }
 
-TEST_F(HomeTrash, is_empty_again_after_all_was_put_back) {
+TEST_F(HomeTrash, home_trash_is_empty_after_everything_was_put_back) {
   for (const char* name : {"a", "b", "folder/x"}) disk_.put(disk_.at(name), name);
   for (const char* name : {"a", "b", "folder"}) {
     const ItemInTrash item = trashItem(disk_.at(name));
@@ -92,7 +92,7 @@ TEST_F(HomeTrash, is_empty_again_after_all_was_put_back) {
   EXPECT_THAT(disk_.infos(), IsEmpty());
 }
 
-TEST_F(HomeTrash, takes_links_and_not_what_they_lead_to) {
+TEST_F(HomeTrash, links_move_without_their_targets) {
   disk_.tree.plant("here", R"(
     folder/
       film 4K
@@ -116,7 +116,7 @@ TEST_F(HomeTrash, takes_links_and_not_what_they_lead_to) {
   EXPECT_TRUE(isThere(disk_.at("file")));
 }
 
-TEST_F(HomeTrash, steps_over_names_that_others_left_half_taken) {
+TEST_F(HomeTrash, names_are_skipped_if_another_program_has_taken_half_of_the_pair) {
   disk_.put(disk_.homeTrash() + "/info/film.trashinfo", "orphan");
   disk_.put(disk_.homeTrash() + "/files/film.2", "orphan");
   disk_.put(disk_.at("film"), "x");
@@ -126,7 +126,7 @@ TEST_F(HomeTrash, steps_over_names_that_others_left_half_taken) {
   EXPECT_EQ(contentOf(disk_.homeTrash() + "/info/film.trashinfo"), "orphan");
 }
 
-TEST_F(HomeTrash, shortens_long_names_and_records_them_whole) {
+TEST_F(HomeTrash, long_names_are_shortened_and_recorded_completely) {
   const std::vector<std::string> names = {std::string(255, 'n'), std::string(255, '\xff'),
                                           std::string(251, 'n') + ".mkv"};
   for (const std::string& name : names) {
@@ -140,7 +140,7 @@ TEST_F(HomeTrash, shortens_long_names_and_records_them_whole) {
   EXPECT_EQ(disk_.files().size(), 6U);
 }
 
-TEST_F(HomeTrash, takes_a_large_folder_with_as_many_calls_as_an_empty_one) {
+TEST_F(HomeTrash, a_large_folder_needs_as_many_calls_as_an_empty_one) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -159,14 +159,14 @@ TEST_F(HomeTrash, takes_a_large_folder_with_as_many_calls_as_an_empty_one) {
   EXPECT_EQ(TrashOnDisk::namesIn(disk_.at("many")).size(), 50000U);
 }
 
-TEST_F(HomeTrash, takes_pipes_and_hard_links) {
+TEST_F(HomeTrash, pipes_and_hard_links_move) {
   disk_.tree.plant("here", "pipe fifo\nfile 4K\ntwin = here/file\n");
   for (const char* name : {"pipe", "twin"}) trash(disk_.at(name));
   EXPECT_TRUE(isThere(disk_.at("file")));
   EXPECT_THAT(disk_.files(), ElementsAre("pipe", "twin"));
 }
 
-TEST_F(HomeTrash, refuses_folders_that_hold_it_and_its_own_folders) {
+TEST_F(HomeTrash, the_trash_and_folders_above_and_in_it_do_not_move) {
   disk_.put(disk_.at("film"), "x");
   trash(disk_.at("film"));
   for (const std::string& path :
@@ -179,7 +179,7 @@ TEST_F(HomeTrash, refuses_folders_that_hold_it_and_its_own_folders) {
   EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo"));
 }
 
-TEST_F(HomeTrash, may_be_a_link_that_the_user_made) {
+TEST_F(HomeTrash, home_trash_may_be_a_link_of_the_user) {
   disk_.put(disk_.at("film"), "x");
   fs::create_directories(disk_.tree.at("home/data"));
   fs::create_directory(disk_.tree.at("elsewhere"));
@@ -191,7 +191,7 @@ TEST_F(HomeTrash, may_be_a_link_that_the_user_made) {
   EXPECT_THAT(TrashOnDisk::namesIn(disk_.tree.at("elsewhere/info")), IsEmpty());
 }
 
-TEST_F(HomeTrash, moves_nothing_where_it_is_no_folder_or_has_links_for_folders) {
+TEST_F(HomeTrash, nothing_moves_if_the_trash_is_no_folder_or_its_folders_are_links) {
   disk_.put(disk_.at("film"), "x");
   disk_.put(disk_.homeTrash(), "a file");
   EXPECT_EQ(refusalOf(disk_.at("film")).kind, Kind::notADirectory);
@@ -207,7 +207,7 @@ TEST_F(HomeTrash, moves_nothing_where_it_is_no_folder_or_has_links_for_folders) 
   EXPECT_THAT(TrashOnDisk::namesIn(disk_.tree.at("elsewhere")), IsEmpty());
 }
 
-TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
+TEST_F(HomeTrash, nothing_moves_out_of_a_read_only_folder) {
   disk_.tree.plant("here", "locked/ mode=0555\n  film 4K\n");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(disk_.tree.at("home").c_str(), 0777), 0);
@@ -222,8 +222,8 @@ TEST_F(HomeTrash, moves_nothing_out_of_a_folder_that_may_not_be_changed) {
   EXPECT_TRUE(isThere(disk_.at("locked/film")));
 }
 
-// As any folder that the user makes.
-TEST_F(HomeTrash, makes_missing_folders_with_the_usual_permissions_as_it_gives_back) {
+// Like any folder that the user creates.
+TEST_F(HomeTrash, putting_back_creates_missing_folders_with_default_permissions) {
   for (const mode_t mask : {mode_t{022}, mode_t{027}, mode_t{077}, mode_t{0}}) {
     disk_.put(disk_.at("gone/deeper/film"), "x");
     const ItemInTrash film = trashItem(disk_.at("gone/deeper/film"));
@@ -238,7 +238,7 @@ TEST_F(HomeTrash, makes_missing_folders_with_the_usual_permissions_as_it_gives_b
   }
 }
 
-TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
+TEST_F(HomeTrash, items_of_others_do_not_move_out_of_a_sticky_folder) {
   if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has items of others");
   disk_.tree.plant("here", "sticky/ mode=01777\n  film 4K\n");
   ASSERT_EQ(chmod(disk_.tree.path().c_str(), 0777), 0);
@@ -254,7 +254,7 @@ TEST_F(HomeTrash, moves_nothing_of_others_out_of_a_sticky_folder) {
   EXPECT_TRUE(isThere(disk_.at("sticky/film")));
 }
 
-TEST_F(HomeTrash, gives_back_over_nothing_at_all) {
+TEST_F(HomeTrash, putting_back_replaces_nothing) {
   disk_.tree.plant("here", "target\n");
   disk_.put(disk_.at("film"), "x");
   const ItemInTrash film = trashItem(disk_.at("film"));
@@ -269,14 +269,14 @@ TEST_F(HomeTrash, gives_back_over_nothing_at_all) {
   EXPECT_THAT(TrashOnDisk::namesIn(disk_.at("folder")), IsEmpty());
   EXPECT_THAT(disk_.files(), ElementsAre("film", "folder"));
   EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo", "folder.trashinfo"));
-  // A twin is an item of its own, though the two are one file.
+  // A second hard link is an item of its own, although both are one file.
   fs::create_hard_link(film.path, disk_.at("film"));
   EXPECT_EQ(refusalOf(film, disk_.at("film")).kind, Kind::alreadyExists);
   EXPECT_TRUE(isThere(film.path));
 }
 
-// Whatever appears at the original at the last moment is safe: no call could replace it.
-TEST_F(HomeTrash, makes_no_move_that_could_replace_something) {
+// An item that appears at the original path at the last moment is safe: no call could replace it.
+TEST_F(HomeTrash, no_call_of_a_move_could_replace_an_item) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -294,9 +294,9 @@ TEST_F(HomeTrash, makes_no_move_that_could_replace_something) {
   }
 }
 
-// A power cut leaves what a kill does: the record is on disk before the item moves, and it goes
-// only once the item is back.
-TEST_F(HomeTrash, has_all_on_disk_in_the_order_in_which_it_was_done) {
+// A power cut has the effect of a kill: the record is on disk before the item moves, and is deleted
+// after the item is back.
+TEST_F(HomeTrash, each_step_is_on_disk_before_the_next) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -324,7 +324,7 @@ TEST_F(HomeTrash, has_all_on_disk_in_the_order_in_which_it_was_done) {
   EXPECT_EQ(order(back), "move sync sync remove sync ");
 }
 
-TEST_F(HomeTrash, gives_up_where_a_file_is_in_the_way_of_a_folder) {
+TEST_F(HomeTrash, putting_back_fails_if_a_file_is_in_the_place_of_a_folder) {
   disk_.put(disk_.at("a/b/film"), "x");
   const ItemInTrash item = trashItem(disk_.at("a/b/film"));
   TrashOnDisk::remove(disk_.at("a"));
@@ -335,7 +335,7 @@ TEST_F(HomeTrash, gives_up_where_a_file_is_in_the_way_of_a_folder) {
   EXPECT_TRUE(isThere(infoPathOf(item.path)));
 }
 
-TEST_F(HomeTrash, knows_an_item_that_has_moved_although_it_was_told_otherwise) {
+TEST_F(HomeTrash, a_move_succeeds_whose_call_moved_the_item_but_reported_an_error) {
   disk_.put(disk_.at("old/film"), "x");
   fs::create_directory(disk_.at("new"));
   const std::string name = "film";

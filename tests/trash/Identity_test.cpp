@@ -1,4 +1,5 @@
-// What comes back from the Trash is what went there, and nothing else that has its name by now.
+// Only the item that was moved comes back from the Trash, and not another one that has its name by
+// now.
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -25,7 +26,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using Kind = SystemError::Kind;
 
-// "" for what was refused since another item has the name, else what happened.
+// "" if it was refused because another item has the name, else what happened.
 std::string toldUnlessStale(const Outcome& back) {
   if (back) return "it came back";
   return back.error().kind == Kind::stale ? "" : told(back);
@@ -97,7 +98,7 @@ TEST_F(IdentityOnDisk, an_item_of_another_type_is_not_the_item) {
   EXPECT_FALSE(isThere(disk_.at("film")));
 }
 
-TEST_F(IdentityOnDisk, an_item_that_went_twice_comes_back_by_what_was_told_last) {
+TEST_F(IdentityOnDisk, an_item_that_was_moved_twice_comes_back_by_the_last_result) {
   disk_.put(disk_.at("film"), "content");
   const ItemInTrash first = trash(disk_.at("film"));
   EXPECT_EQ(told(disk_.mover().putBack(first, disk_.at("film"))), "");
@@ -106,7 +107,7 @@ TEST_F(IdentityOnDisk, an_item_that_went_twice_comes_back_by_what_was_told_last)
   EXPECT_EQ(contentOf(disk_.at("film")), "content");
 }
 
-// Another Trash at the same place, as that of another disk may be: the one inode is in both.
+// Another Trash at the same path, like that of another disk: the inode is in both.
 TEST_F(IdentityOnDisk, an_item_in_another_trash_is_not_the_item) {
   if (!inodesLast()) GTEST_SKIP() << needs(Need::lastingInodes, "the folder of the tests has none");
   disk_.put(disk_.at("film"), "content");
@@ -135,7 +136,7 @@ TEST_F(IdentityOnDisk, a_trash_that_became_a_link_gives_nothing_back) {
   EXPECT_TRUE(isThere(disk_.homeTrash() + "-before/files/film"));
 }
 
-TEST_F(IdentityOnDisk, a_record_of_another_item_stays_when_the_item_comes_back) {
+TEST_F(IdentityOnDisk, a_record_of_another_item_stays_when_the_item_is_put_back) {
   disk_.put(disk_.at("film"), "content");
   const ItemInTrash item = trash(disk_.at("film"));
   putFile(infoPathOf(item.path), "[Trash Info]\nPath=elsewhere/film\n");
@@ -144,11 +145,11 @@ TEST_F(IdentityOnDisk, a_record_of_another_item_stays_when_the_item_comes_back) 
   EXPECT_EQ(recordedPath(item.path), "elsewhere/film");
 }
 
-// File systems mounted in a namespace of a child process, for which numbers of inodes do not last.
+// File systems without lasting inode numbers, mounted in a child process's namespace.
 struct Mounted {
   const char* name;
   Need need;
-  const char* command;  // mounts something on "volume", by what stands beside that folder
+  const char* command;  // mounts a file system on "volume", from files beside that folder
 
   friend void PrintTo(const Mounted& one, std::ostream* out) { *out << one.name; }
 };
@@ -169,7 +170,7 @@ class NumberlessVolume : public testing::TestWithParam<Mounted> {
       const FileDescriptor top(open(volume().c_str(), O_PATH | O_CLOEXEC));
       const Result<bool> last = inodesLastAt(top, "");
       const std::string outcome = !last || last.value() ? "numbers are taken to last here" : body();
-      // A program that serves the file system ends with it.
+      // A program that serves the file system ends with the mount.
       ::umount2(volume().c_str(), MNT_DETACH);
       return outcome;
     });
@@ -192,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "overlay volume"}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST_P(NumberlessVolume, gives_back_files_and_folders) {
+TEST_P(NumberlessVolume, files_and_folders_come_back_without_lasting_inodes) {
   expect([&]() -> std::string {
     disk_.put(on("notes.txt"), "notes");
     disk_.put(on("folder/film"), "film");
@@ -212,7 +213,7 @@ TEST_P(NumberlessVolume, gives_back_files_and_folders) {
   });
 }
 
-TEST_P(NumberlessVolume, gives_back_no_second_item_of_the_name) {
+TEST_P(NumberlessVolume, a_second_item_of_the_name_does_not_come_back_without_lasting_inodes) {
   expect([&]() -> std::string {
     disk_.put(on("notes.txt"), "first");
     disk_.put(on("elsewhere/notes.txt"), "other");
@@ -231,8 +232,8 @@ TEST_P(NumberlessVolume, gives_back_no_second_item_of_the_name) {
   });
 }
 
-// Same type, size and time: the record tells.
-TEST_P(NumberlessVolume, tells_items_apart_by_their_records) {
+// With the same type, size and time, the record decides.
+TEST_P(NumberlessVolume, records_distinguish_items_without_lasting_inodes) {
   expect([&]() -> std::string {
     disk_.put(on("notes.txt"), "notes");
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("notes.txt"));
@@ -251,7 +252,7 @@ TEST_P(NumberlessVolume, tells_items_apart_by_their_records) {
   });
 }
 
-TEST_P(NumberlessVolume, gives_back_nothing_that_has_changed) {
+TEST_P(NumberlessVolume, changed_items_do_not_come_back_without_lasting_inodes) {
   expect([&]() -> std::string {
     disk_.put(on("notes.txt"), "notes");
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("notes.txt"));

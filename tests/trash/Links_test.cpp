@@ -1,5 +1,5 @@
-// Links on the way to an item: those that another user puts there lead nowhere, and those of the
-// user's own are followed once, when the item is listed.
+// Links in the path of an item: those that another user puts there are not followed; the user's own
+// are followed once, when the item is listed.
 #include <cerrno>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -23,7 +23,8 @@ using End = TracedRun::End;
 using Kind = SystemError::Kind;
 using SystemCallTrace::Refusals;
 
-// A folder of others with an item in it, and one of the user's own that has an item of that name.
+// A folder of another user with an item in it, and one of the user's own with an item of the same
+// name.
 class LinkOnTheWay : public testing::Test {
  protected:
   static std::unique_ptr<TrashOnDisk> freshDisk() {
@@ -46,7 +47,7 @@ class LinkOnTheWay : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = freshDisk();
 };
 
-TEST_F(LinkOnTheWay, leads_nowhere) {
+TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed) {
   exchangeFolderForLink();
   const Result<ItemInTrash> moved = trash();
   ASSERT_FALSE(moved);
@@ -55,7 +56,7 @@ TEST_F(LinkOnTheWay, leads_nowhere) {
   EXPECT_THAT(disk_->infos(), IsEmpty());
 }
 
-TEST_F(LinkOnTheWay, leads_nowhere_wherever_on_the_way_it_stands) {
+TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_anywhere_in_the_path) {
   disk_->put(disk_->at("ssh/project/deeper/film"), "mine");
   fs::rename(disk_->at("shared"), disk_->at("before"));
   fs::create_directory_symlink("ssh", disk_->at("shared"));
@@ -68,8 +69,8 @@ TEST_F(LinkOnTheWay, leads_nowhere_wherever_on_the_way_it_stands) {
   EXPECT_EQ(contentOf(disk_->at("ssh/project/deeper/film")), "mine");
 }
 
-// As systems before Linux 5.6 and some sandboxes do.
-TEST_F(LinkOnTheWay, leads_nowhere_on_a_system_that_cannot_refuse_it_in_one_call) {
+// Like systems before Linux 5.6 and some sandboxes.
+TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_without_openat2) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -95,7 +96,7 @@ TEST_F(LinkOnTheWay, leads_nowhere_on_a_system_that_cannot_refuse_it_in_one_call
   }
 }
 
-TEST_F(LinkOnTheWay, leads_nowhere_whenever_it_is_put_there) {
+TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_whenever_it_appears) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -120,7 +121,7 @@ TEST_F(LinkOnTheWay, leads_nowhere_whenever_it_is_put_there) {
   EXPECT_LT(refused, stop);
 }
 
-TEST_F(LinkOnTheWay, takes_nothing_that_comes_back) {
+TEST_F(LinkOnTheWay, nothing_is_put_back_through_a_link_of_another_user) {
   const Result<ItemInTrash> moved = trash();
   ASSERT_TRUE(moved);
   fs::remove(ownItem());
@@ -133,7 +134,7 @@ TEST_F(LinkOnTheWay, takes_nothing_that_comes_back) {
   EXPECT_EQ(recordedPath(placeInTrash()), item());
 }
 
-TEST_F(LinkOnTheWay, gets_no_folders_made_where_it_leads) {
+TEST_F(LinkOnTheWay, no_folders_are_created_through_a_link_of_another_user) {
   disk_->put(disk_->at("shared/a/b/film"), "theirs");
   const Result<ItemInTrash> moved = disk_->mover().moveToTrash(disk_->at("shared/a/b/film"));
   ASSERT_TRUE(moved);
@@ -145,7 +146,7 @@ TEST_F(LinkOnTheWay, gets_no_folders_made_where_it_leads) {
   EXPECT_THAT(entriesOf(disk_->at("ssh")), ElementsAre("authorized_keys"));
 }
 
-TEST_F(LinkOnTheWay, gets_nothing_whenever_it_is_put_into_the_place_of_a_missing_folder) {
+TEST_F(LinkOnTheWay, nothing_is_put_back_whenever_a_link_replaces_a_missing_folder) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -166,7 +167,7 @@ TEST_F(LinkOnTheWay, gets_nothing_whenever_it_is_put_into_the_place_of_a_missing
         stop, exchange, [&] { return told(disk_->mover().putBack(moved.value(), film)); });
     ASSERT_EQ(run.end, End::finished) << run.told;
     EXPECT_THAT(entriesOf(disk_->at("ssh")), ElementsAre("authorized_keys")) << stop;
-    // Back in the folder that was there when it came, or still in the Trash.
+    // In the folder that was there when putting back began, or still in the Trash.
     const std::string& inTrash = moved.value().path;
     const bool isBack =
         contentOf(film) == "theirs" || contentOf(disk_->at("shared/before/b/film")) == "theirs";
@@ -192,7 +193,7 @@ class LinkOfTheUser : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(LinkOfTheUser, is_followed_when_the_item_is_listed) {
+TEST_F(LinkOfTheUser, link_of_the_user_is_followed_when_the_item_is_listed) {
   const Trash::Location pip = Trash::locate(disk_.at("cache/pip"));
   EXPECT_EQ(pip.original, disk_.at("cache/pip"));
   EXPECT_EQ(pip.place, disk_.at("elsewhere/pip"));
@@ -207,7 +208,7 @@ TEST_F(LinkOfTheUser, is_followed_when_the_item_is_listed) {
   EXPECT_EQ(contentOf(disk_.at("cache/pip/wheel")), "wheel");
 }
 
-TEST_F(LinkOfTheUser, that_leads_elsewhere_by_now_changes_neither_what_goes_nor_where_it_returns) {
+TEST_F(LinkOfTheUser, link_of_the_user_that_changes_affects_neither_the_item_nor_its_return) {
   const Trash::Location pip = Trash::locate(disk_.at("cache/pip"));
   turnTo("other");
   const Result<TrashedItem> item = Trash::moveRecording(pip, disk_.mover());
@@ -219,7 +220,7 @@ TEST_F(LinkOfTheUser, that_leads_elsewhere_by_now_changes_neither_what_goes_nor_
   EXPECT_EQ(contentOf(disk_.at("other/pip/wheel")), "another");
 }
 
-TEST_F(LinkOfTheUser, is_not_followed_for_a_folder_that_became_one_after_it_was_listed) {
+TEST_F(LinkOfTheUser, link_of_the_user_that_replaces_a_folder_after_the_listing_is_not_followed) {
   const Trash::Location wheel = Trash::locate(disk_.at("cache/pip/wheel"));
   fs::rename(disk_.at("elsewhere"), disk_.at("before"));
   fs::create_directory_symlink("other", disk_.at("elsewhere"));
@@ -229,7 +230,7 @@ TEST_F(LinkOfTheUser, is_not_followed_for_a_folder_that_became_one_after_it_was_
   EXPECT_EQ(contentOf(disk_.at("other/pip/wheel")), "another");
 }
 
-TEST_F(LinkOfTheUser, goes_itself_where_it_is_the_item) {
+TEST_F(LinkOfTheUser, link_of_the_user_moves_itself_if_it_is_the_item) {
   const Trash::Location cache = Trash::locate(disk_.at("cache//"));
   EXPECT_EQ(cache.place, disk_.at("cache"));
   const Result<TrashedItem> item = Trash::moveRecording(cache, disk_.mover());
@@ -240,7 +241,7 @@ TEST_F(LinkOfTheUser, goes_itself_where_it_is_the_item) {
   EXPECT_EQ(fs::read_symlink(disk_.at("cache")), "elsewhere");
 }
 
-TEST_F(LinkOfTheUser, goes_with_many_in_order_whatever_fails) {
+TEST_F(LinkOfTheUser, many_items_move_in_order_whatever_fails) {
   const std::vector<Trash::Location> locations = {Trash::locate(disk_.at("cache/none")),
                                                   Trash::locate(disk_.at("cache/pip/wheel")),
                                                   Trash::locate(disk_.at("cache/pip"))};
@@ -253,7 +254,7 @@ TEST_F(LinkOfTheUser, goes_with_many_in_order_whatever_fails) {
   EXPECT_EQ(moved.errors[0].cause.kind, Kind::notFound);
 }
 
-TEST_F(LinkOfTheUser, makes_no_path_of_what_is_none) {
+TEST_F(LinkOfTheUser, an_invalid_path_stays_invalid) {
   for (const std::string& path :
        {std::string(), std::string("cache/pip"), std::string("/"), disk_.at("cache/.."),
         disk_.at("cache/."), disk_.at("cache/pip") + std::string("\0x", 2)}) {
@@ -263,8 +264,8 @@ TEST_F(LinkOfTheUser, makes_no_path_of_what_is_none) {
   EXPECT_EQ(Trash::locate("/tmp-that-is-not-there").place, "/tmp-that-is-not-there");
 }
 
-// What a tree tells can go as it is, also where its root was reached by a link.
-TEST_F(LinkOfTheUser, is_not_in_the_paths_of_a_tree) {
+// Paths of a tree can be moved without resolving, even if a link led to its root.
+TEST_F(LinkOfTheUser, paths_of_a_tree_contain_no_links) {
   disk_.put(disk_.at("elsewhere/pip/large"), std::string(1 << 20, 'x'));
   const DiskNode tree = DiskScanner::scan(disk_.at("cache/pip"));
   EXPECT_EQ(tree.path(), disk_.at("elsewhere/pip"));

@@ -1,5 +1,4 @@
-// File systems that know no move that leaves alone what stands at its end, and some of them no
-// second names either.
+// File systems that do not support moves without replacing, and partly no hard links either.
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -50,7 +49,7 @@ class MissingFlag : public testing::TestWithParam<Case> {
   }
   std::string putBack() { return told(disk_->mover().putBack(inTrash_, item())); }
 
-  // The type of what is there and what is in it; "" for nothing.
+  // The type and the content of an item; "" if it is missing.
   static std::string tellOf(const std::string& path) {
     if (!isThere(path)) return "";
     const fs::file_status status = fs::symlink_status(path);
@@ -77,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(Items, MissingFlag,
                                          Case{"link_without_links", "link", noLinksEither}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST_P(MissingFlag, items_move_all_the_same) {
+TEST_P(MissingFlag, items_move_without_the_flag) {
   const TracedRun run = SystemCallTrace::refusing(
       GetParam().refusals, [&] { return told(disk_->mover().moveToTrash(item())); });
   EXPECT_NE(run.failedCall, -1);
@@ -87,7 +86,7 @@ TEST_P(MissingFlag, items_move_all_the_same) {
   EXPECT_EQ(recordedPath(place()), item());
 }
 
-TEST_P(MissingFlag, items_come_back_all_the_same) {
+TEST_P(MissingFlag, items_come_back_without_the_flag) {
   throwAway();
   const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&] { return putBack(); });
   EXPECT_NE(run.failedCall, -1);
@@ -97,7 +96,7 @@ TEST_P(MissingFlag, items_come_back_all_the_same) {
   EXPECT_TRUE(disk_->infos().empty());
 }
 
-TEST_P(MissingFlag, nothing_is_replaced) {
+TEST_P(MissingFlag, nothing_is_replaced_without_the_flag) {
   const std::string what = tellOf(item());
   const std::string target = disk_->tree.at("target");
   putFile(target, "theirs");
@@ -127,8 +126,8 @@ TEST_P(MissingFlag, nothing_is_replaced) {
   EXPECT_EQ(putBack(), "");
 }
 
-// Each of these systems has one call less than it should, and then one that fails beside.
-TEST_P(MissingFlag, the_item_has_one_name_whichever_call_fails) {
+// Each of these systems lacks one call; in addition one other call fails.
+TEST_P(MissingFlag, the_item_has_one_name_without_the_flag_whichever_call_fails) {
   const std::string what = tellOf(item());
   for (const int code : {EIO, EACCES}) {
     std::size_t refused = 0;
@@ -149,8 +148,8 @@ TEST_P(MissingFlag, the_item_has_one_name_whichever_call_fails) {
   }
 }
 
-// The last stops before the move itself are those at which a file could still get under it.
-TEST_P(MissingFlag, a_file_that_a_program_makes_meanwhile_is_safe) {
+// Only at the last stops before the move can a file still appear in its way.
+TEST_P(MissingFlag, a_file_created_meanwhile_is_safe_without_the_flag) {
   std::size_t refused = 0;
   std::size_t stop = 1;
   for (;; ++stop) {
@@ -158,7 +157,7 @@ TEST_P(MissingFlag, a_file_that_a_program_makes_meanwhile_is_safe) {
     throwAway();
     bool isMade = false;
     const auto make = [&] {
-      // As programs do that do not want to replace anything either.
+      // Like programs that must not replace anything either.
       const int file = ::open(item().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
       isMade = file >= 0;
       if (isMade && ::write(file, "new", 3) != 3) isMade = false;
@@ -190,8 +189,8 @@ INSTANTIATE_TEST_SUITE_P(Items, SavedItem,
                                          Case{"film_without_links", "film", noLinksEither}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-// A program that saves by a move puts a new file where the item was; that one is not the item.
-TEST_P(SavedItem, that_takes_the_place_of_the_one_meant_is_kept) {
+// A program that saves by renaming puts a new file in the item's place, which is another item.
+TEST_P(SavedItem, a_file_saved_over_the_item_is_kept_without_the_flag) {
   for (std::size_t stop = 1;; ++stop) {
     disk_ = freshDisk();
     const auto save = [&] {
@@ -208,7 +207,7 @@ TEST_P(SavedItem, that_takes_the_place_of_the_one_meant_is_kept) {
   }
 }
 
-TEST_P(MissingFlag, one_whole_item_is_left_wherever_the_program_is_killed) {
+TEST_P(MissingFlag, one_complete_item_is_left_without_the_flag_wherever_the_program_is_killed) {
   const std::string what = tellOf(item());
   for (std::size_t stop = 1;; ++stop) {
     disk_ = freshDisk();
@@ -231,8 +230,8 @@ INSTANTIATE_TEST_SUITE_P(Items, NameHeldByAFile,
                                          Case{"link", "link", noLinksEither}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-// Into the file that holds the name, as a program writes that does not mind what is there.
-TEST_P(NameHeldByAFile, loses_nothing_that_was_written_there_before_the_last_look) {
+// Writes into the file that reserves the name, like a program that does not check.
+TEST_P(NameHeldByAFile, data_written_before_the_last_check_is_kept) {
   std::size_t stop = 1;
   for (;; ++stop) {
     disk_ = freshDisk();
@@ -244,7 +243,7 @@ TEST_P(NameHeldByAFile, loses_nothing_that_was_written_there_before_the_last_loo
     const auto moved = std::find(run.calls.begin(), run.calls.end(), SYS_renameat);
     if (moved != run.calls.end()) {
       const auto look = std::find(std::reverse_iterator(moved), run.calls.rend(), SYS_newfstatat);
-      // Two stops a call: the last one that is safe comes before the look.
+      // Two stops per call: the last safe one is before the check.
       if (stop >= 2 * static_cast<std::size_t>(run.calls.rend() - look)) break;
     }
     EXPECT_NE(run.told, "") << stop;

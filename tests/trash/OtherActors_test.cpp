@@ -1,4 +1,4 @@
-// Another program that works in the same Trash at the same time, at each step that ours makes.
+// Another program works in the same Trash at the same time, at each step of this one.
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -35,7 +35,7 @@ class OtherActor : public testing::Test {
   static std::unique_ptr<TrashOnDisk> freshDisk() {
     auto disk = std::make_unique<TrashOnDisk>();
     disk->put(disk->at("film"), "first");
-    // The Trash is there, and what comes from elsewhere was made before ours can go.
+    // The Trash exists, and the second item is created before the first is moved.
     disk->put(disk->at("kept"), "x");
     EXPECT_EQ(told(disk->mover().moveToTrash(disk->at("kept"))), "");
     TrashOnDisk::takeOut(disk->homeTrash() + "/files/kept");
@@ -47,7 +47,7 @@ class OtherActor : public testing::Test {
   std::string inTrash() const { return disk_->homeTrash() + "/files/film"; }
   std::string info() const { return infoPathOf(inTrash()); }
 
-  // What another program does that restores the item there, and throws away one of its name.
+  // Another program restores the item, and moves another one of the same name to the Trash.
   void exchangeInTrash() {
     if (!isThere(inTrash())) return;
     fs::rename(inTrash(), disk_->at("restored"));
@@ -58,14 +58,14 @@ class OtherActor : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = freshDisk();
 };
 
-// Which stop comes after the last move: two a call. Asked of each run by itself, since a sanitizer
-// makes calls of its own, which are more in one run than in another.
+// The stop after the last move, with two stops per call. Computed for each run, since a sanitizer
+// makes a varying number of calls.
 std::size_t stopAfterMove(const TracedRun& run) {
   const auto last = std::find(run.calls.rbegin(), run.calls.rend(), SYS_renameat2);
   return 2 * static_cast<std::size_t>(run.calls.rend() - last);
 }
 
-TEST_F(OtherActor, that_removes_a_record_before_its_item_comes_leaves_no_item_without_one) {
+TEST_F(OtherActor, a_record_removed_before_its_item_arrives_is_written_again) {
   const auto act = [&] { return told(disk_->mover().moveToTrash(film())); };
   const std::size_t lastStop = stopAfterMove(SystemCallTrace::of(act));
   std::size_t removals = 0;
@@ -86,8 +86,8 @@ TEST_F(OtherActor, that_removes_a_record_before_its_item_comes_leaves_no_item_wi
   EXPECT_GT(removals, 5U);
 }
 
-// There is no room for a record any more, and so the item does not stay without one.
-TEST_F(OtherActor, that_removes_a_record_and_fills_the_disk_sends_the_item_back) {
+// There is no space for a record any more, so the item must not stay without one.
+TEST_F(OtherActor, the_item_comes_back_if_its_record_is_removed_and_the_disk_is_full) {
   disk_->tree.plant("volume/\n");
   const std::string volume = disk_->tree.at("volume");
   const std::string told = inPrivateMounts([&]() -> std::string {
@@ -120,8 +120,8 @@ TEST_F(OtherActor, that_removes_a_record_and_fills_the_disk_sends_the_item_back)
   EXPECT_EQ(told, "");
 }
 
-// The item then goes by another name, and each record tells of its own item.
-TEST_F(OtherActor, that_takes_the_name_over_before_the_item_comes_keeps_its_record) {
+// The item then gets another name, and each record belongs to its own item.
+TEST_F(OtherActor, a_record_written_by_another_before_the_item_arrives_is_kept) {
   const auto act = [&] { return told(disk_->mover().moveToTrash(film())); };
   const std::size_t lastStop = stopAfterMove(SystemCallTrace::of(act));
   const std::string other = "[Trash Info]\nPath=/other/film\n";
@@ -151,9 +151,9 @@ TEST_F(OtherActor, that_takes_the_name_over_before_the_item_comes_keeps_its_reco
   EXPECT_GT(exchanges, 5U);
 }
 
-// It takes our record, of which there is no item yet, for one left over, and then throws away
-// something of the same name. So our item cannot have that name; what we give up is our own record.
-TEST_F(OtherActor, that_throws_away_an_item_of_the_name_keeps_its_record) {
+// The other program takes our record, which has no item yet, for a leftover, and moves an item of
+// the same name. So our item gets another name, and only our own record is removed.
+TEST_F(OtherActor, an_item_of_the_name_moved_by_another_keeps_its_record) {
   const auto act = [&] { return told(disk_->mover().moveToTrash(film())); };
   const std::size_t lastStop = stopAfterMove(SystemCallTrace::of(act));
   std::size_t exchanges = 0;
@@ -182,7 +182,7 @@ TEST_F(OtherActor, that_throws_away_an_item_of_the_name_keeps_its_record) {
   EXPECT_GT(exchanges, 5U);
 }
 
-TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_and_its_record) {
+TEST_F(OtherActor, a_reused_name_keeps_its_item_and_its_record) {
   std::size_t refusals = 0;
   std::size_t stop = 1;
   for (;; ++stop) {
@@ -214,9 +214,9 @@ TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_and_its_record) {
   std::printf("the name used again at each of %zu places, refused at %zu\n", stop - 1, refusals);
 }
 
-// On a file system without a move that replaces nothing: whatever gets the name in the Trash, once
-// the item has a second one, is looked at before that name goes.
-TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_where_that_loses_a_second_name) {
+// On a file system without moves that never replace: once the item has a second name, an item with
+// the first name in the Trash is checked before that name is removed.
+TEST_F(OtherActor, a_reused_name_keeps_its_item_if_that_removes_a_second_name) {
   const SystemCallTrace::Refusals noFlag = {{SYS_renameat2, EINVAL}};
   const auto moveAway = [&] {
     const Result<ItemInTrash> moved = disk_->mover().moveToTrash(film());
@@ -236,7 +236,7 @@ TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_where_that_loses_a_se
     const auto removed = std::find(linked, run.calls.end(), SYS_unlinkat);
     if (removed != run.calls.end()) {
       const auto look = std::find(std::reverse_iterator(removed), run.calls.rend(), SYS_statx);
-      // Two stops a call: the last one that is safe comes before the look.
+      // Two stops per call: the last safe one is before the check.
       if (stop >= 2 * static_cast<std::size_t>(run.calls.rend() - look)) break;
     }
     ASSERT_TRUE(run.wasInterrupted);
@@ -248,8 +248,8 @@ TEST_F(OtherActor, that_uses_the_name_again_keeps_its_item_where_that_loses_a_se
   EXPECT_GT(stop, 20U);
 }
 
-// Just as the item has come back, a program saves a file of its own over it: that one stays.
-TEST_F(OtherActor, that_saves_over_what_came_back_keeps_what_it_saved) {
+// A program saves a file over the item that has just been put back: the saved file stays.
+TEST_F(OtherActor, a_file_saved_over_the_returned_item_is_kept) {
   std::size_t saved = 0;
   for (std::size_t stop = 1;; ++stop) {
     disk_ = freshDisk();
@@ -272,9 +272,9 @@ TEST_F(OtherActor, that_saves_over_what_came_back_keeps_what_it_saved) {
   EXPECT_GT(saved, 5U);
 }
 
-// Between two looks at the disk nobody can tell whether an item was exchanged before it went or
-// after it came. What is told then is that the item which was looked at is not there.
-TEST_F(OtherActor, that_exchanges_the_item_as_it_goes_has_nothing_of_it_put_back_as_another) {
+// Between two checks of the disk, it cannot be known whether an item was exchanged before or after
+// it moved. In that case the reported item is the one that was checked, which is not in the Trash.
+TEST_F(OtherActor, an_item_exchanged_during_the_move_is_never_put_back_as_the_other) {
   for (std::size_t stop = 1;; ++stop) {
     disk_ = freshDisk();
     const auto exchange = [&] {
@@ -289,7 +289,7 @@ TEST_F(OtherActor, that_exchanges_the_item_as_it_goes_has_nothing_of_it_put_back
     const TracedRun run = SystemCallTrace::interruptedAt(stop, exchange, [&]() -> std::string {
       const Result<ItemInTrash> moved = disk_->mover().moveToTrash(film);
       if (!moved) return told(moved);
-      // The bytes of what is known, for the test to use.
+      // The known bytes, for the test to compare.
       return "in Trash " + moved.value().identity.item + "\n" + moved.value().identity.record;
     });
     ASSERT_EQ(run.end, End::finished) << run.told;

@@ -1,4 +1,4 @@
-// What other programs of the desktop make of our Trash, and we of theirs.
+// How other programs of the desktop handle our Trash, and we theirs.
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -18,12 +18,12 @@ namespace fs = std::filesystem;
 
 struct Answer {
   int status = -1;
-  std::string output;  // with what went to standard error
+  std::string output;  // including standard error
 };
 
 class OtherPrograms : public testing::Test {
  protected:
-  // Runs a command with this disk's home.
+  // Runs a command with the home of this disk.
   Answer run(const std::string& command) const {
     const std::string home = disk_.tree.at("home");
     const std::string line =
@@ -73,7 +73,7 @@ TEST_F(OtherPrograms, gio_records_the_same_path_for_any_name) {
   }
 }
 
-TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
+TEST_F(OtherPrograms, items_moved_by_gio_come_back) {
   if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (const std::string name : names) {
     disk_.put(disk_.at(name), name);
@@ -86,7 +86,7 @@ TEST_F(OtherPrograms, what_gio_threw_away_comes_back) {
   }
 }
 
-TEST_F(OtherPrograms, gio_and_we_step_over_each_others_names) {
+TEST_F(OtherPrograms, gio_and_we_skip_names_that_the_other_has_taken) {
   if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (int round = 0; round < 3; ++round) {
     disk_.put(disk_.at("film.mkv"), "x");
@@ -98,7 +98,7 @@ TEST_F(OtherPrograms, gio_and_we_step_over_each_others_names) {
   EXPECT_EQ(disk_.infos().size(), 6U);
 }
 
-// What gio knows of the Trash it asks of a service on the session bus.
+// gio uses a service on the session bus to read the Trash.
 class GioTrash : public OtherPrograms {
  protected:
   void SetUp() override {
@@ -119,13 +119,13 @@ class GioTrash : public OtherPrograms {
   }
 };
 
-TEST_F(GioTrash, lists_what_we_threw_away) {
+TEST_F(GioTrash, gio_lists_our_items) {
   for (const char* name : {"film.mkv", "a b%c.txt", "\xC3\xA9"}) {
     disk_.put(disk_.at(name), "x");
     ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at(name)));
   }
   const Answer listed = gio("trash --list");
-  // It writes what is not ASCII of a path as an escape.
+  // It escapes the characters of a path that are not ASCII.
   for (const auto& [uri, name] :
        {std::pair("film.mkv", "film.mkv"), std::pair("a%20b%25c.txt", "a b%c.txt"),
         std::pair("%C3%A9", "\\xc3\\xa9")}) {
@@ -134,8 +134,8 @@ TEST_F(GioTrash, lists_what_we_threw_away) {
   }
 }
 
-// As a record of the reserve has them behind it until the move is done.
-TEST_F(GioTrash, reads_a_record_with_line_feeds_behind_it) {
+// Like a record from the reserve until the move is done.
+TEST_F(GioTrash, gio_reads_a_record_followed_by_line_feeds) {
   disk_.put(disk_.at("film.mkv"), "the content");
   const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
   ASSERT_TRUE(moved) << told(moved);
@@ -149,7 +149,7 @@ TEST_F(GioTrash, reads_a_record_with_line_feeds_behind_it) {
   EXPECT_EQ(disk_.contentOf(disk_.at("film.mkv")), "the content");
 }
 
-TEST_F(GioTrash, restores_what_we_threw_away) {
+TEST_F(GioTrash, gio_restores_our_items) {
   disk_.put(disk_.at("a b%c.txt"), "the content");
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
   EXPECT_EQ(gio("trash --restore 'trash:///a%20b%25c.txt'").status, 0);
@@ -158,7 +158,7 @@ TEST_F(GioTrash, restores_what_we_threw_away) {
   EXPECT_TRUE(disk_.infos().empty());
 }
 
-TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
+TEST_F(OtherPrograms, trash_list_lists_our_items) {
   if (!isInstalled("trash-list")) GTEST_SKIP() << needs(Need::trashCli, "not installed");
   disk_.put(disk_.at("a b%c.txt"), "x");
   ASSERT_TRUE(disk_.mover().moveToTrash(disk_.at("a b%c.txt")));
@@ -166,7 +166,7 @@ TEST_F(OtherPrograms, trash_list_lists_what_we_threw_away) {
   EXPECT_NE(listed.output.find(disk_.at("a b%c.txt")), std::string::npos) << listed.output;
 }
 
-TEST_F(OtherPrograms, trash_list_reads_a_record_with_line_feeds_behind_it) {
+TEST_F(OtherPrograms, trash_list_reads_a_record_followed_by_line_feeds) {
   if (!isInstalled("trash-list")) GTEST_SKIP() << needs(Need::trashCli, "not installed");
   disk_.put(disk_.at("film.mkv"), "x");
   const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film.mkv"));
@@ -193,7 +193,7 @@ TEST_F(OtherPrograms, trash_list_lists_nothing_after_emptying) {
   EXPECT_FALSE(listsOurs());
 }
 
-TEST_F(OtherPrograms, what_gio_threw_away_is_deleted_with_its_records) {
+TEST_F(OtherPrograms, items_moved_by_gio_are_deleted_with_their_records) {
   if (!isInstalled("gio")) GTEST_SKIP() << needs(Need::gio, "not installed");
   disk_.put(disk_.at("folder/film"), "x");
   ASSERT_EQ(run("gio trash '" + disk_.at("folder") + "'").status, 0);

@@ -1,5 +1,5 @@
-// A folder on disk with items to throw away and a home Trash of its own, and what one can see of
-// them.
+// A folder on disk with items to move to the Trash and a home Trash of its own, and functions to
+// examine them.
 #pragma once
 
 #include <cstdint>
@@ -13,23 +13,22 @@
 
 namespace tessaly {
 
-// What the info of the item at `trashPath` records as its path; "" where there is no info, or none
-// that can be read.
+// The path in the record of the item at `trashPath`; "" without a readable record.
 std::string recordedPath(const std::string& trashPath);
 
 std::string infoPathOf(const std::string& trashPath);
 
-// The item that stands in a Trash now, as if our mover had moved it there.
+// The item in a Trash, as if our mover had moved it there.
 ItemInTrash knownInTrash(const std::string& trashPath);
 
-bool isThere(const std::string& path);  // also a link that leads nowhere
+bool isThere(const std::string& path);  // also a dangling link
 
-// "" for a success, else why not.
+// "" for success, else the error.
 std::string told(const Outcome& outcome);
 std::string told(const Result<ItemInTrash>& moved);
-std::string told(const EmptiedTrash& emptied);  // "" where nothing has failed
+std::string told(const EmptiedTrash& emptied);  // "" if nothing has failed
 
-// The clock of the file system, put forward, so that what was made just now is no longer young.
+// The clock of the file system, advanced by an hour, so that new records count as old.
 std::int64_t anHourLater(const FileDescriptor& folder);
 
 class TrashOnDisk {
@@ -37,25 +36,25 @@ class TrashOnDisk {
   explicit TrashOnDisk(std::string_view items = {}) : tree(items) { tree.plant("here/\nhome/\n"); }
 
   TrashMover& mover() { return mover_; }
-  TrashCan& can() { return can_; }  // of the home alone, in an hour
+  TrashCan& can() { return can_; }  // of the home Trash only, one hour later
   std::string at(const std::string& below) const { return tree.at("here/" + below); }
-  // Of the user of the moment.
+  // For the present user.
   TrashConfig config() const {
     return {.homeTrash = homeTrash(), .mountinfo = "/proc/self/mountinfo", .user = geteuid()};
   }
-  // The same, and of all file systems only those mounted at `points`: whoever runs the tests may
-  // have a Trash of his own elsewhere.
+  // The same, with only the file systems mounted at `points`: the user who runs the tests may have
+  // a Trash elsewhere.
   TrashConfig configWith(const std::vector<std::string>& points) const;
   std::string homeTrash() const { return tree.at("home/data/Trash"); }
 
   void put(const std::string& path, const std::string& content);
   static void remove(const std::string& path) { removeTreeOrFile(path); }
-  // With its info.
+  // Removes the item with its record.
   static void takeOut(const std::string& trashPath);
   static bool has(const std::string& path) { return isThere(path); }
   static std::string contentOf(const std::string& path);
 
-  // Names in "files" and "info" of the home Trash; none where there is no such folder.
+  // Names in "files" and "info" of the home Trash; empty if there is no such folder.
   std::vector<std::string> files() const { return namesIn(homeTrash() + "/files"); }
   std::vector<std::string> infos() const { return namesIn(homeTrash() + "/info"); }
 

@@ -1,5 +1,4 @@
-// Items on other file systems than that of the home Trash, mounted in a namespace of a child
-// process.
+// Items on other file systems than that of the home Trash, mounted in a child process's namespace.
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -27,15 +26,15 @@ class VolumeTrash : public testing::Test {
  protected:
   VolumeTrash() { disk_.tree.plant("volume/\n"); }
 
-  // Runs `body`, which gives "" for as expected, where mounting changes nothing for others. A body
-  // that cannot mount says why after "refused".
+  // Runs `body`, which returns "" for "as expected", in a mount namespace. A body that cannot mount
+  // returns "refused" and why.
   static void expectInNamespace(const Body& body) {
     const std::string told = inPrivateMounts(body);
     if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
     EXPECT_EQ(told, "");
   }
 
-  // Runs `body` with a file system in memory on the folder "volume".
+  // Runs `body` with a tmpfs on the folder "volume".
   void expectOnTmpfs(const Body& body, const char* options = "mode=0755") {
     expectInNamespace([&]() -> std::string {
       if (::mount("tmpfs", volume().c_str(), "tmpfs", 0, options) != 0) return refusal();
@@ -48,7 +47,7 @@ class VolumeTrash : public testing::Test {
   static std::string user() { return std::to_string(geteuid()); }
   std::string ownTrash() const { return on(".Trash-" + user()); }
 
-  // Throws `path` away and puts it back; "" when it went to `trash`, recorded as `recorded`.
+  // Moves `path` to the Trash and back; "" if it was in `trash`, recorded as `recorded`.
   std::string goAndReturn(const std::string& path, const std::string& trash,
                           const std::string& recorded) {
     const std::string content = contentOf(path);
@@ -66,7 +65,7 @@ class VolumeTrash : public testing::Test {
     return isThere(info) || isThere(place) ? "something is left in the Trash" : "";
   }
 
-  // "" when the item cannot go, for that reason, and is still where it was, and no info is left.
+  // "" if the item cannot be moved for this reason, is still in its place, and has left no record.
   std::string stays(const std::string& path, Kind kind) {
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
     if (moved) return "it went to " + moved.value().path;
@@ -80,7 +79,7 @@ class VolumeTrash : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(VolumeTrash, is_a_folder_at_the_top_with_paths_from_there) {
+TEST_F(VolumeTrash, volume_trash_is_a_folder_at_the_top_with_relative_paths) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("deep/er/film"), "x");
     disk_.put(on("film"), "x");
@@ -95,7 +94,7 @@ TEST_F(VolumeTrash, is_a_folder_at_the_top_with_paths_from_there) {
   });
 }
 
-TEST_F(VolumeTrash, puts_items_back_into_folders_that_went) {
+TEST_F(VolumeTrash, items_come_back_into_folders_that_were_deleted) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("deep/er/film"), "x");
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("deep/er/film"));
@@ -106,7 +105,7 @@ TEST_F(VolumeTrash, puts_items_back_into_folders_that_went) {
   });
 }
 
-TEST_F(VolumeTrash, is_in_the_shared_folder_when_that_is_sticky) {
+TEST_F(VolumeTrash, volume_trash_is_in_a_shared_folder_that_is_sticky) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -118,7 +117,7 @@ TEST_F(VolumeTrash, is_in_the_shared_folder_when_that_is_sticky) {
   });
 }
 
-TEST_F(VolumeTrash, is_not_in_a_shared_folder_that_anybody_could_have_changed) {
+TEST_F(VolumeTrash, volume_trash_is_not_in_a_shared_folder_that_anyone_could_have_changed) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -136,7 +135,7 @@ TEST_F(VolumeTrash, is_not_in_a_shared_folder_that_anybody_could_have_changed) {
   });
 }
 
-TEST_F(VolumeTrash, is_not_the_folder_of_another_in_the_shared_one) {
+TEST_F(VolumeTrash, volume_trash_is_not_another_users_folder_in_the_shared_one) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -154,7 +153,7 @@ TEST_F(VolumeTrash, is_not_the_folder_of_another_in_the_shared_one) {
   });
 }
 
-TEST_F(VolumeTrash, is_never_a_link_or_a_file) {
+TEST_F(VolumeTrash, volume_trash_is_never_a_link_or_a_file) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directories(on("elsewhere/files"));
@@ -172,7 +171,7 @@ TEST_F(VolumeTrash, is_never_a_link_or_a_file) {
   });
 }
 
-TEST_F(VolumeTrash, is_never_the_folder_of_another) {
+TEST_F(VolumeTrash, volume_trash_is_never_another_users_folder) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(ownTrash());
@@ -183,7 +182,7 @@ TEST_F(VolumeTrash, is_never_the_folder_of_another) {
   });
 }
 
-TEST_F(VolumeTrash, takes_neither_itself_nor_what_is_in_it) {
+TEST_F(VolumeTrash, volume_trash_and_its_contents_do_not_move) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     disk_.put(on(".Trash/0/files/film"), "x");
@@ -200,7 +199,7 @@ TEST_F(VolumeTrash, takes_neither_itself_nor_what_is_in_it) {
   });
 }
 
-TEST_F(VolumeTrash, takes_no_file_system) {
+TEST_F(VolumeTrash, mount_points_do_not_move) {
   expectOnTmpfs([&]() -> std::string {
     for (const std::string& path : {volume(), volume() + "/"}) {
       const Result<ItemInTrash> moved = disk_.mover().moveToTrash(path);
@@ -211,7 +210,7 @@ TEST_F(VolumeTrash, takes_no_file_system) {
   });
 }
 
-TEST_F(VolumeTrash, takes_no_folder_with_a_file_system_in_it) {
+TEST_F(VolumeTrash, folders_that_contain_a_mount_do_not_move) {
   expectInNamespace([&]() -> std::string {
     fs::create_directories(disk_.at("a b/deeper/volume"));
     fs::create_directories(disk_.at("a"));
@@ -227,7 +226,7 @@ TEST_F(VolumeTrash, takes_no_folder_with_a_file_system_in_it) {
   });
 }
 
-TEST_F(VolumeTrash, takes_no_file_that_another_is_mounted_on) {
+TEST_F(VolumeTrash, files_that_are_mount_points_do_not_move) {
   expectInNamespace([&]() -> std::string {
     disk_.put(disk_.at("film"), "x");
     disk_.put(disk_.at("over"), "y");
@@ -241,7 +240,7 @@ TEST_F(VolumeTrash, takes_no_file_that_another_is_mounted_on) {
   });
 }
 
-TEST_F(VolumeTrash, is_told_by_the_mount_and_not_by_the_device) {
+TEST_F(VolumeTrash, volumes_are_distinguished_by_mount_and_not_by_device) {
   expectInNamespace([&]() -> std::string {
     disk_.put(disk_.at("deep/film"), "x");
     if (::mount(disk_.at("").c_str(), volume().c_str(), nullptr, MS_BIND, nullptr) != 0) {
@@ -254,7 +253,7 @@ TEST_F(VolumeTrash, is_told_by_the_mount_and_not_by_the_device) {
   });
 }
 
-TEST_F(VolumeTrash, is_not_to_be_had_where_nothing_may_be_changed) {
+TEST_F(VolumeTrash, items_on_a_read_only_volume_do_not_move) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     const unsigned long flags = MS_REMOUNT | MS_RDONLY;
@@ -269,7 +268,7 @@ TEST_F(VolumeTrash, is_not_to_be_had_where_nothing_may_be_changed) {
   });
 }
 
-TEST_F(VolumeTrash, leaves_items_in_it_that_cannot_come_back) {
+TEST_F(VolumeTrash, items_that_cannot_come_back_stay_in_the_trash) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(on("film"));
@@ -287,7 +286,7 @@ TEST_F(VolumeTrash, leaves_items_in_it_that_cannot_come_back) {
   });
 }
 
-// Writes until nothing more fits.
+// Writes until the disk is full.
 void fill(const std::string& path) {
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
   const std::string block(4096, 'x');
@@ -296,7 +295,7 @@ void fill(const std::string& path) {
   close(file);
 }
 
-TEST_F(VolumeTrash, needs_room_for_a_record) {
+TEST_F(VolumeTrash, a_move_needs_space_for_a_record) {
   expectOnTmpfs(
       [&]() -> std::string {
         disk_.put(on("film"), "x");
@@ -311,7 +310,7 @@ TEST_F(VolumeTrash, needs_room_for_a_record) {
       "size=64k");
 }
 
-TEST_F(VolumeTrash, needs_room_for_its_folders) {
+TEST_F(VolumeTrash, a_move_needs_space_for_the_folders_of_the_trash) {
   expectOnTmpfs(
       [&]() -> std::string {
         disk_.put(on("film"), "x");
@@ -319,13 +318,13 @@ TEST_F(VolumeTrash, needs_room_for_its_folders) {
         }
         std::string told = stays(on("film"), Kind::noSpace);
         if (!told.empty()) return told;
-        fs::remove(on("file0"));  // room for the outermost folder alone
+        fs::remove(on("file0"));  // space for the outermost folder only
         return stays(on("film"), Kind::noSpace);
       },
       "nr_inodes=16");
 }
 
-TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
+TEST_F(VolumeTrash, items_do_not_move_if_others_own_the_top_of_the_volume) {
   if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root has a top of others");
   expectOnTmpfs([&]() -> std::string {
     disk_.tree.plant("volume", "open/ mode=0777\n");
@@ -341,7 +340,7 @@ TEST_F(VolumeTrash, is_not_to_be_had_at_a_top_of_others) {
   });
 }
 
-TEST_F(VolumeTrash, is_as_good_on_a_disk_as_in_memory) {
+TEST_F(VolumeTrash, volume_trash_works_on_a_disk_as_on_tmpfs) {
   disk_.tree.plant("disk sparse=16M\n");
   expectInNamespace([&]() -> std::string {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
@@ -369,8 +368,8 @@ TEST_F(VolumeTrash, is_as_good_on_a_disk_as_in_memory) {
   });
 }
 
-// A part of a layered file system that cannot be renamed is on the same mount all the same.
-TEST_F(VolumeTrash, copies_nothing_where_a_mount_is_no_whole) {
+// A directory of an overlayfs that cannot be renamed is on the same mount nevertheless.
+TEST_F(VolumeTrash, nothing_is_copied_if_a_mount_refuses_to_rename) {
   disk_.tree.plant("lower/\n  folder/\n    film 4K\nupper/\nwork/\n");
   expectInNamespace([&]() -> std::string {
     const std::string options = "lowerdir=" + disk_.tree.at("lower") +
@@ -385,7 +384,7 @@ TEST_F(VolumeTrash, copies_nothing_where_a_mount_is_no_whole) {
   });
 }
 
-TEST_F(VolumeTrash, is_at_the_top_of_the_mount_also_in_a_subvolume) {
+TEST_F(VolumeTrash, volume_trash_is_at_the_top_of_the_mount_also_in_a_subvolume) {
   disk_.tree.plant("disk sparse=256M\n");
   expectInNamespace([&]() -> std::string {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
@@ -396,7 +395,7 @@ TEST_F(VolumeTrash, is_at_the_top_of_the_mount_also_in_a_subvolume) {
       return "refused: " + needs(Need::btrfs, make);
     disk_.put(on("film"), "x");
     disk_.put(on("sub/film"), "x");
-    // Another device, and nothing can be renamed out of it; but no mount of its own.
+    // A subvolume has another device, and nothing can be renamed out of it, but it is not a mount.
     std::string told = stays(on("sub/film"), Kind::crossesDevices);
     if (told.empty()) told = goAndReturn(on("film"), ownTrash(), "film");
     if (!told.empty()) return told;
