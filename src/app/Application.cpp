@@ -40,7 +40,7 @@ namespace tessaly {
 
 namespace {
 
-// Dialogs of Qt's own follow the window.
+// Qt's own dialogs look like the window.
 QPalette darkPalette() {
   const QColor surface = toQColor(MarrowTheme::bg2);
   const QColor ink = toQColor(MarrowTheme::ink);
@@ -60,7 +60,7 @@ QPalette darkPalette() {
   return palette;
 }
 
-// What the test lends, or else the real thing, which is made only then.
+// The object that the test provides, or else the real one, created only then.
 template <class Seam, class Own, class Make>
 Seam& orOwn(Seam* lent, std::unique_ptr<Own>& own, Make make) {
   if (lent != nullptr) return *lent;
@@ -142,7 +142,7 @@ Application::Application(const Services& services) {
   engine_ = std::make_unique<QQmlApplicationEngine>();
   PreviewPanel& previewPanel = orOwn(services.previewPanel, ownPreviewPanel_, [&] {
     const auto reader = std::make_shared<ReaderProgram>();
-    // The first preview is not far then, and until then the program that reads it takes no memory.
+    // A preview is likely then; before that, the process that reads it uses no memory.
     QObject::connect(
         &session_->selection(), &Selection::focusedChanged, engine_.get(),
         [reader, &dispatch] {
@@ -227,14 +227,14 @@ Application::Application(const Services& services) {
                      support = services.supportDirectory ? *services.supportDirectory
                                                          : ScanStore::supportDir()] {
     std::vector<std::string> others;
-    // Who keeps his settings elsewhere, and links them into place, has them written there.
+    // A user whose settings file is a link to another folder has temporary files in that folder.
     if (ownSettings_) others.push_back(folderOf(resolvedPath(SettingsFile::standardPath())));
     Leftovers::removeAll(dispatch, support, others);
   };
 
   session_->machine().refreshDisk();
   access_->refresh();
-  // Settings and other programs may have changed much while the user was there.
+  // While the program was inactive, the user may have changed settings or files in other programs.
   QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, window_,
                    [this](Qt::ApplicationState state) {
                      if (state == Qt::ApplicationActive) lookAgain();
@@ -262,10 +262,10 @@ void Application::hideWindows() {
 }
 
 void Application::leaveDesktop() {
-  // The window stays hidden, whatever becomes known of the status bar now.
+  // The window stays hidden, even if the presence of the status bar becomes known later.
   windowStart_->settle();
   ownHotKey_.reset();
-  // Before the connection to a file manager ends that has not answered yet.
+  // Before the connection closes to a file manager that has not answered yet.
   if (ownWorkspace_) ownWorkspace_->close();
 }
 

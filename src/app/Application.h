@@ -1,5 +1,5 @@
-// Puts the program together: the desktop behind the seams of platform/, the session, and the window
-// that shows it. The program, the journeys and the picture tool all start here.
+// Assembles the program: the desktop behind the interfaces of platform/, the session, and the
+// window that shows it. The program, the journeys and the picture tool all use it.
 //
 // Main thread only. One at a time.
 #pragma once
@@ -54,9 +54,8 @@ class WindowState;
 
 class Application {
  public:
-  // What the system does for the program, and what a test puts in its place. Whatever is null or
-  // empty is made by `platform` and `desktop`, or else is the real thing. The objects outlive the
-  // Application.
+  // The services of the system, and replacements for tests. Anything null or empty is made by
+  // `platform` and `desktop`, or is the real thing. The objects must outlive the Application.
   struct Services {
     const PlatformServices& platform;
     const DesktopServices& desktop;
@@ -70,40 +69,40 @@ class Application {
     NotificationCenter* notifications = nullptr;
     TrashMover* trash = nullptr;
     SettingsStore* settings = nullptr;
-    std::optional<OpenTool> openTool = {};  // what opens terminals and editors
-    AccessController::Probe access = {};    // whether all of the disk may be read
-    std::function<Outcome(const Process::Launch&)> launch = {};  // of the program anew
-    std::function<void()> giveUpInstance = {};                   // lets that start beside this one
+    std::optional<OpenTool> openTool = {};  // opens terminals and editors
+    AccessController::Probe access = {};    // whether the whole disk can be read
+    std::function<Outcome(const Process::Launch&)> launch = {};  // starts another instance
+    std::function<void()> giveUpInstance = {};                   // lets it run beside this one
     std::function<void()> quit = {};
     LoginItem* loginItem = nullptr;
     StatusBarExtra* statusBar = nullptr;
     GlobalHotKey* hotKey = nullptr;
     std::string homeDirectory = {};
-    ScanStore::Directory supportDirectory = {};  // where scans leave their files
+    ScanStore::Directory supportDirectory = {};  // where scans store their files
     SessionServices::Walk walk = {};
     Shell::Run run = {};
     std::function<std::optional<DiskUsage>()> volumeUsage = {};
     std::function<SessionServices::Clock::time_point()> now = {};
     std::function<std::chrono::system_clock::time_point()> date = {};
-    // Or else the figures of `run` and `volumeUsage`, where one of these is lent.
+    // By default the figures of `run` and `volumeUsage` if one of these is set.
     MachineFigures* figures = nullptr;
   };
 
-  // The look of everything drawn: style, fonts, colours of dialogs, renderer. To be called once,
-  // when the QApplication stands.
+  // The look of everything drawn: style, fonts, colours of dialogs, renderer. Call it once, after
+  // the QApplication is created.
   static void setUpLook();
 
-  // Makes the session and the window, which is not shown yet. Ends the program with a message when
-  // the window cannot be made, which only a broken build brings about.
+  // Creates the session and the hidden window. Ends the program with a message if the window cannot
+  // be created, which happens only in a broken build.
   explicit Application(const Services& services);
   ~Application();
 
-  // The life of the program begins: the window shows, unless the user wants it hidden.
+  // Starts the program's work: shows the window unless it starts hidden.
   void launch();
   // The program was started again while it runs.
   void reopen();
 
-  // The steps of Quitting, as far as they are this object's. What a test has lent is left alone.
+  // The steps of Quitting that concern this object. Objects provided by a test are not touched.
   void hideWindows();
   void leaveDesktop();
   void endWriting();
@@ -133,7 +132,7 @@ class Application {
   std::unique_ptr<LoginItem> ownLoginItem_;
   std::unique_ptr<StatusBarExtra> ownStatusBar_;
   std::unique_ptr<MarrowPrefs> prefs_;
-  std::unique_ptr<MachineFigures> ownFigures_;  // goes before those to whom it brings answers
+  std::unique_ptr<MachineFigures> ownFigures_;  // destroyed before the objects that get its answers
   std::unique_ptr<AccessController> access_;
   std::unique_ptr<ScanSession> session_;
   WindowActivation activation_;
@@ -150,7 +149,7 @@ class Application {
   std::unique_ptr<StatusBar> statusBar_;
   std::unique_ptr<WindowStart> windowStart_;
   std::function<void()> clearLeftovers_;
-  std::unique_ptr<GlobalHotKey> ownHotKey_;  // goes first: it tells the others
+  std::unique_ptr<GlobalHotKey> ownHotKey_;  // destroyed first: it calls the others
 };
 
 }  // namespace tessaly

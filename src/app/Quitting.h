@@ -1,15 +1,14 @@
-// How the program ends. It is gone for the user at once, and a new start gets a window of its own
-// whatever this one still has to do; the process follows a moment later, whatever its threads do:
+// Ends the program. For the user it ends at once, and a new instance gets a window whatever this
+// one still has to do; the process ends a moment later, whatever its threads do:
 //
-//   1. its windows go
-//   2. it leaves the desktop: hot key, status item
-//   3. it writes nothing more that the next start would read, and only then makes room for it
-//   4. its work is given up
-//   5. what ends by itself has a moment to do so, and a move to the Trash that is under way, with
-//      its record, has longer
-//   6. the process ends, and no destructor runs
+//   1. the windows are hidden
+//   2. the program leaves the desktop: hot key, status item
+//   3. it stops writing files that the next instance reads, and then lets that start
+//   4. background work is cancelled
+//   5. cancelled work has a moment to end, and a move to the Trash with its record longer
+//   6. the process ends, without destructors
 //
-// A thread that the kernel holds may keep the process from going away. It shows and locks nothing.
+// A thread that hangs in the kernel may keep the process. It shows and locks nothing then.
 //
 // Main thread only.
 #pragma once
@@ -24,32 +23,32 @@ class Quitting {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  // None of them waits for another program.
+  // No step waits for another program.
   struct Steps {
     std::function<void()> hideWindows;
     std::function<void()> leaveDesktop;
     std::function<void()> endWriting;
     std::function<void()> giveUpInstance;
     std::function<void()> giveUpWork;
-    std::function<bool()> isBusy;    // what was given up has not ended yet
-    std::function<bool()> isMoving;  // of that, a move to the Trash
-    std::function<void()> pause;     // lets a few milliseconds pass
+    std::function<bool()> isBusy;    // whether cancelled work still runs
+    std::function<bool()> isMoving;  // whether this includes a move to the Trash
+    std::function<void()> pause;     // waits a few milliseconds
     std::function<void(int status)> exit;
     std::function<Time()> now = [] { return std::chrono::steady_clock::now(); };
   };
 
   static constexpr std::chrono::milliseconds patience{200};
-  // A disk that is busy takes its time to store a record; one that is gone never does. Without the
-  // end of the move no item is lost: it is in one place or the other, but may have a record more.
+  // A busy disk needs some time to store a record; a lost one never answers. If the process ends
+  // during the move, the item is still in one place or the other, possibly with an extra record.
   static constexpr std::chrono::milliseconds patienceForMoves{10000};
 
   explicit Quitting(Steps steps);
 
-  // Ends the program. Does nothing where this has begun already.
+  // Ends the program. Does nothing if this has begun already.
   void run(int status);
 
-  // The same where the display has gone, and all that was on it. Where that is found out within
-  // run(), what is left of it is done here.
+  // The same after the display is gone, with everything on it. If that is noticed within run(),
+  // this does the remaining steps.
   void runWithoutDisplay(int status);
 
  private:

@@ -11,7 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-// A program whose clock moves only while it pauses, by five milliseconds each time.
+// A program whose clock advances by five milliseconds with each pause.
 class QuittingTest : public testing::Test {
  protected:
   Quitting::Steps steps() {
@@ -49,7 +49,7 @@ class QuittingTest : public testing::Test {
   std::function<void()> inPause_;
 };
 
-TEST_F(QuittingTest, lets_the_next_start_before_it_waits_for_anything) {
+TEST_F(QuittingTest, quitting_lets_the_next_instance_start_before_it_waits) {
   busyUntil_ = begin_ + 1h;
   std::vector<std::string> beforeTheWait;
   inPause_ = [&] {
@@ -60,38 +60,38 @@ TEST_F(QuittingTest, lets_the_next_start_before_it_waits_for_anything) {
   EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 0"));
 }
 
-TEST_F(QuittingTest, ends_at_once_where_nothing_runs) {
+TEST_F(QuittingTest, quitting_ends_at_once_if_nothing_runs) {
   Quitting(steps()).run(3);
   EXPECT_EQ(done_.back(), "exit 3");
   EXPECT_EQ(taken(), 0ms);
 }
 
-TEST_F(QuittingTest, waits_for_what_ends_in_time) {
+TEST_F(QuittingTest, quitting_waits_for_work_that_ends_in_time) {
   busyUntil_ = begin_ + 70ms;
   Quitting(steps()).run(0);
   EXPECT_EQ(taken(), 70ms);
 }
 
-TEST_F(QuittingTest, leaves_what_does_not_end_in_time) {
+TEST_F(QuittingTest, quitting_does_not_wait_for_work_that_takes_too_long) {
   busyUntil_ = begin_ + 1h;
   Quitting(steps()).run(0);
   EXPECT_EQ(taken(), 200ms);
 }
 
-TEST_F(QuittingTest, waits_longer_for_a_move_but_for_nothing_else_meanwhile) {
+TEST_F(QuittingTest, quitting_waits_longer_for_a_move_and_for_no_other_work_meanwhile) {
   busyUntil_ = begin_ + 1h;
   movingUntil_ = begin_ + 3s;
   Quitting(steps()).run(0);
   EXPECT_EQ(taken(), 3s);
 }
 
-TEST_F(QuittingTest, leaves_a_move_that_never_ends) {
+TEST_F(QuittingTest, quitting_does_not_wait_for_a_move_that_never_ends) {
   busyUntil_ = movingUntil_ = begin_ + 1h;
   Quitting(steps()).run(0);
   EXPECT_EQ(taken(), Quitting::patienceForMoves);
 }
 
-TEST_F(QuittingTest, happens_once) {
+TEST_F(QuittingTest, quitting_happens_once) {
   busyUntil_ = begin_ + 50ms;
   Quitting quitting(steps());
   inPause_ = [&] { quitting.run(1); };
@@ -99,7 +99,8 @@ TEST_F(QuittingTest, happens_once) {
   EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 0"));
 }
 
-// What finds that out, within one of the steps, leaves the program, and that step never ends.
+// The code that notices the loss, within one of the steps, calls exit(), and that step never
+// returns.
 class QuittingOnADisplayThatGoes : public QuittingTest {
  protected:
   struct Ended {};
@@ -114,7 +115,8 @@ class QuittingOnADisplayThatGoes : public QuittingTest {
   }
 };
 
-TEST_F(QuittingOnADisplayThatGoes, goes_on_with_what_is_to_be_done_and_not_before) {
+TEST_F(QuittingOnADisplayThatGoes,
+       quitting_continues_with_the_remaining_steps_when_the_display_is_lost) {
   Quitting* begun = nullptr;
   Quitting::Steps all = stepsToAnEnd();
   all.leaveDesktop = [&begun, leave = all.leaveDesktop] {
@@ -127,7 +129,7 @@ TEST_F(QuittingOnADisplayThatGoes, goes_on_with_what_is_to_be_done_and_not_befor
   EXPECT_THAT(done_, ElementsAre("windows", "desktop", "writing", "instance", "work", "exit 1"));
 }
 
-TEST_F(QuittingOnADisplayThatGoes, waits_on_for_as_long_as_it_would_have) {
+TEST_F(QuittingOnADisplayThatGoes, quitting_keeps_its_time_limit_when_the_display_is_lost) {
   busyUntil_ = movingUntil_ = begin_ + 1s;
   Quitting quitting(stepsToAnEnd());
   inPause_ = [&] {
@@ -138,7 +140,7 @@ TEST_F(QuittingOnADisplayThatGoes, waits_on_for_as_long_as_it_would_have) {
   EXPECT_EQ(taken(), 1s);
 }
 
-TEST_F(QuittingTest, leaves_alone_what_was_on_a_display_that_has_gone) {
+TEST_F(QuittingTest, quitting_does_not_touch_what_was_on_a_lost_display) {
   Quitting(steps()).runWithoutDisplay(1);
   EXPECT_THAT(done_, ElementsAre("writing", "instance", "work", "exit 1"));
 }

@@ -1,7 +1,7 @@
-// What the thread sanitizer is to know of the program; built with that alone.
+// Options of the thread sanitizer; built with that only.
 
-// The program ends by _exit() and leaves the threads that still run to the system, which is no
-// leak. NOLINTNEXTLINE(bugprone-reserved-identifier)
+// The program ends by _exit() with running threads, which is not a leak.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" const char* __tsan_default_options() {
   return "report_thread_leaks=0";
 }

@@ -32,7 +32,7 @@ void leaveWithoutWindow() {
   ::_exit(noDisplay);
 }
 
-// The socket of the Wayland compositor that has the windows, or "".
+// The socket of the Wayland compositor with the windows, or "".
 const std::string& compositor() {
   static const std::string socket =
       QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
@@ -43,7 +43,7 @@ const std::string& compositor() {
 
 tessaly::Quitting* quittingAtExit = nullptr;
 
-// Qt leaves by exit() when the display's server goes.
+// Qt calls exit() when the connection to the display server is lost.
 void quitWithoutDisplay() {
   if (quittingAtExit != nullptr) quittingAtExit->runWithoutDisplay(EXIT_FAILURE);
 }
@@ -57,10 +57,10 @@ tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenR
            [&] {
              application.leaveDesktop();
              handOver.emplace();
-             // The message bus takes the status item away. The display does the same
-             // with the windows, but for X11 while it has the clipboard. Qt ends the process, and
-             // all that it is at, as soon as a Wayland compositor is gone; so that one only hears
-             // that there are no windows any more.
+             // Closing the connections removes the status item from the message bus, and the
+             // windows from the display, except on X11 while the clipboard is passed on. The
+             // connection to a Wayland compositor stays open, because Qt ends the process at once
+             // when it is lost; the compositor is only told that there are no windows.
              OwnConnections::shutDown(handOver->descriptor(), compositor());
              if (!compositor().empty())
                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -87,7 +87,7 @@ tessaly::Quitting quittingOf(tessaly::Application& application, tessaly::ReopenR
 
 int main(int, char** argv) {
   tessaly::SizeLimit::failWritesBeyond();
-  // Not all libraries see to it, and the end of the display or of the message bus comes when the
+  // Not all libraries prevent SIGPIPE, and the display and the message bus disappear when the
   // session ends.
   tessaly::OwnConnections::failWritesToEnded();
   const auto display = tessaly::DisplayFacts::ofThisMachine();
@@ -99,10 +99,10 @@ int main(int, char** argv) {
 
   using tessaly::SingleInstance;
   std::optional<SingleInstance> instance = SingleInstance::claim(SingleInstance::Address::usual());
-  // The one that runs has come forward.
+  // The running instance has come to the front.
   if (!instance) return 0;
 
-  // The program takes no arguments. Qt would take some, so it gets only what it needs to know.
+  // The program takes no arguments. Qt would take some, so it gets only the platform.
   std::string option = "-platform";
   char* arguments[] = {argv[0], option.data(), platform.data(), nullptr};
   int count = 3;
@@ -112,7 +112,7 @@ int main(int, char** argv) {
   messages.reset();
   QApplication::setApplicationName(QStringLiteral("Tessaly"));
   QApplication::setDesktopFileName(QStringLiteral("tessaly"));
-  // A dialog or a job that ends must not take a program along that has its window closed.
+  // A closed dialog or finished job must not quit the program while its window is closed.
   QApplication::setQuitLockEnabled(false);
 
   tessaly::Application::setUpLook();
@@ -126,7 +126,7 @@ int main(int, char** argv) {
                                     .desktop = tessaly::desktopServices(),
                                     .giveUpInstance =
                                         [&] {
-                                          // The one to come reads what this one has written.
+                                          // The next instance reads what this one has written.
                                           application.endWriting();
                                           requests->giveUp();
                                         },

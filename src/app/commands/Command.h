@@ -1,5 +1,5 @@
-// One entry of the program's menu: what it is called, the keys that stand for it, and whether it
-// can be had just now. It answers to the menu and to its keys alike.
+// A command of the program: its title, its keys, and whether it is available. Both the menu and the
+// keys trigger it.
 #pragma once
 
 #include <functional>
@@ -16,17 +16,17 @@ class Command : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes its commands and hands them to its views.")
   Q_PROPERTY(QString title READ title CONSTANT)
-  // As a Shortcut takes it, and as a person reads it; both empty where no keys stand for it.
+  // In the format of a Shortcut, and as a text; both empty without keys.
   Q_PROPERTY(QString shortcut READ shortcut CONSTANT)
   Q_PROPERTY(QString keys READ keys CONSTANT)
-  // Its keys edit a text where one is edited.
+  // Whether its keys edit text in a text field.
   Q_PROPERTY(bool editsText READ editsText CONSTANT)
   Q_PROPERTY(bool enabled READ isEnabled NOTIFY enabledChanged)
 
  public:
   struct Description {
     QString title;
-    QKeySequence shortcut;  // empty for none
+    QKeySequence shortcut;  // empty: none
     std::function<bool()> isAllowed;
     std::function<void()> act;
   };
@@ -39,9 +39,9 @@ class Command : public QObject {
   bool editsText() const;
   bool isEnabled() const { return isEnabled_; }
 
-  // Asks again whether it can be had.
+  // Updates whether it is available.
   void refresh();
-  // Does it; nothing happens while it is disabled.
+  // Executes it; does nothing while it is disabled.
   Q_INVOKABLE void trigger();
 
  signals:

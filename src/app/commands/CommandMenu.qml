@@ -1,4 +1,5 @@
-// The menu of the main window: editing of text, then the commands, then what is of the program.
+// The menu of the main window: commands for text, then those for the tree, then those for the
+// program.
 import QtQuick
 import Tessaly.Commands
 import Tessaly.Controls
@@ -7,7 +8,7 @@ MarrowMenu {
     id: menu
 
     required property MenuCommands commands
-    // False while something lies over what the commands act on.
+    // False while an overlay covers what the commands act on.
     required property bool allowed
 
     signal settingsAsked

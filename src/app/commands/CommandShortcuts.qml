@@ -1,5 +1,5 @@
-// The keys of the commands, for the window that this stands in. A text field that has the keyboard
-// keeps the keys that it edits with.
+// The keys of the commands in a window. A text field with the keyboard focus keeps its editing
+// keys.
 import QtQuick
 import Tessaly.Commands
 
@@ -7,9 +7,9 @@ Instantiator {
     id: shortcuts
 
     required property MenuCommands commands
-    // False while something lies over what the commands act on.
+    // False while an overlay covers what the commands act on.
     required property bool allowed
-    // What has the keyboard in that window.
+    // The item with the keyboard focus in that window.
     required property Item focusItem
 
     readonly property TextEditing editing: TextEditing {

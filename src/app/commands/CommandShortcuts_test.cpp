@@ -1,4 +1,4 @@
-// The keys of the commands in a window with a text field beside a place that is none.
+// The keys of the commands in a window with a text field and another focusable item.
 #include <gmock/gmock.h>
 
 #include <QClipboard>
@@ -63,14 +63,14 @@ class CommandShortcuts : public SessionFixture {
   QQuickView view_;
 };
 
-TEST_F(CommandShortcuts, trigger_their_commands) {
+TEST_F(CommandShortcuts, shortcuts_trigger_their_commands) {
   press(Qt::Key_A);
   EXPECT_THAT(session().selection().selected(), SizeIs(2));
   press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(2));
 }
 
-TEST_F(CommandShortcuts, are_silent_where_they_are_not_allowed) {
+TEST_F(CommandShortcuts, shortcuts_do_nothing_while_not_allowed) {
   view_.rootObject()->setProperty("allowed", false);
   press(Qt::Key_A);
   press(Qt::Key_F);
@@ -78,7 +78,7 @@ TEST_F(CommandShortcuts, are_silent_where_they_are_not_allowed) {
   EXPECT_FALSE(session().shown().searchOpen());
 }
 
-TEST_F(CommandShortcuts, leave_a_text_field_the_keys_that_it_edits_with) {
+TEST_F(CommandShortcuts, a_text_field_keeps_the_keys_that_edit_its_text) {
   machine_.trash.put("/data/a");
   session().selection().setFocused(session().navigation().current()->children()[0]);
   type("field");
@@ -94,7 +94,7 @@ TEST_F(CommandShortcuts, leave_a_text_field_the_keys_that_it_edits_with) {
   EXPECT_TRUE(machine_.trash.has("/data/a"));
 }
 
-TEST_F(CommandShortcuts, of_no_use_to_a_text_field_trigger_beside_it_too) {
+TEST_F(CommandShortcuts, other_shortcuts_trigger_in_a_text_field_too) {
   type("field");
   session().selection().setFocused(session().navigation().current()->children()[0]);
   press(Qt::Key_L);
@@ -102,14 +102,14 @@ TEST_F(CommandShortcuts, of_no_use_to_a_text_field_trigger_beside_it_too) {
   EXPECT_EQ(item("field")->property("text"), "one two");
 }
 
-TEST_F(CommandShortcuts, act_once_for_keys_that_are_held_down) {
+TEST_F(CommandShortcuts, held_keys_trigger_a_command_once) {
   machine_.trash.put("/data/a");
   session().selection().setFocused(session().navigation().current()->children()[0]);
   press(Qt::Key_Backspace);
   ASSERT_FALSE(machine_.trash.has("/data/a"));
   machine_.trash.put("/data/b");
   session().selection().setFocused(session().navigation().current()->children()[1]);
-  // As a keyboard repeats a key that is held.
+  // Repeats a key like a keyboard on which it is held.
   qt_sendShortcutOverrideEvent(&view_, 0, Qt::Key_Backspace, Qt::ControlModifier, {}, true);
   EXPECT_TRUE(machine_.trash.has("/data/b"));
 }

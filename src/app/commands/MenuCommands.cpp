@@ -37,7 +37,7 @@ bool hasTrashed(const ScanSession& session) {
 MenuCommands::MenuCommands(Services services, QObject* parent)
     : QObject(parent), services_(std::move(services)) {
   addAll();
-  // All that the conditions go by.
+  // The signals of everything that the conditions depend on.
   const ScanSession& session = services_.session;
   connect(&session.selection(), &Selection::selectionChanged, this, &MenuCommands::refresh);
   connect(&session.navigation(), &Navigation::stackChanged, this, &MenuCommands::refresh);
@@ -49,7 +49,7 @@ MenuCommands::MenuCommands(Services services, QObject* parent)
 void MenuCommands::addAll() {
   ScanSession& session = services_.session;
   NodeActions& actions = services_.actions;
-  // Control stands for Command on this system, as Qt has it on the other one too.
+  // Qt uses Control for this modifier on this system, and for Command on the other one.
   constexpr auto command = Qt::CTRL;
   constexpr auto shift = Qt::SHIFT;
   constexpr auto option = Qt::ALT;
@@ -72,7 +72,7 @@ void MenuCommands::addAll() {
       [&session] { session.navigation().back(); });
   add("Rescan", command | Qt::Key_R, canRescan, &ScanSession::rescan);
   add("Queue Focused Item", command | Qt::Key_L, always, [&session] {
-    // A copy: the session may let go of its own meanwhile.
+    // A copy: the session may reset its own meanwhile.
     if (const auto focused = session.selection().focused())
       session.cleanupQueue().addToQueue(*focused);
   });

@@ -1,7 +1,7 @@
-// The commands of the main window, in the order of its menu. Each goes by what the session holds
-// when it is triggered, and is enabled and disabled as the session changes.
+// The commands of the main window, in the order of its menu. They act on the session's state when
+// they are triggered, and are enabled and disabled as it changes.
 //
-// Main thread only. The session and the actions outlive it.
+// Main thread only. The session and the actions must outlive it.
 #pragma once
 
 #include <functional>

@@ -77,7 +77,7 @@ constexpr Row rows[] = {{"Search Files…", "Ctrl+F"},
                         {"Export JSON…", ""},
                         {"Move Focused to Trash", "Ctrl+Backspace"}};
 
-TEST_F(MenuCommandsTest, stand_in_their_order_with_their_keys) {
+TEST_F(MenuCommandsTest, commands_have_their_order_and_keys) {
   ASSERT_THAT(commands_.all(), SizeIs(std::size(rows)));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     EXPECT_EQ(commands_.all()[i]->title().toStdString(), rows[i].title);
@@ -85,7 +85,7 @@ TEST_F(MenuCommandsTest, stand_in_their_order_with_their_keys) {
   }
 }
 
-TEST_F(MenuCommandsTest, have_keys_that_no_two_of_them_share) {
+TEST_F(MenuCommandsTest, no_two_commands_share_keys) {
   for (const Row& one : rows) {
     for (const Row& other : rows) {
       if (&one == &other || *one.shortcut == 0) continue;
@@ -94,7 +94,7 @@ TEST_F(MenuCommandsTest, have_keys_that_no_two_of_them_share) {
   }
 }
 
-TEST_F(MenuCommandsTest, know_which_keys_a_text_field_edits_with) {
+TEST_F(MenuCommandsTest, editsText_marks_the_commands_whose_keys_edit_text) {
   EXPECT_TRUE(command(QStringLiteral("Select All Visible")).editsText());
   EXPECT_TRUE(command(QStringLiteral("Move Focused to Trash")).editsText());
   EXPECT_FALSE(command(QStringLiteral("Search Files…")).editsText());
@@ -102,7 +102,7 @@ TEST_F(MenuCommandsTest, know_which_keys_a_text_field_edits_with) {
   EXPECT_FALSE(command(QStringLiteral("Export JSON…")).editsText());
 }
 
-TEST_F(MenuCommandsTest, are_enabled_at_the_start_where_nothing_is_asked_of_the_session) {
+TEST_F(MenuCommandsTest, commands_that_need_nothing_are_enabled_at_the_start) {
   std::vector<std::string> enabled;
   for (const Command* each : commands_.all())
     if (each->isEnabled()) enabled.push_back(each->title().toStdString());
@@ -110,7 +110,7 @@ TEST_F(MenuCommandsTest, are_enabled_at_the_start_where_nothing_is_asked_of_the_
                                    "Quick Look", "Copy Path", "Move Focused to Trash"));
 }
 
-TEST_F(MenuCommandsTest, on_the_tree_are_enabled_with_one) {
+TEST_F(MenuCommandsTest, commands_on_the_tree_need_a_tree) {
   for (const char* title :
        {"Compare Folder…", "Watch Folder", "Select All Visible", "Export JSON…"}) {
     EXPECT_FALSE(isEnabled(title)) << title;
@@ -122,7 +122,7 @@ TEST_F(MenuCommandsTest, on_the_tree_are_enabled_with_one) {
   }
 }
 
-TEST_F(MenuCommandsTest, on_the_selection_are_enabled_with_one) {
+TEST_F(MenuCommandsTest, commands_on_the_selection_need_a_selection) {
   scan();
   const QSignalSpy unmoved(&command(QStringLiteral("Rescan")), &Command::enabledChanged);
   for (const char* title : {"Queue Selection", "Zip Then Trash Selection"}) {
@@ -158,14 +158,14 @@ TEST_F(MenuCommandsTest, rescan_is_disabled_while_a_scan_runs_and_enabled_afterw
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(MenuCommandsTest, rescan_is_enabled_again_once_a_scan_was_cancelled) {
+TEST_F(MenuCommandsTest, rescan_is_enabled_after_a_cancelled_scan) {
   scan();
   trigger("Rescan");
   session().run().cancel();
   EXPECT_TRUE(isEnabled("Rescan"));
 }
 
-TEST_F(MenuCommandsTest, put_back_is_enabled_while_something_can_be) {
+TEST_F(MenuCommandsTest, put_back_is_enabled_while_there_is_something_to_put_back) {
   scan();
   EXPECT_FALSE(isEnabled("Put Back Last Trash"));
   trashOne();
@@ -184,7 +184,7 @@ TEST_F(MenuCommandsTest, both_searches_open_the_search) {
   }
 }
 
-TEST_F(MenuCommandsTest, do_nothing_without_a_focused_item_and_stay_enabled) {
+TEST_F(MenuCommandsTest, commands_on_the_focus_do_nothing_without_one_and_stay_enabled) {
   scan();
   for (const char* title : {"Queue Focused Item", "Quick Look", "Copy Path"}) {
     EXPECT_TRUE(isEnabled(title)) << title;
@@ -197,7 +197,7 @@ TEST_F(MenuCommandsTest, do_nothing_without_a_focused_item_and_stay_enabled) {
   EXPECT_FALSE(machine_.pasteboard.text.has_value());
 }
 
-TEST_F(MenuCommandsTest, go_by_the_bytes_of_the_focused_item) {
+TEST_F(MenuCommandsTest, commands_act_on_the_bytes_of_the_focused_path) {
   scan();
   session().selection().setFocused(child(1));
   trigger("Queue Focused Item");
@@ -209,7 +209,7 @@ TEST_F(MenuCommandsTest, go_by_the_bytes_of_the_focused_item) {
   EXPECT_EQ(machine_.pasteboard.text, "/data/caf\xE9");
 }
 
-TEST_F(MenuCommandsTest, move_the_focused_item_to_the_trash) {
+TEST_F(MenuCommandsTest, move_to_trash_moves_the_focused_item) {
   scan();
   machine_.trash.put("/data/caf\xE9", "beans");
   session().selection().setFocused(child(1));
@@ -217,7 +217,7 @@ TEST_F(MenuCommandsTest, move_the_focused_item_to_the_trash) {
   EXPECT_FALSE(machine_.trash.has("/data/caf\xE9"));
 }
 
-TEST_F(MenuCommandsTest, select_and_queue_what_is_on_screen) {
+TEST_F(MenuCommandsTest, commands_select_and_queue_the_items_on_screen) {
   scan();
   trigger("Select All Visible");
   EXPECT_THAT(session().selection().selected(), SizeIs(2));
@@ -226,7 +226,7 @@ TEST_F(MenuCommandsTest, select_and_queue_what_is_on_screen) {
   EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
-TEST_F(MenuCommandsTest, do_not_act_while_they_are_disabled) {
+TEST_F(MenuCommandsTest, disabled_commands_do_nothing) {
   trigger("Compare Folder…");
   trigger("Export JSON…");
   trigger("Rescan");
@@ -235,7 +235,7 @@ TEST_F(MenuCommandsTest, do_not_act_while_they_are_disabled) {
   EXPECT_EQ(session().run().status(), ScanStatus::idle);
 }
 
-TEST_F(MenuCommandsTest, ask_where_a_folder_is_and_where_a_report_goes) {
+TEST_F(MenuCommandsTest, compare_and_export_ask_for_a_folder_and_a_file) {
   scan();
   trigger("Compare Folder…");
   EXPECT_THAT(folderPanel_.requests, SizeIs(1));
@@ -243,7 +243,7 @@ TEST_F(MenuCommandsTest, ask_where_a_folder_is_and_where_a_report_goes) {
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
 }
 
-TEST_F(MenuCommandsTest, end_the_program_only_when_asked_to) {
+TEST_F(MenuCommandsTest, only_quit_ends_the_program) {
   EXPECT_EQ(quits_, 0);
   commands_.quit();
   EXPECT_EQ(quits_, 1);

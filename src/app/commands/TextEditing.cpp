@@ -10,7 +10,7 @@ void TextEditing::setTarget(QQuickItem* target) {
   emit changed();
 }
 
-// The two kinds of field have no class in common, but the same operations.
+// The two kinds of fields have no common class, but the same operations.
 bool TextEditing::isField() const {
   return target_ && (target_->inherits("QQuickTextInput") || target_->inherits("QQuickTextEdit"));
 }
@@ -20,7 +20,7 @@ bool TextEditing::isReadOnly() const {
 }
 
 bool TextEditing::canCopy() const {
-  // What a field hides it does not give away.
+  // Hidden text must not be copied.
   return isField() && !target_->property("selectedText").toString().isEmpty() &&
          target_->property("echoMode").toInt() == 0;
 }

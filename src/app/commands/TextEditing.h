@@ -1,5 +1,5 @@
-// The usual commands of editing, for the text field that had the keyboard before the menu opened.
-// Without one, all of them are disabled. The field does them as it does for its own keys.
+// The usual editing commands for the text field that had the keyboard focus before the menu opened.
+// Without a field all are disabled. They call the field's own operations.
 #pragma once
 
 #include <QPointer>
@@ -11,9 +11,9 @@ namespace tessaly {
 class TextEditing : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  // Any item; one that is no TextInput and no TextEdit is as good as none.
+  // Any item; one that is not a TextInput or TextEdit counts as none.
   Q_PROPERTY(QQuickItem* target READ target WRITE setTarget NOTIFY changed)
-  // The target is a field.
+  // Whether the target is a field.
   Q_PROPERTY(bool isField READ isField NOTIFY changed)
   Q_PROPERTY(bool canCut READ canCut NOTIFY changed)
   Q_PROPERTY(bool canCopy READ canCopy NOTIFY changed)
@@ -24,7 +24,7 @@ class TextEditing : public QObject {
   using QObject::QObject;
 
   QQuickItem* target() const { return target_; }
-  // Looks at the field anew, even where it is the same.
+  // Updates the properties, even if the item is the same.
   void setTarget(QQuickItem* target);
 
   bool isField() const;

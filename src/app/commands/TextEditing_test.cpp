@@ -11,7 +11,7 @@
 namespace tessaly {
 namespace {
 
-// Runs for both kinds of field.
+// Runs with both kinds of fields.
 class TextEditingTest : public testing::TestWithParam<const char*> {
  protected:
   TextEditingTest() {
@@ -27,7 +27,7 @@ class TextEditingTest : public testing::TestWithParam<const char*> {
   TextEditing editing_;
 };
 
-TEST_P(TextEditingTest, can_select_all_of_a_text_and_nothing_else_at_first) {
+TEST_P(TextEditingTest, only_select_all_is_available_at_first) {
   EXPECT_TRUE(editing_.canSelectAll());
   EXPECT_FALSE(editing_.canCut());
   EXPECT_FALSE(editing_.canCopy());
@@ -36,7 +36,7 @@ TEST_P(TextEditingTest, can_select_all_of_a_text_and_nothing_else_at_first) {
   EXPECT_FALSE(editing_.canSelectAll());
 }
 
-TEST_P(TextEditingTest, cuts_copies_and_pastes_what_is_selected) {
+TEST_P(TextEditingTest, the_selected_text_is_cut_copied_and_pasted) {
   selectStart();
   EXPECT_TRUE(editing_.canCopy());
   editing_.copy();
@@ -52,7 +52,7 @@ TEST_P(TextEditingTest, cuts_copies_and_pastes_what_is_selected) {
   EXPECT_EQ(field()->property("selectedText"), "one two");
 }
 
-TEST_P(TextEditingTest, leaves_a_text_alone_that_is_only_read) {
+TEST_P(TextEditingTest, a_read_only_text_is_not_changed) {
   QGuiApplication::clipboard()->setText("three");
   field()->setProperty("readOnly", true);
   selectStart();
@@ -64,7 +64,7 @@ TEST_P(TextEditingTest, leaves_a_text_alone_that_is_only_read) {
   EXPECT_EQ(text(), "one two");
 }
 
-TEST_P(TextEditingTest, tells_when_there_may_be_another_answer) {
+TEST_P(TextEditingTest, changed_is_emitted_when_a_property_may_have_changed) {
   const QSignalSpy changes(&editing_, &TextEditing::changed);
   editing_.setTarget(nullptr);
   editing_.setTarget(field());
@@ -74,7 +74,7 @@ TEST_P(TextEditingTest, tells_when_there_may_be_another_answer) {
 
 INSTANTIATE_TEST_SUITE_P(Fields, TextEditingTest, testing::Values("TextInput", "TextEdit"));
 
-TEST(TextEditingAlone, gives_away_nothing_that_is_hidden) {
+TEST(TextEditingAlone, hidden_text_is_not_copied) {
   const ControlScene scene("TextInput { text: 'secret'; echoMode: TextInput.Password }");
   QMetaObject::invokeMethod(scene.control(), "selectAll");
   TextEditing editing;
@@ -83,7 +83,7 @@ TEST(TextEditingAlone, gives_away_nothing_that_is_hidden) {
   EXPECT_FALSE(editing.canCut());
 }
 
-TEST(TextEditingAlone, can_do_nothing_without_a_field) {
+TEST(TextEditingAlone, nothing_is_available_without_a_field) {
   const ControlScene scene("MarrowButton { text: 'Button' }");
   TextEditing editing;
   for (QQuickItem* target : {static_cast<QQuickItem*>(nullptr), scene.control()}) {
@@ -94,7 +94,7 @@ TEST(TextEditingAlone, can_do_nothing_without_a_field) {
   }
 }
 
-TEST(TextEditingAlone, lets_go_of_a_field_that_is_gone) {
+TEST(TextEditingAlone, a_destroyed_field_is_forgotten) {
   TextEditing editing;
   {
     const ControlScene scene("TextInput { text: 'one' }");

@@ -54,7 +54,7 @@ int ClipboardHandOver::descriptor() const {
 void ClipboardHandOver::serve() {
   if (!isPending() || isServing_) return;
   isServing_ = true;
-  // Qt answers the manager's questions for the content.
+  // Qt answers the manager's requests for the content.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   isServing_ = false;
   if (isPending()) goOn();
@@ -99,8 +99,8 @@ void ClipboardHandOver::askWhetherManaged() {
   stage_ = Stage::manager;
 }
 
-// In the name of a window of its own. The property, which that does not have, would name what is to
-// be saved; without it, it is all there is.
+// The request needs a window and a property. The property would name the formats to save; without
+// it, all are saved.
 void ClipboardHandOver::askToSave() {
   asking_ = xcb_generate_id(connection_);
   const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;

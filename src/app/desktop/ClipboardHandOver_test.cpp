@@ -25,7 +25,7 @@ struct Free {
 template <class Reply>
 using Owned = std::unique_ptr<Reply, Free>;
 
-// A clipboard manager, as far as one that only knows plain text: it saves when it is asked to.
+// A clipboard manager for plain text: it saves the content on request.
 class Manager {
  public:
   explicit Manager(const XServer& server)
@@ -41,14 +41,14 @@ class Manager {
   Manager(const Manager&) = delete;
   Manager& operator=(const Manager&) = delete;
 
-  // Whether something has come from the server.
+  // Whether an event has come from the server.
   bool hasWork() {
     sync();
     if (!next_) next_.reset(xcb_poll_for_event(connection_));
     return next_ != nullptr;
   }
 
-  // Goes on with that.
+  // Handles the events so far.
   void work() {
     for (; hasWork(); next_.reset()) {
       const unsigned type = next_->response_type & 0x7fU;
@@ -59,7 +59,7 @@ class Manager {
     xcb_flush(connection_);
   }
 
-  // Tells a window that it is done.
+  // Tells a window that saving is done.
   void answer(xcb_window_t window) {
     xcb_selection_notify_event_t done{};
     done.response_type = XCB_SELECTION_NOTIFY;
@@ -115,7 +115,7 @@ class ClipboardHandOverTest : public X11Fixture {
     settle();
   }
 
-  // Has it served until `fact` holds, for a minute at most. Nothing else runs the event loop.
+  // Serves until `fact` is true, for a minute at most. Nothing else runs the event loop.
   static bool serveUntil(ClipboardHandOver& handOver, const std::function<bool()>& fact) {
     const Deadline over = Deadline::after(60);
     while (!over.hasPassed()) {
@@ -133,7 +133,7 @@ class ClipboardHandOverTest : public X11Fixture {
   }
 };
 
-TEST_F(ClipboardHandOverTest, leaves_the_content_with_the_manager) {
+TEST_F(ClipboardHandOverTest, the_content_is_passed_to_the_manager) {
   Manager manager(sharedXServer());
   QtPasteboard().setText("/home/caf\xe9");
   ClipboardHandOver handOver;
@@ -145,8 +145,8 @@ TEST_F(ClipboardHandOverTest, leaves_the_content_with_the_manager) {
   EXPECT_EQ(handOver.descriptor(), -1);
 }
 
-// Nor does the answer to somebody else end it.
-TEST_F(ClipboardHandOverTest, goes_on_for_as_long_as_the_manager_says_nothing) {
+// An answer to another window does not end it either.
+TEST_F(ClipboardHandOverTest, the_hand_over_stays_pending_while_the_manager_is_silent) {
   Manager manager(sharedXServer());
   QtPasteboard().setText("text");
   QWindow another;
@@ -163,15 +163,15 @@ TEST_F(ClipboardHandOverTest, goes_on_for_as_long_as_the_manager_says_nothing) {
   EXPECT_TRUE(comesToItsEnd(handOver, &manager));
 }
 
-TEST_F(ClipboardHandOverTest, is_over_where_there_is_no_manager) {
+TEST_F(ClipboardHandOverTest, the_hand_over_is_done_without_a_manager) {
   QtPasteboard().setText("text");
   ClipboardHandOver handOver;
   EXPECT_TRUE(handOver.isPending());
   EXPECT_TRUE(comesToItsEnd(handOver));
 }
 
-// Whatever the event loop brings in the middle of it may come here once more.
-TEST_F(ClipboardHandOverTest, is_not_served_while_it_is_served) {
+// The event loop inside serve() may call it again.
+TEST_F(ClipboardHandOverTest, serve_does_nothing_within_itself) {
   const Manager manager(sharedXServer());
   QtPasteboard().setText("text");
   ClipboardHandOver handOver;
@@ -189,7 +189,7 @@ TEST_F(ClipboardHandOverTest, is_not_served_while_it_is_served) {
   EXPECT_EQ(order, "first second");
 }
 
-TEST_F(ClipboardHandOverTest, is_nothing_without_content_of_ours) {
+TEST_F(ClipboardHandOverTest, the_hand_over_is_done_without_own_content) {
   const Manager manager(sharedXServer());
   const ClipboardHandOver handOver;
   EXPECT_FALSE(handOver.isPending());

@@ -1,4 +1,4 @@
-// The program's icon on a desktop, where a window asks for attention. Main thread only.
+// The program's icon on a desktop, where a window requests attention. Main thread only.
 #pragma once
 
 #include <QWindow>
@@ -9,8 +9,8 @@ namespace tessaly {
 
 class DesktopIcon : public ApplicationIcon {
  public:
-  // The window that asks for attention; not owned, and it may go before the icon does. Until there
-  // is one, requestAttention() does nothing.
+  // The window that requests attention; not owned, and may be destroyed before the icon. Without
+  // one, requestAttention() does nothing.
   virtual void setWindow(QWindow* window) = 0;
 };
 

@@ -1,5 +1,5 @@
-// What the desktop does for the program, each made when it is asked for. There is one
-// implementation for each system; CMake links one of them, and app/main hands it to the program.
+// The services of the desktop, created on request. Each system has an implementation; CMake links
+// one of them, and app/main passes it to the program.
 #pragma once
 
 #include <memory>
@@ -17,7 +17,7 @@
 
 namespace tessaly {
 
-// Main thread only, once the QApplication stands. A dispatch outlives what is made with it.
+// Main thread only, after the QApplication is created. The dispatch must outlive the results.
 class DesktopServices {
  public:
   virtual ~DesktopServices() = default;
@@ -30,11 +30,11 @@ class DesktopServices {
   virtual std::unique_ptr<DesktopIcon> makeIcon(Dispatch& dispatch) const = 0;
   virtual std::unique_ptr<NotificationCenter> makeNotifications(Dispatch& dispatch) const = 0;
   virtual std::unique_ptr<StatusBarExtra> makeStatusBarExtra(Dispatch& dispatch) const = 0;
-  // Goes before the QApplication does.
+  // Destroy the result before the QApplication.
   virtual std::unique_ptr<GlobalHotKey> makeHotKey(Dispatch& dispatch) const = 0;
 };
 
-// Those of the system that the program is built for.
+// The services of the system that the program is built for.
 const DesktopServices& desktopServices();
 
 }  // namespace tessaly

@@ -30,7 +30,7 @@ std::string lowerCase(std::string_view text) {
   return lower;
 }
 
-// Where Qt looks for its platforms.
+// The folders where Qt looks for its platform plugins.
 QStringList pluginFolders() {
   QStringList folders;
   if (const std::string own = environment("QT_QPA_PLATFORM_PLUGIN_PATH"); !own.empty())
@@ -40,7 +40,7 @@ QStringList pluginFolders() {
   return folders;
 }
 
-// By what the plugins say of themselves; none is loaded.
+// From the metadata of the plugins; loads none.
 std::vector<std::string> installedPlatforms() {
   std::vector<std::string> platforms;
   for (const QString& folder : pluginFolders()) {
@@ -61,7 +61,7 @@ bool isWayland(std::string_view platform) {
   return platform.starts_with("wayland");
 }
 
-// Qt does not mind the case of the name. What stands behind ":" are options.
+// Qt ignores the case of the name. Options follow a ":".
 std::string nameOf(std::string_view platform) {
   return lowerCase(platform.substr(0, platform.find(':')));
 }
@@ -108,7 +108,7 @@ std::vector<std::string_view> partsOf(std::string_view list) {
 DisplayFacts DisplayFacts::ofThisMachine() {
   DisplayFacts facts = {.requested = environment("QT_QPA_PLATFORM"),
                         .waylandSession = environment("XDG_SESSION_TYPE") == "wayland"};
-  // Takes some milliseconds, which a usual start is spared.
+  // Takes some milliseconds, which a usual start can do without.
   if (!facts.requested.empty()) facts.installed = installedPlatforms();
   const std::string order = orderOf(facts);
   for (const std::string_view platform : partsOf(order)) {

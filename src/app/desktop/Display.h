@@ -1,5 +1,5 @@
-// Which display the program draws on. Asked before Qt starts, because Qt ends the program with a
-// long message and a core dump where it finds none.
+// The display that the program uses. Determined before Qt starts, because without a display Qt ends
+// the program with a long message and a core dump.
 #pragma once
 
 #include <string>
@@ -7,27 +7,26 @@
 
 namespace tessaly {
 
-// What the machine says about its displays.
+// The machine's settings and servers for displays.
 struct DisplayFacts {
-  std::string requested = {};  // QT_QPA_PLATFORM: platforms of Qt's parted by ";", or empty
-  // The platforms that Qt has here, in lower case. Not looked for where none is requested.
+  std::string requested = {};  // QT_QPA_PLATFORM: Qt platforms separated by ";", or empty
+  // The platforms of the installed Qt, in lower case. Not determined if none is requested.
   std::vector<std::string> installed = {};
-  bool waylandSession = false;  // the desktop is a Wayland one
-  bool waylandAnswers = false;  // a Wayland server answers, and Qt can speak to it
-  bool xAnswers = false;        // an X server answers, and lets us in
+  bool waylandSession = false;  // the desktop session uses Wayland
+  bool waylandAnswers = false;  // a Wayland server answers, and Qt has a plugin for it
+  bool xAnswers = false;        // an X server answers and accepts us
 
-  // Asks the servers in the order of platformFor(), and none behind the first that answers: one
-  // that takes connections and says nothing is waited for, for some seconds.
+  // Asks the servers in the order of platformFor(), up to the first one that answers. Waits some
+  // seconds for a server that accepts a connection without answering.
   static DisplayFacts ofThisMachine();
 };
 
-// The platform of Qt's to start with, as QApplication's -platform takes it: the first one requested
-// that can be reached, else the one of the session. Empty where there is no display. A requested
-// platform other than Wayland and X, such as "offscreen", needs no server and counts as reached
-// where Qt has it.
+// The Qt platform to start with, in the format of QApplication's -platform: the first requested one
+// that can be reached, else that of the session. Empty without a display. A requested platform
+// other than Wayland and X, such as "offscreen", needs no server and can be reached if Qt has it.
 std::string platformFor(const DisplayFacts& facts);
 
-// What to tell the user, in one line without its end, where that is empty.
+// The message for the user if that is empty, in one line without its end.
 std::string complaintFor(const DisplayFacts& facts);
 
 }  // namespace tessaly

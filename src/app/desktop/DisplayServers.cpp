@@ -49,19 +49,19 @@ bool becomes(short event, const Descriptor& descriptor, const Deadline& deadline
   return false;
 }
 
-// In a child that was forked from a program with threads: nothing that takes a lock of theirs, but
-// for memory, which the C library sees to.
+// Runs in a child that was forked from a program with threads: must not take a lock that they may
+// hold, except for memory, which the C library handles.
 [[noreturn]] void connectToX(pid_t parent) {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (::getppid() != parent) ::_exit(EXIT_FAILURE);
-  // The library writes a refusal to standard error.
+  // The library prints a refusal to standard error.
   const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   if (nothing >= 0) ::dup2(nothing, STDERR_FILENO);
   xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
   ::_exit(xcb_connection_has_error(connection) == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-// Without a name where it cannot be.
+// Without a path if it is too long.
 sockaddr_un waylandAddress() {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -70,8 +70,8 @@ sockaddr_un waylandAddress() {
   return address;
 }
 
-// connect() takes every kind of address through the one generic type. A listener whose queue is
-// full has not answered yet.
+// connect() takes every kind of address as the generic type. A listener with a full queue has not
+// answered yet.
 bool isConnected(const Descriptor& socket, const sockaddr_un& address, const Deadline& deadline) {
   constexpr int aMoment = 20;  // milliseconds
   while (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) !=
@@ -84,8 +84,8 @@ bool isConnected(const Descriptor& socket, const sockaddr_un& address, const Dea
 
 }  // namespace
 
-// The library that knows the way (hosts, screens, cookies) waits for as long as it takes, so it is
-// asked in a process that can be ended.
+// The library that handles hosts, screens and cookies waits without a limit, so it runs in a
+// process that can be killed.
 bool xAnswers(Deadline deadline) {
   if (environment("DISPLAY").empty()) return false;
   std::array<int, 2> ends{};
@@ -97,7 +97,7 @@ bool xAnswers(Deadline deadline) {
   if (child < 0) return false;
   if (child == 0) connectToX(parent);
   held.close();
-  // The child's end of the pipe goes with the child.
+  // The child's end of the pipe closes with the child.
   becomes(POLLHUP, over, deadline);
   ::kill(child, SIGKILL);
   int status = 0;
@@ -112,8 +112,8 @@ bool waylandAnswers(Deadline deadline) {
   if (address.sun_path[0] == '\0') return false;
   const Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (socket.get() < 0 || !isConnected(socket, address, deadline)) return false;
-  // "wl_display.sync", to which any compositor says something: object 1, 12 bytes of request 0,
-  // object 2 for the answer. In the byte order of the machine.
+  // "wl_display.sync", which every compositor answers: object 1, 12 bytes with request 0, object 2
+  // for the answer. In the machine's byte order.
   constexpr std::array<std::uint32_t, 3> sync = {1, 12U << 16U, 2};
   if (::send(socket.get(), sync.data(), sizeof sync, MSG_NOSIGNAL) !=
       static_cast<ssize_t>(sizeof sync)) {

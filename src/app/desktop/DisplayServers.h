@@ -1,6 +1,6 @@
-// Whether the servers that the environment names for windows answer. One that takes a connection
-// and then says nothing does not. Each call waits for its server, but no longer than until the
-// deadline; what the servers say of themselves is lost.
+// Whether the display servers named in the environment answer. A server that accepts a connection
+// without answering does not. Each call waits for its server until the deadline at most; output of
+// the libraries is dropped.
 #pragma once
 
 #include <string>
@@ -9,13 +9,13 @@
 
 namespace tessaly::DisplayServers {
 
-// The X server of $DISPLAY, which has to let us in.
+// The X server of $DISPLAY, which must accept us.
 bool xAnswers(Deadline deadline);
 
 // The Wayland compositor of $WAYLAND_DISPLAY.
 bool waylandAnswers(Deadline deadline);
 
-// The path of that one's socket; "" where none is named.
+// The path of its socket; "" if none is set.
 std::string waylandSocket();
 
 }  // namespace tessaly::DisplayServers

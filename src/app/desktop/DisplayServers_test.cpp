@@ -17,7 +17,7 @@
 namespace tessaly {
 namespace {
 
-// Sets a variable of the environment for as long as it is there.
+// Sets an environment variable during its lifetime.
 class Variable {
  public:
   Variable(const char* name, const std::string& value)
@@ -39,8 +39,8 @@ class Variable {
   bool wasSet_;
 };
 
-// Takes one connection, and writes `answer` to it once something has been asked. Ends with the
-// object, by its listener.
+// Accepts one connection, and writes `answer` to it after a request. The destructor closes the
+// listener and ends it.
 class Server {
  public:
   Server(const MuteServer& listener, std::string answer)
@@ -77,7 +77,7 @@ class WaylandServer : public testing::Test {
   std::string name_ = "wayland-7";
 };
 
-TEST_F(WaylandServer, that_is_not_there_does_not_answer) {
+TEST_F(WaylandServer, a_missing_wayland_server_does_not_answer) {
   for (const std::string& name : {std::string(), std::string("none"), tree_.at("none"),
                                   std::string(200, 'x'), std::string("/dev/null")}) {
     name_ = name;
@@ -85,7 +85,7 @@ TEST_F(WaylandServer, that_is_not_there_does_not_answer) {
   }
 }
 
-TEST_F(WaylandServer, that_takes_a_connection_and_says_nothing_does_not_answer) {
+TEST_F(WaylandServer, a_silent_wayland_server_does_not_answer) {
   const MuteServer listener = MuteServer::at(tree_.at(name_));
   EXPECT_FALSE(answers(0.2));
   EXPECT_TRUE(listener.wasAsked());
@@ -93,7 +93,7 @@ TEST_F(WaylandServer, that_takes_a_connection_and_says_nothing_does_not_answer) 
   EXPECT_FALSE(answers(0.2));
 }
 
-TEST_F(WaylandServer, that_says_something_answers) {
+TEST_F(WaylandServer, a_wayland_server_that_says_something_answers) {
   const MuteServer listener = MuteServer::at(tree_.at(name_));
   {
     const Server server(listener, "something");
@@ -105,9 +105,9 @@ TEST_F(WaylandServer, that_says_something_answers) {
   EXPECT_TRUE(answers(60));
 }
 
-TEST_F(WaylandServer, whose_queue_is_full_does_not_answer) {
+TEST_F(WaylandServer, a_wayland_server_with_a_full_queue_does_not_answer) {
   const MuteServer listener = MuteServer::at(tree_.at(name_));
-  // Room for one, which is taken.
+  // The queue has one place, which is taken.
   ASSERT_EQ(::listen(listener.socket().get(), 0), 0);
   EXPECT_FALSE(answers(0.2));
   EXPECT_FALSE(answers(0.2));
@@ -126,24 +126,24 @@ class XServerSocket : public testing::Test {
   const MuteServer listener_ = MuteServer::ofX();
 };
 
-TEST_F(XServerSocket, that_is_not_there_does_not_answer) {
+TEST_F(XServerSocket, a_missing_x_server_does_not_answer) {
   for (const char* name : {"", ":", "nonsense", "localhost:4999", ":4999", ":99999"})
     EXPECT_FALSE(answers(name, 60)) << name;
 }
 
-TEST_F(XServerSocket, that_takes_a_connection_and_says_nothing_does_not_answer) {
+TEST_F(XServerSocket, a_silent_x_server_does_not_answer) {
   EXPECT_FALSE(answers(0.5));
   const Server server(listener_, "");
   EXPECT_FALSE(answers(0.5));
 }
 
-// As without the cookie: the first byte is 0, the second the length of the reason, which the
-// library writes to standard error.
-TEST_F(XServerSocket, that_lets_nobody_in_does_not_answer_and_its_words_are_lost) {
+// Like a server without our cookie: the first byte is 0, the second the length of the reason, which
+// the library prints to standard error.
+TEST_F(XServerSocket, an_x_server_that_refuses_does_not_answer_and_its_reason_is_dropped) {
   const std::string reason = "Go away.";
   std::string refusal(8, '\0');
   refusal[1] = static_cast<char>(reason.size());
-  refusal[2] = 11;  // the version of the protocol
+  refusal[2] = 11;  // version of the protocol
   refusal[6] = static_cast<char>(reason.size() / 4);
   const Server server(listener_, refusal + reason);
   testing::internal::CaptureStderr();

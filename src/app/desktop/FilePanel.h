@@ -1,5 +1,5 @@
-// What the panels for folders and files have in common: a dialog of Qt's own, which follows the
-// dark look of the window where the desktop's would not, and opens where it was left.
+// The common part of the panels for folders and files: Qt's own dialog, which has the dark look of
+// the window, in contrast to the desktop's, and opens where it was left.
 #pragma once
 
 #include <optional>
@@ -9,14 +9,14 @@
 
 namespace tessaly::FilePanel {
 
-// Makes `dialog` ready to open in `directory`.
+// Prepares `dialog` to open in `directory`.
 void setUp(QFileDialog& dialog, const std::string& directory);
 
-// Runs the event loop until the user has answered. Gives the absolute path he chose, as bytes;
-// absent when he backed out.
+// Runs the event loop until the user has answered. Returns the absolute path as bytes; absent if
+// the user cancelled.
 std::optional<std::string> run(QFileDialog& dialog);
 
-// The bytes of a path that came from a dialog.
+// The bytes of a path from a dialog.
 std::string bytesOf(const QString& path);
 
 }  // namespace tessaly::FilePanel

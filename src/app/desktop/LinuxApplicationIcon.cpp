@@ -13,7 +13,7 @@ namespace tessaly {
 
 namespace {
 
-// Of a text that is a whole number, with or without a percent sign.
+// The value of a text that is an integer, with or without a percent sign.
 std::optional<std::int64_t> countIn(std::string_view text) {
   if (text.ends_with('%')) text.remove_suffix(1);
   std::int64_t count = 0;
@@ -32,14 +32,14 @@ LinuxApplicationIcon::Services LinuxApplicationIcon::Services::real() {
 LinuxApplicationIcon::LinuxApplicationIcon(Dispatch& dispatch, Services services)
     : alert_(std::move(services.alert)), bus_(dispatch, std::move(services.connect)) {}
 
-// A dock that starts later knows nothing of a badge set before, so every one goes out, also where
-// it says the same again.
+// A dock that starts later has missed earlier badges, so every badge is sent, even if it is the
+// same.
 void LinuxApplicationIcon::setBadge(const std::string& text) {
   const std::optional<std::int64_t> count = countIn(text);
   const QVariantMap properties = {
       {QStringLiteral("count"), QVariant::fromValue<qlonglong>(count.value_or(0))},
       {QStringLiteral("count-visible"), count.has_value()},
-      // A share of the disk, but nothing that is under way.
+      // The number is a share of the disk, not a progress.
       {QStringLiteral("progress"), 0.0},
       {QStringLiteral("progress-visible"), false}};
   QDBusMessage update = QDBusMessage::createSignal(

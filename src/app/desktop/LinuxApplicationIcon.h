@@ -1,9 +1,9 @@
-// The icon of the program on a Linux desktop. The badge goes out on the session bus as
-// com.canonical.Unity.LauncherEntry.Update, which docks of several desktops listen to; attention is
-// asked for by the window. Main thread only.
+// The icon of the program on a Linux desktop. The badge is sent on the session bus as
+// com.canonical.Unity.LauncherEntry.Update, which docks of several desktops handle; the window
+// requests attention. Main thread only.
 //
-// Such a badge is a whole number: of "87%" the docks show 87, and a text that is no number takes
-// the badge away.
+// Such a badge is an integer: for "87%" the docks show 87, and a text that is not a number hides
+// the badge.
 #pragma once
 
 #include <functional>
@@ -19,10 +19,10 @@ namespace tessaly {
 
 class LinuxApplicationIcon final : public DesktopIcon {
  public:
-  // How it reaches the desktop.
+  // The connection to the desktop.
   struct Services {
     SessionBus::Connect connect;
-    // Marks a window as one that wants attention, until it becomes active.
+    // Marks a window as requesting attention until it becomes active.
     std::function<void(QWindow& window)> alert;
 
     static Services real();

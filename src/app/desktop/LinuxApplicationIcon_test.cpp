@@ -1,4 +1,4 @@
-// A dock of our own on a bus of our own; windows without a display.
+// A test's own dock on its own bus; windows without a display.
 #include "app/desktop/LinuxApplicationIcon.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ class ListeningDock : public QObject {
 
  public:
   bool listenOn(QDBusConnection bus) {
-    // The question to the bus comes back when it knows of the listener.
+    // The reply to this call shows that the bus knows of the listener.
     return bus.connect(QString(), QString(), QStringLiteral("com.canonical.Unity.LauncherEntry"),
                        QStringLiteral("Update"), this, SLOT(update(QDBusMessage))) &&
            bus.interface()->registeredServiceNames().isValid();
@@ -49,7 +49,7 @@ class LinuxApplicationIconTest : public testing::Test {
     ASSERT_TRUE(dock_.listenOn(bus_.connection(QStringLiteral("dock"))));
   }
 
-  // Gives what the dock is told for a badge.
+  // What the dock receives for a badge.
   QVariantMap badge(const std::string& text) {
     const std::size_t before = dock_.updates.size();
     icon_.setBadge(text);
@@ -72,7 +72,7 @@ class LinuxApplicationIconTest : public testing::Test {
                               [this](QWindow& window) { alerts_.push_back(&window); }}};
 };
 
-TEST_F(LinuxApplicationIconTest, tells_the_docks_the_number_of_the_badge) {
+TEST_F(LinuxApplicationIconTest, the_dock_gets_the_number_of_the_badge) {
   const QVariantMap properties = badge("87%");
   const QDBusMessage& update = dock_.updates.front();
   EXPECT_EQ(update.signature(), QStringLiteral("sa{sv}"));
@@ -84,7 +84,7 @@ TEST_F(LinuxApplicationIconTest, tells_the_docks_the_number_of_the_badge) {
   EXPECT_EQ(properties.value(QStringLiteral("count")).typeId(), QMetaType::LongLong);
 }
 
-TEST_F(LinuxApplicationIconTest, takes_every_whole_number_for_one) {
+TEST_F(LinuxApplicationIconTest, every_integer_is_a_badge) {
   for (const auto& [text, count] : std::vector<std::pair<std::string, qlonglong>>{
            {"0%", 0}, {"-0%", 0}, {"100%", 100}, {"12", 12}, {"9223372036854775807", INT64_MAX}}) {
     const QVariantMap properties = badge(text);
@@ -93,13 +93,13 @@ TEST_F(LinuxApplicationIconTest, takes_every_whole_number_for_one) {
   }
 }
 
-TEST_F(LinuxApplicationIconTest, hides_the_badge_for_what_is_no_number) {
+TEST_F(LinuxApplicationIconTest, a_text_that_is_not_a_number_hides_the_badge) {
   for (const std::string text :
        {"", "%", "nan%", "inf%", "full", "87 files", "8.5%", "87%%", "9223372036854775808"})
     EXPECT_FALSE(badge(text).value(QStringLiteral("count-visible")).toBool()) << text;
 }
 
-TEST_F(LinuxApplicationIconTest, tells_the_docks_of_every_badge_in_its_order) {
+TEST_F(LinuxApplicationIconTest, the_dock_gets_every_badge_in_order) {
   icon_.setBadge("1%");
   icon_.setBadge("2%");
   badge("2%");
@@ -109,14 +109,14 @@ TEST_F(LinuxApplicationIconTest, tells_the_docks_of_every_badge_in_its_order) {
     EXPECT_EQ(dock_.properties(update).value(QStringLiteral("count")), count);
 }
 
-TEST_F(LinuxApplicationIconTest, asks_for_attention_by_the_window) {
+TEST_F(LinuxApplicationIconTest, the_window_requests_attention) {
   QWindow window;
   icon_.setWindow(&window);
   icon_.requestAttention();
   EXPECT_EQ(alerts_, std::vector<QWindow*>{&window});
 }
 
-TEST_F(LinuxApplicationIconTest, leaves_the_user_alone_who_is_there_already) {
+TEST_F(LinuxApplicationIconTest, an_active_window_does_not_request_attention) {
   QWindow window;
   window.show();
   window.requestActivate();
@@ -131,7 +131,7 @@ TEST_F(LinuxApplicationIconTest, leaves_the_user_alone_who_is_there_already) {
   EXPECT_TRUE(alerts_.empty());
 }
 
-TEST_F(LinuxApplicationIconTest, asks_for_no_attention_without_a_window) {
+TEST_F(LinuxApplicationIconTest, nothing_requests_attention_without_a_window) {
   icon_.requestAttention();
   auto window = std::make_unique<QWindow>();
   icon_.setWindow(window.get());

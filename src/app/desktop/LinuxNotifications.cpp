@@ -14,8 +14,7 @@ const QString& service() {
   return name;
 }
 
-// The sound that themes have for a message that comes by itself. Without one the service would be
-// free to choose.
+// The theme's sound for unsolicited messages. Without it the service would choose one.
 QVariantMap hintsFor(const NotificationCenter::Notification& notification) {
   QVariantMap hints = {{QStringLiteral("desktop-entry"), QStringLiteral("tessaly")}};
   if (notification.hasSound) {
@@ -41,7 +40,7 @@ void LinuxNotifications::post(const Notification& notification) {
   send(notification);
 }
 
-// A service that was started anew may have given the id to somebody else's notification.
+// A restarted service may have given this id to another program's notification.
 void LinuxNotifications::send(const Notification& notification) {
   if (shown_.at(notification.identifier).id == 0) {
     notify(notification, 0);
@@ -64,7 +63,7 @@ void LinuxNotifications::notify(const Notification& notification, std::uint32_t 
       QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"),
                                      service(), QStringLiteral("Notify"));
   constexpr int asLongAsUsual = -1;
-  // The service reads the body as markup, and only the body.
+  // The service interprets the body as markup, and nothing else.
   message << QStringLiteral("Tessaly") << replacedId << QString()
           << QString::fromStdString(notification.title)
           << QString::fromStdString(notification.body).toHtmlEscaped() << QStringList()

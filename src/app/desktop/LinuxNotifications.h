@@ -1,6 +1,6 @@
-// Notifications by the service that answers to org.freedesktop.Notifications on the session bus, as
-// the Desktop Notifications Specification 1.2 of freedesktop.org describes it. Main thread only;
-// nothing waits for the service, and where there is none, nothing is shown.
+// Notifications through the service org.freedesktop.Notifications on the session bus, by the
+// Desktop Notifications Specification 1.2 of freedesktop.org. Main thread only; nothing waits for
+// the service, and without one nothing is shown.
 #pragma once
 
 #include <cstdint>
@@ -18,19 +18,19 @@ class LinuxNotifications final : public NotificationCenter {
   explicit LinuxNotifications(Dispatch& dispatch,
                               SessionBus::Connect connect = SessionBus::connectToReal);
 
-  // Nothing: any program may post here. What the user thinks of it he tells the desktop, which then
-  // keeps the notifications to itself.
+  // Does nothing: any program may post here. Users block notifications in the settings of the
+  // desktop.
   void requestAuthorization() override {}
 
   void post(const Notification& notification) override;
 
  private:
-  // What the service knows under an identifier.
+  // The notification that the service shows for an identifier.
   struct Shown {
-    std::uint32_t id = 0;  // as the service calls it; 0 before there is one
+    std::uint32_t id = 0;  // id given by the service; 0 before its answer
     QString owner;         // of the service at that time: another one has other ids
     bool isUnderWay = false;
-    std::optional<Notification> next;  // came meanwhile, and waits for the id
+    std::optional<Notification> next;  // posted meanwhile; waits for the id
   };
 
   void send(const Notification& notification);

@@ -1,4 +1,4 @@
-// A notification service of our own, on a bus of our own.
+// A test's own notification service on its own bus.
 #include "app/desktop/LinuxNotifications.h"
 
 #include <fcntl.h>
@@ -45,14 +45,14 @@ class LinuxNotificationsTest : public testing::Test {
     ASSERT_TRUE(server().registerService(serviceName));
   }
 
-  // The service takes its time.
+  // The service answers late.
   void holdAnswers() {
     service_.answer = [](const QDBusMessage& call, const QDBusConnection&) {
       call.setDelayedReply(true);
     };
   }
 
-  // Long enough for a notification that must first ask who the service is.
+  // Long enough for a notification that first asks for the owner of the service.
   void settle() {
     dispatch_.finish();
     for (int i = 0; i < 3; ++i) catchUp(program(), serviceName, objectPath);
@@ -79,7 +79,7 @@ class LinuxNotificationsTest : public testing::Test {
   LinuxNotifications notifications_{dispatch_, [this] { return program(); }};
 };
 
-TEST_F(LinuxNotificationsTest, shows_the_notification) {
+TEST_F(LinuxNotificationsTest, the_notification_is_shown) {
   startService();
   post(nearlyFull);
   ASSERT_EQ(service_.calls.size(), 1u);
@@ -98,21 +98,21 @@ TEST_F(LinuxNotificationsTest, shows_the_notification) {
                          {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}}));
 }
 
-TEST_F(LinuxNotificationsTest, is_silent_unless_there_is_to_be_a_sound) {
+TEST_F(LinuxNotificationsTest, a_notification_is_silent_unless_it_has_a_sound) {
   startService();
   post(saying("quiet"));
   EXPECT_EQ(hints(0), (QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("tessaly")},
                                    {QStringLiteral("suppress-sound"), true}}));
 }
 
-TEST_F(LinuxNotificationsTest, keeps_the_service_from_reading_the_body_as_markup) {
+TEST_F(LinuxNotificationsTest, the_body_is_escaped_so_that_it_is_not_read_as_markup) {
   startService();
   post({.identifier = "news", .title = "a < b", .body = "R&D <b>caf\u00e9</b>"});
   EXPECT_EQ(argument(0, 3), QStringLiteral("a < b"));
   EXPECT_EQ(body(0), QStringLiteral("R&amp;D &lt;b&gt;caf\u00e9&lt;/b&gt;"));
 }
 
-TEST_F(LinuxNotificationsTest, replaces_the_earlier_one_of_the_same_identifier) {
+TEST_F(LinuxNotificationsTest, a_notification_replaces_the_earlier_one_of_its_identifier) {
   startService();
   post(saying("first"));
   post(saying("second"));
@@ -122,7 +122,7 @@ TEST_F(LinuxNotificationsTest, replaces_the_earlier_one_of_the_same_identifier) 
   EXPECT_EQ(replacedBy(2), 8u);
 }
 
-TEST_F(LinuxNotificationsTest, leaves_those_of_other_identifiers_alone) {
+TEST_F(LinuxNotificationsTest, a_notification_does_not_replace_those_of_other_identifiers) {
   startService();
   post(saying("first", "a"));
   post(saying("second", "b"));
@@ -130,7 +130,7 @@ TEST_F(LinuxNotificationsTest, leaves_those_of_other_identifiers_alone) {
   EXPECT_EQ(replacedBy(1), 0u);
 }
 
-TEST_F(LinuxNotificationsTest, shows_the_newest_once_the_one_under_way_has_its_id) {
+TEST_F(LinuxNotificationsTest, the_newest_is_shown_once_the_pending_one_has_its_id) {
   startService();
   holdAnswers();
   post(saying("first"));
@@ -144,7 +144,7 @@ TEST_F(LinuxNotificationsTest, shows_the_newest_once_the_one_under_way_has_its_i
   EXPECT_EQ(replacedBy(1), 31u);
 }
 
-TEST_F(LinuxNotificationsTest, goes_on_with_others_while_one_gets_no_answer) {
+TEST_F(LinuxNotificationsTest, others_are_shown_while_one_gets_no_answer) {
   startService();
   holdAnswers();
   post(saying("first", "a"));
@@ -153,7 +153,7 @@ TEST_F(LinuxNotificationsTest, goes_on_with_others_while_one_gets_no_answer) {
   EXPECT_EQ(body(1), QStringLiteral("second"));
 }
 
-TEST_F(LinuxNotificationsTest, takes_no_id_from_a_service_that_refused) {
+TEST_F(LinuxNotificationsTest, an_error_of_the_service_gives_no_id) {
   startService();
   const auto accept = service_.answer;
   post(saying("first"));
@@ -168,7 +168,7 @@ TEST_F(LinuxNotificationsTest, takes_no_id_from_a_service_that_refused) {
   EXPECT_EQ(replacedBy(2), 0u);
 }
 
-TEST_F(LinuxNotificationsTest, replaces_nothing_at_a_service_that_was_started_anew) {
+TEST_F(LinuxNotificationsTest, nothing_is_replaced_at_a_restarted_service) {
   startService();
   post(saying("first"));
   ASSERT_TRUE(server().unregisterService(serviceName));
@@ -183,14 +183,14 @@ TEST_F(LinuxNotificationsTest, replaces_nothing_at_a_service_that_was_started_an
   EXPECT_EQ(successor.calls.front().arguments().at(1).toUInt(), 0u);
 }
 
-TEST_F(LinuxNotificationsTest, waits_for_nobody_while_the_service_is_started) {
+TEST_F(LinuxNotificationsTest, posting_does_not_wait_for_the_start_of_the_service) {
   const TempTree folder;
   const std::string pipe = folder.path() + "/started";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   bus_.startServiceBy(serviceName, ": > " + pipe);
   notifications_.post(nearlyFull);
   dispatch_.finish();
-  // Opens once the bus has been asked for the service and has begun to start it.
+  // Opens once the bus has started to start the service.
   const int started = open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
   ASSERT_GE(started, 0);
   close(started);
@@ -201,7 +201,7 @@ TEST_F(LinuxNotificationsTest, waits_for_nobody_while_the_service_is_started) {
   EXPECT_EQ(argument(0, 3), QStringLiteral("Disk almost full"));
 }
 
-TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_service_but_does_once_there_is) {
+TEST_F(LinuxNotificationsTest, nothing_is_shown_without_a_service_until_there_is_one) {
   notifications_.post(saying("lost"));
   dispatch_.finish();
   catchUp(program(), serviceName, objectPath);
@@ -211,7 +211,7 @@ TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_service_but_does_
   EXPECT_EQ(body(0), QStringLiteral("shown"));
 }
 
-TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_bus) {
+TEST_F(LinuxNotificationsTest, nothing_is_shown_without_a_bus) {
   startService();
   LinuxNotifications notifications(dispatch_,
                                    [] { return QDBusConnection(QStringLiteral("nobody")); });
@@ -223,7 +223,7 @@ TEST_F(LinuxNotificationsTest, shows_nothing_where_there_is_no_bus) {
   EXPECT_TRUE(service_.calls.empty());
 }
 
-TEST_F(LinuxNotificationsTest, asks_nobody_for_leave) {
+TEST_F(LinuxNotificationsTest, requestAuthorization_sends_nothing) {
   startService();
   notifications_.requestAuthorization();
   settle();

@@ -9,7 +9,7 @@ namespace tessaly {
 
 namespace {
 
-// The path that a watcher expects of an item which registers by its name alone.
+// The path that a watcher expects of an item registered by its bus name only.
 const QString& itemPath() {
   static const QString path = QStringLiteral("/StatusNotifierItem");
   return path;
@@ -75,7 +75,7 @@ void LinuxStatusBarExtra::watch(QDBusConnection& bus) {
   QObject::connect(
       watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
       [this](const QString&, const QString&, const QString& owner) { ownerChanged(owner); });
-  // Without the sender's name, which the bus would have to be asked for, and waited for.
+  // Without the sender's name, which the bus would have to look up first.
   for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
     bus.connect(QString(), watcherPath(), watcherName(), QString::fromLatin1(signal), this,
                 SLOT(askForHost()));

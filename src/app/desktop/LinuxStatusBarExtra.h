@@ -1,6 +1,6 @@
 // The extra as an item of the notification area, by the StatusNotifierItem specification of
-// freedesktop.org: it registers with whoever is org.kde.StatusNotifierWatcher on the session bus,
-// and again with each one that takes its place. Main thread only; nothing waits for the bus.
+// freedesktop.org: it registers with the service org.kde.StatusNotifierWatcher on the session bus,
+// and again with each new owner of that name. Main thread only; nothing waits for the bus.
 //
 // It is shown while a watcher knows it and has somebody who draws. docs/status-item.md tells why
 // this is not a QSystemTrayIcon.
@@ -28,7 +28,7 @@ class LinuxStatusBarExtra final : public QObject, public StatusBarExtra {
   Q_OBJECT
 
  public:
-  // The pictures of a label, one for each size.
+  // The pictures of a label, one per size.
   using Paint = std::function<std::vector<QImage>(const Label&)>;
 
   LinuxStatusBarExtra(Dispatch& dispatch, Paint paint,
@@ -56,8 +56,8 @@ class LinuxStatusBarExtra final : public QObject, public StatusBarExtra {
   Presence presence_ = Presence::unknown;
   std::function<void()> presenceChanged_;
   QString ownName_;            // on the bus
-  unsigned registration_ = 0;  // counts; answers to an earlier one mean nothing
-  unsigned question_ = 0;      // for a host; the same
+  unsigned registration_ = 0;  // a counter; answers to earlier registrations are ignored
+  unsigned question_ = 0;      // a counter for the question whether there is a host; the same
   MenuOnBus menu_;
   StatusItem item_;
   std::unique_ptr<QDBusServiceWatcher> watcher_;

@@ -1,4 +1,4 @@
-// A notification area of our own, on a bus of our own.
+// A test's own notification area on its own bus.
 #include "app/desktop/LinuxStatusBarExtra.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
 
-// Writes down what an item and its menu say by themselves.
+// Records the signals of an item and its menu.
 class ItemListener : public QObject {
   Q_OBJECT
 
@@ -57,7 +57,7 @@ namespace {
 using Entry = StatusBarExtra::Entry;
 using Presence = StatusBarExtra::Presence;
 
-// A picture that tells which label it was painted for.
+// A picture that identifies its label.
 std::vector<QImage> paintWidth(const StatusBarExtra::Label& label) {
   QImage image(std::stoi(label.text), 2, QImage::Format_ARGB32_Premultiplied);
   image.fill(QColor(1, 2, 3));
@@ -99,7 +99,7 @@ class LinuxStatusBarExtraTest : public testing::Test {
     extra_->setMenu(menu_);
   }
 
-  // Until both ends have dealt with all that was said, and with what that has led to.
+  // Until both ends have handled all messages, and those that these have caused.
   void settle() {
     dispatch_.finish();
     for (int i = 0; i < 4; ++i) {
@@ -129,7 +129,7 @@ class LinuxStatusBarExtraTest : public testing::Test {
     return names;
   }
 
-  // As a panel asks, at the name the item has registered by.
+  // Calls like a panel, at the bus name of the registration.
   QDBusMessage ask(const QString& path, const QString& interface, const QString& method,
                    const QVariantList& arguments = {}) {
     QDBusMessage call =
@@ -184,19 +184,19 @@ class LinuxStatusBarExtraTest : public testing::Test {
   std::unique_ptr<LinuxStatusBarExtra> extra_;
 };
 
-TEST_F(LinuxStatusBarExtraTest, is_unknown_until_the_desktop_has_answered) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_is_unknown_until_the_desktop_has_answered) {
   makeExtra();
   EXPECT_EQ(extra_->presence(), Presence::unknown);
 }
 
-TEST_F(LinuxStatusBarExtraTest, registers_by_its_name_on_the_bus_and_is_shown) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_registers_by_its_bus_name_and_is_shown) {
   start();
   EXPECT_EQ(registrations(), std::vector{program().baseService()});
   EXPECT_EQ(extra_->presence(), Presence::shown);
   EXPECT_EQ(presences_, std::vector{Presence::shown});
 }
 
-TEST_F(LinuxStatusBarExtraTest, is_absent_without_a_bus) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_is_absent_without_a_bus) {
   extra_ = std::make_unique<LinuxStatusBarExtra>(
       dispatch_, paintWidth, [] { return QDBusConnection(QStringLiteral("nobody")); });
   extra_->setLabel({"externaldrive.fill", "7"});
@@ -204,13 +204,13 @@ TEST_F(LinuxStatusBarExtraTest, is_absent_without_a_bus) {
   EXPECT_EQ(extra_->presence(), Presence::absent);
 }
 
-TEST_F(LinuxStatusBarExtraTest, is_absent_without_a_watcher) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_is_absent_without_a_watcher) {
   makeExtra();
   settle();
   EXPECT_EQ(presences_, std::vector{Presence::absent});
 }
 
-TEST_F(LinuxStatusBarExtraTest, is_absent_where_the_watcher_refuses_it) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_is_absent_if_the_watcher_refuses_it) {
   startWatcher();
   watcher_.answer = [](const QDBusMessage& call, const QDBusConnection& bus) {
     bus.send(call.createErrorReply(QDBusError::AccessDenied, QStringLiteral("no")));
@@ -220,7 +220,7 @@ TEST_F(LinuxStatusBarExtraTest, is_absent_where_the_watcher_refuses_it) {
   EXPECT_EQ(extra_->presence(), Presence::absent);
 }
 
-TEST_F(LinuxStatusBarExtraTest, is_absent_while_nobody_draws_what_the_watcher_knows) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_is_absent_while_the_watcher_has_no_host) {
   hasHost_ = false;
   start();
   EXPECT_EQ(presences_, std::vector{Presence::absent});
@@ -234,7 +234,7 @@ TEST_F(LinuxStatusBarExtraTest, is_absent_while_nobody_draws_what_the_watcher_kn
   EXPECT_EQ(presences_, (std::vector{Presence::absent, Presence::shown, Presence::absent}));
 }
 
-TEST_F(LinuxStatusBarExtraTest, registers_with_a_watcher_that_comes_later) {
+TEST_F(LinuxStatusBarExtraTest, the_extra_registers_with_a_watcher_that_starts_later) {
   makeExtra();
   settle();
   ASSERT_EQ(extra_->presence(), Presence::absent);
@@ -244,7 +244,8 @@ TEST_F(LinuxStatusBarExtraTest, registers_with_a_watcher_that_comes_later) {
   EXPECT_EQ(extra_->presence(), Presence::shown);
 }
 
-TEST_F(LinuxStatusBarExtraTest, is_absent_once_the_watcher_has_gone_and_registers_with_the_next) {
+TEST_F(LinuxStatusBarExtraTest,
+       the_extra_is_absent_without_its_watcher_and_registers_with_the_next) {
   start();
   stopWatcher();
   settle();
@@ -255,7 +256,7 @@ TEST_F(LinuxStatusBarExtraTest, is_absent_once_the_watcher_has_gone_and_register
   EXPECT_EQ(presences_, (std::vector{Presence::shown, Presence::absent, Presence::shown}));
 }
 
-TEST_F(LinuxStatusBarExtraTest, does_not_believe_the_answer_of_a_watcher_that_has_gone) {
+TEST_F(LinuxStatusBarExtraTest, the_answer_of_a_watcher_that_is_gone_is_ignored) {
   QDBusMessage asked;
   startWatcher();
   const auto usual = watcher_.answer;
@@ -277,7 +278,7 @@ TEST_F(LinuxStatusBarExtraTest, does_not_believe_the_answer_of_a_watcher_that_ha
   EXPECT_EQ(extra_->presence(), Presence::absent);
 }
 
-TEST_F(LinuxStatusBarExtraTest, says_what_it_is) {
+TEST_F(LinuxStatusBarExtraTest, the_item_has_its_properties) {
   start();
   EXPECT_EQ(itemProperty("Category"), QStringLiteral("ApplicationStatus"));
   EXPECT_EQ(itemProperty("Id"), QStringLiteral("tessaly"));
@@ -290,8 +291,8 @@ TEST_F(LinuxStatusBarExtraTest, says_what_it_is) {
   EXPECT_EQ(toolTip.text, QStringLiteral("7"));
 }
 
-// Some panels ask for everything at once and give up on a wrong type.
-TEST_F(LinuxStatusBarExtraTest, gives_all_properties_at_once_in_the_types_of_the_interface) {
+// Some panels read all properties at once and give up at a wrong type.
+TEST_F(LinuxStatusBarExtraTest, all_properties_have_the_types_of_the_interface) {
   start();
   const QDBusMessage reply =
       ask(QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.freedesktop.DBus.Properties"),
@@ -312,7 +313,7 @@ TEST_F(LinuxStatusBarExtraTest, gives_all_properties_at_once_in_the_types_of_the
   EXPECT_EQ(all.size(), 16);
 }
 
-TEST_F(LinuxStatusBarExtraTest, has_its_pictures_on_the_bus_alpha_first_then_red) {
+TEST_F(LinuxStatusBarExtraTest, pictures_are_sent_as_alpha_red_green_blue) {
   start();
   const StatusPixmaps pictures = icon();
   ASSERT_EQ(pictures.size(), 2);
@@ -322,7 +323,7 @@ TEST_F(LinuxStatusBarExtraTest, has_its_pictures_on_the_bus_alpha_first_then_red
   EXPECT_EQ(pictures[1].width, 14);
 }
 
-TEST_F(LinuxStatusBarExtraTest, paints_anew_when_the_label_changes_and_only_then) {
+TEST_F(LinuxStatusBarExtraTest, pictures_are_painted_only_when_the_label_changes) {
   start();
   ItemListener listener;
   ASSERT_TRUE(listener.listenOn(desktop(), program().baseService(), menuPath()));
@@ -336,7 +337,7 @@ TEST_F(LinuxStatusBarExtraTest, paints_anew_when_the_label_changes_and_only_then
   EXPECT_EQ(icon().value(0).width, 9);
 }
 
-TEST_F(LinuxStatusBarExtraTest, shows_its_menu_line_by_line) {
+TEST_F(LinuxStatusBarExtraTest, the_menu_is_sent_entry_by_entry) {
   start();
   const MenuLayout menu = layout();
   EXPECT_EQ(menu.id, 0);
@@ -352,7 +353,7 @@ TEST_F(LinuxStatusBarExtraTest, shows_its_menu_line_by_line) {
             (QVariantMap{{QStringLiteral("label"), QStringLiteral("Quick Search…")}}));
 }
 
-TEST_F(LinuxStatusBarExtraTest, gives_only_as_much_of_the_menu_as_is_asked_for) {
+TEST_F(LinuxStatusBarExtraTest, only_the_requested_part_of_the_menu_is_sent) {
   start();
   EXPECT_TRUE(layout(0).children.isEmpty());
   const MenuLayout menu = layout(1, {QStringLiteral("enabled")});
@@ -361,20 +362,20 @@ TEST_F(LinuxStatusBarExtraTest, gives_only_as_much_of_the_menu_as_is_asked_for) 
   EXPECT_TRUE(menu.children[2].properties.isEmpty());
 }
 
-TEST_F(LinuxStatusBarExtraTest, shows_an_underline_as_one) {
+TEST_F(LinuxStatusBarExtraTest, an_underscore_is_shown_as_one) {
   menu_ = {button(1, "a_b")};
   start();
   EXPECT_EQ(layout().children[0].properties.value(QStringLiteral("label")), QStringLiteral("a__b"));
 }
 
-TEST_F(LinuxStatusBarExtraTest, does_what_is_clicked) {
+TEST_F(LinuxStatusBarExtraTest, a_click_runs_the_action_of_its_entry) {
   start();
   click(5);
   click(4);
   EXPECT_EQ(pressed_, (std::vector{5, 4}));
 }
 
-TEST_F(LinuxStatusBarExtraTest, does_nothing_for_other_events_texts_and_unknown_entries) {
+TEST_F(LinuxStatusBarExtraTest, other_events_texts_and_unknown_entries_do_nothing) {
   for (std::size_t i : {0u, 1u}) menu_[i].action = [this] { pressed_.push_back(0); };
   start();
   askMenu("Event", {4, QStringLiteral("hovered"), QVariant::fromValue(QDBusVariant(0)), 0u});
@@ -385,7 +386,7 @@ TEST_F(LinuxStatusBarExtraTest, does_nothing_for_other_events_texts_and_unknown_
   EXPECT_TRUE(pressed_.empty());
 }
 
-TEST_F(LinuxStatusBarExtraTest, takes_many_clicks_at_once_and_names_the_unknown_ones) {
+TEST_F(LinuxStatusBarExtraTest, a_group_of_clicks_returns_the_unknown_entries) {
   start();
   const QDBusVariant nothing(0);
   const QList<MenuEvent> events = {{4, QStringLiteral("clicked"), nothing, 0},
@@ -397,7 +398,7 @@ TEST_F(LinuxStatusBarExtraTest, takes_many_clicks_at_once_and_names_the_unknown_
             QList<int>{99});
 }
 
-TEST_F(LinuxStatusBarExtraTest, gives_the_properties_of_some_entries) {
+TEST_F(LinuxStatusBarExtraTest, the_properties_of_some_entries_are_sent) {
   start();
   const QDBusMessage reply =
       askMenu("GetGroupProperties", {QVariant::fromValue(QList<int>{5, 99, 1}), QStringList()});
@@ -419,7 +420,7 @@ TEST_F(LinuxStatusBarExtraTest, gives_the_properties_of_some_entries) {
   EXPECT_EQ(one(5, "label"), QStringLiteral("Quit"));
 }
 
-TEST_F(LinuxStatusBarExtraTest, needs_no_time_before_its_menu_is_shown) {
+TEST_F(LinuxStatusBarExtraTest, the_menu_needs_no_update_before_it_is_shown) {
   start();
   EXPECT_EQ(askMenu("AboutToShow", {0}).arguments().value(0), false);
   const QDBusMessage reply = askMenu("AboutToShowGroup", {QVariant::fromValue(QList<int>{0, 99})});
@@ -429,7 +430,7 @@ TEST_F(LinuxStatusBarExtraTest, needs_no_time_before_its_menu_is_shown) {
   EXPECT_EQ(property(menuPath(), menuInterface, "Status"), QStringLiteral("normal"));
 }
 
-TEST_F(LinuxStatusBarExtraTest, tells_of_a_menu_that_looks_different_and_only_of_such) {
+TEST_F(LinuxStatusBarExtraTest, a_changed_menu_is_announced_and_an_equal_one_is_not) {
   start();
   ItemListener listener;
   ASSERT_TRUE(listener.listenOn(desktop(), program().baseService(), menuPath()));
@@ -445,7 +446,7 @@ TEST_F(LinuxStatusBarExtraTest, tells_of_a_menu_that_looks_different_and_only_of
   EXPECT_EQ(askMenu("GetLayout", {0, 0, QStringList()}).arguments().value(0).toUInt(), before + 1);
 }
 
-TEST_F(LinuxStatusBarExtraTest, does_what_the_newest_menu_says) {
+TEST_F(LinuxStatusBarExtraTest, a_click_runs_the_action_of_the_newest_menu) {
   start();
   int newPresses = 0;
   menu_[2].action = [&] { ++newPresses; };
@@ -455,7 +456,7 @@ TEST_F(LinuxStatusBarExtraTest, does_what_the_newest_menu_says) {
   EXPECT_TRUE(pressed_.empty());
 }
 
-TEST_F(LinuxStatusBarExtraTest, may_be_given_another_menu_by_a_button_of_its_own) {
+TEST_F(LinuxStatusBarExtraTest, an_action_may_replace_the_menu) {
   start();
   menu_[2].action = [this] {
     extra_->setMenu({button(9, "New")});
@@ -467,7 +468,7 @@ TEST_F(LinuxStatusBarExtraTest, may_be_given_another_menu_by_a_button_of_its_own
   EXPECT_EQ(layout().children.value(0).id, 9);
 }
 
-TEST_F(LinuxStatusBarExtraTest, does_what_the_first_button_does_when_it_is_activated) {
+TEST_F(LinuxStatusBarExtraTest, activating_the_item_runs_its_first_button) {
   start();
   askItem("Activate", {10, 20});
   askItem("SecondaryActivate", {10, 20});
@@ -477,7 +478,7 @@ TEST_F(LinuxStatusBarExtraTest, does_what_the_first_button_does_when_it_is_activ
   EXPECT_EQ(pressed_.size(), 2u);
 }
 
-TEST_F(LinuxStatusBarExtraTest, hears_no_answer_once_it_has_gone) {
+TEST_F(LinuxStatusBarExtraTest, answers_after_the_destruction_are_dropped) {
   startWatcher();
   makeExtra();
   extra_.reset();

@@ -17,7 +17,7 @@ namespace tessaly {
 
 namespace {
 
-// Whether there is something at `path`, if only a link that leads nowhere.
+// Whether there is an item at `path`, a dangling link included.
 bool exists(const std::string& path) {
   struct stat status = {};
   return lstat(path.c_str(), &status) == 0;
@@ -33,7 +33,7 @@ std::string parentOf(const std::string& path) {
   return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
 }
 
-// The file manager is started by the bus when none runs, so the answer may take a while.
+// The bus may have to start the file manager, so the answer may take a while.
 bool showItems(const LinuxWorkspace::Services& services, const std::vector<std::string>& paths) {
   QDBusConnection bus = services.sessionBus();
   if (!bus.isConnected()) return false;
@@ -75,7 +75,8 @@ void openNow(const LinuxWorkspace::Services& services, const std::string& path) 
   }
 }
 
-// On some desktops xdg-open ends only with the application, which goes on when we have ended.
+// On some desktops xdg-open ends only with the application, which continues after this program has
+// ended.
 void startXdgOpen(const std::string& uri) {
   const char* const searchPath = std::getenv("PATH");
   const std::optional<std::string> program =

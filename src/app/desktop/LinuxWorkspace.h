@@ -1,10 +1,8 @@
-// The workspace on a Linux desktop: files are revealed by the file manager that answers to
-// org.freedesktop.FileManager1 on the session bus, and opened by xdg-open, which also shows the
-// folder where no file manager answers. A file that has gone since is not asked for: its folder is
-// shown instead.
+// The workspace on a Linux desktop: the service org.freedesktop.FileManager1 on the session bus
+// reveals files, and xdg-open opens them; xdg-open also shows the folder if no file manager
+// answers. For a file that no longer exists, its folder is shown instead.
 //
-// Both hand everything to a worker queue at once, since a bus, a file manager and a
-// disk can each take their time.
+// Both run on a worker queue, since a bus, a file manager and a disk may be slow.
 #pragma once
 
 #include <atomic>
@@ -22,7 +20,7 @@ namespace tessaly {
 
 class LinuxWorkspace : public Workspace {
  public:
-  // How it reaches the desktop. Both are called on a worker thread.
+  // The connection to the desktop. Both are called on a worker thread.
   struct Services {
     std::function<QDBusConnection()> sessionBus;
     // Opens a URI in its default application, without waiting for it.
@@ -35,13 +33,13 @@ class LinuxWorkspace : public Workspace {
 
   void reveal(const std::vector<std::string>& paths) override;
   void open(const std::string& path) override;
-  // No desktop on Linux has a page to give programs access to the disk.
+  // No desktop on Linux has a page of settings for access to the disk.
   bool openSettings(const std::string& /*url*/) override { return false; }
   void close() override { *isClosed_ = true; }
 
  private:
   Dispatch& dispatch_;
-  // Known to the workers too, which may outlive this object.
+  // Shared with the workers, which may outlive this object.
   std::shared_ptr<std::atomic<bool>> isClosed_ = std::make_shared<std::atomic<bool>>(false);
   Services services_;
 };

@@ -1,4 +1,4 @@
-// A bus of our own, with a file manager on it that writes down what it is asked for.
+// A test's own bus, with a file manager that records its calls.
 #include "app/desktop/LinuxWorkspace.h"
 
 #include <filesystem>
@@ -55,7 +55,7 @@ class LinuxWorkspaceTest : public testing::Test {
   std::vector<std::string> opened_;
 };
 
-TEST_F(LinuxWorkspaceTest, asks_the_file_manager_for_the_items) {
+TEST_F(LinuxWorkspaceTest, the_file_manager_reveals_the_items) {
   startFileManager();
   const std::string path = file("caf\xe9 1");
   workspace().reveal({path});
@@ -71,13 +71,13 @@ TEST_F(LinuxWorkspaceTest, asks_the_file_manager_for_the_items) {
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(LinuxWorkspaceTest, shows_the_folder_where_no_file_manager_answers) {
+TEST_F(LinuxWorkspaceTest, the_folder_is_shown_if_no_file_manager_answers) {
   workspace().reveal({file("a"), file("b")});
   dispatch_.finish();
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
-TEST_F(LinuxWorkspaceTest, shows_the_folder_of_a_file_that_has_gone) {
+TEST_F(LinuxWorkspaceTest, the_folder_of_a_missing_file_is_shown) {
   startFileManager();
   workspace().reveal({folder_.path() + "/gone"});
   dispatch_.finish();
@@ -85,7 +85,7 @@ TEST_F(LinuxWorkspaceTest, shows_the_folder_of_a_file_that_has_gone) {
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
-TEST_F(LinuxWorkspaceTest, does_nothing_where_the_folder_has_gone_as_well) {
+TEST_F(LinuxWorkspaceTest, nothing_is_shown_if_the_folder_is_missing_too) {
   startFileManager();
   workspace().reveal({folder_.path() + "/gone/with/it"});
   dispatch_.finish();
@@ -93,7 +93,7 @@ TEST_F(LinuxWorkspaceTest, does_nothing_where_the_folder_has_gone_as_well) {
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(LinuxWorkspaceTest, reveals_a_broken_link_itself) {
+TEST_F(LinuxWorkspaceTest, a_dangling_link_itself_is_revealed) {
   startFileManager();
   const std::string link = folder_.path() + "/link";
   std::filesystem::create_symlink("/nowhere", link);
@@ -102,20 +102,20 @@ TEST_F(LinuxWorkspaceTest, reveals_a_broken_link_itself) {
   EXPECT_EQ(fileManager_.calls.size(), 1u);
 }
 
-TEST_F(LinuxWorkspaceTest, opens_a_file_by_its_uri) {
+TEST_F(LinuxWorkspaceTest, a_file_is_opened_by_its_uri) {
   const std::string path = file("a b\xff");
   workspace().open(path);
   dispatch_.finish();
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path() + "/a%20b%FF"});
 }
 
-TEST_F(LinuxWorkspaceTest, opens_a_folder) {
+TEST_F(LinuxWorkspaceTest, a_folder_is_opened) {
   workspace().open(folder_.path());
   dispatch_.finish();
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
-TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_file_that_has_gone) {
+TEST_F(LinuxWorkspaceTest, the_folder_of_a_missing_file_is_opened) {
   startFileManager();
   workspace().open(folder_.path() + "/gone");
   dispatch_.finish();
@@ -123,7 +123,7 @@ TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_file_that_has_gone) {
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
-TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_link_that_leads_nowhere) {
+TEST_F(LinuxWorkspaceTest, the_folder_of_a_dangling_link_is_opened) {
   const std::string link = folder_.path() + "/link";
   std::filesystem::create_symlink("/nowhere", link);
   workspace().open(link);
@@ -131,13 +131,13 @@ TEST_F(LinuxWorkspaceTest, opens_the_folder_of_a_link_that_leads_nowhere) {
   EXPECT_EQ(opened_, std::vector{"file://" + folder_.path()});
 }
 
-TEST_F(LinuxWorkspaceTest, opens_nothing_where_the_folder_has_gone_as_well) {
+TEST_F(LinuxWorkspaceTest, nothing_is_opened_if_the_folder_is_missing_too) {
   workspace().open(folder_.path() + "/gone/with/it");
   dispatch_.finish();
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(LinuxWorkspaceTest, opens_nothing_in_the_place_of_a_file_manager_once_it_is_closed) {
+TEST_F(LinuxWorkspaceTest, a_closed_workspace_opens_nothing_instead_of_a_file_manager) {
   startFileManager();
   LinuxWorkspace workspace = this->workspace();
   fileManager_.answer = [&](const QDBusMessage& call, const QDBusConnection& bus) {
@@ -152,7 +152,7 @@ TEST_F(LinuxWorkspaceTest, opens_nothing_in_the_place_of_a_file_manager_once_it_
   EXPECT_TRUE(opened_.empty());
 }
 
-// The real desktop, but for a script in the place of xdg-open.
+// The real desktop, except for a script instead of xdg-open.
 class StartedXdgOpen : public testing::Test {
  protected:
   void SetUp() override {
@@ -163,7 +163,7 @@ class StartedXdgOpen : public testing::Test {
 
   void TearDown() override { qputenv("PATH", before_); }
 
-  // Goes on until somebody listens, and ends when the hold is released.
+  // Blocks until there is a reader, and ends when the hold is released.
   void plantXdgOpen(const std::string& holdPath) const {
     const std::string path = folder_.at("xdg-open");
     std::ofstream(path) << "#!/bin/sh\n"
@@ -183,7 +183,7 @@ class StartedXdgOpen : public testing::Test {
   QByteArray before_;
 };
 
-TEST_F(StartedXdgOpen, gets_the_uri_and_is_seen_off_when_it_ends) {
+TEST_F(StartedXdgOpen, xdg_open_gets_the_uri_and_is_reaped_when_it_ends) {
   Hold hold(folder_.at("hold"));
   plantXdgOpen(hold.path());
   const OwnProcess before = OwnProcess::now();
@@ -191,18 +191,18 @@ TEST_F(StartedXdgOpen, gets_the_uri_and_is_seen_off_when_it_ends) {
   EXPECT_EQ(told(), "file:///a%20b\n");
   EXPECT_TRUE(OwnProcess::now().hasChildren);
   hold.release();
-  // The hold is closed with its release.
+  // Releasing the hold closes its descriptor.
   const OwnProcess after{before.descriptors - 1, before.threads, false};
   EXPECT_EQ(settled(after), after);
 }
 
-TEST_F(StartedXdgOpen, is_missed_in_silence) {
+TEST_F(StartedXdgOpen, a_missing_xdg_open_is_ignored) {
   const OwnProcess before = OwnProcess::now();
   LinuxWorkspace::Services::real().openUri("file:///a%20b");
   EXPECT_EQ(OwnProcess::now(), before);
 }
 
-TEST_F(LinuxWorkspaceTest, has_no_pages_of_settings_and_asks_nobody_for_one) {
+TEST_F(LinuxWorkspaceTest, there_are_no_pages_of_settings_and_nothing_is_asked) {
   EXPECT_FALSE(workspace().openSettings("x-apple.systempreferences:com.apple.preference.security"));
   dispatch_.finish();
   EXPECT_TRUE(opened_.empty());

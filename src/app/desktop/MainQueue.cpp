@@ -9,7 +9,7 @@ namespace tessaly {
 
 namespace {
 
-// An event for each piece of work, so that the event loop gets its turn between two of them.
+// One event per piece of work, so that the event loop can run between two of them.
 constexpr QEvent::Type workIsWaiting = QEvent::User;
 
 }  // namespace
@@ -33,7 +33,7 @@ void MainQueue::close() {
   std::deque<Dispatch::Work> dropped;
   const std::lock_guard lock(mutex_);
   isClosed_ = true;
-  // An event is still on its way for each of them.
+  // There is still an event on its way for each of them.
   dropped.swap(waiting_);
 }
 

@@ -1,6 +1,6 @@
-// The main queue of the Dispatch, on Qt's event loop: work runs on the thread that made the queue,
-// one piece at a time, in the order in which it was handed over. What is still waiting when the
-// queue is closed or goes is dropped. post() may be called from any thread.
+// The main queue of the Dispatch, on Qt's event loop: work runs on the thread that created the
+// queue, one piece at a time, in the order in which it was posted. Closing or destroying the queue
+// drops waiting work. post() may be called from any thread.
 #pragma once
 
 #include <deque>
@@ -18,7 +18,7 @@ class MainQueue : public QObject {
 
   void post(Dispatch::Work work);
 
-  // Runs nothing more.
+  // Runs no more work.
   void close();
 
  protected:
@@ -27,8 +27,8 @@ class MainQueue : public QObject {
  private:
   Dispatch::Work takeNext();  // empty once the queue is closed
 
-  // Kept here and not in the events, so that the hand-over between threads is under a lock of our
-  // own, where the thread sanitizer sees it.
+  // Stored here and not in the events, so that a lock of our own protects it, which the thread
+  // sanitizer sees.
   std::mutex mutex_;
   std::deque<Dispatch::Work> waiting_;
   bool isClosed_ = false;

@@ -14,7 +14,7 @@
 namespace tessaly {
 namespace {
 
-TEST(MainQueue, runs_nothing_inside_post) {
+TEST(MainQueue, post_runs_nothing) {
   MainQueue queue;
   bool ran = false;
   queue.post([&] { ran = true; });
@@ -23,7 +23,7 @@ TEST(MainQueue, runs_nothing_inside_post) {
   EXPECT_TRUE(ran);
 }
 
-TEST(MainQueue, keeps_the_order_in_which_work_was_handed_over) {
+TEST(MainQueue, work_runs_in_the_order_of_posting) {
   MainQueue queue;
   std::vector<int> order;
   for (int i = 0; i < 50; ++i) queue.post([&order, i] { order.push_back(i); });
@@ -32,7 +32,7 @@ TEST(MainQueue, keeps_the_order_in_which_work_was_handed_over) {
   for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
 }
 
-TEST(MainQueue, brings_work_of_another_thread_to_its_own) {
+TEST(MainQueue, work_of_another_thread_runs_on_the_queues_own) {
   MainQueue queue;
   QThread* ranOn = nullptr;
   std::thread worker([&] { queue.post([&] { ranOn = QThread::currentThread(); }); });
@@ -41,7 +41,7 @@ TEST(MainQueue, brings_work_of_another_thread_to_its_own) {
   EXPECT_EQ(ranOn, QThread::currentThread());
 }
 
-TEST(MainQueue, drops_what_waits_when_it_goes) {
+TEST(MainQueue, destruction_drops_waiting_work) {
   auto queue = std::make_unique<MainQueue>();
   bool ran = false;
   queue->post([&] { ran = true; });
@@ -50,10 +50,10 @@ TEST(MainQueue, drops_what_waits_when_it_goes) {
   EXPECT_FALSE(ran);
 }
 
-TEST(MainQueue, runs_nothing_once_it_is_closed) {
+TEST(MainQueue, a_closed_queue_runs_nothing) {
   MainQueue queue;
   int ran = 0;
-  // What is dropped may hold something that speaks up when it goes.
+  // Dropped work may own an object whose destructor posts.
   auto token = std::shared_ptr<void>(nullptr, [&](void*) { queue.post([&] { ++ran; }); });
   queue.post([&ran, token = std::move(token)] { ++ran; });
   queue.close();

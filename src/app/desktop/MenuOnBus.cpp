@@ -18,12 +18,12 @@ bool looksAlike(const Entry& a, const Entry& b) {
   return a.id == b.id && a.kind == b.kind && a.title == b.title;
 }
 
-// An underline would mark the key of the letter behind it.
+// A single underscore would mark the access key.
 QString labelOf(const Entry& entry) {
   return QString::fromStdString(entry.title).replace(QLatin1Char('_'), QLatin1String("__"));
 }
 
-// What is as usual is left out: an entry is a plain one, visible and enabled.
+// Default values are left out: a standard entry, visible and enabled.
 QVariantMap allPropertiesOf(const Entry& entry) {
   switch (entry.kind) {
     case Entry::Kind::divider:
@@ -36,7 +36,7 @@ QVariantMap allPropertiesOf(const Entry& entry) {
   return {{QStringLiteral("label"), labelOf(entry)}};
 }
 
-// What an entry that does not say otherwise has.
+// The default value of a property.
 QVariant usual(const QString& property) {
   if (property == QLatin1String("type")) return QStringLiteral("standard");
   if (property == QLatin1String("enabled") || property == QLatin1String("visible")) return true;
@@ -117,7 +117,7 @@ void MenuOnBus::setEntries(std::vector<Entry> entries) {
   emit layoutUpdated(revision_);
 }
 
-// What the entry does may replace the menu, and it with it.
+// The action may replace the menu, and the entry with it.
 bool MenuOnBus::press(int id) {
   const Entry* pressed = entry(id);
   if (pressed == nullptr || pressed->kind != Entry::Kind::button) return false;
@@ -201,7 +201,7 @@ void MenuAdaptor::Event(int id, const QString& eventId, const QDBusVariant&, uin
   if (eventId == QLatin1String("clicked")) menu_.press(id);
 }
 
-// Which are unknown is found out before the first is acted on, which may replace the menu.
+// Unknown entries are collected before the first action, which may replace the menu.
 QList<int> MenuAdaptor::EventGroup(const QList<MenuEvent>& events) {
   QList<int> unknown;
   for (const MenuEvent& event : events)

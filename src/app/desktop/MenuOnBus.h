@@ -1,7 +1,7 @@
-// A menu as other programs draw it: the interface com.canonical.dbusmenu, version 3, over entries
-// of ours. Exported on a bus as an object with adaptors.
+// A menu that other programs draw: the interface com.canonical.dbusmenu, version 3. Exported on a
+// bus as an object with adaptors.
 //
-// Main thread only. Entries keep their numbers from one menu to the next; 0 is the menu itself.
+// Main thread only. Entries have the same numbers in all menus; 0 is the menu itself.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@
 
 namespace tessaly {
 
-// (ia{sv}av): an entry and those below it.
+// (ia{sv}av): an entry and its children.
 struct MenuLayout {
   int id = 0;
   QVariantMap properties;
@@ -54,19 +54,19 @@ class MenuOnBus : public QObject {
  public:
   explicit MenuOnBus(QObject* parent = nullptr);
 
-  // Tells those who draw it, unless it looks as it did.
+  // Announces the change unless the menu looks the same.
   void setEntries(std::vector<StatusBarExtra::Entry> entries);
 
-  // Does what the entry does; false when there is no such button.
+  // Runs the action of the entry; false if there is no such button.
   bool press(int id);
-  // The same with the first button there is.
+  // The same for the first button.
   void pressFirst();
 
   uint revision() const { return revision_; }
   bool has(int id) const;
-  // With those below it, if `depth` is not 0. Only the properties named, or all without a name.
+  // With children unless `depth` is 0. With the named properties, or all if there are no names.
   MenuLayout layout(int id, int depth, const QStringList& names) const;
-  // Of the entries asked for that there are; of all without a number.
+  // Of the requested entries that exist; of all if there are no numbers.
   QList<MenuItemProperties> properties(const QList<int>& ids, const QStringList& names) const;
 
  signals:
@@ -80,7 +80,7 @@ class MenuOnBus : public QObject {
   uint revision_ = 1;
 };
 
-// How the bus sees it.
+// The interface on the bus.
 class MenuAdaptor : public QDBusAbstractAdaptor {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")

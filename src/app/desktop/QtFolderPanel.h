@@ -1,7 +1,7 @@
-// The folder panel as a dialog of Qt's own, in the dark look of the window. Main thread only;
+// The folder panel as Qt's own dialog, with the dark look of the window. Main thread only;
 // chooseFolder() runs the event loop until the user has answered.
 //
-// The dialog shows only folders whose names are UTF-8, so the path it gives back is exact.
+// The dialog shows only folders whose names are UTF-8, so the returned path is exact.
 #pragma once
 
 #include <string>

@@ -13,13 +13,13 @@ namespace {
 
 const FolderPanel::Request request{.prompt = "Scan", .message = "Choose a folder to map."};
 
-TEST(QtFolderPanel, gives_nothing_when_the_user_backs_out) {
+TEST(QtFolderPanel, a_cancelled_folder_panel_returns_nothing) {
   QtFolderPanel panel("/");
   whenUp<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(panel.chooseFolder(request), std::nullopt);
 }
 
-TEST(QtFolderPanel, bears_the_message_and_the_prompt) {
+TEST(QtFolderPanel, the_folder_panel_shows_message_and_prompt) {
   QtFolderPanel panel("/");
   whenUp<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Choose a folder to map."));
@@ -31,7 +31,7 @@ TEST(QtFolderPanel, bears_the_message_and_the_prompt) {
   panel.chooseFolder(request);
 }
 
-TEST(QtFolderPanel, gives_the_chosen_folder) {
+TEST(QtFolderPanel, the_folder_panel_returns_the_chosen_folder) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("d\u00e9j\u00e0 vu")));
   QtFolderPanel panel(folder.path().toStdString());
@@ -42,7 +42,7 @@ TEST(QtFolderPanel, gives_the_chosen_folder) {
   EXPECT_EQ(panel.chooseFolder(request), folder.path().toStdString() + "/d\xc3\xa9j\xc3\xa0 vu");
 }
 
-TEST(QtFolderPanel, opens_where_it_was_left) {
+TEST(QtFolderPanel, the_folder_panel_opens_where_it_was_left) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("in")));
   QtFolderPanel panel("/");

@@ -9,14 +9,14 @@
 namespace tessaly {
 namespace {
 
-TEST(QtPasteboard, replaces_what_the_clipboard_holds) {
+TEST(QtPasteboard, setting_a_text_replaces_the_clipboard) {
   QtPasteboard pasteboard;
   QGuiApplication::clipboard()->setText(QStringLiteral("old"));
   pasteboard.setText("/home/ada/\xc3\xa9");
   EXPECT_EQ(QGuiApplication::clipboard()->text(), QString::fromUtf8("/home/ada/\xc3\xa9"));
 }
 
-TEST(QtPasteboard, carries_bytes_that_are_not_text) {
+TEST(QtPasteboard, bytes_that_are_not_utf8_are_kept) {
   QtPasteboard pasteboard;
   pasteboard.setText("/caf\xe9");
   const QMimeData* data = QGuiApplication::clipboard()->mimeData();

@@ -20,8 +20,8 @@ namespace {
 
 constexpr int mostBytesInName = 255;
 
-// Puts the extension behind the name before the dialog looks whether such a file is there. Qt's own
-// default suffix would leave "backup.2024" without one.
+// Appends the extension before the dialog checks whether the file exists. Qt's own default suffix
+// would not add one to "backup.2024".
 class SaveDialog : public QFileDialog {
  public:
   explicit SaveDialog(const QString& extension) : ending_(QLatin1Char('.') + extension) {
@@ -36,15 +36,15 @@ class SaveDialog : public QFileDialog {
     const QStringList files = selectedFiles();
     if (nameField == nullptr || list == nullptr || files.isEmpty()) return;
     QString path = files.first();
-    // A folder is entered, not written to.
+    // A folder is entered, not replaced.
     if (!QFileInfo(path).isDir()) {
       if (!path.endsWith(ending_, Qt::CaseInsensitive)) {
         path += ending_;
         nameField->setText(directory().relativeFilePath(path));
-        // The list follows what is typed, and Qt goes by the list first.
+        // The selection in the list follows the typed name, and Qt prefers the list.
         list->selectionModel()->clear();
       }
-      // No file can bear it, so the user had better think of another.
+      // No file can have this name, so the panel stays open for another one.
       if (QFile::encodeName(QFileInfo(path).fileName()).size() > mostBytesInName) return;
     }
     QFileDialog::accept();
@@ -54,7 +54,7 @@ class SaveDialog : public QFileDialog {
   QString ending_;
 };
 
-// The first of the numbered names that nothing in the folder has.
+// The first numbered name that is free in the folder.
 QString freeName(const std::string& name, const QString& folder) {
   const QDir directory(folder);
   int number = 1;
@@ -79,7 +79,7 @@ std::optional<std::string> QtSavePanel::chooseFile(const Request& request) {
   dialog.selectFile(request.isForNewFile ? freeName(name, dialog.directory().absolutePath())
                                          : QString::fromStdString(name));
   std::optional<std::string> path = FilePanel::run(dialog);
-  // Which may be another folder than the one in sight: the user can type a path.
+  // This may be another folder than the one shown: the user can type a path.
   if (path)
     directory_ = FilePanel::bytesOf(QFileInfo(dialog.selectedFiles().first()).absolutePath());
   return path;

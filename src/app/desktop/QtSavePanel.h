@@ -1,8 +1,8 @@
-// The save panel as a dialog of Qt's own, in the dark look of the window. Main thread only;
+// The save panel as Qt's own dialog, with the dark look of the window. Main thread only;
 // chooseFile() runs the event loop until the user has answered.
 //
-// The dialog knows only names that are UTF-8. A suggested name that is not, or that no file can
-// bear, is changed as little as needed before it stands in the name field.
+// The dialog accepts only names in UTF-8. A suggested name that is not UTF-8, or that no file can
+// have, is changed as little as needed.
 #pragma once
 
 #include <string>

@@ -36,7 +36,7 @@ class QtSavePanelTest : public testing::Test {
     return folder_.path().toStdString() + "/" + name;
   }
 
-  // What comes of a name that the user types.
+  // The result for a name that the user types.
   std::optional<std::string> chosenFor(const QString& name) {
     whenUp<QFileDialog>([name](QFileDialog& dialog) {
       type(dialog, name);
@@ -50,12 +50,12 @@ class QtSavePanelTest : public testing::Test {
   QtSavePanel panel_{folder_.path().toStdString()};
 };
 
-TEST_F(QtSavePanelTest, gives_nothing_when_the_user_backs_out) {
+TEST_F(QtSavePanelTest, a_cancelled_save_panel_returns_nothing) {
   whenUp<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(panel_.chooseFile(request), std::nullopt);
 }
 
-TEST_F(QtSavePanelTest, is_a_panel_of_the_extension_for_a_file_to_write) {
+TEST_F(QtSavePanelTest, the_save_panel_is_for_writing_a_file_with_the_extension) {
   whenUp<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
     EXPECT_EQ(dialog.fileMode(), QFileDialog::AnyFile);
@@ -67,7 +67,7 @@ TEST_F(QtSavePanelTest, is_a_panel_of_the_extension_for_a_file_to_write) {
   panel_.chooseFile(request);
 }
 
-TEST_F(QtSavePanelTest, suggests_the_name) {
+TEST_F(QtSavePanelTest, the_save_panel_suggests_the_name) {
   whenUp<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(typedIn(dialog), QStringLiteral("marrow-home.json"));
     accept(dialog);
@@ -75,7 +75,7 @@ TEST_F(QtSavePanelTest, suggests_the_name) {
   EXPECT_EQ(panel_.chooseFile(request), at("marrow-home.json"));
 }
 
-TEST_F(QtSavePanelTest, suggests_a_name_that_a_file_can_bear) {
+TEST_F(QtSavePanelTest, the_save_panel_suggests_a_valid_name) {
   whenUp<QFileDialog>([](QFileDialog& dialog) { accept(dialog); });
   EXPECT_EQ(panel_.chooseFile({.fileName = "marrow-a/\"b\"\n\xff.json", .extension = "json"}),
             at("marrow-a-'b'-\ufffd.json"));
@@ -84,7 +84,7 @@ TEST_F(QtSavePanelTest, suggests_a_name_that_a_file_can_bear) {
             at(std::string(250, 'a') + ".json"));
 }
 
-TEST_F(QtSavePanelTest, suggests_a_name_that_is_free_where_the_file_is_to_be_a_new_one) {
+TEST_F(QtSavePanelTest, the_save_panel_suggests_a_free_name_for_a_new_file) {
   SavePanel::Request forNewFile = request;
   forNewFile.isForNewFile = true;
   for (const char* name : {"marrow-home.json", "marrow-home 2.json", "marrow-home 3.json"}) {
@@ -102,7 +102,7 @@ TEST_F(QtSavePanelTest, suggests_a_name_that_is_free_where_the_file_is_to_be_a_n
   panel_.chooseFile(request);
 }
 
-TEST_F(QtSavePanelTest, lets_folders_be_made_where_that_is_wanted) {
+TEST_F(QtSavePanelTest, the_save_panel_creates_folders_if_allowed) {
   for (const bool canCreate : {true, false}) {
     whenUp<QFileDialog>([canCreate](QFileDialog& dialog) {
       EXPECT_EQ(dialog.findChild<QToolButton*>(QStringLiteral("newFolderButton"))->isEnabled(),
@@ -114,7 +114,7 @@ TEST_F(QtSavePanelTest, lets_folders_be_made_where_that_is_wanted) {
   }
 }
 
-TEST_F(QtSavePanelTest, appends_the_extension_that_the_user_left_off) {
+TEST_F(QtSavePanelTest, the_save_panel_appends_a_missing_extension) {
   EXPECT_EQ(chosenFor(QStringLiteral("report")), at("report.json"));
   EXPECT_EQ(chosenFor(QStringLiteral("backup.2024")), at("backup.2024.json"));
   EXPECT_EQ(chosenFor(QStringLiteral("d\u00e9j\u00e0 vu")), at("d\u00e9j\u00e0 vu.json"));
@@ -122,13 +122,13 @@ TEST_F(QtSavePanelTest, appends_the_extension_that_the_user_left_off) {
   EXPECT_EQ(chosenFor(QStringLiteral("REPORT.JSON")), at("REPORT.JSON"));
 }
 
-TEST_F(QtSavePanelTest, writes_where_the_user_typed) {
+TEST_F(QtSavePanelTest, the_save_panel_returns_the_typed_path) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("in")));
   EXPECT_EQ(chosenFor(QStringLiteral("in/report")), at("in/report.json"));
   EXPECT_EQ(chosenFor(folder_.path() + QStringLiteral("/in/other")), at("in/other.json"));
 }
 
-TEST_F(QtSavePanelTest, takes_no_name_that_no_file_can_bear) {
+TEST_F(QtSavePanelTest, the_save_panel_refuses_a_name_that_no_file_can_have) {
   EXPECT_EQ(chosenFor(QString()), std::nullopt);
   EXPECT_EQ(chosenFor(QString(251, QLatin1Char('a'))), std::nullopt);
   EXPECT_EQ(chosenFor(QString(126, QChar(0xe9))), std::nullopt);
@@ -136,12 +136,12 @@ TEST_F(QtSavePanelTest, takes_no_name_that_no_file_can_bear) {
             at(QString(125, QChar(0xe9)).toStdString() + ".json"));
 }
 
-TEST_F(QtSavePanelTest, takes_a_file_without_the_extension_for_another_file) {
+TEST_F(QtSavePanelTest, a_file_without_the_extension_is_another_file) {
   std::ofstream(at("report")) << "old";
   EXPECT_EQ(chosenFor(QStringLiteral("report")), at("report.json"));
 }
 
-TEST_F(QtSavePanelTest, enters_a_folder_instead_of_writing_to_it) {
+TEST_F(QtSavePanelTest, the_save_panel_enters_a_folder_instead_of_replacing_it) {
   const QString in = folder_.path() + QStringLiteral("/.in/.deeper");
   ASSERT_TRUE(QDir().mkpath(in));
   for (const QString& name : {QStringLiteral(".in/.deeper"), QStringLiteral(".in/.deeper/"), in}) {
@@ -156,7 +156,7 @@ TEST_F(QtSavePanelTest, enters_a_folder_instead_of_writing_to_it) {
   }
 }
 
-TEST_F(QtSavePanelTest, asks_before_a_file_is_replaced_also_one_found_by_the_extension) {
+TEST_F(QtSavePanelTest, the_save_panel_asks_before_replacing_also_with_the_extension_appended) {
   std::ofstream(at("report.json")) << "old";
   for (const QString& name : {QStringLiteral("report.json"), QStringLiteral("report")}) {
     for (const bool agrees : {false, true}) {
@@ -179,7 +179,7 @@ TEST_F(QtSavePanelTest, asks_before_a_file_is_replaced_also_one_found_by_the_ext
   }
 }
 
-TEST_F(QtSavePanelTest, opens_where_it_was_left) {
+TEST_F(QtSavePanelTest, the_save_panel_opens_where_it_was_left) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("in")));
   ASSERT_TRUE(chosenFor(folder_.path() + QStringLiteral("/in/report")).has_value());
   whenUp<QFileDialog>([this](QFileDialog& dialog) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int quitSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
-// A handler gets at nothing else. Never closed, since one may still be at work.
+// A handler can access nothing else. Never closed, since a handler may still be running.
 std::atomic<int> bell = -1;
 
 void ring(int) {
@@ -32,9 +32,9 @@ bool isIgnored(int signal) {
 
 QuitSignals::QuitSignals(std::function<void()> quit) {
   if (bell < 0) bell = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-  // Out of descriptors: the signals keep their usual meaning.
+  // Out of descriptors: the signals keep their default actions.
   if (bell < 0) return;
-  // What was asked of an earlier listener is not asked of this one.
+  // Signals for an earlier listener do not count for this one.
   eventfd_t earlier = 0;
   ::eventfd_read(bell, &earlier);
   notifier_ = std::make_unique<QSocketNotifier>(bell, QSocketNotifier::Read);

@@ -1,5 +1,5 @@
-// What other programs, a terminal and the end of a session send to have the program end: SIGTERM,
-// SIGINT, SIGHUP. Main thread only; one at a time.
+// The signals by which other programs, a terminal and the end of a session ask the program to end:
+// SIGTERM, SIGINT, SIGHUP. Main thread only; one at a time.
 #pragma once
 
 #include <functional>
@@ -11,11 +11,11 @@ namespace tessaly {
 
 class QuitSignals {
  public:
-  // `quit` runs from the event loop for the first of them. The next one of its kind ends the
-  // process as if nobody listened, for a program that does not come to its event loop any more.
-  // A signal that is ignored, as by nohup, stays so.
+  // `quit` runs from the event loop for the first signal. The next one of the same kind ends the
+  // process, in case the program no longer reaches its event loop. A signal that is ignored, as by
+  // nohup, stays ignored.
   explicit QuitSignals(std::function<void()> quit);
-  ~QuitSignals();  // gives the signals their usual meaning again
+  ~QuitSignals();  // restores the default actions
   QuitSignals(const QuitSignals&) = delete;
   QuitSignals& operator=(const QuitSignals&) = delete;
 

@@ -15,7 +15,7 @@ bool isUsual(int signal) {
   return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL;
 }
 
-TEST(QuitSignals, have_the_program_quit_from_its_event_loop) {
+TEST(QuitSignals, a_signal_quits_the_program_from_its_event_loop) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     int quits = 0;
     const QuitSignals quitSignals([&] { ++quits; });
@@ -27,14 +27,14 @@ TEST(QuitSignals, have_the_program_quit_from_its_event_loop) {
   }
 }
 
-TEST(QuitSignals, end_the_process_at_the_second_time) {
+TEST(QuitSignals, the_second_signal_ends_the_process) {
   const QuitSignals quitSignals([] {});
   std::raise(SIGTERM);
   EXPECT_TRUE(isUsual(SIGTERM));
   EXPECT_FALSE(isUsual(SIGINT));
 }
 
-TEST(QuitSignals, stay_ignored_where_they_are) {
+TEST(QuitSignals, ignored_signals_stay_ignored) {
   std::signal(SIGHUP, SIG_IGN);
   int quits = 0;
   {
@@ -46,7 +46,7 @@ TEST(QuitSignals, stay_ignored_where_they_are) {
   EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
-TEST(QuitSignals, have_their_usual_meaning_afterwards) {
+TEST(QuitSignals, the_destructor_restores_the_default_actions) {
   {
     const QuitSignals quitSignals([] {});
   }

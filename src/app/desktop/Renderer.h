@@ -1,12 +1,12 @@
-// How the window's scene is drawn. To be chosen once, after QApplication and before the first
+// The renderer of the window's scene. Choose it once, after the QApplication and before the first
 // window.
 #pragma once
 
 namespace tessaly {
 
-// Has Qt Quick draw with its own software renderer where no graphics card does the work: without
-// OpenGL it would not start at all, and an OpenGL that runs on the processor takes the time of
-// several cores for the same picture. A renderer that the environment asks for is left alone.
+// Makes Qt Quick use its software renderer unless a graphics card draws: without OpenGL it would
+// not start, and OpenGL on the processor needs several cores for the same picture. Keeps a renderer
+// set in the environment.
 void chooseRenderer();
 
 }  // namespace tessaly

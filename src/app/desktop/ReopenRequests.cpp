@@ -21,7 +21,7 @@ void ReopenRequests::hold() {
 void ReopenRequests::giveUp() {
   if (notifier_) {
     notifier_->setEnabled(false);
-    // It may be the one that has led here.
+    // The notifier may be the caller.
     notifier_.release()->deleteLater();
   }
   instance_.giveUp();

@@ -1,4 +1,5 @@
-// Listens for other starts of the program, which want this one to come forward. Main thread only.
+// Listens for other starts of the program, which ask this one to come to the front. Main thread
+// only.
 #pragma once
 
 #include <functional>
@@ -12,17 +13,17 @@ namespace tessaly {
 
 class ReopenRequests {
  public:
-  // `reopen` runs for each, from the event loop; starts that come at once count as one.
+  // `reopen` runs for each start, from the event loop; simultaneous starts count as one.
   ReopenRequests(SingleInstance instance, std::function<void()> reopen);
 
-  // Leaves all who ask from now on without an answer: they wait until the instance is given up, and
-  // then one of them takes its place. To be called when the program is about to quit.
+  // Stops answering: later starts wait until the instance is given up, and then one of them takes
+  // over. Call it when the program is about to quit.
   void hold();
 
-  // To be called before another instance is started on purpose, which takes the place of this one.
+  // Call it before starting another instance that takes over.
   void giveUp();
 
-  // Readable while somebody asks; -1 where nobody can.
+  // Readable when another start asks; -1 if none can.
   int descriptor() const { return instance_.descriptor(); }
 
  private:

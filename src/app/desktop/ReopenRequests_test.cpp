@@ -24,7 +24,7 @@ class ReopenRequestsTest : public testing::Test {
   ReopenRequests requests_{*SingleInstance::claim(place_), [this] { ++reopened_; }};
 };
 
-TEST_F(ReopenRequestsTest, come_from_later_starts) {
+TEST_F(ReopenRequestsTest, later_starts_send_requests) {
   ASSERT_TRUE(startAgain());
   EXPECT_EQ(reopened_, 0);
   eventually(
@@ -43,7 +43,7 @@ TEST_F(ReopenRequestsTest, come_from_later_starts) {
   EXPECT_EQ(reopened_, 2);
 }
 
-TEST_F(ReopenRequestsTest, end_when_the_instance_is_given_up) {
+TEST_F(ReopenRequestsTest, requests_end_when_the_instance_is_given_up) {
   requests_.giveUp();
   auto next = SingleInstance::claim(place_, 0);
   ASSERT_TRUE(next.has_value());
@@ -54,11 +54,11 @@ TEST_F(ReopenRequestsTest, end_when_the_instance_is_given_up) {
   requests_.giveUp();
 }
 
-TEST_F(ReopenRequestsTest, wait_while_they_are_held_for_the_instance_to_be_given_up) {
+TEST_F(ReopenRequestsTest, held_requests_wait_until_the_instance_is_given_up) {
   requests_.hold();
   std::optional<SingleInstance> next;
   std::thread start([&] { next = SingleInstance::claim(place_, 3600); });
-  // The request has come, and is there to be seen.
+  // The request has arrived and can be read.
   pollfd asked{requests_.descriptor(), POLLIN, 0};
   while (::poll(&asked, 1, -1) < 0) {
   }
@@ -69,7 +69,7 @@ TEST_F(ReopenRequestsTest, wait_while_they_are_held_for_the_instance_to_be_given
   EXPECT_TRUE(next.has_value());
 }
 
-TEST(ReopenRequests, never_come_to_an_instance_that_stands_alone) {
+TEST(ReopenRequests, an_instance_that_cannot_lock_gets_no_requests) {
   TempTree tree("file\n");
   int reopened = 0;
   ReopenRequests requests(*SingleInstance::claim({tree.at("file/run"), "tessaly"}),

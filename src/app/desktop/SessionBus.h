@@ -1,8 +1,8 @@
-// The session bus without waiting: what is said here goes out in the order in which it was said, on
-// a connection that is opened on a worker thread when it is first needed. A bus that hangs, and a
-// service that must first be started or never answers, hold up nobody.
+// The session bus without blocking: messages are sent in order on a connection that a worker thread
+// opens at the first use. A bus that hangs, or a service that must be started or never answers,
+// delays nothing else.
 //
-// Main thread only. Destroying it forgets what is still waiting, and the answers still to come.
+// Main thread only. The destructor drops waiting messages and later answers.
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ namespace tessaly {
 
 class SessionBus {
  public:
-  // Called on a worker thread, and may take its time.
+  // Called on a worker thread; may block.
   using Connect = std::function<QDBusConnection()>;
   // Gets the reply, or an error message.
   using Answer = std::function<void(const QDBusMessage&)>;
@@ -31,15 +31,15 @@ class SessionBus {
   SessionBus(const SessionBus&) = delete;
   SessionBus& operator=(const SessionBus&) = delete;
 
-  // Calls a method. `answer` runs later, on the main thread, once and in every case: without a bus
-  // it gets an error.
+  // Calls a method. `answer` runs later on the main thread, exactly once: without a bus it gets an
+  // error.
   void call(const QDBusMessage& method, Answer answer);
 
-  // Sends a signal. Without a bus it is lost.
+  // Sends a signal, which is lost without a bus.
   void emitSignal(const QDBusMessage& signal);
 
-  // Runs `use` on the main thread as soon as the bus is open, which may be at once. Without a bus
-  // it gets a connection that is not connected.
+  // Runs `use` on the main thread once the bus is open, possibly at once. Without a bus it gets a
+  // connection that is not connected.
   void whenOpen(Use use);
 
  private:
@@ -47,10 +47,10 @@ class SessionBus {
 
   Dispatch& dispatch_;
   Connect connect_;
-  QDBusConnection bus_{QString()};  // no connection until there is one
-  std::vector<Use> waiting_;        // while it is being opened
-  QObject calls_;                   // owner of what waits for an answer
-  // What a worker brings home finds the bus by this, or finds it gone.
+  QDBusConnection bus_{QString()};  // not connected at first
+  std::vector<Use> waiting_;        // while the connection is being opened
+  QObject calls_;                   // owner of the pending calls
+  // Tells the results of workers whether this object still exists.
   std::shared_ptr<SessionBus*> self_ = std::make_shared<SessionBus*>(this);
 };
 

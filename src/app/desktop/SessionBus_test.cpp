@@ -32,7 +32,7 @@ class SessionBusTest : public testing::Test {
 
   QDBusConnection program() { return privateBus_.connection(QStringLiteral("program")); }
 
-  // Until all that has been said has come, and what was answered has come back.
+  // Until all messages have arrived, and their answers have come back.
   void settle() {
     dispatch_.finish();
     catchUp(program(), serviceName, objectPath);
@@ -49,7 +49,7 @@ class SessionBusTest : public testing::Test {
   QtDispatch dispatch_;
 };
 
-TEST_F(SessionBusTest, gives_the_reply) {
+TEST_F(SessionBusTest, a_call_gets_its_reply) {
   service_.answer = [](const QDBusMessage& call, const QDBusConnection& bus) {
     bus.send(call.createReply(42));
   };
@@ -62,7 +62,7 @@ TEST_F(SessionBusTest, gives_the_reply) {
   EXPECT_EQ(replies, std::vector<QVariantList>{{42}});
 }
 
-TEST_F(SessionBusTest, gives_the_error) {
+TEST_F(SessionBusTest, a_call_gets_an_error) {
   service_.answer = [](const QDBusMessage& call, const QDBusConnection& bus) {
     bus.send(call.createErrorReply(QDBusError::AccessDenied, QStringLiteral("no")));
   };
@@ -74,7 +74,7 @@ TEST_F(SessionBusTest, gives_the_error) {
   EXPECT_EQ(errors, std::vector{QStringLiteral("no")});
 }
 
-TEST_F(SessionBusTest, is_opened_once_and_on_a_worker) {
+TEST_F(SessionBusTest, the_bus_is_opened_once_on_a_worker) {
   std::vector<std::thread::id> threads;
   SessionBus bus(dispatch_, [&] {
     threads.push_back(std::this_thread::get_id());
@@ -90,7 +90,7 @@ TEST_F(SessionBusTest, is_opened_once_and_on_a_worker) {
   EXPECT_NE(threads.front(), std::this_thread::get_id());
 }
 
-TEST_F(SessionBusTest, waits_for_nobody_while_the_bus_hangs_and_keeps_the_order) {
+TEST_F(SessionBusTest, a_hanging_bus_blocks_nothing_and_messages_keep_their_order) {
   std::promise<void> release;
   SessionBus bus(dispatch_, [this, released = release.get_future().share()] {
     released.wait();
@@ -105,7 +105,7 @@ TEST_F(SessionBusTest, waits_for_nobody_while_the_bus_hangs_and_keeps_the_order)
                                   QStringLiteral("Third")}));
 }
 
-TEST_F(SessionBusTest, waits_for_nobody_while_a_service_hangs) {
+TEST_F(SessionBusTest, a_hanging_service_blocks_nothing) {
   std::vector<QDBusMessage> asked;
   service_.answer = [&](const QDBusMessage& call, const QDBusConnection&) {
     call.setDelayedReply(true);
@@ -125,7 +125,7 @@ TEST_F(SessionBusTest, waits_for_nobody_while_a_service_hangs) {
   EXPECT_EQ(answers, 2);
 }
 
-TEST_F(SessionBusTest, answers_with_an_error_where_there_is_no_bus) {
+TEST_F(SessionBusTest, a_call_gets_an_error_without_a_bus) {
   SessionBus bus(dispatch_, [] { return QDBusConnection(QStringLiteral("nobody")); });
   std::vector<QDBusMessage::MessageType> answers;
   const auto keep = [&](const QDBusMessage& reply) { answers.push_back(reply.type()); };
@@ -138,7 +138,7 @@ TEST_F(SessionBusTest, answers_with_an_error_where_there_is_no_bus) {
   EXPECT_EQ(answers.size(), 2u);
 }
 
-TEST_F(SessionBusTest, finds_a_bus_that_comes_later) {
+TEST_F(SessionBusTest, a_bus_that_starts_later_is_found) {
   bool isThere = false;
   SessionBus bus(dispatch_,
                  [&] { return isThere ? program() : QDBusConnection(QStringLiteral("nobody")); });
@@ -150,7 +150,7 @@ TEST_F(SessionBusTest, finds_a_bus_that_comes_later) {
   EXPECT_EQ(calledMethods(), std::vector{QStringLiteral("Second")});
 }
 
-TEST_F(SessionBusTest, forgets_answers_that_come_when_it_has_gone) {
+TEST_F(SessionBusTest, answers_after_the_destruction_are_dropped) {
   QDBusMessage asked;
   service_.answer = [&](const QDBusMessage& call, const QDBusConnection&) {
     call.setDelayedReply(true);
@@ -166,7 +166,7 @@ TEST_F(SessionBusTest, forgets_answers_that_come_when_it_has_gone) {
   EXPECT_EQ(answers, 0);
 }
 
-TEST_F(SessionBusTest, says_nothing_when_it_has_gone_before_the_bus_is_open) {
+TEST_F(SessionBusTest, nothing_is_sent_after_the_destruction) {
   auto bus = std::make_unique<SessionBus>(dispatch_, [this] { return program(); });
   bus->call(method(QStringLiteral("Ask")), [](const QDBusMessage&) { ADD_FAILURE(); });
   bus.reset();

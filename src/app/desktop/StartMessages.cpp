@@ -16,7 +16,7 @@ struct Message {
   QString text;
 };
 
-// Qt calls a plain function.
+// Qt's message handler is a plain function, so the state is global.
 struct Kept {
   std::mutex mutex;
   std::vector<Message> messages;

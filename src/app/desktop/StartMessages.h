@@ -1,5 +1,5 @@
-// What Qt says while it starts. Where it cannot draw on the platform that it was told, it says so
-// in many lines and aborts; the program is to say it in one, and to leave.
+// Qt's messages during its start. If Qt cannot draw on the given platform, it prints many lines and
+// aborts; the program prints one line and exits instead.
 //
 // One at a time. Safe from any thread.
 #pragma once
@@ -12,10 +12,10 @@ namespace tessaly {
 
 class StartMessages {
  public:
-  // Keeps back all messages of Qt's from now on. For the one by which Qt would abort, `failed` is
-  // called instead, which must not return, on the thread that Qt is on.
+  // Holds back all messages of Qt. Instead of the fatal one, `failed` is called on Qt's thread; it
+  // must not return.
   explicit StartMessages(std::function<void()> failed);
-  // Hands on what was kept back, and lets Qt speak.
+  // Prints the held messages, and lets later ones pass.
   ~StartMessages();
   StartMessages(const StartMessages&) = delete;
   StartMessages& operator=(const StartMessages&) = delete;

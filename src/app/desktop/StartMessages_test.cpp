@@ -26,7 +26,7 @@ void hear(QtMsgType type, const QMessageLogContext& context, const QString& text
   heard().push_back(kind + " of " + context.category + ": " + text.toStdString());
 }
 
-TEST(StartMessages, are_heard_once_the_start_is_over) {
+TEST(StartMessages, messages_are_printed_after_the_start) {
   heard().clear();
   const QtMessageHandler before = qInstallMessageHandler(hear);
   {
@@ -41,7 +41,7 @@ TEST(StartMessages, are_heard_once_the_start_is_over) {
                                    "warning of default: three"));
 }
 
-TEST(StartMessages, are_lost_with_a_start_that_fails) {
+TEST(StartMessages, messages_of_a_failed_start_are_dropped) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               qInstallMessageHandler(
                   [](QtMsgType, const QMessageLogContext&, const QString&) { _exit(3); });

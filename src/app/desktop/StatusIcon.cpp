@@ -16,14 +16,14 @@ namespace tessaly::StatusIcon {
 
 namespace {
 
-// In shares of the side.
+// Relative to the side.
 constexpr double symbolShare = 1.0;
 constexpr double textHeight = 0.5;
 constexpr double widestText = 0.92;
 constexpr double haloWidth = 0.11;
 
-// The outline of the text, as large as fits its part of the picture, from the left edge on the
-// line.
+// The outline of the text, as large as fits its part of the picture, starting at the left edge of
+// the baseline.
 QPainterPath textPath(const QString& text, double side) {
   QFont font(Fonts::family(Fonts::Voice::rounded));
   font.setBold(true);

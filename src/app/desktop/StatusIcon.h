@@ -1,7 +1,7 @@
-// The picture of the status-bar extra: its symbol with its text painted into it, readable on light
-// panels and dark ones.
+// The picture of the status-bar extra: its symbol with its text painted over it, readable on light
+// and dark panels.
 //
-// Main thread only, once a QGuiApplication stands.
+// Main thread only, after a QGuiApplication is created.
 #pragma once
 
 #include <vector>
@@ -12,10 +12,10 @@
 
 namespace tessaly::StatusIcon {
 
-// A square of so many pixels. The text may have four letters before it gets small.
+// A square with this side in pixels. Texts of up to four letters have the full size.
 QImage paint(const StatusBarExtra::Label& label, int side);
 
-// In the sizes that panels have, smallest first.
+// In the usual sizes of panels, smallest first.
 std::vector<QImage> paint(const StatusBarExtra::Label& label);
 
 }  // namespace tessaly::StatusIcon

@@ -10,7 +10,7 @@ StatusBarExtra::Label saying(const std::string& text) {
   return {"externaldrive.fill", text};
 }
 
-// How many pixels of two pictures are not alike.
+// The number of pixels that differ between two pictures.
 int differences(const QImage& a, const QImage& b) {
   int count = 0;
   for (int y = 0; y < a.height(); ++y)
@@ -19,13 +19,13 @@ int differences(const QImage& a, const QImage& b) {
   return count;
 }
 
-TEST(StatusIcon, comes_in_the_sizes_of_panels) {
+TEST(StatusIcon, pictures_have_the_sizes_of_panels) {
   std::vector<QSize> sizes;
   for (const QImage& picture : StatusIcon::paint(saying("87%"))) sizes.push_back(picture.size());
   EXPECT_EQ(sizes, (std::vector<QSize>{{22, 22}, {32, 32}, {48, 48}}));
 }
 
-TEST(StatusIcon, has_the_text_painted_into_it) {
+TEST(StatusIcon, the_text_is_painted_into_the_picture) {
   for (const int side : {22, 32, 48}) {
     const QImage silent = StatusIcon::paint(saying(""), side);
     const QImage some = StatusIcon::paint(saying("8%"), side);
@@ -36,15 +36,15 @@ TEST(StatusIcon, has_the_text_painted_into_it) {
   }
 }
 
-TEST(StatusIcon, shows_its_symbol_above_the_text) {
+TEST(StatusIcon, the_symbol_is_above_the_text) {
   const QImage picture = StatusIcon::paint(saying("87%"), 48);
   const QColor drive = picture.pixelColor(24, 12);
   EXPECT_EQ(drive.alpha(), 255);
   EXPECT_GT(drive.blue(), drive.red() + 40);
 }
 
-// White on a dark rim: one of them stands out whatever is behind.
-TEST(StatusIcon, can_be_read_on_light_and_on_dark) {
+// White with a dark outline: one of them contrasts with any background.
+TEST(StatusIcon, the_picture_is_readable_on_light_and_dark) {
   for (const int side : {22, 32, 48}) {
     const QImage picture = StatusIcon::paint(saying("100%"), side);
     int light = 0;
@@ -62,7 +62,7 @@ TEST(StatusIcon, can_be_read_on_light_and_on_dark) {
   }
 }
 
-TEST(StatusIcon, keeps_a_long_text_inside) {
+TEST(StatusIcon, a_long_text_stays_inside_the_picture) {
   const QImage picture = StatusIcon::paint(saying("100%"), 48);
   for (int y = 24; y < 48; ++y) {
     EXPECT_LT(picture.pixelColor(0, y).lightness(), 100) << y;

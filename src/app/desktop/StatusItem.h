@@ -1,5 +1,5 @@
 // An item in the notification area: the interface org.kde.StatusNotifierItem, with a picture that
-// goes over the bus in several sizes. Exported on a bus as an object with adaptors.
+// is sent in several sizes. Exported on a bus as an object with adaptors.
 //
 // Main thread only.
 #pragma once
@@ -18,7 +18,7 @@
 
 namespace tessaly {
 
-// (iiay): rows from the top, four bytes a pixel: alpha, red, green, blue.
+// (iiay): rows from the top, four bytes per pixel: alpha, red, green, blue.
 struct StatusPixmap {
   int width = 0;
   int height = 0;
@@ -48,7 +48,7 @@ class StatusItem : public QObject {
  public:
   explicit StatusItem(QString menuPath, QObject* parent = nullptr);
 
-  // What it shows, as a picture and in words. Tells those who draw it.
+  // Sets the picture and the text. Announces the change.
   void setLook(const std::vector<QImage>& pictures, const QString& text);
 
   const StatusPixmaps& icon() const { return icon_; }
@@ -57,7 +57,7 @@ class StatusItem : public QObject {
 
  signals:
   void lookChanged();
-  void activated();  // by the gesture that the desktop has for it
+  void activated();  // by the desktop's gesture for it
 
  private:
   QString menuPath_;
@@ -65,7 +65,7 @@ class StatusItem : public QObject {
   QString text_;
 };
 
-// How the bus sees it.
+// The interface on the bus.
 class StatusItemAdaptor : public QDBusAbstractAdaptor {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -96,7 +96,7 @@ class StatusItemAdaptor : public QDBusAbstractAdaptor {
   int windowId() const { return 0; }
   StatusPixmaps iconPixmap() const { return item_.icon(); }
   StatusToolTip toolTip() const;
-  // A click opens the menu, whichever button.
+  // A click with any button opens the menu.
   bool itemIsMenu() const { return true; }
   QDBusObjectPath menu() const { return QDBusObjectPath(item_.menuPath()); }
   QString noName() const { return {}; }
@@ -105,7 +105,7 @@ class StatusItemAdaptor : public QDBusAbstractAdaptor {
  public slots:
   void Activate(int x, int y);
   void SecondaryActivate(int x, int y);
-  // The desktop draws the menu; who cannot do that gets none.
+  // The desktop draws the menu; a desktop that cannot shows none.
   void ContextMenu(int, int) {}
   void Scroll(int, const QString&) {}
 

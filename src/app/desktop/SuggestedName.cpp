@@ -8,7 +8,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t mostBytes = 255;  // in a name, on the file systems in use
+constexpr std::size_t mostBytes = 255;  // in a name, on the usual file systems
 
 std::string editable(std::string_view name) {
   std::string result;
@@ -31,7 +31,7 @@ std::string editable(std::string_view name) {
   return result;
 }
 
-// The longest beginning of whole characters that has room in `limit` bytes.
+// The longest prefix of whole characters within `limit` bytes.
 std::string_view fitting(std::string_view text, std::size_t limit) {
   std::size_t length = 0;
   while (length < text.size()) {

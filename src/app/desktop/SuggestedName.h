@@ -1,4 +1,4 @@
-// The name that a save panel suggests for a file, made from a name of any kind.
+// The file name that a save panel suggests, made from any name.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace tessaly {
 
-// A name that a file can bear and a person can edit on one line: UTF-8 of at most 255 bytes, with
-// "." and `extension` at its end, added where they are missing. What stands for no file name, and
-// what the name field of a dialog would take for something else, is replaced: slashes, control
-// characters, direction controls and a "~" in front by "-", double quotes by single ones, bytes
-// that are no text by U+FFFD. What is too long is cut before the extension, between characters.
+// A valid file name that can be edited on one line: UTF-8 of at most 255 bytes, ending in "." and
+// `extension`, which are added if missing. Characters that are invalid in a file name or special in
+// the name field of a dialog are replaced: slashes, control characters, direction controls and a
+// leading "~" by "-", double quotes by single ones, bytes that are not UTF-8 by U+FFFD. A name that
+// is too long is cut before the extension, between characters.
 std::string suggestedName(std::string_view fileName, std::string_view extension);
 
 }  // namespace tessaly

@@ -12,8 +12,8 @@ namespace tessaly {
 
 namespace {
 
-// Window managers keep back a window that asks by itself, and heed who says that it was the user's
-// doing. Qt asks by itself.
+// Window managers ignore activation requests of applications and accept those in the name of the
+// user. Qt sends the first kind.
 void activateForUser(const QWindow& window) {
   auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   xcb_connection_t* const connection = x11 != nullptr ? x11->connection() : nullptr;
@@ -49,7 +49,7 @@ void WindowActivation::showMainWindow() const {
   for (const QPointer<QWindow>& window : windows_) {
     if (!window) continue;
     window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    // Unlike show(), which would make it as large as it is usually.
+    // Unlike show(), which would reset a maximised window.
     window->setVisible(true);
     window->raise();
     window->requestActivate();

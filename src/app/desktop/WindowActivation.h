@@ -1,5 +1,5 @@
-// Brings the program's main windows forward, from wherever they are: hidden, minimised, behind
-// others. Main thread only.
+// Brings the program's main windows to the front: hidden, minimised and covered ones. Main thread
+// only.
 #pragma once
 
 #include <vector>
@@ -11,12 +11,12 @@ namespace tessaly {
 
 class WindowActivation {
  public:
-  // One that can be a main window; not owned, and it may go at any time. The last one added gets
-  // the keyboard.
+  // Adds a main window; not owned, and it may be destroyed at any time. The last one added gets the
+  // keyboard focus.
   void add(QWindow& window);
 
-  // To be called for what the user did just now: desktops do not let a program take the keyboard
-  // for any other reason.
+  // Call it only as a reaction to the user: desktops do not let a program take the keyboard focus
+  // otherwise.
   void showMainWindow() const;
 
  private:

@@ -13,7 +13,7 @@ namespace {
 
 class WindowActivationTest : public X11Fixture {
  protected:
-  // From now on this test hears what is said to the window manager.
+  // Makes this test receive the messages to the window manager.
   void listen() {
     const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(other_, server_.root(), XCB_CW_EVENT_MASK, &mask);
@@ -28,7 +28,7 @@ class WindowActivationTest : public X11Fixture {
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
   }
 
-  // The windows that asked to be activated in the name of the user.
+  // The windows that requested activation in the name of the user.
   std::vector<xcb_window_t> activated() {
     sync(ofQt());
     sync(other_);
@@ -60,7 +60,7 @@ class WindowActivationTest : public X11Fixture {
   WindowActivation activation_;
 };
 
-TEST_F(WindowActivationTest, shows_a_hidden_window_and_gives_it_the_keyboard) {
+TEST_F(WindowActivationTest, a_hidden_window_is_shown_with_the_keyboard_focus) {
   QWindow window;
   activation_.add(window);
   activation_.showMainWindow();
@@ -74,7 +74,7 @@ TEST_F(WindowActivationTest, shows_a_hidden_window_and_gives_it_the_keyboard) {
       "the keyboard for the window");
 }
 
-TEST_F(WindowActivationTest, asks_the_window_manager_in_the_name_of_the_user) {
+TEST_F(WindowActivationTest, activation_is_requested_in_the_name_of_the_user) {
   QWindow window;
   activation_.add(window);
   listen();
@@ -84,7 +84,7 @@ TEST_F(WindowActivationTest, asks_the_window_manager_in_the_name_of_the_user) {
   EXPECT_EQ(activated(), std::vector{idOf(window)});
 }
 
-TEST_F(WindowActivationTest, brings_a_minimised_window_back_as_large_as_it_was) {
+TEST_F(WindowActivationTest, a_minimised_window_is_restored_with_its_size) {
   QWindow window;
   activation_.add(window);
   window.setWindowStates(Qt::WindowMinimized | Qt::WindowMaximized);
@@ -93,7 +93,7 @@ TEST_F(WindowActivationTest, brings_a_minimised_window_back_as_large_as_it_was) 
   EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(WindowActivationTest, brings_a_closed_window_back) {
+TEST_F(WindowActivationTest, a_closed_window_is_shown_again) {
   QWindow window;
   activation_.add(window);
   activation_.showMainWindow();
@@ -103,7 +103,7 @@ TEST_F(WindowActivationTest, brings_a_closed_window_back) {
   EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(WindowActivationTest, brings_all_main_windows_and_no_other_window) {
+TEST_F(WindowActivationTest, all_main_windows_are_shown_and_no_others) {
   QWindow first;
   QWindow second;
   QWindow other;
@@ -117,7 +117,7 @@ TEST_F(WindowActivationTest, brings_all_main_windows_and_no_other_window) {
   EXPECT_EQ(activated(), (std::vector{idOf(first), idOf(second)}));
 }
 
-TEST_F(WindowActivationTest, forgets_a_window_that_has_gone) {
+TEST_F(WindowActivationTest, a_destroyed_window_is_forgotten) {
   QWindow staying;
   {
     QWindow going;

@@ -1,4 +1,4 @@
-// Carries out the WindowPolicy while the program runs. Main thread only.
+// Applies the WindowPolicy to the running program. Main thread only.
 #pragma once
 
 #include <chrono>
@@ -17,19 +17,19 @@ class WindowStart {
     std::function<void(bool)> setQuitsOnClose;
   };
 
-  // How long a start that is to be hidden waits for a status bar.
+  // How long a hidden start waits for a status bar.
   static constexpr std::chrono::milliseconds patience{2000};
 
-  // Takes over extra.setPresenceChanged(). The extra and the dispatch outlive it.
+  // Sets extra.setPresenceChanged(). The extra and the dispatch must outlive it.
   WindowStart(Dispatch& dispatch, StatusBarExtra& extra, Services services);
   ~WindowStart();
   WindowStart(const WindowStart&) = delete;
   WindowStart& operator=(const WindowStart&) = delete;
 
-  // Shows the window now, later or not at all. To be called once.
+  // Shows the window now, later or not at all. Call it once.
   void begin(bool startHidden);
 
-  // The window has been asked for in some other way: whether it shows is settled.
+  // The window was requested in another way, which decides whether it is shown.
   void settle() { isSettled_ = true; }
 
  private:

@@ -13,24 +13,24 @@ namespace {
 using Presence = StatusBarExtra::Presence;
 using WindowPolicy::Start;
 
-TEST(WindowPolicy, shows_the_window_at_once_unless_the_start_is_to_be_hidden) {
+TEST(WindowPolicy, the_window_is_shown_at_once_unless_the_start_is_hidden) {
   for (const Presence presence : {Presence::unknown, Presence::shown, Presence::absent})
     EXPECT_EQ(WindowPolicy::atStart(false, presence, false), Start::show);
 }
 
-TEST(WindowPolicy, hides_the_window_only_behind_a_status_bar) {
+TEST(WindowPolicy, the_window_is_hidden_only_if_there_is_a_status_bar) {
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::shown, false), Start::hide);
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::shown, true), Start::hide);
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::absent, true), Start::show);
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::unknown, true), Start::show);
 }
 
-TEST(WindowPolicy, gives_a_status_bar_time_to_come) {
+TEST(WindowPolicy, a_hidden_start_waits_for_the_status_bar) {
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::unknown, false), Start::wait);
   EXPECT_EQ(WindowPolicy::atStart(true, Presence::absent, false), Start::wait);
 }
 
-TEST(WindowPolicy, goes_on_without_a_window_only_with_a_status_bar) {
+TEST(WindowPolicy, closing_keeps_the_program_only_if_there_is_a_status_bar) {
   EXPECT_FALSE(WindowPolicy::quitsOnClose(Presence::shown));
   EXPECT_TRUE(WindowPolicy::quitsOnClose(Presence::absent));
   EXPECT_TRUE(WindowPolicy::quitsOnClose(Presence::unknown));
@@ -48,7 +48,7 @@ class WindowStartTest : public testing::Test {
                             .setQuitsOnClose = [this](bool quits) { quitsOnClose_ = quits; }});
 };
 
-TEST_F(WindowStartTest, shows_the_window_once) {
+TEST_F(WindowStartTest, the_window_is_shown_once) {
   start_->begin(false);
   EXPECT_EQ(shows_, 1);
   extra_.become(Presence::absent);
@@ -57,12 +57,12 @@ TEST_F(WindowStartTest, shows_the_window_once) {
   EXPECT_EQ(shows_, 1);
 }
 
-TEST_F(WindowStartTest, shows_nothing_before_it_begins) {
+TEST_F(WindowStartTest, nothing_is_shown_before_begin) {
   extra_.become(Presence::absent);
   EXPECT_EQ(shows_, 0);
 }
 
-TEST_F(WindowStartTest, stays_hidden_once_the_status_bar_is_there) {
+TEST_F(WindowStartTest, the_window_stays_hidden_if_there_is_a_status_bar) {
   start_->begin(true);
   EXPECT_EQ(shows_, 0);
   extra_.become(Presence::shown);
@@ -72,7 +72,7 @@ TEST_F(WindowStartTest, stays_hidden_once_the_status_bar_is_there) {
   EXPECT_EQ(shows_, 0);
 }
 
-TEST_F(WindowStartTest, stays_hidden_where_the_status_bar_comes_in_time) {
+TEST_F(WindowStartTest, the_window_stays_hidden_if_the_status_bar_appears_in_time) {
   start_->begin(true);
   extra_.become(Presence::absent);
   dispatch_.advance(WindowStart::patience / 2);
@@ -84,7 +84,7 @@ TEST_F(WindowStartTest, stays_hidden_where_the_status_bar_comes_in_time) {
   EXPECT_EQ(shows_, 0);
 }
 
-TEST_F(WindowStartTest, shows_the_window_after_all_where_there_is_no_status_bar) {
+TEST_F(WindowStartTest, the_window_is_shown_late_if_there_is_no_status_bar) {
   start_->begin(true);
   extra_.become(Presence::absent);
   dispatch_.advance(WindowStart::patience);
@@ -92,14 +92,14 @@ TEST_F(WindowStartTest, shows_the_window_after_all_where_there_is_no_status_bar)
   EXPECT_EQ(shows_, 1);
 }
 
-TEST_F(WindowStartTest, shows_the_window_after_all_where_the_desktop_never_answers) {
+TEST_F(WindowStartTest, the_window_is_shown_late_if_the_desktop_never_answers) {
   start_->begin(true);
   dispatch_.advance(WindowStart::patience);
   dispatch_.drainAll();
   EXPECT_EQ(shows_, 1);
 }
 
-TEST_F(WindowStartTest, leaves_a_window_alone_that_was_asked_for_meanwhile) {
+TEST_F(WindowStartTest, a_window_requested_meanwhile_is_left_as_it_is) {
   start_->begin(true);
   start_->settle();
   dispatch_.advance(WindowStart::patience);
@@ -107,7 +107,7 @@ TEST_F(WindowStartTest, leaves_a_window_alone_that_was_asked_for_meanwhile) {
   EXPECT_EQ(shows_, 0);
 }
 
-TEST_F(WindowStartTest, has_closing_quit_while_there_is_no_status_bar) {
+TEST_F(WindowStartTest, closing_quits_while_there_is_no_status_bar) {
   EXPECT_TRUE(quitsOnClose_);
   start_->begin(false);
   extra_.become(Presence::shown);
@@ -116,7 +116,7 @@ TEST_F(WindowStartTest, has_closing_quit_while_there_is_no_status_bar) {
   EXPECT_TRUE(quitsOnClose_);
 }
 
-TEST_F(WindowStartTest, shows_nothing_when_it_has_gone) {
+TEST_F(WindowStartTest, nothing_is_shown_after_the_destruction) {
   start_->begin(true);
   start_.reset();
   extra_.become(Presence::shown);

@@ -1,4 +1,4 @@
-// The X server that the tests of this program share, and a program on it that is Qt's.
+// The X server that the tests of this program share, and Qt's connection to it.
 #pragma once
 
 #include <cstdlib>
@@ -16,7 +16,7 @@
 
 namespace tessaly {
 
-// Stands while the tests run.
+// Runs as long as the tests.
 XServer& sharedXServer();
 
 class X11Fixture : public testing::Test {
@@ -25,13 +25,13 @@ class X11Fixture : public testing::Test {
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
   }
 
-  // Until Qt has dealt with all events that the server has for it now.
+  // Until Qt has handled all present events of the server.
   static void settle() {
     QWindow marker;
     marker.create();
     Arrival arrival;
     qGuiApp->installNativeEventFilter(&arrival);
-    // Without it, the server might not know of the window yet.
+    // Otherwise the server might not know of the window yet.
     std::free(xcb_get_input_focus_reply(ofQt(), xcb_get_input_focus(ofQt()), nullptr));
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

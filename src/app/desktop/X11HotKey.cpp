@@ -21,7 +21,7 @@ struct Free {
 template <class Reply>
 using Owned = std::unique_ptr<Reply, Free>;
 
-// What stands on the keys.
+// The server's mapping of keys.
 class Keyboard {
  public:
   explicit Keyboard(xcb_connection_t* connection) {
@@ -34,7 +34,7 @@ class Keyboard {
     modifiers_.reset(xcb_get_modifier_mapping_reply(connection, askedForModifiers, nullptr));
   }
 
-  // The keys that have `symbol`, alone or on any level.
+  // The keys that have `symbol` on their first level, or on any level unless `alone`.
   std::vector<xcb_keycode_t> keysWith(xcb_keysym_t symbol, bool alone) const {
     std::vector<xcb_keycode_t> keys;
     if (!symbols_ || symbols_->keysyms_per_keycode == 0) return keys;
@@ -49,7 +49,7 @@ class Keyboard {
     return keys;
   }
 
-  // The modifiers that one of these keys sets.
+  // The modifiers that these keys set.
   std::uint16_t modifiersOf(const std::vector<xcb_keycode_t>& keys) const {
     std::uint16_t mask = 0;
     if (!modifiers_) return mask;
@@ -89,7 +89,7 @@ X11HotKey::~X11HotKey() {
   if (isInstalled()) giveBack();
 }
 
-// All of it or nothing: a hot key that works only while a lock is off would be a riddle.
+// Grabs all Caps Lock and Num Lock variants or none.
 void X11HotKey::install(std::function<void()> pressed) {
   connection_ = connectionOfQt();
   if (connection_ == nullptr) return;
@@ -124,7 +124,7 @@ void X11HotKey::install(std::function<void()> pressed) {
   qGuiApp->installNativeEventFilter(this);
 }
 
-// What was refused is not ours to give back; asking for it does no harm.
+// Ungrabbing refused combinations is harmless.
 void X11HotKey::giveBack() {
   for (const Grab& grab : grabs_) xcb_ungrab_key(connection_, grab.key, grab.root, grab.modifiers);
   xcb_flush(connection_);
@@ -144,7 +144,7 @@ bool X11HotKey::nativeEventFilter(const QByteArray& eventType, void* message, qi
   return true;
 }
 
-// Nobody else's keys come by the root window. A modifier may be released before the key is.
+// The root window gets only grabbed keys. The modifiers may be released before the key.
 bool X11HotKey::isOurs(const xcb_key_press_event_t& event) const {
   return std::any_of(grabs_.begin(), grabs_.end(), [&event](const Grab& grab) {
     return grab.root == event.event && grab.key == event.detail &&

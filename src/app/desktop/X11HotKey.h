@@ -1,6 +1,6 @@
-// The hot key where windows are X11's: Control Shift Space, Control being what Command is here,
-// grabbed on the root window, whatever the state of the lock keys. Elsewhere, and where another
-// program has the combination, there is none. Main thread only; goes before the QApplication does.
+// The hot key on X11: Control Shift Space (Control replaces Command on Linux), grabbed on the root
+// window, in any state of the lock keys. Without X11, or if another program has grabbed the
+// combination, there is none. Main thread only; must be destroyed before the QApplication.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@ class X11HotKey final : public GlobalHotKey, public QAbstractNativeEventFilter {
   void install(std::function<void()> pressed) override;
   bool isInstalled() const { return !grabs_.empty(); }
 
-  // Takes the presses and releases of the hot key out of the stream of events.
+  // Filters out the presses and releases of the hot key.
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
@@ -39,10 +39,10 @@ class X11HotKey final : public GlobalHotKey, public QAbstractNativeEventFilter {
   void tellOf();
 
   Dispatch& dispatch_;
-  xcb_connection_t* connection_ = nullptr;  // of Qt's
+  xcb_connection_t* connection_ = nullptr;  // Qt's connection
   std::vector<Grab> grabs_;
-  bool isDown_ = false;  // a key that is held down is pressed again and again
-  // What waits on the main queue finds it, or finds that the hot key has gone.
+  bool isDown_ = false;  // ignores repeated presses of a held key
+  // Tells work on the main queue whether the hot key still exists.
   std::shared_ptr<const std::function<void()>> pressed_;
 };
 

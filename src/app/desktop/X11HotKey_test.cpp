@@ -1,4 +1,4 @@
-// Real keys on an X server of our own.
+// Real key presses on a test's own X server.
 #include "app/desktop/X11HotKey.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace tessaly {
 namespace {
 
 constexpr const char* theHotKey = "ctrl+shift+space";
-constexpr xcb_keycode_t spaceKey = 65;  // of the keyboard that Xvfb has
+constexpr xcb_keycode_t spaceKey = 65;  // on the keyboard of Xvfb
 
 class X11HotKeyTest : public X11Fixture {
  protected:
@@ -44,7 +44,7 @@ class X11HotKeyTest : public X11Fixture {
     return reply->mask & (XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
   }
 
-  // Gives how often the hot key has been pressed by it.
+  // The number of hot-key calls that this causes.
   int press(const char* keys) {
     const int before = presses_;
     server_.pressKeys(keys);
@@ -57,7 +57,7 @@ class X11HotKeyTest : public X11Fixture {
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
   }
 
-  // Another program takes the key, with exactly these modifiers; false when it is refused.
+  // Grabs the key for another program, with exactly these modifiers; false if refused.
   bool grabBeside(std::uint16_t modifiers) {
     const std::unique_ptr<xcb_generic_error_t, void (*)(void*)> error(
         xcb_request_check(server_.connection(),
@@ -67,7 +67,7 @@ class X11HotKeyTest : public X11Fixture {
     return error == nullptr;
   }
 
-  // As Qt hands events to those who filter them.
+  // Passes an event to the filters like Qt.
   bool deliver(std::uint8_t type, std::uint16_t state, xcb_window_t window,
                xcb_keycode_t key = spaceKey) {
     xcb_key_press_event_t event{};
@@ -91,14 +91,14 @@ class X11HotKeyTest : public X11Fixture {
   std::unique_ptr<X11HotKey> hotKey_;
 };
 
-TEST_F(X11HotKeyTest, is_pressed_wherever_the_user_is) {
+TEST_F(X11HotKeyTest, the_hot_key_works_in_any_window) {
   install();
   EXPECT_TRUE(hotKey_->isInstalled());
   EXPECT_EQ(press(theHotKey), 1);
   EXPECT_EQ(press(theHotKey), 1);
 }
 
-TEST_F(X11HotKeyTest, runs_on_the_main_queue_and_not_where_the_key_comes_in) {
+TEST_F(X11HotKeyTest, the_hot_key_runs_on_the_main_queue_and_not_in_the_event_filter) {
   install();
   server_.pressKeys(theHotKey);
   settle();
@@ -107,7 +107,7 @@ TEST_F(X11HotKeyTest, runs_on_the_main_queue_and_not_where_the_key_comes_in) {
   EXPECT_EQ(presses_, 1);
 }
 
-TEST_F(X11HotKeyTest, is_pressed_whatever_locks_are_on) {
+TEST_F(X11HotKeyTest, the_hot_key_works_with_any_lock_keys) {
   install();
   lockNumbers();
   ASSERT_EQ(locks(), XCB_MOD_MASK_2);
@@ -121,28 +121,28 @@ TEST_F(X11HotKeyTest, is_pressed_whatever_locks_are_on) {
   EXPECT_EQ(press(theHotKey), 1);
 }
 
-TEST_F(X11HotKeyTest, is_no_other_combination) {
+TEST_F(X11HotKeyTest, other_combinations_do_not_trigger_the_hot_key) {
   install();
   for (const char* keys : {"space", "ctrl+space", "shift+space", "ctrl+shift+alt+space",
                            "ctrl+shift+super+space", "ctrl+shift+a", "alt+space"})
     EXPECT_EQ(press(keys), 0) << keys;
 }
 
-TEST_F(X11HotKeyTest, leaves_other_combinations_to_other_programs) {
+TEST_F(X11HotKeyTest, other_combinations_stay_free_for_other_programs) {
   install();
   EXPECT_TRUE(grabBeside(XCB_MOD_MASK_CONTROL));
   EXPECT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_1));
   EXPECT_FALSE(grabBeside(commandShift));
 }
 
-TEST_F(X11HotKeyTest, does_without_where_another_program_has_the_combination) {
+TEST_F(X11HotKeyTest, there_is_no_hot_key_if_another_program_has_the_combination) {
   ASSERT_TRUE(grabBeside(commandShift));
   install();
   EXPECT_FALSE(hotKey_->isInstalled());
   EXPECT_EQ(press(theHotKey), 0);
 }
 
-TEST_F(X11HotKeyTest, keeps_nothing_where_another_program_has_only_part_of_it) {
+TEST_F(X11HotKeyTest, no_variant_stays_grabbed_if_another_program_has_one_of_them) {
   ASSERT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_2));
   install();
   EXPECT_FALSE(hotKey_->isInstalled());
@@ -151,7 +151,7 @@ TEST_F(X11HotKeyTest, keeps_nothing_where_another_program_has_only_part_of_it) {
   EXPECT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_LOCK));
 }
 
-TEST_F(X11HotKeyTest, is_given_back_when_it_goes) {
+TEST_F(X11HotKeyTest, the_destructor_releases_the_hot_key) {
   install();
   ASSERT_FALSE(grabBeside(commandShift));
   hotKey_.reset();
@@ -160,7 +160,7 @@ TEST_F(X11HotKeyTest, is_given_back_when_it_goes) {
   EXPECT_TRUE(grabBeside(commandShift | XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK));
 }
 
-TEST_F(X11HotKeyTest, does_nothing_when_it_has_gone_before_its_turn) {
+TEST_F(X11HotKeyTest, a_press_that_waits_at_the_destruction_does_nothing) {
   install();
   server_.pressKeys(theHotKey);
   settle();
@@ -169,19 +169,19 @@ TEST_F(X11HotKeyTest, does_nothing_when_it_has_gone_before_its_turn) {
   EXPECT_EQ(presses_, 0);
 }
 
-TEST_F(X11HotKeyTest, is_pressed_once_while_it_is_held_down) {
+TEST_F(X11HotKeyTest, a_held_hot_key_triggers_once) {
   install();
   const xcb_window_t root = server_.root();
   EXPECT_TRUE(deliver(XCB_KEY_PRESS, commandShift, root));
   EXPECT_TRUE(deliver(XCB_KEY_PRESS, commandShift, root));
   EXPECT_EQ(presses_, 1);
-  // The modifiers may go first.
+  // The modifiers may be released first.
   EXPECT_TRUE(deliver(XCB_KEY_RELEASE, 0, root));
   EXPECT_TRUE(deliver(XCB_KEY_PRESS, commandShift, root));
   EXPECT_EQ(presses_, 2);
 }
 
-TEST_F(X11HotKeyTest, leaves_the_keys_of_windows_and_other_events_alone) {
+TEST_F(X11HotKeyTest, keys_of_windows_and_other_events_are_not_filtered) {
   install();
   EXPECT_FALSE(deliver(XCB_KEY_PRESS, commandShift, server_.root() + 1));
   EXPECT_FALSE(deliver(XCB_KEY_PRESS, commandShift, server_.root(), spaceKey + 1));
@@ -193,7 +193,7 @@ TEST_F(X11HotKeyTest, leaves_the_keys_of_windows_and_other_events_alone) {
   EXPECT_EQ(presses_, 0);
 }
 
-TEST_F(X11HotKeyTest, is_told_apart_from_keys_typed_into_a_window_of_ours) {
+TEST_F(X11HotKeyTest, the_same_keys_typed_into_our_window_are_not_the_hot_key) {
   install();
   QWindow window;
   window.show();

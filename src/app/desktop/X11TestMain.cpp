@@ -1,4 +1,4 @@
-// The main of tests that need an X server: one of their own, without a screen to look at.
+// The main function of tests that need an X server: starts one without a physical screen.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,13 +16,13 @@ tessaly::XServer& tessaly::sharedXServer() {
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  // Only the names of the tests are wanted.
+  // Only lists the names of the tests.
   if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
   tessaly::XServer ownServer({640, 480});
   server = &ownServer;
   qputenv("DISPLAY", ownServer.display().toLatin1());
   qputenv("QT_QPA_PLATFORM", "xcb");
-  // Nothing of the session of who runs the tests.
+  // Nothing of the session of the user who runs the tests.
   qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none");
   const QApplication application(argc, argv);
   QGuiApplication::setQuitOnLastWindowClosed(false);
