@@ -16,7 +16,7 @@ namespace {
 using Verdict = ReaderAnswer::Verdict;
 using Wanted = ReaderRequest::Wanted;
 
-// Numbers in a request that leave no room for a picture leave none in the answer either.
+// A request whose limits leave no space for a picture allows none in the answer.
 ReaderAnswer::Bounds boundsOf(Wanted wanted, const PreviewLimits& limits) {
   const QSize most = limits.pixels;
   switch (wanted) {
@@ -108,8 +108,8 @@ PreviewBody shown(const ReaderAnswer& answer, Wanted wanted) {
   return preview;
 }
 
-// Pages are worth showing that were done before it came to an end. A document of which there are
-// none is damaged, whatever kept the program busy; an image then asks for too much.
+// Pages that were complete before the end are shown. A document without any is damaged, whatever
+// the reason; an image then takes too many resources.
 PreviewBody brokenOff(const ReaderAnswer& answer, End end, Wanted wanted) {
   const bool isDocument = wanted == Wanted::document;
   if (isDocument && !answer.pictures.empty()) return shownPages(answer);
@@ -168,7 +168,7 @@ std::optional<PreviewBody> ofNone(Wanted wanted) {
   return std::nullopt;
 }
 
-// The first page is rendered whatever the limit.
+// The first page is rendered in spite of the limit.
 std::size_t mostBytes(const PreviewLimits& limits) {
   constexpr std::int64_t besidesPixels = 1 << 20;
   constexpr std::int64_t bytesAPixel = 4;

@@ -1,5 +1,5 @@
-// What a preview shows of what the program that reads foreign formats has answered. Pure, safe from
-// any thread.
+// Turns an answer of the program that reads foreign formats into the body of a preview. Pure, safe
+// from any thread.
 #pragma once
 
 #include <cstddef>
@@ -12,22 +12,23 @@
 
 namespace tessaly::AnsweredBody {
 
-// How it came to an end.
+// How the process ended.
 enum class End : std::uint8_t {
-  itself,    // by itself, whether well or in a crash
-  lack,      // for lack of memory or of time, as the system has it
-  late,      // it was ended when its time was over
-  overlong,  // it was ended because it answered without end
+  itself,    // by itself, regularly or by a crash
+  lack,      // by the system, for lack of memory or CPU time
+  late,      // killed when its time was over
+  overlong,  // killed because its answer exceeded the limit
 };
 
-// None where the file is not what it was to be, if it was that. `answer` is all it has written.
+// Absent if the file does not have the format that was only assumed. `answer` is everything that
+// the process wrote.
 std::optional<PreviewBody> of(const std::string& answer, End end, ReaderRequest::Wanted wanted,
                               const PreviewLimits& limits);
 
-// The same where the program could not be started.
+// The same if the program could not be started.
 std::optional<PreviewBody> ofNone(ReaderRequest::Wanted wanted);
 
-// An answer of this request has no more bytes.
+// The greatest size of an answer to a request with these limits, in bytes.
 std::size_t mostBytes(const PreviewLimits& limits);
 
 }  // namespace tessaly::AnsweredBody

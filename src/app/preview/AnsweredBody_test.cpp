@@ -42,7 +42,7 @@ std::string verdict(Verdict verdict) {
 const std::string picture = ReaderAnswer::pictureHead(2, 1, true) + "\1\2\3\xFF\4\5\6\xFF";
 const std::string size = ReaderAnswer::sizePiece(20, 10);
 
-TEST(AnsweredBody, is_the_image_as_it_was_sent) {
+TEST(AnsweredBody, an_image_is_the_picture_in_the_answer) {
   const auto body = bodyOf(size + picture + verdict(Verdict::shown), Wanted::image);
   ASSERT_TRUE(body && std::holds_alternative<ImagePreview>(*body));
   const auto& preview = std::get<ImagePreview>(*body);
@@ -52,7 +52,7 @@ TEST(AnsweredBody, is_the_image_as_it_was_sent) {
   EXPECT_EQ(preview.image.pixel(1, 0), qRgb(6, 5, 4));
 }
 
-TEST(AnsweredBody, keeps_what_is_transparent) {
+TEST(AnsweredBody, transparency_is_kept) {
   const auto body = bodyOf(size + ReaderAnswer::pictureHead(1, 1, false) + std::string(4, '\0') +
                                verdict(Verdict::shown),
                            Wanted::image);
@@ -60,7 +60,7 @@ TEST(AnsweredBody, keeps_what_is_transparent) {
   EXPECT_TRUE(std::get<ImagePreview>(*body).image.hasAlphaChannel());
 }
 
-TEST(AnsweredBody, is_the_pages_and_their_count) {
+TEST(AnsweredBody, a_document_has_its_pages_and_their_count) {
   const auto body = bodyOf(
       ReaderAnswer::pagesPiece(9) + picture + picture + verdict(Verdict::shown), Wanted::document);
   ASSERT_TRUE(body && std::holds_alternative<PagesPreview>(*body));
@@ -68,7 +68,7 @@ TEST(AnsweredBody, is_the_pages_and_their_count) {
   EXPECT_EQ(std::get<PagesPreview>(*body).pages.size(), 2U);
 }
 
-TEST(AnsweredBody, is_the_facts_of_a_recording) {
+TEST(AnsweredBody, a_recording_has_its_facts) {
   const auto body =
       bodyOf(ReaderAnswer::factHead(4, 5) + "Title\xC3\xA9\xFF" + "x" + verdict(Verdict::shown),
              Wanted::mediaIfOne);
@@ -79,7 +79,7 @@ TEST(AnsweredBody, is_the_facts_of_a_recording) {
   EXPECT_EQ(facts[0].second, QStringLiteral("eé\uFFFDx"));
 }
 
-TEST(AnsweredBody, is_damaged_where_the_answer_is_none) {
+TEST(AnsweredBody, an_invalid_answer_means_a_damaged_file) {
   const std::string noise = "known incorrect sRGB profile";
   EXPECT_EQ(reasonIn(bodyOf(noise, Wanted::image)), "This image is damaged and cannot be shown.");
   EXPECT_EQ(reasonIn(bodyOf(noise, Wanted::document)),
@@ -87,19 +87,19 @@ TEST(AnsweredBody, is_damaged_where_the_answer_is_none) {
   EXPECT_EQ(reasonIn(bodyOf(noise, Wanted::media)),
             "This recording is damaged and cannot be read.");
   EXPECT_EQ(reasonIn(bodyOf(noise, Wanted::mediaIfOne)), "facts only");
-  // It says that there is something to show, and shows nothing.
+  // The verdict says that there is something to show, but there is no picture.
   EXPECT_EQ(reasonIn(bodyOf(verdict(Verdict::shown), Wanted::image)),
             "This image is damaged and cannot be shown.");
   EXPECT_EQ(reasonIn(bodyOf(picture + verdict(Verdict::shown), Wanted::image)),
             "This image is damaged and cannot be shown.");
   EXPECT_EQ(reasonIn(bodyOf(verdict(Verdict::shown), Wanted::document)),
             "This document is damaged and cannot be shown.");
-  // It shows what was not asked for.
+  // The picture does not suit the request.
   EXPECT_EQ(reasonIn(bodyOf(picture + verdict(Verdict::shown), Wanted::media)),
             "This recording is damaged and cannot be read.");
 }
 
-TEST(AnsweredBody, says_what_became_of_a_program_that_gave_no_answer) {
+TEST(AnsweredBody, the_end_of_a_process_without_an_answer_is_explained) {
   EXPECT_EQ(reasonIn(bodyOf("", Wanted::image)), "This image is damaged and cannot be shown.");
   for (const End end : {End::lack, End::late}) {
     EXPECT_EQ(reasonIn(bodyOf("", Wanted::image, end)), "This image is too large to be shown.");
@@ -114,7 +114,7 @@ TEST(AnsweredBody, says_what_became_of_a_program_that_gave_no_answer) {
             "This recording is damaged and cannot be read.");
 }
 
-TEST(AnsweredBody, shows_the_pages_that_were_done_before_the_end) {
+TEST(AnsweredBody, pages_complete_before_the_end_are_shown) {
   for (const End end : {End::itself, End::lack, End::late}) {
     const auto body = bodyOf(ReaderAnswer::pagesPiece(9) + picture + picture.substr(0, 20),
                              Wanted::document, end);
@@ -124,12 +124,12 @@ TEST(AnsweredBody, shows_the_pages_that_were_done_before_the_end) {
   }
 }
 
-TEST(AnsweredBody, shows_nothing_of_an_answer_without_end) {
+TEST(AnsweredBody, an_answer_over_the_limit_is_not_shown) {
   EXPECT_EQ(reasonIn(bodyOf(picture + picture, Wanted::document, End::overlong)),
             "This document is damaged and cannot be shown.");
 }
 
-TEST(AnsweredBody, gives_every_verdict_in_words) {
+TEST(AnsweredBody, every_verdict_has_a_text) {
   for (const Wanted wanted : all) {
     EXPECT_EQ(reasonIn(bodyOf(verdict(Verdict::nothing), wanted)), "facts only");
     EXPECT_EQ(reasonIn(bodyOf(verdict(Verdict::other), wanted)), "another kind of file");
@@ -150,7 +150,7 @@ TEST(AnsweredBody, gives_every_verdict_in_words) {
             "This document is encrypted in a way that cannot be read here.");
 }
 
-TEST(AnsweredBody, says_that_nothing_could_be_read_without_the_program) {
+TEST(AnsweredBody, a_program_that_cannot_start_has_a_text) {
   EXPECT_EQ(reasonIn(AnsweredBody::ofNone(Wanted::image)), "This image cannot be shown.");
   EXPECT_EQ(reasonIn(AnsweredBody::ofNone(Wanted::document)), "This document cannot be shown.");
   EXPECT_EQ(reasonIn(AnsweredBody::ofNone(Wanted::media)), "This recording cannot be read.");
@@ -158,7 +158,7 @@ TEST(AnsweredBody, says_that_nothing_could_be_read_without_the_program) {
   EXPECT_EQ(reasonIn(AnsweredBody::ofNone(Wanted::mediaIfOne)), "another kind of file");
 }
 
-TEST(AnsweredBody, has_room_for_the_largest_answer_and_not_for_much_more) {
+TEST(AnsweredBody, the_limit_fits_the_largest_answer_and_little_more) {
   PreviewLimits limits;
   EXPECT_GE(AnsweredBody::mostBytes(limits), 4U * 1600 * 1600);
   EXPECT_GE(AnsweredBody::mostBytes(limits),

@@ -23,7 +23,7 @@ constexpr ContentKind image(std::string_view format) {
   return {.family = Family::image, .image = format};
 }
 
-// The first that fits counts.
+// The first match counts.
 constexpr Signature signatures[] = {
     {"\x89PNG\r\n\x1A\n"sv, image("png")},
     {"\x8AMNG\r\n\x1A\n"sv, image("mng")},
@@ -110,14 +110,14 @@ bool has(std::string_view head, std::size_t offset, std::string_view bytes) {
   return head.size() >= offset && head.substr(offset).starts_with(bytes);
 }
 
-// A signature of mere letters may also be the beginning of a text; the rest of a file that is what
-// it says has bytes that no text has.
+// A signature of letters only may also be the beginning of a text; a real file of that format has
+// other bytes that no text has.
 bool isNoText(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return byte < 0x20 && !(byte >= '\b' && byte <= '\r') && byte != 0x1B;
 }
 
-// Two letters could begin anything, so its header must be one of those there are.
+// Two letters are too common, so the size of the header is checked too.
 bool isBmp(std::string_view head) {
   constexpr std::array<int, 7> headers = {12, 40, 52, 56, 64, 108, 124};
   return head.size() >= 18 && head.starts_with("BM") && has(head, 6, "\0\0\0\0"sv) &&
@@ -126,7 +126,7 @@ bool isBmp(std::string_view head) {
              headers.end();
 }
 
-// An icon or a pointer: a count of images, and the first of them with a zero where one belongs.
+// An icon or a cursor: a number of images, and a zero byte that the first one must have.
 bool isIco(std::string_view head) {
   return head.size() >= 22 && (head.starts_with("\0\0\1\0"sv) || head.starts_with("\0\0\2\0"sv)) &&
          head[4] != 0 && head[5] == 0 && head[9] == 0;
@@ -139,7 +139,7 @@ bool isPnm(std::string_view head) {
   return head[3] == '#' || (head[3] >= '0' && head[3] <= '9');
 }
 
-// Packets of 188 bytes, each begun by the same byte.
+// Packets of 188 bytes that all begin with the same byte.
 bool isTransportStream(std::string_view head) {
   constexpr std::size_t packet = 188;
   constexpr std::size_t packets = 5;
@@ -150,7 +150,8 @@ bool isTransportStream(std::string_view head) {
   return true;
 }
 
-// At the beginning of a line, near the beginning of the file: mail and other wrappings come before.
+// At the beginning of a line near the beginning of the file: mail headers and the like may precede
+// it.
 bool isPdf(std::string_view head) {
   constexpr std::string_view mark = "%PDF-";
   head = head.substr(0, 1024);
@@ -166,7 +167,7 @@ bool isPdf(std::string_view head) {
   return false;
 }
 
-// Whether the first element is <svg>, after whatever may stand before it.
+// Whether the first element is <svg>, after an XML declaration, comments and a DOCTYPE.
 bool isSvg(std::string_view head) {
   if (head.starts_with("\xEF\xBB\xBF")) head.remove_prefix(3);
   const auto skipTo = [&head](std::string_view end) {
@@ -182,7 +183,7 @@ bool isSvg(std::string_view head) {
     } else if (head.starts_with("<!--")) {
       skipTo("-->");
     } else if (head.starts_with("<!DOCTYPE")) {
-      // Declarations of its own stand in brackets.
+      // Internal declarations are in brackets.
       const std::size_t end = head.find_first_of("[>");
       if (end != std::string_view::npos && head[end] == '[') skipTo("]");
       skipTo(">");

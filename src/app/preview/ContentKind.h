@@ -1,6 +1,6 @@
-// What a file holds, by how it begins; its name has no say. Pure, safe from any thread.
+// The kind of a file by its first bytes, whatever its name. Pure, safe from any thread.
 //
-// The signatures are those that the formats' own descriptions give.
+// The signatures come from the specifications of the formats.
 #pragma once
 
 #include <cstddef>
@@ -11,21 +11,21 @@ namespace tessaly {
 
 struct ContentKind {
   enum class Family : std::uint8_t {
-    image,     // of the format `image`
+    image,     // in the format `image`
     document,  // PDF
-    media,     // sound or film, in a container of its own
-    closed,    // known, and nothing in it to be shown: archives, programs, databases, fonts
+    media,     // sound or film in a container
+    closed,    // known, with nothing to show: archives, programs, databases, fonts
     unknown,   // text, or anything else
   };
 
-  // Bytes of a file's beginning that are enough to tell.
+  // The number of bytes from the beginning of a file that suffice.
   static constexpr std::size_t headBytes = 16 * 1024;
 
   Family family = Family::unknown;
-  // As Qt names the format, also where it has no reader for it; empty for all but images.
+  // Qt's name of the format, also if it has no reader for it; empty unless the kind is image.
   std::string_view image;
 
-  // `head` is the file's beginning: all of it, or headBytes.
+  // `head` is the beginning of the file: all of it, or headBytes.
   static ContentKind of(std::string_view head);
 
   friend bool operator==(const ContentKind&, const ContentKind&) = default;

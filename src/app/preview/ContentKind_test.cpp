@@ -23,7 +23,7 @@ constexpr ContentKind media = {.family = Family::media, .image = {}};
 constexpr ContentKind closed = {.family = Family::closed, .image = {}};
 constexpr ContentKind unknown = {};
 
-TEST(ContentKind, knows_images_by_their_signatures) {
+TEST(ContentKind, images_are_recognised_by_their_signatures) {
   EXPECT_EQ(ContentKind::of("\x89PNG\r\n\x1A\n and more"), image("png"));
   EXPECT_EQ(ContentKind::of("\xFF\xD8\xFF\xE0\0\x10JFIF"s), image("jpeg"));
   EXPECT_EQ(ContentKind::of("GIF89a\1\0\1\0"s), image("gif"));
@@ -34,7 +34,7 @@ TEST(ContentKind, knows_images_by_their_signatures) {
   EXPECT_EQ(ContentKind::of("P6\n640 480\n255\n"), image("ppm"));
 }
 
-TEST(ContentKind, wants_more_than_two_letters_of_a_bitmap_and_more_than_four_bytes_of_an_icon) {
+TEST(ContentKind, bitmaps_need_more_than_two_letters_and_icons_more_than_four_bytes) {
   EXPECT_EQ(ContentKind::of("BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s), image("bmp"));
   EXPECT_EQ(ContentKind::of("BMW builds cars of many kinds."), unknown);
   EXPECT_EQ(ContentKind::of("\0\0\1\0\1\0\x10\x10\0\0\1\0\x20\0\x68\4\0\0\x16\0\0\0"s),
@@ -42,7 +42,7 @@ TEST(ContentKind, wants_more_than_two_letters_of_a_bitmap_and_more_than_four_byt
   EXPECT_EQ(ContentKind::of("\0\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s), unknown);
 }
 
-TEST(ContentKind, knows_a_drawing_by_its_first_element) {
+TEST(ContentKind, drawings_are_recognised_by_their_first_element) {
   EXPECT_EQ(ContentKind::of("<svg/>"), image("svg"));
   EXPECT_EQ(ContentKind::of("<svg:svg xmlns:svg='x'>"), image("svg"));
   EXPECT_EQ(ContentKind::of("\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- <html> -->\n"
@@ -54,7 +54,7 @@ TEST(ContentKind, knows_a_drawing_by_its_first_element) {
   EXPECT_EQ(ContentKind::of("<"), unknown);
 }
 
-TEST(ContentKind, knows_a_document_by_a_line_near_its_beginning) {
+TEST(ContentKind, documents_are_recognised_by_a_line_near_the_beginning) {
   EXPECT_EQ(ContentKind::of("%PDF-1.7\n"), document);
   EXPECT_EQ(ContentKind::of("Content-Type: application/pdf\r\n\r\n%PDF-1.4"), document);
   EXPECT_EQ(ContentKind::of("It begins with %PDF-1.7 as all do."), unknown);
@@ -62,7 +62,7 @@ TEST(ContentKind, knows_a_document_by_a_line_near_its_beginning) {
   EXPECT_EQ(ContentKind::of("%PDF-"), unknown);
 }
 
-TEST(ContentKind, knows_sound_and_film) {
+TEST(ContentKind, sound_and_film_are_recognised) {
   EXPECT_EQ(ContentKind::of("RIFF\x10\0\0\0WAVEfmt "s), media);
   EXPECT_EQ(ContentKind::of("ID3\3\0\0\0\0\0\0"s), media);
   EXPECT_EQ(ContentKind::of("\0\0\0\x18"
@@ -75,7 +75,7 @@ TEST(ContentKind, knows_sound_and_film) {
   EXPECT_EQ(ContentKind::of(stream), unknown);
 }
 
-TEST(ContentKind, knows_what_has_nothing_to_show) {
+TEST(ContentKind, files_with_nothing_to_show_are_recognised) {
   EXPECT_EQ(ContentKind::of("PK\3\4\x14\0"s), closed);
   EXPECT_EQ(ContentKind::of("\x7F"
                             "ELF\2\1\1\0"s),
@@ -84,14 +84,14 @@ TEST(ContentKind, knows_what_has_nothing_to_show) {
   EXPECT_EQ(ContentKind::of(std::string(257, '\0') + "ustar\0"s), closed);
 }
 
-TEST(ContentKind, takes_no_text_for_what_its_first_letters_stand_for) {
+TEST(ContentKind, texts_that_begin_like_a_signature_are_not_mistaken) {
   for (const char* text : {"ID3 tags are", "MAC addresses", "GIF89a is a format", "BZhang",
                            "OggS begins every page", "free software and more", "PACK up"}) {
     EXPECT_EQ(ContentKind::of(text), unknown) << text;
   }
 }
 
-TEST(ContentKind, knows_nothing_of_an_empty_file) {
+TEST(ContentKind, an_empty_file_is_unknown) {
   EXPECT_EQ(ContentKind::of(""), unknown);
 }
 

@@ -24,7 +24,7 @@ struct Candidate {
   }
 };
 
-// The least of all that it is given, as many as there is room for.
+// The smallest elements of all that are added, up to a limit.
 class Foremost {
  public:
   explicit Foremost(std::size_t room) : room_(room) {}
@@ -47,7 +47,7 @@ class Foremost {
 
  private:
   std::size_t room_;
-  std::vector<Candidate> heap_;  // its last first
+  std::vector<Candidate> heap_;  // the largest first
 };
 
 }  // namespace

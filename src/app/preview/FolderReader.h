@@ -1,7 +1,8 @@
-// What stands directly in a folder. Whatever its size, no more than the items to be listed are held
-// in memory.
+// Lists the direct contents of a folder. Whatever its size, only the items to list are kept in
+// memory.
 //
-// On the calling thread, which should be a worker: a folder of a million items takes a while.
+// Runs on the calling thread, which should be a worker: a folder with a million items takes a
+// while.
 #pragma once
 
 #include "app/preview/PreviewRequest.h"
@@ -9,7 +10,7 @@
 
 namespace tessaly::FolderReader {
 
-// Folders first, then by name without regard to case, then by its bytes.
+// Folders first, then by name ignoring case, then by the bytes of the name.
 PreviewBody read(const HeldItem& folder, const PreviewRequest& request);
 
 }  // namespace tessaly::FolderReader

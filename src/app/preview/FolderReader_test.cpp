@@ -30,7 +30,7 @@ std::vector<std::string> namesIn(const FolderPreview& folder) {
   return names;
 }
 
-TEST(FolderReader, lists_folders_first_and_then_by_name) {
+TEST(FolderReader, folders_are_listed_first_and_then_by_name) {
   const TempTree tree("beta\nAlpha\nalpha\nZoo/\n  inside\n.hidden\naviary/\n\\xFFodd\nÄpfel");
   const FolderPreview folder = folderAt(tree);
   EXPECT_THAT(namesIn(folder), ElementsAre("aviary/", "Zoo/", ".hidden", "Alpha", "alpha", "beta",
@@ -38,7 +38,7 @@ TEST(FolderReader, lists_folders_first_and_then_by_name) {
   EXPECT_EQ(folder.count, 8);
 }
 
-TEST(FolderReader, tells_sizes_of_files_alone) {
+TEST(FolderReader, only_files_have_a_size) {
   const TempTree tree("folder/\n  inside 5K\nfile 300\nsparse sparse=1G\npipe fifo");
   const FolderPreview folder = folderAt(tree);
   ASSERT_EQ(folder.items.size(), 4U);
@@ -48,7 +48,7 @@ TEST(FolderReader, tells_sizes_of_files_alone) {
   EXPECT_EQ(folder.items[3].size, 1 << 30);
 }
 
-TEST(FolderReader, counts_all_but_lists_the_first) {
+TEST(FolderReader, all_items_are_counted_and_the_first_are_listed) {
   const TempTree tree("file#### x2000\nfolder#/ x5");
   PreviewRequest request;
   request.limits.folderItems = 7;
@@ -58,13 +58,13 @@ TEST(FolderReader, counts_all_but_lists_the_first) {
                                            "folder4/", "file0000", "file0001"));
 }
 
-TEST(FolderReader, finds_nothing_in_an_empty_folder) {
+TEST(FolderReader, an_empty_folder_has_no_items) {
   const FolderPreview folder = folderAt(TempTree());
   EXPECT_EQ(folder.count, 0);
   EXPECT_THAT(folder.items, IsEmpty());
 }
 
-TEST(FolderReader, stops_when_the_request_is_cancelled) {
+TEST(FolderReader, a_cancelled_request_stops_listing) {
   const TempTree tree("file#### x1000");
   int polls = 0;
   PreviewRequest request;

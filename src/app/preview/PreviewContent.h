@@ -1,5 +1,5 @@
-// What a preview shows of one file: facts that every file has, and what could be read of its
-// content. A plain value, made on a worker thread and shown on the main thread.
+// What a preview shows of one file: the facts that every file has, and its readable content. A
+// plain value, made on a worker thread and shown on the main thread.
 #pragma once
 
 #include <cstdint>
@@ -15,53 +15,53 @@
 
 namespace tessaly {
 
-// Facts of the file system. Times are in seconds since 1970; absent where the file system does not
-// keep them.
+// Facts from the file system. Times are in seconds since 1970; absent if the file system does not
+// store them.
 struct PreviewFacts {
   std::string path;       // bytes, absolute
   std::string name;       // bytes, its last component
-  bool isDir = false;     // a link counts as what it leads to
-  std::int64_t size = 0;  // bytes of content; for a folder 0
+  bool isDir = false;     // of the target, if it is a link
+  std::int64_t size = 0;  // bytes of content; 0 for a folder
   std::optional<double> created;
   std::optional<double> modified;
-  std::string linkTarget;  // bytes, for a symbolic link as it is written; empty for anything else
+  std::string linkTarget;  // raw bytes of a symbolic link's target; empty for other files
 };
 
-// An image, scaled down to what a screen can show.
+// An image, scaled down for the screen.
 struct ImagePreview {
   QImage image;
-  QSize pixels;  // of the file's image, upright as it is meant to be seen
+  QSize pixels;  // of the image in the file, in its upright orientation
 };
 
 // The beginning of a text.
 struct TextPreview {
   QString text;
-  bool isWhole = true;  // nothing was left out at the end
+  bool isWhole = true;  // nothing is missing at the end
 };
 
-// Pages of a document, rendered, from the first.
+// The first pages of a document, rendered.
 struct PagesPreview {
   std::vector<QImage> pages;
-  int count = 0;  // of all pages, which may be more than were rendered
+  int count = 0;  // of all pages, also those that were not rendered
 };
 
-// Sound or film: what is known without playing it, as rows of a name and a value.
+// Sound or film: facts known without playing it, as rows of a name and a value.
 struct MediaPreview {
   std::vector<std::pair<QString, QString>> facts;
 };
 
-// A folder's own items, folders first, then by name; the hidden ones too.
+// The items of a folder, folders first, then by name; including hidden ones.
 struct FolderPreview {
   struct Item {
     std::string name;  // bytes
     bool isDir = false;
-    std::int64_t size = 0;  // bytes of content; for a folder 0
+    std::int64_t size = 0;  // bytes of content; 0 for a folder
   };
   std::vector<Item> items;
-  std::int64_t count = 0;  // of all items, which may be more than are listed
+  std::int64_t count = 0;  // of all items, also those that are not listed
 };
 
-// Nothing to show but the facts.
+// Only the facts can be shown.
 struct FactsOnly {};
 
 // The file cannot be shown. `reason` is a sentence for the user.

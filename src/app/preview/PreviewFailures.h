@@ -1,4 +1,4 @@
-// Why there is nothing to show, in words for the user. Pure, safe from any thread.
+// Why a file cannot be shown, as texts for the user. Pure, safe from any thread.
 #pragma once
 
 #include "app/preview/PreviewContent.h"
@@ -6,18 +6,18 @@
 
 namespace tessaly::PreviewFailures {
 
-// The system refused. `isFolder` is of the item, as far as it is known.
+// The system refused access. `isFolder` is false if it is unknown.
 PreviewFailure of(const SystemError& error, bool isFolder);
 
 PreviewFailure damagedImage();
 PreviewFailure hugeImage();
-PreviewFailure unshownImage();  // for no fault of its own
+PreviewFailure unshownImage();  // not the file's fault
 PreviewFailure damagedDocument();
 PreviewFailure hugeDocument();
-PreviewFailure unshownDocument();  // for no fault of its own
-PreviewFailure lockedDocument();   // one that needs a password
-PreviewFailure foreignDocument();  // one that is encrypted in a way that is not known here
+PreviewFailure unshownDocument();  // not the file's fault
+PreviewFailure lockedDocument();   // needs a password
+PreviewFailure foreignDocument();  // has an unknown encryption
 PreviewFailure damagedMedia();
-PreviewFailure unreadMedia();  // for no fault of its own
+PreviewFailure unreadMedia();  // not the file's fault
 
 }  // namespace tessaly::PreviewFailures

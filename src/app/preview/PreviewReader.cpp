@@ -32,7 +32,7 @@ PreviewFacts factsOf(const HeldItem& item) {
   return facts;
 }
 
-// These formats have no signature that tells them from anything else, so the name is asked too.
+// These formats have no distinct signature, so the name decides too.
 std::string_view imageByName(std::string_view name, std::string& lowercased) {
   constexpr std::array<std::string_view, 3> formats = {"tga", "wbmp", "xbm"};
   lowercased = UnicodeText::lowercased(name);

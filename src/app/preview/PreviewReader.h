@@ -1,9 +1,8 @@
-// Reads what a preview shows of a file, whatever it is. What the file holds is found out from its
-// content, never from its name alone.
+// Reads what a preview shows of any file. The content decides how, never the name alone.
 //
-// Text and folders are read here, foreign formats by a program beside this one. Nothing is opened
-// but files and folders, so no pipe or device holds the call up or notices it. A file system that
-// does not answer does hold it up.
+// Text and folders are read here, foreign formats by a separate program. Only files and folders are
+// opened, so that pipes and devices neither block the call nor notice it. A file system that does
+// not answer blocks it.
 #pragma once
 
 #include <string>
@@ -14,9 +13,9 @@
 
 namespace tessaly::PreviewReader {
 
-// `path` is absolute, its bytes need not be UTF-8. Blocks, so it belongs on a worker thread; any
-// number of threads may be in it at once. When the request is cancelled the call returns soon, and
-// its content is FactsOnly, to be dropped.
+// `path` is absolute; its bytes need not be UTF-8. Blocks, so call it on a worker thread; any
+// number of calls may run at once. If the request is cancelled, the call returns soon with
+// FactsOnly, which must be dropped.
 PreviewContent read(const std::string& path, const PreviewRequest& request, ReaderProgram& reader);
 
 }  // namespace tessaly::PreviewReader

@@ -57,13 +57,13 @@ std::string document() {
   return bytes.toStdString();
 }
 
-// A second of silence.
+// A second of silence, as WAV.
 std::string sound() {
   return "RIFF\x64\x1F\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1F\0\0\x40\x1F\0\0\1\0\x08\0data\x40\x1F\0\0"s +
          std::string(8000, '\x80');
 }
 
-TEST(PreviewReader, goes_by_content_and_not_by_name) {
+TEST(PreviewReader, the_content_decides_and_not_the_name) {
   const TempTree tree;
   putFile(tree.at("a.txt"), encoded(quarters(8, 8), "png"));
   putFile(tree.at("b.png"), "plain text");
@@ -77,7 +77,7 @@ TEST(PreviewReader, goes_by_content_and_not_by_name) {
   EXPECT_TRUE(shows<FactsOnly>(readAt(tree.at("e.jpeg"))));
 }
 
-TEST(PreviewReader, tells_the_facts_of_a_file) {
+TEST(PreviewReader, a_file_has_its_facts) {
   const TempTree tree("folder/\n  file 5 mtime=1600000000.25");
   const PreviewFacts facts = readAt(tree.at("folder/file")).facts;
   EXPECT_EQ(facts.path, tree.at("folder/file"));
@@ -88,7 +88,7 @@ TEST(PreviewReader, tells_the_facts_of_a_file) {
   EXPECT_EQ(facts.linkTarget, "");
 }
 
-TEST(PreviewReader, shows_a_folder_by_its_contents) {
+TEST(PreviewReader, a_folder_shows_its_contents) {
   const TempTree tree("folder/ mtime=1600000000\n  file 5");
   const PreviewContent content = readAt(tree.at("folder"));
   EXPECT_TRUE(content.facts.isDir);
@@ -98,13 +98,13 @@ TEST(PreviewReader, shows_a_folder_by_its_contents) {
   EXPECT_EQ(std::get<FolderPreview>(content.body).count, 1);
 }
 
-TEST(PreviewReader, shows_the_root_of_the_disk) {
+TEST(PreviewReader, the_root_of_the_disk_is_shown) {
   const PreviewContent content = readAt("/");
   EXPECT_EQ(content.facts.name, "/");
   EXPECT_TRUE(shows<FolderPreview>(content));
 }
 
-TEST(PreviewReader, shows_what_a_link_leads_to) {
+TEST(PreviewReader, a_link_shows_its_target) {
   const TempTree tree("folder/\nlink -> folder");
   putFile(tree.at("folder/text"), "linked");
   ASSERT_EQ(::symlink("folder/text", tree.at("text").c_str()), 0);
@@ -116,7 +116,7 @@ TEST(PreviewReader, shows_what_a_link_leads_to) {
   EXPECT_EQ(textIn(readAt(tree.at("text"))), "linked");
 }
 
-TEST(PreviewReader, tells_where_a_broken_link_leads) {
+TEST(PreviewReader, a_dangling_link_shows_where_it_points) {
   const TempTree tree("link -> no\\xFFwhere");
   const PreviewContent content = readAt(tree.at("link"));
   EXPECT_TRUE(shows<FactsOnly>(content));
@@ -124,14 +124,14 @@ TEST(PreviewReader, tells_where_a_broken_link_leads) {
   EXPECT_FALSE(content.facts.isDir);
 }
 
-TEST(PreviewReader, tells_pipes_sockets_and_devices_by_facts_alone) {
+TEST(PreviewReader, pipes_sockets_and_devices_show_facts_only) {
   const TempTree tree("pipe fifo\nsocket socket");
   for (const std::string& path : {tree.at("pipe"), tree.at("socket"), "/dev/zero"s, "/dev/tty"s}) {
     EXPECT_TRUE(shows<FactsOnly>(readAt(path))) << path;
   }
 }
 
-TEST(PreviewReader, says_that_a_file_is_gone) {
+TEST(PreviewReader, a_missing_file_is_reported) {
   const TempTree tree("file");
   const PreviewContent content = readAt(tree.at("gone"));
   EXPECT_EQ(reasonIn(content), "This file is no longer there.");
@@ -140,7 +140,7 @@ TEST(PreviewReader, says_that_a_file_is_gone) {
   EXPECT_EQ(reasonIn(readAt(tree.at("file/below"))), "This file is no longer there.");
 }
 
-TEST(PreviewReader, says_that_the_user_may_not_read) {
+TEST(PreviewReader, a_file_without_read_permission_is_reported) {
   const TempTree tree("closed 7 mode=0\nlocked/ mode=0");
   ASSERT_EQ(::chmod(tree.path().c_str(), 0755), 0);
   const std::string told = asOtherUser([&tree]() -> std::string {
@@ -156,7 +156,7 @@ TEST(PreviewReader, says_that_the_user_may_not_read) {
             "You do not have permission to read this file.");
 }
 
-TEST(PreviewReader, reads_files_whose_names_are_no_text) {
+TEST(PreviewReader, names_that_are_not_utf8_are_read) {
   const TempTree tree("\\xFF\\xFE/");
   const std::string folder = tree.at("\xFF\xFE/");
   putFile(folder + "\xC3\x28.png", encoded(quarters(8, 8), "png"));
@@ -170,7 +170,7 @@ TEST(PreviewReader, reads_files_whose_names_are_no_text) {
   EXPECT_EQ(readAt(folder + "\x80").facts.name, "\x80");
 }
 
-TEST(PreviewReader, shows_an_empty_file_as_an_empty_text) {
+TEST(PreviewReader, an_empty_file_is_an_empty_text) {
   const TempTree tree("empty");
   const PreviewContent content = readAt(tree.at("empty"));
   ASSERT_TRUE(shows<TextPreview>(content));
@@ -178,17 +178,17 @@ TEST(PreviewReader, shows_an_empty_file_as_an_empty_text) {
   EXPECT_TRUE(std::get<TextPreview>(content.body).isWhole);
 }
 
-TEST(PreviewReader, shows_a_file_of_the_system_that_tells_no_length) {
+TEST(PreviewReader, a_kernel_file_without_a_length_is_shown) {
   EXPECT_THAT(textIn(readAt("/proc/self/status")), testing::HasSubstr("Name:"));
 }
 
-TEST(PreviewReader, tells_an_unknown_file_by_facts_alone) {
+TEST(PreviewReader, an_unknown_file_shows_facts_only) {
   const TempTree tree;
   putFile(tree.at("binary"), "\1\2\3\0\4\5\6"s);
   EXPECT_TRUE(shows<FactsOnly>(readAt(tree.at("binary"))));
 }
 
-// What this thread has been given by reads, in bytes, on its own account included.
+// The number of bytes that this thread has read, including from this file.
 std::int64_t bytesRead() {
   std::ifstream file("/proc/thread-self/io");
   std::string name;
@@ -197,7 +197,7 @@ std::int64_t bytesRead() {
   return name == "rchar:" ? count : -1;
 }
 
-TEST(PreviewReader, reads_no_more_of_a_text_of_any_length_than_it_shows) {
+TEST(PreviewReader, no_more_of_a_long_text_is_read_than_shown) {
   constexpr std::int64_t tenGigabytes = std::int64_t{10} << 30;
   const TempTree tree;
   const std::string path = tree.at("log");
@@ -217,7 +217,7 @@ TEST(PreviewReader, reads_no_more_of_a_text_of_any_length_than_it_shows) {
   EXPECT_LE(after - before, 300 * 1024);
 }
 
-TEST(PreviewReader, cuts_a_long_text_between_characters) {
+TEST(PreviewReader, a_long_text_is_cut_between_characters) {
   const TempTree tree;
   std::string text = "x";
   while (text.size() < 200) text += "€";
@@ -230,7 +230,7 @@ TEST(PreviewReader, cuts_a_long_text_between_characters) {
   EXPECT_FALSE(std::get<TextPreview>(content.body).isWhole);
 }
 
-TEST(PreviewReader, shows_a_text_of_just_the_limit_as_whole) {
+TEST(PreviewReader, a_text_of_exactly_the_limit_is_complete) {
   const TempTree tree;
   putFile(tree.at("text"), std::string(100, 'x'));
   PreviewRequest request;
@@ -242,8 +242,8 @@ TEST(PreviewReader, shows_a_text_of_just_the_limit_as_whole) {
   EXPECT_FALSE(std::get<TextPreview>(content.body).isWhole);
 }
 
-// All red; nothing at its beginning says what it is.
-TEST(PreviewReader, asks_the_name_of_an_image_without_a_signature) {
+// All red, without a signature.
+TEST(PreviewReader, the_name_decides_for_images_without_a_signature) {
   std::string tga = "\0\0\2\0\0\0\0\0\0\0\0\0\4\0\4\0\x18\x20"s;
   for (int i = 0; i < 16; ++i) tga += "\0\0\xFF"s;
   tga += std::string(8, '\0') + "TRUEVISION-XFILE.\0"s;
@@ -260,7 +260,7 @@ TEST(PreviewReader, asks_the_name_of_an_image_without_a_signature) {
   EXPECT_EQ(textIn(readAt(tree.at("c.tga"))), "only named like one");
 }
 
-TEST(PreviewReader, shows_every_image_that_needs_its_name_by_it) {
+TEST(PreviewReader, every_image_format_without_a_signature_is_recognised_by_the_name) {
   const TempTree tree;
   for (const char* format : {"wbmp", "xbm"}) {
     const std::string path = tree.at("image.") + format;
@@ -269,7 +269,7 @@ TEST(PreviewReader, shows_every_image_that_needs_its_name_by_it) {
   }
 }
 
-TEST(PreviewReader, shows_nothing_once_the_request_is_cancelled) {
+TEST(PreviewReader, a_cancelled_request_shows_nothing) {
   const TempTree tree("folder/\n  file");
   putFile(tree.at("image"), encoded(quarters(8, 8), "png"));
   putFile(tree.at("text"), "text");
@@ -291,7 +291,7 @@ TEST(PreviewReader, shows_nothing_once_the_request_is_cancelled) {
   }
 }
 
-TEST(PreviewReader, keeps_nothing_open_behind_it) {
+TEST(PreviewReader, reading_leaves_no_descriptor_open) {
   const TempTree tree("folder/\n  file");
   putFile(tree.at("image"), encoded(quarters(8, 8), "png"));
   putFile(tree.at("broken"), encoded(quarters(8, 8), "png").substr(0, 40));
@@ -304,7 +304,7 @@ TEST(PreviewReader, keeps_nothing_open_behind_it) {
       readAt(tree.at(name));
     }
   };
-  // The libraries open what is theirs the first time.
+  // The libraries open their own files the first time.
   readAll();
   const OwnProcess before = OwnProcess::now();
   readAll();

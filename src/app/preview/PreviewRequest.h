@@ -1,4 +1,4 @@
-// What a reader of a preview is told besides the file.
+// The parameters of reading a preview, besides the file.
 #pragma once
 
 #include <functional>
@@ -10,13 +10,13 @@ namespace tessaly {
 
 struct PreviewRequest {
   PreviewLimits limits;
-  // Polled on the reading thread; empty for never.
+  // Polled on the reading thread; empty: never cancelled.
   std::function<bool()> cancelled;
 
   bool isCancelled() const { return cancelled && cancelled(); }
 };
 
-// What a reader makes of a file. A cancelled one gives FactsOnly.
+// The result of a reader. FactsOnly if cancelled.
 using PreviewBody = decltype(PreviewContent::body);
 
 }  // namespace tessaly

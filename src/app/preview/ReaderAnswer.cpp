@@ -8,12 +8,12 @@ namespace {
 
 enum class Kind : std::uint32_t { size, pages, opaquePicture, clearPicture, fact, verdict };
 
-// Begins each piece.
+// The head of each piece.
 struct Head {
   Kind kind = Kind::size;
-  std::int32_t first = 0;    // width, count of pages, length of a fact's name, or the verdict
+  std::int32_t first = 0;    // width, number of pages, length of a fact's name, or the verdict
   std::int32_t second = 0;   // height
-  std::uint32_t length = 0;  // bytes of content, which follow
+  std::uint32_t length = 0;  // number of content bytes that follow
 };
 
 constexpr std::size_t mostFacts = 64;
@@ -25,7 +25,7 @@ std::string bytesOf(const Head& head) {
   return bytes;
 }
 
-// Whether the piece may be the next of this answer, as far as its head tells.
+// Whether a piece with this head may follow in the answer.
 bool fits(const Head& head, const ReaderAnswer& answer, const ReaderAnswer::Bounds& bounds) {
   if (answer.verdict) return false;
   switch (head.kind) {
@@ -89,7 +89,7 @@ std::optional<ReaderAnswer> ReaderAnswer::of(std::string_view bytes, const Bound
     add(answer, head, bytes.substr(0, head.length));
     bytes.remove_prefix(head.length);
   }
-  // A piece that breaks off is the end of an answer that breaks off.
+  // An incomplete piece means that the answer was interrupted.
   if (answer.verdict && !bytes.empty()) return std::nullopt;
   return answer;
 }

@@ -1,9 +1,9 @@
-// What the program that reads foreign formats answers: pieces, one after the other, and a verdict
-// as the last of them. Where the program was ended in the middle, the verdict is missing.
+// The answer of the program that reads foreign formats: a sequence of pieces, with a verdict as the
+// last one. The verdict is missing if the program was killed.
 //
-// The program has been through a foreign file, which may have taken it over: whatever is not as it
-// must be, or not within bounds, is no answer. Numbers are in the machine's own order, since both
-// ends run on one machine. Pure, safe from any thread.
+// A foreign file may have taken control of the program, so an answer with anything invalid or out
+// of bounds is rejected. Numbers are in the machine's byte order, since both ends run on one
+// machine. Pure, safe from any thread.
 #pragma once
 
 #include <cstddef>
@@ -18,19 +18,19 @@ namespace tessaly {
 
 struct ReaderAnswer {
   enum class Verdict : std::int32_t {
-    shown,    // the pieces before are what there is to show
-    nothing,  // there is nothing to show but that the file is there
-    other,    // it is not what it was to be, if it was that
+    shown,    // the preceding pieces are to be shown
+    nothing,  // only the facts of the file can be shown
+    other,    // it does not have the format that was only assumed
     damaged,
     tooLarge,
     locked,     // it needs a password
-    encrypted,  // in a way that is not known
-    gone,       // another item has taken its place, or none
-    refused,    // the user may not read it
+    encrypted,  // with an unknown encryption
+    gone,       // another item has replaced it, or none
+    refused,    // the user has no permission to read it
     unread,     // it cannot be read for another reason
   };
 
-  // What the program returns when it has not answered for lack of memory.
+  // The exit status when memory is exhausted before there is an answer.
   static constexpr int outOfMemory = 3;
 
   struct Bounds {
@@ -43,23 +43,23 @@ struct ReaderAnswer {
     std::int32_t width = 0;  // pixels
     std::int32_t height = 0;
     bool isOpaque = true;
-    // Rows without gaps of 32-bit pixels in the machine's order: alpha, red, green, blue, with
-    // alpha premultiplied.
+    // Rows of 32-bit pixels without padding, in the machine's byte order: alpha, red, green, blue,
+    // with premultiplied alpha.
     std::string_view pixels;
   };
 
-  std::optional<Verdict> verdict;  // absent where the answer breaks off
-  std::int32_t width = 0;          // of the image in the file, upright; 0 where it was not told
+  std::optional<Verdict> verdict;  // absent if the answer was interrupted
+  std::int32_t width = 0;          // of the image in the file, upright; 0 if unknown
   std::int32_t height = 0;
-  std::int32_t pages = 0;  // of the document, all of them
+  std::int32_t pages = 0;  // the number of all pages of the document
   std::vector<Picture> pictures;
   std::vector<std::pair<std::string_view, std::string_view>> facts;  // names and values
 
-  // Points into `bytes`. None for what is no answer, and none of one.
+  // Points into `bytes`. Absent if these are not a valid answer to a request with these bounds.
   static std::optional<ReaderAnswer> of(std::string_view bytes, const Bounds& bounds);
 
-  // The pieces as they are written. Those of a picture and of a fact go before their content: the
-  // pixels; the name and the value.
+  // The pieces in their binary form. The heads of a picture and of a fact precede their content:
+  // the pixels; the name and the value.
   static std::string sizePiece(std::int32_t width, std::int32_t height);
   static std::string pagesPiece(std::int32_t count);
   static std::string pictureHead(std::int32_t width, std::int32_t height, bool isOpaque);

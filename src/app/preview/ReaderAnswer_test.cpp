@@ -15,7 +15,7 @@ bool isAnswer(const std::string& bytes) {
   return ReaderAnswer::of(bytes, bounds).has_value();
 }
 
-// As ReaderAnswer lays it out.
+// The binary layout of ReaderAnswer.
 std::string piece(std::uint32_t kind, std::int32_t first, std::int32_t second,
                   std::uint32_t length) {
   const std::int32_t numbers[] = {static_cast<std::int32_t>(kind), first, second,
@@ -30,7 +30,7 @@ std::string picture(std::int32_t width, std::int32_t height, char fill = 'p') {
 
 const std::string end = ReaderAnswer::verdictPiece(Verdict::shown);
 
-TEST(ReaderAnswer, holds_what_was_written) {
+TEST(ReaderAnswer, an_answer_is_read_as_written) {
   const std::string bytes = ReaderAnswer::sizePiece(4000, 3000) + ReaderAnswer::pagesPiece(7) +
                             picture(4, 3, 'a') + ReaderAnswer::pictureHead(1, 1, false) + "bbbb" +
                             ReaderAnswer::factHead(4, 6) + "NameValue!" +
@@ -53,7 +53,7 @@ TEST(ReaderAnswer, holds_what_was_written) {
   EXPECT_EQ(answer->facts[0].second, "Value!");
 }
 
-TEST(ReaderAnswer, keeps_whole_pieces_and_has_no_verdict_wherever_it_breaks_off) {
+TEST(ReaderAnswer, an_interrupted_answer_has_its_complete_pieces_and_no_verdict) {
   const std::string first = picture(2, 2);
   const std::string whole = first + picture(1, 1) + end;
   for (std::size_t length = 0; length < whole.size(); ++length) {
@@ -64,7 +64,7 @@ TEST(ReaderAnswer, keeps_whole_pieces_and_has_no_verdict_wherever_it_breaks_off)
   }
 }
 
-TEST(ReaderAnswer, takes_no_picture_beyond_its_bounds) {
+TEST(ReaderAnswer, a_picture_out_of_bounds_is_rejected) {
   EXPECT_TRUE(isAnswer(picture(4, 3) + picture(4, 3)));
   EXPECT_FALSE(isAnswer(picture(5, 3)));
   EXPECT_FALSE(isAnswer(picture(4, 4)));
@@ -73,8 +73,8 @@ TEST(ReaderAnswer, takes_no_picture_beyond_its_bounds) {
   EXPECT_FALSE(isAnswer(piece(2, 1, -1, 0)));
 }
 
-// 65,536 times 65,536 pixels of four bytes would be none, were it counted in 32 bits.
-TEST(ReaderAnswer, takes_no_picture_whose_length_is_not_that_of_its_pixels) {
+// 65,536 times 65,536 pixels of four bytes would overflow to 0 in 32 bits.
+TEST(ReaderAnswer, a_picture_whose_length_does_not_match_its_size_is_rejected) {
   EXPECT_FALSE(isAnswer(piece(2, 2, 2, 15) + std::string(15, 'p')));
   EXPECT_FALSE(isAnswer(piece(2, 2, 2, 17) + std::string(17, 'p')));
   constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
@@ -83,7 +83,7 @@ TEST(ReaderAnswer, takes_no_picture_whose_length_is_not_that_of_its_pixels) {
   EXPECT_FALSE(ReaderAnswer::of(piece(2, most, most, 4), wide).has_value());
 }
 
-TEST(ReaderAnswer, takes_no_fact_that_is_longer_than_facts_are) {
+TEST(ReaderAnswer, a_fact_that_is_too_long_is_rejected) {
   EXPECT_TRUE(isAnswer(piece(4, 3, 0, 3) + "abc"));
   EXPECT_FALSE(isAnswer(piece(4, 4, 0, 3) + "abc"));
   EXPECT_FALSE(isAnswer(piece(4, -1, 0, 3) + "abc"));
@@ -94,7 +94,7 @@ TEST(ReaderAnswer, takes_no_fact_that_is_longer_than_facts_are) {
   EXPECT_FALSE(isAnswer(many + piece(4, 0, 0, 0)));
 }
 
-TEST(ReaderAnswer, ends_with_its_verdict) {
+TEST(ReaderAnswer, pieces_after_the_verdict_are_rejected) {
   EXPECT_TRUE(isAnswer(end));
   EXPECT_FALSE(isAnswer(end + end));
   EXPECT_FALSE(isAnswer(end + "x"));
@@ -102,7 +102,7 @@ TEST(ReaderAnswer, ends_with_its_verdict) {
   EXPECT_FALSE(isAnswer(piece(5, 10, 0, 0)));
 }
 
-TEST(ReaderAnswer, is_nothing_else) {
+TEST(ReaderAnswer, anything_else_is_rejected) {
   EXPECT_TRUE(isAnswer(""));
   EXPECT_FALSE(isAnswer("libpng warning: iCCP: known incorrect sRGB profile"));
   EXPECT_FALSE(isAnswer(piece(6, 1, 1, 0)));

@@ -14,7 +14,7 @@ namespace {
 
 using AnsweredBody::End;
 
-// A question is short, and whoever is there to read takes it at once.
+// A request is short, and a running process reads it at once.
 constexpr double secondsToAsk = 2;
 constexpr double betweenPolls = 0.02;
 
@@ -23,7 +23,7 @@ struct Answer {
   End end = End::itself;
 };
 
-// Where it takes longer to be gone, it is seen off by itself.
+// If the process does not end in time, another thread reaps it.
 void end(Process& process, double seconds = betweenPolls) {
   process.kill();
   process.waitUntil(Deadline::after(seconds));
@@ -34,7 +34,7 @@ bool hasLacked(const std::optional<Process::Exit>& exit) {
                   exit->signal == SIGALRM);
 }
 
-// None once the request is cancelled.
+// Absent once the request is cancelled.
 std::optional<Answer> answerOf(Process& process, const PreviewRequest& request) {
   Answer answer;
   const std::size_t most = AnsweredBody::mostBytes(request.limits);
@@ -48,7 +48,7 @@ std::optional<Answer> answerOf(Process& process, const PreviewRequest& request) 
     }
     if (process.readMore(answer.bytes, most - answer.bytes.size(), Deadline::after(betweenPolls)) ==
         Process::Reading::end) {
-      // It has nothing left to do but to end.
+      // The process has closed its output, and only needs to exit.
       while (!process.waitUntil(Deadline::after(betweenPolls))) {
         if (request.isCancelled() || over.hasPassed()) break;
       }
@@ -77,7 +77,7 @@ void ReaderProgram::warmUp() {
     const std::lock_guard lock(mutex_);
     std::swap(waiting_, process);
   }
-  // Another thread was faster, or the one before has died.
+  // Another thread was faster, or the previous process has died.
   if (process) process->kill();
 }
 
@@ -116,7 +116,7 @@ std::optional<Process> ReaderProgram::takeWaiting() {
   return std::exchange(waiting_, std::nullopt);
 }
 
-// The one that waits may have been ended by somebody.
+// The waiting process may have been killed from outside.
 std::optional<Process> ReaderProgram::asked(const std::string& question) {
   std::optional<Process> process = takeWaiting();
   for (const bool isFirst : {true, false}) {

@@ -1,9 +1,9 @@
-// The program beside this one that reads foreign formats: images, documents, sound and film. What
-// they do to it does not concern this process: it has limits of its own, and is killed when its
-// time is over or nobody wants its answer any more.
+// Runs the program that reads foreign formats: images, documents, sound and film. Harmful files
+// cannot affect this process: the other one has limits, and is killed when its time is over or its
+// answer is no longer needed.
 //
-// Each file is read by a process of its own. One that has started already waits for the next, so
-// that no file waits for a start. Safe from any thread, and several files are read at once.
+// Each file is read by a process of its own. One process is started ahead for the next file, so
+// that no file waits for a start. Safe from any thread; several files can be read at once.
 #pragma once
 
 #include <cstdint>
@@ -23,24 +23,24 @@ namespace tessaly {
 class ReaderProgram {
  public:
   explicit ReaderProgram(std::string path = OwnPrograms::path(ReaderRequest::program));
-  // Ends the one that waits.
+  // Kills the waiting process.
   ~ReaderProgram();
   ReaderProgram(const ReaderProgram&) = delete;
   ReaderProgram& operator=(const ReaderProgram&) = delete;
 
-  // Starts one to wait, unless there is one. Does not wait for it to be ready.
+  // Starts the process for the next file, unless there is one. Does not wait until it is ready.
   void warmUp();
 
-  // Blocks until the file is read, the request is cancelled or its time is over; whatever happens,
-  // the process has been told to end by then. `format` is of an image, as Qt names it. None where
-  // the file is not what it was to be, if it was that.
+  // Blocks until the file is read, the request is cancelled or its time is over; in any case the
+  // process has ended or been killed by then. `format` is that of an image, by its Qt name. Absent
+  // if the file does not have the format that was only assumed.
   std::optional<PreviewBody> read(const HeldItem& file, ReaderRequest::Wanted wanted,
                                   std::string_view format, const PreviewRequest& request);
 
  private:
   std::optional<Process> launched() const;
   std::optional<Process> takeWaiting();
-  // One that has been given the request.
+  // A process that has received the request.
   std::optional<Process> asked(const std::string& question);
 
   const std::string path_;

@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// One reader for all of them, so that each finds a process that waits.
+// One reader for all tests, so that each finds a waiting process.
 class ReaderProgramDocument : public testing::Test {
  public:
   static ReaderProgram& reader() { return *reader_; }
@@ -82,7 +82,7 @@ std::string document(int pages, double width = 200, double height = 100) {
   return bytes.toStdString();
 }
 
-TEST_F(ReaderProgramDocument, renders_pages_on_white_at_the_width_asked_for) {
+TEST_F(ReaderProgramDocument, pages_are_rendered_on_white_with_the_requested_width) {
   const PagesPreview preview = pagesIn(readBytes(document(3), withWidth(300)));
   EXPECT_EQ(preview.count, 3);
   ASSERT_EQ(preview.pages.size(), 3U);
@@ -94,7 +94,7 @@ TEST_F(ReaderProgramDocument, renders_pages_on_white_at_the_width_asked_for) {
   }
 }
 
-TEST_F(ReaderProgramDocument, counts_all_pages_but_renders_the_first) {
+TEST_F(ReaderProgramDocument, all_pages_are_counted_and_the_first_are_rendered) {
   PreviewRequest request = withWidth(50);
   request.limits.pages = 4;
   const PagesPreview preview = pagesIn(readBytes(document(9), request));
@@ -102,7 +102,7 @@ TEST_F(ReaderProgramDocument, counts_all_pages_but_renders_the_first) {
   EXPECT_EQ(preview.pages.size(), 4U);
 }
 
-TEST_F(ReaderProgramDocument, renders_no_more_than_there_is_memory_for) {
+TEST_F(ReaderProgramDocument, the_memory_limits_the_number_of_rendered_pages) {
   PreviewRequest request = withWidth(100);
   request.limits.pageBytes = 3 * 100 * 50 * 4 + 100;
   const PagesPreview preview = pagesIn(readBytes(document(9), request));
@@ -110,21 +110,21 @@ TEST_F(ReaderProgramDocument, renders_no_more_than_there_is_memory_for) {
   EXPECT_EQ(preview.pages.size(), 3U);
 }
 
-TEST_F(ReaderProgramDocument, renders_a_very_tall_page_narrower) {
+TEST_F(ReaderProgramDocument, a_very_tall_page_is_rendered_narrower) {
   const PagesPreview preview = pagesIn(readBytes(document(1, 10, 1000), withWidth(100)));
   ASSERT_EQ(preview.pages.size(), 1U);
   EXPECT_NEAR(preview.pages[0].width(), 4, 1);
   EXPECT_NEAR(preview.pages[0].height(), 400, 1);
 }
 
-TEST_F(ReaderProgramDocument, says_that_a_document_is_damaged) {
+TEST_F(ReaderProgramDocument, a_damaged_document_is_reported) {
   const std::string whole = document(2);
   EXPECT_EQ(reasonIn(readBytes(whole.substr(0, 100))), damaged);
   EXPECT_EQ(reasonIn(readBytes("%PDF-1.4\n")), damaged);
   EXPECT_EQ(reasonIn(readBytes("%PDF-1.4\n" + std::string(100'000, 'x'))), damaged);
 }
 
-TEST_F(ReaderProgramDocument, gives_pages_or_says_that_the_document_is_damaged_wherever_it_is_cut) {
+TEST_F(ReaderProgramDocument, a_truncated_document_gives_pages_or_is_reported_as_damaged) {
   const std::string whole = document(2);
   for (std::size_t length = 0; length < whole.size(); length += whole.size() / 40) {
     const PreviewBody body = readBytes(whole.substr(0, length), withWidth(20));
@@ -132,7 +132,7 @@ TEST_F(ReaderProgramDocument, gives_pages_or_says_that_the_document_is_damaged_w
   }
 }
 
-// A catalogue of pages that lists itself as one of them: the renderer goes round in it for ever.
+// A page tree that contains itself: the renderer loops for ever.
 std::string endless() {
   std::string bytes = document(3);
   const std::size_t kids = bytes.find("/Kids");
@@ -140,7 +140,7 @@ std::string endless() {
   return bytes.replace(first, bytes.find(' ', first) - first, "3");
 }
 
-// What is needed to ask for a password, and not more: no key fits.
+// Just enough to require a password: no key fits.
 std::string locked(const std::string& algorithm) {
   return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
          "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
@@ -151,40 +151,40 @@ std::string locked(const std::string& algorithm) {
          "><" + std::string(32, '3') + ">]>>\n%%EOF\n";
 }
 
-TEST_F(ReaderProgramDocument, says_that_a_document_needs_a_password) {
+TEST_F(ReaderProgramDocument, a_document_that_needs_a_password_is_reported) {
   EXPECT_EQ(reasonIn(readBytes(locked("/Standard/V 1/R 2"))),
             "This document cannot be shown because it needs a password.");
 }
 
-TEST_F(ReaderProgramDocument, says_that_it_does_not_know_a_way_of_encryption) {
+TEST_F(ReaderProgramDocument, an_unknown_encryption_is_reported) {
   EXPECT_EQ(reasonIn(readBytes(locked("/Unheard.Of/V 99/R 99"))),
             "This document is encrypted in a way that cannot be read here.");
 }
 
-TEST_F(ReaderProgramDocument, reads_no_document_that_is_longer_than_the_limit) {
+TEST_F(ReaderProgramDocument, a_document_over_the_size_limit_is_not_read) {
   PreviewRequest request;
   request.limits.documentBytes = 1000;
   EXPECT_EQ(reasonIn(readBytes(document(5), request)), "This document is too large to be shown.");
 }
 
-TEST_F(ReaderProgramDocument, stops_when_the_request_is_cancelled) {
+TEST_F(ReaderProgramDocument, cancelling_stops_rendering) {
   for (const int limit : {1, 2, 3}) {
     int polls = 0;
     PreviewRequest request;
     request.cancelled = [&] { return ++polls >= limit; };
-    // It is never done, so that only the cancelling ends it.
+    // Rendering never ends, so only cancelling can stop it.
     request.limits.seconds = 1e9;
     EXPECT_TRUE(std::holds_alternative<FactsOnly>(readBytes(endless(), request))) << limit;
   }
 }
 
-TEST_F(ReaderProgramDocument, says_that_a_document_is_damaged_that_keeps_the_renderer_busy) {
+TEST_F(ReaderProgramDocument, a_document_that_keeps_the_renderer_busy_is_reported_as_damaged) {
   PreviewRequest request;
   request.limits.seconds = 0.1;
   EXPECT_EQ(reasonIn(readBytes(endless(), request)), damaged);
 }
 
-TEST_F(ReaderProgramDocument, serves_several_threads_at_once) {
+TEST_F(ReaderProgramDocument, several_threads_can_render_at_once) {
   const TempTree tree;
   putFile(tree.at("document"), document(4));
   std::vector<PreviewBody> bodies(4);

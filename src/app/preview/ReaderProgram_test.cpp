@@ -44,7 +44,7 @@ const std::string damagedImage = PreviewFailures::damagedImage().reason.toStdStr
 const std::string hugeImage = PreviewFailures::hugeImage().reason.toStdString();
 const std::string gone = "This file is no longer there.";
 
-// As PreviewReader asks, for a file that is what its content says.
+// Requests like PreviewReader, for a file with a known signature.
 PreviewBody readFile(ReaderProgram& reader, const HeldItem& file,
                      const PreviewRequest& request = {}) {
   std::string head(ContentKind::headBytes, '\0');
@@ -72,15 +72,15 @@ bool showsImage(const PreviewBody& body) {
   return std::holds_alternative<ImagePreview>(body);
 }
 
-// Children of this process that run.
+// The running children of this process.
 std::vector<pid_t> children() {
   std::vector<pid_t> all;
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
-    // Processes come and go meanwhile; of one that is gone there is nothing to be read.
+    // Processes start and end meanwhile; files of ended ones cannot be read.
     std::ifstream file(entry.path() / "stat");
     std::string text;
     std::getline(file, text, '\0');
-    // What follows the name, which may hold anything.
+    // The fields after the name, which may contain any character.
     const std::size_t end = text.rfind(')');
     if (end == std::string::npos || text.size() < end + 4 || text[end + 2] == 'Z') continue;
     if (std::stoi(text.substr(end + 4)) == ::getpid()) all.push_back(std::stoi(text));
@@ -88,7 +88,7 @@ std::vector<pid_t> children() {
   return all;
 }
 
-// Waits, a minute at most.
+// Waits for a minute at most.
 template <class Condition>
 bool comesAbout(const Condition& condition) {
   const Deadline end = Deadline::after(60);
@@ -99,7 +99,7 @@ bool comesAbout(const Condition& condition) {
   return true;
 }
 
-// What the process has open, without the numbers of pipes and sockets.
+// The open files of the process, without the numbers of pipes and sockets.
 std::vector<std::string> openIn(pid_t process) {
   std::vector<std::string> all;
   std::error_code error;
@@ -114,9 +114,9 @@ std::vector<std::string> openIn(pid_t process) {
   return all;
 }
 
-// Whether the process is a reader that has come to the file. Between its fork and its exec a child
-// is still this program, and has open what this program has: a file that is held once. A reader
-// holds it to look at it, and opens it to read it.
+// Whether the process is a reader that has opened the file. Between fork and exec a child is still
+// a copy of this program with its descriptors, which hold the file once. A reader holds it to
+// examine it, and opens it again to read it.
 bool isReading(pid_t process, const std::string& path) {
   std::error_code ended;
   const fs::path program = fs::read_symlink("/proc/" + std::to_string(process) + "/exe", ended);
@@ -141,7 +141,7 @@ PreviewRequest within(double seconds) {
   return request;
 }
 
-// A thread in a reading that only the end of the request ends, and the process at it.
+// A thread that reads until its request is cancelled, and the process it uses.
 class BusyReading {
  public:
   BusyReading(ReaderProgram& reader, const std::string& path) : file_(held(path)) {
@@ -174,7 +174,7 @@ class BusyReading {
   PreviewBody body_;
 };
 
-// Whatever is read, the processes are gone afterwards.
+// Expects that all processes have ended after each test.
 class ReaderProgramTest : public testing::Test {
  protected:
   void TearDown() override {
@@ -182,7 +182,7 @@ class ReaderProgramTest : public testing::Test {
   }
 };
 
-TEST_F(ReaderProgramTest, reads_images_documents_and_recordings) {
+TEST_F(ReaderProgramTest, images_documents_and_recordings_are_read) {
   ReaderProgram reader;
   const PreviewBody image = readBytes(reader, encoded(quarters(64, 32), "png"));
   ASSERT_TRUE(showsImage(image));
@@ -194,7 +194,7 @@ TEST_F(ReaderProgramTest, reads_images_documents_and_recordings) {
   EXPECT_EQ(std::get<MediaPreview>(sound).facts.front().first, QStringLiteral("Duration"));
 }
 
-TEST_F(ReaderProgramTest, draws_the_letters_of_a_drawing) {
+TEST_F(ReaderProgramTest, texts_in_a_drawing_are_drawn) {
   ReaderProgram reader;
   const auto drawing = [](const std::string& text) {
     return "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='40'><text x='0' y='40' "
@@ -207,7 +207,7 @@ TEST_F(ReaderProgramTest, draws_the_letters_of_a_drawing) {
   EXPECT_NE(std::get<ImagePreview>(with).image, std::get<ImagePreview>(without).image);
 }
 
-TEST_F(ReaderProgramTest, says_of_a_file_what_it_is_not) {
+TEST_F(ReaderProgramTest, a_file_that_lacks_its_assumed_format_is_reported) {
   ReaderProgram reader;
   const TempTree tree;
   putFile(tree.at("text"), "only text");
@@ -216,30 +216,30 @@ TEST_F(ReaderProgramTest, says_of_a_file_what_it_is_not) {
   EXPECT_FALSE(reader.read(file, Wanted::mediaIfOne, {}, {}).has_value());
 }
 
-TEST_F(ReaderProgramTest, gives_up_a_drawing_that_takes_too_long) {
+TEST_F(ReaderProgramTest, a_drawing_that_takes_too_long_is_given_up) {
   ReaderProgram reader;
   EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::slowDrawing(), within(0.3))), hugeImage);
 }
 
-TEST_F(ReaderProgramTest, gives_up_a_photograph_of_countless_scans) {
+TEST_F(ReaderProgramTest, a_photograph_with_countless_scans_is_given_up) {
   ReaderProgram reader;
   EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::photographOfScans(100'000), within(0.3))),
             hugeImage);
 }
 
-// It ends for lack of memory or of time, whichever is over first.
-TEST_F(ReaderProgramTest, gives_up_a_document_whose_form_draws_itself) {
+// The process exceeds its memory or its time, whichever comes first.
+TEST_F(ReaderProgramTest, a_document_whose_form_draws_itself_is_given_up) {
   ReaderProgram reader;
   const PreviewBody body = readBytes(reader, HostileFiles::documentThatDrawsItself(), within(2));
   EXPECT_NE(reasonIn(body), "no failure");
 }
 
-TEST_F(ReaderProgramTest, refuses_an_image_that_promises_to_be_a_giant) {
+TEST_F(ReaderProgramTest, an_image_with_a_giant_size_in_its_header_is_refused) {
   ReaderProgram reader;
   EXPECT_EQ(reasonIn(readBytes(reader, HostileFiles::pngOf(60'000, 60'000))), hugeImage);
 }
 
-TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_of_which_a_part_is_missing) {
+TEST_F(ReaderProgramTest, a_truncated_file_is_reported_as_damaged) {
   ReaderProgram reader;
   const std::string image = encoded(quarters(64, 64), "png");
   EXPECT_EQ(reasonIn(readBytes(reader, image.substr(0, image.size() / 2))), damagedImage);
@@ -249,8 +249,8 @@ TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_of_which_a_part_is_missing
             PreviewFailures::damagedMedia().reason.toStdString());
 }
 
-// One that has to be in memory as a whole to be decoded, of 45 million pixels.
-TEST_F(ReaderProgramTest, judges_the_first_image_as_it_does_later_ones) {
+// An image of 45 million pixels that must be completely in memory to be decoded.
+TEST_F(ReaderProgramTest, the_first_image_is_judged_like_later_ones) {
   QImage large(9000, 5000, QImage::Format_Grayscale8);
   large.fill(128);
   QByteArray bytes;
@@ -266,8 +266,8 @@ TEST_F(ReaderProgramTest, judges_the_first_image_as_it_does_later_ones) {
   }
 }
 
-// Somebody else may be at the file between the moment when it is looked at and its reading.
-TEST_F(ReaderProgramTest, reads_the_file_that_was_looked_at_and_no_other) {
+// Another process may replace the file between its examination and its reading.
+TEST_F(ReaderProgramTest, only_the_examined_file_is_read) {
   const TempTree tree("pipe fifo\nsocket socket\nlink -> file");
   putFile(tree.at("other"), encoded(quarters(8, 8), "png"));
   ASSERT_EQ(::symlink("other", tree.at("away").c_str()), 0);
@@ -277,13 +277,13 @@ TEST_F(ReaderProgramTest, reads_the_file_that_was_looked_at_and_no_other) {
     const HeldItem file = held(tree.at("file"));
     ASSERT_EQ(::rename(tree.at(name).c_str(), tree.at("file").c_str()), 0);
     EXPECT_EQ(reasonIn(readFile(reader, file)), gone) << name;
-    // A pipe that was opened would have set free who waits at its other end.
+    // Opening the pipe would have unblocked a writer at its other end.
     if (name == "pipe"s) {
       EXPECT_LT(::open(tree.at("file").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC), 0);
       EXPECT_EQ(errno, ENXIO);
     }
     fs::remove(tree.at("file"));
-    // What the link led to.
+    // The former target of the link.
     putFile(tree.at("other"), encoded(quarters(8, 8), "png"));
   }
   const HeldItem file = [&] {
@@ -294,14 +294,14 @@ TEST_F(ReaderProgramTest, reads_the_file_that_was_looked_at_and_no_other) {
   EXPECT_EQ(reasonIn(readFile(reader, file)), gone);
 }
 
-TEST_F(ReaderProgramTest, reads_what_a_link_leads_to) {
+TEST_F(ReaderProgramTest, the_target_of_a_link_is_read) {
   const TempTree tree("folder/\nlink -> folder/image");
   putFile(tree.at("folder/image"), encoded(quarters(8, 8), "png"));
   ReaderProgram reader;
   EXPECT_TRUE(showsImage(readFile(reader, held(tree.at("link")))));
 }
 
-TEST_F(ReaderProgramTest, ends_the_process_at_a_file_when_the_request_is_cancelled) {
+TEST_F(ReaderProgramTest, cancelling_ends_the_process_that_reads) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
   ReaderProgram reader;
@@ -312,7 +312,7 @@ TEST_F(ReaderProgramTest, ends_the_process_at_a_file_when_the_request_is_cancell
   EXPECT_TRUE(comesAbout([&] { return ::kill(reading.process(), 0) != 0 && errno == ESRCH; }));
 }
 
-TEST_F(ReaderProgramTest, asks_nobody_once_the_request_is_cancelled) {
+TEST_F(ReaderProgramTest, a_cancelled_request_starts_no_reading) {
   ReaderProgram reader;
   PreviewRequest request;
   request.cancelled = [] { return true; };
@@ -321,7 +321,7 @@ TEST_F(ReaderProgramTest, asks_nobody_once_the_request_is_cancelled) {
   EXPECT_THAT(children(), IsEmpty());
 }
 
-TEST_F(ReaderProgramTest, leaves_nothing_behind_whatever_it_reads) {
+TEST_F(ReaderProgramTest, reading_leaves_nothing_behind_whatever_the_file) {
   const OwnProcess before = OwnProcess::now();
   {
     ReaderProgram reader;
@@ -333,13 +333,13 @@ TEST_F(ReaderProgramTest, leaves_nothing_behind_whatever_it_reads) {
     PreviewRequest request = within(1e9);
     request.cancelled = [&polls] { return ++polls > 2; };
     readBytes(reader, HostileFiles::slowDrawing(), request);
-    // The one that waits for the next.
+    // The waiting process for the next file.
     EXPECT_TRUE(comesAbout([] { return children().size() == 1; }));
   }
   EXPECT_EQ(settled(before), before);
 }
 
-TEST_F(ReaderProgramTest, keeps_one_process_waiting) {
+TEST_F(ReaderProgramTest, one_process_is_kept_waiting) {
   ReaderProgram reader;
   EXPECT_THAT(children(), IsEmpty());
   reader.warmUp();
@@ -353,7 +353,7 @@ TEST_F(ReaderProgramTest, keeps_one_process_waiting) {
   EXPECT_NE(second, first);
 }
 
-TEST_F(ReaderProgramTest, does_without_a_process_that_was_ended_while_it_waited) {
+TEST_F(ReaderProgramTest, a_waiting_process_that_was_killed_is_replaced) {
   ReaderProgram reader;
   reader.warmUp();
   for (const pid_t child : children()) ::kill(child, SIGKILL);
@@ -362,7 +362,7 @@ TEST_F(ReaderProgramTest, does_without_a_process_that_was_ended_while_it_waited)
   EXPECT_TRUE(comesAbout([] { return children().size() == 1; }));
 }
 
-TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_at_which_a_process_was_ended) {
+TEST_F(ReaderProgramTest, a_file_whose_process_was_killed_is_reported_as_damaged) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
   ReaderProgram reader;
@@ -373,7 +373,7 @@ TEST_F(ReaderProgramTest, says_that_a_file_is_damaged_at_which_a_process_was_end
   EXPECT_EQ(reasonIn(reading.body()), damagedImage);
 }
 
-TEST_F(ReaderProgramTest, reads_several_files_at_once) {
+TEST_F(ReaderProgramTest, several_files_are_read_at_once) {
   const TempTree tree;
   putFile(tree.at("image"), encoded(quarters(64, 64), "png"));
   ReaderProgram reader;
@@ -386,7 +386,7 @@ TEST_F(ReaderProgramTest, reads_several_files_at_once) {
   for (const PreviewBody& body : bodies) EXPECT_TRUE(showsImage(body)) << reasonIn(body);
 }
 
-TEST_F(ReaderProgramTest, is_not_yet_what_still_is_a_copy_of_this_program) {
+TEST_F(ReaderProgramTest, a_forked_copy_of_this_program_does_not_count_as_reading) {
   const TempTree tree("file 4K");
   const HeldItem file = held(tree.at("file"));
   int ends[2];
@@ -404,19 +404,19 @@ TEST_F(ReaderProgramTest, is_not_yet_what_still_is_a_copy_of_this_program) {
   EXPECT_EQ(::waitpid(copy, nullptr, 0), copy);
 }
 
-TEST_F(ReaderProgramTest, has_the_file_open_and_nothing_else_of_ours) {
+TEST_F(ReaderProgramTest, the_process_has_the_file_open_and_nothing_else_of_ours) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
   ReaderProgram reader;
   const BusyReading reading(reader, tree.at("drawing"));
   ASSERT_NE(reading.process(), 0);
-  // The file is held to be looked at, and open to be read; the toolkit has a means to be woken up.
+  // The file is held for the examination and open for reading; Qt has an eventfd.
   EXPECT_THAT(openIn(reading.process()),
               testing::ElementsAre("/dev/null", "/dev/null", tree.at("drawing"), tree.at("drawing"),
                                    "anon_inode", "pipe", "socket"));
 }
 
-TEST_F(ReaderProgramTest, has_limits_of_its_own) {
+TEST_F(ReaderProgramTest, the_process_has_limits_of_its_own) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
   ReaderProgram reader;
@@ -426,18 +426,18 @@ TEST_F(ReaderProgramTest, has_limits_of_its_own) {
   EXPECT_EQ(limitOf(process, "Max core file size"), "0");
   EXPECT_EQ(limitOf(process, "Max file size"), "0");
   EXPECT_EQ(limitOf(process, "Max open files"), "64");
-  // What a request may take at most, one second more, and what it has used by then.
+  // The time of the request, one second more, and the time used so far.
   const std::string time = limitOf(process, "Max cpu time");
   ASSERT_NE(time, "unlimited");
   EXPECT_GT(std::stoi(time), 600);
   EXPECT_LT(std::stoi(time), 700);
 }
 
-TEST_F(ReaderProgramTest, has_ten_seconds_for_what_a_user_looks_at) {
+TEST_F(ReaderProgramTest, a_preview_has_ten_seconds) {
   EXPECT_EQ(PreviewRequest().limits.seconds, 10);
 }
 
-TEST_F(ReaderProgramTest, may_take_no_more_than_a_gibibyte_of_memory) {
+TEST_F(ReaderProgramTest, the_process_may_use_at_most_a_gibibyte_of_memory) {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   GTEST_SKIP() << needs(Need::plainBuild, "sanitizers themselves take more than any limit leaves");
 #endif
@@ -450,8 +450,8 @@ TEST_F(ReaderProgramTest, may_take_no_more_than_a_gibibyte_of_memory) {
       [&] { return limitOf(reading.process(), "Max data size") == std::to_string(1 << 30); }));
 }
 
-// As when this program ends in whatever way: the system closes what it had open.
-TEST_F(ReaderProgramTest, ends_with_whoever_has_asked) {
+// When this program ends in any way, the system closes its descriptors.
+TEST_F(ReaderProgramTest, the_process_ends_with_the_program_that_asked) {
   const TempTree tree;
   putFile(tree.at("drawing"), HostileFiles::slowDrawing());
   const HeldItem file = held(tree.at("drawing"));
@@ -474,14 +474,14 @@ TEST_F(ReaderProgramTest, ends_with_whoever_has_asked) {
       const std::vector<pid_t> all = children();
       return all.size() == 1 && isReading(all.front(), tree.at("drawing"));
     }));
-    // Nothing is written to it that would end it by itself.
+    // It gets no input that would end it.
     EXPECT_FALSE(process.value().waitUntil(Deadline::after(0)));
   }
   EXPECT_EQ(settled(before), before);
 }
 
-// Into a pipe, since it may not write to files whatever it has open.
-TEST_F(ReaderProgramTest, keeps_the_complaints_of_libraries_to_itself) {
+// Into a pipe, since it may not write to files, even open ones.
+TEST_F(ReaderProgramTest, warnings_of_libraries_are_dropped) {
   int ends[2];
   ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
   const int ours = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
@@ -496,14 +496,14 @@ TEST_F(ReaderProgramTest, keeps_the_complaints_of_libraries_to_itself) {
   for (const int end : {ends[0], ends[1], ours}) ::close(end);
 }
 
-TEST_F(ReaderProgramTest, says_that_nothing_can_be_shown_where_the_program_is_missing) {
+TEST_F(ReaderProgramTest, a_missing_program_is_reported) {
   ReaderProgram reader("/nowhere/tessaly-pages");
   reader.warmUp();
   EXPECT_EQ(reasonIn(readBytes(reader, encoded(quarters(8, 8), "png"))),
             "This image cannot be shown.");
 }
 
-// A program that was taken over may answer what it likes.
+// A compromised program may answer anything.
 class ReaderProgramTakenOver : public ReaderProgramTest {
  protected:
   std::string reasonWith(const std::string& does, double seconds) {
@@ -515,16 +515,16 @@ class ReaderProgramTakenOver : public ReaderProgramTest {
   }
 };
 
-TEST_F(ReaderProgramTakenOver, may_answer_nothing) {
+TEST_F(ReaderProgramTakenOver, a_compromised_program_may_answer_nothing) {
   EXPECT_EQ(reasonWith("exec sleep 1000", 0.2), hugeImage);
   EXPECT_EQ(reasonWith("head -c 4 >/dev/null", 60), damagedImage);
 }
 
-TEST_F(ReaderProgramTakenOver, may_answer_nonsense) {
+TEST_F(ReaderProgramTakenOver, a_compromised_program_may_answer_nonsense) {
   EXPECT_EQ(reasonWith("head -c 4 >/dev/null; echo nonsense that is no piece", 60), damagedImage);
 }
 
-TEST_F(ReaderProgramTakenOver, may_answer_without_end) {
+TEST_F(ReaderProgramTakenOver, a_compromised_program_may_answer_without_end) {
   EXPECT_EQ(reasonWith("exec cat /dev/zero", 60), damagedImage);
 }
 

@@ -8,10 +8,10 @@ namespace tessaly {
 namespace {
 
 struct Head {
-  std::uint32_t length = 0;  // of the whole request in bytes
+  std::uint32_t length = 0;  // of the whole request, in bytes
   ReaderRequest::Wanted wanted = ReaderRequest::Wanted::image;
-  std::uint32_t format = 0;  // bytes, which follow
-  std::uint32_t path = 0;    // bytes, which follow those
+  std::uint32_t format = 0;  // number of bytes that follow
+  std::uint32_t path = 0;    // number of bytes that follow these
   HeldItem::Identity identity;
   PreviewLimits limits;
 };

@@ -1,7 +1,8 @@
-// What the program that reads foreign formats is asked: one file, and what it should be. It reads
-// one request from its standard input, writes one ReaderAnswer to its standard output, and ends.
+// The request to the program that reads foreign formats: one file, and its assumed kind. The
+// program reads one request from its standard input, writes one ReaderAnswer to its standard
+// output, and ends.
 //
-// Both ends are built together and run on one machine, so values go over as they are in memory.
+// Both ends are built together and run on one machine, so values are sent in their memory layout.
 #pragma once
 
 #include <cstddef>
@@ -20,29 +21,29 @@ struct ReaderRequest {
   static constexpr const char* program = "tessaly-pages";
 
   enum class Wanted : std::uint32_t {
-    image,       // of `format`, as its signature tells
-    imageIfOne,  // of `format`, if it is one, which has no signature
+    image,       // of `format`, by its signature
+    imageIfOne,  // of `format`, which has no signature, so it may be something else
     document,    // PDF
-    media,       // sound or film, as its signature tells
-    mediaIfOne,  // the same, if it is
+    media,       // sound or film, by its signature
+    mediaIfOne,  // the same, without a signature
   };
 
   Wanted wanted = Wanted::image;
-  std::string format;           // of an image, as Qt names it; empty for anything else
-  std::string path;             // bytes, absolute; what stands there is no link
-  HeldItem::Identity identity;  // of the file that is meant, and no other is read
+  std::string format;           // Qt's name for the format of an image; empty otherwise
+  std::string path;             // bytes, absolute; must not be a link
+  HeldItem::Identity identity;  // of the requested file; no other one is read
   PreviewLimits limits;
 
-  // No request is longer.
+  // The greatest size of a request.
   static constexpr std::size_t mostBytes = std::size_t{1} << 20;
 
-  // None where it would be too long.
+  // Absent if it would be too long.
   std::optional<std::string> encoded() const;
 
-  // How many bytes a request has, by its beginning; none while that is too short to tell, and 0 for
-  // what is no request.
+  // The size of a request with this beginning; absent while that is too short, and 0 if it is
+  // invalid.
   static std::optional<std::size_t> lengthOf(std::string_view beginning);
-  // None for what is no request.
+  // Absent if it is invalid.
   static std::optional<ReaderRequest> decoded(std::string_view bytes);
 };
 

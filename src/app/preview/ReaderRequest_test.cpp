@@ -19,7 +19,7 @@ ReaderRequest sample() {
   return request;
 }
 
-TEST(ReaderRequest, comes_over_as_it_was) {
+TEST(ReaderRequest, a_request_is_decoded_as_encoded) {
   const std::string bytes = *sample().encoded();
   EXPECT_EQ(ReaderRequest::lengthOf(bytes), bytes.size());
   const auto request = ReaderRequest::decoded(bytes);
@@ -32,7 +32,7 @@ TEST(ReaderRequest, comes_over_as_it_was) {
   EXPECT_EQ(request->limits.seconds, 0.5);
 }
 
-TEST(ReaderRequest, is_no_request_when_it_is_cut_or_goes_on) {
+TEST(ReaderRequest, a_truncated_or_extended_request_is_invalid) {
   const std::string bytes = *sample().encoded();
   for (std::size_t length = 0; length < bytes.size(); ++length) {
     EXPECT_FALSE(ReaderRequest::decoded(bytes.substr(0, length)).has_value()) << length;
@@ -40,7 +40,7 @@ TEST(ReaderRequest, is_no_request_when_it_is_cut_or_goes_on) {
   EXPECT_FALSE(ReaderRequest::decoded(bytes + "x").has_value());
 }
 
-TEST(ReaderRequest, tells_its_length_by_its_beginning) {
+TEST(ReaderRequest, the_beginning_of_a_request_has_its_length) {
   const std::string bytes = *sample().encoded();
   EXPECT_EQ(ReaderRequest::lengthOf(bytes.substr(0, 8)), std::nullopt);
   EXPECT_EQ(ReaderRequest::lengthOf(bytes.substr(0, bytes.size() - 1)), bytes.size());
@@ -48,7 +48,7 @@ TEST(ReaderRequest, tells_its_length_by_its_beginning) {
   EXPECT_EQ(ReaderRequest::lengthOf(std::string(500, '\xFF')), 0U);
 }
 
-TEST(ReaderRequest, is_no_longer_than_the_reader_takes) {
+TEST(ReaderRequest, a_request_has_a_greatest_length) {
   ReaderRequest request = sample();
   request.path = std::string(ReaderRequest::mostBytes, '/');
   EXPECT_FALSE(request.encoded().has_value());

@@ -12,18 +12,18 @@ namespace tessaly::TextDecoding {
 
 namespace {
 
-// What is no character of the encoding, and how it is shown.
+// Invalid bytes, and the character that is shown for them.
 constexpr char32_t noCharacter = 0xFFFFFFFF;
 constexpr char32_t replacement = 0xFFFD;
 
-// One character of an encoding: its bytes, 0 where the rest is the beginning of one that is cut.
+// One character of an encoding, and its number of bytes; 0 if the rest is an incomplete character.
 struct Step {
   char32_t value = noCharacter;
   std::size_t length = 0;
 };
 using Decode = Step (*)(std::string_view rest);
 
-// The bytes that a UTF-8 character takes, by its first.
+// The length of a UTF-8 character by its first byte.
 std::size_t lengthByLead(unsigned char lead) {
   if (lead >= 0xF0) return lead <= 0xF4 ? 4 : 1;
   if (lead >= 0xE0) return 3;
@@ -39,7 +39,7 @@ Step utf8(std::string_view rest) {
   return {.value = scalar.isText ? scalar.value : noCharacter, .length = scalar.length};
 }
 
-// The characters that Windows-1252 has where Latin-1 has control characters; 0 for none.
+// The characters of Windows-1252 that are control characters in Latin-1; 0 for unassigned ones.
 Step windows1252(std::string_view rest) {
   constexpr char16_t extra[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
@@ -53,7 +53,7 @@ Step windows1252(std::string_view rest) {
           .length = 1};
 }
 
-// What is no character, and what the end of the file cuts, is noCharacter.
+// Invalid bytes, and a character cut off by the end of the file, are noCharacter.
 std::u32string charactersOf(std::string_view bytes, bool isWholeFile, Decode decode) {
   std::u32string characters;
   while (!bytes.empty()) {
@@ -68,11 +68,11 @@ std::u32string charactersOf(std::string_view bytes, bool isWholeFile, Decode dec
   return characters;
 }
 
-// The same for bytes with a mark of this encoding.
+// The same for bytes with a byte-order mark of this encoding.
 std::u32string markedCharactersOf(std::string_view bytes, bool isWholeFile,
                                   QStringConverter::Encoding encoding) {
   using Flag = QStringConverter::Flag;
-  // With a state, the decoder keeps an incomplete character at the end to itself.
+  // A decoder with a state holds back an incomplete character at the end.
   QStringDecoder decoder(encoding, isWholeFile ? Flag::Stateless : Flag::Default);
   QString text = decoder.decode(bytes);
   if (!isWholeFile && !text.isEmpty() && text.back().isHighSurrogate()) text.chop(1);
@@ -85,7 +85,7 @@ bool isControl(char32_t value) {
   return value < 0x20 || (value >= 0x7F && value < 0xA0);
 }
 
-// Those that texts have: white space, and what terminals are told.
+// The control characters of texts: white space and terminal codes.
 bool isUsualControl(char32_t value) {
   return (value >= '\b' && value <= '\r') || value == 0x1B || value == 0x85;
 }
@@ -96,9 +96,9 @@ bool isNoncharacter(char32_t value) {
 
 struct Census {
   std::size_t characters = 0;
-  std::size_t errors = 0;    // what is no character
-  std::size_t controls = 0;  // unusual ones
-  std::size_t beyond = 0;    // characters beyond ASCII
+  std::size_t errors = 0;    // invalid bytes
+  std::size_t controls = 0;  // unusual control characters
+  std::size_t beyond = 0;    // characters outside ASCII
 };
 
 Census censusOf(std::u32string_view characters) {
@@ -115,12 +115,12 @@ Census censusOf(std::u32string_view characters) {
   return census;
 }
 
-// Absent for what is no text.
+// Absent if the bytes are not a text.
 std::optional<std::u32string> unmarked(std::string_view bytes, bool isWholeFile) {
   if (bytes.find('\0') != std::string_view::npos) return std::nullopt;
   std::u32string characters = charactersOf(bytes, isWholeFile, utf8);
   const Census unicode = censusOf(characters);
-  // A text with a slip in it is still what it is otherwise.
+  // A few errors do not make UTF-8 another encoding.
   if (unicode.errors == 0 || unicode.errors * 4 <= unicode.beyond) {
     if (unicode.controls * 10 > unicode.characters) return std::nullopt;
     return characters;
@@ -138,17 +138,17 @@ std::optional<std::u32string> charactersOf(std::string_view bytes, bool isWholeF
   if (!encoding) return unmarked(bytes, isWholeFile);
   std::u32string characters = markedCharactersOf(bytes, isWholeFile, *encoding);
   const Census census = censusOf(characters);
-  // Other files may begin so by chance.
+  // Other files may begin with these bytes by chance.
   if ((census.errors + census.controls) * 10 > census.characters) return std::nullopt;
   return characters;
 }
 
-// Takes characters and makes lines of them.
+// Splits characters into lines.
 class Lines {
  public:
   Lines(const Limits& limits, std::size_t expected) : limits_(limits) { units_.reserve(expected); }
 
-  // Gives false, and takes nothing, when there are enough lines.
+  // Returns false, and adds nothing, if there are enough lines.
   bool add(char32_t value) {
     const bool isSecondHalf = value == '\n' && wasReturn_;
     wasReturn_ = value == '\r';
@@ -194,8 +194,8 @@ class Lines {
 
   const Limits& limits_;
   std::u16string units_;
-  std::size_t lines_ = 0;   // ended
-  std::size_t inLine_ = 0;  // units
+  std::size_t lines_ = 0;   // complete lines
+  std::size_t inLine_ = 0;  // units in the current line
   bool wasReturn_ = false;
 };
 

@@ -10,8 +10,8 @@ namespace tessaly::TextReader {
 
 namespace {
 
-// One byte more than the limit tells whether there is more. Files of the system tell no length, so
-// what ends a file is a read that brings nothing.
+// One byte over the limit shows whether there is more. Kernel files report no length, so a read
+// without data marks the end.
 Result<std::string> beginning(const HeldItem& file, std::size_t limit,
                               const PreviewRequest& request) {
   std::string bytes(limit + 1, '\0');

@@ -1,6 +1,7 @@
-// The beginning of a file as text. However long the file is, no more of it is read than is shown.
+// Reads the beginning of a file as text. No more is read than shown, whatever the length of the
+// file.
 //
-// On the calling thread, which should be a worker.
+// Runs on the calling thread, which should be a worker.
 #pragma once
 
 #include <optional>
@@ -10,7 +11,7 @@
 
 namespace tessaly::TextReader {
 
-// None when the file is no text. `file` has its content open. An empty file is an empty text.
+// Absent if the file is not a text. The content of `file` is open. An empty file is an empty text.
 std::optional<PreviewBody> read(const HeldItem& file, const PreviewRequest& request);
 
 }  // namespace tessaly::TextReader

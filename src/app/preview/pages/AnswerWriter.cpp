@@ -6,7 +6,7 @@ bool AnswerWriter::writePages(int count) {
   return put(ReaderAnswer::pagesPiece(count));
 }
 
-// Rows of pixels of 32 bits have no gaps.
+// Rows of 32-bit pixels have no padding.
 bool AnswerWriter::writePicture(const QImage& picture) {
   return put(ReaderAnswer::pictureHead(picture.width(), picture.height(),
                                        !picture.hasAlphaChannel())) &&

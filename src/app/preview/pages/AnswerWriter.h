@@ -1,4 +1,4 @@
-// Writes a ReaderAnswer, piece by piece as they are done. On one thread.
+// Writes a ReaderAnswer piece by piece. Not thread-safe.
 #pragma once
 
 #include <string>
@@ -12,17 +12,17 @@ namespace tessaly {
 
 class AnswerWriter {
  public:
-  // `out` is open, and outlives this object.
+  // `out` is open, and must outlive this object.
   explicit AnswerWriter(QIODevice& out) : out_(out) {}
 
-  // How many pages a document has.
+  // The number of pages in a document.
   bool writePages(int count);
-  // A picture of one of the formats that screens show: RGB32, or ARGB32_Premultiplied. As with the
-  // others, false once nobody takes the answer any more.
+  // A picture in one of the screen formats RGB32 and ARGB32_Premultiplied. Like the others, false
+  // once nobody reads the answer any more.
   bool writePicture(const QImage& picture);
   // Ends the answer.
   bool writeVerdict(ReaderAnswer::Verdict verdict);
-  // All of an answer that is no document.
+  // The complete answer for a file other than a document.
   bool write(const Decoded& decoded);
 
  private:

@@ -23,7 +23,7 @@ namespace tessaly::Confinement {
 
 namespace {
 
-// Sanitizers keep a memory of their own that is larger than any limit.
+// Sanitizers reserve more memory than any limit.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || \
     TESSALY_HAS_FEATURE(address_sanitizer) || TESSALY_HAS_FEATURE(thread_sanitizer)
 constexpr bool isSanitized = true;
@@ -54,7 +54,7 @@ void limitResources() {
   if (!isSanitized) limit(RLIMIT_DATA, memory);
   limit(RLIMIT_CORE, 0);
   limit(RLIMIT_NOFILE, files);
-  // Nothing is written to any file; a library that tries is told so, and not ended.
+  // Writing to files fails; a library that tries gets an error instead of a signal.
   std::signal(SIGXFSZ, SIG_IGN);
   limit(RLIMIT_FSIZE, 0);
   std::set_new_handler([] { ::_exit(ReaderAnswer::outOfMemory); });
@@ -88,12 +88,12 @@ std::optional<std::string> awaitRequest() {
 }
 
 void endWithRequest(double seconds) {
-  // Whoever waits for the answer ends the process sooner; this is for when nobody does.
+  // The asking program ends this process earlier; this is for the case that it does not.
   constexpr double longest = 600;
   const double time = std::ceil(std::clamp(seconds, 0.0, longest)) + 1;
   limit(RLIMIT_CPU, static_cast<rlim_t>(secondsUsed() + time));
   ::alarm(static_cast<unsigned>(time));
-  // The system then sends a signal that ends the process, also while a library is busy.
+  // The system then sends a signal that ends the process, even inside a library.
   ::fcntl(STDIN_FILENO, F_SETOWN, ::getpid());
   ::fcntl(STDIN_FILENO, F_SETFL, ::fcntl(STDIN_FILENO, F_GETFL) | O_ASYNC);
   pollfd input{.fd = STDIN_FILENO, .events = 0, .revents = 0};

@@ -1,5 +1,5 @@
-// What this process may take of the machine while it is at a foreign file, and how it comes to its
-// end. Each call is made once, on the first thread, in this order.
+// Limits this process while it handles a foreign file, and ends it in time. Call each function
+// once, on the first thread, in this order.
 #pragma once
 
 #include <optional>
@@ -7,20 +7,20 @@
 
 namespace tessaly::Confinement {
 
-// No more memory than decoding takes, no files but those that it reads, and no record of a crash. A
-// request for memory beyond ends the process with ReaderAnswer::outOfMemory, where its library does
-// not go on without.
+// Limits the memory to what decoding needs, the files to those that are read, and disables core
+// dumps. If memory is exhausted, the process exits with ReaderAnswer::outOfMemory unless the
+// library handles that.
 void limitResources();
 
-// Gives the descriptor of the answer, which had been standard output: what libraries print is lost.
-// -1 where that cannot be.
+// Returns a descriptor for the answer, the former standard output: output of libraries is dropped.
+// -1 on failure.
 int takeAnswer();
 
-// Waits for one request on standard input. None when there is not one to come.
+// Waits for a request on standard input. Absent if none comes.
 std::optional<std::string> awaitRequest();
 
-// From here on the process ends with its time, and as soon as the other end of standard input is
-// closed: with whoever has asked.
+// From now on the process ends when its time is over, or when the other end of standard input is
+// closed, as by the end of the asking program.
 void endWithRequest(double seconds);
 
 }  // namespace tessaly::Confinement

@@ -1,4 +1,4 @@
-// What a decoder makes of a file: something to show, or a verdict on why there is nothing.
+// The result of a decoder: something to show, or a verdict why there is nothing.
 #pragma once
 
 #include <variant>

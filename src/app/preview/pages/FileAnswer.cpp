@@ -51,7 +51,7 @@ void writeFile(const HeldItem& file, const ReaderRequest& request, AnswerWriter&
 
 }  // namespace
 
-// What is no file, or not the one that was meant, is not opened.
+// Only files are opened, and only the requested one.
 void write(const ReaderRequest& request, AnswerWriter& answer) {
   Result<HeldItem> item = HeldItem::itself(request.path);
   if (!item) {

@@ -1,6 +1,6 @@
-// Answers one request: opens the file, decodes it, writes what comes of it.
+// Answers one request: opens the file, decodes it, writes the answer.
 //
-// The process has a QGuiApplication, which the letters in an SVG drawing need.
+// Needs a QGuiApplication for the texts in SVG drawings.
 #pragma once
 
 #include "app/preview/ReaderRequest.h"

@@ -31,7 +31,7 @@ std::int64_t pixelsOf(QSize size) {
   return std::int64_t{size.width()} * size.height();
 }
 
-// Within `limit`, in the same shape; never larger than it is.
+// `size` scaled down to fit `limit`, with its aspect ratio; never scaled up.
 QSize within(QSize size, QSize limit) {
   if (size.width() <= limit.width() && size.height() <= limit.height()) return size;
   return size.scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
@@ -49,13 +49,13 @@ void goToLargest(QImageReader& reader) {
   reader.jumpToImage(largest);
 }
 
-// Of an allocation that the readers refuse, or of one that they are not asked to make.
+// Whether an image of this size needs more memory than the readers may allocate.
 bool isHuge(QSize size) {
   constexpr std::int64_t bytesAPixel = 4;
   return pixelsOf(size) * bytesAPixel > std::int64_t{QImageReader::allocationLimit()} << 20;
 }
 
-// As screens show it, and small in memory.
+// In the colour space and the format of screens.
 QImage shown(QImage image) {
   if (image.colorSpace().isValid()) image.convertToColorSpace(QColorSpace::SRgb);
   return std::move(image).convertToFormat(
@@ -89,10 +89,10 @@ Decoded readFrom(QIODevice& device, std::string_view format, const PreviewLimits
   return ImagePreview{.image = shown(std::move(image)), .pixels = size};
 }
 
-// Why the decoder should not be let loose on it.
+// Why the decoder must not read the file.
 std::optional<Verdict> obstacleIn(QIODevice& file, std::string_view format) {
   bool isComplete = true;
-  bool isInMemory = false;  // all of it, at its full size, when it is decoded
+  bool isInMemory = false;  // decoding needs the whole image in memory, at its full size
   if (format == "jpeg") {
     const JpegStructure structure = JpegStructure::of(file);
     isComplete = structure.isComplete;
@@ -140,7 +140,7 @@ Decoded read(const HeldItem& file, std::string_view format, const PreviewLimits&
   if (!QImageReader::supportedImageFormats().contains(nameOf(format))) return Verdict::nothing;
   if (format == "svg") return readSvg(file, limits);
   if (file.facts().size > limits.imageFileBytes) return Verdict::tooLarge;
-  // Some readers go over the file more than once.
+  // Some decoders read the file more than once.
   ItemDevice device(file, 4 * limits.imageFileBytes);
   if (const std::optional<Verdict> obstacle = obstacleIn(device, format)) return *obstacle;
   return readFrom(device, format, limits);

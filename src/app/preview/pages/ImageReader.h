@@ -1,8 +1,8 @@
-// An image, read no larger than it can be shown. Of an animated one the first frame, of an icon the
-// largest.
+// Reads an image, no larger than it can be shown: the first frame of an animation, the largest
+// image of an icon.
 //
-// The process has a QGuiApplication, which the letters in an SVG drawing need. What an SVG drawing
-// is made of is read under the limits, but not how long it takes to draw.
+// Needs a QGuiApplication for the texts in SVG drawings. The limits cover parsing an SVG drawing,
+// but not the time to draw it.
 #pragma once
 
 #include <string_view>
@@ -13,15 +13,15 @@
 
 namespace tessaly::ImageReader {
 
-// Bounds the memory for one image at its full size, where its reader cannot scale while it reads.
-// It holds for the whole process, which calls it before the first image is read.
+// Limits the memory for one image at its full size, for decoders that cannot scale while reading.
+// Applies to the process; call it before the first image.
 void limitAllocation();
 
-// Whether the file is an image of this format that can be shown here, as far as its beginning
-// tells. `format` as Qt names it. For the formats without a signature.
+// Whether the beginning of the file is that of an image in this format, by its Qt name, and the
+// format can be shown. For formats without a signature.
 bool canRead(const HeldItem& file, std::string_view format, const PreviewLimits& limits);
 
-// `nothing` for a format that cannot be shown here. `file` has its content open.
+// The verdict is `nothing` for a format that cannot be shown. The content of `file` is open.
 Decoded read(const HeldItem& file, std::string_view format, const PreviewLimits& limits);
 
 }  // namespace tessaly::ImageReader

@@ -17,7 +17,7 @@ namespace {
 using namespace std::string_literals;
 using Verdict = ReaderAnswer::Verdict;
 
-// Reads bytes as an image of the format that they themselves tell.
+// Reads bytes as an image in the format of their signature.
 Decoded readBytes(const std::string& bytes, const PreviewLimits& limits = {}) {
   ImageReader::limitAllocation();
   const TempTree tree;
@@ -42,7 +42,7 @@ std::string littleEndian(unsigned number, int bytes) {
   return text;
 }
 
-// A frame of one colour, not compressed: codes of 8 bits, and the decoder told to forget before it
+// A frame of one colour, uncompressed: codes of 8 bits, with a reset of the decoder before it
 // expects longer ones.
 std::string gifFrame(int width, int height, unsigned char color) {
   std::string data;
@@ -60,7 +60,7 @@ std::string gifFrame(int width, int height, unsigned char color) {
   return frame + '\0';
 }
 
-// Colour 0 is red, all others are black but colour 1, which is blue.
+// Colour 0 is red, colour 1 is blue, all others are black.
 std::string gifScreen(int width, int height) {
   return "GIF89a" + littleEndian(static_cast<unsigned>(width), 2) +
          littleEndian(static_cast<unsigned>(height), 2) + "\xF6\0\0"s + "\xFF\0\0\0\0\xFF"s +
@@ -69,14 +69,14 @@ std::string gifScreen(int width, int height) {
 
 class EveryFormat : public testing::TestWithParam<const char*> {};
 
-TEST_P(EveryFormat, is_shown_at_its_size) {
+TEST_P(EveryFormat, an_image_of_every_format_is_shown_at_its_size) {
   const ImagePreview preview = imageIn(readBytes(encoded(quarters(64, 64), GetParam())));
   EXPECT_EQ(preview.pixels, QSize(64, 64));
   EXPECT_EQ(preview.image.size(), QSize(64, 64));
   EXPECT_EQ(colorsOf(preview.image), "rgbw");
 }
 
-TEST_P(EveryFormat, is_scaled_down_in_shape) {
+TEST_P(EveryFormat, an_image_of_every_format_is_scaled_down_with_its_aspect_ratio) {
   PreviewLimits limits;
   limits.pixels = {40, 16};
   const ImagePreview preview = imageIn(readBytes(encoded(quarters(64, 64), GetParam()), limits));
@@ -85,7 +85,7 @@ TEST_P(EveryFormat, is_scaled_down_in_shape) {
   EXPECT_EQ(colorsOf(preview.image), "rgbw");
 }
 
-TEST_P(EveryFormat, says_that_it_is_damaged_when_a_part_is_missing) {
+TEST_P(EveryFormat, a_truncated_image_of_every_format_is_reported_as_damaged) {
   const std::string bytes = encoded(quarters(64, 64), GetParam());
   for (const double part : {0.4, 0.7, 0.95}) {
     const auto length = static_cast<std::size_t>(part * static_cast<double>(bytes.size()));
@@ -93,32 +93,33 @@ TEST_P(EveryFormat, says_that_it_is_damaged_when_a_part_is_missing) {
   }
 }
 
-// Those with colours that there is a writer for.
+// Formats in colour that Qt can write.
 INSTANTIATE_TEST_SUITE_P(ImageReader, EveryFormat,
                          testing::Values("bmp", "ico", "icns", "jpeg", "png", "ppm", "tiff", "webp",
                                          "xpm"),
                          [](const auto& format) { return std::string(format.param); });
 
-TEST(ImageReader, shows_the_first_frame_of_an_animation) {
+TEST(ImageReader, the_first_frame_of_an_animation_is_shown) {
   const std::string two = gifScreen(20, 10) + gifFrame(20, 10, 0) + gifFrame(20, 10, 1) + ";";
   const ImagePreview preview = imageIn(readBytes(two));
   EXPECT_EQ(preview.pixels, QSize(20, 10));
   EXPECT_EQ(preview.image.pixel(10, 5), qRgb(255, 0, 0));
 }
 
-TEST(ImageReader, shows_an_animation_of_which_only_later_frames_are_missing) {
+TEST(ImageReader, an_animation_without_its_later_frames_is_shown) {
   const std::string bytes = gifScreen(20, 10) + gifFrame(20, 10, 0) + gifFrame(20, 10, 1);
   EXPECT_EQ(imageIn(readBytes(bytes.substr(0, bytes.size() - 50))).pixels, QSize(20, 10));
 }
 
-TEST(ImageReader, says_that_an_animation_without_its_first_frame_is_damaged) {
+TEST(ImageReader, an_animation_without_its_first_frame_is_damaged) {
   const std::string bytes = gifScreen(20, 10) + gifFrame(20, 10, 0);
   EXPECT_EQ(verdictOf(readBytes(bytes.substr(0, bytes.size() - 50))), Verdict::damaged);
   EXPECT_EQ(verdictOf(readBytes(bytes.substr(0, 100))), Verdict::damaged);
 }
 
-TEST(ImageReader, shows_the_largest_of_an_icon) {
-  // Two files of one image each, put together: a header, an entry of 16 bytes each, the images.
+TEST(ImageReader, the_largest_image_of_an_icon_is_shown) {
+  // Two icon files with one image each, merged: a header, an entry of 16 bytes for each, the
+  // images.
   const auto image = [](int side) { return encoded(quarters(side, side), "ico").substr(22); };
   const auto entry = [](int side, std::size_t length, std::size_t offset) {
     return std::string(2, static_cast<char>(side)) + "\0\0\1\0\x20\0"s +
@@ -132,7 +133,7 @@ TEST(ImageReader, shows_the_largest_of_an_icon) {
   EXPECT_EQ(imageIn(readBytes(icon)).pixels, QSize(48, 48));
 }
 
-// The orientation that a camera writes when it was held upright.
+// With the orientation of a camera held upright.
 std::string turnedJpeg(int width, int height) {
   const std::string tiff = "MM\0*\0\0\0\x08\0\1\x01\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0"s;
   const std::string segment = "Exif\0\0"s + tiff;
@@ -141,14 +142,14 @@ std::string turnedJpeg(int width, int height) {
   return bytes.insert(2, "\xFF\xE1\0"s + length + segment);
 }
 
-TEST(ImageReader, turns_a_photograph_as_it_is_meant_to_be_seen) {
+TEST(ImageReader, a_photograph_is_rotated_by_its_orientation) {
   const ImagePreview preview = imageIn(readBytes(turnedJpeg(64, 32)));
   EXPECT_EQ(preview.pixels, QSize(32, 64));
   EXPECT_EQ(preview.image.size(), QSize(32, 64));
   EXPECT_EQ(colorsOf(preview.image), "brwg");
 }
 
-TEST(ImageReader, scales_a_turned_photograph_by_its_turned_sides) {
+TEST(ImageReader, a_rotated_photograph_is_scaled_by_its_rotated_sides) {
   PreviewLimits limits;
   limits.pixels = {100, 32};
   const ImagePreview preview = imageIn(readBytes(turnedJpeg(64, 32), limits));
@@ -156,7 +157,7 @@ TEST(ImageReader, scales_a_turned_photograph_by_its_turned_sides) {
   EXPECT_EQ(preview.image.size(), QSize(16, 32));
 }
 
-TEST(ImageReader, keeps_what_is_transparent) {
+TEST(ImageReader, transparency_is_kept) {
   QImage clear(8, 8, QImage::Format_ARGB32);
   clear.fill(Qt::transparent);
   const ImagePreview preview = imageIn(readBytes(encoded(clear, "png")));
@@ -164,23 +165,23 @@ TEST(ImageReader, keeps_what_is_transparent) {
   EXPECT_EQ(qAlpha(preview.image.pixel(4, 4)), 0);
 }
 
-TEST(ImageReader, says_that_a_changed_image_is_damaged) {
+TEST(ImageReader, a_corrupted_image_is_reported_as_damaged) {
   std::string bytes = encoded(quarters(64, 64), "png");
   bytes[bytes.find("IDAT") + 20] ^= 0x55;
   EXPECT_EQ(verdictOf(readBytes(bytes)), Verdict::damaged);
 }
 
-TEST(ImageReader, never_takes_the_memory_that_a_giant_asks_for) {
+TEST(ImageReader, the_memory_for_a_giant_image_is_never_allocated) {
   EXPECT_EQ(verdictOf(readBytes("P6\n30000 30000\n255\n\1\2\3")), Verdict::tooLarge);
 }
 
-TEST(ImageReader, reads_no_file_that_is_longer_than_the_limit) {
+TEST(ImageReader, a_file_over_the_size_limit_is_not_read) {
   PreviewLimits limits;
   limits.imageFileBytes = 100;
   EXPECT_EQ(verdictOf(readBytes(encoded(quarters(64, 64), "png"), limits)), Verdict::tooLarge);
 }
 
-TEST(ImageReader, has_nothing_to_show_of_a_format_without_a_reader) {
+TEST(ImageReader, a_format_without_a_decoder_has_nothing_to_show) {
   EXPECT_EQ(verdictOf(readBytes("8BPS\0\1\0\0\0\0\0\0\0\3"s)), Verdict::nothing);
 }
 
@@ -188,7 +189,7 @@ constexpr const char* drawing =
     "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20' viewBox='0 0 2 1'>"
     "<rect width='1' height='1' fill='#f00'/><text x='0' y='1'>A</text></svg>";
 
-TEST(ImageReader, draws_a_drawing) {
+TEST(ImageReader, a_drawing_is_drawn) {
   const ImagePreview preview = imageIn(readBytes(drawing));
   EXPECT_EQ(preview.pixels, QSize(40, 20));
   EXPECT_EQ(preview.image.size(), QSize(40, 20));
@@ -196,7 +197,7 @@ TEST(ImageReader, draws_a_drawing) {
   EXPECT_EQ(qAlpha(preview.image.pixel(38, 2)), 0);
 }
 
-TEST(ImageReader, draws_a_giant_drawing_no_larger_than_it_is_shown) {
+TEST(ImageReader, a_giant_drawing_is_drawn_no_larger_than_shown) {
   std::string giant = drawing;
   giant.replace(giant.find("'40' height='20'"), 16, "'4000000' height='2000000'");
   const ImagePreview preview = imageIn(readBytes(giant));
@@ -204,18 +205,18 @@ TEST(ImageReader, draws_a_giant_drawing_no_larger_than_it_is_shown) {
   EXPECT_EQ(preview.image.size(), QSize(1600, 800));
 }
 
-TEST(ImageReader, says_that_a_drawing_is_damaged) {
+TEST(ImageReader, a_damaged_drawing_is_reported) {
   EXPECT_EQ(verdictOf(readBytes(std::string(drawing).substr(0, 120))), Verdict::damaged);
 }
 
-TEST(ImageReader, refuses_a_drawing_that_is_too_long) {
+TEST(ImageReader, a_drawing_that_is_too_long_is_refused) {
   PreviewLimits limits;
   limits.svgFileBytes = 100;
   EXPECT_EQ(verdictOf(readBytes(drawing, limits)), Verdict::tooLarge);
 }
 
-// All of such an image is in memory at once, at its full size, before any of it can be shown.
-TEST(ImageReader, refuses_a_giant_photograph_that_cannot_be_read_bit_by_bit) {
+// Such an image is completely in memory at its full size before any part can be shown.
+TEST(ImageReader, a_giant_photograph_that_cannot_be_read_in_parts_is_refused) {
   QByteArray progressive;
   QBuffer buffer(&progressive);
   QImageWriter writer(&buffer, "jpeg");

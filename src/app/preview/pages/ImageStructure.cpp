@@ -15,14 +15,14 @@ Number numberAt(const QByteArray& bytes, qsizetype offset) {
   return qFromLittleEndian<Number>(bytes.constData() + offset);
 }
 
-// Goes over the colours that a GIF's flags speak of: three bytes each.
+// Skips the colour table that the flags of a GIF announce: three bytes per colour.
 bool skipColors(QIODevice& file, unsigned char flags) {
   if ((flags & 0x80) == 0) return true;
   const qint64 length = 3LL << ((flags & 0x07) + 1);
   return file.skip(length) == length;
 }
 
-// Goes over blocks, each begun by its length, to the empty one that ends them.
+// Skips blocks, each preceded by its length, up to the empty block at the end.
 bool skipBlocks(QIODevice& file) {
   char length = 0;
   while (file.getChar(&length)) {
@@ -41,7 +41,7 @@ bool isCompleteBmp(QIODevice& file) {
   if (head.size() < 26) return false;
   const bool isOld = numberAt<quint32>(head, 14) == 12;
   if (!isOld && head.size() < 34) return false;
-  // Compressed rows have no length of their own; 3 and 6 stand for colours in other bits.
+  // The length of compressed rows is unknown; 3 and 6 are uncompressed with colour masks.
   const quint32 compression = isOld ? 0 : numberAt<quint32>(head, 30);
   if (compression != 0 && compression != 3 && compression != 6) return true;
   const std::int64_t width = isOld ? numberAt<quint16>(head, 18) : numberAt<qint32>(head, 18);

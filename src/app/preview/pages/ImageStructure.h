@@ -1,15 +1,15 @@
-// Whether a picture's file is as long as it says: for the formats whose decoders make up what is
-// missing. On the calling thread.
+// Whether an image file has its full length, for formats whose decoders fill in missing data. Runs
+// on the calling thread.
 #pragma once
 
 #include <QIODevice>
 
 namespace tessaly::ImageStructure {
 
-// From the device's beginning; what it is at afterwards is left open. A file that is not of the
-// format is complete, which its decoder may judge.
+// Reads from the device's beginning; its position is unspecified afterwards. A file of another
+// format counts as complete, since its decoder decides.
 bool isCompleteBmp(QIODevice& file);
-// At least its first frame.
+// Up to the end of its first frame.
 bool isCompleteGif(QIODevice& file);
 
 }  // namespace tessaly::ImageStructure

@@ -25,12 +25,12 @@ bool gif(const std::string& bytes) {
   return isComplete(ImageStructure::isCompleteGif, bytes);
 }
 
-// Three pixels wide and two high, 24 bits each: rows of 9 bytes take 12.
+// Three pixels wide and two high, 24 bits each: rows of 9 bytes are padded to 12.
 const std::string bmpHead = "BM\0\0\0\0\0\0\0\0\x36\0\0\0"s;
 const std::string bmpSize = "\x28\0\0\0\3\0\0\0\2\0\0\0\1\0\x18\0"s;
 const std::string bmpRest = std::string(24, '\0');
 
-TEST(ImageStructure, wants_all_rows_of_a_bitmap) {
+TEST(ImageStructure, a_bitmap_needs_all_its_rows) {
   const std::string head = bmpHead + bmpSize + bmpRest;
   EXPECT_TRUE(bmp(head + std::string(24, 'r')));
   EXPECT_FALSE(bmp(head + std::string(23, 'r')));
@@ -39,24 +39,24 @@ TEST(ImageStructure, wants_all_rows_of_a_bitmap) {
   EXPECT_FALSE(bmp(""));
 }
 
-TEST(ImageStructure, wants_all_rows_of_a_bitmap_that_stands_upright) {
+TEST(ImageStructure, a_top_down_bitmap_needs_all_its_rows) {
   std::string size = bmpSize;
   size.replace(8, 4, "\xFE\xFF\xFF\xFF");
   EXPECT_TRUE(bmp(bmpHead + size + bmpRest + std::string(24, 'r')));
   EXPECT_FALSE(bmp(bmpHead + size + bmpRest + std::string(23, 'r')));
 }
 
-TEST(ImageStructure, wants_all_rows_of_an_old_bitmap) {
+TEST(ImageStructure, an_old_bitmap_needs_all_its_rows) {
   const std::string head = "BM\0\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\3\0\2\0\1\0\x18\0"s;
   EXPECT_TRUE(bmp(head + std::string(24, 'r')));
   EXPECT_FALSE(bmp(head + std::string(23, 'r')));
 }
 
-TEST(ImageStructure, knows_no_length_of_compressed_rows) {
+TEST(ImageStructure, compressed_rows_have_no_known_length) {
   EXPECT_TRUE(bmp(bmpHead + bmpSize + "\1\0\0\0"s + std::string(20, '\0')));
 }
 
-TEST(ImageStructure, leaves_a_bitmap_that_cannot_be_to_its_decoder) {
+TEST(ImageStructure, an_invalid_bitmap_is_left_to_its_decoder) {
   std::string size = bmpSize;
   size.replace(4, 8, "\xFF\xFF\xFF\x7F\0\0\0\x80"s);
   EXPECT_TRUE(bmp(bmpHead + size + bmpRest));
@@ -66,7 +66,7 @@ const std::string screen = "GIF89a\1\0\1\0\x80\0\0rgbrgb"s;
 const std::string remark = "!\xFE\3abc\2de\0"s;
 const std::string frame = ",\0\0\0\0\1\0\1\0\x80rgbrgb\2\3abc\0"s;
 
-TEST(ImageStructure, wants_the_first_frame_of_an_animation) {
+TEST(ImageStructure, an_animation_needs_its_first_frame) {
   EXPECT_TRUE(gif(screen + remark + frame));
   EXPECT_TRUE(gif(screen + frame + "anything"));
   const std::string whole = screen + remark + frame;
@@ -75,7 +75,7 @@ TEST(ImageStructure, wants_the_first_frame_of_an_animation) {
   }
 }
 
-TEST(ImageStructure, leaves_what_is_no_block_to_the_decoder) {
+TEST(ImageStructure, an_invalid_block_is_left_to_the_decoder) {
   EXPECT_TRUE(gif(screen + "?"));
 }
 

@@ -1,7 +1,7 @@
-// The content of a file as the readers of libraries take it. Once more was read than the budget
-// allows, every further read fails, so that no library goes on for long.
+// The content of a file as a QIODevice for libraries. Once more bytes were read than the budget
+// allows, every further read fails, so that no library reads for long.
 //
-// Made, used and destroyed on one thread, within the lifetime of the item.
+// Use it on one thread only, within the lifetime of the item.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace tessaly {
 
 class ItemDevice : public QIODevice {
  public:
-  // `item` has its content open; `budget` is in bytes. The device is open.
+  // The content of `item` is open; `budget` is in bytes. The device is open.
   ItemDevice(const HeldItem& item, std::int64_t budget);
 
   qint64 size() const override { return item_.facts().size; }

@@ -25,7 +25,7 @@ class ItemDeviceTest : public testing::Test {
   TempTree tree_;
 };
 
-TEST_F(ItemDeviceTest, reads_the_whole_file) {
+TEST_F(ItemDeviceTest, the_whole_file_is_read) {
   const HeldItem item = file();
   ItemDevice device(item, plenty);
   EXPECT_EQ(device.size(), 200'000);
@@ -34,7 +34,7 @@ TEST_F(ItemDeviceTest, reads_the_whole_file) {
   EXPECT_EQ(device.read(1).size(), 0);
 }
 
-TEST_F(ItemDeviceTest, reads_from_where_it_is_set) {
+TEST_F(ItemDeviceTest, reading_starts_at_the_position_that_was_set) {
   const HeldItem item = file();
   ItemDevice device(item, plenty);
   ASSERT_TRUE(device.seek(99'998));
@@ -46,7 +46,7 @@ TEST_F(ItemDeviceTest, reads_from_where_it_is_set) {
   EXPECT_EQ(device.read(4), "b");
 }
 
-TEST_F(ItemDeviceTest, fails_once_its_budget_is_used_up) {
+TEST_F(ItemDeviceTest, reading_fails_once_the_budget_is_used_up) {
   const HeldItem item = file();
   ItemDevice device(item, 120'000);
   EXPECT_EQ(device.readAll().size(), 120'000);
@@ -54,7 +54,7 @@ TEST_F(ItemDeviceTest, fails_once_its_budget_is_used_up) {
   EXPECT_EQ(device.read(&byte, 1), -1);
 }
 
-TEST_F(ItemDeviceTest, ends_where_the_file_has_become_shorter) {
+TEST_F(ItemDeviceTest, reading_ends_where_the_file_was_truncated) {
   const HeldItem item = file();
   ASSERT_EQ(::truncate(path().c_str(), 2), 0);
   ItemDevice device(item, plenty);

@@ -7,7 +7,7 @@ namespace tessaly {
 
 namespace {
 
-// Markers of ITU-T T.81, table B.1.
+// Markers from ITU-T T.81, table B.1.
 enum Marker : unsigned char {
   temporary = 0x01,
   progressiveFrame = 0xC2,
@@ -35,8 +35,8 @@ class Reader {
     return static_cast<unsigned char>(buffer_[static_cast<std::size_t>(at_++)]);
   }
 
-  // The next marker behind whatever is none: the data of a scan has its 0xFF followed by a zero or
-  // by a mark to restart at.
+  // Finds the next marker. In the data of a scan, 0xFF is followed by a zero byte or a restart
+  // marker.
   int nextMarker() {
     for (int byte = next(); byte >= 0; byte = next()) {
       if (byte != 0xFF) continue;
@@ -46,7 +46,7 @@ class Reader {
     return -1;
   }
 
-  // What belongs to a marker, by the length that it begins with.
+  // Skips the segment of a marker by the length at its beginning.
   bool skipSegment() {
     const int high = next();
     const int low = next();

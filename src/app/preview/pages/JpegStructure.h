@@ -1,7 +1,7 @@
-// What the markers of a JPEG file tell before it is decoded: decoders go on with grey where the
-// file ends too early, and some files take far more memory to decode than their picture does.
+// Facts from the markers of a JPEG file, before it is decoded: decoders fill a truncated file with
+// grey, and some files need far more memory for decoding than their picture does.
 //
-// On the calling thread, which should be a worker: the whole file is read.
+// Runs on the calling thread, which should be a worker: the whole file is read.
 #pragma once
 
 #include <QIODevice>
@@ -9,10 +9,10 @@
 namespace tessaly {
 
 struct JpegStructure {
-  bool isComplete = false;     // its picture has an end
-  bool isProgressive = false;  // all of it must be in memory at once to be decoded
+  bool isComplete = false;     // it has the marker for the end of the picture
+  bool isProgressive = false;  // decoding needs the whole picture in memory
 
-  // Read from the device's beginning.
+  // Reads from the device's beginning.
   static JpegStructure of(QIODevice& file);
 };
 

@@ -19,14 +19,14 @@ namespace tessaly::MediaFacts {
 
 namespace {
 
-// Longer ones come from files that mean harm, or lyrics in the wrong place.
+// Longer tags come from malicious files, or are lyrics in the wrong field.
 constexpr int longestTag = 200;
 
 void add(MediaPreview& preview, const char* name, const QString& value) {
   if (!value.isEmpty()) preview.facts.emplace_back(QString::fromLatin1(name), value);
 }
 
-// "1.5" for 1.5, "25" for 25.0: at most this many digits behind the point, and no zeros at the end.
+// "1.5" for 1.5, "25" for 25.0: at most this many decimals, without zeros at the end.
 QString number(double value, int decimals) {
   std::string text = Format::fixed(value, decimals);
   if (text.find('.') != std::string::npos) {
@@ -74,7 +74,7 @@ QString frameRate(const AVStream& stream) {
   return QStringLiteral("%1 frames per second").arg(number(av_q2d(rate), 2));
 }
 
-// Pixels that are not square are shown as the picture's shape has it.
+// If pixels are not square, the displayed size is used.
 QString dimensions(const AVCodecParameters& parameters) {
   if (parameters.width <= 0 || parameters.height <= 0) return {};
   return QStringLiteral("%1 × %2").arg(parameters.width).arg(parameters.height);
@@ -92,7 +92,7 @@ const AVStream* firstOf(const AVFormatContext& format, AVMediaType type) {
   return nullptr;
 }
 
-// Some containers, as Ogg, keep them with the stream.
+// Some containers, such as Ogg, store tags in the stream.
 QString tag(const AVFormatContext& format, const AVStream* stream, const char* key) {
   const AVDictionaryEntry* entry = av_dict_get(format.metadata, key, nullptr, 0);
   if (entry == nullptr && stream != nullptr) {

@@ -1,5 +1,4 @@
-// What there is to say of sound or film, in the order in which it is shown. Names are for the user,
-// as are the values.
+// The facts of sound or film, in the order of display, with names and values for the user.
 //
 // Pure, safe from any thread.
 #pragma once
@@ -10,7 +9,7 @@ struct AVFormatContext;
 
 namespace tessaly::MediaFacts {
 
-// Of an opened container whose streams are known. Whatever it does not tell has no row.
+// For an opened container with known streams. Unknown facts have no row.
 MediaPreview of(const AVFormatContext& format);
 
 }  // namespace tessaly::MediaFacts

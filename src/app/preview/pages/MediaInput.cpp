@@ -21,7 +21,7 @@ namespace {
 constexpr int blockBytes = 32 * 1024;
 constexpr std::size_t probeBytes = 64 * 1024;
 
-// It is told by what it returns.
+// The library's messages are not needed; it returns error codes.
 void beQuiet() {
   static std::once_flag once;
   std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
@@ -77,14 +77,15 @@ struct MediaInput::Library {
     format->flags |= AVFMT_FLAG_CUSTOM_IO;
     format->io_open = refuse;
 
-    // A decoder of this name there is none, and so none is used to find out more.
+    // There is no decoder of this name, so none is used to find out more.
     AVDictionary* options = nullptr;
     av_dict_set(&options, "codec_whitelist", "none", 0);
-    // The same of ways to other files, for those contexts that a list makes for what it names.
+    // Blocks protocols for other files too, in the contexts that a playlist creates for its
+    // entries.
     av_dict_set(&options, "protocol_whitelist", "none", 0);
     const int opened = avformat_open_input(&format, nullptr, nullptr, &options);
     av_dict_free(&options);
-    // It has released the context when it fails.
+    // The function frees the context on failure.
     if (opened < 0) return;
     isUsable = avformat_find_stream_info(format, nullptr) >= 0 && format->nb_streams > 0;
   }
@@ -92,7 +93,7 @@ struct MediaInput::Library {
   ~Library() {
     avformat_close_input(&format);
     if (blocks == nullptr) return;
-    // The library may have replaced the buffer that it was given.
+    // The library may have replaced the buffer.
     av_freep(&blocks->buffer);
     avio_context_free(&blocks);
   }

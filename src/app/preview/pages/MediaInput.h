@@ -1,8 +1,8 @@
-// Sound or film opened by the library that knows containers, from a file that is already open. It
-// reads this file alone: what a container names elsewhere, on the disk or in a network, is refused.
-// Nothing is decoded.
+// Opens sound or film with the container library, from a file that is already open. Only this file
+// is read: references of a container to other files or to a network are refused. Nothing is
+// decoded.
 //
-// Made, used and destroyed on one thread, within the lifetime of the file.
+// Use it on one thread only, within the lifetime of the file.
 #pragma once
 
 #include <cstdint>
@@ -17,16 +17,16 @@ namespace tessaly {
 
 class MediaInput {
  public:
-  // Whether the library is sure that the beginning of a file is that of a container it knows.
+  // Whether the library recognises the beginning of the file as a container with certainty.
   static bool isKnown(const HeldItem& file);
 
-  // Opens it and looks at its streams, for which it reads `mostBytes` at most.
+  // Opens the container and examines its streams, reading at most `mostBytes`.
   MediaInput(const HeldItem& file, std::int64_t mostBytes);
   ~MediaInput();
   MediaInput(const MediaInput&) = delete;
   MediaInput& operator=(const MediaInput&) = delete;
 
-  // Null for what could not be opened, or has no streams.
+  // Null if it could not be opened or has no streams.
   const AVFormatContext* format() const;
 
  private:

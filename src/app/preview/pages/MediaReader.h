@@ -1,4 +1,4 @@
-// Sound and film by what their containers tell, without decoding.
+// Sound and film by the facts in their containers, without decoding.
 #pragma once
 
 #include "app/preview/PreviewLimits.h"
@@ -7,11 +7,11 @@
 
 namespace tessaly::MediaReader {
 
-// Of a file whose signature is that of sound or film: damaged where it is not what it says.
-// `file` has its content open.
+// For a file with a signature of sound or film: damaged if the content does not match. The content
+// of `file` is open.
 Decoded read(const HeldItem& file, const PreviewLimits& limits);
 
-// Of a file without one: some sound has none. `other` where it is something else.
+// For a file without a signature, which some sound has not. `other` if it is something else.
 Decoded readUnsigned(const HeldItem& file, const PreviewLimits& limits);
 
 }  // namespace tessaly::MediaReader

@@ -65,7 +65,7 @@ std::string chunk(const std::string& name, const std::string& content) {
          std::string(content.size() % 2, '\0');
 }
 
-// Silence in 16 bits a sample.
+// Silence with 16 bits per sample.
 std::string wav(unsigned channels, unsigned rate, unsigned seconds, const std::string& more = {}) {
   const std::string format = number(1, 2) + number(channels, 2) + number(rate, 4) +
                              number(rate * channels * 2, 4) + number(channels * 2, 2) +
@@ -74,7 +74,7 @@ std::string wav(unsigned channels, unsigned rate, unsigned seconds, const std::s
                            chunk("data", std::string(rate * channels * 2 * seconds, '\0')));
 }
 
-// A second of film in colours that are not compressed, and of sound.
+// A second of uncompressed film with sound.
 class Film {
  public:
   explicit Film(const std::string& path) {
@@ -127,7 +127,7 @@ class Film {
   AVFormatContext* format_ = nullptr;
 };
 
-TEST(MediaReader, tells_sound_by_its_facts) {
+TEST(MediaReader, a_sound_has_its_facts) {
   EXPECT_EQ(rowsIn(readBytes(wav(2, 44100, 2))), (Rows{{"Duration", "0:02"},
                                                        {"Audio", "PCM signed 16-bit little-endian"},
                                                        {"Channels", "Stereo"},
@@ -135,7 +135,7 @@ TEST(MediaReader, tells_sound_by_its_facts) {
                                                        {"Bit rate", "1.4 Mbit/s"}}));
 }
 
-TEST(MediaReader, tells_title_and_artist_where_there_are_some) {
+TEST(MediaReader, title_and_artist_are_facts_if_present) {
   const std::string names =
       chunk("LIST", "INFO" + chunk("INAM", "A song\0"s) + chunk("IART", "A singer\0"s));
   const Rows rows = rowsIn(readBytes(wav(1, 8000, 1, names)));
@@ -145,13 +145,13 @@ TEST(MediaReader, tells_title_and_artist_where_there_are_some) {
   EXPECT_EQ(rows[4], (Rows::value_type{"Channels", "Mono"}));
 }
 
-TEST(MediaReader, cuts_a_title_that_is_none) {
+TEST(MediaReader, an_overlong_title_is_cut) {
   const std::string names = chunk("LIST", "INFO" + chunk("INAM", std::string(999, 't')));
   const Rows rows = rowsIn(readBytes(wav(1, 8000, 1, names)));
   EXPECT_EQ(rows[0].second, std::string(200, 't') + "…");
 }
 
-TEST(MediaReader, tells_film_by_its_facts) {
+TEST(MediaReader, a_film_has_its_facts) {
   const TempTree tree;
   const Film film(tree.at("film"));
   const Rows rows = rowsIn(MediaReader::read(held(tree.at("film")), {}));
@@ -168,8 +168,8 @@ TEST(MediaReader, tells_film_by_its_facts) {
   EXPECT_EQ(rows[9].first, "Bit rate");
 }
 
-TEST(MediaReader, counts_hours) {
-  // The header alone says how long it is; the rest takes no room.
+TEST(MediaReader, durations_over_an_hour_are_shown_in_hours) {
+  // The header gives the length; the rest of the file has no blocks.
   const TempTree tree("recording sparse=1G");
   const std::string head = wav(1, 44100, 0);
   std::string whole = head.substr(0, head.size() - 4) + number((1U << 30) - 44, 4);
@@ -179,7 +179,7 @@ TEST(MediaReader, counts_hours) {
             (Rows::value_type{"Duration", "3:22:54"}));
 }
 
-TEST(MediaReader, says_that_a_recording_is_damaged) {
+TEST(MediaReader, a_damaged_recording_is_reported) {
   const std::string whole = wav(2, 44100, 1);
   EXPECT_TRUE(isDamaged(readBytes(whole.substr(0, 20))));
   EXPECT_TRUE(isDamaged(readBytes("fLaC" + std::string(1000, '\xAA'))));
@@ -188,7 +188,7 @@ TEST(MediaReader, says_that_a_recording_is_damaged) {
                           "ftypisom\0\0\2\0isomiso2\0\0\1\0moov"s)));
 }
 
-TEST(MediaReader, tells_film_or_says_that_it_is_damaged_wherever_it_is_cut) {
+TEST(MediaReader, a_truncated_film_has_facts_or_is_reported_as_damaged) {
   const TempTree tree;
   const Film film(tree.at("film"));
   const std::string whole = contentOf(tree.at("film"));
@@ -204,7 +204,7 @@ TEST(MediaReader, tells_film_or_says_that_it_is_damaged_wherever_it_is_cut) {
   EXPECT_GT(damaged, 0);
 }
 
-// Frames of silence at 128 kbit/s: sound that begins with no signature.
+// Frames of silence at 128 kbit/s: sound without a signature.
 std::string mp3(int frames) {
   std::string bytes;
   for (int i = 0; i < frames; ++i) bytes += "\xFF\xFB\x90\x64"s + std::string(413, '\0');
@@ -217,13 +217,13 @@ Decoded readUnsigned(const std::string& bytes) {
   return MediaReader::readUnsigned(held(tree.at("file")), {});
 }
 
-TEST(MediaReader, finds_sound_without_a_signature) {
+TEST(MediaReader, sound_without_a_signature_is_found) {
   const Rows rows = rowsIn(readUnsigned(mp3(200)));
   EXPECT_EQ(rows[0], (Rows::value_type{"Duration", "0:05"}));
   EXPECT_EQ(rows[1], (Rows::value_type{"Audio", "MP3 (MPEG audio layer 3)"}));
 }
 
-TEST(MediaReader, finds_no_sound_in_what_is_none) {
+TEST(MediaReader, no_sound_is_found_in_other_files) {
   constexpr ReaderAnswer::Verdict other = ReaderAnswer::Verdict::other;
   std::string noise;
   std::uint32_t state = 1;
@@ -232,15 +232,14 @@ TEST(MediaReader, finds_no_sound_in_what_is_none) {
     noise += static_cast<char>(state >> 24);
   }
   EXPECT_TRUE(has(readUnsigned(noise), other));
-  // As few frames may stand anywhere by chance.
+  // So few frames may occur anywhere by chance.
   EXPECT_TRUE(has(readUnsigned(mp3(5) + std::string(20'000, '\0')), other));
   EXPECT_TRUE(has(readUnsigned(std::string(100'000, '\0')), other));
   EXPECT_TRUE(has(readUnsigned(""), other));
 }
 
-// Such a list tells the library to open another file, which it would look for in the folder that
-// the process is in.
-TEST(MediaReader, opens_no_file_that_another_names) {
+// Such a playlist tells the library to open another file, in the current directory.
+TEST(MediaReader, files_referenced_by_a_container_are_not_opened) {
   const TempTree tree;
   putFile(tree.at("other.wav"), wav(1, 8000, 1));
   putFile(tree.at("list"), "ffconcat version 1.0\nfile 'other.wav'\n");

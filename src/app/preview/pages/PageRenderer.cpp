@@ -21,7 +21,7 @@ namespace {
 
 using Verdict = ReaderAnswer::Verdict;
 
-// A page of `points` at the width asked for; none for a page without a size.
+// The size in pixels of a page of `points` with this width; absent for an empty page.
 std::optional<QSize> sizeOf(const QSizeF& points, int width) {
   if (!(points.width() > 0) || !(points.height() > 0)) return std::nullopt;
   const double ratio = points.height() / points.width();
@@ -33,7 +33,7 @@ std::optional<QSize> sizeOf(const QSizeF& points, int width) {
                std::max(1, static_cast<int>(std::lround(pixels * ratio))));
 }
 
-// The renderer leaves the paper out.
+// The renderer leaves the background transparent.
 QImage onWhite(const QImage& page) {
   QImage paper(page.size(), QImage::Format_RGB32);
   if (paper.isNull()) return paper;
@@ -56,7 +56,7 @@ Verdict verdictOf(QPdfDocument::Error error) {
 
 Verdict rendered(const HeldItem& file, AnswerWriter& answer, const PreviewLimits& limits) {
   if (file.facts().size > limits.documentBytes) return Verdict::tooLarge;
-  // It is read here and there, and some of it again.
+  // The renderer reads at random positions, some of them repeatedly.
   ItemDevice device(file, std::numeric_limits<std::int64_t>::max());
   QPdfDocument pdf;
   pdf.load(&device);

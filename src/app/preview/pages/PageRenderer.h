@@ -1,5 +1,5 @@
 // Renders the first pages of a document, upright on white. A broken document may keep it busy for
-// ever, or take all memory that there is.
+// ever, or exhaust the memory.
 #pragma once
 
 #include "app/preview/PreviewLimits.h"
@@ -8,8 +8,9 @@
 
 namespace tessaly::PageRenderer {
 
-// As many pages from the first as the limits allow, as wide as they say or, where they are very
-// tall, narrower; written as they are done, and a verdict after them. `file` has its content open.
+// Renders as many pages as the limits allow, with the width in them or, for very tall pages,
+// narrower; writes each as soon as it is rendered, and a verdict at the end. The content of `file`
+// is open.
 void render(const HeldItem& file, AnswerWriter& answer, const PreviewLimits& limits);
 
 }  // namespace tessaly::PageRenderer

@@ -9,7 +9,7 @@ namespace tessaly::SvgSource {
 
 namespace {
 
-// Drawing goes down by one call a level.
+// Drawing recurses once per level.
 constexpr int deepest = 256;
 
 QStringView localPart(QStringView name) {
@@ -28,7 +28,7 @@ bool isFromElsewhere(const QXmlStreamReader& reader) {
 
 }  // namespace
 
-// Names are copied as they are written, prefixes and all.
+// Names are copied literally, with their prefixes.
 std::optional<QByteArray> harmless(const QByteArray& document) {
   QXmlStreamReader reader(document);
   reader.setNamespaceProcessing(false);

@@ -1,5 +1,5 @@
-// An SVG document made harmless to draw: without pictures that would be fetched from elsewhere, any
-// file or pipe among them, and not nested deeper than can be drawn.
+// Makes an SVG document safe to draw: without images from other files, pipes or the network, and
+// without nesting deeper than can be drawn.
 //
 // Pure, safe from any thread.
 #pragma once
@@ -10,7 +10,7 @@
 
 namespace tessaly::SvgSource {
 
-// None for what is not well-formed XML, or nested too deep.
+// Absent if it is not well-formed XML, or nested too deep.
 std::optional<QByteArray> harmless(const QByteArray& document);
 
 }  // namespace tessaly::SvgSource

@@ -11,19 +11,19 @@ std::string harmless(const std::string& document) {
   return result ? result->toStdString() : "none";
 }
 
-TEST(SvgSource, keeps_what_is_drawn) {
+TEST(SvgSource, drawn_elements_are_kept) {
   EXPECT_EQ(harmless("<?xml version='1.0'?><!-- x --><svg xmlns:a=\"b\"><a:g c=\"&lt;&quot;\">"
                      "t &amp; u<![CDATA[<v>]]></a:g><path d=\"M0 0\"/></svg>"),
             "<svg xmlns:a=\"b\"><a:g c=\"&lt;&quot;\">t &amp; u&lt;v&gt;</a:g>"
             "<path d=\"M0 0\"/></svg>");
 }
 
-TEST(SvgSource, keeps_entities_that_it_declares) {
+TEST(SvgSource, entities_declared_in_the_document_are_kept) {
   EXPECT_EQ(harmless("<!DOCTYPE svg [<!ENTITY red \"#f00\">]><svg fill=\"&red;\"/>"),
             "<svg fill=\"#f00\"/>");
 }
 
-TEST(SvgSource, drops_pictures_that_lie_elsewhere) {
+TEST(SvgSource, images_from_elsewhere_are_dropped) {
   for (const char* place :
        {"/dev/tty", "file:///pipe", "http://localhost/", "relative.png", " /x", "data/../pipe"}) {
     const std::string image =
@@ -33,20 +33,20 @@ TEST(SvgSource, drops_pictures_that_lie_elsewhere) {
   EXPECT_EQ(harmless("<svg><svg:image href=\"/x\"/></svg>"), "<svg/>");
 }
 
-TEST(SvgSource, keeps_pictures_that_it_brings_along_and_uses_of_its_own_parts) {
+TEST(SvgSource, embedded_images_and_references_to_own_parts_are_kept) {
   const std::string document =
       "<svg><image xlink:href=\"data:image/png;base64,AA==\"/><use href=\"#a\"/></svg>";
   EXPECT_EQ(harmless(document), document);
 }
 
-TEST(SvgSource, refuses_what_is_not_well_formed) {
+TEST(SvgSource, malformed_documents_are_refused) {
   EXPECT_EQ(harmless("<svg><g></svg>"), "none");
   EXPECT_EQ(harmless("<svg>"), "none");
   EXPECT_EQ(harmless("<svg>&unknown;</svg>"), "none");
   EXPECT_EQ(harmless(""), "none");
 }
 
-TEST(SvgSource, refuses_what_is_nested_too_deep) {
+TEST(SvgSource, documents_nested_too_deep_are_refused) {
   const auto nested = [](int depth) {
     std::string open;
     std::string close;

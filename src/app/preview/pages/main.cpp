@@ -1,5 +1,5 @@
 // Reads one file of a foreign format for a preview: see ReaderRequest.h and ReaderAnswer.h. It is
-// started before it is needed, and gets ready then.
+// started ahead of the request, and initialises its libraries then.
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ int main(int, char** arguments) {
   Confinement::limitResources();
   const int answer = Confinement::takeAnswer();
   if (answer < 0) return EXIT_FAILURE;
-  // Nothing of the desktop is needed, and no display.
+  // No desktop or display is needed.
   ::unsetenv("QT_QPA_PLATFORMTHEME");
   ::unsetenv("QT_IM_MODULE");
   std::string option = "-platform";
@@ -29,7 +29,7 @@ int main(int, char** arguments) {
   int count = 3;
   const QGuiApplication application(count, all);
   ImageReader::limitAllocation();
-  // Loads what knows them.
+  // Loads the plugins for image formats.
   QImageReader::supportedImageFormats();
 
   const std::optional<std::string> bytes = Confinement::awaitRequest();
@@ -41,6 +41,6 @@ int main(int, char** arguments) {
   if (!out.open(answer, QIODevice::WriteOnly | QIODevice::Unbuffered)) ::_exit(EXIT_FAILURE);
   AnswerWriter writer(out);
   FileAnswer::write(*request, writer);
-  // All is written, and what libraries have left lying about goes with the process.
+  // Everything is written; the system frees what libraries have left.
   ::_exit(EXIT_SUCCESS);
 }
