@@ -20,7 +20,7 @@ QString fromAscii(std::string_view text) {
   return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// Empty for a time that no calendar of ours reaches, which a file system may well hold.
+// Empty for a time after the last date that is shown, which a file system may well store.
 QString timeText(double seconds, const QTimeZone& zone) {
   constexpr double furthest = 253402300800;  // the year 10000
   if (!(std::abs(seconds) < furthest)) return {};

@@ -1,4 +1,4 @@
-// The facts of a file as a preview lists them. Pure, safe from any thread.
+// The facts of a file as rows of a preview. Pure, safe from any thread.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@
 
 namespace tessaly {
 
-// Times are given in `zone`. What is absent or without meaning for a file has no row.
+// Times are shown in `zone`. Facts that are absent or do not apply have no row.
 std::vector<PreviewRow> factRows(const PreviewFacts& facts, const QTimeZone& zone);
 
 }  // namespace tessaly

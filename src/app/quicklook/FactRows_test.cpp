@@ -19,7 +19,7 @@ std::vector<std::string> told(const PreviewFacts& facts, const QTimeZone& zone =
   return lines;
 }
 
-// Everything else absent.
+// All other facts are absent.
 PreviewFacts fileOf(std::int64_t size) {
   PreviewFacts facts;
   facts.name = "a.zip";
@@ -27,7 +27,7 @@ PreviewFacts fileOf(std::int64_t size) {
   return facts;
 }
 
-TEST(FactRows, tell_all_that_is_known_of_a_file) {
+TEST(FactRows, a_file_has_a_row_for_each_known_fact) {
   PreviewFacts facts = fileOf(1234567);
   facts.path = "/home/ada/a.zip";
   facts.created = 1600000000;
@@ -37,31 +37,31 @@ TEST(FactRows, tell_all_that_is_known_of_a_file) {
                                        "Modified: 13 September 2020, 13:27", "Where: /home/ada"));
 }
 
-TEST(FactRows, leave_out_what_is_absent) {
+TEST(FactRows, absent_facts_have_no_row) {
   EXPECT_THAT(told(fileOf(3)), ElementsAre("Kind: Archive", "Size: 3 B"));
 }
 
-TEST(FactRows, count_the_bytes_where_the_size_does_not) {
+TEST(FactRows, the_number_of_bytes_is_shown_where_the_size_is_rounded) {
   EXPECT_THAT(told(fileOf(0)), ElementsAre("Kind: Archive", "Size: 0 B"));
   EXPECT_THAT(told(fileOf(1023)), ElementsAre("Kind: Archive", "Size: 1023 B"));
   EXPECT_THAT(told(fileOf(1024)), ElementsAre("Kind: Archive", "Size: 1.0 KB (1,024 bytes)"));
 }
 
-TEST(FactRows, of_a_folder_tell_no_size) {
+TEST(FactRows, a_folder_has_no_row_for_its_size) {
   PreviewFacts facts = fileOf(0);
   facts.isDir = true;
   facts.path = "/a.zip";
   EXPECT_THAT(told(facts), ElementsAre("Kind: Folder", "Where: /"));
 }
 
-TEST(FactRows, of_the_root_tell_no_place) {
+TEST(FactRows, the_root_has_no_row_for_its_place) {
   PreviewFacts facts;
   facts.path = facts.name = "/";
   facts.isDir = true;
   EXPECT_THAT(told(facts), ElementsAre("Kind: Folder"));
 }
 
-TEST(FactRows, tell_where_a_link_leads_as_far_as_it_is_text) {
+TEST(FactRows, the_target_of_a_link_is_shown_with_replacement_characters) {
   PreviewFacts facts = fileOf(0);
   facts.linkTarget = "../caf\xe9\n";
   facts.path = "/b\xff/a.zip";
@@ -70,21 +70,21 @@ TEST(FactRows, tell_where_a_link_leads_as_far_as_it_is_text) {
                           "Where: /b\xef\xbf\xbd"));
 }
 
-TEST(FactRows, give_times_in_the_zone_they_are_asked_for) {
+TEST(FactRows, times_are_shown_in_the_given_zone) {
   PreviewFacts facts = fileOf(0);
   facts.modified = 0;
   EXPECT_THAT(told(facts, QTimeZone(7200)),
               ElementsAre("Kind: Archive", "Size: 0 B", "Modified: 1 January 1970, 02:00"));
 }
 
-TEST(FactRows, tell_times_before_the_count_began) {
+TEST(FactRows, times_before_1970_are_shown) {
   PreviewFacts facts = fileOf(0);
   facts.modified = -0.5;
   EXPECT_THAT(told(facts),
               ElementsAre("Kind: Archive", "Size: 0 B", "Modified: 31 December 1969, 23:59"));
 }
 
-TEST(FactRows, leave_out_times_beyond_any_calendar) {
+TEST(FactRows, times_beyond_the_calendar_have_no_row) {
   for (const double time : {1e12, -1e12, 1e18, -1e18, std::numeric_limits<double>::infinity(),
                             std::numeric_limits<double>::quiet_NaN()}) {
     PreviewFacts facts = fileOf(0);

@@ -1,4 +1,4 @@
-// The way back from a file URI. Pure, safe from any thread.
+// Converts a file URI to a path. Pure, safe from any thread.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 
 namespace tessaly {
 
-// The path, in bytes, of a URI that begins with "file:///". Absent for any other, and where an
-// escape is cut short or hides a zero byte.
+// The path, as bytes, of a URI that begins with "file:///". Absent for other URIs, incomplete
+// escapes, and escaped zero bytes.
 std::optional<std::string> pathOfFileUri(std::string_view uri);
 
 }  // namespace tessaly

@@ -38,7 +38,7 @@ void PreviewPicture::itemChange(ItemChange change, const ItemChangeData& data) {
   if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) fitToPicture();
 }
 
-// Scaling by the painter alone would skip pixels of a large picture.
+// The painter alone would scale a large picture without smoothing.
 void PreviewPicture::paint(QPainter& painter) const {
   if (picture_.isNull()) return;
   const double ratio = painter.worldTransform().m11();

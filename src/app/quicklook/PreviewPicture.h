@@ -1,5 +1,5 @@
-// One picture of a preview. Its implicit size is that of its pixels on the screen; in an item of
-// another size it is scaled to it, smoothly.
+// One picture of a preview. Its implicit size is its size in pixels of the screen; it is scaled
+// smoothly to the size of the item.
 #pragma once
 
 #include <QImage>

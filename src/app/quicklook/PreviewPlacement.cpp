@@ -7,12 +7,12 @@ namespace tessaly::PreviewPlacement {
 
 namespace {
 
-constexpr int readingWidth = 720;  // text, and whatever is still unknown
+constexpr int readingWidth = 720;  // text, and content not known yet
 constexpr int listingWidth = 560;
 constexpr int statingWidth = 520;  // facts
 constexpr int usualHeight = 640;
 
-// As the views lay them out, near enough: where it is wrong there is a scroll bar or some room.
+// Approximately the layout of the views; the difference is scrolled or left empty.
 constexpr int lineHeight = 20;
 constexpr qsizetype lineLength = 92;  // characters before a line is wrapped
 constexpr int itemHeight = 28;
@@ -28,7 +28,7 @@ QSize sizeOfFirstPicture(const PreviewSheet& sheet, double devicePixelRatio) {
   return (QSizeF(sheet.pictures.front().size()) / devicePixelRatio).toSize();
 }
 
-// So many rows and what stands around them, as long as that is not too high.
+// The height of this many rows and everything around them, up to a limit.
 int heightOf(qsizetype rows, int rowHeight, int others) {
   return static_cast<int>(
       std::min<qsizetype>(usualHeight, rows * rowHeight + headerHeight + others));
@@ -57,7 +57,7 @@ QSize sizeFor(const PreviewSheet& sheet, double devicePixelRatio, QSize most) {
       size = aroundImage(sizeOfFirstPicture(sheet, devicePixelRatio), most);
       break;
     case PreviewScreen::Kind::Pages:
-      // As wide as a page; it is read downwards, so its height need not fit.
+      // As wide as a page; it is scrolled, so its height need not fit.
       size = sizeOfFirstPicture(sheet, devicePixelRatio) + aroundPicture;
       size.setWidth(std::min(size.width(), widestPage));
       break;
@@ -89,7 +89,7 @@ QSize mostOf(const QRect& screen) {
 QRect place(QSize size, const QRect& owner, const QRect& screen) {
   QRect window(QPoint(0, 0), size);
   window.moveCenter(owner.center());
-  // The top left corner counts most: that is where the title stands.
+  // The top left corner with the title must stay visible.
   window.moveRight(std::min(window.right(), screen.right()));
   window.moveBottom(std::min(window.bottom(), screen.bottom()));
   window.moveLeft(std::max(window.left(), screen.left()));

@@ -1,4 +1,4 @@
-// Where the preview's window opens, and how large. Pure. Lengths are in points.
+// Position and size of the preview's window. Pure functions. Lengths are in points.
 #pragma once
 
 #include <QRect>
@@ -8,7 +8,7 @@
 
 namespace tessaly::PreviewPlacement {
 
-// The rows above and below the body.
+// The heights of the rows above and below the body.
 inline constexpr int headerHeight = 53;
 inline constexpr int noticeHeight = 32;
 // Between a picture and the sides of the window.
@@ -16,14 +16,14 @@ inline constexpr int pictureMargin = 20;
 
 inline constexpr QSize smallest{420, 320};
 
-// The size that suits what is shown, within `most`; a picture that is too large for it is taken as
-// smaller in proportion. `devicePixelRatio` pixels of a picture make a point.
+// The size that fits the content, within `most`; a picture that is too large is scaled down with
+// its aspect ratio. `devicePixelRatio` is in pixels of a picture per point.
 QSize sizeFor(const PreviewSheet& sheet, double devicePixelRatio, QSize most);
 
-// The most that a window takes of a screen.
+// The largest window on a screen.
 QSize mostOf(const QRect& screen);
 
-// A window of this size in the middle of `owner`, moved inside `screen` where it would stand out.
+// A window of this size in the middle of `owner`, moved into `screen` where it would not fit.
 QRect place(QSize size, const QRect& owner, const QRect& screen);
 
 }  // namespace tessaly::PreviewPlacement

@@ -1,5 +1,5 @@
-// One row of a preview: a fact of a file by its name and value, or an item of a folder by its
-// symbol, name and size.
+// One row of a preview: a fact of a file with name and value, or an item of a folder with symbol,
+// name and size.
 #pragma once
 
 #include <QString>

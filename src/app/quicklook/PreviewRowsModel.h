@@ -1,4 +1,4 @@
-// The rows of a preview as a list for a view.
+// The rows of a preview as a model for a view.
 #pragma once
 
 #include <vector>

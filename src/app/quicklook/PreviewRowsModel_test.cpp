@@ -7,7 +7,7 @@
 namespace tessaly {
 namespace {
 
-TEST(PreviewRowsModel, gives_symbol_name_and_value_of_each_row) {
+TEST(PreviewRowsModel, each_row_has_symbol_name_and_value) {
   PreviewRowsModel model;
   const QAbstractItemModelTester tester(&model,
                                         QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -19,7 +19,7 @@ TEST(PreviewRowsModel, gives_symbol_name_and_value_of_each_row) {
   EXPECT_EQ(model.data(model.index(1), PreviewRowsModel::ValueRole).toString(), "File");
 }
 
-TEST(PreviewRowsModel, forgets_the_rows_it_had_before) {
+TEST(PreviewRowsModel, new_rows_replace_the_old_ones) {
   PreviewRowsModel model;
   model.setRows({{"doc", "a", ""}, {"doc", "b", ""}});
   model.setRows({{"doc", "c", ""}});

@@ -1,4 +1,4 @@
-// The ways in which a preview shows a file, each a view of its own.
+// The ways in which a preview shows a file, each with a view of its own.
 #pragma once
 
 #include <QObject>

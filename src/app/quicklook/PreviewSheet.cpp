@@ -26,7 +26,7 @@ QString symbolOf(const std::string& name, bool isDir) {
   return fromAscii(KindSymbol::of(isDir ? FileKind::folder : FileKindRules::classify(name, isDir)));
 }
 
-// The kinds know films and no sounds, so the name is asked a second time.
+// The symbols of kinds include film but no sound, so the type is looked up by the name.
 QString mediaSymbolOf(const std::string& name) {
   const QString type =
       QMimeDatabase().mimeTypeForFile(displayText(name), QMimeDatabase::MatchExtension).name();
@@ -38,7 +38,7 @@ QString counted(std::int64_t count, std::string_view noun) {
   return fromAscii(Format::counted(static_cast<std::size_t>(count), noun));
 }
 
-// "12 pages", and how many of them can be seen where that is not all.
+// "12 pages", and how many of them are shown unless all are.
 QString countedNotice(std::int64_t count, std::size_t shown, std::string_view noun) {
   QString text = counted(count, noun);
   if (std::cmp_less(shown, count)) text += QStringLiteral(", only the first %1 shown").arg(shown);
@@ -49,7 +49,7 @@ QString pixelsText(const QSize& pixels) {
   return QStringLiteral("%1 × %2 pixels").arg(pixels.width()).arg(pixels.height());
 }
 
-// Fills in what is particular to one kind of content.
+// Sets the fields for one kind of content.
 struct BodyWriter {
   PreviewSheet& sheet;
   const PreviewFacts& facts;

@@ -1,5 +1,5 @@
-// A preview in the words, rows and pictures that its window shows. A plain value, made on a worker
-// thread so that a long text holds nobody up.
+// The texts, rows and pictures that the preview's window shows. A plain value, made on a worker
+// thread so that a long text does not block the main thread.
 #pragma once
 
 #include <string>
@@ -19,24 +19,24 @@ namespace tessaly {
 struct PreviewSheet {
   PreviewScreen::Kind body = PreviewScreen::Kind::Nothing;
   QString name;
-  QString symbol;  // of the file's kind; empty while that is not known
-  QString size;    // empty for a folder, and while it is not known
+  QString symbol;  // of the file's kind; empty while it is unknown
+  QString size;    // empty for a folder, and while it is unknown
 
-  // What stands below the symbol of a body that is no picture, text or list: the file's name, or
-  // why it cannot be shown.
+  // The text below the symbol of a body that is no picture, text or list: the file's name, or why
+  // it cannot be shown.
   QString headline;
   QString headlineSymbol;
   std::vector<PreviewRow> rows;  // facts, or the items of a folder
   TextLines lines;
   std::vector<QImage> pictures;  // an image, or pages
 
-  QString notice;       // what is to be known beside the body, such as what was left out; or empty
-  QString description;  // of what is shown, for those who cannot see it
+  QString notice;       // a note beside the body, such as what was left out; or empty
+  QString description;  // of the body, for screen readers
 
-  // What can be said of the item at `path` before anything is read.
+  // What is known about the item at `path` before it is read.
   static PreviewSheet loading(const std::string& path);
 
-  // Times are given in `zone`.
+  // Times are shown in `zone`.
   static PreviewSheet of(PreviewContent content,
                          const QTimeZone& zone = QTimeZone::systemTimeZone());
 };

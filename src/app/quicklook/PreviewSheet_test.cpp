@@ -24,7 +24,7 @@ std::vector<QImage> blankPages(int count) {
   return std::vector<QImage>(static_cast<std::size_t>(count), QImage(2, 3, QImage::Format_Mono));
 }
 
-TEST(PreviewSheet, knows_the_name_alone_before_anything_is_read) {
+TEST(PreviewSheet, only_the_name_is_known_before_the_file_is_read) {
   const PreviewSheet sheet = PreviewSheet::loading("/home/caf\xe9.txt");
   EXPECT_EQ(sheet.body, Kind::Loading);
   EXPECT_EQ(sheet.name, QString::fromUtf8("caf\xef\xbf\xbd.txt"));
@@ -33,7 +33,7 @@ TEST(PreviewSheet, knows_the_name_alone_before_anything_is_read) {
   EXPECT_EQ(PreviewSheet::loading("/").name, "/");
 }
 
-TEST(PreviewSheet, tells_the_kind_and_size_of_a_file) {
+TEST(PreviewSheet, kind_and_size_of_a_file_are_shown) {
   const PreviewSheet sheet = sheetOf("a.pdf", FactsOnly{});
   EXPECT_EQ(sheet.body, Kind::Facts);
   EXPECT_EQ(sheet.symbol, "doc.text");
@@ -44,7 +44,7 @@ TEST(PreviewSheet, tells_the_kind_and_size_of_a_file) {
   EXPECT_EQ(sheet.notice, QString());
 }
 
-TEST(PreviewSheet, tells_the_pixels_of_the_file_and_not_of_the_picture) {
+TEST(PreviewSheet, the_pixels_are_those_of_the_file_and_not_of_the_scaled_picture) {
   const PreviewSheet sheet =
       sheetOf("a.png", ImagePreview{QImage(2, 1, QImage::Format_Mono), {4000, 2000}});
   EXPECT_EQ(sheet.body, Kind::Image);
@@ -53,7 +53,7 @@ TEST(PreviewSheet, tells_the_pixels_of_the_file_and_not_of_the_picture) {
   EXPECT_EQ(sheet.description, QString::fromUtf8("Image, 4000 × 2000 pixels"));
 }
 
-TEST(PreviewSheet, says_when_a_text_goes_on) {
+TEST(PreviewSheet, the_notice_says_that_a_text_continues) {
   const PreviewSheet whole = sheetOf("a.txt", TextPreview{"a\nb", true});
   EXPECT_EQ(whole.body, Kind::Text);
   EXPECT_EQ(whole.lines.size(), 2U);
@@ -62,11 +62,11 @@ TEST(PreviewSheet, says_when_a_text_goes_on) {
             "Only the beginning of the file is shown");
 }
 
-TEST(PreviewSheet, says_when_a_text_is_empty) {
+TEST(PreviewSheet, the_notice_says_that_a_text_is_empty) {
   EXPECT_EQ(sheetOf("a.txt", TextPreview{"", true}).notice, "The file is empty");
 }
 
-TEST(PreviewSheet, counts_pages_and_says_how_many_are_there) {
+TEST(PreviewSheet, the_notice_counts_the_pages_and_those_shown) {
   const PreviewSheet all = sheetOf("a.pdf", PagesPreview{blankPages(1), 1});
   EXPECT_EQ(all.body, Kind::Pages);
   EXPECT_THAT(all.pictures, SizeIs(1));
@@ -75,7 +75,7 @@ TEST(PreviewSheet, counts_pages_and_says_how_many_are_there) {
             "12 pages, only the first 2 shown");
 }
 
-TEST(PreviewSheet, puts_what_is_known_of_a_sound_before_the_facts_of_its_file) {
+TEST(PreviewSheet, the_facts_of_a_sound_precede_those_of_its_file) {
   const PreviewSheet sheet = sheetOf("a.flac", MediaPreview{{{"Duration", "3:25"}}});
   EXPECT_EQ(sheet.body, Kind::Media);
   EXPECT_EQ(sheet.headlineSymbol, "music.note");
@@ -84,12 +84,12 @@ TEST(PreviewSheet, puts_what_is_known_of_a_sound_before_the_facts_of_its_file) {
   EXPECT_EQ(sheet.rows[1].name, "Kind");
 }
 
-TEST(PreviewSheet, gives_a_film_its_own_symbol) {
+TEST(PreviewSheet, a_film_has_its_own_symbol) {
   for (const char* name : {"a.mkv", "a.ogv", "A.MP4"})
     EXPECT_EQ(sheetOf(name, MediaPreview{}).headlineSymbol, "film") << name;
 }
 
-TEST(PreviewSheet, lists_the_items_of_a_folder) {
+TEST(PreviewSheet, the_items_of_a_folder_are_listed) {
   const PreviewSheet sheet =
       sheetOf("src", FolderPreview{{{"sub", true, 0}, {"caf\xe9.zip", false, 1024}}, 2});
   EXPECT_EQ(sheet.body, Kind::Folder);
@@ -102,13 +102,13 @@ TEST(PreviewSheet, lists_the_items_of_a_folder) {
   EXPECT_EQ(sheet.notice, "2 items");
 }
 
-TEST(PreviewSheet, says_how_many_items_are_listed_of_a_large_folder) {
+TEST(PreviewSheet, the_notice_says_how_many_items_of_a_large_folder_are_listed) {
   EXPECT_EQ(sheetOf("src", FolderPreview{{{"a", false, 1}}, 50000}).notice,
             "50000 items, only the first 1 shown");
   EXPECT_EQ(sheetOf("src", FolderPreview{}).notice, "0 items");
 }
 
-TEST(PreviewSheet, says_why_a_file_cannot_be_shown_and_what_is_known_all_the_same) {
+TEST(PreviewSheet, a_file_that_cannot_be_shown_has_a_reason_and_its_facts) {
   const PreviewSheet sheet = sheetOf("a.png", PreviewFailure{"The image is damaged."});
   EXPECT_EQ(sheet.body, Kind::Failure);
   EXPECT_EQ(sheet.headline, "The image is damaged.");

@@ -1,4 +1,4 @@
-// What the preview's window shows, as its views bind to it. Main thread only.
+// The state of the preview's window, for its views. Main thread only.
 #pragma once
 
 #include <functional>
@@ -34,15 +34,15 @@ class PreviewState : public QObject {
   Q_PROPERTY(bool canOpen READ canOpen CONSTANT)
 
  public:
-  // What happens when the user asks for the item in its own application.
+  // Opens an item in its own application.
   using Open = std::function<void(const std::string& path)>;
 
-  // An empty `open` takes the way to do so from the window.
+  // With an empty `open`, the window has no button for it.
   explicit PreviewState(Open open, QObject* parent = nullptr);
 
-  // Begins with another item, of which only the path is known.
+  // Starts with another item, of which only the path is known.
   void load(const std::string& path);
-  // Shows the item's content, or nothing.
+  // Shows the content of the item, or nothing.
   void setSheet(PreviewSheet sheet);
   const PreviewSheet& sheet() const { return sheet_; }
 
@@ -58,16 +58,16 @@ class PreviewState : public QObject {
   PreviewRowsModel* rows() { return &rows_; }
   TextLinesModel* lines() { return &lines_; }
 
-  // A null image where there is no such picture.
+  // Null if there is no such picture.
   QImage picture(int index) const;
 
   bool canOpen() const { return static_cast<bool>(open_); }
-  // Opens the item in its own application, and wants the preview closed.
+  // Opens the item in its own application, and asks for the preview to be closed.
   Q_INVOKABLE void open();
 
  signals:
   void changed();
-  // Another item has come: the keys belong to its content.
+  // A new item was loaded: its content gets the keyboard focus.
   void began();
   void opened();
 

@@ -27,7 +27,7 @@ QString numbered(int lines) {
 
 class PreviewViews : public PreviewWindowScene {
  protected:
-  // The texts of all visible items of this object name, from top to bottom.
+  // The texts of all visible items with this object name, from top to bottom.
   std::vector<std::string> texts(const QString& name, const char* property = "text") {
     settle();
     std::map<double, std::string> byHeight;
@@ -39,7 +39,7 @@ class PreviewViews : public PreviewWindowScene {
     return inOrder;
   }
 
-  // Every view that is there to be seen.
+  // All visible views.
   std::vector<std::string> views() {
     std::vector<std::string> visible;
     for (const char* name :
@@ -66,7 +66,7 @@ class PreviewViews : public PreviewWindowScene {
   }
 };
 
-TEST_F(PreviewViews, of_an_image_show_it_at_its_own_size_and_tell_that) {
+TEST_F(PreviewViews, an_image_is_shown_at_its_own_size_which_is_told) {
   show(contentOf("/red.png", ImagePreview{painted(300, 200, Qt::red), {300, 200}}));
   EXPECT_THAT(views(), ElementsAre("imageView"));
   EXPECT_EQ(text("name"), "red.png");
@@ -79,13 +79,13 @@ TEST_F(PreviewViews, of_an_image_show_it_at_its_own_size_and_tell_that) {
   EXPECT_NE(colorAt(place("picture").topLeft() - QPointF(2, 2)), QColor(Qt::red));
 }
 
-TEST_F(PreviewViews, of_an_image_never_blow_it_up) {
+TEST_F(PreviewViews, an_image_is_never_scaled_up) {
   show(contentOf("/dot.png", ImagePreview{painted(10, 10, Qt::red), {10, 10}}));
   window().resize(700, 600);
   EXPECT_EQ(place("picture").size(), QSizeF(10, 10));
 }
 
-TEST_F(PreviewViews, of_an_image_shrink_it_in_its_shape) {
+TEST_F(PreviewViews, an_image_is_scaled_down_with_its_aspect_ratio) {
   show(contentOf("/wide.png", ImagePreview{painted(1000, 500, Qt::blue), {1000, 500}}));
   window().resize(440, 400);
   EXPECT_EQ(place("picture").size(), QSizeF(400, 200));
@@ -94,14 +94,14 @@ TEST_F(PreviewViews, of_an_image_shrink_it_in_its_shape) {
   EXPECT_EQ(place("picture").size(), QSizeF(200, 100));
 }
 
-TEST_F(PreviewViews, of_an_image_take_another_in_its_place) {
+TEST_F(PreviewViews, a_new_image_replaces_the_old_one) {
   show(contentOf("/red.png", ImagePreview{painted(300, 200, Qt::red), {300, 200}}));
   show(contentOf("/green.png", ImagePreview{painted(100, 150, Qt::green), {100, 150}}));
   EXPECT_EQ(place("picture").size(), QSizeF(100, 150));
   EXPECT_EQ(colorAt(place("picture").center()), QColor(Qt::green));
 }
 
-TEST_F(PreviewViews, of_a_text_show_its_lines_in_a_face_of_one_width) {
+TEST_F(PreviewViews, the_lines_of_a_text_are_in_a_monospaced_font) {
   show(contentOf("/a.txt", TextPreview{"one\n\n<b>two</b>\n", true}));
   EXPECT_THAT(views(), ElementsAre("textView"));
   EXPECT_THAT(texts("line"), ElementsAre("one", "", "<b>two</b>"));
@@ -111,18 +111,18 @@ TEST_F(PreviewViews, of_a_text_show_its_lines_in_a_face_of_one_width) {
   EXPECT_EQ(spokenName("textView"), "Text of a.txt");
 }
 
-TEST_F(PreviewViews, of_a_text_say_when_it_goes_on) {
+TEST_F(PreviewViews, a_text_says_that_it_continues) {
   show(contentOf("/a.txt", TextPreview{"one", false}));
   EXPECT_EQ(text("noticeText"), "Only the beginning of the file is shown");
 }
 
-TEST_F(PreviewViews, of_a_text_wrap_long_lines_within_the_window) {
+TEST_F(PreviewViews, long_lines_of_a_text_are_wrapped_in_the_window) {
   show(contentOf("/a.txt", TextPreview{QString(1000, u'x'), true}));
   EXPECT_LT(place("line").right(), window().width());
   EXPECT_GT(place("line").height(), 100);
 }
 
-TEST_F(PreviewViews, of_a_text_are_moved_through_by_keys) {
+TEST_F(PreviewViews, keys_scroll_a_text) {
   show(contentOf("/a.txt", TextPreview{numbered(5000), true}));
   EXPECT_EQ(texts("line").front(), "line 1");
   EXPECT_EQ(scrolledTo("textView"), 0);
@@ -147,14 +147,14 @@ TEST_F(PreviewViews, of_a_text_are_moved_through_by_keys) {
   EXPECT_TRUE(item("textView")->property("atYBeginning").toBool());
 }
 
-TEST_F(PreviewViews, of_a_text_are_moved_through_by_the_wheel) {
+TEST_F(PreviewViews, the_wheel_scrolls_a_text) {
   show(contentOf("/a.txt", TextPreview{numbered(500), true}));
   const QPointF middle = place("textView").center();
   for (int notch = 1; notch <= 5; ++notch) {
     turnWheel(window(), middle, {0, -120});
     EXPECT_EQ(scrolledTo("textView"), 60 * notch);
   }
-  // As a touchpad moves it.
+  // Like a touchpad.
   const auto turn = [&](Qt::ScrollPhase phase, QPoint by) {
     QWheelEvent wheel(middle, window().mapToGlobal(middle), by, by, Qt::NoButton, Qt::NoModifier,
                       phase, false, Qt::MouseEventSynthesizedBySystem);
@@ -168,7 +168,7 @@ TEST_F(PreviewViews, of_a_text_are_moved_through_by_the_wheel) {
   EXPECT_EQ(scrolledTo("textView"), 0);
 }
 
-TEST_F(PreviewViews, of_a_text_are_pulled_by_the_finger_and_not_by_the_mouse) {
+TEST_F(PreviewViews, a_finger_scrolls_a_text_and_the_mouse_does_not) {
   show(contentOf("/a.txt", TextPreview{numbered(500), true}));
   const QPoint middle = place("textView").center().toPoint();
   pullByMouse(window(), middle, {0, -100});
@@ -177,7 +177,7 @@ TEST_F(PreviewViews, of_a_text_are_pulled_by_the_finger_and_not_by_the_mouse) {
   EXPECT_GT(scrolledTo("textView"), 20);
 }
 
-TEST_F(PreviewViews, of_a_text_begin_at_the_beginning_of_each) {
+TEST_F(PreviewViews, each_text_starts_at_its_beginning) {
   show(contentOf("/a.txt", TextPreview{numbered(500), true}));
   press(Qt::Key_End);
   show(contentOf("/b.txt", TextPreview{numbered(400), true}));
@@ -185,7 +185,7 @@ TEST_F(PreviewViews, of_a_text_begin_at_the_beginning_of_each) {
   EXPECT_EQ(scrolledTo("textView"), 0);
 }
 
-TEST_F(PreviewViews, begin_at_the_beginning_whatever_they_show) {
+TEST_F(PreviewViews, every_content_starts_at_its_beginning) {
   show(contentOf("/t.txt", TextPreview{numbered(500), true}));
   EXPECT_EQ(scrolledTo("textView"), 0);
   show(contentOf("/p.pdf", PagesPreview{std::vector<QImage>(3, painted(900, 1200, Qt::red)), 3}));
@@ -198,7 +198,7 @@ TEST_F(PreviewViews, begin_at_the_beginning_whatever_they_show) {
   EXPECT_EQ(scrolledTo("factsView"), 0);
 }
 
-TEST_F(PreviewViews, begin_at_the_beginning_in_a_new_window_too) {
+TEST_F(PreviewViews, content_starts_at_its_beginning_in_a_new_window_too) {
   show(contentOf("/p.pdf", PagesPreview{std::vector<QImage>(3, painted(900, 1200, Qt::red)), 3}));
   EXPECT_EQ(scrolledTo("pagesView"), 0);
   press(Qt::Key_End);
@@ -211,7 +211,7 @@ TEST_F(PreviewViews, begin_at_the_beginning_in_a_new_window_too) {
   EXPECT_EQ(scrolledTo("pagesView"), 0);
 }
 
-TEST_F(PreviewViews, begin_at_the_beginning_of_another_file_after_the_end_of_the_one_before) {
+TEST_F(PreviewViews, a_new_file_starts_at_its_beginning_after_the_previous_was_scrolled) {
   const std::vector<QImage> pages(3, painted(900, 1200, Qt::red));
   show(contentOf("/p.pdf", PagesPreview{pages, 3}));
   press(Qt::Key_End);
@@ -220,7 +220,7 @@ TEST_F(PreviewViews, begin_at_the_beginning_of_another_file_after_the_end_of_the
   EXPECT_EQ(scrolledTo("pagesView"), 0);
 }
 
-TEST_F(PreviewViews, stay_where_a_user_has_moved_them_when_the_window_grows) {
+TEST_F(PreviewViews, the_scroll_position_stays_when_the_window_grows) {
   show(contentOf("/t.txt", TextPreview{numbered(500), true}));
   press(Qt::Key_PageDown);
   const double before = scrolledTo("textView");
@@ -228,19 +228,19 @@ TEST_F(PreviewViews, stay_where_a_user_has_moved_them_when_the_window_grows) {
   EXPECT_EQ(scrolledTo("textView"), before);
 }
 
-TEST_F(PreviewViews, of_a_text_lay_out_what_is_in_sight_alone) {
+TEST_F(PreviewViews, only_the_visible_lines_of_a_text_are_laid_out) {
   show(contentOf("/a.txt", TextPreview{numbered(5000), true}));
   EXPECT_LT(items("line").size(), 500U);
 }
 
-TEST_F(PreviewViews, of_a_short_text_have_no_bar) {
+TEST_F(PreviewViews, a_short_text_has_no_scroll_bar) {
   show(contentOf("/a.txt", TextPreview{"one", true}));
   EXPECT_FALSE(shows("scrollBar"));
   show(contentOf("/b.txt", TextPreview{numbered(500), true}));
   EXPECT_TRUE(shows("scrollBar"));
 }
 
-TEST_F(PreviewViews, of_a_document_show_its_pages_one_below_the_other) {
+TEST_F(PreviewViews, the_pages_of_a_document_are_below_each_other) {
   show(contentOf("/a.pdf",
                  PagesPreview{{painted(400, 300, Qt::red), painted(200, 100, Qt::blue)}, 2}));
   EXPECT_THAT(views(), ElementsAre("pagesView"));
@@ -257,14 +257,14 @@ TEST_F(PreviewViews, of_a_document_show_its_pages_one_below_the_other) {
   EXPECT_EQ(spokenName("pagesView"), "Document, 2 pages");
 }
 
-TEST_F(PreviewViews, of_a_document_fit_wide_pages_into_the_window) {
+TEST_F(PreviewViews, wide_pages_are_scaled_to_the_window) {
   show(contentOf("/a.pdf", PagesPreview{{painted(800, 400, Qt::red)}, 9}));
   window().resize(440, 400);
   EXPECT_EQ(place("page").size(), QSizeF(400, 200));
   EXPECT_EQ(text("noticeText"), "9 pages, only the first 1 shown");
 }
 
-TEST_F(PreviewViews, of_a_document_are_moved_through_by_keys) {
+TEST_F(PreviewViews, keys_scroll_a_document) {
   show(contentOf("/a.pdf",
                  PagesPreview{{painted(400, 900, Qt::red), painted(400, 900, Qt::blue)}, 2}));
   press(Qt::Key_End);
@@ -273,7 +273,7 @@ TEST_F(PreviewViews, of_a_document_are_moved_through_by_keys) {
   EXPECT_EQ(colorAt(place("pagesView").center()), QColor(Qt::red));
 }
 
-TEST_F(PreviewViews, of_a_sound_tell_what_is_known_of_it) {
+TEST_F(PreviewViews, a_sound_shows_its_facts) {
   show(contentOf("/a.mp3", MediaPreview{{{"Duration", "3:25"}, {"Channels", "2"}}}));
   EXPECT_THAT(views(), ElementsAre("factsView"));
   EXPECT_EQ(text("headline"), "a.mp3");
@@ -282,7 +282,7 @@ TEST_F(PreviewViews, of_a_sound_tell_what_is_known_of_it) {
   EXPECT_THAT(texts("factValue"), ElementsAre("3:25", "2", "File", "2.0 KB (2,048 bytes)", "/"));
 }
 
-TEST_F(PreviewViews, of_a_folder_list_what_is_in_it) {
+TEST_F(PreviewViews, a_folder_lists_its_items) {
   show(contentOf("/home", FolderPreview{{{"<b>", true, 0}, {"caf\xe9.zip", false, 1024}}, 7}));
   EXPECT_THAT(views(), ElementsAre("folderView"));
   EXPECT_THAT(texts("itemName"), ElementsAre("<b>", "caf\xef\xbf\xbd.zip"));
@@ -292,7 +292,7 @@ TEST_F(PreviewViews, of_a_folder_list_what_is_in_it) {
   EXPECT_EQ(spokenName("folderView"), "Folder, 7 items, only the first 2 shown");
 }
 
-TEST_F(PreviewViews, of_anything_else_tell_its_facts) {
+TEST_F(PreviewViews, other_content_shows_its_facts) {
   PreviewContent content = contentOf("/home/ada/a.bin", FactsOnly{});
   content.facts.linkTarget = "/b";
   show(content);
@@ -305,7 +305,7 @@ TEST_F(PreviewViews, of_anything_else_tell_its_facts) {
   EXPECT_FALSE(shows("noticeText"));
 }
 
-TEST_F(PreviewViews, of_what_cannot_be_shown_say_so) {
+TEST_F(PreviewViews, a_file_that_cannot_be_shown_has_a_reason) {
   show(contentOf("/a.png", PreviewFailure{"The image is damaged."}));
   EXPECT_THAT(views(), ElementsAre("factsView"));
   EXPECT_EQ(text("headline"), "The image is damaged.");
@@ -314,7 +314,7 @@ TEST_F(PreviewViews, of_what_cannot_be_shown_say_so) {
   EXPECT_EQ(spokenName("factsView"), "The image is damaged.");
 }
 
-TEST_F(PreviewViews, change_with_the_kind_of_content) {
+TEST_F(PreviewViews, the_view_changes_with_the_kind_of_content) {
   show(contentOf("/a.png", PreviewFailure{"No."}));
   show(contentOf("/a.txt", TextPreview{"one", true}));
   EXPECT_THAT(views(), ElementsAre("textView"));
@@ -335,7 +335,7 @@ class EveryPreview : public PreviewViews {
       contentOf("/x", PreviewFailure{"No."})};
 };
 
-TEST_F(EveryPreview, closes_on_space) {
+TEST_F(EveryPreview, space_closes_every_preview) {
   for (const PreviewContent& content : oneOfEach_) {
     show(content);
     press(Qt::Key_Space);
@@ -343,7 +343,7 @@ TEST_F(EveryPreview, closes_on_space) {
   }
 }
 
-TEST_F(EveryPreview, is_reached_from_the_button_by_tab) {
+TEST_F(EveryPreview, tab_reaches_every_preview_from_the_button) {
   for (const PreviewContent& content : oneOfEach_) {
     show(content);
     const QQuickItem* view = window().activeFocusItem();
@@ -355,7 +355,7 @@ TEST_F(EveryPreview, is_reached_from_the_button_by_tab) {
   }
 }
 
-// Every visible item below `top` that has this property.
+// Every visible item below `top` with this property.
 std::vector<QQuickItem*> itemsWith(const char* property, QQuickItem* top) {
   std::vector<QQuickItem*> found;
   if (!top->isVisible()) return found;
@@ -365,7 +365,7 @@ std::vector<QQuickItem*> itemsWith(const char* property, QQuickItem* top) {
   return found;
 }
 
-TEST_F(EveryPreview, shows_texts_from_outside_as_they_stand) {
+TEST_F(EveryPreview, texts_from_files_are_shown_as_plain_text) {
   for (const PreviewContent& content : oneOfEach_) {
     show(content);
     const auto shown = itemsWith("textFormat", window().contentItem());

@@ -60,7 +60,7 @@ void PreviewWindow::load(const std::string& path) {
     if (job->cancelled) return;
     const auto isCancelled = [job] { return job->cancelled.load(); };
     auto sheet = std::make_shared<PreviewSheet>(PreviewSheet::of(read(path, isCancelled)));
-    // This object is gone only after it has cancelled the job, and both are the main thread's.
+    // The destructor cancels the job, and both run on the main thread, so the object exists here.
     dispatch.async(Dispatch::Queue::main, [this, job, sheet] {
       if (!job->cancelled) arrived(std::move(*sheet));
     });

@@ -1,9 +1,9 @@
-// The preview panel as a window of our own, beside the main one. It shows what a reader finds in
-// the file, which is read on a worker; what was asked for later wins.
+// The preview panel as a separate window. A reader reads the file on a worker; the latest request
+// wins.
 //
-// The window appears with the content, or without it when that takes its time. Space, Escape and
-// Command W close it; then, and when its owner goes out of sight, what was loading is given up and
-// forgotten. Main thread only.
+// The window appears with the content, or without it if reading takes long. Space, Escape and
+// Command W close it; then, and when its owner is hidden, loading is cancelled and its result
+// dropped. Main thread only.
 #pragma once
 
 #include <atomic>
@@ -28,31 +28,32 @@ class PreviewWindow : public QObject, public PreviewPanel {
   Q_OBJECT
 
  public:
-  // Reads the item at `path`, on a worker. Asked often, `isCancelled` may cut it short; the result
-  // is then of no interest.
+  // Reads the item at `path`, on a worker. Polls `isCancelled`; the result is ignored once that is
+  // true.
   using Read = std::function<PreviewContent(const std::string& path,
                                             const std::function<bool()>& isCancelled)>;
 
-  // How long the window waits for its content before it appears without.
+  // How long the window waits for its content before it appears without it.
   static constexpr std::chrono::milliseconds patience{120};
 
-  // `engine` and `dispatch` outlive this object. Without `open` the window has no button for it.
+  // `engine` and `dispatch` must outlive this object. With an empty `open` the window has no button
+  // for it.
   PreviewWindow(QQmlEngine& engine, Dispatch& dispatch, Read read, PreviewState::Open open = {});
   ~PreviewWindow() override;
 
-  // The window that this one opens over, that it closes with, and that has the keyboard after it.
+  // The window below this one: closes this one with it, and gets the keyboard focus back.
   void setOwner(QWindow* owner);
 
   void setDataSource(const PreviewSource* source) override;
-  // Does nothing while the source has nothing to show.
+  // Does nothing while the source has no item.
   void makeKeyAndOrderFront() override;
 
-  // The window itself; null until it was first needed.
+  // The window itself; null until it is first needed.
   QQuickWindow* window() const { return window_.get(); }
   const PreviewState& state() const { return state_; }
 
  private:
-  // One reading. Only the main thread cancels it; from then on its result is not looked at.
+  // One reading. Only the main thread cancels it; its result is ignored from then on.
   struct Job {
     std::atomic<bool> cancelled = false;
   };
@@ -73,7 +74,7 @@ class PreviewWindow : public QObject, public PreviewPanel {
   QPointer<QWindow> owner_;
   std::shared_ptr<Job> job_;
   std::unique_ptr<QQuickWindow> window_;
-  QSize fittedSize_;  // what we gave the window; another one is the user's
+  QSize fittedSize_;  // the size that the program set; any other is the user's
 };
 
 }  // namespace tessaly

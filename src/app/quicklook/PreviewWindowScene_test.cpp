@@ -66,7 +66,7 @@ QQuickWindow& PreviewWindowScene::window() {
 }
 
 void PreviewWindowScene::settle() {
-  // Layouts and polishing each may bring about the next.
+  // Layouts and polishing can each cause the next.
   for (int round = 0; round < 3; ++round) {
     QCoreApplication::processEvents();
     window().grabWindow();

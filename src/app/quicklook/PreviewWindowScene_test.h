@@ -1,5 +1,5 @@
-// The preview's window over a main one, with contents lent by the test and every queue stepped by
-// hand: a file is read when the test says so, and what was read arrives when the test says so.
+// The preview's window over a main one, with contents from the test and every queue stepped by
+// hand: the test decides when a file is read and when its content arrives.
 #pragma once
 
 #include <functional>
@@ -24,27 +24,27 @@ class PreviewWindowScene : public testing::Test {
   PreviewWindowScene();
   ~PreviewWindowScene() override;
 
-  // A file of this content, and nothing else told of it than `size`.
+  // A file with this content, and only the fact `size`.
   static PreviewContent contentOf(const std::string& path, decltype(PreviewContent::body) body,
                                   std::int64_t size = 2048);
 
-  // Shows `content` as a user sees it in the end.
+  // Shows `content`, and waits until it is complete.
   QQuickWindow& show(const PreviewContent& content);
 
-  // Throws while there is none, which fails a test with a message.
+  // Throws if there is none, which fails a test with a message.
   QQuickWindow& window();
   bool isOpen() { return panel_->window() != nullptr && window().isVisible(); }
 
-  // Brings the window up to date with everything that has happened.
+  // Updates the window after all that has happened.
   void settle();
 
-  // All that the window shows under this object name, in painting order.
+  // All visible items with this object name, in painting order.
   std::vector<QQuickItem*> items(const QString& name);
-  // The only such item; a failure and null when there is no such thing.
+  // The only such item; a failure and null if there is none.
   QQuickItem* item(const QString& name);
   bool shows(const QString& name);
   QString text(const QString& name);
-  // What an item is called for those who cannot see it.
+  // The accessible name of an item.
   QString spokenName(const QString& name);
 
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -52,7 +52,7 @@ class PreviewWindowScene : public testing::Test {
   QQmlEngine engine_;
   HandSteppedDispatch dispatch_;
   std::map<std::string, PreviewContent> contents_;  // by path
-  std::vector<std::string> read_;                   // paths, in the order of reading
+  std::vector<std::string> read_;                   // paths in the order of reading
   std::function<void(const std::function<bool()>& isCancelled)> whileReading_;
   std::vector<std::string> opened_;
   QQuickWindow owner_;

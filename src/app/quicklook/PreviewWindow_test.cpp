@@ -29,11 +29,11 @@ class PreviewWindowTest : public PreviewWindowScene {
   QQuickWindow& showText() { return show(contents_["/a.txt"]); }
 };
 
-TEST_F(PreviewWindowTest, is_not_made_before_it_is_needed) {
+TEST_F(PreviewWindowTest, the_window_is_not_created_before_it_is_needed) {
   EXPECT_EQ(panel_->window(), nullptr);
 }
 
-TEST_F(PreviewWindowTest, appears_with_its_content) {
+TEST_F(PreviewWindowTest, the_window_appears_with_its_content) {
   look_->show("/a.txt");
   EXPECT_FALSE(isOpen());
   dispatch_.step(Queue::userInitiated);
@@ -45,14 +45,14 @@ TEST_F(PreviewWindowTest, appears_with_its_content) {
   EXPECT_THAT(read_, ElementsAre("/a.txt"));
 }
 
-TEST_F(PreviewWindowTest, has_the_keyboard_and_stands_over_its_owner) {
+TEST_F(PreviewWindowTest, the_window_has_the_keyboard_focus_and_is_over_its_owner) {
   showText();
   EXPECT_EQ(QGuiApplication::focusWindow(), &window());
   EXPECT_EQ(window().transientParent(), &owner_);
   EXPECT_TRUE(item("textView")->hasActiveFocus());
 }
 
-TEST_F(PreviewWindowTest, appears_without_its_content_when_that_takes_long) {
+TEST_F(PreviewWindowTest, the_window_appears_without_content_that_takes_long) {
   look_->show("/a.txt");
   dispatch_.advance(PreviewWindow::patience - std::chrono::milliseconds(1));
   dispatch_.drain(Queue::main);
@@ -70,7 +70,7 @@ TEST_F(PreviewWindowTest, appears_without_its_content_when_that_takes_long) {
   EXPECT_FALSE(shows("loadingView"));
 }
 
-TEST_F(PreviewWindowTest, does_not_come_back_when_it_was_closed_before_the_patience_ended) {
+TEST_F(PreviewWindowTest, a_window_closed_while_waiting_does_not_appear) {
   showText();
   press(Qt::Key_Escape);
   dispatch_.advance(PreviewWindow::patience);
@@ -78,7 +78,7 @@ TEST_F(PreviewWindowTest, does_not_come_back_when_it_was_closed_before_the_patie
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, is_closed_by_space_escape_and_command_w) {
+TEST_F(PreviewWindowTest, space_escape_and_command_w_close_the_window) {
   for (const auto& [key, modifiers] :
        {std::pair(Qt::Key_Space, Qt::NoModifier), std::pair(Qt::Key_Escape, Qt::NoModifier),
         std::pair(Qt::Key_W, Qt::ControlModifier)}) {
@@ -89,14 +89,14 @@ TEST_F(PreviewWindowTest, is_closed_by_space_escape_and_command_w) {
   }
 }
 
-TEST_F(PreviewWindowTest, lets_the_program_be_ended) {
+TEST_F(PreviewWindowTest, command_q_reaches_the_program) {
   showText();
   const QSignalSpy quits(qmlEngine(item("textView")), &QQmlEngine::quit);
   press(Qt::Key_Q, Qt::ControlModifier);
   EXPECT_EQ(quits.count(), 1);
 }
 
-TEST_F(PreviewWindowTest, is_closed_by_the_same_keys_while_it_loads) {
+TEST_F(PreviewWindowTest, the_same_keys_close_the_window_while_it_loads) {
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
     look_->show("/a.txt");
     dispatch_.advance(PreviewWindow::patience);
@@ -107,21 +107,21 @@ TEST_F(PreviewWindowTest, is_closed_by_the_same_keys_while_it_loads) {
   }
 }
 
-TEST_F(PreviewWindowTest, is_closed_by_its_close_button) {
+TEST_F(PreviewWindowTest, the_close_button_closes_the_window) {
   showText();
   QCloseEvent pressed;
   QCoreApplication::sendEvent(&window(), &pressed);
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, stays_while_the_key_that_opened_it_repeats) {
+TEST_F(PreviewWindowTest, the_window_stays_while_the_key_that_opened_it_repeats) {
   showText();
   QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
   QCoreApplication::sendEvent(&window(), &repeated);
   EXPECT_TRUE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, gives_the_keyboard_back_to_its_owner) {
+TEST_F(PreviewWindowTest, closing_returns_the_keyboard_focus_to_the_owner) {
   showText();
   ASSERT_EQ(QGuiApplication::focusWindow(), &window());
   press(Qt::Key_Space);
@@ -129,14 +129,14 @@ TEST_F(PreviewWindowTest, gives_the_keyboard_back_to_its_owner) {
   EXPECT_EQ(QGuiApplication::focusWindow(), &owner_);
 }
 
-TEST_F(PreviewWindowTest, closes_with_its_owner) {
+TEST_F(PreviewWindowTest, the_window_closes_with_its_owner) {
   showText();
   owner_.hide();
   EXPECT_FALSE(isOpen());
   EXPECT_FALSE(owner_.isVisible());
 }
 
-TEST_F(PreviewWindowTest, does_not_appear_once_its_owner_is_out_of_sight) {
+TEST_F(PreviewWindowTest, the_window_does_not_appear_while_its_owner_is_hidden) {
   look_->show("/a.txt");
   owner_.hide();
   dispatch_.advance(PreviewWindow::patience);
@@ -144,7 +144,7 @@ TEST_F(PreviewWindowTest, does_not_appear_once_its_owner_is_out_of_sight) {
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, opens_again_after_it_was_closed) {
+TEST_F(PreviewWindowTest, a_closed_window_opens_again) {
   showText();
   press(Qt::Key_Space);
   show(contents_["/b.txt"]);
@@ -152,7 +152,7 @@ TEST_F(PreviewWindowTest, opens_again_after_it_was_closed) {
   EXPECT_EQ(text("line"), "/b.txt");
 }
 
-TEST_F(PreviewWindowTest, shows_another_file_in_the_same_window) {
+TEST_F(PreviewWindowTest, another_file_is_shown_in_the_same_window) {
   const QQuickWindow* first = &showText();
   look_->show("/b.txt");
   EXPECT_EQ(&window(), first);
@@ -164,7 +164,7 @@ TEST_F(PreviewWindowTest, shows_another_file_in_the_same_window) {
   EXPECT_TRUE(item("textView")->hasActiveFocus());
 }
 
-TEST_F(PreviewWindowTest, drops_a_result_that_comes_after_a_newer_request) {
+TEST_F(PreviewWindowTest, a_result_that_arrives_after_a_newer_request_is_dropped) {
   look_->show("/a.txt");
   dispatch_.step(Queue::userInitiated);
   look_->show("/b.txt");
@@ -175,14 +175,14 @@ TEST_F(PreviewWindowTest, drops_a_result_that_comes_after_a_newer_request) {
   EXPECT_EQ(text("line"), "/b.txt");
 }
 
-TEST_F(PreviewWindowTest, does_not_begin_to_read_what_is_no_longer_asked_for) {
+TEST_F(PreviewWindowTest, a_file_that_is_no_longer_requested_is_not_read) {
   look_->show("/a.txt");
   look_->show("/b.txt");
   dispatch_.drainAll();
   EXPECT_THAT(read_, ElementsAre("/b.txt"));
 }
 
-TEST_F(PreviewWindowTest, reads_the_same_file_again_when_asked_again) {
+TEST_F(PreviewWindowTest, the_same_file_is_read_again_on_a_new_request) {
   showText();
   contents_["/a.txt"].body = TextPreview{"changed", true};
   look_->show("/a.txt");
@@ -190,7 +190,7 @@ TEST_F(PreviewWindowTest, reads_the_same_file_again_when_asked_again) {
   EXPECT_EQ(text("line"), "changed");
 }
 
-TEST_F(PreviewWindowTest, tells_a_reader_when_another_file_is_wanted) {
+TEST_F(PreviewWindowTest, a_newer_request_cancels_the_reader) {
   std::function<bool()> isCancelled;
   whileReading_ = [&](const std::function<bool()>& asked) {
     isCancelled = asked;
@@ -205,7 +205,7 @@ TEST_F(PreviewWindowTest, tells_a_reader_when_another_file_is_wanted) {
   EXPECT_EQ(text("line"), "/b.txt");
 }
 
-TEST_F(PreviewWindowTest, tells_a_reader_when_it_is_closed_and_forgets_the_result) {
+TEST_F(PreviewWindowTest, closing_cancels_the_reader_and_drops_its_result) {
   look_->show("/a.txt");
   dispatch_.advance(PreviewWindow::patience);
   dispatch_.drain(Queue::main);
@@ -218,14 +218,14 @@ TEST_F(PreviewWindowTest, tells_a_reader_when_it_is_closed_and_forgets_the_resul
   EXPECT_EQ(panel_->state().body(), PreviewScreen::Kind::Nothing);
 }
 
-TEST_F(PreviewWindowTest, holds_no_content_while_it_is_closed) {
+TEST_F(PreviewWindowTest, a_closed_window_holds_no_content) {
   show(contentOf("/p.png", ImagePreview{QImage(10, 10, QImage::Format_RGB32), {10, 10}}));
   EXPECT_EQ(panel_->state().pictureCount(), 1);
   press(Qt::Key_Escape);
   EXPECT_EQ(panel_->state().pictureCount(), 0);
 }
 
-TEST_F(PreviewWindowTest, may_go_while_a_result_is_under_way) {
+TEST_F(PreviewWindowTest, the_window_may_be_destroyed_while_a_result_is_on_its_way) {
   std::function<bool()> isCancelled;
   whileReading_ = [&](const std::function<bool()>& asked) { isCancelled = asked; };
   look_->show("/a.txt");
@@ -236,7 +236,7 @@ TEST_F(PreviewWindowTest, may_go_while_a_result_is_under_way) {
   dispatch_.drainAll();
 }
 
-TEST_F(PreviewWindowTest, does_nothing_without_a_source_or_an_item) {
+TEST_F(PreviewWindowTest, nothing_happens_without_a_source_or_an_item) {
   panel_->makeKeyAndOrderFront();
   const QuickLook empty(nullptr);
   panel_->setDataSource(&empty);
@@ -246,13 +246,13 @@ TEST_F(PreviewWindowTest, does_nothing_without_a_source_or_an_item) {
   EXPECT_EQ(panel_->window(), nullptr);
 }
 
-TEST_F(PreviewWindowTest, closes_when_its_source_goes) {
+TEST_F(PreviewWindowTest, the_window_closes_when_its_source_is_removed) {
   showText();
   look_.reset();
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, hands_the_reader_the_bytes_of_a_name_that_is_not_text) {
+TEST_F(PreviewWindowTest, the_reader_gets_the_bytes_of_a_name_that_is_not_utf8) {
   const std::string path = "/caf\xe9\n.txt";
   show(contentOf(path, TextPreview{"x", true}));
   EXPECT_THAT(read_, ElementsAre(path));
@@ -261,7 +261,7 @@ TEST_F(PreviewWindowTest, hands_the_reader_the_bytes_of_a_name_that_is_not_text)
   EXPECT_EQ(text("name"), shown);
 }
 
-TEST_F(PreviewWindowTest, opens_the_item_in_its_application_and_closes) {
+TEST_F(PreviewWindowTest, the_button_opens_the_item_in_its_application_and_closes_the_window) {
   const std::string path = "/caf\xe9";
   show(contentOf(path, FactsOnly{}));
   QQuickItem* button = item("open");
@@ -273,7 +273,7 @@ TEST_F(PreviewWindowTest, opens_the_item_in_its_application_and_closes) {
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(PreviewWindowTest, has_its_button_under_the_tab_key_where_space_presses_it) {
+TEST_F(PreviewWindowTest, tab_reaches_the_button_and_space_presses_it) {
   showText();
   press(Qt::Key_Tab);
   EXPECT_TRUE(item("open")->hasActiveFocus());
@@ -284,14 +284,14 @@ TEST_F(PreviewWindowTest, has_its_button_under_the_tab_key_where_space_presses_i
   EXPECT_THAT(opened_, ElementsAre("/a.txt"));
 }
 
-TEST_F(PreviewWindowTest, gives_the_keys_to_the_content_of_each_new_file) {
+TEST_F(PreviewWindowTest, the_content_of_each_new_file_gets_the_keyboard_focus) {
   showText();
   press(Qt::Key_Tab);
   show(contentOf("/folder", FolderPreview{}));
   EXPECT_TRUE(item("folderView")->hasActiveFocus());
 }
 
-TEST_F(PreviewWindowTest, has_no_button_where_nothing_can_be_opened) {
+TEST_F(PreviewWindowTest, there_is_no_button_if_nothing_can_be_opened) {
   look_.reset();
   panel_ = std::make_unique<PreviewWindow>(
       engine_, dispatch_,
@@ -301,13 +301,13 @@ TEST_F(PreviewWindowTest, has_no_button_where_nothing_can_be_opened) {
   EXPECT_FALSE(shows("open"));
 }
 
-TEST_F(PreviewWindowTest, opens_in_the_middle_of_its_owner) {
+TEST_F(PreviewWindowTest, the_window_opens_in_the_middle_of_its_owner) {
   owner_.setGeometry(150, 120, 500, 500);
   show(contentOf("/folder", FolderPreview{}));
   EXPECT_EQ(window().geometry().center(), owner_.geometry().center());
 }
 
-TEST_F(PreviewWindowTest, keeps_the_size_a_user_gave_it_until_it_is_closed) {
+TEST_F(PreviewWindowTest, a_size_set_by_the_user_stays_until_the_window_is_closed) {
   const QSize size = showText().size();
   window().resize(500, 400);
   show(contents_["/b.txt"]);
@@ -317,7 +317,7 @@ TEST_F(PreviewWindowTest, keeps_the_size_a_user_gave_it_until_it_is_closed) {
   EXPECT_EQ(window().size(), size);
 }
 
-TEST_F(PreviewWindowTest, takes_the_size_of_content_that_comes_late) {
+TEST_F(PreviewWindowTest, the_window_takes_the_size_of_late_content) {
   contents_["/p.png"] =
       contentOf("/p.png", ImagePreview{QImage(100, 50, QImage::Format_RGB32), {100, 50}});
   const auto showEmpty = [this] {

@@ -1,5 +1,5 @@
-// Shows one file at a time in the desktop's preview panel. The program has one of these, for all of
-// its views. Main thread only.
+// Shows one file at a time in the desktop's preview panel. One instance for all views of the
+// program. Main thread only.
 #pragma once
 
 #include <optional>
@@ -19,22 +19,22 @@ class QuickLook : public QObject, public PreviewSource {
   QML_UNCREATABLE("The program makes one and hands it to its views.")
 
  public:
-  // `panel` outlives this object; null where the desktop has none.
+  // `panel` must outlive this object; null if the desktop has none.
   explicit QuickLook(PreviewPanel* panel, QObject* parent = nullptr);
   ~QuickLook() override;
 
-  // The file URL of what was shown last; absent until the first.
+  // The file URL of the last item; absent before the first.
   const std::optional<std::string>& url() const { return url_; }
 
-  // Shows the item at `path`, which is absolute. Another one already on show gives way.
+  // Shows the item at `path`, which is absolute, instead of the present one.
   void show(const std::string& path);
 
-  // The same for views. Does nothing for a handle that holds no node.
+  // The same for views. Does nothing for a handle without a node.
   Q_INVOKABLE void show(const tessaly::NodeHandle& node);
 
-  // 1 once there is something to show.
+  // 1 once there is an item.
   int numberOfPreviewItems() const override;
-  // The url, whatever the index; that of "/" where there is none.
+  // The URL for any index; that of "/" before the first item.
   std::string previewItemAt(int index) const override;
 
  private:

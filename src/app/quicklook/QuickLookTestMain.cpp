@@ -1,5 +1,5 @@
-// The main of the preview's tests: windows drawn in memory by the renderer that needs no graphics
-// card, and no complaint of a view passed over.
+// The main function of the preview's tests: windows drawn off screen by the software renderer;
+// warnings of views are failures.
 #include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -22,7 +22,7 @@ NodeHandle fileAt(const std::string& path) {
                               .mtime = {}}));
 }
 
-TEST(QuickLook, has_nothing_to_show_at_first) {
+TEST(QuickLook, there_is_no_item_at_first) {
   FakePreviewPanel panel;
   const QuickLook look(&panel);
   EXPECT_EQ(look.url(), std::nullopt);
@@ -31,12 +31,12 @@ TEST(QuickLook, has_nothing_to_show_at_first) {
   EXPECT_EQ(panel.timesInFront, 0);
 }
 
-TEST(QuickLook, answers_with_the_root_of_the_disk_while_it_has_nothing) {
+TEST(QuickLook, the_url_is_that_of_the_root_before_the_first_item) {
   const QuickLook look(nullptr);
   EXPECT_EQ(look.previewItemAt(0), "file:///");
 }
 
-TEST(QuickLook, puts_itself_behind_the_panel_before_it_brings_that_to_the_front) {
+TEST(QuickLook, the_source_is_set_before_the_panel_comes_to_the_front) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show("/home/ada/film.mkv");
@@ -45,7 +45,7 @@ TEST(QuickLook, puts_itself_behind_the_panel_before_it_brings_that_to_the_front)
   EXPECT_THAT(panel.shown, ElementsAre("file:///home/ada/film.mkv"));
 }
 
-TEST(QuickLook, has_one_item_whatever_the_index) {
+TEST(QuickLook, there_is_one_item_for_any_index) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show("/a");
@@ -53,7 +53,7 @@ TEST(QuickLook, has_one_item_whatever_the_index) {
   for (const int index : {0, 1, 7, -1}) EXPECT_EQ(look.previewItemAt(index), "file:///a");
 }
 
-TEST(QuickLook, shown_twice_with_different_paths_leaves_the_panel_on_the_second) {
+TEST(QuickLook, the_second_of_two_paths_is_shown) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show("/first");
@@ -64,7 +64,7 @@ TEST(QuickLook, shown_twice_with_different_paths_leaves_the_panel_on_the_second)
   EXPECT_EQ(panel.source->previewItemAt(0), "file:///second");
 }
 
-TEST(QuickLook, brings_the_panel_to_the_front_again_for_the_same_path) {
+TEST(QuickLook, the_same_path_brings_the_panel_to_the_front_again) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show("/a");
@@ -72,28 +72,28 @@ TEST(QuickLook, brings_the_panel_to_the_front_again_for_the_same_path) {
   EXPECT_EQ(panel.timesInFront, 2);
 }
 
-TEST(QuickLook, keeps_the_bytes_of_a_name_that_is_not_text) {
+TEST(QuickLook, bytes_of_a_name_that_is_not_utf8_are_kept) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show("/caf\xe9 1%\n");
   EXPECT_EQ(look.url(), "file:///caf%E9%201%25%0A");
 }
 
-TEST(QuickLook, remembers_the_item_where_the_desktop_gives_no_panel) {
+TEST(QuickLook, the_item_is_remembered_without_a_panel) {
   QuickLook look(nullptr);
   look.show("/a");
   EXPECT_EQ(look.url(), "file:///a");
   EXPECT_EQ(look.numberOfPreviewItems(), 1);
 }
 
-TEST(QuickLook, shows_the_item_of_a_handle) {
+TEST(QuickLook, the_item_of_a_handle_is_shown) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show(fileAt("/film\xff.mkv"));
   EXPECT_THAT(panel.shown, ElementsAre("file:///film%FF.mkv"));
 }
 
-TEST(QuickLook, does_nothing_for_a_handle_without_a_node) {
+TEST(QuickLook, a_handle_without_a_node_shows_nothing) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   look.show(NodeHandle());
@@ -101,7 +101,7 @@ TEST(QuickLook, does_nothing_for_a_handle_without_a_node) {
   EXPECT_EQ(panel.timesInFront, 0);
 }
 
-TEST(QuickLook, takes_itself_from_behind_the_panel_when_it_goes) {
+TEST(QuickLook, the_destructor_removes_the_source_from_the_panel) {
   FakePreviewPanel panel;
   {
     QuickLook look(&panel);
@@ -110,7 +110,7 @@ TEST(QuickLook, takes_itself_from_behind_the_panel_when_it_goes) {
   EXPECT_EQ(panel.source, nullptr);
 }
 
-TEST(QuickLook, is_called_by_views) {
+TEST(QuickLook, views_can_call_it) {
   FakePreviewPanel panel;
   QuickLook look(&panel);
   QQmlEngine engine;

@@ -8,10 +8,10 @@ namespace tessaly {
 
 namespace {
 
-// How much of `text` stands in its first line, so that no character is torn apart. `text` is longer
-// than a line may be.
+// The length of the first line of `text`, which is longer than a line may be; no character is
+// split.
 qsizetype firstPiece(QStringView text) {
-  // A base and its marks are seldom longer than this.
+  // A base character with its marks is seldom longer than this.
   constexpr qsizetype lookAhead = 32;
   const QStringView window = text.first(std::min(text.size(), TextLines::longest + lookAhead));
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, window.data(), window.size());

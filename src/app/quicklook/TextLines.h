@@ -1,5 +1,4 @@
-// A text made ready to be shown line by line, so that only the lines in sight have to be laid out.
-// A plain value.
+// A text split into lines, so that only visible lines need a layout. A plain value.
 #pragma once
 
 #include <vector>
@@ -11,14 +10,14 @@ namespace tessaly {
 
 class TextLines {
  public:
-  // Characters (UTF-16 units) of the longest line; a longer one goes on in the next.
+  // The greatest length of a line, in UTF-16 units; a longer one continues on the next.
   static constexpr qsizetype longest = 2000;
-  // Columns from one tab stop to the next.
+  // Columns between tab stops.
   static constexpr qsizetype tabStop = 4;
 
   TextLines() = default;
-  // Lines end in a line feed, a carriage return, or both; an ending at the very end begins no other
-  // line. Tabs become blanks, other control characters replacement characters.
+  // Lines end in a line feed, a carriage return, or both; a line end at the end of the text adds no
+  // empty line. Tabs become blanks, other control characters replacement characters.
   explicit TextLines(const QString& text);
 
   std::size_t size() const { return lines_.size(); }

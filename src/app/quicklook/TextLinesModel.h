@@ -1,4 +1,4 @@
-// The lines of a text as a list for a view.
+// The lines of a text as a model for a view.
 #pragma once
 
 #include <QAbstractListModel>

@@ -26,34 +26,34 @@ QString repeated(qsizetype count, QChar character = u'x') {
   return QString(count, character);
 }
 
-TEST(TextLines, of_nothing_are_none) {
+TEST(TextLines, an_empty_text_has_no_lines) {
   EXPECT_THAT(linesOf({}), IsEmpty());
 }
 
-TEST(TextLines, end_in_every_way_that_lines_end) {
+TEST(TextLines, lines_end_in_every_kind_of_line_end) {
   EXPECT_THAT(linesOf("a\nb\r\nc\rd"), ElementsAre("a", "b", "c", "d"));
 }
 
-TEST(TextLines, keep_the_empty_ones_between_others) {
+TEST(TextLines, empty_lines_between_others_are_kept) {
   EXPECT_THAT(linesOf("\na\n\r\n\rb"), ElementsAre("", "a", "", "", "b"));
 }
 
-TEST(TextLines, have_no_empty_one_behind_the_last_ending) {
+TEST(TextLines, there_is_no_empty_line_after_the_last_line_end) {
   EXPECT_THAT(linesOf("a\n"), ElementsAre("a"));
   EXPECT_THAT(linesOf("\n"), ElementsAre(""));
 }
 
-TEST(TextLines, reach_the_next_stop_with_a_tab) {
+TEST(TextLines, a_tab_reaches_the_next_tab_stop) {
   EXPECT_THAT(linesOf("\tx\nab\tx\nabcd\tx"), ElementsAre("    x", "ab  x", "abcd    x"));
 }
 
-TEST(TextLines, show_control_characters_as_replaced_ones) {
+TEST(TextLines, control_characters_are_replaced) {
   EXPECT_THAT(linesOf(QString::fromLatin1("a\x1b[0m\0b", 7)),
               ElementsAre("a\xef\xbf\xbd[0m\xef\xbf\xbd"
                           "b"));
 }
 
-TEST(TextLines, go_on_in_the_next_line_when_they_are_too_long) {
+TEST(TextLines, a_line_that_is_too_long_continues_on_the_next) {
   EXPECT_THAT(linesOf(repeated(TextLines::longest) + "\nb"),
               ElementsAre(std::string(TextLines::longest, 'x'), "b"));
   EXPECT_THAT(
@@ -61,7 +61,7 @@ TEST(TextLines, go_on_in_the_next_line_when_they_are_too_long) {
       ElementsAre(std::string(TextLines::longest, 'x'), std::string(TextLines::longest, 'x'), "x"));
 }
 
-TEST(TextLines, tear_no_character_apart) {
+TEST(TextLines, no_character_is_split) {
   const QString fox = QString::fromUtf8("\xf0\x9f\xa6\x8a");  // two units
   const TextLines ofPairs(repeated(TextLines::longest - 1) + fox + "y");
   ASSERT_EQ(ofPairs.size(), 2U);
@@ -73,12 +73,12 @@ TEST(TextLines, tear_no_character_apart) {
   EXPECT_EQ(ofMarks[1].toString(), marked);
 }
 
-TEST(TextLines, come_to_an_end_where_a_character_has_none) {
+TEST(TextLines, splitting_ends_even_inside_an_endless_character) {
   const TextLines lines("a" + repeated(3 * TextLines::longest, QChar(0x0301)));
   EXPECT_EQ(lines.size(), 4U);
 }
 
-TEST(TextLinesModel, gives_the_lines_in_their_order) {
+TEST(TextLinesModel, the_model_has_the_lines_in_order) {
   TextLinesModel model;
   const QAbstractItemModelTester tester(&model,
                                         QAbstractItemModelTester::FailureReportingMode::Fatal);
