@@ -11,8 +11,8 @@ namespace {
 constexpr int passes = 3;
 
 struct Box {
-  int half = 0;     // samples of full weight on either side of the middle
-  double edge = 0;  // the weight of one more on either side
+  int half = 0;     // samples of full weight on each side of the middle
+  double edge = 0;  // the weight of one more sample on each side
 };
 
 Box boxOf(double sigma) {
@@ -23,7 +23,7 @@ Box boxOf(double sigma) {
           .edge = (2 * half + 1) * (half * outer - variance) / (2 * variance - 6 * outer * outer)};
 }
 
-// `from` has a margin of half + 1 zeros on either side of `count` values, and so has `to`.
+// Both `from` and `to` have a margin of half + 1 zeros on each side of `count` values.
 void pass(const std::vector<double>& from, std::vector<double>& to, int count, const Box& box) {
   const double weight = 2 * box.half + 1 + 2 * box.edge;
   const double* const first = from.data();

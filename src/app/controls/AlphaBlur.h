@@ -1,8 +1,8 @@
 // Blurs opacity, so that shadows and glows can be painted on the processor.
 //
-// The blur is three box blurs, which come close to a Gaussian (W. M. Wells, "Efficient synthesis of
+// The blur is three box blurs, which approximate a Gaussian (W. M. Wells, "Efficient synthesis of
 // Gaussian filters by cascaded uniform filters", 1986). Each box ends in a sample of less weight,
-// so that the three have exactly the standard deviation asked for (P. Gwosdek et al., "Theoretical
+// so that the three have exactly the requested standard deviation (P. Gwosdek et al., "Theoretical
 // foundations of Gaussian convolution by extended box filtering", 2011). Pure, safe from any
 // thread.
 #pragma once
@@ -14,13 +14,13 @@
 
 namespace tessaly::AlphaBlur {
 
-// How many pixels beyond a shape its blur reaches. `sigma` is the standard deviation in pixels.
+// How many pixels a blur extends beyond the shape. `sigma` is the standard deviation in pixels.
 int margin(double sigma);
 
-// Blurs `count` values that lie `stride` apart. What lies beyond them counts as 0.
+// Blurs `count` values with a distance of `stride`. Values beyond them count as 0.
 void blurLine(std::uint8_t* line, int count, std::ptrdiff_t stride, double sigma);
 
-// Blurs an image of the format Alpha8.
+// Blurs an image in the format Alpha8.
 void blur(QImage& alpha, double sigma);
 
 }  // namespace tessaly::AlphaBlur

@@ -8,12 +8,12 @@
 namespace tessaly {
 namespace {
 
-// The share of a Gaussian that lies below `distance`.
+// The integral of a Gaussian up to `distance`.
 double below(double distance, double sigma) {
   return 0.5 * std::erfc(-distance / (sigma * std::sqrt(2)));
 }
 
-TEST(AlphaBlur, turns_an_edge_into_the_integral_of_a_gaussian) {
+TEST(AlphaBlur, a_blurred_edge_is_the_integral_of_a_gaussian) {
   for (const double sigma : {2.0, 3.3, 6.0, 18.0}) {
     std::vector<std::uint8_t> line(300);
     std::fill(line.begin() + 150, line.end(), 255);
@@ -24,7 +24,7 @@ TEST(AlphaBlur, turns_an_edge_into_the_integral_of_a_gaussian) {
   }
 }
 
-TEST(AlphaBlur, reaches_as_far_as_its_margin_and_no_farther) {
+TEST(AlphaBlur, a_blur_extends_exactly_to_its_margin) {
   for (const double sigma : {0.7, 2.0, 6.0}) {
     std::vector<std::uint8_t> line(100);
     std::fill(line.begin() + 50, line.end(), 255);
@@ -34,7 +34,7 @@ TEST(AlphaBlur, reaches_as_far_as_its_margin_and_no_farther) {
   }
 }
 
-TEST(AlphaBlur, blurs_a_column_as_it_blurs_a_line_and_leaves_what_is_beside_it) {
+TEST(AlphaBlur, a_column_is_blurred_like_a_line_and_its_neighbours_stay) {
   std::vector<std::uint8_t> line(40);
   std::fill_n(line.begin() + 15, 10, 200);
   std::vector<std::uint8_t> table(120, 7);
@@ -48,7 +48,7 @@ TEST(AlphaBlur, blurs_a_column_as_it_blurs_a_line_and_leaves_what_is_beside_it) 
   }
 }
 
-TEST(AlphaBlur, keeps_the_whole_of_the_opacity) {
+TEST(AlphaBlur, a_blur_keeps_the_sum_of_the_opacity) {
   std::vector<std::uint8_t> line(100);
   line.data()[50] = 255;
   line.data()[51] = 255;
@@ -58,7 +58,7 @@ TEST(AlphaBlur, keeps_the_whole_of_the_opacity) {
   EXPECT_NEAR(sum, 510, 8);
 }
 
-TEST(AlphaBlur, without_a_deviation_changes_nothing) {
+TEST(AlphaBlur, a_blur_without_a_deviation_changes_nothing) {
   std::vector<std::uint8_t> line = {0, 9, 255, 0, 77};
   const std::vector<std::uint8_t> before = line;
   AlphaBlur::blurLine(line.data(), 5, 1, 0);

@@ -12,12 +12,13 @@ namespace tessaly::ContinuousShape {
 namespace {
 
 constexpr double exponentWithRoom = 2.5;
-// What a quarter circle of radius 1 cuts off, measured along either side at the diagonal.
+// The distance from the corner, along each side, to the middle of a quarter circle of radius 1.
 constexpr double cutOff = 1 - 1 / std::numbers::sqrt2;
-// Straight pieces of a corner. They leave the curve by less than a thousandth of the radius.
+// The number of line segments per corner. Their distance from the curve is below a thousandth of
+// the radius.
 constexpr int pieces = 32;
 
-// The exponent of the curve whose reach is `reach` times the radius.
+// The exponent of the curve with a reach of `reach` times the radius.
 double exponentOf(double reach) {
   return -1 / std::log2(1 - cutOff / reach);
 }

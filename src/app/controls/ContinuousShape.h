@@ -1,7 +1,7 @@
-// Rounded rectangles whose corners bend gradually rather than switching from straight to round.
+// Rounded rectangles whose corners bend gradually instead of switching from straight to round.
 //
-// The curve of a corner is that of the superellipse |x|^n + |y|^n = 1, which cuts off as much of
-// the corner as a quarter circle of the same radius. n is 2.5.
+// The curve of a corner is that of the superellipse |x|^n + |y|^n = 1, scaled so that it cuts off
+// as much of the corner as a quarter circle of the same radius. n is 2.5.
 #pragma once
 
 #include <QPainterPath>
@@ -9,15 +9,16 @@
 
 namespace tessaly::ContinuousShape {
 
-// The outline of `rect` with continuous corners of `radius`, which is limited to half the shorter
-// side. Where there is no room for the gradual part, n falls to 2, and the corners become round.
+// The outline of `rect` with continuous corners of `radius`, which is limited to half of the
+// shorter side. If there is no space for the gradual part, n decreases to 2, and the corners become
+// round.
 QPainterPath path(const QRectF& rect, double radius);
 
-// How far along a side a corner of this radius reaches when it has room.
+// How far a corner of this radius extends along a side, given enough space.
 double reach(double radius);
 
-// How far from one side the curve of such a corner stands at `along` from the other, both as parts
-// of its reach.
+// The distance of the curve from one side at the distance `along` from the other, both relative to
+// the reach.
 double inset(double along);
 
 }  // namespace tessaly::ContinuousShape

@@ -1,5 +1,5 @@
-// One control in a window of its own, for tests: made from a line of QML, looked into by object
-// name, pressed, and photographed. Any complaint of the QML engine fails the test.
+// A window with one control for tests: created from a line of QML, searched by object name,
+// pressed, and photographed. Any warning of the QML engine fails the test.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,7 @@ namespace tessaly {
 
 class ControlScene {
  public:
-  // `control` is the QML of one object, which stands 40 points from the window's corner.
+  // `control` is the QML of one object, placed 40 points from the window's corner.
   explicit ControlScene(const QString& control);
   ~ControlScene();
 
@@ -27,10 +27,10 @@ class ControlScene {
   // A property by its path, as in "font.pixelSize".
   QVariant read(const QString& objectName, const QString& property) const;
 
-  // Shows the window and makes it the active one.
+  // Shows the window and activates it.
   void activate();
   QImage picture();
-  // The colour at a point of the control.
+  // The colour at a point in coordinates of the control.
   QColor pixel(double x, double y);
   QPoint center() const;
 
@@ -38,7 +38,7 @@ class ControlScene {
   std::unique_ptr<QQuickView> view_;
 };
 
-// Two colours as a test compares them: "#rrggbb at 0.18", the opacity to two digits.
+// A colour as text for comparison: "#rrggbb at 0.18", with two digits of opacity.
 QString describe(const QColor& color);
 
 }  // namespace tessaly

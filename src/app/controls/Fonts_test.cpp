@@ -9,34 +9,34 @@
 namespace tessaly {
 namespace {
 
-TEST(Fonts, chooses_the_first_that_is_installed) {
+TEST(Fonts, choose_returns_the_first_installed_family) {
   EXPECT_EQ(Fonts::choose({"A", "B", "C"}, {"C", "B"}), "B");
 }
 
-TEST(Fonts, chooses_whatever_the_case_and_answers_with_the_installed_name) {
+TEST(Fonts, choose_ignores_case_and_returns_the_installed_name) {
   EXPECT_EQ(Fonts::choose({"inter"}, {"Noto Sans", "Inter"}), "Inter");
 }
 
-TEST(Fonts, chooses_nothing_when_nothing_fits) {
+TEST(Fonts, choose_returns_nothing_if_no_family_is_installed) {
   EXPECT_EQ(Fonts::choose({"A"}, {"B"}), "");
   EXPECT_EQ(Fonts::choose({"Inter"}, {"Inter Display"}), "");
   EXPECT_EQ(Fonts::choose({}, {"B"}), "");
 }
 
-TEST(Fonts, has_an_installed_family_for_each_voice) {
+TEST(Fonts, every_voice_has_an_installed_family) {
   for (const auto voice : {Fonts::Voice::ui, Fonts::Voice::mono, Fonts::Voice::rounded}) {
     EXPECT_FALSE(Fonts::family(voice).isEmpty());
   }
 }
 
-TEST(Fonts, takes_inter_and_jetbrains_mono_where_the_system_has_no_font_of_its_own) {
+TEST(Fonts, inter_and_jetbrains_mono_replace_missing_system_fonts) {
   const QStringList linux{"DejaVu Sans", "Inter", "JetBrains Mono", "Noto Sans"};
   EXPECT_EQ(Fonts::choose(Fonts::candidates(Fonts::Voice::ui), linux), "Inter");
   EXPECT_EQ(Fonts::choose(Fonts::candidates(Fonts::Voice::mono), linux), "JetBrains Mono");
   EXPECT_EQ(Fonts::choose(Fonts::candidates(Fonts::Voice::rounded), linux), "Inter");
 }
 
-TEST(Fonts, installs_the_ui_family_as_the_applications_font_with_fallbacks) {
+TEST(Fonts, install_sets_the_application_font_with_fallbacks) {
   EXPECT_EQ(QGuiApplication::font().family(), Fonts::family(Fonts::Voice::ui));
   for (const auto voice : {Fonts::Voice::ui, Fonts::Voice::mono}) {
     EXPECT_EQ(QFont::substitutes(Fonts::family(voice)).join(",").toLower().toStdString(),

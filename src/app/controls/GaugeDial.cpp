@@ -12,8 +12,8 @@ namespace tessaly {
 
 namespace {
 
-// Fractions run clockwise from the bottom of the circle; Qt's degrees run the other way from the
-// right.
+// Fractions run clockwise from the bottom of the circle; Qt's degrees run counter-clockwise from
+// the right.
 constexpr double kBottomDegrees = 270;
 
 QPainterPath arc(const QRectF& circle, double from, double to) {

@@ -1,5 +1,6 @@
-// The ring of the storage gauge: an open track and, over it, the value's arc, coloured from the
-// accent to the level's colour. The ring fills the item's width and opens below.
+// The ring of the storage gauge: an open track and, over it, the arc of the value, with a gradient
+// from the accent to the colour of the level. The ring fills the item's width and is open at the
+// bottom.
 #pragma once
 
 #include <QColor>
@@ -13,12 +14,12 @@ class GaugeDial : public tessaly::TexturedItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(double usedPercent READ usedPercent WRITE setUsedPercent NOTIFY usedPercentChanged)
-  // Where the value's arc ends, as a fraction of the circle.
+  // The end of the value's arc, as a fraction of the circle.
   Q_PROPERTY(double arcEnd READ arcEnd NOTIFY usedPercentChanged)
   Q_PROPERTY(double strokeWidth READ strokeWidth CONSTANT)
   Q_PROPERTY(QColor trackColor READ trackColor CONSTANT)
   Q_PROPERTY(QColor levelColor READ levelColor NOTIFY usedPercentChanged)
-  // The height of the ring's centre over the item's top.
+  // The distance of the ring's centre from the item's top.
   Q_PROPERTY(double centerY READ centerY NOTIFY centerYChanged)
 
  public:

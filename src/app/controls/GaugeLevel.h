@@ -8,10 +8,11 @@ namespace tessaly {
 
 enum class GaugeLevel { success, warning, error };
 
-// Percentages run from 0 to 100; what lies outside, or is no number, counts as the nearer end.
+// Percentages are from 0 to 100; others are clamped, and NaN counts as 0.
 namespace Gauge {
 
-// The ring is open below: it runs over these fractions of the circle, clockwise from the bottom.
+// The ring is open at the bottom: it covers these fractions of the circle, clockwise from the
+// bottom.
 inline constexpr double kArcStart = 0.15;
 inline constexpr double kArcEnd = 0.85;
 
@@ -19,7 +20,7 @@ GaugeLevel levelFor(double usedPercent);
 
 Color levelColor(GaugeLevel level);
 
-// The fraction of the circle at which the value's arc ends; kArcStart when it has no length.
+// The fraction of the circle at the end of the value's arc; kArcStart if it is empty.
 double arcEnd(double usedPercent);
 
 }  // namespace Gauge

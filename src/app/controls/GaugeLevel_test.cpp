@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-TEST(GaugeLevel, turns_to_warning_at_75_and_to_error_at_90) {
+TEST(GaugeLevel, the_level_is_warning_from_75_and_error_from_90) {
   EXPECT_EQ(Gauge::levelFor(-5), GaugeLevel::success);
   EXPECT_EQ(Gauge::levelFor(0), GaugeLevel::success);
   EXPECT_EQ(Gauge::levelFor(74.9), GaugeLevel::success);
@@ -19,19 +19,19 @@ TEST(GaugeLevel, turns_to_warning_at_75_and_to_error_at_90) {
   EXPECT_EQ(Gauge::levelFor(150), GaugeLevel::error);
 }
 
-TEST(GaugeLevel, has_the_colour_of_its_name) {
+TEST(GaugeLevel, each_level_has_its_colour) {
   EXPECT_EQ(Gauge::levelColor(GaugeLevel::success), MarrowTheme::success);
   EXPECT_EQ(Gauge::levelColor(GaugeLevel::warning), MarrowTheme::warning);
   EXPECT_EQ(Gauge::levelColor(GaugeLevel::error), MarrowTheme::error);
 }
 
-TEST(Gauge, spreads_the_percentage_over_seven_tenths_of_the_circle) {
+TEST(Gauge, the_percentage_is_mapped_to_seven_tenths_of_the_circle) {
   EXPECT_DOUBLE_EQ(Gauge::arcEnd(10), 0.22);
   EXPECT_DOUBLE_EQ(Gauge::arcEnd(50), 0.5);
   EXPECT_DOUBLE_EQ(Gauge::arcEnd(100), 0.85);
 }
 
-TEST(Gauge, has_no_arc_at_nothing_and_the_full_arc_beyond_everything) {
+TEST(Gauge, the_arc_is_empty_at_0_and_full_above_100) {
   EXPECT_EQ(Gauge::arcEnd(0), 0.15);
   EXPECT_EQ(Gauge::arcEnd(-20), 0.15);
   EXPECT_EQ(Gauge::arcEnd(100.1), 0.85);

@@ -1,5 +1,5 @@
-// Sends the keyboard on to what comes next, when the control that has it is of no use any more: gone
-// out of sight, or disabled. Where the pointer has put it there, nothing shows it, and it goes nowhere.
+// Moves the keyboard focus to the next control when the one that has it is hidden or disabled. If
+// the pointer has set the focus, no ring shows it, and it is not moved.
 import QtQuick
 import QtQuick.Templates as T
 
@@ -9,9 +9,9 @@ Connections {
     required property T.Control control
     property bool wasShown: false
 
-    // Not in the midst of what takes the keyboard away.
+    // Not while the focus is still changing.
     function goOnSoon() {
-        // The linter takes it for a value that may be anything.
+        // The linter does not know the type.
         // qmllint disable
         Qt.callLater(goOn)
         // qmllint enable
@@ -42,7 +42,7 @@ Connections {
             wasShown = false
     }
 
-    // A control that is disabled has lost the keyboard already.
+    // A disabled control has lost the focus already.
     function onActiveFocusChanged() {
         if (control.activeFocus)
             return

@@ -25,7 +25,7 @@ bool LastPress::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-      // What nobody takes of a finger comes once more, as a press of the mouse.
+      // A touch that no item accepts is delivered again as a press of the mouse.
       take(static_cast<const QMouseEvent*>(event)->deviceType() ==
            QInputDevice::DeviceType::TouchScreen);
       break;

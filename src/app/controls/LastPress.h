@@ -1,6 +1,7 @@
-// What the window of an item was last pressed with, attached to the item. A view that is pulled by
-// a finger scrolls; pulled by the mouse it leaves the pull to what lies behind it, which moves the
-// window. It is known before the press is delivered, so that a view can stand aside in time.
+// The kind of device that last pressed in the window of an item, as an attached property. A view
+// scrolls when it is dragged by a finger; a drag by the mouse is left to the item behind, which
+// moves the window. The property changes before the press is delivered, so that a view can ignore
+// it.
 #pragma once
 
 #include <QObject>
@@ -17,7 +18,7 @@ class LastPress : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("It is attached to an item.")
   QML_ATTACHED(tessaly::LastPress)
-  // A finger on a screen, rather than a mouse, a touchpad or a pen. False before the first press.
+  // A touch screen instead of a mouse, touchpad or pen. False before the first press.
   Q_PROPERTY(bool byFinger READ isByFinger NOTIFY byFingerChanged)
 
  public:

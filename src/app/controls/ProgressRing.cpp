@@ -14,7 +14,7 @@ constexpr double trackOpacity = 0.08;
 constexpr double lightOpacity = 0.55;
 constexpr double lightLength = 70;  // degrees
 
-// Angles of QPainter: sixteenths of a degree, counter-clockwise, 0 at three o'clock.
+// Angles of QPainter: sixteenths of a degree, counter-clockwise from three o'clock.
 int sixteenths(double degrees) {
   return static_cast<int>(degrees * 16);
 }
@@ -79,7 +79,7 @@ void ProgressRing::paint(QPainter* painter) {
 
   if (value_ <= 0) return;
   const double span = 360 * value_;
-  // Round ends reach back over the start, so the gradient begins a little before it.
+  // The round caps extend before the start, so the gradient begins a little earlier.
   QConicalGradient sweep(centre, top + 20);
   sweep.setColorAt(0, from_);
   sweep.setColorAt(1 - std::min(1.0, value_), to_);

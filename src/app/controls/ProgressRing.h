@@ -1,6 +1,5 @@
-// A ring that fills clockwise from the top as work gets on, on a faint track. Since the share done
-// may stand still for long, a short light runs round the ring all the while, as `turn` goes from 0
-// to 1.
+// A ring that fills clockwise from the top with progress, on a faint track. Since the progress may
+// not change for a long time, a short light moves round the ring as `turn` goes from 0 to 1.
 #pragma once
 
 #include <QColor>
@@ -15,7 +14,7 @@ class ProgressRing : public QQuickPaintedItem {
   Q_PROPERTY(double value MEMBER value_ WRITE setValue NOTIFY changed)  // 0 to 1
   Q_PROPERTY(double turn MEMBER turn_ WRITE setTurn NOTIFY changed)     // 0 to 1
   Q_PROPERTY(double strokeWidth MEMBER strokeWidth_ WRITE setStrokeWidth NOTIFY changed)
-  // The arc goes from the first colour to the second.
+  // The colours at the start and at the end of the arc.
   Q_PROPERTY(QColor from MEMBER from_ WRITE setFrom NOTIFY changed)
   Q_PROPERTY(QColor to MEMBER to_ WRITE setTo NOTIFY changed)
 

@@ -1,5 +1,5 @@
-// Properties of a control read from its items and compared with a table. A scene is what has a
-// read(item, property), as ControlScene has.
+// Compares properties of a control's items with a table. A Scene has a read(item, property), like
+// ControlScene.
 #pragma once
 
 #include <cmath>
@@ -18,7 +18,7 @@ struct PropertyRow {
   QVariant expected;
 };
 
-// Colours are expected as text, "#rrggbb at 0.18"; numbers to a thousandth.
+// Expected values: colours as text, "#rrggbb at 0.18"; numbers to a thousandth.
 template <class Scene>
 void expectProperties(const Scene& scene, const std::vector<PropertyRow>& rows) {
   for (const PropertyRow& row : rows) {

@@ -1,4 +1,4 @@
-// The bridge from the program's own colours to Qt's.
+// Converts the program's own colours to Qt's.
 #pragma once
 
 #include <QColor>

@@ -1,4 +1,4 @@
-// How full a volume is: a dial with the percentage in its middle, the sizes under it.
+// The usage of a volume: a dial with the percentage in its middle, and the sizes below.
 import QtQuick
 import Tessaly.Controls
 

@@ -1,6 +1,6 @@
-// A rounded surface: shadow below, a fill of one colour or of two from top to bottom, and an
-// outline that lies inside the shape. It is painted, so its corners are smooth on every renderer,
-// and its shadow reaches outside the item's bounds without taking part in layout.
+// A rounded surface: a shadow, a fill of one colour or a gradient, and an outline inside the shape.
+// It is painted on the processor, so its corners are smooth with every renderer; its shadow extends
+// outside the item's bounds without affecting the layout.
 #pragma once
 
 #include <QColor>
@@ -14,18 +14,18 @@ namespace tessaly {
 class RoundedPanel : public tessaly::TexturedItem {
   Q_OBJECT
   QML_ELEMENT
-  // Corners of `radius` points; more than half the height makes a capsule.
+  // Radius of the corners in points; more than half of the height makes a capsule.
   Q_PROPERTY(double radius MEMBER radius_ WRITE setRadius NOTIFY styleChanged)
   Q_PROPERTY(QColor color MEMBER color_ WRITE setColor NOTIFY styleChanged)
-  // The fill's colour at the other end of a gradient; without one the fill is `color` all over.
+  // The colour at the end of a gradient from top to bottom; without it the fill is `color`.
   Q_PROPERTY(QColor endColor MEMBER endColor_ WRITE setEndColor NOTIFY styleChanged)
-  // Whether the gradient runs to the bottom right corner rather than straight down.
+  // Whether the gradient ends at the bottom right corner instead of at the bottom.
   Q_PROPERTY(bool diagonal MEMBER diagonal_ WRITE setDiagonal NOTIFY styleChanged)
   Q_PROPERTY(QColor outlineColor MEMBER outlineColor_ WRITE setOutlineColor NOTIFY styleChanged)
   Q_PROPERTY(double outlineWidth MEMBER outlineWidth_ WRITE setOutlineWidth NOTIFY styleChanged)
   Q_PROPERTY(QColor shadowColor READ shadowColor WRITE setShadowColor NOTIFY styleChanged)
   Q_PROPERTY(double shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY styleChanged)
-  // How far down the shadow is moved.
+  // The downward offset of the shadow.
   Q_PROPERTY(double shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY styleChanged)
 
  public:

@@ -16,7 +16,7 @@ double RowButtons::stopAt(double x, bool forward) const {
   return RowStops::stopAt(x, buttons, forward);
 }
 
-// What lays out its children may have yet to do so.
+// The layout of the children may be pending.
 void RowButtons::finish(QQuickItem& item) {
   if (isButton(item)) return;
   for (QQuickItem* child : item.childItems()) finish(*child);

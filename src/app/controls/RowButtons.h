@@ -1,5 +1,5 @@
-// Where the buttons of a row stand, wherever in the row they are, and the places at which the row
-// may stop when it is scrolled. Main thread only.
+// The positions of the buttons in a row, at any depth, and the positions at which the row may stop
+// scrolling. Main thread only.
 #pragma once
 
 #include <vector>
@@ -15,16 +15,16 @@ namespace tessaly {
 class RowButtons : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
-  // What scrolls; places are those of what it stands in. Its buttons are those that are to be seen.
+  // The scrolled item; positions are those in its parent. Only visible buttons count.
   Q_PROPERTY(QQuickItem* row MEMBER row_ NOTIFY rowChanged REQUIRED)
 
  public:
   using QQuickItem::QQuickItem;
 
-  // RowStops::stopAt for the buttons as they stand now.
+  // RowStops::stopAt for the current positions of the buttons.
   Q_INVOKABLE double stopAt(double x, bool forward) const;
-  // To be called when buttons have come, gone or changed: asks for them to be laid out, and tells
-  // when they are, before the next frame.
+  // Call it when buttons have appeared, disappeared or changed: requests their layout, and emits a
+  // signal when it is done, before the next frame.
   Q_INVOKABLE void layOut() { polish(); }
 
  signals:

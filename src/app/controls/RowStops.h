@@ -1,5 +1,5 @@
-// Where a scrolled row of buttons may stand still: where no button is cut to next to nothing at the
-// left end of what is seen. Lengths are in points, places those of the row. Pure.
+// Where a scrolled row of buttons may stop, so that no button at the left end is cut to almost
+// nothing. Lengths are in points, positions in the row. Pure functions.
 #pragma once
 
 #include <vector>
@@ -11,13 +11,13 @@ struct Span {
   double right = 0;
 };
 
-// The least that is shown of a button that is cut at its left: its padding and a few letters.
+// The smallest visible part of a button that is cut at its left: its padding and a few letters.
 inline constexpr double leastShown = 40;
 
-// Where the left end of what is seen stands that is wanted at `x`: there, unless it would leave
-// less than the least of one of `buttons`, which do not overlap; then at the end of that button,
-// or, not `forward`, as far before it as the least takes. A narrow button is shown whole or not at
-// all.
+// The position of the left end when `x` is wanted: `x`, unless less than leastShown of one of
+// `buttons`, which do not overlap, would remain; then the end of that button or, if not `forward`,
+// the last position at which enough of it is visible. A narrow button is completely visible or
+// hidden.
 double stopAt(double x, const std::vector<Span>& buttons, bool forward);
 
 }  // namespace tessaly::RowStops

@@ -16,8 +16,8 @@ namespace {
 
 constexpr int kCachedSilhouettes = 48;
 
-// A blurred silhouette in pixels: opacity alone, `margin` pixels of blur round a shape that
-// stretches at its middle row and column.
+// A blurred silhouette in pixels: opacity only, with a `margin` of pixels round a shape that can be
+// stretched at its middle row and column.
 struct Silhouette {
   QImage alpha;
   int margin = 0;
@@ -57,13 +57,13 @@ Silhouette silhouette(const QSize& shape, double cornerRadius, double sigma) {
 QImage colored(const QImage& alpha, const QColor& color) {
   QImage image(alpha.size(), QImage::Format_ARGB32_Premultiplied);
   image.fill(color);
-  // Multiplies, so the colour's own opacity stays in force.
+  // Multiplies, so that the colour's own opacity counts.
   image.setAlphaChannel(alpha);
   return image;
 }
 
-// Draws `image` over `target`, keeping `edgeX` and `edgeY` pixels at its sides and stretching the
-// one row and column between them.
+// Draws `image` in `target`, keeping `edgeX` and `edgeY` pixels at its sides and stretching the row
+// and the column between them.
 void drawStretched(QPainter& painter, const QImage& image, const QRect& target, int edgeX,
                    int edgeY) {
   const int sourceX[] = {0, edgeX, image.width() - edgeX, image.width()};
@@ -104,7 +104,7 @@ void SoftShadow::paint(QPainter& painter, const QRectF& shape, double cornerRadi
   const double corner = cornerRadius * scale;
   const int margin = AlphaBlur::margin(sigma);
 
-  // What lies further from the edge than corner and blur reach is the same all along a side.
+  // Beyond the reach of corner and blur, a side looks the same everywhere.
   const int edge = static_cast<int>(std::ceil(ContinuousShape::reach(corner))) + 2 * margin;
   const int width = std::min(pixels.width(), 2 * (edge - margin) + 1);
   const int height = std::min(pixels.height(), 2 * (edge - margin) + 1);

@@ -1,9 +1,9 @@
 // Painted shadows and glows: the blurred silhouette of a rounded shape, made on the processor, so
-// that it is there on every renderer.
+// that it works with every renderer.
 //
-// A silhouette is blurred once for its radius and blur and kept; its middle stretches, so a shape
-// of any size costs nine copies. Main thread only, or the render thread while the main thread waits
-// for it.
+// A silhouette is blurred once for its radius and blur, and cached; its middle is stretched, so a
+// shape of any size costs nine copies. Main thread only, or the render thread while the main thread
+// waits for it.
 #pragma once
 
 #include <QColor>
@@ -21,14 +21,14 @@ struct SoftShadow {
 
   bool isVisible() const { return color.alpha() > 0; }
 
-  // How far the blur reaches beyond the shape's edge, in points.
+  // How far the blur extends beyond the shape's edge, in points.
   double extent() const;
 
-  // The area the shadow of `shape` covers.
+  // The area of the shadow of `shape`.
   QRectF paintedRect(const QRectF& shape) const;
 
   // Paints the shadow of the continuous shape `shape` with corners of `cornerRadius`. The painter
-  // may be scaled and translated, not rotated.
+  // may be scaled and translated, but not rotated.
   void paint(QPainter& painter, const QRectF& shape, double cornerRadius) const;
 };
 

@@ -1,5 +1,5 @@
-// The figures of a storage gauge and the texts and colours that follow from them; the view on top
-// of it is RadialStorageGauge. Byte counts keep their 64 bits.
+// The figures of a storage gauge, and the texts and colours derived from them, for the view
+// RadialStorageGauge. Byte counts have 64 bits.
 #pragma once
 
 #include <QColor>

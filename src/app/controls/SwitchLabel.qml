@@ -1,4 +1,4 @@
-// A symbol, a label, and at the right end the track of a switch with its knob.
+// A symbol, a label, and the track of a switch with its knob at the right end.
 import QtQuick
 import Tessaly.Controls
 

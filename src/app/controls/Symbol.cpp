@@ -12,7 +12,7 @@ Symbol::Symbol(QQuickItem* parent) : TexturedItem(parent) {
   fitToSymbol();
 }
 
-// A symbol without a name takes up no room, so that a button without one needs no other layout.
+// A symbol without a name takes no space, so that a button without one needs no other layout.
 void Symbol::fitToSymbol() {
   const int side = name_.isEmpty() ? 0 : SymbolPainter::side(size_);
   setImplicitSize(side, side);
@@ -51,7 +51,7 @@ void Symbol::paint(QPainter& painter) const {
   if (name_.isEmpty()) return;
   const double ratio = painter.worldTransform().m11();
   const int side = SymbolPainter::side(size_);
-  // Whole points, since a symbol between pixels is a blurred one.
+  // Integer points, since a symbol between pixels would be blurred.
   const QPointF corner(std::floor((width() - side) / 2), std::floor((height() - side) / 2));
   painter.drawImage(corner, SymbolPainter::image(name_, size_, color_, ratio, bold_));
 }

@@ -1,5 +1,5 @@
 // `Symbol { name: "folder.fill"; size: 11; color: Theme.accent }`: one symbol beside text of that
-// font size. Its implicit size is the square that the symbol fills; in a larger item it is centred.
+// font size. Its implicit size is the square of the symbol; in a larger item it is centred.
 #pragma once
 
 #include <QColor>
@@ -16,7 +16,7 @@ class Symbol : public tessaly::TexturedItem {
   Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged REQUIRED)
   Q_PROPERTY(double size READ fontSize WRITE setFontSize NOTIFY fontSizeChanged REQUIRED)
   Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged REQUIRED)
-  // Whether it stands beside bold text.
+  // Whether the text beside it is bold.
   Q_PROPERTY(bool bold READ isBold WRITE setBold NOTIFY boldChanged)
 
  public:

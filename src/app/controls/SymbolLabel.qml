@@ -1,5 +1,5 @@
-// A symbol and a text in one row, in the middle of the item. Either may be missing. A text that is too
-// long for the item is cut, but never to its ellipsis alone: before that the symbol goes.
+// A symbol and a text in a row, centred in the item. Either may be missing. A text that is too long
+// is elided, but never to the ellipsis alone: before that the symbol is hidden.
 import QtQuick
 import Tessaly.Controls
 
@@ -15,12 +15,12 @@ Item {
     required property color textColor
 
     readonly property real gap: symbol !== "" && text !== "" ? 6 : 0
-    // Room for a letter, however wide it is, and an ellipsis.
+    // Space for the widest letter and an ellipsis.
     readonly property real leastText: Math.min(label.implicitWidth, 2 * textSize)
     readonly property bool showsSymbol: text === ""
         || width >= sign.implicitWidth + gap + leastText
 
-    // Whole points, so that what stands beside this starts on a pixel.
+    // Integer points, so that the next item starts on a pixel.
     implicitWidth: Math.ceil(sign.implicitWidth + gap + (text !== "" ? label.implicitWidth : 0))
     implicitHeight: Math.ceil(Math.max(sign.implicitHeight, text !== "" ? label.implicitHeight : 0))
 

@@ -1,4 +1,4 @@
-// Every name of a symbol that stands anywhere in the program has its drawing.
+// Every name of a symbol in the program has a drawing.
 #include <gtest/gtest.h>
 #include <map>
 
@@ -12,17 +12,17 @@
 namespace tessaly {
 namespace {
 
-// Names and the file each was seen in.
+// Names, and a file in which each was found.
 using Uses = std::map<QString, QString>;
 
-// Takes the quoted names out of a piece of source; a text that is no name is not taken.
+// Collects the quoted names in a piece of source, without other texts.
 void collect(const QString& source, const QString& file, Uses& uses) {
   static const QRegularExpression quoted("\"([a-z0-9]+(?:\\.[a-z0-9]+)*)\"");
   auto names = quoted.globalMatch(source);
   while (names.hasNext()) uses.emplace(names.next().captured(1), file);
 }
 
-// In views: what is bound to a property called symbol or ...Symbol, and the name of a Symbol.
+// In views: the values of properties named symbol or ...Symbol, and the names of Symbols.
 void collectFromQml(const QString& text, const QString& file, Uses& uses) {
   static const QRegularExpression bound(
       "\\b(?:symbol|\\w+Symbol)\\s*:([^\\n;]*(?:\\n\\s*[?:][^\\n;]*)*)");
@@ -37,7 +37,7 @@ void collectFromQml(const QString& text, const QString& file, Uses& uses) {
   }
 }
 
-// In C++: what a function whose name tells of symbols returns, and what the painter is asked for.
+// In C++: the results of functions whose names contain "symbol", and the arguments of the painter.
 void collectFromCpp(const QString& text, const QString& file, Uses& uses) {
   static const QRegularExpression function("\\w*[sS]ymbol\\w*\\([^;{}]*\\)[^;{}()]*\\{(.*?)\\n\\}",
                                            QRegularExpression::DotMatchesEverythingOption);
@@ -70,7 +70,7 @@ Uses usesInSources() {
   return uses;
 }
 
-TEST(SymbolNames, of_every_source_have_their_drawing) {
+TEST(SymbolNames, symbol_names_in_every_source_have_a_drawing) {
   const Uses uses = usesInSources();
   EXPECT_GE(uses.size(), 5U) << "the search finds too little to be trusted";
   for (const auto& [name, file] : uses) {
@@ -78,13 +78,13 @@ TEST(SymbolNames, of_every_source_have_their_drawing) {
   }
 }
 
-TEST(SymbolNames, of_every_bloat_filter_have_their_drawing) {
+TEST(SymbolNames, symbol_names_of_every_bloat_filter_have_a_drawing) {
   for (const BloatFilter& filter : BloatFilter::catalog()) {
     EXPECT_TRUE(SymbolPainter::exists(QString::fromStdString(filter.symbol))) << filter.symbol;
   }
 }
 
-TEST(SymbolNames, are_found_in_every_way_a_source_may_hold_them) {
+TEST(SymbolNames, symbol_names_are_found_in_every_form_of_source) {
   Uses uses;
   collectFromQml(
       "Symbol {\n  size: 3\n  name: a ? \"one.fill\" : \"two\"\n}\n"

@@ -15,7 +15,7 @@ namespace tessaly::SymbolPainter {
 namespace {
 
 constexpr double kGrid = 24;
-// Under one and a tenth points a line of a small symbol fades into its background.
+// Below 1.1 points, a line of a small symbol fades into its background.
 constexpr double kThinnestLine = 1.1;
 constexpr double kLine = 1.5;
 constexpr double kThickestLine = 2.6;
@@ -29,8 +29,8 @@ QString pathOf(const QString& name) {
   return folder() + name + QStringLiteral(".svg");
 }
 
-// The drawing of a symbol, its lines thickened where it is to be bold, and where the picture is so
-// small that they would be too thin to read. Empty when there is no such symbol.
+// The drawing of a symbol, with thicker lines if it is bold, or so small that they would be too
+// thin to see. Empty if there is no such symbol.
 QByteArray drawing(const QString& name, int side, bool isBold) {
   QFile file(pathOf(name));
   if (!file.open(QIODevice::ReadOnly)) return {};
@@ -44,7 +44,7 @@ QByteArray drawing(const QString& name, int side, bool isBold) {
   return svg;
 }
 
-// Turns black ink into `color` and white into nothing.
+// Turns black into `color` and white into transparency.
 void tint(QImage& image, const QColor& color) {
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));

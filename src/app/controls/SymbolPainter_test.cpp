@@ -11,7 +11,7 @@
 namespace tessaly {
 namespace {
 
-// How much of the picture is ink, from 0 to 1.
+// The share of ink in the picture, from 0 to 1.
 double coverage(const QImage& image) {
   double sum = 0;
   for (int y = 0; y < image.height(); ++y) {
@@ -25,7 +25,7 @@ QString svgOf(const QString& name) {
   return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-TEST(SymbolPainter, draws_every_symbol_with_some_ink_and_not_a_block) {
+TEST(SymbolPainter, every_symbol_has_some_ink_and_is_not_a_block) {
   ASSERT_FALSE(SymbolPainter::names().isEmpty());
   for (const QString& name : SymbolPainter::names()) {
     for (const double size : {9.0, 11.0, 40.0}) {
@@ -36,7 +36,7 @@ TEST(SymbolPainter, draws_every_symbol_with_some_ink_and_not_a_block) {
   }
 }
 
-TEST(SymbolPainter, draws_a_bold_symbol_with_more_ink_whatever_was_drawn_before) {
+TEST(SymbolPainter, a_bold_symbol_has_more_ink_whatever_was_drawn_before) {
   for (const double size : {10.0, 40.0}) {
     const double plain = coverage(SymbolPainter::image("xmark", size, Qt::white, 2));
     const double bold = coverage(SymbolPainter::image("xmark", size, Qt::white, 2, true));
@@ -45,7 +45,7 @@ TEST(SymbolPainter, draws_a_bold_symbol_with_more_ink_whatever_was_drawn_before)
   }
 }
 
-TEST(SymbolPainter, keeps_every_symbol_off_the_edge_of_its_square) {
+TEST(SymbolPainter, every_symbol_keeps_off_the_edge_of_its_square) {
   for (const QString& name : SymbolPainter::names()) {
     const QImage image = SymbolPainter::image(name, 38.4, Qt::white, 1);
     ASSERT_EQ(image.width(), 48);
@@ -58,26 +58,26 @@ TEST(SymbolPainter, keeps_every_symbol_off_the_edge_of_its_square) {
   }
 }
 
-TEST(SymbolPainter, has_one_set_in_one_style) {
+TEST(SymbolPainter, all_symbols_have_one_style) {
   for (const QString& name : SymbolPainter::names()) {
     const QString svg = svgOf(name);
     EXPECT_TRUE(svg.contains("viewBox=\"0 0 24 24\"")) << name.toStdString();
     EXPECT_TRUE(svg.contains("stroke-linecap=\"round\"")) << name.toStdString();
     EXPECT_EQ(svg.count("stroke-width="), 1) << name.toStdString();
     EXPECT_TRUE(svg.contains("stroke-width=\"1.5\"")) << name.toStdString();
-    // Black is ink and white takes it away; there is no third colour.
+    // Black is ink and white erases; there is no third colour.
     EXPECT_FALSE(svg.contains(QRegularExpression("\"#(?!000\"|fff\")"))) << name.toStdString();
   }
 }
 
-TEST(SymbolPainter, fills_a_square_a_quarter_larger_than_the_font) {
+TEST(SymbolPainter, the_square_is_a_quarter_larger_than_the_font) {
   EXPECT_EQ(SymbolPainter::side(8), 10);
   EXPECT_EQ(SymbolPainter::side(11), 14);
   EXPECT_EQ(SymbolPainter::side(40), 50);
   EXPECT_EQ(SymbolPainter::side(0), 1);
 }
 
-TEST(SymbolPainter, draws_afresh_for_each_pixel_ratio) {
+TEST(SymbolPainter, each_pixel_ratio_is_drawn_separately) {
   const QPixmap once = SymbolPainter::pixmap("folder", 12, Qt::white, 1);
   const QPixmap twice = SymbolPainter::pixmap("folder", 12, Qt::white, 2);
   EXPECT_EQ(once.size(), QSize(15, 15));
@@ -87,14 +87,14 @@ TEST(SymbolPainter, draws_afresh_for_each_pixel_ratio) {
   EXPECT_NE(twice.toImage(), once.toImage().scaled(30, 30, {}, Qt::SmoothTransformation));
 }
 
-TEST(SymbolPainter, draws_in_the_colour_asked_for_alone) {
+TEST(SymbolPainter, a_symbol_has_only_the_requested_colour) {
   const QImage image = SymbolPainter::image("bolt.fill", 20, QColor(0x00, 0x7A, 0xFF), 1);
   EXPECT_EQ(image.pixelColor(12, 12), QColor(0x00, 0x7A, 0xFF));
   const QImage faint = SymbolPainter::image("bolt.fill", 20, QColor(0x00, 0x7A, 0xFF, 51), 1);
   EXPECT_EQ(faint.pixelColor(12, 12).alpha(), 51);
 }
 
-TEST(SymbolPainter, lets_the_ground_show_where_a_symbol_is_cut_out) {
+TEST(SymbolPainter, the_background_is_visible_where_a_symbol_is_cut_out) {
   // The mark in the middle of the triangle.
   const QImage image =
       SymbolPainter::image("exclamationmark.triangle.fill", 38.4, QColor(0xFF, 0x3B, 0x30), 2);
@@ -102,8 +102,8 @@ TEST(SymbolPainter, lets_the_ground_show_where_a_symbol_is_cut_out) {
   EXPECT_EQ(image.pixelColor(40, 60).alpha(), 255);
 }
 
-TEST(SymbolPainter, thickens_the_lines_of_small_symbols) {
-  // One line of 15 units across the square: its ink is its thickness.
+TEST(SymbolPainter, small_symbols_have_thicker_lines) {
+  // A line of 15 units across the square: its ink is its thickness.
   const auto thickness = [](double size) {
     return coverage(SymbolPainter::image("minus", size, Qt::white, 2)) * SymbolPainter::side(size) /
            (16.0 / 24);
@@ -112,7 +112,7 @@ TEST(SymbolPainter, thickens_the_lines_of_small_symbols) {
   EXPECT_GT(thickness(8), 0.95);
 }
 
-TEST(SymbolPainter, shows_and_reports_a_name_without_a_symbol) {
+TEST(SymbolPainter, a_name_without_a_symbol_is_shown_and_reported) {
   EXPECT_FALSE(SymbolPainter::exists("no.such.symbol"));
   static QStringList messages;
   messages.clear();
@@ -124,12 +124,12 @@ TEST(SymbolPainter, shows_and_reports_a_name_without_a_symbol) {
   EXPECT_GT(coverage(image), 0);
 }
 
-TEST(Symbol, is_as_large_as_what_it_draws) {
+TEST(Symbol, symbol_item_has_the_size_of_its_picture) {
   const ControlScene scene("Symbol { name: \"folder\"; size: 11; color: \"white\" }");
   expectProperties(scene, {{"", "width", 14}, {"", "height", 14}});
 }
 
-TEST(Symbol, shows_the_painters_pixels) {
+TEST(Symbol, symbol_item_shows_the_pixels_of_the_painter) {
   ControlScene scene("Symbol { name: \"house.fill\"; size: 16; color: Theme.accent }");
   const QImage seen = scene.picture().copy(40, 40, 20, 20);
   const QImage symbol = SymbolPainter::image("house.fill", 16, QColor(0x00, 0x7A, 0xFF), 1);
@@ -147,7 +147,7 @@ TEST(Symbol, shows_the_painters_pixels) {
   EXPECT_GT(solid, 80);
 }
 
-TEST(Symbol, changes_with_its_properties) {
+TEST(Symbol, symbol_item_changes_with_its_properties) {
   ControlScene scene("Symbol { name: \"plus\"; size: 16; color: \"white\" }");
   EXPECT_EQ(scene.pixel(10, 10), QColor(Qt::white));
   scene.control()->setProperty("color", QColor(Qt::red));
@@ -158,7 +158,7 @@ TEST(Symbol, changes_with_its_properties) {
   expectProperties(scene, {{"", "width", 40}});
 }
 
-TEST(Symbol, stands_in_the_middle_of_a_larger_item) {
+TEST(Symbol, symbol_is_centred_in_a_larger_item) {
   Symbol symbol;
   symbol.setName("plus");
   symbol.setFontSize(16);

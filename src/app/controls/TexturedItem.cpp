@@ -13,7 +13,7 @@ namespace tessaly {
 
 namespace {
 
-// Enough for what changes its size with each move of the pointer.
+// Enough for items that change their size with each move of the pointer.
 constexpr int keptKilobytes = 2048;
 
 }  // namespace
@@ -22,7 +22,7 @@ TexturedItem::TexturedItem(QQuickItem* parent) : QQuickItem(parent) {
   setFlag(ItemHasContents, true);
 }
 
-// The painted area grown to whole pixels, so that no pixel of the picture is ever stretched.
+// The painted area enlarged to whole pixels, so that no pixel is stretched.
 QRectF TexturedItem::pixelAlignedRect(double devicePixelRatio) const {
   const QRectF rect = paintedRect();
   const double left = std::floor(rect.left() * devicePixelRatio);
@@ -50,7 +50,7 @@ QImage TexturedItem::paintedOrKnown(double devicePixelRatio) const {
   if (key.isEmpty()) return toImage(devicePixelRatio);
   QDataStream stream(&key, QIODevice::Append);
   stream << pixelAlignedRect(devicePixelRatio) << devicePixelRatio;
-  // Shared by all items, since no two are painted at a time.
+  // Shared by all items, since they are painted one at a time.
   static QCache<QByteArray, QImage> known(keptKilobytes);
   if (const QImage* image = known.object(key)) return *image;
   QImage image = toImage(devicePixelRatio);

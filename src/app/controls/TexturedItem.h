@@ -1,7 +1,6 @@
-// An item that is painted once into a picture and shown as that picture until something about it
-// changes. Unlike Qt's painted item it may paint outside its own bounds, which shadows need, and
-// its pixels are those of the screen at every scale. Works on the software renderer and on the
-// others.
+// An item that is painted once into a picture, which is shown until something changes. In contrast
+// to Qt's painted item it may paint outside its own bounds, as shadows need, and its pixels match
+// those of the screen at every scale. Works with every renderer.
 #pragma once
 
 #include <QByteArray>
@@ -20,19 +19,19 @@ class TexturedItem : public QQuickItem {
  public:
   explicit TexturedItem(QQuickItem* parent = nullptr);
 
-  // What the item looks like now, at this pixel ratio: the same pixels as on the screen.
+  // The present picture at this pixel ratio, with the same pixels as on the screen.
   QImage toImage(double devicePixelRatio) const;
 
  protected:
-  // The area that paint() touches, in the item's own coordinates.
+  // The area that paint() draws in, in the item's coordinates.
   virtual QRectF paintedRect() const { return boundingRect(); }
-  // Paints in the item's own coordinates. Runs on the render thread while the main thread waits.
+  // Paints in the item's coordinates. Runs on the render thread while the main thread waits.
   virtual void paint(QPainter& painter) const = 0;
-  // What is the same for all items that are painted the same in the same area, so that a picture of
-  // late is shown again instead of being painted. Empty where that cannot be told.
+  // A key that is equal for all items that look alike in the same area, so that a recent picture is
+  // reused instead of being painted. Empty if there is none.
   virtual QByteArray likeness() const { return {}; }
 
-  // To be called when what paint() draws has changed.
+  // Call it when the result of paint() changes.
   void repaint();
 
   QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData*) override;
