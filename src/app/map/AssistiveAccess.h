@@ -1,5 +1,5 @@
-// Whether some program, such as a screen reader, wants to know what stands in the window. As long
-// as none does, nobody needs a description of hundreds of tiles.
+// Whether a program such as a screen reader reads the window. Without one, no description of
+// hundreds of tiles is needed.
 #pragma once
 
 #include <QAccessible>

@@ -1,5 +1,5 @@
 // The drag that draws a rubber band: a press that moves at least 8 points. Points are those of the
-// canvas. Plain values, and no part in what the band selects.
+// canvas. A plain value; what the band selects is decided elsewhere.
 #pragma once
 
 #include <optional>
@@ -12,22 +12,22 @@ namespace tessaly {
 
 class BandGesture {
  public:
-  // The distance from which on a press is no click any more.
+  // The distance from which a press is a drag and not a click.
   static constexpr double startDistance = 8;
 
   // A drag may begin at `point`.
   void press(QPointF point);
 
-  // The pointer has come to `point` with its button held. True while there is a band.
+  // The pointer has moved to `point` with the button pressed. Returns whether there is a band.
   bool moveTo(QPointF point);
 
-  // The button is up, or the drag is given up: there is no band, and none before the next press.
+  // The button was released or the drag cancelled: there is no band until the next press.
   void end();
 
   bool isPressed() const { return pressedAt_.has_value(); }
   bool isDragging() const { return dragStart_.has_value(); }
 
-  // The rectangle between where the drag began and where it is, present while dragging.
+  // The rectangle between the start and the present point of the drag, while dragging.
   std::optional<Rect> band() const;
 
  private:

@@ -5,18 +5,18 @@
 namespace tessaly {
 namespace {
 
-TEST(BandGesture, is_no_band_before_the_pointer_has_moved_eight_points) {
+TEST(BandGesture, there_is_no_band_before_the_pointer_has_moved_8_points) {
   BandGesture gesture;
   gesture.press({100, 100});
   EXPECT_TRUE(gesture.isPressed());
   EXPECT_FALSE(gesture.moveTo({107.9, 100}));
-  EXPECT_FALSE(gesture.moveTo({105.6, 105.6}));  // 7.92 away
+  EXPECT_FALSE(gesture.moveTo({105.6, 105.6}));  // distance 7.92
   EXPECT_EQ(gesture.band(), std::nullopt);
   EXPECT_TRUE(gesture.moveTo({100, 108}));
   EXPECT_EQ(gesture.band(), (Rect{100, 100, 0, 8}));
 }
 
-TEST(BandGesture, reaches_from_the_press_to_the_pointer_in_every_direction) {
+TEST(BandGesture, the_band_extends_from_the_press_to_the_pointer_in_every_direction) {
   BandGesture gesture;
   gesture.press({100, 200});
   gesture.moveTo({130, 240});
@@ -27,7 +27,7 @@ TEST(BandGesture, reaches_from_the_press_to_the_pointer_in_every_direction) {
   EXPECT_EQ(gesture.band(), (Rect{-5, 200, 105, 10}));
 }
 
-TEST(BandGesture, stays_a_band_when_the_pointer_comes_back) {
+TEST(BandGesture, the_band_stays_when_the_pointer_returns) {
   BandGesture gesture;
   gesture.press({100, 100});
   gesture.moveTo({150, 150});
@@ -35,7 +35,7 @@ TEST(BandGesture, stays_a_band_when_the_pointer_comes_back) {
   EXPECT_EQ(gesture.band(), (Rect{100, 100, 1, 1}));
 }
 
-TEST(BandGesture, needs_a_press_to_begin_again) {
+TEST(BandGesture, a_new_band_needs_a_press) {
   BandGesture gesture;
   EXPECT_FALSE(gesture.moveTo({50, 50}));
   gesture.press({100, 100});

@@ -34,7 +34,7 @@ void BandItem::hide() {
   update();
 }
 
-// A band has few pieces, so they are made anew for each frame in which it has changed.
+// A band has few pieces, so they are created again for each frame in which it has changed.
 QSGNode* BandItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
   delete old;
   if (picture_.edges.empty()) return nullptr;

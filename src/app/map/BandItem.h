@@ -1,4 +1,4 @@
-// The rubber band on the canvas. Takes no events; its own size has no part in where it is drawn.
+// The rubber band on the canvas. Takes no events; its own size does not matter.
 #pragma once
 
 #include <optional>
@@ -16,13 +16,13 @@ class BandItem : public QQuickItem {
  public:
   explicit BandItem(QQuickItem* parent = nullptr);
 
-  // Draws the band `band` on a canvas of `size` points, at `scale` pixels a point.
+  // Draws the band `band` on a canvas of `size` points, at `scale` pixels per point.
   void show(const Rect& band, QSizeF size, double scale);
 
   // Draws nothing.
   void hide();
 
-  // What is drawn, in points.
+  // The present band, in points.
   const std::optional<Rect>& band() const { return band_; }
 
  protected:

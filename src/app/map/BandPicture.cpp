@@ -11,8 +11,8 @@ namespace {
 
 constexpr double radius = 6;
 constexpr double lineWidth = 1.5;
-// Farther than this from the edge of what is seen of a band, in points, neither its own corners nor
-// those of the canvas have any part.
+// Beyond this distance in points from the visible edge of a band, neither its corners nor those of
+// the canvas have an effect.
 constexpr double edgeWidth = 6;
 
 PixelCanvas painted(const QRect& area, const Rect& band, QSizeF size, double scale) {

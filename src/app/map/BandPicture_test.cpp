@@ -11,7 +11,7 @@ namespace {
 
 constexpr QSizeF size(300, 200);
 
-// The band in one piece, as it is to look.
+// The expected picture, painted in one piece.
 QImage whole(const Rect& band, double scale) {
   PixelCanvas canvas(
       QRect(0, 0, static_cast<int>(size.width() * scale), static_cast<int>(size.height() * scale)),
@@ -24,7 +24,7 @@ QImage whole(const Rect& band, double scale) {
   return canvas.image();
 }
 
-// The pieces put together; each pixel is to come from one of them alone.
+// The pieces put together; each pixel must come from only one of them.
 QImage composed(const Rect& band, double scale) {
   const BandPicture picture = BandPicture::of(band, size, scale);
   QImage image(
@@ -54,7 +54,7 @@ QImage composed(const Rect& band, double scale) {
   return image;
 }
 
-TEST(BandPicture, is_the_band_in_pieces) {
+TEST(BandPicture, the_pieces_of_a_band_make_the_whole_band) {
   for (const double scale : {1.0, 1.5, 2.0}) {
     for (const Rect& band :
          {Rect{50, 40, 120, 90}, Rect{50.3, 40.7, 120.2, 90.9}, Rect{10, 10, 26, 26},
@@ -66,7 +66,7 @@ TEST(BandPicture, is_the_band_in_pieces) {
   }
 }
 
-TEST(BandPicture, ends_at_the_rounded_edge_of_the_canvas) {
+TEST(BandPicture, the_band_ends_at_the_rounded_edge_of_the_canvas) {
   for (const double scale : {1.0, 2.0}) {
     for (const Rect& band : {Rect{-40, -30, 500, 400}, Rect{-10, 150, 100, 80}, Rect{3, 3, 80, 80},
                              Rect{0, 0, 300, 200}, Rect{280, -5, 40, 15}}) {
@@ -79,27 +79,27 @@ TEST(BandPicture, ends_at_the_rounded_edge_of_the_canvas) {
   EXPECT_EQ(qAlpha(all.pixel(150, 0)), 38);
 }
 
-TEST(BandPicture, is_nothing_beside_the_canvas) {
+TEST(BandPicture, a_band_outside_the_canvas_has_no_pixels) {
   const BandPicture picture = BandPicture::of({-50, 20, 40, 40}, size, 1);
   EXPECT_TRUE(picture.edges.empty());
   EXPECT_TRUE(picture.inside.isEmpty());
 }
 
-TEST(BandPicture, has_the_accent_faint_inside_and_full_on_a_line_of_a_point_and_a_half) {
+TEST(BandPicture, the_band_is_faint_accent_with_an_accent_line_of_a_point_and_a_half) {
   const QImage band = composed({50, 40, 120, 90}, 2);
   const auto alpha = [&](int x) { return qAlpha(band.pixel(x, 170)); };
-  EXPECT_EQ(alpha(98), 128);  // half of this pixel is of the line
+  EXPECT_EQ(alpha(98), 128);  // the line covers half of this pixel
   EXPECT_EQ(alpha(99), 255);
   EXPECT_EQ(alpha(100), 255);
   EXPECT_GT(alpha(101), 128);
   EXPECT_EQ(alpha(102), 38);
   EXPECT_EQ(alpha(97), 0);
   EXPECT_EQ(band.pixel(100, 170), QColor(0x00, 0x7A, 0xFF).rgba());
-  // The corner is cut off as by a radius of 6.
+  // The corner is rounded with a radius of 6.
   EXPECT_EQ(qAlpha(band.pixel(100, 80)), 0);
 }
 
-TEST(BandPicture, paints_little_of_a_large_band) {
+TEST(BandPicture, little_of_a_large_band_is_painted) {
   const BandPicture picture = BandPicture::of({10, 10, 280, 180}, size, 1);
   int painted = 0;
   for (const PixelCanvas& edge : picture.edges) {

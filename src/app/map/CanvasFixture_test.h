@@ -1,4 +1,4 @@
-// A canvas of a few tiles in a window that is drawn in memory.
+// A canvas with a few tiles in an off-screen window.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ class CanvasFixture : public ::testing::Test {
     show(canvasSample());
   }
 
-  // Puts a fresh canvas of `node` into the window and draws it.
+  // Puts a new canvas for `node` into the window and draws it.
   void show(const DiskNode& node) {
     canvas_.reset();
     QQmlComponent component(&engine_);
@@ -61,7 +61,7 @@ class CanvasFixture : public ::testing::Test {
     draw();
   }
 
-  // Renders the next frame with all that has changed.
+  // Renders the next frame with all changes.
   void draw() {
     QEventLoop loop;
     QObject::connect(&window_, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
@@ -134,7 +134,7 @@ class CanvasFixture : public ::testing::Test {
   std::unique_ptr<TreemapSurface> canvas_;
   std::vector<std::string> opened_;
   std::vector<std::string> askedAbout_;
-  Qt::KeyboardModifiers modifiers_ = Qt::NoModifier;  // held at every event of the pointer
+  Qt::KeyboardModifiers modifiers_ = Qt::NoModifier;  // pressed during every event of the pointer
 };
 
 }  // namespace tessaly

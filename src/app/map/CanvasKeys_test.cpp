@@ -1,4 +1,4 @@
-// The canvas as it is walked over by keyboard.
+// The canvas operated by the keyboard.
 #include <QKeyEvent>
 
 #include "app/map/CanvasFixture_test.h"
@@ -18,7 +18,7 @@ class CanvasKeysTest : public CanvasFixture {
       if (type == QEvent::KeyPress) wasTaken_ = isTaken_;
     }
   }
-  // As often as a key that is held down repeats itself.
+  // Presses a key, with the repetitions of a held key.
   void hold(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     for (const bool isRepeat : {false, true, true}) {
       QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), isRepeat);
@@ -27,21 +27,21 @@ class CanvasKeysTest : public CanvasFixture {
     }
   }
   void comeByTab() { canvas_->forceActiveFocus(Qt::TabFocusReason); }
-  // The middle of what can be seen of the tile itself.
+  // The middle of the visible part of the tile itself.
   QPointF middleOf(std::string_view path) const {
     const Rect face =
         TileNeighbour::faceOf(canvas_->tiles()[canvas_->tiles().find(path).value()].rect);
     return {face.x + face.width / 2, face.y + face.height / 2};
   }
   double tooltipHeight() const { return item("mapTooltip")->height(); }
-  // The tile that looks as if the pointer were on it.
+  // The path of the highlighted tile.
   std::string highlighted() const { return canvas_->hoverPath().value_or(""); }
 
   bool isTaken_ = false;
   bool wasTaken_ = false;
 };
 
-TEST_F(CanvasKeysTest, come_to_the_first_tile) {
+TEST_F(CanvasKeysTest, focus_starts_on_the_first_tile) {
   EXPECT_TRUE(canvas_->activeFocusOnTab());
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/docs");
@@ -50,12 +50,12 @@ TEST_F(CanvasKeysTest, come_to_the_first_tile) {
   EXPECT_EQ(textOf("tooltipName"), "docs");
 }
 
-TEST_F(CanvasKeysTest, come_to_a_tile_from_behind_as_well) {
+TEST_F(CanvasKeysTest, focus_starts_on_a_tile_by_shift_tab_as_well) {
   canvas_->forceActiveFocus(Qt::BacktabFocusReason);
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, show_the_tooltip_beside_the_middle_of_what_is_seen_of_the_tile) {
+TEST_F(CanvasKeysTest, the_tooltip_is_beside_the_middle_of_the_visible_part_of_the_tile) {
   comeByTab();
   EXPECT_TRUE(item("mapTooltip")->isVisible());
   EXPECT_EQ(item("mapTooltip")->position(),
@@ -65,25 +65,25 @@ TEST_F(CanvasKeysTest, show_the_tooltip_beside_the_middle_of_what_is_seen_of_the
             TooltipPlacement::topLeft(middleOf("/r/docs/a.pdf"), canvas_->size(), tooltipHeight()));
 }
 
-TEST_F(CanvasKeysTest, come_to_no_tile_whose_name_only_begins_like_the_path) {
+TEST_F(CanvasKeysTest, focus_does_not_match_a_tile_whose_path_is_only_a_prefix) {
   session_.selection().setFocused(fileNode("/r/film.mp4.part", 3));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, come_to_what_has_the_focus) {
+TEST_F(CanvasKeysTest, focus_starts_on_the_focused_item) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/film.mp4");
 }
 
-TEST_F(CanvasKeysTest, come_to_the_tile_around_what_has_the_focus) {
+TEST_F(CanvasKeysTest, focus_starts_on_the_tile_around_the_focused_item) {
   session_.selection().setFocused(fileNode("/r/docs/old/letter", 3));
   comeByTab();
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, go_from_tile_to_tile) {
+TEST_F(CanvasKeysTest, arrows_move_from_tile_to_tile) {
   comeByTab();
   key(Qt::Key_Down);
   EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
@@ -96,13 +96,13 @@ TEST_F(CanvasKeysTest, go_from_tile_to_tile) {
   EXPECT_NE(highlighted(), "/r/film.mp4");
 }
 
-TEST_F(CanvasKeysTest, go_by_the_arrows_of_the_keypad_too) {
+TEST_F(CanvasKeysTest, arrows_of_the_keypad_move_too) {
   comeByTab();
   key(Qt::Key_Down, Qt::KeypadModifier);
   EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
 }
 
-TEST_F(CanvasKeysTest, show_with_the_first_arrow_only_where_they_are) {
+TEST_F(CanvasKeysTest, the_first_arrow_only_shows_the_focused_tile) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   ASSERT_EQ(highlighted(), "");
@@ -112,7 +112,7 @@ TEST_F(CanvasKeysTest, show_with_the_first_arrow_only_where_they_are) {
   EXPECT_NE(highlighted(), "/r/film.mp4");
 }
 
-TEST_F(CanvasKeysTest, act_on_what_is_there_and_not_on_what_is_still_drawn) {
+TEST_F(CanvasKeysTest, keys_act_on_the_current_tiles_and_not_on_the_drawn_ones) {
   comeByTab();
   canvas_->setNode(NodeHandle(
       folderNode("/s", 100, {folderNode("/s/new", 100, {fileNode("/s/new/one", 100)})})));
@@ -123,7 +123,7 @@ TEST_F(CanvasKeysTest, act_on_what_is_there_and_not_on_what_is_still_drawn) {
   EXPECT_EQ(opened_, std::vector<std::string>{"/s/new"});
 }
 
-TEST_F(CanvasKeysTest, act_at_once_on_what_has_the_focus) {
+TEST_F(CanvasKeysTest, keys_act_at_once_on_the_focused_item) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   ASSERT_EQ(highlighted(), "");
@@ -131,27 +131,27 @@ TEST_F(CanvasKeysTest, act_at_once_on_what_has_the_focus) {
   EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
 }
 
-TEST_F(CanvasKeysTest, stay_at_the_border) {
+TEST_F(CanvasKeysTest, arrows_stop_at_the_border) {
   comeByTab();
   key(Qt::Key_Up);
   EXPECT_TRUE(wasTaken_);
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, leave_arrows_with_a_key_held_to_others) {
+TEST_F(CanvasKeysTest, arrows_with_modifiers_are_not_taken) {
   comeByTab();
   key(Qt::Key_Down, Qt::ControlModifier);
   EXPECT_FALSE(wasTaken_);
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, open_a_folder_with_return) {
+TEST_F(CanvasKeysTest, return_opens_a_folder) {
   comeByTab();
   key(Qt::Key_Return);
   EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
 }
 
-TEST_F(CanvasKeysTest, show_a_file_in_the_file_viewer_with_return) {
+TEST_F(CanvasKeysTest, return_reveals_a_file_in_the_file_viewer) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   key(Qt::Key_Enter, Qt::KeypadModifier);
@@ -159,7 +159,7 @@ TEST_F(CanvasKeysTest, show_a_file_in_the_file_viewer_with_return) {
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(CanvasKeysTest, select_with_shift_and_queue_with_command) {
+TEST_F(CanvasKeysTest, shift_return_selects_and_command_return_queues) {
   comeByTab();
   key(Qt::Key_Return, Qt::ShiftModifier);
   EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/docs"});
@@ -169,7 +169,7 @@ TEST_F(CanvasKeysTest, select_with_shift_and_queue_with_command) {
   EXPECT_EQ(session_.cleanupQueue().queue()[0].path(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, act_once_however_long_return_is_held) {
+TEST_F(CanvasKeysTest, held_return_acts_once) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   hold(Qt::Key_Return);
@@ -181,7 +181,7 @@ TEST_F(CanvasKeysTest, act_once_however_long_return_is_held) {
   EXPECT_TRUE(session_.selection().selected().empty());
 }
 
-TEST_F(CanvasKeysTest, go_on_while_an_arrow_is_held) {
+TEST_F(CanvasKeysTest, a_held_arrow_moves_on) {
   comeByTab();
   hold(Qt::Key_Right);
   const std::string there = highlighted();
@@ -190,7 +190,7 @@ TEST_F(CanvasKeysTest, go_on_while_an_arrow_is_held) {
   EXPECT_NE(there, "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, do_nothing_while_a_band_is_drawn) {
+TEST_F(CanvasKeysTest, keys_do_nothing_while_a_band_is_drawn) {
   comeByTab();
   press(on("/r/film.mp4"));
   dragTo(on("/r/docs/a.pdf"));
@@ -210,7 +210,7 @@ TEST_F(CanvasKeysTest, do_nothing_while_a_band_is_drawn) {
   EXPECT_FALSE(session_.selection().selected().empty());
 }
 
-TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
+TEST_F(CanvasKeysTest, the_menu_key_requests_the_menu_of_the_tile) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   std::vector<std::string> asked;
@@ -227,7 +227,7 @@ TEST_F(CanvasKeysTest, ask_for_the_menu_of_the_tile) {
   EXPECT_EQ(asked, std::vector<std::string>{"/r/film.mp4"});
 }
 
-TEST_F(CanvasKeysTest, ask_for_the_menu_in_the_header_of_a_folder) {
+TEST_F(CanvasKeysTest, the_menu_of_a_folder_is_requested_in_its_header) {
   comeByTab();
   std::optional<QPointF> asked;
   QObject::connect(canvas_.get(), &TreemapSurface::tileMenuAsked,
@@ -236,7 +236,7 @@ TEST_F(CanvasKeysTest, ask_for_the_menu_in_the_header_of_a_folder) {
   EXPECT_EQ(asked, middleOf("/r/docs"));
 }
 
-TEST_F(CanvasKeysTest, open_the_menu_and_come_back_from_it) {
+TEST_F(CanvasKeysTest, the_menu_opens_and_returns_the_keyboard_focus) {
   comeByTab();
   key(Qt::Key_Menu);
   EXPECT_FALSE(canvas_->hasActiveFocus());
@@ -245,13 +245,13 @@ TEST_F(CanvasKeysTest, open_the_menu_and_come_back_from_it) {
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, go_back_with_escape_where_there_is_a_way_back) {
+TEST_F(CanvasKeysTest, escape_goes_back_if_possible) {
   comeByTab();
   key(Qt::Key_Escape);
   EXPECT_FALSE(wasTaken_);
 }
 
-TEST_F(CanvasKeysTest, go_on_from_the_tile_under_the_pointer) {
+TEST_F(CanvasKeysTest, arrows_start_at_the_tile_under_the_pointer) {
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   EXPECT_EQ(highlighted(), "");
   moveTo(on("/r/docs/a.pdf"));
@@ -259,7 +259,7 @@ TEST_F(CanvasKeysTest, go_on_from_the_tile_under_the_pointer) {
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, give_way_to_the_pointer_when_it_moves) {
+TEST_F(CanvasKeysTest, the_pointer_takes_over_when_it_moves) {
   comeByTab();
   moveTo(on("/r/film.mp4"));
   EXPECT_EQ(highlighted(), "/r/film.mp4");
@@ -267,7 +267,7 @@ TEST_F(CanvasKeysTest, give_way_to_the_pointer_when_it_moves) {
   EXPECT_EQ(canvas_->keyboardTile(), -1);
 }
 
-TEST_F(CanvasKeysTest, are_not_moved_by_a_pointer_that_stands_still) {
+TEST_F(CanvasKeysTest, a_pointer_that_rests_does_not_move_the_focus) {
   moveTo(on("/r/film.mp4"));
   comeByTab();
   key(Qt::Key_Left);
@@ -277,7 +277,7 @@ TEST_F(CanvasKeysTest, are_not_moved_by_a_pointer_that_stands_still) {
   EXPECT_EQ(highlighted(), there);
 }
 
-TEST_F(CanvasKeysTest, highlight_nothing_once_they_are_elsewhere) {
+TEST_F(CanvasKeysTest, nothing_is_highlighted_without_the_keyboard_focus) {
   QQuickItem other(window_.contentItem());
   comeByTab();
   other.forceActiveFocus(Qt::TabFocusReason);
@@ -285,7 +285,7 @@ TEST_F(CanvasKeysTest, highlight_nothing_once_they_are_elsewhere) {
   EXPECT_FALSE(canvas_->hasKeyboard());
 }
 
-TEST_F(CanvasKeysTest, come_back_from_a_menu_to_where_they_were) {
+TEST_F(CanvasKeysTest, the_focused_tile_is_kept_during_a_menu) {
   QQuickItem menu(window_.contentItem());
   comeByTab();
   menu.forceActiveFocus(Qt::PopupFocusReason);
@@ -293,7 +293,7 @@ TEST_F(CanvasKeysTest, come_back_from_a_menu_to_where_they_were) {
   EXPECT_EQ(highlighted(), "/r/docs");
 }
 
-TEST_F(CanvasKeysTest, come_back_from_the_menu_of_the_window_to_where_they_were) {
+TEST_F(CanvasKeysTest, the_focused_tile_is_kept_during_the_menu_of_the_window) {
   QQuickItem menu(window_.contentItem());
   comeByTab();
   key(Qt::Key_Down);
@@ -301,7 +301,7 @@ TEST_F(CanvasKeysTest, come_back_from_the_menu_of_the_window_to_where_they_were)
   EXPECT_EQ(highlighted(), "/r/docs/a.pdf");
 }
 
-TEST_F(CanvasKeysTest, come_back_from_another_program_to_where_they_were) {
+TEST_F(CanvasKeysTest, the_focused_tile_is_kept_while_another_program_is_active) {
   comeByTab();
   key(Qt::Key_Down);
   for (const auto type : {QEvent::FocusOut, QEvent::FocusIn}) {
@@ -312,7 +312,7 @@ TEST_F(CanvasKeysTest, come_back_from_another_program_to_where_they_were) {
   }
 }
 
-TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
+TEST_F(CanvasKeysTest, the_focus_stays_on_its_tile_when_the_map_is_rebuilt) {
   comeByTab();
   key(Qt::Key_Down);
   session_.shown().setHeatmap(true);
@@ -321,7 +321,7 @@ TEST_F(CanvasKeysTest, stay_on_their_tile_when_the_map_is_made_anew) {
   EXPECT_EQ(textOf("tooltipName"), "a.pdf");
 }
 
-TEST_F(CanvasKeysTest, change_no_focus_when_the_map_is_made_anew) {
+TEST_F(CanvasKeysTest, rebuilding_the_map_does_not_change_the_focused_item) {
   comeByTab();
   key(Qt::Key_Down);
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
@@ -331,7 +331,7 @@ TEST_F(CanvasKeysTest, change_no_focus_when_the_map_is_made_anew) {
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
-TEST_F(CanvasKeysTest, are_on_no_tile_when_theirs_has_gone_until_a_key_is_pressed) {
+TEST_F(CanvasKeysTest, no_tile_is_focused_after_it_is_gone_until_a_key_is_pressed) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   ASSERT_EQ(highlighted(), "/r/film.mp4");
@@ -347,7 +347,7 @@ TEST_F(CanvasKeysTest, are_on_no_tile_when_theirs_has_gone_until_a_key_is_presse
   EXPECT_EQ(focusedPath(), "/r/left");
 }
 
-TEST_F(CanvasKeysTest, are_back_on_their_tile_when_it_is_back) {
+TEST_F(CanvasKeysTest, a_tile_that_reappears_is_focused_again) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   comeByTab();
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
@@ -359,7 +359,7 @@ TEST_F(CanvasKeysTest, are_back_on_their_tile_when_it_is_back) {
             TooltipPlacement::topLeft(middleOf("/r/film.mp4"), canvas_->size(), tooltipHeight()));
 }
 
-TEST_F(CanvasKeysTest, leave_the_focus_where_it_is_when_they_go_elsewhere) {
+TEST_F(CanvasKeysTest, the_focused_item_stays_when_the_canvas_loses_the_keyboard_focus) {
   QQuickItem other(window_.contentItem());
   moveTo(on("/r/film.mp4"));
   comeByTab();
@@ -372,7 +372,7 @@ TEST_F(CanvasKeysTest, leave_the_focus_where_it_is_when_they_go_elsewhere) {
   EXPECT_EQ(highlighted(), "");
 }
 
-TEST_F(CanvasKeysTest, go_on_from_another_canvas_on_what_has_the_focus_alone) {
+TEST_F(CanvasKeysTest, a_new_canvas_starts_only_at_the_focused_item) {
   session_.selection().setFocused(fileNode("/r/film.mp4", 300));
   canvas_->takeKeyboard();
   draw();
@@ -388,7 +388,7 @@ TEST_F(CanvasKeysTest, go_on_from_another_canvas_on_what_has_the_focus_alone) {
   EXPECT_EQ(focusedPath(), "/r");
 }
 
-TEST_F(CanvasKeysTest, do_nothing_on_an_empty_map) {
+TEST_F(CanvasKeysTest, keys_do_nothing_on_an_empty_map) {
   canvas_->setNode(NodeHandle(folderNode("/r", 0)));
   draw();
   comeByTab();

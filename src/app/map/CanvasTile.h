@@ -1,4 +1,4 @@
-// A tile of the treemap with all that its picture depends on but the pointer.
+// A tile of the treemap with everything that affects its picture, except the pointer.
 #pragma once
 
 #include "look/Color.h"
@@ -11,7 +11,7 @@ struct CanvasTile {
   Color tint;
   bool selected = false;
 
-  // Radius of its corners, in points.
+  // Radius of the corners, in points.
   double radius() const { return rect.depth == 0 ? 8 : 5; }
 };
 

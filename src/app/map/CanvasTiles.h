@@ -1,5 +1,5 @@
-// The tiles of one folder in the order in which they are painted. Plain values, rebuilt whole
-// whenever something they depend on changes.
+// The tiles of one folder in painting order. A plain value, rebuilt completely when anything
+// changes.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@ namespace tessaly {
 
 class CanvasTiles {
  public:
-  // What colours and marks the tiles. Borrowed for the time of the call.
+  // What colours and marks the tiles. Used during the call only.
   struct State {
     const std::vector<BloatFilter>& filters;
     const std::set<std::string>& grewPaths;
@@ -31,8 +31,8 @@ class CanvasTiles {
 
   CanvasTiles() = default;
 
-  // The layout of the children of `node` on a canvas of `size` points: folders before what is in
-  // them, siblings in the layout's order.
+  // The layout of the children of `node` on a canvas of `size` points: folders before their
+  // contents, siblings in the order of the layout.
   CanvasTiles(const DiskNode& node, QSizeF size, const State& state);
 
   const std::vector<CanvasTile>& all() const { return tiles_; }
@@ -41,10 +41,10 @@ class CanvasTiles {
   // The topmost tile at `point`.
   std::optional<std::size_t> at(QPointF point) const;
 
-  // The nodes that a rubber band over the tiles selects, in the order of the tiles.
+  // The nodes selected by a rubber band, in the order of the tiles.
   std::vector<DiskNode> within(const Rect& band) const;
 
-  // The tile of the item at `path`; only where there is none, that of the remainder of this path.
+  // The tile of the item at `path`; if there is none, that of a remainder with this path.
   std::optional<std::size_t> find(std::string_view path) const;
 
  private:

@@ -28,12 +28,12 @@ std::vector<std::string> pathsOf(const CanvasTiles& tiles) {
   return paths;
 }
 
-TEST(CanvasTiles, stand_folders_first_and_siblings_in_their_order) {
+TEST(CanvasTiles, folders_come_before_their_contents_and_siblings_keep_their_order) {
   EXPECT_EQ(pathsOf(tilesOf(twoFolders())),
             (std::vector<std::string>{"/r/a", "/r/b", "/r/a/1", "/r/a/2", "/r/b/3"}));
 }
 
-TEST(CanvasTiles, are_hit_where_they_are_topmost) {
+TEST(CanvasTiles, the_topmost_tile_is_hit) {
   const CanvasTiles tiles = tilesOf(twoFolders());
   const TreemapRect& folder = tiles[0].rect;
   const TreemapRect& inside = tiles[2].rect;
@@ -41,7 +41,7 @@ TEST(CanvasTiles, are_hit_where_they_are_topmost) {
   EXPECT_EQ(tiles.at({folder.x + 5, folder.y + 5}), 0U);
 }
 
-TEST(CanvasTiles, are_not_hit_between_tiles_nor_outside) {
+TEST(CanvasTiles, nothing_is_hit_between_and_outside_tiles) {
   const CanvasTiles tiles = tilesOf(twoFolders());
   const TreemapRect& first = tiles[0].rect;
   EXPECT_EQ(tiles.at({1, 1}), std::nullopt);
@@ -49,13 +49,13 @@ TEST(CanvasTiles, are_not_hit_between_tiles_nor_outside) {
   EXPECT_EQ(CanvasTiles().at({1, 1}), std::nullopt);
 }
 
-TEST(CanvasTiles, are_found_by_path) {
+TEST(CanvasTiles, tiles_are_found_by_path) {
   const CanvasTiles tiles = tilesOf(twoFolders());
   EXPECT_EQ(tiles.find("/r/a/2"), 3U);
   EXPECT_EQ(tiles.find("/r/a/"), std::nullopt);
 }
 
-TEST(CanvasTiles, of_an_item_come_before_that_of_a_remainder_of_the_same_path) {
+TEST(CanvasTiles, the_tile_of_an_item_precedes_that_of_a_remainder_with_its_path) {
   const DiskNode remainder = remainderNode("/r", "+ 6 more", 10);
   const CanvasTiles both =
       tilesOf(folderNode("/r", 90, {fileNode("/r/__rest__", 80), remainder}), {"/r/__rest__"});
@@ -66,7 +66,7 @@ TEST(CanvasTiles, of_an_item_come_before_that_of_a_remainder_of_the_same_path) {
   EXPECT_EQ(alone.find("/r/__rest__"), 1U);
 }
 
-TEST(CanvasTiles, know_whether_they_are_selected) {
+TEST(CanvasTiles, selected_tiles_are_marked) {
   const CanvasTiles tiles = tilesOf(twoFolders(), {"/r/b", "/r/a/1"});
   EXPECT_FALSE(tiles[0].selected);
   EXPECT_TRUE(tiles[1].selected);
@@ -74,7 +74,7 @@ TEST(CanvasTiles, know_whether_they_are_selected) {
   EXPECT_FALSE(tiles[3].selected);
 }
 
-TEST(CanvasTiles, have_the_tint_of_filters_growth_and_heat_map) {
+TEST(CanvasTiles, tiles_have_the_tint_of_filters_growth_and_heat_map) {
   const DiskNode node = twoFolders();
   std::vector<BloatFilter> filters = {BloatFilter::catalog().front()};
   const std::set<std::string> grown = {"/r/a"};
@@ -87,7 +87,7 @@ TEST(CanvasTiles, have_the_tint_of_filters_growth_and_heat_map) {
   EXPECT_EQ(tint(false), NodeTint::base(node.children()[0]).atOpacity(0.28));
 }
 
-TEST(CanvasTiles, round_the_corners_of_the_top_level_more) {
+TEST(CanvasTiles, tiles_of_the_top_level_have_larger_corners) {
   const CanvasTiles tiles = tilesOf(twoFolders());
   EXPECT_EQ(tiles[0].radius(), 8);
   EXPECT_EQ(tiles[2].radius(), 5);

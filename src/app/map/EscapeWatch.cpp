@@ -13,7 +13,7 @@ void EscapeWatch::listenIn(QWindow* window) {
 
 bool EscapeWatch::eventFilter(QObject* watched, QEvent* event) {
   const bool isPress = event->type() == QEvent::KeyPress;
-  // A shortcut would take the key away before it comes as a press.
+  // Without accepting the override, a shortcut would take the key before it arrives as a press.
   if (!isPress && event->type() != QEvent::ShortcutOverride) {
     return QObject::eventFilter(watched, event);
   }

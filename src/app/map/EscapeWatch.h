@@ -1,5 +1,5 @@
-// Hears Escape in a window before anything else there does, whatever has the keyboard, for as long
-// as it is asked to. Main thread only.
+// Receives Escape in a window before all items, whichever has the keyboard focus, while it is
+// wanted. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -14,7 +14,7 @@ class EscapeWatch : public QObject {
  public:
   using QObject::QObject;
 
-  // Listens in `window` alone from now on; nowhere for null.
+  // Listens in `window` only from now on; null stops listening.
   void listenIn(QWindow* window);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

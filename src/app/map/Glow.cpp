@@ -9,10 +9,10 @@
 namespace tessaly {
 namespace {
 
-// In deviations of the Gaussian: further out a glow is below what a pixel can show.
+// In standard deviations of the Gaussian: beyond this, a glow is too faint for a pixel.
 constexpr double range = 2.5;
 
-// Strengths of `count` pixels from `first` on, along one axis of the blurred rectangle.
+// The strengths of `count` pixels from `first` on, along one axis of the blurred rectangle.
 std::vector<std::uint8_t> strengths(int first, int count, double low, double high,
                                     double deviation) {
   std::vector<std::uint8_t> values;
@@ -60,7 +60,7 @@ void Glow::paint(PixelCanvas& canvas) const {
         pixels[x] = Pixel::over(colors_[column * strength / 255], pixels[x]);
       }
     };
-    // Where the strength does not change, a row is one span.
+    // Where the strength is constant, a row is one span.
     const int from = std::clamp(fullFrom_, left, right);
     const int to = std::clamp(fullTo_, from, right);
     blend(left, from);

@@ -1,4 +1,4 @@
-// The soft shadow that lies centred under a tile, as if the tile were opaque.
+// The soft shadow centred under a tile, as if the tile were opaque.
 #pragma once
 
 #include <array>
@@ -14,18 +14,17 @@
 namespace tessaly {
 
 // A rectangle in one colour, blurred by a Gaussian with the glow's radius as standard deviation.
-// Rounding the corners of a tile before the blur would change no pixel by more than one part in
-// fifty, so the blur is that of the plain rectangle, which is a product of one factor a column and
-// one a row.
+// Rounding the corners before the blur would change no pixel by more than 2 %, so a plain rectangle
+// is blurred, which is a product of one factor per column and one per row.
 class Glow {
  public:
-  // The glow of `rect` (points) for canvases of this scale.
+  // The glow of `rect` (points) for a canvas of this scale.
   Glow(const Rect& rect, const Color& color, double radius, double scale);
 
-  // How far from the tile a glow of this radius is still seen, in points.
+  // How far from the tile a glow of this radius is visible, in points.
   static double reach(double radius);
 
-  // Lays the glow over the canvas, inside its clip.
+  // Draws the glow on the canvas, inside its clip.
   void paint(PixelCanvas& canvas) const;
 
  private:
@@ -33,7 +32,7 @@ class Glow {
   std::vector<std::uint8_t> columns_;  // strength of each
   std::vector<std::uint8_t> rows_;
   std::array<std::uint32_t, 256> colors_{};  // by strength
-  int fullFrom_ = 0;  // the columns of full strength, in pixels of the canvas
+  int fullFrom_ = 0;  // the columns with full strength, in pixels of the canvas
   int fullTo_ = 0;
 };
 

@@ -3,7 +3,7 @@
 namespace tessaly {
 namespace {
 
-// What fits of the name; empty where that is no character of it.
+// The part of the name that fits; empty if not even one character does.
 QString cut(const QString& name, const QFontMetricsF& metrics, double room) {
   if (room <= 0) return {};
   const QString fitting = metrics.elidedText(name, Qt::ElideRight, room);

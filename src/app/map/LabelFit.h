@@ -1,5 +1,5 @@
-// What of a label there is room for in front of what stands at the right end of a tile: the symbol
-// and the name. Pure.
+// The part of a label that fits in front of the text at the right end of a tile: symbol and name.
+// Pure.
 #pragma once
 
 #include <QFontMetricsF>
@@ -9,11 +9,11 @@ namespace tessaly {
 
 struct LabelFit {
   bool showsSymbol = true;
-  QString name;  // empty where not one character of it has room
+  QString name;  // empty if not even one character fits
 
-  // A name wider than `room` points, which the symbol and its gap of `symbolRoom` leave over, is
-  // cut to what fits, with an ellipsis. Before it were cut to its ellipsis alone the symbol goes,
-  // and if that gives it too little room, the name does.
+  // Cuts a name to `room` points, the space beside the symbol with its gap of `symbolRoom`, and
+  // adds an ellipsis. If only the ellipsis would fit, the symbol is left out; if that is still too
+  // little, the name is.
   static LabelFit of(const QString& name, const QFontMetricsF& metrics, double room,
                      double symbolRoom);
 

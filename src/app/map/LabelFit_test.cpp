@@ -25,30 +25,30 @@ class LabelFitTest : public testing::Test {
   QFont font_{Fonts::family(Fonts::Voice::ui)};
 };
 
-TEST_F(LabelFitTest, shows_a_name_that_fits_whole_beside_its_symbol) {
+TEST_F(LabelFitTest, a_name_that_fits_is_complete_beside_its_symbol) {
   EXPECT_EQ(fit("abc", widthOf("abc") + 1), (LabelFit{true, "abc"}));
   EXPECT_EQ(fit("", 0), (LabelFit{true, ""}));
 }
 
-TEST_F(LabelFitTest, cuts_a_name_that_does_not_fit) {
+TEST_F(LabelFitTest, a_name_that_does_not_fit_is_cut) {
   const LabelFit cut = fit("abcdefgh", widthOf("abc…") + 1);
   EXPECT_TRUE(cut.showsSymbol);
   EXPECT_EQ(cut.name, "abc…");
 }
 
-TEST_F(LabelFitTest, gives_the_room_of_the_symbol_to_a_name_that_would_be_an_ellipsis_alone) {
+TEST_F(LabelFitTest, the_symbol_is_left_out_before_a_name_becomes_an_ellipsis) {
   const LabelFit cut = fit("a.raw", widthOf(ellipsis) + 1);
   EXPECT_FALSE(cut.showsSymbol);
   EXPECT_GT(cut.name.size(), 1);
   EXPECT_TRUE(cut.name.startsWith('a'));
 }
 
-TEST_F(LabelFitTest, leaves_a_name_out_of_which_nothing_fits) {
+TEST_F(LabelFitTest, a_name_of_which_nothing_fits_is_left_out) {
   EXPECT_EQ(fit("a.raw", -20), (LabelFit{true, ""}));
   EXPECT_EQ(fit("﷽﷽﷽", 5), (LabelFit{true, ""}));
 }
 
-TEST_F(LabelFitTest, is_never_an_ellipsis_alone) {
+TEST_F(LabelFitTest, a_label_is_never_an_ellipsis_alone) {
   for (const QString name : {"a.raw", "WWWW…", "文档和照片…", "i…", "🧑‍💻🧑‍💻…"}) {
     for (double room = -20; room < 120; room += 0.25) {
       const LabelFit cut = fit(name, room);
@@ -58,7 +58,7 @@ TEST_F(LabelFitTest, is_never_an_ellipsis_alone) {
   }
 }
 
-TEST_F(LabelFitTest, takes_a_name_that_is_an_ellipsis_for_a_name) {
+TEST_F(LabelFitTest, a_name_that_is_an_ellipsis_counts_as_a_name) {
   EXPECT_EQ(fit(ellipsis, 40), (LabelFit{true, ellipsis}));
 }
 

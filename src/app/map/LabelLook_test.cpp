@@ -1,5 +1,5 @@
-// The fonts, weights and opacities of the labels of tiles, compared with pictures that are drawn
-// here with the figures of their design.
+// Fonts, weights and opacities of tile labels, compared with pictures drawn here with the values of
+// the design.
 #include <cmath>
 #include <gtest/gtest.h>
 #include <optional>
@@ -45,7 +45,7 @@ QImage clear(QSize size) {
   return picture;
 }
 
-// The text in white and without a shadow.
+// The text in white, without a shadow.
 QImage drawn(const QString& text, const QFont& in, double opacity, double scale) {
   const QFontMetricsF metrics(in);
   QImage picture = clear({static_cast<int>(std::ceil(metrics.horizontalAdvance(text) * scale)),
@@ -67,7 +67,7 @@ QImage faded(const QImage& from, double opacity) {
   return picture;
 }
 
-// White as it is on the screen over black: what lies under it has no part in it.
+// White as over a black background, independent of what is below.
 int whiteAt(const QImage& picture, int x, int y) {
   return qRed(reinterpret_cast<const QRgb*>(picture.constScanLine(y))[x]);
 }
@@ -90,7 +90,7 @@ bool showsAt(const QImage& picture, const QImage& part, QPoint at) {
   return true;
 }
 
-// Where `part` stands in `picture` as it is, pixel by pixel.
+// Where `picture` contains `part` with exactly the same pixels.
 std::optional<QPoint> placeOf(const QImage& picture, const QImage& part) {
   for (int y = 0; y + part.height() <= picture.height(); ++y) {
     for (int x = 0; x + part.width() <= picture.width(); ++x) {
@@ -118,23 +118,23 @@ class LabelLook : public ::testing::TestWithParam<double> {
   }
 };
 
-TEST_P(LabelLook, has_the_name_in_semibold_of_11) {
+TEST_P(LabelLook, the_name_is_semibold_11) {
   expectName(named("notes.txt", 150, 60), 11, 5);
   expectName(named("notes.txt", 180, 100), 11, 5);
   expectName(named("notes.txt", 190, 80), 11, 5);
 }
 
-TEST_P(LabelLook, has_the_name_in_semibold_of_12_on_a_large_tile) {
+TEST_P(LabelLook, the_name_on_a_large_tile_is_semibold_12) {
   expectName(named("notes.txt", 181, 81), 12, 5);
 }
 
-TEST_P(LabelLook, has_the_name_in_semibold_of_11_and_a_point_higher_in_a_header_band) {
+TEST_P(LabelLook, the_name_in_a_header_band_is_semibold_11_and_a_point_higher) {
   TreemapRect rect = named("notes.txt", 300, 150);
   rect.nested = true;
   expectName(rect, 11, 4);
 }
 
-TEST_P(LabelLook, has_the_size_in_bold_fixed_letters_of_10_at_the_right_end) {
+TEST_P(LabelLook, the_size_is_bold_monospaced_10_at_the_right_end) {
   const double scale = GetParam();
   const TreemapRect rect = named("a", 150, 60);
   const QFont bold = font(Fonts::Voice::mono, 10, QFont::Bold);
@@ -145,11 +145,11 @@ TEST_P(LabelLook, has_the_size_in_bold_fixed_letters_of_10_at_the_right_end) {
   EXPECT_EQ(place->x(), pixels(rect.x + rect.width - 6 - width, scale));
 }
 
-TEST_P(LabelLook, has_its_icon_of_9_at_the_left_end) {
+TEST_P(LabelLook, the_icon_is_9_at_the_left_end) {
   const double scale = GetParam();
   const TreemapRect rect = named("a", 150, 60);
   const QImage symbol = SymbolPainter::image(QStringLiteral("doc"), 9, Qt::white, scale);
-  // The shadow of the name falls on its right half.
+  // The shadow of the name covers its right half.
   const QImage left = faded(symbol, 0.85).copy(0, 0, symbol.width() / 2, symbol.height());
   const auto place = placeOf(labelled(rect, scale), left);
   ASSERT_TRUE(place.has_value());
@@ -158,9 +158,8 @@ TEST_P(LabelLook, has_its_icon_of_9_at_the_left_end) {
 
 INSTANTIATE_TEST_SUITE_P(Scales, LabelLook, testing::Values(1.0, 2.0));
 
-// Strokes of so many pixels cover some of them whole.
-TEST(LabelLookInDetail,
-     is_white_of_85_hundredths_in_the_icon_and_90_in_the_size_and_all_in_the_name) {
+// Strokes of several pixels cover some pixels completely.
+TEST(LabelLookInDetail, opacities_are_85_percent_for_icon_90_for_size_and_100_for_name) {
   constexpr int scale = 4;
   TreemapRect rect = tileRect(folderNode("/notes", 5 << 20), 160, 60);
   rect.x = rect.y = 20;
@@ -174,13 +173,13 @@ TEST(LabelLookInDetail,
   EXPECT_EQ(mostWhite(label, columns(44, 80)), 255);
 }
 
-// The part of a shadow with a deviation of 2 that falls on the middle of a pixel, so many pixels
-// beyond the straight edge of what casts it.
+// The strength of a shadow with a deviation of 2 in the middle of a pixel at this distance from a
+// straight edge.
 double shadeBeyond(double pixels) {
   return 0.5 * std::erfc((pixels + 0.5) / 2 / std::sqrt(2.0));
 }
 
-TEST(LabelLookInDetail, has_a_black_shadow_of_7_tenths_and_radius_2_moved_down_by_1) {
+TEST(LabelLookInDetail, the_shadow_is_70_percent_black_with_radius_2_one_point_lower) {
   QImage picture = clear({80, 80});
   for (int y = 20; y < 60; ++y) {
     for (int x = 20; x < 60; ++x) picture.setPixel(x, y, 0xFFFFFFFF);

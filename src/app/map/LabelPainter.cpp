@@ -103,7 +103,8 @@ LabelPainter::Picture LabelPainter::fitting(Style style, const QString& name, do
     const Picture& whole = picture(style, name);
     if (whole.width <= room) return whole;
   }
-  // Room is counted in quarters of a point, so that a folder seen again finds its pictures.
+  // Space is counted in quarters of a point, so that pictures are reused when a folder is shown
+  // again.
   const int quarters = static_cast<int>(std::floor(room * 4));
   const QString key =
       QStringLiteral("%1/%2/%3").arg(static_cast<int>(style)).arg(quarters).arg(name);

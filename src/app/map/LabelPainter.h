@@ -1,6 +1,6 @@
 // Paints the labels of tiles: white text and icons with a soft shadow. Laying out and blurring a
-// text costs more than painting a tile, so each is made once and kept as a picture while it is in
-// use. Main thread only.
+// text costs more than painting a tile, so each picture is cached while it is in use. Main thread
+// only.
 #pragma once
 
 #include <QFont>
@@ -18,12 +18,10 @@ class LabelPainter {
  public:
   LabelPainter();
 
-  // The label of the tile, if it has one, over what the canvas shows. Never reaches beyond the
-  // tile.
+  // Paints the label of the tile, if it has one, over the canvas. Never exceeds the tile.
   void paint(PixelCanvas& canvas, const TreemapRect& rect);
 
-  // To be called after all tiles have been painted: lets go of pictures that were not in use, once
-  // there are many.
+  // Call it after painting all tiles: if there are many pictures, drops those that were not used.
   void endPass();
 
  private:
@@ -32,9 +30,9 @@ class LabelPainter {
   // A text or an icon with its shadow.
   struct Picture {
     QImage image;
-    double width = 0;  // what it takes in a row, in points
+    double width = 0;  // advance width, in points
     double height = 0;
-    bool takesSymbolsRoom = false;  // for want of any other
+    bool takesSymbolsRoom = false;  // when nothing else fits
     unsigned lastPass = 0;
   };
 
@@ -42,7 +40,7 @@ class LabelPainter {
   template <typename Make>
   const Picture& kept(const QString& key, Make make);
   const Picture& picture(Style style, const QString& text);
-  // `name`, cut where it would be wider than `room` points beside a symbol that takes `symbolRoom`.
+  // `name`, cut to `room` points beside a symbol that takes `symbolRoom`.
   Picture fitting(Style style, const QString& name, double room, double symbolRoom);
   Picture makeText(Style style, const QString& text, double scale) const;
   static Picture makeIcon(const QString& name, double scale);

@@ -33,12 +33,12 @@ QRect inkOf(const PixelCanvas& canvas, int least = 0) {
   return ink;
 }
 
-TEST(LabelPainter, paints_nothing_on_a_tile_too_small_for_a_label) {
+TEST(LabelPainter, a_tile_too_small_for_a_label_has_none) {
   EXPECT_TRUE(inkOf(labelled(named("a.txt", 38, 100))).isEmpty());
   EXPECT_FALSE(inkOf(labelled(named("a.txt", 39, 21))).isEmpty());
 }
 
-TEST(LabelPainter, paints_from_padding_to_padding_with_the_size_at_the_right_end) {
+TEST(LabelPainter, a_label_fills_the_width_between_paddings_with_the_size_at_the_right) {
   const QRect ink = inkOf(labelled(named("a.txt", 200, 100)), 200);
   EXPECT_GE(ink.left(), 26);
   EXPECT_LE(ink.left(), 29);
@@ -48,7 +48,7 @@ TEST(LabelPainter, paints_from_padding_to_padding_with_the_size_at_the_right_end
   EXPECT_LE(ink.bottom(), 42);
 }
 
-TEST(LabelPainter, never_paints_beyond_the_tile_however_wide_the_letters_are) {
+TEST(LabelPainter, a_label_never_exceeds_the_tile_however_wide_its_letters_are) {
   for (const char* name : {"文档和照片存档文档和照片存档", "﷽﷽﷽﷽", "WWWWWWWWWWWWWWWWWW",
                            "🧑‍💻🧑‍💻🧑‍💻🧑‍💻🧑‍💻"}) {
     for (const double width : {38.5, 60.0, 95.0, 140.0}) {
@@ -60,7 +60,7 @@ TEST(LabelPainter, never_paints_beyond_the_tile_however_wide_the_letters_are) {
   }
 }
 
-TEST(LabelPainter, cuts_a_name_of_wide_letters_before_it_reaches_the_size) {
+TEST(LabelPainter, a_name_with_wide_letters_is_cut_before_the_size) {
   const auto sizeOf = [](const char* name) {
     // The size takes 36 points before the padding of 6, and its shadow a little more.
     return labelled(named(name, 160, 40)).image().copy(138, 20, 42, 40);
@@ -68,9 +68,9 @@ TEST(LabelPainter, cuts_a_name_of_wide_letters_before_it_reaches_the_size) {
   EXPECT_EQ(sizeOf("WWWWWWWWWWW"), sizeOf("a"));
 }
 
-TEST(LabelPainter, shows_no_symbol_beside_an_ellipsis_alone) {
-  // The picture of a tile whose name has no room but for its ellipsis: letters from the left end
-  // on, where a wider tile has its symbol.
+TEST(LabelPainter, no_symbol_is_shown_beside_an_ellipsis_alone) {
+  // The left end of a tile whose name has only space for its ellipsis: letters, where a wider tile
+  // has its symbol.
   const auto leftEnd = [](const char* name, double width) {
     return labelled(named(name, width, 40)).image().copy(20, 20, 16, 30);
   };
@@ -83,8 +83,8 @@ TEST(LabelPainter, shows_no_symbol_beside_an_ellipsis_alone) {
   }
 }
 
-TEST(LabelPainter, shows_names_of_other_scripts_rather_than_empty_boxes) {
-  // A character that no font has is drawn the same as any other such character.
+TEST(LabelPainter, names_in_other_scripts_are_not_drawn_as_boxes) {
+  // All characters that no font has are drawn alike.
   const auto picture = [](const char* name) { return labelled(named(name, 90, 40)).image(); };
   const QImage missing = picture("\U000FFFFD");
   for (const char* name : {"文", "م", "🎉", "é"}) EXPECT_NE(picture(name), missing) << name;
@@ -93,18 +93,18 @@ TEST(LabelPainter, shows_names_of_other_scripts_rather_than_empty_boxes) {
   EXPECT_NE(picture("🎉"), picture("🧑"));
 }
 
-TEST(LabelPainter, shows_bytes_that_are_no_text_as_replacement_characters) {
+TEST(LabelPainter, bytes_that_are_not_utf8_are_replacement_characters) {
   EXPECT_EQ(labelled(named("a\xE9", 90, 40)).image(), labelled(named("a\uFFFD", 90, 40)).image());
 }
 
-TEST(LabelPainter, is_sharp_at_twice_the_pixels) {
+TEST(LabelPainter, labels_are_sharp_at_two_pixels_per_point) {
   const QRect once = inkOf(labelled(named("a.txt", 200, 100)), 200);
   const QRect twice = inkOf(labelled(named("a.txt", 200, 100), 2), 200);
   EXPECT_NEAR(twice.width(), once.width() * 2, 4);
   EXPECT_NEAR(twice.height(), once.height() * 2, 4);
 }
 
-TEST(LabelPainter, paints_the_same_from_a_picture_that_it_kept) {
+TEST(LabelPainter, a_cached_picture_looks_the_same) {
   LabelPainter labels;
   const TreemapRect rect = named("文档和照片存档文档和照片存档", 200, 100);
   PixelCanvas first(QRect(0, 0, 400, 200), 1);
@@ -115,7 +115,7 @@ TEST(LabelPainter, paints_the_same_from_a_picture_that_it_kept) {
   EXPECT_EQ(first.image(), second.image());
 }
 
-TEST(TextShadow, lies_under_the_text_and_a_point_below_it) {
+TEST(TextShadow, the_shadow_is_under_the_text_and_a_point_lower) {
   QImage picture(41, 41, QImage::Format_ARGB32_Premultiplied);
   picture.fill(0);
   for (int y = 17; y < 24; ++y) {

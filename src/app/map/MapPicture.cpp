@@ -29,17 +29,17 @@ void paintTile(PixelCanvas& canvas, const CanvasTile& tile, LabelPainter& labels
   labels.paint(canvas, tile.rect);
 }
 
-// Everything inside a tile's square that its rounded corners do not cut off, for any tile.
+// Rounded corners of any tile affect only this distance from its edges.
 constexpr double cornerCut = 3;
-// A hole smaller than this is painted faster than it is left out.
+// A smaller hole is painted faster than it is left out.
 constexpr int smallestHole = 24;
-// Each piece costs something, whatever its size.
+// Each piece has a cost, whatever its size.
 constexpr int mostPieces = 24;
 
-// The tiles that meet a rectangle of pixels, and which a highlighted one is painted between.
+// The tiles that touch a rectangle of pixels, relative to a highlighted one.
 struct Surroundings {
-  std::vector<const CanvasTile*> below;  // what it is painted over, in order
-  std::vector<const CanvasTile*> above;  // what covers parts of it
+  std::vector<const CanvasTile*> below;  // painted below it, in order
+  std::vector<const CanvasTile*> above;  // cover parts of it
 };
 
 bool meets(const CanvasTile& tile, const QRect& pixels, double scale) {
@@ -55,15 +55,14 @@ Surroundings surroundingsOf(const CanvasTiles& tiles, std::size_t index, const Q
     if (i < index) {
       if (meets(tile, body, scale)) found.below.push_back(&tile);
     } else if (i > index && (tile.rect.depth <= depth + 1 || tile.selected)) {
-      // Deeper tiles lie inside tiles that are among these, but for the glow of a selected one.
+      // Deeper tiles are inside these, except for the glow of a selected one.
       if (meets(tile, area, scale)) found.above.push_back(&tile);
     }
   }
   return found;
 }
 
-// Where anything of a tile or its glow may be seen: `area` without what lies under other tiles, the
-// largest of them first.
+// The visible part of a tile and its glow: `area` without the tiles above, the largest ones first.
 QRegion visiblePart(const QRect& area, const std::vector<const CanvasTile*>& above, double scale) {
   std::vector<QRect> holes;
   for (const CanvasTile* tile : above) {
@@ -87,7 +86,7 @@ void paintGlows(PixelCanvas& canvas, const std::vector<const CanvasTile*>& tiles
   }
 }
 
-// Takes away what `tile` covers.
+// Erases the area of `tile`.
 void eraseBelow(PixelCanvas& canvas, const CanvasTile& tile) {
   const double line = TilePainter::bodyReach(tile, false);
   const Rect rect = tile.rect.rect();
@@ -124,8 +123,8 @@ std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, 
   std::vector<PixelCanvas> pieces;
   for (const QRect& part : visiblePart(area, around.above, scale)) {
     PixelCanvas& canvas = pieces.emplace_back(part, scale);
-    // The fill lets what is under it shine through, so that is painted afresh below the tile, while
-    // the glow around it lies over the picture that is there.
+    // The fill is translucent, so the background is painted again below the tile, while the glow is
+    // drawn over the existing picture.
     canvas.setClip(part & body);
     if (!canvas.clip().isEmpty()) {
       TilePainter::paintGround(canvas, size);

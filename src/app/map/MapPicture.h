@@ -1,4 +1,4 @@
-// Puts the picture of a treemap together from ground, tiles and labels. Main thread only.
+// Composes the picture of a treemap from background, tiles and labels. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@
 
 namespace tessaly::MapPicture {
 
-// The whole canvas of `size` points at `scale` pixels a point, no tile highlighted.
+// The whole canvas of `size` points at `scale` pixels per point, without a highlighted tile.
 PixelCanvas whole(const CanvasTiles& tiles, QSizeF size, double scale, LabelPainter& labels);
 
-// What is laid over that picture while the tile at `index` is highlighted: the tile as it then
-// looks and the glow around it, with nothing where later tiles cover it. Pieces that do not overlap
-// and together cover just what may be seen of it: of a folder that is full of tiles, its header and
-// the strips between them. None for a selected tile, which looks the same either way.
+// The overlay for the highlighted tile at `index`: the highlighted tile and the glow around it,
+// without the parts that later tiles cover. The pieces do not overlap, and cover exactly the
+// visible part: for a folder full of tiles, its header and the strips between them. Empty for a
+// selected tile, which looks the same when highlighted.
 std::vector<PixelCanvas> highlight(const CanvasTiles& tiles, std::size_t index, QSizeF size,
                                    double scale, LabelPainter& labels);
 

@@ -15,7 +15,7 @@ namespace tessaly {
 namespace {
 
 constexpr QSizeF size(600, 400);
-// What is left of a tile this far from its edges holds nothing that its rounded corners cut off.
+// Rounded corners have no effect at this distance from the edges of a tile.
 constexpr double insideCorners = 3;
 
 DiskNode sample() {
@@ -38,8 +38,8 @@ class MapPictureTest : public ::testing::Test {
 
   std::size_t index(std::string_view path) const { return tiles_.find(path).value(); }
 
-  // Every tile painted in its turn with the one at `highlighted` as it then looks: what the picture
-  // with the overlay on top of it stands in for.
+  // All tiles painted in order, with the one at `highlighted` in its highlighted form: what the
+  // picture with the overlay must look like.
   QImage painted(std::optional<std::size_t> highlighted, double scale = 1) {
     PixelCanvas canvas(QRect(0, 0, static_cast<int>(size.width() * scale),
                              static_cast<int>(size.height() * scale)),
@@ -57,7 +57,7 @@ class MapPictureTest : public ::testing::Test {
     return canvas.image();
   }
 
-  // The picture of all tiles with the overlay of `highlighted` over it.
+  // The picture of all tiles with the overlay for `highlighted`.
   QImage composed(std::size_t highlighted, double scale = 1) {
     PixelCanvas canvas = MapPicture::whole(tiles_, size, scale, labels_);
     for (const PixelCanvas& piece :
@@ -95,8 +95,8 @@ class MapPictureTest : public ::testing::Test {
     return made;
   }
 
-  // /r/a, half of the canvas, has room for a hundred tiles and holds a few: the rest of those that
-  // a map may have lie in the folder before it.
+  // /r/a, half of the canvas, has space for a hundred tiles and few in it: the folder before it
+  // takes the rest of the tiles that a map may have.
   void showSparseFolder() {
     std::vector<DiskNode> first;
     for (const char* path :
@@ -109,8 +109,8 @@ class MapPictureTest : public ::testing::Test {
     tiles_ = CanvasTiles(root, size, {filters_, grown_, selected_, false});
   }
 
-  // The largest difference between the overlay of `tile` and its being painted in its turn, within
-  // a point around it. Tiles inside it do not count, nor their edges, which are mixed of both.
+  // The largest difference between the overlay of `tile` and painting it in order, up to a point
+  // around it. Tiles inside it and their antialiased edges do not count.
   int differenceOf(std::size_t tile, double scale) {
     const QImage with = composed(tile, scale);
     const QImage expected = painted(tile, scale);
@@ -142,11 +142,11 @@ class MapPictureTest : public ::testing::Test {
   LabelPainter labels_;
 };
 
-TEST_F(MapPictureTest, of_the_whole_canvas_is_every_tile_painted_in_turn) {
+TEST_F(MapPictureTest, the_whole_picture_is_every_tile_painted_in_order) {
   EXPECT_EQ(MapPicture::whole(tiles_, size, 1, labels_).image(), painted(std::nullopt));
 }
 
-TEST_F(MapPictureTest, of_the_whole_canvas_covers_what_is_behind_it_but_at_its_corners) {
+TEST_F(MapPictureTest, the_whole_picture_is_opaque_except_at_its_corners) {
   for (const double scale : {1.0, 1.5, 2.0}) {
     const PixelCanvas canvas = MapPicture::whole(tiles_, size, scale, labels_);
     const QRect part = TilePainter::opaquePart(size, scale);
@@ -160,13 +160,12 @@ TEST_F(MapPictureTest, of_the_whole_canvas_covers_what_is_behind_it_but_at_its_c
   }
 }
 
-TEST_F(MapPictureTest,
-       of_a_canvas_that_ends_inside_a_pixel_or_is_all_corners_is_not_taken_for_opaque) {
+TEST_F(MapPictureTest, a_canvas_that_ends_inside_a_pixel_or_is_all_corners_is_not_opaque) {
   EXPECT_TRUE(TilePainter::opaquePart({601, 400}, 1.25).isEmpty());
   EXPECT_TRUE(TilePainter::opaquePart({600, 12}, 1).isEmpty());
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_file_is_the_tile_as_it_would_be_painted_in_its_turn) {
+TEST_F(MapPictureTest, the_overlay_of_a_file_equals_painting_it_in_order) {
   for (const char* path : {"/r/file0", "/r/a/0", "/r/a/3", "/r/file4"}) {
     for (const double scale : {1.0, 1.5, 2.0}) {
       EXPECT_LE(differenceOf(index(path), scale), 1) << path << " at " << scale;
@@ -174,11 +173,11 @@ TEST_F(MapPictureTest, of_a_highlighted_file_is_the_tile_as_it_would_be_painted_
   }
 }
 
-TEST_F(MapPictureTest, of_a_small_highlighted_tile_is_one_piece) {
+TEST_F(MapPictureTest, the_overlay_of_a_small_tile_is_one_piece) {
   EXPECT_EQ(MapPicture::highlight(tiles_, index("/r/file4"), size, 1, labels_).size(), 1u);
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_that_is_nearly_empty_is_as_painted_in_its_turn) {
+TEST_F(MapPictureTest, the_overlay_of_a_nearly_empty_folder_equals_painting_it_in_order) {
   showSparseFolder();
   const std::size_t folder = index("/r/a");
   for (const double scale : {1.0, 1.5}) {
@@ -186,7 +185,7 @@ TEST_F(MapPictureTest, of_a_highlighted_folder_that_is_nearly_empty_is_as_painte
   }
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_lies_under_the_glow_of_selected_tiles_in_it) {
+TEST_F(MapPictureTest, the_overlay_of_a_folder_is_under_the_glow_of_selected_tiles_in_it) {
   for (const DiskNode& file : files("/r/a", 100)) selected_.insert(file.path());
   showSparseFolder();
   const std::size_t folder = index("/r/a");
@@ -194,7 +193,7 @@ TEST_F(MapPictureTest, of_a_highlighted_folder_lies_under_the_glow_of_selected_t
   EXPECT_LE(differenceOf(folder, 1), 1);
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_changes_its_header_and_no_tile_in_it) {
+TEST_F(MapPictureTest, the_overlay_of_a_folder_changes_its_header_and_no_tile_in_it) {
   const std::size_t folder = index("/r/a");
   ASSERT_TRUE(tiles_[folder].rect.nested);
   const QImage plain = painted(std::nullopt);
@@ -208,7 +207,7 @@ TEST_F(MapPictureTest, of_a_highlighted_folder_changes_its_header_and_no_tile_in
   }
 }
 
-TEST_F(MapPictureTest, of_a_highlight_glows_over_earlier_tiles_and_not_over_later_ones) {
+TEST_F(MapPictureTest, the_glow_of_the_overlay_covers_earlier_tiles_and_not_later_ones) {
   const std::size_t tile = index("/r/file1");
   const QImage plain = painted(std::nullopt);
   const QImage with = composed(tile);
@@ -218,12 +217,12 @@ TEST_F(MapPictureTest, of_a_highlight_glows_over_earlier_tiles_and_not_over_late
   EXPECT_EQ(differenceIn(with, plain, later, insideCorners), 0);
 }
 
-TEST_F(MapPictureTest, of_a_selected_tile_needs_no_highlight) {
+TEST_F(MapPictureTest, a_selected_tile_has_no_overlay) {
   select({"/r/file1"});
   EXPECT_TRUE(MapPicture::highlight(tiles_, index("/r/file1"), size, 1, labels_).empty());
 }
 
-TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_selected_neighbours) {
+TEST_F(MapPictureTest, the_overlay_shows_the_glow_of_selected_neighbours) {
   for (const char* neighbour : {"/r/file0", "/r/file2", "/r/a/5"}) {
     select({neighbour});
     for (const char* path : {"/r/file1", "/r/a"}) {
@@ -235,7 +234,7 @@ TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_selected_neighbours) {
   }
 }
 
-TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_a_selected_tile_two_levels_further_in) {
+TEST_F(MapPictureTest, the_overlay_shows_the_glow_of_a_selected_tile_two_levels_deeper) {
   select({"/r/a/sub/0"});
   const std::size_t tile = index("/r/a");
   ASSERT_EQ(tiles_[index("/r/a/sub/0")].rect.depth, 2);
@@ -243,7 +242,7 @@ TEST_F(MapPictureTest, of_a_highlight_shows_the_glow_of_a_selected_tile_two_leve
   EXPECT_LE(differenceIn(composed(tile), painted(tile), {rect.x, rect.y, 2, rect.height}, 0), 2);
 }
 
-TEST_F(MapPictureTest, of_a_highlight_covers_the_tile_and_its_glow_alone) {
+TEST_F(MapPictureTest, the_overlay_covers_only_the_tile_and_its_glow) {
   const std::size_t tile = index("/r/file4");
   const QRect covered =
       regionOf(MapPicture::highlight(tiles_, tile, size, 1, labels_)).boundingRect();
@@ -254,7 +253,7 @@ TEST_F(MapPictureTest, of_a_highlight_covers_the_tile_and_its_glow_alone) {
   EXPECT_LE(covered.height(), rect.height + 32);
 }
 
-TEST_F(MapPictureTest, of_a_highlight_is_of_pieces_that_do_not_overlap) {
+TEST_F(MapPictureTest, the_pieces_of_the_overlay_do_not_overlap) {
   const auto pieces = MapPicture::highlight(tiles_, index("/r/a"), size, 1, labels_);
   ASSERT_GT(pieces.size(), 1u);
   EXPECT_LE(pieces.size(), 24u);
@@ -265,7 +264,7 @@ TEST_F(MapPictureTest, of_a_highlight_is_of_pieces_that_do_not_overlap) {
   EXPECT_EQ(pixels, together);
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_leaves_the_tiles_in_it_out) {
+TEST_F(MapPictureTest, the_overlay_of_a_folder_leaves_out_the_tiles_in_it) {
   const std::size_t folder = index("/r/a");
   const QRegion covered = regionOf(MapPicture::highlight(tiles_, folder, size, 1, labels_));
   for (const char* path : {"/r/a/sub", "/r/a/0", "/r/a/1"}) {
@@ -276,7 +275,7 @@ TEST_F(MapPictureTest, of_a_highlighted_folder_leaves_the_tiles_in_it_out) {
   }
 }
 
-TEST_F(MapPictureTest, of_a_highlighted_folder_of_very_many_tiles_is_of_few_pieces) {
+TEST_F(MapPictureTest, the_overlay_of_a_folder_with_very_many_tiles_has_few_pieces) {
   std::vector<DiskNode> inner;
   for (int i = 0; i < 60; ++i) inner.push_back(fileNode("/r/a/" + std::to_string(i), 100));
   const DiskNode root = folderNode("/r", 6000, {folderNode("/r/a", 6000, inner)});

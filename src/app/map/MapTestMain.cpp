@@ -1,4 +1,4 @@
-// The tests of the map draw in memory, with the renderer that needs no graphics card.
+// The tests of the map draw off screen, with the software renderer.
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-// The panel beside the pointer that tells what the tile under it is.
+// The panel beside the pointer that describes the tile under it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Map

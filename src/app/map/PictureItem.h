@@ -1,5 +1,5 @@
-// An item that shows a picture made elsewhere, pixel for pixel, on every renderer. Its own size has
-// no part in where the picture stands.
+// An item that shows a given picture pixel for pixel, with every renderer. Its own size does not
+// affect the position of the picture.
 #pragma once
 
 #include <vector>
@@ -18,8 +18,9 @@ class PictureItem : public QQuickItem {
  public:
   explicit PictureItem(QQuickItem* parent = nullptr);
 
-  // Shows these pixels where they belong, in the item's coordinates. Those in `opaque`, pixels of
-  // the canvas as well, cover all behind them: where they change, nothing else is drawn.
+  // Shows these pixels at their position in the item's coordinates. Those in `opaque`, also in
+  // pixels of the canvas, hide everything behind them, so that nothing else is drawn where they
+  // change.
   void show(const PixelCanvas& picture, const QRect& opaque);
   // The same for a picture in pieces.
   void show(const std::vector<PixelCanvas>& pieces);
@@ -29,7 +30,7 @@ class PictureItem : public QQuickItem {
 
   bool isClear() const { return pieces_.empty(); }
 
-  // How many pictures it has been given so far.
+  // The number of pictures shown so far.
   int pictureCount() const { return pictureCount_; }
 
  protected:

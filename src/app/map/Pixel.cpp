@@ -10,12 +10,12 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little);
 
-// Both compilers know such types, and do without where a processor has no instructions for them.
+// Both compilers support such types, also on processors without instructions for them.
 using Lanes = std::uint16_t __attribute__((vector_size(16)));
 
 constexpr int block = 4;
 
-// Four pixels, each channel with eight more bits of room.
+// Four pixels, with eight more bits for each channel.
 struct Channels {
   Lanes even;  // blue and red of each
   Lanes odd;   // green and alpha of each
@@ -45,7 +45,7 @@ Channels over(const Channels& source, const Channels& below) {
           .odd = source.odd + scaled(below.odd, rest)};
 }
 
-// Replaces `count` pixels by what change(channels) makes of four at a time.
+// Replaces `count` pixels by the results of change(channels), four at a time.
 template <typename Change>
 void changeAll(std::uint32_t* pixels, int count, Change change) {
   for (; count >= block; count -= block, pixels += block) store(change(load(pixels)), pixels);
@@ -75,7 +75,7 @@ void layOver(std::uint32_t* below, int count, std::uint32_t color) {
 }
 
 void layOver(std::uint32_t* below, int count, const Gradient& colors, std::uint8_t coverage) {
-  // The colours of four pixels, with 8 bits after the point.
+  // The colours of four pixels, with 8 fractional bits.
   const Lanes pixel = {0, 0, 1, 1, 2, 2, 3, 3};
   const auto two = [](std::uint16_t low, std::uint16_t high) {
     return Lanes{low, high, low, high, low, high, low, high};

@@ -1,4 +1,4 @@
-// Arithmetic on pixels of the form 0xAARRGGBB with colours multiplied by their alpha, the form of
+// Arithmetic with premultiplied pixels in the form 0xAARRGGBB, that of
 // QImage::Format_ARGB32_Premultiplied.
 #pragma once
 
@@ -17,7 +17,7 @@ constexpr std::uint32_t scaled(std::uint32_t pixel, std::uint32_t factor) {
   return even | odd;
 }
 
-// `source` laid over `below`.
+// `source` drawn over `below`.
 constexpr std::uint32_t over(std::uint32_t source, std::uint32_t below) {
   return source + scaled(below, 255 - (source >> 24));
 }
@@ -33,15 +33,15 @@ constexpr std::uint32_t fromColor(const Color& color) {
   return fromParts(color.opacity, color.red * part, color.green * part, color.blue * part);
 }
 
-// Sets `count` pixels from `first` on to `color`.
+// Sets `count` pixels to `color`, starting at `first`.
 void fill(std::uint32_t* first, int count, std::uint32_t color);
 
-// over() with `color` for `count` pixels from `below` on.
+// Replaces `count` pixels by over() with `color`, starting at `below`.
 void layOver(std::uint32_t* below, int count, std::uint32_t color);
 
-// Colours that fall evenly from pixel to pixel.
+// Colours that decrease linearly from pixel to pixel.
 struct Gradient {
-  // Channels of which the lower 8 bits are after the point.
+  // Channels with 8 fractional bits.
   struct Color {
     std::uint16_t blue = 0;
     std::uint16_t green = 0;
@@ -49,10 +49,10 @@ struct Gradient {
     std::uint16_t alpha = 0;
   };
   Color first;
-  Color step;  // what each pixel has less than the one before
+  Color step;  // the decrease per pixel
 };
 
-// The same with those colours, each scaled by `coverage`. None may fall below 0.
+// The same with those colours, each scaled by `coverage`. None may become negative.
 void layOver(std::uint32_t* below, int count, const Gradient& colors, std::uint8_t coverage);
 
 }  // namespace tessaly::Pixel

@@ -1,4 +1,4 @@
-// The pixels of a part of the canvas, in an image: where tiles are painted without a QPainter,
+// The pixels of a part of the canvas, in an image. Tiles are painted into it without QPainter,
 // whose rounded gradient fills are several times slower. One thread at a time.
 #pragma once
 
@@ -14,42 +14,43 @@ namespace tessaly {
 
 class PixelCanvas {
  public:
-  // An image for the pixels `area` of the canvas, at `scale` pixels a point; all clear.
+  // A transparent image for the pixels `area` of the canvas, at `scale` pixels per point.
   PixelCanvas(const QRect& area, double scale);
 
   const QRect& area() const { return area_; }
   double scale() const { return scale_; }
   const QImage& image() const { return image_; }
 
-  // Nothing outside `clip`, in pixels of the canvas, is touched from now on.
+  // Limits later drawing to `clip`, in pixels of the canvas.
   void setClip(const QRect& clip);
   const QRect& clip() const { return clip_; }
 
-  // The rectangle, given in points, in pixels.
+  // Converts a rectangle from points to pixels.
   Rect toPixels(const Rect& points) const;
 
-  // The pixels of row `y` of the canvas, which must lie in the clip: index it by the x of the
+  // The pixels of row `y` of the canvas, which must be in the clip; the index is the x of the
   // canvas.
   std::uint32_t* row(int y) {
     return bits_ + static_cast<std::ptrdiff_t>(y - area_.y()) * stride_ - area_.x();
   }
 
-  // Lays `color`, a premultiplied pixel, over all that `shape` covers.
+  // Draws `color`, a premultiplied pixel, over the area of `shape`.
   void fill(RoundedShape& shape, std::uint32_t color);
 
-  // The same for what `outer` covers and `inner` does not.
+  // The same for the area of `outer` without that of `inner`.
   void fillBetween(RoundedShape& outer, RoundedShape& inner, std::uint32_t color);
 
-  // A line of `width` pixels along the edge of the rounded rectangle, half of it on either side.
+  // Draws a line of `width` pixels along the edge of the rounded rectangle, half of it on each
+  // side.
   void stroke(const Rect& rect, double radius, double width, std::uint32_t color);
 
-  // Takes away what `shape` covers, so that what lies below the image shows.
+  // Makes the area of `shape` transparent.
   void erase(RoundedShape& shape);
 
-  // Takes away what `shape` does not cover.
+  // Makes the area outside of `shape` transparent.
   void keep(RoundedShape& shape);
 
-  // Lays `picture`, premultiplied, over the canvas with its top left at this pixel.
+  // Draws `picture`, premultiplied, over the canvas with its top left corner at this pixel.
   void draw(const QImage& picture, int x, int y);
 
  private:
@@ -61,10 +62,11 @@ class PixelCanvas {
   std::ptrdiff_t stride_;
 };
 
-// The pixels that `rect` and `margin` around it reach, both in points, at `scale` pixels a point.
+// The pixels touched by `rect` with `margin` around it, both in points, at `scale` pixels per
+// point.
 QRect pixelsAround(const Rect& rect, double margin, double scale);
 
-// Lays `color` over `count` pixels from `first` on.
+// Draws `color` over `count` pixels, starting at `first`.
 void blendSpan(std::uint32_t* first, int count, std::uint32_t color);
 
 }  // namespace tessaly

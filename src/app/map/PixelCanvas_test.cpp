@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t red = 0xFFFF0000;
 constexpr std::uint32_t halfWhite = 0x80808080;
 
-TEST(Pixel, scales_every_channel_with_rounding) {
+TEST(Pixel, scaling_a_pixel_rounds_every_channel) {
   for (std::uint32_t value = 0; value < 256; ++value) {
     for (std::uint32_t factor = 0; factor < 256; ++factor) {
       const std::uint32_t expected = (value * factor * 2 + 255) / 510;
@@ -24,7 +24,7 @@ TEST(Pixel, scales_every_channel_with_rounding) {
   }
 }
 
-// Some pixels, opaque and not.
+// Random pixels, some of them opaque.
 std::vector<std::uint32_t> somePixels(int count, std::mt19937& random) {
   std::vector<std::uint32_t> pixels;
   for (int i = 0; i < count; ++i) {
@@ -33,7 +33,7 @@ std::vector<std::uint32_t> somePixels(int count, std::mt19937& random) {
   return pixels;
 }
 
-TEST(Pixel, is_laid_over_a_run_as_over_each_alone) {
+TEST(Pixel, drawing_over_a_run_equals_drawing_over_each_pixel) {
   std::mt19937 random(7);
   for (int count = 0; count < 20; ++count) {
     const std::uint32_t color = Pixel::scaled(random() | 0xFF000000u, random() % 256);
@@ -45,11 +45,11 @@ TEST(Pixel, is_laid_over_a_run_as_over_each_alone) {
   }
 }
 
-TEST(Pixel, of_a_gradient_is_laid_over_a_run_as_its_color_alone) {
+TEST(Pixel, drawing_a_gradient_over_a_run_equals_drawing_its_colours) {
   std::mt19937 random(7);
   for (int count = 0; count < 70; ++count) {
     const std::uint8_t coverage = count % 2 == 0 ? 255 : static_cast<std::uint8_t>(random());
-    // Falls by 0.5, 1, 1.25 and 0.875.
+    // Decreases by 0.5, 1, 1.25 and 0.875.
     const Pixel::Gradient colors{
         .first = {.blue = 0x9080, .green = 0xA000, .red = 0xC8FF, .alpha = 0xE680},
         .step = {.blue = 0x80, .green = 0x100, .red = 0x140, .alpha = 0xE0}};
@@ -65,7 +65,7 @@ TEST(Pixel, of_a_gradient_is_laid_over_a_run_as_its_color_alone) {
   }
 }
 
-TEST(Pixel, fills_a_run_and_nothing_beyond) {
+TEST(Pixel, filling_a_run_sets_no_pixel_beyond_it) {
   for (int count = 0; count < 20; ++count) {
     std::vector<std::uint32_t> pixels(21, halfWhite);
     std::vector<std::uint32_t> expected = pixels;
@@ -75,18 +75,18 @@ TEST(Pixel, fills_a_run_and_nothing_beyond) {
   }
 }
 
-TEST(PixelCanvas, covers_what_was_there_with_an_opaque_span) {
+TEST(PixelCanvas, an_opaque_span_replaces_the_pixels) {
   std::vector<std::uint32_t> pixels = {0, halfWhite, red};
   blendSpan(pixels.data(), 2, 0xFF00FF00);
   EXPECT_EQ(pixels, (std::vector<std::uint32_t>{0xFF00FF00, 0xFF00FF00, red}));
 }
 
-TEST(Pixel, of_a_colour_is_multiplied_by_its_opacity) {
+TEST(Pixel, a_colour_is_premultiplied_by_its_opacity) {
   EXPECT_EQ(Pixel::fromColor(Color::fromRgb(0x0080FF)), 0xFF0080FFu);
   EXPECT_EQ(Pixel::fromColor(Color::fromRgb(0xFF0000).atOpacity(0.5)), 0x80800000u);
 }
 
-TEST(PixelCanvas, paints_where_the_shape_is_in_coordinates_of_the_canvas) {
+TEST(PixelCanvas, shapes_are_in_coordinates_of_the_canvas) {
   PixelCanvas canvas(QRect(100, 200, 10, 10), 1);
   RoundedShape shape({102, 203, 4, 2}, 0);
   canvas.fill(shape, red);
@@ -96,7 +96,7 @@ TEST(PixelCanvas, paints_where_the_shape_is_in_coordinates_of_the_canvas) {
   EXPECT_EQ(pixelAt(canvas, 102, 205), "#00000000");
 }
 
-TEST(PixelCanvas, paints_nothing_outside_its_clip) {
+TEST(PixelCanvas, nothing_is_drawn_outside_the_clip) {
   PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
   canvas.setClip(QRect(3, 3, 2, 2));
   RoundedShape shape({-5, -5, 30, 30}, 3);
@@ -107,7 +107,7 @@ TEST(PixelCanvas, paints_nothing_outside_its_clip) {
   EXPECT_EQ(pixelAt(canvas, 5, 4), "#00000000");
 }
 
-TEST(PixelCanvas, lays_colours_over_what_is_there) {
+TEST(PixelCanvas, translucent_colours_are_blended_with_the_pixels) {
   PixelCanvas canvas(QRect(0, 0, 4, 4), 1);
   RoundedShape shape({0, 0, 4, 4}, 0);
   canvas.fill(shape, red);
@@ -115,7 +115,7 @@ TEST(PixelCanvas, lays_colours_over_what_is_there) {
   EXPECT_EQ(pixelAt(canvas, 1, 1), "#ffff8080");
 }
 
-TEST(PixelCanvas, strokes_half_on_either_side_of_the_edge) {
+TEST(PixelCanvas, a_stroke_is_half_on_each_side_of_the_edge) {
   PixelCanvas canvas(QRect(0, 0, 20, 20), 1);
   canvas.stroke({5, 5, 10, 10}, 0, 2, red);
   EXPECT_EQ(pixelAt(canvas, 10, 3), "#00000000");
@@ -127,7 +127,7 @@ TEST(PixelCanvas, strokes_half_on_either_side_of_the_edge) {
   EXPECT_EQ(pixelAt(canvas, 10, 10), "#00000000");
 }
 
-TEST(PixelCanvas, strokes_parts_of_pixels_on_both_sides_of_the_line) {
+TEST(PixelCanvas, a_stroke_covers_parts_of_pixels_on_both_sides) {
   PixelCanvas canvas(QRect(0, 0, 20, 20), 1);
   canvas.stroke({5.25, 5.25, 9.5, 9.5}, 0, 1, red);
   EXPECT_EQ(pixelAt(canvas, 4, 10), "#40400000");
@@ -137,7 +137,7 @@ TEST(PixelCanvas, strokes_parts_of_pixels_on_both_sides_of_the_line) {
   EXPECT_EQ(pixelAt(canvas, 15, 10), "#40400000");
 }
 
-TEST(PixelCanvas, erases_what_a_shape_covers_and_keeps_what_it_covers) {
+TEST(PixelCanvas, erase_clears_the_area_of_a_shape_and_keep_the_rest) {
   PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
   RoundedShape all({0, 0, 10, 10}, 0);
   RoundedShape part({2, 2, 4.5, 4}, 0);
@@ -154,7 +154,7 @@ TEST(PixelCanvas, erases_what_a_shape_covers_and_keeps_what_it_covers) {
   EXPECT_EQ(pixelAt(canvas, 3, 9), "#00000000");
 }
 
-TEST(PixelCanvas, draws_a_picture_that_reaches_beyond_its_clip) {
+TEST(PixelCanvas, a_picture_is_clipped) {
   PixelCanvas canvas(QRect(0, 0, 10, 10), 1);
   QImage picture(20, 20, QImage::Format_ARGB32_Premultiplied);
   picture.fill(0xFF00FF00);

@@ -20,7 +20,7 @@ bool PointerWatch::takeMove() {
 }
 
 bool PointerWatch::eventFilter(QObject* watched, QEvent* event) {
-  // A move that nobody has taken is over with the next event.
+  // A move that was not taken is dropped at the next event.
   isMoving_ = false;
   if (event->type() == QEvent::MouseMove || event->type() == QEvent::Enter) {
     const auto& pointer = static_cast<const QSinglePointEvent&>(*event);

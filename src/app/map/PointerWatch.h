@@ -1,7 +1,7 @@
-// Tells a pointer that moves from tiles that come to lie under it. Qt tells items of a hovering
-// pointer in both cases: with each frame, when a menu above them closes, when the window itself
-// comes forward or is moved. Here a pointer moves when the window is told so, at another point both
-// of the window and of the screen than the one known before. Main thread only.
+// Distinguishes moves of the pointer from tiles that appear under it. Qt sends hover events in both
+// cases: with each frame, when a menu above closes, when the window is activated or moved. Here a
+// move is an event of the window at another point of both the window and the screen than before.
+// Main thread only.
 #pragma once
 
 #include <optional>
@@ -16,10 +16,10 @@ class PointerWatch : public QObject {
   Q_OBJECT
 
  public:
-  // The watch of `window`, which owns it. It knows of the pointer from the first call on.
+  // The watch of `window`, which owns it. It watches the pointer from the first call on.
   static PointerWatch& of(QWindow& window);
 
-  // Whether the event that is being delivered tells of a move. True once for each move.
+  // Whether the present event is a move. True once for each move.
   bool takeMove();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -31,7 +31,7 @@ class PointerWatch : public QObject {
     QPointF inWindow;
     QPointF onScreen;
   };
-  std::optional<Position> position_;  // where the pointer was last known to be
+  std::optional<Position> position_;  // the last known position of the pointer
   bool isMoving_ = false;
 };
 

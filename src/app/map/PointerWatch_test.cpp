@@ -23,17 +23,17 @@ class PointerWatchTest : public ::testing::Test {
   PointerWatch& watch_;
 };
 
-TEST_F(PointerWatchTest, is_one_for_a_window) {
+TEST_F(PointerWatchTest, there_is_one_watch_per_window) {
   EXPECT_EQ(&PointerWatch::of(window_), &watch_);
   QWindow other;
   EXPECT_NE(&PointerWatch::of(other), &watch_);
 }
 
-TEST_F(PointerWatchTest, knows_no_move_before_it_is_told_of_one) {
+TEST_F(PointerWatchTest, there_is_no_move_before_the_first_event) {
   EXPECT_FALSE(watch_.takeMove());
 }
 
-TEST_F(PointerWatchTest, gives_each_move_away_once) {
+TEST_F(PointerWatchTest, each_move_is_taken_once) {
   tellMove({1, 1}, {101, 101});
   EXPECT_TRUE(watch_.takeMove());
   EXPECT_FALSE(watch_.takeMove());
@@ -41,13 +41,13 @@ TEST_F(PointerWatchTest, gives_each_move_away_once) {
   EXPECT_TRUE(watch_.takeMove());
 }
 
-TEST_F(PointerWatchTest, takes_no_event_at_the_same_point_for_a_move) {
+TEST_F(PointerWatchTest, an_event_at_the_same_point_is_not_a_move) {
   tellMove({1, 1}, {101, 101});
   tellMove({1, 1}, {101, 101});
   EXPECT_FALSE(watch_.takeMove());
 }
 
-TEST_F(PointerWatchTest, takes_no_move_of_the_window_for_one_of_the_pointer) {
+TEST_F(PointerWatchTest, a_move_of_the_window_is_not_a_move_of_the_pointer) {
   tellMove({1, 1}, {101, 101});
   tellMove({11, 1}, {101, 101});
   EXPECT_FALSE(watch_.takeMove());
@@ -55,7 +55,7 @@ TEST_F(PointerWatchTest, takes_no_move_of_the_window_for_one_of_the_pointer) {
   EXPECT_FALSE(watch_.takeMove());
 }
 
-TEST_F(PointerWatchTest, takes_no_entering_of_the_window_for_a_move_and_goes_on_from_there) {
+TEST_F(PointerWatchTest, entering_the_window_is_not_a_move_and_sets_the_position) {
   tellMove({1, 1}, {101, 101});
   QEnterEvent event({5, 5}, {5, 5}, {105, 105});
   QCoreApplication::sendEvent(&window_, &event);
@@ -66,7 +66,7 @@ TEST_F(PointerWatchTest, takes_no_entering_of_the_window_for_a_move_and_goes_on_
   EXPECT_TRUE(watch_.takeMove());
 }
 
-TEST_F(PointerWatchTest, forgets_a_move_that_nobody_took_with_the_next_event) {
+TEST_F(PointerWatchTest, a_move_that_was_not_taken_is_dropped_at_the_next_event) {
   tellMove({1, 1}, {101, 101});
   QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
   QCoreApplication::sendEvent(&window_, &key);

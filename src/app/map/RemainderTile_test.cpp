@@ -1,4 +1,4 @@
-// The tile that stands for many items and is none itself, beside files that are called like it.
+// The tile of a remainder, which represents many items, beside files that are named like it.
 #include <gtest/gtest.h>
 
 #include <QKeyEvent>
@@ -61,14 +61,14 @@ class RemainderTile : public CanvasFixture {
   }
 };
 
-TEST_F(RemainderTile, is_told_of_when_the_pointer_enters_it) {
+TEST_F(RemainderTile, the_tooltip_describes_a_remainder) {
   moveTo(onRemainder());
   EXPECT_TRUE(hasFocus());
   EXPECT_EQ(textOf("tooltipName"), "+ 6 more");
   EXPECT_EQ(textOf("tooltipSize"), "150 B");
 }
 
-TEST_F(RemainderTile, is_another_than_the_file_of_its_path) {
+TEST_F(RemainderTile, a_remainder_differs_from_the_file_with_its_path) {
   moveTo(on("/r/__rest__"));
   EXPECT_EQ(focusedPath(), "/r/__rest__");
   EXPECT_FALSE(hasFocus());
@@ -78,7 +78,7 @@ TEST_F(RemainderTile, is_another_than_the_file_of_its_path) {
   EXPECT_FALSE(hasFocus());
 }
 
-TEST_F(RemainderTile, does_nothing_when_it_is_clicked) {
+TEST_F(RemainderTile, a_click_on_a_remainder_does_nothing) {
   click(onRemainder());
   for (const auto held : {Qt::ShiftModifier, Qt::ControlModifier}) {
     clickHolding(held, onRemainder());
@@ -87,12 +87,12 @@ TEST_F(RemainderTile, does_nothing_when_it_is_clicked) {
   EXPECT_TRUE(hasFocus());
 }
 
-TEST_F(RemainderTile, has_no_menu) {
+TEST_F(RemainderTile, a_remainder_has_no_menu) {
   secondaryClick(onRemainder());
   expectNothingDone();
 }
 
-TEST_F(RemainderTile, is_passed_over_by_a_band) {
+TEST_F(RemainderTile, a_band_does_not_select_a_remainder) {
   moveTo({1, 1});
   press({1, 1});
   dragTo({400, 300});
@@ -102,7 +102,7 @@ TEST_F(RemainderTile, is_passed_over_by_a_band) {
   EXPECT_FALSE(hasFocus());
 }
 
-TEST_F(RemainderTile, clears_the_selection_when_a_band_touches_nothing_else) {
+TEST_F(RemainderTile, a_band_that_touches_only_a_remainder_clears_the_selection) {
   session_.selection().selectNodes({fileNode("/r/docs/a.pdf", 400)}, false);
   const QPointF point = onRemainder();
   press(point);
@@ -111,7 +111,7 @@ TEST_F(RemainderTile, clears_the_selection_when_a_band_touches_nothing_else) {
   EXPECT_TRUE(session_.selection().selected().empty());
 }
 
-TEST_F(RemainderTile, is_walked_over_by_the_keyboard_and_does_nothing) {
+TEST_F(RemainderTile, arrows_reach_a_remainder_and_return_does_nothing_on_it) {
   moveTo(onRemainder());
   canvas_->forceActiveFocus(Qt::TabFocusReason);
   ASSERT_TRUE(hasFocus());
@@ -125,7 +125,7 @@ TEST_F(RemainderTile, is_walked_over_by_the_keyboard_and_does_nothing) {
   EXPECT_FALSE(hasFocus());
 }
 
-TEST_F(RemainderTile, takes_nothing_from_files_that_are_called_like_it) {
+TEST_F(RemainderTile, files_named_like_a_remainder_are_treated_as_files) {
   for (const char* path : {"/r/__rest__", "/r/+ 6 more"}) {
     click(on(path));
     clickHolding(Qt::ShiftModifier, on(path));

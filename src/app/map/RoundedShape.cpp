@@ -13,7 +13,8 @@ namespace {
 constexpr int slices = 4;
 constexpr int steps = 256;
 
-// The curve: inset from one edge at each distance from the other, both as parts of the reach.
+// The curve: the distance from one edge for each distance from the other, both relative to the
+// reach.
 const std::array<float, steps + 1>& curve() {
   static const auto table = [] {
     std::array<float, steps + 1> values{};

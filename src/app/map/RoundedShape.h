@@ -1,8 +1,8 @@
-// How much of each pixel a rounded rectangle covers, row by row: what the painting of tiles stands
-// on. Corners have the curve of ContinuousShape, and a smaller radius where there is no room.
+// How much of each pixel a rounded rectangle covers, row by row; tiles are painted with it. Corners
+// have the curve of ContinuousShape, and a smaller radius if there is no space.
 //
-// Coordinates are pixels of the image that is painted on. A shape hands out views into a buffer of
-// its own, so each thread needs its own shape.
+// Coordinates are pixels of the painted image. The results point into a buffer of the shape, so
+// each thread needs its own shape.
 #pragma once
 
 #include <cstdint>
@@ -14,9 +14,9 @@ namespace tessaly {
 
 class RoundedShape {
  public:
-  // One row of pixels. `edges` holds the coverage, 0 to 255, of the pixels from begin to solidBegin
-  // and, right behind those, of the pixels from solidEnd to end; `solid` is that of the pixels
-  // between. Valid until the next call of row().
+  // One row of pixels. `edges` has the coverage, 0 to 255, of the pixels from begin to solidBegin,
+  // followed by the pixels from solidEnd to end; `solid` is that of the pixels between. Valid until
+  // the next call of row().
   struct Row {
     int begin = 0;
     int solidBegin = 0;
@@ -37,14 +37,14 @@ class RoundedShape {
 
   const Rect& rect() const { return rect_; }
 
-  // How far from a corner, along either edge, its curve begins.
+  // How far from a corner, along each edge, its curve begins.
   double cornerReach() const { return reach_; }
 
-  // The rows that the shape reaches: firstRow() up to, but not including, endRow().
+  // The rows of the shape: from firstRow() up to, but not including, endRow().
   int firstRow() const { return firstRow_; }
   int endRow() const { return endRow_; }
 
-  // Coverage of the pixels of row `y`, which is empty outside those rows.
+  // The coverage of the pixels in row `y`, empty outside those rows.
   Row row(int y);
 
  private:
@@ -55,7 +55,7 @@ class RoundedShape {
   int firstRow_ = 0;
   int endRow_ = 0;
   std::vector<std::uint8_t> edges_;
-  Row straight_;  // the row between the corners, which is the same wherever it stands
+  Row straight_;  // any row between the corners, which are all equal
   bool straightKnown_ = false;
   std::vector<std::uint8_t> straightEdges_;
 };

@@ -24,7 +24,7 @@ class RubberBandTest : public CanvasFixture {
     return paths;
   }
 
-  // From the middle of one tile to a little beyond that of another, without the release.
+  // Drags from the middle of one tile to a little beyond that of another, without the release.
   void dragOver(std::string_view from, std::string_view to) {
     press(on(from));
     dragTo(on(from) + QPointF(9, 0));
@@ -38,7 +38,7 @@ class RubberBandTest : public CanvasFixture {
   }
 };
 
-TEST_F(RubberBandTest, is_drawn_from_where_the_drag_began_to_the_pointer) {
+TEST_F(RubberBandTest, the_band_extends_from_the_start_of_the_drag_to_the_pointer) {
   press({100, 120});
   dragTo({104, 120});
   draw();
@@ -51,7 +51,7 @@ TEST_F(RubberBandTest, is_drawn_from_where_the_drag_began_to_the_pointer) {
   EXPECT_EQ(canvas_->band().band(), std::nullopt);
 }
 
-TEST_F(RubberBandTest, shows_in_the_window_above_the_tiles_and_below_the_tooltip) {
+TEST_F(RubberBandTest, the_band_is_above_the_tiles_and_below_the_tooltip) {
   const QImage plain = window_.grabWindow();
   press({100, 100});
   dragTo({400, 400});
@@ -70,7 +70,7 @@ TEST_F(RubberBandTest, shows_in_the_window_above_the_tiles_and_below_the_tooltip
   EXPECT_EQ(canvas_->band().band(), std::nullopt);
 }
 
-TEST_F(RubberBandTest, stays_inside_the_rounded_corners_of_the_canvas) {
+TEST_F(RubberBandTest, the_band_stays_inside_the_rounded_corners_of_the_canvas) {
   const QImage plain = window_.grabWindow();
   press({300, 300});
   dragTo({-30, -30});
@@ -82,7 +82,7 @@ TEST_F(RubberBandTest, stays_inside_the_rounded_corners_of_the_canvas) {
   EXPECT_NE(banded.pixel(corner + QPoint(1, 100)), plain.pixel(corner + QPoint(1, 100)));
 }
 
-TEST_F(RubberBandTest, selects_what_it_touches_and_does_not_click) {
+TEST_F(RubberBandTest, the_band_selects_the_tiles_it_touches_and_is_not_a_click) {
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   release(endOn("/r/docs/b.pdf"));
   EXPECT_EQ(selectedNodes(), (Paths{"/r/docs/a.pdf", "/r/docs/b.pdf"}));
@@ -90,7 +90,7 @@ TEST_F(RubberBandTest, selects_what_it_touches_and_does_not_click) {
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(RubberBandTest, replaces_the_selection_or_adds_to_it_as_shift_is_held_at_the_release) {
+TEST_F(RubberBandTest, shift_at_the_release_decides_between_adding_and_replacing) {
   session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   releaseHolding(Qt::ShiftModifier, endOn("/r/docs/b.pdf"));
@@ -103,7 +103,7 @@ TEST_F(RubberBandTest, replaces_the_selection_or_adds_to_it_as_shift_is_held_at_
   EXPECT_EQ(selectedNodes(), (Paths{"/r/docs/a.pdf", "/r/docs/b.pdf"}));
 }
 
-TEST_F(RubberBandTest, of_less_than_four_points_clears_the_selection_unless_shift_is_held) {
+TEST_F(RubberBandTest, a_band_under_four_points_clears_the_selection_unless_shift_is_held) {
   session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   const QPointF point = on("/r/docs/a.pdf");
   press(point);
@@ -120,7 +120,7 @@ TEST_F(RubberBandTest, of_less_than_four_points_clears_the_selection_unless_shif
   EXPECT_EQ(selectedNodes(), Paths{"/r/docs/a.pdf"});
 }
 
-TEST_F(RubberBandTest, that_comes_back_to_where_it_began_is_no_click) {
+TEST_F(RubberBandTest, a_band_that_returns_to_its_start_is_not_a_click) {
   press(on("/r/film.mp4"));
   dragTo(on("/r/film.mp4") + QPointF(20, 20));
   release(on("/r/film.mp4"));
@@ -128,7 +128,7 @@ TEST_F(RubberBandTest, that_comes_back_to_where_it_began_is_no_click) {
   EXPECT_EQ(selectedNodes(), Paths{});
 }
 
-TEST_F(RubberBandTest, may_begin_between_the_tiles_and_end_outside_the_canvas) {
+TEST_F(RubberBandTest, a_band_may_begin_between_tiles_and_end_outside_the_canvas) {
   press({1, 1});
   dragTo({400, 300});
   release({2000, 2000});
@@ -138,7 +138,7 @@ TEST_F(RubberBandTest, may_begin_between_the_tiles_and_end_outside_the_canvas) {
   EXPECT_EQ(canvas_->band().band(), std::nullopt);
 }
 
-TEST_F(RubberBandTest, highlights_no_tile_and_shows_no_tooltip_while_it_is_drawn) {
+TEST_F(RubberBandTest, no_tile_is_highlighted_and_no_tooltip_shown_during_a_band) {
   moveTo(on("/r/docs/a.pdf"));
   ASSERT_TRUE(item("mapTooltip")->isVisible());
   press(on("/r/docs/a.pdf"));
@@ -156,7 +156,7 @@ TEST_F(RubberBandTest, highlights_no_tile_and_shows_no_tooltip_while_it_is_drawn
   EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
 }
 
-TEST_F(RubberBandTest, leaves_no_highlight_before_the_pointer_enters_a_tile_again) {
+TEST_F(RubberBandTest, nothing_is_highlighted_after_a_band_until_the_pointer_enters_a_tile) {
   dragOver("/r/docs/a.pdf", "/r/film.mp4");
   release(endOn("/r/film.mp4"));
   draw();
@@ -170,7 +170,7 @@ TEST_F(RubberBandTest, leaves_no_highlight_before_the_pointer_enters_a_tile_agai
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
 }
 
-TEST_F(RubberBandTest, lets_the_next_tile_be_highlighted_at_once) {
+TEST_F(RubberBandTest, the_next_tile_is_highlighted_at_once) {
   dragOver("/r/docs/a.pdf", "/r/film.mp4");
   release(endOn("/r/film.mp4"));
   draw();
@@ -180,7 +180,7 @@ TEST_F(RubberBandTest, lets_the_next_tile_be_highlighted_at_once) {
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
 }
 
-TEST_F(RubberBandTest, that_ended_outside_lets_the_pointer_enter_when_it_is_back) {
+TEST_F(RubberBandTest, the_pointer_enters_again_after_a_band_that_ended_outside) {
   dragOver("/r/docs/a.pdf", "/r/film.mp4");
   dragTo({-30, 100});
   release({-30, 100});
@@ -190,7 +190,7 @@ TEST_F(RubberBandTest, that_ended_outside_lets_the_pointer_enter_when_it_is_back
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
 }
 
-TEST_F(RubberBandTest, selects_nodes_of_the_tree_that_came_while_it_was_drawn) {
+TEST_F(RubberBandTest, a_band_selects_nodes_of_a_tree_that_arrived_meanwhile) {
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   const QPointF end = endOn("/r/docs/b.pdf");
   canvas_->setNode(NodeHandle(folderNode("/r", 10, {fileNode("/r/new", 10)})));
@@ -198,7 +198,7 @@ TEST_F(RubberBandTest, selects_nodes_of_the_tree_that_came_while_it_was_drawn) {
   EXPECT_EQ(selectedNodes(), Paths{"/r/new"});
 }
 
-TEST_F(RubberBandTest, outlives_a_tree_and_a_size_that_come_meanwhile) {
+TEST_F(RubberBandTest, a_band_continues_when_tree_or_size_change) {
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   canvas_->setNode(NodeHandle(folderNode("/r", 0)));
   draw();
@@ -213,7 +213,7 @@ TEST_F(RubberBandTest, outlives_a_tree_and_a_size_that_come_meanwhile) {
   EXPECT_FALSE(selectedNodes().empty());
 }
 
-TEST_F(RubberBandTest, goes_with_its_canvas) {
+TEST_F(RubberBandTest, a_band_ends_with_its_canvas) {
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   canvas_->setParentItem(nullptr);
   EXPECT_TRUE(selectedNodes().empty());
@@ -228,7 +228,7 @@ TEST_F(RubberBandTest, goes_with_its_canvas) {
   EXPECT_TRUE(session_.selection().selected().empty());
 }
 
-TEST_F(RubberBandTest, is_dropped_without_selecting_when_the_pointer_is_taken_away) {
+TEST_F(RubberBandTest, a_band_is_dropped_without_selecting_when_the_pointer_is_taken_away) {
   session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   canvas_->ungrabMouse();
@@ -237,7 +237,7 @@ TEST_F(RubberBandTest, is_dropped_without_selecting_when_the_pointer_is_taken_aw
   EXPECT_EQ(selectedNodes(), Paths{"/r/film.mp4"});
 }
 
-TEST_F(RubberBandTest, is_dropped_by_escape_whatever_has_the_keyboard) {
+TEST_F(RubberBandTest, escape_drops_a_band_whatever_has_the_keyboard_focus) {
   session_.selection().selectNodes({fileNode("/r/film.mp4", 300, FileKind::video)}, false);
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   draw();
@@ -254,7 +254,7 @@ TEST_F(RubberBandTest, is_dropped_by_escape_whatever_has_the_keyboard) {
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(RubberBandTest, takes_escape_from_the_window_only_while_it_is_drawn) {
+TEST_F(RubberBandTest, escape_reaches_the_window_without_a_band) {
   QKeyEvent before(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
   before.ignore();
   QCoreApplication::sendEvent(&window_, &before);
@@ -271,7 +271,7 @@ TEST_F(RubberBandTest, takes_escape_from_the_window_only_while_it_is_drawn) {
   EXPECT_FALSE(after.isAccepted());
 }
 
-TEST_F(RubberBandTest, goes_on_when_another_button_is_pressed_and_released) {
+TEST_F(RubberBandTest, a_band_continues_when_another_button_is_pressed_and_released) {
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");
   const QPointF end = endOn("/r/docs/b.pdf");
   send(QEvent::MouseButtonPress, end, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
@@ -283,7 +283,7 @@ TEST_F(RubberBandTest, goes_on_when_another_button_is_pressed_and_released) {
   EXPECT_EQ(selectedNodes(), (Paths{"/r/docs/a.pdf", "/r/docs/b.pdf"}));
 }
 
-TEST_F(RubberBandTest, selects_a_whole_folder_by_its_header) {
+TEST_F(RubberBandTest, a_band_over_its_header_selects_a_whole_folder) {
   const Rect folder = rectOf("/r/docs");
   press({folder.x + 5, folder.y + 3});
   dragTo({folder.x + 60, folder.y + 12});
@@ -291,7 +291,7 @@ TEST_F(RubberBandTest, selects_a_whole_folder_by_its_header) {
   EXPECT_EQ(selectedNodes(), Paths{"/r/docs"});
 }
 
-TEST_F(RubberBandTest, repaints_no_tile_while_it_is_drawn) {
+TEST_F(RubberBandTest, no_tile_is_repainted_during_a_band) {
   draw();
   const int before = canvas_->tileTexture().pictureCount();
   dragOver("/r/docs/a.pdf", "/r/docs/b.pdf");

@@ -36,7 +36,7 @@ inline DiskNode folderNode(const std::string& path, std::int64_t size,
                   children);
 }
 
-// What stands for the children of `parent` that its tree has no room for.
+// The remainder of the children of `parent`.
 inline DiskNode remainderNode(const std::string& parent, const std::string& name,
                               std::int64_t size) {
   return DiskNode({.name = name,
@@ -54,7 +54,7 @@ inline TreemapRect tileRect(const DiskNode& node, double width, double height) {
   return rect;
 }
 
-// One pixel of a canvas as text, "#aarrggbb" and premultiplied.
+// A pixel of a canvas as text, "#aarrggbb", premultiplied.
 inline std::string pixelAt(const PixelCanvas& canvas, int x, int y) {
   const auto pixel = reinterpret_cast<const std::uint32_t*>(
       canvas.image().constScanLine(y - canvas.area().y()))[x - canvas.area().x()];

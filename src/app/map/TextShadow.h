@@ -5,11 +5,11 @@
 
 namespace tessaly::TextShadow {
 
-// How much larger than the text a picture must be on every side for its shadow, in pixels.
+// The margin in pixels that a picture needs around the text for its shadow.
 int margin(double scale);
 
-// Lays `picture` (premultiplied, with that margin clear on all sides) over its own shadow: black at
-// 0.7, blurred by a Gaussian with a deviation of 2 points, moved down by 1 point.
+// Draws the shadow under `picture` (premultiplied, with that transparent margin): black at 0.7,
+// blurred by a Gaussian with a deviation of 2 points, moved down by 1 point.
 void layUnder(QImage& picture, double scale);
 
 }  // namespace tessaly::TextShadow

@@ -1,5 +1,4 @@
-// The tiles of a canvas in words, for those who cannot see them: one row a tile, in the order in
-// which they are painted.
+// The tiles of a canvas as texts for screen readers: one row per tile, in painting order.
 #pragma once
 
 #include <QAbstractListModel>
@@ -43,7 +42,7 @@ class TileElementModel : public QAbstractListModel {
   void renew();
 
   QPointer<TreemapSurface> canvas_;
-  CanvasTiles tiles_;  // as they were when the rows were last told
+  CanvasTiles tiles_;  // the tiles of the present rows
 };
 
 }  // namespace tessaly

@@ -21,7 +21,7 @@ class TileElements : public CanvasFixture {
     const auto found = canvas_->findChildren<QQuickItem*>(QStringLiteral("tileElement"));
     std::vector<QQuickItem*> all(found.begin(), found.end());
     if (all.empty()) {
-      // Those of a Repeater are nobody's children but its view's.
+      // Items of a Repeater are visual children only.
       std::vector<QQuickItem*> waiting = {canvas_.get()};
       while (!waiting.empty()) {
         QQuickItem* const item = waiting.back();
@@ -41,7 +41,7 @@ class TileElements : public CanvasFixture {
   }
 };
 
-TEST_F(TileElements, tell_name_and_size_and_share) {
+TEST_F(TileElements, elements_have_name_size_and_share) {
   EXPECT_EQ(elements().size(), canvas_->tiles().all().size());
   QAccessibleInterface* const docs = element("docs");
   ASSERT_NE(docs, nullptr);
@@ -50,7 +50,7 @@ TEST_F(TileElements, tell_name_and_size_and_share) {
             QStringLiteral("500 B, Folder · 50.0% of parent · 2 items"));
 }
 
-TEST_F(TileElements, stand_where_their_tiles_are) {
+TEST_F(TileElements, elements_are_at_the_places_of_their_tiles) {
   const TreemapRect& tile = canvas_->tiles()[canvas_->tiles().find("/r/film.mp4").value()].rect;
   const QRect shown = element("film.mp4")->rect();
   const QPointF corner =
@@ -61,16 +61,16 @@ TEST_F(TileElements, stand_where_their_tiles_are) {
   EXPECT_NEAR(shown.height(), tile.height, 1);
 }
 
-TEST_F(TileElements, show_names_that_are_not_utf_8) {
+TEST_F(TileElements, names_that_are_not_utf8_are_shown) {
   EXPECT_NE(element("caf\xEF\xBF\xBD"), nullptr);
 }
 
-TEST_F(TileElements, open_when_they_are_pressed) {
+TEST_F(TileElements, pressing_an_element_opens_it) {
   element("docs")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
 }
 
-TEST_F(TileElements, are_selected_when_they_are_toggled) {
+TEST_F(TileElements, toggling_an_element_selects_it) {
   element("docs")->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/docs"});
   draw();
@@ -78,14 +78,14 @@ TEST_F(TileElements, are_selected_when_they_are_toggled) {
   EXPECT_FALSE(element("film.mp4")->state().checked);
 }
 
-TEST_F(TileElements, know_which_of_them_the_keyboard_is_on) {
+TEST_F(TileElements, the_element_with_the_keyboard_focus_is_marked) {
   window_.requestActivate();
   canvas_->forceActiveFocus(Qt::TabFocusReason);
   EXPECT_TRUE(element("docs")->state().focused);
   EXPECT_FALSE(element("film.mp4")->state().focused);
 }
 
-TEST_F(TileElements, have_the_keyboard_one_after_the_other_and_none_once_the_pointer_moves) {
+TEST_F(TileElements, one_element_at_a_time_is_focused_and_none_once_the_pointer_moves) {
   canvas_->forceActiveFocus(Qt::TabFocusReason);
   QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
   QCoreApplication::sendEvent(&window_, &down);
@@ -96,7 +96,7 @@ TEST_F(TileElements, have_the_keyboard_one_after_the_other_and_none_once_the_poi
   EXPECT_FALSE(element("film.mp4")->state().focused);
 }
 
-TEST_F(TileElements, lend_the_keyboard_to_their_menu) {
+TEST_F(TileElements, an_element_keeps_the_focus_during_its_menu) {
   canvas_->forceActiveFocus(Qt::TabFocusReason);
   for (const int pressed : {Qt::Key_Menu, Qt::Key_Escape}) {
     QKeyEvent event(QEvent::KeyPress, pressed, Qt::NoModifier);
@@ -105,7 +105,7 @@ TEST_F(TileElements, lend_the_keyboard_to_their_menu) {
   }
 }
 
-TEST_F(TileElements, can_have_the_keyboard_and_be_chosen_and_pressed) {
+TEST_F(TileElements, elements_can_be_focused_selected_and_pressed) {
   const QAccessible::State state = element("film.mp4")->state();
   EXPECT_TRUE(state.focusable);
   EXPECT_TRUE(state.checkable);
@@ -114,7 +114,7 @@ TEST_F(TileElements, can_have_the_keyboard_and_be_chosen_and_pressed) {
   EXPECT_TRUE(actions.contains(QAccessibleActionInterface::toggleAction()));
 }
 
-TEST_F(TileElements, cannot_be_chosen_where_they_stand_for_many_items) {
+TEST_F(TileElements, elements_of_a_remainder_cannot_be_selected) {
   canvas_->setNode(NodeHandle(
       folderNode("/r", 100, {fileNode("/r/left", 60), remainderNode("/r", "+ 6 more", 40)})));
   draw();
@@ -129,38 +129,38 @@ TEST_F(TileElements, cannot_be_chosen_where_they_stand_for_many_items) {
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(TileElements, act_on_their_own_node_whatever_came_meanwhile) {
+TEST_F(TileElements, elements_act_on_their_own_node_whatever_has_changed) {
   QAccessibleInterface* const film = element("film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
   film->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
 }
 
-TEST_F(TileElements, tell_no_share_where_the_parent_has_no_size) {
+TEST_F(TileElements, there_is_no_share_if_the_parent_has_no_size) {
   canvas_->setNode(NodeHandle(folderNode("/r", 0, {fileNode("/r/left", 100)})));
   draw();
   ASSERT_NE(element("left"), nullptr);
   EXPECT_EQ(element("left")->text(QAccessible::Description), QStringLiteral("100 B, File"));
 }
 
-TEST_F(TileElements, let_the_pointer_through) {
+TEST_F(TileElements, elements_let_the_pointer_through) {
   click(on("/r/docs/a.pdf"));
   EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
 }
 
-TEST_F(TileElements, are_not_made_while_nobody_asks_for_them) {
+TEST_F(TileElements, elements_are_not_created_until_they_are_needed) {
   QAccessible::setActive(false);
   EXPECT_TRUE(elements().empty());
 }
 
-TEST_F(TileElements, follow_the_map) {
+TEST_F(TileElements, elements_follow_the_map) {
   canvas_->setNode(NodeHandle(folderNode("/r", 100, {fileNode("/r/left", 100)})));
   draw();
   EXPECT_EQ(elements().size(), 1U);
   EXPECT_NE(element("left"), nullptr);
 }
 
-TEST_F(TileElements, are_a_well_behaved_model) {
+TEST_F(TileElements, elements_pass_the_model_tester) {
   TileElementModel model;
   const QAbstractItemModelTester tester(&model,
                                         QAbstractItemModelTester::FailureReportingMode::Fatal);

@@ -1,5 +1,5 @@
-// The tiles of a canvas as elements for assistive programs. Nothing of it is to be seen, and the
-// pointer passes through.
+// The tiles of a canvas as elements for assistive programs. Invisible, and transparent to the
+// pointer.
 import QtQuick
 import Tessaly.Map
 import Tessaly.Model

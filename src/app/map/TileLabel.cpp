@@ -10,7 +10,7 @@
 namespace tessaly {
 namespace {
 
-// Room for icon, paddings and, where it is shown, the size; and for one character.
+// The space for icon, paddings and, if shown, the size; and for one character.
 constexpr double besideName = 20;
 constexpr double besideNameAndSize = 80;
 constexpr double characterWidth = 7.2;
@@ -35,7 +35,7 @@ std::string TileLabel::shortened(std::string_view name, double width, bool besid
   const double room = width - (besideSize ? besideNameAndSize : besideName);
   const int fitting = static_cast<int>(room / characterWidth);
   const int limit = std::max(fitting, fewestCharacters);
-  // No character is shorter than a byte, so most names need no counting.
+  // Every character has at least one byte, so most names need no counting.
   if (name.size() <= static_cast<std::size_t>(limit)) return std::string(name);
   if (UnicodeText::graphemeCount(name) <= static_cast<std::size_t>(limit)) return std::string(name);
   const int kept = fitting > fewestCharacters ? fitting - 1 : fewestCharacters;

@@ -8,11 +8,10 @@ namespace tessaly::TileNeighbour {
 
 namespace {
 
-// What rounding may have made two edges overlap by, in points.
+// The overlap of two edges, in points, that rounding may cause.
 constexpr double tolerance = 0.01;
 
-// A face as it is met by someone who goes in one direction: `from` to `to` along the way, `low` to
-// `high` across it.
+// A face relative to a direction: `from` to `to` along it, `low` to `high` across it.
 struct Met {
   double from = 0;
   double to = 0;

@@ -1,4 +1,4 @@
-// Which tile the arrow keys lead to. Pure functions on the tiles of one folder.
+// Which tile the arrow keys move to. Pure functions on the tiles of one folder.
 #pragma once
 
 #include <cstddef>
@@ -15,12 +15,12 @@ enum class TileDirection { left, right, up, down };
 
 namespace TileNeighbour {
 
-// Where a tile can be seen itself, in points: all of it, or the band above the tiles that it holds.
+// The visible part of a tile itself, in points: all of it, or the header above its children.
 Rect faceOf(const TreemapRect& rect);
 
-// The tile that is next to the one at `index`: of those whose faces lie wholly in that direction,
-// the one nearest to the middle of its edge, where going sideways counts as much as going ahead.
-// None at the border of the canvas.
+// The neighbour of the tile at `index`: of the tiles whose faces are completely in that direction,
+// the one nearest to the middle of its edge, where sideways distance counts as much as forward
+// distance. Absent at the border of the canvas.
 std::optional<std::size_t> of(const std::vector<CanvasTile>& tiles, std::size_t index,
                               TileDirection direction);
 

@@ -29,7 +29,7 @@ CanvasTile tileAt(const std::string& name, double x, double y, double width, dou
 
 class TileNeighbourTest : public testing::Test {
  protected:
-  // The name of the tile that is `direction` of the one named `from`; empty where there is none.
+  // The name of the neighbour in `direction` of the tile named `from`; empty if there is none.
   std::string from(const std::string& name, TileDirection direction) const {
     for (std::size_t i = 0; i < tiles_.size(); ++i) {
       if (tiles_[i].rect.node.name() != name) continue;
@@ -42,7 +42,7 @@ class TileNeighbourTest : public testing::Test {
   std::vector<CanvasTile> tiles_;
 };
 
-TEST_F(TileNeighbourTest, lies_beside_the_middle_of_the_edge) {
+TEST_F(TileNeighbourTest, the_neighbour_is_beside_the_middle_of_the_edge) {
   tiles_ = {tileAt("wide", 0, 0, 100, 300), tileAt("top", 102, 0, 100, 100),
             tileAt("middle", 102, 102, 100, 98), tileAt("bottom", 102, 202, 100, 98)};
   EXPECT_EQ(from("wide", TileDirection::right), "middle");
@@ -51,7 +51,7 @@ TEST_F(TileNeighbourTest, lies_beside_the_middle_of_the_edge) {
   EXPECT_EQ(from("bottom", TileDirection::left), "wide");
 }
 
-TEST_F(TileNeighbourTest, is_none_at_the_border) {
+TEST_F(TileNeighbourTest, there_is_no_neighbour_at_the_border) {
   tiles_ = {tileAt("one", 0, 0, 100, 100), tileAt("two", 102, 0, 100, 100)};
   EXPECT_EQ(from("one", TileDirection::left), "");
   EXPECT_EQ(from("one", TileDirection::up), "");
@@ -59,13 +59,13 @@ TEST_F(TileNeighbourTest, is_none_at_the_border) {
   EXPECT_EQ(from("two", TileDirection::right), "");
 }
 
-TEST_F(TileNeighbourTest, is_reached_over_a_place_that_is_left_empty) {
+TEST_F(TileNeighbourTest, an_empty_area_does_not_hide_the_neighbour) {
   tiles_ = {tileAt("one", 0, 0, 100, 100), tileAt("far", 300, 250, 100, 100)};
   EXPECT_EQ(from("one", TileDirection::right), "far");
   EXPECT_EQ(from("far", TileDirection::up), "one");
 }
 
-TEST_F(TileNeighbourTest, of_the_band_of_a_folder_is_what_lies_under_it) {
+TEST_F(TileNeighbourTest, the_neighbour_below_a_header_is_the_tile_under_it) {
   tiles_ = {tileAt("folder", 0, 0, 200, 200, true), tileAt("next", 202, 0, 100, 200),
             tileAt("inside", 2, 21, 97, 176), tileAt("beside", 101, 21, 97, 176)};
   EXPECT_EQ(from("folder", TileDirection::down), "inside");
@@ -76,13 +76,13 @@ TEST_F(TileNeighbourTest, of_the_band_of_a_folder_is_what_lies_under_it) {
   EXPECT_EQ(from("folder", TileDirection::right), "next");
 }
 
-TEST_F(TileNeighbourTest, may_overlap_by_what_rounding_has_left) {
+TEST_F(TileNeighbourTest, neighbours_may_overlap_by_rounding) {
   tiles_ = {tileAt("one", 0, 0, 100.0000001, 100), tileAt("two", 100, 0, 100, 100)};
   EXPECT_EQ(from("one", TileDirection::right), "two");
   EXPECT_EQ(from("two", TileDirection::left), "one");
 }
 
-TEST(TileFace, is_the_band_of_a_tile_that_holds_others) {
+TEST(TileFace, the_face_of_a_tile_with_children_is_its_header) {
   EXPECT_EQ(TileNeighbour::faceOf(tileAt("folder", 1, 2, 200, 100, true).rect),
             (Rect{1, 2, 200, 20}));
   EXPECT_EQ(TileNeighbour::faceOf(tileAt("file", 1, 2, 200, 100).rect), (Rect{1, 2, 200, 100}));
@@ -102,7 +102,7 @@ DiskNode randomFolder(std::mt19937& random, const std::string& path, int levels)
   return folderNode(path, size, children);
 }
 
-TEST(TileNeighbours, lead_to_every_tile_of_random_trees) {
+TEST(TileNeighbours, arrows_reach_every_tile_of_random_trees) {
   std::mt19937 random(7);
   for (int round = 0; round < 60; ++round) {
     const CanvasTiles tiles(randomFolder(random, "/r", 3), {900, 600}, {{}, {}, {}, false});

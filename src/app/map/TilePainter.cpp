@@ -17,12 +17,12 @@ constexpr double fillStart = 0.92;
 constexpr double fillEnd = 0.7;
 constexpr double sheenStart = 0.12;
 
-// The colours of one row of a tile: a fill whose opacity falls along the row, with white of a
-// constant opacity over it.
+// The colours of one row of a tile: a fill whose opacity decreases along the row, under white of a
+// constant opacity.
 struct RowColors {
   Color color;
   double start = 0;  // opacity of the fill at x = 0
-  double slope = 0;  // what the opacity loses with each pixel
+  double slope = 0;  // the decrease of the opacity per pixel
   double white = 0;
 
   double opacityAt(double x) const { return start - slope * x; }
@@ -33,7 +33,7 @@ struct RowColors {
                             white + rest * color.green / 255, white + rest * color.blue / 255);
   }
 
-  // The same as a gradient has it.
+  // The same as a colour of a gradient.
   Pixel::Gradient::Color exactly(double opacity, double rounding) const {
     const double rest = (1 - white) * opacity;
     const auto channel = [&](double value) {
@@ -45,7 +45,7 @@ struct RowColors {
             .alpha = channel(255)};
   }
 
-  // From `opacity` on.
+  // Starts at `opacity`.
   Pixel::Gradient gradient(double opacity) const {
     const auto now = exactly(opacity, 0);
     const auto next = exactly(opacity - slope, 0);
@@ -62,11 +62,11 @@ struct RowColors {
   std::uint32_t atPixel(int x) const { return at(opacityAt(x + 0.5)); }
 };
 
-// The steps of a gradient have 8 bits after the point, so every so many pixels the colour is worked
-// out afresh.
+// The steps of a gradient have 8 fractional bits, so the colour is computed again after this many
+// pixels.
 constexpr int pixelsBetween = 64;
 
-// The solid part of a row.
+// The fully covered part of a row.
 void fillSpan(std::uint32_t* pixels, int from, int to, const RowColors& colors,
               std::uint8_t coverage) {
   for (; from < to; from += pixelsBetween) {

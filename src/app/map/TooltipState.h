@@ -1,4 +1,4 @@
-// What the tooltip of the treemap shows, and where. Written by the surface, read by QML.
+// Content and position of the treemap's tooltip. Written by the surface, read by QML.
 #pragma once
 
 #include <QColor>
@@ -23,11 +23,11 @@ class TooltipState : public QObject {
   Q_PROPERTY(QString name READ name NOTIFY changed)
   Q_PROPERTY(QString size READ size NOTIFY changed)
   Q_PROPERTY(QString facts READ facts NOTIFY changed)
-  Q_PROPERTY(QString age READ age NOTIFY changed)  // empty while there is no such line
+  Q_PROPERTY(QString age READ age NOTIFY changed)  // empty if there is no such line
   Q_PROPERTY(QString path READ path NOTIFY changed)
   Q_PROPERTY(QPointF place READ place NOTIFY moved)  // top left, in points of the canvas
   Q_PROPERTY(double width READ width CONSTANT)
-  // How high the panel is that shows all this, as it tells.
+  // The height of the panel, set by the view.
   Q_PROPERTY(double height READ height WRITE setHeight NOTIFY moved)
 
  public:
@@ -35,7 +35,7 @@ class TooltipState : public QObject {
 
   void show(const TooltipText& text, const Color& tint);
   void hide();
-  // Beside the pointer, on a canvas of this size.
+  // Places the tooltip beside the pointer, on a canvas of this size.
   void pointAt(QPointF pointer, QSizeF canvas);
 
   bool isShown() const { return shown_; }

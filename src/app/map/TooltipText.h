@@ -1,4 +1,4 @@
-// The texts of the panel that tells what the tile under the pointer is.
+// The texts of the tooltip of a tile.
 #pragma once
 
 #include <optional>

@@ -15,7 +15,7 @@ TreemapRect under(std::int64_t parentSize, const DiskNode& node) {
   return rect;
 }
 
-TEST(TooltipText, of_a_file_tells_name_size_kind_share_and_path) {
+TEST(TooltipText, texts_of_a_file_are_name_size_kind_share_and_path) {
   const auto text =
       TooltipText::of(under(4096, fileNode("/home/film.mp4", 1024, FileKind::video)), false, now);
   EXPECT_EQ(text.name, "film.mp4");
@@ -24,7 +24,7 @@ TEST(TooltipText, of_a_file_tells_name_size_kind_share_and_path) {
   EXPECT_EQ(text.path, "/home/film.mp4");
 }
 
-TEST(TooltipText, of_a_folder_counts_its_direct_children) {
+TEST(TooltipText, texts_of_a_folder_count_its_direct_children) {
   const DiskNode folder = folderNode(
       "/a", 50, {folderNode("/a/b", 30, {fileNode("/a/b/c", 20)}), fileNode("/a/d", 10)});
   EXPECT_EQ(TooltipText::of(under(100, folder), false, now).facts,
@@ -33,30 +33,30 @@ TEST(TooltipText, of_a_folder_counts_its_direct_children) {
             "Folder · 50.0% of parent · 0 items");
 }
 
-TEST(TooltipText, leaves_out_the_share_of_a_parent_without_size) {
+TEST(TooltipText, the_share_is_left_out_if_the_parent_has_no_size) {
   EXPECT_EQ(TooltipText::of(under(0, fileNode("/a", 5)), false, now).facts, "File");
   EXPECT_EQ(TooltipText::of(under(0, folderNode("/a", 5)), false, now).facts, "Folder · 0 items");
 }
 
-TEST(TooltipText, rounds_the_share_to_one_decimal) {
+TEST(TooltipText, the_share_is_rounded_to_one_decimal) {
   EXPECT_EQ(TooltipText::of(under(3000, fileNode("/a", 1000)), false, now).facts,
             "File · 33.3% of parent");
-  // Small files weigh more in their parent than they have, so a share may exceed the whole.
+  // Small files count more in their parent than their size, so a share may exceed 100 %.
   EXPECT_EQ(TooltipText::of(under(1000, fileNode("/a", 1500)), false, now).facts,
             "File · 150.0% of parent");
 }
 
-TEST(TooltipText, tells_the_age_only_while_the_map_shows_ages) {
+TEST(TooltipText, the_age_is_shown_only_while_the_map_shows_ages) {
   const TreemapRect rect = under(10, fileNode("/a", 5, FileKind::other, now - 3 * 86400));
   EXPECT_FALSE(TooltipText::of(rect, false, now).age.has_value());
   EXPECT_EQ(TooltipText::of(rect, true, now).age, "3 days ago");
 }
 
-TEST(TooltipText, says_so_where_no_time_is_known) {
+TEST(TooltipText, an_unknown_time_is_shown_as_unknown) {
   EXPECT_EQ(TooltipText::of(under(10, fileNode("/a", 5)), true, now).age, "Unknown date");
 }
 
-TEST(TooltipText, keeps_the_bytes_of_names_and_paths) {
+TEST(TooltipText, names_and_paths_keep_their_bytes) {
   const auto text = TooltipText::of(under(10, fileNode("/caf\xE9", 5)), false, now);
   EXPECT_EQ(text.name, "caf\xE9");
   EXPECT_EQ(text.path, "/caf\xE9");
