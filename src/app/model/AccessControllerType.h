@@ -1,4 +1,4 @@
-// Makes AccessController a type that QML knows, so that a view can ask for one by a typed property.
+// Registers AccessController as a QML type, so that a view can have a typed property for it.
 #pragma once
 
 #include <QtQml/qqml.h>

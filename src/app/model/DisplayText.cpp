@@ -7,7 +7,7 @@
 namespace tessaly {
 namespace {
 
-// Half of a pair is none of these.
+// Surrogates are none of these.
 bool misleads(QChar character) {
   return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
          character == QChar::ParagraphSeparator ||

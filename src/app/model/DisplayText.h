@@ -1,4 +1,4 @@
-// Names and paths as a person reads them. Only for showing: the bytes cannot be had back from it.
+// Names and paths as displayed text. For display only: the bytes cannot be restored from it.
 #pragma once
 
 #include <string_view>
@@ -7,8 +7,8 @@
 
 namespace tessaly {
 
-// `bytes` as text on one line, in the direction that its letters have. What is not UTF-8, and every
-// control character, line break and direction control, stands as a replacement character.
+// `bytes` as text on one line, without forced direction. Invalid UTF-8, and every control
+// character, line break and direction control, is shown as a replacement character.
 QString displayText(std::string_view bytes);
 
 }  // namespace tessaly

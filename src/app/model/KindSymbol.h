@@ -1,4 +1,4 @@
-// The name of the symbol that stands for a kind of item.
+// The name of the symbol for a kind of item.
 #pragma once
 
 #include <string_view>

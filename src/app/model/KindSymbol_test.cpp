@@ -5,7 +5,7 @@
 namespace tessaly {
 namespace {
 
-TEST(KindSymbol, is_there_for_every_kind_of_file) {
+TEST(KindSymbol, every_kind_of_file_has_a_symbol) {
   EXPECT_EQ(KindSymbol::of(FileKind::folder), "folder.fill");
   EXPECT_EQ(KindSymbol::of(FileKind::app), "app.badge");
   EXPECT_EQ(KindSymbol::of(FileKind::video), "film");
@@ -17,7 +17,7 @@ TEST(KindSymbol, is_there_for_every_kind_of_file) {
   EXPECT_EQ(KindSymbol::of(FileKind::other), "doc");
 }
 
-TEST(KindSymbol, is_a_folder_for_every_directory) {
+TEST(KindSymbol, every_directory_has_the_symbol_of_folders) {
   const DiskNode bundle({.name = "Tool.app",
                          .path = "/Tool.app",
                          .size = 1,

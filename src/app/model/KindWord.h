@@ -1,4 +1,4 @@
-// What a kind of item is called where a person reads it.
+// The word for a kind of item.
 #pragma once
 
 #include <string_view>
@@ -10,7 +10,7 @@ namespace tessaly::KindWord {
 
 std::string_view of(FileKind kind);
 
-// A directory is a folder whatever its kind, so that an application that is a directory is one.
+// A directory is a folder whatever its kind, also an application that is a directory.
 std::string_view of(const DiskNode& node);
 
 }  // namespace tessaly::KindWord

@@ -5,7 +5,7 @@
 namespace tessaly {
 namespace {
 
-TEST(KindWord, has_a_word_for_every_kind) {
+TEST(KindWord, every_kind_has_a_word) {
   EXPECT_EQ(KindWord::of(FileKind::folder), "Folder");
   EXPECT_EQ(KindWord::of(FileKind::app), "Application");
   EXPECT_EQ(KindWord::of(FileKind::video), "Video");
@@ -17,7 +17,7 @@ TEST(KindWord, has_a_word_for_every_kind) {
   EXPECT_EQ(KindWord::of(FileKind::other), "File");
 }
 
-TEST(KindWord, calls_a_directory_a_folder_whatever_its_kind) {
+TEST(KindWord, a_directory_is_a_folder_whatever_its_kind) {
   const DiskNode bundle({.name = "Tool.app",
                          .path = "/Tool.app",
                          .size = 1,

@@ -1,7 +1,7 @@
-// What can be done with one item of the tree without changing anything: show it, open it, look into
-// it, take its path along. Everything goes by the node's bytes.
+// Operations on one item of the tree that change nothing: reveal it, open it, preview it, copy its
+// path. All use the bytes of the path.
 //
-// Main thread only. What it is made of outlives it.
+// Main thread only. The constructor's arguments must outlive it.
 #pragma once
 
 #include <functional>
@@ -34,7 +34,7 @@ class NodeActions : public QObject {
 
   explicit NodeActions(Services services, QObject* parent = nullptr);
 
-  // Each does nothing for a handle without a node, or with one that is no item of the disk.
+  // Each does nothing for a handle without a node, or with a remainder.
   Q_INVOKABLE void reveal(const tessaly::NodeHandle& node);
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void quickLook(const tessaly::NodeHandle& node);

@@ -37,7 +37,7 @@ class NodeActionsTest : public ::testing::Test {
                         .openInEditor = note("editor")}};
 };
 
-TEST_F(NodeActionsTest, hand_over_the_bytes_of_the_path) {
+TEST_F(NodeActionsTest, actions_pass_on_the_bytes_of_the_path) {
   actions_.reveal(odd());
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre("/data/caf\xe9\n")));
   actions_.open(odd());
@@ -51,7 +51,7 @@ TEST_F(NodeActionsTest, hand_over_the_bytes_of_the_path) {
                                   "editor /data/caf\xe9\n"));
 }
 
-TEST_F(NodeActionsTest, do_nothing_without_a_node) {
+TEST_F(NodeActionsTest, actions_do_nothing_without_a_node) {
   const NodeHandle none;
   actions_.reveal(none);
   actions_.open(none);
@@ -65,7 +65,7 @@ TEST_F(NodeActionsTest, do_nothing_without_a_node) {
   EXPECT_THAT(asked_, IsEmpty());
 }
 
-TEST_F(NodeActionsTest, do_nothing_with_what_stands_for_many_items) {
+TEST_F(NodeActionsTest, actions_do_nothing_with_a_remainder) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more";
   fields.path = "/data/__rest__";
@@ -82,7 +82,7 @@ TEST_F(NodeActionsTest, do_nothing_with_what_stands_for_many_items) {
   EXPECT_THAT(asked_, IsEmpty());
 }
 
-TEST_F(NodeActionsTest, take_files_that_are_called_like_a_remainder) {
+TEST_F(NodeActionsTest, actions_accept_files_named_like_a_remainder) {
   for (const char* name : {"__rest__", "+ 6 more"}) {
     DiskNode::Fields fields;
     fields.name = name;

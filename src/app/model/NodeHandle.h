@@ -1,5 +1,5 @@
-// A DiskNode as QML passes it from one view to the next: opaque, so that names and paths stay the
-// bytes they are. Copying it is as cheap as copying the node.
+// A DiskNode that QML passes between views: opaque, so that names and paths keep their bytes.
+// Copying it is as cheap as copying the node.
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ namespace tessaly {
 class NodeHandle {
   Q_GADGET
   QML_VALUE_TYPE(nodeHandle)
-  // False for the handle that holds no node.
+  // False for a handle without a node.
   Q_PROPERTY(bool valid READ isValid CONSTANT)
 
  public:
@@ -25,7 +25,7 @@ class NodeHandle {
   bool isValid() const { return node_.has_value(); }
   const std::optional<DiskNode>& node() const { return node_; }
 
-  // By value, as nodes are equal: two scans of an unchanged folder give equal handles.
+  // By value, like nodes: two scans of an unchanged folder give equal handles.
   friend bool operator==(const NodeHandle&, const NodeHandle&) = default;
 
  private:

@@ -7,7 +7,7 @@
 namespace tessaly {
 namespace {
 
-TEST(NodeHandle, carries_the_bytes_of_a_path_through_a_variant) {
+TEST(NodeHandle, a_node_handle_keeps_the_bytes_of_a_path_in_a_variant) {
   const DiskNode node({.name = "caf\xE9", .path = "/caf\xE9", .size = 1, .mtime = {}});
   const QVariant passed = QVariant::fromValue(NodeHandle(node));
   const auto handle = passed.value<NodeHandle>();
@@ -15,12 +15,12 @@ TEST(NodeHandle, carries_the_bytes_of_a_path_through_a_variant) {
   EXPECT_EQ(handle.node()->path(), "/caf\xE9");
 }
 
-TEST(NodeHandle, is_not_valid_without_a_node) {
+TEST(NodeHandle, a_node_handle_without_a_node_is_not_valid) {
   EXPECT_FALSE(NodeHandle().isValid());
   EXPECT_FALSE(NodeHandle(std::nullopt).isValid());
 }
 
-TEST(NodeHandle, equals_a_handle_of_an_equal_node) {
+TEST(NodeHandle, node_handles_of_equal_nodes_are_equal) {
   const DiskNode::Fields fields{.name = "a", .path = "/a", .size = 1, .mtime = {}};
   EXPECT_EQ(NodeHandle(DiskNode(fields)), NodeHandle(DiskNode(fields)));
   EXPECT_NE(NodeHandle(DiskNode(fields)), NodeHandle());

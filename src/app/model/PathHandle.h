@@ -1,4 +1,4 @@
-// A path as QML passes it from a row to what acts on it: opaque, so that it stays the bytes it is.
+// A path that QML passes from a row to an operation: opaque, so that it keeps its bytes.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace tessaly {
 class PathHandle {
   Q_GADGET
   QML_VALUE_TYPE(pathHandle)
-  // False for the handle that holds no path.
+  // False for a handle without a path.
   Q_PROPERTY(bool valid READ isValid CONSTANT)
 
  public:

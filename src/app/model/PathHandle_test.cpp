@@ -7,18 +7,18 @@
 namespace tessaly {
 namespace {
 
-TEST(PathHandle, carries_the_bytes_of_a_path_through_a_variant) {
+TEST(PathHandle, a_path_handle_keeps_the_bytes_of_a_path_in_a_variant) {
   const QVariant passed = QVariant::fromValue(PathHandle("/caf\xE9\n"));
   const auto handle = passed.value<PathHandle>();
   ASSERT_TRUE(handle.isValid());
   EXPECT_EQ(handle.path(), "/caf\xE9\n");
 }
 
-TEST(PathHandle, is_not_valid_without_a_path) {
+TEST(PathHandle, a_path_handle_without_a_path_is_not_valid) {
   EXPECT_FALSE(PathHandle().isValid());
 }
 
-TEST(PathHandle, equals_a_handle_of_the_same_bytes_alone) {
+TEST(PathHandle, path_handles_are_equal_only_if_their_bytes_are) {
   EXPECT_EQ(PathHandle("/a\xFF"), PathHandle("/a\xFF"));
   EXPECT_NE(PathHandle("/a\xFF"), PathHandle("/a\xFE"));
 }

@@ -1,5 +1,5 @@
-// Makes the parts of the session types that QML knows, so that a view can ask for one by a typed
-// property.
+// Registers the parts of the session as QML types, so that a view can have typed properties for
+// them.
 #pragma once
 
 #include <QtQml/qqml.h>

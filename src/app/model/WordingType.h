@@ -1,5 +1,4 @@
-// The texts that name the system, as views see them: `Wording.reveal`. All of them are constant for
-// the life of the program.
+// The texts that name the system, for views: `Wording.reveal`. They are constant during the run.
 #pragma once
 
 #include <QObject>
