@@ -9,37 +9,37 @@
 namespace tessaly {
 namespace {
 
-// What all buttons of the program share, whatever their style.
+// What all buttons of the program have in common, whatever their style.
 class MarrowButton : public testing::TestWithParam<const char*> {
  protected:
   MarrowButton() : scene_(QString::fromLatin1(GetParam())) {}
   ControlScene scene_;
 };
 
-TEST_P(MarrowButton, is_clicked_by_the_mouse) {
+TEST_P(MarrowButton, the_mouse_clicks_a_button) {
   scene_.activate();
   const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
   QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, scene_.center());
   EXPECT_EQ(clicked.count(), 1);
 }
 
-TEST_P(MarrowButton, is_reached_by_tab_and_shows_it) {
+TEST_P(MarrowButton, tab_reaches_a_button_and_shows_its_focus_ring) {
   scene_.activate();
   EXPECT_FALSE(scene_.find("focusRing")->isVisible());
   QTest::keyClick(&scene_.view(), Qt::Key_Tab);
   EXPECT_TRUE(scene_.control()->hasActiveFocus());
   EXPECT_TRUE(scene_.find("focusRing")->isVisible());
-  // The ring lies outside the control, so it is seen on a control of any colour.
+  // The ring is outside the control, so it is visible with any colour of the control.
   EXPECT_GT(scene_.pixel(scene_.control()->width() / 2, -2).blue(), 0xC0);
 }
 
-TEST_P(MarrowButton, does_not_show_the_ring_for_a_click) {
+TEST_P(MarrowButton, a_click_shows_no_focus_ring) {
   scene_.activate();
   QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, scene_.center());
   EXPECT_FALSE(scene_.find("focusRing")->isVisible());
 }
 
-TEST_P(MarrowButton, is_pressed_by_space_and_by_return) {
+TEST_P(MarrowButton, space_and_return_press_a_button) {
   scene_.activate();
   QTest::keyClick(&scene_.view(), Qt::Key_Tab);
   const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
@@ -51,7 +51,7 @@ TEST_P(MarrowButton, is_pressed_by_space_and_by_return) {
   EXPECT_EQ(clicked.count(), 3);
 }
 
-TEST_P(MarrowButton, leaves_space_with_other_keys_to_the_commands) {
+TEST_P(MarrowButton, space_with_modifiers_is_left_to_the_commands) {
   scene_.activate();
   QTest::keyClick(&scene_.view(), Qt::Key_Tab);
   const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
@@ -64,7 +64,7 @@ TEST_P(MarrowButton, leaves_space_with_other_keys_to_the_commands) {
   EXPECT_FALSE(scene_.control()->property("pressed").toBool());
 }
 
-TEST_P(MarrowButton, does_nothing_while_disabled) {
+TEST_P(MarrowButton, a_disabled_button_does_nothing) {
   scene_.activate();
   QTest::keyClick(&scene_.view(), Qt::Key_Tab);
   const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
@@ -75,7 +75,7 @@ TEST_P(MarrowButton, does_nothing_while_disabled) {
   EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_P(MarrowButton, tells_assistive_tools_its_name_and_can_be_pressed_by_them) {
+TEST_P(MarrowButton, a_button_has_an_accessible_name_and_press_action) {
   QAccessible::setActive(true);
   QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(scene_.control());
   ASSERT_NE(interface, nullptr);
@@ -90,13 +90,13 @@ TEST_P(MarrowButton, tells_assistive_tools_its_name_and_can_be_pressed_by_them) 
   EXPECT_EQ(clicked.count(), 1);
 }
 
-TEST_P(MarrowButton, shows_text_as_it_stands) {
+TEST_P(MarrowButton, a_button_shows_its_text_as_plain_text) {
   scene_.control()->setProperty("text", "<b>a</b> & b");
   expectProperties(scene_,
                    {{"label", "text", "<b>a</b> & b"}, {"label", "textFormat", Qt::PlainText}});
 }
 
-TEST_P(MarrowButton, takes_no_room_for_a_symbol_it_has_not) {
+TEST_P(MarrowButton, a_button_without_a_symbol_has_no_space_for_it) {
   const double without = scene_.control()->implicitWidth();
   EXPECT_EQ(scene_.find("symbol")->width(), 0);
   scene_.control()->setProperty("symbol", "plus");
@@ -109,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(Styles, MarrowButton,
                                          "MarrowPrimaryButton { text: \"Do it\" }",
                                          "MarrowSecondaryButton { text: \"Do it\" }"));
 
-TEST(MarrowPillForAssistiveTools, says_whether_it_is_the_chosen_one) {
+TEST(MarrowPillForAssistiveTools, a_pill_is_accessible_as_checked_if_it_is_active) {
   QAccessible::setActive(true);
   const ControlScene scene("MarrowPill { text: \"Age\"; active: true }");
   QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(scene.control());

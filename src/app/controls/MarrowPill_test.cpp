@@ -11,7 +11,7 @@ namespace {
 const char* kPlain = "MarrowPill { text: \"Treemap\"; active: false }";
 const char* kActive = "MarrowPill { text: \"Treemap\"; active: true }";
 
-TEST(MarrowPill, is_muted_and_regular_while_it_is_not_active) {
+TEST(MarrowPill, an_inactive_pill_is_muted_and_regular) {
   const ControlScene scene(kPlain);
   expectProperties(scene, {{"label", "text", "Treemap"},
                            {"label", "color", "#9ca3af at 1.00"},
@@ -23,7 +23,7 @@ TEST(MarrowPill, is_muted_and_regular_while_it_is_not_active) {
                            {"", "opacity", 1}});
 }
 
-TEST(MarrowPill, takes_its_tint_and_semibold_while_it_is_active) {
+TEST(MarrowPill, an_active_pill_has_its_tint_and_is_semibold) {
   const ControlScene scene(kActive);
   expectProperties(scene, {{"label", "color", "#007aff at 1.00"},
                            {"label", "font.pixelSize", 12},
@@ -33,7 +33,7 @@ TEST(MarrowPill, takes_its_tint_and_semibold_while_it_is_active) {
                            {"background", "outlineWidth", 1}});
 }
 
-TEST(MarrowPill, follows_its_active_state_as_it_changes) {
+TEST(MarrowPill, a_pill_follows_its_active_state) {
   const ControlScene scene(kPlain);
   scene.control()->setProperty("active", true);
   expectProperties(scene, {{"label", "color", "#007aff at 1.00"},
@@ -45,14 +45,14 @@ TEST(MarrowPill, follows_its_active_state_as_it_changes) {
                            {"background", "color", "#ffffff at 0.04"}});
 }
 
-TEST(MarrowPill, shows_any_tint_in_label_fill_and_outline) {
+TEST(MarrowPill, a_pill_has_its_tint_in_label_fill_and_outline) {
   const ControlScene scene("MarrowPill { text: \"A\"; active: true; tint: Theme.warning }");
   expectProperties(scene, {{"label", "color", "#ff9500 at 1.00"},
                            {"background", "color", "#ff9500 at 0.18"},
                            {"background", "outlineColor", "#ff9500 at 0.45"}});
 }
 
-TEST(MarrowPill, leaves_11_points_beside_its_label_and_5_above_and_below) {
+TEST(MarrowPill, a_pill_has_11_points_beside_its_label_and_5_above_and_below) {
   const ControlScene scene(kPlain);
   const QQuickItem* label = scene.find("label");
   EXPECT_EQ(scene.control()->width(), std::ceil(label->implicitWidth()) + 22);
@@ -62,13 +62,13 @@ TEST(MarrowPill, leaves_11_points_beside_its_label_and_5_above_and_below) {
   EXPECT_EQ(corner.y(), 5);
 }
 
-TEST(MarrowPill, is_a_capsule) {
+TEST(MarrowPill, a_pill_is_a_capsule) {
   ControlScene scene(kActive);
   expectProperties(scene, {{"background", "radius", scene.control()->height() / 2}});
   EXPECT_EQ(scene.pixel(0, 0), QColor(0x12, 0x13, 0x18));
 }
 
-TEST(MarrowPill, is_drawn_at_four_fifths_while_pressed) {
+TEST(MarrowPill, a_pressed_pill_has_four_fifths_of_its_opacity) {
   ControlScene scene(kActive);
   scene.activate();
   const double middle = scene.control()->height() / 2;
@@ -87,7 +87,7 @@ TEST(MarrowPill, is_drawn_at_four_fifths_while_pressed) {
   EXPECT_GT(before.blue(), pressed.blue());
 }
 
-TEST(MarrowPill, shows_its_symbol_before_the_label_in_the_labels_colour) {
+TEST(MarrowPill, the_symbol_precedes_the_label_in_its_colour) {
   const ControlScene scene(
       "MarrowPill { text: \"Map\"; active: true; symbol: \"square.split.2x2\"; labelSize: 11\n"
       "labelWeight: Font.Medium }");
@@ -101,7 +101,7 @@ TEST(MarrowPill, shows_its_symbol_before_the_label_in_the_labels_colour) {
             scene.find("label")->mapToScene(QPointF(0, 0)).x());
 }
 
-TEST(MarrowPill, gives_its_label_the_room_of_the_symbol_before_that_is_an_ellipsis_alone) {
+TEST(MarrowPill, the_symbol_is_left_out_before_the_label_becomes_an_ellipsis) {
   const auto shown = [](int width) {
     const ControlScene scene(QStringLiteral("MarrowPill { width: %1; text: \"Warehouse\"; "
                                             "symbol: \"folder\"; active: false }")

@@ -19,7 +19,7 @@ class MarrowSwitch : public testing::Test {
       "symbolWidth: 14 }"};
 };
 
-TEST_F(MarrowSwitch, shows_what_is_on) {
+TEST_F(MarrowSwitch, a_switch_shows_whether_it_is_on) {
   expectProperties(scene_, {{"track", "color", "#ffffff at 0.14"},
                             {"symbol", "width", 14},
                             {"label", "text", "Videos"},
@@ -30,7 +30,7 @@ TEST_F(MarrowSwitch, shows_what_is_on) {
   EXPECT_GT(knob(), off);
 }
 
-TEST_F(MarrowSwitch, asks_and_does_not_turn_by_itself) {
+TEST_F(MarrowSwitch, a_switch_requests_a_change_and_does_not_change_by_itself) {
   scene_.activate();
   const QSignalSpy clicked(scene_.control(), SIGNAL(clicked()));
   const double off = knob();
@@ -44,7 +44,7 @@ TEST_F(MarrowSwitch, asks_and_does_not_turn_by_itself) {
   EXPECT_FALSE(scene_.read("", "checked").toBool());
 }
 
-TEST_F(MarrowSwitch, is_a_check_box_for_assistive_tools) {
+TEST_F(MarrowSwitch, a_switch_is_an_accessible_check_box) {
   QAccessible::setActive(true);
   QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(scene_.control());
   ASSERT_NE(interface, nullptr);
@@ -59,7 +59,7 @@ TEST_F(MarrowSwitch, is_a_check_box_for_assistive_tools) {
   EXPECT_TRUE(interface->state().checked);
 }
 
-TEST_F(MarrowSwitch, elides_a_label_that_is_too_long) {
+TEST_F(MarrowSwitch, a_label_of_a_switch_that_is_too_long_is_elided) {
   scene_.control()->setProperty("text", QString(80, 'w'));
   scene_.picture();
   EXPECT_TRUE(scene_.read("label", "truncated").toBool());

@@ -10,7 +10,7 @@ const QString corner = QStringLiteral(
     "MarrowToolTip { objectName: \"tip\"; text: \"<b>What</b> this does, in a few words\"\n"
     "delay: %1 } }");
 
-// What the tip says once the pointer has come and the time set has passed, if that is none.
+// The text of the tip after the pointer has entered and the given time has passed, if it is shown.
 QQuickItem* textIn(ControlScene& scene) {
   scene.activate();
   auto* tip = scene.control()->findChild<QObject*>("tip");
@@ -20,7 +20,7 @@ QQuickItem* textIn(ControlScene& scene) {
   return tip->property("contentItem").value<QQuickItem*>();
 }
 
-TEST(MarrowToolTip, stands_above_its_control_within_the_window) {
+TEST(MarrowToolTip, the_tip_is_above_its_control_within_the_window) {
   ControlScene scene(corner.arg(0));
   QQuickItem* text = textIn(scene);
   ASSERT_NE(text, nullptr);
@@ -33,7 +33,7 @@ TEST(MarrowToolTip, stands_above_its_control_within_the_window) {
   EXPECT_FALSE(text->property("truncated").toBool());
 }
 
-TEST(MarrowToolTip, waits_for_the_pointer_to_rest) {
+TEST(MarrowToolTip, the_tip_waits_for_the_pointer_to_rest) {
   const ControlScene scene("Item { MarrowToolTip { objectName: \"tip\" } }");
   auto* tip = scene.control()->findChild<QObject*>("tip");
   ASSERT_NE(tip, nullptr);

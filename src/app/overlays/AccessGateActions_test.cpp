@@ -14,8 +14,8 @@ using testing::IsEmpty;
 
 class AccessGateActionsTest : public testing::Test, protected AccessGateFixture {};
 
-TEST_F(AccessGateActionsTest, granting_shows_the_program_then_the_settings) {
-  // Both are there as soon as the views hear that a new start is needed.
+TEST_F(AccessGateActionsTest, granting_reveals_the_program_and_then_opens_the_settings) {
+  // Both are shown before the views are told that a relaunch is needed.
   std::size_t shownBefore = 0;
   QObject::connect(&access, &AccessController::needsRelaunchChanged, [&] {
     shownBefore = workspace.revealed.size() + workspace.settingsAsked.size();
@@ -29,7 +29,7 @@ TEST_F(AccessGateActionsTest, granting_shows_the_program_then_the_settings) {
   EXPECT_EQ(probes, 1);
 }
 
-TEST_F(AccessGateActionsTest, granting_has_begun_once_and_stays_so) {
+TEST_F(AccessGateActionsTest, granting_starts_once_and_stays_started) {
   const QSignalSpy changes(&actions, &AccessGateActions::hasBegunChanged);
   EXPECT_FALSE(actions.hasBegun());
   actions.refresh();
@@ -41,7 +41,7 @@ TEST_F(AccessGateActionsTest, granting_has_begun_once_and_stays_so) {
   EXPECT_EQ(workspace.revealed.size(), 2U);
 }
 
-TEST_F(AccessGateActionsTest, starts_anew_once_however_often_it_is_asked) {
+TEST_F(AccessGateActionsTest, relaunch_starts_one_instance_however_often_it_is_called) {
   actions.relaunch();
   actions.relaunch();
   EXPECT_THAT(done, ElementsAre("give up", "start /opt/tessaly"));
@@ -51,7 +51,7 @@ TEST_F(AccessGateActionsTest, starts_anew_once_however_often_it_is_asked) {
   EXPECT_FALSE(dispatch.advanceToNextDue());
 }
 
-TEST_F(AccessGateActionsTest, starts_anew_again_when_nobody_let_it_quit) {
+TEST_F(AccessGateActionsTest, relaunch_starts_another_instance_if_quitting_was_refused) {
   actions.relaunch();
   dispatch.advanceToNextDue();
   dispatch.drainAll();
@@ -59,7 +59,7 @@ TEST_F(AccessGateActionsTest, starts_anew_again_when_nobody_let_it_quit) {
   EXPECT_EQ(done.size(), 5U);
 }
 
-TEST_F(AccessGateActionsTest, quits_even_when_it_is_gone_by_then) {
+TEST_F(AccessGateActionsTest, quitting_works_even_if_the_object_is_gone_by_then) {
   {
     AccessGateActions shortLived(
         {.access = access,
@@ -76,7 +76,7 @@ TEST_F(AccessGateActionsTest, quits_even_when_it_is_gone_by_then) {
   EXPECT_THAT(done, ElementsAre("quit"));
 }
 
-TEST_F(AccessGateActionsTest, looks_again_and_goes_on_without) {
+TEST_F(AccessGateActionsTest, refresh_and_skip_are_passed_on) {
   actions.refresh();
   EXPECT_EQ(probes, 2);
   EXPECT_TRUE(access.needsRelaunch());

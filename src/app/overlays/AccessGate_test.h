@@ -1,4 +1,4 @@
-// The gate's actions on a machine of fakes.
+// The gate's actions on a fake machine.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@
 namespace tessaly {
 
 struct AccessGateFixture {
-  // What was done to the program, in its order: "give up", "start PATH", "quit".
+  // The recorded actions in order: "give up", "start PATH", "quit".
   std::vector<std::string> done;
   bool isGranted = false;
   int probes = 0;

@@ -10,13 +10,13 @@ using BreakdownLayout::Segment;
 using BreakdownLayout::segments;
 using Segments = std::vector<Segment>;
 
-TEST(BreakdownLayout, gives_each_segment_its_fraction_of_what_the_gaps_leave_over) {
+TEST(BreakdownLayout, each_segment_has_its_fraction_of_the_width_without_gaps) {
   EXPECT_EQ(segments({0.5, 0.3, 0.2}, {.width = 102}), (Segments{{0, 50}, {51, 81}, {82, 102}}));
   EXPECT_EQ(segments({1}, {.width = 100}), (Segments{{0, 100}}));
   EXPECT_EQ(segments({}, {.width = 100}), Segments{});
 }
 
-TEST(BreakdownLayout, ends_where_the_bar_ends_and_has_the_same_gap_everywhere) {
+TEST(BreakdownLayout, the_segments_end_with_the_bar_and_have_equal_gaps) {
   const std::vector<double> fractions = {0.401, 0.333, 0.151, 0.07, 0.029, 0.01, 0.004, 0.002};
   for (int width = 200; width <= 1400; ++width) {
     for (const int gap : {1, 2}) {
@@ -30,7 +30,7 @@ TEST(BreakdownLayout, ends_where_the_bar_ends_and_has_the_same_gap_everywhere) {
   }
 }
 
-TEST(BreakdownLayout, is_no_pixel_away_from_the_fraction) {
+TEST(BreakdownLayout, each_segment_is_within_a_pixel_of_its_fraction) {
   const std::vector<double> fractions = {0.41, 0.26, 0.11, 0.1, 0.1, 0.02};
   for (int width = 300; width <= 1400; ++width) {
     const Segments all = segments(fractions, {.width = width});
@@ -39,19 +39,19 @@ TEST(BreakdownLayout, is_no_pixel_away_from_the_fraction) {
   }
 }
 
-TEST(BreakdownLayout, takes_what_the_least_widths_need_from_the_widest_alone) {
-  // Of 1,000 pixels beside the gaps: 600, 398 and three of less than one.
+TEST(BreakdownLayout, the_widest_segment_alone_gives_up_what_the_smallest_need) {
+  // Of 1,000 pixels without the gaps: 600, 398, and three widths below one.
   const std::vector<double> fractions = {0.6, 0.398, 0.0008, 0.0007, 0.0005};
   EXPECT_EQ(segments(fractions, {.width = 1004}),
             (Segments{{0, 596}, {597, 995}, {996, 998}, {999, 1001}, {1002, 1004}}));
 }
 
-TEST(BreakdownLayout, takes_from_the_next_where_the_widest_has_no_more_to_give) {
+TEST(BreakdownLayout, the_next_segment_gives_up_width_if_the_widest_cannot) {
   EXPECT_EQ(segments({0.3, 0.28, 0.2, 0.12, 0.1}, {.width = 14}),
             (Segments{{0, 2}, {3, 5}, {6, 8}, {9, 11}, {12, 14}}));
 }
 
-TEST(BreakdownLayout, goes_beyond_a_bar_that_is_too_narrow_for_all) {
+TEST(BreakdownLayout, the_segments_exceed_a_bar_that_is_too_narrow) {
   EXPECT_EQ(segments({0.5, 0.5}, {.width = 3}), (Segments{{0, 2}, {3, 5}}));
 }
 

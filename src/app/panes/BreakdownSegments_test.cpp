@@ -14,7 +14,7 @@ DiskNode file(const std::string& name, std::int64_t size, FileKind kind) {
       {.name = name, .path = "/" + name, .size = size, .isDir = false, .kind = kind, .mtime = {}});
 }
 
-// A bar in a window, in a place that is no whole number of pixels from its edge.
+// A bar in a window, at a fractional pixel position.
 class BreakdownSegmentsTest : public testing::Test {
  protected:
   BreakdownSegmentsTest() {
@@ -34,8 +34,8 @@ class BreakdownSegmentsTest : public testing::Test {
     settle(window_);
   }
 
-  // The widths along the middle of the bar, of black negative: all that is beyond its ends left
-  // out.
+  // The widths of the runs along the middle of the bar, negative for black, without those beyond
+  // its ends.
   std::vector<int> widths() {
     settle(window_);
     const QImage picture = window_.grabWindow();
@@ -59,8 +59,8 @@ class BreakdownSegmentsTest : public testing::Test {
   BreakdownSegments segments_;
 };
 
-TEST_F(BreakdownSegmentsTest, have_whole_pixels_and_gaps_of_one_wherever_they_stand) {
-  // From 20.4 to 321.1: 301 pixels, 298 beside the gaps.
+TEST_F(BreakdownSegmentsTest, segments_have_whole_pixels_and_gaps_of_one_at_any_position) {
+  // From 20.4 to 321.1: 301 pixels, 298 without the gaps.
   const std::vector<int> expected = {147, -1, 90, -1, 59, -1, 2};
   EXPECT_EQ(widths(), expected);
   for (const double x : {20.0, 19.7, 7.5, 33.2}) {
@@ -78,7 +78,7 @@ TEST_F(BreakdownSegmentsTest, have_whole_pixels_and_gaps_of_one_wherever_they_st
   }
 }
 
-TEST_F(BreakdownSegmentsTest, follow_the_width_of_their_place_and_the_folder) {
+TEST_F(BreakdownSegmentsTest, segments_follow_the_width_of_the_bar_and_the_folder) {
   inner_.setWidth(100);
   const std::vector<int> narrow = {47, -1, 29, -1, 19, -1, 2};
   EXPECT_EQ(widths(), narrow);

@@ -21,7 +21,7 @@ class DiskMapStateTest : public SessionFixture {
   DiskMapState state_{session()};
 };
 
-TEST(DiskMapScreen, follows_the_status_and_whether_there_is_a_tree) {
+TEST(DiskMapScreen, the_screen_follows_the_status_and_whether_there_is_a_tree) {
   using S = DiskMapState;
   EXPECT_EQ(S::screenFor(ScanStatus::idle, false), S::Idle);
   EXPECT_EQ(S::screenFor(ScanStatus::idle, true), S::Idle);
@@ -33,7 +33,7 @@ TEST(DiskMapScreen, follows_the_status_and_whether_there_is_a_tree) {
   EXPECT_EQ(S::screenFor(ScanStatus::error, true), S::Failed);
 }
 
-TEST_F(DiskMapStateTest, is_idle_and_without_texts_at_first) {
+TEST_F(DiskMapStateTest, the_state_is_idle_without_texts_at_first) {
   EXPECT_EQ(state_.screen(), DiskMapState::Idle);
   EXPECT_FALSE(state_.showsTreemap());
   EXPECT_FALSE(state_.isRescanning());
@@ -41,7 +41,7 @@ TEST_F(DiskMapStateTest, is_idle_and_without_texts_at_first) {
   EXPECT_EQ(state_.statsText(), QString());
 }
 
-TEST_F(DiskMapStateTest, goes_from_idle_over_scanning_to_the_result) {
+TEST_F(DiskMapStateTest, the_screen_goes_from_idle_to_scanning_to_the_result) {
   QSignalSpy changes(&state_, &DiskMapState::screenChanged);
   EXPECT_EQ(state_.screen(), DiskMapState::Idle);
   walks_.at(0).result = folder("/home", 10, {file("/home/a", 10)});
@@ -58,7 +58,7 @@ TEST_F(DiskMapStateTest, goes_from_idle_over_scanning_to_the_result) {
   EXPECT_TRUE(state_.isRescanning());
 }
 
-TEST_F(DiskMapStateTest, words_the_folder_on_screen) {
+TEST_F(DiskMapStateTest, the_folder_on_screen_has_its_texts) {
   scan(folder("/home", 3 << 20, {file("/home/a", 2 << 20), file("/home/b", 1 << 20)}));
   EXPECT_EQ(state_.nodeName(), QStringLiteral("home"));
   EXPECT_EQ(state_.sizeText(), QStringLiteral("3.0 MB"));
@@ -66,19 +66,19 @@ TEST_F(DiskMapStateTest, words_the_folder_on_screen) {
   EXPECT_EQ(state_.node().node()->path(), "/home");
 }
 
-TEST_F(DiskMapStateTest, shows_a_name_that_is_not_text_on_one_line) {
+TEST_F(DiskMapStateTest, a_name_that_is_not_utf8_is_shown_on_one_line) {
   scan(folder("/caf\xe9\n", 1));
   EXPECT_EQ(state_.nodeName(), QStringLiteral("caf\ufffd\ufffd"));
 }
 
-TEST_F(DiskMapStateTest, words_the_counts_of_a_finished_scan_only) {
+TEST_F(DiskMapStateTest, only_a_finished_scan_has_a_text_with_its_counts) {
   scan(folder("/home", 10, {folder("/home/d", 9, {file("/home/d/a", 9)})}));
   EXPECT_EQ(state_.statsText(), QStringLiteral("1 files · 2 folders · 0.00s"));
   session().rescan();
   EXPECT_EQ(state_.statsText(), QString());
 }
 
-TEST_F(DiskMapStateTest, words_what_could_not_be_read_beside_the_counts_only) {
+TEST_F(DiskMapStateTest, unreadable_items_are_shown_only_beside_the_counts) {
   QSignalSpy changes(&state_, &DiskMapState::statsTextChanged);
   walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) {
     callbacks.unreadable(SystemError::fromErrno(EACCES, "/home/locked"));
@@ -98,7 +98,7 @@ TEST_F(DiskMapStateTest, words_what_could_not_be_read_beside_the_counts_only) {
   EXPECT_EQ(state_.unreadableText(), QString());
 }
 
-TEST_F(DiskMapStateTest, words_the_time_of_the_scan_with_two_decimals) {
+TEST_F(DiskMapStateTest, the_time_of_the_scan_has_two_decimals) {
   walks_.at(0).during = [this](const DiskScanner::Callbacks&) {
     now_ += std::chrono::milliseconds(12346);
   };
@@ -106,7 +106,7 @@ TEST_F(DiskMapStateTest, words_the_time_of_the_scan_with_two_decimals) {
   EXPECT_EQ(state_.statsText(), QStringLiteral("0 files · 1 folders · 12.35s"));
 }
 
-TEST_F(DiskMapStateTest, stands_in_for_progress_that_is_not_there_yet) {
+TEST_F(DiskMapStateTest, a_default_text_replaces_missing_progress) {
   EXPECT_EQ(state_.scanningText(), QStringLiteral("Walking directory tree"));
   EXPECT_EQ(state_.bannerText(), QStringLiteral("Scanning…"));
   session().scan("/home");
@@ -114,7 +114,7 @@ TEST_F(DiskMapStateTest, stands_in_for_progress_that_is_not_there_yet) {
   EXPECT_EQ(state_.bannerText(), QStringLiteral("Scanning started…"));
 }
 
-TEST_F(DiskMapStateTest, cuts_the_percentage_to_a_whole_number) {
+TEST_F(DiskMapStateTest, the_percentage_is_rounded_down) {
   EXPECT_EQ(state_.percentText(), QStringLiteral("0%"));
   walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) { callbacks.percent(0.429); };
   session().scan("/home");
@@ -123,13 +123,13 @@ TEST_F(DiskMapStateTest, cuts_the_percentage_to_a_whole_number) {
   EXPECT_EQ(state_.percentText(), QStringLiteral("42%"));
 }
 
-TEST_F(DiskMapStateTest, tells_what_went_wrong) {
+TEST_F(DiskMapStateTest, a_failed_scan_shows_its_error) {
   scan(folder("/gone", 0));
   EXPECT_EQ(state_.screen(), DiskMapState::Failed);
   EXPECT_TRUE(state_.errorText().startsWith(QStringLiteral("Nothing readable at /gone.")));
 }
 
-TEST_F(DiskMapStateTest, notices_another_place_but_not_a_newer_scan_of_the_same) {
+TEST_F(DiskMapStateTest, another_folder_is_announced_and_a_newer_scan_of_the_same_is_not) {
   scan(folder("/home", 10, {folder("/home/d", 9, {file("/home/d/a", 9)})}));
   QSignalSpy places(&state_, &DiskMapState::placeChanged);
   QSignalSpy nodes(&state_, &DiskMapState::nodeChanged);
@@ -141,7 +141,7 @@ TEST_F(DiskMapStateTest, notices_another_place_but_not_a_newer_scan_of_the_same)
   EXPECT_EQ(state_.nodeName(), QStringLiteral("d"));
 }
 
-TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
+TEST_F(DiskMapStateTest, the_treemap_is_shown_in_its_own_mode_only) {
   scan(folder("/home", 10));
   EXPECT_TRUE(state_.showsTreemap());
   session().shown().setVizMode(VizMode::largest);
@@ -152,7 +152,7 @@ TEST_F(DiskMapStateTest, shows_the_treemap_in_its_own_mode_only) {
   EXPECT_EQ(state_.modeTitle(), "Treemap");
 }
 
-TEST_F(DiskMapStateTest, asks_about_the_node_that_it_is_given) {
+TEST_F(DiskMapStateTest, the_menu_opens_for_the_given_node) {
   scan(folder("/home", 10, {file("/home/a", 9)}));
   const DiskNode marked = session().navigation().current()->children().front();
   scan(folder("/home", 10));
@@ -162,7 +162,7 @@ TEST_F(DiskMapStateTest, asks_about_the_node_that_it_is_given) {
   EXPECT_EQ(session().shown().menuNode(), marked);
 }
 
-TEST_F(DiskMapStateTest, opens_nothing_for_an_empty_handle) {
+TEST_F(DiskMapStateTest, an_empty_handle_opens_nothing) {
   scan(folder("/home", 10));
   state_.open(NodeHandle());
   EXPECT_EQ(session().navigation().stack().size(), 1u);

@@ -1,6 +1,6 @@
-// What a scan could not read, in the header of the map: beside the counts, and as a list where the
-// pointer rests or the keyboard is. The header stands where it does in the smallest window. Any
-// complaint of the QML engine fails the test.
+// The items that a scan could not read, in the header of the map: a number beside the counts, and a
+// list under the pointer or with the keyboard focus. The header has its width in the smallest
+// window. Any warning of the QML engine fails the test.
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <memory>
@@ -92,13 +92,13 @@ class UnreadableFigure : public SessionFixture {
   std::unique_ptr<QQuickView> view_;
 };
 
-TEST_F(UnreadableFigure, is_not_there_where_all_was_read) {
+TEST_F(UnreadableFigure, the_figure_is_hidden_if_everything_was_read) {
   scan(0);
   EXPECT_FALSE(shows("unreadable"));
   EXPECT_EQ(rectOf(part("stats")).right(), window.width() - 14);
 }
 
-TEST_F(UnreadableFigure, follows_the_counts_in_the_colour_of_a_warning) {
+TEST_F(UnreadableFigure, the_figure_follows_the_counts_in_the_colour_of_a_warning) {
   scan(12);
   expectLook(part("header"), {{"unreadable/figure", "text", "· 12 unreadable"},
                               {"unreadable/figure", "color", "#ff9500 at 1.00"},
@@ -110,7 +110,7 @@ TEST_F(UnreadableFigure, follows_the_counts_in_the_colour_of_a_warning) {
   EXPECT_EQ(rectOf(part("figure")).bottom(), rectOf(part("stats")).bottom());
 }
 
-TEST_F(UnreadableFigure, has_room_beside_the_longest_name) {
+TEST_F(UnreadableFigure, the_figure_fits_beside_the_longest_name) {
   scan(123456, "/locked", std::string(200, 'n'));
   double end = left + 14;
   for (const char* name : {"folder", "name", "size", "items", "stats", "unreadable"}) {
@@ -121,7 +121,7 @@ TEST_F(UnreadableFigure, has_room_beside_the_longest_name) {
   EXPECT_GT(part("name")->width(), 100);
 }
 
-TEST_F(UnreadableFigure, lists_what_it_counts_while_the_pointer_rests_there) {
+TEST_F(UnreadableFigure, the_list_is_shown_while_the_pointer_rests_on_the_figure) {
   scan(2);
   EXPECT_FALSE(shows("tipText"));
   hoverAt(middleOf(part("unreadable")));
@@ -132,20 +132,20 @@ TEST_F(UnreadableFigure, lists_what_it_counts_while_the_pointer_rests_there) {
   EXPECT_TRUE(waitForList(false));
 }
 
-TEST_F(UnreadableFigure, lists_what_it_counts_while_the_keyboard_is_there) {
+TEST_F(UnreadableFigure, the_list_is_shown_while_the_figure_has_the_keyboard_focus) {
   scan(1);
   press(Qt::Key_Tab);
   press(Qt::Key_Tab);
   ASSERT_EQ(view_->activeFocusItem(), part("unreadable"));
   EXPECT_TRUE(shows("focusRing"));
   EXPECT_TRUE(waitForList(true));
-  // With nothing to stand on, the keyboard goes on.
+  // When the figure is hidden, the focus moves on.
   scan(0);
   EXPECT_FALSE(shows("unreadable"));
   EXPECT_EQ(view_->activeFocusItem(), part("other"));
 }
 
-TEST_F(UnreadableFigure, tells_assistive_tools_both) {
+TEST_F(UnreadableFigure, figure_and_list_are_accessible) {
   scan(1);
   const QAccessibleInterface* const told =
       QAccessible::queryAccessibleInterface(part("unreadable"));
@@ -155,7 +155,7 @@ TEST_F(UnreadableFigure, tells_assistive_tools_both) {
             QStringLiteral("/home/ada/locked: not permitted"));
 }
 
-TEST_F(UnreadableFigure, has_room_for_its_longest_list) {
+TEST_F(UnreadableFigure, the_longest_list_fits) {
   scan(1000, "/" + std::string(250, 'W') + "/" + std::string(250, 'W'));
   hoverAt(middleOf(part("unreadable")));
   ASSERT_TRUE(waitForList(true));
@@ -168,7 +168,7 @@ TEST_F(UnreadableFigure, has_room_for_its_longest_list) {
   EXPECT_GE(whole.top(), rectOf(part("unreadable")).bottom());
 }
 
-TEST_F(UnreadableFigure, is_not_there_while_a_scan_runs) {
+TEST_F(UnreadableFigure, the_figure_is_hidden_during_a_scan) {
   scan(12);
   session().rescan();
   settle(*view_);

@@ -21,7 +21,7 @@ class CleanupQueueStateTest : public SessionFixture {
   CleanupQueueState state_{session()};
 };
 
-TEST_F(CleanupQueueStateTest, is_hidden_and_does_nothing_while_it_is_empty) {
+TEST_F(CleanupQueueStateTest, an_empty_queue_is_hidden_and_does_nothing) {
   EXPECT_EQ(state_.look(), CleanupQueueState::Hidden);
   EXPECT_EQ(state_.countText(), "0");
   EXPECT_EQ(state_.headerName(), "Cleanup Queue, 0 items, expanded");
@@ -33,7 +33,7 @@ TEST_F(CleanupQueueStateTest, is_hidden_and_does_nothing_while_it_is_empty) {
   state_.moveToTrash();
 }
 
-TEST_F(CleanupQueueStateTest, is_hidden_open_or_minimised) {
+TEST_F(CleanupQueueStateTest, the_panel_is_hidden_open_or_minimised) {
   const struct {
     bool open;
     bool minimized;
@@ -49,7 +49,7 @@ TEST_F(CleanupQueueStateTest, is_hidden_open_or_minimised) {
   }
 }
 
-TEST_F(CleanupQueueStateTest, opens_fully_on_every_addition) {
+TEST_F(CleanupQueueStateTest, the_panel_expands_on_every_addition) {
   const QSignalSpy changes(&state_, &CleanupQueueState::lookChanged);
   session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
@@ -66,7 +66,7 @@ TEST_F(CleanupQueueStateTest, opens_fully_on_every_addition) {
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
 }
 
-TEST_F(CleanupQueueStateTest, says_how_much_would_move_without_a_plural) {
+TEST_F(CleanupQueueStateTest, the_button_tells_the_size_without_a_plural) {
   const QSignalSpy changes(&state_, &CleanupQueueState::queueChanged);
   session().cleanupQueue().addToQueue(file("/a", 1536));
   EXPECT_EQ(moveText(), "Move 1 to Trash · 1.5 KB");
@@ -78,7 +78,7 @@ TEST_F(CleanupQueueStateTest, says_how_much_would_move_without_a_plural) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(CleanupQueueStateTest, counts_in_plain_digits) {
+TEST_F(CleanupQueueStateTest, counts_have_plain_digits) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 1234; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
   session().selection().selectNodes(nodes, false);
@@ -87,7 +87,7 @@ TEST_F(CleanupQueueStateTest, counts_in_plain_digits) {
   EXPECT_EQ(moveText(), "Move 1234 to Trash · 1.2 KB");
 }
 
-TEST_F(CleanupQueueStateTest, adds_up_to_the_largest_sum_and_ends_the_program_beyond) {
+TEST_F(CleanupQueueStateTest, the_largest_sum_is_added_and_an_overflow_ends_the_program) {
   session().cleanupQueue().addToQueue(file("/a", std::numeric_limits<std::int64_t>::max() - 1));
   session().cleanupQueue().addToQueue(file("/b", 1));
   EXPECT_EQ(moveText(), "Move 2 to Trash · 8192.0 PB");
@@ -95,7 +95,7 @@ TEST_F(CleanupQueueStateTest, adds_up_to_the_largest_sum_and_ends_the_program_be
   EXPECT_DEATH(state_.moveText(), "overflow");
 }
 
-TEST_F(CleanupQueueStateTest, names_the_header_by_count_and_fold) {
+TEST_F(CleanupQueueStateTest, the_accessible_name_of_the_header_has_the_count_and_the_state) {
   const QSignalSpy changes(&state_, &CleanupQueueState::headerNameChanged);
   session().cleanupQueue().addToQueue(file("/a", 1));
   EXPECT_EQ(state_.headerName(), "Cleanup Queue, 1 item, expanded");
@@ -105,7 +105,7 @@ TEST_F(CleanupQueueStateTest, names_the_header_by_count_and_fold) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(CleanupQueueStateTest, removes_by_the_bytes_of_the_path) {
+TEST_F(CleanupQueueStateTest, items_are_removed_by_the_bytes_of_their_path) {
   session().cleanupQueue().addToQueue(file("/caf\xE9", 1));
   session().cleanupQueue().addToQueue(file("/caf\xE8", 1));
   state_.remove(NodeHandle(file("/caf\xE9", 1)));
@@ -119,7 +119,7 @@ TEST_F(CleanupQueueStateTest, removes_by_the_bytes_of_the_path) {
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
 }
 
-TEST_F(CleanupQueueStateTest, clears_without_moving_anything) {
+TEST_F(CleanupQueueStateTest, clearing_moves_nothing) {
   machine_.trash.put("/a");
   session().cleanupQueue().addToQueue(file("/a", 1));
   state_.toggleMinimized();
@@ -130,7 +130,7 @@ TEST_F(CleanupQueueStateTest, clears_without_moving_anything) {
   EXPECT_TRUE(machine_.trash.has("/a"));
 }
 
-TEST_F(CleanupQueueStateTest, moves_all_to_the_trash) {
+TEST_F(CleanupQueueStateTest, emptying_moves_all_items_to_the_trash) {
   machine_.trash.put("/a");
   session().cleanupQueue().addToQueue(file("/a", 1));
   session().cleanupQueue().addToQueue(file("/gone", 1));

@@ -1,5 +1,5 @@
-// The panel in a window of its own, between a button before it and one after it, over a session
-// whose machine is fake. Any complaint of the QML engine fails the test.
+// The panel in a window of its own, between a button before it and one after it, over a session on
+// a fake machine. Any warning of the QML engine fails the test.
 #pragma once
 
 #include <memory>
@@ -23,20 +23,20 @@ class QueueScene : public SessionFixture {
   QQuickView& view() { return *view_; }
 
   void queue(const std::vector<DiskNode>& nodes);
-  // A film, a song with a name that is no text, and a note.
+  // A film, a song with a name that is not UTF-8, and a note.
   void queueThree();
   std::vector<std::string> queued() const;
 
   QQuickItem* panel();
-  // What is shown under this object name; a failure and null when there is no such thing.
+  // The visible item with this object name; a failure and null if there is none.
   QQuickItem* item(const QString& name);
   bool shows(const QString& name);
-  // The rows in sight and near it, from the top.
+  // The rows in and near the view, from the top.
   std::vector<QQuickItem*> rows();
   QStringList names();
   QQuickItem* removeButton(int row);
 
-  // In the window.
+  // In coordinates of the window.
   static QRectF rectOf(QQuickItem* item);
   QQuickItem* focused() { return view_->activeFocusItem(); }
   void update();
@@ -47,7 +47,7 @@ class QueueScene : public SessionFixture {
   void wheelAt(QPointF point, int degrees);
   static QAccessibleInterface* told(QQuickItem* item);
 
-  // How often what lies under the panel was clicked and turned.
+  // How often the item under the panel was clicked, and the wheel turned on it.
   int clicksBelow() const;
 
  private:

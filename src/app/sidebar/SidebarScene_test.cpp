@@ -138,7 +138,7 @@ QRectF SidebarScene::rectOf(QQuickItem* item) {
 }
 
 void SidebarScene::settle() {
-  // Deferred deletions, layouts and polishing each may bring about the next.
+  // Deferred deletions, layouts and polishing can each cause the next.
   for (int round = 0; round < 3; ++round) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();

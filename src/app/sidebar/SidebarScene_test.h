@@ -1,5 +1,5 @@
-// The sidebar alone in a window of its own, over a session whose machine is fake: looked into by
-// object name, worked by pointer and keyboard. Any complaint of the QML engine fails the test.
+// The sidebar in a window of its own, over a session on a fake machine: searched by object name,
+// operated by pointer and keyboard. Any warning of the QML engine fails the test.
 #pragma once
 
 #include <functional>
@@ -22,34 +22,34 @@ namespace tessaly {
 
 class SidebarScene : public SessionFixture {
  public:
-  // A property of the item at `path`: names with "/" between them, each below the one before.
+  // A property of the item at `path`: object names separated by "/", each below the previous one.
   QVariant read(const QString& path, const QString& property) const;
 
  protected:
-  // What the session finds when it is made; without a call there is nothing.
+  // Gives the session all its content; without this call there is none.
   void fill();
-  // Puts `volumes` rows into what df prints, with "/" the first, and scans so that it is read.
+  // Puts `volumes` into the output of df, with "/" first, and scans so that it is read.
   void mount(const QStringList& volumes);
-  // Leaves settings as an earlier run would, and starts anew.
+  // Stores settings like an earlier run, and restarts.
   void remember(std::string_view key, const std::vector<std::string>& paths);
-  // So many items lie in the Trash.
+  // Sets the number of items in the Trash.
   void fillTrash(int count);
 
-  // Makes the view, `height` points high, and the keyboard's.
+  // Shows the view, `height` points high, with the keyboard focus.
   void show(int height = 680);
   QQuickView& view() { return *view_; }
   AccessController& access() { return *access_; }
 
-  // The visible items of this name below `top`, in painting order; those of a popup among them.
+  // The visible items with this name below `top`, in painting order, including those in popups.
   std::vector<QQuickItem*> all(const QString& name, QQuickItem* top = nullptr) const;
-  // The one such item; a failure when there is none or more than one.
+  // The only such item; a failure if there is none or more than one.
   QQuickItem* find(const QString& path) const;
   bool shows(const QString& name) const;
   QString text(QQuickItem* top, const QString& name) const;
-  // The labels of all rows in the section, top to bottom.
+  // The labels of all rows in the section, from top to bottom.
   QStringList labels(const QString& section, const QString& label = "label") const;
 
-  // In the window.
+  // In coordinates of the window.
   static QRectF rectOf(QQuickItem* item);
   void settle();
   void click(QQuickItem* item);
@@ -59,7 +59,7 @@ class SidebarScene : public SessionFixture {
   void wheel(int degrees);
   double scrolled() const { return read("scrollArea", "contentY").toDouble(); }
   QImage picture();
-  // Writes what is shown where TESSALY_PICTURES says; nowhere when it says nothing.
+  // Writes a picture of the window into the folder TESSALY_PICTURES, if that is set.
   void keepPicture(const char* name);
 
   bool mayRead_ = false;

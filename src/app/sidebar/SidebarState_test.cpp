@@ -21,7 +21,7 @@ class SidebarStateTest : public SessionFixture {
   std::unique_ptr<SidebarState> state_ = std::make_unique<SidebarState>(session(), access_);
 };
 
-TEST_F(SidebarStateTest, has_little_to_tell_before_a_scan) {
+TEST_F(SidebarStateTest, there_are_few_texts_before_a_scan) {
   EXPECT_EQ(state_->mapBadge(), QString());
   EXPECT_EQ(state_->trashBadge(), QString());
   EXPECT_FALSE(state_->isScanning());
@@ -31,7 +31,7 @@ TEST_F(SidebarStateTest, has_little_to_tell_before_a_scan) {
   EXPECT_FALSE(state_->isEmptying());
 }
 
-TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
+TEST_F(SidebarStateTest, the_usage_of_the_disk_is_shown) {
   const QSignalSpy disks(state_.get(), &SidebarState::diskChanged);
   const QSignalSpy names(state_.get(), &SidebarState::volumeNameChanged);
   EXPECT_EQ(state_->volumeName(), QStringLiteral("System Disk"));
@@ -58,13 +58,13 @@ TEST_F(SidebarStateTest, tells_of_the_disk_in_use) {
   EXPECT_GE(names.count(), 1);
 }
 
-TEST_F(SidebarStateTest, names_the_file_system_of_the_disk_where_that_is_known) {
+TEST_F(SidebarStateTest, the_file_system_of_the_disk_is_shown_if_known) {
   volume_ = DiskUsage{.total = 4LL << 30U, .fileSystem = "btrfs"};
   session().machine().refreshDisk();
   EXPECT_EQ(state_->totalText(), QStringLiteral("4.0 GB BTRFS"));
 }
 
-TEST_F(SidebarStateTest, raises_the_gate_for_the_whole_disk_without_the_right_to_read_it) {
+TEST_F(SidebarStateTest, scanning_the_whole_disk_raises_the_gate_without_access) {
   for (const bool byPath : {false, true}) {
     access_.setShowGate(false);
     const int before = probes_;
@@ -80,7 +80,7 @@ TEST_F(SidebarStateTest, raises_the_gate_for_the_whole_disk_without_the_right_to
   }
 }
 
-TEST_F(SidebarStateTest, scans_the_whole_disk_as_soon_as_the_right_is_there) {
+TEST_F(SidebarStateTest, scanning_the_whole_disk_starts_once_access_is_granted) {
   ASSERT_TRUE(access_.showGate());
   mayRead_ = true;
   state_->scanFullMac();
@@ -92,7 +92,7 @@ TEST_F(SidebarStateTest, scans_the_whole_disk_as_soon_as_the_right_is_there) {
   EXPECT_EQ(session().run().status(), ScanStatus::scanning);
 }
 
-TEST_F(SidebarStateTest, scans_any_other_folder_straight_away) {
+TEST_F(SidebarStateTest, scanning_another_folder_starts_at_once) {
   access_.setShowGate(false);
   const int before = probes_;
   state_->scanPath(
@@ -106,7 +106,7 @@ TEST_F(SidebarStateTest, scans_any_other_folder_straight_away) {
   EXPECT_FALSE(access_.showGate());
 }
 
-TEST_F(SidebarStateTest, tells_how_far_a_scan_is_in_whole_percent) {
+TEST_F(SidebarStateTest, progress_is_shown_in_whole_percent) {
   const QSignalSpy scans(state_.get(), &SidebarState::scanningChanged);
   QSignalSpy percents(state_.get(), &SidebarState::percentTextChanged);
   walks_.at(0).during = [](const DiskScanner::Callbacks& callbacks) { callbacks.percent(0.469); };
@@ -123,7 +123,7 @@ TEST_F(SidebarStateTest, tells_how_far_a_scan_is_in_whole_percent) {
   EXPECT_EQ(scans.count(), 2);
 }
 
-TEST_F(SidebarStateTest, knows_and_changes_the_pane_in_front) {
+TEST_F(SidebarStateTest, the_front_pane_is_shown_and_changed) {
   const QSignalSpy changes(state_.get(), &SidebarState::paneChanged);
   EXPECT_TRUE(state_->showsMap());
   state_->showMonitor();
@@ -138,7 +138,7 @@ TEST_F(SidebarStateTest, knows_and_changes_the_pane_in_front) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(SidebarStateTest, puts_the_size_of_what_is_on_screen_behind_the_map) {
+TEST_F(SidebarStateTest, the_badge_of_the_map_is_the_size_of_the_folder_on_screen) {
   EXPECT_EQ(state_->mapBadge(), QString());
   const QSignalSpy changes(state_.get(), &SidebarState::mapBadgeChanged);
   scanTo(folder("/a", 3 << 20U, {folder("/a/b", 1 << 20U, {file("/a/b/f", 1 << 20U)})}));
@@ -148,7 +148,7 @@ TEST_F(SidebarStateTest, puts_the_size_of_what_is_on_screen_behind_the_map) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(SidebarStateTest, counts_what_lies_in_the_trash_from_one_on) {
+TEST_F(SidebarStateTest, items_in_the_trash_are_counted_from_one) {
   const QSignalSpy changes(state_.get(), &SidebarState::trashBadgeChanged);
   for (const auto& [printed, badge] :
        {std::pair("1", "1"), {"1234", "1234"}, {"0", ""}, {"-1", ""}}) {
@@ -159,7 +159,7 @@ TEST_F(SidebarStateTest, counts_what_lies_in_the_trash_from_one_on) {
   EXPECT_EQ(changes.count(), 4);
 }
 
-TEST_F(SidebarStateTest, empties_the_trash_once_however_often_it_is_asked) {
+TEST_F(SidebarStateTest, emptying_the_trash_runs_once_however_often_it_is_requested) {
   trash_ = "3";
   emptied_ = "0";
   session().machine().refreshDisk();
@@ -179,7 +179,7 @@ TEST_F(SidebarStateTest, empties_the_trash_once_however_often_it_is_asked) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(SidebarStateTest, has_stopped_emptying_when_the_new_count_comes) {
+TEST_F(SidebarStateTest, emptying_has_ended_when_the_new_count_arrives) {
   trash_ = "3";
   emptied_ = "0";
   session().machine().refreshDisk();
@@ -191,7 +191,7 @@ TEST_F(SidebarStateTest, has_stopped_emptying_when_the_new_count_comes) {
   EXPECT_FALSE(wasEmptying);
 }
 
-TEST_F(SidebarStateTest, may_try_again_when_the_trash_could_not_be_emptied) {
+TEST_F(SidebarStateTest, emptying_can_be_tried_again_after_a_failure) {
   trash_ = "3";
   session().machine().refreshDisk();
   for (int tries = 1; tries <= 2; ++tries) {
@@ -203,7 +203,7 @@ TEST_F(SidebarStateTest, may_try_again_when_the_trash_could_not_be_emptied) {
   }
 }
 
-TEST_F(SidebarStateTest, does_nothing_with_an_empty_trash) {
+TEST_F(SidebarStateTest, emptying_an_empty_trash_does_nothing) {
   emptied_ = "0";
   trash_ = "0";
   session().machine().refreshDisk();
@@ -213,7 +213,7 @@ TEST_F(SidebarStateTest, does_nothing_with_an_empty_trash) {
   EXPECT_EQ(emptyings_, 0);
 }
 
-TEST_F(SidebarStateTest, may_go_while_the_trash_is_being_emptied) {
+TEST_F(SidebarStateTest, the_state_may_be_destroyed_while_the_trash_is_being_emptied) {
   trash_ = "3";
   emptied_ = "0";
   session().machine().refreshDisk();
@@ -223,7 +223,7 @@ TEST_F(SidebarStateTest, may_go_while_the_trash_is_being_emptied) {
   EXPECT_EQ(session().machine().trashCount(), 0);
 }
 
-TEST_F(SidebarStateTest, acts_on_the_bytes_of_a_folder) {
+TEST_F(SidebarStateTest, folders_are_pinned_and_excludes_removed_by_their_bytes) {
   const PathHandle folder("/caf\xe9");
   state_->togglePin(folder);
   EXPECT_EQ(session().choices().pins(), std::vector<std::string>{"/caf\xe9"});
@@ -234,7 +234,7 @@ TEST_F(SidebarStateTest, acts_on_the_bytes_of_a_folder) {
   EXPECT_EQ(session().choices().excludes(), std::vector<std::string>{"/caf\xe8"});
 }
 
-TEST_F(SidebarStateTest, skips_a_filter_without_highlighting_it_and_the_other_way_round) {
+TEST_F(SidebarStateTest, skipping_and_highlighting_a_filter_are_independent) {
   state_->toggleFilter(QStringLiteral("xcode"));
   state_->toggleSkip(QStringLiteral("build"));
   EXPECT_TRUE(session().choices().filters()[1].enabled);

@@ -14,13 +14,13 @@ class FailureStateTest : public SessionFixture {
   FailureState state_{session().messages()};
 };
 
-TEST_F(FailureStateTest, shows_nothing_at_first) {
+TEST_F(FailureStateTest, no_failure_is_shown_at_first) {
   EXPECT_FALSE(state_.isShown());
   EXPECT_EQ(state_.text(), QString());
   EXPECT_EQ(state_.earlier(), QString());
 }
 
-TEST_F(FailureStateTest, shows_the_latest_failure_and_counts_those_behind_it) {
+TEST_F(FailureStateTest, the_latest_failure_is_shown_with_the_number_of_earlier_ones) {
   const QSignalSpy changes(&state_, &FailureState::changed);
   session().messages().tellFailure("first");
   EXPECT_TRUE(state_.isShown());
@@ -39,7 +39,7 @@ TEST_F(FailureStateTest, shows_the_latest_failure_and_counts_those_behind_it) {
   EXPECT_EQ(changes.count(), 6);
 }
 
-TEST_F(FailureStateTest, shows_no_name_as_anything_but_a_name) {
+TEST_F(FailureStateTest, names_in_a_failure_are_shown_as_plain_text) {
   session().messages().tellFailure("“caf\xe9\n\u202Egpj.exe” could not be put back");
   EXPECT_EQ(state_.text(), QStringLiteral("“caf\uFFFD\uFFFD\uFFFDgpj.exe” could not be put back"));
 }

@@ -14,12 +14,12 @@ class ProtectedLocationStateTest : public SessionFixture {
   ProtectedLocationState state_{session().removal(), session().homeDirectory()};
 };
 
-TEST_F(ProtectedLocationStateTest, shows_nothing_at_first) {
+TEST_F(ProtectedLocationStateTest, no_warning_is_shown_at_first) {
   EXPECT_FALSE(state_.isShown());
   EXPECT_EQ(state_.message(), QString());
 }
 
-TEST_F(ProtectedLocationStateTest, gives_the_reason_and_the_path) {
+TEST_F(ProtectedLocationStateTest, the_warning_has_the_reason_and_the_path) {
   const QSignalSpy changes(&state_, &ProtectedLocationState::changed);
   session().removal().setCriticalWarning(folder("/home/user", 1));
   EXPECT_TRUE(state_.isShown());
@@ -31,7 +31,7 @@ TEST_F(ProtectedLocationStateTest, gives_the_reason_and_the_path) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(ProtectedLocationStateTest, keeps_a_name_with_line_breaks_from_looking_like_a_reason) {
+TEST_F(ProtectedLocationStateTest, a_name_with_line_breaks_cannot_look_like_a_reason) {
   session().removal().setCriticalWarning(folder("/usr/lib\nSafe to remove", 1));
   EXPECT_EQ(state_.message(), QStringLiteral("Protected location\n\n/usr/lib\uFFFDSafe to remove"));
 }

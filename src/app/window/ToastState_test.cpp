@@ -15,11 +15,11 @@ class ToastStateTest : public SessionFixture {
   ToastState state_{session().messages()};
 };
 
-TEST_F(ToastStateTest, shows_nothing_at_first) {
+TEST_F(ToastStateTest, no_toast_is_shown_at_first) {
   EXPECT_FALSE(state_.isShown());
 }
 
-TEST_F(ToastStateTest, shows_the_message_while_it_stands) {
+TEST_F(ToastStateTest, the_toast_is_shown_for_its_time) {
   const QSignalSpy changes(&state_, &ToastState::changed);
   session().messages().flash("Hello");
   EXPECT_TRUE(state_.isShown());
@@ -31,7 +31,7 @@ TEST_F(ToastStateTest, shows_the_message_while_it_stands) {
   EXPECT_EQ(state_.text(), QStringLiteral("Hello"));
 }
 
-TEST_F(ToastStateTest, stays_on_one_line_whatever_a_name_holds) {
+TEST_F(ToastStateTest, the_toast_stays_on_one_line_whatever_a_name_contains) {
   session().messages().flash("Moved caf\xe9\nbar to Trash");
   EXPECT_EQ(state_.text(), QStringLiteral("Moved caf\uFFFD\uFFFDbar to Trash"));
 }

@@ -1,4 +1,4 @@
-// A window without a frame, moved and resized by hand where no desktop does it.
+// A window without a frame, moved and resized by this code where the desktop does not.
 #include "app/window/WindowChrome.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class FramelessWindow : public ::testing::Test {
     QCoreApplication::processEvents();
   }
 
-  // Presses at `from`, a point of the window, and lets go `by` further on.
+  // Presses at `from`, a point of the window, drags by `by`, and releases.
   void pull(QPoint from, QPoint by) {
     const QPoint stood = window_.position();
     send(QEvent::MouseButtonPress, from, stood + from, Qt::LeftButton);
@@ -49,7 +49,7 @@ class FramelessWindow : public ::testing::Test {
   WindowEdges edges_;
 };
 
-TEST(WindowChromeTest, takes_the_frame_off_once_it_is_in_a_window) {
+TEST(WindowChromeTest, the_frame_is_removed_from_the_window) {
   WindowChrome chrome;
   QQuickWindow window;
   chrome.setParentItem(window.contentItem());
@@ -58,17 +58,17 @@ TEST(WindowChromeTest, takes_the_frame_off_once_it_is_in_a_window) {
   EXPECT_EQ(window.color(), QColor("#1E1E1E"));
 }
 
-TEST_F(FramelessWindow, is_moved_by_its_background) {
+TEST_F(FramelessWindow, the_background_moves_the_window) {
   pull({200, 150}, {40, -24});
   EXPECT_EQ(window_.geometry(), QRect(140, 56, 400, 300));
 }
 
-TEST_F(FramelessWindow, is_not_moved_by_a_press_that_hardly_moves) {
+TEST_F(FramelessWindow, a_press_that_hardly_moves_does_not_move_the_window) {
   pull({200, 150}, {2, 1});
   EXPECT_EQ(window_.geometry(), QRect(100, 80, 400, 300));
 }
 
-TEST_F(FramelessWindow, fills_the_screen_at_a_double_click_on_its_title_bar_and_comes_back) {
+TEST_F(FramelessWindow, a_double_click_on_the_title_bar_zooms_the_window_and_back) {
   mover_.setProperty("titleHeight", 44);
   QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 43});
   EXPECT_TRUE(window_.windowStates().testFlag(Qt::WindowMaximized));
@@ -76,7 +76,7 @@ TEST_F(FramelessWindow, fills_the_screen_at_a_double_click_on_its_title_bar_and_
   EXPECT_FALSE(window_.windowStates().testFlag(Qt::WindowMaximized));
 }
 
-TEST_F(FramelessWindow, takes_a_double_click_elsewhere_for_two_presses) {
+TEST_F(FramelessWindow, a_double_click_elsewhere_is_two_presses) {
   mover_.setProperty("titleHeight", 44);
   QTest::mouseDClick(&window_, Qt::LeftButton, Qt::NoModifier, {200, 45});
   EXPECT_FALSE(window_.windowStates().testFlag(Qt::WindowMaximized));
@@ -91,7 +91,7 @@ TEST_F(FramelessWindow, takes_a_double_click_elsewhere_for_two_presses) {
   EXPECT_EQ(window_.position(), stood + QPoint(30, 20));
 }
 
-TEST_F(FramelessWindow, is_resized_by_each_edge_and_corner) {
+TEST_F(FramelessWindow, each_edge_and_corner_resizes_the_window) {
   struct Case {
     QPoint at;
     QPoint by;
@@ -112,7 +112,7 @@ TEST_F(FramelessWindow, is_resized_by_each_edge_and_corner) {
   }
 }
 
-TEST_F(FramelessWindow, keeps_the_edge_across_at_its_smallest_size) {
+TEST_F(FramelessWindow, resizing_to_the_smallest_size_keeps_the_opposite_edge) {
   pull({2, 2}, {300, 300});
   EXPECT_EQ(window_.geometry(), QRect(200, 180, 300, 200));
   window_.setGeometry(100, 80, 400, 300);
@@ -121,7 +121,7 @@ TEST_F(FramelessWindow, keeps_the_edge_across_at_its_smallest_size) {
   EXPECT_EQ(window_.geometry(), QRect(100, 80, 300, 200));
 }
 
-TEST_F(FramelessWindow, leaves_what_is_not_at_an_edge_to_what_lies_there) {
+TEST_F(FramelessWindow, presses_away_from_the_edges_reach_the_items) {
   EXPECT_FALSE(edges_.contains({200, 150}));
   EXPECT_FALSE(edges_.contains({5, 150}));
   EXPECT_TRUE(edges_.contains({4.9, 150}));
