@@ -204,7 +204,7 @@ TEST_F(ScanStoreFiles, a_root_may_be_any_bytes) {
 TEST_F(ScanStoreFiles, the_support_folder_is_the_default_and_is_created) {
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               ::setenv("XDG_DATA_HOME", tree.at("data/home").c_str(), 1);
-              if (!ScanStore::loadSizes("/r").empty()) return "sizes from nowhere";
+              if (!ScanStore::loadSizes("/r").empty()) return "sizes without a file";
               ScanStore::saveSizes({{"/r", 1}}, "/r");
               ScanStore::appendHistory({1, 2, 3}, "/r");
               ScanStore::saveTree(sampleTree());

@@ -31,7 +31,7 @@ void Journey::click(const QString& name) {
 }
 
 void Journey::tabTo(const QString& name) {
-  if (!fixture_.tabTo(name)) ADD_FAILURE() << "Tab does not come to " << name.toStdString();
+  if (!fixture_.tabTo(name)) ADD_FAILURE() << "Tab does not reach " << name.toStdString();
 }
 
 void Journey::walk() {

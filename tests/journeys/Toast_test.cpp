@@ -115,7 +115,7 @@ TEST_F(ToastJourney, tab_reaches_nothing_in_the_toast) {
     press(Qt::Key_Tab);
     if (window().activeFocusItem() == first) return;
   }
-  ADD_FAILURE() << "Tab does not come round";
+  ADD_FAILURE() << "Tab does not return to the first control";
 }
 
 // In contrast to the toast, a failure stays until it is dismissed by its button.

@@ -103,7 +103,7 @@ class WindowRows : public Journey {
       press(Qt::Key_Tab);
       if (window().activeFocusItem() == first) return rings;
     }
-    ADD_FAILURE() << "Tab does not come around";
+    ADD_FAILURE() << "Tab does not return to the first control";
     return rings;
   }
 };

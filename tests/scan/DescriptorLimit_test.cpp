@@ -235,7 +235,7 @@ TEST_P(LastDescriptors, the_last_descriptors_suffice_for_paths_of_any_length_or_
               if (!lowerLimit(64)) return "no limit";
               const std::vector<Descriptor> held = allDescriptorsBut(1);
               const Scanned scanned = scanAndNote(tree.path(), threads());
-              if (scanned.told.empty()) return "nothing was told";
+              if (scanned.told.empty()) return "nothing was reported";
               for (const std::string& line : scanned.told) {
                 if (!line.starts_with(std::to_string(EMFILE) + " ")) return line;
                 if (line.size() < PATH_MAX) return "too early: " + line;
@@ -262,15 +262,16 @@ TEST_P(LostDescriptors, no_folder_is_left_empty_without_a_report) {
               const Scanned scanned = scanAndNote(tree.path(), GetParam(), [] { lowerLimit(0); });
               const std::set<std::string> told(scanned.told.begin(), scanned.told.end());
               // Other threads may have read everything by then.
-              if (told.empty() && GetParam() == 1) return "nothing was told";
-              if (told.size() != scanned.told.size()) return "something was told twice";
+              if (told.empty() && GetParam() == 1) return "nothing was reported";
+              if (told.size() != scanned.told.size()) return "something was reported twice";
               int whole = 0;
               for (int number = 0; number < folders; ++number) {
                 const std::string digits = std::to_string(folders + number).substr(1);
                 const std::string line = std::to_string(EMFILE) + " " + tree.at("many-" + digits);
                 if (!told.contains(line)) ++whole;
               }
-              if (whole + static_cast<int>(told.size()) != folders) return "other things were told";
+              if (whole + static_cast<int>(told.size()) != folders)
+                return "other items were reported";
               return scanned.root.size() == whole * 4 * KiB ? "" : "another size";
             }),
             "");

@@ -105,7 +105,7 @@ TEST_P(WalkFaults, tree_is_right_or_reported_whichever_call_fails) {
   if (code() == EIO) {
     EXPECT_GT(told, 20U);
   }
-  std::printf("%zu calls failed, %zu times something was told\n", call - 1, told);
+  std::printf("%zu calls failed, %zu scans reported it\n", call - 1, told);
 }
 
 // Each directory is opened by its path then.

@@ -20,7 +20,7 @@ bool eventually(const Condition& condition, const std::string& awaited) {
   const auto end = std::chrono::steady_clock::now() + longestAwaited;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > end) {
-      ADD_FAILURE() << "in vain awaited: " << awaited;
+      ADD_FAILURE() << "timed out waiting for: " << awaited;
       return false;
     }
     std::this_thread::sleep_for(std::chrono::microseconds(50));

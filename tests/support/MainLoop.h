@@ -28,7 +28,7 @@ class MainLoop {
     while (!done()) {
       std::unique_lock lock(mutex_);
       if (!posted_.wait_for(lock, longestAwaited, [this] { return !works_.empty(); })) {
-        ADD_FAILURE() << "in vain awaited: work for the main queue";
+        ADD_FAILURE() << "timed out waiting for: work on the main queue";
         return;
       }
       const Dispatch::Work work = std::move(works_.front());

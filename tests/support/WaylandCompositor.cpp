@@ -39,7 +39,7 @@ WaylandCompositor::WaylandCompositor(XServer& server, QSize screen) {
   while (!takesConnections(display())) {
     // Waits a moment before trying again, unless weston has ended.
     if (process_->waitUntil(Deadline::after(0.01)))
-      throw std::runtime_error("weston does not come up");
+      throw std::runtime_error("weston does not start");
   }
 }
 

@@ -35,12 +35,13 @@ XServer::XServer(QSize screen) {
   while ((number = firstLineOf(told)).empty()) {
     // Waits a moment before trying again, unless the server has ended.
     if (process_->waitUntil(Deadline::after(0.002)))
-      throw std::runtime_error("Xvfb does not come up");
+      throw std::runtime_error("Xvfb does not start");
   }
   display_ = QLatin1Char(':') + QString::fromStdString(number);
 
   connection_ = xcb_connect(display_.toLatin1().constData(), nullptr);
-  if (xcb_connection_has_error(connection_) != 0) throw std::runtime_error("no way into Xvfb");
+  if (xcb_connection_has_error(connection_) != 0)
+    throw std::runtime_error("cannot connect to Xvfb");
   screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
 }
 

@@ -30,7 +30,7 @@ std::string placeOf(const TrashOnDisk& disk) {
   for (const std::string& name : disk.files()) {
     if (name == "kept") continue;
     const std::string path = disk.homeTrash() + "/files/" + name;
-    if (recordedPath(path) != disk.at("a/item")) return "an item that nobody knows about";
+    if (recordedPath(path) != disk.at("a/item")) return "an item without its record";
     note(path);
   }
   if (copies.size() != 1) return std::to_string(copies.size()) + " copies";

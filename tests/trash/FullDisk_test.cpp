@@ -420,7 +420,7 @@ std::string placeOf(const TrashOnDisk& disk, bool mayHaveMore) {
   const std::string place = disk.homeTrash() + "/files/film";
   if (isOriginal) return isThere(place) ? "two copies" : "original";
   if (contentOf(place) != "content") return "no whole copy";
-  if (recordedPath(place) != disk.at("film")) return "an item that nobody knows about";
+  if (recordedPath(place) != disk.at("film")) return "an item without its record";
   const std::string record = contentOf(infoPathOf(place));
   const std::size_t end = record.find("\n\n");
   if (end == std::string::npos) return "trash";

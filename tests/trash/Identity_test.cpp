@@ -174,7 +174,7 @@ class NumberlessVolume : public testing::TestWithParam<Mounted> {
       ::umount2(volume().c_str(), MNT_DETACH);
       return outcome;
     });
-    if (told.starts_with("refused")) GTEST_SKIP() << "not to be mounted here, " << told;
+    if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
     EXPECT_EQ(told, "");
   }
 

@@ -112,7 +112,7 @@ TEST_F(OtherActor, the_item_comes_back_if_its_record_is_removed_and_the_disk_is_
         if (run.told != "no space") return "told: " + run.told;
         return contentOf(film) == "first" && !isThere(place) ? "" : "it has not come back";
       }
-      if (!run.wasInterrupted) return "nobody removed a record";
+      if (!run.wasInterrupted) return "no record was removed";
       if (::umount2(volume.c_str(), MNT_DETACH) != 0) return refusal();
     }
   });

@@ -88,7 +88,7 @@ TEST_F(VolumeTrash, volume_trash_is_a_folder_at_the_top_with_relative_paths) {
     if (!told.empty()) return told;
     if (isThere(disk_.homeTrash())) return "a Trash was made in the home";
     for (const char* below : {"", "/files", "/info"}) {
-      if (permissionsOf(ownTrash() + below) != 0700) return "others may look";
+      if (permissionsOf(ownTrash() + below) != 0700) return "others have permissions";
     }
     return "";
   });
@@ -112,7 +112,7 @@ TEST_F(VolumeTrash, volume_trash_is_in_a_shared_folder_that_is_sticky) {
     if (chmod(on(".Trash").c_str(), 01777) != 0) return "chmod";
     std::string told = goAndReturn(on("film"), on(".Trash/" + user()), "film");
     if (!told.empty()) return told;
-    if (permissionsOf(on(".Trash/" + user())) != 0700) return "others may look";
+    if (permissionsOf(on(".Trash/" + user())) != 0700) return "others have permissions";
     return isThere(ownTrash()) ? "another Trash was made" : "";
   });
 }
@@ -235,7 +235,7 @@ TEST_F(VolumeTrash, files_that_are_mount_points_do_not_move) {
       return refusal();
     }
     const Result<ItemInTrash> moved = disk_.mover().moveToTrash(disk_.at("film"));
-    if (moved || moved.error().code != EBUSY) return "it went, or: " + told(moved);
+    if (moved || moved.error().code != EBUSY) return "it was moved, or: " + told(moved);
     return isThere(disk_.homeTrash()) ? "a Trash was made for nothing" : "";
   });
 }
@@ -399,7 +399,7 @@ TEST_F(VolumeTrash, volume_trash_is_at_the_top_of_the_mount_also_in_a_subvolume)
     std::string told = stays(on("sub/film"), Kind::crossesDevices);
     if (told.empty()) told = goAndReturn(on("film"), ownTrash(), "film");
     if (!told.empty()) return told;
-    if (isThere(on("sub/.Trash-" + user()))) return "a Trash where nobody looks";
+    if (isThere(on("sub/.Trash-" + user()))) return "a Trash in the wrong folder";
     const std::string alone = "umount " + top + " && mount -o loop,subvol=sub " + image + " " + top;
     if (std::system(("{ " + alone + "; } >&2").c_str()) != 0)
       return "refused: " + needs(Need::btrfs, alone);

@@ -36,7 +36,7 @@ ControlScene::~ControlScene() = default;
 QQuickItem* ControlScene::control() const {
   auto* holder = view_->rootObject()->findChild<QQuickItem*>(QStringLiteral("holder"));
   if (holder != nullptr && !holder->childItems().isEmpty()) return holder->childItems().first();
-  ADD_FAILURE() << "the scene holds no control";
+  ADD_FAILURE() << "the scene has no control";
   return view_->rootObject();
 }
 

@@ -27,7 +27,7 @@ class RemainderTile : public CanvasFixture {
       if (!isRemainder(tile.rect.node)) continue;
       return {tile.rect.x + tile.rect.width / 2, tile.rect.y + tile.rect.height / 2};
     }
-    ADD_FAILURE() << "there is none";
+    ADD_FAILURE() << "there is no remainder";
     return {};
   }
   bool hasFocus() const {

@@ -31,7 +31,7 @@ class QueueKeyboard : public QueueScene {
     QQuickItem* const row = focused() != nullptr ? focused()->parentItem() : nullptr;
     if (row == nullptr || row->objectName() != "queueRow") return {};
     const QRectF list = rectOf(item("queueList"));
-    EXPECT_TRUE(list.contains(rectOf(row))) << "it is not in sight";
+    EXPECT_TRUE(list.contains(rectOf(row))) << "the row is not visible";
     return itemNamed(row, "name")->property("text").toString();
   }
 };

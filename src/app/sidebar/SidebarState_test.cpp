@@ -73,7 +73,7 @@ TEST_F(SidebarStateTest, scanning_the_whole_disk_raises_the_gate_without_access)
     } else {
       state_->scanFullMac();
     }
-    EXPECT_EQ(probes_, before + 1) << "the right is looked for anew";
+    EXPECT_EQ(probes_, before + 1) << "the access is probed again";
     EXPECT_TRUE(access_.showGate());
     EXPECT_EQ(session().run().status(), ScanStatus::idle);
     EXPECT_EQ(dispatch_.waiting(Queue::userInitiated), 0U);
