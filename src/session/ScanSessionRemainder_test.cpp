@@ -64,19 +64,19 @@ class Remainder : public SessionFixture {
   std::optional<std::string> toast_;
 };
 
-TEST_F(Remainder, that_has_the_focus_is_not_trashed_nor_is_the_folder_on_screen) {
+TEST_F(Remainder, a_focused_remainder_is_not_trashed_nor_is_the_folder_on_screen) {
   session().selection().setFocused(rest_);
   session().trashFocused();
   expectNothingDone();
 }
 
-TEST_F(Remainder, a_focused_remainder_is_not_trashed_nor_is_the_folder_on_screen) {
+TEST_F(Remainder, a_remainder_is_not_trashed_from_a_menu_which_closes) {
   session().shown().setMenuNode(film_);
   session().trash(rest_);
   expectNothingDone();
 }
 
-TEST_F(Remainder, a_remainder_is_not_trashed_from_a_menu_which_closes) {
+TEST_F(Remainder, a_remainder_of_a_critical_folder_is_neither_trashed_nor_warned_of) {
   const DiskNode critical = remainder("/usr");
   machine_.trash.put("/usr/__rest__");
   session().selection().setFocused(critical);
@@ -90,13 +90,13 @@ TEST_F(Remainder, a_remainder_is_not_trashed_from_a_menu_which_closes) {
   expectNothingDone();
 }
 
-TEST_F(Remainder, a_remainder_of_a_critical_folder_is_neither_trashed_nor_warned_of) {
+TEST_F(Remainder, a_remainder_is_not_queued) {
   session().cleanupQueue().addToQueue(rest_);
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
   expectNothingDone();
 }
 
-TEST_F(Remainder, a_remainder_is_not_queued) {
+TEST_F(Remainder, a_remainder_is_not_selected) {
   session().selection().toggleSelect(rest_);
   session().selection().selectNodes({rest_}, true);
   session().queueSelected();

@@ -38,7 +38,7 @@ class DispatchContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(DispatchContract);
 
-TYPED_TEST_P(DispatchContract, runs_no_main_work_inside_async_or_after) {
+TYPED_TEST_P(DispatchContract, async_and_after_run_no_main_work) {
   using Queue = Dispatch::Queue;
   int ran = 0;
   this->dispatch().async(Queue::main, [&] { ++ran; });
@@ -47,7 +47,7 @@ TYPED_TEST_P(DispatchContract, runs_no_main_work_inside_async_or_after) {
   this->harness_.runMainUntil([&] { return ran == 2; });
 }
 
-TYPED_TEST_P(DispatchContract, keeps_the_order_on_the_main_queue) {
+TYPED_TEST_P(DispatchContract, main_work_runs_in_order) {
   using Queue = Dispatch::Queue;
   std::vector<int> order;
   for (int k = 0; k < 100; ++k) {
@@ -57,7 +57,7 @@ TYPED_TEST_P(DispatchContract, keeps_the_order_on_the_main_queue) {
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TYPED_TEST_P(DispatchContract, runs_main_work_on_the_main_thread_wherever_it_comes_from) {
+TYPED_TEST_P(DispatchContract, main_work_runs_on_the_main_thread_wherever_it_comes_from) {
   using Queue = Dispatch::Queue;
   std::vector<std::thread::id> ranOn;
   const auto note = [&ranOn] { ranOn.push_back(std::this_thread::get_id()); };
@@ -69,7 +69,7 @@ TYPED_TEST_P(DispatchContract, runs_main_work_on_the_main_thread_wherever_it_com
   for (const std::thread::id& thread : ranOn) EXPECT_EQ(thread, std::this_thread::get_id());
 }
 
-TYPED_TEST_P(DispatchContract, runs_each_piece_once) {
+TYPED_TEST_P(DispatchContract, each_piece_of_work_runs_once) {
   using Queue = Dispatch::Queue;
   constexpr int pieces = 200;
   std::vector<int> runs(allQueues.size() * pieces);
@@ -89,7 +89,7 @@ TYPED_TEST_P(DispatchContract, runs_each_piece_once) {
   EXPECT_EQ(std::count(runs.begin(), runs.end(), 1), static_cast<std::ptrdiff_t>(runs.size()));
 }
 
-TYPED_TEST_P(DispatchContract, takes_work_from_many_threads_and_keeps_the_order_of_each) {
+TYPED_TEST_P(DispatchContract, work_of_many_threads_keeps_the_order_of_each_thread) {
   using Queue = Dispatch::Queue;
   constexpr std::size_t threadCount = 4;
   constexpr std::size_t pieces = 250;
@@ -119,7 +119,7 @@ TYPED_TEST_P(DispatchContract, takes_work_from_many_threads_and_keeps_the_order_
   }
 }
 
-TYPED_TEST_P(DispatchContract, takes_work_for_a_queue_from_work_on_it) {
+TYPED_TEST_P(DispatchContract, work_may_add_work_to_its_own_queue) {
   using Queue = Dispatch::Queue;
   for (const Queue queue : allQueues) {
     bool isDone = false;
@@ -132,7 +132,7 @@ TYPED_TEST_P(DispatchContract, takes_work_for_a_queue_from_work_on_it) {
   }
 }
 
-TYPED_TEST_P(DispatchContract, runs_delayed_work_on_its_queue_and_not_before_its_time) {
+TYPED_TEST_P(DispatchContract, delayed_work_runs_on_its_queue_and_not_before_its_time) {
   using Queue = Dispatch::Queue;
   constexpr std::chrono::milliseconds delay(20);
   for (const Queue queue : allQueues) {
@@ -148,7 +148,7 @@ TYPED_TEST_P(DispatchContract, runs_delayed_work_on_its_queue_and_not_before_its
   }
 }
 
-TYPED_TEST_P(DispatchContract, keeps_the_order_of_one_delay) {
+TYPED_TEST_P(DispatchContract, work_with_equal_delays_runs_in_order) {
   using Queue = Dispatch::Queue;
   std::vector<int> order;
   for (int k = 0; k < 20; ++k) {
@@ -159,7 +159,7 @@ TYPED_TEST_P(DispatchContract, keeps_the_order_of_one_delay) {
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TYPED_TEST_P(DispatchContract, lets_go_of_what_main_work_holds_once_it_has_run) {
+TYPED_TEST_P(DispatchContract, main_work_is_destroyed_once_it_has_run) {
   using Queue = Dispatch::Queue;
   auto held = std::make_shared<int>(0);
   const std::weak_ptr<int> watched = held;
@@ -171,10 +171,10 @@ TYPED_TEST_P(DispatchContract, lets_go_of_what_main_work_holds_once_it_has_run) 
 }
 
 REGISTER_TYPED_TEST_SUITE_P(
-    DispatchContract, runs_no_main_work_inside_async_or_after, keeps_the_order_on_the_main_queue,
-    runs_main_work_on_the_main_thread_wherever_it_comes_from, runs_each_piece_once,
-    takes_work_from_many_threads_and_keeps_the_order_of_each,
-    takes_work_for_a_queue_from_work_on_it, runs_delayed_work_on_its_queue_and_not_before_its_time,
-    keeps_the_order_of_one_delay, lets_go_of_what_main_work_holds_once_it_has_run);
+    DispatchContract, async_and_after_run_no_main_work, main_work_runs_in_order,
+    main_work_runs_on_the_main_thread_wherever_it_comes_from, each_piece_of_work_runs_once,
+    work_of_many_threads_keeps_the_order_of_each_thread, work_may_add_work_to_its_own_queue,
+    delayed_work_runs_on_its_queue_and_not_before_its_time, work_with_equal_delays_runs_in_order,
+    main_work_is_destroyed_once_it_has_run);
 
 }  // namespace tessaly

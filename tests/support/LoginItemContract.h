@@ -23,11 +23,11 @@ class LoginItemContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(LoginItemContract);
 
-TYPED_TEST_P(LoginItemContract, is_off_at_first) {
+TYPED_TEST_P(LoginItemContract, login_item_is_off_at_first) {
   EXPECT_FALSE(this->item().isEnabled());
 }
 
-TYPED_TEST_P(LoginItemContract, is_on_and_off_as_it_was_set) {
+TYPED_TEST_P(LoginItemContract, login_item_is_on_and_off_as_set) {
   EXPECT_TRUE(this->item().setEnabled(true));
   EXPECT_TRUE(this->item().isEnabled());
   EXPECT_TRUE(this->item().setEnabled(false));
@@ -36,21 +36,21 @@ TYPED_TEST_P(LoginItemContract, is_on_and_off_as_it_was_set) {
   EXPECT_TRUE(this->item().isEnabled());
 }
 
-TYPED_TEST_P(LoginItemContract, is_content_where_there_is_nothing_to_do) {
+TYPED_TEST_P(LoginItemContract, setting_the_present_state_succeeds) {
   EXPECT_TRUE(this->item().setEnabled(false));
   EXPECT_TRUE(this->item().setEnabled(true));
   EXPECT_TRUE(this->item().setEnabled(true));
   EXPECT_TRUE(this->item().isEnabled());
 }
 
-TYPED_TEST_P(LoginItemContract, says_that_a_change_was_refused_and_stays_as_it_was) {
+TYPED_TEST_P(LoginItemContract, a_refused_change_fails_and_keeps_the_state) {
   this->harness_.refuse();
   EXPECT_FALSE(this->item().setEnabled(true));
   EXPECT_FALSE(this->item().isEnabled());
   EXPECT_TRUE(this->item().setEnabled(false));
 }
 
-TYPED_TEST_P(LoginItemContract, stays_on_where_it_may_not_be_taken_away) {
+TYPED_TEST_P(LoginItemContract, login_item_stays_on_if_it_may_not_be_removed) {
   ASSERT_TRUE(this->item().setEnabled(true));
   this->harness_.refuse();
   EXPECT_FALSE(this->item().setEnabled(false));
@@ -58,9 +58,9 @@ TYPED_TEST_P(LoginItemContract, stays_on_where_it_may_not_be_taken_away) {
   EXPECT_TRUE(this->item().setEnabled(true));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(LoginItemContract, is_off_at_first, is_on_and_off_as_it_was_set,
-                            is_content_where_there_is_nothing_to_do,
-                            says_that_a_change_was_refused_and_stays_as_it_was,
-                            stays_on_where_it_may_not_be_taken_away);
+REGISTER_TYPED_TEST_SUITE_P(LoginItemContract, login_item_is_off_at_first,
+                            login_item_is_on_and_off_as_set, setting_the_present_state_succeeds,
+                            a_refused_change_fails_and_keeps_the_state,
+                            login_item_stays_on_if_it_may_not_be_removed);
 
 }  // namespace tessaly

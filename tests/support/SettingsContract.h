@@ -44,12 +44,12 @@ using Texts = std::vector<std::string>;
 
 TYPED_TEST_SUITE_P(SettingsContract);
 
-TYPED_TEST_P(SettingsContract, has_nothing_at_first) {
+TYPED_TEST_P(SettingsContract, settings_are_empty_at_first) {
   EXPECT_EQ(this->typesOf("marrow.pins"), "");
   EXPECT_EQ(this->typesOf(""), "");
 }
 
-TYPED_TEST_P(SettingsContract, gives_back_what_was_set) {
+TYPED_TEST_P(SettingsContract, values_are_returned_as_set) {
   SettingsStore& store = this->store();
   store.setText("text", "value");
   store.setBoolean("yes", true);
@@ -87,7 +87,7 @@ TYPED_TEST_P(SettingsContract, a_value_of_one_type_is_absent_for_the_others) {
   EXPECT_EQ(this->typesOf("binary"), "d");
 }
 
-TYPED_TEST_P(SettingsContract, a_new_value_takes_the_place_of_one_of_any_type) {
+TYPED_TEST_P(SettingsContract, a_new_value_replaces_one_of_any_type) {
   SettingsStore& store = this->store();
   store.setText("key", "1");
   store.setText("key", "2");
@@ -102,7 +102,7 @@ TYPED_TEST_P(SettingsContract, a_new_value_takes_the_place_of_one_of_any_type) {
   EXPECT_EQ(this->typesOf("key"), "t");
 }
 
-TYPED_TEST_P(SettingsContract, removing_takes_away_one_value) {
+TYPED_TEST_P(SettingsContract, removing_removes_one_value) {
   SettingsStore& store = this->store();
   store.setText("a", "1");
   store.setText("b", "2");
@@ -114,7 +114,7 @@ TYPED_TEST_P(SettingsContract, removing_takes_away_one_value) {
   EXPECT_EQ(store.boolean("a"), false);
 }
 
-TYPED_TEST_P(SettingsContract, keys_are_told_apart_to_the_byte) {
+TYPED_TEST_P(SettingsContract, keys_differ_by_any_byte) {
   SettingsStore& store = this->store();
   store.setText("marrow.a", "1");
   store.setText("marrow.A", "2");
@@ -128,7 +128,7 @@ TYPED_TEST_P(SettingsContract, keys_are_told_apart_to_the_byte) {
   EXPECT_EQ(store.text("\xff"), "5");
 }
 
-TYPED_TEST_P(SettingsContract, texts_and_binary_hold_any_bytes) {
+TYPED_TEST_P(SettingsContract, texts_and_binary_keep_any_bytes) {
   SettingsStore& store = this->store();
   const std::string bytes = this->allBytes();
   store.setText("text", bytes);
@@ -139,7 +139,7 @@ TYPED_TEST_P(SettingsContract, texts_and_binary_hold_any_bytes) {
   EXPECT_EQ(store.binary("binary"), bytes);
 }
 
-TYPED_TEST_P(SettingsContract, binary_of_any_length_comes_back) {
+TYPED_TEST_P(SettingsContract, binary_of_any_length_is_returned) {
   const std::string bytes = this->allBytes();
   for (std::size_t length = 0; length <= bytes.size(); ++length) {
     this->store().setBinary("binary", bytes.substr(0, length));
@@ -147,10 +147,11 @@ TYPED_TEST_P(SettingsContract, binary_of_any_length_comes_back) {
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(SettingsContract, has_nothing_at_first, gives_back_what_was_set,
-                            an_empty_value_is_a_value, a_value_of_one_type_is_absent_for_the_others,
-                            a_new_value_takes_the_place_of_one_of_any_type,
-                            removing_takes_away_one_value, keys_are_told_apart_to_the_byte,
-                            texts_and_binary_hold_any_bytes, binary_of_any_length_comes_back);
+REGISTER_TYPED_TEST_SUITE_P(SettingsContract, settings_are_empty_at_first,
+                            values_are_returned_as_set, an_empty_value_is_a_value,
+                            a_value_of_one_type_is_absent_for_the_others,
+                            a_new_value_replaces_one_of_any_type, removing_removes_one_value,
+                            keys_differ_by_any_byte, texts_and_binary_keep_any_bytes,
+                            binary_of_any_length_is_returned);
 
 }  // namespace tessaly

@@ -47,13 +47,13 @@ class TrashCanContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(TrashCanContract);
 
-TYPED_TEST_P(TrashCanContract, is_empty_where_nothing_was_thrown_away) {
+TYPED_TEST_P(TrashCanContract, trash_is_empty_before_anything_is_moved_to_it) {
   EXPECT_EQ(this->count(), 0);
   EXPECT_EQ(this->empty(), 0);
   EXPECT_EQ(this->count(), 0);
 }
 
-TYPED_TEST_P(TrashCanContract, counts_items_and_deletes_them) {
+TYPED_TEST_P(TrashCanContract, emptying_counts_items_and_deletes_them) {
   const std::string film = this->trash("film");
   EXPECT_EQ(this->count(), 1);
   const std::string folder = this->trash("folder/deeper/film");
@@ -65,7 +65,7 @@ TYPED_TEST_P(TrashCanContract, counts_items_and_deletes_them) {
   }
 }
 
-TYPED_TEST_P(TrashCanContract, leaves_nothing_to_be_put_back) {
+TYPED_TEST_P(TrashCanContract, emptied_items_cannot_be_put_back) {
   const ItemInTrash item = this->trashItem("folder/film");
   EXPECT_EQ(this->empty(), 1);
   const Outcome back = this->harness_.mover().putBack(item, this->harness_.at("folder"));
@@ -74,7 +74,7 @@ TYPED_TEST_P(TrashCanContract, leaves_nothing_to_be_put_back) {
   EXPECT_FALSE(this->harness_.has(this->harness_.at("folder")));
 }
 
-TYPED_TEST_P(TrashCanContract, leaves_alone_what_was_put_back) {
+TYPED_TEST_P(TrashCanContract, emptying_does_not_touch_items_that_were_put_back) {
   const ItemInTrash item = this->trashItem("folder/film");
   ASSERT_TRUE(this->harness_.mover().putBack(item, this->harness_.at("folder")));
   EXPECT_EQ(this->count(), 0);
@@ -82,14 +82,14 @@ TYPED_TEST_P(TrashCanContract, leaves_alone_what_was_put_back) {
   EXPECT_EQ(this->harness_.contentOf(this->harness_.at("folder/film")), "content");
 }
 
-TYPED_TEST_P(TrashCanContract, leaves_alone_what_was_not_thrown_away) {
+TYPED_TEST_P(TrashCanContract, emptying_does_not_touch_items_outside_of_the_trash) {
   this->harness_.put(this->harness_.at("kept/film"), "kept");
   this->trash("film");
   EXPECT_EQ(this->empty(), 1);
   EXPECT_EQ(this->harness_.contentOf(this->harness_.at("kept/film")), "kept");
 }
 
-TYPED_TEST_P(TrashCanContract, can_be_filled_and_emptied_again) {
+TYPED_TEST_P(TrashCanContract, trash_can_be_filled_and_emptied_again) {
   for (int round = 0; round < 3; ++round) {
     std::vector<std::string> places;
     for (int number = 0; number < 5; ++number) places.push_back(this->trash("film.mkv"));
@@ -101,7 +101,7 @@ TYPED_TEST_P(TrashCanContract, can_be_filled_and_emptied_again) {
   }
 }
 
-TYPED_TEST_P(TrashCanContract, deletes_any_name) {
+TYPED_TEST_P(TrashCanContract, emptying_deletes_items_with_any_name) {
   const std::vector<std::string> names = {
       "line\nfeed", "\xff\xfe", "%41", " ", "-rf", "...", "\\x", "\"'", std::string(255, 'n')};
   for (const std::string& name : names) {
@@ -113,9 +113,12 @@ TYPED_TEST_P(TrashCanContract, deletes_any_name) {
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(TrashCanContract, is_empty_where_nothing_was_thrown_away,
-                            counts_items_and_deletes_them, leaves_nothing_to_be_put_back,
-                            leaves_alone_what_was_put_back, leaves_alone_what_was_not_thrown_away,
-                            can_be_filled_and_emptied_again, deletes_any_name);
+REGISTER_TYPED_TEST_SUITE_P(TrashCanContract, trash_is_empty_before_anything_is_moved_to_it,
+                            emptying_counts_items_and_deletes_them,
+                            emptied_items_cannot_be_put_back,
+                            emptying_does_not_touch_items_that_were_put_back,
+                            emptying_does_not_touch_items_outside_of_the_trash,
+                            trash_can_be_filled_and_emptied_again,
+                            emptying_deletes_items_with_any_name);
 
 }  // namespace tessaly

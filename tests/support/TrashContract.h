@@ -54,7 +54,7 @@ class TrashContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(TrashContract);
 
-TYPED_TEST_P(TrashContract, moves_an_item_and_tells_where_it_is) {
+TYPED_TEST_P(TrashContract, an_item_is_moved_and_its_place_reported) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   const ItemInTrash item = this->trash(this->at("folder/film"));
@@ -64,7 +64,7 @@ TYPED_TEST_P(TrashContract, moves_an_item_and_tells_where_it_is) {
   EXPECT_TRUE(item.path.starts_with('/'));
 }
 
-TYPED_TEST_P(TrashContract, moves_a_folder_with_all_in_it) {
+TYPED_TEST_P(TrashContract, a_folder_is_moved_with_its_contents) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/deeper/film"), "1");
   disk.put(this->at("folder/sound"), "2");
@@ -76,7 +76,7 @@ TYPED_TEST_P(TrashContract, moves_a_folder_with_all_in_it) {
   EXPECT_EQ(disk.contentOf(this->at("folder2")), "3");
 }
 
-TYPED_TEST_P(TrashContract, keeps_all_items_of_one_name) {
+TYPED_TEST_P(TrashContract, all_items_of_one_name_are_kept) {
   auto& disk = this->harness_;
   std::vector<ItemInTrash> items;
   for (int number = 0; number < 40; ++number) {
@@ -88,7 +88,7 @@ TYPED_TEST_P(TrashContract, keeps_all_items_of_one_name) {
   }
 }
 
-TYPED_TEST_P(TrashContract, takes_any_name) {
+TYPED_TEST_P(TrashContract, items_with_any_name_are_moved) {
   auto& disk = this->harness_;
   const std::vector<std::string> names = {"line\nfeed",
                                           "\xff\xfe",
@@ -111,7 +111,7 @@ TYPED_TEST_P(TrashContract, takes_any_name) {
   }
 }
 
-TYPED_TEST_P(TrashContract, means_the_item_itself_when_slashes_stand_behind_it) {
+TYPED_TEST_P(TrashContract, trailing_slashes_are_ignored) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   const ItemInTrash item = this->trash(this->at("folder") + "///");
@@ -120,12 +120,12 @@ TYPED_TEST_P(TrashContract, means_the_item_itself_when_slashes_stand_behind_it) 
   EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
 }
 
-TYPED_TEST_P(TrashContract, refuses_what_is_not_there) {
+TYPED_TEST_P(TrashContract, a_missing_item_is_refused) {
   EXPECT_EQ(this->refusalOf(this->at("none")).kind, SystemError::Kind::notFound);
   EXPECT_EQ(this->refusalOf(this->at("none/none")).kind, SystemError::Kind::notFound);
 }
 
-TYPED_TEST_P(TrashContract, refuses_paths_that_name_no_item) {
+TYPED_TEST_P(TrashContract, paths_that_name_no_item_are_refused) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   const std::string folder = this->at("folder");
@@ -139,7 +139,7 @@ TYPED_TEST_P(TrashContract, refuses_paths_that_name_no_item) {
   EXPECT_EQ(disk.contentOf(this->at("folder/film")), "content");
 }
 
-TYPED_TEST_P(TrashContract, refuses_what_is_in_the_trash_already) {
+TYPED_TEST_P(TrashContract, an_item_in_the_trash_is_refused) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   const ItemInTrash item = this->trash(this->at("folder"));
@@ -150,7 +150,7 @@ TYPED_TEST_P(TrashContract, refuses_what_is_in_the_trash_already) {
   EXPECT_EQ(disk.contentOf(item.path + "/film"), "content");
 }
 
-TYPED_TEST_P(TrashContract, puts_back_what_it_moved_as_often_as_is_asked) {
+TYPED_TEST_P(TrashContract, an_item_can_be_moved_and_put_back_repeatedly) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "content");
   for (int round = 0; round < 3; ++round) {
@@ -161,7 +161,7 @@ TYPED_TEST_P(TrashContract, puts_back_what_it_moved_as_often_as_is_asked) {
   }
 }
 
-TYPED_TEST_P(TrashContract, makes_folders_that_went_meanwhile) {
+TYPED_TEST_P(TrashContract, putting_back_creates_folders_that_were_deleted) {
   auto& disk = this->harness_;
   disk.put(this->at("a/b/c/film"), "content");
   const ItemInTrash item = this->trash(this->at("a/b/c/film"));
@@ -170,7 +170,7 @@ TYPED_TEST_P(TrashContract, makes_folders_that_went_meanwhile) {
   EXPECT_EQ(disk.contentOf(this->at("a/b/c/film")), "content");
 }
 
-TYPED_TEST_P(TrashContract, never_replaces_what_stands_there_now) {
+TYPED_TEST_P(TrashContract, putting_back_never_replaces_an_item) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "old");
   const ItemInTrash item = this->trash(this->at("film"));
@@ -183,7 +183,7 @@ TYPED_TEST_P(TrashContract, never_replaces_what_stands_there_now) {
   EXPECT_EQ(disk.contentOf(this->at("film")), "old");
 }
 
-TYPED_TEST_P(TrashContract, cannot_put_back_what_is_gone_from_the_trash) {
+TYPED_TEST_P(TrashContract, an_item_that_has_left_the_trash_cannot_be_put_back) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "content");
   const ItemInTrash item = this->trash(this->at("film"));
@@ -193,7 +193,7 @@ TYPED_TEST_P(TrashContract, cannot_put_back_what_is_gone_from_the_trash) {
 }
 
 // The second item exists before the first one is moved, so that they never have the same inode.
-TYPED_TEST_P(TrashContract, does_not_take_an_item_for_an_earlier_one_of_its_name) {
+TYPED_TEST_P(TrashContract, an_item_is_not_taken_for_an_earlier_one_of_its_name) {
   auto& disk = this->harness_;
   disk.put(this->at("notes.txt"), "first");
   disk.put(this->at("elsewhere/notes.txt"), "the second");
@@ -209,7 +209,7 @@ TYPED_TEST_P(TrashContract, does_not_take_an_item_for_an_earlier_one_of_its_name
   EXPECT_EQ(disk.contentOf(this->at("elsewhere/notes.txt")), "the second");
 }
 
-TYPED_TEST_P(TrashContract, does_not_take_a_folder_for_an_earlier_one_of_its_name) {
+TYPED_TEST_P(TrashContract, a_folder_is_not_taken_for_an_earlier_one_of_its_name) {
   auto& disk = this->harness_;
   disk.put(this->at("folder/film"), "first");
   disk.put(this->at("elsewhere/folder/film"), "the second");
@@ -221,7 +221,7 @@ TYPED_TEST_P(TrashContract, does_not_take_a_folder_for_an_earlier_one_of_its_nam
   EXPECT_EQ(disk.contentOf(second.path + "/film"), "the second");
 }
 
-TYPED_TEST_P(TrashContract, puts_back_nothing_that_it_did_not_look_at) {
+TYPED_TEST_P(TrashContract, an_item_that_was_not_examined_is_not_put_back) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "content");
   const ItemInTrash item = this->trash(this->at("film"));
@@ -230,7 +230,7 @@ TYPED_TEST_P(TrashContract, puts_back_nothing_that_it_did_not_look_at) {
   EXPECT_EQ(disk.contentOf(item.path), "content");
 }
 
-TYPED_TEST_P(TrashContract, cannot_put_back_to_a_path_that_names_no_item) {
+TYPED_TEST_P(TrashContract, an_item_cannot_be_put_back_to_a_path_that_names_no_item) {
   auto& disk = this->harness_;
   disk.put(this->at("film"), "content");
   const ItemInTrash item = this->trash(this->at("film"));
@@ -244,17 +244,15 @@ TYPED_TEST_P(TrashContract, cannot_put_back_to_a_path_that_names_no_item) {
   EXPECT_FALSE(disk.has(this->at("film")));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(TrashContract, moves_an_item_and_tells_where_it_is,
-                            moves_a_folder_with_all_in_it, keeps_all_items_of_one_name,
-                            takes_any_name, means_the_item_itself_when_slashes_stand_behind_it,
-                            refuses_what_is_not_there, refuses_paths_that_name_no_item,
-                            refuses_what_is_in_the_trash_already,
-                            puts_back_what_it_moved_as_often_as_is_asked,
-                            makes_folders_that_went_meanwhile, never_replaces_what_stands_there_now,
-                            cannot_put_back_what_is_gone_from_the_trash,
-                            does_not_take_an_item_for_an_earlier_one_of_its_name,
-                            does_not_take_a_folder_for_an_earlier_one_of_its_name,
-                            puts_back_nothing_that_it_did_not_look_at,
-                            cannot_put_back_to_a_path_that_names_no_item);
+REGISTER_TYPED_TEST_SUITE_P(
+    TrashContract, an_item_is_moved_and_its_place_reported, a_folder_is_moved_with_its_contents,
+    all_items_of_one_name_are_kept, items_with_any_name_are_moved, trailing_slashes_are_ignored,
+    a_missing_item_is_refused, paths_that_name_no_item_are_refused, an_item_in_the_trash_is_refused,
+    an_item_can_be_moved_and_put_back_repeatedly, putting_back_creates_folders_that_were_deleted,
+    putting_back_never_replaces_an_item, an_item_that_has_left_the_trash_cannot_be_put_back,
+    an_item_is_not_taken_for_an_earlier_one_of_its_name,
+    a_folder_is_not_taken_for_an_earlier_one_of_its_name,
+    an_item_that_was_not_examined_is_not_put_back,
+    an_item_cannot_be_put_back_to_a_path_that_names_no_item);
 
 }  // namespace tessaly

@@ -91,7 +91,7 @@ class FullDisk : public testing::Test {
   }
   Result<ItemInTrash> move(const std::string& name) const { return mover().moveToTrash(on(name)); }
 
-  // Creates the items "item00" to "item39", after moving another item, which creates the reserve.
+  // Creates the items "item00" to "item39", and moves another item, which creates the reserve.
   std::string makeReady() const {
     for (int i = 0; i < 40; ++i) {
       const std::string number = std::to_string(100 + i).substr(1);
