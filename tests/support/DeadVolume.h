@@ -19,7 +19,6 @@ class DeadVolume {
   // child between fork and exec. False if the system refuses, as it does to everyone but root.
   bool mountInChild() const;
 
-  // Whether the child has mounted it.
   bool isMounted() const;
 
   // Reads questions until one comes from a thread of `process`, and answers none. False if none has

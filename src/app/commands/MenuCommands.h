@@ -27,7 +27,7 @@ class MenuCommands : public QObject {
   struct Services {
     ScanSession& session;
     NodeActions& actions;
-    std::function<void()> quit;  // ends the program
+    std::function<void()> quit;
   };
 
   explicit MenuCommands(Services services, QObject* parent = nullptr);

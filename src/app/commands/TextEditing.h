@@ -13,7 +13,6 @@ class TextEditing : public QObject {
   QML_ELEMENT
   // Any item; one that is not a TextInput or TextEdit counts as none.
   Q_PROPERTY(QQuickItem* target READ target WRITE setTarget NOTIFY changed)
-  // Whether the target is a field.
   Q_PROPERTY(bool isField READ isField NOTIFY changed)
   Q_PROPERTY(bool canCut READ canCut NOTIFY changed)
   Q_PROPERTY(bool canCopy READ canCopy NOTIFY changed)

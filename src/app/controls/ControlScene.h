@@ -20,7 +20,6 @@ class ControlScene {
   ~ControlScene();
 
   QQuickView& view() { return *view_; }
-  // The control itself.
   QQuickItem* control() const;
   // The item of this name in the control; "" is the control.
   QQuickItem* find(const QString& objectName) const;

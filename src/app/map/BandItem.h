@@ -19,7 +19,6 @@ class BandItem : public QQuickItem {
   // Draws the band `band` on a canvas of `size` points, at `scale` pixels per point.
   void show(const Rect& band, QSizeF size, double scale);
 
-  // Draws nothing.
   void hide();
 
   // The present band, in points.

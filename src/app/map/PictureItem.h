@@ -25,7 +25,6 @@ class PictureItem : public QQuickItem {
   // The same for a picture in pieces.
   void show(const std::vector<PixelCanvas>& pieces);
 
-  // Shows nothing.
   void clear();
 
   bool isClear() const { return pieces_.empty(); }

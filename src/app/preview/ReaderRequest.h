@@ -17,7 +17,6 @@
 namespace tessaly {
 
 struct ReaderRequest {
-  // The name of the program.
   static constexpr const char* program = "tessaly-pages";
 
   enum class Wanted : std::uint32_t {
