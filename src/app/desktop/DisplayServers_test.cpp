@@ -39,8 +39,8 @@ class Variable {
   bool wasSet_;
 };
 
-// Accepts one connection, and writes `answer` to it after a request. The destructor closes the
-// listener and ends it.
+// Accepts one connection, and writes `answer` to it after a request. The destructor shuts the
+// listener down, which ends the thread.
 class Server {
  public:
   Server(const MuteServer& listener, std::string answer)
