@@ -124,8 +124,8 @@ class SessionFixture : public ::testing::Test {
   std::optional<DiskUsage> volume_;  // of the start-up volume
   SessionServices::Clock::time_point now_{};
   std::chrono::system_clock::time_point date_{};
-  PostScanAnalysis::Engines analysis_;  // of the next session
-  SessionServices::Snapshot snapshot_;  // the same
+  PostScanAnalysis::Engines analysis_;  // for the next session
+  SessionServices::Snapshot snapshot_;  // for the next session
   std::unique_ptr<ScanSession> session_ = makeSession();
 
  private:

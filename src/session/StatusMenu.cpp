@@ -11,7 +11,7 @@ namespace {
 
 using Entry = StatusBarExtra::Entry;
 
-// Numbers its lines, those that are left out as well.
+// Numbers its lines, including those that are left out.
 class Lines {
  public:
   void button(const std::string& title, const std::function<void()>& action) {

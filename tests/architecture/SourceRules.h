@@ -29,7 +29,7 @@ std::vector<std::string> strayDecoders(const std::filesystem::path& src);
 // signatures of formats.
 std::vector<std::string> strayWordsOfMacos(const std::filesystem::path& src);
 
-// Colours that stand in a view as numbers or by a name of their own, not of Theme.
+// Colours in a view that are numbers or names of their own instead of Theme's.
 std::vector<std::string> strayColors(const std::filesystem::path& src);
 
 // Source files below `folder` with more than `limit` lines.

@@ -133,7 +133,7 @@ TEST_F(PlantedSources, text_for_one_system_is_found_in_sources_and_views) {
                           "session/B.cpp:1: \"Mac\": texts of one system stand in Wording"));
 }
 
-TEST_F(PlantedSources, colour_of_its_own_is_found_in_a_view) {
+TEST_F(PlantedSources, colour_without_the_theme_is_found_in_a_view) {
   plant("app/window/A.qml",
         "color: Theme.ink\ncolor: Qt.alpha(Theme.ink, 0.1)\n"
         "tint: lit ? Theme.ink : \"transparent\"\n// color: \"white\"\n"
@@ -147,7 +147,7 @@ TEST_F(PlantedSources, colour_of_its_own_is_found_in_a_view) {
                           "app/window/B.qml:3: views take their colours from Theme"));
 }
 
-TEST_F(PlantedSources, file_of_more_lines_than_the_limit_is_found) {
+TEST_F(PlantedSources, file_with_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
   EXPECT_THAT(overlongFiles(src_, 3), ElementsAre("scan/Long.cpp:4: more than 3 lines"));
@@ -175,11 +175,11 @@ TEST(Sources, shared_sources_have_no_words_of_one_system) {
   EXPECT_THAT(strayWordsOfMacos(project / "src"), IsEmpty());
 }
 
-TEST(Sources, take_the_colours_of_views_from_the_theme) {
+TEST(Sources, views_take_their_colours_from_the_theme) {
   EXPECT_THAT(strayColors(project / "src"), IsEmpty());
 }
 
-TEST(Sources, stay_below_six_hundred_lines_a_file) {
+TEST(Sources, sources_have_at_most_600_lines) {
   for (const char* folder : {"src", "tests", "bench"}) {
     EXPECT_THAT(overlongFiles(project / folder, 600), IsEmpty());
   }

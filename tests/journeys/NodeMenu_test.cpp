@@ -124,7 +124,7 @@ TEST_F(NodeMenuJourney, cancel_and_escape_close_the_menu_without_an_action) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(NodeMenuJourney, stays_for_a_click_on_its_panel_and_goes_by_one_beside_it) {
+TEST_F(NodeMenuJourney, a_click_on_its_panel_keeps_the_menu_and_one_beside_it_closes_it) {
   askAbout("Movies");
   clickAt(middleOf(item("menuTitle")));
   EXPECT_TRUE(shows("nodeMenu"));
@@ -133,7 +133,7 @@ TEST_F(NodeMenuJourney, stays_for_a_click_on_its_panel_and_goes_by_one_beside_it
   EXPECT_THAT(workspace_.revealed, IsEmpty());
 }
 
-TEST_F(NodeMenuJourney, closes_before_it_warns_of_a_protected_location) {
+TEST_F(NodeMenuJourney, the_menu_closes_before_the_warning_of_a_protected_location) {
   machine_.trash.put(tree_.path());
   session().shown().setMenuNode(session().navigation().current());
   settle(window());

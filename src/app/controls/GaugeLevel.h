@@ -1,5 +1,5 @@
-// What the storage gauge tells of a percentage: how serious it is, and how long its arc is. Plain
-// values, any thread.
+// What the storage gauge shows for a percentage: its level, and the length of its arc. Pure
+// functions, safe from any thread.
 #pragma once
 
 #include "look/Color.h"

@@ -38,7 +38,7 @@ TEST(Gauge, the_arc_is_empty_at_0_and_full_above_100) {
   EXPECT_EQ(Gauge::arcEnd(150), 0.85);
 }
 
-TEST(Gauge, takes_what_is_no_number_for_nothing) {
+TEST(Gauge, nan_counts_as_0) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(Gauge::levelFor(nan), GaugeLevel::success);
   EXPECT_EQ(Gauge::arcEnd(nan), 0.15);

@@ -2,8 +2,8 @@
 // freedesktop.org: it registers with the service org.kde.StatusNotifierWatcher on the session bus,
 // and again with each new owner of that name. Main thread only; nothing waits for the bus.
 //
-// It is shown while a watcher knows it and has somebody who draws. docs/status-item.md tells why
-// this is not a QSystemTrayIcon.
+// It is shown while a watcher has registered it and has a host that draws items.
+// docs/status-item.md explains why it is not a QSystemTrayIcon.
 #pragma once
 
 #include <functional>

@@ -123,7 +123,7 @@ class CanvasFixture : public ::testing::Test {
   FakeMachine machine_;
   ScanSession session_{machine_.services("/home")};
   CanvasState map_{session_};
-  std::vector<std::string> asked_;  // of the doors that no fake stands behind
+  std::vector<std::string> asked_;  // calls of functions without a fake
   NodeActions actions_{{.workspace = machine_.workspace,
                         .pasteboard = machine_.pasteboard,
                         .quickLook = note("look"),

@@ -1,5 +1,5 @@
-// What a canvas of the treemap needs of the session: the marks of its tiles, and the parts that its
-// gestures and keys change.
+// The part of the session that a canvas of the treemap uses: the marks of its tiles, and the parts
+// that its gestures and keys change.
 #pragma once
 
 #include <QObject>

@@ -9,8 +9,8 @@ RoundedPanel {
 
     required property TooltipState tip
 
-    // The path, cut in its middle to what fits three lines. A line ends up to a character short of the
-    // width.
+    // The path, elided in the middle to fit three lines. A line may be up to a character shorter
+    // than the width.
     MiddleElision {
         id: shortPath
         font: path.font

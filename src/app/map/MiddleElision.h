@@ -1,6 +1,6 @@
-// A text that is cut in its middle where it is wider than its room. A text of ASCII characters that
-// cannot be too wide, as most are, is not measured, since the tooltip asks for each tile that the
-// pointer comes to.
+// A text that is elided in its middle if it is wider than its space. A text of ASCII characters
+// that certainly fits, as most do, is not measured, since the tooltip does this for each tile that
+// the pointer enters.
 //
 // Main thread only.
 #pragma once

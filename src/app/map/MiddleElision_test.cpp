@@ -30,7 +30,7 @@ class MiddleElisionTest : public testing::Test {
   MiddleElision elision_;
 };
 
-TEST_F(MiddleElisionTest, a_text_with_enough_room_stays_whole) {
+TEST_F(MiddleElisionTest, a_text_that_fits_is_complete) {
   use(Fonts::Voice::mono, 600);
   for (const QString& text : {QString(), QStringLiteral("/home/user/a b.txt"),
                               QStringLiteral("/home/\u00e4\u00f6/\u6f22\u5b57")}) {
@@ -38,7 +38,7 @@ TEST_F(MiddleElisionTest, a_text_with_enough_room_stays_whole) {
   }
 }
 
-TEST_F(MiddleElisionTest, a_text_of_any_length_is_cut_as_the_font_measures_it) {
+TEST_F(MiddleElisionTest, a_text_of_any_length_is_elided_as_the_font_measures_it) {
   for (const auto voice : {Fonts::Voice::mono, Fonts::Voice::ui}) {
     use(voice, 300);
     const QFontMetricsF metrics(fontOf(voice));
@@ -55,7 +55,7 @@ TEST_F(MiddleElisionTest, a_text_of_any_length_is_cut_as_the_font_measures_it) {
   }
 }
 
-TEST_F(MiddleElisionTest, a_long_text_keeps_its_two_ends) {
+TEST_F(MiddleElisionTest, a_long_text_keeps_its_beginning_and_its_end) {
   use(Fonts::Voice::mono, 120);
   elision_.setText(QStringLiteral("/beginning/") + QString(100, u'x') + QStringLiteral("/end"));
   EXPECT_TRUE(elision_.shortened().startsWith(u"/beg"));
@@ -63,7 +63,7 @@ TEST_F(MiddleElisionTest, a_long_text_keeps_its_two_ends) {
   EXPECT_TRUE(elision_.shortened().contains(QChar(0x2026)));
 }
 
-TEST_F(MiddleElisionTest, a_change_of_room_or_font_cuts_the_same_text_anew) {
+TEST_F(MiddleElisionTest, a_change_of_space_or_font_elides_the_text_again) {
   use(Fonts::Voice::mono, 60);
   elision_.setText(QString(20, u'x'));
   const QSignalSpy changes(&elision_, &MiddleElision::shortenedChanged);
