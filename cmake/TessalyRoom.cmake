@@ -13,24 +13,41 @@ set(TESSALY_TEST_PROGRAMS ${CMAKE_BINARY_DIR}/test-programs.txt)
 file(WRITE ${TESSALY_TEST_PROGRAMS} "")
 
 # The tests of a room, each fact a test of its own in ctest:
-# tessaly_tests(scan SOURCES A_test.cpp LINKS tessaly_scan ALONE "Suite.fact")
+# tessaly_tests(scan SOURCES A_test.cpp THREADS B_test.cpp LINKS tessaly_scan ALONE "Suite.fact")
 #
-# ALONE are tests, as a filter of GoogleTest, that need a process of their own in tests/together.
+# THREADS are the sources in whose tests, or in the programs that these start, code of the project
+# runs on several threads; ONE_THREAD are tests in them, as a filter of GoogleTest, that start none.
+# The thread sanitizer has nothing to find in other sources and tests, so that they are not built or
+# run for it. A program without THREADS is ended where it starts a thread (support/OneThread.cpp),
+# unless it says WALKS: then the only threads are a fixture's and the helpers of a walk, which has tests
+# of its own. ALONE are tests, as a filter, that need a process of their own in tests/together.
 function(tessaly_tests name)
-  if(NOT TESSALY_TESTS)
+  cmake_parse_arguments(TESTS "OWN_MAIN;WALKS" ""
+    "SOURCES;THREADS;ONE_THREAD;LINKS;ALONE" ${ARGN})
+  if(NOT TESSALY_TESTS OR (TESSALY_SANITIZE MATCHES thread AND NOT TESTS_THREADS))
     return()
   endif()
-  cmake_parse_arguments(TESTS "OWN_MAIN" "" "SOURCES;LINKS;ALONE" ${ARGN})
-  add_executable(tessaly_${name}_test ${TESTS_SOURCES})
+  if(TESSALY_SANITIZE MATCHES thread)
+    list(FILTER TESTS_SOURCES EXCLUDE REGEX "_test\\.cpp$")
+  endif()
+  add_executable(tessaly_${name}_test ${TESTS_SOURCES} ${TESTS_THREADS})
   target_include_directories(tessaly_${name}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(tessaly_${name}_test PRIVATE ${TESTS_LINKS} tessaly_tested GTest::gtest GTest::gmock)
   if(NOT TESTS_OWN_MAIN)
     target_link_libraries(tessaly_${name}_test PRIVATE GTest::gtest_main)
   endif()
   tessaly_precompiled(tessaly_${name}_test TEST)
+  # Sanitizers have a pthread_create() of their own.
+  if(NOT TESTS_THREADS AND NOT TESTS_WALKS AND NOT TESSALY_SANITIZE)
+    target_link_libraries(tessaly_${name}_test PRIVATE tessaly_one_thread)
+  endif()
   list(JOIN TESTS_ALONE ":" alone)
+  set(left "")
+  if(TESSALY_SANITIZE MATCHES thread)
+    list(JOIN TESTS_ONE_THREAD ":" left)
+  endif()
   file(APPEND ${TESSALY_TEST_PROGRAMS}
-    "${name}\t${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tessaly_${name}_test\t${alone}\t\n")
+    "${name}\t${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tessaly_${name}_test\t${alone}\t${left}\n")
   gtest_discover_tests(tessaly_${name}_test
     TEST_PREFIX ${name}: DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
     PROPERTIES TIMEOUT 600)
