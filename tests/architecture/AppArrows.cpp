@@ -33,9 +33,11 @@ std::string folderOfModule(std::string name) {
 
 std::vector<std::string> foldersNamedIn(const std::string& text) {
   static const std::regex include("\\s*#\\s*include\\s*\"app/([^\"]+)\".*");
+  static const std::regex neighbour("\\s*import\\s+\"\\.\\./([^\"]+)\".*");
   static const std::regex module("\\b(tessaly_|Tessaly[._])([A-Za-z]+)");
   std::smatch match;
   if (std::regex_match(text, match, include)) return {folderOf(match[1].str())};
+  if (std::regex_match(text, match, neighbour)) return {folderOf(match[1].str() + "/")};
   std::vector<std::string> folders;
   for (auto at = std::sregex_iterator(text.begin(), text.end(), module);
        at != std::sregex_iterator(); ++at) {
@@ -102,7 +104,7 @@ std::vector<std::string> forbiddenInApp(const std::filesystem::path& app, const 
     }
     // Most lines name no module, and need no regular expression.
     if (line.text.find("essaly") == std::string::npos &&
-        line.text.find("app/") == std::string::npos)
+        line.text.find("app/") == std::string::npos && line.text.find("../") == std::string::npos)
       return;
     for (const std::string& other : foldersNamedIn(line.text)) {
       if (other == folder || !arrows.contains(other)) continue;

@@ -36,9 +36,11 @@ TEST_F(PlantedApp, include_that_no_arrow_allows_is_found) {
 
 TEST_F(PlantedApp, qml_module_that_no_arrow_allows_is_found) {
   plant("map/A.qml", "import Tessaly.QuickLook\n");
+  plant("map/B.qml", "import \"../queue\"\nimport \"../model\"\n");
   plant("queue/A_test.cpp", "Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)\n");
   EXPECT_THAT(forbiddenInApp(src_),
               ElementsAre("map/A.qml:1: map uses quicklook: there is no such arrow",
+                          "map/B.qml:1: map uses queue: there is no such arrow",
                           "queue/A_test.cpp:1: queue uses panes: there is no such arrow"));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <fstream>
 #include <optional>
 #include <regex>
 #include <string_view>
@@ -110,6 +111,10 @@ std::optional<std::string> quotedComplaint(std::string_view file, std::string_vi
 }
 
 std::optional<std::string> angledComplaint(std::string_view file, const std::string& included) {
+  // The rules on rooms read what is between quotation marks.
+  if (included.find('/') != std::string::npos && rank(firstComponent(included))) {
+    return "<" + included + ">: a file of a room is included as \"" + included + "\"";
+  }
   static const std::regex ofOneDesktop("(xcb|X11|QtDBus)/.*|QDBus.*");
   if (std::regex_match(included, ofOneDesktop) && !file.starts_with("app/desktop/")) {
     return "<" + included + "> is for one system: only app/desktop names it";
@@ -131,15 +136,15 @@ std::optional<std::string> angledComplaint(std::string_view file, const std::str
   return std::nullopt;
 }
 
-// The string literals on a line, without those in its comment.
-std::vector<std::string_view> quotedTexts(std::string_view line) {
+// The texts between two of the same `marks` on a line, without those in its comment.
+std::vector<std::string_view> quotedTexts(std::string_view line, std::string_view marks) {
   std::vector<std::string_view> texts;
   std::optional<std::size_t> begin;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (!begin && line.substr(i).starts_with("//")) break;
     if (line[i] == '\\') {
       ++i;
-    } else if (line[i] == '"') {
+    } else if (begin ? line[i] == line[*begin - 1] : marks.find(line[i]) != marks.npos) {
       if (begin) texts.push_back(line.substr(*begin, i - *begin));
       begin = begin ? std::nullopt : std::optional(i + 1);
     }
@@ -147,7 +152,51 @@ std::vector<std::string_view> quotedTexts(std::string_view line) {
   return texts;
 }
 
+std::string_view qtOf(std::string_view room) {
+  if (*rank(room) < *rank("session")) return "none";
+  return room == "session" ? "QtCore" : "Qt Quick";
+}
+
+// The names between the arrows of a line; none if it has no arrow.
+std::vector<std::string> namesAlongArrows(const std::string& line) {
+  static const std::regex chain(" *[a-z]+( → [a-z]+)+ *");
+  static const std::regex name("[a-z]+");
+  std::vector<std::string> names;
+  if (!std::regex_match(line, chain)) return names;
+  for (auto at = std::sregex_iterator(line.begin(), line.end(), name); at != std::sregex_iterator();
+       ++at) {
+    names.push_back(at->str());
+  }
+  return names;
+}
+
 }  // namespace
+
+Rooms knownRooms() {
+  Rooms known;
+  for (const std::string_view room : rooms) {
+    known.order.emplace(known.order.begin(), room);
+    known.qt.emplace(room, qtOf(room));
+  }
+  return known;
+}
+
+Rooms drawnRooms(const fs::path& document) {
+  static const std::regex row("\\| `([^`]+)` \\|[^|]*\\| *([^|]*[^| ]) *\\|");
+  Rooms drawn;
+  bool isBelow = false;
+  std::ifstream stream(document);
+  for (std::string line; std::getline(stream, line);) {
+    if (line.starts_with("#")) isBelow = line.find("Rooms") != std::string::npos;
+    if (!isBelow) continue;
+    if (const std::vector<std::string> names = namesAlongArrows(line); !names.empty()) {
+      drawn.order = names;
+    }
+    std::smatch match;
+    if (std::regex_match(line, match, row)) drawn.qt[match[1].str()] = match[2].str();
+  }
+  return drawn;
+}
 
 std::vector<std::string> forbiddenIncludes(const fs::path& src) {
   static const std::regex include("\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"].*");
@@ -228,7 +277,8 @@ std::vector<std::string> strayWordsOfMacos(const fs::path& src) {
         std::ranges::find(homes, line.file) != homes.end()) {
       return;
     }
-    for (const std::string_view text : quotedTexts(line.text)) {
+    const bool isView = line.file.ends_with(".qml") || line.file.ends_with(".js");
+    for (const std::string_view text : quotedTexts(line.text, isView ? "\"'`" : "\"")) {
       if (const auto word = wordOfMacosIn(text)) {
         complaints.push_back(
             line.complaint("\"" + std::string(*word) + "\": texts of one system stand in Wording"));

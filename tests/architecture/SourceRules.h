@@ -5,14 +5,30 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace tessaly::architecture {
 
+// The rooms in order, each of which may include those after it, and the part of Qt that each may
+// use.
+struct Rooms {
+  std::vector<std::string> order;
+  std::map<std::string, std::string> qt;
+
+  bool operator==(const Rooms&) const = default;
+};
+
+Rooms knownRooms();
+
+// The rooms that the document draws below its heading of rooms: a line "a → b → c", and rows of
+// "| `room` | what it holds | Qt |".
+Rooms drawnRooms(const std::filesystem::path& document);
+
 // Includes against the arrows, of Qt in a room without Qt, of one system's implementation outside
-// of its own files and tests, or of a file of src/ without the name of its room. One line each,
-// "file:line: what".
+// of its own files and tests, or of a file of src/ that is not named by its room between quotation
+// marks. One line each, "file:line: what".
 std::vector<std::string> forbiddenIncludes(const std::filesystem::path& src);
 
 // Threads and changes of threads outside of the rooms that own them.

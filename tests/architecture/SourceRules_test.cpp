@@ -26,6 +26,16 @@ TEST_F(PlantedSources, include_against_the_arrows_is_found) {
                           "scan/A.cpp:2: scan includes treemap: the arrow runs back"));
 }
 
+TEST_F(PlantedSources, include_of_a_room_between_angle_brackets_is_found) {
+  plant("scan/A.cpp", "#include <treemap/Rect.h>\n#include <sys/stat.h>\n");
+  plant("app/B.h", "#include <app/desktop/LinuxWorkspace.h>\n");
+  EXPECT_THAT(forbiddenIncludes(src_),
+              ElementsAre("app/B.h:1: <app/desktop/LinuxWorkspace.h>: a file of a room is included "
+                          "as \"app/desktop/LinuxWorkspace.h\"",
+                          "scan/A.cpp:1: <treemap/Rect.h>: a file of a room is included as "
+                          "\"treemap/Rect.h\""));
+}
+
 TEST_F(PlantedSources, qt_is_found_in_a_room_without_it) {
   plant("platform/linux/A.cpp", "#include <QString>\n");
   plant("treemap/B.h", "#include <QtCore/QObject>\n");
@@ -147,6 +157,23 @@ TEST_F(PlantedSources, colour_without_the_theme_is_found_in_a_view) {
                           "app/window/B.qml:3: views take their colours from Theme"));
 }
 
+TEST_F(PlantedSources, text_of_one_system_is_found_between_any_quotation_marks_of_a_view) {
+  plant("app/window/A.qml", "Text { text: 'Reveal in Finder' }\nText { text: `${n} on Mac` }\n");
+  plant("app/window/B.qml", "Text { text: \"the user's\" }  // a Mac's\n");
+  plant("scan/C.cpp", "const char c = '\\''; const int n = 1'000; name(Mac, '\"');\n");
+  EXPECT_THAT(strayWordsOfMacos(src_),
+              ElementsAre("app/window/A.qml:1: \"Finder\": texts of one system stand in Wording",
+                          "app/window/A.qml:2: \"Mac\": texts of one system stand in Wording"));
+}
+
+TEST_F(PlantedSources, rooms_are_read_below_their_heading) {
+  plant("A.md",
+        "# Rooms and arrows\n\n    b → a\n\n| Room | Contents | Qt |\n|---|---|---|\n"
+        "| `a` | the `tiles` | none |\n| `b` | names | Qt Quick |\n## End\n\n    c → d\n\n"
+        "| `c` | x | none |\n");
+  EXPECT_EQ(drawnRooms(src_ / "A.md"), (Rooms{{"b", "a"}, {{"a", "none"}, {"b", "Qt Quick"}}}));
+}
+
 TEST_F(PlantedSources, file_with_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
@@ -157,6 +184,10 @@ const fs::path project = TESSALY_PROJECT_FOLDER;
 
 TEST(Sources, rooms_include_only_along_the_arrows) {
   EXPECT_THAT(forbiddenIncludes(project / "src"), IsEmpty());
+}
+
+TEST(Sources, architecture_document_draws_the_rooms_as_they_are) {
+  EXPECT_EQ(drawnRooms(project / "ARCHITECTURE.md"), knownRooms());
 }
 
 TEST(Sources, sources_change_threads_only_through_dispatch) {
