@@ -114,6 +114,18 @@ TEST(FileKindRules, the_tables_list_no_other_extension) {
     EXPECT_EQ(classify(std::string("x.") + ending, false), FileKind::other) << ending;
 }
 
+TEST(FileKindRules, no_other_extension_of_up_to_three_characters_has_a_kind) {
+  const std::string_view characters = "abcdefghijklmnopqrstuvwxyz0123456789";
+  std::vector<std::string> endings = {""};
+  for (std::size_t i = 0; i < endings.size() && endings[i].size() < 3; ++i) {
+    for (const char character : characters) endings.push_back(endings[i] + character);
+  }
+  for (const std::string& ending : endings) {
+    if (kindOfEnding.contains(ending) || ending == "app") continue;
+    EXPECT_EQ(classify("x." + ending, false), FileKind::other) << ending;
+  }
+}
+
 TEST(FileKindRules, six_folders_are_important_and_videos_on_linux) {
   EXPECT_THAT(
       FileKindRules::important(Places::forMacos()),

@@ -148,6 +148,24 @@ TEST(AtomicFileReplace, fills_in_a_link_that_leads_nowhere) {
   EXPECT_EQ(loop.error().code, ELOOP);
 }
 
+TEST(AtomicFileReplace, follows_as_many_links_as_the_system_does) {
+  const TempTree tree;
+  std::string target = "f";
+  for (int number = 1; number <= 41; ++number) {
+    const std::string link = "link-" + std::to_string(number);
+    fs::create_symlink(target, tree.at(link));
+    target = link;
+  }
+  EXPECT_TRUE(replaceIt(tree.at("link-40"), "x"));
+  EXPECT_EQ(contentOf(tree.at("f")), "x");
+  const Outcome tooMany = replaceIt(tree.at("link-41"), "y");
+  ASSERT_FALSE(tooMany);
+  EXPECT_EQ(tooMany.error().code, ELOOP);
+  struct stat status {};
+  EXPECT_EQ(::stat(tree.at("link-40").c_str(), &status), 0);
+  EXPECT_NE(::stat(tree.at("link-41").c_str(), &status), 0);
+}
+
 TEST(AtomicFileReplace, leaves_alone_what_is_no_file) {
   const TempTree tree(R"(
     folder/

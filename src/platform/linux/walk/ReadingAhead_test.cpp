@@ -65,10 +65,14 @@ class ReadingAhead : public testing::Test {
     return DirectoryWalk(tree.path(), decide, 2);
   }
 
-  // The count after `expected` folders have been reported and the threads are idle.
   std::size_t countWhen(std::size_t expected, const TempTree& tree) {
     DirectoryWalk walk = walkOf(tree);
     EXPECT_NE(walk.next(), nullptr);
+    return countAtRest(expected);
+  }
+
+  // The count after `expected` folders have been reported and the threads are idle.
+  std::size_t countAtRest(std::size_t expected) {
     eventually([&] { return count_ >= expected; }, "folders that are read ahead");
     std::size_t seen = 0;
     int looks = 0;
@@ -101,6 +105,16 @@ TEST_F(ReadingAhead, ends_after_32768_items) {
   const std::size_t count = countWhen(33, tree);
   EXPECT_GE(count, 33U);
   EXPECT_LE(count, 35U);
+}
+
+// Waiting longer, until the caller has taken all of it, would leave the caller to read alone.
+TEST_F(ReadingAhead, goes_on_when_the_caller_has_taken_half_of_it) {
+  const TempTree tree("folder-####/ x4000\n  inner/\n");
+  DirectoryWalk walk = walkOf(tree);
+  ASSERT_NE(walk.next(), nullptr);
+  EXPECT_LE(countAtRest(2047), 2050U);
+  for (int taken = 1; taken < 2200; ++taken) ASSERT_NE(walk.next(), nullptr);
+  eventually([&] { return count_ >= 3000; }, "as many again, read ahead");
 }
 
 TEST_F(ReadingAhead, goes_on_as_the_caller_does) {
