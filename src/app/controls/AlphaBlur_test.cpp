@@ -25,7 +25,8 @@ TEST(AlphaBlur, a_blurred_edge_is_the_integral_of_a_gaussian) {
 }
 
 TEST(AlphaBlur, a_blur_extends_exactly_to_its_margin) {
-  for (const double sigma : {0.7, 2.0, 6.0}) {
+  // The outermost sample of a deviation of 2.43 is large enough to be seen.
+  for (const double sigma : {0.7, 2.0, 2.43, 6.0}) {
     std::vector<std::uint8_t> line(100);
     std::fill(line.begin() + 50, line.end(), 255);
     AlphaBlur::blurLine(line.data(), 100, 1, sigma);
@@ -63,6 +64,24 @@ TEST(AlphaBlur, a_blur_without_a_deviation_changes_nothing) {
   const std::vector<std::uint8_t> before = line;
   AlphaBlur::blurLine(line.data(), 5, 1, 0);
   EXPECT_EQ(line, before);
+}
+
+TEST(AlphaBlur, blurs_an_image_down_as_it_blurs_it_across_to_its_last_line) {
+  QImage image(21, 21, QImage::Format_Alpha8);
+  image.fill(255);
+  AlphaBlur::blur(image, 3);
+  const auto alpha = [&](int x, int y) { return static_cast<int>(image.constScanLine(y)[x]); };
+  for (int y = 0; y < 21; ++y) {
+    for (int x = 0; x < 21; ++x) {
+      EXPECT_NEAR(alpha(x, y), alpha(y, x), 1) << x << " " << y;
+      EXPECT_EQ(alpha(x, y), alpha(20 - x, y)) << x << " " << y;
+      EXPECT_EQ(alpha(x, y), alpha(x, 20 - y)) << x << " " << y;
+    }
+  }
+  // What is beyond the image counts as 0, which an edge has on one side and a corner on two.
+  EXPECT_GT(alpha(10, 10), 250);
+  EXPECT_LT(alpha(10, 0), 160);
+  EXPECT_NEAR(alpha(0, 0), alpha(10, 0) * alpha(0, 10) / 255.0, 2);
 }
 
 }  // namespace
