@@ -35,9 +35,10 @@ TEST(ItemFacts, inodes_keep_their_numbers_on_the_disks_of_this_system) {
 }
 
 TEST(ItemFacts, inodes_are_numbered_anew_where_nobody_stores_the_numbers) {
+  constexpr unsigned long sharedFoldersOfVirtualBox = 0x786F4256;
   for (const unsigned long type : std::initializer_list<unsigned long>{
            MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC, SMB_SUPER_MAGIC,
-           CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC}) {
+           CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC, sharedFoldersOfVirtualBox}) {
     EXPECT_FALSE(ItemFacts::inodesLast(type)) << std::hex << type;
   }
 }
@@ -109,6 +110,13 @@ TEST(ItemFacts, a_move_changes_none_of_them) {
     EXPECT_EQ(ItemFacts::text(withoutBirth(moved), inodesLast),
               ItemFacts::text(withoutBirth(statusOfFile()), inodesLast));
   }
+}
+
+TEST(ItemFacts, a_folder_that_was_born_at_another_time_is_another_folder) {
+  const struct statx one = statusOfFile();
+  struct statx other = one;
+  other.stx_btime.tv_sec += 1;
+  EXPECT_NE(ItemFacts::folderText(other, true), ItemFacts::folderText(one, true));
 }
 
 TEST(ItemFacts, a_folder_stays_itself_whatever_is_put_into_it) {
