@@ -61,6 +61,15 @@ TEST_F(AStep, a_step_announces_a_field_once_and_only_if_it_changed) {
   EXPECT_THAT(log_, ElementsAre("vizMode"));
 }
 
+TEST_F(AStep, a_step_announces_the_same_field_of_two_parts_of_one_type) {
+  CleanupQueue other;
+  listen(other, &CleanupQueue::queueOpenChanged, "queueOpen of the other");
+  queue_.addToQueue(changes_, file("/a", 1));
+  other.addToQueue(changes_, file("/b", 1));
+  changes_.announce();
+  EXPECT_THAT(log_, ElementsAre("queue", "queueOpen", "queueOpen of the other"));
+}
+
 TEST_F(AStep, a_step_skips_a_part_that_a_receiver_deleted) {
   queue_.setQueueOpen(true);
   log_.clear();

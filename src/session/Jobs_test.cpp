@@ -52,6 +52,13 @@ TEST_F(JobsTest, jobs_are_numbered_in_the_order_of_their_start) {
   EXPECT_EQ(start("b").number(), 2U);
 }
 
+TEST_F(JobsTest, a_job_that_was_never_started_is_cancelled) {
+  const Job never;
+  EXPECT_TRUE(never.isCancelled());
+  EXPECT_TRUE(never.cancelTest()());
+  never.cancel();
+}
+
 TEST_F(JobsTest, a_cancelled_job_sees_it_and_its_result_is_dropped) {
   const Job first = start("first");
   start("second");

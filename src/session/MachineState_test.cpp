@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 
 #include "session/ScanSession.h"
+#include "session/SessionFixture_test.h"
 #include "session/StatusBar.h"
 #include "support/FakeMachine.h"
 #include "support/FakeVolumes.h"
@@ -73,6 +74,19 @@ TEST_F(LateFigures, the_start_asks_for_disk_and_volumes_only) {
   HeldFigures::answer(figures_.disk, usage);
   EXPECT_THAT(machine_.icon.badges, IsEmpty());
   EXPECT_THAT(machine_.notifications.posted, IsEmpty());
+}
+
+using FiguresAtOnce = SessionFixture;
+
+TEST_F(FiguresAtOnce, known_figures_are_announced_with_the_step_that_asked_for_them) {
+  volume_ = usage;
+  const QSignalSpy disk(&session().machine(), &MachineState::diskChanged);
+  FieldChanges changes;
+  session().machine().refreshDisk(changes);
+  EXPECT_EQ(session().machine().disk(), usage);
+  EXPECT_EQ(disk.count(), 0);
+  changes.announce();
+  EXPECT_EQ(disk.count(), 1);
 }
 
 TEST_F(LateFigures, a_scan_completes_before_late_figures) {

@@ -240,6 +240,15 @@ TEST_F(Scan, cancelling_a_later_scan_leaves_the_old_tree) {
   EXPECT_EQ(session().run().scanRoot(), "/b");
 }
 
+TEST_F(Scan, cancelling_every_rescan_leaves_the_old_tree) {
+  scanTo(treeOfA);
+  for (int i = 0; i < 2; ++i) {
+    session().rescan();
+    session().run().cancel();
+    EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  }
+}
+
 TEST_F(Scan, cancelling_tells_the_walk_and_drops_its_result) {
   std::vector<bool> polled;
   walks().at(0).during = [&](const DiskScanner::Callbacks& callbacks) {

@@ -449,6 +449,14 @@ TEST_F(Actions, a_folder_is_excluded_once_and_a_cancelled_panel_excludes_nothing
   EXPECT_EQ(changed.count(), 0);
 }
 
+TEST_F(Actions, removing_a_folder_that_is_not_excluded_announces_nothing) {
+  session().choices().setExcludes({"/a"});
+  const QSignalSpy changed(&session().choices(), &Choices::excludesChanged);
+  session().choices().removeExclude("/b");
+  EXPECT_EQ(changed.count(), 0);
+  EXPECT_THAT(session().choices().excludes(), ElementsAre("/a"));
+}
+
 TEST_F(Actions, removed_excludes_are_stored) {
   session().choices().setExcludes({"/a", "/b", "/a"});
   session().choices().removeExclude("/a");

@@ -222,6 +222,20 @@ TEST_F(ScanSessionCompletion, a_restored_tree_can_be_scanned_again) {
   EXPECT_EQ(walks().at(1).root, "/data");
 }
 
+TEST_F(ScanSessionCompletion, a_restored_tree_stays_where_a_rescan_is_cancelled_or_reads_nothing) {
+  scanTo(sampleTree());
+  restart();
+  session().rescan();
+  session().run().cancel();
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  walks().at(2).result = folder("/data", 0);
+  session().rescan();
+  dispatch().drainAll();
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  EXPECT_EQ(session().run().errorMessage(), "");
+  EXPECT_EQ(session().navigation().current(), sampleTree());
+}
+
 // The root is the path that was requested; the path of the tree differs if the root is a link.
 TEST_F(ScanSessionCompletion, a_restart_restores_the_requested_root_and_not_the_path_of_the_tree) {
   walks().at(0).result = sampleTree("/real");

@@ -113,6 +113,17 @@ TEST_F(QuittingInTheMiddle, quitting_during_an_analysis_publishes_nothing) {
   expectNothingMore();
 }
 
+TEST_F(QuittingInTheMiddle, quitting_while_the_trash_is_emptied_makes_no_callback) {
+  emptied_ = "0";
+  bool hasEnded = false;
+  session().emptyTrash([&] { hasEnded = true; });
+  session().end();
+  hasQuit_ = true;
+  expectNothingMore();
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_FALSE(hasEnded);
+}
+
 // Only quitting cancels these two.
 using OvertakenByAScan = QuittingInTheMiddle;
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <QSignalSpy>
+
 #include "session/SessionFixture_test.h"
 #include "support/FakePasteboard.h"
 
@@ -45,6 +47,15 @@ TEST_F(SelectionAlone, the_last_selected_node_has_the_focus) {
   selection_.toggleSelect(file("/a", 1));
   EXPECT_EQ(selection_.focused()->path(), "/a");
   EXPECT_THAT(selection_.selected(), ElementsAre("/b"));
+}
+
+TEST_F(SelectionAlone, clearing_is_announced_only_if_something_was_selected) {
+  const QSignalSpy changes(&selection_, &Selection::selectionChanged);
+  selection_.clearSelection();
+  EXPECT_EQ(changes.count(), 0);
+  selection_.selectNodes({file("/a", 1)}, false);
+  selection_.clearSelection();
+  EXPECT_EQ(changes.count(), 2);
 }
 
 }  // namespace
