@@ -141,6 +141,9 @@ TEST_P(MissingFlag, the_item_has_one_name_without_the_flag_whichever_call_fails)
       const bool isInTrash = tellOf(place()) == what && recordedPath(place()) == item();
       EXPECT_TRUE(isBack != isInTrash) << "call " << call << ": " << run.told;
       EXPECT_EQ(isBack, run.told.empty()) << "call " << call << ": " << run.told;
+      if (run.failedCall == SYS_renameat) {
+        EXPECT_EQ(tellOf(item()), "") << "the name is still held";
+      }
       refused += isBack ? 0 : 1;
       if (call > run.calls.size()) break;
     }
@@ -230,6 +233,27 @@ INSTANTIATE_TEST_SUITE_P(Items, NameHeldByAFile,
                                          Case{"link", "link", noLinksEither}),
                          [](const auto& test) { return std::string(test.param.name); });
 
+// As on file systems whose moves never replace anything.
+TEST_P(NameHeldByAFile, the_name_is_free_again_where_a_move_replaces_no_file) {
+  const std::string what = tellOf(item());
+  std::size_t call = 0;
+  long refused = -1;
+  while (refused != SYS_renameat) {
+    disk_ = freshDisk();
+    throwAway();
+    const TracedRun run = SystemCallTrace::failingAt(
+        ++call, EEXIST, [&] { return putBack(); }, GetParam().refusals);
+    ASSERT_EQ(run.end, End::finished) << run.told;
+    ASSERT_LE(call, run.calls.size()) << "nothing was moved by name";
+    refused = run.failedCall;
+    if (refused == SYS_renameat) {
+      EXPECT_EQ(run.told, "");
+    }
+  }
+  EXPECT_EQ(tellOf(item()), what);
+  EXPECT_FALSE(isThere(place()));
+}
+
 // Writes into the file that reserves the name, like a program that does not check.
 TEST_P(NameHeldByAFile, data_written_before_the_last_check_is_kept) {
   std::size_t stop = 1;
@@ -243,6 +267,7 @@ TEST_P(NameHeldByAFile, data_written_before_the_last_check_is_kept) {
     const auto moved = std::find(run.calls.begin(), run.calls.end(), SYS_renameat);
     if (moved != run.calls.end()) {
       const auto look = std::find(std::reverse_iterator(moved), run.calls.rend(), SYS_newfstatat);
+      EXPECT_EQ(look.base(), moved) << "the check is not the last call before the move";
       // Two stops per call: the last safe one is before the check.
       if (stop >= 2 * static_cast<std::size_t>(run.calls.rend() - look)) break;
     }

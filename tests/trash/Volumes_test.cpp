@@ -101,7 +101,7 @@ TEST_F(VolumeTrash, items_come_back_into_folders_that_were_deleted) {
     if (!moved) return told(moved);
     fs::remove_all(on("deep"));
     const Outcome back = disk_.mover().putBack(moved.value(), on("deep/er/film"));
-    return back && isThere(on("deep/er/film")) ? "" : told(back);
+    return back && isThere(on("deep/er/film")) ? "" : "not back: " + told(back);
   });
 }
 
