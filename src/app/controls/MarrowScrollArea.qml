@@ -19,7 +19,7 @@ Flickable {
     }
 
     function scrollTo(y) {
-        contentY = Math.max(0, Math.min(y, contentHeight - height))
+        Scrolling.moveTo(area, y)
     }
 
     // What lies above an item, as the header of its section, is shown with it.
@@ -76,19 +76,5 @@ Flickable {
         width: area.width - 2 * area.padding
     }
 
-    T.ScrollBar.vertical: T.ScrollBar {
-        id: bar
-
-        objectName: "scrollBar"
-        implicitWidth: 8
-        rightPadding: 2
-        visible: size < 1
-        minimumSize: 0.08
-
-        contentItem: Rectangle {
-            implicitWidth: 6
-            radius: 3
-            color: Qt.rgba(1, 1, 1, bar.active || bar.pressed ? 0.3 : 0.12)
-        }
-    }
+    T.ScrollBar.vertical: MarrowScrollBar {}
 }

@@ -1,19 +1,20 @@
-// Moves the column or list that it stands in by the wheel, at once and by half the angle: a notch of a
-// mouse is 60 points. A view that the mouse does not pull takes no wheel by itself.
+// Moves the column or list that it stands in by the wheel. A view that the mouse does not pull takes no
+// wheel by itself.
 import QtQuick
+import Tessaly.Controls
 
 WheelHandler {
     id: wheel
 
     required property Flickable view
+    // What the view stands in, and what scrolls on where the view is at its end; null for nothing.
+    property Flickable around: null
 
     signal turned
 
     acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
     onWheel: event => {
-        const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2
-        const last = Math.max(0, wheel.view.contentHeight - wheel.view.height)
         wheel.turned()
-        wheel.view.contentY = wheel.view.originY + Math.max(0, Math.min(wheel.view.contentY - wheel.view.originY - distance, last))
+        Scrolling.turn(wheel.view, wheel.around, event.pixelDelta.y, event.angleDelta.y)
     }
 }

@@ -3,28 +3,16 @@ import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
 
-// The list gives the keyboard to rows, and the row to its button.
-FocusScope {
+MarrowListRow {
     id: row
 
-    required property int index
     required property string name
     required property string sizeText
     required property nodeHandle node
 
-    readonly property bool hasKeyboard: remove.activeFocus
-    readonly property int focusReason: remove.focusReason
-
     signal removed
-    // The keyboard goes on to another row, by so many.
-    signal keyboardLeft(int steps, int reason)
 
-    function takeKeyboard(reason) {
-        remove.forceActiveFocus(reason)
-        // It may have it already, and show so only by the reason.
-        remove.focusReason = reason
-    }
-
+    control: remove
     implicitHeight: 40
 
     Text {
@@ -62,14 +50,11 @@ FocusScope {
         height: 22
         opacity: pressed ? 0.7 : 1
         focusRadius: 5
+        // The list leads Tab from row to row, since the next one need not be there yet.
+        focusPolicy: Qt.ClickFocus
         onClicked: row.removed()
 
         Accessible.name: `Remove ${row.name} from queue`
-
-        Keys.onTabPressed: row.keyboardLeft(1, Qt.TabFocusReason)
-        Keys.onBacktabPressed: row.keyboardLeft(-1, Qt.BacktabFocusReason)
-        Keys.onDownPressed: row.keyboardLeft(1, Qt.OtherFocusReason)
-        Keys.onUpPressed: row.keyboardLeft(-1, Qt.OtherFocusReason)
 
         contentItem: Item {
             Symbol {

@@ -1,5 +1,6 @@
 // The keys that move through what is longer than its view. A Flickable names it in Keys.forwardTo.
 import QtQuick
+import Tessaly.Controls
 
 Item {
     id: keys
@@ -10,8 +11,7 @@ Item {
 
     function moveTo(y) {
         used()
-        const last = target.originY + target.contentHeight - target.height
-        target.contentY = Math.max(target.originY, Math.min(last, y))
+        Scrolling.moveTo(target, y)
     }
 
     // What was in sight at the edge stays in sight.

@@ -4,28 +4,16 @@ import Tessaly.Controls
 import Tessaly.Model
 import Tessaly.Sidebar
 
-// The list gives the keyboard to rows, and the row to its button.
-FocusScope {
+MarrowListRow {
     id: row
 
-    required property int index
     required property string name
     required property string place
     required property pathHandle path
 
-    readonly property bool hasKeyboard: remove.activeFocus
-    readonly property int focusReason: remove.focusReason
-
     signal removed
-    // The keyboard goes on to another row, by so many.
-    signal keyboardLeft(int steps, int reason)
 
-    function takeKeyboard(reason) {
-        remove.forceActiveFocus(reason)
-        // It may have it already, and show so only by the reason.
-        remove.focusReason = reason
-    }
-
+    control: remove
     implicitHeight: remove.height + 6
 
     RoundedPanel {
@@ -64,9 +52,6 @@ FocusScope {
             // The list leads Tab from row to row, since the next one need not be there yet.
             focusPolicy: Qt.ClickFocus
             onClicked: row.removed()
-
-            Keys.onTabPressed: row.keyboardLeft(1, Qt.TabFocusReason)
-            Keys.onBacktabPressed: row.keyboardLeft(-1, Qt.BacktabFocusReason)
         }
     }
 }

@@ -78,7 +78,7 @@ Column {
         width: parent.width
         visible: count > 0
         actions: section.actions
-        area: section.area
+        around: section.area
         model: section.actions.excludes
         onKeyboardLeft: (steps, reason) => {
             const next = steps > 0 ? below.nextItemInFocusChain() : above.nextItemInFocusChain(false)
