@@ -1,14 +1,12 @@
-// What waits to be thrown away, a row each, in the session's order. It follows the session; rows
-// that stay are kept, so that the list stays where it was scrolled to and the keyboard where it is.
+// The items of the cleanup queue, a row each, in the session's order. It follows the session.
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <vector>
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/KeyedRows.h"
 #include "app/model/NodeHandle.h"
 #include "session/CleanupQueue.h"
 
@@ -34,19 +32,19 @@ class QueueListModel : public QAbstractListModel {
   QHash<int, QByteArray> roleNames() const override;
 
  private:
-  // No two queued nodes have the same path.
   struct Row {
     std::string path;
     DiskNode node;
+
+    friend bool operator==(const Row& a, const Row& b) {
+      return a.path == b.path && a.node.size() == b.node.size();
+    }
   };
 
   void follow();
-  void removeAllBut(const std::vector<Row>& wanted);
-  static bool startsWith(const std::vector<Row>& rows, const std::vector<Row>& beginning);
-  static bool isSame(const Row& a, const Row& b);
 
   const CleanupQueue& queue_;
-  std::vector<Row> rows_;
+  KeyedRows<Row> rows_{*this};
 };
 
 }  // namespace tessaly

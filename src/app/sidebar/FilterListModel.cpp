@@ -1,9 +1,5 @@
 #include "app/sidebar/FilterListModel.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <utility>
-
 namespace tessaly {
 
 FilterListModel::FilterListModel(const Choices& choices, QObject* parent)
@@ -13,28 +9,16 @@ FilterListModel::FilterListModel(const Choices& choices, QObject* parent)
 }
 
 void FilterListModel::follow() {
-  std::vector<BloatFilter> now = choices_.filters();
-  if (!std::ranges::equal(now, filters_, {}, &BloatFilter::id, &BloatFilter::id)) {
-    beginResetModel();
-    filters_ = std::move(now);
-    endResetModel();
-    return;
-  }
-  for (std::size_t row = 0; row < now.size(); ++row) {
-    if (now[row] == filters_[row]) continue;
-    filters_[row] = now[row];
-    const QModelIndex changed = index(static_cast<int>(row));
-    emit dataChanged(changed, changed);
-  }
+  filters_.set(choices_.filters(), &BloatFilter::id);
 }
 
 int FilterListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(filters_.size());
+  return parent.isValid() ? 0 : filters_.count();
 }
 
 QVariant FilterListModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-  const BloatFilter& filter = filters_[static_cast<std::size_t>(index.row())];
+  const BloatFilter& filter = filters_.at(index.row());
   switch (role) {
     case FilterIdRole:
       return QString::fromStdString(filter.id);

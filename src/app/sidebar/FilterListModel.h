@@ -1,11 +1,10 @@
 // The session's bloat filters, a row each, in the order of the catalogue.
 #pragma once
 
-#include <vector>
-
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/KeyedRows.h"
 #include "session/Choices.h"
 #include "treemap/BloatFilter.h"
 
@@ -36,7 +35,7 @@ class FilterListModel : public QAbstractListModel {
   void follow();
 
   const Choices& choices_;
-  std::vector<BloatFilter> filters_;
+  KeyedRows<BloatFilter> filters_{*this};
 };
 
 }  // namespace tessaly

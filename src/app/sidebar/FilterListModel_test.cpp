@@ -46,11 +46,13 @@ TEST_F(FilterListModelTest, tells_of_the_one_row_that_is_switched) {
   EXPECT_TRUE(at(2, FilterListModel::SkippedRole).toBool());
 }
 
-TEST_F(FilterListModelTest, is_made_anew_for_other_filters) {
+TEST_F(FilterListModelTest, keeps_the_row_of_a_filter_that_stays_among_others) {
   const QSignalSpy resets(&model_, &FilterListModel::modelReset);
+  const QPersistentModelIndex kept = model_.index(3);
   session().choices().setFilters({BloatFilter::catalog()[3]});
-  EXPECT_EQ(resets.count(), 1);
   EXPECT_EQ(model_.rowCount(), 1);
+  EXPECT_EQ(kept.row(), 0);
+  EXPECT_EQ(resets.count(), 0);
 }
 
 }  // namespace

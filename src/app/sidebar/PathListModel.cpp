@@ -1,8 +1,6 @@
 #include "app/sidebar/PathListModel.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <unordered_map>
+#include <functional>
 #include <utility>
 
 #include "app/model/DisplayText.h"
@@ -36,41 +34,7 @@ std::vector<std::string> PathListModel::pathsOfSession() const {
 }
 
 void PathListModel::follow() {
-  const std::vector<std::string> wanted = pathsOfSession();
-  if (wanted == paths_) return;
-  const std::size_t before = paths_.size();
-  removeAllBut(wanted);
-  for (std::size_t row = 0; row < wanted.size(); ++row) {
-    const auto here = paths_.begin() + static_cast<std::ptrdiff_t>(row);
-    const auto there = std::find(here, paths_.end(), wanted[row]);
-    if (there == here && here != paths_.end()) continue;
-    const int to = static_cast<int>(row);
-    if (there == paths_.end()) {
-      beginInsertRows({}, to, to);
-      paths_.insert(here, wanted[row]);
-      endInsertRows();
-    } else {
-      const int from = static_cast<int>(there - paths_.begin());
-      beginMoveRows({}, from, from, {}, to);
-      std::rotate(here, there, there + 1);
-      endMoveRows();
-    }
-  }
-  if (paths_.size() != before) emit countChanged();
-}
-
-void PathListModel::removeAllBut(const std::vector<std::string>& wanted) {
-  std::unordered_map<std::string, int> left;
-  for (const std::string& path : wanted) ++left[path];
-  for (std::size_t row = 0; row < paths_.size();) {
-    if (--left[paths_[row]] >= 0) {
-      ++row;
-      continue;
-    }
-    beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
-    paths_.erase(paths_.begin() + static_cast<std::ptrdiff_t>(row));
-    endRemoveRows();
-  }
+  if (paths_.set(pathsOfSession(), std::identity())) emit countChanged();
 }
 
 QString PathListModel::nameOf(const std::string& path) const {
@@ -87,7 +51,7 @@ int PathListModel::rowCount(const QModelIndex& parent) const {
 
 QVariant PathListModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-  const std::string& path = paths_[static_cast<std::size_t>(index.row())];
+  const std::string& path = paths_.at(index.row());
   switch (role) {
     case NameRole:
       return nameOf(path);

@@ -1,5 +1,4 @@
-// One of the session's lists of folders, a row each, in its order. It follows the session; rows
-// that stay are kept, so that views keep what belongs to them, the keyboard above all.
+// One of the session's lists of folders, a row each, in its order. It follows the session.
 #pragma once
 
 #include <string>
@@ -8,6 +7,7 @@
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/KeyedRows.h"
 #include "app/model/PathHandle.h"
 #include "session/Choices.h"
 
@@ -35,7 +35,7 @@ class PathListModel : public QAbstractListModel {
                          QObject* parent = nullptr);
 
   List list() const { return list_; }
-  int count() const { return static_cast<int>(paths_.size()); }
+  int count() const { return paths_.count(); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -48,12 +48,11 @@ class PathListModel : public QAbstractListModel {
   std::vector<std::string> pathsOfSession() const;
   QString nameOf(const std::string& path) const;
   void follow();
-  void removeAllBut(const std::vector<std::string>& wanted);
 
   const Choices& choices_;
   const List list_;
   const std::string homeDirectory_;
-  std::vector<std::string> paths_;
+  KeyedRows<std::string> paths_{*this};
 };
 
 }  // namespace tessaly

@@ -1,7 +1,5 @@
 #include "app/sidebar/VolumeListModel.h"
 
-#include <cstddef>
-
 #include "app/model/DisplayText.h"
 
 namespace tessaly {
@@ -13,10 +11,7 @@ VolumeListModel::VolumeListModel(const MachineState& machine, QObject* parent)
 }
 
 void VolumeListModel::follow() {
-  beginResetModel();
-  volumes_ = machine_.volumes();
-  endResetModel();
-  emit countChanged();
+  if (volumes_.set(machine_.volumes(), &VolumeMount::path)) emit countChanged();
 }
 
 int VolumeListModel::rowCount(const QModelIndex& parent) const {
@@ -25,7 +20,7 @@ int VolumeListModel::rowCount(const QModelIndex& parent) const {
 
 QVariant VolumeListModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-  const VolumeMount& volume = volumes_[static_cast<std::size_t>(index.row())];
+  const VolumeMount& volume = volumes_.at(index.row());
   switch (role) {
     case NameRole:
       return displayText(volume.name);

@@ -1,11 +1,10 @@
 // The mounted volumes, a row each, as the session lists them.
 #pragma once
 
-#include <vector>
-
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/KeyedRows.h"
 #include "app/model/PathHandle.h"
 #include "session/MachineState.h"
 #include "system/VolumeMount.h"
@@ -27,7 +26,7 @@ class VolumeListModel : public QAbstractListModel {
   // What it is given outlives it.
   explicit VolumeListModel(const MachineState& machine, QObject* parent = nullptr);
 
-  int count() const { return static_cast<int>(volumes_.size()); }
+  int count() const { return volumes_.count(); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -40,7 +39,7 @@ class VolumeListModel : public QAbstractListModel {
   void follow();
 
   const MachineState& machine_;
-  std::vector<VolumeMount> volumes_;
+  KeyedRows<VolumeMount> volumes_{*this};
 };
 
 }  // namespace tessaly

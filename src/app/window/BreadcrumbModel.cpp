@@ -1,6 +1,7 @@
 #include "app/window/BreadcrumbModel.h"
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "app/model/DisplayText.h"
 #include "scan/ShownName.h"
@@ -14,27 +15,13 @@ BreadcrumbModel::BreadcrumbModel(Navigation& navigation, QObject* parent)
 }
 
 void BreadcrumbModel::follow() {
-  std::vector<Crumb> now;
-  for (const DiskNode& node : navigation_.stack()) now.push_back({node.path(), shownName(node)});
-
-  const auto [before, after] =
-      std::mismatch(crumbs_.begin(), crumbs_.end(), now.begin(), now.end());
-  const int kept = static_cast<int>(before - crumbs_.begin());
-  const int old = static_cast<int>(crumbs_.size());
-  const int count = static_cast<int>(now.size());
-  if (old == kept && count == kept) return;
-  if (old > kept) {
-    beginRemoveRows({}, kept, old - 1);
-    crumbs_.erase(before, crumbs_.end());
-    endRemoveRows();
+  std::vector<Crumb> wanted;
+  for (const DiskNode& node : navigation_.stack()) wanted.push_back({node.path(), shownName(node)});
+  if (!wanted.empty()) {
+    wanted.front().isFirst = true;
+    wanted.back().isLast = true;
   }
-  if (count > kept) {
-    beginInsertRows({}, kept, count - 1);
-    crumbs_.insert(crumbs_.end(), after, now.end());
-    endInsertRows();
-  }
-  // The row before the change has become the last one, or has ceased to be it.
-  if (kept > 0) emit dataChanged(index(kept - 1), index(kept - 1), {LastRole});
+  crumbs_.set(std::move(wanted), &Crumb::path);
 }
 
 void BreadcrumbModel::jump(int row) {
@@ -42,19 +29,19 @@ void BreadcrumbModel::jump(int row) {
 }
 
 int BreadcrumbModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(crumbs_.size());
+  return parent.isValid() ? 0 : crumbs_.count();
 }
 
 QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-  const auto row = static_cast<std::size_t>(index.row());
+  const Crumb& crumb = crumbs_.at(index.row());
   switch (role) {
     case NameRole:
-      return displayText(crumbs_[row].name);
+      return displayText(crumb.name);
     case FirstRole:
-      return row == 0;
+      return crumb.isFirst;
     case LastRole:
-      return row + 1 == crumbs_.size();
+      return crumb.isLast;
     default:
       return {};
   }

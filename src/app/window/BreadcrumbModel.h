@@ -1,13 +1,13 @@
 // The way from the scanned folder down to the folder on screen, one row each. It follows the
-// session's navigation stack; rows that stay are kept, so that views keep what belongs to them.
+// session's navigation stack.
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/model/KeyedRows.h"
 #include "session/Navigation.h"
 
 namespace tessaly {
@@ -38,13 +38,16 @@ class BreadcrumbModel : public QAbstractListModel {
   struct Crumb {
     std::string path;
     std::string name;
+    bool isFirst = false;
+    bool isLast = false;
+
     friend bool operator==(const Crumb&, const Crumb&) = default;
   };
 
   void follow();
 
   Navigation& navigation_;
-  std::vector<Crumb> crumbs_;
+  KeyedRows<Crumb> crumbs_{*this};
 };
 
 }  // namespace tessaly

@@ -91,6 +91,17 @@ TEST_F(BreadcrumbModelTest, begins_anew_with_another_root) {
   EXPECT_TRUE(flag(0, BreadcrumbModel::LastRole));
 }
 
+TEST_F(BreadcrumbModelTest, keeps_the_row_of_a_folder_that_has_become_the_root) {
+  drillIn();
+  walks_.at(1).result = tree("/home/b\xff", 20);
+  QSignalSpy changes(&model_, &BreadcrumbModel::dataChanged);
+  session().scan("/home/b\xff");
+  dispatch_.drainAll();
+  EXPECT_EQ(names(), QStringList{QStringLiteral("b\ufffd")});
+  EXPECT_TRUE(flag(0, BreadcrumbModel::FirstRole));
+  EXPECT_EQ(changes.count(), 1);
+}
+
 TEST_F(BreadcrumbModelTest, stands_with_the_back_button_below_the_root_of_the_map) {
   EXPECT_FALSE(bars_.showsBackButton());
   EXPECT_FALSE(bars_.showsBreadcrumbs());
