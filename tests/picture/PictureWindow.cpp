@@ -21,6 +21,8 @@ constexpr QSize usual(1280, 820);
 // The smallest size of the window. Makes smaller files, and suffices for views over or beside a
 // map.
 constexpr QSize smallest(1100, 680);
+// Of a large display, where a list has room to spare.
+constexpr QSize wide(2560, 1440);
 
 struct KnownScreen {
   const char* name;
@@ -29,7 +31,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 25> screens = {{
+constexpr std::array<KnownScreen, 29> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -48,6 +50,10 @@ constexpr std::array<KnownScreen, 25> screens = {{
     {"queue", Screen::queue, smallest},
     {"queue-minimised", Screen::queueMinimised, smallest},
     {"list", Screen::list, smallest},
+    {"largest", Screen::largest, smallest},
+    {"largest-wide", Screen::largestWide, wide},
+    {"largest-empty", Screen::largestEmpty, smallest},
+    {"grew", Screen::grew, smallest},
     {"band", Screen::band, smallest},
     {"tile-menu", Screen::tileMenu, smallest},
     {"hover", Screen::hover},
@@ -85,15 +91,18 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
 }
 
 // The disk and the clocks of the fake machine.
-void lend(Application::Services& services, bool canBeRead) {
-  services.walk = [canBeRead](const std::string& root, const DiskScanner::Callbacks& callbacks,
-                              const DiskScanner::Options&) {
+void lend(Application::Services& services, Screen screen) {
+  services.walk = [screen](const std::string& root, const DiskScanner::Callbacks& callbacks,
+                           const DiskScanner::Options&) {
     callbacks.progress("Scanning " + root + "/Code/atlas/target");
     callbacks.percent(0.42);
     DiskNode::Fields nothing;
     nothing.path = root;
     nothing.isDir = true;
-    return canBeRead ? fixtureTree() : DiskNode(nothing);
+    if (screen == Screen::failed) return DiskNode(nothing);
+    // Folders whose files were all too small to be kept have a size, and no file.
+    if (screen == Screen::largestEmpty) nothing.size = 4096;
+    return screen == Screen::largestEmpty ? DiskNode(nothing) : fixtureTree();
   };
   services.run = run;
   services.volumeUsage = [] {
@@ -149,7 +158,7 @@ PictureWindow::PictureWindow(Screen screen, std::optional<QSize> size)
           machine_, fixtureHome,
           [this, screen](Application::Services& services) {
             prepare(machine_, screen);
-            lend(services, screen != Screen::failed);
+            lend(services, screen);
           },
           [screen, size](QQuickWindow& window) {
             window.resize(size.value_or(factsOf(screen).size));
@@ -192,7 +201,7 @@ void PictureWindow::show(Screen screen) {
   scan();
   if (screen == Screen::failed) return;
   // At the first scan of a folder everything counts as grown, and has that colour.
-  scan();
+  if (screen != Screen::grew) scan();
   if (screen == Screen::toast) return;
   letMessageGo();
   const DiskNode tree = *session().navigation().current();
@@ -259,6 +268,19 @@ void PictureWindow::show(Screen screen) {
       break;
     case Screen::list:
       session().shown().setVizMode(VizMode::list);
+      break;
+    case Screen::grew:
+      session().shown().setVizMode(VizMode::grew);
+      break;
+    case Screen::largest:
+    case Screen::largestWide:
+    case Screen::largestEmpty:
+      session().shown().setVizMode(VizMode::largest);
+      settle(fixture_.window());
+      if (screen == Screen::largest) {
+        fixture_.tabTo("rowFace");
+        fixture_.press(Qt::Key_Down);
+      }
       break;
     case Screen::hover:
       fixture_.hoverAt(fixture_.tilePoint(home + "/Downloads/linux.iso").value_or(QPoint()));

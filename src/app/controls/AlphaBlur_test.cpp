@@ -66,7 +66,7 @@ TEST(AlphaBlur, a_blur_without_a_deviation_changes_nothing) {
   EXPECT_EQ(line, before);
 }
 
-TEST(AlphaBlur, blurs_an_image_down_as_it_blurs_it_across_to_its_last_line) {
+TEST(AlphaBlur, an_image_is_blurred_in_both_directions_to_its_last_line) {
   QImage image(21, 21, QImage::Format_Alpha8);
   image.fill(255);
   AlphaBlur::blur(image, 3);

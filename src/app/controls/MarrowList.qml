@@ -59,18 +59,28 @@ MarrowScrollList {
             keyboardTo(Math.max(0, currentIndex), focusReason)
     }
 
-    activeFocusOnTab: !tabVisitsRows && count > 0 && !activeFocus
-    onActiveFocusChanged: {
-        if (!activeFocus)
-            focusReason = Qt.TabFocusReason
-    }
-    onKeyboardControlChanged: {
+    function noteKeyboard() {
         if (keyboardControl === null)
             return
+        // A row that has become the current one in place of another has it from the ListView, without a
+        // reason.
+        if (keyboardControl.focusReason === Qt.OtherFocusReason)
+            keyboardControl.focusReason = focusReason
         focusReason = keyboardControl.focusReason
         if (keyboardControl.visualFocus && currentIndex >= 0)
             positionViewAtIndex(currentIndex, ListView.Contain)
     }
+
+    activeFocusOnTab: !tabVisitsRows && count > 0 && keyboardControl === null
+    onActiveFocusChanged: {
+        if (!activeFocus)
+            focusReason = Qt.TabFocusReason
+    }
+    // A control knows its reason only after it has the keyboard. The linter takes this for a value that
+    // may be anything.
+    // qmllint disable
+    onKeyboardControlChanged: Qt.callLater(noteKeyboard)
+    // qmllint enable
     onAwaitsRowChanged: {
         // Not in the midst of what takes a row away. The linter takes this for a value that may be
         // anything.

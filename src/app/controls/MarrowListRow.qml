@@ -12,7 +12,7 @@ FocusScope {
     readonly property bool hasKeyboard: activeFocus
     readonly property int focusReason: control !== null ? control.focusReason : Qt.OtherFocusReason
     // Tab comes to what stands in it.
-    readonly property bool isTabStop: ListView.isCurrentItem
+    readonly property bool isTabStop: ListView.isCurrentItem || hasKeyboard
 
     function takeKeyboard(reason) {
         control.forceActiveFocus(reason)

@@ -74,6 +74,10 @@ bool DiskMapState::showsTreemap() const {
   return node_.has_value() && session_.shown().vizMode() == VizMode::treemap;
 }
 
+QString DiskMapState::modeKey() const {
+  return ModeListModel::keyOf(session_.shown().vizMode());
+}
+
 QString DiskMapState::modeTitle() const {
   return ModeListModel::labelOf(session_.shown().vizMode());
 }
@@ -139,6 +143,14 @@ void DiskMapState::open(const NodeHandle& node) {
 
 void DiskMapState::showTreemap() {
   session_.shown().setVizMode(VizMode::treemap);
+}
+
+GrewListState* DiskMapState::grewList(QObject* view) const {
+  return new GrewListState(session_, view);
+}
+
+LargestListState* DiskMapState::largestList(QObject* view) const {
+  return new LargestListState(session_, view);
 }
 
 void DiskMapState::askAbout(const NodeHandle& node) {

@@ -11,6 +11,8 @@
 
 #include "app/map/CanvasState.h"
 #include "app/model/NodeHandle.h"
+#include "app/panes/GrewListState.h"
+#include "app/panes/LargestListState.h"
 #include "app/panes/ModeBarState.h"
 #include "app/panes/ModeListModel.h"
 #include "session/ScanSession.h"
@@ -29,7 +31,9 @@ class DiskMapState : public QObject {
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
   Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY screenChanged)
-  // What the way of showing the tree is called.
+  // The name of the way of showing the tree in the program, as of ModeListModel, and what it is
+  // called.
+  Q_PROPERTY(QString modeKey READ modeKey NOTIFY screenChanged)
   Q_PROPERTY(QString modeTitle READ modeTitle NOTIFY screenChanged)
 
   // The folder on screen.
@@ -65,6 +69,7 @@ class DiskMapState : public QObject {
   Screen screen() const;
   bool isRescanning() const;
   bool showsTreemap() const;
+  QString modeKey() const;
   QString modeTitle() const;
   NodeHandle node() const { return NodeHandle(node_); }
   QString nodeName() const;
@@ -81,6 +86,9 @@ class DiskMapState : public QObject {
   // Drills into a folder of the map.
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void showTreemap();
+  // The states of lists, which belong to their views.
+  Q_INVOKABLE tessaly::GrewListState* grewList(QObject* view) const;
+  Q_INVOKABLE tessaly::LargestListState* largestList(QObject* view) const;
   // Lets the window ask what to do with an item of the map.
   Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 

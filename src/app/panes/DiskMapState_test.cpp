@@ -147,6 +147,7 @@ TEST_F(DiskMapStateTest, the_treemap_is_shown_in_its_own_mode_only) {
   session().shown().setVizMode(VizMode::largest);
   EXPECT_FALSE(state_.showsTreemap());
   EXPECT_EQ(state_.modeTitle(), "Largest");
+  EXPECT_EQ(state_.modeKey(), "largest");
   state_.showTreemap();
   EXPECT_TRUE(state_.showsTreemap());
   EXPECT_EQ(state_.modeTitle(), "Treemap");

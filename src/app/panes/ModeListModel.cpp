@@ -36,6 +36,13 @@ QString labelOn(const Button& button) {
 
 }  // namespace
 
+QString ModeListModel::keyOf(VizMode mode) {
+  for (const Button& button : buttons) {
+    if (button.mode == mode) return QString::fromLatin1(button.key);
+  }
+  return {};
+}
+
 QString ModeListModel::labelOf(VizMode mode) {
   for (const Button& button : buttons) {
     if (button.mode == mode) return labelOn(button);

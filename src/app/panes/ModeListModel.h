@@ -25,6 +25,8 @@ class ModeListModel : public QAbstractListModel {
     StartsGroupRole,  // a rule stands before its button
   };
 
+  // The mode's name in the program; empty for a mode without a button.
+  static QString keyOf(VizMode mode);
   // What a person calls a mode; the same on its button and over its view.
   static QString labelOf(VizMode mode);
 

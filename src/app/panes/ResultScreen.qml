@@ -13,11 +13,58 @@ Item {
     required property NodeActions actions
     required property DiskMapState map
 
+    readonly property ListPane shownList: list.item as ListPane
+    readonly property bool listHasKeyboard: shownList !== null && shownList.activeFocus
+
+    // Where the list has just given way to the map, the keyboard goes on there. The linter takes this
+    // for a value that may be anything.
+    // qmllint disable
+    onListHasKeyboardChanged: {
+        if (!listHasKeyboard && map.showsTreemap)
+            Qt.callLater(goOnAtMap)
+    }
+    // qmllint enable
+
+    function goOnAtMap() {
+        const canvas = treemap.item as TreemapCanvas
+        if (canvas !== null)
+            canvas.takeKeyboard()
+    }
+
     CanvasSwitch {
         id: canvasSwitch
 
         map: screen.map
         canvas: treemap.item as TreemapSurface
+    }
+
+    Component {
+        id: grewView
+
+        // The names of this file reach into the component, though the linter cannot know.
+        // qmllint disable unqualified
+        GrewListView {
+            id: grew
+
+            objectName: "grewList"
+            growth: screen.map.grewList(grew)
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: largestView
+
+        // The names of this file reach into the component, though the linter cannot know.
+        // qmllint disable unqualified
+        LargestListView {
+            id: largest
+
+            objectName: "largestList"
+            files: screen.map.largestList(largest)
+            actions: screen.actions
+        }
+        // qmllint enable unqualified
     }
 
     ColumnLayout {
@@ -63,12 +110,32 @@ Item {
             // qmllint enable unqualified
         }
 
+        Loader {
+            id: list
+
+            readonly property Component view: {
+                switch (screen.map.modeKey) {
+                case "grew":
+                    return grewView
+                case "largest":
+                    return largestView
+                }
+                return null
+            }
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            active: view !== null
+            visible: active
+            sourceComponent: view
+        }
+
         PlainFrame {
             objectName: "modeFrame"
             Layout.fillWidth: true
             Layout.fillHeight: true
             title: screen.map.modeTitle
-            shown: !screen.map.showsTreemap
+            shown: !screen.map.showsTreemap && !list.active
             onClosed: screen.map.showTreemap()
         }
     }

@@ -1,7 +1,6 @@
 // The folders that scans leave out.
 import QtQuick
 import Tessaly.Controls
-import Tessaly.Model
 import Tessaly.Sidebar
 
 Column {

@@ -1,0 +1,54 @@
+#include "app/panes/GrewListModel.h"
+
+#include <cstdint>
+
+#include "app/model/DisplayText.h"
+#include "platform/CheckedArithmetic.h"
+#include "scan/Format.h"
+
+namespace tessaly {
+
+GrewListModel::GrewListModel(const ScanResult& result, QObject* parent)
+    : QAbstractListModel(parent), result_(result) {
+  connect(&result_, &ScanResult::deltasChanged, this, &GrewListModel::follow);
+  follow();
+}
+
+void GrewListModel::follow() {
+  if (rows_.set(result_.deltas(), &ScanDelta::path)) emit countChanged();
+}
+
+int GrewListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_.count();
+}
+
+QVariant GrewListModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  const ScanDelta& delta = rows_.at(index.row());
+  switch (role) {
+    case NameRole:
+      return displayText(delta.name);
+    case PlaceRole:
+      return displayText(delta.path);
+    case GrowthRole: {
+      const std::int64_t growth = checkedAdd(delta.after, checkedMul(delta.before, -1));
+      return QLatin1Char('+') + QString::fromStdString(Format::bytes(growth));
+    }
+    case SizeRole:
+      return QString::fromStdString(Format::bytes(delta.after));
+    case PathRole:
+      return QVariant::fromValue(PathHandle(delta.path));
+    default:
+      return {};
+  }
+}
+
+QHash<int, QByteArray> GrewListModel::roleNames() const {
+  return {{NameRole, "name"},
+          {PlaceRole, "place"},
+          {GrowthRole, "growthText"},
+          {SizeRole, "sizeText"},
+          {PathRole, "path"}};
+}
+
+}  // namespace tessaly

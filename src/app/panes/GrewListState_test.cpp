@@ -1,0 +1,79 @@
+#include "app/panes/GrewListState.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t mega = 1 << 20U;
+
+class GrewList : public SessionFixture {
+ protected:
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < state_.rows()->rowCount(); ++row)
+      texts.push_back(
+          state_.rows()->data(state_.rows()->index(row), role).toString().toStdString());
+    return texts;
+  }
+  // A scan of a folder with items of these sizes.
+  void scanWith(std::int64_t film, std::int64_t song) {
+    scanTo(folder("/r", film + song, {file("/r/caf\xe9", film), file("/r/song", song)}));
+  }
+
+  GrewListState state_{session()};
+  QAbstractItemModelTester tester_{state_.rows(),
+                                   QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(GrewList, is_titled_for_what_there_is_to_compare) {
+  QSignalSpy changes(&state_, &GrewListState::titleChanged);
+  EXPECT_EQ(state_.title(), "No growth to compare yet");
+  scanWith(100 * mega, 50 * mega);
+  scanWith(300 * mega, 50 * mega);
+  ASSERT_FALSE(session().result().deltas().empty());
+  EXPECT_EQ(state_.title(), "Grew since last scan of this folder");
+  EXPECT_GE(changes.count(), 1);
+  scanWith(300 * mega, 50 * mega);
+  EXPECT_THAT(session().result().deltas(), IsEmpty());
+  EXPECT_EQ(state_.title(), "No growth to compare yet");
+}
+
+TEST_F(GrewList, has_a_row_for_each_delta_in_its_order) {
+  scanWith(100 * mega, 50 * mega);
+  scanWith(1124 * mega, 90 * mega);
+  std::vector<std::string> paths;
+  for (const ScanDelta& delta : session().result().deltas()) paths.push_back(delta.path);
+  ASSERT_THAT(paths, ElementsAre("/r", "/r/caf\xe9", "/r/song"));
+  EXPECT_THAT(column(GrewListModel::NameRole), ElementsAre("r", "caf\uFFFD", "song"));
+  EXPECT_THAT(column(GrewListModel::PlaceRole), ElementsAre("/r", "/r/caf\uFFFD", "/r/song"));
+  EXPECT_THAT(column(GrewListModel::GrowthRole), ElementsAre("+1.0 GB", "+1.0 GB", "+40.0 MB"));
+  EXPECT_THAT(column(GrewListModel::SizeRole), ElementsAre("1.2 GB", "1.1 GB", "90.0 MB"));
+}
+
+TEST_F(GrewList, shows_an_item_on_the_map) {
+  scanWith(100 * mega, 50 * mega);
+  scanWith(300 * mega, 50 * mega);
+  session().shown().setVizMode(VizMode::grew);
+  state_.showOnMap(
+      state_.rows()->data(state_.rows()->index(1), GrewListModel::PathRole).value<PathHandle>());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().selection().focused()->path(), "/r/caf\xe9");
+  session().shown().setVizMode(VizMode::grew);
+  state_.showOnMap(PathHandle());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::grew);
+}
+
+}  // namespace
+}  // namespace tessaly

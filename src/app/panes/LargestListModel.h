@@ -1,0 +1,50 @@
+// The largest files of the finished scan, a row each, largest first. It follows the session.
+#pragma once
+
+#include <string>
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+
+#include "app/model/KeyedRows.h"
+#include "app/model/NodeHandle.h"
+#include "session/ScanResult.h"
+
+namespace tessaly {
+
+class LargestListModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("The program makes it and hands it to its view.")
+
+ public:
+  enum Role {
+    NameRole = Qt::UserRole + 1,
+    PlaceRole,  // its path, to show
+    KindRole,   // what its kind is called
+    SizeRole,   // in words
+    NodeRole,   // the file itself, as a NodeHandle
+  };
+
+  // What it is given outlives it.
+  explicit LargestListModel(const ScanResult& result, QObject* parent = nullptr);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override;
+
+ private:
+  struct Row {
+    std::string path;
+    DiskNode node;
+
+    friend bool operator==(const Row&, const Row&) = default;
+  };
+
+  void follow();
+
+  const ScanResult& result_;
+  KeyedRows<Row> rows_{*this};
+};
+
+}  // namespace tessaly

@@ -1,0 +1,20 @@
+#include "app/panes/LargestListState.h"
+
+namespace tessaly {
+
+LargestListState::LargestListState(ScanSession& session, QObject* parent)
+    : QObject(parent), session_(session), rows_(session.result()) {}
+
+void LargestListState::showOnMap(const NodeHandle& node) {
+  if (node.isValid()) session_.focusPath(node.node()->path());
+}
+
+void LargestListState::addToQueue(const NodeHandle& node) {
+  if (node.isValid()) session_.cleanupQueue().addToQueue(*node.node());
+}
+
+void LargestListState::focus(const NodeHandle& node) {
+  if (node.isValid()) session_.selection().setFocused(node.node());
+}
+
+}  // namespace tessaly

@@ -1,0 +1,126 @@
+#include "app/panes/LargestListState.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+
+class LargestList : public SessionFixture {
+ protected:
+  LargestList() : state_(session()), tester_(state_.rows(), Mode::Fatal) {}
+
+  using Mode = QAbstractItemModelTester::FailureReportingMode;
+
+  static DiskNode fileOf(const std::string& path, std::int64_t size, FileKind kind) {
+    DiskNode::Fields fields;
+    fields.name = path.substr(path.rfind('/') + 1);
+    fields.path = path;
+    fields.size = size;
+    fields.kind = kind;
+    return DiskNode(fields);
+  }
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < state_.rows()->rowCount(); ++row)
+      texts.push_back(
+          state_.rows()->data(state_.rows()->index(row), role).toString().toStdString());
+    return texts;
+  }
+  NodeHandle node(int row) {
+    return state_.rows()
+        ->data(state_.rows()->index(row), LargestListModel::NodeRole)
+        .value<NodeHandle>();
+  }
+
+  LargestListState state_;
+  QAbstractItemModelTester tester_;
+};
+
+TEST_F(LargestList, is_empty_before_a_scan) {
+  EXPECT_EQ(state_.rows()->rowCount(), 0);
+}
+
+TEST_F(LargestList, has_a_row_a_file_with_name_path_kind_and_size_largest_first) {
+  scanTo(folder("/r", 4000,
+                {file("/r/small", 512), file("/r/caf\xe9", 3LL << 30U),
+                 folder("/r/in", 2048, {file("/r/in/two\nlines", 2048)})}));
+  EXPECT_THAT(column(LargestListModel::NameRole),
+              ElementsAre("caf\uFFFD", "two\uFFFDlines", "small"));
+  EXPECT_THAT(column(LargestListModel::PlaceRole),
+              ElementsAre("/r/caf\uFFFD", "/r/in/two\uFFFDlines", "/r/small"));
+  EXPECT_THAT(column(LargestListModel::SizeRole), ElementsAre("3.0 GB", "2.0 KB", "512 B"));
+  EXPECT_EQ(node(0).node()->path(), "/r/caf\xe9");
+}
+
+TEST_F(LargestList, names_every_kind_of_file) {
+  const std::pair<FileKind, const char*> kinds[] = {
+      {FileKind::app, "Application"}, {FileKind::video, "Video"},
+      {FileKind::image, "Image"},     {FileKind::document, "Document"},
+      {FileKind::code, "Developer"},  {FileKind::archive, "Archive"},
+      {FileKind::disk, "Disk image"}, {FileKind::other, "File"}};
+  std::vector<DiskNode> files;
+  std::vector<std::string> expected;
+  for (const auto& [kind, word] : kinds) {
+    files.push_back(fileOf("/r/" + std::to_string(files.size()),
+                           1000 - static_cast<std::int64_t>(files.size()), kind));
+    expected.emplace_back(word);
+  }
+  scanTo(folder("/r", 9000, files));
+  EXPECT_EQ(column(LargestListModel::KindRole), expected);
+}
+
+TEST_F(LargestList, keeps_the_rows_of_files_that_are_still_among_the_largest) {
+  scanTo(folder("/r", 60, {file("/r/a", 30), file("/r/b", 20), file("/r/c", 10)}));
+  const QPersistentModelIndex c = state_.rows()->index(2);
+  const QSignalSpy resets(state_.rows(), &LargestListModel::modelReset);
+  scanTo(folder("/r", 95, {file("/r/c", 40), file("/r/a", 30), file("/r/new", 25)}));
+  EXPECT_THAT(column(LargestListModel::NameRole), ElementsAre("c", "a", "new"));
+  EXPECT_EQ(column(LargestListModel::SizeRole)[0], "40 B");
+  EXPECT_EQ(c.row(), 0);
+  EXPECT_EQ(resets.count(), 0);
+}
+
+TEST_F(LargestList, shows_a_file_on_the_map) {
+  scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/f", 30)}), file("/r/g", 30)}));
+  session().shown().setVizMode(VizMode::largest);
+  state_.showOnMap(node(0));
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().selection().focused()->path(), node(0).node()->path());
+}
+
+TEST_F(LargestList, puts_a_file_into_the_queue_once) {
+  scanTo(folder("/r", 30, {file("/r/caf\xe9", 30)}));
+  state_.addToQueue(node(0));
+  state_.addToQueue(node(0));
+  ASSERT_EQ(session().cleanupQueue().queue().size(), 1U);
+  EXPECT_EQ(session().cleanupQueue().queue().front().path(), "/r/caf\xe9");
+}
+
+TEST_F(LargestList, makes_the_file_of_the_keyboard_the_one_that_commands_act_on) {
+  scanTo(folder("/r", 60, {file("/r/a", 40), file("/r/b", 20)}));
+  state_.focus(node(1));
+  EXPECT_EQ(session().selection().focused()->path(), "/r/b");
+}
+
+TEST_F(LargestList, does_nothing_without_a_file) {
+  scanTo(folder("/r", 30, {file("/r/a", 30)}));
+  session().shown().setVizMode(VizMode::largest);
+  state_.showOnMap(NodeHandle());
+  state_.addToQueue(NodeHandle());
+  state_.focus(NodeHandle());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::largest);
+  EXPECT_TRUE(session().cleanupQueue().queue().empty());
+  EXPECT_FALSE(session().selection().focused());
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,39 @@
+// The largest files of the scan.
+import QtQuick
+import Tessaly.Model
+import Tessaly.Panes
+
+ListPane {
+    id: view
+
+    required property LargestListState files
+    required property NodeActions actions
+
+    title: "Largest files"
+    caption: "Biggest files in this scan. Click a row to show it on the treemap."
+    emptyText: "Scan a folder to list large files."
+    model: view.files.rows
+
+    // The names of this file reach into the component, though the linter cannot know.
+    // qmllint disable unqualified
+    delegate: LargestRow {
+        id: row
+
+        objectName: "largestRow"
+        onActivated: view.files.showOnMap(row.node)
+        onQueued: view.files.addToQueue(row.node)
+        onMenuAsked: (place, byKeyboard) => menu.ask(row.node, row.mapToItem(view, place), byKeyboard)
+        onHasKeyboardChanged: {
+            if (row.hasKeyboard)
+                view.files.focus(row.node)
+        }
+    }
+    // qmllint enable unqualified
+
+    LargestMenu {
+        id: menu
+
+        files: view.files
+        actions: view.actions
+    }
+}

@@ -1,0 +1,95 @@
+// A row of a ListPane. A click and Return do what it is for, a right click and the menu key ask for its
+// menu. What it shows is laid over it; buttons in it have the keyboard by Tab while the row is the
+// current one.
+import QtQuick
+import QtQuick.Templates as T
+import Tessaly.Controls
+
+MarrowListRow {
+    id: row
+
+    // For assistive tools.
+    required property string label
+    property alias content: contentPlace.data
+    // A click does something.
+    property bool isButton: true
+
+    signal activated
+    // `place` is in the row.
+    signal menuAsked(place: point, byKeyboard: bool)
+
+    width: ListView.view !== null ? ListView.view.width : 0
+    control: face
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: label
+
+    Keys.onPressed: event => {
+        event.accepted = RowKeys.asksForMenu(event.key, event.modifiers)
+        if (event.accepted && !event.isAutoRepeat)
+            row.menuAsked(Qt.point(contentPlace.x + 24, row.height / 2), true)
+    }
+
+    T.AbstractButton {
+        id: face
+
+        function press() {
+            if (row.isButton)
+                row.activated()
+        }
+
+        objectName: "rowFace"
+        x: 10
+        width: parent.width - 20
+        height: parent.height
+        focus: true
+        focusPolicy: row.isTabStop ? Qt.StrongFocus : Qt.ClickFocus
+        hoverEnabled: true
+        onClicked: face.press()
+
+        Accessible.role: Accessible.Button
+        Accessible.name: row.label
+        Accessible.focusable: true
+        Accessible.onPressAction: face.press()
+
+        Keys.onReturnPressed: event => { if (!event.isAutoRepeat) face.press() }
+        Keys.onEnterPressed: event => { if (!event.isAutoRepeat) face.press() }
+        // Return presses. Space is the window's, which looks into the row.
+        Keys.onSpacePressed: event => event.accepted = true
+
+        background: RoundedPanel {
+            objectName: "rowFill"
+            radius: 6
+            color: Qt.alpha(Theme.ink, !row.isButton ? 0 : face.pressed ? 0.1 : face.hovered ? 0.05 : 0)
+        }
+
+        RoundedPanel {
+            objectName: "focusRing"
+            x: 1
+            y: 1
+            width: face.width - 2
+            height: face.height - 2
+            radius: 6
+            visible: face.visualFocus
+            outlineColor: Qt.alpha(Theme.accent, 0.9)
+            outlineWidth: 2
+        }
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.RightButton
+        onClicked: mouse => {
+            row.takeKeyboard(Qt.MouseFocusReason)
+            row.menuAsked(Qt.point(mouse.x, mouse.y), false)
+        }
+    }
+
+    Item {
+        id: contentPlace
+
+        x: 18
+        width: parent.width - 36
+        height: parent.height
+    }
+}
