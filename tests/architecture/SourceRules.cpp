@@ -292,15 +292,9 @@ std::vector<std::string> strayColors(const fs::path& src) {
   static const std::regex color(
       "\\bQt\\.(rgba|hsla|hsva)\\(|\"#[0-9A-Fa-f]{3,8}\"|"
       "\\b([Cc]olor|\\w+Color|tint)\\b[^;]*\"(?!transparent\")[a-z]+\"");
-  // The scroll bars and the rows of excluded folders still have theirs.
-  static constexpr std::array<std::string_view, 6> exceptions = {
-      "app/controls/MarrowMenuRows.qml", "app/controls/MarrowScrollArea.qml",
-      "app/queue/QueueList.qml",         "app/sidebar/ExcludeList.qml",
-      "app/sidebar/ExcludeRow.qml",      "app/sidebar/ExcludedSection.qml"};
   std::vector<std::string> complaints;
   forEachLine(src, [&complaints](const Line& line) {
     if (!line.file.ends_with(".qml") ||
-        std::ranges::find(exceptions, line.file) != exceptions.end() ||
         !std::regex_search(line.text.substr(0, line.text.find("//")), color)) {
       return;
     }

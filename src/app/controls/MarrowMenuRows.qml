@@ -76,15 +76,6 @@ FocusScope {
             view: place
         }
 
-        T.ScrollBar.vertical: T.ScrollBar {
-            implicitWidth: 6
-            visible: size < 1
-
-            contentItem: Rectangle {
-                implicitWidth: 6
-                radius: 3
-                color: Qt.rgba(1, 1, 1, 0.2)
-            }
-        }
+        T.ScrollBar.vertical: MarrowScrollBar {}
     }
 }

@@ -20,7 +20,7 @@ MarrowListRow {
         objectName: "excludeRow"
         anchors.fill: parent
         radius: 6
-        color: Qt.rgba(1, 1, 1, 0.03)
+        color: Theme.chipFill
 
         Text {
             objectName: "excludeName"

@@ -43,7 +43,7 @@ Column {
             background: RoundedPanel {
                 objectName: "background"
                 radius: 4
-                color: Qt.rgba(1, 1, 1, 0.06)
+                color: Theme.buttonFill
             }
         }
     }
