@@ -1,5 +1,5 @@
-// What keys do in a list: which row they lead to, and whether they ask for a menu. Rows are numbered
-// from 0; -1 is no row. Pure.
+// What keys do in a list: which row they lead to, and whether they ask for a menu. Rows are
+// numbered from 0; -1 is no row. Pure.
 #pragma once
 
 #include <QObject>
