@@ -1,5 +1,5 @@
-// A link whose target is gone, an entry of the list of dead links. Identified by its path. Names
-// and paths are bytes.
+// An entry of the list of dead links, whose targets do not exist. Identified by its path. Names and
+// paths are bytes.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace tessaly {
 struct DeadLink {
   std::string name = {};
   std::string path = {};         // of the link
-  std::string destination = {};  // as the link has it, maybe relative; empty if it is not readable
+  std::string destination = {};  // as stored in the link, maybe relative; empty if unreadable
   std::string kind = {};         // "symlink" or "alias"
 
   friend bool operator==(const DeadLink&, const DeadLink&) = default;

@@ -1,4 +1,4 @@
-// Files of one content, an entry of the list of duplicates. Identified by the digest.
+// An entry of the list of duplicates: files with the same content. Identified by the digest.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@ namespace tessaly {
 
 struct DuplicateGroup {
   std::string digest = {};           // SHA-256 of the content: 64 hexadecimal digits in lower case
-  std::int64_t bytes = 0;            // size of each of the files
-  std::vector<PathSize> files = {};  // two or more, in the order of the tree
+  std::int64_t bytes = 0;            // size of each file
+  std::vector<PathSize> files = {};  // at least two, in the order of the tree
 
   friend bool operator==(const DuplicateGroup&, const DuplicateGroup&) = default;
 };

@@ -1,5 +1,5 @@
-// A file with a score that says how safe it is to remove, an entry of the list of such files.
-// Identified by its path. Names and paths are bytes.
+// An entry of the list of files with a score of how safe it is to remove them. Identified by its
+// path. Names and paths are bytes.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ struct SafeItem {
   int score = 0;            // 0 to 100; 100 is the safest
   std::string label = {};   // the score in words
   bool caution = false;     // the label warns of removing it
-  std::string reason = {};  // what the score is made of, joined with " · "
+  std::string reason = {};  // the parts of the score, joined with " · "
 
   friend bool operator==(const SafeItem&, const SafeItem&) = default;
 };

@@ -1,5 +1,5 @@
 // The lists that the analysis of a finished scan has made. They are empty until the first analysis
-// since the start of the program has ended.
+// of this run of the program has ended.
 //
 // Main thread only.
 #pragma once

@@ -1,5 +1,5 @@
-// The analysis of a finished scan: one pass on the utility queue that runs several engines, and
-// whose lists are stored in the session's Findings together at its end.
+// The analysis of a finished scan: one run of several engines on the utility queue. The session's
+// Findings store all lists together at its end.
 #pragma once
 
 #include <functional>
@@ -24,8 +24,8 @@ struct FinishedScan {
 
 using IsCancelled = std::function<bool()>;
 
-// Makes one list. Runs on a worker thread; may block, but must return within 50 ms once
-// `isCancelled` is true, which only quitting causes. It must not access the session.
+// Makes one list. Runs on a worker thread and may block, but must return within 50 ms once
+// `isCancelled` is true, which only quitting causes. Must not access the session.
 template <class Row>
 using Engine =
     std::function<std::vector<Row>(const FinishedScan& scan, const IsCancelled& isCancelled)>;
@@ -47,11 +47,10 @@ struct Lists {
   std::vector<SafeItem> safeItems;
 };
 
-// Runs the engines one after the other, on the caller's thread. Starts no more of them once
-// cancelled.
+// Runs the engines one after the other on the caller's thread, and starts no more once cancelled.
 Lists run(const Engines& engines, const FinishedScan& scan, const IsCancelled& isCancelled);
 
-// The home directory if the text of `root` begins with it, else the root.
+// The home directory if `root` begins with its text, else `root`.
 std::string idleScope(const std::string& root, const std::string& homeDirectory);
 
 }  // namespace tessaly::PostScanAnalysis

@@ -1,4 +1,4 @@
-// The analysis of a finished scan: when the engines run, and what reaches the session.
+// The analysis of a finished scan: when the engines run, and which lists the session gets.
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -177,7 +177,7 @@ TEST_F(Analysis, engines_get_the_tree_the_root_and_the_idle_scope) {
   EXPECT_EQ(seen.front().idleScope, "/home/user");
 }
 
-TEST_F(Analysis, the_analysis_of_an_older_scan_that_ends_later_overwrites_the_newer_one) {
+TEST_F(Analysis, an_older_scan_whose_analysis_ends_later_overwrites_the_lists_of_a_newer_one) {
   walks().at(0).result = folder("/old", 1);
   walks().at(1).result = folder("/new", 1);
   during_ = [this](const IsCancelled&) {
@@ -218,7 +218,7 @@ TEST_F(Analysis, an_empty_or_cancelled_scan_is_not_analysed) {
   EXPECT_THAT(taken(), IsEmpty());
 }
 
-TEST_F(Analysis, the_analysis_stops_after_the_engine_in_which_the_session_ends) {
+TEST_F(Analysis, no_engine_starts_after_the_session_has_ended) {
   walks().at(0).result = folder("/data", 1);
   session().scan("/data");
   runWalks();
