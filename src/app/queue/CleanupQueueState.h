@@ -1,5 +1,5 @@
-// What the panel of things to be thrown away says and does. It observes the session, to which all
-// of it belongs, and adds nothing to its state.
+// Texts and actions of the cleanup queue's panel. It observes the session, which owns all data, and
+// adds no state.
 #pragma once
 
 #include <QObject>
@@ -19,16 +19,16 @@ class CleanupQueueState : public QObject {
   Q_PROPERTY(tessaly::QueueListModel* rows READ rows CONSTANT)
   Q_PROPERTY(Look look READ look NOTIFY lookChanged)
   Q_PROPERTY(QString countText READ countText NOTIFY queueChanged)
-  // The header in words, for those who do not see it.
+  // The accessible name of the header.
   Q_PROPERTY(QString headerName READ headerName NOTIFY headerNameChanged)
-  // How much would go to the Trash. Ends the program where the sizes are more than can be counted.
+  // The button's text with the total size. Aborts if the total overflows.
   Q_PROPERTY(QString moveText READ moveText NOTIFY queueChanged)
 
  public:
   enum Look { Hidden, Open, Minimized };
   Q_ENUM(Look)
 
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit CleanupQueueState(ScanSession& session, QObject* parent = nullptr);
 
   QueueListModel* rows() { return &rows_; }

@@ -66,7 +66,7 @@ TEST_F(CleanupQueueStateTest, the_panel_expands_on_every_addition) {
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
 }
 
-TEST_F(CleanupQueueStateTest, the_button_tells_the_size_without_a_plural) {
+TEST_F(CleanupQueueStateTest, the_button_shows_the_total_size_without_a_plural) {
   const QSignalSpy changes(&state_, &CleanupQueueState::queueChanged);
   session().cleanupQueue().addToQueue(file("/a", 1536));
   EXPECT_EQ(moveText(), "Move 1 to Trash · 1.5 KB");
@@ -78,7 +78,7 @@ TEST_F(CleanupQueueStateTest, the_button_tells_the_size_without_a_plural) {
   EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(CleanupQueueStateTest, counts_have_plain_digits) {
+TEST_F(CleanupQueueStateTest, counts_have_no_digit_grouping) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 1234; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
   session().selection().selectNodes(nodes, false);

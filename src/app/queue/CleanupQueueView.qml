@@ -1,5 +1,5 @@
-// What waits to be thrown away, in a panel over the window: hidden, open, or folded to its header.
-// Nothing moves before a button is pressed.
+// The panel with the cleanup queue, over the window: hidden, open, or collapsed to its header.
+// Nothing is removed before a button is pressed.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Queue
@@ -9,7 +9,7 @@ FocusScope {
 
     required property CleanupQueueState queue
 
-    // Where the keyboard was before it came in here.
+    // The last item outside the panel that had the keyboard focus.
     property Item keyboardOutside: null
     readonly property Item keyboardItem: Window.activeFocusItem
 
@@ -19,7 +19,8 @@ FocusScope {
         return item === view
     }
 
-    // Back to where it was, or to what comes before the panel if that is gone.
+    // Gives the focus back to that item, or to the one before the panel if it is hidden or
+    // disabled.
     function sendKeyboardAway() {
         const outside = keyboardOutside
         const next = outside !== null && outside.visible && outside.enabled
@@ -55,7 +56,7 @@ FocusScope {
         shadowRadius: 20
     }
 
-    // What lies under it gets no clicks through it.
+    // Items below the panel get no pointer events through it.
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.AllButtons
@@ -88,7 +89,7 @@ FocusScope {
         visible: view.queue.look === CleanupQueueState.Open
         onVisibleChanged: {
             if (!visible && activeFocus && view.visible) {
-                // Who works by the keyboard goes on seeing where it is.
+                // The focus ring stays visible if it was visible.
                 const button = view.keyboardItem as MarrowButton
                 const isSeen = button !== null && button.visualFocus
                 header.forceActiveFocus(isSeen ? Qt.TabFocusReason : Qt.OtherFocusReason)

@@ -1,4 +1,5 @@
-// What can be done with all that waits: let it go, keep a copy and throw it away, throw it away.
+// The actions for the whole queue: clear it, zip the items and move them to the Trash, or only move
+// them to the Trash.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Queue
@@ -8,7 +9,7 @@ Item {
 
     required property CleanupQueueState queue
 
-    // Shift Tab leads out, in front of the first button.
+    // Shift Tab on the first button.
     signal keyboardLeft
 
     function takeKeyboard(reason) {
@@ -53,7 +54,7 @@ Item {
         text: footer.queue.moveText
         onClicked: footer.queue.moveToTrash()
 
-        // Thousands of things and many digits are set smaller rather than cut off.
+        // A text with many digits shrinks before it is cut off.
         contentItem: Text {
             objectName: "label"
             text: move.text

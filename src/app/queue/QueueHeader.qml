@@ -1,4 +1,4 @@
-// The top of the panel, all of which folds and unfolds what is below.
+// The header of the panel. A click anywhere on it collapses or expands the panel.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Queue

@@ -1,4 +1,4 @@
-// The panel without a pointer.
+// The cleanup queue's panel, operated by keyboard.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -26,7 +26,7 @@ class QueueKeyboard : public QueueScene {
     session().queueSelected();
     update();
   }
-  // The name of the row that has the keyboard.
+  // The name in the row with the keyboard focus.
   QString focusedRow() {
     QQuickItem* const row = focused() != nullptr ? focused()->parentItem() : nullptr;
     if (row == nullptr || row->objectName() != "queueRow") return {};
@@ -36,7 +36,7 @@ class QueueKeyboard : public QueueScene {
   }
 };
 
-TEST_F(QueueKeyboard, comes_to_every_control_from_top_to_bottom_and_back) {
+TEST_F(QueueKeyboard, tab_visits_every_control_from_top_to_bottom_and_shift_tab_in_reverse) {
   show();
   queueThree();
   focusOn("before");
@@ -64,7 +64,7 @@ TEST_F(QueueKeyboard, comes_to_every_control_from_top_to_bottom_and_back) {
   EXPECT_EQ(back, walk);
 }
 
-TEST_F(QueueKeyboard, comes_to_the_header_alone_of_a_folded_panel) {
+TEST_F(QueueKeyboard, tab_visits_only_the_header_of_a_collapsed_panel) {
   show();
   queueThree();
   session().cleanupQueue().setQueueMinimized(true);
@@ -77,14 +77,14 @@ TEST_F(QueueKeyboard, comes_to_the_header_alone_of_a_folded_panel) {
   EXPECT_EQ(focused(), item("after"));
 }
 
-TEST_F(QueueKeyboard, comes_to_nothing_of_a_hidden_panel) {
+TEST_F(QueueKeyboard, tab_skips_a_hidden_panel) {
   show();
   focusOn("before");
   press(Qt::Key_Tab);
   EXPECT_EQ(focused(), item("after"));
 }
 
-TEST_F(QueueKeyboard, stays_where_it_is_when_the_panel_opens) {
+TEST_F(QueueKeyboard, opening_the_panel_does_not_move_the_focus) {
   show();
   focusOn("before");
   queueThree();
@@ -94,7 +94,7 @@ TEST_F(QueueKeyboard, stays_where_it_is_when_the_panel_opens) {
   EXPECT_EQ(focused(), item("before"));
 }
 
-TEST_F(QueueKeyboard, folds_and_unfolds_by_return_by_space_and_for_assistive_tools) {
+TEST_F(QueueKeyboard, return_space_and_assistive_tools_collapse_and_expand_the_panel) {
   show();
   queueThree();
   focusOn("queueHeader");
@@ -107,7 +107,7 @@ TEST_F(QueueKeyboard, folds_and_unfolds_by_return_by_space_and_for_assistive_too
   EXPECT_EQ(focused(), item("queueHeader"));
 }
 
-TEST_F(QueueKeyboard, goes_on_to_the_next_row_from_one_that_it_has_taken_away) {
+TEST_F(QueueKeyboard, the_focus_moves_to_the_next_row_when_its_row_is_removed) {
   show();
   queueThree();
   focusOn("queueHeader");
@@ -124,7 +124,7 @@ TEST_F(QueueKeyboard, goes_on_to_the_next_row_from_one_that_it_has_taken_away) {
   EXPECT_FALSE(panel()->isVisible());
 }
 
-TEST_F(QueueKeyboard, goes_back_to_where_it_was_when_the_panel_goes) {
+TEST_F(QueueKeyboard, the_focus_returns_to_the_item_before_when_the_panel_is_hidden) {
   show();
   for (const char* button : {"clear", "moveToTrash", "queueHeader"}) {
     focusOn("after");
@@ -141,7 +141,7 @@ TEST_F(QueueKeyboard, goes_back_to_where_it_was_when_the_panel_goes) {
   }
 }
 
-TEST_F(QueueKeyboard, goes_back_to_where_it_was_when_the_last_row_goes) {
+TEST_F(QueueKeyboard, the_focus_returns_to_the_item_before_when_the_last_row_is_removed) {
   show();
   focusOn("after");
   queue({file("/data/note", 1)});
@@ -151,7 +151,7 @@ TEST_F(QueueKeyboard, goes_back_to_where_it_was_when_the_last_row_goes) {
   EXPECT_FALSE(panel()->isVisible());
 }
 
-TEST_F(QueueKeyboard, goes_to_what_comes_before_the_panel_when_the_old_place_is_gone) {
+TEST_F(QueueKeyboard, the_focus_goes_to_the_control_before_the_panel_if_its_old_item_is_hidden) {
   show();
   focusOn("after");
   queueThree();
@@ -161,7 +161,7 @@ TEST_F(QueueKeyboard, goes_to_what_comes_before_the_panel_when_the_old_place_is_
   EXPECT_EQ(focused(), item("before"));
 }
 
-TEST_F(QueueKeyboard, goes_to_the_header_when_the_panel_is_folded_from_elsewhere) {
+TEST_F(QueueKeyboard, the_focus_goes_to_the_header_when_the_session_collapses_the_panel) {
   show();
   queueThree();
   for (QQuickItem* place : {removeButton(1), item("clear")}) {
@@ -174,7 +174,7 @@ TEST_F(QueueKeyboard, goes_to_the_header_when_the_panel_is_folded_from_elsewhere
   }
 }
 
-TEST_F(QueueKeyboard, leafs_through_thousands_of_rows) {
+TEST_F(QueueKeyboard, arrows_page_keys_home_and_end_move_through_thousands_of_rows) {
   show();
   queueMany(5000);
   focusOn("queueHeader");
@@ -205,7 +205,7 @@ TEST_F(QueueKeyboard, leafs_through_thousands_of_rows) {
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(4998));
 }
 
-TEST_F(QueueKeyboard, keeps_its_row_while_the_list_is_scrolled_away_from_it) {
+TEST_F(QueueKeyboard, a_row_keeps_the_focus_while_the_list_is_scrolled_away_from_it) {
   show();
   queueMany(500);
   focusOn("queueHeader");
@@ -216,7 +216,7 @@ TEST_F(QueueKeyboard, keeps_its_row_while_the_list_is_scrolled_away_from_it) {
   EXPECT_EQ(focusedRow(), "f2");
 }
 
-TEST_F(QueueKeyboard, keeps_its_row_when_another_one_goes) {
+TEST_F(QueueKeyboard, a_row_keeps_the_focus_when_another_row_is_removed) {
   show();
   queueThree();
   removeButton(2)->forceActiveFocus(Qt::TabFocusReason);

@@ -1,5 +1,5 @@
-// What waits, from top to bottom. Only the rows in sight are there, however many wait. Tab goes from
-// row to row and out at the ends; arrows, Page Up, Page Down, Home and End stay inside.
+// The rows of the queue. Only those near the visible part are built. Tab goes from row to row and
+// out at the ends; arrows, Page Up, Page Down, Home and End stay in the list.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Queue
@@ -13,7 +13,6 @@ MarrowList {
 
     Accessible.name: "Queued items"
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     delegate: QueueRow {
         id: row

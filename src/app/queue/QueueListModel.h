@@ -1,4 +1,4 @@
-// The items of the cleanup queue, a row each, in the session's order. It follows the session.
+// The items of the cleanup queue in the session's order, one row each. Follows the session.
 #pragma once
 
 #include <string>
@@ -19,12 +19,12 @@ class QueueListModel : public QAbstractListModel {
 
  public:
   enum Role {
-    NameRole = Qt::UserRole + 1,  // as a person reads it
-    SizeRole,                     // in words
+    NameRole = Qt::UserRole + 1,  // as displayed text
+    SizeRole,                     // as text
     NodeRole,                     // the node itself, as a NodeHandle
   };
 
-  // What it is given outlives it.
+  // `queue` must outlive it.
   explicit QueueListModel(const CleanupQueue& queue, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;

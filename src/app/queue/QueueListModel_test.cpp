@@ -40,11 +40,11 @@ class QueueListModelTest : public SessionFixture {
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(QueueListModelTest, is_empty_at_first) {
+TEST_F(QueueListModelTest, the_model_of_an_empty_queue_is_empty) {
   EXPECT_EQ(model_.rowCount(), 0);
 }
 
-TEST_F(QueueListModelTest, has_a_row_a_node_in_the_order_of_adding) {
+TEST_F(QueueListModelTest, each_node_has_one_row_in_the_order_of_adding) {
   session().cleanupQueue().addToQueue(file("/b/second", 1536));
   session().cleanupQueue().addToQueue(folder("/a/first", 1LL << 30U));
   EXPECT_THAT(column(QueueListModel::NameRole), ElementsAre("second", "first"));
@@ -52,19 +52,19 @@ TEST_F(QueueListModelTest, has_a_row_a_node_in_the_order_of_adding) {
   EXPECT_THAT(handed(), ElementsAre("/b/second", "/a/first"));
 }
 
-TEST_F(QueueListModelTest, has_one_row_for_a_path_that_is_added_twice) {
+TEST_F(QueueListModelTest, a_path_that_is_added_twice_has_one_row) {
   queue({"/a", "/b", "/a"});
   EXPECT_THAT(handed(), ElementsAre("/a", "/b"));
 }
 
-TEST_F(QueueListModelTest, hands_over_the_bytes_of_names_that_are_no_text) {
+TEST_F(QueueListModelTest, rows_keep_the_bytes_of_names_that_are_not_utf8) {
   queue({"/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"});
   EXPECT_THAT(column(QueueListModel::NameRole),
               ElementsAre("caf\uFFFD", "caf\uFFFD", "two\uFFFDlines"));
   EXPECT_THAT(handed(), ElementsAre("/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"));
 }
 
-TEST_F(QueueListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) {
+TEST_F(QueueListModelTest, adding_and_removing_an_item_leaves_the_other_rows) {
   queue({"/a", "/b", "/c"});
   const QSignalSpy resets(&model_, &QueueListModel::modelReset);
   QSignalSpy removals(&model_, &QueueListModel::rowsRemoved);
@@ -79,7 +79,7 @@ TEST_F(QueueListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes)
   EXPECT_EQ(insertions.at(0).at(1).toInt(), 2);
 }
 
-TEST_F(QueueListModelTest, takes_a_whole_selection_and_lets_all_of_it_go_in_one_step_each) {
+TEST_F(QueueListModelTest, adding_a_selection_and_clearing_are_one_change_each) {
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
   session().selection().selectNodes(nodes, false);
@@ -93,7 +93,7 @@ TEST_F(QueueListModelTest, takes_a_whole_selection_and_lets_all_of_it_go_in_one_
   EXPECT_EQ(removals.count(), 1);
 }
 
-TEST_F(QueueListModelTest, has_the_rows_of_what_waits_already_when_it_is_made) {
+TEST_F(QueueListModelTest, a_new_model_has_the_rows_of_the_current_queue) {
   queue({"/a", "/b"});
   const QueueListModel other(session().cleanupQueue());
   EXPECT_EQ(other.rowCount(), 2);

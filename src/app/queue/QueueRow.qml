@@ -1,4 +1,4 @@
-// One thing that waits, with the button that lets it go.
+// An item of the queue, with the button that removes it from the queue.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -50,7 +50,7 @@ MarrowListRow {
         height: 22
         opacity: pressed ? 0.7 : 1
         focusRadius: 5
-        // The list leads Tab from row to row, since the next one need not be there yet.
+        // The list handles Tab, since the next row may not be built yet.
         focusPolicy: Qt.ClickFocus
         onClicked: row.removed()
 

@@ -47,7 +47,7 @@ class QueueScene : public SessionFixture {
   void wheelAt(QPointF point, int degrees);
   static QAccessibleInterface* told(QQuickItem* item);
 
-  // How often the item under the panel was clicked, and the wheel turned on it.
+  // The clicks and wheel turns that the item below the panel has got, plus 100 for each move.
   int clicksBelow() const;
 
  private:

@@ -1,4 +1,4 @@
-// The panel by the pointer.
+// The cleanup queue's panel, operated by pointer.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ using testing::SizeIs;
 
 using QueueView = QueueScene;
 
-TEST_F(QueueView, is_hidden_until_something_waits) {
+TEST_F(QueueView, the_panel_is_hidden_while_the_queue_is_empty_or_closed) {
   show();
   EXPECT_FALSE(panel()->isVisible());
   queueThree();
@@ -25,7 +25,7 @@ TEST_F(QueueView, is_hidden_until_something_waits) {
   EXPECT_FALSE(panel()->isVisible());
 }
 
-TEST_F(QueueView, folds_and_unfolds_wherever_the_header_is_clicked) {
+TEST_F(QueueView, a_click_anywhere_on_the_header_collapses_or_expands_the_panel) {
   show();
   queueThree();
   bool isMinimized = false;
@@ -39,7 +39,7 @@ TEST_F(QueueView, folds_and_unfolds_wherever_the_header_is_clicked) {
   EXPECT_THAT(session().cleanupQueue().queue(), SizeIs(3));
 }
 
-TEST_F(QueueView, opens_fully_on_a_new_path_and_not_on_one_that_waits) {
+TEST_F(QueueView, a_new_path_expands_the_panel_and_a_queued_one_does_not) {
   show();
   queueThree();
   click(item("queueHeader"));
@@ -50,7 +50,7 @@ TEST_F(QueueView, opens_fully_on_a_new_path_and_not_on_one_that_waits) {
   EXPECT_THAT(rows(), SizeIs(4));
 }
 
-TEST_F(QueueView, lets_the_row_go_whose_button_is_clicked) {
+TEST_F(QueueView, the_button_of_a_row_removes_that_row) {
   show();
   queueThree();
   click(removeButton(1));
@@ -66,7 +66,7 @@ TEST_F(QueueView, lets_the_row_go_whose_button_is_clicked) {
   EXPECT_EQ(names(), QStringList{"again"});
 }
 
-TEST_F(QueueView, clears_and_moves_nothing) {
+TEST_F(QueueView, clear_empties_the_queue_and_moves_nothing) {
   show();
   machine_.trash.put("/data/note");
   queueThree();
@@ -76,7 +76,7 @@ TEST_F(QueueView, clears_and_moves_nothing) {
   EXPECT_TRUE(machine_.trash.has("/data/note"));
 }
 
-TEST_F(QueueView, moves_all_to_the_trash) {
+TEST_F(QueueView, the_move_button_moves_all_queued_items_to_the_trash) {
   show();
   for (const char* path : {"/data/film.mp4", "/data/caf\xE9\n.mp3", "/data/note", "/data/other"})
     machine_.trash.put(path);
@@ -89,7 +89,7 @@ TEST_F(QueueView, moves_all_to_the_trash) {
   EXPECT_TRUE(machine_.trash.has("/data/other"));
 }
 
-TEST_F(QueueView, lets_no_click_and_no_wheel_through_to_what_lies_under_it) {
+TEST_F(QueueView, clicks_and_wheel_do_not_pass_through_the_panel) {
   show();
   queueThree();
   for (const QPointF point : {QPointF(300, 120), QPointF(300, 300), QPointF(205, 455),
@@ -105,7 +105,7 @@ TEST_F(QueueView, lets_no_click_and_no_wheel_through_to_what_lies_under_it) {
   EXPECT_EQ(clicksBelow() % 100, 1);
 }
 
-TEST_F(QueueView, scrolls_by_the_wheel_and_keeps_only_the_rows_near_sight) {
+TEST_F(QueueView, the_wheel_scrolls_the_list_and_only_rows_near_the_visible_part_are_built) {
   show();
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 5000; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
@@ -128,7 +128,7 @@ TEST_F(QueueView, scrolls_by_the_wheel_and_keeps_only_the_rows_near_sight) {
   EXPECT_EQ(names().first(), "f0");
 }
 
-TEST_F(QueueView, stays_where_it_was_scrolled_to_when_a_row_goes_and_one_comes) {
+TEST_F(QueueView, adding_and_removing_a_row_keeps_the_scroll_position) {
   show();
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/f" + std::to_string(i), 1));
