@@ -1,4 +1,4 @@
-// What stays at the bottom of the sidebar: how far the scan is, or the way to the next one.
+// The bottom of the sidebar: the progress of the scan, or the button for another scan.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar
@@ -34,7 +34,7 @@ Item {
         }
     }
 
-    // As high as the button, so that nothing above moves when a scan begins.
+    // As high as the button, so that the sections above do not move when a scan begins.
     Item {
         objectName: "scanProgress"
         visible: footer.actions.scanning

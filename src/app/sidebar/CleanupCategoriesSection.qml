@@ -1,4 +1,4 @@
-// The panes of the window, and the Trash.
+// The entries that show the panes of the window, and the one that empties the Trash.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar

@@ -1,4 +1,5 @@
-// The bloat filters: which of them the map highlights, and which the next scan leaves out.
+// The bloat filters, each with two switches: highlight its items on the map, leave them out of
+// scans.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar
@@ -57,7 +58,6 @@ Column {
         Repeater {
             model: section.actions.filters
 
-            // The names of this file reach into the component, though the linter cannot know.
             // qmllint disable unqualified
             RoundedPanel {
                 id: row

@@ -1,4 +1,4 @@
-// The disk in use: its name and size, how full it is, and the way to the other volumes.
+// The disk in use: its name, size and usage, and the menu of the other volumes.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar
@@ -24,7 +24,7 @@ MarrowCard {
             objectName: "gauge"
             width: parent.width
             usedPercent: card.actions.usedPercent
-            // The linter does not know numbers of 64 bits.
+            // The linter does not know 64-bit integers.
             // qmllint disable
             usedBytes: card.actions.usedBytes
             totalBytes: card.actions.totalBytes

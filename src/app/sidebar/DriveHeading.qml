@@ -1,4 +1,4 @@
-// What the disk in use is called and how large it is, and the way to the other volumes.
+// The name and size of the disk in use, and the menu of the other volumes.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar

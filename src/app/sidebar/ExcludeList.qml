@@ -1,6 +1,6 @@
-// The folders that scans leave out, from top to bottom. A long list scrolls by itself, so that only
-// the rows in sight are there, however many folders are left out. Tab goes from row to row and out at
-// the ends; in a long list Page Up, Page Down, Home and End stay inside.
+// The folders that scans leave out. A long list scrolls by itself, and only the rows near the
+// visible part are built. Tab goes from row to row and out at the ends; in a long list Page Up,
+// Page Down, Home and End stay in the list.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar
@@ -28,7 +28,6 @@ MarrowList {
 
     Accessible.name: "Excluded folders"
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     delegate: ExcludeRow {
         id: row

@@ -1,4 +1,4 @@
-// A folder that scans leave out, and the button that lets it back in.
+// A folder that scans leave out, with the button that removes it from the list.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -49,7 +49,7 @@ MarrowListRow {
             padding: 4
             help: "Remove"
             target: row.place
-            // The list leads Tab from row to row, since the next one need not be there yet.
+            // The list handles Tab, since the next row may not be built yet.
             focusPolicy: Qt.ClickFocus
             onClicked: row.removed()
         }

@@ -7,7 +7,7 @@ Column {
     id: section
 
     required property SidebarState actions
-    // What the section stands in.
+    // The scroll area around the section.
     required property MarrowScrollArea area
 
     spacing: 3
@@ -58,7 +58,7 @@ Column {
         font.pixelSize: 11
     }
 
-    // Tab comes in from above, and Shift Tab from below.
+    // Tab enters the list here from above, and Shift Tab from below.
     Item {
         id: above
 

@@ -1,4 +1,4 @@
-// What the colours of files stand for.
+// The kinds of files and their colours on the map.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar

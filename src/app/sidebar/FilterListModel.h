@@ -1,4 +1,4 @@
-// The session's bloat filters, a row each, in the order of the catalogue.
+// The session's bloat filters in the order of the catalogue, one row each.
 #pragma once
 
 #include <QAbstractListModel>
@@ -20,11 +20,11 @@ class FilterListModel : public QAbstractListModel {
     FilterIdRole = Qt::UserRole + 1,
     NameRole,
     SymbolNameRole,
-    HighlightedRole,  // its tiles are lit on the map
-    SkippedRole,      // the next scan leaves out what matches
+    HighlightedRole,  // the map highlights its tiles
+    SkippedRole,      // the next scan leaves out its items
   };
 
-  // What it is given outlives it.
+  // `choices` must outlive it.
   explicit FilterListModel(const Choices& choices, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -18,7 +18,7 @@ class FilterListModelTest : public SessionFixture {
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(FilterListModelTest, lists_the_catalogue_in_its_order) {
+TEST_F(FilterListModelTest, the_rows_are_the_catalogue_in_its_order) {
   const auto& catalog = BloatFilter::catalog();
   ASSERT_EQ(model_.rowCount(), static_cast<int>(catalog.size()));
   for (int row = 0; row < model_.rowCount(); ++row) {
@@ -31,7 +31,7 @@ TEST_F(FilterListModelTest, lists_the_catalogue_in_its_order) {
   }
 }
 
-TEST_F(FilterListModelTest, tells_of_the_one_row_that_is_switched) {
+TEST_F(FilterListModelTest, switching_a_filter_changes_only_its_row) {
   const QSignalSpy resets(&model_, &FilterListModel::modelReset);
   QSignalSpy changes(&model_, &FilterListModel::dataChanged);
   session().choices().toggleFilter("xcode");
@@ -46,7 +46,7 @@ TEST_F(FilterListModelTest, tells_of_the_one_row_that_is_switched) {
   EXPECT_TRUE(at(2, FilterListModel::SkippedRole).toBool());
 }
 
-TEST_F(FilterListModelTest, keeps_the_row_of_a_filter_that_stays_among_others) {
+TEST_F(FilterListModelTest, a_filter_that_remains_keeps_its_row_when_others_are_removed) {
   const QSignalSpy resets(&model_, &FilterListModel::modelReset);
   const QPersistentModelIndex kept = model_.index(3);
   session().choices().setFilters({BloatFilter::catalog()[3]});

@@ -1,4 +1,4 @@
-// What a colour of the map stands for.
+// A colour of the map with the kind of files that it shows.
 import QtQuick
 import Tessaly.Controls
 

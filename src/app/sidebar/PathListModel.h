@@ -1,4 +1,4 @@
-// One of the session's lists of folders, a row each, in its order. It follows the session.
+// One of the session's lists of folders in its order, one row each. Follows the session.
 #pragma once
 
 #include <string>
@@ -25,12 +25,12 @@ class PathListModel : public QAbstractListModel {
   Q_ENUM(List)
 
   enum Role {
-    NameRole = Qt::UserRole + 1,  // what a person calls the folder
-    PlaceRole,                    // all of its path, to show
-    PathRole,                     // the folder itself, as a PathHandle
+    NameRole = Qt::UserRole + 1,  // the displayed name of the folder
+    PlaceRole,                    // the full path as displayed text
+    PathRole,                     // the path's bytes, as a PathHandle
   };
 
-  // What it is given outlives it.
+  // `choices` must outlive it.
   explicit PathListModel(const Choices& choices, List list, std::string homeDirectory,
                          QObject* parent = nullptr);
 

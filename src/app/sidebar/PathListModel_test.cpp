@@ -46,13 +46,13 @@ class PathListModelTest : public SessionFixture {
   std::optional<QAbstractItemModelTester> tester_;
 };
 
-TEST_F(PathListModelTest, is_empty_without_folders) {
+TEST_F(PathListModelTest, the_model_of_an_empty_list_is_empty) {
   const PathListModel model(session().choices(), PathListModel::Pins, session().homeDirectory());
   EXPECT_EQ(model.count(), 0);
 }
 
 TEST_F(PathListModelTest,
-       calls_the_disk_and_the_home_by_their_names_and_all_else_by_its_last_part) {
+       pinned_and_recent_folders_have_their_last_part_as_name_except_the_disk_and_the_home) {
   for (const auto& [list, key] : {std::pair(PathListModel::Pins, "marrow.pins"),
                                   {PathListModel::Recents, "marrow.recents"}}) {
     start(list, key, {"/", "/home/user", "/home/user/Films", "/srv/user", "/media/a b/"});
@@ -61,20 +61,20 @@ TEST_F(PathListModelTest,
   }
 }
 
-TEST_F(PathListModelTest, calls_every_excluded_folder_by_its_last_part) {
+TEST_F(PathListModelTest, every_excluded_folder_has_its_last_part_as_name) {
   start(PathListModel::Excludes, "marrow.excludes", {"/", "/home/user", "/srv/data"});
   EXPECT_THAT(column(PathListModel::NameRole), ElementsAre("/", "user", "data"));
   EXPECT_THAT(column(PathListModel::PlaceRole), ElementsAre("/", "/home/user", "/srv/data"));
 }
 
-TEST_F(PathListModelTest, hands_over_the_bytes_of_names_that_are_no_text) {
+TEST_F(PathListModelTest, rows_keep_the_bytes_of_names_that_are_not_utf8) {
   start(PathListModel::Recents, "marrow.recents", {"/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"});
   EXPECT_THAT(column(PathListModel::NameRole),
               ElementsAre("caf\uFFFD", "caf\uFFFD", "two\uFFFDlines"));
   EXPECT_THAT(handed(), ElementsAre("/a/caf\xe9", "/a/caf\xe8", "/a/two\nlines"));
 }
 
-TEST_F(PathListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) {
+TEST_F(PathListModelTest, adding_and_removing_a_folder_leaves_the_other_rows) {
   start(PathListModel::Pins, "marrow.pins", {"/a", "/b", "/c"});
   const QSignalSpy resets(&*model_, &PathListModel::modelReset);
   QSignalSpy removals(&*model_, &PathListModel::rowsRemoved);
@@ -89,7 +89,7 @@ TEST_F(PathListModelTest, keeps_the_rows_that_stay_when_one_goes_and_one_comes) 
   EXPECT_EQ(insertions.at(0).at(1).toInt(), 0);
 }
 
-TEST_F(PathListModelTest, moves_a_recent_folder_to_the_front) {
+TEST_F(PathListModelTest, scanning_a_recent_folder_again_moves_its_row_to_the_front) {
   start(PathListModel::Recents, "marrow.recents", {"/a", "/b", "/c"});
   const QSignalSpy removals(&*model_, &PathListModel::rowsRemoved);
   QSignalSpy moves(&*model_, &PathListModel::rowsMoved);
@@ -99,7 +99,7 @@ TEST_F(PathListModelTest, moves_a_recent_folder_to_the_front) {
   EXPECT_EQ(moves.count(), 1);
 }
 
-TEST_F(PathListModelTest, follows_lists_that_have_little_in_common) {
+TEST_F(PathListModelTest, the_rows_follow_lists_with_few_entries_in_common) {
   start(PathListModel::Excludes, "marrow.excludes", {"/a", "/b", "/c", "/d"});
   const std::vector<Paths> steps = {
       {"/d", "/x", "/b"}, {"/x", "/x", "/b", "/x"}, {"/b", "/x"}, {}, {"/a"}, {"/c", "/b", "/a"}};
@@ -110,7 +110,7 @@ TEST_F(PathListModelTest, follows_lists_that_have_little_in_common) {
   }
 }
 
-TEST_F(PathListModelTest, tells_of_its_count_once_it_is_another) {
+TEST_F(PathListModelTest, the_count_is_announced_only_when_it_changes) {
   start(PathListModel::Excludes, "marrow.excludes", {"/a", "/b"});
   const QSignalSpy counts(&*model_, &PathListModel::countChanged);
   session().choices().setExcludes({"/b", "/a"});
@@ -119,7 +119,7 @@ TEST_F(PathListModelTest, tells_of_its_count_once_it_is_another) {
   EXPECT_EQ(counts.count(), 1);
 }
 
-TEST_F(PathListModelTest, follows_its_own_list_alone) {
+TEST_F(PathListModelTest, the_model_follows_only_its_own_list) {
   start(PathListModel::Pins, "marrow.pins", {"/a"});
   session().choices().setExcludes({"/x"});
   EXPECT_THAT(handed(), ElementsAre("/a"));

@@ -1,4 +1,4 @@
-// A folder at hand: its name scans it, the star keeps it or lets it go.
+// A pinned or recent folder: a click on its name scans it, the star pins or unpins it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -64,7 +64,7 @@ RoundedPanel {
         help: row.pinned ? "Unpin" : "Pin folder"
         target: row.place
         onClicked: {
-            // The pin's row goes, and the keyboard goes on to what comes after it.
+            // Unpinning removes this row, so the focus moves on first.
             if (row.pinned && activeFocus)
                 nextItemInFocusChain().forceActiveFocus(focusReason)
             row.actions.togglePin(row.path)

@@ -1,4 +1,4 @@
-// A list of folders at hand under its header; without a folder it is not there.
+// A list of pinned or recent folders below its header; hidden while it is empty.
 import QtQuick
 import Tessaly.Sidebar
 
@@ -26,7 +26,6 @@ Column {
     Repeater {
         model: section.folders
 
-        // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
         PathRow {
             objectName: "pathRow"

@@ -1,4 +1,4 @@
-// The ways to start a scan, and to end it.
+// The buttons that start a scan and cancel it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,4 +1,4 @@
-// What a section of the sidebar is called.
+// The heading of a section of the sidebar.
 import QtQuick
 import Tessaly.Controls
 

@@ -1,4 +1,4 @@
-// What the sidebar shows in which case, and what its controls do to the pointer.
+// The contents of the sidebar in each case, and its controls operated by pointer.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ class Sidebar : public SidebarScene {
   }
 };
 
-TEST_F(Sidebar, with_nothing_shows_what_is_always_there) {
+TEST_F(Sidebar, a_sidebar_without_content_shows_the_permanent_sections) {
   show(1000);
   EXPECT_FALSE(shows("volumeMenu"));
   EXPECT_FALSE(shows("volumesAndHistorySection"));
@@ -42,7 +42,7 @@ TEST_F(Sidebar, with_nothing_shows_what_is_always_there) {
   keepPicture("sidebar-empty");
 }
 
-TEST_F(Sidebar, lists_the_first_folder_that_is_scanned_while_it_is_looked_at) {
+TEST_F(Sidebar, the_first_scanned_folder_appears_at_once) {
   show(1000);
   ASSERT_FALSE(shows("recents"));
   scanTo(folder("/srv/a", 1, {file("/srv/a/b", 1)}));
@@ -51,7 +51,7 @@ TEST_F(Sidebar, lists_the_first_folder_that_is_scanned_while_it_is_looked_at) {
   EXPECT_EQ(labels("recents"), QStringList{"a"});
 }
 
-TEST_F(Sidebar, with_everything_keeps_all_in_the_column_and_apart) {
+TEST_F(Sidebar, a_full_sidebar_keeps_its_items_in_the_column_without_overlaps) {
   fill();
   show(680);
   keepPicture("sidebar-680");
@@ -85,7 +85,7 @@ TEST_F(Sidebar, with_everything_keeps_all_in_the_column_and_apart) {
   keepPicture("sidebar-full");
 }
 
-TEST_F(Sidebar, shows_a_list_only_when_it_holds_something) {
+TEST_F(Sidebar, an_empty_list_is_hidden) {
   remember(ScanStore::recentsKey, {"/srv/a"});
   show(1000);
   EXPECT_FALSE(shows("pinned"));
@@ -96,7 +96,7 @@ TEST_F(Sidebar, shows_a_list_only_when_it_holds_something) {
   EXPECT_EQ(rectOf(find("recents")).top(), rectOf(find("pinned")).bottom() + 14);
 }
 
-TEST_F(Sidebar, shows_the_volume_menu_from_the_second_volume_on) {
+TEST_F(Sidebar, the_volume_menu_is_shown_for_two_or_more_volumes) {
   mount({"/"});
   show();
   EXPECT_FALSE(shows("volumeMenu"));
@@ -108,7 +108,7 @@ TEST_F(Sidebar, shows_the_volume_menu_from_the_second_volume_on) {
   EXPECT_FALSE(shows("volumeMenu"));
 }
 
-TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
+TEST_F(Sidebar, choosing_a_volume_scans_it) {
   mount({"/", "Backup", "Films"});
   show();
   click("volumeMenu");
@@ -120,7 +120,7 @@ TEST_F(Sidebar, scans_the_volume_that_is_chosen) {
   EXPECT_FALSE(shows("menuRows"));
 }
 
-TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
+TEST_F(Sidebar, the_volume_menu_closes_without_a_choice) {
   mount({"/", "Backup"});
   show();
   click("volumeMenu");
@@ -139,7 +139,7 @@ TEST_F(Sidebar, puts_the_volume_menu_away_without_a_choice) {
   EXPECT_FALSE(shows("menuRows"));
 }
 
-TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the_mouse) {
+TEST_F(Sidebar, wheel_and_finger_scroll_the_volumes_and_dragging_with_the_mouse_does_not) {
   QStringList names = {"/"};
   for (int i = 1; i < 200; ++i) names << QStringLiteral("disk%1").arg(i);
   mount(names);
@@ -158,7 +158,7 @@ TEST_F(Sidebar, scrolls_the_volumes_by_wheel_and_finger_and_not_by_a_pull_of_the
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {
+TEST_F(Sidebar, items_below_the_volume_menu_are_not_hovered) {
   mount({"/", "Backup"});
   show();
   QQuickItem* const below = find("rescanVolume");
@@ -170,7 +170,7 @@ TEST_F(Sidebar, keeps_the_pointer_from_what_lies_under_the_volume_menu) {
   EXPECT_FALSE(below->property("hovered").toBool());
 }
 
-TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
+TEST_F(Sidebar, each_way_to_scan_the_whole_disk_raises_the_gate) {
   settings_.setTexts(ScanStore::pinsKey, {"/"});
   remember(ScanStore::recentsKey, {"/"});
   mount({"/", "Backup"});
@@ -202,7 +202,7 @@ TEST_F(Sidebar, raises_the_gate_for_the_whole_disk_wherever_it_is_asked_for) {
   EXPECT_FALSE(access().showGate());
 }
 
-TEST_F(Sidebar, scans_any_other_folder_straight_away) {
+TEST_F(Sidebar, another_folder_is_scanned_at_once) {
   settings_.setTexts(ScanStore::pinsKey, {"/srv/pin"});
   remember(ScanStore::recentsKey, {"/srv/caf\xe9"});
   show(1000);
@@ -224,7 +224,7 @@ TEST_F(Sidebar, scans_any_other_folder_straight_away) {
   EXPECT_FALSE(access().showGate());
 }
 
-TEST_F(Sidebar, starts_no_second_scan_while_one_runs) {
+TEST_F(Sidebar, no_second_scan_starts_while_one_runs) {
   fill();
   show(1180);
   session().scan("/srv/running");
@@ -248,7 +248,7 @@ TEST_F(Sidebar, starts_no_second_scan_while_one_runs) {
   EXPECT_TRUE(find("scanHome")->isEnabled());
 }
 
-TEST_F(Sidebar, scans_again_from_its_foot) {
+TEST_F(Sidebar, the_footer_scans_again) {
   fill();
   show();
   click("rescanVolume");
@@ -256,7 +256,7 @@ TEST_F(Sidebar, scans_again_from_its_foot) {
   EXPECT_EQ(session().run().scanRoot(), "/home/user");
 }
 
-TEST_F(Sidebar, brings_the_panes_to_the_front) {
+TEST_F(Sidebar, the_entries_show_their_panes) {
   show();
   click("systemPulse");
   EXPECT_EQ(session().shown().pane(), MainPane::monitor);
@@ -270,7 +270,7 @@ TEST_F(Sidebar, brings_the_panes_to_the_front) {
   EXPECT_TRUE(read("diskTreemap", "active").toBool());
 }
 
-TEST_F(Sidebar, empties_the_trash_at_a_click_and_not_twice) {
+TEST_F(Sidebar, a_click_empties_the_trash_and_a_second_one_does_nothing) {
   fillTrash(3);
   show();
   click("emptyTrash");
@@ -285,7 +285,7 @@ TEST_F(Sidebar, empties_the_trash_at_a_click_and_not_twice) {
   EXPECT_EQ(emptyings_, 1);
 }
 
-TEST_F(Sidebar, shows_a_pinned_folder_that_is_recent_too_in_both_lists) {
+TEST_F(Sidebar, a_pinned_folder_that_is_also_recent_is_in_both_lists) {
   remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
   show(1000);
   click(in(rowOf("recents", "b"), "star"));
@@ -299,7 +299,7 @@ TEST_F(Sidebar, shows_a_pinned_folder_that_is_recent_too_in_both_lists) {
   EXPECT_FALSE(shows("pinned"));
 }
 
-TEST_F(Sidebar, leaves_folders_out_and_takes_them_back) {
+TEST_F(Sidebar, folders_are_added_to_the_excluded_ones_and_removed) {
   show(1000);
   folderPanel_.answer = "/srv/caf\xe9";
   click("addExclude");
@@ -317,14 +317,14 @@ std::vector<std::string> manyFolders() {
   return folders;
 }
 
-// The rows that there are, to be seen or not.
+// The number of rows that are built, visible or not.
 int rowsBuilt(QQuickItem* top, const QString& name) {
   int count = top->objectName() == name ? 1 : 0;
   for (QQuickItem* child : top->childItems()) count += rowsBuilt(child, name);
   return count;
 }
 
-TEST_F(Sidebar, builds_only_the_rows_in_sight_of_ten_thousand_excluded_folders) {
+TEST_F(Sidebar, only_the_rows_near_the_visible_part_of_10000_excluded_folders_are_built) {
   remember(ScanStore::excludesKey, manyFolders());
   show(1400);
   EXPECT_EQ(read("excludes", "count"), 10000);
@@ -340,7 +340,7 @@ TEST_F(Sidebar, builds_only_the_rows_in_sight_of_ten_thousand_excluded_folders) 
   EXPECT_LE(rowsBuilt(find("excludedSection"), "excludeRow"), 40);
 }
 
-TEST_F(Sidebar, scrolls_a_long_list_of_excluded_folders_first_and_then_the_column) {
+TEST_F(Sidebar, the_wheel_scrolls_a_long_list_first_and_then_the_column) {
   remember(ScanStore::excludesKey, manyFolders());
   show(680);
   QQuickItem* const area = find("scrollArea");
@@ -357,7 +357,7 @@ TEST_F(Sidebar, scrolls_a_long_list_of_excluded_folders_first_and_then_the_colum
   EXPECT_LT(scrolled(), column);
 }
 
-TEST_F(Sidebar, removes_the_row_that_was_clicked_out_of_a_long_list) {
+TEST_F(Sidebar, the_clicked_row_of_a_long_list_is_removed) {
   remember(ScanStore::excludesKey, manyFolders());
   show(1400);
   find("excludes")->setProperty("contentY", 26 * 5000.0);
@@ -374,7 +374,7 @@ TEST_F(Sidebar, removes_the_row_that_was_clicked_out_of_a_long_list) {
   EXPECT_EQ(std::ranges::count(session().choices().excludes(), path), 0);
 }
 
-TEST_F(Sidebar, shows_as_many_pins_and_recent_folders_as_there_can_be) {
+TEST_F(Sidebar, at_most_8_pins_and_5_recent_folders_are_shown) {
   settings_.setTexts(ScanStore::pinsKey, manyFolders());
   remember(ScanStore::recentsKey, manyFolders());
   show(1400);
@@ -382,7 +382,7 @@ TEST_F(Sidebar, shows_as_many_pins_and_recent_folders_as_there_can_be) {
   EXPECT_EQ(rowsBuilt(find("recents"), "pathRow"), 5);
 }
 
-TEST_F(Sidebar, switches_filters_and_skips_them_each_for_itself) {
+TEST_F(Sidebar, highlighting_and_skipping_a_filter_are_independent) {
   show(1000);
   click("xcode/highlight");
   click("build/skip");
@@ -397,7 +397,7 @@ TEST_F(Sidebar, switches_filters_and_skips_them_each_for_itself) {
   EXPECT_EQ(session().choices().filters(), BloatFilter::catalog());
 }
 
-TEST_F(Sidebar, says_what_a_symbol_does_when_the_pointer_rests_on_it) {
+TEST_F(Sidebar, a_symbol_has_a_tool_tip_while_the_pointer_rests_on_it) {
   show(1000);
   hover(find("addExclude"));
   auto* tip = find("addExclude")->findChild<QObject*>("toolTip");
@@ -409,7 +409,7 @@ TEST_F(Sidebar, says_what_a_symbol_does_when_the_pointer_rests_on_it) {
   EXPECT_EQ(find("addExclude")->findChild<QObject*>("toolTip"), nullptr);
 }
 
-TEST_F(Sidebar, holds_hundreds_of_rows_that_do_not_touch) {
+TEST_F(Sidebar, hundreds_of_rows_do_not_overlap) {
   settings_.setTexts(ScanStore::pinsKey, many("/srv/pin", 200));
   settings_.setTexts(ScanStore::recentsKey, many("/srv/recent", 200));
   remember(ScanStore::excludesKey, many("/srv/" + std::string(300, 'w') + "-", 200));
@@ -449,7 +449,7 @@ TEST_F(Sidebar, holds_hundreds_of_rows_that_do_not_touch) {
   EXPECT_LE(rectOf(find("fileTypeLegend")).bottom(), rectOf(find("bottomScanFooter")).top());
 }
 
-TEST_F(Sidebar, elides_long_names_everywhere) {
+TEST_F(Sidebar, long_names_are_elided_everywhere) {
   const std::string longName(200, 'w');
   settings_.setTexts(ScanStore::pinsKey, {"/srv/" + longName});
   settings_.setTexts(ScanStore::recentsKey, {"/srv/" + longName});
@@ -468,7 +468,7 @@ TEST_F(Sidebar, elides_long_names_everywhere) {
   }
 }
 
-TEST_F(Sidebar, scrolls_by_the_wheel_as_far_as_there_is_something) {
+TEST_F(Sidebar, the_wheel_scrolls_to_the_ends_and_no_further) {
   fill();
   show();
   EXPECT_EQ(scrolled(), 0);

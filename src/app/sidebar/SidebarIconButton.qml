@@ -1,5 +1,4 @@
-// A button that is a symbol alone. What it does is said when the pointer rests on it, and to
-// assistive tools.
+// A button with a symbol only. Its action is named by a tool tip and to assistive tools.
 import QtQuick
 import Tessaly.Controls
 
@@ -7,7 +6,7 @@ MarrowButton {
     id: control
 
     required property string help
-    // What it does that to.
+    // What the action applies to, for assistive tools.
     property string target: ""
 
     padding: 3
@@ -20,7 +19,6 @@ MarrowButton {
     Loader {
         objectName: "help"
         active: control.hovered
-        // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
         sourceComponent: MarrowToolTip {
             objectName: "toolTip"

@@ -1,4 +1,4 @@
-// The sidebar without a pointer.
+// The sidebar, operated by keyboard.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
@@ -19,7 +19,7 @@ class SidebarKeyboard : public SidebarScene {
  protected:
   QQuickItem* focused() { return view().activeFocusItem(); }
 
-  // Presses Tab until the keyboard is at this item.
+  // Presses Tab until `item` has the focus.
   bool tabTo(QQuickItem* item) {
     for (int steps = 0; steps < 1500; ++steps) {
       if (focused() == item) return true;
@@ -27,7 +27,7 @@ class SidebarKeyboard : public SidebarScene {
     }
     return false;
   }
-  // The rows of the volume menu that there are, from the top.
+  // The rows of the volume menu, from the top.
   std::vector<QQuickItem*> volumes() {
     std::vector<QQuickItem*> rows = all("volume");
     std::ranges::sort(rows, {}, [](QQuickItem* row) { return rectOf(row).top(); });
@@ -39,7 +39,7 @@ class SidebarKeyboard : public SidebarScene {
   }
 };
 
-TEST_F(SidebarKeyboard, comes_to_every_control_from_top_to_bottom_and_brings_it_into_sight) {
+TEST_F(SidebarKeyboard, tab_visits_every_control_from_top_to_bottom_and_scrolls_to_it) {
   QAccessible::setActive(true);
   fill();
   show();
@@ -82,7 +82,7 @@ TEST_F(SidebarKeyboard, comes_to_every_control_from_top_to_bottom_and_brings_it_
   }
 }
 
-TEST_F(SidebarKeyboard, goes_the_same_way_back) {
+TEST_F(SidebarKeyboard, shift_tab_visits_the_controls_in_reverse) {
   fill();
   show();
   ASSERT_TRUE(tabTo(find("rescanVolume")));
@@ -93,7 +93,7 @@ TEST_F(SidebarKeyboard, goes_the_same_way_back) {
   EXPECT_TRUE(isInSight(focused()));
 }
 
-TEST_F(SidebarKeyboard, presses_entries_by_return_and_by_space) {
+TEST_F(SidebarKeyboard, return_and_space_press_an_entry) {
   show();
   ASSERT_TRUE(tabTo(find("systemPulse")));
   press(Qt::Key_Return);
@@ -103,7 +103,7 @@ TEST_F(SidebarKeyboard, presses_entries_by_return_and_by_space) {
   EXPECT_EQ(session().shown().pane(), MainPane::apps);
 }
 
-TEST_F(SidebarKeyboard, turns_switches) {
+TEST_F(SidebarKeyboard, return_and_space_toggle_a_switch) {
   show();
   ASSERT_TRUE(tabTo(find("docker/highlight")));
   press(Qt::Key_Space);
@@ -115,7 +115,7 @@ TEST_F(SidebarKeyboard, turns_switches) {
   EXPECT_TRUE(session().choices().filters()[4].skipScan);
 }
 
-TEST_F(SidebarKeyboard, opens_the_volumes_chooses_one_and_gets_the_keyboard_back) {
+TEST_F(SidebarKeyboard, a_volume_is_chosen_by_keyboard_and_the_focus_returns_to_the_button) {
   mount({"/", "Backup", "Films"});
   show();
   press(Qt::Key_Tab);
@@ -140,7 +140,7 @@ TEST_F(SidebarKeyboard, opens_the_volumes_chooses_one_and_gets_the_keyboard_back
   EXPECT_TRUE(shows("focusRing"));
 }
 
-TEST_F(SidebarKeyboard, leaves_the_volumes_by_escape_whatever_else_escape_does_in_the_window) {
+TEST_F(SidebarKeyboard, escape_closes_the_volume_menu_before_any_other_use_of_escape) {
   mount({"/", "Backup"});
   show();
   QQmlComponent component(view().engine());
@@ -160,7 +160,7 @@ TEST_F(SidebarKeyboard, leaves_the_volumes_by_escape_whatever_else_escape_does_i
   EXPECT_EQ(focused(), volumes()[0]);
 }
 
-TEST_F(SidebarKeyboard, reaches_the_last_of_hundreds_of_volumes) {
+TEST_F(SidebarKeyboard, end_reaches_the_last_of_200_volumes) {
   QAccessible::setActive(true);
   QStringList names = {"/"};
   for (int i = 1; i < 200; ++i) names << QStringLiteral("disk%1").arg(i);
@@ -186,7 +186,7 @@ TEST_F(SidebarKeyboard, reaches_the_last_of_hundreds_of_volumes) {
   EXPECT_EQ(session().run().scanRoot(), "/media/disk199");
 }
 
-TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
+TEST_F(SidebarKeyboard, the_focus_moves_on_when_its_row_is_removed) {
   settings_.setTexts(ScanStore::pinsKey, {"/srv/a", "/srv/b"});
   remember(ScanStore::excludesKey, {"/srv/x", "/srv/y"});
   show();
@@ -207,7 +207,7 @@ TEST_F(SidebarKeyboard, goes_on_from_a_row_that_it_has_taken_away) {
   EXPECT_EQ(focused(), find("node_modules/highlight"));
 }
 
-TEST_F(SidebarKeyboard, comes_to_every_row_of_a_long_list_and_out_at_its_ends) {
+TEST_F(SidebarKeyboard, tab_visits_every_row_of_a_long_list_and_leaves_it_at_the_ends) {
   std::vector<std::string> folders;
   for (int i = 0; i < 60; ++i) folders.push_back("/srv/" + std::to_string(i));
   remember(ScanStore::excludesKey, folders);
@@ -231,7 +231,7 @@ TEST_F(SidebarKeyboard, comes_to_every_row_of_a_long_list_and_out_at_its_ends) {
   EXPECT_EQ(focused(), find("addExclude"));
 }
 
-TEST_F(SidebarKeyboard, leafs_through_ten_thousand_rows_and_takes_one_away) {
+TEST_F(SidebarKeyboard, page_keys_move_through_10000_rows_and_return_removes_one) {
   std::vector<std::string> folders;
   for (int i = 0; i < 10000; ++i) folders.push_back("/srv/" + std::to_string(i));
   remember(ScanStore::excludesKey, folders);
@@ -255,7 +255,7 @@ TEST_F(SidebarKeyboard, leafs_through_ten_thousand_rows_and_takes_one_away) {
   EXPECT_EQ(focused(), find("node_modules/highlight"));
 }
 
-TEST_F(SidebarKeyboard, keeps_the_row_that_it_is_on_when_the_wheel_takes_it_out_of_sight) {
+TEST_F(SidebarKeyboard, a_row_keeps_the_focus_when_the_list_is_scrolled_away_from_it) {
   std::vector<std::string> folders;
   for (int i = 0; i < 1000; ++i) folders.push_back("/srv/" + std::to_string(i));
   remember(ScanStore::excludesKey, folders);
@@ -272,7 +272,7 @@ TEST_F(SidebarKeyboard, keeps_the_row_that_it_is_on_when_the_wheel_takes_it_out_
   EXPECT_TRUE(rectOf(find("excludes")).contains(rectOf(focused())));
 }
 
-TEST_F(SidebarKeyboard, keeps_its_place_when_another_row_comes_in_front) {
+TEST_F(SidebarKeyboard, a_row_keeps_the_focus_when_another_one_is_inserted_above) {
   remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
   show(1000);
   QQuickItem* star = all("star")[1];
@@ -283,7 +283,7 @@ TEST_F(SidebarKeyboard, keeps_its_place_when_another_row_comes_in_front) {
   EXPECT_EQ(focused(), all("star")[2]);
 }
 
-TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
+TEST_F(SidebarKeyboard, the_focus_moves_on_from_a_control_that_has_started_a_scan) {
   remember(ScanStore::recentsKey, {"/srv/a", "/srv/b"});
   show(1000);
   ASSERT_TRUE(tabTo(find("scanHome")));
@@ -301,7 +301,7 @@ TEST_F(SidebarKeyboard, goes_on_from_what_has_started_a_scan) {
   EXPECT_TRUE(shows("focusRing"));
 }
 
-TEST_F(SidebarKeyboard, is_not_sent_anywhere_by_a_scan_that_the_pointer_has_started) {
+TEST_F(SidebarKeyboard, a_scan_started_by_the_pointer_does_not_move_the_focus) {
   show();
   click("scanHome");
   ASSERT_EQ(session().run().status(), ScanStatus::scanning);
@@ -309,7 +309,7 @@ TEST_F(SidebarKeyboard, is_not_sent_anywhere_by_a_scan_that_the_pointer_has_star
   EXPECT_FALSE(shows("focusRing"));
 }
 
-TEST_F(SidebarKeyboard, does_not_press_what_has_gone_out_of_sight) {
+TEST_F(SidebarKeyboard, a_clicked_button_that_is_hidden_loses_the_focus) {
   scanTo(folder("/srv", 1, {file("/srv/f", 1)}));
   show();
   QQuickItem* const rescan = find("rescanVolume");
@@ -319,7 +319,7 @@ TEST_F(SidebarKeyboard, does_not_press_what_has_gone_out_of_sight) {
   EXPECT_FALSE(rescan->hasActiveFocus());
 }
 
-TEST_F(SidebarKeyboard, goes_on_from_a_scan_that_it_has_given_up) {
+TEST_F(SidebarKeyboard, the_focus_moves_on_from_cancel_when_the_scan_has_ended) {
   show();
   session().scan("/srv");
   settle();
@@ -332,7 +332,7 @@ TEST_F(SidebarKeyboard, goes_on_from_a_scan_that_it_has_given_up) {
   EXPECT_TRUE(shows("focusRing"));
 }
 
-TEST_F(SidebarKeyboard, goes_on_from_the_foot_when_it_turns_into_progress) {
+TEST_F(SidebarKeyboard, the_focus_moves_to_cancel_when_the_footer_starts_a_scan) {
   scanTo(folder("/srv", 1, {file("/srv/f", 1)}));
   show(1000);
   ASSERT_TRUE(tabTo(find("rescanVolume")));
@@ -342,7 +342,7 @@ TEST_F(SidebarKeyboard, goes_on_from_the_foot_when_it_turns_into_progress) {
   EXPECT_TRUE(shows("focusRing"));
 }
 
-TEST_F(SidebarKeyboard, leafs_through_the_column) {
+TEST_F(SidebarKeyboard, page_keys_home_and_end_scroll_the_column) {
   fill();
   show();
   press(Qt::Key_Tab);
@@ -358,7 +358,7 @@ TEST_F(SidebarKeyboard, leafs_through_the_column) {
   EXPECT_EQ(scrolled(), 0);
 }
 
-TEST_F(SidebarKeyboard, tells_assistive_tools_what_is_on_and_which_folder_is_meant) {
+TEST_F(SidebarKeyboard, assistive_tools_get_states_and_the_folders_of_buttons) {
   QAccessible::setActive(true);
   fill();
   show();

@@ -1,5 +1,5 @@
-// What stands in a row of the sidebar: a symbol, a name, and at the right end a short text where there
-// is one. A name that is too long gives way.
+// The content of a row of the sidebar: a symbol, a name, and at the right end an optional short
+// text. A name that is too long is elided.
 import QtQuick
 import Tessaly.Controls
 
@@ -9,7 +9,7 @@ Item {
     required property string symbol
     required property real symbolSize
     required property color symbolColor
-    // The room the symbol stands in, so that names below each other line up.
+    // The width reserved for the symbol, so that the names of all rows are aligned.
     property real symbolWidth: 0
     required property real gap
     required property string text

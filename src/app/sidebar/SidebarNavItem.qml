@@ -1,4 +1,5 @@
-// A row of the sidebar that leads somewhere or starts something, lit while it is where we are.
+// An entry of the sidebar that shows a pane or starts an action, highlighted while its pane is
+// shown.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar

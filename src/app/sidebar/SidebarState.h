@@ -1,5 +1,5 @@
-// What the sidebar says and does: the figures of the disk in words, what is active, and the rules
-// behind its rows. Gone with its view; all that lasts is the session's.
+// Texts, states and actions of the sidebar. It lives as long as its view; lasting data is in the
+// session.
 #pragma once
 
 #include <QObject>
@@ -39,14 +39,14 @@ class SidebarState : public QObject {
   Q_PROPERTY(bool showsMap READ showsMap NOTIFY paneChanged)
   Q_PROPERTY(bool showsMonitor READ showsMonitor NOTIFY paneChanged)
   Q_PROPERTY(bool showsApps READ showsApps NOTIFY paneChanged)
-  // The size of what is on screen, and how many items lie in the Trash; empty when there is none.
+  // The size of the folder on screen, and the number of items in the Trash; empty if there is none.
   Q_PROPERTY(QString mapBadge READ mapBadge NOTIFY mapBadgeChanged)
   Q_PROPERTY(QString trashBadge READ trashBadge NOTIFY trashBadgeChanged)
   // The Trash is being emptied.
   Q_PROPERTY(bool emptying READ isEmptying NOTIFY emptyingChanged)
 
  public:
-  // What it is given outlives it.
+  // The arguments must outlive it.
   explicit SidebarState(ScanSession& session, AccessController& access, QObject* parent = nullptr);
 
   ScanSession* session() const { return &session_; }
@@ -73,8 +73,8 @@ class SidebarState : public QObject {
   QString trashBadge() const;
   bool isEmptying() const { return emptying_; }
 
-  // Scans a folder. The whole disk is scanned only with the right to read it, which is looked for
-  // anew; without it the gate is raised and nothing starts.
+  // Scans a folder. Scanning the whole disk checks the right to read it again; without it the gate
+  // is raised and no scan starts.
   Q_INVOKABLE void scanPath(const tessaly::PathHandle& path);
   Q_INVOKABLE void scanFullMac();
 
@@ -82,8 +82,8 @@ class SidebarState : public QObject {
   Q_INVOKABLE void showMonitor();
   Q_INVOKABLE void showApps();
 
-  // Empties the Trash at once, without a question. Nothing happens while there is nothing in it,
-  // and while it is being emptied.
+  // Empties the Trash at once, without a question. Does nothing if the Trash is empty or already
+  // being emptied.
   Q_INVOKABLE void emptyTrash();
 
   Q_INVOKABLE void togglePin(const tessaly::PathHandle& path);

@@ -1,5 +1,5 @@
-// The column at the window's left: the disk in use, where to scan and where to go, the folders that
-// are kept at hand or left out, the filters, and what the colours stand for.
+// The sidebar: the disk in use, the actions and panes, the pinned, recent and excluded folders, the
+// filters, and the legend of the colours.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar

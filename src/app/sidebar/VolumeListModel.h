@@ -1,4 +1,4 @@
-// The mounted volumes, a row each, as the session lists them.
+// The mounted volumes in the session's order, one row each.
 #pragma once
 
 #include <QAbstractListModel>
@@ -20,10 +20,10 @@ class VolumeListModel : public QAbstractListModel {
  public:
   enum Role {
     NameRole = Qt::UserRole + 1,
-    PathRole,  // where it is mounted, as a PathHandle
+    PathRole,  // the mount point, as a PathHandle
   };
 
-  // What it is given outlives it.
+  // `machine` must outlive it.
   explicit VolumeListModel(const MachineState& machine, QObject* parent = nullptr);
 
   int count() const { return volumes_.count(); }

@@ -18,7 +18,7 @@ class VolumeListModelTest : public SessionFixture {
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(VolumeListModelTest, follows_what_is_mounted) {
+TEST_F(VolumeListModelTest, the_rows_follow_the_mounted_volumes) {
   EXPECT_EQ(model_.count(), 0);
   const QSignalSpy counts(&model_, &VolumeListModel::countChanged);
   df_ =

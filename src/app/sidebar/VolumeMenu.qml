@@ -1,5 +1,5 @@
-// The button that opens the menu of the mounted volumes; choosing one scans it. With one volume there
-// is nothing to choose from, and no button.
+// The button that opens the menu of the mounted volumes. Choosing one scans it. Hidden if there is
+// only one volume.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -35,7 +35,7 @@ MarrowButton {
         id: menu
 
         name: "Volumes"
-        // As wide as the sidebar allows, whatever the volumes are called.
+        // As wide as the sidebar allows, whatever the names.
         minimumWidth: 196
         maximumWidth: 196
 

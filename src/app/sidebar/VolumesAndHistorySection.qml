@@ -1,4 +1,4 @@
-// The pinned folders and the recent ones. Without any it takes up no room.
+// The pinned and the recent folders; hidden without any.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Sidebar
@@ -8,7 +8,7 @@ Column {
 
     required property SidebarState actions
 
-    // Not by what is to be seen of them: nothing of them is, as long as this is hidden.
+    // Not their `visible`, which is false as long as this section is hidden.
     visible: pinned.isFilled || recents.isFilled
     spacing: 14
 
