@@ -8,7 +8,7 @@ namespace tessaly {
 
 AccessGateActions::AccessGateActions(Services services, QObject* parent)
     : QObject(parent), services_(std::move(services)) {
-  // It may be that nobody let the program quit; the button is to work again then.
+  // If quitting is refused, the button must work again.
   services_.relaunch.quit = [self = QPointer(this), quit = services_.relaunch.quit] {
     if (self) self->isRelaunching_ = false;
     if (quit) quit();

@@ -1,7 +1,6 @@
-// What the user can do at the gate that asks for access to the whole disk.
+// The actions of the gate that asks for access to the whole disk.
 //
-// The program makes one and hands it to the gate; whatever it is made of outlives it. Main thread
-// only.
+// Main thread only. The services must outlive it.
 #pragma once
 
 #include <functional>
@@ -20,7 +19,7 @@ class AccessGateActions : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes one and hands it to the gate.")
   Q_PROPERTY(tessaly::AccessController* access READ access CONSTANT)
-  // The user has set out to grant access, so a new start is what he does next.
+  // The user has started to grant access; the next step is a relaunch.
   Q_PROPERTY(bool hasBegun READ hasBegun NOTIFY hasBegunChanged)
 
  public:
@@ -35,16 +34,16 @@ class AccessGateActions : public QObject {
   AccessController* access() const { return &services_.access; }
   bool hasBegun() const { return hasBegun_; }
 
-  // Shows which copy of the program it is, then where the system's settings grant access to it.
+  // Shows which copy of the program runs, then the system's settings that grant access to it.
   Q_INVOKABLE void grant();
 
-  // Starts the program anew. Does nothing while it is doing so.
+  // Relaunches the program. Does nothing while a relaunch is under way.
   Q_INVOKABLE void relaunch();
 
-  // Looks again whether access has been granted.
+  // Checks again whether access has been granted.
   Q_INVOKABLE void refresh();
 
-  // Goes on without.
+  // Closes the gate without access.
   Q_INVOKABLE void skip();
 
  signals:

@@ -29,7 +29,7 @@ TEST_F(AccessGateActionsTest, granting_reveals_the_program_and_then_opens_the_se
   EXPECT_EQ(probes, 1);
 }
 
-TEST_F(AccessGateActionsTest, granting_starts_once_and_stays_started) {
+TEST_F(AccessGateActionsTest, granting_twice_announces_the_start_once) {
   const QSignalSpy changes(&actions, &AccessGateActions::hasBegunChanged);
   EXPECT_FALSE(actions.hasBegun());
   actions.refresh();
@@ -76,7 +76,7 @@ TEST_F(AccessGateActionsTest, quitting_works_even_if_the_object_is_gone_by_then)
   EXPECT_THAT(done, ElementsAre("quit"));
 }
 
-TEST_F(AccessGateActionsTest, refresh_and_skip_are_passed_on) {
+TEST_F(AccessGateActionsTest, refresh_checks_access_again_and_skip_closes_the_gate) {
   actions.refresh();
   EXPECT_EQ(probes, 2);
   EXPECT_TRUE(access.needsRelaunch());

@@ -1,5 +1,5 @@
-// Stands before the whole window until the program may read the whole disk, or the user goes on
-// without: what is missing, how to grant it, and the ways past. Only its buttons lead on.
+// The gate, which covers the whole window until the program may read the whole disk or the user
+// skips it: what is missing, how to grant it, and the buttons. Nothing else closes it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -16,7 +16,7 @@ InputShield {
     Accessible.name: heading.text
     Accessible.description: caption.text
 
-    // The shortcuts of what lies below are keys like any others. Leaving the program is not.
+    // Blocks the shortcuts of the window except those that close the window or quit the program.
     Keys.onShortcutOverride: event => {
         const leaves = event.key === Qt.Key_Q || event.key === Qt.Key_W
         event.accepted = !(leaves && event.modifiers === Qt.ControlModifier)
@@ -44,7 +44,7 @@ InputShield {
         Symbol {
             objectName: "emblem"
             anchors.horizontalCenter: parent.horizontalCenter
-            // Whole points, so that what stands below starts on a pixel.
+            // A whole number of points, so that the items below start on a pixel.
             height: Math.ceil(implicitHeight)
             name: "externaldrive.fill"
             size: 44

@@ -15,7 +15,7 @@ using testing::ElementsAre;
 constexpr const char* gateText =
     "AccessGateView { objectName: \"gate\"; anchors.fill: parent; actions: scene.actions }";
 
-// As the window may have it: there only while it is shown.
+// Like the window, which may load the gate only while it is shown.
 constexpr const char* loadedGateText = R"(
     Loader {
         anchors.fill: parent
@@ -36,7 +36,7 @@ class AccessGateView : public testing::TestWithParam<const char*>, protected Acc
   std::optional<OverlayScene> scene_;
 };
 
-TEST_P(AccessGateView, says_what_is_missing_and_what_to_do) {
+TEST_P(AccessGateView, the_gate_says_what_is_missing_and_how_to_grant_it) {
   open();
   expectProperties(
       *scene_,
@@ -66,7 +66,7 @@ TEST_P(AccessGateView, says_what_is_missing_and_what_to_do) {
         "the whole disk."}});
 }
 
-TEST_P(AccessGateView, stands_in_this_order_from_top_to_bottom) {
+TEST_P(AccessGateView, the_parts_of_the_gate_are_in_this_order_from_top_to_bottom) {
   for (const QSize size : {QSize(1280, 820), QSize(1100, 680)}) {
     open(size);
     double bottom = 0;
@@ -85,7 +85,7 @@ TEST_P(AccessGateView, stands_in_this_order_from_top_to_bottom) {
   }
 }
 
-TEST_P(AccessGateView, looks_like_the_rest_of_the_program) {
+TEST_P(AccessGateView, look_of_the_gate) {
   open();
   expectProperties(*scene_, {{"backdrop", "color", "#121318 at 1.00"},
                              {"emblem", "size", 44},
@@ -143,9 +143,9 @@ std::vector<PropertyRow> secondaryLook(const QString& name) {
           {name + "/background", "shadowColor", "#000000 at 0.00"}};
 }
 
-TEST_P(AccessGateView, leads_from_granting_to_the_new_start) {
+TEST_P(AccessGateView, after_granting_the_relaunch_button_is_the_primary_one) {
   open();
-  // A probe that fails tells nothing of what the user has done.
+  // A failed check does not change the user's progress.
   actions.refresh();
   expectProperties(*scene_, primaryLook("grant"));
   expectProperties(*scene_, secondaryLook("relaunch"));
@@ -159,7 +159,7 @@ TEST_P(AccessGateView, leads_from_granting_to_the_new_start) {
   EXPECT_EQ(scene_->place("relaunch"), before);
 }
 
-TEST_P(AccessGateView, is_fainter_where_it_is_pressed) {
+TEST_P(AccessGateView, a_pressed_button_is_fainter) {
   open();
   QTest::mousePress(&scene_->view(), Qt::LeftButton, {}, scene_->middle("grant"));
   expectProperties(*scene_, {{"grant", "opacity", 0.75},
@@ -168,7 +168,7 @@ TEST_P(AccessGateView, is_fainter_where_it_is_pressed) {
   QTest::mouseRelease(&scene_->view(), Qt::LeftButton, {}, QPoint(1, 1));
 }
 
-TEST_P(AccessGateView, has_a_button_for_each_way_on) {
+TEST_P(AccessGateView, each_button_of_the_gate_runs_its_action) {
   open();
   scene_->click("check");
   EXPECT_EQ(probes, 2);
@@ -183,7 +183,7 @@ TEST_P(AccessGateView, has_a_button_for_each_way_on) {
   EXPECT_EQ(settings.boolean("marrow.fdaGateSkipped"), true);
 }
 
-TEST_P(AccessGateView, is_gone_as_soon_as_access_is_granted) {
+TEST_P(AccessGateView, the_gate_closes_as_soon_as_access_is_granted) {
   open();
   isGranted = true;
   scene_->click("check");
@@ -192,7 +192,7 @@ TEST_P(AccessGateView, is_gone_as_soon_as_access_is_granted) {
   EXPECT_EQ(scene_->count("clicksBelow"), 1);
 }
 
-TEST_P(AccessGateView, is_not_there_with_access) {
+TEST_P(AccessGateView, the_gate_is_hidden_if_access_is_granted) {
   isGranted = true;
   access.refresh();
   open();
@@ -200,7 +200,7 @@ TEST_P(AccessGateView, is_not_there_with_access) {
   EXPECT_EQ(scene_->focused(), "below");
 }
 
-TEST_P(AccessGateView, looks_again_every_second_and_a_half_while_it_is_up) {
+TEST_P(AccessGateView, the_gate_checks_access_every_1500_ms_while_it_is_shown) {
   open();
   ASSERT_NE(timer(), nullptr);
   EXPECT_EQ(timer()->property("interval"), 1500);
@@ -218,7 +218,7 @@ TEST_P(AccessGateView, looks_again_every_second_and_a_half_while_it_is_up) {
   EXPECT_EQ(timer()->property("running"), true);
 }
 
-TEST_P(AccessGateView, has_the_keyboard_and_tab_stays_in_it) {
+TEST_P(AccessGateView, the_gate_has_the_focus_and_tab_stays_in_it) {
   open();
   EXPECT_EQ(scene_->focused(), "grant");
   for (const char* next : {"relaunch", "check", "skip", "grant", "relaunch"}) {
@@ -233,7 +233,7 @@ TEST_P(AccessGateView, has_the_keyboard_and_tab_stays_in_it) {
   }
 }
 
-TEST_P(AccessGateView, is_worked_by_return_and_by_space) {
+TEST_P(AccessGateView, return_enter_and_space_press_the_buttons) {
   open();
   scene_->press(Qt::Key_Return);
   EXPECT_EQ(workspace.revealed.size(), 1U);
@@ -248,7 +248,7 @@ TEST_P(AccessGateView, is_worked_by_return_and_by_space) {
   EXPECT_FALSE(access.showGate());
 }
 
-TEST_P(AccessGateView, is_not_put_away_by_escape_or_by_a_click_beside_its_buttons) {
+TEST_P(AccessGateView, escape_and_clicks_beside_the_buttons_do_not_close_the_gate) {
   open();
   scene_->press(Qt::Key_Escape);
   scene_->clickAt(QPoint(20, 20));
@@ -257,7 +257,7 @@ TEST_P(AccessGateView, is_not_put_away_by_escape_or_by_a_click_beside_its_button
   EXPECT_EQ(scene_->focused(), "grant");
 }
 
-TEST_P(AccessGateView, lets_neither_pointer_nor_keys_through) {
+TEST_P(AccessGateView, pointer_and_keys_do_not_pass_through_the_gate) {
   open();
   for (const QPoint point : {QPoint(20, 20), QPoint(640, 400), QPoint(1270, 810)}) {
     scene_->clickAt(point);
@@ -276,13 +276,13 @@ TEST_P(AccessGateView, lets_neither_pointer_nor_keys_through) {
   EXPECT_EQ(scene_->count("shortcutsBelow"), 0);
 }
 
-TEST_P(AccessGateView, lets_the_user_quit_the_program_all_the_same) {
+TEST_P(AccessGateView, ctrl_q_quits_the_program_from_the_gate) {
   open();
   scene_->press(Qt::Key_Q, Qt::ControlModifier);
   EXPECT_EQ(scene_->count("quits"), 1);
 }
 
-TEST_P(AccessGateView, gives_the_keyboard_back_when_it_goes) {
+TEST_P(AccessGateView, the_focus_returns_to_its_item_when_the_gate_closes) {
   access.skip();
   open();
   EXPECT_EQ(scene_->focused(), "below");
@@ -307,7 +307,7 @@ QString accessibleText(QObject* object, QAccessible::Text text) {
   return interface != nullptr ? interface->text(text) : QString();
 }
 
-TEST_P(AccessGateView, tells_assistive_tools_what_it_is) {
+TEST_P(AccessGateView, the_gate_is_an_accessible_dialog_with_named_parts) {
   QAccessible::setActive(true);
   open();
   QQuickItem* gate = scene_->find("gate");

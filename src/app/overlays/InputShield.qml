@@ -1,6 +1,6 @@
-// The layer of everything that lies over others. While it is modal it dims them and takes the pointer
-// and the keyboard from them: Tab stays inside, no key gets through, and the keyboard goes back to where
-// it was once this is gone.
+// The base of all layers over other items. A modal one dims the items below and blocks their input:
+// Tab stays inside, no key passes through, and the focus returns to its old item when the layer is
+// hidden.
 import QtQuick
 import QtQuick.Templates as T
 
@@ -9,26 +9,26 @@ FocusScope {
 
     property bool shown: true
     property bool isModal: true
-    // Something else that is modal lies over this: the keyboard is to be had only once that has gone.
+    // Another modal layer covers this one, which takes the focus only after that one is hidden.
     property bool covered: false
-    // Lies over what is below.
+    // The colour over the items below.
     property color dimColor: "transparent"
-    // The control that has the keyboard first; the first one inside if this is null.
+    // The control that gets the focus first; the first one inside if this is null.
     property Item firstControl: null
     default property alias content: place.data
 
-    // Escape was pressed, or a click was beside the content.
+    // Escape was pressed, or a point beside the content clicked.
     signal dismissed
 
-    // What had the keyboard before, and whether it showed so.
+    // The item that had the focus before, and whether its focus ring was visible.
     property Item previousFocus: null
     property bool previousFocusShown: false
-    // Who has come here by the keyboard sees where it is, and where it is afterwards.
+    // A focus ring is visible in the layer, and again afterwards, only if one was visible before.
     readonly property int reason: previousFocusShown ? Qt.TabFocusReason : Qt.PopupFocusReason
     property bool hasKeyboard: false
     readonly property bool isInFront: Window.active
 
-    // Goes in from one of the two ends.
+    // Moves the focus to the control next to `end`, the first or the last item.
     function enter(end, forward, reason) {
         const next = end.nextItemInFocusChain(forward)
         if (next !== null && next !== first && next !== last)
@@ -38,12 +38,12 @@ FocusScope {
     function takeKeyboard() {
         if (!visible || !isModal || covered || hasKeyboard)
             return
-        // Of a window that is not in front it cannot be told who will have the keyboard again.
+        // While the window is not active, the item that will have the focus is unknown.
         if (Window.window !== null && !isInFront && Window.activeFocusItem === null)
             return
         hasKeyboard = true
-        // The click that has brought the window forward has put the keyboard in here already, and
-        // would not count as one if it was taken away in its midst.
+        // The click that activated the window has already focused a control of this layer. Moving
+        // the focus would cancel that click.
         if (activeFocus && Window.activeFocusItem !== shield)
             return
         previousFocus = Window.activeFocusItem
@@ -60,7 +60,7 @@ FocusScope {
             enter(first, true, reason)
     }
 
-    // From the control that has the keyboard to the one after or before it, as Tab does.
+    // Moves the focus to the next or previous control, like Tab.
     function step(forward: bool) {
         const here = activeFocus ? Window.activeFocusItem : null
         const next = here !== null ? here.nextItemInFocusChain(forward) : null
@@ -68,13 +68,13 @@ FocusScope {
             next.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason)
     }
 
-    // Tab has come to it from outside.
+    // Tab has entered the layer from outside.
     function enterByTab() {
         enter(first, true, Qt.TabFocusReason)
     }
 
     function giveKeyboardBack() {
-        // Who has taken it meanwhile keeps it.
+        // If another item has taken the focus meanwhile, it keeps it.
         const isTaken = Window.activeFocusItem !== null && !activeFocus
         focus = false
         if (!hasKeyboard)
@@ -86,8 +86,8 @@ FocusScope {
     }
 
     visible: shown
-    // Later, since what covered it gives the keyboard back first, and so does the window. The linter
-    // takes that for a value that may be anything.
+    // Called later, since the covering layer and the window restore their focus first. The linter
+    // does not know the type.
     // qmllint disable
     onCoveredChanged: Qt.callLater(takeKeyboard)
     onIsInFrontChanged: Qt.callLater(takeKeyboard)
@@ -95,7 +95,7 @@ FocusScope {
     onVisibleChanged: visible ? takeKeyboard() : giveKeyboardBack()
     Component.onCompleted: takeKeyboard()
     Component.onDestruction: giveKeyboardBack()
-    // Made before its window, it finds no control to begin with until it is in there.
+    // A layer that was created before its window finds its first control only now.
     onActiveFocusChanged: {
         if (hasKeyboard && Window.activeFocusItem === shield)
             enterByDefault()
@@ -120,7 +120,7 @@ FocusScope {
         onWheel: {}
     }
 
-    // Tab comes to the ends of the row only from inside, and goes on at the other end.
+    // Tab reaches these two items only from inside, and continues at the other end.
     Item {
         id: first
 

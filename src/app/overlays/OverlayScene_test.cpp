@@ -154,7 +154,7 @@ void OverlayScene::clickAt(QPoint point) {
 }
 
 void OverlayScene::settle() {
-  // Deferred deletions, layouts and polishing each may bring about the next.
+  // Deferred deletions, layouts and polishing can each cause the next.
   for (int round = 0; round < 3; ++round) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();

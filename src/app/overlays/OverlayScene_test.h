@@ -1,5 +1,5 @@
-// One overlay in a window of its own, over a control that stands for everything below. Any
-// complaint of the QML engine fails the test.
+// One overlay in a window of its own, over a control that represents everything below. Any warning
+// of the QML engine fails the test.
 #pragma once
 
 #include <memory>
@@ -20,7 +20,7 @@ class OverlayScene {
     AccessGateActions* actions = nullptr;  // `actions` in the overlay's QML
   };
 
-  // `overlay` is the QML of one object, to which the window is `scene`.
+  // `overlay` is the QML of one object; it sees the window as `scene`.
   OverlayScene(const QString& overlay, const Setting& setting);
   explicit OverlayScene(const QString& overlay) : OverlayScene(overlay, Setting{}) {}
   ~OverlayScene();
@@ -31,12 +31,12 @@ class OverlayScene {
   QVariant count(const char* name) const;
   void setOverlayShown(bool shown);
 
-  // The one shown item of this name; "a/b" is the b within a. A failure when there is none.
+  // The only visible item with this name; "a/b" is the b inside a. A failure if there is none.
   QQuickItem* find(const QString& path) const;
   bool shows(const QString& name) const;
   // A property by its path, as in "font.pixelSize".
   QVariant read(const QString& path, const QString& property) const;
-  // The name of the item that has the keyboard.
+  // The name of the item with the keyboard focus.
   QString focused() const;
   // The item's bounds in the window.
   QRectF place(const QString& path) const;

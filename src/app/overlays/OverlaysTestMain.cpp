@@ -1,4 +1,4 @@
-// The tests of the overlays draw in memory, with the renderer that needs no graphics card.
+// The overlays' tests draw in memory, with the software renderer.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// The surface of what lies in front of others: a raised card, or flat where it fills its place. A click
-// on a card does not reach what lies under it.
+// The background of an overlay: a raised card, or flat if it fills its area. Clicks do not pass
+// through a card.
 import QtQuick
 import Tessaly.Controls
 

@@ -1,5 +1,5 @@
-// A frame with a title and a button that closes it, around whatever it is given. It fills its place,
-// or is a card in the middle of it that comes before everything else there.
+// A frame around its content, with a title and a close button. It fills its area, or is a modal
+// card in the middle of it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Overlays
@@ -11,7 +11,7 @@ InputShield {
     property bool isCard: false
     default property alias body: bodyPlace.data
 
-    // The user wants none of it any more.
+    // The user has closed the frame.
     signal closed
 
     isModal: isCard

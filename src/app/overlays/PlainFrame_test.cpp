@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-// %1 is whether it is a card.
+// %1 is the value of isCard.
 constexpr const char* frameText = R"(
     PlainFrame {
         objectName: "frame"
@@ -32,7 +32,7 @@ class PlainFrame : public testing::TestWithParam<bool> {
   OverlayScene scene_;
 };
 
-TEST_P(PlainFrame, shows_its_title_as_it_stands) {
+TEST_P(PlainFrame, the_title_is_shown_as_plain_text) {
   expectProperties(scene_, {{"title", "text", "Duplicates <b>"},
                             {"title", "textFormat", Qt::PlainText},
                             {"title", "font.pixelSize", 15},
@@ -42,18 +42,18 @@ TEST_P(PlainFrame, shows_its_title_as_it_stands) {
                             {"rule", "color", "#ffffff at 0.06"}});
 }
 
-TEST_P(PlainFrame, is_closed_by_its_button) {
+TEST_P(PlainFrame, the_close_button_closes_the_frame) {
   scene_.click("close");
   EXPECT_EQ(scene_.count("closes"), 1);
 }
 
-TEST_P(PlainFrame, is_closed_by_escape_from_whatever_has_the_keyboard_in_it) {
+TEST_P(PlainFrame, escape_closes_the_frame_from_any_control_in_it) {
   scene_.find("two")->forceActiveFocus();
   scene_.press(Qt::Key_Escape);
   EXPECT_EQ(scene_.count("closes"), 1);
 }
 
-TEST_P(PlainFrame, is_closed_by_return_on_its_button) {
+TEST_P(PlainFrame, return_on_the_close_button_closes_the_frame) {
   scene_.find("two")->forceActiveFocus();
   scene_.press(Qt::Key_Tab);
   EXPECT_EQ(scene_.focused(), "close");
@@ -62,7 +62,7 @@ TEST_P(PlainFrame, is_closed_by_return_on_its_button) {
   EXPECT_EQ(scene_.count("closes"), 1);
 }
 
-TEST_P(PlainFrame, stays_until_it_is_told_to_go) {
+TEST_P(PlainFrame, the_frame_stays_visible_until_its_owner_hides_it) {
   scene_.click("close");
   EXPECT_TRUE(scene_.shows("frame"));
   scene_.setOverlayShown(false);
@@ -70,14 +70,14 @@ TEST_P(PlainFrame, stays_until_it_is_told_to_go) {
   EXPECT_EQ(scene_.focused(), "");
 }
 
-TEST_P(PlainFrame, has_its_content_below_the_title) {
+TEST_P(PlainFrame, the_content_is_below_the_title) {
   const QRectF body = scene_.place("body");
   EXPECT_EQ(scene_.place("one").topLeft(), body.topLeft() + QPointF(20, 20));
   EXPECT_EQ(body.top(), scene_.place("surface").top() + 49);
   EXPECT_EQ(body.bottom(), scene_.place("surface").bottom());
 }
 
-TEST_P(PlainFrame, tells_assistive_tools_what_it_is) {
+TEST_P(PlainFrame, the_frame_is_accessible_with_its_title_as_name) {
   QAccessible::setActive(true);
   QAccessibleInterface* frame = QAccessible::queryAccessibleInterface(scene_.find("frame"));
   ASSERT_NE(frame, nullptr);
@@ -96,7 +96,7 @@ class PlainPane : public PlainFrame {
   PlainPane() : PlainFrame(false) {}
 };
 
-TEST_F(PlainPane, fills_its_place_and_leaves_the_rest_alone) {
+TEST_F(PlainPane, a_pane_fills_its_area_and_blocks_no_input) {
   EXPECT_EQ(scene_.place("surface"), QRectF(0, 0, 1280, 820));
   EXPECT_FALSE(scene_.shows("dim"));
   EXPECT_EQ(scene_.focused(), "below");
@@ -113,7 +113,7 @@ class PlainCard : public PlainFrame {
   PlainCard() : PlainFrame(true) {}
 };
 
-TEST_F(PlainCard, is_560_by_420_in_the_middle_of_a_dimmed_window) {
+TEST_F(PlainCard, the_card_is_560_by_420_in_the_middle_of_a_dimmed_window) {
   EXPECT_EQ(scene_.place("surface"), QRectF(360, 200, 560, 420));
   EXPECT_EQ(scene_.place("dim"), QRectF(0, 0, 1280, 820));
   expectProperties(scene_, {{"dim", "color", "#000000 at 0.35"},
@@ -122,7 +122,7 @@ TEST_F(PlainCard, is_560_by_420_in_the_middle_of_a_dimmed_window) {
                             {"surface", "outlineColor", "#ffffff at 0.14"}});
 }
 
-TEST_F(PlainCard, has_the_keyboard_and_tab_stays_in_it) {
+TEST_F(PlainCard, the_card_has_the_focus_and_tab_stays_in_it) {
   EXPECT_EQ(scene_.focused(), "one");
   for (const char* next : {"two", "close", "one", "two"}) {
     scene_.press(Qt::Key_Tab);
@@ -134,7 +134,7 @@ TEST_F(PlainCard, has_the_keyboard_and_tab_stays_in_it) {
   }
 }
 
-TEST_F(PlainCard, gives_the_keyboard_back_when_it_goes) {
+TEST_F(PlainCard, the_focus_returns_to_its_item_when_the_card_is_hidden) {
   scene_.setOverlayShown(false);
   scene_.find("below")->forceActiveFocus();
   scene_.setOverlayShown(true);
@@ -143,7 +143,7 @@ TEST_F(PlainCard, gives_the_keyboard_back_when_it_goes) {
   EXPECT_EQ(scene_.focused(), "below");
 }
 
-TEST_F(PlainCard, is_closed_by_a_click_beside_it_but_not_by_one_on_it) {
+TEST_F(PlainCard, a_click_beside_the_card_closes_it_and_one_on_it_does_not) {
   scene_.clickAt(QPoint(640, 550));
   scene_.click("title");
   EXPECT_EQ(scene_.count("closes"), 0);
@@ -152,7 +152,7 @@ TEST_F(PlainCard, is_closed_by_a_click_beside_it_but_not_by_one_on_it) {
   EXPECT_EQ(scene_.count("clicksBelow"), 0);
 }
 
-TEST_F(PlainCard, takes_keys_and_wheel_from_what_lies_below) {
+TEST_F(PlainCard, keys_and_wheel_do_not_pass_through_the_card) {
   for (const QPoint point : {QPoint(20, 20), QPoint(640, 550)}) {
     QWheelEvent turn(point, scene_.view().mapToGlobal(point), {}, QPoint(0, 120), Qt::NoButton,
                      Qt::NoModifier, Qt::NoScrollPhase, false);

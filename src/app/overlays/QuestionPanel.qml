@@ -1,5 +1,5 @@
-// A question in front of the whole window: a panel in its middle, as high as its content. Escape and a
-// click beside the panel dismiss it.
+// A modal question: a panel in the middle of the window, as high as its content. Escape and a click
+// beside the panel dismiss it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Overlays

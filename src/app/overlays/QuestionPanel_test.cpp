@@ -30,7 +30,7 @@ class QuestionPanel : public testing::Test {
   OverlayScene scene_{QString::fromLatin1(questionText)};
 };
 
-TEST_F(QuestionPanel, is_as_high_as_its_content_in_the_middle_of_a_dimmed_window) {
+TEST_F(QuestionPanel, the_panel_is_as_high_as_its_content_in_the_middle_of_a_dimmed_window) {
   const QRectF panel = scene_.place("panel");
   EXPECT_EQ(panel.width(), 300);
   EXPECT_EQ(panel.height(), 100 + scene_.place("words").height());
@@ -45,7 +45,7 @@ TEST_F(QuestionPanel, is_as_high_as_its_content_in_the_middle_of_a_dimmed_window
                             {"panel", "shadowOffset", 8}});
 }
 
-TEST_F(QuestionPanel, begins_at_the_control_that_it_names_each_time_it_is_shown) {
+TEST_F(QuestionPanel, the_first_control_gets_the_focus_each_time_the_panel_is_shown) {
   EXPECT_EQ(scene_.focused(), "no");
   scene_.press(Qt::Key_Tab);
   EXPECT_EQ(scene_.focused(), "yes");
@@ -57,7 +57,7 @@ TEST_F(QuestionPanel, begins_at_the_control_that_it_names_each_time_it_is_shown)
   EXPECT_EQ(scene_.focused(), "no");
 }
 
-TEST_F(QuestionPanel, is_dismissed_by_escape_and_by_a_click_beside_the_panel_but_not_by_one_on_it) {
+TEST_F(QuestionPanel, escape_and_a_click_beside_the_panel_dismiss_it_and_a_click_on_it_does_not) {
   scene_.click("words");
   EXPECT_EQ(scene_.count("closes"), 0);
   scene_.press(Qt::Key_Escape);
