@@ -31,7 +31,7 @@ std::vector<Segment> segments(const std::vector<double>& fractions, const Bar& b
   int left = 0;
   for (std::size_t i = 0; i < widths.size(); ++i) {
     end += widths[i];
-    // Rounding the ends rather than the widths keeps each at its place.
+    // Rounding the ends instead of the widths prevents that rounding errors add up.
     const int right = static_cast<int>(std::lround(end)) + static_cast<int>(i) * bar.gap;
     placed.push_back({left, right});
     left = right + bar.gap;

@@ -1,5 +1,5 @@
-// How the kinds in a folder share the bar under its name. All lengths are whole pixels of the
-// screen, so that no edge is blurred and every gap is as wide as the others. Pure.
+// The layout of the kinds' segments in the bar under a folder's name. All lengths are whole pixels
+// of the screen, so that edges are sharp and all gaps equally wide. Pure functions.
 #pragma once
 
 #include <vector>
@@ -14,14 +14,15 @@ struct Bar {
 
 struct Segment {
   int left = 0;   // from the left end of the bar
-  int right = 0;  // the first pixel that is no longer the segment's
+  int right = 0;  // the first pixel behind the segment
 
   friend bool operator==(const Segment&, const Segment&) = default;
 };
 
-// A segment for each of `fractions`, which add up to 1, in their order from end to end of the bar:
-// its fraction of what the gaps leave over, but at least the least. What that takes too much is
-// taken from the widest. A bar too narrow for all gives each the least, and is longer.
+// One segment for each of `fractions`, in their order from left to right. The fractions must add up
+// to 1. A segment has its fraction of the width without the gaps, but at least `least`; the widest
+// segments are shortened for that. If the bar is too narrow, all segments have the width `least`
+// and exceed it.
 std::vector<Segment> segments(const std::vector<double>& fractions, const Bar& bar);
 
 }  // namespace tessaly::BreakdownLayout

@@ -37,7 +37,7 @@ void BreakdownSegments::itemChange(ItemChange change, const ItemChangeData& data
   if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) polish();
 }
 
-// Nobody tells an item that it has been moved along with what it stands in.
+// Qt does not notify an item whose ancestors move.
 void BreakdownSegments::followPlace() {
   for (const auto& connection : watched_) disconnect(connection);
   watched_.clear();

@@ -1,6 +1,6 @@
-// The segments of the bar under a folder's name, one for each kind in it. It fills its parent but
-// for parts of a pixel: wherever that stands, all edges of the segments are edges of the screen's
-// pixels.
+// The segments of the bar under a folder's name, one for each kind in it. It fills its parent
+// except for fractions of a pixel: all edges of the segments are edges of the screen's pixels,
+// wherever the parent is.
 #pragma once
 
 #include <vector>
@@ -49,7 +49,7 @@ class BreakdownSegments : public tessaly::TexturedItem {
 
   QPointer<KindBreakdownModel> slices_;
   std::vector<Segment> segments_;
-  std::vector<QMetaObject::Connection> watched_;  // of what this stands in
+  std::vector<QMetaObject::Connection> watched_;  // to the parent and its ancestors
 };
 
 }  // namespace tessaly

@@ -21,7 +21,7 @@ void CanvasSwitch::setRemaking(bool remaking) {
 }
 
 void CanvasSwitch::remake() {
-  // An open menu of the canvas gives the keyboard back to it.
+  // A menu of the canvas returns the focus to the canvas when it closes.
   const bool hadKeyboard =
       canvas_ != nullptr && (canvas_->hasActiveFocus() || canvas_->isMenuOpen());
   const bool wasOnTile = canvas_ != nullptr && canvas_->hasKeyboard();

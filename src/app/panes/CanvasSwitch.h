@@ -1,5 +1,5 @@
-// Makes a view load a new canvas for each folder, since what the old one knows of the pointer no
-// longer holds, and lets the keyboard go on there.
+// Makes a view load a new canvas for each folder, since the old one's pointer state is no longer
+// valid, and passes the keyboard focus to the new canvas.
 //
 // Main thread only.
 #pragma once
@@ -17,16 +17,16 @@ class CanvasSwitch : public QObject {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(tessaly::DiskMapState* map READ map WRITE setMap NOTIFY mapChanged REQUIRED)
-  // The view has a canvas while this is true, and another one each time it becomes true.
+  // Whether the view has a canvas. It loads a new one each time this becomes true.
   Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
-  // The canvas that the view has; null while it has none.
+  // The current canvas of the view; null if it has none.
   Q_PROPERTY(tessaly::TreemapSurface* canvas MEMBER canvas_ NOTIFY canvasChanged)
 
  public:
   using QObject::QObject;
 
   DiskMapState* map() const { return map_; }
-  // Once; it outlives the view.
+  // Takes effect once. `map` must outlive the view.
   void setMap(DiskMapState* map);
   bool isActive() const;
 

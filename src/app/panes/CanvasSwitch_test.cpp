@@ -33,7 +33,7 @@ class CanvasSwitchTest : public SessionFixture {
   int made_ = 0;
 
  private:
-  // As the view does.
+  // Like the view.
   void load() {
     if (switch_.isActive() == (canvas_ != nullptr)) return;
     canvas_.reset();
@@ -49,7 +49,7 @@ class CanvasSwitchTest : public SessionFixture {
   }
 };
 
-TEST_F(CanvasSwitchTest, makes_one_canvas_a_folder) {
+TEST_F(CanvasSwitchTest, each_folder_gets_a_new_canvas) {
   EXPECT_EQ(made_, 1);
   drillIn();
   EXPECT_EQ(made_, 2);
@@ -58,12 +58,12 @@ TEST_F(CanvasSwitchTest, makes_one_canvas_a_folder) {
   EXPECT_EQ(canvas_->node().node()->path(), "/data");
 }
 
-TEST_F(CanvasSwitchTest, keeps_the_canvas_when_the_same_folder_is_scanned_anew) {
+TEST_F(CanvasSwitchTest, scanning_the_same_folder_again_keeps_the_canvas) {
   scanTo(folder("/data", 3, {file("/data/b", 3)}));
   EXPECT_EQ(made_, 1);
 }
 
-TEST_F(CanvasSwitchTest, has_no_canvas_while_a_list_is_shown) {
+TEST_F(CanvasSwitchTest, there_is_no_canvas_while_a_list_is_shown) {
   session().shown().setVizMode(VizMode::list);
   EXPECT_EQ(canvas_, nullptr);
   drillIn();
@@ -73,14 +73,14 @@ TEST_F(CanvasSwitchTest, has_no_canvas_while_a_list_is_shown) {
   EXPECT_EQ(made_, 2);
 }
 
-TEST_F(CanvasSwitchTest, hands_the_keyboard_on_with_its_tile) {
+TEST_F(CanvasSwitchTest, the_new_canvas_takes_over_the_focus_on_a_tile) {
   canvas_->takeKeyboard();
   drillIn();
   EXPECT_TRUE(canvas_->hasActiveFocus());
   EXPECT_TRUE(canvas_->hasKeyboard());
 }
 
-TEST_F(CanvasSwitchTest, hands_the_keyboard_on_where_it_was_on_no_tile) {
+TEST_F(CanvasSwitchTest, the_new_canvas_takes_over_the_focus_without_a_tile) {
   canvas_->forceActiveFocus(Qt::MouseFocusReason);
   ASSERT_FALSE(canvas_->hasKeyboard());
   drillIn();
@@ -88,13 +88,13 @@ TEST_F(CanvasSwitchTest, hands_the_keyboard_on_where_it_was_on_no_tile) {
   EXPECT_FALSE(canvas_->hasKeyboard());
 }
 
-TEST_F(CanvasSwitchTest, hands_the_keyboard_on_that_the_menu_of_the_canvas_has) {
+TEST_F(CanvasSwitchTest, the_new_canvas_takes_the_focus_if_the_menu_of_the_old_one_is_open) {
   canvas_->setMenuOpen(true);
   drillIn();
   EXPECT_TRUE(canvas_->hasActiveFocus());
 }
 
-TEST_F(CanvasSwitchTest, leaves_the_keyboard_where_it_is_when_the_canvas_has_it_not) {
+TEST_F(CanvasSwitchTest, the_new_canvas_does_not_take_the_focus_if_the_old_one_did_not_have_it) {
   drillIn();
   EXPECT_FALSE(canvas_->hasActiveFocus());
 }

@@ -1,5 +1,4 @@
-// What the map pane shows: which of its screens, and the texts on them. It observes the session and
-// adds nothing to its state.
+// The screens of the map pane and their texts. It observes the session and adds no state.
 #pragma once
 
 #include <optional>
@@ -23,7 +22,7 @@ class DiskMapState : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
-  // Of the row above the map: what it offers, and the ways of showing the tree. Then of the map.
+  // The row above the map and its modes; then the map.
   Q_PROPERTY(tessaly::ModeBarState* bar READ bar CONSTANT)
   Q_PROPERTY(tessaly::ModeListModel* modes READ modes CONSTANT)
   Q_PROPERTY(tessaly::CanvasState* canvas READ canvas CONSTANT)
@@ -31,8 +30,7 @@ class DiskMapState : public QObject {
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
   Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY screenChanged)
-  // The name of the way of showing the tree in the program, as of ModeListModel, and what it is
-  // called.
+  // The key of the current mode, see ModeListModel, and its name.
   Q_PROPERTY(QString modeKey READ modeKey NOTIFY screenChanged)
   Q_PROPERTY(QString modeTitle READ modeTitle NOTIFY screenChanged)
 
@@ -41,16 +39,16 @@ class DiskMapState : public QObject {
   Q_PROPERTY(QString nodeName READ nodeName NOTIFY nodeChanged)
   Q_PROPERTY(QString sizeText READ sizeText NOTIFY nodeChanged)
   Q_PROPERTY(QString itemsText READ itemsText NOTIFY nodeChanged)
-  // Counts and time of the scan; empty while there are none to show.
+  // Counts and duration of the scan; empty if there are none to show.
   Q_PROPERTY(QString statsText READ statsText NOTIFY statsTextChanged)
-  // How much of it could not be read, beside the counts, and what; empty while that is nothing.
+  // The number of items that could not be read, and their list; both empty if there are none.
   Q_PROPERTY(QString unreadableText READ unreadableText NOTIFY statsTextChanged)
   Q_PROPERTY(QString unreadableList READ unreadableList NOTIFY statsTextChanged)
 
   // The running scan.
   Q_PROPERTY(QString scanningText READ scanningText NOTIFY progressChanged)
   Q_PROPERTY(QString bannerText READ bannerText NOTIFY progressChanged)
-  // What went wrong with the last one; empty when nothing did.
+  // The error of the last scan; empty if it succeeded.
   Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
   Q_PROPERTY(QString percentText READ percentText NOTIFY percentTextChanged)
 
@@ -60,7 +58,7 @@ class DiskMapState : public QObject {
 
   static Screen screenFor(ScanStatus status, bool hasCurrent);
 
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit DiskMapState(ScanSession& session, QObject* parent = nullptr);
 
   ModeBarState* bar() { return &bar_; }
@@ -83,20 +81,20 @@ class DiskMapState : public QObject {
   QString errorText() const;
   QString percentText() const;
 
-  // Drills into a folder of the map.
+  // Shows a folder of the map.
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void showTreemap();
-  // The states of lists, which belong to their views.
+  // The states of lists, owned by their views.
   Q_INVOKABLE tessaly::GrewListState* grewList(QObject* view) const;
   Q_INVOKABLE tessaly::LargestListState* largestList(QObject* view) const;
-  // Lets the window ask what to do with an item of the map.
+  // Opens the window's menu for an item of the map.
   Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 
  signals:
   void screenChanged();
   void nodeChanged();
-  // Another folder than before is on screen, not just a newer scan of the same one: what a view
-  // remembers of the pointer no longer holds.
+  // Another folder is on screen, not only a newer scan of the same one. The pointer state of views
+  // is no longer valid.
   void placeChanged();
   void statsTextChanged();
   void progressChanged();

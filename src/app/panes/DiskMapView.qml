@@ -1,4 +1,4 @@
-// The map pane: one of four screens, as the scan goes.
+// The map pane: shows one of four screens, depending on the scan.
 import QtQuick
 import Tessaly.Model
 import Tessaly.Panes

@@ -1,4 +1,4 @@
-// A scan that could read nothing, and what to do about it.
+// The screen of a failed scan: its error, and the actions that the user can take.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,5 +1,5 @@
-// What has grown since the scan of the same root before, a row each, in the session's order. It
-// follows the session.
+// The items that have grown since the previous scan of the same root, in the session's order, one
+// row each. Follows the session.
 #pragma once
 
 #include <QAbstractListModel>
@@ -20,13 +20,13 @@ class GrewListModel : public QAbstractListModel {
  public:
   enum Role {
     NameRole = Qt::UserRole + 1,
-    PlaceRole,   // its path, to show
-    GrowthRole,  // in words, "+1.0 GB"
-    SizeRole,    // of now, in words
-    PathRole,    // the item itself, as a PathHandle
+    PlaceRole,   // its path as displayed text
+    GrowthRole,  // as text, "+1.0 GB"
+    SizeRole,    // current size as text
+    PathRole,    // the path's bytes, as a PathHandle
   };
 
-  // What it is given outlives it.
+  // `result` must outlive it.
   explicit GrewListModel(const ScanResult& result, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;

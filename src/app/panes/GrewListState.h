@@ -1,4 +1,4 @@
-// The list of what has grown: its title and rows, and what is done with them.
+// The list of items that have grown: its title, rows and actions.
 #pragma once
 
 #include <QObject>
@@ -19,7 +19,7 @@ class GrewListState : public QObject {
   Q_PROPERTY(QString title READ title NOTIFY titleChanged)
 
  public:
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit GrewListState(ScanSession& session, QObject* parent = nullptr);
 
   GrewListModel* rows() { return &rows_; }

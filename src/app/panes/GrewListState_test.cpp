@@ -27,7 +27,7 @@ class GrewList : public SessionFixture {
           state_.rows()->data(state_.rows()->index(row), role).toString().toStdString());
     return texts;
   }
-  // A scan of a folder with items of these sizes.
+  // Finishes a scan of a folder with items of these sizes.
   void scanWith(std::int64_t film, std::int64_t song) {
     scanTo(folder("/r", film + song, {file("/r/caf\xe9", film), file("/r/song", song)}));
   }
@@ -37,7 +37,7 @@ class GrewList : public SessionFixture {
                                    QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(GrewList, is_titled_for_what_there_is_to_compare) {
+TEST_F(GrewList, the_title_says_whether_there_is_growth_to_compare) {
   QSignalSpy changes(&state_, &GrewListState::titleChanged);
   EXPECT_EQ(state_.title(), "No growth to compare yet");
   scanWith(100 * mega, 50 * mega);
@@ -50,7 +50,7 @@ TEST_F(GrewList, is_titled_for_what_there_is_to_compare) {
   EXPECT_EQ(state_.title(), "No growth to compare yet");
 }
 
-TEST_F(GrewList, has_a_row_for_each_delta_in_its_order) {
+TEST_F(GrewList, each_delta_has_one_row_in_the_order_of_the_session) {
   scanWith(100 * mega, 50 * mega);
   scanWith(1124 * mega, 90 * mega);
   std::vector<std::string> paths;
@@ -62,7 +62,7 @@ TEST_F(GrewList, has_a_row_for_each_delta_in_its_order) {
   EXPECT_THAT(column(GrewListModel::SizeRole), ElementsAre("1.2 GB", "1.1 GB", "90.0 MB"));
 }
 
-TEST_F(GrewList, shows_an_item_on_the_map) {
+TEST_F(GrewList, a_row_is_shown_on_the_map_and_an_empty_handle_does_nothing) {
   scanWith(100 * mega, 50 * mega);
   scanWith(300 * mega, 50 * mega);
   session().shown().setVizMode(VizMode::grew);

@@ -1,4 +1,4 @@
-// What has grown since the scan of the same folder before.
+// The list of items that have grown since the previous scan of the same folder.
 import QtQuick
 import Tessaly.Panes
 
@@ -12,7 +12,6 @@ ListPane {
     emptyText: ""
     model: view.growth.rows
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     delegate: GrewRow {
         id: row

@@ -1,4 +1,4 @@
-// An item that has grown: by how much, and how large it is now.
+// An item that has grown: its growth and its current size.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,4 +1,4 @@
-// What stands here before the first scan: the program's name, and the two ways to begin.
+// The screen before the first scan: the program's name, and the two ways to start.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,5 +1,5 @@
-// What kinds a folder's content falls into: a bar with a segment for each, and words for the largest
-// six. Without any content it takes up no space.
+// The kinds of a folder's content: a bar with a segment for each, and a legend of the largest six.
+// Without content it takes up no space.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Panes

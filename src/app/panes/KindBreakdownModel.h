@@ -1,4 +1,4 @@
-// The kinds that a folder's content falls into, largest share first, for the bar under its name.
+// The kinds of a folder's content, largest share first, for the bar under its name.
 #pragma once
 
 #include <vector>
@@ -16,7 +16,7 @@ class KindBreakdownModel : public QAbstractListModel {
   QML_ELEMENT
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
   Q_PROPERTY(bool empty READ isEmpty NOTIFY nodeChanged)
-  // All slices in words, for those who cannot see the bar.
+  // All slices as text, for assistive tools.
   Q_PROPERTY(QString summary READ summary NOTIFY nodeChanged)
 
  public:

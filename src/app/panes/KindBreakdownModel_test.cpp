@@ -28,7 +28,7 @@ class KindBreakdownModelTest : public testing::Test {
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(KindBreakdownModelTest, is_empty_without_a_node_and_without_content) {
+TEST_F(KindBreakdownModelTest, the_model_is_empty_without_a_node_or_without_content) {
   EXPECT_TRUE(model_.isEmpty());
   model_.setNode(folderOf({}));
   EXPECT_TRUE(model_.isEmpty());
@@ -36,7 +36,7 @@ TEST_F(KindBreakdownModelTest, is_empty_without_a_node_and_without_content) {
   EXPECT_EQ(model_.summary(), QString());
 }
 
-TEST_F(KindBreakdownModelTest, gives_the_largest_kind_first_in_its_colour_and_word) {
+TEST_F(KindBreakdownModelTest, the_largest_kind_is_first_with_its_colour_and_word) {
   model_.setNode(folderOf({file("a", 250, FileKind::code), file("b", 750, FileKind::video)}));
   ASSERT_EQ(model_.rowCount(), 2);
   EXPECT_EQ(data(0, KindBreakdownModel::WordRole).toString(), QStringLiteral("Video"));
@@ -47,13 +47,13 @@ TEST_F(KindBreakdownModelTest, gives_the_largest_kind_first_in_its_colour_and_wo
   EXPECT_EQ(model_.summary(), QStringLiteral("Video 75%, Developer 25%"));
 }
 
-TEST_F(KindBreakdownModelTest, rounds_a_half_to_the_even_number) {
+TEST_F(KindBreakdownModelTest, half_a_percent_is_rounded_to_the_even_number) {
   model_.setNode(folderOf({file("a", 125, FileKind::code), file("b", 875, FileKind::video)}));
   EXPECT_EQ(data(0, KindBreakdownModel::PercentTextRole).toString(), QStringLiteral("88%"));
   EXPECT_EQ(data(1, KindBreakdownModel::PercentTextRole).toString(), QStringLiteral("12%"));
 }
 
-TEST_F(KindBreakdownModelTest, is_made_anew_for_another_node) {
+TEST_F(KindBreakdownModelTest, another_node_resets_the_model) {
   model_.setNode(folderOf({file("a", 1, FileKind::code)}));
   QSignalSpy resets(&model_, &KindBreakdownModel::modelReset);
   model_.setNode(folderOf({file("a", 1, FileKind::image), file("b", 1, FileKind::archive)}));

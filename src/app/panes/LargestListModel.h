@@ -1,4 +1,4 @@
-// The largest files of the finished scan, a row each, largest first. It follows the session.
+// The largest files of the finished scan, largest first, one row each. Follows the session.
 #pragma once
 
 #include <string>
@@ -20,13 +20,13 @@ class LargestListModel : public QAbstractListModel {
  public:
   enum Role {
     NameRole = Qt::UserRole + 1,
-    PlaceRole,  // its path, to show
-    KindRole,   // what its kind is called
-    SizeRole,   // in words
-    NodeRole,   // the file itself, as a NodeHandle
+    PlaceRole,  // its path as displayed text
+    KindRole,   // the name of its kind
+    SizeRole,   // as text
+    NodeRole,   // the file, as a NodeHandle
   };
 
-  // What it is given outlives it.
+  // `result` must outlive it.
   explicit LargestListModel(const ScanResult& result, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -1,4 +1,4 @@
-// The list of the largest files: its rows, and what is done with them.
+// The list of the largest files: its rows and actions.
 #pragma once
 
 #include <QObject>
@@ -17,15 +17,15 @@ class LargestListState : public QObject {
   Q_PROPERTY(tessaly::LargestListModel* rows READ rows CONSTANT)
 
  public:
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit LargestListState(ScanSession& session, QObject* parent = nullptr);
 
   LargestListModel* rows() { return &rows_; }
 
-  // Each does nothing for a handle without a node.
+  // The actions do nothing for a handle without a node.
   Q_INVOKABLE void showOnMap(const tessaly::NodeHandle& node);
   Q_INVOKABLE void addToQueue(const tessaly::NodeHandle& node);
-  // The keyboard is on its row: what the commands of the window act on is this file.
+  // Makes the file of the focused row the one that the window's commands act on.
   Q_INVOKABLE void focus(const tessaly::NodeHandle& node);
 
  private:

@@ -45,11 +45,11 @@ class LargestList : public SessionFixture {
   QAbstractItemModelTester tester_;
 };
 
-TEST_F(LargestList, is_empty_before_a_scan) {
+TEST_F(LargestList, the_list_is_empty_before_a_scan) {
   EXPECT_EQ(state_.rows()->rowCount(), 0);
 }
 
-TEST_F(LargestList, has_a_row_a_file_with_name_path_kind_and_size_largest_first) {
+TEST_F(LargestList, each_file_has_one_row_with_name_path_kind_and_size_largest_first) {
   scanTo(folder("/r", 4000,
                 {file("/r/small", 512), file("/r/caf\xe9", 3LL << 30U),
                  folder("/r/in", 2048, {file("/r/in/two\nlines", 2048)})}));
@@ -61,7 +61,7 @@ TEST_F(LargestList, has_a_row_a_file_with_name_path_kind_and_size_largest_first)
   EXPECT_EQ(node(0).node()->path(), "/r/caf\xe9");
 }
 
-TEST_F(LargestList, names_every_kind_of_file) {
+TEST_F(LargestList, every_kind_of_file_has_a_name) {
   const std::pair<FileKind, const char*> kinds[] = {
       {FileKind::app, "Application"}, {FileKind::video, "Video"},
       {FileKind::image, "Image"},     {FileKind::document, "Document"},
@@ -78,7 +78,7 @@ TEST_F(LargestList, names_every_kind_of_file) {
   EXPECT_EQ(column(LargestListModel::KindRole), expected);
 }
 
-TEST_F(LargestList, keeps_the_rows_of_files_that_are_still_among_the_largest) {
+TEST_F(LargestList, files_that_are_still_among_the_largest_keep_their_rows) {
   scanTo(folder("/r", 60, {file("/r/a", 30), file("/r/b", 20), file("/r/c", 10)}));
   const QPersistentModelIndex c = state_.rows()->index(2);
   const QSignalSpy resets(state_.rows(), &LargestListModel::modelReset);
@@ -89,7 +89,7 @@ TEST_F(LargestList, keeps_the_rows_of_files_that_are_still_among_the_largest) {
   EXPECT_EQ(resets.count(), 0);
 }
 
-TEST_F(LargestList, shows_a_file_on_the_map) {
+TEST_F(LargestList, a_file_is_shown_on_the_map) {
   scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/f", 30)}), file("/r/g", 30)}));
   session().shown().setVizMode(VizMode::largest);
   state_.showOnMap(node(0));
@@ -97,7 +97,7 @@ TEST_F(LargestList, shows_a_file_on_the_map) {
   EXPECT_EQ(session().selection().focused()->path(), node(0).node()->path());
 }
 
-TEST_F(LargestList, puts_a_file_into_the_queue_once) {
+TEST_F(LargestList, a_file_is_added_to_the_queue_only_once) {
   scanTo(folder("/r", 30, {file("/r/caf\xe9", 30)}));
   state_.addToQueue(node(0));
   state_.addToQueue(node(0));
@@ -105,13 +105,13 @@ TEST_F(LargestList, puts_a_file_into_the_queue_once) {
   EXPECT_EQ(session().cleanupQueue().queue().front().path(), "/r/caf\xe9");
 }
 
-TEST_F(LargestList, makes_the_file_of_the_keyboard_the_one_that_commands_act_on) {
+TEST_F(LargestList, the_file_of_the_focused_row_is_the_one_that_commands_act_on) {
   scanTo(folder("/r", 60, {file("/r/a", 40), file("/r/b", 20)}));
   state_.focus(node(1));
   EXPECT_EQ(session().selection().focused()->path(), "/r/b");
 }
 
-TEST_F(LargestList, does_nothing_without_a_file) {
+TEST_F(LargestList, actions_do_nothing_for_a_handle_without_a_file) {
   scanTo(folder("/r", 30, {file("/r/a", 30)}));
   session().shown().setVizMode(VizMode::largest);
   state_.showOnMap(NodeHandle());

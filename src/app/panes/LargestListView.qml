@@ -1,4 +1,4 @@
-// The largest files of the scan.
+// The list of the largest files of the scan.
 import QtQuick
 import Tessaly.Model
 import Tessaly.Panes
@@ -14,7 +14,6 @@ ListPane {
     emptyText: "Scan a folder to list large files."
     model: view.files.rows
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     delegate: LargestRow {
         id: row

@@ -1,4 +1,4 @@
-// What can be done with one of the largest files. It pops up where it was asked for.
+// The menu of one of the largest files. It opens where it was requested.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,4 +1,4 @@
-// One of the largest files, with the button that puts it into the cleanup queue.
+// One of the largest files, with the button that adds it to the cleanup queue.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,5 +1,6 @@
-// The frame of a list in place of the map: a title with a caption below it, then the rows, or a message
-// where there are none. A control may stand beside the title, and the titles of columns above the rows.
+// The frame of a list in place of the map: a title with a caption below it, then the rows, or a
+// message if there are none. It may have a control beside the title, and column titles above the
+// rows.
 import QtQuick
 import Tessaly.Controls
 
@@ -10,12 +11,12 @@ FocusScope {
     required property string caption
     // Empty for no message.
     required property string emptyText
-    // Rows are ListPaneRows.
+    // The delegate must be a ListPaneRow.
     property alias model: list.model
     property alias delegate: list.delegate
-    // Beside the title, at the right edge.
+    // The control beside the title, at the right edge.
     property alias beside: besidePlace.data
-    // Above the rows, while there are any.
+    // The column titles above the rows; hidden while there are no rows.
     property alias columnTitles: columnTitlesPlace.data
 
     Accessible.role: Accessible.Pane

@@ -1,5 +1,5 @@
-// A row of a ListPane. A click and Return do what it is for, a right click and the menu key ask for its
-// menu. What it shows is laid over it; buttons in it have the keyboard by Tab while the row is the
+// A row of a ListPane. A click and Return activate it, a right click and the menu key request its
+// menu. Its content is drawn over it; Tab reaches buttons in the content while the row is the
 // current one.
 import QtQuick
 import QtQuick.Templates as T
@@ -11,11 +11,11 @@ MarrowListRow {
     // For assistive tools.
     required property string label
     property alias content: contentPlace.data
-    // A click does something.
+    // Whether the row can be activated.
     property bool isButton: true
 
     signal activated
-    // `place` is in the row.
+    // `place` has the row's coordinates.
     signal menuAsked(place: point, byKeyboard: bool)
 
     width: ListView.view !== null ? ListView.view.width : 0
@@ -54,7 +54,7 @@ MarrowListRow {
 
         Keys.onReturnPressed: event => { if (!event.isAutoRepeat) face.press() }
         Keys.onEnterPressed: event => { if (!event.isAutoRepeat) face.press() }
-        // Return presses. Space is the window's, which looks into the row.
+        // Only Return presses. Space is reserved for the window's preview of the row.
         Keys.onSpacePressed: event => event.accepted = true
 
         background: RoundedPanel {

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 using testing::Lt;
 using testing::SizeIs;
 
-// Rows of 40 points are told by their numbers; what is done with them is written down in `done`.
+// The rows are 40 points high and named by their numbers; `done` logs their actions.
 class ListPane : public testing::Test {
  protected:
   void show(int rows) {
@@ -48,7 +48,7 @@ class ListPane : public testing::Test {
   ListScene scene_;
 };
 
-TEST_F(ListPane, has_a_title_a_caption_and_rows_below_them) {
+TEST_F(ListPane, the_pane_has_a_title_a_caption_and_rows_below_them) {
   show(3);
   expectLook(scene_.item("pane"), {{"listTitle", "text", "Some rows"},
                                    {"listTitle", "font.pixelSize", 16},
@@ -67,7 +67,7 @@ TEST_F(ListPane, has_a_title_a_caption_and_rows_below_them) {
   EXPECT_FALSE(scene_.shows("emptyMessage"));
 }
 
-TEST_F(ListPane, has_a_message_in_the_middle_of_the_room_of_the_rows_while_there_are_none) {
+TEST_F(ListPane, an_empty_pane_has_a_message_in_the_middle_of_the_space_of_the_rows) {
   show(0);
   expectLook(scene_.item("pane"), {{"emptyMessage", "text", "There are none."},
                                    {"emptyMessage", "font.pixelSize", 13},
@@ -80,7 +80,7 @@ TEST_F(ListPane, has_a_message_in_the_middle_of_the_room_of_the_rows_while_there
   EXPECT_FALSE(scene_.shows("columns"));
 }
 
-TEST_F(ListPane, is_one_stop_of_the_keyboard_with_what_its_row_has_for_it) {
+TEST_F(ListPane, tab_visits_only_the_current_row_and_its_button) {
   show(50);
   scene_.focusOn("before");
   QStringList stops;
@@ -98,7 +98,7 @@ TEST_F(ListPane, is_one_stop_of_the_keyboard_with_what_its_row_has_for_it) {
   EXPECT_EQ(back, stops);
 }
 
-TEST_F(ListPane, moves_the_keyboard_through_its_rows_by_keys) {
+TEST_F(ListPane, arrows_page_keys_home_and_end_move_the_focus_through_the_rows) {
   show(50);
   scene_.focusOn("choose");
   scene_.press(Qt::Key_Tab);
@@ -113,18 +113,18 @@ TEST_F(ListPane, moves_the_keyboard_through_its_rows_by_keys) {
     EXPECT_EQ(scene_.focusedName(), QStringLiteral("Row %1").arg(step.row));
     expectInSight();
   }
-  // From a button of a row too, and to the row itself.
+  // From a button of a row to the next row itself.
   scene_.press(Qt::Key_Tab);
   scene_.press(Qt::Key_Down);
   EXPECT_EQ(scene_.focusedName(), "Row 1");
-  // Tab comes back to the row that it has left.
+  // Tab returns to the row that had the focus.
   scene_.focusOn("before");
   scene_.press(Qt::Key_Tab);
   scene_.press(Qt::Key_Tab);
   EXPECT_EQ(scene_.focusedName(), "Row 1");
 }
 
-TEST_F(ListPane, does_what_a_row_is_for_by_a_click_by_return_and_for_assistive_tools) {
+TEST_F(ListPane, a_click_return_and_assistive_tools_activate_a_row) {
   show(5);
   scene_.click(row(2));
   scene_.press(Qt::Key_Down);
@@ -138,7 +138,7 @@ TEST_F(ListPane, does_what_a_row_is_for_by_a_click_by_return_and_for_assistive_t
   EXPECT_THAT(done(), SizeIs(4));
 }
 
-TEST_F(ListPane, presses_the_buttons_of_rows) {
+TEST_F(ListPane, the_buttons_of_rows_are_pressed_by_pointer_and_keys) {
   show(5);
   scene_.click(itemNamed(row(1), "act"));
   scene_.press(Qt::Key_Up);
@@ -148,7 +148,7 @@ TEST_F(ListPane, presses_the_buttons_of_rows) {
   EXPECT_EQ(done(), (QStringList{"act 1", "act 0", "act 0"}));
 }
 
-TEST_F(ListPane, asks_for_the_menu_of_a_row_by_a_right_click_and_by_keys) {
+TEST_F(ListPane, a_right_click_and_keys_request_the_menu_of_a_row) {
   show(5);
   scene_.click(row(2), Qt::RightButton);
   EXPECT_EQ(scene_.focusedName(), "Row 2");
@@ -159,7 +159,7 @@ TEST_F(ListPane, asks_for_the_menu_of_a_row_by_a_right_click_and_by_keys) {
   EXPECT_EQ(done(), (QStringList{"menu 2 false", "menu 2 true", "menu 3 true"}));
 }
 
-TEST_F(ListPane, has_the_rows_in_sight_alone_however_many_there_are) {
+TEST_F(ListPane, only_the_rows_near_the_visible_part_are_built) {
   show(10000);
   const std::size_t atFirst = itemsNamed(scene_.view().contentItem(), "row").size();
   EXPECT_THAT(atFirst, Lt(20U));
@@ -172,7 +172,7 @@ TEST_F(ListPane, has_the_rows_in_sight_alone_however_many_there_are) {
   EXPECT_TRUE(scene_.item("scrollBar")->isVisible());
 }
 
-TEST_F(ListPane, gives_the_keyboard_to_another_row_when_its_row_goes) {
+TEST_F(ListPane, the_focus_moves_to_another_row_when_its_row_is_removed) {
   scene_.show(
       "ListModel { id: some; ListElement { word: 'one' } ListElement { word: 'two' }\n"
       "ListElement { word: 'three' } }\n"
@@ -193,7 +193,7 @@ TEST_F(ListPane, gives_the_keyboard_to_another_row_when_its_row_goes) {
   }
 }
 
-TEST_F(ListPane, tells_assistive_tools_of_the_list_and_its_rows) {
+TEST_F(ListPane, the_list_and_its_rows_are_accessible) {
   show(3);
   QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(scene_.item("list"));
   EXPECT_EQ(list->role(), QAccessible::List);

@@ -1,4 +1,4 @@
-// The name of an item in a row of a list, and its path below it.
+// The name of an item in a row of a list, with its path below.
 import QtQuick
 import Tessaly.Controls
 

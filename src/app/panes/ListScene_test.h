@@ -1,5 +1,5 @@
-// A list in a window of its own, between two buttons that Tab comes to, for tests. Any complaint of
-// the QML engine fails the test.
+// A list in a window of its own, between two buttons that Tab reaches. Any warning of the QML
+// engine fails the test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,8 +18,8 @@ namespace tessaly {
 
 class ListScene {
  public:
-  // `list` is the QML of the list, which fills `place`; `properties` are those of the scene, as
-  // `declared`.
+  // `list` is the QML of the list, which fills `place`; `declared` declares the scene's properties,
+  // and `properties` sets them.
   void show(const QString& list, const QString& declared = {}, const QVariantMap& properties = {}) {
     view_ = std::make_unique<QQuickView>();
     QObject::connect(view_->engine(), &QQmlEngine::warnings, [](const QList<QQmlError>& errors) {
@@ -71,7 +71,7 @@ class ListScene {
     update();
   }
   QQuickItem* focused() { return view_->activeFocusItem(); }
-  // The name of what has the keyboard, for assistive tools.
+  // The accessible name of the item with the keyboard focus.
   QString focusedName() {
     QAccessibleInterface* const told =
         focused() != nullptr ? QAccessible::queryAccessibleInterface(focused()) : nullptr;

@@ -1,5 +1,5 @@
-// The row above the map: how the tree is shown, and what can be done with what is selected. Where it
-// is too long it scrolls, also by itself to what can be done once something is selected.
+// The row above the map: the modes of showing the tree, and the actions for the selection. A row
+// that is too long scrolls, and shows its end when actions are added.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
@@ -43,7 +43,6 @@ Rectangle {
             Repeater {
                 model: bar.map.modes
 
-                // The names of this file reach into the component, though the linter cannot know.
                 // qmllint disable unqualified
                 Row {
                     id: choice

@@ -11,7 +11,7 @@ ModeBarState::ModeBarState(ScanSession& session, QObject* parent)
           &ModeBarState::lastTrashedChanged);
   connect(&session_.watch(), &LiveWatch::watchingChanged, this, &ModeBarState::watchTextChanged);
   connect(&session_.shown(), &Shown::heatmapChanged, this, &ModeBarState::heatmapTextChanged);
-  // After the signals that show and hide the actions.
+  // These signals show and hide the actions.
   connect(this, &ModeBarState::selectionChanged, this, &ModeBarState::countActions);
   connect(this, &ModeBarState::lastTrashedChanged, this, &ModeBarState::countActions);
   countActions();

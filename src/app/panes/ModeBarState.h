@@ -1,4 +1,4 @@
-// What the row above the map offers at the moment, and its texts that change.
+// The available actions of the row above the map, and its variable texts.
 #pragma once
 
 #include <cstddef>
@@ -15,19 +15,19 @@ class ModeBarState : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
-  // There is a folder on screen that can be watched.
+  // A folder that can be watched is on screen.
   Q_PROPERTY(bool canWatch READ canWatch NOTIFY canWatchChanged)
   Q_PROPERTY(QString watchText READ watchText NOTIFY watchTextChanged)
   Q_PROPERTY(QString heatmapText READ heatmapText NOTIFY heatmapTextChanged)
   Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
-  // These two with the number of selected items.
+  // Both contain the number of selected items.
   Q_PROPERTY(QString queueText READ queueText NOTIFY selectionChanged)
   Q_PROPERTY(QString zipText READ zipText NOTIFY selectionChanged)
-  // The last move to the Trash can be taken back.
+  // The last move to the Trash can be undone.
   Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY lastTrashedChanged)
 
  public:
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit ModeBarState(ScanSession& session, QObject* parent = nullptr);
 
   bool canWatch() const;
@@ -47,7 +47,7 @@ class ModeBarState : public QObject {
   void heatmapTextChanged();
   void selectionChanged();
   void lastTrashedChanged();
-  // There are more actions at the end of the row than before.
+  // The row has more actions at its end than before.
   void actionsAdded();
 
  private:

@@ -14,7 +14,7 @@ class ModeBarStateTest : public SessionFixture {
   ModeBarState state_{session()};
 };
 
-TEST_F(ModeBarStateTest, offers_nothing_without_a_tree) {
+TEST_F(ModeBarStateTest, without_a_tree_no_action_is_available) {
   state_.toggleWatch();
   state_.zipSelected();
   EXPECT_FALSE(state_.canWatch());
@@ -22,7 +22,7 @@ TEST_F(ModeBarStateTest, offers_nothing_without_a_tree) {
   EXPECT_FALSE(state_.canPutBack());
 }
 
-TEST_F(ModeBarStateTest, counts_what_is_selected) {
+TEST_F(ModeBarStateTest, the_texts_contain_the_number_of_selected_items) {
   const QSignalSpy changes(&state_, &ModeBarState::selectionChanged);
   session().selection().selectNodes({file("/a", 1), file("/b", 1)}, false);
   EXPECT_TRUE(state_.hasSelection());
@@ -33,7 +33,7 @@ TEST_F(ModeBarStateTest, counts_what_is_selected) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(ModeBarStateTest, can_put_back_until_it_is_done) {
+TEST_F(ModeBarStateTest, a_move_to_the_trash_can_be_put_back_once) {
   const QSignalSpy changes(&state_, &ModeBarState::lastTrashedChanged);
   machine_.trash.put("/data/film");
   session().selection().setFocused(file("/data/film", 1));
@@ -44,7 +44,7 @@ TEST_F(ModeBarStateTest, can_put_back_until_it_is_done) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(ModeBarStateTest, tells_of_actions_that_are_added_and_not_of_fewer_or_as_many) {
+TEST_F(ModeBarStateTest, added_actions_are_announced_and_removed_or_replaced_ones_are_not) {
   const QSignalSpy added(&state_, &ModeBarState::actionsAdded);
   session().selection().selectNodes({file("/a", 1), file("/b", 1)}, false);
   EXPECT_EQ(added.count(), 1);
@@ -62,7 +62,7 @@ TEST_F(ModeBarStateTest, tells_of_actions_that_are_added_and_not_of_fewer_or_as_
   EXPECT_EQ(added.count(), actions + 1);
 }
 
-TEST_F(ModeBarStateTest, names_the_heat_map_and_the_watch_by_whether_they_are_on) {
+TEST_F(ModeBarStateTest, the_texts_say_whether_heat_map_and_watch_are_on) {
   scanTo(folder("/data", 1, {file("/data/film", 1)}));
   const QSignalSpy heat(&state_, &ModeBarState::heatmapTextChanged);
   const QSignalSpy watch(&state_, &ModeBarState::watchTextChanged);
@@ -78,7 +78,7 @@ TEST_F(ModeBarStateTest, names_the_heat_map_and_the_watch_by_whether_they_are_on
   EXPECT_EQ(state_.watchText(), "Watch");
 }
 
-TEST_F(ModeBarStateTest, can_watch_once_a_folder_is_on_screen) {
+TEST_F(ModeBarStateTest, a_folder_on_screen_can_be_watched) {
   const QSignalSpy changes(&state_, &ModeBarState::canWatchChanged);
   EXPECT_FALSE(state_.canWatch());
   scanTo(folder("/data", 1, {file("/data/film", 1)}));

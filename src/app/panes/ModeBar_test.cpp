@@ -1,5 +1,5 @@
-// The row above the map, in a window of its own over a session whose machine is fake. Any complaint
-// of the QML engine fails the test.
+// The row above the map, in a window of its own, over a session on a fake machine. Any warning of
+// the QML engine fails the test.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -66,7 +66,7 @@ class ModeBar : public SessionFixture {
     session().selection().selectNodes({film_, song_}, false);
     settle(*view_);
   }
-  // Leaves something to be put back.
+  // Makes a move to the Trash that can be put back.
   void trash() {
     machine_.trash.put("/data/gone");
     session().selection().setFocused(file("/data/gone", 1));
@@ -107,7 +107,7 @@ class ModeBar : public SessionFixture {
   std::unique_ptr<QQuickView> view_;
 };
 
-TEST_F(ModeBar, sets_the_mode_of_each_button_and_lights_that_one) {
+TEST_F(ModeBar, each_button_sets_its_mode_and_is_highlighted) {
   show();
   const VizMode modes[] = {VizMode::treemap,    VizMode::list,    VizMode::grew,
                            VizMode::duplicates, VizMode::compare, VizMode::largest,
@@ -120,7 +120,7 @@ TEST_F(ModeBar, sets_the_mode_of_each_button_and_lights_that_one) {
   }
 }
 
-TEST_F(ModeBar, has_no_button_for_aliases_and_cloud) {
+TEST_F(ModeBar, aliases_and_cloud_have_no_button) {
   show();
   for (const char* name : {"aliasesMode", "cloudMode"}) EXPECT_FALSE(shows(name));
   for (const VizMode mode : {VizMode::aliases, VizMode::cloud}) {
@@ -130,7 +130,7 @@ TEST_F(ModeBar, has_no_button_for_aliases_and_cloud) {
   }
 }
 
-TEST_F(ModeBar, of_its_sizes_colours_and_texts) {
+TEST_F(ModeBar, look_of_the_row) {
   show();
   expectLook(bar(), {{"", "color", "#181a22 at 1.00"},
                      {"modeRule", "width", 1},
@@ -161,7 +161,7 @@ TEST_F(ModeBar, of_its_sizes_colours_and_texts) {
   EXPECT_NEAR(item("watch")->opacity(), 0.45, 0.001);
 }
 
-TEST_F(ModeBar, stands_in_the_order_of_its_controls) {
+TEST_F(ModeBar, the_controls_are_in_this_order) {
   scan();
   show(1400);
   trash();
@@ -179,7 +179,7 @@ TEST_F(ModeBar, stands_in_the_order_of_its_controls) {
   EXPECT_GT(rectOf(item("queueSelection")).left(), rectOf(item("watch")).right() + 100);
 }
 
-TEST_F(ModeBar, turns_the_heat_map_on_and_off) {
+TEST_F(ModeBar, the_heat_map_button_turns_it_on_and_off) {
   show();
   click("heatmap");
   EXPECT_TRUE(session().shown().heatmap());
@@ -189,7 +189,7 @@ TEST_F(ModeBar, turns_the_heat_map_on_and_off) {
   expectLook(bar(), {{"heatmap", "text", "Age"}, {"heatmap", "active", false}});
 }
 
-TEST_F(ModeBar, offers_acts_on_the_selection_only_while_there_is_one) {
+TEST_F(ModeBar, actions_on_the_selection_are_shown_only_while_there_is_one) {
   scan();
   show();
   for (const char* name : {"queueSelection", "zipSelection", "clearSelection", "putBack"})
@@ -210,7 +210,7 @@ TEST_F(ModeBar, offers_acts_on_the_selection_only_while_there_is_one) {
   EXPECT_FALSE(shows("zipSelection"));
 }
 
-TEST_F(ModeBar, queues_what_is_selected) {
+TEST_F(ModeBar, the_queue_button_queues_the_selected_items) {
   scan();
   show();
   select();
@@ -219,7 +219,7 @@ TEST_F(ModeBar, queues_what_is_selected) {
   EXPECT_FALSE(shows("queueSelection"));
 }
 
-TEST_F(ModeBar, puts_back_what_the_last_move_took) {
+TEST_F(ModeBar, put_back_undoes_the_last_move_to_the_trash) {
   scan();
   show();
   trash();
@@ -229,7 +229,7 @@ TEST_F(ModeBar, puts_back_what_the_last_move_took) {
   EXPECT_FALSE(shows("putBack"));
 }
 
-TEST_F(ModeBar, keeps_the_place_and_the_selection_from_mode_to_mode) {
+TEST_F(ModeBar, changing_the_mode_keeps_the_folder_and_the_selection) {
   scan();
   show();
   select();
@@ -241,7 +241,7 @@ TEST_F(ModeBar, keeps_the_place_and_the_selection_from_mode_to_mode) {
   EXPECT_TRUE(shows("queueSelection"));
 }
 
-TEST_F(ModeBar, offers_to_watch_what_is_on_screen) {
+TEST_F(ModeBar, the_folder_on_screen_can_be_watched) {
   scan();
   show();
   EXPECT_TRUE(item("watch")->isEnabled());
@@ -255,7 +255,7 @@ TEST_F(ModeBar, offers_to_watch_what_is_on_screen) {
   expectLook(bar(), {{"watch", "text", "Watch"}, {"watch", "active", false}});
 }
 
-TEST_F(ModeBar, scrolls_to_what_the_keyboard_comes_to) {
+TEST_F(ModeBar, the_row_scrolls_to_the_control_with_the_focus) {
   scan();
   show(600);
   EXPECT_EQ(scrolled(), 0);
@@ -282,7 +282,7 @@ TEST_F(ModeBar, scrolls_to_what_the_keyboard_comes_to) {
   EXPECT_EQ(session().shown().vizMode(), VizMode::list);
 }
 
-TEST_F(ModeBar, scrolls_by_the_wheel_and_no_further_than_its_ends) {
+TEST_F(ModeBar, the_wheel_scrolls_to_the_ends_and_no_further) {
   show(600);
   const auto wheel = [this](int angle) {
     QWheelEvent event(QPointF(300, 20), view_->mapToGlobal(QPointF(300, 20)), {}, QPoint(0, angle),
@@ -292,7 +292,7 @@ TEST_F(ModeBar, scrolls_by_the_wheel_and_no_further_than_its_ends) {
   };
   wheel(-60);
   EXPECT_EQ(scrolled(), 30);
-  // No further would more of the first pill be cut than can be told.
+  // The row does not stop where only a sliver of the first pill would be visible.
   wheel(-60);
   EXPECT_EQ(rectOf(item("treemapMode")).right(), 14 - 4);
   wheel(-12000);
@@ -302,7 +302,7 @@ TEST_F(ModeBar, scrolls_by_the_wheel_and_no_further_than_its_ends) {
   EXPECT_EQ(scrolled(), 0);
 }
 
-TEST_F(ModeBar, brings_what_can_be_done_into_sight_once_something_is_selected) {
+TEST_F(ModeBar, the_row_scrolls_to_the_actions_when_they_appear) {
   scan();
   show(700);
   select();
@@ -325,7 +325,7 @@ TEST_F(ModeBar, brings_what_can_be_done_into_sight_once_something_is_selected) {
   EXPECT_TRUE(isAtEnd("putBack"));
 }
 
-TEST_F(ModeBar, gives_the_keyboard_to_what_comes_before_a_pill_that_goes) {
+TEST_F(ModeBar, the_focus_moves_to_the_control_before_a_pill_that_is_hidden) {
   scan();
   show();
   select();

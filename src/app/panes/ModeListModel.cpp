@@ -12,7 +12,7 @@ namespace {
 struct Button {
   VizMode mode;
   const char* key;
-  const char* label;  // null where each system has its own
+  const char* label;  // null if each system has its own
 };
 
 constexpr std::array<Button, 9> buttons = {{

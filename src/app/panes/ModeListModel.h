@@ -1,5 +1,5 @@
-// The ways of showing the tree that have a button, a row each in the order of the buttons. Two ways
-// have none; they have a name all the same.
+// The modes of showing the tree that have a button, in the order of the buttons, one row each. Two
+// modes have a name but no button.
 #pragma once
 
 #include <optional>
@@ -19,21 +19,21 @@ class ModeListModel : public QAbstractListModel {
 
  public:
   enum Role {
-    KeyRole = Qt::UserRole + 1,  // the mode's name in the program
+    KeyRole = Qt::UserRole + 1,  // identifies the mode in code
     LabelRole,
-    ActiveRole,       // it is the one in force
-    StartsGroupRole,  // a rule stands before its button
+    ActiveRole,       // this is the current mode
+    StartsGroupRole,  // a separator precedes its button
   };
 
-  // The mode's name in the program; empty for a mode without a button.
+  // Identifies the mode in code; empty for a mode without a button.
   static QString keyOf(VizMode mode);
-  // What a person calls a mode; the same on its button and over its view.
+  // The displayed name of a mode, on its button and above its view.
   static QString labelOf(VizMode mode);
 
-  // What it is given outlives it.
+  // `shown` must outlive it.
   explicit ModeListModel(Shown& shown, QObject* parent = nullptr);
 
-  // Shows the tree in the way of this row.
+  // Sets the mode of this row; does nothing for any other row number.
   Q_INVOKABLE void choose(int row);
 
   int rowCount(const QModelIndex& parent = {}) const override;

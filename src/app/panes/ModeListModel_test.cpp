@@ -35,13 +35,13 @@ class ModeListModelTest : public SessionFixture {
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(ModeListModelTest, has_its_buttons_and_the_treemap_active_at_first) {
+TEST_F(ModeListModelTest, the_model_has_nine_rows_and_the_treemap_is_active_at_first) {
   EXPECT_EQ(model_.rowCount(), 9);
   for (int row = 0; row < 9; ++row)
     EXPECT_EQ(model_.data(model_.index(row), ModeListModel::ActiveRole).toBool(), row == 0);
 }
 
-TEST_F(ModeListModelTest, lists_nine_of_the_eleven_modes) {
+TEST_F(ModeListModelTest, the_rows_are_nine_of_the_eleven_modes) {
   EXPECT_THAT(column(ModeListModel::LabelRole),
               ElementsAre("Treemap", "List Wins", "Grew", "Duplicates", "Compare", "Largest",
                           "Shared Blocks", "History", "Safe Score"));
@@ -52,7 +52,7 @@ TEST_F(ModeListModelTest, lists_nine_of_the_eleven_modes) {
     EXPECT_EQ(at(row, ModeListModel::StartsGroupRole).toBool(), row == 6);
 }
 
-TEST_F(ModeListModelTest, sets_each_mode_by_its_row_and_never_the_two_without_one) {
+TEST_F(ModeListModelTest, choosing_a_row_sets_its_mode_and_other_numbers_do_nothing) {
   const VizMode modes[] = {VizMode::treemap,    VizMode::list,    VizMode::grew,
                            VizMode::duplicates, VizMode::compare, VizMode::largest,
                            VizMode::clones,     VizMode::history, VizMode::safe};
@@ -67,7 +67,7 @@ TEST_F(ModeListModelTest, sets_each_mode_by_its_row_and_never_the_two_without_on
   }
 }
 
-TEST_F(ModeListModelTest, tells_of_the_two_rows_that_change) {
+TEST_F(ModeListModelTest, a_change_of_the_mode_updates_the_two_rows_concerned) {
   QSignalSpy changes(&model_, &ModeListModel::dataChanged);
   session().shown().setVizMode(VizMode::history);
   ASSERT_EQ(changes.count(), 2);
@@ -78,7 +78,7 @@ TEST_F(ModeListModelTest, tells_of_the_two_rows_that_change) {
   EXPECT_THAT(active(), ElementsAre());
 }
 
-TEST_F(ModeListModelTest, has_a_label_for_every_mode) {
+TEST_F(ModeListModelTest, modes_without_a_button_have_a_label_too) {
   EXPECT_EQ(ModeListModel::labelOf(VizMode::clones), "Shared Blocks");
   EXPECT_EQ(ModeListModel::labelOf(VizMode::aliases), "Aliases");
   EXPECT_EQ(ModeListModel::labelOf(VizMode::cloud), "Cloud");

@@ -1,5 +1,5 @@
-// A pill of the row above the map. Where it goes while it has the keyboard, what comes before it gets
-// that.
+// A pill of the row above the map. If it is hidden while it has the focus, the control before it
+// gets the focus.
 import Tessaly.Controls
 
 MarrowPill {

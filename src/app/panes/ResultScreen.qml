@@ -1,4 +1,4 @@
-// The finished tree. While it is scanned anew it stays where it is, under a banner.
+// The finished tree. It stays on screen during another scan, under a banner.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Map
@@ -16,8 +16,8 @@ Item {
     readonly property ListPane shownList: list.item as ListPane
     readonly property bool listHasKeyboard: shownList !== null && shownList.activeFocus
 
-    // Where the list has just given way to the map, the keyboard goes on there. The linter takes this
-    // for a value that may be anything.
+    // When the map replaces a list that has the focus, the map takes the focus. The linter does not
+    // know the type.
     // qmllint disable
     onListHasKeyboardChanged: {
         if (!listHasKeyboard && map.showsTreemap)
@@ -41,7 +41,6 @@ Item {
     Component {
         id: grewView
 
-        // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
         GrewListView {
             id: grew
@@ -55,7 +54,6 @@ Item {
     Component {
         id: largestView
 
-        // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
         LargestListView {
             id: largest
@@ -97,7 +95,6 @@ Item {
             Layout.bottomMargin: 10
             active: canvasSwitch.active
             visible: screen.map.showsTreemap
-            // The names of this file reach into the component, though the linter cannot know.
             // qmllint disable unqualified
             sourceComponent: TreemapCanvas {
                 objectName: "canvas"
@@ -143,7 +140,7 @@ Item {
     ScanningBanner {
         objectName: "banner"
         anchors.horizontalCenter: parent.horizontalCenter
-        // The modes can be chosen meanwhile.
+        // Below the row of modes, which can be used during the scan.
         y: modeBar.height + 8
         visible: screen.map.rescanning
         run: screen.session.run

@@ -1,4 +1,4 @@
-// A scan that runs while an older result is on screen.
+// The progress of a scan over the result of an older one.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
@@ -21,7 +21,7 @@ RoundedPanel {
     shadowRadius: 12
     shadowOffset: 4
 
-    // What lies under the banner gets no clicks through it.
+    // Clicks do not pass through the banner.
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.AllButtons

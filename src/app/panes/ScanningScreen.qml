@@ -1,4 +1,4 @@
-// The first scan of a session, with nothing else to look at meanwhile.
+// The progress of a scan without an older result.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

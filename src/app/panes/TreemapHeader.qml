@@ -1,4 +1,4 @@
-// Which folder the map shows, how large it is, and what it holds.
+// The folder that the map shows: its name, size and content.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Panes
@@ -30,7 +30,7 @@ Item {
         Text {
             id: name
 
-            // All that the other texts leave over, if it needs that much.
+            // The width that the other texts leave.
             readonly property real room: header.width - 2 * row.x - 4 * row.spacing - symbol.width
                 - size.implicitWidth - items.implicitWidth - stats.implicitWidth
                 - (unreadable.visible ? unreadable.width + stats.gap : 0)
@@ -76,7 +76,7 @@ Item {
     Text {
         id: stats
 
-        // As wide as a blank of its font.
+        // As wide as a space of its font.
         readonly property real gap: 6
 
         objectName: "stats"

@@ -1,5 +1,5 @@
-// How much a scan could not read. What that is, is listed while the pointer rests there, or the
-// keyboard does.
+// The number of items that a scan could not read. They are listed while the pointer rests on the
+// number or it has the focus.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -47,15 +47,14 @@ T.Control {
         control: figure
     }
 
-    // Not there before it is asked for: the list is long.
+    // Loaded only on demand, since the list is long.
     Loader {
         active: figure.isAsked
-        // The names of this file reach into the component, though the linter cannot know.
         // qmllint disable unqualified
         sourceComponent: MarrowToolTip {
             objectName: "unreadableTip"
             parent: figure
-            // Above the header there is no room for a list.
+            // The space above the header is too small for the list.
             y: figure.height + 6
             text: figure.map.unreadableList
             visible: figure.isAsked

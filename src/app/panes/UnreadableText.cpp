@@ -14,12 +14,12 @@ namespace tessaly::UnreadableText {
 namespace {
 
 constexpr std::size_t mostLines = 20;
-// Characters of a path, before and after what is cut out of it.
+// The kept characters of a path, before and after the elided part.
 constexpr qsizetype mostBefore = 24;
 constexpr qsizetype mostAfter = 48;
 
 QString cutInTheMiddle(const QString& text) {
-  // Where characters begin, as a person counts them.
+  // Where the user-perceived characters (grapheme clusters) begin.
   std::vector<qsizetype> starts;
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
   for (qsizetype at = 0; at >= 0 && at < text.size(); at = finder.toNextBoundary()) {

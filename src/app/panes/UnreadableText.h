@@ -1,4 +1,4 @@
-// What the figures of a scan say of what it could not read. Pure.
+// Texts about the items that a scan could not read. Pure functions.
 #pragma once
 
 #include <QString>
@@ -7,15 +7,15 @@
 
 namespace tessaly::UnreadableText {
 
-// "· 12 unreadable"; empty where all was read.
+// "· 12 unreadable"; empty if everything was read.
 QString figure(const UnreadableItems& items);
 
-// The first of them, a line each, "/root: not permitted", and how many more there are. Long paths
-// are cut in the middle, so that the whole has room in the smallest window. Empty where all was
+// The first items, a line each, "/root: not permitted", and the number of the others. Long paths
+// are elided in the middle, so that the list fits in the smallest window. Empty if everything was
 // read.
 QString list(const UnreadableItems& items);
 
-// Why one could not be read, in words that follow a colon.
+// Why an item could not be read, as text after a colon.
 QString reason(const SystemError& failure);
 
 }  // namespace tessaly::UnreadableText
