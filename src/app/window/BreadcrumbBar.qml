@@ -1,4 +1,4 @@
-// The way down to the folder on screen. Each step leads back to it; the last one is where we are.
+// The path from the scanned folder to the folder on screen. A click on a step shows its folder.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Window
@@ -32,7 +32,6 @@ Rectangle {
             Repeater {
                 model: bar.crumbs
 
-                // The names of this file reach into the component, though the linter cannot know.
                 // qmllint disable unqualified
                 Row {
                     id: step
@@ -48,7 +47,7 @@ Rectangle {
                     BreadcrumbChip {
                         objectName: "chip"
                         anchors.verticalCenter: parent.verticalCenter
-                        // The longest name leaves its chip in sight from end to end.
+                        // The chip of the longest name fits in the visible part.
                         width: Math.min(implicitWidth, scroller.width - 2 * scroller.ringRoom)
                         text: step.name
                         symbol: step.first ? "internaldrive" : "folder"

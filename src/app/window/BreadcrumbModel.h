@@ -1,5 +1,5 @@
-// The way from the scanned folder down to the folder on screen, one row each. It follows the
-// session's navigation stack.
+// The folders from the scanned one to the one on screen, one row each. Follows the session's
+// navigation stack.
 #pragma once
 
 #include <string>
@@ -24,10 +24,10 @@ class BreadcrumbModel : public QAbstractListModel {
     LastRole,   // the folder on screen
   };
 
-  // What it is given outlives it.
+  // `navigation` must outlive it.
   explicit BreadcrumbModel(Navigation& navigation, QObject* parent = nullptr);
 
-  // Makes the folder of this row the one on screen.
+  // Shows the folder of this row.
   Q_INVOKABLE void jump(int row);
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -40,14 +40,14 @@ class BreadcrumbModelTest : public SessionFixture {
   WindowState bars_{session(), access_};
 };
 
-TEST_F(BreadcrumbModelTest, follows_the_way_down) {
+TEST_F(BreadcrumbModelTest, the_rows_are_the_folders_down_to_the_one_on_screen) {
   EXPECT_EQ(names(), QStringList{"home"});
   drillIn();
   drillIn();
   EXPECT_EQ(names(), (QStringList{"home", QStringLiteral("b\ufffd"), "c"}));
 }
 
-TEST_F(BreadcrumbModelTest, marks_the_first_and_the_last_step) {
+TEST_F(BreadcrumbModelTest, the_first_and_the_last_row_are_marked) {
   drillIn();
   drillIn();
   EXPECT_TRUE(flag(0, BreadcrumbModel::FirstRole));
@@ -58,7 +58,7 @@ TEST_F(BreadcrumbModelTest, marks_the_first_and_the_last_step) {
   EXPECT_TRUE(flag(2, BreadcrumbModel::LastRole));
 }
 
-TEST_F(BreadcrumbModelTest, keeps_the_rows_that_stay) {
+TEST_F(BreadcrumbModelTest, going_back_removes_the_last_row_and_keeps_the_others) {
   drillIn();
   drillIn();
   QSignalSpy resets(&model_, &BreadcrumbModel::modelReset);
@@ -74,7 +74,7 @@ TEST_F(BreadcrumbModelTest, keeps_the_rows_that_stay) {
   EXPECT_TRUE(flag(1, BreadcrumbModel::LastRole));
 }
 
-TEST_F(BreadcrumbModelTest, leads_to_the_folder_of_a_row) {
+TEST_F(BreadcrumbModelTest, a_jump_shows_the_folder_of_its_row) {
   drillIn();
   drillIn();
   model_.jump(0);
@@ -82,7 +82,7 @@ TEST_F(BreadcrumbModelTest, leads_to_the_folder_of_a_row) {
   EXPECT_EQ(session().navigation().current()->path(), "/home");
 }
 
-TEST_F(BreadcrumbModelTest, begins_anew_with_another_root) {
+TEST_F(BreadcrumbModelTest, a_scan_of_another_root_replaces_the_rows) {
   drillIn();
   walks_.at(1).result = tree("/srv", 20);
   session().scan("/srv");
@@ -91,7 +91,7 @@ TEST_F(BreadcrumbModelTest, begins_anew_with_another_root) {
   EXPECT_TRUE(flag(0, BreadcrumbModel::LastRole));
 }
 
-TEST_F(BreadcrumbModelTest, keeps_the_row_of_a_folder_that_has_become_the_root) {
+TEST_F(BreadcrumbModelTest, the_row_of_a_folder_that_becomes_the_root_is_kept) {
   drillIn();
   walks_.at(1).result = tree("/home/b\xff", 20);
   QSignalSpy changes(&model_, &BreadcrumbModel::dataChanged);
@@ -102,7 +102,7 @@ TEST_F(BreadcrumbModelTest, keeps_the_row_of_a_folder_that_has_become_the_root) 
   EXPECT_EQ(changes.count(), 1);
 }
 
-TEST_F(BreadcrumbModelTest, stands_with_the_back_button_below_the_root_of_the_map) {
+TEST_F(BreadcrumbModelTest, back_button_and_breadcrumbs_are_shown_below_the_root) {
   EXPECT_FALSE(bars_.showsBackButton());
   EXPECT_FALSE(bars_.showsBreadcrumbs());
   QSignalSpy changes(&bars_, &WindowState::changed);

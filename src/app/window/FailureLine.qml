@@ -1,5 +1,5 @@
-// What failed, in a row of its own that takes nothing from what is to be seen but its height. It
-// stays until it is dismissed; then the failure before it is told, if that was not dismissed.
+// The latest failure, in a row that takes only its height from the content. It stays until it is
+// dismissed; then an earlier failure that was not dismissed is shown.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -76,10 +76,10 @@ Rectangle {
         padding: 6
         opacity: pressed ? 0.7 : 1
         focusRadius: 5
-        // A click leaves the keyboard where it is.
+        // A click does not move the keyboard focus.
         focusPolicy: Qt.TabFocus
         onClicked: {
-            // The line goes, and the keyboard goes on to what comes after it.
+            // Dismissing hides the line, so the focus moves on first.
             if (activeFocus && line.failure.earlier === "")
                 nextItemInFocusChain().forceActiveFocus(focusReason)
             line.messages.dismissFailure()

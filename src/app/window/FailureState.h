@@ -1,4 +1,4 @@
-// What failed, as the line in the window tells it.
+// The failures, as the line in the window shows them.
 #pragma once
 
 #include <QObject>
@@ -14,13 +14,13 @@ class FailureState : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
-  // The latest failure that was not dismissed.
+  // The latest failure that has not been dismissed.
   Q_PROPERTY(QString text READ text NOTIFY changed)
-  // How many wait behind it, "2 earlier"; empty for none.
+  // The number of earlier failures, "2 earlier"; empty for none.
   Q_PROPERTY(QString earlier READ earlier NOTIFY changed)
 
  public:
-  // What it is given outlives it.
+  // `messages` must outlive it.
   explicit FailureState(const Messages& messages, QObject* parent = nullptr);
 
   bool isShown() const;

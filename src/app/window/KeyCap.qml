@@ -1,4 +1,4 @@
-// The keys that do something, as on their caps.
+// A key or key combination, drawn as key caps.
 import QtQuick
 import Tessaly.Controls
 

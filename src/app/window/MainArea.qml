@@ -1,4 +1,4 @@
-// What the window shows beside its sidebar: the pane in front, and the search over it.
+// The window's area beside the sidebar: the current pane, and the search over it.
 import QtQuick
 import Tessaly.Model
 import Tessaly.Overlays
@@ -12,10 +12,10 @@ Item {
     required property ScanSession session
     required property NodeActions actions
     required property WindowState bars
-    // Something lies over the whole window.
+    // A layer covers the whole window.
     required property bool covered
 
-    // Tab goes from the bars into the search, past what lies under it.
+    // Tab goes from the bars into the search, past the items below it.
     Item {
         activeFocusOnTab: search.visible
         Accessible.ignored: true

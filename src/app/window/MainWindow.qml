@@ -1,4 +1,4 @@
-// The main window: its bars, the pane in front, and what lies over them.
+// The main window: its bars, the current pane, and the layers over them.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Commands
@@ -187,7 +187,7 @@ Window {
         session: window.session
     }
 
-    // The window itself can be had hold of whatever stands before its content.
+    // The title bar moves the window even while the gate covers it.
     WindowMover {
         objectName: "gateMover"
         width: parent.width
@@ -216,7 +216,7 @@ Window {
         onActivated: window.bars.putAway()
     }
 
-    // The search may be asked for from anywhere in the desktop.
+    // The search can be opened from outside the window, too.
     Connections {
         target: window.session.shown
 
@@ -226,8 +226,8 @@ Window {
         }
     }
 
-    // Looks into what has the focus on the map, and comes before the button that has the keyboard:
-    // Return presses that.
+    // Previews the focused item of the map, even if a button has the keyboard focus: Return presses
+    // that.
     Shortcut {
         sequence: "Space"
         enabled: window.bars.canPreview
@@ -264,7 +264,7 @@ Window {
         onActivated: window.bars.settingsOpen = true
     }
 
-    // The window and the program end whatever lies over the map.
+    // These two work whatever covers the map.
     Shortcut {
         sequence: "Ctrl+W"
         enabled: !window.bars.menuOpen

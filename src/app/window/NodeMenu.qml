@@ -1,4 +1,4 @@
-// Asks what to do with one item. Up and Down go from answer to answer.
+// The menu of an item of the map. Up and Down move through its buttons.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model
@@ -11,7 +11,7 @@ QuestionPanel {
     required property NodeMenuState question
     required property NodeActions actions
 
-    // The node is the question's own, and goes with it.
+    // Dismissing clears the node, so the action comes first.
     function answer(act) {
         act(menu.question.node)
         menu.question.dismiss()
@@ -105,7 +105,7 @@ QuestionPanel {
             width: parent.width
             text: "Move to Trash"
             labelColor: Theme.error
-            // Puts the question away by itself.
+            // Closes the menu itself.
             onClicked: menu.question.trash(menu.question.node)
         }
 

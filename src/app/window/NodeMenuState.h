@@ -1,4 +1,4 @@
-// The question what to do with one item of the map.
+// The menu of an item of the map.
 #pragma once
 
 #include <QObject>
@@ -19,7 +19,7 @@ class NodeMenuState : public QObject {
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY changed)
 
  public:
-  // What it is given outlives it.
+  // `session` must outlive it.
   explicit NodeMenuState(ScanSession& session, QObject* parent = nullptr);
 
   bool isShown() const;
@@ -27,7 +27,7 @@ class NodeMenuState : public QObject {
   NodeHandle node() const;
 
   Q_INVOKABLE void dismiss();
-  // Both for the node that the question was about; nothing for a handle without one.
+  // These take the menu's node; a handle without a node does nothing.
   Q_INVOKABLE void addToQueue(const tessaly::NodeHandle& node);
   Q_INVOKABLE void trash(const tessaly::NodeHandle& node);
 

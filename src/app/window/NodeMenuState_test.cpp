@@ -14,13 +14,13 @@ class NodeMenuStateTest : public SessionFixture {
   NodeMenuState state_{session()};
 };
 
-TEST_F(NodeMenuStateTest, shows_nothing_at_first) {
+TEST_F(NodeMenuStateTest, the_menu_is_hidden_at_first) {
   EXPECT_FALSE(state_.isShown());
   EXPECT_EQ(state_.title(), QStringLiteral("Item"));
   EXPECT_FALSE(state_.node().isValid());
 }
 
-TEST_F(NodeMenuStateTest, asks_about_the_node_by_its_name) {
+TEST_F(NodeMenuStateTest, the_menu_has_the_name_of_its_node_as_title) {
   const QSignalSpy changes(&state_, &NodeMenuState::changed);
   session().shown().setMenuNode(file("/data/caf\xe9", 1));
   EXPECT_TRUE(state_.isShown());
@@ -32,7 +32,7 @@ TEST_F(NodeMenuStateTest, asks_about_the_node_by_its_name) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(NodeMenuStateTest, queues_and_throws_away_the_node_that_was_asked_about) {
+TEST_F(NodeMenuStateTest, the_node_is_queued_or_moved_to_the_trash) {
   machine_.trash.put("/data/film");
   const NodeHandle film(file("/data/film", 1));
   state_.addToQueue(film);
@@ -44,7 +44,7 @@ TEST_F(NodeMenuStateTest, queues_and_throws_away_the_node_that_was_asked_about) 
   EXPECT_FALSE(state_.isShown());
 }
 
-TEST_F(NodeMenuStateTest, does_nothing_without_a_node) {
+TEST_F(NodeMenuStateTest, actions_do_nothing_for_a_handle_without_a_node) {
   state_.addToQueue(NodeHandle());
   state_.trash(NodeHandle());
   EXPECT_TRUE(session().cleanupQueue().queue().empty());

@@ -1,4 +1,4 @@
-// Opens something over the window; a symbol alone.
+// A button with a symbol only, which opens an overlay.
 import QtQuick
 import Tessaly.Controls
 

@@ -1,4 +1,4 @@
-// Brings a pane to the front.
+// A button that shows a pane.
 import QtQuick
 import Tessaly.Controls
 

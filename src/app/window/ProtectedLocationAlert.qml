@@ -1,4 +1,4 @@
-// Asks before a critical item goes to the Trash. The way out is at hand: Cancel has the keyboard.
+// Asks before a critical item is moved to the Trash. Cancel has the keyboard focus at first.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Model

@@ -1,4 +1,4 @@
-// The warning before something goes to the Trash that the user will hardly want there.
+// The warning before a critical item is moved to the Trash.
 #pragma once
 
 #include <string>
@@ -16,11 +16,11 @@ class ProtectedLocationState : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
-  // Why, and below an empty line the item's path.
+  // The reason, and below an empty line the item's path.
   Q_PROPERTY(QString message READ message NOTIFY changed)
 
  public:
-  // What it is given outlives it.
+  // `removal` must outlive it.
   ProtectedLocationState(const Removal& removal, std::string homeDirectory,
                          QObject* parent = nullptr);
 

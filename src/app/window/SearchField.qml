@@ -1,4 +1,4 @@
-// Looks like a field to type into and is a button: it opens the search, which has the real one.
+// A button that looks like a text field. It opens the search, which has the real field.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls

@@ -1,4 +1,4 @@
-// The row at the top of the window. It begins to the right of where the window's own buttons stand.
+// The row at the top of the window, with space at its left for the window's buttons.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls
@@ -159,7 +159,8 @@ Item {
 
                 objectName: "openMenu"
                 symbol: "line.3.horizontal"
-                // A click leaves the keyboard to the field that the menu may edit.
+                // A click does not take the focus from a text field, which the menu's commands may
+                // edit.
                 focusPolicy: Qt.TabFocus
                 Accessible.role: Accessible.ButtonMenu
                 Accessible.name: "Menu"

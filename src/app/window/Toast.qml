@@ -1,5 +1,5 @@
-// A short message over the bottom of the window. It comes up from the edge and goes the same way,
-// and never takes a click from what lies under it.
+// A short message at the bottom of the window. It slides in from the edge and out again. Clicks
+// pass through it.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Window

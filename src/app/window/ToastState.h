@@ -14,11 +14,11 @@ class ToastState : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
-  // The message on show, or else the last one, which is still to be seen while it fades.
+  // The current message, or the last one, which is still visible while it fades out.
   Q_PROPERTY(QString text READ text NOTIFY changed)
 
  public:
-  // What it is given outlives it.
+  // `messages` must outlive it.
   explicit ToastState(const Messages& messages, QObject* parent = nullptr);
 
   bool isShown() const { return shown_; }

@@ -1,7 +1,6 @@
-// Makes the state objects of the window's views. Each belongs to the view that it is made for, and
-// goes with it.
+// Creates the state objects of the window's views. Each is owned by its view.
 //
-// Main thread only. The session and the access controller outlive the views.
+// Main thread only. The session and the access controller must outlive the views.
 #pragma once
 
 #include <QObject>

@@ -1,5 +1,5 @@
-// One of the window's own three buttons: a small disc that tells what it does while the pointer or
-// the keyboard is on one of them.
+// One of the window's three buttons: a small disc, with a symbol while the pointer or the focus is
+// on any of them.
 import QtQuick
 import Tessaly.Controls
 
@@ -18,7 +18,7 @@ MarrowButton {
     implicitHeight: 12
     opacity: pressed ? 0.75 : 1
     focusRadius: 6
-    // A click leaves the keyboard where it is, and with what lies over the window.
+    // A click does not move the keyboard focus.
     focusPolicy: Qt.TabFocus
 
     background: RoundedPanel {

@@ -14,7 +14,7 @@ void WindowChrome::updatePolish() {
   QQuickWindow* const host = window();
   if (host == nullptr) return;
   host->setFlag(Qt::FramelessWindowHint);
-  // What is to be seen before the first frame, and where the content leaves something over.
+  // The background before the first frame, and wherever the content does not cover it.
   host->setColor(QColor(0x1E, 0x1E, 0x1E));
 }
 

@@ -1,6 +1,5 @@
-// Takes the system's frame off the window that it is put into, so that the content reaches to its
-// edges. It shows nothing itself, and does its work a moment after it has come into a window, and
-// again with every change of it.
+// An invisible item that removes the system's frame from its window, so that the content reaches to
+// the edges. It acts on the next polish after it is put into a window.
 #pragma once
 
 #include <QQuickItem>

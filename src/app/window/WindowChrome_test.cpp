@@ -1,4 +1,4 @@
-// A window without a frame, moved and resized by this code where the desktop does not.
+// A window without a frame: this code moves and resizes it if the desktop does not.
 #include "app/window/WindowChrome.h"
 
 #include <gtest/gtest.h>

@@ -10,8 +10,7 @@ namespace tessaly {
 
 namespace {
 
-// How far from an edge, in points, the pointer still has hold of it; and how far along it a corner
-// reaches.
+// The width of the area at an edge, in points, that resizes the window; and the length of a corner.
 constexpr double grip = 5;
 constexpr double corner = 12;
 
@@ -82,7 +81,8 @@ void WindowEdges::mouseUngrabEvent() {
   pulled_ = {};
 }
 
-// Where no desktop does it. The edge across stays where it is, also at the smallest size.
+// For desktops without resizing by clients. The opposite edge stays in place, even at the smallest
+// size.
 void WindowEdges::pull(QPointF way) {
   const QPoint by = way.toPoint();
   QRect now = windowWas_;

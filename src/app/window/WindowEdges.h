@@ -1,5 +1,5 @@
-// The edges of a window that has no frame to be resized by. It covers the window but takes the
-// pointer only within a few points of an edge, and nowhere while the window fills the screen.
+// The edges that resize a window without a frame. The item covers the window but takes the pointer
+// only within a few points of an edge, and not at all while the window is maximised or full-screen.
 #pragma once
 
 #include <QPointF>
@@ -16,7 +16,7 @@ class WindowEdges : public QQuickItem {
  public:
   explicit WindowEdges(QQuickItem* parent = nullptr);
 
-  // The edges that a pointer at `point` pulls at; a corner is two of them.
+  // The edges that a drag from `point` moves; a corner is two of them.
   Qt::Edges edgesAt(const QPointF& point) const;
 
   bool contains(const QPointF& point) const override;

@@ -31,7 +31,7 @@ void WindowMover::mouseMoveEvent(QMouseEvent* event) {
   const QPointF way = event->globalPosition() - pressedAt_;
   if (pull_ == Pull::pressed &&
       way.manhattanLength() >= QGuiApplication::styleHints()->startDragDistance()) {
-    // The desktop moves it better than we can: it knows of edges to stick to. It takes the pointer.
+    // The desktop's own move is better, since it snaps to edges. It takes over the pointer.
     pull_ = window()->startSystemMove() ? Pull::none : Pull::moving;
   }
   if (pull_ == Pull::moving) window()->setPosition(windowStood_ + way.toPoint());
@@ -46,7 +46,7 @@ void WindowMover::mouseUngrabEvent() {
 }
 
 void WindowMover::mouseDoubleClickEvent(QMouseEvent* event) {
-  // Below the title bar it is the press that came before it.
+  // Below the title bar, the second press counts as an ordinary press.
   if (event->position().y() >= titleHeight_) return;
   pull_ = Pull::none;
   zoom();

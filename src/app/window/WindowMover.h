@@ -1,6 +1,5 @@
-// The part of a window that moves it: pulled, it takes the window along; clicked twice on the title
-// bar, it makes the window as large as the screen, and back. It lies behind everything that has a
-// use of its own for the pointer.
+// The area that moves its window: a drag moves it, a double click on the title bar maximises it or
+// restores its size. All items that use the pointer are above it.
 #pragma once
 
 #include <QPointF>
@@ -12,14 +11,13 @@ namespace tessaly {
 class WindowMover : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
-  // How far down from its top the title bar reaches, in points. Below, a double click is two
-  // presses.
+  // The height of the title bar, in points. Below it, a double click counts as two presses.
   Q_PROPERTY(double titleHeight MEMBER titleHeight_ NOTIFY titleHeightChanged)
 
  public:
   explicit WindowMover(QQuickItem* parent = nullptr);
 
-  // As large as the screen, or as it was before.
+  // Maximises the window, or restores its size.
   Q_INVOKABLE void zoom();
 
  signals:
@@ -38,7 +36,7 @@ class WindowMover : public QQuickItem {
   double titleHeight_ = 0;
   Pull pull_ = Pull::none;
   QPointF pressedAt_;   // on the screen
-  QPoint windowStood_;  // its place on the screen at the press
+  QPoint windowStood_;  // the window's position on the screen at the press
 };
 
 }  // namespace tessaly

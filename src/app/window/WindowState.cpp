@@ -54,7 +54,7 @@ bool WindowState::isQueueUnfolded() const {
   return session_.cleanupQueue().queueOpen() && !session_.cleanupQueue().queueMinimized();
 }
 
-// Folds the panel to its header, from which it comes back; hides it where nothing waits in it.
+// Collapses the queue's panel, or hides it if the queue is empty.
 void WindowState::putQueueAway() {
   if (session_.cleanupQueue().queue().empty()) {
     session_.cleanupQueue().setQueueOpen(false);

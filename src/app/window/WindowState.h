@@ -1,5 +1,5 @@
-// Which pane is in front, which of the window's bars and buttons stand, what they say, and what
-// lies over them, as the session goes.
+// The state of the window: the current pane, the visible bars and buttons with their texts, and the
+// layers that cover them.
 #pragma once
 
 #include <QObject>
@@ -22,33 +22,33 @@ class WindowState : public QObject {
   // The volume of the folder on screen.
   Q_PROPERTY(QString volumeName READ volumeName NOTIFY changed)
   Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
-  // The settings lie over the window.
+  // The settings are shown.
   Q_PROPERTY(bool settingsOpen READ settingsOpen WRITE setSettingsOpen NOTIFY settingsOpenChanged)
-  // The menu of commands, which tells it.
+  // The menu of commands is open; the menu sets this.
   Q_PROPERTY(bool menuOpen READ isMenuOpen WRITE setMenuOpen NOTIFY layersChanged)
-  // The gate, a question or a card lies over the whole window, the search included.
+  // The gate, a question or a card covers the whole window, including the search.
   Q_PROPERTY(bool covered READ isCovered NOTIFY layersChanged)
-  // Nothing lies over what the commands act on, except perhaps their menu.
+  // No layer covers the content that commands act on; their menu does not count.
   Q_PROPERTY(bool clear READ isClear NOTIFY layersChanged)
-  // The keys of commands act.
+  // The shortcuts of commands work.
   Q_PROPERTY(bool takesCommands READ takesCommands NOTIFY layersChanged)
-  // Escape has something to put away.
+  // Escape has something to close.
   Q_PROPERTY(bool canPutAway READ canPutAway NOTIFY layersChanged)
-  // An item of the map can be previewed by a key.
+  // A key can preview the focused item of the map.
   Q_PROPERTY(bool canPreview READ canPreview NOTIFY layersChanged)
 
  public:
   enum Pane { Map, Apps, Monitor };
   Q_ENUM(Pane)
 
-  // What it is given outlives it.
+  // The arguments must outlive it.
   WindowState(ScanSession& session, const AccessController& access, QObject* parent = nullptr);
 
   Pane pane() const;
   void setPane(Pane pane);
-  // There is a folder to go back to, whichever pane is in front.
+  // There is a folder to go back to, in any pane.
   bool showsBackButton() const;
-  // The same, and the map is in front.
+  // There is such a folder, and the map is the current pane.
   bool showsBreadcrumbs() const;
   QString volumeName() const;
   bool hasFocusedNode() const;
@@ -62,8 +62,8 @@ class WindowState : public QObject {
   bool takesCommands() const;
   bool canPutAway() const { return escape() != Escape::nothing; }
   bool canPreview() const;
-  // Puts away what is in front: the search, then the panel of the queue, then another pane than the
-  // map, then a list in place of the treemap. Covers and menus close by themselves.
+  // Closes the topmost of these: the search, the queue's panel, a pane other than the map, a list
+  // in place of the treemap. Layers over the whole window and menus close by themselves.
   Q_INVOKABLE void putAway();
 
  signals:

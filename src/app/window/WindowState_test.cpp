@@ -23,14 +23,14 @@ class WindowStateTest : public SessionFixture {
   WindowState state_{session(), access_};
 };
 
-TEST_F(WindowStateTest, has_little_to_tell_at_first) {
+TEST_F(WindowStateTest, the_window_shows_the_map_and_the_system_disk_at_first) {
   EXPECT_EQ(state_.pane(), WindowState::Map);
   EXPECT_FALSE(state_.showsBackButton());
   EXPECT_FALSE(state_.hasFocusedNode());
   EXPECT_EQ(state_.volumeName(), QStringLiteral("System Disk"));
 }
 
-TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
+TEST_F(WindowStateTest, the_current_pane_is_set_by_the_window_and_by_the_session) {
   const QSignalSpy changes(&state_, &WindowState::changed);
   state_.setPane(WindowState::Monitor);
   EXPECT_EQ(session().shown().pane(), MainPane::monitor);
@@ -39,7 +39,7 @@ TEST_F(WindowStateTest, brings_a_pane_to_the_front) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the_map_alone) {
+TEST_F(WindowStateTest, the_back_button_is_shown_below_the_root_and_breadcrumbs_only_on_the_map) {
   scanTo(folder("/data", 2, {folder("/data/in", 2, {file("/data/in/a", 2)})}));
   EXPECT_FALSE(state_.showsBackButton());
   EXPECT_FALSE(state_.showsBreadcrumbs());
@@ -51,7 +51,7 @@ TEST_F(WindowStateTest, shows_the_way_back_below_the_root_and_breadcrumbs_on_the
   EXPECT_FALSE(state_.showsBreadcrumbs());
 }
 
-TEST_F(WindowStateTest, names_the_volume_of_the_folder_on_screen) {
+TEST_F(WindowStateTest, the_volume_of_the_folder_on_screen_is_named) {
   EXPECT_EQ(state_.volumeName(), QStringLiteral("System Disk"));
   df_ =
       "Filesystem 1K-blocks Used Available Use% Mounted on\n"
@@ -61,7 +61,7 @@ TEST_F(WindowStateTest, names_the_volume_of_the_folder_on_screen) {
   EXPECT_EQ(state_.volumeName(), QStringLiteral("Music"));
 }
 
-TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
+TEST_F(WindowStateTest, opening_and_closing_the_settings_is_announced) {
   const QSignalSpy changes(&state_, &WindowState::settingsOpenChanged);
   EXPECT_FALSE(state_.settingsOpen());
   state_.setSettingsOpen(true);
@@ -73,7 +73,7 @@ TEST_F(WindowStateTest, remembers_whether_the_settings_are_open) {
   EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(WindowStateTest, folds_a_queue_in_which_something_waits_and_hides_an_empty_one) {
+TEST_F(WindowStateTest, escape_collapses_a_filled_queue_and_hides_an_empty_one) {
   const QSignalSpy changes(&state_, &WindowState::layersChanged);
   EXPECT_FALSE(state_.canPutAway());
   session().cleanupQueue().addToQueue(file("/a", 1));
@@ -92,7 +92,7 @@ TEST_F(WindowStateTest, folds_a_queue_in_which_something_waits_and_hides_an_empt
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-// What Escape may put away, in front of the map as it is at first.
+// The layers that Escape closes, topmost first, over the map.
 struct Layer {
   const char* name;
   void (*open)(ScanSession& session);
@@ -109,7 +109,7 @@ const Layer layers[] = {
     {"list", [](ScanSession& session) { session.shown().setVizMode(VizMode::history); },
      [](ScanSession& session) { return session.shown().vizMode() != VizMode::treemap; }}};
 
-TEST_F(WindowStateTest, puts_away_the_front_of_any_set_of_layers_and_nothing_else) {
+TEST_F(WindowStateTest, escape_closes_the_topmost_of_any_set_of_open_layers) {
   const std::size_t count = std::size(layers);
   for (std::size_t set = 0; set < 1U << count; ++set) {
     std::string expected;
@@ -132,7 +132,7 @@ TEST_F(WindowStateTest, puts_away_the_front_of_any_set_of_layers_and_nothing_els
   }
 }
 
-// What lies over the whole window.
+// The layers that cover the whole window.
 struct WindowCover {
   const char* name;
   void (*set)(WindowStateTest& test, bool open);
@@ -152,7 +152,7 @@ const WindowCover covers[] = {
                                               : std::nullopt);
      }}};
 
-TEST_F(WindowStateTest, lets_no_key_act_under_what_covers_the_window) {
+TEST_F(WindowStateTest, no_shortcut_works_while_a_layer_covers_the_window) {
   session().selection().setFocused(anItem());
   for (const Layer& layer : layers) layer.open(session());
   for (const WindowCover& cover : covers) {
@@ -173,7 +173,7 @@ TEST_F(WindowStateTest, lets_no_key_act_under_what_covers_the_window) {
   }
 }
 
-TEST_F(WindowStateTest, leaves_the_search_the_bars_but_no_commands) {
+TEST_F(WindowStateTest, the_open_search_blocks_commands_but_does_not_cover_the_window) {
   const QSignalSpy changes(&state_, &WindowState::layersChanged);
   EXPECT_TRUE(state_.isClear());
   EXPECT_TRUE(state_.takesCommands());
@@ -184,7 +184,7 @@ TEST_F(WindowStateTest, leaves_the_search_the_bars_but_no_commands) {
   EXPECT_EQ(changes.count(), 1);
 }
 
-TEST_F(WindowStateTest, leaves_all_keys_to_the_open_menu_which_still_offers_the_commands) {
+TEST_F(WindowStateTest, the_open_menu_blocks_shortcuts_and_keeps_its_commands) {
   session().shown().setPane(MainPane::apps);
   const QSignalSpy changes(&state_, &WindowState::layersChanged);
   state_.setMenuOpen(true);
@@ -198,7 +198,7 @@ TEST_F(WindowStateTest, leaves_all_keys_to_the_open_menu_which_still_offers_the_
   EXPECT_TRUE(state_.canPutAway());
 }
 
-TEST_F(WindowStateTest, previews_on_the_map_alone) {
+TEST_F(WindowStateTest, only_items_on_the_map_can_be_previewed) {
   EXPECT_FALSE(state_.canPreview());
   session().selection().setFocused(anItem());
   EXPECT_TRUE(state_.canPreview());
@@ -209,7 +209,7 @@ TEST_F(WindowStateTest, previews_on_the_map_alone) {
   EXPECT_FALSE(state_.canPreview());
 }
 
-TEST_F(WindowStateTest, has_nothing_to_look_into_in_what_stands_for_many_items) {
+TEST_F(WindowStateTest, a_remainder_tile_does_not_count_as_a_focused_item) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more";
   fields.path = "/__rest__";
@@ -219,7 +219,7 @@ TEST_F(WindowStateTest, has_nothing_to_look_into_in_what_stands_for_many_items) 
   EXPECT_TRUE(state_.hasFocusedNode());
 }
 
-TEST_F(WindowStateTest, tells_whether_something_has_the_focus) {
+TEST_F(WindowStateTest, the_window_follows_whether_an_item_is_focused) {
   const QSignalSpy changes(&state_, &WindowState::focusedChanged);
   session().selection().setFocused(file("/a", 1));
   EXPECT_TRUE(state_.hasFocusedNode());
