@@ -1,5 +1,5 @@
-// A button with a filled surface. It is primary while it does the thing to do next, and this may change
-// while it is shown; its padding then changes too, unless it is given a size.
+// A button with a filled background, primary or secondary. It may change between the two while it
+// is shown; unless its size is set, its padding then changes, too.
 import QtQuick
 import Tessaly.Controls
 

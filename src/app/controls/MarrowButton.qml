@@ -1,5 +1,5 @@
-// What every button of the program has in common: a symbol and a label in one row, a keyboard way to
-// it (Tab, then Space or Return), a ring that shows the focus, and a name for assistive tools.
+// The base of all buttons: a symbol and a label in one row, operated by mouse and keyboard (Tab,
+// then Space or Return), with a focus ring and an accessible name.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -14,10 +14,10 @@ T.Button {
     property real labelSize: 12
     property int labelWeight: Font.Normal
     property color labelColor: Theme.ink
-    // The corners of the focus ring.
+    // The radius of the focus ring's corners.
     property real focusRadius: 8
 
-    // What a click does, for what is not the mouse.
+    // A click by keyboard or assistive tools.
     function press() {
         if (enabled)
             clicked()
@@ -33,7 +33,7 @@ T.Button {
     Accessible.focusable: true
     Accessible.onPressAction: control.press()
 
-    // With Control, Alt or Meta it is a command's key, even while the command cannot be had.
+    // Space with Control, Alt or Meta is a shortcut of a command, even of a disabled one.
     Keys.onSpacePressed: event => event.accepted = (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)) !== 0
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) control.press() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) control.press() }

@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-// What all buttons of the program have in common, whatever their style.
+// The behaviour of all buttons, whatever their style.
 class MarrowButton : public testing::TestWithParam<const char*> {
  protected:
   MarrowButton() : scene_(QString::fromLatin1(GetParam())) {}

@@ -16,7 +16,7 @@ void expectPadding(const ControlScene& scene, double side, double top) {
   EXPECT_EQ(scene.control()->height(), std::ceil(label->implicitHeight()) + 2 * top);
 }
 
-TEST(MarrowPrimaryButton, has_a_white_semibold_label_on_a_blue_gradient_that_glows) {
+TEST(MarrowPrimaryButton, a_primary_button_has_a_white_semibold_label_on_a_glowing_blue_gradient) {
   const ControlScene scene(kPrimary);
   expectProperties(scene, {{"label", "text", "Scan Home Folder"},
                            {"label", "color", "#ffffff at 1.00"},
@@ -34,7 +34,7 @@ TEST(MarrowPrimaryButton, has_a_white_semibold_label_on_a_blue_gradient_that_glo
   expectPadding(scene, 14, 8);
 }
 
-TEST(MarrowPrimaryButton, fades_and_loses_glow_while_pressed) {
+TEST(MarrowPrimaryButton, a_pressed_primary_button_fades_and_glows_less) {
   ControlScene scene(kPrimary);
   scene.activate();
   QTest::mousePress(&scene.view(), Qt::LeftButton, {}, scene.center());
@@ -44,7 +44,7 @@ TEST(MarrowPrimaryButton, fades_and_loses_glow_while_pressed) {
   expectProperties(scene, {{"", "opacity", 1}, {"background", "shadowColor", "#007aff at 0.35"}});
 }
 
-TEST(MarrowPrimaryButton, is_drawn_at_three_quarters_while_disabled) {
+TEST(MarrowPrimaryButton, a_disabled_primary_button_has_three_quarters_of_its_opacity) {
   ControlScene scene("MarrowPrimaryButton { text: \"Scan\"; enabled: false }");
   expectProperties(scene,
                    {{"", "opacity", 0.75}, {"background", "shadowColor", "#007aff at 0.35"}});
@@ -55,7 +55,7 @@ TEST(MarrowPrimaryButton, is_drawn_at_three_quarters_while_disabled) {
   EXPECT_NEAR(color.blue(), 0.25 * 0x18 + 0.75 * (0xFF + 0xB3) / 2, 4);
 }
 
-TEST(MarrowPrimaryButton, glows_below_more_than_above) {
+TEST(MarrowPrimaryButton, the_glow_of_a_primary_button_is_stronger_below_than_above) {
   ControlScene scene(kPrimary);
   const double middle = scene.control()->width() / 2;
   const int above = scene.pixel(middle, -4).blue();
@@ -64,7 +64,7 @@ TEST(MarrowPrimaryButton, glows_below_more_than_above) {
   EXPECT_GT(below, above);
 }
 
-TEST(MarrowSecondaryButton, has_a_medium_label_on_the_colour_of_fields) {
+TEST(MarrowSecondaryButton, a_secondary_button_has_a_medium_label_on_the_colour_of_fields) {
   const ControlScene scene(kSecondary);
   expectProperties(scene, {{"label", "color", "#ffffff at 1.00"},
                            {"label", "font.pixelSize", 12},
@@ -78,7 +78,7 @@ TEST(MarrowSecondaryButton, has_a_medium_label_on_the_colour_of_fields) {
   expectPadding(scene, 12, 7);
 }
 
-TEST(MarrowSecondaryButton, fades_while_pressed) {
+TEST(MarrowSecondaryButton, a_pressed_secondary_button_fades) {
   ControlScene scene(kSecondary);
   scene.activate();
   QTest::mousePress(&scene.view(), Qt::LeftButton, {}, scene.center());
@@ -87,7 +87,7 @@ TEST(MarrowSecondaryButton, fades_while_pressed) {
   expectProperties(scene, {{"", "opacity", 1}});
 }
 
-TEST(MarrowActionButton, changes_between_its_two_looks_with_what_it_is_for) {
+TEST(MarrowActionButton, an_action_button_changes_between_primary_and_secondary) {
   const ControlScene scene("MarrowActionButton { text: \"Relaunch\"; isPrimary: false }");
   expectPadding(scene, 12, 7);
   scene.control()->setProperty("isPrimary", true);
@@ -104,7 +104,7 @@ TEST(MarrowActionButton, changes_between_its_two_looks_with_what_it_is_for) {
   expectPadding(scene, 12, 7);
 }
 
-TEST(MarrowCard, puts_its_content_on_a_raised_surface) {
+TEST(MarrowCard, a_card_has_its_content_on_a_raised_background) {
   ControlScene scene(
       "MarrowCard { radius: 12; strokeOpacity: 0.07; padding: 10\n"
       "contentItem: Item { objectName: \"content\"; implicitWidth: 60; implicitHeight: 30 } }");

@@ -1,6 +1,5 @@
-// Puts its content on a raised surface. The content fills the card within the card's padding, and the
-// card is as large as its content unless it is told otherwise. The pointer goes through it to what the
-// card lies on.
+// A raised background for its content. The content fills the card within the padding, and the card
+// is as large as its content unless its size is set. It passes pointer events to the items below.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls

@@ -1,7 +1,7 @@
-// A list whose rows, each a MarrowListRow, can have the keyboard. Up, Down, Page Up, Page Down, Home and
-// End go from row to row and stop at the ends. By Tab the list is one stop: the row that had the
-// keyboard last, then what that row has for it, and out. With `tabVisitsRows` Tab goes from row to row
-// too, and keyboardLeft() tells that it leads out.
+// A list of MarrowListRows that can have the keyboard focus. Up, Down, Page Up, Page Down, Home and
+// End move it from row to row and stop at the ends. Tab visits only the last focused row and the
+// controls in it. With `tabVisitsRows` Tab visits all rows, and keyboardLeft() is emitted at the
+// ends.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -10,16 +10,17 @@ MarrowScrollList {
     id: list
 
     property bool tabVisitsRows: false
-    // False where the keys of what is around the list scroll that instead.
+    // False if these keys scroll a view around the list instead.
     property bool hasKeys: true
 
-    // What of a row has the keyboard, and by which Qt::FocusReason it got there last.
+    // The focused control in a row, and its latest Qt::FocusReason.
     readonly property T.Control keyboardControl: activeFocus ? Window.activeFocusItem as T.Control : null
     property int focusReason: Qt.TabFocusReason
-    // The list itself has the keyboard after Tab has come in, and after the keyboard's row has gone.
+    // The list itself has the focus after Tab has entered it, and after the focused row has been
+    // removed.
     readonly property bool awaitsRow: Window.activeFocusItem === list
 
-    // Tab leads out: +1 behind the last row, -1 in front of the first.
+    // Tab goes out: +1 behind the last row, -1 before the first.
     signal keyboardLeft(int steps, int reason)
 
     function keyboardTo(index, reason) {
@@ -30,7 +31,7 @@ MarrowScrollList {
             row.takeKeyboard(reason)
     }
 
-    // By Tab from outside.
+    // Tab enters the list from outside.
     function enter(fromEnd, reason) {
         keyboardTo(fromEnd ? count - 1 : 0, reason)
     }
@@ -43,7 +44,7 @@ MarrowScrollList {
             keyboardLeft(steps, reason)
     }
 
-    // Does what takes `row` away. If the keyboard was on it, it goes on to the row after it, else to
+    // Runs `act`, which removes `row`. If the row had the focus, the row after it gets it, or else
     // the one before it.
     function takeAway(row, act) {
         const index = row.index
@@ -62,8 +63,7 @@ MarrowScrollList {
     function noteKeyboard() {
         if (keyboardControl === null)
             return
-        // A row that has become the current one in place of another has it from the ListView, without a
-        // reason.
+        // A row that replaces the current one gets the focus from the ListView, without a reason.
         if (keyboardControl.focusReason === Qt.OtherFocusReason)
             keyboardControl.focusReason = focusReason
         focusReason = keyboardControl.focusReason
@@ -76,14 +76,13 @@ MarrowScrollList {
         if (!activeFocus)
             focusReason = Qt.TabFocusReason
     }
-    // A control knows its reason only after it has the keyboard. The linter takes this for a value that
-    // may be anything.
+    // A control has its reason only after it has the focus. The linter does not know the type.
     // qmllint disable
     onKeyboardControlChanged: Qt.callLater(noteKeyboard)
     // qmllint enable
     onAwaitsRowChanged: {
-        // Not in the midst of what takes a row away. The linter takes this for a value that may be
-        // anything.
+        // Called later, since the removal of a row may still be running. The linter does not know
+        // the type.
         // qmllint disable
         if (awaitsRow)
             Qt.callLater(giveRowKeyboard)

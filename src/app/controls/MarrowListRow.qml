@@ -1,4 +1,4 @@
-// A row of a MarrowList. The list gives the keyboard to rows, and a row to its control.
+// A row of a MarrowList. The list gives the focus to the row, and the row to its control.
 import QtQuick
 import QtQuick.Templates as T
 
@@ -6,17 +6,17 @@ FocusScope {
     id: row
 
     required property int index
-    // Gets the keyboard first.
+    // The control that gets the focus first.
     property T.Control control: null
 
     readonly property bool hasKeyboard: activeFocus
     readonly property int focusReason: control !== null ? control.focusReason : Qt.OtherFocusReason
-    // Tab comes to what stands in it.
+    // Whether Tab visits the controls in the row.
     readonly property bool isTabStop: ListView.isCurrentItem || hasKeyboard
 
     function takeKeyboard(reason) {
         control.forceActiveFocus(reason)
-        // It may have it already, and show so only by the reason.
+        // If the control has the focus already, only the reason makes its focus ring visible.
         control.focusReason = reason
     }
 

@@ -1,7 +1,7 @@
-// A menu that pops up in the window and stays inside it. Its children are its rows: MarrowMenuItem,
-// MarrowMenuSeparator, MarrowMenuHeading, or a Repeater of them. While it is open the keyboard is
-// its own, and a press elsewhere puts it away and does nothing else; then the keyboard is back where
-// it was.
+// A popup menu that stays inside the window. Its children are its rows: MarrowMenuItem,
+// MarrowMenuSeparator, MarrowMenuHeading, or a Repeater of them. While it is open it has the
+// keyboard focus. A press elsewhere closes it and does nothing else. After closing, the focus
+// returns to its old item.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -15,14 +15,14 @@ T.Popup {
     property alias minimumWidth: rows.minimumWidth
     // Longer texts are elided.
     property alias maximumWidth: rows.maximumWidth
-    // What had the keyboard before the menu opened, and whether it showed so. Still known when a row
-    // is triggered.
+    // The item that had the focus before the menu opened, and whether its focus ring was visible.
+    // Still set when a row is triggered.
     property Item previousFocus: null
     property bool previousFocusShown: false
     property bool startsAtFirst: false
 
-    // Opens with its corner at a point of its parent. The keyboard begins at the first row; the
-    // pointer, at none.
+    // Opens with its corner at a point of its parent. The first row is highlighted only if it is
+    // opened by keyboard.
     function openAt(x: real, y: real, byKeyboard: bool) {
         menu.x = x
         menu.y = y
@@ -39,7 +39,7 @@ T.Popup {
     padding: 4
     margins: 8
     focus: true
-    // What lies under it is not even pointed at.
+    // Modal, so that the items below are not hovered either.
     modal: true
     closePolicy: T.Popup.CloseOnPressOutside
     onAboutToShow: {
@@ -53,7 +53,7 @@ T.Popup {
         if (startsAtFirst)
             rows.goToFirst()
     }
-    // The keyboard goes back, unless it has gone somewhere else.
+    // Restores the focus, unless another item has it.
     onClosed: {
         const now = parent !== null ? parent.Window.activeFocusItem : null
         if (previousFocus !== null && (now === null || now.parent === null))

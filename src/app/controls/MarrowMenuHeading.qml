@@ -1,4 +1,4 @@
-// The name of a group of a menu, above it.
+// The heading of a group of a menu.
 import QtQuick
 import Tessaly.Controls
 

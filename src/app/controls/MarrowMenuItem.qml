@@ -1,13 +1,13 @@
-// A row of a menu: what it does, and the keys that do it too. It is triggered after its menu has closed.
+// A row of a menu: its action and the shortcut. It is triggered after its menu has closed.
 import QtQuick
 import Tessaly.Controls
 
 MenuRow {
     id: row
 
-    // The keys as a person reads them; empty for none.
+    // The displayed shortcut; empty for none.
     property string shortcut: ""
-    // Takes something away for good, or nearly so.
+    // The action removes something, maybe for good.
     property bool destructive: false
     readonly property bool highlighted: focus && enabled
 

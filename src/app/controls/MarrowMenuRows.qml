@@ -1,5 +1,5 @@
-// The rows of a menu, one below the other. What does not fit scrolls by the wheel and by the finger; the
-// mouse does not pull it.
+// The rows of a menu, one below the other. If they do not fit, wheel and finger scroll them;
+// dragging with the mouse does not.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -15,7 +15,7 @@ FocusScope {
     signal chosen(row: MenuRow)
     signal closeAsked
 
-    // No row is highlighted, and the first one is in sight.
+    // Highlights no row, and scrolls to the first one.
     function reset() {
         navigation.reset()
     }
@@ -37,11 +37,11 @@ FocusScope {
     Accessible.role: Accessible.PopupMenu
     Accessible.name: name
 
-    // Escape is the menu's, whatever the window does with it.
+    // Overrides the window's shortcuts for Escape.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
     Keys.onPressed: event => {
         navigation.press(event.key, event.modifiers, event.text, event.isAutoRepeat)
-        // The keyboard stays in the menu as long as it is open.
+        // The focus stays in the menu as long as it is open.
         event.accepted = true
     }
 

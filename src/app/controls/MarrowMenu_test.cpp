@@ -12,7 +12,7 @@ namespace {
 
 class MarrowMenu : public testing::Test {
  public:
-  // As expectProperties() wants it: "row/part".
+  // For expectProperties(): `path` is "row/part".
   QVariant read(const QString& path, const QString& property) const {
     const QStringList names = path.split('/');
     QQuickItem* item = row(names.front());
@@ -28,7 +28,7 @@ class MarrowMenu : public testing::Test {
   QQuickItem* row(const QString& name) const {
     auto* found = rows()->findChild<QQuickItem*>(name);
     if (found != nullptr) return found;
-    // What a Repeater has made belongs to the Repeater.
+    // The objects that a Repeater creates are its children.
     for (QQuickItem* item : column()->childItems())
       if (item->objectName() == name) return item;
     ADD_FAILURE() << "no row is named " << name.toStdString();
@@ -47,7 +47,7 @@ class MarrowMenu : public testing::Test {
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(&scene_.view(), key, modifiers);
   }
-  // The text of the row that is highlighted; "" when none is.
+  // The text of the highlighted row; "" if there is none.
   QString highlighted() const {
     for (QQuickItem* item : column()->childItems())
       if (item->property("highlighted").toBool()) return item->property("text").toString();
@@ -81,7 +81,7 @@ class MarrowMenu : public testing::Test {
       "    onTriggered: holder.log += 'remove;' } } }"};
 };
 
-TEST_F(MarrowMenu, looks_as_the_menus_of_this_program_do) {
+TEST_F(MarrowMenu, look_of_a_menu) {
   open();
   press(Qt::Key_Down);
   settle();
@@ -113,7 +113,7 @@ TEST_F(MarrowMenu, looks_as_the_menus_of_this_program_do) {
   EXPECT_EQ(ground->property("radius"), 8);
 }
 
-TEST_F(MarrowMenu, puts_the_keys_at_the_right_end_of_every_row) {
+TEST_F(MarrowMenu, the_shortcut_is_at_the_right_end_of_its_row) {
   open();
   for (const char* name : {"archive", "locked"}) {
     const QQuickItem* keys = row(name)->findChild<QQuickItem*>("menuKeys");
@@ -124,7 +124,7 @@ TEST_F(MarrowMenu, puts_the_keys_at_the_right_end_of_every_row) {
   }
 }
 
-TEST_F(MarrowMenu, goes_around_with_the_arrows_past_what_cannot_be_chosen) {
+TEST_F(MarrowMenu, arrows_wrap_around_and_skip_rows_that_cannot_be_chosen) {
   open();
   EXPECT_EQ(highlighted(), "Archive");
   press(Qt::Key_Down);
@@ -138,7 +138,7 @@ TEST_F(MarrowMenu, goes_around_with_the_arrows_past_what_cannot_be_chosen) {
   EXPECT_EQ(highlighted(), "Remove");
 }
 
-TEST_F(MarrowMenu, goes_to_either_end) {
+TEST_F(MarrowMenu, home_and_end_highlight_the_first_and_the_last_row) {
   open();
   press(Qt::Key_End);
   EXPECT_EQ(highlighted(), "Remove");
@@ -146,7 +146,7 @@ TEST_F(MarrowMenu, goes_to_either_end) {
   EXPECT_EQ(highlighted(), "Archive");
 }
 
-TEST_F(MarrowMenu, goes_to_the_next_row_with_a_letter) {
+TEST_F(MarrowMenu, a_letter_highlights_the_next_row_that_begins_with_it) {
   open();
   press(Qt::Key_B);
   EXPECT_EQ(highlighted(), "Bilberry");
@@ -159,7 +159,7 @@ TEST_F(MarrowMenu, goes_to_the_next_row_with_a_letter) {
   EXPECT_EQ(highlighted(), "Bilberry");
 }
 
-TEST_F(MarrowMenu, begins_at_no_row_for_the_pointer) {
+TEST_F(MarrowMenu, no_row_is_highlighted_if_the_pointer_opens_the_menu) {
   openAt(0, 30, false);
   EXPECT_EQ(highlighted(), "");
   press(Qt::Key_Return);
@@ -173,7 +173,7 @@ TEST_F(MarrowMenu, begins_at_no_row_for_the_pointer) {
   EXPECT_EQ(highlighted(), "Archive");
 }
 
-TEST_F(MarrowMenu, chooses_with_return_enter_and_space_and_is_gone) {
+TEST_F(MarrowMenu, return_enter_and_space_choose_the_row_and_close_the_menu) {
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
     open();
     press(Qt::Key_Up);
@@ -183,7 +183,7 @@ TEST_F(MarrowMenu, chooses_with_return_enter_and_space_and_is_gone) {
   EXPECT_EQ(log(), "remove;remove;remove;");
 }
 
-TEST_F(MarrowMenu, chooses_with_a_click_and_highlights_under_the_pointer) {
+TEST_F(MarrowMenu, the_hovered_row_is_highlighted_and_a_click_chooses_it) {
   open();
   const QPoint berry = middleOf(row("berry1"));
   QTest::mouseMove(&scene_.view(), berry - QPoint(0, 26));
@@ -194,7 +194,7 @@ TEST_F(MarrowMenu, chooses_with_a_click_and_highlights_under_the_pointer) {
   EXPECT_EQ(log(), "berry1;");
 }
 
-TEST_F(MarrowMenu, stays_for_a_click_on_what_cannot_be_chosen) {
+TEST_F(MarrowMenu, a_click_on_a_row_that_cannot_be_chosen_keeps_the_menu_open) {
   open();
   for (const char* name : {"locked", "line", "heading"})
     QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, middleOf(row(name)));
@@ -202,7 +202,7 @@ TEST_F(MarrowMenu, stays_for_a_click_on_what_cannot_be_chosen) {
   EXPECT_EQ(log(), "");
 }
 
-TEST_F(MarrowMenu, keeps_the_keyboard_when_its_row_can_no_longer_be_chosen) {
+TEST_F(MarrowMenu, the_focus_stays_on_a_row_that_is_disabled) {
   scene_.control()->setProperty("canLock", true);
   open();
   press(Qt::Key_Down);
@@ -216,14 +216,14 @@ TEST_F(MarrowMenu, keeps_the_keyboard_when_its_row_can_no_longer_be_chosen) {
   EXPECT_EQ(highlighted(), "Bilberry");
 }
 
-TEST_F(MarrowMenu, only_closes_for_a_press_elsewhere) {
+TEST_F(MarrowMenu, a_press_outside_only_closes_the_menu) {
   openAt(100, 60, true);
   QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, middleOf(scene_.find("opener")));
   EXPECT_FALSE(isOpen());
   EXPECT_EQ(scene_.read("", "presses").toInt(), 0);
 }
 
-TEST_F(MarrowMenu, leaves_with_escape_which_nobody_else_hears) {
+TEST_F(MarrowMenu, escape_closes_the_menu_and_reaches_no_other_shortcut) {
   open();
   press(Qt::Key_Escape);
   EXPECT_FALSE(isOpen());
@@ -233,10 +233,10 @@ TEST_F(MarrowMenu, leaves_with_escape_which_nobody_else_hears) {
   EXPECT_EQ(scene_.read("", "escapes").toInt(), 1);
 }
 
-TEST_F(MarrowMenu, leaves_with_the_keys_that_open_menus) {
+TEST_F(MarrowMenu, the_keys_that_open_menus_close_the_menu) {
   for (const Qt::Key key : {Qt::Key_F10, Qt::Key_Menu}) {
     open();
-    // As a keyboard repeats the key that has opened it, and is still held.
+    // The auto-repeat of the key that has opened the menu.
     QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
     QCoreApplication::sendEvent(&scene_.view(), &repeated);
     EXPECT_TRUE(isOpen());
@@ -246,7 +246,7 @@ TEST_F(MarrowMenu, leaves_with_the_keys_that_open_menus) {
   }
 }
 
-TEST_F(MarrowMenu, lets_no_key_through_while_it_is_open) {
+TEST_F(MarrowMenu, no_key_passes_through_the_open_menu) {
   open();
   press(Qt::Key_Tab);
   press(Qt::Key_Backtab);
@@ -255,7 +255,7 @@ TEST_F(MarrowMenu, lets_no_key_through_while_it_is_open) {
   EXPECT_EQ(highlighted(), "Archive");
 }
 
-TEST_F(MarrowMenu, gives_the_keyboard_back) {
+TEST_F(MarrowMenu, the_focus_returns_to_its_item_when_the_menu_closes) {
   QQuickItem* opener = scene_.find("opener");
   press(Qt::Key_Tab);
   ASSERT_EQ(focusItem(), opener);
@@ -275,14 +275,14 @@ TEST_F(MarrowMenu, gives_the_keyboard_back) {
       opener);
 }
 
-TEST_F(MarrowMenu, stays_inside_the_window) {
+TEST_F(MarrowMenu, the_menu_stays_inside_the_window) {
   openAt(350, 250, true);
   const auto* ground = menu()->property("background").value<QQuickItem*>();
   const QRectF place = ground->mapRectToScene(QRectF(0, 0, ground->width(), ground->height()));
   EXPECT_TRUE(QRectF(8, 8, 384, 284).contains(place)) << place.right() << " " << place.bottom();
 }
 
-TEST_F(MarrowMenu, scrolls_to_a_row_where_the_window_is_too_low) {
+TEST_F(MarrowMenu, the_menu_scrolls_to_the_highlighted_row_in_a_low_window) {
   scene_.control()->setProperty("more", 20);
   open();
   const auto* ground = menu()->property("background").value<QQuickItem*>();
@@ -297,14 +297,14 @@ TEST_F(MarrowMenu, scrolls_to_a_row_where_the_window_is_too_low) {
   }
 }
 
-TEST_F(MarrowMenu, begins_with_its_first_row_in_sight_where_the_window_is_too_low) {
+TEST_F(MarrowMenu, the_menu_opens_with_its_first_row_visible_in_a_low_window) {
   scene_.control()->setProperty("more", 20);
   open();
   EXPECT_EQ(highlighted(), "Archive");
   EXPECT_EQ(rows()->findChild<QQuickItem*>("menuPlace")->property("contentY"), 0);
 }
 
-TEST_F(MarrowMenu, is_scrolled_by_wheel_and_finger_and_not_pulled_by_the_mouse) {
+TEST_F(MarrowMenu, wheel_and_finger_scroll_the_menu_and_dragging_with_the_mouse_does_not) {
   scene_.control()->setProperty("more", 20);
   open();
   auto* const place = rows()->findChild<QQuickItem*>("menuPlace");
@@ -327,7 +327,7 @@ TEST_F(MarrowMenu, is_scrolled_by_wheel_and_finger_and_not_pulled_by_the_mouse) 
   EXPECT_EQ(log(), "");
 }
 
-TEST_F(MarrowMenu, is_a_menu_for_assistive_tools) {
+TEST_F(MarrowMenu, the_menu_and_its_rows_are_accessible) {
   QAccessible::setActive(true);
   open();
   const QAccessibleInterface* list = QAccessible::queryAccessibleInterface(rows());

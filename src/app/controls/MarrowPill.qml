@@ -1,4 +1,4 @@
-// A small button of a row of choices, lit in its tint while it is the chosen one.
+// A small button in a row of choices, tinted while it is the current choice.
 import QtQuick
 import Tessaly.Controls
 

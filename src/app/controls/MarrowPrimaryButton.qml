@@ -1,4 +1,4 @@
-// The button of the thing to do next.
+// A button for the most likely next action.
 import Tessaly.Controls
 
 MarrowActionButton {

@@ -1,6 +1,5 @@
-// A column of any length behind a window of its own. It scrolls by the wheel, by the finger, by
-// Page Up, Page Down, Home and End, and by itself to whatever the keyboard comes to. The mouse does
-// not pull it.
+// A scrolling view of one column. Wheel, finger, Page Up, Page Down, Home and End scroll it, and it
+// follows the keyboard focus. Dragging with the mouse does not scroll it.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -12,7 +11,7 @@ Flickable {
     property alias spacing: column.spacing
     default property alias content: column.data
 
-    // Where the keyboard has come to by Tab; what was clicked is in sight already.
+    // The item focused by Tab; a clicked one is visible already.
     readonly property Item keyboardItem: {
         const control = Window.activeFocusItem as T.Control
         return control !== null && control.visualFocus ? control : null
@@ -22,7 +21,8 @@ Flickable {
         Scrolling.moveTo(area, y)
     }
 
-    // What lies above an item, as the header of its section, is shown with it.
+    // Scrolls to an item and to the items above it that belong to it, like the header of its
+    // section.
     function reveal(item) {
         const top = item.mapToItem(column, 0, 0).y + padding
         if (top - 36 < contentY)

@@ -28,11 +28,11 @@ class MarrowScrollArea : public testing::Test {
       "Repeater { model: 10; MarrowButton { width: 100; height: 40; text: index } } }"};
 };
 
-TEST_F(MarrowScrollArea, is_as_high_as_its_column_and_the_padding_around_it) {
+TEST_F(MarrowScrollArea, the_content_is_as_high_as_the_column_and_its_padding) {
   expectProperties(scene_, {{"", "contentHeight", 490 + 24}, {"scrollBar", "visible", true}});
 }
 
-TEST_F(MarrowScrollArea, scrolls_by_the_wheel_between_its_ends) {
+TEST_F(MarrowScrollArea, the_wheel_scrolls_to_the_ends_and_no_further) {
   wheel({}, {0, -120});
   EXPECT_EQ(scrolled(), 60);
   wheel({0, -25}, {0, -120});
@@ -43,7 +43,7 @@ TEST_F(MarrowScrollArea, scrolls_by_the_wheel_between_its_ends) {
   EXPECT_EQ(scrolled(), 0);
 }
 
-TEST_F(MarrowScrollArea, shows_what_the_keyboard_comes_to_with_what_stands_above_it) {
+TEST_F(MarrowScrollArea, the_area_scrolls_to_the_focused_item_and_those_above_it) {
   for (int tab = 0; tab < 4; ++tab) press(Qt::Key_Tab);
   EXPECT_EQ(scrolled(), 12 + 3 * 50 + 40 + 12 - 200);
   for (int tab = 0; tab < 6; ++tab) press(Qt::Key_Tab);
@@ -53,7 +53,7 @@ TEST_F(MarrowScrollArea, shows_what_the_keyboard_comes_to_with_what_stands_above
   EXPECT_EQ(scrolled(), 12 + 2 * 50 - 36);
 }
 
-TEST_F(MarrowScrollArea, leafs_by_keys) {
+TEST_F(MarrowScrollArea, page_keys_home_and_end_scroll) {
   press(Qt::Key_Tab);
   press(Qt::Key_PageDown);
   EXPECT_EQ(scrolled(), 164);
@@ -65,21 +65,21 @@ TEST_F(MarrowScrollArea, leafs_by_keys) {
   EXPECT_EQ(scrolled(), 0);
 }
 
-TEST_F(MarrowScrollArea, stays_where_it_is_when_something_in_sight_is_clicked) {
+TEST_F(MarrowScrollArea, a_click_on_a_visible_item_does_not_scroll) {
   wheel({}, {0, -120});
   QTest::mouseClick(&scene_.view(), Qt::LeftButton, {}, QPoint(60, 45));
   EXPECT_EQ(scrolled(), 60);
 }
 
-TEST_F(MarrowScrollArea, is_pulled_by_the_finger_and_not_by_the_mouse) {
-  // At a button, and beside it.
+TEST_F(MarrowScrollArea, a_finger_scrolls_and_dragging_with_the_mouse_does_not) {
+  // On a button, and beside it.
   for (const QPoint from : {QPoint(100, 150), QPoint(220, 150)}) {
     pullByMouse(scene_.view(), from, {0, -80});
     EXPECT_EQ(scrolled(), 0);
   }
   pullByFinger(scene_.view(), QPoint(100, 180), {0, -80});
   EXPECT_GT(scrolled(), 20);
-  // The next press of the mouse ends what the finger has set going.
+  // A press of the mouse stops the movement that the finger started.
   QTest::mousePress(&scene_.view(), Qt::LeftButton, {}, QPoint(220, 150));
   const double place = scrolled();
   QTest::mouseMove(&scene_.view(), QPoint(220, 80));
@@ -87,7 +87,7 @@ TEST_F(MarrowScrollArea, is_pulled_by_the_finger_and_not_by_the_mouse) {
   EXPECT_EQ(scrolled(), place);
 }
 
-TEST_F(MarrowScrollArea, comes_back_when_its_content_gets_shorter) {
+TEST_F(MarrowScrollArea, the_position_is_limited_again_when_the_area_gets_higher) {
   press(Qt::Key_Tab);
   press(Qt::Key_End);
   scene_.control()->setHeight(400);

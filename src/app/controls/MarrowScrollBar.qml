@@ -1,5 +1,5 @@
-// The bar beside what scrolls: a thumb without a track, brighter while it is used. It is hidden where
-// everything is in sight.
+// The scroll bar of all views: a thumb without a track, brighter while it is used; hidden if
+// everything is visible.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls

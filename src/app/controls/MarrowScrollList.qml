@@ -1,5 +1,5 @@
-// A list behind a window of its own, of which only the rows in sight exist. It scrolls by the wheel, by
-// the finger and by its bar; the mouse does not pull it.
+// A scrolling list that builds only the rows near the visible part. Wheel, finger and bar scroll
+// it; dragging with the mouse does not.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -7,11 +7,11 @@ import Tessaly.Controls
 ListView {
     id: list
 
-    // What the list stands in, and what scrolls on where the list is at its end; null for nothing.
+    // The view around the list, which scrolls when the list is at its end; null for none.
     property Flickable around: null
     property alias barName: bar.objectName
 
-    // The user moves it by the wheel or by the bar.
+    // The user has scrolled by wheel or bar.
     signal scrolled
 
     clip: true

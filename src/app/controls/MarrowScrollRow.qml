@@ -1,7 +1,7 @@
-// A row of any length behind a window of its own. It scrolls by the wheel, either way it is turned, by
-// the finger, and by itself to what the keyboard comes to; the mouse does not pull it. Nowhere does it
-// stop where next to nothing of a button is left at its left end. The row stands in from the edge by
-// the room that the focus ring of a button takes.
+// A scrolling view of one row. Both directions of the wheel and the finger scroll it, and it
+// follows the keyboard focus; dragging with the mouse does not scroll it. It does not stop where
+// only a sliver of a button is visible at its left end. The row keeps a distance from the edge for
+// the focus ring.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls
@@ -12,23 +12,23 @@ Flickable {
     required property Item row
     readonly property real ringRoom: 4
 
-    // Where the keyboard has come to by Tab; what was clicked is in sight already.
+    // The item focused by Tab; a clicked one is visible already.
     readonly property Item keyboardItem: {
         const control = Window.activeFocusItem as T.Control
         return control !== null && control.visualFocus ? control : null
     }
-    // Where the last pull by a finger began.
+    // Where the last drag by a finger began.
     property real pulledFrom: 0
-    // The end is to be shown once the row is laid out.
+    // Shows the end once the row is laid out.
     property bool wantsEnd: false
 
-    // To be called when something has come there that is to be seen.
+    // To be called when something worth showing is added at the end.
     function showEnd() {
         wantsEnd = true
         buttons.layOut()
     }
 
-    // With the end of the row in sight.
+    // The last position, which shows the end of the row.
     function lastStop() {
         return buttons.stopAt(Math.max(0, contentWidth - width), true)
     }
@@ -58,18 +58,18 @@ Flickable {
             scrollTo(left - 24)
         else if (right + 24 > contentX + width)
             scrollTo(right + 24 - width)
-        // So wide that nothing beside it can be seen.
+        // The item is wider than the view.
         if (left - ringRoom < contentX || right + ringRoom > contentX + width)
             contentX = left - ringRoom
     }
 
     function followLayout() {
         const stop = lastStop()
-        // A finger gets as far as the wheel.
+        // A finger scrolls as far as the wheel.
         rightMargin = stop - Math.max(0, contentWidth - width)
         if (wantsEnd) {
             contentX = stop
-            // Until all of it has found its size. The linter takes this for a value that may be anything.
+            // Called later, once all items have their size. The linter does not know the type.
             // qmllint disable
             Qt.callLater(() => area.wantsEnd = false)
             // qmllint enable

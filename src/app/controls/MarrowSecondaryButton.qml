@@ -1,4 +1,4 @@
-// The button of another thing that may be done.
+// A button for any other action.
 import Tessaly.Controls
 
 MarrowActionButton {

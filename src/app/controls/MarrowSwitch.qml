@@ -1,5 +1,5 @@
-// A small switch with a symbol and a label before it; all of it can be clicked. It shows what `on`
-// says and never turns by itself: a click asks for the other state, and who answers may refuse.
+// A small switch with a symbol and a label before it; a click anywhere on it counts. It shows the
+// value of `on` and never changes it: a click only requests the change.
 import QtQuick
 import Tessaly.Controls
 
@@ -7,15 +7,15 @@ MarrowButton {
     id: control
 
     required property bool on
-    // The room the symbol stands in, so that labels below each other line up.
+    // The width reserved for the symbol, so that labels below each other are aligned.
     property real symbolWidth: 0
 
     labelSize: 12
     focusRadius: 6
-    // This alone makes it a check box for assistive tools.
+    // Makes it a check box for assistive tools.
     checkable: true
     checked: on
-    // The template has turned by itself; back to what stands.
+    // Restores the binding, which the template's own toggling has replaced.
     onClicked: checked = Qt.binding(() => control.on)
 
     Accessible.onToggleAction: control.press()

@@ -1,4 +1,4 @@
-// A word on what a control does, above it, once the pointer has rested there.
+// A short description of a control, above it, while the pointer rests on it.
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Controls

@@ -39,7 +39,7 @@ void MenuNavigation::reset() {
   view_->setProperty(scrolled, 0.0);
 }
 
-// The position is kept by a row that can no longer be chosen.
+// A row that can no longer be chosen keeps the position.
 int MenuNavigation::position() const {
   const QList<QQuickItem*> all = column_->childItems();
   const auto found = std::ranges::find_if(all, &QQuickItem::hasFocus);
@@ -52,7 +52,7 @@ MenuRow* MenuNavigation::highlighted() const {
   return canBeChosen(row) ? row : nullptr;
 }
 
-// Around both ends; the row at `from` is the last one tried.
+// Wraps around; the row at `from` is tried last.
 MenuRow* MenuNavigation::nearest(int from, int step, const Test& test) const {
   const QList<QQuickItem*> all = column_->childItems();
   const int count = static_cast<int>(all.size());
@@ -118,7 +118,7 @@ void MenuNavigation::press(int key, int modifiers, const QString& text, bool isA
       return;
     case Qt::Key_F10:
     case Qt::Key_Menu:
-      // These keys open menus: the key that has opened this one may still be held.
+      // These keys open menus: the key that opened this one may still be held.
       if (!isAutoRepeat) emit closeAsked();
       return;
     default:
@@ -128,14 +128,14 @@ void MenuNavigation::press(int key, int modifiers, const QString& text, bool isA
 }
 
 void MenuNavigation::reveal(const QQuickItem& row) {
-  // Rows that have just come are not yet laid out.
+  // New rows may not be laid out yet.
   column_->ensurePolished();
   const double top = view_->property(scrolled).toDouble();
   const double bottom = row.y() + row.height();
   if (row.y() < top) {
     view_->setProperty(scrolled, row.y());
   } else if (bottom > top + view_->height()) {
-    // A menu that opens has no height yet: never past the row itself.
+    // A menu has no height while it opens: scroll at most to the row's top.
     view_->setProperty(scrolled, std::min(row.y(), bottom - view_->height()));
   }
 }

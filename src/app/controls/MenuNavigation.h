@@ -1,5 +1,5 @@
-// The keys of a menu: which row is highlighted next, which row is chosen, what closes the menu. The
-// highlighted row is the one that has the focus in its focus scope, and is scrolled into view.
+// The keys of a menu: the next highlighted row, the chosen row, and when the menu closes. The
+// highlighted row has the focus in its focus scope, and is scrolled into view.
 //
 // Main thread only.
 #pragma once
@@ -19,9 +19,9 @@ namespace tessaly {
 class MenuNavigation : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  // The rows are the children that are a MenuRow, from the top; others cannot be chosen.
+  // Its children of type MenuRow are the rows, from the top; others cannot be chosen.
   Q_PROPERTY(QQuickItem* column READ column WRITE setColumn NOTIFY columnChanged REQUIRED)
-  // The Flickable that the column is the content of.
+  // The Flickable with the column as its content.
   Q_PROPERTY(QQuickItem* view MEMBER view_ NOTIFY viewChanged REQUIRED)
 
  public:
@@ -33,13 +33,13 @@ class MenuNavigation : public QObject {
   // Highlights no row, and scrolls to the top.
   Q_INVOKABLE void reset();
   Q_INVOKABLE void goToFirst();
-  // Does what a key does in a menu; any other key does nothing.
+  // Handles a key of a menu; any other key does nothing.
   Q_INVOKABLE void press(int key, int modifiers, const QString& text, bool isAutoRepeat);
 
  signals:
   void columnChanged();
   void viewChanged();
-  // By a key, or picked.
+  // By a key, or by pick().
   void chosen(tessaly::MenuRow* row);
   void closeAsked();
 

@@ -26,7 +26,7 @@ class MenuNavigationTest : public testing::Test {
     QObject::connect(&navigation_, &MenuNavigation::closeAsked, [this] { ++closes_; });
   }
 
-  // Below the others.
+  // Adds a row below the others.
   MenuRow* add(const char* text) {
     auto row = std::make_unique<MenuRow>();
     row->setText(QString::fromLatin1(text));
@@ -65,7 +65,7 @@ class MenuNavigationTest : public testing::Test {
   }
 };
 
-TEST_F(MenuNavigationTest, goes_around_past_rows_that_cannot_be_chosen) {
+TEST_F(MenuNavigationTest, arrows_home_and_end_skip_rows_that_cannot_be_chosen) {
   add("one");
   addLine();
   add("disabled")->setEnabled(false);
@@ -85,7 +85,7 @@ TEST_F(MenuNavigationTest, goes_around_past_rows_that_cannot_be_chosen) {
   EXPECT_EQ(highlighted(), "two");
 }
 
-TEST_F(MenuNavigationTest, begins_at_the_end_that_the_arrow_comes_from) {
+TEST_F(MenuNavigationTest, the_first_arrow_highlights_the_first_or_the_last_row) {
   add("one");
   add("two");
   add("three");
@@ -97,7 +97,7 @@ TEST_F(MenuNavigationTest, begins_at_the_end_that_the_arrow_comes_from) {
   EXPECT_EQ(highlighted(), "three");
 }
 
-TEST_F(MenuNavigationTest, goes_on_from_a_row_that_can_no_longer_be_chosen) {
+TEST_F(MenuNavigationTest, arrows_continue_from_a_row_that_was_disabled) {
   add("one");
   MenuRow* const two = add("two");
   add("three");
@@ -110,7 +110,7 @@ TEST_F(MenuNavigationTest, goes_on_from_a_row_that_can_no_longer_be_chosen) {
   EXPECT_EQ(highlighted(), "three");
 }
 
-TEST_F(MenuNavigationTest, does_nothing_where_nothing_can_be_chosen) {
+TEST_F(MenuNavigationTest, keys_do_nothing_if_no_row_can_be_chosen) {
   for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_Return}) press(key);
   add("disabled")->setEnabled(false);
   for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_Return}) press(key);
@@ -119,7 +119,7 @@ TEST_F(MenuNavigationTest, does_nothing_where_nothing_can_be_chosen) {
   EXPECT_THAT(chosen_, IsEmpty());
 }
 
-TEST_F(MenuNavigationTest, goes_from_row_to_row_with_the_same_first_letter) {
+TEST_F(MenuNavigationTest, a_letter_moves_through_the_rows_that_begin_with_it) {
   add("Bilberry");
   add("Apple");
   add("\xC4pple");
@@ -139,7 +139,7 @@ TEST_F(MenuNavigationTest, goes_from_row_to_row_with_the_same_first_letter) {
   EXPECT_EQ(highlighted(), "\xC3\x84pple");
 }
 
-TEST_F(MenuNavigationTest, chooses_the_highlighted_row_once_a_press) {
+TEST_F(MenuNavigationTest, each_press_chooses_the_highlighted_row_once) {
   add("one");
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
     navigation_.reset();
@@ -151,14 +151,14 @@ TEST_F(MenuNavigationTest, chooses_the_highlighted_row_once_a_press) {
   EXPECT_THAT(chosen_, ElementsAre("one", "one", "one"));
 }
 
-TEST_F(MenuNavigationTest, closes_by_escape_and_by_the_keys_that_open_menus_unless_they_are_held) {
+TEST_F(MenuNavigationTest, escape_and_menu_keys_close_the_menu_unless_they_are_held) {
   for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_F10, Qt::Key_Menu}) press(key);
   EXPECT_EQ(closes_, 3);
   for (const Qt::Key key : {Qt::Key_F10, Qt::Key_Menu}) repeat(key);
   EXPECT_EQ(closes_, 3);
 }
 
-TEST_F(MenuNavigationTest, scrolls_no_further_than_to_the_highlighted_row) {
+TEST_F(MenuNavigationTest, the_menu_scrolls_only_as_far_as_the_highlighted_row) {
   for (const char* text : {"1", "2", "3", "4"}) add(text);
   press(Qt::Key_Home);
   press(Qt::Key_Down);
@@ -176,7 +176,7 @@ TEST_F(MenuNavigationTest, scrolls_no_further_than_to_the_highlighted_row) {
   EXPECT_EQ(scrolled(), 0);
 }
 
-TEST_F(MenuNavigationTest, shows_the_top_of_a_row_that_does_not_fit) {
+TEST_F(MenuNavigationTest, the_top_of_a_row_that_does_not_fit_is_shown) {
   add("one");
   add("two");
   view_.setHeight(0);
@@ -186,7 +186,7 @@ TEST_F(MenuNavigationTest, shows_the_top_of_a_row_that_does_not_fit) {
   EXPECT_EQ(scrolled(), rowHeight);
 }
 
-TEST_F(MenuNavigationTest, hears_once_of_every_row_that_is_picked_whenever_it_came) {
+TEST_F(MenuNavigationTest, picking_a_row_chooses_it_once_whenever_it_was_added) {
   MenuRow* const early = add("early");
   MenuRow* const late = add("late");
   early->pick();

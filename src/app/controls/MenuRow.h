@@ -1,4 +1,4 @@
-// A row of a menu that can be chosen, as MenuNavigation sees it. Main thread only.
+// A row of a menu that can be chosen, used by MenuNavigation. Main thread only.
 #pragma once
 
 #include <QQuickItem>
@@ -18,7 +18,7 @@ class MenuRow : public QQuickItem {
   const QString& text() const { return text_; }
   void setText(const QString& text);
 
-  // The pointer or an assistive tool chooses the row. Does nothing while it is disabled.
+  // Chooses the row, by pointer or assistive tools. Does nothing while it is disabled.
   Q_INVOKABLE void pick();
 
  signals:

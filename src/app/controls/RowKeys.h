@@ -1,5 +1,5 @@
-// What keys do in a list: which row they lead to, and whether they ask for a menu. Rows are
-// numbered from 0; -1 is no row. Pure.
+// The keys of a list: the row that a key moves to, and whether it requests a menu. Rows are
+// numbered from 0; -1 is no row. Pure functions.
 #pragma once
 
 #include <QObject>
@@ -16,15 +16,15 @@ class RowKeys : public QObject {
   using QObject::QObject;
 
   // For the arrows up and down, Page Up, Page Down, Home and End: the row that `key` (a Qt::Key)
-  // leads to from `current` among `count` rows, `page` rows being a page. Never past the ends. -1
-  // for other keys, and in an empty list.
+  // moves to from `current` in a list of `count` rows, with `page` rows per page. Never past the
+  // ends. -1 for other keys, and in an empty list.
   Q_INVOKABLE static int rowFor(int key, int current, int count, int page);
 
-  // The menu key, or Shift F10. `modifiers` are Qt::KeyboardModifiers.
+  // Whether it is the menu key or Shift F10. `modifiers` are Qt::KeyboardModifiers.
   Q_INVOKABLE static bool asksForMenu(int key, int modifiers);
 
-  // By how many rows a page moves in a list of `count` rows of `contentHeight` in all, of which
-  // `height` is in sight: by one row less than fit, and at least by one.
+  // The number of rows by which a page key moves in a list of `count` rows with a total height of
+  // `contentHeight`, of which `height` is visible: one less than fit, and at least one.
   Q_INVOKABLE static int rowsOfPage(double height, double contentHeight, int count);
 };
 

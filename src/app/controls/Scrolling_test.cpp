@@ -7,19 +7,19 @@
 namespace tessaly {
 namespace {
 
-TEST(ScrollPlace, stays_between_the_beginning_and_the_end_of_the_content) {
+TEST(ScrollPlace, the_position_is_limited_to_the_content) {
   const Scrolling::Extent extent{.origin = -20, .content = 500, .view = 200};
   EXPECT_EQ(Scrolling::placeNear(100, extent), 100);
   EXPECT_EQ(Scrolling::placeNear(-300, extent), -20);
   EXPECT_EQ(Scrolling::placeNear(900, extent), 280);
 }
 
-TEST(ScrollPlace, is_the_beginning_of_content_that_is_too_short_to_scroll) {
+TEST(ScrollPlace, content_that_is_too_short_to_scroll_stays_at_its_beginning) {
   EXPECT_EQ(Scrolling::placeNear(50, {.origin = 0, .content = 100, .view = 200}), 0);
   EXPECT_EQ(Scrolling::placeNear(50, {.origin = 7, .content = 0, .view = 200}), 7);
 }
 
-TEST(WheelDistance, is_the_pixels_or_half_the_angle) {
+TEST(WheelDistance, the_distance_is_the_pixels_or_half_the_angle) {
   EXPECT_EQ(Scrolling::distanceOf(-25, -120), 25);
   EXPECT_EQ(Scrolling::distanceOf(0, -120), 60);
   EXPECT_EQ(Scrolling::distanceOf(0, 120), -60);
@@ -36,7 +36,7 @@ class NestedScrolling : public testing::Test {
       "Flickable { objectName: 'inner'; width: 200; height: 100; contentHeight: 150 } }"};
 };
 
-TEST_F(NestedScrolling, moves_the_inner_view_to_its_end_and_then_the_outer_one) {
+TEST_F(NestedScrolling, the_inner_view_scrolls_to_its_end_and_then_the_outer_one) {
   Scrolling::turn(inner(), outer(), 0, -80);
   EXPECT_EQ(placeOf(inner()), 40);
   Scrolling::turn(inner(), outer(), 0, -80);
@@ -50,13 +50,13 @@ TEST_F(NestedScrolling, moves_the_inner_view_to_its_end_and_then_the_outer_one) 
   EXPECT_EQ(placeOf(outer()), 40);
 }
 
-TEST_F(NestedScrolling, stops_at_the_end_of_a_view_that_stands_in_nothing) {
+TEST_F(NestedScrolling, a_view_without_an_outer_one_stops_at_its_end) {
   Scrolling::turn(inner(), nullptr, 0, -800);
   Scrolling::turn(inner(), nullptr, 0, -800);
   EXPECT_EQ(placeOf(inner()), 50);
 }
 
-TEST_F(NestedScrolling, tells_whether_a_view_moved) {
+TEST_F(NestedScrolling, moving_returns_whether_the_view_moved) {
   EXPECT_TRUE(Scrolling::moveTo(inner(), 500));
   EXPECT_FALSE(Scrolling::moveTo(inner(), 600));
   EXPECT_FALSE(Scrolling::moveTo(nullptr, 10));

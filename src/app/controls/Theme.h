@@ -1,6 +1,6 @@
-// The palette, the colours by their role and the font families as views see them: `Theme.accent`,
-// `Theme.hairline`, `Theme.monoFamily`. All of it is constant for the life of the program. Views
-// have no other colours; a fainter shade of one is Qt.alpha(Theme.accent, 0.18).
+// The palette, the colours by their role and the font families for views: `Theme.accent`,
+// `Theme.hairline`, `Theme.monoFamily`. All are constant. Views use no other colours; a fainter
+// shade is Qt.alpha(Theme.accent, 0.18).
 #pragma once
 
 #include <QColor>
@@ -41,14 +41,14 @@ class Theme : public QObject {
   Q_PROPERTY(QList<QColor> folderPalette READ folderPalette CONSTANT)
   // The end of the primary button's gradient, which starts at the accent.
   Q_PROPERTY(QColor accentDeep READ accentDeep CONSTANT)
-  // The end of the gradient of the emblem and of the ring of a scan, which starts at the accent.
+  // The end of the gradient of the emblem and of the scan's ring, which starts at the accent.
   Q_PROPERTY(QColor indigo MEMBER indigo_ CONSTANT)
-  // Lines between areas, and between the rows of one.
+  // Lines between areas, and between rows.
   Q_PROPERTY(QColor faintHairline MEMBER faintHairline_ CONSTANT)
   Q_PROPERTY(QColor hairline MEMBER hairline_ CONSTANT)
   Q_PROPERTY(QColor strongHairline MEMBER strongHairline_ CONSTANT)
   Q_PROPERTY(QColor separator MEMBER separator_ CONSTANT)
-  // Outlines. A panel is a menu, a card or a question; what floats is a toast or a banner.
+  // Outlines. "panel" is for menus, cards and questions; "float" for toasts and banners.
   Q_PROPERTY(QColor chipOutline MEMBER chipOutline_ CONSTANT)
   Q_PROPERTY(QColor controlOutline MEMBER controlOutline_ CONSTANT)
   Q_PROPERTY(QColor secondaryOutline MEMBER secondaryOutline_ CONSTANT)
@@ -56,7 +56,7 @@ class Theme : public QObject {
   Q_PROPERTY(QColor queueOutline MEMBER queueOutline_ CONSTANT)
   Q_PROPERTY(QColor floatOutline MEMBER floatOutline_ CONSTANT)
   Q_PROPERTY(QColor panelOutline MEMBER panelOutline_ CONSTANT)
-  // Fills that let the ground through.
+  // Translucent fills.
   Q_PROPERTY(QColor faintFill MEMBER faintFill_ CONSTANT)
   Q_PROPERTY(QColor chipFill MEMBER chipFill_ CONSTANT)
   Q_PROPERTY(QColor softFill MEMBER softFill_ CONSTANT)
@@ -65,7 +65,7 @@ class Theme : public QObject {
   Q_PROPERTY(QColor hoverFill MEMBER hoverFill_ CONSTANT)
   Q_PROPERTY(QColor keyCapFill MEMBER keyCapFill_ CONSTANT)
   Q_PROPERTY(QColor switchTrack MEMBER switchTrack_ CONSTANT)
-  // What lies over the rest of the window dims it; a question, more.
+  // Dim the window below an overlay; the deep one is for questions.
   Q_PROPERTY(QColor dim MEMBER dim_ CONSTANT)
   Q_PROPERTY(QColor deepDim MEMBER deepDim_ CONSTANT)
   // Shadows.
@@ -73,7 +73,7 @@ class Theme : public QObject {
   Q_PROPERTY(QColor queueShadow MEMBER queueShadow_ CONSTANT)
   Q_PROPERTY(QColor floatShadow MEMBER floatShadow_ CONSTANT)
   Q_PROPERTY(QColor panelShadow MEMBER panelShadow_ CONSTANT)
-  // The window's own buttons, their symbols and their outline.
+  // The window's buttons, their symbols and their outline.
   Q_PROPERTY(QColor windowClose MEMBER windowClose_ CONSTANT)
   Q_PROPERTY(QColor windowMinimise MEMBER windowMinimise_ CONSTANT)
   Q_PROPERTY(QColor windowZoom MEMBER windowZoom_ CONSTANT)

@@ -7,7 +7,7 @@
 namespace tessaly {
 namespace {
 
-TEST(Theme, gives_views_every_named_colour) {
+TEST(Theme, views_get_every_named_colour) {
   const Theme theme;
   const std::pair<const char*, Color> rows[] = {{"bg", MarrowTheme::bg},
                                                 {"bg2", MarrowTheme::bg2},
@@ -35,7 +35,7 @@ TEST(Theme, gives_views_every_named_colour) {
   }
 }
 
-TEST(Theme, gives_views_colours_by_their_role) {
+TEST(Theme, views_get_the_colours_by_their_role) {
   const Theme theme;
   const std::pair<const char*, const char*> rows[] = {
       {"accentDeep", "#0056b3 at 1.00"},       {"indigo", "#5856d6 at 1.00"},
@@ -58,20 +58,20 @@ TEST(Theme, gives_views_colours_by_their_role) {
     EXPECT_EQ(describe(theme.property(name).value<QColor>()), color) << name;
 }
 
-TEST(Theme, gives_views_the_folder_palette_in_its_order) {
+TEST(Theme, views_get_the_folder_palette_in_its_order) {
   const QList<QColor> palette = Theme().folderPalette();
   ASSERT_EQ(palette.size(), 15);
   EXPECT_EQ(palette.first(), QColor(0x3B, 0x82, 0xF6));
   EXPECT_EQ(palette.last(), QColor(0xBE, 0x18, 0x5D));
 }
 
-TEST(Theme, is_one_object_that_qml_reads_by_name) {
+TEST(Theme, qml_reads_the_theme_as_a_singleton) {
   const ControlScene scene("Text { color: Theme.accent; font.family: Theme.monoFamily }");
   expectProperties(scene, {{"", "color", "#007aff at 1.00"},
                            {"", "font.family", Fonts::family(Fonts::Voice::mono)}});
 }
 
-TEST(QtColor, keeps_the_opacity) {
+TEST(QtColor, the_opacity_of_a_colour_is_kept) {
   EXPECT_EQ(describe(toQColor(MarrowTheme::accent.atOpacity(0.18))), "#007aff at 0.18");
 }
 

@@ -1,5 +1,5 @@
-// Moves the column or list that it stands in by the wheel. A view that the mouse does not pull takes no
-// wheel by itself.
+// Lets the wheel scroll its column or list. A Flickable that ignores dragging with the mouse
+// ignores the wheel, too.
 import QtQuick
 import Tessaly.Controls
 
@@ -7,7 +7,7 @@ WheelHandler {
     id: wheel
 
     required property Flickable view
-    // What the view stands in, and what scrolls on where the view is at its end; null for nothing.
+    // The view around this one, which scrolls when this one is at its end; null for none.
     property Flickable around: null
 
     signal turned
