@@ -27,7 +27,7 @@ class CanvasState : public QObject {
   // Creates the state of the menu of a tile, as a child of `view`.
   Q_INVOKABLE tessaly::TileMenuState* menu(QObject* view) const;
 
-  // What determines the colours and frames of the tiles.
+  // The marks that determine the colours and frames of the tiles.
   CanvasTiles::State marks() const;
 
   Navigation& navigation() const { return session_.navigation(); }

@@ -1,4 +1,4 @@
-// What can be done with one tile. It pops up where it was asked for.
+// The menu of one tile. It opens where it was requested.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.Map
@@ -10,7 +10,7 @@ MarrowMenu {
     required property TileMenuState tile
     required property NodeActions actions
 
-    // These two are the map's own.
+    // The map handles these two entries itself.
     signal openAsked(node: nodeHandle)
     signal trashAsked(node: nodeHandle)
 

@@ -1,5 +1,5 @@
-// What the menu of a tile is about. It holds the node itself, so that what is chosen is done to
-// what was clicked, whatever the map shows by then.
+// The state of a tile's menu. It keeps the node itself, so that an entry acts on the clicked item,
+// whatever the map shows by then.
 #pragma once
 
 #include <QObject>
@@ -15,7 +15,7 @@ class TileMenuState : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("The program makes it and hands it to its view.")
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
-  // Whether there is anything to see inside.
+  // Whether the node has children to show.
   Q_PROPERTY(bool canOpenFolder READ canOpenFolder NOTIFY nodeChanged)
 
  public:
@@ -27,7 +27,7 @@ class TileMenuState : public QObject {
   void setNode(const NodeHandle& node);
   bool canOpenFolder() const;
 
-  // Both do nothing before there is a node.
+  // Both do nothing without a node.
   Q_INVOKABLE void addToQueue();
   Q_INVOKABLE void zipThenTrash();
 

@@ -1,4 +1,4 @@
-// The menu of a tile, opened and chosen from in a window.
+// The menu of a tile, opened and used in a window.
 #include <gtest/gtest.h>
 
 #include <QKeyEvent>
@@ -24,7 +24,7 @@ class TileMenuTest : public CanvasFixture {
   QObject* menu() const { return canvas_->findChild<QObject*>("tileMenu"); }
   QQuickItem* row(const char* name) const { return menu()->findChild<QQuickItem*>(name); }
 
-  // What the menu shows, from top to bottom; the divider as "-".
+  // The entries of the menu, from top to bottom; the separator is "-".
   std::vector<std::string> entries() const {
     std::vector<std::string> all;
     for (const QQuickItem* child : row("tileReveal")->parentItem()->childItems()) {
@@ -45,7 +45,7 @@ class TileMenuTest : public CanvasFixture {
   }
 };
 
-TEST_F(TileMenuTest, opens_at_the_pointer_on_a_secondary_click_on_a_tile) {
+TEST_F(TileMenuTest, a_secondary_click_on_a_tile_opens_the_menu_at_the_pointer) {
   secondaryClick({100, 120});
   ASSERT_TRUE(isOpen());
   EXPECT_EQ(menu()->property("x").toDouble(), 100);
@@ -54,12 +54,12 @@ TEST_F(TileMenuTest, opens_at_the_pointer_on_a_secondary_click_on_a_tile) {
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(TileMenuTest, stays_away_on_a_secondary_click_between_the_tiles) {
+TEST_F(TileMenuTest, a_secondary_click_between_tiles_opens_no_menu) {
   secondaryClick({1, 1});
   EXPECT_FALSE(isOpen());
 }
 
-TEST_F(TileMenuTest, lists_ten_entries_and_a_divider) {
+TEST_F(TileMenuTest, the_menu_has_ten_entries_and_a_separator) {
   secondaryClick(on("/r/docs"));
   EXPECT_EQ(entries(), (std::vector<std::string>{"Open folder", "Show in File Manager", "Open",
                                                  "Quick Look", "Copy Path", "Open in Terminal",
@@ -69,7 +69,7 @@ TEST_F(TileMenuTest, lists_ten_entries_and_a_divider) {
   EXPECT_FALSE(row("tileZip")->property("destructive").toBool());
 }
 
-TEST_F(TileMenuTest, offers_to_open_a_folder_only_where_something_is_in_it) {
+TEST_F(TileMenuTest, only_a_folder_with_children_can_be_opened) {
   for (const char* path : {"/r/film.mp4", "/r/empty"}) {
     secondaryClick(on(path));
     EXPECT_EQ(entries().size(), 10U) << path;
@@ -79,7 +79,7 @@ TEST_F(TileMenuTest, offers_to_open_a_folder_only_where_something_is_in_it) {
   }
 }
 
-TEST_F(TileMenuTest, does_what_is_chosen_to_the_bytes_of_the_path) {
+TEST_F(TileMenuTest, each_entry_acts_on_the_bytes_of_the_path) {
   const char* const odd = "/r/caf\xE9";
   choose(odd, "tileReveal");
   EXPECT_EQ(machine_.workspace.revealed, std::vector<Paths>{{odd}});
@@ -95,25 +95,25 @@ TEST_F(TileMenuTest, does_what_is_chosen_to_the_bytes_of_the_path) {
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(TileMenuTest, opens_the_folder_that_it_was_asked_for) {
+TEST_F(TileMenuTest, the_first_entry_opens_the_clicked_folder) {
   choose("/r/docs", "tileOpenFolder");
   EXPECT_EQ(opened_, Paths{"/r/docs"});
 }
 
-TEST_F(TileMenuTest, queues_without_a_word) {
+TEST_F(TileMenuTest, queueing_shows_no_message) {
   choose("/r/film.mp4", "tileQueue");
   ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
   EXPECT_EQ(session_.cleanupQueue().queue().front().path(), "/r/film.mp4");
   EXPECT_EQ(session_.messages().toast(), std::nullopt);
 }
 
-TEST_F(TileMenuTest, leaves_the_move_to_the_trash_to_the_owner_of_the_canvas) {
+TEST_F(TileMenuTest, the_owner_of_the_canvas_handles_the_move_to_the_trash) {
   choose("/r/film.mp4", "tileTrash");
   EXPECT_EQ(askedAbout_, Paths{"/r/film.mp4"});
   EXPECT_EQ(session_.cleanupQueue().queue().size(), 0U);
 }
 
-TEST_F(TileMenuTest, acts_on_the_node_that_was_clicked_after_another_tree_has_come) {
+TEST_F(TileMenuTest, the_menu_acts_on_the_clicked_node_after_the_tree_was_replaced) {
   secondaryClick(on("/r/film.mp4"));
   canvas_->setNode(NodeHandle(folderNode("/r", 10, {fileNode("/r/other", 10)})));
   draw();
@@ -124,7 +124,7 @@ TEST_F(TileMenuTest, acts_on_the_node_that_was_clicked_after_another_tree_has_co
   EXPECT_EQ(session_.cleanupQueue().queue().front().size(), 300);
 }
 
-TEST_F(TileMenuTest, keeps_the_pointer_from_the_tiles_and_darkens_none) {
+TEST_F(TileMenuTest, the_open_menu_keeps_the_pointer_from_the_tiles_and_dims_none) {
   moveTo({1, 1});
   draw();
   const QImage plain = window_.grabWindow();
@@ -141,7 +141,7 @@ TEST_F(TileMenuTest, keeps_the_pointer_from_the_tiles_and_darkens_none) {
   EXPECT_EQ(canvas_->hoverPath(), "/r/docs/b.pdf");
 }
 
-TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile) {
+TEST_F(TileMenuTest, the_clicked_tile_stays_highlighted_while_the_menu_is_open) {
   moveTo(on("/r/film.mp4"));
   draw();
   const QPoint place = canvas_->mapToScene(on("/r/film.mp4") - QPointF(40, 40)).toPoint();
@@ -164,7 +164,7 @@ TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile) {
   EXPECT_EQ(window_.grabWindow().pixel(place), plain);
 }
 
-TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile_in_another_tree_too) {
+TEST_F(TileMenuTest, the_clicked_tile_stays_highlighted_in_a_new_tree) {
   secondaryClick(on("/r/film.mp4"));
   canvas_->setNode(NodeHandle(folderNode(
       "/r", 900, {fileNode("/r/other", 500), fileNode("/r/film.mp4", 400, FileKind::video)})));
@@ -175,7 +175,7 @@ TEST_F(TileMenuTest, leaves_the_highlight_on_its_tile_in_another_tree_too) {
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
 }
 
-TEST_F(TileMenuTest, leaves_the_highlight_on_the_tile_of_the_item_that_is_asked_about) {
+TEST_F(TileMenuTest, the_tile_of_an_open_question_is_highlighted) {
   moveTo(on("/r/docs/a.pdf"));
   session_.shown().setMenuNode(fileNode("/r/film.mp4", 300));
   draw();
@@ -186,14 +186,14 @@ TEST_F(TileMenuTest, leaves_the_highlight_on_the_tile_of_the_item_that_is_asked_
   EXPECT_NE(canvas_->hoverPath(), "/r/film.mp4");
 }
 
-TEST_F(TileMenuTest, keeps_a_press_beside_it_from_the_tiles) {
+TEST_F(TileMenuTest, a_press_beside_the_menu_only_closes_it) {
   secondaryClick(on("/r/film.mp4"));
   click(on("/r/docs"));
   EXPECT_FALSE(isOpen());
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(TileMenuTest, stays_away_while_a_band_is_drawn) {
+TEST_F(TileMenuTest, no_menu_opens_while_a_band_is_drawn) {
   press(on("/r/film.mp4"));
   dragTo(on("/r/docs/a.pdf"));
   send(QEvent::MouseButtonPress, on("/r/docs/a.pdf"), Qt::RightButton,
@@ -203,7 +203,7 @@ TEST_F(TileMenuTest, stays_away_while_a_band_is_drawn) {
   EXPECT_FALSE(session_.selection().selected().empty());
 }
 
-TEST(TileMenuState, does_nothing_before_there_is_a_node) {
+TEST(TileMenuState, the_actions_do_nothing_without_a_node) {
   FakeMachine machine;
   ScanSession session(machine.services("/home"));
   TileMenuState state(session);

@@ -43,12 +43,12 @@ void TreemapSurface::geometryChange(const QRectF& now, const QRectF& before) {
 void TreemapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   QQuickItem::itemChange(change, data);
   if (change == ItemSceneChange) dropBand();
-  // From now on, so that the first move over the canvas is known for one.
+  // Must watch from now on to recognise the first move over the canvas.
   if (change == ItemSceneChange && data.window != nullptr) PointerWatch::of(*data.window);
   if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) renew();
 }
 
-// Several changes before the next frame cost one layout.
+// Several changes before the next frame cause one layout.
 void TreemapSurface::renew() {
   stale_ = true;
   polish();
@@ -63,7 +63,7 @@ void TreemapSurface::updatePolish() {
   drawBand();
 }
 
-// What stands on the canvas, if that is no longer what it was made for.
+// Replaces the tiles if they are out of date.
 void TreemapSurface::makeTiles() {
   if (!stale_ || window() == nullptr || !isComponentComplete()) return;
   stale_ = false;

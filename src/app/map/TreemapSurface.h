@@ -1,22 +1,21 @@
-// The drawing of one folder as a treemap, and what the pointer does to it. All tiles and the
-// selection are painted once into one picture; the tile under the pointer is painted once more, as
-// it looks highlighted, into a small picture above that. So moving the pointer repaints no tile but
-// the one it has come to. The layout is made anew when the folder, the size of the canvas or what
-// colours and marks the tiles has changed.
+// The treemap of one folder and its reactions to pointer and keyboard. All tiles and the
+// selection are painted once into one picture; the highlighted tile is painted again into a small
+// picture above it. So a move of the pointer repaints only the tile that it enters. A new layout is
+// made when the folder, the size of the canvas, or the colours and marks of the tiles change.
 //
-// The arrow keys go from tile to tile: the one they have come to is highlighted as if the pointer
-// were on it, until the pointer moves or the keyboard goes elsewhere.
+// The arrow keys move from tile to tile. The current one is highlighted as if the pointer were on
+// it, until the pointer moves or the canvas loses the keyboard focus.
 //
-// The focus follows who moves: the pointer that comes to a tile, a key, a click. Tiles that are
-// made anew below a pointer or under the keyboard never change it. Nor do they draw the highlight
-// to themselves, which would then be on one item while the commands take another: it stays on the
-// item that it was on, or comes to the one that has the focus, or goes.
+// The session's focused item changes only when the pointer enters a tile, by a key, or by a click,
+// but not when new tiles appear below the pointer or the keyboard's position. These are not
+// highlighted either, since the highlight and the item that commands act on would then differ: the
+// highlight stays on its item, moves to the focused item, or disappears.
 //
-// While the menu of an item is open, or the question what to do with it, its tile is highlighted
-// whatever the pointer does, and without the tooltip, which would lie under the menu.
+// While the menu of an item or the question about it is open, its tile is highlighted whatever the
+// pointer does, and without the tooltip, which would be below the menu.
 //
-// A drag draws a rubber band and selects what it touches. No tile is highlighted meanwhile, nor
-// afterwards until the pointer enters one.
+// A drag draws a rubber band and selects the tiles that it touches. No tile is highlighted during
+// the drag, nor afterwards until the pointer enters one.
 #pragma once
 
 #include <cstddef>
@@ -47,9 +46,9 @@ class TreemapSurface : public QQuickItem {
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged REQUIRED)
 
   Q_PROPERTY(tessaly::TooltipState* tooltip READ tooltip CONSTANT)
-  // The place of the tile that the keyboard is on among the tiles; -1 for none.
+  // The index of the keyboard's tile; -1 for none.
   Q_PROPERTY(int keyboardTile READ keyboardTile NOTIFY keyboardTileChanged)
-  // Whether the menu that was last asked for is open.
+  // Whether the menu that was requested last is open.
   Q_PROPERTY(bool menuOpen READ isMenuOpen WRITE setMenuOpen NOTIFY menuOpenChanged)
 
  public:
@@ -61,34 +60,34 @@ class TreemapSurface : public QQuickItem {
   const std::optional<std::string>& hoverPath() const { return hoverPath_; }
   TooltipState* tooltip() { return &tooltip_; }
 
-  // The keyboard goes on here that was on another canvas: on the tile of what has the focus, or on
-  // none before a key is pressed.
+  // Takes over the focus from another canvas: on the tile of the session's focused item, or on none
+  // before a key is pressed.
   Q_INVOKABLE void takeKeyboard();
-  // Whether it goes from tile to tile, even where it is on none at present.
+  // Whether the keyboard moves between tiles, even if it is on none now.
   Q_INVOKABLE bool hasKeyboard() const { return keyboardPath_.has_value(); }
   int keyboardTile() const;
 
   bool isMenuOpen() const { return menuOpen_; }
   void setMenuOpen(bool open);
 
-  // What a click without a key does, for who cannot click; and what one with Shift does.
+  // The same as a plain click, and as a click with Shift, for assistive tools.
   Q_INVOKABLE void press(const tessaly::NodeHandle& node);
   Q_INVOKABLE void toggle(const tessaly::NodeHandle& node);
-  // Tells assistive programs that the keyboard is on `element`.
+  // Tells assistive tools that the keyboard focus is on `element`.
   Q_INVOKABLE void tellFocus(QQuickItem* element) const;
 
   const CanvasTiles& tiles() const { return tiles_; }
-  // What is drawn, bottom first: all tiles, the highlighted one, and the rubber band.
+  // The pictures, from bottom to top: all tiles, the highlighted one, and the rubber band.
   const PictureItem& tileTexture() const { return *tileTexture_; }
   const PictureItem& hoverOverlay() const { return *hoverOverlay_; }
   const BandItem& band() const { return *bandItem_; }
 
  signals:
-  // The user wants to see what is inside this folder.
+  // The user opens this folder.
   void open(const tessaly::NodeHandle& node);
-  // The user wants the menu of this tile, which stands for an item, at a point of the canvas.
+  // The user requests the menu of this tile at a point of the canvas. Never for a remainder.
   void tileMenuAsked(const tessaly::NodeHandle& node, QPointF place, bool byKeyboard);
-  // The user wants the item of this node in the Trash.
+  // The user asks to move the item of this node to the Trash.
   void menu(const tessaly::NodeHandle& node);
   void mapChanged();
   void nodeChanged();
@@ -143,22 +142,22 @@ class TreemapSurface : public QQuickItem {
   PictureItem* tileTexture_;
   PictureItem* hoverOverlay_;
   BandItem* bandItem_;
-  bool stale_ = true;  // the tiles no longer are what they would be if made now
+  bool stale_ = true;  // the tiles are out of date
 
   QPointF mouse_;
   bool pointerInside_ = false;
   std::optional<std::string> hoverPath_;
-  std::optional<std::size_t> hovered_;  // place of the tile at hoverPath_ among the tiles
+  std::optional<std::size_t> hovered_;  // index of the tile at hoverPath_
   TooltipState tooltip_;
   std::optional<std::string> pressedPath_;
   BandGesture gesture_;
-  // The tile on which the pointer stood when a drag ended. It has not been entered since.
+  // The tile under the pointer at the end of a drag. The pointer has not entered it since.
   std::optional<std::string> passedOverPath_;
   EscapeWatch escapeWatch_;
-  // The item that the keyboard is on, whether or not it has a tile. It counts as the one under the
+  // The item that the keyboard is on, even if it has no tile. It replaces the one under the
   // pointer.
   std::optional<std::string> keyboardPath_;
-  std::string askedPath_;  // of the item whose menu was last asked for
+  std::string askedPath_;  // of the item whose menu was requested last
   bool menuOpen_ = false;
 };
 

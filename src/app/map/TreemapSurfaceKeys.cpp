@@ -1,4 +1,4 @@
-// What the keyboard does on the canvas.
+// The canvas's reactions to the keyboard.
 
 #include <QAccessible>
 #include <QFocusEvent>
@@ -52,14 +52,14 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   const auto direction = directionOf(event.key());
   const bool opens = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
   if (!direction && !opens && !asksForMenu(event)) return false;
-  // With a key held, arrows are nobody's here.
+  // Arrows with a modifier have no meaning here.
   if (direction && (event.modifiers() & ~Qt::KeypadModifier) != 0) return false;
   if (tiles_.all().empty() || gesture_.isDragging()) return true;
-  // A folder that opens must not hand the key on to what is in it.
+  // A held key must not open the folder's content, too.
   if (opens && event.isAutoRepeat()) return true;
 
-  // The first key only shows where the keyboard is, unless the pointer does; one that acts does so
-  // at once on nothing but what has the focus.
+  // The first key only highlights a tile, unless the pointer has done so. A key with an action acts
+  // at once only on the focused item.
   if (!hovered_) {
     const std::size_t start = *keyboardStart();
     const bool isKnown = hasFocus(tiles_[start].rect.node);
@@ -81,7 +81,7 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   return true;
 }
 
-// Where it comes to by a key: the tile of what has the focus, or else the one around it, or the
+// The tile where the keyboard starts: that of the focused item, the innermost one around it, or the
 // first one.
 std::optional<std::size_t> TreemapSurface::keyboardStart() const {
   if (tiles_.all().empty()) return std::nullopt;
@@ -90,7 +90,7 @@ std::optional<std::size_t> TreemapSurface::keyboardStart() const {
     const std::string path = focused->path();
     for (std::size_t i = 0; i < tiles_.all().size(); ++i) {
       const DiskNode& node = tiles_[i].rect.node;
-      // Deeper ones come later.
+      // Inner tiles come later.
       if (hasFocus(node) || path.starts_with(node.path() + "/")) start = i;
     }
   }
@@ -98,7 +98,7 @@ std::optional<std::size_t> TreemapSurface::keyboardStart() const {
 }
 
 void TreemapSurface::putKeyboardOn(std::size_t index) {
-  const DiskNode node = tiles_[index].rect.node;  // whoever is told may replace the tiles
+  const DiskNode node = tiles_[index].rect.node;  // handlers may replace the tiles
   keyboardPath_ = node.path();
   highlight(index);
   placeTooltip();
@@ -106,7 +106,7 @@ void TreemapSurface::putKeyboardOn(std::size_t index) {
   emit keyboardTileChanged();
 }
 
-// Beside the pointer, or beside the tile that the keyboard is on.
+// Beside the pointer, or beside the keyboard's tile.
 void TreemapSurface::placeTooltip() {
   const bool isByKeyboard = keyboardPath_ && hovered_;
   const QPointF place = isByKeyboard ? middleOfFace(tiles_[*hovered_].rect) : mouse_;
@@ -146,7 +146,7 @@ void TreemapSurface::focusInEvent(QFocusEvent* event) {
 
 void TreemapSurface::focusOutEvent(QFocusEvent* event) {
   QQuickItem::focusOutEvent(event);
-  // From a menu, and from another program, one comes back to where one was.
+  // When a menu closes or the window becomes active again, the keyboard continues on its tile.
   if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason ||
       event->reason() == Qt::MenuBarFocusReason) {
     return;

@@ -1,4 +1,4 @@
-// What the pointer does on the canvas.
+// The canvas's reactions to the pointer.
 
 #include <utility>
 
@@ -36,7 +36,7 @@ void TreemapSurface::setMouse(QPointF mouse) {
   if ((keyboardPath_ && !hasMoved) || menuPath()) return;
   if (std::exchange(keyboardPath_, std::nullopt)) emit keyboardTileChanged();
   placeTooltip();
-  // Tiles that are about to be made anew are not the ones the pointer will be on.
+  // Tiles that are out of date are not the ones that the pointer will be on.
   if (stale_) return;
   if (hasMoved) {
     comeTo(tileUnderPointer());
@@ -53,7 +53,7 @@ std::optional<std::size_t> TreemapSurface::tileUnderPointer() {
   return index;
 }
 
-// The tile to be highlighted when nobody has moved.
+// The tile to highlight if neither pointer nor keyboard has moved.
 std::optional<std::size_t> TreemapSurface::tileToKeep() {
   if (gesture_.isDragging()) return std::nullopt;
   if (const auto asked = menuPath()) {
@@ -74,12 +74,12 @@ bool TreemapSurface::hasFocus(const DiskNode& node) const {
   return focused && focused->path() == node.path() && isRemainder(*focused) == isRemainder(node);
 }
 
-// The pointer has come to the tile at `index`, or to none.
+// Handles that the pointer has entered the tile at `index`, or left all tiles.
 void TreemapSurface::comeTo(std::optional<std::size_t> index) {
   const bool isAnother = index != hovered_;
   highlight(index);
   if (!index || !isAnother) return;
-  const DiskNode node = tiles_[*index].rect.node;  // whoever is told may replace the tiles
+  const DiskNode node = tiles_[*index].rect.node;  // handlers may replace the tiles
   map_->selection().setFocused(node);
 }
 
@@ -134,7 +134,7 @@ void TreemapSurface::mouseMoveEvent(QMouseEvent* event) {
   const bool wasDragging = gesture_.isDragging();
   if (gesture_.moveTo(event->position())) {
     if (!wasDragging) escapeWatch_.listenIn(window());
-    // However often the pointer moves, a band is drawn once a frame.
+    // However often the pointer moves, the band is drawn once per frame.
     polish();
   }
   setMouse(event->position());
@@ -168,13 +168,13 @@ void TreemapSurface::drawBand() {
 }
 
 void TreemapSurface::selectBand(Qt::KeyboardModifiers modifiers) {
-  makeTiles();  // of a tree that has just come, rather than of the one before
+  makeTiles();  // of a tree that has just arrived, instead of the previous one
   const std::vector<DiskNode> hits = tiles_.within(*gesture_.band());
   dropBand();
   map_->selection().selectNodes(hits, modifiers.testFlag(Qt::ShiftModifier));
 }
 
-// There is no drag any more. The tile that the pointer is on has not been entered by it.
+// Ends the drag. The pointer has not entered the tile that it is on.
 void TreemapSurface::dropBand() {
   if (gesture_.isDragging()) {
     const auto index = tiles_.at(mouse_);
@@ -187,7 +187,7 @@ void TreemapSurface::dropBand() {
 }
 
 void TreemapSurface::askForMenu(const DiskNode& node, QPointF place, bool byKeyboard) {
-  // Nothing of it could be done to a remainder.
+  // No entry of the menu applies to a remainder.
   if (isRemainder(node)) return;
   askedPath_ = node.path();
   emit tileMenuAsked(NodeHandle(node), place, byKeyboard);
@@ -200,7 +200,7 @@ void TreemapSurface::setMenuOpen(bool open) {
   emit menuOpenChanged();
 }
 
-// The item whose menu is open, or about which the user is asked.
+// The item with an open menu or question.
 std::optional<std::string> TreemapSurface::menuPath() const {
   if (menuOpen_) return askedPath_;
   if (const auto& asked = map_->shown().menuNode()) return asked->path();
@@ -208,7 +208,7 @@ std::optional<std::string> TreemapSurface::menuPath() const {
 }
 
 void TreemapSurface::followMenu() {
-  // Tiles that are about to be made anew are highlighted then.
+  // New tiles will be highlighted when they are made.
   if (stale_) return;
   hovered_ = std::nullopt;
   highlight(tileToKeep());

@@ -1,4 +1,4 @@
-// The canvas in a real window, without a display: moved over and clicked on as a person would.
+// The canvas in an offscreen window, with simulated moves and clicks.
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -14,21 +14,21 @@ namespace {
 
 class TreemapSurfaceTest : public CanvasFixture {};
 
-TEST_F(TreemapSurfaceTest, focuses_and_remembers_the_tile_that_the_pointer_enters) {
+TEST_F(TreemapSurfaceTest, entering_a_tile_focuses_and_highlights_it) {
   moveTo(on("/r/film.mp4"));
   EXPECT_EQ(canvas_->hoverPath(), "/r/film.mp4");
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
   EXPECT_EQ(canvas_->cursor().shape(), Qt::PointingHandCursor);
 }
 
-TEST_F(TreemapSurfaceTest, takes_the_topmost_tile_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, the_topmost_tile_under_the_pointer_is_highlighted) {
   moveTo(on("/r/docs/a.pdf"));
   EXPECT_EQ(canvas_->hoverPath(), "/r/docs/a.pdf");
   moveTo(on("/r/docs"));
   EXPECT_EQ(canvas_->hoverPath(), "/r/docs");
 }
 
-TEST_F(TreemapSurfaceTest, paints_no_tile_of_the_picture_when_the_pointer_moves) {
+TEST_F(TreemapSurfaceTest, moving_the_pointer_repaints_only_the_highlight) {
   draw();
   const int before = canvas_->tileTexture().pictureCount();
   const int highlights = canvas_->hoverOverlay().pictureCount();
@@ -40,14 +40,14 @@ TEST_F(TreemapSurfaceTest, paints_no_tile_of_the_picture_when_the_pointer_moves)
   EXPECT_EQ(canvas_->hoverOverlay().pictureCount(), highlights + 4);
 }
 
-TEST_F(TreemapSurfaceTest, paints_a_highlight_once_while_the_pointer_stays_on_the_tile) {
+TEST_F(TreemapSurfaceTest, moving_within_a_tile_does_not_repaint_its_highlight) {
   moveTo(on("/r/film.mp4"));
   const int before = canvas_->hoverOverlay().pictureCount();
   moveTo(on("/r/film.mp4") + QPointF(5, 5));
   EXPECT_EQ(canvas_->hoverOverlay().pictureCount(), before);
 }
 
-TEST_F(TreemapSurfaceTest, shows_the_highlight_in_the_window) {
+TEST_F(TreemapSurfaceTest, the_highlight_is_visible_in_the_window) {
   const QImage plain = window_.grabWindow();
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
@@ -60,7 +60,7 @@ TEST_F(TreemapSurfaceTest, shows_the_highlight_in_the_window) {
   EXPECT_EQ(window_.grabWindow(), plain);
 }
 
-TEST_F(TreemapSurfaceTest, forgets_the_tile_when_the_pointer_leaves_it) {
+TEST_F(TreemapSurfaceTest, leaving_a_tile_clears_the_highlight) {
   moveTo(on("/r/film.mp4"));
   moveTo({1, 1});
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
@@ -70,14 +70,14 @@ TEST_F(TreemapSurfaceTest, forgets_the_tile_when_the_pointer_leaves_it) {
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
-TEST_F(TreemapSurfaceTest, forgets_the_tile_when_the_pointer_leaves_the_canvas) {
+TEST_F(TreemapSurfaceTest, leaving_the_canvas_clears_the_highlight) {
   moveTo(on("/r/film.mp4"));
   moveTo({-20, 100});
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
   EXPECT_FALSE(item("mapTooltip")->isVisible());
 }
 
-TEST_F(TreemapSurfaceTest, tells_in_the_tooltip_what_the_tile_is) {
+TEST_F(TreemapSurfaceTest, the_tooltip_describes_the_tile) {
   moveTo(on("/r/docs"));
   EXPECT_TRUE(item("mapTooltip")->isVisible());
   EXPECT_EQ(textOf("tooltipName"), "docs");
@@ -87,7 +87,7 @@ TEST_F(TreemapSurfaceTest, tells_in_the_tooltip_what_the_tile_is) {
   EXPECT_FALSE(item("tooltipAge")->isVisible());
 }
 
-TEST_F(TreemapSurfaceTest, shows_names_that_are_no_text_and_keeps_their_bytes) {
+TEST_F(TreemapSurfaceTest, a_name_that_is_not_utf8_is_displayed_and_its_bytes_are_kept) {
   moveTo(on("/r/caf\xE9"));
   EXPECT_EQ(textOf("tooltipName"), "caf\uFFFD");
   EXPECT_EQ(focusedPath(), "/r/caf\xE9");
@@ -95,7 +95,7 @@ TEST_F(TreemapSurfaceTest, shows_names_that_are_no_text_and_keeps_their_bytes) {
   EXPECT_EQ(machine_.workspace.revealed, (std::vector<std::vector<std::string>>{{"/r/caf\xE9"}}));
 }
 
-TEST_F(TreemapSurfaceTest, places_the_tooltip_beside_the_pointer) {
+TEST_F(TreemapSurfaceTest, the_tooltip_is_beside_the_pointer) {
   moveTo({100, 120});
   draw();
   const QQuickItem* tooltip = item("mapTooltip");
@@ -105,7 +105,7 @@ TEST_F(TreemapSurfaceTest, places_the_tooltip_beside_the_pointer) {
   EXPECT_EQ(tooltip->position(), QPointF(498, 460));
 }
 
-TEST_F(TreemapSurfaceTest, shows_the_tooltip_in_the_colours_and_sizes_of_its_design) {
+TEST_F(TreemapSurfaceTest, the_tooltip_has_its_fonts_sizes_and_dot) {
   moveTo(on("/r/film.mp4"));
   const auto font = [&](const char* name) { return item(name)->property("font").value<QFont>(); };
   EXPECT_EQ(font("tooltipName").pixelSize(), 13);
@@ -120,7 +120,7 @@ TEST_F(TreemapSurfaceTest, shows_the_tooltip_in_the_colours_and_sizes_of_its_des
   EXPECT_EQ(item("tooltipDot")->property("color").value<QColor>(), QColor("#3B82F6"));
 }
 
-TEST_F(TreemapSurfaceTest, shows_the_tooltip_on_a_panel_in_its_order) {
+TEST_F(TreemapSurfaceTest, the_lines_of_the_tooltip_are_in_order_on_its_panel) {
   session_.shown().setHeatmap(true);
   draw();
   moveTo(on("/r/film.mp4"));
@@ -165,7 +165,7 @@ TEST_F(TreemapSurfaceTest, shows_the_tooltip_on_a_panel_in_its_order) {
     EXPECT_EQ(colorOf(item(name), "color"), "#9ca3af 100") << name;
 }
 
-TEST_F(TreemapSurfaceTest, tells_ages_only_while_the_heat_map_is_on) {
+TEST_F(TreemapSurfaceTest, the_tooltip_shows_ages_only_while_the_heat_map_is_on) {
   session_.shown().setHeatmap(true);
   draw();
   moveTo(on("/r/film.mp4"));
@@ -176,7 +176,7 @@ TEST_F(TreemapSurfaceTest, tells_ages_only_while_the_heat_map_is_on) {
   EXPECT_FALSE(item("tooltipAge")->isVisible());
 }
 
-TEST_F(TreemapSurfaceTest, lets_the_pointer_through_the_tooltip) {
+TEST_F(TreemapSurfaceTest, the_pointer_passes_through_the_tooltip) {
   moveTo(on("/r/docs/a.pdf"));
   draw();
   const QQuickItem* tooltip = item("mapTooltip");
@@ -187,14 +187,14 @@ TEST_F(TreemapSurfaceTest, lets_the_pointer_through_the_tooltip) {
   EXPECT_EQ(canvas_->hoverPath(), canvas_->tiles()[*beneath].rect.node.path());
 }
 
-TEST_F(TreemapSurfaceTest, drills_into_a_folder_with_children) {
+TEST_F(TreemapSurfaceTest, a_click_on_a_folder_with_children_opens_it) {
   click(on("/r/docs"));
   EXPECT_EQ(opened_, std::vector<std::string>{"/r/docs"});
   EXPECT_TRUE(machine_.workspace.revealed.empty());
   EXPECT_EQ(focusedPath(), "/r/docs");
 }
 
-TEST_F(TreemapSurfaceTest, reveals_a_file_and_a_folder_without_children) {
+TEST_F(TreemapSurfaceTest, a_click_on_a_file_or_an_empty_folder_reveals_it) {
   click(on("/r/film.mp4"));
   click(on("/r/empty"));
   EXPECT_TRUE(opened_.empty());
@@ -202,14 +202,14 @@ TEST_F(TreemapSurfaceTest, reveals_a_file_and_a_folder_without_children) {
             (std::vector<std::vector<std::string>>{{"/r/film.mp4"}, {"/r/empty"}}));
 }
 
-TEST_F(TreemapSurfaceTest, focuses_the_clicked_tile) {
+TEST_F(TreemapSurfaceTest, a_click_focuses_the_tile) {
   moveTo(on("/r/film.mp4"));
   session_.selection().setFocused(std::nullopt);
   click(on("/r/film.mp4"));
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
-TEST_F(TreemapSurfaceTest, selects_and_deselects_the_tile_clicked_with_shift) {
+TEST_F(TreemapSurfaceTest, a_click_with_shift_selects_or_deselects_the_tile) {
   clickHolding(Qt::ShiftModifier, on("/r/docs"));
   clickHolding(Qt::ShiftModifier, on("/r/film.mp4"));
   draw();
@@ -224,7 +224,7 @@ TEST_F(TreemapSurfaceTest, selects_and_deselects_the_tile_clicked_with_shift) {
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(TreemapSurfaceTest, queues_the_tile_clicked_with_command_and_says_so) {
+TEST_F(TreemapSurfaceTest, a_click_with_command_queues_the_tile_with_a_message) {
   clickHolding(Qt::ControlModifier, on("/r/docs"));
   ASSERT_EQ(session_.cleanupQueue().queue().size(), 1U);
   EXPECT_EQ(session_.cleanupQueue().queue().front().path(), "/r/docs");
@@ -233,13 +233,13 @@ TEST_F(TreemapSurfaceTest, queues_the_tile_clicked_with_command_and_says_so) {
   EXPECT_TRUE(opened_.empty());
 }
 
-TEST_F(TreemapSurfaceTest, selects_and_does_not_queue_with_shift_and_command_together) {
+TEST_F(TreemapSurfaceTest, a_click_with_shift_and_command_selects_and_does_not_queue) {
   clickHolding(Qt::ShiftModifier | Qt::ControlModifier, on("/r/film.mp4"));
   EXPECT_EQ(session_.selection().selected(), std::set<std::string>{"/r/film.mp4"});
   EXPECT_TRUE(session_.cleanupQueue().queue().empty());
 }
 
-TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {
+TEST_F(TreemapSurfaceTest, a_press_that_moves_far_is_no_click) {
   press(on("/r/film.mp4"));
   release(on("/r/film.mp4") + QPointF(8, 0));
   EXPECT_TRUE(machine_.workspace.revealed.empty());
@@ -248,7 +248,7 @@ TEST_F(TreemapSurfaceTest, takes_no_press_that_moves_far_for_a_click) {
   EXPECT_EQ(machine_.workspace.revealed.size(), 1U);
 }
 
-TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click) {
+TEST_F(TreemapSurfaceTest, a_press_that_ends_on_another_tile_is_no_click) {
   const TreemapRect& folder = canvas_->tiles()[canvas_->tiles().find("/r/docs").value()].rect;
   const TreemapRect& inside = canvas_->tiles()[canvas_->tiles().find("/r/docs/a.pdf").value()].rect;
   ASSERT_LT(inside.y - folder.y, 24);
@@ -258,7 +258,7 @@ TEST_F(TreemapSurfaceTest, takes_no_press_that_ends_on_another_tile_for_a_click)
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(TreemapSurfaceTest, takes_no_press_for_a_click_on_what_came_under_it_meanwhile) {
+TEST_F(TreemapSurfaceTest, a_press_whose_tile_was_replaced_is_no_click) {
   press(on("/r/film.mp4"));
   const QPointF point = on("/r/film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
@@ -269,14 +269,14 @@ TEST_F(TreemapSurfaceTest, takes_no_press_for_a_click_on_what_came_under_it_mean
   EXPECT_TRUE(machine_.workspace.revealed.empty());
 }
 
-TEST_F(TreemapSurfaceTest, does_nothing_when_clicked_between_tiles) {
+TEST_F(TreemapSurfaceTest, a_click_between_tiles_does_nothing) {
   click({1, 1});
   EXPECT_TRUE(opened_.empty());
   EXPECT_TRUE(machine_.workspace.revealed.empty());
   EXPECT_EQ(focusedPath(), std::nullopt);
 }
 
-TEST_F(TreemapSurfaceTest, survives_being_removed_by_its_own_click) {
+TEST_F(TreemapSurfaceTest, a_click_may_replace_the_tree_of_the_canvas) {
   QObject::connect(canvas_.get(), &TreemapSurface::open,
                    [this] { canvas_->setNode(NodeHandle(folderNode("/other", 0))); });
   click(on("/r/docs"));
@@ -285,7 +285,7 @@ TEST_F(TreemapSurfaceTest, survives_being_removed_by_its_own_click) {
   EXPECT_TRUE(canvas_->tiles().all().empty());
 }
 
-TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
+TEST_F(TreemapSurfaceTest, several_changes_before_a_frame_paint_the_tiles_once) {
   const int before = canvas_->tileTexture().pictureCount();
   session_.shown().setHeatmap(true);
   session_.choices().setFilters({});
@@ -294,7 +294,7 @@ TEST_F(TreemapSurfaceTest, paints_all_tiles_once_for_several_changes_at_once) {
   EXPECT_EQ(canvas_->tileTexture().pictureCount(), before + 1);
 }
 
-TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_a_filter_is_switched) {
+TEST_F(TreemapSurfaceTest, switching_a_filter_changes_the_tints) {
   const auto tint = [this] {
     draw();
     return canvas_->tiles()[canvas_->tiles().find("/r/film.mp4").value()].tint;
@@ -308,7 +308,7 @@ TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_a_filter_is_switched) {
   EXPECT_EQ(tint(), plain);
 }
 
-TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_something_has_grown) {
+TEST_F(TreemapSurfaceTest, growth_changes_the_tints) {
   const TempTree tree("film 4M\nnote 2M\n");
   canvas_->setNode(NodeHandle(
       folderNode(tree.path(), 6, {fileNode(tree.at("film"), 4), fileNode(tree.at("note"), 2)})));
@@ -328,7 +328,7 @@ TEST_F(TreemapSurfaceTest, tints_the_tiles_anew_when_something_has_grown) {
   EXPECT_NE(tint("note"), MarrowTheme::warning);
 }
 
-TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
+TEST_F(TreemapSurfaceTest, another_size_changes_the_layout) {
   canvas_->setSize({500, 300});
   draw();
   ASSERT_EQ(canvas_->tiles().all().size(), 6U);
@@ -338,7 +338,7 @@ TEST_F(TreemapSurfaceTest, lays_out_anew_for_another_size) {
   }
 }
 
-TEST_F(TreemapSurfaceTest, leaves_what_came_under_a_pointer_alone_until_it_moves) {
+TEST_F(TreemapSurfaceTest, a_new_tile_under_the_pointer_is_not_entered_until_it_moves) {
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
@@ -355,7 +355,7 @@ TEST_F(TreemapSurfaceTest, leaves_what_came_under_a_pointer_alone_until_it_moves
   EXPECT_EQ(textOf("tooltipName"), "one");
 }
 
-TEST_F(TreemapSurfaceTest, keeps_the_highlight_on_the_item_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, the_item_under_the_pointer_stays_highlighted_in_a_new_tree) {
   moveTo(on("/r/film.mp4"));
   session_.selection().setFocused(folderNode("/r/empty", 150));
   canvas_->setNode(NodeHandle(folderNode("/r", 10, {fileNode("/r/film.mp4", 10)})));
@@ -365,7 +365,7 @@ TEST_F(TreemapSurfaceTest, keeps_the_highlight_on_the_item_under_the_pointer) {
   EXPECT_EQ(focusedPath(), "/r/empty");
 }
 
-TEST_F(TreemapSurfaceTest, highlights_what_has_the_focus_when_it_comes_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, the_focused_item_is_highlighted_when_it_appears_under_the_pointer) {
   moveTo(on("/r/film.mp4"));
   session_.selection().setFocused(fileNode("/s/one", 10));
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
@@ -377,7 +377,7 @@ TEST_F(TreemapSurfaceTest, highlights_what_has_the_focus_when_it_comes_under_the
   EXPECT_FALSE(item("mapTooltip")->isVisible());
 }
 
-TEST_F(TreemapSurfaceTest, gives_no_focus_to_tiles_that_move_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, tiles_that_move_under_the_pointer_get_no_focus) {
   moveTo(on("/r/film.mp4"));
   for (const double x : {0, 200, 400, -200, 50}) {
     canvas_->setX(x);
@@ -393,7 +393,7 @@ TEST_F(TreemapSurfaceTest, gives_no_focus_to_tiles_that_move_under_the_pointer) 
   }
 }
 
-TEST_F(TreemapSurfaceTest, gives_no_focus_when_what_lay_over_it_goes) {
+TEST_F(TreemapSurfaceTest, removing_an_item_over_the_canvas_does_not_focus_a_tile) {
   QQuickItem cover(window_.contentItem());
   cover.setSize({900, 600});
   cover.setZ(1);
@@ -411,14 +411,14 @@ TEST_F(TreemapSurfaceTest, gives_no_focus_when_what_lay_over_it_goes) {
   EXPECT_EQ(focusedPath(), "/r/film.mp4");
 }
 
-TEST_F(TreemapSurfaceTest, gives_no_focus_when_the_window_comes_or_goes_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, uncovering_or_moving_the_window_does_not_focus_a_tile) {
   moveTo(on("/r/docs/a.pdf"));
   const QPointF place = canvas_->mapToScene(on("/r/film.mp4"));
   QEnterEvent uncovered(place, place, window_.mapToGlobal(place));
   QCoreApplication::sendEvent(&window_, &uncovered);
   draw();
   EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
-  // The window has moved, and the pointer is where it was on the screen.
+  // The window has moved, but not the pointer.
   const QPointF other = canvas_->mapToScene(on("/r/empty"));
   QMouseEvent told(QEvent::MouseMove, other, window_.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
                    Qt::NoModifier);
@@ -427,7 +427,7 @@ TEST_F(TreemapSurfaceTest, gives_no_focus_when_the_window_comes_or_goes_under_th
   EXPECT_EQ(focusedPath(), "/r/docs/a.pdf");
 }
 
-TEST_F(TreemapSurfaceTest, gives_no_focus_to_what_a_new_canvas_shows_under_the_pointer) {
+TEST_F(TreemapSurfaceTest, the_tile_of_a_new_canvas_under_the_pointer_gets_no_focus) {
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
   show(folderNode("/s", 10, {fileNode("/s/one", 10)}));
@@ -438,7 +438,7 @@ TEST_F(TreemapSurfaceTest, gives_no_focus_to_what_a_new_canvas_shows_under_the_p
   EXPECT_EQ(focusedPath(), "/s/one");
 }
 
-TEST_F(TreemapSurfaceTest, enters_no_tile_that_is_about_to_go) {
+TEST_F(TreemapSurfaceTest, a_tile_that_is_out_of_date_is_not_entered) {
   const QPointF point = on("/r/film.mp4");
   canvas_->setNode(NodeHandle(folderNode("/s", 10, {fileNode("/s/one", 10)})));
   moveTo(point);
@@ -450,7 +450,7 @@ TEST_F(TreemapSurfaceTest, enters_no_tile_that_is_about_to_go) {
   EXPECT_EQ(focusedPath(), "/s/one");
 }
 
-TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {
+TEST_F(TreemapSurfaceTest, no_tile_is_highlighted_while_the_pointer_is_outside) {
   const QPointF point = on("/r/film.mp4");
   moveTo(point);
   moveTo({-20, point.y()});
@@ -459,7 +459,7 @@ TEST_F(TreemapSurfaceTest, highlights_nothing_while_the_pointer_is_elsewhere) {
   EXPECT_EQ(canvas_->hoverPath(), std::nullopt);
 }
 
-TEST_F(TreemapSurfaceTest, draws_an_empty_folder_as_bare_ground) {
+TEST_F(TreemapSurfaceTest, an_empty_folder_has_only_the_background) {
   show(folderNode("/r", 0));
   EXPECT_TRUE(canvas_->tiles().all().empty());
   const QImage picture = window_.grabWindow();
