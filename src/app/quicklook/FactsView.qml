@@ -1,5 +1,5 @@
-// A large symbol, a line below it, and the facts of the file: for what has no picture, for sound and
-// film, and for what cannot be shown.
+// A large symbol, a line below it, and the facts about the file: for sound, film, files without a
+// picture, and files that cannot be shown.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook
@@ -15,7 +15,6 @@ ScrollList {
 
     Accessible.name: preview.description
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     header: Column {
         width: ListView.view.width

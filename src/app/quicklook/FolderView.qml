@@ -1,4 +1,4 @@
-// What is in a folder.
+// The content of a folder.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook

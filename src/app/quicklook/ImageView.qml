@@ -1,4 +1,4 @@
-// An image as large as fits, but no larger than it is.
+// An image, scaled down to fit but never enlarged.
 import QtQuick
 import Tessaly.QuickLook
 

@@ -1,5 +1,5 @@
-// What stands there until the content does. It comes slowly, so that a quick reading shows nothing
-// of it.
+// Shown until the content is read. It fades in slowly, so that it is not visible if reading is
+// quick.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook

@@ -1,4 +1,4 @@
-// What is to be known beside the content, such as how much of it is left out.
+// A note about the content, such as how much of it is left out.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook

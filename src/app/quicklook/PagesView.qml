@@ -19,7 +19,6 @@ ScrollList {
         height: 20
     }
 
-    // The names of this file reach into the component, though the linter cannot know.
     // qmllint disable unqualified
     delegate: PreviewPicture {
         readonly property real fit: Math.min(1, (ListView.view.width - 40) / Math.max(1, implicitWidth))

@@ -1,4 +1,5 @@
-// What is shown: its kind, name and size, and the way to its own application.
+// The kind, name and size of the previewed item, and the button that opens it in its own
+// application.
 import QtQuick
 import QtQuick.Layouts
 import Tessaly.Controls

@@ -1,4 +1,4 @@
-// The preview's window: a row that says what is shown, the view of its content, and a line of notice.
+// The preview's window: a header, the view of the content, and a notice.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook
@@ -38,7 +38,7 @@ Window {
         anchors.fill: parent
         focus: true
 
-        // The key that opened the window may still be down.
+        // The key that opened the window may still be held.
         Keys.onSpacePressed: event => {
             if (!event.isAutoRepeat)
                 window.close()

@@ -1,4 +1,4 @@
-// The keys that move through what is longer than its view. A Flickable names it in Keys.forwardTo.
+// The keys that scroll a view. A Flickable has it in Keys.forwardTo.
 import QtQuick
 import Tessaly.Controls
 
@@ -14,7 +14,7 @@ Item {
         Scrolling.moveTo(target, y)
     }
 
-    // What was in sight at the edge stays in sight.
+    // A strip at the edge stays visible.
     readonly property real page: Math.max(40, target.height - 40)
 
     Keys.onUpPressed: moveTo(target.contentY - 40)
@@ -32,7 +32,8 @@ Item {
             (target as ListView)?.positionViewAtBeginning()
             break
         case Qt.Key_End:
-            // The height of rows that were never in sight is a guess, so the end is the list's to find.
+            // The list only estimates the height of rows that were never visible, so it finds the
+            // end itself.
             used();
             (target as ListView)?.positionViewAtEnd()
             break

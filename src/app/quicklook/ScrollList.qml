@@ -1,4 +1,4 @@
-// A list to be read from top to bottom by wheel, finger, keys and bar. Nothing in it can be chosen.
+// A list for reading, scrolled by wheel, finger, keys and bar. No row can be chosen.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook
@@ -7,8 +7,8 @@ MarrowScrollList {
     id: list
 
     required property PreviewState preview
-    // The user has not moved anything yet. Rows that turn out larger than guessed then push nothing
-    // out of sight at the top.
+    // The user has not scrolled yet. Rows that are larger than estimated then do not move the
+    // beginning out of view.
     property bool untouched: true
 
     function stayAtTheBeginning() {

@@ -1,4 +1,4 @@
-// A text in a face of one width, as far as it was read.
+// A text in a monospaced font, as far as it was read.
 import QtQuick
 import Tessaly.Controls
 import Tessaly.QuickLook
@@ -19,7 +19,7 @@ ScrollList {
         height: 14
     }
 
-    // The list guesses at what is out of sight by heights in whole points.
+    // Whole points, since the list estimates invisible rows by whole points.
     delegate: Item {
         id: row
 
