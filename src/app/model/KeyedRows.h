@@ -1,7 +1,6 @@
-// The rows of a list model, each with a key. They are made into the rows that the model should
-// have, and the model tells its views which rows went, moved, came or have other content, never
-// that it has been reset: so views keep what belongs to rows that stay, the keyboard and the scroll
-// position above all.
+// The rows of a list model, each with a key. When they are replaced, the model announces which rows
+// were removed, moved, inserted or changed, but never a reset. So views keep the state of rows that
+// remain, above all the keyboard focus and the scroll position.
 //
 // Main thread only.
 #pragma once
@@ -25,20 +24,20 @@ namespace tessaly {
 template <typename Row>
 class KeyedRows {
  public:
-  // More steps than this are told as one change of the order, since a view takes time for each
+  // More steps than this are announced as one change of the order, since a view needs time for each
   // step.
   static constexpr std::size_t mostSteps = 256;
 
-  // `model` has these rows, and outlives them.
+  // `model` is the model with these rows. It must outlive them.
   explicit KeyedRows(QAbstractListModel& model) : changes_(model) {}
 
   int count() const { return static_cast<int>(rows_.size()); }
   const Row& at(int row) const { return rows_[static_cast<std::size_t>(row)]; }
   const std::vector<Row>& all() const { return rows_; }
 
-  // Makes the rows into `wanted`; true if their number has changed. `keyOf` gives the key of a row,
-  // a value that can be hashed; of rows with the same key, the first ones match. Row needs ==,
-  // which tells whether a kept row looks the same.
+  // Replaces the rows by `wanted`; true if their number has changed. `keyOf` returns the key of a
+  // row, a hashable value; rows with the same key match in their order. Row needs ==, which says
+  // whether a kept row is unchanged.
   template <typename KeyOf>
   bool set(std::vector<Row> wanted, KeyOf keyOf) {
     const std::vector<int> origins = originsOf(wanted, keyOf);
@@ -102,10 +101,10 @@ class KeyedRows {
     }
   }
 
-  // The same in three steps at most: what is new comes at the end, all rows get their order with
-  // what is to go at the end, and that goes.
+  // The same in at most three steps: new rows are appended, all rows are reordered with the
+  // unwanted ones at the end, and these are removed.
   void reorder(std::vector<Row>& wanted, const std::vector<int>& origins) {
-    std::vector<int> order;  // for each row that is to be, where it is after the insertion
+    std::vector<int> order;  // for each wanted row, its index after the insertion
     const int old = count();
     int end = old;
     for (const int origin : origins) order.push_back(origin >= 0 ? origin : end++);

@@ -24,7 +24,7 @@ using Rows = std::vector<Row>;
 
 class RowsModel : public QAbstractListModel {
  public:
-  // True if their number has changed.
+  // True if the number of rows has changed.
   bool show(Rows wanted) { return rows_.set(std::move(wanted), &Row::key); }
   const Rows& rows() const { return rows_.all(); }
 
@@ -64,7 +64,7 @@ class KeyedRowsTest : public testing::Test {
   QSignalSpy orders_{&model_, &RowsModel::layoutChanged};
 };
 
-TEST_F(KeyedRowsTest, tells_nothing_of_the_same_rows) {
+TEST_F(KeyedRowsTest, the_same_rows_are_not_announced) {
   model_.show(keys({1, 2, 3}));
   insertions_.clear();
   model_.show(keys({1, 2, 3}));
@@ -72,7 +72,7 @@ TEST_F(KeyedRowsTest, tells_nothing_of_the_same_rows) {
     EXPECT_EQ(spy->count(), 0);
 }
 
-TEST_F(KeyedRowsTest, tells_which_rows_went_moved_and_came) {
+TEST_F(KeyedRowsTest, removed_moved_and_inserted_rows_are_announced) {
   model_.show(keys({1, 2, 3, 4, 5, 6}));
   model_.show(keys({6, 1, 4, 5, 7, 8}));
   EXPECT_THAT(keysOf(model_), ElementsAre(6, 1, 4, 5, 7, 8));
@@ -88,7 +88,7 @@ TEST_F(KeyedRowsTest, tells_which_rows_went_moved_and_came) {
   EXPECT_EQ(contents_.count(), 0);
 }
 
-TEST_F(KeyedRowsTest, tells_which_kept_rows_have_other_content) {
+TEST_F(KeyedRowsTest, kept_rows_with_other_content_are_announced) {
   model_.show({{1, 10}, {2, 20}, {3, 30}, {4, 40}, {5, 50}});
   model_.show({{9, 90}, {1, 10}, {2, 21}, {3, 31}, {4, 40}, {5, 51}});
   EXPECT_EQ(model_.rows(), (Rows{{9, 90}, {1, 10}, {2, 21}, {3, 31}, {4, 40}, {5, 51}}));
@@ -99,7 +99,7 @@ TEST_F(KeyedRowsTest, tells_which_kept_rows_have_other_content) {
   EXPECT_EQ(contents_.at(1).at(1).toModelIndex().row(), 5);
 }
 
-TEST_F(KeyedRowsTest, tells_whether_the_number_of_rows_has_changed) {
+TEST_F(KeyedRowsTest, the_result_says_whether_the_number_of_rows_has_changed) {
   EXPECT_TRUE(model_.show(keys({1, 2})));
   EXPECT_FALSE(model_.show(keys({2, 1})));
   EXPECT_FALSE(model_.show(keys({3, 4})));
@@ -107,7 +107,7 @@ TEST_F(KeyedRowsTest, tells_whether_the_number_of_rows_has_changed) {
   EXPECT_EQ(model_.rowCount(), 3);
 }
 
-TEST_F(KeyedRowsTest, matches_rows_of_the_same_key_in_their_order) {
+TEST_F(KeyedRowsTest, rows_with_the_same_key_match_in_their_order) {
   model_.show({{1, 10}, {2, 20}, {1, 11}, {1, 12}});
   model_.show({{1, 10}, {1, 11}, {2, 20}});
   EXPECT_EQ(model_.rows(), (Rows{{1, 10}, {1, 11}, {2, 20}}));
@@ -118,7 +118,7 @@ TEST_F(KeyedRowsTest, matches_rows_of_the_same_key_in_their_order) {
   EXPECT_EQ(model_.rows(), (Rows{{1, 10}, {1, 11}, {1, 13}, {1, 14}}));
 }
 
-TEST_F(KeyedRowsTest, keeps_persistent_indexes_with_their_rows) {
+TEST_F(KeyedRowsTest, persistent_indexes_follow_their_rows) {
   model_.show({{1, 1}, {2, 2}, {3, 3}, {4, 4}});
   const QPersistentModelIndex two = model_.index(1);
   const QPersistentModelIndex four = model_.index(3);
@@ -130,8 +130,8 @@ TEST_F(KeyedRowsTest, keeps_persistent_indexes_with_their_rows) {
   EXPECT_FALSE(four.isValid());
 }
 
-// Random lists, each made into the next one, with few keys and with many, kept and shuffled.
-TEST_F(KeyedRowsTest, becomes_every_list_and_keeps_the_indexes_of_all_rows) {
+// Random lists, each replaced by the next one, with few or many keys, kept and shuffled.
+TEST_F(KeyedRowsTest, any_list_becomes_any_other_and_all_indexes_follow_their_rows) {
   std::mt19937 random(7);
   for (int round = 0; round < 400; ++round) {
     const unsigned length = random() % (round % 50 < 4 ? 2000U : 30U);
@@ -164,7 +164,7 @@ TEST_F(KeyedRowsTest, becomes_every_list_and_keeps_the_indexes_of_all_rows) {
   EXPECT_GT(orders_.count(), 0);
 }
 
-TEST_F(KeyedRowsTest, turns_ten_thousand_rows_around_as_one_change_of_their_order) {
+TEST_F(KeyedRowsTest, reversing_10000_rows_is_one_change_of_the_order) {
   Rows rows;
   for (int key = 0; key < 10000; ++key) rows.push_back({key, key});
   model_.show(rows);
@@ -178,7 +178,7 @@ TEST_F(KeyedRowsTest, turns_ten_thousand_rows_around_as_one_change_of_their_orde
   EXPECT_EQ(moves_.count() + removals_.count() + insertions_.count() + resets_.count(), 0);
 }
 
-TEST_F(KeyedRowsTest, takes_every_other_row_of_ten_thousand_away_in_few_steps) {
+TEST_F(KeyedRowsTest, removing_every_other_of_10000_rows_takes_few_steps) {
   Rows rows;
   for (int key = 0; key < 10000; ++key) rows.push_back({key, key});
   model_.show(rows);

@@ -6,7 +6,7 @@ namespace tessaly {
 
 namespace {
 
-// Names what a model keeps for itself and its subclasses.
+// Gives access to the protected functions of a model.
 struct Access : QAbstractListModel {
   static constexpr auto beginInsert = &Access::beginInsertRows;
   static constexpr auto endInsert = &Access::endInsertRows;

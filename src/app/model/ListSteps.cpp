@@ -13,7 +13,7 @@ std::size_t at(int index) {
   return static_cast<std::size_t>(index);
 }
 
-// How many of some marked places lie before a place (a Fenwick tree).
+// Counts the marked places before a place (a Fenwick tree).
 class MarkedPlaces {
  public:
   explicit MarkedPlaces(int count) : sums_(at(count) + 1) {}
@@ -34,7 +34,7 @@ class MarkedPlaces {
 // Whether each element is part of one longest increasing subsequence of `values`, which are
 // distinct.
 std::vector<bool> longestIncrease(const std::vector<int>& values) {
-  std::vector<int> ends;  // by length - 1: the index of the least last element
+  std::vector<int> ends;  // by length - 1: the index of the smallest last element
   std::vector<int> previous(values.size(), -1);
   for (std::size_t i = 0; i < values.size(); ++i) {
     const auto end =
@@ -62,15 +62,15 @@ void addRemovals(std::vector<Step>& steps, const std::vector<bool>& isKept) {
 
 // `places` has, for each row in the wanted order, its place in the list, which has no other rows.
 //
-// Each row that moves comes right behind the row before it in the wanted order. So the rows that
-// are in their order already form the wanted list's beginning, in pieces that begin at rows that do
-// not move, and all rows that are still to move lie between these pieces or behind them.
+// Each row that moves is inserted right behind its predecessor in the wanted order. So the rows in
+// their final order form the beginning of the wanted list, in pieces that begin at rows that do not
+// move, and all rows that still have to move are between these pieces or behind them.
 void addMoves(std::vector<Step>& steps, const std::vector<int>& places) {
   const int count = static_cast<int>(places.size());
   const std::vector<bool> stays = longestIncrease(places);
   MarkedPlaces toMove(count);
-  // For each place, the wanted row of the first row behind it that stays, and how many stay before
-  // it.
+  // For each place, the wanted row of the next row that does not move, and the number of such rows
+  // before the place.
   std::vector<int> nextStaying(places.size());
   std::vector<int> stayingBefore(places.size());
   std::vector<int> wantedOf(places.size(), -1);
@@ -90,8 +90,8 @@ void addMoves(std::vector<Step>& steps, const std::vector<int>& places) {
     if (wantedOf[at(place)] >= 0) next = wantedOf[at(place)];
   }
 
-  int anchor = -1;  // the place of the last row so far that stays
-  int staying = 0;  // how many of the rows so far stay
+  int anchor = -1;  // the place of the last row so far that does not move
+  int staying = 0;  // the number of rows so far that do not move
   for (int wanted = 0; wanted < count;) {
     const int place = places[at(wanted)];
     if (stays[at(wanted)]) {

@@ -1,4 +1,4 @@
-// The steps that make one list into another: rows that go, rows that move, rows that come. Pure.
+// The steps that turn one list into another: rows are removed, moved and inserted. Pure functions.
 #pragma once
 
 #include <vector>
@@ -9,20 +9,20 @@ struct Step {
   enum class Kind { remove, move, insert };
 
   Kind kind = Kind::remove;
-  // Of rows that go or move, where they are at that time; of rows that come, where they will be.
+  // The indexes of the rows: for removals and moves before the step, for insertions after it.
   int first = 0;
   int last = 0;
-  // Of rows that move: the row that they come in front of, counted before the move. `count` for the
+  // For moves, the row before which they are inserted, counted before the move; `count` for the
   // end.
   int to = 0;
 
   friend bool operator==(const Step&, const Step&) = default;
 };
 
-// `origins` has, for each wanted row, the row that it has in a list of `count` rows, or -1 where it
-// is not there; no row twice. First come the removals, from the end of the list, then the moves,
-// from the beginning of the wanted list, then the insertions, in their order. As few rows move as
-// possible, and neighbours go, move and come in one step. O(n log n).
+// `origins` has, for each wanted row, its index in a list of `count` rows, or -1 if it is new; no
+// index twice. First come the removals, from the end of the list, then the moves, from the
+// beginning of the wanted list, then the insertions, in their order. The number of moved rows is
+// minimal, and neighbours are removed, moved or inserted in one step. O(n log n).
 std::vector<Step> between(int count, const std::vector<int>& origins);
 
 }  // namespace tessaly::ListSteps

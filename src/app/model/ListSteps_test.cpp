@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Kind = Step::Kind;
 
-// What becomes of a list, whose rows are named by their numbers, by `steps`. New rows are -1.
+// Applies `steps` to a list whose rows are their numbers. New rows are -1.
 std::vector<int> apply(int count, const std::vector<Step>& steps) {
   std::vector<int> rows(static_cast<std::size_t>(count));
   std::iota(rows.begin(), rows.end(), 0);
@@ -50,7 +50,7 @@ int rowsMoved(const std::vector<Step>& steps) {
   return moved;
 }
 
-// The slow way.
+// A slow reference implementation.
 int longestIncrease(const std::vector<int>& values) {
   std::vector<int> lengths;
   for (std::size_t i = 0; i < values.size(); ++i) {
@@ -63,12 +63,12 @@ int longestIncrease(const std::vector<int>& values) {
   return lengths.empty() ? 0 : std::ranges::max(lengths);
 }
 
-TEST(ListSteps, are_none_for_a_list_that_stays) {
+TEST(ListSteps, an_unchanged_list_needs_no_steps) {
   EXPECT_THAT(ListSteps::between(3, {0, 1, 2}), IsEmpty());
   EXPECT_THAT(ListSteps::between(0, {}), IsEmpty());
 }
 
-TEST(ListSteps, take_neighbours_in_one_step) {
+TEST(ListSteps, neighbours_are_changed_in_one_step) {
   EXPECT_THAT(ListSteps::between(6, {0, 3}), ElementsAre(Step{Kind::remove, 4, 5, 0},  //
                                                          Step{Kind::remove, 1, 2, 0}));
   EXPECT_THAT(ListSteps::between(2, {-1, 0, -1, -1, 1}),
@@ -77,12 +77,12 @@ TEST(ListSteps, take_neighbours_in_one_step) {
   EXPECT_THAT(ListSteps::between(5, {3, 4, 0, 1, 2}), ElementsAre(Step{Kind::move, 3, 4, 0}));
 }
 
-TEST(ListSteps, move_one_row_over_the_others_rather_than_the_others) {
+TEST(ListSteps, one_row_moves_over_the_others_and_not_the_others) {
   EXPECT_THAT(ListSteps::between(4, {3, 0, 1, 2}), ElementsAre(Step{Kind::move, 3, 3, 0}));
   EXPECT_THAT(ListSteps::between(4, {1, 2, 3, 0}), ElementsAre(Step{Kind::move, 0, 0, 4}));
 }
 
-TEST(ListSteps, lead_to_the_wanted_list_and_move_as_few_rows_as_possible) {
+TEST(ListSteps, the_steps_give_the_wanted_list_with_the_fewest_moved_rows) {
   std::mt19937 random(1);
   for (int round = 0; round < 3000; ++round) {
     const int count = static_cast<int>(random() % 14);
@@ -109,7 +109,7 @@ TEST(ListSteps, lead_to_the_wanted_list_and_move_as_few_rows_as_possible) {
   }
 }
 
-TEST(ListSteps, turn_a_long_list_around) {
+TEST(ListSteps, a_long_list_is_reversed) {
   std::vector<int> wanted(2000);
   std::iota(wanted.rbegin(), wanted.rend(), 0);
   const std::vector<Step> steps = ListSteps::between(2000, wanted);
