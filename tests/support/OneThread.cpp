@@ -1,6 +1,6 @@
-// Linked to the tests that are declared to have one thread, which the thread sanitizer therefore
-// does not see: ends them where the project's code starts another. Libraries may have threads of
-// their own.
+// Linked into the tests that are declared to have one thread, which therefore do not run under the
+// thread sanitizer: aborts them if the project's code starts another thread. Libraries may have
+// threads of their own.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

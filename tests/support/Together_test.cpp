@@ -1,5 +1,4 @@
-// What tests/together makes of test programs, by one that is a script and does as its tests are
-// named.
+// Runs tests/together on a fake test program, a script whose tests behave as they are named.
 #include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -16,7 +15,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-// Lists the tests in `list`, and adds a line to `processes` with those that it runs.
+// Lists the tests in `list`, and appends a line to `processes` with the tests that it runs.
 constexpr const char* program = R"sh(#!/bin/bash
 cd "$(dirname "$0")" || exit
 if [ "$1" = --gtest_list_tests ]; then
@@ -47,8 +46,8 @@ exit $outcome
 
 class Together : public testing::Test {
  protected:
-  // Whether it fails with these tests, of which one needs a process of its own, and one is left
-  // out; what it says is in `told_`.
+  // Whether tests/together fails with these tests, of which `alone` needs a process of its own and
+  // `left` is left out. Stores its output in `told_`.
   bool fails(const std::string& tests, const std::string& alone = "",
              const std::string& left = "") {
     namespace fs = std::filesystem;
@@ -73,7 +72,7 @@ class Together : public testing::Test {
   std::string told_;
 };
 
-TEST_F(Together, pass_in_one_process) {
+TEST_F(Together, passing_tests_share_one_process) {
   EXPECT_FALSE(fails("one two three"));
   EXPECT_EQ(processes(), "Suite.one:Suite.two:Suite.three\n");
   EXPECT_THAT(log(), HasSubstr("3/3 Testing: room:Suite.three\n"));
@@ -81,17 +80,17 @@ TEST_F(Together, pass_in_one_process) {
   EXPECT_EQ(log("sFailed"), "");
 }
 
-TEST_F(Together, have_a_process_of_their_own_where_they_need_it) {
+TEST_F(Together, a_test_that_needs_a_process_of_its_own_gets_one) {
   EXPECT_FALSE(fails("one two three", "Suite.two"));
   EXPECT_EQ(processes(), "Suite.two\nSuite.one:Suite.three\n");
 }
 
-TEST_F(Together, are_left_out_by_name) {
+TEST_F(Together, a_test_is_left_out_by_name) {
   EXPECT_FALSE(fails("one two three", "", "Suite.two"));
   EXPECT_EQ(processes(), "Suite.one:Suite.three\n");
 }
 
-TEST_F(Together, fail_by_name) {
+TEST_F(Together, a_failing_test_is_reported_by_name) {
   EXPECT_TRUE(fails("one fails three"));
   EXPECT_EQ(processes(), "Suite.one:Suite.fails:Suite.three\n");
   EXPECT_EQ(log("sFailed"), "0:room:Suite.fails\n");
@@ -100,7 +99,7 @@ TEST_F(Together, fail_by_name) {
   EXPECT_THAT(told_, Not(HasSubstr("Suite.one")));
 }
 
-TEST_F(Together, run_on_behind_one_that_ends_the_process) {
+TEST_F(Together, tests_behind_one_that_ends_the_process_run_in_a_new_one) {
   EXPECT_TRUE(fails("one crashes three ends five"));
   EXPECT_EQ(processes(),
             "Suite.one:Suite.crashes:Suite.three:Suite.ends:Suite.five\n"
@@ -112,7 +111,7 @@ TEST_F(Together, run_on_behind_one_that_ends_the_process) {
   EXPECT_THAT(log(), HasSubstr("5/5 Testing: room:Suite.five\n"));
 }
 
-TEST_F(Together, fail_with_the_end_of_their_process_and_are_asked_alone_which_it_was) {
+TEST_F(Together, if_a_process_fails_at_its_end_its_tests_run_again_alone) {
   EXPECT_TRUE(fails("one leaks three"));
   EXPECT_EQ(processes(),
             "Suite.one:Suite.leaks:Suite.three\n"
@@ -123,7 +122,7 @@ TEST_F(Together, fail_with_the_end_of_their_process_and_are_asked_alone_which_it
   EXPECT_THAT(told_, Not(HasSubstr("It was room:Suite.one\n")));
 }
 
-TEST_F(Together, are_skipped_and_disabled_as_tests_skips_reads_it) {
+TEST_F(Together, skipped_and_disabled_tests_are_logged_for_tests_skips) {
   EXPECT_FALSE(fails("one is_skipped DISABLED_three"));
   EXPECT_EQ(processes(), "Suite.one:Suite.is_skipped\n");
   const std::string said = tree_.at("said");
@@ -136,7 +135,7 @@ TEST_F(Together, are_skipped_and_disabled_as_tests_skips_reads_it) {
   EXPECT_THAT(contentOf(said), HasSubstr("disabled: room:Suite.DISABLED_three\n"));
 }
 
-TEST_F(Together, fail_where_there_are_none) {
+TEST_F(Together, a_program_without_enabled_tests_fails) {
   EXPECT_TRUE(fails(""));
   EXPECT_TRUE(fails("DISABLED_one"));
 }
