@@ -49,7 +49,7 @@ TEST(FileKindRules, a_name_without_a_listed_extension_is_other) {
   EXPECT_EQ(classify("+ 20 more", false), FileKind::other);
 }
 
-TEST(FileKindRules, finds_the_extension_after_bytes_that_are_not_utf8) {
+TEST(FileKindRules, an_extension_is_found_after_bytes_that_are_not_utf8) {
   EXPECT_EQ(classify("caf\xe9.PDF", false), FileKind::document);
 }
 
@@ -58,8 +58,8 @@ TEST(FileKindRules, a_disk_image_is_a_disk_only_as_a_file) {
   EXPECT_EQ(classify("install.dmg", false), FileKind::disk);
 }
 
-// All extensions with their kinds, written independently of the tables in use, so that one which is
-// lost, added or moved there fails a test.
+// All extensions with their kinds, independent of the tables in use, so that a test fails if an
+// extension is lost, added or moved there.
 const std::map<std::string, FileKind> kindOfEnding = {
     {"mp4", FileKind::video},        {"mov", FileKind::video},
     {"mkv", FileKind::video},        {"avi", FileKind::video},
@@ -126,7 +126,7 @@ TEST(FileKindRules, no_other_extension_of_up_to_three_characters_has_a_kind) {
   }
 }
 
-TEST(FileKindRules, six_folders_are_important_and_videos_on_linux) {
+TEST(FileKindRules, six_folder_names_are_important_and_videos_too_on_linux) {
   EXPECT_THAT(
       FileKindRules::important(Places::forMacos()),
       UnorderedElementsAre("Desktop", "Downloads", "Documents", "Pictures", "Movies", "Music"));

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 using PlantedApp = PlantedSources;
 
-TEST_F(PlantedApp, use_along_an_arrow_is_allowed) {
+TEST_F(PlantedApp, using_a_folder_along_an_arrow_is_allowed) {
   plant("Application.cpp", "#include \"app/window/A.h\"\nQ_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)\n");
   plant("window/A.cpp", "#include \"app/window/A.h\"\n#include \"app/model/B.h\"\n");
   plant("window/A.qml", "import Tessaly.Window\nimport Tessaly.Sidebar\nimport QtQuick\n");
@@ -22,7 +22,7 @@ TEST_F(PlantedApp, use_along_an_arrow_is_allowed) {
   EXPECT_THAT(forbiddenInApp(src_), IsEmpty());
 }
 
-TEST_F(PlantedApp, include_that_no_arrow_allows_is_found) {
+TEST_F(PlantedApp, an_include_without_an_arrow_is_found) {
   plant("controls/A.h", "\n#include \"app/model/DisplayText.h\"\n");
   plant("preview/A.cpp", "#include \"app/preview/pages/A.h\"\n");
   plant("quicklook/A.cpp", "#include \"app/map/KindWord.h\"\n");
@@ -34,7 +34,7 @@ TEST_F(PlantedApp, include_that_no_arrow_allows_is_found) {
                           "window/A_test.cpp:1: window uses main: there is no such arrow"));
 }
 
-TEST_F(PlantedApp, qml_module_that_no_arrow_allows_is_found) {
+TEST_F(PlantedApp, a_qml_module_without_an_arrow_is_found) {
   plant("map/A.qml", "import Tessaly.QuickLook\n");
   plant("map/B.qml", "import \"../queue\"\nimport \"../model\"\n");
   plant("queue/A_test.cpp", "Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)\n");
@@ -44,7 +44,7 @@ TEST_F(PlantedApp, qml_module_that_no_arrow_allows_is_found) {
                           "queue/A_test.cpp:1: queue uses panes: there is no such arrow"));
 }
 
-TEST_F(PlantedApp, link_that_no_arrow_allows_is_found) {
+TEST_F(PlantedApp, a_link_without_an_arrow_is_found) {
   plant("desktop/CMakeLists.txt", "LINKS tessaly_decoders tessaly_app\n");
   plant("model/CMakeLists.txt", "LINKS tessaly_session tessaly_windowplugin\n");
   EXPECT_THAT(
@@ -54,12 +54,12 @@ TEST_F(PlantedApp, link_that_no_arrow_allows_is_found) {
                   "model/CMakeLists.txt:1: model uses window: there is no such arrow"));
 }
 
-TEST_F(PlantedApp, folder_without_a_row_is_found) {
+TEST_F(PlantedApp, a_folder_without_a_row_in_the_table_is_found) {
   plant("utils/A.h", "\n");
   EXPECT_THAT(forbiddenInApp(src_), ElementsAre("utils/A.h:1: not in a folder that is known"));
 }
 
-TEST_F(PlantedApp, table_of_arrows_is_read_below_its_heading) {
+TEST_F(PlantedApp, the_table_of_arrows_is_read_below_its_heading) {
   plant("A.md",
         "## Rooms\n| `scan` | the tree | `look` |\n## `app`\n"
         "| `map` | the `tiles` | `model`, `controls` |\n| `model` | names | |\n## End\n"
@@ -75,15 +75,15 @@ TEST(Cycles, cycles_of_any_length_are_found) {
 
 const std::filesystem::path project = TESSALY_PROJECT_FOLDER;
 
-TEST(App, arrows_of_the_app_have_no_cycle) {
+TEST(App, the_arrows_of_the_app_have_no_cycle) {
   EXPECT_THAT(foldersOnCycles(appArrows()), IsEmpty());
 }
 
-TEST(App, folders_of_the_app_follow_the_arrows) {
+TEST(App, the_folders_of_the_app_follow_the_arrows) {
   EXPECT_THAT(forbiddenInApp(project / "src/app"), IsEmpty());
 }
 
-TEST(App, arrows_of_the_app_are_those_of_the_document) {
+TEST(App, the_arrows_of_the_app_are_those_of_the_document) {
   EXPECT_EQ(drawnArrows(project / "ARCHITECTURE.md"), appArrows());
 }
 

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 using PlantedHeaders = PlantedSources;
 
-TEST_F(PlantedHeaders, header_that_its_source_includes_late_is_found) {
+TEST_F(PlantedHeaders, a_header_that_its_source_includes_late_is_found) {
   plant("scan/First.h", "");
   plant("scan/First.cpp", "// Why.\n#include \"scan/First.h\"\n\n#include <string>\n");
   plant("scan/Late.h", "");
@@ -25,7 +25,7 @@ TEST_F(PlantedHeaders, header_that_its_source_includes_late_is_found) {
                                                 "scan/Never.cpp: scan/Never.h comes first"));
 }
 
-TEST_F(PlantedHeaders, header_without_an_include_guard_is_found) {
+TEST_F(PlantedHeaders, a_header_without_an_include_guard_is_found) {
   plant("scan/Once.h", "// What.\n#pragma once\n");
   plant("scan/Twice.h", "struct Twice {};\n");
   EXPECT_THAT(headersReadTwice(src_), ElementsAre("scan/Twice.h: no #pragma once"));

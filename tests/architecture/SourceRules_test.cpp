@@ -12,13 +12,13 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(PlantedSources, include_along_an_arrow_is_allowed) {
+TEST_F(PlantedSources, an_include_along_an_arrow_is_allowed) {
   plant("scan/A.cpp", "#include \"scan/A.h\"\n#include \"platform/Places.h\"\n#include <queue>\n");
   plant("app/B.cpp", "#include <QQuickItem>\n#include \"session/ScanSession.h\"\n");
   EXPECT_THAT(forbiddenIncludes(src_), IsEmpty());
 }
 
-TEST_F(PlantedSources, include_against_the_arrows_is_found) {
+TEST_F(PlantedSources, an_include_against_the_arrows_is_found) {
   plant("scan/A.cpp", "\n#include \"treemap/TreemapLayout.h\"\n");
   plant("reclaim/B.h", "#  include \"assistants/Brief.h\"\n");
   EXPECT_THAT(forbiddenIncludes(src_),
@@ -26,7 +26,7 @@ TEST_F(PlantedSources, include_against_the_arrows_is_found) {
                           "scan/A.cpp:2: scan includes treemap: the arrow runs back"));
 }
 
-TEST_F(PlantedSources, include_of_a_room_between_angle_brackets_is_found) {
+TEST_F(PlantedSources, an_include_of_a_room_in_angle_brackets_is_found) {
   plant("scan/A.cpp", "#include <treemap/Rect.h>\n#include <sys/stat.h>\n");
   plant("app/B.h", "#include <app/desktop/LinuxWorkspace.h>\n");
   EXPECT_THAT(forbiddenIncludes(src_),
@@ -36,7 +36,7 @@ TEST_F(PlantedSources, include_of_a_room_between_angle_brackets_is_found) {
                           "\"treemap/Rect.h\""));
 }
 
-TEST_F(PlantedSources, qt_is_found_in_a_room_without_it) {
+TEST_F(PlantedSources, qt_in_a_room_without_qt_is_found) {
   plant("platform/linux/A.cpp", "#include <QString>\n");
   plant("treemap/B.h", "#include <QtCore/QObject>\n");
   plant("scan/C.cpp", "#include <qstring.h>\n");
@@ -46,7 +46,7 @@ TEST_F(PlantedSources, qt_is_found_in_a_room_without_it) {
                           "treemap/B.h:1: <QtCore/QObject>: treemap is built without Qt"));
 }
 
-TEST_F(PlantedSources, session_may_include_only_qt_core) {
+TEST_F(PlantedSources, the_session_may_include_only_qt_core) {
   plant("session/A.h", "#include <QObject>\n#include <QtCore/QMimeData>\n");
   plant("session/B.h", "#include <QColor>\n#include <QtGui/QImage>\n");
   plant("session/B_test.cpp", "#include <QtTest/QSignalSpy>\n#include \"support/TempTree.h\"\n");
@@ -58,7 +58,7 @@ TEST_F(PlantedSources, session_may_include_only_qt_core) {
           "session has"));
 }
 
-TEST_F(PlantedSources, implementation_for_one_system_is_included_only_by_its_own_files_and_tests) {
+TEST_F(PlantedSources, only_its_own_files_and_tests_may_include_an_implementation_for_one_system) {
   plant("app/desktop/LinuxDesktopServices.cpp", "#include \"app/desktop/X11HotKey.h\"\n");
   plant("app/desktop/WindowActivation_test.cpp", "#include \"app/desktop/X11Fixture_test.h\"\n");
   plant("platform/linux/A.cpp", "#include \"platform/linux/Trash.h\"\n");
@@ -79,7 +79,7 @@ TEST_F(PlantedSources, implementation_for_one_system_is_included_only_by_its_own
                           "scan/A_test.cpp:1: \"platform/macos/Trash.h\"" + rule));
 }
 
-TEST_F(PlantedSources, library_of_one_desktop_is_found_outside_of_its_folder) {
+TEST_F(PlantedSources, a_library_of_one_desktop_outside_its_folder_is_found) {
   plant("app/desktop/SessionBus.h", "#include <QDBusMessage>\n#include <xcb/xcb.h>\n");
   plant("app/window/A.cpp", "#include <QDBusMessage>\n#include <xcb/xcb.h>\n");
   EXPECT_THAT(
@@ -88,7 +88,7 @@ TEST_F(PlantedSources, library_of_one_desktop_is_found_outside_of_its_folder) {
                   "app/window/A.cpp:2: <xcb/xcb.h> is for one system: only app/desktop names it"));
 }
 
-TEST_F(PlantedSources, include_without_a_room_is_found) {
+TEST_F(PlantedSources, an_include_without_a_room_is_found) {
   plant("scan/A.cpp", "#include \"DiskNode.h\"\n#include \"support/TempTree.h\"\n");
   plant("utils/B.cpp", "#include <string>\n");
   EXPECT_THAT(forbiddenIncludes(src_),
@@ -97,7 +97,7 @@ TEST_F(PlantedSources, include_without_a_room_is_found) {
                           "utils/B.cpp:1: not in a room that is known"));
 }
 
-TEST_F(PlantedSources, thread_outside_platform_is_found) {
+TEST_F(PlantedSources, a_thread_outside_platform_is_found) {
   plant("platform/A.cpp", "std::thread worker;\n");
   plant("scan/A.cpp", "auto n = std::thread::hardware_concurrency();  // std::thread\n");
   plant("scan/B.cpp", "std::jthread worker;\n");
@@ -107,7 +107,7 @@ TEST_F(PlantedSources, thread_outside_platform_is_found) {
                           "scan/B.cpp:1: hops between threads go through platform/Dispatch.h"));
 }
 
-TEST_F(PlantedSources, thread_whose_refusal_is_not_handled_is_found) {
+TEST_F(PlantedSources, a_thread_start_that_does_not_handle_refusal_is_found) {
   plant("platform/StartThread.cpp", "return std::thread(body);\n");
   plant("platform/A.cpp", "std::thread worker;\nstd::vector<std::thread> all;\n");
   plant("platform/A_test.cpp", "std::thread worker([] {});\n");
@@ -120,7 +120,7 @@ TEST_F(PlantedSources, thread_whose_refusal_is_not_handled_is_found) {
                   "platform/linux/C.cpp:2: the system may refuse a thread: startThread() tells"));
 }
 
-TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
+TEST_F(PlantedSources, a_decoder_outside_its_program_is_found) {
   plant("app/preview/pages/A.cpp", "#include <QImageReader>\n");
   plant("app/preview/A.cpp", "#include <QImage>\n#include <QImageReader>\n");
   plant("app/quicklook/B.cpp",
@@ -132,7 +132,7 @@ TEST_F(PlantedSources, decoder_outside_of_its_program_is_found) {
                   "app/quicklook/B.cpp:2: foreign files are decoded in app/preview/pages/ alone"));
 }
 
-TEST_F(PlantedSources, text_for_one_system_is_found_in_sources_and_views) {
+TEST_F(PlantedSources, a_text_for_one_system_is_found_in_sources_and_views) {
   plant("app/window/A.qml", "\nText { text: \"Reveal in Finder\" }\n");
   plant("session/B.cpp", "say(\"a\\\"\", \"This Mac\");  // \"Finder\"\n// \"iCloud\"\n");
   plant("session/B_test.cpp", "say(\"This Mac\");\n");
@@ -143,7 +143,7 @@ TEST_F(PlantedSources, text_for_one_system_is_found_in_sources_and_views) {
                           "session/B.cpp:1: \"Mac\": texts of one system stand in Wording"));
 }
 
-TEST_F(PlantedSources, colour_without_the_theme_is_found_in_a_view) {
+TEST_F(PlantedSources, a_colour_in_a_view_that_is_not_from_the_theme_is_found) {
   plant("app/window/A.qml",
         "color: Theme.ink\ncolor: Qt.alpha(Theme.ink, 0.1)\n"
         "tint: lit ? Theme.ink : \"transparent\"\n// color: \"white\"\n"
@@ -157,7 +157,7 @@ TEST_F(PlantedSources, colour_without_the_theme_is_found_in_a_view) {
                           "app/window/B.qml:3: views take their colours from Theme"));
 }
 
-TEST_F(PlantedSources, text_of_one_system_is_found_between_any_quotation_marks_of_a_view) {
+TEST_F(PlantedSources, a_text_for_one_system_is_found_in_any_quotation_marks_of_a_view) {
   plant("app/window/A.qml", "Text { text: 'Reveal in Finder' }\nText { text: `${n} on Mac` }\n");
   plant("app/window/B.qml", "Text { text: \"the user's\" }  // a Mac's\n");
   plant("scan/C.cpp", "const char c = '\\''; const int n = 1'000; name(Mac, '\"');\n");
@@ -166,7 +166,7 @@ TEST_F(PlantedSources, text_of_one_system_is_found_between_any_quotation_marks_o
                           "app/window/A.qml:2: \"Mac\": texts of one system stand in Wording"));
 }
 
-TEST_F(PlantedSources, rooms_are_read_below_their_heading) {
+TEST_F(PlantedSources, the_rooms_are_read_below_their_heading) {
   plant("A.md",
         "# Rooms and arrows\n\n    b → a\n\n| Room | Contents | Qt |\n|---|---|---|\n"
         "| `a` | the `tiles` | none |\n| `b` | names | Qt Quick |\n## End\n\n    c → d\n\n"
@@ -174,7 +174,7 @@ TEST_F(PlantedSources, rooms_are_read_below_their_heading) {
   EXPECT_EQ(drawnRooms(src_ / "A.md"), (Rooms{{"b", "a"}, {{"a", "none"}, {"b", "Qt Quick"}}}));
 }
 
-TEST_F(PlantedSources, file_with_more_lines_than_the_limit_is_found) {
+TEST_F(PlantedSources, a_file_with_more_lines_than_the_limit_is_found) {
   plant("scan/Short.cpp", "1\n2\n3\n");
   plant("scan/Long.cpp", "1\n2\n3\n4\n5\n");
   EXPECT_THAT(overlongFiles(src_, 3), ElementsAre("scan/Long.cpp:4: more than 3 lines"));
@@ -186,7 +186,7 @@ TEST(Sources, rooms_include_only_along_the_arrows) {
   EXPECT_THAT(forbiddenIncludes(project / "src"), IsEmpty());
 }
 
-TEST(Sources, architecture_document_draws_the_rooms_as_they_are) {
+TEST(Sources, the_architecture_document_draws_the_rooms_as_they_are) {
   EXPECT_EQ(drawnRooms(project / "ARCHITECTURE.md"), knownRooms());
 }
 

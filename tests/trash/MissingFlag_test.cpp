@@ -1,4 +1,5 @@
-// File systems that do not support moves without replacing, and partly no hard links either.
+// File systems that do not support moves without replacing (RENAME_NOREPLACE), and partly no hard
+// links either.
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -76,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(Items, MissingFlag,
                                          Case{"link_without_links", "link", noLinksEither}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST_P(MissingFlag, items_move_without_the_flag) {
+TEST_P(MissingFlag, items_move_on_file_systems_without_the_flag) {
   const TracedRun run = SystemCallTrace::refusing(
       GetParam().refusals, [&] { return told(disk_->mover().moveToTrash(item())); });
   EXPECT_NE(run.failedCall, -1);
@@ -86,7 +87,7 @@ TEST_P(MissingFlag, items_move_without_the_flag) {
   EXPECT_EQ(recordedPath(place()), item());
 }
 
-TEST_P(MissingFlag, items_come_back_without_the_flag) {
+TEST_P(MissingFlag, items_come_back_on_file_systems_without_the_flag) {
   throwAway();
   const TracedRun run = SystemCallTrace::refusing(GetParam().refusals, [&] { return putBack(); });
   EXPECT_NE(run.failedCall, -1);
@@ -96,7 +97,7 @@ TEST_P(MissingFlag, items_come_back_without_the_flag) {
   EXPECT_TRUE(disk_->infos().empty());
 }
 
-TEST_P(MissingFlag, nothing_is_replaced_without_the_flag) {
+TEST_P(MissingFlag, nothing_is_replaced_on_file_systems_without_the_flag) {
   const std::string what = tellOf(item());
   const std::string target = disk_->tree.at("target");
   putFile(target, "theirs");
@@ -234,7 +235,7 @@ INSTANTIATE_TEST_SUITE_P(Items, NameHeldByAFile,
                          [](const auto& test) { return std::string(test.param.name); });
 
 // As on file systems whose moves never replace anything.
-TEST_P(NameHeldByAFile, the_name_is_free_again_where_a_move_replaces_no_file) {
+TEST_P(NameHeldByAFile, an_item_comes_back_if_moves_never_replace_a_file) {
   const std::string what = tellOf(item());
   std::size_t call = 0;
   long refused = -1;

@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-TEST(KnownItems, are_not_the_same_where_neither_could_be_identified) {
+TEST(KnownItems, items_without_an_identity_are_not_the_same) {
   const TempTree tree("files/\n");
   const FileDescriptor files(::open(tree.at("files").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const Result<KnownItems> known = KnownItems::in(files, tree.at("files"));

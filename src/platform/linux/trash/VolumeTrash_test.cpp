@@ -16,7 +16,7 @@ using testing::ElementsAre;
 
 const std::string user = std::to_string(geteuid());
 
-// The paths that are found in `top`, which is said to be at `path`.
+// The paths that are found in `top`, with `path` as its path.
 std::vector<std::string> foundIn(const std::string& top, const std::string& path) {
   const FileDescriptor folder(::open(top.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   std::vector<std::string> paths;
@@ -27,23 +27,24 @@ std::vector<std::string> foundIn(const std::string& top, const std::string& path
   return paths;
 }
 
-TEST(VolumeTrashFolders, are_the_one_in_the_shared_folder_and_then_the_one_beside_it) {
+TEST(VolumeTrashFolders, the_folder_in_the_shared_one_is_found_first_and_then_the_one_beside_it) {
   const TempTree tree(".Trash/ mode=01777\n  " + user + "/\n.Trash-" + user + "/\n");
   EXPECT_THAT(foundIn(tree.path(), "/media/disk"),
               ElementsAre("/media/disk/.Trash/" + user, "/media/disk/.Trash-" + user));
 }
 
-TEST(VolumeTrashFolders, have_one_slash_before_them_at_the_root) {
+TEST(VolumeTrashFolders, paths_at_the_root_begin_with_one_slash) {
   const TempTree tree(".Trash/ mode=01777\n  " + user + "/\n.Trash-" + user + "/\n");
   EXPECT_THAT(foundIn(tree.path(), "/"), ElementsAre("/.Trash/" + user, "/.Trash-" + user));
 }
 
-TEST(VolumeTrashFolders, have_the_shared_name_alone_or_with_the_number_of_a_user) {
+TEST(VolumeTrashFolders,
+     the_shared_name_and_a_name_with_the_number_of_a_user_are_names_of_a_trash) {
   for (const char* name : {".Trash", ".Trash-0", ".Trash-1000"})
     EXPECT_TRUE(VolumeTrash::isName(name)) << name;
 }
 
-TEST(VolumeTrashFolders, have_no_name_that_only_begins_like_theirs) {
+TEST(VolumeTrashFolders, a_name_that_only_begins_like_that_of_a_trash_is_not_one) {
   for (const char* name : {"", "Trash", ".trash", ".Trashes", ".Trash-", ".Trash-a", ".Trash-10a",
                            ".Trash--1", ".Trash_1000", ".Trash 1000", ".Trash1000"})
     EXPECT_FALSE(VolumeTrash::isName(name)) << name;
