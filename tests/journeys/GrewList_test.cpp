@@ -1,4 +1,4 @@
-// What has grown since the scan before, as a list in place of the map.
+// The list of items that have grown since the previous scan, in place of the map.
 #include <gmock/gmock.h>
 #include <string>
 #include <vector>
@@ -27,7 +27,7 @@ class GrewListJourney : public Journey {
   std::vector<QQuickItem*> rows() { return itemsNamed(window().contentItem(), "grewRow"); }
 };
 
-TEST_F(GrewListJourney, shows_by_how_much_each_item_has_grown) {
+TEST_F(GrewListJourney, each_row_shows_the_growth_of_its_item) {
   EXPECT_FALSE(shows("canvas"));
   EXPECT_FALSE(shows("modeFrame"));
   EXPECT_EQ(text("listTitle"), "Grew since last scan of this folder");
@@ -51,7 +51,7 @@ TEST_F(GrewListJourney, shows_by_how_much_each_item_has_grown) {
                       {"size", "color", "#9ca3af at 1.00"}});
 }
 
-TEST_F(GrewListJourney, leads_by_arrows_and_return_to_the_item_on_the_map) {
+TEST_F(GrewListJourney, arrows_and_return_show_an_item_on_the_map_which_gets_the_focus) {
   tabTo("rowFace");
   press(Qt::Key_End);
   press(Qt::Key_Return);
@@ -61,7 +61,7 @@ TEST_F(GrewListJourney, leads_by_arrows_and_return_to_the_item_on_the_map) {
   EXPECT_TRUE(item("canvas")->hasActiveFocus());
 }
 
-TEST_F(GrewListJourney, says_that_there_is_nothing_to_compare_where_nothing_has_grown) {
+TEST_F(GrewListJourney, the_title_says_if_there_is_nothing_to_compare) {
   session().rescan();
   finishScan();
   ASSERT_THAT(session().result().deltas(), IsEmpty());

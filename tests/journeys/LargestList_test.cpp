@@ -1,4 +1,4 @@
-// The largest files of a scan, as a list in place of the map.
+// The list of the largest files, in place of the map.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <string>
@@ -37,7 +37,7 @@ class LargestListJourney : public Journey {
   }
 
   std::vector<QQuickItem*> rows() { return itemsNamed(window().contentItem(), "largestRow"); }
-  // The file of the row that has the keyboard.
+  // The name of the file in the row with the keyboard focus.
   std::string keyboardRow() {
     for (QQuickItem* const row : rows()) {
       if (row->hasActiveFocus()) return row->property("name").toString().toStdString();
@@ -50,7 +50,7 @@ class LargestListJourney : public Journey {
       names.push_back(row->property("name").toString().toStdString());
     return names;
   }
-  // The keyboard on the first row.
+  // Moves the keyboard focus to the first row.
   void enter() {
     tabTo("rowFace");
     ASSERT_EQ(keyboardRow(), "beach.mp4");
@@ -66,7 +66,7 @@ class LargestListJourney : public Journey {
   }
 };
 
-TEST_F(LargestListJourney, stands_in_place_of_the_map_with_a_row_a_file) {
+TEST_F(LargestListJourney, the_list_replaces_the_map_and_has_one_row_per_file) {
   EXPECT_FALSE(shows("canvas"));
   EXPECT_FALSE(shows("modeFrame"));
   expectLook(item("largestList"),
@@ -95,7 +95,7 @@ TEST_F(LargestListJourney, stands_in_place_of_the_map_with_a_row_a_file) {
       QString::fromStdString("disk.dmg, Disk image, 30.0 MB, " + tree_.at("Backups/disk.dmg")));
 }
 
-TEST_F(LargestListJourney, shows_the_clicked_file_on_the_map) {
+TEST_F(LargestListJourney, a_click_on_a_row_shows_its_file_on_the_map) {
   clickAt(middleOf(itemNamed(rows()[0], "kind")));
   EXPECT_TRUE(shows("canvas"));
   EXPECT_FALSE(shows("largestList"));
@@ -103,7 +103,7 @@ TEST_F(LargestListJourney, shows_the_clicked_file_on_the_map) {
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies/2023"));
 }
 
-TEST_F(LargestListJourney, leads_by_arrows_and_return_to_the_map_where_the_keyboard_goes_on) {
+TEST_F(LargestListJourney, arrows_and_return_show_a_file_on_the_map_which_gets_the_focus) {
   enter();
   press(Qt::Key_Down);
   press(Qt::Key_Down);
@@ -117,7 +117,7 @@ TEST_F(LargestListJourney, leads_by_arrows_and_return_to_the_map_where_the_keybo
   EXPECT_EQ(focused(), tree_.at("Backups/disk.dmg"));
 }
 
-TEST_F(LargestListJourney, is_left_by_escape_and_the_keyboard_goes_on_at_the_same_file) {
+TEST_F(LargestListJourney, escape_returns_to_the_map_with_the_same_file_focused) {
   enter();
   press(Qt::Key_End);
   press(Qt::Key_Escape);
@@ -126,7 +126,7 @@ TEST_F(LargestListJourney, is_left_by_escape_and_the_keyboard_goes_on_at_the_sam
   EXPECT_EQ(focused(), tree_.at("song.mp3"));
 }
 
-TEST_F(LargestListJourney, puts_files_into_the_queue_by_their_buttons) {
+TEST_F(LargestListJourney, the_buttons_of_rows_add_files_to_the_queue) {
   enter();
   press(Qt::Key_Tab);
   press(Qt::Key_Return);
@@ -137,7 +137,7 @@ TEST_F(LargestListJourney, puts_files_into_the_queue_by_their_buttons) {
   EXPECT_TRUE(shows("largestList"));
 }
 
-TEST_F(LargestListJourney, opens_the_menu_of_the_keyboards_row) {
+TEST_F(LargestListJourney, keys_open_the_menu_of_the_focused_row) {
   enter();
   press(Qt::Key_Down);
   press(Qt::Key_Menu);
@@ -173,7 +173,7 @@ TEST_F(LargestListJourney, opens_the_menu_of_the_keyboards_row) {
   EXPECT_TRUE(item("canvas")->hasActiveFocus());
 }
 
-TEST_F(LargestListJourney, opens_the_menu_of_a_row_by_a_right_click) {
+TEST_F(LargestListJourney, a_right_click_opens_the_menu_of_its_row) {
   QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier,
                     middleOf(itemNamed(rows()[2], "name")));
   ASSERT_TRUE(shows("largestShowOnMap"));
@@ -182,7 +182,7 @@ TEST_F(LargestListJourney, opens_the_menu_of_a_row_by_a_right_click) {
   EXPECT_EQ(focused(), tree_.at("notes.txt"));
 }
 
-TEST_F(LargestListJourney, looks_into_the_keyboards_row_and_queues_it_by_the_windows_keys) {
+TEST_F(LargestListJourney, the_windows_shortcuts_preview_and_queue_the_file_of_the_focused_row) {
   enter();
   press(Qt::Key_Down);
   press(Qt::Key_Space);
@@ -195,7 +195,7 @@ TEST_F(LargestListJourney, looks_into_the_keyboards_row_and_queues_it_by_the_win
   EXPECT_EQ(keyboardRow(), "disk.dmg");
 }
 
-TEST_F(LargestListJourney, moves_the_keyboards_row_to_the_trash_and_goes_on_at_the_next) {
+TEST_F(LargestListJourney, the_focus_moves_to_the_next_row_when_its_file_is_moved_to_the_trash) {
   enter();
   press(Qt::Key_Down);
   press(Qt::Key_Backspace, command);

@@ -1,4 +1,4 @@
-// The menu that asks what to do with an item.
+// The menu of an item.
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -89,7 +89,7 @@ TEST_F(NodeMenuJourney, each_entry_acts_on_the_bytes_of_the_path) {
   EXPECT_EQ(session().shown().menuNode(), std::nullopt);
 }
 
-TEST_F(NodeMenuJourney, the_entry_for_the_trash_has_no_undo) {
+TEST_F(NodeMenuJourney, a_move_to_the_trash_by_the_menu_offers_no_put_back) {
   askAbout("Movies");
   click("menuTrash");
   EXPECT_FALSE(shows("nodeMenu"));
@@ -124,7 +124,7 @@ TEST_F(NodeMenuJourney, cancel_and_escape_close_the_menu_without_an_action) {
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
 }
 
-TEST_F(NodeMenuJourney, a_click_on_its_panel_keeps_the_menu_and_one_beside_it_closes_it) {
+TEST_F(NodeMenuJourney, a_click_on_its_panel_keeps_the_menu_open_and_one_beside_it_closes_it) {
   askAbout("Movies");
   clickAt(middleOf(item("menuTitle")));
   EXPECT_TRUE(shows("nodeMenu"));
