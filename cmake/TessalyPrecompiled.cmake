@@ -54,14 +54,15 @@ function(tessaly_compile_headers kind)
     # Tests are programs, for which the compiler is told so.
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(${target} BEFORE PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
+  else()
+    target_link_libraries(${target} PRIVATE tessaly_compiler)
   endif()
-  target_link_libraries(${target} PRIVATE tessaly_compiler)
 endfunction()
 
 # A compiler that preprocesses for the cache must name the compiled headers, and clang must not write
 # the time into them.
 if(TESSALY_PRECOMPILED_HEADERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  target_compile_options(tessaly_compiler INTERFACE -fpch-preprocess)
+  target_compile_options(tessaly_flags INTERFACE -fpch-preprocess)
 elseif(TESSALY_PRECOMPILED_HEADERS AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
-  target_compile_options(tessaly_compiler INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
+  target_compile_options(tessaly_flags INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
 endif()
