@@ -15,7 +15,7 @@ using DiskNodeJson::encode;
 const std::string leafText =
     R"({"name":"a","path":"/a","size":1,"isDir":false,"kind":"other","children":[]})";
 
-// The JSON of a leaf with one value, or one key, replaced.
+// The JSON of a leaf with `from` replaced by `to`.
 std::string leafWith(const std::string& from, const std::string& to) {
   std::string text = leafText;
   const std::size_t position = text.find(from);
@@ -38,7 +38,7 @@ std::string timeText(double mtime) {
   return text.substr(begin + 8, text.size() - begin - 9);
 }
 
-// A tree of `levels` nodes, each the only child of the one before.
+// A tree of `levels` nodes, each the only child of the previous one.
 std::string chainText(int levels) {
   std::string text;
   for (int level = 0; level < levels; ++level) {
@@ -48,7 +48,7 @@ std::string chainText(int levels) {
   return text;
 }
 
-TEST(DiskNodeJsonEncode, writes_the_keys_in_order_without_blanks) {
+TEST(DiskNodeJsonEncode, keys_are_written_in_order_without_blanks) {
   const DiskNode tree({"h", "/home/h", 30, true, FileKind::folder, 1700000000.5},
                       {DiskNode({"x.mp4", "/home/h/x.mp4", 20, false, FileKind::video, 12.0}),
                        DiskNode({"+ 3 more", "/home/h/__rest__", 10, false, FileKind::other, {}})});
@@ -60,12 +60,12 @@ TEST(DiskNodeJsonEncode, writes_the_keys_in_order_without_blanks) {
       R"(],"mtime":1700000000.5})");
 }
 
-TEST(DiskNodeJsonEncode, writes_a_default_node) {
+TEST(DiskNodeJsonEncode, a_default_node_is_written_without_a_time) {
   EXPECT_EQ(encode(DiskNode()),
             R"({"name":"","path":"","size":0,"isDir":false,"kind":"other","children":[]})");
 }
 
-TEST(DiskNodeJsonEncode, writes_a_node_inside_a_tree_as_a_tree) {
+TEST(DiskNodeJsonEncode, a_node_inside_a_tree_is_written_as_a_tree) {
   const DiskNode tree({"t", "/t", 3, true, FileKind::folder, {}},
                       {DiskNode({"u", "/t/u", 2, true, FileKind::folder, {}},
                                 {DiskNode({"x", "/t/u/x", 2, false, FileKind::code, {}})}),
@@ -77,7 +77,7 @@ TEST(DiskNodeJsonEncode, writes_a_node_inside_a_tree_as_a_tree) {
   EXPECT_EQ(decode(encode(inside)), inside);
 }
 
-TEST(DiskNodeJsonEncode, writes_a_path_that_does_not_begin_with_the_parents_path) {
+TEST(DiskNodeJsonEncode, a_path_outside_that_of_the_parent_is_written_whole) {
   const DiskNode tree({"/", "/", 3, true, FileKind::folder, {}},
                       {DiskNode({"u", "/u", 2, true, FileKind::folder, {}},
                                 {DiskNode({"far", "/far/away", 1, true, FileKind::folder, {}},
@@ -91,7 +91,7 @@ TEST(DiskNodeJsonEncode, writes_a_path_that_does_not_begin_with_the_parents_path
   EXPECT_EQ(decode(text), tree);
 }
 
-TEST(DiskNodeJsonEncode, writes_times_as_short_as_they_can_be_read_back) {
+TEST(DiskNodeJsonEncode, times_are_written_with_as_few_digits_as_can_be_read_back) {
   EXPECT_EQ(timeText(1700000000), "1700000000");
   EXPECT_EQ(timeText(0), "0");
   EXPECT_EQ(timeText(-3), "-3");
@@ -102,18 +102,18 @@ TEST(DiskNodeJsonEncode, writes_times_as_short_as_they_can_be_read_back) {
   }
 }
 
-TEST(DiskNodeJsonEncode, leaves_out_a_time_that_is_not_finite) {
+TEST(DiskNodeJsonEncode, a_time_that_is_not_finite_is_left_out) {
   EXPECT_EQ(timeText(std::numeric_limits<double>::quiet_NaN()), "");
   EXPECT_EQ(timeText(std::numeric_limits<double>::infinity()), "");
 }
 
-TEST(DiskNodeJsonEncode, writes_sizes_up_to_the_largest) {
+TEST(DiskNodeJsonEncode, the_largest_size_is_written_and_read_back) {
   const DiskNode node = leaf("a", std::numeric_limits<std::int64_t>::max());
   EXPECT_NE(encode(node).find("\"size\":9223372036854775807,"), std::string::npos);
   EXPECT_EQ(decode(encode(node)), node);
 }
 
-TEST(DiskNodeJsonEncode, escapes_bytes_that_are_not_utf8) {
+TEST(DiskNodeJsonEncode, bytes_that_are_not_utf8_are_escaped) {
   const DiskNode node({"\xff\n\"", "/\xff\n\"", 1, false, FileKind::other, {}});
   EXPECT_TRUE(encode(node).starts_with(
       "{\"name\":\"\U0010FFFF\\n\\\"\",\"path\":\"/\U0010FFFF\\n\\\"\",\"size\":1,"))
@@ -121,22 +121,22 @@ TEST(DiskNodeJsonEncode, escapes_bytes_that_are_not_utf8) {
   EXPECT_EQ(decode(encode(node)), node);
 }
 
-TEST(DiskNodeJsonDecode, reads_a_leaf) {
+TEST(DiskNodeJsonDecode, a_leaf_is_read) {
   EXPECT_EQ(decode(leafText), DiskNode({"a", "/a", 1, false, FileKind::other, {}}));
 }
 
-TEST(DiskNodeJsonDecode, takes_keys_in_any_order_and_with_blanks) {
+TEST(DiskNodeJsonDecode, keys_may_be_in_any_order_with_blanks_between_them) {
   EXPECT_EQ(decode(R"( { "children" : [ ] , "mtime" : 2.5 , "kind" : "code" , "isDir" : true ,
                         "size" : 7 , "path" : "\/x\/a" , "name" : "\u0061" } )"),
             DiskNode({"a", "/x/a", 7, true, FileKind::code, 2.5}));
 }
 
-TEST(DiskNodeJsonDecode, passes_over_unknown_keys) {
+TEST(DiskNodeJsonDecode, unknown_keys_are_ignored) {
   EXPECT_EQ(decode(leafWith("\"size\"", R"("more":{"size":[1,null,{}]},"size")")),
             decode(leafText));
 }
 
-TEST(DiskNodeJsonDecode, a_time_is_a_whole_number_or_not_or_absent) {
+TEST(DiskNodeJsonDecode, a_time_may_be_whole_fractional_or_absent) {
   const auto withTime = [](const std::string& time) {
     return decode(leafWith("[]", "[],\"mtime\":" + time));
   };
@@ -152,14 +152,14 @@ TEST(DiskNodeJsonDecode, a_time_is_a_whole_number_or_not_or_absent) {
   }
 }
 
-TEST(DiskNodeJsonDecode, refuses_a_missing_key) {
+TEST(DiskNodeJsonDecode, json_with_a_missing_key_is_refused) {
   for (const char* key : {"name", "path", "size", "isDir", "kind", "children"}) {
     const std::string quoted = '"' + std::string(key) + '"';
     EXPECT_EQ(decode(leafWith(quoted, "\"other\"")), std::nullopt) << key;
   }
 }
 
-TEST(DiskNodeJsonDecode, refuses_values_of_another_type) {
+TEST(DiskNodeJsonDecode, values_of_another_type_are_refused) {
   for (const char* value : {"null", "1", "true", "[]", "{}"}) {
     EXPECT_EQ(decode(leafWith("\"a\"", value)), std::nullopt) << value;
     EXPECT_EQ(decode(leafWith("\"/a\"", value)), std::nullopt) << value;
@@ -176,18 +176,18 @@ TEST(DiskNodeJsonDecode, refuses_values_of_another_type) {
   }
 }
 
-TEST(DiskNodeJsonDecode, refuses_an_unknown_kind) {
+TEST(DiskNodeJsonDecode, an_unknown_kind_is_refused) {
   EXPECT_EQ(decode(leafWith("\"other\"", "\"music\"")), std::nullopt);
   EXPECT_EQ(decode(leafWith("\"other\"", "\"\"")), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_sizes_below_zero_or_beyond_64_bits) {
+TEST(DiskNodeJsonDecode, sizes_below_zero_or_beyond_64_bits_are_refused) {
   EXPECT_EQ(decode(leafWith(":1,", ":-1,")), std::nullopt);
   EXPECT_EQ(decode(leafWith(":1,", ":9223372036854775808,")), std::nullopt);
   EXPECT_EQ(decode(leafWith(":1,", ":99999999999999999999999,")), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_sizes_that_add_up_to_too_much) {
+TEST(DiskNodeJsonDecode, sizes_whose_sum_overflows_are_refused) {
   constexpr std::int64_t half = std::numeric_limits<std::int64_t>::max() / 2;
   const auto tree = [](std::int64_t extra) {
     return DiskNode({"t", "/t", half, true, FileKind::folder, {}},
@@ -197,7 +197,7 @@ TEST(DiskNodeJsonDecode, refuses_sizes_that_add_up_to_too_much) {
   EXPECT_EQ(decode(encode(tree(2))), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_a_tree_that_is_too_deep) {
+TEST(DiskNodeJsonDecode, a_tree_beyond_the_maximum_depth_is_refused) {
   EXPECT_TRUE(decode(chainText(DiskNodeJson::maximumDepth + 1)));
   EXPECT_EQ(decode(chainText(DiskNodeJson::maximumDepth + 2)), std::nullopt);
   EXPECT_EQ(decode(chainText(100000)), std::nullopt);
@@ -206,7 +206,7 @@ TEST(DiskNodeJsonDecode, refuses_a_tree_that_is_too_deep) {
             std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_json_that_is_no_tree) {
+TEST(DiskNodeJsonDecode, json_that_is_no_tree_is_refused) {
   for (const char* text : {"", " ", "null", "1", "\"a\"", "[]", "{}", "[{}]", "{", "}", "\0", "NaN",
                            "{\"name\":\"\xff\"}", "\xef\xbb\xbf"}) {
     EXPECT_EQ(decode(text), std::nullopt) << text;
@@ -215,7 +215,7 @@ TEST(DiskNodeJsonDecode, refuses_json_that_is_no_tree) {
   EXPECT_EQ(decode(leafText + leafText), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, compares_paths_by_their_bytes_and_not_by_their_escapes) {
+TEST(DiskNodeJsonDecode, paths_are_compared_by_their_bytes_and_not_by_their_escapes) {
   // The name of the folder, first as text and then byte by byte.
   const std::string bytes = "/\U0010FFC3\U0010FFA9";
   const auto folderWith = [](const std::string& path, const std::string& childPath) {
@@ -239,7 +239,7 @@ TEST(DiskNodeJsonDecode, compares_paths_by_their_bytes_and_not_by_their_escapes)
   EXPECT_EQ(folderWith("", "a")->children().front().path(), "a");
 }
 
-TEST(DiskNodeJsonDecode, refuses_nul_bytes) {
+TEST(DiskNodeJsonDecode, nul_bytes_are_refused) {
   for (const std::string& value : {R"("\u0000")"s, R"("x\u0000/y")"s, "\"\0\""s}) {
     EXPECT_EQ(decode(leafWith("\"a\"", value)), std::nullopt) << value;
     EXPECT_EQ(decode(leafWith("\"/a\"", value)), std::nullopt) << value;
@@ -247,16 +247,16 @@ TEST(DiskNodeJsonDecode, refuses_nul_bytes) {
   EXPECT_EQ(decode(leafText + "\0"s), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, takes_the_last_of_several_values_for_one_key) {
+TEST(DiskNodeJsonDecode, the_last_of_several_values_for_one_key_is_used) {
   EXPECT_EQ(decode(leafWith("\"isDir\"", R"("size":5,"isDir")")),
             DiskNode({"a", "/a", 5, false, FileKind::other, {}}));
 }
 
-TEST(DiskNodeJsonDecode, refuses_a_byte_order_mark) {
+TEST(DiskNodeJsonDecode, a_byte_order_mark_is_refused) {
   EXPECT_EQ(decode("\xef\xbb\xbf" + leafText), std::nullopt);
 }
 
-TEST(DiskNodeJsonDecode, refuses_text_that_is_not_utf8) {
+TEST(DiskNodeJsonDecode, text_that_is_not_utf8_is_refused) {
   EXPECT_EQ(decode(leafWith("\"a\"", "\"\xff\"")), std::nullopt);
   EXPECT_EQ(decode(leafWith("\"a\"", "\"\xed\xa0\x80\"")), std::nullopt);
 }
@@ -316,7 +316,7 @@ TEST(DiskNodeJson, random_trees_are_equal_after_a_round_trip) {
   EXPECT_GT(nodes, 5000U);
 }
 
-TEST(DiskNodeJson, a_text_cut_anywhere_is_refused) {
+TEST(DiskNodeJson, a_text_cut_at_any_byte_is_refused) {
   std::mt19937_64 random(3);
   const std::string text = encode(randomTree(random, "/r", 2));
   ASSERT_GT(text.size(), 500U);

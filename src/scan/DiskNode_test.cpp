@@ -41,7 +41,7 @@ DiskTree::PathForm formOf(const DiskNode& node) {
   return DiskTree::of(node).entry(DiskTree::indexOf(node)).pathForm();
 }
 
-// A chain of folders, each inside the one before, the lowest at `depth`.
+// A chain of folders, each inside the previous one, the lowest at `depth`.
 DiskNode chainOf(int depth, std::int64_t lowestSize) {
   DiskTreeBuilder builder;
   builder.open({"top", 1, true, FileKind::folder, std::nullopt}, "/top");
@@ -52,7 +52,7 @@ DiskNode chainOf(int depth, std::int64_t lowestSize) {
   return builder.finish();
 }
 
-TEST(DiskTree, an_entry_takes_forty_bytes) {
+TEST(DiskTree, an_entry_of_a_tree_takes_forty_bytes) {
   EXPECT_EQ(sizeof(DiskTree::Entry), 40U);
 }
 
@@ -82,7 +82,7 @@ TEST(DiskNode, a_node_that_was_moved_away_is_a_default_node) {
   // NOLINTEND(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
 }
 
-TEST(DiskNode, gives_back_the_fields_it_was_made_from) {
+TEST(DiskNode, a_node_returns_the_fields_it_was_made_from) {
   const DiskNode node({"clip.mov", "/media/clip.mov", 4096, false, FileKind::video, 1700000000.25});
   EXPECT_EQ(node.name(), "clip.mov");
   EXPECT_EQ(node.path(), "/media/clip.mov");
@@ -92,7 +92,7 @@ TEST(DiskNode, gives_back_the_fields_it_was_made_from) {
   EXPECT_EQ(node.mtime(), 1700000000.25);
 }
 
-TEST(DiskNode, keeps_its_children_in_the_given_order) {
+TEST(DiskNode, children_keep_the_given_order) {
   const DiskNode node =
       folder("/a", 10, {folder("/a/b", 6, {file("/a/b/x", 6)}), file("/a/c", 3), file("/a/d", 1)});
   const DiskNode::Children children = node.children();
@@ -218,7 +218,7 @@ TEST(DiskTreeBuilder, a_path_below_a_parent_that_ends_in_a_slash_is_not_stored) 
   EXPECT_EQ(b.children().front().path(), "/a/b/c");
 }
 
-TEST(DiskTreeBuilder, builds_the_same_as_the_constructor_from_fields) {
+TEST(DiskTreeBuilder, the_builder_makes_the_same_tree_as_the_constructor_from_fields) {
   const DiskNode byHand({"top", "/top", 30, true, FileKind::folder, 2.5},
                         {folder("/top/b", 20, {file("/top/b/x", 20)}), file("/elsewhere/c", 3),
                          DiskNode({"+ 2 more", "/top/__rest__", 7, false, FileKind::other, {}})});
@@ -298,7 +298,7 @@ TEST(DiskNodeEquality, an_absent_time_is_not_the_time_zero) {
             DiskNode({"n", "/n", 1, false, FileKind::other, std::nullopt}));
 }
 
-TEST(DiskNodeEquality, finds_a_difference_deep_in_the_tree) {
+TEST(DiskNodeEquality, nodes_with_a_difference_deep_in_their_trees_are_different) {
   const auto tree = [](std::int64_t size, const std::string& lowest) {
     return folder("/a", 9, {folder("/a/b", 9, {file(lowest, size)}), file("/a/c", 1)});
   };
@@ -346,7 +346,7 @@ TEST(DiskNodeDepth, a_hundred_thousand_levels_need_no_stack) {
   EXPECT_EQ(copied.children().front(), deep);
 }
 
-TEST(DiskTreeBuilderDeath, ends_the_program_when_nodes_do_not_pair_up) {
+TEST(DiskTreeBuilderDeath, nodes_that_do_not_pair_up_end_the_program) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const DiskTreeItem item{"a", 1, true, FileKind::folder, std::nullopt};
   EXPECT_DEATH(DiskTreeBuilder().close(), "never opened");
@@ -369,7 +369,7 @@ TEST(DiskTreeBuilderDeath, ends_the_program_when_nodes_do_not_pair_up) {
       "second node at the top");
 }
 
-TEST(DiskTreeBuilderDeath, ends_the_program_when_names_need_more_than_four_gibibytes) {
+TEST(DiskTreeBuilderDeath, names_of_more_than_four_gibibytes_end_the_program) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   constexpr std::size_t size = std::size_t{1} << 32U;
   void* pages = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);

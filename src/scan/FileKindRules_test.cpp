@@ -29,12 +29,12 @@ TEST(FileKindRules, a_file_named_like_a_bundle_is_an_app) {
   EXPECT_EQ(classify("snapp", false), FileKind::other);
 }
 
-TEST(FileKindRules, the_last_extension_decides) {
+TEST(FileKindRules, the_last_extension_decides_the_kind) {
   EXPECT_EQ(classify("archive.tar.gz", false), FileKind::archive);
   EXPECT_EQ(classify("clip.mov.bak", false), FileKind::other);
 }
 
-TEST(FileKindRules, case_does_not_matter) {
+TEST(FileKindRules, the_case_of_an_extension_does_not_matter) {
   EXPECT_EQ(classify("HOLIDAY.JPEG", false), FileKind::image);
   EXPECT_EQ(classify("\u212A.\u212Aey", false), FileKind::document);
 }
@@ -136,13 +136,13 @@ TEST(FileKindRules, six_folder_names_are_important_and_videos_too_on_linux) {
   EXPECT_FALSE(FileKindRules::important().contains("downloads"));
 }
 
-TEST(PathExtension, extension_is_the_text_after_the_last_dot) {
+TEST(PathExtension, an_extension_is_the_text_after_the_last_dot) {
   EXPECT_EQ(pathExtension("a.b.c"), "c");
   EXPECT_EQ(pathExtension("..c"), "c");
   EXPECT_EQ(pathExtension("a. c"), " c");
 }
 
-TEST(PathExtension, extension_is_empty_for_a_leading_or_a_trailing_dot) {
+TEST(PathExtension, a_name_with_only_a_leading_or_a_trailing_dot_has_no_extension) {
   EXPECT_EQ(pathExtension(".zshrc"), "");
   EXPECT_EQ(pathExtension("notes."), "");
   EXPECT_EQ(pathExtension("."), "");
@@ -150,7 +150,7 @@ TEST(PathExtension, extension_is_empty_for_a_leading_or_a_trailing_dot) {
   EXPECT_EQ(pathExtension("Makefile"), "");
 }
 
-TEST(PathExtension, extension_is_that_of_the_last_component) {
+TEST(PathExtension, the_extension_of_a_path_is_that_of_its_last_component) {
   EXPECT_EQ(pathExtension("/a.d/b"), "");
   EXPECT_EQ(pathExtension("/a.d/b.c"), "c");
   EXPECT_EQ(pathExtension("/a/.b"), "");

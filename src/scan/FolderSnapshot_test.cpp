@@ -22,7 +22,7 @@ TEST(FolderSnapshot, equality_and_hash_cover_the_path_and_the_sizes) {
   EXPECT_NE(hash(snapshot), hash({"/x", {{"/x/a", 5}, {"/x/c", 9}}}));
 }
 
-TEST(FolderSnapshot, hash_does_not_depend_on_the_order_in_the_map) {
+TEST(FolderSnapshot, the_hash_does_not_depend_on_the_order_in_the_map) {
   FolderSnapshot forward{"/x", {}};
   FolderSnapshot backward{"/x", {}};
   for (int i = 0; i < 100; ++i) forward.sizes["/x/" + std::to_string(i)] = i;

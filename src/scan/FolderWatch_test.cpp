@@ -37,7 +37,7 @@ std::vector<ScanDelta> growth(TempTree& tree, const Change& change) {
 
 // --- A snapshot ---------------------------------------------------------------------------------
 
-TEST(FolderWatchSnapshot, measures_each_child_with_its_whole_contents) {
+TEST(FolderWatchSnapshot, each_child_is_measured_with_its_whole_contents) {
   const TempTree tree(R"(
     Movies/
       film 1M
@@ -56,7 +56,7 @@ TEST(FolderWatchSnapshot, measures_each_child_with_its_whole_contents) {
                                                {tree.at("pipe"), 0}}}));
 }
 
-TEST(FolderWatchSnapshot, counts_hidden_items) {
+TEST(FolderWatchSnapshot, hidden_items_are_counted) {
   const TempTree tree(R"(
     .hidden/
       .film 64K
@@ -66,7 +66,7 @@ TEST(FolderWatchSnapshot, counts_hidden_items) {
             (PathSizes{{tree.at(".hidden"), 64 * KiB}, {tree.at(".note"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, counts_the_bytes_on_disk_and_not_the_length) {
+TEST(FolderWatchSnapshot, the_bytes_on_disk_are_counted_and_not_the_length) {
   const TempTree tree(R"(
     sparse sparse=2048G
     short 10
@@ -79,7 +79,7 @@ TEST(FolderWatchSnapshot, counts_the_bytes_on_disk_and_not_the_length) {
                                                {tree.at("folder"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, leaves_out_links) {
+TEST(FolderWatchSnapshot, links_are_left_out) {
   const TempTree tree(R"(
     folder/
       film 1M
@@ -95,7 +95,7 @@ TEST(FolderWatchSnapshot, leaves_out_links) {
             (PathSizes{{tree.at("folder"), 1 * MiB}, {tree.at("note"), 1 * MiB}}));
 }
 
-TEST(FolderWatchSnapshot, follows_a_link_given_as_the_folder) {
+TEST(FolderWatchSnapshot, a_link_given_as_the_folder_is_followed) {
   const TempTree tree(R"(
     folder/
       note 8K
@@ -107,7 +107,7 @@ TEST(FolderWatchSnapshot, follows_a_link_given_as_the_folder) {
   EXPECT_EQ(FolderWatch::snapshot(tree.at("folder/../folder//")), behind);
 }
 
-TEST(FolderWatchSnapshot, counts_only_the_own_entry_of_a_package) {
+TEST(FolderWatchSnapshot, a_package_counts_with_its_own_entry_only) {
   const TempTree tree(R"(
     Tool.app/
       binary 3M
@@ -126,7 +126,7 @@ TEST(FolderWatchSnapshot, counts_only_the_own_entry_of_a_package) {
   EXPECT_EQ(snapshotOf(tree).sizes, expected);
 }
 
-TEST(FolderWatchSnapshot, counts_the_contents_of_a_package_inside_a_child) {
+TEST(FolderWatchSnapshot, the_contents_of_a_package_inside_a_child_are_counted) {
   const TempTree tree(R"(
     folder/
       Tool.app/
@@ -135,13 +135,13 @@ TEST(FolderWatchSnapshot, counts_the_contents_of_a_package_inside_a_child) {
   EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("folder"), 3 * MiB}}));
 }
 
-TEST(FolderWatchSnapshot, treats_a_file_named_like_a_package_as_a_file) {
+TEST(FolderWatchSnapshot, a_file_named_like_a_package_is_a_file) {
   const TempTree tree("Tool.app 3M\nSparse.app sparse=1G");
   EXPECT_EQ(snapshotOf(tree).sizes,
             (PathSizes{{tree.at("Tool.app"), 3 * MiB}, {tree.at("Sparse.app"), 0}}));
 }
 
-TEST(FolderWatchSnapshot, measures_8000_items_of_a_child_and_all_children) {
+TEST(FolderWatchSnapshot, at_most_8000_items_of_a_child_are_measured) {
   const TempTree tree(R"(
     just/
       film-#### 4K x8000
@@ -160,7 +160,7 @@ TEST(FolderWatchSnapshot, measures_8000_items_of_a_child_and_all_children) {
                               {tree.at("other"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, lists_any_number_of_children) {
+TEST(FolderWatchSnapshot, any_number_of_children_is_listed) {
   const TempTree tree(R"(
     film-#### 4K x9000
     folder-##/ x50
@@ -168,7 +168,7 @@ TEST(FolderWatchSnapshot, lists_any_number_of_children) {
   EXPECT_EQ(snapshotOf(tree).sizes.size(), 9050U);
 }
 
-TEST(FolderWatchSnapshot, keeps_the_bytes_of_names) {
+TEST(FolderWatchSnapshot, names_keep_their_bytes) {
   const TempTree tree(R"(
     caf\xe9/
       \xff 12K
@@ -182,7 +182,7 @@ TEST(FolderWatchSnapshot, keeps_the_bytes_of_names) {
                                                {tree.at("-rf"), 4 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, measures_folders_of_any_depth) {
+TEST(FolderWatchSnapshot, folders_of_any_depth_are_measured) {
   TempTree tree("top/");
   tree.chain("top", "folder", 3000, [](int folder, int level) {
     if (level == 3000) plantTree(folder, folder, "film 64K");
@@ -190,7 +190,7 @@ TEST(FolderWatchSnapshot, measures_folders_of_any_depth) {
   EXPECT_EQ(snapshotOf(tree).sizes, (PathSizes{{tree.at("top"), 64 * KiB}}));
 }
 
-TEST(FolderWatchSnapshot, measures_a_folder_beyond_the_longest_path) {
+TEST(FolderWatchSnapshot, a_folder_with_a_path_beyond_the_longest_is_measured) {
   TempTree tree;
   const std::string name(200, 'n');
   tree.chain("", name, 30, [](int folder, int level) {
@@ -216,7 +216,7 @@ TEST(FolderWatchSnapshot, paths_below_the_root_directory_have_one_slash) {
   }
 }
 
-TEST(FolderWatchSnapshot, snapshot_of_a_missing_folder_is_empty) {
+TEST(FolderWatchSnapshot, the_snapshot_of_a_missing_folder_is_empty) {
   const TempTree tree("file 4K\nlink -> gone");
   EXPECT_EQ(FolderWatch::snapshot(tree.at("gone")), (FolderSnapshot{tree.at("gone"), {}}));
   EXPECT_EQ(FolderWatch::snapshot(tree.at("file")), (FolderSnapshot{tree.at("file"), {}}));
@@ -237,7 +237,7 @@ TEST(FolderWatchSnapshot, an_unreadable_folder_keeps_its_resolved_path) {
             "");
 }
 
-TEST(FolderWatchSnapshot, passes_over_unreadable_children) {
+TEST(FolderWatchSnapshot, unreadable_children_are_passed_over) {
   const TempTree tree(R"(
     locked/ mode=0
       film 1M
@@ -259,7 +259,7 @@ TEST(FolderWatchSnapshot, passes_over_unreadable_children) {
             "");
 }
 
-TEST(FolderWatchSnapshot, lists_children_whose_attributes_are_unreadable) {
+TEST(FolderWatchSnapshot, children_whose_attributes_are_unreadable_are_listed_with_size_0) {
   const TempTree tree(R"(
     listed/ mode=0444
       film 1M
@@ -278,7 +278,7 @@ TEST(FolderWatchSnapshot, lists_children_whose_attributes_are_unreadable) {
             "");
 }
 
-TEST(FolderWatchSnapshot, stops_when_cancelled) {
+TEST(FolderWatchSnapshot, a_snapshot_stops_when_cancelled) {
   const TempTree tree(R"(
     film 4K
     folder-#/ x3
@@ -298,7 +298,7 @@ TEST(FolderWatchSnapshot, stops_when_cancelled) {
   EXPECT_EQ(polls, 100);
 }
 
-TEST(FolderWatchSnapshot, polls_for_cancellation_before_each_child) {
+TEST(FolderWatchSnapshot, cancellation_is_polled_before_each_child) {
   const TempTree tree("empty-##/ x20");
   int polls = 0;
   FolderWatch::snapshot(tree.path(), [&] { return ++polls == 25; });
@@ -370,7 +370,7 @@ TEST(FolderWatchMounts, mounted_disks_are_counted) {
 
 // --- Part of a tree -----------------------------------------------------------------------------
 
-TEST(FolderWatchAllocatedTree, stops_at_the_item_beyond_the_cap) {
+TEST(FolderWatchAllocatedTree, a_measurement_stops_at_the_cap_of_items) {
   const TempTree tree("film-# 4K x5");
   EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 6), 5 * 4 * KiB);
   EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 5), 5 * 4 * KiB);
@@ -379,7 +379,7 @@ TEST(FolderWatchAllocatedTree, stops_at_the_item_beyond_the_cap) {
   EXPECT_EQ(FolderWatch::allocatedTree(tree.path(), 0), 0);
 }
 
-TEST(FolderWatchAllocatedTree, counts_folders_and_links_as_items_that_add_nothing) {
+TEST(FolderWatchAllocatedTree, folders_and_links_count_as_items_without_a_size) {
   const TempTree folders(R"(
     a/
       b/
@@ -410,7 +410,7 @@ TEST(FolderWatchAllocatedTree, counts_folders_and_links_as_items_that_add_nothin
   EXPECT_EQ(polls, 2);
 }
 
-TEST(FolderWatchAllocatedTree, follows_no_link) {
+TEST(FolderWatchAllocatedTree, links_inside_the_folder_are_not_followed) {
   const TempTree tree(R"(
     folder/
       film 4K
@@ -422,7 +422,7 @@ TEST(FolderWatchAllocatedTree, follows_no_link) {
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("folder"), 100), 4 * KiB);
 }
 
-TEST(FolderWatchAllocatedTree, size_of_a_missing_folder_is_0) {
+TEST(FolderWatchAllocatedTree, the_size_of_a_missing_folder_is_0) {
   const TempTree tree("file 4K");
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("gone"), 100), 0);
   EXPECT_EQ(FolderWatch::allocatedTree(tree.at("file"), 100), 0);
@@ -453,7 +453,7 @@ TEST(FolderWatchGrowth, a_new_child_grows_from_0) {
                                            {"caf\xe9", tree.at("caf\xe9"), 0, 1 * MiB}}));
 }
 
-TEST(FolderWatchGrowth, growth_of_a_package_is_not_reported) {
+TEST(FolderWatchGrowth, the_growth_of_a_package_is_not_reported) {
   TempTree tree("Tool.app/\n  binary 4K");
   EXPECT_TRUE(growth(tree, [&] { tree.plant("Tool.app", "more 2M"); }).empty());
 }

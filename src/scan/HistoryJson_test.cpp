@@ -38,12 +38,12 @@ TEST(HistoryPoint, identity_is_the_time_and_equality_covers_all_fields) {
   EXPECT_EQ(set.size(), 3U);
 }
 
-TEST(HistoryJson, writes_points_in_order_without_blanks) {
+TEST(HistoryJson, points_are_written_in_order_without_blanks) {
   EXPECT_EQ(encode(points), text);
   EXPECT_EQ(encode({}), "[]");
 }
 
-TEST(HistoryJson, reads_back_what_was_written) {
+TEST(HistoryJson, written_points_are_read_back) {
   EXPECT_EQ(decode(text), points);
   EXPECT_EQ(decode("[]"), Points{});
   const Points extreme = {{-9007199254740991, std::numeric_limits<std::int64_t>::max(),
@@ -52,17 +52,17 @@ TEST(HistoryJson, reads_back_what_was_written) {
   EXPECT_EQ(decode(encode(extreme)), extreme);
 }
 
-TEST(HistoryJson, leaves_out_a_time_that_is_not_finite) {
+TEST(HistoryJson, a_point_with_a_time_that_is_not_finite_is_left_out) {
   EXPECT_EQ(encode({{std::numeric_limits<double>::quiet_NaN(), 1, 1}, {2, 3, 4}}),
             R"([{"at":2,"bytes":3,"files":4}])");
 }
 
-TEST(HistoryJson, takes_keys_in_any_order_and_ignores_unknown_ones) {
+TEST(HistoryJson, keys_may_be_in_any_order_and_unknown_ones_are_ignored) {
   EXPECT_EQ(decode(R"( [ { "files" : 1, "more" : [ {} ], "bytes" : 2, "at" : 3 } ] )"),
             (Points{{3, 2, 1}}));
 }
 
-TEST(HistoryJson, takes_the_last_of_several_values_for_one_key) {
+TEST(HistoryJson, the_last_of_several_values_for_one_key_is_used) {
   EXPECT_EQ(decode(R"([{"at":1,"bytes":2,"files":3,"bytes":4}])"), (Points{{1, 4, 3}}));
 }
 
@@ -86,7 +86,7 @@ TEST(HistoryJson, counts_are_whole_numbers_not_below_zero) {
   }
 }
 
-TEST(HistoryJson, refuses_json_that_is_no_history) {
+TEST(HistoryJson, json_that_is_no_history_is_refused) {
   for (const std::string& wrong : {""s,
                                    " "s,
                                    "\0"s,
@@ -113,7 +113,7 @@ TEST(HistoryJson, refuses_json_that_is_no_history) {
   }
 }
 
-TEST(HistoryJson, a_text_cut_anywhere_is_refused) {
+TEST(HistoryJson, a_text_cut_at_any_byte_is_refused) {
   for (std::size_t length = 0; length < text.size(); ++length) {
     EXPECT_EQ(decode(std::string_view(text).substr(0, length)), std::nullopt) << length;
   }

@@ -13,13 +13,13 @@ using namespace std::string_literals;
 using namespace std::string_view_literals;
 using Form = JsonWriter::Form;
 
-// The text written after reading `json`; "refused" if it was not read.
+// The text written after `json` was read; "refused" if it was not.
 std::string plain(std::string_view json) {
   const std::optional<JsonValue> value = JsonValue::parse(json);
   return value ? value->written(Form::plain) : "refused";
 }
 
-TEST(JsonValue, reads_each_type_at_the_top) {
+TEST(JsonValue, each_type_is_read_at_the_top_level) {
   EXPECT_TRUE(JsonValue::parse(" null ")->as<JsonValue::Null>());
   EXPECT_EQ(*JsonValue::parse("true")->as<bool>(), true);
   EXPECT_EQ(*JsonValue::parse("false")->as<bool>(), false);
@@ -30,7 +30,7 @@ TEST(JsonValue, reads_each_type_at_the_top) {
   EXPECT_EQ(JsonValue::parse("[]")->as<JsonValue::Object>(), nullptr);
 }
 
-TEST(JsonValue, keeps_numbers_digit_for_digit) {
+TEST(JsonValue, numbers_keep_all_their_digits) {
   for (const char* digits :
        {"0", "-0", "1.0", "1.50", "1e400", "-1E-400", "0.1e+1", "12345678901234567890123456789",
         "3.14159265358979323846264338327950288", "100000000000000000000.0"}) {
@@ -39,7 +39,7 @@ TEST(JsonValue, keeps_numbers_digit_for_digit) {
   }
 }
 
-TEST(JsonValue, refuses_malformed_numbers) {
+TEST(JsonValue, malformed_numbers_are_refused) {
   for (const char* digits :
        {"01",  "-",  "+1", ".5",  "5.",  "1e",       "1e+",       "0x1", "1_0", "1.2.3",
         "--1", "1-", "00", "-01", "NaN", "Infinity", "-Infinity", "1,",  "1 2", "1a"}) {
@@ -49,12 +49,12 @@ TEST(JsonValue, refuses_malformed_numbers) {
   }
 }
 
-TEST(JsonValue, writes_keys_in_the_order_of_their_bytes) {
+TEST(JsonValue, keys_are_written_in_the_order_of_their_bytes) {
   EXPECT_EQ(plain(R"({"b":1,"a":{"z":null,"Z":[]},"":0,"é":2,"aa":3})"),
             R"({"":0,"a":{"Z":[],"z":null},"aa":3,"b":1,"é":2})");
 }
 
-TEST(JsonValue, takes_the_last_of_several_values_for_one_key) {
+TEST(JsonValue, the_last_of_several_values_for_one_key_is_used) {
   EXPECT_EQ(plain(R"({"a":1,"b":2,"a":[3]})"), R"({"a":[3],"b":2})");
   EXPECT_EQ(plain(R"({"a":1,"\u0061":2})"), R"({"a":2})");
 }
@@ -67,7 +67,7 @@ TEST(JsonValue, texts_and_keys_are_bytes) {
   EXPECT_EQ(*object.at("\xff").as<std::string>(), "\0\U0001F600\xe9"s);
 }
 
-TEST(JsonValue, refuses_text_that_is_not_strictly_valid_json) {
+TEST(JsonValue, text_that_is_not_strictly_valid_json_is_refused) {
   for (const std::string& text : {""s,
                                   " "s,
                                   "\0"s,
@@ -132,7 +132,7 @@ TEST(JsonValue, refuses_text_that_is_not_strictly_valid_json) {
   }
 }
 
-TEST(JsonValue, refuses_nesting_beyond_the_maximum_depth) {
+TEST(JsonValue, nesting_beyond_the_maximum_depth_is_refused) {
   const auto nested = [](const std::string& open, const std::string& close, int depth) {
     std::string text;
     for (int k = 0; k < depth; ++k) text += open;
@@ -149,7 +149,7 @@ TEST(JsonValue, refuses_nesting_beyond_the_maximum_depth) {
   }
 }
 
-TEST(JsonValue, equal_values_are_equal) {
+TEST(JsonValue, values_with_the_same_content_are_equal) {
   const auto parsed = [](const char* json) { return *JsonValue::parse(json); };
   EXPECT_EQ(parsed(R"({"a":[1,"x",null],"b":true})"),
             parsed(R"( {"b":true, "a":[1,"\u0078",null]})"));
@@ -162,14 +162,14 @@ TEST(JsonValue, equal_values_are_equal) {
 constexpr std::string_view sample =
     R"({"a": [1, -2.5e3, "x\u00e9\\", true, false, null, [], {}], "b c": {"d": {"e": ["é", 0]}}, "f": ""})";
 
-TEST(JsonValue, the_pretty_form_reads_back_the_same) {
+TEST(JsonValue, the_pretty_form_is_read_back_as_the_same_value) {
   const std::optional<JsonValue> value = JsonValue::parse(sample);
   ASSERT_TRUE(value);
   EXPECT_EQ(JsonValue::parse(value->written(Form::pretty)), value);
   EXPECT_EQ(JsonValue::parse(value->written(Form::plain)), value);
 }
 
-TEST(JsonValue, a_text_cut_anywhere_is_refused) {
+TEST(JsonValue, a_text_cut_at_any_byte_is_refused) {
   for (std::size_t length = 0; length < sample.size(); ++length) {
     EXPECT_FALSE(JsonValue::parse(sample.substr(0, length))) << length;
   }
@@ -182,7 +182,7 @@ bool isTakenWhole(std::string_view text) {
   return parser.parse(text.data(), text.size()).get(top) == simdjson::SUCCESS;
 }
 
-TEST(JsonValue, is_as_strict_as_a_parser_that_checks_all_first) {
+TEST(JsonValue, parse_accepts_the_same_texts_as_a_parser_that_checks_the_whole_text_first) {
   std::mt19937_64 random(11);
   const std::string_view bytes = "{}[]\",:\\ 01-.eEtfn\xc3\xa9\xff\n\0u/"sv;
   int taken = 0;

@@ -32,12 +32,12 @@ std::string number(double value) {
   return std::move(JsonWriter(Form::plain).number(value)).finish();
 }
 
-TEST(JsonWriter, plain_form_has_no_blanks) {
+TEST(JsonWriter, the_plain_form_has_no_blanks) {
   EXPECT_EQ(sample(Form::plain),
             R"({"a":[1,"x/y",true,false,null,0.5,[],{}],"b":{"c":1e400},"d":[],"e":{}})");
 }
 
-TEST(JsonWriter, pretty_form_indents_by_two) {
+TEST(JsonWriter, the_pretty_form_indents_by_two) {
   EXPECT_EQ(sample(Form::pretty), R"({
   "a": [
     1,
@@ -81,7 +81,7 @@ TEST(JsonWriter, integers_are_exact) {
   }
 }
 
-TEST(JsonWriter, doubles_are_as_short_as_they_can_be_read_back) {
+TEST(JsonWriter, doubles_are_written_with_as_few_digits_as_can_be_read_back) {
   EXPECT_EQ(number(1700000000), "1700000000");
   EXPECT_EQ(number(1700000000.25), "1700000000.25");
   EXPECT_EQ(number(0.1), "0.1");

@@ -30,7 +30,7 @@ TEST(KindBreakdown, items_of_size_0_have_no_slice) {
   EXPECT_THAT(KindBreakdown::slices(folder("a", 0, {file("b", 0, FileKind::code)})), IsEmpty());
 }
 
-TEST(KindBreakdown, adds_files_by_kind_largest_first) {
+TEST(KindBreakdown, files_are_added_up_by_kind_with_the_largest_first) {
   const DiskNode root =
       folder("a", 100,
              {folder("b", 60, {file("c", 40, FileKind::video), file("d", 20, FileKind::code)}),
@@ -70,14 +70,14 @@ TEST(KindBreakdown, equal_slices_are_in_the_order_of_the_kinds) {
   EXPECT_EQ(slices[2].kind, FileKind::other);
 }
 
-TEST(KindBreakdown, counts_only_nodes_below_the_given_one) {
+TEST(KindBreakdown, only_nodes_below_the_given_one_are_counted) {
   const DiskNode root = folder(
       "a", 9, {folder("b", 5, {file("c", 5, FileKind::code)}), file("d", 4, FileKind::video)});
   EXPECT_THAT(KindBreakdown::slices(root.children().front()),
               ElementsAre(KindSlice{FileKind::code, 5, 1}));
 }
 
-TEST(KindBreakdownDeath, ends_the_program_when_the_total_overflows) {
+TEST(KindBreakdownDeath, an_overflow_of_the_total_ends_the_program) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const std::int64_t huge = std::numeric_limits<std::int64_t>::max();
   const DiskNode root =

@@ -14,12 +14,12 @@ using PathSizesJson::encode;
 const std::string text = "{\"/a\":3,\"/a b\":0,\"/a/b\":2,\"/\U0010FFFF\\n\":1}";
 const PathSizes sizes = {{"/a/b", 2}, {"/a", 3}, {"/\xff\n", 1}, {"/a b", 0}};
 
-TEST(PathSizesJson, writes_paths_in_the_order_of_their_bytes_without_blanks) {
+TEST(PathSizesJson, paths_are_written_in_the_order_of_their_bytes_without_blanks) {
   EXPECT_EQ(encode(sizes), text);
   EXPECT_EQ(encode({}), "{}");
 }
 
-TEST(PathSizesJson, reads_back_what_was_written) {
+TEST(PathSizesJson, written_sizes_are_read_back) {
   EXPECT_EQ(decode(text), sizes);
   EXPECT_EQ(decode("{}"), PathSizes{});
   PathSizes all;
@@ -30,11 +30,11 @@ TEST(PathSizesJson, reads_back_what_was_written) {
   EXPECT_EQ(decode(encode(all)), all);
 }
 
-TEST(PathSizesJson, reads_any_form_of_the_same_json) {
+TEST(PathSizesJson, blanks_and_escapes_in_json_are_read) {
   EXPECT_EQ(decode(" { \"\\/a\" : 3 ,\n \"\\u002fb\":4 } "), (PathSizes{{"/a", 3}, {"/b", 4}}));
 }
 
-TEST(PathSizesJson, takes_the_last_of_several_sizes_for_one_path) {
+TEST(PathSizesJson, the_last_of_several_sizes_for_one_path_is_used) {
   EXPECT_EQ(decode(R"({"/a":1,"/b":2,"/a":3})"), (PathSizes{{"/a", 3}, {"/b", 2}}));
 }
 
@@ -48,12 +48,12 @@ TEST(PathSizesJson, sizes_are_whole_numbers_not_below_zero) {
   }
 }
 
-TEST(PathSizesJson, refuses_sizes_that_add_up_to_too_much) {
+TEST(PathSizesJson, sizes_whose_sum_overflows_are_refused) {
   EXPECT_TRUE(decode(R"({"/a":4611686018427387904,"/b":4611686018427387903})"));
   EXPECT_EQ(decode(R"({"/a":4611686018427387904,"/b":4611686018427387904})"), std::nullopt);
 }
 
-TEST(PathSizesJson, refuses_json_that_is_no_map_of_sizes) {
+TEST(PathSizesJson, json_that_is_no_map_of_sizes_is_refused) {
   for (const std::string& wrong : {""s,
                                    " "s,
                                    "\0"s,
@@ -79,7 +79,7 @@ TEST(PathSizesJson, refuses_json_that_is_no_map_of_sizes) {
   }
 }
 
-TEST(PathSizesJson, a_text_cut_anywhere_is_refused) {
+TEST(PathSizesJson, a_text_cut_at_any_byte_is_refused) {
   for (std::size_t length = 0; length < text.size(); ++length) {
     EXPECT_EQ(decode(std::string_view(text).substr(0, length)), std::nullopt) << length;
   }

@@ -7,14 +7,14 @@ namespace {
 
 using ProInsights::isExcluded;
 
-TEST(IsExcluded, a_prefix_covers_itself_and_all_below) {
+TEST(IsExcluded, a_prefix_excludes_its_own_path_and_all_below) {
   EXPECT_TRUE(isExcluded("/a/b", {"/a/b/"}));
   EXPECT_TRUE(isExcluded("/a/b/c", {"/a/b/"}));
   EXPECT_TRUE(isExcluded("/a/b", {"/a/b"}));
   EXPECT_TRUE(isExcluded("/a/b/c/d", {"/a/b"}));
 }
 
-TEST(IsExcluded, a_longer_name_is_not_below) {
+TEST(IsExcluded, a_path_that_only_begins_with_a_prefix_is_not_below_it) {
   EXPECT_FALSE(isExcluded("/a/bc", {"/a/b/"}));
   EXPECT_FALSE(isExcluded("/a/bc", {"/a/b"}));
   EXPECT_FALSE(isExcluded("/a", {"/a/b"}));
@@ -30,15 +30,15 @@ TEST(IsExcluded, one_matching_prefix_of_many_excludes_a_path) {
   EXPECT_TRUE(isExcluded("/x/y", {"", "/a", "/x"}));
 }
 
-TEST(IsExcluded, one_trailing_slash_is_removed_and_no_more) {
+TEST(IsExcluded, only_one_trailing_slash_of_a_prefix_is_removed) {
   EXPECT_FALSE(isExcluded("/a/b", {"/a//"}));
 }
 
-TEST(IsExcluded, the_root_covers_every_path) {
+TEST(IsExcluded, the_root_excludes_every_path) {
   EXPECT_TRUE(isExcluded("/a", {"/"}));
 }
 
-TEST(IsExcluded, compares_bytes) {
+TEST(IsExcluded, paths_are_compared_by_their_bytes) {
   EXPECT_FALSE(isExcluded("/A", {"/a"}));
   EXPECT_TRUE(isExcluded("/\xff/x", {"/\xff"}));
 }

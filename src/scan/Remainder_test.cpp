@@ -13,12 +13,12 @@ DiskNode named(const std::string& name, const std::string& path) {
   return DiskNode({name, path, 10, false, FileKind::other, {}});
 }
 
-TEST(Remainder, a_remainder_has_a_path_that_ends_in_rest_and_another_name) {
+TEST(Remainder, a_node_whose_path_but_not_name_ends_in_rest_is_a_remainder) {
   EXPECT_TRUE(isRemainder(named("+ 6 more", "/home/h/__rest__")));
   EXPECT_TRUE(isRemainder(named("+ 6 more", "/__rest__")));
 }
 
-TEST(Remainder, a_file_named_like_a_remainder_is_none) {
+TEST(Remainder, a_file_named_like_a_remainder_is_not_one) {
   EXPECT_FALSE(isRemainder(named("__rest__", "/home/h/__rest__")));
   EXPECT_FALSE(isRemainder(named("+ 6 more", "/home/h/+ 6 more")));
   EXPECT_FALSE(isRemainder(named("+ notes", "/home/h/+ notes")));

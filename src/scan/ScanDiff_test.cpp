@@ -42,7 +42,7 @@ TEST(Flatten, two_levels_are_the_root_its_children_and_their_children) {
                                    Pair("/h/f", 10)));
 }
 
-TEST(Flatten, stops_at_its_deepest_level) {
+TEST(Flatten, flatten_stops_at_the_deepest_level) {
   EXPECT_THAT(ScanDiff::flatten(sample(), 0, 0), UnorderedElementsAre(Pair("/h", 100)));
   EXPECT_THAT(
       ScanDiff::flatten(sample(), 0, 1),
@@ -51,13 +51,13 @@ TEST(Flatten, stops_at_its_deepest_level) {
   EXPECT_EQ(ScanDiff::flatten(sample(), 0, 1000).size(), 8U);
 }
 
-TEST(Flatten, counts_levels_from_the_depth_it_begins_at) {
+TEST(Flatten, levels_are_counted_from_the_given_depth) {
   EXPECT_EQ(ScanDiff::flatten(sample(), 1, 2), ScanDiff::flatten(sample(), 0, 1));
   EXPECT_EQ(ScanDiff::flatten(sample(), 2, 2), ScanDiff::flatten(sample(), 0, 0));
   EXPECT_EQ(ScanDiff::flatten(sample(), -1, 1), ScanDiff::flatten(sample(), 0, 2));
 }
 
-TEST(Flatten, contains_its_node_even_below_the_deepest_level) {
+TEST(Flatten, the_given_node_is_included_even_below_the_deepest_level) {
   EXPECT_THAT(ScanDiff::flatten(sample(), 5, 2), UnorderedElementsAre(Pair("/h", 100)));
   constexpr int deepest = std::numeric_limits<int>::max();
   constexpr int highest = std::numeric_limits<int>::min();
@@ -65,31 +65,31 @@ TEST(Flatten, contains_its_node_even_below_the_deepest_level) {
   EXPECT_EQ(ScanDiff::flatten(sample(), highest, deepest).size(), 8U);
 }
 
-TEST(Flatten, begins_at_any_node_of_a_tree) {
+TEST(Flatten, flatten_starts_at_any_node_of_a_tree) {
   EXPECT_THAT(ScanDiff::flatten(sample().children().front(), 0, 1),
               UnorderedElementsAre(Pair("/h/a", 60), Pair("/h/a/b", 40), Pair("/h/a/__rest__", 5)));
   EXPECT_THAT(ScanDiff::flatten(DiskNode(), 0, 2), UnorderedElementsAre(Pair("", 0)));
 }
 
-TEST(Flatten, joins_paths_below_the_root_of_the_disk) {
+TEST(Flatten, paths_below_the_root_of_the_disk_have_one_slash) {
   const DiskNode disk = node("/", true, 9, {node("/a", true, 9, {node("/a/b", false, 9)})});
   EXPECT_THAT(ScanDiff::flatten(disk, 0, 2),
               UnorderedElementsAre(Pair("/", 9), Pair("/a", 9), Pair("/a/b", 9)));
 }
 
-TEST(Flatten, keeps_a_path_that_is_not_below_its_parent) {
+TEST(Flatten, a_path_outside_that_of_the_parent_is_kept) {
   const DiskNode tree =
       node("/h", true, 9, {node("/q", true, 5, {node("/q/x", false, 5)}), node("/h/b", false, 4)});
   EXPECT_THAT(ScanDiff::flatten(tree, 0, 2),
               UnorderedElementsAre(Pair("/h", 9), Pair("/q", 5), Pair("/q/x", 5), Pair("/h/b", 4)));
 }
 
-TEST(Flatten, keeps_the_later_of_two_nodes_with_one_path) {
+TEST(Flatten, the_later_of_two_nodes_with_one_path_is_kept) {
   const DiskNode tree = node("/h", true, 9, {node("/h/a", false, 5), node("/h/a", false, 4)});
   EXPECT_THAT(ScanDiff::flatten(tree, 0, 2), UnorderedElementsAre(Pair("/h", 9), Pair("/h/a", 4)));
 }
 
-TEST(Flatten, keeps_names_that_are_not_utf8_apart) {
+TEST(Flatten, names_that_are_not_utf8_stay_distinct) {
   const DiskNode tree =
       node("/h", true, 9,
            {node("/h/caf\xe9", false, 5), node("/h/caf\xe8", false, 3), node("/h/\n", false, 1)});
@@ -98,7 +98,7 @@ TEST(Flatten, keeps_names_that_are_not_utf8_apart) {
                                    Pair("/h/\n", 1)));
 }
 
-TEST(Flatten, flattens_a_deep_tree_without_recursion) {
+TEST(Flatten, a_deep_tree_is_flattened_without_recursion) {
   constexpr int depth = 3000;
   DiskTreeBuilder builder;
   builder.open({"d", 1, true, FileKind::folder, {}}, "/d");
@@ -113,7 +113,7 @@ TEST(Flatten, flattens_a_deep_tree_without_recursion) {
 
 // Relative paths.
 
-TEST(FlattenRelative, flattens_to_paths_relative_to_the_root) {
+TEST(FlattenRelative, paths_are_relative_to_the_root) {
   EXPECT_THAT(
       ScanDiff::flattenRelative(sample(), "/h", 0, 2),
       UnorderedElementsAre(Pair(".", 100), Pair("a", 60), Pair("a/b", 40), Pair("a/__rest__", 5),
@@ -122,7 +122,7 @@ TEST(FlattenRelative, flattens_to_paths_relative_to_the_root) {
             ScanDiff::flattenRelative(sample(), "/h", 0, 2));
 }
 
-TEST(FlattenRelative, leaves_a_path_outside_the_root_as_it_is) {
+TEST(FlattenRelative, a_path_outside_the_root_stays_as_it_is) {
   EXPECT_THAT(
       ScanDiff::flattenRelative(sample(), "/h/a", 0, 1),
       UnorderedElementsAre(Pair("/h", 100), Pair(".", 60), Pair("/h/ab", 30), Pair("/h/f", 10)));
@@ -134,14 +134,14 @@ TEST(FlattenRelative, paths_of_the_whole_disk_lose_their_first_slash) {
               UnorderedElementsAre(Pair(".", 9), Pair("a", 9), Pair("a/b", 9)));
 }
 
-TEST(RelativeKey, key_of_the_root_is_a_dot_with_or_without_a_final_slash) {
+TEST(RelativeKey, the_key_of_the_root_is_a_dot_with_or_without_a_final_slash) {
   EXPECT_EQ(ScanDiff::relativeKey("/h", "/h"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/h", "/h/"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/h/", "/h/"), ".");
   EXPECT_EQ(ScanDiff::relativeKey("/", "/"), ".");
 }
 
-TEST(RelativeKey, key_of_a_path_below_the_root_omits_the_root) {
+TEST(RelativeKey, the_key_of_a_path_below_the_root_omits_the_root) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/a", "/h"), "a");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a/b", "/h/"), "a/b");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a/", "/h"), "a/");
@@ -149,7 +149,7 @@ TEST(RelativeKey, key_of_a_path_below_the_root_omits_the_root) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/caf\xe9", "/h"), "caf\xe9");
 }
 
-TEST(RelativeKey, key_of_a_path_outside_the_root_is_the_path) {
+TEST(RelativeKey, the_key_of_a_path_outside_the_root_is_the_path) {
   EXPECT_EQ(ScanDiff::relativeKey("/q/a", "/h"), "/q/a");
   EXPECT_EQ(ScanDiff::relativeKey("/ha", "/h"), "/ha");
   EXPECT_EQ(ScanDiff::relativeKey("/", "/h"), "/");
@@ -157,7 +157,7 @@ TEST(RelativeKey, key_of_a_path_outside_the_root_is_the_path) {
   EXPECT_EQ(ScanDiff::relativeKey("a", "/"), "a");
 }
 
-TEST(RelativeKey, removes_one_slash_from_the_root_and_no_more) {
+TEST(RelativeKey, only_one_trailing_slash_of_the_root_is_removed) {
   EXPECT_EQ(ScanDiff::relativeKey("/h/", "/h"), "");
   EXPECT_EQ(ScanDiff::relativeKey("/h/a", "/h//"), "/h/a");
   EXPECT_EQ(ScanDiff::relativeKey("/", "//"), ".");
@@ -177,36 +177,36 @@ std::vector<std::string> pathsOf(const std::vector<ScanDelta>& deltas) {
   return paths;
 }
 
-TEST(Compare, finds_nothing_in_equal_maps) {
+TEST(Compare, equal_maps_have_no_growth) {
   const PathSizes sizes{{"/h", 100 * MiB}, {"/h/a", 60 * MiB}};
   EXPECT_THAT(ScanDiff::compare(sizes, sizes, MiB), IsEmpty());
   EXPECT_THAT(ScanDiff::compare({}, {}, MiB), IsEmpty());
 }
 
-TEST(Compare, lists_growth_of_exactly_the_threshold) {
+TEST(Compare, growth_of_exactly_the_threshold_is_listed) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 7}}, {{"/h/a", 7 + MiB}}, MiB),
               ElementsAre(ScanDelta{"a", "/h/a", 7, 7 + MiB}));
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 7}}, {{"/h/a", 6 + MiB}}, MiB), IsEmpty());
 }
 
-TEST(Compare, does_not_list_shrunk_or_removed_paths) {
+TEST(Compare, shrunk_and_removed_paths_are_not_listed) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 9 * MiB}, {"/h/b", 9 * MiB}, {"/h/gone", 9 * MiB}},
                                 {{"/h/a", 9 * MiB - 1}, {"/h/b", 0}}, MiB),
               IsEmpty());
 }
 
-TEST(Compare, counts_a_new_path_as_grown_from_0) {
+TEST(Compare, a_new_path_has_grown_from_0) {
   EXPECT_THAT(ScanDiff::compare({{"/h/a", 9 * MiB}},
                                 {{"/h/a", 9 * MiB}, {"/h/new", MiB}, {"/h/small", MiB - 1}}, MiB),
               ElementsAre(ScanDelta{"new", "/h/new", 0, MiB}));
 }
 
-TEST(Compare, lists_all_paths_after_a_first_scan) {
+TEST(Compare, all_paths_from_the_threshold_on_are_listed_after_a_first_scan) {
   const PathSizes sizes{{"/h", 9 * MiB}, {"/h/a", 5 * MiB}, {"/h/b", 2 * MiB}, {"/h/c", MiB - 1}};
   EXPECT_THAT(pathsOf(ScanDiff::compare({}, sizes, MiB)), ElementsAre("/h", "/h/a", "/h/b"));
 }
 
-TEST(Compare, sorts_by_growth_and_then_by_bytes_of_the_path) {
+TEST(Compare, paths_are_sorted_by_growth_and_then_by_their_bytes) {
   const PathSizes older{{"/h/big", 500}, {"/h/a", 1}};
   const PathSizes newer{{"/h/big", 510}, {"/h/\xff", 5}, {"/h/z", 5}, {"/h/a/b", 5},
                         {"/h/a!", 5},    {"/h/b", 20},   {"/h/a", 6}};
@@ -214,7 +214,7 @@ TEST(Compare, sorts_by_growth_and_then_by_bytes_of_the_path) {
               ElementsAre("/h/b", "/h/big", "/h/a", "/h/a!", "/h/a/b", "/h/z", "/h/\xff"));
 }
 
-TEST(Compare, names_each_path_by_its_last_component) {
+TEST(Compare, each_path_is_named_by_its_last_component) {
   const std::vector<ScanDelta> deltas = ScanDiff::compare(
       {}, {{"/", 5}, {"/h/a/", 4}, {"", 3}, {"/h/caf\xe9", 2}, {"/h/__rest__", 1}}, 1);
   EXPECT_THAT(deltas, ElementsAre(ScanDelta{"/", "/", 0, 5}, ScanDelta{"a", "/h/a/", 0, 4},
@@ -222,7 +222,7 @@ TEST(Compare, names_each_path_by_its_last_component) {
                                   ScanDelta{"__rest__", "/h/__rest__", 0, 1}));
 }
 
-TEST(Compare, uses_the_given_threshold) {
+TEST(Compare, the_given_threshold_applies_even_at_or_below_zero) {
   const PathSizes older{{"/h/a", 5}, {"/h/b", 5}};
   const PathSizes newer{{"/h/a", 5}, {"/h/b", 3}};
   EXPECT_THAT(pathsOf(ScanDiff::compare(older, newer, 1)), IsEmpty());
@@ -230,7 +230,7 @@ TEST(Compare, uses_the_given_threshold) {
   EXPECT_THAT(pathsOf(ScanDiff::compare(older, newer, -2)), ElementsAre("/h/a", "/h/b"));
 }
 
-TEST(Compare, counts_an_overflowing_difference_as_the_largest) {
+TEST(Compare, an_overflowing_difference_counts_as_the_largest) {
   const PathSizes older{{"/up", least}, {"/down", most}, {"/same", least}, {"/most", 0}};
   const PathSizes newer{{"/up", most}, {"/down", least}, {"/same", least}, {"/most", most}};
   EXPECT_THAT(
@@ -241,40 +241,40 @@ TEST(Compare, counts_an_overflowing_difference_as_the_largest) {
 
 // Two folders.
 
-TEST(CompareFolders, lists_paths_on_one_side_only_of_any_size) {
+TEST(CompareFolders, paths_on_one_side_only_are_listed_whatever_their_size) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 10}}, {}, MiB),
               ElementsAre(FolderCompareRow{"a", 10, 0}));
   EXPECT_THAT(ScanDiff::compareFolders({}, {{"a", 10}}, MiB),
               ElementsAre(FolderCompareRow{"a", 0, 10}));
 }
 
-TEST(CompareFolders, leaves_out_differences_below_the_threshold) {
+TEST(CompareFolders, differences_below_the_threshold_are_left_out) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5}}, {{"a", 4 + MiB}}, MiB), IsEmpty());
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 4 + MiB}}, {{"a", 5}}, MiB), IsEmpty());
 }
 
-TEST(CompareFolders, lists_a_difference_of_exactly_the_threshold_in_both_directions) {
+TEST(CompareFolders, a_difference_of_exactly_the_threshold_is_listed_in_both_directions) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5}}, {{"a", 5 + MiB}}, MiB),
               ElementsAre(FolderCompareRow{"a", 5, 5 + MiB}));
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 5 + MiB}}, {{"a", 5}}, MiB),
               ElementsAre(FolderCompareRow{"a", 5 + MiB, 5}));
 }
 
-TEST(CompareFolders, leaves_out_paths_of_size_0_on_both_sides) {
+TEST(CompareFolders, paths_of_size_0_on_both_sides_are_left_out) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 0}, {"b", 0}}, {{"a", 0}, {"c", 0}}, 0), IsEmpty());
 }
 
-TEST(CompareFolders, treats_size_0_as_missing) {
+TEST(CompareFolders, a_path_of_size_0_counts_as_missing) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", 0}, {"b", 10}}, {{"a", 10}, {"b", 0}}, MiB),
               ElementsAre(FolderCompareRow{"a", 0, 10}, FolderCompareRow{"b", 10, 0}));
 }
 
-TEST(CompareFolders, finds_nothing_between_equal_maps) {
+TEST(CompareFolders, equal_maps_have_no_differences) {
   const PathSizes sizes{{".", 9 * MiB}, {"a", 3}};
   EXPECT_THAT(ScanDiff::compareFolders(sizes, sizes, MiB), IsEmpty());
 }
 
-TEST(CompareFolders, sorts_by_difference_and_then_by_bytes_of_the_path) {
+TEST(CompareFolders, paths_are_sorted_by_difference_and_then_by_their_bytes) {
   const PathSizes left{{".", 100}, {"z", 7}, {"\xff", 7}, {"a/b", 7}, {"both", 50}};
   const PathSizes right{{".", 90}, {"a", 7}, {"a!", 7}, {"big", 40}, {"both", 48}};
   EXPECT_THAT(ScanDiff::compareFolders(left, right, 2),
@@ -284,7 +284,7 @@ TEST(CompareFolders, sorts_by_difference_and_then_by_bytes_of_the_path) {
                           FolderCompareRow{"\xff", 7, 0}, FolderCompareRow{"both", 50, 48}));
 }
 
-TEST(CompareFolders, counts_an_overflowing_difference_as_the_largest) {
+TEST(CompareFolders, an_overflowing_difference_counts_as_the_largest) {
   EXPECT_THAT(ScanDiff::compareFolders({{"a", least}, {"b", most}, {"c", 1}},
                                        {{"a", most}, {"b", least}, {"c", most}}, MiB),
               ElementsAre(FolderCompareRow{"a", least, most}, FolderCompareRow{"b", most, least},

@@ -64,54 +64,54 @@ DiskNode sample() {
 
 // Largest files.
 
-TEST(LargestFiles, compares_the_files_of_all_folders) {
+TEST(LargestFiles, the_files_of_all_folders_are_compared) {
   EXPECT_THAT(largest(sample(), 10), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
 }
 
-TEST(LargestFiles, gives_whole_nodes) {
+TEST(LargestFiles, files_are_listed_as_whole_nodes) {
   const std::vector<DiskNode> files = ScanInsights::largestFiles(sample(), 1);
   EXPECT_THAT(files, ElementsAre(file("/h/a/b/f", 8000)));
 }
 
-TEST(LargestFiles, lists_no_more_files_than_the_limit) {
+TEST(LargestFiles, no_more_files_than_the_limit_are_listed) {
   EXPECT_THAT(largest(sample(), 2), ElementsAre("/h/a/b/f", "/h/k"));
   EXPECT_THAT(largest(sample(), 3), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
   EXPECT_THAT(largest(sample(), noLimit), ElementsAre("/h/a/b/f", "/h/k", "/h/a/g"));
 }
 
-TEST(LargestFiles, lists_no_files_for_a_limit_below_one) {
+TEST(LargestFiles, no_files_are_listed_for_a_limit_below_one) {
   EXPECT_THAT(largest(sample(), 0), IsEmpty());
   EXPECT_THAT(largest(sample(), -1), IsEmpty());
   EXPECT_THAT(largest(sample(), std::numeric_limits<std::int64_t>::min()), IsEmpty());
 }
 
-TEST(LargestFiles, never_contains_a_remainder_although_it_counts_as_a_file) {
+TEST(LargestFiles, a_remainder_is_never_listed_although_it_counts_as_a_file) {
   const DiskNode tree = folder("/h", 500, {file("/h/f", 1), remainder("/h", 499)});
   EXPECT_THAT(largest(tree, 10), ElementsAre("/h/f"));
   EXPECT_EQ(ScanInsights::stats(tree, 0).files, 2);
 }
 
-TEST(LargestFiles, leaves_out_a_file_that_is_named_like_a_remainder) {
+TEST(LargestFiles, a_file_named_like_a_remainder_is_left_out) {
   const DiskNode tree = folder("/h", 9, {file("/h/+ notes", 5), file("/h/+notes", 4)});
   EXPECT_THAT(largest(tree, 10), ElementsAre("/h/+notes"));
 }
 
-TEST(LargestFiles, lists_a_root_that_is_a_file) {
+TEST(LargestFiles, a_root_that_is_a_file_is_listed) {
   EXPECT_THAT(largest(file("/single", 5), 10), ElementsAre("/single"));
   EXPECT_THAT(largest(folder("/h", 5), 10), IsEmpty());
   EXPECT_THAT(largest(remainder("/h", 5), 10), IsEmpty());
 }
 
-TEST(LargestFiles, lists_only_files_below_the_given_node) {
+TEST(LargestFiles, only_files_below_the_given_node_are_listed) {
   EXPECT_THAT(largest(sample().children().front(), 10), ElementsAre("/h/a/b/f", "/h/a/g"));
 }
 
-TEST(LargestFiles, lists_files_in_a_bundle_that_has_children) {
+TEST(LargestFiles, files_in_a_bundle_that_has_children_are_listed) {
   const DiskNode tree = folder("/T.app", 9, {file("/T.app/binary", 9)}, FileKind::app);
   EXPECT_THAT(largest(tree, 10), ElementsAre("/T.app/binary"));
 }
 
-TEST(LargestFiles, lists_equal_files_in_walk_order) {
+TEST(LargestFiles, files_of_equal_size_are_listed_in_walk_order) {
   std::vector<DiskNode> files;
   std::vector<std::string> paths;
   for (int k = 0; k < 100; ++k) {

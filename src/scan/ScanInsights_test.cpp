@@ -30,7 +30,7 @@ std::vector<std::string> pathsOf(const std::optional<std::vector<DiskNode>>& cha
   return paths;
 }
 
-TEST(ScanInsightsChain, chain_runs_from_the_root_to_the_target) {
+TEST(ScanInsightsChain, a_chain_runs_from_the_root_to_the_target) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h/a/y")),
               ElementsAre("/h", "/h/a", "/h/a/y"));
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h/ab/x")),
@@ -39,30 +39,30 @@ TEST(ScanInsightsChain, chain_runs_from_the_root_to_the_target) {
               ElementsAre("/h", "/h/__rest__"));
 }
 
-TEST(ScanInsightsChain, chain_to_the_root_is_the_root_alone) {
+TEST(ScanInsightsChain, the_chain_to_the_root_is_the_root_alone) {
   EXPECT_THAT(pathsOf(ScanInsights::chain(sample(), "/h")), ElementsAre("/h"));
 }
 
-TEST(ScanInsightsChain, chain_is_absent_for_a_path_outside_the_tree) {
+TEST(ScanInsightsChain, a_path_outside_the_tree_has_no_chain) {
   for (const char* path : {"", "/", "/h/", "/h/a/", "/h/a/z", "/h/a/x/deeper", "/h/abc", "/q",
                            "/q/a", "/q/ab/x", "x"}) {
     EXPECT_EQ(ScanInsights::chain(sample(), path), std::nullopt) << path;
   }
 }
 
-TEST(ScanInsightsChain, chain_starts_at_any_node_and_stays_below_it) {
+TEST(ScanInsightsChain, a_chain_starts_at_any_node_and_stays_below_it) {
   const DiskNode a = sample().children().front();
   EXPECT_THAT(pathsOf(ScanInsights::chain(a, "/h/a/x")), ElementsAre("/h/a", "/h/a/x"));
   EXPECT_EQ(ScanInsights::chain(a, "/h"), std::nullopt);
   EXPECT_EQ(ScanInsights::chain(a, "/h/ab"), std::nullopt);
 }
 
-TEST(ScanInsightsChain, chain_finds_paths_below_the_root_directory) {
+TEST(ScanInsightsChain, paths_below_the_root_directory_have_a_chain) {
   const DiskNode disk = node("/", true, 9, {node("/a", true, 9, {node("/a/b", false, 9)})});
   EXPECT_THAT(pathsOf(ScanInsights::chain(disk, "/a/b")), ElementsAre("/", "/a", "/a/b"));
 }
 
-TEST(ScanInsightsChain, goes_on_with_the_next_sibling_after_a_dead_end) {
+TEST(ScanInsightsChain, the_search_goes_on_with_the_next_sibling_after_a_dead_end) {
   const DiskNode tree = node("/h", true, 9,
                              {node("/h/a", true, 5, {node("/h/a/x", false, 5)}),
                               node("/h/a", true, 4, {node("/h/a/y", false, 4)})});
@@ -71,24 +71,24 @@ TEST(ScanInsightsChain, goes_on_with_the_next_sibling_after_a_dead_end) {
   EXPECT_EQ((*chain)[1].size(), 4);
 }
 
-TEST(ScanInsightsChain, enters_a_child_that_does_not_lie_below_its_parent) {
+TEST(ScanInsightsChain, a_child_with_a_path_outside_that_of_its_parent_is_searched) {
   const DiskNode tree = node(
       "/h", true, 9, {node("/q/a", true, 5, {node("/q/a/x", false, 5)}), node("/h/b", false, 4)});
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/q/a/x")), ElementsAre("/h", "/q/a", "/q/a/x"));
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/h/b")), ElementsAre("/h", "/h/b"));
 }
 
-TEST(ScanInsightsChain, does_not_enter_a_folder_whose_name_is_a_prefix_of_the_wanted_one) {
+TEST(ScanInsightsChain, a_folder_whose_name_is_a_prefix_of_the_target_is_not_searched) {
   const DiskNode tree = node("/h", true, 9, {node("/h/a", true, 5, {node("/h/ab/x", false, 5)})});
   EXPECT_EQ(ScanInsights::chain(tree, "/h/ab/x"), std::nullopt);
 }
 
-TEST(ScanInsightsChain, compares_bytes) {
+TEST(ScanInsightsChain, paths_are_compared_by_their_bytes) {
   const DiskNode tree = node("/h", true, 9, {node("/h/\xff\n", false, 9)});
   EXPECT_THAT(pathsOf(ScanInsights::chain(tree, "/h/\xff\n")), ElementsAre("/h", "/h/\xff\n"));
 }
 
-TEST(ScanInsightsChain, chain_in_a_deep_tree_needs_no_recursion_and_linear_time) {
+TEST(ScanInsightsChain, a_chain_in_a_deep_tree_needs_no_recursion_and_linear_time) {
   constexpr int depth = 100000;
   DiskTreeBuilder builder;
   std::string path = "/d";
@@ -106,11 +106,11 @@ TEST(ScanInsightsChain, chain_in_a_deep_tree_needs_no_recursion_and_linear_time)
   EXPECT_EQ(ScanInsights::stats(deep, 0).folders, depth + 1);
 }
 
-TEST(ScanInsightsStats, counts_nodes_files_and_folders) {
+TEST(ScanInsightsStats, nodes_files_and_folders_are_counted) {
   EXPECT_EQ(ScanInsights::stats(sample(), 1.5), (ScanStats{7, 3, 4, 1.5, 100}));
 }
 
-TEST(ScanInsightsStats, counts_only_nodes_below_the_given_one) {
+TEST(ScanInsightsStats, only_nodes_below_the_given_one_are_counted) {
   EXPECT_EQ(ScanInsights::stats(sample().children().front(), 0), (ScanStats{3, 1, 2, 0, 60}));
   EXPECT_EQ(ScanInsights::stats(DiskNode(), 0), (ScanStats{1, 1, 0, 0, 0}));
 }

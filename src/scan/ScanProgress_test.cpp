@@ -42,7 +42,7 @@ TEST_F(ScanProgressTest, progress_stays_at_most_1_when_entries_are_added_meanwhi
   EXPECT_THAT(fractions_, ElementsAre(0, 0.5, 0.5, 1, 1, 1, 1, 1, 1));
 }
 
-TEST_F(ScanProgressTest, a_folder_that_seemed_empty_counts_as_one_entry) {
+TEST_F(ScanProgressTest, a_folder_without_initial_entries_counts_as_one_entry) {
   ScanProgress progress = progressOf(0);
   progress.reachTop("a");
   progress.finishLastTop();
