@@ -1,4 +1,4 @@
-// Programs whose streams are read during waitUntil().
+// Programs whose streams are read in waitUntil().
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -22,7 +22,7 @@ Process sampled(std::vector<std::string> steps) {
   return std::move(process).value();
 }
 
-TEST(ProcessSample, is_not_held_up_by_what_it_writes_where_it_is_sampled) {
+TEST(ProcessSample, a_sampled_program_is_not_blocked_by_its_output) {
   Process process =
       sampled({"print", "1048576", "complain", "1048576", "print", "1048576", "exit", "7"});
   EXPECT_TRUE(process.waitUntil(Deadline::never()));
@@ -30,13 +30,13 @@ TEST(ProcessSample, is_not_held_up_by_what_it_writes_where_it_is_sampled) {
   EXPECT_EQ(process.sample(), std::string(Process::mostSampled, 'x'));
 }
 
-TEST(ProcessSample, is_sampled_in_the_order_of_writing) {
+TEST(ProcessSample, the_sample_is_in_the_order_of_writing) {
   Process process = sampled({"say", "first ", "complain", "3", "say", " last"});
   EXPECT_TRUE(process.waitUntil(Deadline::never()));
   EXPECT_EQ(process.sample(), "first xxx last");
 }
 
-TEST(ProcessSample, is_sampled_on_one_stream_alone) {
+TEST(ProcessSample, one_stream_alone_can_be_sampled) {
   Process::Launch launch{.path = testTool(), .args = {"print", "3", "complain", "1048576"}};
   launch.output = Process::Stream::captured;
   launch.error = Process::Stream::sampled;
@@ -47,8 +47,7 @@ TEST(ProcessSample, is_sampled_on_one_stream_alone) {
   EXPECT_EQ(process.value().sample(), std::string(Process::mostSampled, 'x'));
 }
 
-TEST(ProcessSample,
-     that_writes_without_end_is_not_waited_for_past_the_deadline_where_it_is_sampled) {
+TEST(ProcessSample, a_sampled_program_that_writes_without_end_is_waited_for_until_the_deadline) {
   Process process = sampled({"flood"});
   EXPECT_FALSE(process.waitUntil(Deadline::after(0.02)));
   EXPECT_FALSE(process.waitUntil(Deadline::after(0)));
@@ -63,7 +62,7 @@ TEST(ProcessSample,
   EXPECT_EQ(process.sample().size(), Process::mostSampled);
 }
 
-TEST(ProcessSample, that_hands_its_sampled_streams_on_is_waited_for_alone) {
+TEST(ProcessSample, a_process_that_inherited_the_sampled_streams_is_not_waited_for) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   Process process = sampled({"say", "mine", "hand-over", "hold", hold.path(), "say", "theirs"});

@@ -38,7 +38,7 @@ std::string outputOf(const Process::Launch& launch) {
   return process.value().readOutput(Deadline::never());
 }
 
-TEST(ProcessStreams, reads_what_is_written_to_its_captured_input) {
+TEST(ProcessStreams, a_program_reads_what_is_written_to_its_captured_input) {
   Process::Launch launch = tool({"copy"});
   launch.input = Process::Stream::captured;
   std::string text;
@@ -54,7 +54,7 @@ TEST(ProcessStreams, reads_what_is_written_to_its_captured_input) {
   }
 }
 
-TEST(ProcessStreams, finds_the_end_of_its_captured_input_when_nobody_holds_it_any_more) {
+TEST(ProcessStreams, a_captured_input_ends_when_its_process_object_is_destroyed) {
   const OwnProcess before = OwnProcess::now();
   {
     Process::Launch launch = tool({"copy"});
@@ -66,7 +66,7 @@ TEST(ProcessStreams, finds_the_end_of_its_captured_input_when_nobody_holds_it_an
 }
 
 // A SIGPIPE would end this program.
-TEST(ProcessStreams, is_not_written_to_once_it_does_not_read) {
+TEST(ProcessStreams, writing_to_a_program_that_does_not_read_fails) {
   Process::Launch launch = tool({});
   launch.input = Process::Stream::captured;
   Process process = Process::launch(launch).value();
@@ -74,7 +74,7 @@ TEST(ProcessStreams, is_not_written_to_once_it_does_not_read) {
   EXPECT_FALSE(process.writeInput("given", Deadline::never()));
 }
 
-TEST(ProcessStreams, is_not_written_to_past_the_deadline) {
+TEST(ProcessStreams, writing_to_a_program_fails_at_the_deadline) {
   Process::Launch launch = tool({"sleep"});
   launch.input = Process::Stream::captured;
   Process process = Process::launch(launch).value();
@@ -82,7 +82,7 @@ TEST(ProcessStreams, is_not_written_to_past_the_deadline) {
   process.kill();
 }
 
-TEST(ProcessStreams, is_read_while_it_runs) {
+TEST(ProcessStreams, output_is_read_while_the_program_runs) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   Process process = started({"say", "first", "hold", hold.path(), "say", "second"});
@@ -98,7 +98,7 @@ TEST(ProcessStreams, is_read_while_it_runs) {
   EXPECT_EQ(text, "firstsecond");
 }
 
-TEST(ProcessStreams, is_ended_although_it_refuses_to_end) {
+TEST(ProcessStreams, kill_ends_a_program_that_ignores_sigterm) {
   const TempTree folder;
   const ToolMessages ready(folder.at("ready"));
   Process process = started({"ignore-term", "tell", ready.path(), "sleep"});
@@ -109,7 +109,7 @@ TEST(ProcessStreams, is_ended_although_it_refuses_to_end) {
   process.kill();
 }
 
-TEST(ProcessStreams, has_nothing_to_read_and_is_not_heard_where_its_streams_are_discarded) {
+TEST(ProcessStreams, discarded_streams_are_empty_and_their_output_is_lost) {
   EXPECT_EQ(
       inForkedChild([]() -> std::string {
         int ends[2];

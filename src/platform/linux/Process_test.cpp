@@ -49,12 +49,12 @@ Process started(std::vector<std::string> steps) {
   return std::move(process).value();
 }
 
-TEST(Process, gets_its_arguments_as_they_are) {
+TEST(Process, arguments_are_passed_unchanged) {
   EXPECT_EQ(outputOf(tool({"say", "a b", "say", "'$HOME' \"*\" \\n;", "say", "", "say", "\xff\n"})),
             "a b'$HOME' \"*\" \\n;\xff\n");
 }
 
-TEST(Process, tells_its_exit_status) {
+TEST(Process, the_exit_status_is_reported) {
   Process process = started({"exit", "3"});
   EXPECT_EQ(process.exit(), std::nullopt);
   EXPECT_TRUE(process.waitUntil(Deadline::never()));
@@ -62,7 +62,7 @@ TEST(Process, tells_its_exit_status) {
   EXPECT_FALSE(process.exit()->isSuccess());
 }
 
-TEST(Process, tells_the_signal_that_ended_it) {
+TEST(Process, the_signal_that_ended_a_program_is_reported) {
   Process process = started({"sleep"});
   process.terminate();
   EXPECT_TRUE(process.waitUntil(Deadline::never()));
@@ -71,7 +71,7 @@ TEST(Process, tells_the_signal_that_ended_it) {
   process.terminate();
 }
 
-TEST(Process, is_not_waited_for_past_the_deadline) {
+TEST(Process, a_program_is_not_waited_for_past_the_deadline) {
   Process process = started({"sleep"});
   EXPECT_FALSE(process.waitUntil(Deadline::after(0)));
   EXPECT_FALSE(process.waitUntil(Deadline::after(0.02)));
@@ -81,7 +81,7 @@ TEST(Process, is_not_waited_for_past_the_deadline) {
   EXPECT_TRUE(process.waitUntil(Deadline::after(0)));
 }
 
-TEST(Process, is_asked_to_end_by_a_signal_that_it_can_handle) {
+TEST(Process, terminate_sends_a_signal_that_the_program_can_handle) {
   const TempTree folder;
   const ToolMessages ready(folder.at("ready"));
   Process process = started({"record-term", folder.at("asked"), "tell", ready.path(), "sleep"});
@@ -92,7 +92,7 @@ TEST(Process, is_asked_to_end_by_a_signal_that_it_can_handle) {
   EXPECT_EQ(access(folder.at("asked").c_str(), F_OK), 0);
 }
 
-TEST(Process, is_ended_by_a_signal_that_it_cannot_refuse) {
+TEST(Process, kill_ends_a_program_that_ignores_sigterm) {
   const TempTree folder;
   const ToolMessages ready(folder.at("ready"));
   Process process = started({"ignore-term", "tell", ready.path(), "sleep"});
@@ -105,7 +105,7 @@ TEST(Process, is_ended_by_a_signal_that_it_cannot_refuse) {
   process.kill();
 }
 
-TEST(Process, is_waited_for_through_interruptions) {
+TEST(Process, waiting_continues_after_interruptions_by_signals) {
   struct sigaction action {};
   action.sa_handler = [](int) {};
   struct sigaction before {};
@@ -124,20 +124,20 @@ TEST(Process, is_waited_for_through_interruptions) {
   sigaction(SIGUSR1, &before, nullptr);
 }
 
-TEST(Process, starts_in_the_given_folder) {
+TEST(Process, a_program_starts_in_the_given_folder) {
   const TempTree folder("in\\shere/");
   Process::Launch launch = tool({"cwd"});
   launch.cwd = folder.at("in here");
   EXPECT_EQ(outputOf(launch), folder.at("in here"));
 }
 
-TEST(Process, starts_where_we_are_without_a_folder) {
+TEST(Process, a_program_without_a_given_folder_starts_in_the_current_one) {
   char here[4096];
   ASSERT_NE(getcwd(here, sizeof here), nullptr);
   EXPECT_EQ(outputOf(tool({"cwd"})), here);
 }
 
-TEST(Process, inherits_the_environment_with_the_given_variables) {
+TEST(Process, a_program_inherits_the_environment_with_the_given_variables) {
   setenv("TESSALY_TEST_OURS", "ours", 1);
   setenv("TESSALY_TEST_REPLACED", "ours", 1);
   Process::Launch launch = tool({"variable", "TESSALY_TEST_OURS", "variable",
@@ -149,7 +149,7 @@ TEST(Process, inherits_the_environment_with_the_given_variables) {
   unsetenv("TESSALY_TEST_REPLACED");
 }
 
-TEST(Process, has_no_descriptor_of_ours) {
+TEST(Process, a_program_inherits_no_other_descriptors) {
   // Neither is closed automatically when a program is started.
   const Descriptor file(open("/dev/null", O_RDONLY));
   const Descriptor high(fcntl(file.get(), F_DUPFD, 700));
@@ -157,7 +157,7 @@ TEST(Process, has_no_descriptor_of_ours) {
   EXPECT_EQ(outputOf(tool({"descriptors"})), "0 1 2");
 }
 
-TEST(Process, has_no_signal_blocked_or_ignored) {
+TEST(Process, a_program_starts_with_no_signal_blocked_or_ignored) {
   sigset_t all;
   sigset_t before;
   sigfillset(&all);
@@ -171,7 +171,7 @@ TEST(Process, has_no_signal_blocked_or_ignored) {
                                    "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"));
 }
 
-TEST(Process, tells_its_status_where_ended_children_were_ignored) {
+TEST(Process, the_exit_status_is_reported_even_if_sigchld_was_ignored) {
   for (const int flags : {0, SA_NOCLDWAIT}) {
     EXPECT_EQ(inForkedChild([&] {
                 struct sigaction action {};
@@ -184,7 +184,7 @@ TEST(Process, tells_its_status_where_ended_children_were_ignored) {
   }
 }
 
-TEST(Process, reads_our_standard_input) {
+TEST(Process, a_program_inherits_the_standard_input) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               int ends[2];
               if (pipe(ends) != 0 || write(ends[1], "given", 5) != 5) return "no pipe";
@@ -196,7 +196,7 @@ TEST(Process, reads_our_standard_input) {
             "given");
 }
 
-TEST(Process, writes_to_our_streams_where_they_are_inherited) {
+TEST(Process, a_program_writes_to_inherited_streams) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               int ends[2];
               if (pipe(ends) != 0) return "no pipe";
@@ -214,11 +214,11 @@ TEST(Process, writes_to_our_streams_where_they_are_inherited) {
             "it is " + std::string(3, 'x'));
 }
 
-TEST(Process, does_not_mix_its_streams) {
+TEST(Process, errors_are_not_mixed_into_the_captured_output) {
   EXPECT_EQ(outputOf(tool({"complain", "10", "say", "fine", "complain", "10"})), "fine");
 }
 
-TEST(Process, is_in_our_session_unless_it_is_detached) {
+TEST(Process, only_a_detached_program_has_a_session_of_its_own) {
   Process::Launch launch = tool({});
   launch.path = "/bin/sh";
   launch.args = {"-c",
@@ -229,7 +229,7 @@ TEST(Process, is_in_our_session_unless_it_is_detached) {
   EXPECT_EQ(outputOf(launch).substr(0, 2), "1 ");
 }
 
-TEST(Process, has_none_of_our_streams_where_it_is_detached) {
+TEST(Process, a_detached_program_inherits_none_of_the_streams) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               int ends[2];
               if (pipe(ends) != 0 || write(ends[1], "ours", 4) != 4) return "no pipe";
@@ -248,7 +248,7 @@ TEST(Process, has_none_of_our_streams_where_it_is_detached) {
             "ours");
 }
 
-TEST(Process, is_captured_also_where_it_is_detached) {
+TEST(Process, the_output_of_a_detached_program_can_be_captured) {
   Process::Launch launch = tool({"copy", "complain", "10", "say", "fine ", "descriptors"});
   launch.isDetached = true;
   EXPECT_EQ(outputOf(launch), "fine 0 1 2");
@@ -258,7 +258,7 @@ class ClosedStreams : public testing::TestWithParam<int> {};
 
 INSTANTIATE_TEST_SUITE_P(of, ClosedStreams, testing::Range(1, 8));
 
-TEST_P(ClosedStreams, of_ours_change_nothing_about_captured_ones) {
+TEST_P(ClosedStreams, closed_standard_streams_do_not_affect_captured_ones) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               for (const int standard : {0, 1, 2}) {
                 if ((GetParam() & (1 << standard)) != 0) close(standard);
@@ -293,45 +293,45 @@ class ProcessRefusal : public testing::Test {
   }
 };
 
-TEST_F(ProcessRefusal, of_what_is_not_there) {
+TEST_F(ProcessRefusal, a_missing_program_is_refused) {
   expectError(file("missing"), SystemError::Kind::notFound);
 }
 
-TEST_F(ProcessRefusal, of_the_empty_path) {
+TEST_F(ProcessRefusal, an_empty_path_is_refused) {
   Process::Launch launch = tool({});
   launch.path.clear();
   expectError(launch, SystemError::Kind::notFound);
 }
 
-TEST_F(ProcessRefusal, of_what_may_not_be_run) {
+TEST_F(ProcessRefusal, a_file_without_execute_permission_is_refused) {
   expectError(file("note"), SystemError::Kind::notPermitted);
 }
 
-TEST_F(ProcessRefusal, of_what_is_no_program) {
+TEST_F(ProcessRefusal, a_file_that_is_no_program_is_refused) {
   expectError(file("garbage"), SystemError::Kind::other);
 }
 
-TEST_F(ProcessRefusal, of_a_folder) {
+TEST_F(ProcessRefusal, a_folder_is_refused) {
   expectError(file("folder"), SystemError::Kind::notPermitted);
 }
 
-TEST_F(ProcessRefusal, of_what_lies_in_a_file) {
+TEST_F(ProcessRefusal, a_path_below_a_file_is_refused) {
   expectError(file("note/tool"), SystemError::Kind::notADirectory);
 }
 
-TEST_F(ProcessRefusal, of_a_working_folder_that_is_not_there) {
+TEST_F(ProcessRefusal, a_missing_working_folder_is_refused) {
   Process::Launch launch = tool({});
   launch.cwd = folder_.at("missing");
   expectError(launch, SystemError::Kind::notFound);
 }
 
-TEST_F(ProcessRefusal, of_a_working_folder_that_is_a_file) {
+TEST_F(ProcessRefusal, a_working_folder_that_is_a_file_is_refused) {
   Process::Launch launch = tool({});
   launch.cwd = folder_.at("note");
   expectError(launch, SystemError::Kind::notADirectory);
 }
 
-TEST_F(ProcessRefusal, of_texts_that_would_be_cut) {
+TEST_F(ProcessRefusal, texts_with_a_nul_byte_are_refused) {
   using std::string_literals::operator""s;
   expectError(tool({"say", "a\0b"s}), SystemError::Kind::other);
   Process::Launch launch = tool({});
@@ -342,7 +342,7 @@ TEST_F(ProcessRefusal, of_texts_that_would_be_cut) {
   expectError(launch, SystemError::Kind::other);
 }
 
-TEST_F(ProcessRefusal, names_the_tool_that_is_stood_in_for) {
+TEST_F(ProcessRefusal, an_error_names_the_tool_and_not_its_stand_in) {
   Process::Launch launch = tool({});
   launch.path = "/usr/bin/osascript";
   launch.cwd = folder_.at("missing");
@@ -368,7 +368,7 @@ class FewDescriptors : public testing::TestWithParam<std::size_t> {};
 
 INSTANTIATE_TEST_SUITE_P(left, FewDescriptors, testing::Range<std::size_t>(0, 6));
 
-TEST_P(FewDescriptors, start_a_program_or_give_the_reason_and_leave_nothing_behind) {
+TEST_P(FewDescriptors, a_start_with_few_descriptors_succeeds_or_reports_the_reason_and_leaks_none) {
   constexpr std::size_t needed = 4;  // the ends of two pipes; the handle is opened later
   EXPECT_EQ(inForkedChild([]() -> std::string {
               std::vector<Descriptor> held = allDescriptorsBut(GetParam());
@@ -390,7 +390,7 @@ TEST_P(FewDescriptors, start_a_program_or_give_the_reason_and_leave_nothing_behi
             "");
 }
 
-TEST(Process, gives_the_reason_without_a_descriptor_for_its_handle_and_leaves_nothing_behind) {
+TEST(Process, a_start_without_a_descriptor_for_the_handle_reports_the_reason_and_leaks_none) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               std::vector<Descriptor> held = allDescriptorsBut(0);
               Process::Launch launch = tool({"sleep"});
@@ -407,23 +407,23 @@ TEST(Process, gives_the_reason_without_a_descriptor_for_its_handle_and_leaves_no
             "");
 }
 
-TEST(Process, leaves_its_whole_pipe_to_be_read_after_its_end) {
+TEST(Process, a_full_pipe_can_be_read_after_the_end_of_the_program) {
   EXPECT_EQ(outputOf(tool({"print", "65536"})), std::string(65536, 'x'));
 }
 
-TEST(Process, leaves_its_whole_pipe_to_be_read_past_the_deadline) {
+TEST(Process, a_full_pipe_can_be_read_after_the_deadline) {
   Process process = started({"print", "65536"});
   ASSERT_TRUE(process.waitUntil(Deadline::never()));
   EXPECT_EQ(process.readOutput(Deadline::after(0)), std::string(65536, 'x'));
 }
 
-TEST(Process, has_nothing_to_be_read_where_its_output_is_not_captured) {
+TEST(Process, an_output_that_is_not_captured_is_read_as_empty) {
   Process::Launch launch = tool({});
   launch.output = Process::Stream::inherited;
   EXPECT_EQ(outputOf(launch), "");
 }
 
-TEST(Process, is_read_up_to_the_end_of_those_who_hold_its_output) {
+TEST(Process, the_output_is_read_until_all_processes_that_hold_it_have_ended) {
   const TempTree folder;
   const ToolMessages left(folder.at("left"));
   Hold hold(folder.at("hold"));
@@ -435,7 +435,7 @@ TEST(Process, is_read_up_to_the_end_of_those_who_hold_its_output) {
   EXPECT_EQ(process.readOutput(Deadline::never()), "ab");
 }
 
-TEST(Process, is_read_until_the_deadline_where_others_hold_its_output) {
+TEST(Process, an_output_that_other_processes_hold_is_read_until_the_deadline) {
   const TempTree folder;
   const Hold hold(folder.at("hold"));
   Process process = started({"say", "a", "hand-over", "hold", hold.path(), "say", "b"});
@@ -443,7 +443,7 @@ TEST(Process, is_read_until_the_deadline_where_others_hold_its_output) {
   EXPECT_EQ(process.readOutput(Deadline::after(0.02)), "a");
 }
 
-TEST(Process, is_seen_off_when_nobody_waits_for_it) {
+TEST(Process, a_program_that_nobody_waits_for_is_reaped) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   const OwnProcess before = OwnProcess::now();
@@ -456,7 +456,7 @@ TEST(Process, is_seen_off_when_nobody_waits_for_it) {
   EXPECT_EQ(settled(after), after);
 }
 
-TEST(Process, is_seen_off_when_another_takes_its_place) {
+TEST(Process, a_program_whose_object_is_assigned_another_one_is_reaped) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   const OwnProcess before = OwnProcess::now();
@@ -475,7 +475,7 @@ TEST(Process, is_seen_off_when_another_takes_its_place) {
   EXPECT_EQ(settled(after), after);
 }
 
-TEST(ProcessDeathTest, is_left_to_itself_when_we_exit_before_it_has_ended) {
+TEST(ProcessDeathTest, a_running_program_does_not_delay_the_exit) {
   const TempTree folder;
   const Hold hold(folder.at("hold"));
   EXPECT_EXIT(
@@ -506,7 +506,7 @@ void waitUntilReaperSleeps() {
   eventually(sleeps, "a thread without a program to see off");
 }
 
-TEST(Process, is_seen_off_while_another_runs_on) {
+TEST(Process, a_program_is_reaped_while_another_one_runs) {
   const TempTree folder;
   Hold longHold(folder.at("long"));
   Hold shortHold(folder.at("short"));
@@ -523,7 +523,7 @@ TEST(Process, is_seen_off_while_another_runs_on) {
   EXPECT_EQ(settled(after), after);
 }
 
-TEST(Process, is_seen_off_while_another_runs_on_though_descriptors_have_run_out) {
+TEST(Process, a_program_is_reaped_while_another_one_runs_without_free_descriptors) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               const TempTree folder;
               Hold longHold(folder.at("long"));

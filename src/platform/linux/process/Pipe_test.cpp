@@ -11,7 +11,7 @@
 namespace tessaly::process {
 namespace {
 
-TEST(Pipe, carries_bytes_from_one_end_to_the_other) {
+TEST(Pipe, a_pipe_transfers_bytes_from_one_end_to_the_other) {
   const Result<Pipe> pipe = Pipe::make("");
   ASSERT_TRUE(pipe.ok());
   ASSERT_EQ(write(pipe.value().writing.get(), "abc", 3), 3);
@@ -19,7 +19,7 @@ TEST(Pipe, carries_bytes_from_one_end_to_the_other) {
   EXPECT_EQ(read(pipe.value().reading.get(), bytes, 3), 3);
 }
 
-TEST(Pipe, is_written_to_without_a_signal_where_it_is_made_of_sockets) {
+TEST(Pipe, a_pipe_of_sockets_can_be_written_to_without_raising_a_signal) {
   Result<Pipe> pipe = Pipe::makeOfSockets("");
   ASSERT_TRUE(pipe.ok());
   ASSERT_EQ(send(pipe.value().writing.get(), "abc", 3, MSG_NOSIGNAL), 3);
@@ -36,7 +36,8 @@ class PipeAmongClosedStreams : public testing::TestWithParam<int> {};
 
 INSTANTIATE_TEST_SUITE_P(of, PipeAmongClosedStreams, testing::Range(0, 8));
 
-TEST_P(PipeAmongClosedStreams, takes_the_number_of_none_and_stays_out_of_programs) {
+TEST_P(PipeAmongClosedStreams,
+       a_pipe_takes_no_standard_descriptor_and_is_not_inherited_by_programs) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               for (const int standard : {0, 1, 2}) {
                 if ((GetParam() & (1 << standard)) != 0) close(standard);
@@ -56,7 +57,7 @@ TEST_P(PipeAmongClosedStreams, takes_the_number_of_none_and_stays_out_of_program
             "");
 }
 
-TEST(Pipe, tells_what_it_was_meant_for_when_descriptors_run_out) {
+TEST(Pipe, an_error_for_lack_of_descriptors_names_the_purpose_of_the_pipe) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               // One is free, but a pipe needs two.
               const int next = dup(0);

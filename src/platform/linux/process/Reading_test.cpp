@@ -13,17 +13,17 @@ Descriptor endless() {
   return Descriptor(open("/dev/zero", O_RDONLY | O_CLOEXEC));
 }
 
-TEST(Reading, gives_up_past_the_deadline_after_what_is_sure_to_be_there) {
+TEST(Reading, reading_past_the_deadline_ends_after_the_bytes_that_are_surely_available) {
   constexpr std::size_t sure = 65536;
   EXPECT_EQ(readUntil(endless().get(), Deadline::after(0), sure).size(), sure);
   EXPECT_EQ(readUntil(endless().get(), Deadline::after(0), 0).size(), 0U);
 }
 
-TEST(Reading, gives_up_where_memory_has_an_end) {
+TEST(Reading, reading_ends_at_the_limit_of_memory) {
   EXPECT_EQ(readUntil(endless().get(), Deadline::never(), 0).size(), 64U * 1024 * 1024);
 }
 
-TEST(Reading, gives_nothing_where_nothing_can_be_read) {
+TEST(Reading, reading_from_an_invalid_descriptor_returns_nothing) {
   EXPECT_EQ(readUntil(-1, Deadline::never(), 100), "");
 }
 

@@ -46,7 +46,7 @@ struct Refused {
   }
 };
 
-TEST(Reaper, sees_off_what_has_ended_while_it_had_no_thread) {
+TEST(Reaper, a_child_that_ended_while_the_reaper_had_no_thread_is_reaped) {
   Refused& refused = Refused::one();
   refused.system.refuse();
   const pid_t number = child();
@@ -59,7 +59,7 @@ TEST(Reaper, sees_off_what_has_ended_while_it_had_no_thread) {
   EXPECT_FALSE(isThere(number));
 }
 
-TEST(Reaper, sees_off_what_still_runs_once_it_has_a_thread) {
+TEST(Reaper, a_running_child_is_reaped_once_the_reaper_has_a_thread) {
   Refused& refused = Refused::one();
   refused.system.refuse();
   const pid_t number = child();

@@ -42,7 +42,7 @@ TEST(ClosedMounts, a_mount_outside_the_root_is_not_known) {
   EXPECT_EQ(at(closedBelow("/sr", table), {"v"}), nullptr);
 }
 
-TEST(ClosedMounts, the_slash_root_has_every_mount_below_it) {
+TEST(ClosedMounts, all_mounts_are_below_the_root_directory) {
   const ClosedMounts places = closedBelow("/", table);
   ASSERT_NE(at(places, {"proc"}), nullptr);
   EXPECT_TRUE(at(places, {"proc"})->isClosed());
@@ -60,12 +60,12 @@ TEST(ClosedMounts, an_ordinary_file_system_is_open) {
   EXPECT_EQ(at(closedBelow("/srv", table), {"scratch"}), nullptr);
 }
 
-TEST(ClosedMounts, what_another_mount_hides_is_not_closed) {
+TEST(ClosedMounts, a_mount_that_another_one_hides_is_not_closed) {
   const std::string hidden = std::string(table) + "29 22 8:2 / /srv/jail rw - xfs /dev/sda2 rw\n";
   EXPECT_EQ(at(closedBelow("/srv", hidden), {"jail", "proc"}), nullptr);
 }
 
-TEST(ClosedMounts, a_mount_of_what_is_seen_elsewhere_is_closed_while_it_stands_there) {
+TEST(ClosedMounts, a_mount_of_a_folder_that_is_visible_elsewhere_is_closed) {
   const std::string bound =
       std::string(table) + "29 22 254:0 /srv/a /srv/b\\040c rw - ext4 /dev/vda rw\n";
   const ClosedMounts places = closedBelow("/srv", bound);

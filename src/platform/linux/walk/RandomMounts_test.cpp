@@ -181,7 +181,7 @@ const std::vector<std::string> asked = {"/",      "/a",       "/b",       "/a/a"
                                         "/a/a/a", "/a/b/a",   "/b/b/b",   "/ab/a", "/c/a",  "/a/ab",
                                         "/a/c/a", "/a/a/a/a", "/b/a/b/c", "x",     "x/a/b", ""};
 
-TEST(RandomMounts, are_seen_where_a_plain_look_sees_them) {
+TEST(RandomMounts, the_visible_mounts_are_those_of_a_simple_model) {
   for (unsigned seed = 0; seed < seeds; ++seed) {
     SCOPED_TRACE(seed);
     RandomMounts random(seed);
@@ -203,7 +203,7 @@ TEST(RandomMounts, are_seen_where_a_plain_look_sees_them) {
   }
 }
 
-TEST(RandomMounts, are_left_out_where_a_plain_choice_leaves_them_out) {
+TEST(RandomMounts, the_mounts_left_out_are_those_of_a_simple_model) {
   std::size_t leftOut = 0;
   for (unsigned seed = 0; seed < seeds; ++seed) {
     SCOPED_TRACE(seed);

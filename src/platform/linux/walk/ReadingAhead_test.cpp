@@ -16,18 +16,18 @@
 namespace tessaly {
 namespace {
 
-TEST(ThreadsOfAWalk, are_two_to_four_by_the_number_of_cores) {
+TEST(ThreadsOfAWalk, a_walk_has_two_to_four_threads_by_the_number_of_cores) {
   for (const auto& [cores, threads] :
        {std::pair(0U, 2), {1U, 2}, {2U, 2}, {3U, 3}, {4U, 4}, {5U, 4}, {64U, 4}}) {
     EXPECT_EQ(walk::threadCount(0, cores), threads) << cores;
   }
 }
 
-TEST(ThreadsOfAWalk, are_as_many_as_are_asked_for) {
+TEST(ThreadsOfAWalk, a_walk_has_as_many_threads_as_requested) {
   for (const int wanted : {1, 2, 3, 8}) EXPECT_EQ(walk::threadCount(wanted, 64), wanted);
 }
 
-TEST(ThreadsOfAWalk, are_there_beside_the_callers_until_it_ends) {
+TEST(ThreadsOfAWalk, the_threads_of_a_walk_end_with_it) {
   const TempTree tree("folder/\n");
   const OwnProcess before = OwnProcess::now();
   for (const int wanted : {0, 1, 2, 4}) {
@@ -92,7 +92,7 @@ class ReadingAhead : public testing::Test {
 
 // The root, 2,048 folders in it and all but one of the folders in these are 4,096. The caller and
 // the thread may each be reading one more.
-TEST_F(ReadingAhead, ends_after_4096_folders) {
+TEST_F(ReadingAhead, reading_ahead_stops_after_4096_folders) {
   const TempTree tree("folder-####/ x4000\n  inner/\n");
   const std::size_t count = countWhen(2047, tree);
   EXPECT_GE(count, 2047U);
@@ -100,15 +100,15 @@ TEST_F(ReadingAhead, ends_after_4096_folders) {
 }
 
 // 60 in the root, and 33 times 1,001.
-TEST_F(ReadingAhead, ends_after_32768_items) {
+TEST_F(ReadingAhead, reading_ahead_stops_after_32768_items) {
   const TempTree tree("folder-##/ x60\n  inner/\n  film### x1000\n");
   const std::size_t count = countWhen(33, tree);
   EXPECT_GE(count, 33U);
   EXPECT_LE(count, 35U);
 }
 
-// Waiting longer, until the caller has taken all of it, would leave the caller to read alone.
-TEST_F(ReadingAhead, goes_on_when_the_caller_has_taken_half_of_it) {
+// If it resumed only after the caller had taken all items, the caller would read alone.
+TEST_F(ReadingAhead, reading_ahead_resumes_when_the_caller_has_taken_half_of_the_items) {
   const TempTree tree("folder-####/ x4000\n  inner/\n");
   DirectoryWalk walk = walkOf(tree);
   ASSERT_NE(walk.next(), nullptr);
@@ -117,7 +117,7 @@ TEST_F(ReadingAhead, goes_on_when_the_caller_has_taken_half_of_it) {
   eventually([&] { return count_ >= 3000; }, "as many again, read ahead");
 }
 
-TEST_F(ReadingAhead, goes_on_as_the_caller_does) {
+TEST_F(ReadingAhead, reading_ahead_continues_while_the_caller_takes_items) {
   const TempTree tree("folder-####/ x4000\n  inner/\n");
   DirectoryWalk walk = walkOf(tree);
   ASSERT_NE(walk.next(), nullptr);

@@ -84,7 +84,7 @@ std::string toldOfAnother(const std::string& root, const std::function<bool()>& 
 }
 
 // The others are for the rest of the program.
-TEST(Reopening, is_there_to_keep_to_a_quarter_of_the_descriptors) {
+TEST(Reopening, folders_are_closed_and_reopened_to_use_a_quarter_of_the_descriptors) {
   const TempTree tree;
   plantFolders(tree.at("top"));
   EXPECT_EQ(inForkedChild([&]() -> std::string {
@@ -106,7 +106,7 @@ TEST(Reopening, is_there_to_keep_to_a_quarter_of_the_descriptors) {
             "");
 }
 
-TEST(Reopening, takes_no_other_folder_of_the_name) {
+TEST(Reopening, another_folder_of_the_same_name_is_not_entered) {
   const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(trees.walked(), [&] {
@@ -118,7 +118,7 @@ TEST(Reopening, takes_no_other_folder_of_the_name) {
 }
 
 // With one descriptor the walk opens whole paths, which may lead elsewhere.
-TEST(Reopening, takes_no_other_folder_of_the_path) {
+TEST(Reopening, another_folder_at_the_same_path_is_not_entered) {
   const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
@@ -132,7 +132,7 @@ TEST(Reopening, takes_no_other_folder_of_the_path) {
             "");
 }
 
-TEST(Reopening, follows_no_link_on_a_path) {
+TEST(Reopening, a_link_in_the_path_is_not_followed) {
   const TopAndOther trees;
   EXPECT_EQ(inForkedChild([&] {
               return toldOfAnother(
@@ -146,8 +146,8 @@ TEST(Reopening, follows_no_link_on_a_path) {
             "");
 }
 
-// The folder that has not been opened yet is replaced by a link to its neighbour, which has been.
-TEST(Reopening, follows_no_link_to_a_folder_beside_it) {
+// The folder that is not yet open is replaced by a link to its neighbour, which has been opened.
+TEST(Reopening, a_link_to_a_folder_beside_it_is_not_followed) {
   TempTree tree("walked/\n  top/\n");
   plantFolders(tree.at("walked/top"));
   EXPECT_EQ(inForkedChild([&]() -> std::string {
@@ -188,13 +188,13 @@ std::string toldOfAnotherFileSystem(bool hasOneDescriptor) {
   });
 }
 
-TEST(Reopening, takes_no_folder_of_the_number_on_another_file_system) {
+TEST(Reopening, a_folder_with_the_same_inode_number_on_another_file_system_is_not_entered) {
   const std::string told = toldOfAnotherFileSystem(false);
   if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
   EXPECT_EQ(told, "");
 }
 
-TEST(Reopening, takes_no_folder_of_the_path_on_another_file_system) {
+TEST(Reopening, a_folder_at_the_same_path_on_another_file_system_is_not_entered) {
   const std::string told = toldOfAnotherFileSystem(true);
   if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
   EXPECT_EQ(told, "");

@@ -49,11 +49,11 @@ Table disk() {
   return Table().add(0, "8:1", "/", "/");
 }
 
-TEST(RepeatedMounts, a_folder_bound_to_another_place_is_left_out_there) {
+TEST(RepeatedMounts, a_folder_that_is_bound_to_another_place_is_left_out_there) {
   EXPECT_THAT(disk().add(1, "8:1", "/data/home", "/home").leftOut("/"), ElementsAre("/home"));
 }
 
-TEST(RepeatedMounts, another_device_is_walked) {
+TEST(RepeatedMounts, a_mount_of_another_device_is_walked) {
   EXPECT_THAT(disk().add(1, "8:2", "/", "/home").add(1, "8:3", "/x", "/opt").leftOut("/"),
               IsEmpty());
 }
@@ -71,24 +71,24 @@ TEST(RepeatedMounts, the_root_of_the_walk_is_never_left_out) {
   EXPECT_THAT(table.leftOut("/mnt"), IsEmpty());
 }
 
-TEST(RepeatedMounts, a_mount_is_walked_where_nothing_else_in_the_walk_shows_it) {
+TEST(RepeatedMounts, a_mount_is_walked_if_nothing_else_in_the_walk_shows_its_folder) {
   const Table table = disk().add(1, "8:1", "/data/home", "/home/all");
   EXPECT_THAT(table.leftOut("/home"), IsEmpty());
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/home/all"));
 }
 
-TEST(RepeatedMounts, a_mount_is_walked_where_a_rule_keeps_the_walk_from_the_original) {
+TEST(RepeatedMounts, a_mount_is_walked_if_a_rule_excludes_the_original) {
   const Table table = disk().add(1, "8:1", "/data/home", "/home");
   EXPECT_THAT(table.leftOut("/", {"/data"}), IsEmpty());
   EXPECT_THAT(table.leftOut("/", {"/data/home"}), IsEmpty());
   EXPECT_THAT(table.leftOut("/", {"/data/home/me"}), ElementsAre("/home"));
 }
 
-TEST(RepeatedMounts, what_no_rule_lets_the_walk_enter_needs_not_be_left_out) {
+TEST(RepeatedMounts, a_mount_below_an_excluded_folder_is_not_left_out) {
   EXPECT_THAT(disk().add(1, "8:1", "/data", "/mnt/x").leftOut("/", {"/mnt"}), IsEmpty());
 }
 
-TEST(RepeatedMounts, a_mount_is_walked_where_another_one_hides_the_original) {
+TEST(RepeatedMounts, a_mount_is_walked_if_another_one_hides_the_original) {
   EXPECT_THAT(disk().add(1, "8:1", "/data/home", "/home").add(1, "8:2", "/", "/data").leftOut("/"),
               IsEmpty());
   EXPECT_THAT(
@@ -109,7 +109,7 @@ TEST(RepeatedMounts, two_parts_of_one_btrfs_are_both_walked) {
   EXPECT_THAT(table.leftOut("/mnt/top"), IsEmpty());
 }
 
-TEST(RepeatedMounts, parts_of_a_btrfs_are_left_out_where_the_whole_of_it_is_walked) {
+TEST(RepeatedMounts, parts_of_a_btrfs_are_left_out_if_the_whole_of_it_is_walked) {
   Table table;
   table.add(0, "0:30", "/@", "/", "btrfs")
       .add(1, "0:30", "/@home", "/home", "btrfs")
@@ -124,7 +124,7 @@ TEST(RepeatedMounts, a_part_of_a_btrfs_mounted_in_its_own_place_is_walked) {
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, of_equal_mounts_the_first_one_stays) {
+TEST(RepeatedMounts, the_first_of_equal_mounts_is_walked) {
   Table table = disk();
   table.add(1, "8:2", "/", "/a").add(1, "8:2", "/", "/b").add(1, "8:2", "/", "/c");
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/b", "/c"));
@@ -132,7 +132,7 @@ TEST(RepeatedMounts, of_equal_mounts_the_first_one_stays) {
   EXPECT_THAT(table.leftOut("/b"), IsEmpty());
 }
 
-TEST(RepeatedMounts, one_of_a_chain_stays) {
+TEST(RepeatedMounts, the_widest_mount_of_a_chain_is_walked) {
   Table table = disk();
   table.add(1, "8:2", "/x/y", "/c").add(1, "8:2", "/x", "/b").add(1, "8:2", "/", "/a");
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/c", "/b"));
@@ -145,7 +145,7 @@ TEST(RepeatedMounts, a_folder_bound_into_itself_is_left_out) {
   EXPECT_THAT(disk().add(1, "8:1", "/srv", "/srv/a/b").leftOut("/srv/a"), IsEmpty());
 }
 
-TEST(RepeatedMounts, two_that_hold_each_others_originals_do_not_both_go) {
+TEST(RepeatedMounts, two_mounts_that_contain_each_others_originals_are_not_both_left_out) {
   Table table = disk();
   table.add(1, "8:2", "/", "/m")
       .add(1, "8:3", "/", "/p")
@@ -154,7 +154,7 @@ TEST(RepeatedMounts, two_that_hold_each_others_originals_do_not_both_go) {
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/p/o", "/m/q"));
 }
 
-TEST(RepeatedMounts, a_mount_stays_that_holds_another_with_more_to_see) {
+TEST(RepeatedMounts, a_mount_that_contains_another_with_more_to_show_is_walked) {
   Table table = disk();
   table.add(1, "8:2", "/a/b", "/m")
       .add(1, "8:3", "/x/y", "/p")
@@ -163,13 +163,13 @@ TEST(RepeatedMounts, a_mount_stays_that_holds_another_with_more_to_see) {
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, what_stands_in_for_another_may_go_when_a_third_stands_in_for_both) {
+TEST(RepeatedMounts, a_mount_that_shows_another_may_be_left_out_if_a_third_one_shows_both) {
   Table table = disk();
   table.add(1, "8:1", "/srv/deep", "/c").add(1, "8:1", "/srv", "/b");
   EXPECT_THAT(table.leftOut("/"), ElementsAre("/c", "/b"));
 }
 
-TEST(RepeatedMounts, a_mount_in_a_mount_that_is_left_out_is_not_what_stays) {
+TEST(RepeatedMounts, a_mount_inside_one_that_is_left_out_does_not_replace_another) {
   Table table = disk();
   // /b is a recursive bind mount, so it includes the mounts in its source.
   table.add(1, "8:2", "/", "/a/disk").add(1, "8:1", "/a", "/b").add(3, "8:2", "/", "/b/disk");
@@ -177,34 +177,34 @@ TEST(RepeatedMounts, a_mount_in_a_mount_that_is_left_out_is_not_what_stays) {
   EXPECT_THAT(table.leftOut("/b"), IsEmpty());
 }
 
-TEST(RepeatedMounts, a_mount_stays_where_alone_a_disk_is_to_be_seen) {
+TEST(RepeatedMounts, a_mount_that_alone_shows_a_disk_is_walked) {
   Table table = disk();
   table.add(1, "8:1", "/a", "/b").add(2, "8:2", "/", "/b/disk");
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, hidden_mounts_do_not_count) {
+TEST(RepeatedMounts, hidden_mounts_are_ignored) {
   Table table = disk();
   table.add(1, "8:2", "/", "/a").add(2, "8:3", "/", "/a").add(1, "8:2", "/", "/b");
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, a_folder_that_was_deleted_is_shown_by_its_mount_alone) {
+TEST(RepeatedMounts, the_mount_of_a_deleted_folder_is_walked) {
   EXPECT_THAT(disk().add(1, "8:1", "/gone//deleted", "/home").leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, what_the_kernel_tells_of_itself_is_not_counted_among_them) {
+TEST(RepeatedMounts, pseudo_file_systems_are_ignored) {
   Table table = disk();
   table.add(1, "0:5", "/", "/proc", "proc").add(1, "0:5", "/", "/jail/proc", "proc");
   EXPECT_THAT(table.leftOut("/"), IsEmpty());
 }
 
-TEST(RepeatedMounts, names_that_are_no_text_are_compared_as_bytes) {
+TEST(RepeatedMounts, names_that_are_not_utf8_are_compared_as_bytes) {
   EXPECT_THAT(disk().add(1, "8:1", "/caf\xe9\\040x", "/b\xff").leftOut("/"), ElementsAre("/b\xff"));
   EXPECT_THAT(disk().add(1, "8:1", "/caf\xe9\\040x", "/b").leftOut("/", {"/caf\xe9 x"}), IsEmpty());
 }
 
-TEST(RepeatedMounts, nothing_is_left_out_where_nothing_is_listed) {
+TEST(RepeatedMounts, an_empty_list_leaves_nothing_out) {
   EXPECT_THAT(Table().leftOut("/"), IsEmpty());
 }
 

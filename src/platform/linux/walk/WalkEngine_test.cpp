@@ -11,7 +11,7 @@
 namespace tessaly::walk {
 namespace {
 
-TEST(WalkEngine, goes_on_with_the_threads_that_the_system_grants) {
+TEST(WalkEngine, a_walk_continues_with_the_threads_that_the_system_grants) {
   const TempTree tree("folder-##/ x30\n  inner-#/ x5\n    film 4K\nwide/\n  note-#### x5000");
   const MountSnapshot mounts({});
   constexpr int helpers = 3;
@@ -23,7 +23,7 @@ TEST(WalkEngine, goes_on_with_the_threads_that_the_system_grants) {
     std::size_t items = 0;
     while (walk.next() != nullptr) ++items;
     EXPECT_EQ(items, 30U + 30 * 5 + 30 * 5 + 1 + 5000) << granted;
-    // After a refusal it requests no more.
+    // After a refusal it requests no more threads.
     EXPECT_EQ(system.refused(), granted < helpers ? 1 : 0);
   }
 }
