@@ -13,20 +13,20 @@
 namespace tessaly {
 namespace {
 
-TEST(BaseDirectory, is_what_the_variable_says_when_that_is_absolute) {
+TEST(BaseDirectory, the_base_directory_is_that_of_the_variable_if_it_is_absolute) {
   EXPECT_EQ(baseDirectoryFrom("/data/\xff", "/home/u", ".config"), "/data/\xff");
   EXPECT_EQ(baseDirectoryFrom("/data//", "/home/u", ".config"), "/data");
   EXPECT_EQ(baseDirectoryFrom("/", "/home/u", ".config"), "/");
 }
 
-TEST(BaseDirectory, is_below_the_home_otherwise) {
+TEST(BaseDirectory, the_base_directory_is_below_the_home_otherwise) {
   for (const char* variable : {static_cast<const char*>(nullptr), "", "data", "./data", "~/data"}) {
     EXPECT_EQ(baseDirectoryFrom(variable, "/home/u", ".local/share"), "/home/u/.local/share");
   }
   EXPECT_EQ(baseDirectoryFrom(nullptr, "/", ".config"), "/.config");
 }
 
-TEST(BaseDirectory, each_purpose_has_its_variable) {
+TEST(BaseDirectory, each_purpose_has_its_own_variable) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               ::setenv("XDG_DATA_HOME", "/of/data", 1);
               ::setenv("XDG_CONFIG_HOME", "/of/settings", 1);
@@ -41,7 +41,7 @@ TEST(BaseDirectory, each_purpose_has_its_variable) {
             homeDirectory() + "/.local/share " + homeDirectory() + "/.config");
 }
 
-TEST(MakeFolders, makes_all_that_is_missing_for_the_user_alone) {
+TEST(MakeFolders, missing_folders_are_made_for_the_user_alone) {
   const TempTree tree("there/ mode=0755\n");
   EXPECT_TRUE(makeFolders(tree.at("there/a/b\xff/c")));
   EXPECT_TRUE(std::filesystem::is_directory(tree.at("there/a/b\xff/c")));
@@ -51,7 +51,7 @@ TEST(MakeFolders, makes_all_that_is_missing_for_the_user_alone) {
   }
 }
 
-TEST(MakeFolders, is_content_with_what_is_there) {
+TEST(MakeFolders, existing_folders_are_kept_as_they_are) {
   const TempTree tree("there/ mode=0755\nlink -> there\n");
   for (const std::string& path : {tree.at("there"), tree.at("there/"), tree.at("link"),
                                   tree.at("link/new"), std::string("/")}) {
@@ -61,7 +61,7 @@ TEST(MakeFolders, is_content_with_what_is_there) {
   EXPECT_TRUE(std::filesystem::is_directory(tree.at("there/new")));
 }
 
-TEST(MakeFolders, says_what_stands_in_the_way) {
+TEST(MakeFolders, a_file_or_a_dangling_link_in_the_path_is_reported_as_an_error) {
   const TempTree tree("file\nnowhere -> none\n");
   for (const char* path : {"file", "file/a", "nowhere/a", "nowhere"}) {
     const Outcome outcome = makeFolders(tree.at(path));
@@ -73,7 +73,7 @@ TEST(MakeFolders, says_what_stands_in_the_way) {
             SystemError::Kind::nameTooLong);
 }
 
-TEST(MakeFolders, says_so_where_the_user_may_not) {
+TEST(MakeFolders, a_folder_without_write_permission_is_reported_as_not_permitted) {
   const TempTree tree("locked/ mode=0555\n");
   ::chmod(tree.path().c_str(), 0755);
   EXPECT_EQ(asOtherUser([&]() -> std::string {

@@ -1,5 +1,5 @@
 // Which links are followed, depending on their owners. A third user owns the links, so only root
-// can set the tests up; an unprivileged user writes the file.
+// can set up the tests; an unprivileged user writes the file.
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -37,7 +37,7 @@ class AtomicFileLinks : public ::testing::Test {
     ASSERT_EQ(lchown(tree_.at(name).c_str(), owner, owner), 0);
   }
 
-  // "" once the file at `name` was replaced, else the error.
+  // "" if the file at `name` was replaced, else the error.
   std::string replaced(const std::string& name) const {
     return asOtherUser([&] {
       const Outcome outcome = AtomicFile::replace(
@@ -61,7 +61,7 @@ class AtomicFileLinks : public ::testing::Test {
       "  way -> ../private\n"};
 };
 
-TEST_F(AtomicFileLinks, of_a_third_user_lead_no_file_elsewhere) {
+TEST_F(AtomicFileLinks, a_replacement_does_not_follow_a_link_of_a_third_user) {
   give("shared/report", third);
   give("shared/fresh", third);
   EXPECT_EQ(replaced("shared/report"), refusal("shared/report"));
@@ -71,13 +71,13 @@ TEST_F(AtomicFileLinks, of_a_third_user_lead_no_file_elsewhere) {
   EXPECT_THAT(entriesOf(tree_.at("shared")), ElementsAre("chain", "fresh", "report", "way"));
 }
 
-TEST_F(AtomicFileLinks, of_a_third_user_lead_nowhere_from_a_folder_that_is_closed_to_him_either) {
+TEST_F(AtomicFileLinks, a_link_of_a_third_user_in_a_closed_folder_is_not_followed) {
   give("closed/report", third);
   EXPECT_EQ(replaced("closed/report"), refusal("closed/report"));
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
 }
 
-TEST_F(AtomicFileLinks, of_the_user_and_of_the_owner_of_the_folder_are_followed) {
+TEST_F(AtomicFileLinks, links_of_the_user_and_of_the_owner_of_the_folder_are_followed) {
   give("shared/report", nobody);
   EXPECT_EQ(replaced("shared/report"), "");
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
@@ -85,7 +85,7 @@ TEST_F(AtomicFileLinks, of_the_user_and_of_the_owner_of_the_folder_are_followed)
   EXPECT_EQ(contentOf(tree_.at("private/fresh")), "new");
 }
 
-TEST_F(AtomicFileLinks, are_looked_at_one_by_one) {
+TEST_F(AtomicFileLinks, the_owner_of_each_link_in_a_chain_is_checked) {
   give("shared/chain", nobody);
   give("shared/report", third);
   EXPECT_EQ(replaced("shared/chain"), refusal("shared/chain"));
@@ -95,7 +95,7 @@ TEST_F(AtomicFileLinks, are_looked_at_one_by_one) {
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
 }
 
-TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere) {
+TEST_F(AtomicFileLinks, a_folder_link_of_a_third_user_in_the_path_is_not_followed) {
   give("shared/way", third);
   EXPECT_EQ(replaced("shared/way/settings"), refusal("shared/way/settings"));
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
@@ -103,7 +103,7 @@ TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere) {
   EXPECT_EQ(replaced("shared/way/settings"), "");
 }
 
-TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_from_a_closed_folder_either) {
+TEST_F(AtomicFileLinks, a_folder_link_of_a_third_user_in_a_closed_folder_is_not_followed) {
   give("closed/way", third);
   EXPECT_EQ(replaced("closed/way/settings"), refusal("closed/way/settings"));
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "old");
@@ -112,7 +112,7 @@ TEST_F(AtomicFileLinks, of_a_third_user_on_the_way_lead_nowhere_from_a_closed_fo
   EXPECT_EQ(contentOf(tree_.at("private/settings")), "new");
 }
 
-TEST_F(AtomicFileLinks, of_a_third_user_are_neither_read_along_nor_set_aside) {
+TEST_F(AtomicFileLinks, reading_and_setting_aside_do_not_follow_a_link_of_a_third_user) {
   give("shared/report", third);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
               const Result<std::string> found = AtomicFile::read(tree_.at("shared/report"), 100);
@@ -126,7 +126,7 @@ TEST_F(AtomicFileLinks, of_a_third_user_are_neither_read_along_nor_set_aside) {
   EXPECT_THAT(entriesOf(tree_.at("private")), ElementsAre("settings"));
 }
 
-TEST(AtomicFileOwnLinks, lead_from_folder_to_folder_as_the_system_goes) {
+TEST(AtomicFileOwnLinks, links_in_the_path_are_resolved_as_the_system_resolves_them) {
   const TempTree tree("a/\n  b/\n    c/\n");
   fs::create_directory_symlink("b/./c//", tree.at("a/relative"));
   fs::create_directory_symlink(tree.at("a"), tree.at("a/b/absolute"));

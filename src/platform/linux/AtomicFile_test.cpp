@@ -45,7 +45,7 @@ std::string told(const Outcome& outcome) {
   return outcome ? "" : outcome.error().description();
 }
 
-TEST(AtomicFileReplace, makes_a_file_and_replaces_it) {
+TEST(AtomicFileReplace, a_replacement_creates_the_file_and_then_replaces_its_content) {
   const TempTree tree;
   for (const Durability durability : {Durability::cached, Durability::synced}) {
     for (const std::string& content : {std::string("first"), std::string(), std::string("3\0x", 3),
@@ -57,7 +57,7 @@ TEST(AtomicFileReplace, makes_a_file_and_replaces_it) {
   }
 }
 
-TEST(AtomicFileReplace, leaves_the_old_content_to_who_has_it_open) {
+TEST(AtomicFileReplace, a_process_that_has_the_file_open_keeps_the_old_content) {
   const TempTree tree;
   putFile(tree.at("f"), "old");
   std::ifstream reader(tree.at("f"));
@@ -65,7 +65,7 @@ TEST(AtomicFileReplace, leaves_the_old_content_to_who_has_it_open) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(reader), {}), "old");
 }
 
-TEST(AtomicFileReplace, grants_what_was_asked_whatever_the_old_file_granted) {
+TEST(AtomicFileReplace, the_new_file_has_the_requested_permissions_whatever_those_of_the_old_one) {
   const TempTree tree("open mode=0666\nclosed mode=0600\n");
   const mode_t before = umask(0027);
   EXPECT_TRUE(AtomicFile::replace(tree.at("open"), "", Durability::cached, Access::owner));
@@ -75,7 +75,7 @@ TEST(AtomicFileReplace, grants_what_was_asked_whatever_the_old_file_granted) {
   EXPECT_EQ(permissionsOf(tree.at("closed")), 0640U);
 }
 
-TEST(AtomicFileReplace, takes_the_longest_name) {
+TEST(AtomicFileReplace, a_name_of_the_maximum_length_can_be_replaced) {
   const TempTree tree;
   const std::string longest(255, 'n');
   EXPECT_TRUE(replaceIt(tree.at(longest), "x"));
@@ -86,7 +86,7 @@ TEST(AtomicFileReplace, takes_the_longest_name) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre(longest));
 }
 
-TEST(AtomicFileReplace, takes_a_name_in_the_current_folder) {
+TEST(AtomicFileReplace, a_path_without_a_folder_is_in_the_current_folder) {
   const TempTree tree;
   EXPECT_EQ(inForkedChild([&] {
               if (chdir(tree.path().c_str()) != 0) return std::string("no folder");
@@ -96,7 +96,7 @@ TEST(AtomicFileReplace, takes_a_name_in_the_current_folder) {
   EXPECT_EQ(contentOf(tree.at("f")), "x");
 }
 
-TEST(AtomicFileReplace, needs_the_folder) {
+TEST(AtomicFileReplace, a_missing_folder_is_an_error) {
   const TempTree tree("file\n");
   const Outcome missing = replaceIt(tree.at("none/f"), "x");
   ASSERT_FALSE(missing);
@@ -108,7 +108,7 @@ TEST(AtomicFileReplace, needs_the_folder) {
   EXPECT_EQ(replaceIt(tree.at(""), "x").error().kind, Kind::isADirectory);
 }
 
-TEST(AtomicFileReplace, replaces_what_a_link_leads_to) {
+TEST(AtomicFileReplace, the_target_of_a_link_is_replaced) {
   const TempTree tree(R"(
     kept/
       settings 4K
@@ -130,7 +130,7 @@ TEST(AtomicFileReplace, replaces_what_a_link_leads_to) {
   EXPECT_THAT(entriesOf(tree.at("used")), ElementsAre("absolute", "direct", "twice"));
 }
 
-TEST(AtomicFileReplace, fills_in_a_link_that_leads_nowhere) {
+TEST(AtomicFileReplace, the_missing_target_of_a_link_is_created_in_an_existing_folder) {
   const TempTree tree(R"(
     kept/
     link -> kept/new
@@ -148,7 +148,7 @@ TEST(AtomicFileReplace, fills_in_a_link_that_leads_nowhere) {
   EXPECT_EQ(loop.error().code, ELOOP);
 }
 
-TEST(AtomicFileReplace, follows_as_many_links_as_the_system_does) {
+TEST(AtomicFileReplace, as_many_links_as_the_system_follows_are_followed) {
   const TempTree tree;
   std::string target = "f";
   for (int number = 1; number <= 41; ++number) {
@@ -166,7 +166,7 @@ TEST(AtomicFileReplace, follows_as_many_links_as_the_system_does) {
   EXPECT_NE(::stat(tree.at("link-41").c_str(), &status), 0);
 }
 
-TEST(AtomicFileReplace, leaves_alone_what_is_no_file) {
+TEST(AtomicFileReplace, a_path_that_is_not_a_regular_file_is_not_replaced) {
   const TempTree tree(R"(
     folder/
     pipe fifo
@@ -190,7 +190,7 @@ TEST(AtomicFileReplace, leaves_alone_what_is_no_file) {
               ElementsAre("device", "folder", "folder-link", "pipe", "tap"));
 }
 
-TEST(AtomicFileReplace, says_so_where_the_user_may_not) {
+TEST(AtomicFileReplace, a_folder_without_write_permission_is_an_error) {
   const TempTree tree("locked/ mode=0555\n  f 4K\n");
   ASSERT_EQ(chmod(tree.path().c_str(), 0755), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
@@ -214,7 +214,7 @@ std::string onSmallDisk(const TempTree& tree, const std::function<std::string()>
   });
 }
 
-TEST(AtomicFileReplace, keeps_the_old_file_when_the_disk_is_full) {
+TEST(AtomicFileReplace, the_old_file_is_kept_when_the_disk_is_full) {
   const TempTree tree("full/\n");
   const std::string result = onSmallDisk(tree, [&]() -> std::string {
     const std::string path = tree.at("full/f");
@@ -233,11 +233,11 @@ TEST(AtomicFileReplace, keeps_the_old_file_when_the_disk_is_full) {
   EXPECT_EQ(result, "");
 }
 
-TEST(AtomicFileReplace, keeps_the_old_file_when_the_new_one_would_be_too_large) {
+TEST(AtomicFileReplace, the_old_file_is_kept_when_the_new_one_would_be_too_large) {
   const TempTree tree;
   putFile(tree.at("f"), "old");
   EXPECT_EQ(inForkedChild([&]() -> std::string {
-              // The first write is cut short at the limit, the next one fails.
+              // The first write is cut short at the limit, and the next one fails.
               const rlimit limit{5000, 5000};
               ::signal(SIGXFSZ, SIG_IGN);
               if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return "no limit";
@@ -250,7 +250,7 @@ TEST(AtomicFileReplace, keeps_the_old_file_when_the_new_one_would_be_too_large) 
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre("f"));
 }
 
-TEST(AtomicFileReplace, steps_over_what_a_killed_process_of_the_same_number_left) {
+TEST(AtomicFileReplace, names_that_a_killed_process_of_the_same_number_left_are_not_used_again) {
   const TempTree tree;
   constexpr int names = 5000;
   EXPECT_EQ(inForkedChild([&]() -> std::string {
@@ -271,7 +271,7 @@ TEST(AtomicFileReplace, steps_over_what_a_killed_process_of_the_same_number_left
   EXPECT_EQ(entriesOf(tree.path()).size(), names - names / 100 + 1);
 }
 
-TEST(AtomicFileReplace, writers_of_one_path_do_not_mix) {
+TEST(AtomicFileReplace, concurrent_writers_of_one_path_do_not_mix_their_contents) {
   const TempTree tree;
   std::vector<std::string> contents;
   for (int k = 0; k < 4; ++k) contents.emplace_back(40'000, static_cast<char>('a' + k));
@@ -292,7 +292,7 @@ TEST(AtomicFileReplace, writers_of_one_path_do_not_mix) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre("f"));
 }
 
-TEST(AtomicFileRead, gives_all_bytes) {
+TEST(AtomicFileRead, a_file_is_read_with_all_its_bytes) {
   const TempTree tree("link -> f\n");
   for (const std::string& content :
        {std::string(), std::string("a\0\xff\n", 4), std::string(1'000'000, 'x')}) {
@@ -305,7 +305,7 @@ TEST(AtomicFileRead, gives_all_bytes) {
   }
 }
 
-TEST(AtomicFileRead, reads_what_says_that_it_is_empty) {
+TEST(AtomicFileRead, a_file_that_reports_the_length_0_is_read_whole) {
   // Files of /proc report the length 0.
   const Result<std::string> found = AtomicFile::read("/proc/self/status", noLimit);
   ASSERT_TRUE(found);
@@ -313,7 +313,7 @@ TEST(AtomicFileRead, reads_what_says_that_it_is_empty) {
   EXPECT_TRUE(found.value().ends_with('\n'));
 }
 
-TEST(AtomicFileRead, refuses_more_than_the_limit) {
+TEST(AtomicFileRead, a_file_longer_than_the_limit_is_refused) {
   const TempTree tree("huge sparse=1G\n");
   putFile(tree.at("f"), "12345");
   EXPECT_EQ(AtomicFile::read(tree.at("f"), 5).value(), "12345");
@@ -325,7 +325,7 @@ TEST(AtomicFileRead, refuses_more_than_the_limit) {
   }
 }
 
-TEST(AtomicFileRead, neither_waits_nor_reads_where_there_is_no_file) {
+TEST(AtomicFileRead, a_path_that_is_not_a_regular_file_is_refused_without_waiting) {
   const TempTree tree("pipe fifo\ntap socket\nfolder/\nnull -> /dev/null\nloop -> loop\n");
   const auto codeOf = [&](const char* name) {
     const Result<std::string> found = AtomicFile::read(tree.at(name), noLimit);
@@ -340,7 +340,7 @@ TEST(AtomicFileRead, neither_waits_nor_reads_where_there_is_no_file) {
   EXPECT_EQ(codeOf("none/f"), ENOENT);
 }
 
-TEST(AtomicFileRead, says_so_where_the_user_may_not) {
+TEST(AtomicFileRead, a_file_without_read_permission_is_an_error) {
   const TempTree tree("secret 4K mode=0000\n");
   ASSERT_EQ(chmod(tree.path().c_str(), 0755), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
@@ -351,7 +351,7 @@ TEST(AtomicFileRead, says_so_where_the_user_may_not) {
             "");
 }
 
-TEST(AtomicFileSetAside, takes_the_first_free_name) {
+TEST(AtomicFileSetAside, a_file_is_set_aside_under_the_first_free_name) {
   const TempTree tree;
   for (const char* name : {"f.old", "f.old-2", "f.old-3"}) {
     putFile(tree.at("f"), name);
@@ -365,7 +365,7 @@ TEST(AtomicFileSetAside, takes_the_first_free_name) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre("f.old", "f.old-2", "f.old-3"));
 }
 
-TEST(AtomicFileSetAside, moves_what_a_link_leads_to) {
+TEST(AtomicFileSetAside, the_target_of_a_link_is_set_aside) {
   const TempTree tree("kept/\nlink -> kept/f\n");
   putFile(tree.at("kept/f"), "x");
   const Result<std::string> moved = AtomicFile::setAside(tree.at("link"), ".old");
@@ -374,7 +374,7 @@ TEST(AtomicFileSetAside, moves_what_a_link_leads_to) {
   EXPECT_TRUE(fs::is_symlink(tree.at("link")));
 }
 
-TEST(AtomicFileSetAside, says_what_went_wrong) {
+TEST(AtomicFileSetAside, a_failure_to_set_a_file_aside_is_reported_by_its_cause) {
   const TempTree tree;
   const std::string longest(255, 'n');
   putFile(tree.at(longest), "x");
@@ -434,7 +434,7 @@ TEST_P(AtomicFileInterrupted, a_kill_at_any_step_leaves_the_old_file_or_the_new_
   }
 }
 
-TEST_P(AtomicFileInterrupted, a_failure_at_any_step_is_told_and_leaves_the_old_file_whole) {
+TEST_P(AtomicFileInterrupted, a_failure_at_any_step_is_reported_and_keeps_the_old_file) {
   std::size_t failures = 0;
   for (std::size_t call = 1;; ++call) {
     const TempTree tree;
@@ -483,7 +483,7 @@ TEST_P(AtomicFileInterrupted, an_interrupted_call_is_made_again) {
   }
 }
 
-TEST_P(AtomicFileInterrupted, syncs_the_content_before_and_the_folder_after_the_rename) {
+TEST_P(AtomicFileInterrupted, the_content_is_synced_before_the_rename_and_the_folder_after_it) {
   const TempTree tree;
   TracedRun run = SystemCallTrace::of(replacing(tree.at("f")));
   std::erase_if(run.calls, [](long call) {

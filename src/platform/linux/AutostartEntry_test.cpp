@@ -21,13 +21,13 @@ std::string withExec(const std::string& command) {
   return "[Desktop Entry]\nType=Application\nExec=" + command + "\n";
 }
 
-TEST(AutostartEntry, is_written_in_the_form_that_sessions_read) {
+TEST(AutostartEntry, an_entry_has_the_form_that_desktop_sessions_read) {
   EXPECT_EQ(AutostartEntry::starting(program),
             "[Desktop Entry]\nType=Application\nName=Tessaly\nIcon=tessaly\n"
             "Exec=\"/usr/bin/tessaly\"\n");
 }
 
-TEST(AutostartEntry, escapes_for_the_command_line_and_then_for_the_file) {
+TEST(AutostartEntry, the_path_is_escaped_for_the_command_line_and_then_for_the_file) {
   const auto exec = [](const std::string& path) {
     const std::string text = AutostartEntry::starting(path);
     return text.substr(text.find("Exec=") + 5);
@@ -41,7 +41,7 @@ TEST(AutostartEntry, escapes_for_the_command_line_and_then_for_the_file) {
   EXPECT_EQ(exec("/caf\xE9"), "\"/caf\xE9\"\n");
 }
 
-TEST(AutostartEntry, reads_back_whatever_path_it_wrote) {
+TEST(AutostartEntry, a_written_path_of_any_bytes_is_read_back) {
   std::string everyByte = "/";
   for (int byte = 1; byte < 256; ++byte) everyByte += static_cast<char>(byte);
   for (const std::string& path :
@@ -52,14 +52,14 @@ TEST(AutostartEntry, reads_back_whatever_path_it_wrote) {
   }
 }
 
-TEST(AutostartEntry, starts_by_a_plain_command_and_with_arguments) {
+TEST(AutostartEntry, a_plain_command_and_one_with_arguments_start_the_program) {
   EXPECT_TRUE(starts(withExec("/usr/bin/tessaly")));
   EXPECT_TRUE(starts(withExec("/usr/bin/tessaly --quiet %U")));
   EXPECT_TRUE(starts(withExec("\"/usr/bin/tessaly\" now")));
   EXPECT_TRUE(starts(withExec("tessaly")));
 }
 
-TEST(AutostartEntry, does_not_start_what_is_another_program) {
+TEST(AutostartEntry, an_entry_of_another_program_does_not_start_this_one) {
   EXPECT_FALSE(starts(withExec("/opt/old/tessaly")));
   EXPECT_FALSE(starts(withExec("/bin/true /usr/bin/tessaly")));
   EXPECT_FALSE(starts(withExec("tessaly2")));
@@ -68,7 +68,7 @@ TEST(AutostartEntry, does_not_start_what_is_another_program) {
   EXPECT_FALSE(AutostartEntry::starts(withExec(""), ""));
 }
 
-TEST(AutostartEntry, does_not_start_when_it_is_hidden_or_switched_off) {
+TEST(AutostartEntry, a_hidden_or_disabled_entry_does_not_start_the_program) {
   EXPECT_FALSE(starts(withLine("Hidden=true")));
   EXPECT_FALSE(starts(withLine("Hidden = true ")));
   EXPECT_TRUE(starts(withLine("Hidden=false")));
@@ -76,7 +76,7 @@ TEST(AutostartEntry, does_not_start_when_it_is_hidden_or_switched_off) {
   EXPECT_TRUE(starts(withLine("X-GNOME-Autostart-enabled=true")));
 }
 
-TEST(AutostartEntry, reads_its_own_group_alone) {
+TEST(AutostartEntry, only_the_group_of_the_desktop_entry_is_read) {
   EXPECT_TRUE(starts(withLine("[Desktop Action new]\nHidden=true\nExec=/bin/false")));
   EXPECT_FALSE(starts("Type=Application\nExec=/usr/bin/tessaly\n"));
   EXPECT_FALSE(starts("[Other]\nType=Application\nExec=/usr/bin/tessaly\n"));
@@ -84,12 +84,12 @@ TEST(AutostartEntry, reads_its_own_group_alone) {
   EXPECT_TRUE(starts(withLine("Hidden[de]=true")));
 }
 
-TEST(AutostartEntry, takes_line_ends_of_other_systems_and_none_at_all) {
+TEST(AutostartEntry, carriage_returns_and_a_missing_last_line_end_are_accepted) {
   EXPECT_TRUE(starts("[Desktop Entry]\r\nType=Application\r\nExec=/usr/bin/tessaly\r\n"));
   EXPECT_TRUE(starts("[Desktop Entry]\nType=Application\nExec=/usr/bin/tessaly"));
 }
 
-TEST(AutostartEntry, does_not_start_what_is_no_application) {
+TEST(AutostartEntry, an_entry_of_another_type_than_application_does_not_start_the_program) {
   EXPECT_FALSE(starts("[Desktop Entry]\nType=Link\nExec=/usr/bin/tessaly\n"));
   EXPECT_FALSE(starts("[Desktop Entry]\nExec=/usr/bin/tessaly\n"));
   EXPECT_FALSE(starts(""));

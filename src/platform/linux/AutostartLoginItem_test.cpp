@@ -75,7 +75,7 @@ class AutostartLoginItemTest : public testing::Test {
   AutostartLoginItem item_{folder_, "/usr/bin/tessaly"};
 };
 
-TEST_F(AutostartLoginItemTest, writes_one_file_into_a_folder_that_it_makes) {
+TEST_F(AutostartLoginItemTest, enabling_writes_one_file_into_a_folder_that_it_creates) {
   ASSERT_TRUE(item_.setEnabled(true));
   EXPECT_EQ(content(),
             "[Desktop Entry]\nType=Application\nName=Tessaly\nIcon=tessaly\n"
@@ -83,13 +83,13 @@ TEST_F(AutostartLoginItemTest, writes_one_file_into_a_folder_that_it_makes) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
 }
 
-TEST_F(AutostartLoginItemTest, leaves_no_file_when_it_is_off) {
+TEST_F(AutostartLoginItemTest, disabling_removes_the_file) {
   ASSERT_TRUE(item_.setEnabled(true));
   ASSERT_TRUE(item_.setEnabled(false));
   EXPECT_TRUE(fs::is_empty(folder_));
 }
 
-TEST_F(AutostartLoginItemTest, is_off_where_the_user_has_hidden_it_and_can_be_put_on_again) {
+TEST_F(AutostartLoginItemTest, an_entry_hidden_by_the_user_is_off_and_can_be_enabled_again) {
   write("[Desktop Entry]\nType=Application\nExec=/usr/bin/tessaly\nHidden=true\n");
   EXPECT_FALSE(item_.isEnabled());
   EXPECT_TRUE(item_.setEnabled(false));
@@ -98,7 +98,7 @@ TEST_F(AutostartLoginItemTest, is_off_where_the_user_has_hidden_it_and_can_be_pu
   EXPECT_TRUE(item_.isEnabled());
 }
 
-TEST_F(AutostartLoginItemTest, is_off_where_the_file_starts_another_program_which_stays) {
+TEST_F(AutostartLoginItemTest, an_entry_of_another_program_is_off_and_is_kept) {
   const std::string other = "[Desktop Entry]\nType=Application\nExec=/opt/other\n";
   write(other);
   EXPECT_FALSE(item_.isEnabled());
@@ -106,13 +106,13 @@ TEST_F(AutostartLoginItemTest, is_off_where_the_file_starts_another_program_whic
   EXPECT_EQ(content(), other);
 }
 
-TEST_F(AutostartLoginItemTest, takes_the_place_of_an_entry_for_an_older_place_of_the_program) {
+TEST_F(AutostartLoginItemTest, enabling_replaces_an_entry_with_an_older_path_of_the_program) {
   write("[Desktop Entry]\nType=Application\nExec=/old/tessaly\n");
   EXPECT_TRUE(item_.setEnabled(true));
   EXPECT_TRUE(item_.isEnabled());
 }
 
-TEST_F(AutostartLoginItemTest, is_on_by_a_file_that_the_user_wrote) {
+TEST_F(AutostartLoginItemTest, an_entry_that_the_user_wrote_is_on_and_is_kept_until_disabled) {
   write("[Desktop Entry]\nType=Application\nName=Mine\nExec=tessaly\n");
   EXPECT_TRUE(item_.isEnabled());
   EXPECT_TRUE(item_.setEnabled(true));
@@ -121,13 +121,13 @@ TEST_F(AutostartLoginItemTest, is_on_by_a_file_that_the_user_wrote) {
   EXPECT_FALSE(fs::exists(path_));
 }
 
-TEST_F(AutostartLoginItemTest, sees_at_once_what_others_change) {
+TEST_F(AutostartLoginItemTest, a_removed_file_is_noticed_at_once) {
   ASSERT_TRUE(item_.setEnabled(true));
   fs::remove(path_);
   EXPECT_FALSE(item_.isEnabled());
 }
 
-TEST_F(AutostartLoginItemTest, is_off_and_refuses_where_something_else_than_a_file_stands) {
+TEST_F(AutostartLoginItemTest, a_folder_in_place_of_the_file_is_off_and_cannot_be_enabled) {
   fs::create_directories(path_);
   EXPECT_FALSE(item_.isEnabled());
   EXPECT_FALSE(item_.setEnabled(true));
@@ -135,13 +135,13 @@ TEST_F(AutostartLoginItemTest, is_off_and_refuses_where_something_else_than_a_fi
   EXPECT_TRUE(fs::is_directory(path_));
 }
 
-TEST_F(AutostartLoginItemTest, refuses_where_the_folder_is_a_file) {
+TEST_F(AutostartLoginItemTest, enabling_fails_if_the_folder_is_a_file) {
   tree_.plant("config\n");
   EXPECT_FALSE(item_.setEnabled(true));
   EXPECT_FALSE(item_.isEnabled());
 }
 
-TEST_F(AutostartLoginItemTest, waits_for_nobody_who_never_writes) {
+TEST_F(AutostartLoginItemTest, a_pipe_in_place_of_the_file_is_not_waited_for) {
   fs::create_directories(folder_);
   ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
   EXPECT_FALSE(item_.isEnabled());
@@ -150,7 +150,7 @@ TEST_F(AutostartLoginItemTest, waits_for_nobody_who_never_writes) {
 // Reads the entry with GLib, by which several desktops start programs, and not with our own reader.
 // GLib accepts only UTF-8 paths without a percent sign: it looks for the program before it replaces
 // "%%" by "%".
-TEST_F(AutostartLoginItemTest, is_understood_by_another_program) {
+TEST_F(AutostartLoginItemTest, another_program_can_start_the_written_entry) {
   const char* gio = "/usr/bin/gio";
   if (!fs::exists(gio)) GTEST_SKIP() << needs(Need::gio, "not installed");
   for (const std::string name :

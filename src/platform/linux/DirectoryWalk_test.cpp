@@ -57,7 +57,7 @@ class DirectoryWalkTest : public testing::Test {
   fs::path root_;
 };
 
-TEST_F(DirectoryWalkTest, what_lies_below_a_directory_comes_before_its_next_sibling) {
+TEST_F(DirectoryWalkTest, the_contents_of_a_directory_come_before_its_next_sibling) {
   for (int i = 0; i < 40; ++i) {
     for (int j = 0; j < 5; ++j) {
       file("d" + std::to_string(i) + "/e" + std::to_string(j) + "/file");
@@ -79,7 +79,7 @@ TEST_F(DirectoryWalkTest, what_lies_below_a_directory_comes_before_its_next_sibl
   }
 }
 
-TEST_F(DirectoryWalkTest, each_item_tells_its_type_size_time_and_depth) {
+TEST_F(DirectoryWalkTest, each_item_has_its_type_size_time_and_depth) {
   file("dir/file", 10000);
   fs::create_symlink("file", root_ / "dir/link");
   ASSERT_EQ(mkfifo((root_ / "fifo").c_str(), 0600), 0);
@@ -110,7 +110,7 @@ TEST_F(DirectoryWalkTest, each_item_tells_its_type_size_time_and_depth) {
 }
 
 // The system returns names in portions of 64 KiB: about 800 of these.
-TEST_F(DirectoryWalkTest, only_what_a_later_run_of_a_large_directory_brings_may_come_twice) {
+TEST_F(DirectoryWalkTest, only_items_of_a_later_portion_of_a_large_directory_may_come_twice) {
   const std::string longName(50, 'n');
   for (int i = 0; i < 2000; ++i) file("large/" + longName + std::to_string(i));
   for (int i = 0; i < 100; ++i) file("small/" + longName + std::to_string(i));
@@ -144,7 +144,7 @@ TEST_F(DirectoryWalkTest, a_directory_that_is_refused_is_reported_without_its_co
   EXPECT_NE(std::find(paths.begin(), paths.end(), "/keep/file"), paths.end());
 }
 
-TEST_F(DirectoryWalkTest, a_mark_is_handed_on_to_what_lies_in_the_directory) {
+TEST_F(DirectoryWalkTest, the_mark_of_a_directory_is_passed_to_its_items) {
   file("marked/file");
   file("plain/file");
   const DirectoryWalk::Decide decide = [](const DirectoryWalk::Candidate& candidate) {
@@ -158,7 +158,7 @@ TEST_F(DirectoryWalkTest, a_mark_is_handed_on_to_what_lies_in_the_directory) {
                        {"file", 0}, {"file", 7}, {"marked", 0}, {"plain", 0}}));
 }
 
-TEST_F(DirectoryWalkTest, a_walk_may_be_left_anywhere) {
+TEST_F(DirectoryWalkTest, a_walk_may_be_ended_after_any_item) {
   for (int i = 0; i < 300; ++i) file("a" + std::to_string(i) + "/b/c/file");
   for (int taken = 0; taken < 1300; taken += 37) {
     DirectoryWalk walk(root_.string(), {}, 3);
@@ -168,7 +168,7 @@ TEST_F(DirectoryWalkTest, a_walk_may_be_left_anywhere) {
   }
 }
 
-TEST_F(DirectoryWalkTest, a_stopped_walk_gives_and_reads_nothing_more) {
+TEST_F(DirectoryWalkTest, a_stopped_walk_returns_no_more_items_and_reads_no_more_folders) {
   for (int i = 0; i < 200; ++i) file("a" + std::to_string(i) + "/b/c/file");
   for (const int threads : {1, 3}) {
     std::atomic<int> asked = 0;
@@ -189,7 +189,7 @@ TEST_F(DirectoryWalkTest, a_stopped_walk_gives_and_reads_nothing_more) {
   }
 }
 
-TEST_F(DirectoryWalkTest, what_is_no_directory_is_not_open) {
+TEST_F(DirectoryWalkTest, a_walk_of_a_path_that_is_no_directory_is_not_open) {
   file("file");
   EXPECT_FALSE(DirectoryWalk((root_ / "file").string(), {}).isOpen());
   DirectoryWalk missing((root_ / "missing").string(), {});
@@ -198,7 +198,7 @@ TEST_F(DirectoryWalkTest, what_is_no_directory_is_not_open) {
   EXPECT_EQ(DirectoryWalk::countEntries((root_ / "missing").string()), 0U);
 }
 
-TEST_F(DirectoryWalkTest, entries_are_counted_links_and_hidden_ones_included) {
+TEST_F(DirectoryWalkTest, links_and_hidden_entries_are_counted) {
   file("one");
   file(".two");
   fs::create_symlink("nowhere", root_ / "three");
@@ -206,7 +206,7 @@ TEST_F(DirectoryWalkTest, entries_are_counted_links_and_hidden_ones_included) {
   EXPECT_EQ(DirectoryWalk::countEntries(root_.string()), 4U);
 }
 
-TEST_F(DirectoryWalkTest, a_root_longer_than_the_system_takes_at_once_is_opened) {
+TEST_F(DirectoryWalkTest, a_root_with_a_path_beyond_the_longest_is_opened) {
   const std::string component(200, 'n');
   std::string path = root_.string();
   ASSERT_EQ(chdir(path.c_str()), 0);

@@ -20,7 +20,7 @@ class FileAccessTest : public testing::Test {
   const FileAccess& files_ = FileAccess::ofMachine();
 };
 
-TEST_F(FileAccessTest, tells_directories_from_everything_else) {
+TEST_F(FileAccessTest, directories_are_distinguished_from_all_other_types) {
   const TempTree tree("folder/\nfile 4K\npipe fifo\nsocket socket\n");
   EXPECT_EQ(files_.kindOf(tree.at("folder")), Kind::directory);
   for (const char* name : {"file", "pipe", "socket"})
@@ -28,7 +28,7 @@ TEST_F(FileAccessTest, tells_directories_from_everything_else) {
   EXPECT_EQ(files_.kindOf("/dev/null"), Kind::file);
 }
 
-TEST_F(FileAccessTest, follows_links) {
+TEST_F(FileAccessTest, links_are_followed) {
   const TempTree tree("folder/\nfile 4K\nto-folder -> folder\nto-file -> file\nbroken -> gone\n");
   EXPECT_EQ(files_.kindOf(tree.at("to-folder")), Kind::directory);
   EXPECT_TRUE(files_.canList(tree.at("to-folder")));
@@ -37,7 +37,7 @@ TEST_F(FileAccessTest, follows_links) {
   EXPECT_EQ(files_.kindOf(tree.at("broken")), Kind::nothing);
 }
 
-TEST_F(FileAccessTest, sees_nothing_where_there_is_nothing) {
+TEST_F(FileAccessTest, a_missing_path_has_no_kind_and_no_access) {
   const TempTree tree("file 4K\n");
   for (const std::string& path : {tree.at("gone"), tree.at("file/below"), std::string()}) {
     EXPECT_EQ(files_.kindOf(path), Kind::nothing) << path;
@@ -47,7 +47,7 @@ TEST_F(FileAccessTest, sees_nothing_where_there_is_nothing) {
   }
 }
 
-TEST_F(FileAccessTest, lists_directories_alone_empty_ones_too) {
+TEST_F(FileAccessTest, only_directories_can_be_listed_even_empty_ones) {
   const TempTree tree("empty/\nwide/\n  file## x100\nfile 4K\npipe fifo\n");
   EXPECT_TRUE(files_.canList(tree.at("empty")));
   EXPECT_TRUE(files_.canList(tree.at("wide")));
@@ -55,35 +55,35 @@ TEST_F(FileAccessTest, lists_directories_alone_empty_ones_too) {
   EXPECT_FALSE(files_.canList(tree.at("pipe")));
 }
 
-TEST_F(FileAccessTest, reads_files_of_any_size_whole) {
+TEST_F(FileAccessTest, files_of_any_size_can_be_read_whole) {
   const TempTree tree("empty\nsmall 1\nlarge 3M\nhuge sparse=8G\n");
   for (const char* name : {"empty", "small", "large", "huge"})
     EXPECT_TRUE(files_.canReadWhole(tree.at(name))) << name;
 }
 
-TEST_F(FileAccessTest, reads_whole_what_cannot_be_mapped) {
+TEST_F(FileAccessTest, a_file_that_cannot_be_mapped_can_be_read_whole) {
   EXPECT_TRUE(files_.canReadWhole("/proc/self/status"));
 }
 
 // If the call waited, this test would hang.
-TEST_F(FileAccessTest, waits_for_no_writer_of_a_pipe) {
+TEST_F(FileAccessTest, a_pipe_is_opened_without_waiting_for_a_writer) {
   const TempTree tree("pipe fifo\n");
   EXPECT_TRUE(files_.canOpen(tree.at("pipe")));
   EXPECT_FALSE(files_.canReadWhole(tree.at("pipe")));
 }
 
-TEST_F(FileAccessTest, reads_no_device_whole) {
+TEST_F(FileAccessTest, a_device_cannot_be_read_whole) {
   EXPECT_TRUE(files_.canOpen("/dev/zero"));
   EXPECT_FALSE(files_.canReadWhole("/dev/zero"));
 }
 
-TEST_F(FileAccessTest, opens_no_socket) {
+TEST_F(FileAccessTest, a_socket_cannot_be_opened) {
   const TempTree tree("socket socket\n");
   EXPECT_FALSE(files_.canOpen(tree.at("socket")));
   EXPECT_FALSE(files_.canReadWhole(tree.at("socket")));
 }
 
-TEST_F(FileAccessTest, is_refused_what_this_user_may_not_read) {
+TEST_F(FileAccessTest, folders_and_files_without_permission_cannot_be_listed_or_read) {
   const TempTree tree(
       "locked/ mode=0\n"
       "unlisted/ mode=0311\n"
@@ -106,7 +106,7 @@ TEST_F(FileAccessTest, is_refused_what_this_user_may_not_read) {
             "");
 }
 
-TEST_F(FileAccessTest, has_not_listed_what_breaks_off_in_between) {
+TEST_F(FileAccessTest, a_listing_that_fails_half_way_counts_as_refused) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
     GTEST_SKIP() << obstacle;
   const TempTree tree("wide/\n  file#### x1000\n");
@@ -122,7 +122,7 @@ TEST_F(FileAccessTest, has_not_listed_what_breaks_off_in_between) {
   EXPECT_GE(breaks, 2);
 }
 
-TEST_F(FileAccessTest, leaves_nothing_open) {
+TEST_F(FileAccessTest, no_descriptor_is_left_open) {
   const TempTree tree("folder/\nfile 4K\n");
   const OwnProcess before = OwnProcess::now();
   files_.canList(tree.at("folder"));

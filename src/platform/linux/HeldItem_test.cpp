@@ -40,7 +40,7 @@ std::vector<std::string> entriesOf(const HeldItem& item) {
   return names;
 }
 
-TEST(HeldItem, tells_a_file_by_length_and_time) {
+TEST(HeldItem, a_file_has_its_length_and_its_time) {
   const TempTree tree("file 5 mtime=1600000000.25");
   const Result<HeldItem> item = HeldItem::at(tree.at("file"));
   ASSERT_TRUE(item.ok());
@@ -51,7 +51,7 @@ TEST(HeldItem, tells_a_file_by_length_and_time) {
   EXPECT_EQ(item.value().facts().linkTarget, "");
 }
 
-TEST(HeldItem, has_a_creation_time_exactly_where_the_file_system_keeps_one) {
+TEST(HeldItem, the_creation_time_is_known_exactly_if_the_file_system_stores_it) {
   const TempTree tree("file");
   struct statx status {};
   ASSERT_EQ(::statx(AT_FDCWD, tree.at("file").c_str(), 0, STATX_BTIME, &status), 0);
@@ -68,7 +68,7 @@ TEST(HeldItem, has_a_creation_time_exactly_where_the_file_system_keeps_one) {
   EXPECT_EQ(process.value().facts().created, std::nullopt);
 }
 
-TEST(HeldItem, reads_where_it_is_asked_to) {
+TEST(HeldItem, content_is_read_from_the_given_offset) {
   const TempTree tree;
   putFile(tree.at("file"), "0123456789");
   Result<HeldItem> item = HeldItem::at(tree.at("file"));
@@ -79,7 +79,7 @@ TEST(HeldItem, reads_where_it_is_asked_to) {
   EXPECT_EQ(firstBytes(item.value(), 4, 10), "");
 }
 
-TEST(HeldItem, reads_the_file_it_holds_though_another_takes_its_place) {
+TEST(HeldItem, the_held_file_is_read_after_another_one_has_replaced_it) {
   const TempTree tree;
   putFile(tree.at("file"), "this one");
   Result<HeldItem> item = HeldItem::at(tree.at("file"));
@@ -90,7 +90,7 @@ TEST(HeldItem, reads_the_file_it_holds_though_another_takes_its_place) {
   EXPECT_EQ(firstBytes(item.value(), 100), "this one");
 }
 
-TEST(HeldItem, has_an_identity_that_goes_with_the_item_and_not_with_the_name) {
+TEST(HeldItem, the_identity_belongs_to_the_item_and_not_to_its_name) {
   const TempTree tree("file\nlink -> file\nother");
   const HeldItem::Identity identity = HeldItem::at(tree.at("file")).value().facts().identity;
   EXPECT_NE(identity, HeldItem::at(tree.at("other")).value().facts().identity);
@@ -102,7 +102,7 @@ TEST(HeldItem, has_an_identity_that_goes_with_the_item_and_not_with_the_name) {
   EXPECT_NE(identity, HeldItem::at(tree.at("file")).value().facts().identity);
 }
 
-TEST(HeldItem, takes_a_link_for_itself_where_it_is_not_to_be_followed) {
+TEST(HeldItem, a_link_that_is_not_to_be_followed_is_an_item_of_its_own) {
   const TempTree tree("file 5\nlink -> file");
   Result<HeldItem> link = HeldItem::itself(tree.at("link"));
   ASSERT_TRUE(link.ok());
@@ -115,7 +115,7 @@ TEST(HeldItem, takes_a_link_for_itself_where_it_is_not_to_be_followed) {
   EXPECT_EQ(file.value().facts().size, 5);
 }
 
-TEST(HeldItem, tells_where_it_stands_without_the_link_that_led_to_it) {
+TEST(HeldItem, the_own_path_of_an_item_contains_no_link) {
   const TempTree tree("folder/\n  file\nlink -> folder/file\nbroken -> nowhere");
   const auto ownPath = [&tree](const char* name) {
     const Result<std::string> path = HeldItem::at(tree.at(name)).value().ownPath();
@@ -126,7 +126,7 @@ TEST(HeldItem, tells_where_it_stands_without_the_link_that_led_to_it) {
   EXPECT_EQ(ownPath("broken"), tree.at("broken"));
 }
 
-TEST(HeldItem, follows_a_link_and_tells_what_it_says) {
+TEST(HeldItem, a_link_is_followed_and_its_target_is_known) {
   const TempTree tree;
   putFile(tree.at("file"), "text");
   ASSERT_EQ(::symlink("./file", tree.at("link").c_str()), 0);
@@ -140,7 +140,7 @@ TEST(HeldItem, follows_a_link_and_tells_what_it_says) {
   EXPECT_EQ(firstBytes(item.value(), 100), "text");
 }
 
-TEST(HeldItem, tells_a_broken_link_by_the_link) {
+TEST(HeldItem, a_broken_link_is_described_by_the_link_itself) {
   const std::string target = std::string(300, 'x') + "/\xFF";
   const TempTree tree("file\nround -> round\nthrough -> file/on");
   ASSERT_EQ(::symlink(target.c_str(), tree.at("dead").c_str()), 0);
@@ -157,7 +157,7 @@ TEST(HeldItem, tells_a_broken_link_by_the_link) {
 
 // A process that opens a pipe for writing waits for a reader, so opening it for reading would have
 // an effect.
-TEST(HeldItem, never_opens_a_pipe_or_a_socket) {
+TEST(HeldItem, pipes_and_sockets_are_never_opened) {
   const TempTree tree("pipe fifo\nsocket socket");
   for (const char* name : {"pipe", "socket"}) {
     Result<HeldItem> item = HeldItem::at(tree.at(name));
@@ -170,14 +170,14 @@ TEST(HeldItem, never_opens_a_pipe_or_a_socket) {
   }
 }
 
-TEST(HeldItem, never_opens_a_device) {
+TEST(HeldItem, devices_are_never_opened) {
   Result<HeldItem> item = HeldItem::at("/dev/zero");
   ASSERT_TRUE(item.ok());
   EXPECT_EQ(item.value().facts().type, Type::other);
   EXPECT_FALSE(item.value().openContent().ok());
 }
 
-TEST(HeldItem, refuses_what_is_not_there_and_what_cannot_be_meant) {
+TEST(HeldItem, missing_and_invalid_paths_are_refused) {
   const TempTree tree("file");
   const auto kindOf = [](const std::string& path) {
     const Result<HeldItem> item = HeldItem::at(path);
@@ -191,7 +191,7 @@ TEST(HeldItem, refuses_what_is_not_there_and_what_cannot_be_meant) {
   EXPECT_EQ(kindOf(withZero), SystemError::fromErrno(EINVAL, withZero));
 }
 
-TEST(HeldItem, tells_a_closed_file_but_cannot_open_it) {
+TEST(HeldItem, a_file_without_read_permission_has_facts_but_cannot_be_opened) {
   const TempTree tree("closed 7 mode=0\nlocked/ mode=0");
   ASSERT_EQ(::chmod(tree.path().c_str(), 0755), 0);
   const std::string told = asOtherUser([&]() -> std::string {
@@ -212,7 +212,7 @@ TEST(HeldItem, tells_a_closed_file_but_cannot_open_it) {
   EXPECT_EQ(told, "");
 }
 
-TEST(HeldItem, tells_of_every_entry_of_a_folder_and_its_size) {
+TEST(HeldItem, the_entries_of_a_folder_are_listed_and_their_sizes_are_read) {
   const TempTree tree(
       "top/\n  file 3\n  .hidden\n  folder/\n    deep\n  link -> folder\n  pipe fifo");
   const Result<HeldItem> item = HeldItem::at(tree.at("top"));
@@ -225,7 +225,7 @@ TEST(HeldItem, tells_of_every_entry_of_a_folder_and_its_size) {
   EXPECT_EQ(item.value().entrySize("gone"), 0);
 }
 
-TEST(HeldItem, stops_at_the_entry_where_it_is_told_to) {
+TEST(HeldItem, the_listing_stops_when_the_callback_returns_false) {
   const TempTree tree("file### x100");
   const Result<HeldItem> item = HeldItem::at(tree.path());
   ASSERT_TRUE(item.ok());
@@ -234,7 +234,7 @@ TEST(HeldItem, stops_at_the_entry_where_it_is_told_to) {
   EXPECT_EQ(seen, 3);
 }
 
-TEST(HeldItem, holds_an_item_below_a_path_of_any_length) {
+TEST(HeldItem, an_item_with_a_path_beyond_the_longest_can_be_held) {
   const std::string name(200, 'n');
   TempTree deep;
   deep.chain("", name, 30, [](int folder, int level) {
@@ -253,7 +253,7 @@ TEST(HeldItem, holds_an_item_below_a_path_of_any_length) {
   EXPECT_THAT(entriesOf(folder.value()), testing::ElementsAre("file"));
 }
 
-TEST(HeldItem, keeps_nothing_open_behind_it) {
+TEST(HeldItem, no_descriptor_is_left_open) {
   const TempTree tree("file 3\nlink -> file\nfolder/\n  a");
   const OwnProcess before = OwnProcess::now();
   for (const char* name : {"file", "link", "folder", "gone"}) {

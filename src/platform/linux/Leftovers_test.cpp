@@ -76,7 +76,7 @@ class LeftoversOf : public testing::TestWithParam<std::string (*)(const std::str
   std::string path_ = tree_.at("out.zip");
 };
 
-TEST_P(LeftoversOf, a_writer_go_at_whatever_call_it_was_killed) {
+TEST_P(LeftoversOf, leftovers_of_a_writer_killed_at_any_call_are_removed) {
   std::size_t timesLeft = 0;
   for (std::size_t stop = 1;; ++stop) {
     putFile(path_, "old");
@@ -101,7 +101,7 @@ TEST_P(LeftoversOf, a_writer_go_at_whatever_call_it_was_killed) {
   EXPECT_GT(timesLeft, 5U);
 }
 
-TEST_P(LeftoversOf, others_are_what_a_writer_is_not_disturbed_by) {
+TEST_P(LeftoversOf, removing_leftovers_does_not_disturb_a_writer_at_work) {
   for (std::size_t stop = 1;; ++stop) {
     putFile(path_, "old");
     const TracedRun run = SystemCallTrace::interruptedAt(
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(Writers, LeftoversOf, testing::Values(replaceIt, archiv
 
 // A file that appears at the target after it was examined is exchanged with the archive for a
 // moment, and belongs to another program.
-TEST(Leftovers, are_no_files_that_had_only_changed_places) {
+TEST(Leftovers, a_file_that_a_killed_writer_had_exchanged_is_kept) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
     GTEST_SKIP() << obstacle;
   for (std::size_t stop = 1;; ++stop) {
@@ -150,7 +150,7 @@ TEST(Leftovers, are_no_files_that_had_only_changed_places) {
   }
 }
 
-TEST(Leftovers, are_nothing_that_is_no_regular_file_or_not_of_the_form) {
+TEST(Leftovers, only_regular_files_with_a_private_name_are_removed) {
   const TempTree tree(R"(
     kept 4K
     .tessaly-1-2 -> kept
@@ -180,7 +180,7 @@ TEST(Leftovers, are_nothing_that_is_no_regular_file_or_not_of_the_form) {
   EXPECT_TRUE(fs::exists(tree.at("sub/.tessaly-1-8")));
 }
 
-TEST(Leftovers, are_no_folders_that_hold_something_else) {
+TEST(Leftovers, private_folders_with_other_contents_are_kept) {
   for (const char* inside : {"", "file.zip 4K\n", "file 4K\nzia1B2c3 4K\n"}) {
     TempTree tree(std::string(folderName) + "/ mode=0700\n");
     tree.plant(folderName, inside);
@@ -197,13 +197,13 @@ TEST(Leftovers, are_no_folders_that_hold_something_else) {
   }
 }
 
-TEST(Leftovers, are_no_folders_that_others_may_enter) {
+TEST(Leftovers, private_folders_that_others_may_enter_are_kept) {
   const TempTree tree(std::string(folderName) + "/ mode=0710\n  file.zip 4K\n");
   Leftovers::removeFrom(tree.path());
   EXPECT_TRUE(fs::exists(tree.at(std::string(folderName) + "/file.zip")));
 }
 
-TEST(Leftovers, are_nothing_of_other_users) {
+TEST(Leftovers, files_and_folders_of_other_users_are_kept) {
   if (geteuid() != 0)
     GTEST_SKIP() << needs(Need::root, "only root can make what belongs to others");
   const TempTree tree(std::string(".tessaly-1-2 4K\n") + folderName +
@@ -215,7 +215,7 @@ TEST(Leftovers, are_nothing_of_other_users) {
   EXPECT_THAT(entriesOf(tree.path()), ElementsAre(folderName, ".tessaly-1-2"));
 }
 
-TEST(Leftovers, are_no_folders_on_which_another_file_system_is_mounted) {
+TEST(Leftovers, a_private_folder_with_a_file_system_mounted_on_it_is_kept) {
   const TempTree tree(std::string(folderName) + "/ mode=0700\n");
   const std::string result = inPrivateMounts([&]() -> std::string {
     const std::string folder = tree.at(folderName);
@@ -228,7 +228,7 @@ TEST(Leftovers, are_no_folders_on_which_another_file_system_is_mounted) {
   EXPECT_EQ(result, "");
 }
 
-TEST(Leftovers, stay_while_a_tool_that_outlives_the_run_writes_them) {
+TEST(Leftovers, a_private_folder_is_kept_while_a_tool_still_writes_to_it) {
   const TempTree tree(std::string(folderName) + "/ mode=0700\n  zia1B2c3 4K\n");
   const std::string file = tree.at(std::string(folderName) + "/zia1B2c3");
   {
@@ -241,7 +241,7 @@ TEST(Leftovers, stay_while_a_tool_that_outlives_the_run_writes_them) {
   EXPECT_THAT(entriesOf(tree.path()), IsEmpty());
 }
 
-TEST(Leftovers, are_not_looked_for_behind_a_link) {
+TEST(Leftovers, leftovers_behind_a_link_are_not_removed) {
   const TempTree tree("there/\n  .tessaly-1-2 4K\nway -> there\nfile 4K\n");
   for (const char* path : {"way", "way/.", "file", "none"})
     EXPECT_EQ(Leftovers::removeFrom(tree.at(path)), Found::nothingInUse);
@@ -271,7 +271,7 @@ class FoldersWrittenTo : public testing::Test {
   TempTree tree_{"support/\nkept/\n  .tessaly-1-2 4K\n"};
 };
 
-TEST_F(FoldersWrittenTo, are_noted_for_as_long_as_they_are) {
+TEST_F(FoldersWrittenTo, a_folder_is_noted_while_a_file_is_written_to_it) {
   {
     const WriteNote place = WriteNote::of(tree_.at("kept/out.json"), notes());
     const std::vector<std::string> names = entriesOf(notes());
@@ -287,7 +287,7 @@ TEST_F(FoldersWrittenTo, are_noted_for_as_long_as_they_are) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(FoldersWrittenTo, are_those_to_which_links_lead) {
+TEST_F(FoldersWrittenTo, the_noted_folder_is_the_one_to_which_links_lead) {
   fs::create_symlink("../kept/real.json", tree_.at("support/link.json"));
   fs::create_directory_symlink("kept", tree_.at("way"));
   putFile(tree_.at("kept/real.json"), "old");
@@ -299,27 +299,27 @@ TEST_F(FoldersWrittenTo, are_those_to_which_links_lead) {
   }
 }
 
-TEST_F(FoldersWrittenTo, are_not_needed_where_nothing_can_be_noted) {
+TEST_F(FoldersWrittenTo, a_note_that_cannot_be_written_is_no_error) {
   const WriteNote nowhere = WriteNote::of(tree_.at("kept/out.json"), tree_.at("none"));
   const WriteNote nothing = WriteNote::of("", notes());
   EXPECT_FALSE(fs::exists(tree_.at("none")));
 }
 
-TEST_F(FoldersWrittenTo, of_a_killed_run_are_cleared_and_forgotten) {
+TEST_F(FoldersWrittenTo, leftovers_of_a_killed_run_and_its_note_are_removed) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   Leftovers::settle(notes(), note);
   EXPECT_THAT(entriesOf(tree_.at("kept")), IsEmpty());
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(FoldersWrittenTo, that_are_gone_are_forgotten) {
+TEST_F(FoldersWrittenTo, the_note_of_a_removed_folder_is_removed) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   fs::remove_all(tree_.at("kept"));
   Leftovers::settle(notes(), note);
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(FoldersWrittenTo, behind_a_link_that_has_come_since_are_forgotten) {
+TEST_F(FoldersWrittenTo, a_folder_replaced_by_a_link_is_not_cleared_and_its_note_is_removed) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.json"));
   fs::rename(tree_.at("kept"), tree_.at("elsewhere"));
   fs::create_directory_symlink("elsewhere", tree_.at("kept"));
@@ -328,7 +328,7 @@ TEST_F(FoldersWrittenTo, behind_a_link_that_has_come_since_are_forgotten) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(FoldersWrittenTo, are_remembered_while_something_there_is_in_use) {
+TEST_F(FoldersWrittenTo, a_note_stays_while_a_private_folder_there_is_in_use) {
   const std::string note = leaveNoteOf(tree_.at("kept/out.zip"));
   {
     const Result<StagedFile> other = StagedFile::beside(tree_.at("kept/other.zip"));
@@ -342,7 +342,7 @@ TEST_F(FoldersWrittenTo, are_remembered_while_something_there_is_in_use) {
   EXPECT_THAT(entriesOf(notes()), IsEmpty());
 }
 
-TEST_F(FoldersWrittenTo, cannot_be_told_by_a_damaged_note) {
+TEST_F(FoldersWrittenTo, a_damaged_note_is_removed_and_clears_no_folder) {
   const std::string name = ".tessaly-place-0123456789abcdef";
   for (const std::string& text : {std::string(), std::string("kept"), tree_.at("kept") + '\0',
                                   "/" + std::string(10000, 'x')}) {
@@ -353,7 +353,7 @@ TEST_F(FoldersWrittenTo, cannot_be_told_by_a_damaged_note) {
   EXPECT_TRUE(fs::exists(tree_.at("kept/.tessaly-1-2")));
 }
 
-TEST_F(FoldersWrittenTo, go_at_the_start_each_by_itself_and_with_the_folders_of_the_program) {
+TEST_F(FoldersWrittenTo, the_folders_of_the_program_and_each_noted_one_are_cleared_separately) {
   tree_.plant("support", ".tessaly-3-4 4K\n");
   tree_.plant("settings/\n  .tessaly-3-5 4K\nlinked -> settings\n");
   const std::string first = leaveNoteOf(tree_.at("kept/out.json"));
@@ -366,7 +366,7 @@ TEST_F(FoldersWrittenTo, go_at_the_start_each_by_itself_and_with_the_folders_of_
   EXPECT_FALSE(fs::exists(tree_.at("support/.tessaly-3-4")));
   EXPECT_FALSE(fs::exists(tree_.at("settings/.tessaly-3-5")));
   EXPECT_THAT(entriesOf(notes()), SizeIs(2));
-  // A note that hangs on a volume without an answer delays no other.
+  // A note whose volume does not respond does not delay the others.
   ASSERT_EQ(dispatch.waiting(Dispatch::Queue::utility), 2U);
   const Dispatch::Work hung = dispatch.take(Dispatch::Queue::utility);
   dispatch.drainAll();

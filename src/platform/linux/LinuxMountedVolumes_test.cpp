@@ -16,7 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A hand-written list of mounts, and a home.
+// A list of mounts written by the test, and a home.
 class LinuxMountedVolumesTest : public testing::Test {
  protected:
   LinuxMountedVolumes volumes(const std::string& mountinfo) const {
@@ -37,7 +37,7 @@ class LinuxMountedVolumesTest : public testing::Test {
   TempTree tree_;
 };
 
-TEST_F(LinuxMountedVolumesTest, lists_what_is_mounted_in_its_order) {
+TEST_F(LinuxMountedVolumesTest, mounted_volumes_are_listed_in_the_order_of_the_kernels_list) {
   const Result<std::vector<MountedVolume>> all =
       volumes("22 1 8:1 / / rw - ext4 d rw\n30 22 8:2 /a /home rw - xfs e rw\n").list();
   ASSERT_TRUE(all.ok());
@@ -45,14 +45,14 @@ TEST_F(LinuxMountedVolumesTest, lists_what_is_mounted_in_its_order) {
                                        MountedVolume{30, "/home", "8:2", "/a", "xfs"}));
 }
 
-TEST_F(LinuxMountedVolumesTest, keeps_names_with_blanks_and_those_that_are_no_text) {
+TEST_F(LinuxMountedVolumesTest, mount_points_keep_blanks_and_bytes_that_are_not_utf8) {
   EXPECT_THAT(listed("22 1 8:1 / / rw - ext4 d rw\n"
                      "30 22 8:2 / /media/caf\xe9 rw - vfat e rw\n"
                      "31 22 8:3 / /media/My\\040Disk rw - vfat f rw\n"),
               ElementsAre("/", "/media/caf\xe9", "/media/My Disk"));
 }
 
-TEST_F(LinuxMountedVolumesTest, leaves_out_what_is_hidden_and_what_holds_no_files) {
+TEST_F(LinuxMountedVolumesTest, hidden_mounts_and_pseudo_file_systems_are_left_out) {
   EXPECT_THAT(listed("22 1 8:1 / / rw - ext4 d rw\n"
                      "30 22 8:2 / /mnt/a rw - xfs e rw\n"
                      "31 30 8:3 / /mnt/a rw - xfs f rw\n"
@@ -61,13 +61,13 @@ TEST_F(LinuxMountedVolumesTest, leaves_out_what_is_hidden_and_what_holds_no_file
               ElementsAre("/", "/mnt/a"));
 }
 
-TEST_F(LinuxMountedVolumesTest, fails_without_the_list) {
+TEST_F(LinuxMountedVolumesTest, a_missing_list_of_mounts_is_an_error) {
   LinuxMountedVolumes volumes({.homeTrash = "", .mountinfo = tree_.at("missing"), .user = 0});
   ASSERT_FALSE(volumes.list().ok());
   EXPECT_EQ(volumes.list().error().path, tree_.at("missing"));
 }
 
-TEST_F(LinuxMountedVolumesTest, counts_the_trash_of_the_home_and_of_a_volume_apart) {
+TEST_F(LinuxMountedVolumesTest, the_trash_of_the_home_and_that_of_a_volume_are_counted_separately) {
   const std::string user = std::to_string(getuid());
   tree_.plant("home/\n  Trash/\n    files/\n      a\n      b\none/\n  .Trash-" + user +
               "/\n    files/\n      c\ntwo/\n");
@@ -84,13 +84,13 @@ TEST_F(LinuxMountedVolumesTest, counts_the_trash_of_the_home_and_of_a_volume_apa
   EXPECT_THAT(onTwo.value(), IsEmpty());
 }
 
-TEST_F(LinuxMountedVolumesTest, has_no_trash_where_nothing_was_thrown_away) {
+TEST_F(LinuxMountedVolumesTest, a_home_without_a_trash_folder_has_no_trash_items) {
   const auto inHome = volumes("").trashInHome();
   ASSERT_TRUE(inHome.ok());
   EXPECT_THAT(inHome.value(), IsEmpty());
 }
 
-TEST(LinuxMountedVolumesOfMachine, have_figures_while_they_are_mounted) {
+TEST(LinuxMountedVolumesOfMachine, a_volume_has_figures_only_while_its_own_mount_is_visible) {
   const TempTree tree("disk/\n");
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (mount("tmpfs", tree.at("disk").c_str(), "tmpfs", 0, "size=8M") != 0) return refusal();
@@ -116,7 +116,7 @@ TEST(LinuxMountedVolumesOfMachine, have_figures_while_they_are_mounted) {
   EXPECT_EQ(told, "");
 }
 
-TEST(MountedVolume, shows_what_lies_in_its_folder_of_the_same_device) {
+TEST(MountedVolume, a_volume_shows_another_if_it_contains_its_folder_of_the_same_device) {
   const MountedVolume whole{1, "/a", "8:1", "/"};
   const MountedVolume part{2, "/b", "8:1", "/x"};
   const MountedVolume near{3, "/c", "8:1", "/xy"};

@@ -45,7 +45,7 @@ struct Pair {
 };
 
 // In a process of its own, which has no connections of the test program.
-TEST(OwnConnections, end_for_the_other_side_after_what_was_sent) {
+TEST(OwnConnections, the_other_end_reads_what_was_sent_before_the_shutdown) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               const Pair pair;
               if (::send(pair.ours.get(), "last", 4, 0) != 4) return "not sent";
@@ -55,7 +55,7 @@ TEST(OwnConnections, end_for_the_other_side_after_what_was_sent) {
             "last");
 }
 
-TEST(OwnConnections, leave_out_the_one_that_is_spared) {
+TEST(OwnConnections, the_spared_connection_stays_open) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               const Pair one;
               const Pair other;
@@ -65,7 +65,7 @@ TEST(OwnConnections, leave_out_the_one_that_is_spared) {
             "open ");
 }
 
-TEST(OwnConnections, leave_out_those_to_a_server_that_is_spared) {
+TEST(OwnConnections, connections_to_the_spared_server_stay_open) {
   const TempTree tree;
   EXPECT_EQ(inForkedChild([&]() -> std::string {
               std::string told;
@@ -92,7 +92,7 @@ TEST(OwnConnections, leave_out_those_to_a_server_that_is_spared) {
             "open  ");
 }
 
-TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
+TEST(OwnConnections, inherited_connections_stay_open) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               // Like a descriptor inherited at the start of a program.
               const Pair inherited(0);
@@ -105,7 +105,7 @@ TEST(OwnConnections, are_not_those_that_the_process_was_started_with) {
             "open open ");
 }
 
-TEST(OwnConnections, end_no_program_that_writes_to_one_which_has_ended) {
+TEST(OwnConnections, a_write_after_the_shutdown_fails_without_ending_the_program) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               OwnConnections::failWritesToEnded();
               const Pair pair;
@@ -116,7 +116,7 @@ TEST(OwnConnections, end_no_program_that_writes_to_one_which_has_ended) {
             "");
 }
 
-TEST(OwnConnections, are_no_files) {
+TEST(OwnConnections, pipes_are_not_shut_down) {
   EXPECT_EQ(inForkedChild([]() -> std::string {
               int ends[2] = {-1, -1};
               if (::pipe2(ends, O_CLOEXEC) != 0) return "no pipe";

@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-TEST(OwnPrograms, stand_beside_the_program_that_runs) {
+TEST(OwnPrograms, a_program_beside_the_running_one_is_found_first) {
   const TempTree tree(R"(
     bin/
       tessaly-tools mode=0755
@@ -19,7 +19,7 @@ TEST(OwnPrograms, stand_beside_the_program_that_runs) {
   EXPECT_EQ(OwnPrograms::pathFrom(tree.at("bin"), "tessaly-tools"), tree.at("bin/tessaly-tools"));
 }
 
-TEST(OwnPrograms, stand_in_libexec_where_they_are_not_beside_the_program_that_runs) {
+TEST(OwnPrograms, a_program_in_libexec_is_found_otherwise) {
   const TempTree tree(R"(
     bin/
     libexec/

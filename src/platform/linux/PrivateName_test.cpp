@@ -6,7 +6,7 @@
 namespace tessaly {
 namespace {
 
-TEST(PrivateName, is_known_for_what_it_is) {
+TEST(PrivateName, private_names_of_files_folders_and_notes_are_recognised) {
   EXPECT_TRUE(PrivateName::isOfFile(PrivateName::ofFile()));
   EXPECT_TRUE(PrivateName::isOfFolder(PrivateName::ofFolder()));
   EXPECT_TRUE(PrivateName::isOfNote(PrivateName::ofNote()));
@@ -15,7 +15,7 @@ TEST(PrivateName, is_known_for_what_it_is) {
   EXPECT_TRUE(PrivateName::isOfNote(".tessaly-place-0123456789abcdef"));
 }
 
-TEST(PrivateName, is_of_one_kind_alone) {
+TEST(PrivateName, each_private_name_is_of_one_kind_only) {
   for (const std::string& name :
        {PrivateName::ofFile(), PrivateName::ofFolder(), PrivateName::ofNote()}) {
     const int kinds = static_cast<int>(PrivateName::isOfFile(name)) +
@@ -25,7 +25,7 @@ TEST(PrivateName, is_of_one_kind_alone) {
   }
 }
 
-TEST(PrivateName, is_none_that_only_resembles_one) {
+TEST(PrivateName, a_name_that_resembles_a_private_one_is_not_recognised) {
   for (const char* name : {"",
                            ".",
                            ".tessaly",
@@ -57,7 +57,7 @@ TEST(PrivateName, is_none_that_only_resembles_one) {
   }
 }
 
-TEST(PrivateName, in_a_private_folder_is_that_of_the_file_or_of_what_zip_makes_first) {
+TEST(PrivateName, only_names_of_the_file_and_of_zips_temporary_file_belong_in_a_private_folder) {
   for (const char* name : {"file", "file.zip", "file.a.b", "zi0aZ9bQ"})
     EXPECT_TRUE(PrivateName::isInFolder(name)) << name;
   for (const char* name : {"", "files", "exchanged.zip", "my file.zip", "zi12345", "zi1234567",

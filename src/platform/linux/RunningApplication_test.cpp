@@ -6,7 +6,7 @@
 namespace tessaly {
 namespace {
 
-TEST(RunningApplication, is_the_executable_of_this_process) {
+TEST(RunningApplication, the_running_application_is_the_executable_of_this_process) {
   EXPECT_EQ(runningApplicationPath(), std::filesystem::read_symlink("/proc/self/exe"));
 }
 

@@ -34,7 +34,7 @@ void waitForRequest(const SingleInstance& instance) {
 
 class SingleInstanceTest : public testing::Test {
  protected:
-  // Another start at the same time.
+  // A start of another instance at the same time.
   std::thread startBeside(std::optional<SingleInstance>& claimed) {
     return std::thread([this, &claimed] { claimed = SingleInstance::claim(place_); });
   }
@@ -43,13 +43,13 @@ class SingleInstanceTest : public testing::Test {
   Address place_{tree_.at("run"), "tessaly"};
 };
 
-TEST_F(SingleInstanceTest, is_the_first_to_start) {
+TEST_F(SingleInstanceTest, the_first_instance_to_start_gets_the_place) {
   const auto first = SingleInstance::claim(place_);
   ASSERT_TRUE(first.has_value());
   EXPECT_GE(first->descriptor(), 0);
 }
 
-TEST_F(SingleInstanceTest, is_told_by_a_second_start_which_gives_way) {
+TEST_F(SingleInstanceTest, a_second_start_sends_a_request_to_the_first_instance_and_gives_way) {
   auto first = SingleInstance::claim(place_);
   ASSERT_TRUE(first.has_value());
   EXPECT_FALSE(first->takeRequests());
@@ -62,7 +62,7 @@ TEST_F(SingleInstanceTest, is_told_by_a_second_start_which_gives_way) {
   EXPECT_FALSE(first->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, is_told_even_if_it_looks_when_the_second_start_has_ended) {
+TEST_F(SingleInstanceTest, a_request_is_received_even_after_the_second_start_has_ended) {
   auto first = SingleInstance::claim(place_);
   ASSERT_TRUE(first.has_value());
   EXPECT_FALSE(SingleInstance::claim(place_, 0).has_value());
@@ -71,14 +71,14 @@ TEST_F(SingleInstanceTest, is_told_even_if_it_looks_when_the_second_start_has_en
   EXPECT_FALSE(first->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, needs_not_look_for_any_number_of_starts_to_end) {
+TEST_F(SingleInstanceTest, any_number_of_starts_ends_without_an_answer_of_the_first_instance) {
   auto first = SingleInstance::claim(place_);
   for (int start = 0; start < 100; ++start)
     ASSERT_FALSE(SingleInstance::claim(place_, 0).has_value());
   EXPECT_TRUE(first->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, makes_room_for_the_next_when_it_ends) {
+TEST_F(SingleInstanceTest, the_place_is_free_after_the_first_instance_has_ended) {
   for (int run = 0; run < 3; ++run) {
     auto instance = SingleInstance::claim(place_);
     ASSERT_TRUE(instance.has_value());
@@ -86,7 +86,7 @@ TEST_F(SingleInstanceTest, makes_room_for_the_next_when_it_ends) {
   }
 }
 
-TEST_F(SingleInstanceTest, makes_room_before_it_ends_when_it_gives_up) {
+TEST_F(SingleInstanceTest, the_place_is_free_after_the_first_instance_has_given_it_up) {
   auto first = SingleInstance::claim(place_);
   first->giveUp();
   EXPECT_EQ(first->descriptor(), -1);
@@ -100,7 +100,7 @@ TEST_F(SingleInstanceTest, makes_room_before_it_ends_when_it_gives_up) {
   EXPECT_TRUE(second->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, leaves_its_place_to_who_is_asking_when_it_gives_up) {
+TEST_F(SingleInstanceTest, a_waiting_start_gets_the_place_that_the_first_instance_gives_up) {
   auto first = SingleInstance::claim(place_);
   std::optional<SingleInstance> second;
   std::thread start = startBeside(second);
@@ -111,7 +111,7 @@ TEST_F(SingleInstanceTest, leaves_its_place_to_who_is_asking_when_it_gives_up) {
   EXPECT_GE(second->descriptor(), 0);
 }
 
-TEST_F(SingleInstanceTest, is_not_kept_out_by_what_a_killed_instance_left_behind) {
+TEST_F(SingleInstanceTest, files_left_by_a_killed_instance_do_not_prevent_a_start) {
   EXPECT_EQ(inForkedChild([this]() -> std::string {
               auto* killed = new std::optional(SingleInstance::claim(place_));
               return killed->has_value() && (*killed)->descriptor() >= 0 ? "" : "not claimed";
@@ -124,7 +124,7 @@ TEST_F(SingleInstanceTest, is_not_kept_out_by_what_a_killed_instance_left_behind
   EXPECT_TRUE(next->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, is_one_of_many_that_start_at_the_same_moment) {
+TEST_F(SingleInstanceTest, only_one_of_many_simultaneous_starts_gets_the_place) {
   constexpr int starts = 8;
   for (int round = 0; round < 10; ++round) {
     std::atomic<int> gaveWay = 0;
@@ -147,7 +147,7 @@ TEST_F(SingleInstanceTest, is_one_of_many_that_start_at_the_same_moment) {
   }
 }
 
-TEST_F(SingleInstanceTest, meets_in_a_folder_of_any_path) {
+TEST_F(SingleInstanceTest, instances_find_each_other_in_a_folder_with_a_path_of_any_length) {
   const std::string folder = tree_.at(std::string(200, 'a') + "/" + std::string(200, 'b'));
   const Address deep{folder, std::string(Address::longestName, 'c')};
   auto first = SingleInstance::claim(deep);
@@ -157,21 +157,21 @@ TEST_F(SingleInstanceTest, meets_in_a_folder_of_any_path) {
   EXPECT_TRUE(first->takeRequests());
 }
 
-TEST_F(SingleInstanceTest, stands_alone_by_a_name_that_is_too_long) {
+TEST_F(SingleInstanceTest, an_instance_with_a_name_that_is_too_long_runs_without_a_place) {
   const auto alone =
       SingleInstance::claim({place_.folder, std::string(Address::longestName + 1, 'c')});
   ASSERT_TRUE(alone.has_value());
   EXPECT_EQ(alone->descriptor(), -1);
 }
 
-TEST_F(SingleInstanceTest, is_one_for_each_name) {
+TEST_F(SingleInstanceTest, each_name_has_its_own_instance) {
   const auto here = SingleInstance::claim(place_);
   const auto there = SingleInstance::claim({place_.folder, "tessaly-2"});
   EXPECT_TRUE(here.has_value());
   EXPECT_TRUE(there.has_value());
 }
 
-TEST_F(SingleInstanceTest, is_moved_with_its_place) {
+TEST_F(SingleInstanceTest, the_place_moves_with_the_instance_object) {
   auto first = SingleInstance::claim(place_);
   SingleInstance moved = std::move(*first);
   first.reset();
@@ -179,7 +179,7 @@ TEST_F(SingleInstanceTest, is_moved_with_its_place) {
   EXPECT_TRUE(moved.takeRequests());
 }
 
-TEST_F(SingleInstanceTest, stands_alone_where_the_folder_cannot_be_made) {
+TEST_F(SingleInstanceTest, an_instance_runs_without_a_place_if_the_folder_cannot_be_created) {
   tree_.plant("file\n");
   for (int i = 0; i < 2; ++i) {
     auto alone = SingleInstance::claim({tree_.at("file/run"), "tessaly"});
@@ -190,7 +190,7 @@ TEST_F(SingleInstanceTest, stands_alone_where_the_folder_cannot_be_made) {
   }
 }
 
-TEST_F(SingleInstanceTest, stands_alone_where_others_may_write) {
+TEST_F(SingleInstanceTest, an_instance_runs_without_a_place_in_a_folder_that_others_may_write_to) {
   tree_.plant("shared/ mode=0777\n");
   auto alone = SingleInstance::claim({tree_.at("shared"), "tessaly"});
   ASSERT_TRUE(alone.has_value());
@@ -198,7 +198,7 @@ TEST_F(SingleInstanceTest, stands_alone_where_others_may_write) {
   EXPECT_TRUE(fs::is_empty(tree_.at("shared")));
 }
 
-TEST_F(SingleInstanceTest, stands_alone_in_a_folder_of_another_user) {
+TEST_F(SingleInstanceTest, an_instance_runs_without_a_place_in_a_folder_of_another_user) {
   if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can be two users");
   tree_.plant("theirs/ mode=0755\n");
   ASSERT_EQ(::chmod(tree_.path().c_str(), 0755), 0);
@@ -210,7 +210,7 @@ TEST_F(SingleInstanceTest, stands_alone_in_a_folder_of_another_user) {
 }
 
 // A user who starts the program with sudo may keep the environment of the user's own account.
-TEST_F(SingleInstanceTest, stands_alone_as_root_in_a_folder_of_the_user) {
+TEST_F(SingleInstanceTest, an_instance_of_root_runs_without_a_place_in_a_folder_of_the_user) {
   if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root can be two users");
   tree_.plant("theirs/ mode=0700\n");
   constexpr uid_t nobody = 65534;
@@ -233,9 +233,9 @@ bool isWaitedFor(const std::string& path) {
   return false;
 }
 
-// A start waits however long another one takes, whatever locks that holds: here it holds both, and
-// then it ends.
-TEST_F(SingleInstanceTest, waits_for_a_start_that_is_half_way) {
+// A start waits as long as another one holds the locks: here the test holds both, and then releases
+// them.
+TEST_F(SingleInstanceTest, a_start_waits_for_the_lock_of_another_start) {
   tree_.plant("run/ mode=0700\n  tessaly.lock\n");
   const std::string path = tree_.at("run/tessaly.lock");
   const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
@@ -252,7 +252,7 @@ TEST_F(SingleInstanceTest, waits_for_a_start_that_is_half_way) {
   EXPECT_GE(claimed->descriptor(), 0);
 }
 
-TEST_F(SingleInstanceTest, follows_no_link_that_somebody_put_in_the_way) {
+TEST_F(SingleInstanceTest, a_link_in_place_of_the_lock_file_is_not_followed) {
   tree_.plant("run/\n  tessaly.lock -> ../elsewhere\n");
   auto alone = SingleInstance::claim(place_);
   ASSERT_TRUE(alone.has_value());
@@ -270,14 +270,14 @@ std::string usualPlaceWith(const std::vector<std::pair<std::string, std::string>
   });
 }
 
-TEST_F(SingleInstanceTest, meets_in_the_users_folder_for_the_time_of_the_session) {
+TEST_F(SingleInstanceTest, the_usual_place_is_the_users_runtime_folder) {
   tree_.plant("runtime/ mode=0700\n");
   const std::string user = std::to_string(::geteuid());
   EXPECT_EQ(usualPlaceWith({{"XDG_RUNTIME_DIR", tree_.at("runtime")}, {"DISPLAY", ":0"}}),
             tree_.at("runtime") + " tessaly-" + user + "-_3a0");
 }
 
-TEST_F(SingleInstanceTest, meets_where_settings_are_kept_without_such_a_folder) {
+TEST_F(SingleInstanceTest, the_usual_place_without_a_runtime_folder_is_that_of_the_settings) {
   const std::string folder = tree_.at("config");
   for (const std::string& runtime : {std::string(), std::string("run"), tree_.at("missing")}) {
     EXPECT_TRUE(usualPlaceWith(
@@ -287,7 +287,7 @@ TEST_F(SingleInstanceTest, meets_where_settings_are_kept_without_such_a_folder) 
   }
 }
 
-TEST_F(SingleInstanceTest, is_one_for_each_display) {
+TEST_F(SingleInstanceTest, each_display_has_its_own_name) {
   const auto nameFor = [](const std::string& display, const std::string& wayland) {
     return usualPlaceWith({{"DISPLAY", display}, {"WAYLAND_DISPLAY", wayland}});
   };

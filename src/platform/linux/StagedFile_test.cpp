@@ -26,7 +26,7 @@ class Staged : public ::testing::Test {
     return std::move(file).value();
   }
   std::optional<FileIdentity> seen() const { return FileIdentity::of(target_).value(); }
-  // The final path of the file, and the content there.
+  // The path and the content of the file after it was placed.
   std::pair<std::string, std::string> placed(StagedFile file,
                                              const std::optional<FileIdentity>& replaced) {
     const Result<StagedFile::Placed> place = file.place(replaced);
@@ -40,7 +40,7 @@ class Staged : public ::testing::Test {
   std::string target_ = tree_.at("kept/out.zip");
 };
 
-TEST_F(Staged, is_written_in_a_private_folder_beside_its_place) {
+TEST_F(Staged, a_staged_file_is_written_in_a_private_folder_beside_its_target) {
   const StagedFile file = written("new");
   ASSERT_EQ(left().size(), 1U);
   EXPECT_THAT(left()[0], StartsWith(".tessaly-"));
@@ -49,12 +49,12 @@ TEST_F(Staged, is_written_in_a_private_folder_beside_its_place) {
   EXPECT_EQ(fs::path(file.path()).extension(), ".zip");
 }
 
-TEST_F(Staged, stands_in_its_place_and_leaves_nothing_else) {
+TEST_F(Staged, a_placed_file_is_at_its_target_and_the_private_folder_is_removed) {
   EXPECT_EQ(placed(written("new"), std::nullopt), std::pair(target_, std::string("new")));
   EXPECT_THAT(left(), ElementsAre("out.zip"));
 }
 
-TEST_F(Staged, goes_with_all_that_was_written_there) {
+TEST_F(Staged, all_files_in_the_private_folder_are_removed_with_the_staged_file) {
   {
     const StagedFile file = written("new");
     putFile(file.path() + ".temporary", "x");
@@ -62,14 +62,14 @@ TEST_F(Staged, goes_with_all_that_was_written_there) {
   EXPECT_THAT(left(), IsEmpty());
 }
 
-TEST_F(Staged, replaces_what_was_seen) {
+TEST_F(Staged, the_examined_file_is_replaced) {
   putFile(target_, "old");
   const auto old = seen();
   EXPECT_EQ(placed(written("new"), old), std::pair(target_, std::string("new")));
   EXPECT_THAT(left(), ElementsAre("out.zip"));
 }
 
-TEST_F(Staged, replaces_a_link_and_not_what_it_leads_to) {
+TEST_F(Staged, a_link_is_replaced_and_its_target_is_kept) {
   putFile(tree_.at("settings"), "kept");
   fs::create_symlink("../settings", target_);
   EXPECT_EQ(placed(written("new"), seen()), std::pair(target_, std::string("new")));
@@ -77,14 +77,14 @@ TEST_F(Staged, replaces_a_link_and_not_what_it_leads_to) {
   EXPECT_EQ(contentOf(tree_.at("settings")), "kept");
 }
 
-TEST_F(Staged, takes_the_place_of_what_was_seen_and_is_gone) {
+TEST_F(Staged, the_file_is_placed_at_its_target_if_the_examined_one_was_removed) {
   putFile(target_, "old");
   const auto old = seen();
   fs::remove(target_);
   EXPECT_EQ(placed(written("new"), old), std::pair(target_, std::string("new")));
 }
 
-TEST_F(Staged, gets_another_name_where_something_has_come_to_stand) {
+TEST_F(Staged, the_file_gets_another_name_if_a_new_one_has_appeared_at_the_target) {
   StagedFile file = written("new");
   putFile(target_, "of another");
   putFile(tree_.at("kept/out 2.zip"), "of a third");
@@ -94,7 +94,7 @@ TEST_F(Staged, gets_another_name_where_something_has_come_to_stand) {
   EXPECT_THAT(left(), ElementsAre("out 2.zip", "out 3.zip", "out.zip"));
 }
 
-TEST_F(Staged, gets_another_name_where_what_was_seen_is_another_by_now) {
+TEST_F(Staged, the_file_gets_another_name_if_the_examined_one_was_replaced) {
   putFile(target_, "old");
   const auto old = seen();
   StagedFile file = written("new");
@@ -106,7 +106,7 @@ TEST_F(Staged, gets_another_name_where_what_was_seen_is_another_by_now) {
   EXPECT_THAT(left(), ElementsAre("out 2.zip", "out.zip"));
 }
 
-TEST_F(Staged, gets_another_name_where_what_was_seen_was_written_to) {
+TEST_F(Staged, the_file_gets_another_name_if_the_examined_one_was_written_to) {
   putFile(target_, "old");
   const auto old = seen();
   putFile(target_, "written to");
@@ -114,13 +114,13 @@ TEST_F(Staged, gets_another_name_where_what_was_seen_was_written_to) {
   EXPECT_EQ(contentOf(target_), "written to");
 }
 
-TEST_F(Staged, replaces_no_folder) {
+TEST_F(Staged, a_folder_at_the_target_is_not_replaced) {
   fs::create_directories(target_ + "/inside");
   EXPECT_EQ(placed(written("new"), seen()).first, tree_.at("kept/out 2.zip"));
   EXPECT_TRUE(fs::exists(target_ + "/inside"));
 }
 
-TEST_F(Staged, two_for_one_place_both_stay) {
+TEST_F(Staged, two_files_for_one_target_are_both_kept) {
   StagedFile first = written("first");
   StagedFile second = written("second");
   EXPECT_EQ(placed(std::move(second), std::nullopt).first, target_);
@@ -129,7 +129,7 @@ TEST_F(Staged, two_for_one_place_both_stay) {
   EXPECT_EQ(contentOf(tree_.at("kept/out 2.zip")), "first");
 }
 
-TEST_F(Staged, stands_nowhere_when_it_was_not_written) {
+TEST_F(Staged, a_staged_file_that_was_not_written_is_not_placed) {
   putFile(target_, "old");
   Result<StagedFile> file = StagedFile::beside(target_);
   ASSERT_TRUE(file);
@@ -139,14 +139,14 @@ TEST_F(Staged, stands_nowhere_when_it_was_not_written) {
   EXPECT_EQ(contentOf(target_), "old");
 }
 
-TEST_F(Staged, goes_to_a_folder_by_way_of_a_link) {
+TEST_F(Staged, a_link_to_the_folder_of_the_target_is_followed) {
   fs::create_directory_symlink("kept", tree_.at("way"));
   target_ = tree_.at("way/out.zip");
   EXPECT_EQ(placed(written("new"), std::nullopt), std::pair(target_, std::string("new")));
   EXPECT_THAT(left(), ElementsAre("out.zip"));
 }
 
-TEST_F(Staged, needs_a_folder_and_a_name) {
+TEST_F(Staged, a_target_without_an_existing_folder_or_a_name_is_refused) {
   EXPECT_EQ(StagedFile::beside(tree_.at("none/out.zip")).error().code, ENOENT);
   EXPECT_EQ(StagedFile::beside(tree_.at("kept/..")).error().code, EINVAL);
   EXPECT_EQ(StagedFile::beside("out.zip").error().code, EINVAL);

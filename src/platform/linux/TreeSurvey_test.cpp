@@ -42,7 +42,7 @@ std::map<std::string, int> obstaclesIn(const std::string& path) {
   return obstacles;
 }
 
-TEST(TreeSurvey, hands_over_the_item_and_all_that_is_in_it_once) {
+TEST(TreeSurvey, the_item_and_all_its_contents_are_visited_once) {
   const TempTree tree("a/\n  b/\n    c/\n    d 4K\n  e 8K\n  f -> b\n");
   std::vector<std::tuple<std::string, Kind, std::int64_t>> found;
   const auto state = TreeSurvey::of(tree.at("a"), "x/top", [&](const TreeSurvey::Entry& entry) {
@@ -59,18 +59,18 @@ TEST(TreeSurvey, hands_over_the_item_and_all_that_is_in_it_once) {
                                           std::tuple("x/top/f", Kind::link, 0)));
 }
 
-TEST(TreeSurvey, is_of_one_file_or_link_as_well) {
+TEST(TreeSurvey, one_file_or_link_can_be_surveyed) {
   const TempTree tree("film 4K\nlink -> film\n");
   EXPECT_THAT(obstaclesIn(tree.at("film")), ElementsAre(Pair("top", 0)));
   EXPECT_THAT(obstaclesIn(tree.at("link")), ElementsAre(Pair("top", 0)));
 }
 
-TEST(TreeSurvey, of_what_is_not_there_is_an_error) {
+TEST(TreeSurvey, the_survey_of_a_missing_item_is_an_error) {
   const TempTree tree;
   EXPECT_EQ(TreeSurvey::of(tree.at("gone"), "top", goOn).error().code, ENOENT);
 }
 
-TEST(TreeSurvey, tells_what_has_no_content_to_be_read) {
+TEST(TreeSurvey, entries_without_content_to_be_read_are_reported) {
   const TempTree tree(
       "a/\n  pipe fifo\n  tap socket\n  file 4K\n  good -> file\n  way -> .\n  dead -> nowhere\n"
       "  loop -> loop\n  drain -> pipe\n");
@@ -82,7 +82,7 @@ TEST(TreeSurvey, tells_what_has_no_content_to_be_read) {
                            Pair("top/drain", EOPNOTSUPP)));
 }
 
-TEST(TreeSurvey, tells_what_the_user_may_not_read) {
+TEST(TreeSurvey, entries_without_read_permission_are_reported) {
   const TempTree tree(
       "a/\n  open 4K\n  secret 4K mode=0\n  alias -> secret\n  locked/ mode=0311\n    film 4K\n");
   ASSERT_EQ(chmod(tree.path().c_str(), 0755), 0);
@@ -99,7 +99,7 @@ TEST(TreeSurvey, tells_what_the_user_may_not_read) {
   ASSERT_EQ(chmod(tree.at("a/locked").c_str(), 0755), 0);
 }
 
-TEST(TreeSurvey, ends_when_it_is_told_to) {
+TEST(TreeSurvey, the_survey_ends_when_the_callback_returns_false) {
   const TempTree tree("a/\n  file## x50\n");
   int taken = 0;
   const auto state =
@@ -109,14 +109,14 @@ TEST(TreeSurvey, ends_when_it_is_told_to) {
   EXPECT_EQ(taken, 10);
 }
 
-TEST(TreeSurvey, gives_the_same_fingerprint_as_long_as_nothing_changes) {
+TEST(TreeSurvey, the_fingerprint_stays_the_same_while_nothing_changes) {
   const TempTree tree("a/\n  b/\n    c/\n      file## 4K x30\n");
   const std::uint64_t print = fingerprintOf(tree.at("a"));
   EXPECT_EQ(contentOf(tree.at("a/b/c/file01")).size(), 4096U);
   EXPECT_EQ(fingerprintOf(tree.at("a")), print);
 }
 
-TEST(TreeSurvey, gives_another_fingerprint_for_any_change_deep_inside) {
+TEST(TreeSurvey, any_change_deep_in_the_tree_changes_the_fingerprint) {
   const TempTree tree("a/\n  b/\n    c/\n      file 4K\n      other 4K\n");
   std::uint64_t before = fingerprintOf(tree.at("a"));
   const auto expectAnother = [&](const char* what) {
@@ -139,7 +139,7 @@ TEST(TreeSurvey, gives_another_fingerprint_for_any_change_deep_inside) {
   expectAnother("replaced");
 }
 
-TEST(TreeSurvey, goes_as_deep_as_the_folders_do) {
+TEST(TreeSurvey, folders_of_any_depth_are_surveyed) {
   TempTree tree("a/\n");
   constexpr int depth = 5000;
   tree.chain("a", "d", depth);

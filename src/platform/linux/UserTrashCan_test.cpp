@@ -45,16 +45,16 @@ class UserTrashCanTest : public testing::Test {
   std::string mountinfo_;
 };
 
-TEST_F(UserTrashCanTest, is_empty_where_nothing_was_ever_thrown_away) {
+TEST_F(UserTrashCanTest, the_trash_is_empty_without_any_trash_folder) {
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, is_empty_without_a_folder_of_items) {
+TEST_F(UserTrashCanTest, the_trash_is_empty_without_a_folder_of_files) {
   build("home/\n  Trash/\n    info/\n");
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, counts_items_and_not_what_is_in_them) {
+TEST_F(UserTrashCanTest, items_are_counted_without_their_contents) {
   build(R"(
     home/
       Trash/
@@ -74,31 +74,31 @@ TEST_F(UserTrashCanTest, counts_items_and_not_what_is_in_them) {
   EXPECT_EQ(count(), 5);
 }
 
-TEST_F(UserTrashCanTest, follows_a_home_trash_that_the_user_has_moved) {
+TEST_F(UserTrashCanTest, a_link_in_place_of_the_home_trash_is_followed) {
   build("elsewhere/\n  files/\n    a\nhome/\n  Trash -> ../elsewhere\n");
   EXPECT_EQ(count(), 1);
 }
 
-TEST_F(UserTrashCanTest, counts_what_lies_on_other_file_systems) {
+TEST_F(UserTrashCanTest, items_on_other_file_systems_are_counted) {
   build("one/\n  .Trash-" + user() + "/\n    files/\n      a\n      b\nblank\\s\\n/\n  .Trash-" +
             user() + "/\n    files/\n      c\nhome/\n  Trash/\n    files/\n      d\n",
         {"one", "blank\\040\\012"});
   EXPECT_EQ(count(), 4);
 }
 
-TEST_F(UserTrashCanTest, counts_both_kinds_of_one_file_system) {
+TEST_F(UserTrashCanTest, both_trash_folders_of_one_file_system_are_counted) {
   build("one/\n  .Trash/ mode=01777\n    " + user() + "/\n      files/\n        a\n  .Trash-" +
             user() + "/\n    files/\n      b\n",
         {"one"});
   EXPECT_EQ(count(), 2);
 }
 
-TEST_F(UserTrashCanTest, leaves_out_a_shared_trash_that_is_not_sticky) {
+TEST_F(UserTrashCanTest, a_shared_trash_without_the_sticky_bit_is_left_out) {
   build("one/\n  .Trash/ mode=0777\n    " + user() + "/\n      files/\n        a\n", {"one"});
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, leaves_out_links_on_other_file_systems) {
+TEST_F(UserTrashCanTest, links_on_other_file_systems_are_left_out) {
   const std::string name = ".Trash-" + user();
   build("real/ mode=01777\n  files/\n    a\n  " + user() +
             "/\n    files/\n      b\none/\n  .Trash -> ../real\n  " + name +
@@ -109,7 +109,7 @@ TEST_F(UserTrashCanTest, leaves_out_links_on_other_file_systems) {
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, leaves_out_the_trash_of_others) {
+TEST_F(UserTrashCanTest, the_trash_of_other_users_is_left_out) {
   const std::string other = std::to_string(getuid() + 1);
   build("one/\n  .Trash-" + other + "/\n    files/\n      a\n  .Trash/ mode=01777\n    " + other +
             "/\n      files/\n        b\n",
@@ -117,7 +117,7 @@ TEST_F(UserTrashCanTest, leaves_out_the_trash_of_others) {
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, leaves_out_a_folder_of_its_name_that_belongs_to_another) {
+TEST_F(UserTrashCanTest, a_folder_with_the_users_number_that_belongs_to_another_user_is_left_out) {
   if (getuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
   build(
       "one/\n  .Trash-0/\n    files/\n      a\n  .Trash/ mode=01777\n    0/\n      files/\n        "
@@ -128,24 +128,24 @@ TEST_F(UserTrashCanTest, leaves_out_a_folder_of_its_name_that_belongs_to_another
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, counts_a_file_system_once_that_is_mounted_twice) {
+TEST_F(UserTrashCanTest, a_file_system_that_is_mounted_twice_is_counted_once) {
   build("one/\n  .Trash-" + user() + "/\n    files/\n      a\nagain -> one\n",
         {"one", "one", "again"});
   EXPECT_EQ(count(), 1);
 }
 
-TEST_F(UserTrashCanTest, does_not_look_at_what_would_mount_something) {
+TEST_F(UserTrashCanTest, an_automount_point_is_not_examined) {
   build("one/\n  .Trash-" + user() + "/\n    files/\n      a\n");
   addMount(tree_.at("one"), "autofs");
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, leaves_out_mounts_that_are_gone) {
+TEST_F(UserTrashCanTest, missing_mount_points_are_left_out) {
   build("one\n", {"missing", "one"});
   EXPECT_EQ(count(), 0);
 }
 
-TEST_F(UserTrashCanTest, fails_where_a_trash_of_the_user_cannot_be_read) {
+TEST_F(UserTrashCanTest, a_trash_of_the_user_that_cannot_be_read_is_an_error) {
   const std::string mountinfo = tree_.at("mountinfo");
   ASSERT_EQ(chmod(tree_.path().c_str(), 0777), 0);
   EXPECT_EQ(asOtherUser([&]() -> std::string {
@@ -160,7 +160,7 @@ TEST_F(UserTrashCanTest, fails_where_a_trash_of_the_user_cannot_be_read) {
             "");
 }
 
-TEST_F(UserTrashCanTest, leaves_out_file_systems_whose_top_is_closed_to_the_user) {
+TEST_F(UserTrashCanTest, file_systems_whose_top_folder_is_closed_to_the_user_are_left_out) {
   const std::string mountinfo = tree_.at("mountinfo");
   build("one/ mode=0\n", {"one"});
   std::ofstream(mountinfo) << mountinfo_;
@@ -173,7 +173,7 @@ TEST_F(UserTrashCanTest, leaves_out_file_systems_whose_top_is_closed_to_the_user
             "");
 }
 
-TEST_F(UserTrashCanTest, fails_without_the_list_of_mounts) {
+TEST_F(UserTrashCanTest, a_missing_list_of_mounts_is_an_error) {
   const Result<std::int64_t> counted =
       UserTrashCan({tree_.at("home/Trash"), tree_.at("missing"), getuid()}).count();
   ASSERT_FALSE(counted.ok());
@@ -181,7 +181,7 @@ TEST_F(UserTrashCanTest, fails_without_the_list_of_mounts) {
   EXPECT_EQ(counted.error().path, tree_.at("missing"));
 }
 
-TEST(TrashConfig, is_the_users_data_folder_and_the_kernels_list) {
+TEST(TrashConfig, the_current_configuration_has_the_users_trash_and_the_kernels_list) {
   const TrashConfig config = TrashConfig::current();
   EXPECT_TRUE(config.homeTrash.ends_with("/Trash"));
   EXPECT_EQ(config.mountinfo, "/proc/self/mountinfo");

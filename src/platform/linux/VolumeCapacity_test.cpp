@@ -18,19 +18,19 @@ struct statvfs figures(fsblkcnt_t blocks, fsblkcnt_t available, unsigned long fr
   return made;
 }
 
-TEST(VolumeCapacity, counts_fragments_and_leaves_out_what_root_alone_may_use) {
+TEST(VolumeCapacity, blocks_are_counted_in_fragments_without_those_reserved_for_root) {
   const VolumeCapacity capacity = capacityFrom(figures(1000, 300, 4096));
   EXPECT_EQ(capacity.total, 4096000);
   EXPECT_EQ(capacity.available, 1228800);
 }
 
-TEST(VolumeCapacity, knows_nothing_of_purging) {
+TEST(VolumeCapacity, purgeable_space_is_unknown) {
   const VolumeCapacity capacity = capacityFrom(figures(1000, 300, 4096));
   EXPECT_EQ(capacity.availableForImportantUsage, std::nullopt);
   EXPECT_EQ(capacity.availableForOpportunisticUsage, std::nullopt);
 }
 
-TEST(VolumeCapacity, an_absurd_figure_is_absent_and_leaves_the_other_one) {
+TEST(VolumeCapacity, an_impossible_figure_is_absent_and_the_other_one_stays) {
   constexpr fsblkcnt_t all = std::numeric_limits<fsblkcnt_t>::max();
   EXPECT_EQ(capacityFrom(figures(all, 300, 4096)).total, std::nullopt);
   EXPECT_EQ(capacityFrom(figures(all, 300, 4096)).available, 1228800);
@@ -47,7 +47,7 @@ TEST(VolumeCapacity, a_file_system_without_blocks_has_no_bytes) {
   EXPECT_EQ(capacityFrom(figures(0, 0, 0)).available, 0);
 }
 
-TEST(VolumeCapacity, the_root_has_a_size_and_no_more_room_than_that) {
+TEST(VolumeCapacity, the_root_has_a_size_and_no_more_free_space_than_that) {
   const Result<VolumeCapacity> capacity = volumeCapacity("/");
   ASSERT_TRUE(capacity);
   ASSERT_TRUE(capacity.value().total);
@@ -57,14 +57,14 @@ TEST(VolumeCapacity, the_root_has_a_size_and_no_more_room_than_that) {
   EXPECT_LE(*capacity.value().available, *capacity.value().total);
 }
 
-TEST(VolumeCapacity, asks_for_the_volume_that_holds_the_path) {
+TEST(VolumeCapacity, the_capacity_is_that_of_the_volume_that_contains_the_path) {
   // /proc is a volume of size 0 on every machine.
   const Result<VolumeCapacity> capacity = volumeCapacity("/proc/self");
   ASSERT_TRUE(capacity);
   EXPECT_EQ(capacity.value().total, 0);
 }
 
-TEST(VolumeCapacity, a_path_that_is_not_there_is_an_error_that_names_it) {
+TEST(VolumeCapacity, a_missing_path_is_an_error_that_names_it) {
   const Result<VolumeCapacity> capacity = volumeCapacity("/nowhere/at/all");
   ASSERT_FALSE(capacity);
   EXPECT_EQ(capacity.error().kind, SystemError::Kind::notFound);

@@ -26,7 +26,7 @@ struct statx withoutBirth(struct statx status) {
   return status;
 }
 
-TEST(ItemFacts, inodes_keep_their_numbers_on_the_disks_of_this_system) {
+TEST(ItemFacts, inode_numbers_are_lasting_on_the_disk_file_systems_of_linux) {
   for (const unsigned long type :
        {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, static_cast<int>(BTRFS_SUPER_MAGIC), TMPFS_MAGIC,
         NFS_SUPER_MAGIC, V9FS_MAGIC, int{0x2FC12FC1}}) {
@@ -34,7 +34,7 @@ TEST(ItemFacts, inodes_keep_their_numbers_on_the_disks_of_this_system) {
   }
 }
 
-TEST(ItemFacts, inodes_are_numbered_anew_where_nobody_stores_the_numbers) {
+TEST(ItemFacts, inode_numbers_are_not_lasting_on_file_systems_that_do_not_store_them) {
   constexpr unsigned long sharedFoldersOfVirtualBox = 0x786F4256;
   for (const unsigned long type : std::initializer_list<unsigned long>{
            MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC, SMB_SUPER_MAGIC,
@@ -43,7 +43,7 @@ TEST(ItemFacts, inodes_are_numbered_anew_where_nobody_stores_the_numbers) {
   }
 }
 
-TEST(ItemFacts, an_inode_that_was_born_at_another_time_is_another_item) {
+TEST(ItemFacts, an_inode_with_another_birth_time_is_another_item) {
   const struct statx one = statusOfFile();
   const std::string facts = ItemFacts::text(one, true);
   EXPECT_EQ(ItemFacts::text(one, true), facts);
@@ -61,7 +61,7 @@ TEST(ItemFacts, an_inode_that_was_born_at_another_time_is_another_item) {
   EXPECT_NE(ItemFacts::text(other, true), facts);
 }
 
-TEST(ItemFacts, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) {
+TEST(ItemFacts, an_item_with_a_known_birth_time_stays_the_same_when_it_is_written_to) {
   struct statx written = statusOfFile();
   const std::string facts = ItemFacts::text(written, true);
   written.stx_size += 1;
@@ -70,7 +70,7 @@ TEST(ItemFacts, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to)
   EXPECT_EQ(ItemFacts::text(written, true), facts);
 }
 
-TEST(ItemFacts, size_and_time_stand_for_a_birth_that_is_not_kept) {
+TEST(ItemFacts, size_and_time_replace_a_birth_time_that_is_not_stored) {
   const struct statx one = withoutBirth(statusOfFile());
   const std::string facts = ItemFacts::text(one, true);
   struct statx other = one;
@@ -84,7 +84,7 @@ TEST(ItemFacts, size_and_time_stand_for_a_birth_that_is_not_kept) {
   EXPECT_NE(ItemFacts::text(other, true), facts);
 }
 
-TEST(ItemFacts, numbers_that_do_not_last_do_not_count) {
+TEST(ItemFacts, numbers_that_are_not_lasting_are_ignored) {
   const struct statx one = statusOfFile();
   const std::string facts = ItemFacts::text(one, false);
   struct statx other = one;
@@ -102,7 +102,7 @@ TEST(ItemFacts, numbers_that_do_not_last_do_not_count) {
   EXPECT_NE(ItemFacts::text(other, false), facts);
 }
 
-TEST(ItemFacts, a_move_changes_none_of_them) {
+TEST(ItemFacts, a_move_does_not_change_the_facts) {
   struct statx moved = statusOfFile();
   moved.stx_ctime.tv_sec += 1000;
   for (const bool inodesLast : {true, false}) {
@@ -112,14 +112,14 @@ TEST(ItemFacts, a_move_changes_none_of_them) {
   }
 }
 
-TEST(ItemFacts, a_folder_that_was_born_at_another_time_is_another_folder) {
+TEST(ItemFacts, a_folder_with_another_birth_time_is_another_folder) {
   const struct statx one = statusOfFile();
   struct statx other = one;
   other.stx_btime.tv_sec += 1;
   EXPECT_NE(ItemFacts::folderText(other, true), ItemFacts::folderText(one, true));
 }
 
-TEST(ItemFacts, a_folder_stays_itself_whatever_is_put_into_it) {
+TEST(ItemFacts, a_folder_stays_the_same_when_items_are_added) {
   const struct statx one = withoutBirth(statusOfFile());
   struct statx filled = one;
   filled.stx_size += 1;

@@ -21,14 +21,14 @@ ItemMark withoutBirth(ItemMark mark) {
   return mark;
 }
 
-// The mark with something in it changed.
+// The mark after `change` was applied to it.
 template <class Change>
 ItemMark with(ItemMark mark, const Change& change) {
   change(mark);
   return mark;
 }
 
-TEST(ItemMark, an_item_of_another_number_or_birth_or_type_is_another) {
+TEST(ItemMark, an_item_with_another_number_birth_time_or_type_is_another_one) {
   const ItemMark one = markOfFile();
   EXPECT_TRUE(one.isSameItem(one));
   EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));
@@ -37,7 +37,7 @@ TEST(ItemMark, an_item_of_another_number_or_birth_or_type_is_another) {
   EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.type = S_IFDIR; })));
 }
 
-TEST(ItemMark, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) {
+TEST(ItemMark, an_item_with_a_known_birth_time_stays_the_same_when_it_is_written_to) {
   const ItemMark one = markOfFile();
   ItemMark written = one;
   written.size += 1;
@@ -48,7 +48,7 @@ TEST(ItemMark, an_item_whose_birth_is_known_stays_itself_when_it_is_written_to) 
 }
 
 // The inode number of a deleted item is soon reused.
-TEST(ItemMark, size_and_time_stand_for_a_birth_that_is_not_kept) {
+TEST(ItemMark, size_and_time_replace_a_birth_time_that_is_not_stored) {
   const ItemMark one = withoutBirth(markOfFile());
   // As a move does.
   EXPECT_TRUE(one.isSameItem(with(one, [](ItemMark& other) { other.lastTouched += 1; })));
@@ -57,7 +57,7 @@ TEST(ItemMark, size_and_time_stand_for_a_birth_that_is_not_kept) {
   EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));
 }
 
-TEST(ItemMark, size_and_time_stand_for_a_number_that_does_not_last) {
+TEST(ItemMark, size_and_time_replace_a_number_that_is_not_lasting) {
   ItemMark one = markOfFile();
   one.hasStableNumber = false;
   EXPECT_TRUE(one.isSameItem(with(one, [](ItemMark& other) { other.identity.inode += 1; })));

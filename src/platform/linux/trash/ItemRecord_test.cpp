@@ -11,8 +11,8 @@
 namespace tessaly {
 namespace {
 
-// 4,096 bytes of a path, each written as three, and another 4,096 for the rest.
-TEST(ItemRecord, is_none_of_ours_beyond_what_a_path_can_fill) {
+// 4,096 bytes of a path, each encoded as three, and another 4,096 for the rest.
+TEST(ItemRecord, a_record_longer_than_any_path_needs_is_refused) {
   const TempTree tree;
   const FileDescriptor folder(::open(tree.path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const ItemRecord record(folder, "film");

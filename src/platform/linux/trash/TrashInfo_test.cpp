@@ -26,32 +26,32 @@ std::string numbered(std::string_view name, unsigned number = 1, std::size_t lon
   return TrashInfo::nameFor(name, number, longest);
 }
 
-TEST(TrashInfoText, tells_path_and_local_time) {
+TEST(TrashInfoText, a_record_contains_the_path_and_the_local_time) {
   EXPECT_EQ(TrashInfo::text("/home/ada/film.mkv", moment()),
             "[Trash Info]\nPath=/home/ada/film.mkv\nDeletionDate=2024-02-03T04:05:06\n");
 }
 
-TEST(TrashInfoText, encodes_all_but_plain_characters_and_slashes) {
+TEST(TrashInfoText, all_but_plain_characters_and_slashes_are_encoded) {
   EXPECT_EQ(encoded("azAZ09-._~/"), "azAZ09-._~/");
   EXPECT_EQ(encoded("a b%c\n"), "a%20b%25c%0A");
   EXPECT_EQ(encoded("\xC3\xA9\xff\x01"), "%C3%A9%FF%01");
   EXPECT_EQ(encoded("!*'();:@&=+$,?#[]"), "%21%2A%27%28%29%3B%3A%40%26%3D%2B%24%2C%3F%23%5B%5D");
 }
 
-TEST(TrashName, is_the_items_own_while_it_is_free) {
+TEST(TrashName, the_first_name_is_that_of_the_item) {
   for (const char* name : {"film.mkv", "film", ".hidden", "a.b.c", "\xff"}) {
     EXPECT_EQ(numbered(name), name);
   }
 }
 
-TEST(TrashName, has_its_number_before_the_extension) {
+TEST(TrashName, the_number_comes_before_the_extension) {
   EXPECT_EQ(numbered("film.mkv", 2), "film.2.mkv");
   EXPECT_EQ(numbered("film", 12), "film.12");
   EXPECT_EQ(numbered(".hidden", 2), ".hidden.2");
   EXPECT_EQ(numbered("a.a long sentence without end", 2), "a.a long sentence without end.2");
 }
 
-TEST(TrashName, leaves_room_for_the_ending) {
+TEST(TrashName, a_name_is_cut_to_leave_room_for_the_ending_of_its_record) {
   EXPECT_EQ(numbered(std::string(245, 'n')), std::string(245, 'n'));
   EXPECT_EQ(numbered(std::string(246, 'n')), std::string(245, 'n'));
   EXPECT_EQ(numbered(std::string(255, 'n')), std::string(245, 'n'));
@@ -59,7 +59,7 @@ TEST(TrashName, leaves_room_for_the_ending) {
   EXPECT_EQ(numbered(std::string(255, 'n'), 1, 143), std::string(133, 'n'));
 }
 
-TEST(TrashName, never_cuts_a_character_in_two) {
+TEST(TrashName, a_character_is_never_cut_in_two) {
   // After one byte, characters of three bytes end at 244 and 247: the limit is 245.
   std::string name = "n";
   for (int i = 0; i < 84; ++i) name += "\xE2\x82\xAC";
@@ -80,7 +80,7 @@ TEST(TrashName, never_cuts_a_character_in_two) {
   }
 }
 
-TEST(TrashName, cuts_bytes_that_are_no_characters_where_the_room_ends) {
+TEST(TrashName, bytes_that_are_not_utf8_are_cut_at_the_limit) {
   for (const char byte : {'\xff', '\x80', '\xE2', '\xC3'}) {
     EXPECT_EQ(numbered(std::string(255, byte)), std::string(245, byte));
   }

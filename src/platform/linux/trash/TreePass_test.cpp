@@ -65,14 +65,14 @@ class TreePassTest : public testing::Test {
   )");
 };
 
-TEST_F(TreePassTest, leaves_folders_after_what_is_in_them) {
+TEST_F(TreePassTest, folders_are_left_after_their_contents) {
   Notes notes;
   EXPECT_TRUE(run(notes));
   EXPECT_THAT(notes.met, UnorderedElementsAre("a", "link", "file", "b", "file"));
   EXPECT_THAT(notes.left, ElementsAre("b", "a", "item"));
 }
 
-TEST_F(TreePassTest, can_be_made_again) {
+TEST_F(TreePassTest, a_pass_can_be_repeated) {
   Notes notes;
   EXPECT_TRUE(run(notes));
   notes.left.clear();
@@ -80,7 +80,7 @@ TEST_F(TreePassTest, can_be_made_again) {
   EXPECT_THAT(notes.left, ElementsAre("b", "a", "item"));
 }
 
-TEST_F(TreePassTest, tells_the_first_error_and_leaves_no_folder_above_it) {
+TEST_F(TreePassTest, the_first_error_is_reported_and_no_folder_above_it_is_left) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) { return name == "b" ? EIO : 0; };
   const Outcome outcome = run(notes);
@@ -89,7 +89,7 @@ TEST_F(TreePassTest, tells_the_first_error_and_leaves_no_folder_above_it) {
   EXPECT_THAT(notes.left, IsEmpty());
 }
 
-TEST_F(TreePassTest, stops_after_an_error_when_it_is_told_to) {
+TEST_F(TreePassTest, a_pass_stops_after_an_error_if_requested) {
   tree_.plant("many/\n  a/\n    file\n  b/\n    file\n");
   Notes notes(Notes::AfterError::stop);
   notes.onMeet = [&](std::string_view) { return EIO; };
@@ -97,7 +97,7 @@ TEST_F(TreePassTest, stops_after_an_error_when_it_is_told_to) {
   EXPECT_EQ(notes.met.size(), 1U);
 }
 
-TEST_F(TreePassTest, takes_what_vanishes_for_no_error) {
+TEST_F(TreePassTest, an_item_that_disappears_is_no_error) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) {
     if (name == "b") fs::remove_all(tree_.at("item/a/b"));
@@ -107,7 +107,7 @@ TEST_F(TreePassTest, takes_what_vanishes_for_no_error) {
   EXPECT_THAT(notes.left, ElementsAre("a", "item"));
 }
 
-TEST_F(TreePassTest, goes_through_a_folder_again_that_is_not_empty_but_not_for_ever) {
+TEST_F(TreePassTest, a_folder_that_is_not_empty_is_passed_again_a_limited_number_of_times) {
   Notes notes;
   int rounds = 0;
   notes.onLeave = [&](const std::string& name) {
@@ -122,7 +122,7 @@ TEST_F(TreePassTest, goes_through_a_folder_again_that_is_not_empty_but_not_for_e
 }
 
 // Moving a folder away during its visit must not lead the pass into another folder.
-TEST_F(TreePassTest, does_not_go_up_into_another_folder) {
+TEST_F(TreePassTest, a_pass_does_not_go_up_into_another_folder) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) {
     if (name == "b") fs::rename(tree_.at("item/a"), tree_.at("beside/a"));
@@ -135,7 +135,7 @@ TEST_F(TreePassTest, does_not_go_up_into_another_folder) {
   EXPECT_THAT(notes.met, testing::Not(testing::Contains("outer")));
 }
 
-TEST_F(TreePassTest, does_not_go_into_another_folder_than_it_is_to_start_with) {
+TEST_F(TreePassTest, a_pass_does_not_start_in_another_folder_than_the_given_one) {
   tree_.plant("other/\n  film\n");
   const FileDescriptor above(::open(tree_.path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const Result<ItemIdentity> item = identityOf(above, "item", "");
@@ -152,7 +152,7 @@ TEST_F(TreePassTest, does_not_go_into_another_folder_than_it_is_to_start_with) {
   }
 }
 
-TEST_F(TreePassTest, does_not_go_into_what_became_a_link) {
+TEST_F(TreePassTest, a_pass_does_not_enter_a_folder_that_was_replaced_by_a_link) {
   Notes notes;
   notes.onMeet = [&](std::string_view name) {
     if (name == "a") {
