@@ -64,19 +64,19 @@ class OpenProgramTest : public testing::Test {
 
 // In each test, the started program waits until the tool has ended and the test reads its report.
 
-TEST_F(OpenProgramTest, leaves_a_terminal_behind_in_the_folder) {
+TEST_F(OpenProgramTest, a_terminal_in_the_folder_outlives_the_tool) {
   plantTeller("qterminal");
   ASSERT_EQ(run({"-a", "Terminal", tree_.at("work")}), 0);
   EXPECT_EQ(told(), ofItsOwn() + "--workdir\n" + tree_.at("work") + "\n" + tree_.at("work") + "\n");
 }
 
-TEST_F(OpenProgramTest, leaves_an_editor_behind_with_the_path_as_it_is) {
+TEST_F(OpenProgramTest, an_editor_with_the_unchanged_path_outlives_the_tool) {
   plantTeller("code");
   ASSERT_EQ(run({"-a", "Visual Studio Code", "-a b\xFF"}), 0);
   EXPECT_EQ(told(), ofItsOwn() + tree_.at("work/-a b\xFF") + "\n" + tree_.at("work") + "\n");
 }
 
-TEST_F(OpenProgramTest, passes_over_what_turns_out_to_be_no_program) {
+TEST_F(OpenProgramTest, an_editor_that_cannot_be_executed_is_passed_over) {
   tree_.plant("bin", "codium 4K mode=0755");
   EXPECT_EQ(run({"-a", "TextEdit", tree_.at("work")}), 1);
   plantTeller("kate");
@@ -84,21 +84,21 @@ TEST_F(OpenProgramTest, passes_over_what_turns_out_to_be_no_program) {
   EXPECT_EQ(told(), ofItsOwn() + tree_.at("work") + "\n" + tree_.at("work") + "\n");
 }
 
-TEST_F(OpenProgramTest, leaves_another_instance_of_a_program_behind) {
+TEST_F(OpenProgramTest, another_instance_of_a_program_outlives_the_tool) {
   plantTeller("an other");
   ASSERT_EQ(run({"-n", tree_.at("bin/an other")}), 0);
   EXPECT_EQ(told(), ofItsOwn() + "\n" + tree_.at("work") + "\n");
   EXPECT_EQ(run({"-n", tree_.at("bin/none")}), 1);
 }
 
-TEST_F(OpenProgramTest, fails_for_what_this_machine_has_not) {
+TEST_F(OpenProgramTest, the_tool_fails_if_no_program_is_installed) {
   EXPECT_EQ(run({"-a", "Cursor", tree_.at("work")}), 1);
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("work")}), 1);
   EXPECT_EQ(run({tree_.at("work")}), 1);
   EXPECT_EQ(run({}), 2);
 }
 
-TEST_F(OpenProgramTest, ends_as_the_default_application_was_found) {
+TEST_F(OpenProgramTest, the_exit_status_depends_on_that_of_the_default_application) {
   plantScript("xdg-open", "exit 3");
   EXPECT_EQ(run({tree_.at("work")}), 1);
   plantScript("xdg-open", "[ \"$*\" = 'file://" + tree_.at("work") + "/-a%20b%FF' ]");

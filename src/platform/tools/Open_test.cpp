@@ -100,31 +100,31 @@ class OpenTest : public testing::Test {
   }
 };
 
-TEST_F(OpenTest, takes_the_terminal_that_the_user_names) {
+TEST_F(OpenTest, the_terminal_named_by_the_user_is_opened) {
   plantPrograms({"mine", "x-terminal-emulator", "xterm"});
   EXPECT_EQ(terminalFor("mine"), "bin/mine in DIR");
   EXPECT_EQ(terminalFor(tree_.at("bin/mine")), "bin/mine in DIR");
 }
 
-TEST_F(OpenTest, hands_on_the_arguments_of_the_users_terminal) {
+TEST_F(OpenTest, the_arguments_of_the_users_terminal_are_passed_on) {
   plantPrograms({"mine", "konsole"});
   EXPECT_EQ(terminalFor("  mine --big  -e\ttmux "), "bin/mine|--big|-e|tmux in DIR");
   EXPECT_EQ(terminalFor("konsole -e tmux"), "bin/konsole|-e|tmux in DIR");
 }
 
-TEST_F(OpenTest, takes_a_users_terminal_with_a_blank_in_its_path_for_what_it_is) {
+TEST_F(OpenTest, the_users_terminal_may_have_a_path_with_a_blank) {
   plantPrograms({"my\\sown", "my"});
   EXPECT_EQ(terminalFor(tree_.at("bin/my own")), "bin/my own in DIR");
 }
 
-TEST_F(OpenTest, passes_over_a_users_terminal_that_is_not_there) {
+TEST_F(OpenTest, a_missing_terminal_of_the_user_is_passed_over) {
   plantPrograms({"x-terminal-emulator"});
   for (const char* gone : {"gone", "/gone/xterm", "gone --big", " ", ""}) {
     EXPECT_EQ(terminalFor(gone), "bin/x-terminal-emulator in DIR") << gone;
   }
 }
 
-TEST_F(OpenTest, takes_the_users_choice_for_the_system_before_other_terminals) {
+TEST_F(OpenTest, the_terminal_chosen_for_the_system_comes_before_others) {
   plantPrograms({"xterm"});
   EXPECT_EQ(terminalFor(""), "bin/xterm in DIR");
   plantPrograms({"konsole"});
@@ -135,7 +135,7 @@ TEST_F(OpenTest, takes_the_users_choice_for_the_system_before_other_terminals) {
   EXPECT_EQ(terminalFor(""), "bin/x-terminal-emulator in DIR");
 }
 
-TEST_F(OpenTest, tells_the_folder_to_terminals_whose_windows_another_process_opens) {
+TEST_F(OpenTest, terminals_that_open_windows_in_another_process_get_the_folder_as_an_argument) {
   const std::map<std::string, std::string> args = {
       {"konsole", "|--workdir|DIR"},
       {"gnome-terminal", "|--working-directory=DIR"},
@@ -161,7 +161,7 @@ TEST_F(OpenTest, tells_the_folder_to_terminals_whose_windows_another_process_ope
   }
 }
 
-TEST_F(OpenTest, knows_the_terminal_that_a_link_leads_to) {
+TEST_F(OpenTest, a_terminal_behind_a_link_is_recognised) {
   tree_.plant(R"(
     elsewhere/
       konsole mode=0755
@@ -173,7 +173,7 @@ TEST_F(OpenTest, knows_the_terminal_that_a_link_leads_to) {
   EXPECT_EQ(terminalFor("kitty"), "bin/kitty|--directory|DIR in DIR");
 }
 
-TEST_F(OpenTest, opens_a_terminal_in_the_folder_of_a_file) {
+TEST_F(OpenTest, the_terminal_for_a_file_opens_in_its_folder) {
   plantPrograms({"xterm"});
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk/note")}), 0);
   EXPECT_THAT(started_, ElementsAre("bin/xterm in desk"));
@@ -183,7 +183,7 @@ TEST_F(OpenTest, opens_a_terminal_in_the_folder_of_a_file) {
   EXPECT_THAT(started_, ElementsAre("bin/xterm in /"));
 }
 
-TEST_F(OpenTest, opens_a_terminal_in_the_root_for_a_file_that_lies_there) {
+TEST_F(OpenTest, the_terminal_for_a_file_in_the_root_opens_in_the_root) {
   plantPrograms({"xterm"});
   std::string file;
   for (const auto& entry : std::filesystem::directory_iterator("/")) {
@@ -194,7 +194,7 @@ TEST_F(OpenTest, opens_a_terminal_in_the_root_for_a_file_that_lies_there) {
   EXPECT_THAT(started_, ElementsAre("bin/xterm in /"));
 }
 
-TEST_F(OpenTest, tries_the_next_terminal_when_one_cannot_be_started) {
+TEST_F(OpenTest, the_next_terminal_is_tried_if_one_cannot_be_started) {
   plantPrograms({"konsole", "foot", "xterm"});
   broken_ = {tree_.at("bin/konsole")};
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 0);
@@ -202,7 +202,7 @@ TEST_F(OpenTest, tries_the_next_terminal_when_one_cannot_be_started) {
   EXPECT_EQ(err_.str(), "");
 }
 
-TEST_F(OpenTest, fails_when_none_can_be_started) {
+TEST_F(OpenTest, the_tool_fails_if_no_terminal_can_be_started) {
   plantPrograms({"foot", "xterm"});
   broken_ = {tree_.at("bin/foot"), tree_.at("bin/xterm")};
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 1);
@@ -210,12 +210,12 @@ TEST_F(OpenTest, fails_when_none_can_be_started) {
   expectLineOfError(tree_.at("bin/foot") + ": Permission denied");
 }
 
-TEST_F(OpenTest, fails_where_there_is_no_terminal) {
+TEST_F(OpenTest, the_tool_fails_if_no_terminal_is_installed) {
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 1);
   EXPECT_EQ(err_.str(), "Unable to find application named 'Terminal'\n");
 }
 
-TEST_F(OpenTest, takes_each_editor_by_its_command) {
+TEST_F(OpenTest, each_editor_is_started_by_its_command) {
   plantPrograms({"cursor", "code", "kate"});
   EXPECT_EQ(run({"-a", "Cursor", tree_.at("desk/note")}), 0);
   EXPECT_THAT(started_, ElementsAre("bin/cursor|desk/note"));
@@ -228,7 +228,7 @@ TEST_F(OpenTest, takes_each_editor_by_its_command) {
   EXPECT_EQ(out_.str() + err_.str(), "");
 }
 
-TEST_F(OpenTest, fails_for_each_editor_that_is_not_there) {
+TEST_F(OpenTest, the_tool_fails_for_each_editor_that_is_not_installed) {
   plantPrograms({"vim", "xterm", "code-oss"});
   for (const std::string name : {"Cursor", "Visual Studio Code", "TextEdit"}) {
     EXPECT_EQ(run({"-a", name, tree_.at("desk/note")}), 1);
@@ -239,7 +239,7 @@ TEST_F(OpenTest, fails_for_each_editor_that_is_not_there) {
   EXPECT_THAT(started_, ElementsAre("bin/code-oss|desk/note"));
 }
 
-TEST_F(OpenTest, takes_the_plain_editors_in_their_order) {
+TEST_F(OpenTest, plain_editors_are_tried_in_their_order) {
   const std::vector<std::string> fromTheLast = {
       "leafpad",  "l3afpad", "deepin-editor",     "geany", "featherpad", "pluma",    "xed",
       "mousepad", "kwrite",  "gnome-text-editor", "gedit", "kate",       "vscodium", "codium"};
@@ -250,7 +250,7 @@ TEST_F(OpenTest, takes_the_plain_editors_in_their_order) {
   }
 }
 
-TEST_F(OpenTest, asks_only_editors_for_a_folder_that_open_folders) {
+TEST_F(OpenTest, a_folder_is_opened_only_in_editors_that_can_open_folders) {
   plantPrograms({"gedit", "kwrite"});
   EXPECT_EQ(run({"-a", "TextEdit", tree_.at("desk/folder")}), 1);
   EXPECT_THAT(started_, IsEmpty());
@@ -262,7 +262,7 @@ TEST_F(OpenTest, asks_only_editors_for_a_folder_that_open_folders) {
   EXPECT_THAT(started_, ElementsAre("bin/code|desk/folder"));
 }
 
-TEST_F(OpenTest, knows_no_other_applications) {
+TEST_F(OpenTest, other_applications_are_unknown) {
   plantPrograms({"xterm", "rm", "Preview"});
   for (const std::string name : {"Preview", "", "rm", "xterm", "terminal", "/bin/sh"}) {
     EXPECT_EQ(run({"-a", name, tree_.at("desk/note")}), 1);
@@ -271,7 +271,7 @@ TEST_F(OpenTest, knows_no_other_applications) {
   }
 }
 
-TEST_F(OpenTest, opens_a_file_by_its_uri_where_no_application_is_named) {
+TEST_F(OpenTest, a_file_is_opened_by_its_uri_if_no_application_is_named) {
   plantPrograms({"xdg-open"});
   EXPECT_EQ(run({tree_.at("desk/two\nlines")}), 0);
   EXPECT_THAT(waitedFor_, ElementsAre("bin/xdg-open|file://desk/two%0Alines"));
@@ -280,7 +280,7 @@ TEST_F(OpenTest, opens_a_file_by_its_uri_where_no_application_is_named) {
   EXPECT_THAT(started_, IsEmpty());
 }
 
-TEST_F(OpenTest, fails_as_the_default_application_does) {
+TEST_F(OpenTest, a_failure_of_the_default_application_is_reported) {
   EXPECT_EQ(run({tree_.at("desk/note")}), 1);
   expectLineOfError("No application knows how to open " + tree_.at("desk/note"));
   plantPrograms({"xdg-open"});
@@ -295,7 +295,7 @@ TEST_F(OpenTest, fails_as_the_default_application_does) {
   expectLineOfError("No application knows how to open " + tree_.at("desk/two?lines"));
 }
 
-TEST_F(OpenTest, opens_nothing_of_what_is_not_there) {
+TEST_F(OpenTest, a_missing_item_is_not_opened) {
   plantPrograms({"xterm", "kate", "xdg-open"});
   for (const std::string path : {"desk/gone", "desk/broken", "desk/note/in", "gone/with\nit"}) {
     for (const std::string name : {"Terminal", "TextEdit"}) {
@@ -312,7 +312,7 @@ TEST_F(OpenTest, opens_nothing_of_what_is_not_there) {
   EXPECT_EQ(err_.str(), "The file  does not exist.\n");
 }
 
-TEST_F(OpenTest, makes_no_option_of_a_path) {
+TEST_F(OpenTest, a_path_with_a_dash_is_not_taken_as_an_option) {
   plantPrograms({"xterm", "kate", "xdg-open"});
   char before[4096];
   ASSERT_NE(getcwd(before, sizeof before), nullptr);
@@ -326,7 +326,7 @@ TEST_F(OpenTest, makes_no_option_of_a_path) {
   ASSERT_EQ(chdir(before), 0);
 }
 
-TEST_F(OpenTest, opens_nothing_without_a_display) {
+TEST_F(OpenTest, nothing_is_opened_without_a_display) {
   plantPrograms({"xterm", "kate", "xdg-open"});
   variables_.erase("DISPLAY");
   for (const std::string name : {"Terminal", "TextEdit"}) {
@@ -340,13 +340,13 @@ TEST_F(OpenTest, opens_nothing_without_a_display) {
   EXPECT_EQ(run({"-a", "Terminal", tree_.at("desk")}), 0);
 }
 
-TEST_F(OpenTest, starts_another_instance_of_a_program_without_arguments_and_without_a_display) {
+TEST_F(OpenTest, another_instance_of_a_program_needs_no_arguments_and_no_display) {
   variables_.clear();
   EXPECT_EQ(run({"-n", "/opt/caf\xE9 bar"}), done);
   EXPECT_THAT(started_, ElementsAre("/opt/caf\xE9 bar"));
 }
 
-TEST_F(OpenTest, is_misused_without_exactly_one_path) {
+TEST_F(OpenTest, the_tool_needs_exactly_one_path) {
   const std::vector<std::vector<std::string>> misuses = {
       {},     {"-a"},           {"-a", "Terminal"},          {"-x"}, {"-n"}, {"/", "/"},
       {"--"}, {"-b", "x", "/"}, {"-a", "Terminal", "/", "/"}};
@@ -356,7 +356,7 @@ TEST_F(OpenTest, is_misused_without_exactly_one_path) {
   }
 }
 
-TEST_F(OpenTest, helps) {
+TEST_F(OpenTest, the_option_help_prints_the_usage) {
   EXPECT_EQ(run({"--help"}), 0);
   EXPECT_THAT(out_.str(), HasSubstr("Visual Studio Code"));
   EXPECT_EQ(err_.str(), "");

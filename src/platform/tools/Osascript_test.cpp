@@ -48,7 +48,7 @@ class OsascriptTest : public testing::Test {
 constexpr const char* count = "tell application \"Finder\" to count items of trash";
 constexpr const char* empty = "tell application \"Finder\" to empty trash";
 
-TEST_F(OsascriptTest, prints_the_count_of_the_trash) {
+TEST_F(OsascriptTest, the_number_of_items_in_the_trash_is_printed) {
   trash_.counted = std::int64_t{12345};
   EXPECT_EQ(run({"-e", count}), 0);
   EXPECT_EQ(out_.str(), "12345\n");
@@ -56,19 +56,19 @@ TEST_F(OsascriptTest, prints_the_count_of_the_trash) {
   EXPECT_EQ(trash_.timesEmptied, 0);
 }
 
-TEST_F(OsascriptTest, tells_why_the_trash_cannot_be_counted) {
+TEST_F(OsascriptTest, the_reason_why_the_trash_cannot_be_counted_is_printed) {
   trash_.counted = SystemError::fromErrno(EACCES, "/home/x/Trash");
   EXPECT_EQ(run({"-e", count}), 1);
   expectLineOfError("/home/x/Trash: Permission denied");
 }
 
-TEST_F(OsascriptTest, empties_the_trash_and_prints_nothing) {
+TEST_F(OsascriptTest, emptying_the_trash_prints_nothing) {
   EXPECT_EQ(run({"-e", empty}), 0);
   EXPECT_EQ(out_.str() + err_.str(), "");
   EXPECT_EQ(trash_.timesEmptied, 1);
 }
 
-TEST_F(OsascriptTest, finishes_emptying_although_it_is_asked_to_end) {
+TEST_F(OsascriptTest, emptying_is_completed_even_after_sigterm) {
   bool isFinished = false;
   trash_.whileEmptying = [&] {
     std::raise(SIGTERM);
@@ -80,7 +80,7 @@ TEST_F(OsascriptTest, finishes_emptying_although_it_is_asked_to_end) {
   EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST_F(OsascriptTest, tells_what_could_not_be_deleted_first) {
+TEST_F(OsascriptTest, the_first_item_that_could_not_be_deleted_is_printed) {
   trash_.emptied.deleted = 5;
   trash_.emptied.addFailure(SystemError::fromErrno(EROFS, "/home/x/Trash/files/film"));
   EXPECT_EQ(run({"-e", empty}), 1);
@@ -94,7 +94,7 @@ TEST_F(OsascriptTest, tells_what_could_not_be_deleted_first) {
   expectLineOfError("2 items in the Trash cannot be deleted: /home/x/Trash/files/film: ");
 }
 
-TEST_F(OsascriptTest, tells_that_on_one_line_of_bounded_length_whatever_the_name) {
+TEST_F(OsascriptTest, an_error_is_printed_on_one_line_of_limited_length_whatever_the_name) {
   const std::string longPath(std::size_t{1} << 20U, 'n');
   for (const std::string& path : {std::string("/a\nb\r\x1b[31m"), longPath}) {
     trash_.emptied = EmptiedTrash();
@@ -109,7 +109,7 @@ TEST_F(OsascriptTest, tells_that_on_one_line_of_bounded_length_whatever_the_name
   }
 }
 
-TEST_F(OsascriptTest, does_not_understand_other_scripts) {
+TEST_F(OsascriptTest, other_scripts_are_refused) {
   for (const std::string script :
        {"", "tell application \"Finder\" to empty", "display alert \"a\"",
         "tell application \"Finder\" to empty trash now"}) {
@@ -120,7 +120,7 @@ TEST_F(OsascriptTest, does_not_understand_other_scripts) {
   EXPECT_EQ(trash_.timesEmptied, 0);
 }
 
-TEST_F(OsascriptTest, is_misused_without_exactly_one_script) {
+TEST_F(OsascriptTest, the_tool_needs_exactly_one_script) {
   const std::vector<std::vector<std::string>> misuses = {
       {}, {"-e"}, {empty}, {"-x", empty}, {"-e", empty, "more"}, {"-e", empty, "-e", empty}};
   for (const std::vector<std::string>& args : misuses) {
@@ -131,7 +131,7 @@ TEST_F(OsascriptTest, is_misused_without_exactly_one_script) {
   EXPECT_EQ(trash_.timesEmptied, 0);
 }
 
-TEST_F(OsascriptTest, helps) {
+TEST_F(OsascriptTest, the_option_help_prints_the_usage) {
   EXPECT_EQ(run({"--help"}), 0);
   EXPECT_THAT(out_.str(), HasSubstr(count));
   EXPECT_THAT(out_.str(), HasSubstr(empty));

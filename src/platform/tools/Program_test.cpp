@@ -66,13 +66,13 @@ class ProgramTest : public testing::Test {
 constexpr const char* count = "tell application \"Finder\" to count items of trash";
 constexpr const char* empty = "tell application \"Finder\" to empty trash";
 
-TEST_F(ProgramTest, counts_the_trash_by_hand) {
+TEST_F(ProgramTest, the_program_counts_the_trash_if_started_by_hand) {
   const Answer answer = run(program(), {"osascript", "-e", count});
   EXPECT_EQ(answer.output, counted());
   EXPECT_TRUE(answer.exit.isSuccess());
 }
 
-TEST_F(ProgramTest, counts_the_trash_in_place_of_the_given_tool) {
+TEST_F(ProgramTest, the_program_counts_the_trash_in_place_of_the_real_tool) {
   const Answer answer = run("/usr/bin/osascript", {"-e", count});
   EXPECT_EQ(answer.output, counted());
   EXPECT_TRUE(answer.exit.isSuccess());
@@ -80,7 +80,7 @@ TEST_F(ProgramTest, counts_the_trash_in_place_of_the_given_tool) {
 
 // This would empty every Trash of the user who runs the tests, so everything except the test's own
 // Trash is made read-only first.
-TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
+TEST_F(ProgramTest, the_program_empties_the_trash_in_place_of_the_real_tool) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
     if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
@@ -100,8 +100,8 @@ TEST_F(ProgramTest, empties_the_trash_in_place_of_the_given_tool) {
   EXPECT_EQ(told, "");
 }
 
-// As the program does at its time limit.
-TEST_F(ProgramTest, empties_the_trash_to_the_end_although_it_is_asked_to_end) {
+// The application sends SIGTERM at its time limit.
+TEST_F(ProgramTest, emptying_is_completed_even_after_sigterm) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
     if (::mount("tmpfs", data_.path().c_str(), "tmpfs", 0, nullptr) != 0) return refusal();
@@ -130,7 +130,7 @@ TEST_F(ProgramTest, empties_the_trash_to_the_end_although_it_is_asked_to_end) {
   EXPECT_EQ(told, "");
 }
 
-TEST_F(ProgramTest, tells_when_something_stays_in_the_trash) {
+TEST_F(ProgramTest, the_program_fails_if_an_item_stays_in_the_trash) {
   const std::string told = inPrivateMounts([&]() -> std::string {
     if (!makeAllReadOnly()) return refusal();
     const Answer answer = run("/usr/bin/osascript", {"-e", empty});
@@ -142,13 +142,13 @@ TEST_F(ProgramTest, tells_when_something_stays_in_the_trash) {
   EXPECT_EQ(told, "");
 }
 
-TEST_F(ProgramTest, helps) {
+TEST_F(ProgramTest, the_option_help_prints_the_usage) {
   EXPECT_TRUE(run(program(), {"--help"}).exit.isSuccess());
   EXPECT_TRUE(run(program(), {"--help"}).output.starts_with("Usage: "));
   EXPECT_TRUE(run(program(), {"osascript", "--help"}).output.starts_with("Usage: "));
 }
 
-TEST_F(ProgramTest, is_misused_by_unknown_names) {
+TEST_F(ProgramTest, unknown_names_of_tools_are_refused) {
   const Answer answer = run(program(), {"unknown"});
   EXPECT_EQ(answer.output, "");
   EXPECT_EQ(answer.exit.status, 2);

@@ -26,25 +26,25 @@ class ToolsTest : public testing::Test {
   }
 };
 
-TEST_F(ToolsTest, run_the_tool_that_is_named_with_its_arguments) {
+TEST_F(ToolsTest, the_named_tool_runs_with_its_arguments) {
   EXPECT_EQ(run({"osascript", "-e", "tell application \"Finder\" to count items of trash"}), 0);
   EXPECT_EQ(out_.str(), "3\n");
   EXPECT_EQ(run({"osascript"}), 2);
 }
 
-TEST_F(ToolsTest, list_themselves) {
+TEST_F(ToolsTest, the_option_help_lists_the_tools) {
   EXPECT_EQ(run({"--help"}), 0);
   EXPECT_THAT(out_.str(), HasSubstr("osascript"));
   EXPECT_EQ(err_.str(), "");
 }
 
-TEST_F(ToolsTest, are_misused_without_a_name) {
+TEST_F(ToolsTest, a_missing_name_is_refused) {
   EXPECT_EQ(run({}), 2);
   EXPECT_THAT(err_.str(), HasSubstr("--help"));
   EXPECT_EQ(out_.str(), "");
 }
 
-TEST_F(ToolsTest, name_the_tool_that_they_do_not_know) {
+TEST_F(ToolsTest, an_unknown_name_is_refused_and_printed) {
   EXPECT_EQ(run({"mkfs", "/"}), 2);
   EXPECT_THAT(err_.str(), HasSubstr("\"mkfs\""));
   EXPECT_EQ(out_.str(), "");

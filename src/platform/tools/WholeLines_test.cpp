@@ -7,7 +7,7 @@
 namespace tessaly::tools {
 namespace {
 
-TEST(WholeLines, are_printed_with_a_line_feed_each) {
+TEST(WholeLines, each_line_is_printed_with_a_line_feed) {
   std::ostringstream out;
   WholeLines lines(out);
   EXPECT_TRUE(lines.print("a"));
@@ -16,7 +16,7 @@ TEST(WholeLines, are_printed_with_a_line_feed_each) {
   EXPECT_EQ(out.str(), "a\n\nb c\n");
 }
 
-TEST(WholeLines, end_below_the_limit) {
+TEST(WholeLines, the_output_ends_with_a_whole_line_below_the_limit) {
   std::ostringstream out;
   WholeLines lines(out);
   const std::string line(99, 'x');
@@ -27,7 +27,7 @@ TEST(WholeLines, end_below_the_limit) {
   EXPECT_TRUE(out.str().ends_with("x\n"));
 }
 
-TEST(WholeLines, never_reach_the_limit) {
+TEST(WholeLines, the_output_never_reaches_the_limit) {
   std::ostringstream out;
   EXPECT_FALSE(WholeLines(out).print(std::string(WholeLines::limit - 1, 'x')));
   EXPECT_EQ(out.str(), "");
@@ -35,7 +35,7 @@ TEST(WholeLines, never_reach_the_limit) {
   EXPECT_EQ(out.str().size(), WholeLines::limit - 1);
 }
 
-TEST(WholeLines, end_with_the_first_that_has_no_room) {
+TEST(WholeLines, no_line_is_printed_after_the_first_that_did_not_fit) {
   std::ostringstream out;
   WholeLines lines(out);
   EXPECT_TRUE(lines.print("a"));
