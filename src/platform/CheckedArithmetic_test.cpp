@@ -9,7 +9,7 @@ namespace {
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
-TEST(CheckedArithmetic, is_ordinary_arithmetic_up_to_the_limits) {
+TEST(CheckedArithmetic, checked_arithmetic_is_exact_up_to_the_limits) {
   EXPECT_EQ(checkedAdd(2, -5), -3);
   EXPECT_EQ(checkedAdd(largest - 1, 1), largest);
   EXPECT_EQ(checkedAdd(smallest, largest), -1);
@@ -18,7 +18,7 @@ TEST(CheckedArithmetic, is_ordinary_arithmetic_up_to_the_limits) {
   EXPECT_EQ(checkedMul(smallest / 2, 2), smallest);
 }
 
-TEST(CheckedArithmeticDeath, ends_the_program_and_names_the_operands) {
+TEST(CheckedArithmeticDeath, an_overflow_ends_the_program_and_names_the_operands) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_DEATH(checkedAdd(largest, 1), "size overflow: 9223372036854775807 \\+ 1");
   EXPECT_DEATH(checkedAdd(smallest, -1), "size overflow: -9223372036854775808 \\+ -1");

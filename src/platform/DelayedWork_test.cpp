@@ -9,13 +9,13 @@ namespace {
 using Queue = Dispatch::Queue;
 using Time = DelayedWork::Time;
 
-TEST(DelayedWork, has_nothing_due_while_it_is_empty) {
+TEST(DelayedWork, an_empty_list_has_no_work_due) {
   DelayedWork works;
   EXPECT_FALSE(works.nextDue());
   EXPECT_FALSE(works.takeDue(Time::max()));
 }
 
-TEST(DelayedWork, gives_nothing_before_its_time_and_each_piece_once) {
+TEST(DelayedWork, each_piece_of_work_is_returned_once_and_not_before_its_time) {
   DelayedWork works;
   works.add(Time(10), Queue::utility, [] {});
   EXPECT_EQ(works.nextDue(), Time(10));
@@ -26,7 +26,7 @@ TEST(DelayedWork, gives_nothing_before_its_time_and_each_piece_once) {
   EXPECT_FALSE(works.takeDue(Time(10)));
 }
 
-TEST(DelayedWork, comes_in_the_order_of_times_and_then_of_adding) {
+TEST(DelayedWork, work_is_returned_by_time_and_then_in_the_order_of_adding) {
   DelayedWork works;
   std::string ran;
   works.add(Time(20), Queue::main, [&] { ran += 'd'; });

@@ -5,19 +5,19 @@
 namespace tessaly {
 namespace {
 
-TEST(FileUri, keeps_letters_digits_and_slashes) {
+TEST(FileUri, letters_digits_and_slashes_are_kept) {
   EXPECT_EQ(fileUri("/home/ada/a-b_c.d~1"), "file:///home/ada/a-b_c.d~1");
 }
 
-TEST(FileUri, escapes_blanks_percent_signs_and_what_parts_a_uri) {
+TEST(FileUri, blanks_percent_signs_and_reserved_characters_are_escaped) {
   EXPECT_EQ(fileUri("/a b%20?#&"), "file:///a%20b%2520%3F%23%26");
 }
 
-TEST(FileUri, carries_the_bytes_of_a_name_that_is_not_text) {
+TEST(FileUri, bytes_that_are_not_utf8_are_escaped) {
   EXPECT_EQ(fileUri("/caf\xe9\n"), "file:///caf%E9%0A");
 }
 
-TEST(FileUri, escapes_each_byte_of_a_longer_character) {
+TEST(FileUri, each_byte_of_a_multibyte_character_is_escaped) {
   EXPECT_EQ(fileUri("/\xc3\xa9"), "file:///%C3%A9");
 }
 

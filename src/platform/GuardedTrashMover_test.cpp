@@ -47,18 +47,18 @@ class GuardedTrashMoverTest : public testing::Test {
   std::unique_ptr<GuardedTrashMover> guard_;
 };
 
-TEST_F(GuardedTrashMoverTest, moves_as_the_mover_does) {
+TEST_F(GuardedTrashMoverTest, the_guard_returns_the_result_of_its_mover) {
   slow_->go.count_down();
   EXPECT_EQ(guard_->moveToTrash("/a").value().path, "/trash/a");
 }
 
-TEST_F(GuardedTrashMoverTest, tells_of_a_move_until_it_has_ended) {
+TEST_F(GuardedTrashMoverTest, a_move_is_reported_as_running_until_it_has_ended) {
   EXPECT_FALSE(guard_->isMoving());
   bool hasMoved = false;
   std::thread worker([&] { hasMoved = guard_->moveToTrash("/a").ok(); });
   slow_->begun.wait();
   EXPECT_TRUE(guard_->isMoving());
-  // Closing does not cancel it.
+  // Closing does not cancel the move.
   guard_->close();
   EXPECT_TRUE(guard_->isMoving());
   slow_->go.count_down();
@@ -67,7 +67,7 @@ TEST_F(GuardedTrashMoverTest, tells_of_a_move_until_it_has_ended) {
   EXPECT_TRUE(hasMoved);
 }
 
-TEST_F(GuardedTrashMoverTest, begins_no_move_once_it_is_closed) {
+TEST_F(GuardedTrashMoverTest, no_move_begins_after_the_guard_was_closed) {
   slow_->go.count_down();
   guard_->close();
   const auto moved = guard_->moveToTrash("/a");

@@ -24,13 +24,13 @@ class HomeDirectoryFrom : public ::testing::Test {
   fs::path folder_;
 };
 
-TEST_F(HomeDirectoryFrom, takes_the_environment_before_the_account) {
+TEST_F(HomeDirectoryFrom, the_environment_takes_precedence_over_the_account) {
   fs::create_directory(folder_ / "a");
   fs::create_directory(folder_ / "b");
   EXPECT_EQ(homeDirectoryFrom((folder_ / "a").c_str(), folder_ / "b"), folder_ / "a");
 }
 
-TEST_F(HomeDirectoryFrom, resolves_links_anywhere_in_the_path) {
+TEST_F(HomeDirectoryFrom, links_anywhere_in_the_path_are_resolved) {
   fs::create_directories(folder_ / "real" / "user");
   fs::create_directory_symlink("real", folder_ / "link");
   fs::create_directory_symlink(folder_ / "link" / "user", folder_ / "home");
@@ -40,35 +40,35 @@ TEST_F(HomeDirectoryFrom, resolves_links_anywhere_in_the_path) {
   EXPECT_EQ(homeDirectoryFrom(nullptr, folder_ / "home"), target);
 }
 
-TEST_F(HomeDirectoryFrom, drops_slashes_and_dots) {
+TEST_F(HomeDirectoryFrom, superfluous_slashes_and_dots_are_removed) {
   fs::create_directory(folder_ / "a");
   EXPECT_EQ(homeDirectoryFrom((folder_.string() + "//a/../a/.//").c_str(), ""), folder_ / "a");
 }
 
-TEST_F(HomeDirectoryFrom, ignores_an_environment_that_is_missing_or_empty_or_relative) {
+TEST_F(HomeDirectoryFrom, a_missing_empty_or_relative_variable_is_ignored) {
   EXPECT_EQ(homeDirectoryFrom(nullptr, folder_), folder_);
   EXPECT_EQ(homeDirectoryFrom("", folder_), folder_);
   EXPECT_EQ(homeDirectoryFrom(".", folder_), folder_);
   EXPECT_EQ(homeDirectoryFrom("home/user", folder_), folder_);
 }
 
-TEST_F(HomeDirectoryFrom, keeps_a_path_that_leads_nowhere) {
+TEST_F(HomeDirectoryFrom, a_path_that_does_not_exist_is_kept) {
   EXPECT_EQ(homeDirectoryFrom((folder_ / "gone" / "").c_str(), ""), folder_ / "gone");
 }
 
-TEST_F(HomeDirectoryFrom, keeps_bytes_that_are_not_utf8) {
+TEST_F(HomeDirectoryFrom, bytes_that_are_not_utf8_are_kept) {
   const std::string path = folder_.string() + "/h\xff\xfe";
   fs::create_directory(path);
   EXPECT_EQ(homeDirectoryFrom(path.c_str(), ""), path);
 }
 
-TEST_F(HomeDirectoryFrom, is_the_root_where_there_is_no_home_at_all) {
+TEST_F(HomeDirectoryFrom, the_home_is_the_root_if_none_is_known) {
   EXPECT_EQ(homeDirectoryFrom(nullptr, ""), "/");
   EXPECT_EQ(homeDirectoryFrom("relative", "relative"), "/");
   EXPECT_EQ(homeDirectoryFrom("///", ""), "/");
 }
 
-TEST(HomeDirectory, stays_the_same_when_the_environment_changes) {
+TEST(HomeDirectory, the_home_stays_the_same_when_the_environment_changes) {
   const std::string before = homeDirectory();
   EXPECT_TRUE(before.starts_with('/'));
   const char* old = std::getenv("HOME");

@@ -29,7 +29,7 @@ TEST(Places, linux_skips_the_same_names_and_the_trash_of_this_user) {
   EXPECT_TRUE(Places::forLinux().skipPaths.front().starts_with("/"));
 }
 
-TEST(Places, trash_of_the_home_is_found_whatever_way_leads_there) {
+TEST(Places, the_trash_of_the_home_is_found_by_any_path_to_it) {
   const TempTree tree(R"(
     real/
       share/
@@ -53,7 +53,7 @@ TEST(Places, trash_of_the_home_is_found_whatever_way_leads_there) {
   }
 }
 
-TEST(Places, trash_of_the_home_that_is_not_there_yet_is_known) {
+TEST(Places, the_trash_of_the_home_has_a_path_before_it_exists) {
   const TempTree tree("share/\nlink -> share");
   EXPECT_EQ(trashInDataHome(tree.at("link/new/").c_str(), ""), tree.at("share/new/Trash"));
   EXPECT_EQ(trashInDataHome(nullptr, "/"), "/.local/share/Trash");
@@ -95,7 +95,7 @@ TEST(Places, macos_never_lists_nine_mounts) {
                    "/System/Volumes/Hardware", "/System/Volumes/Update/mnt1"}));
 }
 
-TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
+TEST(Places, macos_volumes_are_the_root_its_data_and_all_mounts_below_volumes) {
   const VolumeRules& volumes = Places::forMacos().volumes;
   EXPECT_EQ(volumes.keptMounts,
             (NamedMounts{{"/", "Macintosh HD"}, {"/System/Volumes/Data", "Macintosh HD — Data"}}));
@@ -103,7 +103,7 @@ TEST(Places, macos_volumes_are_the_root_its_data_and_what_lies_under_volumes) {
   EXPECT_EQ(volumes.skipPrefixes, Prefixes{"/System/Volumes/"});
 }
 
-TEST(Places, linux_volumes_are_the_root_home_and_what_a_person_mounts) {
+TEST(Places, linux_volumes_are_the_root_the_home_and_removable_or_manual_mounts) {
   const VolumeRules& volumes = Places::forLinux().volumes;
   EXPECT_EQ(volumes.keptMounts, (NamedMounts{{"/", "System Disk"}, {"/home", ""}}));
   EXPECT_EQ(volumes.keptPrefixes, (Prefixes{"/media/", "/run/media/", "/mnt/"}));
@@ -119,7 +119,7 @@ std::vector<std::string> probesOf(const Places& places) {
   return paths;
 }
 
-TEST(Places, macos_tells_access_to_the_whole_disk_by_five_places) {
+TEST(Places, macos_probes_five_places_for_access_to_the_whole_disk) {
   EXPECT_EQ(probesOf(Places::forMacos()),
             (std::vector<std::string>{"~/Library/Application Support/com.apple.TCC/TCC.db",
                                       "/Library/Application Support/com.apple.TCC/TCC.db",
@@ -127,7 +127,7 @@ TEST(Places, macos_tells_access_to_the_whole_disk_by_five_places) {
                                       "~/Library/Safari/CloudTabs.db"}));
 }
 
-TEST(Places, linux_tells_access_to_the_whole_disk_by_its_root) {
+TEST(Places, linux_probes_the_root_for_access_to_the_whole_disk) {
   EXPECT_EQ(probesOf(Places::forLinux()), std::vector<std::string>{"/"});
 }
 

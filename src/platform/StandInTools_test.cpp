@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-TEST(StandInTools, answer_for_the_tools_of_another_system) {
+TEST(StandInTools, tools_of_another_system_have_a_stand_in) {
   const auto program = std::filesystem::read_symlink("/proc/self/exe");
   const std::string executable = OwnPrograms::pathFrom(program.parent_path(), "tessaly-tools");
   for (const std::string name : {"open", "osascript"}) {
@@ -17,7 +17,7 @@ TEST(StandInTools, answer_for_the_tools_of_another_system) {
   }
 }
 
-TEST(StandInTools, leave_real_tools_and_other_paths_alone) {
+TEST(StandInTools, real_tools_and_other_paths_have_no_stand_in) {
   for (const char* tool : {"/usr/bin/du", "/bin/df", "/usr/bin/zip", "osascript", "/bin/osascript",
                            "/usr/bin/osascript ", "/usr/bin//osascript", ""}) {
     EXPECT_EQ(StandInTools::standInFor(tool), std::nullopt) << tool;

@@ -10,13 +10,13 @@ namespace {
 
 using Kind = SystemError::Kind;
 
-TEST(SystemError, keeps_path_and_code_as_they_are) {
+TEST(SystemError, an_error_keeps_its_path_and_its_code) {
   const SystemError error = SystemError::fromErrno(ENOSPC, "/full/\xff");
   EXPECT_EQ(error.path, "/full/\xff");
   EXPECT_EQ(error.code, ENOSPC);
 }
 
-TEST(SystemError, tells_apart_what_callers_act_on) {
+TEST(SystemError, codes_are_mapped_to_the_kinds_that_callers_distinguish) {
   EXPECT_EQ(SystemError::fromErrno(ENOENT, "x").kind, Kind::notFound);
   EXPECT_EQ(SystemError::fromErrno(EEXIST, "x").kind, Kind::alreadyExists);
   EXPECT_EQ(SystemError::fromErrno(EACCES, "x").kind, Kind::notPermitted);
@@ -36,12 +36,12 @@ TEST(SystemError, tells_apart_what_callers_act_on) {
   EXPECT_EQ(SystemError::fromErrno(EIO, "x").kind, Kind::other);
 }
 
-TEST(SystemError, describes_itself_by_path_and_cause) {
+TEST(SystemError, the_description_consists_of_the_path_and_the_cause) {
   EXPECT_EQ(SystemError::fromErrno(ENOENT, "/gone").description(),
             "/gone: No such file or directory");
 }
 
-TEST(Result, holds_a_value_or_an_error) {
+TEST(Result, a_result_holds_a_value_or_an_error) {
   const Result<int> value = 7;
   ASSERT_TRUE(value.ok());
   EXPECT_EQ(value.value(), 7);
@@ -51,13 +51,13 @@ TEST(Result, holds_a_value_or_an_error) {
   EXPECT_EQ(failed.error(), SystemError::fromErrno(EROFS, "/cd"));
 }
 
-TEST(Result, hands_over_what_cannot_be_copied) {
+TEST(Result, a_value_that_cannot_be_copied_can_be_moved_out) {
   Result<std::unique_ptr<int>> held = std::make_unique<int>(3);
   const std::unique_ptr<int> taken = std::move(held).value();
   EXPECT_EQ(*taken, 3);
 }
 
-TEST(Outcome, says_that_all_went_well) {
+TEST(Outcome, an_outcome_of_success_is_ok) {
   EXPECT_TRUE(succeeded().ok());
 }
 

@@ -33,7 +33,7 @@ struct ThreadedHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Threaded, DispatchContract, ThreadedHarness);
 
-TEST(ThreadedDispatch, runs_worker_work_off_the_main_thread) {
+TEST(ThreadedDispatch, work_for_a_worker_queue_runs_on_another_thread) {
   ThreadedHarness harness;
   for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
     std::thread::id ranOn;
@@ -47,7 +47,7 @@ TEST(ThreadedDispatch, runs_worker_work_off_the_main_thread) {
   }
 }
 
-TEST(ThreadedDispatch, holds_up_no_work_behind_work_that_blocks) {
+TEST(ThreadedDispatch, work_that_blocks_does_not_delay_other_work) {
   ThreadedHarness harness;
   // The first work of each queue ends only after two later ones have run.
   std::latch laterHaveRun(2);
@@ -65,7 +65,7 @@ TEST(ThreadedDispatch, holds_up_no_work_behind_work_that_blocks) {
   EXPECT_EQ(ended, 2);
 }
 
-TEST(ThreadedDispatch, does_not_let_a_far_time_hold_up_a_near_one) {
+TEST(ThreadedDispatch, distant_delayed_work_does_not_delay_nearer_work) {
   ThreadedHarness harness;
   bool isNearDone = false;
   bool isFarDone = false;
@@ -75,7 +75,7 @@ TEST(ThreadedDispatch, does_not_let_a_far_time_hold_up_a_near_one) {
   EXPECT_FALSE(isFarDone);
 }
 
-TEST(ThreadedDispatch, drops_what_still_waits_for_its_time_at_its_end) {
+TEST(ThreadedDispatch, pending_delayed_work_is_dropped_on_destruction) {
   auto token = std::make_shared<int>();
   const std::weak_ptr<int> watched = token;
   MainLoop mainLoop;
@@ -88,7 +88,7 @@ TEST(ThreadedDispatch, drops_what_still_waits_for_its_time_at_its_end) {
   mainLoop.runPosted();
 }
 
-TEST(ThreadedDispatch, comes_to_rest_once_it_is_closed_and_what_runs_has_ended) {
+TEST(ThreadedDispatch, a_closed_dispatch_is_at_rest_after_running_work_has_ended) {
   MainLoop mainLoop;
   ThreadedDispatch dispatch([&](Dispatch::Work work) { mainLoop.post(std::move(work)); });
   EXPECT_TRUE(dispatch.isAtRest());
@@ -116,7 +116,7 @@ TEST(ThreadedDispatch, comes_to_rest_once_it_is_closed_and_what_runs_has_ended) 
   EXPECT_EQ(begunLater, 0);
 }
 
-TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
+TEST(ThreadedDispatch, running_work_may_pass_on_more_work_during_destruction) {
   MainLoop mainLoop;
   std::latch haveBegun(2);
   int handedOver = 0;
@@ -147,7 +147,7 @@ TEST(ThreadedDispatch, lets_work_hand_over_more_work_while_it_ends) {
   EXPECT_EQ(handedOver, 2);
 }
 
-// --- Where threads are refused -------------------------------------------------------------------
+// --- When threads are refused --------------------------------------------------------------------
 
 // A main queue, and a system that limits the number of threads.
 class FewThreads : public ::testing::Test {
@@ -177,7 +177,7 @@ class FewThreads : public ::testing::Test {
   int ran_ = 0;
 };
 
-TEST_F(FewThreads, keep_no_work_from_being_run_once_there_are_some) {
+TEST_F(FewThreads, refused_threads_do_not_prevent_work_once_some_are_granted) {
   handOverWork();
   // Requested once when each work is passed, and repeatedly afterwards.
   mainLoop_.runUntil([this] { return system_.refused() > 2 * handedOver; });
@@ -186,7 +186,7 @@ TEST_F(FewThreads, keep_no_work_from_being_run_once_there_are_some) {
   mainLoop_.runUntil([this] { return ran_ == handedOver; });
 }
 
-TEST_F(FewThreads, are_enough_for_all_work_when_there_are_no_more) {
+TEST_F(FewThreads, existing_threads_run_all_work_when_no_more_are_granted) {
   system_.relent();
   for (const Queue queue : {Queue::userInitiated, Queue::utility}) {
     dispatch_->after(std::chrono::milliseconds(0), queue, [this] { note(); });
@@ -197,7 +197,7 @@ TEST_F(FewThreads, are_enough_for_all_work_when_there_are_no_more) {
   mainLoop_.runUntil([this] { return ran_ == 2 + handedOver; });
 }
 
-TEST_F(FewThreads, hold_up_no_work_for_longer_behind_work_that_blocks) {
+TEST_F(FewThreads, work_waiting_behind_blocking_work_runs_once_a_thread_is_granted) {
   system_.relent();
   std::latch laterHasRun(1);
   bool isDone = false;
@@ -216,7 +216,7 @@ TEST_F(FewThreads, hold_up_no_work_for_longer_behind_work_that_blocks) {
   mainLoop_.runUntil([&] { return isDone; });
 }
 
-TEST_F(FewThreads, keep_the_order_of_times_on_the_main_queue) {
+TEST_F(FewThreads, delayed_work_for_the_main_queue_keeps_its_order) {
   std::vector<int> order;
   for (const int k : {30, 0, 20, 10}) {
     dispatch_->after(std::chrono::milliseconds(k), Queue::main,
@@ -226,7 +226,7 @@ TEST_F(FewThreads, keep_the_order_of_times_on_the_main_queue) {
   EXPECT_EQ(order, (std::vector<int>{0, 10, 20, 30}));
 }
 
-TEST_F(FewThreads, leave_nothing_behind_at_the_end) {
+TEST_F(FewThreads, work_without_a_thread_is_dropped_on_destruction) {
   auto token = std::make_shared<int>();
   const std::weak_ptr<int> watched = token;
   dispatch_->async(Queue::utility, [token] {});
@@ -238,7 +238,7 @@ TEST_F(FewThreads, leave_nothing_behind_at_the_end) {
   mainLoop_.runPosted();
 }
 
-TEST_F(FewThreads, end_with_the_work_that_is_dropped_when_it_is_closed) {
+TEST_F(FewThreads, a_closed_dispatch_drops_work_without_a_thread) {
   handOverWork();
   dispatch_->close();
   system_.relent();
@@ -249,7 +249,7 @@ TEST_F(FewThreads, end_with_the_work_that_is_dropped_when_it_is_closed) {
 }
 
 // Here the system itself refuses threads.
-TEST(ThreadedDispatchAtLimit, runs_all_work_once_the_limit_is_lifted) {
+TEST(ThreadedDispatchAtLimit, all_work_runs_after_the_limit_of_threads_was_lifted) {
   EXPECT_EQ(asOtherUser([]() -> std::string {
               if (const std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
               ThreadedHarness harness;

@@ -8,29 +8,29 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(UnicodeTextLowercased, leaves_an_empty_text_empty) {
+TEST(UnicodeTextLowercased, an_empty_text_stays_empty) {
   EXPECT_EQ(UnicodeText::lowercased(""), "");
 }
 
-TEST(UnicodeTextLowercased, lowers_ascii_letters_and_nothing_else_of_ascii) {
+TEST(UnicodeTextLowercased, only_letters_are_lowered_in_ascii_text) {
   EXPECT_EQ(UnicodeText::lowercased("Photos.APP"), "photos.app");
   EXPECT_EQ(UnicodeText::lowercased("@AZ[`az{ 09"), "@az[`az{ 09");
 }
 
-TEST(UnicodeTextLowercased, lowers_letters_of_every_script) {
+TEST(UnicodeTextLowercased, letters_of_every_script_are_lowered) {
   EXPECT_EQ(UnicodeText::lowercased("ÄÖÜ ÉCRAN"), "äöü écran");
   EXPECT_EQ(UnicodeText::lowercased("МОСКВА ΑΘΗΝΑ"), "москва αθηνα");
   EXPECT_EQ(UnicodeText::lowercased("𐐀"), "𐐨");
   EXPECT_EQ(UnicodeText::lowercased("文件 ملف 🎬"), "文件 ملف 🎬");
 }
 
-TEST(UnicodeTextLowercased, may_change_the_length) {
+TEST(UnicodeTextLowercased, lowering_may_change_the_length) {
   EXPECT_EQ(UnicodeText::lowercased("\u0130"), "i\u0307");
   EXPECT_EQ(UnicodeText::lowercased("\u1E9E"), "\u00DF");
   EXPECT_EQ(UnicodeText::lowercased("\u212A"), "k");
 }
 
-TEST(UnicodeTextLowercased, keeps_bytes_that_are_no_text) {
+TEST(UnicodeTextLowercased, bytes_that_are_not_utf8_are_kept) {
   EXPECT_EQ(UnicodeText::lowercased("A\xff\xc3"
                                     "B\xe2\x82"
                                     "C"),
@@ -43,7 +43,7 @@ TEST(UnicodeTextLowercased, keeps_bytes_that_are_no_text) {
   EXPECT_EQ(UnicodeText::lowercased("A\0B"s), "a\0b"s);
 }
 
-TEST(UnicodeTextScalar, reads_one_character_or_one_byte) {
+TEST(UnicodeTextScalar, the_first_scalar_is_one_character_or_one_invalid_byte) {
   const auto isScalar = [](std::string_view text, char32_t value, std::size_t length, bool isText) {
     const UnicodeText::Scalar scalar = UnicodeText::firstScalar(text);
     return scalar.value == value && scalar.length == length && scalar.isText == isText;
@@ -60,12 +60,12 @@ TEST(UnicodeTextScalar, reads_one_character_or_one_byte) {
   EXPECT_TRUE(isScalar("\x80", char32_t{0xFFFD}, 1, false));
 }
 
-TEST(UnicodeTextScalar, never_reads_past_the_end) {
+TEST(UnicodeTextScalar, a_truncated_character_is_not_read_past_the_end) {
   const std::string euro = "\xe2\x82\xac";
   EXPECT_FALSE(UnicodeText::firstScalar(std::string_view(euro).substr(0, 2)).isText);
 }
 
-TEST(UnicodeTextGraphemes, counts_what_a_reader_sees) {
+TEST(UnicodeTextGraphemes, combined_characters_count_as_one_grapheme) {
   EXPECT_EQ(UnicodeText::graphemeCount(""), 0U);
   EXPECT_EQ(UnicodeText::graphemeCount("Library"), 7U);
   EXPECT_EQ(UnicodeText::graphemeCount("e\u0301cran"), 5U);
@@ -77,12 +77,12 @@ TEST(UnicodeTextGraphemes, counts_what_a_reader_sees) {
   EXPECT_EQ(UnicodeText::graphemeCount("각"), 1U);
 }
 
-TEST(UnicodeTextGraphemes, a_line_end_of_two_bytes_is_one) {
+TEST(UnicodeTextGraphemes, a_carriage_return_with_a_line_feed_is_one_grapheme) {
   EXPECT_EQ(UnicodeText::graphemeCount("a\r\nb"), 3U);
   EXPECT_EQ(UnicodeText::graphemeCount("\n\r"), 2U);
 }
 
-TEST(UnicodeTextGraphemes, a_byte_that_is_no_text_is_one_and_joins_nothing) {
+TEST(UnicodeTextGraphemes, a_byte_that_is_not_utf8_is_a_grapheme_of_its_own) {
   EXPECT_EQ(UnicodeText::graphemeCount("\xff\xfe"), 2U);
   EXPECT_EQ(UnicodeText::graphemeCount("a\xe2\x82"), 3U);
   EXPECT_EQ(UnicodeText::graphemeCount("\xff\u0301"), 2U);
@@ -92,7 +92,7 @@ TEST(UnicodeTextGraphemes, a_byte_that_is_no_text_is_one_and_joins_nothing) {
   EXPECT_EQ(UnicodeText::graphemeCount("\u06001"), 1U);
 }
 
-TEST(UnicodeTextGraphemes, a_cut_never_falls_inside_one) {
+TEST(UnicodeTextGraphemes, a_text_is_never_cut_inside_a_grapheme) {
   EXPECT_EQ(UnicodeText::firstGraphemes("Library", 3), "Lib");
   EXPECT_EQ(UnicodeText::firstGraphemes("Library", 7), "Library");
   EXPECT_EQ(UnicodeText::firstGraphemes("Library", 100), "Library");
@@ -103,21 +103,21 @@ TEST(UnicodeTextGraphemes, a_cut_never_falls_inside_one) {
   EXPECT_EQ(UnicodeText::firstGraphemes("\xff\xfe\xfd", 2), "\xff\xfe");
 }
 
-TEST(UnicodeTextDirection, is_controlled_by_these_and_no_others) {
+TEST(UnicodeTextDirection, exactly_twelve_characters_control_the_direction) {
   std::u32string found;
   for (char32_t character = 0; character <= 0x10ffff; ++character)
     if (UnicodeText::isDirectionControl(character)) found += character;
   EXPECT_EQ(found, U"\u061c\u200e\u200f\u202a\u202b\u202c\u202d\u202e\u2066\u2067\u2068\u2069");
 }
 
-TEST(UnicodeTextScalarSum, adds_scalar_values) {
+TEST(UnicodeTextScalarSum, the_sum_is_that_of_the_scalar_values) {
   EXPECT_EQ(UnicodeText::scalarSum(""), 0U);
   EXPECT_EQ(UnicodeText::scalarSum("src"), std::uint64_t{'s'} + 'r' + 'c');
   EXPECT_EQ(UnicodeText::scalarSum("é"), 0xE9U);
   EXPECT_EQ(UnicodeText::scalarSum("🎬"), 0x1F3ACU);
 }
 
-TEST(UnicodeTextScalarSum, a_byte_that_is_no_text_counts_as_the_replacement_character) {
+TEST(UnicodeTextScalarSum, a_byte_that_is_not_utf8_counts_as_the_replacement_character) {
   EXPECT_EQ(UnicodeText::scalarSum("\xff\xfe"), 2U * 0xFFFDU);
   EXPECT_EQ(UnicodeText::scalarSum("a\xe2\x82"), 'a' + 2U * 0xFFFDU);
 }

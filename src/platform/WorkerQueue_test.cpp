@@ -41,13 +41,13 @@ Result resultOn(WorkerQueue& queue, Result (*work)()) {
   return result;
 }
 
-TEST(WorkerQueue, starts_no_thread_before_there_is_work) {
+TEST(WorkerQueue, no_thread_is_started_before_there_is_work) {
   const WorkerQueue queue({.name = "test"});
   EXPECT_EQ(queue.counts().threads, 0u);
 }
 
-TEST(WorkerQueue, grows_while_its_work_blocks) {
-  // Each piece of work waits for all others, so none ends unless all have begun.
+TEST(WorkerQueue, a_queue_starts_more_threads_while_its_work_blocks) {
+  // Each piece of work waits for all others, so none ends before all have begun.
   constexpr int pieces = 20;
   WorkerQueue queue({.name = "test"});
   std::latch allBegun(pieces);
@@ -56,7 +56,7 @@ TEST(WorkerQueue, grows_while_its_work_blocks) {
   EXPECT_TRUE(allBegun.try_wait());
 }
 
-TEST(WorkerQueue, drops_what_has_not_begun_when_it_is_closed_and_waits_for_nothing) {
+TEST(WorkerQueue, closing_drops_pending_work_and_does_not_wait_for_running_work) {
   std::atomic<int> begun = 0;
   std::latch held(1);
   std::latch hasBegun(1);
@@ -81,7 +81,7 @@ TEST(WorkerQueue, drops_what_has_not_begun_when_it_is_closed_and_waits_for_nothi
   EXPECT_EQ(begun, 1);
 }
 
-TEST(WorkerQueue, gives_new_work_to_a_thread_that_is_free) {
+TEST(WorkerQueue, new_work_goes_to_an_idle_thread) {
   WorkerQueue queue({.name = "test"});
   std::set<std::thread::id> threads;
   for (int k = 0; k < 50; ++k) {
@@ -91,18 +91,18 @@ TEST(WorkerQueue, gives_new_work_to_a_thread_that_is_free) {
   EXPECT_EQ(queue.counts().threads, 1u);
 }
 
-TEST(WorkerQueue, keeps_only_a_few_threads_that_have_nothing_to_do) {
+TEST(WorkerQueue, only_a_few_idle_threads_are_kept) {
   constexpr int pieces = 20;
   WorkerQueue queue({.name = "test", .maxIdleThreads = 3});
   std::latch allBegun(pieces);
   for (int k = 0; k < pieces; ++k) queue.async([&] { allBegun.arrive_and_wait(); });
   waitUntilNoneIsBusy(queue);
   EXPECT_LE(queue.counts().threads, 3u);
-  // The threads that stayed still work.
+  // The remaining threads still work.
   EXPECT_EQ(resultOn<int>(queue, [] { return 7; }), 7);
 }
 
-TEST(WorkerQueue, lets_work_wait_beyond_its_greatest_number_of_threads) {
+TEST(WorkerQueue, work_beyond_the_maximum_number_of_threads_waits) {
   WorkerQueue queue({.name = "test", .maxThreads = 2});
   std::latch release(1);
   std::atomic<int> running = 0;
@@ -123,7 +123,7 @@ TEST(WorkerQueue, lets_work_wait_beyond_its_greatest_number_of_threads) {
   EXPECT_EQ(running, 0);
 }
 
-TEST(WorkerQueue, begins_work_in_the_order_in_which_it_came) {
+TEST(WorkerQueue, work_begins_in_the_order_in_which_it_was_added) {
   WorkerQueue queue({.name = "test", .maxThreads = 1});
   std::vector<int> order;
   for (int k = 0; k < 100; ++k) queue.async([&order, k] { order.push_back(k); });
@@ -132,7 +132,7 @@ TEST(WorkerQueue, begins_work_in_the_order_in_which_it_came) {
   for (int k = 0; k < 100; ++k) EXPECT_EQ(order[static_cast<std::size_t>(k)], k);
 }
 
-TEST(WorkerQueue, waits_at_its_end_for_running_work_and_drops_the_rest) {
+TEST(WorkerQueue, destruction_waits_for_running_work_and_drops_the_rest) {
   bool firstHasEnded = false;
   bool secondHasRun = false;
   {
@@ -152,7 +152,7 @@ TEST(WorkerQueue, waits_at_its_end_for_running_work_and_drops_the_rest) {
   EXPECT_FALSE(secondHasRun);
 }
 
-TEST(WorkerQueue, drops_work_that_comes_after_its_stop) {
+TEST(WorkerQueue, work_added_after_a_stop_is_dropped) {
   WorkerQueue queue({.name = "test"});
   EXPECT_EQ(resultOn<int>(queue, [] { return 1; }), 1);
   queue.stop();
@@ -162,14 +162,14 @@ TEST(WorkerQueue, drops_work_that_comes_after_its_stop) {
   EXPECT_EQ(queue.counts().threads, 0u);
 }
 
-TEST(WorkerQueue, takes_work_from_its_own_work) {
+TEST(WorkerQueue, running_work_may_add_work) {
   WorkerQueue queue({.name = "test"});
   std::promise<int> promise;
   queue.async([&] { queue.async([&] { promise.set_value(3); }); });
   EXPECT_EQ(promise.get_future().get(), 3);
 }
 
-TEST(WorkerQueue, puts_its_name_on_its_threads) {
+TEST(WorkerQueue, the_threads_of_a_queue_have_its_name) {
   WorkerQueue queue({.name = "a rather long name"});
   const std::string name = resultOn<std::string>(queue, [] {
     std::array<char, 64> buffer{};
@@ -180,7 +180,7 @@ TEST(WorkerQueue, puts_its_name_on_its_threads) {
   EXPECT_GE(name.size(), 15u);
 }
 
-TEST(WorkerQueue, keeps_work_for_which_it_gets_no_thread) {
+TEST(WorkerQueue, work_is_kept_while_no_thread_is_granted) {
   RefusedThreads system;
   WorkerQueue queue({.name = "test", .startThread = system.startThread()});
   std::atomic<int> ran = 0;
@@ -194,7 +194,7 @@ TEST(WorkerQueue, keeps_work_for_which_it_gets_no_thread) {
   EXPECT_EQ(ran, 3);
 }
 
-TEST(WorkerQueue, runs_all_its_work_on_the_threads_it_has_where_it_gets_no_more) {
+TEST(WorkerQueue, the_existing_threads_run_all_work_when_no_more_are_granted) {
   RefusedThreads system(false);
   WorkerQueue queue({.name = "test", .startThread = system.startThread()});
   std::latch release(1);
@@ -209,7 +209,7 @@ TEST(WorkerQueue, runs_all_its_work_on_the_threads_it_has_where_it_gets_no_more)
   EXPECT_TRUE(queue.grow());
 }
 
-TEST(WorkerQueue, starts_the_threads_that_were_refused_once_it_gets_them) {
+TEST(WorkerQueue, refused_threads_are_started_later) {
   constexpr int pieces = 4;
   RefusedThreads system(false);
   WorkerQueue queue({.name = "test", .startThread = system.startThread()});
@@ -226,7 +226,7 @@ TEST(WorkerQueue, starts_the_threads_that_were_refused_once_it_gets_them) {
 }
 
 #if defined(__linux__)
-TEST(WorkerQueue, of_low_priority_is_nicer_than_the_thread_that_made_it) {
+TEST(WorkerQueue, a_queue_of_low_priority_is_nicer_than_the_thread_that_created_it) {
   const auto niceness = [] { return getpriority(PRIO_PROCESS, 0); };
   const int own = niceness();
   if (own > 14) GTEST_SKIP() << needs(Need::spareNiceness, "the tests run at the lowest priority");
