@@ -19,7 +19,7 @@ TEST(DfTable, no_other_line_is_a_header) {
   EXPECT_FALSE(DfTable::isHeader("/dev/filesystem 1 2 3 4% /"));
 }
 
-TEST(DfTable, sizes_are_kibibytes) {
+TEST(DfTable, sizes_are_in_kibibytes) {
   EXPECT_EQ(DfTable::bytes("100"), 102400);
   EXPECT_EQ(DfTable::bytes("0"), 0);
   EXPECT_EQ(DfTable::bytes("-3"), -3072);

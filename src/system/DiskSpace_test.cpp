@@ -54,7 +54,7 @@ std::string oddlyFailingRun(const std::string& /*path*/, const std::vector<std::
   throw 7;  // NOLINT: what a run throws is not ours to choose
 }
 
-TEST(DiskSpaceVolumeUsage, free_is_the_figure_for_important_usage_if_there_is_one) {
+TEST(DiskSpaceVolumeUsage, free_space_is_the_figure_for_important_usage_if_there_is_one) {
   const std::optional<DiskUsage> usage =
       DiskSpace::volumeUsage({.total = 1000,
                               .available = 200,
@@ -65,7 +65,7 @@ TEST(DiskSpaceVolumeUsage, free_is_the_figure_for_important_usage_if_there_is_on
       (DiskUsage{.total = 1000, .used = 700, .free = 300, .usedPercent = 70.0, .purgeable = 50}));
 }
 
-TEST(DiskSpaceVolumeUsage, free_falls_back_to_the_available_figure_without_purgeable_space) {
+TEST(DiskSpaceVolumeUsage, free_space_falls_back_to_the_available_figure_without_purgeable_space) {
   EXPECT_EQ(
       DiskSpace::volumeUsage({.total = 1000,
                               .available = 200,
@@ -111,7 +111,7 @@ TEST(DiskSpaceVolumeUsage, figures_are_never_below_zero) {
       (DiskUsage{.total = 1000, .used = 1010, .free = 0, .usedPercent = 101.0, .purgeable = 0}));
 }
 
-TEST(DiskSpaceVolumeUsage, usage_is_absent_without_a_size) {
+TEST(DiskSpaceVolumeUsage, a_volume_without_a_size_has_no_usage) {
   for (const std::optional<std::int64_t> total :
        {std::optional<std::int64_t>(), std::optional<std::int64_t>(0),
         std::optional<std::int64_t>(-1)}) {
@@ -127,7 +127,7 @@ TEST(DiskSpaceVolumeUsage, usage_is_absent_without_a_size) {
                                       .availableForOpportunisticUsage = {}}));
 }
 
-TEST(DiskSpaceVolumeUsage, usage_is_absent_if_a_difference_overflows) {
+TEST(DiskSpaceVolumeUsage, a_volume_whose_figures_overflow_has_no_usage) {
   EXPECT_EQ(DiskSpace::volumeUsage({.total = 2,
                                     .available = {},
                                     .availableForImportantUsage = least,
@@ -140,7 +140,7 @@ TEST(DiskSpaceVolumeUsage, usage_is_absent_if_a_difference_overflows) {
             std::nullopt);
 }
 
-TEST(DiskSpaceVolumeUsage, usage_of_this_machine_agrees_with_its_capacity) {
+TEST(DiskSpaceVolumeUsage, the_usage_of_this_machine_agrees_with_its_capacity) {
   const Result<VolumeCapacity> before = volumeCapacity("/");
   const std::optional<DiskUsage> usage = DiskSpace::volumeUsage();
   ASSERT_TRUE(before);
@@ -151,7 +151,7 @@ TEST(DiskSpaceVolumeUsage, usage_of_this_machine_agrees_with_its_capacity) {
   EXPECT_LE(usage->usedPercent, 100.0);
 }
 
-TEST(DiskSpaceParse, reads_the_last_line) {
+TEST(DiskSpaceParse, the_last_line_is_read) {
   EXPECT_EQ(
       DiskSpace::parse("Filesystem 1024-blocks Used Available Capacity Mounted on\n"
                        "/dev/disk1 1 2 3 4% /old\n"
@@ -165,12 +165,12 @@ TEST(DiskSpaceParse, a_row_needs_five_words) {
   EXPECT_EQ(DiskSpace::parse("d 100 60 40"), unknown);
 }
 
-TEST(DiskSpaceParse, usage_of_empty_text_is_unknown) {
+TEST(DiskSpaceParse, an_empty_text_has_an_unknown_usage) {
   EXPECT_EQ(DiskSpace::parse(""), unknown);
   EXPECT_EQ(DiskSpace::parse("\n\r\n"), unknown);
 }
 
-TEST(DiskSpaceParse, usage_of_a_header_alone_is_unknown) {
+TEST(DiskSpaceParse, a_header_alone_has_an_unknown_usage) {
   EXPECT_EQ(DiskSpace::parse("Filesystem 1024-blocks Used Available Capacity Mounted on\n"),
             unknown);
   EXPECT_EQ(DiskSpace::parse("FILESYSTEM 100 60 40 60% /"), unknown);
@@ -178,11 +178,11 @@ TEST(DiskSpaceParse, usage_of_a_header_alone_is_unknown) {
             unknown);
 }
 
-TEST(DiskSpaceParse, passes_over_headers_from_the_end) {
+TEST(DiskSpaceParse, headers_at_the_end_are_passed_over) {
   EXPECT_EQ(DiskSpace::parse("d 100 60 40 60% /\nFilesystem 1 2 3 4% /\nfilesystem").total, 102400);
 }
 
-TEST(DiskSpaceParse, a_blank_last_line_is_a_line) {
+TEST(DiskSpaceParse, a_blank_last_line_counts_as_the_last_line) {
   EXPECT_EQ(DiskSpace::parse("d 100 60 40 60% /\n \n"), unknown);
 }
 
@@ -208,7 +208,7 @@ TEST(DiskSpaceParse, a_percentage_that_cannot_be_read_is_zero) {
   }
 }
 
-TEST(DiskSpaceParse, reads_what_df_printed_on_both_systems) {
+TEST(DiskSpaceParse, the_output_of_df_on_both_systems_is_read) {
   EXPECT_EQ(DiskSpace::parse(testdata("df/macos-root.txt")), (DiskUsage{.total = 482797652LL * 1024,
                                                                         .used = 10221464LL * 1024,
                                                                         .free = 187044336LL * 1024,
@@ -221,15 +221,15 @@ TEST(DiskSpaceParse, reads_what_df_printed_on_both_systems) {
   EXPECT_EQ(onLinux.usedPercent, 36.0);
 }
 
-TEST(DiskSpaceParse, reads_a_row_under_a_header_of_another_language) {
+TEST(DiskSpaceParse, a_row_below_a_header_in_another_language_is_read) {
   EXPECT_EQ(DiskSpace::parse(testdata("df/linux-german-root.txt")).total, 264212084LL * 1024);
 }
 
-TEST(DiskSpaceParse, a_row_that_was_broken_after_its_device_is_not_read) {
+TEST(DiskSpaceParse, a_row_broken_after_its_device_is_not_read) {
   EXPECT_EQ(DiskSpace::parse(testdata("df/wrapped-root.txt")), unknown);
 }
 
-TEST(DiskSpaceParse, a_text_cut_anywhere_gives_nothing_or_a_row_of_it) {
+TEST(DiskSpaceParse, a_text_cut_at_any_byte_has_an_unknown_usage_or_that_of_its_row) {
   const std::string text = testdata("df/linux-root.txt");
   const std::size_t complete = text.find('%', text.find("/dev/"));
   ASSERT_NE(complete, std::string::npos);
@@ -248,13 +248,13 @@ TEST(DiskSpaceParse, a_text_cut_anywhere_gives_nothing_or_a_row_of_it) {
   }
 }
 
-TEST(DiskSpaceParse, usage_of_garbage_is_unknown) {
+TEST(DiskSpaceParse, garbage_has_an_unknown_usage) {
   const std::string garbage = testdata("df/garbage.bin");
   ASSERT_FALSE(garbage.empty());
   EXPECT_EQ(DiskSpace::parse(garbage), unknown);
 }
 
-TEST(DiskSpaceUsage, the_file_system_is_asked_before_any_text) {
+TEST(DiskSpaceUsage, the_file_system_is_asked_before_any_text_is_read) {
   const DiskUsage told = {.total = 5, .used = 3, .free = 2, .usedPercent = 60, .purgeable = 0};
   Tool df("d 100 60 40 60% /");
   EXPECT_EQ(DiskSpace::usage(told, "d 7 7 7 7% /", df.run()), told);
@@ -262,14 +262,14 @@ TEST(DiskSpaceUsage, the_file_system_is_asked_before_any_text) {
   EXPECT_EQ(df.calls, 0);
 }
 
-TEST(DiskSpaceUsage, given_text_stands_in_for_the_tool) {
+TEST(DiskSpaceUsage, a_given_text_replaces_the_output_of_df) {
   Tool df("d 100 60 40 60% /");
   EXPECT_EQ(DiskSpace::usage(std::nullopt, "d 7 7 7 7% /", df.run()).total, 7168);
   EXPECT_EQ(DiskSpace::usage(std::nullopt, "", df.run()), unknown);
   EXPECT_EQ(df.calls, 0);
 }
 
-TEST(DiskSpaceUsage, df_is_asked_last) {
+TEST(DiskSpaceUsage, df_is_started_if_there_is_no_other_source) {
   Tool df("d 100 60 40 60% /");
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, df.run()).total, 102400);
   EXPECT_EQ(df.path, "/bin/df");
@@ -278,12 +278,12 @@ TEST(DiskSpaceUsage, df_is_asked_last) {
   EXPECT_EQ(df.calls, 1);
 }
 
-TEST(DiskSpaceUsage, usage_is_unknown_if_the_tool_fails) {
+TEST(DiskSpaceUsage, the_usage_is_unknown_if_df_fails) {
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, failingRun), unknown);
   EXPECT_EQ(DiskSpace::usage(std::nullopt, std::nullopt, oddlyFailingRun), unknown);
 }
 
-TEST(DiskSpaceUsage, needs_no_tool_on_this_machine) {
+TEST(DiskSpaceUsage, the_usage_of_this_machine_needs_no_tool) {
   EXPECT_GT(DiskSpace::usage("", failingRun).total, 0);
 }
 
@@ -311,7 +311,7 @@ TEST(DiskSpaceUsage, df_and_the_file_system_agree_on_a_volume_without_writes) {
   EXPECT_EQ(printed.used, told->used);
 }
 
-TEST(DiskSpaceTrash, counts_through_the_script_tool) {
+TEST(DiskSpaceTrash, the_trash_is_counted_by_osascript) {
   Tool osascript(testdata("osascript/count.txt"));
   EXPECT_EQ(DiskSpace::trashCount(osascript.run()), 17);
   EXPECT_EQ(osascript.path, "/usr/bin/osascript");
@@ -320,7 +320,7 @@ TEST(DiskSpaceTrash, counts_through_the_script_tool) {
   EXPECT_EQ(osascript.timeout, 6);
 }
 
-TEST(DiskSpaceTrash, reads_a_number_between_white_space_and_nothing_else) {
+TEST(DiskSpaceTrash, only_a_number_between_white_space_is_read_as_a_count) {
   const auto count = [](const std::string& text) {
     return DiskSpace::trashCount(Tool(text).run());
   };
@@ -335,13 +335,13 @@ TEST(DiskSpaceTrash, reads_a_number_between_white_space_and_nothing_else) {
   EXPECT_EQ(count("9223372036854775808"), 0);
 }
 
-TEST(DiskSpaceTrash, a_tool_that_fails_counts_nothing_and_empties_nothing) {
+TEST(DiskSpaceTrash, a_tool_that_fails_counts_0_and_does_not_throw) {
   EXPECT_EQ(DiskSpace::trashCount(failingRun), 0);
   EXPECT_NO_THROW(DiskSpace::emptyTrash(failingRun));
   EXPECT_NO_THROW(DiskSpace::emptyTrash(oddlyFailingRun));
 }
 
-TEST(DiskSpaceTrash, emptying_goes_on_if_the_tool_still_runs_after_the_wait) {
+TEST(DiskSpaceTrash, emptying_continues_if_the_tool_still_runs_after_the_wait) {
   using DiskSpace::TrashEmptying;
   const auto emptying = [](const Shell::Run& run) { return DiskSpace::emptyTrash(run); };
   EXPECT_EQ(emptying([](const auto& path, const auto&, double) -> std::string {
@@ -357,7 +357,7 @@ TEST(DiskSpaceTrash, emptying_goes_on_if_the_tool_still_runs_after_the_wait) {
   EXPECT_EQ(emptying(Tool("").run()), TrashEmptying::ended);
 }
 
-TEST(DiskSpaceTrash, empties_through_the_script_tool) {
+TEST(DiskSpaceTrash, the_trash_is_emptied_by_osascript) {
   Tool osascript("");
   DiskSpace::emptyTrash(osascript.run());
   EXPECT_EQ(osascript.path, "/usr/bin/osascript");

@@ -110,7 +110,7 @@ TEST_F(FullDiskAccessTest, access_is_not_granted_if_no_path_exists) {
   EXPECT_FALSE(isGranted({}));
 }
 
-TEST(FullDiskAccessPlaces, probe_paths_are_in_the_home_and_at_the_root_in_order) {
+TEST(FullDiskAccessPlaces, the_probed_paths_are_in_the_home_and_at_the_root_in_order) {
   EXPECT_THAT(
       FullDiskAccess::probePaths("/Users/m\xE9", Places::forMacos()),
       ElementsAre("/Users/m\xE9/Library/Application Support/com.apple.TCC/TCC.db",
@@ -145,20 +145,20 @@ const std::string older =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
 const std::string oldest = "x-apple.systempreferences:com.apple.preference.security";
 
-TEST(FullDiskAccessSettings, settings_stop_at_the_first_page_that_opens) {
+TEST(FullDiskAccessSettings, the_first_page_of_the_settings_that_opens_is_used) {
   FakeWorkspace workspace;
   workspace.settingsPage = older;
   FullDiskAccess::openSystemSettings(workspace);
   EXPECT_THAT(workspace.settingsAsked, ElementsAre(newest, older));
 }
 
-TEST(FullDiskAccessSettings, settings_try_three_pages_if_none_opens) {
+TEST(FullDiskAccessSettings, three_pages_of_the_settings_are_tried_if_none_opens) {
   FakeWorkspace workspace;
   FullDiskAccess::openSystemSettings(workspace);
   EXPECT_THAT(workspace.settingsAsked, ElementsAre(newest, older, oldest));
 }
 
-TEST(FullDiskAccessReveal, reveals_the_running_copy) {
+TEST(FullDiskAccessReveal, the_running_application_is_revealed) {
   FakeWorkspace workspace;
   FullDiskAccess::revealRunningApp(workspace);
   EXPECT_THAT(workspace.revealed, ElementsAre(ElementsAre(runningApplicationPath())));
@@ -186,7 +186,8 @@ class FullDiskAccessRelaunch : public testing::Test {
   std::vector<std::string> done_;
 };
 
-TEST_F(FullDiskAccessRelaunch, gives_up_the_instance_and_starts_another_before_quitting) {
+TEST_F(FullDiskAccessRelaunch,
+       a_relaunch_gives_up_the_instance_and_starts_another_one_before_quitting) {
   FullDiskAccess::relaunch(how());
   EXPECT_THAT(done_, ElementsAre("give up", "/usr/bin/open|-n|/opt/Tess\xE9ly"));
   dispatch_.advance(std::chrono::milliseconds(249));
@@ -199,7 +200,7 @@ TEST_F(FullDiskAccessRelaunch, gives_up_the_instance_and_starts_another_before_q
   EXPECT_EQ(done_.size(), 3U);
 }
 
-TEST_F(FullDiskAccessRelaunch, quits_even_if_the_other_instance_does_not_start) {
+TEST_F(FullDiskAccessRelaunch, a_relaunch_quits_even_if_the_other_instance_does_not_start) {
   outcome_ = SystemError::fromErrno(ENOENT, "/usr/bin/open");
   FullDiskAccess::relaunch(how());
   dispatch_.advance(std::chrono::milliseconds(250));

@@ -47,7 +47,7 @@ class MountFiguresTest : public testing::Test {
     return paths;
   }
 
-  // Reads the list of mounts; the next questions are then on the queue.
+  // Reads the list of mounts; the next questions are in the queue afterwards.
   void readList() {
     ASSERT_TRUE(dispatch_.step(Queue::utility));
     ASSERT_TRUE(dispatch_.step(Queue::main));
@@ -74,7 +74,7 @@ class MountFiguresTest : public testing::Test {
   std::vector<std::int64_t> counts_;
 };
 
-TEST_F(MountFiguresTest, nothing_is_asked_on_the_thread_that_asks) {
+TEST_F(MountFiguresTest, a_question_is_not_processed_on_the_thread_that_asks_it) {
   machine_->mount("/", figures);
   askDisk();
   askVolumes();
@@ -121,7 +121,7 @@ TEST_F(MountFiguresTest, volumes_without_a_size_or_with_an_error_are_not_listed)
   EXPECT_THAT(listed(), ElementsAre("/"));
 }
 
-TEST_F(MountFiguresTest, there_are_no_volumes_without_a_list_of_mounts) {
+TEST_F(MountFiguresTest, no_volumes_are_listed_without_a_list_of_mounts) {
   machine_->mount("/", figures);
   machine_->hasList = false;
   askVolumes();
@@ -129,7 +129,7 @@ TEST_F(MountFiguresTest, there_are_no_volumes_without_a_list_of_mounts) {
   EXPECT_THAT(volumes_, ElementsAre(IsEmpty()));
 }
 
-TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_listed_without_its_figures) {
+TEST_F(MountFiguresTest, a_volume_that_does_not_respond_is_listed_without_its_figures) {
   machine_->mount("/mnt/dead", figures);
   machine_->mount("/mnt/live", figures);
   askVolumes();
@@ -146,7 +146,7 @@ TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_listed_without_its_fig
 }
 
 // The same time as the tools have on the other system.
-TEST_F(MountFiguresTest, a_volume_has_six_seconds_to_answer_in) {
+TEST_F(MountFiguresTest, a_volume_has_six_seconds_to_respond) {
   machine_->mount("/mnt/dead", figures);
   askVolumes();
   readList();
@@ -159,7 +159,7 @@ TEST_F(MountFiguresTest, a_volume_has_six_seconds_to_answer_in) {
   EXPECT_EQ(volumes_.size(), 1U);
 }
 
-TEST_F(MountFiguresTest, a_trash_has_six_seconds_to_answer_in) {
+TEST_F(MountFiguresTest, a_trash_has_six_seconds_to_respond) {
   machine_->homeTrash = {{9, 1, 2}};
   machine_->mount("/mnt/dead", figures, {{8, 1, 5}});
   askTrashCount();
@@ -175,7 +175,7 @@ TEST_F(MountFiguresTest, a_trash_has_six_seconds_to_answer_in) {
   EXPECT_THAT(counts_, ElementsAre(2));
 }
 
-TEST_F(MountFiguresTest, the_disk_has_five_seconds_to_answer_in) {
+TEST_F(MountFiguresTest, the_disk_has_five_seconds_to_respond) {
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
   for (const auto& [late, answers] : {std::pair(4999ms, 1), std::pair(5000ms, 0)}) {
     disks_.clear();
@@ -190,7 +190,7 @@ TEST_F(MountFiguresTest, the_disk_has_five_seconds_to_answer_in) {
   }
 }
 
-TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_waited_for_only_once) {
+TEST_F(MountFiguresTest, a_volume_that_does_not_respond_is_waited_for_only_once) {
   machine_->mount("/mnt/dead", figures);
   machine_->mount("/mnt/live", figures);
   askVolumes();
@@ -208,7 +208,7 @@ TEST_F(MountFiguresTest, a_volume_that_does_not_answer_is_waited_for_only_once) 
   EXPECT_THAT(machine_->asked, ElementsAre("/mnt/live", "/mnt/live"));
 }
 
-TEST_F(MountFiguresTest, disk_and_trash_answer_while_a_volume_does_not) {
+TEST_F(MountFiguresTest, disk_and_trash_are_reported_while_a_volume_does_not_respond) {
   machine_->mount("/mnt/dead", figures, {{8, 1, 5}});
   machine_->homeTrash = {{9, 1, 2}};
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
@@ -224,7 +224,7 @@ TEST_F(MountFiguresTest, disk_and_trash_answer_while_a_volume_does_not) {
   EXPECT_THAT(counts_, ElementsAre(2));
 }
 
-TEST_F(MountFiguresTest, disk_usage_falls_back_to_the_mount_at_the_root) {
+TEST_F(MountFiguresTest, the_disk_usage_falls_back_to_the_mount_at_the_root) {
   machine_->mount("/", figures);
   askDisk();
   dispatch_.drainAll();
@@ -236,7 +236,7 @@ TEST_F(MountFiguresTest, disk_usage_falls_back_to_the_mount_at_the_root) {
   EXPECT_EQ(disks_.back(), DiskUsage());
 }
 
-TEST_F(MountFiguresTest, the_disk_has_the_type_of_the_file_system_at_its_place) {
+TEST_F(MountFiguresTest, the_disk_has_the_type_of_the_file_system_at_its_mount_point) {
   machine_->mount("/", figures, {}, "btrfs");
   machine_->mount("/home", figures, {}, "xfs");
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
@@ -251,7 +251,7 @@ TEST_F(MountFiguresTest, the_disk_has_the_type_of_the_file_system_at_its_place) 
   EXPECT_EQ(disks_.back().fileSystem, "btrfs");
 }
 
-TEST_F(MountFiguresTest, the_disk_has_no_type_where_there_is_no_list_of_mounts) {
+TEST_F(MountFiguresTest, the_disk_has_no_type_without_a_list_of_mounts) {
   machine_->hasList = false;
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
   askDisk();
@@ -259,7 +259,7 @@ TEST_F(MountFiguresTest, the_disk_has_no_type_where_there_is_no_list_of_mounts) 
   EXPECT_THAT(disks_, ElementsAre(*usage_));
 }
 
-TEST_F(MountFiguresTest, a_disk_that_does_not_answer_gives_no_answer) {
+TEST_F(MountFiguresTest, a_disk_that_does_not_respond_is_not_reported) {
   usage_ = DiskUsage{.total = 100, .used = 60, .free = 40, .usedPercent = 60};
   askDisk();
   const auto hanging = dispatch_.take(Queue::utility);
@@ -274,7 +274,7 @@ TEST_F(MountFiguresTest, a_disk_that_does_not_answer_gives_no_answer) {
   EXPECT_THAT(disks_, ElementsAre(*usage_));
 }
 
-TEST_F(MountFiguresTest, each_trash_counts_once_on_however_many_mounts_it_is_found) {
+TEST_F(MountFiguresTest, each_trash_counts_once_however_many_mounts_show_it) {
   machine_->mount("/", figures, {{8, 1, 3}});
   machine_->mount("/mnt/a", figures, {{8, 2, 10}, {8, 3, 100}});
   machine_->mount("/mnt/again", figures, {{8, 2, 10}, {7, 3, 1000}});
@@ -300,7 +300,7 @@ TEST_F(MountFiguresTest, the_trash_of_the_home_counts_without_a_list_of_mounts) 
   EXPECT_THAT(counts_, ElementsAre(3));
 }
 
-TEST_F(MountFiguresTest, no_count_is_reported_if_no_trash_answers) {
+TEST_F(MountFiguresTest, no_count_is_reported_if_no_trash_responds) {
   machine_->mount("/", figures, {{8, 1, 3}});
   askTrashCount();
   readList();

@@ -34,7 +34,7 @@ int codeOf(const std::vector<std::string>& steps, double timeout,
   return 0;
 }
 
-TEST(ShellRunToEnd, tells_how_the_tool_ended) {
+TEST(ShellRunToEnd, the_exit_status_or_the_signal_of_the_tool_is_returned) {
   EXPECT_EQ(runToEnd({"exit", "18"}).exit, (Process::Exit{.status = 18, .signal = 0}));
   EXPECT_TRUE(runToEnd({}).exit.isSuccess());
   const auto killed = Shell::runToEnd("/bin/sh", {"-c", "kill -9 $$"}, ample, std::nullopt).exit;
@@ -49,19 +49,19 @@ TEST(ShellRunToEnd, a_mebibyte_of_error_output_does_not_block_the_tool) {
   EXPECT_EQ(ending.words.size(), 4096U);
 }
 
-TEST(ShellRunToEnd, starts_the_tool_in_the_given_folder_and_the_c_locale) {
+TEST(ShellRunToEnd, the_tool_starts_in_the_given_folder_and_the_c_locale) {
   const TempTree folder;
   EXPECT_EQ(Shell::runToEnd(testTool(), {"cwd"}, ample, folder.path()).words, folder.path());
   EXPECT_EQ(runToEnd({"variable", "LC_ALL"}).words, "C");
   EXPECT_EQ(runToEnd({"variable", "ZIPOPT"}).words, "");
 }
 
-TEST(ShellRunToEnd, times_out_like_run) {
+TEST(ShellRunToEnd, a_late_tool_times_out) {
   EXPECT_EQ(codeOf({"sleep"}, brief), 1);
   EXPECT_EQ(codeOf({"flood"}, brief), 1);
 }
 
-TEST(ShellRunToEnd, ends_a_tool_that_is_cancelled) {
+TEST(ShellRunToEnd, a_cancelled_tool_is_terminated) {
   const TempTree folder;
   const ToolMessages ready(folder.at("ready"));
   std::atomic<bool> isCancelled = false;
@@ -76,7 +76,7 @@ TEST(ShellRunToEnd, ends_a_tool_that_is_cancelled) {
   EXPECT_TRUE(std::filesystem::exists(folder.at("asked")));
 }
 
-TEST(ShellRunToEnd, kills_a_cancelled_tool_that_does_not_terminate) {
+TEST(ShellRunToEnd, a_cancelled_tool_that_does_not_terminate_is_killed) {
   const OwnProcess before = OwnProcess::now();
   const TempTree folder;
   const ToolMessages ready(folder.at("ready"));
@@ -92,7 +92,7 @@ TEST(ShellRunToEnd, kills_a_cancelled_tool_that_does_not_terminate) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(ShellRunToEnd, throws_the_reason_why_a_tool_does_not_start) {
+TEST(ShellRunToEnd, the_reason_why_a_tool_does_not_start_is_thrown) {
   try {
     Shell::runToEnd("/nowhere/tool", {}, ample, std::nullopt);
     ADD_FAILURE() << "it has started";

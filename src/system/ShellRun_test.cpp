@@ -38,46 +38,46 @@ void expectTimeOut(const std::vector<std::string>& steps, double timeout = brief
   }
 }
 
-TEST(ShellRun, gives_what_the_tool_printed) {
+TEST(ShellRun, the_output_of_the_tool_is_returned) {
   EXPECT_EQ(run({"say", "two\nlines\n"}), "two\nlines\n");
 }
 
-TEST(ShellRun, does_not_look_at_the_exit_status) {
+TEST(ShellRun, the_exit_status_is_ignored) {
   EXPECT_EQ(run({"exit", "1"}), "");
   EXPECT_EQ(run({"say", "half", "exit", "1"}), "half");
 }
 
-TEST(ShellRun, returns_the_output_of_a_tool_that_crashed) {
+TEST(ShellRun, the_output_of_a_tool_that_crashed_is_returned) {
   EXPECT_EQ(Shell::run("/bin/sh", {"-c", "echo half; kill -9 $$"}, ample), "half\n");
 }
 
-TEST(ShellRun, does_not_return_standard_error) {
+TEST(ShellRun, standard_error_is_not_returned) {
   EXPECT_EQ(run({"complain", "100", "say", "fine"}), "fine");
 }
 
-TEST(ShellRun, gives_text_of_any_language) {
+TEST(ShellRun, text_in_any_language_is_returned) {
   for (const char* text : {"é", "\u20ac", "\U0001F600", "\uFFFD", "\uFFFF", "\uFEFFa", "a\r\n\t"}) {
     EXPECT_EQ(run({"say", text}), text);
   }
 }
 
-TEST(ShellRun, returns_the_empty_text_for_output_that_is_not_utf8) {
+TEST(ShellRun, output_that_is_not_utf8_is_returned_as_an_empty_text) {
   for (const char* bytes : {"\xff", "fine\nbut \xc3", "\xe2\x82", "\xf0\x9f\x98", "\xed\xa0\x80",
                             "\xc0\xaf", "\xf4\x90\x80\x80", "\x80"}) {
     EXPECT_EQ(run({"say", bytes}), "");
   }
 }
 
-TEST(ShellRun, gives_output_that_fills_the_pipe) {
+TEST(ShellRun, output_that_fills_the_pipe_is_returned) {
   EXPECT_EQ(run({"print", "65536"}), std::string(65536, 'x'));
 }
 
-TEST(ShellRun, times_out_if_output_does_not_fit_the_pipe) {
+TEST(ShellRun, output_that_does_not_fit_the_pipe_times_out) {
   expectTimeOut({"print", "65537"});
   expectTimeOut({"print", "1048576"});
 }
 
-TEST(ShellRun, times_out_if_standard_error_does_not_fit_the_pipe) {
+TEST(ShellRun, standard_error_that_does_not_fit_the_pipe_times_out) {
   expectTimeOut({"complain", "1048576"});
 }
 
@@ -104,25 +104,25 @@ void untilMade(const std::string& path, const std::function<void(double timeout)
   EXPECT_EQ(access(path.c_str(), F_OK), 0);
 }
 
-TEST(ShellRun, asks_a_late_tool_to_terminate) {
+TEST(ShellRun, a_late_tool_is_asked_to_terminate) {
   const TempTree folder;
   untilMade(folder.at("asked"), [&](double timeout) {
     expectTimeOut({"record-term", folder.at("asked"), "sleep"}, timeout);
   });
 }
 
-TEST(ShellRun, leaves_no_process_of_a_late_tool) {
+TEST(ShellRun, a_late_tool_leaves_no_process) {
   const OwnProcess before = OwnProcess::now();
   expectTimeOut({"sleep"});
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(ShellRun, starts_the_tool_in_the_given_folder) {
+TEST(ShellRun, the_tool_starts_in_the_given_folder) {
   const TempTree folder("in\\shere/");
   EXPECT_EQ(Shell::run(testTool(), {"cwd"}, ample, folder.at("in here")), folder.at("in here"));
 }
 
-TEST(ShellRun, leaves_the_folder_alone_where_none_is_given) {
+TEST(ShellRun, the_tool_starts_in_the_current_folder_if_none_is_given) {
   EXPECT_EQ(run({"cwd"}), std::filesystem::current_path().string());
 }
 
@@ -134,7 +134,7 @@ TEST(ShellRun, tools_run_in_the_c_locale) {
   EXPECT_EQ(run({"variable", "LC_ALL"}), "C");
 }
 
-TEST(ShellRun, keeps_the_options_of_the_user_from_zip) {
+TEST(ShellRun, zip_does_not_get_the_options_of_the_user) {
   for (const char* name : {"ZIPOPT", "ZIP"}) {
     setenv(name, "-m", 1);
     EXPECT_EQ(run({"variable", name}), "");
@@ -142,7 +142,7 @@ TEST(ShellRun, keeps_the_options_of_the_user_from_zip) {
   }
 }
 
-TEST(ShellRun, throws_the_reason_why_a_tool_does_not_start) {
+TEST(ShellRun, the_reason_why_a_tool_does_not_start_is_thrown) {
   const TempTree folder("note mode=0644\n");
   const auto expectLaunchError = [](const std::string& path, const std::optional<std::string>& cwd,
                                     int code) {
@@ -162,7 +162,7 @@ TEST(ShellRun, throws_the_reason_why_a_tool_does_not_start) {
   expectLaunchError("/usr/bin/osascript", folder.at("missing"), ENOENT);
 }
 
-TEST(ShellRun, reads_until_all_holders_of_the_output_have_closed_it) {
+TEST(ShellRun, the_output_is_read_until_all_processes_that_hold_it_have_closed_it) {
   const TempTree folder;
   const ToolMessages left(folder.at("left"));
   Hold hold(folder.at("hold"));
@@ -179,7 +179,7 @@ TEST(ShellRun, reads_until_all_holders_of_the_output_have_closed_it) {
   releasing.join();
 }
 
-TEST(ShellRun, starts_our_own_tool_in_place_of_one_of_another_system) {
+TEST(ShellRun, the_own_tool_starts_in_place_of_one_of_another_system) {
   const TempTree data("Trash/\n  files/\n    a\n    b\n");
   const char* const before = std::getenv("XDG_DATA_HOME");
   const std::string kept = before != nullptr ? before : "";
@@ -200,7 +200,7 @@ TEST(ShellRun, starts_our_own_tool_in_place_of_one_of_another_system) {
   }
 }
 
-TEST(ShellRun, passes_names_through_the_real_tools_as_bytes) {
+TEST(ShellRun, names_are_passed_through_real_tools_as_bytes) {
   const TempTree folder("caf\\xc3\\xa9\\n 4K\nodd\\xff\\xfe 4K\n");
   Shell::run("/usr/bin/zip", {"-q", "-r", "out.zip", "."}, ample, folder.path());
   ASSERT_EQ(std::filesystem::remove(folder.at("caf\xc3\xa9\n")), true);

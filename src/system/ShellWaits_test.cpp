@@ -62,7 +62,7 @@ TEST_F(ShellWaits, run_waits_the_timeout_and_one_more_second_for_the_exit) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST_F(ShellWaits, run_waits_no_longer_for_a_tool_that_does_not_terminate) {
+TEST_F(ShellWaits, run_does_not_wait_longer_for_a_tool_that_does_not_terminate) {
   const ToolMessages ignoring(folder_.at("ignoring"));
   const OwnProcess before = OwnProcess::now();
   {
@@ -80,7 +80,7 @@ TEST_F(ShellWaits, run_waits_no_longer_for_a_tool_that_does_not_terminate) {
   EXPECT_EQ(settled(before), before);
 }
 
-TEST_F(ShellWaits, output_is_read_until_the_deadline_of_the_tool) {
+TEST_F(ShellWaits, the_output_is_read_until_the_deadline_of_the_tool) {
   const Hold hold(folder_.at("hold"));
   const std::string output = Shell::run(testTool(), {"say", "a", "hand-over", "hold", hold.path()},
                                         7, std::nullopt, after([](std::size_t) {

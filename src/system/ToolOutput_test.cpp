@@ -25,7 +25,7 @@ TEST(ToolOutputLines, every_newline_of_unicode_ends_a_line) {
   }
 }
 
-TEST(ToolOutputLines, nothing_else_ends_a_line) {
+TEST(ToolOutputLines, no_other_character_ends_a_line) {
   for (const std::string& other :
        {"\t"s, "\x0e"s, "\x1c"s, "\x1e"s, "\0"s, "\u2027"s, "\u202A"s, "\u0086"s, "\u00A0"s}) {
     EXPECT_THAT(lines("a" + other + "c"), ElementsAre("a" + other + "c"));
@@ -62,7 +62,7 @@ TEST(ToolOutputWords, every_white_space_of_unicode_separates_words) {
   }
 }
 
-TEST(ToolOutputWords, nothing_else_separates_words) {
+TEST(ToolOutputWords, no_other_character_separates_words) {
   for (const std::string& other :
        {"\x1f"s, "\x0e"s, "\0"s, "\u180E"s, "\u200B"s, "\u2060"s, "\uFEFF"s, "\x85"s, "\xa0"s}) {
     EXPECT_THAT(words("a" + other + "b"), ElementsAre("a" + other + "b"));
@@ -74,14 +74,14 @@ TEST(ToolOutputWords, blank_text_has_no_words) {
   EXPECT_THAT(words(" \t \u3000"), IsEmpty());
 }
 
-TEST(ToolOutputTrimmed, drops_white_space_and_newlines_at_both_ends_alone) {
+TEST(ToolOutputTrimmed, only_white_space_and_newlines_at_both_ends_are_removed) {
   EXPECT_EQ(trimmed("\r\n\t 1 2\u2029\n\u3000"), "1 2");
   EXPECT_EQ(trimmed("12"), "12");
   EXPECT_EQ(trimmed(" \n"), "");
   EXPECT_EQ(trimmed(""), "");
 }
 
-TEST(ToolOutputInteger, reads_decimal_digits_with_or_without_a_sign) {
+TEST(ToolOutputInteger, decimal_digits_with_or_without_a_sign_are_an_integer) {
   EXPECT_EQ(integer("0"), 0);
   EXPECT_EQ(integer("42"), 42);
   EXPECT_EQ(integer("+42"), 42);
@@ -90,7 +90,7 @@ TEST(ToolOutputInteger, reads_decimal_digits_with_or_without_a_sign) {
   EXPECT_EQ(integer("0000000000000000000000000000007"), 7);
 }
 
-TEST(ToolOutputInteger, reads_integers_of_64_bits_and_refuses_larger_ones) {
+TEST(ToolOutputInteger, integers_of_more_than_64_bits_are_refused) {
   EXPECT_EQ(integer("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(integer("+9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(integer("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
@@ -100,7 +100,7 @@ TEST(ToolOutputInteger, reads_integers_of_64_bits_and_refuses_larger_ones) {
   EXPECT_EQ(integer(std::string(400, '9')), std::nullopt);
 }
 
-TEST(ToolOutputInteger, refuses_whatever_is_not_all_digits) {
+TEST(ToolOutputInteger, a_text_with_any_other_character_is_no_integer) {
   for (const std::string& text :
        {""s,    "+"s,   "-"s,      "+-1"s, "-+1"s, "++1"s, "--1"s,  " 1"s,  "1 "s,
         "1\n"s, "1.0"s, "1e3"s,    "0x1"s, "1K"s,  "1%"s,  "1,0"s,  "1_0"s, "a"s,
@@ -109,7 +109,7 @@ TEST(ToolOutputInteger, refuses_whatever_is_not_all_digits) {
   }
 }
 
-TEST(ToolOutputNumber, reads_decimal_forms) {
+TEST(ToolOutputNumber, decimal_forms_are_read_as_numbers) {
   EXPECT_EQ(number("60"), 60.0);
   EXPECT_EQ(number("0.1"), 0.1);
   EXPECT_EQ(number("+1.5"), 1.5);
@@ -123,21 +123,21 @@ TEST(ToolOutputNumber, reads_decimal_forms) {
   EXPECT_TRUE(std::signbit(*number("-0")));
 }
 
-TEST(ToolOutputNumber, reads_hexadecimal_forms) {
+TEST(ToolOutputNumber, hexadecimal_forms_are_read_as_numbers) {
   EXPECT_EQ(number("0x1F"), 31.0);
   EXPECT_EQ(number("0X1f"), 31.0);
   EXPECT_EQ(number("-0x1.8p1"), -3.0);
   EXPECT_EQ(number("0x.8"), 0.5);
 }
 
-TEST(ToolOutputNumber, refuses_infinity_and_nan) {
+TEST(ToolOutputNumber, infinity_and_nan_are_refused) {
   for (const char* text : {"inf", "-inf", "INF", "infinity", "nan", "-nan", "NaN", "nan(1)",
                            "0xinf", "1e999", "-1e999", "1e-999", "0x1p99999"}) {
     EXPECT_EQ(number(text), std::nullopt) << text;
   }
 }
 
-TEST(ToolOutputNumber, refuses_whatever_is_not_all_a_number) {
+TEST(ToolOutputNumber, a_text_with_any_other_character_is_no_number) {
   for (const std::string& text :
        {""s,     "+"s,     "-"s,   "."s,     "-."s,  "e5"s, "1e"s,   "1e+"s, "+-1"s,
         "-+1"s,  "--1"s,   " 1"s,  "1 "s,    "1,5"s, "1%"s, "1f"s,   "0x"s,  "0xp1"s,

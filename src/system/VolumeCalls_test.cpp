@@ -18,7 +18,7 @@ using std::chrono::seconds;
 
 class VolumeCallsTest : public testing::Test {
  protected:
-  // Asks `volume`, which answers `answer`; the result is recorded.
+  // Asks `volume`, which responds with `answer`; the result is recorded.
   void ask(const VolumeCalls::Volume& volume, int answer, seconds patience = seconds(6)) {
     calls_->ask<int>(
         volume, patience,
@@ -31,7 +31,7 @@ class VolumeCallsTest : public testing::Test {
         });
   }
 
-  // The question to be asked next hangs, until it is past its time; gives what asks it.
+  // Lets the next question hang until its time limit has passed; returns the work that asks it.
   Dispatch::Work giveUpTheNext() {
     Dispatch::Work hanging = dispatch_.take(Queue::utility);
     dispatch_.advance(seconds(6));
@@ -60,7 +60,7 @@ TEST_F(VolumeCallsTest, an_answer_is_delivered_on_the_main_queue) {
   EXPECT_THAT(home_, ElementsAre("1 answered"));
 }
 
-TEST_F(VolumeCallsTest, a_volume_that_hangs_holds_up_no_other) {
+TEST_F(VolumeCallsTest, a_volume_that_hangs_does_not_delay_others) {
   ask(a_, 1);
   ask(b_, 2);
   const auto hanging = dispatch_.take(Queue::utility);
@@ -71,7 +71,7 @@ TEST_F(VolumeCallsTest, a_volume_that_hangs_holds_up_no_other) {
   EXPECT_THAT(home_, ElementsAre("2 answered", "1 given up"));
 }
 
-TEST_F(VolumeCallsTest, a_volume_is_asked_one_thing_at_a_time) {
+TEST_F(VolumeCallsTest, a_volume_gets_one_question_at_a_time) {
   ask(a_, 1);
   ask(a_, 2);
   EXPECT_EQ(dispatch_.waiting(Queue::utility), 1U);
@@ -97,7 +97,7 @@ TEST_F(VolumeCallsTest, a_volume_that_hangs_is_not_asked_again) {
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 given up"));
 }
 
-TEST_F(VolumeCallsTest, a_volume_that_answers_late_is_asked_again) {
+TEST_F(VolumeCallsTest, a_volume_that_responds_late_is_asked_again) {
   ask(a_, 1);
   const auto hanging = giveUpTheNext();
   hanging();
@@ -116,7 +116,7 @@ TEST_F(VolumeCallsTest, a_volume_mounted_over_a_hanging_one_is_asked) {
   EXPECT_THAT(home_, ElementsAre("1 given up", "2 answered"));
 }
 
-TEST_F(VolumeCallsTest, the_same_number_at_another_place_is_another_volume) {
+TEST_F(VolumeCallsTest, the_same_number_at_another_mount_point_is_another_volume) {
   ask({0, "/a"}, 1);
   const auto hanging = giveUpTheNext();
   ask({0, "/b"}, 2);
@@ -152,7 +152,8 @@ TEST_F(VolumeCallsTest, the_time_limit_of_a_question_does_not_apply_to_the_next)
   EXPECT_THAT(home_, ElementsAre("1 answered", "2 given up"));
 }
 
-TEST_F(VolumeCallsTest, a_few_volumes_are_asked_at_a_time_not_counting_hanging_ones) {
+TEST_F(VolumeCallsTest,
+       a_limited_number_of_volumes_is_asked_at_a_time_without_counting_hanging_ones) {
   std::vector<Dispatch::Work> hanging;
   for (int i = 1; i <= 9; ++i) ask({static_cast<std::uint64_t>(i), "/v"}, i);
   for (const int left : {5, 1}) {

@@ -40,7 +40,7 @@ std::vector<std::string> listed(const std::vector<std::string>& mounts, const Pl
   return paths;
 }
 
-TEST(VolumeEngine, skips_the_mounts_of_its_places) {
+TEST(VolumeEngine, the_mounts_that_the_places_exclude_are_skipped) {
   EXPECT_EQ(VolumeEngine::skipMounts(Places::forMacos()).size(), 9U);
   EXPECT_TRUE(VolumeEngine::skipMounts(Places::forMacos()).contains("/dev"));
 }
@@ -50,7 +50,7 @@ TEST(VolumeEngineParse, a_row_becomes_a_volume) {
               ElementsAre(VolumeMount{"Backup", "/Volumes/Backup", 102400, 60.0}));
 }
 
-TEST(VolumeEngineParse, macos_lists_the_root_its_data_and_what_lies_under_volumes) {
+TEST(VolumeEngineParse, macos_lists_the_root_its_data_and_all_mounts_below_volumes) {
   EXPECT_THAT(onMacos(row("/") + row("/System/Volumes/Data") + row("/Volumes/a/b")),
               ElementsAre(VolumeMount{"Macintosh HD", "/", 102400, 60.0},
                           VolumeMount{"Macintosh HD — Data", "/System/Volumes/Data", 102400, 60.0},
@@ -69,7 +69,7 @@ TEST(VolumeEngineParse, macos_drops_the_mounts_of_the_system) {
       IsEmpty());
 }
 
-TEST(VolumeEngineParse, linux_lists_the_root_home_and_what_a_person_mounts) {
+TEST(VolumeEngineParse, linux_lists_the_root_the_home_and_removable_or_manual_mounts) {
   EXPECT_THAT(onLinux(row("/") + row("/home") + row("/media/anna/USB") + row("/media/cdrom") +
                       row("/run/media/anna/Kamera") + row("/mnt/nas")),
               ElementsAre(VolumeMount{"System Disk", "/", 102400, 60.0},
@@ -128,7 +128,7 @@ TEST(VolumeEngineParse, the_mount_point_is_the_last_word) {
   EXPECT_THAT(onMacos("d 100 60 40 60% /Volumes/a x\n"), IsEmpty());
 }
 
-TEST(VolumeEngineParse, a_header_is_no_row_whatever_it_says) {
+TEST(VolumeEngineParse, a_header_is_not_a_row_whatever_it_contains) {
   EXPECT_THAT(onMacos("FileSystem 100 60 40 60% /\n"), IsEmpty());
   EXPECT_THAT(onMacos("filesystems 100 60 40 60% /\n"), IsEmpty());
   EXPECT_THAT(onMacos(" Filesystem 100 60 40 60% /\n"), ::testing::SizeIs(1));
@@ -169,12 +169,12 @@ TEST(VolumeEngineParse, an_unreadable_row_leaves_its_mount_point_to_a_later_one)
               ElementsAre(VolumeMount{"Macintosh HD", "/", 2048, 2.0}));
 }
 
-TEST(VolumeEngineParse, keeps_the_order_of_the_rows) {
+TEST(VolumeEngineParse, volumes_are_in_the_order_of_the_rows) {
   EXPECT_THAT(listed({"/Volumes/z", "/", "/Volumes/a"}, Places::forMacos()),
               ElementsAre("/Volumes/z", "/", "/Volumes/a"));
 }
 
-TEST(VolumeEngineParse, lists_what_df_printed_on_macos) {
+TEST(VolumeEngineParse, the_output_of_df_on_macos_is_listed) {
   EXPECT_THAT(onMacos(testdata("df/macos.txt")),
               ElementsAre(VolumeMount{"Macintosh HD", "/", 482797652LL * 1024, 6.0},
                           VolumeMount{"Macintosh HD — Data", "/System/Volumes/Data",
@@ -193,7 +193,7 @@ const Volumes recordedOnLinux = {
     {"home", "/home", 4194304LL * 1024, 1.0},
 };
 
-TEST(VolumeEngineParse, lists_what_df_printed_on_linux) {
+TEST(VolumeEngineParse, the_output_of_df_on_linux_is_listed) {
   EXPECT_EQ(onLinux(testdata("df/linux.txt")), recordedOnLinux);
 }
 
@@ -207,12 +207,12 @@ TEST(VolumeEngineParse, a_mount_that_another_one_hides_has_no_size_and_is_not_li
   EXPECT_EQ(onLinux(testdata("df/linux-all.txt")), recordedOnLinux);
 }
 
-TEST(VolumeEngineParse, rows_that_were_broken_after_their_device_are_not_listed) {
+TEST(VolumeEngineParse, rows_broken_after_their_device_are_not_listed) {
   EXPECT_THAT(onLinux(testdata("df/wrapped.txt")),
               ElementsAre(VolumeMount{"USB", "/media/anna/USB", 524288LL * 1024, 19.0}));
 }
 
-TEST(VolumeEngineParse, a_text_cut_anywhere_lists_the_rows_before_the_cut) {
+TEST(VolumeEngineParse, a_text_cut_at_any_byte_lists_the_rows_before_the_cut) {
   const std::string text = testdata("df/macos.txt");
   const Volumes whole = onMacos(text);
   for (std::size_t length = 0; length <= text.size(); ++length) {
@@ -228,14 +228,14 @@ TEST(VolumeEngineParse, a_text_cut_anywhere_lists_the_rows_before_the_cut) {
   }
 }
 
-TEST(VolumeEngineParse, lists_nothing_from_empty_text_or_garbage) {
+TEST(VolumeEngineParse, empty_text_and_garbage_list_no_volumes) {
   EXPECT_THAT(onMacos(""), IsEmpty());
   EXPECT_THAT(onMacos("\n\n"), IsEmpty());
   EXPECT_THAT(onMacos(testdata("df/garbage.bin")), IsEmpty());
   EXPECT_THAT(onLinux(testdata("df/garbage.bin")), IsEmpty());
 }
 
-TEST(VolumeEngineList, asks_df_for_all_volumes) {
+TEST(VolumeEngineList, df_is_asked_for_all_volumes) {
   std::string calledPath;
   std::vector<std::string> calledArgs;
   double calledTimeout = 0;
@@ -252,14 +252,14 @@ TEST(VolumeEngineList, asks_df_for_all_volumes) {
   EXPECT_EQ(calledTimeout, 6);
 }
 
-TEST(VolumeEngineList, a_tool_that_fails_lists_nothing) {
+TEST(VolumeEngineList, no_volumes_are_listed_if_the_tool_fails) {
   EXPECT_THAT(
       VolumeEngine::list([](const std::string&, const std::vector<std::string>&,
                             double) -> std::string { throw std::runtime_error("no such tool"); }),
       IsEmpty());
 }
 
-TEST(VolumeEngineList, starts_the_real_df_where_no_stand_in_is_given) {
+TEST(VolumeEngineList, the_real_df_is_started_if_no_run_is_given) {
   // In a changed root, "/" need not be a mount point.
   if (Shell::run("/bin/df", {"-k"}, 6).find(" /\n") == std::string::npos) {
     GTEST_SKIP() << needs(Need::listedRoot, "df does not list /");
@@ -279,7 +279,7 @@ TEST(VolumeMount, equal_volumes_have_equal_hashes) {
   EXPECT_EQ(volume, (VolumeMount{"a", "/a", 5, -0.0}));
 }
 
-TEST(VolumeMount, volumes_that_differ_anywhere_differ) {
+TEST(VolumeMount, volumes_with_any_difference_are_different) {
   const std::hash<VolumeMount> hash;
   const VolumeMount volume = {"a", "/a", 5, 6.0};
   for (const VolumeMount& other :
@@ -328,7 +328,7 @@ TEST(VolumeEngineListed, parts_of_a_btrfs_and_then_the_whole_are_listed) {
       ElementsAre("/", "/home", "/mnt/top"));
 }
 
-TEST(VolumeEngineListed, figures_are_rounded_up_to_whole_percent_as_df_does) {
+TEST(VolumeEngineListed, percentages_are_rounded_up_to_whole_ones_as_df_does) {
   const VolumeEngine::Listed volume{"a", {1, "/mnt/a", "8:1", "/"}};
   const auto percent = [&](std::int64_t used, std::int64_t free) {
     return VolumeEngine::withFigures(volume, {.total = 1, .used = used, .free = free})->usedPercent;
