@@ -10,16 +10,16 @@
 namespace tessaly {
 namespace {
 
-TEST(Color, reads_channels_from_hexadecimal) {
+TEST(Color, the_channels_are_read_from_a_hexadecimal_number) {
   EXPECT_EQ(Color::fromRgb(0x123456), (Color{0x12, 0x34, 0x56, 1}));
 }
 
-TEST(Color, multiplies_opacities) {
+TEST(Color, opacities_are_multiplied) {
   const Color faint = Color{1, 2, 3, 0.5}.atOpacity(0.5);
   EXPECT_EQ(faint, (Color{1, 2, 3, 0.25}));
 }
 
-TEST(MarrowTheme, has_the_named_values) {
+TEST(MarrowTheme, the_named_colours_have_their_values) {
   EXPECT_EQ(MarrowTheme::bg, (Color{0x12, 0x13, 0x18}));
   EXPECT_EQ(MarrowTheme::bg2, (Color{0x18, 0x1A, 0x22}));
   EXPECT_EQ(MarrowTheme::bg3, (Color{0x23, 0x25, 0x30}));
@@ -41,7 +41,7 @@ TEST(MarrowTheme, has_the_named_values) {
   EXPECT_EQ(MarrowTheme::other, (Color{107, 114, 128}));
 }
 
-TEST(MarrowTheme, palette_of_folders_has_three_shades_of_five_hues) {
+TEST(MarrowTheme, the_palette_of_folders_has_three_shades_of_five_hues) {
   const std::array<std::string, 15> expected = {"3B82F6", "2563EB", "1D4ED8", "10B981", "059669",
                                                 "047857", "F59E0B", "D97706", "B45309", "8B5CF6",
                                                 "7C3AED", "6D28D9", "EC4899", "DB2777", "BE185D"};
@@ -57,18 +57,18 @@ TEST(FolderColor, a_sum_divisible_by_15_gives_the_first_colour) {
   EXPECT_EQ(MarrowTheme::folderColor(""), MarrowTheme::folderPalette[0]);
 }
 
-TEST(FolderColor, index_is_the_sum_of_the_characters_modulo_15) {
+TEST(FolderColor, the_index_is_the_sum_of_the_characters_modulo_15) {
   EXPECT_EQ(MarrowTheme::folderColor("src"), MarrowTheme::folderPalette[(115 + 114 + 99) % 15]);
   // The values of whole characters, not of their bytes.
   EXPECT_EQ(MarrowTheme::folderColor("\u00e9"), MarrowTheme::folderPalette[0xE9 % 15]);
   EXPECT_EQ(MarrowTheme::folderColor("\U0001F4C1"), MarrowTheme::folderPalette[0x1F4C1 % 15]);
 }
 
-TEST(FolderColor, does_not_depend_on_the_order_of_letters) {
+TEST(FolderColor, the_colour_does_not_depend_on_the_order_of_letters) {
   EXPECT_EQ(MarrowTheme::folderColor("listen"), MarrowTheme::folderColor("silent"));
 }
 
-TEST(FolderColor, upper_and_lower_case_differ) {
+TEST(FolderColor, upper_and_lower_case_have_different_colours) {
   // 97 and 65 differ by 32, which is 2 modulo 15.
   EXPECT_EQ(MarrowTheme::folderColor("a"), MarrowTheme::folderPalette[7]);
   EXPECT_EQ(MarrowTheme::folderColor("A"), MarrowTheme::folderPalette[5]);

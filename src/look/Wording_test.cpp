@@ -47,12 +47,12 @@ std::vector<std::string> textsOf(const Wording& words) {
           words.textRecognition};
 }
 
-// A text that is added and left out of textsOf would be looked at by no test.
-TEST(Wording, has_no_text_that_these_tests_leave_out) {
+// A text that was added but is missing in textsOf() would be checked by no test.
+TEST(Wording, these_tests_check_every_text_of_a_wording) {
   EXPECT_EQ(textsOf(mac).size() * sizeof(std::string), sizeof(Wording));
 }
 
-TEST(Wording, says_on_macos_what_is_said_there) {
+TEST(Wording, the_texts_on_macos_use_its_terms) {
   EXPECT_EQ(mac.startupDisk, "Macintosh HD");
   EXPECT_EQ(mac.fileSystem, "APFS");
   EXPECT_EQ(mac.idleLine,
@@ -84,7 +84,7 @@ TEST(Wording, says_on_macos_what_is_said_there) {
   EXPECT_EQ(mac.textRecognition, "Uses on-device Vision. Does not upload screenshots.");
 }
 
-TEST(Wording, says_on_macos_how_access_to_the_disk_is_granted_there) {
+TEST(Wording, the_texts_on_macos_explain_how_access_to_the_disk_is_granted) {
   EXPECT_EQ(mac.gate.heading, "Full Disk Access isn’t active yet");
   EXPECT_EQ(mac.gate.caption,
             "Settings can show Tessaly as on while still bound to an older copy. macOS matches the "
@@ -103,7 +103,7 @@ TEST(Wording, says_on_macos_how_access_to_the_disk_is_granted_there) {
             "on this exact app.");
 }
 
-TEST(Wording, says_on_linux_what_is_true_there) {
+TEST(Wording, the_texts_on_linux_use_its_terms) {
   EXPECT_EQ(tux.startupDisk, "System Disk");
   EXPECT_EQ(tux.fileSystem, "");
   EXPECT_EQ(tux.idleLine, "Disk space visualizer, developer cache cleaner & system monitor.");
@@ -118,18 +118,18 @@ TEST(Wording, says_on_linux_what_is_true_there) {
   EXPECT_EQ(tux.textRecognition, "Uses on-device text recognition. Does not upload screenshots.");
 }
 
-TEST(Wording, has_no_word_of_macos_on_linux) {
+TEST(Wording, no_text_on_linux_contains_a_word_of_macos) {
   for (const std::string& text : textsOf(tux)) EXPECT_EQ(wordOfMacosIn(text), std::nullopt) << text;
 }
 
-TEST(Wording, leaves_nothing_unsaid_but_the_file_system_which_differs_on_linux) {
+TEST(Wording, only_the_file_system_has_an_empty_text_on_linux) {
   for (const std::string& text : textsOf(mac)) EXPECT_NE(text, "");
   std::size_t unsaid = 0;
   for (const std::string& text : textsOf(tux)) unsaid += text.empty() ? 1 : 0;
   EXPECT_EQ(unsaid, 1U);
 }
 
-TEST(Wording, of_this_system_is_in_force) {
+TEST(Wording, the_current_wording_is_that_of_this_system) {
 #ifdef __APPLE__
   EXPECT_EQ(&Wording::current(), &mac);
 #else
@@ -137,32 +137,32 @@ TEST(Wording, of_this_system_is_in_force) {
 #endif
 }
 
-TEST(Wording, calls_the_top_folder_by_the_name_of_the_disk) {
+TEST(Wording, the_top_folder_has_the_name_of_the_disk) {
   EXPECT_EQ(mac.nameOf("Macintosh HD", "/"), "Macintosh HD");
   EXPECT_EQ(tux.nameOf("Macintosh HD", "/"), "System Disk");
 }
 
-TEST(Wording, calls_everything_else_by_its_own_name) {
+TEST(Wording, any_other_folder_has_its_own_name) {
   EXPECT_EQ(tux.nameOf("Macintosh HD", "/mnt/Macintosh HD"), "Macintosh HD");
   EXPECT_EQ(tux.nameOf("caf\xe9", "/mnt/caf\xe9"), "caf\xe9");
 }
 
-TEST(Wording, tells_the_type_of_a_volume_in_capitals_on_linux) {
+TEST(Wording, the_type_of_a_volume_is_in_capitals_on_linux) {
   EXPECT_EQ(tux.fileSystemAfterSize("ext4"), " EXT4");
   EXPECT_EQ(tux.fileSystemAfterSize("btrfs"), " BTRFS");
   EXPECT_EQ(tux.fileSystemAfterSize("fuse.sshfs"), " FUSE.SSHFS");
 }
 
-TEST(Wording, says_nothing_of_a_type_that_is_not_known) {
+TEST(Wording, an_unknown_type_of_a_volume_has_no_text_on_linux) {
   EXPECT_EQ(tux.fileSystemAfterSize(""), "");
 }
 
-TEST(Wording, has_one_type_for_all_volumes_on_macos) {
+TEST(Wording, all_volumes_on_macos_have_the_same_type) {
   EXPECT_EQ(mac.fileSystemAfterSize(""), " APFS");
   EXPECT_EQ(mac.fileSystemAfterSize("exfat"), " APFS");
 }
 
-TEST(Wording, calls_the_disk_as_the_list_of_volumes_does) {
+TEST(Wording, the_disk_has_the_same_name_as_in_the_list_of_volumes) {
   EXPECT_EQ(Places::forMacos().volumes.keptMounts.at("/"), mac.startupDisk);
   EXPECT_EQ(Places::forLinux().volumes.keptMounts.at("/"), tux.startupDisk);
 }

@@ -34,7 +34,7 @@ BloatFilter::ScanExcludes excludesOf(const std::vector<std::string>& patterns) {
   return BloatFilter::scanExcludes({{"id", "Name", patterns, "symbol", false, true}});
 }
 
-TEST(BloatFilterCatalog, has_twelve_filters_in_the_order_of_the_sidebar) {
+TEST(BloatFilterCatalog, the_catalogue_has_twelve_filters_in_the_order_of_the_sidebar) {
   std::vector<std::string> lines;
   for (const BloatFilter& filter : BloatFilter::catalog()) lines.push_back(line(filter));
   EXPECT_THAT(
@@ -92,7 +92,7 @@ TEST(ScanExcludes, filters_that_skip_nothing_exclude_nothing) {
   }
 }
 
-TEST(ScanExcludes, filters_exclude_whether_enabled_or_not) {
+TEST(ScanExcludes, enabling_a_filter_excludes_nothing_from_a_scan) {
   std::vector<BloatFilter> filters = BloatFilter::catalog();
   for (BloatFilter& filter : filters) filter.enabled = true;
   EXPECT_THAT(BloatFilter::scanExcludes(filters).names, IsEmpty());
@@ -133,7 +133,7 @@ TEST(ScanExcludes, a_suffix_has_at_most_eight_characters) {
   EXPECT_THAT(excludes.names, UnorderedElementsAre(".12345678"));
 }
 
-TEST(ScanExcludes, suffix_length_is_in_characters_and_not_bytes) {
+TEST(ScanExcludes, the_length_of_a_suffix_is_in_characters_and_not_in_bytes) {
   const std::string eight = ".\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9";
   EXPECT_THAT(excludesOf({eight}).suffixes, UnorderedElementsAre(eight));
   EXPECT_THAT(excludesOf({eight + "\u00e9"}).names, UnorderedElementsAre(eight + "\u00e9"));

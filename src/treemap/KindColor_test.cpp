@@ -5,7 +5,7 @@
 namespace tessaly {
 namespace {
 
-TEST(KindColor, gives_each_kind_its_colour) {
+TEST(KindColor, each_kind_has_its_colour) {
   EXPECT_EQ(KindColor::of(FileKind::folder), (Color{59, 130, 246}));
   EXPECT_EQ(KindColor::of(FileKind::app), (Color{0, 122, 255}));
   EXPECT_EQ(KindColor::of(FileKind::video), (Color{59, 130, 246}));

@@ -59,7 +59,7 @@ TEST(NodeTintBase, a_plain_file_is_coloured_by_its_kind) {
   EXPECT_EQ(NodeTint::base(file("/a.app", 1, FileKind::app)), MarrowTheme::accent);
 }
 
-TEST(NodeTintBase, finds_xcode_anywhere_in_the_name) {
+TEST(NodeTintBase, xcode_is_found_anywhere_in_the_name) {
   EXPECT_EQ(NodeTint::base(folder("/Xcode Projects", 1)), MarrowTheme::folderPalette[3]);
   EXPECT_EQ(NodeTint::base(folder("/my-XCODE", 1)), MarrowTheme::folderPalette[3]);
   EXPECT_EQ(NodeTint::base(folder("/DerivedData", 1)), MarrowTheme::folderPalette[3]);
@@ -88,7 +88,7 @@ TEST(NodeTintBase, other_folders_are_coloured_by_their_name) {
   EXPECT_EQ(NodeTint::base(folder("/A", 1)), MarrowTheme::folderPalette[65 % 15]);
 }
 
-TEST(NodeTint, base_colour_without_filters_and_growth) {
+TEST(NodeTint, a_node_has_its_base_colour_without_filters_and_growth) {
   EXPECT_EQ(tint(folder("/src", 1)), NodeTint::base(folder("/src", 1)));
   EXPECT_EQ(tint(folder("/src", 1), {}), NodeTint::base(folder("/src", 1)));
 }
@@ -153,7 +153,7 @@ TEST(NodeTint, the_heat_map_ignores_filters_and_growth) {
   EXPECT_EQ(NodeTint::color(node, enabling("videos"), {"/a.mp4"}, true, now), MarrowTheme::accent);
 }
 
-TEST(NodeTintByAge, age_colour_changes_at_7_30_and_180_days) {
+TEST(NodeTintByAge, the_colour_by_age_changes_at_7_30_and_180_days) {
   EXPECT_EQ(byAge(now), MarrowTheme::success);
   EXPECT_EQ(byAge(now - 7 * day + 1), MarrowTheme::success);
   EXPECT_EQ(byAge(now - 7 * day), MarrowTheme::accent);
@@ -177,20 +177,20 @@ TEST(NodeTintByAge, an_unknown_time_has_the_colour_of_other) {
   EXPECT_EQ(NodeTint::color(aged(1), {}, {}, true, 5 * day), MarrowTheme::success);
 }
 
-TEST(NodeTintByAge, reads_the_clock_when_no_time_is_given) {
+TEST(NodeTintByAge, the_present_time_is_used_if_none_is_given) {
   EXPECT_EQ(NodeTint::color(aged(NodeTint::presentTime() - 10 * day), {}, {}, true),
             MarrowTheme::accent);
   EXPECT_EQ(NodeTint::ageLabel(NodeTint::presentTime() - 10.5 * day), "10 days ago");
 }
 
-TEST(AgeLabel, says_when_there_is_no_date) {
+TEST(AgeLabel, a_missing_or_invalid_time_is_an_unknown_date) {
   EXPECT_EQ(NodeTint::ageLabel(std::nullopt, now), "Unknown date");
   EXPECT_EQ(NodeTint::ageLabel(0, now), "Unknown date");
   EXPECT_EQ(NodeTint::ageLabel(-1, now), "Unknown date");
   EXPECT_EQ(NodeTint::ageLabel(std::numeric_limits<double>::quiet_NaN(), now), "Unknown date");
 }
 
-TEST(AgeLabel, counts_whole_days) {
+TEST(AgeLabel, days_are_counted_as_whole_days) {
   EXPECT_EQ(NodeTint::ageLabel(now, now), "Today");
   EXPECT_EQ(NodeTint::ageLabel(now - day + 1, now), "Today");
   EXPECT_EQ(NodeTint::ageLabel(now - day, now), "1 day ago");
@@ -199,7 +199,7 @@ TEST(AgeLabel, counts_whole_days) {
   EXPECT_EQ(NodeTint::ageLabel(now - 29 * day, now), "29 days ago");
 }
 
-TEST(AgeLabel, counts_months_of_thirty_days) {
+TEST(AgeLabel, months_have_thirty_days) {
   EXPECT_EQ(NodeTint::ageLabel(now - 30 * day, now), "1 mo ago");
   EXPECT_EQ(NodeTint::ageLabel(now - 59 * day, now), "1 mo ago");
   EXPECT_EQ(NodeTint::ageLabel(now - 60 * day, now), "2 mo ago");
@@ -207,13 +207,13 @@ TEST(AgeLabel, counts_months_of_thirty_days) {
   EXPECT_EQ(NodeTint::ageLabel(now - 364 * day, now), "12 mo ago");
 }
 
-TEST(AgeLabel, counts_years_of_three_hundred_and_sixty_five_days) {
+TEST(AgeLabel, years_have_three_hundred_and_sixty_five_days) {
   EXPECT_EQ(NodeTint::ageLabel(now - 365 * day, now), "1+ yr ago");
   EXPECT_EQ(NodeTint::ageLabel(now - 729 * day, now), "1+ yr ago");
   EXPECT_EQ(NodeTint::ageLabel(now - 730 * day, now), "2+ yr ago");
 }
 
-TEST(AgeLabel, says_today_for_the_future) {
+TEST(AgeLabel, a_time_in_the_future_is_today) {
   EXPECT_EQ(NodeTint::ageLabel(now + 5, now), "Today");
   EXPECT_EQ(NodeTint::ageLabel(now + 500 * day, now), "Today");
   EXPECT_EQ(NodeTint::ageLabel(std::numeric_limits<double>::infinity(), now), "Today");

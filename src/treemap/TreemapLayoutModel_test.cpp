@@ -214,7 +214,7 @@ Rect randomRect(Dice& dice, double longest) {
   return rect;
 }
 
-TEST(TreemapLayoutModel, agrees_on_rows_of_random_lists_in_every_bit) {
+TEST(TreemapLayoutModel, rows_of_random_lists_agree_with_the_model_in_every_bit) {
   Dice dice(20240131);
   std::size_t tiles = 0;
   for (int round = 0; round < 6000; ++round) {
@@ -229,7 +229,7 @@ TEST(TreemapLayoutModel, agrees_on_rows_of_random_lists_in_every_bit) {
   EXPECT_GT(tiles, 100'000U);
 }
 
-TEST(TreemapLayoutModel, agrees_on_long_lists_in_every_bit) {
+TEST(TreemapLayoutModel, rows_of_long_lists_agree_with_the_model_in_every_bit) {
   Dice dice(7);
   for (int round = 0; round < 60; ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
@@ -240,7 +240,7 @@ TEST(TreemapLayoutModel, agrees_on_long_lists_in_every_bit) {
   }
 }
 
-TEST(TreemapLayoutModel, agrees_on_layouts_of_random_trees_in_every_bit) {
+TEST(TreemapLayoutModel, layouts_of_random_trees_agree_with_the_model_in_every_bit) {
   Dice dice(99);
   std::size_t tiles = 0;
   std::size_t full = 0;

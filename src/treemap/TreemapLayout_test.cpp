@@ -46,7 +46,7 @@ std::vector<std::string> names(const std::vector<TreemapRect>& tiles) {
   return all;
 }
 
-TEST(Squarify, places_three_in_a_wide_rectangle) {
+TEST(Squarify, three_items_form_columns_in_a_wide_rectangle) {
   expectRects(squarified({50, 30, 20}, {0, 0, 100, 60}),
               {{0, 0, 50, 60}, {50, 0, 30, 60}, {80, 0, 20, 60}});
 }
@@ -56,7 +56,7 @@ TEST(Squarify, the_last_item_takes_the_rest_even_when_it_is_the_smallest) {
               {{0, 0, 70, 57.1429}, {0, 57.1429, 70, 42.8571}, {70, 0, 30, 20}, {70, 20, 30, 80}});
 }
 
-TEST(Squarify, places_seven) {
+TEST(Squarify, seven_items_are_placed_in_strips_of_both_directions) {
   expectRects(squarified({6, 6, 4, 3, 2, 2, 1}, {0, 0, 600, 400}),
               {{0, 0, 300, 200},
                {0, 200, 300, 200},
@@ -71,7 +71,7 @@ TEST(Squarify, a_single_item_fills_the_rectangle) {
   expectRects(squarified({7}, {3, 4, 20, 10}), {{3, 4, 20, 10}});
 }
 
-TEST(Squarify, keeps_the_order_given) {
+TEST(Squarify, rectangles_keep_the_given_order) {
   EXPECT_EQ(names(squarified({1, 5, 3}, {0, 0, 90, 90})),
             (std::vector<std::string>{"0", "1", "2"}));
 }
@@ -88,35 +88,35 @@ TEST(Squarify, no_items_give_no_rectangles) {
   EXPECT_TRUE(squarified({}, {0, 0, 90, 90}).empty());
 }
 
-TEST(Squarify, needs_a_width_and_a_height_above_one) {
+TEST(Squarify, a_rectangle_needs_a_width_and_a_height_above_one) {
   EXPECT_TRUE(squarified({5}, {0, 0, 1, 90}).empty());
   EXPECT_TRUE(squarified({5}, {0, 0, 90, 1}).empty());
   EXPECT_TRUE(squarified({5}, {0, 0, -90, 90}).empty());
   EXPECT_EQ(squarified({5}, {0, 0, 1.001, 1.001}).size(), 1U);
 }
 
-TEST(Squarify, leaves_out_items_without_a_size) {
+TEST(Squarify, items_without_a_size_are_left_out) {
   EXPECT_EQ(names(squarified({0, 5, -2, 3, 0}, {0, 0, 90, 90})),
             (std::vector<std::string>{"1", "3"}));
 }
 
-TEST(Squarify, stacks_items_at_the_edge_when_all_have_size_0) {
+TEST(Squarify, items_are_stacked_at_the_edge_if_all_have_size_0) {
   expectRects(squarified({0, 0}, {0, 0, 100, 60}), {{0, 0, 100, 0}, {0, 0, 100, 0}});
   expectRects(squarified({-3, 0}, {0, 0, 60, 100}), {{0, 0, 0, 100}, {0, 0, 0, 100}});
 }
 
-TEST(Squarify, starts_a_square_at_its_left_edge) {
+TEST(Squarify, the_first_strip_of_a_square_is_at_its_left_edge) {
   // Three equal items: the first two share the first strip.
   expectRects(squarified({1, 1, 1}, {0, 0, 90, 90}),
               {{0, 0, 60, 45}, {0, 45, 60, 45}, {60, 0, 30, 90}});
 }
 
-TEST(Squarify, starts_a_tall_rectangle_at_its_top_edge) {
+TEST(Squarify, the_first_strip_of_a_tall_rectangle_is_at_its_top_edge) {
   expectRects(squarified({50, 30, 20}, {0, 0, 60, 100}),
               {{0, 0, 60, 50}, {0, 50, 60, 30}, {0, 80, 60, 20}});
 }
 
-TEST(SquarifyDeathTest, refuses_sizes_whose_sum_overflows) {
+TEST(SquarifyDeathTest, sizes_whose_sum_overflows_end_the_program) {
   constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(squarified({most - 1, 1}, {0, 0, 90, 90}).size(), 2U);
   EXPECT_DEATH(squarified({most, 1}, {0, 0, 90, 90}), "overflow");
@@ -136,7 +136,7 @@ TEST(TreemapLayout, a_node_with_empty_children_has_no_tiles) {
       TreemapLayout::layout(folder("/r", 9, files({-1, 0}, "/r")), {0, 0, 400, 300}).empty());
 }
 
-TEST(TreemapLayout, needs_fifteen_by_fifteen_for_a_tile) {
+TEST(TreemapLayout, a_tile_needs_a_canvas_of_fifteen_by_fifteen) {
   const DiskNode root = folderOf({10});
   for (const double side : {0.0, 1.0, 2.0, 9.0, 9.5, 10.0, 13.0, 14.9}) {
     EXPECT_TRUE(TreemapLayout::layout(root, {0, 0, side, side}).empty()) << side;
@@ -150,18 +150,18 @@ TEST(TreemapLayout, tiles_move_with_the_position_of_the_rectangle) {
   expectRects(TreemapLayout::layout(folderOf({10}), {100, 200, 60, 50}), {{105, 205, 50, 40}});
 }
 
-TEST(TreemapLayout, leaves_gaps_of_two_between_neighbours) {
+TEST(TreemapLayout, neighbours_have_gaps_of_two_between_them) {
   // Inside the inset of four: 100 by 60.
   expectRects(TreemapLayout::layout(folderOf({50, 30, 20}), {0, 0, 108, 68}),
               {{5, 5, 48, 58}, {55, 5, 28, 58}, {85, 5, 18, 58}});
 }
 
-TEST(TreemapLayout, sorts_the_largest_first_and_equals_in_stored_order) {
+TEST(TreemapLayout, tiles_are_sorted_by_size_and_then_in_stored_order) {
   EXPECT_EQ(names(TreemapLayout::layout(folderOf({5, 9, 5, 20, 5, 9}), {0, 0, 400, 300})),
             (std::vector<std::string>{"3", "1", "5", "0", "2", "4"}));
 }
 
-TEST(TreemapLayout, shows_at_most_the_hundred_largest_of_a_folder) {
+TEST(TreemapLayout, at_most_the_hundred_largest_children_of_a_folder_are_shown) {
   std::vector<std::int64_t> sizes;
   for (int k = 0; k < 101; ++k) sizes.push_back(1000 + k);
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000});
@@ -170,7 +170,7 @@ TEST(TreemapLayout, shows_at_most_the_hundred_largest_of_a_folder) {
   EXPECT_EQ(tiles.back().node.size(), 1001);
 }
 
-TEST(TreemapLayout, drops_the_last_stored_of_a_hundred_and_one_equals) {
+TEST(TreemapLayout, the_last_stored_of_a_hundred_and_one_equal_children_is_dropped) {
   const std::vector<TreemapRect> tiles =
       TreemapLayout::layout(folderOf(std::vector<std::int64_t>(101, 1000)), {0, 0, 2000, 2000});
   ASSERT_EQ(tiles.size(), 100U);
@@ -179,7 +179,7 @@ TEST(TreemapLayout, drops_the_last_stored_of_a_hundred_and_one_equals) {
   }
 }
 
-TEST(TreemapLayout, keeps_a_late_large_child_and_drops_the_last_stored_of_the_smallest) {
+TEST(TreemapLayout, a_late_large_child_replaces_the_last_stored_of_the_smallest) {
   std::vector<std::int64_t> sizes(100, 1000);
   sizes.push_back(5000);
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000});
@@ -189,13 +189,13 @@ TEST(TreemapLayout, keeps_a_late_large_child_and_drops_the_last_stored_of_the_sm
   EXPECT_EQ(tiles[99].node.name(), "98");
 }
 
-TEST(TreemapLayout, cuts_to_a_hundred_only_after_leaving_out_empty_children) {
+TEST(TreemapLayout, empty_children_are_left_out_before_the_limit_of_a_hundred_applies) {
   std::vector<std::int64_t> sizes(200, 0);
   for (std::size_t k = 0; k < sizes.size(); k += 2) sizes[k] = 1000;
   EXPECT_EQ(TreemapLayout::layout(folderOf(sizes), {0, 0, 2000, 2000}).size(), 100U);
 }
 
-TEST(TreemapLayout, shows_a_twentieth_of_a_percent_at_the_top_level_alone) {
+TEST(TreemapLayout, a_share_of_a_twentieth_of_a_percent_is_shown_only_at_the_top_level) {
   const Rect rect = {0, 0, 20'000, 20'000};
   const DiskNode inside = folder("/r/d", 10'000, files({9995, 5}, "/r/d"));
   EXPECT_EQ(TreemapLayout::layout(inside, rect).size(), 2U);
@@ -204,13 +204,13 @@ TEST(TreemapLayout, shows_a_twentieth_of_a_percent_at_the_top_level_alone) {
   EXPECT_EQ(names(TreemapLayout::layout(root, rect)), (std::vector<std::string>{"d", "0"}));
 }
 
-TEST(TreemapLayout, shows_a_thousandth_of_its_parent_at_any_level) {
+TEST(TreemapLayout, a_share_of_a_thousandth_is_shown_at_any_level) {
   const DiskNode root = folder("/r", 1000, {folder("/r/d", 1000, files({999, 1}, "/r/d"))});
   EXPECT_EQ(names(TreemapLayout::layout(root, {0, 0, 20'000, 20'000})),
             (std::vector<std::string>{"d", "0", "1"}));
 }
 
-TEST(TreemapLayout, measures_shares_against_the_stored_size_of_the_parent) {
+TEST(TreemapLayout, shares_are_relative_to_the_stored_size_of_the_parent) {
   // The folder is much larger than the sum of its children: the smaller child is below a
   // thousandth.
   const DiskNode root =
@@ -219,7 +219,7 @@ TEST(TreemapLayout, measures_shares_against_the_stored_size_of_the_parent) {
             (std::vector<std::string>{"d", "0"}));
 }
 
-TEST(TreemapLayout, passes_on_the_stored_size_of_the_parent_even_if_zero) {
+TEST(TreemapLayout, tiles_have_the_stored_size_of_the_parent_even_if_zero) {
   const DiskNode root = folder("/r", 0, {folder("/r/d", 70, files({30, 20}, "/r/d"))});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
   ASSERT_EQ(tiles.size(), 3U);
@@ -228,7 +228,7 @@ TEST(TreemapLayout, passes_on_the_stored_size_of_the_parent_even_if_zero) {
   EXPECT_EQ(tiles[2].parentSize, 70);
 }
 
-TEST(TreemapLayout, opens_a_folder_under_a_header_band) {
+TEST(TreemapLayout, a_folder_is_opened_below_a_header_band) {
   const DiskNode root = folder("/r", 50, {folder("/r/d", 50, files({50}, "/r/d"))});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 210, 160});
   expectRects(tiles, {{5, 5, 200, 150}, {8, 26, 194, 126}});
@@ -238,7 +238,7 @@ TEST(TreemapLayout, opens_a_folder_under_a_header_band) {
   EXPECT_EQ(tiles[1].depth, 1);
 }
 
-// Five folders, each the only child of the one before, and a file in the last.
+// Five folders, each the only child of the previous one, and a file in the last.
 DiskNode nestOfFolders() {
   DiskNode node = file("/r/a/b/c/d/e/f", 100);
   for (const char* path : {"/r/a/b/c/d/e", "/r/a/b/c/d", "/r/a/b/c", "/r/a/b", "/r/a", "/r"}) {
@@ -247,7 +247,7 @@ DiskNode nestOfFolders() {
   return node;
 }
 
-TEST(TreemapLayout, opens_a_folder_of_fifty_six_by_forty_four_at_depth_two) {
+TEST(TreemapLayout, a_folder_of_fifty_six_by_forty_four_at_depth_two_is_opened) {
   const DiskNode root = nestOfFolders();
   // At depth 2 a tile is 22 narrower and 58 lower than the canvas.
   const std::vector<TreemapRect> opened = TreemapLayout::layout(root, {0, 0, 78, 102});
@@ -257,7 +257,7 @@ TEST(TreemapLayout, opens_a_folder_of_fifty_six_by_forty_four_at_depth_two) {
   EXPECT_FALSE(opened[3].nested);
 }
 
-TEST(TreemapLayout, does_not_open_a_slightly_smaller_folder) {
+TEST(TreemapLayout, a_slightly_smaller_folder_is_not_opened) {
   const DiskNode root = nestOfFolders();
   for (const Rect& rect : {Rect{0, 0, 77.9, 102}, Rect{0, 0, 78, 101.9}}) {
     const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, rect);
@@ -266,7 +266,7 @@ TEST(TreemapLayout, does_not_open_a_slightly_smaller_folder) {
   }
 }
 
-TEST(TreemapLayout, never_opens_a_folder_at_depth_three) {
+TEST(TreemapLayout, a_folder_at_depth_three_is_never_opened) {
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(nestOfFolders(), {0, 0, 4000, 3000});
   ASSERT_EQ(tiles.size(), 4U);
   EXPECT_EQ(tiles[3].depth, 3);
@@ -274,7 +274,7 @@ TEST(TreemapLayout, never_opens_a_folder_at_depth_three) {
   EXPECT_FALSE(tiles[3].nested);
 }
 
-TEST(TreemapLayout, opens_neither_empty_folders_nor_files) {
+TEST(TreemapLayout, empty_folders_and_files_are_not_opened) {
   const DiskNode odd({"odd", "/r/odd", 40, false, FileKind::app, std::nullopt},
                      files({40}, "/r/odd"));
   const DiskNode root = folder("/r", 100, {folder("/r/empty", 60), odd});
@@ -284,14 +284,14 @@ TEST(TreemapLayout, opens_neither_empty_folders_nor_files) {
   EXPECT_FALSE(tiles[1].nested);
 }
 
-TEST(TreemapLayout, marks_a_folder_as_opened_even_when_nothing_in_it_shows) {
+TEST(TreemapLayout, a_folder_is_marked_as_opened_even_if_none_of_its_children_is_shown) {
   const DiskNode root = folder("/r", 60, {folder("/r/d", 60, files({0, 0}, "/r/d"))});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 400, 300});
   ASSERT_EQ(tiles.size(), 1U);
   EXPECT_TRUE(tiles[0].nested);
 }
 
-TEST(TreemapLayout, drops_a_tile_below_five_points_and_goes_on_with_the_next) {
+TEST(TreemapLayout, a_tile_below_five_points_is_dropped_and_the_next_one_is_tried) {
   // The strip of the two equal small items is too narrow for the gap; the others fit.
   const DiskNode root = folderOf({985, 10, 5});
   const std::vector<TreemapRect> tiles = TreemapLayout::layout(root, {0, 0, 408, 308});
@@ -305,7 +305,7 @@ TEST(TreemapLayout, drops_a_tile_below_five_points_and_goes_on_with_the_next) {
   EXPECT_EQ(names(rest), (std::vector<std::string>{"0", "1", "2", "3"}));
 }
 
-TEST(TreemapLayout, never_makes_more_than_five_hundred_tiles) {
+TEST(TreemapLayout, a_layout_has_at_most_five_hundred_tiles) {
   std::vector<DiskNode> folders;
   for (int k = 0; k < 10; ++k) {
     const std::string path = "/r/d" + std::to_string(k);
@@ -367,7 +367,7 @@ TEST(TreemapLayout, nested_tiles_are_inside_their_parents) {
   EXPECT_GT(nestedTiles, 3000U);
 }
 
-TEST(TreemapLayout, keeps_siblings_two_points_apart) {
+TEST(TreemapLayout, siblings_are_two_points_apart) {
   Dice dice(8);
   for (int round = 0; round < 100; ++round) {
     SCOPED_TRACE("round " + std::to_string(round));

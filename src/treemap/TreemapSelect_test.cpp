@@ -33,20 +33,20 @@ std::vector<TreemapRect> folderAndFile() {
           tile("/a/two", {50, 20, 40, 78}), tile("/b", {110, 0, 50, 100})};
 }
 
-TEST(TreemapSelect, selects_the_files_and_not_their_folder) {
+TEST(TreemapSelect, touched_files_are_selected_and_their_folder_is_not) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {30, 10, 40, 40})),
             (Paths{"/a/one", "/a/two"}));
 }
 
-TEST(TreemapSelect, selects_a_folder_by_its_header_band) {
+TEST(TreemapSelect, a_folder_is_selected_by_its_header_band) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {10, 2, 60, 10})), Paths{"/a"});
 }
 
-TEST(TreemapSelect, selects_a_folder_by_the_gap_between_its_tiles) {
+TEST(TreemapSelect, a_folder_is_selected_by_the_gap_between_its_tiles) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {43, 30, 6, 10})), Paths{"/a"});
 }
 
-TEST(TreemapSelect, selects_touched_tiles_beside_a_folder) {
+TEST(TreemapSelect, touched_tiles_beside_a_folder_are_selected_too) {
   EXPECT_EQ(paths(TreemapSelect::hits(folderAndFile(), {60, 30, 80, 10})), (Paths{"/a/two", "/b"}));
 }
 
@@ -65,26 +65,26 @@ TEST(TreemapSelect, a_map_without_tiles_has_no_selection) {
   EXPECT_TRUE(TreemapSelect::hits({}, {0, 0, 100, 100}).empty());
 }
 
-TEST(TreemapSelect, a_sibling_is_not_inside_a_folder) {
+TEST(TreemapSelect, a_sibling_with_the_same_prefix_is_not_inside_a_folder) {
   const std::vector<TreemapRect> rects = {tile("/a/b", {0, 0, 50, 50}),
                                           tile("/a/bc", {50, 0, 50, 50})};
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {40, 10, 20, 20})), (Paths{"/a/b", "/a/bc"}));
 }
 
-TEST(TreemapSelect, selects_no_folder_above_the_deepest_tile) {
+TEST(TreemapSelect, no_folder_above_the_deepest_tile_is_selected) {
   const std::vector<TreemapRect> rects = {tile("/a", {0, 0, 90, 90}), tile("/a/b", {5, 5, 80, 80}),
                                           tile("/a/b/c", {10, 10, 70, 70}),
                                           tile("/a/b/c/d", {15, 15, 60, 60})};
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {0, 0, 90, 90})), Paths{"/a/b/c/d"});
 }
 
-TEST(TreemapSelect, keeps_the_order_of_the_list) {
+TEST(TreemapSelect, selected_tiles_keep_the_order_of_the_list) {
   std::vector<TreemapRect> rects = folderAndFile();
   std::reverse(rects.begin(), rects.end());
   EXPECT_EQ(paths(TreemapSelect::hits(rects, {0, 0, 200, 200})), (Paths{"/b", "/a/two", "/a/one"}));
 }
 
-TEST(TreemapSelect, compares_names_as_bytes) {
+TEST(TreemapSelect, names_are_compared_as_bytes) {
   const std::vector<TreemapRect> rects = {tile("/a\xff", {0, 0, 50, 50}),
                                           tile("/a\xff/\xfe", {5, 5, 30, 30}),
                                           tile("/A\xff", {50, 0, 50, 50})};
@@ -109,7 +109,7 @@ std::vector<std::string> plainHits(const std::vector<TreemapRect>& rects, const 
   return kept;
 }
 
-TEST(TreemapSelect, agrees_with_the_plain_rule_on_random_layouts) {
+TEST(TreemapSelect, the_selection_agrees_with_the_plain_rule_on_random_layouts) {
   Dice dice(31);
   std::size_t selected = 0;
   for (int round = 0; round < 400; ++round) {
