@@ -107,7 +107,7 @@ TEST(CriticalPaths, every_listed_folder_of_macos_is_critical) {
   }
 }
 
-TEST(CriticalPaths, case_counts) {
+TEST(CriticalPaths, paths_are_case_sensitive) {
   EXPECT_FALSE(onMac("/users"));
 }
 

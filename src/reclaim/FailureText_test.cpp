@@ -24,7 +24,7 @@ struct Words {
   const char* reason;
 };
 
-TEST(FailureText, words_every_cause_of_a_failed_move) {
+TEST(FailureText, every_cause_of_a_failed_move_has_a_text) {
   constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
                            {EDQUOT, "the quota on the disk is used up"},
                            {EXDEV, "no Trash on this volume"},
@@ -50,7 +50,7 @@ TEST(FailureText, words_every_cause_of_a_failed_move) {
   }
 }
 
-TEST(FailureText, words_every_cause_of_a_failed_put_back) {
+TEST(FailureText, every_cause_of_a_failed_put_back_has_a_text) {
   constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
                            {EDQUOT, "the quota on the disk is used up"},
                            {EXDEV, "the old place is on another volume now"},
@@ -69,7 +69,7 @@ TEST(FailureText, words_every_cause_of_a_failed_put_back) {
   }
 }
 
-TEST(FailureText, distinguishes_an_item_missing_in_the_trash_from_a_missing_folder) {
+TEST(FailureText, an_item_missing_in_the_trash_differs_from_a_missing_folder) {
   const Trash::Failure gone{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "/trash/b")};
   EXPECT_EQ(FailureText::reason(gone, Act::putBack), "not found in the Trash");
   const Trash::Failure unknown{.path = "/a/b", .cause = SystemError::fromErrno(ENOENT, "")};
@@ -80,14 +80,14 @@ TEST(FailureText, no_failures_give_an_empty_line) {
   EXPECT_EQ(FailureText::line({}, Act::moveToTrash), "");
 }
 
-TEST(FailureText, names_one_item_with_its_reason) {
+TEST(FailureText, one_item_is_named_with_its_reason) {
   EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EXDEV)}, Act::moveToTrash),
             "“notes.txt” could not be moved to the Trash: no Trash on this volume");
   EXPECT_EQ(FailureText::line({failure("/data/notes.txt", EEXIST)}, Act::putBack),
             "“notes.txt” could not be put back: something else stands at the old place");
 }
 
-TEST(FailureText, names_the_first_items_of_one_reason_and_counts_the_rest) {
+TEST(FailureText, the_first_items_with_one_reason_are_named_and_the_rest_is_counted) {
   Failures failures = {failure("/a", ENOSPC), failure("/b/", ENOSPC)};
   EXPECT_EQ(FailureText::line(failures, Act::moveToTrash),
             "“a” and “b” could not be moved to the Trash: no space for one more file on the disk");
@@ -97,7 +97,7 @@ TEST(FailureText, names_the_first_items_of_one_reason_and_counts_the_rest) {
             "the disk");
 }
 
-TEST(FailureText, groups_items_by_reason) {
+TEST(FailureText, items_are_grouped_by_reason) {
   EXPECT_EQ(FailureText::line({failure("/a", ENOSPC), failure("/b", EACCES), failure("/c", ENOSPC),
                                failure("/d", ENOSPC)},
                               Act::moveToTrash),
@@ -105,7 +105,7 @@ TEST(FailureText, groups_items_by_reason) {
             "file on the disk), “b” (not permitted)");
 }
 
-TEST(FailureText, counts_items_beyond_the_third_reason) {
+TEST(FailureText, items_beyond_the_third_reason_are_counted) {
   EXPECT_EQ(FailureText::line({failure("/a", EACCES), failure("/b", EROFS), failure("/c", EBUSY),
                                failure("/d", EIO), failure("/e", EMFILE)},
                               Act::moveToTrash),
@@ -113,12 +113,12 @@ TEST(FailureText, counts_items_beyond_the_third_reason) {
             "read-only), “c” (a volume is mounted there) and 2 more for other reasons");
 }
 
-TEST(FailureText, keeps_the_bytes_of_a_name) {
+TEST(FailureText, a_name_keeps_its_bytes) {
   EXPECT_EQ(FailureText::line({failure("/caf\xe9\n", EROFS)}, Act::putBack),
             "“caf\xe9\n” could not be put back: the volume is read-only");
 }
 
-TEST(FailureText, length_of_the_line_is_limited) {
+TEST(FailureText, the_length_of_the_line_is_limited) {
   Failures failures;
   for (const int code : {ENOSPC, EINVAL, EXDEV, EIO, EROFS, EBUSY}) {
     for (int i = 0; i < 2000; ++i)
@@ -129,7 +129,7 @@ TEST(FailureText, length_of_the_line_is_limited) {
   EXPECT_LE(UnicodeText::graphemeCount(line), 500U) << line;
 }
 
-TEST(FailureText, cuts_a_long_name_between_characters) {
+TEST(FailureText, a_long_name_is_cut_between_characters) {
   std::string name;
   for (int i = 0; i < 33; ++i) name += "e\u0301";
   const std::string line = FailureText::line({failure("/" + name, EROFS)}, Act::moveToTrash);

@@ -19,14 +19,14 @@ namespace {
 
 constexpr double longEnough = 600;
 
-TEST(OpenTool, succeeds_only_with_status_0) {
+TEST(OpenTool, the_tool_succeeds_only_with_status_0) {
   const OpenTool tool = OpenTool::at(testTool(), longEnough);
   EXPECT_TRUE(tool.run({}));
   EXPECT_FALSE(tool.run({"exit", "1"}));
   EXPECT_FALSE(tool.run({"exit", "255"}));
 }
 
-TEST(OpenTool, fails_if_it_cannot_be_started) {
+TEST(OpenTool, a_tool_that_cannot_be_started_fails) {
   const TempTree tree("note");
   const OwnProcess before = OwnProcess::now();
   for (const char* path : {"note", "gone"}) {
@@ -37,13 +37,13 @@ TEST(OpenTool, fails_if_it_cannot_be_started) {
   EXPECT_EQ(OwnProcess::now(), before);
 }
 
-TEST(OpenTool, fails_and_is_terminated_if_it_does_not_exit) {
+TEST(OpenTool, a_tool_that_does_not_exit_fails_and_is_terminated) {
   const OwnProcess before = OwnProcess::now();
   EXPECT_FALSE(OpenTool::at(testTool(), 0).run({"sleep"}));
   EXPECT_EQ(settled(before), before);
 }
 
-TEST(OpenTool, start_does_not_wait) {
+TEST(OpenTool, start_does_not_wait_for_the_tool) {
   const TempTree folder;
   Hold hold(folder.at("hold"));
   const ToolMessages ended(folder.at("ended"));
@@ -109,21 +109,21 @@ class RealOpenTool : public testing::Test {
   }
 };
 
-TEST_F(RealOpenTool, opens_a_terminal_in_the_folder_of_a_file) {
+TEST_F(RealOpenTool, a_terminal_opens_in_the_folder_of_a_file) {
   plantTeller("x-terminal-emulator");
   Trash::openTerminal(tree_.at("folder/note"), workspace_);
   EXPECT_EQ(told(), "\n" + tree_.at("folder") + "\n");
   EXPECT_EQ(workspace_.opened, std::vector{tree_.at("folder")});
 }
 
-TEST_F(RealOpenTool, opens_a_file_in_the_installed_editor) {
+TEST_F(RealOpenTool, a_file_opens_in_the_installed_editor) {
   plantTeller("gedit");
   Trash::openInEditor(tree_.at("folder/note"), workspace_);
   EXPECT_TRUE(told().starts_with(tree_.at("folder/note") + "\n"));
   EXPECT_TRUE(workspace_.opened.empty());
 }
 
-TEST_F(RealOpenTool, opens_a_file_in_its_default_application_without_an_editor) {
+TEST_F(RealOpenTool, a_file_opens_in_its_default_application_if_no_editor_is_installed) {
   Trash::openTerminal(tree_.at("folder"), workspace_);
   Trash::openInEditor(tree_.at("folder/note"), workspace_);
   EXPECT_EQ(workspace_.opened, (std::vector{tree_.at("folder"), tree_.at("folder/note")}));

@@ -67,31 +67,31 @@ class TrashOpening : public testing::Test {
   }
 };
 
-TEST_F(TrashOpening, terminal_for_a_folder_shows_it_and_then_opens_in_it) {
+TEST_F(TrashOpening, the_terminal_for_a_folder_opens_in_it_after_it_was_shown) {
   expectTerminalIn("folder", "folder");
   expectTerminalIn("folder/\xFF", "folder/\xFF");
   expectTerminalIn("folder/", "folder/");
 }
 
-TEST_F(TrashOpening, terminal_for_a_file_opens_in_its_folder) {
+TEST_F(TrashOpening, the_terminal_for_a_file_opens_in_its_folder) {
   expectTerminalIn("folder", "folder/file");
   expectTerminalIn("folder", "folder/pipe");
 }
 
-TEST_F(TrashOpening, terminal_for_a_missing_item_opens_in_the_folder_that_contained_it) {
+TEST_F(TrashOpening, the_terminal_for_a_missing_item_opens_in_the_folder_that_contained_it) {
   expectTerminalIn("folder", "folder/gone");
   expectTerminalIn("folder", "folder/gone/");
   expectTerminalIn("folder", "folder//gone//");
   expectTerminalIn("gone", "gone/with");
 }
 
-TEST_F(TrashOpening, terminal_for_a_link_to_a_folder_opens_in_that_folder) {
+TEST_F(TrashOpening, the_terminal_for_a_link_to_a_folder_opens_in_that_folder) {
   expectTerminalIn("folder/to-folder", "folder/to-folder");
   expectTerminalIn("folder", "folder/to-file");
   expectTerminalIn("folder", "folder/broken");
 }
 
-TEST_F(TrashOpening, terminal_for_the_root_and_for_its_children_opens_in_the_root) {
+TEST_F(TrashOpening, the_terminal_for_the_root_and_for_its_children_opens_in_the_root) {
   openTerminal("/");
   openTerminal("/no such thing");
   openTerminal("//no such thing");
@@ -103,7 +103,7 @@ TEST_F(TrashOpening, terminal_for_the_root_and_for_its_children_opens_in_the_roo
   }
 }
 
-TEST_F(TrashOpening, editor_search_stops_at_the_first_that_opens_the_file) {
+TEST_F(TrashOpening, the_search_stops_at_the_first_editor_that_opens_the_file) {
   editors_ = {"Cursor", "TextEdit"};
   openInEditor(tree_.at("folder/file"));
   EXPECT_THAT(calls_, ElementsAre("run: -a|Cursor|folder/file"));

@@ -13,7 +13,7 @@ std::vector<std::string> pathsOf(const std::vector<Trash::Failure>& failures) {
   return paths;
 }
 
-TEST(Trash, records_the_path_as_it_was_given) {
+TEST(Trash, the_path_is_recorded_as_it_was_given) {
   MemoryTrash disk;
   disk.put("/data/folder/film", "content");
   const Result<TrashedItem> item = Trash::moveRecording("/data/folder//", disk);
@@ -24,7 +24,7 @@ TEST(Trash, records_the_path_as_it_was_given) {
   EXPECT_EQ(disk.contentOf("/data/folder/film"), "content");
 }
 
-TEST(Trash, does_not_record_items_that_did_not_move) {
+TEST(Trash, items_that_did_not_move_are_not_recorded) {
   MemoryTrash disk;
   disk.put("/kept");
   disk.refuse("/kept");
@@ -33,7 +33,7 @@ TEST(Trash, does_not_record_items_that_did_not_move) {
   EXPECT_TRUE(disk.has("/kept"));
 }
 
-TEST(Trash, records_an_item_whose_path_in_the_trash_is_unknown) {
+TEST(Trash, an_item_whose_path_in_the_trash_is_unknown_is_recorded) {
   MemoryTrash disk;
   disk.put("/a");
   disk.tellNoPlaces();
@@ -45,7 +45,7 @@ TEST(Trash, records_an_item_whose_path_in_the_trash_is_unknown) {
   EXPECT_FALSE(disk.has("/a"));
 }
 
-TEST(Trash, moves_many_in_order_even_after_failures) {
+TEST(Trash, many_items_are_moved_in_order_even_after_failures) {
   MemoryTrash disk;
   for (const char* path : {"/a", "/b", "/c", "/d"}) disk.put(path, path);
   disk.refuse("/b");
@@ -65,7 +65,7 @@ TEST(Trash, moves_many_in_order_even_after_failures) {
   }
 }
 
-TEST(Trash, moves_nothing_for_an_empty_list) {
+TEST(Trash, an_empty_list_moves_nothing) {
   MemoryTrash disk;
   EXPECT_EQ(Trash::moveManyRecording(std::vector<std::string>(), disk), Trash::Moved());
 }
@@ -100,7 +100,7 @@ TEST(Trash, putting_back_never_replaces_an_existing_item) {
   EXPECT_EQ(disk.contentOf(item.value().trashPath), "old");
 }
 
-TEST(Trash, cannot_put_back_an_item_after_the_trash_was_emptied) {
+TEST(Trash, an_item_cannot_be_put_back_after_the_trash_was_emptied) {
   MemoryTrash disk;
   disk.put("/film");
   const Result<TrashedItem> item = Trash::moveRecording("/film", disk);
@@ -111,7 +111,7 @@ TEST(Trash, cannot_put_back_an_item_after_the_trash_was_emptied) {
   }
 }
 
-TEST(Trash, does_not_put_back_another_item_with_the_same_name) {
+TEST(Trash, another_item_with_the_same_name_is_not_put_back) {
   MemoryTrash disk;
   disk.put("/notes.txt", "first");
   const Result<TrashedItem> first = Trash::moveRecording("/notes.txt", disk);
@@ -127,7 +127,7 @@ TEST(Trash, does_not_put_back_another_item_with_the_same_name) {
   EXPECT_EQ(disk.contentOf(second.value().trashPath), "second");
 }
 
-TEST(Trash, moves_from_the_resolved_place_and_puts_back_there) {
+TEST(Trash, an_item_is_moved_from_its_resolved_place_and_put_back_there) {
   MemoryTrash disk;
   disk.put("/elsewhere/pip", "wheels");
   const Trash::Location pip{.original = "/home/user/.cache/pip", .place = "/elsewhere/pip"};
@@ -142,7 +142,7 @@ TEST(Trash, moves_from_the_resolved_place_and_puts_back_there) {
   EXPECT_FALSE(disk.has("/home/user/.cache"));
 }
 
-TEST(TrashedItem, hash_covers_both_paths) {
+TEST(TrashedItem, the_hash_covers_both_paths) {
   const std::hash<TrashedItem> hash;
   const TrashedItem item{.original = "/a", .trashPath = "/b"};
   EXPECT_EQ(hash(item), hash({.original = "/a", .trashPath = "/b"}));

@@ -99,7 +99,7 @@ class RealZip : public testing::Test {
   std::string to_ = tree_.at("kept/out.zip");
 };
 
-TEST_F(RealZip, keeps_the_folders_below_the_common_parent) {
+TEST_F(RealZip, folders_below_the_common_parent_are_kept) {
   put("Code/deep/note", "note");
   put("Code/main.cpp", "main");
   put("Movies/film", std::string(300000, 'f'));
@@ -116,12 +116,12 @@ TEST_F(RealZip, keeps_the_folders_below_the_common_parent) {
                                      {"Movies/film", std::string(300000, 'f')}}));
 }
 
-TEST_F(RealZip, takes_names_that_begin_with_a_dash) {
+TEST_F(RealZip, names_that_begin_with_a_dash_are_archived) {
   for (const char* name : {"-x", "-", "--", "-@", "-m", "-d/-y", "--help", "-r/z"}) put(name, name);
   expectToComeBackWhole();
 }
 
-TEST_F(RealZip, takes_names_with_blanks_line_feeds_and_other_bytes) {
+TEST_F(RealZip, names_with_blanks_line_feeds_and_other_bytes_are_archived) {
   for (const char* name :
        {" two  blanks ", "line\nfeed", "\n", "caf\xc3\xa9", "caf\xe9", "\xff\xfe", "\x01\x1b[31m",
         "tab\t", "back\\slash", "'\"", "@", "$HOME", "a;b"}) {
@@ -130,7 +130,7 @@ TEST_F(RealZip, takes_names_with_blanks_line_feeds_and_other_bytes) {
   expectToComeBackWhole();
 }
 
-TEST_F(RealZip, keeps_the_bytes_of_a_name_that_unzip_would_change) {
+TEST_F(RealZip, the_archive_keeps_bytes_of_a_name_that_unzip_would_change) {
   const std::string name = "rub\x7fout";
   put(name, "film");
   EXPECT_TRUE(archive({tree_.at("in/" + name)}, to_));
@@ -162,7 +162,7 @@ TEST_F(RealZip, a_vanished_item_named_like_a_pattern_matches_no_other_item) {
   EXPECT_TRUE(entriesOf(tree_.at("kept")).empty());
 }
 
-TEST_F(RealZip, writes_to_a_path_with_an_odd_name) {
+TEST_F(RealZip, the_path_of_the_archive_may_have_an_odd_name) {
   put("film", "film");
   for (const char* name : {"-x.zip", "a[b]*.zip", "line\nfeed.zip", "caf\xe9.zip", " .zip"}) {
     const std::string to = tree_.at("kept/" + std::string(name));
@@ -171,7 +171,7 @@ TEST_F(RealZip, writes_to_a_path_with_an_odd_name) {
   }
 }
 
-TEST_F(RealZip, puts_what_a_link_leads_to_under_the_name_of_the_link) {
+TEST_F(RealZip, the_target_of_a_link_is_archived_under_the_name_of_the_link) {
   put("Code/main.cpp", "main");
   fs::create_directory_symlink("Code", tree_.at("in/link"));
   put("film", "film");
@@ -179,14 +179,14 @@ TEST_F(RealZip, puts_what_a_link_leads_to_under_the_name_of_the_link) {
   EXPECT_EQ(unpacked(to_), (Contents{{"film", "film"}, {"link", "/"}, {"link/main.cpp", "main"}}));
 }
 
-TEST_F(RealZip, packs_an_item_and_its_contents_once) {
+TEST_F(RealZip, an_item_inside_another_item_is_archived_once) {
   put("Code/main.cpp", "main");
   EXPECT_TRUE(archive({tree_.at("in/Code/main.cpp"), tree_.at("in/Code")}, to_));
   EXPECT_TRUE(isSound(to_));
   EXPECT_EQ(unpacked(to_), (Contents{{"Code", "/"}, {"Code/main.cpp", "main"}}));
 }
 
-TEST_F(RealZip, takes_thousands_of_items_in_more_than_one_run) {
+TEST_F(RealZip, thousands_of_items_are_archived_in_more_than_one_run) {
   const std::string deep = std::string(200, 'd') + "/" + std::string(200, 'e');
   tree_.plant("in", std::string(200, 'd') + "/\n  " + std::string(200, 'e') + "/\n    " +
                         std::string(150, 'f') + "#### x5000\n");
@@ -211,7 +211,7 @@ TEST_F(RealZip, takes_thousands_of_items_in_more_than_one_run) {
   EXPECT_TRUE(unpacked(to_) == contentsOf(tree_.at("in")));
 }
 
-TEST_F(RealZip, replaces_the_old_file_and_adds_nothing_to_it) {
+TEST_F(RealZip, the_old_archive_is_replaced_and_not_extended) {
   put("old", "old");
   put("film", "film");
   ASSERT_TRUE(archive({tree_.at("in/old")}, to_));
@@ -232,12 +232,12 @@ TEST_F(RealZip, an_archive_that_zip_cannot_write_is_not_reported_as_made) {
   fs::permissions(tree_.at("kept"), fs::perms::owner_all);
 }
 
-TEST_F(RealZip, makes_no_archive_in_a_missing_folder) {
+TEST_F(RealZip, no_archive_is_made_in_a_missing_folder) {
   put("film", "film");
   EXPECT_FALSE(archive({tree_.at("in/film")}, tree_.at("nowhere/out.zip")));
 }
 
-TEST_F(RealZip, makes_no_archive_when_its_time_is_over) {
+TEST_F(RealZip, no_archive_is_made_after_the_time_limit) {
   put("film", "film");
   Hold hold(tree_.at("hold"));
   ZipEngine::Services services;

@@ -52,19 +52,19 @@ class TimeZone {
 
 constexpr std::chrono::system_clock::time_point newYear{seconds(1767225599)};  // 23:59:59 UTC
 
-TEST(ZipEngine, suggests_a_name_with_the_date_and_time) {
+TEST(ZipEngine, the_suggested_name_contains_the_date_and_the_time) {
   const TimeZone zone("UTC0");
   EXPECT_EQ(ZipEngine::suggestedName(newYear), "Tessaly-2025-12-31-2359.zip");
   EXPECT_EQ(ZipEngine::suggestedName(newYear + seconds(1 + 86400 + 3600 * 7 + 300)),
             "Tessaly-2026-01-02-0705.zip");
 }
 
-TEST(ZipEngine, suggests_the_local_time) {
+TEST(ZipEngine, the_suggested_name_contains_the_local_time) {
   const TimeZone zone("XST-5:30");
   EXPECT_EQ(ZipEngine::suggestedName(newYear), "Tessaly-2026-01-01-0529.zip");
 }
 
-TEST(ZipEngine, common_parent_is_the_deepest_folder_that_holds_all) {
+TEST(ZipEngine, the_common_parent_is_the_deepest_folder_that_contains_all_paths) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x", "/a/b/y"}), "/a/b");
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x", "/a/c/y"}), "/a");
   EXPECT_EQ(ZipEngine::commonParent({"/a/x", "/b/y"}), "/");
@@ -72,24 +72,24 @@ TEST(ZipEngine, common_parent_is_the_deepest_folder_that_holds_all) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/y", "/a/b/c/x"}), "/a");
 }
 
-TEST(ZipEngine, common_parent_of_one_path_is_its_parent) {
+TEST(ZipEngine, the_common_parent_of_one_path_is_its_parent) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x"}), "/a/b");
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x/"}), "/a/b");
   EXPECT_EQ(ZipEngine::commonParent({"/x"}), "/");
   EXPECT_EQ(ZipEngine::commonParent({"/"}), "/");
 }
 
-TEST(ZipEngine, common_parent_of_nothing_is_the_root) {
+TEST(ZipEngine, the_common_parent_of_no_path_is_the_root) {
   EXPECT_EQ(ZipEngine::commonParent({}), "/");
   EXPECT_EQ(ZipEngine::commonParent({"x"}), "/");
 }
 
-TEST(ZipEngine, common_parent_compares_whole_components) {
+TEST(ZipEngine, the_common_parent_consists_of_whole_components) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/bc/x", "/a/b/y"}), "/a");
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/y", "/a/bc/x"}), "/a");
 }
 
-TEST(ZipEngine, common_parent_of_an_item_and_its_contents_contains_both) {
+TEST(ZipEngine, the_common_parent_of_an_item_and_its_contents_contains_both) {
   EXPECT_EQ(ZipEngine::commonParent({"/a/b/x", "/a/b"}), "/a");
   EXPECT_EQ(ZipEngine::commonParent({"/x", "/a/y"}), "/");
 }
@@ -103,7 +103,7 @@ class ZipRuns : public testing::Test {
     std::string cwd;
   };
 
-  // Archives with a clock by which each run takes `taken_`; each run calls `during_`.
+  // Archives with a clock that advances by `taken_` in each run; each run calls `during_`.
   ZipEngine::Archived archive(const std::vector<std::string>& paths) { return archive(paths, to_); }
   ZipEngine::Archived archive(const std::vector<std::string>& paths, const std::string& to,
                               const std::function<bool()>& isGivenUp = {}) {
@@ -204,7 +204,7 @@ TEST_F(ZipRuns, zip_writes_to_a_private_name_beside_the_archive) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, result_has_the_archive_and_its_originals) {
+TEST_F(ZipRuns, the_result_has_the_archive_and_its_originals) {
   const ZipEngine::Archived archived = archive({tree_.at("Code"), tree_.at("film")});
   ASSERT_EQ(archived.end, End::made);
   EXPECT_EQ(archived.path, to_);
@@ -314,7 +314,7 @@ TEST_F(ZipRuns, the_old_file_stays_until_the_archive_is_complete) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, no_archive_if_zip_writes_nothing) {
+TEST_F(ZipRuns, no_archive_is_made_if_zip_writes_nothing) {
   putFile(to_, "old");
   during_ = [] { return withStatus(0); };
   EXPECT_EQ(archive({tree_.at("film")}).end, End::notMade);
@@ -322,7 +322,7 @@ TEST_F(ZipRuns, no_archive_if_zip_writes_nothing) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, no_archive_if_zip_does_not_start_or_times_out) {
+TEST_F(ZipRuns, no_archive_is_made_if_zip_does_not_start_or_times_out) {
   putFile(to_, "old");
   during_ = []() -> Shell::Ending { throw ToolError("POSIX", 2, "there is no zip"); };
   EXPECT_EQ(archive({tree_.at("film")}).cause, "there is no zip");
@@ -337,7 +337,7 @@ TEST_F(ZipRuns, no_archive_if_zip_does_not_start_or_times_out) {
   EXPECT_THAT(kept(), ElementsAre("out.zip"));
 }
 
-TEST_F(ZipRuns, no_archive_if_zip_fails_and_its_message_is_the_cause) {
+TEST_F(ZipRuns, no_archive_is_made_if_zip_fails_and_its_message_is_the_cause) {
   during_ = [this] {
     zip();
     return withStatus(14, "\nzip I/O error: No space left on device\nzip error: and so on\n");
@@ -348,7 +348,7 @@ TEST_F(ZipRuns, no_archive_if_zip_fails_and_its_message_is_the_cause) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, archive_is_incomplete_if_zip_could_not_read_a_file) {
+TEST_F(ZipRuns, the_archive_is_incomplete_if_zip_could_not_read_a_file) {
   during_ = [this] {
     zip();
     return withStatus(18, "zip warning: Input/output error\n");
@@ -357,7 +357,7 @@ TEST_F(ZipRuns, archive_is_incomplete_if_zip_could_not_read_a_file) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, no_archive_if_zip_is_killed) {
+TEST_F(ZipRuns, no_archive_is_made_if_zip_is_killed) {
   during_ = [this] {
     zip();
     return Shell::Ending{.exit = {.status = 0, .signal = 9}, .words = ""};
@@ -372,7 +372,7 @@ TEST_F(ZipRuns, a_folder_is_never_replaced) {
   EXPECT_TRUE(fs::exists(to_ + "/inside"));
 }
 
-TEST_F(ZipRuns, a_file_written_there_meanwhile_is_not_replaced) {
+TEST_F(ZipRuns, a_file_that_replaced_the_old_one_meanwhile_is_kept) {
   putFile(to_, "old");
   during_ = [this] {
     putFile(to_ + ".new", "of another");
@@ -386,7 +386,7 @@ TEST_F(ZipRuns, a_file_written_there_meanwhile_is_not_replaced) {
   EXPECT_THAT(kept(), ElementsAre("out 2.zip", "out.zip"));
 }
 
-TEST_F(ZipRuns, two_runs_to_one_name_give_two_archives) {
+TEST_F(ZipRuns, two_runs_with_one_target_make_two_archives) {
   ZipEngine::Archived inner;
   during_ = [&] {
     if (asked_.size() > 1) return zip();
@@ -461,13 +461,13 @@ TEST_F(ZipRuns, all_runs_share_one_time_limit) {
   EXPECT_THAT(asked_[2].timeout, DoubleNear(80, 1e-9));
 }
 
-TEST_F(ZipRuns, no_archive_when_the_time_is_over_between_runs) {
+TEST_F(ZipRuns, no_archive_is_made_if_the_time_is_over_between_runs) {
   taken_ = seconds(90);
   EXPECT_EQ(archive(manyLongPaths()).end, End::notMade);
   EXPECT_THAT(asked_, SizeIs(2));
 }
 
-TEST_F(ZipRuns, archive_is_incomplete_if_a_later_run_writes_nothing) {
+TEST_F(ZipRuns, the_archive_is_incomplete_if_a_later_run_writes_nothing) {
   during_ = [this] { return asked_.size() == 1 ? zip() : withStatus(0); };
   const ZipEngine::Archived archived = archive(manyLongPaths());
   EXPECT_EQ(archived.end, End::incomplete);
@@ -475,7 +475,7 @@ TEST_F(ZipRuns, archive_is_incomplete_if_a_later_run_writes_nothing) {
   EXPECT_THAT(archived.cause, HasSubstr(" more"));
 }
 
-TEST_F(ZipRuns, no_archive_if_one_run_finds_all_its_items_gone) {
+TEST_F(ZipRuns, no_archive_is_made_if_all_items_of_one_run_have_disappeared) {
   during_ = [this] {
     if (asked_.size() == 2) {
       for (auto name = asked_[1].args.begin() + 3; name != asked_[1].args.end(); ++name) {
@@ -489,7 +489,7 @@ TEST_F(ZipRuns, no_archive_if_one_run_finds_all_its_items_gone) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(ZipRuns, no_complete_archive_if_zip_finds_everything_gone) {
+TEST_F(ZipRuns, the_archive_is_incomplete_if_all_items_have_disappeared) {
   during_ = [this] {
     fs::remove(tree_.at("film"));
     return zip();

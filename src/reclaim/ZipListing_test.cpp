@@ -40,7 +40,7 @@ class Listing : public testing::Test {
   std::string archive_ = tree_.at("out.zip");
 };
 
-TEST_F(Listing, lists_all_entries_that_zip_has_written) {
+TEST_F(Listing, all_entries_that_zip_has_written_are_listed) {
   zip({"-r", "-q", archive_, "."});
   const auto listing = ZipListing::at(archive_);
   ASSERT_TRUE(listing);
@@ -54,7 +54,7 @@ TEST_F(Listing, lists_all_entries_that_zip_has_written) {
   EXPECT_EQ(listing->sizeOf("main.cpp"), std::nullopt);
 }
 
-TEST_F(Listing, list_is_found_before_a_comment) {
+TEST_F(Listing, the_list_is_found_before_a_comment) {
   zip({"-r", "-q", archive_, "Code"});
   std::string bytes = contentOf(archive_);
   bytes[bytes.size() - 2] = 6;
@@ -63,14 +63,14 @@ TEST_F(Listing, list_is_found_before_a_comment) {
   EXPECT_EQ(listingOf(bytes)->count(), 4U);
 }
 
-TEST_F(Listing, list_is_found_in_a_zip64_archive) {
+TEST_F(Listing, the_list_is_found_in_a_zip64_archive) {
   zip({"-r", "-q", "-fz", archive_, "Code"});
   const auto listing = ZipListing::at(archive_);
   ASSERT_TRUE(listing);
   EXPECT_EQ(listing->sizeOf("Code/main.cpp"), 4096);
 }
 
-TEST_F(Listing, lists_more_than_65535_entries) {
+TEST_F(Listing, more_than_65535_entries_are_listed) {
   tree_.plant("in", "many/\n  f##### x66000\n");
   zip({"-r", "-q", "-0", archive_, "many"});
   const auto listing = ZipListing::at(archive_);
@@ -79,9 +79,9 @@ TEST_F(Listing, lists_more_than_65535_entries) {
   EXPECT_EQ(listing->sizeOf("many/f65999"), 0);
 }
 
-TEST_F(Listing, tells_the_size_of_a_file_beyond_four_gibibytes) {
+TEST_F(Listing, a_file_beyond_four_gibibytes_has_its_size) {
   std::string bytes;
-  // As zip would write it; hand-made, since packing such a large file takes long.
+  // As zip would write it; built by hand, since packing such a large file takes long.
   const auto put = [&](std::uint64_t value, int length) {
     for (int k = 0; k < length; ++k) bytes += static_cast<char>(value >> 8 * k & 0xffU);
   };
@@ -102,7 +102,7 @@ TEST_F(Listing, tells_the_size_of_a_file_beyond_four_gibibytes) {
   EXPECT_EQ(listing->sizeOf("huge"), 4294967297);
 }
 
-TEST_F(Listing, list_is_absent_for_other_files) {
+TEST_F(Listing, other_files_have_no_list) {
   EXPECT_FALSE(listingOf(""));
   EXPECT_FALSE(listingOf("PK"));
   EXPECT_FALSE(listingOf(std::string(100'000, 'P')));
@@ -110,7 +110,7 @@ TEST_F(Listing, list_is_absent_for_other_files) {
   EXPECT_FALSE(ZipListing::at(tree_.at("nowhere")));
 }
 
-TEST_F(Listing, list_is_absent_for_a_damaged_archive) {
+TEST_F(Listing, a_damaged_archive_has_no_list) {
   zip({"-r", "-q", archive_, "Code"});
   const std::string bytes = contentOf(archive_);
   ASSERT_TRUE(listingOf(bytes));
