@@ -34,7 +34,7 @@ class DiskAlertTest : public testing::Test {
   }();
 };
 
-TEST_F(DiskAlertTest, no_warning_below_90_percent) {
+TEST_F(DiskAlertTest, no_warning_is_posted_below_90_percent) {
   check(89.9);
   check(0);
   check(std::numeric_limits<double>::quiet_NaN());
@@ -43,7 +43,7 @@ TEST_F(DiskAlertTest, no_warning_below_90_percent) {
   EXPECT_EQ(settings_.text("marrow.diskAlert.lastDay"), std::nullopt);
 }
 
-TEST_F(DiskAlertTest, warns_at_90_percent) {
+TEST_F(DiskAlertTest, a_warning_is_posted_at_90_percent) {
   check(90.0);
   ASSERT_EQ(notifications_.posted.size(), 1U);
   EXPECT_EQ(notifications_.authorizationRequests, 1);
@@ -66,7 +66,7 @@ TEST_F(DiskAlertTest, the_percentage_rounds_half_to_even) {
             "This computer is 94% full. Open Tessaly to reclaim space.");
 }
 
-TEST_F(DiskAlertTest, warns_once_a_day) {
+TEST_F(DiskAlertTest, at_most_one_warning_is_posted_per_day) {
   check(95);
   check(99);
   check(95, 11h);

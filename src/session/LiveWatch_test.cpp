@@ -56,7 +56,7 @@ TEST_F(Watching, watch_is_on_before_the_first_look) {
   EXPECT_EQ(toast(), "(none)");
 }
 
-TEST_F(Watching, looks_at_the_folder_on_screen_on_the_utility_queue) {
+TEST_F(Watching, a_look_examines_the_folder_on_screen_on_the_utility_queue) {
   openMovies();
   session().startWatch();
   EXPECT_EQ(dispatch().waiting(Queue::utility), 1U);
