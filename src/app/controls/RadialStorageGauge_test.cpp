@@ -29,7 +29,7 @@ void expectNear(const QColor& actual, const QColor& expected, int slack) {
   EXPECT_NEAR(actual.alpha(), expected.alpha(), 2);
 }
 
-TEST(RadialStorageGauge, gauge_is_a_column_of_dial_and_sizes) {
+TEST(RadialStorageGauge, the_gauge_is_a_column_of_dial_and_sizes) {
   const ControlScene scene(gaugeAt("62.5"));
   expectProperties(scene, {{"column", "spacing", 8},
                            {"column", "topPadding", 8},
@@ -55,7 +55,7 @@ TEST(RadialStorageGauge, gauge_is_a_column_of_dial_and_sizes) {
                            {"free", "font.pixelSize", 10}});
 }
 
-TEST(RadialStorageGauge, gauge_changes_colour_at_75_and_90) {
+TEST(RadialStorageGauge, the_gauge_changes_colour_at_75_and_90) {
   const struct {
     const char* percent;
     const char* color;
@@ -70,7 +70,7 @@ TEST(RadialStorageGauge, gauge_changes_colour_at_75_and_90) {
   }
 }
 
-TEST(RadialStorageGauge, gauge_follows_its_figures) {
+TEST(RadialStorageGauge, the_gauge_follows_its_figures) {
   const ControlScene scene(gaugeAt("10"));
   scene.control()->setProperty("usedPercent", 95.5);
   scene.control()->setProperty("freeBytes", qint64{2} * 1024 * 1024);
@@ -80,7 +80,7 @@ TEST(RadialStorageGauge, gauge_follows_its_figures) {
                            {"free", "text", "2.0 MB free"}});
 }
 
-TEST(GaugeDial, dial_is_open_at_the_bottom_and_only_track_if_nothing_is_used) {
+TEST(GaugeDial, the_dial_is_open_at_the_bottom_and_only_track_if_nothing_is_used) {
   GaugeDial dial;
   dial.setSize(QSizeF(104, 86));
   const QColor track(255, 255, 255, 20);
@@ -91,7 +91,7 @@ TEST(GaugeDial, dial_is_open_at_the_bottom_and_only_track_if_nothing_is_used) {
   EXPECT_EQ(dial.toImage(1).pixelColor(52, 52).alpha(), 0);
 }
 
-TEST(GaugeDial, dial_draws_no_arc_at_zero_and_below) {
+TEST(GaugeDial, the_dial_draws_no_arc_at_zero_and_below) {
   GaugeDial dial;
   dial.setSize(QSizeF(104, 86));
   const QImage empty = dial.toImage(2);
@@ -101,7 +101,7 @@ TEST(GaugeDial, dial_draws_no_arc_at_zero_and_below) {
   EXPECT_NE(dial.toImage(2), empty);
 }
 
-TEST(GaugeDial, dial_has_a_gradient_from_the_accent_to_the_level_colour) {
+TEST(GaugeDial, the_dial_has_a_gradient_from_the_accent_to_the_level_colour) {
   GaugeDial dial;
   dial.setSize(QSizeF(104, 86));
   dial.setUsedPercent(50);
@@ -110,7 +110,7 @@ TEST(GaugeDial, dial_has_a_gradient_from_the_accent_to_the_level_colour) {
   EXPECT_EQ(ringAt(dial, 0.6).alpha(), 20);
 }
 
-TEST(GaugeDial, dial_above_100_is_a_full_ring_in_error_colour) {
+TEST(GaugeDial, the_dial_above_100_is_a_full_ring_in_error_colour) {
   GaugeDial dial;
   dial.setSize(QSizeF(104, 86));
   dial.setUsedPercent(150);
@@ -120,7 +120,7 @@ TEST(GaugeDial, dial_above_100_is_a_full_ring_in_error_colour) {
   }
 }
 
-TEST(GaugeDial, dial_keeps_its_round_caps_inside_its_height) {
+TEST(GaugeDial, the_dial_keeps_its_round_caps_inside_its_height) {
   GaugeDial dial;
   dial.setSize(QSizeF(104, 86));
   dial.setUsedPercent(100);

@@ -29,7 +29,7 @@ int largestDifference(const QImage& a, const QImage& b) {
   return largest;
 }
 
-TEST(ContinuousShape, shape_is_inside_its_rectangle_and_cuts_its_corners) {
+TEST(ContinuousShape, a_shape_is_inside_its_rectangle_and_cuts_its_corners) {
   const QRectF rect(10, 20, 100, 60);
   const QPainterPath path = ContinuousShape::path(rect, 12);
   EXPECT_NEAR(path.boundingRect().left(), 10, 1e-6);
@@ -43,7 +43,7 @@ TEST(ContinuousShape, shape_is_inside_its_rectangle_and_cuts_its_corners) {
   EXPECT_TRUE(path.contains(QPointF(10.5, 50)));
 }
 
-TEST(ContinuousShape, shape_bends_earlier_than_a_round_corner_and_meets_it_on_the_diagonal) {
+TEST(ContinuousShape, a_shape_bends_earlier_than_a_round_corner_and_meets_it_on_the_diagonal) {
   const QPainterPath path = ContinuousShape::path(QRectF(0, 0, 100, 100), 20);
   // Here the round corner has not begun yet, and the continuous one has.
   EXPECT_FALSE(path.contains(QPointF(22, 0.02)));
@@ -53,14 +53,14 @@ TEST(ContinuousShape, shape_bends_earlier_than_a_round_corner_and_meets_it_on_th
   EXPECT_FALSE(path.contains(QPointF(middle - 0.4, middle - 0.4)));
 }
 
-TEST(ContinuousShape, shape_becomes_a_capsule_if_there_is_no_space) {
+TEST(ContinuousShape, a_shape_becomes_a_capsule_if_there_is_no_space) {
   const QPainterPath path = ContinuousShape::path(QRectF(0, 0, 100, 20), 50);
   EXPECT_TRUE(path.contains(QPointF(0.1, 10)));
   EXPECT_FALSE(path.contains(QPointF(2.5, 2.5)));
   EXPECT_TRUE(path.contains(QPointF(3.4, 3.4)));
 }
 
-TEST(ContinuousShape, shape_is_a_rectangle_without_a_radius) {
+TEST(ContinuousShape, a_shape_is_a_rectangle_without_a_radius) {
   EXPECT_TRUE(ContinuousShape::path(QRectF(0, 0, 10, 10), 0).contains(QPointF(0.1, 0.1)));
 }
 
@@ -75,7 +75,7 @@ class RoundedPanelPicture : public testing::Test {
   RoundedPanel panel_;
 };
 
-TEST_F(RoundedPanelPicture, panel_has_smooth_corners) {
+TEST_F(RoundedPanelPicture, a_panel_has_smooth_corners) {
   const QImage image = at(1);
   ASSERT_EQ(image.size(), QSize(80, 40));
   EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
@@ -91,13 +91,13 @@ TEST_F(RoundedPanelPicture, panel_has_smooth_corners) {
   EXPECT_GE(partial, 6);
 }
 
-TEST_F(RoundedPanelPicture, panel_has_four_equal_corners) {
+TEST_F(RoundedPanelPicture, a_panel_has_four_equal_corners) {
   const QImage image = at(2);
   EXPECT_LE(largestDifference(image, image.mirrored(true, false)), 3);
   EXPECT_LE(largestDifference(image, image.mirrored(false, true)), 3);
 }
 
-TEST_F(RoundedPanelPicture, gradient_of_a_panel_runs_from_top_to_bottom_or_to_the_far_corner) {
+TEST_F(RoundedPanelPicture, the_gradient_of_a_panel_runs_from_top_to_bottom_or_to_the_far_corner) {
   panel_.setColor(Qt::white);
   panel_.setEndColor(Qt::black);
   QImage image = at(1);
@@ -109,7 +109,7 @@ TEST_F(RoundedPanelPicture, gradient_of_a_panel_runs_from_top_to_bottom_or_to_th
   EXPECT_GT(image.pixelColor(12, 20).red(), image.pixelColor(68, 20).red() + 60);
 }
 
-TEST_F(RoundedPanelPicture, outline_of_a_panel_is_inside_and_one_point_wide_at_every_scale) {
+TEST_F(RoundedPanelPicture, the_outline_of_a_panel_is_inside_and_one_point_wide_at_every_scale) {
   panel_.setOutlineColor(Qt::white);
   panel_.setOutlineWidth(1);
   EXPECT_EQ(at(1).pixelColor(40, 0), QColor(Qt::white));
@@ -120,12 +120,12 @@ TEST_F(RoundedPanelPicture, outline_of_a_panel_is_inside_and_one_point_wide_at_e
   EXPECT_EQ(at(2).pixelColor(80, 2), QColor(0x20, 0x40, 0x80));
 }
 
-TEST_F(RoundedPanelPicture, translucent_outline_of_a_panel_is_blended_with_the_fill) {
+TEST_F(RoundedPanelPicture, a_translucent_outline_of_a_panel_is_blended_with_the_fill) {
   panel_.setOutlineColor(QColor(255, 255, 255, 51));
   EXPECT_NEAR(at(1).pixelColor(40, 0).red(), 0x20 + 0.2 * (255 - 0x20), 2);
 }
 
-TEST_F(RoundedPanelPicture, shadow_of_a_panel_is_outside_its_bounds) {
+TEST_F(RoundedPanelPicture, the_shadow_of_a_panel_is_outside_its_bounds) {
   panel_.setShadowColor(QColor(0, 0, 0, 128));
   panel_.setShadowRadius(4);
   panel_.setShadowOffset(3);
@@ -143,7 +143,7 @@ TEST_F(RoundedPanelPicture, shadow_of_a_panel_is_outside_its_bounds) {
   EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
 }
 
-TEST(SoftShadow, shadow_of_a_stretched_shape_equals_that_of_a_complete_one) {
+TEST(SoftShadow, the_shadow_of_a_stretched_shape_equals_that_of_a_complete_one) {
   SoftShadow shadow;
   shadow.color = Qt::black;
   shadow.radius = 5;
@@ -159,7 +159,7 @@ TEST(SoftShadow, shadow_of_a_stretched_shape_equals_that_of_a_complete_one) {
   EXPECT_EQ(column(150), column(240));
 }
 
-TEST(SoftShadow, shadow_fades_like_a_gaussian) {
+TEST(SoftShadow, the_shadow_fades_like_a_gaussian) {
   SoftShadow shadow;
   shadow.color = QColor(0, 0, 0, 255);
   for (const double sigma : {2.0, 6.0, 18.0}) {
@@ -177,7 +177,7 @@ TEST(SoftShadow, shadow_fades_like_a_gaussian) {
   }
 }
 
-TEST(SoftShadow, shadow_keeps_the_opacity_of_its_colour) {
+TEST(SoftShadow, the_shadow_keeps_the_opacity_of_its_colour) {
   SoftShadow shadow;
   shadow.color = QColor(0x00, 0x7A, 0xFF, 89);
   shadow.radius = 3;
@@ -191,7 +191,7 @@ TEST(SoftShadow, shadow_keeps_the_opacity_of_its_colour) {
   EXPECT_NEAR(image.pixelColor(50, 50).green(), 0x7A, 2);
 }
 
-TEST(SoftShadow, shadow_in_a_transparent_colour_paints_nothing) {
+TEST(SoftShadow, a_shadow_in_a_transparent_colour_paints_nothing) {
   EXPECT_FALSE(SoftShadow().isVisible());
 }
 
@@ -225,7 +225,7 @@ class RoundedPanelOnScreen : public testing::Test {
   CountingPanel panel_{scene_.view().contentItem()};
 };
 
-TEST_F(RoundedPanelOnScreen, panel_is_painted_once_for_each_size_that_it_returns_to) {
+TEST_F(RoundedPanelOnScreen, a_panel_is_painted_once_for_each_size_that_it_returns_to) {
   EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 30}); }), 1);
   EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 50}); }), 1);
   EXPECT_EQ(paintingsFor([&] { panel_.setSize({60, 30}); }), 0);
@@ -234,7 +234,7 @@ TEST_F(RoundedPanelOnScreen, panel_is_painted_once_for_each_size_that_it_returns
   EXPECT_NE(shown.pixelColor(30, 31), QColor(0x11, 0x52, 0x93));
 }
 
-TEST_F(RoundedPanelOnScreen, panel_is_painted_again_for_another_style) {
+TEST_F(RoundedPanelOnScreen, a_panel_is_painted_again_for_another_style) {
   EXPECT_EQ(paintingsFor([&] { panel_.setSize({61, 31}); }), 1);
   EXPECT_EQ(paintingsFor([&] { panel_.setSize({61.5, 30.5}); }), 1);
   EXPECT_EQ(paintingsFor([&] { panel_.setRadius(7); }), 1);
@@ -248,7 +248,7 @@ TEST_F(RoundedPanelOnScreen, panel_is_painted_again_for_another_style) {
   EXPECT_EQ(paintingsFor([&] { panel_.setShadowOffset(2); }), 1);
 }
 
-TEST(RoundedPanel, panel_in_the_window_looks_as_painted) {
+TEST(RoundedPanel, a_panel_in_the_window_looks_as_painted) {
   ControlScene scene(
       "RoundedPanel { width: 60; height: 30; radius: 8; color: Theme.bg3\n"
       "shadowColor: \"white\"; shadowRadius: 4 }");

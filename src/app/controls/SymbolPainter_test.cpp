@@ -124,12 +124,12 @@ TEST(SymbolPainter, a_name_without_a_symbol_is_shown_and_reported) {
   EXPECT_GT(coverage(image), 0);
 }
 
-TEST(Symbol, symbol_item_has_the_size_of_its_picture) {
+TEST(Symbol, a_symbol_item_has_the_size_of_its_picture) {
   const ControlScene scene("Symbol { name: \"folder\"; size: 11; color: \"white\" }");
   expectProperties(scene, {{"", "width", 14}, {"", "height", 14}});
 }
 
-TEST(Symbol, symbol_item_shows_the_pixels_of_the_painter) {
+TEST(Symbol, a_symbol_item_shows_the_pixels_of_the_painter) {
   ControlScene scene("Symbol { name: \"house.fill\"; size: 16; color: Theme.accent }");
   const QImage seen = scene.picture().copy(40, 40, 20, 20);
   const QImage symbol = SymbolPainter::image("house.fill", 16, QColor(0x00, 0x7A, 0xFF), 1);
@@ -147,7 +147,7 @@ TEST(Symbol, symbol_item_shows_the_pixels_of_the_painter) {
   EXPECT_GT(solid, 80);
 }
 
-TEST(Symbol, symbol_item_changes_with_its_properties) {
+TEST(Symbol, a_symbol_item_changes_with_its_properties) {
   ControlScene scene("Symbol { name: \"plus\"; size: 16; color: \"white\" }");
   EXPECT_EQ(scene.pixel(10, 10), QColor(Qt::white));
   scene.control()->setProperty("color", QColor(Qt::red));
@@ -158,7 +158,7 @@ TEST(Symbol, symbol_item_changes_with_its_properties) {
   expectProperties(scene, {{"", "width", 40}});
 }
 
-TEST(Symbol, symbol_is_centred_in_a_larger_item) {
+TEST(Symbol, a_symbol_is_centred_in_a_larger_item) {
   Symbol symbol;
   symbol.setName("plus");
   symbol.setFontSize(16);
