@@ -51,7 +51,7 @@ constexpr const char* fixture = R"(
     film 4M
 )";
 
-TEST_P(BindMounts, bind_mount_of_a_walked_folder_counts_once) {
+TEST_P(BindMounts, a_bind_mount_of_a_walked_folder_counts_once) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -64,7 +64,7 @@ TEST_P(BindMounts, bind_mount_of_a_walked_folder_counts_once) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_of_a_folder_outside_is_walked) {
+TEST_P(BindMounts, a_bind_mount_of_a_folder_outside_is_walked) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "outside", "inside/copy")) return refusal();
@@ -74,7 +74,7 @@ TEST_P(BindMounts, bind_mount_of_a_folder_outside_is_walked) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_as_the_root_of_the_scan_is_walked) {
+TEST_P(BindMounts, a_bind_mount_as_the_root_of_the_scan_is_walked) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -82,7 +82,7 @@ TEST_P(BindMounts, bind_mount_as_the_root_of_the_scan_is_walked) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_is_walked_if_the_original_is_excluded) {
+TEST_P(BindMounts, a_bind_mount_is_walked_if_the_original_is_excluded) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -97,7 +97,7 @@ TEST_P(BindMounts, bind_mount_is_walked_if_the_original_is_excluded) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_is_walked_if_a_skipped_name_excludes_the_original) {
+TEST_P(BindMounts, a_bind_mount_is_walked_if_a_skipped_name_excludes_the_original) {
   const TempTree tree("Backups.backupdb/\n  film 1M\ncopy/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "Backups.backupdb", "copy")) return refusal();
@@ -117,7 +117,7 @@ TEST_P(BindMounts, one_of_two_bind_mounts_of_a_folder_outside_is_walked) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_of_a_folder_into_itself_counts_once) {
+TEST_P(BindMounts, a_bind_mount_of_a_folder_into_itself_counts_once) {
   const TempTree tree("film 1M\na/\n  film 1M\n  b/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "", "a/b", MS_REC)) return refusal();
@@ -135,7 +135,7 @@ TEST_P(BindMounts, disks_in_a_recursive_bind_mount_count_once) {
   });
 }
 
-TEST_P(BindMounts, disk_mounted_only_in_the_copy_counts) {
+TEST_P(BindMounts, a_disk_mounted_only_in_the_copy_counts) {
   TempTree tree("a/\n  film 1M\n  disk/\nb/\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "a", "b")) return refusal();
@@ -146,7 +146,7 @@ TEST_P(BindMounts, disk_mounted_only_in_the_copy_counts) {
   });
 }
 
-TEST_P(BindMounts, bind_mount_is_walked_if_another_disk_hides_the_original) {
+TEST_P(BindMounts, a_bind_mount_is_walked_if_another_disk_hides_the_original) {
   TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();
@@ -169,7 +169,7 @@ TEST_P(BindMounts, bind_mounts_may_have_names_that_are_not_utf8) {
 }
 
 // The mount is removed while the walk is on its way there.
-TEST_P(BindMounts, folder_under_a_removed_bind_mount_is_walked) {
+TEST_P(BindMounts, a_folder_under_a_removed_bind_mount_is_walked) {
   const TempTree tree("original/\n  film 1M\nway/\n  copy/\n    below 2M\n");
   expectMounted([&]() -> std::string {
     if (!bind(tree, "original", "way/copy")) return refusal();
@@ -189,7 +189,7 @@ TEST_P(BindMounts, folder_under_a_removed_bind_mount_is_walked) {
   });
 }
 
-TEST_P(BindMounts, snapshot_of_a_folder_counts_a_repeated_folder_once) {
+TEST_P(BindMounts, the_snapshot_of_a_folder_counts_a_repeated_folder_once) {
   const TempTree tree(fixture);
   expectMounted([&]() -> std::string {
     if (!bind(tree, "inside/original", "inside/copy")) return refusal();

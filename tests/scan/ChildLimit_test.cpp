@@ -9,7 +9,7 @@ using testing::SizeIs;
 class ChildLimit : public ScanFacts {};
 TESSALY_FOR_ALL_WALKERS(ChildLimit);
 
-TEST_P(ChildLimit, of_100_large_and_3_small_files_80_and_a_remainder_stay) {
+TEST_P(ChildLimit, a_folder_of_100_large_and_3_small_files_has_80_nodes_and_a_remainder) {
   const TempTree tree(R"(
     full/
       large-first 256K
@@ -54,7 +54,7 @@ TEST_P(ChildLimit, the_81st_child_alone_makes_a_remainder) {
   EXPECT_EQ(root.children()[80].size(), 8 * KiB);
 }
 
-TEST_P(ChildLimit, remainder_comes_last_even_if_it_is_the_largest) {
+TEST_P(ChildLimit, the_remainder_comes_last_even_if_it_is_the_largest) {
   const TempTree tree(R"(
     larger 512K
     large-first 256K
@@ -78,7 +78,7 @@ TEST_P(ChildLimit, children_beyond_the_limit_without_a_size_make_no_remainder) {
   EXPECT_FALSE(has(root, "empty-00"));
 }
 
-TEST_P(ChildLimit, remainder_of_the_top_folder_is_directly_below_it) {
+TEST_P(ChildLimit, the_remainder_of_the_top_folder_is_directly_below_it) {
   const TempTree tree(R"(
     large-first 256K
     large-### = large-first x100
@@ -86,7 +86,7 @@ TEST_P(ChildLimit, remainder_of_the_top_folder_is_directly_below_it) {
   EXPECT_EQ(scan(tree.path()).children()[80].path(), tree.at("__rest__"));
 }
 
-TEST_P(ChildLimit, file_named_like_a_remainder_is_a_file) {
+TEST_P(ChildLimit, a_file_named_like_a_remainder_is_a_file) {
   const TempTree tree(R"(
     __rest__ 512K
     +\s20\smore 256K

@@ -49,7 +49,7 @@ class DeepTrees : public ScanFacts {
 };
 TESSALY_FOR_ALL_WALKERS(DeepTrees);
 
-TEST_P(DeepTrees, file_below_thousands_of_folders_counts) {
+TEST_P(DeepTrees, a_file_below_thousands_of_folders_counts) {
   TempTree tree;
   plantChain(tree, "folder", depth());
   ScanRecord record;
@@ -63,7 +63,7 @@ TEST_P(DeepTrees, file_below_thousands_of_folders_counts) {
   EXPECT_EQ(last.path(), tree.at(down("folder", 12)));
 }
 
-TEST_P(DeepTrees, file_below_thousands_of_folders_makes_all_of_them_newer) {
+TEST_P(DeepTrees, a_file_below_thousands_of_folders_makes_all_of_them_newer) {
   TempTree tree;
   tree.chain("", "d", depth(), [&](int folder, int level) {
     if (level == depth()) plantTree(folder, folder, "film 4K mtime=15000000000");
@@ -73,7 +73,7 @@ TEST_P(DeepTrees, file_below_thousands_of_folders_makes_all_of_them_newer) {
   EXPECT_EQ(root.size(), 4 * KiB);
 }
 
-TEST_P(DeepTrees, second_folder_on_each_of_thousands_of_levels_counts) {
+TEST_P(DeepTrees, a_second_folder_on_each_of_thousands_of_levels_counts) {
   TempTree tree("seed 256K");
   plantChainWithNeighbours(tree, depth());
   const DiskNode root = scan(tree.path());
@@ -82,13 +82,13 @@ TEST_P(DeepTrees, second_folder_on_each_of_thousands_of_levels_counts) {
   EXPECT_EQ(below(root, down("m", 12)).size(), (depth() - 11) * 256 * KiB);
 }
 
-TEST_P(DeepTrees, second_folder_on_each_level_is_met_in_the_order_of_the_model) {
+TEST_P(DeepTrees, a_second_folder_on_each_level_is_met_in_the_order_of_the_model) {
   TempTree tree("seed 256K");
   plantChainWithNeighbours(tree, 1200);
   expectLikeTheModel(tree.path());
 }
 
-TEST_P(DeepTrees, chain_of_thousands_of_folders_in_a_package_counts) {
+TEST_P(DeepTrees, a_chain_of_thousands_of_folders_in_a_package_counts) {
   TempTree tree("Tool.app/");
   tree.chain("Tool.app", "folder", depth(), [&](int folder, int level) {
     if (level == depth()) plantTree(folder, folder, "film 1M");
@@ -97,14 +97,14 @@ TEST_P(DeepTrees, chain_of_thousands_of_folders_in_a_package_counts) {
   EXPECT_EQ(below(scanExpanded(tree.path()), "Tool.app").size(), 1 * MiB);
 }
 
-TEST_P(DeepTrees, chain_of_names_of_255_bytes_counts) {
+TEST_P(DeepTrees, a_chain_of_names_of_255_bytes_counts) {
   TempTree tree;
   plantChain(tree, std::string(255, '\xfd'), 400);
   EXPECT_EQ(scan(tree.path()).size(), 1 * MiB);
   expectLikeTheModel(tree.path());
 }
 
-TEST_P(DeepTrees, bundle_below_thousands_of_folders_counts) {
+TEST_P(DeepTrees, a_bundle_below_thousands_of_folders_counts) {
   TempTree tree;
   tree.chain("", "d", depth(), [&](int folder, int level) {
     if (level == depth()) plantTree(folder, folder, "Tool.app/\n  inside 1M\nOther.app 4K");
@@ -112,7 +112,7 @@ TEST_P(DeepTrees, bundle_below_thousands_of_folders_counts) {
   EXPECT_EQ(scan(tree.path()).size(), 1 * MiB + 4 * KiB);
 }
 
-TEST_P(DeepTrees, excluded_folder_is_left_out_at_any_length_of_path) {
+TEST_P(DeepTrees, an_excluded_folder_is_left_out_at_any_length_of_path) {
   TempTree tree;
   plantChain(tree, "folder", 2000);
   DiskScanner::Options options;
@@ -123,7 +123,7 @@ TEST_P(DeepTrees, excluded_folder_is_left_out_at_any_length_of_path) {
 }
 
 // The model cannot do this: it opens its root by one path.
-TEST(DeepRoot, root_beyond_the_longest_path_of_the_system_is_walked) {
+TEST(DeepRoot, a_root_beyond_the_longest_path_of_the_system_is_walked) {
   TempTree tree;
   tree.chain("", "folder", 3000, [&](int folder, int level) {
     if (level == 3000) plantTree(folder, folder, "film 1M");

@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(of, DescriptorLimit,
                                   std::to_string(std::get<1>(instance.param));
                          });
 
-TEST_P(DescriptorLimit, wide_tree_is_the_same_under_a_limit_of_descriptors) {
+TEST_P(DescriptorLimit, a_wide_tree_is_the_same_under_a_limit_of_descriptors) {
   const TempTree tree(R"(
     many-###/ x700
       inner-#/ x3
@@ -58,7 +58,7 @@ TEST_P(DescriptorLimit, wide_tree_is_the_same_under_a_limit_of_descriptors) {
 }
 
 // Far deeper than the number of descriptors, with paths longer than the system accepts.
-TEST_P(DescriptorLimit, deep_tree_is_the_same_under_a_limit_of_descriptors) {
+TEST_P(DescriptorLimit, a_deep_tree_is_the_same_under_a_limit_of_descriptors) {
   TempTree tree;
   tree.chain("", "folder", 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -66,7 +66,7 @@ TEST_P(DescriptorLimit, deep_tree_is_the_same_under_a_limit_of_descriptors) {
   expectSame(tree.path());
 }
 
-TEST_P(DescriptorLimit, deep_package_is_the_same_under_a_limit_of_descriptors) {
+TEST_P(DescriptorLimit, a_deep_package_is_the_same_under_a_limit_of_descriptors) {
   TempTree tree("Tool.app/");
   tree.chain("Tool.app", "folder", 1000, [&](int folder, int level) {
     plantTree(folder, folder, level % 2 == 0 ? "a/\n  x 4K" : "z/\n  x 4K");
@@ -74,7 +74,7 @@ TEST_P(DescriptorLimit, deep_package_is_the_same_under_a_limit_of_descriptors) {
   expectSame(tree.path());
 }
 
-TEST_P(DescriptorLimit, folder_of_many_files_is_the_same_under_a_limit_of_descriptors) {
+TEST_P(DescriptorLimit, a_folder_of_many_files_is_the_same_under_a_limit_of_descriptors) {
   const TempTree tree(R"(
     wide/
       a-##### x20000

@@ -20,7 +20,7 @@ constexpr const char* library = R"(
       tiny 4K
 )";
 
-TEST_P(Packages, photoslibrary_is_opaque_and_counts_once_in_full) {
+TEST_P(Packages, a_photoslibrary_is_opaque_and_counts_once_in_full) {
   const TempTree tree(library);
   const DiskNode root = scan(tree.path());
   const DiskNode photos = below(root, "Photos.photoslibrary");
@@ -31,7 +31,7 @@ TEST_P(Packages, photoslibrary_is_opaque_and_counts_once_in_full) {
   EXPECT_EQ(root.size(), 1 * MiB + 68 * KiB);
 }
 
-TEST_P(Packages, photoslibrary_is_walked_like_any_folder_when_packages_are_expanded) {
+TEST_P(Packages, a_photoslibrary_is_walked_like_any_folder_when_packages_are_expanded) {
   const TempTree tree(library);
   const DiskNode photos = below(scanExpanded(tree.path()), "Photos.photoslibrary");
   EXPECT_EQ(photos.kind(), FileKind::folder);
@@ -41,7 +41,7 @@ TEST_P(Packages, photoslibrary_is_walked_like_any_folder_when_packages_are_expan
   EXPECT_THAT(childNames(below(photos, "originals")), ElementsAre("picture.jpg"));
 }
 
-TEST_P(Packages, sparsebundle_is_an_opaque_folder) {
+TEST_P(Packages, a_sparsebundle_is_an_opaque_folder) {
   const TempTree tree(R"(
     disk.sparsebundle/
       bands/
@@ -53,7 +53,7 @@ TEST_P(Packages, sparsebundle_is_an_opaque_folder) {
   EXPECT_THAT(childNames(disk), IsEmpty());
 }
 
-TEST_P(Packages, app_is_opaque_and_of_kind_app) {
+TEST_P(Packages, an_app_is_opaque_and_of_kind_app) {
   const TempTree tree(R"(
     Tool.app/
       Contents/
@@ -65,7 +65,7 @@ TEST_P(Packages, app_is_opaque_and_of_kind_app) {
   EXPECT_THAT(childNames(tool), IsEmpty());
 }
 
-TEST_P(Packages, app_below_the_root_has_no_children_even_when_packages_are_expanded) {
+TEST_P(Packages, an_app_below_the_root_has_no_children_even_when_packages_are_expanded) {
   const TempTree tree(R"(
     Applications/
       Tool.app/
@@ -104,7 +104,7 @@ TEST_P(Packages, suffixes_of_packages_match_in_any_case) {
   EXPECT_THAT(childNames(below(open, "\xff.App")), IsEmpty());
 }
 
-TEST_P(Packages, package_as_root_shows_its_contents_only_when_packages_are_expanded) {
+TEST_P(Packages, a_package_as_root_shows_its_contents_only_when_packages_are_expanded) {
   const TempTree tree(R"(
     Tool.app/
       Contents/
@@ -120,14 +120,14 @@ TEST_P(Packages, package_as_root_shows_its_contents_only_when_packages_are_expan
   EXPECT_EQ(closed.size(), 1 * MiB + 4 * KiB);
 }
 
-TEST_P(Packages, empty_package_has_the_length_of_its_entry) {
+TEST_P(Packages, an_empty_package_has_the_length_of_its_entry) {
   const TempTree tree("Empty.app/");
   ASSERT_GT(tree.length("Empty.app"), 0);
   EXPECT_EQ(below(scan(tree.path()), "Empty.app").size(), tree.length("Empty.app"));
   EXPECT_EQ(below(scanExpanded(tree.path()), "Empty.app").size(), 0);
 }
 
-TEST_P(Packages, package_has_the_larger_size_of_its_entry_and_its_contents) {
+TEST_P(Packages, a_package_has_the_larger_size_of_its_entry_and_its_contents) {
   const TempTree tree(R"(
     Wide.app/
       a-name-that-fills-the-entry-of-the-folder-#### x500
@@ -159,7 +159,7 @@ TEST_P(Packages, everything_in_a_package_counts_except_links) {
   EXPECT_EQ(below(scan(tree.path(), options), "Tool.app").size(), 5 * 64 * KiB);
 }
 
-TEST_P(Packages, package_in_a_package_counts_once) {
+TEST_P(Packages, a_package_in_a_package_counts_once) {
   const TempTree tree(R"(
     Outer.photoslibrary/
       Inner.app/
@@ -169,7 +169,7 @@ TEST_P(Packages, package_in_a_package_counts_once) {
   EXPECT_EQ(scan(tree.path()).size(), 1 * MiB);
 }
 
-TEST_P(Packages, opaque_package_has_its_own_time_and_an_expanded_one_the_newest_inside) {
+TEST_P(Packages, an_opaque_package_has_its_own_time_and_an_expanded_one_the_newest_inside) {
   const TempTree tree(R"(
     Photos.photoslibrary/ mtime=100
       picture 1M mtime=900
@@ -178,7 +178,7 @@ TEST_P(Packages, opaque_package_has_its_own_time_and_an_expanded_one_the_newest_
   EXPECT_EQ(below(scanExpanded(tree.path()), "Photos.photoslibrary").mtime(), 900);
 }
 
-TEST_P(Packages, file_named_like_a_package_is_a_node_at_any_size) {
+TEST_P(Packages, a_file_named_like_a_package_is_a_node_at_any_size) {
   const TempTree tree(R"(
     a/
       Tool.app 4K
@@ -198,7 +198,7 @@ TEST_P(Packages, file_named_like_a_package_is_a_node_at_any_size) {
   }
 }
 
-TEST_P(Packages, link_named_like_a_package_is_a_link) {
+TEST_P(Packages, a_link_named_like_a_package_is_a_link) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -207,7 +207,7 @@ TEST_P(Packages, link_named_like_a_package_is_a_link) {
   EXPECT_THAT(childNames(scan(tree.path())), ElementsAre("real"));
 }
 
-TEST_P(Packages, folder_whose_name_is_only_the_suffix_is_a_package) {
+TEST_P(Packages, a_folder_whose_name_is_only_the_suffix_is_a_package) {
   const TempTree tree(R"(
     .app/
       inside 1M
@@ -216,7 +216,7 @@ TEST_P(Packages, folder_whose_name_is_only_the_suffix_is_a_package) {
   EXPECT_THAT(childNames(below(scan(tree.path()), ".app")), IsEmpty());
 }
 
-TEST_P(Packages, package_is_a_node_in_every_folder_and_at_every_size) {
+TEST_P(Packages, a_package_is_a_node_in_every_folder_and_at_every_size) {
   const TempTree tree(R"(
     a/
       One.app/

@@ -50,7 +50,7 @@ TEST_P(Progress, two_folders_are_reported_in_the_order_of_the_disk) {
   EXPECT_THAT(record.fractions(), ElementsAre(0, 0, 0.5, 0.5, 1, 1));
 }
 
-TEST_P(Progress, link_at_the_top_keeps_the_fraction_below_one_until_the_end) {
+TEST_P(Progress, a_link_at_the_top_keeps_the_fraction_below_one_until_the_end) {
   const TempTree tree(R"(
     folder/
     link -> folder
@@ -61,7 +61,7 @@ TEST_P(Progress, link_at_the_top_keeps_the_fraction_below_one_until_the_end) {
   EXPECT_EQ(record.polls(), 3U);
 }
 
-TEST_P(Progress, skipped_name_at_the_top_is_finished_without_a_line) {
+TEST_P(Progress, a_skipped_name_at_the_top_is_finished_without_a_line) {
   const TempTree tree(R"(
     .Trash/
       film 1M
@@ -72,7 +72,7 @@ TEST_P(Progress, skipped_name_at_the_top_is_finished_without_a_line) {
   EXPECT_THAT(record.lines(), ElementsAre("Building map…"));
 }
 
-TEST_P(Progress, skipped_name_below_the_top_reports_nothing) {
+TEST_P(Progress, a_skipped_name_below_the_top_reports_nothing) {
   const TempTree tree(R"(
     a/
       .Trash/
@@ -136,7 +136,7 @@ TEST_P(Progress, contents_of_opaque_packages_are_not_items) {
   EXPECT_EQ(record.polls(), 3U);
 }
 
-TEST_P(Progress, whole_percent_is_the_fraction_times_100_rounded_down) {
+TEST_P(Progress, the_whole_percent_is_the_fraction_times_100_rounded_down) {
   // 29 hundredths times 100 is slightly below 29 in 64-bit floats.
   const TempTree tree("##/ x100");
   ScanRecord record;

@@ -19,7 +19,7 @@ std::string expectSize(const DiskNode& node, std::int64_t size) {
   return node.size() == size ? "" : treeText(node);
 }
 
-TEST_P(Refusals, locked_folder_is_a_folder_without_children_and_the_rest_counts) {
+TEST_P(Refusals, a_locked_folder_is_a_folder_without_children_and_the_rest_counts) {
   const TempTree tree(R"(
     before/
       film 1M
@@ -37,7 +37,7 @@ TEST_P(Refusals, locked_folder_is_a_folder_without_children_and_the_rest_counts)
   });
 }
 
-TEST_P(Refusals, folder_that_may_be_entered_but_not_listed_is_empty) {
+TEST_P(Refusals, a_folder_that_may_be_entered_but_not_listed_is_empty) {
   const TempTree tree(R"(
     unlisted/ mode=0311
       film 1M
@@ -46,7 +46,7 @@ TEST_P(Refusals, folder_that_may_be_entered_but_not_listed_is_empty) {
   expectAsOther([&] { return expectSize(scan(tree.path()), 1 * MiB); });
 }
 
-TEST_P(Refusals, folder_that_may_be_listed_but_not_entered_counts_nothing) {
+TEST_P(Refusals, a_folder_that_may_be_listed_but_not_entered_counts_nothing) {
   const TempTree tree(R"(
     listed/ mode=0444
       film 1M
@@ -80,7 +80,7 @@ TEST_P(Refusals, names_without_attributes_are_empty_files_in_important_folders) 
   });
 }
 
-TEST_P(Refusals, locked_package_has_the_length_of_its_entry) {
+TEST_P(Refusals, a_locked_package_has_the_length_of_its_entry) {
   const TempTree tree(R"(
     Locked.app/ mode=0
       film 1M
@@ -96,7 +96,7 @@ TEST_P(Refusals, locked_package_has_the_length_of_its_entry) {
   });
 }
 
-TEST_P(Refusals, unreadable_file_counts) {
+TEST_P(Refusals, an_unreadable_file_counts) {
   const TempTree tree("secret 1M mode=0");
   expectAsOther([&] { return expectSize(scan(tree.path()), 1 * MiB); });
 }

@@ -28,7 +28,7 @@ std::string furnish(const std::string& volume) {
   return "";
 }
 
-TEST(RepeatedNames, repeated_name_is_one_node_with_the_size_of_both) {
+TEST(RepeatedNames, a_repeated_name_is_one_node_with_the_size_of_both) {
   const TempTree tree("volume/\n");
   const std::string volume = tree.at("volume");
   const std::string told = inPrivateMounts([&]() -> std::string {

@@ -27,7 +27,7 @@ class Roots : public ScanFacts {
 };
 TESSALY_FOR_ALL_WALKERS(Roots);
 
-TEST_P(Roots, link_as_root_is_resolved) {
+TEST_P(Roots, a_link_as_root_is_resolved) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -40,7 +40,7 @@ TEST_P(Roots, link_as_root_is_resolved) {
   EXPECT_EQ(below(root, "film").path(), tree.at("real/film"));
 }
 
-TEST_P(Roots, link_in_the_path_of_the_root_is_resolved) {
+TEST_P(Roots, a_link_in_the_path_of_the_root_is_resolved) {
   const TempTree tree(R"(
     real/
       inner/
@@ -66,7 +66,7 @@ TEST_P(Roots, slashes_and_dots_change_nothing) {
   EXPECT_EQ(scan("//" + tree.path() + "/./a"), plain);
 }
 
-TEST_P(Roots, relative_root_starts_at_the_current_directory) {
+TEST_P(Roots, a_relative_root_starts_at_the_current_directory) {
   const TempTree tree(R"(
     a/
       film 1M
@@ -78,7 +78,7 @@ TEST_P(Roots, relative_root_starts_at_the_current_directory) {
   EXPECT_EQ(relative, scan(tree.at("a")));
 }
 
-TEST_P(Roots, missing_root_is_a_root_without_children) {
+TEST_P(Roots, a_missing_root_is_a_root_without_children) {
   const TempTree tree;
   expectNothing(tree.at("missing"));
   EXPECT_EQ(scan(tree.at("missing")).name(), "missing");
@@ -87,14 +87,14 @@ TEST_P(Roots, missing_root_is_a_root_without_children) {
   EXPECT_EQ(scan(tree.at("missing.app")).kind(), FileKind::app);
 }
 
-TEST_P(Roots, file_as_root_is_a_root_without_children) {
+TEST_P(Roots, a_file_as_root_is_a_root_without_children) {
   const TempTree tree("film.mkv 1M");
   expectNothing(tree.at("film.mkv"));
   EXPECT_EQ(scan(tree.at("film.mkv")).name(), "film.mkv");
   EXPECT_EQ(scan(tree.at("film.mkv")).kind(), FileKind::folder);
 }
 
-TEST_P(Roots, pipe_as_root_does_not_block) {
+TEST_P(Roots, a_pipe_as_root_does_not_block) {
   const TempTree tree("pipe fifo");
   expectNothing(tree.at("pipe"));
 }
@@ -109,7 +109,7 @@ TEST_P(Roots, dangling_links_give_a_root_without_children) {
   expectNothing(tree.at("ping"));
 }
 
-TEST_P(Roots, root_without_access_is_a_root_without_children) {
+TEST_P(Roots, a_root_without_access_is_a_root_without_children) {
   const TempTree tree(R"(
     locked/ mode=0
       film 1M
@@ -131,7 +131,7 @@ TEST_P(Roots, root_without_access_is_a_root_without_children) {
   EXPECT_EQ(told, "");
 }
 
-TEST_P(Roots, root_inside_a_locked_folder_is_a_root_without_children) {
+TEST_P(Roots, a_root_inside_a_locked_folder_is_a_root_without_children) {
   const TempTree tree(R"(
     locked/ mode=0
       inner/
@@ -145,7 +145,7 @@ TEST_P(Roots, root_inside_a_locked_folder_is_a_root_without_children) {
   EXPECT_EQ(told, "");
 }
 
-TEST_P(Roots, empty_folder_reports_all_progress) {
+TEST_P(Roots, an_empty_folder_reports_all_progress) {
   const TempTree tree("empty/");
   ScanRecord record;
   const DiskNode root = GetParam().scan(tree.at("empty"), record.callbacks());

@@ -11,7 +11,7 @@ using testing::IsEmpty;
 class Sizes : public ScanFacts {};
 TESSALY_FOR_ALL_WALKERS(Sizes);
 
-TEST_P(Sizes, small_file_counts_twice_in_its_parent_and_once_above) {
+TEST_P(Sizes, a_small_file_counts_twice_in_its_parent_and_once_above) {
   const TempTree tree(R"(
     a/
       b/
@@ -24,12 +24,12 @@ TEST_P(Sizes, small_file_counts_twice_in_its_parent_and_once_above) {
   EXPECT_THAT(childNames(below(root, "a/b")), IsEmpty());
 }
 
-TEST_P(Sizes, small_file_directly_in_the_root_counts_twice_in_the_root) {
+TEST_P(Sizes, a_small_file_directly_in_the_root_counts_twice_in_the_root) {
   const TempTree tree("small 4K");
   EXPECT_EQ(scan(tree.path()).size(), 8 * KiB);
 }
 
-TEST_P(Sizes, file_of_256_KiB_has_a_node_and_counts_once) {
+TEST_P(Sizes, a_file_of_256_KiB_has_a_node_and_counts_once) {
   const TempTree tree(R"(
     a/
       limit 256K
@@ -42,7 +42,7 @@ TEST_P(Sizes, file_of_256_KiB_has_a_node_and_counts_once) {
   EXPECT_FALSE(below(a, "limit").isDir());
 }
 
-TEST_P(Sizes, plain_folder_does_not_count_its_own_entry) {
+TEST_P(Sizes, a_plain_folder_does_not_count_its_own_entry) {
   const TempTree tree(R"(
     empty/
     wide/
@@ -56,7 +56,7 @@ TEST_P(Sizes, plain_folder_does_not_count_its_own_entry) {
   EXPECT_TRUE(below(root, "empty").isDir());
 }
 
-TEST_P(Sizes, sparse_file_counts_its_size_on_disk) {
+TEST_P(Sizes, a_sparse_file_counts_its_size_on_disk) {
   const TempTree tree(R"(
     hollow sparse=1G
     part 512K sparse=1G
@@ -127,7 +127,7 @@ TEST_P(Sizes, pipes_and_sockets_count_nothing_and_are_never_opened) {
   EXPECT_FALSE(below(root, "Downloads/pipe").isDir());
 }
 
-TEST_P(Sizes, small_file_in_Downloads_has_a_node_but_not_in_its_subfolders) {
+TEST_P(Sizes, a_small_file_in_Downloads_has_a_node_but_not_in_its_subfolders) {
   const TempTree tree(R"(
     Downloads/
       tiny 10
@@ -159,7 +159,7 @@ TEST_P(Sizes, important_folders_match_by_their_exact_name_at_any_depth) {
   EXPECT_EQ(below(root, "deep/Music").size(), 4 * KiB);
 }
 
-TEST_P(Sizes, root_can_be_an_important_folder) {
+TEST_P(Sizes, the_root_can_be_an_important_folder) {
   const TempTree tree(R"(
     Documents/
       tiny 4K
@@ -187,7 +187,7 @@ TEST_P(Sizes, empty_files_of_an_important_folder_have_nodes) {
   EXPECT_THAT(childNames(below(scan(tree.path()), "Desktop")), ElementsAre("a", "b"));
 }
 
-TEST_P(Sizes, folder_at_depth_12_has_its_full_size_and_no_children) {
+TEST_P(Sizes, a_folder_at_depth_12_has_its_full_size_and_no_children) {
   TempTree tree;
   tree.chain("", "d", 14);
   tree.plant("d/d/d/d/d/d/d/d/d/d/d/d/d/d", "deep 1M");
@@ -226,7 +226,7 @@ TEST_P(Sizes, paths_are_those_of_the_disk) {
   EXPECT_EQ(film.kind(), FileKind::video);
 }
 
-TEST_P(Sizes, folder_has_the_kind_of_folders_whatever_its_suffix) {
+TEST_P(Sizes, a_folder_has_the_kind_of_folders_whatever_its_suffix) {
   const TempTree tree(R"(
     movie.mp4/
       inside 1M

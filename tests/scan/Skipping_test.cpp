@@ -95,7 +95,7 @@ TEST_P(Skipping, extra_suffixes_are_compared_with_the_lower_cased_name) {
   EXPECT_THAT(childNames(scan(tree.path(), options)), ElementsAre("logs"));
 }
 
-TEST_P(Skipping, extra_suffix_with_capitals_matches_nothing) {
+TEST_P(Skipping, an_extra_suffix_with_capitals_matches_nothing) {
   const TempTree tree("one.LOG 1M");
   DiskScanner::Options options;
   options.extraSuffixes = {".LOG"};
@@ -120,7 +120,7 @@ TEST_P(Skipping, excluded_folders_are_left_out_by_path) {
   EXPECT_TRUE(has(root, "b/film"));
 }
 
-TEST_P(Skipping, excluded_root_is_a_root_without_children) {
+TEST_P(Skipping, an_excluded_root_is_a_root_without_children) {
   const TempTree tree("film 1M");
   DiskScanner::Options options;
   options.extraPrefixes = {tree.path()};
@@ -130,7 +130,7 @@ TEST_P(Skipping, excluded_root_is_a_root_without_children) {
   EXPECT_EQ(root.path(), tree.path());
 }
 
-TEST_P(Skipping, root_above_an_excluded_folder_is_walked) {
+TEST_P(Skipping, a_root_above_an_excluded_folder_is_walked) {
   const TempTree tree(R"(
     a/
       film 1M
@@ -140,7 +140,7 @@ TEST_P(Skipping, root_above_an_excluded_folder_is_walked) {
   EXPECT_EQ(scan(tree.at("a"), options).size(), 1 * MiB);
 }
 
-TEST_P(Skipping, excluded_folder_matches_by_its_resolved_path) {
+TEST_P(Skipping, an_excluded_folder_matches_by_its_resolved_path) {
   const TempTree tree(R"(
     real/
       film 1M
@@ -167,7 +167,7 @@ TEST_P(Skipping, places_of_the_system_are_left_out_by_path) {
   EXPECT_THAT(childNames(below(root, "share")), ElementsAre("other"));
 }
 
-TEST_P(Skipping, trash_behind_a_link_or_a_double_slash_is_left_out) {
+TEST_P(Skipping, the_trash_behind_a_link_or_a_double_slash_is_left_out) {
   const TempTree tree(R"(
     data/
       Trash/
@@ -184,7 +184,7 @@ TEST_P(Skipping, trash_behind_a_link_or_a_double_slash_is_left_out) {
   }
 }
 
-TEST_P(Skipping, root_named_like_a_skipped_folder_is_walked) {
+TEST_P(Skipping, a_root_named_like_a_skipped_folder_is_walked) {
   const TempTree tree(R"(
     .Trash/
       film 1M
@@ -214,7 +214,7 @@ TEST_P(Skipping, names_at_the_top_of_a_disk_are_not_special_elsewhere) {
   }
 }
 
-TEST_P(Skipping, link_to_outside_adds_nothing) {
+TEST_P(Skipping, a_link_to_outside_adds_nothing) {
   const TempTree outside("film 1M");
   TempTree tree;
   tree.plant("way-out -> " + outside.path());

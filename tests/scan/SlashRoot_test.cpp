@@ -99,7 +99,7 @@ TEST_P(SlashRoot, names_left_out_at_the_top_are_reported_and_finished) {
   });
 }
 
-TEST_P(SlashRoot, folder_above_is_reached_by_a_relative_path_too) {
+TEST_P(SlashRoot, a_folder_above_is_reached_by_a_relative_path_too) {
   const TempTree tree(disk);
   expectInside(tree, []() -> std::string {
     return GetParam().scan("/Users/..") == GetParam().scan("/") ? "" : "another tree";
@@ -118,7 +118,7 @@ TEST_P(SlashRoot, excluded_prefixes_work_below_slash) {
   });
 }
 
-TEST_P(SlashRoot, remainder_of_slash_is_directly_below_it) {
+TEST_P(SlashRoot, the_remainder_of_slash_is_directly_below_it) {
   const TempTree tree(R"(
     large-first 256K
     large-### = large-first x100

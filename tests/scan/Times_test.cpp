@@ -6,7 +6,7 @@ namespace {
 class Times : public ScanFacts {};
 TESSALY_FOR_ALL_WALKERS(Times);
 
-TEST_P(Times, folder_has_the_newest_time_of_itself_and_its_contents) {
+TEST_P(Times, a_folder_has_the_newest_time_of_itself_and_its_contents) {
   const TempTree tree(R"(
     a/ mtime=100
       b/ mtime=50
@@ -22,7 +22,7 @@ TEST_P(Times, folder_has_the_newest_time_of_itself_and_its_contents) {
   EXPECT_EQ(below(root, "a/c/old").mtime(), 7);
 }
 
-TEST_P(Times, small_file_makes_its_folders_as_new_as_itself) {
+TEST_P(Times, a_small_file_makes_its_folders_as_new_as_itself) {
   const TempTree tree(R"(
     a/ mtime=100
       b/ mtime=100

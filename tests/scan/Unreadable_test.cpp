@@ -71,7 +71,7 @@ TEST_P(Unreadable, nothing_is_reported_if_everything_can_be_read) {
   EXPECT_EQ(toldAsOther(tree.path()), "");
 }
 
-TEST_P(Unreadable, folder_that_cannot_be_opened_is_reported) {
+TEST_P(Unreadable, a_folder_that_cannot_be_opened_is_reported) {
   const TempTree tree(R"(
     a/
       locked/ mode=0
@@ -125,7 +125,7 @@ TEST_P(Unreadable, items_that_the_scan_leaves_out_are_not_reported) {
   EXPECT_EQ(toldAsOther(tree.path(), options), "EACCES /listed/film\n");
 }
 
-TEST_P(Unreadable, unreadable_root_is_reported) {
+TEST_P(Unreadable, an_unreadable_root_is_reported) {
   const TempTree tree("locked/ mode=0\n");
   EXPECT_EQ(toldAsOther(tree.at("locked")), "EACCES \n");
   EXPECT_EQ(told(tree.at("missing")), "ENOENT \n");
@@ -144,7 +144,7 @@ TEST_P(Unreadable, items_that_vanish_meanwhile_are_not_reported) {
   EXPECT_EQ(told(tree.path(), {}, record.callbacks()), "");
 }
 
-TEST_P(Unreadable, folder_that_becomes_something_else_meanwhile_is_not_reported) {
+TEST_P(Unreadable, a_folder_that_becomes_something_else_meanwhile_is_not_reported) {
   const TempTree tree(R"(
     folder/
       inner-##/ x60

@@ -69,7 +69,7 @@ std::vector<std::string> innerFolders(const TempTree& tree) {
   return paths;
 }
 
-TEST_P(Vanishing, folder_that_becomes_a_link_is_not_followed) {
+TEST_P(Vanishing, a_folder_that_becomes_a_link_is_not_followed) {
   const TempTree outside("film 16M");
   const TempTree tree(folderOfFolders);
   ScanRecord record;
@@ -83,7 +83,7 @@ TEST_P(Vanishing, folder_that_becomes_a_link_is_not_followed) {
   EXPECT_LE(root.size(), 60 * 256 * KiB);
 }
 
-TEST_P(Vanishing, folder_that_becomes_a_file_or_a_pipe_does_not_stop_the_walk) {
+TEST_P(Vanishing, a_folder_that_becomes_a_file_or_a_pipe_does_not_stop_the_walk) {
   const TempTree tree(folderOfFolders);
   ScanRecord record;
   record.during(2, [&] {
@@ -98,7 +98,7 @@ TEST_P(Vanishing, folder_that_becomes_a_file_or_a_pipe_does_not_stop_the_walk) {
   EXPECT_EQ(record.lines().back(), "Building map…");
 }
 
-TEST_P(Vanishing, folder_that_is_moved_away_affects_nothing_else) {
+TEST_P(Vanishing, a_folder_that_is_moved_away_affects_nothing_else) {
   const TempTree elsewhere;
   const TempTree tree(R"(
     a/

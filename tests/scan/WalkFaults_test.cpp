@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(of, WalkFaults,
                            return std::string(strerrorname_np(instance.param));
                          });
 
-TEST_P(WalkFaults, tree_is_right_or_reported_whichever_call_fails) {
+TEST_P(WalkFaults, the_tree_is_right_or_reported_whichever_call_fails) {
   const TempTree tree(home);
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());
   std::size_t told = 0;
@@ -109,7 +109,7 @@ TEST_P(WalkFaults, tree_is_right_or_reported_whichever_call_fails) {
 }
 
 // Each directory is opened by its path then.
-TEST_P(WalkFaults, tree_is_right_or_reported_with_one_descriptor) {
+TEST_P(WalkFaults, the_tree_is_right_or_reported_with_one_descriptor) {
   const TempTree tree(home);
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());
   const auto body = [&]() -> std::string {
@@ -123,7 +123,7 @@ TEST_P(WalkFaults, tree_is_right_or_reported_with_one_descriptor) {
 }
 
 // The longest possible names, so that few files need several runs.
-TEST_P(WalkFaults, folder_read_in_runs_is_right_or_reported) {
+TEST_P(WalkFaults, a_folder_read_in_runs_is_right_or_reported) {
   const TempTree tree("wide/\n  " + std::string(240, 'n') +
                       "-### 4K x600\n  z/\n    film 4K\nother 4K\n");
   const DiskNode expected = DiskScanner::scan(tree.path(), {}, {}, Places::forLinux());

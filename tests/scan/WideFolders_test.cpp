@@ -36,7 +36,7 @@ TEST_P(WideFolders, all_of_70000_small_files_count_twice) {
   expectLikeTheModel(tree.path());
 }
 
-TEST_P(WideFolders, of_5000_large_files_80_and_a_remainder_stay) {
+TEST_P(WideFolders, a_folder_of_5000_large_files_has_80_nodes_and_a_remainder) {
   TempTree tree;
   for (int sort = 0; sort < 50; ++sort) {
     const std::string number = std::to_string(sort);
@@ -70,7 +70,7 @@ TEST_P(WideFolders, wide_folders_of_folders_count) {
   expectLikeTheModel(tree.path());
 }
 
-TEST_P(WideFolders, wide_folder_between_others_keeps_its_place) {
+TEST_P(WideFolders, a_wide_folder_between_others_keeps_its_place) {
   const TempTree tree(R"(
     before/
       film 1M
