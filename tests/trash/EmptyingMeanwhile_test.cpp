@@ -66,7 +66,7 @@ class EmptyingMeanwhile : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = std::make_unique<TrashOnDisk>();
 };
 
-TEST_F(EmptyingMeanwhile, item_that_arrives_after_the_listing_stays) {
+TEST_F(EmptyingMeanwhile, an_item_that_arrives_after_the_listing_stays) {
   plantItems("film\nfolder/\n  film\n");
   const TrashListing listing = listed();
   for (const char* name : {"film", "new"}) {
@@ -83,7 +83,7 @@ TEST_F(EmptyingMeanwhile, item_that_arrives_after_the_listing_stays) {
   }
 }
 
-TEST_F(EmptyingMeanwhile, item_that_replaces_a_listed_one_stays_with_its_record) {
+TEST_F(EmptyingMeanwhile, an_item_that_replaces_a_listed_one_stays_with_its_record) {
   plantItems("film 4K\nempty/\nfolder/\n  film 4K\nlink -> nowhere\nunknown\n");
   fs::remove(recordOf("unknown"));
   const TrashListing listing = listed();
@@ -101,7 +101,7 @@ TEST_F(EmptyingMeanwhile, item_that_replaces_a_listed_one_stays_with_its_record)
   EXPECT_TRUE(isThere(trash("files/folder/film")));
 }
 
-TEST_F(EmptyingMeanwhile, replaced_record_stays_when_its_item_is_deleted) {
+TEST_F(EmptyingMeanwhile, a_replaced_record_stays_when_its_item_is_deleted) {
   plantItems("film\n");
   const TrashListing listing = listed();
   putFile(trash("info/other"), "record of what is to come");
@@ -110,7 +110,7 @@ TEST_F(EmptyingMeanwhile, replaced_record_stays_when_its_item_is_deleted) {
   EXPECT_THAT(disk_->infos(), ElementsAre("film.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, record_without_an_item_stays_if_it_has_one_by_now) {
+TEST_F(EmptyingMeanwhile, a_record_without_an_item_stays_if_it_has_one_by_now) {
   plantItems("film\n");
   for (const char* name : {"arrived", "replaced", "rewritten", "touched", "gone"}) record(name);
   makeOlder(trash("info"));
@@ -126,7 +126,7 @@ TEST_F(EmptyingMeanwhile, record_without_an_item_stays_if_it_has_one_by_now) {
                                           "rewritten.trashinfo", "touched.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, record_without_an_item_stays_for_a_minute) {
+TEST_F(EmptyingMeanwhile, a_record_without_an_item_stays_for_a_minute) {
   plantItems("");
   record("moving");
   std::int64_t age = 0;
@@ -145,7 +145,7 @@ TEST_F(EmptyingMeanwhile, record_without_an_item_stays_for_a_minute) {
   EXPECT_THAT(disk_->infos(), IsEmpty());
 }
 
-TEST_F(EmptyingMeanwhile, recent_record_stays_by_the_clock_of_the_disk) {
+TEST_F(EmptyingMeanwhile, a_recent_record_stays_by_the_clock_of_the_disk) {
   plantItems("film\n");
   record("moving");
   EXPECT_EQ(told(UserTrashCan(disk_->configWith({})).empty()), "");
@@ -153,7 +153,7 @@ TEST_F(EmptyingMeanwhile, recent_record_stays_by_the_clock_of_the_disk) {
   EXPECT_THAT(disk_->infos(), ElementsAre("moving.trashinfo"));
 }
 
-TEST_F(EmptyingMeanwhile, clock_of_a_folder_is_that_of_its_files_times) {
+TEST_F(EmptyingMeanwhile, the_clock_of_a_folder_is_that_of_its_files_times) {
   const auto stamp = [&](const char* name) {
     putFile(disk_->at(name), "x");
     struct stat status {};
@@ -204,7 +204,7 @@ TEST_F(EmptyingMeanwhile, all_folders_are_listed_before_anything_is_deleted) {
   EXPECT_THAT(entriesOf(second + "/files"), ElementsAre("new"));
 }
 
-TEST_F(EmptyingMeanwhile, item_that_replaces_listed_remains_stays) {
+TEST_F(EmptyingMeanwhile, an_item_that_replaces_listed_remains_stays) {
   plantItems("");
   disk_->tree.plant("home/data/Trash", "expunged/\n  1/\n    film\n  2\n  3/\n    film\n");
   makeOlder(trash("expunged"));
@@ -237,7 +237,7 @@ TEST_F(EmptyingMeanwhile, nothing_is_deleted_through_links_that_replace_listed_i
 
 // Another program moves the folder away that is about to be deleted, and the user's home to its
 // place.
-TEST_F(EmptyingMeanwhile, folder_that_replaces_a_listed_one_at_any_moment_stays_complete) {
+TEST_F(EmptyingMeanwhile, a_folder_that_replaces_a_listed_one_at_any_moment_stays_complete) {
   const std::string obstacle = SystemCallTrace::obstacle();
   if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   std::size_t stop = 1;
@@ -270,7 +270,7 @@ TEST_F(EmptyingMeanwhile, folder_that_replaces_a_listed_one_at_any_moment_stays_
   EXPECT_LT(swaps, stop - 1);
 }
 
-TEST_F(EmptyingMeanwhile, folder_is_deleted_even_if_another_emptying_removes_its_destination) {
+TEST_F(EmptyingMeanwhile, a_folder_is_deleted_even_if_another_emptying_removes_its_destination) {
   const std::string obstacle = SystemCallTrace::obstacle();
   if (!obstacle.empty()) GTEST_SKIP() << obstacle;
   std::size_t removals = 0;

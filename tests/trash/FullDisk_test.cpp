@@ -280,7 +280,7 @@ class Reserve : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(Reserve, reserve_is_private_and_has_allocated_blocks) {
+TEST_F(Reserve, the_reserve_is_private_and_has_allocated_blocks) {
   struct stat status {};
   ASSERT_EQ(lstat(reserve().c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777U, 0700U);
@@ -293,7 +293,7 @@ TEST_F(Reserve, reserve_is_private_and_has_allocated_blocks) {
   }
 }
 
-TEST_F(Reserve, reserve_is_neither_counted_nor_emptied) {
+TEST_F(Reserve, the_reserve_is_neither_counted_nor_emptied) {
   const std::vector<std::string> before = entriesOf(reserve());
   EXPECT_EQ(disk_.can().count().value(), 1);
   EXPECT_EQ(told(disk_.can().empty()), "");
@@ -301,7 +301,7 @@ TEST_F(Reserve, reserve_is_neither_counted_nor_emptied) {
   EXPECT_EQ(entriesOf(reserve()), before);
 }
 
-TEST_F(Reserve, reserve_is_refilled_by_emptying_if_it_exists) {
+TEST_F(Reserve, the_reserve_is_refilled_by_emptying_if_it_exists) {
   fs::remove(reserve("3"));
   EXPECT_EQ(told(disk_.can().empty()), "");
   EXPECT_EQ(entriesOf(reserve()).size(), std::size_t{InfoReserve::count});
@@ -310,7 +310,7 @@ TEST_F(Reserve, reserve_is_refilled_by_emptying_if_it_exists) {
   EXPECT_FALSE(isThere(reserve()));
 }
 
-TEST_F(Reserve, reserve_is_recreated_if_a_copy_of_it_has_no_blocks) {
+TEST_F(Reserve, the_reserve_is_recreated_if_a_copy_of_it_has_no_blocks) {
   fs::resize_file(reserve("1"), 0);
   fs::resize_file(reserve("2"), 0);
   fs::resize_file(reserve("2"), InfoReserve::length);
@@ -323,7 +323,7 @@ TEST_F(Reserve, reserve_is_recreated_if_a_copy_of_it_has_no_blocks) {
   }
 }
 
-TEST_F(Reserve, reserve_becomes_a_record_like_any_other) {
+TEST_F(Reserve, the_reserve_becomes_a_record_like_any_other) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film"), "");
   const std::string place = disk_.homeTrash() + "/files/film";
@@ -333,7 +333,7 @@ TEST_F(Reserve, reserve_becomes_a_record_like_any_other) {
   EXPECT_FALSE(contentOf(infoPathOf(place)).ends_with("\n\n"));
 }
 
-TEST_F(Reserve, reserve_is_used_when_the_user_has_reached_his_quota) {
+TEST_F(Reserve, the_reserve_is_used_when_the_user_has_reached_his_quota) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   EXPECT_EQ(moveWithoutRoom("film", EDQUOT), "");
   EXPECT_EQ(recordedPath(disk_.homeTrash() + "/files/film"), disk_.at("film"));
@@ -343,7 +343,7 @@ TEST_F(Reserve, reserve_is_used_when_the_user_has_reached_his_quota) {
   EXPECT_TRUE(isThere(disk_.at("second")));
 }
 
-TEST_F(Reserve, reserve_skips_names_that_are_taken) {
+TEST_F(Reserve, the_reserve_skips_names_that_are_taken) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   disk_.put(disk_.homeTrash() + "/info/film.trashinfo", "of another");
   EXPECT_EQ(moveWithoutRoom("film"), "");
@@ -351,7 +351,7 @@ TEST_F(Reserve, reserve_skips_names_that_are_taken) {
   EXPECT_EQ(recordedPath(disk_.homeTrash() + "/files/film.2"), disk_.at("film"));
 }
 
-TEST_F(Reserve, reserve_never_writes_to_files_of_others) {
+TEST_F(Reserve, the_reserve_never_writes_to_files_of_others) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string content(InfoReserve::length, 'k');
   disk_.put(disk_.at("kept"), content);
@@ -368,7 +368,7 @@ TEST_F(Reserve, reserve_never_writes_to_files_of_others) {
   EXPECT_FALSE(isThere(disk_.homeTrash() + "/info/film.trashinfo"));
 }
 
-TEST_F(Reserve, reserve_is_never_a_link) {
+TEST_F(Reserve, the_reserve_is_never_a_link) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   const std::string elsewhere = disk_.at("elsewhere");
   fs::rename(disk_.homeTrash() + "/" + InfoReserve::folderName, elsewhere);
@@ -381,7 +381,7 @@ TEST_F(Reserve, reserve_is_never_a_link) {
   EXPECT_EQ(entriesOf(elsewhere), before);
 }
 
-TEST_F(Reserve, reserve_is_never_the_folder_of_another_user) {
+TEST_F(Reserve, the_reserve_is_never_the_folder_of_another_user) {
   if (!obstacle_.empty()) GTEST_SKIP() << obstacle_;
   if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root gives folders away");
   ASSERT_EQ(chown(reserve().c_str(), 1, 1), 0);

@@ -51,7 +51,7 @@ class HomeTrash : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(HomeTrash, home_trash_is_created_for_the_user_alone) {
+TEST_F(HomeTrash, the_home_trash_is_created_for_the_user_alone) {
   const mode_t before = umask(0);
   disk_.put(disk_.at("film"), "x");
   const std::string place = trash(disk_.at("film"));
@@ -63,7 +63,7 @@ TEST_F(HomeTrash, home_trash_is_created_for_the_user_alone) {
   EXPECT_EQ(permissionsOf(infoPathOf(place)), 0600U);
 }
 
-TEST_F(HomeTrash, record_has_the_path_of_the_item_and_the_time_of_the_move) {
+TEST_F(HomeTrash, a_record_has_the_path_of_the_item_and_the_time_of_the_move) {
   disk_.put(disk_.at("a b%/film\xff\n"), "x");
   const std::time_t before = std::time(nullptr);
   const std::string place = trash(disk_.at("a b%/film\xff\n"));
@@ -82,7 +82,7 @@ TEST_F(HomeTrash, record_has_the_path_of_the_item_and_the_time_of_the_move) {
   EXPECT_LE(deleted, after);
 }
 
-TEST_F(HomeTrash, home_trash_is_empty_after_everything_was_put_back) {
+TEST_F(HomeTrash, the_home_trash_is_empty_after_everything_was_put_back) {
   for (const char* name : {"a", "b", "folder/x"}) disk_.put(disk_.at(name), name);
   for (const char* name : {"a", "b", "folder"}) {
     const ItemInTrash item = trashItem(disk_.at(name));
@@ -179,7 +179,7 @@ TEST_F(HomeTrash, the_trash_and_folders_above_and_in_it_do_not_move) {
   EXPECT_THAT(disk_.infos(), ElementsAre("film.trashinfo"));
 }
 
-TEST_F(HomeTrash, home_trash_may_be_a_link_of_the_user) {
+TEST_F(HomeTrash, the_home_trash_may_be_a_link_of_the_user) {
   disk_.put(disk_.at("film"), "x");
   fs::create_directories(disk_.tree.at("home/data"));
   fs::create_directory(disk_.tree.at("elsewhere"));

@@ -47,7 +47,7 @@ class LinkOnTheWay : public testing::Test {
   std::unique_ptr<TrashOnDisk> disk_ = freshDisk();
 };
 
-TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed) {
+TEST_F(LinkOnTheWay, a_link_of_another_user_is_not_followed) {
   exchangeFolderForLink();
   const Result<ItemInTrash> moved = trash();
   ASSERT_FALSE(moved);
@@ -56,7 +56,7 @@ TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed) {
   EXPECT_THAT(disk_->infos(), IsEmpty());
 }
 
-TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_anywhere_in_the_path) {
+TEST_F(LinkOnTheWay, a_link_of_another_user_is_not_followed_anywhere_in_the_path) {
   disk_->put(disk_->at("ssh/project/deeper/film"), "mine");
   fs::rename(disk_->at("shared"), disk_->at("before"));
   fs::create_directory_symlink("ssh", disk_->at("shared"));
@@ -70,7 +70,7 @@ TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_anywhere_in_the_path) 
 }
 
 // Like systems before Linux 5.6 and some sandboxes.
-TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_without_openat2) {
+TEST_F(LinkOnTheWay, a_link_of_another_user_is_not_followed_without_openat2) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -96,7 +96,7 @@ TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_without_openat2) {
   }
 }
 
-TEST_F(LinkOnTheWay, link_of_another_user_is_not_followed_whenever_it_appears) {
+TEST_F(LinkOnTheWay, a_link_of_another_user_is_not_followed_whenever_it_appears) {
   if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
     GTEST_SKIP() << obstacle;
   }
@@ -193,7 +193,7 @@ class LinkOfTheUser : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(LinkOfTheUser, link_of_the_user_is_followed_when_the_item_is_listed) {
+TEST_F(LinkOfTheUser, a_link_of_the_user_is_followed_when_the_item_is_listed) {
   const Trash::Location pip = Trash::locate(disk_.at("cache/pip"));
   EXPECT_EQ(pip.original, disk_.at("cache/pip"));
   EXPECT_EQ(pip.place, disk_.at("elsewhere/pip"));
@@ -208,7 +208,7 @@ TEST_F(LinkOfTheUser, link_of_the_user_is_followed_when_the_item_is_listed) {
   EXPECT_EQ(contentOf(disk_.at("cache/pip/wheel")), "wheel");
 }
 
-TEST_F(LinkOfTheUser, link_of_the_user_that_changes_affects_neither_the_item_nor_its_return) {
+TEST_F(LinkOfTheUser, a_link_of_the_user_that_changes_affects_neither_the_item_nor_its_return) {
   const Trash::Location pip = Trash::locate(disk_.at("cache/pip"));
   turnTo("other");
   const Result<TrashedItem> item = Trash::moveRecording(pip, disk_.mover());
@@ -220,7 +220,7 @@ TEST_F(LinkOfTheUser, link_of_the_user_that_changes_affects_neither_the_item_nor
   EXPECT_EQ(contentOf(disk_.at("other/pip/wheel")), "another");
 }
 
-TEST_F(LinkOfTheUser, link_of_the_user_that_replaces_a_folder_after_the_listing_is_not_followed) {
+TEST_F(LinkOfTheUser, a_link_of_the_user_that_replaces_a_folder_after_the_listing_is_not_followed) {
   const Trash::Location wheel = Trash::locate(disk_.at("cache/pip/wheel"));
   fs::rename(disk_.at("elsewhere"), disk_.at("before"));
   fs::create_directory_symlink("other", disk_.at("elsewhere"));
@@ -230,7 +230,7 @@ TEST_F(LinkOfTheUser, link_of_the_user_that_replaces_a_folder_after_the_listing_
   EXPECT_EQ(contentOf(disk_.at("other/pip/wheel")), "another");
 }
 
-TEST_F(LinkOfTheUser, link_of_the_user_moves_itself_if_it_is_the_item) {
+TEST_F(LinkOfTheUser, a_link_of_the_user_moves_itself_if_it_is_the_item) {
   const Trash::Location cache = Trash::locate(disk_.at("cache//"));
   EXPECT_EQ(cache.place, disk_.at("cache"));
   const Result<TrashedItem> item = Trash::moveRecording(cache, disk_.mover());

@@ -79,7 +79,7 @@ class VolumeTrash : public testing::Test {
   TrashOnDisk disk_;
 };
 
-TEST_F(VolumeTrash, volume_trash_is_a_folder_at_the_top_with_relative_paths) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_a_folder_at_the_top_with_relative_paths) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("deep/er/film"), "x");
     disk_.put(on("film"), "x");
@@ -105,7 +105,7 @@ TEST_F(VolumeTrash, items_come_back_into_folders_that_were_deleted) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_in_a_shared_folder_that_is_sticky) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_in_a_shared_folder_that_is_sticky) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -117,7 +117,8 @@ TEST_F(VolumeTrash, volume_trash_is_in_a_shared_folder_that_is_sticky) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_not_in_a_shared_folder_that_anyone_could_have_changed) {
+TEST_F(VolumeTrash,
+       the_trash_of_a_volume_is_not_in_a_shared_folder_that_anyone_could_have_changed) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -135,7 +136,7 @@ TEST_F(VolumeTrash, volume_trash_is_not_in_a_shared_folder_that_anyone_could_hav
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_not_another_users_folder_in_the_shared_one) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_not_another_users_folder_in_the_shared_one) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(on(".Trash"));
@@ -153,7 +154,7 @@ TEST_F(VolumeTrash, volume_trash_is_not_another_users_folder_in_the_shared_one) 
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_never_a_link_or_a_file) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_never_a_link_or_a_file) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directories(on("elsewhere/files"));
@@ -171,7 +172,7 @@ TEST_F(VolumeTrash, volume_trash_is_never_a_link_or_a_file) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_never_another_users_folder) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_never_another_users_folder) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     fs::create_directory(ownTrash());
@@ -182,7 +183,7 @@ TEST_F(VolumeTrash, volume_trash_is_never_another_users_folder) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_and_its_contents_do_not_move) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_and_its_contents_do_not_move) {
   expectOnTmpfs([&]() -> std::string {
     disk_.put(on("film"), "x");
     disk_.put(on(".Trash/0/files/film"), "x");
@@ -340,7 +341,7 @@ TEST_F(VolumeTrash, items_do_not_move_if_others_own_the_top_of_the_volume) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_works_on_a_disk_as_on_tmpfs) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_works_on_a_disk_as_on_tmpfs) {
   disk_.tree.plant("disk sparse=16M\n");
   expectInNamespace([&]() -> std::string {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
@@ -384,7 +385,7 @@ TEST_F(VolumeTrash, nothing_is_copied_if_a_mount_refuses_to_rename) {
   });
 }
 
-TEST_F(VolumeTrash, volume_trash_is_at_the_top_of_the_mount_also_in_a_subvolume) {
+TEST_F(VolumeTrash, the_trash_of_a_volume_is_at_the_top_of_the_mount_also_in_a_subvolume) {
   disk_.tree.plant("disk sparse=256M\n");
   expectInNamespace([&]() -> std::string {
     const std::string image = "'" + disk_.tree.at("disk") + "'";
