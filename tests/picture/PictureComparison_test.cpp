@@ -76,7 +76,7 @@ class PictureComparisonTest : public testing::Test {
   }
 };
 
-TEST_F(PictureComparisonTest, comparison_accepts_the_same_screen_drawn_again) {
+TEST_F(PictureComparisonTest, the_comparison_accepts_the_same_screen_drawn_again) {
   const QImage again = PictureWindow(PictureWindow::Screen::map).picture();
   const PictureDifference difference = PictureComparison::differenceOf(map(), again);
   EXPECT_EQ(difference.largest, 0);
@@ -84,7 +84,7 @@ TEST_F(PictureComparisonTest, comparison_accepts_the_same_screen_drawn_again) {
   EXPECT_FALSE(isRefused(again));
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_mosaic) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_mosaic) {
   for (const int side : {2, 4, 16}) {
     QImage mosaic = map();
     for (int y = 0; y < mosaic.height(); y += side) {
@@ -97,12 +97,12 @@ TEST_F(PictureComparisonTest, comparison_refuses_a_mosaic) {
   }
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_picture_that_is_brighter_everywhere) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_picture_that_is_brighter_everywhere) {
   EXPECT_TRUE(isRefused(brightened(14)));
   EXPECT_TRUE(isRefused(brightened(PictureComparison::mostInAChannel + 1)));
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_blur) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_blur) {
   for (const int reach : {1, 2}) {
     QImage blurred = map();
     for (int y = 0; y < blurred.height(); ++y) {
@@ -115,7 +115,7 @@ TEST_F(PictureComparisonTest, comparison_refuses_a_blur) {
   }
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_square_that_is_upside_down) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_square_that_is_upside_down) {
   const QRect label = place("searchField");
   for (const int side : {8, 16}) {
     QImage turned = map();
@@ -125,7 +125,7 @@ TEST_F(PictureComparisonTest, comparison_refuses_a_square_that_is_upside_down) {
   }
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_line_of_text_that_is_a_pixel_off) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_line_of_text_that_is_a_pixel_off) {
   const QRect line = place("stats");
   ASSERT_FALSE(line.isEmpty());
   for (const QPoint by : {QPoint(1, 0), QPoint(0, 1), QPoint(-1, 0)}) {
@@ -135,7 +135,7 @@ TEST_F(PictureComparisonTest, comparison_refuses_a_line_of_text_that_is_a_pixel_
   }
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_missing_icon) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_missing_icon) {
   const QRect button = place("openAssistant");
   ASSERT_FALSE(button.isEmpty());
   QImage without = map();
@@ -144,18 +144,18 @@ TEST_F(PictureComparisonTest, comparison_refuses_a_missing_icon) {
   EXPECT_TRUE(isRefused(without));
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_a_dot_of_another_color) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_a_dot_of_another_color) {
   QImage changed = map();
   fill(changed, QRect(700, 400, 3, 3), black);
   EXPECT_TRUE(isRefused(changed));
 }
 
-TEST_F(PictureComparisonTest, comparison_refuses_another_size) {
+TEST_F(PictureComparisonTest, the_comparison_refuses_another_size) {
   EXPECT_TRUE(isRefused(map().copy(0, 0, map().width(), map().height() - 1)));
   EXPECT_TRUE(isRefused(QImage()));
 }
 
-TEST_F(PictureComparisonTest, comparison_accepts_rounding_and_a_few_pixels) {
+TEST_F(PictureComparisonTest, the_comparison_accepts_rounding_and_a_few_pixels) {
   QImage rounded = brightened(PictureComparison::mostInAChannel);
   EXPECT_FALSE(isRefused(rounded));
   for (int i = 0; i < PictureComparison::mostPixels; ++i) rounded.setPixel(40 * i, 300, black);
@@ -164,7 +164,7 @@ TEST_F(PictureComparisonTest, comparison_accepts_rounding_and_a_few_pixels) {
   EXPECT_TRUE(isRefused(rounded));
 }
 
-TEST_F(PictureComparisonTest, comparison_skips_areas_of_known_differences) {
+TEST_F(PictureComparisonTest, the_comparison_skips_areas_of_known_differences) {
   QImage seen = map();
   const QRect area(300, 300, 20, 20);
   fill(seen, area, black);
@@ -174,7 +174,7 @@ TEST_F(PictureComparisonTest, comparison_skips_areas_of_known_differences) {
       PictureComparison::differenceOf(map(), seen, {area.adjusted(0, 0, -1, 0)})));
 }
 
-TEST_F(PictureComparisonTest, comparison_tells_where_the_pictures_differ) {
+TEST_F(PictureComparisonTest, the_comparison_tells_where_the_pictures_differ) {
   QImage kept(200, 100, QImage::Format_RGB32);
   kept.fill(qRgb(10, 10, 10));
   QImage seen = kept;

@@ -35,7 +35,7 @@ std::string leaveForALook(const QString& name, const QImage& kept, const QImage&
 
 class Pictures : public testing::TestWithParam<QString> {};
 
-TEST_P(Pictures, screen_looks_like_its_kept_picture) {
+TEST_P(Pictures, a_screen_looks_like_its_kept_picture) {
   const QString name = GetParam();
   const KeptPictures kept = KeptPictures::ofTheProject();
   const std::string renderer = KeptPictures::rendererOfThisMachine();
@@ -50,7 +50,7 @@ TEST_P(Pictures, screen_looks_like_its_kept_picture) {
 }
 
 // The subject of each screen; a picture without it could be kept by mistake.
-TEST_P(Pictures, screen_shows_the_subject_of_its_name) {
+TEST_P(Pictures, a_screen_shows_the_subject_of_its_name) {
   static const std::map<QString, QString> subjects = {{"idle", "idleScreen"},
                                                       {"scanning", "scanningScreen"},
                                                       {"failed", "failedScreen"},
@@ -115,7 +115,7 @@ TEST(PictureScreens, screens_have_the_state_and_size_of_their_names) {
   EXPECT_EQ(drawnScreen("two-pixels", TESSALY_PICTURE_TOOL).size(), QSize(2200, 1360));
 }
 
-TEST(PinnedLook, pinned_look_offers_only_the_fonts_of_two_packages) {
+TEST(PinnedLook, the_pinned_look_offers_only_the_fonts_of_two_packages) {
   QStringList families = QFontDatabase::families();
   // Other names of the same fonts.
   for (const char* general : {"Sans Serif", "Serif", "Monospace"}) families.removeAll(general);

@@ -23,11 +23,11 @@ class LoginItemContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(LoginItemContract);
 
-TYPED_TEST_P(LoginItemContract, login_item_is_off_at_first) {
+TYPED_TEST_P(LoginItemContract, the_login_item_is_off_at_first) {
   EXPECT_FALSE(this->item().isEnabled());
 }
 
-TYPED_TEST_P(LoginItemContract, login_item_is_on_and_off_as_set) {
+TYPED_TEST_P(LoginItemContract, the_login_item_is_on_and_off_as_set) {
   EXPECT_TRUE(this->item().setEnabled(true));
   EXPECT_TRUE(this->item().isEnabled());
   EXPECT_TRUE(this->item().setEnabled(false));
@@ -50,7 +50,7 @@ TYPED_TEST_P(LoginItemContract, a_refused_change_fails_and_keeps_the_state) {
   EXPECT_TRUE(this->item().setEnabled(false));
 }
 
-TYPED_TEST_P(LoginItemContract, login_item_stays_on_if_it_may_not_be_removed) {
+TYPED_TEST_P(LoginItemContract, the_login_item_stays_on_if_it_may_not_be_removed) {
   ASSERT_TRUE(this->item().setEnabled(true));
   this->harness_.refuse();
   EXPECT_FALSE(this->item().setEnabled(false));
@@ -58,9 +58,9 @@ TYPED_TEST_P(LoginItemContract, login_item_stays_on_if_it_may_not_be_removed) {
   EXPECT_TRUE(this->item().setEnabled(true));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(LoginItemContract, login_item_is_off_at_first,
-                            login_item_is_on_and_off_as_set, setting_the_present_state_succeeds,
+REGISTER_TYPED_TEST_SUITE_P(LoginItemContract, the_login_item_is_off_at_first,
+                            the_login_item_is_on_and_off_as_set, setting_the_present_state_succeeds,
                             a_refused_change_fails_and_keeps_the_state,
-                            login_item_stays_on_if_it_may_not_be_removed);
+                            the_login_item_stays_on_if_it_may_not_be_removed);
 
 }  // namespace tessaly

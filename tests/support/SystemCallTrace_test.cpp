@@ -39,7 +39,7 @@ bool isThere(const TempTree& tree, const char* name) {
   return access(tree.at(name).c_str(), F_OK) == 0;
 }
 
-TEST_F(SystemCallTraceTest, trace_reports_the_result_of_the_body_and_its_calls) {
+TEST_F(SystemCallTraceTest, the_trace_reports_the_result_of_the_body_and_its_calls) {
   const TempTree tree;
   const TracedRun run = SystemCallTrace::of(makeTwo(tree));
   EXPECT_EQ(run.end, End::finished);

@@ -47,7 +47,7 @@ class TrashCanContract : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(TrashCanContract);
 
-TYPED_TEST_P(TrashCanContract, trash_is_empty_before_anything_is_moved_to_it) {
+TYPED_TEST_P(TrashCanContract, the_trash_is_empty_before_anything_is_moved_to_it) {
   EXPECT_EQ(this->count(), 0);
   EXPECT_EQ(this->empty(), 0);
   EXPECT_EQ(this->count(), 0);
@@ -89,7 +89,7 @@ TYPED_TEST_P(TrashCanContract, emptying_does_not_touch_items_outside_of_the_tras
   EXPECT_EQ(this->harness_.contentOf(this->harness_.at("kept/film")), "kept");
 }
 
-TYPED_TEST_P(TrashCanContract, trash_can_be_filled_and_emptied_again) {
+TYPED_TEST_P(TrashCanContract, the_trash_can_be_filled_and_emptied_again) {
   for (int round = 0; round < 3; ++round) {
     std::vector<std::string> places;
     for (int number = 0; number < 5; ++number) places.push_back(this->trash("film.mkv"));
@@ -113,12 +113,12 @@ TYPED_TEST_P(TrashCanContract, emptying_deletes_items_with_any_name) {
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(TrashCanContract, trash_is_empty_before_anything_is_moved_to_it,
+REGISTER_TYPED_TEST_SUITE_P(TrashCanContract, the_trash_is_empty_before_anything_is_moved_to_it,
                             emptying_counts_items_and_deletes_them,
                             emptied_items_cannot_be_put_back,
                             emptying_does_not_touch_items_that_were_put_back,
                             emptying_does_not_touch_items_outside_of_the_trash,
-                            trash_can_be_filled_and_emptied_again,
+                            the_trash_can_be_filled_and_emptied_again,
                             emptying_deletes_items_with_any_name);
 
 }  // namespace tessaly
