@@ -31,7 +31,7 @@ class MapLook : public Journey {
   QRectF rectOf(const QString& name) { return rectOf(item(name)); }
 };
 
-TEST_F(MapLook, look_of_the_idle_screen) {
+TEST_F(MapLook, the_idle_screen_looks_as_designed) {
   QQuickItem* const screen = item("idleScreen");
   expectLook(screen,
              {{"emblem", "width", 88},
@@ -61,7 +61,7 @@ TEST_F(MapLook, look_of_the_idle_screen) {
   EXPECT_GT(rectOf("idleChooseFolder").left(), rectOf("idleScanHome").right());
 }
 
-TEST_F(MapLook, look_of_the_scanning_screen) {
+TEST_F(MapLook, the_scanning_screen_looks_as_designed) {
   session().scanHome();
   QQuickItem* const screen = item("scanningScreen");
   expectLook(screen, {{"ring", "width", 68},
@@ -77,7 +77,7 @@ TEST_F(MapLook, look_of_the_scanning_screen) {
                       {"cancel", "width", 120}});
 }
 
-TEST_F(MapLook, look_of_the_banner_over_a_later_scan) {
+TEST_F(MapLook, the_banner_over_a_later_scan_looks_as_designed) {
   scan();
   session().rescan();
   QQuickItem* const banner = item("banner");
@@ -94,7 +94,7 @@ TEST_F(MapLook, look_of_the_banner_over_a_later_scan) {
   EXPECT_EQ(rectOf(banner).top(), rectOf("modeBar").bottom() + 8);
 }
 
-TEST_F(MapLook, look_of_a_failed_scan) {
+TEST_F(MapLook, a_failed_scan_looks_as_designed) {
   session().scan(tree_.at("gone"));
   finishScan();
   expectLook(item("failedScreen"), {{"warning", "name", "exclamationmark.triangle.fill"},
@@ -111,7 +111,7 @@ TEST_F(MapLook, look_of_a_failed_scan) {
                                     {"tryAgain", "width", 140}});
 }
 
-TEST_F(MapLook, look_of_the_header) {
+TEST_F(MapLook, the_header_looks_as_designed) {
   scan();
   session().open(session().navigation().current()->children()[0]);
   QQuickItem* const header = item("header");
@@ -135,7 +135,7 @@ TEST_F(MapLook, look_of_the_header) {
   EXPECT_GT(rectOf("breakdown").top(), rectOf(itemNamed(header, "name")).bottom());
 }
 
-TEST_F(MapLook, look_of_a_header_with_the_longest_name_in_the_smallest_window) {
+TEST_F(MapLook, a_header_with_the_longest_name_looks_as_designed_in_the_smallest_window) {
   tree_.plant(std::string(200, 'n') + "/\n  film.mp4 20M\n");
   scan();
   session().open(session().navigation().current()->children()[0]);
@@ -152,7 +152,7 @@ TEST_F(MapLook, look_of_a_header_with_the_longest_name_in_the_smallest_window) {
   EXPECT_GT(itemNamed(header, "name")->width(), 100);
 }
 
-TEST_F(MapLook, look_of_the_bar_of_kinds) {
+TEST_F(MapLook, the_bar_of_kinds_looks_as_designed) {
   scan();
   QQuickItem* const bar = item("breakdown");
   EXPECT_EQ(bar->property("spacing").toDouble(), 6);

@@ -41,7 +41,7 @@ TEST_F(WindowLook, the_window_has_its_size_and_its_smallest_size) {
                                       {"ground", "height", 820}});
 }
 
-TEST_F(WindowLook, look_of_the_title_bar) {
+TEST_F(WindowLook, the_title_bar_looks_as_designed) {
   drillIn();
   QQuickItem* const bar = item("titleBar");
   ASSERT_NE(bar, nullptr);
@@ -92,7 +92,7 @@ TEST_F(WindowLook, look_of_the_title_bar) {
                   });
 }
 
-TEST_F(WindowLook, look_of_the_pane_switch) {
+TEST_F(WindowLook, the_pane_switch_looks_as_designed) {
   session().shown().setPane(MainPane::apps);
   QQuickItem* const bar = item("titleBar");
   expectLook(bar, {
@@ -125,7 +125,7 @@ TEST_F(WindowLook, look_of_the_pane_switch) {
                   });
 }
 
-TEST_F(WindowLook, look_of_the_breadcrumbs) {
+TEST_F(WindowLook, the_breadcrumbs_look_as_designed) {
   drillIn();
   QQuickItem* const bar = item("breadcrumbs");
   expectLook(bar, {{"", "height", 36},
@@ -163,7 +163,7 @@ TEST_F(WindowLook, look_of_the_breadcrumbs) {
   EXPECT_LE(chevron.right(), rectOf(chips[1]).left());
 }
 
-TEST_F(WindowLook, look_of_the_column_of_bars_and_the_row_below_them) {
+TEST_F(WindowLook, the_column_of_bars_and_the_row_below_them_look_as_designed) {
   drillIn();
   const QRectF title = rectOf(item("titleBar"));
   const QRectF crumbs = rectOf(item("breadcrumbs"));
@@ -181,7 +181,7 @@ TEST_F(WindowLook, look_of_the_column_of_bars_and_the_row_below_them) {
   EXPECT_EQ(rectOf(item("sidebar")).top(), title.bottom());
 }
 
-TEST_F(WindowLook, look_of_the_buttons_for_panes_and_search) {
+TEST_F(WindowLook, the_buttons_for_panes_and_search_look_as_designed) {
   const QRectF area = rectOf(item("mainArea"));
   EXPECT_EQ(rectOf(item("diskMap")), area);
   session().shown().setSearchOpen(true);
@@ -209,7 +209,7 @@ TEST_F(WindowLook, layers_are_in_order) {
   }
 }
 
-TEST_F(WindowLook, look_of_the_toast) {
+TEST_F(WindowLook, the_toast_looks_as_designed) {
   session().messages().flash("Hello");
   QQuickItem* const panel = item("toastPanel");
   expectLook(panel, {{"", "radius", 8},

@@ -81,7 +81,7 @@ class MarrowMenu : public testing::Test {
       "    onTriggered: holder.log += 'remove;' } } }"};
 };
 
-TEST_F(MarrowMenu, look_of_a_menu) {
+TEST_F(MarrowMenu, a_menu_looks_as_designed) {
   open();
   press(Qt::Key_Down);
   settle();

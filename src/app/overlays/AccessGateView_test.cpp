@@ -85,7 +85,7 @@ TEST_P(AccessGateView, the_parts_of_the_gate_are_in_this_order_from_top_to_botto
   }
 }
 
-TEST_P(AccessGateView, look_of_the_gate) {
+TEST_P(AccessGateView, the_gate_looks_as_designed) {
   open();
   expectProperties(*scene_, {{"backdrop", "color", "#121318 at 1.00"},
                              {"emblem", "size", 44},

@@ -130,7 +130,7 @@ TEST_F(ModeBar, aliases_and_cloud_have_no_button) {
   }
 }
 
-TEST_F(ModeBar, look_of_the_row) {
+TEST_F(ModeBar, the_row_looks_as_designed) {
   show();
   expectLook(bar(), {{"", "color", "#181a22 at 1.00"},
                      {"modeRule", "width", 1},

@@ -13,7 +13,7 @@ namespace {
 
 using QueueLook = QueueScene;
 
-TEST_F(QueueLook, look_of_the_open_panel) {
+TEST_F(QueueLook, the_open_panel_looks_as_designed) {
   show();
   queueThree();
   EXPECT_EQ(rectOf(panel()), QRectF(200, 100, 420, 360));
@@ -36,7 +36,7 @@ TEST_F(QueueLook, look_of_the_open_panel) {
   EXPECT_EQ(rectOf(item("queueFooter")).bottom(), 460);
 }
 
-TEST_F(QueueLook, look_of_the_collapsed_panel) {
+TEST_F(QueueLook, the_collapsed_panel_looks_as_designed) {
   show();
   queueThree();
   session().cleanupQueue().setQueueMinimized(true);
@@ -50,7 +50,7 @@ TEST_F(QueueLook, look_of_the_collapsed_panel) {
     EXPECT_FALSE(shows(name)) << name;
 }
 
-TEST_F(QueueLook, look_of_the_header) {
+TEST_F(QueueLook, the_header_looks_as_designed) {
   show();
   queueThree();
   expectLook(item("queueHeader"), {{"trashSymbol", "name", "trash"},
@@ -77,7 +77,7 @@ TEST_F(QueueLook, look_of_the_header) {
   EXPECT_EQ(header.right() - right, 14);
 }
 
-TEST_F(QueueLook, look_of_the_rows) {
+TEST_F(QueueLook, the_rows_look_as_designed) {
   show();
   queueThree();
   EXPECT_EQ(names(), (QStringList{"film.mp4", QStringLiteral("caf\uFFFD\uFFFD.mp3"), "note"}));
@@ -104,7 +104,7 @@ TEST_F(QueueLook, look_of_the_rows) {
   }
 }
 
-TEST_F(QueueLook, look_of_a_long_name_elided_in_the_middle) {
+TEST_F(QueueLook, a_long_name_is_elided_in_the_middle) {
   show();
   queue({file("/data/" + std::string(120, 'a') + std::string(120, 'z') + ".mp4", 1)});
   QQuickItem* const name = itemNamed(rows()[0], "name");
@@ -113,7 +113,7 @@ TEST_F(QueueLook, look_of_a_long_name_elided_in_the_middle) {
   EXPECT_LE(rectOf(name).right(), rectOf(removeButton(0)).left());
 }
 
-TEST_F(QueueLook, look_of_the_footer) {
+TEST_F(QueueLook, the_footer_looks_as_designed) {
   show();
   queueThree();
   expectLook(item("queueFooter"),
@@ -137,7 +137,7 @@ TEST_F(QueueLook, look_of_the_footer) {
   EXPECT_EQ(right, 608);
 }
 
-TEST_F(QueueLook, look_of_the_button_with_many_items) {
+TEST_F(QueueLook, the_button_with_many_items_looks_as_designed) {
   show();
   std::vector<DiskNode> nodes;
   for (int i = 0; i < 5000; ++i)

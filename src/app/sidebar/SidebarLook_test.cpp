@@ -22,7 +22,7 @@ class SidebarLook : public SidebarScene {
   }
 };
 
-TEST_F(SidebarLook, look_of_the_column) {
+TEST_F(SidebarLook, the_column_looks_as_designed) {
   showAll();
   expectProperties(*this, {{"sidebar", "implicitWidth", 260},
                            {"sidebar", "color", "#181a22 at 1.00"},
@@ -48,7 +48,7 @@ TEST_F(SidebarLook, look_of_the_column) {
   EXPECT_EQ(rectOf(find("bottomScanFooter")).bottom(), 1400);
 }
 
-TEST_F(SidebarLook, look_of_the_headers) {
+TEST_F(SidebarLook, the_headers_look_as_designed) {
   showAll();
   const struct {
     const char* where;
@@ -75,7 +75,7 @@ TEST_F(SidebarLook, look_of_the_headers) {
   }
 }
 
-TEST_F(SidebarLook, look_of_the_drive_card) {
+TEST_F(SidebarLook, the_drive_card_looks_as_designed) {
   showAll();
   expectProperties(*this, {{"emblem", "width", 28},
                            {"emblem", "height", 28},
@@ -104,7 +104,7 @@ TEST_F(SidebarLook, look_of_the_drive_card) {
   EXPECT_LE(rectOf(find("volumeName")).right(), rectOf(find("volumeMenu")).left());
 }
 
-TEST_F(SidebarLook, look_of_an_entry_at_rest) {
+TEST_F(SidebarLook, an_entry_at_rest_looks_as_designed) {
   showAll();
   const QRectF item = rectOf(find("scanHome"));
   const QRectF symbol = rectOf(find("scanHome/symbol"));
@@ -124,7 +124,7 @@ TEST_F(SidebarLook, look_of_an_entry_at_rest) {
                            {"scanHome/background", "radius", 6}});
 }
 
-TEST_F(SidebarLook, look_of_an_active_entry_with_a_badge) {
+TEST_F(SidebarLook, an_active_entry_with_a_badge_looks_as_designed) {
   showAll();
   expectProperties(*this, {{"diskTreemap/symbol", "color", "#007aff at 1.00"},
                            {"diskTreemap/label", "color", "#ffffff at 1.00"},
@@ -155,7 +155,7 @@ TEST_F(SidebarLook, look_of_an_active_entry_with_a_badge) {
                            {"appLeftovers/background", "color", "#007aff at 0.14"}});
 }
 
-TEST_F(SidebarLook, look_of_the_entries) {
+TEST_F(SidebarLook, the_entries_look_as_designed) {
   showAll();
   const struct {
     const char* name;
@@ -182,7 +182,7 @@ TEST_F(SidebarLook, look_of_the_entries) {
   EXPECT_TRUE(all("badge", find("appLeftovers")).empty());
 }
 
-TEST_F(SidebarLook, look_of_a_pinned_or_recent_folder) {
+TEST_F(SidebarLook, a_pinned_or_recent_folder_looks_as_designed) {
   showAll();
   const QStringList pins = labels("pinned");
   EXPECT_EQ(pins, (QStringList{"Projects", "media"}));
@@ -218,7 +218,7 @@ TEST_F(SidebarLook, look_of_a_pinned_or_recent_folder) {
   }
 }
 
-TEST_F(SidebarLook, look_of_the_excluded_folders) {
+TEST_F(SidebarLook, the_excluded_folders_look_as_designed) {
   showAll();
   expectProperties(*this, {{"excludedTitle", "text", "Excluded"},
                            {"excludedTitle", "font.pixelSize", 11},
@@ -244,7 +244,7 @@ TEST_F(SidebarLook, look_of_the_excluded_folders) {
   }
 }
 
-TEST_F(SidebarLook, look_of_the_section_without_excluded_folders) {
+TEST_F(SidebarLook, the_section_without_excluded_folders_looks_as_designed) {
   show();
   expectProperties(*this, {{"noExcludes", "text", "No folders excluded"},
                            {"noExcludes", "font.pixelSize", 11},
@@ -252,7 +252,7 @@ TEST_F(SidebarLook, look_of_the_section_without_excluded_folders) {
   EXPECT_FALSE(shows("excludeRow"));
 }
 
-TEST_F(SidebarLook, look_of_the_filters) {
+TEST_F(SidebarLook, the_filters_look_as_designed) {
   showAll();
   expectProperties(*this,
                    {{"devBloatSymbol", "name", "chevron.left.forwardslash.chevron.right"},
@@ -281,7 +281,7 @@ TEST_F(SidebarLook, look_of_the_filters) {
   EXPECT_EQ(labels("filters"), names);
 }
 
-TEST_F(SidebarLook, look_of_a_filter_in_each_of_its_four_states) {
+TEST_F(SidebarLook, a_filter_in_each_of_its_four_states_looks_as_designed) {
   showAll();
   const struct {
     const char* row;
@@ -312,7 +312,7 @@ TEST_F(SidebarLook, look_of_a_filter_in_each_of_its_four_states) {
   EXPECT_FALSE(read("build/highlight", "on").toBool());
 }
 
-TEST_F(SidebarLook, look_of_the_legend) {
+TEST_F(SidebarLook, the_legend_looks_as_designed) {
   showAll();
   expectProperties(
       *this,
@@ -335,7 +335,7 @@ TEST_F(SidebarLook, look_of_the_legend) {
   }
 }
 
-TEST_F(SidebarLook, look_of_the_footer_at_rest) {
+TEST_F(SidebarLook, the_footer_at_rest_looks_as_designed) {
   showAll();
   const QRectF footer = rectOf(find("bottomScanFooter"));
   const QRectF button = rectOf(find("rescanVolume"));
@@ -352,7 +352,7 @@ TEST_F(SidebarLook, look_of_the_footer_at_rest) {
   EXPECT_FALSE(shows("scanProgress"));
 }
 
-TEST_F(SidebarLook, look_of_the_footer_and_the_actions_during_a_scan) {
+TEST_F(SidebarLook, the_footer_and_the_actions_look_as_designed_during_a_scan) {
   showAll();
   const QRectF atRest = rectOf(find("bottomScanFooter"));
   walks_.at(walks_.ran()).during = [](const DiskScanner::Callbacks& callbacks) {
