@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 using Deltas = std::vector<ScanDelta>;
 using Paths = std::vector<std::string>;
 
-TEST_F(Watching, watch_is_off_at_first_and_after_a_restart) {
+TEST_F(Watching, the_watch_is_off_at_first_and_after_a_restart) {
   EXPECT_FALSE(session().watch().watching());
   EXPECT_EQ(session().watch().watchPath(), "");
   EXPECT_TRUE(session().watch().watchGrew().empty());
@@ -28,7 +28,7 @@ TEST_F(Watching, watch_is_off_at_first_and_after_a_restart) {
   EXPECT_EQ(session().watch().watchPath(), "");
 }
 
-TEST_F(Watching, watch_does_not_start_without_a_tree) {
+TEST_F(Watching, the_watch_does_not_start_without_a_tree) {
   TempTree nothing;
   ScanSession::Services services = machine_.services("/");
   services.supportDirectory = nothing.path();
@@ -43,7 +43,7 @@ TEST_F(Watching, watch_does_not_start_without_a_tree) {
   EXPECT_EQ(dispatch().waiting(Queue::utility), 0U);
 }
 
-TEST_F(Watching, watch_is_on_before_the_first_look) {
+TEST_F(Watching, the_watch_is_on_before_the_first_look) {
   QSignalSpy watching(&session().watch(), &LiveWatch::watchingChanged);
   QSignalSpy path(&session().watch(), &LiveWatch::watchPathChanged);
   session().startWatch();

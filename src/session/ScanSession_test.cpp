@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 using ScanSessionTest = SessionFixture;
 using Toast = SessionFixture;
 
-TEST_F(ScanSessionTest, session_begins_idle_on_an_empty_map) {
+TEST_F(ScanSessionTest, the_session_begins_idle_on_an_empty_map) {
   const ScanSession& s = session();
   EXPECT_EQ(s.shown().pane(), MainPane::map);
   EXPECT_EQ(s.run().status(), ScanStatus::idle);
@@ -63,7 +63,7 @@ TEST_F(ScanSessionTest, modes_are_numbered_in_the_order_of_their_buttons) {
   EXPECT_EQ(static_cast<int>(VizMode::safe), 10);
 }
 
-TEST_F(Toast, toast_is_shown_for_2800_milliseconds) {
+TEST_F(Toast, a_toast_is_shown_for_2800_milliseconds) {
   session().messages().flash("Hello");
   EXPECT_EQ(session().messages().toast(), "Hello");
   dispatch().advance(milliseconds(2799));
@@ -74,7 +74,7 @@ TEST_F(Toast, toast_is_shown_for_2800_milliseconds) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, toast_with_another_text_is_shown_for_its_full_time) {
+TEST_F(Toast, a_toast_with_another_text_is_shown_for_its_full_time) {
   session().messages().flash("first");
   dispatch().advance(milliseconds(1000));
   session().messages().flash("second");
@@ -89,7 +89,7 @@ TEST_F(Toast, toast_with_another_text_is_shown_for_its_full_time) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, toast_shown_twice_disappears_with_the_timer_of_the_first) {
+TEST_F(Toast, a_toast_shown_twice_disappears_with_the_timer_of_the_first) {
   session().messages().flash("same");
   dispatch().advance(milliseconds(1000));
   session().messages().flash("same");
@@ -98,7 +98,7 @@ TEST_F(Toast, toast_shown_twice_disappears_with_the_timer_of_the_first) {
   EXPECT_EQ(session().messages().toast(), std::nullopt);
 }
 
-TEST_F(Toast, toast_signals_when_it_appears_and_disappears) {
+TEST_F(Toast, a_toast_signals_when_it_appears_and_disappears) {
   QSignalSpy toast(&session().messages(), &Messages::toastChanged);
   session().messages().flash("first");
   EXPECT_EQ(toast.count(), 1);
@@ -109,7 +109,7 @@ TEST_F(Toast, toast_signals_when_it_appears_and_disappears) {
   EXPECT_EQ(toast.count(), 3);
 }
 
-TEST_F(Toast, toast_may_time_out_after_the_session_is_gone) {
+TEST_F(Toast, a_toast_may_time_out_after_the_session_is_gone) {
   session().messages().flash("Hello");
   endSession();
   dispatch().advance(milliseconds(2800));

@@ -38,13 +38,13 @@ std::vector<std::string> linesOf(const DiskUsage& disk, bool openAtLogin) {
   return extra.lines();
 }
 
-TEST(StatusMenu, menu_has_eleven_entries_in_order) {
+TEST(StatusMenu, the_menu_has_eleven_entries_in_order) {
   EXPECT_THAT(linesOf(usage(87.4, 3 * gigabyte), true),
               ElementsAre("Open Tessaly", "-", "Disk 87% used", "64.5 GB free", "3.0 GB purgeable",
                           "-", "Quick Search…", "Scan Home", "-", "Open at Login: On", "Quit"));
 }
 
-TEST(StatusMenu, menu_has_texts_that_cannot_be_pressed_and_buttons_that_can) {
+TEST(StatusMenu, the_menu_has_texts_that_cannot_be_pressed_and_buttons_that_can) {
   std::vector<Kind> kinds;
   for (const auto& entry : StatusMenu::entries(usage(87, 1), false, {}))
     kinds.push_back(entry.kind);
@@ -53,7 +53,7 @@ TEST(StatusMenu, menu_has_texts_that_cannot_be_pressed_and_buttons_that_can) {
                                  Kind::button, Kind::button));
 }
 
-TEST(StatusMenu, menu_has_no_line_for_purgeable_space_if_there_is_none) {
+TEST(StatusMenu, the_menu_has_no_line_for_purgeable_space_if_there_is_none) {
   EXPECT_THAT(linesOf(usage(87, 0), false), Not(Contains(HasSubstr("purgeable"))));
   EXPECT_THAT(linesOf(usage(87, -1), false), Not(Contains(HasSubstr("purgeable"))));
   EXPECT_EQ(linesOf(usage(87, 0), false).size(), 10u);
@@ -69,7 +69,7 @@ TEST(StatusMenu, the_percentage_is_rounded_alike_in_label_and_menu) {
   EXPECT_EQ(StatusMenu::label({}).symbol, "externaldrive.fill");
 }
 
-TEST(StatusMenu, menu_shows_whether_the_program_opens_at_login) {
+TEST(StatusMenu, the_menu_shows_whether_the_program_opens_at_login) {
   EXPECT_THAT(linesOf({}, false), Contains("Open at Login: Off"));
   EXPECT_THAT(linesOf({}, true), Contains("Open at Login: On"));
 }

@@ -56,7 +56,7 @@ class BandJourney : public Journey {
   QPoint end_;
 };
 
-TEST_F(BandJourney, band_selects_exactly_the_tiles_that_it_touches) {
+TEST_F(BandJourney, a_band_selects_exactly_the_tiles_that_it_touches) {
   drag(begin_, end_);
   release(end_);
   EXPECT_THAT(session().selection().selected(), areTheFilms());
@@ -65,7 +65,7 @@ TEST_F(BandJourney, band_selects_exactly_the_tiles_that_it_touches) {
   EXPECT_EQ(session().navigation().stack().size(), 1U);
 }
 
-TEST_F(BandJourney, band_with_shift_adds_to_the_selection_and_without_replaces_it) {
+TEST_F(BandJourney, a_band_with_shift_adds_to_the_selection_and_without_replaces_it) {
   clickHolding(Qt::ShiftModifier, tilePoint("backup.zip"));
   drag(begin_, end_);
   release(end_, Qt::ShiftModifier);
@@ -100,7 +100,7 @@ TEST_F(BandJourney, escape_cancels_the_band_and_closes_nothing_else) {
   EXPECT_FALSE(session().cleanupQueue().queueOpen());
 }
 
-TEST_F(BandJourney, band_hides_the_tooltip_until_the_pointer_enters_another_tile) {
+TEST_F(BandJourney, a_band_hides_the_tooltip_until_the_pointer_enters_another_tile) {
   hoverAt(tilePoint("Movies/beach.mp4"));
   EXPECT_TRUE(shows("mapTooltip"));
   drag(begin_, end_);
@@ -111,7 +111,7 @@ TEST_F(BandJourney, band_hides_the_tooltip_until_the_pointer_enters_another_tile
   EXPECT_TRUE(shows("mapTooltip"));
 }
 
-TEST_F(BandJourney, band_after_a_rescan_selects_the_new_tiles) {
+TEST_F(BandJourney, a_band_after_a_rescan_selects_the_new_tiles) {
   session().rescan();
   drag(begin_, end_);
   std::filesystem::remove(tree_.at("Movies/lake.mp4"));
@@ -124,7 +124,7 @@ TEST_F(BandJourney, band_after_a_rescan_selects_the_new_tiles) {
   EXPECT_FALSE(session().selection().selected().empty());
 }
 
-TEST_F(BandJourney, band_continues_when_a_folder_opens_meanwhile) {
+TEST_F(BandJourney, a_band_continues_when_a_folder_opens_meanwhile) {
   drag(begin_, end_);
   session().open(session().navigation().current()->children().front());
   settle(window());

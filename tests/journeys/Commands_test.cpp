@@ -169,7 +169,7 @@ class Menu : public CommandJourney {
   }
 };
 
-TEST_F(Menu, menu_lists_the_commands_between_the_groups_edit_and_program) {
+TEST_F(Menu, the_menu_lists_the_commands_between_the_groups_edit_and_program) {
   press(Qt::Key_F10);
   std::vector<std::string> titles;
   for (QQuickItem* row : item("menuColumn")->childItems()) {
@@ -185,7 +185,7 @@ TEST_F(Menu, menu_lists_the_commands_between_the_groups_edit_and_program) {
                                   "Move Focused to Trash", "-", "Settings…", "Close", "Quit"));
 }
 
-TEST_F(Menu, menu_fits_into_the_smallest_window) {
+TEST_F(Menu, the_menu_fits_into_the_smallest_window) {
   window().resize(1100, 680);
   press(Qt::Key_F10);
   QQuickItem* const place = item("menuPlace");
@@ -203,12 +203,12 @@ TEST_F(Menu, arrow_keys_move_in_the_menu_and_return_triggers) {
   EXPECT_THAT(session().selection().selected(), SizeIs(2));
 }
 
-TEST_F(Menu, menu_exports_json_which_has_no_keys) {
+TEST_F(Menu, the_menu_exports_json_which_has_no_keys) {
   choose("Export JSON…");
   EXPECT_THAT(machine_.savePanel.requests, SizeIs(1));
 }
 
-TEST_F(Menu, menu_opens_by_its_button_and_returns_the_keyboard_focus) {
+TEST_F(Menu, the_menu_opens_by_its_button_and_returns_the_keyboard_focus) {
   click("openMenu");
   EXPECT_TRUE(isMenuOpen());
   EXPECT_EQ(highlighted(), nullptr);
@@ -231,7 +231,7 @@ TEST_F(Menu, f10_opens_and_closes_the_menu) {
   EXPECT_EQ(window().activeFocusItem(), item("watch"));
 }
 
-TEST_F(Menu, menu_passes_the_keyboard_focus_to_the_question_it_raises) {
+TEST_F(Menu, the_menu_passes_the_keyboard_focus_to_the_question_it_raises) {
   machine_.trash.put(tree_.path());
   session().selection().setFocused(session().navigation().current());
   tabTo("watch");
@@ -247,7 +247,7 @@ TEST_F(Menu, menu_passes_the_keyboard_focus_to_the_question_it_raises) {
   EXPECT_TRUE(machine_.trash.has(tree_.path()));
 }
 
-TEST_F(Menu, menu_passes_the_keyboard_focus_to_the_card_it_opens) {
+TEST_F(Menu, the_menu_passes_the_keyboard_focus_to_the_card_it_opens) {
   tabTo("watch");
   press(Qt::Key_F10);
   goTo("Search Files…");
@@ -272,7 +272,7 @@ TEST_F(Menu, keys_of_commands_do_nothing_while_the_menu_is_open) {
   EXPECT_EQ(machine_.timesQuit, 0);
 }
 
-TEST_F(Menu, menu_edits_the_text_field_that_had_the_focus) {
+TEST_F(Menu, the_menu_edits_the_text_field_that_had_the_focus) {
   const auto text = field();
   press(Qt::Key_F10);
   EXPECT_FALSE(item("menuCut")->isEnabled());
@@ -298,13 +298,13 @@ TEST_F(Menu, a_text_field_keeps_its_own_keys) {
   EXPECT_THAT(session().selection().selected(), IsEmpty());
 }
 
-TEST_F(Menu, menu_has_no_edit_group_without_a_text_field) {
+TEST_F(Menu, the_menu_has_no_edit_group_without_a_text_field) {
   press(Qt::Key_F10);
   for (const char* row : {"menuCut", "menuCopy", "menuPaste", "menuSelectAll"})
     EXPECT_FALSE(item(row)->isEnabled()) << row;
 }
 
-TEST_F(Menu, menu_opens_the_settings_which_escape_and_the_button_close) {
+TEST_F(Menu, the_menu_opens_the_settings_which_escape_and_the_button_close) {
   press(Qt::Key_F10);
   click("menuSettings");
   EXPECT_TRUE(shows("settings"));
@@ -316,7 +316,7 @@ TEST_F(Menu, menu_opens_the_settings_which_escape_and_the_button_close) {
   EXPECT_FALSE(shows("settings"));
 }
 
-TEST_F(Menu, menu_closes_the_window) {
+TEST_F(Menu, the_menu_closes_the_window) {
   press(Qt::Key_W, command);
   EXPECT_FALSE(window().isVisible());
   window().show();
@@ -333,7 +333,7 @@ TEST_F(Menu, any_window_can_end_the_program) {
   EXPECT_EQ(machine_.timesQuit, 1);
 }
 
-TEST_F(Menu, menu_ends_the_program) {
+TEST_F(Menu, the_menu_ends_the_program) {
   press(Qt::Key_Q, command);
   EXPECT_EQ(machine_.timesQuit, 1);
   press(Qt::Key_F10);
