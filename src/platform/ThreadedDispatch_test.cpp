@@ -179,7 +179,7 @@ class FewThreads : public ::testing::Test {
 
 TEST_F(FewThreads, refused_threads_do_not_prevent_work_once_some_are_granted) {
   handOverWork();
-  // Requested once when each work is passed, and repeatedly afterwards.
+  // A thread is requested when each piece of work is added, and repeatedly afterwards.
   mainLoop_.runUntil([this] { return system_.refused() > 2 * handedOver; });
   EXPECT_EQ(ran_, 1);  // the work for the main queue
   system_.relent();

@@ -40,7 +40,7 @@ Outcome replaceIt(const std::string& path, std::string_view content,
   return AtomicFile::replace(path, content, durability, Access::usual);
 }
 
-// "" for success, for forked children, which cannot use assertions.
+// "" for success, else the error: a forked child cannot use assertions, so it returns a text.
 std::string told(const Outcome& outcome) {
   return outcome ? "" : outcome.error().description();
 }

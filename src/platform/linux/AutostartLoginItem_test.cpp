@@ -28,8 +28,8 @@ struct FakeHarness {
 };
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoginItemContract, FakeHarness);
 
-// For a user who may not write there. Root may write to any folder, so as root the thread accesses
-// files as nobody from then on.
+// A login item whose folder can be made read-only. Root may write to any folder, so as root the
+// thread accesses files as nobody from then on.
 struct AutostartHarness {
   AutostartHarness() { fs::permissions(tree.path(), readable); }
   ~AutostartHarness() {

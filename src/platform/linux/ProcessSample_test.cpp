@@ -51,7 +51,7 @@ TEST(ProcessSample, a_sampled_program_that_writes_without_end_is_waited_for_unti
   Process process = sampled({"flood"});
   EXPECT_FALSE(process.waitUntil(Deadline::after(0.02)));
   EXPECT_FALSE(process.waitUntil(Deadline::after(0)));
-  // It may take longer to begin.
+  // The program may take longer to start writing.
   const auto isFull = [&] {
     process.waitUntil(Deadline::after(0.02));
     return process.sample().size() == Process::mostSampled;

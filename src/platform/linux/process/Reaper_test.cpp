@@ -35,7 +35,7 @@ bool isThere(pid_t number) {
   return ::kill(number, 0) == 0;
 }
 
-// Its thread may outlive the test.
+// Never destroyed, since the thread of the reaper may outlive the test.
 struct Refused {
   RefusedThreads system;
   Reaper reaper{system.startThread()};

@@ -50,7 +50,7 @@ TEST(ItemMark, an_item_with_a_known_birth_time_stays_the_same_when_it_is_written
 // The inode number of a deleted item is soon reused.
 TEST(ItemMark, size_and_time_replace_a_birth_time_that_is_not_stored) {
   const ItemMark one = withoutBirth(markOfFile());
-  // As a move does.
+  // A move changes only this time.
   EXPECT_TRUE(one.isSameItem(with(one, [](ItemMark& other) { other.lastTouched += 1; })));
   EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.size += 1; })));
   EXPECT_FALSE(one.isSameItem(with(one, [](ItemMark& other) { other.changed += 1; })));

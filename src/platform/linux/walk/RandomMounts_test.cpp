@@ -71,8 +71,9 @@ class PlainMounts {
   const std::vector<Mount>& all_;
 };
 
-// The mounts that a walk of `root` leaves out, decided one after the other from the last on: a
-// mount is left out if it and all mounts left out with it and before it are visible elsewhere.
+// The mounts that a walk of `root` leaves out. They are decided one by one, the last mount first: a
+// mount is left out if it, the mounts reached through it and those left out before are all visible
+// elsewhere.
 class PlainChoice {
  public:
   PlainChoice(const std::vector<Mount>& mounts, std::string root, const Reaches& reaches)

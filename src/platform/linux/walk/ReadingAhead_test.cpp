@@ -99,7 +99,7 @@ TEST_F(ReadingAhead, reading_ahead_stops_after_4096_folders) {
   EXPECT_LE(count, 2050U);
 }
 
-// 60 in the root, and 33 times 1,001.
+// The limit is reached with the 60 folders in the root and 1,001 items in each of 33 of them.
 TEST_F(ReadingAhead, reading_ahead_stops_after_32768_items) {
   const TempTree tree("folder-##/ x60\n  inner/\n  film### x1000\n");
   const std::size_t count = countWhen(33, tree);
@@ -122,7 +122,7 @@ TEST_F(ReadingAhead, reading_ahead_continues_while_the_caller_takes_items) {
   DirectoryWalk walk = walkOf(tree);
   ASSERT_NE(walk.next(), nullptr);
   eventually([&] { return count_ >= 2047; }, "folders that are read ahead");
-  // All but the last, which the caller does not reach.
+  // 7,000 of the 8,000 items: the caller itself does not reach the last folders.
   for (int taken = 1; taken < 7000; ++taken) ASSERT_NE(walk.next(), nullptr);
   eventually([&] { return count_ == 4000; }, "the rest, read ahead");
   int rest = 0;

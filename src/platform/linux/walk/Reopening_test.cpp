@@ -83,7 +83,7 @@ std::string toldOfAnother(const std::string& root, const std::function<bool()>& 
   return left > 0 ? "" : "nothing was left to be opened";
 }
 
-// The others are for the rest of the program.
+// The rest of the program uses the other descriptors.
 TEST(Reopening, folders_are_closed_and_reopened_to_use_a_quarter_of_the_descriptors) {
   const TempTree tree;
   plantFolders(tree.at("top"));
