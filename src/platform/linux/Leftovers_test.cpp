@@ -299,7 +299,7 @@ TEST_F(FoldersWrittenTo, the_noted_folder_is_the_one_to_which_links_lead) {
   }
 }
 
-TEST_F(FoldersWrittenTo, a_note_that_cannot_be_written_is_no_error) {
+TEST_F(FoldersWrittenTo, no_folder_is_created_for_a_note_that_cannot_be_written) {
   const WriteNote nowhere = WriteNote::of(tree_.at("kept/out.json"), tree_.at("none"));
   const WriteNote nothing = WriteNote::of("", notes());
   EXPECT_FALSE(fs::exists(tree_.at("none")));

@@ -98,7 +98,7 @@ TEST_F(OpenProgramTest, the_tool_fails_if_no_program_is_installed) {
   EXPECT_EQ(run({}), 2);
 }
 
-TEST_F(OpenProgramTest, the_exit_status_depends_on_that_of_the_default_application) {
+TEST_F(OpenProgramTest, the_tool_succeeds_only_if_the_default_application_does) {
   plantScript("xdg-open", "exit 3");
   EXPECT_EQ(run({tree_.at("work")}), 1);
   plantScript("xdg-open", "[ \"$*\" = 'file://" + tree_.at("work") + "/-a%20b%FF' ]");
