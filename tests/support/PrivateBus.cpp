@@ -7,6 +7,9 @@
 #include <unistd.h>
 #include <utility>
 
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
+
 #include "support/Eventually.h"
 
 namespace tessaly {
@@ -107,9 +110,17 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
   return true;
 }
 
+QDBusMessage callAndWait(const QDBusConnection& from, const QDBusMessage& call) {
+  // A watcher of a call that has its reply already announces that from the event loop.
+  const QDBusPendingCallWatcher watcher(from.asyncCall(call));
+  QEventLoop loop;
+  QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+  return watcher.reply();
+}
+
 void catchUp(const QDBusConnection& from, const QString& service, const QString& path) {
-  from.call(QDBusMessage::createMethodCall(service, path, fence(), QStringLiteral("Pass")),
-            QDBus::BlockWithGui);
+  callAndWait(from, QDBusMessage::createMethodCall(service, path, fence(), QStringLiteral("Pass")));
 }
 
 }  // namespace tessaly

@@ -61,6 +61,10 @@ class BusObject : public QDBusVirtualObject {
   Answer answer;  // sends the reply, now or later
 };
 
+// Sends a call and runs the event loop until the reply is there. QDBus::BlockWithGui does the same,
+// but in Qt 6.4 it waits forever if the reply arrives before it has started its event loop.
+QDBusMessage callAndWait(const QDBusConnection& from, const QDBusMessage& call);
+
 // Waits until the object at `path` of `service` has handled everything that `from` has sent so far,
 // and `from` has received the replies to it. Runs the event loop.
 void catchUp(const QDBusConnection& from, const QString& service, const QString& path);

@@ -103,14 +103,11 @@ class LinuxStatusBarExtraTest : public testing::Test {
   void settle() {
     dispatch_.finish();
     for (int i = 0; i < 4; ++i) {
-      program().call(QDBusMessage::createMethodCall(
-                         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
-                     QDBus::BlockWithGui);
-      desktop().call(QDBusMessage::createMethodCall(
-                         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
-                     QDBus::BlockWithGui);
+      for (const QDBusConnection& side : {program(), desktop()}) {
+        callAndWait(side, QDBusMessage::createMethodCall(
+                              QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                              QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+      }
       QCoreApplication::processEvents();
     }
   }
@@ -135,7 +132,7 @@ class LinuxStatusBarExtraTest : public testing::Test {
     QDBusMessage call =
         QDBusMessage::createMethodCall(program().baseService(), path, interface, method);
     call.setArguments(arguments);
-    return desktop().call(call, QDBus::BlockWithGui);
+    return callAndWait(desktop(), call);
   }
   QDBusMessage askItem(const char* method, const QVariantList& arguments = {}) {
     return ask(QStringLiteral("/StatusNotifierItem"), itemInterface, QString::fromLatin1(method),
