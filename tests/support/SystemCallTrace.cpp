@@ -184,6 +184,7 @@ class Tracer {
       case Phase::body:
         if (mark == endMark) return letFinish();
         if (isBefore ? !noteCall(info) : !noteReturn(info)) return false;
+        if (isForMemoryOrTurns(run_.calls.back())) return true;
         ++stops_;
         if (stops_ == plan_.actStop) {
           plan_.act();

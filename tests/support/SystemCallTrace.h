@@ -48,6 +48,8 @@ TracedRun of(const std::function<std::string()>& body);
 using Refusals = std::map<long, int>;
 
 // Kills the child at its `stop`-th stop, counted from 1. Each call has two: before and after it.
+// Calls for memory and synchronisation have none: how many there are depends on the memory that the
+// process already has, so that a stop would not be at the same step in the next run.
 TracedRun killedAt(std::size_t stop, const std::function<std::string()>& body,
                    const Refusals& refusals = {});
 
