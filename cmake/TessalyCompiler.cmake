@@ -8,36 +8,41 @@ target_compile_options(tessaly_flags INTERFACE $<$<CONFIG:Release>:-Wno-null-der
 if(TESSALY_WARNINGS_AS_ERRORS)
   target_compile_options(tessaly_flags INTERFACE -Werror)
 endif()
-if(TESSALY_SANITIZE)
-  # The instrumentation makes gcc see null dereferences that are not there.
-  target_compile_options(tessaly_flags INTERFACE -Wno-null-dereference)
-  # gcc 12 also warns falsely of writes beyond the strings of its library where these are precompiled.
-  # The builds without sanitizers look for such writes.
-  target_compile_options(tessaly_flags INTERFACE
-    "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-restrict;-Wno-stringop-overflow;-Wno-stringop-overread>")
-  if(TESSALY_SANITIZE MATCHES thread)
-    # The thread sanitizer does not know fences. Qt's headers have some, and our code has none.
-    target_compile_options(tessaly_flags INTERFACE -Wno-tsan)
-  endif()
-endif()
 
 # What the product is built with.
 add_library(tessaly_compiler INTERFACE)
 target_link_libraries(tessaly_compiler INTERFACE tessaly_flags)
-# What tests are built with. Under the sanitizers, optimising assertions takes more time than it saves,
-# and looking for undefined behaviour in them takes a third of the time of their compilation.
+# What tests are built with.
 add_library(tessaly_tested INTERFACE)
 target_link_libraries(tessaly_tested INTERFACE tessaly_flags)
+
 if(TESSALY_SANITIZE)
-  target_compile_options(tessaly_compiler INTERFACE
-    -fsanitize=${TESSALY_SANITIZE} -fno-omit-frame-pointer)
+  set(instrumented tessaly_compiler)
+  if(TESSALY_SANITIZE MATCHES thread)
+    # It must see every synchronisation, also in tests. Optimising assertions takes more time than it saves.
+    list(APPEND instrumented tessaly_tested)
+    target_compile_options(tessaly_tested INTERFACE -O0)
+    # It does not know fences. Qt's headers have some, and our code has none.
+    target_compile_options(tessaly_flags INTERFACE -Wno-tsan)
+  endif()
+  # The address sanitizer and that for undefined behaviour look at the code of the product. The objects of
+  # the tests are the same as without them, so that a compiler cache has them from another build:
+  # compiling them took half of the time of the whole build. Where a test and the product both have a
+  # copy of an inline function that is not inlined, the linker takes the copy of the test.
+  foreach(target IN LISTS instrumented)
+    target_compile_options(${target} INTERFACE
+      -fsanitize=${TESSALY_SANITIZE} -fno-omit-frame-pointer)
+    # The instrumentation makes gcc see null dereferences that are not there. gcc 12 also warns falsely of
+    # writes beyond the strings of its library where these are precompiled. The builds without
+    # sanitizers look for such writes.
+    target_compile_options(${target} INTERFACE -Wno-null-dereference
+      "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-restrict;-Wno-stringop-overflow;-Wno-stringop-overread>")
+  endforeach()
   if(TESSALY_SANITIZE MATCHES undefined)
     # It opens a pipe to look at an object's table of virtual functions. Tests count calls to the
     # system, let them fail, and leave no descriptor for it.
     target_compile_options(tessaly_compiler INTERFACE -fno-sanitize=vptr)
   endif()
-  string(REPLACE ",undefined" "" tested ${TESSALY_SANITIZE})
-  target_compile_options(tessaly_tested INTERFACE -O0 -fsanitize=${tested} -fno-omit-frame-pointer)
   target_link_options(tessaly_flags INTERFACE -fsanitize=${TESSALY_SANITIZE})
 endif()
 

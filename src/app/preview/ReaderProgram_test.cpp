@@ -438,7 +438,7 @@ TEST_F(ReaderProgramTest, a_preview_has_ten_seconds) {
 }
 
 TEST_F(ReaderProgramTest, the_process_may_use_at_most_a_gibibyte_of_memory) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef TESSALY_SANITIZED
   GTEST_SKIP() << needs(Need::plainBuild, "sanitizers need more memory than the limit");
 #endif
   const TempTree tree;
