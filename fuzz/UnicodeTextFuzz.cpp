@@ -10,6 +10,8 @@ namespace {
 
 void requireScalars(std::string_view text) {
   std::string lower;
+  std::string folded;
+  bool isUtf8 = true;
   std::uint64_t sum = 0;
   for (std::string_view rest = text; !rest.empty();) {
     const UnicodeText::Scalar scalar = UnicodeText::firstScalar(rest);
@@ -20,10 +22,14 @@ void requireScalars(std::string_view text) {
     require(scalar.value <= 0x10FFFF && (scalar.value < 0xD800 || scalar.value > 0xDFFF),
             "a scalar is one of Unicode");
     lower += UnicodeText::lowercased(rest.substr(0, scalar.length));
+    folded += UnicodeText::foldedForSearch(rest.substr(0, scalar.length));
+    isUtf8 = isUtf8 && scalar.isText;
     sum += scalar.value;
     rest.remove_prefix(scalar.length);
   }
   require(UnicodeText::lowercased(text) == lower, "characters are lowered one by one");
+  require(UnicodeText::foldedForSearch(text) == folded, "characters are folded one by one");
+  require(UnicodeText::isUtf8(text) == isUtf8, "a text of characters is UTF-8");
   require(UnicodeText::scalarSum(text) == sum, "the sum is that of the scalars");
 }
 

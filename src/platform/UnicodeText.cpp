@@ -35,6 +35,25 @@ void appendLowercased(std::string& text, char32_t value) {
   appendUtf8(text, static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(value))));
 }
 
+bool isAccent(utf8proc_int32_t value) {
+  // Classes of the Unicode Standard: 1 is an overlay, 10 to 36 are points of Hebrew, Arabic and
+  // Syriac, and those from 200 on are named after a place at the letter.
+  const int combining = utf8proc_get_property(value)->combining_class;
+  return combining == 1 || (combining >= 10 && combining <= 36) || combining >= 200;
+}
+
+void appendFolded(std::string& text, char32_t value) {
+  constexpr int most = 32;  // one character has at most 18
+  utf8proc_int32_t parts[most];
+  int lastClass = 0;
+  const utf8proc_ssize_t count = utf8proc_decompose_char(
+      static_cast<utf8proc_int32_t>(value), parts, most,
+      static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_CASEFOLD), &lastClass);
+  for (utf8proc_ssize_t i = 0; i < std::min<utf8proc_ssize_t>(count, most); ++i) {
+    if (!isAccent(parts[i])) appendUtf8(text, static_cast<char32_t>(parts[i]));
+  }
+}
+
 // Length in bytes of the first grapheme cluster of `text`, which must not be empty.
 std::size_t firstGraphemeLength(std::string_view text) {
   // An ASCII character is a cluster of its own before another ASCII character, except in CR LF.
@@ -86,6 +105,32 @@ std::string lowercased(std::string_view text) {
     text.remove_prefix(scalar.length);
   }
   return lower;
+}
+
+std::string foldedForSearch(std::string_view text) {
+  std::string folded;
+  folded.reserve(text.size());
+  while (!text.empty()) {
+    const Scalar scalar = firstScalar(text);
+    if (isAscii(text[0])) {
+      folded += asciiLowercased(text[0]);
+    } else if (scalar.isText) {
+      appendFolded(folded, scalar.value);
+    } else {
+      folded += text[0];
+    }
+    text.remove_prefix(scalar.length);
+  }
+  return folded;
+}
+
+bool isUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const Scalar scalar = firstScalar(text);
+    if (!scalar.isText) return false;
+    text.remove_prefix(scalar.length);
+  }
+  return true;
 }
 
 bool isDirectionControl(char32_t character) {

@@ -22,6 +22,9 @@ struct Scalar {
 // The first scalar value of `text`, which must not be empty.
 Scalar firstScalar(std::string_view text);
 
+// Whether all of `text` is well-formed UTF-8.
+bool isUtf8(std::string_view text);
+
 // Whether the character is invisible and changes the direction of the text around it:
 // "\u202Egpj.exe" looks like "exe.jpg".
 bool isDirectionControl(char32_t character);
@@ -29,6 +32,12 @@ bool isDirectionControl(char32_t character);
 // Replaces every character by its lower-case form, which may have another length. Invalid bytes are
 // kept.
 std::string lowercased(std::string_view text);
+
+// `text` for a search that ignores case and accents: two texts that differ only in these have the
+// same form, whether their accents are characters of their own or not. Accents are the marks above,
+// below and through letters, and the vowel points of Hebrew and Arabic; other marks make a letter
+// another one and stay. Invalid bytes are kept.
+std::string foldedForSearch(std::string_view text);
 
 // Number of characters that a reader sees. An invalid byte counts as one.
 std::size_t graphemeCount(std::string_view text);

@@ -7,6 +7,25 @@ namespace tessaly {
 namespace {
 
 using namespace std::string_literals;
+using UnicodeText::foldedForSearch;
+using UnicodeText::isUtf8;
+
+void appendUtf8(std::string& text, char32_t value) {
+  const auto byte = [&](char32_t bits) { text += static_cast<char>(bits); };
+  const auto more = [&](unsigned shift) { byte(0x80U | ((value >> shift) & 0x3FU)); };
+  if (value < 0x80) {
+    byte(value);
+  } else if (value < 0x800) {
+    byte(0xC0U | (value >> 6U));
+  } else if (value < 0x10000) {
+    byte(0xE0U | (value >> 12U));
+  } else {
+    byte(0xF0U | (value >> 18U));
+    more(12);
+  }
+  if (value >= 0x800) more(6);
+  if (value >= 0x80) more(0);
+}
 
 TEST(UnicodeTextLowercased, an_empty_text_stays_empty) {
   EXPECT_EQ(UnicodeText::lowercased(""), "");
@@ -41,6 +60,39 @@ TEST(UnicodeTextLowercased, bytes_that_are_not_utf8_are_kept) {
   EXPECT_EQ(UnicodeText::lowercased("\xc1\x81"), "\xc1\x81");            // overlong
   EXPECT_EQ(UnicodeText::lowercased("\xf4\x90\x80\x80"), "\xf4\x90\x80\x80");
   EXPECT_EQ(UnicodeText::lowercased("A\0B"s), "a\0b"s);
+}
+
+TEST(UnicodeTextFolded, case_and_accents_make_no_difference) {
+  EXPECT_EQ(foldedForSearch("R\u00c9sum\u00c9 2024.PDF"), "resume 2024.pdf");
+  EXPECT_EQ(foldedForSearch("re\u0301sume\u0301"), foldedForSearch("r\u00e9sum\u00e9"));
+  EXPECT_EQ(foldedForSearch("Stra\u00dfe"), "strasse");
+  EXPECT_EQ(foldedForSearch("\u1ec6"), "e");
+  EXPECT_EQ(foldedForSearch("\u039f\u0394\u038c\u03a3"),
+            foldedForSearch("\u03bf\u03b4\u03cc\u03c2"));
+  EXPECT_EQ(foldedForSearch(""), "");
+}
+
+TEST(UnicodeTextFolded, marks_that_make_another_letter_are_kept) {
+  EXPECT_NE(foldedForSearch("\u304c"), foldedForSearch("\u304b"));              // ga, ka
+  EXPECT_NE(foldedForSearch("\u0915\u093f"), foldedForSearch("\u0915\u093e"));  // ki, kaa
+  EXPECT_NE(foldedForSearch("\u0e19\u0e35"), foldedForSearch("\u0e19\u0e34"));  // two vowels
+}
+
+TEST(UnicodeTextFolded, the_form_of_a_form_is_itself) {
+  for (char32_t value = 1; value < 0x110000; ++value) {
+    if (value == 0xD800) value = 0xE000;
+    std::string text;
+    appendUtf8(text, value);
+    const std::string once = foldedForSearch(text);
+    ASSERT_EQ(foldedForSearch(once), once) << std::hex << static_cast<std::uint32_t>(value);
+    ASSERT_TRUE(isUtf8(text) && isUtf8(once)) << std::hex << static_cast<std::uint32_t>(value);
+  }
+}
+
+TEST(UnicodeTextFolded, bytes_that_are_not_utf8_are_kept) {
+  EXPECT_EQ(foldedForSearch("A\xff\xc3"), "a\xff\xc3");
+  EXPECT_TRUE(isUtf8("") && isUtf8("a\u00e9\U0001F600"));
+  EXPECT_FALSE(isUtf8("A\xff") || isUtf8("\xc3") || isUtf8("\xed\xa0\x80"));
 }
 
 TEST(UnicodeTextScalar, the_first_scalar_is_one_character_or_one_invalid_byte) {
