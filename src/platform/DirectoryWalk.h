@@ -74,12 +74,36 @@ class DirectoryWalk {
   // calls next(), during these calls. The candidate is valid during the call.
   using Unreadable = std::function<void(const Candidate& item, int code)>;
 
+  // An item that is no directory, as it was read.
+  struct Entry {
+    std::string_view name;
+    Type type = Type::other;
+    bool hasAttributes = false;  // whether the next two could be read; false for links
+    std::int64_t length = 0;     // bytes of content
+    std::uint32_t owner = 0;     // the user's id
+  };
+
+  // Whether an item that is no directory is reported. Called from any thread and ahead of next(),
+  // so it must be a pure function of the entry. Not called for directories, which are always
+  // reported, nor for an item that exists and whose attributes cannot be read: it is reported
+  // without them.
+  using Keep = std::function<bool(const Entry&)>;
+
+  // What a walk reads and reports.
+  struct Reading {
+    // Without attributes only directories have some. The walk then needs no call to the system for
+    // any other item, except on file systems that do not list the types of their items.
+    bool attributes = true;
+    // Null: every item is reported. What is dropped costs the thread that calls next() nothing.
+    Keep keep = {};
+  };
+
   // `root` is an absolute path without links. `threads` includes the caller's; 0 means two to four,
   // depending on the number of cores. If the system refuses a thread, the walk uses fewer, at least
   // the caller's. `mounts` are the current mounts; null: the walk reads them.
   DirectoryWalk(const std::string& root, Decide decide, int threads = 0,
                 const std::shared_ptr<const MountSnapshot>& mounts = nullptr,
-                Unreadable unreadable = {});
+                Unreadable unreadable = {}, Reading reading = everything());
   ~DirectoryWalk();
   DirectoryWalk(const DirectoryWalk&) = delete;
   DirectoryWalk& operator=(const DirectoryWalk&) = delete;
@@ -93,6 +117,9 @@ class DirectoryWalk {
   // Abandons the walk: the threads start to read nothing more, and next() returns null from now on.
   // Does not wait for them.
   void stop();
+
+  // All items, with attributes.
+  static Reading everything() { return {}; }
 
   // Number of entries directly in `root`, links included; 0 if it cannot be read.
   static std::size_t countEntries(const std::string& root);

@@ -16,10 +16,10 @@ class DirectoryWalk::Impl : public walk::WalkEngine {
 
 DirectoryWalk::DirectoryWalk(const std::string& root, Decide decide, int threads,
                              const std::shared_ptr<const MountSnapshot>& mounts,
-                             Unreadable unreadable)
+                             Unreadable unreadable, Reading reading)
     : impl_(std::make_unique<Impl>(root, std::move(decide), threads,
                                    mounts != nullptr ? *mounts : *mountsOfNow(),
-                                   std::move(unreadable))) {}
+                                   std::move(unreadable), std::move(reading))) {}
 
 DirectoryWalk::~DirectoryWalk() = default;
 

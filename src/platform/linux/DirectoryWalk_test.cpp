@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
@@ -17,6 +18,7 @@
 
 #include "platform/ResolvedPath.h"
 #include "platform/linux/walk/OpenDirectory.h"
+#include "support/ForkedChild.h"
 
 namespace tessaly {
 namespace {
@@ -107,6 +109,78 @@ TEST_F(DirectoryWalkTest, each_item_has_its_type_size_time_and_depth) {
   EXPECT_FALSE(items["link"].hasAttributes);
   EXPECT_EQ(items["fifo"].type, Type::other);
   EXPECT_TRUE(items["fifo"].hasAttributes);
+}
+
+TEST_F(DirectoryWalkTest, a_walk_without_attributes_reports_names_and_types) {
+  file("dir/file", 10000);
+  fs::create_symlink("file", root_ / "dir/link");
+  ASSERT_EQ(mkfifo((root_ / "fifo").c_str(), 0600), 0);
+  DirectoryWalk walk(root_.string(), {}, 0, nullptr, {}, {.attributes = false});
+  std::map<std::string, DirectoryWalk::Item> items;
+  while (const DirectoryWalk::Item* item = walk.next()) items[std::string(item->name)] = *item;
+  ASSERT_EQ(items.size(), 4U);
+  EXPECT_EQ(items["dir"].type, Type::directory);
+  EXPECT_TRUE(items["dir"].hasAttributes);
+  EXPECT_EQ(items["file"].type, Type::file);
+  EXPECT_FALSE(items["file"].hasAttributes);
+  EXPECT_EQ(items["file"].allocatedSize, 0);
+  EXPECT_EQ(items["link"].type, Type::link);
+  EXPECT_EQ(items["fifo"].type, Type::other);
+}
+
+TEST_F(DirectoryWalkTest, only_items_that_are_kept_are_reported_and_all_directories) {
+  file("large", 10000);
+  file("dropped/small", 9999);
+  file("dropped/large", 10000);
+  fs::create_symlink("large", root_ / "large link");
+  const DirectoryWalk::Keep keep = [](const DirectoryWalk::Entry& entry) {
+    EXPECT_EQ(entry.hasAttributes, entry.type != Type::link);
+    EXPECT_EQ(entry.owner, entry.hasAttributes ? geteuid() : 0);
+    return entry.type == Type::file && entry.name != "dropped" && entry.length >= 10000;
+  };
+  DirectoryWalk walk(root_.string(), {}, 0, nullptr, {}, {.keep = keep});
+  std::multiset<std::string> names;
+  while (const DirectoryWalk::Item* item = walk.next()) {
+    names.emplace(item->name);
+    if (item->type == Type::file) {
+      EXPECT_TRUE(item->hasAttributes);
+      EXPECT_GE(item->allocatedSize, 10000);
+    }
+  }
+  EXPECT_EQ(names, (std::multiset<std::string>{"dropped", "large", "large"}));
+}
+
+// Most portions of the folder have no item that is reported.
+TEST_F(DirectoryWalkTest, few_items_of_a_large_directory_are_kept) {
+  const std::string longName(50, 'n');
+  for (int i = 0; i < 3000; ++i) file("large/" + longName + std::to_string(i));
+  for (const int threads : {1, 2, 4}) {
+    DirectoryWalk walk(root_.string(), {}, threads, nullptr, {},
+                       {.attributes = false, .keep = [](const DirectoryWalk::Entry& entry) {
+                          return entry.name.ends_with("n77") || entry.name.ends_with("n2999");
+                        }});
+    std::size_t items = 0;
+    while (walk.next() != nullptr) ++items;
+    EXPECT_EQ(items, 3U) << threads;
+  }
+}
+
+TEST_F(DirectoryWalkTest, an_item_whose_attributes_cannot_be_read_is_reported_whatever_is_kept) {
+  file("listed/file");
+  fs::permissions(root_, fs::perms(0755));
+  fs::permissions(root_ / "listed", fs::perms(0444));
+  const std::string wrong = asOtherUser([this]() -> std::string {
+    int refused = 0;
+    DirectoryWalk walk(
+        (root_ / "listed").string(), {}, 1, nullptr,
+        [&](const DirectoryWalk::Candidate&, int code) { refused += code == EACCES; },
+        {.keep = [](const DirectoryWalk::Entry&) { return false; }});
+    const DirectoryWalk::Item* const item = walk.next();
+    if (item == nullptr || item->hasAttributes) return "it is not reported";
+    return refused == 1 ? "" : "the refusal is not reported";
+  });
+  fs::permissions(root_ / "listed", fs::perms(0755));
+  EXPECT_EQ(wrong, "");
 }
 
 // The system returns names in portions of 64 KiB: about 800 of these.

@@ -84,9 +84,11 @@ struct FolderReader::Entry {
   std::uint8_t type;
 };
 
-FolderReader::FolderReader(const DirectoryWalk::Decide& decide, const std::string& root,
+FolderReader::FolderReader(const DirectoryWalk::Decide& decide,
+                           const DirectoryWalk::Reading& reading, const std::string& root,
                            const std::atomic<bool>& stop)
     : decide_(decide),
+      reading_(reading),
       root_(root),
       stop_(stop),
       entries_(std::make_unique_for_overwrite<char[]>(entriesCapacity)) {}
@@ -137,45 +139,68 @@ void FolderReader::readAttributes(int descriptor, Batch& batch) {
 
 void FolderReader::addEntry(int descriptor, Folder& folder, const Entry& entry) {
   Record record{};
-  record.nameOffset = static_cast<std::uint32_t>(names_.size());
-  record.nameLength = static_cast<std::uint16_t>(entry.nameLength);
   record.type = typeOf(entry.type);
-  names_.insert(names_.end(), entry.name, entry.name + entry.nameLength + 1);
+  DirectoryWalk::Entry item{.name = {entry.name, entry.nameLength}};
 
-  if (entry.type != DT_DIR && entry.type != DT_LNK) {
-    struct statx attributes;
-    const int error = look(descriptor, entry.name,
-                           STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE, attributes);
-    record.failure = failureOf(error);
-    if (error == 0) {
-      record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
-      record.holds = Record::Holds::attributes;
-      record.allocatedSize = (attributes.stx_mask & STATX_BLOCKS) != 0
-                                 ? bytesOfBlocks(attributes.stx_blocks)
-                                 : static_cast<std::int64_t>(attributes.stx_size);
-      record.mtime = seconds(attributes.stx_mtime.tv_sec, attributes.stx_mtime.tv_nsec);
-    }
-  }
+  const bool needsLook =
+      reading_.attributes ? entry.type != DT_DIR && entry.type != DT_LNK : entry.type == DT_UNKNOWN;
+  if (needsLook) readItem(descriptor, item, record);
   if (record.type == DirectoryWalk::Type::directory) {
-    record.mtime = 0;
-    DirectoryWalk::Descent descent;
-    const std::string_view name(entry.name, entry.nameLength);
-    int failure = 0;
-    const bool isEntered = enters(descriptor, folder, entry, descent, failure);
-    record.holds = Record::Holds::failure;
-    record.failure = failure;
-    if (isEntered) {
-      auto* const child = new Folder;
-      child->parent = &folder;
-      child->depth = folder.depth + 1;
-      child->mark = descent.mark;
-      child->closed = folder.closed == nullptr ? nullptr : folder.closed->below(name);
-      child->first.folder = child;
-      record.holds = Record::Holds::child;
-      record.child = child;
-      children_.push_back(child);
-    }
+    addDirectory(descriptor, folder, entry, record);
+    return;
   }
+  const bool failed = record.holds == Record::Holds::failure && record.failure != 0;
+  item.type = record.type;
+  if (failed || !reading_.keep || reading_.keep(item)) add(item.name, record);
+}
+
+void FolderReader::readItem(int descriptor, DirectoryWalk::Entry& item, Record& record) const {
+  struct statx attributes;
+  constexpr unsigned mask = STATX_TYPE | STATX_BLOCKS | STATX_MTIME | STATX_SIZE | STATX_UID;
+  const int error =
+      look(descriptor, item.name.data(), reading_.attributes ? mask : STATX_TYPE, attributes);
+  record.failure = failureOf(error);
+  if (error != 0) return;
+  record.type = typeOf(static_cast<unsigned>(attributes.stx_mode));
+  if (!reading_.attributes) return;
+  record.holds = Record::Holds::attributes;
+  record.allocatedSize = (attributes.stx_mask & STATX_BLOCKS) != 0
+                             ? bytesOfBlocks(attributes.stx_blocks)
+                             : static_cast<std::int64_t>(attributes.stx_size);
+  record.mtime = seconds(attributes.stx_mtime.tv_sec, attributes.stx_mtime.tv_nsec);
+  item.hasAttributes = true;
+  item.length = static_cast<std::int64_t>(attributes.stx_size);
+  item.owner = attributes.stx_uid;
+}
+
+void FolderReader::addDirectory(int descriptor, Folder& folder, const Entry& entry,
+                                Record& record) {
+  record.mtime = 0;
+  DirectoryWalk::Descent descent;
+  const std::string_view name(entry.name, entry.nameLength);
+  int failure = 0;
+  const bool isEntered = enters(descriptor, folder, entry, descent, failure);
+  record.holds = Record::Holds::failure;
+  record.failure = failure;
+  if (isEntered) {
+    auto* const child = new Folder;
+    child->parent = &folder;
+    child->depth = folder.depth + 1;
+    child->mark = descent.mark;
+    child->closed = folder.closed == nullptr ? nullptr : folder.closed->below(name);
+    child->first.folder = child;
+    record.holds = Record::Holds::child;
+    record.child = child;
+    children_.push_back(child);
+  }
+  add(name, record);
+}
+
+// `name` is followed by a NUL.
+void FolderReader::add(std::string_view name, Record& record) {
+  record.nameOffset = static_cast<std::uint32_t>(names_.size());
+  record.nameLength = static_cast<std::uint16_t>(name.size());
+  names_.insert(names_.end(), name.data(), name.data() + name.size() + 1);
   records_.push_back(record);
 }
 

@@ -5,6 +5,8 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/linux/walk/Batch.h"
@@ -14,8 +16,8 @@ namespace tessaly::walk {
 class FolderReader {
  public:
   // `stop` ends the reading early, when the walk is abandoned.
-  FolderReader(const DirectoryWalk::Decide& decide, const std::string& root,
-               const std::atomic<bool>& stop);
+  FolderReader(const DirectoryWalk::Decide& decide, const DirectoryWalk::Reading& reading,
+               const std::string& root, const std::atomic<bool>& stop);
   ~FolderReader();
 
   struct Run {
@@ -38,11 +40,15 @@ class FolderReader {
   struct Entry;
 
   void addEntry(int descriptor, Folder& folder, const Entry& entry);
+  void readItem(int descriptor, DirectoryWalk::Entry& item, Record& record) const;
+  void addDirectory(int descriptor, Folder& folder, const Entry& entry, Record& record);
+  void add(std::string_view name, Record& record);
   bool enters(int descriptor, Folder& folder, const Entry& entry, DirectoryWalk::Descent& descent,
               int& failure) const;
   void store(Batch& batch);
 
   const DirectoryWalk::Decide& decide_;
+  const DirectoryWalk::Reading& reading_;
   const std::string& root_;
   const std::atomic<bool>& stop_;
   std::unique_ptr<char[]> entries_;

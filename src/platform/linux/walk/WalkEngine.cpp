@@ -46,14 +46,15 @@ bool enters(const DirectoryWalk::Decide& decide, const std::string& root, const 
 
 WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
                        const MountSnapshot& mounts, DirectoryWalk::Unreadable unreadable,
-                       const StartThread& startThread)
+                       DirectoryWalk::Reading reading, const StartThread& startThread)
     : root_(root),
       decide_(std::move(decide)),
       unreadable_(std::move(unreadable)),
+      reading_(std::move(reading)),
       closed_(closedMountsBelow(
           root, mounts.mounts(),
           [this](const std::string& path) { return enters(decide_, root_, path); })),
-      consumerReader_(decide_, root_, stop_) {
+      consumerReader_(decide_, reading_, root_, stop_) {
   const int descriptor = openDirectory(root_);
   if (descriptor < 0) {
     tell(FolderCandidate(root_, Folder()), errno);
@@ -249,7 +250,7 @@ void WalkEngine::ensureRead(Batch& batch) {
 // --- Reading ------------------------------------------------------------------------------------
 
 void WalkEngine::helperLoop() {
-  FolderReader reader(decide_, root_, stop_);
+  FolderReader reader(decide_, reading_, root_, stop_);
   Lock lock(mutex_);
   while (!stop_ && !helpersRetire_) {
     Batch* const batch = mayReadAhead() ? firstPending() : nullptr;

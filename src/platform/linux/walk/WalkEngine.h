@@ -36,6 +36,7 @@ class WalkEngine {
  public:
   WalkEngine(const std::string& root, DirectoryWalk::Decide decide, int threads,
              const MountSnapshot& mounts, DirectoryWalk::Unreadable unreadable = {},
+             DirectoryWalk::Reading reading = {},
              const StartThread& startThread = tessaly::startThread);
   ~WalkEngine();
   WalkEngine(const WalkEngine&) = delete;
@@ -107,6 +108,7 @@ class WalkEngine {
   const std::string root_;
   const DirectoryWalk::Decide decide_;
   const DirectoryWalk::Unreadable unreadable_;
+  const DirectoryWalk::Reading reading_;
   ClosedMounts closed_;
   bool isOpen_ = false;
   std::atomic<bool> stop_ = false;

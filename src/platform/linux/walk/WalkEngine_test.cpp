@@ -18,7 +18,7 @@ TEST(WalkEngine, a_walk_continues_with_the_threads_that_the_system_grants) {
   for (int granted = 0; granted <= helpers; ++granted) {
     RefusedThreads system;
     system.refuseAfter(granted);
-    WalkEngine walk(tree.path(), {}, 1 + helpers, mounts, {}, system.startThread());
+    WalkEngine walk(tree.path(), {}, 1 + helpers, mounts, {}, {}, system.startThread());
     ASSERT_TRUE(walk.isOpen());
     std::size_t items = 0;
     while (walk.next() != nullptr) ++items;
