@@ -16,7 +16,8 @@ struct Entry {
   std::string_view subcommand;
 };
 
-constexpr std::array<Entry, 2> entries = {{
+constexpr std::array<Entry, 3> entries = {{
+    {"/usr/bin/mdfind", "mdfind"},
     {"/usr/bin/open", "open"},
     {"/usr/bin/osascript", "osascript"},
 }};

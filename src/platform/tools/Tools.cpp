@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "platform/tools/Mdfind.h"
 #include "platform/tools/Open.h"
 #include "platform/tools/Osascript.h"
 
@@ -18,7 +19,8 @@ struct Subcommand {
   int (*run)(const std::vector<std::string>& args, Streams streams, const Services& services);
 };
 
-constexpr std::array<Subcommand, 2> subcommands = {{
+constexpr std::array<Subcommand, 3> subcommands = {{
+    {"mdfind", "finds files by size or name", mdfind},
     {"open", "opens a file or folder in an application", open},
     {"osascript", "counts what is in the Trash, and empties it", osascript},
 }};

@@ -12,7 +12,12 @@
 namespace tessaly::tools {
 
 // Exit statuses of a subcommand.
-enum Status : int { done = 0, failed = 1, misused = 2 };
+enum Status : int {
+  done = 0,
+  failed = 1,
+  misused = 2,
+  incomplete = 3,  // the answer is right as far as it goes, and there may be more
+};
 
 struct Streams {
   std::ostream& out;
@@ -26,7 +31,8 @@ struct Services {
 };
 
 // Runs the subcommand at the beginning of `args`, or "--help", and returns the exit status. An
-// error is printed as one line to `err`, and then nothing to `out`.
+// error is printed as one line to `err`, and then nothing to `out`, unless the subcommand's header
+// says otherwise.
 int run(const std::vector<std::string>& args, Streams streams, const Services& services);
 
 }  // namespace tessaly::tools
