@@ -16,10 +16,11 @@ struct Entry {
   std::string_view subcommand;
 };
 
-constexpr std::array<Entry, 3> entries = {{
+constexpr std::array<Entry, 4> entries = {{
     {"/usr/bin/mdfind", "mdfind"},
     {"/usr/bin/open", "open"},
     {"/usr/bin/osascript", "osascript"},
+    {"/usr/bin/tmutil", "tmutil"},
 }};
 
 }  // namespace

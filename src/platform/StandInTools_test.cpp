@@ -11,7 +11,7 @@ namespace {
 TEST(StandInTools, tools_of_another_system_have_a_stand_in) {
   const auto program = std::filesystem::read_symlink("/proc/self/exe");
   const std::string executable = OwnPrograms::pathFrom(program.parent_path(), "tessaly-tools");
-  for (const std::string name : {"mdfind", "open", "osascript"}) {
+  for (const std::string name : {"mdfind", "open", "osascript", "tmutil"}) {
     EXPECT_EQ(StandInTools::standInFor("/usr/bin/" + name),
               (StandInTools::StandIn{.executable = executable, .subcommand = name}));
   }

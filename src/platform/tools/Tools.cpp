@@ -8,6 +8,7 @@
 #include "platform/tools/Mdfind.h"
 #include "platform/tools/Open.h"
 #include "platform/tools/Osascript.h"
+#include "platform/tools/Tmutil.h"
 
 namespace tessaly::tools {
 
@@ -19,10 +20,11 @@ struct Subcommand {
   int (*run)(const std::vector<std::string>& args, Streams streams, const Services& services);
 };
 
-constexpr std::array<Subcommand, 3> subcommands = {{
+constexpr std::array<Subcommand, 4> subcommands = {{
     {"mdfind", "finds files by size or name", mdfind},
     {"open", "opens a file or folder in an application", open},
     {"osascript", "counts what is in the Trash, and empties it", osascript},
+    {"tmutil", "lists the snapshots of the system's disk", tmutil},
 }};
 
 void printHelp(std::ostream& out) {
