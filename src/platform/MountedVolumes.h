@@ -45,6 +45,7 @@ struct CountedTrash {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
   std::int64_t items = 0;
+  std::string path = {};  // absolute, where it was found
 
   friend bool operator==(const CountedTrash&, const CountedTrash&) = default;
 };

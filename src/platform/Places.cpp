@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "platform/HomeDirectory.h"
+#include "platform/ReclaimPlaces.h"
 #include "platform/ResolvedPath.h"
 
 namespace tessaly {
@@ -76,6 +77,7 @@ const Places& Places::forMacos() {
                        {.path = "/Library/Mail", .isInHome = true},
                        {.path = "/Library/Messages", .isInHome = true},
                        {.path = "/Library/Safari/CloudTabs.db", .isInHome = true}},
+      .reclaimPlaces = macosReclaimPlaces(),
   };
   return places;
 }
@@ -102,6 +104,7 @@ const Places& Places::forLinux() {
                      .freesHome = true},
         // Linux hides nothing from a program, unless it runs in a sandbox.
         .accessProbes = {{.path = "/"}},
+        .reclaimPlaces = linuxReclaimPlaces(),
     };
     append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",
                                  "/mnt", "/opt", "/proc", "/root", "/run", "/srv", "/sys", "/var"});

@@ -44,6 +44,18 @@ struct AccessProbe {
   bool isInHome = false;  // `path` is relative to the home
 };
 
+// A location in the home that programs fill and that can often be won back.
+struct ReclaimPlace {
+  std::string id;
+  std::string label;
+  std::string relativePath;  // below the home
+  std::string note;          // what becomes of its contents, for the user
+  bool caution = false;      // whether removing it loses something
+  bool trashAction = false;  // whether it is the Trash, which can only be emptied
+
+  friend bool operator==(const ReclaimPlace&, const ReclaimPlace&) = default;
+};
+
 struct Places {
   std::unordered_set<std::string> skipNames;         // names that no walk enters, at any depth
   std::unordered_set<std::string> skipRootNames;     // names left out directly under "/"
@@ -51,7 +63,8 @@ struct Places {
   std::unordered_set<std::string> importantFolders;  // folders whose small files keep a node
   VolumeRules volumes;
   CriticalPathRules critical;
-  std::vector<AccessProbe> accessProbes;  // if one of them can be read, all items can
+  std::vector<AccessProbe> accessProbes;    // if one of them can be read, all items can
+  std::vector<ReclaimPlace> reclaimPlaces;  // in the order in which they are measured
 
   static const Places& forMacos();
   static const Places& forLinux();

@@ -31,6 +31,14 @@ class ScriptedFiles final : public FileAccess {
     tried.push_back("list " + path);
     return at(path).isListed;
   }
+  bool hasEntries(const std::string& path) const override {
+    tried.push_back("list " + path);
+    return false;
+  }
+  Values valuesOf(const std::string& path) const override {
+    tried.push_back("examine " + path);
+    return {};
+  }
   bool canOpen(const std::string& path) const override {
     tried.push_back("open " + path);
     return at(path).isOpened;

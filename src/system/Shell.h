@@ -69,6 +69,12 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
                 const std::optional<std::string>& cwd = std::nullopt,
                 const After& after = Deadline::after);
 
+// run() for work that may be cancelled: the returned function calls `isCancelled` every 25 ms while
+// the tool runs, and before it starts it. Once it has returned true, the tool is ended within a
+// tenth of a second, and ToolError is thrown in the domain "Marrow" with code 2. Thread-safe like
+// `isCancelled`.
+Run cancellable(std::function<bool()> isCancelled, const After& after = Deadline::after);
+
 // How a tool ended whose exit status is wanted and whose output is not.
 struct Ending {
   Process::Exit exit;

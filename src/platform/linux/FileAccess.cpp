@@ -7,10 +7,12 @@
 #include <fcntl.h>
 #include <limits>
 #include <memory>
+#include <string_view>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/AllocatedBytes.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Uninterrupted.h"
 
@@ -57,6 +59,26 @@ class MachineFiles final : public FileAccess {
       errno = 0;
       if (::readdir(folder.get()) == nullptr) return errno == 0;
     }
+  }
+
+  bool hasEntries(const std::string& path) const override {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), ::closedir);
+    if (!folder) return false;
+    while (const dirent* const entry = ::readdir(folder.get())) {
+      const std::string_view name = entry->d_name;
+      if (name != "." && name != "..") return true;
+    }
+    return false;
+  }
+
+  Values valuesOf(const std::string& path) const override {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) return {};
+    constexpr double nanosecond = 1e9;
+    return {.modified = static_cast<double>(status.st_mtim.tv_sec) +
+                        static_cast<double>(status.st_mtim.tv_nsec) / nanosecond,
+            .allocated = bytesOfBlocks(static_cast<std::uint64_t>(status.st_blocks)),
+            .size = status.st_size};
   }
 
   bool canOpen(const std::string& path) const override {

@@ -47,7 +47,10 @@ Result<std::vector<CountedTrash>> counted(const UserTrashFolders& folders) {
     }
     const Result<std::int64_t> items = countItems(trash);
     if (!items) return items.error();
-    all.push_back({.device = status.st_dev, .inode = status.st_ino, .items = items.value()});
+    all.push_back({.device = status.st_dev,
+                   .inode = status.st_ino,
+                   .items = items.value(),
+                   .path = trash.path});
   }
   return all;
 }

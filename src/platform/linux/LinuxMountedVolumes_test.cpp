@@ -78,9 +78,11 @@ TEST_F(LinuxMountedVolumesTest, the_trash_of_the_home_and_that_of_a_volume_are_c
   ASSERT_TRUE(inHome.ok() && onOne.ok() && onTwo.ok());
   struct stat status {};
   ASSERT_EQ(stat(tree_.at("home/Trash").c_str(), &status), 0);
-  EXPECT_THAT(inHome.value(), ElementsAre(CountedTrash{status.st_dev, status.st_ino, 2}));
+  EXPECT_THAT(inHome.value(),
+              ElementsAre(CountedTrash{status.st_dev, status.st_ino, 2, tree_.at("home/Trash")}));
   ASSERT_EQ(onOne.value().size(), 1U);
   EXPECT_EQ(onOne.value()[0].items, 1);
+  EXPECT_EQ(onOne.value()[0].path, tree_.at("one/.Trash-" + user));
   EXPECT_THAT(onTwo.value(), IsEmpty());
 }
 
