@@ -45,7 +45,8 @@ struct CountedTrash {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
   std::int64_t items = 0;
-  std::string path = {};  // absolute, where it was found
+  // Absolute paths of the folders in it whose contents emptying deletes; only folders with entries.
+  std::vector<std::string> contents = {};
 
   friend bool operator==(const CountedTrash&, const CountedTrash&) = default;
 };

@@ -46,12 +46,12 @@ struct AccessProbe {
 
 // A location in the home that programs fill and that can often be won back.
 struct ReclaimPlace {
-  std::string id;
-  std::string label;
-  std::string relativePath;  // below the home
-  std::string note;          // what becomes of its contents, for the user
-  bool caution = false;      // whether removing it loses something
-  bool trashAction = false;  // whether it is the Trash, which can only be emptied
+  std::string id = {};
+  std::string label = {};
+  std::string relativePath = {};  // below the home
+  std::string note = {};          // what becomes of its contents, for the user
+  bool caution = false;           // whether removing it loses something
+  bool trashAction = false;       // whether it is the Trash, which can only be emptied
 
   friend bool operator==(const ReclaimPlace&, const ReclaimPlace&) = default;
 };

@@ -14,6 +14,7 @@
 
 #include "platform/linux/AllocatedBytes.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/OpenPath.h"
 #include "platform/linux/Uninterrupted.h"
 
 namespace tessaly {
@@ -42,6 +43,14 @@ bool canReadToTheEnd(int file) {
     const ssize_t count = uninterrupted([&] { return ::read(file, block.data(), block.size()); });
     if (count <= 0) return count == 0;
   }
+}
+
+// Of the item itself if it is a link.
+bool examine(const std::string& path, struct stat& status) {
+  // The system would cut the path at the NUL, and so examine another item.
+  if (!path.starts_with('/') || path.find('\0') != std::string::npos) return false;
+  const FileDescriptor item = openPath(path, O_PATH | O_NOFOLLOW);
+  return item && ::fstat(item.get(), &status) == 0;
 }
 
 class MachineFiles final : public FileAccess {
@@ -73,7 +82,7 @@ class MachineFiles final : public FileAccess {
 
   Values valuesOf(const std::string& path) const override {
     struct stat status {};
-    if (::lstat(path.c_str(), &status) != 0) return {};
+    if (!examine(path, status)) return {};
     constexpr double nanosecond = 1e9;
     return {.modified = static_cast<double>(status.st_mtim.tv_sec) +
                         static_cast<double>(status.st_mtim.tv_nsec) / nanosecond,

@@ -55,6 +55,66 @@ TEST_F(FileAccessTest, only_directories_can_be_listed_even_empty_ones) {
   EXPECT_FALSE(files_.canList(tree.at("pipe")));
 }
 
+TEST_F(FileAccessTest, an_entry_of_any_kind_and_name_makes_a_directory_one_with_entries) {
+  const TempTree tree(
+      "empty/\nfull/\n  folder/\nhidden/\n  .x\nodd/\n  ...\nlink/\n  a -> b\nfile 4K\n"
+      "to-full -> full\n");
+  for (const char* name : {"full", "hidden", "odd", "link", "to-full"})
+    EXPECT_TRUE(files_.hasEntries(tree.at(name))) << name;
+  for (const char* name : {"empty", "file", "gone"})
+    EXPECT_FALSE(files_.hasEntries(tree.at(name))) << name;
+}
+
+TEST_F(FileAccessTest, the_entries_of_a_locked_directory_are_unknown) {
+  const TempTree tree("locked/ mode=0311\n  file\n");
+  EXPECT_EQ(asOtherUser([&] { return files_.hasEntries(tree.at("locked")) ? "it has" : ""; }), "");
+}
+
+TEST_F(FileAccessTest, an_item_is_examined_itself_and_not_what_a_link_leads_to) {
+  const TempTree tree(
+      "file 12K mtime=1500000000.25\nshort 5\nsparse sparse=1G mtime=-2.5\nlink -> file\n"
+      "\\xFF\\n 4K\nfolder/ mtime=7\n");
+  EXPECT_EQ(files_.valuesOf(tree.at("file")),
+            (FileAccess::Values{.modified = 1500000000.25, .allocated = 12288, .size = 12288}));
+  EXPECT_EQ(files_.valuesOf(tree.at("short")).size, 5);
+  EXPECT_EQ(files_.valuesOf(tree.at("sparse")),
+            (FileAccess::Values{.modified = -2.5, .allocated = 0, .size = 1 << 30}));
+  EXPECT_EQ(files_.valuesOf(tree.at("link")).size, 4);
+  EXPECT_EQ(files_.valuesOf(tree.at("\xFF\n")).allocated, 4096);
+  EXPECT_EQ(files_.valuesOf(tree.at("folder")).modified, 7);
+}
+
+TEST_F(FileAccessTest, an_item_with_a_path_of_any_length_is_examined) {
+  TempTree tree;
+  const std::string name(200, 'x');
+  tree.chain("", name, 30, [](int folder, int level) {
+    if (level == 30) plantTree(folder, folder, "file 8K mtime=9\n");
+  });
+  std::string path = tree.path();
+  for (int level = 0; level < 30; ++level) path += "/" + name;
+  EXPECT_EQ(files_.valuesOf(path + "/file"),
+            (FileAccess::Values{.modified = 9, .allocated = 8192, .size = 8192}));
+  EXPECT_EQ(files_.valuesOf(path + "/gone"), FileAccess::Values());
+}
+
+TEST_F(FileAccessTest, a_path_that_is_not_absolute_or_has_a_nul_is_that_of_no_item) {
+  EXPECT_EQ(files_.valuesOf("."), FileAccess::Values());
+  EXPECT_EQ(files_.valuesOf(std::string("/tmp\0x", 6)), FileAccess::Values());
+}
+
+TEST_F(FileAccessTest, nothing_is_known_of_an_item_that_cannot_be_examined) {
+  const TempTree tree("file 4K\nlocked/ mode=0\n  file 4K\n");
+  const FileAccess::Values none;
+  EXPECT_EQ(files_.valuesOf(tree.at("gone")), none);
+  EXPECT_EQ(files_.valuesOf(tree.at("file/below")), none);
+  EXPECT_EQ(files_.valuesOf(""), none);
+  EXPECT_EQ(files_.valuesOf(tree.at(std::string(5000, 'x'))), none);
+  EXPECT_EQ(asOtherUser([&] {
+              return files_.valuesOf(tree.at("locked/file")) == none ? "" : "something is known";
+            }),
+            "");
+}
+
 TEST_F(FileAccessTest, files_of_any_size_can_be_read_whole) {
   const TempTree tree("empty\nsmall 1\nlarge 3M\nhuge sparse=8G\n");
   for (const char* name : {"empty", "small", "large", "huge"})

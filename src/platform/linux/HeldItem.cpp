@@ -1,7 +1,6 @@
 #include "platform/HeldItem.h"
 
 #include <cerrno>
-#include <climits>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,6 +10,7 @@
 #include <utility>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/OpenPath.h"
 #include "platform/linux/Uninterrupted.h"
 
 namespace tessaly {
@@ -20,25 +20,6 @@ namespace {
 FileDescriptor openAt(int folder, const std::string& name, int flags) {
   return FileDescriptor(
       uninterrupted([&] { return ::openat(folder, name.c_str(), flags | O_CLOEXEC); }));
-}
-
-// The kernel accepts no longer path in one call, so it is opened in parts that end before a "/".
-FileDescriptor openPath(const std::string& path, int flags) {
-  constexpr std::size_t longest = PATH_MAX - 1;
-  FileDescriptor folder(AT_FDCWD);
-  std::size_t at = 0;
-  while (path.size() - at > longest) {
-    const std::size_t end = path.rfind('/', at + longest);
-    if (end == std::string::npos || end <= at) {
-      errno = ENAMETOOLONG;
-      return FileDescriptor();
-    }
-    folder = openAt(folder.get(), path.substr(at, end - at), O_PATH | O_DIRECTORY);
-    if (!folder) return folder;
-    at = path.find_first_not_of('/', end);
-    if (at == std::string::npos) return openAt(folder.get(), ".", flags);
-  }
-  return openAt(folder.get(), path.substr(at), flags);
 }
 
 // Attributes of the item itself, even if it is a link, without opening it.

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <optional>
+#include <string_view>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 
@@ -11,6 +12,8 @@
 #include "platform/linux/Uninterrupted.h"
 #include "platform/linux/VisibleMounts.h"
 #include "platform/linux/trash/CountItems.h"
+#include "platform/linux/trash/FolderEntries.h"
+#include "platform/linux/trash/ItemLocation.h"
 #include "platform/linux/trash/UserTrashFolders.h"
 
 namespace tessaly {
@@ -37,6 +40,20 @@ std::optional<VolumeFigures> figuresFrom(const struct statvfs& status) {
   return figures;
 }
 
+std::vector<std::string> contentsOf(const UserTrashFolder& trash) {
+  std::vector<std::string> found;
+  // Partly deleted items wait in the second one.
+  for (const char* name : {"files", "expunged"}) {
+    const FileDescriptor folder = openFolder(trash.folder, name, O_RDONLY);
+    bool hasEntries = false;
+    const auto note = [&](std::string_view, unsigned char) { hasEntries = true; };
+    if (folder && forEachEntry(folder, note) == 0 && hasEntries) {
+      found.push_back(trash.path + "/" + name);
+    }
+  }
+  return found;
+}
+
 Result<std::vector<CountedTrash>> counted(const UserTrashFolders& folders) {
   if (!folders.errors.empty()) return folders.errors.front();
   std::vector<CountedTrash> all;
@@ -50,7 +67,7 @@ Result<std::vector<CountedTrash>> counted(const UserTrashFolders& folders) {
     all.push_back({.device = status.st_dev,
                    .inode = status.st_ino,
                    .items = items.value(),
-                   .path = trash.path});
+                   .contents = contentsOf(trash)});
   }
   return all;
 }

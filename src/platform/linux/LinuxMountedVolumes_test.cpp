@@ -78,12 +78,29 @@ TEST_F(LinuxMountedVolumesTest, the_trash_of_the_home_and_that_of_a_volume_are_c
   ASSERT_TRUE(inHome.ok() && onOne.ok() && onTwo.ok());
   struct stat status {};
   ASSERT_EQ(stat(tree_.at("home/Trash").c_str(), &status), 0);
-  EXPECT_THAT(inHome.value(),
-              ElementsAre(CountedTrash{status.st_dev, status.st_ino, 2, tree_.at("home/Trash")}));
+  EXPECT_THAT(
+      inHome.value(),
+      ElementsAre(CountedTrash{status.st_dev, status.st_ino, 2, {tree_.at("home/Trash/files")}}));
   ASSERT_EQ(onOne.value().size(), 1U);
   EXPECT_EQ(onOne.value()[0].items, 1);
-  EXPECT_EQ(onOne.value()[0].path, tree_.at("one/.Trash-" + user));
+  EXPECT_THAT(onOne.value()[0].contents, ElementsAre(tree_.at("one/.Trash-" + user + "/files")));
   EXPECT_THAT(onTwo.value(), IsEmpty());
+}
+
+TEST_F(LinuxMountedVolumesTest, an_empty_trash_has_no_contents_and_partly_deleted_items_are_some) {
+  tree_.plant("home/\n  Trash/\n    files/\n    info/\n      old.trashinfo\n    expunged/\n");
+  LinuxMountedVolumes all = volumes("");
+  ASSERT_EQ(all.trashInHome().value().size(), 1U);
+  EXPECT_THAT(all.trashInHome().value()[0].contents, IsEmpty());
+  tree_.plant("home/Trash/expunged", "half/\n  rest\n");
+  EXPECT_THAT(all.trashInHome().value()[0].contents, ElementsAre(tree_.at("home/Trash/expunged")));
+}
+
+TEST_F(LinuxMountedVolumesTest, a_link_in_place_of_the_items_has_no_contents) {
+  tree_.plant("elsewhere/\n  mine\nhome/\n  Trash/\n    files -> ../../elsewhere\n");
+  LinuxMountedVolumes all = volumes("");
+  ASSERT_EQ(all.trashInHome().value().size(), 1U);
+  EXPECT_THAT(all.trashInHome().value()[0].contents, IsEmpty());
 }
 
 TEST_F(LinuxMountedVolumesTest, a_home_without_a_trash_folder_has_no_trash_items) {
