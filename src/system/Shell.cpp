@@ -50,6 +50,20 @@ void end(Process& tool, double grace, const After& after) {
   tool.waitUntil(after(grace));
 }
 
+ToolError givenUp(const std::string& path) {
+  return {ToolError::ownDomain, ToolError::givenUp, "given up: " + path};
+}
+
+// Reads what the tool has printed before it ended.
+std::string outputOf(Process& tool, Deadline deadline) {
+  std::string output = tool.readOutput(deadline);
+  if (!isUtf8(output)) output.clear();
+  return output;
+}
+
+constexpr double lookEvery = 0.025;
+constexpr double cancelledGraceSeconds = 0.1;
+
 }  // namespace
 
 std::string run(const std::string& path, const std::vector<std::string>& args, double timeout,
@@ -61,22 +75,40 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
     tool.waitUntil(after(graceSeconds));
     throw ToolError(ToolError::ownDomain, ToolError::timedOut, "timed out: " + path);
   }
-  std::string output = tool.readOutput(deadline);
-  if (!isUtf8(output)) output.clear();
-  return output;
+  return outputOf(tool, deadline);
+}
+
+Run cancellable(std::function<bool()> isCancelled, const After& after) {
+  return [isCancelled = std::move(isCancelled), after](
+             const std::string& path, const std::vector<std::string>& args, double timeout) {
+    if (!isCancelled) return run(path, args, timeout, std::nullopt, after);
+    if (isCancelled()) throw givenUp(path);
+    Process tool = started(path, args, std::nullopt, Process::Stream::captured);
+    const Deadline deadline = after(timeout);
+    while (!tool.waitUntil(after(lookEvery))) {
+      if (isCancelled()) {
+        end(tool, cancelledGraceSeconds, after);
+        throw givenUp(path);
+      }
+      if (deadline.hasPassed()) {
+        tool.terminate();
+        tool.waitUntil(after(graceSeconds));
+        throw ToolError(ToolError::ownDomain, ToolError::timedOut, "timed out: " + path);
+      }
+    }
+    return outputOf(tool, deadline);
+  };
 }
 
 Ending runToEnd(const std::string& path, const std::vector<std::string>& args, double timeout,
                 const std::optional<std::string>& cwd, const std::function<bool()>& isCancelled,
                 const After& after) {
-  constexpr double lookEvery = 0.025;
-  constexpr double cancelledGraceSeconds = 0.1;
   Process tool = started(path, args, cwd, Process::Stream::sampled);
   const Deadline deadline = after(timeout);
   while (!tool.waitUntil(after(lookEvery))) {
     if (isCancelled && isCancelled()) {
       end(tool, cancelledGraceSeconds, after);
-      throw ToolError(ToolError::ownDomain, ToolError::givenUp, "given up: " + path);
+      throw givenUp(path);
     }
     if (deadline.hasPassed()) {
       end(tool, graceSeconds, after);
