@@ -1,9 +1,9 @@
-// How the known locations are measured on this machine: with du, except that it counts the blocks
-// of a folder itself. A folder without entries has nothing to win, so it counts 0, as does one that
-// cannot be listed.
+// How the known locations are measured on this machine: with du. It counts the blocks of a folder
+// itself too, so a folder without entries, which has nothing to win, counts 0; so does one that
+// cannot be listed, and one whose own path is not UTF-8, since du prints the path.
 //
-// The Trash is one Trash to the user, so it is measured with the user's Trash folders on all
-// volumes, as emptying takes them. A Trash without items counts 0.
+// The Trash is one Trash to the user, so its location counts all of the user's Trash folders, on
+// all volumes, as emptying takes them. A Trash without items counts 0.
 #pragma once
 
 #include <string>
