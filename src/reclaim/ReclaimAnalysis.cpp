@@ -25,21 +25,19 @@ Shell::Run guarded(Shell::Run run, const IsCancelled& isCancelled) {
 Finds run(const std::string& home, const std::optional<DiskNode>& tree, const Services& services,
           const IsCancelled& isCancelled) {
   const Shell::Run tools = guarded(services.run, isCancelled);
-  const auto goesOn = [&] { return !isCancelled || !isCancelled(); };
+  const auto isGivenUp = [&] { return isCancelled && isCancelled(); };
   const ReclaimEngine::Measure onMachine = ReclaimMeasure::onMachine(
       home, {.files = services.files, .volumes = services.volumes, .run = tools}, services.places);
   const auto measure = [&](const std::string& path) {
-    return goesOn() ? onMachine(path) : std::int64_t{0};
+    return isGivenUp() ? std::int64_t{0} : onMachine(path);
   };
 
   Finds finds;
   finds.probes = ReclaimEngine::probe(home, measure, services.places);
-  if (tree && goesOn()) finds.treeWins = BigWinsEngine::findTreeWins(*tree);
-  if (goesOn()) {
-    finds.largeOld =
-        BigWinsEngine::largeOld(home, tools, {.files = services.files, .now = services.now});
-  }
-  if (goesOn()) finds.snapshots = BigWinsEngine::localSnapshotCount(tools);
+  if (tree && !isGivenUp()) finds.treeWins = BigWinsEngine::findTreeWins(*tree);
+  finds.largeOld =
+      BigWinsEngine::largeOld(home, tools, {.files = services.files, .now = services.now});
+  finds.snapshots = BigWinsEngine::localSnapshotCount(tools);
   return finds;
 }
 

@@ -102,5 +102,11 @@ TEST_F(ReclaimAnalysisTest, no_tool_is_started_after_a_cancellation) {
   }
 }
 
+TEST_F(ReclaimAnalysisTest, no_volume_and_no_tree_is_looked_at_after_a_cancellation) {
+  const ReclaimAnalysis::Finds finds = analysed(tree_, "/usr/bin/du /home/ada/.cache/pip");
+  EXPECT_EQ(volumes_.lists, 0);
+  EXPECT_THAT(finds.treeWins, IsEmpty());
+}
+
 }  // namespace
 }  // namespace tessaly
