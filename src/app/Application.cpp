@@ -139,12 +139,13 @@ Application::Application(const Services& services) {
   installHotKey(
       orOwn(services.hotKey, ownHotKey_, [&] { return services.desktop.makeHotKey(dispatch); }));
 
+  commandTarget_ = std::make_unique<CommandTarget>(*session_);
   engine_ = std::make_unique<QQmlApplicationEngine>();
   PreviewPanel& previewPanel = orOwn(services.previewPanel, ownPreviewPanel_, [&] {
     const auto reader = std::make_shared<ReaderProgram>();
     // A preview is likely then; before that, the process that reads it uses no memory.
     QObject::connect(
-        &session_->selection(), &Selection::focusedChanged, engine_.get(),
+        commandTarget_.get(), &CommandTarget::changed, engine_.get(),
         [reader, &dispatch] {
           dispatch.async(Dispatch::Queue::utility, [reader] { reader->warmUp(); });
         },
@@ -182,11 +183,11 @@ Application::Application(const Services& services) {
                                                .giveUpInstance = services.giveUpInstance,
                                                .quit = quit,
                                                .launch = services.launch}});
-  commands_ = std::make_unique<MenuCommands>(
-      MenuCommands::Services{.session = *session_, .actions = *nodeActions_, .quit = quit});
+  commands_ = std::make_unique<MenuCommands>(MenuCommands::Services{
+      .session = *session_, .target = *commandTarget_, .actions = *nodeActions_, .quit = quit});
 
   viewStates_ = std::make_unique<ViewStates>(*session_, *access_);
-  windowState_ = std::make_unique<WindowState>(*session_, *access_);
+  windowState_ = std::make_unique<WindowState>(*session_, *access_, *commandTarget_);
   engine_->setInitialProperties(
       {{QStringLiteral("session"), QVariant::fromValue(session_.get())},
        {QStringLiteral("states"), QVariant::fromValue(viewStates_.get())},
@@ -198,6 +199,7 @@ Application::Application(const Services& services) {
   if (!engine_->rootObjects().isEmpty())
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
   if (window_ == nullptr) qFatal("The main window could not be made.");
+  commandTarget_->follow(*window_);
   if (ownIcon_) ownIcon_->setWindow(window_);
   if (ownPreviewPanel_) ownPreviewPanel_->setOwner(window_);
 

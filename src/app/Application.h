@@ -138,6 +138,7 @@ class Application {
   WindowActivation activation_;
   std::unique_ptr<AppDelegate> delegate_;
   std::unique_ptr<NodeActions> nodeActions_;
+  std::unique_ptr<CommandTarget> commandTarget_;
   std::unique_ptr<MenuCommands> commands_;
   std::unique_ptr<AccessGateActions> gateActions_;
   std::unique_ptr<ViewStates> viewStates_;

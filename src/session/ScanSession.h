@@ -105,6 +105,8 @@ class ScanSession : public QObject {
   // Moves the focused item, or else the node on screen, to the Trash; warns and moves nothing if it
   // is critical.
   Q_INVOKABLE void trashFocused();
+  // The same with this item.
+  void trashRecording(const DiskNode& node);
   // Moves one item to the Trash without a record, so that undoTrash() ignores it; warns and moves
   // nothing if it is critical. Closes the node's menu.
   void trash(const DiskNode& node);

@@ -296,6 +296,18 @@ TEST_F(Actions, trashing_without_a_focus_moves_the_node_on_screen) {
   EXPECT_EQ(session().messages().toast(), "Moved big to Trash");
 }
 
+TEST_F(Actions, another_item_is_trashed_with_a_record_like_the_focus) {
+  plant();
+  session().selection().setFocused(film_);
+  session().trashRecording(song_);
+  EXPECT_TRUE(machine_.trash.has("/data/film"));
+  EXPECT_FALSE(machine_.trash.has("/data/song"));
+  ASSERT_THAT(session().removal().lastTrashed(), SizeIs(1));
+  EXPECT_EQ(session().removal().lastTrashed().front().original, "/data/song");
+  EXPECT_EQ(session().messages().toast(), "Moved song to Trash");
+  EXPECT_EQ(session().run().status(), ScanStatus::scanning);
+}
+
 TEST_F(Actions, trashing_without_a_tree_does_nothing) {
   restart();
   settings_.remove("marrow.lastScanRoot");

@@ -35,16 +35,19 @@ std::string wordsForOthers(const std::vector<std::string>& paths) {
 void ScanSession::trashFocused() {
   const std::optional<DiskNode> target =
       selection_->focused() ? selection_->focused() : navigation_->current();
-  if (!target || isRemainder(*target)) return;
+  if (target) trashRecording(*target);
+}
+
+void ScanSession::trashRecording(const DiskNode& node) {
+  if (isRemainder(node)) return;
   FieldChanges changes;
-  if (removal_->warnIfCritical(changes, *target)) {
+  if (removal_->warnIfCritical(changes, node)) {
     changes.announce();
     return;
   }
-  messages_->tellFailures(changes, removal_->moveRecording(changes, target->path()),
-                          Act::moveToTrash);
+  messages_->tellFailures(changes, removal_->moveRecording(changes, node.path()), Act::moveToTrash);
   // Shown for a failed move too; the rescan shows the true state.
-  messages_->flash(changes, "Moved " + shownName(*target) + " to Trash");
+  messages_->flash(changes, "Moved " + shownName(node) + " to Trash");
   announceAndRescan(changes);
 }
 

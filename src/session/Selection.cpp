@@ -64,9 +64,13 @@ void Selection::clearSelection(FieldChanges& changes) {
 }
 
 void Selection::copySelectedPaths() {
+  copySelectedPaths(focused_);
+}
+
+void Selection::copySelectedPaths(const std::optional<DiskNode>& other) {
   std::vector<std::string> paths;
   for (const DiskNode& node : selectedNodes_) paths.push_back(node.path());
-  if (paths.empty() && focused_ && !isRemainder(*focused_)) paths.push_back(focused_->path());
+  if (paths.empty() && other && !isRemainder(*other)) paths.push_back(other->path());
   if (paths.empty()) return;
 
   std::string lines;

@@ -37,6 +37,8 @@ class Selection : public QObject {
 
   // Copies the paths of the selected nodes, or else of the focused one, one per line.
   void copySelectedPaths();
+  // The same with `other` in place of the focused node.
+  void copySelectedPaths(const std::optional<DiskNode>& other);
 
  signals:
   void focusedChanged();

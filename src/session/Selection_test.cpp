@@ -41,6 +41,17 @@ TEST_F(SelectionAlone, the_focused_path_is_copied_without_a_selection) {
   EXPECT_EQ(pasteboard_.text, "/a");
 }
 
+TEST_F(SelectionAlone, another_node_can_be_copied_in_place_of_the_focused_one) {
+  selection_.setFocused(file("/a", 1));
+  selection_.copySelectedPaths(std::nullopt);
+  EXPECT_EQ(pasteboard_.text, std::nullopt);
+  selection_.copySelectedPaths(file("/b", 1));
+  EXPECT_EQ(pasteboard_.text, "/b");
+  selection_.selectNodes({file("/c", 1)}, false);
+  selection_.copySelectedPaths(file("/b", 1));
+  EXPECT_EQ(pasteboard_.text, "/c");
+}
+
 TEST_F(SelectionAlone, the_last_selected_node_has_the_focus) {
   selection_.selectNodes({file("/a", 1), file("/b", 1)}, true);
   EXPECT_EQ(selection_.focused()->path(), "/b");

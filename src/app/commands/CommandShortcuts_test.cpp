@@ -26,7 +26,7 @@ class CommandShortcuts : public SessionFixture {
                   .quickLook = [](const std::string& /*path*/) {},
                   .openTerminal = [](const std::string& /*path*/) {},
                   .openInEditor = [](const std::string& /*path*/) {}}),
-        commands_({.session = session(), .actions = actions_, .quit = [] {}}) {
+        commands_({.session = session(), .target = target_, .actions = actions_, .quit = [] {}}) {
     QObject::connect(view_.engine(), &QQmlEngine::warnings, [](const QList<QQmlError>& errors) {
       for (const QQmlError& error : errors) ADD_FAILURE() << error.toString().toStdString();
     });
@@ -58,6 +58,7 @@ class CommandShortcuts : public SessionFixture {
     QTest::keyClick(&view_, key, modifiers);
   }
 
+  CommandTarget target_{session()};
   NodeActions actions_;
   MenuCommands commands_;
   QQuickView view_;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "app/model/NodeHandle.h"
-
 namespace tessaly {
 
 namespace {
@@ -48,6 +46,7 @@ MenuCommands::MenuCommands(Services services, QObject* parent)
 
 void MenuCommands::addAll() {
   ScanSession& session = services_.session;
+  CommandTarget& target = services_.target;
   NodeActions& actions = services_.actions;
   // Qt uses Control for this modifier on this system, and for Command on the other one.
   constexpr auto command = Qt::CTRL;
@@ -71,19 +70,15 @@ void MenuCommands::addAll() {
   add("Go Back", command | Qt::Key_BracketLeft, isBelowRoot,
       [&session] { session.navigation().back(); });
   add("Rescan", command | Qt::Key_R, canRescan, &ScanSession::rescan);
-  add("Queue Focused Item", command | Qt::Key_L, always, [&session] {
-    // A copy: the session may reset its own meanwhile.
-    if (const auto focused = session.selection().focused())
-      session.cleanupQueue().addToQueue(*focused);
-  });
+  add("Queue Focused Item", command | Qt::Key_L, always, [&target] { target.addToQueue(); });
   add("Quick Look", command | Qt::Key_Y, always,
-      [&session, &actions] { actions.quickLook(NodeHandle(session.selection().focused())); });
+      [&target, &actions] { actions.quickLook(target.node()); });
   add("Select All Visible", command | Qt::Key_A, hasTree, &ScanSession::selectAllCurrent);
-  add("Copy Path", command | shift | Qt::Key_C, always,
-      [&session] { session.selection().copySelectedPaths(); });
+  add("Copy Path", command | shift | Qt::Key_C, always, [&target] { target.copyPath(); });
   add("Put Back Last Trash", command | option | Qt::Key_Z, hasTrashed, &ScanSession::undoTrash);
   add("Export JSON…", QKeySequence(), hasTree, &ScanSession::exportJSON);
-  add("Move Focused to Trash", command | Qt::Key_Backspace, always, &ScanSession::trashFocused);
+  add("Move Focused to Trash", command | Qt::Key_Backspace, always,
+      [&target] { target.moveToTrash(); });
 }
 
 void MenuCommands::add(const char* title, QKeySequence shortcut, Condition isAllowed,

@@ -1,7 +1,7 @@
 // The commands of the main window, in the order of its menu. They act on the session's state when
 // they are triggered, and are enabled and disabled as it changes.
 //
-// Main thread only. The session and the actions must outlive it.
+// Main thread only. The session, the target and the actions must outlive it.
 #pragma once
 
 #include <functional>
@@ -12,6 +12,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/commands/Command.h"
+#include "app/commands/CommandTarget.h"
 #include "app/model/NodeActions.h"
 #include "session/ScanSession.h"
 
@@ -26,6 +27,7 @@ class MenuCommands : public QObject {
  public:
   struct Services {
     ScanSession& session;
+    CommandTarget& target;  // of the commands on a single item
     NodeActions& actions;
     std::function<void()> quit;
   };

@@ -25,7 +25,9 @@ class MenuCommandsTest : public SessionFixture {
                   .quickLook = [this](const std::string& path) { looked_.push_back(path); },
                   .openTerminal = [](const std::string& /*path*/) {},
                   .openInEditor = [](const std::string& /*path*/) {}}),
-        commands_({.session = session(), .actions = actions_, .quit = [this] { ++quits_; }}) {}
+        commands_({.session = session(), .target = target_, .actions = actions_, .quit = [this] {
+                     ++quits_;
+                   }}) {}
 
   Command& command(const QString& title) {
     for (Command* each : commands_.all())
@@ -52,6 +54,7 @@ class MenuCommandsTest : public SessionFixture {
 
   std::vector<std::string> looked_;
   int quits_ = 0;
+  CommandTarget target_{session()};
   NodeActions actions_;
   MenuCommands commands_;
 };

@@ -3,13 +3,15 @@
 #include <cstdint>
 
 #include "app/model/DisplayText.h"
+#include "app/model/RowNode.h"
 #include "platform/CheckedArithmetic.h"
 #include "scan/Format.h"
 
 namespace tessaly {
 
-GrewListModel::GrewListModel(const ScanResult& result, QObject* parent)
-    : QAbstractListModel(parent), result_(result) {
+GrewListModel::GrewListModel(const ScanResult& result, const Navigation& navigation,
+                             QObject* parent)
+    : QAbstractListModel(parent), result_(result), navigation_(navigation) {
   connect(&result_, &ScanResult::deltasChanged, this, &GrewListModel::follow);
   follow();
 }
@@ -38,17 +40,16 @@ QVariant GrewListModel::data(const QModelIndex& index, int role) const {
       return QString::fromStdString(Format::bytes(delta.after));
     case PathRole:
       return QVariant::fromValue(PathHandle(delta.path));
+    case NodeRole:
+      return QVariant::fromValue(RowNode::of(navigation_, delta.path, delta.after));
     default:
       return {};
   }
 }
 
 QHash<int, QByteArray> GrewListModel::roleNames() const {
-  return {{NameRole, "name"},
-          {PlaceRole, "place"},
-          {GrowthRole, "growthText"},
-          {SizeRole, "sizeText"},
-          {PathRole, "path"}};
+  return {{NameRole, "name"},     {PlaceRole, "place"}, {GrowthRole, "growthText"},
+          {SizeRole, "sizeText"}, {PathRole, "path"},   {NodeRole, "node"}};
 }
 
 }  // namespace tessaly

@@ -8,6 +8,7 @@
 #include "app/model/KeyedRows.h"
 #include "app/model/PathHandle.h"
 #include "scan/ScanDelta.h"
+#include "session/Navigation.h"
 #include "session/ScanResult.h"
 
 namespace tessaly {
@@ -24,10 +25,11 @@ class GrewListModel : public QAbstractListModel {
     GrowthRole,  // as text, "+1.0 GB"
     SizeRole,    // current size as text
     PathRole,    // the path's bytes, as a PathHandle
+    NodeRole,    // the item, as a NodeHandle
   };
 
-  // `result` must outlive it.
-  explicit GrewListModel(const ScanResult& result, QObject* parent = nullptr);
+  // `result` and `navigation` must outlive it.
+  GrewListModel(const ScanResult& result, const Navigation& navigation, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -40,6 +42,7 @@ class GrewListModel : public QAbstractListModel {
   void follow();
 
   const ScanResult& result_;
+  const Navigation& navigation_;
   KeyedRows<ScanDelta> rows_{*this};
 };
 

@@ -3,7 +3,7 @@
 namespace tessaly {
 
 GrewListState::GrewListState(ScanSession& session, QObject* parent)
-    : QObject(parent), session_(session), rows_(session.result()) {
+    : QObject(parent), session_(session), rows_(session.result(), session.navigation()) {
   connect(&rows_, &GrewListModel::countChanged, this, &GrewListState::titleChanged);
 }
 

@@ -62,6 +62,19 @@ TEST_F(GrewList, each_delta_has_one_row_in_the_order_of_the_session) {
   EXPECT_THAT(column(GrewListModel::SizeRole), ElementsAre("1.2 GB", "1.1 GB", "90.0 MB"));
 }
 
+TEST_F(GrewList, each_row_has_the_node_of_its_item) {
+  scanWith(100 * mega, 50 * mega);
+  scanWith(1124 * mega, 90 * mega);
+  const auto node = [this](int row) {
+    return *state_.rows()
+                ->data(state_.rows()->index(row), GrewListModel::NodeRole)
+                .value<NodeHandle>()
+                .node();
+  };
+  EXPECT_EQ(node(0), *session().navigation().current());
+  EXPECT_EQ(node(1), file("/r/caf\xe9", 1124 * mega));
+}
+
 TEST_F(GrewList, a_row_is_shown_on_the_map_and_an_empty_handle_does_nothing) {
   scanWith(100 * mega, 50 * mega);
   scanWith(300 * mega, 50 * mega);

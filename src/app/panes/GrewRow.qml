@@ -12,8 +12,10 @@ ListPaneRow {
     required property string growthText
     required property string sizeText
     required property pathHandle path
+    required property nodeHandle node
 
     height: 48
+    CommandRow.node: node
     label: `${name}, ${growthText}, now ${sizeText}, ${place}`
 
     content: [

@@ -13,8 +13,4 @@ void LargestListState::addToQueue(const NodeHandle& node) {
   if (node.isValid()) session_.cleanupQueue().addToQueue(*node.node());
 }
 
-void LargestListState::focus(const NodeHandle& node) {
-  if (node.isValid()) session_.selection().setFocused(node.node());
-}
-
 }  // namespace tessaly

@@ -25,8 +25,6 @@ class LargestListState : public QObject {
   // The actions do nothing for a handle without a node.
   Q_INVOKABLE void showOnMap(const tessaly::NodeHandle& node);
   Q_INVOKABLE void addToQueue(const tessaly::NodeHandle& node);
-  // Makes the file of the focused row the one that the window's commands act on.
-  Q_INVOKABLE void focus(const tessaly::NodeHandle& node);
 
  private:
   ScanSession& session_;

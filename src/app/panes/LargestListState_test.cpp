@@ -105,21 +105,13 @@ TEST_F(LargestList, a_file_is_added_to_the_queue_only_once) {
   EXPECT_EQ(session().cleanupQueue().queue().front().path(), "/r/caf\xe9");
 }
 
-TEST_F(LargestList, the_file_of_the_focused_row_is_the_one_that_commands_act_on) {
-  scanTo(folder("/r", 60, {file("/r/a", 40), file("/r/b", 20)}));
-  state_.focus(node(1));
-  EXPECT_EQ(session().selection().focused()->path(), "/r/b");
-}
-
 TEST_F(LargestList, actions_do_nothing_for_a_handle_without_a_file) {
   scanTo(folder("/r", 30, {file("/r/a", 30)}));
   session().shown().setVizMode(VizMode::largest);
   state_.showOnMap(NodeHandle());
   state_.addToQueue(NodeHandle());
-  state_.focus(NodeHandle());
   EXPECT_EQ(session().shown().vizMode(), VizMode::largest);
   EXPECT_TRUE(session().cleanupQueue().queue().empty());
-  EXPECT_FALSE(session().selection().focused());
 }
 
 }  // namespace

@@ -22,10 +22,6 @@ ListPane {
         onActivated: view.files.showOnMap(row.node)
         onQueued: view.files.addToQueue(row.node)
         onMenuAsked: (place, byKeyboard) => menu.ask(row.node, row.mapToItem(view, place), byKeyboard)
-        onHasKeyboardChanged: {
-            if (row.hasKeyboard)
-                view.files.focus(row.node)
-        }
     }
     // qmllint enable unqualified
 

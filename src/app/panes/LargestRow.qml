@@ -16,6 +16,7 @@ ListPaneRow {
     signal queued
 
     height: 48
+    CommandRow.node: node
     label: `${name}, ${kindText}, ${sizeText}, ${place}`
 
     content: [

@@ -37,7 +37,8 @@ class BreadcrumbModelTest : public SessionFixture {
   BreadcrumbModel model_{session().navigation()};
   QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
   AccessController access_{settings_, [] { return true; }};
-  WindowState bars_{session(), access_};
+  CommandTarget target_{session()};
+  WindowState bars_{session(), access_, target_};
 };
 
 TEST_F(BreadcrumbModelTest, the_rows_are_the_folders_down_to_the_one_on_screen) {

@@ -226,12 +226,12 @@ Window {
         }
     }
 
-    // Previews the focused item of the map, even if a button has the keyboard focus: Return presses
-    // that.
+    // Previews the focused item of the map or the focused row of a list, even if a button has the
+    // keyboard focus: Return presses that.
     Shortcut {
         sequence: "Space"
         enabled: window.bars.canPreview
-        onActivated: window.actions.quickLook(window.bars.focusedNode)
+        onActivated: window.actions.quickLook(window.bars.target)
     }
 
     CommandMenu {

@@ -9,8 +9,9 @@ static_assert(static_cast<int>(MainPane::map) == WindowState::Map);
 static_assert(static_cast<int>(MainPane::apps) == WindowState::Apps);
 static_assert(static_cast<int>(MainPane::monitor) == WindowState::Monitor);
 
-WindowState::WindowState(ScanSession& session, const AccessController& access, QObject* parent)
-    : QObject(parent), session_(session), access_(access) {
+WindowState::WindowState(ScanSession& session, const AccessController& access,
+                         const CommandTarget& target, QObject* parent)
+    : QObject(parent), session_(session), access_(access), target_(target) {
   connect(&session_.navigation(), &Navigation::stackChanged, this, &WindowState::changed);
   connect(&session_.shown(), &Shown::paneChanged, this, &WindowState::changed);
   connect(&session_.shown(), &Shown::vizModeChanged, this, &WindowState::changed);
@@ -18,7 +19,7 @@ WindowState::WindowState(ScanSession& session, const AccessController& access, Q
   connect(&session_.cleanupQueue(), &CleanupQueue::queueOpenChanged, this, &WindowState::changed);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueMinimizedChanged, this,
           &WindowState::changed);
-  connect(&session_.selection(), &Selection::focusedChanged, this, &WindowState::focusedChanged);
+  connect(&target_, &CommandTarget::changed, this, &WindowState::targetChanged);
   connect(&session_.shown(), &Shown::searchOpenChanged, this, &WindowState::layersChanged);
   connect(&session_.shown(), &Shown::aiOpenChanged, this, &WindowState::layersChanged);
   connect(&session_.shown(), &Shown::ocrOpenChanged, this, &WindowState::layersChanged);
@@ -26,7 +27,7 @@ WindowState::WindowState(ScanSession& session, const AccessController& access, Q
   connect(&session_.removal(), &Removal::criticalWarningChanged, this, &WindowState::layersChanged);
   connect(&access_, &AccessController::showGateChanged, this, &WindowState::layersChanged);
   for (const auto signal :
-       {&WindowState::changed, &WindowState::focusedChanged, &WindowState::settingsOpenChanged})
+       {&WindowState::changed, &WindowState::targetChanged, &WindowState::settingsOpenChanged})
     connect(this, signal, this, &WindowState::layersChanged);
 }
 
@@ -90,7 +91,7 @@ bool WindowState::takesCommands() const {
 }
 
 bool WindowState::canPreview() const {
-  return takesCommands() && pane() == Map && hasFocusedNode();
+  return takesCommands() && pane() == Map && target().isValid() && !isRemainder(*target().node());
 }
 
 WindowState::Escape WindowState::escape() const {
@@ -121,12 +122,8 @@ void WindowState::putAway() {
   }
 }
 
-bool WindowState::hasFocusedNode() const {
-  return session_.selection().focused() && !isRemainder(*session_.selection().focused());
-}
-
-NodeHandle WindowState::focusedNode() const {
-  return NodeHandle(session_.selection().focused());
+NodeHandle WindowState::target() const {
+  return target_.node();
 }
 
 }  // namespace tessaly

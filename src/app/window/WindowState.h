@@ -6,6 +6,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include "app/commands/CommandTarget.h"
 #include "app/model/NodeHandle.h"
 #include "session/AccessController.h"
 #include "session/ScanSession.h"
@@ -21,7 +22,8 @@ class WindowState : public QObject {
   Q_PROPERTY(bool showsBreadcrumbs READ showsBreadcrumbs NOTIFY changed)
   // The volume of the folder on screen.
   Q_PROPERTY(QString volumeName READ volumeName NOTIFY changed)
-  Q_PROPERTY(tessaly::NodeHandle focusedNode READ focusedNode NOTIFY focusedChanged)
+  // The item that commands act on.
+  Q_PROPERTY(tessaly::NodeHandle target READ target NOTIFY targetChanged)
   // The settings are shown.
   Q_PROPERTY(bool settingsOpen READ settingsOpen WRITE setSettingsOpen NOTIFY settingsOpenChanged)
   // The menu of commands is open; the menu sets this.
@@ -34,7 +36,7 @@ class WindowState : public QObject {
   Q_PROPERTY(bool takesCommands READ takesCommands NOTIFY layersChanged)
   // Escape has something to close.
   Q_PROPERTY(bool canPutAway READ canPutAway NOTIFY layersChanged)
-  // A key can preview the focused item of the map.
+  // A key can preview the target: the focused item of the map, or a row of a list.
   Q_PROPERTY(bool canPreview READ canPreview NOTIFY layersChanged)
 
  public:
@@ -42,7 +44,8 @@ class WindowState : public QObject {
   Q_ENUM(Pane)
 
   // The arguments must outlive it.
-  WindowState(ScanSession& session, const AccessController& access, QObject* parent = nullptr);
+  WindowState(ScanSession& session, const AccessController& access, const CommandTarget& target,
+              QObject* parent = nullptr);
 
   Pane pane() const;
   void setPane(Pane pane);
@@ -51,8 +54,7 @@ class WindowState : public QObject {
   // There is such a folder, and the map is the current pane.
   bool showsBreadcrumbs() const;
   QString volumeName() const;
-  bool hasFocusedNode() const;
-  NodeHandle focusedNode() const;
+  NodeHandle target() const;
   bool settingsOpen() const { return settingsOpen_; }
   void setSettingsOpen(bool open);
   bool isMenuOpen() const { return menuOpen_; }
@@ -68,7 +70,7 @@ class WindowState : public QObject {
 
  signals:
   void changed();
-  void focusedChanged();
+  void targetChanged();
   void settingsOpenChanged();
   void layersChanged();
 
@@ -81,6 +83,7 @@ class WindowState : public QObject {
 
   ScanSession& session_;
   const AccessController& access_;
+  const CommandTarget& target_;
   bool settingsOpen_ = false;
   bool menuOpen_ = false;
 };

@@ -20,13 +20,14 @@ class WindowStateTest : public SessionFixture {
   Removal& removal() { return session().removal(); }
 
   AccessController access_{settings_, [] { return true; }};
-  WindowState state_{session(), access_};
+  CommandTarget target_{session()};
+  WindowState state_{session(), access_, target_};
 };
 
 TEST_F(WindowStateTest, the_window_shows_the_map_and_the_system_disk_at_first) {
   EXPECT_EQ(state_.pane(), WindowState::Map);
   EXPECT_FALSE(state_.showsBackButton());
-  EXPECT_FALSE(state_.hasFocusedNode());
+  EXPECT_FALSE(state_.target().isValid());
   EXPECT_EQ(state_.volumeName(), QStringLiteral("System Disk"));
 }
 
@@ -209,22 +210,29 @@ TEST_F(WindowStateTest, only_items_on_the_map_can_be_previewed) {
   EXPECT_FALSE(state_.canPreview());
 }
 
-TEST_F(WindowStateTest, a_remainder_tile_does_not_count_as_a_focused_item) {
+TEST_F(WindowStateTest, a_remainder_tile_cannot_be_previewed) {
   DiskNode::Fields fields;
   fields.name = "+ 6 more";
   fields.path = "/__rest__";
   session().selection().setFocused(DiskNode(fields));
-  EXPECT_FALSE(state_.hasFocusedNode());
+  EXPECT_FALSE(state_.canPreview());
   session().selection().setFocused(file("/__rest__", 1));
-  EXPECT_TRUE(state_.hasFocusedNode());
+  EXPECT_TRUE(state_.canPreview());
 }
 
-TEST_F(WindowStateTest, the_window_follows_whether_an_item_is_focused) {
-  const QSignalSpy changes(&state_, &WindowState::focusedChanged);
+TEST_F(WindowStateTest, the_focused_item_of_the_map_cannot_be_previewed_in_a_list) {
   session().selection().setFocused(file("/a", 1));
-  EXPECT_TRUE(state_.hasFocusedNode());
+  ASSERT_TRUE(state_.canPreview());
+  session().shown().setVizMode(VizMode::largest);
+  EXPECT_FALSE(state_.canPreview());
+}
+
+TEST_F(WindowStateTest, the_window_follows_the_target_of_the_commands) {
+  const QSignalSpy changes(&state_, &WindowState::targetChanged);
+  session().selection().setFocused(file("/a", 1));
+  EXPECT_EQ(state_.target().node()->path(), "/a");
   session().selection().setFocused(std::nullopt);
-  EXPECT_FALSE(state_.hasFocusedNode());
+  EXPECT_FALSE(state_.target().isValid());
   EXPECT_EQ(changes.count(), 2);
 }
 
