@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QString>
@@ -15,11 +16,12 @@ namespace tessaly {
 
 class CommandJourney : public Journey {
  protected:
-  CommandJourney()
-      : Journey(
-            "Movies/\n"
-            "  beach.mp4 6M\n"
-            "notes.txt 2M\n") {
+  // `tree` has the items of the usual one, with other sizes.
+  explicit CommandJourney(std::string_view tree =
+                              "Movies/\n"
+                              "  beach.mp4 6M\n"
+                              "notes.txt 2M\n")
+      : Journey(tree) {
     for (const char* below : {"Movies", "Movies/beach.mp4", "notes.txt"})
       machine_.trash.put(tree_.at(below), below);
   }

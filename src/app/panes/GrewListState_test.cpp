@@ -8,6 +8,7 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
+#include "app/model/NodeHandle.h"
 #include "session/SessionFixture_test.h"
 
 namespace tessaly {
