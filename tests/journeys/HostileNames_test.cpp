@@ -172,7 +172,7 @@ TEST_F(HostileNames, hostile_names_are_harmless_in_the_queue_and_in_messages) {
   session().trashFocused();
   read();
   EXPECT_THAT(misleading_, IsEmpty());
-  EXPECT_THAT(shown_, IsSupersetOf({"name", "toast", "failure", "tessaly::QueueListModel"}));
+  EXPECT_THAT(shown_, IsSupersetOf({"name", "toast", "failure", "tessaly::NodeRows"}));
 }
 
 TEST_F(HostileNames, hostile_names_are_harmless_during_a_scan) {

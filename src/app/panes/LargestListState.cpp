@@ -3,7 +3,14 @@
 namespace tessaly {
 
 LargestListState::LargestListState(ScanSession& session, QObject* parent)
-    : QObject(parent), session_(session), rows_(session.result()) {}
+    : QObject(parent), session_(session) {
+  connect(&session_.result(), &ScanResult::largestChanged, this, &LargestListState::follow);
+  follow();
+}
+
+void LargestListState::follow() {
+  rows_.set(session_.result().largest());
+}
 
 void LargestListState::showOnMap(const NodeHandle& node) {
   if (node.isValid()) session_.focusPath(node.node()->path());

@@ -20,14 +20,6 @@ class LargestList : public SessionFixture {
 
   using Mode = QAbstractItemModelTester::FailureReportingMode;
 
-  static DiskNode fileOf(const std::string& path, std::int64_t size, FileKind kind) {
-    DiskNode::Fields fields;
-    fields.name = path.substr(path.rfind('/') + 1);
-    fields.path = path;
-    fields.size = size;
-    fields.kind = kind;
-    return DiskNode(fields);
-  }
   std::vector<std::string> column(int role) {
     std::vector<std::string> texts;
     for (int row = 0; row < state_.rows()->rowCount(); ++row)
@@ -36,9 +28,7 @@ class LargestList : public SessionFixture {
     return texts;
   }
   NodeHandle node(int row) {
-    return state_.rows()
-        ->data(state_.rows()->index(row), LargestListModel::NodeRole)
-        .value<NodeHandle>();
+    return state_.rows()->data(state_.rows()->index(row), NodeRows::NodeRole).value<NodeHandle>();
   }
 
   LargestListState state_;
@@ -53,38 +43,20 @@ TEST_F(LargestList, each_file_has_one_row_with_name_path_kind_and_size_largest_f
   scanTo(folder("/r", 4000,
                 {file("/r/small", 512), file("/r/caf\xe9", 3LL << 30U),
                  folder("/r/in", 2048, {file("/r/in/two\nlines", 2048)})}));
-  EXPECT_THAT(column(LargestListModel::NameRole),
-              ElementsAre("caf\uFFFD", "two\uFFFDlines", "small"));
-  EXPECT_THAT(column(LargestListModel::PlaceRole),
+  EXPECT_THAT(column(NodeRows::NameRole), ElementsAre("caf\uFFFD", "two\uFFFDlines", "small"));
+  EXPECT_THAT(column(NodeRows::PlaceRole),
               ElementsAre("/r/caf\uFFFD", "/r/in/two\uFFFDlines", "/r/small"));
-  EXPECT_THAT(column(LargestListModel::SizeRole), ElementsAre("3.0 GB", "2.0 KB", "512 B"));
+  EXPECT_THAT(column(NodeRows::SizeRole), ElementsAre("3.0 GB", "2.0 KB", "512 B"));
   EXPECT_EQ(node(0).node()->path(), "/r/caf\xe9");
-}
-
-TEST_F(LargestList, every_kind_of_file_has_a_name) {
-  const std::pair<FileKind, const char*> kinds[] = {
-      {FileKind::app, "Application"}, {FileKind::video, "Video"},
-      {FileKind::image, "Image"},     {FileKind::document, "Document"},
-      {FileKind::code, "Developer"},  {FileKind::archive, "Archive"},
-      {FileKind::disk, "Disk image"}, {FileKind::other, "File"}};
-  std::vector<DiskNode> files;
-  std::vector<std::string> expected;
-  for (const auto& [kind, word] : kinds) {
-    files.push_back(fileOf("/r/" + std::to_string(files.size()),
-                           1000 - static_cast<std::int64_t>(files.size()), kind));
-    expected.emplace_back(word);
-  }
-  scanTo(folder("/r", 9000, files));
-  EXPECT_EQ(column(LargestListModel::KindRole), expected);
 }
 
 TEST_F(LargestList, files_that_are_still_among_the_largest_keep_their_rows) {
   scanTo(folder("/r", 60, {file("/r/a", 30), file("/r/b", 20), file("/r/c", 10)}));
   const QPersistentModelIndex c = state_.rows()->index(2);
-  const QSignalSpy resets(state_.rows(), &LargestListModel::modelReset);
+  const QSignalSpy resets(state_.rows(), &NodeRows::modelReset);
   scanTo(folder("/r", 95, {file("/r/c", 40), file("/r/a", 30), file("/r/new", 25)}));
-  EXPECT_THAT(column(LargestListModel::NameRole), ElementsAre("c", "a", "new"));
-  EXPECT_EQ(column(LargestListModel::SizeRole)[0], "40 B");
+  EXPECT_THAT(column(NodeRows::NameRole), ElementsAre("c", "a", "new"));
+  EXPECT_EQ(column(NodeRows::SizeRole)[0], "40 B");
   EXPECT_EQ(c.row(), 0);
   EXPECT_EQ(resets.count(), 0);
 }

@@ -9,8 +9,9 @@
 namespace tessaly {
 
 CleanupQueueState::CleanupQueueState(ScanSession& session, QObject* parent)
-    : QObject(parent), session_(session), rows_(session.cleanupQueue()) {
+    : QObject(parent), session_(session) {
   using State = CleanupQueueState;
+  connect(&session_.cleanupQueue(), &CleanupQueue::queueChanged, this, &State::followQueue);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueOpenChanged, this, &State::lookChanged);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueMinimizedChanged, this,
           &State::lookChanged);
@@ -18,6 +19,11 @@ CleanupQueueState::CleanupQueueState(ScanSession& session, QObject* parent)
           &State::headerNameChanged);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueChanged, this, &State::queueChanged);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueChanged, this, &State::headerNameChanged);
+  followQueue();
+}
+
+void CleanupQueueState::followQueue() {
+  rows_.set(session_.cleanupQueue().queue());
 }
 
 CleanupQueueState::Look CleanupQueueState::look() const {

@@ -7,7 +7,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "app/model/NodeHandle.h"
-#include "app/queue/QueueListModel.h"
+#include "app/model/NodeRows.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -15,8 +15,8 @@ namespace tessaly {
 class CleanupQueueState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
-  Q_PROPERTY(tessaly::QueueListModel* rows READ rows CONSTANT)
+  QML_UNCREATABLE("Created in C++.")
+  Q_PROPERTY(tessaly::NodeRows* rows READ rows CONSTANT)
   Q_PROPERTY(Look look READ look NOTIFY lookChanged)
   Q_PROPERTY(QString countText READ countText NOTIFY queueChanged)
   // The accessible name of the header.
@@ -31,7 +31,7 @@ class CleanupQueueState : public QObject {
   // `session` must outlive it.
   explicit CleanupQueueState(ScanSession& session, QObject* parent = nullptr);
 
-  QueueListModel* rows() { return &rows_; }
+  NodeRows* rows() { return &rows_; }
   Look look() const;
   QString countText() const;
   QString headerName() const;
@@ -49,8 +49,10 @@ class CleanupQueueState : public QObject {
   void headerNameChanged();
 
  private:
+  void followQueue();
+
   ScanSession& session_;
-  QueueListModel rows_;
+  NodeRows rows_;
 };
 
 }  // namespace tessaly

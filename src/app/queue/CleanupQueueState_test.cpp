@@ -119,6 +119,36 @@ TEST_F(CleanupQueueStateTest, items_are_removed_by_the_bytes_of_their_path) {
   EXPECT_EQ(state_.look(), CleanupQueueState::Open);
 }
 
+TEST_F(CleanupQueueStateTest, each_item_has_one_row_in_the_order_of_adding) {
+  const QSignalSpy removals(state_.rows(), &NodeRows::rowsRemoved);
+  for (const char* path : {"/b", "/a", "/c", "/b"})
+    session().cleanupQueue().addToQueue(file(path, 1));
+  session().cleanupQueue().removeFromQueue("/a");
+  const auto path = [](NodeRows& rows, int row) {
+    return rows.data(rows.index(row), NodeRows::NodeRole).value<NodeHandle>().node()->path();
+  };
+  ASSERT_EQ(state_.rows()->rowCount(), 2);
+  EXPECT_EQ(path(*state_.rows(), 0), "/b");
+  EXPECT_EQ(path(*state_.rows(), 1), "/c");
+  EXPECT_EQ(removals.count(), 1);
+  CleanupQueueState other(session());
+  EXPECT_EQ(other.rows()->rowCount(), 2);
+}
+
+TEST_F(CleanupQueueStateTest, adding_a_selection_and_clearing_are_one_change_each) {
+  std::vector<DiskNode> nodes;
+  for (int i = 0; i < 100; ++i) nodes.push_back(file("/data/" + std::to_string(i), 1));
+  session().selection().selectNodes(nodes, false);
+  const QSignalSpy insertions(state_.rows(), &NodeRows::rowsInserted);
+  const QSignalSpy removals(state_.rows(), &NodeRows::rowsRemoved);
+  session().queueSelected();
+  EXPECT_EQ(state_.rows()->rowCount(), 100);
+  EXPECT_EQ(insertions.count(), 1);
+  session().cleanupQueue().clearQueue();
+  EXPECT_EQ(state_.rows()->rowCount(), 0);
+  EXPECT_EQ(removals.count(), 1);
+}
+
 TEST_F(CleanupQueueStateTest, clearing_moves_nothing) {
   machine_.trash.put("/a");
   session().cleanupQueue().addToQueue(file("/a", 1));

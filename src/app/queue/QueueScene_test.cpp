@@ -98,7 +98,7 @@ QQuickItem* QueueScene::panel() {
 
 QQuickItem* QueueScene::item(const QString& name) {
   QQuickItem* found = itemNamed(*view_, name);
-  EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+  EXPECT_NE(found, nullptr) << "the window does not show exactly one " << name.toStdString();
   return found;
 }
 

@@ -1,7 +1,7 @@
-#include "app/panes/LargestListModel.h"
+#include "app/model/NodeRows.h"
 
+#include <string_view>
 #include <utility>
-#include <vector>
 
 #include "app/model/DisplayText.h"
 #include "app/model/KindWord.h"
@@ -10,24 +10,18 @@
 
 namespace tessaly {
 
-LargestListModel::LargestListModel(const ScanResult& result, QObject* parent)
-    : QAbstractListModel(parent), result_(result) {
-  connect(&result_, &ScanResult::largestChanged, this, &LargestListModel::follow);
-  follow();
-}
-
-void LargestListModel::follow() {
+void NodeRows::set(const std::vector<DiskNode>& nodes) {
   std::vector<Row> wanted;
-  wanted.reserve(result_.largest().size());
-  for (const DiskNode& node : result_.largest()) wanted.push_back({node.path(), node});
+  wanted.reserve(nodes.size());
+  for (const DiskNode& node : nodes) wanted.push_back({node.path(), node});
   rows_.set(std::move(wanted), &Row::path);
 }
 
-int LargestListModel::rowCount(const QModelIndex& parent) const {
+int NodeRows::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rows_.count();
 }
 
-QVariant LargestListModel::data(const QModelIndex& index, int role) const {
+QVariant NodeRows::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const auto& [path, node] = rows_.at(index.row());
   switch (role) {
@@ -48,7 +42,7 @@ QVariant LargestListModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-QHash<int, QByteArray> LargestListModel::roleNames() const {
+QHash<int, QByteArray> NodeRows::roleNames() const {
   return {{NameRole, "name"},
           {PlaceRole, "place"},
           {KindRole, "kindText"},
