@@ -14,9 +14,16 @@ namespace {
 using PostScanAnalysis::FinishedScan;
 using PostScanAnalysis::idleScope;
 using PostScanAnalysis::IsCancelled;
+using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::SizeIs;
+
+const std::vector<std::string> allEnginesOfData = {"duplicates /data", "deadLinks /data",
+                                                   "cloudItems /data", "cloneGroups /data",
+                                                   "safeItems /data"};
 
 TEST(IdleScope, the_idle_scope_of_a_scan_inside_the_home_is_the_home) {
   EXPECT_EQ(idleScope("/home/user/code", "/home/user"), "/home/user");
@@ -61,6 +68,14 @@ class Analysis : public SessionFixture {
     };
   }
 
+  // Finishes the walk of /data; its analysis waits on a worker queue.
+  void finishWalk() {
+    walks().at(0).result = folder("/data", 1);
+    session().scan("/data");
+    runWalks();
+    runMain();
+  }
+
   std::vector<std::string> taken() { return std::exchange(log_, {}); }
 
   // The roots in the findings, in the order of the lists.
@@ -73,6 +88,11 @@ class Analysis : public SessionFixture {
     for (const auto& group : findings.cloneGroups()) roots.push_back(group.id);
     for (const auto& item : findings.safeItems()) roots.push_back(item.path);
     return roots;
+  }
+
+  // Each of the five lists has the item of the scan of `root`.
+  void expectAllListsOf(const std::string& root) {
+    EXPECT_THAT(found(), AllOf(SizeIs(5), Each(root)));
   }
 
   // Records each signal of the findings, with the number of items that are stored by then.
@@ -95,26 +115,18 @@ class Analysis : public SessionFixture {
 };
 
 TEST_F(Analysis, engines_run_in_order_and_publish_together_at_the_end) {
-  walks().at(0).result = folder("/data", 1);
-  session().scan("/data");
-  runWalks();
-  runMain();
+  finishWalk();
   EXPECT_EQ(session().run().status(), ScanStatus::complete);
   EXPECT_THAT(taken(), IsEmpty());
   dispatch().drain(Queue::utility);
-  EXPECT_THAT(taken(), ElementsAre("duplicates /data", "deadLinks /data", "cloudItems /data",
-                                   "cloneGroups /data", "safeItems /data"));
+  EXPECT_THAT(taken(), ElementsAreArray(allEnginesOfData));
   EXPECT_THAT(found(), IsEmpty());
   runMain();
-  EXPECT_THAT(found(), Each("/data"));
-  EXPECT_EQ(found().size(), 5U);
+  expectAllListsOf("/data");
 }
 
 TEST_F(Analysis, all_lists_are_stored_before_the_first_signal) {
-  walks().at(0).result = folder("/data", 1);
-  session().scan("/data");
-  runWalks();
-  runMain();
+  finishWalk();
   dispatch().drain(Queue::utility);
   taken();
   logSignals();
@@ -139,8 +151,7 @@ TEST_F(Analysis, equal_lists_are_not_announced_again) {
   taken();
   logSignals();
   scanTo(folder("/data", 1));
-  EXPECT_THAT(taken(), ElementsAre("duplicates /data", "deadLinks /data", "cloudItems /data",
-                                   "cloneGroups /data", "safeItems /data"));
+  EXPECT_THAT(taken(), ElementsAreArray(allEnginesOfData));
 }
 
 TEST_F(Analysis, a_list_is_emptied_when_nothing_is_found_any_more) {
@@ -158,8 +169,7 @@ TEST_F(Analysis, the_lists_stay_while_a_new_scan_runs) {
   scanTo(folder("/data", 1));
   session().scan("/other");
   runWalks();
-  EXPECT_THAT(found(), Each("/data"));
-  EXPECT_EQ(found().size(), 5U);
+  expectAllListsOf("/data");
 }
 
 TEST_F(Analysis, engines_get_the_tree_the_root_and_the_idle_scope) {
@@ -186,13 +196,11 @@ TEST_F(Analysis, an_older_scan_whose_analysis_ends_later_overwrites_the_lists_of
     runMain();
     dispatch().drain(Queue::utility);
     runMain();
-    EXPECT_THAT(found(), Each("/new"));
-    EXPECT_EQ(found().size(), 5U);
+    expectAllListsOf("/new");
   };
   session().scan("/old");
   dispatch().drainAll();
-  EXPECT_THAT(found(), Each("/old"));
-  EXPECT_EQ(found().size(), 5U);
+  expectAllListsOf("/old");
   EXPECT_EQ(session().navigation().current()->path(), "/new");
 }
 
@@ -219,20 +227,14 @@ TEST_F(Analysis, an_empty_or_cancelled_scan_is_not_analysed) {
 }
 
 TEST_F(Analysis, no_engine_starts_after_the_session_has_ended) {
-  walks().at(0).result = folder("/data", 1);
-  session().scan("/data");
-  runWalks();
-  runMain();
+  finishWalk();
   during_ = [this](const IsCancelled&) { endSession(); };
   dispatch().drainAll();
   EXPECT_THAT(taken(), ElementsAre("duplicates /data"));
 }
 
 TEST_F(Analysis, the_analysis_publishes_nothing_after_quitting) {
-  walks().at(0).result = folder("/data", 1);
-  session().scan("/data");
-  runWalks();
-  runMain();
+  finishWalk();
   dispatch().drain(Queue::utility);
   taken();
   logSignals();
