@@ -1,5 +1,5 @@
-// The keys of a list: the row that a key moves to, and whether it requests a menu. Rows are
-// numbered from 0; -1 is no row. Pure functions.
+// The keys of a list: the row that a key moves to, and whether it requests a menu, as on the map.
+// Rows are numbered from 0; -1 is no row. Pure functions.
 #pragma once
 
 #include <QObject>

@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 
+#include "app/controls/RowKeys.h"
 #include "app/map/TileNeighbour.h"
 #include "app/map/TreemapSurface.h"
 
@@ -31,11 +32,6 @@ QPointF middleOfFace(const TreemapRect& rect) {
   return {face.x + face.width / 2, face.y + face.height / 2};
 }
 
-bool asksForMenu(const QKeyEvent& event) {
-  return event.key() == Qt::Key_Menu ||
-         (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
-}
-
 }  // namespace
 
 void TreemapSurface::keyPressEvent(QKeyEvent* event) {
@@ -51,7 +47,8 @@ bool TreemapSurface::actOn(const QKeyEvent& event) {
   makeTiles();
   const auto direction = directionOf(event.key());
   const bool opens = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-  if (!direction && !opens && !asksForMenu(event)) return false;
+  const bool asksForMenu = RowKeys::asksForMenu(event.key(), event.modifiers());
+  if (!direction && !opens && !asksForMenu) return false;
   // Arrows with a modifier have no meaning here.
   if (direction && (event.modifiers() & ~Qt::KeypadModifier) != 0) return false;
   if (tiles_.all().empty() || gesture_.isDragging()) return true;
