@@ -125,6 +125,7 @@ struct Plan {
   std::size_t failCall = 0;
   long failNumber = -1;  // only calls of this number count for failCall; -1: all calls
   int code = 0;
+  bool failsAfterwards = false;  // the call that fails has its effect
   SystemCallTrace::Refusals refusals = {};
   SystemCallTrace::Answer answer = {};
   std::size_t actStop = 0;
@@ -209,13 +210,13 @@ class Tracer {
     const bool counts =
         plan_.failNumber < 0 ? !isForMemoryOrTurns(number) : number == plan_.failNumber;
     if (!counts || ++countedCalls_ != plan_.failCall) return true;
-    return fail(number, plan_.code);
+    return fail(number, plan_.code, plan_.failsAfterwards);
   }
 
-  bool fail(long number, int code) {
+  bool fail(long number, int code, bool afterwards = false) {
     run_.failedCall = number;
     failure_ = code;
-    return skipCall(child_);
+    return afterwards || skipCall(child_);
   }
 
   bool noteReturn(const __ptrace_syscall_info& info) {
@@ -330,6 +331,12 @@ TracedRun failingAt(std::size_t call, int code, const std::function<std::string(
 TracedRun failingNth(long number, std::size_t nth, int code,
                      const std::function<std::string()>& body) {
   return traced({.failCall = nth, .failNumber = number, .code = code}, body);
+}
+
+TracedRun misreportingNth(long number, std::size_t nth, int code,
+                          const std::function<std::string()>& body) {
+  return traced({.failCall = nth, .failNumber = number, .code = code, .failsAfterwards = true},
+                body);
 }
 
 TracedRun answering(const Answer& answer, const std::function<std::string()>& body) {

@@ -63,6 +63,11 @@ TracedRun failingAt(std::size_t call, int code, const std::function<std::string(
 TracedRun failingNth(long number, std::size_t nth, int code,
                      const std::function<std::string()>& body);
 
+// Makes the `nth` call of this number, counted from 1, report the errno `code` although it has had
+// its effect, like a remote file system that loses an answer.
+TracedRun misreportingNth(long number, std::size_t nth, int code,
+                          const std::function<std::string()>& body);
+
 // Changes the system's answers: after each successful call of this number, `bytes` replace those at
 // `offset` (from 0) in the memory that its argument points to.
 struct Answer {

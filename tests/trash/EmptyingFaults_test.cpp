@@ -12,7 +12,10 @@
 #include <sys/mount.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <utility>
 
+#include "platform/linux/trash/TrashListing.h"
+#include "platform/linux/trash/UserTrashFolders.h"
 #include "support/PlainFiles.h"
 #include "support/PrivateMounts.h"
 #include "support/SystemCallTrace.h"
@@ -247,6 +250,34 @@ TEST_F(EmptyingFaults, remaining_items_are_complete_wherever_emptying_is_killed_
   });
   if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
   EXPECT_EQ(told, "");
+}
+
+// Records without an item are deleted, so that of an item which cannot be examined must not count
+// as one.
+TEST_F(EmptyingFaults, records_of_items_count_as_no_orphans_whichever_call_of_the_listing_fails) {
+  std::set<std::string> found;
+  for (const int code : {EIO, EACCES, EMFILE}) {
+    for (std::size_t call = 1;; ++call) {
+      UserTrashFolders folders = homeTrashFolder(disk_->config());
+      ASSERT_EQ(folders.all.size(), 1U);
+      const TracedRun run = SystemCallTrace::failingAt(call, code, [&] {
+        EmptiedTrash result;
+        const auto listing =
+            listTrashFolder(std::move(folders.all.front()), geteuid(), anHourLater, result);
+        std::string orphans;
+        if (listing) {
+          for (const ListedEntry& orphan : listing->orphans) orphans += orphan.name + " ";
+        }
+        return orphans;
+      });
+      ASSERT_EQ(run.end, End::finished) << run.told;
+      EXPECT_TRUE(run.told.empty() || run.told == "gone.trashinfo ")
+          << run.told << "at call " << call << " with errno " << code;
+      found.insert(run.told);
+      if (run.failedCall == -1) break;
+    }
+  }
+  EXPECT_EQ(found.size(), 2U);
 }
 
 class EmptyingFailures : public EmptyingFaults, public testing::WithParamInterface<int> {};

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -333,6 +334,43 @@ TEST_F(HomeTrash, putting_back_fails_if_a_file_is_in_the_place_of_a_folder) {
   EXPECT_EQ(contentOf(disk_.at("a")), "in the way");
   EXPECT_TRUE(isThere(item.path));
   EXPECT_TRUE(isThere(infoPathOf(item.path)));
+}
+
+// The error is that of a remote file system, or that of a system without the operation.
+class MisreportedMove : public HomeTrash, public testing::WithParamInterface<int> {
+ protected:
+  void SetUp() override {
+    const std::string obstacle = SystemCallTrace::obstacle();
+    if (!obstacle.empty()) GTEST_SKIP() << obstacle;
+  }
+  static TracedRun misreported(const std::function<std::string()>& body) {
+    return SystemCallTrace::misreportingNth(SYS_renameat2, 1, GetParam(), body);
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Codes, MisreportedMove, testing::Values(EIO, EINVAL));
+
+TEST_P(MisreportedMove, an_item_that_moved_despite_the_reported_error_is_in_the_trash) {
+  disk_.put(disk_.at("film"), "x");
+  const TracedRun run =
+      misreported([&] { return told(disk_.mover().moveToTrash(disk_.at("film"))); });
+  EXPECT_EQ(run.failedCall, SYS_renameat2);
+  EXPECT_EQ(run.told, "");
+  EXPECT_FALSE(isThere(disk_.at("film")));
+  const std::string place = disk_.homeTrash() + "/files/film";
+  EXPECT_EQ(contentOf(place), "x");
+  EXPECT_EQ(recordedPath(place), disk_.at("film"));
+}
+
+TEST_P(MisreportedMove, an_item_that_came_back_despite_the_reported_error_leaves_no_record) {
+  disk_.put(disk_.at("film"), "x");
+  const ItemInTrash item = trashItem(disk_.at("film"));
+  const TracedRun run =
+      misreported([&] { return told(disk_.mover().putBack(item, disk_.at("film"))); });
+  EXPECT_EQ(run.failedCall, SYS_renameat2);
+  EXPECT_EQ(run.told, "");
+  EXPECT_EQ(contentOf(disk_.at("film")), "x");
+  EXPECT_THAT(disk_.files(), IsEmpty());
+  EXPECT_FALSE(isThere(infoPathOf(item.path)));
 }
 
 TEST_F(HomeTrash, a_move_succeeds_whose_call_moved_the_item_but_reported_an_error) {
