@@ -92,8 +92,10 @@ TEST_F(CommandTargetTest, in_a_list_it_is_the_row_with_the_keyboard) {
     focusOn(other);
     EXPECT_EQ(target(), "") << other;
   }
+  const QSignalSpy changes(&target_, &CommandTarget::changed);
   session().shown().setVizMode(VizMode::treemap);
   EXPECT_EQ(target(), "/data/film");
+  EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(CommandTargetTest, it_follows_the_item_of_the_row) {
