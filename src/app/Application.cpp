@@ -198,7 +198,7 @@ Application::Application(const Services& services) {
   engine_->load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Window/MainWindow.qml")));
   if (!engine_->rootObjects().isEmpty())
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
-  if (window_ == nullptr) qFatal("The main window could not be made.");
+  if (window_ == nullptr) qFatal("The main window could not be created.");
   commandTarget_->follow(*window_);
   if (ownIcon_) ownIcon_->setWindow(window_);
   if (ownPreviewPanel_) ownPreviewPanel_->setOwner(window_);

@@ -11,7 +11,7 @@ Journey::Journey(std::string_view tree, Lend lend)
 
 QQuickItem* Journey::item(const QString& name) {
   QQuickItem* const found = fixture_.item(name);
-  EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+  EXPECT_NE(found, nullptr) << "the window does not show exactly one " << name.toStdString();
   return found;
 }
 

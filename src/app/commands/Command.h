@@ -14,7 +14,7 @@ namespace tessaly {
 class Command : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes its commands and hands them to its views.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(QString title READ title CONSTANT)
   // In the format of a Shortcut, and as a text; both empty without keys.
   Q_PROPERTY(QString shortcut READ shortcut CONSTANT)

@@ -21,7 +21,7 @@ namespace tessaly {
 class MenuCommands : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes its commands and hands them to its views.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(QQmlListProperty<tessaly::Command> all READ list CONSTANT)
 
  public:

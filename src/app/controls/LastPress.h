@@ -16,7 +16,7 @@ namespace tessaly {
 class LastPress : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("It is attached to an item.")
+  QML_UNCREATABLE("It exists only attached to an item.")
   QML_ATTACHED(tessaly::LastPress)
   // A touch screen instead of a mouse, touchpad or pen. False before the first press.
   Q_PROPERTY(bool byFinger READ isByFinger NOTIFY byFingerChanged)

@@ -72,7 +72,7 @@ Uses usesInSources() {
 
 TEST(SymbolNames, symbol_names_in_every_source_have_a_drawing) {
   const Uses uses = usesInSources();
-  EXPECT_GE(uses.size(), 5U) << "the search finds too little to be trusted";
+  EXPECT_GE(uses.size(), 5U) << "the search misses most uses";
   for (const auto& [name, file] : uses) {
     EXPECT_TRUE(SymbolPainter::exists(name)) << name.toStdString() << " in " << file.toStdString();
   }

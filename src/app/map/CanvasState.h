@@ -18,7 +18,7 @@ namespace tessaly {
 class CanvasState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   // The session must outlive it.

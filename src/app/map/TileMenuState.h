@@ -13,7 +13,7 @@ namespace tessaly {
 class TileMenuState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
   // Whether the node has children to show.
   Q_PROPERTY(bool canOpenFolder READ canOpenFolder NOTIFY nodeChanged)

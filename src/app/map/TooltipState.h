@@ -17,7 +17,7 @@ namespace tessaly {
 class TooltipState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("A TreemapSurface has its own.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QColor tint READ tint NOTIFY changed)
   Q_PROPERTY(QString name READ name NOTIFY changed)

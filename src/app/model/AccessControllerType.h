@@ -11,7 +11,7 @@ struct AccessControllerType {
   Q_GADGET
   QML_FOREIGN(tessaly::AccessController)
   QML_NAMED_ELEMENT(AccessController)
-  QML_UNCREATABLE("The program makes one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 }  // namespace tessaly

@@ -22,7 +22,7 @@ namespace tessaly {
 class CommandRow : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("It is attached to the rows of lists.")
+  QML_UNCREATABLE("It exists only attached to an item.")
   QML_ATTACHED(CommandRow)
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
 

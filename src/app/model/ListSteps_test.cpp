@@ -34,7 +34,7 @@ std::vector<int> apply(int count, const std::vector<Step>& steps) {
     } else if (step.to < step.first) {
       std::rotate(rows.begin() + step.to, first, end);
     } else {
-      EXPECT_GT(step.to, step.last + 1) << "the rows stay where they are";
+      EXPECT_GT(step.to, step.last + 1) << "the step moves nothing";
       EXPECT_LE(step.to, static_cast<int>(rows.size()));
       std::rotate(first, end, rows.begin() + step.to);
     }

@@ -19,7 +19,7 @@ namespace tessaly {
 class NodeActions : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   using OnPath = std::function<void(const std::string& path)>;

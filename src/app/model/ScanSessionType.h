@@ -11,7 +11,7 @@ struct ScanSessionType {
   Q_GADGET
   QML_FOREIGN(tessaly::ScanSession)
   QML_NAMED_ELEMENT(ScanSession)
-  QML_UNCREATABLE("The program makes its one session and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 }  // namespace tessaly

@@ -12,63 +12,63 @@ struct ChoicesType {
   Q_GADGET
   QML_FOREIGN(tessaly::Choices)
   QML_NAMED_ELEMENT(Choices)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct CleanupQueueType {
   Q_GADGET
   QML_FOREIGN(tessaly::CleanupQueue)
   QML_NAMED_ELEMENT(CleanupQueue)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct LiveWatchType {
   Q_GADGET
   QML_FOREIGN(tessaly::LiveWatch)
   QML_NAMED_ELEMENT(LiveWatch)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct MessagesType {
   Q_GADGET
   QML_FOREIGN(tessaly::Messages)
   QML_NAMED_ELEMENT(Messages)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct NavigationType {
   Q_GADGET
   QML_FOREIGN(tessaly::Navigation)
   QML_NAMED_ELEMENT(Navigation)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct RemovalType {
   Q_GADGET
   QML_FOREIGN(tessaly::Removal)
   QML_NAMED_ELEMENT(Removal)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct ScanRunType {
   Q_GADGET
   QML_FOREIGN(tessaly::ScanRun)
   QML_NAMED_ELEMENT(ScanRun)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct SelectionType {
   Q_GADGET
   QML_FOREIGN(tessaly::Selection)
   QML_NAMED_ELEMENT(Selection)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 struct ShownType {
   Q_GADGET
   QML_FOREIGN(tessaly::Shown)
   QML_NAMED_ELEMENT(Shown)
-  QML_UNCREATABLE("The session has one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 };
 
 }  // namespace tessaly

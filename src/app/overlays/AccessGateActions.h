@@ -17,7 +17,7 @@ namespace tessaly {
 class AccessGateActions : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes one and hands it to the gate.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::AccessController* access READ access CONSTANT)
   // The user has started to grant access; the next step is a relaunch.
   Q_PROPERTY(bool hasBegun READ hasBegun NOTIFY hasBegunChanged)

@@ -107,7 +107,7 @@ QQuickItem* OverlayScene::find(const QString& path) const {
   for (const QString& name : path.split('/')) {
     found = itemNamed(found, name);
     if (found == nullptr) {
-      ADD_FAILURE() << "not one item, or more than one, is " << path.toStdString();
+      ADD_FAILURE() << "the window does not have exactly one " << path.toStdString();
       return view_->rootObject();
     }
   }

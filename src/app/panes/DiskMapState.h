@@ -21,7 +21,7 @@ namespace tessaly {
 class DiskMapState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   // The row above the map and its modes; then the map.
   Q_PROPERTY(tessaly::ModeBarState* bar READ bar CONSTANT)
   Q_PROPERTY(tessaly::ModeListModel* modes READ modes CONSTANT)

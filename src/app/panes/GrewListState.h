@@ -14,7 +14,7 @@ namespace tessaly {
 class GrewListState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::GrewListModel* rows READ rows CONSTANT)
   Q_PROPERTY(QString title READ title NOTIFY titleChanged)
 

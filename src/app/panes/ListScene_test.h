@@ -53,7 +53,7 @@ class ListScene {
   void update() { settle(*view_); }
   QQuickItem* item(const QString& name) {
     QQuickItem* found = itemNamed(*view_, name);
-    EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+    EXPECT_NE(found, nullptr) << "the window does not show exactly one " << name.toStdString();
     return found;
   }
   bool shows(const QString& name) { return !itemsNamed(view_->contentItem(), name).empty(); }

@@ -14,7 +14,7 @@ namespace tessaly {
 class ModeBarState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   // A folder that can be watched is on screen.
   Q_PROPERTY(bool canWatch READ canWatch NOTIFY canWatchChanged)
   Q_PROPERTY(QString watchText READ watchText NOTIFY watchTextChanged)

@@ -78,7 +78,7 @@ class ModeBar : public SessionFixture {
   QQuickItem* bar() { return itemNamed(*view_, "modeBar"); }
   QQuickItem* item(const QString& name) {
     QQuickItem* found = itemNamed(*view_, name);
-    EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+    EXPECT_NE(found, nullptr) << "the window does not show exactly one " << name.toStdString();
     return found;
   }
   bool shows(const QString& name) { return !itemsNamed(view_->contentItem(), name).empty(); }

@@ -63,7 +63,7 @@ class UnreadableFigure : public SessionFixture {
 
   QQuickItem* part(const QString& name) {
     QQuickItem* const found = itemNamed(*view_, name);
-    EXPECT_NE(found, nullptr) << "the window shows no single " << name.toStdString();
+    EXPECT_NE(found, nullptr) << "the window does not show exactly one " << name.toStdString();
     return found;
   }
   bool shows(const QString& name) { return !itemsNamed(view_->contentItem(), name).empty(); }

@@ -13,7 +13,7 @@ namespace tessaly {
 class PreviewRowsModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("A preview has its own.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   enum Role { SymbolRole = Qt::UserRole + 1, NameRole, ValueRole };

@@ -19,7 +19,7 @@ namespace tessaly {
 class PreviewState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The preview's window comes with one.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::PreviewScreen::Kind body READ body NOTIFY changed)
   Q_PROPERTY(QString name READ name NOTIFY changed)
   Q_PROPERTY(QString symbol READ symbol NOTIFY changed)

@@ -84,7 +84,7 @@ void PreviewWindow::makeWindow() {
       {{QStringLiteral("preview"), QVariant::fromValue(&state_)}});
   window_.reset(qobject_cast<QQuickWindow*>(made));
   if (!window_)
-    qFatal("The preview window could not be made: %s", qPrintable(component.errorString()));
+    qFatal("The preview window could not be created: %s", qPrintable(component.errorString()));
   connect(window_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
     if (visible) return;
     giveUp();

@@ -82,7 +82,7 @@ std::vector<QQuickItem*> PreviewWindowScene::items(const QString& name) {
 
 QQuickItem* PreviewWindowScene::item(const QString& name) {
   const std::vector<QQuickItem*> found = items(name);
-  EXPECT_EQ(found.size(), 1U) << "items are named " << name.toStdString();
+  EXPECT_EQ(found.size(), 1U) << "items have the name " << name.toStdString();
   return found.size() == 1 ? found.front() : nullptr;
 }
 

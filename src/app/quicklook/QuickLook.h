@@ -16,7 +16,7 @@ namespace tessaly {
 class QuickLook : public QObject, public PreviewSource {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes one and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   // `panel` must outlive this object; null if the desktop has none.

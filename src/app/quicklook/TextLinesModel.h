@@ -11,7 +11,7 @@ namespace tessaly {
 class TextLinesModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("A preview has its own.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   enum Role { LineRole = Qt::UserRole + 1 };

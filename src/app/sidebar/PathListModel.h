@@ -16,7 +16,7 @@ namespace tessaly {
 class PathListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(List list READ list CONSTANT)
   Q_PROPERTY(int count READ count NOTIFY countChanged)
 

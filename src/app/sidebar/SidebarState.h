@@ -18,7 +18,7 @@ namespace tessaly {
 class SidebarState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::ScanSession* session READ session CONSTANT)
   Q_PROPERTY(tessaly::PathListModel* pins READ pins CONSTANT)
   Q_PROPERTY(tessaly::PathListModel* recents READ recents CONSTANT)

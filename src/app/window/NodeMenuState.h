@@ -13,7 +13,7 @@ namespace tessaly {
 class NodeMenuState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY changed)

@@ -14,7 +14,7 @@ namespace tessaly {
 class ProtectedLocationState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   // The reason, and below an empty line the item's path.
   Q_PROPERTY(QString message READ message NOTIFY changed)

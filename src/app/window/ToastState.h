@@ -12,7 +12,7 @@ namespace tessaly {
 class ToastState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   // The current message, or the last one, which is still visible while it fades out.
   Q_PROPERTY(QString text READ text NOTIFY changed)

@@ -23,7 +23,7 @@ namespace tessaly {
 class ViewStates : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its views.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   ViewStates(ScanSession& session, AccessController& access) : session_(session), access_(access) {}

@@ -16,7 +16,7 @@ namespace tessaly {
 class WindowState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(Pane pane READ pane WRITE setPane NOTIFY changed)
   Q_PROPERTY(bool showsBackButton READ showsBackButton NOTIFY changed)
   Q_PROPERTY(bool showsBreadcrumbs READ showsBreadcrumbs NOTIFY changed)
