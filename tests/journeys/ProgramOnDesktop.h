@@ -15,6 +15,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "journeys/Programs.h"
 #include "platform/Process.h"
 #include "support/PrivateBus.h"
 #include "support/TempTree.h"
@@ -35,7 +36,7 @@ class ProgramOnDesktop : public testing::Test {
   // Later starts are hidden.
   void startHidden() const;
 
-  Process& start() { return start(TESSALY_PROGRAM, {}); }
+  Process& start() { return start(tessalyProgram(), {}); }
   // Another program, which may start the built one.
   Process& start(const std::string& path, std::vector<std::string> args);
 

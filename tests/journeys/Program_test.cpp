@@ -13,6 +13,7 @@
 
 #include <QProcess>
 
+#include "journeys/Programs.h"
 #include "journeys/ScreenTwin.h"
 #include "support/DeadVolume.h"
 #include "support/MuteServer.h"
@@ -49,7 +50,7 @@ class Program {
     if (prepare) process_.setChildProcessModifier(std::move(prepare));
     process_.setProcessEnvironment(environmentFor(server, home, state_.path()));
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
-    process_.start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+    process_.start(QString::fromStdString(tessalyProgram()), QStringList());
     EXPECT_TRUE(process_.waitForStarted());
   }
   ~Program() {
@@ -196,7 +197,7 @@ class ProgramWithoutDisplay : public testing::Test {
     for (const auto& [name, value] : variables)
       environment.insert(QString::fromLatin1(name), QString::fromStdString(value));
     process->setProcessEnvironment(environment);
-    process->start(QStringLiteral(TESSALY_PROGRAM), QStringList());
+    process->start(QString::fromStdString(tessalyProgram()), QStringList());
     return process;
   }
 

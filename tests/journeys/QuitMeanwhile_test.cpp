@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include "journeys/ProgramOnDesktop.h"
+#include "journeys/Programs.h"
 #include "platform/SingleInstance.h"
 #include "support/PlainFiles.h"
 
@@ -37,7 +38,7 @@ class QuitMeanwhile : public ProgramOnDesktop {
 
   // Starts the program through a shell that sets variables.
   Process& startWith(const std::string& variables) {
-    return start("/bin/sh", {"-c", variables + " exec \"$0\"", TESSALY_PROGRAM});
+    return start("/bin/sh", {"-c", variables + " exec \"$0\"", tessalyProgram()});
   }
 
   void scanHome(QPoint button) {

@@ -18,6 +18,7 @@
 #include <QTest>
 
 #include "journeys/ProgramOnDesktop.h"
+#include "journeys/Programs.h"
 #include "platform/SingleInstance.h"
 #include "support/Needs.h"
 #include "support/PlainFiles.h"
@@ -38,7 +39,7 @@ class QuitTest : public ProgramOnDesktop {
   std::string startHeld() {
     const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
     Process& holder =
-        start(TESSALY_HUNG_FOLDER, {home_.at("network"), state_.at("held"), TESSALY_PROGRAM});
+        start(hungFolderProgram(), {home_.at("network"), state_.at("held"), tessalyProgram()});
     const bool isUp = server_.lookUntil(
         [&](const QImage& screen) { return shows(screen) || !isRunning(holder); });
     if (!isUp || !isRunning(holder)) return needs(Need::fuse, "nothing can be mounted here");
@@ -275,7 +276,7 @@ class LimitedFiles : public ProgramOnDesktop {
 TEST_F(LimitedFiles, a_limit_on_file_sizes_does_not_end_the_program) {
   const QPoint scan = middleOf(QStringLiteral("idleScanHome"));
   // In blocks of 512 bytes: enough for the settings, but not for the sizes or the tree.
-  Process& program = start("/bin/sh", {"-c", "ulimit -f 4; exec \"$0\"", TESSALY_PROGRAM});
+  Process& program = start("/bin/sh", {"-c", "ulimit -f 4; exec \"$0\"", tessalyProgram()});
   ASSERT_TRUE(comesUp());
   server_.click(scan);
   // Written after the sizes and the tree.

@@ -18,6 +18,7 @@
 
 #include "app/Application.h"
 #include "fixture/Services.h"
+#include "journeys/Programs.h"
 #include "platform/Deadline.h"
 #include "platform/Process.h"
 #include "support/Needs.h"
@@ -131,7 +132,7 @@ TEST_F(RelaunchTest, quit_and_reopen_starts_another_instance_which_is_the_only_o
   const QPoint grant = middleOf(QStringLiteral("grant"));
   const QPoint relaunch = middleOf(QStringLiteral("relaunch"));
   std::vector<std::string> closed = {
-      "-m", "sh", "-c", underClosedRoot, "sh", state_.at("root"), TESSALY_PROGRAM};
+      "-m", "sh", "-c", underClosedRoot, "sh", state_.at("root"), tessalyProgram()};
   if (geteuid() != 0) closed.insert(closed.begin(), "-r");
   Process first = start("/usr/bin/unshare", closed);
   if (first.waitUntil(Deadline::after(0)) || !showsGate(grant)) {
@@ -153,7 +154,7 @@ TEST_F(RelaunchTest, quit_and_reopen_starts_another_instance_which_is_the_only_o
   EXPECT_TRUE(showsGate(grant));
 
   // A further start reaches the new instance.
-  Process another = start("/usr/bin/env", {"-u", "QT_QPA_PLATFORM", TESSALY_PROGRAM});
+  Process another = start("/usr/bin/env", {"-u", "QT_QPA_PLATFORM", tessalyProgram()});
   ASSERT_TRUE(another.waitUntil(Deadline::after(60)));
   EXPECT_TRUE(another.exit()->isSuccess());
   EXPECT_EQ(running(), after);

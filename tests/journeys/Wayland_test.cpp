@@ -10,6 +10,7 @@
 
 #include <QTest>
 
+#include "journeys/Programs.h"
 #include "journeys/ScreenTwin.h"
 #include "platform/Process.h"
 #include "support/PlainFiles.h"
@@ -38,7 +39,7 @@ class WaylandTest : public testing::Test {
 
   void SetUp() override {
     program_.emplace(
-        std::move(Process::launch({.path = TESSALY_PROGRAM,
+        std::move(Process::launch({.path = tessalyProgram(),
                                    .environment = {{"DISPLAY", ""},
                                                    {"WAYLAND_DISPLAY", compositor_.display()},
                                                    {"XDG_SESSION_TYPE", "wayland"},
