@@ -40,8 +40,10 @@ class Listing {
     if (info.folder) records = recordsIn(info.folder);
     const TrashPart files = open("files");
     std::set<std::string> names;
-    if (files.folder) listItems(files.folder, info.folder, names);
-    if (info.folder && (files.folder || files.isMissing())) {
+    const bool hasAllNames =
+        files.folder ? listItems(files.folder, info.folder, names) : files.isMissing();
+    // Without all names the records of items would seem to have none.
+    if (info.folder && hasAllNames) {
       listOrphans(info.folder, std::move(records), names);
     }
     return std::move(found_);
@@ -94,7 +96,8 @@ class Listing {
     return records;
   }
 
-  void listItems(const FileDescriptor& files, const FileDescriptor& info,
+  // False if the folder could not be read to its end.
+  bool listItems(const FileDescriptor& files, const FileDescriptor& info,
                  std::set<std::string>& names) {
     const int code = forEachEntry(files, [&](std::string_view name, unsigned char) {
       names.emplace(name);
@@ -104,6 +107,7 @@ class Listing {
       found_.items.push_back(std::move(item));
     });
     noteError(code, "files");
+    return code == 0;
   }
 
   // False if the record cannot be examined: deleting the item without it would leave the record
