@@ -30,6 +30,13 @@ std::vector<std::string> commonCriticalPrefixes() {
   return {"/System", "/usr", "/bin", "/sbin", "/private", "/Library"};
 }
 
+ScoreWords commonScoreWords() {
+  return {.caches = {"/library/caches", "/deriveddata", "node_modules", "/logs/", "/.cache"},
+          .cacheEnds = {"/logs"},
+          .downloads = {"/downloads"},
+          .personal = {"/pictures/", "/movies/", "/desktop/", "/documents/", "/mobile documents/"}};
+}
+
 void append(std::vector<std::string>& list, const std::vector<std::string>& more) {
   list.insert(list.end(), more.begin(), more.end());
 }
@@ -78,6 +85,7 @@ const Places& Places::forMacos() {
                        {.path = "/Library/Messages", .isInHome = true},
                        {.path = "/Library/Safari/CloudTabs.db", .isInHome = true}},
       .reclaimPlaces = macosReclaimPlaces(),
+      .score = commonScoreWords(),
   };
   return places;
 }
@@ -105,11 +113,15 @@ const Places& Places::forLinux() {
         // Linux hides nothing from a program, unless it runs in a sandbox.
         .accessProbes = {{.path = "/"}},
         .reclaimPlaces = linuxReclaimPlaces(),
+        .score = commonScoreWords(),
     };
     append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",
                                  "/mnt", "/opt", "/proc", "/root", "/run", "/srv", "/sys", "/var"});
     append(made.critical.prefixes,
            {"/boot", "/dev", "/etc", "/lib", "/lib64", "/proc", "/sys", "/var/lib"});
+    append(made.score.caches, {"/log/", "/var/tmp/"});
+    // Among them the disks of virtual machines.
+    append(made.score.personal, {"/.local/share/"});
     made.skipNames.insert(".Trash-" + std::to_string(getuid()));
     made.importantFolders.insert("Videos");
     return made;

@@ -56,6 +56,15 @@ struct ReclaimPlace {
   friend bool operator==(const ReclaimPlace&, const ReclaimPlace&) = default;
 };
 
+// Words by which a path tells how easily its file is missed. In lower case; each is searched for
+// anywhere in the path in lower case.
+struct ScoreWords {
+  std::vector<std::string> caches;     // files that programs make again
+  std::vector<std::string> cacheEnds;  // the same, at the end of the path alone
+  std::vector<std::string> downloads;
+  std::vector<std::string> personal;  // files of the user's own, besides Places::importantFolders
+};
+
 struct Places {
   std::unordered_set<std::string> skipNames;         // names that no walk enters, at any depth
   std::unordered_set<std::string> skipRootNames;     // names left out directly under "/"
@@ -65,6 +74,7 @@ struct Places {
   CriticalPathRules critical;
   std::vector<AccessProbe> accessProbes;    // if one of them can be read, all items can
   std::vector<ReclaimPlace> reclaimPlaces;  // in the order in which they are measured
+  ScoreWords score;
 
   static const Places& forMacos();
   static const Places& forLinux();

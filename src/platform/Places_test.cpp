@@ -111,6 +111,27 @@ TEST(Places, linux_volumes_are_the_root_the_home_and_removable_or_manual_mounts)
   EXPECT_TRUE(volumes.skipPrefixes.empty());
 }
 
+TEST(Places, macos_scores_a_path_by_the_given_words) {
+  const ScoreWords& score = Places::forMacos().score;
+  EXPECT_EQ(score.caches,
+            (Prefixes{"/library/caches", "/deriveddata", "node_modules", "/logs/", "/.cache"}));
+  EXPECT_EQ(score.cacheEnds, Prefixes{"/logs"});
+  EXPECT_EQ(score.downloads, Prefixes{"/downloads"});
+  EXPECT_EQ(score.personal,
+            (Prefixes{"/pictures/", "/movies/", "/desktop/", "/documents/", "/mobile documents/"}));
+}
+
+TEST(Places, linux_scores_a_path_by_three_more_words) {
+  ScoreWords expected = Places::forMacos().score;
+  expected.caches.insert(expected.caches.end(), {"/log/", "/var/tmp/"});
+  expected.personal.emplace_back("/.local/share/");
+  const ScoreWords& score = Places::forLinux().score;
+  EXPECT_EQ(score.caches, expected.caches);
+  EXPECT_EQ(score.cacheEnds, expected.cacheEnds);
+  EXPECT_EQ(score.downloads, expected.downloads);
+  EXPECT_EQ(score.personal, expected.personal);
+}
+
 // "~" means the home.
 std::vector<std::string> probesOf(const Places& places) {
   std::vector<std::string> paths;
