@@ -129,6 +129,7 @@ Application::Application(const Services& services) {
       .prefs = *prefs_,
       .homeDirectory = home,
       .supportDirectory = services.supportDirectory,
+      .analysis = services.analysis.value_or(PostScanAnalysis::Engines()),
       .walk = services.walk,
       .run = services.run,
       .now = services.now,

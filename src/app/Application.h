@@ -80,6 +80,8 @@ class Application {
     std::string homeDirectory = {};
     ScanStore::Directory supportDirectory = {};  // where scans store their files
     SessionServices::Walk walk = {};
+    // Of a finished scan; by default all that exist, with `run`.
+    std::optional<PostScanAnalysis::Engines> analysis = {};
     Shell::Run run = {};
     std::function<std::optional<DiskUsage>()> volumeUsage = {};
     std::function<SessionServices::Clock::time_point()> now = {};

@@ -145,12 +145,24 @@ void DiskMapState::showTreemap() {
   session_.shown().setVizMode(VizMode::treemap);
 }
 
+CompareListState* DiskMapState::compareList(QObject* view) const {
+  return new CompareListState(session_, view);
+}
+
 GrewListState* DiskMapState::grewList(QObject* view) const {
   return new GrewListState(session_, view);
 }
 
+HistoryListState* DiskMapState::historyList(QObject* view) const {
+  return new HistoryListState(session_, view);
+}
+
 LargestListState* DiskMapState::largestList(QObject* view) const {
   return new LargestListState(session_, view);
+}
+
+SafeListState* DiskMapState::safeList(QObject* view) const {
+  return new SafeListState(session_, view);
 }
 
 void DiskMapState::askAbout(const NodeHandle& node) {

@@ -10,10 +10,13 @@
 
 #include "app/map/CanvasState.h"
 #include "app/model/NodeHandle.h"
+#include "app/panes/CompareListState.h"
 #include "app/panes/GrewListState.h"
+#include "app/panes/HistoryListState.h"
 #include "app/panes/LargestListState.h"
 #include "app/panes/ModeBarState.h"
 #include "app/panes/ModeListModel.h"
+#include "app/panes/SafeListState.h"
 #include "session/ScanSession.h"
 
 namespace tessaly {
@@ -85,8 +88,11 @@ class DiskMapState : public QObject {
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void showTreemap();
   // The states of lists, owned by their views.
+  Q_INVOKABLE tessaly::CompareListState* compareList(QObject* view) const;
   Q_INVOKABLE tessaly::GrewListState* grewList(QObject* view) const;
+  Q_INVOKABLE tessaly::HistoryListState* historyList(QObject* view) const;
   Q_INVOKABLE tessaly::LargestListState* largestList(QObject* view) const;
+  Q_INVOKABLE tessaly::SafeListState* safeList(QObject* view) const;
   // Opens the window's menu for an item of the map.
   Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 

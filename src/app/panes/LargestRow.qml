@@ -57,19 +57,12 @@ ListPaneRow {
             font.weight: Font.Medium
             Accessible.ignored: true
         },
-        MarrowPill {
+        RowQueuePill {
             id: queue
 
-            objectName: "queueRow"
-            x: parent.width - width
-            y: Math.round((parent.height - height) / 2)
-            focusPolicy: row.isTabStop ? Qt.StrongFocus : Qt.ClickFocus
-            text: "Queue"
-            active: false
+            row: row
+            name: row.name
             onClicked: row.queued()
-
-            Accessible.checkable: false
-            Accessible.name: `Queue ${row.name}`
         }
     ]
 }

@@ -1,6 +1,6 @@
 // The frame of a list in place of the map: a title with a caption below it, then the rows, or a
-// message if there are none. It may have a control beside the title, and column titles above the
-// rows.
+// message if there are none. It may have a control beside the title, and something above the rows,
+// such as column titles.
 import QtQuick
 import Tessaly.Controls
 
@@ -16,8 +16,9 @@ FocusScope {
     property alias delegate: list.delegate
     // The control beside the title, at the right edge.
     property alias beside: besidePlace.data
-    // The column titles above the rows; hidden while there are no rows.
-    property alias columnTitles: columnTitlesPlace.data
+    property color captionColor: Theme.muted
+    // One item between the caption and the rows; hidden while there are no rows.
+    property alias aboveRows: aboveRowsPlace.data
 
     Accessible.role: Accessible.Pane
     Accessible.name: title
@@ -61,7 +62,7 @@ FocusScope {
         text: pane.caption
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
-        color: Theme.muted
+        color: pane.captionColor
         font.family: Theme.uiFamily
         font.pixelSize: 12
     }
@@ -88,11 +89,11 @@ FocusScope {
         }
 
         Item {
-            id: columnTitlesPlace
+            id: aboveRowsPlace
 
-            objectName: "columnTitles"
+            objectName: "aboveRows"
             width: parent.width
-            height: visible ? childrenRect.height : 0
+            height: list.count > 0 && children.length > 0 ? children[0].height : 0
             visible: list.count > 0
         }
 
@@ -100,7 +101,7 @@ FocusScope {
             id: list
 
             objectName: "list"
-            y: columnTitlesPlace.height
+            y: aboveRowsPlace.height
             width: parent.width
             height: parent.height - y
             focus: true

@@ -20,7 +20,7 @@ class ListPane : public testing::Test {
         "ListPane { id: pane; objectName: 'pane'; anchors.fill: parent; title: 'Some rows'\n"
         "caption: 'What they are'; emptyText: 'There are none.'; model: scene.rows\n"
         "beside: MarrowPill { objectName: 'choose'; text: 'Choose'; active: false }\n"
-        "columnTitles: Text { objectName: 'columns'; height: 20; text: 'Row' }\n"
+        "aboveRows: Text { objectName: 'columns'; height: 20; text: 'Row' }\n"
         "delegate: ListPaneRow { id: row; objectName: 'row'; height: 40; label: 'Row ' + index\n"
         "onActivated: scene.done += `open ${index};`\n"
         "onMenuAsked: (place, byKeyboard) => scene.done += `menu ${index} ${byKeyboard};`\n"

@@ -1,4 +1,4 @@
-// The name of an item in a row of a list, with its path below.
+// The name of an item in a row of a list, with its path below, and between them a line about it.
 import QtQuick
 import Tessaly.Controls
 
@@ -7,8 +7,10 @@ Item {
 
     required property string name
     required property string place
+    // Empty for no such line.
+    property string detail: ""
 
-    implicitHeight: 34
+    implicitHeight: placeText.y + 15
     Accessible.ignored: true
 
     Text {
@@ -25,8 +27,25 @@ Item {
     }
 
     Text {
-        objectName: "place"
+        objectName: "detail"
         y: 19
+        width: parent.width
+        visible: text !== ""
+        text: pair.detail
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        color: Theme.muted
+        font.family: Theme.uiFamily
+        font.pixelSize: 11
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: placeText
+
+        objectName: "place"
+        y: pair.detail !== "" ? 35 : 19
         width: parent.width
         text: pair.place
         textFormat: Text.PlainText

@@ -39,6 +39,19 @@ Item {
     }
 
     Component {
+        id: compareView
+
+        // qmllint disable unqualified
+        CompareListView {
+            id: compare
+
+            objectName: "compareList"
+            comparison: screen.map.compareList(compare)
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
         id: grewView
 
         // qmllint disable unqualified
@@ -47,6 +60,19 @@ Item {
 
             objectName: "grewList"
             growth: screen.map.grewList(grew)
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: historyView
+
+        // qmllint disable unqualified
+        HistoryListView {
+            id: history
+
+            objectName: "historyList"
+            history: screen.map.historyList(history)
         }
         // qmllint enable unqualified
     }
@@ -61,6 +87,19 @@ Item {
             objectName: "largestList"
             files: screen.map.largestList(largest)
             actions: screen.actions
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: safeView
+
+        // qmllint disable unqualified
+        SafeListView {
+            id: safe
+
+            objectName: "safeList"
+            files: screen.map.safeList(safe)
         }
         // qmllint enable unqualified
     }
@@ -112,10 +151,16 @@ Item {
 
             readonly property Component view: {
                 switch (screen.map.modeKey) {
+                case "compare":
+                    return compareView
                 case "grew":
                     return grewView
+                case "history":
+                    return historyView
                 case "largest":
                     return largestView
+                case "safe":
+                    return safeView
                 }
                 return null
             }

@@ -1,0 +1,92 @@
+#include "app/panes/CompareListState.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+
+class CompareList : public SessionFixture {
+ protected:
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < state_.rows()->rowCount(); ++row)
+      texts.push_back(
+          state_.rows()->data(state_.rows()->index(row), role).toString().toStdString());
+    return texts;
+  }
+  // Compares the folder on screen with a folder of these items.
+  void compareWith(const std::vector<DiskNode>& children) {
+    walks().at(walks().ran()).result = folder("/b", 1, children);
+    folderPanel_.answer = "/b";
+    state_.chooseFolder();
+    dispatch().drainAll();
+  }
+
+  CompareListState state_{session()};
+  QAbstractItemModelTester tester_{state_.rows(),
+                                   QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(CompareList, each_difference_has_one_row_in_the_order_of_the_session) {
+  scanTo(folder("/a", 1, {file("/a/less", 100), file("/a/caf\xe9", 5LL << 20U)}));
+  compareWith({file("/b/more", 1LL << 30U), file("/b/caf\xe9", 7LL << 20U)});
+  EXPECT_THAT(column(CompareListModel::PlaceRole), ElementsAre("more", "caf\uFFFD", "less"));
+  EXPECT_THAT(column(CompareListModel::LeftRole), ElementsAre("0 B", "5.0 MB", "100 B"));
+  EXPECT_THAT(column(CompareListModel::RightRole), ElementsAre("1.0 GB", "7.0 MB", "0 B"));
+  EXPECT_THAT(column(CompareListModel::DifferenceRole),
+              ElementsAre("+1.0 GB", "+2.0 MB", "\u2212100 B"));
+  EXPECT_THAT(column(CompareListModel::ShrinksRole), ElementsAre("false", "false", "true"));
+}
+
+TEST_F(CompareList, the_caption_explains_what_to_do_until_there_are_rows) {
+  const QString hint =
+      "Click Compare… and pick a second folder. Sizes are matched by relative path.";
+  QSignalSpy changes(&state_, &CompareListState::captionChanged);
+  EXPECT_EQ(state_.caption(), hint);
+  scanTo(folder("/caf\xe9", 1, {file("/caf\xe9/less", 100)}));
+  compareWith({});
+  EXPECT_EQ(state_.caption(), QStringLiteral("caf\uFFFD  vs  b"));
+  EXPECT_GE(changes.count(), 1);
+  compareWith({file("/b/less", 100)});
+  EXPECT_EQ(state_.caption(), hint);
+}
+
+TEST_F(CompareList, the_panel_asks_for_the_second_folder) {
+  state_.chooseFolder();
+  ASSERT_EQ(folderPanel_.requests.size(), 1U);
+  EXPECT_EQ(walks().ran(), 0U);
+}
+
+TEST(CompareDifference, a_difference_is_green_below_zero_and_orange_otherwise) {
+  const struct {
+    FolderCompareRow row;
+    const char* text;
+    bool shrinks;
+  } rows[] = {{{"a", 100, 40}, "\u221260 B", true},
+              {{"a", 40, 100}, "+60 B", false},
+              {{"a", 40, 40}, "+0 B", false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(CompareListModel::differenceText(row.row), QString::fromUtf8(row.text));
+    EXPECT_EQ(CompareListModel::shrinks(row.row), row.shrinks);
+  }
+}
+
+TEST(CompareDifferenceDeathTest, a_difference_that_overflows_ends_the_program) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  EXPECT_DEATH(CompareListModel::differenceText({"a", -2, most}), "");
+}
+
+}  // namespace
+}  // namespace tessaly
