@@ -21,6 +21,7 @@
 #include "platform/Leftovers.h"
 #include "platform/ResolvedPath.h"
 #include "reclaim/Trash.h"
+#include "session/UnusedFiles.h"
 #include "system/FullDiskAccess.h"
 #include "system/MountFigures.h"
 #include "system/ToolFigures.h"
@@ -129,7 +130,8 @@ Application::Application(const Services& services) {
       .prefs = *prefs_,
       .homeDirectory = home,
       .supportDirectory = services.supportDirectory,
-      .analysis = services.analysis.value_or(PostScanAnalysis::Engines()),
+      .analysis = services.analysis.value_or(
+          PostScanAnalysis::Engines{.safeItems = UnusedFiles::engine(services.run)}),
       .walk = services.walk,
       .run = services.run,
       .now = services.now,
