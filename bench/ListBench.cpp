@@ -1,0 +1,218 @@
+// Measures a list in place of the map, with ten and with 10,000 rows, in the real window at its
+// smallest size, on the software renderer: from the choice of the mode to the painted list, a turn
+// of the wheel at its top, a step of the keyboard to the next row, and turns of the wheel far down.
+// The machine is a fake.
+//
+// Both lists take turns, and the fastest of each action counts; for the turns far down, the mean.
+//
+// Usage: tessaly_list_bench
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QWheelEvent>
+
+#include "app/Application.h"
+#include "fixture/FixtureWindow.h"
+#include "support/FakeMachine.h"
+
+namespace tessaly {
+namespace {
+
+constexpr int repetitions = 7;
+constexpr int turns = 20;
+constexpr int farTurns = 300;
+constexpr double bound = 1.2;
+constexpr int few = 10;
+constexpr int lots = 10000;
+
+double cpuMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double costOf(const std::function<void()>& act) {
+  const double before = cpuMilliseconds();
+  act();
+  return cpuMilliseconds() - before;
+}
+
+std::vector<SafeItem> itemsOf(int count) {
+  std::vector<SafeItem> items;
+  for (int i = 0; i < count; ++i) {
+    const std::string name = "file-" + std::to_string(i) + ".bin";
+    items.push_back({.name = name,
+                     .path = "/home/ada/data/" + name,
+                     .bytes = 60LL << 20U,
+                     .score = i % 100,
+                     .label = "Review",
+                     .caution = i % 3 == 0,
+                     .reason = "idle 6+ months"});
+  }
+  return items;
+}
+
+class List {
+ public:
+  List() { waitForFrame(); }
+
+  // Fills the list, which must be closed.
+  void take(int rows) {
+    rows_ = rows;
+    session().scanHome();
+    machine_.dispatch.drainAll();
+    waitForFrame();
+    if (session().findings().safeItems().size() != static_cast<std::size_t>(rows))
+      qFatal("the list does not have its rows");
+  }
+
+  // Returns the cost.
+  double open() {
+    const double cost = costOf([&] {
+      session().shown().setVizMode(VizMode::safe);
+      waitForFrame();
+    });
+    if (list() == nullptr) qFatal("the window shows no list");
+    return cost;
+  }
+  void close() {
+    session().shown().setVizMode(VizMode::treemap);
+    waitForFrame();
+  }
+
+  // Down and up again, near the top.
+  double turnAtTop() {
+    turn(-40);
+    return costOf([&] { turn(40); });
+  }
+  double stepDown() {
+    key(Qt::Key_Down);
+    const double cost = costOf([&] { key(Qt::Key_Down); });
+    key(Qt::Key_Home);
+    return cost;
+  }
+  double turnFarDown() {
+    return costOf([&] { turn(-120); });
+  }
+  double position() { return list()->property("contentY").toDouble(); }
+
+ private:
+  QQuickWindow& window() { return fixture_.window(); }
+  ScanSession& session() { return fixture_.session(); }
+
+  static QQuickItem* listBelow(QQuickItem* item) {
+    if (!item->isVisible()) return nullptr;
+    if (item->objectName() == QLatin1String("list")) return item;
+    for (QQuickItem* child : item->childItems()) {
+      if (QQuickItem* const found = listBelow(child)) return found;
+    }
+    return nullptr;
+  }
+  QQuickItem* list() { return listBelow(window().contentItem()); }
+
+  // Blocks until the next frame has been rendered, so that waiting uses no CPU.
+  void waitForFrame() {
+    QEventLoop loop;
+    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    window().update();
+    loop.exec();
+  }
+  void turn(int pixels) {
+    const QPointF point = list()->mapToScene({list()->width() / 2, list()->height() / 2});
+    QWheelEvent event(point, window().mapToGlobal(point), {0, pixels}, {0, pixels}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window(), &event);
+    waitForFrame();
+  }
+  void key(Qt::Key key) {
+    if (!list()->hasActiveFocus()) list()->forceActiveFocus(Qt::TabFocusReason);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::NoModifier);
+      QCoreApplication::sendEvent(&window(), &event);
+    }
+    waitForFrame();
+  }
+
+  int rows_ = 0;
+  FakeMachine machine_;
+  FixtureWindow fixture_{
+      machine_, "/home/ada",
+      [this](Application::Services& services) {
+        services.walk = [](const std::string& root, const auto&, const auto&) {
+          DiskNode::Fields fields;
+          fields.path = root;
+          fields.size = 4096;
+          fields.isDir = true;
+          return DiskNode(fields);
+        };
+        services.analysis = PostScanAnalysis::Engines{
+            .safeItems = [this](const auto&, const auto&) { return itemsOf(rows_); }};
+      },
+      [](QQuickWindow& window) { window.resize(1100, 680); }};
+};
+
+struct Costs {
+  double open = 1e9;
+  double turn = 1e9;
+  double step = 1e9;
+};
+
+void measure(List& list, int rows, Costs& least) {
+  list.take(rows);
+  least.open = std::min(least.open, list.open());
+  for (int i = 0; i < turns; ++i) {
+    least.turn = std::min(least.turn, list.turnAtTop());
+    least.step = std::min(least.step, list.stepDown());
+  }
+  list.close();
+}
+
+void print(const char* what, double ten, double many) {
+  std::printf("%s: CPU %.3f ms with %d rows, %.3f ms with %d, ratio %.2f (bound %.1f) %s\n", what,
+              ten, few, many, lots, many / ten, bound, many <= bound * ten ? "met" : "missed");
+}
+
+void run() {
+  List list;
+  Costs ten;
+  Costs many;
+  for (int i = 0; i < repetitions; ++i) {
+    measure(list, few, ten);
+    measure(list, lots, many);
+  }
+  print("from the choice of the mode to the painted list", ten.open, many.open);
+  print("a turn of the wheel at the top", ten.turn, many.turn);
+  print("a step of the keyboard", ten.step, many.step);
+  list.open();
+  double sum = 0;
+  double worst = 0;
+  for (int i = 0; i < farTurns; ++i) {
+    const double cost = list.turnFarDown();
+    sum += cost;
+    worst = std::max(worst, cost);
+  }
+  if (list.position() < 1000) qFatal("the wheel has not scrolled the list");
+  std::printf("a turn of the wheel through %d rows: CPU mean %.3f ms, worst %.3f ms\n", lots,
+              sum / farTurns, worst);
+}
+
+}  // namespace
+}  // namespace tessaly
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QUICK_BACKEND", "software");
+  const QApplication application(argc, argv);
+  tessaly::Application::setUpLook();
+  tessaly::run();
+}
