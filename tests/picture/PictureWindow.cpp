@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstddef>
+#include <ctime>
+#include <filesystem>
 #include <string_view>
 #include <vector>
 
 #include <QQuickItem>
 
+#include "picture/FixtureFindings.h"
 #include "picture/FixtureTree.h"
 #include "support/WindowItems.h"
 
@@ -31,7 +35,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 29> screens = {{
+constexpr std::array<KnownScreen, 39> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -54,6 +58,16 @@ constexpr std::array<KnownScreen, 29> screens = {{
     {"largest-wide", Screen::largestWide, wide},
     {"largest-empty", Screen::largestEmpty, smallest},
     {"grew", Screen::grew, smallest},
+    {"safe", Screen::safe, smallest},
+    {"safe-one", Screen::safeOne, smallest},
+    {"safe-empty", Screen::safeEmpty, smallest},
+    {"compare", Screen::compare, smallest},
+    {"compare-one", Screen::compareOne, smallest},
+    {"compare-empty", Screen::compareEmpty, smallest},
+    {"history", Screen::history, smallest},
+    {"history-wide", Screen::historyWide, wide},
+    {"history-one", Screen::historyOne, smallest},
+    {"history-empty", Screen::historyEmpty, smallest},
     {"band", Screen::band, smallest},
     {"tile-menu", Screen::tileMenu, smallest},
     {"hover", Screen::hover},
@@ -81,6 +95,11 @@ DiskNode fileThatWas(const std::string& path) {
   return DiskNode(gone);
 }
 
+bool isHistory(Screen screen) {
+  return screen == Screen::history || screen == Screen::historyWide ||
+         screen == Screen::historyOne || screen == Screen::historyEmpty;
+}
+
 std::string run(const std::string& path, const std::vector<std::string>& args, double seconds) {
   if (path == "/bin/df")
     return "Filesystem 1024-blocks Used Available Capacity Mounted on\n"
@@ -94,6 +113,9 @@ std::string run(const std::string& path, const std::vector<std::string>& args, d
 void lend(Application::Services& services, Screen screen) {
   services.walk = [screen](const std::string& root, const DiskScanner::Callbacks& callbacks,
                            const DiskScanner::Options&) {
+    // The walk of a comparison has no callbacks.
+    if (root == fixtureBackup)
+      return screen == Screen::compareOne ? fixtureCopyTree() : fixtureBackupTree();
     callbacks.progress("Scanning " + root + "/Code/atlas/target");
     callbacks.percent(0.42);
     DiskNode::Fields nothing;
@@ -104,6 +126,10 @@ void lend(Application::Services& services, Screen screen) {
     if (screen == Screen::largestEmpty) nothing.size = 4096;
     return screen == Screen::largestEmpty ? DiskNode(nothing) : fixtureTree();
   };
+  services.analysis = PostScanAnalysis::Engines{.safeItems = [screen](const auto&, const auto&) {
+    constexpr std::size_t all = 100;
+    return fixtureSafeItems(screen == Screen::safeEmpty ? 0 : screen == Screen::safeOne ? 1 : all);
+  }};
   services.run = run;
   services.volumeUsage = [] {
     return DiskUsage{.total = 499963174912,
@@ -114,12 +140,18 @@ void lend(Application::Services& services, Screen screen) {
                      .fileSystem = "ext4"};
   };
   services.now = [] { return SessionServices::Clock::time_point(); };
-  services.date = [] { return std::chrono::system_clock::from_time_t(1700000000); };
+  services.date = [] {
+    return std::chrono::system_clock::from_time_t(static_cast<std::time_t>(fixtureNow));
+  };
 }
 
 // The state that the machine and the last run have left for this run.
 void prepare(FakeMachine& machine, Screen screen) {
   machine.isAccessGranted = screen != Screen::gate;
+  if (screen == Screen::history || screen == Screen::historyWide) {
+    for (const HistoryPoint& point : fixtureHistory())
+      ScanStore::appendHistory(point, fixtureHome, machine.support.path());
+  }
   if (screen != Screen::sidebar && screen != Screen::sidebarEnd) return;
   const std::string home = fixtureHome;
   machine.settings.setTexts(ScanStore::pinsKey, {home + "/Code", "/media/ada/Photos"});
@@ -182,6 +214,12 @@ void PictureWindow::openMenu() {
   QMetaObject::invokeMethod(&fixture_.window(), "openMenu", Q_ARG(bool, true));
 }
 
+void PictureWindow::enterList(int row) {
+  settle(fixture_.window());
+  fixture_.tabTo("rowFace");
+  for (int down = 0; down < row; ++down) fixture_.press(Qt::Key_Down);
+}
+
 void PictureWindow::scrollSidebarToItsEnd() {
   settle(fixture_.window());
   if (auto* const area = fixture_.window().findChild<QQuickItem*>(QStringLiteral("scrollArea")))
@@ -201,7 +239,7 @@ void PictureWindow::show(Screen screen) {
   scan();
   if (screen == Screen::failed) return;
   // At the first scan of a folder everything counts as grown, and has that colour.
-  if (screen != Screen::grew) scan();
+  if (screen != Screen::grew && !isHistory(screen)) scan();
   if (screen == Screen::toast) return;
   letMessageGo();
   const DiskNode tree = *session().navigation().current();
@@ -272,15 +310,37 @@ void PictureWindow::show(Screen screen) {
     case Screen::grew:
       session().shown().setVizMode(VizMode::grew);
       break;
+    case Screen::safe:
+    case Screen::safeOne:
+    case Screen::safeEmpty:
+      session().shown().setVizMode(VizMode::safe);
+      if (screen == Screen::safe) enterList(1);
+      break;
+    case Screen::compareEmpty:
+      session().shown().setVizMode(VizMode::compare);
+      break;
+    case Screen::compare:
+    case Screen::compareOne:
+      machine_.folderPanel.answer = fixtureBackup;
+      session().compareWithFolder();
+      machine_.dispatch.drainAll();
+      break;
+    case Screen::historyEmpty:
+      std::filesystem::remove(machine_.support.at("history_home_ada.json"));
+      fixture_.restart();
+      session().shown().setVizMode(VizMode::history);
+      break;
+    case Screen::history:
+    case Screen::historyWide:
+    case Screen::historyOne:
+      session().shown().setVizMode(VizMode::history);
+      if (screen == Screen::history) enterList(16);
+      break;
     case Screen::largest:
     case Screen::largestWide:
     case Screen::largestEmpty:
       session().shown().setVizMode(VizMode::largest);
-      settle(fixture_.window());
-      if (screen == Screen::largest) {
-        fixture_.tabTo("rowFace");
-        fixture_.press(Qt::Key_Down);
-      }
+      if (screen == Screen::largest) enterList(1);
       break;
     case Screen::hover:
       fixture_.hoverAt(fixture_.tilePoint(home + "/Downloads/linux.iso").value_or(QPoint()));

@@ -43,6 +43,16 @@ class PictureWindow {
     largestWide,
     largestEmpty,
     grew,
+    safe,
+    safeOne,
+    safeEmpty,
+    compare,
+    compareOne,
+    compareEmpty,
+    history,
+    historyWide,
+    historyOne,
+    historyEmpty,
     band,
     tileMenu,
     hover,
@@ -74,6 +84,8 @@ class PictureWindow {
   void letMessageGo();
   void scanHalfWay();
   void openMenu();
+  // Moves the keyboard focus to this row of the list.
+  void enterList(int row);
   void scrollSidebarToItsEnd();
   void show(Screen screen);
 
