@@ -122,6 +122,7 @@ class Application {
   void installHotKey(GlobalHotKey& hotKey);
 
   MainQueue mainQueue_;
+  std::unique_ptr<GuardedTrashMover> ownTrash_;  // the workers of the dispatch use it
   std::unique_ptr<ThreadedDispatch> ownDispatch_;
   std::unique_ptr<FolderPanel> ownFolderPanel_;
   std::unique_ptr<SavePanel> ownSavePanel_;
@@ -129,7 +130,6 @@ class Application {
   std::unique_ptr<Pasteboard> ownPasteboard_;
   std::unique_ptr<DesktopIcon> ownIcon_;
   std::unique_ptr<NotificationCenter> ownNotifications_;
-  std::unique_ptr<GuardedTrashMover> ownTrash_;
   std::unique_ptr<SettingsFile> ownSettings_;
   std::unique_ptr<LoginItem> ownLoginItem_;
   std::unique_ptr<StatusBarExtra> ownStatusBar_;

@@ -1,6 +1,7 @@
 #include "session/Removal.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include <QPointer>
@@ -11,6 +12,7 @@
 #include "platform/ResolvedPath.h"
 #include "platform/WriteNote.h"
 #include "reclaim/CriticalPaths.h"
+#include "session/ProgressRelay.h"
 
 namespace tessaly {
 
@@ -62,6 +64,67 @@ Removal::Failures Removal::putBack(FieldChanges& changes) {
   });
   changes.set(this, lastTrashed_, std::vector<TrashedItem>(), &Removal::lastTrashedChanged);
   return failures;
+}
+
+bool Removal::isMoving() const {
+  return progress_.has_value();
+}
+
+void Removal::moveBatch(std::vector<TrashBatch::Item> items, TakeBatch take) {
+  stop_ = std::make_shared<CancelFlag>();
+  const std::size_t all = items.size();
+  // The worker does not access this object: the receiver runs on the main queue, and a job that is
+  // not cancelled has an owner.
+  const auto relay = [this, all, &dispatch = services_.dispatch](const Job& job) {
+    ProgressRelay::Receiver receiver;
+    receiver.percent = [this, all, job](double fraction) {
+      if (!job.isCancelled())
+        setDone(static_cast<std::size_t>(std::llround(fraction * static_cast<double>(all))));
+    };
+    return ProgressRelay(dispatch, std::move(receiver));
+  };
+  jobs_.start(
+      Dispatch::Queue::userInitiated,
+      [relay, items = std::move(items), all, stop = stop_,
+       &trash = services_.trash](const Job& job) mutable {
+        ProgressRelay progress = relay(job);
+        return TrashBatch::move(
+            std::move(items), trash, [&] { return stop->isSet() || job.isCancelled(); },
+            [&](std::size_t done) {
+              progress.percent(static_cast<double>(done) / static_cast<double>(all));
+            });
+      },
+      [this, take = std::move(take)](const TrashBatch::Moved& moved) { takeBatch(moved, take); });
+  FieldChanges changes;
+  changes.set(this, progress_, std::optional(Progress{.done = 0, .all = all}),
+              &Removal::progressChanged);
+  changes.note(this, &Removal::movingChanged);
+  changes.announce();
+}
+
+void Removal::stopBatch() {
+  if (!progress_) return;
+  stop_->set();
+  std::optional<Progress> stopping = progress_;
+  stopping->isStopping = true;
+  setField(this, progress_, stopping, &Removal::progressChanged);
+}
+
+void Removal::setDone(std::size_t done) {
+  if (!progress_) return;
+  std::optional<Progress> further = progress_;
+  further->done = done;
+  setField(this, progress_, further, &Removal::progressChanged);
+}
+
+void Removal::takeBatch(const TrashBatch::Moved& moved, const TakeBatch& take) {
+  FieldChanges changes;
+  // A batch that was stopped before its first item leaves the last move to be put back.
+  if (!moved.items.empty() || !moved.errors.empty())
+    changes.set(this, lastTrashed_, moved.items, &Removal::lastTrashedChanged);
+  changes.set(this, progress_, std::optional<Progress>(), &Removal::progressChanged);
+  changes.note(this, &Removal::movingChanged);
+  take(changes, moved);
 }
 
 std::size_t Removal::archive(const std::vector<DiskNode>& nodes, TakeArchive take) {

@@ -1,5 +1,6 @@
 // Moves items to the Trash and back, after archiving them if wanted. The user is warned before a
-// critical item moves, unless it is in the cleanup queue.
+// critical item moves, unless it is in the cleanup queue. One batch at a time moves on a worker
+// queue; meanwhile callers start no other move, to the Trash or back, and do not empty it.
 //
 // Main thread only.
 #pragma once
@@ -19,6 +20,7 @@
 #include "session/FieldChanges.h"
 #include "session/Jobs.h"
 #include "session/SessionServices.h"
+#include "session/TrashBatch.h"
 #include "session/ZipsInWork.h"
 #include "system/DiskSpace.h"
 
@@ -26,6 +28,7 @@ namespace tessaly {
 
 class Removal : public QObject {
   Q_OBJECT
+  Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged)
 
  public:
   using Failures = std::vector<Trash::Failure>;
@@ -53,6 +56,24 @@ class Removal : public QObject {
   // put back.
   Failures putBack(FieldChanges& changes);
 
+  // How far the batch is that moves to the Trash.
+  struct Progress {
+    std::size_t done = 0;  // items that were tried
+    std::size_t all = 0;
+    bool isStopping = false;
+
+    friend bool operator==(const Progress&, const Progress&) = default;
+  };
+  // Empty while no batch moves.
+  const std::optional<Progress>& progress() const { return progress_; }
+  bool isMoving() const;
+  // Starts to move items on a worker queue; must not be called while a batch moves. At its end
+  // lastTrashed() becomes what has moved, unless no item was tried; `take` gets the same step.
+  using TakeBatch = std::function<void(FieldChanges& changes, const TrashBatch::Moved& moved)>;
+  void moveBatch(std::vector<TrashBatch::Item> items, TakeBatch take);
+  // Ends the batch after the item that moves now. Does nothing without a batch.
+  Q_INVOKABLE void stopBatch();
+
   // Asks where to save an archive, and starts it, without the nodes that no longer exist. Returns
   // the number of its items: 0 if nothing exists or the user cancels; the object may be gone then.
   // `take` is called when the archive has ended.
@@ -67,21 +88,27 @@ class Removal : public QObject {
   // Asks the system, on a worker queue, to empty the Trash.
   void emptyTrash(std::function<void(DiskSpace::TrashEmptying emptying)> take);
 
-  // Cancels the archives and drops all results.
+  // Cancels the archives and the batch, and drops all results. The item that moves now still moves.
   void end();
 
  signals:
   void lastTrashedChanged();
   void criticalWarningChanged();
+  void movingChanged();
+  void progressChanged();
 
  private:
   std::string nameForZip() const;
+  void setDone(std::size_t done);
+  void takeBatch(const TrashBatch::Moved& moved, const TakeBatch& take);
 
   const SessionServices& services_;
   std::shared_ptr<ZipsInWork> zips_ = std::make_shared<ZipsInWork>();
   Jobs jobs_;
   std::vector<TrashedItem> lastTrashed_;
   std::optional<DiskNode> criticalWarning_;
+  std::optional<Progress> progress_;
+  std::shared_ptr<CancelFlag> stop_;  // of the batch that moves
 };
 
 }  // namespace tessaly

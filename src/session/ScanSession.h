@@ -114,6 +114,12 @@ class ScanSession : public QObject {
   Q_INVOKABLE void overruleWarning();
   // Puts back the items of the last move.
   Q_INVOKABLE void undoTrash();
+  // Moves items to the Trash on a worker queue, whether they are critical or not, and updates the
+  // disk usage; starts no rescan. `ended` is then called, unless the session is gone. Until then no
+  // other operation moves anything to the Trash or back or empties it; they do nothing, and an
+  // archive that is finished meanwhile waits for its turn. Does nothing while another batch moves.
+  using BatchEnded = std::function<void(const TrashBatch::Moved& moved)>;
+  void moveBatch(std::vector<TrashBatch::Item> items, BatchEnded ended);
   // Asks the system, on a worker queue, to empty the Trash. Whether or not that succeeds, `ended`
   // is then called on the main thread and the disk usage is updated, unless the session is gone.
   void emptyTrash(std::function<void()> ended);
@@ -125,6 +131,7 @@ class ScanSession : public QObject {
   void restore();
   void applyScanResult(const ScanRun::Walked& walked);
   void takeArchive(const ZipEngine::Archived& archived);
+  void endBatch(FieldChanges& changes, const TrashBatch::Moved& moved, const BatchEnded& ended);
   void trashArchived(const ZipEngine::Archived& archived);
   void moveWithoutRecord(FieldChanges& changes, const DiskNode& node);
   void announceAndRescan(FieldChanges& changes);
@@ -157,6 +164,7 @@ class ScanSession : public QObject {
   std::unique_ptr<Choices> choices_;
   std::unique_ptr<MachineState> machine_;
   Jobs expansions_;
+  std::vector<ZipEngine::Archived> waitingArchives_;  // finished while a batch moved
 };
 
 }  // namespace tessaly

@@ -39,7 +39,7 @@ void ScanSession::trashFocused() {
 }
 
 void ScanSession::trashRecording(const DiskNode& node) {
-  if (isRemainder(node)) return;
+  if (isRemainder(node) || removal_->isMoving()) return;
   FieldChanges changes;
   if (removal_->warnIfCritical(changes, node)) {
     changes.announce();
@@ -55,7 +55,7 @@ void ScanSession::trash(const DiskNode& node) {
   const DiskNode target = node;  // a copy: `node` may be the menu's own, which is reset here
   FieldChanges changes;
   shown_->setMenuNode(changes, std::nullopt);
-  if (isRemainder(target) || removal_->warnIfCritical(changes, target)) {
+  if (removal_->isMoving() || isRemainder(target) || removal_->warnIfCritical(changes, target)) {
     changes.announce();
     return;
   }
@@ -64,7 +64,7 @@ void ScanSession::trash(const DiskNode& node) {
 
 void ScanSession::overruleWarning() {
   const std::optional<DiskNode> target = removal_->criticalWarning();
-  if (!target) return;
+  if (!target || removal_->isMoving()) return;
   FieldChanges changes;
   removal_->dismissWarning(changes);
   if (isRemainder(*target)) {
@@ -80,6 +80,7 @@ void ScanSession::moveWithoutRecord(FieldChanges& changes, const DiskNode& node)
 }
 
 void ScanSession::emptyQueue() {
+  if (removal_->isMoving()) return;
   std::vector<std::string> paths;
   paths.reserve(cleanupQueue_->queue().size());
   for (const DiskNode& node : cleanupQueue_->queue()) paths.push_back(node.path());
@@ -93,7 +94,7 @@ void ScanSession::emptyQueue() {
 
 void ScanSession::undoTrash() {
   const std::size_t all = removal_->lastTrashed().size();
-  if (all == 0) return;
+  if (all == 0 || removal_->isMoving()) return;
   FieldChanges changes;
   const Removal::Failures failures = removal_->putBack(changes);
   messages_->flash(changes, "Put back " + Format::counted(all - failures.size(), "item"));
@@ -101,8 +102,32 @@ void ScanSession::undoTrash() {
   announceAndLookAgain(changes);
 }
 
+void ScanSession::moveBatch(std::vector<TrashBatch::Item> items, BatchEnded ended) {
+  if (removal_->isMoving()) return;
+  removal_->moveBatch(std::move(items), [this, ended = std::move(ended)](
+                                            FieldChanges& changes, const TrashBatch::Moved& moved) {
+    endBatch(changes, moved, ended);
+  });
+}
+
+void ScanSession::endBatch(FieldChanges& changes, const TrashBatch::Moved& moved,
+                           const BatchEnded& ended) {
+  const QPointer<ScanSession> session(this);
+  messages_->tellFailures(changes, moved.errors, Act::moveToTrash);
+  changes.announce();
+  if (session) machine_->refreshDisk();
+  if (session && ended) ended(moved);
+  // A receiver may have started another batch.
+  while (session && !waitingArchives_.empty() && !removal_->isMoving()) {
+    const ZipEngine::Archived archived = std::move(waitingArchives_.front());
+    waitingArchives_.erase(waitingArchives_.begin());
+    takeArchive(archived);
+  }
+}
+
 void ScanSession::emptyTrash(std::function<void()> ended) {
   using DiskSpace::TrashEmptying;
+  if (removal_->isMoving()) return;
   removal_->emptyTrash([this, ended = std::move(ended)](TrashEmptying emptying) {
     const QPointer<ScanSession> session(this);
     if (ended) ended();
@@ -114,6 +139,7 @@ void ScanSession::emptyTrash(std::function<void()> ended) {
 }
 
 void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
+  if (removal_->isMoving()) return;
   std::erase_if(nodes, isRemainder);
   FieldChanges changes;
   const bool isRefused = std::any_of(nodes.begin(), nodes.end(), [&](const DiskNode& node) {
@@ -131,6 +157,10 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
 
 void ScanSession::takeArchive(const ZipEngine::Archived& archived) {
   using End = ZipEngine::Archived::End;
+  if (removal_->isMoving()) {
+    waitingArchives_.push_back(archived);
+    return;
+  }
   const QPointer<ScanSession> session(this);
   switch (archived.end) {
     case End::made:

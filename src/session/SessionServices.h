@@ -28,8 +28,8 @@
 
 namespace tessaly {
 
-// All of them must outlive the session, and the Dispatch also its walks. If a function is empty,
-// the named one is used.
+// All of them must outlive the session, the Dispatch also its walks, and the Trash also the moves
+// on a worker queue. If a function is empty, the named one is used.
 struct SessionServices {
   using Clock = std::chrono::steady_clock;
   using Walk = std::function<DiskNode(const std::string& root, const DiskScanner::Callbacks&,

@@ -46,6 +46,7 @@ std::string MemoryTrash::contentOf(const std::string& path) const {
 }
 
 Result<ItemInTrash> MemoryTrash::moveToTrash(const std::string& path) {
+  if (beforeMove_) beforeMove_(path);
   const std::string item = withoutSlashesBehind(path);
   if (const int objection = objectionTo(item); objection != 0) {
     return SystemError::fromErrno(objection, path);

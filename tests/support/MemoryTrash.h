@@ -3,8 +3,10 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/TrashCan.h"
@@ -24,6 +26,10 @@ class MemoryTrash final : public TrashMover, public TrashCan {
 
   // From now on moving or deleting the item at `path` fails with this errno.
   void refuse(const std::string& path, int code = EACCES) { refused_[path] = code; }
+  // From now on called at the start of each move to the Trash, with its path.
+  void beforeMoves(std::function<void(const std::string& path)> act) {
+    beforeMove_ = std::move(act);
+  }
   // From now on moves succeed without reporting where the item went.
   void tellNoPlaces() { tellsPlaces_ = false; }
 
@@ -50,6 +56,7 @@ class MemoryTrash final : public TrashMover, public TrashCan {
   unsigned last_ = 0;
   std::map<std::string, Item> items_ = {{"/", {}}};
   std::map<std::string, int> refused_;
+  std::function<void(const std::string& path)> beforeMove_;
   bool tellsPlaces_ = true;
 };
 

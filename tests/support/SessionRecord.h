@@ -69,6 +69,8 @@ class SessionRecord {
     keep("watchGrew", session.watch(), &LiveWatch::watchGrewChanged, &LiveWatch::watchGrew);
     keep("pins", session.choices(), &Choices::pinsChanged, &Choices::pins);
     keep("lastTrashed", session.removal(), &Removal::lastTrashedChanged, &Removal::lastTrashed);
+    keep("moving", session.removal(), &Removal::movingChanged, &Removal::isMoving);
+    keep("moveProgress", session.removal(), &Removal::progressChanged, &Removal::progress);
     keep("scanStats", session.result(), &ScanResult::scanStatsChanged, &ScanResult::scanStats);
     keep("unreadable", session.result(), &ScanResult::unreadableChanged, &ScanResult::unreadable);
     keep("largest", session.result(), &ScanResult::largestChanged, &ScanResult::largest);

@@ -14,6 +14,15 @@ bool hasSelection(const ScanSession& session) {
   return !session.selection().selected().empty();
 }
 
+// While a batch moves to the Trash, nothing else moves.
+bool canMove(const ScanSession& session) {
+  return !session.removal().isMoving();
+}
+
+bool canZip(const ScanSession& session) {
+  return hasSelection(session) && canMove(session);
+}
+
 bool hasTree(const ScanSession& session) {
   return !session.navigation().stack().empty();
 }
@@ -26,8 +35,8 @@ bool canRescan(const ScanSession& session) {
   return !session.run().scanRoot().empty() && session.run().status() != ScanStatus::scanning;
 }
 
-bool hasTrashed(const ScanSession& session) {
-  return !session.removal().lastTrashed().empty();
+bool canPutBack(const ScanSession& session) {
+  return !session.removal().lastTrashed().empty() && canMove(session);
 }
 
 }  // namespace
@@ -42,6 +51,7 @@ MenuCommands::MenuCommands(Services services, QObject* parent)
   connect(&session.run(), &ScanRun::scanRootChanged, this, &MenuCommands::refresh);
   connect(&session.run(), &ScanRun::statusChanged, this, &MenuCommands::refresh);
   connect(&session.removal(), &Removal::lastTrashedChanged, this, &MenuCommands::refresh);
+  connect(&session.removal(), &Removal::movingChanged, this, &MenuCommands::refresh);
 }
 
 void MenuCommands::addAll() {
@@ -65,7 +75,7 @@ void MenuCommands::addAll() {
       session.startWatch();
     }
   });
-  add("Zip Then Trash Selection", command | shift | Qt::Key_E, hasSelection,
+  add("Zip Then Trash Selection", command | shift | Qt::Key_E, canZip,
       [&session] { session.zipThenTrash(session.selection().selectedNodes()); });
   add("Go Back", command | Qt::Key_BracketLeft, isBelowRoot,
       [&session] { session.navigation().back(); });
@@ -75,9 +85,9 @@ void MenuCommands::addAll() {
       [&target, &actions] { actions.quickLook(target.node()); });
   add("Select All Visible", command | Qt::Key_A, hasTree, &ScanSession::selectAllCurrent);
   add("Copy Path", command | shift | Qt::Key_C, always, [&target] { target.copyPath(); });
-  add("Put Back Last Trash", command | option | Qt::Key_Z, hasTrashed, &ScanSession::undoTrash);
+  add("Put Back Last Trash", command | option | Qt::Key_Z, canPutBack, &ScanSession::undoTrash);
   add("Export JSON…", QKeySequence(), hasTree, &ScanSession::exportJSON);
-  add("Move Focused to Trash", command | Qt::Key_Backspace, always,
+  add("Move Focused to Trash", command | Qt::Key_Backspace, canMove,
       [&target] { target.moveToTrash(); });
 }
 

@@ -179,6 +179,27 @@ TEST_F(MenuCommandsTest, put_back_is_enabled_while_there_is_something_to_put_bac
   EXPECT_FALSE(isEnabled("Put Back Last Trash"));
 }
 
+TEST_F(MenuCommandsTest, no_command_moves_anything_while_a_batch_moves_to_the_trash) {
+  scan();
+  trashOne();
+  machine_.trash.put("/data/in");
+  select();
+  session().moveBatch({{.location = {.original = "/data/in", .place = "/data/in"}}}, {});
+  for (const char* title :
+       {"Zip Then Trash Selection", "Put Back Last Trash", "Move Focused to Trash"}) {
+    EXPECT_FALSE(isEnabled(title)) << title;
+    trigger(title);
+  }
+  EXPECT_TRUE(isEnabled("Queue Selection"));
+  dispatch().drainAll();
+  EXPECT_FALSE(machine_.trash.has("/data/in"));
+  EXPECT_FALSE(machine_.trash.has("/data/caf\xE9"));
+  for (const char* title :
+       {"Zip Then Trash Selection", "Put Back Last Trash", "Move Focused to Trash"}) {
+    EXPECT_TRUE(isEnabled(title)) << title;
+  }
+}
+
 TEST_F(MenuCommandsTest, both_searches_open_the_search) {
   for (const char* title : {"Search Files…", "Quick Search"}) {
     trigger(title);

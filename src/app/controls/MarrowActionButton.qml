@@ -15,7 +15,7 @@ MarrowButton {
     rightPadding: leftPadding
     topPadding: isPrimary ? 8 : 7
     bottomPadding: topPadding
-    opacity: pressed || (isPrimary && !enabled) ? 0.75 : 1
+    opacity: !enabled ? (isPrimary ? 0.75 : 0.45) : pressed ? 0.75 : 1
     focusRadius: 8
 
     background: RoundedPanel {

@@ -73,6 +73,7 @@ MarrowMenu {
 
     MarrowMenuItem {
         objectName: "tileZip"
+        enabled: menu.tile.canTrash
         text: "Zip Then Trash…"
         onTriggered: menu.tile.zipThenTrash()
     }
@@ -83,6 +84,7 @@ MarrowMenu {
 
     MarrowMenuItem {
         objectName: "tileTrash"
+        enabled: menu.tile.canTrash
         text: "Move to Trash"
         destructive: true
         onTriggered: menu.trashAsked(menu.tile.node)

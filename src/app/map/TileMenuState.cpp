@@ -2,6 +2,11 @@
 
 namespace tessaly {
 
+TileMenuState::TileMenuState(ScanSession& session, QObject* parent)
+    : QObject(parent), session_(session) {
+  connect(&session_.removal(), &Removal::movingChanged, this, &TileMenuState::canTrashChanged);
+}
+
 void TileMenuState::setNode(const NodeHandle& node) {
   node_ = node;
   emit nodeChanged();

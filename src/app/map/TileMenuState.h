@@ -17,15 +17,17 @@ class TileMenuState : public QObject {
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
   // Whether the node has children to show.
   Q_PROPERTY(bool canOpenFolder READ canOpenFolder NOTIFY nodeChanged)
+  // False while a batch moves to the Trash.
+  Q_PROPERTY(bool canTrash READ canTrash NOTIFY canTrashChanged)
 
  public:
   // The session must outlive it.
-  explicit TileMenuState(ScanSession& session, QObject* parent = nullptr)
-      : QObject(parent), session_(session) {}
+  explicit TileMenuState(ScanSession& session, QObject* parent = nullptr);
 
   NodeHandle node() const { return node_; }
   void setNode(const NodeHandle& node);
   bool canOpenFolder() const;
+  bool canTrash() const { return !session_.removal().isMoving(); }
 
   // Both do nothing without a node.
   Q_INVOKABLE void addToQueue();
@@ -33,6 +35,7 @@ class TileMenuState : public QObject {
 
  signals:
   void nodeChanged();
+  void canTrashChanged();
 
  private:
   ScanSession& session_;

@@ -186,6 +186,18 @@ TEST_F(TileMenuTest, the_tile_of_an_open_question_is_highlighted) {
   EXPECT_NE(canvas_->hoverPath(), "/r/film.mp4");
 }
 
+TEST_F(TileMenuTest, nothing_can_be_moved_while_a_batch_moves_to_the_trash) {
+  machine_.trash.put("/r/film.mp4");
+  session_.moveBatch({{.location = {.original = "/r/film.mp4", .place = "/r/film.mp4"}}}, {});
+  secondaryClick(on("/r/film.mp4"));
+  EXPECT_FALSE(row("tileTrash")->isEnabled());
+  EXPECT_FALSE(row("tileZip")->isEnabled());
+  EXPECT_TRUE(row("tileQueue")->isEnabled());
+  machine_.dispatch.drainAll();
+  EXPECT_TRUE(row("tileTrash")->isEnabled());
+  EXPECT_TRUE(row("tileZip")->isEnabled());
+}
+
 TEST_F(TileMenuTest, a_press_beside_the_menu_only_closes_it) {
   secondaryClick(on("/r/film.mp4"));
   click(on("/r/docs"));

@@ -103,6 +103,7 @@ Rectangle {
 
             ModePill {
                 objectName: "zipSelection"
+                enabled: !bar.session.removal.moving
                 visible: bar.map.bar.hasSelection
                 text: bar.map.bar.zipText
                 active: false
@@ -119,6 +120,7 @@ Rectangle {
 
             ModePill {
                 objectName: "putBack"
+                enabled: !bar.session.removal.moving
                 visible: bar.map.bar.canPutBack
                 text: "Put Back"
                 active: false

@@ -19,6 +19,7 @@ CleanupQueueState::CleanupQueueState(ScanSession& session, QObject* parent)
           &State::headerNameChanged);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueChanged, this, &State::queueChanged);
   connect(&session_.cleanupQueue(), &CleanupQueue::queueChanged, this, &State::headerNameChanged);
+  connect(&session_.removal(), &Removal::movingChanged, this, &State::canTrashChanged);
   followQueue();
 }
 

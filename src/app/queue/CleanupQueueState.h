@@ -23,6 +23,8 @@ class CleanupQueueState : public QObject {
   Q_PROPERTY(QString headerName READ headerName NOTIFY headerNameChanged)
   // The button's text with the total size. Aborts if the total overflows.
   Q_PROPERTY(QString moveText READ moveText NOTIFY queueChanged)
+  // False while a batch moves to the Trash; the items can be removed from the queue then.
+  Q_PROPERTY(bool canTrash READ canTrash NOTIFY canTrashChanged)
 
  public:
   enum Look { Hidden, Open, Minimized };
@@ -36,6 +38,7 @@ class CleanupQueueState : public QObject {
   QString countText() const;
   QString headerName() const;
   QString moveText() const;
+  bool canTrash() const { return !session_.removal().isMoving(); }
 
   Q_INVOKABLE void toggleMinimized();
   Q_INVOKABLE void remove(const tessaly::NodeHandle& node);
@@ -47,6 +50,7 @@ class CleanupQueueState : public QObject {
   void lookChanged();
   void queueChanged();
   void headerNameChanged();
+  void canTrashChanged();
 
  private:
   void followQueue();

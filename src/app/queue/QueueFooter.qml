@@ -35,6 +35,7 @@ Item {
         id: zip
 
         objectName: "zipThenTrash"
+        enabled: footer.queue.canTrash
         x: clear.x + clear.width + 8
         y: 12
         height: move.height
@@ -46,6 +47,7 @@ Item {
         id: move
 
         objectName: "moveToTrash"
+        enabled: footer.queue.canTrash
         x: zip.x + zip.width + 8
         y: 12
         width: footer.width - 12 - x

@@ -57,6 +57,7 @@ Column {
 
     SidebarNavItem {
         objectName: "emptyTrash"
+        enabled: !section.actions.session.removal.moving
         width: parent.width
         text: "Trash"
         symbol: "trash"

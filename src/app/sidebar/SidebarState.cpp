@@ -103,7 +103,7 @@ void SidebarState::showApps() {
 }
 
 void SidebarState::emptyTrash() {
-  if (session_.machine().trashCount() <= 0 || emptying_) return;
+  if (session_.machine().trashCount() <= 0 || emptying_ || session_.removal().isMoving()) return;
   setEmptying(true);
   session_.emptyTrash([state = QPointer(this)] {
     if (state) state->setEmptying(false);

@@ -83,7 +83,7 @@ class SidebarState : public QObject {
   Q_INVOKABLE void showApps();
 
   // Empties the Trash at once, without a question. Does nothing if the Trash is empty or already
-  // being emptied.
+  // being emptied, and while a batch moves to it.
   Q_INVOKABLE void emptyTrash();
 
   Q_INVOKABLE void togglePin(const tessaly::PathHandle& path);

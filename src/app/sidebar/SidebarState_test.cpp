@@ -203,6 +203,21 @@ TEST_F(SidebarStateTest, emptying_can_be_tried_again_after_a_failure) {
   }
 }
 
+TEST_F(SidebarStateTest, the_trash_is_not_emptied_while_a_batch_moves_to_it) {
+  trash_ = "3";
+  emptied_ = "0";
+  session().machine().refreshDisk();
+  machine_.trash.put("/data/film");
+  session().moveBatch({{.location = {.original = "/data/film", .place = "/data/film"}}}, {});
+  state_->emptyTrash();
+  EXPECT_FALSE(state_->isEmptying());
+  dispatch_.drainAll();
+  EXPECT_EQ(emptyings_, 0);
+  state_->emptyTrash();
+  dispatch_.drainAll();
+  EXPECT_EQ(emptyings_, 1);
+}
+
 TEST_F(SidebarStateTest, emptying_an_empty_trash_does_nothing) {
   emptied_ = "0";
   trash_ = "0";

@@ -102,6 +102,7 @@ QuestionPanel {
 
         MarrowSecondaryButton {
             objectName: "menuTrash"
+            enabled: menu.question.canTrash
             width: parent.width
             text: "Move to Trash"
             labelColor: Theme.error

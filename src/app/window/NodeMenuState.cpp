@@ -8,6 +8,7 @@ namespace tessaly {
 NodeMenuState::NodeMenuState(ScanSession& session, QObject* parent)
     : QObject(parent), session_(session) {
   connect(&session_.shown(), &Shown::menuNodeChanged, this, &NodeMenuState::changed);
+  connect(&session_.removal(), &Removal::movingChanged, this, &NodeMenuState::canTrashChanged);
 }
 
 bool NodeMenuState::isShown() const {

@@ -17,6 +17,8 @@ class NodeMenuState : public QObject {
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY changed)
+  // False while a batch moves to the Trash.
+  Q_PROPERTY(bool canTrash READ canTrash NOTIFY canTrashChanged)
 
  public:
   // `session` must outlive it.
@@ -25,6 +27,7 @@ class NodeMenuState : public QObject {
   bool isShown() const;
   QString title() const;
   NodeHandle node() const;
+  bool canTrash() const { return !session_.removal().isMoving(); }
 
   Q_INVOKABLE void dismiss();
   // These take the menu's node; a handle without a node does nothing.
@@ -33,6 +36,7 @@ class NodeMenuState : public QObject {
 
  signals:
   void changed();
+  void canTrashChanged();
 
  private:
   ScanSession& session_;

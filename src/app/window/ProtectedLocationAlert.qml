@@ -68,6 +68,7 @@ QuestionPanel {
 
             MarrowSecondaryButton {
                 objectName: "overrule"
+                enabled: !alert.session.removal.moving
                 width: 160
                 height: 32
                 text: "Move to Trash"
