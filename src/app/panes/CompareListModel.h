@@ -13,7 +13,7 @@ namespace tessaly {
 class CompareListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
 
  public:
   enum Role {

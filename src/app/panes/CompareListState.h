@@ -13,7 +13,7 @@ namespace tessaly {
 class CompareListState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::CompareListModel* rows READ rows CONSTANT)
   Q_PROPERTY(QString caption READ caption NOTIFY captionChanged)
 

@@ -15,7 +15,7 @@ namespace tessaly {
 class HistoryListState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::HistoryListModel* rows READ rows CONSTANT)
   // All scans in words, for assistive tools.
   Q_PROPERTY(QString summary READ summary NOTIFY pointsChanged)

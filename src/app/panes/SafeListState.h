@@ -13,7 +13,7 @@ namespace tessaly {
 class SafeListState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("The program makes it and hands it to its view.")
+  QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::SafeListModel* rows READ rows CONSTANT)
 
  public:
