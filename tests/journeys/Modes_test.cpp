@@ -33,9 +33,8 @@ TEST_F(Modes, each_mode_shows_its_view_instead_of_the_map_and_its_header) {
   const struct {
     const char* button;
     const char* title;
-  } rows[] = {{"listMode", "List Wins"},
-              {"duplicatesMode", "Duplicates"},
-              {"clonesMode", "Shared Blocks"}};
+  } rows[] = {
+      {"listMode", "List Wins"}, {"duplicatesMode", "Duplicates"}, {"clonesMode", "Shared Blocks"}};
   for (const auto& row : rows) {
     click(row.button);
     EXPECT_TRUE(item(row.button)->property("active").toBool());
