@@ -50,8 +50,8 @@ TEST_F(BatchJourney, other_ways_to_the_trash_and_back_are_disabled_until_the_bat
   session().selection().setFocused(node("Code"));
   session().trashFocused();
   dispatch_.drainAll();
-  clickHolding(Qt::ControlModifier, tilePoint("notes.txt"));
   session().cleanupQueue().addToQueue(node("notes.txt"));
+  session().selection().toggleSelect(node("notes.txt"));
   startBatch();
   expectEnabled({"zipSelection", "putBack", "zipThenTrash", "moveToTrash", "emptyTrash"}, false);
   expectEnabled({"queueSelection", "clearSelection", "clear"}, true);
