@@ -46,7 +46,7 @@ std::vector<std::string> linesOf(const std::string& text) {
 
 void tryInput(std::string_view input) {
   const std::string text(input);
-  const auto run = [&](const std::string&, const std::vector<std::string>&, double) {
+  const auto run = [&](const std::string&, const std::vector<std::string>&, double) -> std::string {
     return text;
   };
   const std::vector<std::string> lines = linesOf(text);

@@ -158,7 +158,7 @@ class IdleFiles : public testing::Test {
   }
 
   static std::string recorded(const std::string& name) {
-    const std::string text = contentOf(TESSALY_RECLAIM_TESTDATA "/mdfind/" + name);
+    std::string text = contentOf(TESSALY_RECLAIM_TESTDATA "/mdfind/" + name);
     EXPECT_FALSE(text.empty()) << name;
     return text;
   }
@@ -315,7 +315,7 @@ class Snapshots : public testing::Test {
   }
 
   static std::string recorded(const std::string& name) {
-    const std::string text = contentOf(TESSALY_RECLAIM_TESTDATA "/tmutil/" + name);
+    std::string text = contentOf(TESSALY_RECLAIM_TESTDATA "/tmutil/" + name);
     EXPECT_FALSE(text.empty()) << name;
     return text;
   }

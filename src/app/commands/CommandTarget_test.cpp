@@ -17,7 +17,6 @@
 namespace tessaly {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 

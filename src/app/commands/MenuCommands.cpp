@@ -91,20 +91,19 @@ void MenuCommands::addAll() {
       [&target] { target.moveToTrash(); });
 }
 
-void MenuCommands::add(const char* title, QKeySequence shortcut, Condition isAllowed,
+void MenuCommands::add(const char* title, const QKeySequence& shortcut, Condition isAllowed,
                        std::function<void()> act) {
   all_.push_back(new Command(
       {.title = QString::fromUtf8(title),
-       .shortcut = std::move(shortcut),
+       .shortcut = shortcut,
        .isAllowed = [&session = services_.session, isAllowed] { return isAllowed(session); },
        .act = std::move(act)},
       this));
 }
 
-void MenuCommands::add(const char* title, QKeySequence shortcut, Condition isAllowed,
+void MenuCommands::add(const char* title, const QKeySequence& shortcut, Condition isAllowed,
                        void (ScanSession::*act)()) {
-  add(title, std::move(shortcut), isAllowed,
-      [&session = services_.session, act] { (session.*act)(); });
+  add(title, shortcut, isAllowed, [&session = services_.session, act] { (session.*act)(); });
 }
 
 void MenuCommands::refresh() {

@@ -40,9 +40,9 @@ class MenuCommands : public QObject {
  private:
   using Condition = bool (*)(const ScanSession&);
 
-  void add(const char* title, QKeySequence shortcut, Condition isAllowed,
+  void add(const char* title, const QKeySequence& shortcut, Condition isAllowed,
            std::function<void()> act);
-  void add(const char* title, QKeySequence shortcut, Condition isAllowed,
+  void add(const char* title, const QKeySequence& shortcut, Condition isAllowed,
            void (ScanSession::*act)());
   void addAll();
   void refresh();

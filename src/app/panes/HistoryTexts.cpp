@@ -39,7 +39,7 @@ QString date(double at) {
 
 QString scan(const std::vector<HistoryPoint>& points, std::size_t index) {
   const HistoryPoint& point = points.at(index);
-  const QString found = QStringLiteral("%1: %2").arg(time(point.at), bytes(point.bytes));
+  QString found = QStringLiteral("%1: %2").arg(time(point.at), bytes(point.bytes));
   if (index == 0) return found;
   const std::int64_t growth = checkedAdd(point.bytes, checkedMul(points[index - 1].bytes, -1));
   if (growth == 0) return found + QStringLiteral(", as much as the scan before");

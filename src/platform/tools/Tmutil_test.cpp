@@ -85,7 +85,7 @@ class TmutilTest : public testing::Test {
   std::string advice() {
     EXPECT_EQ(run({"thinlocalsnapshots", "/", "21474836480", "4"}), failed);
     EXPECT_EQ(err_.str(), "");
-    const std::string text = out_.str();
+    std::string text = out_.str();
     EXPECT_EQ(text.find('\n'), text.size() - 1);
     EXPECT_LE(UnicodeText::graphemeCount(text), 180U) << text;
     return text;
