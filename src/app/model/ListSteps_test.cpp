@@ -24,7 +24,9 @@ std::vector<int> apply(int count, const std::vector<Step>& steps) {
     const auto first = rows.begin() + step.first;
     if (step.kind == Kind::insert) {
       EXPECT_LE(step.first, static_cast<int>(rows.size()));
-      rows.insert(first, static_cast<std::size_t>(step.last - step.first + 1), -1);
+      rows.insert(first,
+                  static_cast<std::size_t>(step.last) - static_cast<std::size_t>(step.first) + 1,
+                  -1);
       continue;
     }
     EXPECT_LT(step.last, static_cast<int>(rows.size()));
