@@ -23,7 +23,8 @@ class CommandRow : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("It exists only attached to an item.")
-  QML_ATTACHED(CommandRow)
+  // Qualified for qmllint.
+  QML_ATTACHED(tessaly::CommandRow)
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
 
  public:
