@@ -15,13 +15,11 @@ Item {
 
     component Column: Text {
         width: 80
-        height: columns.height
+        height: parent.height
         horizontalAlignment: Text.AlignRight
         verticalAlignment: Text.AlignVCenter
-        color: columns.textColor
         font.family: Theme.uiFamily
         font.pixelSize: 11
-        font.weight: columns.weight
         Accessible.ignored: true
     }
 
@@ -30,6 +28,8 @@ Item {
         width: left.x - 14
         horizontalAlignment: Text.AlignLeft
         text: columns.place
+        color: columns.textColor
+        font.weight: columns.weight
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
         maximumLineCount: 1
@@ -41,6 +41,8 @@ Item {
         objectName: "left"
         x: right.x - width
         text: columns.leftText
+        color: columns.textColor
+        font.weight: columns.weight
     }
 
     Column {
@@ -49,6 +51,8 @@ Item {
         objectName: "right"
         x: difference.x - width
         text: columns.rightText
+        color: columns.textColor
+        font.weight: columns.weight
     }
 
     Column {
@@ -58,5 +62,6 @@ Item {
         x: columns.width - width
         text: columns.differenceText
         color: columns.differenceColor
+        font.weight: columns.weight
     }
 }
