@@ -47,7 +47,7 @@ std::vector<std::string> linesOf(const std::string& text) {
 void tryInput(std::string_view input) {
   const std::string text(input);
   const auto run = [&](const std::string&, const std::vector<std::string>&, double) -> std::string {
-    return text;
+    return std::string(text);
   };
   const std::vector<std::string> lines = linesOf(text);
 
