@@ -73,7 +73,7 @@ TEST_P(SafeScoreOn, the_word_of_downloads_also_matches_other_folders) {
 }
 
 TEST_P(SafeScoreOn, old_code_in_any_folder_is_to_be_reviewed) {
-  const SafeItem item = idle("/data/work/main.c", "code", 200);
+  const SafeItem item = idle("/data/project/main.c", "code", 200);
   EXPECT_EQ(item.score, 70);
   EXPECT_EQ(item.label, "Review");
   EXPECT_FALSE(item.caution);
@@ -81,10 +81,10 @@ TEST_P(SafeScoreOn, old_code_in_any_folder_is_to_be_reviewed) {
 
 TEST_P(SafeScoreOn, without_a_date_the_age_does_not_count) {
   for (const double date : {0.0, -1.0, -62135596800.0, std::nan("")}) {
-    const SafeItem item = SafeScore::evaluate("/data/work/main.c", 5, "code", date, rules());
-    EXPECT_EQ(item, undated("/data/work/main.c", "code")) << date;
+    const SafeItem item = SafeScore::evaluate("/data/project/main.c", 5, "code", date, rules());
+    EXPECT_EQ(item, undated("/data/project/main.c", "code")) << date;
   }
-  const SafeItem item = undated("/data/work/main.c", "code");
+  const SafeItem item = undated("/data/project/main.c", "code");
   EXPECT_EQ(item.score, 50);
   EXPECT_EQ(item.label, "Review");
   EXPECT_EQ(item.reason, "Neutral");
@@ -92,7 +92,7 @@ TEST_P(SafeScoreOn, without_a_date_the_age_does_not_count) {
 }
 
 TEST_P(SafeScoreOn, a_file_that_was_used_this_week_is_kept) {
-  const SafeItem item = idle("/data/work/main.c", "code", 3);
+  const SafeItem item = idle("/data/project/main.c", "code", 3);
   EXPECT_EQ(item.score, 30);
   EXPECT_EQ(item.label, "Keep / caution");
   EXPECT_TRUE(item.caution);

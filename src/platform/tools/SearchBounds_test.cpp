@@ -39,13 +39,13 @@ TEST_F(SearchBoundsTest, folders_that_no_walk_enters_are_left_out) {
   EXPECT_FALSE(enters("/home/x", "/home/x/a/.Trash"));
   EXPECT_FALSE(enters("/home/x", "/home/x/.local/share/Trash"));
   EXPECT_FALSE(enters("/home/x", "/home/x/.local/share/Trash", false));
-  EXPECT_TRUE(enters("/home/x", "/home/x/work/share/Trash"));
+  EXPECT_TRUE(enters("/home/x", "/home/x/other/share/Trash"));
   EXPECT_TRUE(enters("/home/x", "/home/x/xTrash"));
   for (const char* const path : {"/proc", "/dev", "/tmp", "/mnt"}) {
     EXPECT_FALSE(enters("/", path, false)) << path;
   }
   EXPECT_TRUE(enters("/home/x", "/home/x/tmp"));
-  EXPECT_TRUE(enters("/tmp/work", "/tmp/work/dev"));
+  EXPECT_TRUE(enters("/tmp/project", "/tmp/project/dev"));
 }
 
 TEST_F(SearchBoundsTest, folders_of_the_system_are_left_out_if_wanted) {
