@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <memory>
 #include <utility>
 
 #include <QApplication>
@@ -17,9 +18,14 @@
 #include "app/window/ViewStates.h"
 #include "app/window/WindowState.h"
 #include "look/MarrowTheme.h"
+#include "platform/FileAccess.h"
 #include "platform/HomeDirectory.h"
 #include "platform/Leftovers.h"
+#include "platform/MountedVolumes.h"
 #include "platform/ResolvedPath.h"
+#include "reclaim/BigWinsEngine.h"
+#include "reclaim/ReclaimAnalysis.h"
+#include "reclaim/ReclaimEngine.h"
 #include "reclaim/Trash.h"
 #include "session/UnusedFiles.h"
 #include "system/FullDiskAccess.h"
@@ -40,6 +46,25 @@ Q_IMPORT_QML_PLUGIN(Tessaly_WindowPlugin)
 namespace tessaly {
 
 namespace {
+
+// Those of this machine.
+WinsPass::Engines winsEnginesOf(const Application::Services& services) {
+  const std::shared_ptr<MountedVolumes> volumes = services.platform.makeMountedVolumes();
+  return {
+      .analyse =
+          [volumes, run = services.run](const std::string& home,
+                                        const std::optional<DiskNode>& tree,
+                                        const WinsPass::IsCancelled& isCancelled) {
+            return ReclaimAnalysis::run(
+                home, tree, {.files = FileAccess::ofMachine(), .volumes = *volumes, .run = run},
+                isCancelled);
+          },
+      .thin =
+          [run = services.run](const WinsPass::IsCancelled& isCancelled) {
+            return BigWinsEngine::thinLocalSnapshots(run ? run : Shell::cancellable(isCancelled));
+          },
+      .isTrashAction = [](std::string_view id) { return ReclaimEngine::isTrashAction(id); }};
+}
 
 // Qt's own dialogs look like the window.
 QPalette darkPalette() {
@@ -132,6 +157,7 @@ Application::Application(const Services& services) {
       .supportDirectory = services.supportDirectory,
       .analysis = services.analysis.value_or(
           PostScanAnalysis::Engines{.safeItems = UnusedFiles::engine(services.run)}),
+      .wins = services.wins.analyse ? services.wins : winsEnginesOf(services),
       .walk = services.walk,
       .run = services.run,
       .now = services.now,

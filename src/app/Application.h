@@ -82,6 +82,7 @@ class Application {
     SessionServices::Walk walk = {};
     // Of a finished scan; by default all that exist, with `run`.
     std::optional<PostScanAnalysis::Engines> analysis = {};
+    WinsPass::Engines wins = {};  // find what can be won back
     Shell::Run run = {};
     std::function<std::optional<DiskUsage>()> volumeUsage = {};
     std::function<SessionServices::Clock::time_point()> now = {};

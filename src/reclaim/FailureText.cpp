@@ -22,6 +22,8 @@ constexpr std::size_t mostReasons = 3;
 
 // Empty where reasonOfSystem() has the better words.
 std::string_view reasonOfMove(const SystemError& cause) {
+  // Of the kind alreadyExists, but no name is taken.
+  if (cause.code == ENOTEMPTY) return "no longer empty";
   switch (cause.kind) {
     case Kind::notFound:
     case Kind::notADirectory:

@@ -35,6 +35,7 @@ TEST(FailureText, every_cause_of_a_failed_move_has_a_text) {
                            {ENOTDIR, "not there any more"},
                            {EEXIST, "no free name in the Trash"},
                            {EBUSY, "a volume is mounted there"},
+                           {ENOTEMPTY, "no longer empty"},
                            {ESTALE, "moved or replaced meanwhile"},
                            {EINVAL, "in the Trash already, or the Trash is in it"},
                            {ENAMETOOLONG, "the name or the path is too long"},

@@ -27,7 +27,11 @@ void Navigation::jump(int index) {
 
 void Navigation::reveal(const DiskNode& node) {
   if (isRemainder(node)) return;
-  workspace_.reveal({node.path()});
+  reveal(node.path());
+}
+
+void Navigation::reveal(const std::string& path) {
+  workspace_.reveal({path});
 }
 
 void Navigation::showTree(FieldChanges& changes, const DiskNode& tree) {

@@ -29,6 +29,7 @@ class Navigation : public QObject {
   Q_INVOKABLE void jump(int index);
   // Shows `node` in the file viewer of the desktop.
   void reveal(const DiskNode& node);
+  void reveal(const std::string& path);
 
   // Shows the root of a new tree. Announces it even if it equals the old one.
   void showTree(FieldChanges& changes, const DiskNode& tree);

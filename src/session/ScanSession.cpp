@@ -69,6 +69,7 @@ void ScanSession::end() {
   watch_->end();
   findings_->end();
   expansions_.end();
+  emit ended();
 }
 
 }  // namespace tessaly

@@ -72,6 +72,10 @@ class ScanSession : public QObject {
   Choices& choices() const { return *choices_; }
   MachineState& machine() const { return *machine_; }
 
+  // For the passes of a view, which cancels them when ended() is emitted.
+  Dispatch& dispatch() const { return services_.dispatch; }
+  const WinsPass::Engines& winsEngines() const { return services_.wins; }
+
   // The user's home directory; decides which paths are critical.
   const std::string& homeDirectory() const { return services_.homeDirectory; }
 
@@ -126,6 +130,10 @@ class ScanSession : public QObject {
 
   // Asks where to save a report on the node on screen, and writes it.
   Q_INVOKABLE void exportJSON();
+
+ signals:
+  // By end().
+  void ended();
 
  private:
   void restore();

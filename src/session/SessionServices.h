@@ -22,6 +22,7 @@
 #include "session/MarrowPrefs.h"
 #include "session/PostScanAnalysis.h"
 #include "session/ScanStore.h"
+#include "session/WinsPass.h"
 #include "system/DiskUsage.h"
 #include "system/MachineFigures.h"
 #include "system/Shell.h"
@@ -50,6 +51,7 @@ struct SessionServices {
   std::string homeDirectory;
   ScanStore::Directory supportDirectory = {};                        // ScanStore::supportDir()
   PostScanAnalysis::Engines analysis = {};                           // none
+  WinsPass::Engines wins = {};                                       // none
   Walk walk = {};                                                    // DiskScanner::scan
   Archive archive = {};                                              // ZipEngine::archive
   Snapshot snapshot = {};                                            // FolderWatch::snapshot

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/FileAccess.h"
+
 namespace tessaly::TrashBatch {
 
 namespace {
@@ -22,6 +24,8 @@ Result<TrashedItem> moveIfListed(const Item& item, TrashMover& mover) {
     if (!isListed(*item.listed, now.value()))
       return SystemError::fromErrno(ESTALE, item.location.place);
   }
+  if (item.mustBeEmpty && FileAccess::ofMachine().hasEntries(item.location.place))
+    return SystemError::fromErrno(ENOTEMPTY, item.location.place);
   return Trash::moveRecording(item.location, mover);
 }
 

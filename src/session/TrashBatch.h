@@ -22,6 +22,8 @@ struct Item {
   Trash::Location location;
   // The item as it was listed; without it, whatever is at the location moves.
   std::optional<FileIdentity> listed = {};
+  // A folder that was listed as empty moves only if it has no entries.
+  bool mustBeEmpty = false;
 
   friend bool operator==(const Item&, const Item&) = default;
 };

@@ -1,5 +1,6 @@
 #include "session/TrashBatch.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -51,6 +52,20 @@ class TrashBatchTest : public testing::Test {
   std::size_t stopAfter_ = 1000;
   std::vector<std::size_t> done_;
 };
+
+TEST_F(TrashBatchTest, a_folder_that_was_listed_as_empty_stays_if_it_has_entries) {
+  disk_.plant(
+      "empty/\n"
+      "filled/\n");
+  TrashBatch::Item empty = listed(disk_.at("empty"));
+  TrashBatch::Item filled = listed(disk_.at("filled"));
+  empty.mustBeEmpty = filled.mustBeEmpty = true;
+  putFile(disk_.at("filled/photo"), "new");
+  const TrashBatch::Moved moved = move({empty, filled});
+  EXPECT_THAT(movedPaths(moved), ElementsAre(disk_.at("empty")));
+  ASSERT_THAT(failedPaths(moved), ElementsAre(disk_.at("filled")));
+  EXPECT_EQ(moved.errors[0].cause.code, ENOTEMPTY);
+}
 
 TEST_F(TrashBatchTest, an_empty_batch_moves_nothing) {
   const TrashBatch::Moved moved = move({});

@@ -96,7 +96,7 @@ TEST_F(CanvasPointer, the_focus_stays_on_its_item_while_other_tiles_come_under_t
   EXPECT_EQ(focused(), notes);
   session().navigation().back();
   settle(window());
-  session().shown().setVizMode(VizMode::list);
+  session().shown().setVizMode(VizMode::duplicates);
   settle(window());
   session().shown().setVizMode(VizMode::treemap);
   settle(window());

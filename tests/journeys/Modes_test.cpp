@@ -33,8 +33,7 @@ TEST_F(Modes, each_mode_shows_its_view_instead_of_the_map_and_its_header) {
   const struct {
     const char* button;
     const char* title;
-  } rows[] = {
-      {"listMode", "List Wins"}, {"duplicatesMode", "Duplicates"}, {"clonesMode", "Shared Blocks"}};
+  } rows[] = {{"duplicatesMode", "Duplicates"}, {"clonesMode", "Shared Blocks"}};
   for (const auto& row : rows) {
     click(row.button);
     EXPECT_TRUE(item(row.button)->property("active").toBool());
@@ -49,7 +48,7 @@ TEST_F(Modes, returning_to_the_map_keeps_folder_and_selection) {
   session().selection().selectNodes({session().navigation().current()->children()[0]}, false);
   const auto place = session().navigation().current();
   for (const char* way : {"treemapMode", "close", "escape"}) {
-    click("listMode");
+    click("duplicatesMode");
     EXPECT_FALSE(shows("canvas"));
     if (QString(way) == "escape") {
       press(Qt::Key_Escape);
@@ -74,11 +73,11 @@ TEST_F(Modes, the_selection_can_be_archived_in_every_mode) {
 }
 
 TEST_F(Modes, escape_collapses_the_queue_before_it_leaves_a_mode) {
-  click("listMode");
+  click("duplicatesMode");
   session().cleanupQueue().addToQueue(session().navigation().current()->children()[0]);
   press(Qt::Key_Escape);
   EXPECT_TRUE(session().cleanupQueue().queueMinimized());
-  EXPECT_EQ(session().shown().vizMode(), VizMode::list);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::duplicates);
   press(Qt::Key_Escape);
   EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   EXPECT_TRUE(session().cleanupQueue().queueOpen());

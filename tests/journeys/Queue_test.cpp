@@ -184,14 +184,14 @@ TEST_F(QueueJourney, the_queue_works_by_the_keyboard_and_escape_collapses_it) {
 
 TEST_F(QueueJourney, the_queue_stays_reachable_while_it_has_items) {
   markThree();
-  session().shown().setVizMode(VizMode::list);
+  session().shown().setVizMode(VizMode::duplicates);
   session().shown().setPane(MainPane::apps);
   press(Qt::Key_Escape);
   EXPECT_EQ(panelHeight(), 44);
   EXPECT_EQ(session().shown().pane(), MainPane::apps);
   press(Qt::Key_Escape);
   EXPECT_EQ(session().shown().pane(), MainPane::map);
-  EXPECT_EQ(session().shown().vizMode(), VizMode::list);
+  EXPECT_EQ(session().shown().vizMode(), VizMode::duplicates);
   press(Qt::Key_Escape);
   EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   for (int i = 0; i < 3; ++i) press(Qt::Key_Escape);

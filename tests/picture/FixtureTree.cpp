@@ -88,4 +88,10 @@ DiskNode fixtureTree() {
   return builder.finish();
 }
 
+DiskNode fixtureTreeOfOne() {
+  DiskTreeBuilder builder;
+  add(builder, {"ada", 0, {{"linux.iso", 3800, {}, 12.5}}}, true, NodeTint::presentTime());
+  return builder.finish();
+}
+
 }  // namespace tessaly

@@ -10,5 +10,7 @@ inline constexpr const char* fixtureHome = "/home/ada";
 // The ages of its items do not depend on the date: their times are relative to the system's clock,
 // which the map uses.
 DiskNode fixtureTree();
+// The same folder with a single file.
+DiskNode fixtureTreeOfOne();
 
 }  // namespace tessaly

@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <ctime>
 #include <filesystem>
 #include <string_view>
@@ -11,8 +12,10 @@
 
 #include <QQuickItem>
 
+#include "app/panes/ListWinsState.h"
 #include "picture/FixtureFindings.h"
 #include "picture/FixtureTree.h"
+#include "picture/WinsScreens.h"
 #include "support/WindowItems.h"
 
 namespace tessaly {
@@ -35,7 +38,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 39> screens = {{
+constexpr std::array<KnownScreen, 51> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -53,21 +56,33 @@ constexpr std::array<KnownScreen, 39> screens = {{
     {"commands", Screen::commands, smallest},
     {"queue", Screen::queue, smallest},
     {"queue-minimised", Screen::queueMinimised, smallest},
-    {"list", Screen::list, smallest},
+    {"planned-mode", Screen::plannedMode, smallest},
     {"largest", Screen::largest, smallest},
     {"largest-wide", Screen::largestWide, wide},
+    {"largest-one", Screen::largestOne, smallest},
     {"largest-empty", Screen::largestEmpty, smallest},
     {"grew", Screen::grew, smallest},
+    {"grew-wide", Screen::grewWide, wide},
+    {"grew-one", Screen::grewOne, smallest},
+    {"grew-empty", Screen::grewEmpty, smallest},
     {"safe", Screen::safe, smallest},
+    {"safe-wide", Screen::safeWide, wide},
     {"safe-one", Screen::safeOne, smallest},
     {"safe-empty", Screen::safeEmpty, smallest},
     {"compare", Screen::compare, smallest},
+    {"compare-wide", Screen::compareWide, wide},
     {"compare-one", Screen::compareOne, smallest},
     {"compare-empty", Screen::compareEmpty, smallest},
     {"history", Screen::history, smallest},
     {"history-wide", Screen::historyWide, wide},
     {"history-one", Screen::historyOne, smallest},
     {"history-empty", Screen::historyEmpty, smallest},
+    {"wins", Screen::wins, smallest},
+    {"wins-wide", Screen::winsWide, wide},
+    {"wins-one", Screen::winsOne, smallest},
+    {"wins-empty", Screen::winsEmpty, smallest},
+    {"wins-banners", Screen::winsBanners, smallest},
+    {"wins-moving", Screen::winsMoving, smallest},
     {"band", Screen::band, smallest},
     {"tile-menu", Screen::tileMenu, smallest},
     {"hover", Screen::hover},
@@ -93,6 +108,11 @@ DiskNode fileThatWas(const std::string& path) {
   gone.path = path;
   gone.name = path.substr(path.rfind('/') + 1);
   return DiskNode(gone);
+}
+
+// At the first scan of a folder everything counts as grown, and has that colour.
+bool isGrown(Screen screen) {
+  return screen == Screen::grew || screen == Screen::grewWide || screen == Screen::grewOne;
 }
 
 bool isHistory(Screen screen) {
@@ -123,13 +143,30 @@ void lend(Application::Services& services, Screen screen) {
     nothing.isDir = true;
     if (screen == Screen::failed) return DiskNode(nothing);
     // Folders whose files were all too small to be kept have a size, and no file.
-    if (screen == Screen::largestEmpty) nothing.size = 4096;
-    return screen == Screen::largestEmpty ? DiskNode(nothing) : fixtureTree();
+    nothing.size = 3 * (std::int64_t{1} << 30);
+    if (screen == Screen::largestEmpty || screen == Screen::grewOne) return DiskNode(nothing);
+    return screen == Screen::largestOne ? fixtureTreeOfOne() : fixtureTree();
   };
   services.analysis = PostScanAnalysis::Engines{.safeItems = [screen](const auto&, const auto&) {
     constexpr std::size_t all = 100;
     return fixtureSafeItems(screen == Screen::safeEmpty ? 0 : screen == Screen::safeOne ? 1 : all);
   }};
+  switch (screen) {
+    case Screen::wins:
+    case Screen::winsWide:
+    case Screen::winsBanners:
+    case Screen::winsMoving:
+      services.wins = enginesThatFind(WinsOnDisk::many);
+      break;
+    case Screen::winsOne:
+      services.wins = enginesThatFind(WinsOnDisk::one);
+      break;
+    case Screen::winsEmpty:
+      services.wins = enginesThatFind(WinsOnDisk::none);
+      break;
+    default:
+      break;
+  }
   services.run = run;
   services.volumeUsage = [] {
     return DiskUsage{.total = 499963174912,
@@ -233,13 +270,33 @@ void PictureWindow::scanHalfWay() {
   }
 }
 
+void PictureWindow::showWins(Screen screen) {
+  session().shown().setVizMode(VizMode::list);
+  machine_.dispatch.drainAll();
+  settle(fixture_.window());
+  if (screen == Screen::winsOne || screen == Screen::winsEmpty) return;
+  const std::string caches = std::string(fixtureHome) + "/.cache/";
+  const QObject* const page = fixture_.item(QStringLiteral("winsPage"));
+  if (page == nullptr) return;
+  auto& state = *page->property("wins").value<ListWinsState*>();
+  for (const char* name : {"cargo", "npm", "pip"}) state.toggle(PathHandle(caches + name));
+  if (screen == Screen::winsWide || screen == Screen::wins) {
+    fixture_.tabTo("rowFace");
+    fixture_.press(Qt::Key_Down);
+    return;
+  }
+  // The fake Trash does not know the other one.
+  for (const char* name : {"cargo", "npm"}) machine_.trash.put(caches + name);
+  state.trashSelected();
+  if (screen == Screen::winsBanners) machine_.dispatch.drainAll();
+}
+
 void PictureWindow::show(Screen screen) {
   if (screen == Screen::idle || screen == Screen::gate) return;
   if (screen == Screen::scanning) return scanHalfWay();
   scan();
   if (screen == Screen::failed) return;
-  // At the first scan of a folder everything counts as grown, and has that colour.
-  if (screen != Screen::grew && !isHistory(screen)) scan();
+  if (!isGrown(screen) && !isHistory(screen)) scan();
   if (screen == Screen::toast) return;
   letMessageGo();
   const DiskNode tree = *session().navigation().current();
@@ -304,13 +361,25 @@ void PictureWindow::show(Screen screen) {
       session().cleanupQueue().setQueueMinimized(screen == Screen::queueMinimised);
       letMessageGo();
       break;
-    case Screen::list:
-      session().shown().setVizMode(VizMode::list);
+    case Screen::plannedMode:
+      session().shown().setVizMode(VizMode::duplicates);
+      break;
+    case Screen::wins:
+    case Screen::winsWide:
+    case Screen::winsOne:
+    case Screen::winsEmpty:
+    case Screen::winsBanners:
+    case Screen::winsMoving:
+      showWins(screen);
       break;
     case Screen::grew:
+    case Screen::grewWide:
+    case Screen::grewOne:
+    case Screen::grewEmpty:
       session().shown().setVizMode(VizMode::grew);
       break;
     case Screen::safe:
+    case Screen::safeWide:
     case Screen::safeOne:
     case Screen::safeEmpty:
       session().shown().setVizMode(VizMode::safe);
@@ -320,6 +389,7 @@ void PictureWindow::show(Screen screen) {
       session().shown().setVizMode(VizMode::compare);
       break;
     case Screen::compare:
+    case Screen::compareWide:
     case Screen::compareOne:
       machine_.folderPanel.answer = fixtureBackup;
       session().compareWithFolder();
@@ -338,6 +408,7 @@ void PictureWindow::show(Screen screen) {
       break;
     case Screen::largest:
     case Screen::largestWide:
+    case Screen::largestOne:
     case Screen::largestEmpty:
       session().shown().setVizMode(VizMode::largest);
       if (screen == Screen::largest) enterList(1);

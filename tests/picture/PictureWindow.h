@@ -38,21 +38,33 @@ class PictureWindow {
     commands,
     queue,
     queueMinimised,
-    list,
+    plannedMode,
     largest,
     largestWide,
+    largestOne,
     largestEmpty,
     grew,
+    grewWide,
+    grewOne,
+    grewEmpty,
     safe,
+    safeWide,
     safeOne,
     safeEmpty,
     compare,
+    compareWide,
     compareOne,
     compareEmpty,
     history,
     historyWide,
     historyOne,
     historyEmpty,
+    wins,
+    winsWide,
+    winsOne,
+    winsEmpty,
+    winsBanners,
+    winsMoving,
     band,
     tileMenu,
     hover,
@@ -87,6 +99,7 @@ class PictureWindow {
   // Moves the keyboard focus to this row of the list.
   void enterList(int row);
   void scrollSidebarToItsEnd();
+  void showWins(Screen screen);
   void show(Screen screen);
 
   ScanSession& session() { return fixture_.session(); }

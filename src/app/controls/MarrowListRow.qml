@@ -20,8 +20,9 @@ FocusScope {
         control.focusReason = reason
     }
 
+    // The row after a removed one gets the focus from the ListView before it gets its new index.
     onHasKeyboardChanged: {
-        if (hasKeyboard && ListView.view !== null)
+        if (hasKeyboard && ListView.view !== null && ListView.view.currentItem !== row)
             ListView.view.currentIndex = index
     }
 }

@@ -165,6 +165,10 @@ SafeListState* DiskMapState::safeList(QObject* view) const {
   return new SafeListState(session_, view);
 }
 
+ListWinsState* DiskMapState::winsList(QObject* view) const {
+  return new ListWinsState(session_, view);
+}
+
 void DiskMapState::askAbout(const NodeHandle& node) {
   if (node.isValid()) session_.shown().setMenuNode(node.node());
 }

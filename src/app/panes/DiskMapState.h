@@ -14,6 +14,7 @@
 #include "app/panes/GrewListState.h"
 #include "app/panes/HistoryListState.h"
 #include "app/panes/LargestListState.h"
+#include "app/panes/ListWinsState.h"
 #include "app/panes/ModeBarState.h"
 #include "app/panes/ModeListModel.h"
 #include "app/panes/SafeListState.h"
@@ -93,6 +94,7 @@ class DiskMapState : public QObject {
   Q_INVOKABLE tessaly::HistoryListState* historyList(QObject* view) const;
   Q_INVOKABLE tessaly::LargestListState* largestList(QObject* view) const;
   Q_INVOKABLE tessaly::SafeListState* safeList(QObject* view) const;
+  Q_INVOKABLE tessaly::ListWinsState* winsList(QObject* view) const;
   // Opens the window's menu for an item of the map.
   Q_INVOKABLE void askAbout(const tessaly::NodeHandle& node);
 

@@ -11,6 +11,9 @@ MarrowListRow {
     // For assistive tools.
     required property string label
     property alias content: contentPlace.data
+    // What stands above the row's own part, such as the heading of the rows from here on.
+    property alias heading: headingPlace.data
+    property real headingHeight: 0
     // Whether the row can be activated.
     property bool isButton: true
 
@@ -27,7 +30,7 @@ MarrowListRow {
     Keys.onPressed: event => {
         event.accepted = RowKeys.asksForMenu(event.key, event.modifiers)
         if (event.accepted && !event.isAutoRepeat)
-            row.menuAsked(Qt.point(contentPlace.x + 24, row.height / 2), true)
+            row.menuAsked(Qt.point(contentPlace.x + 24, contentPlace.y + contentPlace.height / 2), true)
     }
 
     T.AbstractButton {
@@ -40,8 +43,9 @@ MarrowListRow {
 
         objectName: "rowFace"
         x: 10
+        y: row.headingHeight
         width: parent.width - 20
-        height: parent.height
+        height: parent.height - y
         focus: true
         focusPolicy: row.isTabStop ? Qt.StrongFocus : Qt.ClickFocus
         hoverEnabled: true
@@ -78,18 +82,28 @@ MarrowListRow {
 
     MouseArea {
         anchors.fill: parent
+        anchors.topMargin: row.headingHeight
         acceptedButtons: Qt.RightButton
         onClicked: mouse => {
             row.takeKeyboard(Qt.MouseFocusReason)
-            row.menuAsked(Qt.point(mouse.x, mouse.y), false)
+            row.menuAsked(Qt.point(mouse.x, mouse.y + row.headingHeight), false)
         }
+    }
+
+    Item {
+        id: headingPlace
+
+        x: 18
+        width: parent.width - 36
+        height: row.headingHeight
     }
 
     Item {
         id: contentPlace
 
         x: 18
+        y: row.headingHeight
         width: parent.width - 36
-        height: parent.height
+        height: parent.height - y
     }
 }

@@ -13,7 +13,7 @@ Item {
     required property NodeActions actions
     required property DiskMapState map
 
-    readonly property ListPane shownList: list.item as ListPane
+    readonly property FocusScope shownList: list.item as FocusScope
     readonly property bool listHasKeyboard: shownList !== null && shownList.activeFocus
 
     // When the map replaces a list that has the focus, the map takes the focus. The linter does not
@@ -104,6 +104,19 @@ Item {
         // qmllint enable unqualified
     }
 
+    Component {
+        id: winsView
+
+        // qmllint disable unqualified
+        ListWinsView {
+            id: wins
+
+            objectName: "winsPage"
+            wins: screen.map.winsList(wins)
+        }
+        // qmllint enable unqualified
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -159,6 +172,8 @@ Item {
                     return historyView
                 case "largest":
                     return largestView
+                case "list":
+                    return winsView
                 case "safe":
                     return safeView
                 }
