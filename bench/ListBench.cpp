@@ -5,6 +5,9 @@
 //
 // Both lists take turns, and the fastest of each action counts; for the turns far down, the mean.
 //
+// For the page of what can be won back with 2,000 rows: from the arrival of the results to the
+// painted page, and turns of the wheel through it.
+//
 // Usage: tessaly_list_bench
 #include <algorithm>
 #include <cstddef>
@@ -34,6 +37,9 @@ constexpr int farTurns = 300;
 constexpr double bound = 1.2;
 constexpr int few = 10;
 constexpr int lots = 10000;
+constexpr int manyFinds = 2000;
+constexpr double arrivalBound = 60;
+constexpr double frameBound = 8;
 
 double cpuMilliseconds() {
   timespec now{};
@@ -62,10 +68,113 @@ std::vector<SafeItem> itemsOf(int count) {
   return items;
 }
 
-class List {
- public:
-  List() { waitForFrame(); }
+ReclaimAnalysis::Finds findsOf(int count) {
+  ReclaimAnalysis::Finds finds;
+  for (int i = 0; i < count; ++i) {
+    const std::string number = std::to_string(i);
+    const std::string path = "/home/ada/data/" + number;
+    if (i % 2 == 0) {
+      finds.treeWins.push_back({.path = path,
+                                .name = "node_modules",
+                                .bytes = 60LL << 20U,
+                                .category = "category " + std::to_string(i % 7),
+                                .note = "Restored by npm/yarn/pnpm install"});
+    } else {
+      finds.largeOld.push_back({.name = number, .path = path, .bytes = 60LL << 20U});
+    }
+  }
+  return finds;
+}
 
+class BenchWindow {
+ public:
+  BenchWindow() { waitForFrame(); }
+
+ protected:
+  QQuickWindow& window() { return fixture_.window(); }
+  ScanSession& session() { return fixture_.session(); }
+
+  static QQuickItem* itemBelow(QQuickItem* item, QLatin1String name) {
+    if (!item->isVisible()) return nullptr;
+    if (item->objectName() == name) return item;
+    for (QQuickItem* child : item->childItems()) {
+      if (QQuickItem* const found = itemBelow(child, name)) return found;
+    }
+    return nullptr;
+  }
+  QQuickItem* visibleItem(const char* name) {
+    return itemBelow(window().contentItem(), QLatin1String(name));
+  }
+
+  // Blocks until the next frame has been rendered, so that waiting uses no CPU.
+  void waitForFrame() {
+    QEventLoop loop;
+    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    window().update();
+    loop.exec();
+  }
+  void turnOver(QQuickItem* list, int pixels) {
+    const QPointF point = list->mapToScene({list->width() / 2, list->height() / 2});
+    QWheelEvent event(point, window().mapToGlobal(point), {0, pixels}, {0, pixels}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window(), &event);
+    waitForFrame();
+  }
+
+  int rows_ = 0;
+  FakeMachine machine_;
+
+ private:
+  FixtureWindow fixture_{
+      machine_, "/home/ada",
+      [this](Application::Services& services) {
+        services.walk = [](const std::string& root, const auto&, const auto&) {
+          DiskNode::Fields fields;
+          fields.path = root;
+          fields.size = 4096;
+          fields.isDir = true;
+          return DiskNode(fields);
+        };
+        services.analysis = PostScanAnalysis::Engines{
+            .safeItems = [this](const auto&, const auto&) { return itemsOf(rows_); }};
+        services.wins = {
+            .analyse = [](const auto&, const auto&, const auto&) { return findsOf(manyFinds); },
+            .identify = [](const std::string&) -> Result<FileIdentity> { return FileIdentity(); }};
+      },
+      [](QQuickWindow& window) { window.resize(1100, 680); }};
+};
+
+class Wins : public BenchWindow {
+ public:
+  Wins() {
+    session().scanHome();
+    machine_.dispatch.drainAll();
+    waitForFrame();
+  }
+
+  // Opens the page, and returns the cost of the results of its first pass.
+  double arrive() {
+    session().shown().setVizMode(VizMode::list);
+    waitForFrame();
+    machine_.dispatch.drain(Dispatch::Queue::userInitiated);
+    const double cost = costOf([&] {
+      machine_.dispatch.drainAll();
+      waitForFrame();
+    });
+    if (visibleItem("winRow") == nullptr) qFatal("the page has no rows");
+    return cost;
+  }
+  void close() {
+    session().shown().setVizMode(VizMode::treemap);
+    waitForFrame();
+  }
+  double turnDown() {
+    return costOf([&] { turnOver(visibleItem("winsList"), -120); });
+  }
+};
+
+class List : public BenchWindow {
+ public:
   // Fills the list, which must be closed.
   void take(int rows) {
     rows_ = rows;
@@ -107,33 +216,9 @@ class List {
   double position() { return list()->property("contentY").toDouble(); }
 
  private:
-  QQuickWindow& window() { return fixture_.window(); }
-  ScanSession& session() { return fixture_.session(); }
+  QQuickItem* list() { return visibleItem("list"); }
 
-  static QQuickItem* listBelow(QQuickItem* item) {
-    if (!item->isVisible()) return nullptr;
-    if (item->objectName() == QLatin1String("list")) return item;
-    for (QQuickItem* child : item->childItems()) {
-      if (QQuickItem* const found = listBelow(child)) return found;
-    }
-    return nullptr;
-  }
-  QQuickItem* list() { return listBelow(window().contentItem()); }
-
-  // Blocks until the next frame has been rendered, so that waiting uses no CPU.
-  void waitForFrame() {
-    QEventLoop loop;
-    QObject::connect(&window(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    window().update();
-    loop.exec();
-  }
-  void turn(int pixels) {
-    const QPointF point = list()->mapToScene({list()->width() / 2, list()->height() / 2});
-    QWheelEvent event(point, window().mapToGlobal(point), {0, pixels}, {0, pixels}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window(), &event);
-    waitForFrame();
-  }
+  void turn(int pixels) { turnOver(list(), pixels); }
   void key(Qt::Key key) {
     if (!list()->hasActiveFocus()) list()->forceActiveFocus(Qt::TabFocusReason);
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
@@ -142,23 +227,6 @@ class List {
     }
     waitForFrame();
   }
-
-  int rows_ = 0;
-  FakeMachine machine_;
-  FixtureWindow fixture_{
-      machine_, "/home/ada",
-      [this](Application::Services& services) {
-        services.walk = [](const std::string& root, const auto&, const auto&) {
-          DiskNode::Fields fields;
-          fields.path = root;
-          fields.size = 4096;
-          fields.isDir = true;
-          return DiskNode(fields);
-        };
-        services.analysis = PostScanAnalysis::Engines{
-            .safeItems = [this](const auto&, const auto&) { return itemsOf(rows_); }};
-      },
-      [](QQuickWindow& window) { window.resize(1100, 680); }};
 };
 
 struct Costs {
@@ -182,6 +250,22 @@ void print(const char* what, double ten, double many) {
               ten, few, many, lots, many / ten, bound, many <= bound * ten ? "met" : "missed");
 }
 
+void runWins() {
+  Wins wins;
+  double least = 1e9;
+  for (int i = 0; i < repetitions; ++i) {
+    least = std::min(least, wins.arrive());
+    wins.close();
+  }
+  std::printf("%d results, from their arrival to the painted page: CPU %.3f ms (bound %.0f) %s\n",
+              manyFinds, least, arrivalBound, least <= arrivalBound ? "met" : "missed");
+  wins.arrive();
+  double sum = 0;
+  for (int i = 0; i < farTurns; ++i) sum += wins.turnDown();
+  std::printf("a turn of the wheel through them: CPU mean %.3f ms (bound %.0f) %s\n",
+              sum / farTurns, frameBound, sum / farTurns <= frameBound ? "met" : "missed");
+}
+
 void run() {
   List list;
   Costs ten;
@@ -202,8 +286,9 @@ void run() {
     worst = std::max(worst, cost);
   }
   if (list.position() < 1000) qFatal("the wheel has not scrolled the list");
-  std::printf("a turn of the wheel through %d rows: CPU mean %.3f ms, worst %.3f ms\n", lots,
-              sum / farTurns, worst);
+  std::printf(
+      "a turn of the wheel through %d rows: CPU mean %.3f ms (bound %.0f) %s, worst %.3f ms\n",
+      lots, sum / farTurns, frameBound, sum / farTurns <= frameBound ? "met" : "missed", worst);
 }
 
 }  // namespace
@@ -215,4 +300,5 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   tessaly::Application::setUpLook();
   tessaly::run();
+  tessaly::runWins();
 }
