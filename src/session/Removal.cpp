@@ -83,18 +83,20 @@ void Removal::moveBatch(std::vector<TrashBatch::Item> items, TakeBatch take) {
     };
     return ProgressRelay(dispatch, std::move(receiver));
   };
-  jobs_.start(
-      Dispatch::Queue::userInitiated,
-      [relay, items = std::move(items), all, stop = stop_,
-       &trash = services_.trash](const Job& job) mutable {
-        ProgressRelay progress = relay(job);
-        return TrashBatch::move(
-            std::move(items), trash, [&] { return stop->isSet() || job.isCancelled(); },
-            [&](std::size_t done) {
-              progress.percent(static_cast<double>(done) / static_cast<double>(all));
-            });
-      },
-      [this, take = std::move(take)](const TrashBatch::Moved& moved) { takeBatch(moved, take); });
+  auto work = [relay, items = std::move(items), all, stop = stop_,
+               &trash = services_.trash](const Job& job) mutable {
+    ProgressRelay progress = relay(job);
+    return TrashBatch::move(
+        std::move(items), trash, [&] { return stop->isSet() || job.isCancelled(); },
+        [&](std::size_t done) {
+          progress.percent(static_cast<double>(done) / static_cast<double>(all));
+        });
+  };
+  waitingBatch_ = [this, work = std::move(work), take = std::move(take)] {
+    jobs_.start(Dispatch::Queue::userInitiated, work,
+                [this, take](const TrashBatch::Moved& moved) { takeBatch(moved, take); });
+  };
+  if (!isEmptying()) startWaitingBatch();
   FieldChanges changes;
   changes.set(this, progress_, std::optional(Progress{.done = 0, .all = all}),
               &Removal::progressChanged);
@@ -102,9 +104,14 @@ void Removal::moveBatch(std::vector<TrashBatch::Item> items, TakeBatch take) {
   changes.announce();
 }
 
+void Removal::startWaitingBatch() {
+  if (const auto start = std::exchange(waitingBatch_, {})) start();
+}
+
 void Removal::stopBatch() {
   if (!progress_) return;
   stop_->set();
+  startWaitingBatch();
   std::optional<Progress> stopping = progress_;
   stopping->isStopping = true;
   setField(this, progress_, stopping, &Removal::progressChanged);
@@ -186,9 +193,15 @@ void Removal::giveUpZips() {
 }
 
 void Removal::emptyTrash(std::function<void(DiskSpace::TrashEmptying emptying)> take) {
+  ++emptyings_;
   jobs_.start(
       Dispatch::Queue::userInitiated,
-      [run = services_.run](const Job&) { return DiskSpace::emptyTrash(run); }, std::move(take));
+      [run = services_.run](const Job&) { return DiskSpace::emptyTrash(run); },
+      [this, take = std::move(take)](DiskSpace::TrashEmptying emptying) {
+        --emptyings_;
+        if (!isEmptying()) startWaitingBatch();
+        take(emptying);
+      });
 }
 
 void Removal::end() {

@@ -2,6 +2,10 @@
 // critical item moves, unless it is in the cleanup queue. One batch at a time moves on a worker
 // queue; meanwhile callers start no other move, to the Trash or back, and do not empty it.
 //
+// Emptying must take only what was in the Trash when it was requested, but the system decides that
+// a moment later, or several on a slow disk. So while it empties the Trash nothing moves there:
+// callers start no other move, and a batch waits.
+//
 // Main thread only.
 #pragma once
 
@@ -67,11 +71,13 @@ class Removal : public QObject {
   // Empty while no batch moves.
   const std::optional<Progress>& progress() const { return progress_; }
   bool isMoving() const;
-  // Starts to move items on a worker queue; must not be called while a batch moves. At its end
-  // lastTrashed() becomes what has moved, unless no item was tried; `take` gets the same step.
+  // Starts to move items on a worker queue, after the Trash has been emptied if that is under way;
+  // must not be called while a batch moves. At its end lastTrashed() becomes what has moved, unless
+  // no item was tried; `take` gets the same step.
   using TakeBatch = std::function<void(FieldChanges& changes, const TrashBatch::Moved& moved)>;
   void moveBatch(std::vector<TrashBatch::Item> items, TakeBatch take);
-  // Ends the batch after the item that moves now. Does nothing without a batch.
+  // Ends the batch after the item that moves now; if it still waits, at once. Does nothing without
+  // a batch.
   Q_INVOKABLE void stopBatch();
 
   // Asks where to save an archive, and starts it, without the nodes that no longer exist. Returns
@@ -87,6 +93,8 @@ class Removal : public QObject {
 
   // Asks the system, on a worker queue, to empty the Trash.
   void emptyTrash(std::function<void(DiskSpace::TrashEmptying emptying)> take);
+  // Whether the system may still have to find out what it is to delete.
+  bool isEmptying() const { return emptyings_ != 0; }
 
   // Cancels the archives and the batch, and drops all results. The item that moves now still moves.
   void end();
@@ -100,6 +108,7 @@ class Removal : public QObject {
  private:
   std::string nameForZip() const;
   void setDone(std::size_t done);
+  void startWaitingBatch();
   void takeBatch(const TrashBatch::Moved& moved, const TakeBatch& take);
 
   const SessionServices& services_;
@@ -109,6 +118,8 @@ class Removal : public QObject {
   std::optional<DiskNode> criticalWarning_;
   std::optional<Progress> progress_;
   std::shared_ptr<CancelFlag> stop_;  // of the batch that moves
+  std::size_t emptyings_ = 0;
+  std::function<void()> waitingBatch_;  // starts the batch that waits for the end of an emptying
 };
 
 }  // namespace tessaly

@@ -121,11 +121,14 @@ class ScanSession : public QObject {
   // Moves items to the Trash on a worker queue, whether they are critical or not, and updates the
   // disk usage; starts no rescan. `ended` is then called, unless the session is gone. Until then no
   // other operation moves anything to the Trash or back or empties it; they do nothing, and an
-  // archive that is finished meanwhile waits for its turn. Does nothing while another batch moves.
+  // archive that is finished meanwhile waits for its turn. Does nothing while another batch moves,
+  // and waits until the Trash has been emptied if that is under way.
   using BatchEnded = std::function<void(const TrashBatch::Moved& moved)>;
   void moveBatch(std::vector<TrashBatch::Item> items, BatchEnded ended);
   // Asks the system, on a worker queue, to empty the Trash. Whether or not that succeeds, `ended`
   // is then called on the main thread and the disk usage is updated, unless the session is gone.
+  // Until then nothing is moved to the Trash, which could be deleted with the rest: a batch and an
+  // archive wait, and the other operations show why they do nothing.
   void emptyTrash(std::function<void()> ended);
 
   // Asks where to save a report on the node on screen, and writes it.
@@ -138,7 +141,11 @@ class ScanSession : public QObject {
  private:
   void restore();
   void applyScanResult(const ScanRun::Walked& walked);
+  // Whether items may be moved to the Trash now. If they may not for a reason that no view shows,
+  // shows it.
+  bool mayMove(FieldChanges& changes);
   void takeArchive(const ZipEngine::Archived& archived);
+  void takeWaitingArchives();
   void endBatch(FieldChanges& changes, const TrashBatch::Moved& moved, const BatchEnded& ended);
   void trashArchived(const ZipEngine::Archived& archived);
   void moveWithoutRecord(FieldChanges& changes, const DiskNode& node);
@@ -172,7 +179,7 @@ class ScanSession : public QObject {
   std::unique_ptr<Choices> choices_;
   std::unique_ptr<MachineState> machine_;
   Jobs expansions_;
-  std::vector<ZipEngine::Archived> waitingArchives_;  // finished while a batch moved
+  std::vector<ZipEngine::Archived> waitingArchives_;  // finished while nothing was to move
 };
 
 }  // namespace tessaly

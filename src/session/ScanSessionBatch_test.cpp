@@ -1,4 +1,5 @@
-// The batch that moves to the Trash on a worker, and what is not done meanwhile. While a test has
+// The batch that moves to the Trash on a worker, and what is not done while it moves or while the
+// Trash is emptied. While a test has
 // started a batch and not run the worker, the batch moves.
 
 #include <functional>
@@ -292,6 +293,129 @@ TEST_F(WhileABatchMoves, the_trash_is_not_emptied) {
   session().emptyTrash([&] { hasEnded = true; });
   expectOnlyTheBatch();
   EXPECT_FALSE(hasEnded);
+}
+
+// What is moved while the Trash is emptied. The system lists what it deletes a while after the
+// request: here when the worker runs.
+class WhileTheTrashIsEmptied : public BatchToTheTrash {
+ protected:
+  WhileTheTrashIsEmptied() {
+    trashD();
+    emptied_ = "0";
+    session().emptyTrash([this] { hasBeenEmptied_ = true; });
+  }
+
+  void expectRefusal(const std::string& path) {
+    EXPECT_TRUE(isOnDisk(path));
+    EXPECT_EQ(session().messages().toast(), "Wait until the Trash has been emptied");
+    EXPECT_THAT(lastTrashed(), ElementsAre("/data/d"));
+  }
+
+  bool hasBeenEmptied_ = false;
+};
+
+TEST_F(WhileTheTrashIsEmptied, a_batch_waits) {
+  start({"/data/a", "/data/b"});
+  EXPECT_EQ(session().removal().progress(), (Progress{.done = 0, .all = 2}));
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1U);
+  runWalks();
+  EXPECT_TRUE(isOnDisk("/data/a"));
+  dispatch().drainAll();
+  EXPECT_TRUE(hasBeenEmptied_);
+  EXPECT_EQ(emptyings_, 1);
+  EXPECT_THAT(lastTrashed(), ElementsAre("/data/a", "/data/b"));
+  EXPECT_FALSE(session().removal().isMoving());
+}
+
+TEST_F(WhileTheTrashIsEmptied, a_batch_moves_as_soon_as_emptying_only_goes_on_in_the_background) {
+  emptyingTakesLong_ = true;
+  start({"/data/a"});
+  dispatch().drainAll();
+  EXPECT_FALSE(isOnDisk("/data/a"));
+}
+
+TEST_F(WhileTheTrashIsEmptied, a_batch_waits_for_the_last_of_two_emptyings) {
+  session().emptyTrash({});
+  start({"/data/a"});
+  dispatch().step(Queue::userInitiated);
+  runMain();
+  ASSERT_EQ(emptyings_, 1);
+  EXPECT_EQ(dispatch().waiting(Queue::userInitiated), 1U);
+  dispatch().drainAll();
+  EXPECT_EQ(emptyings_, 2);
+  EXPECT_FALSE(isOnDisk("/data/a"));
+}
+
+TEST_F(WhileTheTrashIsEmptied, a_batch_that_waits_can_be_stopped) {
+  start({"/data/a", "/data/b"});
+  session().removal().stopBatch();
+  dispatch().drainAll();
+  ASSERT_TRUE(ended_);
+  EXPECT_THAT(ended_->untried, ElementsAre("/data/a", "/data/b"));
+  EXPECT_TRUE(isOnDisk("/data/a"));
+  EXPECT_FALSE(session().removal().isMoving());
+  EXPECT_THAT(lastTrashed(), ElementsAre("/data/d"));
+}
+
+TEST_F(WhileTheTrashIsEmptied, a_batch_that_waits_moves_nothing_after_quitting) {
+  start({"/data/a"});
+  session().end();
+  dispatch().drainAll();
+  EXPECT_TRUE(isOnDisk("/data/a"));
+  EXPECT_FALSE(ended_);
+}
+
+TEST_F(WhileTheTrashIsEmptied, the_trash_is_not_emptied_again_while_a_batch_waits) {
+  start({"/data/a"});
+  session().emptyTrash({});
+  dispatch().drainAll();
+  EXPECT_EQ(emptyings_, 1);
+}
+
+TEST_F(WhileTheTrashIsEmptied, the_focused_item_stays) {
+  session().selection().setFocused(file("/data/b", 1));
+  session().trashFocused();
+  expectRefusal("/data/b");
+  dispatch().drainAll();
+  session().trashFocused();
+  EXPECT_FALSE(isOnDisk("/data/b"));
+}
+
+TEST_F(WhileTheTrashIsEmptied, the_node_of_the_menu_stays_and_the_menu_closes) {
+  session().shown().setMenuNode(file("/data/b", 1));
+  session().trash(file("/data/b", 1));
+  EXPECT_EQ(session().shown().menuNode(), std::nullopt);
+  expectRefusal("/data/b");
+}
+
+TEST_F(WhileTheTrashIsEmptied, the_item_of_the_warning_stays_with_its_warning) {
+  session().removal().setCriticalWarning(file("/data/b", 1));
+  session().overruleWarning();
+  EXPECT_TRUE(session().removal().criticalWarning());
+  expectRefusal("/data/b");
+}
+
+TEST_F(WhileTheTrashIsEmptied, the_queue_keeps_its_items) {
+  session().cleanupQueue().addToQueue(file("/data/b", 1));
+  session().emptyQueue();
+  EXPECT_EQ(session().cleanupQueue().queue().size(), 1U);
+  expectRefusal("/data/b");
+}
+
+// What is still in the Trash comes back, and what is deleted is reported.
+TEST_F(WhileTheTrashIsEmptied, the_last_move_can_be_put_back) {
+  session().undoTrash();
+  EXPECT_TRUE(isOnDisk("/data/d"));
+}
+
+TEST_F(ZipThenTrash, an_archive_that_ends_while_the_trash_is_emptied_waits_for_its_end) {
+  session().zipThenTrash({film_});
+  session().emptyTrash({});
+  finish();
+  EXPECT_TRUE(isOnDisk(film_));
+  machine_.dispatch.drainAll();
+  EXPECT_FALSE(isOnDisk(film_));
+  EXPECT_EQ(lastTrashed(), std::vector{film_.path()});
 }
 
 // Quitting.

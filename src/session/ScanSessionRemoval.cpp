@@ -32,6 +32,11 @@ std::string wordsForOthers(const std::vector<std::string>& paths) {
 
 }  // namespace
 
+bool ScanSession::mayMove(FieldChanges& changes) {
+  if (removal_->isEmptying()) messages_->flash(changes, "Wait until the Trash has been emptied");
+  return !removal_->isEmptying() && !removal_->isMoving();
+}
+
 void ScanSession::trashFocused() {
   const std::optional<DiskNode> target =
       selection_->focused() ? selection_->focused() : navigation_->current();
@@ -39,9 +44,9 @@ void ScanSession::trashFocused() {
 }
 
 void ScanSession::trashRecording(const DiskNode& node) {
-  if (isRemainder(node) || removal_->isMoving()) return;
+  if (isRemainder(node)) return;
   FieldChanges changes;
-  if (removal_->warnIfCritical(changes, node)) {
+  if (!mayMove(changes) || removal_->warnIfCritical(changes, node)) {
     changes.announce();
     return;
   }
@@ -55,7 +60,7 @@ void ScanSession::trash(const DiskNode& node) {
   const DiskNode target = node;  // a copy: `node` may be the menu's own, which is reset here
   FieldChanges changes;
   shown_->setMenuNode(changes, std::nullopt);
-  if (removal_->isMoving() || isRemainder(target) || removal_->warnIfCritical(changes, target)) {
+  if (isRemainder(target) || !mayMove(changes) || removal_->warnIfCritical(changes, target)) {
     changes.announce();
     return;
   }
@@ -64,8 +69,12 @@ void ScanSession::trash(const DiskNode& node) {
 
 void ScanSession::overruleWarning() {
   const std::optional<DiskNode> target = removal_->criticalWarning();
-  if (!target || removal_->isMoving()) return;
+  if (!target) return;
   FieldChanges changes;
+  if (!mayMove(changes)) {
+    changes.announce();
+    return;
+  }
   removal_->dismissWarning(changes);
   if (isRemainder(*target)) {
     changes.announce();
@@ -80,12 +89,15 @@ void ScanSession::moveWithoutRecord(FieldChanges& changes, const DiskNode& node)
 }
 
 void ScanSession::emptyQueue() {
-  if (removal_->isMoving()) return;
+  FieldChanges changes;
+  if (!mayMove(changes)) {
+    changes.announce();
+    return;
+  }
   std::vector<std::string> paths;
   paths.reserve(cleanupQueue_->queue().size());
   for (const DiskNode& node : cleanupQueue_->queue()) paths.push_back(node.path());
 
-  FieldChanges changes;
   const Removal::Failures failures = removal_->moveAllRecording(changes, paths);
   cleanupQueue_->clearQueue(changes);
   messages_->tellFailures(changes, failures, Act::moveToTrash);
@@ -117,8 +129,13 @@ void ScanSession::endBatch(FieldChanges& changes, const TrashBatch::Moved& moved
   changes.announce();
   if (session) machine_->refreshDisk();
   if (session && ended) ended(moved);
+  if (session) takeWaitingArchives();
+}
+
+void ScanSession::takeWaitingArchives() {
+  const QPointer<ScanSession> session(this);
   // A receiver may have started another batch.
-  while (session && !waitingArchives_.empty() && !removal_->isMoving()) {
+  while (session && !waitingArchives_.empty() && !removal_->isMoving() && !removal_->isEmptying()) {
     const ZipEngine::Archived archived = std::move(waitingArchives_.front());
     waitingArchives_.erase(waitingArchives_.begin());
     takeArchive(archived);
@@ -135,6 +152,7 @@ void ScanSession::emptyTrash(std::function<void()> ended) {
       messages_->flash("Emptying the Trash goes on in the background");
     }
     if (session) machine_->refreshDisk();
+    if (session) takeWaitingArchives();
   });
 }
 
@@ -157,7 +175,7 @@ void ScanSession::zipThenTrash(std::vector<DiskNode> nodes) {
 
 void ScanSession::takeArchive(const ZipEngine::Archived& archived) {
   using End = ZipEngine::Archived::End;
-  if (removal_->isMoving()) {
+  if (removal_->isMoving() || removal_->isEmptying()) {
     waitingArchives_.push_back(archived);
     return;
   }

@@ -21,6 +21,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Kind = SystemError::Kind;
+using Queue = Dispatch::Queue;
 
 // Also used in a child of another user, without a test around it.
 class BatchOnDisk {
@@ -60,7 +61,16 @@ class BatchOnDisk {
   TrashOnDisk disk;
   WatchedMover mover{disk.mover()};
   FakeMachine machine;
-  ScanSession session{servicesWith(machine, mover, machine.dispatch)};
+  // What the tool does that empties the Trash; without it, there are no tools.
+  std::function<void()> empty;
+  ScanSession session{
+      servicesWith(machine, mover, machine.dispatch,
+                   [this](const std::string& path, const std::vector<std::string>& args, double) {
+                     if (!empty || path != "/usr/bin/osascript") return noTools(path, args);
+                     const bool isCount = args.back().find("count") != std::string::npos;
+                     if (!isCount) empty();
+                     return isCount ? std::to_string(disk.files().size()) : std::string();
+                   })};
   std::optional<TrashBatch::Moved> ended;
 };
 
@@ -224,6 +234,24 @@ TEST_F(RealBatch, a_batch_that_is_stopped_in_the_middle_leaves_the_rest_in_place
   EXPECT_THAT(disk().infos(), UnorderedElementsAre("a.trashinfo", "b.trashinfo"));
   session().undoTrash();
   EXPECT_THAT(entriesOf(disk().at("")), UnorderedElementsAre("a", "b", "c", "d"));
+}
+
+// The emptying lists what it deletes only when the tool runs; other workers are free until then.
+TEST_F(RealBatch, a_batch_that_is_started_after_a_request_to_empty_the_trash_is_not_emptied) {
+  disk().tree.plant("here", "old 4K\nfilm 4K\n");
+  batch_->move(batch_->listed({"old"}));
+  batch_->empty = [this] {
+    batch_->machine.dispatch.drain(Queue::userInitiated);
+    EXPECT_TRUE(disk().can().empty().isComplete());
+  };
+  session().emptyTrash({});
+  batch_->start(batch_->listed({"film"}));
+  batch_->machine.dispatch.drainAll();
+  EXPECT_THAT(disk().files(), ElementsAre("film"));
+  EXPECT_THAT(disk().infos(), ElementsAre("film.trashinfo"));
+  EXPECT_THAT(batch_->moved(), ElementsAre("film"));
+  session().undoTrash();
+  EXPECT_THAT(entriesOf(disk().at("")), ElementsAre("film"));
 }
 
 }  // namespace
