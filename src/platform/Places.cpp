@@ -92,10 +92,13 @@ const Places& Places::forMacos() {
 
 const Places& Places::forLinux() {
   static const Places places = [] {
+    const char* const dataHome = std::getenv("XDG_DATA_HOME");
+    const std::string trash = trashInDataHome(dataHome, homeDirectory());
+    const bool isTrashInHome = dataHome == nullptr || *dataHome != '/';
     Places made = {
         .skipNames = commonSkipNames(),
         .skipRootNames = {"dev", "proc", "sys", "run", "tmp", "mnt", "media", "snap", "lost+found"},
-        .skipPaths = {trashInDataHome(std::getenv("XDG_DATA_HOME"), homeDirectory())},
+        .skipPaths = {trash},
         .importantFolders = commonImportantFolders(),
         // Volumes mounted by the desktop or by hand; all others belong to the system.
         .volumes = {.skipMounts = {},
@@ -112,7 +115,7 @@ const Places& Places::forLinux() {
                      .freesHome = true},
         // Linux hides nothing from a program, unless it runs in a sandbox.
         .accessProbes = {{.path = "/"}},
-        .reclaimPlaces = linuxReclaimPlaces(),
+        .reclaimPlaces = linuxReclaimPlaces(isTrashInHome ? "" : trash),
         .score = commonScoreWords(),
     };
     append(made.critical.exact, {"/boot", "/dev", "/etc", "/home", "/lib", "/lib64", "/media",

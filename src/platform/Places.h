@@ -52,6 +52,8 @@ struct ReclaimPlace {
   std::string note = {};          // what becomes of its contents, for the user
   bool caution = false;           // whether removing it loses something
   bool trashAction = false;       // whether it is the Trash, which can only be emptied
+  // The absolute path of a location that this user has elsewhere than at `relativePath`.
+  std::string elsewhere = {};
 
   friend bool operator==(const ReclaimPlace&, const ReclaimPlace&) = default;
 };

@@ -72,6 +72,27 @@ TEST(PlacesOfProcess, linux_skips_the_trash_behind_a_link_in_the_environment) {
       testing::ExitedWithCode(0), "");
 }
 
+TEST(PlacesOfProcess, linux_measures_the_trash_that_the_environment_names) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto trashPlace = [] { return Places::forLinux().reclaimPlaces.back().elsewhere; };
+  EXPECT_EXIT(
+      {
+        const TempTree tree("data/\nlink -> data");
+        setenv("XDG_DATA_HOME", tree.at("link").c_str(), 1);
+        std::exit(trashPlace() == tree.at("data/Trash") ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  for (const char* none : {"", "data"}) {
+    EXPECT_EXIT(
+        {
+          setenv("XDG_DATA_HOME", none, 1);
+          std::exit(trashPlace().empty() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "")
+        << none;
+  }
+}
+
 TEST(Places, each_system_has_its_own_names_directly_under_the_root) {
   EXPECT_EQ(Places::forMacos().skipRootNames,
             (Names{"dev", "proc", "cores", "Network", "Volumes", "private", "tmp", "sbin", "bin",

@@ -95,7 +95,7 @@ std::vector<ReclaimPlace> macosReclaimPlaces() {
 
 // The paths are the defaults of the programs. Where environments or projects have hard links to the
 // files of a cache, its space is freed only with their last link.
-std::vector<ReclaimPlace> linuxReclaimPlaces() {
+std::vector<ReclaimPlace> linuxReclaimPlaces(const std::string& trash) {
   return {
       {.id = "npm",
        .label = "npm cache",
@@ -213,7 +213,8 @@ std::vector<ReclaimPlace> linuxReclaimPlaces() {
        .label = "Trash",
        .relativePath = ".local/share/Trash",
        .note = "Empty the Trash to reclaim this space",
-       .trashAction = true},
+       .trashAction = true,
+       .elsewhere = trash},
   };
 }
 

@@ -1,6 +1,7 @@
 // The locations of Places::reclaimPlaces for each system. Compiled on both.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "platform/Places.h"
@@ -8,6 +9,7 @@
 namespace tessaly {
 
 std::vector<ReclaimPlace> macosReclaimPlaces();
-std::vector<ReclaimPlace> linuxReclaimPlaces();
+// `trash` is the absolute path of the user's Trash, if it is not the usual one in the home.
+std::vector<ReclaimPlace> linuxReclaimPlaces(const std::string& trash = {});
 
 }  // namespace tessaly

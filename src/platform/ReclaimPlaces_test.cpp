@@ -96,6 +96,7 @@ TEST(ReclaimPlaces, a_location_that_linux_shares_reads_as_on_macos) {
   for (const char* id : {"yarn", "brew", "pip", "trash"}) {
     ReclaimPlace moved = placeOf(onLinux, id);
     moved.relativePath = placeOf(onMacos, id).relativePath;
+    moved.elsewhere.clear();
     EXPECT_EQ(moved, placeOf(onMacos, id)) << id;
   }
 }
@@ -133,6 +134,13 @@ TEST(ReclaimPlaces, each_location_is_listed_once_has_words_and_lies_below_the_ho
       EXPECT_FALSE(place.relativePath.ends_with('/') || place.relativePath.empty()) << place.id;
     }
   }
+}
+
+TEST(ReclaimPlaces, only_the_trash_may_be_elsewhere_than_in_the_home) {
+  for (const ReclaimPlace& place : linuxReclaimPlaces("/data/ada/Trash"))
+    EXPECT_EQ(place.elsewhere, place.trashAction ? "/data/ada/Trash" : "") << place.id;
+  for (const ReclaimPlace& place : linuxReclaimPlaces()) EXPECT_EQ(place.elsewhere, "") << place.id;
+  for (const ReclaimPlace& place : macosReclaimPlaces()) EXPECT_EQ(place.elsewhere, "") << place.id;
 }
 
 TEST(ReclaimPlaces, linux_has_no_word_of_macos) {

@@ -10,6 +10,7 @@ const std::vector<ReclaimPlace>& catalog(const Places& places) {
 }
 
 std::string pathOf(const ReclaimPlace& place, const std::string& home) {
+  if (!place.elsewhere.empty()) return place.elsewhere;
   return home + (home.ends_with('/') ? "" : "/") + place.relativePath;
 }
 

@@ -21,11 +21,11 @@ using Measure = std::function<std::int64_t(const std::string& path)>;
 // The locations in the order in which they are measured.
 const std::vector<ReclaimPlace>& catalog(const Places& places = Places::current());
 
-// The absolute path of the location in the folder `home`.
+// The absolute path of the location, which is in the folder `home` or elsewhere.
 std::string pathOf(const ReclaimPlace& place, const std::string& home);
 
-// The locations below the folder `home` that take more than 0 bytes, largest first; among equal
-// sizes in the order of the catalogue.
+// The locations of the user with the folder `home` that take more than 0 bytes, largest first;
+// among equal sizes in the order of the catalogue.
 std::vector<ReclaimItem> probe(const std::string& home, const Measure& measure,
                                const std::vector<ReclaimPlace>& places = catalog());
 

@@ -4,6 +4,8 @@
 #include <map>
 #include <unordered_set>
 
+#include "platform/ReclaimPlaces.h"
+
 namespace tessaly {
 namespace {
 
@@ -37,7 +39,7 @@ TEST(ReclaimEngine, a_home_without_any_location_has_no_rows) {
 }
 
 TEST(ReclaimEngine, each_location_is_measured_once_in_the_order_of_the_catalogue) {
-  for (const Places* places : {&Places::forMacos(), &Places::forLinux()}) {
+  for (const auto& places : {macosReclaimPlaces(), linuxReclaimPlaces()}) {
     std::vector<std::string> measured;
     ReclaimEngine::probe(
         "/home/ada",
@@ -45,13 +47,22 @@ TEST(ReclaimEngine, each_location_is_measured_once_in_the_order_of_the_catalogue
           measured.push_back(path);
           return 0;
         },
-        places->reclaimPlaces);
+        places);
     std::vector<std::string> expected;
-    for (const ReclaimPlace& place : places->reclaimPlaces) {
+    for (const ReclaimPlace& place : places) {
       expected.push_back("/home/ada/" + place.relativePath);
     }
     EXPECT_EQ(measured, expected);
   }
+}
+
+TEST(ReclaimEngine, a_location_elsewhere_than_in_the_home_is_measured_there) {
+  const std::vector<ReclaimPlace> places = linuxReclaimPlaces("/data/ada/Trash");
+  const auto measure = sizes({{"/data/ada/Trash", 5}, {"/home/ada/.local/share/Trash", 7}});
+  const std::vector<ReclaimItem> items = ReclaimEngine::probe("/home/ada", measure, places);
+  ASSERT_THAT(idsOf(items), ElementsAre("trash"));
+  EXPECT_EQ(items[0].path, "/data/ada/Trash");
+  EXPECT_EQ(items[0].bytes, 5);
 }
 
 TEST(ReclaimEngine, rows_are_sorted_by_size_and_equal_ones_keep_the_order_of_the_catalogue) {

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <set>
 
+#include "platform/ReclaimPlaces.h"
 #include "support/FakeFileAccess.h"
 #include "support/FakeVolumes.h"
 #include "support/ForkedChild.h"
@@ -28,7 +29,7 @@ class ReclaimMeasureTest : public testing::Test {
   ReclaimEngine::Measure measure(const Shell::Run& run = {}) {
     return ReclaimMeasure::onMachine(
         home_.path(), {.files = FileAccess::ofMachine(), .volumes = volumes_, .run = run},
-        Places::forLinux().reclaimPlaces);
+        linuxReclaimPlaces());
   }
 
   std::int64_t measured(const std::string& relativePath) {
@@ -102,6 +103,15 @@ TEST_F(ReclaimMeasureTest, a_trash_without_items_takes_nothing) {
   // The folder may have lost its last item since it was counted.
   volumes_.homeTrash = {trash(1, {home_.at(std::string(trashInHome) + "/files")})};
   EXPECT_EQ(measured(trashInHome), 0);
+}
+
+TEST_F(ReclaimMeasureTest, a_trash_elsewhere_than_in_the_home_takes_the_contents_of_all_trashes) {
+  const TempTree disks("data/\n  Trash/\n    a 1M\nvolume/\n  b 2M\n");
+  volumes_.homeTrash = {trash(1, {disks.at("volume")})};
+  const auto measureBy = ReclaimMeasure::onMachine(
+      home_.path(), {.files = FileAccess::ofMachine(), .volumes = volumes_},
+      linuxReclaimPlaces(disks.at("data/Trash")));
+  EXPECT_EQ(measureBy(disks.at("data/Trash")), duOf(disks.at("volume")));
 }
 
 TEST_F(ReclaimMeasureTest, the_trash_is_that_of_the_home_and_of_all_volumes_each_counted_once) {
