@@ -136,6 +136,17 @@ TEST_P(ListCommands, the_menu_moves_the_row_to_the_trash) {
   EXPECT_TRUE(machine_.trash.has(tree_.at("Movies")));
 }
 
+// Selected are the items of the folder on the map in every mode, like the buttons of the selection
+// in the mode bar, which show how many there are.
+TEST_P(ListCommands, command_a_selects_the_items_of_the_folder_and_shows_how_many) {
+  enter();
+  press(Qt::Key_A, command);
+  EXPECT_THAT(session().selection().selectedNodes(), ElementsAre(child(0), child(1)));
+  EXPECT_EQ(text("toast"), QStringLiteral("Selected 2"));
+  EXPECT_EQ(text("zipSelection"), QStringLiteral("Zip (2)"));
+  EXPECT_EQ(keyboardRow(), "notes.txt");
+}
+
 TEST_P(ListCommands, the_map_keeps_its_focused_item) {
   enter();
   press(Qt::Key_L, command);
