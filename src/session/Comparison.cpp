@@ -1,7 +1,7 @@
 #include "session/Comparison.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 #include "scan/PathName.h"
@@ -20,6 +20,7 @@ constexpr std::int64_t smallestDifference = 1048576;
 }  // namespace
 
 void Comparison::compare(FieldChanges& changes, const DiskNode& left, const std::string& folder) {
+  const std::string rightName(lastPathComponent(folder));
   jobs_.start(
       Dispatch::Queue::userInitiated,
       [left, folder, walk = services_.walk](const Job& job) {
@@ -32,11 +33,16 @@ void Comparison::compare(FieldChanges& changes, const DiskNode& left, const std:
             // Relative to the path of the tree, which differs from `folder` if that is a link.
             ScanDiff::flattenRelative(right, right.path(), 0, comparedLevels), smallestDifference);
       },
-      [this](std::vector<FolderCompareRow> rows) {
-        setField(this, compareRows_, std::move(rows), &Comparison::compareRowsChanged);
+      [this, rightName](std::vector<FolderCompareRow> rows) {
+        FieldChanges ended;
+        comparing_.erase(std::find(comparing_.begin(), comparing_.end(), rightName));
+        ended.note(this, &Comparison::comparingChanged);
+        ended.set(this, compareRows_, std::move(rows), &Comparison::compareRowsChanged);
+        ended.announce();
       });
+  comparing_.push_back(rightName);
+  changes.note(this, &Comparison::comparingChanged);
 
-  const std::string_view rightName = lastPathComponent(folder);
   std::string leftName = shownName(left);
   if (compareLeftName_ == leftName && compareRightName_ == rightName) return;
   compareLeftName_ = std::move(leftName);

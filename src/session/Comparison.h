@@ -27,6 +27,8 @@ class Comparison : public QObject {
   const std::vector<FolderCompareRow>& compareRows() const { return compareRows_; }
   const std::string& compareLeftName() const { return compareLeftName_; }
   const std::string& compareRightName() const { return compareRightName_; }
+  // The names of the folders whose comparisons run, in the order of their starts.
+  const std::vector<std::string>& comparing() const { return comparing_; }
 
   // Walks `folder` and compares it with `left`. The rows of an earlier comparison stay until then.
   // A scan or a later comparison does not cancel this one; the rows of the one that ends last are
@@ -39,6 +41,7 @@ class Comparison : public QObject {
  signals:
   void compareRowsChanged();
   void compareNamesChanged();  // both names, which always change together
+  void comparingChanged();
 
  private:
   const SessionServices& services_;
@@ -46,6 +49,7 @@ class Comparison : public QObject {
   std::vector<FolderCompareRow> compareRows_;
   std::string compareLeftName_;
   std::string compareRightName_;
+  std::vector<std::string> comparing_;
 };
 
 }  // namespace tessaly

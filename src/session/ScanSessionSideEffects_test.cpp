@@ -392,8 +392,9 @@ TEST_F(SideEffects, progress_changes_only_its_own_fields) {
 TEST_F(SideEffects, comparing_shows_its_mode_and_later_its_rows) {
   folderPanel_.answer = "/third";
   willFind(folder("/third", MiB, {file("/third/film", MiB)}));
-  EXPECT_EQ(changedBy([&] { session().compareWithFolder(); }), (Names{"compareNames", "vizMode"}));
-  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), Names{"compareRows"});
+  EXPECT_EQ(changedBy([&] { session().compareWithFolder(); }),
+            (Names{"compareNames", "comparing", "vizMode"}));
+  EXPECT_EQ(changedBy([&] { dispatch().drainAll(); }), (Names{"compareRows", "comparing"}));
 }
 
 TEST_F(SideEffects, watching_changes_only_its_own_fields) {

@@ -103,6 +103,41 @@ TEST_F(CompareListJourney, each_difference_has_a_row_in_four_columns) {
   EXPECT_EQ(told->text(QAccessible::Name), "Movies, left 5.0 MB, right 4.0 MB, \u22121.0 MB");
 }
 
+TEST_F(CompareListJourney, the_list_says_which_folder_it_is_compared_with_until_that_has_ended) {
+  folderPanel_.answer = tree_.at("backup");
+  click("chooseCompared");
+  expectLook(item("compareList"), {{"emptyMessage", "text", "Comparing with backup…"},
+                                   {"emptyMessage", "color", "#9ca3af at 1.00"}});
+  EXPECT_TRUE(shows("emptyMessage"));
+  EXPECT_FALSE(shows("compareProgress"));
+  finishScan();
+  EXPECT_FALSE(shows("emptyMessage"));
+  EXPECT_FALSE(shows("compareProgress"));
+
+  // The rows of the last comparison stay until then.
+  folderPanel_.answer = tree_.at("backup/old");
+  click("chooseCompared");
+  EXPECT_FALSE(shows("emptyMessage"));
+  EXPECT_TRUE(shows("compareProgress"));
+  expectLook(item("compareList"), {{"compareProgress", "text", "Comparing with old…"},
+                                   {"compareProgress", "font.pixelSize", 12},
+                                   {"compareProgress", "color", "#9ca3af at 1.00"}});
+  const QQuickItem* const progress = item("compareProgress");
+  const QQuickItem* const choose = item("chooseCompared");
+  EXPECT_GT(progress->width(), 60);
+  EXPECT_LT(progress->mapToScene({progress->width(), 0}).x(), choose->mapToScene({0, 0}).x());
+  EXPECT_EQ(choose->mapToScene({choose->width(), 0}).x(),
+            item("compareList")->mapToScene({item("compareList")->width() - 18, 0}).x());
+  EXPECT_THAT(rows(), testing::Not(IsEmpty()));
+  // The same in a page that is shown later.
+  click("historyMode");
+  click("compareMode");
+  ASSERT_TRUE(shows("compareProgress"));
+  EXPECT_GT(item("compareProgress")->width(), 60);
+  finishScan();
+  EXPECT_FALSE(shows("compareProgress"));
+}
+
 TEST_F(CompareListJourney, arrows_move_through_the_rows_which_have_no_action) {
   compare();
   tabTo("rowFace");

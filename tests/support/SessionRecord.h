@@ -64,6 +64,7 @@ class SessionRecord {
          [](const Comparison& part) {
            return std::pair(part.compareLeftName(), part.compareRightName());
          });
+    keep("comparing", session.comparison(), &Comparison::comparingChanged, &Comparison::comparing);
     keep("watching", session.watch(), &LiveWatch::watchingChanged, &LiveWatch::watching);
     keep("watchPath", session.watch(), &LiveWatch::watchPathChanged, &LiveWatch::watchPath);
     keep("watchGrew", session.watch(), &LiveWatch::watchGrewChanged, &LiveWatch::watchGrew);

@@ -16,6 +16,8 @@ class CompareListState : public QObject {
   QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::CompareListModel* rows READ rows CONSTANT)
   Q_PROPERTY(QString caption READ caption NOTIFY captionChanged)
+  Q_PROPERTY(bool hasRows READ hasRows NOTIFY captionChanged)
+  Q_PROPERTY(QString progress READ progress NOTIFY progressChanged)
 
  public:
   // `session` must outlive it.
@@ -23,12 +25,16 @@ class CompareListState : public QObject {
 
   CompareListModel* rows() { return &rows_; }
   QString caption() const;
+  bool hasRows() const { return rows_.rowCount() != 0; }
+  // Which folder is being compared, the latest of several; "" if none is.
+  QString progress() const;
 
   // Asks for the folder to compare the scanned one with.
   Q_INVOKABLE void chooseFolder() { session_.compareWithFolder(); }
 
  signals:
   void captionChanged();
+  void progressChanged();
 
  private:
   ScanSession& session_;

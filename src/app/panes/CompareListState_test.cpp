@@ -62,6 +62,56 @@ TEST_F(CompareList, the_caption_explains_what_to_do_until_there_are_rows) {
   EXPECT_EQ(state_.caption(), hint);
 }
 
+TEST_F(CompareList, the_folder_that_is_compared_is_named_until_its_rows_are_there) {
+  scanTo(folder("/a", 1, {file("/a/less", 100)}));
+  QSignalSpy changes(&state_, &CompareListState::progressChanged);
+  EXPECT_EQ(state_.progress(), "");
+  walks().at(1).during = [this](const auto&) {
+    EXPECT_EQ(state_.progress(), QStringLiteral("Comparing with caf\uFFFD…"));
+  };
+  folderPanel_.answer = "/old/caf\xe9";
+  state_.chooseFolder();
+  EXPECT_EQ(state_.progress(), QStringLiteral("Comparing with caf\uFFFD…"));
+  EXPECT_FALSE(state_.hasRows());
+  dispatch().drainAll();
+  EXPECT_EQ(walks().ran(), 2U);
+  EXPECT_EQ(state_.progress(), "");
+  EXPECT_TRUE(state_.hasRows());
+  EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(CompareList, the_latest_of_two_comparisons_is_named_while_it_runs) {
+  scanTo(folder("/a", 1, {file("/a/less", 100)}));
+  for (const char* other : {"/b", "/c"}) {
+    folderPanel_.answer = other;
+    state_.chooseFolder();
+  }
+  EXPECT_EQ(state_.progress(), QStringLiteral("Comparing with c…"));
+  dispatch().step(Queue::userInitiated);
+  runMain();
+  EXPECT_EQ(state_.progress(), QStringLiteral("Comparing with c…"));
+  dispatch().drainAll();
+  EXPECT_EQ(state_.progress(), "");
+}
+
+TEST_F(CompareList, a_comparison_goes_on_during_a_scan_and_says_so) {
+  scanTo(folder("/a", 1, {file("/a/less", 100)}));
+  folderPanel_.answer = "/b";
+  state_.chooseFolder();
+  session().scan("/other");
+  session().run().cancel();
+  EXPECT_EQ(state_.progress(), QStringLiteral("Comparing with b…"));
+  dispatch().drainAll();
+  EXPECT_EQ(state_.progress(), "");
+}
+
+TEST_F(CompareList, a_panel_that_is_cancelled_compares_nothing) {
+  scanTo(folder("/a", 1));
+  folderPanel_.answer = std::nullopt;
+  state_.chooseFolder();
+  EXPECT_EQ(state_.progress(), "");
+}
+
 TEST_F(CompareList, the_panel_asks_for_the_second_folder) {
   state_.chooseFolder();
   ASSERT_EQ(folderPanel_.requests.size(), 1U);

@@ -10,17 +10,38 @@ ListPane {
 
     title: "Folder compare"
     caption: view.comparison.caption
-    emptyText: ""
+    emptyText: view.comparison.progress
     model: view.comparison.rows
 
-    beside: MarrowPill {
-        objectName: "chooseCompared"
-        text: "Choose folder…"
-        active: false
-        onClicked: view.comparison.chooseFolder()
+    // While another folder is compared, the rows are still those of the one before.
+    beside: [
+        Text {
+            id: progress
 
-        Accessible.checkable: false
-    }
+            objectName: "compareProgress"
+            visible: text !== ""
+            width: Math.min(implicitWidth, view.width / 2)
+            height: choose.height
+            verticalAlignment: Text.AlignVCenter
+            text: view.comparison.hasRows ? view.comparison.progress : ""
+            textFormat: Text.PlainText
+            elide: Text.ElideMiddle
+            color: Theme.muted
+            font.family: Theme.uiFamily
+            font.pixelSize: 12
+        },
+        MarrowPill {
+            id: choose
+
+            objectName: "chooseCompared"
+            x: progress.text !== "" ? progress.width + 12 : 0
+            text: "Choose folder…"
+            active: false
+            onClicked: view.comparison.chooseFolder()
+
+            Accessible.checkable: false
+        }
+    ]
 
     aboveRows: CompareColumns {
         objectName: "compareTitles"
