@@ -9,10 +9,10 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/tools/SearchFixture_test.h"
 #include "support/ForkedChild.h"
 #include "support/OwnProcess.h"
 #include "support/RefusedThreads.h"
-#include "support/TempTree.h"
 
 namespace tessaly::tools {
 namespace {
@@ -20,22 +20,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class LiveSearchTest : public testing::Test {
+class LiveSearchTest : public SearchFixture {
  protected:
-  // The trees may be in a folder of the system.
-  static Places everywhere() {
-    Places places = Places::forLinux();
-    places.critical.prefixes.clear();
-    return places;
-  }
-
-  TempTree tree_;
-  LiveSearch::Settings settings_ = {.places = everywhere(),
-                                    .home = tree_.at("home"),
-                                    .owner = geteuid(),
-                                    .deadline = Deadline::never(),
-                                    .bytes = 60000};
-
   Result<LiveSearch::Answer> run(const SearchQuery& query,
                                  const StartThread& start = tessaly::startThread) const {
     return LiveSearch::run(query, settings_, start);

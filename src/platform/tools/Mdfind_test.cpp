@@ -5,32 +5,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
-#include <unistd.h>
 
-#include "platform/tools/WholeLines.h"
+#include "platform/tools/SearchFixture_test.h"
 #include "support/ForkedChild.h"
-#include "support/TempTree.h"
 
 namespace tessaly::tools {
 namespace {
 
 using testing::HasSubstr;
 
-class MdfindTest : public testing::Test {
+class MdfindTest : public SearchFixture {
  protected:
-  // The trees may be in a folder of the system.
-  static Places everywhere() {
-    Places places = Places::forLinux();
-    places.critical.prefixes.clear();
-    return places;
-  }
-
-  TempTree tree_;
-  LiveSearch::Settings settings_ = {.places = everywhere(),
-                                    .home = tree_.at("home"),
-                                    .owner = geteuid(),
-                                    .deadline = Deadline::never(),
-                                    .bytes = WholeLines::limit};
   std::ostringstream out_;
   std::ostringstream err_;
 
