@@ -6,6 +6,7 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 #include "support/ForkedChild.h"
 #include "support/OwnProcess.h"
 #include "support/RefusedThreads.h"
+#include "support/SystemCallTrace.h"
 
 namespace tessaly::tools {
 namespace {
@@ -202,6 +204,19 @@ TEST_F(LiveSearchTest, folders_that_cannot_be_read_are_counted) {
   EXPECT_EQ(wrong, "");
 }
 
+TEST_F(LiveSearchTest, a_file_whose_size_cannot_be_read_is_found_by_name_alone) {
+  tree_.plant("names/ mode=0444\n  film 8K\n");
+  std::filesystem::permissions(tree_.path(), std::filesystem::perms(0755));
+  const std::string wrong = asOtherUser([this]() -> std::string {
+    const Result<LiveSearch::Answer> sized = run(bySize(0));
+    if (!sized || !sized.value().paths.empty()) return "it is found by size";
+    const Result<LiveSearch::Answer> found = run(byName("film"));
+    if (!found || found.value().paths.size() != 1) return "it is not found by name";
+    return found.value().paths[0] == tree_.at("names/film") ? "" : found.value().paths[0];
+  });
+  EXPECT_EQ(wrong, "");
+}
+
 TEST_F(LiveSearchTest, of_more_paths_than_fit_the_best_are_found) {
   tree_.plant("part#### 4K x3000\nlarge 8K\n");
   settings_.bytes = 1000;
@@ -250,6 +265,47 @@ TEST_F(LiveSearchTest, a_search_without_a_second_thread_finds_the_same) {
   const Result<LiveSearch::Answer> answer = run(bySize(1), none.startThread());
   ASSERT_TRUE(answer.ok());
   EXPECT_TRUE(answer.value().isLate);
+  EXPECT_THAT(answer.value().paths, IsEmpty());
+}
+
+// Such a walk may go on when the file system answers again.
+TEST_F(LiveSearchTest, a_walk_that_goes_on_after_its_search_has_returned_takes_no_more_items) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
+    GTEST_SKIP() << obstacle;
+  tree_.plant("film### 4K x200\n");
+  settings_.deadline = Deadline::after(0);
+  const TracedRun traced = SystemCallTrace::of([this]() -> std::string {
+    std::function<void()> walk;
+    const StartThread late = [&](const std::function<void()>& body) {
+      walk = body;
+      return std::thread([] {});
+    };
+    const bool isAnswered = run(bySize(1), late).ok();
+    walk();
+    return isAnswered ? "answered" : "failed";
+  });
+  ASSERT_EQ(traced.told, "answered");
+  // Each file that the walk takes is looked at.
+  EXPECT_LT(std::ranges::count(traced.calls, SYS_newfstatat), 50);
+}
+
+TEST_F(LiveSearchTest, a_file_that_vanishes_during_the_search_is_left_out) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
+    GTEST_SKIP() << obstacle;
+  tree_.plant("film 8K\n");
+  const auto body = [this]() -> std::string {
+    RefusedThreads none;
+    const Result<LiveSearch::Answer> answer = run(bySize(1), none.startThread());
+    return answer ? std::to_string(answer.value().paths.size()) : answer.error().description();
+  };
+  const TracedRun whole = SystemCallTrace::of(body);
+  ASSERT_EQ(whole.told, "1");
+  // The last look is at the file that the walk has found.
+  const auto looks = static_cast<std::size_t>(std::ranges::count(whole.calls, SYS_newfstatat));
+  ASSERT_GT(looks, 0U);
+  EXPECT_EQ(SystemCallTrace::failingNth(SYS_newfstatat, looks, ENOENT, body).told, "0");
+  EXPECT_EQ(SystemCallTrace::failingNth(SYS_newfstatat, looks, ENOTDIR, body).told, "0");
+  EXPECT_EQ(SystemCallTrace::failingNth(SYS_newfstatat, looks, EACCES, body).told, "1");
 }
 
 TEST_F(LiveSearchTest, a_search_leaves_no_thread_and_no_descriptor) {

@@ -51,7 +51,14 @@ TEST_F(MdfindProgramTest, a_relative_folder_is_that_of_the_caller) {
 
 TEST_F(MdfindProgramTest, misuse_and_failure_have_a_status) {
   EXPECT_EQ(run("/usr/bin/mdfind", {}).exit.status, 2);
-  EXPECT_EQ(run("/usr/bin/mdfind", {"--within", "soon"}).exit.status, 2);
+  for (const char* const seconds : {"soon", "", "0", "-1", "1s", "3601"}) {
+    EXPECT_EQ(
+        run("/usr/bin/mdfind", {"--within", seconds, "-onlyin", ".", "-name", "a"}).exit.status, 2)
+        << seconds;
+  }
+  EXPECT_EQ(run("/usr/bin/mdfind", {"--within"}).exit.status, 2);
+  EXPECT_EQ(run("/usr/bin/mdfind", {"--within", "3600", "-onlyin", ".", "-name", "a"}).exit.status,
+            0);
   EXPECT_EQ(run("/usr/bin/mdfind", {"-onlyin", tree_.at("none"), "-name", "a"}).exit.status, 1);
   EXPECT_EQ(run("/usr/bin/mdfind", {"-onlyin", ".", "what"}).exit.status, 1);
   EXPECT_EQ(run("/usr/bin/mdfind", {"--help"}).exit.status, 0);

@@ -82,6 +82,15 @@ TEST_F(MdfindTest, a_folder_that_cannot_be_read_is_named_and_changes_no_status) 
             "mdfind: 1 item could not be read: " + tree_.at("locked") + ": Permission denied\n");
 }
 
+TEST_F(MdfindTest, folders_that_cannot_be_read_are_counted_and_the_name_of_one_is_shown) {
+  tree_.plant("a/\n  lo\\x1bcked/ mode=0\n  lo\\x1bck/ mode=0\n");
+  std::filesystem::permissions(tree_.path(), std::filesystem::perms(0755));
+  const std::string told = asOtherUser([this] {
+    return run({"-onlyin", tree_.path(), "-name", "film"}) == done ? err_.str() : "it fails";
+  });
+  EXPECT_THAT(told, HasSubstr("mdfind: 2 items could not be read: " + tree_.at("a/lo?ck")));
+}
+
 TEST_F(MdfindTest, a_scope_that_cannot_be_searched_is_an_error) {
   tree_.plant("file 8K\nbad\\xFF/\n");
   EXPECT_EQ(run({"-onlyin", tree_.at("missing"), "-name", "film"}), failed);
@@ -92,6 +101,8 @@ TEST_F(MdfindTest, a_scope_that_cannot_be_searched_is_an_error) {
   expectLineOfError("bad?: a path that is not UTF-8");
   EXPECT_EQ(run({"-onlyin", tree_.at("two\nlines"), "-name", "film"}), failed);
   expectLineOfError("two?lines: a path");
+  EXPECT_EQ(run({"-onlyin", tree_.at("mis\x1bsing"), "-name", "film"}), failed);
+  expectLineOfError("mis?sing: No such file or directory");
   EXPECT_EQ(out_.str(), "");
 }
 

@@ -31,6 +31,18 @@ TEST(NameMatch, case_and_accents_make_no_difference) {
   EXPECT_EQ(NameMatch("\u00df").in("STRASSE"), Place::inside);
 }
 
+TEST(NameMatch, every_letter_of_ascii_matches_in_both_cases_and_nothing_else_does) {
+  for (char lower = 'a'; lower <= 'z'; ++lower) {
+    const std::string small(1, lower);
+    const std::string capital(1, static_cast<char>(lower - 'a' + 'A'));
+    EXPECT_EQ(NameMatch(small).in(capital), Place::start) << small;
+    EXPECT_EQ(NameMatch(capital).in(small), Place::start) << small;
+  }
+  // The neighbours of the letters, and what lies as far from them as the other case.
+  for (const auto& [text, name] : {std::pair("[", "{"), {"{", "["}, {"@", "`"}, {"`", "@"}})
+    EXPECT_EQ(NameMatch(text).in(name), Place::nowhere) << text;
+}
+
 TEST(NameMatch, letters_beyond_ascii_are_found_only_where_they_are) {
   const NameMatch match("\u65e5\u672c");
   EXPECT_EQ(match.in("\u65e5\u672c.txt"), Place::start);

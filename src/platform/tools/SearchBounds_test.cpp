@@ -45,6 +45,7 @@ TEST_F(SearchBoundsTest, folders_that_no_walk_enters_are_left_out) {
     EXPECT_FALSE(enters("/", path, false)) << path;
   }
   EXPECT_TRUE(enters("/home/x", "/home/x/tmp"));
+  EXPECT_TRUE(enters("/", "/home/x/tmp/dev"));
   EXPECT_TRUE(enters("/tmp/project", "/tmp/project/dev"));
 }
 
@@ -72,6 +73,13 @@ TEST_F(SearchBoundsTest, a_home_in_a_folder_of_the_system_is_searched) {
   EXPECT_FALSE(enters("/", "/var/lib/other"));
   EXPECT_TRUE(enters("/var/lib/service", "/var/lib/service/etc"));
   EXPECT_FALSE(boundsOf("/var/lib/service").isCritical("/var/lib/service/file"));
+}
+
+TEST_F(SearchBoundsTest, a_system_on_which_the_home_frees_nothing_keeps_its_own_folders_out) {
+  home_ = "/var/lib/service";
+  places_.critical.freesHome = false;
+  EXPECT_FALSE(enters("/", "/var/lib/service"));
+  EXPECT_FALSE(boundsOf("/var/lib/service").entersScope());
 }
 
 TEST_F(SearchBoundsTest, a_scope_in_a_folder_of_the_system_is_not_entered) {

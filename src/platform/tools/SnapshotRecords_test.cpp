@@ -25,6 +25,13 @@ TEST(SnapperRecord, date_cleanup_and_description_are_read) {
             (SnapshotRecord{"2024-02-01 13:30:00 UTC", "number, zypp(zypper) & <more>"}));
 }
 
+TEST(SnapperRecord, each_entity_stands_for_its_character_once) {
+  const std::string xml =
+      "<snapshot><num>1</num><description>&lt;&gt;&amp;&quot;&apos; &amp;lt; &nbsp; "
+      "&</description></snapshot>";
+  EXPECT_EQ(snapperRecord(xml, 1), (SnapshotRecord{"", "<>&\"' &lt; &nbsp; &"}));
+}
+
 TEST(SnapperRecord, only_the_number_is_needed) {
   EXPECT_EQ(snapperRecord("<snapshot><num> 3 </num></snapshot>", 3), (SnapshotRecord{"", ""}));
   EXPECT_EQ(snapperRecord("<snapshot><num>3</num><type>single</type></snapshot>", 3),
@@ -72,7 +79,7 @@ TEST(TimeshiftRecord, the_time_and_the_comments_are_read) {
     "app-version" : "24.01.1",
     "file_count" : "300000",
     "tags" : "daily ",
-    "comments" : "before the update",
+    "comments" : " before the update ",
     "live" : "false",
     "type" : "btrfs"
   })json";
@@ -82,6 +89,8 @@ TEST(TimeshiftRecord, the_time_and_the_comments_are_read) {
 
 TEST(TimeshiftRecord, only_a_time_is_needed) {
   EXPECT_EQ(timeshiftRecord(R"({"created":"0"})"), (SnapshotRecord{"1970-01-01 00:00:00 UTC", ""}));
+  EXPECT_EQ(timeshiftRecord(R"({"created":"253402300799"})"),
+            (SnapshotRecord{"9999-12-31 23:59:59 UTC", ""}));
   EXPECT_EQ(timeshiftRecord(R"({"created":"soon","tags":7})"), (SnapshotRecord{"", ""}));
   for (const char* const time : {"-1", "99999999999999", "253402300800", "1e3"}) {
     EXPECT_EQ(timeshiftRecord(R"({"created":")" + std::string(time) + R"("})"),

@@ -143,6 +143,26 @@ TEST_F(TmutilTest, snapshots_of_a_btrfs_are_found_where_its_top_is_mounted) {
   EXPECT_THAT(listed(), HasSubstr("timeshift 2024-03-01_00-00-01"));
 }
 
+TEST_F(TmutilTest, only_a_mount_of_the_top_of_the_disk_has_the_folder_of_snapshots) {
+  tree_.plant("proc/\n  self/\nhome/\n  timeshift-btrfs/\n    snapshots/\n");
+  plantTimeshift("2024-03-01_00-00-01", "home/timeshift-btrfs/snapshots");
+  write("proc/self/mountinfo",
+        "21 1 0:25 /@ / rw - btrfs /dev/sda2 rw\n"
+        "22 21 0:25 /@home /home rw - btrfs /dev/sda2 rw\n");
+  EXPECT_EQ(counted(), 0);
+}
+
+TEST_F(TmutilTest, of_two_disks_mounted_as_the_root_the_visible_one_counts) {
+  tree_.plant("proc/\n  self/\ntop/\n  timeshift-btrfs/\n    snapshots/\n");
+  plantTimeshift("2024-03-01_00-00-01", "top/timeshift-btrfs/snapshots");
+  const std::string hidden = "20 1 0:20 / / rw - btrfs /dev/sdb1 rw\n";
+  const std::string visible = "21 20 0:25 /@ / rw - btrfs /dev/sda2 rw\n";
+  write("proc/self/mountinfo", hidden + visible + "22 21 0:20 / /top rw - btrfs /dev/sdb1 rw\n");
+  EXPECT_EQ(counted(), 0);
+  write("proc/self/mountinfo", hidden + visible + "22 21 0:25 / /top rw - btrfs /dev/sda2 rw\n");
+  EXPECT_EQ(counted(), 1);
+}
+
 TEST_F(TmutilTest, snapshots_are_found_on_the_device_that_timeshift_uses) {
   tree_.plant(R"(
     etc/
@@ -150,6 +170,7 @@ TEST_F(TmutilTest, snapshots_are_found_on_the_device_that_timeshift_uses) {
     proc/
       self/
     dev/
+      alias -> sdb1
       disk/
         by-uuid/
           12AB-cd -> ../../sdb1
@@ -172,10 +193,15 @@ TEST_F(TmutilTest, snapshots_are_found_on_the_device_that_timeshift_uses) {
   write("etc/timeshift/timeshift.json", R"({"backup_device_uuid" : "12AB-cd"})");
   EXPECT_EQ(counted(), 2);
   for (const char* const settings :
-       {R"({"backup_device_uuid" : "../../sdb1"})", R"({"backup_device_uuid" : ""})", "{", ""}) {
+       {R"({"backup_device_uuid" : "../../alias"})", R"({"backup_device_uuid" : ""})", "{", ""}) {
     write("etc/timeshift/timeshift.json", settings);
     EXPECT_EQ(counted(), 1) << settings;
   }
+  // Older versions keep their settings elsewhere; the new ones count.
+  write("etc/timeshift.json", R"({"backup_device_uuid" : "12AB-cd"})");
+  EXPECT_EQ(counted(), 1);
+  std::filesystem::remove(tree_.at("etc/timeshift/timeshift.json"));
+  EXPECT_EQ(counted(), 2);
 }
 
 TEST_F(TmutilTest, what_is_no_record_of_a_snapshot_is_not_listed) {
@@ -294,7 +320,12 @@ TEST_F(TmutilTest, thinning_names_the_configuration_of_the_root) {
   EXPECT_THAT(advice(), HasSubstr("sudo snapper -c the-system_of-2024.1 delete NUMBER"));
   std::filesystem::remove(tree_.at("bin/timeshift"));
   EXPECT_THAT(advice(), HasSubstr("sudo snapper -c the-system_of-2024.1 list"));
+  write("etc/snapper/configs/other", "SUBVOLUME=\"/\"\n");
+  EXPECT_EQ(snapperConfigOf(tree_.path()), "other");  // the first by name
+  std::filesystem::remove(tree_.at("etc/snapper/configs/other"));
   std::filesystem::remove(tree_.at("etc/snapper/configs/the-system_of-2024.1"));
+  // Too long for the line of advice.
+  write("etc/snapper/configs/the-system_of-2024.12", "SUBVOLUME=\"/\"\n");
   write("etc/snapper/configs/a; rm -rf x", "SUBVOLUME=\"/\"\n");
   write("etc/snapper/configs/-x", "SUBVOLUME=\"/\"\n");
   EXPECT_EQ(snapperConfigOf(tree_.path()), "root");
