@@ -5,6 +5,7 @@
 #include "support/FakeFileAccess.h"
 #include "support/FakeVolumes.h"
 #include "support/NoTools.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -12,19 +13,22 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr double now = 1'800'000'000;
+// Long ago, so that the clock of the machine would make all files idle.
+constexpr double now = 1'500'000'000;
 
 // A machine whose tools answer at once.
 class ReclaimAnalysisTest : public testing::Test {
  protected:
   ReclaimAnalysisTest() {
     files_.files["/home/ada/film.mkv"].values = {.modified = 0, .allocated = 1 << 26, .size = 1};
+    files_.files["/home/ada/new.mkv"].values = {.modified = now, .allocated = 1 << 26, .size = 1};
   }
 
   std::string answer(const std::string& tool, const std::vector<std::string>& args) {
     calls_.push_back(tool + " " + args.back());
+    if (tool == "/usr/bin/mdfind") searched_ = args.at(1);
     if (tool == "/usr/bin/du") return args.back() == "/home/ada/.npm/_cacache" ? "12\tx" : "0\tx";
-    if (tool == "/usr/bin/mdfind") return "/home/ada/film.mkv\n";
+    if (tool == "/usr/bin/mdfind") return "/home/ada/film.mkv\n/home/ada/new.mkv\n";
     if (tool == "/usr/bin/tmutil") return "com.apple.TimeMachine.a\ncom.apple.TimeMachine.b\n";
     return "";
   }
@@ -57,6 +61,7 @@ class ReclaimAnalysisTest : public testing::Test {
   FakeFileAccess files_;
   FakeVolumes volumes_;
   std::vector<std::string> calls_;
+  std::string searched_;  // the folder in which large files were searched
 };
 
 TEST_F(ReclaimAnalysisTest, the_four_steps_run_in_their_order) {
@@ -69,6 +74,7 @@ TEST_F(ReclaimAnalysisTest, the_four_steps_run_in_their_order) {
   EXPECT_EQ(finds.treeWins[0].path, "/home/ada/venv");
   ASSERT_EQ(finds.largeOld.size(), 1U);
   EXPECT_EQ(finds.largeOld[0].path, "/home/ada/film.mkv");
+  EXPECT_EQ(searched_, "/home/ada");
   EXPECT_EQ(finds.snapshots, 2);
   EXPECT_THAT(calls_,
               ElementsAre("/usr/bin/du /home/ada/.npm/_cacache", "/usr/bin/du /home/ada/.cache/pip",
@@ -100,6 +106,22 @@ TEST_F(ReclaimAnalysisTest, no_tool_is_started_after_a_cancellation) {
     analysed(tree_, all[i]);
     EXPECT_EQ(calls_, std::vector<std::string>(all.begin(), all.begin() + i + 1)) << all[i];
   }
+}
+
+TEST_F(ReclaimAnalysisTest, a_cancellation_ends_the_tools_of_the_machine) {
+  const TempTree home(".cache/\n  pip/\n    wheel 1M\n");
+  const std::vector<ReclaimPlace> places = {
+      {.id = "pip", .label = "pip cache", .relativePath = ".cache/pip"}};
+  const auto rowsUntil = [&](int looks) {
+    return ReclaimAnalysis::run(
+               home.path(), std::nullopt,
+               {.files = FileAccess::ofMachine(), .volumes = volumes_, .places = places},
+               [&looks] { return looks-- <= 0; })
+        .probes.size();
+  };
+  // The first look is before the tool starts, the second at its start.
+  EXPECT_EQ(rowsUntil(1), 0U);
+  EXPECT_EQ(rowsUntil(1000000), 1U);
 }
 
 TEST_F(ReclaimAnalysisTest, no_volume_and_no_tree_is_looked_at_after_a_cancellation) {

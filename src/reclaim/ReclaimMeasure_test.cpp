@@ -36,8 +36,9 @@ class ReclaimMeasureTest : public testing::Test {
     return measure()(home_.at(relativePath));
   }
 
-  static CountedTrash trash(std::uint64_t inode, std::vector<std::string> contents) {
-    return {.device = 1, .inode = inode, .items = 1, .contents = std::move(contents)};
+  static CountedTrash trash(std::uint64_t inode, std::vector<std::string> contents,
+                            std::uint64_t device = 1) {
+    return {.device = device, .inode = inode, .items = 1, .contents = std::move(contents)};
   }
 
   TempTree home_;
@@ -91,8 +92,8 @@ TEST_F(ReclaimMeasureTest, names_that_are_no_utf_8_are_measured) {
 }
 
 TEST_F(ReclaimMeasureTest, a_location_may_be_a_file) {
-  home_.plant(".cache/\n  pip 8K\n");
-  EXPECT_EQ(measured(".cache/pip"), 8 * kibibyte);
+  home_.plant(".cache/\n  pip 4K\n");
+  EXPECT_EQ(measured(".cache/pip"), 4 * kibibyte);
 }
 
 TEST_F(ReclaimMeasureTest, a_trash_without_items_takes_nothing) {
@@ -132,6 +133,12 @@ TEST_F(ReclaimMeasureTest, the_trash_is_that_of_the_home_and_of_all_volumes_each
                                 duOf(disks.at("one/files")) + duOf(disks.at("two/files"));
   EXPECT_GT(expected, 7 * 1024 * kibibyte);
   EXPECT_EQ(measure(run)(home_.at(trashInHome)), expected);
+}
+
+TEST_F(ReclaimMeasureTest, trash_folders_of_two_disks_may_have_the_same_inode) {
+  const TempTree disks("one/\n  b 2M\ntwo/\n  c 4M\n");
+  volumes_.homeTrash = {trash(2, {disks.at("one")}, 1), trash(2, {disks.at("two")}, 8)};
+  EXPECT_EQ(measured(trashInHome), duOf(disks.at("one")) + duOf(disks.at("two")));
 }
 
 TEST_F(ReclaimMeasureTest, a_volume_that_does_not_answer_is_not_asked_for_its_trash) {

@@ -1,9 +1,14 @@
 #include "reclaim/SafeScore.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+
+#include "support/PlainFiles.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -91,6 +96,19 @@ TEST_P(SafeScoreOn, without_a_date_the_age_does_not_count) {
   EXPECT_EQ(undated("/data/.cache/node_modules/x", "other").score, 93);
 }
 
+TEST_P(SafeScoreOn, a_score_without_a_date_is_capped_too) {
+  EXPECT_EQ(undated("/data/.cache/downloads-old/x", "other").score, 100);
+}
+
+TEST_P(SafeScoreOn, a_kind_that_is_hard_to_replace_is_kept_despite_a_high_score) {
+  for (const char* kind : {"video", "image", "document"}) {
+    const SafeItem item = idle("/data/.cache/x", kind, 200);
+    EXPECT_EQ(item.score, 93) << kind;
+    EXPECT_EQ(item.label, "Keep / caution") << kind;
+    EXPECT_TRUE(item.caution) << kind;
+  }
+}
+
 TEST_P(SafeScoreOn, a_file_that_was_used_this_week_is_kept) {
   const SafeItem item = idle("/data/project/main.c", "code", 3);
   EXPECT_EQ(item.score, 30);
@@ -128,6 +146,7 @@ TEST_P(SafeScoreOn, a_label_changes_at_40_and_at_75) {
   EXPECT_EQ(idle("/data/blob", "other", 200).score, 78);
   EXPECT_EQ(idle("/data/blob", "other", 200).label, "Safe to remove");
   EXPECT_EQ(idle("/data/downloads-old/blob", "other", 100).score, 76);
+  EXPECT_EQ(idle("/data/downloads-old/blob", "other", 100).label, "Safe to remove");
   EXPECT_EQ(idle("/data/a.c", "code", 200).label, "Review");
 }
 
@@ -197,6 +216,11 @@ TEST_P(SafeScoreOn, milliseconds_count_when_ranking) {
   EXPECT_EQ(
       SafeScore::rank({{.path = "/a", .kind = "code", .mtimeMs = changed - 1}}, rules())[0].score,
       70);
+  const auto used = static_cast<std::int64_t>((now - 7 * day) * 1000);
+  EXPECT_EQ(SafeScore::rank({{.path = "/a", .kind = "code", .mtimeMs = used}}, rules())[0].score,
+            50);
+  EXPECT_EQ(
+      SafeScore::rank({{.path = "/a", .kind = "code", .mtimeMs = used + 1}}, rules())[0].score, 30);
 }
 
 TEST_P(SafeScoreOn, ranking_nothing_gives_nothing) {
@@ -238,8 +262,27 @@ TEST(SafeScoreOfSystem, folders_that_the_user_has_named_are_personal) {
     EXPECT_FALSE(SafeScore::evaluate(path, 5, "other", now - 200 * day, rules).caution) << path;
 }
 
+TEST(SafeScoreOfSystem, by_default_the_users_folders_are_those_of_the_desktop) {
+  const TempTree config;
+  putFile(config.at("user-dirs.dirs"), "XDG_PICTURES_DIR=\"/data/Bilder\"\n");
+  const char* const set = std::getenv("XDG_CONFIG_HOME");
+  const std::string before = set != nullptr ? set : "";
+  setenv("XDG_CONFIG_HOME", config.path().c_str(), 1);
+  const SafeItem item = SafeScore::evaluate("/data/Bilder/vm.qcow2", 5, "code", {});
+  if (set != nullptr) {
+    setenv("XDG_CONFIG_HOME", before.c_str(), 1);
+  } else {
+    unsetenv("XDG_CONFIG_HOME");
+  }
+  EXPECT_EQ(item.reason, "personal folder");
+}
+
 TEST(SafeScoreOfSystem, by_default_the_clock_is_that_of_the_system) {
+  const std::time_t before = std::time(nullptr);
   const double here = SafeScore::presentTime();
+  // std::time() may lag behind by a clock tick.
+  EXPECT_GE(here, static_cast<double>(before));
+  EXPECT_LE(here, static_cast<double>(std::time(nullptr)) + 2);
   EXPECT_EQ(SafeScore::evaluate("/data/a.c", 5, "code", here).reason, "used this week");
   EXPECT_EQ(SafeScore::evaluate("/data/a.c", 5, "code", here - 181 * day).reason, "idle 6+ months");
 }
