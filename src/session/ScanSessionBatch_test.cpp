@@ -89,6 +89,7 @@ TEST_F(BatchToTheTrash, a_folder_and_an_item_in_it_are_both_put_back) {
   ASSERT_FALSE(isOnDisk("/data/.gradle"));
   session().undoTrash();
   EXPECT_EQ(machine_.trash.contentOf("/data/.gradle/caches"), "of the build");
+  EXPECT_EQ(session().messages().toast(), "Put back 2 items");
 }
 
 TEST_F(BatchToTheTrash, the_progress_counts_the_items_that_were_tried) {
@@ -188,6 +189,16 @@ TEST_F(BatchToTheTrash, only_the_batch_and_the_disk_usage_change) {
               UnorderedElementsAre("moving", "moveProgress", "lastTrashed", "trashCount"));
 }
 
+TEST_F(BatchToTheTrash, its_start_and_its_end_are_announced) {
+  std::vector<bool> seen;
+  QObject::connect(&session().removal(), &Removal::movingChanged, &session().removal(),
+                   [&] { seen.push_back(session().removal().isMoving()); });
+  start({"/data/a"});
+  EXPECT_THAT(seen, ElementsAre(true));
+  dispatch().drainAll();
+  EXPECT_THAT(seen, ElementsAre(true, false));
+}
+
 TEST_F(BatchToTheTrash, a_second_batch_does_not_start_while_one_moves) {
   start({"/data/a"});
   session().moveBatch({itemAt("/data/b")}, [](const TrashBatch::Moved&) { FAIL(); });
@@ -275,12 +286,6 @@ TEST_F(WhileABatchMoves, the_queue_is_not_moved_and_keeps_its_items) {
   session().cleanupQueue().addToQueue(file("/data/b", 1));
   session().emptyQueue();
   expectOnlyTheBatch({"queue", "queueOpen"});
-}
-
-TEST_F(WhileABatchMoves, nothing_is_archived) {
-  session().zipThenTrash({file("/data/b", 1)});
-  EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
-  expectOnlyTheBatch();
 }
 
 TEST_F(WhileABatchMoves, the_last_move_is_not_put_back) {
@@ -463,6 +468,43 @@ TEST_F(ZipThenTrash, an_archive_that_ends_while_a_batch_moves_waits_for_its_end)
   machine_.dispatch.drainAll();
   EXPECT_FALSE(isOnDisk(song_));
   EXPECT_FALSE(isOnDisk(film_));
+  EXPECT_EQ(lastTrashed(), std::vector{film_.path()});
+}
+
+TEST_F(ZipThenTrash, nothing_is_archived_while_a_batch_moves) {
+  session().moveBatch({itemAt(song_.path())}, {});
+  session().zipThenTrash({film_});
+  EXPECT_THAT(machine_.savePanel.requests, IsEmpty());
+  machine_.dispatch.drainAll();
+  EXPECT_TRUE(archives_.empty());
+  EXPECT_TRUE(isOnDisk(film_));
+  EXPECT_FALSE(isOnDisk(song_));
+}
+
+TEST_F(ZipThenTrash, archives_that_end_while_a_batch_moves_are_taken_in_their_order) {
+  session().zipThenTrash({film_});
+  machine_.savePanel.answer = kept_.at("Other things.zip");
+  session().zipThenTrash({note_});
+  session().moveBatch({itemAt(song_.path())}, {});
+  runArchive();
+  runArchive();
+  machine_.dispatch.drainAll();
+  EXPECT_FALSE(isOnDisk(film_));
+  EXPECT_EQ(lastTrashed(), std::vector{note_.path()});
+}
+
+TEST_F(ZipThenTrash, an_archive_waits_for_a_batch_that_starts_at_the_end_of_another) {
+  session().zipThenTrash({film_});
+  session().moveBatch({itemAt(song_.path())}, [this](const TrashBatch::Moved&) {
+    session().moveBatch({itemAt(note_.path())}, {});
+  });
+  finish();
+  machine_.dispatch.step(Queue::userInitiated);
+  machine_.dispatch.drain(Queue::main);
+  ASSERT_TRUE(session().removal().isMoving());
+  EXPECT_TRUE(isOnDisk(film_));
+  machine_.dispatch.drainAll();
+  EXPECT_FALSE(isOnDisk(note_));
   EXPECT_EQ(lastTrashed(), std::vector{film_.path()});
 }
 

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -84,13 +85,49 @@ TEST_F(TrashBatchTest, an_item_moves_before_the_folder_that_contains_it) {
 }
 
 TEST_F(TrashBatchTest, the_order_follows_the_place_and_not_the_link_that_leads_there) {
-  trash_.put("/data/cache/pip");
+  trash_.put("/mnt/data/of/ada/pip");
   trash_.put("/h/.cache/deep/er");
   const TrashBatch::Moved moved =
-      move({{.location = {.original = "/h/.cache/pip", .place = "/data/cache/pip"}},
-            {.location = {.original = "/h/.cache/deep/er", .place = "/h/.cache/deep/er"}}});
-  EXPECT_THAT(movedPaths(moved), ElementsAre("/h/.cache/deep/er", "/h/.cache/pip"));
-  EXPECT_EQ(moved.items[1].place, "/data/cache/pip");
+      move({{.location = {.original = "/h/.cache/deep/er", .place = "/h/.cache/deep/er"}},
+            {.location = {.original = "/h/.cache/pip", .place = "/mnt/data/of/ada/pip"}}});
+  EXPECT_THAT(movedPaths(moved), ElementsAre("/h/.cache/pip", "/h/.cache/deep/er"));
+  EXPECT_EQ(moved.items[0].place, "/mnt/data/of/ada/pip");
+}
+
+TEST(TrashBatchIdentity, a_folder_is_known_by_its_kind_device_and_inode_alone) {
+  const FileIdentity folder = {.kind = FileIdentity::Kind::folder,
+                               .device = 1,
+                               .inode = 2,
+                               .size = 3,
+                               .modifiedSeconds = 4,
+                               .modifiedNanoseconds = 5};
+  FileIdentity changed = folder;
+  changed.size = changed.modifiedSeconds = changed.modifiedNanoseconds = 9;
+  EXPECT_TRUE(TrashBatch::isListed(folder, changed));
+  for (const auto& change : std::vector<std::function<void(FileIdentity&)>>{
+           [](FileIdentity& now) { now.kind = FileIdentity::Kind::link; },
+           [](FileIdentity& now) { now.device = 9; }, [](FileIdentity& now) { now.inode = 9; }}) {
+    FileIdentity now = folder;
+    change(now);
+    EXPECT_FALSE(TrashBatch::isListed(folder, now));
+  }
+}
+
+TEST(TrashBatchIdentity, a_file_is_known_by_everything) {
+  for (const auto kind : {FileIdentity::Kind::file, FileIdentity::Kind::link}) {
+    const FileIdentity file = {.kind = kind, .device = 1, .inode = 2, .size = 3};
+    EXPECT_TRUE(TrashBatch::isListed(file, file));
+    for (const auto& change : std::vector<std::function<void(FileIdentity&)>>{
+             [](FileIdentity& now) { now.kind = FileIdentity::Kind::folder; },
+             [](FileIdentity& now) { now.device = 9; }, [](FileIdentity& now) { now.inode = 9; },
+             [](FileIdentity& now) { now.size = 9; },
+             [](FileIdentity& now) { now.modifiedSeconds = 9; },
+             [](FileIdentity& now) { now.modifiedNanoseconds = 9; }}) {
+      FileIdentity now = file;
+      change(now);
+      EXPECT_FALSE(TrashBatch::isListed(file, now));
+    }
+  }
 }
 
 TEST_F(TrashBatchTest, a_failure_is_counted_and_the_others_move) {
