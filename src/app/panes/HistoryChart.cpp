@@ -65,7 +65,8 @@ QRectF HistoryChart::plotArea() const {
 }
 
 void HistoryChart::follow() {
-  plot_ = HistoryPlot(history_ ? history_->points() : std::vector<HistoryPoint>(), plotArea());
+  points_ = history_ ? history_->points() : std::vector<HistoryPoint>();
+  plot_ = HistoryPlot(points_, plotArea());
   emit markChanged();
   update();
 }
@@ -76,7 +77,7 @@ void HistoryChart::geometryChange(const QRectF& now, const QRectF& before) {
 }
 
 bool HistoryChart::isMarked() const {
-  return marked_ >= 0 && static_cast<std::size_t>(marked_) < plot_.places().size();
+  return marked_ >= 0 && static_cast<std::size_t>(marked_) < points_.size();
 }
 
 void HistoryChart::setMarked(int index) {
@@ -87,9 +88,7 @@ void HistoryChart::setMarked(int index) {
 }
 
 QString HistoryChart::markText() const {
-  return isMarked() && history_
-             ? HistoryTexts::scan(history_->points(), static_cast<std::size_t>(marked_))
-             : QString();
+  return isMarked() ? HistoryTexts::scan(points_, static_cast<std::size_t>(marked_)) : QString();
 }
 
 QPointF HistoryChart::markPlace() const {

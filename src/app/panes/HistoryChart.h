@@ -2,6 +2,8 @@
 // dates. Marks one scan at a time. A single scan is a point.
 #pragma once
 
+#include <vector>
+
 #include <QPointF>
 #include <QPointer>
 #include <QQuickPaintedItem>
@@ -55,6 +57,8 @@ class HistoryChart : public QQuickPaintedItem {
 
   QPointer<HistoryListState> history_;
   int marked_ = -1;
+  // The scans that are drawn. The history may have changed since, in the middle of a change.
+  std::vector<HistoryPoint> points_;
   HistoryPlot plot_{{}, {}};
 };
 

@@ -85,6 +85,54 @@ TEST_F(HistoryChartTest, the_marked_scan_has_words_and_a_place) {
   EXPECT_EQ(picture(), before);
 }
 
+TEST_F(HistoryChartTest, the_place_of_the_mark_follows_the_size_and_the_scans) {
+  scanAt(1700000000, 1024);
+  chart_.setMarked(0);
+  QSignalSpy changes(&chart_, &HistoryChart::markChanged);
+  const double alone = chart_.markPlace().x();
+  chart_.setSize({900, 160});
+  EXPECT_EQ(chart_.markPlace().x(), alone + 150);
+  EXPECT_EQ(changes.count(), 1);
+  scanAt(1700086400, 2048);
+  EXPECT_LT(chart_.markPlace().x(), alone);
+  EXPECT_EQ(changes.count(), 2);
+}
+
+// When the history changes, the list of its rows changes before the chart does.
+TEST_F(HistoryChartTest, the_words_of_the_mark_are_those_of_a_drawn_scan_at_any_time) {
+  scanAt(1700000000, 1024);
+  scanAt(1700086400, 2048);
+  chart_.setMarked(1);
+  const QString words = chart_.markText();
+  QStringList seen;
+  const auto look = [&] { seen << chart_.markText(); };
+  QObject::connect(state_.rows(), &QAbstractItemModel::rowsRemoved, &chart_, look);
+  QObject::connect(state_.rows(), &QAbstractItemModel::rowsInserted, &chart_, look);
+  date_ = std::chrono::system_clock::from_time_t(1700172800);
+  scanTo(folder("/other", 1, {file("/other/f", 1)}));
+  ASSERT_FALSE(seen.isEmpty());
+  for (const QString& each : seen) EXPECT_EQ(each, words);
+  EXPECT_EQ(chart_.markText(), "");
+}
+
+TEST_F(HistoryChartTest, scans_that_are_close_together_have_no_points) {
+  const auto hasPoint = [this](int index) {
+    chart_.setMarked(index);
+    const QPoint place = chart_.markPlace().toPoint();
+    chart_.setMarked(-1);
+    QImage above = picture().copy(place.x() - 1, place.y() - 2, 2, 1);
+    return pixelsOfLine(above) == 2;
+  };
+  scanAt(1700000000, 1024);
+  scanAt(1700086400, 1024);
+  EXPECT_TRUE(hasPoint(0));
+  for (int i = 2; i < 60; ++i)
+    ScanStore::appendHistory({1700000000.0 + i * 86400, 1024, 1}, "/r", support_.path());
+  scanAt(1700000000 + 60 * 86400, 1024);
+  ASSERT_EQ(state_.rows()->rowCount(), 60);
+  EXPECT_FALSE(hasPoint(40));
+}
+
 TEST_F(HistoryChartTest, a_mark_beyond_the_scans_is_none) {
   scanAt(1700000000, 1024);
   chart_.setMarked(1);
