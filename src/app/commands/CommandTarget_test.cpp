@@ -75,8 +75,10 @@ TEST_F(CommandTargetTest, on_the_map_it_is_the_focused_item_wherever_the_keyboar
   EXPECT_EQ(target(), "/data/film");
   focusOn("secondRow");
   EXPECT_EQ(target(), "/data/film");
+  const QSignalSpy changes(&target_, &CommandTarget::changed);
   session().selection().setFocused(std::nullopt);
   EXPECT_EQ(target(), "");
+  EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(CommandTargetTest, in_a_list_it_is_the_row_with_the_keyboard) {
@@ -106,6 +108,17 @@ TEST_F(CommandTargetTest, it_follows_the_item_of_the_row) {
   EXPECT_EQ(changes.count(), 1);
   view_.rootObject()->setProperty("second", QVariant::fromValue(NodeHandle()));
   EXPECT_EQ(target(), "");
+}
+
+TEST_F(CommandTargetTest, a_row_that_the_keyboard_has_left_changes_nothing) {
+  showList();
+  focusOn("button");
+  focusOn("secondRow");
+  const QSignalSpy changes(&target_, &CommandTarget::changed);
+  offer("first", "/data/film");
+  item("firstRow")->setVisible(false);
+  EXPECT_EQ(target(), "/data/b");
+  EXPECT_EQ(changes.count(), 0);
 }
 
 TEST_F(CommandTargetTest, a_row_stays_the_target_while_a_menu_is_open) {

@@ -112,6 +112,28 @@ TEST_F(CompareList, a_panel_that_is_cancelled_compares_nothing) {
   EXPECT_EQ(state_.progress(), "");
 }
 
+TEST_F(CompareList, the_caption_changes_with_the_first_row_and_with_the_names) {
+  scanTo(folder("/a", 1, {file("/a/less", 100)}));
+  compareWith({file("/b/less", 100)});
+  QSignalSpy changes(&state_, &CompareListState::captionChanged);
+  compareWith({});  // of the same name
+  EXPECT_EQ(state_.caption(), QStringLiteral("a  vs  b"));
+  EXPECT_EQ(changes.count(), 1);
+  // The names are those of the next comparison at once, its rows follow.
+  folderPanel_.answer = "/c";
+  state_.chooseFolder();
+  EXPECT_EQ(state_.caption(), QStringLiteral("a  vs  c"));
+  EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(CompareList, a_list_that_is_opened_after_the_comparison_has_its_rows) {
+  scanTo(folder("/a", 1, {file("/a/less", 100)}));
+  compareWith({});
+  CompareListState opened(session());
+  EXPECT_EQ(opened.rows()->rowCount(), state_.rows()->rowCount());
+  EXPECT_GT(opened.rows()->rowCount(), 0);
+}
+
 TEST_F(CompareList, the_panel_asks_for_the_second_folder) {
   state_.chooseFolder();
   ASSERT_EQ(folderPanel_.requests.size(), 1U);

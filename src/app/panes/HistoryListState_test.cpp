@@ -58,7 +58,7 @@ TEST_F(HistoryList, each_size_is_a_share_of_the_largest_one) {
   const QPersistentModelIndex first = state_.rows()->index(0);
   scanAt(1700086400, 4096);
   EXPECT_THAT(column<double>(HistoryListModel::ShareRole), ElementsAre(0.25, 1.0));
-  EXPECT_TRUE(first.isValid());
+  EXPECT_EQ(first.row(), 0);
 }
 
 TEST_F(HistoryList, sizes_of_zero_have_a_share_of_zero) {

@@ -33,6 +33,8 @@ class HistoryTextsTest : public testing::Test {
 TEST_F(HistoryTextsTest, a_time_is_local_to_the_minute) {
   EXPECT_EQ(HistoryTexts::time(1700000000), "2023-11-15 00:13");
   EXPECT_EQ(HistoryTexts::time(1700000039.99), "2023-11-15 00:13");
+  EXPECT_EQ(HistoryTexts::time(1700000039.9999), "2023-11-15 00:13");
+  EXPECT_EQ(HistoryTexts::time(1700000040), "2023-11-15 00:14");
   EXPECT_EQ(HistoryTexts::time(-0.5), "1970-01-01 01:59");
   EXPECT_EQ(HistoryTexts::date(1700000000), "2023-11-15");
 }

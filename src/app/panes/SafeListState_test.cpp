@@ -60,15 +60,21 @@ class SafeList : public SessionFixture {
 
 TEST_F(SafeList, each_item_has_one_row_in_the_order_of_the_session) {
   EXPECT_EQ(state_->rows()->rowCount(), 0);
-  find({scored("/r/in/caf\xe9", 100, false), scored("/home/user/a\nb", 11, true)});
+  find({scored("/r/in/caf\xe9", 100, false), scored("/home/user/a\nb", 53, true)});
   EXPECT_THAT(column(SafeListModel::NameRole), ElementsAre("caf\uFFFD", "a\uFFFDb"));
   EXPECT_THAT(column(SafeListModel::PlaceRole),
               ElementsAre("/r/in/caf\uFFFD", "/home/user/a\uFFFDb"));
-  EXPECT_THAT(column(SafeListModel::ScoreRole), ElementsAre("100", "11"));
+  EXPECT_THAT(column(SafeListModel::ScoreRole), ElementsAre("100", "53"));
   EXPECT_THAT(column(SafeListModel::CautionRole), ElementsAre("false", "true"));
   EXPECT_THAT(column(SafeListModel::VerdictRole),
               ElementsAre("Safe to remove · idle 6+ months", "Keep / caution · idle 6+ months"));
   EXPECT_THAT(column(SafeListModel::SizeRole), ElementsAre("3.0 GB", "3.0 GB"));
+}
+
+TEST_F(SafeList, a_list_that_is_opened_after_the_analysis_has_its_rows) {
+  find({scored("/r/a", 100, false), scored("/r/b", 90, false)});
+  SafeListState opened(session());
+  EXPECT_EQ(opened.rows()->rowCount(), 2);
 }
 
 TEST_F(SafeList, items_of_the_next_analysis_keep_their_rows) {
