@@ -7,6 +7,68 @@ function(tessaly_room name)
   tessaly_precompiled(tessaly_${name})
 endfunction()
 
+# tessaly_batches(TARGET): compiles the sources of a target about eight at a time, since most of the
+# time goes into headers and what they instantiate. After a change of one source its whole batch is
+# compiled; without this option, only the source is. clang-tidy reads each source alone, and finds
+# what a source uses without an include of its own. The batches name their sources relative to the
+# project, so that a compiler cache recognises them in any build folder.
+option(TESSALY_UNITY_TESTS "Compile the sources of tests in batches" ON)
+function(tessaly_batches target)
+  if(NOT TESSALY_UNITY_TESTS)
+    return()
+  endif()
+  get_target_property(all ${target} SOURCES)
+  set(tests "")
+  set(helpers "")
+  foreach(source IN LISTS all)
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
+    get_source_file_property(alone ${source} SKIP_UNITY_BUILD_INCLUSION)
+    if(alone OR NOT source MATCHES "\\.cpp$")
+      continue()
+    endif()
+    # The generated code of an included .moc does not know the namespaces of a batch.
+    file(STRINGS ${source} moc REGEX "^#include \".*\\.moc\"")
+    if(moc)
+      continue()
+    endif()
+    # What other sources use keeps its names, and comes last: what follows could see them.
+    string(REGEX REPLACE "\\.cpp$" ".h" header ${source})
+    if(source MATCHES "_test\\.cpp$" AND NOT EXISTS ${header})
+      list(APPEND tests ${source})
+    else()
+      list(APPEND helpers ${source})
+    endif()
+  endforeach()
+  set(sources ${tests} ${helpers})
+  list(LENGTH sources count)
+  if(count LESS 2)
+    return()
+  endif()
+  set_source_files_properties(${sources} PROPERTIES HEADER_FILE_ONLY ON)
+  math(EXPR batches "(${count} + 7) / 8")
+  foreach(batch RANGE 1 ${batches})
+    math(EXPR first "(${batch} - 1) * ${count} / ${batches}")
+    math(EXPR length "${batch} * ${count} / ${batches} - ${first}")
+    list(SUBLIST sources ${first} ${length} members)
+    set(names "")
+    foreach(member IN LISTS members)
+      if(member IN_LIST helpers AND NOT "--" IN_LIST names)
+        list(APPEND names --)
+      endif()
+      cmake_path(RELATIVE_PATH member BASE_DIRECTORY ${CMAKE_SOURCE_DIR})
+      list(APPEND names ${member})
+    endforeach()
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/${target}_batch${batch}.cpp)
+    add_custom_command(OUTPUT ${file}
+      COMMAND tests/batch ${file} ${names}
+      WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+      DEPENDS ${CMAKE_SOURCE_DIR}/tests/batch ${members}
+      VERBATIM)
+    set_source_files_properties(${file} PROPERTIES SKIP_AUTOGEN ON)
+    target_sources(${target} PRIVATE ${file})
+  endforeach()
+endfunction()
+
 # The programs for tests/together: one line per program, with its name, the tests that need a
 # process of their own, and the tests that are left out, both as filters of GoogleTest.
 set(TESSALY_TEST_PROGRAMS ${CMAKE_BINARY_DIR}/test-programs.txt)
@@ -37,6 +99,7 @@ function(tessaly_tests name)
     target_link_libraries(tessaly_${name}_test PRIVATE GTest::gtest_main)
   endif()
   tessaly_precompiled(tessaly_${name}_test TEST)
+  tessaly_batches(tessaly_${name}_test)
   # Sanitizers have a pthread_create() of their own.
   if(NOT TESTS_THREADS AND NOT TESTS_WALKS AND NOT TESSALY_SANITIZE)
     target_link_libraries(tessaly_${name}_test PRIVATE tessaly_one_thread)
