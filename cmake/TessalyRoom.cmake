@@ -113,5 +113,5 @@ function(tessaly_tests name)
     "${name}\t${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tessaly_${name}_test\t${alone}\t${left}\n")
   gtest_discover_tests(tessaly_${name}_test
     TEST_PREFIX ${name}: DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-    PROPERTIES TIMEOUT 600)
+    PROPERTIES TIMEOUT 600 LABELS GoogleTest)
 endfunction()

@@ -48,16 +48,16 @@ class Together : public testing::Test {
  protected:
   // Whether tests/together fails with these tests, of which `alone` needs a process of its own and
   // `left` is left out. Stores its output in `told_`.
-  bool fails(const std::string& tests, const std::string& alone = "",
-             const std::string& left = "") {
+  bool fails(const std::string& tests, const std::string& alone = "", const std::string& left = "",
+             const std::string& options = "") {
     namespace fs = std::filesystem;
     putFile(tree_.at("list"), tests);
     putFile(tree_.at("program"), program);
     fs::permissions(tree_.at("program"), fs::perms::owner_all);
     putFile(tree_.at("test-programs.txt"),
             "room\t" + tree_.at("program") + "\t" + alone + "\t" + left + "\n");
-    const std::string command = std::string(TESSALY_TOGETHER) + " '" + tree_.path() + "' 1 >'" +
-                                tree_.at("said") + "' 2>&1";
+    const std::string command = std::string(TESSALY_TOGETHER) + " " + options + " '" +
+                                tree_.path() + "' 1 >'" + tree_.at("said") + "' 2>&1";
     const int status = std::system(command.c_str());
     told_ = contentOf(tree_.at("said"));
     return !WIFEXITED(status) || WEXITSTATUS(status) != 0;
@@ -133,6 +133,23 @@ TEST_F(Together, skipped_and_disabled_tests_are_logged_for_tests_skips) {
   EXPECT_THAT(contentOf(said), HasSubstr("skipped: room:Suite.is_skipped: MISTAKE, it does not say "
                                          "what it needs: not today\n"));
   EXPECT_THAT(contentOf(said), HasSubstr("disabled: room:Suite.DISABLED_three\n"));
+}
+
+TEST_F(Together, results_replace_those_of_the_run_before) {
+  EXPECT_TRUE(fails("one fails DISABLED_three"));
+  EXPECT_FALSE(fails("four"));
+  EXPECT_THAT(log(), Not(HasSubstr("Suite.one")));
+  EXPECT_EQ(log("sFailed"), "");
+  EXPECT_EQ(log("sDisabled"), "");
+}
+
+TEST_F(Together, results_can_be_appended_to_those_of_another_run) {
+  EXPECT_TRUE(fails("one fails DISABLED_three"));
+  EXPECT_TRUE(fails("four fails DISABLED_five", "", "", "--append"));
+  EXPECT_THAT(log(), HasSubstr("1/2 Testing: room:Suite.one\n"));
+  EXPECT_THAT(log(), HasSubstr("1/2 Testing: room:Suite.four\n"));
+  EXPECT_EQ(log("sFailed"), "0:room:Suite.fails\n0:room:Suite.fails\n");
+  EXPECT_EQ(log("sDisabled"), "0:room:Suite.DISABLED_three\n0:room:Suite.DISABLED_five\n");
 }
 
 TEST_F(Together, a_program_without_enabled_tests_fails) {
