@@ -22,11 +22,23 @@ struct FileIdentity {
   std::int64_t size = 0;             // bytes
   std::int64_t modifiedSeconds = 0;  // since 1970
   std::int64_t modifiedNanoseconds = 0;
+  // Time of its creation in nanoseconds since 1970; 0 if it is unknown. Distinguishes a folder from
+  // an earlier one whose inode number it got. Not compared by ==, since only of() finds it out.
+  // Unsigned, since a damaged file system may report any number.
+  std::uint64_t created = 0;
 
   // Identity of the item at `path`; a link is not followed.
   static Result<FileIdentity> of(const std::string& path);
 
-  friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+  // Whether both may have been created at the same time, as far as that is known.
+  bool mayBeAsOldAs(const FileIdentity& other) const {
+    return created == 0 || other.created == 0 || created == other.created;
+  }
+
+  friend bool operator==(const FileIdentity& a, const FileIdentity& b) {
+    return a.kind == b.kind && a.device == b.device && a.inode == b.inode && a.size == b.size &&
+           a.modifiedSeconds == b.modifiedSeconds && a.modifiedNanoseconds == b.modifiedNanoseconds;
+  }
 };
 
 }  // namespace tessaly

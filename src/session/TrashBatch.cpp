@@ -32,6 +32,7 @@ Result<TrashedItem> moveIfListed(const Item& item, TrashMover& mover) {
 }  // namespace
 
 bool isListed(const FileIdentity& listed, const FileIdentity& now) {
+  if (!listed.mayBeAsOldAs(now)) return false;
   if (listed.kind != FileIdentity::Kind::folder) return listed == now;
   return listed.kind == now.kind && listed.device == now.device && listed.inode == now.inode;
 }

@@ -35,7 +35,8 @@ struct Moved {
 };
 
 // Whether the item at a path is still the listed one. The content of a folder may have changed,
-// that of a file may not.
+// that of a file may not. A folder that was removed and made again is another one, even if it got
+// the same inode number, as far as the file system records when items are created.
 bool isListed(const FileIdentity& listed, const FileIdentity& now);
 
 // Moves the deepest items first, so that an item moves before the folder that contains it, and each

@@ -101,6 +101,7 @@ TEST(TrashBatchIdentity, a_folder_is_known_by_its_kind_device_and_inode_alone) {
                                .size = 3,
                                .modifiedSeconds = 4,
                                .modifiedNanoseconds = 5};
+  EXPECT_TRUE(TrashBatch::isListed(folder, folder));
   FileIdentity changed = folder;
   changed.size = changed.modifiedSeconds = changed.modifiedNanoseconds = 9;
   EXPECT_TRUE(TrashBatch::isListed(folder, changed));
@@ -110,6 +111,20 @@ TEST(TrashBatchIdentity, a_folder_is_known_by_its_kind_device_and_inode_alone) {
     FileIdentity now = folder;
     change(now);
     EXPECT_FALSE(TrashBatch::isListed(folder, now));
+  }
+}
+
+// Many file systems give the inode number of a removed folder to the next one.
+TEST(TrashBatchIdentity, an_item_that_was_created_at_another_time_is_another_one) {
+  for (const auto kind : {FileIdentity::Kind::folder, FileIdentity::Kind::file}) {
+    const FileIdentity listed = {.kind = kind, .device = 1, .inode = 2, .created = 3};
+    FileIdentity now = listed;
+    EXPECT_TRUE(TrashBatch::isListed(listed, now));
+    now.created = 4;
+    EXPECT_FALSE(TrashBatch::isListed(listed, now));
+    now.created = 0;  // unknown
+    EXPECT_TRUE(TrashBatch::isListed(listed, now));
+    EXPECT_TRUE(TrashBatch::isListed(now, listed));
   }
 }
 
