@@ -128,6 +128,8 @@ TEST_F(HistoryListJourney, the_row_with_the_keyboard_is_marked_in_the_line) {
   EXPECT_EQ(text("historyWords"), HistoryTexts::scan(points(), 1));
   press(Qt::Key_Return);
   EXPECT_TRUE(shows("historyList"));
+  press(Qt::Key_Tab);
+  EXPECT_FALSE(shows("historyBubble"));
   click("grewMode");
   click("historyMode");
   EXPECT_FALSE(shows("historyBubble"));

@@ -133,6 +133,18 @@ TEST_F(CommandTargetTest, a_row_stays_the_target_while_a_menu_is_open) {
   EXPECT_EQ(target(), "");
 }
 
+TEST_F(CommandTargetTest, a_row_that_is_destroyed_while_a_menu_is_open_is_no_target) {
+  showList();
+  focusOn("secondRow");
+  QMetaObject::invokeMethod(menu(), "open");
+  QTRY_VERIFY(menu()->property("opened").toBool());
+  ASSERT_EQ(target(), "/data/b");
+  const QSignalSpy changes(&target_, &CommandTarget::changed);
+  delete item("secondRow");
+  EXPECT_EQ(target(), "");
+  EXPECT_EQ(changes.count(), 1);
+}
+
 TEST_F(CommandTargetTest, a_row_stays_the_target_while_the_window_is_inactive) {
   showList();
   focusOn("button");

@@ -50,6 +50,14 @@ class HistoryChartTest : public SessionFixture {
     return count;
   }
 
+  static int paintedPixels(const QImage& image) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) != Qt::black ? 1 : 0;
+    }
+    return count;
+  }
+
   HistoryListState state_{session()};
   HistoryChart chart_;
 };
@@ -68,6 +76,8 @@ TEST_F(HistoryChartTest, a_single_scan_is_a_point_and_more_are_a_line) {
   EXPECT_LT(point, 60);
   scanAt(1700086400, 2048);
   EXPECT_GT(pixelsOfLine(picture()), 300);
+  // The area below the line is filled.
+  EXPECT_GT(paintedPixels(picture()), 20000);
 }
 
 TEST_F(HistoryChartTest, the_marked_scan_has_words_and_a_place) {
@@ -148,6 +158,9 @@ TEST_F(HistoryChartTest, a_chart_without_a_history_is_empty) {
   EXPECT_EQ(chart_.nearest(0), -1);
   chart_.setMarked(0);
   EXPECT_EQ(chart_.markText(), "");
+  const QSignalSpy changes(&chart_, &HistoryChart::markChanged);
+  scanAt(1700086400, 2048);
+  EXPECT_EQ(changes.count(), 0);
 }
 
 TEST_F(HistoryChartTest, a_chart_of_no_size_draws_and_finds_scans) {
