@@ -89,14 +89,14 @@ FocusScope {
 
             Accessible.name: "List Wins"
 
+            // The linter does not know the type of Qt.callLater, which is called after the layout.
+            // qmllint disable
             header: WinsTop {
                 width: list.width
                 wins: page.wins
-                // Called later, after the layout. The linter does not know the type.
-                // qmllint disable
                 onHeightChanged: Qt.callLater(list.keepTop)
-                // qmllint enable
             }
+            // qmllint enable
 
             // qmllint disable unqualified
             delegate: WinRow {
