@@ -11,7 +11,7 @@ endfunction()
 # time goes into headers and what they instantiate. After a change of one source its whole batch is
 # compiled; without this option, only the source is. clang-tidy reads each source alone, and finds
 # what a source uses without an include of its own. The batches name their sources relative to the
-# project, so that a compiler cache recognises them in any build folder.
+# build folder, where the compiler runs, so that a compiler cache recognises them in another one.
 option(TESSALY_UNITY_TESTS "Compile the sources of tests in batches" ON)
 function(tessaly_batches target)
   if(NOT TESSALY_UNITY_TESTS)
@@ -55,13 +55,13 @@ function(tessaly_batches target)
       if(member IN_LIST helpers AND NOT "--" IN_LIST names)
         list(APPEND names --)
       endif()
-      cmake_path(RELATIVE_PATH member BASE_DIRECTORY ${CMAKE_SOURCE_DIR})
+      cmake_path(RELATIVE_PATH member BASE_DIRECTORY ${CMAKE_BINARY_DIR})
       list(APPEND names ${member})
     endforeach()
     set(file ${CMAKE_CURRENT_BINARY_DIR}/${target}_batch${batch}.cpp)
     add_custom_command(OUTPUT ${file}
-      COMMAND tests/batch ${file} ${names}
-      WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+      COMMAND ${CMAKE_SOURCE_DIR}/tests/batch ${file} ${names}
+      WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
       DEPENDS ${CMAKE_SOURCE_DIR}/tests/batch ${members}
       VERBATIM)
     set_source_files_properties(${file} PROPERTIES SKIP_AUTOGEN ON)
@@ -91,6 +91,9 @@ function(tessaly_tests name)
   endif()
   if(TESSALY_SANITIZE MATCHES thread)
     list(FILTER TESTS_SOURCES EXCLUDE REGEX "_test\\.cpp$")
+  endif()
+  if(NOT TESSALY_ENGINE_TESTS AND TESSALY_PRECOMPILED STREQUAL plain)
+    return()
   endif()
   add_executable(tessaly_${name}_test ${TESTS_SOURCES} ${TESTS_THREADS})
   target_include_directories(tessaly_${name}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
