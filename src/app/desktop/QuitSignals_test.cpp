@@ -17,6 +17,8 @@ bool isUsual(int signal) {
 
 TEST(QuitSignals, a_signal_quits_the_program_from_its_event_loop) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    // A caller such as nohup may have it ignored.
+    std::signal(signal, SIG_DFL);
     int quits = 0;
     const QuitSignals quitSignals([&] { ++quits; });
     ASSERT_FALSE(isUsual(signal));
@@ -47,6 +49,7 @@ TEST(QuitSignals, ignored_signals_stay_ignored) {
 }
 
 TEST(QuitSignals, the_destructor_restores_the_default_actions) {
+  std::signal(SIGHUP, SIG_DFL);
   {
     const QuitSignals quitSignals([] {});
   }
