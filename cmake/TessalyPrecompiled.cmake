@@ -1,7 +1,7 @@
 # Headers of the standard library, of GoogleTest and of Qt are parsed once for all targets of a kind
 # instead of once for each source that includes them. A folder that uses Qt sets TESSALY_PRECOMPILED
-# to qt. A source still includes all that it uses: clang-tidy reads each without this, and CI builds
-# the rooms without Qt without it.
+# to qt. A source still includes all that it uses: clang-tidy reads each without this, and CI has builds
+# without it.
 option(TESSALY_PRECOMPILED_HEADERS "Parse the headers of libraries once for many sources" ON)
 set(TESSALY_PRECOMPILED plain)
 
