@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <ctime>
 #include <filesystem>
+#include <map>
 #include <string_view>
 #include <vector>
 
@@ -38,7 +39,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 51> screens = {{
+constexpr std::array<KnownScreen, 63> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -83,6 +84,18 @@ constexpr std::array<KnownScreen, 51> screens = {{
     {"wins-empty", Screen::winsEmpty, smallest},
     {"wins-banners", Screen::winsBanners, smallest},
     {"wins-moving", Screen::winsMoving, smallest},
+    {"largest-one-wide", Screen::largestOneWide, wide},
+    {"largest-empty-wide", Screen::largestEmptyWide, wide},
+    {"grew-one-wide", Screen::grewOneWide, wide},
+    {"grew-empty-wide", Screen::grewEmptyWide, wide},
+    {"safe-one-wide", Screen::safeOneWide, wide},
+    {"safe-empty-wide", Screen::safeEmptyWide, wide},
+    {"compare-one-wide", Screen::compareOneWide, wide},
+    {"compare-empty-wide", Screen::compareEmptyWide, wide},
+    {"history-one-wide", Screen::historyOneWide, wide},
+    {"history-empty-wide", Screen::historyEmptyWide, wide},
+    {"wins-one-wide", Screen::winsOneWide, wide},
+    {"wins-empty-wide", Screen::winsEmptyWide, wide},
     {"band", Screen::band, smallest},
     {"tile-menu", Screen::tileMenu, smallest},
     {"hover", Screen::hover},
@@ -108,6 +121,26 @@ DiskNode fileThatWas(const std::string& path) {
   gone.path = path;
   gone.name = path.substr(path.rfind('/') + 1);
   return DiskNode(gone);
+}
+
+// What is shown on a screen that differs from another one only in its size.
+Screen contentOf(Screen screen) {
+  static const std::map<Screen, Screen> contents = {
+      {Screen::largestOneWide, Screen::largestOne},
+      {Screen::largestEmptyWide, Screen::largestEmpty},
+      {Screen::grewOneWide, Screen::grewOne},
+      {Screen::grewEmptyWide, Screen::grewEmpty},
+      {Screen::safeOneWide, Screen::safeOne},
+      {Screen::safeEmptyWide, Screen::safeEmpty},
+      {Screen::compareOneWide, Screen::compareOne},
+      {Screen::compareEmptyWide, Screen::compareEmpty},
+      {Screen::historyOneWide, Screen::historyOne},
+      {Screen::historyEmptyWide, Screen::historyEmpty},
+      {Screen::winsOneWide, Screen::winsOne},
+      {Screen::winsEmptyWide, Screen::winsEmpty},
+  };
+  const auto found = contents.find(screen);
+  return found == contents.end() ? screen : found->second;
 }
 
 // At the first scan of a folder everything counts as grown, and has that colour.
@@ -226,13 +259,13 @@ PictureWindow::PictureWindow(Screen screen, std::optional<QSize> size)
     : fixture_(
           machine_, fixtureHome,
           [this, screen](Application::Services& services) {
-            prepare(machine_, screen);
-            lend(services, screen);
+            prepare(machine_, contentOf(screen));
+            lend(services, contentOf(screen));
           },
           [screen, size](QQuickWindow& window) {
             window.resize(size.value_or(factsOf(screen).size));
           }) {
-  show(screen);
+  show(contentOf(screen));
 }
 
 void PictureWindow::scan() {
