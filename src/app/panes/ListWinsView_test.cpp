@@ -242,6 +242,17 @@ TEST_F(ListWinsView, a_banner_does_not_move_the_rows_of_a_list_that_is_scrolled)
   EXPECT_EQ(ListScene::rectOf(part(15, "title")).top(), before);
 }
 
+TEST_F(ListWinsView, the_button_that_moves_is_at_most_260_points_wide) {
+  addCache("pip", mega);
+  show();
+  state_->toggleAll();
+  scene_.update();
+  EXPECT_LT(scene_.item("winsMove")->width(), 260);
+  scene_.item("winsMove")->setProperty("text", QString(200, QLatin1Char('m')));
+  scene_.update();
+  EXPECT_EQ(scene_.item("winsMove")->width(), 260);
+}
+
 TEST_F(ListWinsView, a_stop_leaves_the_rest_ticked) {
   addCache("a", 4 * mega);
   const std::string b = addCache("b", 2 * mega);
