@@ -251,7 +251,7 @@ TEST_F(FewThreads, a_closed_dispatch_drops_work_without_a_thread) {
 // Here the system itself refuses threads.
 TEST(ThreadedDispatchAtLimit, all_work_runs_after_the_limit_of_threads_was_lifted) {
   EXPECT_EQ(asOtherUser([]() -> std::string {
-              if (const std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
+              if (std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
               ThreadedHarness harness;
               int ran = 0;
               const auto note = [&] { harness.dispatch().async(Queue::main, [&] { ++ran; }); };
@@ -266,7 +266,7 @@ TEST(ThreadedDispatchAtLimit, all_work_runs_after_the_limit_of_threads_was_lifte
                                        [&] { isLifted = true; });
               harness.runMainUntil([&] { return isLifted; });
               if (ran != 0) return std::to_string(ran) + " pieces without a thread";
-              if (const std::string wrong = grantThreads(); !wrong.empty()) return wrong;
+              if (std::string wrong = grantThreads(); !wrong.empty()) return wrong;
               harness.runMainUntil([&] { return ran == 40; });
               return "";
             }),

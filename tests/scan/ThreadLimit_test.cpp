@@ -29,7 +29,7 @@ TEST(ThreadLimit, scan_is_the_same_without_threads_of_its_own) {
                 ScanRecord expected;
                 const DiskNode before = scan(expected);
                 if (!has(before, "folder-39/Tool.app")) return "nothing to compare";
-                if (const std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
+                if (std::string wrong = refuseThreads(); !wrong.empty()) return wrong;
                 ScanRecord record;
                 const DiskNode after = scan(record);
                 return differenceOf(before, after) + differenceOf(expected, record);

@@ -25,12 +25,12 @@ class WinsFixture : public testing::Test {
   // Adds an empty folder or, without a slash at its end, a file, and returns its path.
   std::string plant(const std::string& name) {
     disk_.plant(name + "\n");
-    const std::string path = disk_.at(name.ends_with('/') ? name.substr(0, name.size() - 1) : name);
+    std::string path = disk_.at(name.ends_with('/') ? name.substr(0, name.size() - 1) : name);
     machine_.trash.put(path);
     return path;
   }
   std::string addCache(const std::string& name, std::int64_t bytes, bool caution = false) {
-    const std::string path = plant(name + "/");
+    std::string path = plant(name + "/");
     finds_.probes.push_back({.id = name,
                              .label = name + " cache",
                              .note = "Made again",
@@ -47,7 +47,7 @@ class WinsFixture : public testing::Test {
                              .bytes = bytes});
   }
   std::string addWin(const std::string& name, std::int64_t bytes, const std::string& category) {
-    const std::string path = plant(name + "/");
+    std::string path = plant(name + "/");
     finds_.treeWins.push_back({.path = path,
                                .name = name,
                                .bytes = bytes,
@@ -56,7 +56,7 @@ class WinsFixture : public testing::Test {
     return path;
   }
   std::string addFile(const std::string& name, std::int64_t bytes) {
-    const std::string path = plant(name);
+    std::string path = plant(name);
     finds_.largeOld.push_back({.name = name, .path = path, .bytes = bytes});
     return path;
   }
