@@ -47,7 +47,7 @@ class Program {
  public:
   // `prepare` runs in the child, between fork and exec.
   Program(const XServer& server, const std::string& home, std::function<void()> prepare = {}) {
-    if (prepare) process_.setChildProcessModifier(std::move(prepare));
+    if (prepare) process_.setChildProcessModifier(prepare);
     process_.setProcessEnvironment(environmentFor(server, home, state_.path()));
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
     process_.start(QString::fromStdString(tessalyProgram()), QStringList());

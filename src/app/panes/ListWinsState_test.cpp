@@ -17,7 +17,6 @@ namespace tessaly {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ListWins : public WinsFixture {
  protected:
