@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 class Listing : public testing::Test {
  protected:
-  void zip(std::vector<std::string> args) const {
+  void zip(const std::vector<std::string>& args) const {
     ASSERT_TRUE(Shell::runToEnd("/usr/bin/zip", args, 600, tree_.at("in")).exit.isSuccess());
   }
 

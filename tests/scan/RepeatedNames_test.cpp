@@ -37,7 +37,7 @@ TEST(RepeatedNames, a_repeated_name_is_one_node_with_the_size_of_both) {
                              "' && mount -o loop '" + tree.at("disk") + "' '" + volume + "'";
     if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
       return "refused: " + needs(Need::image, make);
-    const std::string wrong = furnish(volume);
+    std::string wrong = furnish(volume);
     if (!wrong.empty()) return wrong;
     int items = 0;
     DiskScanner::Callbacks callbacks;

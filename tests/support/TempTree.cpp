@@ -183,7 +183,7 @@ void plantLines(int top, int folder, Lines lines) {
 // Where trees of a hundred thousand files are created and removed fastest: in memory, if there is
 // plenty of it and TMPDIR is not set.
 std::string placeForTrees() {
-  const std::string memory = "/dev/shm";
+  std::string memory = "/dev/shm";
   constexpr std::uint64_t enoughBytes = std::uint64_t{1} << 30;
   constexpr std::uint64_t enoughFiles = 600000;
   struct statvfs system {};

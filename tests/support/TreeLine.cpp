@@ -1,5 +1,6 @@
 #include "support/TreeLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <stdexcept>
@@ -158,11 +159,11 @@ std::string TreeLine::nameOf(int ordinal) const {
   if (times == 1) return name;
   std::string digits = std::to_string(ordinal);
   std::string result = name;
-  for (auto place = result.rbegin(); place != result.rend(); ++place) {
-    if (*place != '#') continue;
-    *place = digits.empty() ? '0' : digits.back();
+  std::for_each(result.rbegin(), result.rend(), [&digits](char& place) {
+    if (place != '#') return;
+    place = digits.empty() ? '0' : digits.back();
     if (!digits.empty()) digits.pop_back();
-  }
+  });
   return result;
 }
 
