@@ -169,7 +169,7 @@ class NumberlessVolume : public testing::TestWithParam<Mounted> {
       if (std::system(command.c_str()) != 0) return "refused: " + needs(GetParam().need, command);
       const FileDescriptor top(open(volume().c_str(), O_PATH | O_CLOEXEC));
       const Result<bool> last = inodesLastAt(top, "");
-      const std::string outcome = !last || last.value() ? "numbers are taken to last here" : body();
+      std::string outcome = !last || last.value() ? "numbers are taken to last here" : body();
       // A program that serves the file system ends with the mount.
       ::umount2(volume().c_str(), MNT_DETACH);
       return outcome;
@@ -223,8 +223,7 @@ TEST_P(NumberlessVolume, a_second_item_of_the_name_does_not_come_back_without_la
     const Result<ItemInTrash> second = disk_.mover().moveToTrash(on("elsewhere/notes.txt"));
     if (!second || second.value().path != first.value().path)
       return "another name: " + told(second);
-    const std::string refused =
-        toldUnlessStale(disk_.mover().putBack(first.value(), on("notes.txt")));
+    std::string refused = toldUnlessStale(disk_.mover().putBack(first.value(), on("notes.txt")));
     if (!refused.empty()) return refused;
     if (contentOf(second.value().path) != "other") return "the second item is gone";
     if (recordedPath(second.value().path) != "elsewhere/notes.txt") return "its record is gone";

@@ -5,7 +5,6 @@
 namespace tessaly {
 namespace {
 
-using BreakdownLayout::Bar;
 using BreakdownLayout::Segment;
 using BreakdownLayout::segments;
 using Segments = std::vector<Segment>;

@@ -78,7 +78,7 @@ TEST(ProcessStreams, writing_to_a_program_fails_at_the_deadline) {
   Process::Launch launch = tool({"sleep"});
   launch.input = Process::Stream::captured;
   Process process = Process::launch(launch).value();
-  EXPECT_FALSE(process.writeInput(std::string(10'000'000, 'g'), Deadline::after(0.02)));
+  EXPECT_FALSE(process.writeInput(std::string(8'000'000, 'g'), Deadline::after(0.02)));
   process.kill();
 }
 
