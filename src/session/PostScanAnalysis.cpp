@@ -1,8 +1,14 @@
 #include "session/PostScanAnalysis.h"
 
+#include <utility>
+
 namespace tessaly::PostScanAnalysis {
 
-Lists run(const Engines& engines, const FinishedScan& scan, const IsCancelled& isCancelled) {
+Lists run(const Engines& engines, FinishedScan scan, const IsCancelled& isCancelled) {
+  std::unordered_map<std::string, FileIdentity> copies;
+  scan.duplicates.compared = [&copies](const std::string& path, const FileIdentity& identity) {
+    copies.insert_or_assign(path, identity);
+  };
   const auto listOf = [&]<class Row>(const Engine<Row>& engine) {
     return engine && !isCancelled() ? engine(scan, isCancelled) : std::vector<Row>();
   };
@@ -11,7 +17,8 @@ Lists run(const Engines& engines, const FinishedScan& scan, const IsCancelled& i
           .deadLinks = listOf(engines.deadLinks),
           .cloudItems = listOf(engines.cloudItems),
           .cloneGroups = listOf(engines.cloneGroups),
-          .safeItems = listOf(engines.safeItems)};
+          .safeItems = listOf(engines.safeItems),
+          .copies = std::move(copies)};
 }
 
 std::string idleScope(const std::string& root, const std::string& homeDirectory) {

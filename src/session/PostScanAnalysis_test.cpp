@@ -1,12 +1,16 @@
 // The analysis of a finished scan: when the engines run, and which lists the session gets.
 
+#include <cstddef>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "session/SessionFixture_test.h"
+#include "support/SessionRecord.h"
 
 namespace tessaly {
 namespace {
@@ -242,6 +246,126 @@ TEST_F(Analysis, the_analysis_publishes_nothing_after_quitting) {
   dispatch().drainAll();
   EXPECT_THAT(taken(), IsEmpty());
   EXPECT_THAT(found(), IsEmpty());
+}
+
+// An engine for duplicates that the test lets report.
+class DuplicateProgressOfASession : public SessionFixture {
+ protected:
+  DuplicateProgressOfASession() {
+    analysis_.duplicates = [this](const FinishedScan& scan, const IsCancelled&) {
+      if (during_) std::exchange(during_, {})(scan);
+      return std::vector<DuplicateGroup>();
+    };
+    restart();
+    QObject::connect(&session().findings(), &Findings::duplicateProgressChanged, &context_,
+                     [this] { shown_.push_back(session().findings().duplicateProgress()); });
+  }
+
+  // Starts a scan of `root`, whose analysis waits on a worker queue.
+  void finishWalkOf(const std::string& root) {
+    walks().at(walks().ran()).result = folder(root, 1);
+    session().scan(root);
+    runWalks();
+    runMain();
+  }
+
+  static DuplicateProgress readFiles(std::size_t files) {
+    return {.files = files, .fileCount = 4, .bytes = 10 * static_cast<int>(files), .byteCount = 40};
+  }
+
+  std::function<void(const FinishedScan&)> during_;  // called once, while an engine runs
+  std::vector<std::optional<DuplicateProgress>> shown_;
+  QObject context_;
+};
+
+TEST_F(DuplicateProgressOfASession, the_progress_is_shown_until_the_analysis_ends) {
+  finishWalkOf("/data");
+  EXPECT_EQ(session().findings().duplicateProgress(), std::nullopt);
+  during_ = [this](const FinishedScan& scan) {
+    scan.duplicates.progress(readFiles(1));
+    EXPECT_EQ(session().findings().duplicateProgress(), std::nullopt);
+    runMain();
+    EXPECT_EQ(session().findings().duplicateProgress(), readFiles(1));
+    scan.duplicates.progress(readFiles(2));
+    runMain();
+  };
+  dispatch().drain(Queue::utility);
+  runMain();
+  EXPECT_THAT(shown_, ElementsAre(readFiles(1), readFiles(2), std::nullopt));
+}
+
+TEST_F(DuplicateProgressOfASession, one_update_waits_however_much_is_reported) {
+  finishWalkOf("/data");
+  during_ = [this](const FinishedScan& scan) {
+    for (int k = 0; k < 1000; ++k) scan.duplicates.progress(readFiles(1));
+    scan.duplicates.progress(readFiles(3));
+    EXPECT_EQ(dispatch().waiting(Queue::main), 1U);
+  };
+  dispatch().drain(Queue::utility);
+  runMain();
+  EXPECT_THAT(shown_, ElementsAre(readFiles(3), std::nullopt));
+}
+
+TEST_F(DuplicateProgressOfASession, the_progress_changes_no_list) {
+  finishWalkOf("/data");
+  during_ = [this](const FinishedScan& scan) {
+    const SessionRecord record(session(), settings_);
+    scan.duplicates.progress(readFiles(1));
+    runMain();
+    EXPECT_THAT(record.announced(), ElementsAre("duplicateProgress"));
+  };
+  dispatch().drain(Queue::utility);
+}
+
+TEST_F(DuplicateProgressOfASession, of_two_analyses_the_one_that_was_started_last_is_shown) {
+  finishWalkOf("/old");
+  during_ = [this](const FinishedScan& older) {
+    older.duplicates.progress(readFiles(1));
+    runMain();
+    finishWalkOf("/new");
+    during_ = [this, &older](const FinishedScan& newer) {
+      newer.duplicates.progress(readFiles(2));
+      runMain();
+      older.duplicates.progress(readFiles(3));
+      runMain();
+      EXPECT_EQ(session().findings().duplicateProgress(), readFiles(2));
+    };
+    dispatch().drain(Queue::utility);
+    runMain();
+    EXPECT_EQ(session().findings().duplicateProgress(), readFiles(3));
+  };
+  dispatch().drain(Queue::utility);
+  runMain();
+  EXPECT_THAT(shown_, ElementsAre(readFiles(1), readFiles(2), readFiles(3), std::nullopt));
+}
+
+TEST_F(DuplicateProgressOfASession, no_progress_is_shown_after_quitting) {
+  finishWalkOf("/data");
+  during_ = [this](const FinishedScan& scan) {
+    scan.duplicates.progress(readFiles(1));
+    session().end();
+  };
+  dispatch().drainAll();
+  EXPECT_THAT(shown_, IsEmpty());
+}
+
+TEST_F(DuplicateProgressOfASession, the_compared_files_are_stored_with_the_lists) {
+  int listings = 0;
+  QObject::connect(&session().findings(), &Findings::copiesListed, &context_,
+                   [&listings] { ++listings; });
+  const FileIdentity first{.kind = FileIdentity::Kind::file, .inode = 7};
+  finishWalkOf("/data");
+  during_ = [&](const FinishedScan& scan) {
+    scan.duplicates.compared("/data/a", first);
+    runMain();
+    EXPECT_THAT(session().findings().copies(), IsEmpty());
+  };
+  dispatch().drainAll();
+  EXPECT_THAT(session().findings().copies(), ElementsAre(testing::Pair("/data/a", first)));
+  finishWalkOf("/data");
+  dispatch().drainAll();
+  EXPECT_THAT(session().findings().copies(), IsEmpty());
+  EXPECT_EQ(listings, 2);
 }
 
 }  // namespace

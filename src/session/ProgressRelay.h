@@ -1,19 +1,15 @@
-// Carries the progress of a walk to the main thread at a rate it can use. A walk may report
-// thousands of times while the main thread draws one frame, so only the newest value of each kind
-// is kept, and at most one update of each kind waits on the main queue.
-//
-// There is no timer. Each reported value is delivered by an update that is on the main queue
-// already, so anything the walk posts after its last report runs after its last progress.
+// Carries the progress of a walk to the main thread. A walk may report thousands of times while the
+// main thread draws one frame, so only the newest value of each kind is delivered.
 //
 // line() and percent() may be called from any thread. The receiver is called on the main queue,
-// also after the relay is destroyed.
+// also after the relay is destroyed, but before anything that the walk posts after its last report.
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "platform/Dispatch.h"
+#include "session/NewestValue.h"
 
 namespace tessaly {
 
@@ -27,14 +23,12 @@ class ProgressRelay {
   // `dispatch` must outlive the relay.
   ProgressRelay(Dispatch& dispatch, Receiver receiver);
 
-  void line(const std::string& line);
-  void percent(double fraction);
+  void line(const std::string& line) { line_.put(line); }
+  void percent(double fraction) { percent_.put(fraction); }
 
  private:
-  struct Waiting;
-
-  Dispatch& dispatch_;
-  std::shared_ptr<Waiting> waiting_;
+  NewestValue<std::string> line_;
+  NewestValue<double> percent_;
 };
 
 }  // namespace tessaly

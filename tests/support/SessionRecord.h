@@ -48,6 +48,8 @@ class SessionRecord {
     keep("deltas", session.result(), &ScanResult::deltasChanged,
          [](const ScanResult& part) { return std::pair(part.deltas(), part.grewPaths()); });
     keep("duplicates", session.findings(), &Findings::duplicatesChanged, &Findings::duplicates);
+    keep("duplicateProgress", session.findings(), &Findings::duplicateProgressChanged,
+         &Findings::duplicateProgress);
     keep("deadLinks", session.findings(), &Findings::deadLinksChanged, &Findings::deadLinks);
     keep("cloudItems", session.findings(), &Findings::cloudItemsChanged, &Findings::cloudItems);
     keep("cloneGroups", session.findings(), &Findings::cloneGroupsChanged, &Findings::cloneGroups);
