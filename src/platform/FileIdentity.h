@@ -27,12 +27,24 @@ struct FileIdentity {
   // Unsigned, since a damaged file system may report any number.
   std::uint64_t created = 0;
 
+  // Time of the last change of its content or its attributes, in nanoseconds since 1970; 0 if it is
+  // unknown. Programs can set any time of modification, but not this one. Not compared by ==, since
+  // a new name or another hard link changes it too.
+  std::uint64_t changed = 0;
+
   // Identity of the item at `path`; a link is not followed.
   static Result<FileIdentity> of(const std::string& path);
 
   // Whether both may have been created at the same time, as far as that is known.
   bool mayBeAsOldAs(const FileIdentity& other) const {
     return created == 0 || other.created == 0 || created == other.created;
+  }
+
+  // Whether both are the same item, and nothing of it has changed in between, as far as that is
+  // known.
+  bool isUntouchedSince(const FileIdentity& earlier) const {
+    return *this == earlier && mayBeAsOldAs(earlier) &&
+           (changed == 0 || earlier.changed == 0 || changed == earlier.changed);
   }
 
   friend bool operator==(const FileIdentity& a, const FileIdentity& b) {

@@ -25,6 +25,7 @@ struct SystemError {
     isADirectory,      // a file was expected
     tooManyOpenFiles,  // the process, or the system, is out of descriptors
     stale,             // another item is now at the path of the intended one
+    changed,           // the item is still there, but no longer as it was expected
     linkOnTheWay,      // a symbolic link is where a folder was expected, or links form a loop
     notSupported,      // the system or the file system does not support the operation
     other,

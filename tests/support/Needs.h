@@ -24,6 +24,7 @@ enum class Need {
   quota,          // on a tmpfs
   changedRoot,    // chroot
   lastingInodes,  // in the folder of the tests, numbers of inodes that last
+  pageCache,      // in /var/tmp, files that the page cache keeps and drops
   rootFile,       // a file directly in "/"
   listedRoot,     // "/" in the output of df
   countedReads,   // the number of bytes that a process has read
@@ -62,6 +63,8 @@ inline const char* nameOf(Need need) {
       return "changed-root";
     case Need::lastingInodes:
       return "lasting-inodes";
+    case Need::pageCache:
+      return "page-cache";
     case Need::rootFile:
       return "root-file";
     case Need::listedRoot:

@@ -11,6 +11,19 @@
 namespace tessaly {
 namespace {
 
+// Sets the old time of modification until the system records another time of that change.
+void waitForAnotherTime(const std::string& path) {
+  struct stat before {};
+  ASSERT_EQ(::stat(path.c_str(), &before), 0);
+  struct stat now = before;
+  while (now.st_ctim.tv_sec == before.st_ctim.tv_sec &&
+         now.st_ctim.tv_nsec == before.st_ctim.tv_nsec) {
+    const struct timespec times[] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    ASSERT_EQ(::stat(path.c_str(), &now), 0);
+  }
+}
+
 TEST(FileIdentity, it_is_the_same_whether_the_path_or_a_status_is_examined) {
   const TempTree tree("file 4K mtime=1700000000.25\nfolder/\nlink -> file\npipe fifo\n");
   const std::vector<std::pair<const char*, FileIdentity::Kind>> items = {
@@ -41,6 +54,35 @@ TEST(FileIdentity, an_item_has_the_time_of_its_creation_if_the_file_system_recor
       isRecorded ? status.stx_btime.tv_sec * 1'000'000'000 + status.stx_btime.tv_nsec : 0;
   EXPECT_EQ(FileIdentity::of(tree.at("folder")).value().created,
             static_cast<std::uint64_t>(expected));
+}
+
+TEST(FileIdentity, a_file_is_touched_by_new_content_even_if_its_time_is_set_back) {
+  const TempTree tree("file 4K mtime=1700000000.25\n");
+  const FileIdentity earlier = FileIdentity::of(tree.at("file")).value();
+  EXPECT_TRUE(FileIdentity::of(tree.at("file")).value().isUntouchedSince(earlier));
+  waitForAnotherTime(tree.at("file"));
+  const FileIdentity now = FileIdentity::of(tree.at("file")).value();
+  EXPECT_EQ(now, earlier);
+  EXPECT_FALSE(now.isUntouchedSince(earlier));
+}
+
+TEST(FileIdentity, times_that_are_unknown_touch_nothing) {
+  const FileIdentity one = {
+      .kind = FileIdentity::Kind::file, .inode = 2, .created = 5, .changed = 7};
+  FileIdentity other = one;
+  EXPECT_TRUE(other.isUntouchedSince(one));
+  other.changed = 0;
+  other.created = 0;
+  EXPECT_TRUE(other.isUntouchedSince(one));
+  EXPECT_TRUE(one.isUntouchedSince(other));
+  other.changed = 8;
+  EXPECT_FALSE(other.isUntouchedSince(one));
+  other = one;
+  other.created = 6;
+  EXPECT_FALSE(other.isUntouchedSince(one));
+  other = one;
+  other.inode = 3;
+  EXPECT_FALSE(other.isUntouchedSince(one));
 }
 
 TEST(FileIdentity, each_part_but_the_time_of_creation_is_compared) {
