@@ -1,7 +1,7 @@
 // The only way to pass work between threads: the main queue, whose thread owns all state that views
-// observe, and two worker queues for blocking work. Only two other parts of the program start
-// threads: the walk of a disk, which joins its own before it returns, and on Linux the reaper of
-// child processes.
+// observe, and two worker queues for blocking work. Only three other parts of the program start
+// threads: the walk of a disk, which joins its own before it returns, the digests of many files,
+// and on Linux the reaper of child processes.
 //
 // `async` and `after` may be called from any thread. Work on the main queue runs one piece at a
 // time, on the main thread, in the order of the calls. Worker queues are concurrent: they start

@@ -32,6 +32,8 @@ std::string_view reasonOfMove(const SystemError& cause) {
       return "no free name in the Trash";
     case Kind::crossesDevices:
       return "no Trash on this volume";
+    case Kind::changed:
+      return "changed since it was listed";
     default:
       break;
   }

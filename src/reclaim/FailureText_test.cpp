@@ -51,6 +51,13 @@ TEST(FailureText, every_cause_of_a_failed_move_has_a_text) {
   }
 }
 
+TEST(FailureText, an_item_that_has_changed_has_a_text) {
+  const Trash::Failure changed{.path = "/a/b",
+                               .cause = {.kind = SystemError::Kind::changed, .path = "/a/b"}};
+  EXPECT_EQ(FailureText::line({changed}, Act::moveToTrash),
+            "“b” could not be moved to the Trash: changed since it was listed");
+}
+
 TEST(FailureText, every_cause_of_a_failed_put_back_has_a_text) {
   constexpr Words all[] = {{ENOSPC, "no space for one more file on the disk"},
                            {EDQUOT, "the quota on the disk is used up"},
