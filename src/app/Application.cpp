@@ -27,6 +27,7 @@
 #include "reclaim/ReclaimAnalysis.h"
 #include "reclaim/ReclaimEngine.h"
 #include "reclaim/Trash.h"
+#include "session/DuplicateFiles.h"
 #include "session/UnusedFiles.h"
 #include "system/FullDiskAccess.h"
 #include "system/MountFigures.h"
@@ -64,6 +65,20 @@ WinsPass::Engines winsEnginesOf(const Application::Services& services) {
             return BigWinsEngine::thinLocalSnapshots(run ? run : Shell::cancellable(isCancelled));
           },
       .isTrashAction = [](std::string_view id) { return ReclaimEngine::isTrashAction(id); }};
+}
+
+// Those of this machine.
+PostScanAnalysis::Engines analysisOf(const Application::Services& services) {
+  const std::shared_ptr<MountedVolumes> volumes = services.platform.makeMountedVolumes();
+  const auto mountPoints = [volumes] {
+    std::vector<std::string> paths;
+    if (const auto mounted = volumes->list()) {
+      for (const MountedVolume& volume : mounted.value()) paths.push_back(volume.path);
+    }
+    return paths;
+  };
+  return {.duplicates = DuplicateFiles::engine(mountPoints),
+          .safeItems = UnusedFiles::engine(services.run)};
 }
 
 // Qt's own dialogs look like the window.
@@ -155,8 +170,7 @@ Application::Application(const Services& services) {
       .prefs = *prefs_,
       .homeDirectory = home,
       .supportDirectory = services.supportDirectory,
-      .analysis = services.analysis.value_or(
-          PostScanAnalysis::Engines{.safeItems = UnusedFiles::engine(services.run)}),
+      .analysis = services.analysis ? *services.analysis : analysisOf(services),
       .wins = services.wins.analyse ? services.wins : winsEnginesOf(services),
       .walk = services.walk,
       .run = services.run,

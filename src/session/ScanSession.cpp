@@ -55,6 +55,10 @@ ScanSession::ScanSession(Services services, QObject* parent)
                              .prefs = services_.prefs,
                              .notifications = services_.notifications,
                              .date = services_.date});
+  connect(findings_.get(), &Findings::copiesListed, this,
+          [this] { copies_.take(findings_->copies()); });
+  connect(cleanupQueue_.get(), &CleanupQueue::queueChanged, this,
+          [this] { copies_.follow(cleanupQueue_->queue()); });
   restore();
 }
 

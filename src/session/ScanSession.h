@@ -19,6 +19,7 @@
 #include "session/Comparison.h"
 #include "session/Findings.h"
 #include "session/Jobs.h"
+#include "session/ListedCopies.h"
 #include "session/LiveWatch.h"
 #include "session/MachineState.h"
 #include "session/Messages.h"
@@ -98,7 +99,8 @@ class ScanSession : public QObject {
 
   Q_INVOKABLE void selectAllCurrent();
   Q_INVOKABLE void queueSelected();
-  // Moves all items of the cleanup queue to the Trash.
+  // Moves all items of the cleanup queue to the Trash, but no copy that has changed since it was
+  // listed as a duplicate.
   Q_INVOKABLE void emptyQueue();
 
   // Asks where to save an archive of the items, makes it, and moves those items to the Trash that
@@ -178,6 +180,7 @@ class ScanSession : public QObject {
   std::unique_ptr<Findings> findings_;
   std::unique_ptr<Choices> choices_;
   std::unique_ptr<MachineState> machine_;
+  ListedCopies copies_;
   Jobs expansions_;
   std::vector<ZipEngine::Archived> waitingArchives_;  // finished while nothing was to move
 };

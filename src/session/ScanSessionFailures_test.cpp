@@ -2,13 +2,19 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
+#include <vector>
 
 #include <QObject>
 
+#include "platform/FileIdentity.h"
 #include "session/SessionFixture_test.h"
+#include "support/TempTree.h"
 
 namespace tessaly {
 namespace {
@@ -165,6 +171,80 @@ TEST_F(Failures, failures_are_set_before_the_move_is_announced) {
                    [&] { known = session().messages().failures().size(); });
   session().emptyQueue();
   EXPECT_EQ(known, 1U);
+}
+
+// A disk with three copies of a file, as an analysis has listed them.
+class QueuedCopies : public SessionFixture {
+ protected:
+  QueuedCopies() {
+    analysis_.duplicates = [](const PostScanAnalysis::FinishedScan& scan, const auto&) {
+      DuplicateGroup group{.digest = "same", .bytes = 4096};
+      for (const DiskNode& node : scan.tree.children()) {
+        group.files.push_back(
+            {.name = std::string(node.name()), .path = node.path(), .size = node.size()});
+        scan.duplicates.compared(node.path(), FileIdentity::of(node.path()).value());
+      }
+      return std::vector{group};
+    };
+    restart();
+    for (const DiskNode& node : copies_) machine_.trash.put(node.path());
+    scanTo(folder(disk_.path(), 12288, copies_));
+  }
+
+  void change(std::size_t copy) const { std::ofstream(copies_[copy].path()) << "new"; }
+  bool isInTrash(std::size_t copy) const { return !machine_.trash.has(copies_[copy].path()); }
+
+  TempTree disk_{"a 4K\nb 4K\nc 4K\n"};
+  std::vector<DiskNode> copies_ = {file(disk_.at("a"), 4096), file(disk_.at("b"), 4096),
+                                   file(disk_.at("c"), 4096)};
+};
+
+TEST_F(QueuedCopies, a_copy_that_changed_since_it_was_listed_does_not_move_and_is_told) {
+  for (const std::size_t copy : {0, 1}) session().cleanupQueue().addToQueue(copies_[copy]);
+  change(0);
+  session().emptyQueue();
+  EXPECT_FALSE(isInTrash(0));
+  EXPECT_TRUE(isInTrash(1));
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+  EXPECT_THAT(session().removal().lastTrashed(),
+              ElementsAre(testing::Field(&TrashedItem::original, copies_[1].path())));
+  EXPECT_THAT(session().messages().failures(),
+              ElementsAre("“a” could not be moved to the Trash: changed since it was listed"));
+}
+
+TEST_F(QueuedCopies, a_rescan_in_between_does_not_lose_the_guard) {
+  session().cleanupQueue().addToQueue(copies_[0]);
+  change(0);
+  scanTo(folder(disk_.path(), 8192, {copies_[1], copies_[2]}));
+  session().emptyQueue();
+  EXPECT_FALSE(isInTrash(0));
+}
+
+TEST_F(QueuedCopies, a_copy_that_a_rescan_has_listed_again_moves) {
+  session().cleanupQueue().addToQueue(copies_[0]);
+  change(0);
+  scanTo(folder(disk_.path(), 12288, copies_));
+  session().emptyQueue();
+  EXPECT_TRUE(isInTrash(0));
+  EXPECT_THAT(session().messages().failures(), IsEmpty());
+}
+
+TEST_F(QueuedCopies, another_queued_item_moves_although_it_has_changed) {
+  scanTo(folder(disk_.path(), 8192, {copies_[1], copies_[2]}));
+  session().cleanupQueue().addToQueue(copies_[0]);
+  change(0);
+  session().emptyQueue();
+  EXPECT_TRUE(isInTrash(0));
+  EXPECT_THAT(session().messages().failures(), IsEmpty());
+}
+
+TEST_F(QueuedCopies, a_missing_copy_fails_like_any_other_item) {
+  session().cleanupQueue().addToQueue(copies_[0]);
+  ASSERT_EQ(::unlink(copies_[0].path().c_str()), 0);
+  machine_.trash.remove(copies_[0].path());
+  session().emptyQueue();
+  EXPECT_THAT(session().messages().failures(),
+              ElementsAre("“a” could not be moved to the Trash: not there any more"));
 }
 
 }  // namespace

@@ -50,7 +50,10 @@ void ScanSession::trashRecording(const DiskNode& node) {
     changes.announce();
     return;
   }
-  messages_->tellFailures(changes, removal_->moveRecording(changes, node.path()), Act::moveToTrash);
+  const std::string path = node.path();
+  copies_.note(path);
+  messages_->tellFailures(changes, removal_->moveRecording(changes, path), Act::moveToTrash);
+  copies_.renew({path});
   // Shown for a failed move too; the rescan shows the true state.
   messages_->flash(changes, "Moved " + shownName(node) + " to Trash");
   announceAndRescan(changes);
@@ -96,9 +99,18 @@ void ScanSession::emptyQueue() {
   }
   std::vector<std::string> paths;
   paths.reserve(cleanupQueue_->queue().size());
-  for (const DiskNode& node : cleanupQueue_->queue()) paths.push_back(node.path());
-
-  const Removal::Failures failures = removal_->moveAllRecording(changes, paths);
+  Removal::Failures failures;
+  for (const DiskNode& node : cleanupQueue_->queue()) {
+    std::string path = node.path();
+    if (const Outcome check = copies_.check(path)) {
+      paths.push_back(std::move(path));
+    } else {
+      failures.push_back({.path = std::move(path), .cause = check.error()});
+    }
+  }
+  const Removal::Failures ofMoves = removal_->moveAllRecording(changes, paths);
+  failures.insert(failures.end(), ofMoves.begin(), ofMoves.end());
+  copies_.renew(paths);
   cleanupQueue_->clearQueue(changes);
   messages_->tellFailures(changes, failures, Act::moveToTrash);
   announceAndLookAgain(changes);
@@ -107,8 +119,11 @@ void ScanSession::emptyQueue() {
 void ScanSession::undoTrash() {
   const std::size_t all = removal_->lastTrashed().size();
   if (all == 0 || removal_->isMoving()) return;
+  std::vector<std::string> paths;
+  for (const TrashedItem& item : removal_->lastTrashed()) paths.push_back(item.original);
   FieldChanges changes;
   const Removal::Failures failures = removal_->putBack(changes);
+  copies_.renew(paths);
   messages_->flash(changes, "Put back " + Format::counted(all - failures.size(), "item"));
   messages_->tellFailures(changes, failures, Act::putBack);
   announceAndLookAgain(changes);
