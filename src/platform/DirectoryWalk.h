@@ -96,6 +96,12 @@ class DirectoryWalk {
     bool attributes = true;
     // Null: every item is reported. What is dropped costs the thread that calls next() nothing.
     Keep keep = {};
+    // Whether the walk enters file systems below the root that are served by another machine or
+    // program, and may never answer.
+    bool entersRemote = true;
+    // Ends the walk as stop() does. next() asks it on the caller's thread, between the portions in
+    // which it reads folders: most of them may have no item that is kept.
+    std::function<bool()> isCancelled = {};
   };
 
   // `root` is an absolute path without links. `threads` includes the caller's; 0 means two to four,

@@ -150,6 +150,22 @@ TEST_F(DirectoryWalkTest, only_items_that_are_kept_are_reported_and_all_director
   EXPECT_EQ(names, (std::multiset<std::string>{"dropped", "large", "large"}));
 }
 
+TEST_F(DirectoryWalkTest, a_walk_that_is_cancelled_between_two_portions_of_a_directory_ends) {
+  const std::string longName(50, 'n');
+  for (int i = 0; i < 3000; ++i) file(longName + std::to_string(i));
+  for (const int mostAsked : {1, 2, 1000}) {
+    int asked = 0;
+    DirectoryWalk walk(root_.string(), {}, 2, nullptr, {},
+                       {.attributes = false,
+                        .keep = [](const DirectoryWalk::Entry&) { return false; },
+                        .isCancelled = [&] { return ++asked == mostAsked; }});
+    EXPECT_EQ(walk.next(), nullptr);
+    EXPECT_EQ(walk.next(), nullptr);
+    // A folder of this length is read in several portions.
+    EXPECT_EQ(asked, mostAsked < 3 ? mostAsked : std::clamp(asked, 4, 100));
+  }
+}
+
 // Most portions of the folder have no item that is reported.
 TEST_F(DirectoryWalkTest, few_items_of_a_large_directory_are_kept) {
   const std::string longName(50, 'n');

@@ -15,6 +15,23 @@ constexpr std::array<std::string_view, 22> pseudoTypes = {
     "mqueue",    "nsfs",        "proc",     "pstore",   "rpc_pipefs", "securityfs",
     "selinuxfs", "sysfs",       "tracefs",  "nfsd"};
 
+// Served over a network, or by the host of a virtual machine.
+constexpr std::array<std::string_view, 20> remoteTypes = {
+    "9p",    "afs", "beegfs", "ceph",  "cifs",     "coda",   "davfs", "gfs2", "gpfs",  "lustre",
+    "ncpfs", "nfs", "nfs4",   "ocfs2", "orangefs", "prl_fs", "pvfs2", "smb3", "smbfs", "vboxsf"};
+
+// File systems in user space are named "fuse", with the name of the program if that is known. These
+// programs read files or devices of this machine alone.
+constexpr std::array<std::string_view, 12> localFuseTypes = {
+    "fuse.bindfs",         "fuse.cryfs",      "fuse.encfs",    "fuse.ext2",
+    "fuse.fuse-overlayfs", "fuse.gocryptfs",  "fuse.mergerfs", "fuse.ntfs-3g",
+    "fuse.securefs",       "fuse.squashfuse", "fuse.unionfs",  "fuse.zfs"};
+
+template <std::size_t size>
+bool isOneOf(const std::array<std::string_view, size>& types, std::string_view type) {
+  return std::find(types.begin(), types.end(), type) != types.end();
+}
+
 // The kernel writes blanks, tabs, line feeds and backslashes of a path as \ and three octal digits.
 std::string unescaped(std::string_view field) {
   std::string text;
@@ -69,7 +86,12 @@ std::optional<Mount> mountOn(std::string_view line) {
 }  // namespace
 
 bool Mount::isPseudo() const {
-  return std::find(pseudoTypes.begin(), pseudoTypes.end(), type) != pseudoTypes.end();
+  return isOneOf(pseudoTypes, type);
+}
+
+bool Mount::isRemote() const {
+  const bool isFuse = type == "fuse" || type.starts_with("fuse.");
+  return isFuse ? !isOneOf(localFuseTypes, type) : isOneOf(remoteTypes, type);
 }
 
 std::vector<Mount> mountsIn(std::string_view mountinfo) {

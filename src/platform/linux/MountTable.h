@@ -22,6 +22,10 @@ struct Mount {
   // points, which would mount something if they were accessed.
   bool isPseudo() const;
 
+  // Whether its files are served by another machine, or by a program that may ask another machine:
+  // whoever accesses them may wait for ever. Automount points are not remote.
+  bool isRemote() const;
+
   friend bool operator==(const Mount&, const Mount&) = default;
 };
 

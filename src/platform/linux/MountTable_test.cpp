@@ -58,5 +58,16 @@ TEST(MountTable, pseudo_file_systems_are_known_by_their_type) {
   EXPECT_FALSE(ofType("tmpfs").isPseudo());
 }
 
+TEST(MountTable, file_systems_that_may_never_answer_are_known_by_their_type) {
+  for (const char* type : {"nfs", "nfs4", "cifs", "smb3", "9p", "ceph", "fuse", "fuse.sshfs",
+                           "fuse.gvfsd-fuse", "fuse.of-a-program-yet-to-be-written"}) {
+    EXPECT_TRUE(ofType(type).isRemote()) << type;
+  }
+  for (const char* type : {"ext4", "btrfs", "overlay", "tmpfs", "fuseblk", "fuse.gocryptfs",
+                           "fuse.mergerfs", "proc", "autofs"}) {
+    EXPECT_FALSE(ofType(type).isRemote()) << type;
+  }
+}
+
 }  // namespace
 }  // namespace tessaly

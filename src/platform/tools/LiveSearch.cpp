@@ -17,10 +17,10 @@
 #include "platform/HomeDirectory.h"
 #include "platform/ResolvedPath.h"
 #include "platform/UnicodeText.h"
+#include "platform/WalkedPath.h"
 #include "platform/tools/BestPaths.h"
 #include "platform/tools/NameMatch.h"
 #include "platform/tools/SearchBounds.h"
-#include "platform/tools/WalkedPath.h"
 #include "platform/tools/WholeLines.h"
 
 namespace tessaly::tools::LiveSearch {

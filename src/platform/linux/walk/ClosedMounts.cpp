@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <linux/magic.h>
+#include <optional>
 
 namespace tessaly::walk {
 
@@ -36,17 +37,27 @@ const ClosedMounts* ClosedMounts::below(std::string_view name) const {
 }
 
 ClosedMounts closedMountsBelow(const std::string& root, const VisibleMounts& mounts,
-                               const Reaches& reaches) {
+                               const Reaches& reaches, bool entersRemote) {
   const std::vector<Mount>& all = mounts.all();
   const auto componentsBelow = [&](const std::string& point) {
     return split(std::string_view(point).substr(root == "/" ? 0 : root.size()));
   };
+  const auto isLeftOut = [&](VisibleMounts::Index i) {
+    return !entersRemote && all[i].isRemote() && !isAtOrBelow(root, all[i].point);
+  };
+  // What is mounted on a folder of such a mount is not seen there.
+  const Reaches reachesHere = [&](const std::string& path) {
+    const std::optional<VisibleMounts::Index> mount = mounts.at(path);
+    return (!mount || std::ranges::none_of(mounts.way(*mount), isLeftOut)) && reaches(path);
+  };
   ClosedMounts places;
   for (const VisibleMounts::Index i : mounts.below(root)) {
-    if (mounts.isPseudo(i) && mounts.isVisible(i)) places.close(componentsBelow(all[i].point));
+    const bool isClosed = mounts.isPseudo(i) || isLeftOut(i);
+    if (isClosed && mounts.isVisible(i)) places.close(componentsBelow(all[i].point));
   }
-  for (const VisibleMounts::Index i : repeatedMounts(mounts, root, reaches)) {
-    places.close(componentsBelow(all[i].point), all[i].id);
+  for (const VisibleMounts::Index i :
+       repeatedMounts(mounts, root, entersRemote ? reaches : reachesHere)) {
+    if (!isLeftOut(i)) places.close(componentsBelow(all[i].point), all[i].id);
   }
   return places;
 }

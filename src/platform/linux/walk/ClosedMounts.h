@@ -33,9 +33,10 @@ class ClosedMounts {
 };
 
 // From the visible mounts below `root`: automount points and pseudo file systems, which must not be
-// accessed, and mounts that show only what a walk with these rules sees elsewhere.
+// accessed, and mounts that show only what a walk with these rules sees elsewhere; without
+// `entersRemote` also file systems that may never answer.
 ClosedMounts closedMountsBelow(const std::string& root, const VisibleMounts& mounts,
-                               const Reaches& reaches);
+                               const Reaches& reaches, bool entersRemote = true);
 
 // Whether a file system with this magic number (f_type of statfs) has no files that take up space.
 bool isPseudoFileSystem(long magic);

@@ -15,9 +15,11 @@ constexpr std::string_view table =
     "27 26 8:1 / /srv/data rw - xfs /dev/sda1 rw\n"
     "28 22 0:25 / /srv/scratch rw - tmpfs tmpfs rw\n";
 
-ClosedMounts closedBelow(const std::string& root, std::string_view mountinfo) {
-  return closedMountsBelow(root, VisibleMounts(mountsIn(mountinfo)),
-                           [](const std::string&) { return true; });
+ClosedMounts closedBelow(const std::string& root, std::string_view mountinfo,
+                         bool entersRemote = true) {
+  return closedMountsBelow(
+      root, VisibleMounts(mountsIn(mountinfo)), [](const std::string&) { return true; },
+      entersRemote);
 }
 
 const ClosedMounts* at(const ClosedMounts& places, std::initializer_list<const char*> components) {
@@ -74,6 +76,28 @@ TEST(ClosedMounts, a_mount_of_a_folder_that_is_visible_elsewhere_is_closed) {
   EXPECT_TRUE(repeated->isClosed());
   EXPECT_EQ(repeated->mount(), 29U);
   EXPECT_EQ(at(places, {"jail", "proc"})->mount(), 0U);
+}
+
+TEST(ClosedMounts, a_remote_file_system_is_closed_where_the_walk_is_to_leave_it_out) {
+  const std::string remote = std::string(table) + "29 22 0:30 / /srv/nas rw - nfs server:/a rw\n";
+  EXPECT_EQ(at(closedBelow("/srv", remote), {"nas"}), nullptr);
+  const ClosedMounts closed = closedBelow("/srv", remote, false);
+  const ClosedMounts* const place = at(closed, {"nas"});
+  ASSERT_NE(place, nullptr);
+  EXPECT_TRUE(place->isClosed());
+  EXPECT_EQ(at(closedBelow("/srv/nas", remote, false), {"x"}), nullptr);
+}
+
+TEST(ClosedMounts,
+     what_is_also_visible_below_a_remote_file_system_is_left_out_only_if_that_is_entered) {
+  const std::string lines = std::string(table) +
+                            "29 22 0:30 / /srv/nas rw - nfs server:/a rw\n"
+                            "30 29 8:5 / /srv/nas/disk rw - ext4 d rw\n"
+                            "31 22 8:5 /a /srv/part rw - ext4 d rw\n";
+  const ClosedMounts entered = closedBelow("/srv", lines);
+  ASSERT_NE(at(entered, {"part"}), nullptr);
+  EXPECT_TRUE(at(entered, {"part"})->isClosed());
+  EXPECT_EQ(at(closedBelow("/srv", lines, false), {"part"}), nullptr);
 }
 
 TEST(ClosedMounts, damaged_lines_are_passed_over) {

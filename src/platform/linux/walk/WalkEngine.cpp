@@ -53,7 +53,8 @@ WalkEngine::WalkEngine(const std::string& root, DirectoryWalk::Decide decide, in
       reading_(std::move(reading)),
       closed_(closedMountsBelow(
           root, mounts.mounts(),
-          [this](const std::string& path) { return enters(decide_, root_, path); })),
+          [this](const std::string& path) { return enters(decide_, root_, path); },
+          reading_.entersRemote)),
       consumerReader_(decide_, reading_, root_, stop_) {
   const int descriptor = openDirectory(root_);
   if (descriptor < 0) {
@@ -135,6 +136,10 @@ const DirectoryWalk::Item* WalkEngine::next() {
     Frame& frame = frames_.back();
     if (frame.index == frame.batch->count) {
       leaveBatch();
+      if (reading_.isCancelled && reading_.isCancelled()) {
+        stop();
+        return nullptr;
+      }
       continue;
     }
     const Record& record = frame.batch->records()[frame.index++];

@@ -7,7 +7,7 @@
 
 #include "platform/DirectoryWalk.h"
 
-namespace tessaly::tools {
+namespace tessaly {
 
 class WalkedPath {
  public:
@@ -18,6 +18,9 @@ class WalkedPath {
   void moveTo(const DirectoryWalk::Item& item);
 
   const std::string& text() const { return text_; }
+
+  // The path of the folder that contains the item.
+  std::string folder() const;
 
   // Whether the name of a folder between the root and the item begins with a dot.
   bool isBelowDotFolder() const { return folders_.back().isBelowDot; }
@@ -33,4 +36,4 @@ class WalkedPath {
   bool isFolder_ = false;
 };
 
-}  // namespace tessaly::tools
+}  // namespace tessaly

@@ -1,11 +1,11 @@
-#include "platform/tools/WalkedPath.h"
+#include "platform/WalkedPath.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-namespace tessaly::tools {
+namespace tessaly {
 namespace {
 
 using testing::ElementsAre;
@@ -64,5 +64,18 @@ TEST(WalkedPath, everything_in_a_folder_whose_name_begins_with_a_dot_is_below_it
       ElementsAre("d", "e", "f"));
 }
 
+TEST(WalkedPath, the_folder_of_an_item_is_its_path_without_the_name) {
+  WalkedPath path("/");
+  path.moveTo(folder("a", 1));
+  EXPECT_EQ(path.folder(), "/");
+  path.moveTo(file("b", 2));
+  EXPECT_EQ(path.folder(), "/a");
+  path.moveTo(file("c", 1));
+  EXPECT_EQ(path.folder(), "/");
+  WalkedPath below("/x/y");
+  below.moveTo(file("c", 1));
+  EXPECT_EQ(below.folder(), "/x/y");
+}
+
 }  // namespace
-}  // namespace tessaly::tools
+}  // namespace tessaly

@@ -1,6 +1,6 @@
-#include "platform/tools/WalkedPath.h"
+#include "platform/WalkedPath.h"
 
-namespace tessaly::tools {
+namespace tessaly {
 
 WalkedPath::WalkedPath(const std::string& root) : text_(root) {
   if (!text_.ends_with('/')) text_ += '/';
@@ -21,4 +21,9 @@ void WalkedPath::moveTo(const DirectoryWalk::Item& item) {
   isFolder_ = item.type == DirectoryWalk::Type::directory;
 }
 
-}  // namespace tessaly::tools
+std::string WalkedPath::folder() const {
+  const std::size_t length = folders_.back().length;
+  return text_.substr(0, length == 1 ? 1 : length - 1);
+}
+
+}  // namespace tessaly
