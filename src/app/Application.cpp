@@ -24,6 +24,8 @@
 #include "platform/MountedVolumes.h"
 #include "platform/ResolvedPath.h"
 #include "reclaim/BigWinsEngine.h"
+#include "reclaim/DeadLinks.h"
+#include "reclaim/Offloaded.h"
 #include "reclaim/ReclaimAnalysis.h"
 #include "reclaim/ReclaimEngine.h"
 #include "reclaim/Trash.h"
@@ -67,6 +69,18 @@ WinsPass::Engines winsEnginesOf(const Application::Services& services) {
       .isTrashAction = [](std::string_view id) { return ReclaimEngine::isTrashAction(id); }};
 }
 
+constexpr int longestList = 200;
+
+std::vector<DeadLink> findDeadLinks(const PostScanAnalysis::FinishedScan& scan,
+                                    const PostScanAnalysis::IsCancelled& isCancelled) {
+  return ProInsights::deadLinks(scan.root, longestList, isCancelled);
+}
+
+std::vector<CloudItem> findOffloaded(const PostScanAnalysis::FinishedScan& scan,
+                                     const PostScanAnalysis::IsCancelled& isCancelled) {
+  return ProInsights::offloaded(scan.root, longestList, isCancelled);
+}
+
 // Those of this machine.
 PostScanAnalysis::Engines analysisOf(const Application::Services& services) {
   const std::shared_ptr<MountedVolumes> volumes = services.platform.makeMountedVolumes();
@@ -78,6 +92,8 @@ PostScanAnalysis::Engines analysisOf(const Application::Services& services) {
     return paths;
   };
   return {.duplicates = DuplicateFiles::engine(mountPoints),
+          .deadLinks = findDeadLinks,
+          .cloudItems = findOffloaded,
           .safeItems = UnusedFiles::engine(services.run)};
 }
 
