@@ -30,6 +30,7 @@
 #include "reclaim/ReclaimEngine.h"
 #include "reclaim/Trash.h"
 #include "session/DuplicateFiles.h"
+#include "session/SharedBlocks.h"
 #include "session/UnusedFiles.h"
 #include "system/FullDiskAccess.h"
 #include "system/MountFigures.h"
@@ -94,6 +95,7 @@ PostScanAnalysis::Engines analysisOf(const Application::Services& services) {
   return {.duplicates = DuplicateFiles::engine(mountPoints),
           .deadLinks = findDeadLinks,
           .cloudItems = findOffloaded,
+          .cloneGroups = SharedBlocks::engine(),
           .safeItems = UnusedFiles::engine(services.run)};
 }
 
