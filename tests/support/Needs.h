@@ -19,6 +19,7 @@ enum class Need {
   fixedAttributes,  // files that not even root can change
   vfat,
   btrfs,
+  xfs,
   bindfs,
   overlay,        // overlayfs
   quota,          // on a tmpfs
@@ -53,6 +54,8 @@ inline const char* nameOf(Need need) {
       return "vfat";
     case Need::btrfs:
       return "btrfs";
+    case Need::xfs:
+      return "xfs";
     case Need::bindfs:
       return "bindfs";
     case Need::overlay:
