@@ -55,19 +55,28 @@ bool CommandTarget::isOnMap() const {
   return session_.shown().vizMode() == VizMode::treemap;
 }
 
+const CommandRow* CommandTarget::offer() const {
+  return row_ && row_->isVisible() ? CommandRow::of(row_) : nullptr;
+}
+
+bool CommandTarget::mayRemove() const {
+  return isOnMap() || (offer() != nullptr && offer()->isRemovable());
+}
+
 NodeHandle CommandTarget::node() const {
   if (isOnMap()) return NodeHandle(session_.selection().focused());
-  const CommandRow* const offer = row_ && row_->isVisible() ? CommandRow::of(row_) : nullptr;
-  return offer != nullptr ? offer->node() : NodeHandle();
+  return offer() != nullptr ? offer()->node() : NodeHandle();
 }
 
 void CommandTarget::addToQueue() {
+  if (!mayRemove()) return;
   // A copy: the session may reset its own meanwhile.
   if (const NodeHandle target = node(); target.isValid())
     session_.cleanupQueue().addToQueue(*target.node());
 }
 
 void CommandTarget::moveToTrash() {
+  if (!mayRemove()) return;
   if (isOnMap()) {
     session_.trashFocused();
   } else if (const NodeHandle target = node(); target.isValid()) {

@@ -32,7 +32,8 @@ class CommandTarget : public QObject {
   // Without a node if there is no item.
   NodeHandle node() const;
 
-  // Each does nothing without an item, or with a remainder.
+  // Each does nothing without an item, or with a remainder. The first two do nothing either with a
+  // row that is not removable.
   void addToQueue();
   // As ScanSession::trashFocused(). On the map, the folder on screen is moved if no item has the
   // focus.
@@ -45,6 +46,9 @@ class CommandTarget : public QObject {
 
  private:
   bool isOnMap() const;
+  // That of the row with the keyboard focus; null if there is none.
+  const CommandRow* offer() const;
+  bool mayRemove() const;
   void takeFocus();
   void takeRow(QQuickItem* row);
 

@@ -34,6 +34,7 @@ class CommandTargetTest : public SessionFixture {
         "FocusScope { objectName: 'firstRow'; CommandRow.node: root.first\n"
         "Item { objectName: 'button'; focus: true } }\n"
         "Item { objectName: 'secondRow'; CommandRow.node: root.second }\n"
+        "Item { objectName: 'keptRow'; CommandRow.node: root.first; CommandRow.removable: false }\n"
         "Item { objectName: 'plainRow' } } }\n"
         "Item { objectName: 'elsewhere' }\n"
         "T.Popup { objectName: 'menu'; focus: true; contentItem: Item { objectName: 'entry' } } }",
@@ -198,6 +199,19 @@ TEST_F(CommandTargetTest, a_critical_row_is_not_moved_without_a_warning) {
   EXPECT_TRUE(has("/etc/passwd"));
   ASSERT_TRUE(session().removal().criticalWarning());
   EXPECT_EQ(session().removal().criticalWarning()->path(), "/etc/passwd");
+}
+
+TEST_F(CommandTargetTest, a_row_that_is_not_removable_is_only_copied) {
+  showList();
+  focusOn("keptRow");
+  EXPECT_EQ(target(), "/data/a");
+  target_.addToQueue();
+  target_.moveToTrash();
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+  EXPECT_TRUE(has("/data/a"));
+  EXPECT_EQ(session().run().status(), ScanStatus::complete);
+  target_.copyPath();
+  EXPECT_EQ(machine_.pasteboard.text, "/data/a");
 }
 
 TEST_F(CommandTargetTest, nothing_is_done_in_a_list_without_such_a_row) {

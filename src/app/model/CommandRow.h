@@ -9,6 +9,9 @@
 // with the row's `nodeHandle`; a model that has only a path makes it by RowNode::of(). The commands
 // act on a row while it, or an item in it such as a button, has the keyboard focus. Rows without
 // this line, and rows whose handle has no node, offer nothing.
+//
+// In a list that must not remove anything, `CommandRow.removable: false` keeps the two commands
+// that queue an item or move it to the Trash from the row; the others still act on it.
 #pragma once
 
 #include <QObject>
@@ -26,6 +29,7 @@ class CommandRow : public QObject {
   // Qualified for qmllint.
   QML_ATTACHED(tessaly::CommandRow)
   Q_PROPERTY(tessaly::NodeHandle node READ node WRITE setNode NOTIFY nodeChanged)
+  Q_PROPERTY(bool removable READ isRemovable WRITE setRemovable NOTIFY removableChanged)
 
  public:
   using QObject::QObject;
@@ -42,12 +46,19 @@ class CommandRow : public QObject {
     node_ = node;
     emit nodeChanged();
   }
+  bool isRemovable() const { return isRemovable_; }
+  void setRemovable(bool removable) {
+    isRemovable_ = removable;
+    emit removableChanged();
+  }
 
  signals:
   void nodeChanged();
+  void removableChanged();
 
  private:
   NodeHandle node_;
+  bool isRemovable_ = true;
 };
 
 }  // namespace tessaly
