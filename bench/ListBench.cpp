@@ -5,8 +5,9 @@
 //
 // Both lists take turns, and the fastest of each action counts; for the turns far down, the mean.
 //
-// For the page of what can be won back with 2,000 rows: from the arrival of the results to the
-// painted page, and turns of the wheel through it.
+// For the page of what can be won back, and for each list in groups or of links, with 2,000 rows:
+// from the arrival of the results to the painted list, and turns of the wheel through it. For the
+// duplicates, also an addition to the queue, which they compare with their groups.
 //
 // Usage: tessaly_list_bench
 #include <algorithm>
@@ -86,6 +87,50 @@ ReclaimAnalysis::Finds findsOf(int count) {
   return finds;
 }
 
+std::string pathOf(int i) {
+  return "/home/ada/data/" + std::to_string(i);
+}
+
+// `count` files, `each` in a group.
+std::vector<DuplicateGroup> duplicatesOf(int count, int each) {
+  std::vector<DuplicateGroup> groups;
+  for (int i = 0; i < count; ++i) {
+    if (i % each == 0)
+      groups.push_back({.digest = "0123456789abcdef" + std::to_string(i), .bytes = 60LL << 20U});
+    groups.back().files.push_back(
+        {.name = std::to_string(i), .path = pathOf(i), .size = groups.back().bytes});
+  }
+  return groups;
+}
+
+std::vector<ShareGroup> sharesOf(int count, int each) {
+  std::vector<ShareGroup> groups;
+  for (int i = 0; i < count; ++i) {
+    if (i % each == 0)
+      groups.push_back({.id = "inode-" + std::to_string(i), .kind = "hardlink", .unique = 1});
+    groups.back().files.push_back(
+        {.name = std::to_string(i), .path = pathOf(i), .logical = 60LL << 20U});
+  }
+  return groups;
+}
+
+std::vector<DeadLink> linksOf(int count) {
+  std::vector<DeadLink> links;
+  for (int i = 0; i < count; ++i)
+    links.push_back({.name = std::to_string(i),
+                     .path = pathOf(i),
+                     .destination = i % 3 == 0 ? "" : "../gone",
+                     .kind = "symlink"});
+  return links;
+}
+
+std::vector<CloudItem> cloudItemsOf(int count) {
+  std::vector<CloudItem> items;
+  for (int i = 0; i < count; ++i)
+    items.push_back({.name = std::to_string(i), .path = pathOf(i), .size = 60LL << 20U});
+  return items;
+}
+
 class BenchWindow {
  public:
   BenchWindow() { waitForFrame(); }
@@ -122,6 +167,7 @@ class BenchWindow {
   }
 
   int rows_ = 0;
+  int rowsOfGroup_ = 2;
   FakeMachine machine_;
 
  private:
@@ -136,6 +182,12 @@ class BenchWindow {
           return DiskNode(fields);
         };
         services.analysis = PostScanAnalysis::Engines{
+            .duplicates = [this](const auto&,
+                                 const auto&) { return duplicatesOf(rows_, rowsOfGroup_); },
+            .deadLinks = [this](const auto&, const auto&) { return linksOf(rows_); },
+            .cloudItems = [this](const auto&, const auto&) { return cloudItemsOf(rows_); },
+            .cloneGroups = [this](const auto&,
+                                  const auto&) { return sharesOf(rows_, rowsOfGroup_); },
             .safeItems = [this](const auto&, const auto&) { return itemsOf(rows_); }};
         services.wins = {
             .analyse = [](const auto&, const auto&, const auto&) { return findsOf(manyFinds); },
@@ -170,6 +222,44 @@ class Wins : public BenchWindow {
   }
   double turnDown() {
     return costOf([&] { turnOver(visibleItem("winsList"), -120); });
+  }
+};
+
+class Found : public BenchWindow {
+ public:
+  // Shows the list, and returns the cost of the results of an analysis, in groups of this size.
+  double arrive(VizMode mode, int rowsOfGroup) {
+    session().shown().setVizMode(mode);
+    scan(0);
+    machine_.dispatch.drainAll();
+    waitForFrame();
+    rowsOfGroup_ = rowsOfGroup;
+    scan(manyFinds);
+    machine_.dispatch.drain(Dispatch::Queue::utility);
+    const double cost = costOf([&] {
+      machine_.dispatch.drainAll();
+      waitForFrame();
+    });
+    if (visibleItem("rowFace") == nullptr) qFatal("the list has no rows");
+    return cost;
+  }
+  double turnDown() {
+    return costOf([&] { turnOver(visibleItem("list"), -120); });
+  }
+  double addToQueue(int row) {
+    DiskNode::Fields fields;
+    fields.path = pathOf(row);
+    return costOf([&] { session().cleanupQueue().addToQueue(DiskNode(fields)); });
+  }
+  void clearQueue() { session().cleanupQueue().clearQueue(); }
+
+ private:
+  // All of it but its analysis.
+  void scan(int rows) {
+    rows_ = rows;
+    session().scanHome();
+    machine_.dispatch.drain(Dispatch::Queue::userInitiated);
+    machine_.dispatch.drain(Dispatch::Queue::main);
   }
 };
 
@@ -266,6 +356,34 @@ void runWins() {
               sum / farTurns, frameBound, sum / farTurns <= frameBound ? "met" : "missed");
 }
 
+void measureFound(Found& list, const char* what, VizMode mode, int rowsOfGroup) {
+  double arrival = 1e9;
+  for (int i = 0; i < repetitions; ++i) arrival = std::min(arrival, list.arrive(mode, rowsOfGroup));
+  double sum = 0;
+  for (int i = 0; i < farTurns; ++i) sum += list.turnDown();
+  const double turn = sum / farTurns;
+  std::printf(
+      "%s, %d rows: arrival CPU %.3f ms (bound %.0f) %s, a turn of the wheel CPU mean "
+      "%.3f ms (bound %.0f) %s\n",
+      what, manyFinds, arrival, arrivalBound, arrival <= arrivalBound ? "met" : "missed", turn,
+      frameBound, turn <= frameBound ? "met" : "missed");
+}
+
+void runFound() {
+  Found list;
+  measureFound(list, "duplicates in groups of two", VizMode::duplicates, 2);
+  double least = 1e9;
+  for (int i = 0; i < turns; ++i) least = std::min(least, list.addToQueue(i));
+  list.clearQueue();
+  std::printf("an addition to the queue beside them: CPU %.3f ms (bound %.0f) %s\n", least,
+              frameBound, least <= frameBound ? "met" : "missed");
+  measureFound(list, "duplicates in one group", VizMode::duplicates, manyFinds);
+  measureFound(list, "shared blocks in groups of two", VizMode::clones, 2);
+  measureFound(list, "shared blocks in one group", VizMode::clones, manyFinds);
+  measureFound(list, "dead links", VizMode::aliases, 2);
+  measureFound(list, "items in the cloud", VizMode::cloud, 2);
+}
+
 void run() {
   List list;
   Costs ten;
@@ -301,4 +419,5 @@ int main(int argc, char** argv) {
   tessaly::Application::setUpLook();
   tessaly::run();
   tessaly::runWins();
+  tessaly::runFound();
 }

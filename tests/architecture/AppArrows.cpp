@@ -64,7 +64,7 @@ const Arrows& appArrows() {
        {"commands", "controls", "desktop", "map", "model", "overlays", "panes", "preview", "queue",
         "quicklook", "sidebar", "window"}},
       {"window", {"commands", "controls", "model", "overlays", "panes", "queue", "sidebar"}},
-      {"panes", {"controls", "map", "model", "overlays"}},
+      {"panes", {"controls", "map", "model"}},
       {"sidebar", {"controls", "model"}},
       {"queue", {"controls", "model"}},
       {"overlays", {"controls", "model"}},

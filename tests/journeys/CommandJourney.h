@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <QString>
@@ -20,8 +21,9 @@ class CommandJourney : public Journey {
   explicit CommandJourney(std::string_view tree =
                               "Movies/\n"
                               "  beach.mp4 6M\n"
-                              "notes.txt 2M\n")
-      : Journey(tree) {
+                              "notes.txt 2M\n",
+                          Lend lend = {})
+      : Journey(tree, std::move(lend)) {
     for (const char* below : {"Movies", "Movies/beach.mp4", "notes.txt"})
       machine_.trash.put(tree_.at(below), below);
   }

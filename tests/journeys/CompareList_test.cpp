@@ -51,7 +51,6 @@ class CompareListJourney : public Journey {
 };
 
 TEST_F(CompareListJourney, the_mode_asks_for_a_second_folder) {
-  EXPECT_FALSE(shows("modeFrame"));
   expectLook(item("compareList"),
              {{"listTitle", "text", "Folder compare"},
               {"listCaption", "text",

@@ -29,7 +29,6 @@ class GrewListJourney : public Journey {
 
 TEST_F(GrewListJourney, each_row_shows_the_growth_of_its_item) {
   EXPECT_FALSE(shows("canvas"));
-  EXPECT_FALSE(shows("modeFrame"));
   EXPECT_EQ(text("listTitle"), "Grew since last scan of this folder");
   EXPECT_EQ(text("listCaption"),
             "Rescan the same root to see what got bigger. Orange tiles on the treemap are the same "

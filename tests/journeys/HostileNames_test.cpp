@@ -48,6 +48,32 @@ DiskNode walkToldOfOneName(const std::string& root, const DiskScanner::Callbacks
   return DiskScanner::scan(root, {}, options);
 }
 
+// Every text in the lists is the name, or a path with it.
+PostScanAnalysis::Engines hostileFinds() {
+  const std::string path = "/srv/" + hostile;
+  return {.duplicates =
+              [path](const auto&, const auto&) {
+                return std::vector<DuplicateGroup>{
+                    {.digest = hostile, .files = {{hostile, path, 1}, {hostile, path + "2", 1}}}};
+              },
+          .deadLinks =
+              [path](const auto&, const auto&) {
+                return std::vector<DeadLink>{
+                    {.name = hostile, .path = path, .destination = hostile, .kind = hostile}};
+              },
+          .cloudItems =
+              [path](const auto&, const auto&) {
+                return std::vector<CloudItem>{{.name = hostile, .path = path}};
+              },
+          .cloneGroups =
+              [path](const auto&, const auto&) {
+                return std::vector<ShareGroup>{
+                    {.id = hostile,
+                     .kind = hostile,
+                     .files = {{.name = hostile, .path = path}, {.name = hostile, .path = path}}}};
+              }};
+}
+
 class HostileNames : public Journey {
  protected:
   explicit HostileNames(bool scans = true, bool realPreview = false)
@@ -56,6 +82,7 @@ class HostileNames : public Journey {
                 [realPreview](Application::Services& services) {
                   services.run = runOfDf;
                   services.walk = walkToldOfOneName;
+                  services.analysis = hostileFinds();
                   if (realPreview) services.previewPanel = nullptr;
                 }) {
     QAccessible::setActive(true);
@@ -219,6 +246,18 @@ TEST_F(HostilePreview, a_hostile_name_is_harmless_in_a_preview) {
   }
   EXPECT_THAT(misleading_, IsEmpty());
   EXPECT_THAT(shown_, IsSupersetOf({"quickLookWindow", "name", "itemName"}));
+}
+
+TEST_F(HostileNames, hostile_names_are_harmless_in_the_lists_of_an_analysis) {
+  for (const auto mode : {VizMode::duplicates, VizMode::clones, VizMode::aliases, VizMode::cloud}) {
+    session().shown().setVizMode(mode);
+    dispatch_.drainAll();
+    read();
+  }
+  EXPECT_THAT(misleading_, IsEmpty());
+  EXPECT_THAT(shown_, IsSupersetOf({"place", "name", "target", "kind", "rowFace", "queueRow",
+                                    "tessaly::DuplicateListModel", "tessaly::CloneListModel",
+                                    "tessaly::AliasListModel", "tessaly::CloudListModel"}));
 }
 
 TEST_F(HostileNames, hostile_names_are_passed_on_unchanged) {

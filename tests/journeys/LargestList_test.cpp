@@ -68,7 +68,6 @@ class LargestListJourney : public Journey {
 
 TEST_F(LargestListJourney, the_list_replaces_the_map_and_has_one_row_per_file) {
   EXPECT_FALSE(shows("canvas"));
-  EXPECT_FALSE(shows("modeFrame"));
   expectLook(item("largestList"),
              {{"listTitle", "text", "Largest files"},
               {"listCaption", "text",

@@ -98,7 +98,6 @@ TEST_F(SafeListJourney, the_list_says_so_until_an_analysis_has_ended) {
   finishAnalysis();
   EXPECT_THAT(names(), ElementsAre("blob", "dump.sql", "beach.mp4"));
   EXPECT_FALSE(shows("emptyMessage"));
-  EXPECT_FALSE(shows("modeFrame"));
 }
 
 TEST_F(SafeListJourney, each_row_shows_the_score_of_its_file_and_the_reasons) {

@@ -13,9 +13,11 @@
 
 #include <QQuickItem>
 
+#include "app/model/RowNode.h"
 #include "app/panes/ListWinsState.h"
 #include "picture/FixtureFindings.h"
 #include "picture/FixtureTree.h"
+#include "picture/FoundLists.h"
 #include "picture/WinsScreens.h"
 #include "support/WindowItems.h"
 
@@ -39,7 +41,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 63> screens = {{
+constexpr std::array<KnownScreen, 87> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -57,7 +59,6 @@ constexpr std::array<KnownScreen, 63> screens = {{
     {"commands", Screen::commands, smallest},
     {"queue", Screen::queue, smallest},
     {"queue-minimised", Screen::queueMinimised, smallest},
-    {"planned-mode", Screen::plannedMode, smallest},
     {"largest", Screen::largest, smallest},
     {"largest-wide", Screen::largestWide, wide},
     {"largest-one", Screen::largestOne, smallest},
@@ -84,6 +85,31 @@ constexpr std::array<KnownScreen, 63> screens = {{
     {"wins-empty", Screen::winsEmpty, smallest},
     {"wins-banners", Screen::winsBanners, smallest},
     {"wins-moving", Screen::winsMoving, smallest},
+    {"duplicates", Screen::duplicates, smallest},
+    {"duplicates-wide", Screen::duplicatesWide, wide},
+    {"duplicates-one", Screen::duplicatesOne, smallest},
+    {"duplicates-one-wide", Screen::duplicatesOneWide, wide},
+    {"duplicates-empty", Screen::duplicatesEmpty, smallest},
+    {"duplicates-empty-wide", Screen::duplicatesEmptyWide, wide},
+    {"duplicates-none-kept", Screen::duplicatesNoneKept, smallest},
+    {"clones", Screen::clones, smallest},
+    {"clones-wide", Screen::clonesWide, wide},
+    {"clones-one", Screen::clonesOne, smallest},
+    {"clones-one-wide", Screen::clonesOneWide, wide},
+    {"clones-empty", Screen::clonesEmpty, smallest},
+    {"clones-empty-wide", Screen::clonesEmptyWide, wide},
+    {"aliases", Screen::aliases, smallest},
+    {"aliases-wide", Screen::aliasesWide, wide},
+    {"aliases-one", Screen::aliasesOne, smallest},
+    {"aliases-one-wide", Screen::aliasesOneWide, wide},
+    {"aliases-empty", Screen::aliasesEmpty, smallest},
+    {"aliases-empty-wide", Screen::aliasesEmptyWide, wide},
+    {"cloud", Screen::cloud, smallest},
+    {"cloud-wide", Screen::cloudWide, wide},
+    {"cloud-one", Screen::cloudOne, smallest},
+    {"cloud-one-wide", Screen::cloudOneWide, wide},
+    {"cloud-empty", Screen::cloudEmpty, smallest},
+    {"cloud-empty-wide", Screen::cloudEmptyWide, wide},
     {"largest-one-wide", Screen::largestOneWide, wide},
     {"largest-empty-wide", Screen::largestEmptyWide, wide},
     {"grew-one-wide", Screen::grewOneWide, wide},
@@ -138,9 +164,52 @@ Screen contentOf(Screen screen) {
       {Screen::historyEmptyWide, Screen::historyEmpty},
       {Screen::winsOneWide, Screen::winsOne},
       {Screen::winsEmptyWide, Screen::winsEmpty},
+      {Screen::duplicatesOneWide, Screen::duplicatesOne},
+      {Screen::duplicatesEmptyWide, Screen::duplicatesEmpty},
+      {Screen::clonesOneWide, Screen::clonesOne},
+      {Screen::clonesEmptyWide, Screen::clonesEmpty},
+      {Screen::aliasesOneWide, Screen::aliasesOne},
+      {Screen::aliasesEmptyWide, Screen::aliasesEmpty},
+      {Screen::cloudOneWide, Screen::cloudOne},
+      {Screen::cloudEmptyWide, Screen::cloudEmpty},
   };
   const auto found = contents.find(screen);
   return found == contents.end() ? screen : found->second;
+}
+
+// The list of an analysis that a screen shows, and how many of its rows there are.
+struct FoundList {
+  VizMode mode;
+  std::size_t count;
+};
+
+std::optional<FoundList> foundListOn(Screen screen) {
+  constexpr std::size_t all = 100;
+  static const std::map<Screen, FoundList> lists = {
+      {Screen::safe, {VizMode::safe, all}},
+      {Screen::safeWide, {VizMode::safe, all}},
+      {Screen::safeOne, {VizMode::safe, 1}},
+      {Screen::safeEmpty, {VizMode::safe, 0}},
+      {Screen::duplicates, {VizMode::duplicates, all}},
+      {Screen::duplicatesNoneKept, {VizMode::duplicates, all}},
+      {Screen::duplicatesWide, {VizMode::duplicates, all}},
+      {Screen::duplicatesOne, {VizMode::duplicates, 1}},
+      {Screen::duplicatesEmpty, {VizMode::duplicates, 0}},
+      {Screen::clones, {VizMode::clones, all}},
+      {Screen::clonesWide, {VizMode::clones, all}},
+      {Screen::clonesOne, {VizMode::clones, 1}},
+      {Screen::clonesEmpty, {VizMode::clones, 0}},
+      {Screen::aliases, {VizMode::aliases, all}},
+      {Screen::aliasesWide, {VizMode::aliases, all}},
+      {Screen::aliasesOne, {VizMode::aliases, 1}},
+      {Screen::aliasesEmpty, {VizMode::aliases, 0}},
+      {Screen::cloud, {VizMode::cloud, all}},
+      {Screen::cloudWide, {VizMode::cloud, all}},
+      {Screen::cloudOne, {VizMode::cloud, 1}},
+      {Screen::cloudEmpty, {VizMode::cloud, 0}},
+  };
+  const auto found = lists.find(screen);
+  return found == lists.end() ? std::nullopt : std::optional(found->second);
 }
 
 // At the first scan of a folder everything counts as grown, and has that colour.
@@ -180,10 +249,8 @@ void lend(Application::Services& services, Screen screen) {
     if (screen == Screen::largestEmpty || screen == Screen::grewOne) return DiskNode(nothing);
     return screen == Screen::largestOne ? fixtureTreeOfOne() : fixtureTree();
   };
-  services.analysis = PostScanAnalysis::Engines{.safeItems = [screen](const auto&, const auto&) {
-    constexpr std::size_t all = 100;
-    return fixtureSafeItems(screen == Screen::safeEmpty ? 0 : screen == Screen::safeOne ? 1 : all);
-  }};
+  const std::size_t count = foundListOn(screen) ? foundListOn(screen)->count : 0;
+  services.analysis = analysisThatFinds(count);
   switch (screen) {
     case Screen::wins:
     case Screen::winsWide:
@@ -324,6 +391,17 @@ void PictureWindow::showWins(Screen screen) {
   if (screen == Screen::winsBanners) machine_.dispatch.drainAll();
 }
 
+void PictureWindow::showFound(Screen screen) {
+  session().shown().setVizMode(foundListOn(screen)->mode);
+  constexpr std::array withKeyboard = {Screen::safe, Screen::duplicates, Screen::clones,
+                                       Screen::aliases, Screen::cloud};
+  if (std::ranges::find(withKeyboard, screen) != withKeyboard.end()) enterList(1);
+  if (screen != Screen::duplicatesNoneKept) return;
+  for (const PathSize& copy : session().findings().duplicates().front().files)
+    session().cleanupQueue().addToQueue(*RowNode::ofFile(copy).node());
+  session().cleanupQueue().setQueueMinimized(true);
+}
+
 void PictureWindow::show(Screen screen) {
   if (screen == Screen::idle || screen == Screen::gate) return;
   if (screen == Screen::scanning) return scanHalfWay();
@@ -334,6 +412,7 @@ void PictureWindow::show(Screen screen) {
   letMessageGo();
   const DiskNode tree = *session().navigation().current();
   const std::string home = fixtureHome;
+  if (foundListOn(screen)) return showFound(screen);
   switch (screen) {
     case Screen::drilled:
     case Screen::twoPixels:
@@ -394,9 +473,6 @@ void PictureWindow::show(Screen screen) {
       session().cleanupQueue().setQueueMinimized(screen == Screen::queueMinimised);
       letMessageGo();
       break;
-    case Screen::plannedMode:
-      session().shown().setVizMode(VizMode::duplicates);
-      break;
     case Screen::wins:
     case Screen::winsWide:
     case Screen::winsOne:
@@ -410,13 +486,6 @@ void PictureWindow::show(Screen screen) {
     case Screen::grewOne:
     case Screen::grewEmpty:
       session().shown().setVizMode(VizMode::grew);
-      break;
-    case Screen::safe:
-    case Screen::safeWide:
-    case Screen::safeOne:
-    case Screen::safeEmpty:
-      session().shown().setVizMode(VizMode::safe);
-      if (screen == Screen::safe) enterList(1);
       break;
     case Screen::compareEmpty:
       session().shown().setVizMode(VizMode::compare);

@@ -38,7 +38,6 @@ class PictureWindow {
     commands,
     queue,
     queueMinimised,
-    plannedMode,
     largest,
     largestWide,
     largestOne,
@@ -65,6 +64,31 @@ class PictureWindow {
     winsEmpty,
     winsBanners,
     winsMoving,
+    duplicates,
+    duplicatesWide,
+    duplicatesOne,
+    duplicatesOneWide,
+    duplicatesEmpty,
+    duplicatesEmptyWide,
+    duplicatesNoneKept,
+    clones,
+    clonesWide,
+    clonesOne,
+    clonesOneWide,
+    clonesEmpty,
+    clonesEmptyWide,
+    aliases,
+    aliasesWide,
+    aliasesOne,
+    aliasesOneWide,
+    aliasesEmpty,
+    aliasesEmptyWide,
+    cloud,
+    cloudWide,
+    cloudOne,
+    cloudOneWide,
+    cloudEmpty,
+    cloudEmptyWide,
     // Lists with one row and without any, on a large display.
     largestOneWide,
     largestEmptyWide,
@@ -113,6 +137,7 @@ class PictureWindow {
   void enterList(int row);
   void scrollSidebarToItsEnd();
   void showWins(Screen screen);
+  void showFound(Screen screen);
   void show(Screen screen);
 
   ScanSession& session() { return fixture_.session(); }

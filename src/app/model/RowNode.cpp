@@ -1,5 +1,6 @@
 #include "app/model/RowNode.h"
 
+#include "scan/FileKindRules.h"
 #include "scan/PathName.h"
 #include "scan/Remainder.h"
 #include "scan/ScanInsights.h"
@@ -13,6 +14,13 @@ NodeHandle of(const Navigation& navigation, const std::string& path, std::int64_
   }
   return NodeHandle(
       DiskNode({.name = std::string(lastPathComponent(path)), .path = path, .size = bytes}));
+}
+
+NodeHandle ofFile(const PathSize& file) {
+  return NodeHandle(DiskNode({.name = file.name,
+                              .path = file.path,
+                              .size = file.size,
+                              .kind = FileKindRules::classify(file.name, false)}));
 }
 
 }  // namespace tessaly::RowNode

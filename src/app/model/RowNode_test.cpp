@@ -36,5 +36,16 @@ TEST_F(RowNodeTest, the_path_of_a_remainder_gives_a_file) {
   EXPECT_EQ(at("/r/__rest__"), file("/r/__rest__", 7));
 }
 
+TEST_F(RowNodeTest, a_listed_file_has_the_kind_that_its_name_gives) {
+  const DiskNode node =
+      *RowNode::ofFile({.name = "caf\xe9.iso", .path = "/r/caf\xe9.iso", .size = 7}).node();
+  EXPECT_EQ(node.name(), "caf\xe9.iso");
+  EXPECT_EQ(node.path(), "/r/caf\xe9.iso");
+  EXPECT_EQ(node.size(), 7);
+  EXPECT_EQ(node.kind(), FileKind::disk);
+  EXPECT_FALSE(node.isDir());
+  EXPECT_FALSE(node.mtime());
+}
+
 }  // namespace
 }  // namespace tessaly

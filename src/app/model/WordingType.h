@@ -18,6 +18,9 @@ class WordingType : public QObject {
   Q_PROPERTY(QString scanWholeDisk READ scanWholeDisk CONSTANT)
   Q_PROPERTY(QString reveal READ reveal CONSTANT)
   Q_PROPERTY(QString searchKeys READ searchKeys CONSTANT)
+  Q_PROPERTY(QString sharedBlocksTitle READ sharedBlocksTitle CONSTANT)
+  Q_PROPERTY(QString cloudTitle READ cloudTitle CONSTANT)
+  Q_PROPERTY(QString cloudCaption READ cloudCaption CONSTANT)
   Q_PROPERTY(QString gateHeading READ gateHeading CONSTANT)
   Q_PROPERTY(QString gateCaption READ gateCaption CONSTANT)
   Q_PROPERTY(QStringList gateSteps READ gateSteps CONSTANT)  // three
@@ -31,6 +34,9 @@ class WordingType : public QObject {
   QString scanWholeDisk() const { return shown(words().scanWholeDisk); }
   QString reveal() const { return shown(words().reveal); }
   QString searchKeys() const { return shown(words().searchKeys); }
+  QString sharedBlocksTitle() const { return shown(words().sharedBlocksTitle); }
+  QString cloudTitle() const { return shown(words().cloudTitle); }
+  QString cloudCaption() const { return shown(words().cloudCaption); }
   QString gateHeading() const { return shown(words().gate.heading); }
   QString gateCaption() const { return shown(words().gate.caption); }
   QStringList gateSteps() const {

@@ -78,10 +78,6 @@ QString DiskMapState::modeKey() const {
   return ModeListModel::keyOf(session_.shown().vizMode());
 }
 
-QString DiskMapState::modeTitle() const {
-  return ModeListModel::labelOf(session_.shown().vizMode());
-}
-
 QString DiskMapState::nodeName() const {
   return node_ ? displayText(shownName(*node_)) : QString();
 }
@@ -145,8 +141,24 @@ void DiskMapState::showTreemap() {
   session_.shown().setVizMode(VizMode::treemap);
 }
 
+AliasListState* DiskMapState::aliasList(QObject* view) const {
+  return new AliasListState(session_, view);
+}
+
+CloneListState* DiskMapState::cloneList(QObject* view) const {
+  return new CloneListState(session_, view);
+}
+
+CloudListState* DiskMapState::cloudList(QObject* view) const {
+  return new CloudListState(session_, view);
+}
+
 CompareListState* DiskMapState::compareList(QObject* view) const {
   return new CompareListState(session_, view);
+}
+
+DuplicateListState* DiskMapState::duplicateList(QObject* view) const {
+  return new DuplicateListState(session_, view);
 }
 
 GrewListState* DiskMapState::grewList(QObject* view) const {

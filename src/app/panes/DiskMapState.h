@@ -10,7 +10,11 @@
 
 #include "app/map/CanvasState.h"
 #include "app/model/NodeHandle.h"
+#include "app/panes/AliasListState.h"
+#include "app/panes/CloneListState.h"
+#include "app/panes/CloudListState.h"
 #include "app/panes/CompareListState.h"
+#include "app/panes/DuplicateListState.h"
 #include "app/panes/GrewListState.h"
 #include "app/panes/HistoryListState.h"
 #include "app/panes/LargestListState.h"
@@ -34,9 +38,8 @@ class DiskMapState : public QObject {
   // A scan runs while the result of an older one is on screen.
   Q_PROPERTY(bool rescanning READ isRescanning NOTIFY screenChanged)
   Q_PROPERTY(bool showsTreemap READ showsTreemap NOTIFY screenChanged)
-  // The key of the current mode, see ModeListModel, and its name.
+  // The key of the current mode, see ModeListModel.
   Q_PROPERTY(QString modeKey READ modeKey NOTIFY screenChanged)
-  Q_PROPERTY(QString modeTitle READ modeTitle NOTIFY screenChanged)
 
   // The folder on screen.
   Q_PROPERTY(tessaly::NodeHandle node READ node NOTIFY nodeChanged)
@@ -72,7 +75,6 @@ class DiskMapState : public QObject {
   bool isRescanning() const;
   bool showsTreemap() const;
   QString modeKey() const;
-  QString modeTitle() const;
   NodeHandle node() const { return NodeHandle(node_); }
   QString nodeName() const;
   QString sizeText() const;
@@ -89,7 +91,11 @@ class DiskMapState : public QObject {
   Q_INVOKABLE void open(const tessaly::NodeHandle& node);
   Q_INVOKABLE void showTreemap();
   // The states of lists, owned by their views.
+  Q_INVOKABLE tessaly::AliasListState* aliasList(QObject* view) const;
+  Q_INVOKABLE tessaly::CloneListState* cloneList(QObject* view) const;
+  Q_INVOKABLE tessaly::CloudListState* cloudList(QObject* view) const;
   Q_INVOKABLE tessaly::CompareListState* compareList(QObject* view) const;
+  Q_INVOKABLE tessaly::DuplicateListState* duplicateList(QObject* view) const;
   Q_INVOKABLE tessaly::GrewListState* grewList(QObject* view) const;
   Q_INVOKABLE tessaly::HistoryListState* historyList(QObject* view) const;
   Q_INVOKABLE tessaly::LargestListState* largestList(QObject* view) const;

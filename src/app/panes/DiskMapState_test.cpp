@@ -146,11 +146,10 @@ TEST_F(DiskMapStateTest, the_treemap_is_shown_in_its_own_mode_only) {
   EXPECT_TRUE(state_.showsTreemap());
   session().shown().setVizMode(VizMode::largest);
   EXPECT_FALSE(state_.showsTreemap());
-  EXPECT_EQ(state_.modeTitle(), "Largest");
   EXPECT_EQ(state_.modeKey(), "largest");
   state_.showTreemap();
   EXPECT_TRUE(state_.showsTreemap());
-  EXPECT_EQ(state_.modeTitle(), "Treemap");
+  EXPECT_EQ(state_.modeKey(), "treemap");
 }
 
 TEST_F(DiskMapStateTest, the_menu_opens_for_the_given_node) {

@@ -25,10 +25,12 @@ ListPane {
     }
     // qmllint enable unqualified
 
-    LargestMenu {
+    RowMenu {
         id: menu
 
-        files: view.files
+        list: "largest"
         actions: view.actions
+        onMapAsked: view.files.showOnMap(menu.node)
+        onQueueAsked: view.files.addToQueue(menu.node)
     }
 }

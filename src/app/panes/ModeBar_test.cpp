@@ -21,7 +21,6 @@
 Q_IMPORT_QML_PLUGIN(Tessaly_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_MapPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_ModelPlugin)
-Q_IMPORT_QML_PLUGIN(Tessaly_OverlaysPlugin)
 Q_IMPORT_QML_PLUGIN(Tessaly_PanesPlugin)
 
 namespace tessaly {

@@ -40,14 +40,7 @@ QString ModeListModel::keyOf(VizMode mode) {
   for (const Button& button : buttons) {
     if (button.mode == mode) return QString::fromLatin1(button.key);
   }
-  return {};
-}
-
-QString ModeListModel::labelOf(VizMode mode) {
-  for (const Button& button : buttons) {
-    if (button.mode == mode) return labelOn(button);
-  }
-  return mode == VizMode::aliases ? QStringLiteral("Aliases") : QStringLiteral("Cloud");
+  return mode == VizMode::aliases ? QStringLiteral("aliases") : QStringLiteral("cloud");
 }
 
 ModeListModel::ModeListModel(Shown& shown, QObject* parent)

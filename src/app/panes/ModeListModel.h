@@ -1,5 +1,5 @@
 // The modes of showing the tree that have a button, in the order of the buttons, one row each. Two
-// modes have a name but no button.
+// modes have no button.
 #pragma once
 
 #include <optional>
@@ -25,10 +25,8 @@ class ModeListModel : public QAbstractListModel {
     StartsGroupRole,  // a separator precedes its button
   };
 
-  // Identifies the mode in code; empty for a mode without a button.
+  // Identifies the mode in code, whether it has a button or not.
   static QString keyOf(VizMode mode);
-  // The displayed name of a mode, on its button and above its view.
-  static QString labelOf(VizMode mode);
 
   // `shown` must outlive it.
   explicit ModeListModel(Shown& shown, QObject* parent = nullptr);

@@ -78,10 +78,10 @@ TEST_F(ModeListModelTest, a_change_of_the_mode_updates_the_two_rows_concerned) {
   EXPECT_THAT(active(), ElementsAre());
 }
 
-TEST_F(ModeListModelTest, modes_without_a_button_have_a_label_too) {
-  EXPECT_EQ(ModeListModel::labelOf(VizMode::clones), "Shared Blocks");
-  EXPECT_EQ(ModeListModel::labelOf(VizMode::aliases), "Aliases");
-  EXPECT_EQ(ModeListModel::labelOf(VizMode::cloud), "Cloud");
+TEST_F(ModeListModelTest, modes_without_a_button_have_a_key_too) {
+  EXPECT_EQ(ModeListModel::keyOf(VizMode::clones), "clones");
+  EXPECT_EQ(ModeListModel::keyOf(VizMode::aliases), "aliases");
+  EXPECT_EQ(ModeListModel::keyOf(VizMode::cloud), "cloud");
 }
 
 }  // namespace

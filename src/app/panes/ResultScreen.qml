@@ -3,7 +3,6 @@ import QtQuick
 import QtQuick.Layouts
 import Tessaly.Map
 import Tessaly.Model
-import Tessaly.Overlays
 import Tessaly.Panes
 
 Item {
@@ -39,6 +38,48 @@ Item {
     }
 
     Component {
+        id: aliasView
+
+        // qmllint disable unqualified
+        AliasListView {
+            id: alias
+
+            objectName: "aliasList"
+            links: screen.map.aliasList(alias)
+            actions: screen.actions
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: cloneView
+
+        // qmllint disable unqualified
+        CloneListView {
+            id: clone
+
+            objectName: "cloneList"
+            clones: screen.map.cloneList(clone)
+            actions: screen.actions
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: cloudView
+
+        // qmllint disable unqualified
+        CloudListView {
+            id: cloud
+
+            objectName: "cloudList"
+            items: screen.map.cloudList(cloud)
+            actions: screen.actions
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
         id: compareView
 
         // qmllint disable unqualified
@@ -47,6 +88,20 @@ Item {
 
             objectName: "compareList"
             comparison: screen.map.compareList(compare)
+        }
+        // qmllint enable unqualified
+    }
+
+    Component {
+        id: duplicateView
+
+        // qmllint disable unqualified
+        DuplicateListView {
+            id: duplicate
+
+            objectName: "duplicateList"
+            copies: screen.map.duplicateList(duplicate)
+            actions: screen.actions
         }
         // qmllint enable unqualified
     }
@@ -164,8 +219,16 @@ Item {
 
             readonly property Component view: {
                 switch (screen.map.modeKey) {
+                case "aliases":
+                    return aliasView
+                case "clones":
+                    return cloneView
+                case "cloud":
+                    return cloudView
                 case "compare":
                     return compareView
+                case "duplicates":
+                    return duplicateView
                 case "grew":
                     return grewView
                 case "history":
@@ -185,15 +248,6 @@ Item {
             active: view !== null
             visible: active
             sourceComponent: view
-        }
-
-        PlainFrame {
-            objectName: "modeFrame"
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            title: screen.map.modeTitle
-            shown: !screen.map.showsTreemap && !list.active
-            onClosed: screen.map.showTreemap()
         }
     }
 

@@ -1,0 +1,177 @@
+#include "app/panes/DuplicateListState.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "session/SessionFixture_test.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t mega = 1LL << 20U;
+
+DuplicateGroup groupOf(const std::string& digest, std::int64_t bytes,
+                       const std::vector<std::string>& paths) {
+  DuplicateGroup group = {.digest = digest, .bytes = bytes};
+  for (const std::string& path : paths)
+    group.files.push_back({.name = path.substr(path.rfind('/') + 1), .path = path, .size = bytes});
+  return group;
+}
+
+ShareGroup sharedBy(const std::vector<std::string>& paths) {
+  ShareGroup group = {.id = "inode-1", .kind = "hardlink"};
+  for (const std::string& path : paths) group.files.push_back({.path = path});
+  return group;
+}
+
+class DuplicateList : public SessionFixture {
+ protected:
+  DuplicateList() {
+    analysis_.duplicates = [this](const auto&, const auto&) { return found_; };
+    analysis_.cloneGroups = [this](const auto&, const auto&) { return shared_; };
+    restart();
+    state_ = std::make_unique<DuplicateListState>(session());
+    tester_ = std::make_unique<QAbstractItemModelTester>(
+        state_->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  }
+
+  void find(std::vector<DuplicateGroup> groups, std::vector<ShareGroup> shared = {}) {
+    found_ = std::move(groups);
+    shared_ = std::move(shared);
+    scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/caf\xe9.iso", 30)})}));
+  }
+  std::vector<std::string> column(int role) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < state_->rows()->rowCount(); ++row)
+      texts.push_back(
+          state_->rows()->data(state_->rows()->index(row), role).toString().toStdString());
+    return texts;
+  }
+  NodeHandle node(int row) {
+    return state_->rows()
+        ->data(state_->rows()->index(row), DuplicateListModel::NodeRole)
+        .value<NodeHandle>();
+  }
+  void queue(const DiskNode& node) { session().cleanupQueue().addToQueue(node); }
+
+  std::vector<DuplicateGroup> found_;
+  std::vector<ShareGroup> shared_;
+  std::unique_ptr<DuplicateListState> state_;
+  std::unique_ptr<QAbstractItemModelTester> tester_;
+};
+
+TEST_F(DuplicateList, each_copy_has_one_row_and_the_first_of_a_group_has_the_heading) {
+  EXPECT_EQ(state_->rows()->rowCount(), 0);
+  EXPECT_FALSE(state_->hasRows());
+  const QSignalSpy filled(state_.get(), &DuplicateListState::hasRowsChanged);
+  find({groupOf("0123456789abcdef", 60 * mega, {"/r/in/caf\xe9.iso", "/r/b\n.iso", "/r/c.iso"}),
+        groupOf("fedcba9876543210", 80 * mega, {"/r/d", "/r/e"})});
+  EXPECT_THAT(column(DuplicateListModel::GroupRole),
+              ElementsAre("3× 60.0 MB", "", "", "2× 80.0 MB", ""));
+  EXPECT_THAT(column(DuplicateListModel::DigestRole),
+              ElementsAre("0123456789", "", "", "fedcba9876", ""));
+  EXPECT_THAT(column(DuplicateListModel::PlaceRole),
+              ElementsAre("/r/in/caf\uFFFD.iso", "/r/b\uFFFD.iso", "/r/c.iso", "/r/d", "/r/e"));
+  EXPECT_THAT(column(DuplicateListModel::NameRole),
+              ElementsAre("caf\uFFFD.iso", "b\uFFFD.iso", "c.iso", "d", "e"));
+  EXPECT_THAT(column(DuplicateListModel::SizeRole),
+              ElementsAre("60.0 MB", "60.0 MB", "60.0 MB", "80.0 MB", "80.0 MB"));
+  EXPECT_TRUE(state_->hasRows());
+  EXPECT_EQ(filled.count(), 1);
+}
+
+TEST_F(DuplicateList, copies_of_the_next_analysis_keep_their_rows) {
+  find({groupOf("a", 60, {"/r/a", "/r/b", "/r/c"}), groupOf("d", 50, {"/r/d", "/r/e"})});
+  const QPersistentModelIndex b = state_->rows()->index(1);
+  const QPersistentModelIndex e = state_->rows()->index(4);
+  const QSignalSpy resets(state_->rows(), &DuplicateListModel::modelReset);
+  find({groupOf("d", 50, {"/r/d", "/r/e"}), groupOf("a", 60, {"/r/b", "/r/c"})});
+  EXPECT_EQ(b.row(), 2);
+  EXPECT_EQ(e.row(), 1);
+  EXPECT_THAT(column(DuplicateListModel::GroupRole), ElementsAre("2× 50 B", "", "2× 60 B", ""));
+  EXPECT_EQ(resets.count(), 0);
+}
+
+TEST_F(DuplicateList, a_copy_is_queued_as_a_file_with_its_name_path_size_and_kind) {
+  find({groupOf("a", 60 * mega, {"/r/in/caf\xe9.iso", "/r/b"})});
+  state_->addToQueue(node(0));
+  state_->addToQueue(node(0));
+  ASSERT_EQ(session().cleanupQueue().queue().size(), 1U);
+  const DiskNode& queued = session().cleanupQueue().queue().front();
+  EXPECT_EQ(queued.name(), "caf\xe9.iso");
+  EXPECT_EQ(queued.path(), "/r/in/caf\xe9.iso");
+  EXPECT_EQ(queued.size(), 60 * mega);
+  EXPECT_FALSE(queued.isDir());
+  EXPECT_EQ(queued.kind(), FileKind::disk);
+  EXPECT_EQ(queued.children().size(), 0U);
+  EXPECT_FALSE(queued.mtime());
+}
+
+TEST_F(DuplicateList, a_group_warns_while_every_copy_of_it_is_queued) {
+  find({groupOf("a", 60, {"/r/a", "/r/b"}), groupOf("d", 50, {"/r/d", "/r/e"})});
+  const auto warnings = [this] { return column(DuplicateListModel::NoneKeptRole); };
+  EXPECT_THAT(warnings(), ElementsAre("false", "false", "false", "false"));
+  queue(file("/r/d", 50));
+  queue(file("/r/a", 60));
+  EXPECT_THAT(warnings(), ElementsAre("false", "false", "false", "false"));
+  const QSignalSpy changes(state_->rows(), &DuplicateListModel::dataChanged);
+  queue(file("/r/e", 50));
+  EXPECT_THAT(warnings(), ElementsAre("false", "false", "true", "false"));
+  EXPECT_EQ(changes.count(), 1);
+  session().cleanupQueue().removeFromQueue("/r/d");
+  EXPECT_THAT(warnings(), ElementsAre("false", "false", "false", "false"));
+}
+
+TEST_F(DuplicateList, copies_in_queued_folders_are_queued_too) {
+  find(
+      {groupOf("a", 60, {"/r/in/a", "/r/in/deep/b", "/r/c"}), groupOf("d", 5, {"/r/inn", "/r/x"})});
+  const auto warnings = [this] { return column(DuplicateListModel::NoneKeptRole); };
+  queue(folder("/r/in", 120));
+  queue(file("/r/c", 60));
+  queue(file("/r/x", 5));
+  EXPECT_THAT(warnings(), ElementsAre("true", "false", "false", "false", "false"));
+  queue(folder("/", 200));
+  EXPECT_THAT(warnings(), ElementsAre("true", "false", "false", "true", "false"));
+}
+
+TEST_F(DuplicateList, copies_that_share_their_blocks_with_another_of_their_group_are_marked) {
+  find({groupOf("a", 60, {"/r/a", "/r/b", "/r/c"}), groupOf("d", 50, {"/r/d", "/r/e"})},
+       {sharedBy({"/r/a", "/r/c", "/r/d"}), sharedBy({"/r/e", "/elsewhere"})});
+  EXPECT_THAT(column(DuplicateListModel::SameBlocksRole),
+              ElementsAre("true", "false", "true", "false", "false"));
+  DuplicateListState opened(session());
+  EXPECT_TRUE(
+      opened.rows()->data(opened.rows()->index(2), DuplicateListModel::SameBlocksRole).toBool());
+}
+
+TEST_F(DuplicateList, a_copy_is_shown_on_the_map_or_else_in_the_file_manager) {
+  find({groupOf("a", 60, {"/r/in/caf\xe9.iso", "/r/gone"})});
+  session().shown().setVizMode(VizMode::duplicates);
+  state_->showOnMap(node(1));
+  EXPECT_EQ(session().shown().vizMode(), VizMode::duplicates);
+  EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre("/r/gone")));
+  state_->showOnMap(node(0));
+  EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
+  EXPECT_EQ(session().selection().focused()->path(), "/r/in/caf\xe9.iso");
+}
+
+TEST_F(DuplicateList, actions_do_nothing_for_a_handle_without_a_file) {
+  find({groupOf("a", 60, {"/r/a", "/r/b"})});
+  session().shown().setVizMode(VizMode::duplicates);
+  state_->showOnMap(NodeHandle());
+  state_->addToQueue(NodeHandle());
+  EXPECT_EQ(session().shown().vizMode(), VizMode::duplicates);
+  EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessaly

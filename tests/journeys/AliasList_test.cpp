@@ -1,0 +1,191 @@
+// The list of links whose targets do not exist, in place of the map. No control leads to it.
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+#include <QAccessible>
+
+#include "journeys/CommandKeys.h"
+#include "journeys/Journey.h"
+#include "support/Look.h"
+#include "support/WindowItems.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class AliasListJourney : public Journey {
+ protected:
+  AliasListJourney()
+      : Journey(
+            "Desktop/\n"
+            "  Backup.desktop 4K\n"
+            "bin/\n"
+            "  atlas -> ../gone/atlas\n"
+            "notes.txt 20M\n",
+            [this](Application::Services& services) {
+              services.analysis = PostScanAnalysis::Engines{
+                  .deadLinks = [this](const auto&, const auto&) { return links(); }};
+            }) {
+    machine_.trash.put(link(), "link");
+    session().scanHome();
+    finishScan();
+    session().shown().setVizMode(VizMode::aliases);
+  }
+
+  std::string link() const { return tree_.at("bin/atlas"); }
+  std::string alias() const { return tree_.at("Desktop/Backup.desktop"); }
+  std::vector<DeadLink> links() const {
+    std::vector<DeadLink> links;
+    if (std::filesystem::is_symlink(link()))
+      links.push_back(
+          {.name = "atlas", .path = link(), .destination = "../gone/atlas", .kind = "symlink"});
+    links.push_back({.name = "Backup.desktop", .path = alias(), .kind = "alias"});
+    return links;
+  }
+  void finishAnalysis() {
+    dispatch_.drainAll();
+    settle(window());
+  }
+  // From the first to the last.
+  std::vector<QQuickItem*> rows() {
+    std::vector<QQuickItem*> rows = itemsNamed(window().contentItem(), "aliasRow");
+    std::ranges::sort(rows, {}, [](QQuickItem* row) { return row->y(); });
+    return rows;
+  }
+  std::vector<std::string> places() {
+    std::vector<std::string> places;
+    for (QQuickItem* const row : rows())
+      places.push_back(row->property("place").toString().toStdString());
+    return places;
+  }
+  std::string keyboardRow() {
+    for (QQuickItem* const row : rows()) {
+      if (row->hasActiveFocus()) return row->property("place").toString().toStdString();
+    }
+    return {};
+  }
+  void enter() {
+    finishAnalysis();
+    tabTo("rowFace");
+    ASSERT_EQ(keyboardRow(), link());
+  }
+  std::vector<std::string> queued() {
+    std::vector<std::string> paths;
+    for (const DiskNode& node : session().cleanupQueue().queue()) paths.push_back(node.path());
+    return paths;
+  }
+  // The texts of the open menu.
+  std::vector<std::string> offered() {
+    std::vector<std::string> texts;
+    for (QQuickItem* const entry : item("menuColumn")->childItems()) {
+      if (entry->isVisible()) texts.push_back(entry->property("text").toString().toStdString());
+    }
+    return texts;
+  }
+};
+
+TEST_F(AliasListJourney, the_list_says_so_until_an_analysis_has_found_links) {
+  EXPECT_FALSE(shows("canvas"));
+  expectLook(item("aliasList"),
+             {{"listTitle", "text", "Broken aliases & symlinks"},
+              {"listCaption", "text",
+               "Pointers whose target is missing. Safe to trash if you no longer need the "
+               "shortcut."},
+              {"listCaption", "color", "#e5e7eb at 1.00"},
+              {"emptyMessage", "text", "None in this scan."}});
+  finishAnalysis();
+  EXPECT_FALSE(shows("emptyMessage"));
+  EXPECT_THAT(places(), ElementsAre(link(), alias()));
+}
+
+TEST_F(AliasListJourney, each_row_shows_the_link_and_where_it_points_to) {
+  finishAnalysis();
+  expectLook(rows()[0], {{"name", "text", "atlas"},
+                         {"name", "font.pixelSize", 13},
+                         {"name", "font.weight", 600},
+                         {"place", "text", QString::fromStdString(link())},
+                         {"place", "font.pixelSize", 11},
+                         {"place", "color", "#9ca3af at 1.00"},
+                         {"target", "text", "→ ../gone/atlas"},
+                         {"target", "font.pixelSize", 11},
+                         {"target", "color", "#ff9500 at 1.00"},
+                         {"kind", "text", "symlink"},
+                         {"queueRow", "text", "Queue"}});
+  expectLook(rows()[1], {{"name", "text", "Backup.desktop"}, {"kind", "text", "alias"}});
+  EXPECT_EQ(itemNamed(rows()[1], "target"), nullptr);
+  EXPECT_LT(rows()[1]->height(), rows()[0]->height());
+  const auto told = [this](std::size_t row) {
+    return QAccessible::queryAccessibleInterface(itemNamed(rows()[row], "rowFace"))
+        ->text(QAccessible::Name)
+        .toStdString();
+  };
+  EXPECT_EQ(told(0), "atlas, symlink, " + link() + ", → ../gone/atlas");
+  EXPECT_EQ(told(1), "Backup.desktop, alias, " + alias());
+}
+
+TEST_F(AliasListJourney, a_link_goes_to_the_queue_to_the_trash_and_back) {
+  enter();
+  press(Qt::Key_Tab);
+  press(Qt::Key_Return);
+  ASSERT_THAT(queued(), ElementsAre(link()));
+  const DiskNode& node = session().cleanupQueue().queue().front();
+  EXPECT_EQ(node.name(), "atlas");
+  EXPECT_EQ(node.size(), 0);
+  EXPECT_EQ(node.kind(), FileKind::other);
+  EXPECT_EQ(text("moveToTrash"), QStringLiteral("Move 1 to Trash · 0 B"));
+  click("moveToTrash");
+  EXPECT_FALSE(machine_.trash.has(link()));
+  std::filesystem::remove(link());
+  finishAnalysis();
+  EXPECT_THAT(places(), ElementsAre(alias()));
+  EXPECT_EQ(session().shown().vizMode(), VizMode::aliases);
+  click("putBack");
+  EXPECT_TRUE(machine_.trash.has(link()));
+  std::filesystem::create_symlink("../gone/atlas", link());
+  finishAnalysis();
+  EXPECT_THAT(places(), ElementsAre(link(), alias()));
+}
+
+TEST_F(AliasListJourney, a_link_without_a_tile_is_shown_in_the_file_manager) {
+  enter();
+  press(Qt::Key_Return);
+  EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(link())));
+  EXPECT_TRUE(shows("aliasList"));
+  press(Qt::Key_Menu);
+  EXPECT_THAT(offered(), ElementsAre("Show on map", "Show in File Manager", "Quick Look",
+                                     "Add to Cleanup Queue"));
+  press(Qt::Key_End);
+  press(Qt::Key_Return);
+  EXPECT_THAT(queued(), ElementsAre(link()));
+}
+
+TEST_F(AliasListJourney, the_windows_shortcuts_act_on_the_link_of_the_focused_row) {
+  enter();
+  press(Qt::Key_Space);
+  press(Qt::Key_Y, command);
+  EXPECT_THAT(machine_.previewPanel.shown, SizeIs(2));
+  press(Qt::Key_L, command);
+  EXPECT_THAT(queued(), ElementsAre(link()));
+  press(Qt::Key_Backspace, command);
+  EXPECT_FALSE(machine_.trash.has(link()));
+  EXPECT_THAT(session().removal().lastTrashed(), SizeIs(1));
+}
+
+TEST_F(AliasListJourney, escape_and_every_mode_button_leave_the_list) {
+  finishAnalysis();
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(shows("canvas"));
+  session().shown().setVizMode(VizMode::aliases);
+  click("largestMode");
+  EXPECT_TRUE(shows("largestList"));
+  EXPECT_FALSE(shows("aliasList"));
+}
+
+}  // namespace
+}  // namespace tessaly
