@@ -1,6 +1,7 @@
 // The list of files with the same content, in place of the map.
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
 #include <set>
 #include <string>
@@ -38,7 +39,11 @@ class DuplicateListJourney : public Journey {
             "two.iso = one.iso\n",
             [this](Application::Services& services) {
               services.analysis = PostScanAnalysis::Engines{
-                  .duplicates = [this](const auto&, const auto&) { return groups(); },
+                  .duplicates =
+                      [this](const PostScanAnalysis::FinishedScan& scan, const auto&) {
+                        compare(scan);
+                        return groups();
+                      },
                   .cloneGroups = [this](const auto&, const auto&) { return shared(); }};
             }) {
     for (const char* below : films) machine_.trash.put(tree_.at(below), below);
@@ -62,6 +67,13 @@ class DuplicateListJourney : public Journey {
     for (const char* below : {"one.iso", "two.iso"}) add(groups[1], below);
     std::erase_if(groups, [](const DuplicateGroup& group) { return group.files.size() < 2; });
     return groups;
+  }
+  // Reports how far it is, and shows that.
+  void compare(const PostScanAnalysis::FinishedScan& scan) {
+    scan.duplicates.progress(
+        {.files = 2, .fileCount = 5, .bytes = 90LL << 20U, .byteCount = 284LL << 20U});
+    comeHome();
+    if (during_) during_();
   }
   std::vector<ShareGroup> shared() const {
     return {{.id = "inode-7",
@@ -109,6 +121,7 @@ class DuplicateListJourney : public Journey {
     }
     return texts;
   }
+  std::function<void()> during_;  // called while the files are compared
   std::string focused() {
     return session().selection().focused() ? session().selection().focused()->path()
                                            : std::string();
@@ -136,6 +149,25 @@ TEST_F(DuplicateListJourney, the_list_says_so_until_an_analysis_has_found_copies
   EXPECT_FALSE(shows("emptyMessage"));
   EXPECT_THAT(places(), ElementsAre(tree_.at(films[0]), tree_.at(films[1]), tree_.at(films[2]),
                                     tree_.at("one.iso"), tree_.at("two.iso")));
+}
+
+TEST_F(DuplicateListJourney, the_list_shows_how_far_a_comparison_is) {
+  const QString progress = QStringLiteral("Comparing 2 of 5 files · 90 of 284 MB");
+  during_ = [&] {
+    EXPECT_EQ(text("emptyMessage"), progress);
+    EXPECT_FALSE(shows("comparing"));
+  };
+  finishAnalysis();
+  EXPECT_THAT(places(), SizeIs(5));
+  // The rows of the scan before stay in sight.
+  during_ = [&] {
+    EXPECT_EQ(text("comparing"), progress);
+    EXPECT_THAT(places(), SizeIs(5));
+  };
+  session().rescan();
+  finishScan();
+  finishAnalysis();
+  EXPECT_FALSE(shows("comparing"));
 }
 
 TEST_F(DuplicateListJourney, the_first_row_of_a_group_has_its_heading) {

@@ -80,17 +80,23 @@ DeadLink deadLink(const std::string& below, const std::string& destination,
   return {.name = nameOf(below), .path = inHome(below), .destination = destination, .kind = kind};
 }
 
+DeadLink lock(const std::string& below, const std::string& destination) {
+  DeadLink link = deadLink(below, destination);
+  link.isLock = true;
+  return link;
+}
+
 std::vector<DeadLink> deadLinks() {
   return {deadLink("Code/atlas/target/latest", "../builds/2024-11-02"),
           deadLink("Desktop/Photos of the year.desktop", "/media/ada/Photos/2024", "alias"),
           deadLink("Desktop/Backup.desktop", "", "alias"),
-          deadLink(".config/chromium/SingletonLock", "workstation-48213"),
+          lock(".config/chromium/SingletonLock", "workstation-48213"),
           deadLink("Documents/Releases/atlas \u202E current",
                    "/srv/releases/of a project that has moved to another machine/and then to a "
                    "third one/atlas/current/with all of its symbols and maps"),
           deadLink(farDown + "wedding.mkv", "../../../../Movies/Films/wedding.mkv"),
           deadLink(".local/bin/atlas", "/opt/atlas/bin/atlas"),
-          deadLink("Code/notes/.#journal.md", "ada@workstation.1290:1699990000"),
+          lock("Code/notes/.#journal.md", "ada@workstation.1290:1699990000"),
           deadLink("Downloads/latest.iso", "debian-11.iso")};
 }
 
@@ -115,7 +121,13 @@ PostScanAnalysis::Engine<Row> finding(std::vector<Row> rows, std::size_t count) 
 }  // namespace
 
 PostScanAnalysis::Engines analysisThatFinds(std::size_t count) {
-  return {.duplicates = finding(duplicates(), count),
+  return {.duplicates =
+              [find = finding(duplicates(), count)](const PostScanAnalysis::FinishedScan& scan,
+                                                    const PostScanAnalysis::IsCancelled& test) {
+                scan.duplicates.progress(
+                    {.files = 12, .fileCount = 40, .bytes = 1229 * mega, .byteCount = 8192 * mega});
+                return find(scan, test);
+              },
           .deadLinks = finding(deadLinks(), count),
           .cloudItems = finding(cloudItems(), count),
           .cloneGroups = finding(sharedBlocks(), count),

@@ -41,7 +41,7 @@ struct KnownScreen {
   int pixelsAPoint = 1;
 };
 
-constexpr std::array<KnownScreen, 87> screens = {{
+constexpr std::array<KnownScreen, 89> screens = {{
     {"idle", Screen::idle},
     {"scanning", Screen::scanning},
     {"failed", Screen::failed},
@@ -92,6 +92,8 @@ constexpr std::array<KnownScreen, 87> screens = {{
     {"duplicates-empty", Screen::duplicatesEmpty, smallest},
     {"duplicates-empty-wide", Screen::duplicatesEmptyWide, wide},
     {"duplicates-none-kept", Screen::duplicatesNoneKept, smallest},
+    {"duplicates-comparing", Screen::duplicatesComparing, smallest},
+    {"duplicates-awaited", Screen::duplicatesAwaited, smallest},
     {"clones", Screen::clones, smallest},
     {"clones-wide", Screen::clonesWide, wide},
     {"clones-one", Screen::clonesOne, smallest},
@@ -193,6 +195,8 @@ std::optional<FoundList> foundListOn(Screen screen) {
       {Screen::duplicates, {VizMode::duplicates, all}},
       {Screen::duplicatesNoneKept, {VizMode::duplicates, all}},
       {Screen::duplicatesWide, {VizMode::duplicates, all}},
+      {Screen::duplicatesComparing, {VizMode::duplicates, all}},
+      {Screen::duplicatesAwaited, {VizMode::duplicates, 0}},
       {Screen::duplicatesOne, {VizMode::duplicates, 1}},
       {Screen::duplicatesEmpty, {VizMode::duplicates, 0}},
       {Screen::clones, {VizMode::clones, all}},
@@ -370,6 +374,18 @@ void PictureWindow::scanHalfWay() {
   }
 }
 
+// The analysis has reported how far it is, and its lists have not arrived.
+void PictureWindow::compareHalfWay() {
+  session().scanHome();
+  machine_.dispatch.drain(Dispatch::Queue::userInitiated);
+  machine_.dispatch.drain(Dispatch::Queue::main);
+  letMessageGo();
+  machine_.dispatch.drain(Dispatch::Queue::utility);
+  while (!session().findings().duplicateProgress() &&
+         machine_.dispatch.step(Dispatch::Queue::main)) {
+  }
+}
+
 void PictureWindow::showWins(Screen screen) {
   session().shown().setVizMode(VizMode::list);
   machine_.dispatch.drainAll();
@@ -396,6 +412,8 @@ void PictureWindow::showFound(Screen screen) {
   constexpr std::array withKeyboard = {Screen::safe, Screen::duplicates, Screen::clones,
                                        Screen::aliases, Screen::cloud};
   if (std::ranges::find(withKeyboard, screen) != withKeyboard.end()) enterList(1);
+  if (screen == Screen::duplicatesComparing || screen == Screen::duplicatesAwaited)
+    compareHalfWay();
   if (screen != Screen::duplicatesNoneKept) return;
   for (const PathSize& copy : session().findings().duplicates().front().files)
     session().cleanupQueue().addToQueue(*RowNode::ofFile(copy).node());

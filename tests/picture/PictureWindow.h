@@ -71,6 +71,8 @@ class PictureWindow {
     duplicatesEmpty,
     duplicatesEmptyWide,
     duplicatesNoneKept,
+    duplicatesComparing,
+    duplicatesAwaited,
     clones,
     clonesWide,
     clonesOne,
@@ -132,6 +134,7 @@ class PictureWindow {
   void scan();
   void letMessageGo();
   void scanHalfWay();
+  void compareHalfWay();
   void openMenu();
   // Moves the keyboard focus to this row of the list.
   void enterList(int row);

@@ -101,6 +101,8 @@ TEST_P(Pictures, a_screen_shows_the_subject_of_its_name) {
                                                       {"duplicates-empty", "emptyMessage"},
                                                       {"duplicates-empty-wide", "emptyMessage"},
                                                       {"duplicates-none-kept", "noneKept"},
+                                                      {"duplicates-comparing", "comparing"},
+                                                      {"duplicates-awaited", "emptyMessage"},
                                                       {"clones", "cloneRow"},
                                                       {"clones-wide", "cloneRow"},
                                                       {"clones-one", "cloneRow"},

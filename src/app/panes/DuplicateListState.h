@@ -18,6 +18,8 @@ class DuplicateListState : public QObject {
   QML_UNCREATABLE("Created in C++.")
   Q_PROPERTY(tessaly::DuplicateListModel* rows READ rows CONSTANT)
   Q_PROPERTY(bool hasRows READ hasRows NOTIFY hasRowsChanged)
+  // How far the running comparison is, see ComparingText; empty if none runs.
+  Q_PROPERTY(QString progress READ progress NOTIFY progressChanged)
 
  public:
   // `session` must outlive it.
@@ -25,6 +27,7 @@ class DuplicateListState : public QObject {
 
   DuplicateListModel* rows() { return &rows_; }
   bool hasRows() const { return rows_.rowCount() != 0; }
+  QString progress() const;
 
   // The actions do nothing for a handle without a node. A file that the tree lacks is shown in the
   // file manager instead.
@@ -33,6 +36,7 @@ class DuplicateListState : public QObject {
 
  signals:
   void hasRowsChanged();
+  void progressChanged();
 
  private:
   ScanSession& session_;

@@ -1,8 +1,10 @@
 #include "app/panes/DuplicateListState.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,7 +38,12 @@ ShareGroup sharedBy(const std::vector<std::string>& paths) {
 class DuplicateList : public SessionFixture {
  protected:
   DuplicateList() {
-    analysis_.duplicates = [this](const auto&, const auto&) { return found_; };
+    analysis_.duplicates = [this](const PostScanAnalysis::FinishedScan& scan, const auto&) {
+      if (reported_) scan.duplicates.progress(*reported_);
+      if (reported_) runMain();
+      if (during_) during_();
+      return found_;
+    };
     analysis_.cloneGroups = [this](const auto&, const auto&) { return shared_; };
     restart();
     state_ = std::make_unique<DuplicateListState>(session());
@@ -64,6 +71,8 @@ class DuplicateList : public SessionFixture {
   void queue(const DiskNode& node) { session().cleanupQueue().addToQueue(node); }
 
   std::vector<DuplicateGroup> found_;
+  std::optional<DuplicateProgress> reported_;  // by the engine
+  std::function<void()> during_;               // called after the report has arrived
   std::vector<ShareGroup> shared_;
   std::unique_ptr<DuplicateListState> state_;
   std::unique_ptr<QAbstractItemModelTester> tester_;
@@ -162,6 +171,19 @@ TEST_F(DuplicateList, a_copy_is_shown_on_the_map_or_else_in_the_file_manager) {
   state_->showOnMap(node(0));
   EXPECT_EQ(session().shown().vizMode(), VizMode::treemap);
   EXPECT_EQ(session().selection().focused()->path(), "/r/in/caf\xe9.iso");
+}
+
+TEST_F(DuplicateList, the_progress_of_a_comparison_is_a_text_until_it_ends) {
+  EXPECT_EQ(state_->progress(), "");
+  const QSignalSpy changes(state_.get(), &DuplicateListState::progressChanged);
+  reported_ = DuplicateProgress{
+      .files = 12, .fileCount = 40, .bytes = 1229 * mega, .byteCount = 8192 * mega};
+  QString during;
+  during_ = [&] { during = state_->progress(); };
+  find({groupOf("a", 60, {"/r/a", "/r/b"})});
+  EXPECT_EQ(during, "Comparing 12 of 40 files · 1.2 of 8 GB");
+  EXPECT_EQ(state_->progress(), "");
+  EXPECT_EQ(changes.count(), 2);
 }
 
 TEST_F(DuplicateList, actions_do_nothing_for_a_handle_without_a_file) {

@@ -13,8 +13,21 @@ ListPane {
     title: "Duplicate files ≥ 50 MB"
     caption: "Same size and SHA-256. Keep one copy; queue or trash the rest."
     captionColor: Theme.secondary
-    emptyText: "No large duplicates in this scan."
+    emptyText: view.copies.progress !== "" ? view.copies.progress : "No large duplicates in this scan."
     model: view.copies.rows
+
+    // While files are compared, the rows are those of the scan before.
+    beside: Text {
+        objectName: "comparing"
+        visible: text !== ""
+        width: Math.min(implicitWidth, view.width / 2)
+        text: view.copies.hasRows ? view.copies.progress : ""
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.muted
+        font.family: Theme.uiFamily
+        font.pixelSize: 12
+    }
 
     // qmllint disable unqualified
     delegate: DuplicateRow {
