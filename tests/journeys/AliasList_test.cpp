@@ -187,5 +187,65 @@ TEST_F(AliasListJourney, escape_and_every_mode_button_leave_the_list) {
   EXPECT_FALSE(shows("aliasList"));
 }
 
+// With the engine of the program, and links on the disk.
+class DeadLinksOnDisk : public Journey {
+ protected:
+  DeadLinksOnDisk()
+      : Journey(
+            "bin/\n"
+            "  atlas -> ../gone/atlas\n"
+            "  notes -> ../notes.txt\n"
+            "  .#notes -> ada@workstation.1290:1699990000\n"
+            "notes.txt 20M\n") {
+    machine_.trash.put(tree_.at("bin/atlas"), "link");
+    session().scanHome();
+    finishScan();
+    session().shown().setVizMode(VizMode::aliases);
+    finishAnalysis();
+  }
+
+  void finishAnalysis() {
+    dispatch_.drainAll();
+    settle(window());
+  }
+  QQuickItem* row(const char* name) {
+    for (QQuickItem* const row : itemsNamed(window().contentItem(), "aliasRow")) {
+      if (row->property("name") == name) return row;
+    }
+    return nullptr;
+  }
+};
+
+TEST_F(DeadLinksOnDisk, a_dead_link_is_queued_moved_to_the_trash_and_put_back) {
+  ASSERT_NE(row("atlas"), nullptr);
+  EXPECT_EQ(row("notes"), nullptr);
+  clickAt(middleOf(itemNamed(row("atlas"), "queueRow")));
+  click("moveToTrash");
+  EXPECT_FALSE(machine_.trash.has(tree_.at("bin/atlas")));
+  std::filesystem::remove(tree_.at("bin/atlas"));
+  finishAnalysis();
+  EXPECT_EQ(row("atlas"), nullptr);
+  ASSERT_NE(row(".#notes"), nullptr);
+  click("putBack");
+  EXPECT_TRUE(machine_.trash.has(tree_.at("bin/atlas")));
+  std::filesystem::create_symlink("../gone/atlas", tree_.at("bin/atlas"));
+  finishAnalysis();
+  EXPECT_NE(row("atlas"), nullptr);
+}
+
+TEST_F(DeadLinksOnDisk, a_lock_has_the_word_in_its_row) {
+  ASSERT_NE(row(".#notes"), nullptr);
+  QQuickItem* const lock = itemNamed(row(".#notes"), "lock");
+  ASSERT_NE(lock, nullptr);
+  EXPECT_EQ(lock->property("text"), "lock");
+  EXPECT_EQ(itemNamed(row("atlas"), "lock"), nullptr);
+  const std::string told =
+      QAccessible::queryAccessibleInterface(itemNamed(row(".#notes"), "rowFace"))
+          ->text(QAccessible::Name)
+          .toStdString();
+  EXPECT_EQ(told, ".#notes, lock, symlink, " + tree_.at("bin/.#notes") +
+                      ", → ada@workstation.1290:1699990000");
+}
+
 }  // namespace
 }  // namespace tessaly

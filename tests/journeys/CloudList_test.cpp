@@ -15,6 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class CloudListJourney : public CommandJourney {
  protected:
@@ -131,6 +132,30 @@ TEST_F(CloudListJourney, neither_keys_nor_commands_nor_the_menu_remove_an_item) 
   EXPECT_EQ(keyboardRow(), film());
   press(Qt::Key_C, commandShift);
   EXPECT_EQ(machine_.pasteboard.text, film());
+}
+
+// With the engine of the program, and a placeholder on the disk.
+class CloudItemsOnDisk : public Journey {
+ protected:
+  CloudItemsOnDisk()
+      : Journey(
+            "Nextcloud/\n"
+            "  film.mkv.nextcloud 1\n"
+            "  here.txt 20M\n") {
+    session().scanHome();
+    finishScan();
+    session().shown().setVizMode(VizMode::cloud);
+    dispatch_.drainAll();
+    settle(window());
+  }
+};
+
+TEST_F(CloudItemsOnDisk, a_placeholder_is_listed_without_a_size) {
+  const auto rows = itemsNamed(window().contentItem(), "cloudRow");
+  ASSERT_THAT(rows, SizeIs(1));
+  EXPECT_EQ(rows[0]->property("place").toString().toStdString(),
+            tree_.at("Nextcloud/film.mkv.nextcloud"));
+  expectLook(rows[0], {{"size", "text", "0 B"}});
 }
 
 }  // namespace

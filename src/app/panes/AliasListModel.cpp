@@ -44,6 +44,8 @@ QVariant AliasListModel::data(const QModelIndex& index, int role) const {
                                       : QStringLiteral("→ ") + displayText(link.destination);
     case KindRole:
       return displayText(link.kind);
+    case LockRole:
+      return link.isLock;
     case NodeRole:
       return QVariant::fromValue(NodeHandle(nodeOf(link)));
     default:
@@ -52,11 +54,8 @@ QVariant AliasListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> AliasListModel::roleNames() const {
-  return {{NameRole, "name"},
-          {PlaceRole, "place"},
-          {TargetRole, "target"},
-          {KindRole, "kindText"},
-          {NodeRole, "node"}};
+  return {{NameRole, "name"},     {PlaceRole, "place"}, {TargetRole, "target"},
+          {KindRole, "kindText"}, {LockRole, "isLock"}, {NodeRole, "node"}};
 }
 
 }  // namespace tessaly

@@ -21,6 +21,7 @@ class AliasListModel : public QAbstractListModel {
     PlaceRole,   // its path as displayed text
     TargetRole,  // "→ " and where it points to; empty if that is unknown
     KindRole,    // "symlink" or "alias"
+    LockRole,    // whether a program keeps it as a sign that it runs
     NodeRole,    // the link as a NodeHandle, without a size
   };
 

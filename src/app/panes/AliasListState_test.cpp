@@ -68,6 +68,13 @@ TEST_F(AliasList, each_link_has_one_row_in_the_order_of_the_session) {
   EXPECT_THAT(column(AliasListModel::KindRole), ElementsAre("symlink", "alias", "alias"));
 }
 
+TEST_F(AliasList, locks_are_told_apart) {
+  DeadLink lock = link("/r/.#notes", "ada@host.1:2");
+  lock.isLock = true;
+  find({link("/r/a", "x"), lock});
+  EXPECT_THAT(column(AliasListModel::LockRole), ElementsAre("false", "true"));
+}
+
 TEST_F(AliasList, links_of_the_next_analysis_keep_their_rows) {
   find({link("/r/a", "x"), link("/r/b", "y")});
   const QPersistentModelIndex b = state_->rows()->index(1);

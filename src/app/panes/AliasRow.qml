@@ -11,13 +11,14 @@ ListPaneRow {
     required property string place
     required property string target
     required property string kindText
+    required property bool isLock
     required property nodeHandle node
 
     signal queued
 
     height: target !== "" ? 64 : 48
     CommandRow.node: node
-    label: [name, kindText, place, target].filter(part => part !== "").join(", ")
+    label: [name, isLock ? lock.text : "", kindText, place, target].filter(part => part !== "").join(", ")
 
     content: [
         Text {
@@ -25,7 +26,7 @@ ListPaneRow {
 
             objectName: "name"
             y: row.target !== "" ? 6 : 7
-            width: Math.min(implicitWidth, kind.x - 14)
+            width: Math.min(implicitWidth, kind.x - 14 - (row.isLock ? lock.width + 8 : 0))
             text: row.name
             textFormat: Text.PlainText
             elide: Text.ElideMiddle
@@ -35,6 +36,15 @@ ListPaneRow {
             font.pixelSize: 13
             font.weight: Font.DemiBold
             Accessible.ignored: true
+        },
+        RowBadge {
+            id: lock
+
+            objectName: "lock"
+            x: nameText.width + 8
+            y: nameText.y + Math.round((nameText.height - height) / 2)
+            visible: row.isLock
+            text: "lock"
         },
         Text {
             objectName: "place"
