@@ -1,6 +1,7 @@
 // Files that share blocks, on each file system that has such files.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <unistd.h>
 
 #include "blocks/DiskImage.h"
@@ -138,6 +139,17 @@ TEST_P(Reflinks, sparse_clones_count_the_blocks_that_they_have) {
     disk_.shell("truncate -s 10G '" + disk_.at("a") + "'");
     disk_.clone("a", "b");
     return difference(disk_.found(), "clone a b, 8 MiB on 4 MiB\n");
+  });
+}
+
+TEST_P(Reflinks, clones_of_the_largest_files_are_found) {
+  expect([&]() -> std::string {
+    disk_.write("a", 2 * MiB);
+    disk_.write("a", 4 * KiB, std::numeric_limits<std::int64_t>::max() - 8 * KiB + 1);
+    disk_.clone("a", "b");
+    disk_.clone("a", "c");
+    disk_.write("c", 4 * KiB, std::numeric_limits<std::int64_t>::max() - 8 * KiB + 1);
+    return disk_.found().starts_with("clone a b, ") ? "" : "found: " + disk_.found();
   });
 }
 
