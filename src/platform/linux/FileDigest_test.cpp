@@ -4,10 +4,12 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <sys/inotify.h>
@@ -21,6 +23,7 @@
 #include "support/Descriptor.h"
 #include "support/ForkedChild.h"
 #include "support/Needs.h"
+#include "support/PrivateMounts.h"
 #include "support/SystemCallTrace.h"
 #include "support/TempTree.h"
 
@@ -287,6 +290,42 @@ TEST_F(FileDigestTest, a_device_that_fails_midway_is_an_error) {
     EXPECT_EQ(run.failedCall, SYS_pread64);
     EXPECT_EQ(run.told, "error " + std::to_string(EIO)) << part;
   }
+}
+
+// btrfs finds the damage by its own checksum, and the system reports it like a disk that fails.
+TEST_F(FileDigestTest, a_damaged_disk_is_an_error_where_it_is_damaged) {
+  const std::string told = inPrivateMounts([this]() -> std::string {
+    tree_.plant("disk sparse=256M\nmount/\n");
+    const std::string mount =
+        "mount -o loop '" + tree_.at("disk") + "' '" + tree_.at("mount") + "'";
+    const std::string make = "mkfs.btrfs -q '" + tree_.at("disk") + "' && " + mount;
+    if (std::system(("{ " + make + "; } >&2").c_str()) != 0)
+      return "refused: " + needs(Need::btrfs, make);
+    const std::string bytes = noise(8 * MiB);
+    writeAt(tree_.at("mount/file"), 0, bytes);
+    const std::string unmount = "umount '" + tree_.at("mount") + "'";
+    if (std::system(unmount.c_str()) != 0) return unmount;
+
+    std::fstream disk(tree_.at("disk"), std::ios::in | std::ios::out | std::ios::binary);
+    const std::string all{std::istreambuf_iterator<char>(disk), {}};
+    const std::size_t damaged = all.find(bytes.substr(5 * MiB, 64));
+    if (damaged == std::string::npos) return "the content is not on the disk";
+    disk.clear();
+    disk.seekp(static_cast<std::streamoff>(damaged));
+    disk.put(static_cast<char>(~all[damaged]));
+    disk.close();
+
+    if (std::system(mount.c_str()) != 0) return mount;
+    std::int64_t last = 0;
+    const Result<FileDigest> read =
+        FileDigest::of(tree_.at("mount/file"), {.goOn = [&](std::int64_t done, std::int64_t) {
+                         last = done;
+                         return true;
+                       }});
+    return tessaly::told(read) + " at " + std::to_string(last / MiB);
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << told;
+  EXPECT_EQ(told, "error " + std::to_string(EIO) + " at 5");
 }
 
 TEST_F(FileDigestTest, a_real_file_whose_beginning_cannot_be_read_is_an_error) {
