@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include <QQmlEngine>
+#include <QQmlIncubationController>
 #include <QQuickItem>
 
 #include "app/model/RowNode.h"
@@ -214,6 +216,17 @@ std::optional<FoundList> foundListOn(Screen screen) {
   };
   const auto found = lists.find(screen);
   return found == lists.end() ? std::nullopt : std::optional(found->second);
+}
+
+// Lists create the rows near the visible part one by one in idle time, and the length of a scroll
+// bar depends on their heights.
+void createRows(QQuickWindow& window) {
+  QQmlIncubationController* const rows = qmlEngine(&window)->incubationController();
+  constexpr int longerThanARowTakes = 1000;
+  while (rows->incubatingObjectCount() > 0) {
+    rows->incubateFor(longerThanARowTakes);
+    window.grabWindow();
+  }
 }
 
 // At the first scan of a folder everything counts as grown, and has that colour.
@@ -564,6 +577,7 @@ QStringList PictureWindow::visibleNames() {
 
 QImage PictureWindow::picture() {
   settle(fixture_.window());
+  createRows(fixture_.window());
   // No event is handled after this that could turn them on.
   holdRings(fixture_.window().contentItem());
   return fixture_.window().grabWindow().convertToFormat(QImage::Format_RGB32);
