@@ -48,6 +48,10 @@ const Wording& Wording::forMacos() {
                        "Disk Access on this exact app."},
       .sharedBlocksMode = "APFS Clones",
       .sharedBlocksTitle = "Shared APFS blocks",
+      .sharedBlocksCaption =
+          "Clones and hard links look like extra copies but share disk. Unique is what deleting "
+          "one "
+          "copy actually frees.",
       .cloudTitle = "iCloud offloaded",
       .cloudCaption =
           "In iCloud but not fully on this disk. Don’t trash these if you still need "
@@ -97,6 +101,9 @@ const Wording& Wording::forLinux() {
                    "of the whole disk."},
       .sharedBlocksMode = "Shared Blocks",
       .sharedBlocksTitle = "Shared blocks",
+      .sharedBlocksCaption =
+          "Clones and hard links look like extra copies but share disk. Unique is what all of them "
+          "take, until the last one is gone.",
       .cloudTitle = "Offloaded to the cloud",
       .cloudCaption =
           "In the cloud but not fully on this disk. Don’t trash these if you still "

@@ -35,6 +35,7 @@ struct Wording {
 
   std::string sharedBlocksMode;   // of the map's modes
   std::string sharedBlocksTitle;  // of the list of that mode
+  std::string sharedBlocksCaption;
   std::string cloudTitle;
   std::string cloudCaption;
   std::string localSnapshot;  // one of them; several have an "s" at the end

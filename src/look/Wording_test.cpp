@@ -35,6 +35,7 @@ std::vector<std::string> textsOf(const Wording& words) {
           gate.note,
           words.sharedBlocksMode,
           words.sharedBlocksTitle,
+          words.sharedBlocksCaption,
           words.cloudTitle,
           words.cloudCaption,
           words.localSnapshot,
@@ -65,6 +66,9 @@ TEST(Wording, the_texts_on_macos_use_its_terms) {
   EXPECT_EQ(mac.thisComputerIs, "This Mac is ");
   EXPECT_EQ(mac.sharedBlocksMode, "APFS Clones");
   EXPECT_EQ(mac.sharedBlocksTitle, "Shared APFS blocks");
+  EXPECT_EQ(mac.sharedBlocksCaption,
+            "Clones and hard links look like extra copies but share disk. Unique is what deleting "
+            "one copy actually frees.");
   EXPECT_EQ(mac.cloudTitle, "iCloud offloaded");
   EXPECT_EQ(mac.cloudCaption,
             "In iCloud but not fully on this disk. Don’t trash these if you still need the "
@@ -112,6 +116,8 @@ TEST(Wording, the_texts_on_linux_use_its_terms) {
   EXPECT_EQ(tux.searchKeys, "Ctrl F");
   EXPECT_EQ(tux.thisComputerIs, "This computer is ");
   EXPECT_EQ(tux.sharedBlocksMode, "Shared Blocks");
+  // Removing one of several copies that share all blocks frees none of them.
+  EXPECT_EQ(tux.sharedBlocksCaption.find("frees"), std::string::npos);
   EXPECT_EQ(tux.localSnapshot, "local snapshot");
   EXPECT_EQ(tux.cloudTitle, "Offloaded to the cloud");
   EXPECT_EQ(tux.startHidden, "Start hidden in status area");

@@ -103,7 +103,7 @@ TEST_F(CloneListJourney, the_list_says_so_until_an_analysis_has_found_groups) {
              {{"listTitle", "text", "Shared blocks"},
               {"listCaption", "text",
                "Clones and hard links look like extra copies but share disk. Unique is what "
-               "deleting one copy actually frees."},
+               "all of them take, until the last one is gone."},
               {"listCaption", "color", "#e5e7eb at 1.00"},
               {"emptyMessage", "text", "No large shared groups in this scan."}});
   finishAnalysis();

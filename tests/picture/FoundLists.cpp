@@ -101,7 +101,7 @@ std::vector<DeadLink> deadLinks() {
 }
 
 CloudItem inCloud(const std::string& below, std::int64_t megabytes) {
-  return {.name = nameOf(below),
+  return {.name = nameOf(below) + ".nextcloud",
           .path = inHome("Nextcloud/" + below + ".nextcloud"),
           .size = megabytes * mega};
 }

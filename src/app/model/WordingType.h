@@ -19,6 +19,7 @@ class WordingType : public QObject {
   Q_PROPERTY(QString reveal READ reveal CONSTANT)
   Q_PROPERTY(QString searchKeys READ searchKeys CONSTANT)
   Q_PROPERTY(QString sharedBlocksTitle READ sharedBlocksTitle CONSTANT)
+  Q_PROPERTY(QString sharedBlocksCaption READ sharedBlocksCaption CONSTANT)
   Q_PROPERTY(QString cloudTitle READ cloudTitle CONSTANT)
   Q_PROPERTY(QString cloudCaption READ cloudCaption CONSTANT)
   Q_PROPERTY(QString gateHeading READ gateHeading CONSTANT)
@@ -35,6 +36,7 @@ class WordingType : public QObject {
   QString reveal() const { return shown(words().reveal); }
   QString searchKeys() const { return shown(words().searchKeys); }
   QString sharedBlocksTitle() const { return shown(words().sharedBlocksTitle); }
+  QString sharedBlocksCaption() const { return shown(words().sharedBlocksCaption); }
   QString cloudTitle() const { return shown(words().cloudTitle); }
   QString cloudCaption() const { return shown(words().cloudCaption); }
   QString gateHeading() const { return shown(words().gate.heading); }

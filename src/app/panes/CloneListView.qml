@@ -12,7 +12,7 @@ ListPane {
     required property NodeActions actions
 
     title: Wording.sharedBlocksTitle
-    caption: "Clones and hard links look like extra copies but share disk. Unique is what deleting one copy actually frees."
+    caption: Wording.sharedBlocksCaption
     captionColor: Theme.secondary
     emptyText: "No large shared groups in this scan."
     model: view.clones.rows
