@@ -19,9 +19,9 @@ using IsCancelled = std::function<bool()>;
 // Examines the first `limit` nodes at or below `from` that are no folders, in the order of the
 // tree, depth first; what cannot be examined is left out. None for a limit below 1.
 //
-// The number of an inode is unique only on its device, so it is kept for files on the device of the
-// first record, and for the others replaced by one that no other file of the result has. It is the
-// same in every result unless that is impossible.
+// An inode number is unique only on its device, so records get it unchanged only on the device of
+// the first record. On any other device it is replaced by a number that is mixed from both, and
+// that no other file of the result has.
 //
 // Blocks; returns nothing within 50 ms once `isCancelled` is true.
 std::vector<ShareRecord> collect(

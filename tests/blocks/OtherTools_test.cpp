@@ -101,6 +101,8 @@ TEST_P(Filefrag, the_extents_are_those_of_filefrag_and_clones_are_files_with_the
       rows[name] = rowsOf(disk_.at(name));
       if (readRowsOf(disk_.at(name)) != rows[name]) return name + " has other extents";
     }
+    const FileDescriptor pieces = openPath(disk_.at("pieces"), O_RDONLY);
+    if (extentsOf(pieces.get())(0)->size() != 32) return "not 32 extents at a time";
     if (rows["pieces"].size() < 200) return std::to_string(rows["pieces"].size()) + " pieces";
     int clones = 0;
     for (const ShareRecord& one : records) {

@@ -19,8 +19,8 @@ using ReadExtents = std::function<std::optional<std::vector<fiemap_extent>>(std:
 // not make it write what it has in memory.
 ReadExtents extentsOf(int file);
 
-// The most extents of a file with a clone id. A file system may need a tenth of a millisecond for
-// each, and a file can have millions.
+// The most extents of a file with a clone id, since a file can have millions. So many take about a
+// tenth of a second, and longer where many snapshots share them.
 inline constexpr std::size_t mostExtents = 65536;
 
 // A number that two files of a file system have in common if all their extents are the same: the
