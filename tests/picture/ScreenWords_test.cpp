@@ -154,6 +154,8 @@ class WordsOfTheWholeDisk : public testing::Test {
   WordsOfTheWholeDisk()
       : fixture_(machine_, "/home/ada", [this](Application::Services& services) {
           machine_.disk = {.total = 1000, .used = 990, .free = 10, .usedPercent = 99};
+          // The engines of the program would look through the real disk.
+          services.analysis.emplace();
           services.walk = [](const std::string& root, const DiskScanner::Callbacks& callbacks,
                              const DiskScanner::Options&) {
             if (callbacks.progress) callbacks.progress("Scanning " + root);
