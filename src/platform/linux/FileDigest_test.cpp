@@ -294,7 +294,7 @@ TEST_F(FileDigestTest, a_device_that_fails_midway_is_an_error) {
 
 // btrfs finds the damage by its own checksum, and the system reports it like a disk that fails.
 TEST_F(FileDigestTest, a_damaged_disk_is_an_error_where_it_is_damaged) {
-  const std::string outcome = inPrivateMounts([this]() -> std::string {
+  const std::string result = inPrivateMounts([this]() -> std::string {
     tree_.plant("disk sparse=256M\nmount/\n");
     const std::string mount =
         "mount -o loop '" + tree_.at("disk") + "' '" + tree_.at("mount") + "'";
@@ -324,8 +324,8 @@ TEST_F(FileDigestTest, a_damaged_disk_is_an_error_where_it_is_damaged) {
                        }});
     return told(read) + " at " + std::to_string(last / MiB);
   });
-  if (outcome.starts_with("refused")) GTEST_SKIP() << outcome;
-  EXPECT_EQ(outcome, "error " + std::to_string(EIO) + " at 5");
+  if (result.starts_with("refused")) GTEST_SKIP() << result;
+  EXPECT_EQ(result, "error " + std::to_string(EIO) + " at 5");
 }
 
 TEST_F(FileDigestTest, a_real_file_whose_beginning_cannot_be_read_is_an_error) {
