@@ -20,6 +20,7 @@
 #include <random>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -89,19 +90,42 @@ struct Program {
   }
 };
 
+std::int64_t blocksOf(const fs::path& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 ? status.st_blocks : 0;
+}
+
+// A file in many pieces takes a block more for the list of these, and then has another size on disk
+// than its copies. So its space is reserved at once, and another place is tried until it fits.
+bool write(const fs::path& path, const std::vector<char>& bytes) {
+  std::vector<fs::path> misplaced;
+  bool isWhole = false;
+  for (int attempt = 0; attempt < 20 && !isWhole; ++attempt) {
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    isWhole = ::posix_fallocate(file, 0, fileBytes) == 0 &&
+              ::write(file, bytes.data(), bytes.size()) == fileBytes && ::fsync(file) == 0 &&
+              blocksOf(path) == fileBytes / 512;
+    ::close(file);
+    if (isWhole) break;
+    misplaced.push_back(path.native() + ".misplaced" + std::to_string(attempt));
+    fs::rename(path, misplaced.back());
+  }
+  for (const fs::path& other : misplaced) fs::remove(other);
+  return isWhole;
+}
+
 void makeFiles(const fs::path& folder) {
   fs::create_directories(folder);
   std::vector<char> bytes(fileBytes);
   for (int k = 0; k < fileCount; ++k) {
     const fs::path path = folder / ("file" + std::to_string(k));
-    std::error_code error;
-    if (fs::file_size(path, error) == static_cast<std::uintmax_t>(fileBytes) && !error) continue;
+    if (blocksOf(path) == fileBytes / 512) continue;
     std::mt19937_64 engine(static_cast<std::uint64_t>(k / groupSize));
     for (std::size_t at = 0; at < bytes.size(); at += sizeof(std::uint64_t)) {
       const std::uint64_t word = engine();
       std::memcpy(bytes.data() + at, &word, sizeof word);
     }
-    std::ofstream(path, std::ios::binary).write(bytes.data(), fileBytes);
+    if (!write(path, bytes)) std::exit(1);
   }
   ::sync();
 }

@@ -53,7 +53,7 @@ std::vector<std::vector<std::string>> pathsOf(const std::vector<DuplicateGroup>&
 class DuplicateSearch : public testing::Test {
  protected:
   std::string plant(const std::string& name, char content) const {
-    const std::string path = disk_.at(name);
+    std::string path = disk_.at(name);
     const std::string bytes(size, content);
     const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
     EXPECT_EQ(::write(file.get(), bytes.data(), bytes.size()), size);

@@ -12,7 +12,6 @@
 namespace tessaly {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 

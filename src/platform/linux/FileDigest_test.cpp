@@ -62,7 +62,7 @@ void writeAt(const std::string& path, std::int64_t offset, std::string_view byte
 class FileDigestTest : public testing::Test {
  protected:
   std::string plant(const std::string& name, std::string_view bytes) const {
-    const std::string path = tree_.at(name);
+    std::string path = tree_.at(name);
     writeAt(path, 0, bytes);
     return path;
   }
@@ -304,7 +304,7 @@ TEST_F(FileDigestTest, a_damaged_disk_is_an_error_where_it_is_damaged) {
     const std::string bytes = noise(8 * MiB);
     writeAt(tree_.at("mount/file"), 0, bytes);
     const std::string unmount = "umount '" + tree_.at("mount") + "'";
-    if (std::system(unmount.c_str()) != 0) return unmount;
+    if (std::system(unmount.c_str()) != 0) return "still mounted";
 
     std::fstream disk(tree_.at("disk"), std::ios::in | std::ios::out | std::ios::binary);
     const std::string all{std::istreambuf_iterator<char>(disk), {}};
@@ -315,7 +315,7 @@ TEST_F(FileDigestTest, a_damaged_disk_is_an_error_where_it_is_damaged) {
     disk.put(static_cast<char>(~all[damaged]));
     disk.close();
 
-    if (std::system(mount.c_str()) != 0) return mount;
+    if (std::system(mount.c_str()) != 0) return "not mounted again";
     std::int64_t last = 0;
     const Result<FileDigest> read =
         FileDigest::of(tree_.at("mount/file"), {.goOn = [&](std::int64_t done, std::int64_t) {
