@@ -38,11 +38,12 @@ class Grouping {
   std::unordered_map<Key, std::size_t> places_;
 };
 
-// Lists of files of equal sizes.
-std::vector<std::vector<PathSize>> candidates(const DiskNode& in, std::int64_t minBytes) {
+// Lists of files of which `sizeOf` is equal; it is called for each file in their order.
+template <class SizeOf>
+std::vector<std::vector<PathSize>> candidates(std::vector<PathSize> files, const SizeOf& sizeOf) {
   Grouping<std::int64_t, PathSize> bySize;
-  for (PathSize& file : files(in, minBytes)) {
-    const std::int64_t size = file.size;
+  for (PathSize& file : files) {
+    const std::int64_t size = sizeOf(file);
     bySize.add(size, std::move(file));
   }
   std::vector<std::vector<PathSize>> lists;
@@ -57,13 +58,14 @@ std::vector<DuplicateGroup> grouped(std::vector<std::vector<PathSize>> lists,
   std::vector<DuplicateGroup> groups;
   for (std::vector<PathSize>& list : lists) {
     Grouping<std::string, PathSize> byDigest;
-    const std::int64_t bytes = list.front().size;
     for (PathSize& file : list) {
       if (const std::optional<std::string> digest = digestOf(file))
         byDigest.add(*digest, std::move(file));
     }
-    for (auto& [digest, copies] : byDigest.takeRepeated())
+    for (auto& [digest, copies] : byDigest.takeRepeated()) {
+      const std::int64_t bytes = copies.front().size;
       groups.push_back({.digest = digest, .bytes = bytes, .files = std::move(copies)});
+    }
   }
   std::stable_sort(
       groups.begin(), groups.end(), [](const DuplicateGroup& a, const DuplicateGroup& b) {
@@ -73,6 +75,34 @@ std::vector<DuplicateGroup> grouped(std::vector<std::vector<PathSize>> lists,
         return footprint(a) > footprint(b);
       });
   return groups;
+}
+
+FileDigests::Options optionsFor(const Search& search) {
+  return {.isCancelled = search.isCancelled,
+          .mountPoints = search.mountPoints,
+          .atOnce = search.atOnce,
+          .patience = search.patience,
+          .read = search.read,
+          .start = search.start};
+}
+
+// The lengths of the files as they are now; absent for files that cannot be looked at. Empty once
+// the search is cancelled.
+std::vector<std::optional<std::int64_t>> lengthsOf(const std::vector<PathSize>& files,
+                                                   const Search& search) {
+  std::vector<FileDigests::File> toLookAt;
+  for (const PathSize& file : files)
+    toLookAt.push_back({.path = file.path, .allocated = file.size});
+  FileDigests::Options options = optionsFor(search);
+  options.read = [](const std::string& path, const FileDigest::Reading&) -> Result<FileDigest> {
+    const Result<FileIdentity> identity = FileIdentity::of(path);
+    if (!identity) return identity.error();
+    return FileDigest{.sha256 = {}, .identity = identity.value()};
+  };
+  std::vector<std::optional<std::int64_t>> lengths;
+  for (const std::optional<FileDigest>& look : FileDigests::of(toLookAt, options))
+    lengths.push_back(look ? std::optional(look->identity.size) : std::nullopt);
+  return lengths;
 }
 
 }  // namespace
@@ -90,11 +120,19 @@ std::optional<std::string> hashFile(const std::string& path) {
 }
 
 std::vector<DuplicateGroup> groups(const DiskNode& in, std::int64_t minBytes, const Hash& hash) {
-  return grouped(candidates(in, minBytes), [&](const PathSize& file) { return hash(file.path); });
+  const auto sizeOf = [](const PathSize& file) { return file.size; };
+  return grouped(candidates(files(in, minBytes), sizeOf),
+                 [&](const PathSize& file) { return hash(file.path); });
 }
 
 std::vector<DuplicateGroup> find(const DiskNode& in, std::int64_t minBytes, const Search& search) {
-  std::vector<std::vector<PathSize>> lists = candidates(in, minBytes);
+  std::vector<PathSize> all = files(in, minBytes);
+  if (all.size() < 2) return {};
+  const std::vector<std::optional<std::int64_t>> lengths = lengthsOf(all, search);
+  if (lengths.empty()) return {};
+  auto length = lengths.begin();
+  std::vector<std::vector<PathSize>> lists = candidates(
+      std::move(all), [&](const PathSize& file) { return (length++)->value_or(file.size); });
   if (lists.empty()) return {};
   std::vector<FileDigests::File> toRead;
   std::int64_t bytes = 0;
@@ -109,14 +147,9 @@ std::vector<DuplicateGroup> find(const DiskNode& in, std::int64_t minBytes, cons
       search.progress(
           {.files = now.files, .fileCount = toRead.size(), .bytes = now.bytes, .byteCount = bytes});
   };
-  const std::vector<std::optional<FileDigest>> digests =
-      FileDigests::of(toRead, {.isCancelled = search.isCancelled,
-                               .progress = progress,
-                               .mountPoints = search.mountPoints,
-                               .atOnce = search.atOnce,
-                               .patience = search.patience,
-                               .read = search.read,
-                               .start = search.start});
+  FileDigests::Options options = optionsFor(search);
+  options.progress = progress;
+  const std::vector<std::optional<FileDigest>> digests = FileDigests::of(toRead, options);
   if (digests.empty()) return {};
 
   std::unordered_map<std::string, FileIdentity> identities;

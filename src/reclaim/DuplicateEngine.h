@@ -1,5 +1,5 @@
-// Finds files of a scanned tree that have the same content, byte for byte: of equal size on disk,
-// and of equal SHA-256. Chooses and removes nothing.
+// Finds files of a scanned tree that have the same content, byte for byte: of equal size and of
+// equal SHA-256. Chooses and removes nothing.
 //
 // Hard links to one file, and a file and its clone, are duplicates here. Calls block for as long as
 // the files take to read. Safe from any thread.
@@ -56,9 +56,12 @@ struct Search {
   StartThread start = &startThread;
 };
 
-// The same groups as groups(), but several files are read at once, and a file that no longer takes
-// as many bytes on disk as in the tree is in no group. A file that hangs for longer than `patience`
-// is in none, either. Returns nothing within 50 ms once it is cancelled.
+// The same groups as groups(), with these differences. Files are compared whose lengths are equal,
+// even if they take different space: file systems count the list of a file's pieces with it, so a
+// copy in more pieces may take a block more, and one copy may have holes where another has zeros.
+// The size of a group is then that of its first file. Several files are read at once, and a file
+// that no longer takes as many bytes on disk as in the tree is in no group, nor is one that hangs
+// for longer than `patience`. Returns nothing within 50 ms once it is cancelled.
 std::vector<DuplicateGroup> find(const DiskNode& in, std::int64_t minBytes, const Search& search);
 
 }  // namespace tessaly::DuplicateEngine
