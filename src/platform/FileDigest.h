@@ -3,8 +3,8 @@
 // Only a regular file is opened: a pipe, a device or a link at the path is not, so its other end
 // notices nothing. A file that changes while it is read has no digest. Parts without blocks are not
 // read but counted as zeros. What reading brings into the system's page cache is dropped from it
-// again, and nothing else; where the system does not tell this user what is in it, as for files of
-// others, nothing is dropped. Takes about 1 MiB of memory, whatever the size of the file.
+// again, and nothing else, as far as the system allows that (see CacheFootprint). Takes about 1 MiB
+// of memory, whatever the size of the file.
 //
 // A file system that does not answer may block a call for ever. Safe from any thread.
 #pragma once

@@ -26,6 +26,7 @@ enum class Need {
   changedRoot,    // chroot
   lastingInodes,  // in the folder of the tests, numbers of inodes that last
   pageCache,      // in /var/tmp, files that the page cache keeps and drops
+  dropBehind,     // there, reads that leave nothing in the page cache
   rootFile,       // a file directly in "/"
   listedRoot,     // "/" in the output of df
   countedReads,   // the number of bytes that a process has read
@@ -68,6 +69,8 @@ inline const char* nameOf(Need need) {
       return "lasting-inodes";
     case Need::pageCache:
       return "page-cache";
+    case Need::dropBehind:
+      return "drop-behind";
     case Need::rootFile:
       return "root-file";
     case Need::listedRoot:

@@ -2,20 +2,23 @@
 
 #include "platform/linux/CacheFootprint.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <fcntl.h>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "platform/FileDigest.h"
 #include "support/Descriptor.h"
+#include "support/ForkedChild.h"
 #include "support/Needs.h"
 #include "support/SystemCallTrace.h"
 #include "support/TempTree.h"
@@ -119,6 +122,37 @@ TEST_F(CacheFootprintTest, a_system_that_does_not_count_pages_is_asked_for_each)
     EXPECT_EQ(SystemCallTrace::refusing({{cachestatCall, code}}, read).told, "read");
     EXPECT_EQ(cached(), before);
   }
+}
+
+TEST_F(CacheFootprintTest, the_system_leaves_what_it_has_of_a_file_that_others_own_and_no_more) {
+  if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root reads as another user");
+  char byte = 0;
+  const iovec part{.iov_base = &byte, .iov_len = 1};
+  if (::preadv2(file_.get(), &part, 1, 0, 0x80) < 0)
+    GTEST_SKIP() << needs(Need::dropBehind, "the system cannot drop what it reads");
+  drop();
+  ASSERT_EQ(::chmod(folder_.c_str(), 0755), 0);
+  const auto read = [this] { return std::string(FileDigest::of(path_).ok() ? "read" : "failed"); };
+  EXPECT_EQ(asOtherUser(read), "read");
+  EXPECT_EQ(countOfCached(), 0U);
+  bring(somePages);
+  const std::vector<bool> before = cached();
+  EXPECT_EQ(asOtherUser(read), "read");
+  EXPECT_EQ(cached(), before);
+}
+
+TEST_F(CacheFootprintTest, a_file_that_others_own_is_read_also_if_the_system_cannot_drop_it) {
+  if (::geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root reads as another user");
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty())
+    GTEST_SKIP() << needs(Need::tracing, obstacle);
+  ASSERT_EQ(::chmod(folder_.c_str(), 0755), 0);
+  const std::string expected = FileDigest::of(path_).value().sha256;
+  const auto read = [this]() -> std::string {
+    if (::setresuid(65534, 65534, 65534) != 0) return "still root";
+    const Result<FileDigest> digest = FileDigest::of(path_);
+    return digest ? digest.value().sha256 : "failed";
+  };
+  EXPECT_EQ(SystemCallTrace::refusing({{SYS_preadv2, EOPNOTSUPP}}, read).told, expected);
 }
 
 TEST_F(CacheFootprintTest, holes_do_not_get_into_the_cache) {

@@ -118,7 +118,7 @@ class Reader {
   Result<std::int64_t> readPart(std::int64_t most) {
     if (!mayGoOn()) return SystemError::fromErrno(ECANCELED, path_);
     const ssize_t count = uninterrupted(
-        [&] { return ::pread(file_.get(), part_.get(), static_cast<std::size_t>(most), at_); });
+        [&] { return cache_.read(part_.get(), static_cast<std::size_t>(most), at_); });
     if (count < 0) return SystemError::fromErrno(errno, path_);
     hash_.add({part_.get(), static_cast<std::size_t>(count)});
     at_ += count;
