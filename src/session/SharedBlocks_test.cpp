@@ -26,7 +26,7 @@ std::vector<std::optional<FileBlocks>> allClones(const std::vector<std::string>&
                                                  const std::function<bool()>&) {
   std::vector<std::optional<FileBlocks>> all;
   for (std::uint64_t i = 1; i <= paths.size(); ++i) {
-    all.push_back(FileBlocks{.inode = i, .links = 1, .blockBytes = 10, .cloneId = 7});
+    all.emplace_back(FileBlocks{.inode = i, .links = 1, .blockBytes = 10, .cloneId = 7});
   }
   return all;
 }

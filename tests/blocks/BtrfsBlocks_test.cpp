@@ -53,7 +53,7 @@ TEST_F(BtrfsBlocks, compressed_clones_are_a_group) {
                 "' compression zstd");
     writeText("z/a", 200000);
     disk_.clone("z/a", "z/b");
-    const std::string extents = disk_.outputOf("filefrag -v '" + disk_.at("z/b") + "'");
+    std::string extents = disk_.outputOf("filefrag -v '" + disk_.at("z/b") + "'");
     if (extents.find("encoded,shared") == std::string::npos) return extents;
     if (!disk_.found().starts_with("clone z/a z/b, ")) return "found: " + disk_.found();
     for (const std::int64_t offset : {std::int64_t{0}, 5 * MiB}) {
