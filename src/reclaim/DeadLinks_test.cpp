@@ -1,6 +1,6 @@
 #include "reclaim/DeadLinks.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>

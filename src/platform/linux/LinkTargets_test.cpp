@@ -207,7 +207,7 @@ TEST(RandomLinkTargets, all_targets_are_the_same_where_the_system_lacks_openat2)
   for (const int code : {ENOSYS, EPERM}) {
     const TracedRun run = SystemCallTrace::refusing({{SYS_openat2, code}}, []() -> std::string {
       for (unsigned seed = 0; seed < 10; ++seed) {
-        const std::string difference = RandomLinks(seed).difference();
+        std::string difference = RandomLinks(seed).difference();
         if (!difference.empty()) return difference;
       }
       return "";
@@ -434,6 +434,17 @@ TEST_F(LinkTargetsTest, a_folder_that_became_a_link_is_not_entered) {
   putFile(tree_.at("real/entry.desktop"), "[Desktop Entry]\nType=Link\nURL=file:///none\n");
   EXPECT_EQ(told(alias("real/entry.desktop")), "missing: /none");
   EXPECT_EQ(told(alias("also/entry.desktop")), "no link");
+}
+
+TEST_F(LinkTargetsTest, a_folder_that_became_a_link_is_not_entered_where_the_system_lacks_openat2) {
+  if (const std::string obstacle = SystemCallTrace::obstacle(); !obstacle.empty()) {
+    GTEST_SKIP() << obstacle;
+  }
+  tree_.plant("real/\n  inner/\n    dead -> gone\nalso -> real\n");
+  const TracedRun run = SystemCallTrace::refusing({{SYS_openat2, ENOSYS}}, [this] {
+    return told(link("real/inner/dead")) + ", " + told(link("also/inner/dead"));
+  });
+  EXPECT_EQ(run.told, "missing: gone, no link");
 }
 
 // Another user exchanges a folder at every step of the call.

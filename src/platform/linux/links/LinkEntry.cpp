@@ -73,7 +73,7 @@ std::optional<std::string> urlIn(std::string_view text, const Variable& variable
 
 std::optional<std::string> destinationIn(std::string_view text, std::string_view host,
                                          const Variable& variable) {
-  const std::optional<std::string> url = urlIn(text, variable);
+  std::optional<std::string> url = urlIn(text, variable);
   if (!url) return std::nullopt;
   if (url->starts_with('/') && url->find('\0') == std::string::npos) return url;
   if (!isFileUri(*url)) return std::nullopt;
