@@ -201,6 +201,21 @@ TEST(FileBlocks, a_volume_that_does_not_answer_is_given_up_when_cancelled) {
   EXPECT_EQ(told, "");
 }
 
+// Takes the ten seconds after which it is given up.
+TEST(FileBlocks, a_volume_that_does_not_answer_withholds_no_other_file) {
+  if (geteuid() != 0) GTEST_SKIP() << needs(Need::root, "only root mounts a dead volume");
+  DeadVolume volume;
+  const TempTree tree("file 4K\n");
+  const std::string told = inForkedChild([&]() -> std::string {
+    if (!volume.mountInChild()) return refusal(Need::fuse);
+    const auto seen = fileBlocks({"/media/dead/film", tree.at("file"), "/media/dead/other"}, goOn);
+    if (seen[0] || seen[2]) return "the volume has answered";
+    return seen[1] ? "" : "the other file was not examined";
+  });
+  if (told.starts_with("refused")) GTEST_SKIP() << "no mounting here, " << told;
+  EXPECT_EQ(told, "");
+}
+
 TEST(FileBlocks, a_cancelled_examination_finds_nothing) {
   const TempTree tree("file 4K\n");
   const auto seen = fileBlocks({tree.at("file")}, [] { return true; });
