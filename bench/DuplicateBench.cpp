@@ -185,8 +185,9 @@ void measureGroups(const fs::path& folder, int runs) {
        [&] {
          return become({"jdupes", "-q", "-r", folder});
        }},
+      // To standard output: rmlint puts a new file at the path of its output, even at /dev/null.
       {"rmlint", [&] {
-         return become({"rmlint", "-T", "df", "-a", "sha256", "-o", "fdupes:/dev/null", folder});
+         return become({"rmlint", "-T", "df", "-a", "sha256", "-o", "fdupes:stdout", folder});
        }}};
   for (int run = 0; run <= runs; ++run) {
     for (Program& program : programs) program.run(run > 0);
