@@ -57,7 +57,8 @@ double percent(const VolumeFigures& figures) {
     fillable /= 100;
   }
   if (fillable == 0) return 0;
-  return static_cast<double>(used * 100 / fillable + (used * 100 % fillable == 0 ? 0 : 1));
+  const std::uint64_t whole = used * 100 / fillable;
+  return static_cast<double>(used * 100 % fillable == 0 ? whole : whole + 1);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <QAccessible>
 
 #include "journeys/CommandKeys.h"
-#include "journeys/Journey.h"
+#include "journeys/ListJourney.h"
 #include "support/Look.h"
 #include "support/WindowItems.h"
 
@@ -19,19 +19,19 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class AliasListJourney : public Journey {
+class AliasListJourney : public ListJourney<> {
  protected:
   AliasListJourney()
-      : Journey(
-            "Desktop/\n"
-            "  Backup.desktop 4K\n"
-            "bin/\n"
-            "  atlas -> ../gone/atlas\n"
-            "notes.txt 20M\n",
-            [this](Application::Services& services) {
-              services.analysis = PostScanAnalysis::Engines{
-                  .deadLinks = [this](const auto&, const auto&) { return links(); }};
-            }) {
+      : ListJourney("aliasRow",
+                    "Desktop/\n"
+                    "  Backup.desktop 4K\n"
+                    "bin/\n"
+                    "  atlas -> ../gone/atlas\n"
+                    "notes.txt 20M\n",
+                    [this](Application::Services& services) {
+                      services.analysis = PostScanAnalysis::Engines{
+                          .deadLinks = [this](const auto&, const auto&) { return links(); }};
+                    }) {
     machine_.trash.put(link(), "link");
     session().scanHome();
     finishScan();
@@ -47,46 +47,6 @@ class AliasListJourney : public Journey {
           {.name = "atlas", .path = link(), .destination = "../gone/atlas", .kind = "symlink"});
     links.push_back({.name = "Backup.desktop", .path = alias(), .kind = "alias"});
     return links;
-  }
-  void finishAnalysis() {
-    dispatch_.drainAll();
-    settle(window());
-  }
-  // From the first to the last.
-  std::vector<QQuickItem*> rows() {
-    std::vector<QQuickItem*> rows = itemsNamed(window().contentItem(), "aliasRow");
-    std::ranges::sort(rows, {}, [](QQuickItem* row) { return row->y(); });
-    return rows;
-  }
-  std::vector<std::string> places() {
-    std::vector<std::string> places;
-    for (QQuickItem* const row : rows())
-      places.push_back(row->property("place").toString().toStdString());
-    return places;
-  }
-  std::string keyboardRow() {
-    for (QQuickItem* const row : rows()) {
-      if (row->hasActiveFocus()) return row->property("place").toString().toStdString();
-    }
-    return {};
-  }
-  void enter() {
-    finishAnalysis();
-    tabTo("rowFace");
-    ASSERT_EQ(keyboardRow(), link());
-  }
-  std::vector<std::string> queued() {
-    std::vector<std::string> paths;
-    for (const DiskNode& node : session().cleanupQueue().queue()) paths.push_back(node.path());
-    return paths;
-  }
-  // The texts of the open menu.
-  std::vector<std::string> offered() {
-    std::vector<std::string> texts;
-    for (QQuickItem* const entry : item("menuColumn")->childItems()) {
-      if (entry->isVisible()) texts.push_back(entry->property("text").toString().toStdString());
-    }
-    return texts;
   }
 };
 
@@ -106,22 +66,22 @@ TEST_F(AliasListJourney, the_list_says_so_until_an_analysis_has_found_links) {
 
 TEST_F(AliasListJourney, each_row_shows_the_link_and_where_it_points_to) {
   finishAnalysis();
-  expectLook(rows()[0], {{"name", "text", "atlas"},
-                         {"name", "font.pixelSize", 13},
-                         {"name", "font.weight", 600},
-                         {"place", "text", QString::fromStdString(link())},
-                         {"place", "font.pixelSize", 11},
-                         {"place", "color", "#9ca3af at 1.00"},
-                         {"target", "text", "→ ../gone/atlas"},
-                         {"target", "font.pixelSize", 11},
-                         {"target", "color", "#ff9500 at 1.00"},
-                         {"kind", "text", "symlink"},
-                         {"queueRow", "text", "Queue"}});
-  expectLook(rows()[1], {{"name", "text", "Backup.desktop"}, {"kind", "text", "alias"}});
-  EXPECT_EQ(itemNamed(rows()[1], "target"), nullptr);
-  EXPECT_LT(rows()[1]->height(), rows()[0]->height());
+  expectLook(listRows()[0], {{"name", "text", "atlas"},
+                             {"name", "font.pixelSize", 13},
+                             {"name", "font.weight", 600},
+                             {"place", "text", QString::fromStdString(link())},
+                             {"place", "font.pixelSize", 11},
+                             {"place", "color", "#9ca3af at 1.00"},
+                             {"target", "text", "→ ../gone/atlas"},
+                             {"target", "font.pixelSize", 11},
+                             {"target", "color", "#ff9500 at 1.00"},
+                             {"kind", "text", "symlink"},
+                             {"queueRow", "text", "Queue"}});
+  expectLook(listRows()[1], {{"name", "text", "Backup.desktop"}, {"kind", "text", "alias"}});
+  EXPECT_EQ(itemNamed(listRows()[1], "target"), nullptr);
+  EXPECT_LT(listRows()[1]->height(), listRows()[0]->height());
   const auto told = [this](std::size_t row) {
-    return QAccessible::queryAccessibleInterface(itemNamed(rows()[row], "rowFace"))
+    return QAccessible::queryAccessibleInterface(itemNamed(listRows()[row], "rowFace"))
         ->text(QAccessible::Name)
         .toStdString();
   };
@@ -158,8 +118,8 @@ TEST_F(AliasListJourney, a_link_without_a_tile_is_shown_in_the_file_manager) {
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(link())));
   EXPECT_TRUE(shows("aliasList"));
   press(Qt::Key_Menu);
-  EXPECT_THAT(offered(), ElementsAre("Show on map", "Show in File Manager", "Quick Look",
-                                     "Add to Cleanup Queue"));
+  EXPECT_THAT(menuTexts(), ElementsAre("Show on map", "Show in File Manager", "Quick Look",
+                                       "Add to Cleanup Queue"));
   press(Qt::Key_End);
   press(Qt::Key_Return);
   EXPECT_THAT(queued(), ElementsAre(link()));

@@ -7,6 +7,7 @@
 #include <QAccessible>
 
 #include "journeys/CommandJourney.h"
+#include "journeys/ListJourney.h"
 #include "support/Look.h"
 
 namespace tessaly {
@@ -17,19 +18,19 @@ using testing::IsEmpty;
 
 constexpr std::int64_t mega = 1LL << 20U;
 
-class CloneListJourney : public CommandJourney {
+class CloneListJourney : public ListJourney<CommandJourney> {
  protected:
   CloneListJourney()
-      : CommandJourney(
-            "Movies/\n"
-            "  beach.mp4 60M\n"
-            "  clone.mp4 60M\n"
-            "notes.txt 20M\n"
-            "more.txt = notes.txt\n",
-            [this](Application::Services& services) {
-              services.analysis = PostScanAnalysis::Engines{
-                  .cloneGroups = [this](const auto&, const auto&) { return groups(); }};
-            }) {
+      : ListJourney("cloneRow",
+                    "Movies/\n"
+                    "  beach.mp4 60M\n"
+                    "  clone.mp4 60M\n"
+                    "notes.txt 20M\n"
+                    "more.txt = notes.txt\n",
+                    [this](Application::Services& services) {
+                      services.analysis = PostScanAnalysis::Engines{
+                          .cloneGroups = [this](const auto&, const auto&) { return groups(); }};
+                    }) {
     scan();
     click("clonesMode");
   }
@@ -53,47 +54,11 @@ class CloneListJourney : public CommandJourney {
          .logical = 40 * mega,
          .unique = 20 * mega}};
   }
-  void finishAnalysis() {
-    dispatch_.drainAll();
-    settle(window());
-  }
-  // From the first to the last.
-  std::vector<QQuickItem*> cloneRows() {
-    std::vector<QQuickItem*> rows = itemsNamed(window().contentItem(), "cloneRow");
-    std::ranges::sort(rows, {}, [](QQuickItem* row) { return row->y(); });
-    return rows;
-  }
-  std::vector<std::string> places() {
-    std::vector<std::string> places;
-    for (QQuickItem* const row : cloneRows())
-      places.push_back(row->property("place").toString().toStdString());
-    return places;
-  }
-  std::string keyboardRow() {
-    for (QQuickItem* const row : cloneRows()) {
-      if (row->hasActiveFocus()) return row->property("place").toString().toStdString();
-    }
-    return {};
-  }
-  // Moves the keyboard focus to the first row.
-  void enter() {
-    finishAnalysis();
-    tabTo("rowFace");
-    ASSERT_EQ(keyboardRow(), tree_.at("Movies/beach.mp4"));
-  }
   void expectNothingRemoved() {
     EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
     EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
     EXPECT_FALSE(session().removal().criticalWarning());
     EXPECT_EQ(session().run().status(), ScanStatus::complete);
-  }
-  // The texts of the open menu.
-  std::vector<std::string> entries() {
-    std::vector<std::string> texts;
-    for (QQuickItem* const entry : item("menuColumn")->childItems()) {
-      if (entry->isVisible()) texts.push_back(entry->property("text").toString().toStdString());
-    }
-    return texts;
   }
 };
 
@@ -114,7 +79,7 @@ TEST_F(CloneListJourney, the_list_says_so_until_an_analysis_has_found_groups) {
 
 TEST_F(CloneListJourney, a_clone_group_and_hard_links_have_headings_of_two_lines) {
   finishAnalysis();
-  expectLook(cloneRows()[0],
+  expectLook(listRows()[0],
              {{"kind", "text", "Clone"},
               {"kind", "font.pixelSize", 13},
               {"kind", "font.weight", 600},
@@ -126,19 +91,19 @@ TEST_F(CloneListJourney, a_clone_group_and_hard_links_have_headings_of_two_lines
               {"place", "text", QString::fromStdString(tree_.at("Movies/beach.mp4"))},
               {"place", "font.pixelSize", 11},
               {"place", "font.family", "JetBrains Mono"}});
-  expectLook(cloneRows()[2], {{"kind", "text", "Hard link"},
-                              {"saves", "text", "saves 20.0 MB"},
-                              {"sizes", "text", "Logical 40.0 MB · unique 20.0 MB"}});
-  EXPECT_EQ(itemNamed(cloneRows()[1], "kind"), nullptr);
+  expectLook(listRows()[2], {{"kind", "text", "Hard link"},
+                             {"saves", "text", "saves 20.0 MB"},
+                             {"sizes", "text", "Logical 40.0 MB · unique 20.0 MB"}});
+  EXPECT_EQ(itemNamed(listRows()[1], "kind"), nullptr);
   EXPECT_FALSE(shows("queueRow"));
   QAccessibleInterface* const told =
-      QAccessible::queryAccessibleInterface(itemNamed(cloneRows()[1], "rowFace"));
+      QAccessible::queryAccessibleInterface(itemNamed(listRows()[1], "rowFace"));
   EXPECT_EQ(told->text(QAccessible::Name).toStdString(), tree_.at("Movies/clone.mp4"));
 }
 
 TEST_F(CloneListJourney, a_click_and_return_show_a_file_on_the_map) {
   finishAnalysis();
-  clickAt(middleOf(itemNamed(cloneRows()[1], "place")));
+  clickAt(middleOf(itemNamed(listRows()[1], "place")));
   ASSERT_TRUE(shows("canvas"));
   EXPECT_EQ(session().selection().focused()->path(), tree_.at("Movies/clone.mp4"));
 
@@ -175,7 +140,7 @@ TEST_F(CloneListJourney, a_file_is_previewed_and_its_path_copied) {
 TEST_F(CloneListJourney, the_menu_offers_nothing_that_removes_a_file) {
   enter();
   press(Qt::Key_Menu);
-  EXPECT_THAT(entries(), ElementsAre("Show on map", "Show in File Manager", "Quick Look"));
+  EXPECT_THAT(menuTexts(), ElementsAre("Show on map", "Show in File Manager", "Quick Look"));
   press(Qt::Key_Return);
   EXPECT_TRUE(shows("canvas"));
   EXPECT_EQ(session().selection().focused()->path(), tree_.at("Movies/beach.mp4"));

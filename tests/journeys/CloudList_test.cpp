@@ -8,6 +8,7 @@
 #include <QAccessible>
 
 #include "journeys/CommandJourney.h"
+#include "journeys/ListJourney.h"
 #include "support/Look.h"
 
 namespace tessaly {
@@ -17,17 +18,17 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class CloudListJourney : public CommandJourney {
+class CloudListJourney : public ListJourney<CommandJourney> {
  protected:
   CloudListJourney()
-      : CommandJourney(
-            "Movies/\n"
-            "  beach.mp4.nextcloud 4K\n"
-            "notes.txt 20M\n",
-            [this](Application::Services& services) {
-              services.analysis = PostScanAnalysis::Engines{
-                  .cloudItems = [this](const auto&, const auto&) { return items(); }};
-            }) {
+      : ListJourney("cloudRow",
+                    "Movies/\n"
+                    "  beach.mp4.nextcloud 4K\n"
+                    "notes.txt 20M\n",
+                    [this](Application::Services& services) {
+                      services.analysis = PostScanAnalysis::Engines{
+                          .cloudItems = [this](const auto&, const auto&) { return items(); }};
+                    }) {
     machine_.trash.put(film(), "film");
     scan();
     session().shown().setVizMode(VizMode::cloud);
@@ -38,46 +39,11 @@ class CloudListJourney : public CommandJourney {
     return {{.name = "beach.mp4", .path = film(), .size = 3LL << 30U},
             {.name = "notes.txt", .path = tree_.at("notes.txt"), .size = 0}};
   }
-  void finishAnalysis() {
-    dispatch_.drainAll();
-    settle(window());
-  }
-  // From the first to the last.
-  std::vector<QQuickItem*> cloudRows() {
-    std::vector<QQuickItem*> rows = itemsNamed(window().contentItem(), "cloudRow");
-    std::ranges::sort(rows, {}, [](QQuickItem* row) { return row->y(); });
-    return rows;
-  }
-  std::vector<std::string> places() {
-    std::vector<std::string> places;
-    for (QQuickItem* const row : cloudRows())
-      places.push_back(row->property("place").toString().toStdString());
-    return places;
-  }
-  std::string keyboardRow() {
-    for (QQuickItem* const row : cloudRows()) {
-      if (row->hasActiveFocus()) return row->property("place").toString().toStdString();
-    }
-    return {};
-  }
-  void enter() {
-    finishAnalysis();
-    tabTo("rowFace");
-    ASSERT_EQ(keyboardRow(), film());
-  }
   void expectNothingRemoved() {
     EXPECT_THAT(session().cleanupQueue().queue(), IsEmpty());
     EXPECT_THAT(session().removal().lastTrashed(), IsEmpty());
     EXPECT_FALSE(session().removal().criticalWarning());
     EXPECT_EQ(session().run().status(), ScanStatus::complete);
-  }
-  // The texts of the open menu.
-  std::vector<std::string> entries() {
-    std::vector<std::string> texts;
-    for (QQuickItem* const entry : item("menuColumn")->childItems()) {
-      if (entry->isVisible()) texts.push_back(entry->property("text").toString().toStdString());
-    }
-    return texts;
   }
 };
 
@@ -97,23 +63,23 @@ TEST_F(CloudListJourney, the_list_says_so_until_an_analysis_has_found_items) {
 
 TEST_F(CloudListJourney, each_row_shows_name_path_and_size) {
   finishAnalysis();
-  expectLook(cloudRows()[0], {{"name", "text", "beach.mp4"},
-                              {"place", "text", QString::fromStdString(film())},
-                              {"size", "text", "3.0 GB"},
-                              {"size", "font.pixelSize", 13},
-                              {"size", "font.weight", 600},
-                              {"size", "font.family", "JetBrains Mono"}});
-  expectLook(cloudRows()[1], {{"size", "text", "0 B"}});
+  expectLook(listRows()[0], {{"name", "text", "beach.mp4"},
+                             {"place", "text", QString::fromStdString(film())},
+                             {"size", "text", "3.0 GB"},
+                             {"size", "font.pixelSize", 13},
+                             {"size", "font.weight", 600},
+                             {"size", "font.family", "JetBrains Mono"}});
+  expectLook(listRows()[1], {{"size", "text", "0 B"}});
   EXPECT_FALSE(shows("queueRow"));
   QAccessibleInterface* const told =
-      QAccessible::queryAccessibleInterface(itemNamed(cloudRows()[0], "rowFace"));
+      QAccessible::queryAccessibleInterface(itemNamed(listRows()[0], "rowFace"));
   EXPECT_EQ(told->text(QAccessible::Name).toStdString(), "beach.mp4, 3.0 GB, " + film());
 }
 
 TEST_F(CloudListJourney, a_click_and_return_show_an_item_in_the_file_manager) {
   enter();
   press(Qt::Key_Return);
-  clickAt(middleOf(itemNamed(cloudRows()[1], "size")));
+  clickAt(middleOf(itemNamed(listRows()[1], "size")));
   EXPECT_THAT(workspace_.revealed,
               ElementsAre(ElementsAre(film()), ElementsAre(tree_.at("notes.txt"))));
   EXPECT_TRUE(shows("cloudList"));
@@ -125,7 +91,7 @@ TEST_F(CloudListJourney, neither_keys_nor_commands_nor_the_menu_remove_an_item) 
   press(Qt::Key_Backspace, command);
   for (const char* title : {"Queue Focused Item", "Move Focused to Trash"}) choose(title);
   press(Qt::Key_Menu);
-  EXPECT_THAT(entries(), ElementsAre("Show in File Manager", "Quick Look"));
+  EXPECT_THAT(menuTexts(), ElementsAre("Show in File Manager", "Quick Look"));
   press(Qt::Key_Escape);
   expectNothingRemoved();
   EXPECT_TRUE(machine_.trash.has(film()));

@@ -11,7 +11,7 @@
 #include <QTest>
 
 #include "journeys/CommandKeys.h"
-#include "journeys/Journey.h"
+#include "journeys/ListJourney.h"
 #include "support/Look.h"
 #include "support/WindowItems.h"
 
@@ -25,27 +25,27 @@ using testing::SizeIs;
 const std::string digest(64, 'a');
 constexpr const char* films[] = {"Downloads/film.mkv", "Movies/film.mkv", "Movies/old/film.mkv"};
 
-class DuplicateListJourney : public Journey {
+class DuplicateListJourney : public ListJourney<> {
  protected:
   DuplicateListJourney()
-      : Journey(
-            "Downloads/\n"
-            "  film.mkv 60M\n"
-            "Movies/\n"
-            "  film.mkv 60M\n"
-            "  old/\n"
-            "    film.mkv 60M\n"
-            "one.iso 52M\n"
-            "two.iso = one.iso\n",
-            [this](Application::Services& services) {
-              services.analysis = PostScanAnalysis::Engines{
-                  .duplicates =
-                      [this](const PostScanAnalysis::FinishedScan& scan, const auto&) {
-                        compare(scan);
-                        return groups();
-                      },
-                  .cloneGroups = [this](const auto&, const auto&) { return shared(); }};
-            }) {
+      : ListJourney("duplicateRow",
+                    "Downloads/\n"
+                    "  film.mkv 60M\n"
+                    "Movies/\n"
+                    "  film.mkv 60M\n"
+                    "  old/\n"
+                    "    film.mkv 60M\n"
+                    "one.iso 52M\n"
+                    "two.iso = one.iso\n",
+                    [this](Application::Services& services) {
+                      services.analysis = PostScanAnalysis::Engines{
+                          .duplicates =
+                              [this](const PostScanAnalysis::FinishedScan& scan, const auto&) {
+                                compare(scan);
+                                return groups();
+                              },
+                          .cloneGroups = [this](const auto&, const auto&) { return shared(); }};
+                    }) {
     for (const char* below : films) machine_.trash.put(tree_.at(below), below);
     for (const char* below : {"one.iso", "two.iso"}) machine_.trash.put(tree_.at(below), below);
     session().scanHome();
@@ -79,47 +79,6 @@ class DuplicateListJourney : public Journey {
     return {{.id = "inode-7",
              .kind = "hardlink",
              .files = {{.path = tree_.at("one.iso")}, {.path = tree_.at("two.iso")}}}};
-  }
-  void finishAnalysis() {
-    dispatch_.drainAll();
-    settle(window());
-  }
-  // From the first to the last.
-  std::vector<QQuickItem*> rows() {
-    std::vector<QQuickItem*> rows = itemsNamed(window().contentItem(), "duplicateRow");
-    std::ranges::sort(rows, {}, [](QQuickItem* row) { return row->y(); });
-    return rows;
-  }
-  std::vector<std::string> places() {
-    std::vector<std::string> places;
-    for (QQuickItem* const row : rows())
-      places.push_back(row->property("place").toString().toStdString());
-    return places;
-  }
-  std::string keyboardRow() {
-    for (QQuickItem* const row : rows()) {
-      if (row->hasActiveFocus()) return row->property("place").toString().toStdString();
-    }
-    return {};
-  }
-  // Moves the keyboard focus to the first row.
-  void enter() {
-    finishAnalysis();
-    tabTo("rowFace");
-    ASSERT_EQ(keyboardRow(), tree_.at(films[0]));
-  }
-  std::vector<std::string> queued() {
-    std::vector<std::string> paths;
-    for (const DiskNode& node : session().cleanupQueue().queue()) paths.push_back(node.path());
-    return paths;
-  }
-  // The texts of the open menu.
-  std::vector<std::string> offered() {
-    std::vector<std::string> texts;
-    for (QQuickItem* const entry : item("menuColumn")->childItems()) {
-      if (entry->isVisible()) texts.push_back(entry->property("text").toString().toStdString());
-    }
-    return texts;
   }
   std::function<void()> during_;  // called while the files are compared
   std::string focused() {
@@ -172,31 +131,32 @@ TEST_F(DuplicateListJourney, the_list_shows_how_far_a_comparison_is) {
 
 TEST_F(DuplicateListJourney, the_first_row_of_a_group_has_its_heading) {
   finishAnalysis();
-  expectLook(rows()[0], {{"group", "text", "3× 60.0 MB"},
-                         {"group", "font.pixelSize", 13},
-                         {"group", "font.weight", 600},
-                         {"digest", "text", "aaaaaaaaaa"},
-                         {"digest", "font.pixelSize", 10},
-                         {"place", "text", QString::fromStdString(tree_.at(films[0]))},
-                         {"place", "font.pixelSize", 12},
-                         {"mapRow", "text", "Map"},
-                         {"revealRow", "text", "Reveal"},
-                         {"queueRow", "text", "Queue"}});
-  expectLook(rows()[3], {{"group", "text", "2× 52.0 MB"}, {"digest", "text", "0123456789"}});
-  for (const std::size_t row : {1U, 2U, 4U}) EXPECT_EQ(itemNamed(rows()[row], "group"), nullptr);
+  expectLook(listRows()[0], {{"group", "text", "3× 60.0 MB"},
+                             {"group", "font.pixelSize", 13},
+                             {"group", "font.weight", 600},
+                             {"digest", "text", "aaaaaaaaaa"},
+                             {"digest", "font.pixelSize", 10},
+                             {"place", "text", QString::fromStdString(tree_.at(films[0]))},
+                             {"place", "font.pixelSize", 12},
+                             {"mapRow", "text", "Map"},
+                             {"revealRow", "text", "Reveal"},
+                             {"queueRow", "text", "Queue"}});
+  expectLook(listRows()[3], {{"group", "text", "2× 52.0 MB"}, {"digest", "text", "0123456789"}});
+  for (const std::size_t row : {1U, 2U, 4U})
+    EXPECT_EQ(itemNamed(listRows()[row], "group"), nullptr);
   QAccessibleInterface* const heading =
-      QAccessible::queryAccessibleInterface(itemNamed(rows()[0], "group"));
+      QAccessible::queryAccessibleInterface(itemNamed(listRows()[0], "group"));
   EXPECT_EQ(heading->role(), QAccessible::Heading);
   EXPECT_EQ(heading->text(QAccessible::Name), "3× 60.0 MB");
 }
 
 TEST_F(DuplicateListJourney, copies_that_share_their_blocks_are_marked) {
   finishAnalysis();
-  EXPECT_EQ(itemNamed(rows()[0], "sameBlocks"), nullptr);
+  EXPECT_EQ(itemNamed(listRows()[0], "sameBlocks"), nullptr);
   for (const std::size_t row : {3U, 4U})
-    EXPECT_EQ(itemNamed(rows()[row], "sameBlocks")->property("text"), "same blocks");
+    EXPECT_EQ(itemNamed(listRows()[row], "sameBlocks")->property("text"), "same blocks");
   const auto told = [this](std::size_t row) {
-    return QAccessible::queryAccessibleInterface(itemNamed(rows()[row], "rowFace"))
+    return QAccessible::queryAccessibleInterface(itemNamed(listRows()[row], "rowFace"))
         ->text(QAccessible::Name)
         .toStdString();
   };
@@ -206,8 +166,8 @@ TEST_F(DuplicateListJourney, copies_that_share_their_blocks_are_marked) {
 
 TEST_F(DuplicateListJourney, two_of_three_copies_move_to_the_trash_and_back) {
   finishAnalysis();
-  clickAt(middleOf(itemNamed(rows()[0], "queueRow")));
-  clickAt(middleOf(itemNamed(rows()[2], "queueRow")));
+  clickAt(middleOf(itemNamed(listRows()[0], "queueRow")));
+  clickAt(middleOf(itemNamed(listRows()[2], "queueRow")));
   EXPECT_THAT(queued(), ElementsAre(tree_.at(films[0]), tree_.at(films[2])));
   EXPECT_FALSE(shows("noneKept"));
   EXPECT_EQ(text("moveToTrash"), QStringLiteral("Move 2 to Trash · 120.0 MB"));
@@ -235,18 +195,18 @@ TEST_F(DuplicateListJourney, a_group_without_a_copy_to_keep_warns_and_still_move
   finishAnalysis();
   for (const std::size_t row : {0U, 1U, 2U}) {
     EXPECT_FALSE(shows("noneKept"));
-    clickAt(middleOf(itemNamed(rows()[row], "queueRow")));
+    clickAt(middleOf(itemNamed(listRows()[row], "queueRow")));
     session().cleanupQueue().setQueueMinimized(true);
     settle(window());
   }
-  expectLook(rows()[0], {{"noneKept", "text", "No copy is kept"}});
+  expectLook(listRows()[0], {{"noneKept", "text", "No copy is kept"}});
   QAccessibleInterface* const heading =
-      QAccessible::queryAccessibleInterface(itemNamed(rows()[0], "group"));
+      QAccessible::queryAccessibleInterface(itemNamed(listRows()[0], "group"));
   EXPECT_EQ(heading->text(QAccessible::Name), "3× 60.0 MB, No copy is kept");
   session().cleanupQueue().removeFromQueue(tree_.at(films[1]));
   settle(window());
   EXPECT_FALSE(shows("noneKept"));
-  clickAt(middleOf(itemNamed(rows()[1], "queueRow")));
+  clickAt(middleOf(itemNamed(listRows()[1], "queueRow")));
   EXPECT_TRUE(shows("noneKept"));
   click("moveToTrash");
   for (const char* below : films) EXPECT_FALSE(machine_.trash.has(tree_.at(below)));
@@ -254,13 +214,13 @@ TEST_F(DuplicateListJourney, a_group_without_a_copy_to_keep_warns_and_still_move
 
 TEST_F(DuplicateListJourney, a_click_return_and_a_button_show_a_copy_on_the_map) {
   finishAnalysis();
-  clickAt(middleOf(itemNamed(rows()[2], "mapRow")));
+  clickAt(middleOf(itemNamed(listRows()[2], "mapRow")));
   ASSERT_TRUE(shows("canvas"));
   EXPECT_EQ(focused(), tree_.at(films[2]));
   EXPECT_EQ(session().navigation().current()->path(), tree_.at("Movies/old"));
 
   click("duplicatesMode");
-  clickAt(middleOf(itemNamed(rows()[0], "place")));
+  clickAt(middleOf(itemNamed(listRows()[0], "place")));
   ASSERT_TRUE(shows("canvas"));
   EXPECT_EQ(focused(), tree_.at(films[0]));
 
@@ -303,17 +263,17 @@ TEST_F(DuplicateListJourney, the_menu_of_a_row_offers_what_the_other_lists_do) {
   enter();
   press(Qt::Key_Down);
   press(Qt::Key_Menu);
-  EXPECT_THAT(offered(), ElementsAre("Show on map", "Show in File Manager", "Quick Look",
-                                     "Add to Cleanup Queue"));
+  EXPECT_THAT(menuTexts(), ElementsAre("Show on map", "Show in File Manager", "Quick Look",
+                                       "Add to Cleanup Queue"));
   press(Qt::Key_End);
   press(Qt::Key_Return);
   EXPECT_THAT(queued(), ElementsAre(tree_.at(films[1])));
   QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier,
-                    middleOf(itemNamed(rows()[3], "place")));
+                    middleOf(itemNamed(listRows()[3], "place")));
   click("duplicateReveal");
   EXPECT_THAT(workspace_.revealed, ElementsAre(ElementsAre(tree_.at("one.iso"))));
   QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier,
-                    middleOf(itemNamed(rows()[0], "place")));
+                    middleOf(itemNamed(listRows()[0], "place")));
   click("duplicateShowOnMap");
   EXPECT_EQ(focused(), tree_.at(films[0]));
 }
@@ -342,8 +302,8 @@ TEST_F(DuplicateListJourney, the_heading_stays_when_the_first_copy_is_gone) {
   session().rescan();
   finishScan();
   finishAnalysis();
-  expectLook(rows()[0], {{"group", "text", "2× 60.0 MB"},
-                         {"place", "text", QString::fromStdString(tree_.at(films[1]))}});
+  expectLook(listRows()[0], {{"group", "text", "2× 60.0 MB"},
+                             {"place", "text", QString::fromStdString(tree_.at(films[1]))}});
   EXPECT_EQ(keyboardRow(), tree_.at(films[1]));
 }
 

@@ -2,14 +2,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include "session/SessionFixture_test.h"
+#include "app/panes/FoundListFixture_test.h"
 
 namespace tessaly {
 namespace {
@@ -25,36 +23,9 @@ DeadLink link(const std::string& path, const std::string& destination,
           .kind = kind};
 }
 
-class AliasList : public SessionFixture {
+class AliasList : public FoundListFixture<AliasListState, DeadLink> {
  protected:
-  AliasList() {
-    analysis_.deadLinks = [this](const auto&, const auto&) { return found_; };
-    restart();
-    state_ = std::make_unique<AliasListState>(session());
-    tester_ = std::make_unique<QAbstractItemModelTester>(
-        state_->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-  }
-
-  void find(std::vector<DeadLink> links) {
-    found_ = std::move(links);
-    scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/caf\xe9", 30)})}));
-  }
-  std::vector<std::string> column(int role) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < state_->rows()->rowCount(); ++row)
-      texts.push_back(
-          state_->rows()->data(state_->rows()->index(row), role).toString().toStdString());
-    return texts;
-  }
-  NodeHandle node(int row) {
-    return state_->rows()
-        ->data(state_->rows()->index(row), AliasListModel::NodeRole)
-        .value<NodeHandle>();
-  }
-
-  std::vector<DeadLink> found_;
-  std::unique_ptr<AliasListState> state_;
-  std::unique_ptr<QAbstractItemModelTester> tester_;
+  AliasList() : FoundListFixture(&PostScanAnalysis::Engines::deadLinks) {}
 };
 
 TEST_F(AliasList, each_link_has_one_row_in_the_order_of_the_session) {

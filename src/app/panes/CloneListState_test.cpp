@@ -2,14 +2,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include "session/SessionFixture_test.h"
+#include "app/panes/FoundListFixture_test.h"
 
 namespace tessaly {
 namespace {
@@ -28,36 +26,9 @@ ShareGroup groupOf(const std::string& id, const std::string& kind, std::int64_t 
   return group;
 }
 
-class CloneList : public SessionFixture {
+class CloneList : public FoundListFixture<CloneListState, ShareGroup> {
  protected:
-  CloneList() {
-    analysis_.cloneGroups = [this](const auto&, const auto&) { return found_; };
-    restart();
-    state_ = std::make_unique<CloneListState>(session());
-    tester_ = std::make_unique<QAbstractItemModelTester>(
-        state_->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-  }
-
-  void find(std::vector<ShareGroup> groups) {
-    found_ = std::move(groups);
-    scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/caf\xe9", 30)})}));
-  }
-  std::vector<std::string> column(int role) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < state_->rows()->rowCount(); ++row)
-      texts.push_back(
-          state_->rows()->data(state_->rows()->index(row), role).toString().toStdString());
-    return texts;
-  }
-  NodeHandle node(int row) {
-    return state_->rows()
-        ->data(state_->rows()->index(row), CloneListModel::NodeRole)
-        .value<NodeHandle>();
-  }
-
-  std::vector<ShareGroup> found_;
-  std::unique_ptr<CloneListState> state_;
-  std::unique_ptr<QAbstractItemModelTester> tester_;
+  CloneList() : FoundListFixture(&PostScanAnalysis::Engines::cloneGroups) {}
 };
 
 TEST_F(CloneList, each_file_has_one_row_and_the_first_of_a_group_has_the_heading) {

@@ -2,15 +2,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
 #include "app/model/NodeHandle.h"
-#include "session/SessionFixture_test.h"
+#include "app/panes/FoundListFixture_test.h"
 
 namespace tessaly {
 namespace {
@@ -21,31 +19,9 @@ CloudItem item(const std::string& path, std::int64_t size) {
   return {.name = path.substr(path.rfind('/') + 1), .path = path, .size = size};
 }
 
-class CloudList : public SessionFixture {
+class CloudList : public FoundListFixture<CloudListState, CloudItem> {
  protected:
-  CloudList() {
-    analysis_.cloudItems = [this](const auto&, const auto&) { return found_; };
-    restart();
-    state_ = std::make_unique<CloudListState>(session());
-    tester_ = std::make_unique<QAbstractItemModelTester>(
-        state_->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-  }
-
-  void find(std::vector<CloudItem> items) {
-    found_ = std::move(items);
-    scanTo(folder("/r", 60));
-  }
-  std::vector<std::string> column(int role) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < state_->rows()->rowCount(); ++row)
-      texts.push_back(
-          state_->rows()->data(state_->rows()->index(row), role).toString().toStdString());
-    return texts;
-  }
-
-  std::vector<CloudItem> found_;
-  std::unique_ptr<CloudListState> state_;
-  std::unique_ptr<QAbstractItemModelTester> tester_;
+  CloudList() : FoundListFixture(&PostScanAnalysis::Engines::cloudItems) {}
 };
 
 TEST_F(CloudList, each_item_has_one_row_in_the_order_of_the_session) {

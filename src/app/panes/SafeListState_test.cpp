@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include "session/SessionFixture_test.h"
+#include "app/panes/FoundListFixture_test.h"
 
 namespace tessaly {
 namespace {
@@ -25,37 +24,9 @@ SafeItem scored(const std::string& path, int score, bool caution) {
           .reason = "idle 6+ months"};
 }
 
-class SafeList : public SessionFixture {
+class SafeList : public FoundListFixture<SafeListState, SafeItem> {
  protected:
-  SafeList() {
-    analysis_.safeItems = [this](const PostScanAnalysis::FinishedScan&,
-                                 const PostScanAnalysis::IsCancelled&) { return found_; };
-    restart();
-    state_ = std::make_unique<SafeListState>(session());
-    tester_ = std::make_unique<QAbstractItemModelTester>(
-        state_->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-  }
-
-  void find(std::vector<SafeItem> items) {
-    found_ = std::move(items);
-    scanTo(folder("/r", 60, {folder("/r/in", 30, {file("/r/in/caf\xe9", 30)})}));
-  }
-  std::vector<std::string> column(int role) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < state_->rows()->rowCount(); ++row)
-      texts.push_back(
-          state_->rows()->data(state_->rows()->index(row), role).toString().toStdString());
-    return texts;
-  }
-  NodeHandle node(int row) {
-    return state_->rows()
-        ->data(state_->rows()->index(row), SafeListModel::NodeRole)
-        .value<NodeHandle>();
-  }
-
-  std::vector<SafeItem> found_;
-  std::unique_ptr<SafeListState> state_;
-  std::unique_ptr<QAbstractItemModelTester> tester_;
+  SafeList() : FoundListFixture(&PostScanAnalysis::Engines::safeItems) {}
 };
 
 TEST_F(SafeList, each_item_has_one_row_in_the_order_of_the_session) {

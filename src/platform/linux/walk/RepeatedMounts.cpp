@@ -45,10 +45,10 @@ class Choice {
 
   std::vector<Index> run() {
     // From the last to the first, so that the first of equal mounts stays.
-    for (auto i = below_.rbegin(); i != below_.rend(); ++i) {
-      if (isClosed(*i) || !mounts_.isVisible(*i)) continue;
-      if (standInFor(*i) && isReached(*i)) closeIfAllIsSeen(*i);
-    }
+    std::for_each(below_.rbegin(), below_.rend(), [this](Index i) {
+      if (isClosed(i) || !mounts_.isVisible(i)) return;
+      if (standInFor(i) && isReached(i)) closeIfAllIsSeen(i);
+    });
     std::vector<Index> repeated;
     for (const Index i : below_) {
       if (standIns_[i]) repeated.push_back(i);
@@ -117,9 +117,9 @@ class Choice {
     Step step;
     std::vector<Index> gone = whatGoesWith(mount);
     step.closed = gone;
-    for (std::size_t i = 0; i < step.closed.size(); ++i) {
-      closed_[step.closed[i]] = true;
-      const std::vector<Index>& others = standsFor_[step.closed[i]];
+    for (const Index closed : step.closed) {
+      closed_[closed] = true;
+      const std::vector<Index>& others = standsFor_[closed];
       gone.insert(gone.end(), others.begin(), others.end());
     }
     for (const Index i : gone) {
