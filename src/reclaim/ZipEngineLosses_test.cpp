@@ -59,7 +59,7 @@ class ZipLosses : public testing::Test {
                        double timeout, const std::string& cwd,
                        const std::function<bool()>& isCancelled) {
       if (when == When::before) meanwhile();
-      const Shell::Ending ending = Shell::runToEnd(path, args, timeout, cwd, isCancelled);
+      Shell::Ending ending = Shell::runToEnd(path, args, timeout, cwd, isCancelled);
       if (when == When::after) meanwhile();
       return ending;
     };

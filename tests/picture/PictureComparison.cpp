@@ -40,7 +40,8 @@ class Places {
 
  private:
   QRect& at(int column, int row) {
-    return cells_[static_cast<std::size_t>(row * columns_ + column)];
+    const int index = row * columns_ + column;
+    return cells_[static_cast<std::size_t>(index)];
   }
 
   // The area of the cell and all cells connected to it, which are cleared.
