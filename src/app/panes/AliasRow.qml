@@ -18,7 +18,7 @@ ListPaneRow {
 
     height: target !== "" ? 64 : 48
     CommandRow.node: node
-    label: [name, isLock ? lock.text : "", kindText, place, target].filter(part => part !== "").join(", ")
+    label: name + (isLock ? ", " + lock.text : "") + ", " + kindText + ", " + place + (target !== "" ? ", " + target : "")
 
     content: [
         Text {
