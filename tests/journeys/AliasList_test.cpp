@@ -16,7 +16,6 @@ namespace tessaly {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class AliasListJourney : public ListJourney<> {

@@ -19,7 +19,6 @@ namespace tessaly {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 const std::string digest(64, 'a');
