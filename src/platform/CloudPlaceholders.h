@@ -13,8 +13,9 @@ namespace tessaly::CloudPlaceholders {
 // Whether a file of this name can be one. Pure.
 bool mayBe(std::string_view name);
 
-// The bytes that a copy of the item would take, 0 if unknown. Absent if the item `name` in
-// `folder`, an absolute path without links, is no placeholder or cannot be examined.
+// The bytes that a copy of the item would take, 0 if unknown. Absent if the file `name` in
+// `folder`, an absolute path without links, does not stand for an item, or if it cannot be
+// examined.
 std::optional<std::int64_t> sizeOf(const std::string& folder, const std::string& name);
 
 }  // namespace tessaly::CloudPlaceholders

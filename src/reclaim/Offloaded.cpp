@@ -1,11 +1,8 @@
 #include "reclaim/Offloaded.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <optional>
 #include <utility>
 
-#include "platform/CloudPlaceholders.h"
 #include "platform/DirectoryWalk.h"
 #include "platform/ResolvedPath.h"
 #include "platform/WalkedPath.h"
@@ -26,7 +23,8 @@ bool mayBePlaceholder(const DirectoryWalk::Entry& entry) {
 
 std::vector<CloudItem> offloaded(const std::string& root, int limit,
                                  const std::function<bool()>& isCancelled,
-                                 const std::shared_ptr<const MountSnapshot>& mounts) {
+                                 const std::shared_ptr<const MountSnapshot>& mounts,
+                                 const SizeInCloud& sizeOf) {
   const std::string top = resolvedPath(root);
   DirectoryWalk walk(top, {}, 0, mounts, {},
                      {.attributes = false,
@@ -44,7 +42,7 @@ std::vector<CloudItem> offloaded(const std::string& root, int limit,
     path.moveTo(*item);
     if (item->type != Type::file || (item->mayComeTwice && isFound(path.text()))) continue;
     std::string name(item->name);
-    const std::optional<std::int64_t> size = CloudPlaceholders::sizeOf(path.folder(), name);
+    const std::optional<std::int64_t> size = sizeOf(path.folder(), name);
     if (size) found.push_back({.name = std::move(name), .path = path.text(), .size = *size});
   }
   walk.stop();

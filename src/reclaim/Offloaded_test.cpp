@@ -1,8 +1,10 @@
 #include "reclaim/Offloaded.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -90,6 +92,23 @@ TEST_F(OffloadedTest, items_of_one_size_are_in_the_order_of_the_walk) {
   ASSERT_EQ(all.size(), 100U);
   const std::vector<std::string> first = offloaded(20);
   EXPECT_TRUE(std::equal(first.begin(), first.end(), all.begin()));
+}
+
+// No client on this system tells sizes, so here the names do.
+TEST_F(OffloadedTest, larger_items_come_first_and_equal_ones_stay_in_the_order_of_the_walk) {
+  tree_.plant("1##.nextcloud 1 x20\n2##.nextcloud 1 x20\n");
+  const auto sizeOf = [](const std::string&, const std::string& name) -> std::int64_t {
+    return name.front() - '0';
+  };
+  std::vector<CloudItem> walked = ProInsights::offloaded(tree_.path(), limit);
+  ASSERT_EQ(walked.size(), 40U);
+  for (CloudItem& item : walked) item.size = sizeOf("", item.name);
+  std::vector<CloudItem> expected;
+  for (const std::int64_t size : {2, 1}) {
+    std::copy_if(walked.begin(), walked.end(), std::back_inserter(expected),
+                 [size](const CloudItem& item) { return item.size == size; });
+  }
+  EXPECT_EQ(ProInsights::offloaded(tree_.path(), limit, {}, nullptr, sizeOf), expected);
 }
 
 TEST_F(OffloadedTest, a_root_that_is_gone_has_none) {
